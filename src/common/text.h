@@ -1,0 +1,36 @@
+// Plain text helpers. All text inside the program is UTF-8 in std::string; a "character" here is a
+// Unicode code point, and a byte that is no valid UTF-8 counts as one character of its own.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarn {
+
+// Text, blanks, cut to n characters: how fixed columns are made in a fixed-pitch list.
+std::string pad(std::string_view text, int n);
+
+// Number of characters.
+int Length(std::string_view text);
+
+// The first or last n characters; the whole text when it is shorter.
+std::string_view LeftChars(std::string_view text, int n);
+std::string_view RightChars(std::string_view text, int n);
+
+// Blanks (0x20 only) removed at both ends.
+std::string_view Trim(std::string_view text);
+
+// Parts between separators; an empty text gives one empty part.
+std::vector<std::string> Split(std::string_view text, char separator);
+
+// Upper case, and the form in which names are compared when case does not count (simple Unicode
+// case mapping for Latin, Greek and Cyrillic; anything else stays as it is).
+std::string ToUpper(std::string_view text);
+std::string FoldCase(std::string_view text);
+
+bool StartsWith(std::string_view text, std::string_view start);
+bool EndsWith(std::string_view text, std::string_view end);
+bool Contains(std::string_view text, std::string_view part);
+
+} // namespace tarn
