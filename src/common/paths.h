@@ -1,0 +1,36 @@
+// Paths as text: separator, root and case rule of the system in one place. A path is bytes (UTF-8
+// where it can be shown); nothing here touches the disk.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarn {
+
+inline constexpr char kSeparator = '/';
+inline constexpr std::string_view kRoot = "/";
+
+// Whether two spellings of a name that differ in case alone are one file to the system.
+inline constexpr bool kNamesIgnoreCase = false;
+
+// Folder and name with one separator between; a folder that ends in one keeps it.
+std::string JoinPath(std::string_view folder, std::string_view name);
+
+std::vector<std::string> PathParts(std::string_view path);
+
+// The last part, and what stands before it without the separator (the root keeps its own).
+std::string LastPart(std::string_view path);
+std::string FolderOf(std::string_view path);
+
+// Separators at the end removed, except the root's.
+std::string WithoutTrailingSeparator(std::string_view path);
+
+// The last four characters in upper case, by which the program tells files apart: ".JPG", "FITS".
+std::string FileTypeOf(std::string_view path);
+
+// Whether a name fits one of the patterns between ";" ("*.jpg;*.tif"; "*" any text, "?" one
+// character), in any case as camera files come; "*.*" fits every name.
+bool MatchesPatterns(std::string_view name, std::string_view patterns);
+
+} // namespace tarn

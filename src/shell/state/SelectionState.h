@@ -1,0 +1,60 @@
+// The selection in the file list and how it is stepped through. Rows count from 0.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+namespace tarn {
+
+// Which of the panes that share the picture's place is up. Nothing asks a widget.
+enum class Pane { Picture1, Picture2, WebBrowser1, LogText };
+
+inline constexpr int kHistoryLimit = 2000; // highest index of the histories' arrays
+
+struct SelectionState {
+    std::string FileType;  // last four characters of Filename, upper case: ".JPG", "FITS"
+    std::string FileTypes; // the pattern now set on the file list
+    std::string PictureTypes;
+    std::string VideoTypes;
+    std::string WebTypes;
+    std::string FitsTypes = "*.fits;*.fit";
+    std::string RawTypes = "*.cr2";
+    std::string TextTypes = "*.txt";
+    std::string FilterCustom;
+    std::string FilterPresets;
+    bool FilterActive = false;
+    int PictureListCheck = 1; // the class boxes, 0 or 1
+    int VideoListCheck = 1;
+    int WebListCheck = 0;
+
+    int FileIndex = 0;            // row of the current file
+    std::string FileModifiedText; // date and time of the current file, as read by the selection
+
+    // Rows in the order viewed since the folder was entered.
+    std::array<std::int32_t, kHistoryLimit + 1> FileHist{};
+    int FileHistCur = 0;
+    int FileHistHigh = 0;
+    int FileHistLast = -1;
+
+    // Folders entered, entry 0 unused, with the row last shown in each.
+    std::array<std::string, kHistoryLimit + 1> HistFolderPath;
+    std::array<std::int32_t, kHistoryLimit + 1> HistFileIndex{};
+    int HistCur = 0;
+    int HistHigh = 0;
+
+    // Guards: a selection made in code raises its event on the same call stack.
+    bool ClearingMultiselect = false;
+    bool SelectingAll = false;
+    bool FileHistNav = false;
+    bool HistNav = false;
+
+    bool FileDoubleClick = false;
+    bool WebImage = false;
+    bool VideoImage = false;
+    bool VideoPending = false; // a video was chosen while the program starts
+    Pane CurrentPane = Pane::Picture1;
+    std::string TextNumOf; // "3 of 12", empty for an empty list
+};
+
+} // namespace tarn

@@ -1,0 +1,20 @@
+// Start, end and what the window as a whole knows.
+#pragma once
+
+#include <string>
+
+namespace tarn {
+
+struct ShellState {
+    std::string Version = "v61.14";
+    std::string Version_Detail;
+    std::string NFSfilename = "Note_Formats.txt";
+    std::string StartSpec;   // path given by the command line or the last run
+    std::string StartFolder; // folder worked out from it
+    std::string StartName;   // file name to select, "NONE.JPG" for the first row
+    bool FormLoadDone = false;
+    bool NoSaveOnExit = false;
+    bool Closing = false;
+};
+
+} // namespace tarn

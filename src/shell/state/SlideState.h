@@ -1,0 +1,43 @@
+// Slide shows: what the loop and its window tell each other, and how slides look.
+#pragma once
+
+#include <array>
+#include <string>
+
+namespace tarn {
+
+struct SlideState {
+    bool SlideStop = false;
+    bool SlideNext = false;
+    int SlideKey = 0; // last key code, 0 for none
+    int SlideMouse = 0;
+    int SlideAdjust = 0;
+    bool SlideViewing = false;
+    bool Slideloop = false;
+    bool SlideCompare = false;
+    long SlideDelay = 0; // auto advance
+    int SlidesPerPage = 0;
+    std::string SlideNameOnly;
+
+    std::string SlideFont;
+    int SlideFontIndex = 1;       // 1 to 6
+    int SlideFontSizeIndex = 3;   // 1 to 7
+    int SlideBackgroundIndex = 3; // 1 to 5
+    int SlideTextColorIndex = 0;  // 0 to 8, into SlideTextColors
+
+    // White, black, red, blue, green, yellow, cyan, magenta, grey as blue-green-red numbers.
+    static constexpr std::array<int, 9> SlideTextColors{
+        0xFFFFFF, 0, 255, 0xFF0000, 65280, 65535, 0xFFFF00, 0xFF00FF, 0x808080};
+
+    // Check marks of the Control menu.
+    bool CameraSettings = true;
+    bool ShowNotesSlide = false;
+    bool BeepLastSlide = false;
+    bool BeepAllSlide = false;
+    bool BeepCopyPicture = false;
+    bool Slides4Mouse = true;
+    bool SlideClear = false;
+    bool SlideAltArrowKeys = false;
+};
+
+} // namespace tarn

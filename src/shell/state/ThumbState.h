@@ -1,0 +1,20 @@
+// Thumbnails and what is printed of them.
+#pragma once
+
+#include <string>
+
+namespace tarn {
+
+struct ThumbState {
+    bool ThumbUpdate = false;
+    int ThumbSizeIndex = 3; // 1 to ThumbNumOfSizes
+    int ThumbSize = 0;      // pixels, from the menu row's caption
+    static constexpr int ThumbNumOfSizes = 15;
+    std::string ThumbSubFolder = "thumbnails";
+    bool ThumbClear = true;
+    bool ThumbCreateNotes = true;
+    bool ThumbNotesPrint = true;
+    bool PrintOnly1stPage = false;
+};
+
+} // namespace tarn
