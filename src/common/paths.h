@@ -29,8 +29,4 @@ std::string WithoutTrailingSeparator(std::string_view path);
 // The last four characters in upper case, by which the program tells files apart: ".JPG", "FITS".
 std::string FileTypeOf(std::string_view path);
 
-// Whether a name fits one of the patterns between ";" ("*.jpg;*.tif"; "*" any text, "?" one
-// character), in any case as camera files come; "*.*" fits every name.
-bool MatchesPatterns(std::string_view name, std::string_view patterns);
-
 } // namespace tarn

@@ -1,0 +1,59 @@
+#include "platform/Dialogs.h"
+
+#include "platform/QtText.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+
+namespace tarn {
+
+namespace {
+
+QMessageBox::Icon BoxIcon(Dialogs::Icon icon) {
+    switch (icon) {
+    case Dialogs::Icon::Information:
+        return QMessageBox::Information;
+    case Dialogs::Icon::Exclamation:
+        return QMessageBox::Warning;
+    case Dialogs::Icon::Critical:
+        return QMessageBox::Critical;
+    }
+    return QMessageBox::NoIcon;
+}
+
+class QtDialogs : public Dialogs {
+public:
+    void Message(Icon icon, const std::string& title, const std::string& text) override {
+        Box(icon, title, text, QMessageBox::Ok);
+    }
+    bool Confirm(Icon icon, const std::string& title, const std::string& text) override {
+        return Box(icon, title, text, QMessageBox::Ok | QMessageBox::Cancel) == QMessageBox::Ok;
+    }
+    std::string OpenFile(const std::string& title, const std::string& folder,
+                         const std::string& filter) override {
+        return FromQt(QFileDialog::getOpenFileName(QApplication::activeWindow(), ToQt(title),
+                                                   ToQt(folder), ToQt(filter)));
+    }
+    std::string ChooseFolder(const std::string& title, const std::string& folder) override {
+        return FromQt(QFileDialog::getExistingDirectory(QApplication::activeWindow(), ToQt(title),
+                                                        ToQt(folder)));
+    }
+
+private:
+    static int Box(Icon icon, const std::string& title, const std::string& text,
+                   QMessageBox::StandardButtons buttons) {
+        QMessageBox box(BoxIcon(icon), ToQt(title), ToQt(text), buttons,
+                        QApplication::activeWindow());
+        box.setTextFormat(Qt::PlainText);
+        return box.exec();
+    }
+};
+
+} // namespace
+
+std::unique_ptr<Dialogs> MakeDialogs() {
+    return std::make_unique<QtDialogs>();
+}
+
+} // namespace tarn

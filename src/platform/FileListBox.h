@@ -1,0 +1,68 @@
+// The file list: one folder, one pattern, many rows selected at once, one current row. It is a
+// snapshot that changes only with path, pattern or refresh. The click is raised from three places:
+// a selection in code, the release of the mouse, a change of the current row by keyboard.
+#pragma once
+
+#include "platform/FileListModel.h"
+
+#include <QFileSystemWatcher>
+#include <QListView>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tarn {
+
+class FileListBox : public QListView {
+    Q_OBJECT
+
+public:
+    explicit FileListBox(const Files& files, QWidget* parent = nullptr);
+
+    // False when the folder cannot be read: the list keeps its folder. Otherwise no row is current.
+    bool SetPath(const std::string& folder);
+    bool SetPattern(const std::string& pattern); // the same for the patterns between ";"
+    // Reads the folder again; the current row stays by name. Raises nothing.
+    void Refresh();
+
+    const std::string& Path() const { return m_model.Folder(); }
+    const std::string& Pattern() const { return m_model.Pattern(); }
+    int Count() const { return m_model.Count(); }
+    const std::string& Text(int row) const { return m_model.Text(row); }
+    int RowOf(const std::string& name) const { return m_model.RowOf(name); }
+    int CurrentRow() const { return currentIndex().isValid() ? currentIndex().row() : -1; }
+
+    // Selects a row beside what is selected, makes it current and raises the click, also when it
+    // was current. A row outside the list does nothing.
+    void Select(int row);
+
+    bool IsSelected(int row) const;
+    std::vector<int> SelectedRows() const; // ascending
+    // The current row stays; nothing is raised; the cost does not grow with the list.
+    void UnselectAll();
+    void SelectEveryRow();
+
+    std::function<void()> onClick;
+    std::function<void()> onDoubleClick;
+
+signals:
+    // Whether the folder on disk has changed since it was read.
+    void diskChanged(bool changed);
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    bool ReadFolder(const std::string& folder, const std::string& pattern);
+    void RaiseClick();
+
+    FileListModel m_model;
+    QFileSystemWatcher m_watcher;
+    bool m_pressed = false; // the press of the release to come was ours, and no double click
+};
+
+} // namespace tarn

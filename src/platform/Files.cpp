@@ -1,0 +1,94 @@
+#include "platform/Files.h"
+
+#include "platform/QtText.h"
+
+#include <QStandardPaths>
+
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+
+namespace tarn {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+void Say(std::string* error, const std::string& text) {
+    if (error) *error = text;
+}
+
+// Visits each visible entry with its name and kind.
+template <typename Visit>
+bool ForEachEntry(const std::string& folder, std::string* error, Visit visit) {
+    std::error_code code;
+    fs::directory_iterator at(folder, code);
+    for (; !code && at != fs::directory_iterator(); at.increment(code)) {
+        const std::string name = at->path().filename().string();
+        if (name.empty() || name.front() == '.') continue;
+        std::error_code kindUnknown;
+        visit(name, at->is_directory(kindUnknown));
+    }
+    if (code) Say(error, code.message());
+    return !code;
+}
+
+class DiskFiles : public Files {
+public:
+    bool Exists(const std::string& path) const override {
+        struct stat info {};
+        return ::stat(path.c_str(), &info) == 0;
+    }
+    bool IsFolder(const std::string& path) const override {
+        struct stat info {};
+        return ::stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+    }
+    std::optional<std::int64_t> ModifiedTime(const std::string& path,
+                                             std::string* error) const override {
+        struct stat info {};
+        if (::stat(path.c_str(), &info) != 0) {
+            Say(error, std::strerror(errno));
+            return {};
+        }
+        return info.st_mtime;
+    }
+    std::optional<std::vector<std::string>> FileNames(const std::string& folder,
+                                                      std::string* error) const override {
+        std::vector<std::string> names;
+        const bool read = ForEachEntry(folder, error, [&](const std::string& name, bool isFolder) {
+            if (!isFolder) names.push_back(name);
+        });
+        if (!read) return {};
+        return names;
+    }
+    std::vector<std::string> FolderNames(const std::string& folder) const override {
+        std::vector<std::string> names;
+        ForEachEntry(folder, nullptr, [&](const std::string& name, bool isFolder) {
+            if (isFolder) names.push_back(name);
+        });
+        return names;
+    }
+    std::string Absolute(const std::string& path) const override {
+        std::error_code code;
+        const fs::path absolute = fs::absolute(path, code);
+        return code ? path : absolute.lexically_normal().string();
+    }
+    std::string HomeFolder() const override {
+        return FromQt(QStandardPaths::writableLocation(QStandardPaths::HomeLocation));
+    }
+    std::string PicturesFolder() const override {
+        const std::string folder =
+            FromQt(QStandardPaths::writableLocation(QStandardPaths::PicturesLocation));
+        return folder != HomeFolder() && IsFolder(folder) ? folder : std::string();
+    }
+};
+
+} // namespace
+
+std::unique_ptr<Files> MakeFiles() {
+    return std::make_unique<DiskFiles>();
+}
+
+} // namespace tarn

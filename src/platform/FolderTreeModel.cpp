@@ -1,0 +1,152 @@
+#include "platform/FolderTreeModel.h"
+
+#include "common/paths.h"
+#include "common/text.h"
+#include "platform/QtText.h"
+
+#include <algorithm>
+
+namespace tarn {
+
+struct FolderTreeModel::Node {
+    std::string name;
+    std::string path;
+    Node* parent = nullptr;
+    std::vector<std::unique_ptr<Node>> children; // sorted by name in any case
+    bool read = false;
+
+    int Row() const {
+        if (!parent) return 0;
+        for (std::size_t i = 0; i < parent->children.size(); ++i)
+            if (parent->children[i].get() == this) return static_cast<int>(i);
+        return 0;
+    }
+};
+
+FolderTreeModel::FolderTreeModel(const Files& files)
+    : m_files(files), m_root(std::make_unique<Node>()) {
+    m_root->name = m_root->path = kRoot;
+}
+
+FolderTreeModel::~FolderTreeModel() = default;
+
+FolderTreeModel::Node* FolderTreeModel::NodeAt(const QModelIndex& index) const {
+    return static_cast<Node*>(index.internalPointer());
+}
+
+QModelIndex FolderTreeModel::IndexAt(Node* node) const {
+    return createIndex(node->Row(), 0, node);
+}
+
+std::string FolderTreeModel::PathOf(const QModelIndex& index) const {
+    return index.isValid() ? NodeAt(index)->path : std::string();
+}
+
+void FolderTreeModel::Insert(Node* node, const std::string& name) {
+    const auto before = [](const std::unique_ptr<Node>& child, const std::string& key) {
+        return FoldCase(child->name) < key;
+    };
+    auto& children = node->children;
+    const auto at = std::lower_bound(children.begin(), children.end(), FoldCase(name), before);
+    auto child = std::make_unique<Node>();
+    child->name = name;
+    child->path = JoinPath(node->path, name);
+    child->parent = node;
+    children.insert(at, std::move(child));
+}
+
+FolderTreeModel::Node* FolderTreeModel::ChildNamed(Node* node, const std::string& name) {
+    for (const auto& child : node->children)
+        if (child->name == name) return child.get();
+    return nullptr;
+}
+
+QModelIndex FolderTreeModel::IndexOf(const std::string& path) {
+    Node* node = m_root.get();
+    for (const std::string& part : PathParts(path)) {
+        if (part.empty()) continue;
+        if (!node->read) fetchMore(IndexAt(node));
+        Node* next = ChildNamed(node, part);
+        if (!next && m_files.IsFolder(JoinPath(node->path, part))) {
+            const QModelIndex parent = IndexAt(node);
+            emit layoutAboutToBeChanged();
+            Insert(node, part);
+            next = ChildNamed(node, part);
+            emit layoutChanged({parent});
+        }
+        if (!next) return {};
+        node = next;
+    }
+    return IndexAt(node);
+}
+
+void FolderTreeModel::Reread(const QModelIndex& index) {
+    if (!index.isValid()) return;
+    Node* node = NodeAt(index);
+    if (!node->children.empty()) {
+        beginRemoveRows(index, 0, static_cast<int>(node->children.size()) - 1);
+        node->children.clear();
+        endRemoveRows();
+    }
+    node->read = false;
+    fetchMore(index);
+}
+
+QModelIndex FolderTreeModel::index(int row, int column, const QModelIndex& parent) const {
+    if (column != 0 || row < 0) return {};
+    if (!parent.isValid()) return row == 0 ? createIndex(0, 0, m_root.get()) : QModelIndex();
+    const Node* node = NodeAt(parent);
+    if (row >= static_cast<int>(node->children.size())) return {};
+    return createIndex(row, 0, node->children[static_cast<std::size_t>(row)].get());
+}
+
+QModelIndex FolderTreeModel::parent(const QModelIndex& child) const {
+    Node* above = child.isValid() ? NodeAt(child)->parent : nullptr;
+    return above ? IndexAt(above) : QModelIndex();
+}
+
+int FolderTreeModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? static_cast<int>(NodeAt(parent)->children.size()) : 1;
+}
+
+int FolderTreeModel::columnCount(const QModelIndex&) const {
+    return 1;
+}
+
+QVariant FolderTreeModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid()) return {};
+    if (role == Qt::DisplayRole) return ToQt(NodeAt(index)->name);
+    if (role == Qt::ToolTipRole) return ToQt(NodeAt(index)->path);
+    if (role == Qt::DecorationRole) return m_icon;
+    return {};
+}
+
+bool FolderTreeModel::hasChildren(const QModelIndex& parent) const {
+    if (!parent.isValid()) return true;
+    const Node* node = NodeAt(parent);
+    return !node->read || !node->children.empty();
+}
+
+bool FolderTreeModel::canFetchMore(const QModelIndex& parent) const {
+    return parent.isValid() && !NodeAt(parent)->read;
+}
+
+void FolderTreeModel::fetchMore(const QModelIndex& parent) {
+    Node* node = NodeAt(parent);
+    node->read = true;
+    std::vector<std::string> names = m_files.FolderNames(node->path);
+    if (names.empty()) return;
+    std::sort(names.begin(), names.end(),
+              [](const std::string& a, const std::string& b) { return FoldCase(a) < FoldCase(b); });
+    beginInsertRows(parent, 0, static_cast<int>(names.size()) - 1);
+    for (const std::string& name : names) {
+        auto child = std::make_unique<Node>();
+        child->name = name;
+        child->path = JoinPath(node->path, name);
+        child->parent = node;
+        node->children.push_back(std::move(child));
+    }
+    endInsertRows();
+}
+
+} // namespace tarn

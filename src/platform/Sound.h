@@ -1,0 +1,17 @@
+// Plays the program's short sounds by name. Silent where there is no sound device.
+#pragma once
+
+#include <memory>
+#include <string>
+
+namespace tarn {
+
+class Sound {
+public:
+    virtual ~Sound() = default;
+    virtual void Play(const std::string& name) = 0; // "picture.wav"; returns at once
+};
+
+std::unique_ptr<Sound> MakeSound();
+
+} // namespace tarn
