@@ -8,6 +8,8 @@
 #include <QPushButton>
 #include <QScopedValueRollback>
 
+#include <algorithm>
+
 namespace tarn {
 
 void NavigationRoom::FolderTreeview1_Selection(const std::string& path) {
@@ -57,10 +59,33 @@ void NavigationRoom::SetHistoryButtons() {
 
 void NavigationRoom::EnableListCommands() {
     if (!m.state.FormLoadDone) return;
-    const bool hasRows = m.controls.FileListBox->Count() > 0;
-    if (hasRows && !m.state.HistNav) SelectRow(0);
+    const FileListBox& list = *m.controls.FileListBox;
+    const bool hasRows = list.Count() > 0;
+    if (hasRows && !m.state.HistNav) SelectRow(std::max(0, list.RowOf(m_wanted)));
     Update_Num_Files(0);
     m.shell.SetListCommands(hasRows);
+}
+
+void NavigationRoom::OpenPath(const std::string& path) {
+    const std::string absolute = WithoutTrailingSeparator(m.files.Absolute(path));
+    if (m.files.IsFolder(absolute)) {
+        m.controls.FolderTreeview1->SetSelectedPath(absolute);
+        m.controls.FolderTreeview1->Reveal(absolute);
+        return;
+    }
+    const std::string folder = FolderOf(absolute);
+    const std::string name = LastPart(absolute);
+    if (folder != m.controls.FileListBox->Path()) {
+        m_wanted = name;
+        m.controls.FolderTreeview1->SetSelectedPath(folder);
+        m.controls.FolderTreeview1->Reveal(folder);
+        m_wanted.clear();
+    } else {
+        ClearMultiselect();
+        SelectRow(m.controls.FileListBox->RowOf(name));
+    }
+    if (m.controls.FileListBox->RowOf(name) < 0)
+        m.shell.ShowMessage("'" + absolute + "' is not among the files listed");
 }
 
 void NavigationRoom::GoToFolder(int entry) {

@@ -210,7 +210,10 @@ void NavigationRoom::FileFwdButton_Click() {
 }
 
 void NavigationRoom::ResetFileHistory(bool withCurrent) {
-    ResetViews(m.state, withCurrent ? m.controls.FileListBox->CurrentRow() : -1);
+    if (withCurrent)
+        RestartViews(m.state, m.controls.FileListBox->CurrentRow());
+    else
+        ClearViews(m.state);
     SetEnabled(m.controls.FileBackButton, false);
     SetEnabled(m.controls.FileFwdButton, false);
 }

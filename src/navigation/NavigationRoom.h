@@ -25,6 +25,9 @@ public:
     void RefreshDirButton_Click() override;
     void ResetFileHistory(bool withCurrent) override;
 
+    // Opens a folder on its first row, or a file's folder on the file.
+    void OpenPath(const std::string& path);
+
     void SelectAllButton_Click();
     void FileBackButton_Click();
     void FileFwdButton_Click();
@@ -49,6 +52,7 @@ private:
     void SetHistoryButtons();
 
     Context& m;
+    std::string m_wanted; // name to select in the folder that is being entered
 };
 
 } // namespace tarn

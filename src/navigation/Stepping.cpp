@@ -33,11 +33,16 @@ void RecordView(SelectionState& state, int row) {
     state.FileHistLast = row;
 }
 
-void ResetViews(SelectionState& state, int row) {
-    state.FileHistHigh = row < 0 ? 0 : 1;
+void ClearViews(SelectionState& state) {
+    state.FileHistHigh = 0;
     state.FileHistCur = 0;
     state.FileHistLast = -1;
-    if (row >= 0) state.FileHist[0] = row;
+}
+
+void RestartViews(SelectionState& state, int row) {
+    ClearViews(state);
+    state.FileHistHigh = 1;
+    state.FileHist[0] = row;
 }
 
 bool CanGoBack(const SelectionState& state) {

@@ -16,8 +16,9 @@ int SheetPages(int count, int perPage);
 // A row was viewed: appended unless it is the one seen last or the list of views is full.
 void RecordView(SelectionState& state, int row);
 
-// The list of views starts anew, with the row as its first entry or, for -1, with none.
-void ResetViews(SelectionState& state, int row);
+// The list of views starts anew: empty, or with this row (-1 for none shown) as its one entry.
+void ClearViews(SelectionState& state);
+void RestartViews(SelectionState& state, int row);
 
 bool CanGoBack(const SelectionState& state);
 bool CanGoForward(const SelectionState& state);

@@ -32,6 +32,7 @@ public:
         m_settings.sync();
         return m_settings.status() == QSettings::NoError;
     }
+    bool IsWritable() const override { return m_settings.isWritable(); }
     std::string Location() const override { return FromQt(m_settings.fileName()); }
 
 private:

@@ -21,6 +21,8 @@ public:
     // Brings what was written to the disk; false when the store cannot be written.
     virtual bool Flush() = 0;
 
+    virtual bool IsWritable() const = 0;
+
     // Where the store lies, for the user.
     virtual std::string Location() const = 0;
 };

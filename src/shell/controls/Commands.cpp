@@ -1,13 +1,13 @@
 #include "shell/controls/MainControls.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QPushButton>
 
 namespace tarn {
 
 namespace {
 
-// What is asked of a command that is not connected is kept under "wanted"; a connected one obeys.
 template <typename Control> void Enable(Control* control, bool enabled) {
     if (control->property("hasCommand").toBool()) control->setEnabled(enabled);
 }
@@ -25,6 +25,11 @@ void Connect(QPushButton* button, std::function<void()> command) {
     button->setEnabled(true);
 }
 
+void Connect(QCheckBox* box, std::function<void()> command) {
+    ConnectTo(box, &QCheckBox::toggled, std::move(command));
+    box->setEnabled(true);
+}
+
 void Connect(QAction* entry, std::function<void()> command) {
     ConnectTo(entry, &QAction::triggered, std::move(command));
     entry->setEnabled(entry->property("startsEnabled").toBool());
@@ -32,6 +37,9 @@ void Connect(QAction* entry, std::function<void()> command) {
 
 void SetEnabled(QPushButton* button, bool enabled) {
     Enable(button, enabled);
+}
+void SetEnabled(QCheckBox* box, bool enabled) {
+    Enable(box, enabled);
 }
 void SetEnabled(QAction* entry, bool enabled) {
     Enable(entry, enabled);
@@ -45,7 +53,7 @@ std::vector<std::string> Unconnected(const MainControls& c) {
     };
     const auto lookAt = [&](const auto& member) {
         using Member = std::decay_t<decltype(member)>;
-        if constexpr (std::is_same_v<Member, QPushButton*>)
+        if constexpr (std::is_same_v<Member, QPushButton*> || std::is_same_v<Member, QCheckBox*>)
             look(member);
         else if constexpr (!std::is_pointer_v<Member>)
             for (const auto* each : member) look(each);

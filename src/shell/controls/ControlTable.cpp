@@ -48,9 +48,9 @@ void Dress(QWidget* widget, const ControlRow& row) {
     widget->setAccessibleName(readable       ? caption
                               : *row.tooltip ? QString::fromUtf8(row.tooltip)
                                              : QString::fromLatin1(row.name));
+    if (qobject_cast<QAbstractButton*>(widget)) widget->setEnabled(false);
     if (auto* button = qobject_cast<QPushButton*>(widget)) {
         button->setAutoDefault(false);
-        button->setEnabled(false);
         if (*row.icon) SetButtonIcon(*button, row.icon);
     }
 }

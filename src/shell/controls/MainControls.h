@@ -98,13 +98,16 @@ void MakeControls(MainControls& controls, const Files& files,
 // Fills the menu bar and makes the popup.
 void MakeMenus(MainControls& controls, QMenuBar& bar, QWidget& window);
 
-// Gives a button or menu entry its command. What has none stays disabled whatever SetEnabled says.
+// Gives a button, box or menu entry its command. What has none stays disabled whatever SetEnabled
+// says. A box runs its command on every change, also in code.
 void Connect(QPushButton* button, std::function<void()> command);
+void Connect(QCheckBox* box, std::function<void()> command);
 void Connect(QAction* entry, std::function<void()> command);
 void SetEnabled(QPushButton* button, bool enabled);
+void SetEnabled(QCheckBox* box, bool enabled);
 void SetEnabled(QAction* entry, bool enabled);
 
-// Object names of the buttons and entries that have no command, in the order of the tables.
+// Object names of the buttons, boxes and entries that have no command, in the order of the tables.
 std::vector<std::string> Unconnected(const MainControls& controls);
 
 } // namespace tarn

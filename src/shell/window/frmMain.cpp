@@ -194,6 +194,7 @@ void frmMain::Measure() {
 }
 
 void frmMain::LayOutNow() {
+    if (!isVisible()) layout()->activate(); // bars and area have no size yet
     m_laidOut = m_area->size();
     const MainLayout l = LayOut(m_laidOut, m_measures);
     m_folderBar->setGeometry(l.folderBar);
@@ -239,6 +240,13 @@ void frmMain::SetSplitterTop(int twips) {
     const int total = m_splitter->height() - m_splitter->handleWidth();
     const int top = static_cast<int>(RoundHalfEven(SnapSplitter(twips) / double(kTwipsPerPixel)));
     m_splitter->setSizes({top, std::max(1, total - top)});
+}
+
+double frmMain::ChangeListFont(double by) {
+    QFont changed = m_controls.FileListBox->font();
+    changed.setPointSizeF(std::clamp(changed.pointSizeF() + by, 4.0, 40.0));
+    m_controls.FileListBox->setFont(changed);
+    return m_controls.FileListBox->font().pointSizeF();
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {

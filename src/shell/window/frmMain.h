@@ -32,6 +32,9 @@ public:
     int SplitterTop() const;
     void SetSplitterTop(int twips);
 
+    // Font of the file list made larger by so many points; the size as the list now reports it.
+    double ChangeListFont(double by);
+
     // The pane's size in logical pixels.
     QSize PaneSize() const;
 

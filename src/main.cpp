@@ -1,0 +1,64 @@
+#include "common/paths.h"
+#include "platform/Dialogs.h"
+#include "platform/EventPump.h"
+#include "platform/Files.h"
+#include "platform/SettingsStore.h"
+#include "platform/Sound.h"
+#include "shell/House.h"
+#include "shell/SecondStart.h"
+
+#include <QApplication>
+#include <QImageReader>
+
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+constexpr char kUsage[] = "usage: tarn-view [--help | --version] [PATH]\n"
+                          "Shows the pictures of a folder; a file is shown first.\n";
+
+// Answers --help and --version; 2 for what is no usage, -1 to go on.
+int AnswerOptions(int argc, char** argv) {
+    if (argc > 2) {
+        std::fputs(kUsage, stderr);
+        return 2;
+    }
+    if (argc < 2 || std::strncmp(argv[1], "--", 2) != 0) return -1;
+    if (std::strcmp(argv[1], "--help") == 0) return std::fputs(kUsage, stdout), 0;
+    if (std::strcmp(argv[1], "--version") == 0)
+        return std::printf("tarn-view %s\n", tarn::ShellState().Version.c_str()), 0;
+    std::fputs(kUsage, stderr);
+    return 2;
+}
+
+std::string ImagingError() {
+    if (QImageReader::supportedImageFormats().contains("jpeg")) return {};
+    return "The reader of JPEG pictures cannot be loaded.";
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (const int answer = AnswerOptions(argc, argv); answer >= 0) return answer;
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("tarn-view"));
+    QApplication::setApplicationDisplayName(QString());
+    QApplication::setDesktopFileName(QStringLiteral("tarn-view"));
+    // The program ends by its own steps, not with its last visible window.
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    const auto files = tarn::MakeFiles();
+    const std::string path = argc > 1 ? argv[1] : "";
+    tarn::SecondStart second;
+    if (second.HandOver(path.empty() ? path : files->Absolute(path))) return 0;
+
+    const auto settings = tarn::MakeUserSettingsStore();
+    const auto events = tarn::MakeEventPump();
+    const auto dialogs = tarn::MakeDialogs();
+    const auto sound = tarn::MakeSound();
+    tarn::House house({*files, *settings, *events, *dialogs, *sound});
+    second.Listen([&house](const std::string& handed) { house.Open(handed); });
+    if (!house.Start(path, ImagingError())) return 1;
+    return events->ProgramEnds() ? 0 : QApplication::exec();
+}

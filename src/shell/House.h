@@ -1,0 +1,63 @@
+// The roof: the desk, the window, the platform and every room, joined by the one Context.
+#pragma once
+
+#include "display/DisplayRoom.h"
+#include "navigation/NavigationRoom.h"
+#include "navigation/PaneKeys.h"
+#include "pictureinfo/panel/PictureInfoRoom.h"
+#include "shell/Context.h"
+#include "shell/start/Lifecycle.h"
+#include "shell/window/ShellRoom.h"
+#include "shell/window/SilentRooms.h"
+#include "shell/window/frmMain.h"
+
+#include <QTimer>
+
+#include <memory>
+#include <string>
+
+namespace tarn {
+
+// The outside, as the program or a test brings it.
+struct Platform {
+    const Files& files;
+    SettingsStore& settings;
+    EventPump& events;
+    Dialogs& dialogs;
+    Sound& sound;
+};
+
+class House {
+public:
+    explicit House(const Platform& platform);
+
+    // False when the program cannot run.
+    bool Start(const std::string& path, const std::string& imagingError);
+
+    // A file or folder from outside: dropped, chosen, or handed over by a second start.
+    void Open(const std::string& path);
+
+    ProgramState state;
+    MainControls controls;
+    Context context;
+    frmMain window;
+    ShellRoom shell;
+    NavigationRoom navigation;
+    DisplayRoom display;
+    PictureInfoRoom info;
+    SilentNotes notes;
+    SilentVideo video;
+    PaneKeys keys;
+    Lifecycle lifecycle;
+
+private:
+    void WireFile();
+    void WireWindow();
+    void WindowResized();
+    void AskForFile();
+    void AskForFolder();
+
+    QTimer m_resizeTimer;
+};
+
+} // namespace tarn

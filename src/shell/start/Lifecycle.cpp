@@ -1,0 +1,252 @@
+#include "shell/start/Lifecycle.h"
+
+#include "common/paths.h"
+#include "navigation/ClassFilter.h"
+#include "navigation/NavigationRoom.h"
+#include "platform/Dialogs.h"
+#include "platform/EventPump.h"
+#include "platform/FileListBox.h"
+#include "platform/Files.h"
+#include "platform/FolderTreeview.h"
+#include "platform/PictureBox.h"
+#include "platform/QtText.h"
+#include "platform/SettingsStore.h"
+#include "shell/settings/Settings.h"
+#include "shell/start/frmSplash.h"
+#include "shell/window/MenuSwitches.h"
+#include "shell/window/WindowPlaces.h"
+#include "shell/window/frmMain.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QLabel>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSignalBlocker>
+
+namespace tarn {
+
+Lifecycle::Lifecycle(Context& context, frmMain& window, NavigationRoom& navigation)
+    : m(context), m_window(window), m_navigation(navigation) {}
+
+Lifecycle::~Lifecycle() = default;
+
+bool Lifecycle::Form_Initialize(const std::string& imagingError) {
+    if (!imagingError.empty()) {
+        m.dialogs.Message(Dialogs::Icon::Critical, "ImgX4.dll missing error", imagingError);
+        return false;
+    }
+    m.state.Version_Detail = "Built " __DATE__ " - one window for a night's pictures";
+    m_splash = std::make_unique<frmSplash>(m.state.Version, m.state.Version_Detail);
+    m_splash->show();
+    m.events.Pump();
+    m.events.Sleep(250);
+    return true;
+}
+
+void Lifecycle::MeasureWindow() {
+    const QSize screen = ScreenPixels(m_window);
+    m.state.ScreenWidthPx = screen.width() - 8;
+    m.state.ScreenHeightPx = screen.height() - 8;
+    const QSize pane = m_window.PaneSize();
+    m.state.PreviewWidth = pane.width();
+    m.state.PreviewHeight = pane.height();
+}
+
+void Lifecycle::Form_Load(const std::string& argument) {
+    ProgramState& s = m.state;
+    m_window.resize(m_window.DesignSize());
+    m_window.LayOutNow();
+    MeasureWindow();
+    ReadSettings();
+    m_start = WorkOutStart(argument, LoadStartPath(m.settings, FirstRunPath(m.files)), m.files);
+    s.StartSpec = m_start.spec;
+    s.StartFolder = m_start.folder;
+    s.StartName = m_start.name;
+
+    // The tree answers with its event, which opens the start folder while the program loads.
+    m.controls.FolderTreeview1->SetSelectedPath(std::string(kRoot));
+    m.events.Pump();
+    SelectStartFile();
+    s.SlideDelay = 0;
+    s.SlideCompare = false;
+    m_splash->hide();
+    m.events.Pump();
+    m.controls.FolderTreeview1->SetSelectedPath(s.StartFolder);
+    m.controls.FolderTreeview1->Reveal(s.StartFolder);
+    s.FilterActive = false;
+    s.FormLoadDone = true;
+    m_window.show();
+    m_window.setWindowTitle(m_window.windowTitle() + QStringLiteral(" - ") + ToQt(s.Version));
+    s.ThumbUpdate = false;
+    if (s.VideoPending) {
+        m.events.Pump();
+        m.video.ShowVideoFile();
+    }
+    m.navigation.ResetFileHistory(true);
+    m.shell.SetListCommands(m.controls.FileListBox->Count() > 0);
+    m.shell.FocusPane();
+    SayWhatIsAmiss();
+}
+
+void Lifecycle::SayWhatIsAmiss() {
+    if (!m_start.missing.empty())
+        m.shell.ShowMessage("'" + m_start.missing + "' does not exist");
+    else if (!m.settings.IsWritable())
+        m.shell.ShowMessage("Settings cannot be written to " + m.settings.Location());
+}
+
+void Lifecycle::ReadSettings() {
+    ProgramState& s = m.state;
+    LoadSettings(s, m.settings);
+    RestorePlace();
+    ShowFolderSettings();
+    ShowListSettings();
+    ShowSwitches(m);
+    ClearTexts();
+    s.ImageLoaded = s.NoSaveOnExit = s.OneToOneNav = false;
+    s.FileTypes = StartFileTypes(s);
+    m.controls.FileListBox->SetPattern(s.FileTypes);
+    SetEnabled(m.controls.FolderBackButton, s.HistHigh >= 1 && s.HistCur > 1);
+    SetEnabled(m.controls.FolderFwdButton, s.HistHigh >= 1 && s.HistCur < s.HistHigh);
+}
+
+void Lifecycle::RestorePlace() {
+    ProgramState& s = m.state;
+    QSize size = m_window.DesignSize();
+    if (s.MainWidth >= 1) size.setWidth(s.MainWidth / kTwipsPerPixel);
+    if (s.MainHeight >= 1) size.setHeight(s.MainHeight / kTwipsPerPixel);
+    PlaceOnScreen(m_window, QRect(QPoint(static_cast<int>(s.MainLeft) / kTwipsPerPixel,
+                                         static_cast<int>(s.MainTop) / kTwipsPerPixel),
+                                  size));
+    // The first picture is fitted into the pane that the window will show.
+    m_window.LayOutNow();
+    if (s.SplitterTop >= 1) m_window.SetSplitterTop(s.SplitterTop);
+    const qreal ratio = m_window.devicePixelRatioF();
+    s.PreviewWidth = qRound(m_window.PaneSize().width() * ratio);
+    s.PreviewHeight = qRound(m_window.PaneSize().height() * ratio);
+}
+
+void Lifecycle::ShowFolderSettings() {
+    const ProgramState& s = m.state;
+    const MainControls& c = m.controls;
+    const bool notes = !s.NotesFolder.empty();
+    if (notes) c.NotesFrame->setToolTip(ToQt(s.NotesFolder).toHtmlEscaped());
+    SetEnabled(c.DisplayNotesFolderButton, notes);
+    SetEnabled(c.CommandNotesNew, notes);
+    c.NotesOnlyMenu->setEnabled(notes);
+    c.FilesNotesMenu->setEnabled(notes);
+    if (!s.CopyImageFolder.empty()) {
+        const QString folder = ToQt(s.CopyImageFolder).toHtmlEscaped();
+        c.CopyImageButton3->setToolTip(folder);
+        c.MoveToButton->setToolTip(folder);
+        c.CJMButton->setToolTip(QStringLiteral("Convert to JPG then move to ") + folder);
+        c.GotoCopyFolderButton->setToolTip(QStringLiteral("Display CopyTo folder ") + folder);
+    }
+    for (QAction* entry : {c.OpenButton, c.OpenButton2, c.GenerateThumbButton, c.Printc4Button,
+                           c.PrintCButton, c.PrintCMButton, c.PrintCSButton})
+        entry->setProperty("baseCaption", entry->text());
+    c.GenerateThumbButton->setText(c.GenerateThumbButton->text() + ToCaption(s.ThumbSubFolder));
+}
+
+void Lifecycle::ShowListSettings() {
+    const ProgramState& s = m.state;
+    const MainControls& c = m.controls;
+    const auto set = [](QCheckBox* box, int value) {
+        const QSignalBlocker silent(box);
+        box->setChecked(value != 0);
+    };
+    set(c.PCheck, s.PictureListCheck);
+    set(c.VCheck, s.VideoListCheck);
+    set(c.WCheck, s.WebListCheck);
+    set(c.clearNotesSaveButton, s.ClearNotesSavePlus);
+    const QString how = s.ClearNotesSavePlus ? QStringLiteral("Save notes, clear; advance to ")
+                                             : QStringLiteral("Save notes, no clear; advance to ");
+    c.SaveNotes2Button->setToolTip(how + QStringLiteral("next picture"));
+    c.SaveNotes3Button->setToolTip(how + QStringLiteral("previous picture"));
+}
+
+void Lifecycle::ClearTexts() {
+    const MainControls& c = m.controls;
+    for (QLabel* label : {c.MpixelText, c.FileSizeText, c.SizeText}) label->clear();
+    m.shell.ShowMessage({});
+    m.shell.ShowError({});
+}
+
+void Lifecycle::SelectStartFile() {
+    const FileListBox& list = *m.controls.FileListBox;
+    m.navigation.Update_Num_Files(0);
+    if (m.state.StartName == kFirstRow) {
+        m.navigation.SelectRow(0);
+        return;
+    }
+    m.navigation.ClearMultiselect();
+    m.navigation.SelectRow(list.RowOf(m.state.StartName));
+}
+
+void Lifecycle::Exit_Click() {
+    Form_Unload();
+}
+
+void Lifecycle::QuitButton_Click() {
+    m.state.NoSaveOnExit = true;
+    Form_Unload();
+}
+
+void Lifecycle::KeepPlaces() {
+    ProgramState& s = m.state;
+    s.MainNormal = !m_window.isMinimized() && !m_window.isMaximized() && !m_window.isFullScreen();
+    const QRect place = PlaceOf(m_window);
+    if (s.MainNormal && PlacesAreKnown()) {
+        s.MainLeft = static_cast<float>(place.left() * kTwipsPerPixel);
+        s.MainTop = static_cast<float>(place.top() * kTwipsPerPixel);
+    }
+    s.MainWidth = m_window.width() * kTwipsPerPixel;
+    s.MainHeight = m_window.height() * kTwipsPerPixel;
+    s.SplitterTop = m_window.SplitterTop();
+    s.PictureListCheck = m.controls.PCheck->isChecked();
+    s.VideoListCheck = m.controls.VCheck->isChecked();
+    s.WebListCheck = m.controls.WCheck->isChecked();
+}
+
+void Lifecycle::Form_Unload() {
+    if (m.state.Closing) return;
+    m.state.Closing = true;
+    m.video.CloseVideoClip();
+    KeepPlaces();
+    m.shell.SetBusy(true);
+    SaveSettings(m.state, m.settings);
+    m.shell.SetBusy(false);
+    m_splash->hide();
+    m_window.hide();
+    m.events.EndProgram();
+}
+
+void Lifecycle::SaveSettingsButton_Click() {
+    KeepPlaces();
+    m.shell.SetBusy(true);
+    const bool saved = SaveSettings(m.state, m.settings);
+    m.shell.SetBusy(false);
+    m.shell.ShowMessage(saved ? "Settings saved"
+                              : "Settings cannot be written to " + m.settings.Location());
+}
+
+void Lifecycle::RemoveRegButton_Click() {
+    m.settings.Delete();
+    m.settings.Flush();
+    m.dialogs.Message(Dialogs::Icon::Information, "Tarn_View",
+                      "Registry entries for Tarn_View have been removed.");
+}
+
+void Lifecycle::HelpRegistryEntriesButton_Click() {
+    m.dialogs.Message(Dialogs::Icon::Information, "Registry entries",
+                      "Registry entires are located in:\n" + m.settings.Location() +
+                          ", section Defaults");
+}
+
+void Lifecycle::VersionButton_Click() {
+    m_splash->show();
+}
+
+} // namespace tarn

@@ -1,0 +1,58 @@
+// Start and end of a run, step by step.
+#pragma once
+
+#include "shell/Context.h"
+#include "shell/start/StartPath.h"
+
+#include <memory>
+#include <string>
+
+namespace tarn {
+
+class frmMain;
+class frmSplash;
+class NavigationRoom;
+
+class Lifecycle {
+public:
+    Lifecycle(Context& context, frmMain& window, NavigationRoom& navigation);
+    ~Lifecycle();
+
+    // Before any window: false, after a message, when pictures cannot be read at all.
+    // `imagingError` is empty when they can.
+    bool Form_Initialize(const std::string& imagingError);
+
+    // From the settings to the first picture on screen. `argument` is the command line's path.
+    void Form_Load(const std::string& argument);
+
+    // Saves, unless told not to, and ends the program.
+    void Form_Unload();
+
+    void Exit_Click();
+    void QuitButton_Click();
+    void SaveSettingsButton_Click();
+    void RemoveRegButton_Click();
+    void HelpRegistryEntriesButton_Click();
+    void VersionButton_Click(); // the splash once more
+
+    const frmSplash* Splash() const { return m_splash.get(); }
+
+private:
+    void MeasureWindow();
+    void ReadSettings();
+    void ShowFolderSettings();
+    void ShowListSettings();
+    void RestorePlace();
+    void ClearTexts();
+    void SelectStartFile();
+    void SayWhatIsAmiss();
+    void KeepPlaces();
+
+    Context& m;
+    frmMain& m_window;
+    NavigationRoom& m_navigation;
+    std::unique_ptr<frmSplash> m_splash;
+    StartPath m_start;
+};
+
+} // namespace tarn

@@ -1,0 +1,26 @@
+// Places of windows on the screens, in logical pixels.
+#pragma once
+
+#include <QRect>
+#include <QSize>
+
+class QWidget;
+
+namespace tarn {
+
+// Size of the screen on which the window stands, in device pixels.
+QSize ScreenPixels(const QWidget& window);
+
+// Moves and sizes a window; a place off every screen is brought back onto the nearest.
+void PlaceOnScreen(QWidget& window, const QRect& place);
+
+// The nearest place inside one of the screens for a rectangle; size kept where it fits.
+QRect BroughtBack(const QRect& place, const QList<QRect>& screens);
+
+// The window's last normal place: the frame's corner, the size of the inside.
+QRect PlaceOf(const QWidget& window);
+
+// Whether the window system tells where windows stand.
+bool PlacesAreKnown();
+
+} // namespace tarn
