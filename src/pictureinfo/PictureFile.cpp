@@ -51,7 +51,7 @@ bool ReadFileRecord(const std::string& path, FileRecord& record, FileFacts& fact
     return true;
 }
 
-std::string FileDateText(const FileFacts& facts) {
+std::string FormatFileDate(const FileFacts& facts) {
     return facts.known ? FormatDateText(FromFileTime(facts.changed)) : std::string();
 }
 

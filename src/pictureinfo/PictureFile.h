@@ -23,6 +23,6 @@ FileFacts ReadFileFacts(const std::string& path);
 bool ReadFileRecord(const std::string& path, FileRecord& record, FileFacts& facts);
 
 // The date of a file as text ("06/22/2004 8:15:30 PM"), empty when the file is not there.
-std::string FileDateText(const FileFacts& facts);
+std::string FormatFileDate(const FileFacts& facts);
 
 } // namespace tarn

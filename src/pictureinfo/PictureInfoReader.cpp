@@ -68,7 +68,7 @@ void PictureInfoReader::ReadCameraDate(PictureInfo& info) {
     info.NoExif = false;
     info.ExifFound = false;
     const FileFacts facts = ReadFile(info);
-    if (facts.known) info.FileDate = FileDateText(facts);
+    if (facts.known) info.FileDate = FormatFileDate(facts);
     FindData(info, kDateBytes);
     if (!info.ExifFound) {
         info.NoExif = true;
