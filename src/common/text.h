@@ -18,6 +18,9 @@ int Length(std::string_view text);
 std::string_view LeftChars(std::string_view text, int n);
 std::string_view RightChars(std::string_view text, int n);
 
+// Up to n characters from the character with number `start`, counted from 1.
+std::string_view MidChars(std::string_view text, int start, int n);
+
 // Blanks (0x20 only) removed at both ends.
 std::string_view Trim(std::string_view text);
 

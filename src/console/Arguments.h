@@ -1,0 +1,41 @@
+// The words of a command line behind the subcommand's name: options first, then the rest.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarn {
+
+// An option that a subcommand knows: "--date", or with a value behind it "--size 200".
+struct OptionRule {
+    std::string_view name;
+    bool takesValue = false;
+};
+
+class Arguments {
+public:
+    // None when an option is unknown or lacks its value; `fault` then says which. "--" ends the
+    // options.
+    static std::optional<Arguments> Parse(std::span<const std::string> words,
+                                          std::span<const OptionRule> rules, std::string& fault);
+
+    bool Has(std::string_view option) const;
+
+    // Values of an option, in the order given.
+    std::vector<std::string> Values(std::string_view option) const;
+
+    const std::vector<std::string>& Operands() const { return operands_; }
+
+private:
+    struct Option {
+        std::string name;
+        std::string value;
+    };
+    std::vector<Option> options_;
+    std::vector<std::string> operands_;
+};
+
+} // namespace tarn

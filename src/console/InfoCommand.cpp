@@ -1,0 +1,86 @@
+#include "console/InfoCommand.h"
+
+#include "console/Arguments.h"
+#include "pictureinfo/PictureInfoReader.h"
+
+#include <cstdio>
+
+namespace tarn {
+
+namespace {
+
+void Print(std::string_view text) {
+    std::fwrite(text.data(), 1, text.size(), stdout);
+}
+
+// What the window does to the record before it reads a picture.
+void BeginPicture(PictureInfo& info, const std::string& path) {
+    info.Filename = path;
+    info.FileNameOnly = path.substr(path.find_last_of('/') + 1);
+    info.PictureDate.clear();
+    info.NoExif = false;
+    info.DatesDiffer = false;
+    info.ExpOrientation = 0;
+}
+
+class InfoPrinter {
+public:
+    explicit InfoPrinter(const PictureSizeReader& pictureSize) : pictureSize_(pictureSize) {}
+
+    void PrintPanel(const std::string& path) {
+        BeginPicture(info_, path);
+        info_.FileDate = FormatFileDate(ReadFileFacts(path));
+        if (!pictureSize_(path, info_.ImageWidth, info_.ImageHeight)) {
+            info_.ImageWidth = 0;
+            info_.ImageHeight = 0;
+        }
+        reader_.ReadPictureInfo(info_);
+        if (!WasRead()) return;
+        Print("== " + path + "\n");
+        for (const std::string& row : info_.PanelRows) Print(row + "\n");
+    }
+
+    void PrintDates(const std::string& path) {
+        BeginPicture(info_, path);
+        info_.CameraDate.clear();
+        reader_.ReadCameraDate(info_);
+        if (WasRead()) Print(path + "\t" + info_.CameraDate + "\t" + info_.PictureDate + "\n");
+    }
+
+    int ExitStatus() const { return exitStatus_; }
+
+private:
+    bool WasRead() {
+        if (reader_.FileWasRead()) return true;
+        ComplainOfFile(info_.Filename, "cannot be read");
+        exitStatus_ = kExitFailedFile;
+        return false;
+    }
+
+    const PictureSizeReader& pictureSize_;
+    PictureInfoReader reader_;
+    PictureInfo info_;
+    int exitStatus_ = kExitSuccess;
+};
+
+constexpr OptionRule kOptions[] = {{"--date"}};
+
+} // namespace
+
+int RunInfo(std::span<const std::string> words, const PictureSizeReader& pictureSize) {
+    std::string fault;
+    const auto arguments = Arguments::Parse(words, kOptions, fault);
+    if (!arguments) return ComplainOfUsage(fault, kInfoUsage);
+    if (arguments->Operands().empty()) return ComplainOfUsage("no file given", kInfoUsage);
+    InfoPrinter printer(pictureSize);
+    for (const std::string& path : arguments->Operands()) {
+        if (arguments->Has("--date")) {
+            printer.PrintDates(path);
+        } else {
+            printer.PrintPanel(path);
+        }
+    }
+    return printer.ExitStatus();
+}
+
+} // namespace tarn

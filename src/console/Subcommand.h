@@ -1,0 +1,29 @@
+// What every subcommand of the console companion has in common: a row in the table of them, the
+// exit statuses, and how faults are told.
+#pragma once
+
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace tarn {
+
+inline constexpr int kExitSuccess = 0;
+inline constexpr int kExitFailedFile = 1; // the other files were still worked on
+inline constexpr int kExitBadUsage = 2;
+
+struct Subcommand {
+    std::string_view name;
+    std::string_view usage;                                     // "tarn info [--date] FILE..."
+    std::function<int(std::span<const std::string> words)> run; // gives the exit status
+};
+
+// Pixel size of a picture; false, and 0 x 0, when no reader knows the file.
+using PictureSizeReader = std::function<bool(const std::string& path, int& width, int& height)>;
+
+// Messages on the standard error stream.
+int ComplainOfUsage(std::string_view fault, std::string_view usage); // gives kExitBadUsage
+void ComplainOfFile(const std::string& path, std::string_view fault);
+
+} // namespace tarn

@@ -1,0 +1,73 @@
+// The console companion: one subcommand a run, plain text out, no window.
+#include "console/InfoCommand.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <exception>
+#include <vector>
+
+namespace {
+
+bool UnknownSize(const std::string& /*path*/, int& width, int& height) {
+    width = 0;
+    height = 0;
+    return false;
+}
+
+const std::vector<tarn::Subcommand>& Subcommands() {
+    static const std::vector<tarn::Subcommand> kSubcommands = {
+        {"info", tarn::kInfoUsage,
+         [](std::span<const std::string> words) { return tarn::RunInfo(words, UnknownSize); }}};
+    return kSubcommands;
+}
+
+std::string UsageOfAll() {
+    std::string text = "usage: tarn --help | --version\n";
+    for (const tarn::Subcommand& known : Subcommands()) {
+        text += "       " + std::string(known.usage) + "\n";
+    }
+    return text;
+}
+
+int Run(const std::vector<std::string>& words) {
+    if (words.empty()) {
+        std::fputs(UsageOfAll().c_str(), stderr);
+        return tarn::kExitBadUsage;
+    }
+    if (words[0] == "--help") {
+        std::fputs(UsageOfAll().c_str(), stdout);
+        return tarn::kExitSuccess;
+    }
+    if (words[0] == "--version") {
+        std::puts("tarn " TARN_VERSION);
+        return tarn::kExitSuccess;
+    }
+    const auto& all = Subcommands();
+    const auto chosen = std::find_if(all.begin(), all.end(), [&](const tarn::Subcommand& known) {
+        return known.name == words[0];
+    });
+    if (chosen == all.end()) {
+        std::fputs(("tarn: unknown command " + words[0] + "\n" + UsageOfAll()).c_str(), stderr);
+        return tarn::kExitBadUsage;
+    }
+    if (words.size() > 1 && words[1] == "--help") {
+        std::fputs(("usage: " + std::string(chosen->usage) + "\n").c_str(), stdout);
+        return tarn::kExitSuccess;
+    }
+    return chosen->run(std::span(words).subspan(1));
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        const int status = Run({argv + 1, argv + std::max(argc, 1)});
+        // Output that did not reach its file is a failure, too.
+        return std::fflush(stdout) == 0 ? status : std::max(status, tarn::kExitFailedFile);
+    } catch (const std::exception& fault) {
+        std::fputs("tarn: ", stderr);
+        std::fputs(fault.what(), stderr);
+        std::fputs("\n", stderr);
+        return tarn::kExitFailedFile;
+    }
+}

@@ -1,0 +1,169 @@
+#include "pictureinfo/CameraDataText.h"
+
+#include "common/dates.h"
+#include "common/numbers.h"
+#include "common/text.h"
+
+#include <charconv>
+#include <optional>
+
+namespace tarn {
+
+namespace {
+
+std::string Labelled(std::string_view label, std::string_view text) {
+    return std::string(label).append(text);
+}
+
+// 1 M begins at a decimal million, but is counted in binary.
+std::string SizeText(std::int64_t bytes) {
+    const auto size = static_cast<double>(bytes);
+    if (bytes < 1000000) return FormatFixed(size / 1024, 0) + " KB";
+    return FormatFixed(size / 1024 / 1024, 1) + " MB";
+}
+
+std::optional<int> DateNumber(std::string_view text, int start, int length) {
+    const std::string_view digits = Trim(MidChars(text, start, length));
+    int value = 0;
+    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    if (result.ec != std::errc() || result.ptr != digits.data() + digits.size()) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+// Of a date text "06/22/2004 8:15:30 PM".
+std::optional<std::string> WeekdayOf(std::string_view dateText) {
+    const auto month = DateNumber(dateText, 1, 2);
+    const auto day = DateNumber(dateText, 4, 2);
+    const auto year = DateNumber(dateText, 7, 4);
+    if (!month || !day || !year) return std::nullopt;
+    return WeekdayName(*year, *month, *day);
+}
+
+std::string SecondsText(long long seconds) {
+    return FormatPadded(seconds / 60, 2) + "m " + FormatPadded(seconds % 60, 2) + "s";
+}
+
+std::string FractionText(long long numerator, long long denominator) {
+    if (numerator == 1 && denominator == 1) return SecondsText(1);
+    return std::to_string(numerator) + "/" + std::to_string(denominator) + "s";
+}
+
+std::string Millimetres(double value) {
+    return FormatFixed(value, 1) + "mm";
+}
+
+std::string FilmText(std::string_view filmFocal, std::string_view magnification) {
+    return std::string(filmFocal).append("mm (film) - ").append(magnification);
+}
+
+constexpr std::string_view kFocalLabel = "Focal length: ";
+
+} // namespace
+
+void SetSizeTexts(PictureInfo& info, std::int64_t fileSize) {
+    const double pixels = static_cast<double>(info.ImageWidth) * info.ImageHeight;
+    const std::string megapixels = FormatFixed(pixels / 1000000, 1);
+    info.FileSizeText = SizeText(fileSize);
+    const std::string rest = std::to_string(info.ImageWidth) + " x " +
+                             std::to_string(info.ImageHeight) + " - " + info.FileSizeText;
+    info.CameraDataLines[2] = "        Size: " + megapixels + " Megapixel - " + rest;
+    info.ExpSizeLine = megapixels + " Mp " + rest;
+    info.ExpMegapixels = megapixels + " Mp";
+    info.MpixelText = info.ExpMegapixels;
+}
+
+void SetNameAndFileDate(PictureInfo& info) {
+    info.CameraDataLines[0] = Labelled("   File name: ", info.FileNameOnly);
+    const std::string weekday = WeekdayOf(info.FileDate).value_or(std::string());
+    info.CameraDataLines[1] = "        Date: " + info.FileDate + "  " + weekday;
+}
+
+void SetPictureDateLine(PictureInfo& info) {
+    const auto weekday = WeekdayOf(info.PictureDate);
+    if (weekday) info.CameraDataLines[1] = "Picture date: " + info.PictureDate + "  " + *weekday;
+}
+
+std::string ExposureTimeText(std::int32_t numerator, std::int32_t denominator) {
+    const auto rounded = [](double a, double b) { return RoundHalfEven(a / b); };
+    if (numerator < denominator) {
+        if (numerator <= 1) return FractionText(numerator, denominator);
+        return FractionText(1, rounded(denominator, numerator));
+    }
+    const long long seconds = denominator == 0 ? 0 : rounded(numerator, denominator);
+    return seconds >= 1 ? SecondsText(seconds) : std::to_string(seconds);
+}
+
+std::string ApertureText(float fNumber) {
+    return "f/" + FormatFixed(fNumber, 1);
+}
+
+std::string BiasText(float bias) {
+    return FormatSigned(bias, 1) + " EV";
+}
+
+void SetFocalLength(PictureInfo& info, float focal) {
+    std::string& line = info.CameraDataLines[6];
+    line = Labelled(kFocalLabel, Millimetres(focal));
+    info.ExpMagnification.clear();
+    if (info.FilmFactor <= 0) return;
+    info.ExpMagnification = FormatFixed(focal / 50 * info.FilmFactor, 1) + "x";
+    line +=
+        " - " + FilmText(FormatNoLeadingZero(focal * info.FilmFactor, 1), info.ExpMagnification);
+}
+
+void SetFilmFocalLength(PictureInfo& info, std::int16_t filmFocal, float focal) {
+    std::string& line = info.CameraDataLines[6];
+    if (filmFocal == 0) {
+        line = kManualLensLine;
+        return;
+    }
+    info.ExpMagnification = FormatFixed(filmFocal / 50.0, 1) + "x";
+    const std::string film = FilmText(std::to_string(filmFocal), info.ExpMagnification);
+    line = Labelled(kFocalLabel, focal == 0 ? film : Millimetres(focal) + " - " + film);
+}
+
+std::string MeterLine(std::string_view text) {
+    return Labelled("  Meter mode: ", text);
+}
+std::string LensLine(std::string_view text) {
+    return Labelled("        Lens: ", text);
+}
+std::string SettingsLine(std::string_view text) {
+    return Labelled("    Settings: ", text);
+}
+std::string FocusLine(std::string_view text) {
+    return Labelled("       Focus: ", text);
+}
+std::string CameraLine(std::string_view text) {
+    return Labelled("      Camera: ", text);
+}
+std::string UnlabelledLine(std::string_view text) {
+    return Labelled("              ", text);
+}
+
+void AssembleLines(PictureInfo& info) {
+    auto& lines = info.CameraDataLines;
+    if (lines[10].empty()) { // no maker note has filled the lines from 8 on
+        lines[10] = info.ExpFlash.empty() ? "       Flash: OFF" : "       Flash: ON";
+        lines[9] = info.ExpFocus.empty() ? std::string() : FocusLine(info.ExpFocus);
+        lines[8].clear();
+        lines[11].clear();
+    }
+    lines[4] = "    Exposure: ";
+    if (!info.ExpProgram.empty()) lines[4] += info.ExpProgram + " - ";
+    lines[4] += info.ExpTime;
+    if (!info.ExpAperture.empty()) lines[4] += " - " + info.ExpAperture;
+    lines[5] = UnlabelledLine(info.ExpBias);
+    if (!info.ExpSpeed.empty()) lines[5] += " - " + info.ExpSpeed;
+    if (info.ExpProgram.empty() && info.ExpTime.empty() && info.ExpAperture.empty()) {
+        for (const std::size_t line : {4U, 5U, 6U, 10U}) lines[line].clear();
+    }
+}
+
+void ShowLines(PictureInfo& info, int count) {
+    info.PanelRows.assign(info.CameraDataLines.begin(), info.CameraDataLines.begin() + count);
+}
+
+} // namespace tarn

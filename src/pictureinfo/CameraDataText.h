@@ -1,0 +1,52 @@
+// The texts that picture and camera data are shown in, and the lines of the camera data panel. All
+// labels have 14 characters, so that the values stand in one column of a fixed-pitch list.
+#pragma once
+
+#include "pictureinfo/PictureInfo.h"
+
+#include <cstdint>
+#include <string>
+
+namespace tarn {
+
+inline constexpr int kPanelLines = 13;
+
+// FileSizeText, MpixelText, ExpSizeLine, ExpMegapixels and line 2, from the size of the picture in
+// pixels and of its file in bytes.
+void SetSizeTexts(PictureInfo& info, std::int64_t fileSize);
+
+// Lines 0 and 1 from the file's name and date.
+void SetNameAndFileDate(PictureInfo& info);
+
+// Line 1 from the picture's date; it stays as it is when that date has no weekday.
+void SetPictureDateLine(PictureInfo& info);
+
+// "1/125s", "00m 30s", "0" through a denominator of 0.
+std::string ExposureTimeText(std::int32_t numerator, std::int32_t denominator);
+
+std::string ApertureText(float fNumber); // "f/5.6"
+std::string BiasText(float bias);        // "+0.7 EV"
+
+// Line 6 and ExpMagnification, from the focal length of the sensor and the camera's FilmFactor.
+void SetFocalLength(PictureInfo& info, float focal);
+
+// The same from the focal length on film that the camera states; `focal` is 0 when it states none.
+void SetFilmFocalLength(PictureInfo& info, std::int16_t filmFocal, float focal);
+
+inline constexpr const char* kManualLensLine = "Focal length: Manual lens";
+
+// One line of the panel: label and text.
+std::string MeterLine(std::string_view text);
+std::string LensLine(std::string_view text);
+std::string SettingsLine(std::string_view text);
+std::string FocusLine(std::string_view text);
+std::string CameraLine(std::string_view text);
+std::string UnlabelledLine(std::string_view text);
+
+// Lines 4, 5, 8 to 11 from the fields, after all tags.
+void AssembleLines(PictureInfo& info);
+
+// Puts the first lines into the panel.
+void ShowLines(PictureInfo& info, int count);
+
+} // namespace tarn

@@ -1,0 +1,154 @@
+#include "pictureinfo/PictureInfoReader.h"
+
+#include "pictureinfo/CameraDataText.h"
+#include "pictureinfo/CameraTables.h"
+#include "pictureinfo/Step.h"
+#include "pictureinfo/TagActions.h"
+
+#include <algorithm>
+#include <cstring>
+#include <span>
+
+namespace tarn {
+
+namespace {
+
+// Where the data begin in the three kinds of file.
+constexpr int kExifDataOffset = 22;
+constexpr int kTiffDataOffset = 10;
+constexpr int kJfifDataOffset = 40;
+
+constexpr int kSignatureOffset = 6;
+constexpr int kJfifExifSignatureOffset = 24;
+constexpr int kByteOrderOffset = 12; // also where the mark of a file with another head is not
+
+constexpr int kEntrySize = 12;
+constexpr int kLastIndex = 15000;    // of an entry, in the full walk
+constexpr int kLastDateIndex = 1872; // and in the date pass,
+constexpr int kDateBytes = 2000;     // which copies no more of the file
+constexpr int kMaxEntries = 5000;    // a directory that leads back to itself ends here
+
+void EmptyFields(PictureInfo& info) {
+    for (std::string* field :
+         {&info.CameraName, &info.ExpCamera, &info.ExpTime, &info.ExpAperture, &info.ExpProgram,
+          &info.ExpSpeed, &info.ExpBias, &info.ExpFocus, &info.ExpFocusShort, &info.ExpMeter,
+          &info.ExpFlash, &info.ExpFlashShort, &info.ExpMagnification, &info.ExpMegapixels}) {
+        field->clear();
+    }
+    info.ExifFound = false;
+}
+
+void EmptyLines(PictureInfo& info) {
+    std::for_each_n(info.CameraDataLines.begin(), kPanelLines,
+                    [](std::string& line) { line.clear(); });
+}
+
+} // namespace
+
+void PictureInfoReader::ReadPictureInfo(PictureInfo& info) {
+    EmptyFields(info);
+    const FileFacts facts = ReadFile(info);
+    FindData(info, PictureDataBuffer::kSize);
+    if (info.ExifFound) EmptyLines(info);
+    SetSizeTexts(info, facts.size);
+    SetNameAndFileDate(info);
+    if (!info.ExifFound) {
+        info.NoExif = true;
+        ShowLines(info, 3);
+        return;
+    }
+    info.CameraDataLines[6] = kManualLensLine;
+    TagActions actions(info, Tag, canon_, nikon_);
+    Walk(info, kLastIndex, [&] { actions.Act(); });
+    AssembleLines(info);
+    ShowLines(info, kPanelLines);
+}
+
+void PictureInfoReader::ReadCameraDate(PictureInfo& info) {
+    info.NoExif = false;
+    info.ExifFound = false;
+    const FileFacts facts = ReadFile(info);
+    if (facts.known) info.FileDate = FormatFileDate(facts);
+    FindData(info, kDateBytes);
+    if (!info.ExifFound) {
+        info.NoExif = true;
+        return;
+    }
+    Walk(info, kLastDateIndex, [&] {
+        if (Tag.TagNumber == kDateTag) TakeDate(info, Tag);
+    });
+}
+
+FileFacts PictureInfoReader::ReadFile(const PictureInfo& info) {
+    FileFacts facts;
+    fileWasRead_ = ReadFileRecord(info.Filename, record_, facts);
+    return facts;
+}
+
+void PictureInfoReader::FindData(PictureInfo& info, int copied) {
+    info.PictureDataOffset = kExifDataOffset;
+    if (RecordHas("Exif", kSignatureOffset)) {
+        UseRecordFrom(kExifDataOffset, PictureDataBuffer::kSize);
+        info.ExifFound = true;
+        return;
+    }
+    const auto copyFrom = [&](int offset) {
+        UseRecordFrom(offset, copied);
+        info.PictureDataOffset = static_cast<std::int16_t>(offset);
+        info.ExifFound = true;
+    };
+    if (RecordHas("MM", 0)) copyFrom(kTiffDataOffset);
+    if (RecordHas("JFIF", kSignatureOffset) && RecordHas("Exif", kJfifExifSignatureOffset)) {
+        copyFrom(kJfifDataOffset);
+    }
+}
+
+void PictureInfoReader::UseRecordFrom(int offset, int count) {
+    PictureDataBuffer_.Fill(std::span(record_).subspan(static_cast<std::size_t>(offset),
+                                                       static_cast<std::size_t>(count)));
+}
+
+bool PictureInfoReader::RecordHas(const char* signature, int offset) const {
+    return std::memcmp(record_.data() + offset, signature, std::strlen(signature)) == 0;
+}
+
+template <typename Action>
+void PictureInfoReader::Walk(const PictureInfo& info, int lastIndex, const Action& action) {
+    Tag.TagNumber = 0;
+    Tag.TagIndex = 0;
+    for (int entries = 0; Tag.TagIndex <= lastIndex && entries < kMaxEntries; ++entries) {
+        ReadTag(info);
+        if (Tag.TagNumber == 0) return;
+        action();
+        StoreIfFits(Tag.TagIndex, Tag.TagIndex + kEntrySize);
+    }
+}
+
+void PictureInfoReader::ReadTag(const PictureInfo& info) {
+    // The mark is looked for at the place of a file that begins with Exif data, whatever the file.
+    if (RecordHas("II", kByteOrderOffset)) {
+        ReadExifTagIntel(info);
+    } else {
+        ReadExifTagMotorola(info);
+    }
+}
+
+void PictureInfoReader::ReadExifTagIntel(const PictureInfo& info) {
+    Tag.Read(PictureDataBuffer_, ByteOrder::Intel);
+    if (!Tag.IsMakerNote()) return;
+    if (IsCanonEos(info.CameraName)) {
+        canon_.Read(PictureDataBuffer_, Tag.TagDataIndex, info.CameraName);
+    }
+    if (IsNikonD(info.CameraName)) {
+        nikon_.Read(PictureDataBuffer_, Tag, info.FlashFired, ByteOrder::Intel);
+    }
+}
+
+void PictureInfoReader::ReadExifTagMotorola(const PictureInfo& info) {
+    Tag.Read(PictureDataBuffer_, ByteOrder::Motorola);
+    if (Tag.IsMakerNote() && IsNikonD(info.CameraName)) {
+        nikon_.Read(PictureDataBuffer_, Tag, info.FlashFired, ByteOrder::Motorola);
+    }
+}
+
+} // namespace tarn

@@ -1,0 +1,51 @@
+// Reads what a picture file says about itself from its first bytes, by fixed places: it follows
+// neither markers nor directory offsets, and reports no error. A step that fails is passed over.
+#pragma once
+
+#include "pictureinfo/CanonMakerNote.h"
+#include "pictureinfo/ExifTag.h"
+#include "pictureinfo/NikonMakerNote.h"
+#include "pictureinfo/PictureDataBuffer.h"
+#include "pictureinfo/PictureFile.h"
+#include "pictureinfo/PictureInfo.h"
+
+namespace tarn {
+
+// One reader serves all pictures of a run, one after the other: its buffer, its tag fields and its
+// maker note fields outlive a picture, and a failed step shows what an earlier picture left there.
+class PictureInfoReader {
+public:
+    // The whole record and its panel. Reads Filename, FileNameOnly, FileDate, ImageWidth and
+    // ImageHeight; the caller has emptied PictureDate and cleared NoExif, DatesDiffer and
+    // ExpOrientation. Sets NoExif when the file shows no camera data.
+    void ReadPictureInfo(PictureInfo& info);
+
+    // Only FileDate, NoExif, CameraDate, CameraDateOffset and PictureDate of `info.Filename`, for
+    // work on whole folders. Without a date tag the dates stay those of the picture before.
+    void ReadCameraDate(PictureInfo& info);
+
+    // Whether the last read could read its file; if not, it went over the bytes of the file before.
+    bool FileWasRead() const { return fileWasRead_; }
+
+    void ReadExifTagIntel(const PictureInfo& info);
+    void ReadExifTagMotorola(const PictureInfo& info);
+
+    ExifTag Tag;
+
+private:
+    FileFacts ReadFile(const PictureInfo& info);
+    void FindData(PictureInfo& info, int copied);
+    void UseRecordFrom(int offset, int count);
+    bool RecordHas(const char* signature, int offset) const;
+    void ReadTag(const PictureInfo& info);
+    template <typename Action>
+    void Walk(const PictureInfo& info, int lastIndex, const Action& action);
+
+    FileRecord record_{};
+    PictureDataBuffer PictureDataBuffer_;
+    CanonMakerNote canon_;
+    NikonMakerNote nikon_;
+    bool fileWasRead_ = false;
+};
+
+} // namespace tarn

@@ -1,0 +1,67 @@
+// What the full read of a picture does with each tag: it fills the record, in file order, a later
+// tag over an earlier one.
+#pragma once
+
+#include "pictureinfo/CanonMakerNote.h"
+#include "pictureinfo/ExifTag.h"
+#include "pictureinfo/NikonMakerNote.h"
+#include "pictureinfo/PictureInfo.h"
+
+#include <string>
+
+namespace tarn {
+
+// Of the tag with the date and time of the picture: CameraDate, CameraDateOffset and PictureDate,
+// which stays as it is when the tag's time is none. The fast date pass does no more.
+inline constexpr std::int32_t kDateTag = 36867;
+void TakeDate(PictureInfo& info, const ExifTag& tag);
+
+// One walk over one picture's tags.
+class TagActions {
+public:
+    TagActions(PictureInfo& info, const ExifTag& tag, const CanonMakerNote& canon,
+               const NikonMakerNote& nikon)
+        : info_(info), tag_(tag), canon_(canon), nikon_(nikon) {}
+
+    // Acts on the tag under work; tags without an action are passed over.
+    void Act();
+
+private:
+    using Action = void (TagActions::*)();
+    struct Row {
+        std::int32_t tag;
+        Action action;
+    };
+    static const Row kActions[];
+
+    void Make();
+    void Model();
+    void Orientation();
+    void ExposureTime();
+    void FNumber();
+    void ExposureProgram();
+    void Sensitivity();
+    void Date();
+    void Bias();
+    void SubjectDistance();
+    void MeterMode();
+    void Flash();
+    void FocalLength();
+    void MakerNote();
+    void ExposureIndex();
+    void FilmFocalLength();
+
+    void CanonData();
+    void NikonData();
+    void ShowMakerLines(const std::string& lens, const std::array<const std::string*, 4>& lines);
+
+    PictureInfo& info_;
+    const ExifTag& tag_;
+    const CanonMakerNote& canon_;
+    const NikonMakerNote& nikon_;
+    std::string make_;       // code page bytes
+    float focal_ = 0;        // focal length in mm, 0 when none was stated
+    bool ManualLens_ = true; // until an f-number is stated
+};
+
+} // namespace tarn

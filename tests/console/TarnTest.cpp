@@ -1,0 +1,95 @@
+// Runs the built program and looks at what it prints and how it ends.
+#include "console/Arguments.h"
+#include "support/ExifBuilder.h"
+#include "support/TestFolder.h"
+
+#include <array>
+#include <cstdio>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+using namespace tarn;
+using namespace tarn::testing;
+
+namespace {
+
+struct Outcome {
+    int status = -1;
+    std::string out; // standard output, and standard error behind it
+};
+
+Outcome Tarn(const std::string& words) {
+    Outcome outcome;
+    const std::string command = std::string(TARN_PROGRAM) + " " + words + " 2>&1";
+    std::FILE* pipe = ::popen(command.c_str(), "r"); // NOLINT(cert-env33-c)
+    if (pipe == nullptr) return outcome;
+    std::array<char, 4096> part{};
+    while (const std::size_t count = std::fread(part.data(), 1, part.size(), pipe)) {
+        outcome.out.append(part.data(), count);
+    }
+    outcome.status = WEXITSTATUS(::pclose(pipe));
+    return outcome;
+}
+
+bool Has(const Outcome& outcome, const std::string& part) {
+    return outcome.out.find(part) != std::string::npos;
+}
+
+} // namespace
+
+TEST(Tarn, PrintsPanels) {
+    const TestFolder folder;
+    const std::string path = folder.Write("DSC_1.JPG", NikonPicture());
+    const Outcome outcome = Tarn("info '" + path + "'");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.out.find("== " + path + "\n   File name: DSC_1.JPG\nPicture date: "), 0U);
+    EXPECT_TRUE(Has(outcome, "\n        Size: 0.0 Megapixel - 0 x 0 - 1 KB\n"));
+    EXPECT_TRUE(Has(outcome, "\n                Flash> OFF      \n"));
+}
+
+TEST(Tarn, PrintsDatesAndNeverThoseOfAnotherPicture) {
+    const TestFolder folder;
+    const std::string dated = folder.Write("a.jpg", CanonPicture());
+    const std::string undated = folder.Write("b.jpg", ExifBuilder(Endian::Big).Jpeg());
+    const std::string plain = folder.Write("c.gif", "GIF89a");
+    std::string expected = dated + "\t2004:06:22 20:15:30\t06/22/2004 8:15:30 PM\n";
+    expected += undated + "\t\t\n" + plain + "\t\t\n";
+    const Outcome outcome = Tarn("info --date -- " + dated + " " + undated + " " + plain);
+    EXPECT_EQ(outcome.out, expected);
+    EXPECT_EQ(outcome.status, 0);
+}
+
+TEST(Tarn, GoesOnBehindAFileThatCannotBeRead) {
+    const TestFolder folder;
+    const std::string good = folder.Write("a.jpg", CanonPicture());
+    const Outcome outcome = Tarn("info /no/such.jpg " + folder.Path() + " " + good);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(Has(outcome, "tarn: /no/such.jpg: cannot be read\n"));
+    EXPECT_FALSE(Has(outcome, "== /no/such.jpg"));
+    EXPECT_TRUE(Has(outcome, "== " + good));
+}
+
+TEST(Tarn, TellsItsUsage) {
+    for (const char* bad : {"", "nonsense", "info", "info --date", "info --size a.jpg"}) {
+        const Outcome outcome = Tarn(bad);
+        EXPECT_EQ(outcome.status, 2) << bad;
+        EXPECT_TRUE(Has(outcome, "tarn info [--date] FILE...")) << bad;
+    }
+    EXPECT_EQ(Tarn("--help").status, 0);
+    EXPECT_EQ(Tarn("info --help").status, 0);
+    EXPECT_EQ(Tarn("--version").out.find("tarn "), 0U);
+    EXPECT_EQ(Tarn("info --help > /dev/full").status, 1);
+}
+
+TEST(Arguments, OptionsComeFirst) {
+    const std::vector<OptionRule> rules = {{"--size", true}, {"--date"}};
+    const std::vector<std::string> words = {"--size", "5", "--size", "-6", "-", "--date"};
+    std::string fault;
+    const auto arguments = Arguments::Parse(words, rules, fault);
+    ASSERT_TRUE(arguments.has_value());
+    EXPECT_EQ(arguments->Values("--size"), (std::vector<std::string>{"5", "-6"}));
+    EXPECT_FALSE(arguments->Has("--date"));
+    EXPECT_EQ(arguments->Operands(), (std::vector<std::string>{"-", "--date"}));
+    EXPECT_FALSE(Arguments::Parse(std::vector<std::string>{"--size"}, rules, fault).has_value());
+    EXPECT_EQ(fault, "option --size needs a value");
+}

@@ -1,0 +1,49 @@
+#include "Reading.h"
+
+#include <random>
+
+using namespace tarn;
+using namespace tarn::testing;
+
+namespace {
+
+class Damage : public Reading {
+protected:
+    void ReadBothWays(const std::string& bytes) {
+        Read(bytes);
+        EXPECT_EQ(info_.PanelRows.size(), info_.ExifFound ? 13U : 3U);
+        EXPECT_EQ(info_.NoExif, !info_.ExifFound);
+        ReadDate(bytes);
+    }
+};
+
+} // namespace
+
+TEST_F(Damage, PicturesCutOffAtEveryByte) {
+    for (const std::string& whole : {CanonPicture(), NikonPicture()}) {
+        PictureInfoReader fresh;
+        reader_ = fresh;
+        for (std::size_t size = 0; size < whole.size(); ++size) {
+            ReadBothWays(whole.substr(0, size));
+            EXPECT_EQ(info_.ExifFound, size >= 10);
+        }
+    }
+}
+
+TEST_F(Damage, EveryByteOfTheDirectoriesTurnedOver) {
+    const std::string whole = NikonPicture();
+    for (std::size_t i = 12; i < 400; ++i) {
+        std::string bytes = whole;
+        bytes[i] = static_cast<char>(~bytes[i]);
+        ReadBothWays(bytes);
+    }
+}
+
+TEST_F(Damage, NoiseBehindAGoodHead) {
+    std::mt19937 random(20041); // NOLINT(bugprone-random-generator-seed): the same noise each time
+    for (int round = 0; round < 200; ++round) {
+        std::string bytes = CanonPicture().substr(0, static_cast<std::size_t>(20 + round * 3));
+        while (bytes.size() < 21000) bytes += static_cast<char>(random());
+        ReadBothWays(bytes);
+    }
+}

@@ -1,0 +1,168 @@
+#include "Reading.h"
+#include "pictureinfo/CanonMakerNote.h"
+
+using namespace tarn;
+using namespace tarn::testing;
+
+namespace {
+
+// A Canon note at buffer index 0, with words behind the settings' second one.
+class CanonBytes {
+public:
+    explicit CanonBytes(int tag = 1) {
+        const std::string head = ByteWriter(Endian::Little)
+                                     .Word(3)
+                                     .Word(static_cast<unsigned>(tag))
+                                     .Word(3)
+                                     .Long(40)
+                                     .Long(108)
+                                     .Bytes();
+        std::copy(head.begin(), head.end(), bytes_.begin());
+        for (int k = 0; k < 60; k += 2) Word(k, 0);
+    }
+    CanonBytes& Word(int k, unsigned value) { return Byte(k, value).Byte(k + 1, value >> 8U); }
+    CanonBytes& Byte(int k, unsigned value) {
+        bytes_[static_cast<std::size_t>(kBase + k)] = static_cast<std::uint8_t>(value);
+        return *this;
+    }
+    CanonBytes& Text(int k, std::string_view text) {
+        for (const char c : text) Byte(k++, static_cast<unsigned char>(c));
+        return *this;
+    }
+    CanonMakerNote Read(std::string_view camera) const {
+        PictureDataBuffer data;
+        data.Fill(bytes_);
+        CanonMakerNote note;
+        note.Read(data, 0, camera);
+        return note;
+    }
+
+private:
+    static constexpr int kBase = 100;
+    std::vector<std::uint8_t> bytes_ = std::vector<std::uint8_t>(4000);
+};
+
+constexpr const char* kRebel = "Canon EOS DIGITAL REBEL XT";
+constexpr const char* kOther = "Canon EOS 20D";
+
+class MakerNotes : public Reading {
+protected:
+    static std::string Nikon(Endian endian, const NikonNote& note, unsigned flash = 0) {
+        ExifBuilder exif(endian);
+        exif.Ascii(271, "NIKON").Ascii(272, "NIKON D70").ExifDirectory();
+        return exif.Rational(33434, 1, 9).Short(37385, flash).MakerNote(note.Bytes()).Jpeg();
+    }
+    static NikonNote Lens(const std::vector<std::uint32_t>& numbers) {
+        return NikonNote().Rationals(132, numbers);
+    }
+};
+
+} // namespace
+
+TEST(CanonNote, SettingsByTable) {
+    CanonBytes bytes;
+    bytes.Word(24, 65535).Word(26, 65534).Word(28, 2).Word(4, 2).Word(6, 5).Word(38, 1);
+    bytes.Word(10, 3).Word(44, 50).Word(46, 50);
+    const CanonMakerNote note = bytes.Read(kOther);
+    EXPECT_EQ(note.CanonContrast, "Low");
+    EXPECT_EQ(note.CanonSaturation, "Lowest");
+    EXPECT_EQ(note.CanonSharpness, "Hardest");
+    EXPECT_EQ(note.CanonQuality, "Normal");
+    EXPECT_EQ(note.CanonFlash, "ON");
+    EXPECT_EQ(note.CanonMode, "Program AE");
+    EXPECT_EQ(note.CanonFocus, "Manual");
+    EXPECT_EQ(note.CanonLens, "50-50mm");
+}
+
+TEST(CanonNote, ValuesWithoutANameAreEmpty) {
+    CanonBytes bytes;
+    bytes.Word(24, 3).Word(28, 32767).Word(4, 9).Word(38, 6).Word(10, 7).Word(46, 0xFFFF);
+    const CanonMakerNote note = bytes.Read(kOther);
+    EXPECT_EQ(note.CanonContrast + note.CanonSharpness + note.CanonQuality + note.CanonMode +
+                  note.CanonFocus + note.CanonLens,
+              "");
+    EXPECT_EQ(note.CanonLine1, "Quality>          Sharpening> ");
+}
+
+TEST(CanonNote, WhiteBalanceOfTheSecondTag) {
+    EXPECT_EQ(CanonBytes(2).Word(28, 4).Read(kOther).CanonLine4,
+              std::string(21, ' ') + "WB> Flourescent");
+    EXPECT_EQ(CanonBytes(2).Word(28, 7).Read(kOther).CanonWhiteBalance, "");
+}
+
+TEST(CanonNote, RebelKeepsSettingsElsewhere) {
+    CanonBytes bytes;
+    bytes.Word(24, 65535).Word(26, 32767).Word(4, 3).Byte(427, 133).Word(46, 17);
+    bytes.Text(2623, std::string_view("  EF-S18-55mm\0\0 x  ", 19));
+    const CanonMakerNote note = bytes.Read(kRebel);
+    EXPECT_EQ(note.CanonContrast, "-1");
+    EXPECT_EQ(note.CanonSaturation, "B/W");
+    EXPECT_EQ(note.CanonLens,
+              std::string("EF-S18-55mm\0\0 x  \0\0", 19)); // the zeros stop the trim
+    EXPECT_EQ(note.CanonLine1, "Quality> Fine              WB> ");
+    EXPECT_EQ(note.CanonLine2, "  Focus> One Shot    Contrast> -1");
+    EXPECT_EQ(note.CanonLine3, "  Flash> OFF       Saturation> B/W");
+    EXPECT_EQ(note.CanonLine4, "  Style> Faitful          ");
+}
+
+TEST_F(MakerNotes, CanonDataOutOfReachRepeatThePictureBefore) {
+    Read(CanonPicture());
+    ExifBuilder exif(Endian::Little);
+    exif.Ascii(272, "Canon EOS 20D").Rational(33434, 1, 9).Entry(37500, 7, 100, 25000);
+    Read(exif.Jpeg());
+    EXPECT_EQ(Line(7), ""); // the lens is emptied first
+    EXPECT_EQ(Line(8), "    Settings: Quality> Fine     Sharpening> Normal");
+    EXPECT_EQ(info_.ExpProgram, "Aperture Priority");
+    // Big-endian, the note is not read at all.
+    Read(CanonPicture());
+    ExifBuilder other(Endian::Big);
+    other.Ascii(272, "Canon EOS 20D").Rational(33434, 1, 9).MakerNote("xx");
+    Read(other.Jpeg());
+    EXPECT_EQ(Line(7), "        Lens: 17-85mm");
+}
+
+TEST_F(MakerNotes, NikonLensTexts) {
+    const auto lens = [&](const std::vector<std::uint32_t>& numbers, Endian endian = Endian::Big) {
+        Read(Nikon(endian, Lens(numbers)));
+        return Line(7);
+    };
+    EXPECT_EQ(lens({50, 1, 50, 1, 18, 10, 18, 10}), "        Lens: 50mm f/1.8");
+    EXPECT_EQ(lens({175, 10, 700, 10, 35, 10, 45, 10}), "        Lens: 17.5-70mm f/3.5-4.5");
+    EXPECT_EQ(lens({175, 10, 700, 10, 35, 10, 45, 10}, Endian::Little),
+              "        Lens: 18-70mm f/3.5-4.5");
+    EXPECT_EQ(lens({0, 1, 70, 1, 35, 10, 45, 10}), "");
+    EXPECT_EQ(lens({18, 0, 70, 1, 35, 10, 45, 10}), "");
+    EXPECT_EQ(lens({18, 1, 70, 1, 35, 0, 45, 10}), "        Lens: 18-70mm f/0-4.5");
+    EXPECT_EQ(lens({0x80000000U, 1, 80, 1, 1, 1, 1, 1}), "        Lens: 18-80mm f/1-1");
+}
+
+TEST_F(MakerNotes, NikonFlashTextOnlyWhenItFired) {
+    const NikonNote note = NikonNote().Text(8, "NORMAL  ");
+    Read(Nikon(Endian::Big, note, 1));
+    EXPECT_EQ(Line(10), "                Flash> NORMAL   ");
+    Read(Nikon(Endian::Big, note, 0));
+    EXPECT_EQ(Line(10), "                Flash> OFF      ");
+}
+
+TEST_F(MakerNotes, NikonTextsStayFromPictureToPicture) {
+    Read(NikonPicture());
+    Read(Nikon(Endian::Big, NikonNote().Value(2, 1600)));
+    EXPECT_EQ(info_.ExpSpeed, "1600 ISO");
+    EXPECT_EQ(Line(7), "");
+    EXPECT_EQ(Line(8), "    Settings: Quality> FINE     Sharpening> AUTO");
+    EXPECT_EQ(info_.ExpFocus, "AF-S");
+}
+
+TEST_F(MakerNotes, NikonTagThatDoesNotFitActsAsTheOneBefore) {
+    Read(Nikon(Endian::Big, NikonNote().Value(2, 200).Value(0x8002, 800)));
+    EXPECT_EQ(info_.ExpSpeed, "800 ISO");
+}
+
+TEST_F(MakerNotes, DatePassReadsTheNoteOfTheCameraBefore) {
+    Read(NikonPicture());
+    ReadDate(Nikon(Endian::Big, NikonNote().Text(4, "RAW")));
+    ExifBuilder exif(Endian::Big);
+    exif.Ascii(272, "NIKON D70").Rational(33434, 1, 9).Entry(37500, 7, 9, 25000);
+    Read(exif.Jpeg());
+    EXPECT_EQ(Line(8), "    Settings: Quality> RAW      Sharpening> AUTO");
+}

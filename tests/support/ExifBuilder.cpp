@@ -1,0 +1,243 @@
+#include "support/ExifBuilder.h"
+
+#include <algorithm>
+
+namespace tarn::testing {
+
+namespace {
+
+constexpr std::uint32_t kFirstDirectory = 8;
+constexpr std::uint32_t kExifDirectoryTag = 34665;
+constexpr int kNikonEntries = 31;
+
+std::size_t DirectorySize(std::size_t entries) {
+    return 2 + entries * 12 + 4;
+}
+
+void PutAt(std::string& bytes, std::size_t offset, std::string_view part) {
+    if (bytes.size() < offset + part.size()) bytes.resize(offset + part.size());
+    bytes.replace(offset, part.size(), part);
+}
+
+std::string SegmentHead(char marker, std::size_t size) {
+    return ByteWriter(Endian::Big)
+        .Raw(std::string("\xFF") + marker)
+        .Word(static_cast<unsigned>(size + 2))
+        .Bytes();
+}
+
+} // namespace
+
+ByteWriter& ByteWriter::Word(unsigned value) {
+    const char high = static_cast<char>(value >> 8U);
+    const char low = static_cast<char>(value);
+    bytes_ += endian_ == Endian::Big ? high : low;
+    bytes_ += endian_ == Endian::Big ? low : high;
+    return *this;
+}
+
+ByteWriter& ByteWriter::Long(std::uint32_t value) {
+    const unsigned high = value >> 16U;
+    const unsigned low = value & 0xFFFFU;
+    return endian_ == Endian::Big ? Word(high).Word(low) : Word(low).Word(high);
+}
+
+ByteWriter& ByteWriter::Raw(std::string_view bytes) {
+    bytes_ += bytes;
+    return *this;
+}
+
+ExifBuilder& ExifBuilder::ExifDirectory() {
+    inExif_ = true;
+    return *this;
+}
+
+ExifBuilder& ExifBuilder::Ascii(unsigned tag, std::string_view text) {
+    std::string bytes(text);
+    bytes += '\0';
+    return Data(tag, 2, static_cast<std::uint32_t>(bytes.size()), bytes);
+}
+
+ExifBuilder& ExifBuilder::Short(unsigned tag, unsigned value) {
+    Directory().push_back({tag, 3, 1, ByteWriter(endian_).Word(value).Word(0).Bytes()});
+    return *this;
+}
+
+ExifBuilder& ExifBuilder::Rational(unsigned tag, std::uint32_t numerator,
+                                   std::uint32_t denominator) {
+    return Data(tag, 5, 1, ByteWriter(endian_).Long(numerator).Long(denominator).Bytes());
+}
+
+ExifBuilder& ExifBuilder::SignedRational(unsigned tag, std::int32_t numerator,
+                                         std::int32_t denominator) {
+    return Data(tag, 10, 1,
+                ByteWriter(endian_)
+                    .Long(static_cast<std::uint32_t>(numerator))
+                    .Long(static_cast<std::uint32_t>(denominator))
+                    .Bytes());
+}
+
+ExifBuilder& ExifBuilder::Data(unsigned tag, unsigned type, std::uint32_t count,
+                               std::string_view bytes) {
+    blocks_.push_back({nextData_, std::string(bytes)});
+    Entry(tag, type, count, nextData_);
+    nextData_ += static_cast<std::uint32_t>(bytes.size() + bytes.size() % 2);
+    return *this;
+}
+
+ExifBuilder& ExifBuilder::MakerNote(std::string_view bytes) {
+    return Data(37500, 7, static_cast<std::uint32_t>(bytes.size()), bytes);
+}
+
+ExifBuilder& ExifBuilder::Entry(unsigned tag, unsigned type, std::uint32_t count,
+                                std::uint32_t value) {
+    Directory().push_back({tag, type, count, ByteWriter(endian_).Long(value).Bytes()});
+    return *this;
+}
+
+ExifBuilder& ExifBuilder::DataFrom(std::uint32_t offset) {
+    nextData_ = offset;
+    return *this;
+}
+
+std::string ExifBuilder::Directory(const std::vector<Item>& items) const {
+    ByteWriter writer(endian_);
+    writer.Word(static_cast<unsigned>(items.size()));
+    for (const Item& item : items) {
+        writer.Word(item.tag).Word(item.type).Long(item.count).Raw(item.value);
+    }
+    return writer.Long(0).Bytes();
+}
+
+std::string ExifBuilder::Tiff() const {
+    std::vector<Item> first = first_;
+    const std::size_t pointer = inExif_ ? 1 : 0;
+    const std::size_t exifOffset = kFirstDirectory + DirectorySize(first.size() + pointer);
+    if (inExif_) {
+        const auto offset = static_cast<std::uint32_t>(exifOffset);
+        first.push_back({kExifDirectoryTag, 4, 1, ByteWriter(endian_).Long(offset).Bytes()});
+    }
+    std::string bytes = endian_ == Endian::Big ? "MM" : "II";
+    bytes += ByteWriter(endian_).Word(42).Long(kFirstDirectory).Bytes();
+    bytes += Directory(first);
+    if (inExif_) bytes += Directory(exif_);
+    for (const Block& block : blocks_) PutAt(bytes, block.offset, block.bytes);
+    return bytes;
+}
+
+std::string ExifBuilder::Jpeg() const {
+    const std::string body = std::string("Exif\0\0", 6) + Tiff();
+    return "\xFF\xD8" + SegmentHead('\xE1', body.size()) + body + "\xFF\xD9";
+}
+
+std::string ExifBuilder::JpegJfifFirst() const {
+    const std::string jfif("JFIF\0\1\1\0\0\1\0\1\0\0", 14);
+    return "\xFF\xD8" + SegmentHead('\xE0', jfif.size()) + jfif + Jpeg().substr(2);
+}
+
+std::string CanonNote::Bytes(std::uint32_t offset) const {
+    constexpr unsigned kWords = 60;
+    const std::uint32_t settingsOffset = offset + 2 + 3 * 12 + 4;
+    const auto array = [](const std::vector<Element>& elements) {
+        std::vector<unsigned> words(kWords, 0);
+        words[0] = kWords * 2;
+        for (const Element& element : elements) {
+            words[static_cast<std::size_t>(element.number)] = element.value;
+        }
+        ByteWriter writer(Endian::Little);
+        for (const unsigned word : words) writer.Word(word);
+        return writer.Bytes();
+    };
+    return ByteWriter(Endian::Little)
+        .Word(3)
+        .Word(1)
+        .Word(3)
+        .Long(kWords)
+        .Long(settingsOffset)
+        .Word(2)
+        .Word(3)
+        .Long(kWords)
+        .Long(settingsOffset + kWords * 2)
+        .Word(6)
+        .Word(2)
+        .Long(0)
+        .Long(0)
+        .Long(0)
+        .Raw(array(settings))
+        .Raw(array(shot))
+        .Bytes();
+}
+
+NikonNote& NikonNote::Text(unsigned tag, std::string_view text) {
+    std::string bytes(text);
+    bytes += '\0';
+    return Add(tag, 2, static_cast<unsigned>(bytes.size()), bytes);
+}
+
+NikonNote& NikonNote::Value(unsigned tag, unsigned value) {
+    entries_ += ByteWriter(Endian::Big).Word(tag).Word(3).Long(2).Word(0).Word(value).Bytes();
+    ++count_;
+    return *this;
+}
+
+NikonNote& NikonNote::Rationals(unsigned tag, const std::vector<std::uint32_t>& numbers) {
+    ByteWriter writer(Endian::Big);
+    for (const std::uint32_t number : numbers) writer.Long(number);
+    return Add(tag, 5, static_cast<unsigned>(numbers.size() / 2), writer.Bytes());
+}
+
+NikonNote& NikonNote::Add(unsigned tag, unsigned type, unsigned count, std::string_view data) {
+    const auto offset = static_cast<std::uint32_t>(8 + DirectorySize(kNikonEntries) + data_.size());
+    entries_ += ByteWriter(Endian::Big).Word(tag).Word(type).Long(count).Long(offset).Bytes();
+    data_ += data;
+    ++count_;
+    return *this;
+}
+
+std::string NikonNote::Bytes() const {
+    std::string entries = entries_;
+    entries.resize(kNikonEntries * 12);
+    return ByteWriter(Endian::Big)
+        .Raw(std::string_view("Nikon\0\2\x10\0\0", 10))
+        .Raw("MM")
+        .Word(42)
+        .Long(8)
+        .Word(static_cast<unsigned>(count_))
+        .Raw(entries)
+        .Long(0)
+        .Raw(data_)
+        .Bytes();
+}
+
+std::string CanonPicture() {
+    ExifBuilder exif(Endian::Little);
+    exif.Ascii(271, "Canon").Ascii(272, "Canon EOS 20D").Short(274, 1).ExifDirectory();
+    exif.Rational(33434, 1, 125).Rational(33437, 56, 10).Short(34850, 3).Short(34855, 400);
+    exif.Ascii(36867, "2004:06:22 20:15:30").SignedRational(37380, 0, 3);
+    exif.Short(37383, 5).Short(37385, 0).Rational(37386, 50, 1);
+    const CanonNote note{{{3, 3}, {20, 3}, {23, 85}, {24, 17}}, {}};
+    return exif.MakerNote(note.Bytes(exif.NextDataOffset())).Jpeg();
+}
+
+std::string NikonPicture() {
+    NikonNote note;
+    note.Value(2, 200).Text(4, "FINE   ").Text(5, "AUTO        ").Text(6, "AUTO  ");
+    note.Text(7, "AF-S  ").Text(8, "NORMAL      ").Text(129, "AUTO    ");
+    note.Rationals(132, {180, 10, 700, 10, 35, 10, 45, 10});
+    return ExifBuilder(Endian::Big)
+        .Ascii(271, "NIKON CORPORATION")
+        .Ascii(272, "NIKON D70")
+        .ExifDirectory()
+        .Rational(33434, 10, 2500)
+        .Rational(33437, 80, 10)
+        .Short(34850, 3)
+        .Ascii(36867, "2005:07:04 21:02:11")
+        .SignedRational(37380, 2, 6)
+        .Short(37383, 5)
+        .Short(37385, 0)
+        .Rational(37386, 700, 10)
+        .MakerNote(note.Bytes())
+        .Jpeg();
+}
+
+} // namespace tarn::testing
