@@ -1,0 +1,35 @@
+// What a room is given: the desk, the window's controls, the other rooms by their interface, and
+// the outside. Made once in the program and once in each test.
+#pragma once
+
+#include "shell/commands/Commands.h"
+#include "shell/controls/MainControls.h"
+#include "shell/state/ProgramState.h"
+
+namespace tarn {
+
+class Dialogs;
+class EventPump;
+class Files;
+class SettingsStore;
+class Sound;
+
+struct Context {
+    ProgramState& state;
+    MainControls& controls;
+
+    NavigationCommands& navigation;
+    DisplayCommands& display;
+    InfoCommands& info;
+    NotesCommands& notes;
+    VideoCommands& video;
+    ShellCommands& shell;
+
+    const Files& files;
+    SettingsStore& settings;
+    EventPump& events;
+    Dialogs& dialogs;
+    Sound& sound;
+};
+
+} // namespace tarn
