@@ -47,6 +47,7 @@ NamePatterns::NamePatterns(std::string_view patterns) {
 }
 
 bool NamePatterns::Matches(std::string_view name) const {
+    if (m_folded.empty()) return true;
     const std::string folded = FoldCase(name);
     for (const std::string& pattern : m_folded)
         if (MatchesOne(folded, pattern)) return true;

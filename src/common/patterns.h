@@ -1,5 +1,5 @@
 // Lists of file patterns, "*.jpg;*.tif": "*" any text, "?" one character, in any case, as camera
-// files come. "*.*" fits every name.
+// files come. "*.*" fits every name, and so does a list without patterns.
 #pragma once
 
 #include <string>

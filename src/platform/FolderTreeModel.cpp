@@ -14,12 +14,17 @@ struct FolderTreeModel::Node {
     Node* parent = nullptr;
     std::vector<std::unique_ptr<Node>> children; // sorted by name in any case
     bool read = false;
+    int row = 0; // among its parent's children
 
-    int Row() const {
-        if (!parent) return 0;
-        for (std::size_t i = 0; i < parent->children.size(); ++i)
-            if (parent->children[i].get() == this) return static_cast<int>(i);
-        return 0;
+    void Number() {
+        for (std::size_t i = 0; i < children.size(); ++i) children[i]->row = static_cast<int>(i);
+    }
+    std::unique_ptr<Node> MakeChild(const std::string& childName) {
+        auto child = std::make_unique<Node>();
+        child->name = childName;
+        child->path = JoinPath(path, childName);
+        child->parent = this;
+        return child;
     }
 };
 
@@ -35,7 +40,7 @@ FolderTreeModel::Node* FolderTreeModel::NodeAt(const QModelIndex& index) const {
 }
 
 QModelIndex FolderTreeModel::IndexAt(Node* node) const {
-    return createIndex(node->Row(), 0, node);
+    return createIndex(node->row, 0, node);
 }
 
 std::string FolderTreeModel::PathOf(const QModelIndex& index) const {
@@ -48,11 +53,11 @@ void FolderTreeModel::Insert(Node* node, const std::string& name) {
     };
     auto& children = node->children;
     const auto at = std::lower_bound(children.begin(), children.end(), FoldCase(name), before);
-    auto child = std::make_unique<Node>();
-    child->name = name;
-    child->path = JoinPath(node->path, name);
-    child->parent = node;
-    children.insert(at, std::move(child));
+    const int row = static_cast<int>(at - children.begin());
+    beginInsertRows(IndexAt(node), row, row);
+    children.insert(at, node->MakeChild(name));
+    node->Number();
+    endInsertRows();
 }
 
 FolderTreeModel::Node* FolderTreeModel::ChildNamed(Node* node, const std::string& name) {
@@ -68,11 +73,8 @@ QModelIndex FolderTreeModel::IndexOf(const std::string& path) {
         if (!node->read) fetchMore(IndexAt(node));
         Node* next = ChildNamed(node, part);
         if (!next && m_files.IsFolder(JoinPath(node->path, part))) {
-            const QModelIndex parent = IndexAt(node);
-            emit layoutAboutToBeChanged();
             Insert(node, part);
             next = ChildNamed(node, part);
-            emit layoutChanged({parent});
         }
         if (!next) return {};
         node = next;
@@ -139,13 +141,8 @@ void FolderTreeModel::fetchMore(const QModelIndex& parent) {
     std::sort(names.begin(), names.end(),
               [](const std::string& a, const std::string& b) { return FoldCase(a) < FoldCase(b); });
     beginInsertRows(parent, 0, static_cast<int>(names.size()) - 1);
-    for (const std::string& name : names) {
-        auto child = std::make_unique<Node>();
-        child->name = name;
-        child->path = JoinPath(node->path, name);
-        child->parent = node;
-        node->children.push_back(std::move(child));
-    }
+    for (const std::string& name : names) node->children.push_back(node->MakeChild(name));
+    node->Number();
     endInsertRows();
 }
 

@@ -1,0 +1,37 @@
+#include "navigation/FolderHistory.h"
+
+#include <algorithm>
+
+namespace tarn {
+
+bool RecordFolder(SelectionState& state, const std::string& path) {
+    ++state.HistCur;
+    if (state.HistCur >= kHistoryLimit) return false;
+    ++state.HistHigh;
+    const auto cur = static_cast<std::size_t>(state.HistCur);
+    const auto high = static_cast<std::size_t>(state.HistHigh);
+    if (high > cur) {
+        std::move_backward(state.HistFolderPath.begin() + cur, state.HistFolderPath.begin() + high,
+                           state.HistFolderPath.begin() + high + 1);
+        std::move_backward(state.HistFileIndex.begin() + cur, state.HistFileIndex.begin() + high,
+                           state.HistFileIndex.begin() + high + 1);
+    }
+    state.HistFolderPath[cur] = path;
+    return true;
+}
+
+bool RecordRow(SelectionState& state, int row) {
+    if (state.HistCur > kHistoryLimit) return false;
+    state.HistFileIndex[static_cast<std::size_t>(state.HistCur)] = row;
+    return true;
+}
+
+bool HasFolderBefore(const SelectionState& state) {
+    return state.HistCur > 1;
+}
+
+bool HasFolderAfter(const SelectionState& state) {
+    return state.HistCur < state.HistHigh;
+}
+
+} // namespace tarn

@@ -1,0 +1,20 @@
+// The folders entered, each with the row last shown in it. No widgets.
+#pragma once
+
+#include "shell/state/SelectionState.h"
+
+#include <string>
+
+namespace tarn {
+
+// A folder was entered: it is put in behind the present entry, and entries ahead of it are kept.
+// False when the history is full: the cursor moves on, nothing is stored.
+bool RecordFolder(SelectionState& state, const std::string& path);
+
+// The row last shown in the present entry; false when the cursor is past the last entry.
+bool RecordRow(SelectionState& state, int row);
+
+bool HasFolderBefore(const SelectionState& state);
+bool HasFolderAfter(const SelectionState& state);
+
+} // namespace tarn

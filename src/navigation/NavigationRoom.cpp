@@ -1,0 +1,223 @@
+#include "navigation/NavigationRoom.h"
+
+#include "common/dates.h"
+#include "common/paths.h"
+#include "common/text.h"
+#include "navigation/FolderHistory.h"
+#include "navigation/Stepping.h"
+#include "platform/FileListBox.h"
+#include "platform/FolderTreeview.h"
+#include "platform/QtText.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QPushButton>
+#include <QScopedValueRollback>
+
+#include <array>
+
+namespace tarn {
+
+void NavigationRoom::Connect() {
+    MainControls& c = m.controls;
+    c.FileListBox->onClick = [this] { FileListBox_Click(); };
+    c.FileListBox->onDoubleClick = [this] {
+        if (m.state.VideoImage) return;
+        m.state.FileDoubleClick = true;
+        m.display.ViewFull();
+    };
+    c.FolderTreeview1->onSelection = [this](const std::string& path, bool& cancel) {
+        if (!cancel) FolderTreeview1_Selection(path);
+    };
+    tarn::Connect(c.NextButton, [this] { NextButton_Click(); });
+    tarn::Connect(c.PrevButton, [this] { PrevButton_Click(); });
+    tarn::Connect(c.FileBackButton, [this] { FileBackButton_Click(); });
+    tarn::Connect(c.FileFwdButton, [this] { FileFwdButton_Click(); });
+    tarn::Connect(c.FolderBackButton, [this] { FolderBackButton_Click(); });
+    tarn::Connect(c.FolderFwdButton, [this] { FolderFwdButton_Click(); });
+    tarn::Connect(c.FolderUpButton, [this] { FolderUpButton_Click(); });
+    tarn::Connect(c.QuickDirButton, [this] { RefreshDirButton_Click(); });
+    tarn::Connect(c.SelectAllButton, [this] { SelectAllButton_Click(); });
+}
+
+void NavigationRoom::FileListBox_Click() {
+    ProgramState& s = m.state;
+    if (s.ClearingMultiselect || s.SelectingAll) return;
+    Update_Num_Files(0);
+    const int row = m.controls.FileListBox->CurrentRow();
+    if (row < 0) return;
+    s.Filename = JoinPath(m.controls.FileListBox->Path(), m.controls.FileListBox->Text(row));
+    for (QWidget* hidden :
+         std::initializer_list<QWidget*>{m.controls.PreviewLabel, m.controls.DeletePicButton,
+                                         m.controls.DeleteFitsButton, m.controls.QTplayButton})
+        hidden->hide();
+    m.shell.ShowStatus(s.Filename);
+
+    std::string error;
+    const auto modified = m.files.ModifiedTime(s.Filename, &error);
+    if (!modified) {
+        // The name is still that of the picture before, as the display alone sets it.
+        m.shell.ShowError(error + " - " + s.FileNameOnly);
+        return;
+    }
+    s.FileModifiedText = FormatDateText(FromFileTime(*modified));
+    s.FileType = FileTypeOf(s.Filename);
+    s.VideoPending = false;
+    s.FileIndex = row;
+    RecordSelection(row);
+    m.video.CloseVideoClip();
+    ShowChosenFile();
+}
+
+void NavigationRoom::RecordSelection(int row) {
+    if (!m.state.SlideViewing && !m.state.FileHistNav) {
+        RecordView(m.state, row);
+        SetEnabled(m.controls.FileBackButton, CanGoBack(m.state));
+    }
+    if (!RecordRow(m.state, row))
+        m.shell.ShowError("Folder history is full - " + m.state.FileNameOnly);
+}
+
+namespace {
+
+// The three characters behind the point are looked for anywhere in the list of patterns.
+bool IsListedIn(const std::string& types, const std::string& fileType) {
+    const int rest = Length(fileType) - 1;
+    return Contains(ToUpper(types), RightChars(fileType, rest));
+}
+
+} // namespace
+
+void NavigationRoom::ShowChosenFile() {
+    ProgramState& s = m.state;
+    if (IsListedIn(s.VideoTypes, s.FileType)) {
+        ShowVideo();
+        return;
+    }
+    s.WebImage = false;
+    if (IsListedIn(s.WebTypes, s.FileType))
+        m.video.Load_web();
+    else
+        ShowPictureOrText();
+}
+
+void NavigationRoom::ShowVideo() {
+    m.shell.ShowPane(Pane::Picture2);
+    m.display.SetPictureCommands(false);
+    SetSlideCommands(false);
+    m.state.VideoImage = true;
+    m.video.ShowVideoFile();
+}
+
+void NavigationRoom::ShowPictureOrText() {
+    m.controls.EditButton2->setText(QStringLiteral("Edit"));
+    m.shell.ShowPane(Pane::Picture1);
+    m.display.SetPictureCommands(true);
+    SetSlideCommands(true);
+    m.state.VideoImage = false;
+    if (m.controls.FileListBox->Count() < 1)
+        EnableListCommands();
+    else if (m.state.FileType == ".TXT")
+        m.video.Load_web();
+    else
+        m.display.DisplayPicture();
+}
+
+void NavigationRoom::SetSlideCommands(bool enabled) {
+    const MainControls& c = m.controls;
+    for (QPushButton* button : {c.SlideButton, c.Slides4Button, c.Slides4LButton, c.Slides2Button,
+                                c.SlidesC2Button, c.Slides2VButton, c.SlidesC2VButton})
+        SetEnabled(button, enabled);
+}
+
+void NavigationRoom::SelectRow(int row) {
+    m.controls.FileListBox->Select(row);
+}
+
+void NavigationRoom::Update_Num_Files(int index) {
+    const int count = m.controls.FileListBox->Count();
+    const int row = index != 0 ? index : m.controls.FileListBox->CurrentRow();
+    m.state.TextNumOf =
+        count < 1 ? std::string() : std::to_string(row + 1) + " of " + std::to_string(count);
+    m.controls.TextNumOf->setText(ToQt(m.state.TextNumOf));
+    m.controls.TextNumOf->setVisible(count >= 1);
+
+    struct Sheet {
+        QAction* entry;
+        int perPage;
+    };
+    const MainControls& c = m.controls;
+    for (const Sheet& sheet : {Sheet{c.Printc4Button, 4}, Sheet{c.PrintCButton, 12},
+                               Sheet{c.PrintCMButton, 24}, Sheet{c.PrintCSButton, 40}})
+        sheet.entry->setText(sheet.entry->property("baseCaption").toString() +
+                             QStringLiteral("  (%1 pages)").arg(SheetPages(count, sheet.perPage)));
+}
+
+void NavigationRoom::ClearMultiselect() {
+    const QScopedValueRollback<bool> clearing(m.state.ClearingMultiselect, true);
+    m.controls.FileListBox->UnselectAll();
+}
+
+void NavigationRoom::NextButton_Click() {
+    const int count = m.controls.FileListBox->Count();
+    StepTo(count < 1 ? -1 : RowAfter(m.state.FileIndex, count));
+}
+
+void NavigationRoom::PrevButton_Click() {
+    const int count = m.controls.FileListBox->Count();
+    StepTo(count < 1 ? -1 : RowBefore(m.state.FileIndex, count));
+}
+
+void NavigationRoom::StepTo(int row) {
+    ClearMultiselect();
+    if (row >= 0) m.state.FileIndex = row;
+    SelectRow(row);
+    if (m.state.CurrentPane == Pane::LogText) {
+        m.state.ImageLoaded = false;
+        m.shell.FocusPane();
+        m.controls.LabelNavKeys->show();
+    } else if (!m.state.OneToOneNav && !m.state.SlideViewing) {
+        m.shell.FocusPane();
+    }
+}
+
+void NavigationRoom::SelectAllButton_Click() {
+    {
+        const QScopedValueRollback<bool> selecting(m.state.SelectingAll, true);
+        m.controls.FileListBox->SelectEveryRow();
+    }
+    m.shell.ShowMessage("All files selected " + std::to_string(m.controls.FileListBox->Count()));
+}
+
+void NavigationRoom::GoToView(int entry) {
+    const QScopedValueRollback<bool> navigating(m.state.FileHistNav, true);
+    m.state.FileHistCur = entry;
+    ClearMultiselect();
+    if (!m.state.SlideViewing) SelectRow(m.state.FileHist[static_cast<std::size_t>(entry)]);
+}
+
+void NavigationRoom::FileBackButton_Click() {
+    if (CanGoBack(m.state)) GoToView(m.state.FileHistCur - 1);
+    SetEnabled(m.controls.FileBackButton, CanGoBack(m.state));
+    if (m.state.FileHistCur < m.state.FileHistHigh) SetEnabled(m.controls.FileFwdButton, true);
+}
+
+void NavigationRoom::FileFwdButton_Click() {
+    const bool moves = CanGoForward(m.state);
+    if (moves) GoToView(m.state.FileHistCur + 1);
+    SetEnabled(m.controls.FileFwdButton, CanGoForward(m.state));
+    if (moves) SetEnabled(m.controls.FileBackButton, true);
+}
+
+void NavigationRoom::ResetFileHistory(bool withCurrent) {
+    ResetViews(m.state, withCurrent ? m.controls.FileListBox->CurrentRow() : -1);
+    SetEnabled(m.controls.FileBackButton, false);
+    SetEnabled(m.controls.FileFwdButton, false);
+}
+
+void NavigationRoom::RefreshDirButton_Click() {
+    m.controls.FileListBox->Refresh();
+    Update_Num_Files(0);
+}
+
+} // namespace tarn

@@ -1,0 +1,54 @@
+// The file list, its selection and all stepping through it: every way of moving ends in
+// FileListBox_Click, which decides what kind of file was chosen and which display takes over.
+#pragma once
+
+#include "shell/Context.h"
+
+#include <string>
+
+namespace tarn {
+
+class NavigationRoom : public NavigationCommands {
+public:
+    explicit NavigationRoom(Context& context) : m(context) {}
+
+    // Connects list, tree and buttons.
+    void Connect();
+
+    void FileListBox_Click() override;
+    void SelectRow(int row) override;
+    void NextButton_Click() override;
+    void PrevButton_Click() override;
+    void ClearMultiselect() override;
+    void Update_Num_Files(int index) override;
+    void EnableListCommands() override;
+    void RefreshDirButton_Click() override;
+    void ResetFileHistory(bool withCurrent) override;
+
+    void SelectAllButton_Click();
+    void FileBackButton_Click();
+    void FileFwdButton_Click();
+
+    // The tree's selection event.
+    void FolderTreeview1_Selection(const std::string& path);
+    void FolderBackButton_Click();
+    void FolderFwdButton_Click();
+    void FolderUpButton_Click();
+
+private:
+    void StepTo(int row);
+    void GoToView(int entry);
+    void GoToFolder(int entry);
+    void EnterFolder(const std::string& path);
+    void LoadStartFolder();
+    void RecordSelection(int row);
+    void ShowChosenFile();
+    void ShowVideo();
+    void ShowPictureOrText();
+    void SetSlideCommands(bool enabled);
+    void SetHistoryButtons();
+
+    Context& m;
+};
+
+} // namespace tarn

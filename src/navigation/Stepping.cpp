@@ -1,0 +1,51 @@
+#include "navigation/Stepping.h"
+
+namespace tarn {
+
+namespace {
+
+int Wrapped(int index, int count) {
+    const int rest = index % count;
+    return rest < 0 ? rest + count : rest;
+}
+
+} // namespace
+
+int RowAfter(int index, int count) {
+    return Wrapped(index + 1, count);
+}
+
+int RowBefore(int index, int count) {
+    // Only below 0 wraps: the Home key asks for row 0 by way of row 1, also in a list of one.
+    return index - 1 < 0 ? Wrapped(index - 1, count) : index - 1;
+}
+
+int SheetPages(int count, int perPage) {
+    if (count % perPage == 0) return count / perPage;
+    return count < perPage + 1 ? 1 : count / perPage + 1;
+}
+
+void RecordView(SelectionState& state, int row) {
+    if (row != state.FileHistLast && state.FileHistHigh < kHistoryLimit) {
+        state.FileHist[static_cast<std::size_t>(state.FileHistHigh)] = row;
+        state.FileHistCur = state.FileHistHigh++;
+    }
+    state.FileHistLast = row;
+}
+
+void ResetViews(SelectionState& state, int row) {
+    state.FileHistHigh = row < 0 ? 0 : 1;
+    state.FileHistCur = 0;
+    state.FileHistLast = -1;
+    if (row >= 0) state.FileHist[0] = row;
+}
+
+bool CanGoBack(const SelectionState& state) {
+    return state.FileHistCur > 0;
+}
+
+bool CanGoForward(const SelectionState& state) {
+    return state.FileHistCur + 1 < state.FileHistHigh;
+}
+
+} // namespace tarn

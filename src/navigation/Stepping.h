@@ -1,0 +1,25 @@
+// Which row comes next, and the history of the rows viewed in one folder. No widgets.
+#pragma once
+
+#include "shell/state/SelectionState.h"
+
+namespace tarn {
+
+// The row after or before `index` in a list of `count` rows (at least 1), round at both ends by
+// true remainder, so that page steps work in short lists too.
+int RowAfter(int index, int count);
+int RowBefore(int index, int count);
+
+// Pages of a thumbnail sheet with `perPage` pictures: 0 for an empty list.
+int SheetPages(int count, int perPage);
+
+// A row was viewed: appended unless it is the one seen last or the list of views is full.
+void RecordView(SelectionState& state, int row);
+
+// The list of views starts anew, with the row as its first entry or, for -1, with none.
+void ResetViews(SelectionState& state, int row);
+
+bool CanGoBack(const SelectionState& state);
+bool CanGoForward(const SelectionState& state);
+
+} // namespace tarn

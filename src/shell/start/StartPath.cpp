@@ -1,0 +1,48 @@
+#include "shell/start/StartPath.h"
+
+#include "common/paths.h"
+#include "platform/Files.h"
+
+namespace tarn {
+
+std::string FirstRunPath(const Files& files) {
+    const std::string pictures = files.PicturesFolder();
+    return JoinPath(pictures.empty() ? files.HomeFolder() : pictures, kFirstRow);
+}
+
+namespace {
+
+std::string WithoutQuotes(std::string text) {
+    // Only the end is looked at: what stands in front goes with it.
+    if (text.size() >= 2 && text.back() == '"') text = text.substr(1, text.size() - 2);
+    return text;
+}
+
+} // namespace
+
+StartPath WorkOutStart(const std::string& argument, const std::string& lastPath,
+                       const Files& files) {
+    StartPath start;
+    if (argument.empty()) {
+        start.spec = lastPath;
+        start.folder = WithoutTrailingSeparator(FolderOf(lastPath));
+        start.name = LastPart(lastPath);
+        return start;
+    }
+    start.spec = WithoutQuotes(argument);
+    const std::string path = WithoutTrailingSeparator(files.Absolute(start.spec));
+    start.folder = path;
+    start.name = kFirstRow;
+    if (files.IsFolder(path)) return start;
+    const std::string folder = FolderOf(path);
+    if (files.Exists(path)) {
+        start.folder = folder;
+        start.name = LastPart(path);
+    } else if (files.IsFolder(folder)) {
+        start.folder = folder;
+        start.missing = path;
+    }
+    return start;
+}
+
+} // namespace tarn

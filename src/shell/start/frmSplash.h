@@ -1,0 +1,24 @@
+// The picture that stands while the program starts, with its version drawn upon it. A click or the
+// release of any key puts it away.
+#pragma once
+
+#include <QWidget>
+
+#include <string>
+
+namespace tarn {
+
+class frmSplash : public QWidget {
+public:
+    frmSplash(const std::string& version, const std::string& detail);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+
+private:
+    QPixmap m_picture; // SplashPicture
+};
+
+} // namespace tarn

@@ -1,0 +1,34 @@
+// Where the parts of the main window stand: arithmetic on sizes alone.
+#pragma once
+
+#include <QRect>
+#include <QSize>
+
+namespace tarn {
+
+// Sizes that follow from the desktop's font, in logical pixels.
+struct LayoutMeasures {
+    int treeWidth = 0;       // left column
+    int folderBarHeight = 0; // buttons above the tree
+    int toolsHeight = 0;     // buttons and texts above the picture
+    int notesWidth = 0;
+    int panelHeight = 0; // camera data and notes
+    int messageHeight = 0;
+};
+
+struct MainLayout {
+    QRect folderBar;
+    QRect splitter; // tree above, list below
+    QRect tools;
+    QRect picture; // the panes
+    QRect exif;
+    QRect notes;
+    QRect message;
+};
+
+MainLayout LayOut(QSize window, const LayoutMeasures& measures);
+
+// A place of the splitter in twips, brought to a whole number of rows of the list (224 twips).
+int SnapSplitter(int twips);
+
+} // namespace tarn

@@ -1,0 +1,108 @@
+#include "shell/window/ShellRoom.h"
+
+#include "platform/PictureBox.h"
+#include "platform/QtText.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QTextBrowser>
+
+namespace tarn {
+
+namespace {
+
+// Takes what room there is and shows the end of a path that is too long: the name.
+class StatusLabel : public QLabel {
+public:
+    StatusLabel() {
+        setTextFormat(Qt::PlainText);
+        setTextInteractionFlags(Qt::TextSelectableByMouse);
+        setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+        setObjectName(QStringLiteral("StatusBar1_Text"));
+    }
+};
+
+constexpr Pane kPanes[] = {Pane::Picture1, Pane::Picture2, Pane::WebBrowser1, Pane::LogText};
+
+} // namespace
+
+ShellRoom::ShellRoom(Context& context, QStatusBar& statusBar)
+    : m(context), m_status(new StatusLabel()) {
+    statusBar.addWidget(m_status, 1);
+}
+
+ShellRoom::~ShellRoom() {
+    SetBusy(false);
+}
+
+QWidget* ShellRoom::PaneWidget(Pane pane) const {
+    switch (pane) {
+    case Pane::Picture1:
+        return m.controls.Picture1;
+    case Pane::Picture2:
+        return m.controls.Picture2;
+    case Pane::WebBrowser1:
+        return m.controls.WebBrowser1;
+    case Pane::LogText:
+        return m.controls.LogText;
+    }
+    return m.controls.Picture1;
+}
+
+void ShellRoom::ShowPane(Pane pane) {
+    if (pane == m.state.CurrentPane) return;
+    QWidget* shown = PaneWidget(pane);
+    const bool hadFocus = PaneWidget(m.state.CurrentPane)->hasFocus();
+    m.state.CurrentPane = pane;
+    shown->show();
+    // Before the old pane goes: hiding it would hand the focus to whatever comes next.
+    if (hadFocus) shown->setFocus();
+    for (const Pane other : kPanes)
+        if (other != pane) PaneWidget(other)->hide();
+}
+
+void ShellRoom::FocusPane() {
+    PaneWidget(m.state.CurrentPane)->setFocus();
+}
+
+void ShellRoom::SetBusy(bool busy) {
+    if (busy == m_busy) return;
+    m_busy = busy;
+    if (busy)
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QApplication::restoreOverrideCursor();
+}
+
+void ShellRoom::ShowMessage(const std::string& text) {
+    m.controls.FileDateText->setText(ToQt(text));
+    m.controls.FileDateText->setCursorPosition(0);
+}
+
+void ShellRoom::ShowStatus(const std::string& text) {
+    m_status->setText(ToQt(text));
+    m_status->setToolTip(ToQt(text).toHtmlEscaped());
+}
+
+void ShellRoom::ShowError(const std::string& text) {
+    QLabel& label = *m.controls.Label_error;
+    label.setText(ToQt(text));
+    label.setVisible(!text.empty());
+    const int width = std::max(0, label.parentWidget()->width() - 20);
+    label.setGeometry(10, 10, width, std::max(0, label.heightForWidth(width)));
+    label.raise();
+}
+
+void ShellRoom::SetListCommands(bool enabled) {
+    const MainControls& c = m.controls;
+    for (QPushButton* button : {c.SlideButton, c.Slides4Button, c.Slides4LButton, c.Slides2Button,
+                                c.SlidesC2Button, c.Slides2VButton, c.SlidesC2VButton,
+                                c.SaveNotesButton, c.SaveNotes2Button, c.SaveNotes3Button})
+        SetEnabled(button, enabled);
+}
+
+} // namespace tarn

@@ -1,0 +1,74 @@
+// The main window: makes the controls of the table, gives each its place, and hands what happens to
+// the rooms. It knows no picture and no file.
+#pragma once
+
+#include "shell/controls/MainControls.h"
+#include "shell/window/MainLayout.h"
+
+#include <QMainWindow>
+#include <QTimer>
+
+#include <functional>
+#include <map>
+
+class QBoxLayout;
+class QSplitter;
+
+namespace tarn {
+
+class Files;
+
+class frmMain : public QMainWindow {
+    Q_OBJECT
+
+public:
+    frmMain(MainControls& controls, const Files& files);
+
+    // Lays the window out for its present size.
+    void LayOutNow();
+    QSize DesignSize() const { return m_design; }
+
+    // Place of the splitter in twips.
+    int SplitterTop() const;
+    void SetSplitterTop(int twips);
+
+    // The pane's size in logical pixels.
+    QSize PaneSize() const;
+
+    std::function<void()> onResize;                 // the size has changed, after the layout
+    std::function<void()> onClose;                  // the window is asked to close
+    std::function<void(const std::string&)> onOpen; // a file or folder was dropped
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void MakeBars();
+    void MakePanels();
+    QWidget* Bar(const char* name, QWidget* parent);
+    void Put(QWidget* widget, Place place);
+    void StyleControls();
+    void Measure();
+    void PlacePanes(const QRect& area);
+
+    MainControls& m_controls;
+    QWidget* m_area = nullptr; // what the layout divides
+    QWidget* m_folderBar = nullptr;
+    QSplitter* m_splitter = nullptr; // vbuSplitter
+    QWidget* m_listSide = nullptr;
+    QWidget* m_tools = nullptr;
+    QWidget* m_panes = nullptr;
+    QWidget* m_videoFrame = nullptr;
+    QWidget* m_exif = nullptr;
+    QWidget* m_notes = nullptr;
+    std::map<Place, QBoxLayout*> m_bars;
+    LayoutMeasures m_measures;
+    QSize m_design;
+    QSize m_laidOut;
+};
+
+} // namespace tarn
