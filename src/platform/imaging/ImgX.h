@@ -1,16 +1,17 @@
 // One image in one object: the imaging operations that the program is made of. An object may stand
 // for pixels that are not decoded yet: it then knows its real size, holds a reduced picture for the
-// screen, and fetches the full pixels when an operation needs them. Copies share their pixels.
+// screen, and fetches more pixels when an operation needs them. Copies share their pixels.
 #pragma once
 
 #include "platform/imaging/PictureLoader.h"
+#include "platform/imaging/Turn.h"
 
 #include <QImage>
 #include <QSize>
-#include <QTransform>
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace tarn {
 
@@ -19,9 +20,10 @@ public:
     // "Read file info": pixel size from the header, 0 x 0 when it cannot be read. Leaves the image.
     static QSize ReadFileInfo(const std::string& path);
 
-    // Decodes the file into the object, at once and whole or, where that is enough, at no less than
-    // `wanted` pixels (either way round). Returns the error text, empty when all went well. On an
-    // error the object holds no image, or what of a damaged file could be read: ask StatusText.
+    // Decodes the file into the object: at least what the picture needs to be fitted into a box of
+    // `wanted` pixels as it is and turned on its side, or whole when `wanted` is empty. Returns the
+    // error text, empty when all went well. On an error the object holds no image, or what of a
+    // damaged file could be read: ask StatusText.
     std::string LoadFile(const std::string& path, QSize wanted);
 
     // The toolkit's own reader, for files that LoadFile refuses. Same result.
@@ -33,25 +35,26 @@ public:
 
     // "No Image" exactly when there is none, else a description ("3504 x 2336, 32 bit").
     std::string StatusText() const;
-    bool HasImage() const;
+    bool HasImage() const { return !m_pixels.isNull(); }
 
     // The real size in pixels, as turned, whatever is decoded. 0 when there is no image.
-    int Width() const;
-    int Height() const;
+    int Width() const { return m_size.width(); }
+    int Height() const { return m_size.height(); }
 
-    // Resampled to exactly this size, smoothly; from the reduced picture when that is enough.
+    // Resampled to exactly this size, smoothly, from no more pixels than that takes. A side of 0
+    // follows from the other by the proportions.
     void Scale(int width, int height);
 
-    // Cut out; the part outside the image is left away.
+    // Cut out; the part outside the image is left away, nothing inside leaves no image.
     void Crop(int left, int top, int width, int height);
 
-    // Clockwise; right angles exact.
+    // Clockwise; right angles exact, at others the uncovered corners are transparent.
     void Rotate(float degrees);
 
     // Axis 0 left to right, 1 top to bottom.
     void Mirror(int axis);
 
-    // -100 to 100, 0 leaves the picture as it is.
+    // -100 to 100, so many percent of white added to each channel; 0 leaves the picture as it is.
     void Brightness(int value);
 
     // The image as held now for showing; may be smaller than Width x Height while that is all that
@@ -61,13 +64,22 @@ public:
     // All pixels, Width x Height.
     const QImage& FullPicture();
 
-private:
-    bool NeedFull();
+    // Why pixels that an operation needed could not be had any more (the file went away); the
+    // operation then used an enlargement of those at hand. Empty otherwise.
+    const std::string& ErrorText() const { return m_error; }
 
-    QImage m_pixels;                         // what is decoded, already turned
-    QSize m_size;                            // real size, already turned
-    std::shared_ptr<PictureSource> m_source; // where the full pixels are, null when m_pixels is all
-    QTransform m_turns;                      // what was done to the source's pixels since
+private:
+    std::string Load(std::shared_ptr<PictureSource> source, QSize least);
+    void Fetch(QSize least);
+    void FetchAll();
+    void SetAll(const QImage& picture);
+
+    QImage m_pixels;                         // what is decoded, turned and brightened
+    QSize m_size{0, 0};                      // real size, turned
+    std::shared_ptr<PictureSource> m_source; // where more pixels are, null when m_pixels is all
+    Turn m_turn;                             // what was done to the source's pixels since
+    std::vector<int> m_brightened;           // in this order, each stops at black and white
+    std::string m_error;
 };
 
 } // namespace tarn

@@ -9,18 +9,35 @@
 
 namespace tarn {
 
-// One picture file on disk. Pixels come upright as stored (no turn by orientation).
+struct PictureFormat;
+
+// One picture file on disk, opened anew for each reading, so that a memory card is never held.
+// Pixels come upright as stored (no turn by orientation). For one thread at a time.
 class PictureSource {
 public:
-    virtual ~PictureSource() = default;
+    PictureSource(std::string path, const PictureFormat& format, QSize size)
+        : m_path(std::move(path)), m_format(format), m_size(size) {}
 
-    // Pixels of the file as stored, from its header.
-    virtual QSize Size() const = 0;
+    // Pixels of the file as stored, from its header; 0 x 0 when the header does not say.
+    QSize Size() const { return m_size; }
 
-    // Pixels of at least `wanted` in both directions, or all of them where the file is smaller or
-    // the format knows no reduced reading. A null image and `error` when it cannot be decoded; an
-    // image and `error` both when only a part of the file could be.
-    virtual QImage Decode(QSize wanted, std::string& error) = 0;
+    // Whether Decode may give less than all pixels.
+    bool Reduces() const;
+
+    // Pixels of at least `wanted` in both directions, or all of them where `wanted` is empty, the
+    // file is smaller or the format knows no reduced reading. A null image and `error` when it
+    // cannot be decoded or is another picture by now; an image and `error` both when only a part of
+    // the file could be. The largest reading is kept and serves every later wish that it covers.
+    QImage Decode(QSize wanted, std::string& error);
+
+private:
+    bool Covers(QSize wanted) const;
+
+    std::string m_path;
+    const PictureFormat& m_format;
+    QSize m_size;
+    QImage m_decoded;
+    std::string m_decodeError;
 };
 
 // Finds out what a file is by its first bytes, never by its name.
@@ -30,8 +47,13 @@ public:
     static QSize ReadSize(const std::string& path);
 
     // A source for the file; null and an error text ("No such file or directory", "Not a picture
-    // that can be read", ...) when it cannot be had. Refuses what would not fit into memory.
+    // that can be read", ...) when it cannot be had. Refuses what would take more than half of the
+    // machine's memory.
     static std::shared_ptr<PictureSource> Open(const std::string& path, std::string& error);
+
+    // The same by the toolkit's own reader, whatever the file is.
+    static std::shared_ptr<PictureSource> OpenWithToolkit(const std::string& path,
+                                                          std::string& error);
 };
 
 } // namespace tarn

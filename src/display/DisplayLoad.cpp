@@ -1,0 +1,194 @@
+// From the selected file to the picture on screen, step by step.
+#include "display/DisplayRoom.h"
+
+#include "common/dates.h"
+#include "common/paths.h"
+#include "display/Placeholder.h"
+#include "platform/FileListBox.h"
+#include "platform/Files.h"
+#include "platform/PictureBox.h"
+#include "platform/ProgramFiles.h"
+#include "platform/Sound.h"
+
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+
+namespace tarn {
+
+namespace {
+
+class BusyPointer {
+public:
+    explicit BusyPointer(ShellCommands& shell) : m_shell(shell) { m_shell.SetBusy(true); }
+    ~BusyPointer() { m_shell.SetBusy(false); }
+    BusyPointer(const BusyPointer&) = delete;
+    BusyPointer& operator=(const BusyPointer&) = delete;
+
+private:
+    ShellCommands& m_shell;
+};
+
+std::string FileDateText(const Files& files, const std::string& path) {
+    const auto time = files.ModifiedTime(path);
+    return time ? FormatDateText(FromFileTime(*time)) : std::string();
+}
+
+} // namespace
+
+void DisplayRoom::DisplayPicture() {
+    ProgramState& s = m_context.state;
+    ForgetLastPicture();
+    {
+        const BusyPointer busy(m_context.shell);
+        BeginPicture();
+        const std::string error = LoadPicture();
+        m_placeholder = !s.ImgXpic.HasImage();
+        if (m_placeholder)
+            ShowPlaceholder(error);
+        else if (!error.empty())
+            ShowLoadError(error); // the part that could be read is shown all the same
+        s.ImgXfull.CopyFrom(s.ImgXpic);
+        s.ImgXfullBC.CopyFrom(s.ImgXpic);
+        m_turned.CopyFrom(s.ImgXpic);
+        ShowWithWantedTurns();
+        ReadInfo();
+    }
+    s.WantRight = s.WantLeft = s.WantMirror = s.WantFlip = false;
+    m_context.controls.LastLabel->setVisible(m_context.controls.FileListBox->Count() ==
+                                             s.FileIndex + 1);
+    PlayPictureSound();
+    m_context.notes.CheckForNotes();
+    if (s.OneToOneLoaded) m_context.display.OneToOneButton_Click();
+    if (!s.SlideViewing && s.FormLoadDone && !s.OneToOneNav) m_context.shell.FocusPane();
+    if (s.FormLoadDone) TurnByOrientation();
+}
+
+void DisplayRoom::ForgetLastPicture() {
+    ProgramState& s = m_context.state;
+    s.ImgXpic.Clear();
+    s.ImgXfullBC.Clear();
+    m_turned.Clear();
+    s.ExifFound = false;
+    s.DatesDiffer = false;
+    m_context.shell.ShowError("");
+    m_context.controls.DeletePicButton->setVisible(false);
+    m_context.shell.ShowMessage("");
+    s.PictureDate.clear();
+    s.NoExif = false;
+}
+
+void DisplayRoom::BeginPicture() {
+    ProgramState& s = m_context.state;
+    s.ImageRotatedRight = s.ImageRotatedLeft = s.ImageMirrored = s.ImageFliped = false;
+    s.DeleteNoteToo = true;
+    s.ExpOrientation = 0;
+    s.FileIndex = m_context.controls.FileListBox->CurrentRow();
+    s.FileNameOnly = LastPart(s.Filename);
+    s.FileDate = FileDateText(m_context.files, s.Filename);
+    s.PanelRows.clear();
+    m_context.controls.List1->clear();
+}
+
+// The size comes first and from the header, so that it is known even of a file that fails later.
+std::string DisplayRoom::LoadPicture() {
+    ProgramState& s = m_context.state;
+    const QSize size = ImgX::ReadFileInfo(s.Filename);
+    s.ImageWidth = size.width();
+    s.ImageHeight = size.height();
+    const QSize wanted = IsCutMode() ? QSize() : QSize(s.PreviewWidth, s.PreviewHeight);
+    const std::string error = s.ImgXpic.LoadFile(s.Filename, wanted);
+    if (s.ImgXpic.HasImage()) return error;
+    const std::string systemError = s.ImgXpic.LoadWithSystemReader(s.Filename);
+    if (!s.ImgXpic.HasImage()) return error;
+    if (s.ImageWidth == 0) s.ImageWidth = s.ImgXpic.Width();
+    if (s.ImageHeight == 0) s.ImageHeight = s.ImgXpic.Height();
+    return systemError;
+}
+
+void DisplayRoom::ShowLoadError(const std::string& error) {
+    m_context.shell.ShowError(error + " - " + m_context.state.FileNameOnly);
+}
+
+void DisplayRoom::ShowPlaceholder(const std::string& error) {
+    ProgramState& s = m_context.state;
+    MainControls& c = m_context.controls;
+    const Placeholder placeholder = PlaceholderFor(s.FileType);
+    c.DeletePicButton->setVisible(placeholder.offersDelete && c.FileListBox->Count() > 0);
+    if (placeholder.offersDeleteFits) c.DeleteFitsButton->setVisible(true);
+    if (placeholder.showsError) ShowLoadError(error);
+    s.DeleteNoteToo = false;
+
+    const std::string path = ProgramFile(std::string(placeholder.picture));
+    s.ImgXpic.LoadFile(path, IsCutMode() ? QSize() : QSize(s.PreviewWidth, s.PreviewHeight));
+    const QSize size = ImgX::ReadFileInfo(path);
+    s.ImageWidth = size.width();
+    s.ImageHeight = size.height();
+    SetPictureCommands(false);
+    s.MpixelText.clear();
+    s.FileSizeText.clear();
+    s.SizeText.clear();
+    for (QLabel* text : {c.MpixelText, c.FileSizeText, c.SizeText}) text->clear();
+    s.NoExif = true;
+    s.ImageLoaded = false;
+    if (!s.ImgXpic.HasImage()) PutNothing();
+}
+
+void DisplayRoom::ShowWithWantedTurns() {
+    ProgramState& s = m_context.state;
+    const bool restore = s.RestoreTurns;
+    s.RestoreTurns = false;
+    if (restore && s.WantRight) RotateRightButton_Click();
+    if (restore && s.WantLeft) RotateLeftButton_Click();
+    if (restore && s.WantMirror) {
+        ShowPreview();
+        MirrorButton_Click();
+    }
+    if (restore && s.WantFlip) {
+        ShowPreview();
+        FlipButton_Click();
+    }
+    const bool shown = s.WantRight || s.WantLeft || s.WantMirror || s.WantFlip;
+    if (!restore || !shown) ShowPreview();
+}
+
+void DisplayRoom::ReadInfo() {
+    ProgramState& s = m_context.state;
+    if (!s.NoExif) {
+        m_context.info.ReadPictureInfo();
+        m_context.shell.ShowMessage(s.DatesDiffer ? s.FileDate : "");
+        if (!s.ImageLoaded) {
+            SetPictureCommands(true);
+            s.ImageLoaded = true;
+        }
+    }
+    if (s.DatesDiffer && s.AutoSetFileDates) m_context.info.SetFileDatesButton_Click();
+}
+
+void DisplayRoom::PlayPictureSound() {
+    const ProgramState& s = m_context.state;
+    const bool last = m_context.controls.FileListBox->Count() == s.FileIndex + 1;
+    if (last && s.BeepLastSlide)
+        m_context.sound.Play("picture_last.wav");
+    else if (s.BeepAllSlide)
+        m_context.sound.Play("picture.wav");
+}
+
+void DisplayRoom::TurnByOrientation() {
+    switch (m_context.state.ExpOrientation) {
+    case 6:
+        RotateRightButton_Click();
+        break;
+    case 8:
+        RotateLeftButton_Click();
+        break;
+    case 3:
+        m_turned.Rotate(180);
+        ShowPreview();
+        break;
+    default:
+        break;
+    }
+}
+
+} // namespace tarn

@@ -1,0 +1,106 @@
+// The loaded picture, fitted or cut into the pane, with the texts around it.
+#include "display/DisplayRoom.h"
+
+#include "common/numbers.h"
+#include "platform/PictureBox.h"
+#include "platform/QtText.h"
+
+#include <QLabel>
+#include <QPalette>
+
+#include <algorithm>
+
+namespace tarn {
+
+void DisplayRoom::ShowPreview() {
+    ProgramState& s = m_context.state;
+    if (s.ImageWidth == 0 && s.ImageHeight == 0) return;
+    s.ImgXpic.CopyFrom(m_turned);
+    if (IsCutMode())
+        CutToPane();
+    else
+        FitIntoPane();
+    PutPicture();
+    PutSize();
+}
+
+void DisplayRoom::FitIntoPane() {
+    ProgramState& s = m_context.state;
+    const PreviewFit fit = FitPreview(s.ImageWidth, s.ImageHeight, s.PreviewWidth, s.PreviewHeight);
+    if (fit.reduced) s.ImgXpic.Scale(fit.width, fit.height);
+    PutText(fit.reduced ? PreviewKind::Reduced : PreviewKind::FullSize, false);
+}
+
+void DisplayRoom::CutToPane() {
+    ProgramState& s = m_context.state;
+    const int width = s.ImageWidth * Scale();
+    const int height = s.ImageHeight * Scale();
+    const PreviewCrop crop = CropPreview(width, height, s.PreviewWidth, s.PreviewHeight);
+    s.CropLeft = crop.left;
+    s.CropTop = crop.top;
+    s.CropWidth = crop.width;
+    s.CropHeight = crop.height;
+    if (s.TwoX)
+        CutDoubled(crop);
+    else
+        s.ImgXpic.Crop(int(RoundHalfEven(crop.left)), int(RoundHalfEven(crop.top)), crop.width,
+                       crop.height);
+    PutText(s.TwoX ? PreviewKind::DoubledCut : PreviewKind::FullSizeCut,
+            crop.width < width || crop.height < height);
+}
+
+// The cut of the doubled picture, without doubling what lies outside it: a large picture would take
+// four times its memory. Some pixels more than needed go along, so that the edges come out as from
+// the whole.
+void DisplayRoom::CutDoubled(const PreviewCrop& crop) {
+    constexpr int kEdge = 2;
+    ImgX& picture = m_context.state.ImgXpic;
+    const int left = int(RoundHalfEven(crop.left));
+    const int top = int(RoundHalfEven(crop.top));
+    const int sourceLeft = std::max(0, left / 2 - kEdge);
+    const int sourceTop = std::max(0, top / 2 - kEdge);
+    picture.Crop(sourceLeft, sourceTop, crop.width / 2 + 1 + 2 * kEdge,
+                 crop.height / 2 + 1 + 2 * kEdge);
+    picture.Scale(picture.Width() * 2, picture.Height() * 2);
+    picture.Crop(left - sourceLeft * 2, top - sourceTop * 2, crop.width, crop.height);
+}
+
+// The brightness in force holds for every picture that is put up, however it came about.
+void DisplayRoom::PutPicture() {
+    ProgramState& s = m_context.state;
+    ImgX* shown = &s.ImgXpic;
+    if (s.BrightnessValue != 0) {
+        s.ImgXpic2.CopyFrom(s.ImgXpic);
+        s.ImgXpic2.Brightness(s.BrightnessValue);
+        shown = &s.ImgXpic2;
+    }
+    m_context.controls.Picture1->SetPicture(shown->FullPicture());
+}
+
+void DisplayRoom::PutText(PreviewKind kind, bool cut) {
+    QLabel* label = m_context.controls.PreviewLabel;
+    const PreviewText text = PreviewTextOf(kind);
+    QPalette palette;
+    palette.setColor(QPalette::WindowText, QColor::fromRgb(QRgb(text.rgb)));
+    label->setPalette(palette);
+    label->setText(ToQt(text.text));
+    label->setVisible(true);
+    m_context.controls.CropLabel->setVisible(cut);
+}
+
+// A placeholder's own size says nothing of the file.
+void DisplayRoom::PutSize() {
+    ProgramState& s = m_context.state;
+    if (s.ImageWidth <= 0 || m_placeholder) return;
+    s.SizeText = SizeTextOf(s.ImageWidth * Scale(), s.ImageHeight * Scale());
+    m_context.controls.SizeText->setText(ToQt(s.SizeText));
+}
+
+// Without this the pane would go on showing the picture before, under the name of this one.
+void DisplayRoom::PutNothing() {
+    m_context.controls.Picture1->SetPicture(QImage());
+    m_context.controls.PreviewLabel->setVisible(false);
+    m_context.controls.CropLabel->setVisible(false);
+}
+
+} // namespace tarn

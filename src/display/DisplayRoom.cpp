@@ -1,0 +1,82 @@
+#include "display/DisplayRoom.h"
+
+#include "common/text.h"
+
+#include <QCheckBox>
+
+namespace tarn {
+
+namespace {
+
+// Files that the web pane shows, by the last three characters of their type anywhere in the list.
+bool IsWebFile(const ProgramState& state) {
+    if (state.FileType.empty()) return false;
+    const int rest = Length(state.FileType) - 1;
+    return Contains(ToUpper(state.WebTypes), RightChars(state.FileType, rest));
+}
+
+} // namespace
+
+void DisplayRoom::ConnectControls() {
+    MainControls& c = m_context.controls;
+    Connect(c.RotateRightButton, [this] { RotateRightButton_Click(); });
+    Connect(c.RotateLeftButton, [this] { RotateLeftButton_Click(); });
+    Connect(c.MirrorButton, [this] { MirrorButton_Click(); });
+    Connect(c.FlipButton, [this] { FlipButton_Click(); });
+    QObject::connect(c.OneXcheck, &QCheckBox::toggled, [this] { OneXcheck_Click(); });
+    QObject::connect(c.TwoXcheck, &QCheckBox::toggled, [this] { TwoXcheck_Click(); });
+}
+
+void DisplayRoom::Redraw() {
+    const ProgramState& s = m_context.state;
+    m_context.navigation.ResetFileHistory(true);
+    if (IsWebFile(s)) {
+        m_context.video.Load_web();
+    } else if (s.VideoImage) {
+        m_context.video.ShowVideoFile();
+        m_context.shell.FocusPane();
+    } else {
+        ReloadShownPicture();
+    }
+}
+
+// Only where the picture pane is up and has a file: a clip or page shown there is left alone.
+void DisplayRoom::ReloadShownPicture() {
+    if (m_context.state.CurrentPane != Pane::Picture1 || m_context.state.Filename.empty()) return;
+    DisplayPicture();
+    m_context.shell.FocusPane();
+}
+
+void DisplayRoom::SetPictureCommands(bool enabled) {
+    MainControls& c = m_context.controls;
+    for (QPushButton* button : {c.ViewButton, c.RotateRightButton, c.RotateLeftButton, c.FlipButton,
+                                c.MirrorButton, c.OneToOneButton})
+        SetEnabled(button, enabled);
+    for (QAction* entry : {c.PrintButton, c.PrintCButton, c.Printc4Button, c.PrintCSButton,
+                           c.PrintCMButton, c.AdjustButton, c.SyncDatesButton,
+                           c.GenerateThumbButton, c.GenerateThumbCButton, c.CopyPictureButton})
+        SetEnabled(entry, enabled);
+}
+
+void DisplayRoom::OneXcheck_Click() {
+    ChangeCutMode(*m_context.controls.OneXcheck, *m_context.controls.TwoXcheck);
+}
+
+void DisplayRoom::TwoXcheck_Click() {
+    ChangeCutMode(*m_context.controls.TwoXcheck, *m_context.controls.OneXcheck);
+}
+
+// The two exclude each other; unchecking one in code raises its click, which then does nothing.
+void DisplayRoom::ChangeCutMode(QCheckBox& clicked, QCheckBox& other) {
+    if (m_uncheckingOther) return;
+    if (clicked.isChecked() && other.isChecked()) {
+        m_uncheckingOther = true;
+        other.setChecked(false);
+        m_uncheckingOther = false;
+    }
+    m_context.state.OneX = m_context.controls.OneXcheck->isChecked();
+    m_context.state.TwoX = m_context.controls.TwoXcheck->isChecked();
+    ReloadShownPicture();
+}
+
+} // namespace tarn

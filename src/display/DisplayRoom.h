@@ -1,0 +1,78 @@
+// Shows the current file as a picture: loads it, fits or cuts it into the pane, turns it, and walks
+// through what each new picture sets off.
+#pragma once
+
+#include "display/Fit.h"
+#include "shell/Context.h"
+
+#include <string>
+
+class QCheckBox;
+
+namespace tarn {
+
+class DisplayRoom : public DisplayCommands {
+public:
+    explicit DisplayRoom(Context& context) : m_context(context) {}
+
+    // Gives the buttons and boxes of this room their commands.
+    void ConnectControls();
+
+    // Shows state.Filename. Done when it returns, without letting events in: who calls it may use
+    // the picture on the next line.
+    void DisplayPicture() override;
+
+    // Makes the preview anew from the loaded picture with its turns.
+    void ShowPreview() override;
+
+    void Redraw() override;
+    void SetPictureCommands(bool enabled) override;
+
+    void RotateRightButton_Click() override;
+    void RotateLeftButton_Click() override;
+    void MirrorButton_Click() override;
+    void FlipButton_Click() override;
+
+    // Nothing, as long as the room has no such windows; their buttons are disabled until then.
+    void ViewFull() override {}
+    void OneToOneButton_Click() override {}
+
+    void OneXcheck_Click();
+    void TwoXcheck_Click();
+
+private:
+    // Loading, in the order of the steps.
+    void ForgetLastPicture();
+    void BeginPicture();
+    std::string LoadPicture();
+    void ShowPlaceholder(const std::string& error);
+    void ShowLoadError(const std::string& error);
+    void ShowWithWantedTurns();
+    void ReadInfo();
+    void PlayPictureSound();
+    void TurnByOrientation();
+
+    // The preview.
+    void FitIntoPane();
+    void CutToPane();
+    void CutDoubled(const PreviewCrop& crop);
+    void PutPicture();
+    void PutText(PreviewKind kind, bool cut);
+    void PutSize();
+    void PutNothing();
+    bool IsCutMode() const { return m_context.state.OneX || m_context.state.TwoX; }
+    int Scale() const { return m_context.state.TwoX ? 2 : 1; }
+
+    void TurnPreview(bool& flag, float degrees);
+    void MirrorPreview(bool& flag, int axis);
+    void FocusUnlessShow();
+    void ChangeCutMode(QCheckBox& clicked, QCheckBox& other);
+    void ReloadShownPicture();
+
+    Context& m_context;
+    ImgX m_turned;              // the loaded picture with its turns, neither fitted nor cut
+    bool m_placeholder = false; // what is shown stands in for a file without a picture
+    bool m_uncheckingOther = false;
+};
+
+} // namespace tarn

@@ -1,0 +1,69 @@
+#include "display/Fit.h"
+
+#include "common/numbers.h"
+
+#include <algorithm>
+
+namespace tarn {
+
+namespace {
+
+// A strip thinner than half a pixel still shows as one.
+int Side(double value) {
+    return std::max(1, int(RoundHalfEven(value)));
+}
+
+float Begin(int image, int box) {
+    const double half = box / 2.0;
+    return float(double(image) / box * half - half);
+}
+
+} // namespace
+
+PreviewFit FitPreview(int imageWidth, int imageHeight, int boxWidth, int boxHeight) {
+    const bool fits = imageWidth <= boxWidth && imageHeight <= boxHeight;
+    if (fits || boxWidth <= 0 || boxHeight <= 0) return {imageWidth, imageHeight, false};
+    const double imageAspect = double(imageWidth) / imageHeight;
+    const float boxAspect = float(boxWidth) / float(boxHeight);
+    if (imageAspect > double(boxAspect)) return {boxWidth, Side(boxWidth / imageAspect), true};
+    return {Side(boxHeight * imageAspect), boxHeight, true};
+}
+
+PreviewCrop CropPreview(int imageWidth, int imageHeight, int boxWidth, int boxHeight) {
+    if (boxWidth <= 0 || boxHeight <= 0) return {0, 0, imageWidth, imageHeight};
+    PreviewCrop crop{Begin(imageWidth, boxWidth), Begin(imageHeight, boxHeight), boxWidth,
+                     boxHeight};
+    if (crop.left < 0) {
+        crop.left = 0;
+        crop.width = imageWidth;
+    }
+    if (crop.top < 0) {
+        crop.top = 0;
+        crop.height = imageHeight;
+    }
+    return crop;
+}
+
+PreviewText PreviewTextOf(PreviewKind kind) {
+    switch (kind) {
+    case PreviewKind::Reduced:
+        return {"Preview picture is reduced", RgbFromLong(33023)};
+    case PreviewKind::FullSize:
+        return {"Preview picture is full size", RgbFromLong(49152)};
+    case PreviewKind::FullSizeCut:
+        return {"Preview picture is full size cropped if needed", RgbFromLong(0xFF0000)};
+    case PreviewKind::DoubledCut:
+        break;
+    }
+    return {"Preview picture is 2x cropped if needed", RgbFromLong(255)};
+}
+
+int RgbFromLong(int color) {
+    return (color & 0xFF) << 16 | (color & 0xFF00) | (color >> 16 & 0xFF);
+}
+
+std::string SizeTextOf(int width, int height) {
+    return std::to_string(width) + " x " + std::to_string(height);
+}
+
+} // namespace tarn

@@ -1,0 +1,31 @@
+// What the loader asks of a way of reading picture files.
+#pragma once
+
+#include <QImage>
+#include <QSize>
+
+#include <cstdio>
+#include <string>
+
+namespace tarn {
+
+// Both functions start at the beginning of the file and leave `error` empty when all went well.
+struct PictureFormat {
+    // Pixels from the header, 0 x 0 when it is not to be had from there.
+    QSize (*size)(std::FILE* file, std::string& error);
+
+    // Pixels of at least `wanted` where the format can read reduced, or all of them. Format_RGB32,
+    // or Format_ARGB32 where something shines through. A null image and an error, or both an image
+    // and an error when a part could be read.
+    QImage (*decode)(std::FILE* file, QSize wanted, std::string& error);
+
+    bool reduces; // decode can read less than all pixels
+};
+
+extern const PictureFormat kJpegFormat;    // the camera's own files, reduced while decoding
+extern const PictureFormat kToolkitFormat; // whatever the toolkit has a reader for
+
+// Bytes that one picture may take when decoded: half of what the machine has.
+long long PictureMemoryLimit();
+
+} // namespace tarn

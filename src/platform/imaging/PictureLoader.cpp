@@ -1,0 +1,137 @@
+#include "platform/imaging/PictureLoader.h"
+
+#include "platform/imaging/PictureFormat.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <system_error>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tarn {
+
+namespace {
+
+constexpr std::size_t kReadBuffer = 256 * 1024;
+constexpr int kBytesPerPixel = 4;
+
+struct CloseFile {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using FileHandle = std::unique_ptr<std::FILE, CloseFile>;
+
+FileHandle SystemError(std::string& error) {
+    error = std::generic_category().message(errno);
+    return {};
+}
+
+FileHandle Refuse(int descriptor, const char* why, std::string& error) {
+    ::close(descriptor);
+    error = why;
+    return {};
+}
+
+// Anything but a file with content is refused: a pipe under a picture's name would never answer.
+FileHandle OpenFile(const std::string& path, std::string& error) {
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0) return SystemError(error);
+    struct stat facts {};
+    if (::fstat(descriptor, &facts) != 0 || !S_ISREG(facts.st_mode))
+        return Refuse(descriptor, "Not a file", error);
+    if (facts.st_size == 0) return Refuse(descriptor, "The file is empty", error);
+    FileHandle file(::fdopen(descriptor, "rb"));
+    if (!file) return Refuse(descriptor, "Not enough memory", error);
+    std::setvbuf(file.get(), nullptr, _IOFBF, kReadBuffer);
+    return file;
+}
+
+const PictureFormat& FormatOf(std::FILE* file) {
+    constexpr std::array<unsigned char, 3> kJpegStart{0xFF, 0xD8, 0xFF};
+    std::array<unsigned char, kJpegStart.size()> start{};
+    const bool jpeg =
+        std::fread(start.data(), 1, start.size(), file) == start.size() && start == kJpegStart;
+    std::rewind(file);
+    return jpeg ? kJpegFormat : kToolkitFormat;
+}
+
+bool FitsIntoMemory(QSize size) {
+    return static_cast<long long>(size.width()) * size.height() <=
+           PictureMemoryLimit() / kBytesPerPixel;
+}
+
+std::shared_ptr<PictureSource> MakeSource(const std::string& path, std::FILE* file,
+                                          const PictureFormat& format, std::string& error) {
+    const QSize size = format.size(file, error);
+    if (!error.empty()) return nullptr;
+    if (!FitsIntoMemory(size)) {
+        error = "The picture of " + std::to_string(size.width()) + " x " +
+                std::to_string(size.height()) + " pixels does not fit into memory";
+        return nullptr;
+    }
+    return std::make_shared<PictureSource>(path, format, size);
+}
+
+} // namespace
+
+long long PictureMemoryLimit() {
+    static const long long limit =
+        static_cast<long long>(::sysconf(_SC_PHYS_PAGES)) * ::sysconf(_SC_PAGESIZE) / 2;
+    return limit;
+}
+
+bool PictureSource::Reduces() const {
+    return m_format.reduces;
+}
+
+bool PictureSource::Covers(QSize wanted) const {
+    if (m_decoded.isNull()) return false;
+    if (m_decoded.size() == m_size || !Reduces()) return true;
+    return !wanted.isEmpty() && m_decoded.width() >= wanted.width() &&
+           m_decoded.height() >= wanted.height();
+}
+
+QImage PictureSource::Decode(QSize wanted, std::string& error) {
+    if (!Covers(wanted)) {
+        const FileHandle file = OpenFile(m_path, error);
+        if (!file) return {};
+        if (m_format.size(file.get(), error) != m_size) {
+            error = "The file has changed";
+            return {};
+        }
+        std::rewind(file.get());
+        const QImage decoded = m_format.decode(file.get(), wanted, error);
+        if (decoded.isNull()) return {};
+        m_decoded = decoded;
+        m_decodeError = error;
+    }
+    error = m_decodeError;
+    return m_decoded;
+}
+
+QSize PictureLoader::ReadSize(const std::string& path) {
+    std::string error;
+    const FileHandle file = OpenFile(path, error);
+    if (!file) return {0, 0};
+    const QSize size = FormatOf(file.get()).size(file.get(), error);
+    return error.empty() ? size : QSize(0, 0);
+}
+
+std::shared_ptr<PictureSource> PictureLoader::Open(const std::string& path, std::string& error) {
+    error.clear();
+    const FileHandle file = OpenFile(path, error);
+    if (!file) return nullptr;
+    return MakeSource(path, file.get(), FormatOf(file.get()), error);
+}
+
+std::shared_ptr<PictureSource> PictureLoader::OpenWithToolkit(const std::string& path,
+                                                              std::string& error) {
+    error.clear();
+    const FileHandle file = OpenFile(path, error);
+    if (!file) return nullptr;
+    return MakeSource(path, file.get(), kToolkitFormat, error);
+}
+
+} // namespace tarn

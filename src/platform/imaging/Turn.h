@@ -1,0 +1,23 @@
+// A turn by right angles with or without a mirroring, kept as a value so that it can be done again
+// later on other pixels of the same picture.
+#pragma once
+
+#include <QImage>
+#include <QSize>
+
+namespace tarn {
+
+struct Turn {
+    bool mirrored = false; // left to right, before the turning
+    int quarters = 0;      // 0 to 3, clockwise
+
+    // What comes after this turn.
+    void Rotate(int quarterTurns);
+    void Mirror(int axis); // 0 left to right, 1 top to bottom
+
+    bool SwapsSides() const { return quarters % 2 != 0; }
+    QSize Of(QSize size) const { return SwapsSides() ? size.transposed() : size; }
+    QImage Of(const QImage& picture) const;
+};
+
+} // namespace tarn

@@ -1,0 +1,44 @@
+// Picture files made in code, and a picture that tells how it was turned.
+#pragma once
+
+#include <QColor>
+#include <QImage>
+
+#include <string>
+#include <vector>
+
+namespace tarn::testing {
+
+enum class JpegKind { Color, Gray, Cmyk, AdobeCmyk };
+
+// The picture as a JPEG file's bytes; Color with chroma at half size, as cameras write. Cmyk puts
+// everything into three inks, AdobeCmyk the same with the marker and the inks inverted.
+std::string JpegBytes(const QImage& picture, JpegKind kind = JpegKind::Color, int quality = 95,
+                      bool progressive = false);
+
+// In another of the toolkit's formats ("PNG", "BMP", "TIFF", "WEBP").
+std::string PictureBytes(const QImage& picture, const char* format);
+
+// Four quarters: red, green / blue, yellow (left to right, top to bottom).
+QImage TellTale(int width, int height);
+
+// The colours of the four quarters as letters, left to right, top to bottom: "rgby" for TellTale;
+// "?" for any other colour.
+std::string Quarters(const QImage& picture);
+
+// A folder for one test, gone with it.
+class PictureFolder {
+public:
+    PictureFolder();
+    ~PictureFolder();
+    PictureFolder(const PictureFolder&) = delete;
+    PictureFolder& operator=(const PictureFolder&) = delete;
+
+    std::string Path(const std::string& name) const { return m_path + "/" + name; }
+    std::string Write(const std::string& name, const std::string& bytes) const; // its path
+
+private:
+    std::string m_path;
+};
+
+} // namespace tarn::testing
