@@ -23,8 +23,8 @@ void DisplayRoom::Connect() {
     tarn::Connect(c.RotateLeftButton, [this] { RotateLeftButton_Click(); });
     tarn::Connect(c.MirrorButton, [this] { MirrorButton_Click(); });
     tarn::Connect(c.FlipButton, [this] { FlipButton_Click(); });
-    QObject::connect(c.OneXcheck, &QCheckBox::toggled, [this] { OneXcheck_Click(); });
-    QObject::connect(c.TwoXcheck, &QCheckBox::toggled, [this] { TwoXcheck_Click(); });
+    tarn::Connect(c.OneXcheck, [this] { OneXcheck_Click(); });
+    tarn::Connect(c.TwoXcheck, [this] { TwoXcheck_Click(); });
 }
 
 void DisplayRoom::Redraw() {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "PictureFiles.h"
+#include "support/TestFolder.h"
 
 #include "common/paths.h"
 #include "display/DisplayRoom.h"
@@ -86,9 +87,9 @@ private:
 };
 
 struct Desk {
-    PictureFolder folder;
+    TestFolder folder;
     std::unique_ptr<Files> files = MakeFiles();
-    std::unique_ptr<SettingsStore> settings = MakeSettingsStore(folder.Path(".settings.ini"));
+    std::unique_ptr<SettingsStore> settings = MakeSettingsStore(folder.Path() + "/.settings.ini");
     std::unique_ptr<EventPump> events = MakeEventPump();
     std::unique_ptr<Dialogs> dialogs = MakeDialogs();
     ProgramState state;
@@ -122,9 +123,11 @@ struct Desk {
     void Choose(const std::string& name, const std::string& bytes) {
         state.Filename = folder.Write(name, bytes);
         state.FileType = FileTypeOf(name);
-        controls.FileListBox->SetPath(folder.Path(""));
+        controls.FileListBox->SetPath(folder.Path());
         controls.FileListBox->Select(controls.FileListBox->RowOf(name));
     }
+
+    std::string LastCall() const { return others.calls.empty() ? "none" : others.calls.back(); }
 
     // Size and quarters of what the pane shows: "80x50 rgby".
     std::string Shown() const {

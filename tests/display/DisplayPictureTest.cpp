@@ -45,9 +45,9 @@ TEST_F(DisplayPictureTest, ShowsAPictureAndWalksThroughTheStepsInOrder) {
     EXPECT_EQ(d.others.calls, (Calls{"error", "message", "busy", "ReadPictureInfo", "message",
                                      "commands on", "ready", "CheckForNotes", "FocusPane"}));
     EXPECT_EQ(d.Shown(), "80x50 rgby");
-    EXPECT_EQ(d.controls.PreviewLabel->text(), "Preview picture is reduced");
+    EXPECT_EQ(d.controls.PreviewLabel->text().toStdString(), "Preview picture is reduced");
     EXPECT_EQ(d.controls.PreviewLabel->palette().color(QPalette::WindowText), QColor(255, 128, 0));
-    EXPECT_EQ(d.controls.SizeText->text(), "640 x 400");
+    EXPECT_EQ(d.controls.SizeText->text().toStdString(), "640 x 400");
     EXPECT_EQ(d.state.SizeText, "640 x 400");
     EXPECT_EQ(d.state.ImgXfull.StatusText(), "640 x 400, 32 bit");
     EXPECT_EQ(Quarters(d.state.ImgXfullBC.FullPicture()), "rgby");
@@ -55,8 +55,9 @@ TEST_F(DisplayPictureTest, ShowsAPictureAndWalksThroughTheStepsInOrder) {
     EXPECT_TRUE(d.state.ImageLoaded && d.state.DeleteNoteToo);
     EXPECT_FALSE(IsShown(d.controls.DeletePicButton));
 
+    d.others.whenRead = nullptr;
     d.Show("b.jpg", JpegBytes(TellTale(60, 40)));
-    EXPECT_EQ(d.controls.PreviewLabel->text(), "Preview picture is full size");
+    EXPECT_EQ(d.controls.PreviewLabel->text().toStdString(), "Preview picture is full size");
     EXPECT_EQ(d.Shown(), "60x40 rgby");
     EXPECT_EQ(std::count(d.others.calls.begin(), d.others.calls.end(), "commands on"), 0)
         << "they are on already";
@@ -155,7 +156,7 @@ TEST_F(DisplayPictureTest, TurnsByOrientationOnceTheProgramHasStarted) {
     d.others.whenRead = [this] { d.state.ExpOrientation = 6; };
     d.Show("a.jpg", kGood);
     EXPECT_EQ(d.Shown(), "80x50 rgby") << "the first picture stays as stored";
-    EXPECT_EQ(d.others.calls.back(), "CheckForNotes") << "and takes no focus";
+    EXPECT_EQ(d.LastCall(), "CheckForNotes") << "and takes no focus";
 }
 
 TEST_F(DisplayPictureTest, ComesBackInTheTurnThatAShowLeft) {
@@ -211,9 +212,9 @@ TEST_F(DisplayPictureTest, LeavesTheFocusToOtherWindowsAndUpdatesTheOneToOneWind
     d.state.OneToOneLoaded = true;
     d.state.OneToOneNav = true;
     d.Show("a.jpg", kGood);
-    EXPECT_EQ(d.others.calls.back(), "OneToOneButton_Click");
+    EXPECT_EQ(d.LastCall(), "OneToOneButton_Click");
     d.state.OneToOneLoaded = d.state.OneToOneNav = false;
     d.state.SlideViewing = true;
     d.Show("a.jpg", kGood);
-    EXPECT_EQ(d.others.calls.back(), "CheckForNotes");
+    EXPECT_EQ(d.LastCall(), "CheckForNotes");
 }

@@ -70,21 +70,23 @@ TEST_F(PreviewTest, OneXAndTwoXExcludeEachOtherAndLoadOnce) {
     Click(d.controls.OneXcheck);
     EXPECT_EQ(d.Shown(), "80x50 rgby") << "the middle";
     EXPECT_EQ(Loads(), 1);
-    EXPECT_EQ(d.controls.PreviewLabel->text(), "Preview picture is full size cropped if needed");
+    EXPECT_EQ(d.controls.PreviewLabel->text().toStdString(),
+              "Preview picture is full size cropped if needed");
     EXPECT_FALSE(d.controls.CropLabel->isHidden());
     EXPECT_FLOAT_EQ(d.state.CropLeft, 280);
-    EXPECT_EQ(d.others.calls.back(), "FocusPane");
+    EXPECT_EQ(d.LastCall(), "FocusPane");
     Click(d.controls.TwoXcheck);
     EXPECT_FALSE(d.controls.OneXcheck->isChecked());
     EXPECT_TRUE(d.state.TwoX && !d.state.OneX);
     EXPECT_EQ(Loads(), 1);
     EXPECT_EQ(d.state.SizeText, "1280 x 800");
     EXPECT_EQ(d.state.ImageWidth, 640) << "of the file";
-    EXPECT_EQ(d.controls.PreviewLabel->text(), "Preview picture is 2x cropped if needed");
+    EXPECT_EQ(d.controls.PreviewLabel->text().toStdString(),
+              "Preview picture is 2x cropped if needed");
     Click(d.controls.TwoXcheck);
     EXPECT_FALSE(d.state.TwoX || d.state.OneX);
     EXPECT_EQ(Loads(), 1);
-    EXPECT_EQ(d.controls.PreviewLabel->text(), "Preview picture is reduced");
+    EXPECT_EQ(d.controls.PreviewLabel->text().toStdString(), "Preview picture is reduced");
     EXPECT_TRUE(d.controls.CropLabel->isHidden());
 }
 
