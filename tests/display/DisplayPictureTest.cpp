@@ -134,6 +134,13 @@ TEST_F(DisplayPictureTest, GoesOnWhenTheFileWentAway) {
     EXPECT_EQ(d.Shown(), "80x50 rgby");
 }
 
+TEST_F(DisplayPictureTest, AnEmptyListOffersNothingToDelete) {
+    d.state.Filename = d.folder.Path() + "/missing.jpg";
+    d.room.DisplayPicture();
+    EXPECT_FALSE(IsShown(d.controls.DeletePicButton));
+    EXPECT_EQ(d.state.FileIndex, -1);
+}
+
 TEST_F(DisplayPictureTest, TurnsByOrientationOnceTheProgramHasStarted) {
     struct Case {
         int orientation;

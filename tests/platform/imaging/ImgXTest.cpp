@@ -64,19 +64,17 @@ TEST_F(ImgXTest, AnEmptyObjectSaysNoImageAndStandsEveryOperation) {
 
 TEST_F(ImgXTest, AReducedPictureKnowsItsRealSizeAndHasEnoughPixels) {
     struct Case {
-        QSize file;
-        int leastWidth, leastHeight;
+        QSize file, box, least;
     };
-    // Fitted upright and on its side: 80 x 20 and 12.5 x 50; 37.5 x 50 and 67 x
-    // 50; both whole.
+    // Fitted upright to 80 x 20; on its side to 80 from 160; whole; upright to 200 x 100.
     for (const Case& c :
-         {Case{{640, 160}, 80, 20}, Case{{480, 640}, 60, 80}, Case{{40, 30}, 40, 30}}) {
-        ImgX picture = Loaded(c.file.width(), c.file.height(), kBox);
+         {Case{{640, 160}, kBox, {80, 20}}, Case{{400, 800}, {320, 80}, {80, 160}},
+          Case{{40, 30}, kBox, {40, 30}}, Case{{800, 400}, {240, 100}, {200, 100}}}) {
+        ImgX picture = Loaded(c.file.width(), c.file.height(), c.box);
         const QSize held = picture.SystemPicture().size();
         EXPECT_EQ(SizeOf(picture), c.file);
-        EXPECT_GE(held.width(), c.leastWidth);
-        EXPECT_GE(held.height(), c.leastHeight);
-        EXPECT_LE(held.width(), c.leastWidth + c.file.width() / 8 + 1) << "more than was needed";
+        EXPECT_EQ(held.expandedTo(c.least), held) << c.file.width();
+        EXPECT_LE(held.width(), c.least.width() + c.file.width() / 8 + 1) << "more than was needed";
         EXPECT_EQ(picture.FullPicture().size(), c.file);
         EXPECT_EQ(Quarters(picture.FullPicture()), "rgby");
     }
