@@ -23,8 +23,8 @@ void DisplayRoom::ConnectControls() {
     Connect(c.RotateLeftButton, [this] { RotateLeftButton_Click(); });
     Connect(c.MirrorButton, [this] { MirrorButton_Click(); });
     Connect(c.FlipButton, [this] { FlipButton_Click(); });
-    QObject::connect(c.OneXcheck, &QCheckBox::toggled, [this] { OneXcheck_Click(); });
-    QObject::connect(c.TwoXcheck, &QCheckBox::toggled, [this] { TwoXcheck_Click(); });
+    Connect(c.OneXcheck, [this] { OneXcheck_Click(); });
+    Connect(c.TwoXcheck, [this] { TwoXcheck_Click(); });
 }
 
 void DisplayRoom::Redraw() {

@@ -3,6 +3,7 @@
 #include "platform/ProgramFiles.h"
 #include "platform/QtText.h"
 
+#include <QAudioDevice>
 #include <QMediaDevices>
 #include <QSoundEffect>
 #include <QUrl>
