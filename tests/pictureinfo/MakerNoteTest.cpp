@@ -22,7 +22,7 @@ public:
     }
     CanonBytes& Word(int k, unsigned value) { return Byte(k, value).Byte(k + 1, value >> 8U); }
     CanonBytes& Byte(int k, unsigned value) {
-        bytes_[static_cast<std::size_t>(kBase + k)] = static_cast<std::uint8_t>(value);
+        bytes_[kBase + static_cast<std::size_t>(k)] = static_cast<std::uint8_t>(value);
         return *this;
     }
     CanonBytes& Text(int k, std::string_view text) {
@@ -38,7 +38,7 @@ public:
     }
 
 private:
-    static constexpr int kBase = 100;
+    static constexpr std::size_t kBase = 100;
     std::vector<std::uint8_t> bytes_ = std::vector<std::uint8_t>(4000);
 };
 
