@@ -37,10 +37,10 @@ std::string FileDateText(const Files& files, const std::string& path) {
 } // namespace
 
 void DisplayRoom::DisplayPicture() {
-    ProgramState& s = m_context.state;
+    ProgramState& s = m.state;
     ForgetLastPicture();
     {
-        const BusyPointer busy(m_context.shell);
+        const BusyPointer busy(m.shell);
         BeginPicture();
         const std::string error = LoadPicture();
         m_placeholder = !s.ImgXpic.HasImage();
@@ -55,44 +55,43 @@ void DisplayRoom::DisplayPicture() {
         ReadInfo();
     }
     s.WantRight = s.WantLeft = s.WantMirror = s.WantFlip = false;
-    m_context.controls.LastLabel->setVisible(m_context.controls.FileListBox->Count() ==
-                                             s.FileIndex + 1);
+    m.controls.LastLabel->setVisible(m.controls.FileListBox->Count() == s.FileIndex + 1);
     PlayPictureSound();
-    m_context.notes.CheckForNotes();
-    if (s.OneToOneLoaded) m_context.display.OneToOneButton_Click();
-    if (!s.SlideViewing && s.FormLoadDone && !s.OneToOneNav) m_context.shell.FocusPane();
+    m.notes.CheckForNotes();
+    if (s.OneToOneLoaded) m.display.OneToOneButton_Click();
+    if (!s.SlideViewing && s.FormLoadDone && !s.OneToOneNav) m.shell.FocusPane();
     if (s.FormLoadDone) TurnByOrientation();
 }
 
 void DisplayRoom::ForgetLastPicture() {
-    ProgramState& s = m_context.state;
+    ProgramState& s = m.state;
     s.ImgXpic.Clear();
     s.ImgXfullBC.Clear();
     m_turned.Clear();
     s.ExifFound = false;
     s.DatesDiffer = false;
-    m_context.shell.ShowError("");
-    m_context.controls.DeletePicButton->setVisible(false);
-    m_context.shell.ShowMessage("");
+    m.shell.ShowError("");
+    m.controls.DeletePicButton->setVisible(false);
+    m.shell.ShowMessage("");
     s.PictureDate.clear();
     s.NoExif = false;
 }
 
 void DisplayRoom::BeginPicture() {
-    ProgramState& s = m_context.state;
+    ProgramState& s = m.state;
     s.ImageRotatedRight = s.ImageRotatedLeft = s.ImageMirrored = s.ImageFliped = false;
     s.DeleteNoteToo = true;
     s.ExpOrientation = 0;
-    s.FileIndex = m_context.controls.FileListBox->CurrentRow();
+    s.FileIndex = m.controls.FileListBox->CurrentRow();
     s.FileNameOnly = LastPart(s.Filename);
-    s.FileDate = FileDateText(m_context.files, s.Filename);
+    s.FileDate = FileDateText(m.files, s.Filename);
     s.PanelRows.clear();
-    m_context.controls.List1->clear();
+    m.controls.List1->clear();
 }
 
 // The size comes first and from the header, so that it is known even of a file that fails later.
 std::string DisplayRoom::LoadPicture() {
-    ProgramState& s = m_context.state;
+    ProgramState& s = m.state;
     const QSize size = ImgX::ReadFileInfo(s.Filename);
     s.ImageWidth = size.width();
     s.ImageHeight = size.height();
@@ -107,12 +106,12 @@ std::string DisplayRoom::LoadPicture() {
 }
 
 void DisplayRoom::ShowLoadError(const std::string& error) {
-    m_context.shell.ShowError(error + " - " + m_context.state.FileNameOnly);
+    m.shell.ShowError(error + " - " + m.state.FileNameOnly);
 }
 
 void DisplayRoom::ShowPlaceholder(const std::string& error) {
-    ProgramState& s = m_context.state;
-    MainControls& c = m_context.controls;
+    ProgramState& s = m.state;
+    MainControls& c = m.controls;
     const Placeholder placeholder = PlaceholderFor(s.FileType);
     c.DeletePicButton->setVisible(placeholder.offersDelete && c.FileListBox->Count() > 0);
     if (placeholder.offersDeleteFits) c.DeleteFitsButton->setVisible(true);
@@ -135,7 +134,7 @@ void DisplayRoom::ShowPlaceholder(const std::string& error) {
 }
 
 void DisplayRoom::ShowWithWantedTurns() {
-    ProgramState& s = m_context.state;
+    ProgramState& s = m.state;
     const bool restore = s.RestoreTurns;
     s.RestoreTurns = false;
     if (restore && s.WantRight) RotateRightButton_Click();
@@ -153,29 +152,29 @@ void DisplayRoom::ShowWithWantedTurns() {
 }
 
 void DisplayRoom::ReadInfo() {
-    ProgramState& s = m_context.state;
+    ProgramState& s = m.state;
     if (!s.NoExif) {
-        m_context.info.ReadPictureInfo();
-        m_context.shell.ShowMessage(s.DatesDiffer ? s.FileDate : "");
+        m.info.ReadPictureInfo();
+        m.shell.ShowMessage(s.DatesDiffer ? s.FileDate : "");
         if (!s.ImageLoaded) {
             SetPictureCommands(true);
             s.ImageLoaded = true;
         }
     }
-    if (s.DatesDiffer && s.AutoSetFileDates) m_context.info.SetFileDatesButton_Click();
+    if (s.DatesDiffer && s.AutoSetFileDates) m.info.SetFileDatesButton_Click();
 }
 
 void DisplayRoom::PlayPictureSound() {
-    const ProgramState& s = m_context.state;
-    const bool last = m_context.controls.FileListBox->Count() == s.FileIndex + 1;
+    const ProgramState& s = m.state;
+    const bool last = m.controls.FileListBox->Count() == s.FileIndex + 1;
     if (last && s.BeepLastSlide)
-        m_context.sound.Play("picture_last.wav");
+        m.sound.Play("picture_last.wav");
     else if (s.BeepAllSlide)
-        m_context.sound.Play("picture.wav");
+        m.sound.Play("picture.wav");
 }
 
 void DisplayRoom::TurnByOrientation() {
-    switch (m_context.state.ExpOrientation) {
+    switch (m.state.ExpOrientation) {
     case 6:
         RotateRightButton_Click();
         break;

@@ -13,7 +13,7 @@
 namespace tarn {
 
 void DisplayRoom::ShowPreview() {
-    ProgramState& s = m_context.state;
+    ProgramState& s = m.state;
     if (s.ImageWidth == 0 && s.ImageHeight == 0) return;
     s.ImgXpic.CopyFrom(m_turned);
     if (IsCutMode())
@@ -25,14 +25,14 @@ void DisplayRoom::ShowPreview() {
 }
 
 void DisplayRoom::FitIntoPane() {
-    ProgramState& s = m_context.state;
+    ProgramState& s = m.state;
     const PreviewFit fit = FitPreview(s.ImageWidth, s.ImageHeight, s.PreviewWidth, s.PreviewHeight);
     if (fit.reduced) s.ImgXpic.Scale(fit.width, fit.height);
     PutText(fit.reduced ? PreviewKind::Reduced : PreviewKind::FullSize, false);
 }
 
 void DisplayRoom::CutToPane() {
-    ProgramState& s = m_context.state;
+    ProgramState& s = m.state;
     const int width = s.ImageWidth * Scale();
     const int height = s.ImageHeight * Scale();
     const PreviewCrop crop = CropPreview(width, height, s.PreviewWidth, s.PreviewHeight);
@@ -54,7 +54,7 @@ void DisplayRoom::CutToPane() {
 // the whole.
 void DisplayRoom::CutDoubled(const PreviewCrop& crop) {
     constexpr int kEdge = 2;
-    ImgX& picture = m_context.state.ImgXpic;
+    ImgX& picture = m.state.ImgXpic;
     const int left = int(RoundHalfEven(crop.left));
     const int top = int(RoundHalfEven(crop.top));
     const int sourceLeft = std::max(0, left / 2 - kEdge);
@@ -67,40 +67,40 @@ void DisplayRoom::CutDoubled(const PreviewCrop& crop) {
 
 // The brightness in force holds for every picture that is put up, however it came about.
 void DisplayRoom::PutPicture() {
-    ProgramState& s = m_context.state;
+    ProgramState& s = m.state;
     ImgX* shown = &s.ImgXpic;
     if (s.BrightnessValue != 0) {
         s.ImgXpic2.CopyFrom(s.ImgXpic);
         s.ImgXpic2.Brightness(s.BrightnessValue);
         shown = &s.ImgXpic2;
     }
-    m_context.controls.Picture1->SetPicture(shown->FullPicture());
+    m.controls.Picture1->SetPicture(shown->FullPicture());
 }
 
 void DisplayRoom::PutText(PreviewKind kind, bool cut) {
-    QLabel* label = m_context.controls.PreviewLabel;
+    QLabel* label = m.controls.PreviewLabel;
     const PreviewText text = PreviewTextOf(kind);
     QPalette palette;
     palette.setColor(QPalette::WindowText, QColor::fromRgb(QRgb(text.rgb)));
     label->setPalette(palette);
     label->setText(ToQt(text.text));
     label->setVisible(true);
-    m_context.controls.CropLabel->setVisible(cut);
+    m.controls.CropLabel->setVisible(cut);
 }
 
 // A placeholder's own size says nothing of the file.
 void DisplayRoom::PutSize() {
-    ProgramState& s = m_context.state;
+    ProgramState& s = m.state;
     if (s.ImageWidth <= 0 || m_placeholder) return;
     s.SizeText = SizeTextOf(s.ImageWidth * Scale(), s.ImageHeight * Scale());
-    m_context.controls.SizeText->setText(ToQt(s.SizeText));
+    m.controls.SizeText->setText(ToQt(s.SizeText));
 }
 
 // Without this the pane would go on showing the picture before, under the name of this one.
 void DisplayRoom::PutNothing() {
-    m_context.controls.Picture1->SetPicture(QImage());
-    m_context.controls.PreviewLabel->setVisible(false);
-    m_context.controls.CropLabel->setVisible(false);
+    m.controls.Picture1->SetPicture(QImage());
+    m.controls.PreviewLabel->setVisible(false);
+    m.controls.CropLabel->setVisible(false);
 }
 
 } // namespace tarn

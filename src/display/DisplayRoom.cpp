@@ -18,7 +18,7 @@ bool IsWebFile(const ProgramState& state) {
 } // namespace
 
 void DisplayRoom::ConnectControls() {
-    MainControls& c = m_context.controls;
+    MainControls& c = m.controls;
     Connect(c.RotateRightButton, [this] { RotateRightButton_Click(); });
     Connect(c.RotateLeftButton, [this] { RotateLeftButton_Click(); });
     Connect(c.MirrorButton, [this] { MirrorButton_Click(); });
@@ -28,13 +28,13 @@ void DisplayRoom::ConnectControls() {
 }
 
 void DisplayRoom::Redraw() {
-    const ProgramState& s = m_context.state;
-    m_context.navigation.ResetFileHistory(true);
+    const ProgramState& s = m.state;
+    m.navigation.ResetFileHistory(true);
     if (IsWebFile(s)) {
-        m_context.video.Load_web();
+        m.video.Load_web();
     } else if (s.VideoImage) {
-        m_context.video.ShowVideoFile();
-        m_context.shell.FocusPane();
+        m.video.ShowVideoFile();
+        m.shell.FocusPane();
     } else {
         ReloadShownPicture();
     }
@@ -42,13 +42,13 @@ void DisplayRoom::Redraw() {
 
 // Only where the picture pane is up and has a file: a clip or page shown there is left alone.
 void DisplayRoom::ReloadShownPicture() {
-    if (m_context.state.CurrentPane != Pane::Picture1 || m_context.state.Filename.empty()) return;
+    if (m.state.CurrentPane != Pane::Picture1 || m.state.Filename.empty()) return;
     DisplayPicture();
-    m_context.shell.FocusPane();
+    m.shell.FocusPane();
 }
 
 void DisplayRoom::SetPictureCommands(bool enabled) {
-    MainControls& c = m_context.controls;
+    MainControls& c = m.controls;
     for (QPushButton* button : {c.ViewButton, c.RotateRightButton, c.RotateLeftButton, c.FlipButton,
                                 c.MirrorButton, c.OneToOneButton})
         SetEnabled(button, enabled);
@@ -59,11 +59,11 @@ void DisplayRoom::SetPictureCommands(bool enabled) {
 }
 
 void DisplayRoom::OneXcheck_Click() {
-    ChangeCutMode(*m_context.controls.OneXcheck, *m_context.controls.TwoXcheck);
+    ChangeCutMode(*m.controls.OneXcheck, *m.controls.TwoXcheck);
 }
 
 void DisplayRoom::TwoXcheck_Click() {
-    ChangeCutMode(*m_context.controls.TwoXcheck, *m_context.controls.OneXcheck);
+    ChangeCutMode(*m.controls.TwoXcheck, *m.controls.OneXcheck);
 }
 
 // The two exclude each other; unchecking one in code raises its click, which then does nothing.
@@ -74,8 +74,8 @@ void DisplayRoom::ChangeCutMode(QCheckBox& clicked, QCheckBox& other) {
         other.setChecked(false);
         m_uncheckingOther = false;
     }
-    m_context.state.OneX = m_context.controls.OneXcheck->isChecked();
-    m_context.state.TwoX = m_context.controls.TwoXcheck->isChecked();
+    m.state.OneX = m.controls.OneXcheck->isChecked();
+    m.state.TwoX = m.controls.TwoXcheck->isChecked();
     ReloadShownPicture();
 }
 

@@ -13,7 +13,7 @@ namespace tarn {
 
 class DisplayRoom : public DisplayCommands {
 public:
-    explicit DisplayRoom(Context& context) : m_context(context) {}
+    explicit DisplayRoom(Context& context) : m(context) {}
 
     // Gives the buttons and boxes of this room their commands.
     void ConnectControls();
@@ -60,8 +60,8 @@ private:
     void PutText(PreviewKind kind, bool cut);
     void PutSize();
     void PutNothing();
-    bool IsCutMode() const { return m_context.state.OneX || m_context.state.TwoX; }
-    int Scale() const { return m_context.state.TwoX ? 2 : 1; }
+    bool IsCutMode() const { return m.state.OneX || m.state.TwoX; }
+    int Scale() const { return m.state.TwoX ? 2 : 1; }
 
     void TurnPreview(bool& flag, float degrees);
     void MirrorPreview(bool& flag, int axis);
@@ -69,7 +69,7 @@ private:
     void ChangeCutMode(QCheckBox& clicked, QCheckBox& other);
     void ReloadShownPicture();
 
-    Context& m_context;
+    Context& m;
     ImgX m_turned;              // the loaded picture with its turns, neither fitted nor cut
     bool m_placeholder = false; // what is shown stands in for a file without a picture
     bool m_uncheckingOther = false;

@@ -16,23 +16,23 @@ constexpr int kTopToBottom = 1;
 } // namespace
 
 void DisplayRoom::RotateRightButton_Click() {
-    TurnPreview(m_context.state.ImageRotatedRight, kRight);
+    TurnPreview(m.state.ImageRotatedRight, kRight);
 }
 
 void DisplayRoom::RotateLeftButton_Click() {
-    TurnPreview(m_context.state.ImageRotatedLeft, kLeft);
+    TurnPreview(m.state.ImageRotatedLeft, kLeft);
 }
 
 void DisplayRoom::MirrorButton_Click() {
-    MirrorPreview(m_context.state.ImageMirrored, kLeftToRight);
+    MirrorPreview(m.state.ImageMirrored, kLeftToRight);
 }
 
 void DisplayRoom::FlipButton_Click() {
-    MirrorPreview(m_context.state.ImageFliped, kTopToBottom);
+    MirrorPreview(m.state.ImageFliped, kTopToBottom);
 }
 
 void DisplayRoom::TurnPreview(bool& flag, float degrees) {
-    ProgramState& s = m_context.state;
+    ProgramState& s = m.state;
     std::swap(s.ImageWidth, s.ImageHeight);
     flag = true;
     m_turned.Rotate(degrees);
@@ -44,13 +44,13 @@ void DisplayRoom::TurnPreview(bool& flag, float degrees) {
 void DisplayRoom::MirrorPreview(bool& flag, int axis) {
     flag = true;
     m_turned.Mirror(axis);
-    m_context.state.ImgXpic.Mirror(axis);
+    m.state.ImgXpic.Mirror(axis);
     PutPicture();
     FocusUnlessShow();
 }
 
 void DisplayRoom::FocusUnlessShow() {
-    if (!m_context.state.SlideViewing) m_context.shell.FocusPane();
+    if (!m.state.SlideViewing) m.shell.FocusPane();
 }
 
 } // namespace tarn

@@ -1,4 +1,5 @@
 #include "PictureFiles.h"
+#include "support/TestFolder.h"
 
 #include "platform/imaging/ImgX.h"
 
@@ -43,7 +44,7 @@ protected:
         return picture;
     }
 
-    PictureFolder m_folder;
+    TestFolder m_folder;
     std::string m_path;
 };
 

@@ -4,8 +4,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <memory>
 
 #include <jpeglib.h>
@@ -107,21 +105,6 @@ std::string Quarters(const QImage& picture) {
             letters +=
                 LetterOf(picture.pixelColor(picture.width() * x / 4, picture.height() * y / 4));
     return letters;
-}
-
-PictureFolder::PictureFolder() {
-    std::string pattern = std::filesystem::temp_directory_path() / "pictures-XXXXXX";
-    if (mkdtemp(pattern.data())) m_path = pattern;
-}
-
-PictureFolder::~PictureFolder() {
-    std::error_code ignored;
-    if (!m_path.empty()) std::filesystem::remove_all(m_path, ignored);
-}
-
-std::string PictureFolder::Write(const std::string& name, const std::string& bytes) const {
-    std::ofstream(Path(name), std::ios::binary) << bytes;
-    return Path(name);
 }
 
 } // namespace tarn::testing

@@ -26,19 +26,4 @@ QImage TellTale(int width, int height);
 // "?" for any other colour.
 std::string Quarters(const QImage& picture);
 
-// A folder for one test, gone with it.
-class PictureFolder {
-public:
-    PictureFolder();
-    ~PictureFolder();
-    PictureFolder(const PictureFolder&) = delete;
-    PictureFolder& operator=(const PictureFolder&) = delete;
-
-    std::string Path(const std::string& name) const { return m_path + "/" + name; }
-    std::string Write(const std::string& name, const std::string& bytes) const; // its path
-
-private:
-    std::string m_path;
-};
-
 } // namespace tarn::testing

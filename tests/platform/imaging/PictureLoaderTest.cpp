@@ -1,4 +1,5 @@
 #include "PictureFiles.h"
+#include "support/TestFolder.h"
 
 #include "platform/imaging/ImgX.h"
 #include "platform/imaging/PictureFormat.h"
@@ -24,7 +25,9 @@ protected:
         return m_picture.LoadFile(m_folder.Write(name, bytes), wanted);
     }
 
-    PictureFolder m_folder;
+    std::string At(const std::string& name) const { return m_folder.Path() + "/" + name; }
+
+    TestFolder m_folder;
     ImgX m_picture;
 };
 
@@ -64,10 +67,10 @@ TEST_F(PictureLoaderTest, ReadsFormatsByContentWhateverTheName) {
           Case{"\xE4\xFF.jpg", JpegBytes(picture)}}) {
         ASSERT_FALSE(c.bytes.empty()) << c.name << ": no writer for it";
         EXPECT_EQ(Load(c.name, c.bytes), "") << c.name;
-        EXPECT_EQ(ImgX::ReadFileInfo(m_folder.Path(c.name)), QSize(64, 48)) << c.name;
+        EXPECT_EQ(ImgX::ReadFileInfo(At(c.name)), QSize(64, 48)) << c.name;
         EXPECT_EQ(m_picture.StatusText(), "64 x 48, 32 bit") << c.name;
         EXPECT_EQ(Quarters(m_picture.SystemPicture()), "rgby") << c.name;
-        EXPECT_EQ(m_picture.LoadWithSystemReader(m_folder.Path(c.name)), "") << c.name;
+        EXPECT_EQ(m_picture.LoadWithSystemReader(At(c.name)), "") << c.name;
         EXPECT_EQ(Quarters(m_picture.SystemPicture()), "rgby") << c.name;
     }
     EXPECT_EQ(Load("a.gif", kGif), "");
@@ -98,31 +101,31 @@ TEST_F(PictureLoaderTest, ReadersDoNotTurnByThemselves) {
     bytes.insert(2, exif);
     EXPECT_EQ(Load("turned.jpg", bytes), "");
     EXPECT_EQ(Quarters(m_picture.SystemPicture()), "rgby");
-    EXPECT_EQ(m_picture.LoadWithSystemReader(m_folder.Path("turned.jpg")), "");
+    EXPECT_EQ(m_picture.LoadWithSystemReader(At("turned.jpg")), "");
     EXPECT_EQ(Quarters(m_picture.SystemPicture()), "rgby");
 }
 
 TEST_F(PictureLoaderTest, SaysWhyAFileCannotBeRead) {
-    EXPECT_EQ(m_picture.LoadFile(m_folder.Path("missing.jpg"), {}), "No such file or directory");
+    EXPECT_EQ(m_picture.LoadFile(At("missing.jpg"), {}), "No such file or directory");
     EXPECT_EQ(Load("empty.jpg", ""), "The file is empty");
     EXPECT_EQ(Load("text.jpg", "not a picture at all, only words"),
               "Not a picture that can be read");
     EXPECT_EQ(Load("bare.jpg", "\xFF\xD8\xFF"), "Premature end of JPEG file");
-    std::filesystem::create_directory(m_folder.Path("folder.jpg"));
-    EXPECT_EQ(m_picture.LoadFile(m_folder.Path("folder.jpg"), {}), "Not a file");
-    ASSERT_EQ(mkfifo(m_folder.Path("pipe.jpg").c_str(), 0600), 0);
-    EXPECT_EQ(m_picture.LoadFile(m_folder.Path("pipe.jpg"), {}), "Not a file");
+    std::filesystem::create_directory(At("folder.jpg"));
+    EXPECT_EQ(m_picture.LoadFile(At("folder.jpg"), {}), "Not a file");
+    ASSERT_EQ(mkfifo(At("pipe.jpg").c_str(), 0600), 0);
+    EXPECT_EQ(m_picture.LoadFile(At("pipe.jpg"), {}), "Not a file");
     EXPECT_EQ(m_picture.StatusText(), "No Image");
     for (const char* name : {"missing.jpg", "empty.jpg", "text.jpg", "bare.jpg", "pipe.jpg"}) {
-        EXPECT_EQ(ImgX::ReadFileInfo(m_folder.Path(name)), QSize(0, 0)) << name;
-        EXPECT_NE(m_picture.LoadWithSystemReader(m_folder.Path(name)), "") << name;
+        EXPECT_EQ(ImgX::ReadFileInfo(At(name)), QSize(0, 0)) << name;
+        EXPECT_NE(m_picture.LoadWithSystemReader(At(name)), "") << name;
     }
 }
 
 TEST_F(PictureLoaderTest, RefusesWhatDoesNotFitIntoMemoryByItsHeader) {
     EXPECT_NE(Load("huge.jpg", PngHead(400000, 300000)).find("400000 x 300000"), std::string::npos);
     EXPECT_FALSE(m_picture.HasImage());
-    EXPECT_EQ(ImgX::ReadFileInfo(m_folder.Path("huge.jpg")), QSize(400000, 300000));
+    EXPECT_EQ(ImgX::ReadFileInfo(At("huge.jpg")), QSize(400000, 300000));
     std::string jpeg = JpegBytes(TellTale(64, 48));
     const auto frame = jpeg.find("\xFF\xC0");
     ASSERT_NE(frame, std::string::npos);

@@ -1,0 +1,220 @@
+// From a selected file to the picture on screen: the order of calls, and what stands there after.
+#include "Desk.h"
+
+#include "common/dates.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using namespace tarn;
+using namespace tarn::testing;
+
+namespace {
+
+const std::string kGood = JpegBytes(TellTale(640, 400));
+
+class DisplayPictureTest : public ::testing::Test {
+protected:
+    bool IsShown(const QWidget* widget) const { return !widget->isHidden(); }
+
+    Desk d;
+};
+
+} // namespace
+
+TEST_F(DisplayPictureTest, ShowsAPictureAndWalksThroughTheStepsInOrder) {
+    d.state.ExpOrientation = 6; // of the picture before
+    d.state.PictureDate = "old";
+    d.state.ImageMirrored = true;
+    d.controls.List1->addItem("old");
+    d.others.whenRead = [this] {
+        EXPECT_EQ(d.state.FileNameOnly, "a.jpg");
+        EXPECT_EQ(d.state.ImageWidth, 640);
+        EXPECT_EQ(d.state.FileDate,
+                  FormatDateText(FromFileTime(*d.files->ModifiedTime(d.state.Filename))));
+        EXPECT_EQ(d.state.PictureDate + std::to_string(d.state.ExpOrientation), "0");
+        EXPECT_EQ(d.controls.List1->count(), 0);
+    };
+    d.Show("a.jpg", kGood);
+    EXPECT_EQ(d.others.calls, (Calls{"error", "message", "busy", "ReadPictureInfo", "message",
+                                     "commands on", "ready", "CheckForNotes", "FocusPane"}));
+    EXPECT_EQ(d.Shown(), "80x50 rgby");
+    EXPECT_EQ(d.controls.PreviewLabel->text().toStdString(), "Preview picture is reduced");
+    EXPECT_EQ(d.controls.PreviewLabel->palette().color(QPalette::WindowText), QColor(255, 128, 0));
+    EXPECT_EQ(d.controls.SizeText->text().toStdString(), "640 x 400");
+    EXPECT_EQ(d.state.SizeText, "640 x 400");
+    EXPECT_EQ(d.state.ImgXfull.StatusText(), "640 x 400, 32 bit");
+    EXPECT_EQ(Quarters(d.state.ImgXfullBC.FullPicture()), "rgby");
+    EXPECT_FALSE(d.state.ImageMirrored);
+    EXPECT_TRUE(d.state.ImageLoaded && d.state.DeleteNoteToo);
+    EXPECT_FALSE(IsShown(d.controls.DeletePicButton));
+
+    d.others.whenRead = nullptr;
+    d.Show("b.jpg", JpegBytes(TellTale(60, 40)));
+    EXPECT_EQ(d.controls.PreviewLabel->text().toStdString(), "Preview picture is full size");
+    EXPECT_EQ(d.Shown(), "60x40 rgby");
+    EXPECT_EQ(std::count(d.others.calls.begin(), d.others.calls.end(), "commands on"), 0)
+        << "they are on already";
+}
+
+TEST_F(DisplayPictureTest, TellsAndSetsTheFilesDateWhereItDiffers) {
+    d.others.whenRead = [this] { d.state.DatesDiffer = true; };
+    d.state.AutoSetFileDates = true;
+    d.Show("a.jpg", kGood);
+    EXPECT_EQ(d.others.calls,
+              (Calls{"error", "message", "busy", "ReadPictureInfo", "message " + d.state.FileDate,
+                     "commands on", "SetFileDates", "ready", "CheckForNotes", "FocusPane"}));
+    d.state.AutoSetFileDates = false;
+    d.Show("a.jpg", kGood);
+    EXPECT_EQ(std::count(d.others.calls.begin(), d.others.calls.end(), "SetFileDates"), 0);
+    d.others.whenRead = nullptr;
+    d.state.AutoSetFileDates = true;
+    d.Show("a.jpg", kGood);
+    EXPECT_EQ(std::count(d.others.calls.begin(), d.others.calls.end(), "SetFileDates"), 0)
+        << "the flag is of one picture";
+}
+
+TEST_F(DisplayPictureTest, PutsAPlaceholderForWhatCannotBeRead) {
+    struct Case {
+        std::string name;
+        bool deletes, deletesFits;
+        std::string error;
+    };
+    const std::string why = "error Not a picture that can be read - ";
+    for (const Case& c :
+         {Case{"a.fit", true, true, ""}, Case{"a.fits", true, true, ""},
+          Case{"a.cr2", false, false, ""}, Case{"a.mp4", false, false, ""},
+          Case{"a.jpg", true, false, why + "a.jpg"}, Case{"a.tif", true, false, why + "a.tif"}}) {
+        d.Show("good.jpg", kGood);
+        d.controls.DeleteFitsButton->hide();
+        d.Show(c.name, "only words, no picture");
+        Calls expected{"error", "message", "busy"};
+        if (!c.error.empty()) expected.push_back(c.error);
+        for (const char* call : {"commands off", "ready", "CheckForNotes", "FocusPane"})
+            expected.push_back(call);
+        EXPECT_EQ(d.others.calls, expected) << c.name;
+        EXPECT_EQ(IsShown(d.controls.DeletePicButton), c.deletes) << c.name;
+        EXPECT_EQ(IsShown(d.controls.DeleteFitsButton), c.deletesFits) << c.name;
+        EXPECT_EQ(d.controls.Picture1->Picture().width(), 75) << c.name;
+        EXPECT_EQ(d.state.ImageWidth, 640) << "of the program's own picture";
+        EXPECT_EQ(d.state.SizeText + d.controls.SizeText->text().toStdString(), "") << c.name;
+        EXPECT_TRUE(d.state.NoExif && !d.state.ImageLoaded && !d.state.DeleteNoteToo) << c.name;
+    }
+    d.Show("real.cr2", kGood);
+    EXPECT_EQ(d.Shown(), "80x50 rgby") << "a readable file is shown whatever its name";
+}
+
+TEST_F(DisplayPictureTest, ShowsWhatThereIsOfAFileCutShortAndSaysSo) {
+    d.Show("cut.jpg", kGood.substr(0, kGood.size() - kGood.size() / 4));
+    EXPECT_EQ(d.others.calls,
+              (Calls{"error", "message", "busy", "error Premature end of JPEG file - cut.jpg",
+                     "ReadPictureInfo", "message", "commands on", "ready", "CheckForNotes",
+                     "FocusPane"}));
+    EXPECT_EQ(d.Shown().substr(0, 8), "80x50 rg");
+    EXPECT_TRUE(d.state.ImageLoaded);
+}
+
+TEST_F(DisplayPictureTest, GoesOnWhenTheFileWentAway) {
+    d.Choose("a.jpg", kGood);
+    std::filesystem::remove(d.state.Filename);
+    d.others.calls.clear();
+    d.room.DisplayPicture();
+    EXPECT_EQ(d.others.calls,
+              (Calls{"error", "message", "busy", "error No such file or directory - a.jpg",
+                     "commands off", "ready", "CheckForNotes", "FocusPane"}));
+    EXPECT_EQ(d.state.FileDate, "");
+    EXPECT_EQ(d.controls.Picture1->Picture().width(), 75);
+    d.Show("b.jpg", kGood);
+    EXPECT_EQ(d.Shown(), "80x50 rgby");
+}
+
+TEST_F(DisplayPictureTest, TurnsByOrientationOnceTheProgramHasStarted) {
+    struct Case {
+        int orientation;
+        std::string shown, size;
+        bool right, left;
+    };
+    for (const Case& c : {Case{1, "80x50 rgby", "640 x 400", false, false},
+                          Case{3, "80x50 ybgr", "640 x 400", false, false},
+                          Case{6, "31x50 bryg", "400 x 640", true, false},
+                          Case{8, "31x50 gyrb", "400 x 640", false, true},
+                          Case{2, "80x50 rgby", "640 x 400", false, false}}) {
+        d.others.whenRead = [&] { d.state.ExpOrientation = std::int16_t(c.orientation); };
+        d.Show("a.jpg", kGood);
+        EXPECT_EQ(d.Shown(), c.shown) << c.orientation;
+        EXPECT_EQ(d.state.SizeText, c.size) << c.orientation;
+        EXPECT_EQ(d.state.ImageRotatedRight, c.right) << c.orientation;
+        EXPECT_EQ(d.state.ImageRotatedLeft, c.left) << c.orientation;
+    }
+    d.state.FormLoadDone = false;
+    d.others.whenRead = [this] { d.state.ExpOrientation = 6; };
+    d.Show("a.jpg", kGood);
+    EXPECT_EQ(d.Shown(), "80x50 rgby") << "the first picture stays as stored";
+    EXPECT_EQ(d.LastCall(), "CheckForNotes") << "and takes no focus";
+}
+
+TEST_F(DisplayPictureTest, ComesBackInTheTurnThatAShowLeft) {
+    struct Case {
+        bool DisplayState::*want;
+        bool DisplayState::*flag;
+        std::string shown;
+    };
+    using S = DisplayState;
+    for (const Case& c : {Case{&S::WantRight, &S::ImageRotatedRight, "31x50 bryg"},
+                          Case{&S::WantLeft, &S::ImageRotatedLeft, "31x50 gyrb"},
+                          Case{&S::WantMirror, &S::ImageMirrored, "80x50 gryb"},
+                          Case{&S::WantFlip, &S::ImageFliped, "80x50 byrg"}}) {
+        d.state.RestoreTurns = true;
+        d.state.*c.want = true;
+        d.Show("a.jpg", kGood);
+        EXPECT_EQ(d.Shown(), c.shown);
+        EXPECT_TRUE(d.state.*c.flag);
+        EXPECT_FALSE(d.state.RestoreTurns || d.state.*c.want);
+        d.Show("a.jpg", kGood);
+        EXPECT_EQ(d.Shown(), "80x50 rgby") << "only once";
+    }
+    d.state.RestoreTurns = true;
+    d.Show("a.jpg", kGood);
+    EXPECT_EQ(d.Shown(), "80x50 rgby") << "restoring no turn shows the picture too";
+    d.state.WantRight = true;
+    d.Show("a.jpg", kGood);
+    EXPECT_EQ(d.Shown(), "80x50 rgby") << "wanted, but no show closed";
+}
+
+TEST_F(DisplayPictureTest, MarksTheLastRowAndPlaysItsSound) {
+    d.Choose("b.jpg", kGood);
+    const auto sound = [this](const std::string& name) {
+        d.Show(name, kGood);
+        for (const std::string& call : d.others.calls)
+            if (call.rfind("play", 0) == 0) return call.substr(5);
+        return std::string();
+    };
+    EXPECT_EQ(sound("b.jpg"), "");
+    EXPECT_TRUE(IsShown(d.controls.LastLabel));
+    d.state.BeepAllSlide = true;
+    EXPECT_EQ(sound("b.jpg"), "picture.wav");
+    d.state.BeepLastSlide = true;
+    EXPECT_EQ(sound("b.jpg"), "picture_last.wav");
+    EXPECT_EQ(sound("a.jpg"), "picture.wav");
+    EXPECT_FALSE(IsShown(d.controls.LastLabel));
+    EXPECT_EQ(d.state.FileIndex, 0);
+    d.state.BeepAllSlide = false;
+    EXPECT_EQ(sound("a.jpg"), "");
+}
+
+TEST_F(DisplayPictureTest, LeavesTheFocusToOtherWindowsAndUpdatesTheOneToOneWindow) {
+    d.state.OneToOneLoaded = true;
+    d.state.OneToOneNav = true;
+    d.Show("a.jpg", kGood);
+    EXPECT_EQ(d.LastCall(), "OneToOneButton_Click");
+    d.state.OneToOneLoaded = d.state.OneToOneNav = false;
+    d.state.SlideViewing = true;
+    d.Show("a.jpg", kGood);
+    EXPECT_EQ(d.LastCall(), "CheckForNotes");
+}

@@ -1,0 +1,190 @@
+// What the user does with the picture on screen: turns, cut modes, brightness, reloading.
+#include "Desk.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QLabel>
+#include <QPushButton>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using namespace tarn;
+using namespace tarn::testing;
+
+namespace {
+
+// Every pixel another colour than its neighbours, so that a cut shows where it was taken.
+QImage Ramp(int width, int height) {
+    QImage picture(width, height, QImage::Format_RGB32);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            picture.setPixel(x, y, qRgb(x % 256, y % 256, (x + y) % 256));
+    return picture;
+}
+
+class PreviewTest : public ::testing::Test {
+protected:
+    // By hand, as a click does: the box is toggled, and its command runs.
+    void Click(QCheckBox* box) {
+        d.others.calls.clear();
+        box->click();
+    }
+    int Loads() const {
+        return int(std::count(d.others.calls.begin(), d.others.calls.end(), "busy"));
+    }
+    const QImage& Shown() const { return d.controls.Picture1->Picture(); }
+
+    Desk d;
+};
+
+} // namespace
+
+TEST_F(PreviewTest, TurnsFitThePictureAgain) {
+    d.Show("a.jpg", JpegBytes(TellTale(640, 400)));
+    d.others.calls.clear();
+    d.room.RotateRightButton_Click();
+    EXPECT_EQ(d.Shown(), "31x50 bryg");
+    EXPECT_EQ(d.state.ImageWidth, 400);
+    EXPECT_EQ(d.state.SizeText, "400 x 640");
+    EXPECT_EQ(d.others.calls, Calls{"FocusPane"});
+    d.room.RotateLeftButton_Click();
+    EXPECT_EQ(d.Shown(), "80x50 rgby") << "as large as before";
+    EXPECT_TRUE(d.state.ImageRotatedRight && d.state.ImageRotatedLeft);
+    d.controls.FlipButton->click();
+    EXPECT_EQ(d.Shown(), "80x50 byrg");
+    d.controls.MirrorButton->click();
+    EXPECT_EQ(d.Shown(), "80x50 ybgr");
+    d.controls.RotateRightButton->click();
+    EXPECT_EQ(d.Shown(), "31x50 gyrb") << "a later turn keeps the mirrorings";
+    EXPECT_EQ(Quarters(d.state.ImgXfull.FullPicture()), "rgby") << "the full copy is not turned";
+    d.state.SlideViewing = true;
+    d.others.calls.clear();
+    d.controls.RotateLeftButton->click();
+    EXPECT_EQ(d.others.calls, Calls{}) << "a show keeps its focus";
+}
+
+TEST_F(PreviewTest, OneXAndTwoXExcludeEachOtherAndLoadOnce) {
+    d.Show("a.jpg", JpegBytes(TellTale(640, 400)));
+    Click(d.controls.OneXcheck);
+    EXPECT_EQ(d.Shown(), "80x50 rgby") << "the middle";
+    EXPECT_EQ(Loads(), 1);
+    EXPECT_EQ(d.controls.PreviewLabel->text().toStdString(),
+              "Preview picture is full size cropped if needed");
+    EXPECT_FALSE(d.controls.CropLabel->isHidden());
+    EXPECT_FLOAT_EQ(d.state.CropLeft, 280);
+    EXPECT_EQ(d.LastCall(), "FocusPane");
+    Click(d.controls.TwoXcheck);
+    EXPECT_FALSE(d.controls.OneXcheck->isChecked());
+    EXPECT_TRUE(d.state.TwoX && !d.state.OneX);
+    EXPECT_EQ(Loads(), 1);
+    EXPECT_EQ(d.state.SizeText, "1280 x 800");
+    EXPECT_EQ(d.state.ImageWidth, 640) << "of the file";
+    EXPECT_EQ(d.controls.PreviewLabel->text().toStdString(),
+              "Preview picture is 2x cropped if needed");
+    Click(d.controls.TwoXcheck);
+    EXPECT_FALSE(d.state.TwoX || d.state.OneX);
+    EXPECT_EQ(Loads(), 1);
+    EXPECT_EQ(d.controls.PreviewLabel->text().toStdString(), "Preview picture is reduced");
+    EXPECT_TRUE(d.controls.CropLabel->isHidden());
+}
+
+TEST_F(PreviewTest, CutsAreTakenFromThePicturesOwnPixels) {
+    const QImage picture = Ramp(173, 121);
+    d.state.OneX = true;
+    d.Show("a.png", PictureBytes(picture, "PNG"));
+    EXPECT_EQ(Shown(), picture.copy(46, 36, 80, 50)) << "46.5 and 35.5, halves to even";
+    d.state.OneX = false;
+    d.state.TwoX = true;
+    d.Show("a.png", PictureBytes(picture, "PNG"));
+    const QImage doubled =
+        picture.scaled(346, 242, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    EXPECT_EQ(Shown(), doubled.copy(133, 96, 80, 50)) << "as from the whole picture doubled";
+    d.state.PreviewWidth = 800;
+    d.state.PreviewHeight = 500;
+    d.room.ShowPreview();
+    EXPECT_EQ(Shown(), doubled) << "nothing to cut";
+    EXPECT_EQ(d.state.CropWidth, 346);
+    EXPECT_TRUE(d.controls.CropLabel->isHidden());
+}
+
+TEST_F(PreviewTest, MirroringInCutModeMirrorsTheCutAsItStands) {
+    d.state.OneX = true;
+    d.Show("a.png", PictureBytes(Ramp(173, 121), "PNG"));
+    const QImage cut = Shown();
+    d.room.MirrorButton_Click();
+    EXPECT_EQ(Shown(), cut.mirrored(true, false));
+    d.room.FlipButton_Click();
+    EXPECT_EQ(Shown(), cut.mirrored(true, true));
+    d.room.ShowPreview();
+    EXPECT_EQ(Shown().size(), cut.size());
+    EXPECT_GT(qRed(Shown().pixel(0, 0)), qRed(Shown().pixel(79, 0))) << "still mirrored";
+}
+
+TEST_F(PreviewTest, BrightnessHoldsForEveryPictureUntilReset) {
+    QImage grey(40, 30, QImage::Format_RGB32);
+    grey.fill(qRgb(100, 100, 100));
+    d.state.BrightnessValue = 40;
+    d.Show("a.png", PictureBytes(grey, "PNG"));
+    EXPECT_EQ(qRed(Shown().pixel(5, 5)), 202);
+    EXPECT_EQ(qRed(d.state.ImgXpic.SystemPicture().pixel(5, 5)), 100);
+    d.room.MirrorButton_Click();
+    EXPECT_EQ(qRed(Shown().pixel(5, 5)), 202);
+    d.Show("b.png", PictureBytes(grey, "PNG"));
+    EXPECT_EQ(qRed(Shown().pixel(5, 5)), 202);
+    d.state.BrightnessValue = 0;
+    d.room.ShowPreview();
+    EXPECT_EQ(qRed(Shown().pixel(5, 5)), 100);
+}
+
+TEST_F(PreviewTest, ALargerPaneGetsMorePixels) {
+    d.Show("a.jpg", JpegBytes(TellTale(640, 400)));
+    ASSERT_LT(d.state.ImgXfull.SystemPicture().width(), 640);
+    d.state.PreviewWidth = 400;
+    d.state.PreviewHeight = 250;
+    d.room.ShowPreview();
+    EXPECT_EQ(d.Shown(), "400x250 rgby");
+    d.state.PreviewWidth = 2000;
+    d.state.PreviewHeight = 2000;
+    d.room.ShowPreview();
+    EXPECT_EQ(d.Shown(), "640x400 rgby");
+}
+
+TEST_F(PreviewTest, RedrawReloadsWhatIsUp) {
+    d.state.WebTypes = "*.htm;*.html";
+    d.Show("a.jpg", JpegBytes(TellTale(640, 400)));
+    const auto redraw = [this] {
+        d.others.calls.clear();
+        d.room.Redraw();
+        return d.others.calls;
+    };
+    d.folder.Write("a.jpg", JpegBytes(TellTale(40, 30)));
+    Calls calls = redraw();
+    EXPECT_EQ(calls.front(), "ResetFileHistory with");
+    EXPECT_EQ(calls.back(), "FocusPane");
+    EXPECT_EQ(d.Shown(), "40x30 rgby");
+
+    d.state.CurrentPane = Pane::LogText;
+    EXPECT_EQ(redraw(), Calls{"ResetFileHistory with"});
+    Click(d.controls.OneXcheck);
+    EXPECT_EQ(Loads(), 0) << "no picture is up";
+    d.state.CurrentPane = Pane::Picture2;
+    d.state.VideoImage = true;
+    EXPECT_EQ(redraw(), (Calls{"ResetFileHistory with", "ShowVideoFile", "FocusPane"}));
+    d.state.FileType = ".HTM";
+    EXPECT_EQ(redraw(), (Calls{"ResetFileHistory with", "Load_web"}));
+    d.state.FileType = "HTML";
+    EXPECT_EQ(redraw(), (Calls{"ResetFileHistory with", "Load_web"}));
+}
+
+TEST_F(PreviewTest, PictureCommandsFollowButThoseWithoutACommandStayOff) {
+    d.room.SetPictureCommands(true);
+    EXPECT_TRUE(d.controls.RotateRightButton->isEnabled());
+    EXPECT_FALSE(d.controls.PrintButton->isEnabled());
+    Connect(d.controls.PrintButton, [] {});
+    d.room.SetPictureCommands(true);
+    EXPECT_TRUE(d.controls.PrintButton->isEnabled());
+    d.room.SetPictureCommands(false);
+    EXPECT_FALSE(d.controls.PrintButton->isEnabled() || d.controls.FlipButton->isEnabled());
+}
