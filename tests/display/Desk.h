@@ -124,6 +124,7 @@ struct Desk {
         state.Filename = folder.Write(name, bytes);
         state.FileType = FileTypeOf(name);
         controls.FileListBox->SetPath(folder.Path());
+        controls.FileListBox->Refresh();
         controls.FileListBox->Select(controls.FileListBox->RowOf(name));
     }
 
