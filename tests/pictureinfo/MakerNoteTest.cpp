@@ -30,8 +30,8 @@ public:
         return *this;
     }
     CanonMakerNote Read(std::string_view camera) const {
-        PictureDataBuffer data;
-        data.Fill(bytes_);
+        const PictureDataBuffer data(
+            std::span<const std::uint8_t, PictureDataBuffer::kSize>(bytes_));
         CanonMakerNote note;
         note.Read(data, 0, camera);
         return note;
@@ -39,7 +39,7 @@ public:
 
 private:
     static constexpr std::size_t kBase = 100;
-    std::vector<std::uint8_t> bytes_ = std::vector<std::uint8_t>(4000);
+    std::array<std::uint8_t, PictureDataBuffer::kSize> bytes_{};
 };
 
 constexpr const char* kRebel = "Canon EOS DIGITAL REBEL XT";
