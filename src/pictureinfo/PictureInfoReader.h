@@ -47,7 +47,7 @@ private:
 
     // One holds the last file that was read, one the buffer; they are the same when the file's data
     // stand first. A file is read into the other one, so that the buffer outlives it.
-    std::array<FileRecord, 2> records_{};
+    alignas(64) std::array<FileRecord, 2> records_{};
     std::size_t fileRecord_ = 0;
     std::size_t bufferRecord_ = 1;
 

@@ -30,10 +30,8 @@ public:
         return *this;
     }
     CanonMakerNote Read(std::string_view camera) const {
-        const PictureDataBuffer data(
-            std::span<const std::uint8_t, PictureDataBuffer::kSize>(bytes_));
         CanonMakerNote note;
-        note.Read(data, 0, camera);
+        note.Read(PictureDataBuffer{bytes_}, 0, camera);
         return note;
     }
 
