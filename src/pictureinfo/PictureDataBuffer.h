@@ -20,16 +20,14 @@ public:
     explicit PictureDataBuffer(std::span<const std::uint8_t, kSize> bytes) : bytes_(bytes) {}
 
     std::optional<std::int64_t> Byte(int index) const {
-        if (index < 0 || index >= kSize) return std::nullopt;
-        return bytes_[static_cast<std::size_t>(index)];
+        if (!Has(index)) return std::nullopt;
+        return At(index);
     }
 
     // The number high * 256 + low.
     std::optional<std::int64_t> Pair(int highIndex, int lowIndex) const {
-        const auto high = Byte(highIndex);
-        const auto low = Byte(lowIndex);
-        if (!high || !low) return std::nullopt;
-        return *high * 256 + *low;
+        if (!Has(highIndex) || !Has(lowIndex)) return std::nullopt;
+        return At(highIndex) * 256 + At(lowIndex);
     }
 
     // Unsigned numbers of two and four bytes.
@@ -54,6 +52,9 @@ public:
     }
 
 private:
+    static bool Has(int index) { return static_cast<unsigned>(index) < kSize; } // none below 0
+    std::int64_t At(int index) const { return bytes_[static_cast<std::size_t>(index)]; }
+
     std::span<const std::uint8_t, kSize> bytes_;
 };
 

@@ -45,7 +45,8 @@ bool ReadFileRecord(const std::string& path, FileRecord& record, FileFacts& fact
     struct stat status {};
     const bool known = ::fstat(file, &status) == 0;
     facts = known ? FactsOf(status) : FileFacts{};
-    const ssize_t filled = known && S_ISREG(status.st_mode) ? ReadFront(file, facts.size, record) : -1;
+    const ssize_t filled =
+        known && S_ISREG(status.st_mode) ? ReadFront(file, facts.size, record) : -1;
     ::close(file);
     if (filled < 0) return false;
     std::fill(record.begin() + filled, record.end(), std::uint8_t{0});
