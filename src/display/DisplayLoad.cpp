@@ -96,9 +96,9 @@ std::string DisplayRoom::LoadPicture() {
     s.ImageWidth = size.width();
     s.ImageHeight = size.height();
     const QSize wanted = IsCutMode() ? QSize() : QSize(s.PreviewWidth, s.PreviewHeight);
-    const std::string error = s.ImgXpic.LoadFile(s.Filename, wanted);
+    std::string error = s.ImgXpic.LoadFile(s.Filename, wanted);
     if (s.ImgXpic.HasImage()) return error;
-    const std::string systemError = s.ImgXpic.LoadWithSystemReader(s.Filename);
+    std::string systemError = s.ImgXpic.LoadWithSystemReader(s.Filename);
     if (!s.ImgXpic.HasImage()) return error;
     if (s.ImageWidth == 0) s.ImageWidth = s.ImgXpic.Width();
     if (s.ImageHeight == 0) s.ImageHeight = s.ImgXpic.Height();

@@ -30,16 +30,14 @@ public:
         return *this;
     }
     CanonMakerNote Read(std::string_view camera) const {
-        PictureDataBuffer data;
-        data.Fill(bytes_);
         CanonMakerNote note;
-        note.Read(data, 0, camera);
+        note.Read(PictureDataBuffer{bytes_}, 0, camera);
         return note;
     }
 
 private:
     static constexpr std::size_t kBase = 100;
-    std::vector<std::uint8_t> bytes_ = std::vector<std::uint8_t>(4000);
+    std::array<std::uint8_t, PictureDataBuffer::kSize> bytes_{};
 };
 
 constexpr const char* kRebel = "Canon EOS DIGITAL REBEL XT";

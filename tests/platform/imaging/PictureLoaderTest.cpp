@@ -48,8 +48,9 @@ std::string PngHead(std::uint32_t width, std::uint32_t height) {
 }
 
 // Two pixels, red and blue.
-const std::string kGif("GIF89a\2\0\1\0\x80\0\0\xFF\0\0\0\0\xFF,\0\0\0\0\2\0\1\0\0\2\2\x44\x0A\0;",
-                       36);
+constexpr char kGifBytes[] =
+    "GIF89a\2\0\1\0\x80\0\0\xFF\0\0\0\0\xFF,\0\0\0\0\2\0\1\0\0\2\2\x44\x0A\0;";
+const std::string kGif(kGifBytes, sizeof kGifBytes - 1);
 
 } // namespace
 
