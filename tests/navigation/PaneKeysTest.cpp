@@ -22,6 +22,7 @@ struct KeyDesk : NavDesk {
         controls.Picture1->setGeometry(0, 0, 200, 100);
         controls.Picture1->raise();
         window.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
     }
     void Send(QWidget* to, QEvent::Type type, int key, bool repeat = false,
               Qt::KeyboardModifiers with = Qt::NoModifier) {
