@@ -144,6 +144,7 @@ void frmMain::StyleControls() {
     fixed.setPointSizeF(font().pointSizeF());
     c.List1->setFont(fixed);
     c.List1->setUniformItemSizes(true);
+    c.List1->setTextElideMode(Qt::ElideNone); // a long line is scrolled to, not cut
     c.LogText->setReadOnly(true);
     c.LogText->setFont(fixed);
     c.LogText->setLineWrapMode(QPlainTextEdit::NoWrap);
