@@ -48,7 +48,7 @@ void EmptyLines(PictureInfo& info) {
 void PictureInfoReader::ReadPictureInfo(PictureInfo& info) {
     EmptyFields(info);
     const FileFacts facts = ReadFile(info);
-    FindData(info, tarn::PictureDataBuffer::kSize);
+    FindData(info, PictureDataBuffer::kSize);
     if (info.ExifFound) EmptyLines(info);
     SetSizeTexts(info, facts.size);
     SetNameAndFileDate(info);
@@ -116,9 +116,9 @@ bool PictureInfoReader::RecordHas(std::string_view signature, int offset) const 
            0;
 }
 
-PictureDataBuffer PictureInfoReader::PictureDataBuffer() const {
-    return tarn::PictureDataBuffer(std::span(records_[bufferRecord_])
-                                       .subspan<kExifDataOffset, tarn::PictureDataBuffer::kSize>());
+PictureDataBuffer PictureInfoReader::Data() const {
+    return PictureDataBuffer(
+        std::span(records_[bufferRecord_]).subspan<kExifDataOffset, PictureDataBuffer::kSize>());
 }
 
 template <typename Action>
@@ -143,20 +143,20 @@ void PictureInfoReader::ReadTag(const PictureInfo& info) {
 }
 
 void PictureInfoReader::ReadExifTagIntel(const PictureInfo& info) {
-    Tag.Read(PictureDataBuffer(), ByteOrder::Intel);
+    Tag.Read(Data(), ByteOrder::Intel);
     if (!Tag.IsMakerNote()) return;
     if (IsCanonEos(info.CameraName)) {
-        canon_.Read(PictureDataBuffer(), Tag.TagDataIndex, info.CameraName);
+        canon_.Read(Data(), Tag.TagDataIndex, info.CameraName);
     }
     if (IsNikonD(info.CameraName)) {
-        nikon_.Read(PictureDataBuffer(), Tag, info.FlashFired, ByteOrder::Intel);
+        nikon_.Read(Data(), Tag, info.FlashFired, ByteOrder::Intel);
     }
 }
 
 void PictureInfoReader::ReadExifTagMotorola(const PictureInfo& info) {
-    Tag.Read(PictureDataBuffer(), ByteOrder::Motorola);
+    Tag.Read(Data(), ByteOrder::Motorola);
     if (Tag.IsMakerNote() && IsNikonD(info.CameraName)) {
-        nikon_.Read(PictureDataBuffer(), Tag, info.FlashFired, ByteOrder::Motorola);
+        nikon_.Read(Data(), Tag, info.FlashFired, ByteOrder::Motorola);
     }
 }
 

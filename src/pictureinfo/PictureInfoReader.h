@@ -40,7 +40,7 @@ private:
     void FindData(PictureInfo& info, int copied);
     void CopyData(int offset, int count);
     bool RecordHas(std::string_view signature, int offset) const;
-    tarn::PictureDataBuffer PictureDataBuffer() const;
+    PictureDataBuffer Data() const; // of the picture under work
     void ReadTag(const PictureInfo& info);
     template <typename Action>
     void Walk(const PictureInfo& info, int lastIndex, const Action& action);
