@@ -42,6 +42,18 @@ bool TakeColon(std::string_view& text) {
     return true;
 }
 
+// Dates are written by the thousand, so in one text.
+std::string& AppendPadded(std::string& text, int value, int digits) {
+    return text.append(FormatPadded(value, digits));
+}
+
+void AppendTime(std::string& text, int hour, int minute, int second) {
+    const int onDial = hour % 12 == 0 ? 12 : hour % 12;
+    AppendPadded(text, onDial, 1).push_back(':');
+    AppendPadded(text, minute, 2).push_back(':');
+    AppendPadded(text, second, 2).append(hour < 12 ? " AM" : " PM");
+}
+
 } // namespace
 
 bool IsValid(const DateTime& when) {
@@ -51,14 +63,19 @@ bool IsValid(const DateTime& when) {
 }
 
 std::string FormatDateText(const DateTime& when) {
-    return FormatPadded(when.month, 2) + "/" + FormatPadded(when.day, 2) + "/" +
-           FormatPadded(when.year, 4) + " " + FormatTimeText(when.hour, when.minute, when.second);
+    std::string text;
+    text.reserve(24);
+    AppendPadded(text, when.month, 2).push_back('/');
+    AppendPadded(text, when.day, 2).push_back('/');
+    AppendPadded(text, when.year, 4).push_back(' ');
+    AppendTime(text, when.hour, when.minute, when.second);
+    return text;
 }
 
 std::string FormatTimeText(int hour, int minute, int second) {
-    const int onDial = hour % 12 == 0 ? 12 : hour % 12;
-    return std::to_string(onDial) + ":" + FormatPadded(minute, 2) + ":" + FormatPadded(second, 2) +
-           (hour < 12 ? " AM" : " PM");
+    std::string text;
+    AppendTime(text, hour, minute, second);
+    return text;
 }
 
 std::optional<int> ParseTimeOfDay(std::string_view text) {

@@ -94,7 +94,9 @@ std::string FormatFixed(double value, int decimals) {
 }
 
 std::string FormatSigned(double value, int decimals) {
-    return (value > 0 ? "+" : "") + FormatFixed(value, decimals);
+    std::string text = FormatFixed(value, decimals);
+    if (value > 0) text.insert(0, 1, '+');
+    return text;
 }
 
 std::string FormatNoLeadingZero(double value, int decimals) {

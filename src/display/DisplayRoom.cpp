@@ -17,14 +17,14 @@ bool IsWebFile(const ProgramState& state) {
 
 } // namespace
 
-void DisplayRoom::Connect() {
+void DisplayRoom::ConnectControls() {
     MainControls& c = m.controls;
-    tarn::Connect(c.RotateRightButton, [this] { RotateRightButton_Click(); });
-    tarn::Connect(c.RotateLeftButton, [this] { RotateLeftButton_Click(); });
-    tarn::Connect(c.MirrorButton, [this] { MirrorButton_Click(); });
-    tarn::Connect(c.FlipButton, [this] { FlipButton_Click(); });
-    tarn::Connect(c.OneXcheck, [this] { OneXcheck_Click(); });
-    tarn::Connect(c.TwoXcheck, [this] { TwoXcheck_Click(); });
+    Connect(c.RotateRightButton, [this] { RotateRightButton_Click(); });
+    Connect(c.RotateLeftButton, [this] { RotateLeftButton_Click(); });
+    Connect(c.MirrorButton, [this] { MirrorButton_Click(); });
+    Connect(c.FlipButton, [this] { FlipButton_Click(); });
+    Connect(c.OneXcheck, [this] { OneXcheck_Click(); });
+    Connect(c.TwoXcheck, [this] { TwoXcheck_Click(); });
 }
 
 void DisplayRoom::Redraw() {

@@ -16,7 +16,7 @@ public:
     explicit DisplayRoom(Context& context) : m(context) {}
 
     // Gives the buttons and boxes of this room their commands.
-    void Connect();
+    void ConnectControls();
 
     // Shows state.Filename. Done when it returns, without letting events in: who calls it may use
     // the picture on the next line.

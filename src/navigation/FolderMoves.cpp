@@ -3,6 +3,8 @@
 #include "navigation/NavigationRoom.h"
 #include "platform/FileListBox.h"
 #include "platform/FolderTreeview.h"
+#include "platform/Files.h"
+#include "platform/PictureBox.h"
 #include "platform/QtText.h"
 
 #include <QPushButton>
@@ -64,6 +66,19 @@ void NavigationRoom::EnableListCommands() {
     if (hasRows && !m.state.HistNav) SelectRow(std::max(0, list.RowOf(m_wanted)));
     Update_Num_Files(0);
     m.shell.SetListCommands(hasRows);
+    ShowHint();
+}
+
+void NavigationRoom::ShowHint() {
+    const std::string folder = m.controls.FolderTreeview1->SelectedPath();
+    std::string hint = "Choose a picture from the list.";
+    if (!m.files.IsFolder(folder))
+        hint = "The folder " + folder + " does not exist. Choose another in the tree.";
+    else if (!m.files.FileNames(folder))
+        hint = "The folder " + folder + " cannot be read. Choose another in the tree.";
+    else if (m.controls.FileListBox->Count() < 1)
+        hint = "No files to show in " + folder + ". Choose a folder in the tree, or drop one here.";
+    m.controls.Picture1->SetHint(hint);
 }
 
 void NavigationRoom::OpenPath(const std::string& path) {

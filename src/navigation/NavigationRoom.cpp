@@ -18,7 +18,7 @@
 
 namespace tarn {
 
-void NavigationRoom::Connect() {
+void NavigationRoom::ConnectControls() {
     MainControls& c = m.controls;
     c.FileListBox->onClick = [this] { FileListBox_Click(); };
     c.FileListBox->onDoubleClick = [this] {
@@ -29,15 +29,15 @@ void NavigationRoom::Connect() {
     c.FolderTreeview1->onSelection = [this](const std::string& path, bool& cancel) {
         if (!cancel) FolderTreeview1_Selection(path);
     };
-    tarn::Connect(c.NextButton, [this] { NextButton_Click(); });
-    tarn::Connect(c.PrevButton, [this] { PrevButton_Click(); });
-    tarn::Connect(c.FileBackButton, [this] { FileBackButton_Click(); });
-    tarn::Connect(c.FileFwdButton, [this] { FileFwdButton_Click(); });
-    tarn::Connect(c.FolderBackButton, [this] { FolderBackButton_Click(); });
-    tarn::Connect(c.FolderFwdButton, [this] { FolderFwdButton_Click(); });
-    tarn::Connect(c.FolderUpButton, [this] { FolderUpButton_Click(); });
-    tarn::Connect(c.QuickDirButton, [this] { RefreshDirButton_Click(); });
-    tarn::Connect(c.SelectAllButton, [this] { SelectAllButton_Click(); });
+    Connect(c.NextButton, [this] { NextButton_Click(); });
+    Connect(c.PrevButton, [this] { PrevButton_Click(); });
+    Connect(c.FileBackButton, [this] { FileBackButton_Click(); });
+    Connect(c.FileFwdButton, [this] { FileFwdButton_Click(); });
+    Connect(c.FolderBackButton, [this] { FolderBackButton_Click(); });
+    Connect(c.FolderFwdButton, [this] { FolderFwdButton_Click(); });
+    Connect(c.FolderUpButton, [this] { FolderUpButton_Click(); });
+    Connect(c.QuickDirButton, [this] { RefreshDirButton_Click(); });
+    Connect(c.SelectAllButton, [this] { SelectAllButton_Click(); });
 }
 
 void NavigationRoom::FileListBox_Click() {

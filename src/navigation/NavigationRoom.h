@@ -13,7 +13,7 @@ public:
     explicit NavigationRoom(Context& context) : m(context) {}
 
     // Connects list, tree and buttons.
-    void Connect();
+    void ConnectControls();
 
     void FileListBox_Click() override;
     void SelectRow(int row) override;
@@ -27,6 +27,9 @@ public:
 
     // Opens a folder on its first row, or a file's folder on the file.
     void OpenPath(const std::string& path);
+
+    // What the pane says while it shows no picture.
+    void ShowHint();
 
     void SelectAllButton_Click();
     void FileBackButton_Click();

@@ -37,17 +37,25 @@ std::optional<std::int64_t> PairAt(const PictureDataBuffer& data, int index, Byt
 // Offsets count from the data's header, ten bytes in front of the buffer.
 constexpr int kOffsetOfBuffer = 10;
 
+// Compiled for each layout: this is the innermost work of a pass over whole folders.
+template <const EntryLayout& layout> void ReadFields(ExifTag& tag, const PictureDataBuffer& data) {
+    StoreIfFits(tag.TagNumber, PairAt(data, tag.TagIndex, layout.number));
+    StoreIfFits(tag.TagType, data.Byte(tag.TagIndex + layout.type));
+    StoreIfFits(tag.TagCount, PairAt(data, tag.TagIndex, layout.count));
+    StoreIfFits(tag.TagDataIndex, PairAt(data, tag.TagIndex, layout.dataOffset));
+    StoreIfFits(tag.TagDataIndex, tag.TagDataIndex - kOffsetOfBuffer); // the old one if that failed
+    StoreIfFits(tag.TagValue, PairAt(data, tag.TagIndex, layout.value));
+}
+
 } // namespace
 
 void ExifTag::Read(const PictureDataBuffer& data, ByteOrder order) {
-    const EntryLayout& layout = LayoutOf(order);
     if (TagNumber == kExifDirectoryTag) StoreIfFits(TagIndex, TagDataIndex + 2);
-    StoreIfFits(TagNumber, PairAt(data, TagIndex, layout.number));
-    StoreIfFits(TagType, data.Byte(TagIndex + layout.type));
-    StoreIfFits(TagCount, PairAt(data, TagIndex, layout.count));
-    StoreIfFits(TagDataIndex, PairAt(data, TagIndex, layout.dataOffset));
-    StoreIfFits(TagDataIndex, TagDataIndex - kOffsetOfBuffer); // of the old one if that failed
-    StoreIfFits(TagValue, PairAt(data, TagIndex, layout.value));
+    if (order == ByteOrder::Intel) {
+        ReadFields<kIntelLayout>(*this, data);
+    } else {
+        ReadFields<kMotorolaLayout>(*this, data);
+    }
     if (TagType == 2) ReadText(data);
     if (TagType == 5) ReadUnsignedRational(data, order);
     if (TagType == 10) ReadSignedRational(data, order);

@@ -16,10 +16,11 @@ FileFacts FactsOf(const struct stat& status) {
 }
 
 // Number of bytes read, -1 when there was an error at once.
-ssize_t ReadFront(int file, FileRecord& record) {
+ssize_t ReadFront(int file, std::int64_t fileSize, FileRecord& record) {
+    const std::size_t wanted = std::min<std::uint64_t>(record.size(), fileSize);
     std::size_t filled = 0;
-    while (filled < record.size()) {
-        const ssize_t count = ::read(file, record.data() + filled, record.size() - filled);
+    while (filled < wanted) {
+        const ssize_t count = ::read(file, record.data() + filled, wanted - filled);
         if (count < 0 && filled == 0) return -1;
         if (count <= 0) break;
         filled += static_cast<std::size_t>(count);
@@ -44,7 +45,8 @@ bool ReadFileRecord(const std::string& path, FileRecord& record, FileFacts& fact
     struct stat status {};
     const bool known = ::fstat(file, &status) == 0;
     facts = known ? FactsOf(status) : FileFacts{};
-    const ssize_t filled = known && S_ISREG(status.st_mode) ? ReadFront(file, record) : -1;
+    const ssize_t filled =
+        known && S_ISREG(status.st_mode) ? ReadFront(file, facts.size, record) : -1;
     ::close(file);
     if (filled < 0) return false;
     std::fill(record.begin() + filled, record.end(), std::uint8_t{0});

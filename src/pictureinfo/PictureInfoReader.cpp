@@ -81,19 +81,21 @@ void PictureInfoReader::ReadCameraDate(PictureInfo& info) {
 
 FileFacts PictureInfoReader::ReadFile(const PictureInfo& info) {
     FileFacts facts;
-    fileWasRead_ = ReadFileRecord(info.Filename, record_, facts);
+    const std::size_t other = 1 - bufferRecord_;
+    fileWasRead_ = ReadFileRecord(info.Filename, records_[other], facts);
+    if (fileWasRead_) fileRecord_ = other;
     return facts;
 }
 
 void PictureInfoReader::FindData(PictureInfo& info, int copied) {
     info.PictureDataOffset = kExifDataOffset;
     if (RecordHas("Exif", kSignatureOffset)) {
-        UseRecordFrom(kExifDataOffset, PictureDataBuffer::kSize);
+        bufferRecord_ = fileRecord_;
         info.ExifFound = true;
         return;
     }
     const auto copyFrom = [&](int offset) {
-        UseRecordFrom(offset, copied);
+        CopyData(offset, copied);
         info.PictureDataOffset = static_cast<std::int16_t>(offset);
         info.ExifFound = true;
     };
@@ -103,13 +105,20 @@ void PictureInfoReader::FindData(PictureInfo& info, int copied) {
     }
 }
 
-void PictureInfoReader::UseRecordFrom(int offset, int count) {
-    PictureDataBuffer_.Fill(std::span(record_).subspan(static_cast<std::size_t>(offset),
-                                                       static_cast<std::size_t>(count)));
+// What stands behind the bytes that are copied stays there from an earlier file.
+void PictureInfoReader::CopyData(int offset, int count) {
+    std::copy_n(records_[fileRecord_].begin() + offset, count,
+                records_[bufferRecord_].begin() + kExifDataOffset);
 }
 
-bool PictureInfoReader::RecordHas(const char* signature, int offset) const {
-    return std::memcmp(record_.data() + offset, signature, std::strlen(signature)) == 0;
+bool PictureInfoReader::RecordHas(std::string_view signature, int offset) const {
+    return std::memcmp(records_[fileRecord_].data() + offset, signature.data(), signature.size()) ==
+           0;
+}
+
+PictureDataBuffer PictureInfoReader::Data() const {
+    return PictureDataBuffer(
+        std::span(records_[bufferRecord_]).subspan<kExifDataOffset, PictureDataBuffer::kSize>());
 }
 
 template <typename Action>
@@ -134,20 +143,20 @@ void PictureInfoReader::ReadTag(const PictureInfo& info) {
 }
 
 void PictureInfoReader::ReadExifTagIntel(const PictureInfo& info) {
-    Tag.Read(PictureDataBuffer_, ByteOrder::Intel);
+    Tag.Read(Data(), ByteOrder::Intel);
     if (!Tag.IsMakerNote()) return;
     if (IsCanonEos(info.CameraName)) {
-        canon_.Read(PictureDataBuffer_, Tag.TagDataIndex, info.CameraName);
+        canon_.Read(Data(), Tag.TagDataIndex, info.CameraName);
     }
     if (IsNikonD(info.CameraName)) {
-        nikon_.Read(PictureDataBuffer_, Tag, info.FlashFired, ByteOrder::Intel);
+        nikon_.Read(Data(), Tag, info.FlashFired, ByteOrder::Intel);
     }
 }
 
 void PictureInfoReader::ReadExifTagMotorola(const PictureInfo& info) {
-    Tag.Read(PictureDataBuffer_, ByteOrder::Motorola);
+    Tag.Read(Data(), ByteOrder::Motorola);
     if (Tag.IsMakerNote() && IsNikonD(info.CameraName)) {
-        nikon_.Read(PictureDataBuffer_, Tag, info.FlashFired, ByteOrder::Motorola);
+        nikon_.Read(Data(), Tag, info.FlashFired, ByteOrder::Motorola);
     }
 }
 

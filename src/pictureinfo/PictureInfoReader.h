@@ -9,6 +9,9 @@
 #include "pictureinfo/PictureFile.h"
 #include "pictureinfo/PictureInfo.h"
 
+#include <array>
+#include <string_view>
+
 namespace tarn {
 
 // One reader serves all pictures of a run, one after the other: its buffer, its tag fields and its
@@ -35,14 +38,19 @@ public:
 private:
     FileFacts ReadFile(const PictureInfo& info);
     void FindData(PictureInfo& info, int copied);
-    void UseRecordFrom(int offset, int count);
-    bool RecordHas(const char* signature, int offset) const;
+    void CopyData(int offset, int count);
+    bool RecordHas(std::string_view signature, int offset) const;
+    PictureDataBuffer Data() const; // of the picture under work
     void ReadTag(const PictureInfo& info);
     template <typename Action>
     void Walk(const PictureInfo& info, int lastIndex, const Action& action);
 
-    FileRecord record_{};
-    PictureDataBuffer PictureDataBuffer_;
+    // One holds the last file that was read, one the buffer; they are the same when the file's data
+    // stand first. A file is read into the other one, so that the buffer outlives it.
+    alignas(64) std::array<FileRecord, 2> records_{};
+    std::size_t fileRecord_ = 0;
+    std::size_t bufferRecord_ = 1;
+
     CanonMakerNote canon_;
     NikonMakerNote nikon_;
     bool fileWasRead_ = false;

@@ -31,7 +31,7 @@ bool FileListBox::ReadFolder(const std::string& folder, const std::string& patte
 }
 
 bool FileListBox::SetPath(const std::string& folder) {
-    return ReadFolder(folder, Pattern());
+    return folder == Path() || ReadFolder(folder, Pattern());
 }
 
 bool FileListBox::SetPattern(const std::string& pattern) {

@@ -20,7 +20,8 @@ class FileListBox : public QListView {
 public:
     explicit FileListBox(const Files& files, QWidget* parent = nullptr);
 
-    // False when the folder cannot be read: the list keeps its folder. Otherwise no row is current.
+    // False when the folder cannot be read: the list keeps its folder. A new folder is read, and no
+    // row is current; the same one again changes nothing.
     bool SetPath(const std::string& folder);
     bool SetPattern(const std::string& pattern); // the same for the patterns between ";"
     // Reads the folder again; the current row stays by name. Raises nothing.

@@ -33,6 +33,7 @@ void PictureBox::SetPicture(const QImage& picture) {
 
 void PictureBox::SetHint(const std::string& text) {
     m_hint = ToQt(text);
+    setAccessibleDescription(m_hint);
     if (m_picture.isNull()) update();
 }
 

@@ -28,8 +28,8 @@ House::House(const Platform& p)
       window(controls, p.files), shell(context, *window.statusBar()), navigation(context),
       display(context), info(context), video(context), keys(context, navigation),
       lifecycle(context, window, navigation) {
-    navigation.Connect();
-    display.Connect();
+    navigation.ConnectControls();
+    display.ConnectControls();
     ConnectSwitches(context);
     WireFile();
     WireWindow();

@@ -107,7 +107,7 @@ struct Desk {
             widget->hide(); // so that what the room shows stands out
         });
         MakeMenus(controls, bar, window);
-        room.Connect();
+        room.ConnectControls();
         state.PreviewWidth = 80;
         state.PreviewHeight = 50;
         state.FormLoadDone = true;
@@ -124,6 +124,7 @@ struct Desk {
         state.Filename = folder.Write(name, bytes);
         state.FileType = FileTypeOf(name);
         controls.FileListBox->SetPath(folder.Path());
+        controls.FileListBox->Refresh();
         controls.FileListBox->Select(controls.FileListBox->RowOf(name));
     }
 

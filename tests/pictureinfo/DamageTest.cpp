@@ -40,9 +40,9 @@ TEST_F(Damage, EveryByteOfTheDirectoriesTurnedOver) {
 }
 
 TEST_F(Damage, NoiseBehindAGoodHead) {
-    std::mt19937 random(20041); // NOLINT(bugprone-random-generator-seed): the same noise each time
-    for (int round = 0; round < 200; ++round) {
-        std::string bytes = CanonPicture().substr(0, static_cast<std::size_t>(20 + round * 3));
+    std::mt19937 random(20041); // the same noise each time
+    for (std::size_t round = 0; round < 200; ++round) {
+        std::string bytes = CanonPicture().substr(0, 20 + round * 3);
         while (bytes.size() < 21000) bytes += static_cast<char>(random());
         ReadBothWays(bytes);
     }

@@ -22,7 +22,7 @@ public:
     }
     CanonBytes& Word(int k, unsigned value) { return Byte(k, value).Byte(k + 1, value >> 8U); }
     CanonBytes& Byte(int k, unsigned value) {
-        bytes_[static_cast<std::size_t>(kBase + k)] = static_cast<std::uint8_t>(value);
+        bytes_[kBase + static_cast<std::size_t>(k)] = static_cast<std::uint8_t>(value);
         return *this;
     }
     CanonBytes& Text(int k, std::string_view text) {
@@ -30,16 +30,14 @@ public:
         return *this;
     }
     CanonMakerNote Read(std::string_view camera) const {
-        PictureDataBuffer data;
-        data.Fill(bytes_);
         CanonMakerNote note;
-        note.Read(data, 0, camera);
+        note.Read(PictureDataBuffer{bytes_}, 0, camera);
         return note;
     }
 
 private:
-    static constexpr int kBase = 100;
-    std::vector<std::uint8_t> bytes_ = std::vector<std::uint8_t>(4000);
+    static constexpr std::size_t kBase = 100;
+    std::array<std::uint8_t, PictureDataBuffer::kSize> bytes_{};
 };
 
 constexpr const char* kRebel = "Canon EOS DIGITAL REBEL XT";

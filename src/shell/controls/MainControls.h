@@ -32,6 +32,7 @@ enum class Place {
     FolderBar, // above the tree
     Tree,
     Classes, // boxes of the file classes, above the list
+    ListNote, // what is to be said about the list
     List,
     ListBar,
     Step, // above the picture

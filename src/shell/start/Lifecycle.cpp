@@ -85,6 +85,7 @@ void Lifecycle::Form_Load(const std::string& argument) {
         m.video.ShowVideoFile();
     }
     m.navigation.ResetFileHistory(true);
+    m_navigation.ShowHint();
     m.shell.SetListCommands(m.controls.FileListBox->Count() > 0);
     m.shell.FocusPane();
     SayWhatIsAmiss();
@@ -122,7 +123,7 @@ void Lifecycle::RestorePlace() {
                                   size));
     // The first picture is fitted into the pane that the window will show.
     m_window.LayOutNow();
-    if (s.SplitterTop >= 1) m_window.SetSplitterTop(s.SplitterTop);
+    m_window.SetSplitterTop(s.SplitterTop >= 1 ? s.SplitterTop : m_window.DesignSplitterTop());
     const qreal ratio = m_window.devicePixelRatioF();
     s.PreviewWidth = qRound(m_window.PaneSize().width() * ratio);
     s.PreviewHeight = qRound(m_window.PaneSize().height() * ratio);

@@ -28,7 +28,7 @@ MainLayout LayOut(QSize window, const LayoutMeasures& m) {
 
     const int left = m.treeWidth + 3 * kGap;
     l.tools = QRect(left, kGap, width - left - kGap, m.toolsHeight);
-    const int pictureTop = kGap + m.toolsHeight + 2;
+    const int pictureTop = kGap + m.toolsHeight + kGap;
     l.picture = QRect(left, pictureTop, width - left - kGap, framesTop - 5 - pictureTop);
     return l;
 }

@@ -41,7 +41,7 @@ frmMain::frmMain(MainControls& controls, const Files& files) : m_controls(contro
     MakeControls(m_controls, files, [this](QWidget* widget, Place place) { Put(widget, place); });
     MakeMenus(m_controls, *menuBar(), *this);
     for (auto& [place, bar] : m_bars)
-        if (place != Place::NotesText && place != Place::List && place != Place::Tree &&
+        if (place != Place::NotesHead && place != Place::NotesText && place != Place::List &&
             place != Place::Exif)
             bar->addStretch();
     StyleControls();
@@ -72,9 +72,11 @@ void frmMain::MakeBars() {
     m_splitter = new QSplitter(Qt::Vertical, m_area);
     m_splitter->setObjectName(QStringLiteral("vbuSplitter"));
     m_splitter->setChildrenCollapsible(false);
+    QObject::connect(m_splitter, &QSplitter::splitterMoved, this,
+                     [this] { SetSplitterTop(SplitterTop()); });
     m_listSide = Bar("ListSide", nullptr);
     auto* side = Tight<QVBoxLayout>(m_listSide);
-    for (const Place place : {Place::Classes, Place::List, Place::ListBar}) {
+    for (const Place place : {Place::Classes, Place::ListNote, Place::List, Place::ListBar}) {
         m_bars[place] = Tight<QHBoxLayout>(nullptr);
         side->addLayout(m_bars[place], place == Place::List ? 1 : 0);
     }
@@ -142,15 +144,15 @@ void frmMain::StyleControls() {
     fixed.setPointSizeF(font().pointSizeF());
     c.List1->setFont(fixed);
     c.List1->setUniformItemSizes(true);
+    c.List1->setTextElideMode(Qt::ElideNone); // a long line is scrolled to, not cut
     c.LogText->setReadOnly(true);
     c.LogText->setFont(fixed);
     c.LogText->setLineWrapMode(QPlainTextEdit::NoWrap);
     c.FileDateText->setReadOnly(true);
     c.FileDateText->setFocusPolicy(Qt::ClickFocus);
     c.NotesBox->setTabChangesFocus(true);
-    // Texts of changing length take what room there is.
-    for (QLabel* label : {c.NotesFrame, c.FolderChangedLabel})
-        label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    // A name of any length takes what room there is.
+    c.NotesFrame->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     c.LabelNavKeys->setAutoFillBackground(true);
     QPalette grey = c.LabelNavKeys->palette();
     grey.setColor(QPalette::Window, Qt::gray);
@@ -178,7 +180,7 @@ void frmMain::Measure() {
     const int line = fontMetrics().height();
     m_measures.treeWidth =
         std::max(m_folderBar->minimumSizeHint().width(), m_listSide->minimumSizeHint().width());
-    m_measures.treeWidth = std::max(m_measures.treeWidth, 30 * em);
+    m_measures.treeWidth = std::max(m_measures.treeWidth, 32 * em);
     m_measures.folderBarHeight = m_folderBar->sizeHint().height();
     m_measures.toolsHeight = m_tools->sizeHint().height();
     m_measures.notesWidth = std::max(m_notes->minimumSizeHint().width(), 48 * em);
@@ -186,7 +188,7 @@ void frmMain::Measure() {
     m_measures.panelHeight = 13 * row + 16;
     m_measures.messageHeight = m_controls.FileDateText->sizeHint().height();
     const int width = m_measures.treeWidth + 16 + m_tools->minimumSizeHint().width();
-    const int height = m_measures.toolsHeight + 16 * line + m_measures.panelHeight +
+    const int height = m_measures.toolsHeight + 20 * line + m_measures.panelHeight +
                        m_measures.messageHeight + menuBar()->sizeHint().height() +
                        statusBar()->sizeHint().height();
     m_design = QSize(std::max(width, menuBar()->sizeHint().width()), height);
@@ -234,6 +236,10 @@ QSize frmMain::PaneSize() const {
 
 int frmMain::SplitterTop() const {
     return m_splitter->sizes().value(0) * kTwipsPerPixel;
+}
+
+int frmMain::DesignSplitterTop() const {
+    return m_splitter->height() * 2 / 5 * kTwipsPerPixel;
 }
 
 void frmMain::SetSplitterTop(int twips) {

@@ -31,6 +31,7 @@ public:
     // Place of the splitter in twips.
     int SplitterTop() const;
     void SetSplitterTop(int twips);
+    int DesignSplitterTop() const; // two fifths for the tree
 
     // Font of the file list made larger by so many points; the size as the list now reports it.
     double ChangeListFont(double by);

@@ -1,0 +1,105 @@
+// The whole program on a folder of the test's own: real files, pictures and settings; people and
+// time are scripted.
+#pragma once
+
+#include "PictureFiles.h"
+#include "support/ExifBuilder.h"
+#include "support/RecordingRooms.h"
+#include "support/TestFolder.h"
+
+#include "platform/Files.h"
+#include "platform/SettingsStore.h"
+#include "shell/House.h"
+
+#include "platform/FileListBox.h"
+#include "platform/PictureBox.h"
+
+#include <QApplication>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace tarn::testing {
+
+// Lets a test look on at the moment when a file is asked for its date.
+class WatchedFiles : public Files {
+public:
+    std::function<void(const std::string&)> onModifiedTime;
+
+    bool Exists(const std::string& p) const override { return m_real->Exists(p); }
+    bool IsFolder(const std::string& p) const override { return m_real->IsFolder(p); }
+    std::optional<std::int64_t> ModifiedTime(const std::string& p, std::string* e) const override {
+        if (onModifiedTime) onModifiedTime(p);
+        return m_real->ModifiedTime(p, e);
+    }
+    std::optional<std::vector<std::string>> FileNames(const std::string& f,
+                                                      std::string* e) const override {
+        return m_real->FileNames(f, e);
+    }
+    std::vector<std::string> FolderNames(const std::string& f) const override {
+        return m_real->FolderNames(f);
+    }
+    std::string Absolute(const std::string& p) const override { return m_real->Absolute(p); }
+    std::string HomeFolder() const override { return m_home; }
+    std::string PicturesFolder() const override { return {}; }
+    void SetHome(const std::string& home) { m_home = home; }
+
+private:
+    std::unique_ptr<Files> m_real = MakeFiles();
+    std::string m_home;
+};
+
+class QuickPump : public EventPump {
+public:
+    void Pump() override { QCoreApplication::processEvents(); }
+    void Sleep(int) override {}
+    bool ProgramEnds() const override { return m_ends; }
+    void EndProgram() override { m_ends = true; }
+    void Later(std::function<void()> action) override { action(); }
+
+private:
+    bool m_ends = false;
+};
+
+struct AppDesk {
+    Calls calls;
+    TestFolder folder;
+    TestFolder settingsFolder;
+    std::string settingsFile = settingsFolder.Path() + "/settings.ini";
+    WatchedFiles files;
+    std::unique_ptr<SettingsStore> settings = MakeSettingsStore(settingsFile);
+    QuickPump events;
+    ScriptedDialogs dialogs;
+    RecordingSound sound{calls};
+    House house{Platform{files, *settings, events, dialogs, sound}};
+
+    std::string AddPicture(const std::string& name, int width = 60, int height = 40) {
+        return folder.Write(name, JpegBytes(TellTale(width, height)));
+    }
+    void Start(const std::string& path) { ASSERT_TRUE(house.Start(path, {})); }
+    void Start() { Start(folder.Path()); }
+
+    std::string Row(int row) const {
+        const auto* item = house.controls.List1->item(row);
+        return item ? item->text().toStdString() : "none";
+    }
+    // What the window shows of one file in all places, when it agrees; else the places.
+    std::string Current() const {
+        const ProgramState& s = house.state;
+        const std::string row = house.controls.FileListBox->Text(
+            std::max(0, house.controls.FileListBox->CurrentRow()));
+        const std::string panel = Row(0).substr(14);
+        if (row == s.FileNameOnly && panel == row && s.Filename == folder.Path() + "/" + row)
+            return row;
+        return "row " + row + ", name " + s.FileNameOnly + ", panel " + panel;
+    }
+    void Key(int key) { QTest::keyClick(house.controls.Picture1, static_cast<Qt::Key>(key)); }
+};
+
+} // namespace tarn::testing

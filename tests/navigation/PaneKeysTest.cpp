@@ -1,0 +1,152 @@
+#include "NavDesk.h"
+
+#include "common/keys.h"
+#include "navigation/PaneKeys.h"
+
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace tarn::testing {
+namespace {
+
+struct KeyDesk : NavDesk {
+    PaneKeys keys{context, room};
+    KeyDesk() {
+        FillWithPictures(10);
+        state.ImageLoaded = true;
+        window.resize(600, 400);
+        controls.Picture1->setGeometry(0, 0, 200, 100);
+        controls.Picture1->raise();
+        window.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+    }
+    void Send(QWidget* to, QEvent::Type type, int key, bool repeat = false,
+              Qt::KeyboardModifiers with = Qt::NoModifier) {
+        QKeyEvent event(type, key, with, QString(), repeat);
+        QApplication::sendEvent(to, &event);
+    }
+    void Type(QWidget* to, int key, Qt::KeyboardModifiers with = Qt::NoModifier) {
+        Send(to, QEvent::KeyPress, key, false, with);
+        Send(to, QEvent::KeyRelease, key, false, with);
+    }
+    int RowAfterKey(int key) {
+        Type(controls.Picture1, key);
+        return Row();
+    }
+};
+
+TEST(PaneKeys, StepsThroughTheList) {
+    KeyDesk d;
+    EXPECT_EQ(d.RowAfterKey(Qt::Key_N), 1);
+    EXPECT_EQ(d.RowAfterKey(Qt::Key_Space), 2);
+    EXPECT_EQ(d.RowAfterKey(Qt::Key_P), 1);
+    EXPECT_EQ(d.RowAfterKey(Qt::Key_End), 9);
+    EXPECT_EQ(d.RowAfterKey(Qt::Key_Down), 0);
+    EXPECT_EQ(d.RowAfterKey(Qt::Key_Up), 9);
+    EXPECT_EQ(d.RowAfterKey(Qt::Key_PageDown), 4);
+    EXPECT_EQ(d.RowAfterKey(Qt::Key_PageUp), 9);
+    EXPECT_EQ(d.RowAfterKey(Qt::Key_Home), 0);
+    EXPECT_EQ(d.RowAfterKey(Qt::Key_Comma), 9); // the view before
+    EXPECT_EQ(d.RowAfterKey(Qt::Key_Period), 0);
+}
+
+TEST(PaneKeys, AKeyCountsOnItsReleaseInThePaneOfItsPress) {
+    KeyDesk d;
+    d.Send(d.controls.Picture1, QEvent::KeyPress, Qt::Key_N);
+    EXPECT_EQ(d.Row(), 0);
+    d.Send(d.controls.Picture2, QEvent::KeyRelease, Qt::Key_N);
+    EXPECT_EQ(d.Row(), 0); // the press was seen elsewhere
+    d.Send(d.controls.Picture1, QEvent::KeyRelease, Qt::Key_N);
+    EXPECT_EQ(d.Row(), 0); // and is used up
+    for (const auto with : {Qt::ControlModifier, Qt::AltModifier, Qt::MetaModifier})
+        d.Type(d.controls.Picture1, Qt::Key_N, with);
+    EXPECT_EQ(d.Row(), 0);
+    d.Type(d.controls.NotesBox, Qt::Key_N);
+    EXPECT_EQ(d.Row(), 0);
+}
+
+TEST(PaneKeys, AHeldKeyStepsOncePerPaintedPicture) {
+    KeyDesk d;
+    QWidget* pane = d.controls.Picture1;
+    d.Send(pane, QEvent::KeyPress, Qt::Key_N);
+    d.Send(pane, QEvent::KeyPress, Qt::Key_N, true);
+    EXPECT_EQ(d.Row(), 1);
+    d.Send(pane, QEvent::KeyPress, Qt::Key_N, true); // not painted in between: dropped
+    EXPECT_EQ(d.Row(), 1);
+    pane->repaint();
+    d.Send(pane, QEvent::KeyPress, Qt::Key_N, true);
+    EXPECT_EQ(d.Row(), 2);
+    d.Send(pane, QEvent::KeyRelease, Qt::Key_N); // steps no more
+    EXPECT_EQ(d.Row(), 2);
+    d.Send(pane, QEvent::KeyPress, Qt::Key_R);
+    d.Send(pane, QEvent::KeyPress, Qt::Key_R, true); // only steps repeat
+    d.calls.clear();
+    d.Send(pane, QEvent::KeyRelease, Qt::Key_R);
+    EXPECT_EQ(d.calls, (Calls{"RotateRight"}));
+}
+
+TEST(PaneKeys, PictureKeysNeedAPicture) {
+    KeyDesk d;
+    for (const int key : {Qt::Key_R, Qt::Key_Left, Qt::Key_M, Qt::Key_I, Qt::Key_O})
+        d.Type(d.controls.Picture1, key);
+    EXPECT_EQ(d.calls, (Calls{"RotateRight", "RotateLeft", "Mirror", "Flip", "Redraw"}));
+    d.state.ImageLoaded = false;
+    d.calls.clear();
+    d.Type(d.controls.Picture1, Qt::Key_R);
+    EXPECT_TRUE(d.calls.empty());
+    EXPECT_EQ(d.RowAfterKey(Qt::Key_N), 1); // stepping goes on
+}
+
+TEST(PaneKeys, DeleteSaysWhetherTheNoteGoesToo) {
+    KeyDesk d;
+    d.controls.DeleteKeyNotesButton->setChecked(true);
+    d.keys.Picture1_KeyUp(keys::kDelete);
+    EXPECT_FALSE(d.state.DeleteNoteToo);
+    d.controls.DeleteKeyNotesButton->setChecked(false);
+    d.keys.Picture1_KeyUp(keys::kDelete);
+    EXPECT_TRUE(d.state.DeleteNoteToo);
+}
+
+TEST(PaneKeys, TheVideoPaneHasAMapOfItsOwn) {
+    KeyDesk d;
+    d.state.ImageLoaded = false;
+    d.Type(d.controls.Picture2, Qt::Key_End);
+    EXPECT_EQ(d.Row(), 9);
+    bool renamed = false;
+    Connect(d.controls.RenameButton, [&] { renamed = true; });
+    d.Type(d.controls.Picture2, Qt::Key_Insert);
+    EXPECT_TRUE(renamed);
+}
+
+TEST(PaneKeys, HalvesOfThePaneStep) {
+    KeyDesk d;
+    const auto click = [&](int x) {
+        QTest::mouseClick(d.controls.Picture1, Qt::LeftButton, {}, QPoint(x, 50));
+        return d.Row();
+    };
+    EXPECT_EQ(click(101), 1);
+    EXPECT_EQ(click(100), 0); // the middle belongs to the left
+    QTest::mouseRelease(d.controls.Picture1, Qt::LeftButton, {}, QPoint(150, 50));
+    EXPECT_EQ(d.Row(), 0); // no press here
+    d.state.ImageLoaded = false;
+    EXPECT_EQ(click(150), 0);
+}
+
+TEST(PaneKeys, F5InTheListReadsTheFolderAgain) {
+    KeyDesk d;
+    d.room.SelectRow(3);
+    d.folder.Write("a_new.jpg", "x");
+    d.calls.clear();
+    d.Type(d.controls.FileListBox, Qt::Key_F5);
+    EXPECT_EQ(d.controls.FileListBox->Count(), 11);
+    EXPECT_EQ(d.Row(), 4); // the same file
+    EXPECT_EQ(d.state.TextNumOf, "5 of 11");
+    EXPECT_TRUE(d.calls.empty()); // and no click
+}
+
+} // namespace
+} // namespace tarn::testing

@@ -1,0 +1,166 @@
+#include "NavDesk.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace tarn::testing {
+namespace {
+
+TEST(Selection, APictureRunsTheWholeRoadInOrder) {
+    NavDesk d;
+    d.FillWithPictures(3);
+    d.room.SelectRow(1);
+    EXPECT_EQ(d.calls, (Calls{"status " + d.folder.Path() + "/p01.jpg", "CloseVideoClip",
+                              "ShowPane 0", "commands on", "DisplayPicture"}));
+    EXPECT_EQ(d.state.FileType, ".JPG");
+    EXPECT_EQ(d.state.TextNumOf, "2 of 3");
+    EXPECT_FALSE(d.state.FileModifiedText.empty());
+    EXPECT_EQ(d.state.HistFileIndex[1], 1); // the row shown last in this folder's entry
+}
+
+TEST(Selection, TheTypeDecidesWhoTakesOver) {
+    NavDesk d;
+    d.folder.Write("a.AVI", "x");
+    d.folder.Write("b.html", "x");
+    d.folder.Write("c.log", "x");
+    d.folder.Write("d.txt", "x");
+    d.folder.Write("e.fits", "x");
+    d.Enter();
+    const auto last = [&](int row) {
+        d.calls.clear();
+        d.room.SelectRow(row);
+        return d.calls.back();
+    };
+    EXPECT_EQ(last(0), "ShowVideoFile");
+    EXPECT_TRUE(d.state.VideoImage);
+    EXPECT_EQ(last(1), "Load_web"); // found by three characters: "TML"
+    EXPECT_EQ(last(2), "ShowVideoFile");
+    EXPECT_EQ(last(3), "Load_web");
+    EXPECT_FALSE(d.state.VideoImage);
+    EXPECT_EQ(last(4), "DisplayPicture");
+    EXPECT_EQ(d.state.FileType, "FITS");
+}
+
+TEST(Selection, AFileThatWentAwayShowsTheSystemsTextAndTheNameBefore) {
+    NavDesk d;
+    d.FillWithPictures(2);
+    d.state.FileNameOnly = "p00.jpg";
+    std::remove((d.folder.Path() + "/p01.jpg").c_str());
+    d.room.SelectRow(1);
+    EXPECT_EQ(d.calls.back(), "error No such file or directory - p00.jpg");
+}
+
+TEST(Selection, GuardsDropTheClick) {
+    NavDesk d;
+    d.FillWithPictures(3);
+    d.state.ClearingMultiselect = true;
+    d.room.SelectRow(2);
+    d.state.ClearingMultiselect = false;
+    d.state.SelectingAll = true;
+    d.room.SelectRow(1);
+    EXPECT_TRUE(d.calls.empty());
+}
+
+TEST(Selection, SelectAllThenStepLeavesOneRow) {
+    NavDesk d;
+    d.FillWithPictures(5);
+    d.room.SelectAllButton_Click();
+    EXPECT_EQ(d.calls, (Calls{"message All files selected 5"}));
+    EXPECT_EQ(d.controls.FileListBox->SelectedRows().size(), 5U);
+    d.room.ClearMultiselect();
+    EXPECT_EQ(d.Row(), 0); // the current row survives
+    d.room.SelectAllButton_Click();
+    d.room.NextButton_Click();
+    EXPECT_EQ(d.controls.FileListBox->SelectedRows(), (std::vector<int>{1}));
+}
+
+TEST(Selection, StepsInAnEmptyListSelectNothingAndGiveTheFocus) {
+    NavDesk d;
+    d.Enter();
+    d.room.NextButton_Click();
+    d.room.PrevButton_Click();
+    EXPECT_EQ(d.calls, (Calls{"FocusPane", "FocusPane"}));
+    EXPECT_TRUE(d.controls.TextNumOf->isHidden());
+}
+
+TEST(Selection, BackAndForwardWalkTheViews) {
+    NavDesk d;
+    d.FillWithPictures(5); // row 0 is the first view
+    for (const int row : {3, 1}) d.room.SelectRow(row);
+    EXPECT_TRUE(d.controls.FileBackButton->isEnabled());
+    const auto click = [](QPushButton* button) { button->click(); };
+    click(d.controls.FileBackButton);
+    EXPECT_EQ(d.Row(), 3);
+    click(d.controls.FileBackButton);
+    EXPECT_EQ(d.Row(), 0);
+    EXPECT_FALSE(d.controls.FileBackButton->isEnabled());
+    click(d.controls.FileFwdButton);
+    EXPECT_EQ(d.Row(), 3);
+    d.room.SelectRow(4); // appended behind all, the cursor with it
+    d.room.FileFwdButton_Click();
+    EXPECT_EQ(d.Row(), 4); // an entry not yet used
+    click(d.controls.FileBackButton);
+    EXPECT_EQ(d.Row(), 1);
+    d.room.ResetFileHistory(true);
+    EXPECT_FALSE(d.controls.FileBackButton->isEnabled());
+    EXPECT_FALSE(d.controls.FileFwdButton->isEnabled());
+}
+
+TEST(Selection, AShowRecordsNoViewButTheFoldersRow) {
+    NavDesk d;
+    d.FillWithPictures(4);
+    const int high = d.state.FileHistHigh;
+    d.state.SlideViewing = true;
+    d.room.SelectRow(2);
+    EXPECT_EQ(d.state.FileHistHigh, high);
+    EXPECT_EQ(d.state.HistFileIndex[1], 2);
+}
+
+TEST(Selection, SheetCaptionsCountPages) {
+    NavDesk d;
+    d.controls.Printc4Button->setProperty("baseCaption", "Sheet");
+    d.FillWithPictures(5);
+    EXPECT_EQ(d.controls.Printc4Button->text(), "Sheet  (2 pages)");
+}
+
+TEST(Folders, TheTreeRecordsEntersAndSelectsTheFirstRow) {
+    NavDesk d;
+    d.FillWithPictures(2);
+    EXPECT_EQ(d.state.HistCur, 1);
+    EXPECT_EQ(d.state.HistFolderPath[1], d.folder.Path());
+    d.controls.FolderTreeview1->SetSelectedPath(d.folder.Path() + "/gone");
+    EXPECT_EQ(d.controls.FileListBox->Path(), d.folder.Path()); // the list keeps its folder
+    EXPECT_EQ(d.state.HistCur, 1);
+    TestFolder empty;
+    d.calls.clear();
+    d.controls.FolderTreeview1->SetSelectedPath(empty.Path() + "/");
+    EXPECT_EQ(d.calls,
+              (Calls{"status Nothing to display in current folder.", "list off"}));
+    EXPECT_EQ(d.state.HistFolderPath[2], empty.Path());
+    d.room.FolderBackButton_Click();
+    EXPECT_EQ(d.controls.FileListBox->Path(), d.folder.Path());
+    EXPECT_EQ(d.state.HistCur, 1);
+    EXPECT_EQ(d.Row(), 0);
+    d.room.FolderUpButton_Click();
+    EXPECT_EQ(d.state.HistCur, 2); // put in behind the present entry, what lay ahead is kept
+    EXPECT_EQ(d.state.HistFolderPath[3], empty.Path());
+}
+
+TEST(Folders, AFileFromOutsideIsShownInItsFolder) {
+    NavDesk d;
+    TestFolder other;
+    other.Write("a.jpg", "x");
+    other.Write("b.jpg", "x");
+    d.room.OpenPath(other.Path() + "/b.jpg");
+    EXPECT_EQ(d.Row(), 1);
+    EXPECT_EQ(std::count(d.calls.begin(), d.calls.end(), "DisplayPicture"), 1); // loaded once
+    d.room.OpenPath(other.Path() + "/none.jpg");
+    EXPECT_EQ(d.calls.back(),
+              "message '" + other.Path() + "/none.jpg' is not among the files listed");
+}
+
+} // namespace
+} // namespace tarn::testing

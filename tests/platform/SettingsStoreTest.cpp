@@ -1,0 +1,40 @@
+#include "platform/SettingsStore.h"
+#include "support/TestFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace tarn::testing {
+namespace {
+
+TEST(SettingsStore, KeepsTextsAsTheyAre) {
+    TestFolder folder;
+    const std::string file = folder.Path() + "/deep/settings.ini";
+    const std::vector<std::string> texts{"",          "a, b",     "+/a+/b c+", "\"quoted\"",
+                                         "\xC3\xBC;x", "@at(x)",   "  blanks ", "a\nb",
+                                         "%41",       "C:\\back", "100"};
+    {
+        const auto store = MakeSettingsStore(file);
+        for (std::size_t i = 0; i < texts.size(); ++i)
+            store->Write("key" + std::to_string(i), texts[i]);
+        EXPECT_TRUE(store->Flush());
+    }
+    const auto store = MakeSettingsStore(file);
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        EXPECT_EQ(store->Read("key" + std::to_string(i), "none"), texts[i]);
+    EXPECT_EQ(store->Read("other", "none"), "none");
+    store->Delete();
+    EXPECT_FALSE(store->Contains("key1"));
+    EXPECT_EQ(store->Location(), file);
+}
+
+TEST(SettingsStore, SaysWhenItCannotBeWritten) {
+    TestFolder folder;
+    folder.Write("file", "x"); // a file where a folder is needed
+    const auto store = MakeSettingsStore(folder.Path() + "/file/settings.ini");
+    EXPECT_FALSE(store->IsWritable());
+    store->Write("key", "text");
+    EXPECT_FALSE(store->Flush());
+}
+
+} // namespace
+} // namespace tarn::testing

@@ -1,0 +1,55 @@
+#include "shell/window/MainLayout.h"
+#include "shell/window/WindowPlaces.h"
+
+#include <QList>
+
+#include <gtest/gtest.h>
+
+namespace tarn {
+namespace {
+
+const LayoutMeasures kMeasures{300, 26, 80, 400, 200, 24};
+
+TEST(MainLayout, FramesAndLineStandAtTheBottom) {
+    const MainLayout l = LayOut(QSize(1200, 800), kMeasures);
+    EXPECT_EQ(l.message, QRect(5, 800 - 24 - 2, 1190, 24));
+    EXPECT_EQ(l.notes.top(), l.message.top() - 200 + 3);
+    EXPECT_EQ(l.exif.top(), l.notes.top());
+    EXPECT_EQ(l.exif.width(), 1200 - 400 - 8);
+    EXPECT_EQ(l.picture.bottom() + 1, l.exif.top() - 5);
+    EXPECT_LE(l.splitter.bottom(), l.notes.top());
+}
+
+TEST(MainLayout, GrowthGoesToPictureAndList) {
+    const MainLayout small = LayOut(QSize(1000, 700), kMeasures);
+    const MainLayout large = LayOut(QSize(1300, 1000), kMeasures);
+    EXPECT_EQ(large.picture.size() - small.picture.size(), QSize(300, 300));
+    EXPECT_EQ(large.splitter.size() - small.splitter.size(), QSize(0, 300));
+    EXPECT_EQ(large.notes.size(), small.notes.size());
+    EXPECT_FALSE(large.picture.intersects(large.splitter));
+    EXPECT_FALSE(large.picture.intersects(large.tools));
+}
+
+TEST(MainLayout, TheSplitterStopsAtWholeRows) {
+    EXPECT_EQ(SnapSplitter(224), 224);
+    EXPECT_EQ(SnapSplitter(335), 224);
+    EXPECT_EQ(SnapSplitter(337), 448);
+    EXPECT_EQ(SnapSplitter(336), 448); // one and a half: to the even row
+    EXPECT_EQ(SnapSplitter(560), 448); // two and a half: to the even row
+}
+
+TEST(WindowPlaces, APlaceOffEveryScreenIsBroughtBack) {
+    const QList<QRect> screens{QRect(0, 0, 1600, 1000), QRect(1600, 0, 800, 600)};
+    const QRect seen(100, 100, 900, 700);
+    EXPECT_EQ(BroughtBack(seen, screens), seen);
+    const QRect second(1700, 50, 600, 400);
+    EXPECT_EQ(BroughtBack(second, screens), second);
+    for (const QRect& lost : {QRect(5000, 100, 900, 700), QRect(-2000, -900, 900, 700),
+                              QRect(100, -40, 900, 700), QRect(100, 3000, 2000, 1500)}) {
+        const QRect back = BroughtBack(lost, screens);
+        EXPECT_TRUE(screens[0].contains(back) || screens[1].contains(back));
+    }
+}
+
+} // namespace
+} // namespace tarn

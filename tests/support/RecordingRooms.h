@@ -1,0 +1,105 @@
+// Rooms and outside that write down what they are asked, one line a call.
+#pragma once
+
+#include "platform/Dialogs.h"
+#include "platform/EventPump.h"
+#include "platform/Sound.h"
+#include "shell/commands/Commands.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tarn::testing {
+
+using Calls = std::vector<std::string>;
+
+struct RecordingDisplay : DisplayCommands {
+    explicit RecordingDisplay(Calls& written) : calls(written) {}
+    void DisplayPicture() override { calls.push_back("DisplayPicture"); }
+    void ShowPreview() override { calls.push_back("ShowPreview"); }
+    void Redraw() override { calls.push_back("Redraw"); }
+    void SetPictureCommands(bool on) override {
+        calls.push_back(on ? "commands on" : "commands off");
+    }
+    void RotateRightButton_Click() override { calls.push_back("RotateRight"); }
+    void RotateLeftButton_Click() override { calls.push_back("RotateLeft"); }
+    void MirrorButton_Click() override { calls.push_back("Mirror"); }
+    void FlipButton_Click() override { calls.push_back("Flip"); }
+    void ViewFull() override { calls.push_back("ViewFull"); }
+    void OneToOneButton_Click() override { calls.push_back("OneToOne"); }
+    Calls& calls;
+};
+
+struct RecordingVideo : VideoCommands {
+    explicit RecordingVideo(Calls& written) : calls(written) {}
+    void ShowVideoFile() override { calls.push_back("ShowVideoFile"); }
+    void CloseVideoClip() override { calls.push_back("CloseVideoClip"); }
+    void Load_web() override { calls.push_back("Load_web"); }
+    Calls& calls;
+};
+
+struct RecordingShell : ShellCommands {
+    explicit RecordingShell(Calls& written) : calls(written) {}
+    void ShowPane(Pane pane) override {
+        calls.push_back("ShowPane " + std::to_string(static_cast<int>(pane)));
+        if (onPane) onPane(pane);
+    }
+    void FocusPane() override { calls.push_back("FocusPane"); }
+    void SetBusy(bool busy) override { calls.push_back(busy ? "busy" : "ready"); }
+    void ShowMessage(const std::string& text) override { calls.push_back("message " + text); }
+    void ShowStatus(const std::string& text) override { calls.push_back("status " + text); }
+    void ShowError(const std::string& text) override { calls.push_back("error " + text); }
+    void SetListCommands(bool on) override { calls.push_back(on ? "list on" : "list off"); }
+    Calls& calls;
+    std::function<void(Pane)> onPane;
+};
+
+struct RecordingInfo : InfoCommands {
+    explicit RecordingInfo(Calls& written) : calls(written) {}
+    void ReadPictureInfo() override { calls.push_back("ReadPictureInfo"); }
+    void SetFileDatesButton_Click() override { calls.push_back("SetFileDates"); }
+    Calls& calls;
+};
+
+struct RecordingNotes : NotesCommands {
+    explicit RecordingNotes(Calls& written) : calls(written) {}
+    void CheckForNotes() override { calls.push_back("CheckForNotes"); }
+    Calls& calls;
+};
+
+struct RecordingSound : Sound {
+    explicit RecordingSound(Calls& written) : calls(written) {}
+    void Play(const std::string& name) override { calls.push_back("play " + name); }
+    Calls& calls;
+};
+
+// Answers from a list, first come first served; an empty list cancels.
+struct ScriptedDialogs : Dialogs {
+    void Message(Icon, const std::string& title, const std::string& text) override {
+        shown.push_back(title + "|" + text);
+    }
+    bool Confirm(Icon, const std::string& title, const std::string& text) override {
+        shown.push_back(title + "|" + text);
+        return !Next().empty();
+    }
+    std::string OpenFile(const std::string& title, const std::string&,
+                         const std::string&) override {
+        shown.push_back(title);
+        return Next();
+    }
+    std::string ChooseFolder(const std::string& title, const std::string&) override {
+        shown.push_back(title);
+        return Next();
+    }
+    std::string Next() {
+        if (answers.empty()) return {};
+        const std::string answer = answers.front();
+        answers.erase(answers.begin());
+        return answer;
+    }
+    std::vector<std::string> answers;
+    Calls shown;
+};
+
+} // namespace tarn::testing

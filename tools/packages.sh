@@ -1,0 +1,27 @@
+# Installs the Debian packages that are missing; says which. Sourced by run.sh and test.sh.
+
+tarn_build_packages="cmake ninja-build g++ ccache pkg-config qt6-base-dev libqt6svg6-dev
+    qt6-multimedia-dev qt6-image-formats-plugins libjpeg-dev"
+tarn_run_packages="qt6-qpa-plugins fonts-liberation fonts-dejavu-core"
+tarn_test_packages="libgtest-dev"
+
+tarn_install() {
+    missing=""
+    for package in "$@"; do
+        dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q '^install ok installed$' ||
+            missing="$missing $package"
+    done
+    [ -n "$missing" ] || return 0
+    echo "Installing:$missing"
+    as_root=""
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || {
+            echo "These packages are missing, and there is no sudo to install them:$missing" >&2
+            return 1
+        }
+        as_root=sudo
+    fi
+    $as_root apt-get -q update
+    # shellcheck disable=SC2086
+    $as_root env DEBIAN_FRONTEND=noninteractive apt-get -q install -y --no-install-recommends $missing
+}
