@@ -3,17 +3,15 @@
 #pragma once
 
 #include "PictureFiles.h"
+#include "support/RecordingRooms.h"
 #include "support/TestFolder.h"
 
 #include "common/paths.h"
 #include "display/DisplayRoom.h"
-#include "platform/Dialogs.h"
-#include "platform/EventPump.h"
 #include "platform/FileListBox.h"
 #include "platform/Files.h"
 #include "platform/PictureBox.h"
 #include "platform/SettingsStore.h"
-#include "platform/Sound.h"
 
 #include <QMenuBar>
 #include <QWidget>
@@ -25,81 +23,63 @@
 
 namespace tarn::testing {
 
-using Calls = std::vector<std::string>;
-
-class OtherRooms : public NavigationCommands,
-                   public InfoCommands,
-                   public NotesCommands,
-                   public VideoCommands,
-                   public ShellCommands,
-                   public Sound {
-public:
-    Calls calls;
-    std::function<void()> whenRead; // what the reader of camera data finds
-
+struct RecordingNavigation : NavigationCommands {
+    explicit RecordingNavigation(Calls& written) : calls(written) {}
     void FileListBox_Click() override { calls.push_back("FileListBox_Click"); }
     void SelectRow(int) override { calls.push_back("SelectRow"); }
-    void NextButton_Click() override { calls.push_back("NextButton_Click"); }
-    void PrevButton_Click() override { calls.push_back("PrevButton_Click"); }
+    void NextButton_Click() override { calls.push_back("Next"); }
+    void PrevButton_Click() override { calls.push_back("Prev"); }
     void ClearMultiselect() override { calls.push_back("ClearMultiselect"); }
     void Update_Num_Files(int) override { calls.push_back("Update_Num_Files"); }
     void EnableListCommands() override { calls.push_back("EnableListCommands"); }
-    void RefreshDirButton_Click() override { calls.push_back("RefreshDirButton_Click"); }
-    void ResetFileHistory(bool with) override { Add("ResetFileHistory", with ? "with" : ""); }
+    void RefreshDirButton_Click() override { calls.push_back("RefreshDir"); }
+    void ResetFileHistory(bool with) override {
+        calls.push_back(with ? "history with row" : "history empty");
+    }
+    Calls& calls;
+};
 
+// Its reader finds what the test says.
+struct ReadingInfo : RecordingInfo {
+    using RecordingInfo::RecordingInfo;
     void ReadPictureInfo() override {
-        calls.push_back("ReadPictureInfo");
+        RecordingInfo::ReadPictureInfo();
         if (whenRead) whenRead();
     }
-    void SetFileDatesButton_Click() override { calls.push_back("SetFileDates"); }
-    void CheckForNotes() override { calls.push_back("CheckForNotes"); }
-    void ShowVideoFile() override { calls.push_back("ShowVideoFile"); }
-    void CloseVideoClip() override { calls.push_back("CloseVideoClip"); }
-    void Load_web() override { calls.push_back("Load_web"); }
-
-    void ShowPane(Pane) override { calls.push_back("ShowPane"); }
-    void FocusPane() override { calls.push_back("FocusPane"); }
-    void SetBusy(bool busy) override { calls.push_back(busy ? "busy" : "ready"); }
-    void ShowMessage(const std::string& text) override { Add("message", text); }
-    void ShowStatus(const std::string& text) override { Add("status", text); }
-    void ShowError(const std::string& text) override { Add("error", text); }
-    void SetListCommands(bool) override { calls.push_back("SetListCommands"); }
-    void Play(const std::string& name) override { Add("play", name); }
-
-private:
-    void Add(const std::string& what, const std::string& text) {
-        calls.push_back(text.empty() ? what : what + " " + text);
-    }
+    std::function<void()> whenRead;
 };
 
 // The room itself, writing down what it asks of itself by its interface.
-class WatchedRoom : public DisplayRoom {
-public:
-    WatchedRoom(Context& context, Calls& calls) : DisplayRoom(context), m_calls(calls) {}
+struct WatchedRoom : DisplayRoom {
+    WatchedRoom(Context& context, Calls& written) : DisplayRoom(context), calls(written) {}
     void SetPictureCommands(bool enabled) override {
-        m_calls.push_back(enabled ? "commands on" : "commands off");
+        calls.push_back(enabled ? "commands on" : "commands off");
         DisplayRoom::SetPictureCommands(enabled);
     }
-    void OneToOneButton_Click() override { m_calls.push_back("OneToOneButton_Click"); }
-
-private:
-    Calls& m_calls;
+    void OneToOneButton_Click() override { calls.push_back("OneToOne"); }
+    Calls& calls;
 };
 
 struct Desk {
+    Calls calls;
     TestFolder folder;
     std::unique_ptr<Files> files = MakeFiles();
     std::unique_ptr<SettingsStore> settings = MakeSettingsStore(folder.Path() + "/.settings.ini");
     std::unique_ptr<EventPump> events = MakeEventPump();
-    std::unique_ptr<Dialogs> dialogs = MakeDialogs();
+    ScriptedDialogs dialogs;
     ProgramState state;
     QWidget window;
     QMenuBar bar{&window};
     MainControls controls;
-    OtherRooms others;
-    WatchedRoom room{context, others.calls};
-    Context context{state,  controls, others,    room,    others,   others, others,
-                    others, *files,   *settings, *events, *dialogs, others};
+    RecordingNavigation navigation{calls};
+    ReadingInfo info{calls};
+    RecordingNotes notes{calls};
+    RecordingVideo video{calls};
+    RecordingShell shell{calls};
+    RecordingSound sound{calls};
+    WatchedRoom room{context, calls};
+    Context context{state, controls, navigation, room,    info,    notes, video,
+                    shell, *files,   *settings,  *events, dialogs, sound};
 
     Desk() {
         MakeControls(controls, *files, [this](QWidget* widget, Place) {
@@ -116,7 +96,7 @@ struct Desk {
     // Writes the file, makes it the current row of the list and shows it.
     void Show(const std::string& name, const std::string& bytes) {
         Choose(name, bytes);
-        others.calls.clear();
+        calls.clear();
         room.DisplayPicture();
     }
 
@@ -128,7 +108,7 @@ struct Desk {
         controls.FileListBox->Select(controls.FileListBox->RowOf(name));
     }
 
-    std::string LastCall() const { return others.calls.empty() ? "none" : others.calls.back(); }
+    std::string LastCall() const { return calls.empty() ? "none" : calls.back(); }
 
     // Size and quarters of what the pane shows: "80x50 rgby".
     std::string Shown() const {

@@ -28,12 +28,10 @@ class PreviewTest : public ::testing::Test {
 protected:
     // By hand, as a click does: the box is toggled, and its command runs.
     void Click(QCheckBox* box) {
-        d.others.calls.clear();
+        d.calls.clear();
         box->click();
     }
-    int Loads() const {
-        return int(std::count(d.others.calls.begin(), d.others.calls.end(), "busy"));
-    }
+    int Loads() const { return int(std::count(d.calls.begin(), d.calls.end(), "busy")); }
     const QImage& Shown() const { return d.controls.Picture1->Picture(); }
 
     Desk d;
@@ -43,12 +41,12 @@ protected:
 
 TEST_F(PreviewTest, TurnsFitThePictureAgain) {
     d.Show("a.jpg", JpegBytes(TellTale(640, 400)));
-    d.others.calls.clear();
+    d.calls.clear();
     d.room.RotateRightButton_Click();
     EXPECT_EQ(d.Shown(), "31x50 bryg");
     EXPECT_EQ(d.state.ImageWidth, 400);
     EXPECT_EQ(d.state.SizeText, "400 x 640");
-    EXPECT_EQ(d.others.calls, Calls{"FocusPane"});
+    EXPECT_EQ(d.calls, Calls{"FocusPane"});
     d.room.RotateLeftButton_Click();
     EXPECT_EQ(d.Shown(), "80x50 rgby") << "as large as before";
     EXPECT_TRUE(d.state.ImageRotatedRight && d.state.ImageRotatedLeft);
@@ -60,9 +58,9 @@ TEST_F(PreviewTest, TurnsFitThePictureAgain) {
     EXPECT_EQ(d.Shown(), "31x50 gyrb") << "a later turn keeps the mirrorings";
     EXPECT_EQ(Quarters(d.state.ImgXfull.FullPicture()), "rgby") << "the full copy is not turned";
     d.state.SlideViewing = true;
-    d.others.calls.clear();
+    d.calls.clear();
     d.controls.RotateLeftButton->click();
-    EXPECT_EQ(d.others.calls, Calls{}) << "a show keeps its focus";
+    EXPECT_EQ(d.calls, Calls{}) << "a show keeps its focus";
 }
 
 TEST_F(PreviewTest, OneXAndTwoXExcludeEachOtherAndLoadOnce) {
@@ -155,27 +153,27 @@ TEST_F(PreviewTest, RedrawReloadsWhatIsUp) {
     d.state.WebTypes = "*.htm;*.html";
     d.Show("a.jpg", JpegBytes(TellTale(640, 400)));
     const auto redraw = [this] {
-        d.others.calls.clear();
+        d.calls.clear();
         d.room.Redraw();
-        return d.others.calls;
+        return d.calls;
     };
     d.folder.Write("a.jpg", JpegBytes(TellTale(40, 30)));
     Calls calls = redraw();
-    EXPECT_EQ(calls.front(), "ResetFileHistory with");
+    EXPECT_EQ(calls.front(), "history with row");
     EXPECT_EQ(calls.back(), "FocusPane");
     EXPECT_EQ(d.Shown(), "40x30 rgby");
 
     d.state.CurrentPane = Pane::LogText;
-    EXPECT_EQ(redraw(), Calls{"ResetFileHistory with"});
+    EXPECT_EQ(redraw(), Calls{"history with row"});
     Click(d.controls.OneXcheck);
     EXPECT_EQ(Loads(), 0) << "no picture is up";
     d.state.CurrentPane = Pane::Picture2;
     d.state.VideoImage = true;
-    EXPECT_EQ(redraw(), (Calls{"ResetFileHistory with", "ShowVideoFile", "FocusPane"}));
+    EXPECT_EQ(redraw(), (Calls{"history with row", "ShowVideoFile", "FocusPane"}));
     d.state.FileType = ".HTM";
-    EXPECT_EQ(redraw(), (Calls{"ResetFileHistory with", "Load_web"}));
+    EXPECT_EQ(redraw(), (Calls{"history with row", "Load_web"}));
     d.state.FileType = "HTML";
-    EXPECT_EQ(redraw(), (Calls{"ResetFileHistory with", "Load_web"}));
+    EXPECT_EQ(redraw(), (Calls{"history with row", "Load_web"}));
 }
 
 TEST_F(PreviewTest, PictureCommandsFollowButThoseWithoutACommandStayOff) {
