@@ -4,11 +4,11 @@
 #include "platform/Files.h"
 #include "platform/SettingsStore.h"
 #include "platform/Sound.h"
+#include "platform/imaging/PictureLoader.h"
 #include "shell/House.h"
 #include "shell/SecondStart.h"
 
 #include <QApplication>
-#include <QImageReader>
 
 #include <cstdio>
 #include <cstring>
@@ -18,23 +18,18 @@ namespace {
 constexpr char kUsage[] = "usage: tarn-view [--help | --version] [PATH]\n"
                           "Shows the pictures of a folder; a file is shown first.\n";
 
-// Answers --help and --version; 2 for what is no usage, -1 to go on.
+// Answers --help and --version; -1 to go on.
 int AnswerOptions(int argc, char** argv) {
-    if (argc > 2) {
-        std::fputs(kUsage, stderr);
-        return 2;
-    }
-    if (argc < 2 || std::strncmp(argv[1], "--", 2) != 0) return -1;
+    if (argc != 2) return -1;
     if (std::strcmp(argv[1], "--help") == 0) return std::fputs(kUsage, stdout), 0;
     if (std::strcmp(argv[1], "--version") == 0)
         return std::printf("tarn-view %s\n", tarn::ShellState().Version.c_str()), 0;
-    std::fputs(kUsage, stderr);
-    return 2;
+    return -1;
 }
 
-std::string ImagingError() {
-    if (QImageReader::supportedImageFormats().contains("jpeg")) return {};
-    return "The reader of JPEG pictures cannot be loaded.";
+// The running window may stand in another folder. Quotes are taken off there.
+std::string AbsoluteArgument(const std::string& path, const tarn::Files& files) {
+    return path.empty() || path.back() == '"' ? path : files.Absolute(path);
 }
 
 } // namespace
@@ -45,13 +40,17 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("tarn-view"));
     QApplication::setApplicationDisplayName(QString());
     QApplication::setDesktopFileName(QStringLiteral("tarn-view"));
+    if (argc > 2 || (argc == 2 && std::strncmp(argv[1], "--", 2) == 0)) {
+        std::fputs(kUsage, stderr); // what the toolkit knows is taken out by now
+        return 2;
+    }
     // The program ends by its own steps, not with its last visible window.
     QApplication::setQuitOnLastWindowClosed(false);
 
     const auto files = tarn::MakeFiles();
     const std::string path = argc > 1 ? argv[1] : "";
     tarn::SecondStart second;
-    if (second.HandOver(path.empty() ? path : files->Absolute(path))) return 0;
+    if (second.HandOver(AbsoluteArgument(path, *files))) return 0;
 
     const auto settings = tarn::MakeUserSettingsStore();
     const auto events = tarn::MakeEventPump();
@@ -59,6 +58,6 @@ int main(int argc, char** argv) {
     const auto sound = tarn::MakeSound();
     tarn::House house({*files, *settings, *events, *dialogs, *sound});
     second.Listen([&house](const std::string& handed) { house.Open(handed); });
-    if (!house.Start(path, ImagingError())) return 1;
+    if (!house.Start(path, tarn::PictureLoader::ReaderError())) return 1;
     return events->ProgramEnds() ? 0 : QApplication::exec();
 }

@@ -31,6 +31,10 @@ std::string WithoutTrailingSeparator(std::string_view path) {
     return std::string(path);
 }
 
+bool IsListedType(std::string_view patterns, std::string_view fileType) {
+    return Contains(ToUpper(patterns), RightChars(fileType, Length(fileType) - 1));
+}
+
 std::string FileTypeOf(std::string_view path) {
     return ToUpper(RightChars(path, 4));
 }

@@ -36,6 +36,11 @@ std::string FileDateText(const Files& files, const std::string& path) {
 
 } // namespace
 
+bool DisplayRoom::IsLastRow() const {
+    const int count = m.controls.FileListBox->Count();
+    return count > 0 && count == m.state.FileIndex + 1;
+}
+
 void DisplayRoom::DisplayPicture() {
     ProgramState& s = m.state;
     ForgetLastPicture();
@@ -55,7 +60,7 @@ void DisplayRoom::DisplayPicture() {
         ReadInfo();
     }
     s.WantRight = s.WantLeft = s.WantMirror = s.WantFlip = false;
-    m.controls.LastLabel->setVisible(m.controls.FileListBox->Count() == s.FileIndex + 1);
+    m.controls.LastLabel->setVisible(IsLastRow());
     PlayPictureSound();
     m.notes.CheckForNotes();
     if (s.OneToOneLoaded) m.display.OneToOneButton_Click();
@@ -166,7 +171,7 @@ void DisplayRoom::ReadInfo() {
 
 void DisplayRoom::PlayPictureSound() {
     const ProgramState& s = m.state;
-    const bool last = m.controls.FileListBox->Count() == s.FileIndex + 1;
+    const bool last = IsLastRow();
     if (last && s.BeepLastSlide)
         m.sound.Play("picture_last.wav");
     else if (s.BeepAllSlide)

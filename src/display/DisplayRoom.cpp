@@ -1,21 +1,10 @@
 #include "display/DisplayRoom.h"
 
-#include "common/text.h"
+#include "common/paths.h"
 
 #include <QCheckBox>
 
 namespace tarn {
-
-namespace {
-
-// Files that the web pane shows, by the last three characters of their type anywhere in the list.
-bool IsWebFile(const ProgramState& state) {
-    if (state.FileType.empty()) return false;
-    const int rest = Length(state.FileType) - 1;
-    return Contains(ToUpper(state.WebTypes), RightChars(state.FileType, rest));
-}
-
-} // namespace
 
 void DisplayRoom::ConnectControls() {
     MainControls& c = m.controls;
@@ -30,7 +19,7 @@ void DisplayRoom::ConnectControls() {
 void DisplayRoom::Redraw() {
     const ProgramState& s = m.state;
     m.navigation.ResetFileHistory(true);
-    if (IsWebFile(s)) {
+    if (!s.FileType.empty() && IsListedType(s.WebTypes, s.FileType)) {
         m.video.Load_web();
     } else if (s.VideoImage) {
         m.video.ShowVideoFile();

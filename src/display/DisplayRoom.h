@@ -49,6 +49,7 @@ private:
     void ShowLoadError(const std::string& error);
     void ShowWithWantedTurns();
     void ReadInfo();
+    bool IsLastRow() const;
     void PlayPictureSound();
     void TurnByOrientation();
 

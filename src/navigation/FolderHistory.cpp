@@ -7,7 +7,8 @@ namespace tarn {
 bool RecordFolder(SelectionState& state, const std::string& path) {
     ++state.HistCur;
     if (state.HistCur >= kHistoryLimit) return false;
-    ++state.HistHigh;
+    // A full history loses its farthest entry ahead rather than the folder just entered.
+    if (state.HistHigh < kHistoryLimit) ++state.HistHigh;
     const auto cur = static_cast<std::size_t>(state.HistCur);
     const auto high = static_cast<std::size_t>(state.HistHigh);
     if (high > cur) {

@@ -2,8 +2,8 @@
 #include "navigation/FolderHistory.h"
 #include "navigation/NavigationRoom.h"
 #include "platform/FileListBox.h"
-#include "platform/FolderTreeview.h"
 #include "platform/Files.h"
+#include "platform/FolderTreeview.h"
 #include "platform/PictureBox.h"
 #include "platform/QtText.h"
 
@@ -17,9 +17,8 @@ namespace tarn {
 void NavigationRoom::FolderTreeview1_Selection(const std::string& path) {
     if (!m.state.FormLoadDone)
         LoadStartFolder();
-    else
-        EnterFolder(path);
-    EnableListCommands();
+    else if (EnterFolder(path))
+        EnableListCommands();
 }
 
 void NavigationRoom::LoadStartFolder() {
@@ -36,21 +35,23 @@ void NavigationRoom::LoadStartFolder() {
     s.HistCur = 0;
 }
 
-void NavigationRoom::EnterFolder(const std::string& path) {
+bool NavigationRoom::EnterFolder(const std::string& path) {
     m.shell.ShowStatus("Nothing to display in current folder.");
-    if (m.controls.FileListBox->SetPath(path)) {
+    const bool entered = m.controls.FileListBox->SetPath(path);
+    if (entered) {
         if (!m.state.HistNav && !RecordFolder(m.state, path))
             m.shell.ShowMessage("WARNING - Upper limit reached for folder history");
         SetHistoryButtons();
     }
     ResetFileHistory(false);
+    return entered; // else the list keeps its folder, and nothing is selected in it
 }
 
 void NavigationRoom::SetHistoryButtons() {
     const ProgramState& s = m.state;
     const auto tooltip = [&s](int entry) {
         return entry >= 0 && entry <= kHistoryLimit
-                   ? ToQt(s.HistFolderPath[static_cast<std::size_t>(entry)]).toHtmlEscaped()
+                   ? ToToolTip(s.HistFolderPath[static_cast<std::size_t>(entry)])
                    : QString();
     };
     SetEnabled(m.controls.FolderBackButton, HasFolderBefore(s));
@@ -63,7 +64,11 @@ void NavigationRoom::EnableListCommands() {
     if (!m.state.FormLoadDone) return;
     const FileListBox& list = *m.controls.FileListBox;
     const bool hasRows = list.Count() > 0;
-    if (hasRows && !m.state.HistNav) SelectRow(std::max(0, list.RowOf(m_wanted)));
+    if (hasRows && !m.state.HistNav) {
+        ClearMultiselect();
+        SelectRow(std::max(0, list.RowOf(m_wanted)));
+    }
+    if (!hasRows) m.shell.ShowPane(Pane::Picture1); // which has something to say
     Update_Num_Files(0);
     m.shell.SetListCommands(hasRows);
     ShowHint();
@@ -81,26 +86,29 @@ void NavigationRoom::ShowHint() {
     m.controls.Picture1->SetHint(hint);
 }
 
-void NavigationRoom::OpenPath(const std::string& path) {
-    const std::string absolute = WithoutTrailingSeparator(m.files.Absolute(path));
-    if (m.files.IsFolder(absolute)) {
-        m.controls.FolderTreeview1->SetSelectedPath(absolute);
-        m.controls.FolderTreeview1->Reveal(absolute);
+void NavigationRoom::OpenFolder(const std::string& folder, const std::string& name) {
+    if (!m.files.IsFolder(folder)) {
+        m.shell.ShowStatus("Cannot set path to " + folder);
         return;
     }
-    const std::string folder = FolderOf(absolute);
-    const std::string name = LastPart(absolute);
-    if (folder != m.controls.FileListBox->Path()) {
-        m_wanted = name;
+    const FileListBox& list = *m.controls.FileListBox;
+    if (folder != list.Path() || name.empty()) {
+        const QScopedValueRollback<std::string> wanted(m_wanted, name);
         m.controls.FolderTreeview1->SetSelectedPath(folder);
         m.controls.FolderTreeview1->Reveal(folder);
-        m_wanted.clear();
     } else {
-        ClearMultiselect();
-        SelectRow(m.controls.FileListBox->RowOf(name));
+        if (list.RowOf(name) < 0) RefreshDirButton_Click(); // made since the folder was read
+        ShowNamed(name);
     }
-    if (m.controls.FileListBox->RowOf(name) < 0)
-        m.shell.ShowMessage("'" + absolute + "' is not among the files listed");
+    if (!name.empty() && list.RowOf(name) < 0)
+        m.shell.ShowMessage("'" + JoinPath(folder, name) + "' is not among the files listed");
+}
+
+void NavigationRoom::ShowNamed(const std::string& name) {
+    const int row = m.controls.FileListBox->RowOf(name);
+    if (row < 0) return;
+    ClearMultiselect();
+    SelectRow(row);
 }
 
 void NavigationRoom::GoToFolder(int entry) {
@@ -119,7 +127,8 @@ void NavigationRoom::GoToFolder(int entry) {
 }
 
 void NavigationRoom::FolderBackButton_Click() {
-    if (HasFolderBefore(m.state)) GoToFolder(m.state.HistCur - 1);
+    // Past the limit the cursor has run ahead of the entries.
+    if (HasFolderBefore(m.state)) GoToFolder(std::min(m.state.HistCur - 1, m.state.HistHigh));
 }
 
 void NavigationRoom::FolderFwdButton_Click() {
@@ -127,8 +136,9 @@ void NavigationRoom::FolderFwdButton_Click() {
 }
 
 void NavigationRoom::FolderUpButton_Click() {
-    const std::string above = FolderOf(m.controls.FolderTreeview1->SelectedPath());
-    if (!above.empty()) m.controls.FolderTreeview1->SetSelectedPath(above);
+    const std::string& here = m.controls.FolderTreeview1->SelectedPath();
+    const std::string above = FolderOf(here);
+    if (!above.empty() && above != here) m.controls.FolderTreeview1->SetSelectedPath(above);
 }
 
 } // namespace tarn

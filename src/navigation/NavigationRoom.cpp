@@ -2,7 +2,6 @@
 
 #include "common/dates.h"
 #include "common/paths.h"
-#include "common/text.h"
 #include "navigation/FolderHistory.h"
 #include "navigation/Stepping.h"
 #include "platform/FileListBox.h"
@@ -13,8 +12,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScopedValueRollback>
-
-#include <array>
 
 namespace tarn {
 
@@ -64,38 +61,29 @@ void NavigationRoom::FileListBox_Click() {
     s.FileType = FileTypeOf(s.Filename);
     s.VideoPending = false;
     s.FileIndex = row;
-    RecordSelection(row);
+    const bool recorded = RecordSelection(row);
+    if (s.CurrentPane == Pane::LogText) m.shell.ShowPane(Pane::Picture1);
     m.video.CloseVideoClip();
     ShowChosenFile();
+    if (!recorded) m.shell.ShowError("Folder history is full - " + s.FileNameOnly);
 }
 
-void NavigationRoom::RecordSelection(int row) {
+bool NavigationRoom::RecordSelection(int row) {
     if (!m.state.SlideViewing && !m.state.FileHistNav) {
         RecordView(m.state, row);
         SetEnabled(m.controls.FileBackButton, CanGoBack(m.state));
     }
-    if (!RecordRow(m.state, row))
-        m.shell.ShowError("Folder history is full - " + m.state.FileNameOnly);
+    return RecordRow(m.state, row);
 }
-
-namespace {
-
-// The three characters behind the point are looked for anywhere in the list of patterns.
-bool IsListedIn(const std::string& types, const std::string& fileType) {
-    const int rest = Length(fileType) - 1;
-    return Contains(ToUpper(types), RightChars(fileType, rest));
-}
-
-} // namespace
 
 void NavigationRoom::ShowChosenFile() {
     ProgramState& s = m.state;
-    if (IsListedIn(s.VideoTypes, s.FileType)) {
+    if (IsListedType(s.VideoTypes, s.FileType)) {
         ShowVideo();
         return;
     }
     s.WebImage = false;
-    if (IsListedIn(s.WebTypes, s.FileType))
+    if (IsListedType(s.WebTypes, s.FileType))
         m.video.Load_web();
     else
         ShowPictureOrText();
@@ -115,9 +103,7 @@ void NavigationRoom::ShowPictureOrText() {
     m.display.SetPictureCommands(true);
     SetSlideCommands(true);
     m.state.VideoImage = false;
-    if (m.controls.FileListBox->Count() < 1)
-        EnableListCommands();
-    else if (m.state.FileType == ".TXT")
+    if (m.state.FileType == ".TXT")
         m.video.Load_web();
     else
         m.display.DisplayPicture();
@@ -220,6 +206,8 @@ void NavigationRoom::ResetFileHistory(bool withCurrent) {
 
 void NavigationRoom::RefreshDirButton_Click() {
     m.controls.FileListBox->Refresh();
+    const int row = m.controls.FileListBox->CurrentRow();
+    if (row >= 0) m.state.FileIndex = m.state.FileHistLast = row; // the same file, counted anew
     Update_Num_Files(0);
 }
 

@@ -25,8 +25,8 @@ public:
     void RefreshDirButton_Click() override;
     void ResetFileHistory(bool withCurrent) override;
 
-    // Opens a folder on its first row, or a file's folder on the file.
-    void OpenPath(const std::string& path);
+    // Opens a folder on the file of this name, or on its first row when the name is empty.
+    void OpenFolder(const std::string& folder, const std::string& name);
 
     // What the pane says while it shows no picture.
     void ShowHint();
@@ -42,12 +42,13 @@ public:
     void FolderUpButton_Click();
 
 private:
+    void ShowNamed(const std::string& name);
     void StepTo(int row);
     void GoToView(int entry);
     void GoToFolder(int entry);
-    void EnterFolder(const std::string& path);
+    bool EnterFolder(const std::string& path);
     void LoadStartFolder();
-    void RecordSelection(int row);
+    bool RecordSelection(int row);
     void ShowChosenFile();
     void ShowVideo();
     void ShowPictureOrText();

@@ -1,12 +1,10 @@
 #include "navigation/PaneKeys.h"
 
 #include "common/keys.h"
-#include "navigation/NavigationRoom.h"
 #include "platform/FileListBox.h"
 #include "platform/PictureBox.h"
 
 #include <QAction>
-#include <QCursor>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
@@ -25,6 +23,14 @@ void Press(QAction* entry) {
     entry->trigger();
 }
 
+// The window system may send a repeat as a release and a press of the same instant, the press a
+// moment later.
+constexpr int kRepeatFollows = 5; // milliseconds
+
+bool IsPlain(const QKeyEvent& event) {
+    return !(event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+}
+
 bool IsStep(int keycode) {
     return keycode == keys::kSpace || keycode == 'N' || keycode == 'P' || keycode == keys::kUp ||
            keycode == keys::kDown;
@@ -32,12 +38,14 @@ bool IsStep(int keycode) {
 
 } // namespace
 
-PaneKeys::PaneKeys(Context& context, NavigationRoom& navigation)
-    : m(context), m_navigation(navigation) {
+PaneKeys::PaneKeys(Context& context) : m(context) {
     const MainControls& c = m.controls;
     for (QWidget* pane :
          std::initializer_list<QWidget*>{c.Picture1, c.Picture2, c.LogText, c.FileListBox})
         pane->installEventFilter(this);
+    m_releaseTimer.setSingleShot(true);
+    m_releaseTimer.setInterval(kRepeatFollows);
+    connect(&m_releaseTimer, &QTimer::timeout, this, &PaneKeys::ActOnRelease);
 }
 
 void PaneKeys::PageStep(int by) {
@@ -209,10 +217,10 @@ bool PaneKeys::FileListBox_KeyUp(int keycode) {
     return true;
 }
 
-void PaneKeys::Picture_MouseUp(bool rightButton, int x, int width) {
+void PaneKeys::Picture_MouseUp(bool rightButton, int x, int width, QPoint onScreen) {
     if (!m.state.ImageLoaded) return;
     if (rightButton)
-        m.controls.PopupPic->popup(QCursor::pos());
+        m.controls.PopupPic->popup(onScreen);
     else if (2 * x <= width)
         m.navigation.PrevButton_Click();
     else
@@ -241,7 +249,7 @@ bool PaneKeys::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::MouseButtonRelease:
         return picture && MouseRelease(watched, *static_cast<QMouseEvent*>(event));
     case QEvent::Paint:
-        m_painted = true;
+        if (watched == m.controls.Picture1) m_painted = true;
         return false;
     case QEvent::FocusIn:
         if (picture) m.controls.LabelNavKeys->show();
@@ -254,39 +262,75 @@ bool PaneKeys::eventFilter(QObject* watched, QEvent* event) {
     }
 }
 
+PaneKeys::Pressed* PaneKeys::Find(int keycode) {
+    for (Pressed& each : m_pressed)
+        if (each.keycode == keycode) return &each;
+    return nullptr;
+}
+
+void PaneKeys::Forget(int keycode) {
+    std::erase_if(m_pressed, [keycode](const Pressed& each) { return each.keycode == keycode; });
+}
+
 bool PaneKeys::KeyPress(QObject* pane, const QKeyEvent& event) {
-    const bool plain =
-        !(event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
-    const int keycode = plain ? keys::KeyCode(event.key()) : keys::kNone;
-    if (event.isAutoRepeat()) {
-        const bool held = pane == m_pressedIn && keycode == m_pressedKey && IsStep(keycode);
-        return held && pane != m.controls.FileListBox && Repeat(MapOf(pane), keycode);
+    const int keycode = IsPlain(event) ? keys::KeyCode(event.key()) : keys::kNone;
+    const bool repeats =
+        event.isAutoRepeat() || (m_releaseTimer.isActive() && m_releasedKey == keycode &&
+                                 m_releasedAt == event.timestamp());
+    if (m_releaseTimer.isActive() && repeats)
+        m_releaseTimer.stop(); // the release before was the first half of this repeat
+    else if (m_releaseTimer.isActive())
+        ActOnRelease();
+    if (repeats) {
+        Pressed* pressed = Find(keycode);
+        return pane != m.controls.FileListBox && pressed && Repeat(pane, *pressed);
     }
-    m_pressedIn = pane;
-    m_pressedKey = keycode;
-    m_repeated = false;
+    if (keycode == keys::kNone) return false;
+    Forget(keycode);
+    m_pressed.push_back({pane, keycode});
     // The list moves by itself, and the text pane keeps what belongs to texts.
-    return pane != m.controls.FileListBox && keycode != keys::kNone && keycode != keys::kTab &&
+    return pane != m.controls.FileListBox && keycode != keys::kTab &&
            (pane != m.controls.LogText || IsStep(keycode));
 }
 
-bool PaneKeys::Repeat(Map map, int keycode) {
-    m_repeated = true;
+// A step key held down goes on in whatever pane the last step has put up.
+bool PaneKeys::Repeat(QObject* pane, Pressed& pressed) {
+    if (!IsStep(pressed.keycode)) return true;
+    pressed.repeated = true;
     if (!m_painted) return true;
-    m_painted = m.state.CurrentPane == Pane::LogText;
-    return (this->*map)(keycode);
+    const Map map = MapOf(pane);
+    const int keycode = pressed.keycode; // the step may bring events that change the list
+    (this->*map)(keycode);
+    m_painted = m.state.CurrentPane != Pane::Picture1;
+    return true;
 }
 
 bool PaneKeys::KeyRelease(QObject* pane, const QKeyEvent& event) {
     if (event.isAutoRepeat()) return true;
     const int keycode = keys::KeyCode(event.key());
-    const bool counts = pane == m_pressedIn && keycode == m_pressedKey && !m_repeated;
-    const bool plain =
-        !(event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
-    m_pressedIn = nullptr;
-    m_pressedKey = keys::kNone;
-    if (!counts || !plain || keycode == keys::kNone) return false;
-    return (this->*MapOf(pane))(keycode);
+    const Pressed* pressed = Find(keycode);
+    if (!pressed) return false;
+    if (pane != pressed->pane || !IsPlain(event)) {
+        if (!pressed->repeated || !event.spontaneous()) Forget(keycode);
+        return false;
+    }
+    if (m_releaseTimer.isActive()) ActOnRelease();
+    m_releasedIn = pane;
+    m_releasedKey = keycode;
+    m_releasedAt = event.timestamp();
+    if (event.spontaneous())
+        m_releaseTimer.start();
+    else
+        ActOnRelease();
+    return true;
+}
+
+void PaneKeys::ActOnRelease() {
+    m_releaseTimer.stop();
+    const Pressed* pressed = Find(m_releasedKey);
+    const bool acts = pressed && !pressed->repeated;
+    Forget(m_releasedKey);
+    if (acts) (this->*MapOf(m_releasedIn))(m_releasedKey);
 }
 
 bool PaneKeys::MouseRelease(QObject* pane, const QMouseEvent& event) {
@@ -294,7 +338,8 @@ bool PaneKeys::MouseRelease(QObject* pane, const QMouseEvent& event) {
     m_mouseIn = nullptr;
     if (!ours) return false;
     const int width = static_cast<QWidget*>(pane)->width();
-    Picture_MouseUp(event.button() == Qt::RightButton, event.position().toPoint().x(), width);
+    Picture_MouseUp(event.button() == Qt::RightButton, event.position().toPoint().x(), width,
+                    event.globalPosition().toPoint());
     return true;
 }
 

@@ -5,19 +5,18 @@
 #include "shell/Context.h"
 
 #include <QObject>
+#include <QTimer>
 
-#include <functional>
+#include <vector>
 
 class QKeyEvent;
 class QMouseEvent;
 
 namespace tarn {
 
-class NavigationRoom;
-
 class PaneKeys : public QObject {
 public:
-    PaneKeys(Context& context, NavigationRoom& navigation);
+    explicit PaneKeys(Context& context);
 
     // Keys shared by Picture1 and LogText; false when the key is none of them.
     bool NavigationKey(int keycode);
@@ -26,29 +25,41 @@ public:
     bool LogText_KeyUp(int keycode);
     bool FileListBox_KeyUp(int keycode);
 
-    // A release at x in a pane of this width.
-    void Picture_MouseUp(bool rightButton, int x, int width);
+    // A release at x in a pane of this width; the right button opens the popup at this place of
+    // the screen.
+    void Picture_MouseUp(bool rightButton, int x, int width, QPoint onScreen);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    // A key that is down: where it was pressed, and whether it has stepped by repeat.
+    struct Pressed {
+        QObject* pane;
+        int keycode;
+        bool repeated = false;
+    };
+
     using Map = bool (PaneKeys::*)(int);
     Map MapOf(const QObject* pane) const;
     bool KeyPress(QObject* pane, const QKeyEvent& event);
     bool KeyRelease(QObject* pane, const QKeyEvent& event);
-    bool Repeat(Map map, int keycode);
+    Pressed* Find(int keycode);
+    void Forget(int keycode);
+    bool Repeat(QObject* pane, Pressed& pressed);
+    void ActOnRelease();
     bool MouseRelease(QObject* pane, const QMouseEvent& event);
     void PageStep(int by);
     bool DeleteKey();
 
     Context& m;
-    NavigationRoom& m_navigation;
-    QObject* m_pressedIn = nullptr; // pane and key of the press whose release will count
-    int m_pressedKey = 0;
-    bool m_repeated = false;      // held down: stepped already, the release steps no more
+    std::vector<Pressed> m_pressed;
+    QTimer m_releaseTimer; // a release that may be half of a repeat waits for it
+    QObject* m_releasedIn = nullptr;
+    int m_releasedKey = 0;
+    unsigned long m_releasedAt = 0;
     QObject* m_mouseIn = nullptr; // pane of the mouse press
-    bool m_painted = true;        // the last picture stepped to has been painted
+    bool m_painted = true;        // the picture stepped to last has been painted
 };
 
 } // namespace tarn

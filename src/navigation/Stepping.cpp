@@ -16,8 +16,7 @@ int RowAfter(int index, int count) {
 }
 
 int RowBefore(int index, int count) {
-    // Only below 0 wraps: the Home key asks for row 0 by way of row 1, also in a list of one.
-    return index - 1 < 0 ? Wrapped(index - 1, count) : index - 1;
+    return Wrapped(index - 1, count);
 }
 
 int SheetPages(int count, int perPage) {

@@ -15,17 +15,23 @@ FileListBox::FileListBox(const Files& files, QWidget* parent) : QListView(parent
     setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this,
-            [this] { emit diskChanged(true); });
+    // Much may happen in a folder that the list does not show: it is asked again once all rests.
+    m_diskTimer.setSingleShot(true);
+    m_diskTimer.setInterval(300);
+    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, &m_diskTimer,
+            qOverload<>(&QTimer::start));
+    connect(&m_diskTimer, &QTimer::timeout, this,
+            [this] { emit diskChanged(m_model.DiffersFromDisk()); });
 }
 
 bool FileListBox::ReadFolder(const std::string& folder, const std::string& pattern) {
     const std::string before = Path();
     if (!m_model.Read(folder, pattern)) return false;
-    if (folder != before) {
-        if (!m_watcher.directories().isEmpty()) m_watcher.removePaths(m_watcher.directories());
-        if (!folder.empty()) m_watcher.addPath(ToQt(folder));
-    }
+    if (folder != before && !m_watcher.directories().isEmpty())
+        m_watcher.removePaths(m_watcher.directories());
+    // A folder that was made anew under its name is no longer watched.
+    if (m_watcher.directories().isEmpty() && !folder.empty()) m_watcher.addPath(ToQt(folder));
+    m_diskTimer.stop();
     emit diskChanged(false);
     return true;
 }
@@ -49,7 +55,9 @@ void FileListBox::Refresh() {
 void FileListBox::Select(int row) {
     if (row < 0 || row >= Count()) return;
     const QModelIndex index = m_model.index(row);
-    selectionModel()->setCurrentIndex(index, QItemSelectionModel::Select);
+    const QItemSelection before = selectionModel()->selection();
+    setCurrentIndex(index); // also where a range of the shift key will begin
+    selectionModel()->select(before, QItemSelectionModel::Select);
     scrollTo(index);
     RaiseClick();
 }
@@ -80,22 +88,30 @@ void FileListBox::RaiseClick() {
     if (onClick) onClick();
 }
 
+// Other buttons, and the blank below the rows, would move the highlight off the file shown.
 void FileListBox::mousePressEvent(QMouseEvent* event) {
-    m_pressed = event->button() == Qt::LeftButton;
-    QListView::mousePressEvent(event);
+    m_pressedRow = event->button() == Qt::LeftButton ? indexAt(event->pos()).row() : -1;
+    if (m_pressedRow >= 0) QListView::mousePressEvent(event);
 }
 
 void FileListBox::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) return;
     QListView::mouseReleaseEvent(event);
-    const bool counts = m_pressed && event->button() == Qt::LeftButton;
-    m_pressed = false;
-    if (counts && CurrentRow() >= 0) RaiseClick();
+    if (m_pressedRow < 0) return;
+    m_doubleRow = m_pressedRow;
+    m_pressedRow = -1;
+    if (CurrentRow() >= 0) RaiseClick();
 }
 
 void FileListBox::mouseDoubleClickEvent(QMouseEvent* event) {
-    m_pressed = false; // the release to come belongs to the double click: the file is loaded once
-    if (event->button() == Qt::LeftButton && indexAt(event->pos()).isValid() && onDoubleClick)
-        onDoubleClick();
+    const int row = indexAt(event->pos()).row();
+    if (event->button() != Qt::LeftButton || row < 0) return;
+    if (row != m_doubleRow) { // two quick clicks on neighbours
+        mousePressEvent(event);
+        return;
+    }
+    m_pressedRow = -1; // the release to come raises nothing: the file is loaded once
+    if (onDoubleClick) onDoubleClick();
 }
 
 void FileListBox::keyPressEvent(QKeyEvent* event) {

@@ -7,6 +7,7 @@
 
 #include <QFileSystemWatcher>
 #include <QListView>
+#include <QTimer>
 
 #include <functional>
 #include <string>
@@ -63,7 +64,9 @@ private:
 
     FileListModel m_model;
     QFileSystemWatcher m_watcher;
-    bool m_pressed = false; // the press of the release to come was ours, and no double click
+    QTimer m_diskTimer;
+    int m_pressedRow = -1; // row of the press whose release will count
+    int m_doubleRow = -1;  // row of the click before
 };
 
 } // namespace tarn

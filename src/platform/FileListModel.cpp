@@ -24,22 +24,33 @@ std::vector<std::string> Sorted(std::vector<std::string> names) {
 
 } // namespace
 
-bool FileListModel::Read(const std::string& folder, const std::string& pattern) {
+std::optional<std::vector<std::string>> FileListModel::Matching(const std::string& folder,
+                                                                const std::string& pattern) const {
     std::vector<std::string> found;
-    if (!folder.empty()) {
-        auto names = m_files.FileNames(folder);
-        if (!names) return false;
-        const NamePatterns patterns(pattern);
-        std::copy_if(std::make_move_iterator(names->begin()), std::make_move_iterator(names->end()),
-                     std::back_inserter(found),
-                     [&](const std::string& name) { return patterns.Matches(name); });
-    }
+    if (folder.empty()) return found;
+    auto names = m_files.FileNames(folder);
+    if (!names) return {};
+    const NamePatterns patterns(pattern);
+    std::copy_if(std::make_move_iterator(names->begin()), std::make_move_iterator(names->end()),
+                 std::back_inserter(found),
+                 [&](const std::string& name) { return patterns.Matches(name); });
+    return Sorted(std::move(found));
+}
+
+bool FileListModel::Read(const std::string& folder, const std::string& pattern) {
+    auto names = Matching(folder, pattern);
+    if (!names) return false;
     beginResetModel();
     m_folder = folder;
     m_pattern = pattern;
-    m_names = Sorted(std::move(found));
+    m_names = std::move(*names);
     endResetModel();
     return true;
+}
+
+bool FileListModel::DiffersFromDisk() const {
+    const auto names = Matching(m_folder, m_pattern);
+    return !names || *names != m_names;
 }
 
 int FileListModel::RowOf(const std::string& name) const {
@@ -53,7 +64,8 @@ int FileListModel::rowCount(const QModelIndex& parent) const {
 
 QVariant FileListModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || index.row() >= Count()) return {};
-    if (role == Qt::DisplayRole || role == Qt::ToolTipRole) return ToQt(Text(index.row()));
+    if (role == Qt::DisplayRole) return ToQt(Text(index.row()));
+    if (role == Qt::ToolTipRole) return ToToolTip(Text(index.row()));
     return {};
 }
 

@@ -5,6 +5,7 @@
 
 #include <QAbstractListModel>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,9 @@ public:
     // False when it cannot be read: everything stays.
     bool Read(const std::string& folder, const std::string& pattern);
 
+    // Whether the folder now holds other names than the snapshot.
+    bool DiffersFromDisk() const;
+
     const std::string& Folder() const { return m_folder; }
     const std::string& Pattern() const { return m_pattern; }
     int Count() const { return static_cast<int>(m_names.size()); }
@@ -28,6 +32,9 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
 
 private:
+    std::optional<std::vector<std::string>> Matching(const std::string& folder,
+                                                     const std::string& pattern) const;
+
     const Files& m_files;
     std::string m_folder;
     std::string m_pattern;

@@ -30,7 +30,8 @@ struct FolderTreeModel::Node {
 
 FolderTreeModel::FolderTreeModel(const Files& files)
     : m_files(files), m_root(std::make_unique<Node>()) {
-    m_root->name = m_root->path = kRoot;
+    m_root->name = kRoot;
+    m_root->path = kRoot;
 }
 
 FolderTreeModel::~FolderTreeModel() = default;
@@ -82,16 +83,28 @@ QModelIndex FolderTreeModel::IndexOf(const std::string& path) {
     return IndexAt(node);
 }
 
-void FolderTreeModel::Reread(const QModelIndex& index) {
-    if (!index.isValid()) return;
+bool FolderTreeModel::Reread(const QModelIndex& index) {
     Node* node = NodeAt(index);
-    if (!node->children.empty()) {
-        beginRemoveRows(index, 0, static_cast<int>(node->children.size()) - 1);
+    const std::vector<std::string> now = SortedFolders(*node);
+    const auto& children = node->children;
+    const bool same = std::equal(
+        now.begin(), now.end(), children.begin(), children.end(),
+        [](const std::string& name, const std::unique_ptr<Node>& c) { return c->name == name; });
+    if (same) return false;
+    if (!children.empty()) {
+        beginRemoveRows(index, 0, static_cast<int>(children.size()) - 1);
         node->children.clear();
         endRemoveRows();
     }
-    node->read = false;
     fetchMore(index);
+    return true;
+}
+
+std::vector<std::string> FolderTreeModel::SortedFolders(const Node& node) const {
+    std::vector<std::string> names = m_files.FolderNames(node.path);
+    std::sort(names.begin(), names.end(),
+              [](const std::string& a, const std::string& b) { return FoldCase(a) < FoldCase(b); });
+    return names;
 }
 
 QModelIndex FolderTreeModel::index(int row, int column, const QModelIndex& parent) const {
@@ -118,7 +131,7 @@ int FolderTreeModel::columnCount(const QModelIndex&) const {
 QVariant FolderTreeModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
     if (role == Qt::DisplayRole) return ToQt(NodeAt(index)->name);
-    if (role == Qt::ToolTipRole) return ToQt(NodeAt(index)->path);
+    if (role == Qt::ToolTipRole) return ToToolTip(NodeAt(index)->path);
     if (role == Qt::DecorationRole) return m_icon;
     return {};
 }

@@ -24,8 +24,8 @@ public:
     // there.
     QModelIndex IndexOf(const std::string& path);
 
-    // Reads an opened folder anew.
-    void Reread(const QModelIndex& index);
+    // Reads a folder anew; true when it holds other folders than before: places in it are lost.
+    bool Reread(const QModelIndex& index);
 
     QModelIndex index(int row, int column, const QModelIndex& parent) const override;
     QModelIndex parent(const QModelIndex& child) const override;
@@ -41,6 +41,7 @@ private:
     Node* NodeAt(const QModelIndex& index) const;
     QModelIndex IndexAt(Node* node) const;
     Node* ChildNamed(Node* node, const std::string& name);
+    std::vector<std::string> SortedFolders(const Node& node) const;
     void Insert(Node* node, const std::string& name);
 
     const Files& m_files;

@@ -19,6 +19,14 @@ FolderTreeview::FolderTreeview(const Files& files, QWidget* parent)
     header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     header()->setStretchLastSection(false);
     expand(m_model.index(0, 0, {}));
+    connect(this, &QTreeView::expanded, this, &FolderTreeview::ReadAgain);
+}
+
+// What was read when a folder was last open may be old.
+void FolderTreeview::ReadAgain(const QModelIndex& opened) {
+    if (m_moving || m_model.canFetchMore(opened)) return;
+    const QScopedValueRollback<bool> moving(m_moving, true);
+    if (m_model.Reread(opened)) ShowCurrent(m_path);
 }
 
 void FolderTreeview::SetSelectedPath(const std::string& path) {
@@ -36,6 +44,7 @@ void FolderTreeview::ShowCurrent(const std::string& path) {
 void FolderTreeview::Reveal(const std::string& path) {
     const QModelIndex index = m_model.IndexOf(path);
     if (!index.isValid()) return;
+    const QScopedValueRollback<bool> moving(m_moving, true);
     for (QModelIndex above = index.parent(); above.isValid(); above = above.parent()) expand(above);
     scrollTo(index, PositionAtCenter);
 }

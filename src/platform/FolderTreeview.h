@@ -33,6 +33,7 @@ protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
 private:
+    void ReadAgain(const QModelIndex& opened);
     void ShowCurrent(const std::string& path);
     void Raise(const std::string& path);
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QTextDocument>
 
 #include <string>
 #include <string_view>
@@ -19,6 +20,13 @@ inline std::string FromQt(const QString& text) {
 // For labels, tabs and buttons built from names: "&" would otherwise mark a shortcut.
 inline QString ToCaption(std::string_view text) {
     return ToQt(text).replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+// A tooltip that shows the text as it is: what looks like markup is taken for it otherwise.
+inline QString ToToolTip(std::string_view text) {
+    const QString plain = ToQt(text);
+    return Qt::mightBeRichText(plain) ? QStringLiteral("<qt>%1</qt>").arg(plain.toHtmlEscaped())
+                                      : plain;
 }
 
 } // namespace tarn

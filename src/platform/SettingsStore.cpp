@@ -1,14 +1,42 @@
 #include "platform/SettingsStore.h"
 
+#include "common/utf8.h"
 #include "platform/QtText.h"
 
-#include <QFileInfo>
 #include <QSettings>
 #include <QStandardPaths>
 
 namespace tarn {
 
 namespace {
+
+// File names are bytes, and the store holds characters: a byte that is no UTF-8 is kept as a
+// character of a private range, so that it comes back as it was.
+constexpr ushort kRawBytes = 0xF700;
+
+QString ToStored(const std::string& text) {
+    QString stored;
+    for (std::size_t at = 0; at < text.size();) {
+        const Utf8Char next = DecodeUtf8(text, at);
+        if (next.valid)
+            stored += QString::fromUcs4(&next.code, 1);
+        else
+            stored += QChar(static_cast<ushort>(kRawBytes + (next.code & 0xFF)));
+        at += static_cast<std::size_t>(next.length);
+    }
+    return stored;
+}
+
+std::string FromStored(const QString& stored) {
+    std::string text;
+    for (const char32_t code : stored.toUcs4()) {
+        if (code >= kRawBytes + 0x80 && code <= kRawBytes + 0xFF)
+            text += static_cast<char>(code - kRawBytes);
+        else
+            AppendUtf8(text, code);
+    }
+    return text;
+}
 
 class IniStore : public SettingsStore {
 public:
@@ -20,17 +48,17 @@ public:
         const QVariant value = m_settings.value(ToQt(key));
         // A hand-edited value with commas comes back as a list: put it together again.
         if (value.typeId() == QMetaType::QStringList)
-            return FromQt(value.toStringList().join(", "));
-        return value.isValid() ? FromQt(value.toString()) : fallback;
+            return FromStored(value.toStringList().join(", "));
+        return value.isValid() ? FromStored(value.toString()) : fallback;
     }
     bool Contains(const std::string& key) const override { return m_settings.contains(ToQt(key)); }
     void Write(const std::string& key, const std::string& text) override {
-        m_settings.setValue(ToQt(key), ToQt(text));
+        m_settings.setValue(ToQt(key), ToStored(text));
     }
     void Delete() override { m_settings.remove(QString()); }
     bool Flush() override {
         m_settings.sync();
-        return m_settings.status() == QSettings::NoError;
+        return m_settings.status() != QSettings::AccessError; // a broken line is none
     }
     bool IsWritable() const override { return m_settings.isWritable(); }
     std::string Location() const override { return FromQt(m_settings.fileName()); }

@@ -4,6 +4,7 @@
 #include "platform/Dialogs.h"
 #include "platform/FileListBox.h"
 #include "platform/PictureBox.h"
+#include "shell/window/MenuSwitches.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -11,8 +12,6 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QStatusBar>
-
-#include "shell/window/MenuSwitches.h"
 
 namespace tarn {
 
@@ -26,7 +25,7 @@ House::House(const Platform& p)
     : context{state, controls, navigation, display,  info,      notes,  video,
               shell, p.files,  p.settings, p.events, p.dialogs, p.sound},
       window(controls, p.files), shell(context, *window.statusBar()), navigation(context),
-      display(context), info(context), video(context), keys(context, navigation),
+      display(context), info(context), video(context), keys(context),
       lifecycle(context, window, navigation) {
     navigation.ConnectControls();
     display.ConnectControls();
@@ -52,9 +51,10 @@ void House::WireWindow() {
     window.onClose = [this] { lifecycle.Exit_Click(); };
     window.onOpen = [this](const std::string& path) { Open(path); };
     window.onResize = [this] { WindowResized(); };
+    m_resizeTimer.setObjectName(QStringLiteral("ResizeTimer"));
     m_resizeTimer.setSingleShot(true);
     m_resizeTimer.setInterval(kResizeRest);
-    QObject::connect(&m_resizeTimer, &QTimer::timeout, [this] { display.Redraw(); });
+    QObject::connect(&m_resizeTimer, &QTimer::timeout, [this] { ResizeTimer_Timer(); });
     QObject::connect(controls.FileListBox, &FileListBox::diskChanged, controls.FolderChangedLabel,
                      &QLabel::setVisible);
     const auto font = [this](double by) {
@@ -67,31 +67,50 @@ void House::WireWindow() {
 
 void House::WindowResized() {
     if (!state.FormLoadDone) return;
-    const qreal ratio = window.devicePixelRatioF();
-    state.PreviewWidth = qRound(window.PaneSize().width() * ratio);
-    state.PreviewHeight = qRound(window.PaneSize().height() * ratio);
+    const QSize pane = controls.Picture1->PixelSize();
+    state.PreviewWidth = pane.width();
+    state.PreviewHeight = pane.height();
     m_resizeTimer.start();
+}
+
+void House::ResizeTimer_Timer() {
+    if (state.BatchRuns)
+        m_resizeTimer.start();
+    else
+        display.Redraw();
 }
 
 bool House::Start(const std::string& path, const std::string& imagingError) {
     if (!lifecycle.Form_Initialize(imagingError)) return false;
     lifecycle.Form_Load(path);
+    if (!m_handedEarly.empty()) Open(m_handedEarly);
     return true;
 }
 
 void House::Open(const std::string& path) {
-    if (path.empty()) return;
-    navigation.OpenPath(path);
+    if (!state.FormLoadDone) {
+        m_handedEarly = path; // the start folder comes first
+        return;
+    }
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
     window.raise();
     window.activateWindow();
+    if (path.empty()) return;
+    const StartPath place = WorkOutStart(path, {}, context.files);
+    navigation.OpenFolder(place.folder, place.name == kFirstRow ? std::string() : place.name);
+    if (!place.missing.empty()) shell.ShowMessage("'" + place.missing + "' does not exist");
 }
 
 void House::AskForFile() {
-    Open(context.dialogs.OpenFile("Open File", controls.FileListBox->Path(), {}));
+    const std::string file =
+        context.dialogs.OpenFile("Open File", controls.FileListBox->Path(), {});
+    if (!file.empty()) Open(file);
 }
 
 void House::AskForFolder() {
-    Open(context.dialogs.ChooseFolder("Open Folder", controls.FileListBox->Path()));
+    const std::string folder =
+        context.dialogs.ChooseFolder("Open Folder", controls.FileListBox->Path());
+    if (!folder.empty()) Open(folder);
 }
 
 } // namespace tarn

@@ -54,10 +54,12 @@ private:
     void WireFile();
     void WireWindow();
     void WindowResized();
+    void ResizeTimer_Timer();
     void AskForFile();
     void AskForFolder();
 
     QTimer m_resizeTimer;
+    std::string m_handedEarly; // a path that came while the program was loading
 };
 
 } // namespace tarn

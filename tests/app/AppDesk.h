@@ -31,6 +31,7 @@ namespace tarn::testing {
 class WatchedFiles : public Files {
 public:
     std::function<void(const std::string&)> onModifiedTime;
+    std::string unreadable; // a folder that cannot be read
 
     bool Exists(const std::string& p) const override { return m_real->Exists(p); }
     bool IsFolder(const std::string& p) const override { return m_real->IsFolder(p); }
@@ -40,6 +41,7 @@ public:
     }
     std::optional<std::vector<std::string>> FileNames(const std::string& f,
                                                       std::string* e) const override {
+        if (f == unreadable) return {};
         return m_real->FileNames(f, e);
     }
     std::vector<std::string> FolderNames(const std::string& f) const override {
@@ -92,14 +94,20 @@ struct AppDesk {
     // What the window shows of one file in all places, when it agrees; else the places.
     std::string Current() const {
         const ProgramState& s = house.state;
-        const std::string row = house.controls.FileListBox->Text(
-            std::max(0, house.controls.FileListBox->CurrentRow()));
+        const std::string row =
+            house.controls.FileListBox->Text(std::max(0, house.controls.FileListBox->CurrentRow()));
         const std::string panel = Row(0).substr(14);
         if (row == s.FileNameOnly && panel == row && s.Filename == folder.Path() + "/" + row)
             return row;
         return "row " + row + ", name " + s.FileNameOnly + ", panel " + panel;
     }
-    void Key(int key) { QTest::keyClick(house.controls.Picture1, static_cast<Qt::Key>(key)); }
+    // Press and release in the picture pane, as events of our own: they act at once.
+    void Key(int key) {
+        for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent event(type, key, Qt::NoModifier);
+            QApplication::sendEvent(house.controls.Picture1, &event);
+        }
+    }
 };
 
 } // namespace tarn::testing

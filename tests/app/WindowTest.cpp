@@ -1,5 +1,6 @@
 #include "AppDesk.h"
 
+#include "platform/QtText.h"
 #include "shell/window/frmMain.h"
 
 #include <QCheckBox>
@@ -95,11 +96,11 @@ TEST(Window, BrokenFilesNeverStopTheRun) {
     }
     EXPECT_EQ(d.Current(), "g_good.jpg");
     EXPECT_TRUE(d.house.state.ImageLoaded);
-    const std::vector<std::string> about{"b_empty.jpg", "c_cut.jpg", "d_text.jpg",
-                                         "e_huge.jpg",  "e_huge.jpg"}; // the name before
+    const std::vector<std::string> about{"b_empty.jpg", "c_cut.jpg", "d_text.jpg", "e_huge.jpg",
+                                         "e_huge.jpg"}; // the name before
     for (std::size_t i = 0; i < about.size(); ++i)
-        EXPECT_TRUE(QString::fromStdString(errors[i])
-                        .endsWith(QString::fromStdString(" - " + about[i])))
+        EXPECT_TRUE(
+            QString::fromStdString(errors[i]).endsWith(QString::fromStdString(" - " + about[i])))
             << errors[i];
     EXPECT_EQ(errors.back(), "");
 }
@@ -107,10 +108,40 @@ TEST(Window, BrokenFilesNeverStopTheRun) {
 TEST(Window, EmptyAndUnreadableFoldersSayWhatIsTheMatter) {
     AppDesk d;
     d.Start();
+    const auto hint = [](const AppDesk& desk) {
+        return desk.house.controls.Picture1->accessibleDescription().toStdString();
+    };
     EXPECT_TRUE(d.house.controls.Picture1->Picture().isNull());
-    EXPECT_TRUE(d.house.controls.Picture1->accessibleDescription().contains(
-        QString::fromStdString("No files to show in " + d.folder.Path())));
+    EXPECT_EQ(hint(d).find("No files to show in " + d.folder.Path()), 0U) << hint(d);
     EXPECT_FALSE(d.house.controls.TextNumOf->isVisible());
+    EXPECT_FALSE(d.house.controls.RotateRightButton->isEnabled()); // nothing to turn
+    AppDesk locked;
+    locked.files.unreadable = locked.folder.Path();
+    locked.Start();
+    EXPECT_EQ(hint(locked), "The folder " + locked.folder.Path() +
+                                " cannot be read. Choose another in the tree.");
+}
+
+TEST(Window, TooltipsShowTheirTextAsItIs) {
+    AppDesk d;
+    EXPECT_EQ(d.house.controls.FCheck->toolTip(), QStringLiteral("List FIT & FITS files"));
+    EXPECT_EQ(ToToolTip("/a & <b>"), QStringLiteral("<qt>/a &amp; &lt;b&gt;</qt>"));
+}
+
+TEST(Window, APathHandedOverIsOpenedLikeAnArgument) {
+    AppDesk d;
+    d.AddPicture("a.jpg");
+    TestFolder other;
+    const std::string second = other.Write("b.jpg", JpegBytes(TellTale(60, 40)));
+    d.house.Open(second); // while the program loads: kept until it has
+    d.Start();
+    EXPECT_EQ(d.house.state.Filename, second);
+    d.house.Open("\"" + d.folder.Path() + "/a.jpg\"");
+    EXPECT_EQ(d.Current(), "a.jpg");
+    d.house.Open(other.Path() + "/none.jpg"); // its folder on the first row, and what is missing
+    EXPECT_EQ(d.house.state.Filename, second);
+    EXPECT_EQ(d.house.controls.FileDateText->text().toStdString(),
+              "'" + other.Path() + "/none.jpg' does not exist");
 }
 
 TEST(Window, ARealChangeOfSizeRedrawsOnceAfterItRests) {

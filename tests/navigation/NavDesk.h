@@ -37,7 +37,7 @@ struct NavDesk {
     RecordingNotes notes{calls};
     RecordingSound sound{calls};
     NavigationRoom room{context};
-    Context context{state, controls, room,   display,   info,    notes,   video,
+    Context context{state, controls, room,      display, info,    notes, video,
                     shell, *files,   *settings, *events, dialogs, sound};
 
     NavDesk() {

@@ -14,7 +14,7 @@ namespace tarn::testing {
 namespace {
 
 struct KeyDesk : NavDesk {
-    PaneKeys keys{context, room};
+    PaneKeys keys{context};
     KeyDesk() {
         FillWithPictures(10);
         state.ImageLoaded = true;
@@ -67,6 +67,39 @@ TEST(PaneKeys, AKeyCountsOnItsReleaseInThePaneOfItsPress) {
     EXPECT_EQ(d.Row(), 0);
     d.Type(d.controls.NotesBox, Qt::Key_N);
     EXPECT_EQ(d.Row(), 0);
+}
+
+TEST(PaneKeys, OverlappingKeysAllCount) {
+    KeyDesk d;
+    QWidget* pane = d.controls.Picture1;
+    d.Send(pane, QEvent::KeyPress, Qt::Key_N);
+    d.Send(pane, QEvent::KeyPress, Qt::Key_R);
+    d.Type(pane, Qt::Key_Shift);
+    d.Send(pane, QEvent::KeyRelease, Qt::Key_N);
+    EXPECT_EQ(d.Row(), 1);
+    d.Send(pane, QEvent::KeyRelease, Qt::Key_R);
+    EXPECT_EQ(d.calls.back(), "RotateRight");
+}
+
+// The window system's own events; a repeat may come as a release and a press of one instant.
+TEST(PaneKeys, ARepeatInTwoHalvesIsNoRelease) {
+    KeyDesk d;
+    const auto send = [&](QEvent::Type type, int key, quint64 at) {
+        QKeyEvent event(type, key, Qt::NoModifier);
+        event.setTimestamp(at);
+        QSpontaneKeyEvent::setSpontaneous(&event);
+        qApp->notify(d.controls.Picture1, &event);
+    };
+    send(QEvent::KeyPress, Qt::Key_R, 10);
+    for (quint64 at = 500; at < 600; at += 30) {
+        send(QEvent::KeyRelease, Qt::Key_R, at);
+        send(QEvent::KeyPress, Qt::Key_R, at);
+    }
+    QTest::qWait(20);
+    EXPECT_TRUE(d.calls.empty());
+    send(QEvent::KeyRelease, Qt::Key_R, 700);
+    QTest::qWait(20);
+    EXPECT_EQ(d.calls, (Calls{"RotateRight"}));
 }
 
 TEST(PaneKeys, AHeldKeyStepsOncePerPaintedPicture) {
@@ -146,6 +179,7 @@ TEST(PaneKeys, F5InTheListReadsTheFolderAgain) {
     EXPECT_EQ(d.Row(), 4); // the same file
     EXPECT_EQ(d.state.TextNumOf, "5 of 11");
     EXPECT_TRUE(d.calls.empty()); // and no click
+    EXPECT_EQ(d.RowAfterKey(Qt::Key_N), 5);
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "NavDesk.h"
 
+#include "navigation/FolderHistory.h"
+
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
@@ -134,11 +136,12 @@ TEST(Folders, TheTreeRecordsEntersAndSelectsTheFirstRow) {
     d.controls.FolderTreeview1->SetSelectedPath(d.folder.Path() + "/gone");
     EXPECT_EQ(d.controls.FileListBox->Path(), d.folder.Path()); // the list keeps its folder
     EXPECT_EQ(d.state.HistCur, 1);
+    EXPECT_EQ(d.calls.back(), "status Nothing to display in current folder.");
     TestFolder empty;
     d.calls.clear();
     d.controls.FolderTreeview1->SetSelectedPath(empty.Path() + "/");
     EXPECT_EQ(d.calls,
-              (Calls{"status Nothing to display in current folder.", "list off"}));
+              (Calls{"status Nothing to display in current folder.", "ShowPane 0", "list off"}));
     EXPECT_EQ(d.state.HistFolderPath[2], empty.Path());
     d.room.FolderBackButton_Click();
     EXPECT_EQ(d.controls.FileListBox->Path(), d.folder.Path());
@@ -149,17 +152,46 @@ TEST(Folders, TheTreeRecordsEntersAndSelectsTheFirstRow) {
     EXPECT_EQ(d.state.HistFolderPath[3], empty.Path());
 }
 
+TEST(Folders, AFullHistoryStaysInsideItsArrays) {
+    SelectionState s;
+    s.HistCur = 5;
+    s.HistHigh = kHistoryLimit;
+    s.HistFolderPath[6] = "/six";
+    EXPECT_TRUE(RecordFolder(s, "/new"));
+    EXPECT_EQ(s.HistHigh, kHistoryLimit);
+    EXPECT_EQ(s.HistFolderPath[6], "/new");
+    EXPECT_EQ(s.HistFolderPath[7], "/six");
+    s.HistCur = kHistoryLimit - 2;
+    EXPECT_TRUE(RecordFolder(s, "/last"));
+    for (int i = 0; i < 5; ++i) EXPECT_FALSE(RecordFolder(s, "/beyond"));
+    EXPECT_FALSE(RecordRow(s, 3));
+    NavDesk d;
+    d.FillWithPictures(1);
+    d.state.HistHigh = 1;
+    d.state.HistCur = kHistoryLimit + 5;
+    d.room.FolderBackButton_Click(); // back to the last entry there is
+    EXPECT_EQ(d.state.HistCur, 1);
+    EXPECT_EQ(d.controls.FileListBox->Path(), d.folder.Path());
+}
+
 TEST(Folders, AFileFromOutsideIsShownInItsFolder) {
     NavDesk d;
     TestFolder other;
     other.Write("a.jpg", "x");
     other.Write("b.jpg", "x");
-    d.room.OpenPath(other.Path() + "/b.jpg");
+    d.room.OpenFolder(other.Path(), "b.jpg");
     EXPECT_EQ(d.Row(), 1);
     EXPECT_EQ(std::count(d.calls.begin(), d.calls.end(), "DisplayPicture"), 1); // loaded once
-    d.room.OpenPath(other.Path() + "/none.jpg");
+    d.room.OpenFolder(other.Path(), "none.jpg");
     EXPECT_EQ(d.calls.back(),
               "message '" + other.Path() + "/none.jpg' is not among the files listed");
+    other.Write("new.jpg", "x");
+    d.room.OpenFolder(other.Path(), "new.jpg"); // made since the folder was read
+    EXPECT_EQ(d.Row(), 2);
+    EXPECT_EQ(d.controls.FileListBox->SelectedRows(), (std::vector<int>{2}));
+    d.room.OpenFolder(other.Path() + "/gone", "x.jpg");
+    EXPECT_EQ(d.calls.back(), "status Cannot set path to " + other.Path() + "/gone");
+    EXPECT_EQ(d.Row(), 2);
 }
 
 } // namespace

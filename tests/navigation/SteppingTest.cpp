@@ -13,8 +13,9 @@ TEST(Stepping, RowsGoRoundAtBothEnds) {
     EXPECT_EQ(RowAfter(8 + 4, 10), 3); // a page from row 8
     EXPECT_EQ(RowAfter(5 + 4, 10), 0); // a page from row 5 lands on the first row
     EXPECT_EQ(RowBefore(3 - 4, 10), 8);
-    EXPECT_EQ(RowBefore(1, 10), 0); // Home
-    EXPECT_EQ(RowBefore(0, 1), 0);  // End in a list of one
+    EXPECT_EQ(RowBefore(1, 10), 0);  // Home
+    EXPECT_EQ(RowBefore(57, 10), 6); // from a longer list
+    EXPECT_EQ(RowBefore(0, 1), 0);   // End in a list of one
 }
 
 TEST(Stepping, PagesInShortListsStayInside) {

@@ -98,11 +98,27 @@ TEST(FileListBox, MouseAndKeyboardRaiseItOnce) {
     EXPECT_EQ(d.clicks, 3);
     QTest::keyClick(&d.list, Qt::Key_Up);
     EXPECT_EQ(d.clicks, 4);
+    // Other buttons and the blank below the rows leave everything as it is.
+    const auto rows = d.list.SelectedRows();
+    QTest::mouseClick(view, Qt::RightButton, {}, d.At(0));
+    QTest::mouseClick(view, Qt::LeftButton, {}, QPoint(20, 280));
+    EXPECT_EQ(d.list.SelectedRows(), rows);
+    EXPECT_EQ(d.clicks, 4);
     // A double click: press and release, then the second press and release.
     QTest::mouseClick(view, Qt::LeftButton, {}, d.At(0));
     QTest::mouseDClick(view, Qt::LeftButton, {}, d.At(0));
     EXPECT_EQ(d.clicks, 5);
     EXPECT_EQ(d.doubleClicks, 1);
+}
+
+TEST(FileListBox, AShiftClickReachesFromTheRowSelectedInCode) {
+    ListDesk d({"a", "b", "c", "d", "e"});
+    d.list.SetPath(d.folder.Path());
+    QTest::mouseClick(d.list.viewport(), Qt::LeftButton, {}, d.At(0));
+    d.list.UnselectAll();
+    d.list.Select(2);
+    QTest::mouseClick(d.list.viewport(), Qt::LeftButton, Qt::ShiftModifier, d.At(4));
+    EXPECT_EQ(d.list.SelectedRows(), (std::vector<int>{2, 3, 4}));
 }
 
 } // namespace

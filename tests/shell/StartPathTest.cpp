@@ -1,6 +1,6 @@
+#include "shell/start/StartPath.h"
 #include "common/paths.h"
 #include "platform/Files.h"
-#include "shell/start/StartPath.h"
 #include "support/TestFolder.h"
 
 #include <gtest/gtest.h>
@@ -48,6 +48,8 @@ TEST(StartPath, WithoutArgumentTheLastRunDecides) {
     EXPECT_EQ(p.Start("", "/x/y/z.jpg"), "/x/y|z.jpg"); // not asked whether it is there
     EXPECT_EQ(p.Start("", "/z.jpg"), "/|z.jpg");
     EXPECT_EQ(LastPart(FirstRunPath(*p.files)), "NONE.JPG");
+    EXPECT_EQ(p.Start("", ""), p.Start("", FirstRunPath(*p.files)));
+    EXPECT_EQ(p.Start("", "no folder"), p.Start("", ""));
 }
 
 } // namespace

@@ -53,6 +53,7 @@ public:
     JpegDecoder(const JpegDecoder&) = delete;
     JpegDecoder& operator=(const JpegDecoder&) = delete;
 
+    bool Create(); // false when the library is of another make than its headers
     bool ReadHeader();
     bool Start(QSize wanted);
     int ReadRows(uchar* pixels, qsizetype bytesPerLine); // rows that were read
@@ -72,9 +73,15 @@ private:
     std::vector<uchar> m_cmykRow;
 };
 
-bool JpegDecoder::ReadHeader() {
+bool JpegDecoder::Create() {
     if (setjmp(m_errors.back)) return false;
     jpeg_create_decompress(&m_info);
+    return true;
+}
+
+bool JpegDecoder::ReadHeader() {
+    if (!Create()) return false;
+    if (setjmp(m_errors.back)) return false;
     jpeg_stdio_src(&m_info, m_file);
     jpeg_read_header(&m_info, TRUE);
     return true;
@@ -166,5 +173,10 @@ QImage DecodeJpeg(std::FILE* file, QSize wanted, std::string& error) {
 } // namespace
 
 const PictureFormat kJpegFormat{JpegSize, DecodeJpeg, true};
+
+std::string JpegReaderError() {
+    JpegDecoder decoder(nullptr);
+    return decoder.Create() ? std::string() : decoder.ErrorText();
+}
 
 } // namespace tarn

@@ -25,6 +25,9 @@ struct PictureFormat {
 extern const PictureFormat kJpegFormat;    // the camera's own files, reduced while decoding
 extern const PictureFormat kToolkitFormat; // whatever the toolkit has a reader for
 
+// Why the JPEG library cannot be used; empty when it can.
+std::string JpegReaderError();
+
 // Bytes that one picture may take when decoded: half of what the machine has.
 long long PictureMemoryLimit();
 

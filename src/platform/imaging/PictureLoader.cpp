@@ -111,6 +111,10 @@ QImage PictureSource::Decode(QSize wanted, std::string& error) {
     return m_decoded;
 }
 
+std::string PictureLoader::ReaderError() {
+    return JpegReaderError();
+}
+
 QSize PictureLoader::ReadSize(const std::string& path) {
     std::string error;
     const FileHandle file = OpenFile(path, error);

@@ -43,6 +43,9 @@ private:
 // Finds out what a file is by its first bytes, never by its name.
 class PictureLoader {
 public:
+    // Why JPEG pictures cannot be read at all; empty when they can.
+    static std::string ReaderError();
+
     // Pixel size from the header alone, 0 x 0 when no reader knows the file. Nothing is decoded.
     static QSize ReadSize(const std::string& path);
 

@@ -65,7 +65,7 @@ public:
     virtual ~ShellCommands() = default;
     virtual void ShowPane(Pane pane) = 0;             // one pane up, the others down
     virtual void FocusPane() = 0;                     // the keyboard goes to the pane that is up
-    virtual void SetBusy(bool busy) = 0;              // hourglass
+    virtual void SetBusy(bool busy) = 0;              // hourglass; each true needs its false
     virtual void ShowMessage(const std::string&) = 0; // the message line, FileDateText
     virtual void ShowStatus(const std::string&) = 0;  // the status bar
     virtual void ShowError(const std::string&) = 0;   // Label_error; empty hides it

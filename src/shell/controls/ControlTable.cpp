@@ -3,17 +3,21 @@
 #include "platform/FileListBox.h"
 #include "platform/FolderTreeview.h"
 #include "platform/PictureBox.h"
+#include "platform/QtText.h"
 #include "shell/controls/Icons.h"
 
 #include <QAbstractButton>
 #include <QCheckBox>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTextBrowser>
+#include <QToolTip>
 
+#include <cstring>
 #include <type_traits>
 
 namespace tarn {
@@ -38,16 +42,62 @@ void SetCaption(QWidget* widget, const QString& caption) {
     }
 }
 
+// Keys of the picture pane that do what a button does, told behind its tooltip.
+struct ButtonKeys {
+    const char* name;
+    const char* keys;
+};
+constexpr ButtonKeys kButtonKeys[] = {
+    {"NextButton", "N, Space, Down"},
+    {"PrevButton", "P, Up"},
+    {"FileBackButton", ","},
+    {"FileFwdButton", "."},
+    {"RotateRightButton", "R, Right"},
+    {"RotateLeftButton", "L, Left"},
+    {"MirrorButton", "M"},
+    {"FlipButton", "I"},
+    {"ViewButton", "V"},
+    {"OneToOneButton", "F, 1"},
+    {"SlideButton", "S"},
+    {"Slides2Button", "2"},
+    {"Slides4Button", "4"},
+    {"SlidesC2Button", "C"},
+    {"CopyImageButton3", "Y"},
+    {"CJMButton", "U, Z"},
+    {"QuickDirButton", "F5"},
+};
+
+// The tooltip itself stays what the program set; only what pops up has the keys.
+class KeysInToolTip : public QObject {
+public:
+    KeysInToolTip(QWidget* widget, const char* keys) : QObject(widget), m_keys(keys) {
+        widget->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() != QEvent::ToolTip) return false;
+        auto* widget = static_cast<QWidget*>(watched);
+        const QString text = widget->toolTip() + QStringLiteral("  [%1]").arg(m_keys);
+        QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), text.trimmed(), widget);
+        return true;
+    }
+
+private:
+    QString m_keys;
+};
+
 void Dress(QWidget* widget, const ControlRow& row) {
     widget->setObjectName(QString::fromLatin1(row.name));
     SetCaption(widget, QString::fromUtf8(row.caption));
-    // A tooltip is read as rich text where it looks like it; names with "<" shall stay names.
-    widget->setToolTip(QString::fromUtf8(row.tooltip).toHtmlEscaped());
+    widget->setToolTip(ToToolTip(row.tooltip));
     const QString caption = QString::fromUtf8(row.caption);
     const bool readable = caption.size() > 2;
     widget->setAccessibleName(readable       ? caption
                               : *row.tooltip ? QString::fromUtf8(row.tooltip)
                                              : QString::fromLatin1(row.name));
+    for (const ButtonKeys& each : kButtonKeys)
+        if (std::strcmp(each.name, row.name) == 0) new KeysInToolTip(widget, each.keys);
     if (qobject_cast<QAbstractButton*>(widget)) widget->setEnabled(false);
     if (auto* button = qobject_cast<QPushButton*>(widget)) {
         button->setAutoDefault(false);

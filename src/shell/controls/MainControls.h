@@ -31,7 +31,7 @@ class PictureBox;
 enum class Place {
     FolderBar, // above the tree
     Tree,
-    Classes, // boxes of the file classes, above the list
+    Classes,  // boxes of the file classes, above the list
     ListNote, // what is to be said about the list
     List,
     ListBar,
@@ -59,6 +59,7 @@ struct MainControls {
 #undef TARN_CONTROL
 #undef TARN_CONTROL_ROW
     std::array<QPushButton*, 7> VideoButton{}; // 0, 1, 3 to 6
+    QWidget* VideoFrame = nullptr;             // what holds them
 
 #define TARN_MENU(parent, name, caption) QMenu* name = nullptr;
 #define TARN_POPUP(name) QMenu* name = nullptr;

@@ -15,7 +15,10 @@ QAction* AddEntry(QWidget& to, const char* name, const char* caption, const char
                   const char* shortcut, int flags) {
     QString text = QString::fromUtf8(caption);
     // A key of the picture pane is told, not bound: it acts in the pane alone.
-    if (*key && !*shortcut) text += QLatin1Char('\t') + QString::fromLatin1(key);
+    if (*key && *shortcut)
+        text += QStringLiteral("\t%1, %2").arg(QLatin1String(shortcut), QLatin1String(key));
+    else if (*key)
+        text += QLatin1Char('\t') + QString::fromLatin1(key);
     auto* entry = new QAction(text, &to);
     entry->setObjectName(QString::fromLatin1(name));
     if (*shortcut) entry->setShortcut(QKeySequence(QString::fromLatin1(shortcut)));

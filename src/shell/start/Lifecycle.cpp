@@ -37,7 +37,7 @@ bool Lifecycle::Form_Initialize(const std::string& imagingError) {
         m.dialogs.Message(Dialogs::Icon::Critical, "ImgX4.dll missing error", imagingError);
         return false;
     }
-    m.state.Version_Detail = "Built " __DATE__ " - one window for a night's pictures";
+    m.state.Version_Detail = "Built " __DATE__ " by the Tarn View team";
     m_splash = std::make_unique<frmSplash>(m.state.Version, m.state.Version_Detail);
     m_splash->show();
     m.events.Pump();
@@ -49,7 +49,11 @@ void Lifecycle::MeasureWindow() {
     const QSize screen = ScreenPixels(m_window);
     m.state.ScreenWidthPx = screen.width() - 8;
     m.state.ScreenHeightPx = screen.height() - 8;
-    const QSize pane = m_window.PaneSize();
+    MeasurePane();
+}
+
+void Lifecycle::MeasurePane() {
+    const QSize pane = m.controls.Picture1->PixelSize();
     m.state.PreviewWidth = pane.width();
     m.state.PreviewHeight = pane.height();
 }
@@ -60,7 +64,7 @@ void Lifecycle::Form_Load(const std::string& argument) {
     m_window.LayOutNow();
     MeasureWindow();
     ReadSettings();
-    m_start = WorkOutStart(argument, LoadStartPath(m.settings, FirstRunPath(m.files)), m.files);
+    m_start = WorkOutStart(argument, LoadStartPath(m.settings, {}), m.files);
     s.StartSpec = m_start.spec;
     s.StartFolder = m_start.folder;
     s.StartName = m_start.name;
@@ -107,6 +111,7 @@ void Lifecycle::ReadSettings() {
     ShowSwitches(m);
     ClearTexts();
     s.ImageLoaded = s.NoSaveOnExit = s.OneToOneNav = false;
+    m.display.SetPictureCommands(false);
     s.FileTypes = StartFileTypes(s);
     m.controls.FileListBox->SetPattern(s.FileTypes);
     SetEnabled(m.controls.FolderBackButton, s.HistHigh >= 1 && s.HistCur > 1);
@@ -124,31 +129,41 @@ void Lifecycle::RestorePlace() {
     // The first picture is fitted into the pane that the window will show.
     m_window.LayOutNow();
     m_window.SetSplitterTop(s.SplitterTop >= 1 ? s.SplitterTop : m_window.DesignSplitterTop());
-    const qreal ratio = m_window.devicePixelRatioF();
-    s.PreviewWidth = qRound(m_window.PaneSize().width() * ratio);
-    s.PreviewHeight = qRound(m_window.PaneSize().height() * ratio);
+    MeasurePane();
 }
 
 void Lifecycle::ShowFolderSettings() {
     const ProgramState& s = m.state;
     const MainControls& c = m.controls;
     const bool notes = !s.NotesFolder.empty();
-    if (notes) c.NotesFrame->setToolTip(ToQt(s.NotesFolder).toHtmlEscaped());
+    if (notes) c.NotesFrame->setToolTip(ToToolTip(s.NotesFolder));
     SetEnabled(c.DisplayNotesFolderButton, notes);
     SetEnabled(c.CommandNotesNew, notes);
     c.NotesOnlyMenu->setEnabled(notes);
     c.FilesNotesMenu->setEnabled(notes);
     if (!s.CopyImageFolder.empty()) {
-        const QString folder = ToQt(s.CopyImageFolder).toHtmlEscaped();
-        c.CopyImageButton3->setToolTip(folder);
-        c.MoveToButton->setToolTip(folder);
-        c.CJMButton->setToolTip(QStringLiteral("Convert to JPG then move to ") + folder);
-        c.GotoCopyFolderButton->setToolTip(QStringLiteral("Display CopyTo folder ") + folder);
+        const std::string& folder = s.CopyImageFolder;
+        c.CopyImageButton3->setToolTip(ToToolTip(folder));
+        c.MoveToButton->setToolTip(ToToolTip(folder));
+        c.CJMButton->setToolTip(ToToolTip("Convert to JPG then move to " + folder));
+        c.GotoCopyFolderButton->setToolTip(ToToolTip("Display CopyTo folder " + folder));
     }
     for (QAction* entry : {c.OpenButton, c.OpenButton2, c.GenerateThumbButton, c.Printc4Button,
                            c.PrintCButton, c.PrintCMButton, c.PrintCSButton})
         entry->setProperty("baseCaption", entry->text());
     c.GenerateThumbButton->setText(c.GenerateThumbButton->text() + ToCaption(s.ThumbSubFolder));
+    ShowChosenPrograms();
+}
+
+void Lifecycle::ShowChosenPrograms() {
+    const ProgramState& s = m.state;
+    const MainControls& c = m.controls;
+    for (QAction* entry : {c.OpenButton, c.OpenButton2}) {
+        entry->setText(entry->property("baseCaption").toString() + ToCaption(LastPart(s.OpenIn)));
+        entry->setVisible(!s.OpenIn.empty());
+    }
+    c.OpenButtonF->setVisible(!s.OpenIn.empty());
+    c.HtmlEditCustomButton->setVisible(!s.HtmlEditor.empty());
 }
 
 void Lifecycle::ShowListSettings() {

@@ -39,8 +39,10 @@ public:
 
 private:
     void MeasureWindow();
+    void MeasurePane();
     void ReadSettings();
     void ShowFolderSettings();
+    void ShowChosenPrograms();
     void ShowListSettings();
     void RestorePlace();
     void ClearTexts();

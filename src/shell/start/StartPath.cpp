@@ -24,9 +24,9 @@ StartPath WorkOutStart(const std::string& argument, const std::string& lastPath,
                        const Files& files) {
     StartPath start;
     if (argument.empty()) {
-        start.spec = lastPath;
-        start.folder = WithoutTrailingSeparator(FolderOf(lastPath));
-        start.name = LastPart(lastPath);
+        start.spec = FolderOf(lastPath).empty() ? FirstRunPath(files) : lastPath;
+        start.folder = WithoutTrailingSeparator(FolderOf(start.spec));
+        start.name = LastPart(start.spec);
         return start;
     }
     start.spec = WithoutQuotes(argument);

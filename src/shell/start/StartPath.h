@@ -17,7 +17,7 @@ struct StartPath {
 inline constexpr char kFirstRow[] = "NONE.JPG";
 
 // `argument` is the command line's path, empty when there was none; `lastPath` the path of the last
-// run.
+// run, empty for a first run.
 StartPath WorkOutStart(const std::string& argument, const std::string& lastPath,
                        const Files& files);
 

@@ -21,10 +21,12 @@ void DrawText(QPainter& painter, QPoint topLeft, int points, const std::string& 
 } // namespace
 
 frmSplash::frmSplash(const std::string& version, const std::string& detail)
-    : QWidget(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint),
+    // No splash type: such a window is never given the keyboard.
+    : QWidget(nullptr, Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
       m_picture(ToQt(ProgramFile("splash.png"))) {
     setObjectName(QStringLiteral("frmSplash"));
-    setAttribute(Qt::WA_DeleteOnClose, false);
+    setWindowTitle(QStringLiteral("Tarn_View"));
+    setFocusPolicy(Qt::StrongFocus);
     if (m_picture.isNull()) {
         m_picture = QPixmap(480, 300);
         m_picture.fill(Qt::black);

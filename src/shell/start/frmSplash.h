@@ -2,6 +2,7 @@
 // release of any key puts it away.
 #pragma once
 
+#include <QPixmap>
 #include <QWidget>
 
 #include <string>

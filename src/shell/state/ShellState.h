@@ -15,6 +15,7 @@ struct ShellState {
     bool FormLoadDone = false;
     bool NoSaveOnExit = false;
     bool Closing = false;
+    bool BatchRuns = false; // a command works through the list: the window redraws nothing
 };
 
 } // namespace tarn

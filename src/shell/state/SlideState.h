@@ -19,6 +19,9 @@ struct SlideState {
     int SlidesPerPage = 0;
     std::string SlideNameOnly;
 
+    bool SlideNotesOn = false;
+    int SlideNotesMode = 0; // 0 nothing, 1 the note, 2 the note and the camera data
+
     std::string SlideFont;
     int SlideFontIndex = 1;       // 1 to 6
     int SlideFontSizeIndex = 3;   // 1 to 7

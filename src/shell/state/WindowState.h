@@ -18,9 +18,8 @@ struct WindowState {
     float MainTop = 100;
     int MainWidth = 0; // 0: the design size
     int MainHeight = 0;
-    bool MainNormal = true;     // neither minimised nor maximised
-    int SplitterTop = 0;        // place of the splitter below the tree, 0: the design place
-    float FileListFontSize = 0; // points, 0: the design size
+    bool MainNormal = true; // neither minimised nor maximised
+    int SplitterTop = 0;    // place of the splitter below the tree, 0: the design place
 
     WindowPlace BrightnessPlace{100, 100, 0, 0};
     WindowPlace FilterPlace{200, 200, 0, 0};
@@ -32,6 +31,8 @@ struct WindowState {
     WindowPlace RenamePlace;
     WindowPlace LogsPlace;
     WindowPlace HtmlLayoutPlace;
+    WindowPlace NotesFolderPlace; // this and the next are written by their own windows
+    WindowPlace NewNotesPlace;
     bool OneAlwaysTop = false;
 };
 

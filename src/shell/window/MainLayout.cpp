@@ -24,7 +24,7 @@ MainLayout LayOut(QSize window, const LayoutMeasures& m) {
 
     l.folderBar = QRect(kGap, kGap, m.treeWidth, m.folderBarHeight);
     const int splitterTop = kGap + m.folderBarHeight + 2;
-    l.splitter = QRect(kGap, splitterTop, m.treeWidth, framesTop - splitterTop - 2);
+    l.splitter = QRect(kGap, splitterTop, m.treeWidth, framesTop - splitterTop);
 
     const int left = m.treeWidth + 3 * kGap;
     l.tools = QRect(left, kGap, width - left - kGap, m.toolsHeight);

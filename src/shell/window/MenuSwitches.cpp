@@ -70,9 +70,16 @@ std::vector<Choice> Choices(Context& m) {
     };
 }
 
+// The switch also sets how a show begins.
+void FollowSlideNotes(ProgramState& state) {
+    state.SlideNotesOn = state.ShowNotesSlide;
+    state.SlideNotesMode = state.ShowNotesSlide ? 1 : 0;
+}
+
 } // namespace
 
 void ShowSwitches(Context& m) {
+    FollowSlideNotes(m.state);
     for (const Switch& each : Switches(m)) each.entry->setChecked(each.field);
     for (const Choice& choice : Choices(m)) {
         QAction* row = choice.rows[static_cast<std::size_t>(choice.chosen)];
@@ -83,8 +90,9 @@ void ShowSwitches(Context& m) {
 
 void ConnectSwitches(Context& m) {
     for (const Switch& each : Switches(m))
-        Connect(each.entry, [&field = each.field, entry = each.entry] {
+        Connect(each.entry, [&state = m.state, &field = each.field, entry = each.entry] {
             field = entry->isChecked(); // a checkable entry has toggled before its command runs
+            if (&field == &state.ShowNotesSlide) FollowSlideNotes(state);
         });
     for (const Choice& choice : Choices(m))
         for (std::size_t i = 0; i < choice.rows.size(); ++i) {

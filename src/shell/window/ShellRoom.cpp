@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStatusBar>
@@ -15,14 +16,21 @@ namespace tarn {
 
 namespace {
 
-// Takes what room there is and shows the end of a path that is too long: the name.
+// Takes what room there is; of a path that is too long the end is shown, the name.
 class StatusLabel : public QLabel {
 public:
     StatusLabel() {
         setTextFormat(Qt::PlainText);
-        setTextInteractionFlags(Qt::TextSelectableByMouse);
         setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
         setObjectName(QStringLiteral("StatusBar1_Text"));
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        const QRect inside = contentsRect();
+        painter.drawText(inside, Qt::AlignLeft | Qt::AlignVCenter,
+                         fontMetrics().elidedText(text(), Qt::ElideLeft, inside.width()));
     }
 };
 
@@ -54,6 +62,7 @@ QWidget* ShellRoom::PaneWidget(Pane pane) const {
 }
 
 void ShellRoom::ShowPane(Pane pane) {
+    m.controls.VideoFrame->hide(); // the video room shows it with a clip
     if (pane == m.state.CurrentPane) return;
     QWidget* shown = PaneWidget(pane);
     const bool hadFocus = PaneWidget(m.state.CurrentPane)->hasFocus();
@@ -70,8 +79,7 @@ void ShellRoom::FocusPane() {
 }
 
 void ShellRoom::SetBusy(bool busy) {
-    if (busy == m_busy) return;
-    m_busy = busy;
+    m_busy += busy ? 1 : -1;
     if (busy)
         QApplication::setOverrideCursor(Qt::WaitCursor);
     else
@@ -85,7 +93,7 @@ void ShellRoom::ShowMessage(const std::string& text) {
 
 void ShellRoom::ShowStatus(const std::string& text) {
     m_status->setText(ToQt(text));
-    m_status->setToolTip(ToQt(text).toHtmlEscaped());
+    m_status->setToolTip(ToToolTip(text));
 }
 
 void ShellRoom::ShowError(const std::string& text) {

@@ -26,7 +26,7 @@ private:
 
     Context& m;
     class QLabel* m_status;
-    bool m_busy = false;
+    int m_busy = 0; // busy times within one another
 };
 
 } // namespace tarn

@@ -23,11 +23,12 @@ QRect BroughtBack(const QRect& place, const QList<QRect>& screens) {
             best = screen;
         }
     }
-    // Enough to take hold of: the title and some of its width.
+    // Never larger than the screen, and enough to take hold of: the title and some of its width.
     const QRect title(place.left(), place.top(), place.width(), 30);
     const QRect held = best.intersected(title);
     if (held.width() >= std::min(100, place.width()) && held.height() >= 20 &&
-        place.top() >= best.top())
+        place.top() >= best.top() && place.width() <= best.width() &&
+        place.height() <= best.height())
         return place;
     QRect back = place;
     back.setSize(place.size().boundedTo(best.size()));
@@ -46,9 +47,7 @@ void PlaceOnScreen(QWidget& window, const QRect& place) {
 }
 
 QRect PlaceOf(const QWidget& window) {
-    return QRect(window.pos(), window.isMaximized() || window.isFullScreen()
-                                   ? window.normalGeometry().size()
-                                   : window.size());
+    return QRect(window.pos(), window.size());
 }
 
 bool PlacesAreKnown() {

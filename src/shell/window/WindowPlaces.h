@@ -17,7 +17,7 @@ void PlaceOnScreen(QWidget& window, const QRect& place);
 // The nearest place inside one of the screens for a rectangle; size kept where it fits.
 QRect BroughtBack(const QRect& place, const QList<QRect>& screens);
 
-// The window's last normal place: the frame's corner, the size of the inside.
+// The window's place: the frame's corner, the size of the inside.
 QRect PlaceOf(const QWidget& window);
 
 // Whether the window system tells where windows stand.

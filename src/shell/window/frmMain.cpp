@@ -20,6 +20,7 @@
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTextBrowser>
@@ -102,6 +103,7 @@ void frmMain::MakePanels() {
     m_panes = Bar("Panes", m_area);
     m_videoFrame = Bar("VideoFrame", m_panes);
     m_bars[Place::Video] = Tight<QHBoxLayout>(m_videoFrame);
+    m_controls.VideoFrame = m_videoFrame;
     m_videoFrame->hide();
 
     m_exif = Bar("FrameExif", m_area);
@@ -154,9 +156,10 @@ void frmMain::StyleControls() {
     // A name of any length takes what room there is.
     c.NotesFrame->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     c.LabelNavKeys->setAutoFillBackground(true);
-    QPalette grey = c.LabelNavKeys->palette();
-    grey.setColor(QPalette::Window, Qt::gray);
-    c.LabelNavKeys->setPalette(grey);
+    c.LabelNavKeys->setBackgroundRole(QPalette::Mid);
+    QSizePolicy kept = c.LabelNavKeys->sizePolicy();
+    kept.setRetainSizeWhenHidden(true); // the texts beside it stand still
+    c.LabelNavKeys->setSizePolicy(kept);
     c.LabelNavKeys->setFixedSize(fontMetrics().height() * 2, fontMetrics().height() / 2);
     c.Label_error->setWordWrap(true);
     c.Label_error->setAutoFillBackground(true);
@@ -192,6 +195,7 @@ void frmMain::Measure() {
                        m_measures.messageHeight + menuBar()->sizeHint().height() +
                        statusBar()->sizeHint().height();
     m_design = QSize(std::max(width, menuBar()->sizeHint().width()), height);
+    m_design = m_design.boundedTo(screen()->availableSize());
     setMinimumSize(m_design);
 }
 
@@ -230,10 +234,6 @@ void frmMain::PlacePanes(const QRect& area) {
     c.Label_error->raise();
 }
 
-QSize frmMain::PaneSize() const {
-    return m_controls.Picture1->size();
-}
-
 int frmMain::SplitterTop() const {
     return m_splitter->sizes().value(0) * kTwipsPerPixel;
 }
@@ -269,6 +269,7 @@ void frmMain::changeEvent(QEvent* event) {
         if (!m_tools || !m_controls.FileDateText) return;
         Measure();
         LayOutNow();
+        if (onResize) onResize();
     }
 }
 

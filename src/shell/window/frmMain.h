@@ -6,7 +6,6 @@
 #include "shell/window/MainLayout.h"
 
 #include <QMainWindow>
-#include <QTimer>
 
 #include <functional>
 #include <map>
@@ -35,9 +34,6 @@ public:
 
     // Font of the file list made larger by so many points; the size as the list now reports it.
     double ChangeListFont(double by);
-
-    // The pane's size in logical pixels.
-    QSize PaneSize() const;
 
     std::function<void()> onResize;                 // the size has changed, after the layout
     std::function<void()> onClose;                  // the window is asked to close
