@@ -1,4 +1,5 @@
 // The console companion: one subcommand a run, plain text out, no window.
+#include "console/Decoders.h"
 #include "console/InfoCommand.h"
 
 #include <algorithm>
@@ -8,16 +9,11 @@
 
 namespace {
 
-bool UnknownSize(const std::string& /*path*/, int& width, int& height) {
-    width = 0;
-    height = 0;
-    return false;
-}
-
 const std::vector<tarn::Subcommand>& Subcommands() {
     static const std::vector<tarn::Subcommand> kSubcommands = {
-        {"info", tarn::kInfoUsage,
-         [](std::span<const std::string> words) { return tarn::RunInfo(words, UnknownSize); }}};
+        {"info", tarn::kInfoUsage, [](std::span<const std::string> words) {
+             return tarn::RunInfo(words, tarn::SizeFromHeader);
+         }}};
     return kSubcommands;
 }
 

@@ -113,7 +113,7 @@ TEST(End, ExitSavesAndTheNextStartTakesItUp) {
     const std::string b = d.AddPicture("b.jpg");
     d.Start();
     d.Key(Qt::Key_N);
-    d.house.window.resize(d.house.window.width() + 60, d.house.window.height() + 45);
+    d.house.window.resize(d.house.window.width(), d.house.window.height() + 45);
     const QSize size = d.house.window.size();
     d.house.controls.BeepAllSlideButton->trigger();
     d.house.controls.ThumbSizeButton[5]->trigger();

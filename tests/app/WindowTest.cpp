@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QProcess>
 
 #include <gtest/gtest.h>
 
@@ -71,6 +72,22 @@ TEST(Window, KeysStepAndEveryPlaceShowsTheSameFile) {
     QTest::keyClicks(d.house.controls.NotesBox, "nnpp ");
     EXPECT_EQ(d.Current(), "a.jpg"); // letters in a box are letters
     EXPECT_EQ(d.house.controls.NotesBox->toPlainText(), QStringLiteral("nnpp "));
+}
+
+TEST(Window, TheConsoleCompanionPrintsTheSameRows) {
+    AppDesk d;
+    std::string canon = CanonPicture();
+    canon.resize(canon.size() - 2); // the end of the file comes later
+    const std::string path =
+        d.folder.Write("a.jpg", canon + JpegBytes(TellTale(60, 40)).substr(2));
+    d.Start();
+    QProcess tarn;
+    tarn.start(QStringLiteral(TARN_PROGRAM), {"info", QString::fromStdString(path)});
+    ASSERT_TRUE(tarn.waitForFinished());
+    std::string rows = "== " + path + "\n";
+    for (int row = 0; row < d.house.controls.List1->count(); ++row) rows += d.Row(row) + "\n";
+    EXPECT_EQ(d.house.controls.List1->count(), 13);
+    EXPECT_EQ(tarn.readAllStandardOutput().toStdString(), rows);
 }
 
 TEST(Window, BrokenFilesNeverStopTheRun) {
