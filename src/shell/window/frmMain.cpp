@@ -156,7 +156,9 @@ void frmMain::StyleControls() {
     // A name of any length takes what room there is.
     c.NotesFrame->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     c.LabelNavKeys->setAutoFillBackground(true);
-    c.LabelNavKeys->setBackgroundRole(QPalette::Mid);
+    QPalette grey;
+    grey.setColor(QPalette::Window, Qt::gray);
+    c.LabelNavKeys->setPalette(grey);
     QSizePolicy kept = c.LabelNavKeys->sizePolicy();
     kept.setRetainSizeWhenHidden(true); // the texts beside it stand still
     c.LabelNavKeys->setSizePolicy(kept);
