@@ -1,4 +1,5 @@
 #include "common/paths.h"
+#include "platform/Desktop.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
 #include "platform/Files.h"
@@ -56,7 +57,8 @@ int main(int argc, char** argv) {
     const auto events = tarn::MakeEventPump();
     const auto dialogs = tarn::MakeDialogs();
     const auto sound = tarn::MakeSound();
-    tarn::House house({*files, *settings, *events, *dialogs, *sound});
+    const auto desktop = tarn::MakeDesktop();
+    tarn::House house({*files, *settings, *events, *dialogs, *sound, *desktop});
     second.Listen([&house](const std::string& handed) { house.Open(handed); });
     if (!house.Start(path, tarn::PictureLoader::ReaderError())) return 1;
     return events->ProgramEnds() ? 0 : QApplication::exec();

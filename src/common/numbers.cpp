@@ -132,11 +132,10 @@ std::string ShortestSingle(float value) {
         ToChars(value, std::chars_format::scientific, kDigits - 1); // "1.500000e-05"
     const std::size_t mark = scientific.find('e');
     const int exponent = std::atoi(scientific.c_str() + mark + 1);
-    if (exponent >= -4 && exponent < kDigits) {
+    if (exponent < kDigits) {
         return StripTrailingZeros(FormatFixed(value, kDigits - 1 - exponent));
     }
-    return StripTrailingZeros(scientific.substr(0, mark)) + (exponent < 0 ? "E-" : "E+") +
-           FormatPadded(std::abs(exponent), 2);
+    return StripTrailingZeros(scientific.substr(0, mark)) + "E+" + FormatPadded(exponent, 2);
 }
 
 long long RoundHalfEven(double value) {

@@ -25,7 +25,7 @@ std::string FormatPadded(long long value, int digits);
 std::string FormatGrouped(long long value);
 
 // Shortest text of a 32-bit float: at most 7 significant digits, no trailing zeros, no exponent
-// from 1e-4 up to below 1e7 ("50", "3.5", "0.3333333"); beyond that "1E+07", "1.5E-05".
+// below 10 million ("50", "3.5", "0.3333333", "0.00001"); from there on "1E+07".
 std::string ShortestSingle(float value);
 
 // Rounded to a whole number, halves to even.

@@ -1,5 +1,6 @@
 #include "console/InfoCommand.h"
 
+#include "common/paths.h"
 #include "console/Arguments.h"
 #include "pictureinfo/PictureInfoReader.h"
 
@@ -16,7 +17,7 @@ void Print(std::string_view text) {
 // What the window does to the record before it reads a picture.
 void BeginPicture(PictureInfo& info, const std::string& path) {
     info.Filename = path;
-    info.FileNameOnly = path.substr(path.find_last_of('/') + 1);
+    info.FileNameOnly = LastPart(path);
     info.PictureDate.clear();
     info.NoExif = false;
     info.DatesDiffer = false;

@@ -46,11 +46,14 @@ int Run(const std::vector<std::string>& words) {
         std::fputs(("tarn: unknown command " + words[0] + "\n" + UsageOfAll()).c_str(), stderr);
         return tarn::kExitBadUsage;
     }
-    if (words.size() > 1 && words[1] == "--help") {
+    const auto options = std::span(words).subspan(1);
+    const auto firstOperand = std::find_if(
+        options.begin(), options.end(), [](const auto& word) { return word.substr(0, 2) != "--"; });
+    if (std::find(options.begin(), firstOperand, "--help") != firstOperand) {
         std::fputs(("usage: " + std::string(chosen->usage) + "\n").c_str(), stdout);
         return tarn::kExitSuccess;
     }
-    return chosen->run(std::span(words).subspan(1));
+    return chosen->run(options);
 }
 
 } // namespace
@@ -59,7 +62,9 @@ int main(int argc, char** argv) {
     try {
         const int status = Run({argv + 1, argv + std::max(argc, 1)});
         // Output that did not reach its file is a failure, too.
-        return std::fflush(stdout) == 0 ? status : std::max(status, tarn::kExitFailedFile);
+        return std::fflush(stdout) == 0 && !std::ferror(stdout)
+                   ? status
+                   : std::max(status, tarn::kExitFailedFile);
     } catch (const std::exception& fault) {
         std::fputs("tarn: ", stderr);
         std::fputs(fault.what(), stderr);

@@ -160,7 +160,6 @@ void DisplayRoom::ReadInfo() {
     ProgramState& s = m.state;
     if (!s.NoExif) {
         m.info.ReadPictureInfo();
-        m.shell.ShowMessage(s.DatesDiffer ? s.FileDate : "");
         if (!s.ImageLoaded) {
             SetPictureCommands(true);
             s.ImageLoaded = true;

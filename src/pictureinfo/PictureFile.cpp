@@ -3,6 +3,7 @@
 #include "common/dates.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -21,6 +22,7 @@ ssize_t ReadFront(int file, std::int64_t fileSize, FileRecord& record) {
     std::size_t filled = 0;
     while (filled < wanted) {
         const ssize_t count = ::read(file, record.data() + filled, wanted - filled);
+        if (count < 0 && errno == EINTR) continue;
         if (count < 0 && filled == 0) return -1;
         if (count <= 0) break;
         filled += static_cast<std::size_t>(count);

@@ -32,7 +32,8 @@ void EmptyFields(PictureInfo& info) {
     for (std::string* field :
          {&info.CameraName, &info.ExpCamera, &info.ExpTime, &info.ExpAperture, &info.ExpProgram,
           &info.ExpSpeed, &info.ExpBias, &info.ExpFocus, &info.ExpFocusShort, &info.ExpMeter,
-          &info.ExpFlash, &info.ExpFlashShort, &info.ExpMagnification, &info.ExpMegapixels}) {
+          &info.ExpFlash, &info.ExpFlashShort, &info.ExpMagnification, &info.ExpMegapixels,
+          &info.PictureDate}) {
         field->clear();
     }
     info.ExifFound = false;

@@ -19,8 +19,9 @@ namespace tarn {
 class PictureInfoReader {
 public:
     // The whole record and its panel. Reads Filename, FileNameOnly, FileDate, ImageWidth and
-    // ImageHeight; the caller has emptied PictureDate and cleared NoExif, DatesDiffer and
-    // ExpOrientation. Sets NoExif when the file shows no camera data.
+    // ImageHeight; the caller has cleared NoExif and DatesDiffer. Sets NoExif when the file shows
+    // no camera data. ExpOrientation stays when the file has none: the display clears it for each
+    // picture, a show does not.
     void ReadPictureInfo(PictureInfo& info);
 
     // Only FileDate, NoExif, CameraDate, CameraDateOffset and PictureDate of `info.Filename`, for

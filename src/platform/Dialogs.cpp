@@ -2,9 +2,13 @@
 
 #include "platform/QtText.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPushButton>
+
+#include <algorithm>
 
 namespace tarn {
 
@@ -29,6 +33,19 @@ public:
     }
     bool Confirm(Icon icon, const std::string& title, const std::string& text) override {
         return Box(icon, title, text, QMessageBox::Ok | QMessageBox::Cancel) == QMessageBox::Ok;
+    }
+    int Choose(Icon icon, const std::string& title, const std::string& text,
+               const std::vector<std::string>& buttons) override {
+        QMessageBox box(BoxIcon(icon), ToQt(title), ToQt(text), QMessageBox::NoButton,
+                        QApplication::activeWindow());
+        box.setTextFormat(Qt::PlainText);
+        std::vector<QAbstractButton*> made;
+        for (const std::string& caption : buttons)
+            made.push_back(box.addButton(ToCaption(caption), QMessageBox::ActionRole));
+        box.setEscapeButton(made.back());
+        box.exec();
+        const auto pressed = std::find(made.begin(), made.end(), box.clickedButton());
+        return static_cast<int>((pressed == made.end() ? made.end() - 1 : pressed) - made.begin());
     }
     std::string OpenFile(const std::string& title, const std::string& folder,
                          const std::string& filter) override {

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace tarn {
 
@@ -17,6 +18,10 @@ public:
 
     // A box with OK and Cancel; true for OK.
     virtual bool Confirm(Icon icon, const std::string& title, const std::string& text) = 0;
+
+    // A box with these buttons; the index of the one pressed, that of the last when it is closed.
+    virtual int Choose(Icon icon, const std::string& title, const std::string& text,
+                       const std::vector<std::string>& buttons) = 0;
 
     // An existing file or folder; empty when cancelled.
     virtual std::string OpenFile(const std::string& title, const std::string& folder,

@@ -1,5 +1,8 @@
 #include "platform/Files.h"
 
+#include "common/paths.h"
+#include "common/text.h"
+#include "platform/DiskChanges.h"
 #include "platform/QtText.h"
 
 #include <QStandardPaths>
@@ -35,7 +38,7 @@ bool ForEachEntry(const std::string& folder, std::string* error, Visit visit) {
     return !code;
 }
 
-class DiskFiles : public Files {
+class DiskFiles : public DiskChanges {
 public:
     bool Exists(const std::string& path) const override {
         struct stat info {};
@@ -75,6 +78,19 @@ public:
         const fs::path absolute = fs::absolute(path, code);
         return code ? path : absolute.lexically_normal().string();
     }
+    std::optional<std::string> FindAnyCase(const std::string& path) const override {
+        if (Exists(path)) return path;
+        const std::string folder = FolderOf(path);
+        const std::string wanted = FoldCase(LastPart(path));
+        std::optional<std::string> found;
+        std::error_code code;
+        fs::directory_iterator at(folder.empty() ? "." : folder, code);
+        for (; !code && at != fs::directory_iterator() && !found; at.increment(code)) {
+            const std::string name = at->path().filename().string();
+            if (FoldCase(name) == wanted) found = JoinPath(folder, name);
+        }
+        return found;
+    }
     std::string HomeFolder() const override {
         return FromQt(QStandardPaths::writableLocation(QStandardPaths::HomeLocation));
     }
@@ -82,6 +98,15 @@ public:
         const std::string folder =
             FromQt(QStandardPaths::writableLocation(QStandardPaths::PicturesLocation));
         return folder != HomeFolder() && IsFolder(folder) ? folder : std::string();
+    }
+    std::string StateFolder() const override {
+        const QByteArray chosen = qgetenv("XDG_STATE_HOME");
+        const std::string folder =
+            (chosen.isEmpty() ? HomeFolder() + "/.local/state" : chosen.toStdString()) +
+            "/tarn-view";
+        std::error_code ignored; // who writes there will say what is the matter
+        fs::create_directories(folder, ignored);
+        return folder;
     }
 };
 

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tarn {
@@ -30,11 +31,41 @@ public:
     // Names of the visible folders in a folder, unsorted; empty when it cannot be read.
     virtual std::vector<std::string> FolderNames(const std::string& folder) const = 0;
 
+    // An existing path that differs from this one at most in the case of its last part: the path
+    // itself when it is there, else the first such name of the folder; none when there is none.
+    virtual std::optional<std::string> FindAnyCase(const std::string& path) const = 0;
+
+    // The first `most` bytes of a file. None and the system's text when it cannot be read.
+    virtual std::optional<std::string> Read(const std::string& path, std::size_t most,
+                                            std::string* error = nullptr) const = 0;
+
+    // The verbs below change the disk. Each is false, with the system's text in `error`, when it
+    // could not be done; everything then stands as it stood.
+
+    // The whole file anew: written beside it, flushed, given its mode, renamed over it, through
+    // links to the file they lead to; so whoever looks finds the old bytes or the new ones. Where
+    // no file can be made beside it but it can be written itself, it is written in place.
+    virtual bool Write(const std::string& path, std::string_view bytes, std::string* error) = 0;
+
+    // Into the desktop's wastebasket; never deletes for good.
+    virtual bool Trash(const std::string& path, std::string* error) = 0;
+
+    // A new name on the same file system; refused when something stands there, unless it is the
+    // same file under another case.
+    virtual bool Rename(const std::string& from, const std::string& to, std::string* error) = 0;
+
+    // A copy with mode and times, written beside its target, flushed and renamed into place.
+    // Refused when both are the same file; what stood at the target goes to the wastebasket first.
+    virtual bool Copy(const std::string& from, const std::string& to, std::string* error) = 0;
+
+    virtual bool MakeFolder(const std::string& path, std::string* error) = 0;
+
     // The path made absolute against the working folder, links left as they are.
     virtual std::string Absolute(const std::string& path) const = 0;
 
     virtual std::string HomeFolder() const = 0;
     virtual std::string PicturesFolder() const = 0; // empty when there is none
+    virtual std::string StateFolder() const = 0;    // of the program's own, made when missing
 };
 
 std::unique_ptr<Files> MakeFiles();

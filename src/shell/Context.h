@@ -8,6 +8,7 @@
 
 namespace tarn {
 
+class Desktop;
 class Dialogs;
 class EventPump;
 class Files;
@@ -25,11 +26,12 @@ struct Context {
     VideoCommands& video;
     ShellCommands& shell;
 
-    const Files& files;
+    Files& files;
     SettingsStore& settings;
     EventPump& events;
     Dialogs& dialogs;
     Sound& sound;
+    Desktop& desktop;
 };
 
 } // namespace tarn

@@ -22,8 +22,8 @@ constexpr int kResizeRest = 250; // milliseconds after the last change of size
 } // namespace
 
 House::House(const Platform& p)
-    : context{state, controls, navigation, display,  info,      notes,  video,
-              shell, p.files,  p.settings, p.events, p.dialogs, p.sound},
+    : context{state, controls, navigation, display,  info,      notes,   video,
+              shell, p.files,  p.settings, p.events, p.dialogs, p.sound, p.desktop},
       window(controls, p.files), shell(context, *window.statusBar()), navigation(context),
       display(context), info(context), video(context), keys(context),
       lifecycle(context, window, navigation) {

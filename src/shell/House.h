@@ -20,11 +20,12 @@ namespace tarn {
 
 // The outside, as the program or a test brings it.
 struct Platform {
-    const Files& files;
+    Files& files;
     SettingsStore& settings;
     EventPump& events;
     Dialogs& dialogs;
     Sound& sound;
+    Desktop& desktop;
 };
 
 class House {

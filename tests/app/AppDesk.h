@@ -4,6 +4,7 @@
 
 #include "PictureFiles.h"
 #include "support/ExifBuilder.h"
+#include "support/ForwardingFiles.h"
 #include "support/RecordingRooms.h"
 #include "support/TestFolder.h"
 
@@ -27,34 +28,25 @@
 
 namespace tarn::testing {
 
-// Lets a test look on at the moment when a file is asked for its date.
-class WatchedFiles : public Files {
+// The test's own home, and a look on at the moment when a file is asked for its date.
+class WatchedFiles : public ForwardingFiles {
 public:
     std::function<void(const std::string&)> onModifiedTime;
     std::string unreadable; // a folder that cannot be read
+    std::string home;
 
-    bool Exists(const std::string& p) const override { return m_real->Exists(p); }
-    bool IsFolder(const std::string& p) const override { return m_real->IsFolder(p); }
     std::optional<std::int64_t> ModifiedTime(const std::string& p, std::string* e) const override {
         if (onModifiedTime) onModifiedTime(p);
-        return m_real->ModifiedTime(p, e);
+        return real->ModifiedTime(p, e);
     }
     std::optional<std::vector<std::string>> FileNames(const std::string& f,
                                                       std::string* e) const override {
         if (f == unreadable) return {};
-        return m_real->FileNames(f, e);
+        return real->FileNames(f, e);
     }
-    std::vector<std::string> FolderNames(const std::string& f) const override {
-        return m_real->FolderNames(f);
-    }
-    std::string Absolute(const std::string& p) const override { return m_real->Absolute(p); }
-    std::string HomeFolder() const override { return m_home; }
+    std::string HomeFolder() const override { return home; }
     std::string PicturesFolder() const override { return {}; }
-    void SetHome(const std::string& home) { m_home = home; }
-
-private:
-    std::unique_ptr<Files> m_real = MakeFiles();
-    std::string m_home;
+    std::string StateFolder() const override { return home; }
 };
 
 class QuickPump : public EventPump {
@@ -79,7 +71,8 @@ struct AppDesk {
     QuickPump events;
     ScriptedDialogs dialogs;
     RecordingSound sound{calls};
-    House house{Platform{files, *settings, events, dialogs, sound}};
+    RecordingDesktop desktop{calls};
+    House house{Platform{files, *settings, events, dialogs, sound, desktop}};
 
     std::string AddPicture(const std::string& name, int width = 60, int height = 40) {
         return folder.Write(name, JpegBytes(TellTale(width, height)));
@@ -91,6 +84,8 @@ struct AppDesk {
         const auto* item = house.controls.List1->item(row);
         return item ? item->text().toStdString() : "none";
     }
+    AppDesk() { files.home = settingsFolder.Path(); }
+
     // What the window shows of one file in all places, when it agrees; else the places.
     std::string Current() const {
         const ProgramState& s = house.state;

@@ -95,7 +95,7 @@ TEST(Start, AMissingFolderLeavesTheProgramUsable) {
 TEST(Start, AFirstRunShowsTheFirstPictureOfTheHomeFolder) {
     AppDesk d;
     d.AddPicture("a.jpg");
-    d.files.SetHome(d.folder.Path());
+    d.files.home = d.folder.Path();
     d.Start("");
     EXPECT_EQ(d.Current(), "a.jpg");
 }
@@ -122,7 +122,7 @@ TEST(End, ExitSavesAndTheNextStartTakesItUp) {
     EXPECT_EQ(d.settings->Read("filespec_default", ""), b);
 
     QuickPump events;
-    House next({d.files, *d.settings, events, d.dialogs, d.sound});
+    House next({d.files, *d.settings, events, d.dialogs, d.sound, d.desktop});
     ASSERT_TRUE(next.Start("", {}));
     EXPECT_EQ(next.state.Filename, b);
     EXPECT_EQ(next.window.size(), size);

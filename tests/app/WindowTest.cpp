@@ -76,17 +76,31 @@ TEST(Window, KeysStepAndEveryPlaceShowsTheSameFile) {
 
 TEST(Window, TheConsoleCompanionPrintsTheSameRows) {
     AppDesk d;
-    std::string canon = CanonPicture();
-    canon.resize(canon.size() - 2); // the end of the file comes later
-    const std::string path =
-        d.folder.Write("a.jpg", canon + JpegBytes(TellTale(60, 40)).substr(2));
+    const std::string picture = JpegBytes(TellTale(60, 40));
+    const auto with = [&](std::string head) { // camera data in front, the picture behind
+        return head.substr(0, head.size() - 2) + picture.substr(2);
+    };
+    const std::vector<std::string> paths{
+        d.folder.Write("a.jpg", with(CanonPicture())), d.folder.Write("b.jpg", picture),
+        d.folder.Write("c.jpg", with(NikonPicture())), d.folder.Write("d.jpg", picture)};
     d.Start();
+    std::string rows;
+    QStringList arguments{QStringLiteral("info")};
+    for (const std::string& path : paths) {
+        arguments << QString::fromStdString(path);
+        EXPECT_EQ(d.house.state.Filename, path);
+        const bool dated = d.house.state.NoExif == false;
+        EXPECT_EQ(d.house.controls.List1->count(), dated ? 13 : 3);
+        EXPECT_EQ(d.house.controls.MpixelText->text(), QStringLiteral("0.0 Mp"));
+        EXPECT_EQ(d.house.controls.FileSizeText->text().toStdString(), d.house.state.FileSizeText);
+        EXPECT_EQ(d.house.controls.FileDateText->text().isEmpty(), !dated);
+        rows += "== " + path + "\n";
+        for (int row = 0; row < d.house.controls.List1->count(); ++row) rows += d.Row(row) + "\n";
+        d.Key(Qt::Key_N);
+    }
     QProcess tarn;
-    tarn.start(QStringLiteral(TARN_PROGRAM), {"info", QString::fromStdString(path)});
+    tarn.start(QStringLiteral(TARN_PROGRAM), arguments);
     ASSERT_TRUE(tarn.waitForFinished());
-    std::string rows = "== " + path + "\n";
-    for (int row = 0; row < d.house.controls.List1->count(); ++row) rows += d.Row(row) + "\n";
-    EXPECT_EQ(d.house.controls.List1->count(), 13);
     EXPECT_EQ(tarn.readAllStandardOutput().toStdString(), rows);
 }
 

@@ -57,7 +57,7 @@ TEST(Numbers, ShortestTextOfSingles) {
     EXPECT_EQ(ShortestSingle(1234566.5F), "1234567");
     EXPECT_EQ(ShortestSingle(9999999), "9999999");
     EXPECT_EQ(ShortestSingle(1e7F), "1E+07");
-    EXPECT_EQ(ShortestSingle(1.5e-5F), "1.5E-05");
+    EXPECT_EQ(ShortestSingle(1.5e-5F), "0.000015");
     EXPECT_EQ(ShortestSingle(0), "0");
 }
 

@@ -79,6 +79,12 @@ TEST(Tarn, TellsItsUsage) {
     EXPECT_EQ(Tarn("info --help").status, 0);
     EXPECT_EQ(Tarn("--version").out.find("tarn "), 0U);
     EXPECT_EQ(Tarn("info --help > /dev/full").status, 1);
+    // Lost on the way, not only with the last bytes.
+    const TestFolder folder;
+    const std::string good = folder.Write("a.jpg", CanonPicture());
+    std::string many = "info";
+    for (int i = 0; i < 20; ++i) many += " " + good;
+    EXPECT_EQ(Tarn(many + " > /dev/full").status, 1);
 }
 
 TEST(Arguments, OptionsComeFirst) {

@@ -77,9 +77,10 @@ struct Desk {
     RecordingVideo video{calls};
     RecordingShell shell{calls};
     RecordingSound sound{calls};
+    RecordingDesktop desktop{calls};
     WatchedRoom room{context, calls};
     Context context{state, controls, navigation, room,    info,    notes, video,
-                    shell, *files,   *settings,  *events, dialogs, sound};
+                    shell, *files,   *settings,  *events, dialogs, sound, desktop};
 
     Desk() {
         MakeControls(controls, *files, [this](QWidget* widget, Place) {

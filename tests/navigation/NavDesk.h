@@ -36,9 +36,10 @@ struct NavDesk {
     RecordingInfo info{calls};
     RecordingNotes notes{calls};
     RecordingSound sound{calls};
+    RecordingDesktop desktop{calls};
     NavigationRoom room{context};
     Context context{state, controls, room,      display, info,    notes, video,
-                    shell, *files,   *settings, *events, dialogs, sound};
+                    shell, *files,   *settings, *events, dialogs, sound, desktop};
 
     NavDesk() {
         MakeControls(controls, *files,

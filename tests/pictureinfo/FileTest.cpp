@@ -80,7 +80,6 @@ TEST_F(Files, DatePassSetsTheDatesOnly) {
     exif.Short(274, 6);
     info_.NoExif = true;
     info_.CameraDateIndex = 7;
-    SetFileTime(folder_.Write("a.jpg", ""), 2003, 12, 31, 0, 5, 9);
     const std::string path = folder_.Write("a.jpg", exif.Jpeg());
     SetFileTime(path, 2003, 12, 31, 0, 5, 9);
     info_.Filename = path;

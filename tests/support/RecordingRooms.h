@@ -1,6 +1,7 @@
 // Rooms and outside that write down what they are asked, one line a call.
 #pragma once
 
+#include "platform/Desktop.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
 #include "platform/Sound.h"
@@ -74,6 +75,28 @@ struct RecordingSound : Sound {
     Calls& calls;
 };
 
+struct RecordingDesktop : Desktop {
+    explicit RecordingDesktop(Calls& written) : calls(written) {}
+    std::string StartProgram(const std::string& program, const std::string& path) override {
+        calls.push_back("start " + program + " " + path);
+        return failure;
+    }
+    std::string OpenAssociated(const std::string& path) override {
+        calls.push_back("open " + path);
+        return failure;
+    }
+    std::string EditText(const std::string& path) override {
+        calls.push_back("edit " + path);
+        return failure;
+    }
+    std::string ShowInFileManager(const std::string& folder, const std::string& file) override {
+        calls.push_back("manager " + folder + " " + file);
+        return failure;
+    }
+    Calls& calls;
+    std::string failure;
+};
+
 // Answers from a list, first come first served; an empty list cancels.
 struct ScriptedDialogs : Dialogs {
     void Message(Icon, const std::string& title, const std::string& text) override {
@@ -82,6 +105,14 @@ struct ScriptedDialogs : Dialogs {
     bool Confirm(Icon, const std::string& title, const std::string& text) override {
         shown.push_back(title + "|" + text);
         return !Next().empty();
+    }
+    int Choose(Icon, const std::string& title, const std::string& text,
+               const std::vector<std::string>& buttons) override {
+        shown.push_back(title + "|" + text);
+        const std::string answer = Next();
+        for (std::size_t i = 0; i < buttons.size(); ++i)
+            if (buttons[i] == answer) return static_cast<int>(i);
+        return static_cast<int>(buttons.size()) - 1;
     }
     std::string OpenFile(const std::string& title, const std::string&,
                          const std::string&) override {

@@ -1,5 +1,5 @@
 // Brings what the reader finds into the window: the camera data panel, the small texts, and the
-// commands that need a dated picture.
+// commands that need camera data.
 #pragma once
 
 #include "pictureinfo/PictureInfoReader.h"

@@ -1,0 +1,24 @@
+// Programs outside: started without a shell, the path as one argument.
+#pragma once
+
+#include <memory>
+#include <string>
+
+namespace tarn {
+
+class Desktop {
+public:
+    virtual ~Desktop() = default;
+
+    // Each returns why it could not be done, empty when it was.
+    virtual std::string StartProgram(const std::string& program, const std::string& path) = 0;
+    virtual std::string OpenAssociated(const std::string& path) = 0; // the desktop's choice
+    virtual std::string EditText(const std::string& path) = 0;       // its editor for plain text
+
+    // The file manager on the folder, the file marked where possible (empty: none).
+    virtual std::string ShowInFileManager(const std::string& folder, const std::string& file) = 0;
+};
+
+std::unique_ptr<Desktop> MakeDesktop();
+
+} // namespace tarn

@@ -1,0 +1,214 @@
+#include "platform/DiskChanges.h"
+
+#include "common/paths.h"
+#include "common/text.h"
+#include "platform/QtText.h"
+
+#include <QDir>
+#include <QFile>
+#include <QStandardPaths>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace tarn {
+
+namespace {
+
+bool Fail(std::string* error, int code = errno) {
+    if (error) *error = std::strerror(code);
+    return false;
+}
+
+// Closes when it goes.
+class Handle {
+public:
+    explicit Handle(int number) : m_number(number) {}
+    ~Handle() {
+        if (m_number >= 0) ::close(m_number);
+    }
+    Handle(const Handle&) = delete;
+    Handle& operator=(const Handle&) = delete;
+
+    explicit operator bool() const { return m_number >= 0; }
+    int Number() const { return m_number; }
+
+private:
+    int m_number;
+};
+
+bool WriteAll(int file, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(file, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) return false;
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+// What is renamed is on the disk only when its folder is.
+void FlushFolder(const std::string& folder) {
+    const Handle handle(::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY));
+    if (handle) ::fsync(handle.Number());
+}
+
+// A new file beside its target that is gone again unless it is put into place.
+class Beside {
+public:
+    explicit Beside(const std::string& target)
+        : m_target(target), m_path(JoinPath(FolderOf(target), ".tarn-XXXXXX")),
+          m_file(::mkostemp(m_path.data(), O_CLOEXEC)) {}
+    ~Beside() {
+        if (m_file && !m_placed) ::unlink(m_path.c_str());
+    }
+
+    explicit operator bool() const { return static_cast<bool>(m_file); }
+    int Number() const { return m_file.Number(); }
+
+    bool Place() {
+        if (::fsync(m_file.Number()) != 0) return false;
+        if (::rename(m_path.c_str(), m_target.c_str()) != 0) return false;
+        m_placed = true;
+        FlushFolder(FolderOf(m_target));
+        return true;
+    }
+
+private:
+    std::string m_target;
+    std::string m_path;
+    Handle m_file;
+    bool m_placed = false;
+};
+
+// Where a chain of links ends; the path itself when it is none.
+std::string BehindLinks(const std::string& path) {
+    std::array<char, PATH_MAX> real{};
+    return ::realpath(path.c_str(), real.data()) ? std::string(real.data()) : path;
+}
+
+// The mode a new file gets: that of the one it replaces, or what a plain open would have given.
+mode_t ModeFor(const std::string& target) {
+    struct stat info {};
+    if (::stat(target.c_str(), &info) == 0) return info.st_mode & 07777;
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return 0666 & ~mask;
+}
+
+bool WriteInPlace(const std::string& path, std::string_view bytes, std::string* error) {
+    const Handle file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
+    if (!file || !WriteAll(file.Number(), bytes) ||
+        ::ftruncate(file.Number(), static_cast<off_t>(bytes.size())) != 0 ||
+        ::fsync(file.Number()) != 0)
+        return Fail(error);
+    return true;
+}
+
+bool CopyBytes(int from, int to) {
+    for (;;) {
+        const ssize_t copied = ::copy_file_range(from, nullptr, to, nullptr, 1 << 30, 0);
+        if (copied == 0) break;
+        if (copied > 0) continue;
+        if (errno != EXDEV && errno != EINVAL && errno != ENOSYS && errno != EOPNOTSUPP)
+            return false;
+        std::array<char, 1 << 16> buffer{}; // file systems that know no copying of their own
+        for (ssize_t got = 0; (got = ::read(from, buffer.data(), buffer.size())) != 0;) {
+            if (got < 0) return false;
+            if (!WriteAll(to, {buffer.data(), static_cast<std::size_t>(got)})) return false;
+        }
+        break;
+    }
+    return true;
+}
+
+bool SameFile(const struct stat& a, const struct stat& b) {
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
+} // namespace
+
+std::optional<std::string> DiskChanges::Read(const std::string& path, std::size_t most,
+                                             std::string* error) const {
+    const Handle file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!file) return Fail(error), std::nullopt;
+    std::string bytes;
+    std::array<char, 1 << 16> buffer{};
+    while (bytes.size() < most) {
+        const std::size_t wanted = std::min(buffer.size(), most - bytes.size());
+        const ssize_t got = ::read(file.Number(), buffer.data(), wanted);
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) return Fail(error), std::nullopt;
+        if (got == 0) break;
+        bytes.append(buffer.data(), static_cast<std::size_t>(got));
+    }
+    return bytes;
+}
+
+bool DiskChanges::Write(const std::string& path, std::string_view bytes, std::string* error) {
+    const std::string target = BehindLinks(path);
+    Beside file(target);
+    if (!file) {
+        const int why = errno;
+        return ::access(target.c_str(), W_OK) == 0 ? WriteInPlace(target, bytes, error)
+                                                   : Fail(error, why);
+    }
+    if (!WriteAll(file.Number(), bytes) || ::fchmod(file.Number(), ModeFor(target)) != 0 ||
+        !file.Place())
+        return Fail(error);
+    return true;
+}
+
+bool DiskChanges::Trash(const std::string& path, std::string* error) {
+    // A new user has no such folder, and the wastebasket is not made without it.
+    QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
+    QFile file(QFile::decodeName(path.c_str()));
+    if (file.moveToTrash()) return true;
+    if (error) *error = FromQt(file.errorString());
+    return false;
+}
+
+bool DiskChanges::Rename(const std::string& from, const std::string& to, std::string* error) {
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
+        return true;
+    if (errno != EINVAL && errno != ENOSYS && errno != EEXIST) return Fail(error);
+    // File systems without such a rename, and those on which another case is the same name.
+    struct stat source {};
+    struct stat target {};
+    if (::lstat(from.c_str(), &source) != 0) return Fail(error);
+    const bool stands = ::lstat(to.c_str(), &target) == 0;
+    const bool sameName = stands && SameFile(source, target) && FoldCase(from) == FoldCase(to);
+    if (stands && !sameName) return Fail(error, EEXIST);
+    return ::rename(from.c_str(), to.c_str()) == 0 || Fail(error);
+}
+
+bool DiskChanges::Copy(const std::string& from, const std::string& to, std::string* error) {
+    const Handle source(::open(from.c_str(), O_RDONLY | O_CLOEXEC));
+    struct stat info {};
+    if (!source || ::fstat(source.Number(), &info) != 0) return Fail(error);
+    if (!S_ISREG(info.st_mode)) return Fail(error, S_ISDIR(info.st_mode) ? EISDIR : EINVAL);
+    struct stat target {};
+    const bool stands = ::stat(to.c_str(), &target) == 0;
+    if (stands && SameFile(info, target)) return Fail(error, EEXIST);
+
+    Beside file(to);
+    const timespec times[2] = {info.st_atim, info.st_mtim};
+    if (!file || !CopyBytes(source.Number(), file.Number()) ||
+        ::fchmod(file.Number(), info.st_mode & 07777) != 0 || ::futimens(file.Number(), times) != 0)
+        return Fail(error);
+    if (stands && !Trash(to, error)) return false;
+    return file.Place() || Fail(error);
+}
+
+bool DiskChanges::MakeFolder(const std::string& path, std::string* error) {
+    return ::mkdir(path.c_str(), 0777) == 0 || Fail(error);
+}
+
+} // namespace tarn

@@ -1,0 +1,19 @@
+// The part of Files that reads and changes bytes on the disk.
+#pragma once
+
+#include "platform/Files.h"
+
+namespace tarn {
+
+class DiskChanges : public Files {
+public:
+    std::optional<std::string> Read(const std::string& path, std::size_t most,
+                                    std::string* error) const override;
+    bool Write(const std::string& path, std::string_view bytes, std::string* error) override;
+    bool Trash(const std::string& path, std::string* error) override;
+    bool Rename(const std::string& from, const std::string& to, std::string* error) override;
+    bool Copy(const std::string& from, const std::string& to, std::string* error) override;
+    bool MakeFolder(const std::string& path, std::string* error) override;
+};
+
+} // namespace tarn

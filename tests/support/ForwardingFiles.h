@@ -1,0 +1,69 @@
+// The real file system, with a place for a test to look on or to make single calls fail.
+#pragma once
+
+#include "platform/Files.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace tarn::testing {
+
+class ForwardingFiles : public Files {
+public:
+    // Asked before every call that changes the disk, with the verb and the path; a text makes the
+    // call fail with it.
+    std::function<std::string(const std::string& verb, const std::string& path)> onChange;
+
+    bool Exists(const std::string& p) const override { return real->Exists(p); }
+    bool IsFolder(const std::string& p) const override { return real->IsFolder(p); }
+    std::optional<std::int64_t> ModifiedTime(const std::string& p, std::string* e) const override {
+        return real->ModifiedTime(p, e);
+    }
+    std::optional<std::vector<std::string>> FileNames(const std::string& f,
+                                                      std::string* e) const override {
+        return real->FileNames(f, e);
+    }
+    std::vector<std::string> FolderNames(const std::string& f) const override {
+        return real->FolderNames(f);
+    }
+    std::optional<std::string> FindAnyCase(const std::string& p) const override {
+        return real->FindAnyCase(p);
+    }
+    std::optional<std::string> Read(const std::string& p, std::size_t most,
+                                    std::string* e) const override {
+        return real->Read(p, most, e);
+    }
+    bool Write(const std::string& p, std::string_view b, std::string* e) override {
+        return May("write", p, e) && real->Write(p, b, e);
+    }
+    bool Trash(const std::string& p, std::string* e) override {
+        return May("trash", p, e) && real->Trash(p, e);
+    }
+    bool Rename(const std::string& from, const std::string& to, std::string* e) override {
+        return May("rename", from, e) && real->Rename(from, to, e);
+    }
+    bool Copy(const std::string& from, const std::string& to, std::string* e) override {
+        return May("copy", from, e) && real->Copy(from, to, e);
+    }
+    bool MakeFolder(const std::string& p, std::string* e) override {
+        return May("folder", p, e) && real->MakeFolder(p, e);
+    }
+    std::string Absolute(const std::string& p) const override { return real->Absolute(p); }
+    std::string HomeFolder() const override { return real->HomeFolder(); }
+    std::string PicturesFolder() const override { return real->PicturesFolder(); }
+    std::string StateFolder() const override { return real->StateFolder(); }
+
+protected:
+    std::unique_ptr<Files> real = MakeFiles();
+
+private:
+    bool May(const std::string& verb, const std::string& path, std::string* error) const {
+        const std::string refusal = onChange ? onChange(verb, path) : std::string();
+        if (refusal.empty()) return true;
+        if (error) *error = refusal;
+        return false;
+    }
+};
+
+} // namespace tarn::testing
