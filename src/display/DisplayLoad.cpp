@@ -92,6 +92,7 @@ void DisplayRoom::BeginPicture() {
     s.FileDate = FileDateText(m.files, s.Filename);
     s.PanelRows.clear();
     m.controls.List1->clear();
+    s.HistoryListed = false;
 }
 
 // The size comes first and from the header, so that it is known even of a file that fails later.

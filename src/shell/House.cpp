@@ -4,6 +4,7 @@
 #include "platform/Dialogs.h"
 #include "platform/FileListBox.h"
 #include "platform/PictureBox.h"
+#include "shell/help/HelpPages.h"
 #include "shell/window/MenuSwitches.h"
 
 #include <QAction>
@@ -25,12 +26,15 @@ House::House(const Platform& p)
     : context{state, controls, navigation, display,  info,      notes,   video,
               shell, p.files,  p.settings, p.events, p.dialogs, p.sound, p.desktop},
       window(controls, p.files), shell(context, *window.statusBar()), navigation(context),
-      display(context), info(context), video(context), keys(context),
-      lifecycle(context, window, navigation) {
+      display(context), info(context), video(context), importExport(context), programs(context),
+      keys(context), lifecycle(context, window, navigation, programs) {
     navigation.ConnectControls();
     display.ConnectControls();
+    importExport.ConnectControls();
+    programs.ConnectControls();
     ConnectSwitches(context);
     WireFile();
+    WireHelp();
     WireWindow();
 }
 
@@ -43,8 +47,31 @@ void House::WireFile() {
     Connect(c.Exit, [this] { lifecycle.Exit_Click(); });
     Connect(c.RemoveRegButton, [this] { lifecycle.RemoveRegButton_Click(); });
     Connect(c.VersionButton, [this] { lifecycle.VersionButton_Click(); });
+    Connect(c.ShowLogsButton, [this] { ShowLogsButton_Click(); });
+}
+
+void House::WireHelp() {
+    const MainControls& c = controls;
     Connect(c.HelpInitPictureButton, [this] { lifecycle.VersionButton_Click(); });
     Connect(c.HelpRegistryEntriesButton, [this] { lifecycle.HelpRegistryEntriesButton_Click(); });
+    struct Entry {
+        QAction* entry;
+        int page;
+    };
+    for (const Entry& help :
+         {Entry{c.HelpPicNavButton, kHelpNavigation}, Entry{c.HelpSlideButton, kHelpSlides},
+          Entry{c.HelpSizeButton, kHelpSizeWindow}, Entry{c.HelpOneButton, kHelpOneToOne},
+          Entry{c.HelpNotesFolderButton, kHelpFolders},
+          Entry{c.HelpPictureFileDateButton, kHelpFileDate},
+          Entry{c.HelpThumbFolderButton, kHelpThumbFolder},
+          Entry{c.HelpThumbSizeButton, kHelpThumbSizes},
+          Entry{c.HelpPrintCButton, kHelpPrintLayouts}})
+        Connect(help.entry, [this, page = help.page] { shell.ShowHelpPage(page); });
+}
+
+void House::ShowLogsButton_Click() {
+    if (!m_logs) m_logs = std::make_unique<frmLogs>(context);
+    m_logs->ShowFolder();
 }
 
 void House::WireWindow() {
@@ -57,6 +84,7 @@ void House::WireWindow() {
     QObject::connect(&m_resizeTimer, &QTimer::timeout, [this] { ResizeTimer_Timer(); });
     QObject::connect(controls.FileListBox, &FileListBox::diskChanged, controls.FolderChangedLabel,
                      &QLabel::setVisible);
+    Connect(controls.BatchCancelButton, [this] { state.BatchCancelled = true; });
     const auto font = [this](double by) {
         const double size = window.ChangeListFont(by);
         shell.ShowMessage("FileListBox font set to " + ShortestSingle(static_cast<float>(size)));

@@ -11,10 +11,12 @@
 #include "platform/PictureBox.h"
 #include "platform/QtText.h"
 #include "platform/SettingsStore.h"
+#include "shell/outside/OutsidePrograms.h"
+#include "shell/places/WindowPlaces.h"
 #include "shell/settings/Settings.h"
 #include "shell/start/frmSplash.h"
 #include "shell/window/MenuSwitches.h"
-#include "shell/window/WindowPlaces.h"
+
 #include "shell/window/frmMain.h"
 
 #include <QAction>
@@ -27,8 +29,9 @@
 
 namespace tarn {
 
-Lifecycle::Lifecycle(Context& context, frmMain& window, NavigationRoom& navigation)
-    : m(context), m_window(window), m_navigation(navigation) {}
+Lifecycle::Lifecycle(Context& context, frmMain& window, NavigationRoom& navigation,
+                     OutsidePrograms& programs)
+    : m(context), m_window(window), m_navigation(navigation), m_programs(programs) {}
 
 Lifecycle::~Lifecycle() = default;
 
@@ -148,22 +151,11 @@ void Lifecycle::ShowFolderSettings() {
         c.CJMButton->setToolTip(ToToolTip("Convert to JPG then move to " + folder));
         c.GotoCopyFolderButton->setToolTip(ToToolTip("Display CopyTo folder " + folder));
     }
-    for (QAction* entry : {c.OpenButton, c.OpenButton2, c.GenerateThumbButton, c.Printc4Button,
-                           c.PrintCButton, c.PrintCMButton, c.PrintCSButton})
+    for (QAction* entry :
+         {c.GenerateThumbButton, c.Printc4Button, c.PrintCButton, c.PrintCMButton, c.PrintCSButton})
         entry->setProperty("baseCaption", entry->text());
     c.GenerateThumbButton->setText(c.GenerateThumbButton->text() + ToCaption(s.ThumbSubFolder));
-    ShowChosenPrograms();
-}
-
-void Lifecycle::ShowChosenPrograms() {
-    const ProgramState& s = m.state;
-    const MainControls& c = m.controls;
-    for (QAction* entry : {c.OpenButton, c.OpenButton2}) {
-        entry->setText(entry->property("baseCaption").toString() + ToCaption(LastPart(s.OpenIn)));
-        entry->setVisible(!s.OpenIn.empty());
-    }
-    c.OpenButtonF->setVisible(!s.OpenIn.empty());
-    c.HtmlEditCustomButton->setVisible(!s.HtmlEditor.empty());
+    m_programs.ShowChosenPrograms();
 }
 
 void Lifecycle::ShowListSettings() {

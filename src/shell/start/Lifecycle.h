@@ -12,10 +12,12 @@ namespace tarn {
 class frmMain;
 class frmSplash;
 class NavigationRoom;
+class OutsidePrograms;
 
 class Lifecycle {
 public:
-    Lifecycle(Context& context, frmMain& window, NavigationRoom& navigation);
+    Lifecycle(Context& context, frmMain& window, NavigationRoom& navigation,
+              OutsidePrograms& programs);
     ~Lifecycle();
 
     // Before any window: false, after a message, when pictures cannot be read at all.
@@ -42,7 +44,6 @@ private:
     void MeasurePane();
     void ReadSettings();
     void ShowFolderSettings();
-    void ShowChosenPrograms();
     void ShowListSettings();
     void RestorePlace();
     void ClearTexts();
@@ -53,6 +54,7 @@ private:
     Context& m;
     frmMain& m_window;
     NavigationRoom& m_navigation;
+    OutsidePrograms& m_programs;
     std::unique_ptr<frmSplash> m_splash;
     StartPath m_start;
 };

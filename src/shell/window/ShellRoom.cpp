@@ -2,6 +2,7 @@
 
 #include "platform/PictureBox.h"
 #include "platform/QtText.h"
+#include "shell/help/frmHelp.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -111,6 +112,11 @@ void ShellRoom::SetListCommands(bool enabled) {
                                 c.SlidesC2Button, c.Slides2VButton, c.SlidesC2VButton,
                                 c.SaveNotesButton, c.SaveNotes2Button, c.SaveNotes3Button})
         SetEnabled(button, enabled);
+}
+
+void ShellRoom::ShowHelpPage(int page) {
+    if (!m_help) m_help = std::make_unique<frmHelp>(m.state.HelpPlace);
+    m_help->ShowPage(page);
 }
 
 } // namespace tarn

@@ -1,4 +1,4 @@
-#include "shell/window/WindowPlaces.h"
+#include "shell/places/WindowPlaces.h"
 
 #include <QGuiApplication>
 #include <QScreen>
