@@ -77,16 +77,17 @@ std::optional<CopyPlan> PlanCopies(const CopyRequest& request, const Files& file
     Folders folders;
     if (!folders.Read(request, files, error)) return {};
     CopyPlan plan;
+    const bool withNotes = !request.notesFrom.empty();
     std::map<std::string, std::size_t> unitOf; // by the folded name of the note
     for (const std::string& name : request.files) {
-        const auto [at, isNew] = unitOf.emplace(FoldCase(NoteNameOf(name)), plan.size());
+        const std::string key = withNotes ? FoldCase(NoteNameOf(name)) : name;
+        const auto [at, isNew] = unitOf.emplace(key, plan.size());
         if (isNew) plan.emplace_back();
         if (!request.filesTo.empty())
             plan[at->second].copies.push_back({JoinPath(request.filesFrom, name),
                                                folders.filesTo.Path(name), false,
                                                folders.filesTo.Has(name)});
-        const std::string note =
-            isNew && !request.notesFrom.empty() ? folders.notesFrom.Find(NoteNameOf(name)) : "";
+        const std::string note = isNew && withNotes ? folders.notesFrom.Find(NoteNameOf(name)) : "";
         if (!note.empty()) plan[at->second].copies.push_back(folders.Note(note));
     }
     if (request.everyNote)

@@ -27,7 +27,8 @@ struct PlannedCopy {
     bool stands = false; // something is there already
 };
 
-// Files that share a note, and the note: they keep belonging together when they get new names.
+// Files that share a note, and the note (without notes one file): they keep belonging together when
+// they get new names.
 struct CopyUnit {
     std::vector<PlannedCopy> copies;
 

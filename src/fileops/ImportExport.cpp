@@ -10,7 +10,6 @@
 #include "shell/batch/BatchRun.h"
 
 #include <QAction>
-#include <QLineEdit>
 #include <QPlainTextEdit>
 
 #include <algorithm>
@@ -80,8 +79,7 @@ void ImportExport::ImportNotesFilesButton_Click() {
     request.notesFrom = source;
     request.notesTo = m.state.NotesFolder;
     request.everyNote = true;
-    PlanAndRun(request, "Imported", m.state.NotesFolder);
-    ShowImported();
+    Import(request, m.state.NotesFolder);
 }
 
 void ImportExport::ImportButton_Click() {
@@ -104,8 +102,7 @@ void ImportExport::ImportButton_Click() {
     request.filesTo = m.controls.FileListBox->Path();
     request.notesTo = m.state.NotesFolder;
     request.everyNote = true;
-    PlanAndRun(request, "Imported", request.filesTo);
-    ShowImported();
+    Import(request, request.filesTo);
 }
 
 void ImportExport::ImportNotesFormat_Click() {
@@ -113,8 +110,8 @@ void ImportExport::ImportNotesFormat_Click() {
         m.dialogs.OpenFile("Import Notes Format Settings file", m.controls.FileListBox->Path(),
                            "Text files (*.txt);;All files (*)");
     if (file.empty()) return;
-    Run(PlanOneCopy(file, m.state.NotesFolder, m.state.NFSfilename, m.files), "Imported",
-        m.state.NotesFolder);
+    m.shell.ShowMessage(Run(PlanOneCopy(file, m.state.NotesFolder, m.state.NFSfilename, m.files),
+                            "Imported", m.state.NotesFolder));
 }
 
 void ImportExport::CopySelectedNotesFilesButton_Click() {
@@ -135,7 +132,7 @@ void ImportExport::ExportNotes(bool selectedOnly) {
     request.notesTo = AskForTarget("Export notes to folder");
     if (request.notesTo.empty()) return;
     request.notesFrom = m.state.NotesFolder;
-    PlanAndRun(request, "Exported", request.notesTo);
+    m.shell.ShowMessage(PlanAndRun(request, "Exported", request.notesTo));
 }
 
 void ImportExport::ExportFilesButton_Click(int index) {
@@ -156,25 +153,22 @@ void ImportExport::ExportFilesButton_Click(int index) {
         request.notesFrom = m.state.NotesFolder;
         request.notesTo = target;
     }
-    PlanAndRun(request, "Exported", target);
+    m.shell.ShowMessage(PlanAndRun(request, "Exported", target));
 }
 
 void ImportExport::ExportNotesFormat_Click() {
     const std::string target = AskForTarget("Export Notes Format Settings file to folder");
     if (target.empty()) return;
     const std::string& name = m.state.NFSfilename;
-    Run(PlanOneCopy(JoinPath(m.state.NotesFolder, name), target, name, m.files), "Exported",
-        target);
+    m.shell.ShowMessage(Run(PlanOneCopy(JoinPath(m.state.NotesFolder, name), target, name, m.files),
+                            "Exported", target));
 }
 
-void ImportExport::PlanAndRun(const CopyRequest& request, const std::string& verb,
-                              const std::string& to) {
+std::string ImportExport::PlanAndRun(const CopyRequest& request, const std::string& verb,
+                                     const std::string& to) {
     std::string error;
     auto plan = PlanCopies(request, m.files, &error);
-    if (plan)
-        Run(std::move(*plan), verb, to);
-    else
-        m.shell.ShowMessage("ERROR - a folder cannot be read: " + error);
+    return plan ? Run(std::move(*plan), verb, to) : "ERROR - a folder cannot be read: " + error;
 }
 
 // One question for the whole run. False when it is not to begin.
@@ -203,37 +197,35 @@ bool ImportExport::AskWhatStands(CopyPlan& plan, const std::string& verb, int& s
         Resolve(plan, WhenStands::KeepBoth, m.files);
         return true;
     default:
-        m.shell.ShowMessage("Cancelled, nothing was copied");
         return false;
     }
 }
 
-void ImportExport::Run(CopyPlan plan, const std::string& verb, const std::string& to) {
+std::string ImportExport::Run(CopyPlan plan, const std::string& verb, const std::string& to) {
     int skipped = 0;
-    if (!AskWhatStands(plan, verb == "Imported" ? "Import" : "Export", skipped)) return;
+    if (!AskWhatStands(plan, verb == "Imported" ? "Import" : "Export", skipped))
+        return "Cancelled, nothing was copied";
     CopyRun run(std::move(plan), m.files);
     run.counts.skipped = skipped;
+    const std::string doing = verb == "Imported" ? "Importing " : "Exporting ";
     bool goesOn = true;
-    {
-        BatchRun batch(m);
-        const std::string doing = verb == "Imported" ? "Importing " : "Exporting ";
-        while (goesOn && !run.Done()) {
-            goesOn = batch.Step(doing + std::to_string(run.Number()) + " of " +
-                                std::to_string(run.Size()) + " - " + LastPart(run.NextPath()));
-            if (goesOn) run.Step();
-        }
+    const BatchRun batch(m);
+    while (goesOn && !run.Done()) {
+        goesOn = batch.Step(doing + std::to_string(run.Number()) + " of " +
+                            std::to_string(run.Size()) + " - " + LastPart(run.NextPath()));
+        if (goesOn) run.Step();
     }
-    m.shell.ShowMessage(ReportText(run.counts, verb, to, !goesOn));
+    return ReportText(run.counts, verb, to, !goesOn);
 }
 
 // The list shows the new files; a note that came for the file on show is shown, unless one is being
 // written.
-void ImportExport::ShowImported() {
-    const std::string message = FromQt(m.controls.FileDateText->text());
+void ImportExport::Import(const CopyRequest& request, const std::string& to) {
+    const std::string said = PlanAndRun(request, "Imported", to);
     m.navigation.RefreshDirButton_Click();
     if (m.controls.NotesBox->document()->isEmpty() && !m.state.Filename.empty())
         m.notes.CheckForNotes();
-    m.shell.ShowMessage(message);
+    m.shell.ShowMessage(said);
 }
 
 } // namespace tarn

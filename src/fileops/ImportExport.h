@@ -31,10 +31,12 @@ private:
     std::string AskForTarget(const std::string& title);
     bool IsOurs(const std::string& folder, const std::string& what);
     void ExportNotes(bool selectedOnly);
-    void PlanAndRun(const CopyRequest& request, const std::string& verb, const std::string& to);
-    void Run(CopyPlan plan, const std::string& verb, const std::string& to);
+    void Import(const CopyRequest& request, const std::string& to);
+    // Both return what the message line is to say.
+    std::string PlanAndRun(const CopyRequest& request, const std::string& verb,
+                           const std::string& to);
+    std::string Run(CopyPlan plan, const std::string& verb, const std::string& to);
     bool AskWhatStands(CopyPlan& plan, const std::string& verb, int& skipped);
-    void ShowImported();
 
     Context& m;
 };

@@ -25,7 +25,7 @@ BatchRun::~BatchRun() {
     m.state.BatchRuns = false;
 }
 
-bool BatchRun::Step(const std::string& progress) {
+bool BatchRun::Step(const std::string& progress) const {
     m.shell.ShowMessage(progress);
     m.events.Pump();
     return !m.state.BatchCancelled && !m.events.ProgramEnds();

@@ -21,7 +21,7 @@ public:
 
     // Shows the progress and lets events in. False when the run is to stop: cancelled by the user,
     // or the program ends.
-    bool Step(const std::string& progress);
+    bool Step(const std::string& progress) const;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
