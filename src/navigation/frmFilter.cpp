@@ -38,6 +38,7 @@ void frmFilter::MakeContents() {
     m_text->setMinimumWidth(24 * fontMetrics().horizontalAdvance(QLatin1Char('0')));
     m_presets->setObjectName(QStringLiteral("ComboFilter"));
     m_presets->setAccessibleName(QStringLiteral("Presets"));
+    m_presets->setMinimumContentsLength(16);
     auto* all = new QVBoxLayout(this);
     all->addWidget(m_custom);
     all->addWidget(m_text);

@@ -20,7 +20,11 @@ BatchRun::BatchRun(Context& context) : m(context), m_focusBefore(QApplication::f
 
 BatchRun::~BatchRun() {
     qApp->removeEventFilter(this);
-    if (m_focusBefore) m_focusBefore->setFocus();
+    // Before the button goes: hiding it would hand the focus to whatever comes next.
+    if (m_focusBefore)
+        m_focusBefore->setFocus();
+    else
+        m.shell.FocusPane();
     m.controls.BatchCancelButton->hide();
     m.state.BatchRuns = false;
 }

@@ -34,6 +34,7 @@ frmLogs::frmLogs(Context& context)
 void frmLogs::MakeContents() {
     m_list->setObjectName(QStringLiteral("LogsList"));
     m_list->setUniformItemSizes(true);
+    m_list->setMinimumWidth(24 * fontMetrics().horizontalAdvance(QLatin1Char('0')));
     m_text->setObjectName(QStringLiteral("LogsText"));
     m_text->setReadOnly(true);
     m_text->setFont(m.controls.LogText->font());
@@ -61,7 +62,6 @@ void frmLogs::MakeContents() {
     halves->addWidget(m_list);
     halves->addWidget(m_text);
     halves->setStretchFactor(1, 1);
-    halves->setSizes({1, 3});
     halves->setChildrenCollapsible(false);
     auto* all = new QVBoxLayout(this);
     all->addLayout(bar);
