@@ -120,7 +120,7 @@ void ListFilter::FilesFilterButton2_Click() {
         return;
     }
     if (!m_filter) m_filter = std::make_unique<frmFilter>(m);
-    m_filter->Open();
+    m_filter->ShowFilter();
 }
 
 } // namespace tarn

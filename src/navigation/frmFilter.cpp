@@ -67,7 +67,7 @@ void frmFilter::MakeContents() {
     all->setSizeConstraint(QLayout::SetFixedSize); // as high as the boxes shown
 }
 
-void frmFilter::Open() {
+void frmFilter::ShowFilter() {
     const FileListBox& list = *m.controls.FileListBox;
     m.state.FilterActive = true;
     {
@@ -212,6 +212,7 @@ std::array<bool, kFilterBoxes> frmFilter::Ticked() const {
 
 std::vector<std::string> frmFilter::Presets() const {
     std::vector<std::string> presets;
+    presets.reserve(static_cast<std::size_t>(m_presets->count()));
     for (int i = 0; i < m_presets->count(); ++i) presets.push_back(FromQt(m_presets->itemText(i)));
     return presets;
 }

@@ -24,7 +24,7 @@ public:
     explicit frmFilter(Context& context);
 
     // Loads the window anew and shows it.
-    void Open();
+    void ShowFilter();
 
     // Also Esc outside the text: the list goes back to what it was.
     void reject() override { close(); }
