@@ -51,9 +51,9 @@ void NavigationRoom::FileListBox_Click() {
     const int row = m.controls.FileListBox->CurrentRow();
     if (row < 0) return;
     s.Filename = JoinPath(m.controls.FileListBox->Path(), m.controls.FileListBox->Text(row));
-    for (QWidget* hidden :
-         std::initializer_list<QWidget*>{m.controls.PreviewLabel, m.controls.DeletePicButton,
-                                         m.controls.DeleteFitsButton, m.controls.QTplayButton})
+    for (QWidget* hidden : std::initializer_list<QWidget*>{
+             m.controls.PreviewLabel, m.controls.DeletePicButton, m.controls.DeleteFitsButton,
+             m.controls.QTplayButton, m.controls.LastLabel, m.controls.CropLabel})
         hidden->hide();
     m.shell.ShowStatus(s.Filename);
 

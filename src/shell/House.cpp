@@ -12,7 +12,9 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QStatusBar>
+#include <QWindow>
 
 namespace tarn {
 
@@ -111,6 +113,9 @@ void House::ResizeTimer_Timer() {
 bool House::Start(const std::string& path, const std::string& imagingError) {
     if (!lifecycle.Form_Initialize(imagingError)) return false;
     lifecycle.Form_Load(path);
+    // Another screen may have finer pixels at the same size of the window.
+    QObject::connect(window.windowHandle(), &QWindow::screenChanged, &m_resizeTimer,
+                     [this] { WindowResized(); });
     if (!m_handedEarly.empty()) Open(m_handedEarly);
     return true;
 }

@@ -100,6 +100,7 @@ void ShellRoom::ShowStatus(const std::string& text) {
 void ShellRoom::ShowError(const std::string& text) {
     QLabel& label = *m.controls.Label_error;
     label.setText(ToQt(text));
+    label.setToolTip(ToToolTip(text)); // a long name may not fit the pane
     label.setVisible(!text.empty());
     const int width = std::max(0, label.parentWidget()->width() - 20);
     label.setGeometry(10, 10, width, std::max(0, label.heightForWidth(width)));
