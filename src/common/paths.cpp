@@ -35,12 +35,12 @@ bool IsListedType(std::string_view patterns, std::string_view fileType) {
     return Contains(ToUpper(patterns), RightChars(fileType, Length(fileType) - 1));
 }
 
-std::string NoteNameOf(std::string_view fileName) {
-    return std::string(LeftChars(fileName, Length(fileName) - 4)) + ".enf";
-}
-
 std::string FileTypeOf(std::string_view path) {
     return ToUpper(RightChars(path, 4));
+}
+
+std::string NoteNameOf(std::string_view fileName) {
+    return std::string(LeftChars(fileName, Length(fileName) - 4)) + ".enf";
 }
 
 } // namespace tarn

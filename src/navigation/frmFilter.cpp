@@ -3,6 +3,7 @@
 #include "navigation/ClassFilter.h"
 #include "platform/FileListBox.h"
 #include "platform/QtText.h"
+#include "platform/WindowPlaces.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>
@@ -16,12 +17,12 @@
 namespace tarn {
 
 frmFilter::frmFilter(Context& context)
-    : QDialog(context.controls.FileListBox->window(), Qt::Dialog | Qt::WindowStaysOnTopHint),
-      m(context), m_boxes{}, m_custom(new QCheckBox(QStringLiteral("Custom Filter"))),
-      m_text(new QLineEdit()), m_presets(new QComboBox()),
-      m_place(*this, context.state.FilterPlace) {
+    : QDialog(context.controls.FileListBox->window()), m(context), m_boxes{},
+      m_custom(new QCheckBox(QStringLiteral("Custom Filter"))), m_text(new QLineEdit()),
+      m_presets(new QComboBox()), m_place(*this, context.state.FilterPlace) {
     setObjectName(QStringLiteral("frmFilter"));
     setWindowTitle(QStringLiteral("Tarn_View - Filter"));
+    KeepOnTop(*this);
     MakeContents();
     connect(m_custom, &QCheckBox::toggled, this, [this] { CheckCustom_Click(); });
     connect(m_presets, &QComboBox::activated, this, [this] { ComboFilter_Click(); });

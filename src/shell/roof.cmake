@@ -19,7 +19,7 @@ tarn_library(tarn_window shell/window MOC
 
 tarn_library(tarn_start shell/start
   SOURCES shell/start/Lifecycle.cpp shell/start/StartPath.cpp shell/start/frmSplash.cpp
-  LINK tarn_window tarn_settings tarn_navigation tarn_outside tarn_places)
+  LINK tarn_window tarn_settings tarn_navigation tarn_outside)
 
 tarn_library(tarn_house shell
   SOURCES shell/House.cpp shell/SecondStart.cpp

@@ -1,5 +1,5 @@
 #include "shell/window/MainLayout.h"
-#include "shell/places/WindowPlaces.h"
+#include "platform/WindowPlaces.h"
 
 #include <QList>
 

@@ -1,6 +1,6 @@
 #include "shell/places/KeptPlace.h"
 
-#include "shell/places/WindowPlaces.h"
+#include "platform/WindowPlaces.h"
 
 #include <QEvent>
 #include <QWidget>
