@@ -83,6 +83,10 @@ void ImportExport::ImportNotesFilesButton_Click() {
 }
 
 void ImportExport::ImportButton_Click() {
+    if (m.controls.FileListBox->Path().empty()) {
+        m.shell.ShowMessage("No folder is shown");
+        return;
+    }
     const std::string source = AskForSource("Import files and notes from folder");
     if (source.empty()) return;
     std::string error;

@@ -21,6 +21,7 @@ namespace tarn {
 namespace {
 
 constexpr int kResizeRest = 250; // milliseconds after the last change of size
+constexpr int kBatchRest = 300;  // milliseconds until a batch is looked at again
 
 } // namespace
 
@@ -123,6 +124,10 @@ bool House::Start(const std::string& path, const std::string& imagingError) {
 void House::Open(const std::string& path) {
     if (!state.FormLoadDone) {
         m_handedEarly = path; // the start folder comes first
+        return;
+    }
+    if (state.BatchRuns) { // which goes on with the folder that it began in
+        QTimer::singleShot(kBatchRest, &m_resizeTimer, [this, path] { Open(path); });
         return;
     }
     window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
