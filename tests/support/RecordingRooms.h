@@ -126,7 +126,7 @@ struct ScriptedDialogs : Dialogs {
     }
     std::string Next() {
         if (answers.empty()) return {};
-        const std::string answer = answers.front();
+        std::string answer = answers.front();
         answers.erase(answers.begin());
         return answer;
     }
