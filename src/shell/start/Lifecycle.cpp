@@ -16,7 +16,6 @@
 #include "shell/settings/Settings.h"
 #include "shell/start/frmSplash.h"
 #include "shell/window/MenuSwitches.h"
-
 #include "shell/window/frmMain.h"
 
 #include <QAction>
