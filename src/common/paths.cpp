@@ -39,4 +39,8 @@ std::string FileTypeOf(std::string_view path) {
     return ToUpper(RightChars(path, 4));
 }
 
+std::string NoteNameOf(std::string_view fileName) {
+    return std::string(LeftChars(fileName, Length(fileName) - 4)) + ".enf";
+}
+
 } // namespace tarn

@@ -29,6 +29,9 @@ std::string WithoutTrailingSeparator(std::string_view path);
 // The last four characters in upper case, by which the program tells files apart: ".JPG", "FITS".
 std::string FileTypeOf(std::string_view path);
 
+// The file name of a picture's note.
+std::string NoteNameOf(std::string_view fileName); // last four characters removed, ".enf" added
+
 // Whether a file type is in a list of patterns: its three characters behind the first are looked
 // for anywhere in the list's text, in any case of the list.
 bool IsListedType(std::string_view patterns, std::string_view fileType);

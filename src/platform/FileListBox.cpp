@@ -44,7 +44,17 @@ bool FileListBox::SetPattern(const std::string& pattern) {
     return ReadFolder(Path(), pattern);
 }
 
+void FileListBox::SetNoteMarks(std::function<bool(const std::string&)> hasNote) {
+    const bool had = static_cast<bool>(m_model.hasNote);
+    m_model.hasNote = std::move(hasNote);
+    const int side = fontMetrics().height() * 3 / 4; // rows stay as high as their text
+    setIconSize(QSize(side, side));
+    if (had != static_cast<bool>(m_model.hasNote)) scheduleDelayedItemsLayout();
+    ShowNoteMarks();
+}
+
 void FileListBox::Refresh() {
+    if (onRefresh) onRefresh();
     const int row = CurrentRow();
     const std::string current = row >= 0 ? Text(row) : std::string();
     if (!ReadFolder(Path(), Pattern())) return;

@@ -45,6 +45,13 @@ public:
     void UnselectAll();
     void SelectEveryRow();
 
+    // Marks at the files that have a note (none to end them), and which files are listed by them
+    // from the next reading on. A note that came or went shows after ShowNoteMarks.
+    void SetNoteMarks(std::function<bool(const std::string& name)> hasNote);
+    void SetNoteChoice(NoteChoice choice) { m_model.noteChoice = choice; }
+    void ShowNoteMarks() { viewport()->update(); }
+
+    std::function<void()> onRefresh; // before the folder is read again
     std::function<void()> onClick;
     std::function<void()> onDoubleClick;
 

@@ -25,10 +25,11 @@ House::House(const Platform& p)
     : context{state, controls, navigation, display,  info,      notes,   video,
               shell, p.files,  p.settings, p.events, p.dialogs, p.sound, p.desktop},
       window(controls, p.files), shell(context, *window.statusBar()), navigation(context),
-      display(context), info(context), video(context), keys(context),
-      lifecycle(context, window, navigation) {
+      display(context), info(context), notes(context), video(context), keys(context),
+      lifecycle(context, window, navigation, notes) {
     navigation.ConnectControls();
     display.ConnectControls();
+    notes.ConnectControls();
     ConnectSwitches(context);
     WireFile();
     WireWindow();

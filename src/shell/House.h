@@ -4,6 +4,7 @@
 #include "display/DisplayRoom.h"
 #include "navigation/NavigationRoom.h"
 #include "navigation/PaneKeys.h"
+#include "notes/NotesRoom.h"
 #include "pictureinfo/panel/PictureInfoRoom.h"
 #include "shell/Context.h"
 #include "shell/start/Lifecycle.h"
@@ -46,7 +47,7 @@ public:
     NavigationRoom navigation;
     DisplayRoom display;
     PictureInfoRoom info;
-    SilentNotes notes;
+    NotesRoom notes;
     SilentVideo video;
     PaneKeys keys;
     Lifecycle lifecycle;

@@ -1,16 +1,16 @@
 # Above the rooms: window, start, and the house that joins them.
 tarn_library(tarn_window shell/window MOC
   SOURCES shell/window/MainLayout.cpp shell/window/MenuSwitches.cpp shell/window/ShellRoom.cpp
-          shell/window/WindowPlaces.cpp shell/window/frmMain.cpp
+          shell/window/frmMain.cpp
   LINK tarn_context)
 
 tarn_library(tarn_start shell/start
   SOURCES shell/start/Lifecycle.cpp shell/start/StartPath.cpp shell/start/frmSplash.cpp
-  LINK tarn_window tarn_settings tarn_navigation)
+  LINK tarn_window tarn_settings tarn_navigation tarn_notes)
 
 tarn_library(tarn_house shell
   SOURCES shell/House.cpp shell/SecondStart.cpp
-  LINK tarn_start tarn_navigation tarn_display tarn_pictureinfo_panel
+  LINK tarn_start tarn_navigation tarn_notes tarn_display tarn_pictureinfo_panel
   PRIVATE Qt6::Network)
 
 add_executable(tarn-view main.cpp)

@@ -1,5 +1,5 @@
 #include "shell/window/MainLayout.h"
-#include "shell/window/WindowPlaces.h"
+#include "platform/WindowPlaces.h"
 
 #include <QList>
 

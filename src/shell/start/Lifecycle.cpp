@@ -3,6 +3,7 @@
 #include "common/paths.h"
 #include "navigation/ClassFilter.h"
 #include "navigation/NavigationRoom.h"
+#include "notes/NotesRoom.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
 #include "platform/FileListBox.h"
@@ -11,10 +12,10 @@
 #include "platform/PictureBox.h"
 #include "platform/QtText.h"
 #include "platform/SettingsStore.h"
+#include "platform/WindowPlaces.h"
 #include "shell/settings/Settings.h"
 #include "shell/start/frmSplash.h"
 #include "shell/window/MenuSwitches.h"
-#include "shell/window/WindowPlaces.h"
 #include "shell/window/frmMain.h"
 
 #include <QAction>
@@ -27,8 +28,9 @@
 
 namespace tarn {
 
-Lifecycle::Lifecycle(Context& context, frmMain& window, NavigationRoom& navigation)
-    : m(context), m_window(window), m_navigation(navigation) {}
+Lifecycle::Lifecycle(Context& context, frmMain& window, NavigationRoom& navigation,
+                     NotesRoom& notes)
+    : m(context), m_window(window), m_navigation(navigation), m_notes(notes) {}
 
 Lifecycle::~Lifecycle() = default;
 
@@ -93,6 +95,7 @@ void Lifecycle::Form_Load(const std::string& argument) {
     m.shell.SetListCommands(m.controls.FileListBox->Count() > 0);
     m.shell.FocusPane();
     SayWhatIsAmiss();
+    m_notes.TakeUpDrafts();
 }
 
 void Lifecycle::SayWhatIsAmiss() {
@@ -108,6 +111,7 @@ void Lifecycle::ReadSettings() {
     RestorePlace();
     ShowFolderSettings();
     ShowListSettings();
+    m_notes.ShowSettings();
     ShowSwitches(m);
     ClearTexts();
     s.ImageLoaded = s.NoSaveOnExit = s.OneToOneNav = false;
@@ -135,12 +139,6 @@ void Lifecycle::RestorePlace() {
 void Lifecycle::ShowFolderSettings() {
     const ProgramState& s = m.state;
     const MainControls& c = m.controls;
-    const bool notes = !s.NotesFolder.empty();
-    if (notes) c.NotesFrame->setToolTip(ToToolTip(s.NotesFolder));
-    SetEnabled(c.DisplayNotesFolderButton, notes);
-    SetEnabled(c.CommandNotesNew, notes);
-    c.NotesOnlyMenu->setEnabled(notes);
-    c.FilesNotesMenu->setEnabled(notes);
     if (!s.CopyImageFolder.empty()) {
         const std::string& folder = s.CopyImageFolder;
         c.CopyImageButton3->setToolTip(ToToolTip(folder));
@@ -176,11 +174,6 @@ void Lifecycle::ShowListSettings() {
     set(c.PCheck, s.PictureListCheck);
     set(c.VCheck, s.VideoListCheck);
     set(c.WCheck, s.WebListCheck);
-    set(c.clearNotesSaveButton, s.ClearNotesSavePlus);
-    const QString how = s.ClearNotesSavePlus ? QStringLiteral("Save notes, clear; advance to ")
-                                             : QStringLiteral("Save notes, no clear; advance to ");
-    c.SaveNotes2Button->setToolTip(how + QStringLiteral("next picture"));
-    c.SaveNotes3Button->setToolTip(how + QStringLiteral("previous picture"));
 }
 
 void Lifecycle::ClearTexts() {
@@ -224,6 +217,7 @@ void Lifecycle::KeepPlaces() {
     s.PictureListCheck = m.controls.PCheck->isChecked();
     s.VideoListCheck = m.controls.VCheck->isChecked();
     s.WebListCheck = m.controls.WCheck->isChecked();
+    m_notes.KeepValues();
 }
 
 void Lifecycle::Form_Unload() {
@@ -234,6 +228,7 @@ void Lifecycle::Form_Unload() {
     m.shell.SetBusy(true);
     SaveSettings(m.state, m.settings);
     m.shell.SetBusy(false);
+    m_notes.Form_Unload();
     m_splash->hide();
     m_window.hide();
     m.events.EndProgram();

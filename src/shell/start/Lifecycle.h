@@ -12,10 +12,11 @@ namespace tarn {
 class frmMain;
 class frmSplash;
 class NavigationRoom;
+class NotesRoom;
 
 class Lifecycle {
 public:
-    Lifecycle(Context& context, frmMain& window, NavigationRoom& navigation);
+    Lifecycle(Context& context, frmMain& window, NavigationRoom& navigation, NotesRoom& notes);
     ~Lifecycle();
 
     // Before any window: false, after a message, when pictures cannot be read at all.
@@ -53,6 +54,7 @@ private:
     Context& m;
     frmMain& m_window;
     NavigationRoom& m_navigation;
+    NotesRoom& m_notes;
     std::unique_ptr<frmSplash> m_splash;
     StartPath m_start;
 };

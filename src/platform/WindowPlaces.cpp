@@ -1,4 +1,4 @@
-#include "shell/window/WindowPlaces.h"
+#include "platform/WindowPlaces.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -48,6 +48,10 @@ void PlaceOnScreen(QWidget& window, const QRect& place) {
 
 QRect PlaceOf(const QWidget& window) {
     return QRect(window.pos(), window.size());
+}
+
+void KeepOnTop(QWidget& window) {
+    window.setWindowFlag(Qt::WindowStaysOnTopHint);
 }
 
 bool PlacesAreKnown() {

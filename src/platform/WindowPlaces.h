@@ -20,6 +20,9 @@ QRect BroughtBack(const QRect& place, const QList<QRect>& screens);
 // The window's place: the frame's corner, the size of the inside.
 QRect PlaceOf(const QWidget& window);
 
+// Above the other windows; to be called once, before the window is first shown.
+void KeepOnTop(QWidget& window);
+
 // Whether the window system tells where windows stand.
 bool PlacesAreKnown();
 
