@@ -3,6 +3,7 @@
 #include "platform/QtText.h"
 
 #include <QPlainTextEdit>
+#include <QSignalBlocker>
 #include <QTextCursor>
 
 namespace tarn {
@@ -16,6 +17,7 @@ std::string NoteBox::Text() const {
 }
 
 void NoteBox::Load(const std::string& text) {
+    const QSignalBlocker silent(m_edit);
     m_edit.setPlainText(ToQt(text));
 }
 

@@ -14,7 +14,7 @@ public:
 
     std::string Text() const;
 
-    // The text of another note: undo does not reach behind it.
+    // The text of another note: undo does not reach behind it, and no change is told.
     void Load(const std::string& text);
 
     // A new text for the same note, as one edit that undo takes back.

@@ -13,7 +13,6 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QScopedValueRollback>
 #include <QShortcut>
 
 namespace tarn {
@@ -53,9 +52,8 @@ void NotesRoom::ConnectControls() {
     SetEnabled(c.RestoreNotesButton, false); // until there is something
     SetEnabled(c.DeleteNotesButton, false);
     SetSaveCommands();
-    QObject::connect(c.NotesBox, &QPlainTextEdit::textChanged, c.NotesBox, [this] {
-        if (!m_loading) NotesBox_Change();
-    });
+    QObject::connect(c.NotesBox, &QPlainTextEdit::textChanged, c.NotesBox,
+                     [this] { NotesBox_Change(); });
     QObject::connect(c.NoteFilterCombo, &QComboBox::activated, c.NoteFilterCombo,
                      [this](int choice) { NoteFilterCombo_Click(choice); });
     c.FileListBox->onRefresh = [this] { m_store.index.Refresh(); };
@@ -93,11 +91,8 @@ void NotesRoom::LoadNote() {
     const bool dropped = DropIntoBuffer();
     const bool found =
         !s.NotesFolder.empty() && !s.FileNameOnly.empty() && m_store.Load(s.NotesFilename);
-    {
-        const QScopedValueRollback<bool> loading(m_loading, true);
-        // Also an empty text: undo must not reach the picture before.
-        m_box.Load(found ? FromCodePage(WithoutOldMarks(m_store.Loaded().bytes)) : std::string());
-    }
+    // Also an empty text: undo must not reach the picture before.
+    m_box.Load(found ? FromCodePage(WithoutOldMarks(m_store.Loaded().bytes)) : std::string());
     TakeForLoaded();
     SetEnabled(m.controls.DeleteNotesButton, found);
     SetCaption(found ? "Notes for: " + s.FileNameOnly : "Notes");

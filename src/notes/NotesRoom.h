@@ -82,7 +82,6 @@ private:
     NoteStore m_store;
     Drafts m_drafts;
     QTimer m_draftTimer;
-    bool m_loading = false;
     std::string m_noteOf;     // path of the file whose note the box began with, and its name
     std::string m_nameOf;     //
     std::string m_loadedText; // what the box began with or last saved

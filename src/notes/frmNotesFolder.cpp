@@ -95,7 +95,6 @@ void frmNotesFolder::ShowNote(const std::string& path) {
     auto note = m_folder.Read(path);
     if (!note) return;
     m_note = std::move(*note);
-    m_shownText = m_box->Text(); // no edit of the note that is coming
     m_box->Load(FromCodePage(m_note.bytes));
     m_shownText = m_box->Text();
     m_label->setText(ToQt(LastPart(path)));
@@ -162,12 +161,14 @@ void frmNotesFolder::Run(NotesRun (NotesFolderFiles::*work)(const std::vector<st
         paths.push_back(JoinPath(m_list->Path(), m_list->Text(row)));
     {
         const QScopedValueRollback<bool> batch(m.state.BatchRuns, true);
+        QWidget* focus = focusWidget();
         setEnabled(false);
         run = (m_folder.*work)(paths, [this] {
             m.events.Pump();
             return !m.events.ProgramEnds();
         });
         setEnabled(true);
+        if (focus) focus->setFocus();
     }
     if (m.events.ProgramEnds()) return;
     m_room.NoteFilesChanged();

@@ -15,6 +15,7 @@ FileListBox::FileListBox(const Files& files, QWidget* parent) : QListView(parent
     setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    SizeMarks();
     // Much may happen in a folder that the list does not show: it is asked again once all rests.
     m_diskTimer.setSingleShot(true);
     m_diskTimer.setInterval(300);
@@ -47,10 +48,19 @@ bool FileListBox::SetPattern(const std::string& pattern) {
 void FileListBox::SetNoteMarks(std::function<bool(const std::string&)> hasNote) {
     const bool had = static_cast<bool>(m_model.hasNote);
     m_model.hasNote = std::move(hasNote);
-    const int side = fontMetrics().height() * 3 / 4; // rows stay as high as their text
-    setIconSize(QSize(side, side));
     if (had != static_cast<bool>(m_model.hasNote)) scheduleDelayedItemsLayout();
     ShowNoteMarks();
+}
+
+// Marks as high as the text, so that rows stay as high as they are.
+void FileListBox::SizeMarks() {
+    const int side = fontMetrics().height() - 2;
+    setIconSize(QSize(side, side));
+}
+
+void FileListBox::changeEvent(QEvent* event) {
+    QListView::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) SizeMarks();
 }
 
 void FileListBox::Refresh() {

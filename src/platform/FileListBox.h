@@ -60,6 +60,7 @@ signals:
     void diskChanged(bool changed);
 
 protected:
+    void changeEvent(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
@@ -68,6 +69,7 @@ protected:
 private:
     bool ReadFolder(const std::string& folder, const std::string& pattern);
     void RaiseClick();
+    void SizeMarks();
 
     FileListModel m_model;
     QFileSystemWatcher m_watcher;

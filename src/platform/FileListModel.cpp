@@ -34,9 +34,9 @@ QIcon NoteMark() {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(Qt::white, 4));
     painter.setBrush(QColor(0x2F, 0x74, 0xC0));
-    painter.drawRoundedRect(QRect(14, 8, 36, 48), 5, 5);
-    painter.setPen(QPen(Qt::white, 5));
-    for (const int y : {22, 32, 42}) painter.drawLine(23, y, 41, y);
+    painter.drawRoundedRect(QRect(8, 2, 46, 58), 6, 6);
+    painter.setPen(QPen(Qt::white, 7));
+    for (const int y : {20, 40}) painter.drawLine(19, y, 43, y);
     return QIcon(pixmap);
 }
 
