@@ -17,6 +17,7 @@ NoteIndex::Names& NoteIndex::Known() const {
     if (m_folder.empty()) return m_names;
     const auto names = m_files.FileNames(m_folder);
     if (!names) return m_names;
+    m_names.reserve(names->size());
     for (const std::string& name : *names) m_names.try_emplace(FoldCase(name), name);
     return m_names;
 }
