@@ -15,6 +15,7 @@ FileListBox::FileListBox(const Files& files, QWidget* parent) : QListView(parent
     setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    SizeMarks();
     // Much may happen in a folder that the list does not show: it is asked again once all rests.
     m_diskTimer.setSingleShot(true);
     m_diskTimer.setInterval(300);
@@ -44,7 +45,26 @@ bool FileListBox::SetPattern(const std::string& pattern) {
     return ReadFolder(Path(), pattern);
 }
 
+void FileListBox::SetNoteMarks(std::function<bool(const std::string&)> hasNote) {
+    const bool had = static_cast<bool>(m_model.hasNote);
+    m_model.hasNote = std::move(hasNote);
+    if (had != static_cast<bool>(m_model.hasNote)) scheduleDelayedItemsLayout();
+    ShowNoteMarks();
+}
+
+// Marks as high as the text, so that rows stay as high as they are.
+void FileListBox::SizeMarks() {
+    const int side = fontMetrics().height() - 2;
+    setIconSize(QSize(side, side));
+}
+
+void FileListBox::changeEvent(QEvent* event) {
+    QListView::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) SizeMarks();
+}
+
 void FileListBox::Refresh() {
+    if (onRefresh) onRefresh();
     const int row = CurrentRow();
     const std::string current = row >= 0 ? Text(row) : std::string();
     if (!ReadFolder(Path(), Pattern())) return;

@@ -45,6 +45,13 @@ public:
     void UnselectAll();
     void SelectEveryRow();
 
+    // Marks at the files that have a note (none to end them), and which files are listed by them
+    // from the next reading on. A note that came or went shows after ShowNoteMarks.
+    void SetNoteMarks(std::function<bool(const std::string& name)> hasNote);
+    void SetNoteChoice(NoteChoice choice) { m_model.noteChoice = choice; }
+    void ShowNoteMarks() { viewport()->update(); }
+
+    std::function<void()> onRefresh; // before the folder is read again
     std::function<void()> onClick;
     std::function<void()> onDoubleClick;
 
@@ -53,6 +60,7 @@ signals:
     void diskChanged(bool changed);
 
 protected:
+    void changeEvent(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
@@ -61,6 +69,7 @@ protected:
 private:
     bool ReadFolder(const std::string& folder, const std::string& pattern);
     void RaiseClick();
+    void SizeMarks();
 
     FileListModel m_model;
     QFileSystemWatcher m_watcher;

@@ -5,11 +5,17 @@
 
 #include <QAbstractListModel>
 
+#include <QIcon>
+
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace tarn {
+
+// Which files are listed, by their notes.
+enum class NoteChoice { All, WithNote, WithoutNote };
 
 class FileListModel : public QAbstractListModel {
 public:
@@ -28,10 +34,16 @@ public:
     const std::string& Text(int row) const { return m_names[static_cast<std::size_t>(row)]; }
     int RowOf(const std::string& name) const; // exact name; -1 when it is not listed
 
+    // Whether a file has a note. With it, each row bears the mark of a note or a blank in its
+    // place; without it there are no marks, and every file is listed.
+    std::function<bool(const std::string& name)> hasNote;
+    NoteChoice noteChoice = NoteChoice::All; // counts when the folder is read
+
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
 
 private:
+    bool IsChosen(const std::string& name) const;
     std::optional<std::vector<std::string>> Matching(const std::string& folder,
                                                      const std::string& pattern) const;
 
@@ -39,6 +51,8 @@ private:
     std::string m_folder;
     std::string m_pattern;
     std::vector<std::string> m_names;
+    mutable QIcon m_mark; // drawn when first asked for
+    mutable QIcon m_noMark;
 };
 
 } // namespace tarn

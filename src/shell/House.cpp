@@ -29,10 +29,11 @@ House::House(const Platform& p)
     : context{state, controls, navigation, display,  info,      notes,   video,
               shell, p.files,  p.settings, p.events, p.dialogs, p.sound, p.desktop},
       window(controls, p.files), shell(context, *window.statusBar()), navigation(context),
-      display(context), info(context), video(context), importExport(context), programs(context),
-      keys(context), lifecycle(context, window, navigation, programs) {
+      display(context), info(context), notes(context), video(context), importExport(context),
+      programs(context), keys(context), lifecycle(context, window, navigation, notes, programs) {
     navigation.ConnectControls();
     display.ConnectControls();
+    notes.ConnectControls();
     importExport.ConnectControls();
     programs.ConnectControls();
     ConnectSwitches(context);

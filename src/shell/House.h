@@ -5,6 +5,7 @@
 #include "fileops/ImportExport.h"
 #include "navigation/NavigationRoom.h"
 #include "navigation/PaneKeys.h"
+#include "notes/NotesRoom.h"
 #include "pictureinfo/panel/PictureInfoRoom.h"
 #include "shell/Context.h"
 #include "shell/logs/frmLogs.h"
@@ -49,7 +50,7 @@ public:
     NavigationRoom navigation;
     DisplayRoom display;
     PictureInfoRoom info;
-    SilentNotes notes;
+    NotesRoom notes;
     SilentVideo video;
     ImportExport importExport;
     OutsidePrograms programs;

@@ -19,11 +19,11 @@ tarn_library(tarn_window shell/window MOC
 
 tarn_library(tarn_start shell/start
   SOURCES shell/start/Lifecycle.cpp shell/start/StartPath.cpp shell/start/frmSplash.cpp
-  LINK tarn_window tarn_settings tarn_navigation tarn_outside)
+  LINK tarn_window tarn_settings tarn_navigation tarn_notes tarn_outside)
 
 tarn_library(tarn_house shell
   SOURCES shell/House.cpp shell/SecondStart.cpp
-  LINK tarn_start tarn_navigation tarn_display tarn_pictureinfo_panel tarn_fileops tarn_logs
+  LINK tarn_start tarn_navigation tarn_notes tarn_display tarn_pictureinfo_panel tarn_fileops tarn_logs
   PRIVATE Qt6::Network)
 
 add_executable(tarn-view main.cpp)

@@ -67,6 +67,17 @@ struct RecordingInfo : InfoCommands {
 struct RecordingNotes : NotesCommands {
     explicit RecordingNotes(Calls& written) : calls(written) {}
     void CheckForNotes() override { calls.push_back("CheckForNotes"); }
+    void SetNotesFilename() override { calls.push_back("SetNotesFilename"); }
+    bool SaveNote() override {
+        calls.push_back("SaveNote");
+        return true;
+    }
+    void SaveNotesButton_Click() override { calls.push_back("SaveNotesButton"); }
+    void ClearNotesButton_Click() override { calls.push_back("ClearNotesButton"); }
+    void RestoreNotesButton_Click() override { calls.push_back("RestoreNotesButton"); }
+    void DeleteNotesButton_Click() override { calls.push_back("DeleteNotesButton"); }
+    void SetSaveCommands() override { calls.push_back("SetSaveCommands"); }
+    void NoteFilesChanged() override { calls.push_back("NoteFilesChanged"); }
     Calls& calls;
 };
 

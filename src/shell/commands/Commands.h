@@ -48,7 +48,17 @@ public:
 class NotesCommands {
 public:
     virtual ~NotesCommands() = default;
+    // The current file is another one: its note comes into the box, what stood there goes into the
+    // restore buffer.
     virtual void CheckForNotes() = 0;
+    virtual void SetNotesFilename() = 0;
+    virtual bool SaveNote() = 0; // false: Label_error says why
+    virtual void SaveNotesButton_Click() = 0;
+    virtual void ClearNotesButton_Click() = 0;
+    virtual void RestoreNotesButton_Click() = 0;
+    virtual void DeleteNotesButton_Click() = 0;
+    virtual void SetSaveCommands() = 0;  // on when there is something to save and a place for it
+    virtual void NoteFilesChanged() = 0; // files came into or left the notes folder
 };
 
 class VideoCommands {

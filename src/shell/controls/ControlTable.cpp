@@ -8,6 +8,7 @@
 
 #include <QAbstractButton>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -39,6 +40,8 @@ void SetCaption(QWidget* widget, const QString& caption) {
         label->setText(caption);
     } else if (auto* line = qobject_cast<QLineEdit*>(widget)) {
         line->setText(caption);
+    } else if (auto* combo = qobject_cast<QComboBox*>(widget)) {
+        combo->addItems(caption.split(QLatin1Char('|')));
     }
 }
 
@@ -92,7 +95,7 @@ void Dress(QWidget* widget, const ControlRow& row) {
     SetCaption(widget, QString::fromUtf8(row.caption));
     widget->setToolTip(ToToolTip(row.tooltip));
     const QString caption = QString::fromUtf8(row.caption);
-    const bool readable = caption.size() > 2;
+    const bool readable = caption.size() > 2 && !qobject_cast<QComboBox*>(widget);
     widget->setAccessibleName(readable       ? caption
                               : *row.tooltip ? QString::fromUtf8(row.tooltip)
                                              : QString::fromLatin1(row.name));

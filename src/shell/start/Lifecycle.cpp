@@ -3,6 +3,7 @@
 #include "common/paths.h"
 #include "navigation/ClassFilter.h"
 #include "navigation/NavigationRoom.h"
+#include "notes/NotesRoom.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
 #include "platform/FileListBox.h"
@@ -29,8 +30,9 @@
 namespace tarn {
 
 Lifecycle::Lifecycle(Context& context, frmMain& window, NavigationRoom& navigation,
-                     OutsidePrograms& programs)
-    : m(context), m_window(window), m_navigation(navigation), m_programs(programs) {}
+                     NotesRoom& notes, OutsidePrograms& programs)
+    : m(context), m_window(window), m_navigation(navigation), m_notes(notes), m_programs(programs) {
+}
 
 Lifecycle::~Lifecycle() = default;
 
@@ -95,6 +97,7 @@ void Lifecycle::Form_Load(const std::string& argument) {
     m.shell.SetListCommands(m.controls.FileListBox->Count() > 0);
     m.shell.FocusPane();
     SayWhatIsAmiss();
+    m_notes.TakeUpDrafts();
 }
 
 void Lifecycle::SayWhatIsAmiss() {
@@ -110,6 +113,7 @@ void Lifecycle::ReadSettings() {
     RestorePlace();
     ShowFolderSettings();
     ShowListSettings();
+    m_notes.ShowSettings();
     ShowSwitches(m);
     ClearTexts();
     s.ImageLoaded = s.NoSaveOnExit = s.OneToOneNav = false;
@@ -137,12 +141,6 @@ void Lifecycle::RestorePlace() {
 void Lifecycle::ShowFolderSettings() {
     const ProgramState& s = m.state;
     const MainControls& c = m.controls;
-    const bool notes = !s.NotesFolder.empty();
-    if (notes) c.NotesFrame->setToolTip(ToToolTip(s.NotesFolder));
-    SetEnabled(c.DisplayNotesFolderButton, notes);
-    SetEnabled(c.CommandNotesNew, notes);
-    c.NotesOnlyMenu->setEnabled(notes);
-    c.FilesNotesMenu->setEnabled(notes);
     if (!s.CopyImageFolder.empty()) {
         const std::string& folder = s.CopyImageFolder;
         c.CopyImageButton3->setToolTip(ToToolTip(folder));
@@ -167,11 +165,6 @@ void Lifecycle::ShowListSettings() {
     set(c.PCheck, s.PictureListCheck);
     set(c.VCheck, s.VideoListCheck);
     set(c.WCheck, s.WebListCheck);
-    set(c.clearNotesSaveButton, s.ClearNotesSavePlus);
-    const QString how = s.ClearNotesSavePlus ? QStringLiteral("Save notes, clear; advance to ")
-                                             : QStringLiteral("Save notes, no clear; advance to ");
-    c.SaveNotes2Button->setToolTip(how + QStringLiteral("next picture"));
-    c.SaveNotes3Button->setToolTip(how + QStringLiteral("previous picture"));
 }
 
 void Lifecycle::ClearTexts() {
@@ -215,6 +208,7 @@ void Lifecycle::KeepPlaces() {
     s.PictureListCheck = m.controls.PCheck->isChecked();
     s.VideoListCheck = m.controls.VCheck->isChecked();
     s.WebListCheck = m.controls.WCheck->isChecked();
+    m_notes.KeepValues();
 }
 
 void Lifecycle::Form_Unload() {
@@ -225,6 +219,7 @@ void Lifecycle::Form_Unload() {
     m.shell.SetBusy(true);
     SaveSettings(m.state, m.settings);
     m.shell.SetBusy(false);
+    m_notes.Form_Unload();
     m_splash->hide();
     m_window.hide();
     m.events.EndProgram();

@@ -12,11 +12,12 @@ namespace tarn {
 class frmMain;
 class frmSplash;
 class NavigationRoom;
+class NotesRoom;
 class OutsidePrograms;
 
 class Lifecycle {
 public:
-    Lifecycle(Context& context, frmMain& window, NavigationRoom& navigation,
+    Lifecycle(Context& context, frmMain& window, NavigationRoom& navigation, NotesRoom& notes,
               OutsidePrograms& programs);
     ~Lifecycle();
 
@@ -54,6 +55,7 @@ private:
     Context& m;
     frmMain& m_window;
     NavigationRoom& m_navigation;
+    NotesRoom& m_notes;
     OutsidePrograms& m_programs;
     std::unique_ptr<frmSplash> m_splash;
     StartPath m_start;

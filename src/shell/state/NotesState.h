@@ -8,6 +8,7 @@ namespace tarn {
 struct NotesState {
     std::string NotesFolder;   // no separator at its end; empty: none is set
     std::string NotesFilename; // the current file's note
+    std::string NoteText;      // what stands in the note box
     std::string NotesSave;     // the restore buffer
     int ClearNotesSavePlus = 0;
 

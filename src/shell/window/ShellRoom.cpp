@@ -110,9 +110,9 @@ void ShellRoom::ShowError(const std::string& text) {
 void ShellRoom::SetListCommands(bool enabled) {
     const MainControls& c = m.controls;
     for (QPushButton* button : {c.SlideButton, c.Slides4Button, c.Slides4LButton, c.Slides2Button,
-                                c.SlidesC2Button, c.Slides2VButton, c.SlidesC2VButton,
-                                c.SaveNotesButton, c.SaveNotes2Button, c.SaveNotes3Button})
+                                c.SlidesC2Button, c.Slides2VButton, c.SlidesC2VButton})
         SetEnabled(button, enabled);
+    m.notes.SetSaveCommands();
 }
 
 void ShellRoom::ShowHelpPage(int page) {

@@ -1,0 +1,192 @@
+#include "notes/FrmNewNotes.h"
+
+#include "common/paths.h"
+#include "notes/NoteWindows.h"
+#include "notes/NotesRoom.h"
+#include "notes/frmExpCalc.h"
+#include "platform/ProgramFiles.h"
+#include "platform/QtText.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+#include <ctime>
+
+namespace tarn {
+
+namespace {
+
+constexpr auto kFilter = static_cast<std::size_t>(NoteEntry::Filter);
+
+// Where the desk keeps the chosen row of each list.
+constexpr std::array<int NotesState::*, kNoteEntries> kChoices = {
+    &NotesState::NewNotesTelescope, &NotesState::NewNotesGuideScope, &NotesState::NewNotesLens,
+    &NotesState::NewNotesMount,     &NotesState::NewNotesCamera,     &NotesState::NewNotesFilter,
+    &NotesState::NewNotesExposure,  &NotesState::NewNotesProcessing, &NotesState::NewNotesLocation,
+    &NotesState::NewNotesDate};
+
+// The row whose text stands in the box; -1 when something else was typed.
+int ChosenRow(const QComboBox& combo) {
+    const int row = combo.currentIndex();
+    return row >= 0 && combo.itemText(row) == combo.currentText() ? row : -1;
+}
+
+} // namespace
+
+void FrmNewNotes::Open() {
+    show();
+    raise();
+    activateWindow();
+}
+
+void FrmNewNotes::EnableSave(bool enabled) {
+    m_commandSave->setEnabled(enabled);
+}
+
+void FrmNewNotes::LoadNoteFormats() {
+    m_path = JoinPath(m.state.NotesFolder, m.state.NFSfilename);
+    const auto bytes = ReadFormatFile(m.files, m_path, ProgramFile(m.state.NFSfilename));
+    LoadFormats(m_lists, bytes, FromFileTime(std::time(nullptr)));
+    for (std::size_t i = 0; i < kNoteEntries; ++i) ShowList(i, bytes.has_value());
+    if (!bytes) {
+        m_label1->setText(ToQt("Could not find file '" + m_path + "', using defaults"));
+        m_label1->setToolTip(QStringLiteral("Defaults"));
+        return;
+    }
+    if (!m_choicesApplied) ApplyStoredChoices();
+    if (m_checkFirst->isChecked() && m_firstLines->Text().empty()) CommandSetLine_Click();
+    m_label1->setText(ToQt("Settings loaded from '" + m_path + "'"));
+    m_label1->setToolTip(ToToolTip(m_path));
+}
+
+// The filter's text stays whatever its list becomes.
+void FrmNewNotes::ShowList(std::size_t entry, bool selectFirst) {
+    QComboBox& combo = *m_entries[entry].combo;
+    const QString text = entry == kFilter ? combo.currentText() : QString();
+    QStringList items;
+    for (const std::string& each : m_lists[entry]) items << ToQt(each);
+    combo.clear();
+    combo.addItems(items);
+    combo.setCurrentIndex(entry != kFilter && selectFirst ? 0 : -1);
+    if (combo.currentIndex() < 0) combo.setEditText(text);
+}
+
+void FrmNewNotes::ApplyStoredChoices() {
+    m_choicesApplied = true;
+    for (std::size_t i = 0; i < kNoteEntries; ++i) {
+        const int row = m.state.*kChoices[i];
+        if (row >= 0 && row < m_entries[i].combo->count()) m_entries[i].combo->setCurrentIndex(row);
+    }
+}
+
+void FrmNewNotes::KeepValues() {
+    TakePlace(*this, m.state.NewNotesPlace);
+    if (m_calculator) TakePlace(*m_calculator, m.state.ExpCalcPlace);
+    if (!m_choicesApplied) return;
+    for (std::size_t i = 0; i < kNoteEntries; ++i)
+        m.state.*kChoices[i] = ChosenRow(*m_entries[i].combo);
+}
+
+void FrmNewNotes::SetExposure(const std::string& text) {
+    m_entries[static_cast<std::size_t>(NoteEntry::Exposure)].combo->setEditText(ToQt(text));
+}
+
+EntryTicks FrmNewNotes::Ticks() const {
+    EntryTicks ticks{};
+    for (std::size_t i = 0; i < kNoteEntries; ++i) ticks[i] = m_entries[i].check->isChecked();
+    return ticks;
+}
+
+void FrmNewNotes::CommandSet_Click() {
+    NoteComposition note;
+    if (m_checkFirst->isChecked()) note.firstLines = m_firstLines->Text();
+    const EntryTicks ticks = Ticks();
+    for (std::size_t i = 0; i < kNoteEntries; ++i)
+        if (ticks[i]) note.entries[i] = FromQt(m_entries[i].combo->currentText());
+    m_room.ReplaceText(ComposeNote(note));
+}
+
+void FrmNewNotes::CommandAdd_Click() {
+    for (const auto& [entry, value] : ReadBack(m_firstLines->Text(), Ticks())) {
+        const auto at = static_cast<std::size_t>(entry);
+        m_lists[at].insert(m_lists[at].begin(), value);
+        m_entries[at].combo->insertItem(0, ToQt(value));
+        m_entries[at].combo->setCurrentIndex(0);
+        m_entries[at].combo->setEditText(ToQt(value)); // also where row 0 was current before
+    }
+}
+
+void FrmNewNotes::CommandSetLine_Click() {
+    m_firstLines->Replace(m.state.NoteText);
+}
+
+void FrmNewNotes::CommandSetLine1_Click() {
+    m_firstLines->Replace(FirstLines(m.state.NoteText, m_textFirstLines->text().toInt()));
+}
+
+void FrmNewNotes::CommandClear_Click() {
+    m_firstLines->Replace({});
+}
+
+void FrmNewNotes::CommandToggle_Click() {
+    for (const EntryControls& each : m_entries) each.check->setChecked(m_allOff);
+    m_allOff = !m_allOff;
+    m_commandToggle->setText(m_allOff ? QStringLiteral("On") : QStringLiteral("Of f"));
+}
+
+void FrmNewNotes::CommandCalcExposure_Click() {
+    if (!m_calculator) m_calculator = std::make_unique<frmExpCalc>(m.state, *this);
+    m_calculator->show();
+    m_calculator->raise();
+    m_calculator->activateWindow();
+}
+
+void FrmNewNotes::CommandCancel_Click() {
+    hide();
+    if (m_calculator) m_calculator->hide();
+}
+
+void FrmNewNotes::CommandPrev_Click() {
+    m.navigation.PrevButton_Click();
+}
+
+void FrmNewNotes::CommandNext_Click() {
+    m.navigation.NextButton_Click();
+}
+
+void FrmNewNotes::CommandSave_Click() {
+    m.notes.SaveNote();
+}
+
+void FrmNewNotes::CommandRestore_Click() {
+    m_room.ReloadNote();
+}
+
+void FrmNewNotes::CommandEdit_Click() {
+    m_room.EditFormatFile(m_path);
+}
+
+// One digit: what is typed on is cut, and what is no digit makes it 1.
+void FrmNewNotes::TextFirstLines_KeyUp(int key) {
+    const bool counts = (key >= Qt::Key_1 && key <= Qt::Key_9) || key == Qt::Key_Backspace;
+    m_textFirstLines->setText(counts ? m_textFirstLines->text().left(1) : QStringLiteral("1"));
+}
+
+bool FrmNewNotes::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != m_textFirstLines) return QDialog::eventFilter(watched, event);
+    if (event->type() == QEvent::KeyPress)
+        m_pressedInFirstLines = static_cast<QKeyEvent*>(event)->key();
+    else if (event->type() == QEvent::KeyRelease &&
+             static_cast<QKeyEvent*>(event)->key() == m_pressedInFirstLines)
+        TextFirstLines_KeyUp(m_pressedInFirstLines);
+    else if (event->type() == QEvent::FocusOut && m_textFirstLines->text().isEmpty())
+        m_textFirstLines->setText(QStringLiteral("1"));
+    return QDialog::eventFilter(watched, event);
+}
+
+} // namespace tarn

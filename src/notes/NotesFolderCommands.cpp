@@ -1,0 +1,161 @@
+// The notes folder, start and end, and the windows of the notes room.
+#include "notes/FrmNewNotes.h"
+#include "notes/NoteFormats.h"
+#include "notes/NotesRoom.h"
+#include "notes/frmNotesFolder.h"
+
+#include "common/paths.h"
+#include "platform/Desktop.h"
+#include "platform/Dialogs.h"
+#include "platform/FileListBox.h"
+#include "platform/ProgramFiles.h"
+#include "platform/QtText.h"
+#include "platform/SettingsStore.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+
+namespace tarn {
+
+void NotesRoom::ShowSettings() {
+    ShowFolder();
+    m.controls.clearNotesSaveButton->setChecked(m.state.ClearNotesSavePlus != 0);
+    ShowStepToolTips();
+}
+
+// Everything that follows from a notes folder being set or not.
+void NotesRoom::ShowFolder() {
+    const MainControls& c = m.controls;
+    const std::string& folder = m.state.NotesFolder;
+    const bool set = !folder.empty();
+    c.NotesFrame->setToolTip(ToToolTip(folder));
+    SetEnabled(c.DisplayNotesFolderButton, set);
+    SetEnabled(c.CommandNotesNew, set);
+    c.NotesOnlyMenu->setEnabled(set);
+    c.FilesNotesMenu->setEnabled(set);
+    SetSaveCommands();
+    m_store.index.SetFolder(folder);
+    const auto hasNote = [this](const std::string& name) { return m_store.index.HasNote(name); };
+    c.FileListBox->SetNoteMarks(set ? std::function<bool(const std::string&)>(hasNote) : nullptr);
+    c.NoteFilterCombo->setEnabled(set);
+    if (c.NoteFilterCombo->currentIndex() != 0) {
+        if (!set) c.NoteFilterCombo->setCurrentIndex(0);
+        NoteFilterCombo_Click(c.NoteFilterCombo->currentIndex());
+    }
+}
+
+void NotesRoom::clearNotesSaveButton_Click() {
+    m.state.ClearNotesSavePlus = m.controls.clearNotesSaveButton->isChecked();
+    ShowStepToolTips();
+}
+
+void NotesRoom::ShowStepToolTips() {
+    const std::string how = m.state.ClearNotesSavePlus ? "Save notes, clear; advance to "
+                                                       : "Save notes, no clear; advance to ";
+    m.controls.SaveNotes2Button->setToolTip(ToQt(how + "next picture"));
+    m.controls.SaveNotes3Button->setToolTip(ToQt(how + "previous picture"));
+}
+
+void NotesRoom::SetNotesButton_Click() {
+    const std::string title = "Set Folder were Notes data will be kept";
+    const std::string& before = m.state.NotesFolder;
+    const std::string chosen =
+        m.dialogs.ChooseFolder(title, before.empty() ? m.files.HomeFolder() : before);
+    if (chosen.empty()) return;
+    m.state.NotesFolder = WithoutTrailingSeparator(chosen);
+    m.shell.ShowMessage("Notes folder set to '" + m.state.NotesFolder + "'");
+    if (m_manager) m_manager->hide();
+    ShowFolder();
+}
+
+void NotesRoom::ClearNotesFolderButton_Click() {
+    m.shell.ShowMessage("Notes folder cleared, no files were deleted");
+    m.state.NotesFolder.clear();
+    SetEnabled(m.controls.DeleteNotesButton, false);
+    SetCaption("Notes");
+    if (m_manager) m_manager->hide();
+    ShowFolder();
+}
+
+// The list anew with the same file current; where it is no longer listed, on its first row.
+void NotesRoom::NoteFilterCombo_Click(int choice) {
+    FileListBox& list = *m.controls.FileListBox;
+    list.SetNoteChoice(static_cast<NoteChoice>(choice));
+    m.navigation.RefreshDirButton_Click();
+    m.navigation.ResetFileHistory(true);
+    if (list.CurrentRow() < 0) m.navigation.EnableListCommands();
+}
+
+void NotesRoom::NoteFilesChanged() {
+    m_store.index.Refresh();
+    m.controls.FileListBox->ShowNoteMarks();
+}
+
+void NotesRoom::CommandNotesNew_Click() {
+    if (!m_composer) m_composer = std::make_unique<FrmNewNotes>(m, *this);
+    SetSaveCommands();
+    m_composer->Open();
+}
+
+void NotesRoom::DisplayNotesFolderButton_Click() {
+    if (!m_manager) m_manager = std::make_unique<frmNotesFolder>(m, *this);
+    m_manager->Open();
+}
+
+void NotesRoom::EditNoteSettingsFileButton_Click() {
+    if (m.state.NotesFolder.empty()) {
+        m.shell.ShowMessage("Notes folder has not been set");
+        return;
+    }
+    EditFormatFile(JoinPath(m.state.NotesFolder, m.state.NFSfilename));
+}
+
+void NotesRoom::EditFormatFile(const std::string& path) {
+    ReadFormatFile(m.files, path, ProgramFile(m.state.NFSfilename)); // there must be one to edit
+    const std::string failure = m.desktop.EditText(path);
+    if (!failure.empty()) m.shell.ShowMessage("ERROR - " + failure);
+}
+
+void NotesRoom::TakeUpDrafts() {
+    std::string names;
+    std::string texts;
+    for (const Draft& each : m_drafts.TakeUp()) {
+        names += (names.empty() ? "'" : ", '") + each.fileName + "'";
+        texts += (texts.empty() ? "" : "\r\n\r\n") + each.text;
+    }
+    if (texts.empty()) return;
+    m.state.NotesSave = texts;
+    SetEnabled(m.controls.RestoreNotesButton, true);
+    m.shell.ShowMessage("Unsaved note of " + names + " is in the restore buffer");
+}
+
+void NotesRoom::KeepValues() {
+    if (m_composer) m_composer->KeepValues();
+    if (m_manager) m_manager->KeepPlace();
+}
+
+void NotesRoom::Form_Unload() {
+    std::string why; // the window that could tell it is closing
+    m_drafts.EndRun(&why);
+    if (m_composer) m_composer->CommandCancel_Click();
+    if (m_manager) m_manager->hide();
+    if (m.state.NoSaveOnExit) return;
+    const auto write = [this](const char* key, int value) {
+        m.settings.Write(key, std::to_string(value));
+    };
+    if (m_composer) {
+        write("leftNewNotes_position", m.state.NewNotesPlace.left);
+        write("topNewNotes_position", m.state.NewNotesPlace.top);
+    }
+    if (m_manager) {
+        write("leftNotes_position", m.state.NotesFolderPlace.left);
+        write("topNotes_position", m.state.NotesFolderPlace.top);
+    }
+    if (m_composer || m_manager) m.settings.Flush();
+}
+
+} // namespace tarn

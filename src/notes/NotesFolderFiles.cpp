@@ -1,0 +1,72 @@
+#include "notes/NotesFolderFiles.h"
+
+#include "common/paths.h"
+#include "common/text.h"
+#include "notes/NoteText.h"
+
+#include <limits>
+
+namespace tarn {
+
+std::optional<LoadedNote> NotesFolderFiles::Read(const std::string& path) const {
+    auto bytes = m_files.Read(path, kNoteReadLimit);
+    if (!bytes) return {};
+    return LoadedNote{path, std::move(*bytes)};
+}
+
+bool NotesFolderFiles::Update(LoadedNote& note, const std::string& bytes, std::string* error) {
+    if (!SaveNoteFile(m_files, note.path, bytes, note, error)) return false;
+    note.bytes = bytes;
+    return true;
+}
+
+bool NotesFolderFiles::Delete(const std::string& path, std::string* error) {
+    return m_files.Trash(path, error);
+}
+
+bool NotesFolderFiles::IsNote(const std::string& path) const {
+    return FoldCase(LastPart(path)) != FoldCase(m_formatFile);
+}
+
+// True when the note was changed.
+bool NotesFolderFiles::FixOne(const std::string& path, NotesRun& run) {
+    const auto bytes = m_files.Read(path, std::numeric_limits<std::size_t>::max());
+    const auto repaired = bytes ? WithoutQuotes(*bytes) : std::nullopt;
+    if (bytes && !repaired) return false;
+    std::string error;
+    // Nobody has seen this file: the old one is kept.
+    const bool done = repaired && SaveNoteFile(m_files, path, *repaired, {}, &error);
+    (done ? run.changed : run.failed).push_back(path);
+    return done;
+}
+
+NotesRun NotesFolderFiles::FixAll(const std::vector<std::string>& paths, const GoOn& goOn) {
+    NotesRun run;
+    for (const std::string& path : paths)
+        if (IsNote(path) && FixOne(path, run) && !goOn()) break;
+    return run;
+}
+
+bool NotesFolderFiles::ConvertOne(const std::string& path, const NoteIndex& index, NotesRun& run) {
+    const std::string to = path.substr(0, path.size() - 3) + "enf";
+    const auto name = index.Find(LastPart(to));
+    const std::string stands = name ? JoinPath(FolderOf(to), *name) : to;
+    std::string error;
+    const bool done = (!m_files.Exists(stands) || m_files.Trash(stands, &error)) &&
+                      m_files.Rename(path, to, &error);
+    (done ? run.changed : run.failed).push_back(done ? to : path);
+    return done;
+}
+
+NotesRun NotesFolderFiles::Convert(const std::vector<std::string>& paths, const GoOn& goOn) {
+    NotesRun run;
+    NoteIndex index(m_files); // one reading for all
+    if (!paths.empty()) index.SetFolder(FolderOf(paths.front()));
+    for (const std::string& path : paths)
+        if (IsNote(path) && ToUpper(RightChars(path, 3)) == "TXT" && ConvertOne(path, index, run) &&
+            !goOn())
+            break;
+    return run;
+}
+
+} // namespace tarn

@@ -1,0 +1,49 @@
+// What the notes manager does to the files of the notes folder. The format file is never taken for
+// a note; what is overwritten or removed goes to the wastebasket.
+#pragma once
+
+#include "notes/NoteStore.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tarn {
+
+// What a run over many files did.
+struct NotesRun {
+    std::vector<std::string> changed; // paths
+    std::vector<std::string> failed;
+};
+
+class NotesFolderFiles {
+public:
+    // `formatFile` is the name that the user's format file has.
+    NotesFolderFiles(Files& files, std::string formatFile)
+        : m_files(files), m_formatFile(std::move(formatFile)) {}
+
+    // The note at this path, its first 8000 bytes; none when it cannot be read.
+    std::optional<LoadedNote> Read(const std::string& path) const;
+
+    bool Update(LoadedNote& note, const std::string& bytes, std::string* error);
+    bool Delete(const std::string& path, std::string* error);
+
+    // Takes the quotes off every note that has them, in the whole file. `goOn` is asked after each
+    // changed note.
+    using GoOn = std::function<bool()>;
+    NotesRun FixAll(const std::vector<std::string>& paths, const GoOn& goOn);
+
+    // Renames "*.txt" to "*.enf", all in one folder; a note that already has the name goes to the
+    // wastebasket.
+    NotesRun Convert(const std::vector<std::string>& paths, const GoOn& goOn);
+
+private:
+    bool IsNote(const std::string& path) const;
+    bool FixOne(const std::string& path, NotesRun& run);
+    bool ConvertOne(const std::string& path, const NoteIndex& index, NotesRun& run);
+
+    Files& m_files;
+    std::string m_formatFile;
+};
+
+} // namespace tarn

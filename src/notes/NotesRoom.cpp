@@ -1,0 +1,261 @@
+#include "notes/NotesRoom.h"
+
+#include "common/codepage.h"
+#include "notes/FrmNewNotes.h"
+#include "notes/NoteNames.h"
+#include "notes/NoteText.h"
+#include "notes/frmNotesFolder.h"
+#include "platform/FileListBox.h"
+#include "platform/QtText.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QShortcut>
+
+namespace tarn {
+
+namespace {
+
+constexpr int kDraftDelay = 400; // milliseconds from an edit to its draft at most
+
+} // namespace
+
+NotesRoom::NotesRoom(Context& context)
+    : m(context), m_box(*context.controls.NotesBox), m_store(context.files),
+      m_drafts(context.files) {
+    m_draftTimer.setSingleShot(true);
+    m_draftTimer.setInterval(kDraftDelay);
+    QObject::connect(&m_draftTimer, &QTimer::timeout, [this] { WriteDrafts(); });
+}
+
+NotesRoom::~NotesRoom() = default;
+
+void NotesRoom::ConnectControls() {
+    const MainControls& c = m.controls;
+    Connect(c.SaveNotesButton, [this] { SaveNotesButton_Click(); });
+    Connect(c.SaveNotes2Button, [this] { SaveNotes2Button_Click(); });
+    Connect(c.SaveNotes3Button, [this] { SaveNotes3Button_Click(); });
+    Connect(c.ClearNotesButton, [this] { ClearNotesButton_Click(); });
+    Connect(c.RestoreNotesButton, [this] { RestoreNotesButton_Click(); });
+    Connect(c.DeleteNotesButton, [this] { DeleteNotesButton_Click(); });
+    Connect(c.clearNotesSaveButton, [this] { clearNotesSaveButton_Click(); });
+    Connect(c.NotesPrevButton, [this] { Step(false); });
+    Connect(c.NotesNextButton, [this] { Step(true); });
+    Connect(c.CommandNotesNew, [this] { CommandNotesNew_Click(); });
+    Connect(c.SetNotesButton, [this] { SetNotesButton_Click(); });
+    Connect(c.ClearNotesFolderButton, [this] { ClearNotesFolderButton_Click(); });
+    Connect(c.DisplayNotesFolderButton, [this] { DisplayNotesFolderButton_Click(); });
+    Connect(c.EditNoteSettingsFileButton, [this] { EditNoteSettingsFileButton_Click(); });
+    SetEnabled(c.RestoreNotesButton, false); // until there is something
+    SetEnabled(c.DeleteNotesButton, false);
+    SetSaveCommands();
+    QObject::connect(c.NotesBox, &QPlainTextEdit::textChanged, c.NotesBox,
+                     [this] { NotesBox_Change(); });
+    QObject::connect(c.NoteFilterCombo, &QComboBox::activated, c.NoteFilterCombo,
+                     [this](int choice) { NoteFilterCombo_Click(choice); });
+    c.FileListBox->onRefresh = [this] { m_store.index.Refresh(); };
+    const auto* save = new QShortcut(QKeySequence::Save, c.NotesBox->window());
+    QObject::connect(save, &QShortcut::activated, c.NotesBox,
+                     [this] { m.controls.SaveNotesButton->click(); });
+}
+
+void NotesRoom::SetNotesFilename() {
+    m.state.NotesFilename = NotePath(m.state.NotesFolder, m.state.FileNameOnly);
+}
+
+// Text that neither the box began with nor any note has got from here.
+bool NotesRoom::IsUnsaved() const {
+    const std::string& text = m.state.NoteText;
+    return !text.empty() && text != m_loadedText && text != m_savedText;
+}
+
+void NotesRoom::CheckForNotes() {
+    SetNotesFilename();
+    // The same file shown again, in another size perhaps: what is being written stays.
+    if (m_noteOf == m.state.Filename && IsUnsaved() && m_store.IsAsLoaded(m.state.NotesFilename))
+        return;
+    LoadNote();
+}
+
+void NotesRoom::ReloadNote() {
+    SetNotesFilename();
+    LoadNote();
+}
+
+void NotesRoom::LoadNote() {
+    ProgramState& s = m.state;
+    const std::string before = m_nameOf;
+    const bool dropped = DropIntoBuffer();
+    const bool found =
+        !s.NotesFolder.empty() && !s.FileNameOnly.empty() && m_store.Load(s.NotesFilename);
+    // Also an empty text: undo must not reach the picture before.
+    m_box.Load(found ? FromCodePage(WithoutOldMarks(m_store.Loaded().bytes)) : std::string());
+    TakeForLoaded();
+    SetEnabled(m.controls.DeleteNotesButton, found);
+    SetCaption(found ? "Notes for: " + s.FileNameOnly : "Notes");
+    m.controls.FileListBox->ShowNoteMarks();
+    if (dropped) m.shell.ShowMessage("Unsaved note of '" + before + "' is in the restore buffer");
+}
+
+// The box's text is that of the file, now that it stands in the box.
+void NotesRoom::TakeForLoaded() {
+    m_noteOf = m.state.Filename;
+    m_nameOf = m.state.FileNameOnly;
+    m_loadedText = m_box.Text();
+    NotesBox_Change();
+}
+
+// What stood in the box goes into the restore buffer; true when no note has it.
+bool NotesRoom::DropIntoBuffer() {
+    ProgramState& s = m.state;
+    if (s.NoteText.empty()) return false;
+    const bool unsaved = IsUnsaved();
+    s.NotesSave = s.NoteText;
+    SetEnabled(m.controls.RestoreNotesButton, true);
+    if (unsaved) m_drafts.Set(DraftPlace::Buffer, {m_nameOf, s.NoteText});
+    m_drafts.Forget(DraftPlace::Box);
+    WriteDrafts();
+    return unsaved;
+}
+
+void NotesRoom::NotesBox_Change() {
+    ProgramState& s = m.state;
+    s.NoteText = m_box.Text();
+    SetSaveCommands();
+    if (IsUnsaved())
+        m_drafts.Set(DraftPlace::Box, {m_nameOf, s.NoteText});
+    else
+        m_drafts.Forget(DraftPlace::Box);
+    if (!m_draftTimer.isActive()) m_draftTimer.start();
+}
+
+void NotesRoom::KeepDraft(DraftPlace place, const Draft& draft) {
+    m_drafts.Set(place, draft);
+    if (!m_draftTimer.isActive()) m_draftTimer.start();
+}
+
+void NotesRoom::NoteWasSaved(const std::string& text) {
+    m_drafts.Saved(text);
+    WriteDrafts();
+}
+
+void NotesRoom::WriteDrafts() {
+    m_draftTimer.stop();
+    std::string why;
+    if (!m_drafts.Write(&why))
+        m.shell.ShowMessage("Unsaved text is not kept in " + m.files.StateFolder() + ": " + why);
+}
+
+void NotesRoom::SetSaveCommands() {
+    const ProgramState& s = m.state;
+    const MainControls& c = m.controls;
+    const bool selected = c.FileListBox->CurrentRow() >= 0 && !s.FileNameOnly.empty();
+    const bool on = !s.NotesFolder.empty() && selected && !s.NoteText.empty();
+    for (QPushButton* button : {c.SaveNotesButton, c.SaveNotes2Button, c.SaveNotes3Button})
+        SetEnabled(button, on);
+    if (m_composer) m_composer->EnableSave(on);
+}
+
+bool NotesRoom::SaveNote() {
+    ProgramState& s = m.state;
+    m.shell.ShowError({});
+    SetNotesFilename();
+    std::string why;
+    std::string misfit;
+    if (!WriteNote(&why, &misfit)) {
+        m.shell.ShowError(
+            "Error saving to notes folder: " + s.NotesFolder +
+            (misfit.empty() ? "" : " - the character '" + misfit + "' has no place in a note"));
+        m.shell.ShowMessage("ERROR - " + why);
+        return false;
+    }
+    m_savedText = s.NoteText;
+    TakeForLoaded();
+    NoteWasSaved(s.NoteText);
+    m.shell.ShowMessage("SAVED - " + DisplayPath(s.NotesFilename));
+    SetEnabled(m.controls.DeleteNotesButton, true);
+    SetCaption("Notes for: " + s.FileNameOnly);
+    m.controls.FileListBox->ShowNoteMarks();
+    return true;
+}
+
+// What was not edited is written back byte by byte.
+bool NotesRoom::WriteNote(std::string* why, std::string* misfit) {
+    const ProgramState& s = m.state;
+    if (s.NotesFolder.empty()) return *why = "Notes folder has not been set", false;
+    if (s.FileNameOnly.empty()) return *why = "No file is selected", false;
+    // Saving nothing never replaces deleting.
+    if (s.NoteText.empty()) return *why = "There is no text to save", false;
+    const bool edited = m_store.Loaded().path.empty() || s.NoteText != m_loadedText;
+    const auto bytes = edited ? ToCodePage(s.NoteText, misfit)
+                              : std::string(WithoutOldMarks(m_store.Loaded().bytes));
+    if (!bytes) return *why = "'" + *misfit + "' has no place in a note", false;
+    return m_store.Save(s.NotesFilename, *bytes, why);
+}
+
+void NotesRoom::SaveNotesButton_Click() {
+    SaveNote();
+    m_box.Focus();
+}
+
+void NotesRoom::SaveAndStep(bool forward) {
+    if (SaveNote()) {
+        Step(forward);
+        if (!m.state.ClearNotesSavePlus && m.state.NoteText.empty()) RestoreNotesButton_Click();
+    }
+    m_box.Focus();
+}
+
+void NotesRoom::Step(bool forward) {
+    if (forward)
+        m.navigation.NextButton_Click();
+    else
+        m.navigation.PrevButton_Click();
+    m_box.Focus();
+}
+
+void NotesRoom::ClearNotesButton_Click() {
+    ProgramState& s = m.state;
+    if (IsUnsaved()) m_drafts.Set(DraftPlace::Buffer, {m_nameOf, s.NoteText});
+    s.NotesSave = s.NoteText;
+    SetEnabled(m.controls.RestoreNotesButton, true);
+    m_box.Replace({});
+    FocusUnlessShow();
+}
+
+void NotesRoom::RestoreNotesButton_Click() {
+    m_box.Replace(m.state.NotesSave);
+    m_box.Focus();
+}
+
+void NotesRoom::DeleteNotesButton_Click() {
+    ProgramState& s = m.state;
+    SetNotesFilename();
+    std::string why;
+    if (s.NotesFolder.empty() || !m_store.Delete(s.NotesFilename, &why)) {
+        m.shell.ShowError("Error deleting notes file '" + s.NotesFilename + "'");
+        m_box.Focus();
+        return;
+    }
+    m.shell.ShowMessage("Notes file deleted");
+    ClearNotesButton_Click();
+    m_loadedText.clear(); // from now on only the restore buffer has the text
+    m_savedText.clear();
+    SetEnabled(m.controls.DeleteNotesButton, false);
+    FocusUnlessShow();
+    SetCaption("Notes:");
+    m.controls.FileListBox->ShowNoteMarks();
+}
+
+void NotesRoom::FocusUnlessShow() {
+    if (!m.state.SlideViewing && !m.state.OneToOneLoaded) m_box.Focus();
+}
+
+void NotesRoom::SetCaption(const std::string& caption) {
+    m.controls.NotesFrame->setText(ToQt(caption));
+}
+
+} // namespace tarn

@@ -1,0 +1,93 @@
+// The note beside the picture: the panel, its note file, and the windows that belong to notes.
+#pragma once
+
+#include "notes/Drafts.h"
+#include "notes/NoteBox.h"
+#include "notes/NoteStore.h"
+#include "shell/Context.h"
+
+#include <QTimer>
+
+#include <memory>
+#include <string>
+
+namespace tarn {
+
+class FrmNewNotes;
+class frmNotesFolder;
+
+class NotesRoom : public NotesCommands {
+public:
+    explicit NotesRoom(Context& context); // once the window's controls are made
+    ~NotesRoom() override;
+
+    void ConnectControls();
+
+    // Start: the settings as read are shown; what an earlier run could not save is offered.
+    void ShowSettings();
+    void TakeUpDrafts();
+
+    // The windows' values onto the desk, before settings are saved; and their end.
+    void KeepValues();
+    void Form_Unload();
+
+    void CheckForNotes() override;
+    void SetNotesFilename() override;
+    bool SaveNote() override;
+    void SaveNotesButton_Click() override;
+    void ClearNotesButton_Click() override;
+    void RestoreNotesButton_Click() override;
+    void DeleteNotesButton_Click() override;
+    void SetSaveCommands() override;
+    void NoteFilesChanged() override;
+
+    void SaveNotes2Button_Click() { SaveAndStep(true); }
+    void SaveNotes3Button_Click() { SaveAndStep(false); }
+    void clearNotesSaveButton_Click();
+    void NotesBox_Change();
+    void NoteFilterCombo_Click(int choice);
+
+    void SetNotesButton_Click();
+    void ClearNotesFolderButton_Click();
+    void DisplayNotesFolderButton_Click();
+    void EditNoteSettingsFileButton_Click();
+    void CommandNotesNew_Click();
+
+    // For the room's own windows.
+    void ReloadNote(); // from its file, whatever was typed
+    void ReplaceText(const std::string& text) { m_box.Replace(text); }
+    void EditFormatFile(const std::string& path);
+    void KeepDraft(DraftPlace place, const Draft& draft);
+    void NoteWasSaved(const std::string& text);
+
+    FrmNewNotes* Composer() const { return m_composer.get(); } // null before its first opening
+    frmNotesFolder* Manager() const { return m_manager.get(); }
+
+private:
+    bool IsUnsaved() const;
+    bool DropIntoBuffer();
+    void LoadNote();
+    void TakeForLoaded();
+    bool WriteNote(std::string* why, std::string* misfit);
+    void SaveAndStep(bool forward);
+    void Step(bool forward);
+    void FocusUnlessShow();
+    void WriteDrafts();
+    void SetCaption(const std::string& caption);
+    void ShowFolder();
+    void ShowStepToolTips();
+
+    Context& m;
+    NoteBox m_box;
+    NoteStore m_store;
+    Drafts m_drafts;
+    QTimer m_draftTimer;
+    std::string m_noteOf;     // path of the file whose note the box began with, and its name
+    std::string m_nameOf;     //
+    std::string m_loadedText; // what the box began with or last saved
+    std::string m_savedText;  // last saved by this run: it may travel to other pictures
+    std::unique_ptr<FrmNewNotes> m_composer;
+    std::unique_ptr<frmNotesFolder> m_manager;
+};
+
+} // namespace tarn

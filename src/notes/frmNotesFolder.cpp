@@ -1,0 +1,211 @@
+#include "notes/frmNotesFolder.h"
+
+#include "common/codepage.h"
+#include "common/paths.h"
+#include "notes/NoteText.h"
+#include "notes/NoteWindows.h"
+#include "notes/NotesRoom.h"
+#include "platform/EventPump.h"
+#include "platform/FileListBox.h"
+#include "platform/QtText.h"
+
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScopedValueRollback>
+
+#include <algorithm>
+
+namespace tarn {
+
+void frmNotesFolder::Open() {
+    m_wasAway = false;
+    Form_Activate();
+    show();
+    raise();
+    activateWindow();
+}
+
+void frmNotesFolder::KeepPlace() {
+    TakePlace(*this, m.state.NotesFolderPlace);
+}
+
+bool frmNotesFolder::event(QEvent* event) {
+    if (event->type() == QEvent::WindowDeactivate) m_wasAway = true;
+    if (event->type() == QEvent::WindowActivate && m_wasAway && isEnabled()) {
+        m_wasAway = false;
+        Form_Activate();
+    }
+    return QDialog::event(event);
+}
+
+// The list anew, on the note of the picture in the main window; a text that is being edited stays.
+void frmNotesFolder::Form_Activate() {
+    m_updateText->clear();
+    const std::string& folder = m.state.NotesFolder;
+    m_folderText->setText(ToQt(folder));
+    if (folder != m_lastFolder) ShowNothing();
+    m_lastFolder = folder;
+    if (!m_list->SetPath(folder)) ShowNothing();
+    m_list->Refresh();
+    m.notes.SetNotesFilename();
+    const std::string wanted = IsEdited() ? m_note.path : m.state.NotesFilename;
+    const int row = m_list->RowOf(LastPart(wanted));
+    if (row >= 0)
+        SelectRow(row);
+    else if (!m_note.path.empty() && !IsEdited())
+        ShowNote(m_note.path);
+    if (m_list->Count() < 1) m_label->setText(QStringLiteral("Notes folder is empty"));
+}
+
+void frmNotesFolder::ShowNothing() {
+    m_note = {};
+    m_shownText.clear();
+    m_box->Load({});
+    m_label->setText(m_list->Count() < 1 ? QStringLiteral("Notes folder is empty") : QString());
+    EnableCommands(false);
+}
+
+void frmNotesFolder::EnableCommands(bool enabled) {
+    m_update->setEnabled(enabled);
+    m_delete->setEnabled(enabled);
+}
+
+void frmNotesFolder::SelectRow(int row) {
+    m_list->UnselectAll();
+    m_list->Select(row);
+}
+
+bool frmNotesFolder::IsEdited() const {
+    return !m_note.path.empty() && m_box->Text() != m_shownText;
+}
+
+void frmNotesFolder::NotesFileListBox_Click() {
+    const int row = m_list->CurrentRow();
+    if (row < 0) return;
+    const std::string path = JoinPath(m_list->Path(), m_list->Text(row));
+    if (path == m_note.path && IsEdited()) return;
+    ShowNote(path);
+}
+
+void frmNotesFolder::ShowNote(const std::string& path) {
+    m_updateText->clear();
+    auto note = m_folder.Read(path);
+    if (!note) return;
+    m_note = std::move(*note);
+    m_box->Load(FromCodePage(m_note.bytes));
+    m_shownText = m_box->Text();
+    m_label->setText(ToQt(LastPart(path)));
+    EnableCommands(true);
+}
+
+void frmNotesFolder::NotesFolderNoteBox_Change() {
+    if (IsEdited()) m_room.KeepDraft(DraftPlace::Manager, {LastPart(m_note.path), m_box->Text()});
+}
+
+void frmNotesFolder::FixQButton_Click() {
+    const auto fixed = WithoutQuotes(m_box->Text());
+    if (!fixed) return;
+    m_box->Replace(*fixed);
+    m_updateText->setText(QStringLiteral("Press Update to change note."));
+}
+
+void frmNotesFolder::UpdateButton_Click() {
+    std::string why;
+    const std::string text = m_box->Text();
+    const auto bytes = IsEdited() ? ToCodePage(text, &why) : m_note.bytes;
+    if (!bytes) why = " - the character '" + why + "' has no place in a note";
+    m.shell.ShowError({});
+    if (!bytes || !m_folder.Update(m_note, *bytes, &why)) {
+        m.shell.ShowError("Error saving to notes folder: " + m.state.NotesFolder +
+                          (bytes ? "" : why));
+        return;
+    }
+    m_shownText = text;
+    m_room.NoteWasSaved(text);
+    m_room.NoteFilesChanged();
+    if (TakesPartInMainWindow({m_note.path})) m.display.Redraw();
+    m_updateText->setText(ToQt("Updated - " + LastPart(m_note.path)));
+}
+
+bool frmNotesFolder::TakesPartInMainWindow(const std::vector<std::string>& paths) {
+    m.notes.SetNotesFilename();
+    return std::find(paths.begin(), paths.end(), m.state.NotesFilename) != paths.end();
+}
+
+void frmNotesFolder::DeleteButton_Click() {
+    const std::string path = m_note.path;
+    const int row = m_list->CurrentRow();
+    std::string why;
+    if (!m_folder.Delete(path, &why)) {
+        m.shell.ShowError("Error deleting notes file '" + path + "'");
+        return;
+    }
+    m_room.NoteFilesChanged();
+    if (TakesPartInMainWindow({path})) m.display.Redraw();
+    m_list->Refresh();
+    ShowNothing();
+    if (m_list->Count() > 0) SelectRow(std::clamp(row, 0, m_list->Count() - 1));
+    m_updateText->setText(ToQt("Deleted - " + LastPart(path)));
+}
+
+// Works through the whole list with this window disabled and pending events let in; what has
+// changed shows when all is done.
+void frmNotesFolder::Run(NotesRun (NotesFolderFiles::*work)(const std::vector<std::string>&,
+                                                            const NotesFolderFiles::GoOn&),
+                         NotesRun& run) {
+    std::vector<std::string> paths;
+    for (int row = 0; row < m_list->Count(); ++row)
+        paths.push_back(JoinPath(m_list->Path(), m_list->Text(row)));
+    {
+        const QScopedValueRollback<bool> batch(m.state.BatchRuns, true);
+        QWidget* focus = focusWidget();
+        setEnabled(false);
+        run = (m_folder.*work)(paths, [this] {
+            m.events.Pump();
+            return !m.events.ProgramEnds();
+        });
+        setEnabled(true);
+        if (focus) focus->setFocus();
+    }
+    if (m.events.ProgramEnds()) return;
+    m_room.NoteFilesChanged();
+    if (!run.failed.empty())
+        m.shell.ShowError("Error saving to notes folder: " + m.state.NotesFolder);
+    if (TakesPartInMainWindow(run.changed)) m.display.Redraw();
+}
+
+void frmNotesFolder::FixQallButton_Click() {
+    NotesRun run;
+    Run(&NotesFolderFiles::FixAll, run);
+    const bool shown =
+        std::find(run.changed.begin(), run.changed.end(), m_note.path) != run.changed.end();
+    if (shown && !IsEdited()) ShowNote(m_note.path);
+    m_updateText->setText(
+        ToQt("Removed quotes from " + std::to_string(run.changed.size()) + " notes."));
+}
+
+void frmNotesFolder::CommandNew_Click() {
+    NotesRun run;
+    Run(&NotesFolderFiles::Convert, run);
+    const int row = m_list->CurrentRow();
+    m_list->Refresh();
+    // The note shown may have the other name now.
+    if (!m_note.path.empty() && m_list->RowOf(LastPart(m_note.path)) < 0 && !IsEdited()) {
+        ShowNothing();
+        if (m_list->Count() > 0) SelectRow(std::clamp(row, 0, m_list->Count() - 1));
+    }
+    m_updateText->setText(
+        ToQt(std::to_string(run.changed.size()) + " notes renamed from *.txt to *.enf"));
+}
+
+bool frmNotesFolder::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_list && event->type() == QEvent::KeyRelease &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_F)
+        FixQButton_Click();
+    return QDialog::eventFilter(watched, event);
+}
+
+} // namespace tarn

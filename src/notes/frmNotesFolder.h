@@ -1,0 +1,77 @@
+// The notes manager: every file of the notes folder, shown, edited, repaired, renamed or deleted
+// without its picture.
+#pragma once
+
+#include "notes/NoteBox.h"
+#include "notes/NotesFolderFiles.h"
+#include "shell/Context.h"
+
+#include <QDialog>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class QLabel;
+class QLayout;
+class QLineEdit;
+class QPlainTextEdit;
+class QPushButton;
+
+namespace tarn {
+
+class FileListBox;
+class NotesRoom;
+
+class frmNotesFolder : public QDialog {
+public:
+    frmNotesFolder(Context& context, NotesRoom& room);
+
+    void Open();
+    void KeepPlace(); // onto the desk
+
+    void Form_Activate();
+    void NotesFileListBox_Click();
+    void FixQButton_Click();
+    void FixQallButton_Click();
+    void UpdateButton_Click();
+    void DeleteButton_Click();
+    void CommandNew_Click();
+
+protected:
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QLayout* MakeListSide();
+    QLayout* MakeNoteSide();
+    QLayout* MakeCommands();
+    bool IsEdited() const;
+    void NotesFolderNoteBox_Change();
+    void ShowNote(const std::string& path);
+    void ShowNothing();
+    void SelectRow(int row);
+    void EnableCommands(bool enabled);
+    bool TakesPartInMainWindow(const std::vector<std::string>& paths);
+    void Run(NotesRun (NotesFolderFiles::*work)(const std::vector<std::string>&,
+                                                const NotesFolderFiles::GoOn&),
+             NotesRun& run);
+
+    Context& m;
+    NotesRoom& m_room;
+    NotesFolderFiles m_folder;
+    LoadedNote m_note;       // the file shown; its path changes only after a good read
+    std::string m_shownText; // as the box had it then
+    std::string m_lastFolder;
+    bool m_wasAway = false; // another window was active since
+    FileListBox* m_list = nullptr;
+    QLineEdit* m_folderText = nullptr;
+    QLabel* m_label = nullptr;
+    QLabel* m_updateText = nullptr;
+    QPlainTextEdit* m_edit = nullptr;
+    QPushButton* m_update = nullptr;
+    QPushButton* m_delete = nullptr;
+    std::unique_ptr<NoteBox> m_box;
+};
+
+} // namespace tarn
