@@ -72,28 +72,36 @@ bool CopyUnit::Stands() const {
     return std::any_of(copies.begin(), copies.end(), [](const PlannedCopy& c) { return c.stands; });
 }
 
+// Names that differ in case alone would come to stand over one another.
+static void MarkTwins(CopyPlan& plan) {
+    std::set<std::string> targets;
+    for (CopyUnit& unit : plan)
+        for (PlannedCopy& copy : unit.copies)
+            if (!targets.insert(FoldCase(copy.to)).second) copy.stands = true;
+}
+
 std::optional<CopyPlan> PlanCopies(const CopyRequest& request, const Files& files,
                                    std::string* error) {
     Folders folders;
     if (!folders.Read(request, files, error)) return {};
     CopyPlan plan;
     const bool withNotes = !request.notesFrom.empty();
-    std::map<std::string, std::size_t> unitOf; // by the folded name of the note
+    std::map<std::string, std::size_t> unitOf; // by the note that its files share
     for (const std::string& name : request.files) {
-        const std::string key = withNotes ? FoldCase(NoteNameOf(name)) : name;
+        const std::string shared = withNotes ? folders.notesFrom.Find(NoteNameOf(name)) : "";
+        const std::string key = !shared.empty() ? shared : withNotes ? NoteNameOf(name) : name;
         const auto [at, isNew] = unitOf.emplace(key, plan.size());
         if (isNew) plan.emplace_back();
         if (!request.filesTo.empty())
             plan[at->second].copies.push_back({JoinPath(request.filesFrom, name),
                                                folders.filesTo.Path(name), false,
                                                folders.filesTo.Has(name)});
-        const std::string note = isNew && withNotes ? folders.notesFrom.Find(NoteNameOf(name)) : "";
-        if (!note.empty()) plan[at->second].copies.push_back(folders.Note(note));
+        if (isNew && !shared.empty()) plan[at->second].copies.push_back(folders.Note(shared));
     }
     if (request.everyNote)
         for (const std::string& note : folders.notesFrom.Notes())
-            if (unitOf.emplace(FoldCase(note), plan.size()).second)
-                plan.push_back({{folders.Note(note)}});
+            if (unitOf.emplace(note, plan.size()).second) plan.push_back({{folders.Note(note)}});
+    MarkTwins(plan);
     std::erase_if(plan, [](const CopyUnit& unit) { return unit.copies.empty(); });
     return plan;
 }
@@ -161,9 +169,15 @@ void Resolve(CopyPlan& plan, WhenStands decision, const Files& files) {
         for (const PlannedCopy& copy : unit.copies) taken.insert(FoldCase(copy.to));
     for (CopyUnit& unit : plan) {
         if (!unit.Stands()) continue;
-        if (decision == WhenStands::Skip)
-            std::erase_if(unit.copies, [](const PlannedCopy& copy) { return copy.stands; });
-        else
+        if (decision == WhenStands::Skip) {
+            // A note without its picture would come to belong to the other picture of this name.
+            const bool pictureStays =
+                std::any_of(unit.copies.begin(), unit.copies.end(),
+                            [](const PlannedCopy& copy) { return copy.stands && !copy.isNote; });
+            std::erase_if(unit.copies, [&](const PlannedCopy& copy) {
+                return copy.stands || (copy.isNote && pictureStays);
+            });
+        } else
             GiveNewNames(unit, taken, files);
     }
     std::erase_if(plan, [](const CopyUnit& unit) { return unit.copies.empty(); });

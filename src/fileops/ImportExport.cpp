@@ -73,8 +73,15 @@ std::string ImportExport::AskForTarget(const std::string& title) {
 }
 
 void ImportExport::ImportNotesFilesButton_Click() {
-    const std::string source = AskForSource("Import notes from folder");
-    if (source.empty()) return;
+    // Notes may well lie beside the pictures shown.
+    const std::string chosen =
+        m.dialogs.ChooseFolder("Import notes from folder", m.controls.FileListBox->Path());
+    if (chosen.empty()) return;
+    const std::string source = WithoutTrailingSeparator(chosen);
+    if (SameFolder(source, m.state.NotesFolder)) {
+        m.shell.ShowMessage("ERROR - the notes folder cannot be the source of an import");
+        return;
+    }
     CopyRequest request;
     request.notesFrom = source;
     request.notesTo = m.state.NotesFolder;
@@ -227,8 +234,7 @@ std::string ImportExport::Run(CopyPlan plan, const std::string& verb, const std:
 void ImportExport::Import(const CopyRequest& request, const std::string& to) {
     const std::string said = PlanAndRun(request, "Imported", to);
     m.navigation.RefreshDirButton_Click();
-    if (m.controls.NotesBox->document()->isEmpty() && !m.state.Filename.empty())
-        m.notes.CheckForNotes();
+    m.notes.NoteFilesChanged();
     m.shell.ShowMessage(said);
 }
 

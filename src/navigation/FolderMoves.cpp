@@ -30,15 +30,18 @@ void NavigationRoom::LoadStartFolder() {
         return;
     }
     tree.Reveal(s.StartFolder);
-    if (m.controls.FileListBox->SetPath(s.StartFolder)) return;
-    m.shell.ShowStatus("Cannot set path to " + s.StartFolder);
-    s.HistCur = 0;
+    if (!m.controls.FileListBox->SetPath(s.StartFolder)) {
+        m.shell.ShowStatus("Cannot set path to " + s.StartFolder);
+        s.HistCur = 0;
+    }
+    SetHistoryButtons();
 }
 
 bool NavigationRoom::EnterFolder(const std::string& path) {
     m.shell.ShowStatus("Nothing to display in current folder.");
-    const bool entered = m.controls.FileListBox->SetPath(path);
+    const bool entered = m.files.IsFolder(path) && m.controls.FileListBox->SetPath(path);
     if (entered) {
+        m_historyList.GiveUp(); // its rows count entries
         if (!m.state.HistNav && !RecordFolder(m.state, path))
             m.shell.ShowMessage("WARNING - Upper limit reached for folder history");
         SetHistoryButtons();
@@ -113,14 +116,17 @@ void NavigationRoom::ShowNamed(const std::string& name) {
 
 void NavigationRoom::GoToFolder(int entry) {
     const int before = m.state.HistCur;
-    const std::string path = m.state.HistFolderPath[static_cast<std::size_t>(entry)];
+    const std::string pathBefore = m.controls.FolderTreeview1->SelectedPath();
+    const std::string path =
+        WithoutTrailingSeparator(m.state.HistFolderPath[static_cast<std::size_t>(entry)]);
     m.state.HistCur = entry;
     {
         const QScopedValueRollback<bool> navigating(m.state.HistNav, true);
         m.controls.FolderTreeview1->SetSelectedPath(path);
     }
-    if (m.controls.FileListBox->Path() != path) {
+    if (m.controls.FileListBox->Path() != path || !m.files.IsFolder(path)) {
         m.state.HistCur = before; // the folder has gone
+        m.controls.FolderTreeview1->PutBack(pathBefore);
         return;
     }
     ClearMultiselect(); // the entry may stand for the same folder

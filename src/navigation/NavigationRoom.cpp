@@ -62,6 +62,9 @@ void NavigationRoom::FileListBox_Click() {
     if (!modified) {
         // The name is still that of the picture before, as the display alone sets it.
         m.shell.ShowError(error + " - " + s.FileNameOnly);
+        // From here on it is this file's, so that no note stands beside another file.
+        s.FileNameOnly = LastPart(s.Filename);
+        m.notes.CheckForNotes();
         return;
     }
     s.FileModifiedText = FormatDateText(FromFileTime(*modified));
@@ -217,6 +220,7 @@ void NavigationRoom::RefreshDirButton_Click() {
     const int row = m.controls.FileListBox->CurrentRow();
     if (row >= 0) m.state.FileIndex = m.state.FileHistLast = row; // the same file, counted anew
     Update_Num_Files(0);
+    m.notes.SetSaveCommands();
 }
 
 } // namespace tarn

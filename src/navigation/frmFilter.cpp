@@ -35,7 +35,7 @@ void frmFilter::MakeContents() {
     m_custom->setObjectName(QStringLiteral("CheckCustom"));
     m_text->setObjectName(QStringLiteral("TextFilter"));
     m_text->setAccessibleName(QStringLiteral("Custom Filter pattern"));
-    m_text->setPlaceholderText(QStringLiteral("*M31*;*M42*"));
+    m_text->setPlaceholderText(QStringLiteral("*M31*"));
     m_text->setMinimumWidth(24 * fontMetrics().horizontalAdvance(QLatin1Char('0')));
     m_presets->setObjectName(QStringLiteral("ComboFilter"));
     m_presets->setAccessibleName(QStringLiteral("Presets"));

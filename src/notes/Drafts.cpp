@@ -1,7 +1,6 @@
 #include "notes/Drafts.h"
 
 #include "common/paths.h"
-#include "common/text.h"
 
 #include <algorithm>
 #include <charconv>
@@ -11,6 +10,7 @@ namespace tarn {
 namespace {
 
 constexpr std::size_t kMost = 16U << 20U; // bytes of a file that can be ours
+constexpr std::size_t kMostDropped = 100; // the oldest go first
 constexpr std::string_view kHead = "draft ";
 
 // A decimal number and the character behind it.
@@ -53,9 +53,24 @@ std::string Drafts::FilePath() const {
 }
 
 const std::vector<Draft>& Drafts::TakeUp() {
-    m_written = m_files.Read(FilePath(), kMost).value_or("");
+    std::string why;
+    const auto bytes = m_files.Read(FilePath(), kMost, &why);
+    m_written = bytes.value_or("");
     m_takenUp = UnpackDrafts(m_written);
+    // A file that cannot be read whole is put aside, not written over.
+    if (PackDrafts(m_takenUp) != m_written || (!bytes && m_files.Exists(FilePath()))) {
+        std::string taken;
+        for (int i = 1; i < 100; ++i)
+            if (m_files.Rename(FilePath(), FilePath() + "." + std::to_string(i), &taken)) break;
+        m_written.clear();
+    }
     return m_takenUp;
+}
+
+const Draft* Drafts::TakenUpFor(const std::string& fileName) const {
+    const auto at = std::find_if(m_takenUp.rbegin(), m_takenUp.rend(),
+                                 [&](const Draft& each) { return each.fileName == fileName; });
+    return at == m_takenUp.rend() ? nullptr : &*at;
 }
 
 void Drafts::Set(DraftPlace place, Draft draft) {
@@ -66,18 +81,36 @@ void Drafts::Forget(DraftPlace place) {
     m_places[static_cast<std::size_t>(place)].reset();
 }
 
-void Drafts::Saved(const std::string& text) {
-    std::erase_if(m_takenUp, [&](const Draft& each) { return Contains(text, each.text); });
+void Drafts::Drop(const Draft& draft) {
+    if (std::find(m_dropped.begin(), m_dropped.end(), draft) != m_dropped.end()) return;
+    m_dropped.push_back(draft);
+    if (m_dropped.size() > kMostDropped) m_dropped.erase(m_dropped.begin());
+}
+
+// Texts equal to this one need no keeping any more.
+void Drafts::Settle(const std::string& text) {
+    if (text.empty()) return;
+    const auto is = [&](const Draft& each) { return each.text == text; };
+    std::erase_if(m_takenUp, is);
+    std::erase_if(m_dropped, is);
     for (auto& place : m_places)
         if (place && place->text == text) place.reset();
 }
 
+void Drafts::Saved(const std::string& text) {
+    Settle(text);
+    Settle(m_restored);
+    m_restored.clear();
+}
+
 bool Drafts::Write(std::string* error) {
-    std::vector<Draft> all;
+    std::vector<Draft> all = m_takenUp;
+    const auto add = [&all](const Draft& draft) {
+        if (std::find(all.begin(), all.end(), draft) == all.end()) all.push_back(draft);
+    };
+    for (const Draft& each : m_dropped) add(each);
     for (const auto& place : m_places)
-        if (place) all.push_back(*place);
-    for (const Draft& each : m_takenUp)
-        if (std::find(all.begin(), all.end(), each) == all.end()) all.push_back(each);
+        if (place) add(*place);
     std::string bytes = PackDrafts(all);
     if (bytes == m_written) return true;
     if (!m_files.Write(FilePath(), bytes, error)) return false;
@@ -86,7 +119,10 @@ bool Drafts::Write(std::string* error) {
 }
 
 bool Drafts::EndRun(std::string* error) {
-    m_takenUp.clear();
+    // Unless it still stands in the box, unsaved.
+    const auto box = m_places[static_cast<std::size_t>(DraftPlace::Box)];
+    Settle(m_restored);
+    m_places[static_cast<std::size_t>(DraftPlace::Box)] = box;
     return Write(error);
 }
 

@@ -42,7 +42,14 @@ struct Clock {
     long long seconds;
 };
 
-Clock ClockOf(double time) {
+// A product of decimal fractions that is whole on paper is whole here: 10.2 x 100.
+double Snapped(double time) {
+    const double whole = std::round(time);
+    return std::abs(time - whole) < 1e-9 * std::max(1.0, std::abs(whole)) ? whole : time;
+}
+
+Clock ClockOf(double exact) {
+    const double time = Snapped(exact);
     const double hours = std::trunc(time / 3600);
     const double minutes = std::trunc((time - hours * 3600) / 60);
     return {std::llround(hours), std::llround(minutes),

@@ -50,7 +50,9 @@ void FrmNewNotes::EnableSave(bool enabled) {
 
 void FrmNewNotes::LoadNoteFormats() {
     m_path = JoinPath(m.state.NotesFolder, m.state.NFSfilename);
-    const auto bytes = ReadFormatFile(m.files, m_path, ProgramFile(m.state.NFSfilename));
+    const auto bytes = m.state.NotesFolder.empty()
+                           ? std::nullopt
+                           : ReadFormatFile(m.files, m_path, ProgramFile(m.state.NFSfilename));
     LoadFormats(m_lists, bytes, FromFileTime(std::time(nullptr)));
     for (std::size_t i = 0; i < kNoteEntries; ++i) ShowList(i, bytes.has_value());
     if (!bytes) {
@@ -174,7 +176,11 @@ void FrmNewNotes::CommandEdit_Click() {
 // One digit: what is typed on is cut, and what is no digit makes it 1.
 void FrmNewNotes::TextFirstLines_KeyUp(int key) {
     const bool counts = (key >= Qt::Key_1 && key <= Qt::Key_9) || key == Qt::Key_Backspace;
-    m_textFirstLines->setText(counts ? m_textFirstLines->text().left(1) : QStringLiteral("1"));
+    QString text = counts ? m_textFirstLines->text().left(1) : QStringLiteral("1");
+    if (!text.isEmpty() && (text[0] < QLatin1Char('1') || text[0] > QLatin1Char('9')))
+        text = QStringLiteral("1");
+    // The same text set again would take a selection away.
+    if (text != m_textFirstLines->text()) m_textFirstLines->setText(text);
 }
 
 bool FrmNewNotes::eventFilter(QObject* watched, QEvent* event) {

@@ -124,8 +124,8 @@ QLayout* FrmNewNotes::MakeCommands() {
     rows->addLayout(lists);
 
     auto* note = new QHBoxLayout();
-    Command(*note, "CommandSet", "Set", "Set note to data entered", &FrmNewNotes::CommandSet_Click)
-        ->setDefault(true);
+    // No default button: Return in a list finishes the value and must not replace the note.
+    Command(*note, "CommandSet", "Set", "Set note to data entered", &FrmNewNotes::CommandSet_Click);
     m_commandSave =
         Command(*note, "CommandSave", "Save", "Save note", &FrmNewNotes::CommandSave_Click);
     Command(*note, "CommandRestore", "Restore", "Restore current image note from file",

@@ -20,9 +20,8 @@ constexpr std::size_t At(NoteEntry entry) {
 }
 
 bool IsText(std::string_view line) {
-    return std::none_of(line.begin(), line.end(), [](char c) {
-        return static_cast<unsigned char>(c) < 0x20 && c != '\t' && c != '\r';
-    });
+    return std::none_of(line.begin(), line.end(),
+                        [](char c) { return static_cast<unsigned char>(c) < 0x20 && c != '\t'; });
 }
 
 bool IsUtf8(std::string_view bytes) {
@@ -40,6 +39,8 @@ std::string AsText(std::string_view line) {
 }
 
 void ParseLine(std::string_view line, FormatLists& lists) {
+    // Old editors close a file with this sign.
+    if (line.ends_with('\x1A')) line.remove_suffix(1);
     if (line.ends_with('\r')) line.remove_suffix(1);
     if (line.size() > kLongestLine || !IsText(line)) return;
     const auto parts = Split(line, ':');
@@ -64,10 +65,12 @@ constexpr std::array kReadBackOrder = {
 // The two characters behind the caption are passed over unseen. None: too short to hold a value.
 std::optional<std::string> ValueOf(std::string_view line, std::string_view caption) {
     if (!line.starts_with(caption)) return {};
-    const std::size_t left = caption.size() + (line.ends_with('\r') ? 3 : 1);
-    if (line.size() < left) return {};
-    const std::size_t start = std::min(line.size(), caption.size() + 2);
-    return std::string(line.substr(start, line.size() - left));
+    const bool closed = line.ends_with('\r');
+    // A closed line loses its last character, the carriage return; an open one loses one, too.
+    const int rest = Length(line) - Length(caption);
+    if (rest < (closed ? 3 : 2)) return {};
+    const std::string_view behind = RightChars(line, rest - 2);
+    return std::string(LeftChars(behind, rest - (closed ? 3 : 1)));
 }
 
 } // namespace

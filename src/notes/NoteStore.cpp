@@ -12,18 +12,24 @@ namespace {
 constexpr std::size_t kWhole = std::numeric_limits<std::size_t>::max();
 
 std::string FreeNameBeside(const Files& files, const std::string& path) {
-    const std::string stem = path.substr(0, path.size() - std::string_view(".enf").size());
-    std::string free = stem + " (replaced).enf";
+    const auto point = path.rfind('.');
+    const std::string stem = path.substr(0, point);
+    const std::string extension = point == std::string::npos ? "" : path.substr(point);
+    std::string free = stem + " (replaced)" + extension;
     for (int i = 2; files.Exists(free); ++i)
-        free = stem + " (replaced " + std::to_string(i) + ").enf";
+        free = stem + " (replaced " + std::to_string(i) + ")" + extension;
     return free;
 }
 
 // A copy goes, not the file itself: were the program to die now, the note would be missing. Where
 // there is no wastebasket, the copy stays beside the note.
 bool KeepOldNote(Files& files, const std::string& path, std::string* error) {
-    const std::string copy = FreeNameBeside(files, path);
-    if (!files.Copy(path, copy, error)) return false;
+    std::string copy = FreeNameBeside(files, path);
+    if (!files.Copy(path, copy, error)) {
+        // No room beside it, or no leave: by way of the program's own folder.
+        copy = FreeNameBeside(files, JoinPath(files.StateFolder(), LastPart(path)));
+        if (!files.Copy(path, copy, error)) return false;
+    }
     std::string noWastebasket;
     files.Trash(copy, &noWastebasket);
     return true;

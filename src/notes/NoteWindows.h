@@ -30,7 +30,10 @@ Widget* Named(Widget* widget, const QString& name, const char* tooltip = "") {
 }
 
 inline QPushButton* NamedButton(const char* name, const char* caption, const char* tooltip = "") {
-    return Named(new QPushButton(QString::fromUtf8(caption)), QString::fromLatin1(name), tooltip);
+    auto* button =
+        Named(new QPushButton(QString::fromUtf8(caption)), QString::fromLatin1(name), tooltip);
+    button->setAutoDefault(false); // pressed by Space alone
+    return button;
 }
 
 } // namespace tarn

@@ -78,6 +78,7 @@ void NotesRoom::ClearNotesFolderButton_Click() {
     SetEnabled(m.controls.DeleteNotesButton, false);
     SetCaption("Notes");
     if (m_manager) m_manager->hide();
+    if (m_composer) m_composer->CommandCancel_Click(); // its list has no place any more
     ShowFolder();
 }
 
@@ -93,6 +94,11 @@ void NotesRoom::NoteFilterCombo_Click(int choice) {
 void NotesRoom::NoteFilesChanged() {
     m_store.index.Refresh();
     m.controls.FileListBox->ShowNoteMarks();
+    // The note on show may be another by now; one that is being written stays.
+    SetNotesFilename();
+    const bool written = m.state.NoteText != m_loadedText;
+    if (!m.state.FileNameOnly.empty() && !written && !m_store.IsAsLoaded(m.state.NotesFilename))
+        LoadNote();
 }
 
 void NotesRoom::CommandNotesNew_Click() {
@@ -120,17 +126,18 @@ void NotesRoom::EditFormatFile(const std::string& path) {
     if (!failure.empty()) m.shell.ShowMessage("ERROR - " + failure);
 }
 
+// The latest goes into the restore buffer; the others come up with their pictures.
 void NotesRoom::TakeUpDrafts() {
-    std::string names;
-    std::string texts;
-    for (const Draft& each : m_drafts.TakeUp()) {
-        names += (names.empty() ? "'" : ", '") + each.fileName + "'";
-        texts += (texts.empty() ? "" : "\r\n\r\n") + each.text;
-    }
-    if (texts.empty()) return;
-    m.state.NotesSave = texts;
+    const std::vector<Draft>& drafts = m_drafts.TakeUp();
+    if (drafts.empty()) return;
+    m.state.NotesSave = drafts.back().text;
     SetEnabled(m.controls.RestoreNotesButton, true);
-    m.shell.ShowMessage("Unsaved note of " + names + " is in the restore buffer");
+    std::string names;
+    for (std::size_t i = 0; i + 1 < drafts.size(); ++i)
+        names += (names.empty() ? "'" : ", '") + drafts[i].fileName + "'";
+    m.shell.ShowMessage("Unsaved note of '" + drafts.back().fileName +
+                        "' is in the restore buffer" +
+                        (names.empty() ? "" : "; kept until shown: " + names));
 }
 
 void NotesRoom::KeepValues() {

@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QShortcut>
 
 namespace tarn {
@@ -69,14 +70,15 @@ void NotesRoom::SetNotesFilename() {
 // Text that neither the box began with nor any note has got from here.
 bool NotesRoom::IsUnsaved() const {
     const std::string& text = m.state.NoteText;
-    return !text.empty() && text != m_loadedText && text != m_savedText;
+    return !text.empty() && text != m_loadedText && text != m_travelling;
 }
 
 void NotesRoom::CheckForNotes() {
     SetNotesFilename();
     // The same file shown again, in another size perhaps: what is being written stays.
-    if (m_noteOf == m.state.Filename && IsUnsaved() && m_store.IsAsLoaded(m.state.NotesFilename))
-        return;
+    const bool same = m_noteOf == m.state.Filename && m_nameOf == m.state.FileNameOnly;
+    const bool written = !m.state.NoteText.empty() && m.state.NoteText != m_loadedText;
+    if (same && written && m_store.IsAsLoaded(m.state.NotesFilename)) return;
     LoadNote();
 }
 
@@ -98,6 +100,16 @@ void NotesRoom::LoadNote() {
     SetCaption(found ? "Notes for: " + s.FileNameOnly : "Notes");
     m.controls.FileListBox->ShowNoteMarks();
     if (dropped) m.shell.ShowMessage("Unsaved note of '" + before + "' is in the restore buffer");
+    if (!m_stepping) OfferDraft();
+}
+
+// What an earlier run could not save comes up with its picture.
+void NotesRoom::OfferDraft() {
+    const Draft* draft = m_drafts.TakenUpFor(m.state.FileNameOnly);
+    if (!draft || draft->text == m.state.NoteText) return;
+    m.state.NotesSave = draft->text;
+    SetEnabled(m.controls.RestoreNotesButton, true);
+    m.shell.ShowMessage("Unsaved note of '" + draft->fileName + "' is in the restore buffer");
 }
 
 // The box's text is that of the file, now that it stands in the box.
@@ -105,6 +117,7 @@ void NotesRoom::TakeForLoaded() {
     m_noteOf = m.state.Filename;
     m_nameOf = m.state.FileNameOnly;
     m_loadedText = m_box.Text();
+    m_travelling.clear();
     NotesBox_Change();
 }
 
@@ -115,7 +128,7 @@ bool NotesRoom::DropIntoBuffer() {
     const bool unsaved = IsUnsaved();
     s.NotesSave = s.NoteText;
     SetEnabled(m.controls.RestoreNotesButton, true);
-    if (unsaved) m_drafts.Set(DraftPlace::Buffer, {m_nameOf, s.NoteText});
+    if (unsaved) m_drafts.Drop({m_nameOf, s.NoteText});
     m_drafts.Forget(DraftPlace::Box);
     WriteDrafts();
     return unsaved;
@@ -137,6 +150,20 @@ void NotesRoom::KeepDraft(DraftPlace place, const Draft& draft) {
     if (!m_draftTimer.isActive()) m_draftTimer.start();
 }
 
+void NotesRoom::ForgetDraft(DraftPlace place) {
+    m_drafts.Forget(place);
+    if (!m_draftTimer.isActive()) m_draftTimer.start();
+}
+
+void NotesRoom::DropText(const Draft& draft) {
+    m_drafts.Drop(draft);
+    m_drafts.Forget(DraftPlace::Manager);
+    WriteDrafts();
+    m.state.NotesSave = draft.text;
+    SetEnabled(m.controls.RestoreNotesButton, true);
+    m.shell.ShowMessage("Unsaved text of '" + draft.fileName + "' is in the restore buffer");
+}
+
 void NotesRoom::NoteWasSaved(const std::string& text) {
     m_drafts.Saved(text);
     WriteDrafts();
@@ -156,6 +183,7 @@ void NotesRoom::SetSaveCommands() {
     const bool on = !s.NotesFolder.empty() && selected && !s.NoteText.empty();
     for (QPushButton* button : {c.SaveNotesButton, c.SaveNotes2Button, c.SaveNotes3Button})
         SetEnabled(button, on);
+    if (!selected) SetEnabled(c.DeleteNotesButton, false);
     if (m_composer) m_composer->EnableSave(on);
 }
 
@@ -172,7 +200,6 @@ bool NotesRoom::SaveNote() {
         m.shell.ShowMessage("ERROR - " + why);
         return false;
     }
-    m_savedText = s.NoteText;
     TakeForLoaded();
     NoteWasSaved(s.NoteText);
     m.shell.ShowMessage("SAVED - " + DisplayPath(s.NotesFilename));
@@ -203,8 +230,12 @@ void NotesRoom::SaveNotesButton_Click() {
 
 void NotesRoom::SaveAndStep(bool forward) {
     if (SaveNote()) {
+        const QScopedValueRollback<bool> stepping(m_stepping, true);
         Step(forward);
-        if (!m.state.ClearNotesSavePlus && m.state.NoteText.empty()) RestoreNotesButton_Click();
+        if (!m.state.ClearNotesSavePlus && m.state.NoteText.empty()) {
+            m_travelling = m.state.NotesSave; // saved once: no loss when it is dropped
+            RestoreNotesButton_Click();
+        }
     }
     m_box.Focus();
 }
@@ -219,14 +250,16 @@ void NotesRoom::Step(bool forward) {
 
 void NotesRoom::ClearNotesButton_Click() {
     ProgramState& s = m.state;
-    if (IsUnsaved()) m_drafts.Set(DraftPlace::Buffer, {m_nameOf, s.NoteText});
-    s.NotesSave = s.NoteText;
+    if (IsUnsaved()) m_drafts.Drop({m_nameOf, s.NoteText});
+    // A second press finds nothing: what the first one took stays.
+    if (!s.NoteText.empty()) s.NotesSave = s.NoteText;
     SetEnabled(m.controls.RestoreNotesButton, true);
     m_box.Replace({});
     FocusUnlessShow();
 }
 
 void NotesRoom::RestoreNotesButton_Click() {
+    m_drafts.Restored(m.state.NotesSave);
     m_box.Replace(m.state.NotesSave);
     m_box.Focus();
 }
@@ -241,9 +274,9 @@ void NotesRoom::DeleteNotesButton_Click() {
         return;
     }
     m.shell.ShowMessage("Notes file deleted");
+    if (s.NoteText.empty()) s.NotesSave = m_loadedText; // cleared before: the file's text
     ClearNotesButton_Click();
     m_loadedText.clear(); // from now on only the restore buffer has the text
-    m_savedText.clear();
     SetEnabled(m.controls.DeleteNotesButton, false);
     FocusUnlessShow();
     SetCaption("Notes:");

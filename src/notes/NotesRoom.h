@@ -58,6 +58,9 @@ public:
     void ReplaceText(const std::string& text) { m_box.Replace(text); }
     void EditFormatFile(const std::string& path);
     void KeepDraft(DraftPlace place, const Draft& draft);
+    void ForgetDraft(DraftPlace place);
+    void DropText(const Draft& draft); // into the restore buffer, with a word
+    const std::string& LoadedNotePath() const { return m_store.Loaded().path; } // empty: none
     void NoteWasSaved(const std::string& text);
 
     FrmNewNotes* Composer() const { return m_composer.get(); } // null before its first opening
@@ -66,6 +69,7 @@ public:
 private:
     bool IsUnsaved() const;
     bool DropIntoBuffer();
+    void OfferDraft();
     void LoadNote();
     void TakeForLoaded();
     bool WriteNote(std::string* why, std::string* misfit);
@@ -85,7 +89,8 @@ private:
     std::string m_noteOf;     // path of the file whose note the box began with, and its name
     std::string m_nameOf;     //
     std::string m_loadedText; // what the box began with or last saved
-    std::string m_savedText;  // last saved by this run: it may travel to other pictures
+    std::string m_travelling; // saved, and brought along to this picture by Save+ or Save-
+    bool m_stepping = false;  // by Save+ or Save-
     std::unique_ptr<FrmNewNotes> m_composer;
     std::unique_ptr<frmNotesFolder> m_manager;
 };

@@ -2,13 +2,16 @@
 
 #include "common/codepage.h"
 #include "common/paths.h"
+#include "common/text.h"
 #include "notes/NoteText.h"
 #include "notes/NoteWindows.h"
 #include "notes/NotesRoom.h"
 #include "platform/EventPump.h"
 #include "platform/FileListBox.h"
+#include "platform/Files.h"
 #include "platform/QtText.h"
 
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -19,6 +22,15 @@
 #include <algorithm>
 
 namespace tarn {
+
+namespace {
+
+std::string WithExtension(const std::string& path, const char* extension) {
+    const auto point = path.rfind('.');
+    return (point == std::string::npos ? path : path.substr(0, point)) + extension;
+}
+
+} // namespace
 
 void frmNotesFolder::Open() {
     m_wasAway = false;
@@ -36,7 +48,11 @@ bool frmNotesFolder::event(QEvent* event) {
     if (event->type() == QEvent::WindowDeactivate) m_wasAway = true;
     if (event->type() == QEvent::WindowActivate && m_wasAway && isEnabled()) {
         m_wasAway = false;
-        Form_Activate();
+        // A click that brings the window up may fall on Delete: it is meant for the note it sees.
+        if (QGuiApplication::mouseButtons() == Qt::NoButton)
+            Form_Activate();
+        else
+            m_list->Refresh();
     }
     return QDialog::event(event);
 }
@@ -48,10 +64,13 @@ void frmNotesFolder::Form_Activate() {
     m_folderText->setText(ToQt(folder));
     if (folder != m_lastFolder) ShowNothing();
     m_lastFolder = folder;
-    if (!m_list->SetPath(folder)) ShowNothing();
+    if (!m.files.IsFolder(folder) || !m_list->SetPath(folder)) {
+        m_list->SetPath({}); // not the rows of a folder that is not shown
+        ShowNothing();
+        return;
+    }
     m_list->Refresh();
-    m.notes.SetNotesFilename();
-    const std::string wanted = IsEdited() ? m_note.path : m.state.NotesFilename;
+    const std::string wanted = IsEdited() ? m_note.path : PathInMainWindow();
     const int row = m_list->RowOf(LastPart(wanted));
     if (row >= 0)
         SelectRow(row);
@@ -60,7 +79,22 @@ void frmNotesFolder::Form_Activate() {
     if (m_list->Count() < 1) m_label->setText(QStringLiteral("Notes folder is empty"));
 }
 
+// The note of the picture shown, by the name that was found on the disk.
+std::string frmNotesFolder::PathInMainWindow() const {
+    m.notes.SetNotesFilename();
+    const std::string& loaded = m_room.LoadedNotePath();
+    return FoldCase(LastPart(loaded)) == FoldCase(LastPart(m.state.NotesFilename))
+               ? loaded
+               : m.state.NotesFilename;
+}
+
+// Another note, or none, is about to stand in the box.
+void frmNotesFolder::KeepEdit() {
+    if (IsEdited()) m_room.DropText({LastPart(m_note.path), m_box->Text()});
+}
+
 void frmNotesFolder::ShowNothing() {
+    KeepEdit();
     m_note = {};
     m_shownText.clear();
     m_box->Load({});
@@ -94,6 +128,7 @@ void frmNotesFolder::ShowNote(const std::string& path) {
     m_updateText->clear();
     auto note = m_folder.Read(path);
     if (!note) return;
+    KeepEdit();
     m_note = std::move(*note);
     m_box->Load(FromCodePage(m_note.bytes));
     m_shownText = m_box->Text();
@@ -102,7 +137,10 @@ void frmNotesFolder::ShowNote(const std::string& path) {
 }
 
 void frmNotesFolder::NotesFolderNoteBox_Change() {
-    if (IsEdited()) m_room.KeepDraft(DraftPlace::Manager, {LastPart(m_note.path), m_box->Text()});
+    if (IsEdited())
+        m_room.KeepDraft(DraftPlace::Manager, {LastPart(m_note.path), m_box->Text()});
+    else
+        m_room.ForgetDraft(DraftPlace::Manager);
 }
 
 void frmNotesFolder::FixQButton_Click() {
@@ -131,8 +169,7 @@ void frmNotesFolder::UpdateButton_Click() {
 }
 
 bool frmNotesFolder::TakesPartInMainWindow(const std::vector<std::string>& paths) {
-    m.notes.SetNotesFilename();
-    return std::find(paths.begin(), paths.end(), m.state.NotesFilename) != paths.end();
+    return std::find(paths.begin(), paths.end(), PathInMainWindow()) != paths.end();
 }
 
 void frmNotesFolder::DeleteButton_Click() {
@@ -143,9 +180,11 @@ void frmNotesFolder::DeleteButton_Click() {
         m.shell.ShowError("Error deleting notes file '" + path + "'");
         return;
     }
+    const bool shown = TakesPartInMainWindow({path});
     m_room.NoteFilesChanged();
-    if (TakesPartInMainWindow({path})) m.display.Redraw();
+    if (shown) m.display.Redraw();
     m_list->Refresh();
+    m_list->setFocus();
     ShowNothing();
     if (m_list->Count() > 0) SelectRow(std::clamp(row, 0, m_list->Count() - 1));
     m_updateText->setText(ToQt("Deleted - " + LastPart(path)));
@@ -192,7 +231,11 @@ void frmNotesFolder::CommandNew_Click() {
     Run(&NotesFolderFiles::Convert, run);
     const int row = m_list->CurrentRow();
     m_list->Refresh();
-    // The note shown may have the other name now.
+    // The note shown may have the other name now, and an edit goes with it.
+    const std::string renamed = WithExtension(m_note.path, ".enf");
+    if (!m_note.path.empty() && IsEdited() && m_list->RowOf(LastPart(m_note.path)) < 0 &&
+        m_list->RowOf(LastPart(renamed)) >= 0)
+        m_note.path = renamed;
     if (!m_note.path.empty() && m_list->RowOf(LastPart(m_note.path)) < 0 && !IsEdited()) {
         ShowNothing();
         if (m_list->Count() > 0) SelectRow(std::clamp(row, 0, m_list->Count() - 1));
@@ -201,11 +244,18 @@ void frmNotesFolder::CommandNew_Click() {
         ToQt(std::to_string(run.changed.size()) + " notes renamed from *.txt to *.enf"));
 }
 
+// The F key fixes the note that stands in the box; the list takes no letter for its own search.
 bool frmNotesFolder::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == m_list && event->type() == QEvent::KeyRelease &&
-        static_cast<QKeyEvent*>(event)->key() == Qt::Key_F)
-        FixQButton_Click();
-    return QDialog::eventFilter(watched, event);
+    const bool key = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
+    if (watched != m_list || !key) return QDialog::eventFilter(watched, event);
+    const auto* what = static_cast<QKeyEvent*>(event);
+    if (what->key() != Qt::Key_F || what->modifiers() != Qt::NoModifier)
+        return QDialog::eventFilter(watched, event);
+    if (what->isAutoRepeat()) return true;
+    const bool released = event->type() == QEvent::KeyRelease;
+    if (released && m_fixPressed) FixQButton_Click();
+    m_fixPressed = !released;
+    return true;
 }
 
 } // namespace tarn

@@ -53,6 +53,8 @@ private:
     void SelectRow(int row);
     void EnableCommands(bool enabled);
     bool TakesPartInMainWindow(const std::vector<std::string>& paths);
+    std::string PathInMainWindow() const;
+    void KeepEdit();
     void Run(NotesRun (NotesFolderFiles::*work)(const std::vector<std::string>&,
                                                 const NotesFolderFiles::GoOn&),
              NotesRun& run);
@@ -63,7 +65,8 @@ private:
     LoadedNote m_note;       // the file shown; its path changes only after a good read
     std::string m_shownText; // as the box had it then
     std::string m_lastFolder;
-    bool m_wasAway = false; // another window was active since
+    bool m_wasAway = false;    // another window was active since
+    bool m_fixPressed = false; // the F key went down in the list
     FileListBox* m_list = nullptr;
     QLineEdit* m_folderText = nullptr;
     QLabel* m_label = nullptr;

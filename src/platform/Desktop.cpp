@@ -80,8 +80,9 @@ public:
         return Start(program, command);
     }
     std::string ShowInFileManager(const std::string& folder, const std::string& file) override {
-        const QString uri =
+        QString uri =
             QString::fromLatin1(QUrl::fromLocalFile(QFile::decodeName(file.c_str())).toEncoded());
+        uri.replace(QLatin1Char(','), QLatin1String("%2C")); // it parts the list of the call
         // The file managers' common call, which marks the file.
         if (!file.empty() && !Find(QStringLiteral("dbus-send")).isEmpty() &&
             QProcess::execute(Find(QStringLiteral("dbus-send")),

@@ -103,13 +103,20 @@ mode_t ModeFor(const std::string& target) {
     return 0666 & ~mask;
 }
 
-bool WriteInPlace(const std::string& path, std::string_view bytes, std::string* error) {
+bool PutBytes(int file, std::string_view bytes) {
+    return ::lseek(file, 0, SEEK_SET) == 0 && WriteAll(file, bytes) &&
+           ::ftruncate(file, static_cast<off_t>(bytes.size())) == 0 && ::fsync(file) == 0;
+}
+
+// The old bytes go back when the new ones cannot all be written.
+bool WriteInPlace(const std::string& path, std::string_view old, std::string_view bytes,
+                  std::string* error) {
     const Handle file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
-    if (!file || !WriteAll(file.Number(), bytes) ||
-        ::ftruncate(file.Number(), static_cast<off_t>(bytes.size())) != 0 ||
-        ::fsync(file.Number()) != 0)
-        return Fail(error);
-    return true;
+    if (!file) return Fail(error);
+    if (PutBytes(file.Number(), bytes)) return true;
+    const int why = errno;
+    PutBytes(file.Number(), old);
+    return Fail(error, why);
 }
 
 bool CopyBytes(int from, int to) {
@@ -137,8 +144,12 @@ bool SameFile(const struct stat& a, const struct stat& b) {
 
 std::optional<std::string> DiskChanges::Read(const std::string& path, std::size_t most,
                                              std::string* error) const {
-    const Handle file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    if (!file) return Fail(error), std::nullopt;
+    // Without waiting: a pipe under a note's name would hold the program up for ever.
+    const Handle file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat info {};
+    if (!file || ::fstat(file.Number(), &info) != 0) return Fail(error), std::nullopt;
+    if (!S_ISREG(info.st_mode))
+        return Fail(error, S_ISDIR(info.st_mode) ? EISDIR : EINVAL), std::nullopt;
     std::string bytes;
     std::array<char, 1 << 16> buffer{};
     while (bytes.size() < most) {
@@ -154,11 +165,15 @@ std::optional<std::string> DiskChanges::Read(const std::string& path, std::size_
 
 bool DiskChanges::Write(const std::string& path, std::string_view bytes, std::string* error) {
     const std::string target = BehindLinks(path);
+    // A file that may not be written is not replaced either.
+    const bool stands = ::access(target.c_str(), F_OK) == 0;
+    if (stands && ::access(target.c_str(), W_OK) != 0) return Fail(error);
     Beside file(target);
     if (!file) {
         const int why = errno;
-        return ::access(target.c_str(), W_OK) == 0 ? WriteInPlace(target, bytes, error)
-                                                   : Fail(error, why);
+        const bool noLeave = why == EACCES || why == EPERM || why == EROFS;
+        const auto old = stands && noLeave ? Read(target, SIZE_MAX, error) : std::nullopt;
+        return old ? WriteInPlace(target, *old, bytes, error) : Fail(error, why);
     }
     if (!WriteAll(file.Number(), bytes) || ::fchmod(file.Number(), ModeFor(target)) != 0 ||
         !file.Place())
@@ -190,13 +205,13 @@ bool DiskChanges::Rename(const std::string& from, const std::string& to, std::st
 }
 
 bool DiskChanges::Copy(const std::string& from, const std::string& to, std::string* error) {
-    const Handle source(::open(from.c_str(), O_RDONLY | O_CLOEXEC));
+    const Handle source(::open(from.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat info {};
     if (!source || ::fstat(source.Number(), &info) != 0) return Fail(error);
     if (!S_ISREG(info.st_mode)) return Fail(error, S_ISDIR(info.st_mode) ? EISDIR : EINVAL);
     struct stat target {};
-    const bool stands = ::stat(to.c_str(), &target) == 0;
-    if (stands && SameFile(info, target)) return Fail(error, EEXIST);
+    if (::stat(to.c_str(), &target) == 0 && SameFile(info, target)) return Fail(error, EEXIST);
+    const bool stands = ::lstat(to.c_str(), &target) == 0; // also a link that leads nowhere
 
     Beside file(to);
     const timespec times[2] = {info.st_atim, info.st_mtim};

@@ -41,6 +41,11 @@ void FolderTreeview::ShowCurrent(const std::string& path) {
     if (index.isValid()) setCurrentIndex(index);
 }
 
+void FolderTreeview::PutBack(const std::string& path) {
+    m_path = path;
+    ShowCurrent(path);
+}
+
 void FolderTreeview::Reveal(const std::string& path) {
     const QModelIndex index = m_model.IndexOf(path);
     if (!index.isValid()) return;

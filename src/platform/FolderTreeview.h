@@ -23,6 +23,9 @@ public:
     // one. Separators at the end are dropped, except the root's.
     void SetSelectedPath(const std::string& path);
 
+    // The path as it was before a change that came to nothing; raises nothing.
+    void PutBack(const std::string& path);
+
     // Opens the folders on the way and scrolls there; a path that is not there does nothing.
     void Reveal(const std::string& path);
 

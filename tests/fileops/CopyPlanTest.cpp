@@ -85,7 +85,7 @@ TEST(CopyPlan, WhatStandsIsDecidedForAll) {
         Resolve(resolved, decision, d.files);
         return d.Told(resolved);
     };
-    EXPECT_EQ(after(WhenStands::Skip), "a.enf>a.enf\nb.jpg>b.jpg\nc.jpg>c.jpg\nd.jpg>d.jpg\n");
+    EXPECT_EQ(after(WhenStands::Skip), "b.jpg>b.jpg\nc.jpg>c.jpg\nd.jpg>d.jpg\n");
     EXPECT_EQ(after(WhenStands::KeepBoth), "a.jpg>a (2).jpg+a.enf>a (2).enf\n"
                                            "b.jpg>b (2).jpg+b.enf>b (2).enf\n"
                                            "c.jpg>c (3).jpg+c.enf>c (3).enf\n"

@@ -202,7 +202,9 @@ TEST(ImportExport, OurOwnFoldersAreRefused) {
                                d.controls.ImportButton, d.controls.ImportNotesFilesButton}) {
             d.dialogs.answers = {folder};
             entry->trigger();
-            EXPECT_EQ(d.Said().find("message ERROR - the "), 0U) << d.Said();
+            const bool notesFromShown = entry == d.controls.ImportNotesFilesButton &&
+                                        folder != d.notes.Path(); // they may lie there
+            EXPECT_EQ(d.Said().find("message ERROR - the ") == 0, !notesFromShown) << d.Said();
             d.calls.clear();
         }
     EXPECT_EQ(ReadTree(d.shown.Path()), kNight);
@@ -259,17 +261,13 @@ TEST(ImportExport, EscAndTheEndOfTheProgramStopItToo) {
     }
 }
 
-TEST(ImportExport, AnImportShowsTheNoteThatCameButNeverTakesATextAway) {
-    for (const bool writing : {false, true}) {
-        BatchDesk d;
-        d.Show();
-        d.state.Filename = d.shown.Path() + "/M31.jpg";
-        if (writing) d.controls.NotesBox->setPlainText(QStringLiteral("in hand"));
-        Fill(d.other, kNightNotes);
-        d.dialogs.answers = {d.other.Path()};
-        d.controls.ImportNotesFilesButton->trigger();
-        EXPECT_EQ(std::count(d.calls.begin(), d.calls.end(), "CheckForNotes"), writing ? 0 : 1);
-    }
+TEST(ImportExport, AnImportTellsTheNotesRoom) {
+    BatchDesk d;
+    d.Show();
+    Fill(d.other, kNightNotes);
+    d.dialogs.answers = {d.other.Path()};
+    d.controls.ImportNotesFilesButton->trigger();
+    EXPECT_EQ(std::count(d.calls.begin(), d.calls.end(), "NoteFilesChanged"), 1);
 }
 
 TEST(ImportExport, AMissingNotesFolderIsSaid) {

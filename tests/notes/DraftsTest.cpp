@@ -33,33 +33,59 @@ TEST(Drafts, StayUntilTheirTextIsSaved) {
     Drafts drafts(files);
     EXPECT_TRUE(drafts.TakeUp().empty());
     drafts.Set(DraftPlace::Box, {"b.jpg", "in the box"});
-    drafts.Set(DraftPlace::Buffer, {"a.jpg", "dropped"});
+    drafts.Drop({"a.jpg", "clouds"});
+    drafts.Drop({"d.jpg", "more"});
+    drafts.Drop({"a.jpg", "clouds"}); // the same once more
     EXPECT_TRUE(drafts.Write(&error));
-    EXPECT_EQ(files.OnDisk(), (std::vector<Draft>{{"b.jpg", "in the box"}, {"a.jpg", "dropped"}}));
+    EXPECT_EQ(
+        files.OnDisk(),
+        (std::vector<Draft>{{"a.jpg", "clouds"}, {"d.jpg", "more"}, {"b.jpg", "in the box"}}));
     drafts.Saved("in the box");
+    drafts.Saved("high clouds"); // another note that only holds the word
+    drafts.Saved("more");
     EXPECT_TRUE(drafts.Write(&error));
-    EXPECT_EQ(files.OnDisk(), (std::vector<Draft>{{"a.jpg", "dropped"}}));
+    EXPECT_EQ(files.OnDisk(), (std::vector<Draft>{{"a.jpg", "clouds"}}));
+}
 
-    // After a crash the next run takes it up; it stays through a further crash, also beside new
-    // ones, and is not offered again after a good end.
-    for (int run = 0; run < 2; ++run) {
+TEST(Drafts, ComeBackUntilRestoredOrSaved) {
+    StateFiles files;
+    std::string error;
+    {
+        Drafts first(files);
+        first.TakeUp();
+        first.Drop({"a.jpg", "dropped"});
+        EXPECT_TRUE(first.Write(&error)); // and the power goes
+    }
+    for (int run = 0; run < 2; ++run) { // seen or not: a good end alone forgets nothing
         Drafts next(files);
         EXPECT_EQ(next.TakeUp(), (std::vector<Draft>{{"a.jpg", "dropped"}}));
-        EXPECT_TRUE(next.Write(&error));
+        ASSERT_NE(next.TakenUpFor("a.jpg"), nullptr);
+        EXPECT_EQ(next.TakenUpFor("b.jpg"), nullptr);
+        EXPECT_TRUE(next.EndRun(&error));
     }
-    Drafts last(files);
-    last.TakeUp();
-    last.Set(DraftPlace::Box, {"c.jpg", "new"});
-    EXPECT_TRUE(last.Write(&error));
-    EXPECT_EQ(files.OnDisk().size(), 2U);
-    EXPECT_TRUE(last.EndRun(&error));
-    EXPECT_EQ(files.OnDisk(), (std::vector<Draft>{{"c.jpg", "new"}}));
-
+    Drafts restored(files);
+    restored.TakeUp();
+    restored.Restored("dropped");
+    restored.Set(DraftPlace::Box, {"a.jpg", "dropped and more"});
+    EXPECT_TRUE(restored.EndRun(&error));
+    EXPECT_EQ(files.OnDisk(), (std::vector<Draft>{{"a.jpg", "dropped and more"}}));
     Drafts saved(files);
     saved.TakeUp();
-    saved.Saved("something\r\n\r\nnew"); // the offered text became part of a note
+    saved.Restored("dropped and more");
+    saved.Saved("dropped and more, edited");
     EXPECT_TRUE(saved.Write(&error));
     EXPECT_TRUE(files.OnDisk().empty());
+}
+
+TEST(Drafts, AFileThatIsNoneOfOursIsPutAside) {
+    StateFiles files;
+    files.folder.Write("unsaved_notes", "draft 5 4\na.jpg\ntext\nrubbish");
+    std::string error;
+    Drafts drafts(files);
+    EXPECT_EQ(drafts.TakeUp(), (std::vector<Draft>{{"a.jpg", "text"}}));
+    EXPECT_TRUE(drafts.Write(&error));
+    EXPECT_EQ(BytesOf(files.folder.Path() + "/unsaved_notes.1"), "draft 5 4\na.jpg\ntext\nrubbish");
+    EXPECT_EQ(files.OnDisk(), (std::vector<Draft>{{"a.jpg", "text"}}));
 }
 
 TEST(Drafts, WriteOnlyWhatChanged) {

@@ -174,18 +174,70 @@ TEST(NotesPanel, TheNextRunOffersWhatWasNotSaved) {
         QuickPump events;
         House next({d.files, *d.settings, events, d.dialogs, d.sound, d.desktop});
         ASSERT_TRUE(next.Start(d.folder.Path(), {}));
-        EXPECT_EQ(next.state.NotesSave, "in the box\r\n\r\ndropped");
+        EXPECT_EQ(next.state.NotesSave, "in the box");
         EXPECT_EQ(next.controls.FileDateText->text().toStdString(),
-                  "Unsaved note of 'b.jpg', 'a.jpg' is in the restore buffer");
+                  "Unsaved note of 'b.jpg' is in the restore buffer; kept until shown: 'a.jpg'");
+        const auto key = [&next](int code) {
+            for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+                QKeyEvent event(type, code, Qt::NoModifier);
+                QApplication::sendEvent(next.controls.Picture1, &event);
+            }
+        };
+        key(Qt::Key_N); // each comes up with its own picture
         next.controls.RestoreNotesButton->click();
         next.controls.SaveNotesButton->click();
-        EXPECT_EQ(BytesOf(d.At("a.enf")), "in the box\r\n\r\ndropped");
+        EXPECT_EQ(BytesOf(d.At("b.enf")), "in the box");
+        key(Qt::Key_P);
+        EXPECT_EQ(next.state.NotesSave, "dropped");
+        next.controls.RestoreNotesButton->click();
+        next.controls.SaveNotesButton->click();
+        EXPECT_EQ(BytesOf(d.At("a.enf")), "dropped");
         next.controls.Exit->trigger();
     }
     QuickPump events;
     House last({d.files, *d.settings, events, d.dialogs, d.sound, d.desktop});
     ASSERT_TRUE(last.Start(d.folder.Path(), {}));
     EXPECT_EQ(last.state.NotesSave, "");
+}
+
+TEST(NotesPanel, NoNoteStandsBesideAFileThatHasGone) {
+    NotesDesk d;
+    d.notes.Write("a.enf", "note a");
+    d.Start();
+    EXPECT_EQ(d.s.NoteText, "note a");
+    std::filesystem::rename(d.folder.Path() + "/b.jpg", d.folder.Path() + "/away");
+    d.Key(Qt::Key_N);
+    EXPECT_EQ(d.s.NoteText, "");
+    d.Type("for b");
+    d.c.SaveNotesButton->click();
+    EXPECT_EQ(d.Bytes("a.enf"), "note a");
+    EXPECT_EQ(d.Bytes("b.enf"), "for b");
+}
+
+TEST(NotesPanel, ANoteThatCameFromElsewhereIsShownUnlessOneIsWritten) {
+    NotesDesk d;
+    d.Start();
+    d.notes.Write("a.enf", "imported");
+    d.house.notes.NoteFilesChanged();
+    EXPECT_EQ(d.s.NoteText, "imported");
+    d.Type("my own ");
+    const std::string mine = d.s.NoteText;
+    d.notes.Write("a.enf", "another");
+    d.house.notes.NoteFilesChanged();
+    EXPECT_EQ(d.s.NoteText, mine);
+}
+
+TEST(NotesPanel, EveryDroppedTextIsKeptInTheDrafts) {
+    NotesDesk d;
+    d.Start();
+    d.Type("one");
+    d.Key(Qt::Key_N);
+    d.Type("two");
+    d.Key(Qt::Key_P);
+    EXPECT_EQ(d.s.NotesSave, "two");
+    const std::string drafts = BytesOf(d.files.StateFolder() + "/unsaved_notes");
+    EXPECT_NE(drafts.find("one"), std::string::npos);
+    EXPECT_NE(drafts.find("two"), std::string::npos);
 }
 
 QIcon Mark(const NotesDesk& d, int row) {

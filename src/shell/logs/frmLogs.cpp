@@ -156,6 +156,7 @@ void frmLogs::FindNext() {
         m_find->setFocus();
         return;
     }
+    if (m_text->document()->isEmpty()) return; // no file is shown
     Say();
     if (m_text->find(text)) return;
     const QTextCursor before = m_text->textCursor();
