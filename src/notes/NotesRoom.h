@@ -55,6 +55,8 @@ public:
 
     // For the room's own windows.
     void ReloadNote(); // from its file, whatever was typed
+    // Of the file that is shown: as it stands on disk, which may differ in case.
+    const std::string& LoadedPath() const { return m_store.Loaded().path; }
     void ReplaceText(const std::string& text) { m_box.Replace(text); }
     void EditFormatFile(const std::string& path);
     void KeepDraft(DraftPlace place, const Draft& draft);

@@ -20,7 +20,7 @@
 
 namespace tarn {
 
-void frmNotesFolder::Open() {
+void frmNotesFolder::OpenWindow() {
     m_wasAway = false;
     Form_Activate();
     show();
@@ -50,14 +50,20 @@ void frmNotesFolder::Form_Activate() {
     m_lastFolder = folder;
     if (!m_list->SetPath(folder)) ShowNothing();
     m_list->Refresh();
-    m.notes.SetNotesFilename();
-    const std::string wanted = IsEdited() ? m_note.path : m.state.NotesFilename;
-    const int row = m_list->RowOf(LastPart(wanted));
+    const int row = IsEdited() ? m_list->RowOf(LastPart(m_note.path)) : RowOfPicture();
     if (row >= 0)
         SelectRow(row);
     else if (!m_note.path.empty() && !IsEdited())
         ShowNote(m_note.path);
     if (m_list->Count() < 1) m_label->setText(QStringLiteral("Notes folder is empty"));
+}
+
+// The row with the note of the picture in the main window; -1 when there is none.
+int frmNotesFolder::RowOfPicture() const {
+    m.notes.SetNotesFilename();
+    const int row = m_list->RowOf(LastPart(m.state.NotesFilename));
+    const std::string& loaded = m_room.LoadedPath();
+    return row < 0 && FolderOf(loaded) == m_list->Path() ? m_list->RowOf(LastPart(loaded)) : row;
 }
 
 void frmNotesFolder::ShowNothing() {
@@ -132,7 +138,9 @@ void frmNotesFolder::UpdateButton_Click() {
 
 bool frmNotesFolder::TakesPartInMainWindow(const std::vector<std::string>& paths) {
     m.notes.SetNotesFilename();
-    return std::find(paths.begin(), paths.end(), m.state.NotesFilename) != paths.end();
+    return std::any_of(paths.begin(), paths.end(), [this](const std::string& path) {
+        return path == m.state.NotesFilename || path == m_room.LoadedPath();
+    });
 }
 
 void frmNotesFolder::DeleteButton_Click() {
@@ -157,6 +165,7 @@ void frmNotesFolder::Run(NotesRun (NotesFolderFiles::*work)(const std::vector<st
                                                             const NotesFolderFiles::GoOn&),
                          NotesRun& run) {
     std::vector<std::string> paths;
+    paths.reserve(static_cast<std::size_t>(m_list->Count()));
     for (int row = 0; row < m_list->Count(); ++row)
         paths.push_back(JoinPath(m_list->Path(), m_list->Text(row)));
     {
