@@ -51,7 +51,7 @@ void DisplayRoom::DisplayPicture() {
         m_placeholder = !s.ImgXpic.HasImage();
         if (m_placeholder)
             ShowPlaceholder(error);
-        else if (!error.empty())
+        else if (!error.empty() && PlaceholderFor(s.FileType).showsError)
             ShowLoadError(error); // the part that could be read is shown all the same
         s.ImgXfull.CopyFrom(s.ImgXpic);
         s.ImgXfullBC.CopyFrom(s.ImgXpic);
@@ -63,7 +63,7 @@ void DisplayRoom::DisplayPicture() {
     m.controls.LastLabel->setVisible(IsLastRow());
     PlayPictureSound();
     m.notes.CheckForNotes();
-    if (s.OneToOneLoaded) m.display.OneToOneButton_Click();
+    if (s.OneToOneLoaded && s.OneToOneVisible) m.display.OneToOneButton_Click();
     if (!s.SlideViewing && s.FormLoadDone && !s.OneToOneNav) m.shell.FocusPane();
     if (s.FormLoadDone) TurnByOrientation();
 }
@@ -92,6 +92,7 @@ void DisplayRoom::BeginPicture() {
     s.FileDate = FileDateText(m.files, s.Filename);
     s.PanelRows.clear();
     m.controls.List1->clear();
+    s.HistoryListed = false;
 }
 
 // The size comes first and from the header, so that it is known even of a file that fails later.

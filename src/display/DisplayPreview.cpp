@@ -81,9 +81,14 @@ void DisplayRoom::PutText(PreviewKind kind, bool cut) {
     QLabel* label = m.controls.PreviewLabel;
     const PreviewText text = PreviewTextOf(kind);
     QPalette palette;
+    // Pure blue cannot be read on a dark window: the label then brings a light ground of its own.
+    const bool dark = palette.color(QPalette::Window).lightness() < 128;
+    if (dark) palette.setColor(QPalette::Window, QColor(0xF0, 0xF0, 0xF0));
+    label->setAutoFillBackground(dark);
     palette.setColor(QPalette::WindowText, QColor::fromRgb(QRgb(text.rgb)));
     label->setPalette(palette);
     label->setText(ToQt(text.text));
+    label->setToolTip(ToToolTip(text.text));
     label->setVisible(true);
     m.controls.CropLabel->setVisible(cut);
 }

@@ -123,6 +123,7 @@ void NavigationRoom::GoToFolder(int entry) {
         m.state.HistCur = before; // the folder has gone
         return;
     }
+    ClearMultiselect(); // the entry may stand for the same folder
     SelectRow(m.state.HistFileIndex[static_cast<std::size_t>(entry)]);
 }
 
@@ -133,6 +134,19 @@ void NavigationRoom::FolderBackButton_Click() {
 
 void NavigationRoom::FolderFwdButton_Click() {
     if (HasFolderAfter(m.state)) GoToFolder(m.state.HistCur + 1);
+}
+
+void NavigationRoom::GotoCopyFolderButton_Click() {
+    const std::string& folder = m.state.CopyImageFolder;
+    if (folder.empty()) {
+        m.shell.ShowMessage("'Copy to' folder not set, cannot display files");
+        return;
+    }
+    m.controls.FolderTreeview1->SetSelectedPath(folder);
+    m.controls.FolderTreeview1->Reveal(folder);
+    const bool shown = m.controls.FileListBox->Path() == WithoutTrailingSeparator(folder);
+    m.shell.ShowMessage(shown ? "Viewing set to 'Copy to' folder"
+                              : "'Copy to' folder '" + folder + "' cannot be displayed");
 }
 
 void NavigationRoom::FolderUpButton_Click() {

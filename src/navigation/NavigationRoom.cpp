@@ -15,8 +15,14 @@
 
 namespace tarn {
 
+NavigationRoom::NavigationRoom(Context& context)
+    : m(context), m_historyList(context, [this](int entry) { GoToFolder(entry); }),
+      m_filter(context) {}
+
 void NavigationRoom::ConnectControls() {
     MainControls& c = m.controls;
+    m_historyList.ConnectControls();
+    m_filter.ConnectControls();
     c.FileListBox->onClick = [this] { FileListBox_Click(); };
     c.FileListBox->onDoubleClick = [this] {
         if (m.state.VideoImage) return;
@@ -33,6 +39,7 @@ void NavigationRoom::ConnectControls() {
     Connect(c.FolderBackButton, [this] { FolderBackButton_Click(); });
     Connect(c.FolderFwdButton, [this] { FolderFwdButton_Click(); });
     Connect(c.FolderUpButton, [this] { FolderUpButton_Click(); });
+    Connect(c.GotoCopyFolderButton, [this] { GotoCopyFolderButton_Click(); });
     Connect(c.QuickDirButton, [this] { RefreshDirButton_Click(); });
     Connect(c.SelectAllButton, [this] { SelectAllButton_Click(); });
 }
@@ -44,9 +51,9 @@ void NavigationRoom::FileListBox_Click() {
     const int row = m.controls.FileListBox->CurrentRow();
     if (row < 0) return;
     s.Filename = JoinPath(m.controls.FileListBox->Path(), m.controls.FileListBox->Text(row));
-    for (QWidget* hidden :
-         std::initializer_list<QWidget*>{m.controls.PreviewLabel, m.controls.DeletePicButton,
-                                         m.controls.DeleteFitsButton, m.controls.QTplayButton})
+    for (QWidget* hidden : std::initializer_list<QWidget*>{
+             m.controls.PreviewLabel, m.controls.DeletePicButton, m.controls.DeleteFitsButton,
+             m.controls.QTplayButton, m.controls.LastLabel, m.controls.CropLabel})
         hidden->hide();
     m.shell.ShowStatus(s.Filename);
 
@@ -63,6 +70,7 @@ void NavigationRoom::FileListBox_Click() {
     s.FileIndex = row;
     const bool recorded = RecordSelection(row);
     if (s.CurrentPane == Pane::LogText) m.shell.ShowPane(Pane::Picture1);
+    m_historyList.GiveUp();
     m.video.CloseVideoClip();
     ShowChosenFile();
     if (!recorded) m.shell.ShowError("Folder history is full - " + s.FileNameOnly);

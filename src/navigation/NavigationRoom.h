@@ -2,6 +2,8 @@
 // FileListBox_Click, which decides what kind of file was chosen and which display takes over.
 #pragma once
 
+#include "navigation/HistoryList.h"
+#include "navigation/ListFilter.h"
 #include "shell/Context.h"
 
 #include <string>
@@ -10,7 +12,7 @@ namespace tarn {
 
 class NavigationRoom : public NavigationCommands {
 public:
-    explicit NavigationRoom(Context& context) : m(context) {}
+    explicit NavigationRoom(Context& context);
 
     // Connects list, tree and buttons.
     void ConnectControls();
@@ -40,6 +42,7 @@ public:
     void FolderBackButton_Click();
     void FolderFwdButton_Click();
     void FolderUpButton_Click();
+    void GotoCopyFolderButton_Click();
 
 private:
     void ShowNamed(const std::string& name);
@@ -56,6 +59,8 @@ private:
     void SetHistoryButtons();
 
     Context& m;
+    HistoryList m_historyList;
+    ListFilter m_filter;
     std::string m_wanted; // name to select in the folder that is being entered
 };
 

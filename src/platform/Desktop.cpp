@@ -53,6 +53,7 @@ QStringList CommandOf(const QString& entry, const QString& path) {
                 return word.size() == 2 && word[0] == QLatin1Char('%');
             });
             if (!placed) words << path;
+            words.removeAll(QString()); // no file: the program alone
             return words;
         }
     }
@@ -73,6 +74,7 @@ public:
             Answer(QStringLiteral("xdg-mime"), {QStringLiteral("query"), QStringLiteral("default"),
                                                 QStringLiteral("text/plain")});
         QStringList command = entry.isEmpty() ? QStringList() : CommandOf(entry, file);
+        if (command.isEmpty() && path.empty()) return "no editor for text is set in this desktop";
         if (command.isEmpty()) return OpenAssociated(path);
         const QString program = command.takeFirst();
         return Start(program, command);

@@ -13,7 +13,8 @@ public:
     // Each returns why it could not be done, empty when it was.
     virtual std::string StartProgram(const std::string& program, const std::string& path) = 0;
     virtual std::string OpenAssociated(const std::string& path) = 0; // the desktop's choice
-    virtual std::string EditText(const std::string& path) = 0;       // its editor for plain text
+    // Its editor for plain text; alone when the path is empty.
+    virtual std::string EditText(const std::string& path) = 0;
 
     // The file manager on the folder, the file marked where possible (empty: none).
     virtual std::string ShowInFileManager(const std::string& folder, const std::string& file) = 0;

@@ -28,12 +28,13 @@ PictureBox::PictureBox(QWidget* parent) : QWidget(parent) {
 void PictureBox::SetPicture(const QImage& picture) {
     m_picture = picture;
     m_picture.setDevicePixelRatio(1);
+    setAccessibleDescription(m_picture.isNull() ? m_hint : QString());
     update();
 }
 
 void PictureBox::SetHint(const std::string& text) {
     m_hint = ToQt(text);
-    setAccessibleDescription(m_hint);
+    setAccessibleDescription(m_picture.isNull() ? m_hint : QString());
     if (m_picture.isNull()) update();
 }
 

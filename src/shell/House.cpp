@@ -4,6 +4,7 @@
 #include "platform/Dialogs.h"
 #include "platform/FileListBox.h"
 #include "platform/PictureBox.h"
+#include "shell/help/HelpPages.h"
 #include "shell/window/MenuSwitches.h"
 
 #include <QAction>
@@ -11,13 +12,16 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QStatusBar>
+#include <QWindow>
 
 namespace tarn {
 
 namespace {
 
 constexpr int kResizeRest = 250; // milliseconds after the last change of size
+constexpr int kBatchRest = 300;  // milliseconds until a batch is looked at again
 
 } // namespace
 
@@ -25,13 +29,16 @@ House::House(const Platform& p)
     : context{state, controls, navigation, display,  info,      notes,   video,
               shell, p.files,  p.settings, p.events, p.dialogs, p.sound, p.desktop},
       window(controls, p.files), shell(context, *window.statusBar()), navigation(context),
-      display(context), info(context), notes(context), video(context), keys(context),
-      lifecycle(context, window, navigation, notes) {
+      display(context), info(context), notes(context), video(context), importExport(context),
+      programs(context), keys(context), lifecycle(context, window, navigation, notes, programs) {
     navigation.ConnectControls();
     display.ConnectControls();
     notes.ConnectControls();
+    importExport.ConnectControls();
+    programs.ConnectControls();
     ConnectSwitches(context);
     WireFile();
+    WireHelp();
     WireWindow();
 }
 
@@ -44,8 +51,31 @@ void House::WireFile() {
     Connect(c.Exit, [this] { lifecycle.Exit_Click(); });
     Connect(c.RemoveRegButton, [this] { lifecycle.RemoveRegButton_Click(); });
     Connect(c.VersionButton, [this] { lifecycle.VersionButton_Click(); });
+    Connect(c.ShowLogsButton, [this] { ShowLogsButton_Click(); });
+}
+
+void House::WireHelp() {
+    const MainControls& c = controls;
     Connect(c.HelpInitPictureButton, [this] { lifecycle.VersionButton_Click(); });
     Connect(c.HelpRegistryEntriesButton, [this] { lifecycle.HelpRegistryEntriesButton_Click(); });
+    struct Entry {
+        QAction* entry;
+        int page;
+    };
+    for (const Entry& help :
+         {Entry{c.HelpPicNavButton, kHelpNavigation}, Entry{c.HelpSlideButton, kHelpSlides},
+          Entry{c.HelpSizeButton, kHelpSizeWindow}, Entry{c.HelpOneButton, kHelpOneToOne},
+          Entry{c.HelpNotesFolderButton, kHelpFolders},
+          Entry{c.HelpPictureFileDateButton, kHelpFileDate},
+          Entry{c.HelpThumbFolderButton, kHelpThumbFolder},
+          Entry{c.HelpThumbSizeButton, kHelpThumbSizes},
+          Entry{c.HelpPrintCButton, kHelpPrintLayouts}})
+        Connect(help.entry, [this, page = help.page] { shell.ShowHelpPage(page); });
+}
+
+void House::ShowLogsButton_Click() {
+    if (!m_logs) m_logs = std::make_unique<frmLogs>(context);
+    m_logs->ShowFolder();
 }
 
 void House::WireWindow() {
@@ -58,6 +88,7 @@ void House::WireWindow() {
     QObject::connect(&m_resizeTimer, &QTimer::timeout, [this] { ResizeTimer_Timer(); });
     QObject::connect(controls.FileListBox, &FileListBox::diskChanged, controls.FolderChangedLabel,
                      &QLabel::setVisible);
+    Connect(controls.BatchCancelButton, [this] { state.BatchCancelled = true; });
     const auto font = [this](double by) {
         const double size = window.ChangeListFont(by);
         shell.ShowMessage("FileListBox font set to " + ShortestSingle(static_cast<float>(size)));
@@ -84,6 +115,9 @@ void House::ResizeTimer_Timer() {
 bool House::Start(const std::string& path, const std::string& imagingError) {
     if (!lifecycle.Form_Initialize(imagingError)) return false;
     lifecycle.Form_Load(path);
+    // Another screen may have finer pixels at the same size of the window.
+    QObject::connect(window.windowHandle(), &QWindow::screenChanged, &m_resizeTimer,
+                     [this] { WindowResized(); });
     if (!m_handedEarly.empty()) Open(m_handedEarly);
     return true;
 }
@@ -91,6 +125,10 @@ bool House::Start(const std::string& path, const std::string& imagingError) {
 void House::Open(const std::string& path) {
     if (!state.FormLoadDone) {
         m_handedEarly = path; // the start folder comes first
+        return;
+    }
+    if (state.BatchRuns) { // which goes on with the folder that it began in
+        QTimer::singleShot(kBatchRest, &m_resizeTimer, [this, path] { Open(path); });
         return;
     }
     window.setWindowState(window.windowState() & ~Qt::WindowMinimized);

@@ -2,11 +2,14 @@
 #pragma once
 
 #include "display/DisplayRoom.h"
+#include "fileops/ImportExport.h"
 #include "navigation/NavigationRoom.h"
 #include "navigation/PaneKeys.h"
 #include "notes/NotesRoom.h"
 #include "pictureinfo/panel/PictureInfoRoom.h"
 #include "shell/Context.h"
+#include "shell/logs/frmLogs.h"
+#include "shell/outside/OutsidePrograms.h"
 #include "shell/start/Lifecycle.h"
 #include "shell/window/ShellRoom.h"
 #include "shell/window/SilentRooms.h"
@@ -49,17 +52,23 @@ public:
     PictureInfoRoom info;
     NotesRoom notes;
     SilentVideo video;
+    ImportExport importExport;
+    OutsidePrograms programs;
     PaneKeys keys;
     Lifecycle lifecycle;
 
 private:
     void WireFile();
+    void WireHelp();
     void WireWindow();
     void WindowResized();
     void ResizeTimer_Timer();
     void AskForFile();
     void AskForFolder();
 
+    void ShowLogsButton_Click();
+
+    std::unique_ptr<frmLogs> m_logs; // made when it is first asked for
     QTimer m_resizeTimer;
     std::string m_handedEarly; // a path that came while the program was loading
 };

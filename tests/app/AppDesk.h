@@ -89,7 +89,7 @@ struct AppDesk {
     // What the window shows of one file in all places, when it agrees; else the places.
     std::string Current() const {
         const ProgramState& s = house.state;
-        const std::string row =
+        std::string row =
             house.controls.FileListBox->Text(std::max(0, house.controls.FileListBox->CurrentRow()));
         const std::string panel = Row(0).substr(14);
         if (row == s.FileNameOnly && panel == row && s.Filename == folder.Path() + "/" + row)

@@ -217,6 +217,9 @@ TEST_F(DisplayPictureTest, LeavesTheFocusToOtherWindowsAndUpdatesTheOneToOneWind
     d.state.OneToOneLoaded = true;
     d.state.OneToOneNav = true;
     d.Show("a.jpg", kGood);
+    EXPECT_EQ(d.LastCall(), "CheckForNotes"); // made, but not up
+    d.state.OneToOneVisible = true;
+    d.Show("a.jpg", kGood);
     EXPECT_EQ(d.LastCall(), "OneToOne");
     d.state.OneToOneLoaded = d.state.OneToOneNav = false;
     d.state.SlideViewing = true;

@@ -52,6 +52,7 @@ struct RecordingShell : ShellCommands {
     void ShowStatus(const std::string& text) override { calls.push_back("status " + text); }
     void ShowError(const std::string& text) override { calls.push_back("error " + text); }
     void SetListCommands(bool on) override { calls.push_back(on ? "list on" : "list off"); }
+    void ShowHelpPage(int page) override { calls.push_back("help " + std::to_string(page)); }
     Calls& calls;
     std::function<void(Pane)> onPane;
 };
@@ -136,7 +137,7 @@ struct ScriptedDialogs : Dialogs {
     }
     std::string Next() {
         if (answers.empty()) return {};
-        const std::string answer = answers.front();
+        std::string answer = answers.front();
         answers.erase(answers.begin());
         return answer;
     }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <csetjmp>
+#include <cstring>
 #include <vector>
 
 #include <jpeglib.h>
@@ -15,8 +16,10 @@ namespace {
 // Scaled reading goes by eighths.
 constexpr int kScaleSteps = 8;
 
-// A progressive file has about ten scans; one of thousands is made to keep readers busy.
+// A progressive file has about ten scans, and every scan goes over all pixels. One of many scans
+// over a huge picture is made to keep readers busy.
 constexpr int kMostScans = 200;
+constexpr long long kMostScannedPixels = 3'000'000'000;
 
 // QImage keeps a pixel as one 32-bit number, so the order of its bytes is the machine's.
 constexpr J_COLOR_SPACE kPixelOrder = Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? JCS_EXT_BGRA : JCS_EXT_ARGB;
@@ -33,10 +36,13 @@ extern "C" void GiveUp(j_common_ptr info) {
     std::longjmp(errors->back, 1); // NOLINT(cert-err52-cpp): the library is C
 }
 
-// Cameras and editors leave many harmless faults; only a file that ends too early is told.
+// Cameras and editors leave many harmless faults; what is told is a loss of pixels: a file that
+// ends too early, or data that do.
 extern "C" void NoteWarning(j_common_ptr info, int level) {
     auto* errors = reinterpret_cast<JpegErrors*>(info->err);
-    if (level < 0 && errors->manager.msg_code == JWRN_JPEG_EOF && errors->text[0] == 0)
+    const int code = errors->manager.msg_code;
+    const bool loss = code == JWRN_JPEG_EOF || code == JWRN_HIT_MARKER;
+    if (level < 0 && loss && errors->text[0] == 0)
         errors->manager.format_message(info, errors->text);
 }
 
@@ -64,6 +70,8 @@ public:
 
 private:
     int ReadScans();
+    bool ScansFitIntoMemory();
+    int MostScans() const;
     bool IsCmyk() const { return m_info.out_color_space == JCS_CMYK; }
     void FromCmyk(uchar* pixels) const;
 
@@ -102,7 +110,21 @@ bool JpegDecoder::Start(QSize wanted) {
     }
     if (IsCmyk()) m_cmykRow.resize(std::size_t(m_info.output_width) * 4);
     m_info.buffered_image = jpeg_has_multiple_scans(&m_info);
+    if (m_info.buffered_image && !ScansFitIntoMemory()) return false;
     return jpeg_start_decompress(&m_info);
+}
+
+// A file of several scans is held whole, whatever is wanted of it: 2 bytes a pixel and colour.
+bool JpegDecoder::ScansFitIntoMemory() {
+    const long long bytes = 2LL * m_info.image_width * m_info.image_height * m_info.num_components;
+    if (bytes <= PictureMemoryLimit()) return true;
+    std::strcpy(m_errors.text, "The picture does not fit into memory"); // shorter than the field
+    return false;
+}
+
+int JpegDecoder::MostScans() const {
+    const long long pixels = std::max(1LL, 1LL * m_info.image_width * m_info.image_height);
+    return static_cast<int>(std::clamp(kMostScannedPixels / pixels, 10LL, 1LL * kMostScans));
 }
 
 // Takes in what there is of a file of several scans; returns the last one that can be shown.
@@ -111,7 +133,7 @@ int JpegDecoder::ReadScans() {
         const bool between = m_info.input_iMCU_row == m_info.total_iMCU_rows;
         return m_info.input_scan_number - (between ? 0 : 1);
     }
-    while (m_info.input_scan_number < kMostScans &&
+    while (m_info.input_scan_number < MostScans() &&
            jpeg_consume_input(&m_info) != JPEG_REACHED_EOI) {
     }
     return m_info.input_scan_number;

@@ -62,6 +62,14 @@ bool FitsIntoMemory(QSize size) {
            PictureMemoryLimit() / kBytesPerPixel;
 }
 
+// What differs when another picture comes to stand under the name. Not its times: the program sets
+// them itself.
+FileIdentity IdentityOf(std::FILE* file) {
+    struct stat facts {};
+    if (::fstat(::fileno(file), &facts) != 0) return {};
+    return {static_cast<std::int64_t>(facts.st_ino), facts.st_size};
+}
+
 std::shared_ptr<PictureSource> MakeSource(const std::string& path, std::FILE* file,
                                           const PictureFormat& format, std::string& error) {
     const QSize size = format.size(file, error);
@@ -71,7 +79,7 @@ std::shared_ptr<PictureSource> MakeSource(const std::string& path, std::FILE* fi
                 std::to_string(size.height()) + " pixels does not fit into memory";
         return nullptr;
     }
-    return std::make_shared<PictureSource>(path, format, size);
+    return std::make_shared<PictureSource>(path, format, size, IdentityOf(file));
 }
 
 } // namespace
@@ -97,7 +105,7 @@ QImage PictureSource::Decode(QSize wanted, std::string& error) {
     if (!Covers(wanted)) {
         const FileHandle file = OpenFile(m_path, error);
         if (!file) return {};
-        if (m_format.size(file.get(), error) != m_size) {
+        if (IdentityOf(file.get()) != m_identity || m_format.size(file.get(), error) != m_size) {
             error = "The file has changed";
             return {};
         }

@@ -4,6 +4,7 @@
 #include <QImage>
 #include <QSize>
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -11,12 +12,18 @@ namespace tarn {
 
 struct PictureFormat;
 
+struct FileIdentity {
+    std::int64_t inode = 0;
+    std::int64_t bytes = 0;
+    bool operator==(const FileIdentity&) const = default;
+};
+
 // One picture file on disk, opened anew for each reading, so that a memory card is never held.
 // Pixels come upright as stored (no turn by orientation). For one thread at a time.
 class PictureSource {
 public:
-    PictureSource(std::string path, const PictureFormat& format, QSize size)
-        : m_path(std::move(path)), m_format(format), m_size(size) {}
+    PictureSource(std::string path, const PictureFormat& format, QSize size, FileIdentity identity)
+        : m_path(std::move(path)), m_format(format), m_size(size), m_identity(identity) {}
 
     // Pixels of the file as stored, from its header; 0 x 0 when the header does not say.
     QSize Size() const { return m_size; }
@@ -36,6 +43,7 @@ private:
     std::string m_path;
     const PictureFormat& m_format;
     QSize m_size;
+    FileIdentity m_identity;
     QImage m_decoded;
     std::string m_decodeError;
 };

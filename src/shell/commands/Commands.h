@@ -80,6 +80,9 @@ public:
     virtual void ShowStatus(const std::string&) = 0;  // the status bar
     virtual void ShowError(const std::string&) = 0;   // Label_error; empty hides it
     virtual void SetListCommands(bool enabled) = 0;   // slides and note saving need a list
+    // The help window on a page: 1 navigation, 2 slides, 3 size window, 4 1:1, 5 two and four
+    // pictures.
+    virtual void ShowHelpPage(int page) = 0;
 };
 
 } // namespace tarn

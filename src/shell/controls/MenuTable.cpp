@@ -45,16 +45,16 @@ void NameMenu(QMenu* menu, const char* name) {
 void MakeMenus(MainControls& c, QMenuBar& menuBar, QWidget& window) {
     QMenuBar* const bar = &menuBar;
 #define TARN_MENU(in, name, caption)                                                               \
-    c.name = in->addMenu(QString::fromUtf8(caption));                                              \
+    c.name = (in)->addMenu(QString::fromUtf8(caption));                                            \
     NameMenu(c.name, #name);
 #define TARN_POPUP(name)                                                                           \
     c.name = new QMenu(&window);                                                                   \
     NameMenu(c.name, #name);
 #define TARN_ENTRY(in, name, caption, key, shortcut, flags)                                        \
-    c.name = AddEntry(*in, #name, caption, key, shortcut, flags);
+    c.name = AddEntry(*(in), #name, caption, key, shortcut, flags);
 #define TARN_ROW(in, name, index, caption, flags)                                                  \
-    c.name[index] = AddEntry(*in, #name "_" #index, caption, "", "", flags);
-#define TARN_LINE(in) in->addSeparator();
+    c.name[index] = AddEntry(*(in), #name "_" #index, caption, "", "", flags);
+#define TARN_LINE(in) (in)->addSeparator();
 #include "shell/controls/menus.def"
 #undef TARN_MENU
 #undef TARN_POPUP

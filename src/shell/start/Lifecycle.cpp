@@ -13,6 +13,7 @@
 #include "platform/QtText.h"
 #include "platform/SettingsStore.h"
 #include "platform/WindowPlaces.h"
+#include "shell/outside/OutsidePrograms.h"
 #include "shell/settings/Settings.h"
 #include "shell/start/frmSplash.h"
 #include "shell/window/MenuSwitches.h"
@@ -29,8 +30,9 @@
 namespace tarn {
 
 Lifecycle::Lifecycle(Context& context, frmMain& window, NavigationRoom& navigation,
-                     NotesRoom& notes)
-    : m(context), m_window(window), m_navigation(navigation), m_notes(notes) {}
+                     NotesRoom& notes, OutsidePrograms& programs)
+    : m(context), m_window(window), m_navigation(navigation), m_notes(notes), m_programs(programs) {
+}
 
 Lifecycle::~Lifecycle() = default;
 
@@ -146,22 +148,11 @@ void Lifecycle::ShowFolderSettings() {
         c.CJMButton->setToolTip(ToToolTip("Convert to JPG then move to " + folder));
         c.GotoCopyFolderButton->setToolTip(ToToolTip("Display CopyTo folder " + folder));
     }
-    for (QAction* entry : {c.OpenButton, c.OpenButton2, c.GenerateThumbButton, c.Printc4Button,
-                           c.PrintCButton, c.PrintCMButton, c.PrintCSButton})
+    for (QAction* entry :
+         {c.GenerateThumbButton, c.Printc4Button, c.PrintCButton, c.PrintCMButton, c.PrintCSButton})
         entry->setProperty("baseCaption", entry->text());
     c.GenerateThumbButton->setText(c.GenerateThumbButton->text() + ToCaption(s.ThumbSubFolder));
-    ShowChosenPrograms();
-}
-
-void Lifecycle::ShowChosenPrograms() {
-    const ProgramState& s = m.state;
-    const MainControls& c = m.controls;
-    for (QAction* entry : {c.OpenButton, c.OpenButton2}) {
-        entry->setText(entry->property("baseCaption").toString() + ToCaption(LastPart(s.OpenIn)));
-        entry->setVisible(!s.OpenIn.empty());
-    }
-    c.OpenButtonF->setVisible(!s.OpenIn.empty());
-    c.HtmlEditCustomButton->setVisible(!s.HtmlEditor.empty());
+    m_programs.ShowChosenPrograms();
 }
 
 void Lifecycle::ShowListSettings() {

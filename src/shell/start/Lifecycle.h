@@ -13,10 +13,12 @@ class frmMain;
 class frmSplash;
 class NavigationRoom;
 class NotesRoom;
+class OutsidePrograms;
 
 class Lifecycle {
 public:
-    Lifecycle(Context& context, frmMain& window, NavigationRoom& navigation, NotesRoom& notes);
+    Lifecycle(Context& context, frmMain& window, NavigationRoom& navigation, NotesRoom& notes,
+              OutsidePrograms& programs);
     ~Lifecycle();
 
     // Before any window: false, after a message, when pictures cannot be read at all.
@@ -43,7 +45,6 @@ private:
     void MeasurePane();
     void ReadSettings();
     void ShowFolderSettings();
-    void ShowChosenPrograms();
     void ShowListSettings();
     void RestorePlace();
     void ClearTexts();
@@ -55,6 +56,7 @@ private:
     frmMain& m_window;
     NavigationRoom& m_navigation;
     NotesRoom& m_notes;
+    OutsidePrograms& m_programs;
     std::unique_ptr<frmSplash> m_splash;
     StartPath m_start;
 };

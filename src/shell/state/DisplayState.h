@@ -8,6 +8,8 @@
 namespace tarn {
 
 struct DisplayState {
+    // An image may fetch its full pixels late, when its file may be gone or changed: who saves or
+    // prints one asks its ErrorText afterwards.
     ImgX ImgXpic;    // the picture as shown in the preview: turned, fitted or cropped
     ImgX ImgXpic2;   // its brightened copy
     ImgX ImgXfull;   // the loaded picture at its real size, unturned
@@ -47,6 +49,7 @@ struct DisplayState {
 
     bool OneToOneInfo = false;
     bool OneToOneLoaded = false;
+    bool OneToOneVisible = false; // the 1:1 window is up, not only made
     bool OneToOneNav = false;
 };
 

@@ -21,10 +21,14 @@ struct SelectionState {
     std::string FitsTypes = "*.fits;*.fit";
     std::string RawTypes = "*.cr2";
     std::string TextTypes = "*.txt";
+    // FileTypes as it stood when FCheck, CCheck or TCheck was ticked.
+    std::string FitsSavedTypes;
+    std::string RawSavedTypes;
+    std::string TextSavedTypes;
     std::string FilterCustom;
     std::string FilterPresets;
-    bool FilterActive = false;
-    int PictureListCheck = 1; // the class boxes, 0 or 1
+    bool FilterActive = false; // frmFilter is open
+    int PictureListCheck = 1;  // the class boxes, 0 or 1
     int VideoListCheck = 1;
     int WebListCheck = 0;
 
@@ -42,6 +46,8 @@ struct SelectionState {
     std::array<std::int32_t, kHistoryLimit + 1> HistFileIndex{};
     int HistCur = 0;
     int HistHigh = 0;
+
+    bool HistoryListed = false; // List1 shows the folder history, not the camera data
 
     // Guards: a selection made in code raises its event on the same call stack.
     bool ClearingMultiselect = false;

@@ -15,7 +15,8 @@ struct ShellState {
     bool FormLoadDone = false;
     bool NoSaveOnExit = false;
     bool Closing = false;
-    bool BatchRuns = false; // a command works through the list: the window redraws nothing
+    bool BatchRuns = false;      // a command works through the list: the window redraws nothing
+    bool BatchCancelled = false; // and is to stop after the file in hand
 };
 
 } // namespace tarn

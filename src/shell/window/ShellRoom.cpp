@@ -2,6 +2,7 @@
 
 #include "platform/PictureBox.h"
 #include "platform/QtText.h"
+#include "shell/help/frmHelp.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -99,6 +100,7 @@ void ShellRoom::ShowStatus(const std::string& text) {
 void ShellRoom::ShowError(const std::string& text) {
     QLabel& label = *m.controls.Label_error;
     label.setText(ToQt(text));
+    label.setToolTip(ToToolTip(text)); // a long name may not fit the pane
     label.setVisible(!text.empty());
     const int width = std::max(0, label.parentWidget()->width() - 20);
     label.setGeometry(10, 10, width, std::max(0, label.heightForWidth(width)));
@@ -111,6 +113,11 @@ void ShellRoom::SetListCommands(bool enabled) {
                                 c.SlidesC2Button, c.Slides2VButton, c.SlidesC2VButton})
         SetEnabled(button, enabled);
     m.notes.SetSaveCommands();
+}
+
+void ShellRoom::ShowHelpPage(int page) {
+    if (!m_help) m_help = std::make_unique<frmHelp>(m.state.HelpPlace);
+    m_help->ShowPage(page);
 }
 
 } // namespace tarn

@@ -3,10 +3,14 @@
 
 #include "shell/Context.h"
 
+#include <memory>
+
 class QStatusBar;
 class QWidget;
 
 namespace tarn {
+
+class frmHelp;
 
 class ShellRoom : public ShellCommands {
 public:
@@ -20,11 +24,13 @@ public:
     void ShowStatus(const std::string& text) override;
     void ShowError(const std::string& text) override;
     void SetListCommands(bool enabled) override;
+    void ShowHelpPage(int page) override;
 
 private:
     QWidget* PaneWidget(Pane pane) const;
 
     Context& m;
+    std::unique_ptr<frmHelp> m_help; // made when it is first asked for
     class QLabel* m_status;
     int m_busy = 0; // busy times within one another
 };

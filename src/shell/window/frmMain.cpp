@@ -175,7 +175,8 @@ void frmMain::StyleControls() {
     for (QWidget* hidden : std::initializer_list<QWidget*>{
              c.LastLabel, c.CropLabel, c.PreviewLabel, c.LabelNavKeys, c.Label_error,
              c.DeletePicButton, c.DeleteFitsButton, c.QTplayButton, c.PrintCancelButton,
-             c.CloseOneToOneButton, c.OpenButtonF, c.Picture2, c.WebBrowser1, c.LogText})
+             c.BatchCancelButton, c.CloseOneToOneButton, c.OpenButtonF, c.Picture2, c.WebBrowser1,
+             c.LogText})
         hidden->hide();
 }
 
@@ -226,8 +227,8 @@ void frmMain::PlacePanes(const QRect& area) {
     const int inner = area.width() - 20;
     c.Label_error->setGeometry(10, 10, inner, std::max(0, c.Label_error->heightForWidth(inner)));
     int x = 10;
-    for (QPushButton* button :
-         {c.DeletePicButton, c.DeleteFitsButton, c.QTplayButton, c.PrintCancelButton}) {
+    for (QPushButton* button : {c.DeletePicButton, c.DeleteFitsButton, c.QTplayButton,
+                                c.PrintCancelButton, c.BatchCancelButton}) {
         button->adjustSize();
         button->move(x, area.height() - button->height() - 10);
         x += button->width() + 6;

@@ -106,6 +106,15 @@ TEST_F(ImgXTest, APictureThatWasReplacedKeepsShowingTheOldOne) {
     m_folder.Write("a.jpg", JpegBytes(TellTale(300, 300)));
     EXPECT_EQ(picture.FullPicture().size(), QSize(640, 400));
     EXPECT_EQ(picture.ErrorText(), "The file has changed");
+    ImgX same = Loaded(640, 400, kBox);
+    m_folder.Write("a.jpg",
+                   JpegBytes(TellTale(640, 400).mirrored(true, false), JpegKind::Color, 60));
+    EXPECT_EQ(Quarters(same.FullPicture()), "rgby"); // not the other picture of this size
+    EXPECT_EQ(same.ErrorText(), "The file has changed");
+    ImgX dated = Loaded(640, 400, kBox);
+    SetFileTime(m_path, 2004, 6, 22, 20, 15, 30); // as the program does itself
+    EXPECT_EQ(dated.FullPicture().size(), QSize(640, 400));
+    EXPECT_EQ(dated.ErrorText(), "");
 }
 
 TEST_F(ImgXTest, CopiesReadTheFileOnceBetweenThem) {

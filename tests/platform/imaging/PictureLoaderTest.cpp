@@ -183,3 +183,13 @@ TEST_F(PictureLoaderTest, DamagedBytesNeverCrash) {
         EXPECT_EQ(m_picture.HasImage(), m_picture.Width() > 0) << at;
     }
 }
+
+// A card that failed in the middle leaves zeros: the picture is shown, and the loss told.
+TEST_F(PictureLoaderTest, TellsOfDamageInTheMiddle) {
+    std::string bytes = JpegBytes(TellTale(640, 400));
+    const auto middle = static_cast<std::ptrdiff_t>(bytes.size() / 2);
+    std::fill(bytes.begin() + middle, bytes.end() - 2, char(0));
+    EXPECT_NE(Load("zeros.jpg", bytes), "");
+    EXPECT_TRUE(m_picture.HasImage());
+    EXPECT_EQ(Load("whole.jpg", JpegBytes(TellTale(640, 400))), "");
+}

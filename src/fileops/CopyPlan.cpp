@@ -1,0 +1,172 @@
+#include "fileops/CopyPlan.h"
+
+#include "common/paths.h"
+#include "common/text.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+namespace tarn {
+
+namespace {
+
+constexpr std::string_view kNoteEnding = ".enf";
+
+// The names in a folder, read once; a name may be looked for in any case.
+class Names {
+public:
+    bool Read(const std::string& folder, const Files& files, std::string* error) {
+        m_folder = folder;
+        const auto names = files.FileNames(folder, error);
+        if (!names) return false;
+        m_names.insert(names->begin(), names->end());
+        // A picture whose name is its ending has a note that is hidden.
+        if (files.Exists(JoinPath(folder, kNoteEnding))) m_names.emplace(kNoteEnding);
+        for (const std::string& name : m_names) m_anyCase.emplace(FoldCase(name), name);
+        return true;
+    }
+
+    bool Has(const std::string& name) const { return m_names.count(name) > 0; }
+    // As it is spelt in the folder; empty when it is not there.
+    std::string Find(const std::string& name) const {
+        if (Has(name)) return name;
+        const auto at = m_anyCase.find(FoldCase(name));
+        return at == m_anyCase.end() ? std::string() : at->second;
+    }
+    std::vector<std::string> Notes() const {
+        std::vector<std::string> notes;
+        for (const std::string& name : m_names)
+            if (EndsWith(FoldCase(name), FoldCase(kNoteEnding))) notes.push_back(name);
+        return notes;
+    }
+    std::string Path(const std::string& name) const { return JoinPath(m_folder, name); }
+
+private:
+    std::string m_folder;
+    std::set<std::string> m_names;
+    std::map<std::string, std::string> m_anyCase; // by folded name
+};
+
+struct Folders {
+    Names notesFrom;
+    Names notesTo;
+    Names filesTo;
+
+    bool Read(const CopyRequest& r, const Files& files, std::string* error) {
+        return (r.notesFrom.empty() || (notesFrom.Read(r.notesFrom, files, error) &&
+                                        notesTo.Read(r.notesTo, files, error))) &&
+               (r.filesTo.empty() || filesTo.Read(r.filesTo, files, error));
+    }
+
+    PlannedCopy Note(const std::string& name) const {
+        const std::string there = notesTo.Find(name);
+        return {notesFrom.Path(name), notesTo.Path(there.empty() ? name : there), true,
+                !there.empty()};
+    }
+};
+
+} // namespace
+
+bool CopyUnit::Stands() const {
+    return std::any_of(copies.begin(), copies.end(), [](const PlannedCopy& c) { return c.stands; });
+}
+
+std::optional<CopyPlan> PlanCopies(const CopyRequest& request, const Files& files,
+                                   std::string* error) {
+    Folders folders;
+    if (!folders.Read(request, files, error)) return {};
+    CopyPlan plan;
+    const bool withNotes = !request.notesFrom.empty();
+    std::map<std::string, std::size_t> unitOf; // by the folded name of the note
+    for (const std::string& name : request.files) {
+        const std::string key = withNotes ? FoldCase(NoteNameOf(name)) : name;
+        const auto [at, isNew] = unitOf.emplace(key, plan.size());
+        if (isNew) plan.emplace_back();
+        if (!request.filesTo.empty())
+            plan[at->second].copies.push_back({JoinPath(request.filesFrom, name),
+                                               folders.filesTo.Path(name), false,
+                                               folders.filesTo.Has(name)});
+        const std::string note = isNew && withNotes ? folders.notesFrom.Find(NoteNameOf(name)) : "";
+        if (!note.empty()) plan[at->second].copies.push_back(folders.Note(note));
+    }
+    if (request.everyNote)
+        for (const std::string& note : folders.notesFrom.Notes())
+            if (unitOf.emplace(FoldCase(note), plan.size()).second)
+                plan.push_back({{folders.Note(note)}});
+    std::erase_if(plan, [](const CopyUnit& unit) { return unit.copies.empty(); });
+    return plan;
+}
+
+CopyPlan PlanOneCopy(const std::string& from, const std::string& folder, const std::string& name,
+                     const Files& files) {
+    const std::string to = JoinPath(folder, name);
+    return {{{{from, to, false, files.Exists(to)}}}};
+}
+
+int CountStanding(const CopyPlan& plan) {
+    int count = 0;
+    for (const CopyUnit& unit : plan)
+        for (const PlannedCopy& copy : unit.copies) count += copy.stands;
+    return count;
+}
+
+namespace {
+
+// "M31.jpg" with 2 is "M31 (2).jpg"; a name without an ending gets the number at its end.
+std::string Numbered(const std::string& name, int number) {
+    const auto dot = name.rfind('.');
+    const auto at = dot == std::string::npos || dot == 0 ? name.size() : dot;
+    return name.substr(0, at) + " (" + std::to_string(number) + ")" + name.substr(at);
+}
+
+// The unit under its n-th name; the note is that of its first file.
+std::vector<std::string> TargetsOf(const CopyUnit& unit, int number) {
+    std::vector<std::string> targets;
+    std::string note;
+    for (const PlannedCopy& copy : unit.copies) {
+        if (copy.isNote) continue;
+        const std::string name = Numbered(LastPart(copy.to), number);
+        if (note.empty()) note = NoteNameOf(name);
+    }
+    for (const PlannedCopy& copy : unit.copies) {
+        const std::string name =
+            copy.isNote && !note.empty() ? note : Numbered(LastPart(copy.to), number);
+        targets.push_back(JoinPath(FolderOf(copy.to), name));
+    }
+    return targets;
+}
+
+void GiveNewNames(CopyUnit& unit, std::set<std::string>& taken, const Files& files) {
+    const auto isFree = [&](const std::string& path) {
+        return taken.count(FoldCase(path)) == 0 && !files.Exists(path);
+    };
+    int number = 2;
+    std::vector<std::string> targets = TargetsOf(unit, number);
+    while (!std::all_of(targets.begin(), targets.end(), isFree))
+        targets = TargetsOf(unit, ++number);
+    for (std::size_t i = 0; i < targets.size(); ++i) {
+        taken.insert(FoldCase(targets[i]));
+        unit.copies[i].to = targets[i];
+        unit.copies[i].stands = false;
+    }
+}
+
+} // namespace
+
+void Resolve(CopyPlan& plan, WhenStands decision, const Files& files) {
+    if (decision == WhenStands::Overwrite) return;
+    std::set<std::string> taken;
+    for (const CopyUnit& unit : plan)
+        for (const PlannedCopy& copy : unit.copies) taken.insert(FoldCase(copy.to));
+    for (CopyUnit& unit : plan) {
+        if (!unit.Stands()) continue;
+        if (decision == WhenStands::Skip)
+            std::erase_if(unit.copies, [](const PlannedCopy& copy) { return copy.stands; });
+        else
+            GiveNewNames(unit, taken, files);
+    }
+    std::erase_if(plan, [](const CopyUnit& unit) { return unit.copies.empty(); });
+}
+
+} // namespace tarn

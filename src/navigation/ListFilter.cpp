@@ -1,0 +1,126 @@
+#include "navigation/ListFilter.h"
+
+#include "common/text.h"
+#include "navigation/frmFileTypes.h"
+#include "navigation/frmFilter.h"
+#include "platform/FileListBox.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QPushButton>
+
+#include <algorithm>
+
+namespace tarn {
+
+ListFilter::ListFilter(Context& context) : m(context) {}
+
+ListFilter::~ListFilter() = default;
+
+void ListFilter::ConnectControls() {
+    MainControls& c = m.controls;
+    Connect(c.PCheck, [this] { PCheck_Click(); });
+    Connect(c.VCheck, [this] { VCheck_Click(); });
+    Connect(c.WCheck, [this] { WCheck_Click(); });
+    Connect(c.FCheck, [this] { FCheck_Click(); });
+    Connect(c.CCheck, [this] { CCheck_Click(); });
+    Connect(c.TCheck, [this] { TCheck_Click(); });
+    Connect(c.SetFileTypesButton, [this] { SetFileTypesButton_Click(); });
+    Connect(c.FilesFilterButton2, [this] { FilesFilterButton2_Click(); });
+}
+
+ClassBoxes ListFilter::Boxes() const {
+    const MainControls& c = m.controls;
+    return {c.PCheck->isChecked(), c.VCheck->isChecked(), c.WCheck->isChecked(),
+            c.FCheck->isChecked(), c.CCheck->isChecked(), c.TCheck->isChecked()};
+}
+
+void ListFilter::PCheck_Click() {
+    const ClassBoxes boxes = Boxes();
+    m.state.PictureListCheck = boxes.pictures;
+    if (HasNoClass(boxes)) {
+        m.controls.PCheck->setChecked(true); // which comes here anew
+        return;
+    }
+    m.state.FileTypes = TypesFromPictures(m.state, boxes);
+    bool enabled = boxes.pictures;
+    EnableSlideCommands(enabled);
+    ApplyFileTypes();
+}
+
+void ListFilter::VCheck_Click() {
+    const ClassBoxes boxes = Boxes();
+    m.state.VideoListCheck = boxes.videos;
+    if (HasNoClass(boxes)) {
+        m.controls.VCheck->setChecked(true);
+        return;
+    }
+    m.state.FileTypes = TypesFromVideos(m.state, boxes);
+    bool enabled = boxes.pictures;
+    if (!boxes.pictures || !m.state.PictureTypes.empty()) EnableSlideCommands(enabled);
+    ApplyFileTypes();
+}
+
+void ListFilter::WCheck_Click() {
+    const ClassBoxes boxes = Boxes();
+    m.state.WebListCheck = boxes.web;
+    m.state.FileTypes = TypesFromWeb(m.state, boxes);
+    ApplyFileTypes();
+}
+
+void ListFilter::FCheck_Click() {
+    ProgramState& s = m.state;
+    s.FileTypes = TypesAfterTick(Boxes().fits, s.FileTypes, s.FitsTypes, s.FitsSavedTypes);
+    ApplyFileTypes();
+}
+
+void ListFilter::CCheck_Click() {
+    ProgramState& s = m.state;
+    s.FileTypes = TypesAfterTick(Boxes().raw, s.FileTypes, s.RawTypes, s.RawSavedTypes);
+    ApplyFileTypes();
+}
+
+void ListFilter::TCheck_Click() {
+    ProgramState& s = m.state;
+    s.FileTypes = TypesAfterTick(Boxes().text, s.FileTypes, s.TextTypes, s.TextSavedTypes);
+    ApplyFileTypes();
+}
+
+void ListFilter::ApplyFileTypes() {
+    ProgramState& s = m.state;
+    FileListBox& list = *m.controls.FileListBox;
+    const std::string current =
+        list.CurrentRow() >= 0 ? list.Text(list.CurrentRow()) : std::string();
+    if (StartsWith(s.FileTypes, ";")) s.FileTypes.erase(0, 1);
+    list.SetPattern(s.FileTypes);
+    s.FileIndex = std::max(0, list.RowOf(current));
+    if (list.Count() > 0)
+        m.navigation.SelectRow(s.FileIndex);
+    else
+        m.navigation.Update_Num_Files(0);
+}
+
+void ListFilter::EnableSlideCommands(bool& enabled) {
+    if (!m.state.ImageLoaded) enabled = false;
+    const MainControls& c = m.controls;
+    for (QPushButton* button :
+         {c.SlideButton, c.Slides2Button, c.SlidesC2Button, c.Slides2VButton, c.SlidesC2VButton,
+          c.Slides4Button, c.Slides4LButton, c.ViewButton, c.OneToOneButton})
+        SetEnabled(button, enabled);
+}
+
+void ListFilter::SetFileTypesButton_Click() {
+    if (!m_fileTypes) m_fileTypes = std::make_unique<frmFileTypes>(m);
+    m_fileTypes->ShowTypes(Boxes());
+}
+
+void ListFilter::FilesFilterButton2_Click() {
+    if (m.state.FilterActive) {
+        m_filter->close();
+        return;
+    }
+    if (!m_filter) m_filter = std::make_unique<frmFilter>(m);
+    m_filter->ShowFilter();
+}
+
+} // namespace tarn

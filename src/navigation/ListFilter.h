@@ -1,0 +1,46 @@
+// The class boxes beside the file list and the two windows that narrow it: frmFileTypes for the
+// types behind the boxes, frmFilter for as long as it is open.
+#pragma once
+
+#include "navigation/ClassFilter.h"
+#include "shell/Context.h"
+
+#include <memory>
+
+namespace tarn {
+
+class frmFileTypes;
+class frmFilter;
+
+class ListFilter {
+public:
+    explicit ListFilter(Context& context);
+    ~ListFilter();
+
+    void ConnectControls();
+
+    void PCheck_Click();
+    void VCheck_Click();
+    void WCheck_Click();
+    void FCheck_Click();
+    void CCheck_Click();
+    void TCheck_Click();
+
+    // Puts FileTypes on the list and keeps the current file selected.
+    void ApplyFileTypes();
+
+    // The commands that need a picture to begin with; turned false while none is shown.
+    void EnableSlideCommands(bool& enabled);
+
+    void SetFileTypesButton_Click();
+    void FilesFilterButton2_Click();
+
+private:
+    ClassBoxes Boxes() const;
+
+    Context& m;
+    std::unique_ptr<frmFileTypes> m_fileTypes;
+    std::unique_ptr<frmFilter> m_filter; // keeps its boxes from one opening to the next
+};
+
+} // namespace tarn

@@ -1,0 +1,70 @@
+// Narrows the file list for as long as it is open: by the single patterns of the list, or by a
+// pattern of the user's own. It stands above all windows and blocks none.
+#pragma once
+
+#include "navigation/NameFilter.h"
+#include "shell/Context.h"
+#include "shell/places/KeptPlace.h"
+
+#include <QDialog>
+
+#include <array>
+#include <string>
+#include <vector>
+
+class QCheckBox;
+class QComboBox;
+class QLineEdit;
+class QPushButton;
+
+namespace tarn {
+
+class frmFilter : public QDialog {
+public:
+    explicit frmFilter(Context& context);
+
+    // Loads the window anew and shows it.
+    void ShowFilter();
+
+    // Also Esc outside the text: the list goes back to what it was.
+    void reject() override { close(); }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void MakeContents();
+    void LoadBoxes();
+    void LoadPresets();
+    void TakeBackLastClosing();
+    void Form_Unload();
+    void CheckFilter_Click();
+    void CheckCustom_Click();
+    void ComboFilter_Click();
+    void TextFilter_Enter();
+    void CommandAdd_Click();
+    void CommandDelete_Click();
+    void EnableBoxes(bool enabled);
+    void EnableClassBoxes(bool enabled);
+    void PutOnList(const std::string& pattern);
+    std::array<bool, kFilterBoxes> Ticked() const;
+    std::vector<std::string> Presets() const;
+
+    Context& m;
+    std::array<QCheckBox*, kFilterBoxes> m_boxes; // CheckFilter(0..15)
+    QCheckBox* m_custom;                          // CheckCustom
+    QLineEdit* m_text;                            // TextFilter
+    QComboBox* m_presets;                         // ComboFilter
+    KeptPlace m_place;
+    bool m_loading = false;
+
+    std::string m_openedWith;            // pattern that the list had when the window opened
+    std::vector<std::string> m_captions; // its patterns, one a box
+    bool m_closedBefore = false;         // and what stood at that closing:
+    std::array<bool, kFilterBoxes> m_lastTicked{};
+    bool m_lastCustom = false;
+    std::string m_lastPattern;
+};
+
+} // namespace tarn

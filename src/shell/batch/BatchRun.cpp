@@ -1,0 +1,60 @@
+#include "shell/batch/BatchRun.h"
+
+#include "platform/EventPump.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QPushButton>
+
+namespace tarn {
+
+BatchRun::BatchRun(Context& context) : m(context), m_focusBefore(QApplication::focusWidget()) {
+    m.state.BatchRuns = true;
+    m.state.BatchCancelled = false;
+    QPushButton& cancel = *m.controls.BatchCancelButton;
+    cancel.show();
+    cancel.raise();
+    cancel.setFocus();
+    qApp->installEventFilter(this);
+}
+
+BatchRun::~BatchRun() {
+    qApp->removeEventFilter(this);
+    // Before the button goes: hiding it would hand the focus to whatever comes next.
+    if (m_focusBefore)
+        m_focusBefore->setFocus();
+    else
+        m.shell.FocusPane();
+    m.controls.BatchCancelButton->hide();
+    m.state.BatchRuns = false;
+}
+
+bool BatchRun::Step(const std::string& progress) const {
+    m.shell.ShowMessage(progress);
+    m.events.Pump();
+    return !m.state.BatchCancelled && !m.events.ProgramEnds();
+}
+
+bool BatchRun::eventFilter(QObject* watched, QEvent* event) {
+    if (!watched->isWidgetType()) return false; // the window system's own; its widget comes next
+    switch (event->type()) {
+    case QEvent::KeyPress:
+        if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) m.state.BatchCancelled = true;
+        return watched != m.controls.BatchCancelButton;
+    case QEvent::ShortcutOverride:
+        event->accept(); // a key with a shortcut is a plain key now
+        return true;
+    case QEvent::KeyRelease:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::ContextMenu:
+    case QEvent::Wheel:
+    case QEvent::Drop:
+        return watched != m.controls.BatchCancelButton;
+    default:
+        return false;
+    }
+}
+
+} // namespace tarn

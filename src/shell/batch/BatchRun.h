@@ -1,0 +1,34 @@
+// A command that works through many files and lets events in between: while it lives, only its
+// cancel button and Esc act, the progress stands in the message line, and the window redraws
+// nothing.
+#pragma once
+
+#include "shell/Context.h"
+
+#include <QObject>
+#include <QPointer>
+
+#include <string>
+
+class QWidget;
+
+namespace tarn {
+
+class BatchRun : public QObject {
+public:
+    explicit BatchRun(Context& context);
+    ~BatchRun() override;
+
+    // Shows the progress and lets events in. False when the run is to stop: cancelled by the user,
+    // or the program ends.
+    bool Step(const std::string& progress) const;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    Context& m;
+    QPointer<QWidget> m_focusBefore;
+};
+
+} // namespace tarn

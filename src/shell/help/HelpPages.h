@@ -1,0 +1,34 @@
+// The pages of the help: which file holds which. Pages 1 to 5 are called by their number, the
+// others by the menu entry that opens them.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace tarn {
+
+enum HelpPage {
+    kHelpNavigation = 1,
+    kHelpSlides,
+    kHelpSizeWindow,
+    kHelpOneToOne,
+    kHelpTwoAndFour,
+    kHelpFolders,
+    kHelpFileDate,
+    kHelpThumbFolder,
+    kHelpThumbSizes,
+    kHelpPrintLayouts,
+    kHelpRegistry,
+    kHelpAbout,
+};
+
+struct HelpPageRow {
+    int page;
+    const char* title;
+    const char* file; // among the program's own files
+};
+
+// All pages, in the order in which they are listed.
+const std::vector<HelpPageRow>& HelpPages();
+
+} // namespace tarn

@@ -1,0 +1,270 @@
+// Help, logs and outside programs, from the menus of the whole window.
+#include "AppDesk.h"
+
+#include "shell/help/HelpPages.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QTextBrowser>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace tarn::testing {
+namespace {
+
+QWidget* TopWindow(const char* name) {
+    for (QWidget* each : QApplication::topLevelWidgets())
+        if (each->objectName() == QLatin1String(name)) return each;
+    return nullptr;
+}
+
+template <typename Widget> Widget* In(const char* window, const char* name) {
+    return TopWindow(window)->findChild<Widget*>(QString::fromLatin1(name));
+}
+
+std::string Message(const AppDesk& d) {
+    return d.house.controls.FileDateText->text().toStdString();
+}
+
+struct HelpDesk : AppDesk {
+    HelpDesk() { Start(); }
+    std::string Chosen() const {
+        return In<QListWidget>("frmHelp", "HelpList")->currentItem()->text().toStdString();
+    }
+    QTextBrowser* Page() const { return In<QTextBrowser>("frmHelp", "HelpText"); }
+    void Find(const char* text) {
+        In<QLineEdit>("frmHelp", "HelpFind")->setText(QString::fromLatin1(text));
+        QTest::keyClick(TopWindow("frmHelp"), Qt::Key_F3);
+    }
+    void ShowPage(int page) {
+        house.shell.ShowHelpPage(page);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(TopWindow("frmHelp")));
+    }
+};
+
+TEST(Help, EveryEntryAndNumberHasItsPage) {
+    HelpDesk d;
+    const MainControls& c = d.house.controls;
+    for (const auto& [entry, title] : std::vector<std::pair<QAction*, std::string>>{
+             {c.HelpPicNavButton, "Picture Navigation"},
+             {c.HelpSlideButton, "Slides (Full Screen)"},
+             {c.HelpSizeButton, "Size Window"},
+             {c.HelpOneButton, "Full Size 1:1"},
+             {c.HelpNotesFolderButton, "Folders and Files"},
+             {c.HelpPictureFileDateButton, "Picture File Date"},
+             {c.HelpThumbFolderButton, "Thumbnail Sub Folder"},
+             {c.HelpThumbSizeButton, "Thumbnail Image Sizes"},
+             {c.HelpPrintCButton, "Print Thumbnail Pages Layouts"}}) {
+        entry->trigger();
+        EXPECT_EQ(d.Chosen(), title);
+        EXPECT_EQ(d.Page()->documentTitle().toStdString(), title);
+    }
+    const char* const numbered[] = {"Picture Navigation", "Slides (Full Screen)", "Size Window",
+                                    "Full Size 1:1", "Two and Four Pictures"};
+    for (int page = 1; page <= 5; ++page) {
+        d.house.shell.ShowHelpPage(page);
+        EXPECT_EQ(d.Chosen(), numbered[page - 1]);
+    }
+    for (std::size_t row = 0; row < HelpPages().size(); ++row) {
+        In<QListWidget>("frmHelp", "HelpList")->setCurrentRow(static_cast<int>(row));
+        EXPECT_EQ(d.Page()->documentTitle().toStdString(), HelpPages()[row].title);
+        // Every link leads to a page that is there.
+        const QString html = d.Page()->toHtml();
+        for (auto at = html.indexOf(QLatin1String("href=\"")); at >= 0;
+             at = html.indexOf(QLatin1String("href=\""), at + 1)) {
+            const QString link = html.mid(at + 6, html.indexOf(QLatin1Char('"'), at + 6) - at - 6);
+            d.Page()->setSource(d.Page()->source().resolved(link));
+            EXPECT_EQ(d.Page()->source().fileName(), link);
+            EXPECT_FALSE(d.Page()->toPlainText().isEmpty()) << link.toStdString();
+        }
+    }
+}
+
+TEST(Help, WordsAreFoundInAllPagesAndEscClosesTheHelpAlone) {
+    HelpDesk d;
+    d.ShowPage(kHelpSlides);
+    d.Find("emptIES"); // in one page only
+    EXPECT_EQ(d.Chosen(), "Thumbnail Sub Folder");
+    EXPECT_EQ(d.Page()->textCursor().selectedText(), QStringLiteral("empties"));
+    d.Find("no such word");
+    EXPECT_EQ(In<QLabel>("frmHelp", "HelpFound")->text(),
+              QStringLiteral("Not in the help: no such word"));
+    EXPECT_EQ(d.Chosen(), "Thumbnail Sub Folder");
+    d.Find("wastebasket");
+    const std::string first = d.Chosen();
+    for (int i = 0; i < 9 && d.Chosen() == first; ++i) d.Find("wastebasket");
+    EXPECT_NE(d.Chosen(), first); // on through the pages
+    QTest::keyClick(TopWindow("frmHelp"), Qt::Key_Escape);
+    EXPECT_FALSE(TopWindow("frmHelp")->isVisible());
+    EXPECT_TRUE(d.house.window.isVisible());
+    EXPECT_FALSE(d.events.ProgramEnds());
+}
+
+TEST(Help, TheKeyOfThePaneAndThePlace) {
+    AppDesk d;
+    d.AddPicture("a.jpg");
+    d.house.state.HelpPlace = {3000, 1500, 0, 0};
+    d.Start();
+    d.house.state.HelpPlace = {3000, 1500, 0, 0};
+    d.Key(Qt::Key_F1);
+    QWidget* help = TopWindow("frmHelp");
+    ASSERT_TRUE(help && help->isVisible());
+    EXPECT_FALSE(help->isModal());
+    EXPECT_EQ(help->pos(), QPoint(200, 100));
+    help->move(120, 80);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(d.house.state.HelpPlace.left, 1800);
+    EXPECT_EQ(d.house.state.HelpPlace.top, 1200);
+    d.house.controls.Exit->trigger();
+    EXPECT_EQ(d.settings->Read("lefthelp_position", ""), "1800");
+}
+
+struct LogsDesk : AppDesk {
+    QListWidget* List() const { return In<QListWidget>("frmLogs", "LogsList"); }
+    QPlainTextEdit* Text() const { return In<QPlainTextEdit>("frmLogs", "LogsText"); }
+    QPushButton* More() const { return In<QPushButton>("frmLogs", "LogsMoreButton"); }
+    std::string Said() const { return In<QLabel>("frmLogs", "LogsLabel")->text().toStdString(); }
+    void Find(const char* text) {
+        In<QLineEdit>("frmLogs", "LogsFind")->setText(QString::fromLatin1(text));
+        QTest::keyClick(TopWindow("frmLogs"), Qt::Key_F3);
+    }
+    void ShowLogs() {
+        house.controls.ShowLogsButton->trigger();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(TopWindow("frmLogs")));
+    }
+};
+
+TEST(Logs, TheFoldersLogAndTextFiles) {
+    LogsDesk d;
+    d.AddPicture("a.jpg");
+    d.folder.Write("b.TXT", "gr\xFC\xDF\nseeing good\n");
+    d.folder.Write("a.log", "first line\nlast line\n");
+    d.folder.Write("c.html", "no");
+    d.Start();
+    d.ShowLogs();
+    EXPECT_FALSE(TopWindow("frmLogs")->isModal());
+    ASSERT_EQ(d.List()->count(), 2);
+    EXPECT_EQ(d.Text()->toPlainText(), QStringLiteral("first line\nlast line\n"));
+    d.List()->setCurrentRow(1);
+    EXPECT_EQ(d.Text()->toPlainText(), QStringLiteral("grüß\nseeing good\n")); // either coding
+    d.Find("SEEING");
+    EXPECT_EQ(d.Text()->textCursor().selectedText(), QStringLiteral("seeing"));
+    d.Find("clouds");
+    EXPECT_EQ(d.Said(), "Not in this file: clouds");
+    d.folder.Write("b.TXT", "new");
+    d.folder.Write("0.log", "newer");
+    QTest::keyClick(TopWindow("frmLogs"), Qt::Key_F5);
+    EXPECT_EQ(d.List()->currentItem()->text(), QStringLiteral("b.TXT"));
+    EXPECT_EQ(d.List()->count(), 3);
+    EXPECT_EQ(d.Text()->toPlainText(), QStringLiteral("new"));
+    std::filesystem::remove(d.folder.Path() + "/0.log");
+    d.List()->setCurrentRow(0);
+    EXPECT_EQ(d.Said(), "No such file or directory - " + d.folder.Path() + "/0.log");
+    QTest::keyClick(TopWindow("frmLogs"), Qt::Key_Escape);
+    EXPECT_FALSE(TopWindow("frmLogs")->isVisible());
+    TestFolder empty;
+    d.house.Open(empty.Path());
+    d.ShowLogs();
+    EXPECT_EQ(d.Said(), "No log or text files in " + empty.Path());
+}
+
+TEST(Logs, ALargeFileComesInParts) {
+    LogsDesk d;
+    std::string text;
+    for (int i = 0; text.size() < 3 * 1024 * 1024; ++i)
+        text += "line " + std::to_string(i) + " of the night's log\n";
+    d.folder.Write("big.log", text);
+    d.Start();
+    d.ShowLogs();
+    EXPECT_TRUE(d.More()->isVisible());
+    const auto shown = [&] { return d.Text()->toPlainText().toStdString(); };
+    EXPECT_LE(shown().size(), std::size_t(1) << 20);
+    EXPECT_GT(shown().size(), (std::size_t(1) << 20) - 100);
+    EXPECT_EQ(shown().back(), '\n'); // whole lines
+    d.More()->click();
+    EXPECT_GT(shown().size(), (std::size_t(2) << 20) - 100);
+    d.More()->click();
+    EXPECT_EQ(shown(), text);
+    EXPECT_FALSE(d.More()->isVisible());
+}
+
+TEST(Outside, ProgramsGetThePathAsItIs) {
+    AppDesk d;
+    d.AddPicture("a b;$(x).jpg");
+    d.folder.Write("note.txt", "x");
+    d.Start();
+    const MainControls& c = d.house.controls;
+    const std::string picture = d.folder.Path() + "/a b;$(x).jpg";
+    const auto does = [&](auto* command) {
+        d.calls.clear();
+        if constexpr (std::is_same_v<decltype(command), QAction*>)
+            command->trigger();
+        else
+            command->click();
+        return d.calls.empty() ? std::string() : d.calls.back();
+    };
+    EXPECT_EQ(does(c.OpenWindowsExplorerButton), "manager " + d.folder.Path() + " " + picture);
+    EXPECT_EQ(does(c.OpenNotepadButton), "edit "); // a picture is no text
+    EXPECT_EQ(does(c.PopupOpenButton), "open " + picture);
+    EXPECT_EQ(does(c.EditButton2), "open " + picture);
+    EXPECT_FALSE(c.OpenButton->isVisible());
+    EXPECT_TRUE(c.OpenButtonF->isHidden());
+    d.dialogs.answers = {"/usr/bin/stacker", "/opt/paint & draw", "/opt/plus"};
+    does(c.SetOpenButton);
+    EXPECT_EQ(c.OpenButton->text(), QStringLiteral("Folder to stacker"));
+    EXPECT_EQ(c.OpenButton2->text(), QStringLiteral("Picture to stacker"));
+    EXPECT_EQ(c.OpenButtonF->text(), QStringLiteral("Open stacker"));
+    EXPECT_FALSE(c.OpenButtonF->isHidden());
+    EXPECT_EQ(does(c.OpenButton), "start /usr/bin/stacker " + d.folder.Path());
+    EXPECT_EQ(does(c.OpenButton2), "start /usr/bin/stacker " + picture);
+    EXPECT_EQ(does(c.OpenButtonF), "start /usr/bin/stacker " + picture);
+    does(c.FindImageEditCustomButton);
+    EXPECT_EQ(does(c.EditButton2), "start /opt/paint & draw " + picture);
+    EXPECT_EQ(does(c.PopupOpenButton), "open " + picture);
+    does(c.FindImagesPlusButton);
+    EXPECT_EQ(does(c.OpenImagesPlusButton), "start /opt/plus " + picture);
+    does(c.SetOpenButton); // no program chosen
+    EXPECT_EQ(d.house.state.OpenIn, "/usr/bin/stacker");
+    d.house.state.ImageLoaded = true;
+    d.Key(Qt::Key_E);
+    EXPECT_EQ(d.calls.back(), "open " + picture);
+    does(c.ClearOpenButton);
+    EXPECT_FALSE(c.OpenButton2->isVisible());
+    EXPECT_TRUE(c.OpenButtonF->isHidden());
+    d.house.controls.Exit->trigger();
+    EXPECT_EQ(d.settings->Read("open_in", "none"), "");
+    EXPECT_EQ(d.settings->Read("ImagesPlusExp", ""), "/opt/paint & draw");
+}
+
+TEST(Outside, WhatCannotBeDoneIsSaid) {
+    AppDesk d;
+    const std::string picture = d.AddPicture("a.jpg");
+    const std::string text = d.folder.Write("b.txt", "x");
+    d.Start();
+    const MainControls& c = d.house.controls;
+    d.desktop.failure = "'/opt/none' is not installed";
+    d.house.state.ImagesPlus = "/opt/none";
+    c.OpenImagesPlusButton->trigger();
+    EXPECT_EQ(Message(d), "ERROR - '/opt/none' is not installed");
+    d.house.state.ImagesPlus.clear();
+    c.OpenImagesPlusButton->trigger();
+    EXPECT_EQ(Message(d), "ImagesPlus program not set, use Control menu to set program");
+    d.desktop.failure.clear();
+    d.Key(Qt::Key_N); // the text file
+    c.OpenNotepadButton->trigger();
+    EXPECT_EQ(d.calls.back(), "edit " + text);
+    d.Key(Qt::Key_N);
+    std::filesystem::remove(picture);
+    d.calls.clear();
+    c.PopupOpenButton->trigger();
+    EXPECT_TRUE(d.calls.empty());
+    EXPECT_EQ(Message(d), "'" + picture + "' does not exist");
+}
+
+} // namespace
+} // namespace tarn::testing

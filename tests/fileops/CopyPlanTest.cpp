@@ -1,0 +1,164 @@
+#include "Trees.h"
+#include "support/ForwardingFiles.h"
+
+#include "common/paths.h"
+#include "fileops/CopyRun.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+namespace tarn::testing {
+namespace {
+
+struct PlanDesk {
+    TestFolder from;
+    TestFolder to;
+    TestFolder notes;
+    ForwardingFiles files;
+    CopyRequest request;
+
+    // Files out of `from` into `to`, notes out of `notes` beside them.
+    PlanDesk() {
+        request.filesFrom = from.Path();
+        request.filesTo = request.notesTo = to.Path();
+        request.notesFrom = notes.Path();
+    }
+    CopyPlan Plan() {
+        std::string error;
+        return PlanCopies(request, files, &error).value_or(CopyPlan());
+    }
+    // One line a unit: "name>name", "+" between the copies, "!" where something stands.
+    static std::string Told(const CopyPlan& plan) {
+        std::string text;
+        for (const CopyUnit& unit : plan) {
+            std::string line;
+            for (const PlannedCopy& copy : unit.copies)
+                line += (line.empty() ? "" : "+") + LastPart(copy.from) + ">" + LastPart(copy.to) +
+                        (copy.stands ? "!" : "");
+            text += line + "\n";
+        }
+        return text;
+    }
+    CopyCounts Run(CopyPlan plan) {
+        CopyRun run(std::move(plan), files);
+        while (!run.Done()) run.Step();
+        return run.counts;
+    }
+};
+
+TEST(CopyPlan, FilesGoWithTheNoteOfTheirName) {
+    PlanDesk d;
+    Fill(d.notes, {{"M31.enf", "n"}, {"img.ENF", "n"}, {"x..enf", "n"}, {"other.enf", "n"}});
+    d.request.files = {"M31.jpg", "M31.cr2", "IMG.jpg", "x.jpeg", "none.jpg"};
+    EXPECT_EQ(d.Told(d.Plan()), "M31.jpg>M31.jpg+M31.enf>M31.enf+M31.cr2>M31.cr2\n"
+                                "IMG.jpg>IMG.jpg+img.ENF>img.ENF\n"
+                                "x.jpeg>x.jpeg+x..enf>x..enf\n"
+                                "none.jpg>none.jpg\n");
+    d.request.everyNote = true;
+    d.request.files = {"M31.jpg"};
+    EXPECT_EQ(d.Told(d.Plan()), "M31.jpg>M31.jpg+M31.enf>M31.enf\n"
+                                "img.ENF>img.ENF\nother.enf>other.enf\nx..enf>x..enf\n");
+    d.request.everyNote = false;
+    d.request.files = {"M31.jpg", "M31.cr2", "none.jpg"};
+    d.request.filesTo.clear();
+    EXPECT_EQ(d.Told(d.Plan()), "M31.enf>M31.enf\n"); // notes alone, each once
+    d.request.notesFrom.clear();
+    d.request.filesTo = d.to.Path();
+    EXPECT_EQ(d.Told(d.Plan()), "M31.jpg>M31.jpg\nM31.cr2>M31.cr2\nnone.jpg>none.jpg\n");
+}
+
+TEST(CopyPlan, WhatStandsIsDecidedForAll) {
+    PlanDesk d;
+    Fill(d.notes, {{"a.enf", "n"}, {"b.enf", "n"}, {"c.enf", "n"}});
+    Fill(d.to, {{"a.jpg", "old"}, {"B.ENF", "old"}, {"c (2).jpg", "old"}, {"C.jpg", "other case"}});
+    d.to.Write("c.enf", "old");
+    d.request.files = {"a.jpg", "b.jpg", "c.jpg", "d.jpg"};
+    const CopyPlan plan = d.Plan();
+    EXPECT_EQ(d.Told(plan), "a.jpg>a.jpg!+a.enf>a.enf\n"
+                            "b.jpg>b.jpg+b.enf>B.ENF!\n" // a note in any case
+                            "c.jpg>c.jpg+c.enf>c.enf!\n" // a file by its exact name
+                            "d.jpg>d.jpg\n");
+    EXPECT_EQ(CountStanding(plan), 3);
+    const auto after = [&](WhenStands decision) {
+        CopyPlan resolved = plan;
+        Resolve(resolved, decision, d.files);
+        return d.Told(resolved);
+    };
+    EXPECT_EQ(after(WhenStands::Skip), "a.enf>a.enf\nb.jpg>b.jpg\nc.jpg>c.jpg\nd.jpg>d.jpg\n");
+    EXPECT_EQ(after(WhenStands::KeepBoth), "a.jpg>a (2).jpg+a.enf>a (2).enf\n"
+                                           "b.jpg>b (2).jpg+b.enf>b (2).enf\n"
+                                           "c.jpg>c (3).jpg+c.enf>c (3).enf\n"
+                                           "d.jpg>d.jpg\n");
+    EXPECT_EQ(after(WhenStands::Overwrite), d.Told(plan));
+}
+
+TEST(CopyPlan, NewNamesNeverMeetEachOther) {
+    PlanDesk d;
+    Fill(d.to, {{"a.jpg", "1"}, {"b", "1"}});
+    d.request.notesFrom.clear();
+    d.request.files = {"a.jpg", "a (2).jpg", "b"};
+    CopyPlan plan = d.Plan();
+    Resolve(plan, WhenStands::KeepBoth, d.files);
+    EXPECT_EQ(d.Told(plan), "a.jpg>a (3).jpg\na (2).jpg>a (2).jpg\nb>b (2)\n");
+}
+
+TEST(CopyPlan, AFolderThatCannotBeReadSaysWhy) {
+    PlanDesk d;
+    d.request.notesFrom = d.notes.Path() + "/gone";
+    std::string error;
+    EXPECT_FALSE(PlanCopies(d.request, d.files, &error));
+    EXPECT_EQ(error, "No such file or directory");
+}
+
+TEST(CopyRun, CopiesWithTimesAndOverwritesByWayOfTheWastebasket) {
+    PlanDesk d;
+    Fill(d.from, {{"a.jpg", "picture"}, {"b.jpg", "picture b"}});
+    Fill(d.notes, {{"a.enf", "note"}});
+    Fill(d.to, {{"a.jpg", "old"}});
+    SetFileTime(d.from.Path() + "/a.jpg", 2004, 5, 6, 7, 8, 9);
+    d.request.files = {"a.jpg", "b.jpg"};
+    const CopyCounts counts = d.Run(d.Plan());
+    EXPECT_EQ(counts.files, 2);
+    EXPECT_EQ(counts.notes, 1);
+    EXPECT_EQ(counts.failed, 0);
+    EXPECT_EQ(ReadTree(d.to.Path()),
+              (Tree{{"a.jpg", "picture"}, {"a.enf", "note"}, {"b.jpg", "picture b"}}));
+    struct stat source {};
+    struct stat copy {};
+    ::stat((d.from.Path() + "/a.jpg").c_str(), &source);
+    ::stat((d.to.Path() + "/a.jpg").c_str(), &copy);
+    EXPECT_EQ(copy.st_mtime, source.st_mtime);
+}
+
+TEST(CopyRun, AFailureIsCountedAndTheRestGoesOn) {
+    PlanDesk d;
+    Fill(d.from, {{"a.jpg", "1"}, {"b.jpg", "2"}, {"c.jpg", "3"}});
+    d.request.files = {"a.jpg", "b.jpg", "gone.jpg", "c.jpg"};
+    d.files.onChange = [](const std::string& verb, const std::string& path) {
+        return verb == "copy" && LastPart(path) == "b.jpg" ? "No space left on device" : "";
+    };
+    const CopyCounts counts = d.Run(d.Plan());
+    EXPECT_EQ(counts.files, 2);
+    EXPECT_EQ(counts.failed, 2);
+    EXPECT_EQ(counts.firstFailure, "b.jpg - No space left on device");
+    EXPECT_EQ(ReadTree(d.to.Path()), (Tree{{"a.jpg", "1"}, {"c.jpg", "3"}}));
+    EXPECT_EQ(ReportText(counts, "Exported", "/x", false),
+              "ERROR - Exported 2 files to '/x', 2 failed: b.jpg - No space left on device");
+}
+
+TEST(CopyRun, ReportsCount) {
+    CopyCounts counts;
+    EXPECT_EQ(ReportText(counts, "Exported", "/x", false), "Exported nothing to '/x'");
+    counts.files = 1;
+    counts.notes = 2;
+    counts.skipped = 3;
+    EXPECT_EQ(ReportText(counts, "Imported", "/x", true),
+              "CANCELLED - Imported 1 file and 2 notes to '/x', 3 skipped");
+    counts.files = 0;
+    counts.notes = 1;
+    EXPECT_EQ(ReportText(counts, "Imported", "/x", false), "Imported 1 note to '/x', 3 skipped");
+}
+
+} // namespace
+} // namespace tarn::testing

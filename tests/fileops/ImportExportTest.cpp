@@ -1,0 +1,286 @@
+#include "Trees.h"
+#include "support/ForwardingFiles.h"
+#include "support/RecordingRooms.h"
+
+#include "fileops/ImportExport.h"
+#include "platform/FileListBox.h"
+#include "platform/FolderTreeview.h"
+#include "platform/PictureBox.h"
+#include "platform/SettingsStore.h"
+
+#include <QApplication>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace tarn::testing {
+namespace {
+
+struct RecordingNavigation : NavigationCommands {
+    explicit RecordingNavigation(Calls& written) : calls(written) {}
+    void FileListBox_Click() override {}
+    void SelectRow(int) override {}
+    void NextButton_Click() override {}
+    void PrevButton_Click() override {}
+    void ClearMultiselect() override {}
+    void Update_Num_Files(int) override {}
+    void EnableListCommands() override {}
+    void RefreshDirButton_Click() override { calls.push_back("refresh"); }
+    void ResetFileHistory(bool) override {}
+    Calls& calls;
+};
+
+// Lets the test act at a chosen round.
+struct ScriptedPump : EventPump {
+    void Pump() override {
+        if (onPump) onPump(++rounds);
+    }
+    void Sleep(int) override {}
+    bool ProgramEnds() const override { return ends; }
+    void EndProgram() override { ends = true; }
+    void Later(std::function<void()> action) override { action(); }
+    std::function<void(int)> onPump;
+    int rounds = 0;
+    bool ends = false;
+};
+
+struct BatchDesk {
+    Calls calls;
+    TestFolder shown;
+    TestFolder notes;
+    TestFolder other;
+    ForwardingFiles files;
+    std::unique_ptr<SettingsStore> settings = MakeSettingsStore(other.Path() + "x.ini");
+    ScriptedPump events;
+    ScriptedDialogs dialogs;
+    ProgramState state;
+    QWidget window;
+    QMenuBar bar{&window};
+    MainControls controls;
+    RecordingNavigation navigation{calls};
+    RecordingDisplay display{calls};
+    RecordingVideo video{calls};
+    RecordingShell shell{calls};
+    RecordingInfo info{calls};
+    RecordingNotes notesRoom{calls};
+    RecordingSound sound{calls};
+    RecordingDesktop desktop{calls};
+    Context context{state, controls, navigation, display, info,    notesRoom, video,
+                    shell, files,    *settings,  events,  dialogs, sound,     desktop};
+    ImportExport room{context};
+
+    BatchDesk() {
+        MakeControls(controls, files,
+                     [this](QWidget* widget, Place) { widget->setParent(&window); });
+        MakeMenus(controls, bar, window);
+        room.ConnectControls();
+        Connect(controls.BatchCancelButton, [this] { state.BatchCancelled = true; });
+        state.NotesFolder = notes.Path();
+        controls.FileListBox->SetPattern("*.jpg;*.tif");
+    }
+    void Show() { controls.FileListBox->SetPath(shown.Path()); }
+    std::string Said() const { return calls.empty() ? "" : calls.back(); }
+};
+
+const Tree kNight{{"M31.jpg", "galaxy"}, {"M42.tif", "nebula"}, {"sky.jpg", "sky"}};
+const Tree kNightNotes{{"M31.enf", "near\r\n"}, {"M42.enf", "\x93orange\x94"}};
+
+Tree Joined(Tree a, const Tree& b) {
+    a.insert(b.begin(), b.end());
+    return a;
+}
+
+TEST(ImportExport, AFolderGoesOutAndComesBackTheSame) {
+    BatchDesk d;
+    Fill(d.shown, kNight);
+    Fill(d.notes, kNightNotes);
+    d.notes.Write("elsewhere.enf", "not of this folder");
+    d.Show();
+    d.dialogs.answers = {d.other.Path()};
+    d.controls.ExportFilesButton[1]->trigger();
+    EXPECT_EQ(d.Said(), "message Exported 3 files and 2 notes to '" + d.other.Path() + "'");
+    EXPECT_EQ(ReadTree(d.other.Path()), Joined(kNight, kNightNotes));
+
+    BatchDesk e; // another folder and another notes folder, both empty
+    e.Show();
+    d.other.Write("readme.doc", "not of the listed types");
+    e.dialogs.answers = {d.other.Path()};
+    e.controls.ImportButton->trigger();
+    EXPECT_EQ(ReadTree(e.shown.Path()), kNight);
+    EXPECT_EQ(ReadTree(e.notes.Path()), kNightNotes);
+    EXPECT_EQ(e.Said(), "message Imported 3 files and 2 notes to '" + e.shown.Path() + "'");
+    EXPECT_EQ(std::count(e.calls.begin(), e.calls.end(), "refresh"), 1);
+    EXPECT_TRUE(e.dialogs.shown.size() == 1); // nothing stood there: no question
+}
+
+TEST(ImportExport, EachEntryCopiesWhatItSays) {
+    struct Case {
+        std::function<QAction*(const MainControls&)> entry;
+        Tree copied;
+    };
+    const std::vector<Case> cases{
+        {[](const MainControls& c) { return c.CopySelectedNotesFilesButton; },
+         {{"M42.enf", "\x93orange\x94"}}},
+        {[](const MainControls& c) { return c.CopyNotesFilesButton; }, kNightNotes},
+        {[](const MainControls& c) { return c.ExportFilesButton[0]; },
+         {{"M42.tif", "nebula"}, {"M42.enf", "\x93orange\x94"}, {"sky.jpg", "sky"}}},
+        {[](const MainControls& c) { return c.ExportFilesButton[2]; },
+         {{"M42.tif", "nebula"}, {"sky.jpg", "sky"}}},
+        {[](const MainControls& c) { return c.ExportFilesButton[3]; }, kNight},
+        {[](const MainControls& c) { return c.ExportNotesFormat; },
+         {{"Note_Formats.txt", "#formats"}}},
+    };
+    for (const Case& each : cases) {
+        BatchDesk d;
+        Fill(d.shown, kNight);
+        Fill(d.notes, kNightNotes);
+        d.notes.Write("Note_Formats.txt", "#formats");
+        d.Show();
+        d.controls.FileListBox->Select(1);
+        d.controls.FileListBox->Select(2);
+        d.dialogs.answers = {d.other.Path()};
+        each.entry(d.controls)->trigger();
+        EXPECT_EQ(ReadTree(d.other.Path()), each.copied) << d.Said();
+    }
+}
+
+TEST(ImportExport, NotesAloneAndTheFormatFileComeIntoTheNotesFolder) {
+    BatchDesk d;
+    d.Show();
+    Fill(d.other, Joined(kNight, kNightNotes));
+    d.dialogs.answers = {d.other.Path()};
+    d.controls.ImportNotesFilesButton->trigger();
+    EXPECT_EQ(ReadTree(d.notes.Path()), kNightNotes);
+    EXPECT_TRUE(ReadTree(d.shown.Path()).empty());
+    d.dialogs.answers = {d.other.Write("mine.txt", "#mine")};
+    d.controls.ImportNotesFormat->trigger();
+    EXPECT_EQ(ReadTree(d.notes.Path())["Note_Formats.txt"], "#mine");
+}
+
+TEST(ImportExport, OneQuestionARun) {
+    const auto after = [](const std::string& answer, Calls& shown, std::string& said) {
+        BatchDesk d;
+        Fill(d.other, {{"a.jpg", "new"}, {"a.enf", "new note"}, {"b.jpg", "b"}});
+        Fill(d.shown, {{"a.jpg", "old"}, {"b.jpg", "old b"}});
+        Fill(d.notes, {{"a.enf", "old note"}});
+        d.Show();
+        d.dialogs.answers = {d.other.Path(), answer};
+        d.controls.ImportButton->trigger();
+        shown = d.dialogs.shown;
+        said = d.Said();
+        return Joined(ReadTree(d.shown.Path()), ReadTree(d.notes.Path()));
+    };
+    Calls shown;
+    std::string said;
+    const Tree old{{"a.jpg", "old"}, {"b.jpg", "old b"}, {"a.enf", "old note"}};
+    EXPECT_EQ(after("Skip", shown, said), old);
+    ASSERT_EQ(shown.size(), 2U);
+    EXPECT_EQ(shown[1].find("Tarn_View - Import|3 of 3 files are there already"), 0U) << shown[1];
+    EXPECT_NE(said.find("Imported nothing to"), std::string::npos);
+    EXPECT_NE(said.find(", 3 skipped"), std::string::npos);
+    EXPECT_EQ(after("Overwrite", shown, said),
+              (Tree{{"a.jpg", "new"}, {"b.jpg", "b"}, {"a.enf", "new note"}}));
+    EXPECT_EQ(after("Keep both", shown, said),
+              Joined(old, {{"a (2).jpg", "new"}, {"a (2).enf", "new note"}, {"b (2).jpg", "b"}}));
+    EXPECT_EQ(after("Cancel", shown, said), old);
+    EXPECT_EQ(said, "message Cancelled, nothing was copied");
+}
+
+TEST(ImportExport, OurOwnFoldersAreRefused) {
+    BatchDesk d;
+    Fill(d.shown, kNight);
+    Fill(d.notes, kNightNotes);
+    d.Show();
+    const std::string link = d.other.Path() + "/link";
+    std::filesystem::create_directory_symlink(d.shown.Path(), link);
+    for (const std::string& folder : {d.shown.Path(), d.shown.Path() + "/", link, d.notes.Path()})
+        for (QAction* entry : {d.controls.CopyNotesFilesButton, d.controls.ExportFilesButton[1],
+                               d.controls.ExportFilesButton[3], d.controls.ExportNotesFormat,
+                               d.controls.ImportButton, d.controls.ImportNotesFilesButton}) {
+            d.dialogs.answers = {folder};
+            entry->trigger();
+            EXPECT_EQ(d.Said().find("message ERROR - the "), 0U) << d.Said();
+            d.calls.clear();
+        }
+    EXPECT_EQ(ReadTree(d.shown.Path()), kNight);
+    EXPECT_EQ(ReadTree(d.notes.Path()), kNightNotes);
+    d.controls.ExportFilesButton[1]->trigger(); // no folder chosen
+    EXPECT_TRUE(d.calls.empty());
+    d.controls.ExportFilesButton[0]->trigger();
+    EXPECT_EQ(d.Said(), "message No files to export"); // none is selected
+}
+
+TEST(ImportExport, CancelStopsAfterTheFileInHand) {
+    BatchDesk d;
+    Fill(d.shown, kNight);
+    Fill(d.notes, kNightNotes);
+    d.Show();
+    d.window.show();
+    int otherClicks = 0;
+    Connect(d.controls.NextButton, [&] { ++otherClicks; });
+    d.events.onPump = [&](int round) {
+        EXPECT_TRUE(d.state.BatchRuns);
+        EXPECT_TRUE(d.controls.BatchCancelButton->isVisible());
+        QTest::mouseClick(d.controls.NextButton, Qt::LeftButton);
+        QTest::keyClick(d.controls.FileListBox, Qt::Key_Down);
+        if (round == 2) QTest::mouseClick(d.controls.BatchCancelButton, Qt::LeftButton);
+    };
+    d.dialogs.answers = {d.other.Path()};
+    d.controls.ExportFilesButton[1]->trigger();
+    EXPECT_EQ(ReadTree(d.other.Path()), (Tree{{"M31.jpg", "galaxy"}, {"M31.enf", "near\r\n"}}));
+    EXPECT_EQ(d.Said(),
+              "message CANCELLED - Exported 1 file and 1 note to '" + d.other.Path() + "'");
+    EXPECT_EQ(d.calls[1], "message Exporting 2 of 3 - M42.tif");
+    EXPECT_EQ(otherClicks, 0); // only cancel acts
+    EXPECT_FALSE(d.state.BatchRuns);
+    EXPECT_FALSE(d.controls.BatchCancelButton->isVisible());
+    QTest::mouseClick(d.controls.NextButton, Qt::LeftButton);
+    EXPECT_EQ(otherClicks, 1);
+}
+
+TEST(ImportExport, EscAndTheEndOfTheProgramStopItToo) {
+    for (const bool esc : {true, false}) {
+        BatchDesk d;
+        Fill(d.shown, kNight);
+        d.Show();
+        d.events.onPump = [&](int) {
+            if (esc)
+                QTest::keyClick(d.controls.FileListBox, Qt::Key_Escape);
+            else
+                d.events.ends = true;
+        };
+        d.dialogs.answers = {d.other.Path()};
+        d.controls.ExportFilesButton[3]->trigger();
+        EXPECT_TRUE(ReadTree(d.other.Path()).empty());
+        EXPECT_EQ(d.Said(), "message CANCELLED - Exported nothing to '" + d.other.Path() + "'");
+    }
+}
+
+TEST(ImportExport, AnImportShowsTheNoteThatCameButNeverTakesATextAway) {
+    for (const bool writing : {false, true}) {
+        BatchDesk d;
+        d.Show();
+        d.state.Filename = d.shown.Path() + "/M31.jpg";
+        if (writing) d.controls.NotesBox->setPlainText(QStringLiteral("in hand"));
+        Fill(d.other, kNightNotes);
+        d.dialogs.answers = {d.other.Path()};
+        d.controls.ImportNotesFilesButton->trigger();
+        EXPECT_EQ(std::count(d.calls.begin(), d.calls.end(), "CheckForNotes"), writing ? 0 : 1);
+    }
+}
+
+TEST(ImportExport, AMissingNotesFolderIsSaid) {
+    BatchDesk d;
+    Fill(d.shown, kNight);
+    d.Show();
+    d.state.NotesFolder += "/gone";
+    d.dialogs.answers = {d.other.Path()};
+    d.controls.CopyNotesFilesButton->trigger();
+    EXPECT_EQ(d.Said(), "message ERROR - a folder cannot be read: No such file or directory");
+}
+
+} // namespace
+} // namespace tarn::testing

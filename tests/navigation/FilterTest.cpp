@@ -1,0 +1,290 @@
+#include "NavDesk.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace tarn::testing {
+namespace {
+
+struct FilterDesk : NavDesk {
+    FilterDesk() {
+        for (const char* name : {"a.jpg", "b.avi", "c.html", "d.fit", "e.txt", "f.jpg"})
+            folder.Write(name, "x");
+        state.PictureTypes = "*.jpg";
+        state.VideoTypes = "*.avi";
+        state.WebTypes = "*.html";
+        state.FileTypes = "*.jpg;*.avi";
+        controls.FileListBox->SetPattern(state.FileTypes);
+        for (QCheckBox* box : {controls.PCheck, controls.VCheck}) {
+            const QSignalBlocker loading(box);
+            box->setChecked(true);
+        }
+        Enter();
+        Select("f.jpg");
+    }
+    void Select(const char* name) {
+        room.ClearMultiselect();
+        room.SelectRow(controls.FileListBox->RowOf(name));
+        state.FileNameOnly = name;
+        calls.clear();
+    }
+    const std::string& Pattern() const { return controls.FileListBox->Pattern(); }
+    std::string Current() const {
+        return NavDesk::Row() < 0 ? "none" : controls.FileListBox->Text(NavDesk::Row());
+    }
+    template <typename Widget> Widget* Find(const char* name) const {
+        return window.findChild<Widget*>(QString::fromLatin1(name));
+    }
+};
+
+TEST(ClassBoxes, AChangePutsThePatternOnTheListAndKeepsTheFile) {
+    FilterDesk d;
+    d.state.ImageLoaded = true;
+    d.controls.VCheck->click();
+    EXPECT_EQ(d.Pattern(), "*.jpg");
+    EXPECT_EQ(d.Current(), "f.jpg");
+    EXPECT_EQ(d.calls.back(), "DisplayPicture"); // by way of the click
+    EXPECT_EQ(d.state.VideoListCheck, 0);
+    d.controls.PCheck->click(); // a class must stay
+    EXPECT_TRUE(d.controls.PCheck->isChecked());
+    EXPECT_EQ(d.state.PictureListCheck, 1);
+    d.controls.VCheck->setChecked(true); // also in code
+    EXPECT_EQ(d.Pattern(), "*.avi;*.jpg");
+    d.controls.WCheck->click();
+    EXPECT_EQ(d.Pattern(), "*.html;*.jpg;*.avi");
+    d.controls.PCheck->click();
+    EXPECT_EQ(d.Pattern(), "*.avi"); // which leaves the web files out
+    EXPECT_EQ(d.Current(), "b.avi"); // the file is not listed any more
+    d.controls.VCheck->click();
+    EXPECT_TRUE(d.controls.VCheck->isChecked()); // web files alone do not count
+}
+
+TEST(ClassBoxes, TextsAreLostToARebuildAndFitsGoesBackToItsTick) {
+    FilterDesk d;
+    d.controls.TCheck->click();
+    EXPECT_EQ(d.Pattern(), "*.jpg;*.avi;*.txt");
+    d.controls.VCheck->click();
+    EXPECT_EQ(d.Pattern(), "*.jpg");
+    EXPECT_TRUE(d.controls.TCheck->isChecked());
+    d.controls.FCheck->click();
+    d.controls.CCheck->click();
+    EXPECT_EQ(d.Pattern(), "*.jpg;*.fits;*.fit;*.cr2");
+    d.controls.FCheck->click();
+    EXPECT_EQ(d.Pattern(), "*.jpg");
+    EXPECT_TRUE(d.controls.CCheck->isChecked());
+    d.controls.CCheck->click();
+    EXPECT_EQ(d.Pattern(), "*.jpg;*.fits;*.fit");
+}
+
+TEST(ClassBoxes, SlideCommandsNeedPicturesAndAPicture) {
+    FilterDesk d;
+    for (QPushButton* button : {d.controls.SlideButton, d.controls.ViewButton})
+        Connect(button, [] {});
+    d.folder.Write("b.avi", "x");
+    d.state.ImageLoaded = true;
+    d.controls.PCheck->click();
+    EXPECT_FALSE(d.controls.ViewButton->isEnabled());
+    d.state.ImageLoaded = false;
+    d.controls.PCheck->click();
+    EXPECT_FALSE(d.controls.ViewButton->isEnabled());
+    d.controls.PCheck->click();
+    d.state.ImageLoaded = true;
+    d.controls.PCheck->click();
+    EXPECT_TRUE(d.controls.ViewButton->isEnabled());
+}
+
+TEST(ClassBoxes, AnEmptyClassListsAllFilesAndASeparatorInFrontIsDropped) {
+    FilterDesk d;
+    d.state.VideoTypes.clear();
+    d.controls.PCheck->click();
+    EXPECT_EQ(d.Pattern(), "");
+    EXPECT_EQ(d.controls.FileListBox->Count(), 6);
+    d.state.PictureTypes = ";*.fit";
+    d.controls.PCheck->click();
+    EXPECT_EQ(d.Pattern(), "*.fit");
+    d.state.PictureTypes = "*.none";
+    d.controls.VCheck->click();
+    EXPECT_EQ(d.controls.FileListBox->Count(), 0);
+    EXPECT_EQ(d.state.TextNumOf, "");
+}
+
+struct TypesDesk : FilterDesk {
+    TypesDesk() { controls.SetFileTypesButton->trigger(); }
+    bool IsUp() const { return Find<QDialog>("frmFileTypes")->isVisible(); }
+    bool Refused() const { return Find<QLabel>("Label2")->isVisible(); }
+    void Set(const char* pictures, const char* videos) {
+        Find<QLineEdit>("FileTypesText")->setText(QString::fromLatin1(pictures));
+        Find<QLineEdit>("VideoTypesText")->setText(QString::fromLatin1(videos));
+        Find<QPushButton>("SetButton")->click();
+    }
+};
+
+TEST(FileTypes, SetTakesTheThreeTexts) {
+    TypesDesk d;
+    EXPECT_TRUE(d.IsUp());
+    EXPECT_TRUE(d.Find<QDialog>("frmFileTypes")->isModal());
+    EXPECT_EQ(d.Find<QLineEdit>("WebTypesText")->text(), QStringLiteral("*.html"));
+    d.Set("*.jpg;*.txt", "*.ser");
+    EXPECT_FALSE(d.IsUp());
+    EXPECT_EQ(d.Pattern(), "*.jpg;*.txt;*.ser"); // the web box is not ticked
+    EXPECT_EQ(d.state.FileTypes, d.Pattern());
+    EXPECT_EQ(d.state.PictureTypes, "*.jpg;*.txt");
+    EXPECT_EQ(d.state.VideoTypes, "*.ser");
+    EXPECT_EQ(d.Current(), "f.jpg");
+}
+
+TEST(FileTypes, ASeparatorIsRefusedAndCancelChangesNothing) {
+    TypesDesk d;
+    d.Set("*.bmp;sub/*.jpg", "*.ser");
+    EXPECT_TRUE(d.IsUp() && d.Refused());
+    EXPECT_EQ(d.Pattern(), "*.jpg;*.avi");
+    EXPECT_EQ(d.state.PictureTypes, "*.jpg");
+    EXPECT_EQ(d.state.VideoTypes, "*.avi");
+    d.Find<QPushButton>("CancelButton")->click();
+    EXPECT_FALSE(d.IsUp());
+    d.controls.SetFileTypesButton->trigger();
+    EXPECT_FALSE(d.Refused());
+    EXPECT_EQ(d.Find<QLineEdit>("FileTypesText")->text(), QStringLiteral("*.jpg"));
+}
+
+TEST(FileTypes, FitsIsCleared) {
+    FilterDesk d;
+    d.controls.FCheck->click();
+    d.controls.SetFileTypesButton->trigger();
+    d.Find<QPushButton>("SetButton")->click();
+    EXPECT_FALSE(d.controls.FCheck->isChecked());
+    EXPECT_EQ(d.Pattern(), "*.jpg;*.avi");
+}
+
+// The filter window by its own controls.
+struct WindowDesk : FilterDesk {
+    WindowDesk() { Toggle(); }
+    void Toggle() { controls.FilesFilterButton2->click(); }
+    QDialog* Window() const { return Find<QDialog>("frmFilter"); }
+    QCheckBox* Box(int i) const {
+        return Find<QCheckBox>(("CheckFilter_" + std::to_string(i)).c_str());
+    }
+    QCheckBox* Custom() const { return Find<QCheckBox>("CheckCustom"); }
+    QLineEdit* Text() const { return Find<QLineEdit>("TextFilter"); }
+    QComboBox* Presets() const { return Find<QComboBox>("ComboFilter"); }
+    void Press(const char* button) { Find<QPushButton>(button)->click(); }
+    void Type(const char* text, Qt::Key key) {
+        Text()->setText(QString::fromLatin1(text));
+        QTest::keyClick(Text(), key);
+    }
+};
+
+TEST(Filter, BoxesNarrowTheListWhileTheWindowIsOpen) {
+    WindowDesk d;
+    EXPECT_TRUE(d.state.FilterActive);
+    EXPECT_TRUE(d.Window()->windowFlags() & Qt::WindowStaysOnTopHint);
+    EXPECT_FALSE(d.Window()->isModal());
+    EXPECT_FALSE(d.controls.PCheck->isEnabled());
+    EXPECT_TRUE(d.controls.FCheck->isEnabled());
+    EXPECT_TRUE(d.Box(0)->isVisible() && d.Box(1)->isVisible() && !d.Box(2)->isVisible());
+    EXPECT_EQ(d.Box(1)->text(), QStringLiteral("*.avi"));
+    EXPECT_EQ(d.Pattern(), "*.jpg;*.avi"); // opening changes nothing
+    d.Box(0)->click();
+    EXPECT_EQ(d.Pattern(), "*.avi");
+    EXPECT_TRUE(d.calls.empty()); // no file is shown for it
+    d.Box(1)->click();
+    EXPECT_EQ(d.Pattern(), "*.none");
+    EXPECT_EQ(d.controls.FileListBox->Count(), 0);
+    d.Toggle();
+    EXPECT_FALSE(d.state.FilterActive);
+    EXPECT_FALSE(d.Window()->isVisible());
+    EXPECT_TRUE(d.controls.PCheck->isEnabled());
+    EXPECT_EQ(d.Pattern(), "*.jpg;*.avi");
+    EXPECT_EQ(d.Current(), "f.jpg");
+}
+
+TEST(Filter, TheWindowTakesUpItsLastClosing) {
+    WindowDesk d;
+    d.Box(1)->click();
+    d.Toggle();
+    d.Toggle();
+    EXPECT_EQ(d.Pattern(), "*.jpg");
+    EXPECT_TRUE(d.Box(0)->isChecked());
+    EXPECT_FALSE(d.Box(1)->isChecked());
+    d.Type("b*", Qt::Key_Return);
+    d.Toggle();
+    EXPECT_EQ(d.Pattern(), "*.jpg;*.avi");
+    d.Toggle();
+    EXPECT_TRUE(d.Custom()->isChecked());
+    EXPECT_FALSE(d.Box(0)->isEnabled());
+    EXPECT_EQ(d.Pattern(), "b*");
+    d.state.FileNameOnly = "gone.jpg";
+    d.Toggle();
+    EXPECT_EQ(d.Current(), "none"); // no row is the current file
+}
+
+TEST(Filter, TheKeysOfTheText) {
+    WindowDesk d;
+    d.Custom()->click(); // without a text
+    EXPECT_FALSE(d.Custom()->isChecked());
+    EXPECT_EQ(d.Pattern(), "*.jpg;*.avi");
+    d.Type("a*", Qt::Key_Return);
+    EXPECT_TRUE(d.Custom()->isChecked());
+    EXPECT_FALSE(d.Box(0)->isEnabled());
+    EXPECT_EQ(d.Pattern(), "a*");
+    d.Type("f*", Qt::Key_Enter);
+    EXPECT_EQ(d.Pattern(), "f*");
+    d.Type("../*", Qt::Key_Return); // refused without a message
+    EXPECT_EQ(d.Pattern(), "f*");
+    QTest::keyClick(d.Text(), Qt::Key_Escape);
+    EXPECT_TRUE(d.Window()->isVisible());
+    EXPECT_FALSE(d.Custom()->isChecked());
+    EXPECT_TRUE(d.Box(0)->isEnabled());
+    EXPECT_EQ(d.Pattern(), "*.jpg;*.avi");
+    EXPECT_EQ(d.state.FilterCustom, "../*"); // on the desk as it is typed
+    QTest::keyClick(d.Window(), Qt::Key_Escape);
+    EXPECT_FALSE(d.state.FilterActive);
+}
+
+TEST(Filter, PresetsAreAddedChosenAndDeleted) {
+    WindowDesk d;
+    EXPECT_EQ(d.Presets()->itemText(0), QStringLiteral("*VMC*"));
+    d.Press("CommandAdd"); // no text
+    EXPECT_EQ(d.Presets()->count(), 1);
+    d.Text()->setText(QStringLiteral("a*"));
+    d.Press("CommandAdd");
+    EXPECT_EQ(d.calls.back(), "message Entry added to ComboFilter box");
+    EXPECT_EQ(d.state.FilterPresets, "*VMC*;a*;");
+    d.Press("CommandDelete"); // none is chosen
+    EXPECT_EQ(d.Presets()->count(), 2);
+    d.Custom()->click();
+    d.Presets()->setCurrentIndex(0);
+    emit d.Presets()->activated(0);
+    EXPECT_EQ(d.Text()->text(), QStringLiteral("*VMC*"));
+    EXPECT_EQ(d.Pattern(), "*VMC*");
+    d.Press("CommandDelete");
+    EXPECT_EQ(d.calls.back(), "message *VMC* - removed from ComboFilter box");
+    d.Toggle();
+    EXPECT_EQ(d.state.FilterPresets, "a*;");
+    d.Toggle();
+    EXPECT_EQ(d.Presets()->itemText(0), QStringLiteral("a*"));
+}
+
+TEST(Filter, APatternPastTheSixteenthComesBackAtTheEnd) {
+    FilterDesk d;
+    std::string pattern = "*.jpg";
+    for (int i = 1; i < 17; ++i) pattern += ";*." + std::to_string(i);
+    d.controls.FileListBox->SetPattern(pattern);
+    d.controls.FilesFilterButton2->click();
+    const auto box = [&](const char* name) { return d.Find<QCheckBox>(name); };
+    EXPECT_EQ(box("CheckFilter_15")->text(), QStringLiteral("*.15"));
+    box("CheckFilter_1")->click();
+    EXPECT_EQ(d.Pattern().find("*.16"), std::string::npos);
+    d.controls.FilesFilterButton2->click();
+    EXPECT_EQ(d.Pattern(), pattern);
+}
+
+} // namespace
+} // namespace tarn::testing
