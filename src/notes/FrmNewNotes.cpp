@@ -38,7 +38,7 @@ int ChosenRow(const QComboBox& combo) {
 
 } // namespace
 
-void FrmNewNotes::Open() {
+void FrmNewNotes::OpenWindow() {
     show();
     raise();
     activateWindow();

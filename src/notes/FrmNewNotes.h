@@ -30,7 +30,7 @@ public:
     FrmNewNotes(Context& context, NotesRoom& room);
     ~FrmNewNotes() override;
 
-    void Open();
+    void OpenWindow();
     void EnableSave(bool enabled);
     void KeepValues(); // chosen rows and places onto the desk
     void SetExposure(const std::string& text);

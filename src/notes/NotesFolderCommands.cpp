@@ -104,12 +104,12 @@ void NotesRoom::NoteFilesChanged() {
 void NotesRoom::CommandNotesNew_Click() {
     if (!m_composer) m_composer = std::make_unique<FrmNewNotes>(m, *this);
     SetSaveCommands();
-    m_composer->Open();
+    m_composer->OpenWindow();
 }
 
 void NotesRoom::DisplayNotesFolderButton_Click() {
     if (!m_manager) m_manager = std::make_unique<frmNotesFolder>(m, *this);
-    m_manager->Open();
+    m_manager->OpenWindow();
 }
 
 void NotesRoom::EditNoteSettingsFileButton_Click() {

@@ -55,12 +55,13 @@ public:
 
     // For the room's own windows.
     void ReloadNote(); // from its file, whatever was typed
+    // Of the file that is shown: as it stands on disk, which may differ in case.
+    const std::string& LoadedPath() const { return m_store.Loaded().path; }
     void ReplaceText(const std::string& text) { m_box.Replace(text); }
     void EditFormatFile(const std::string& path);
     void KeepDraft(DraftPlace place, const Draft& draft);
     void ForgetDraft(DraftPlace place);
     void DropText(const Draft& draft); // into the restore buffer, with a word
-    const std::string& LoadedNotePath() const { return m_store.Loaded().path; } // empty: none
     void NoteWasSaved(const std::string& text);
 
     FrmNewNotes* Composer() const { return m_composer.get(); } // null before its first opening

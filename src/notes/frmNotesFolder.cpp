@@ -32,7 +32,7 @@ std::string WithExtension(const std::string& path, const char* extension) {
 
 } // namespace
 
-void frmNotesFolder::Open() {
+void frmNotesFolder::OpenWindow() {
     m_wasAway = false;
     Form_Activate();
     show();
@@ -70,8 +70,7 @@ void frmNotesFolder::Form_Activate() {
         return;
     }
     m_list->Refresh();
-    const std::string wanted = IsEdited() ? m_note.path : PathInMainWindow();
-    const int row = m_list->RowOf(LastPart(wanted));
+    const int row = IsEdited() ? m_list->RowOf(LastPart(m_note.path)) : RowOfPicture();
     if (row >= 0)
         SelectRow(row);
     else if (!m_note.path.empty() && !IsEdited())
@@ -79,13 +78,12 @@ void frmNotesFolder::Form_Activate() {
     if (m_list->Count() < 1) m_label->setText(QStringLiteral("Notes folder is empty"));
 }
 
-// The note of the picture shown, by the name that was found on the disk.
-std::string frmNotesFolder::PathInMainWindow() const {
+// The row with the note of the picture in the main window; -1 when there is none.
+int frmNotesFolder::RowOfPicture() const {
     m.notes.SetNotesFilename();
-    const std::string& loaded = m_room.LoadedNotePath();
-    return FoldCase(LastPart(loaded)) == FoldCase(LastPart(m.state.NotesFilename))
-               ? loaded
-               : m.state.NotesFilename;
+    const int row = m_list->RowOf(LastPart(m.state.NotesFilename));
+    const std::string& loaded = m_room.LoadedPath();
+    return row < 0 && FolderOf(loaded) == m_list->Path() ? m_list->RowOf(LastPart(loaded)) : row;
 }
 
 // Another note, or none, is about to stand in the box.
@@ -169,7 +167,10 @@ void frmNotesFolder::UpdateButton_Click() {
 }
 
 bool frmNotesFolder::TakesPartInMainWindow(const std::vector<std::string>& paths) {
-    return std::find(paths.begin(), paths.end(), PathInMainWindow()) != paths.end();
+    m.notes.SetNotesFilename();
+    return std::any_of(paths.begin(), paths.end(), [this](const std::string& path) {
+        return path == m.state.NotesFilename || path == m_room.LoadedPath();
+    });
 }
 
 void frmNotesFolder::DeleteButton_Click() {
@@ -196,6 +197,7 @@ void frmNotesFolder::Run(NotesRun (NotesFolderFiles::*work)(const std::vector<st
                                                             const NotesFolderFiles::GoOn&),
                          NotesRun& run) {
     std::vector<std::string> paths;
+    paths.reserve(static_cast<std::size_t>(m_list->Count()));
     for (int row = 0; row < m_list->Count(); ++row)
         paths.push_back(JoinPath(m_list->Path(), m_list->Text(row)));
     {

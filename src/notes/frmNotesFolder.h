@@ -27,7 +27,7 @@ class frmNotesFolder : public QDialog {
 public:
     frmNotesFolder(Context& context, NotesRoom& room);
 
-    void Open();
+    void OpenWindow();
     void KeepPlace(); // onto the desk
 
     void Form_Activate();
@@ -52,8 +52,8 @@ private:
     void ShowNothing();
     void SelectRow(int row);
     void EnableCommands(bool enabled);
+    int RowOfPicture() const;
     bool TakesPartInMainWindow(const std::vector<std::string>& paths);
-    std::string PathInMainWindow() const;
     void KeepEdit();
     void Run(NotesRun (NotesFolderFiles::*work)(const std::vector<std::string>&,
                                                 const NotesFolderFiles::GoOn&),

@@ -98,6 +98,17 @@ TEST(NotesManager, UpdateShowsInTheMainWindow) {
     EXPECT_EQ(d.Error(), "Error saving to notes folder: " + d.notes.Path());
 }
 
+TEST(NotesManager, KnowsThePicturesNoteInAnyCase) {
+    ManagerDesk d;
+    d.notes.Write("A.ENF", "capital");
+    d.notes.Write("z.enf", "z");
+    d.Open();
+    EXPECT_EQ(d.Text("NoteFileLabel"), "A.ENF");
+    d.Box().setPlainText(QStringLiteral("anew"));
+    d.Do("UpdateButton");
+    EXPECT_EQ(d.s.NoteText, "anew");
+}
+
 TEST(NotesManager, FixTouchesTheBoxUntilUpdate) {
     ManagerDesk d;
     d.notes.Write("a.enf", "\"a\"\r\n");
