@@ -10,7 +10,6 @@
 #include "shell/batch/BatchRun.h"
 
 #include <QAction>
-#include <QPlainTextEdit>
 
 #include <algorithm>
 #include <filesystem>
@@ -226,9 +225,9 @@ std::string ImportExport::Run(CopyPlan plan, const std::string& verb, const std:
 // written.
 void ImportExport::Import(const CopyRequest& request, const std::string& to) {
     const std::string said = PlanAndRun(request, "Imported", to);
+    m.notes.NoteFilesChanged();
     m.navigation.RefreshDirButton_Click();
-    if (m.controls.NotesBox->document()->isEmpty() && !m.state.Filename.empty())
-        m.notes.CheckForNotes();
+    if (m.state.NoteText.empty() && !m.state.Filename.empty()) m.notes.CheckForNotes();
     m.shell.ShowMessage(said);
 }
 
