@@ -10,7 +10,6 @@
 #include "shell/batch/BatchRun.h"
 
 #include <QAction>
-#include <QPlainTextEdit>
 
 #include <algorithm>
 #include <filesystem>
@@ -233,8 +232,8 @@ std::string ImportExport::Run(CopyPlan plan, const std::string& verb, const std:
 // written.
 void ImportExport::Import(const CopyRequest& request, const std::string& to) {
     const std::string said = PlanAndRun(request, "Imported", to);
-    m.navigation.RefreshDirButton_Click();
     m.notes.NoteFilesChanged();
+    m.navigation.RefreshDirButton_Click();
     m.shell.ShowMessage(said);
 }
 

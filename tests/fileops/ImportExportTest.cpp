@@ -10,7 +10,6 @@
 
 #include <QApplication>
 #include <QMenuBar>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
 
