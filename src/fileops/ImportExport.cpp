@@ -10,7 +10,6 @@
 #include "shell/batch/BatchRun.h"
 
 #include <QAction>
-#include <QPlainTextEdit>
 
 #include <algorithm>
 #include <filesystem>
@@ -227,8 +226,7 @@ std::string ImportExport::Run(CopyPlan plan, const std::string& verb, const std:
 void ImportExport::Import(const CopyRequest& request, const std::string& to) {
     const std::string said = PlanAndRun(request, "Imported", to);
     m.navigation.RefreshDirButton_Click();
-    if (m.controls.NotesBox->document()->isEmpty() && !m.state.Filename.empty())
-        m.notes.CheckForNotes();
+    if (m.state.NoteText.empty() && !m.state.Filename.empty()) m.notes.CheckForNotes();
     m.shell.ShowMessage(said);
 }
 

@@ -10,7 +10,6 @@
 
 #include <QApplication>
 #include <QMenuBar>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
 
@@ -264,7 +263,7 @@ TEST(ImportExport, AnImportShowsTheNoteThatCameButNeverTakesATextAway) {
         BatchDesk d;
         d.Show();
         d.state.Filename = d.shown.Path() + "/M31.jpg";
-        if (writing) d.controls.NotesBox->setPlainText(QStringLiteral("in hand"));
+        if (writing) d.state.NoteText = "in hand";
         Fill(d.other, kNightNotes);
         d.dialogs.answers = {d.other.Path()};
         d.controls.ImportNotesFilesButton->trigger();
