@@ -60,32 +60,55 @@ void FlushFolder(const std::string& folder) {
     if (handle) ::fsync(handle.Number());
 }
 
-// A new file beside its target that is gone again unless it is put into place.
+// A new file beside its target that is gone again unless it is put into place. Where the file
+// system allows it has no name until then, so that a kill leaves nothing lying about.
 class Beside {
 public:
     explicit Beside(const std::string& target)
-        : m_target(target), m_path(JoinPath(FolderOf(target), ".tarn-XXXXXX")),
-          m_file(::mkostemp(m_path.data(), O_CLOEXEC)) {}
+        : m_target(target), m_folder(FolderOf(target).empty() ? "." : FolderOf(target)),
+          m_path(JoinPath(m_folder, ".tarn-XXXXXX")), m_file(Open()) {}
     ~Beside() {
-        if (m_file && !m_placed) ::unlink(m_path.c_str());
+        if (m_file && m_named && !m_placed) ::unlink(m_path.c_str());
     }
 
     explicit operator bool() const { return static_cast<bool>(m_file); }
     int Number() const { return m_file.Number(); }
 
     bool Place() {
-        if (::fsync(m_file.Number()) != 0) return false;
+        if (::fsync(m_file.Number()) != 0 || !Name()) return false;
         if (::rename(m_path.c_str(), m_target.c_str()) != 0) return false;
         m_placed = true;
-        FlushFolder(FolderOf(m_target));
+        FlushFolder(m_folder);
         return true;
     }
 
 private:
+    int Open() {
+        const int nameless = ::open(m_folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
+        if (nameless >= 0 || (errno != EOPNOTSUPP && errno != EISDIR && errno != EINVAL))
+            return nameless;
+        m_named = true;
+        return ::mkostemp(m_path.data(), O_CLOEXEC);
+    }
+    bool Name() {
+        static int number = 0;
+        const std::string open = "/proc/self/fd/" + std::to_string(m_file.Number());
+        while (!m_named) {
+            m_path = JoinPath(m_folder, ".tarn-" + std::to_string(::getpid()) + "-" +
+                                            std::to_string(++number));
+            m_named =
+                ::linkat(AT_FDCWD, open.c_str(), AT_FDCWD, m_path.c_str(), AT_SYMLINK_FOLLOW) == 0;
+            if (!m_named && errno != EEXIST) return false;
+        }
+        return true;
+    }
+
     std::string m_target;
+    std::string m_folder;
     std::string m_path;
-    Handle m_file;
+    bool m_named = false;
     bool m_placed = false;
+    Handle m_file; // opened last: it sets the names above
 };
 
 // Where a chain of links ends; the path itself when it is none.
