@@ -17,6 +17,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QMenu>
+#include <QPlainTextEdit>
 #include <QPushButton>
 
 namespace tarn {
@@ -101,14 +102,28 @@ void NotesRoom::NoteFilesChanged() {
         LoadNote();
 }
 
+// A window that never had a place stands to the right of the main window, where the screen allows.
+void NotesRoom::PlaceBeside(WindowPlace& place, const char* key) {
+    if (m.settings.Contains(key)) return;
+    const QRect main = m.controls.NotesBox->window()->frameGeometry();
+    place.left = (main.right() + 8) * kTwipsPerPixel;
+    place.top = main.top() * kTwipsPerPixel;
+}
+
 void NotesRoom::CommandNotesNew_Click() {
-    if (!m_composer) m_composer = std::make_unique<FrmNewNotes>(m, *this);
+    if (!m_composer) {
+        PlaceBeside(m.state.NewNotesPlace, "leftNewNotes_position");
+        m_composer = std::make_unique<FrmNewNotes>(m, *this);
+    }
     SetSaveCommands();
     m_composer->OpenWindow();
 }
 
 void NotesRoom::DisplayNotesFolderButton_Click() {
-    if (!m_manager) m_manager = std::make_unique<frmNotesFolder>(m, *this);
+    if (!m_manager) {
+        PlaceBeside(m.state.NotesFolderPlace, "leftNotes_position");
+        m_manager = std::make_unique<frmNotesFolder>(m, *this);
+    }
     m_manager->OpenWindow();
 }
 

@@ -79,6 +79,7 @@ private:
     void FocusUnlessShow();
     void WriteDrafts();
     void SetCaption(const std::string& caption);
+    void PlaceBeside(WindowPlace& place, const char* key);
     void ShowFolder();
     void ShowStepToolTips();
 

@@ -9,17 +9,14 @@ namespace tarn {
 class SilentVideo : public VideoCommands {
 public:
     explicit SilentVideo(Context& context) : m(context) {}
-    void ShowVideoFile() override { Say("Videos"); }
+    void ShowVideoFile() override { Say(m.controls.Picture2, "Videos and logs"); }
     void CloseVideoClip() override {}
-    void Load_web() override { Say("Web and text files"); }
+    void Load_web() override { Say(m.controls.Picture1, "Web and text files"); }
 
 private:
-    // Every file has its note, also one that is not shown.
-    void Say(const char* what) {
-        m.state.FileNameOnly = LastPart(m.state.Filename);
-        m.shell.ShowMessage(std::string(what) + " are not shown in this version");
-        m.notes.CheckForNotes();
-    }
+    // Nothing of the file before may stand under the name of this one.
+    void Say(PictureBox* pane, const std::string& what);
+
     Context& m;
 };
 
