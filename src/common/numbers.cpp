@@ -57,19 +57,6 @@ std::string StripTrailingZeros(std::string text) {
     return text;
 }
 
-std::optional<double> ParseNumber(std::string_view text) {
-    text = Trim(text);
-    if (text.find_first_not_of("+-.eE0123456789") != std::string_view::npos) return std::nullopt;
-    if (StartsWith(text, "+")) {
-        text.remove_prefix(1);
-        if (StartsWith(text, "-")) return std::nullopt;
-    }
-    double value = 0;
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (result.ec != std::errc() || result.ptr != text.data() + text.size()) return std::nullopt;
-    return value;
-}
-
 template <typename Whole> std::optional<Whole> ParseWhole(std::string_view text) {
     const std::optional<double> value = ParseNumber(text);
     if (!value || std::abs(*value) > 1e15) return std::nullopt;
@@ -140,6 +127,19 @@ std::string ShortestSingle(float value) {
 
 long long RoundHalfEven(double value) {
     return std::llrint(value);
+}
+
+std::optional<double> ParseNumber(std::string_view text) {
+    text = Trim(text);
+    if (text.find_first_not_of("+-.eE0123456789") != std::string_view::npos) return std::nullopt;
+    if (StartsWith(text, "+")) {
+        text.remove_prefix(1);
+        if (StartsWith(text, "-")) return std::nullopt;
+    }
+    double value = 0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (result.ec != std::errc() || result.ptr != text.data() + text.size()) return std::nullopt;
+    return value;
 }
 
 std::optional<std::int16_t> ParseInt16(std::string_view text) {

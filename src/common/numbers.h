@@ -31,6 +31,10 @@ std::string ShortestSingle(float value);
 // Rounded to a whole number, halves to even.
 long long RoundHalfEven(double value);
 
+// A finite decimal number with a point, a sign and an exponent where it has them; blanks around
+// allowed; none for anything else.
+std::optional<double> ParseNumber(std::string_view text);
+
 // Text of a setting as a number: blanks around allowed, a fraction is rounded half to even for the
 // whole types; none when it is no number or out of the type's range.
 std::optional<std::int16_t> ParseInt16(std::string_view text);

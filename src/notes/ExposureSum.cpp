@@ -3,7 +3,6 @@
 #include "common/numbers.h"
 #include "common/text.h"
 
-#include <charconv>
 #include <cmath>
 
 namespace tarn {
@@ -16,13 +15,7 @@ constexpr std::size_t kWholeRow = 3;
 
 // An empty box counts as 0.
 std::optional<double> Number(std::string_view text) {
-    text = Trim(text);
-    if (text.empty()) return 0;
-    if (text.starts_with('+')) text.remove_prefix(1);
-    double value = 0;
-    const auto [end, code] = std::from_chars(text.begin(), text.end(), value);
-    if (code != std::errc() || end != text.end() || !std::isfinite(value)) return {};
-    return value;
+    return Trim(text).empty() ? 0 : ParseNumber(text);
 }
 
 std::optional<double> Within(double value, double most) {

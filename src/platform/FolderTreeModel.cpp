@@ -149,10 +149,8 @@ bool FolderTreeModel::canFetchMore(const QModelIndex& parent) const {
 void FolderTreeModel::fetchMore(const QModelIndex& parent) {
     Node* node = NodeAt(parent);
     node->read = true;
-    std::vector<std::string> names = m_files.FolderNames(node->path);
+    const std::vector<std::string> names = SortedFolders(*node);
     if (names.empty()) return;
-    std::sort(names.begin(), names.end(),
-              [](const std::string& a, const std::string& b) { return FoldCase(a) < FoldCase(b); });
     beginInsertRows(parent, 0, static_cast<int>(names.size()) - 1);
     for (const std::string& name : names) node->children.push_back(node->MakeChild(name));
     node->Number();

@@ -3,21 +3,12 @@
 #pragma once
 
 #include "PictureFiles.h"
-#include "support/RecordingRooms.h"
-#include "support/TestFolder.h"
+#include "support/RoomDesk.h"
 
 #include "common/paths.h"
 #include "display/DisplayRoom.h"
-#include "platform/FileListBox.h"
-#include "platform/Files.h"
-#include "platform/PictureBox.h"
-#include "platform/SettingsStore.h"
-
-#include <QMenuBar>
-#include <QWidget>
 
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -60,38 +51,20 @@ struct WatchedRoom : DisplayRoom {
     Calls& calls;
 };
 
-struct Desk {
-    Calls calls;
-    TestFolder folder;
-    std::unique_ptr<Files> files = MakeFiles();
-    std::unique_ptr<SettingsStore> settings = MakeSettingsStore(folder.Path() + "/.settings.ini");
-    std::unique_ptr<EventPump> events = MakeEventPump();
-    ScriptedDialogs dialogs;
-    ProgramState state;
-    QWidget window;
-    QMenuBar bar{&window};
-    MainControls controls;
+struct Desk : RoomDesk {
     RecordingNavigation navigation{calls};
     ReadingInfo info{calls};
-    RecordingNotes notes{calls};
-    RecordingVideo video{calls};
-    RecordingShell shell{calls};
-    RecordingSound sound{calls};
-    RecordingDesktop desktop{calls};
     WatchedRoom room{context, calls};
     Context context{state, controls, navigation, room,    info,    notes, video,
                     shell, *files,   *settings,  *events, dialogs, sound, desktop};
 
     Desk() {
-        MakeControls(controls, *files, [this](QWidget* widget, Place) {
-            widget->setParent(&window);
-            widget->hide(); // so that what the room shows stands out
-        });
-        MakeMenus(controls, bar, window);
+        // So that what the room shows stands out.
+        for (QWidget* each : window.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
+            each->hide();
         room.ConnectControls();
         state.PreviewWidth = 80;
         state.PreviewHeight = 50;
-        state.FormLoadDone = true;
     }
 
     // Writes the file, makes it the current row of the list and shows it.

@@ -1,57 +1,28 @@
 // The navigation room with real list, tree and controls; the other rooms write down their calls.
 #pragma once
 
-#include "support/RecordingRooms.h"
-#include "support/TestFolder.h"
+#include "support/RoomDesk.h"
 
 #include "navigation/NavigationRoom.h"
-#include "platform/FileListBox.h"
-#include "platform/Files.h"
-#include "platform/FolderTreeview.h"
-#include "platform/PictureBox.h"
-#include "platform/SettingsStore.h"
 
-#include <QMenuBar>
-#include <QWidget>
-
-#include <memory>
 #include <string>
 
 namespace tarn::testing {
 
-struct NavDesk {
-    Calls calls;
-    TestFolder folder;
-    std::unique_ptr<Files> files = MakeFiles();
-    std::unique_ptr<SettingsStore> settings = MakeSettingsStore(folder.Path() + "/.settings.ini");
-    std::unique_ptr<EventPump> events = MakeEventPump();
-    ScriptedDialogs dialogs;
-    ProgramState state;
-    QWidget window;
-    QMenuBar bar{&window};
-    MainControls controls;
+struct NavDesk : RoomDesk {
     RecordingDisplay display{calls};
-    RecordingVideo video{calls};
-    RecordingShell shell{calls};
     RecordingInfo info{calls};
-    RecordingNotes notes{calls};
-    RecordingSound sound{calls};
-    RecordingDesktop desktop{calls};
     NavigationRoom room{context};
     Context context{state, controls, room,      display, info,    notes, video,
                     shell, *files,   *settings, *events, dialogs, sound, desktop};
 
     NavDesk() {
-        MakeControls(controls, *files,
-                     [this](QWidget* widget, Place) { widget->setParent(&window); });
-        MakeMenus(controls, bar, window);
         room.ConnectControls();
         shell.onPane = [this](Pane pane) { state.CurrentPane = pane; };
         state.PictureTypes = "*.jpg;*.txt";
         state.VideoTypes = "*.avi;*.log";
         state.WebTypes = "*.html";
         controls.FileListBox->SetPattern("*.*");
-        state.FormLoadDone = true;
     }
 
     // A folder of `count` pictures p00.jpg ... shown on its first row.

@@ -1,0 +1,48 @@
+// What a room's test stands on: the real controls, files and settings; the other rooms and the
+// outside write down what they are asked. The test adds its room and the Context.
+#pragma once
+
+#include "support/RecordingRooms.h"
+#include "support/TestFolder.h"
+
+#include "platform/FileListBox.h"
+#include "platform/Files.h"
+#include "platform/FolderTreeview.h"
+#include "platform/PictureBox.h"
+#include "platform/SettingsStore.h"
+#include "shell/Context.h"
+
+#include <QMenuBar>
+#include <QWidget>
+
+#include <memory>
+#include <string>
+
+namespace tarn::testing {
+
+struct RoomDesk {
+    Calls calls;
+    TestFolder folder;
+    std::unique_ptr<Files> files = MakeFiles();
+    std::unique_ptr<SettingsStore> settings = MakeSettingsStore(folder.Path() + "/.settings.ini");
+    std::unique_ptr<EventPump> events = MakeEventPump();
+    ScriptedDialogs dialogs;
+    ProgramState state;
+    QWidget window;
+    QMenuBar bar{&window};
+    MainControls controls;
+    RecordingNotes notes{calls};
+    RecordingVideo video{calls};
+    RecordingShell shell{calls};
+    RecordingSound sound{calls};
+    RecordingDesktop desktop{calls};
+
+    RoomDesk() {
+        MakeControls(controls, *files,
+                     [this](QWidget* widget, Place) { widget->setParent(&window); });
+        MakeMenus(controls, bar, window);
+        state.FormLoadDone = true;
+    }
+};
+
+} // namespace tarn::testing
