@@ -1,4 +1,5 @@
 #include "common/paths.h"
+#include "platform/Clipboard.h"
 #include "platform/Desktop.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
@@ -58,7 +59,8 @@ int main(int argc, char** argv) {
     const auto dialogs = tarn::MakeDialogs();
     const auto sound = tarn::MakeSound();
     const auto desktop = tarn::MakeDesktop();
-    tarn::House house({*files, *settings, *events, *dialogs, *sound, *desktop});
+    const auto clipboard = tarn::MakeClipboard();
+    tarn::House house({*files, *settings, *events, *dialogs, *sound, *desktop, *clipboard});
     second.Listen([&house](const std::string& handed) { house.Open(handed); });
     if (!house.Start(path, tarn::PictureLoader::ReaderError())) return 1;
     return events->ProgramEnds() ? 0 : QApplication::exec();

@@ -36,6 +36,9 @@ public:
     // Nothing, as long as the room has no such windows; their buttons are disabled until then.
     void ViewFull() override {}
     void OneToOneButton_Click() override {}
+    void AdjustButton_Click() override {}
+    void ResetBButton_Click() override {}
+    void SetBrightness(int) override {}
 
     void OneXcheck_Click();
     void TwoXcheck_Click();

@@ -123,4 +123,8 @@ void ListFilter::FilesFilterButton2_Click() {
     m_filter->ShowFilter();
 }
 
+void ListFilter::SetFilterShown(bool shown) {
+    if (m_filter && m.state.FilterActive) m_filter->setVisible(shown);
+}
+
 } // namespace tarn

@@ -34,6 +34,7 @@ public:
 
     void SetFileTypesButton_Click();
     void FilesFilterButton2_Click();
+    void SetFilterShown(bool shown); // without closing it
 
 private:
     ClassBoxes Boxes() const;

@@ -206,6 +206,10 @@ void NavigationRoom::FileFwdButton_Click() {
     if (moves) SetEnabled(m.controls.FileBackButton, true);
 }
 
+void NavigationRoom::SetFilterShown(bool shown) {
+    m_filter.SetFilterShown(shown);
+}
+
 void NavigationRoom::ResetFileHistory(bool withCurrent) {
     if (withCurrent)
         RestartViews(m.state, m.controls.FileListBox->CurrentRow());

@@ -34,8 +34,9 @@ public:
     void ShowHint();
 
     void SelectAllButton_Click();
-    void FileBackButton_Click();
-    void FileFwdButton_Click();
+    void FileBackButton_Click() override;
+    void FileFwdButton_Click() override;
+    void SetFilterShown(bool shown) override;
 
     // The tree's selection event.
     void FolderTreeview1_Selection(const std::string& path);

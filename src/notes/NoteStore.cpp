@@ -56,6 +56,12 @@ bool NoteStore::ReadFrom(const std::string& path) {
     return true;
 }
 
+std::optional<std::string> NoteStore::Read(const std::string& path) const {
+    const auto name = index.Find(LastPart(path));
+    if (!name) return {};
+    return m_files.Read(JoinPath(FolderOf(path), *name), kNoteReadLimit);
+}
+
 bool NoteStore::Load(const std::string& path) {
     m_loaded = {};
     const std::string name = LastPart(path);

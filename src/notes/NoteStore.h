@@ -29,6 +29,10 @@ public:
     // nothing is loaded.
     bool Load(const std::string& path);
 
+    // The note at this path, or the one that differs in case, without loading it: its first 8000
+    // bytes.
+    std::optional<std::string> Read(const std::string& path) const;
+
     // Writes and takes the written bytes for the loaded ones.
     bool Save(const std::string& path, const std::string& bytes, std::string* error);
 

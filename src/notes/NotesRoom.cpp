@@ -1,6 +1,7 @@
 #include "notes/NotesRoom.h"
 
 #include "common/codepage.h"
+#include "common/paths.h"
 #include "notes/FrmNewNotes.h"
 #include "notes/NoteNames.h"
 #include "notes/NoteText.h"
@@ -80,6 +81,13 @@ void NotesRoom::CheckForNotes() {
     const bool written = !m.state.NoteText.empty() && m.state.NoteText != m_loadedText;
     if (same && written && m_store.IsAsLoaded(m.state.NotesFilename)) return;
     LoadNote();
+}
+
+std::string NotesRoom::NoteTextOf(const std::string& picture) {
+    if (picture == m_noteOf) return m.state.NoteText; // with what is being written
+    if (m.state.NotesFolder.empty()) return {};
+    const auto bytes = m_store.Read(NotePath(m.state.NotesFolder, LastPart(picture)));
+    return bytes ? FromCodePage(WithoutOldMarks(*bytes)) : std::string();
 }
 
 void NotesRoom::ReloadNote() {

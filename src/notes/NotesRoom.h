@@ -40,6 +40,7 @@ public:
     void DeleteNotesButton_Click() override;
     void SetSaveCommands() override;
     void NoteFilesChanged() override;
+    std::string NoteTextOf(const std::string& picture) override;
 
     void SaveNotes2Button_Click() { SaveAndStep(true); }
     void SaveNotes3Button_Click() { SaveAndStep(false); }

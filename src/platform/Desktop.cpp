@@ -3,11 +3,16 @@
 #include "common/paths.h"
 #include "platform/QtText.h"
 
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusReply>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QUrl>
+
+#include <optional>
 
 namespace tarn {
 
@@ -96,6 +101,26 @@ public:
             return {};
         return Start(QStringLiteral("xdg-open"), {QFile::decodeName(folder.c_str())});
     }
+    void HoldAwake(bool hold) override {
+        if (hold == m_held.has_value()) return;
+        QDBusMessage call = QDBusMessage::createMethodCall(
+            QStringLiteral("org.freedesktop.ScreenSaver"),
+            QStringLiteral("/org/freedesktop/ScreenSaver"),
+            QStringLiteral("org.freedesktop.ScreenSaver"),
+            hold ? QStringLiteral("Inhibit") : QStringLiteral("UnInhibit"));
+        if (hold)
+            call << QStringLiteral("tarn-view") << QStringLiteral("A slide show runs");
+        else
+            call << *m_held;
+        m_held.reset();
+        constexpr int kPatience = 500; // milliseconds
+        const QDBusReply<uint> reply =
+            QDBusConnection::sessionBus().call(call, QDBus::Block, kPatience);
+        if (hold && reply.isValid()) m_held = reply.value();
+    }
+
+private:
+    std::optional<uint> m_held; // what the screen saver knows this by
 };
 
 } // namespace

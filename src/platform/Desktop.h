@@ -18,6 +18,10 @@ public:
 
     // The file manager on the folder, the file marked where possible (empty: none).
     virtual std::string ShowInFileManager(const std::string& folder, const std::string& file) = 0;
+
+    // Screen saver and sleep are held off until told otherwise; nothing where the desktop has no
+    // way to ask.
+    virtual void HoldAwake(bool hold) = 0;
 };
 
 std::unique_ptr<Desktop> MakeDesktop();

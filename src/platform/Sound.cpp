@@ -4,8 +4,11 @@
 #include "platform/QtText.h"
 
 #include <QAudioDevice>
+#include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QMediaDevices>
 #include <QSoundEffect>
+#include <QThread>
 #include <QUrl>
 
 #include <map>
@@ -14,19 +17,37 @@ namespace tarn {
 
 namespace {
 
+constexpr int kLongestWait = 500; // milliseconds
+constexpr int kLook = 10;         // milliseconds between looks whether it still plays
+
 class QtSound : public Sound {
 public:
     void Play(const std::string& name) override {
-        if (QMediaDevices::audioOutputs().isEmpty()) return;
+        if (QSoundEffect* effect = Effect(name)) effect->play();
+    }
+    void PlayAndWait(const std::string& name) override {
+        QSoundEffect* effect = Effect(name);
+        if (!effect) return;
+        effect->play();
+        QElapsedTimer waited;
+        waited.start();
+        while (effect->isPlaying() && waited.elapsed() < kLongestWait) {
+            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+            QThread::msleep(kLook);
+        }
+    }
+
+private:
+    QSoundEffect* Effect(const std::string& name) {
+        if (QMediaDevices::audioOutputs().isEmpty()) return nullptr;
         auto& effect = m_effects[name];
         if (!effect) {
             effect = std::make_unique<QSoundEffect>();
             effect->setSource(QUrl::fromLocalFile(ToQt(ProgramFile(name))));
         }
-        effect->play();
+        return effect.get();
     }
 
-private:
     std::map<std::string, std::unique_ptr<QSoundEffect>> m_effects;
 };
 

@@ -10,6 +10,10 @@ class Sound {
 public:
     virtual ~Sound() = default;
     virtual void Play(const std::string& name) = 0; // "picture.wav"; returns at once
+
+    // Returns when the sound has ended, after half a second at most; keys and clicks that come in
+    // the meantime wait.
+    virtual void PlayAndWait(const std::string& name) = 0;
 };
 
 std::unique_ptr<Sound> MakeSound();

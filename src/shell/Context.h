@@ -8,10 +8,12 @@
 
 namespace tarn {
 
+class Clipboard;
 class Desktop;
 class Dialogs;
 class EventPump;
 class Files;
+class PicturesAhead;
 class SettingsStore;
 class Sound;
 
@@ -23,9 +25,13 @@ struct Context {
     DisplayCommands& display;
     InfoCommands& info;
     NotesCommands& notes;
+    SlideCommands& slides;
+    FileCommands& fileops;
     VideoCommands& video;
     ShellCommands& shell;
 
+    PicturesAhead& ahead;
+    Clipboard& clipboard;
     Files& files;
     SettingsStore& settings;
     EventPump& events;

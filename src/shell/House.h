@@ -7,6 +7,7 @@
 #include "navigation/PaneKeys.h"
 #include "notes/NotesRoom.h"
 #include "pictureinfo/panel/PictureInfoRoom.h"
+#include "platform/imaging/PicturesAhead.h"
 #include "shell/Context.h"
 #include "shell/logs/frmLogs.h"
 #include "shell/outside/OutsidePrograms.h"
@@ -30,6 +31,7 @@ struct Platform {
     Dialogs& dialogs;
     Sound& sound;
     Desktop& desktop;
+    Clipboard& clipboard;
 };
 
 class House {
@@ -44,6 +46,7 @@ public:
 
     ProgramState state;
     MainControls controls;
+    PicturesAhead ahead;
     Context context;
     frmMain window;
     ShellRoom shell;
@@ -51,6 +54,8 @@ public:
     DisplayRoom display;
     PictureInfoRoom info;
     NotesRoom notes;
+    SilentSlides slides;
+    SilentFiles fileops;
     SilentVideo video;
     ImportExport importExport;
     OutsidePrograms programs;

@@ -8,6 +8,7 @@
 #include "support/RecordingRooms.h"
 #include "support/TestFolder.h"
 
+#include "platform/Clipboard.h"
 #include "platform/Files.h"
 #include "platform/SettingsStore.h"
 #include "shell/House.h"
@@ -72,7 +73,8 @@ struct AppDesk {
     ScriptedDialogs dialogs;
     RecordingSound sound{calls};
     RecordingDesktop desktop{calls};
-    House house{Platform{files, *settings, events, dialogs, sound, desktop}};
+    std::unique_ptr<Clipboard> clipboard = MakeClipboard();
+    House house{Platform{files, *settings, events, dialogs, sound, desktop, *clipboard}};
 
     std::string AddPicture(const std::string& name, int width = 60, int height = 40) {
         return folder.Write(name, JpegBytes(TellTale(width, height)));

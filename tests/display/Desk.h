@@ -14,22 +14,6 @@
 
 namespace tarn::testing {
 
-struct RecordingNavigation : NavigationCommands {
-    explicit RecordingNavigation(Calls& written) : calls(written) {}
-    void FileListBox_Click() override { calls.push_back("FileListBox_Click"); }
-    void SelectRow(int) override { calls.push_back("SelectRow"); }
-    void NextButton_Click() override { calls.push_back("Next"); }
-    void PrevButton_Click() override { calls.push_back("Prev"); }
-    void ClearMultiselect() override { calls.push_back("ClearMultiselect"); }
-    void Update_Num_Files(int) override { calls.push_back("Update_Num_Files"); }
-    void EnableListCommands() override { calls.push_back("EnableListCommands"); }
-    void RefreshDirButton_Click() override { calls.push_back("RefreshDir"); }
-    void ResetFileHistory(bool with) override {
-        calls.push_back(with ? "history with row" : "history empty");
-    }
-    Calls& calls;
-};
-
 // Its reader finds what the test says.
 struct ReadingInfo : RecordingInfo {
     using RecordingInfo::RecordingInfo;
@@ -55,8 +39,7 @@ struct Desk : RoomDesk {
     RecordingNavigation navigation{calls};
     ReadingInfo info{calls};
     WatchedRoom room{context, calls};
-    Context context{state, controls, navigation, room,    info,    notes, video,
-                    shell, *files,   *settings,  *events, dialogs, sound, desktop};
+    Context context = Join(navigation, room, info);
 
     Desk() {
         // So that what the room shows stands out.

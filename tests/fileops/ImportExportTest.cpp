@@ -3,10 +3,12 @@
 #include "support/RecordingRooms.h"
 
 #include "fileops/ImportExport.h"
+#include "platform/Clipboard.h"
 #include "platform/FileListBox.h"
 #include "platform/FolderTreeview.h"
 #include "platform/PictureBox.h"
 #include "platform/SettingsStore.h"
+#include "platform/imaging/PicturesAhead.h"
 
 #include <QApplication>
 #include <QMenuBar>
@@ -17,20 +19,6 @@
 
 namespace tarn::testing {
 namespace {
-
-struct RecordingNavigation : NavigationCommands {
-    explicit RecordingNavigation(Calls& written) : calls(written) {}
-    void FileListBox_Click() override {}
-    void SelectRow(int) override {}
-    void NextButton_Click() override {}
-    void PrevButton_Click() override {}
-    void ClearMultiselect() override {}
-    void Update_Num_Files(int) override {}
-    void EnableListCommands() override {}
-    void RefreshDirButton_Click() override { calls.push_back("refresh"); }
-    void ResetFileHistory(bool) override {}
-    Calls& calls;
-};
 
 // Lets the test act at a chosen round.
 struct ScriptedPump : EventPump {
@@ -67,8 +55,13 @@ struct BatchDesk {
     RecordingNotes notesRoom{calls};
     RecordingSound sound{calls};
     RecordingDesktop desktop{calls};
-    Context context{state, controls, navigation, display, info,    notesRoom, video,
-                    shell, files,    *settings,  events,  dialogs, sound,     desktop};
+    RecordingSlides slides{calls};
+    RecordingFileCommands fileCommands{calls};
+    PicturesAhead ahead;
+    std::unique_ptr<Clipboard> clipboard = MakeClipboard();
+    Context context{state,  controls,     navigation, display, info,  notesRoom,
+                    slides, fileCommands, video,      shell,   ahead, *clipboard,
+                    files,  *settings,    events,     dialogs, sound, desktop};
     ImportExport room{context};
 
     BatchDesk() {
@@ -111,7 +104,7 @@ TEST(ImportExport, AFolderGoesOutAndComesBackTheSame) {
     EXPECT_EQ(ReadTree(e.shown.Path()), kNight);
     EXPECT_EQ(ReadTree(e.notes.Path()), kNightNotes);
     EXPECT_EQ(e.Said(), "message Imported 3 files and 2 notes to '" + e.shown.Path() + "'");
-    EXPECT_EQ(std::count(e.calls.begin(), e.calls.end(), "refresh"), 1);
+    EXPECT_EQ(std::count(e.calls.begin(), e.calls.end(), "RefreshDir"), 1);
     EXPECT_TRUE(e.dialogs.shown.size() == 1); // nothing stood there: no question
 }
 

@@ -13,8 +13,7 @@ struct NavDesk : RoomDesk {
     RecordingDisplay display{calls};
     RecordingInfo info{calls};
     NavigationRoom room{context};
-    Context context{state, controls, room,      display, info,    notes, video,
-                    shell, *files,   *settings, *events, dialogs, sound, desktop};
+    Context context = Join(room, display, info);
 
     NavDesk() {
         room.ConnectControls();

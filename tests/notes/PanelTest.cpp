@@ -32,7 +32,8 @@ TEST(NotesPanel, EveryFileBringsItsNote) {
     d.Key(Qt::Key_N);
     EXPECT_EQ(d.s.NoteText, "of a clip");
     EXPECT_EQ(d.Caption(), "Notes for: c.avi");
-    EXPECT_EQ(d.Message(), "Videos and logs are not shown in this version"); // nothing unsaved was dropped
+    EXPECT_EQ(d.Message(),
+              "Videos and logs are not shown in this version"); // nothing unsaved was dropped
 }
 
 TEST(NotesPanel, SteppingDropsAnUnsavedTextIntoTheBufferAndSaysSo) {
@@ -172,7 +173,7 @@ TEST(NotesPanel, TheNextRunOffersWhatWasNotSaved) {
     QTest::qWait(500); // and then a crash
     {
         QuickPump events;
-        House next({d.files, *d.settings, events, d.dialogs, d.sound, d.desktop});
+        House next({d.files, *d.settings, events, d.dialogs, d.sound, d.desktop, *d.clipboard});
         ASSERT_TRUE(next.Start(d.folder.Path(), {}));
         EXPECT_EQ(next.state.NotesSave, "in the box");
         EXPECT_EQ(next.controls.FileDateText->text().toStdString(),
@@ -195,7 +196,7 @@ TEST(NotesPanel, TheNextRunOffersWhatWasNotSaved) {
         next.controls.Exit->trigger();
     }
     QuickPump events;
-    House last({d.files, *d.settings, events, d.dialogs, d.sound, d.desktop});
+    House last({d.files, *d.settings, events, d.dialogs, d.sound, d.desktop, *d.clipboard});
     ASSERT_TRUE(last.Start(d.folder.Path(), {}));
     EXPECT_EQ(last.state.NotesSave, "");
 }

@@ -29,6 +29,32 @@ struct RecordingDisplay : DisplayCommands {
     void FlipButton_Click() override { calls.push_back("Flip"); }
     void ViewFull() override { calls.push_back("ViewFull"); }
     void OneToOneButton_Click() override { calls.push_back("OneToOne"); }
+    void AdjustButton_Click() override { calls.push_back("Adjust"); }
+    void ResetBButton_Click() override { calls.push_back("ResetB"); }
+    void SetBrightness(int value) override {
+        calls.push_back("brightness " + std::to_string(value));
+    }
+    Calls& calls;
+};
+
+struct RecordingNavigation : NavigationCommands {
+    explicit RecordingNavigation(Calls& written) : calls(written) {}
+    void FileListBox_Click() override { calls.push_back("FileListBox_Click"); }
+    void SelectRow(int) override { calls.push_back("SelectRow"); }
+    void NextButton_Click() override { calls.push_back("Next"); }
+    void PrevButton_Click() override { calls.push_back("Prev"); }
+    void ClearMultiselect() override { calls.push_back("ClearMultiselect"); }
+    void Update_Num_Files(int) override { calls.push_back("Update_Num_Files"); }
+    void EnableListCommands() override { calls.push_back("EnableListCommands"); }
+    void RefreshDirButton_Click() override { calls.push_back("RefreshDir"); }
+    void FileBackButton_Click() override { calls.push_back("FileBack"); }
+    void FileFwdButton_Click() override { calls.push_back("FileFwd"); }
+    void SetFilterShown(bool shown) override {
+        calls.push_back(shown ? "filter up" : "filter down");
+    }
+    void ResetFileHistory(bool with) override {
+        calls.push_back(with ? "history with row" : "history empty");
+    }
     Calls& calls;
 };
 
@@ -53,7 +79,14 @@ struct RecordingShell : ShellCommands {
     void ShowError(const std::string& text) override { calls.push_back("error " + text); }
     void SetListCommands(bool on) override { calls.push_back(on ? "list on" : "list off"); }
     void ShowHelpPage(int page) override { calls.push_back("help " + std::to_string(page)); }
+    void SetMainShown(bool shown) override { calls.push_back(shown ? "main up" : "main down"); }
+    bool MainMinimised() override { return minimised; }
+    void SetMainMinimised(bool small) override {
+        calls.push_back(small ? "main minimised" : "main restored");
+        minimised = small;
+    }
     Calls& calls;
+    bool minimised = false;
     std::function<void(Pane)> onPane;
 };
 
@@ -78,12 +111,40 @@ struct RecordingNotes : NotesCommands {
     void DeleteNotesButton_Click() override { calls.push_back("DeleteNotesButton"); }
     void SetSaveCommands() override { calls.push_back("SetSaveCommands"); }
     void NoteFilesChanged() override { calls.push_back("NoteFilesChanged"); }
+    std::string NoteTextOf(const std::string&) override { return note; }
     Calls& calls;
+    std::string note;
+};
+
+struct RecordingSlides : SlideCommands {
+    explicit RecordingSlides(Calls& written) : calls(written) {}
+    void SlideDone() override { calls.push_back("SlideDone"); }
+    void SlideKeyUp(int key) override { calls.push_back("SlideKeyUp " + std::to_string(key)); }
+    Calls& calls;
+};
+
+struct RecordingFileCommands : FileCommands {
+    explicit RecordingFileCommands(Calls& written) : calls(written) {}
+    bool CopyImage() override {
+        calls.push_back("CopyImage");
+        return copies;
+    }
+    bool CMImage() override {
+        calls.push_back("CMImage");
+        return copies;
+    }
+    void DeleteButton_Click() override { calls.push_back("Delete"); }
+    void SetCaptionShown(bool shown) override {
+        calls.push_back(shown ? "caption up" : "caption down");
+    }
+    Calls& calls;
+    bool copies = true;
 };
 
 struct RecordingSound : Sound {
     explicit RecordingSound(Calls& written) : calls(written) {}
     void Play(const std::string& name) override { calls.push_back("play " + name); }
+    void PlayAndWait(const std::string& name) override { calls.push_back("play out " + name); }
     Calls& calls;
 };
 
@@ -105,6 +166,7 @@ struct RecordingDesktop : Desktop {
         calls.push_back("manager " + folder + " " + file);
         return failure;
     }
+    void HoldAwake(bool hold) override { calls.push_back(hold ? "awake" : "may sleep"); }
     Calls& calls;
     std::string failure;
 };

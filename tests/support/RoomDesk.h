@@ -5,11 +5,13 @@
 #include "support/RecordingRooms.h"
 #include "support/TestFolder.h"
 
+#include "platform/Clipboard.h"
 #include "platform/FileListBox.h"
 #include "platform/Files.h"
 #include "platform/FolderTreeview.h"
 #include "platform/PictureBox.h"
 #include "platform/SettingsStore.h"
+#include "platform/imaging/PicturesAhead.h"
 #include "shell/Context.h"
 
 #include <QMenuBar>
@@ -37,11 +39,22 @@ struct RoomDesk {
     RecordingSound sound{calls};
     RecordingDesktop desktop{calls};
 
+    RecordingSlides slides{calls};
+    RecordingFileCommands fileops{calls};
+    PicturesAhead ahead;
+    std::unique_ptr<Clipboard> clipboard = MakeClipboard();
+
     RoomDesk() {
         MakeControls(controls, *files,
                      [this](QWidget* widget, Place) { widget->setParent(&window); });
         MakeMenus(controls, bar, window);
         state.FormLoadDone = true;
+    }
+    // With the rooms that a test brings itself.
+    Context Join(NavigationCommands& navigation, DisplayCommands& display, InfoCommands& info) {
+        return {state,  controls,  navigation, display, info,  notes,
+                slides, fileops,   video,      shell,   ahead, *clipboard,
+                *files, *settings, *events,    dialogs, sound, desktop};
     }
 };
 

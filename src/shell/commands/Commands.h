@@ -19,8 +19,11 @@ public:
     virtual void Update_Num_Files(int index) = 0;
     virtual void EnableListCommands() = 0;
     virtual void RefreshDirButton_Click() = 0;
+    virtual void FileBackButton_Click() = 0; // while a show runs they move FileHistCur alone
+    virtual void FileFwdButton_Click() = 0;
     // The view history starts anew; with the current row as its first entry, or with none.
     virtual void ResetFileHistory(bool withCurrent) = 0;
+    virtual void SetFilterShown(bool shown) = 0; // the filter window, if it is open
 };
 
 class DisplayCommands {
@@ -36,6 +39,9 @@ public:
     virtual void FlipButton_Click() = 0;
     virtual void ViewFull() = 0;
     virtual void OneToOneButton_Click() = 0;
+    virtual void AdjustButton_Click() = 0; // the brightness window
+    virtual void ResetBButton_Click() = 0;
+    virtual void SetBrightness(int value) = 0; // -100 to 100, as if the slider moved there
 };
 
 class InfoCommands {
@@ -59,6 +65,27 @@ public:
     virtual void DeleteNotesButton_Click() = 0;
     virtual void SetSaveCommands() = 0;  // on when there is something to save and a place for it
     virtual void NoteFilesChanged() = 0; // files came into or left the notes folder
+    // The saved note of any picture, empty when it has none; box and restore buffer are left alone.
+    virtual std::string NoteTextOf(const std::string& picture) = 0;
+};
+
+class SlideCommands {
+public:
+    virtual ~SlideCommands() = default;
+    virtual void SlideDone() = 0;             // ends a show that runs; may come twice
+    virtual void SlideKeyUp(int keycode) = 0; // as from the slide window's own keys
+};
+
+class FileCommands {
+public:
+    virtual ~FileCommands() = default;
+    // Filename into the copy-to folder, as it is or converted. True when that happened; else the
+    // message line says why not, and CopyOk holds a failure.
+    virtual bool CopyImage() = 0;
+    virtual bool CMImage() = 0;
+    // Filename into the wastebasket, after the question where one is due; refreshes the list.
+    virtual void DeleteButton_Click() = 0;
+    virtual void SetCaptionShown(bool shown) = 0; // the caption window, if it is open
 };
 
 class VideoCommands {
@@ -83,6 +110,9 @@ public:
     // The help window on a page: 1 navigation, 2 slides, 3 size window, 4 1:1, 5 two and four
     // pictures.
     virtual void ShowHelpPage(int page) = 0;
+    virtual void SetMainShown(bool shown) = 0; // hidden while a show runs
+    virtual bool MainMinimised() = 0;
+    virtual void SetMainMinimised(bool minimised) = 0; // false: restored
 };
 
 } // namespace tarn

@@ -22,7 +22,10 @@ struct SlideState {
     bool SlideNotesOn = false;
     int SlideNotesMode = 0; // 0 nothing, 1 the note, 2 the note and the camera data
 
+    // What the menu rows below stand for.
     std::string SlideFont;
+    std::string SlideFontSize;    // points, the caption of the size row
+    int SlideBackground = 0;      // 0xRRGGBB, from the background row
     int SlideFontIndex = 1;       // 1 to 6
     int SlideFontSizeIndex = 3;   // 1 to 7
     int SlideBackgroundIndex = 3; // 1 to 5

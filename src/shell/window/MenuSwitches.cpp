@@ -4,6 +4,7 @@
 
 #include <QAction>
 
+#include <cstdlib>
 #include <vector>
 
 namespace tarn {
@@ -54,6 +55,13 @@ template <typename Array> std::vector<QAction*> Rows(const Array& array) {
 
 void NoMore(ProgramState&, const QAction&) {}
 
+// "25%": that much of white, as 0xRRGGBB.
+int GreyOf(const std::string& caption) {
+    constexpr int kEachChannel = 65793;                // 0x010101
+    const double percent = std::atof(caption.c_str()); // stops at the sign
+    return static_cast<int>(RoundHalfEven(percent / 100 * 255)) * kEachChannel;
+}
+
 std::vector<Choice> Choices(Context& m) {
     MainControls& c = m.controls;
     ProgramState& s = m.state;
@@ -64,9 +72,15 @@ std::vector<Choice> Choices(Context& m) {
          [](ProgramState& state, const QAction& row) {
              state.SlideFont = row.text().toStdString();
          }},
-        {Rows(c.SlideTextSizeButton), s.SlideFontSizeIndex, NoMore},
+        {Rows(c.SlideTextSizeButton), s.SlideFontSizeIndex,
+         [](ProgramState& state, const QAction& row) {
+             state.SlideFontSize = row.text().toStdString();
+         }},
         {Rows(c.SlideTextColorButton), s.SlideTextColorIndex, NoMore},
-        {Rows(c.SlideBackgroundButton), s.SlideBackgroundIndex, NoMore},
+        {Rows(c.SlideBackgroundButton), s.SlideBackgroundIndex,
+         [](ProgramState& state, const QAction& row) {
+             state.SlideBackground = GreyOf(row.text().toStdString());
+         }},
     };
 }
 

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -39,9 +40,9 @@ constexpr Pane kPanes[] = {Pane::Picture1, Pane::Picture2, Pane::WebBrowser1, Pa
 
 } // namespace
 
-ShellRoom::ShellRoom(Context& context, QStatusBar& statusBar)
-    : m(context), m_status(new StatusLabel()) {
-    statusBar.addWidget(m_status, 1);
+ShellRoom::ShellRoom(Context& context, QMainWindow& window)
+    : m(context), m_window(window), m_status(new StatusLabel()) {
+    window.statusBar()->addWidget(m_status, 1);
 }
 
 ShellRoom::~ShellRoom() {
@@ -88,6 +89,7 @@ void ShellRoom::SetBusy(bool busy) {
 }
 
 void ShellRoom::ShowMessage(const std::string& text) {
+    m.state.MessageText = text;
     m.controls.FileDateText->setText(ToQt(text));
     m.controls.FileDateText->setCursorPosition(0);
 }
@@ -118,6 +120,26 @@ void ShellRoom::SetListCommands(bool enabled) {
 void ShellRoom::ShowHelpPage(int page) {
     if (!m_help) m_help = std::make_unique<frmHelp>(m.state.HelpPlace);
     m_help->ShowPage(page);
+}
+
+void ShellRoom::SetMainShown(bool shown) {
+    if (m.state.Closing) return; // the end hides it for good
+    m_window.setVisible(shown);
+    if (!shown) return;
+    m_window.raise();
+    m_window.activateWindow();
+}
+
+bool ShellRoom::MainMinimised() {
+    return m_window.isMinimized();
+}
+
+void ShellRoom::SetMainMinimised(bool minimised) {
+    if (m.state.Closing || minimised == m_window.isMinimized()) return;
+    if (minimised)
+        m_window.showMinimized();
+    else
+        m_window.setWindowState(m_window.windowState() & ~Qt::WindowMinimized);
 }
 
 } // namespace tarn

@@ -5,7 +5,7 @@
 
 #include <memory>
 
-class QStatusBar;
+class QMainWindow;
 class QWidget;
 
 namespace tarn {
@@ -14,7 +14,7 @@ class frmHelp;
 
 class ShellRoom : public ShellCommands {
 public:
-    ShellRoom(Context& context, QStatusBar& statusBar);
+    ShellRoom(Context& context, QMainWindow& window);
     ~ShellRoom() override;
 
     void ShowPane(Pane pane) override;
@@ -25,11 +25,15 @@ public:
     void ShowError(const std::string& text) override;
     void SetListCommands(bool enabled) override;
     void ShowHelpPage(int page) override;
+    void SetMainShown(bool shown) override;
+    bool MainMinimised() override;
+    void SetMainMinimised(bool minimised) override;
 
 private:
     QWidget* PaneWidget(Pane pane) const;
 
     Context& m;
+    QMainWindow& m_window;
     std::unique_ptr<frmHelp> m_help; // made when it is first asked for
     class QLabel* m_status;
     int m_busy = 0; // busy times within one another

@@ -6,6 +6,20 @@
 
 namespace tarn {
 
+class SilentSlides : public SlideCommands {
+public:
+    void SlideDone() override {}
+    void SlideKeyUp(int) override {}
+};
+
+class SilentFiles : public FileCommands {
+public:
+    bool CopyImage() override { return false; }
+    bool CMImage() override { return false; }
+    void DeleteButton_Click() override {}
+    void SetCaptionShown(bool) override {}
+};
+
 class SilentVideo : public VideoCommands {
 public:
     explicit SilentVideo(Context& context) : m(context) {}
