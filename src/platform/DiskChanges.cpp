@@ -2,11 +2,7 @@
 
 #include "common/paths.h"
 #include "common/text.h"
-#include "platform/QtText.h"
-
-#include <QDir>
-#include <QFile>
-#include <QStandardPaths>
+#include "platform/Wastebasket.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -204,13 +200,16 @@ bool DiskChanges::Write(const std::string& path, std::string_view bytes, std::st
     return true;
 }
 
-bool DiskChanges::Trash(const std::string& path, std::string* error) {
-    // A new user has no such folder, and the wastebasket is not made without it.
-    QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
-    QFile file(QFile::decodeName(path.c_str()));
-    if (file.moveToTrash()) return true;
-    if (error) *error = FromQt(file.errorString());
-    return false;
+bool DiskChanges::Trash(const std::string& path, std::string* error, std::string* where) {
+    return ThrowAway(path, where, error);
+}
+
+bool DiskChanges::Restore(const std::string& where, const std::string& path, std::string* error) {
+    return TakeBack(where, path, error);
+}
+
+bool DiskChanges::Remove(const std::string& path, std::string* error) {
+    return ::unlink(path.c_str()) == 0 || Fail(error);
 }
 
 bool DiskChanges::Rename(const std::string& from, const std::string& to, std::string* error) {
@@ -241,8 +240,37 @@ bool DiskChanges::Copy(const std::string& from, const std::string& to, std::stri
     if (!file || !CopyBytes(source.Number(), file.Number()) ||
         ::fchmod(file.Number(), info.st_mode & 07777) != 0 || ::futimens(file.Number(), times) != 0)
         return Fail(error);
-    if (stands && !Trash(to, error)) return false;
-    return file.Place() || Fail(error);
+    std::string thrown;
+    if (stands && !ThrowAway(to, &thrown, error)) return false;
+    if (file.Place()) return true;
+    Fail(error);
+    std::string gone;
+    if (stands) TakeBack(thrown, to, &gone);
+    return false;
+}
+
+bool DiskChanges::WriteAt(const std::string& path, std::size_t offset, std::string_view bytes,
+                          std::string* error) {
+    const Handle file(::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat info {};
+    if (!file || ::fstat(file.Number(), &info) != 0) return Fail(error);
+    const std::size_t end = offset + bytes.size();
+    if (!S_ISREG(info.st_mode) || end < offset || end > static_cast<std::size_t>(info.st_size))
+        return Fail(error, EINVAL);
+    // Few bytes go in one piece or not at all.
+    const ssize_t written =
+        ::pwrite(file.Number(), bytes.data(), bytes.size(), static_cast<off_t>(offset));
+    if (written != static_cast<ssize_t>(bytes.size()))
+        return Fail(error, written < 0 ? errno : EIO);
+    return ::fsync(file.Number()) == 0 || Fail(error);
+}
+
+bool DiskChanges::SetTimes(const std::string& path, std::int64_t when, std::string* error) {
+    const Handle file(::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!file) return Fail(error);
+    const timespec time{static_cast<time_t>(when), 0};
+    const timespec times[2] = {time, time};
+    return ::futimens(file.Number(), times) == 0 || Fail(error);
 }
 
 bool DiskChanges::MakeFolder(const std::string& path, std::string* error) {

@@ -10,9 +10,14 @@ public:
     std::optional<std::string> Read(const std::string& path, std::size_t most,
                                     std::string* error) const override;
     bool Write(const std::string& path, std::string_view bytes, std::string* error) override;
-    bool Trash(const std::string& path, std::string* error) override;
+    bool Trash(const std::string& path, std::string* error, std::string* where) override;
+    bool Restore(const std::string& where, const std::string& path, std::string* error) override;
+    bool Remove(const std::string& path, std::string* error) override;
     bool Rename(const std::string& from, const std::string& to, std::string* error) override;
     bool Copy(const std::string& from, const std::string& to, std::string* error) override;
+    bool WriteAt(const std::string& path, std::size_t offset, std::string_view bytes,
+                 std::string* error) override;
+    bool SetTimes(const std::string& path, std::int64_t when, std::string* error) override;
     bool MakeFolder(const std::string& path, std::string* error) override;
 };
 

@@ -48,6 +48,12 @@ public:
         struct stat info {};
         return ::stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
     }
+    bool IsSameFile(const std::string& a, const std::string& b) const override {
+        struct stat one {};
+        struct stat other {};
+        return ::stat(a.c_str(), &one) == 0 && ::stat(b.c_str(), &other) == 0 &&
+               one.st_dev == other.st_dev && one.st_ino == other.st_ino;
+    }
     std::optional<std::int64_t> ModifiedTime(const std::string& path,
                                              std::string* error) const override {
         struct stat info {};

@@ -17,6 +17,9 @@ public:
     virtual bool Exists(const std::string& path) const = 0;
     virtual bool IsFolder(const std::string& path) const = 0;
 
+    // One file under two spellings, links or mounts: false when one of them is not there.
+    virtual bool IsSameFile(const std::string& a, const std::string& b) const = 0;
+
     // Last modification, seconds since 1970. None, and the system's text in `error`, when the file
     // cannot be asked.
     virtual std::optional<std::int64_t> ModifiedTime(const std::string& path,
@@ -47,8 +50,15 @@ public:
     // no file can be made beside it but it can be written itself, it is written in place.
     virtual bool Write(const std::string& path, std::string_view bytes, std::string* error) = 0;
 
-    // Into the desktop's wastebasket; never deletes for good.
-    virtual bool Trash(const std::string& path, std::string* error) = 0;
+    // Into the desktop's wastebasket; never deletes for good. `where` gets its path there.
+    virtual bool Trash(const std::string& path, std::string* error,
+                       std::string* where = nullptr) = 0;
+
+    // Back from there; refused when something stands at `path`.
+    virtual bool Restore(const std::string& where, const std::string& path, std::string* error) = 0;
+
+    // For good: only where the user has said so.
+    virtual bool Remove(const std::string& path, std::string* error) = 0;
 
     // A new name on the same file system; refused when something stands there, unless it is the
     // same file under another case.
@@ -57,6 +67,15 @@ public:
     // A copy with mode and times, written beside its target, flushed and renamed into place.
     // Refused when both are the same file; what stood at the target goes to the wastebasket first.
     virtual bool Copy(const std::string& from, const std::string& to, std::string* error) = 0;
+
+    // These bytes over those that stand at `offset`, in place. Refused when the file ends before
+    // their end.
+    virtual bool WriteAt(const std::string& path, std::size_t offset, std::string_view bytes,
+                         std::string* error) = 0;
+
+    // Last access and last modification, seconds since 1970. The file must be one that may be
+    // written.
+    virtual bool SetTimes(const std::string& path, std::int64_t when, std::string* error) = 0;
 
     virtual bool MakeFolder(const std::string& path, std::string* error) = 0;
 

@@ -96,5 +96,63 @@ TEST(Files, CopyKeepsTimesAndPutsAsideWhatItReplaces) {
     EXPECT_EQ(d.Bytes("b").size(), 200000U);
 }
 
+TEST(Files, WastebasketTakesAnyNameAndGivesItBack) {
+    Disk d;
+    const std::string longest = std::string(251, 'x') + ".jpg";
+    for (const std::string name : {"a b%.jpg", "line\nend.jpg", "no \xFF text", "x", "M31.jpg"}) {
+        SCOPED_TRACE(name);
+        std::string error, where;
+        d.folder.Write(name, name);
+        ASSERT_TRUE(d.files->Trash(d.At(name), &error, &where)) << error;
+        EXPECT_FALSE(d.files->Exists(d.At(name)));
+        std::string entry = where;
+        entry.replace(entry.rfind("/files/"), 7, "/info/");
+        const auto info = d.files->Read(entry + ".trashinfo", 1000);
+        ASSERT_TRUE(info);
+        EXPECT_EQ(info->find("[Trash Info]\nPath=/"), 0U);
+        EXPECT_EQ(info->find('\xFF'), std::string::npos);
+        d.folder.Write(name, "another");
+        EXPECT_FALSE(d.files->Restore(where, d.At(name), &error)); // nothing is replaced
+        ASSERT_TRUE(d.files->Trash(d.At(name), &error)) << error;  // the same name once more
+        ASSERT_TRUE(d.files->Restore(where, d.At(name), &error)) << error;
+        EXPECT_EQ(d.Bytes(name), name);
+        EXPECT_FALSE(d.files->Exists(entry + ".trashinfo"));
+    }
+    std::string error, where;
+    d.folder.Write(longest, "long");
+    ASSERT_TRUE(d.files->Trash(d.At(longest), &error, &where)) << error;
+    ASSERT_TRUE(d.files->Restore(where, d.At(longest), &error)) << error;
+    EXPECT_FALSE(d.files->Trash(d.At("gone"), &error));
+    EXPECT_EQ(error, "No such file or directory");
+}
+
+TEST(Files, WastebasketTakesTheLinkNotWhatItLeadsTo) {
+    Disk d;
+    d.folder.Write("real.jpg", "real");
+    fs::create_symlink("real.jpg", d.At("link.jpg"));
+    fs::create_symlink("nowhere", d.At("dangling.jpg"));
+    std::string error;
+    EXPECT_TRUE(d.files->Trash(d.At("link.jpg"), &error)) << error;
+    EXPECT_TRUE(d.files->Trash(d.At("dangling.jpg"), &error)) << error;
+    EXPECT_EQ(d.Bytes("real.jpg"), "real");
+    EXPECT_EQ(d.Entries(), 1U);
+}
+
+TEST(Files, WritesInPlaceWithinTheFileAlone) {
+    Disk d;
+    const std::string path = d.folder.Write("a", "0123456789");
+    std::string error;
+    EXPECT_TRUE(d.files->WriteAt(path, 7, "abc", &error)) << error;
+    EXPECT_EQ(d.Bytes("a"), "0123456abc");
+    EXPECT_FALSE(d.files->WriteAt(path, 8, "xyz", &error));
+    EXPECT_FALSE(d.files->WriteAt(path, SIZE_MAX, "xyz", &error));
+    EXPECT_EQ(d.Bytes("a"), "0123456abc");
+    EXPECT_TRUE(d.files->SetTimes(path, 1087935330, &error)) << error;
+    EXPECT_EQ(d.files->ModifiedTime(path), 1087935330);
+    EXPECT_FALSE(d.files->SetTimes(d.At("gone"), 0, &error));
+    EXPECT_TRUE(d.files->IsSameFile(path, d.folder.Path() + "/./a"));
+    EXPECT_FALSE(d.files->IsSameFile(path, d.At("gone")));
+}
+
 } // namespace
 } // namespace tarn::testing

@@ -16,6 +16,9 @@ public:
     std::function<std::string(const std::string& verb, const std::string& path)> onChange;
 
     bool Exists(const std::string& p) const override { return real->Exists(p); }
+    bool IsSameFile(const std::string& a, const std::string& b) const override {
+        return real->IsSameFile(a, b);
+    }
     bool IsFolder(const std::string& p) const override { return real->IsFolder(p); }
     std::optional<std::int64_t> ModifiedTime(const std::string& p, std::string* e) const override {
         return real->ModifiedTime(p, e);
@@ -37,8 +40,21 @@ public:
     bool Write(const std::string& p, std::string_view b, std::string* e) override {
         return May("write", p, e) && real->Write(p, b, e);
     }
-    bool Trash(const std::string& p, std::string* e) override {
-        return May("trash", p, e) && real->Trash(p, e);
+    bool Trash(const std::string& p, std::string* e, std::string* where) override {
+        return May("trash", p, e) && real->Trash(p, e, where);
+    }
+    bool Restore(const std::string& where, const std::string& p, std::string* e) override {
+        return May("restore", p, e) && real->Restore(where, p, e);
+    }
+    bool Remove(const std::string& p, std::string* e) override {
+        return May("remove", p, e) && real->Remove(p, e);
+    }
+    bool WriteAt(const std::string& p, std::size_t at, std::string_view b,
+                 std::string* e) override {
+        return May("write at", p, e) && real->WriteAt(p, at, b, e);
+    }
+    bool SetTimes(const std::string& p, std::int64_t when, std::string* e) override {
+        return May("times", p, e) && real->SetTimes(p, when, e);
     }
     bool Rename(const std::string& from, const std::string& to, std::string* e) override {
         return May("rename", from, e) && real->Rename(from, to, e);

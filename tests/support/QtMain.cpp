@@ -12,6 +12,8 @@ int main(int argc, char** argv) {
     const QTemporaryDir home;
     qputenv("HOME", home.path().toLocal8Bit());
     QStandardPaths::setTestModeEnabled(true);
+    qputenv("XDG_DATA_HOME",
+            QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation).toLocal8Bit());
     const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -1,0 +1,211 @@
+#include "platform/Wastebasket.h"
+
+#include "common/paths.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <string_view>
+#include <vector>
+
+namespace tarn {
+
+namespace {
+
+constexpr std::string_view kInfo = ".trashinfo";
+constexpr int kMostTries = 10000;
+
+bool Fail(std::string* error, int code = errno) {
+    if (error) *error = std::strerror(code);
+    return false;
+}
+
+struct Basket {
+    std::string folder;
+    std::string top; // of the mount; empty for the home's, whose entries are absolute
+};
+
+// The folders for one user alone, one after the other.
+bool MakeFolders(const std::string& path) {
+    for (std::size_t at = path.find('/', 1);; at = path.find('/', at + 1)) {
+        if (::mkdir(path.substr(0, at).c_str(), 0700) != 0 && errno != EEXIST) return false;
+        if (at == std::string::npos) return true;
+    }
+}
+
+std::string HomeBasket() {
+    const char* chosen = std::getenv("XDG_DATA_HOME");
+    if (chosen && *chosen == '/') return std::string(chosen) + "/Trash";
+    const char* home = std::getenv("HOME");
+    return std::string(home ? home : "") + "/.local/share/Trash";
+}
+
+bool DeviceOf(const std::string& path, dev_t& device) {
+    struct stat info {};
+    if (::stat(path.c_str(), &info) != 0) return false;
+    device = info.st_dev;
+    return true;
+}
+
+std::string ParentOf(const std::string& path) {
+    const std::string parent = FolderOf(path);
+    return parent.empty() ? "/" : parent;
+}
+
+// The highest folder on the same device.
+std::string TopOf(std::string folder) {
+    dev_t own{};
+    dev_t above{};
+    DeviceOf(folder, own);
+    while (folder != "/" && DeviceOf(ParentOf(folder), above) && above == own)
+        folder = ParentOf(folder);
+    return folder;
+}
+
+// A common one must be guarded, a user's own must be his and no link, or files could be led away.
+std::string MountBasket(const std::string& top) {
+    const std::string user = std::to_string(::getuid());
+    struct stat info {};
+    const std::string common = JoinPath(top, ".Trash");
+    if (::lstat(common.c_str(), &info) == 0 && S_ISDIR(info.st_mode) && (info.st_mode & S_ISVTX))
+        return JoinPath(common, user);
+    const std::string own = JoinPath(top, ".Trash-" + user);
+    if (::lstat(own.c_str(), &info) == 0 && (!S_ISDIR(info.st_mode) || info.st_uid != ::getuid()))
+        return {};
+    return own;
+}
+
+std::vector<Basket> BasketsFor(const std::string& folder) {
+    std::vector<Basket> baskets;
+    const std::string home = HomeBasket();
+    dev_t own{};
+    dev_t theirs{};
+    if (MakeFolders(home) && DeviceOf(folder, own) && DeviceOf(home, theirs) && own == theirs)
+        baskets.push_back({home, {}});
+    const std::string top = TopOf(folder);
+    if (const std::string mount = MountBasket(top); !mount.empty()) baskets.push_back({mount, top});
+    return baskets;
+}
+
+std::string PercentEncoded(std::string_view path) {
+    constexpr std::string_view kPlain = "/-_.~";
+    std::string text;
+    for (const unsigned char byte : path) {
+        const bool plain = (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') ||
+                           (byte >= 'a' && byte <= 'z') ||
+                           kPlain.find(static_cast<char>(byte)) != std::string_view::npos;
+        std::array<char, 4> code{};
+        if (!plain) std::snprintf(code.data(), code.size(), "%%%02X", byte);
+        text += plain ? std::string(1, static_cast<char>(byte)) : std::string(code.data());
+    }
+    return text;
+}
+
+std::string InfoText(const Basket& basket, const std::string& path) {
+    const std::string place = basket.top.empty()  ? path
+                              : basket.top == "/" ? path.substr(1)
+                                                  : path.substr(basket.top.size() + 1);
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    ::localtime_r(&now, &local);
+    std::array<char, 32> date{};
+    std::strftime(date.data(), date.size(), "%Y-%m-%dT%H:%M:%S", &local);
+    return "[Trash Info]\nPath=" + PercentEncoded(place) + "\nDeletionDate=" + date.data() + "\n";
+}
+
+// "M31.jpg", then "M31.2.jpg"; short enough for the longer name of its entry.
+std::string NameInBasket(const std::string& name, int number) {
+    const std::size_t point = name.rfind('.');
+    std::string stem = name.substr(0, point);
+    const std::string rest = (number > 1 ? "." + std::to_string(number) : std::string()) +
+                             (point == std::string::npos ? std::string() : name.substr(point));
+    const std::size_t most = NAME_MAX - kInfo.size();
+    if (stem.size() + rest.size() > most) stem.resize(rest.size() < most ? most - rest.size() : 0);
+    return (stem + rest).substr(0, most);
+}
+
+// Writes the entry under a name that is free; the name, or none.
+std::string WriteEntry(const Basket& basket, const std::string& path) {
+    const std::string text = InfoText(basket, path);
+    for (int number = 1; number < kMostTries; ++number) {
+        const std::string name = NameInBasket(LastPart(path), number);
+        struct stat taken {};
+        if (::lstat((basket.folder + "/files/" + name).c_str(), &taken) == 0) continue;
+        const std::string entry = basket.folder + "/info/" + name + std::string(kInfo);
+        const int file = ::open(entry.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+        if (file < 0 && errno == EEXIST) continue;
+        if (file < 0) return {};
+        const bool written = ::write(file, text.data(), text.size()) == ssize_t(text.size());
+        const int why = errno;
+        ::close(file);
+        if (written) return name;
+        ::unlink(entry.c_str());
+        errno = why;
+        return {};
+    }
+    errno = EEXIST;
+    return {};
+}
+
+bool ThrowInto(const Basket& basket, const std::string& path, std::string* where) {
+    if (!MakeFolders(basket.folder + "/files") || !MakeFolders(basket.folder + "/info"))
+        return false;
+    const std::string name = WriteEntry(basket, path);
+    if (name.empty()) return false;
+    const std::string target = basket.folder + "/files/" + name;
+    if (::renameat2(AT_FDCWD, path.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0 ||
+        ((errno == EINVAL || errno == ENOSYS) && ::rename(path.c_str(), target.c_str()) == 0)) {
+        if (where) *where = target;
+        return true;
+    }
+    const int why = errno;
+    ::unlink((basket.folder + "/info/" + name + std::string(kInfo)).c_str());
+    errno = why;
+    return false;
+}
+
+// The folder without links, so that the entry leads back to the right place; the last part as it
+// is: a link itself is thrown away, not what it leads to.
+std::string RealPlace(const std::string& path) {
+    std::array<char, PATH_MAX> real{};
+    const std::string folder = FolderOf(path);
+    if (!::realpath(folder.empty() ? "." : folder.c_str(), real.data())) return {};
+    return JoinPath(real.data(), LastPart(path));
+}
+
+} // namespace
+
+bool ThrowAway(const std::string& path, std::string* where, std::string* error) {
+    struct stat info {};
+    if (::lstat(path.c_str(), &info) != 0) return Fail(error);
+    const std::string place = RealPlace(path);
+    if (place.empty()) return Fail(error);
+    errno = ENOTSUP; // when there is no basket at all
+    for (const Basket& basket : BasketsFor(ParentOf(place))) {
+        if (ThrowInto(basket, place, where)) return true;
+        if (errno != EXDEV) break; // another mount of the same device: the basket there
+    }
+    return Fail(error);
+}
+
+bool TakeBack(const std::string& where, const std::string& path, std::string* error) {
+    struct stat taken {};
+    if (::renameat2(AT_FDCWD, where.c_str(), AT_FDCWD, path.c_str(), RENAME_NOREPLACE) != 0) {
+        if (errno != EINVAL && errno != ENOSYS) return Fail(error);
+        if (::lstat(path.c_str(), &taken) == 0) return Fail(error, EEXIST);
+        if (::rename(where.c_str(), path.c_str()) != 0) return Fail(error);
+    }
+    const std::string entry = ParentOf(ParentOf(where)) + "/info/" + LastPart(where);
+    ::unlink((entry + std::string(kInfo)).c_str());
+    return true;
+}
+
+} // namespace tarn

@@ -1,0 +1,17 @@
+// The desktop's wastebasket by its common rules (freedesktop.org): a folder "files" with what was
+// thrown away and a folder "info" that says where it came from. Names are bytes.
+#pragma once
+
+#include <string>
+
+namespace tarn {
+
+// Into the wastebasket of the user's home, or that of the file's own mount where the home is on
+// another. `where` gets its path there. False with the system's text: the file stands where it
+// stood.
+bool ThrowAway(const std::string& path, std::string* where, std::string* error);
+
+// Back from `where`; refused when something stands at `path`.
+bool TakeBack(const std::string& where, const std::string& path, std::string* error);
+
+} // namespace tarn
