@@ -4,11 +4,13 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
 #include <climits>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -48,10 +50,14 @@ std::string HomeBasket() {
     return std::string(home ? home : "") + "/.local/share/Trash";
 }
 
-bool DeviceOf(const std::string& path, dev_t& device) {
-    struct stat info {};
-    if (::stat(path.c_str(), &info) != 0) return false;
-    device = info.st_dev;
+// Two mounts may show one device; nothing is renamed from one to the other all the same.
+using Mount = std::uint64_t;
+
+bool MountOf(const std::string& path, Mount& mount) {
+    struct statx info {};
+    if (::statx(AT_FDCWD, path.c_str(), 0, STATX_MNT_ID, &info) != 0) return false;
+    mount = (info.stx_mask & STATX_MNT_ID) != 0 ? info.stx_mnt_id
+                                                : ::makedev(info.stx_dev_major, info.stx_dev_minor);
     return true;
 }
 
@@ -60,12 +66,12 @@ std::string ParentOf(const std::string& path) {
     return parent.empty() ? "/" : parent;
 }
 
-// The highest folder on the same device.
+// The highest folder on the same mount.
 std::string TopOf(std::string folder) {
-    dev_t own{};
-    dev_t above{};
-    DeviceOf(folder, own);
-    while (folder != "/" && DeviceOf(ParentOf(folder), above) && above == own)
+    Mount own{};
+    Mount above{};
+    MountOf(folder, own);
+    while (folder != "/" && MountOf(ParentOf(folder), above) && above == own)
         folder = ParentOf(folder);
     return folder;
 }
@@ -86,9 +92,9 @@ std::string MountBasket(const std::string& top) {
 std::vector<Basket> BasketsFor(const std::string& folder) {
     std::vector<Basket> baskets;
     const std::string home = HomeBasket();
-    dev_t own{};
-    dev_t theirs{};
-    if (MakeFolders(home) && DeviceOf(folder, own) && DeviceOf(home, theirs) && own == theirs)
+    Mount own{};
+    Mount theirs{};
+    if (MakeFolders(home) && MountOf(folder, own) && MountOf(home, theirs) && own == theirs)
         baskets.push_back({home, {}});
     const std::string top = TopOf(folder);
     if (const std::string mount = MountBasket(top); !mount.empty()) baskets.push_back({mount, top});
@@ -188,11 +194,10 @@ bool ThrowAway(const std::string& path, std::string* where, std::string* error) 
     if (::lstat(path.c_str(), &info) != 0) return Fail(error);
     const std::string place = RealPlace(path);
     if (place.empty()) return Fail(error);
-    errno = ENOTSUP; // when there is no basket at all
-    for (const Basket& basket : BasketsFor(ParentOf(place))) {
+    const std::vector<Basket> baskets = BasketsFor(ParentOf(place));
+    errno = ENOTSUP; // when there is none
+    for (const Basket& basket : baskets)
         if (ThrowInto(basket, place, where)) return true;
-        if (errno != EXDEV) break; // another mount of the same device: the basket there
-    }
     return Fail(error);
 }
 

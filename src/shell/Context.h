@@ -26,6 +26,7 @@ struct Context {
     InfoCommands& info;
     NotesCommands& notes;
     SlideCommands& slides;
+    CopyCommands& copies;
     FileCommands& fileops;
     VideoCommands& video;
     ShellCommands& shell;

@@ -55,6 +55,7 @@ public:
     PictureInfoRoom info;
     NotesRoom notes;
     SilentSlides slides;
+    SilentCopies copies;
     SilentFiles fileops;
     SilentVideo video;
     ImportExport importExport;

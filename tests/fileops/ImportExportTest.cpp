@@ -56,12 +56,13 @@ struct BatchDesk {
     RecordingSound sound{calls};
     RecordingDesktop desktop{calls};
     RecordingSlides slides{calls};
+    RecordingCopies copies{calls};
     RecordingFileCommands fileCommands{calls};
     PicturesAhead ahead;
     std::unique_ptr<Clipboard> clipboard = MakeClipboard();
-    Context context{state,  controls,     navigation, display, info,  notesRoom,
-                    slides, fileCommands, video,      shell,   ahead, *clipboard,
-                    files,  *settings,    events,     dialogs, sound, desktop};
+    Context context{state,     controls,     navigation, display, info,   notesRoom,  slides,
+                    copies,    fileCommands, video,      shell,   ahead,  *clipboard, files,
+                    *settings, events,       dialogs,    sound,   desktop};
     ImportExport room{context};
 
     BatchDesk() {

@@ -123,8 +123,8 @@ struct RecordingSlides : SlideCommands {
     Calls& calls;
 };
 
-struct RecordingFileCommands : FileCommands {
-    explicit RecordingFileCommands(Calls& written) : calls(written) {}
+struct RecordingCopies : CopyCommands {
+    explicit RecordingCopies(Calls& written) : calls(written) {}
     bool CopyImage() override {
         calls.push_back("CopyImage");
         return copies;
@@ -133,12 +133,20 @@ struct RecordingFileCommands : FileCommands {
         calls.push_back("CMImage");
         return copies;
     }
-    void DeleteButton_Click() override { calls.push_back("Delete"); }
     void SetCaptionShown(bool shown) override {
         calls.push_back(shown ? "caption up" : "caption down");
     }
     Calls& calls;
     bool copies = true;
+};
+
+struct RecordingFileCommands : FileCommands {
+    explicit RecordingFileCommands(Calls& written) : calls(written) {}
+    void DeleteButton_Click() override { calls.push_back("Delete"); }
+    void DeleteOnlyButton_Click() override { calls.push_back("DeleteOnly"); }
+    void RenameButton_Click() override { calls.push_back("Rename"); }
+    void DuplicateButton_Click() override { calls.push_back("Duplicate"); }
+    Calls& calls;
 };
 
 struct RecordingSound : Sound {

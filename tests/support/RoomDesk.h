@@ -40,6 +40,7 @@ struct RoomDesk {
     RecordingDesktop desktop{calls};
 
     RecordingSlides slides{calls};
+    RecordingCopies copies{calls};
     RecordingFileCommands fileops{calls};
     PicturesAhead ahead;
     std::unique_ptr<Clipboard> clipboard = MakeClipboard();
@@ -52,9 +53,9 @@ struct RoomDesk {
     }
     // With the rooms that a test brings itself.
     Context Join(NavigationCommands& navigation, DisplayCommands& display, InfoCommands& info) {
-        return {state,  controls,  navigation, display, info,  notes,
-                slides, fileops,   video,      shell,   ahead, *clipboard,
-                *files, *settings, *events,    dialogs, sound, desktop};
+        return {state,     controls, navigation, display, info,   notes,      slides,
+                copies,    fileops,  video,      shell,   ahead,  *clipboard, *files,
+                *settings, *events,  dialogs,    sound,   desktop};
     }
 };
 

@@ -76,16 +76,25 @@ public:
     virtual void SlideKeyUp(int keycode) = 0; // as from the slide window's own keys
 };
 
-class FileCommands {
+// Copies of pictures: into the copy-to folder, converted, as text.
+class CopyCommands {
 public:
-    virtual ~FileCommands() = default;
+    virtual ~CopyCommands() = default;
     // Filename into the copy-to folder, as it is or converted. True when that happened; else the
     // message line says why not, and CopyOk holds a failure.
     virtual bool CopyImage() = 0;
     virtual bool CMImage() = 0;
-    // Filename into the wastebasket, after the question where one is due; refreshes the list.
-    virtual void DeleteButton_Click() = 0;
     virtual void SetCaptionShown(bool shown) = 0; // the caption window, if it is open
+};
+
+// Filename and its note: away, under another name, twice. Each refreshes the list.
+class FileCommands {
+public:
+    virtual ~FileCommands() = default;
+    virtual void DeleteButton_Click() = 0;     // into the wastebasket, asked where that is due
+    virtual void DeleteOnlyButton_Click() = 0; // the note stays
+    virtual void RenameButton_Click() = 0;
+    virtual void DuplicateButton_Click() = 0;
 };
 
 class VideoCommands {

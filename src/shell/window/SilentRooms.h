@@ -12,12 +12,19 @@ public:
     void SlideKeyUp(int) override {}
 };
 
-class SilentFiles : public FileCommands {
+class SilentCopies : public CopyCommands {
 public:
     bool CopyImage() override { return false; }
     bool CMImage() override { return false; }
-    void DeleteButton_Click() override {}
     void SetCaptionShown(bool) override {}
+};
+
+class SilentFiles : public FileCommands {
+public:
+    void DeleteButton_Click() override {}
+    void DeleteOnlyButton_Click() override {}
+    void RenameButton_Click() override {}
+    void DuplicateButton_Click() override {}
 };
 
 class SilentVideo : public VideoCommands {
