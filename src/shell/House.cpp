@@ -34,6 +34,7 @@ House::House(const Platform& p)
       keys(context), lifecycle(context, window, navigation, notes, programs) {
     navigation.ConnectControls();
     display.ConnectControls();
+    info.ConnectControls();
     notes.ConnectControls();
     importExport.ConnectControls();
     programs.ConnectControls();
