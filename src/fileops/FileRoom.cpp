@@ -31,7 +31,8 @@ std::string Arrow(const std::string& from, const std::string& to) {
 
 } // namespace
 
-FileRoom::FileRoom(Context& context) : m(context) {}
+FileRoom::FileRoom(Context& context)
+    : m(context), m_copyPaste(context, [this](UndoEntry entry) { PushUndo(std::move(entry)); }) {}
 
 FileRoom::~FileRoom() = default;
 
@@ -52,6 +53,7 @@ void FileRoom::ConnectControls() {
     Connect(c.MoveToButton, [this] { MoveToButton_Click(); });
     Connect(c.UndoButton, [this] { UndoButton_Click(); });
     SetEnabled(c.UndoButton, false);
+    m_copyPaste.ConnectControls();
 }
 
 NotesPlace FileRoom::Notes() const {

@@ -2,6 +2,7 @@
 // one; the FITS files of a folder; a new folder; and the last of these taken back.
 #pragma once
 
+#include "fileops/CopyPaste.h"
 #include "fileops/PicturePlan.h"
 #include "shell/Context.h"
 
@@ -52,6 +53,7 @@ private:
 
     Context& m;
     UndoLog m_undo;
+    CopyPaste m_copyPaste;
     std::unique_ptr<frmNewName> m_rename;    // frmRename
     std::unique_ptr<frmNewName> m_duplicate; // frmDuplicate
 };
