@@ -2,6 +2,11 @@
 // own wastebasket; and every change of the disk failing once in turn.
 #include "FilesDesk.h"
 
+#include <sys/resource.h>
+
+#include <csignal>
+#include <fstream>
+
 #include <filesystem>
 
 namespace tarn::testing {
@@ -314,6 +319,72 @@ TEST(FileCommands, NoFailureLosesAnything) {
             EXPECT_FALSE(d.s.BatchRuns);
         }
         EXPECT_GT(calls, 0) << name;
+    }
+}
+
+// A disk that takes no more than a few bytes: filled up where it is a small one of its own, else a
+// limit of the system on what a file may hold.
+class FullDisk {
+public:
+    explicit FullDisk(const std::string& folder) {
+        constexpr std::uintmax_t kSmall = 8 << 20;
+        if (fs::space(folder).capacity <= kSmall) {
+            std::ofstream filler(folder + "/.filler", std::ios::binary);
+            while (filler.write("0123456789abcdef", 16).flush()) {
+            }
+            return;
+        }
+        std::signal(SIGXFSZ, SIG_IGN);
+        ::getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit few{1000, m_before.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &few);
+        m_limited = true;
+    }
+    ~FullDisk() {
+        if (m_limited) ::setrlimit(RLIMIT_FSIZE, &m_before);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+private:
+    rlimit m_before{};
+    bool m_limited = false;
+};
+
+TEST(FileCommands, AFullDiskLeavesEverythingAsItStood) {
+    using Act = std::function<void(PasteDesk&)>;
+    const std::map<std::string, Act> commands{
+        {"paste",
+         [](PasteDesk& d) {
+             d.c.CopyButton->trigger();
+             d.Open(d.target);
+             d.c.PasteButton->trigger();
+             EXPECT_EQ(d.Said(), "Paste failed for 'a.jpg'");
+         }},
+        {"duplicate", [](PasteDesk& d) { d.Duplicate("d.jpg"); }},
+        {"rename", [](PasteDesk& d) { d.Rename("d.jpg"); }}, // whose note finds no room
+        {"convert",
+         [](PasteDesk& d) {
+             d.c.ConvertButton->trigger();
+             EXPECT_EQ(d.Said(), "ImgX Error - 'a-1.jpg' NOT created");
+         }},
+    };
+    for (const auto& [name, act] : commands) {
+        SCOPED_TRACE(name);
+        PasteDesk d;
+        d.folder.Write("a.jpg", JpegBytes(TellTale(900, 600)));
+        d.notes.Write("a.enf", std::string(20000, 'n'));
+        d.Start();
+        const Tree pictures = d.Pictures();
+        const Tree notes = d.Notes();
+        {
+            const FullDisk full(d.folder.Path());
+            act(d);
+        }
+        fs::remove(d.folder.Path() + "/.filler");
+        EXPECT_EQ(d.Pictures(), pictures);
+        EXPECT_EQ(d.Notes(), notes);
+        EXPECT_TRUE(d.Target().empty());
     }
 }
 
