@@ -1,9 +1,11 @@
 #include "platform/imaging/ImgX.h"
 
+#include "platform/imaging/PicturesAhead.h"
+#include "platform/imaging/Pixels.h"
+
 #include <QTransform>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace tarn {
@@ -11,43 +13,6 @@ namespace tarn {
 namespace {
 
 constexpr float kQuarter = 90.0F;
-constexpr int kWhite = 255;
-
-// How far a picture shrinks to fit into the box, 1 when it fits as it is.
-double FitScale(QSize picture, QSize box) {
-    return std::min(
-        {1.0, double(box.width()) / picture.width(), double(box.height()) / picture.height()});
-}
-
-// Fewest pixels of a file from which it can be fitted into the box upright and on its side.
-QSize LeastFor(QSize picture, QSize box) {
-    if (box.isEmpty() || picture.isEmpty()) return {};
-    const double scale = std::max(FitScale(picture, box), FitScale(picture.transposed(), box));
-    return {int(std::ceil(picture.width() * scale)), int(std::ceil(picture.height() * scale))};
-}
-
-QImage Brightened(const QImage& picture, int value) {
-    const int added = int(std::lround(value * kWhite / 100.0));
-    std::array<int, kWhite + 1> table{};
-    for (int i = 0; i <= kWhite; ++i) table[i] = std::clamp(i + added, 0, kWhite);
-    QImage result = picture;
-    for (int y = 0; y < result.height(); ++y) {
-        auto* line = reinterpret_cast<QRgb*>(result.scanLine(y));
-        for (QRgb* pixel = line; pixel != line + result.width(); ++pixel)
-            *pixel = qRgba(table[qRed(*pixel)], table[qGreen(*pixel)], table[qBlue(*pixel)],
-                           qAlpha(*pixel));
-    }
-    return result;
-}
-
-QImage InOwnFormat(const QImage& picture) {
-    return picture.convertToFormat(picture.hasAlphaChannel() ? QImage::Format_ARGB32
-                                                             : QImage::Format_RGB32);
-}
-
-QImage Resampled(const QImage& picture, QSize size) {
-    return InOwnFormat(picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
-}
 
 } // namespace
 
@@ -66,6 +31,20 @@ std::string ImgX::LoadFile(const std::string& path, QSize wanted) {
     return Load(std::move(source), least);
 }
 
+std::string ImgX::LoadFile(const std::string& path, QSize wanted, PicturesAhead& ahead) {
+    std::string error;
+    auto source = ahead.Take(path, wanted);
+    const bool ready = source != nullptr;
+    if (!ready) source = PictureLoader::Open(path, error);
+    if (!source) {
+        Clear();
+        return error;
+    }
+    error = Load(source, LeastFor(source->Size(), wanted));
+    if (!ready && HasImage()) ahead.Keep(path, wanted, std::move(source));
+    return error;
+}
+
 std::string ImgX::LoadWithSystemReader(const std::string& path) {
     std::string error;
     auto source = PictureLoader::OpenWithToolkit(path, error);
@@ -79,11 +58,9 @@ std::string ImgX::Load(std::shared_ptr<PictureSource> source, QSize least) {
     std::string error;
     m_pixels = source->Decode(least, error);
     if (m_pixels.isNull()) return error;
-    m_size = m_pixels.size();
-    if (!least.isEmpty() && m_size != source->Size() && source->Reduces()) {
-        m_size = source->Size();
-        m_source = std::move(source);
-    }
+    const bool reduced = !least.isEmpty() && m_pixels.size() != source->Size() && source->Reduces();
+    m_size = reduced ? source->Size() : m_pixels.size();
+    if (reduced || source->HasScaled()) m_source = std::move(source);
     return error;
 }
 
@@ -133,6 +110,11 @@ void ImgX::Scale(int width, int height) {
         size.setWidth(std::max(1, int(std::lround(double(height) * Width() / Height()))));
     if (height == 0)
         size.setHeight(std::max(1, int(std::lround(double(width) * Height() / Width()))));
+    const QImage ready = m_source ? m_source->Scaled(m_turn.Of(size)) : QImage();
+    if (!ready.isNull() && m_brightened.empty()) {
+        SetAll(m_turn.Of(ready));
+        return;
+    }
     Fetch(size);
     SetAll(m_pixels.size() == size ? m_pixels : Resampled(m_pixels, size));
 }

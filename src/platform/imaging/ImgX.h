@@ -15,6 +15,8 @@
 
 namespace tarn {
 
+class PicturesAhead;
+
 class ImgX {
 public:
     // "Read file info": pixel size from the header, 0 x 0 when it cannot be read. Leaves the image.
@@ -25,6 +27,10 @@ public:
     // error text, empty when all went well. On an error the object holds no image, or what of a
     // damaged file could be read: ask StatusText.
     std::string LoadFile(const std::string& path, QSize wanted);
+
+    // The same, from what was decoded ahead where that is so; what had to be decoded now is kept
+    // there for the way back.
+    std::string LoadFile(const std::string& path, QSize wanted, PicturesAhead& ahead);
 
     // The toolkit's own reader, for files that LoadFile refuses. Same result.
     std::string LoadWithSystemReader(const std::string& path);
@@ -41,8 +47,8 @@ public:
     int Width() const { return m_size.width(); }
     int Height() const { return m_size.height(); }
 
-    // Resampled to exactly this size, smoothly, from no more pixels than that takes. A side of 0
-    // follows from the other by the proportions.
+    // Resampled to exactly this size, smoothly, from no more pixels than that takes, or taken as a
+    // worker has prepared it. A side of 0 follows from the other by the proportions.
     void Scale(int width, int height);
 
     // Cut out; the part outside the image is left away, nothing inside leaves no image.
