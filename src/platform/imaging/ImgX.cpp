@@ -81,26 +81,36 @@ void ImgX::SetAll(const QImage& picture) {
     m_source.reset();
     m_turn = {};
     m_brightened.clear();
+    m_shown = {};
 }
 
 // Sees to it that at least so many pixels are at hand, unless the file does not have them.
 void ImgX::Fetch(QSize least) {
-    if (!m_source || (m_pixels.width() >= least.width() && m_pixels.height() >= least.height()))
+    const QSize stored = m_turn.Of(least.boundedTo(m_size));
+    if (!m_source || (m_pixels.width() >= stored.width() && m_pixels.height() >= stored.height()))
         return;
     std::string error;
-    const QImage stored = m_source->Decode(m_turn.Of(least.boundedTo(m_size)), error);
-    if (stored.isNull()) {
+    const QImage decoded = m_source->Decode(stored, error);
+    if (decoded.isNull()) {
         m_error = error;
         return;
     }
-    m_pixels = m_turn.Of(stored);
-    for (const int value : m_brightened) m_pixels = Brightened(m_pixels, value);
+    m_pixels = decoded;
+    m_shown = {};
 }
 
 void ImgX::FetchAll() {
     if (!m_source) return;
     Fetch(m_size);
-    SetAll(m_pixels.size() == m_size ? m_pixels : Resampled(m_pixels, m_size));
+    SetPixels(m_pixels);
+    if (m_pixels.size() != m_turn.Of(m_size)) SetPixels(Resampled(m_pixels, m_turn.Of(m_size)));
+}
+
+// All that there is, still to be turned and brightened.
+void ImgX::SetPixels(const QImage& pixels) {
+    m_pixels = pixels;
+    m_source.reset();
+    m_shown = {};
 }
 
 void ImgX::Scale(int width, int height) {
@@ -110,20 +120,29 @@ void ImgX::Scale(int width, int height) {
         size.setWidth(std::max(1, int(std::lround(double(height) * Width() / Height()))));
     if (height == 0)
         size.setHeight(std::max(1, int(std::lround(double(width) * Height() / Width()))));
-    const QImage ready = m_source ? m_source->Scaled(m_turn.Of(size)) : QImage();
-    if (!ready.isNull() && m_brightened.empty()) {
-        SetAll(m_turn.Of(ready));
-        return;
+    const QSize stored = m_turn.Of(size);
+    const QImage ready = m_source ? m_source->Scaled(stored) : QImage();
+    if (ready.isNull() || !m_brightened.empty()) {
+        Fetch(size);
+        if (!m_brightened.empty()) SetAll(SystemPicture());
+        const QSize target = m_turn.Of(size); // what is brightened is turned, too
+        SetPixels(m_pixels.size() == target ? m_pixels : Resampled(m_pixels, target));
+    } else {
+        SetPixels(ready);
     }
-    Fetch(size);
-    SetAll(m_pixels.size() == size ? m_pixels : Resampled(m_pixels, size));
+    m_size = size;
 }
 
 void ImgX::Crop(int left, int top, int width, int height) {
     if (!HasImage()) return;
     FetchAll();
-    const QRect inside = QRect(left, top, width, height).intersected(m_pixels.rect());
-    SetAll(inside.isEmpty() ? QImage() : m_pixels.copy(inside));
+    const QRect inside = QRect(left, top, width, height).intersected(QRect({0, 0}, m_size));
+    if (inside.isEmpty()) {
+        SetAll(QImage());
+        return;
+    }
+    SetPixels(m_pixels.copy(m_turn.Back(inside, m_pixels.size())));
+    m_size = inside.size();
 }
 
 void ImgX::Rotate(float degrees) {
@@ -132,30 +151,39 @@ void ImgX::Rotate(float degrees) {
     if (quarters != std::floor(quarters)) {
         FetchAll();
         SetAll(InOwnFormat(
-            m_pixels.transformed(QTransform().rotate(degrees), Qt::SmoothTransformation)));
+            SystemPicture().transformed(QTransform().rotate(degrees), Qt::SmoothTransformation)));
         return;
     }
     Turn step;
     step.Rotate(int(quarters));
     m_turn.Rotate(int(quarters));
-    m_pixels = step.Of(m_pixels);
     m_size = step.Of(m_size);
+    m_shown = {};
 }
 
 void ImgX::Mirror(int axis) {
     m_turn.Mirror(axis);
-    m_pixels = m_pixels.mirrored(axis == 0, axis != 0);
+    m_shown = {};
 }
 
 void ImgX::Brightness(int value) {
     if (!HasImage() || value == 0) return;
-    m_pixels = Brightened(m_pixels, value);
     m_brightened.push_back(value);
+    m_shown = {};
+}
+
+const QImage& ImgX::SystemPicture() const {
+    if (m_turn.IsNone() && m_brightened.empty()) return m_pixels;
+    if (m_shown.isNull()) {
+        m_shown = m_turn.Of(m_pixels);
+        for (const int value : m_brightened) m_shown = Brightened(m_shown, value);
+    }
+    return m_shown;
 }
 
 const QImage& ImgX::FullPicture() {
     FetchAll();
-    return m_pixels;
+    return SystemPicture();
 }
 
 } // namespace tarn
