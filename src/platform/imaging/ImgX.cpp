@@ -14,6 +14,12 @@ namespace {
 
 constexpr float kQuarter = 90.0F;
 
+// A part of a picture of 32 bits a pixel without a copy; the picture has to outlive it.
+QImage View(const QImage& picture, const QRect& part) {
+    const uchar* begin = picture.constScanLine(part.top()) + qsizetype(part.left()) * 4;
+    return {begin, part.width(), part.height(), picture.bytesPerLine(), picture.format()};
+}
+
 } // namespace
 
 QSize ImgX::ReadFileInfo(const std::string& path) {
@@ -141,7 +147,9 @@ void ImgX::Crop(int left, int top, int width, int height) {
         SetAll(QImage());
         return;
     }
-    SetPixels(m_pixels.copy(m_turn.Back(inside, m_pixels.size())));
+    const QImage part = View(m_pixels, m_turn.Back(inside, m_pixels.size()));
+    SetPixels(m_turn.IsNone() ? part.copy() : m_turn.Of(part));
+    m_turn = {};
     m_size = inside.size();
 }
 
@@ -176,7 +184,7 @@ const QImage& ImgX::SystemPicture() const {
     if (m_turn.IsNone() && m_brightened.empty()) return m_pixels;
     if (m_shown.isNull()) {
         m_shown = m_turn.Of(m_pixels);
-        for (const int value : m_brightened) m_shown = Brightened(m_shown, value);
+        for (const int value : m_brightened) m_shown = Brightened(std::move(m_shown), value);
     }
     return m_shown;
 }

@@ -27,18 +27,17 @@ QImage Resampled(const QImage& picture, QSize size) {
     return InOwnFormat(picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
 }
 
-QImage Brightened(const QImage& picture, int value) {
+QImage Brightened(QImage picture, int value) {
     const int added = int(std::lround(value * kWhite / 100.0));
     std::array<int, kWhite + 1> table{};
     for (int i = 0; i <= kWhite; ++i) table[i] = std::clamp(i + added, 0, kWhite);
-    QImage result = picture;
-    for (int y = 0; y < result.height(); ++y) {
-        auto* line = reinterpret_cast<QRgb*>(result.scanLine(y));
-        for (QRgb* pixel = line; pixel != line + result.width(); ++pixel)
+    for (int y = 0; y < picture.height(); ++y) {
+        auto* line = reinterpret_cast<QRgb*>(picture.scanLine(y));
+        for (QRgb* pixel = line; pixel != line + picture.width(); ++pixel)
             *pixel = qRgba(table[qRed(*pixel)], table[qGreen(*pixel)], table[qBlue(*pixel)],
                            qAlpha(*pixel));
     }
-    return result;
+    return picture;
 }
 
 QSize LeastFor(QSize picture, QSize box) {

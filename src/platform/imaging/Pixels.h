@@ -13,7 +13,7 @@ QImage InOwnFormat(const QImage& picture);
 QImage Resampled(const QImage& picture, QSize size);
 
 // -100 to 100, so many percent of white added to each channel.
-QImage Brightened(const QImage& picture, int value);
+QImage Brightened(QImage picture, int value);
 
 // Fewest pixels of a file from which it can be fitted into the box upright and on its side; empty,
 // for all of them, when the box is.
