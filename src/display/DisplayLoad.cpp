@@ -13,6 +13,7 @@
 #include "platform/Sound.h"
 #include "platform/imaging/PicturesAhead.h"
 
+#include <QAction>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
@@ -136,6 +137,8 @@ void DisplayRoom::ShowPlaceholder(const std::string& error) {
     s.SizeText.clear();
     for (QLabel* text : {c.MpixelText, c.FileSizeText, c.SizeText}) text->clear();
     s.NoExif = true;
+    for (QAction* entry : {c.FixPictureDateButton, c.SetFileDatesButton, c.PopupSetFileDatesButton})
+        SetEnabled(entry, false); // no reader is asked
     s.ImageLoaded = false;
     if (!s.ImgXpic.HasImage()) PutNothing();
 }
