@@ -12,13 +12,6 @@ public:
     void SlideKeyUp(int) override {}
 };
 
-class SilentCopies : public CopyCommands {
-public:
-    bool CopyImage() override { return false; }
-    bool CMImage() override { return false; }
-    void SetCaptionShown(bool) override {}
-};
-
 class SilentVideo : public VideoCommands {
 public:
     explicit SilentVideo(Context& context) : m(context) {}
