@@ -15,6 +15,7 @@
 #include "shell/window/ShellRoom.h"
 #include "shell/window/SilentRooms.h"
 #include "shell/window/frmMain.h"
+#include "slides/SlideRoom.h"
 
 #include <QTimer>
 
@@ -54,7 +55,7 @@ public:
     DisplayRoom display;
     PictureInfoRoom info;
     NotesRoom notes;
-    SilentSlides slides;
+    SlideRoom slides;
     SilentCopies copies;
     SilentFiles fileops;
     SilentVideo video;

@@ -6,12 +6,6 @@
 
 namespace tarn {
 
-class SilentSlides : public SlideCommands {
-public:
-    void SlideDone() override {}
-    void SlideKeyUp(int) override {}
-};
-
 class SilentCopies : public CopyCommands {
 public:
     bool CopyImage() override { return false; }
