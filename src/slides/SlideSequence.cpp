@@ -23,8 +23,8 @@ bool SlideSequence::PassOver() {
 }
 
 void SlideSequence::Leave(SlideMove move, bool back) {
-    const bool step = move == SlideMove::Next || move == SlideMove::Previous;
-    const bool again = m_again && step;
+    if (move == SlideMove::Again) return;
+    const bool again = m_again && (move == SlideMove::Next || move == SlideMove::Previous);
     m_again = false;
     if (again) return;
     m_back = back;

@@ -41,6 +41,7 @@ public:
     void SetLines(std::vector<SlideLine> lines) { m_lines = std::move(lines); }
     void Refresh() { repaint(); }
     const QImage& Backing() const { return m_backing; }
+    const std::vector<SlideLine>& Lines() const { return m_lines; }
 
     // How much of the time until the next picture is over, 0 to 1, as a thin line at the bottom; 0
     // takes it away.
