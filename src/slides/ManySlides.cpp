@@ -1,5 +1,6 @@
 #include "slides/ManySlides.h"
 
+#include "common/paths.h"
 #include "platform/FileListBox.h"
 #include "platform/imaging/PicturesAhead.h"
 #include "slides/SlidePainter.h"
@@ -21,7 +22,12 @@ ManySlides::ManySlides(Context& context, ShowTime& time, bool landscape)
     : m(context), m_time(time), m_landscape(landscape), m_startName(context.state.FileNameOnly),
       m_only(context, SlideBoxOf(time.Layout(), time.Screen())) {
     m.state.SlideCount = m.controls.FileListBox->Count();
-    m_time.onEnd = [this] { m_only.PutBack(); };
+    m_time.onEnd = [this] {
+        m_only.PutBack();
+        // The next start begins where the main window would have come back.
+        if (m.state.Closing && !m_areas.empty())
+            m.state.Filename = JoinPath(m.controls.FileListBox->Path(), m_areas.front().name);
+    };
 }
 
 void ManySlides::Run() {
@@ -88,7 +94,7 @@ void ManySlides::ExpectNeighbours(bool forward) {
     std::vector<PictureWish> wishes;
     const auto wish = [&](int row) {
         row = (row % count + count) % count;
-        wishes.push_back({list.Path() + "/" + list.Text(row), wanted});
+        wishes.push_back({JoinPath(list.Path(), list.Text(row)), wanted});
     };
     for (const int offset : {1, 2}) wish(forward ? last + offset : first - offset);
     wish(forward ? first - 1 : last + 1);
