@@ -90,8 +90,10 @@ bool FullSlides::LoadSlide() {
     const auto modified = m.files.ModifiedTime(s.SlideFile, &error);
     if (modified) error = LoadFile();
     m_time.Window().SetPointer(Qt::ArrowCursor);
-    if (!error.empty()) m_error = error + " - " + LastPart(s.SlideFile);
-    if (!modified || !s.ImgXslide.HasImage()) return false;
+    if (!modified || !s.ImgXslide.HasImage()) {
+        m_error = error + " - " + LastPart(s.SlideFile);
+        return false;
+    }
     TakeAsCurrentFile(*modified);
     ReadInfo();
     return true;

@@ -128,7 +128,8 @@ void frmSlideShow::DrawLine(QPainter& painter, const SlideLine& line) const {
     const double unit = devicePixelRatioF();
     const QFontMetricsF metrics(painter.font());
     const double top = std::min(line.top / unit, height() - metrics.height());
-    const QRectF place(line.left / unit, top, line.width / unit, metrics.height());
+    const double left = line.left / unit;
+    const QRectF place(left, top, std::min(line.width / unit, width() - left), metrics.height());
     painter.fillRect(place, QColor::fromRgb(QRgb(m_state.SlideBackground)));
     painter.setPen(TextColor(m_state));
     painter.drawText(QPointF(place.left(), top + metrics.ascent()),
