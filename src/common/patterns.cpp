@@ -2,6 +2,9 @@
 
 #include "common/text.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace tarn {
 
 namespace {
@@ -52,6 +55,16 @@ bool NamePatterns::Matches(std::string_view name) const {
     for (const std::string& pattern : m_folded)
         if (MatchesOne(folded, pattern)) return true;
     return false;
+}
+
+std::vector<std::string> InListOrder(std::vector<std::string> names) {
+    std::vector<std::pair<std::string, std::string>> keyed;
+    keyed.reserve(names.size());
+    for (std::string& name : names) keyed.emplace_back(FoldCase(name), std::move(name));
+    std::sort(keyed.begin(), keyed.end());
+    names.clear();
+    for (auto& entry : keyed) names.push_back(std::move(entry.second));
+    return names;
 }
 
 } // namespace tarn

@@ -8,6 +8,9 @@
 
 namespace tarn {
 
+// What a new user's file list shows of pictures.
+inline constexpr char kPictureTypes[] = "*.jpg;*.tif;*.gif;*.bmp;*.txt";
+
 class NamePatterns {
 public:
     explicit NamePatterns(std::string_view patterns);
@@ -17,5 +20,9 @@ public:
 private:
     std::vector<std::string> m_folded;
 };
+
+// In the order of the file list: by the folded name, names that differ in case alone by their
+// bytes.
+std::vector<std::string> InListOrder(std::vector<std::string> names);
 
 } // namespace tarn

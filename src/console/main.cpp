@@ -1,4 +1,5 @@
 // The console companion: one subcommand a run, plain text out, no window.
+#include "console/DatesCommand.h"
 #include "console/Decoders.h"
 #include "console/InfoCommand.h"
 
@@ -11,9 +12,11 @@ namespace {
 
 const std::vector<tarn::Subcommand>& Subcommands() {
     static const std::vector<tarn::Subcommand> kSubcommands = {
-        {"info", tarn::kInfoUsage, [](std::span<const std::string> words) {
+        {"info", tarn::kInfoUsage,
+         [](std::span<const std::string> words) {
              return tarn::RunInfo(words, tarn::SizeFromHeader);
-         }}};
+         }},
+        {"dates", tarn::kDatesUsage, tarn::RunDates}};
     return kSubcommands;
 }
 

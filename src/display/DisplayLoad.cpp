@@ -10,6 +10,7 @@
 #include "platform/ProgramFiles.h"
 #include "platform/Sound.h"
 
+#include <QAction>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
@@ -135,6 +136,8 @@ void DisplayRoom::ShowPlaceholder(const std::string& error) {
     s.SizeText.clear();
     for (QLabel* text : {c.MpixelText, c.FileSizeText, c.SizeText}) text->clear();
     s.NoExif = true;
+    for (QAction* entry : {c.FixPictureDateButton, c.SetFileDatesButton, c.PopupSetFileDatesButton})
+        SetEnabled(entry, false); // no reader is asked
     s.ImageLoaded = false;
     if (!s.ImgXpic.HasImage()) PutNothing();
 }

@@ -164,7 +164,8 @@ bool PaneKeys::Picture1_KeyUp(int keycode) {
         Press(c.PrintButton);
         return true;
     case keys::kDelete:
-        return DeleteKey();
+        Press(c.DeleteButton);
+        return true;
     case keys::kInsert:
         Press(c.DuplicateButton);
         return true;
@@ -180,12 +181,6 @@ bool PaneKeys::Picture1_KeyUp(int keycode) {
     default:
         return false;
     }
-}
-
-bool PaneKeys::DeleteKey() {
-    m.state.DeleteNoteToo = !m.controls.DeleteKeyNotesButton->isChecked();
-    Press(m.controls.DeleteButton);
-    return true;
 }
 
 bool PaneKeys::Picture2_KeyUp(int keycode) {

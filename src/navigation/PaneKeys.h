@@ -50,7 +50,6 @@ private:
     void ActOnRelease();
     bool MouseRelease(QObject* pane, const QMouseEvent& event);
     void PageStep(int by);
-    bool DeleteKey();
 
     Context& m;
     std::vector<Pressed> m_pressed;

@@ -39,6 +39,7 @@ public:
     void RestoreNotesButton_Click() override;
     void DeleteNotesButton_Click() override;
     void SetSaveCommands() override;
+    bool SaveIfUnsaved() override { return !IsUnsaved() || SaveNote(); }
     void NoteFilesChanged() override;
     std::string NoteTextOf(const std::string& picture) override;
 

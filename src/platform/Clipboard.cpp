@@ -1,63 +1,41 @@
 #include "platform/Clipboard.h"
 
+#include "platform/FileMime.h"
 #include "platform/QtText.h"
 
 #include <QClipboard>
-#include <QFile>
 #include <QGuiApplication>
 #include <QImage>
 #include <QMimeData>
-#include <QUrl>
 
 namespace tarn {
 
 namespace {
 
-constexpr char kFileManagers[] = "x-special/gnome-copied-files"; // "copy" or "cut", then addresses
-constexpr char kCutSelection[] = "application/x-kde-cutselection"; // "1" for cut
-
-// Address of a file whose name may be no text at all.
-QByteArray AddressOf(const std::string& path) {
-    return "file://" + QByteArray::fromStdString(path).toPercentEncoding("/");
-}
-
-std::string PathOf(const QByteArray& address) {
-    QByteArray local = address.trimmed();
-    if (!local.startsWith("file://")) return {};
-    local.remove(0, 7);
-    local.remove(0, local.indexOf('/')); // the name of this machine may stand there
-    return QByteArray::fromPercentEncoding(local).toStdString();
-}
-
 class QtClipboard : public Clipboard {
 public:
+    QtClipboard() {
+        m_changed = QObject::connect(System(), &QClipboard::dataChanged, System(), [this] {
+            if (onChange) onChange();
+        });
+    }
+    ~QtClipboard() override { QObject::disconnect(m_changed); }
+
     void SetText(const std::string& utf8) override { System()->setText(ToQt(utf8)); }
     void SetPicture(const QImage& picture) override { System()->setImage(picture); }
     void SetFiles(const ClipboardFiles& files) override {
-        QByteArray addresses;
-        for (const std::string& path : files.paths) addresses += AddressOf(path) + "\r\n";
-        QByteArray forManagers = files.cut ? "cut" : "copy";
-        for (const std::string& path : files.paths) forManagers += "\n" + AddressOf(path);
-        auto* data = new QMimeData(); // the clipboard's own from here on
-        data->setData(QStringLiteral("text/uri-list"), addresses);
-        data->setData(QString::fromLatin1(kFileManagers), forManagers);
-        data->setData(QString::fromLatin1(kCutSelection), files.cut ? "1" : "0");
-        System()->setMimeData(data);
+        System()->setMimeData(MimeOf(files)); // the clipboard's own from here on
     }
     ClipboardFiles Files() const override {
         const QMimeData* data = System()->mimeData();
-        ClipboardFiles files;
-        if (!data) return files;
-        for (const QByteArray& line : data->data(QStringLiteral("text/uri-list")).split('\n'))
-            if (std::string path = PathOf(line); !path.empty()) files.paths.push_back(path);
-        files.cut = data->data(QString::fromLatin1(kFileManagers)).startsWith("cut") ||
-                    data->data(QString::fromLatin1(kCutSelection)) == "1";
-        return files;
+        return data ? FilesIn(*data) : ClipboardFiles();
     }
     std::string Text() const override { return FromQt(System()->text()); }
 
 private:
     static QClipboard* System() { return QGuiApplication::clipboard(); }
+
+    QMetaObject::Connection m_changed;
 };
 
 } // namespace

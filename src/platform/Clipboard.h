@@ -1,6 +1,7 @@
 // The desktop's clipboard.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -12,6 +13,7 @@ namespace tarn {
 struct ClipboardFiles {
     std::vector<std::string> paths; // local files, as listed
     bool cut = false;               // to be moved, not copied
+    bool operator==(const ClipboardFiles&) const = default;
 };
 
 class Clipboard {
@@ -25,6 +27,8 @@ public:
     virtual ClipboardFiles Files() const = 0; // no paths when it holds none
 
     virtual std::string Text() const = 0;
+
+    std::function<void()> onChange; // whoever put something there
 };
 
 std::unique_ptr<Clipboard> MakeClipboard();

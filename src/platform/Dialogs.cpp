@@ -5,6 +5,8 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFileDialog>
+#include <QInputDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -46,6 +48,11 @@ public:
         box.exec();
         const auto pressed = std::find(made.begin(), made.end(), box.clickedButton());
         return static_cast<int>((pressed == made.end() ? made.end() - 1 : pressed) - made.begin());
+    }
+    std::string AskText(const std::string& title, const std::string& label,
+                        const std::string& text) override {
+        return FromQt(QInputDialog::getText(QApplication::activeWindow(), ToQt(title), ToQt(label),
+                                            QLineEdit::Normal, ToQt(text)));
     }
     std::string OpenFile(const std::string& title, const std::string& folder,
                          const std::string& filter) override {

@@ -23,6 +23,10 @@ public:
     virtual int Choose(Icon icon, const std::string& title, const std::string& text,
                        const std::vector<std::string>& buttons) = 0;
 
+    // A line of text; empty when cancelled.
+    virtual std::string AskText(const std::string& title, const std::string& label,
+                                const std::string& text) = 0;
+
     // An existing file or folder; empty when cancelled.
     virtual std::string OpenFile(const std::string& title, const std::string& folder,
                                  const std::string& filter) = 0;

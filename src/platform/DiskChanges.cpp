@@ -2,6 +2,7 @@
 
 #include "common/paths.h"
 #include "common/text.h"
+#include "platform/FileTimes.h"
 #include "platform/Wastebasket.h"
 
 #include <fcntl.h>
@@ -266,11 +267,7 @@ bool DiskChanges::WriteAt(const std::string& path, std::size_t offset, std::stri
 }
 
 bool DiskChanges::SetTimes(const std::string& path, std::int64_t when, std::string* error) {
-    const Handle file(::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK));
-    if (!file) return Fail(error);
-    const timespec time{static_cast<time_t>(when), 0};
-    const timespec times[2] = {time, time};
-    return ::futimens(file.Number(), times) == 0 || Fail(error);
+    return SetFileTimes(path, when, error);
 }
 
 bool DiskChanges::MakeFolder(const std::string& path, std::string* error) {

@@ -1,8 +1,12 @@
 #include "platform/FileListBox.h"
 
+#include "common/paths.h"
+#include "platform/FileMime.h"
 #include "platform/QtText.h"
 
+#include <QDrag>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QMouseEvent>
 
 #include <algorithm>
@@ -111,6 +115,8 @@ void FileListBox::RaiseClick() {
 // Other buttons, and the blank below the rows, would move the highlight off the file shown.
 void FileListBox::mousePressEvent(QMouseEvent* event) {
     m_pressedRow = event->button() == Qt::LeftButton ? indexAt(event->pos()).row() : -1;
+    // What is selected can be dragged out; from any other row a drag selects.
+    setDragEnabled(IsSelected(m_pressedRow));
     if (m_pressedRow >= 0) QListView::mousePressEvent(event);
 }
 
@@ -132,6 +138,17 @@ void FileListBox::mouseDoubleClickEvent(QMouseEvent* event) {
     }
     m_pressedRow = -1; // the release to come raises nothing: the file is loaded once
     if (onDoubleClick) onDoubleClick();
+}
+
+// Other programs get copies; nothing is taken away from here.
+void FileListBox::startDrag(Qt::DropActions) {
+    m_pressedRow = -1; // the release ends the drag and raises nothing
+    ClipboardFiles files;
+    for (const int row : SelectedRows()) files.paths.push_back(JoinPath(Path(), Text(row)));
+    if (files.paths.empty()) return;
+    auto* drag = new QDrag(this); // the toolkit's own from here on
+    drag->setMimeData(MimeOf(files));
+    drag->exec(Qt::CopyAction);
 }
 
 void FileListBox::keyPressEvent(QKeyEvent* event) {

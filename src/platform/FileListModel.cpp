@@ -12,18 +12,6 @@ namespace tarn {
 
 namespace {
 
-// Sorted by the folded name; names that differ in case alone by their bytes, so that the order is
-// the same each time.
-std::vector<std::string> Sorted(std::vector<std::string> names) {
-    std::vector<std::pair<std::string, std::string>> keyed;
-    keyed.reserve(names.size());
-    for (std::string& name : names) keyed.emplace_back(FoldCase(name), std::move(name));
-    std::sort(keyed.begin(), keyed.end());
-    names.clear();
-    for (auto& entry : keyed) names.push_back(std::move(entry.second));
-    return names;
-}
-
 constexpr int kMarkSide = 64; // pixels, scaled down by the view
 
 // A small written page, in a colour that stands out from light, dark and selected rows.
@@ -63,7 +51,7 @@ std::optional<std::vector<std::string>> FileListModel::Matching(const std::strin
     std::copy_if(std::make_move_iterator(names->begin()), std::make_move_iterator(names->end()),
                  std::back_inserter(found),
                  [&](const std::string& name) { return patterns.Matches(name) && IsChosen(name); });
-    return Sorted(std::move(found));
+    return InListOrder(std::move(found));
 }
 
 bool FileListModel::Read(const std::string& folder, const std::string& pattern) {

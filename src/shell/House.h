@@ -2,6 +2,7 @@
 #pragma once
 
 #include "display/DisplayRoom.h"
+#include "fileops/FileRoom.h"
 #include "fileops/ImportExport.h"
 #include "navigation/NavigationRoom.h"
 #include "navigation/PaneKeys.h"
@@ -57,7 +58,7 @@ public:
     NotesRoom notes;
     SlideRoom slides;
     SilentCopies copies;
-    SilentFiles fileops;
+    FileRoom fileops;
     SilentVideo video;
     ImportExport importExport;
     OutsidePrograms programs;

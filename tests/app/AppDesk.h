@@ -29,6 +29,12 @@
 
 namespace tarn::testing {
 
+// A picture with camera data in front.
+inline std::string Photo(const ExifBuilder& data, const QImage& picture = TellTale(60, 40)) {
+    const std::string head = data.Jpeg();
+    return head.substr(0, head.size() - 2) + JpegBytes(picture).substr(2);
+}
+
 // The test's own home, and a look on at the moment when a file is asked for its date.
 class WatchedFiles : public ForwardingFiles {
 public:

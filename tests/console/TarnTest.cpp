@@ -69,6 +69,28 @@ TEST(Tarn, GoesOnBehindAFileThatCannotBeRead) {
     EXPECT_TRUE(Has(outcome, "== " + good));
 }
 
+TEST(Tarn, SetsFileDatesToPictureDates) {
+    const TestFolder folder;
+    const std::string dated = folder.Write("b.JPG", CanonPicture());
+    const std::string undated = folder.Write("a.jpg", ExifBuilder(Endian::Big).Jpeg());
+    const std::string other = folder.Write("c.avi", CanonPicture());
+    for (const std::string& path : {dated, undated, other}) SetFileTime(path, 2001, 2, 3, 4, 5, 6);
+    const auto time = [](const std::string& path) {
+        return Tarn("info --date x; stat -c %y " + path).out;
+    };
+    const std::string rows = "a.jpg\t\nb.JPG\t06/22/2004 8:15:30 PM\n";
+    EXPECT_EQ(Tarn("dates --dry-run " + folder.Path()).out, rows);
+    EXPECT_NE(time(dated).find("2001-02-03 04:05:06"), std::string::npos);
+    const Outcome outcome = Tarn("dates " + folder.Path());
+    EXPECT_EQ(outcome.out, rows);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_NE(time(dated).find("2004-06-22 20:15:30"), std::string::npos);
+    for (const std::string& path : {undated, other})
+        EXPECT_NE(time(path).find("2001-02-03 04:05:06"), std::string::npos) << path;
+    EXPECT_EQ(Tarn("dates " + folder.Path() + "/none").status, 1);
+    EXPECT_EQ(Tarn("dates").status, 2);
+}
+
 TEST(Tarn, TellsItsUsage) {
     for (const char* bad : {"", "nonsense", "info", "info --date", "info --size a.jpg"}) {
         const Outcome outcome = Tarn(bad);

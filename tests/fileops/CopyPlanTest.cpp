@@ -1,5 +1,5 @@
-#include "Trees.h"
 #include "support/ForwardingFiles.h"
+#include "support/Trees.h"
 
 #include "common/paths.h"
 #include "fileops/CopyRun.h"

@@ -1,6 +1,6 @@
-#include "Trees.h"
 #include "support/ForwardingFiles.h"
 #include "support/RecordingRooms.h"
+#include "support/Trees.h"
 
 #include "fileops/ImportExport.h"
 #include "platform/Clipboard.h"

@@ -134,16 +134,6 @@ TEST(PaneKeys, PictureKeysNeedAPicture) {
     EXPECT_EQ(d.RowAfterKey(Qt::Key_N), 1); // stepping goes on
 }
 
-TEST(PaneKeys, DeleteSaysWhetherTheNoteGoesToo) {
-    KeyDesk d;
-    d.controls.DeleteKeyNotesButton->setChecked(true);
-    d.keys.Picture1_KeyUp(keys::kDelete);
-    EXPECT_FALSE(d.state.DeleteNoteToo);
-    d.controls.DeleteKeyNotesButton->setChecked(false);
-    d.keys.Picture1_KeyUp(keys::kDelete);
-    EXPECT_TRUE(d.state.DeleteNoteToo);
-}
-
 TEST(PaneKeys, TheVideoPaneHasAMapOfItsOwn) {
     KeyDesk d;
     d.state.ImageLoaded = false;

@@ -3,27 +3,15 @@
 
 #include "support/ForwardingFiles.h"
 #include "support/TestFolder.h"
-
-#include <QStandardPaths>
+#include "support/Trees.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <limits>
 #include <string>
 #include <vector>
 
 namespace tarn::testing {
-
-inline std::string BytesOf(const std::string& path) {
-    return MakeFiles()->Read(path, std::numeric_limits<std::size_t>::max()).value_or("(none)");
-}
-
-// A file of the wastebasket that all tests of one run share.
-inline std::string Trashed(const std::string& name) {
-    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    return BytesOf(data.toStdString() + "/Trash/files/" + name);
-}
 
 struct NoteFolder {
     TestFolder folder;

@@ -74,6 +74,7 @@ struct RecordingShell : ShellCommands {
     }
     void FocusPane() override { calls.push_back("FocusPane"); }
     void SetBusy(bool busy) override { calls.push_back(busy ? "busy" : "ready"); }
+    void SetDeletePointer(bool on) override { calls.push_back(on ? "deleting" : "deleted"); }
     void ShowMessage(const std::string& text) override { calls.push_back("message " + text); }
     void ShowStatus(const std::string& text) override { calls.push_back("status " + text); }
     void ShowError(const std::string& text) override { calls.push_back("error " + text); }
@@ -109,6 +110,10 @@ struct RecordingNotes : NotesCommands {
     void ClearNotesButton_Click() override { calls.push_back("ClearNotesButton"); }
     void RestoreNotesButton_Click() override { calls.push_back("RestoreNotesButton"); }
     void DeleteNotesButton_Click() override { calls.push_back("DeleteNotesButton"); }
+    bool SaveIfUnsaved() override {
+        calls.push_back("SaveIfUnsaved");
+        return true;
+    }
     void SetSaveCommands() override { calls.push_back("SetSaveCommands"); }
     void NoteFilesChanged() override { calls.push_back("NoteFilesChanged"); }
     std::string NoteTextOf(const std::string&) override { return note; }
@@ -195,6 +200,11 @@ struct ScriptedDialogs : Dialogs {
         for (std::size_t i = 0; i < buttons.size(); ++i)
             if (buttons[i] == answer) return static_cast<int>(i);
         return static_cast<int>(buttons.size()) - 1;
+    }
+    std::string AskText(const std::string& title, const std::string& label,
+                        const std::string&) override {
+        shown.push_back(title + "|" + label);
+        return Next();
     }
     std::string OpenFile(const std::string& title, const std::string&,
                          const std::string&) override {

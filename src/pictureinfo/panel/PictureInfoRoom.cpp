@@ -1,5 +1,6 @@
 #include "pictureinfo/panel/PictureInfoRoom.h"
 
+#include "pictureinfo/panel/frmDate.h"
 #include "platform/QtText.h"
 
 #include <QAction>
@@ -7,6 +8,25 @@
 #include <QListWidget>
 
 namespace tarn {
+
+PictureInfoRoom::PictureInfoRoom(Context& context) : m(context) {}
+
+PictureInfoRoom::~PictureInfoRoom() = default;
+
+void PictureInfoRoom::ConnectControls() {
+    const MainControls& c = m.controls;
+    Connect(c.SetFileDatesButton, [this] { SetFileDatesButton_Click(); });
+    Connect(c.PopupSetFileDatesButton, [this] { SetFileDatesButton_Click(); });
+    Connect(c.SyncDatesButton, [this] { SyncDatesButton_Click(); });
+    Connect(c.FixPictureDateButton, [this] { FixPictureDateButton_Click(); });
+}
+
+// Closing it needs no further step: each Set has already brought the file's date along.
+void PictureInfoRoom::FixPictureDateButton_Click() {
+    if (m.state.NoExif) return;
+    if (!m_date) m_date = std::make_unique<frmDate>(m);
+    m_date->ShowCurrent();
+}
 
 void PictureInfoRoom::ReadPictureInfo() {
     m_reader.ReadPictureInfo(m.state);

@@ -1,22 +1,41 @@
 // Brings what the reader finds into the window: the camera data panel, the small texts, and the
-// commands that need camera data.
+// commands that need camera data: file dates set to picture dates, and the editor of picture dates.
 #pragma once
 
 #include "pictureinfo/PictureInfoReader.h"
 #include "shell/Context.h"
 
+#include <memory>
+#include <string>
+
 namespace tarn {
+
+class frmDate;
 
 class PictureInfoRoom : public InfoCommands {
 public:
-    explicit PictureInfoRoom(Context& context) : m(context) {}
+    explicit PictureInfoRoom(Context& context);
+    ~PictureInfoRoom() override;
+
+    void ConnectControls();
 
     void ReadPictureInfo() override;
-    void SetFileDatesButton_Click() override {}
+
+    // Filename's own times become its camera date.
+    void SetFileDatesButton_Click() override;
+
+    // The same for every file from the current row to the last, after a question.
+    void SyncDatesButton_Click();
+
+    void FixPictureDateButton_Click();
 
 private:
+    bool AskForRange(int first, int last);
+    int SyncRange(int first, int last);
+
     Context& m;
     PictureInfoReader m_reader;
+    std::unique_ptr<frmDate> m_date; // made when it is first asked for
 };
 
 } // namespace tarn

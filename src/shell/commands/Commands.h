@@ -63,7 +63,10 @@ public:
     virtual void ClearNotesButton_Click() = 0;
     virtual void RestoreNotesButton_Click() = 0;
     virtual void DeleteNotesButton_Click() = 0;
-    virtual void SetSaveCommands() = 0;  // on when there is something to save and a place for it
+    virtual void SetSaveCommands() = 0; // on when there is something to save and a place for it
+    // What is being written for the current file goes into its note; false: Label_error says why
+    // it cannot.
+    virtual bool SaveIfUnsaved() = 0;
     virtual void NoteFilesChanged() = 0; // files came into or left the notes folder
     // The saved note of any picture, empty when it has none; box and restore buffer are left alone.
     virtual std::string NoteTextOf(const std::string& picture) = 0;
@@ -112,6 +115,7 @@ public:
     virtual void ShowPane(Pane pane) = 0;             // one pane up, the others down
     virtual void FocusPane() = 0;                     // the keyboard goes to the pane that is up
     virtual void SetBusy(bool busy) = 0;              // hourglass; each true needs its false
+    virtual void SetDeletePointer(bool deletes) = 0;  // the same, while a file is deleted
     virtual void ShowMessage(const std::string&) = 0; // the message line, FileDateText
     virtual void ShowStatus(const std::string&) = 0;  // the status bar
     virtual void ShowError(const std::string&) = 0;   // Label_error; empty hides it

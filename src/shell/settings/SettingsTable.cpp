@@ -1,5 +1,7 @@
 #include "shell/settings/SettingsTable.h"
 
+#include "common/patterns.h"
+
 #include "common/numbers.h"
 #include "common/text.h"
 
@@ -60,7 +62,7 @@ const std::vector<SettingRow> kRows{
     // type lists
     {"custom_filter", SettingType::String, "", TARN_FIELD(FilterCustom)},
     {"filter_presets", SettingType::String, "", TARN_FIELD(FilterPresets)},
-    {"filetype_filter", SettingType::String, "*.jpg;*.tif;*.gif;*.bmp;*.txt", TARN_FIELD(PictureTypes)},
+    {"filetype_filter", SettingType::String, kPictureTypes, TARN_FIELD(PictureTypes)},
     {"videotype_filter", SettingType::String, "*.avi;*.ser;*.log", TARN_FIELD(VideoTypes)},
     {"webtype_filter", SettingType::String, "*.html;*.css", TARN_FIELD(WebTypes)},
     {"picturelist_check", SettingType::Check, "1", TARN_FIELD(PictureListCheck)},

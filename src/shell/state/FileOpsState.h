@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace tarn {
 
@@ -15,6 +16,12 @@ struct FileOpsState {
     bool DeleteConfirm = true;
     bool DeleteKeepNotes = false;
     bool CopyAuto = false;
+
+    // Files remembered by Copy or Cut.
+    int CopyFileCount = 0;
+    std::string CopySourceFolder;
+    std::vector<std::string> CopyFileList; // names
+    bool CutPending = false;               // to be thrown away once they are pasted
 
     bool AutoSetFileDates = true;
     bool MoveAllCancel = false;

@@ -1,6 +1,7 @@
 #include "shell/window/ShellRoom.h"
 
 #include "platform/PictureBox.h"
+#include "platform/ProgramFiles.h"
 #include "platform/QtText.h"
 #include "shell/help/frmHelp.h"
 
@@ -46,7 +47,7 @@ ShellRoom::ShellRoom(Context& context, QMainWindow& window)
 }
 
 ShellRoom::~ShellRoom() {
-    SetBusy(false);
+    while (m_busy > 0) SetBusy(false);
 }
 
 QWidget* ShellRoom::PaneWidget(Pane pane) const {
@@ -86,6 +87,17 @@ void ShellRoom::SetBusy(bool busy) {
         QApplication::setOverrideCursor(Qt::WaitCursor);
     else
         QApplication::restoreOverrideCursor();
+}
+
+void ShellRoom::SetDeletePointer(bool deletes) {
+    m_busy += deletes ? 1 : -1;
+    if (!deletes) {
+        QApplication::restoreOverrideCursor();
+        return;
+    }
+    if (m_deletePointer.isNull()) m_deletePointer = QPixmap(ToQt(ProgramFile("delete.ico")));
+    QApplication::setOverrideCursor(m_deletePointer.isNull() ? QCursor(Qt::WaitCursor)
+                                                             : QCursor(m_deletePointer));
 }
 
 void ShellRoom::ShowMessage(const std::string& text) {

@@ -3,6 +3,8 @@
 
 #include "shell/Context.h"
 
+#include <QPixmap>
+
 #include <memory>
 
 class QMainWindow;
@@ -20,6 +22,7 @@ public:
     void ShowPane(Pane pane) override;
     void FocusPane() override;
     void SetBusy(bool busy) override;
+    void SetDeletePointer(bool deletes) override;
     void ShowMessage(const std::string& text) override;
     void ShowStatus(const std::string& text) override;
     void ShowError(const std::string& text) override;
@@ -36,7 +39,8 @@ private:
     QMainWindow& m_window;
     std::unique_ptr<frmHelp> m_help; // made when it is first asked for
     class QLabel* m_status;
-    int m_busy = 0; // busy times within one another
+    int m_busy = 0; // pointers within one another
+    QPixmap m_deletePointer;
 };
 
 } // namespace tarn

@@ -13,14 +13,6 @@ public:
     void SetCaptionShown(bool) override {}
 };
 
-class SilentFiles : public FileCommands {
-public:
-    void DeleteButton_Click() override {}
-    void DeleteOnlyButton_Click() override {}
-    void RenameButton_Click() override {}
-    void DuplicateButton_Click() override {}
-};
-
 class SilentVideo : public VideoCommands {
 public:
     explicit SilentVideo(Context& context) : m(context) {}

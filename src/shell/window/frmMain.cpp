@@ -282,7 +282,8 @@ void frmMain::closeEvent(QCloseEvent* event) {
 }
 
 void frmMain::dragEnterEvent(QDragEnterEvent* event) {
-    if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+    // What is dragged out of our own list is here already.
+    if (event->mimeData()->hasUrls() && !event->source()) event->acceptProposedAction();
 }
 
 void frmMain::dropEvent(QDropEvent* event) {

@@ -3,6 +3,7 @@
 
 #include "support/TestFolder.h"
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -21,6 +22,19 @@ inline Tree ReadTree(const std::string& folder) {
         tree[entry.path().filename().string()] = bytes.str();
     }
     return tree;
+}
+
+inline std::string BytesOf(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file) return "(none)";
+    std::ostringstream bytes;
+    bytes << file.rdbuf();
+    return bytes.str();
+}
+
+// A file of the wastebasket that all tests of one run share.
+inline std::string Trashed(const std::string& name) {
+    return BytesOf(std::string(std::getenv("XDG_DATA_HOME")) + "/Trash/files/" + name);
 }
 
 inline void Fill(const TestFolder& folder, const Tree& tree) {

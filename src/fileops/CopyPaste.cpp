@@ -1,0 +1,129 @@
+#include "fileops/CopyPaste.h"
+
+#include "common/paths.h"
+#include "fileops/PicturePlan.h"
+#include "platform/Clipboard.h"
+#include "platform/FileListBox.h"
+#include "platform/Files.h"
+#include "shell/batch/BatchRun.h"
+
+#include <QAction>
+
+#include <algorithm>
+
+namespace tarn {
+
+void CopyPaste::ConnectControls() {
+    MainControls& c = m.controls;
+    for (QAction* entry : {c.CopyButton, c.PopupCopyButton})
+        Connect(entry, [this] { CopyButton_Click(); });
+    for (QAction* entry : {c.CutButton, c.PopupCutButton})
+        Connect(entry, [this] { CutButton_Click(); });
+    for (QAction* entry : {c.PasteButton, c.PopupPasteButton})
+        Connect(entry, [this] { PasteButton_Click(); });
+    SetPasteCommands(false);
+    m.clipboard.onChange = [this] { ClipboardChanged(); };
+}
+
+void CopyPaste::SetPasteCommands(bool enabled) {
+    SetEnabled(m.controls.PasteButton, enabled);
+    SetEnabled(m.controls.PopupPasteButton, enabled);
+}
+
+void CopyPaste::Gather(bool cut) {
+    ProgramState& s = m.state;
+    const FileListBox& list = *m.controls.FileListBox;
+    s.CopyFileList.clear();
+    s.CopySourceFolder = list.Path();
+    for (const int row : list.SelectedRows()) s.CopyFileList.push_back(list.Text(row));
+    s.CopyFileCount = static_cast<int>(s.CopyFileList.size());
+    s.CutPending = cut;
+    m_paths.clear();
+    for (const std::string& name : s.CopyFileList)
+        m_paths.push_back(JoinPath(s.CopySourceFolder, name));
+    if (!m_paths.empty()) m.clipboard.SetFiles({m_paths, cut});
+    SetPasteCommands(true);
+    m.shell.ShowMessage(std::to_string(s.CopyFileCount) +
+                        (cut ? " files selected for cut" : " files selected for copy"));
+}
+
+// Files that another program has put there are the later choice.
+void CopyPaste::ClipboardChanged() {
+    const ClipboardFiles theirs = m.clipboard.Files();
+    if (theirs.paths.empty() || theirs.paths == m_paths) return;
+    m.state.CopyFileList.clear();
+    m.state.CopyFileCount = 0;
+    m.state.CutPending = false;
+    m_paths.clear();
+    SetPasteCommands(true);
+}
+
+void CopyPaste::PasteButton_Click() {
+    const ProgramState& s = m.state;
+    const ClipboardFiles theirs = s.CopyFileCount > 0 ? ClipboardFiles() : m.clipboard.Files();
+    if (!theirs.paths.empty())
+        Paste(theirs.paths, theirs.cut);
+    else
+        Paste(std::vector<std::string>(m_paths), s.CutPending);
+}
+
+void CopyPaste::Paste(const std::vector<std::string>& sources, bool cut) {
+    Changes changes(m.files);
+    Report report;
+    m.shell.SetBusy(true);
+    const std::size_t arrived = CopyAll(sources, changes, report);
+    // Only what arrived whole goes.
+    for (std::size_t i = 0; cut && i < arrived; ++i) {
+        std::string error;
+        if (!changes.ThrowAway(sources[i], &error) && report.error.empty())
+            report.error = "Stays where it was: " + error + " - " + LastPart(sources[i]);
+    }
+    m.shell.SetBusy(false);
+    m.navigation.RefreshDirButton_Click();
+    ShowPasted(arrived > 0 ? LastPart(sources[arrived - 1]) : std::string());
+    if (cut) {
+        m_pushUndo({"Cut > Paste of " + std::to_string(arrived) + " files", changes.Written()});
+        if (arrived == sources.size()) SetEnabled(m.controls.PasteButton, false);
+    }
+    m.shell.ShowMessage(report.message.empty() ? (cut ? "Cut > Paste " : "Copy > Paste ") +
+                                                     std::to_string(sources.size()) + " files"
+                                               : report.message);
+    if (!report.error.empty()) m.shell.ShowError(report.error);
+}
+
+// How many arrived whole; the report tells why it was not all of them.
+std::size_t CopyPaste::CopyAll(const std::vector<std::string>& sources, Changes& changes,
+                               Report& report) {
+    const std::string folder = m.controls.FileListBox->Path(); // whatever is chosen meanwhile
+    const BatchRun batch(m);
+    for (std::size_t i = 0; i < sources.size(); ++i) {
+        const std::string name = LastPart(sources[i]);
+        const std::string target = JoinPath(folder, name);
+        if (!batch.Step("FileCopy (" + std::to_string(i + 1) + " of " +
+                        std::to_string(sources.size()) + ") '" + name + "'")) {
+            report.message = "Paste cancelled after " + std::to_string(i) + " of " +
+                             std::to_string(sources.size()) + " files";
+            return i;
+        }
+        std::string error;
+        // A source that is gone, or the file itself, must not cost what stands there.
+        const bool copied = m.files.Exists(sources[i]) && !m.files.IsSameFile(sources[i], target) &&
+                            MakeRoom(m.files, sources[i], target, changes, &error);
+        if (!copied || !changes.Copy(sources[i], target, &error)) {
+            report.message = "Paste failed for '" + name + "'";
+            report.error = error.empty() ? std::string() : error + " - " + name;
+            return i;
+        }
+    }
+    return sources.size();
+}
+
+// The last that was pasted, looked for from the second row on; the second row when it is not found.
+void CopyPaste::ShowPasted(const std::string& name) {
+    const FileListBox& list = *m.controls.FileListBox;
+    const int row = list.RowOf(name);
+    m.navigation.ClearMultiselect();
+    m.navigation.SelectRow(row >= 1 ? row : std::min(1, list.Count() - 1));
+}
+
+} // namespace tarn

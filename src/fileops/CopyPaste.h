@@ -1,0 +1,42 @@
+// Copy, cut and paste of files between folders. Notes do not travel.
+#pragma once
+
+#include "fileops/UndoLog.h"
+#include "shell/Context.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tarn {
+
+class CopyPaste {
+public:
+    // `pushUndo` gets what a paste of cut files did.
+    CopyPaste(Context& context, std::function<void(UndoEntry)> pushUndo)
+        : m(context), m_pushUndo(std::move(pushUndo)) {}
+
+    void ConnectControls();
+
+    void CopyButton_Click() { Gather(false); }
+    void CutButton_Click() { Gather(true); }
+    void PasteButton_Click();
+
+private:
+    void Gather(bool cut);
+    void SetPasteCommands(bool enabled);
+    void ClipboardChanged();
+    void Paste(const std::vector<std::string>& sources, bool cut);
+    struct Report {
+        std::string message; // empty: all arrived
+        std::string error;
+    };
+    std::size_t CopyAll(const std::vector<std::string>& sources, Changes& changes, Report& report);
+    void ShowPasted(const std::string& name);
+
+    Context& m;
+    std::function<void(UndoEntry)> m_pushUndo;
+    std::vector<std::string> m_paths; // ours, as put on the clipboard
+};
+
+} // namespace tarn

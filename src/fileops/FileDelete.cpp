@@ -1,0 +1,195 @@
+// Pictures into the wastebasket, with their notes as the user wishes.
+#include "fileops/FileRoom.h"
+
+#include "common/paths.h"
+#include "platform/Dialogs.h"
+#include "platform/EventPump.h"
+#include "platform/FileListBox.h"
+#include "platform/Files.h"
+#include "platform/PictureBox.h"
+#include "shell/batch/BatchRun.h"
+
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+
+#include <algorithm>
+
+namespace tarn {
+
+namespace {
+
+constexpr int kSeen = 400; // milliseconds, so that a delete without a question can be seen
+
+const std::vector<std::string> kYesNo{"Yes", "No"};
+const std::vector<std::string> kForGood{"Delete for good", "Keep"};
+
+// The pointer of a delete that asks nothing.
+class DeletePointer {
+public:
+    explicit DeletePointer(ShellCommands& shell) : m_shell(shell) {
+        m_shell.SetDeletePointer(true);
+    }
+    ~DeletePointer() { m_shell.SetDeletePointer(false); }
+    DeletePointer(const DeletePointer&) = delete;
+    DeletePointer& operator=(const DeletePointer&) = delete;
+
+private:
+    ShellCommands& m_shell;
+};
+
+} // namespace
+
+void FileRoom::DeleteButton_Click() {
+    DeleteCurrent(!m.state.DeleteKeepNotes, m.state.DeleteConfirm);
+}
+
+void FileRoom::DeleteOnlyButton_Click() {
+    DeleteCurrent(false, m.state.DeleteConfirm);
+}
+
+void FileRoom::DeletePicButton_Click() {
+    DeleteCurrent(false, false);
+}
+
+void FileRoom::DeleteCurrent(bool withNote, bool ask) {
+    ProgramState& s = m.state;
+    if (s.Filename.empty() || m.controls.FileListBox->Count() < 1) return;
+    s.DeleteNoteToo = withNote;
+    Changes changes(m.files);
+    Delete(PlanDelete(m.files, Notes(), s.Filename, withNote), ask, "Delete", changes);
+}
+
+bool FileRoom::AskDelete(const DeletePlan& plan) {
+    const bool notes = m.state.DeleteNoteToo;
+    return m.dialogs.Choose(Dialogs::Icon::Exclamation,
+                            notes ? "Delete file & notes confirmation" : "Delete file confirmation",
+                            (notes ? "Delete file & notes " : "Delete file ") + plan.path +
+                                " to wastebasket?",
+                            kYesNo) == 0;
+}
+
+bool FileRoom::Delete(const DeletePlan& plan, bool ask, const std::string& verb, Changes& changes) {
+    if (ask && !AskDelete(plan)) return false;
+    const std::string name = LastPart(plan.path);
+    const int row = RowOf(plan.path);
+    std::string said = "DELETED - " + name;
+    {
+        const DeletePointer pointer(m.shell);
+        if (!ask && verb == "Delete") m.events.Sleep(kSeen);
+        if (m.state.VideoImage) m.video.CloseVideoClip(); // an open clip holds its file
+        if (!ThrowPicture(plan.path, changes)) return false;
+        said += ThrowNote(plan, changes);
+    }
+    PushUndo({verb + " '" + name + "'", changes.Written()});
+    ShowAfterDelete(row);
+    m.shell.ShowMessage(said);
+    return true;
+}
+
+// Twice without a word, since a file that another program looks at is free again a moment later.
+bool FileRoom::ThrowPicture(const std::string& path, Changes& changes) {
+    std::string error;
+    if (changes.ThrowAway(path, &error) || changes.ThrowAway(path, &error)) return true;
+    const int choice = m.dialogs.Choose(Dialogs::Icon::Critical, "Delete file",
+                                        path + " cannot go to the wastebasket: " + error, kForGood);
+    if (choice != 0) return false;
+    if (m.files.Remove(path, &error)) return true;
+    m.shell.ShowError(error + " - " + LastPart(path));
+    return false;
+}
+
+// What the message line adds about the note.
+std::string FileRoom::ThrowNote(const DeletePlan& plan, Changes& changes) {
+    if (!plan.keptFor.empty()) return ", its note stays for '" + plan.keptFor + "'";
+    std::string error;
+    if (plan.note.empty() || changes.ThrowAway(plan.note, &error)) return {};
+    return ", its note stays: " + error;
+}
+
+int FileRoom::RowOf(const std::string& path) const {
+    const FileListBox& list = *m.controls.FileListBox;
+    return FolderOf(path) == list.Path() || JoinPath(list.Path(), LastPart(path)) == path
+               ? list.RowOf(LastPart(path))
+               : -1;
+}
+
+// A show goes on by itself: it selects a row at its end.
+void FileRoom::ShowAfterDelete(int row) {
+    m.notes.NoteFilesChanged();
+    m.navigation.RefreshDirButton_Click();
+    const int count = m.controls.FileListBox->Count();
+    if (count < 1) {
+        ShowNothing();
+        return;
+    }
+    if (m.state.SlideViewing && m.state.SlidesPerPage == 1) return;
+    m.navigation.ClearMultiselect();
+    m.navigation.SelectRow(std::clamp(row, 0, count - 1));
+    m.navigation.ResetFileHistory(true);
+}
+
+void FileRoom::ShowNothing() {
+    ProgramState& s = m.state;
+    const MainControls& c = m.controls;
+    s.Filename.clear();
+    s.FileNameOnly.clear();
+    s.PanelRows.clear();
+    s.ImageLoaded = false;
+    c.List1->clear();
+    for (QLabel* text : {c.SizeText, c.MpixelText, c.FileSizeText}) text->clear();
+    for (QWidget* over : std::initializer_list<QWidget*>{c.PreviewLabel, c.CropLabel, c.LastLabel,
+                                                         c.DeletePicButton, c.DeleteFitsButton})
+        over->hide();
+    c.Picture1->SetPicture({});
+    m.notes.CheckForNotes();
+    m.shell.ShowError({});
+    m.navigation.ResetFileHistory(false);
+    m.navigation.EnableListCommands();
+    m.display.SetPictureCommands(false);
+}
+
+void FileRoom::DeleteAllFitsButton_Click() {
+    const FileListBox& list = *m.controls.FileListBox;
+    const std::vector<std::string> paths = FitsFiles(m.files, list.Path());
+    const int row = std::max(0, list.CurrentRow());
+    if (paths.empty()) {
+        m.shell.ShowMessage("No FITS files in this folder");
+        return;
+    }
+    if (m.state.DeleteConfirm &&
+        m.dialogs.Choose(Dialogs::Icon::Exclamation, "Delete file confirmation",
+                         "Delete all " + std::to_string(paths.size()) + " FITS files of " +
+                             list.Path() + " to wastebasket?",
+                         kYesNo) != 0)
+        return;
+    Changes changes(m.files);
+    const std::string said = ThrowFits(paths, changes);
+    PushUndo({"Delete of " + std::to_string(changes.Written().size()) + " FITS files",
+              changes.Written()});
+    ShowAfterDelete(row);
+    m.shell.ShowMessage(said);
+}
+
+// Stops at the first that cannot go.
+std::string FileRoom::ThrowFits(const std::vector<std::string>& paths, Changes& changes) {
+    const BatchRun batch(m);
+    std::string why;
+    std::size_t thrown = 0;
+    for (const std::string& path : paths) {
+        if (!batch.Step("Deleting " + std::to_string(thrown + 1) + " of " +
+                        std::to_string(paths.size()) + " - " + LastPart(path))) {
+            why = ", cancelled";
+            break;
+        }
+        std::string error;
+        if (!changes.ThrowAway(path, &error)) {
+            why = ", stopped at '" + LastPart(path) + "': " + error;
+            break;
+        }
+        ++thrown;
+    }
+    return std::to_string(thrown) + " FITS files deleted" + why;
+}
+
+} // namespace tarn

@@ -1,0 +1,192 @@
+#include "fileops/FileRoom.h"
+
+#include "common/paths.h"
+#include "fileops/frmNewName.h"
+#include "platform/Clipboard.h"
+#include "platform/Dialogs.h"
+#include "platform/FileListBox.h"
+#include "platform/Files.h"
+#include "platform/FolderTreeview.h"
+#include "platform/QtText.h"
+#include "shell/batch/BatchRun.h"
+
+#include <QAction>
+#include <QPushButton>
+#include <QScopedValueRollback>
+
+#include <algorithm>
+
+namespace tarn {
+
+namespace {
+
+constexpr NewNameTexts kRename{"frmRename", "Tarn_View - Rename Picture", "RenameText",
+                               "RenameButton", "Rename"};
+constexpr NewNameTexts kDuplicate{"frmDuplicate", "Tarn_View - Duplicate Picture", "DupText",
+                                  "DuplicateButton", "Duplicate"};
+
+std::string Arrow(const std::string& from, const std::string& to) {
+    return from + " > " + to;
+}
+
+} // namespace
+
+FileRoom::FileRoom(Context& context)
+    : m(context), m_copyPaste(context, [this](UndoEntry entry) { PushUndo(std::move(entry)); }) {}
+
+FileRoom::~FileRoom() = default;
+
+void FileRoom::ConnectControls() {
+    MainControls& c = m.controls;
+    for (QAction* entry : {c.DeleteButton, c.PopupDeleteButton, c.DeleteMenuButton})
+        Connect(entry, [this] { DeleteButton_Click(); });
+    for (QAction* entry : {c.DeleteOnlyButton, c.PopupDeleteOnlyButton})
+        Connect(entry, [this] { DeleteOnlyButton_Click(); });
+    for (QAction* entry : {c.RenameButton, c.PopupRenameButton})
+        Connect(entry, [this] { RenameButton_Click(); });
+    for (QAction* entry : {c.DuplicateButton, c.PopupDuplicateButton})
+        Connect(entry, [this] { DuplicateButton_Click(); });
+    Connect(c.DeletePicButton, [this] { DeletePicButton_Click(); });
+    Connect(c.DeleteAllFitsButton, [this] { DeleteAllFitsButton_Click(); });
+    Connect(c.DeleteFitsButton, [this] { DeleteAllFitsButton_Click(); });
+    Connect(c.CreateFolderButton, [this] { CreateFolderButton_Click(); });
+    Connect(c.MoveToButton, [this] { MoveToButton_Click(); });
+    Connect(c.UndoButton, [this] { UndoButton_Click(); });
+    SetEnabled(c.UndoButton, false);
+    m_copyPaste.ConnectControls();
+}
+
+NotesPlace FileRoom::Notes() const {
+    NotesPlace notes{m.state.NotesFolder, {}};
+    const FileListBox& list = *m.controls.FileListBox;
+    for (int row = 0; row < list.Count(); ++row) notes.listed.push_back(list.Text(row));
+    return notes;
+}
+
+void FileRoom::PushUndo(UndoEntry entry) {
+    m_undo.Push(std::move(entry));
+    SetEnabled(m.controls.UndoButton, !m_undo.IsEmpty());
+    m.controls.UndoButton->setText(m_undo.IsEmpty()
+                                       ? QStringLiteral("Undo")
+                                       : QStringLiteral("Undo ") + ToCaption(m_undo.NextText()));
+}
+
+void FileRoom::UndoButton_Click() {
+    if (m_undo.IsEmpty()) return;
+    const UndoResult result = m_undo.Undo(m.files);
+    PushUndo({});
+    m.notes.NoteFilesChanged();
+    m.navigation.RefreshDirButton_Click();
+    if (!result.show.empty()) Show(result.show);
+    m.shell.ShowMessage(result.text);
+}
+
+void FileRoom::Show(const std::string& name) {
+    const FileListBox& list = *m.controls.FileListBox;
+    const int row = list.RowOf(name);
+    if (row < 0) return; // its type is not listed
+    m.navigation.ClearMultiselect();
+    m.navigation.SelectRow(row);
+}
+
+// What is being written for the picture goes along with it. False: Label_error says why it cannot.
+bool FileRoom::KeepWrittenNote() {
+    return m.state.NotesFolder.empty() || m.notes.SaveIfUnsaved();
+}
+
+void FileRoom::RenameButton_Click() {
+    const std::string from = m.state.Filename;
+    if (m.controls.FileListBox->Count() < 1 || from.empty()) return;
+    if (!m_rename)
+        m_rename = std::make_unique<frmNewName>(*m.controls.FileListBox->window(), kRename);
+    m.clipboard.SetText(LastPart(from));
+    m.state.RenameFilename.clear();
+    m_rename->Ask(FolderOf(from), LastPart(from),
+                  [this, from](const std::string& name) { Rename(name, from); });
+}
+
+void FileRoom::Rename(const std::string& newName, const std::string& from) {
+    const QScopedValueRollback<std::string> renaming(m.state.RenameFilename,
+                                                     JoinPath(FolderOf(from), newName));
+    if (m.state.VideoImage) m.video.CloseVideoClip();
+    if (!KeepWrittenNote()) return;
+    const NewNamePlan plan = PlanNewName(m.files, Notes(), from, newName);
+    Changes changes(m.files);
+    std::string error;
+    if (!CarryOutRename(plan, m.files, changes, &error)) {
+        m.shell.ShowError(error + " - " + LastPart(from));
+        return;
+    }
+    m.notes.NoteFilesChanged();
+    m.navigation.RefreshDirButton_Click();
+    Show(newName);
+    PushUndo({"Rename '" + LastPart(from) + "'", changes.Written()});
+    m.shell.ShowMessage("Renamed - " + Arrow(LastPart(from), newName));
+    m.shell.FocusPane();
+}
+
+void FileRoom::DuplicateButton_Click() {
+    const std::string from = m.state.Filename;
+    if (m.controls.FileListBox->Count() < 1 || from.empty()) return;
+    if (!m_duplicate)
+        m_duplicate = std::make_unique<frmNewName>(*m.controls.FileListBox->window(), kDuplicate);
+    m.clipboard.SetText(LastPart(from));
+    m.state.DuplicateFilename.clear();
+    m_duplicate->Ask(FolderOf(from), LastPart(from),
+                     [this, from](const std::string& name) { Duplicate(name, from); });
+}
+
+void FileRoom::Duplicate(const std::string& newName, const std::string& from) {
+    const QScopedValueRollback<std::string> duplicating(m.state.DuplicateFilename,
+                                                        JoinPath(FolderOf(from), newName));
+    if (!KeepWrittenNote()) return;
+    const NewNamePlan plan = PlanNewName(m.files, Notes(), from, newName);
+    Changes changes(m.files);
+    std::string error;
+    if (!CarryOutDuplicate(plan, m.files, changes, &error)) {
+        m.shell.ShowError(error + " - " + LastPart(from));
+        return;
+    }
+    m.notes.NoteFilesChanged();
+    m.navigation.RefreshDirButton_Click();
+    Show(LastPart(from));
+    m.shell.ShowMessage("Duplicate - " + Arrow(LastPart(from), newName));
+}
+
+void FileRoom::CreateFolderButton_Click() {
+    const std::string folder = m.controls.FileListBox->Path();
+    const std::string name =
+        m.dialogs.AskText("Create new folder", "Name of the new folder in " + folder, "");
+    if (name.empty()) return;
+    const std::string fault = FaultOfName(name, {});
+    std::string error = fault;
+    if (fault.empty() && !m.files.MakeFolder(JoinPath(folder, name), &error) && error.empty())
+        error = "cannot be made";
+    if (!error.empty()) {
+        m.shell.ShowMessage("Folder '" + name + "' not created - " + error);
+        return;
+    }
+    m.controls.FolderTreeview1->Reveal(JoinPath(folder, name));
+    m.shell.ShowMessage("Folder '" + name + "' created");
+}
+
+// The copy first; only the very path that was copied goes.
+void FileRoom::MoveToButton_Click() {
+    ProgramState& s = m.state;
+    const std::string path = s.Filename;
+    const std::string name = s.FileNameOnly;
+    if (path.empty() || m.controls.FileListBox->Count() < 1) return;
+    const bool advances = s.CopyAuto;
+    Changes changes(m.files);
+    {
+        const QScopedValueRollback<bool> stays(s.CopyAuto, false);
+        if (m.copies.CopyImage())
+            changes.Note({Done::Kind::Made, path, JoinPath(s.CopyImageFolder, name)});
+    }
+    if (!s.CopyOk.empty()) return; // which says why nothing was moved
+    if (!Delete({path, {}, {}}, false, "Move", changes)) return;
+    if (!advances) m.navigation.PrevButton_Click();
+    m.shell.ShowMessage("Moved '" + name + "'");
+}
+
+} // namespace tarn

@@ -1,0 +1,61 @@
+// Commands on the current picture and its note: away into the wastebasket, another name, a second
+// one; the FITS files of a folder; a new folder; and the last of these taken back.
+#pragma once
+
+#include "fileops/CopyPaste.h"
+#include "fileops/PicturePlan.h"
+#include "shell/Context.h"
+
+#include <memory>
+#include <string>
+
+namespace tarn {
+
+class frmNewName;
+
+class FileRoom : public FileCommands {
+public:
+    explicit FileRoom(Context& context);
+    ~FileRoom() override;
+
+    void ConnectControls();
+
+    void DeleteButton_Click() override;
+    void DeleteOnlyButton_Click() override;
+    void RenameButton_Click() override;
+    void DuplicateButton_Click() override;
+
+    void DeletePicButton_Click();
+    void DeleteAllFitsButton_Click();
+    void CreateFolderButton_Click();
+    void MoveToButton_Click();
+    void UndoButton_Click();
+
+    // For the other commands of the room.
+    void PushUndo(UndoEntry entry);
+    NotesPlace Notes() const;
+
+private:
+    void DeleteCurrent(bool withNote, bool ask);
+    bool Delete(const DeletePlan& plan, bool ask, const std::string& verb, Changes& changes);
+    bool AskDelete(const DeletePlan& plan);
+    bool ThrowPicture(const std::string& path, Changes& changes);
+    std::string ThrowNote(const DeletePlan& plan, Changes& changes);
+    int RowOf(const std::string& path) const;
+    void ShowAfterDelete(int row);
+    void ShowNothing();
+
+    bool KeepWrittenNote();
+    void Rename(const std::string& newName, const std::string& from);
+    void Duplicate(const std::string& newName, const std::string& from);
+    void Show(const std::string& name);
+    std::string ThrowFits(const std::vector<std::string>& paths, Changes& changes);
+
+    Context& m;
+    UndoLog m_undo;
+    CopyPaste m_copyPaste;
+    std::unique_ptr<frmNewName> m_rename;    // frmRename
+    std::unique_ptr<frmNewName> m_duplicate; // frmDuplicate
+};
+
+} // namespace tarn

@@ -1,0 +1,70 @@
+// What the last file commands did, so that it can be taken back from the wastebasket and by the old
+// names. For the run of the program. No widgets.
+#pragma once
+
+#include "platform/Files.h"
+
+#include <string>
+#include <vector>
+
+namespace tarn {
+
+// One change of the disk, to be taken back.
+struct Done {
+    enum class Kind {
+        ThrownAway, // `from` stands in the wastebasket as `to`
+        Renamed,    // from `from` to `to`
+        Made        // `to` is new; taking it back throws it away
+    };
+    Kind kind = Kind::Made;
+    std::string from;
+    std::string to;
+};
+
+// One command's changes in their order.
+struct UndoEntry {
+    std::string what; // "Delete 'M31.jpg'"
+    std::vector<Done> done;
+};
+
+struct UndoResult {
+    std::string text; // for the message line
+    std::string show; // name of the file that came back first, empty when none did
+};
+
+// Changes the disk and writes down what it did; each is false, with the system's text, when it
+// could not.
+class Changes {
+public:
+    explicit Changes(Files& files) : m_files(files) {}
+
+    bool ThrowAway(const std::string& path, std::string* error);
+    bool Rename(const std::string& from, const std::string& to, std::string* error);
+    bool Copy(const std::string& from, const std::string& to, std::string* error);
+    void Note(Done done) { m_done.push_back(std::move(done)); }
+
+    // Everything that was done, taken back, the last first; what could not be stays written down.
+    void TakeBack(std::string* error);
+
+    const std::vector<Done>& Written() const { return m_done; }
+
+private:
+    Files& m_files;
+    std::vector<Done> m_done;
+};
+
+class UndoLog {
+public:
+    // An entry without changes is not kept.
+    void Push(UndoEntry entry);
+    bool IsEmpty() const { return m_entries.empty(); }
+    const std::string& NextText() const { return m_entries.back().what; }
+
+    // Takes the last entry back. What could not be taken back stays for another try.
+    UndoResult Undo(Files& files);
+
+private:
+    std::vector<UndoEntry> m_entries;
+};
+
+} // namespace tarn

@@ -1,0 +1,33 @@
+// A camera's date as text, "yyyy:mm:dd hh:mm:ss", taken apart by position alone: whatever stands
+// between the numbers is passed over.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tarn {
+
+inline constexpr std::size_t kCameraDateLength = 19;
+
+// The date as a file time, seconds since 1970, the text taken as local time. None when it is no
+// date.
+std::optional<std::int64_t> FileTimeOf(std::string_view cameraDate);
+
+// The hour moved by one. None when that would cross into another day.
+std::optional<std::string> WithHourMoved(std::string_view cameraDate, int by);
+
+// The next second of the same minute: 00 follows 59.
+std::string WithSecondAdded(std::string_view cameraDate);
+
+// As the program shows a picture's date.
+struct PictureDateText {
+    std::string date;    // "06/22/2004 8:15:30 PM"
+    std::string weekday; // empty when there is no such day
+};
+
+// Only the time must be one; none when it is not.
+std::optional<PictureDateText> TextsOf(std::string_view cameraDate);
+
+} // namespace tarn

@@ -1,0 +1,74 @@
+// File dates made equal to picture dates. The files' contents are not touched.
+#include "common/paths.h"
+#include "pictureinfo/dates/CameraDateText.h"
+#include "pictureinfo/panel/PictureInfoRoom.h"
+#include "platform/Dialogs.h"
+#include "platform/FileListBox.h"
+#include "platform/Files.h"
+#include "shell/batch/BatchRun.h"
+
+namespace tarn {
+
+void PictureInfoRoom::SetFileDatesButton_Click() {
+    const ProgramState& s = m.state;
+    if (s.NoExif) return;
+    const auto time = FileTimeOf(s.CameraDate);
+    if (!time) {
+        if (!s.DoFileSync) m.shell.ShowMessage("File Date not set, the picture has no valid date");
+        return;
+    }
+    std::string error;
+    if (!m.files.SetTimes(s.Filename, *time, &error))
+        m.shell.ShowMessage("ERROR - Cannot set File Date, may be Read Only");
+    else if (!s.DoFileSync)
+        m.shell.ShowMessage("UPDATED - File Date set to Picture Date " + s.PictureDate);
+}
+
+bool PictureInfoRoom::AskForRange(int first, int last) {
+    const FileListBox& list = *m.controls.FileListBox;
+    return m.dialogs.Confirm(Dialogs::Icon::Exclamation, "Confirm Synchronize",
+                             "Synchronize file date with picture Date taken\nbeginning with " +
+                                 list.Text(first) + "\nand ending with " + list.Text(last) +
+                                 "\nfor " + std::to_string(last - first + 1) + " files.");
+}
+
+void PictureInfoRoom::SyncDatesButton_Click() {
+    ProgramState& s = m.state;
+    const int first = s.FileIndex;
+    const int last = m.controls.FileListBox->Count() - 1;
+    if (first < 0 || first > last || !AskForRange(first, last)) return;
+    const std::string shown = s.Filename;
+    const int done = SyncRange(first, last);
+    s.Filename = shown;
+    m.display.DisplayPicture();
+    std::string said = "File dates synchronized to picture dates";
+    if (s.MoveAllCancel)
+        said += ", cancelled after " + std::to_string(done) + " of " +
+                std::to_string(last - first + 1) + " files";
+    m.shell.ShowMessage(said);
+}
+
+// A picture without a date tag of its own takes the date of the one before it, as pictures of a
+// burst or a roll do. The number of files passed.
+int PictureInfoRoom::SyncRange(int first, int last) {
+    ProgramState& s = m.state;
+    const std::string folder = m.controls.FileListBox->Path();
+    std::vector<std::string> names; // the list may change while events come in
+    for (int row = first; row <= last; ++row) names.push_back(m.controls.FileListBox->Text(row));
+    const BatchRun batch(m);
+    s.MoveAllCancel = false;
+    int passed = 0;
+    for (const std::string& name : names) {
+        s.Filename = JoinPath(folder, name);
+        s.MoveAllCancel = !batch.Step("Files remaining " +
+                                      std::to_string(static_cast<int>(names.size()) - 1 - passed));
+        if (s.MoveAllCancel) break;
+        m.shell.ShowStatus(s.Filename);
+        m_reader.ReadCameraDate(s);
+        SetFileDatesButton_Click();
+        ++passed;
+    }
+    return passed;
+}
+
+} // namespace tarn

@@ -1,0 +1,23 @@
+#include "platform/FileTimes.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+namespace tarn {
+
+bool SetFileTimes(const std::string& path, std::int64_t when, std::string* error) {
+    const timespec time{static_cast<time_t>(when), 0};
+    const timespec times[2] = {time, time};
+    // Not by the name: an owner could set the times of a file that he has set to read-only.
+    const int file = ::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK);
+    const bool set = file >= 0 && ::futimens(file, times) == 0;
+    if (!set && error) *error = std::strerror(errno);
+    if (file >= 0) ::close(file);
+    return set;
+}
+
+} // namespace tarn

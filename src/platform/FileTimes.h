@@ -1,0 +1,13 @@
+// The times of a file, for what does without the toolkit too.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace tarn {
+
+// Last access and last modification, seconds since 1970. False, with the system's text, when the
+// file may not be written.
+bool SetFileTimes(const std::string& path, std::int64_t when, std::string* error);
+
+} // namespace tarn

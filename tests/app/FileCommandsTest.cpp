@@ -1,0 +1,368 @@
+// Copy, delete, rename, duplicate and their undoing in the whole window, on real files with their
+// own wastebasket; and every change of the disk failing once in turn.
+#include "AppDesk.h"
+#include "support/Trees.h"
+
+#include "platform/Clipboard.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+
+#include <filesystem>
+
+namespace tarn::testing {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct FilesDesk : AppDesk {
+    TestFolder notes;
+    MainControls& c = house.controls;
+    ProgramState& s = house.state;
+
+    explicit FilesDesk(const std::vector<std::string>& pictures = {"a.jpg", "b.jpg", "c.jpg"}) {
+        fs::remove_all(std::string(std::getenv("XDG_DATA_HOME")) + "/Trash");
+        int width = 60;
+        for (const std::string& name : pictures) AddPicture(name, width++);
+        settings->Write("notes_folder", notes.Path());
+        settings->Write("delete_confirm", "False");
+    }
+    std::string Said() const { return c.FileDateText->text().toStdString(); }
+    std::string Error() const {
+        return c.Label_error->isHidden() ? "" : c.Label_error->text().toStdString();
+    }
+    Tree Pictures() const { return ReadTree(folder.Path()); }
+    Tree Notes() const { return ReadTree(notes.Path()); }
+    std::string Names() const {
+        std::string names;
+        for (const auto& [name, bytes] : Pictures()) names += name + " ";
+        return names;
+    }
+    void GoTo(const char* name) { house.navigation.SelectRow(c.FileListBox->RowOf(name)); }
+    // Presses the entry and answers the dialog that asks for a name.
+    void NewName(QAction* entry, const char* form, const char* box, const char* name) {
+        entry->trigger();
+        auto* dialog = house.window.findChild<QWidget*>(QString::fromLatin1(form));
+        ASSERT_TRUE(dialog);
+        dialog->findChild<QLineEdit*>(QString::fromLatin1(box))->setText(QString::fromUtf8(name));
+        for (QPushButton* button : dialog->findChildren<QPushButton*>())
+            if (button->isDefault()) button->click();
+    }
+    void Rename(const char* name) { NewName(c.RenameButton, "frmRename", "RenameText", name); }
+    void Duplicate(const char* name) {
+        NewName(c.DuplicateButton, "frmDuplicate", "DupText", name);
+    }
+};
+
+TEST(Delete, GoesWithItsNoteAndTheSameRowIsNext) {
+    FilesDesk d;
+    const Tree pictures = d.Pictures();
+    d.notes.Write("B.ENF", "of b"); // as another system spelt it
+    const Tree notes = d.Notes();
+    d.Start();
+    d.GoTo("b.jpg");
+    d.Key(Qt::Key_Delete);
+    EXPECT_EQ(d.Names(), "a.jpg c.jpg ");
+    EXPECT_TRUE(d.Notes().empty());
+    EXPECT_EQ(d.Said(), "DELETED - b.jpg");
+    EXPECT_EQ(d.Current(), "c.jpg");
+    EXPECT_EQ(Trashed("b.jpg"), pictures.at("b.jpg"));
+    EXPECT_FALSE(d.c.FileBackButton->isEnabled());
+    d.Key(Qt::Key_Delete); // the last row: the one that is last now
+    EXPECT_EQ(d.Current(), "a.jpg");
+    d.Key(Qt::Key_Delete);
+    EXPECT_EQ(d.Names(), "");
+    EXPECT_EQ(d.s.Filename, "");
+    EXPECT_TRUE(d.c.Picture1->Picture().isNull());
+    EXPECT_FALSE(d.c.SlideButton->isEnabled());
+    d.Key(Qt::Key_Delete); // nothing is there
+    for (int i = 0; i < 3; ++i) d.c.UndoButton->trigger();
+    EXPECT_EQ(d.Pictures(), pictures);
+    EXPECT_EQ(d.Notes(), notes);
+    EXPECT_EQ(d.Said(), "Undone: Delete 'b.jpg'; back again: 'b.jpg', 'B.ENF'");
+    EXPECT_EQ(d.Current(), "b.jpg");
+    EXPECT_FALSE(d.c.UndoButton->isEnabled());
+}
+
+TEST(Delete, KeepsTheNoteWhereItIsAskedToOrShared) {
+    FilesDesk d({"a.jpg", "a.tif", "b.jpg", "c.jpg"});
+    for (const char* name : {"a.enf", "b.enf", "c.enf"}) d.notes.Write(name, name);
+    d.Start();
+    d.Key(Qt::Key_Delete);
+    EXPECT_EQ(d.Said(), "DELETED - a.jpg, its note stays for 'a.tif'");
+    d.GoTo("b.jpg");
+    d.c.DeleteOnlyButton->trigger();
+    d.c.DeleteKeyNotesButton->trigger();
+    d.Key(Qt::Key_Delete);
+    EXPECT_EQ(d.Names(), "a.tif ");
+    EXPECT_EQ(d.Notes().size(), 3U);
+}
+
+TEST(Delete, AsksAndTakesNoForAnAnswer) {
+    FilesDesk d;
+    d.settings->Write("delete_confirm", "True");
+    d.Start();
+    d.dialogs.answers = {"No", "No", "Yes"};
+    d.Key(Qt::Key_Delete);
+    d.c.DeleteOnlyButton->trigger();
+    EXPECT_EQ(d.Names(), "a.jpg b.jpg c.jpg ");
+    const std::string path = d.folder.Path() + "/a.jpg to wastebasket?";
+    EXPECT_EQ(d.dialogs.shown,
+              (Calls{"Delete file & notes confirmation|Delete file & notes " + path,
+                     "Delete file confirmation|Delete file " + path}));
+    d.Key(Qt::Key_Delete);
+    EXPECT_EQ(d.Names(), "b.jpg c.jpg ");
+}
+
+TEST(Delete, NeverForGoodUnlessTheUserSaysSo) {
+    FilesDesk d;
+    d.notes.Write("a.enf", "of a");
+    d.Start();
+    int tries = 0;
+    d.files.onChange = [&](const std::string& verb, const std::string&) {
+        if (verb == "trash") ++tries;
+        return verb == "trash" ? std::string("No room") : std::string();
+    };
+    d.Key(Qt::Key_Delete);
+    EXPECT_EQ(tries, 2);
+    EXPECT_EQ(d.dialogs.shown.back(),
+              "Delete file|" + d.folder.Path() + "/a.jpg cannot go to the wastebasket: No room");
+    EXPECT_EQ(d.Names(), "a.jpg b.jpg c.jpg ");
+    EXPECT_NE(d.Said(), "DELETED - a.jpg");
+    d.dialogs.answers = {"Delete for good"};
+    d.Key(Qt::Key_Delete);
+    EXPECT_EQ(d.Names(), "b.jpg c.jpg ");
+    EXPECT_EQ(d.Notes().size(), 1U); // it could not go to the wastebasket either
+    EXPECT_EQ(d.Said(), "DELETED - a.jpg, its note stays: No room");
+}
+
+TEST(Delete, AllFitsFilesStopAtTheFirstThatCannotGo) {
+    FilesDesk d;
+    for (const char* name : {"1.fit", "2.FITS", "3.fit", "x.fitted"}) d.folder.Write(name, name);
+    fs::create_directory(d.folder.Path() + "/dir.fit");
+    d.Start();
+    d.files.onChange = [](const std::string&, const std::string& path) {
+        return path.find("2.FITS") != std::string::npos ? std::string("Busy") : std::string();
+    };
+    d.c.DeleteAllFitsButton->trigger();
+    EXPECT_EQ(d.Said(), "1 FITS files deleted, stopped at '2.FITS': Busy");
+    d.files.onChange = nullptr;
+    d.c.DeleteAllFitsButton->trigger();
+    EXPECT_EQ(d.Said(), "2 FITS files deleted");
+    EXPECT_TRUE(fs::exists(d.folder.Path() + "/x.fitted"));
+    EXPECT_TRUE(fs::exists(d.folder.Path() + "/dir.fit"));
+    EXPECT_EQ(d.Current(), "a.jpg");
+}
+
+TEST(Rename, TakesTheWholeNoteAlongAndComesBack) {
+    FilesDesk d;
+    const std::string longNote(20000, 'n');
+    d.notes.Write("a.enf", longNote);
+    const Tree pictures = d.Pictures();
+    d.Start();
+    d.Rename("M31.jpg");
+    EXPECT_EQ(d.Names(), "M31.jpg b.jpg c.jpg ");
+    EXPECT_EQ(d.Notes(), (Tree{{"M31.enf", longNote}}));
+    EXPECT_EQ(d.Said(), "Renamed - a.jpg > M31.jpg");
+    EXPECT_EQ(d.Current(), "M31.jpg");
+    EXPECT_EQ(d.s.RenameFilename, "");
+    EXPECT_EQ(d.clipboard->Text(), "a.jpg");
+    d.Rename("m31.JPG"); // another case alone
+    EXPECT_EQ(d.Names(), "b.jpg c.jpg m31.JPG ");
+    EXPECT_EQ(d.Notes(), (Tree{{"m31.enf", longNote}}));
+    d.c.UndoButton->trigger();
+    d.c.UndoButton->trigger();
+    EXPECT_EQ(d.Pictures(), pictures);
+    EXPECT_EQ(d.Notes(), (Tree{{"a.enf", longNote}}));
+    EXPECT_EQ(d.Current(), "a.jpg");
+}
+
+TEST(Rename, WhatStandsThereGoesToTheWastebasketFirst) {
+    FilesDesk d;
+    const Tree before = d.Pictures();
+    d.notes.Write("a.enf", "of a");
+    d.notes.Write("b.enf", "of b");
+    d.Start();
+    d.Rename("B.JPG");
+    EXPECT_EQ(d.Names(), "B.JPG c.jpg ");
+    EXPECT_EQ(d.Pictures().at("B.JPG"), before.at("a.jpg"));
+    EXPECT_EQ(Trashed("b.jpg"), before.at("b.jpg"));
+    EXPECT_EQ(Trashed("b.enf"), "of b");
+    EXPECT_EQ(d.Notes(), (Tree{{"B.enf", "of a"}}));
+    d.c.UndoButton->trigger();
+    EXPECT_EQ(d.Pictures(), before);
+    EXPECT_EQ(d.Notes(), (Tree{{"a.enf", "of a"}, {"b.enf", "of b"}}));
+}
+
+TEST(Rename, RefusesWhatIsNoNameAndSavesWhatIsWritten) {
+    FilesDesk d({"a.jpg", "a.tif"});
+    d.notes.Write("a.enf", "of a");
+    d.Start();
+    for (const char* name : {"", "a.jpg", "x/y.jpg", "..", "."}) d.Rename(name);
+    d.Rename(std::string(256, 'x').c_str());
+    auto* form = d.house.window.findChild<QWidget*>("frmRename");
+    EXPECT_TRUE(form->isVisible());
+    EXPECT_EQ(form->findChild<QLabel*>("ErrorLabel")->text(), "New filename is too long");
+    EXPECT_EQ(d.Names(), "a.jpg a.tif ");
+    d.c.NotesBox->insertPlainText("written ");
+    d.Rename("z.jpg");
+    EXPECT_EQ(d.Names(), "a.tif z.jpg ");
+    // The picture that shares it keeps it.
+    EXPECT_EQ(d.Notes(), (Tree{{"a.enf", "written of a"}, {"z.enf", "written of a"}}));
+    EXPECT_EQ(d.Current(), "z.jpg");
+}
+
+TEST(Duplicate, MakesASecondPictureWithASecondNote) {
+    FilesDesk d;
+    d.notes.Write("a.enf", "of a");
+    d.notes.Write("b.enf", "");
+    d.Start();
+    d.Duplicate("a2.jpg");
+    EXPECT_EQ(d.Said(), "Duplicate - a.jpg > a2.jpg");
+    EXPECT_EQ(d.Current(), "a.jpg");
+    EXPECT_EQ(d.Pictures().at("a2.jpg"), d.Pictures().at("a.jpg"));
+    EXPECT_EQ(d.Notes().at("a2.enf"), "of a");
+    d.GoTo("b.jpg");
+    d.Duplicate("b2.jpg"); // an empty note leaves none
+    EXPECT_EQ(d.Names(), "a.jpg a2.jpg b.jpg b2.jpg c.jpg ");
+    EXPECT_EQ(d.Notes().count("b2.enf"), 0U);
+}
+
+struct PasteDesk : FilesDesk {
+    TestFolder target;
+    void Open(const TestFolder& to) { house.navigation.OpenFolder(to.Path(), {}); }
+    Tree Target() const { return ReadTree(target.Path()); }
+};
+
+TEST(CopyPaste, CopiesAsOftenAsPasteIsPressed) {
+    PasteDesk d;
+    d.notes.Write("a.enf", "stays");
+    d.target.Write("A.JPG", "in the way");
+    d.Start();
+    EXPECT_FALSE(d.c.PasteButton->isEnabled());
+    d.c.SelectAllButton->trigger();
+    d.c.CopyButton->trigger();
+    EXPECT_EQ(d.Said(), "3 files selected for copy");
+    EXPECT_EQ(d.clipboard->Files().paths.size(), 3U);
+    d.Open(d.target);
+    d.c.PasteButton->trigger();
+    EXPECT_EQ(d.Said(), "Copy > Paste 3 files");
+    EXPECT_EQ(d.Target(), d.Pictures());
+    EXPECT_EQ(Trashed("A.JPG"), "in the way");
+    EXPECT_EQ(d.s.FileNameOnly, "c.jpg");
+    EXPECT_TRUE(d.c.PasteButton->isEnabled());
+    EXPECT_EQ(d.Notes().size(), 1U);
+    d.Open(d.folder);
+    d.c.PasteButton->trigger(); // onto themselves
+    EXPECT_EQ(d.Said(), "Paste failed for 'a.jpg'");
+    EXPECT_EQ(d.Target(), d.Pictures());
+}
+
+TEST(CopyPaste, CutTakesAwayOnlyWhatArrivedWhole) {
+    PasteDesk d;
+    const Tree before = d.Pictures();
+    d.Start();
+    d.c.SelectAllButton->trigger();
+    d.c.CutButton->trigger();
+    EXPECT_EQ(d.Said(), "3 files selected for cut");
+    EXPECT_TRUE(d.clipboard->Files().cut);
+    d.Open(d.target);
+    d.files.onChange = [](const std::string& verb, const std::string& path) {
+        return verb == "copy" && path.find("b.jpg") != std::string::npos
+                   ? std::string("No space left on device")
+                   : std::string();
+    };
+    d.c.PasteButton->trigger();
+    EXPECT_EQ(d.Said(), "Paste failed for 'b.jpg'");
+    EXPECT_EQ(d.Error(), "No space left on device - b.jpg");
+    EXPECT_EQ(d.Names(), "b.jpg c.jpg ");
+    EXPECT_EQ(d.Target(), (Tree{{"a.jpg", before.at("a.jpg")}}));
+    d.c.UndoButton->trigger();
+    EXPECT_EQ(d.Pictures(), before);
+    EXPECT_TRUE(d.Target().empty());
+
+    d.files.onChange = nullptr;
+    d.Open(d.folder);
+    d.c.SelectAllButton->trigger();
+    d.c.CutButton->trigger();
+    d.Open(d.target);
+    d.c.PasteButton->trigger();
+    EXPECT_EQ(d.Said(), "Cut > Paste 3 files");
+    EXPECT_EQ(d.Target(), before);
+    EXPECT_TRUE(d.Pictures().empty());
+    EXPECT_FALSE(d.c.PasteButton->isEnabled());
+    d.c.PopupPasteButton->trigger(); // the sources are gone
+    EXPECT_EQ(d.Said(), "Paste failed for 'a.jpg'");
+    EXPECT_EQ(d.Target(), before);
+}
+
+TEST(CopyPaste, TakesFilesFromAnotherProgram) {
+    PasteDesk d;
+    const std::string odd = d.target.Write("odd \xFF%.jpg", "odd");
+    d.Start();
+    d.c.CopyButton->trigger();
+    d.clipboard->SetFiles({{odd}, false});
+    d.c.PasteButton->trigger();
+    EXPECT_EQ(d.Said(), "Copy > Paste 1 files");
+    EXPECT_EQ(BytesOf(d.folder.Path() + "/odd \xFF%.jpg"), "odd");
+}
+
+// Each change of the disk fails once in turn; whatever happens then, every byte is still there.
+TEST(FileCommands, NoFailureLosesAnything) {
+    using Act = std::function<void(PasteDesk&)>;
+    const std::map<std::string, Act> commands{
+        {"delete", [](PasteDesk& d) { d.Key(Qt::Key_Delete); }},
+        {"rename", [](PasteDesk& d) { d.Rename("b.jpg"); }},
+        {"duplicate", [](PasteDesk& d) { d.Duplicate("b.jpg"); }},
+        {"fits", [](PasteDesk& d) { d.c.DeleteAllFitsButton->trigger(); }},
+        {"copy",
+         [](PasteDesk& d) {
+             d.c.SelectAllButton->trigger();
+             d.c.CopyButton->trigger();
+             d.Open(d.target);
+             d.c.PasteButton->trigger();
+         }},
+        {"cut",
+         [](PasteDesk& d) {
+             d.c.SelectAllButton->trigger();
+             d.c.CutButton->trigger();
+             d.Open(d.target);
+             d.c.PasteButton->trigger();
+         }},
+    };
+    const std::string trash = std::string(std::getenv("XDG_DATA_HOME")) + "/Trash/files";
+    for (const auto& [name, act] : commands) {
+        int calls = 1;
+        for (int failing = 1; failing <= calls; ++failing) {
+            SCOPED_TRACE(name + ", change " + std::to_string(failing));
+            PasteDesk d;
+            d.notes.Write("a.enf", "note of a");
+            d.notes.Write("b.enf", "note of b");
+            d.folder.Write("1.fit", "fits 1");
+            d.target.Write("b.jpg", "stood in the target");
+            std::map<std::string, int> bytes;
+            for (const Tree& tree : {d.Pictures(), d.Notes(), d.Target()})
+                for (const auto& [file, content] : tree) ++bytes[content];
+            d.Start();
+            d.GoTo("a.jpg");
+            calls = 0;
+            d.files.onChange = [&](const std::string&, const std::string&) {
+                return ++calls == failing ? std::string("fault") : std::string();
+            };
+            act(d);
+            d.files.onChange = nullptr;
+            for (const Tree& tree : {d.Pictures(), d.Notes(), d.Target(),
+                                     fs::exists(trash) ? ReadTree(trash) : Tree()})
+                for (const auto& [file, content] : tree) bytes.erase(content);
+            EXPECT_TRUE(bytes.empty());
+            EXPECT_EQ(d.s.RenameFilename + d.s.DuplicateFilename, "");
+            EXPECT_FALSE(d.s.BatchRuns);
+        }
+        EXPECT_GT(calls, 0) << name;
+    }
+}
+
+} // namespace
+} // namespace tarn::testing

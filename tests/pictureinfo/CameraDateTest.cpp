@@ -1,0 +1,40 @@
+#include "pictureinfo/dates/CameraDateText.h"
+
+#include "common/dates.h"
+
+#include <gtest/gtest.h>
+
+namespace tarn::testing {
+
+TEST(CameraDate, BecomesAFileTimeByPosition) {
+    const auto expected = ToFileTime({2004, 6, 22, 20, 15, 30});
+    EXPECT_EQ(FileTimeOf("2004:06:22 20:15:30"), expected);
+    EXPECT_EQ(FileTimeOf("2004-06/22T20.15.30"), expected); // no separator is looked at
+    for (const char* none : {"", "2004:06:22", "2004:13:22 20:15:30", "2003:02:29 20:15:30",
+                             "2004:06:22 25:15:30", "0000:00:00 00:00:00", "xxxx:06:22 20:15:30"})
+        EXPECT_FALSE(FileTimeOf(none)) << none;
+}
+
+TEST(CameraDate, HoursStopAtTheDaySecondsAtTheMinute) {
+    EXPECT_EQ(WithHourMoved("2004:06:22 09:15:30", 1), "2004:06:22 10:15:30");
+    EXPECT_EQ(WithHourMoved("2004:06:22 10:15:30", -1), "2004:06:22 09:15:30");
+    EXPECT_FALSE(WithHourMoved("2004:06:22 00:15:30", -1));
+    EXPECT_FALSE(WithHourMoved("2004:06:22 23:15:30", 1));
+    EXPECT_EQ(WithHourMoved("2004", 1), "2004"); // too short to hold one
+    EXPECT_EQ(WithSecondAdded("2004:06:22 09:15:08"), "2004:06:22 09:15:09");
+    EXPECT_EQ(WithSecondAdded("2004:06:22 09:15:59"), "2004:06:22 09:15:00");
+}
+
+TEST(CameraDate, OnlyTheTimeOfANewDateMustBeOne) {
+    const auto shown = TextsOf("2004:06:22 20:15:30");
+    ASSERT_TRUE(shown);
+    EXPECT_EQ(shown->date, "06/22/2004 8:15:30 PM");
+    EXPECT_EQ(shown->weekday, "Tuesday");
+    const auto thirteen = TextsOf("2004:13:22 20:15:30");
+    ASSERT_TRUE(thirteen);
+    EXPECT_EQ(thirteen->date, "13/22/2004 8:15:30 PM");
+    EXPECT_EQ(thirteen->weekday, "");
+    EXPECT_FALSE(TextsOf("2004:06:22 25:15:30"));
+}
+
+} // namespace tarn::testing
