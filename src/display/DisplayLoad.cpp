@@ -3,32 +3,25 @@
 
 #include "common/dates.h"
 #include "common/paths.h"
+#include "display/BusyPointer.h"
+#include "display/FrmPic.h"
 #include "display/Placeholder.h"
 #include "platform/FileListBox.h"
 #include "platform/Files.h"
 #include "platform/PictureBox.h"
 #include "platform/ProgramFiles.h"
 #include "platform/Sound.h"
+#include "platform/imaging/PicturesAhead.h"
 
 #include <QAction>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScopedValueRollback>
 
 namespace tarn {
 
 namespace {
-
-class BusyPointer {
-public:
-    explicit BusyPointer(ShellCommands& shell) : m_shell(shell) { m_shell.SetBusy(true); }
-    ~BusyPointer() { m_shell.SetBusy(false); }
-    BusyPointer(const BusyPointer&) = delete;
-    BusyPointer& operator=(const BusyPointer&) = delete;
-
-private:
-    ShellCommands& m_shell;
-};
 
 std::string FileDateText(const Files& files, const std::string& path) {
     const auto time = files.ModifiedTime(path);
@@ -64,9 +57,17 @@ void DisplayRoom::DisplayPicture() {
     m.controls.LastLabel->setVisible(IsLastRow());
     PlayPictureSound();
     m.notes.CheckForNotes();
-    if (s.OneToOneLoaded && s.OneToOneVisible) m.display.OneToOneButton_Click();
+    UpdateOneToOneWindow();
     if (!s.SlideViewing && s.FormLoadDone && !s.OneToOneNav) m.shell.FocusPane();
     if (s.FormLoadDone) TurnByOrientation();
+    if (m_pic) m_pic->Follow();
+    ExpectNeighbours();
+}
+
+void DisplayRoom::UpdateOneToOneWindow() {
+    if (!m.state.OneToOneLoaded || !m.state.OneToOneVisible) return;
+    const QScopedValueRollback<bool> arriving(m_arriving, true);
+    m.display.OneToOneButton_Click();
 }
 
 void DisplayRoom::ForgetLastPicture() {
@@ -86,6 +87,7 @@ void DisplayRoom::ForgetLastPicture() {
 void DisplayRoom::BeginPicture() {
     ProgramState& s = m.state;
     s.ImageRotatedRight = s.ImageRotatedLeft = s.ImageMirrored = s.ImageFliped = false;
+    s.ImageTurnedHalf = false;
     s.DeleteNoteToo = true;
     s.ExpOrientation = 0;
     s.FileIndex = m.controls.FileListBox->CurrentRow();
@@ -102,8 +104,7 @@ std::string DisplayRoom::LoadPicture() {
     const QSize size = ImgX::ReadFileInfo(s.Filename);
     s.ImageWidth = size.width();
     s.ImageHeight = size.height();
-    const QSize wanted = IsCutMode() ? QSize() : QSize(s.PreviewWidth, s.PreviewHeight);
-    std::string error = s.ImgXpic.LoadFile(s.Filename, wanted);
+    std::string error = s.ImgXpic.LoadFile(s.Filename, WantedPixels(), m.ahead);
     if (s.ImgXpic.HasImage()) return error;
     std::string systemError = s.ImgXpic.LoadWithSystemReader(s.Filename);
     if (!s.ImgXpic.HasImage()) return error;
@@ -169,7 +170,10 @@ void DisplayRoom::ReadInfo() {
             s.ImageLoaded = true;
         }
     }
-    if (s.DatesDiffer && s.AutoSetFileDates) m.info.SetFileDatesButton_Click();
+    if (s.DatesDiffer && s.AutoSetFileDates) {
+        m.info.SetFileDatesButton_Click();
+        m.ahead.TimesWereSet(s.Filename); // the way back finds the picture decoded
+    }
 }
 
 void DisplayRoom::PlayPictureSound() {
@@ -190,6 +194,7 @@ void DisplayRoom::TurnByOrientation() {
         RotateLeftButton_Click();
         break;
     case 3:
+        m.state.ImageTurnedHalf = true;
         m_turned.Rotate(180);
         ShowPreview();
         break;

@@ -12,6 +12,11 @@ void DisplayRoom::ConnectControls() {
     Connect(c.RotateLeftButton, [this] { RotateLeftButton_Click(); });
     Connect(c.MirrorButton, [this] { MirrorButton_Click(); });
     Connect(c.FlipButton, [this] { FlipButton_Click(); });
+    Connect(c.ViewButton, [this] { ViewFull(); });
+    Connect(c.OneToOneButton, [this] { OneToOneButton_Click(); });
+    Connect(c.CloseOneToOneButton, [this] { CloseOneToOneButton_Click(); });
+    Connect(c.OneWindowTopButton, [this] { OneWindowTopButton_Click(); });
+    Connect(c.AdjustButton, [this] { AdjustButton_Click(); });
     Connect(c.OneXcheck, [this] { OneXcheck_Click(); });
     Connect(c.TwoXcheck, [this] { TwoXcheck_Click(); });
 }

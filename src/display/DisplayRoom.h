@@ -3,17 +3,24 @@
 #pragma once
 
 #include "display/Fit.h"
+#include "display/Travel.h"
 #include "shell/Context.h"
 
+#include <memory>
 #include <string>
 
 class QCheckBox;
 
 namespace tarn {
 
+class frmBrightness;
+class FrmPic;
+class frmOnetoOne;
+
 class DisplayRoom : public DisplayCommands {
 public:
-    explicit DisplayRoom(Context& context) : m(context) {}
+    explicit DisplayRoom(Context& context);
+    ~DisplayRoom() override;
 
     // Gives the buttons and boxes of this room their commands.
     void ConnectControls();
@@ -33,12 +40,16 @@ public:
     void MirrorButton_Click() override;
     void FlipButton_Click() override;
 
-    // Nothing, as long as the room has no such windows; their buttons are disabled until then.
-    void ViewFull() override {}
-    void OneToOneButton_Click() override {}
-    void AdjustButton_Click() override {}
-    void ResetBButton_Click() override {}
-    void SetBrightness(int) override {}
+    // The windows beside the main window; they follow the selection while they are up.
+    void ViewFull() override;
+    void OneToOneButton_Click() override;
+    void CloseOneToOneButton_Click();
+    void OneWindowTopButton_Click();
+
+    // Brightness helps to look: it holds for every later picture and changes no file.
+    void AdjustButton_Click() override;
+    void ResetBButton_Click() override;
+    void SetBrightness(int value) override;
 
     void OneXcheck_Click();
     void TwoXcheck_Click();
@@ -54,6 +65,7 @@ private:
     void ReadInfo();
     bool IsLastRow() const;
     void PlayPictureSound();
+    void UpdateOneToOneWindow();
     void TurnByOrientation();
 
     // The preview.
@@ -67,6 +79,10 @@ private:
     bool IsCutMode() const { return m.state.OneX || m.state.TwoX; }
     int Scale() const { return m.state.TwoX ? 2 : 1; }
 
+    QSize WantedPixels() const; // empty for all of them
+    bool IsSizeWindowUp() const;
+    void ExpectNeighbours();
+
     void TurnPreview(bool& flag, float degrees);
     void MirrorPreview(bool& flag, int axis);
     void FocusUnlessShow();
@@ -77,6 +93,11 @@ private:
     ImgX m_turned;              // the loaded picture with its turns, neither fitted nor cut
     bool m_placeholder = false; // what is shown stands in for a file without a picture
     bool m_uncheckingOther = false;
+    bool m_arriving = false; // a new picture that is still to be turned by its orientation
+    Travel m_travel;
+    std::unique_ptr<frmBrightness> m_brightness;
+    std::unique_ptr<FrmPic> m_pic;
+    std::unique_ptr<frmOnetoOne> m_one;
 };
 
 } // namespace tarn

@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
+#include <QWindow>
 
 namespace tarn {
 
@@ -52,6 +53,18 @@ QRect PlaceOf(const QWidget& window) {
 
 void KeepOnTop(QWidget& window) {
     window.setWindowFlag(Qt::WindowStaysOnTopHint);
+}
+
+// The toolkit's own way would hide the window to change its flags; the window system can do
+// without.
+void SetOnTop(QWidget& window, bool top) {
+    if (top == IsOnTop(window)) return;
+    window.overrideWindowFlags(window.windowFlags().setFlag(Qt::WindowStaysOnTopHint, top));
+    if (QWindow* handle = window.windowHandle()) handle->setFlag(Qt::WindowStaysOnTopHint, top);
+}
+
+bool IsOnTop(const QWidget& window) {
+    return window.windowFlags().testFlag(Qt::WindowStaysOnTopHint);
 }
 
 bool PlacesAreKnown() {

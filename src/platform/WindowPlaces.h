@@ -23,6 +23,10 @@ QRect PlaceOf(const QWidget& window);
 // Above the other windows; to be called once, before the window is first shown.
 void KeepOnTop(QWidget& window);
 
+// The same for a window that may be up: it neither goes nor moves.
+void SetOnTop(QWidget& window, bool top);
+bool IsOnTop(const QWidget& window);
+
 // Whether the window system tells where windows stand.
 bool PlacesAreKnown();
 

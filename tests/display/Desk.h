@@ -31,8 +31,12 @@ struct WatchedRoom : DisplayRoom {
         calls.push_back(enabled ? "commands on" : "commands off");
         DisplayRoom::SetPictureCommands(enabled);
     }
-    void OneToOneButton_Click() override { calls.push_back("OneToOne"); }
+    void OneToOneButton_Click() override {
+        calls.push_back("OneToOne");
+        if (opensWindows) DisplayRoom::OneToOneButton_Click();
+    }
     Calls& calls;
+    bool opensWindows = false;
 };
 
 struct Desk : RoomDesk {

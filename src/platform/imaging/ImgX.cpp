@@ -1,9 +1,11 @@
 #include "platform/imaging/ImgX.h"
 
+#include "platform/imaging/PicturesAhead.h"
+#include "platform/imaging/Pixels.h"
+
 #include <QTransform>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace tarn {
@@ -11,42 +13,11 @@ namespace tarn {
 namespace {
 
 constexpr float kQuarter = 90.0F;
-constexpr int kWhite = 255;
 
-// How far a picture shrinks to fit into the box, 1 when it fits as it is.
-double FitScale(QSize picture, QSize box) {
-    return std::min(
-        {1.0, double(box.width()) / picture.width(), double(box.height()) / picture.height()});
-}
-
-// Fewest pixels of a file from which it can be fitted into the box upright and on its side.
-QSize LeastFor(QSize picture, QSize box) {
-    if (box.isEmpty() || picture.isEmpty()) return {};
-    const double scale = std::max(FitScale(picture, box), FitScale(picture.transposed(), box));
-    return {int(std::ceil(picture.width() * scale)), int(std::ceil(picture.height() * scale))};
-}
-
-QImage Brightened(const QImage& picture, int value) {
-    const int added = int(std::lround(value * kWhite / 100.0));
-    std::array<int, kWhite + 1> table{};
-    for (int i = 0; i <= kWhite; ++i) table[i] = std::clamp(i + added, 0, kWhite);
-    QImage result = picture;
-    for (int y = 0; y < result.height(); ++y) {
-        auto* line = reinterpret_cast<QRgb*>(result.scanLine(y));
-        for (QRgb* pixel = line; pixel != line + result.width(); ++pixel)
-            *pixel = qRgba(table[qRed(*pixel)], table[qGreen(*pixel)], table[qBlue(*pixel)],
-                           qAlpha(*pixel));
-    }
-    return result;
-}
-
-QImage InOwnFormat(const QImage& picture) {
-    return picture.convertToFormat(picture.hasAlphaChannel() ? QImage::Format_ARGB32
-                                                             : QImage::Format_RGB32);
-}
-
-QImage Resampled(const QImage& picture, QSize size) {
-    return InOwnFormat(picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+// A part of a picture of 32 bits a pixel without a copy; the picture has to outlive it.
+QImage View(const QImage& picture, const QRect& part) {
+    const uchar* begin = picture.constScanLine(part.top()) + qsizetype(part.left()) * 4;
+    return {begin, part.width(), part.height(), picture.bytesPerLine(), picture.format()};
 }
 
 } // namespace
@@ -66,6 +37,20 @@ std::string ImgX::LoadFile(const std::string& path, QSize wanted) {
     return Load(std::move(source), least);
 }
 
+std::string ImgX::LoadFile(const std::string& path, QSize wanted, PicturesAhead& ahead) {
+    std::string error;
+    auto source = ahead.Take(path, wanted);
+    const bool ready = source != nullptr;
+    if (!ready) source = PictureLoader::Open(path, error);
+    if (!source) {
+        Clear();
+        return error;
+    }
+    error = Load(source, LeastFor(source->Size(), wanted));
+    if (!ready && HasImage()) ahead.Keep(path, wanted, std::move(source));
+    return error;
+}
+
 std::string ImgX::LoadWithSystemReader(const std::string& path) {
     std::string error;
     auto source = PictureLoader::OpenWithToolkit(path, error);
@@ -79,11 +64,9 @@ std::string ImgX::Load(std::shared_ptr<PictureSource> source, QSize least) {
     std::string error;
     m_pixels = source->Decode(least, error);
     if (m_pixels.isNull()) return error;
-    m_size = m_pixels.size();
-    if (!least.isEmpty() && m_size != source->Size() && source->Reduces()) {
-        m_size = source->Size();
-        m_source = std::move(source);
-    }
+    const bool reduced = !least.isEmpty() && m_pixels.size() != source->Size() && source->Reduces();
+    m_size = reduced ? source->Size() : m_pixels.size();
+    if (reduced || source->HasScaled()) m_source = std::move(source);
     return error;
 }
 
@@ -104,26 +87,36 @@ void ImgX::SetAll(const QImage& picture) {
     m_source.reset();
     m_turn = {};
     m_brightened.clear();
+    m_shown = {};
 }
 
 // Sees to it that at least so many pixels are at hand, unless the file does not have them.
 void ImgX::Fetch(QSize least) {
-    if (!m_source || (m_pixels.width() >= least.width() && m_pixels.height() >= least.height()))
+    const QSize stored = m_turn.Of(least.boundedTo(m_size));
+    if (!m_source || (m_pixels.width() >= stored.width() && m_pixels.height() >= stored.height()))
         return;
     std::string error;
-    const QImage stored = m_source->Decode(m_turn.Of(least.boundedTo(m_size)), error);
-    if (stored.isNull()) {
+    const QImage decoded = m_source->Decode(stored, error);
+    if (decoded.isNull()) {
         m_error = error;
         return;
     }
-    m_pixels = m_turn.Of(stored);
-    for (const int value : m_brightened) m_pixels = Brightened(m_pixels, value);
+    m_pixels = decoded;
+    m_shown = {};
 }
 
 void ImgX::FetchAll() {
     if (!m_source) return;
     Fetch(m_size);
-    SetAll(m_pixels.size() == m_size ? m_pixels : Resampled(m_pixels, m_size));
+    SetPixels(m_pixels);
+    if (m_pixels.size() != m_turn.Of(m_size)) SetPixels(Resampled(m_pixels, m_turn.Of(m_size)));
+}
+
+// All that there is, still to be turned and brightened.
+void ImgX::SetPixels(const QImage& pixels) {
+    m_pixels = pixels;
+    m_source.reset();
+    m_shown = {};
 }
 
 void ImgX::Scale(int width, int height) {
@@ -133,15 +126,31 @@ void ImgX::Scale(int width, int height) {
         size.setWidth(std::max(1, int(std::lround(double(height) * Width() / Height()))));
     if (height == 0)
         size.setHeight(std::max(1, int(std::lround(double(width) * Height() / Width()))));
-    Fetch(size);
-    SetAll(m_pixels.size() == size ? m_pixels : Resampled(m_pixels, size));
+    const QSize stored = m_turn.Of(size);
+    const QImage ready = m_source ? m_source->Scaled(stored) : QImage();
+    if (ready.isNull() || !m_brightened.empty()) {
+        Fetch(size);
+        if (!m_brightened.empty()) SetAll(SystemPicture());
+        const QSize target = m_turn.Of(size); // what is brightened is turned, too
+        SetPixels(m_pixels.size() == target ? m_pixels : Resampled(m_pixels, target));
+    } else {
+        SetPixels(ready);
+    }
+    m_size = size;
 }
 
 void ImgX::Crop(int left, int top, int width, int height) {
     if (!HasImage()) return;
     FetchAll();
-    const QRect inside = QRect(left, top, width, height).intersected(m_pixels.rect());
-    SetAll(inside.isEmpty() ? QImage() : m_pixels.copy(inside));
+    const QRect inside = QRect(left, top, width, height).intersected(QRect({0, 0}, m_size));
+    if (inside.isEmpty()) {
+        SetAll(QImage());
+        return;
+    }
+    const QImage part = View(m_pixels, m_turn.Back(inside, m_pixels.size()));
+    SetPixels(m_turn.IsNone() ? part.copy() : m_turn.Of(part));
+    m_turn = {};
+    m_size = inside.size();
 }
 
 void ImgX::Rotate(float degrees) {
@@ -150,30 +159,39 @@ void ImgX::Rotate(float degrees) {
     if (quarters != std::floor(quarters)) {
         FetchAll();
         SetAll(InOwnFormat(
-            m_pixels.transformed(QTransform().rotate(degrees), Qt::SmoothTransformation)));
+            SystemPicture().transformed(QTransform().rotate(degrees), Qt::SmoothTransformation)));
         return;
     }
     Turn step;
     step.Rotate(int(quarters));
     m_turn.Rotate(int(quarters));
-    m_pixels = step.Of(m_pixels);
     m_size = step.Of(m_size);
+    m_shown = {};
 }
 
 void ImgX::Mirror(int axis) {
     m_turn.Mirror(axis);
-    m_pixels = m_pixels.mirrored(axis == 0, axis != 0);
+    m_shown = {};
 }
 
 void ImgX::Brightness(int value) {
     if (!HasImage() || value == 0) return;
-    m_pixels = Brightened(m_pixels, value);
     m_brightened.push_back(value);
+    m_shown = {};
+}
+
+const QImage& ImgX::SystemPicture() const {
+    if (m_turn.IsNone() && m_brightened.empty()) return m_pixels;
+    if (m_shown.isNull()) {
+        m_shown = m_turn.Of(m_pixels);
+        for (const int value : m_brightened) m_shown = Brightened(std::move(m_shown), value);
+    }
+    return m_shown;
 }
 
 const QImage& ImgX::FullPicture() {
     FetchAll();
-    return m_pixels;
+    return SystemPicture();
 }
 
 } // namespace tarn

@@ -15,6 +15,8 @@
 
 namespace tarn {
 
+class PicturesAhead;
+
 class ImgX {
 public:
     // "Read file info": pixel size from the header, 0 x 0 when it cannot be read. Leaves the image.
@@ -25,6 +27,10 @@ public:
     // error text, empty when all went well. On an error the object holds no image, or what of a
     // damaged file could be read: ask StatusText.
     std::string LoadFile(const std::string& path, QSize wanted);
+
+    // The same, from what was decoded ahead where that is so; what had to be decoded now is kept
+    // there for the way back.
+    std::string LoadFile(const std::string& path, QSize wanted, PicturesAhead& ahead);
 
     // The toolkit's own reader, for files that LoadFile refuses. Same result.
     std::string LoadWithSystemReader(const std::string& path);
@@ -41,8 +47,8 @@ public:
     int Width() const { return m_size.width(); }
     int Height() const { return m_size.height(); }
 
-    // Resampled to exactly this size, smoothly, from no more pixels than that takes. A side of 0
-    // follows from the other by the proportions.
+    // Resampled to exactly this size, smoothly, from no more pixels than that takes, or taken as a
+    // worker has prepared it. A side of 0 follows from the other by the proportions.
     void Scale(int width, int height);
 
     // Cut out; the part outside the image is left away, nothing inside leaves no image.
@@ -59,10 +65,13 @@ public:
 
     // The image as held now for showing; may be smaller than Width x Height while that is all that
     // was needed so far.
-    const QImage& SystemPicture() const { return m_pixels; }
+    const QImage& SystemPicture() const;
 
     // All pixels, Width x Height.
     const QImage& FullPicture();
+
+    // Sees to it that all pixels are at hand, before one part after another is cut out of copies.
+    void FetchAll();
 
     // Why pixels that an operation needed could not be had any more (the file went away); the
     // operation then used an enlargement of those at hand. Empty otherwise.
@@ -71,14 +80,16 @@ public:
 private:
     std::string Load(std::shared_ptr<PictureSource> source, QSize least);
     void Fetch(QSize least);
-    void FetchAll();
     void SetAll(const QImage& picture);
+    void SetPixels(const QImage& pixels);
 
-    QImage m_pixels;                         // what is decoded, turned and brightened
+    // Turned and brightened is only what is looked at, often a small part.
+    QImage m_pixels;                         // what is decoded, as stored in the file
     QSize m_size{0, 0};                      // real size, turned
     std::shared_ptr<PictureSource> m_source; // where more pixels are, null when m_pixels is all
-    Turn m_turn;                             // what was done to the source's pixels since
-    std::vector<int> m_brightened;           // in this order, each stops at black and white
+    Turn m_turn;                             // what is still to be done to the pixels
+    std::vector<int> m_brightened; // after it, in this order, each stops at black and white
+    mutable QImage m_shown;        // the outcome, null until it is asked for
     std::string m_error;
 };
 

@@ -1,6 +1,7 @@
 #include "platform/imaging/PictureLoader.h"
 
 #include "platform/imaging/PictureFormat.h"
+#include "platform/imaging/Pixels.h"
 
 #include <array>
 #include <cerrno>
@@ -62,12 +63,19 @@ bool FitsIntoMemory(QSize size) {
            PictureMemoryLimit() / kBytesPerPixel;
 }
 
-// What differs when another picture comes to stand under the name. Not its times: the program sets
-// them itself.
+std::int64_t Nanoseconds(const timespec& time) {
+    return std::int64_t(time.tv_sec) * 1'000'000'000 + time.tv_nsec;
+}
+
+FileIdentity IdentityOf(const struct stat& facts) {
+    return {static_cast<std::int64_t>(facts.st_dev), static_cast<std::int64_t>(facts.st_ino),
+            facts.st_size, Nanoseconds(facts.st_mtim), Nanoseconds(facts.st_ctim)};
+}
+
 FileIdentity IdentityOf(std::FILE* file) {
     struct stat facts {};
     if (::fstat(::fileno(file), &facts) != 0) return {};
-    return {static_cast<std::int64_t>(facts.st_ino), facts.st_size};
+    return IdentityOf(facts);
 }
 
 std::shared_ptr<PictureSource> MakeSource(const std::string& path, std::FILE* file,
@@ -105,7 +113,8 @@ QImage PictureSource::Decode(QSize wanted, std::string& error) {
     if (!Covers(wanted)) {
         const FileHandle file = OpenFile(m_path, error);
         if (!file) return {};
-        if (IdentityOf(file.get()) != m_identity || m_format.size(file.get(), error) != m_size) {
+        const FileIdentity identity = IdentityOf(file.get());
+        if (!identity.IsSameFile(m_identity) || m_format.size(file.get(), error) != m_size) {
             error = "The file has changed";
             return {};
         }
@@ -114,9 +123,29 @@ QImage PictureSource::Decode(QSize wanted, std::string& error) {
         if (decoded.isNull()) return {};
         m_decoded = decoded;
         m_decodeError = error;
+        m_identity = identity;
     }
     error = m_decodeError;
     return m_decoded;
+}
+
+void PictureSource::PrepareScaled(QSize size) {
+    if (size.isEmpty() || size == m_decoded.size() || size.width() > m_decoded.width() ||
+        size.height() > m_decoded.height() || !Scaled(size).isNull())
+        return;
+    m_scaled.push_back(Resampled(m_decoded, size));
+}
+
+QImage PictureSource::Scaled(QSize size) const {
+    for (const QImage& scaled : m_scaled)
+        if (scaled.size() == size) return scaled;
+    return {};
+}
+
+std::int64_t PictureSource::BytesHeld() const {
+    std::int64_t bytes = m_decoded.sizeInBytes();
+    for (const QImage& scaled : m_scaled) bytes += scaled.sizeInBytes();
+    return bytes;
 }
 
 std::string PictureLoader::ReaderError() {
@@ -129,6 +158,11 @@ QSize PictureLoader::ReadSize(const std::string& path) {
     if (!file) return {0, 0};
     const QSize size = FormatOf(file.get()).size(file.get(), error);
     return error.empty() ? size : QSize(0, 0);
+}
+
+FileIdentity PictureLoader::Identify(const std::string& path) {
+    struct stat facts {};
+    return ::stat(path.c_str(), &facts) == 0 ? IdentityOf(facts) : FileIdentity{};
 }
 
 std::shared_ptr<PictureSource> PictureLoader::Open(const std::string& path, std::string& error) {

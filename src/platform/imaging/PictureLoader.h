@@ -7,15 +7,26 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace tarn {
 
 struct PictureFormat;
 
+// Which file stood under a name, and in which state.
 struct FileIdentity {
-    std::int64_t inode = 0;
+    std::int64_t device = 0;
+    std::int64_t inode = 0; // 0: there was none
     std::int64_t bytes = 0;
+    std::int64_t modified = 0; // nanoseconds of its clock, as the next
+    std::int64_t changed = 0;
+
     bool operator==(const FileIdentity&) const = default;
+
+    // The same but for its times, which the program sets itself.
+    bool IsSameFile(const FileIdentity& other) const {
+        return device == other.device && inode == other.inode && bytes == other.bytes;
+    }
 };
 
 // One picture file on disk, opened anew for each reading, so that a memory card is never held.
@@ -37,6 +48,18 @@ public:
     // the file could be. The largest reading is kept and serves every later wish that it covers.
     QImage Decode(QSize wanted, std::string& error);
 
+    // The file as it was when Decode read it.
+    const FileIdentity& Identity() const { return m_identity; }
+
+    // Copies of what is decoded at sizes that will be shown, made ahead; a size that takes more
+    // pixels than are decoded is passed over. A null image for a size that was not prepared.
+    void PrepareScaled(QSize size);
+    QImage Scaled(QSize size) const;
+    bool HasScaled() const { return !m_scaled.empty(); }
+
+    // Memory that the pixels take.
+    std::int64_t BytesHeld() const;
+
 private:
     bool Covers(QSize wanted) const;
 
@@ -46,6 +69,7 @@ private:
     FileIdentity m_identity;
     QImage m_decoded;
     std::string m_decodeError;
+    std::vector<QImage> m_scaled;
 };
 
 // Finds out what a file is by its first bytes, never by its name.
@@ -56,6 +80,9 @@ public:
 
     // Pixel size from the header alone, 0 x 0 when no reader knows the file. Nothing is decoded.
     static QSize ReadSize(const std::string& path);
+
+    // The file that stands under the name now.
+    static FileIdentity Identify(const std::string& path);
 
     // A source for the file; null and an error text ("No such file or directory", "Not a picture
     // that can be read", ...) when it cannot be had. Refuses what would take more than half of the

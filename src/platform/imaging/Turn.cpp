@@ -19,4 +19,15 @@ QImage Turn::Of(const QImage& picture) const {
     return quarters == 0 ? upright : upright.transformed(QTransform().rotate(90.0 * quarters));
 }
 
+QRect Turn::Back(QRect part, QSize picture) const {
+    QSize size = Of(picture);
+    for (int i = 0; i < quarters; ++i) {
+        part = QRect(part.top(), size.width() - part.left() - part.width(), part.height(),
+                     part.width());
+        size.transpose();
+    }
+    if (mirrored) part.moveLeft(size.width() - part.left() - part.width());
+    return part;
+}
+
 } // namespace tarn

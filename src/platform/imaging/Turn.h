@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QImage>
+#include <QRect>
 #include <QSize>
 
 namespace tarn {
@@ -18,6 +19,10 @@ struct Turn {
     bool SwapsSides() const { return quarters % 2 != 0; }
     QSize Of(QSize size) const { return SwapsSides() ? size.transposed() : size; }
     QImage Of(const QImage& picture) const;
+
+    // Which part of a picture of this size becomes that part of the turned one.
+    QRect Back(QRect part, QSize picture) const;
+    bool IsNone() const { return !mirrored && quarters == 0; }
 };
 
 } // namespace tarn

@@ -27,6 +27,7 @@ struct DisplayState {
     bool ImageRotatedLeft = false;
     bool ImageMirrored = false;
     bool ImageFliped = false;
+    bool ImageTurnedHalf = false; // by the camera's orientation alone
 
     // Set by a show as it closes, so that the same picture comes back in the same turn.
     bool RestoreTurns = false;

@@ -1,0 +1,81 @@
+// Files that compress as pictures of a camera do, and the least program that shows one: a scaled
+// decode and a smooth scaling.
+#pragma once
+
+#include <QImage>
+#include <QSize>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <random>
+#include <string>
+#include <vector>
+
+#include <jpeglib.h>
+
+namespace tarn::bench {
+
+// Slow gradients and sensor noise.
+inline void WriteCameraPicture(const std::string& path, QSize size, int quality = 92) {
+    std::FILE* file = std::fopen(path.c_str(), "wb");
+    if (!file) std::exit(1);
+    jpeg_compress_struct info{};
+    jpeg_error_mgr errors{};
+    info.err = jpeg_std_error(&errors);
+    jpeg_create_compress(&info);
+    jpeg_stdio_dest(&info, file);
+    info.image_width = static_cast<JDIMENSION>(size.width());
+    info.image_height = static_cast<JDIMENSION>(size.height());
+    info.input_components = 3;
+    info.in_color_space = JCS_RGB;
+    jpeg_set_defaults(&info); // chroma at half size in both directions
+    jpeg_set_quality(&info, quality, TRUE);
+    jpeg_start_compress(&info, TRUE);
+    std::minstd_rand random(1);
+    std::vector<JSAMPLE> samples(std::size_t(size.width()) * 3);
+    for (int y = 0; y < size.height(); ++y) {
+        for (std::size_t i = 0; i < samples.size(); ++i) {
+            const double wave = std::sin(double(i / 3) * 0.004 + double(i % 3)) +
+                                std::cos(y * 0.006 - double(i % 3));
+            samples[i] = JSAMPLE(
+                std::clamp(128 + 45 * wave + double(random() % 1000) / 1000 * 16 - 8, 0.0, 255.0));
+        }
+        JSAMPROW row = samples.data();
+        jpeg_write_scanlines(&info, &row, 1);
+    }
+    jpeg_finish_compress(&info);
+    jpeg_destroy_compress(&info);
+    std::fclose(file);
+}
+
+// The picture in the box, from the coarsest reading that has enough pixels.
+inline QImage BareDecodeAndScale(const std::string& path, QSize box) {
+    std::FILE* file = std::fopen(path.c_str(), "rb");
+    if (!file) std::exit(1);
+    jpeg_decompress_struct info{};
+    jpeg_error_mgr errors{};
+    info.err = jpeg_std_error(&errors);
+    jpeg_create_decompress(&info);
+    jpeg_stdio_src(&info, file);
+    jpeg_read_header(&info, TRUE);
+    const QSize whole(int(info.image_width), int(info.image_height));
+    const QSize fitted = whole.scaled(box, Qt::KeepAspectRatio);
+    info.out_color_space = JCS_EXT_BGRX;
+    info.scale_denom = 8;
+    info.scale_num = unsigned((fitted.width() * 8 + whole.width() - 1) / whole.width());
+    jpeg_start_decompress(&info);
+    QImage picture(int(info.output_width), int(info.output_height), QImage::Format_RGB32);
+    while (info.output_scanline < info.output_height) {
+        JSAMPROW row = picture.scanLine(int(info.output_scanline));
+        jpeg_read_scanlines(&info, &row, 1);
+    }
+    jpeg_finish_decompress(&info);
+    jpeg_destroy_decompress(&info);
+    std::fclose(file);
+    return picture.scaled(fitted, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+} // namespace tarn::bench

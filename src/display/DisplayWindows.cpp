@@ -1,0 +1,79 @@
+// The room's windows: brightness, size window, 1:1 window. Each is made when it is first asked for.
+#include "display/DisplayRoom.h"
+
+#include "common/keys.h"
+#include "display/BusyPointer.h"
+#include "display/FrmPic.h"
+#include "display/frmBrightness.h"
+#include "display/frmOnetoOne.h"
+
+#include <QAction>
+#include <QPushButton>
+
+#include <algorithm>
+
+namespace tarn {
+
+namespace {
+
+constexpr int kMostBrightness = 100;
+
+void BringUp(QWidget& window) {
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.raise();
+    window.activateWindow();
+}
+
+} // namespace
+
+DisplayRoom::DisplayRoom(Context& context) : m(context) {}
+
+DisplayRoom::~DisplayRoom() = default;
+
+void DisplayRoom::AdjustButton_Click() {
+    if (!m_brightness) m_brightness = std::make_unique<frmBrightness>(m);
+    m_brightness->Form_Load();
+}
+
+void DisplayRoom::ResetBButton_Click() {
+    SetBrightness(0);
+}
+
+// Each value starts from the unchanged picture.
+void DisplayRoom::SetBrightness(int value) {
+    ProgramState& s = m.state;
+    s.BrightnessValue = std::clamp(value, -kMostBrightness, kMostBrightness);
+    if (m_brightness) m_brightness->ShowValue(s.BrightnessValue);
+    if (s.ImgXpic.HasImage()) PutPicture();
+    if (s.SlideViewing) m.slides.SlideKeyUp('O'); // a slide on the screen follows
+}
+
+void DisplayRoom::ViewFull() {
+    if (!m_pic) m_pic = std::make_unique<FrmPic>(m);
+    m_pic->ViewFull();
+    BringUp(*m_pic);
+}
+
+void DisplayRoom::OneToOneButton_Click() {
+    const BusyPointer busy(m.shell);
+    if (!m_one) m_one = std::make_unique<frmOnetoOne>(m);
+    const bool follows = m.state.OneToOneLoaded;
+    if (follows)
+        m_one->OnePicture(m_arriving);
+    else
+        m_one->Form_Load();
+    if (!m_arriving) BringUp(*m_one);
+    m.controls.CloseOneToOneButton->show();
+    if (!follows) ExpectNeighbours(); // with all their pixels from now on
+}
+
+void DisplayRoom::CloseOneToOneButton_Click() {
+    if (m_one) m_one->close();
+}
+
+void DisplayRoom::OneWindowTopButton_Click() {
+    m.state.OneAlwaysTop = m.controls.OneWindowTopButton->isChecked();
+    if (m.state.OneToOneLoaded && m_one) m_one->Form_Activate();
+}
+
+} // namespace tarn

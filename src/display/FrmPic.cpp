@@ -1,0 +1,204 @@
+#include "display/FrmPic.h"
+
+#include "common/keys.h"
+#include "common/numbers.h"
+#include "common/paths.h"
+#include "display/Replay.h"
+#include "platform/QtText.h"
+#include "platform/WindowPlaces.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScopedValueRollback>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tarn {
+
+namespace {
+
+constexpr int kHelpSize = 3;
+constexpr QSize kDesign(800, 600);
+constexpr double kZoomStep = 1.25;
+constexpr double kMostZoom = 32;
+
+} // namespace
+
+FrmPic::FrmPic(Context& context) : m(context), m_place(*this, context.state.PicPlace) {
+    setObjectName(QStringLiteral("FrmPic"));
+    setWindowTitle(QStringLiteral("Image"));
+    setAttribute(Qt::WA_OpaquePaintEvent); // every pixel is painted once, so nothing flickers
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+PixelSize FrmPic::Inside() const {
+    const double ratio = devicePixelRatioF();
+    return {int(width() * ratio), int(height() * ratio)};
+}
+
+void FrmPic::Form_Load() {
+    const QScopedValueRollback<bool> loading(m_loading, true);
+    setWindowState(windowState() & ~(Qt::WindowMinimized | Qt::WindowMaximized));
+    m_place.Restore(kDesign);
+    m_zoom = 1;
+    show();
+}
+
+void FrmPic::ViewFull() {
+    if (!isVisible()) Form_Load();
+    PaintPicture();
+}
+
+void FrmPic::Follow() {
+    if (isVisible() && !m_staying) PaintPicture();
+}
+
+void FrmPic::PaintPicture() {
+    const ProgramState& s = m.state;
+    const PixelSize inside = Inside();
+    FitPicture(inside);
+    const std::string caption = SizeCaption(LastPart(s.Filename), inside,
+                                            PercentText(inside.width, s.ImageWidth), s.TextNumOf);
+    setWindowTitle(ToQt(caption));
+    m_painted = false;
+    update();
+}
+
+// From the full copy each time, so that nothing adds up. Brightness comes last, as it takes time by
+// the pixel.
+void FrmPic::FitPicture(PixelSize inside) {
+    ProgramState& s = m.state;
+    ImgX& work = s.ImgXfullBC;
+    work.CopyFrom(s.ImgXfull);
+    ReplayTurns(s, work);
+    const PixelSize picture{work.Width(), work.Height()};
+    m_fit = FitSizeWindow(picture, inside);
+    if (work.HasImage() && m_zoom > 1) {
+        const ZoomedPart zoomed = ZoomPart(picture, m_fit, inside, m_zoom, m_zoomX, m_zoomY);
+        work.Crop(zoomed.part.left, zoomed.part.top, zoomed.part.width, zoomed.part.height);
+        work.Scale(zoomed.drawn.width, zoomed.drawn.height);
+    } else if (m_fit != picture) {
+        work.Scale(m_fit.width, m_fit.height);
+    }
+    work.Brightness(s.BrightnessValue);
+    m_picture = work.FullPicture();
+}
+
+void FrmPic::paintEvent(QPaintEvent*) {
+    m_painted = true;
+    const double ratio = devicePixelRatioF();
+    QPainter painter(this);
+    painter.fillRect(rect(), QColor::fromRgb(QRgb(m.state.SlideBackground)));
+    const PixelSize inside = Inside();
+    const QPointF place(double(RoundHalfEven((inside.width - m_picture.width()) / 2.0)),
+                        double(RoundHalfEven((inside.height - m_picture.height()) / 2.0)));
+    painter.scale(1 / ratio, 1 / ratio);
+    painter.drawImage(place, m_picture);
+}
+
+void FrmPic::resizeEvent(QResizeEvent*) {
+    if (!m_loading && isVisible() && !isMinimized()) PaintPicture();
+}
+
+void FrmPic::closeEvent(QCloseEvent*) {
+    m_picture = {};
+    if (m.shell.MainMinimised()) m.shell.SetMainMinimised(false);
+}
+
+void FrmPic::keyPressEvent(QKeyEvent* event) {
+    Form_KeyUp(m_keys.Press(*event, m_painted));
+}
+
+void FrmPic::keyReleaseEvent(QKeyEvent* event) {
+    Form_KeyUp(m_keys.Release(*event));
+}
+
+void FrmPic::Form_KeyUp(int keycode) {
+    switch (keycode) {
+    case keys::kEscape:
+    case 'X':
+        close();
+        break;
+    case 'Y':
+        StayHere([this] { m.copies.CopyImage(); });
+        break;
+    case keys::kF1:
+        m.shell.ShowHelpPage(kHelpSize);
+        break;
+    case keys::kUp:
+        Step(false);
+        break;
+    case keys::kDown:
+        Step(true);
+        break;
+    default:
+        break;
+    }
+}
+
+void FrmPic::Step(bool on) {
+    StayHere([this, on] {
+        if (on)
+            m.navigation.NextButton_Click();
+        else
+            m.navigation.PrevButton_Click();
+    });
+}
+
+// The act may show another picture; the keyboard stays here.
+void FrmPic::StayHere(const std::function<void()>& act) {
+    const QScopedValueRollback<bool> away(m.state.OneToOneNav, true);
+    const QScopedValueRollback<bool> staying(m_staying, true);
+    act();
+    if (isVisible()) ViewFull();
+}
+
+void FrmPic::mousePressEvent(QMouseEvent*) {
+    m_pressed = true;
+}
+
+void FrmPic::mouseReleaseEvent(QMouseEvent* event) {
+    const bool ours = m_pressed;
+    m_pressed = false;
+    if (!ours) return;
+    if (event->button() == Qt::LeftButton)
+        Step(2 * event->position().x() >= width());
+    else
+        ToggleTop();
+}
+
+void FrmPic::ToggleTop() {
+    const bool top = !IsOnTop(*this);
+    SetOnTop(*this, top);
+    m.shell.ShowMessage(top ? "Size window set to Top" : "Size window set to Normal");
+}
+
+void FrmPic::wheelEvent(QWheelEvent* event) {
+    const int notches = m_wheel.Turned(*event);
+    if (event->modifiers() & Qt::ControlModifier) {
+        if (notches != 0) Zoom(notches, event->position());
+        return;
+    }
+    for (int i = 0; i < std::abs(notches); ++i) Step(notches < 0);
+}
+
+// The point under the pointer stays where it is, as far as the picture's edges allow.
+void FrmPic::Zoom(int notches, QPointF at) {
+    const double before = m_zoom;
+    m_zoom = std::clamp(m_zoom * std::pow(kZoomStep, notches), 1.0, kMostZoom);
+    if (m_zoom < (1 + kZoomStep) / 2) m_zoom = 1; // back at the fit, whatever was rounded
+    const double ratio = devicePixelRatioF();
+    const PixelSize inside = Inside();
+    const auto middle = [&](double old, double offset, int fitted, int window) {
+        if (fitted <= 0) return old;
+        const double moved = old + offset * ratio * (1 / before - 1 / m_zoom) / fitted;
+        const double half = std::min(0.5, window / (2.0 * fitted * m_zoom));
+        return std::clamp(moved, half, 1 - half);
+    };
+    m_zoomX = middle(m_zoomX, at.x() - width() / 2.0, m_fit.width, inside.width);
+    m_zoomY = middle(m_zoomY, at.y() - height() / 2.0, m_fit.height, inside.height);
+    PaintPicture();
+}
+
+} // namespace tarn

@@ -1,0 +1,65 @@
+// The size window: the whole picture fitted into a window of any size and place, which stays open
+// beside the main window and follows the selection.
+#pragma once
+
+#include "display/WindowFit.h"
+#include "display/WindowSteps.h"
+#include "shell/Context.h"
+#include "shell/places/KeptPlace.h"
+
+#include <QImage>
+#include <QWidget>
+
+#include <functional>
+
+namespace tarn {
+
+class FrmPic : public QWidget {
+public:
+    explicit FrmPic(Context& context);
+
+    // Shows the window and paints the current picture.
+    void ViewFull();
+
+    // Paints a new current picture, if the window is up and does not do so itself.
+    void Follow();
+
+    // The inside in device pixels.
+    PixelSize Inside() const;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    void Form_Load();
+    void Form_KeyUp(int keycode);
+    void Step(bool on);
+    void StayHere(const std::function<void()>& act);
+    void ToggleTop();
+    void Zoom(int notches, QPointF at);
+    void PaintPicture();
+    void FitPicture(PixelSize inside);
+
+    Context& m;
+    KeptPlace m_place;
+    QImage m_picture; // as painted, device pixels
+    HeldKeys m_keys;
+    WheelNotches m_wheel;
+    PixelSize m_fit;   // of the whole picture
+    double m_zoom = 1; // times the fit
+    double m_zoomX = 0.5;
+    double m_zoomY = 0.5;
+    bool m_loading = false;
+    bool m_staying = false; // it paints after its own act
+    bool m_pressed = false;
+    bool m_painted = true;
+};
+
+} // namespace tarn

@@ -1,0 +1,181 @@
+// Keys and mouse of the 1:1 window.
+#include "display/frmOnetoOne.h"
+
+#include "common/keys.h"
+#include "platform/PictureBox.h"
+#include "platform/QtText.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScopedValueRollback>
+#include <QWheelEvent>
+
+#include <cstdlib>
+#include <utility>
+
+namespace tarn {
+
+namespace {
+
+constexpr int kHelpOneToOne = 4;
+
+} // namespace
+
+bool frmOnetoOne::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::KeyPress:
+        Form_KeyUp(m_keys.Press(*static_cast<QKeyEvent*>(event), m_painted));
+        return true;
+    case QEvent::KeyRelease:
+        Form_KeyUp(m_keys.Release(*static_cast<QKeyEvent*>(event)));
+        return true;
+    case QEvent::Wheel: {
+        const int notches = m_wheel.Turned(*static_cast<QWheelEvent*>(event));
+        for (int i = 0; i < std::abs(notches); ++i) Step(notches < 0);
+        return true;
+    }
+    case QEvent::Paint:
+        m_painted = true;
+        return false;
+    default:
+        return Mouse(watched, event);
+    }
+}
+
+void frmOnetoOne::Form_KeyUp(int keycode) {
+    switch (keycode) {
+    case keys::kNone:
+        break;
+    case keys::kEscape:
+    case 'X':
+        close();
+        break;
+    case 'T':
+        ToggleInfo();
+        break;
+    case 'Y':
+        Copy();
+        break;
+    case 'S':
+        SwapPlaces();
+        break;
+    case keys::kF1:
+        m.shell.ShowHelpPage(kHelpOneToOne);
+        break;
+    case keys::kUp:
+        Step(false);
+        break;
+    case keys::kDown:
+        Step(true);
+        break;
+    case keys::kDelete:
+        StayHere([this] { m.fileops.DeleteButton_Click(); });
+        break;
+    default:
+        m_picture3->setVisible(m_picture3->isHidden());
+        break;
+    }
+}
+
+void frmOnetoOne::Step(bool on) {
+    StayHere([this, on] {
+        if (on)
+            m.navigation.NextButton_Click();
+        else
+            m.navigation.PrevButton_Click();
+    });
+}
+
+// The act may show another picture; the keyboard stays here.
+void frmOnetoOne::StayHere(const std::function<void()>& act) {
+    const QScopedValueRollback<bool> away(m.state.OneToOneNav, true);
+    act();
+    if (m.state.OneToOneLoaded) show();
+}
+
+void frmOnetoOne::Copy() {
+    const std::string name = m.state.FileNameOnly; // the copy may advance to the next file
+    bool copied = false;
+    StayHere([&] { copied = m.copies.CopyImage(); });
+    if (!m.state.CopyOk.empty())
+        ShowInfo(m.state.CopyOk);
+    else if (copied)
+        setWindowTitle(ToQt("Tarn View - 1:1  " + name + "  COPIED"));
+    else
+        ShowInfo(m.state.MessageText);
+}
+
+// The first time the place in view is only remembered.
+void frmOnetoOne::SwapPlaces() {
+    if (!m_last) return;
+    const NavPoint here = *m_last;
+    const NavPoint there = m_other.value_or(here);
+    m_other = here;
+    MoveView(there.x, there.y);
+}
+
+bool frmOnetoOne::Mouse(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick: {
+        const auto& press = *static_cast<QMouseEvent*>(event);
+        m_pressedIn = watched;
+        m_pressedAt = press.position();
+        m_dragged = false;
+        if (watched == m_picture3) PressNavigator(press);
+        return true;
+    }
+    case QEvent::MouseMove:
+        if (watched == m_pressedIn) DragView(*static_cast<QMouseEvent*>(event));
+        return true;
+    case QEvent::MouseButtonRelease:
+        if (std::exchange(m_pressedIn, nullptr) == m_picture2 && watched == m_picture2)
+            ReleaseView(*static_cast<QMouseEvent*>(event));
+        return true;
+    default:
+        return false;
+    }
+}
+
+void frmOnetoOne::PressNavigator(const QMouseEvent& event) {
+    const QPointF at = event.position() * devicePixelRatioF();
+    if (event.button() == Qt::LeftButton)
+        MoveView(float(at.x()), float(at.y()));
+    else if (event.button() == Qt::RightButton)
+        ToggleInfo();
+}
+
+// The picture follows the pointer; on the navigator the point in view does.
+void frmOnetoOne::DragView(const QMouseEvent& event) {
+    if (!(event.buttons() & Qt::LeftButton) || !m_last) return;
+    const QPointF at = event.position();
+    if (m_pressedIn == m_picture3) {
+        const float x = std::clamp(float(at.x() * devicePixelRatioF()), 0.0F, float(m_nav.Width()));
+        const float y =
+            std::clamp(float(at.y() * devicePixelRatioF()), 0.0F, float(m_nav.Height()));
+        MoveView(x, y);
+        return;
+    }
+    const QPointF moved = at - m_pressedAt;
+    if (!m_dragged && moved.manhattanLength() < QApplication::startDragDistance()) return;
+    m_dragged = true;
+    m_pressedAt = at;
+    const PixelSize copy{m_nav.Width(), m_nav.Height()};
+    const double x = moved.x() * devicePixelRatioF() * copy.width / std::max(1, m_full.Width());
+    const double y = moved.y() * devicePixelRatioF() * copy.height / std::max(1, m_full.Height());
+    // From a place that is in view, so that no way has to be dragged back in vain.
+    const NavPoint from = WithinReach(*m_last, Full(), copy, View());
+    const NavPoint to = WithinReach({from.x - float(x), from.y - float(y)}, Full(), copy, View());
+    MoveView(to.x, to.y);
+}
+
+void frmOnetoOne::ReleaseView(const QMouseEvent& event) {
+    if (event.button() == Qt::LeftButton) {
+        if (!m_dragged) Step(2 * event.position().x() > m_picture2->width());
+    } else {
+        m.shell.SetMainMinimised(!m.shell.MainMinimised());
+    }
+}
+
+} // namespace tarn

@@ -1,0 +1,43 @@
+#include "display/Travel.h"
+
+#include <algorithm>
+
+namespace tarn {
+
+namespace {
+
+constexpr int kFarthest = 20; // rows looked at in one direction
+
+} // namespace
+
+void Travel::GoTo(int row, int count) {
+    const bool known = count == m_count && m_row >= 0;
+    if (!known)
+        m_back = false;
+    else if (row != m_row)
+        m_back = count > 2 && row == (m_row + count - 1) % count;
+    m_row = row;
+    m_count = count;
+}
+
+// The next such row, -1 when there is none before the way leads back to the row shown.
+int Travel::Seek(int from, int by, const std::function<bool(int row)>& wanted) const {
+    if (from < 0 || m_count < 1) return -1;
+    for (int i = 0, row = from; i < kFarthest; ++i) {
+        row = (row + by + m_count) % m_count;
+        if (row == m_row) return -1;
+        if (wanted(row)) return row;
+    }
+    return -1;
+}
+
+std::vector<int> Travel::Next(const std::function<bool(int row)>& wanted) const {
+    const int by = m_back ? -1 : 1;
+    const int first = Seek(m_row, by, wanted);
+    std::vector<int> rows;
+    for (const int row : {first, Seek(first, by, wanted), Seek(m_row, -by, wanted)})
+        if (row >= 0 && std::find(rows.begin(), rows.end(), row) == rows.end()) rows.push_back(row);
+    return rows;
+}
+
+} // namespace tarn

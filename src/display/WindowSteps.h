@@ -1,0 +1,33 @@
+// How keys and wheel step in the picture windows.
+#pragma once
+
+class QKeyEvent;
+class QWheelEvent;
+
+namespace tarn {
+
+// A key acts on its release, and only when the same window saw its press. Up and Down act again
+// and again while they are held, then not once more on their release.
+class HeldKeys {
+public:
+    // The key code that acts now, or 0. `ready` is false while the picture stepped to last has not
+    // been painted: a repeat that comes too early is left out, so that no queue builds up.
+    int Press(const QKeyEvent& event, bool ready);
+    int Release(const QKeyEvent& event);
+
+private:
+    int m_key = 0;
+    bool m_repeated = false;
+};
+
+// Whole notches of a wheel; a touchpad sends many parts of one.
+class WheelNotches {
+public:
+    // Since the last call: above 0 away from the user.
+    int Turned(const QWheelEvent& event);
+
+private:
+    int m_rest = 0;
+};
+
+} // namespace tarn

@@ -1,0 +1,147 @@
+#include "display/frmOnetoOne.h"
+
+#include "display/Replay.h"
+#include "platform/PictureBox.h"
+#include "platform/QtText.h"
+#include "platform/WindowPlaces.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QScopedValueRollback>
+
+namespace tarn {
+
+namespace {
+
+constexpr QSize kDesign(800, 600);
+constexpr int kCorner = 75 / kTwipsPerPixel; // from the edges
+constexpr const char* kCaption = "Tarn View - 1:1  ";
+
+PixelSize Whole(QSize size) {
+    return {size.width(), size.height()};
+}
+
+} // namespace
+
+frmOnetoOne::frmOnetoOne(Context& context)
+    : m(context), m_place(*this, context.state.OneToOnePlace), m_picture2(new PictureBox(this)),
+      m_picture3(new PictureBox(this)), m_infoText(new QLabel(this)) {
+    setObjectName(QStringLiteral("frmOnetoOne"));
+    m_picture2->setObjectName(QStringLiteral("OnePicture2"));
+    m_picture3->setObjectName(QStringLiteral("OnePicture3"));
+    m_infoText->setObjectName(QStringLiteral("InfoText"));
+    m_infoText->setTextFormat(Qt::PlainText);
+    m_infoText->setAutoFillBackground(true);
+    m_infoText->setMargin(2);
+    for (PictureBox* box : {m_picture2, m_picture3}) box->installEventFilter(this);
+    setFocusProxy(m_picture2);
+}
+
+PixelSize frmOnetoOne::Navigator() const {
+    const double ratio = devicePixelRatioF();
+    return {int(kNavWidth * ratio), int(kNavHeight * ratio)};
+}
+
+PixelSize frmOnetoOne::View() const {
+    return Whole(m_picture2->PixelSize());
+}
+
+void frmOnetoOne::Form_Load() {
+    {
+        const QScopedValueRollback<bool> loading(m_loading, true);
+        setWindowState(windowState() & ~(Qt::WindowMinimized | Qt::WindowMaximized));
+        m_place.Restore(kDesign);
+        m_picture2->SetPicture(QImage());
+        m_picture3->show();
+        m_last.reset();
+        Layout();
+        Form_Activate();
+        show();
+        OnePicture(false);
+    }
+    m.state.OneToOneLoaded = m.state.OneToOneVisible = true;
+    m_picture2->setFocus();
+}
+
+void frmOnetoOne::Form_Activate() {
+    SetOnTop(*this, m.state.OneAlwaysTop);
+}
+
+void frmOnetoOne::OnePicture(bool arriving) {
+    const ProgramState& s = m.state;
+    m_infoText->setText(ToQt(s.Filename + " (" + s.SizeText + ") " + s.FileSizeText));
+    m_infoText->setToolTip(ToToolTip(s.Filename));
+    setWindowTitle(ToQt(kCaption + s.Filename));
+    m_full.CopyFrom(s.ImgXfull);
+    ReplayTurns(s, m_full);
+    if (arriving) TurnUpright(s.ExpOrientation, m_full);
+    m_nav.CopyFrom(m_full); // from the pixels at hand, which are enough for it
+    m_full.FetchAll();
+    m_full.Brightness(s.BrightnessValue);
+    ShowNavigator();
+    m_infoText->setVisible(s.OneToOneInfo);
+    Layout();
+    const PixelSize copy{m_nav.Width(), m_nav.Height()};
+    const NavPoint at = m_last.value_or(NavPoint{float(copy.width) / 2, float(copy.height) / 2});
+    MoveView(at.x, at.y);
+}
+
+void frmOnetoOne::ShowNavigator() {
+    const PixelSize picture = Full();
+    const PixelSize copy = FitNavigator(picture, Navigator());
+    if (copy != picture) m_nav.Scale(copy.width, copy.height);
+    m_nav.Brightness(m.state.BrightnessValue);
+    m_picture3->SetPicture(m_nav.FullPicture());
+}
+
+// Copies share their pixels, so that only what is cut out is copied.
+void frmOnetoOne::MoveView(float x, float y) {
+    const PixelSize view = View();
+    const PixelSize copy{m_nav.Width(), m_nav.Height()};
+    m_last = NavPoint{x, y};
+    const auto place = PlaceOfView(x, y, Full(), copy, view);
+    if (!place) return; // a picture smaller than the viewport: it keeps what it showed
+    m_view.CopyFrom(m_full);
+    m_view.Crop(place->left, place->top, view.width, view.height);
+    m_painted = false;
+    m_picture2->SetPicture(m_view.FullPicture());
+}
+
+void frmOnetoOne::ToggleInfo() {
+    const bool shown = m_infoText->isHidden();
+    m_infoText->setVisible(shown);
+    m.state.OneToOneInfo = shown;
+}
+
+void frmOnetoOne::ShowInfo(const std::string& text) {
+    m_infoText->setText(ToQt(text));
+    m_infoText->show();
+}
+
+void frmOnetoOne::Layout() {
+    m_picture2->setGeometry(rect());
+    const double ratio = devicePixelRatioF();
+    const QSize copy(int(std::ceil(m_nav.Width() / ratio)), int(std::ceil(m_nav.Height() / ratio)));
+    m_picture3->setGeometry(width() - copy.width() - kCorner, height() - copy.height() - kCorner,
+                            copy.width(), copy.height());
+    m_infoText->setGeometry(0, 0, width(), m_infoText->sizeHint().height());
+}
+
+void frmOnetoOne::resizeEvent(QResizeEvent*) {
+    if (m_loading || isMinimized()) return;
+    Layout();
+    if (m_last) MoveView(m_last->x, m_last->y);
+}
+
+void frmOnetoOne::closeEvent(QCloseEvent*) {
+    m.state.OneToOneLoaded = m.state.OneToOneVisible = false;
+    // A hidden button would hand its focus to whatever comes next.
+    if (m.controls.CloseOneToOneButton->hasFocus()) m.shell.FocusPane();
+    m.controls.CloseOneToOneButton->hide();
+    m_full.Clear();
+    m_nav.Clear();
+    m_view.Clear();
+    if (m.shell.MainMinimised()) m.shell.SetMainMinimised(false);
+}
+
+} // namespace tarn

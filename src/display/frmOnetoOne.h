@@ -1,0 +1,84 @@
+// The 1:1 window: one pixel of the screen for each pixel of the picture. A reduced copy in its
+// corner is the navigator: a press there shows the part round that point, also of every picture
+// that follows.
+#pragma once
+
+#include "display/WindowFit.h"
+#include "display/WindowSteps.h"
+#include "shell/Context.h"
+#include "shell/places/KeptPlace.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+
+class QLabel;
+
+namespace tarn {
+
+class frmOnetoOne : public QWidget {
+public:
+    // The navigator's box in logical pixels.
+    static constexpr int kNavWidth = 200;
+    static constexpr int kNavHeight = 150;
+
+    explicit frmOnetoOne(Context& context);
+
+    // Brings the window up to the current picture. `arriving`: the preview is still to be turned by
+    // the camera's orientation, so that the flags do not tell it yet.
+    void OnePicture(bool arriving);
+
+    // Shows the part round a point of the navigator's copy, in device pixels of that.
+    void MoveView(float x, float y);
+
+    void ToggleInfo();
+
+    void Form_Load();
+    void Form_Activate(); // above the other windows or not
+
+    // The navigator's box in device pixels.
+    PixelSize Navigator() const;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void Form_KeyUp(int keycode);
+    bool Mouse(QObject* watched, QEvent* event);
+    void PressNavigator(const QMouseEvent& event);
+    void DragView(const QMouseEvent& event);
+    void ReleaseView(const QMouseEvent& event);
+    void Step(bool on);
+    void StayHere(const std::function<void()>& act);
+    void Copy();
+    void SwapPlaces();
+    void ShowNavigator();
+    void ShowInfo(const std::string& text);
+    void Layout();
+
+    PixelSize View() const;
+    PixelSize Full() const { return {m_full.Width(), m_full.Height()}; }
+
+    Context& m;
+    KeptPlace m_place;
+    PictureBox* m_picture2; // the viewport
+    PictureBox* m_picture3; // the navigator
+    QLabel* m_infoText;
+    ImgX m_full; // OnePicFull, OnePicNav, OnePicView
+    ImgX m_nav;
+    ImgX m_view;
+    std::optional<NavPoint> m_last;  // none before the first showing
+    std::optional<NavPoint> m_other; // the second place remembered
+    HeldKeys m_keys;
+    WheelNotches m_wheel;
+    QObject* m_pressedIn = nullptr;
+    QPointF m_pressedAt;
+    bool m_dragged = false;
+    bool m_loading = false;
+    bool m_painted = true;
+};
+
+} // namespace tarn

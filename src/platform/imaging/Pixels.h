@@ -1,0 +1,22 @@
+// Work on decoded pixels that the interface and the worker threads share.
+#pragma once
+
+#include <QImage>
+#include <QSize>
+
+namespace tarn {
+
+// Format_ARGB32 where something shines through, else Format_RGB32.
+QImage InOwnFormat(const QImage& picture);
+
+// To exactly this size, smoothly.
+QImage Resampled(const QImage& picture, QSize size);
+
+// -100 to 100, so many percent of white added to each channel.
+QImage Brightened(QImage picture, int value);
+
+// Fewest pixels of a file from which it can be fitted into the box upright and on its side; empty,
+// for all of them, when the box is.
+QSize LeastFor(QSize picture, QSize box);
+
+} // namespace tarn
