@@ -104,7 +104,7 @@ std::string FullSlides::LoadFile() {
     ProgramState& s = m.state;
     const SlideSize box = SlideBoxOf(SlideLayout::One, m_time.Screen());
     const QSize size = ImgX::ReadFileInfo(s.SlideFile);
-    std::string error = s.ImgXslide.LoadFile(s.SlideFile, QSize(box.width, box.height));
+    std::string error = s.ImgXslide.LoadFile(s.SlideFile, QSize(box.width, box.height), m.ahead);
     if (!s.ImgXslide.HasImage()) {
         const std::string systemError = s.ImgXslide.LoadWithSystemReader(s.SlideFile);
         if (s.ImgXslide.HasImage()) error = systemError;
@@ -195,7 +195,8 @@ void FullSlides::ExpectNeighbours() {
     std::vector<PictureWish> wishes;
     for (const int index : m_sequence.Expected())
         if (!IsPassedOver(m.state, PathOf(index)))
-            wishes.push_back({PathOf(index), QSize(box.width, box.height)});
+            wishes.push_back({PathOf(index), QSize(box.width, box.height),
+                              SizesIn(SlideLayout::One, m_time.Screen())});
     m.ahead.Expect(wishes);
 }
 

@@ -87,14 +87,16 @@ void ManySlides::DrawTitles() {
 void ManySlides::ExpectNeighbours(bool forward) {
     const ProgramState& s = m.state;
     const FileListBox& list = *m.controls.FileListBox;
-    const QSize wanted = s.OneX || s.TwoX ? QSize() : QSize(s.PreviewWidth, s.PreviewHeight);
+    const QSize wanted =
+        s.OneX || s.TwoX || s.OneToOneLoaded ? QSize() : QSize(s.PreviewWidth, s.PreviewHeight);
     const int count = list.Count();
     const int first = m_areas[s.SlideCompare && m_areas.size() > 1 ? 1 : 0].row;
     const int last = m_areas.back().row;
     std::vector<PictureWish> wishes;
     const auto wish = [&](int row) {
         row = (row % count + count) % count;
-        wishes.push_back({JoinPath(list.Path(), list.Text(row)), wanted});
+        wishes.push_back({JoinPath(list.Path(), list.Text(row)), wanted,
+                          SizesIn(m_time.Layout(), m_time.Screen())});
     };
     for (const int offset : {1, 2}) wish(forward ? last + offset : first - offset);
     wish(forward ? first - 1 : last + 1);

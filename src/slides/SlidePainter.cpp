@@ -44,6 +44,14 @@ void FitInto(ImgX& picture, SlideLayout layout, const SlideScreen& screen) {
     picture.Scale(size.width, size.height);
 }
 
+std::function<std::vector<QSize>(QSize)> SizesIn(SlideLayout layout, const SlideScreen& screen) {
+    return [layout, screen](QSize picture) {
+        const SlideSize upright = FitSlide(picture.width(), picture.height(), layout, screen);
+        const SlideSize lying = FitSlide(picture.height(), picture.width(), layout, screen);
+        return std::vector<QSize>{{upright.width, upright.height}, {lying.height, lying.width}};
+    };
+}
+
 void PaintText(QImage& picture, const std::string& text, const SlideState& state,
                const SlideScreen& screen) {
     if (text.empty()) return;

@@ -8,7 +8,9 @@
 
 #include <QImage>
 
+#include <functional>
 #include <string>
+#include <vector>
 
 namespace tarn {
 
@@ -21,6 +23,10 @@ void WantTurn(DisplayState& state, const Turn& turn);
 
 // Fitted into its area.
 void FitInto(ImgX& picture, SlideLayout layout, const SlideScreen& screen);
+
+// The sizes to which pictures will be scaled, upright and on their side, for a worker that prepares
+// them: given a picture's size, as stored.
+std::function<std::vector<QSize>(QSize)> SizesIn(SlideLayout layout, const SlideScreen& screen);
 
 // Writes the text into the picture's corner, in font and colour of the titles.
 void PaintText(QImage& picture, const std::string& text, const SlideState& state,

@@ -6,7 +6,6 @@
 
 #include <QCheckBox>
 #include <QLabel>
-#include <QTimer>
 
 #include <deque>
 
@@ -16,20 +15,15 @@ namespace {
 // Does one thing at each look of a show for events.
 struct ShowDesk : AppDesk {
     std::deque<std::function<void()>> acts;
-    QTimer timer;
 
     ShowDesk() {
-        QObject::connect(&timer, &QTimer::timeout, [this] {
+        events.onPump = [this] {
             if (!house.slides.Window() || !house.state.Slideloop) return;
-            if (acts.empty()) {
-                house.slides.SlideDone();
-                return;
-            }
+            if (acts.empty()) return house.slides.SlideDone();
             const auto act = acts.front();
             acts.pop_front();
             act();
-        });
-        timer.start(0);
+        };
     }
     void Click(QPushButton* button) {
         button->click();

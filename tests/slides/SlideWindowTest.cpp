@@ -17,6 +17,14 @@ struct WindowDesk : SlideDesk {
     void Click(Qt::MouseButton button, int x, int y) {
         QTest::mouseClick(room.Window(), button, Qt::NoModifier, QPoint(x, y));
     }
+    // The corner of a picture of this size, in device pixels.
+    QPoint Middle(int w, int h) const {
+        const QSize whole = room.Window()->Backing().size();
+        const SlideScreen screen =
+            SlideScreenOf(whole.width(), whole.height(), window.devicePixelRatioF());
+        const SlidePlace place = PlaceSlide({w, h}, 0, SlideLayout::One, screen);
+        return {place.left, place.top};
+    }
     void Wheel(int eighths) {
         QWheelEvent event(QPointF(9, 9), QPointF(9, 9), {}, QPoint(0, eighths), Qt::NoButton,
                           Qt::NoModifier, Qt::NoScrollPhase, false);
@@ -113,10 +121,7 @@ TEST(SlidePainting, OnePictureInTheMiddleAndNothingRemains) {
     d.folder.Write("b.jpg", JpegBytes(TellTale(30, 20)));
     d.notes.note = "note";
     const double unit = d.window.devicePixelRatioF();
-    const int middle = int(792 * unit);
-    const auto place = [&](int w, int h) {
-        return QPoint((middle - w) / 2 + int(4 * unit), (middle - h) / 2 - int(6 * unit));
-    };
+    const auto place = [&](int w, int h) { return d.Middle(w, h); };
     const auto quarters = [&](int w, int h) {
         return d.QuartersAt(place(w, h).x(), place(w, h).y(), w, h);
     };
@@ -166,11 +171,8 @@ TEST(SlidePainting, TheCamerasTurnFollowsTheKeysAndNotesStandUpright) {
     WindowDesk d;
     d.Fill({"a.jpg", "b.jpg"});
     d.info.orientation = {{"a.jpg", 6}};
-    const double unit = d.window.devicePixelRatioF();
     const auto at = [&](int w, int h) {
-        const int middle = int(792 * unit);
-        return d.QuartersAt((middle - w) / 2 + int(4 * unit), (middle - h) / 2 - int(6 * unit), w,
-                            h);
+        return d.QuartersAt(d.Middle(w, h).x(), d.Middle(w, h).y(), w, h);
     };
     std::vector<std::string> painted;
     d.Do([&] {
