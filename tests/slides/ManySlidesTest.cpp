@@ -78,7 +78,7 @@ TEST(ManySlides, TheDecodeOfTheSelectionServesTheArea) {
         ManyDesk d;
         d.Fill({"a.jpg", "b.jpg"});
         for (const char* name : {"a.jpg", "b.jpg"})
-            d.folder.Write(name, JpegBytes(TellTale(1600, 1200)));
+            d.folder.Write(name, JpegBytes(TellTale(800, 600)));
         d.state.PreviewWidth = 40;
         d.state.PreviewHeight = 30;
         d.display.whenLoaded = [&] {
@@ -161,7 +161,7 @@ TEST(ManySlides, TurnsAsTheSelectionDidOrLaysEveryPictureDown) {
     d.display.turnedRight = "a.jpg";
     d.display.upsideDown = "c.jpg";
     // Areas of 396 x 396 on the 800 x 800 of this screen.
-    const auto look = [&](std::vector<std::string>& quarters, std::vector<QRect> places) {
+    const auto look = [&](std::vector<std::string>& quarters, const std::vector<QRect>& places) {
         d.pump.script.push_back([&, places] {
             for (const QRect& p : places)
                 quarters.push_back(d.QuartersAt(p.left(), p.top(), p.width(), p.height()));
