@@ -92,7 +92,7 @@ void FullSlides::AdjustWindow() {
     m_sequence.ShowAgain();
     m.display.AdjustButton_Click();
     m_time.Window().LiftOthers();
-    m_time.Window().activateWindow();
+    m_time.Window().TakeFocusBack();
 }
 
 void FullSlides::NextNotesMode() {

@@ -16,6 +16,7 @@ namespace {
 
 constexpr int kBottom = 20;           // logical pixels of the strip below BottomLine
 constexpr int kHeld = 500;            // milliseconds until a held press shows the name
+constexpr int kFocusComes = 1000;     // milliseconds after which a window was activated by hand
 constexpr int kPointerRests = 2000;   // milliseconds until the pointer hides
 constexpr double kProgressHeight = 2; // logical pixels
 
@@ -254,6 +255,11 @@ void frmSlideShow::closeEvent(QCloseEvent* event) {
 // A window that comes up during the show belongs to this one. The toolkit sends the event before
 // the window system is asked, which would be too late.
 bool frmSlideShow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::WindowActivate && m_focusAsked.isValid() && watched != this &&
+        watched->isWidgetType() && static_cast<QWidget*>(watched)->isWindow()) {
+        if (m_focusAsked.elapsed() < kFocusComes) activateWindow();
+        m_focusAsked.invalidate();
+    }
     if (event->type() != QEvent::Show || !watched->isWidgetType() || watched == this ||
         !isVisible())
         return false;
@@ -262,6 +268,11 @@ bool frmSlideShow::eventFilter(QObject* watched, QEvent* event) {
     window->setTransientParent(windowHandle());
     m_lifted.emplace_back(window);
     return false;
+}
+
+void frmSlideShow::TakeFocusBack() {
+    activateWindow();
+    m_focusAsked.start();
 }
 
 void frmSlideShow::LiftOthers() {

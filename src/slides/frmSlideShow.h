@@ -5,6 +5,7 @@
 #include "shell/commands/Commands.h"
 #include "shell/state/SlideState.h"
 
+#include <QElapsedTimer>
 #include <QImage>
 #include <QPointer>
 #include <QTimer>
@@ -52,6 +53,9 @@ public:
 
     // The program's other windows that are up come to stand above this one.
     void LiftOthers();
+    // The keyboard comes back here from a window that was just opened, which gets it a moment
+    // later.
+    void TakeFocusBack();
     void LetOthersGo(); // and what comes up from now on is none of this window's
 
     void SlideDone() { m_slides.SlideDone(); }
@@ -109,6 +113,7 @@ private:
     QTimer m_pointerTimer;
     Qt::CursorShape m_pointer = Qt::ArrowCursor;
     QPoint m_mouseAt{-1, -1};
+    QElapsedTimer m_focusAsked;              // since TakeFocusBack, until it has worked
     std::vector<QPointer<QWindow>> m_lifted; // belong to this window until it goes
 };
 
