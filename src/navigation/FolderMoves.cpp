@@ -35,6 +35,7 @@ void NavigationRoom::LoadStartFolder() {
         s.HistCur = 0;
     }
     SetHistoryButtons();
+    m.copies.FolderChanged();
 }
 
 bool NavigationRoom::EnterFolder(const std::string& path) {
@@ -45,6 +46,7 @@ bool NavigationRoom::EnterFolder(const std::string& path) {
         if (!m.state.HistNav && !RecordFolder(m.state, path))
             m.shell.ShowMessage("WARNING - Upper limit reached for folder history");
         SetHistoryButtons();
+        m.copies.FolderChanged();
     }
     ResetFileHistory(false);
     return entered; // else the list keeps its folder, and nothing is selected in it

@@ -30,14 +30,15 @@ House::House(const Platform& p)
               copies,     fileops,  video,      shell,   ahead,    p.clipboard, p.files,
               p.settings, p.events, p.dialogs,  p.sound, p.desktop},
       window(controls, p.files), shell(context, window), navigation(context), display(context),
-      info(context), notes(context), slides(context), fileops(context), video(context),
-      importExport(context), programs(context), keys(context),
+      info(context), notes(context), slides(context), copies(context), fileops(context),
+      video(context), importExport(context), programs(context), keys(context),
       lifecycle(context, window, navigation, notes, programs) {
     navigation.ConnectControls();
     display.ConnectControls();
     info.ConnectControls();
     notes.ConnectControls();
     slides.ConnectControls();
+    copies.ConnectControls();
     fileops.ConnectControls();
     importExport.ConnectControls();
     programs.ConnectControls();

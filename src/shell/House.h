@@ -2,6 +2,7 @@
 #pragma once
 
 #include "display/DisplayRoom.h"
+#include "fileops/CopyRoom.h"
 #include "fileops/FileRoom.h"
 #include "fileops/ImportExport.h"
 #include "navigation/NavigationRoom.h"
@@ -57,7 +58,7 @@ public:
     PictureInfoRoom info;
     NotesRoom notes;
     SlideRoom slides;
-    SilentCopies copies;
+    CopyRoom copies;
     FileRoom fileops;
     SilentVideo video;
     ImportExport importExport;

@@ -1,14 +1,11 @@
 // Copy, delete, rename, duplicate and their undoing in the whole window, on real files with their
 // own wastebasket; and every change of the disk failing once in turn.
-#include "AppDesk.h"
-#include "support/Trees.h"
+#include "FilesDesk.h"
 
-#include "platform/Clipboard.h"
+#include <sys/resource.h>
 
-#include <QAction>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPlainTextEdit>
+#include <csignal>
+#include <fstream>
 
 #include <filesystem>
 
@@ -16,45 +13,6 @@ namespace tarn::testing {
 namespace {
 
 namespace fs = std::filesystem;
-
-struct FilesDesk : AppDesk {
-    TestFolder notes;
-    MainControls& c = house.controls;
-    ProgramState& s = house.state;
-
-    explicit FilesDesk(const std::vector<std::string>& pictures = {"a.jpg", "b.jpg", "c.jpg"}) {
-        fs::remove_all(std::string(std::getenv("XDG_DATA_HOME")) + "/Trash");
-        int width = 60;
-        for (const std::string& name : pictures) AddPicture(name, width++);
-        settings->Write("notes_folder", notes.Path());
-        settings->Write("delete_confirm", "False");
-    }
-    std::string Said() const { return c.FileDateText->text().toStdString(); }
-    std::string Error() const {
-        return c.Label_error->isHidden() ? "" : c.Label_error->text().toStdString();
-    }
-    Tree Pictures() const { return ReadTree(folder.Path()); }
-    Tree Notes() const { return ReadTree(notes.Path()); }
-    std::string Names() const {
-        std::string names;
-        for (const auto& [name, bytes] : Pictures()) names += name + " ";
-        return names;
-    }
-    void GoTo(const char* name) { house.navigation.SelectRow(c.FileListBox->RowOf(name)); }
-    // Presses the entry and answers the dialog that asks for a name.
-    void NewName(QAction* entry, const char* form, const char* box, const char* name) {
-        entry->trigger();
-        auto* dialog = house.window.findChild<QWidget*>(QString::fromLatin1(form));
-        ASSERT_TRUE(dialog);
-        dialog->findChild<QLineEdit*>(QString::fromLatin1(box))->setText(QString::fromUtf8(name));
-        for (QPushButton* button : dialog->findChildren<QPushButton*>())
-            if (button->isDefault()) button->click();
-    }
-    void Rename(const char* name) { NewName(c.RenameButton, "frmRename", "RenameText", name); }
-    void Duplicate(const char* name) {
-        NewName(c.DuplicateButton, "frmDuplicate", "DupText", name);
-    }
-};
 
 TEST(Delete, GoesWithItsNoteAndTheSameRowIsNext) {
     FilesDesk d;
@@ -361,6 +319,72 @@ TEST(FileCommands, NoFailureLosesAnything) {
             EXPECT_FALSE(d.s.BatchRuns);
         }
         EXPECT_GT(calls, 0) << name;
+    }
+}
+
+// A disk that takes no more than a few bytes: filled up where it is a small one of its own, else a
+// limit of the system on what a file may hold.
+class FullDisk {
+public:
+    explicit FullDisk(const std::string& folder) {
+        constexpr std::uintmax_t kSmall = 8 << 20;
+        if (fs::space(folder).capacity <= kSmall) {
+            std::ofstream filler(folder + "/.filler", std::ios::binary);
+            while (filler.write("0123456789abcdef", 16).flush()) {
+            }
+            return;
+        }
+        std::signal(SIGXFSZ, SIG_IGN);
+        ::getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit few{1000, m_before.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &few);
+        m_limited = true;
+    }
+    ~FullDisk() {
+        if (m_limited) ::setrlimit(RLIMIT_FSIZE, &m_before);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+private:
+    rlimit m_before{};
+    bool m_limited = false;
+};
+
+TEST(FileCommands, AFullDiskLeavesEverythingAsItStood) {
+    using Act = std::function<void(PasteDesk&)>;
+    const std::map<std::string, Act> commands{
+        {"paste",
+         [](PasteDesk& d) {
+             d.c.CopyButton->trigger();
+             d.Open(d.target);
+             d.c.PasteButton->trigger();
+             EXPECT_EQ(d.Said(), "Paste failed for 'a.jpg'");
+         }},
+        {"duplicate", [](PasteDesk& d) { d.Duplicate("d.jpg"); }},
+        {"rename", [](PasteDesk& d) { d.Rename("d.jpg"); }}, // whose note finds no room
+        {"convert",
+         [](PasteDesk& d) {
+             d.c.ConvertButton->trigger();
+             EXPECT_EQ(d.Said(), "ImgX Error - 'a-1.jpg' NOT created");
+         }},
+    };
+    for (const auto& [name, act] : commands) {
+        SCOPED_TRACE(name);
+        PasteDesk d;
+        d.folder.Write("a.jpg", JpegBytes(TellTale(900, 600)));
+        d.notes.Write("a.enf", std::string(20000, 'n'));
+        d.Start();
+        const Tree pictures = d.Pictures();
+        const Tree notes = d.Notes();
+        {
+            const FullDisk full(d.folder.Path());
+            act(d);
+        }
+        fs::remove(d.folder.Path() + "/.filler");
+        EXPECT_EQ(d.Pictures(), pictures);
+        EXPECT_EQ(d.Notes(), notes);
+        EXPECT_TRUE(d.Target().empty());
     }
 }
 

@@ -141,6 +141,7 @@ struct RecordingCopies : CopyCommands {
     void SetCaptionShown(bool shown) override {
         calls.push_back(shown ? "caption up" : "caption down");
     }
+    void FolderChanged() override {}
     Calls& calls;
     bool copies = true;
 };

@@ -88,6 +88,7 @@ public:
     virtual bool CopyImage() = 0;
     virtual bool CMImage() = 0;
     virtual void SetCaptionShown(bool shown) = 0; // the caption window, if it is open
+    virtual void FolderChanged() = 0;             // the list shows another folder
 };
 
 // Filename and its note: away, under another name, twice. Each refreshes the list.

@@ -71,7 +71,7 @@ const std::vector<SettingRow> kRows{
     // convert to JPEG
     {"convert_jpg_type", SettingType::Integer, "0", TARN_FIELD(ConvertJpgType)},
     {"convert_jpg_lines", SettingType::String, "1", TARN_FIELD(ConvertJpgLines)},
-    {"convert_jpg_captiontext", SettingType::String, "", TARN_FIELD(ConvertJpgCaption)},
+    {"convert_jpg_captiontext", SettingType::String, "", TARN_FIELD(ConvertJpgText)},
     {"convert_jpg_maxsize", SettingType::String, "0", TARN_FIELD(ConvertJpgMaxSize)},
     {"convert_jpg_maxwidth", SettingType::String, "0", TARN_FIELD(ConvertJpgMaxWidth)},
     {"convert_jpg_maxheight", SettingType::Integer, "0", TARN_FIELD(ConvertJpgMaxHeight)},

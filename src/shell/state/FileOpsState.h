@@ -28,11 +28,12 @@ struct FileOpsState {
     bool DoFileSync = false;
 
     bool ConvertJpgAddFN = true;
-    std::string ConvertJpgCaption;
+    std::string ConvertJpgCaption; // made of lines of the note
+    std::string ConvertJpgText;    // typed
     std::string ConvertJpgLines = "1";
     std::string ConvertJpgMaxSize = "0";
-    std::string ConvertJpgMaxWidth = "0";
-    int ConvertJpgMaxHeight = 0;
+    std::string ConvertJpgMaxWidth = "0"; // "1": the limit holds for the width
+    int ConvertJpgMaxHeight = 0;          // 1: for the height
     int ConvertJpgType = 0;
     int ConvertJpgQuality = 75;
 

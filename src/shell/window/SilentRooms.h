@@ -6,13 +6,6 @@
 
 namespace tarn {
 
-class SilentCopies : public CopyCommands {
-public:
-    bool CopyImage() override { return false; }
-    bool CMImage() override { return false; }
-    void SetCaptionShown(bool) override {}
-};
-
 class SilentVideo : public VideoCommands {
 public:
     explicit SilentVideo(Context& context) : m(context) {}

@@ -1,0 +1,70 @@
+#include "convert/ConvertPicture.h"
+
+#include "platform/imaging/JpegWriter.h"
+
+#include <QColor>
+#include <QFont>
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QString>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tarn {
+
+namespace {
+
+constexpr double kLinesOfHeight = 60.0; // so many lines of text would fill the picture
+
+void DrawText(ImgX& picture, const ConvertOptions& options) {
+    QImage drawn = picture.FullPicture();
+    DrawCaption(drawn, options, drawn.height(), 1, 0);
+    picture.TakePicture(drawn);
+}
+
+} // namespace
+
+std::string FaultOfLimit(int limit, const char* side) {
+    if (limit >= kLeastLimit) return {};
+    return std::string("Convert to Jpg max ") + side + " too small, must be > 9.";
+}
+
+CaptionPlace PlaceOfCaption(int pictureHeight) {
+    const double height = pictureHeight / kLinesOfHeight;
+    return {2 * height, pictureHeight - 2 * height, height};
+}
+
+void DrawCaption(QImage& picture, const ConvertOptions& options, int pictureHeight, double scale,
+                 double top) {
+    const CaptionPlace place = PlaceOfCaption(pictureHeight);
+    QFont font(QString::fromStdString(options.font));
+    font.setPixelSize(std::max(1, int(std::lround(place.height * scale))));
+    QPainter painter(&picture);
+    painter.setFont(font);
+    painter.setPen(QColor::fromRgb(QRgb(options.rgb)));
+    const double ascent = QFontMetricsF(font).ascent();
+    painter.drawText(QPointF(place.left * scale, (place.top - top) * scale + ascent),
+                     QString::fromStdString(options.text));
+}
+
+Converted ConvertPicture(ImgX& picture, const ConvertOptions& options, const std::string& profile) {
+    Converted result;
+    if (!options.text.empty()) DrawText(picture, options);
+    if (options.maxWidth > 0 && options.maxWidth < picture.Width()) {
+        picture.Scale(options.maxWidth, 0);
+        result.suffix = ", width = " + std::to_string(options.maxWidth);
+    }
+    if (options.maxHeight > 0 && options.maxHeight < picture.Height()) {
+        const double width = double(options.maxHeight) / picture.Height() * picture.Width();
+        picture.Scale(std::max(1, int(std::lround(width))), options.maxHeight);
+        result.suffix = ", height = " + std::to_string(options.maxHeight);
+    }
+    const QImage& pixels = picture.FullPicture();
+    result.error = picture.ErrorText();
+    if (result.error.empty())
+        result.jpeg = EncodeJpeg(pixels, options.quality, profile, &result.error);
+    return result;
+}
+
+} // namespace tarn

@@ -1,0 +1,166 @@
+// The shown picture as a new JPEG, beside it or in the copy-to folder.
+#include "common/numbers.h"
+#include "common/paths.h"
+#include "fileops/CopyRoom.h"
+#include "fileops/frmCaption.h"
+#include "platform/FileListBox.h"
+#include "platform/Files.h"
+#include "platform/imaging/JpegWriter.h"
+
+#include <QColorSpace>
+
+namespace tarn {
+
+namespace {
+
+constexpr int kFileName = 0; // ConvertJpgType
+constexpr int kNoteLines = 1;
+
+// 0xRRGGBB of a colour with blue in the highest byte.
+int Reversed(int color) {
+    return (color & 0xFF) << 16 | (color & 0xFF00) | (color >> 16 & 0xFF);
+}
+
+bool LimitsWidth(const FileOpsState& s) {
+    return ParseInt32(s.ConvertJpgMaxWidth).value_or(0) != 0;
+}
+
+bool LimitsHeight(const FileOpsState& s) {
+    return s.ConvertJpgMaxHeight != 0;
+}
+
+std::string ProfileOf(const std::string& path, ImgX& picture) {
+    std::string profile = ProfileOfJpeg(path);
+    if (profile.empty()) profile = picture.SystemPicture().colorSpace().iccProfile().toStdString();
+    return profile;
+}
+
+} // namespace
+
+void CopyRoom::ConvertJpgSetText_Click() {
+    if (!m_caption) m_caption = std::make_unique<frmCaption>(m, *this);
+    m_caption->Open();
+}
+
+void CopyRoom::SetCaptionShown(bool shown) {
+    if (m_caption && m_caption->IsOpen()) m_caption->setVisible(shown);
+}
+
+void CopyRoom::SetNote() {
+    const int lines = ParseInt32(m.state.ConvertJpgLines).value_or(1);
+    m.state.ConvertJpgCaption = CaptionOfNote(m.notes.NoteTextOf(m.state.Filename), lines);
+    if (m_caption) m_caption->ShowCaptionText(m.state.ConvertJpgCaption);
+}
+
+bool CopyRoom::IsConvertible() {
+    const ProgramState& s = m.state;
+    m.shell.ShowMessage({});
+    if (s.SlideViewing || (s.CurrentPane == Pane::Picture1 && s.ImageLoaded)) return true;
+    m.shell.ShowMessage("'" + s.FileNameOnly + "' is not valid to convert to JPG");
+    return false;
+}
+
+ConvertOptions CopyRoom::Options(const std::string& targetName) const {
+    const ProgramState& s = m.state;
+    ConvertOptions options;
+    options.quality = s.ConvertJpgQuality;
+    options.font = s.SlideFont;
+    options.rgb = Reversed(s.SlideTextColors[static_cast<std::size_t>(s.SlideTextColorIndex)]);
+    if (s.ConvertJpgAddFN && s.ConvertJpgType == kFileName) {
+        options.text = targetName;
+    } else if (s.ConvertJpgAddFN && s.ConvertJpgType == kNoteLines) {
+        options.text = s.ConvertJpgCaption;
+    } else if (s.ConvertJpgAddFN) {
+        options.text = s.ConvertJpgText;
+    }
+    const int limit = ParseInt32(s.ConvertJpgMaxSize).value_or(0);
+    if (LimitsWidth(s)) options.maxWidth = limit;
+    if (LimitsHeight(s)) options.maxHeight = limit;
+    return options;
+}
+
+// False: the message line says why. `said` is what it says when all went well.
+bool CopyRoom::Convert(const ConvertTarget& target, std::string& said) {
+    ProgramState& s = m.state;
+    ImgX slide;
+    if (s.SlideViewing) slide.LoadFile(s.Filename, {});
+    ImgX& picture = s.SlideViewing ? slide : s.ImgXfull;
+    const int limit = ParseInt32(s.ConvertJpgMaxSize).value_or(0);
+    std::string fault;
+    if (LimitsWidth(s)) fault = FaultOfLimit(limit, "width");
+    if (LimitsHeight(s) && fault.empty()) fault = FaultOfLimit(limit, "height");
+    if (!fault.empty()) {
+        m.shell.ShowMessage(fault);
+        return false;
+    }
+    m.shell.SetBusy(true);
+    const bool written = WriteConverted(picture, target, said);
+    m.shell.SetBusy(false);
+    if (!s.SlideViewing) {
+        s.ImageWidth = picture.Width();
+        s.ImageHeight = picture.Height();
+    }
+    m.shell.ShowMessage(said);
+    return written;
+}
+
+bool CopyRoom::WriteConverted(ImgX& picture, const ConvertTarget& target, std::string& said) {
+    if (m.state.ConvertJpgType == kNoteLines) SetNote();
+    const std::string profile = ProfileOf(m.state.Filename, picture);
+    Converted converted = ConvertPicture(picture, Options(target.name), profile);
+    if (converted.error.empty() && m.files.Write(target.path, converted.jpeg, &converted.error)) {
+        CopyNote(target);
+        said = "'" + target.name + "' file created" + converted.suffix;
+        return true;
+    }
+    said = "ImgX Error - '" + target.name + "' NOT created";
+    m.shell.ShowError(converted.error);
+    return false;
+}
+
+// A note that stands there is kept.
+void CopyRoom::CopyNote(const ConvertTarget& target) {
+    const std::string& folder = m.state.NotesFolder;
+    if (folder.empty()) return;
+    const std::string note = JoinPath(folder, target.noteName);
+    const auto own = m.files.FindAnyCase(m.state.NotesFilename);
+    std::string noNote;
+    if (own && !m.files.FindAnyCase(note)) m.files.Copy(*own, note, &noNote);
+    m.notes.NoteFilesChanged();
+}
+
+bool CopyRoom::ConvertButton_Click() {
+    if (!IsConvertible()) return false;
+    const ConvertTarget target = TargetBeside(m.files, m.state.Filename);
+    if (target.path.empty()) {
+        m.shell.ShowMessage("'" + target.name + "' already exists, aborted");
+        return false;
+    }
+    std::string said;
+    if (!Convert(target, said)) return false;
+    if (m.state.SlideViewing) return true;
+    m.navigation.RefreshDirButton_Click();
+    const int row = m.controls.FileListBox->RowOf(target.name);
+    if (row >= 0) {
+        m.navigation.ClearMultiselect();
+        m.navigation.SelectRow(row);
+    }
+    m.shell.ShowMessage(said);
+    return true;
+}
+
+bool CopyRoom::CJMButton_Click() {
+    const ProgramState& s = m.state;
+    if (s.CopyImageFolder.empty()) {
+        m.shell.ShowMessage("'Copy to' folder has not been set");
+        return false;
+    }
+    if (m.controls.FileListBox->Path() == s.CopyImageFolder) {
+        m.shell.ShowMessage("'Copy to' folder same as current folder");
+        return false;
+    }
+    std::string said;
+    return IsConvertible() && Convert(TargetIn(m.files, s.CopyImageFolder, s.Filename), said);
+}
+
+} // namespace tarn

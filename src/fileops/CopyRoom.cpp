@@ -1,0 +1,124 @@
+#include "fileops/CopyRoom.h"
+
+#include "common/paths.h"
+#include "fileops/PicturePlan.h"
+#include "fileops/frmCaption.h"
+#include "platform/Dialogs.h"
+#include "platform/FileListBox.h"
+#include "platform/Files.h"
+#include "platform/QtText.h"
+#include "platform/Sound.h"
+
+#include <QAction>
+#include <QPushButton>
+
+namespace tarn {
+
+CopyRoom::CopyRoom(Context& context) : m(context) {}
+
+CopyRoom::~CopyRoom() = default;
+
+void CopyRoom::ConnectControls() {
+    MainControls& c = m.controls;
+    Connect(c.SetImageCopyButton, [this] { SetImageCopyButton_Click(); });
+    Connect(c.CopyImageButton3, [this] { CopyImage(); });
+    Connect(c.CJMButton, [this] { CMImage(); });
+    Connect(c.ConvertButton, [this] { ConvertButton_Click(); });
+    Connect(c.ConvertJpgSetText, [this] { ConvertJpgSetText_Click(); });
+    ConnectClipboard();
+}
+
+// In a show the file that is seen; the main window's may be another.
+std::string CopyRoom::CopyName() const {
+    return m.state.SlideViewing ? m.state.SlideNameOnly : m.state.FileNameOnly;
+}
+
+void CopyRoom::SetImageCopyButton_Click() {
+    ProgramState& s = m.state;
+    const std::string folder =
+        m.dialogs.ChooseFolder("Set Folder were Images will be copied to", s.CopyImageFolder);
+    if (folder.empty()) return;
+    s.CopyImageFolder = WithoutTrailingSeparator(folder);
+    ShowCopyFolder();
+    m.shell.ShowMessage("Copy image folder set to '" + s.CopyImageFolder + "'");
+}
+
+void CopyRoom::ShowCopyFolder() {
+    const std::string& folder = m.state.CopyImageFolder;
+    if (folder.empty()) return;
+    const MainControls& c = m.controls;
+    c.CopyImageButton3->setToolTip(ToToolTip(folder));
+    c.MoveToButton->setToolTip(ToToolTip(folder));
+    c.CJMButton->setToolTip(ToToolTip("Convert to JPG then move to " + folder));
+    c.GotoCopyFolderButton->setToolTip(ToToolTip("Display CopyTo folder " + folder));
+    if (m_caption) m_caption->ShowCopyFolder();
+    FolderChanged();
+}
+
+// A move without a folder to go to would only throw the picture away.
+void CopyRoom::FolderChanged() {
+    const std::string& folder = m.state.CopyImageFolder;
+    SetEnabled(m.controls.MoveToButton,
+               !folder.empty() && folder != m.controls.FileListBox->Path());
+}
+
+bool CopyRoom::CopyImage() {
+    ProgramState& s = m.state;
+    const std::string name = CopyName();
+    if (s.CopyImageFolder.empty()) {
+        m.shell.ShowMessage("'Copy to' folder has not been set");
+        return false;
+    }
+    if (m.controls.FileListBox->Path() == s.CopyImageFolder) {
+        m.shell.ShowMessage("'Copy to' folder is same as current folder");
+        return false;
+    }
+    const std::string target = JoinPath(s.CopyImageFolder, name);
+    Changes changes(m.files);
+    std::string error;
+    m.shell.SetBusy(true);
+    const bool copied = MakeRoom(m.files, s.Filename, target, changes, &error) &&
+                        changes.Copy(s.Filename, target, &error);
+    std::string ignored;
+    if (!copied) changes.TakeBack(&ignored);
+    m.shell.SetBusy(false);
+    if (!copied) {
+        m.shell.ShowMessage("Image copy failed for '" + name + "'");
+        m.shell.ShowError(error);
+        s.CopyOk = "COPY FAILED - " + error;
+        return false;
+    }
+    ShowCopied("Copied", name);
+    return true;
+}
+
+void CopyRoom::ShowCopied(const std::string& verb, const std::string& name) {
+    m.state.CopyOk.clear();
+    if (m.state.BeepCopyPicture) {
+        if (m.state.SlideViewing)
+            m.sound.PlayAndWait("picture_copy.wav");
+        else
+            m.sound.Play("picture_copy.wav");
+    }
+    m.shell.ShowError({});
+    const bool advances = m.state.CopyAuto && !m.state.SlideViewing;
+    if (advances) m.navigation.NextButton_Click();
+    m.shell.ShowMessage(verb + (advances ? "+ '" : " '") + name + "'");
+}
+
+// What the conversion has to say about a failure is left standing.
+bool CopyRoom::CMImage() {
+    const std::string name = CopyName();
+    if (m.state.CopyImageFolder.empty()) {
+        m.shell.ShowMessage("'Copy to' folder has must be set");
+        return false;
+    }
+    m.shell.SetBusy(true);
+    const bool converted = CJMButton_Click();
+    m.shell.SetBusy(false);
+    if (!converted) return false;
+    ShowCopied("CM", name);
+    return true;
+}
+
+} // namespace tarn

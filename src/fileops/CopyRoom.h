@@ -1,0 +1,65 @@
+// Copies of the current picture: into the copy-to folder as it is or converted, a JPEG beside it,
+// and its notes and camera data as text on the clipboard.
+#pragma once
+
+#include "convert/ConvertPicture.h"
+#include "convert/ConvertTarget.h"
+#include "shell/Context.h"
+
+#include <memory>
+#include <string>
+
+namespace tarn {
+
+class frmCaption;
+
+class CopyRoom : public CopyCommands {
+public:
+    explicit CopyRoom(Context& context);
+    ~CopyRoom() override;
+
+    void ConnectControls();
+
+    bool CopyImage() override;
+    bool CMImage() override;
+    void SetCaptionShown(bool shown) override;
+    void FolderChanged() override;
+
+    void SetImageCopyButton_Click();
+    bool ConvertButton_Click();
+    bool CJMButton_Click();
+    void ConvertJpgSetText_Click();
+
+    // The text for the picture from the first lines of the note.
+    void SetNote();
+
+    void CopyNotesCameraText(bool withNotes, bool trimmed);
+    void CopyNotesButton_Click();
+    void CopyExif1LineButton_Click();
+    void CopyFilenameButton_Click();
+    void CopyPictureButton_Click();
+
+    // For the room's window: how the picture would be converted now, and under which name.
+    ConvertOptions Options(const std::string& targetName) const;
+    std::string NextName() const { return TargetBeside(m.files, m.state.Filename).name; }
+
+    frmCaption* Caption() const { return m_caption.get(); } // null before its first opening
+
+private:
+    void ConnectClipboard();
+    std::string CopyName() const;
+    void ShowCopyFolder();
+    void Advance();
+    void ShowCopied(const std::string& verb, const std::string& name);
+    void PutText(const std::string& text);
+
+    bool Convert(const ConvertTarget& target, std::string& said);
+    bool IsConvertible();
+    bool WriteConverted(ImgX& picture, const ConvertTarget& target, std::string& said);
+    void CopyNote(const ConvertTarget& target);
+
+    Context& m;
+    std::unique_ptr<frmCaption> m_caption;
+};
+
+} // namespace tarn

@@ -1,0 +1,146 @@
+#include "platform/imaging/JpegWriter.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <csetjmp>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+#include <jpeglib.h>
+
+namespace tarn {
+
+namespace {
+
+struct Errors {
+    jpeg_error_mgr manager; // first, the library only knows this part
+    std::jmp_buf back;
+    char text[JMSG_LENGTH_MAX];
+};
+
+extern "C" void Leave(j_common_ptr info) {
+    auto* errors = reinterpret_cast<Errors*>(info->err);
+    errors->manager.format_message(info, errors->text);
+    std::longjmp(errors->back, 1); // NOLINT(cert-err52-cpp): the library is C
+}
+
+extern "C" void BeQuiet(j_common_ptr, int) {}
+
+void Prepare(Errors& errors) {
+    jpeg_std_error(&errors.manager);
+    errors.manager.error_exit = Leave;
+    errors.manager.emit_message = BeQuiet;
+    errors.text[0] = 0;
+}
+
+// One writing into memory. The library jumps back into the method that called it, so it holds
+// nothing that would need to be destroyed.
+class Encoder {
+public:
+    Encoder() {
+        Prepare(m_errors);
+        m_info.err = &m_errors.manager;
+    }
+    ~Encoder() {
+        jpeg_destroy_compress(&m_info);
+        std::free(m_bytes); // NOLINT(cppcoreguidelines-no-malloc): the library's own
+    }
+    Encoder(const Encoder&) = delete;
+    Encoder& operator=(const Encoder&) = delete;
+
+    bool Write(const QImage& rgb, int quality, const std::string& profile) {
+        if (setjmp(m_errors.back) != 0) return false; // NOLINT(cert-err52-cpp)
+        jpeg_create_compress(&m_info);
+        jpeg_mem_dest(&m_info, &m_bytes, &m_size);
+        m_info.image_width = static_cast<JDIMENSION>(rgb.width());
+        m_info.image_height = static_cast<JDIMENSION>(rgb.height());
+        m_info.input_components = 3;
+        m_info.in_color_space = JCS_RGB;
+        jpeg_set_defaults(&m_info);
+        jpeg_set_quality(&m_info, quality, TRUE);
+        jpeg_start_compress(&m_info, TRUE);
+        if (!profile.empty())
+            jpeg_write_icc_profile(&m_info, reinterpret_cast<const JOCTET*>(profile.data()),
+                                   static_cast<unsigned>(profile.size()));
+        while (m_info.next_scanline < m_info.image_height) {
+            auto* row = const_cast<JSAMPROW>(rgb.constScanLine(int(m_info.next_scanline)));
+            jpeg_write_scanlines(&m_info, &row, 1);
+        }
+        jpeg_finish_compress(&m_info);
+        return true;
+    }
+    std::string Bytes() const { return {reinterpret_cast<const char*>(m_bytes), m_size}; }
+    const char* ErrorText() const { return m_errors.text; }
+
+private:
+    jpeg_compress_struct m_info{};
+    Errors m_errors{};
+    unsigned char* m_bytes = nullptr;
+    unsigned long m_size = 0;
+};
+
+class ProfileReader {
+public:
+    ProfileReader() {
+        Prepare(m_errors);
+        m_info.err = &m_errors.manager;
+    }
+    ~ProfileReader() {
+        jpeg_destroy_decompress(&m_info);
+        std::free(m_profile); // NOLINT(cppcoreguidelines-no-malloc): the library's own
+    }
+    ProfileReader(const ProfileReader&) = delete;
+    ProfileReader& operator=(const ProfileReader&) = delete;
+
+    bool Read(std::FILE* file) {
+        constexpr unsigned kLongest = 0xFFFF;
+        if (setjmp(m_errors.back) != 0) return false; // NOLINT(cert-err52-cpp)
+        jpeg_create_decompress(&m_info);
+        jpeg_stdio_src(&m_info, file);
+        jpeg_save_markers(&m_info, JPEG_APP0 + 2, kLongest);
+        return jpeg_read_header(&m_info, TRUE) == JPEG_HEADER_OK &&
+               jpeg_read_icc_profile(&m_info, &m_profile, &m_size) == TRUE;
+    }
+    std::string Profile() const { return {reinterpret_cast<const char*>(m_profile), m_size}; }
+
+private:
+    jpeg_decompress_struct m_info{};
+    Errors m_errors{};
+    JOCTET* m_profile = nullptr;
+    unsigned m_size = 0;
+};
+
+QImage OnWhite(const QImage& picture) {
+    if (!picture.hasAlphaChannel()) return picture.convertToFormat(QImage::Format_RGB888);
+    QImage white(picture.size(), QImage::Format_RGB32);
+    white.fill(Qt::white);
+    QPainter(&white).drawImage(0, 0, picture);
+    return white.convertToFormat(QImage::Format_RGB888);
+}
+
+} // namespace
+
+std::string EncodeJpeg(const QImage& picture, int quality, const std::string& profile,
+                       std::string* error) {
+    const QImage rgb = picture.isNull() ? QImage() : OnWhite(picture);
+    Encoder encoder;
+    if (rgb.isNull()) {
+        if (error) *error = "No Image";
+    } else if (encoder.Write(rgb, std::clamp(quality, 1, 100), profile)) {
+        return encoder.Bytes();
+    } else if (error) {
+        *error = encoder.ErrorText();
+    }
+    return {};
+}
+
+std::string ProfileOfJpeg(const std::string& path) {
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"),
+                                                               &std::fclose);
+    ProfileReader reader;
+    return file && reader.Read(file.get()) ? reader.Profile() : std::string();
+}
+
+} // namespace tarn

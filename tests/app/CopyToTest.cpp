@@ -1,0 +1,194 @@
+// The copy-to folder, conversions and clipboard texts in the whole window.
+#include "FilesDesk.h"
+
+#include <QCheckBox>
+#include <QSlider>
+
+namespace tarn::testing {
+namespace {
+
+struct CopyDesk : FilesDesk {
+    TestFolder target;
+
+    CopyDesk() {
+        settings->Write("copy_folder", target.Path());
+        settings->Write("convert_jpg_add_filename", "False");
+    }
+    Tree Target() const { return ReadTree(target.Path()); }
+    std::string TargetNames() const {
+        std::string names;
+        for (const auto& [name, bytes] : Target()) names += name + " ";
+        return names;
+    }
+};
+
+TEST(CopyTo, CopiesAndStepsOnWhereThatIsWished) {
+    CopyDesk d;
+    d.target.Write("a.jpg", "stood there");
+    d.Start();
+    d.Key(Qt::Key_Y);
+    EXPECT_EQ(d.Said(), "Copied 'a.jpg'");
+    EXPECT_EQ(d.Target().at("a.jpg"), d.Pictures().at("a.jpg"));
+    EXPECT_EQ(Trashed("a.jpg"), "stood there");
+    EXPECT_EQ(d.Current(), "a.jpg");
+    d.c.CopyAutoButton->trigger();
+    d.Key(Qt::Key_Y);
+    EXPECT_EQ(d.Said(), "Copied+ 'a.jpg'");
+    EXPECT_EQ(d.Current(), "b.jpg");
+    d.Key(Qt::Key_U);
+    EXPECT_EQ(d.Said(), "CM+ 'b.jpg'");
+    EXPECT_EQ(d.TargetNames(), "a.jpg b.jpg ");
+    EXPECT_EQ(d.Current(), "c.jpg");
+}
+
+TEST(CopyTo, RefusalsAndFailuresTouchNothing) {
+    CopyDesk d;
+    d.Start();
+    d.files.onChange = [](const std::string& verb, const std::string&) {
+        return verb == "copy" ? std::string("No space left on device") : std::string();
+    };
+    d.target.Write("a.jpg", "stood there");
+    d.Key(Qt::Key_Y);
+    EXPECT_EQ(d.Said(), "Image copy failed for 'a.jpg'");
+    EXPECT_EQ(d.Error(), "No space left on device");
+    EXPECT_EQ(d.s.CopyOk, "COPY FAILED - No space left on device");
+    EXPECT_EQ(d.Target().at("a.jpg"), "stood there");
+    d.c.MoveToButton->click(); // after a failed copy nothing goes
+    EXPECT_EQ(d.Names(), "a.jpg b.jpg c.jpg ");
+    d.files.onChange = nullptr;
+    d.house.navigation.OpenFolder(d.target.Path(), {});
+    EXPECT_FALSE(d.c.MoveToButton->isEnabled());
+    d.house.copies.CopyImage();
+    EXPECT_EQ(d.Said(), "'Copy to' folder is same as current folder");
+    d.house.copies.CJMButton_Click();
+    EXPECT_EQ(d.Said(), "'Copy to' folder same as current folder");
+    d.s.CopyImageFolder.clear();
+    d.house.copies.CopyImage();
+    EXPECT_EQ(d.Said(), "'Copy to' folder has not been set");
+    d.house.copies.CMImage();
+    EXPECT_EQ(d.Said(), "'Copy to' folder has must be set");
+}
+
+TEST(CopyTo, MoveTakesThePictureAlongAndComesBack) {
+    CopyDesk d;
+    const Tree before = d.Pictures();
+    d.notes.Write("b.enf", "of b");
+    d.Start();
+    EXPECT_TRUE(d.c.MoveToButton->isEnabled());
+    d.GoTo("b.jpg");
+    d.c.MoveToButton->click();
+    EXPECT_EQ(d.Said(), "Moved 'b.jpg'");
+    EXPECT_EQ(d.Names(), "a.jpg c.jpg ");
+    EXPECT_EQ(d.Target().at("b.jpg"), before.at("b.jpg"));
+    EXPECT_EQ(d.Notes().size(), 1U); // the note stays
+    EXPECT_EQ(d.Current(), "a.jpg");
+    d.c.UndoButton->trigger();
+    EXPECT_EQ(d.Pictures(), before);
+    EXPECT_TRUE(d.Target().empty());
+    d.c.CopyAutoButton->trigger();
+    d.GoTo("b.jpg");
+    d.c.MoveToButton->click();
+    EXPECT_EQ(d.Current(), "c.jpg"); // slid into the row
+}
+
+TEST(CopyTo, TheFolderIsChosenOnce) {
+    CopyDesk d;
+    TestFolder other;
+    d.Start();
+    d.dialogs.answers = {"", other.Path() + "/"};
+    d.c.SetImageCopyButton->trigger();
+    EXPECT_EQ(d.s.CopyImageFolder, d.target.Path());
+    d.c.SetImageCopyButton->trigger();
+    EXPECT_EQ(d.Said(), "Copy image folder set to '" + other.Path() + "'");
+    EXPECT_EQ(d.c.CopyImageButton3->toolTip().toStdString(), other.Path());
+}
+
+TEST(Convert, MakesAJpegBesideWithTheNote) {
+    CopyDesk d;
+    d.notes.Write("b.enf", "of b");
+    d.Start();
+    d.GoTo("b.jpg");
+    d.c.ConvertButton->trigger();
+    EXPECT_EQ(d.Said(), "'b-1.jpg' file created");
+    EXPECT_EQ(d.Current(), "b-1.jpg");
+    EXPECT_EQ(d.Notes().at("b-1.enf"), "of b");
+    d.GoTo("b.jpg");
+    d.c.ConvertButton->trigger();
+    EXPECT_EQ(d.Said(), "'b-1.jpg' already exists, aborted");
+    EXPECT_EQ(QImage::fromData(QByteArray::fromStdString(d.Pictures().at("b-1.jpg"))).size(),
+              QSize(61, 40));
+}
+
+TEST(Convert, FollowsItsControlPanel) {
+    CopyDesk d;
+    d.notes.Write("a.enf", "first line\r\nsecond line\r\nthird line");
+    d.Start();
+    d.c.ConvertJpgSetText->trigger();
+    auto* form = d.house.window.findChild<QWidget*>("frmCaption");
+    ASSERT_TRUE(form && form->isVisible());
+    const auto press = [&](const char* name) { form->findChild<QPushButton*>(name)->click(); };
+    form->findChild<QLineEdit*>("TextFirstLines")->setText("2");
+    press("CommandUseNote");
+    EXPECT_EQ(form->findChild<QLineEdit*>("TextCaption")->text(), "first line  second line");
+    form->findChild<QCheckBox*>("CheckAddText")->click();
+    EXPECT_TRUE(d.s.ConvertJpgAddFN && d.c.ConvertJpgAddFilename->isChecked());
+    form->findChild<QSlider*>("SliderJpgQ")->setValue(50);
+    EXPECT_EQ(form->findChild<QLabel*>("LabelJpgQ")->text(), "JPG Quality 50%");
+    auto* size = form->findChild<QLineEdit*>("TextMaxSize");
+    form->findChild<QCheckBox*>("CheckMaxHeight")->click();
+    form->findChild<QCheckBox*>("CheckMaxWidth")->click();
+    EXPECT_FALSE(form->findChild<QCheckBox*>("CheckMaxHeight")->isChecked());
+    size->setText("9");
+    press("CommandMoveTo");
+    EXPECT_EQ(d.Said(), "Convert to Jpg max width too small, must be > 9.");
+    EXPECT_EQ(d.TargetNames(), "");
+    size->setText("30");
+    press("CommandMoveTo");
+    EXPECT_EQ(d.Said(), "'a.jpg' file created, width = 30");
+    EXPECT_EQ(QImage::fromData(QByteArray::fromStdString(d.Target().at("a.jpg"))).size(),
+              QSize(30, 20));
+    press("NextButton");
+    EXPECT_EQ(d.Current(), "b.jpg");
+    press("CommandUseText");
+    form->findChild<QLineEdit*>("TextCaption")->setText("typed");
+    EXPECT_EQ(d.s.ConvertJpgText, "typed");
+    press("CloseButton");
+    EXPECT_FALSE(form->isVisible());
+}
+
+TEST(Convert, SaysWhatIsNotCreated) {
+    CopyDesk d;
+    d.folder.Write("0.jpg", "no picture");
+    d.Start();
+    EXPECT_EQ(d.s.FileNameOnly, "0.jpg");
+    d.c.ConvertButton->trigger();
+    EXPECT_EQ(d.Said(), "'0.jpg' is not valid to convert to JPG");
+    d.GoTo("a.jpg");
+    d.files.onChange = [](const std::string& verb, const std::string&) {
+        return verb == "write" ? std::string("No space left on device") : std::string();
+    };
+    d.Key(Qt::Key_U);
+    EXPECT_EQ(d.Said(), "ImgX Error - 'a.jpg' NOT created");
+    EXPECT_EQ(d.Error(), "No space left on device");
+    EXPECT_EQ(d.TargetNames(), "");
+}
+
+TEST(Clipboard, TextsOfTheCurrentPicture) {
+    CopyDesk d;
+    d.notes.Write("a.enf", "M31");
+    d.Start();
+    d.c.CopyNotesButton->trigger();
+    EXPECT_EQ(d.clipboard->Text(), "M31\r\n");
+    d.c.CopyFilenameButton->trigger();
+    EXPECT_EQ(d.clipboard->Text(), d.folder.Path() + "/a.jpg");
+    d.c.CopyAutoButton->trigger();
+    d.c.CopyExifButton->trigger();
+    EXPECT_EQ(d.clipboard->Text().find("M31File name: a.jpg\r\n"), 0U);
+    EXPECT_EQ(d.Current(), "b.jpg");
+    d.c.CopyCameraButton[1]->trigger();
+    EXPECT_EQ(d.clipboard->Text().find("   File name: b.jpg\r\n"), 0U);
+    EXPECT_EQ(d.Current(), "c.jpg");
+}
+
+} // namespace
+} // namespace tarn::testing
