@@ -85,15 +85,15 @@ void Memory(AppDesk& desk) {
     desk.Key(Qt::Key_O);
     const long before = ResidentMegabytes();
     long most = before;
-    long most_ahead = 0;
+    long mostAhead = 0;
     for (int i = 0; i < 500; ++i) {
         desk.Key(Qt::Key_N);
         most = std::max(most, ResidentMegabytes());
-        most_ahead = std::max(most_ahead, long(desk.house.ahead.BytesHeld() / (1024 * 1024)));
+        mostAhead = std::max(mostAhead, long(desk.house.ahead.BytesHeld() / (1024 * 1024)));
     }
     std::printf("500 steps with all pixels: %ld MB before, %ld MB at most, of these ahead %ld MB, "
                 "budget %ld MB\n",
-                before, most, most_ahead,
+                before, most, mostAhead,
                 long(tarn::PicturesAhead::DefaultBudget() / (1024 * 1024)));
 }
 

@@ -123,7 +123,7 @@ void PicturesAhead::Expect(const std::vector<PictureWish>& wishes) {
 
 // What is at hand for the wish, or a new one.
 std::shared_ptr<PicturesAhead::Picture> PicturesAhead::Wished(const PictureWish& wish) const {
-    const auto found = Find(wish.path, wish.wanted);
+    auto found = Find(wish.path, wish.wanted);
     if (found && found->state != Picture::State::Failed && !found->IsStale()) return found;
     auto made = std::make_shared<Picture>();
     made->wish = wish;
@@ -220,7 +220,7 @@ bool PicturesAhead::MakeRoom(std::size_t before, std::int64_t bytes) {
 // The nearest that is not begun and for which there is room.
 std::shared_ptr<PicturesAhead::Picture> PicturesAhead::NextToDecode() {
     for (std::size_t i = 0; i < m_pictures.size(); ++i) {
-        const auto picture = m_pictures[i];
+        auto picture = m_pictures[i];
         const bool waits = picture->wished && picture->state == Picture::State::Waiting;
         if (waits && MakeRoom(i, picture->bytes)) return picture;
     }

@@ -1,19 +1,44 @@
 #include "platform/imaging/Pixels.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
+#include <cstdlib>
 
 namespace tarn {
 
 namespace {
 
 constexpr int kWhite = 255;
+constexpr QRgb kAlpha = 0xFF000000;
+constexpr QRgb kOneChannel = 0x000000FF;
+constexpr QRgb kTwoChannels = 0x00FF00FF;
+constexpr QRgb kEachOfTwo = 0x00010001;
+constexpr QRgb kAbove = 0x01000100; // the bit over each of two channels
+
+// Two channels at once, each with room above it for what it overflows by. Stops at white.
+QRgb Raised(QRgb two, QRgb amount) {
+    const QRgb sum = two + amount;
+    const QRgb over = sum & kAbove;
+    return (sum | (over - (over >> 8))) & kTwoChannels;
+}
+
+// Stops at black.
+QRgb Lowered(QRgb two, QRgb amount) {
+    const QRgb rest = (two | kAbove) - amount;
+    const QRgb left = rest & kAbove; // gone where it had to be borrowed
+    return rest & (left - (left >> 8)) & kTwoChannels;
+}
 
 // How far a picture shrinks to fit into the box, 1 when it fits as it is.
 double FitScale(QSize picture, QSize box) {
     return std::min(
         {1.0, double(box.width()) / picture.width(), double(box.height()) / picture.height()});
+}
+
+template <QRgb (*change)(QRgb, QRgb)> QRgb Changed(QRgb pixel, QRgb amount) {
+    const QRgb redBlue = change(pixel & kTwoChannels, amount);
+    const QRgb green = change(pixel >> 8 & kOneChannel, amount) & kOneChannel;
+    return (pixel & kAlpha) | redBlue | green << 8;
 }
 
 } // namespace
@@ -29,13 +54,14 @@ QImage Resampled(const QImage& picture, QSize size) {
 
 QImage Brightened(QImage picture, int value) {
     const int added = int(std::lround(value * kWhite / 100.0));
-    std::array<int, kWhite + 1> table{};
-    for (int i = 0; i <= kWhite; ++i) table[i] = std::clamp(i + added, 0, kWhite);
+    const QRgb amount = QRgb(std::abs(added)) * kEachOfTwo;
+    const int width = picture.width();
     for (int y = 0; y < picture.height(); ++y) {
         auto* line = reinterpret_cast<QRgb*>(picture.scanLine(y));
-        for (QRgb* pixel = line; pixel != line + picture.width(); ++pixel)
-            *pixel = qRgba(table[qRed(*pixel)], table[qGreen(*pixel)], table[qBlue(*pixel)],
-                           qAlpha(*pixel));
+        if (added > 0)
+            for (int x = 0; x < width; ++x) line[x] = Changed<Raised>(line[x], amount);
+        else
+            for (int x = 0; x < width; ++x) line[x] = Changed<Lowered>(line[x], amount);
     }
     return picture;
 }

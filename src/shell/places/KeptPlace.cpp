@@ -3,9 +3,16 @@
 #include "platform/WindowPlaces.h"
 
 #include <QEvent>
+#include <QScreen>
 #include <QWidget>
 
 namespace tarn {
+
+namespace {
+
+constexpr double kMostOfScreen = 0.9; // of a window that the window system places
+
+} // namespace
 
 KeptPlace::KeptPlace(QWidget& window, WindowPlace& place) : m_window(window), m_place(place) {
     window.installEventFilter(this);
@@ -17,7 +24,7 @@ void KeptPlace::Restore(QSize design) {
     if (kept.width >= 1) size.setWidth(kept.width / kTwipsPerPixel);
     if (kept.height >= 1) size.setHeight(kept.height / kTwipsPerPixel);
     if (kept.left == 0 && kept.top == 0)
-        m_window.resize(size);
+        m_window.resize(size.boundedTo(m_window.screen()->availableSize() * kMostOfScreen));
     else
         PlaceOnScreen(m_window,
                       QRect(QPoint(kept.left / kTwipsPerPixel, kept.top / kTwipsPerPixel), size));

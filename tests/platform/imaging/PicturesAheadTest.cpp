@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <filesystem>
 
 #include <fcntl.h>
@@ -25,7 +26,7 @@ protected:
         return m_folder.Write(name, JpegBytes(TellTale(size.width(), size.height())));
     }
     // Decodes what is wished and nothing else.
-    void Expect(std::vector<PictureWish> wishes) {
+    void Expect(const std::vector<PictureWish>& wishes) {
         m_ahead.Expect(wishes);
         m_ahead.WaitUntilDone();
     }
@@ -34,6 +35,12 @@ protected:
     }
 
     TestFolder m_folder;
+    std::vector<std::string> WriteMany(int count) {
+        std::vector<std::string> paths(static_cast<std::size_t>(count));
+        for (std::size_t i = 0; i < paths.size(); ++i) paths[i] = Write(std::to_string(i) + ".jpg");
+        return paths;
+    }
+
     PicturesAhead m_ahead{kPlenty};
 };
 
@@ -108,8 +115,7 @@ TEST_F(PicturesAheadTest, AChangeIsNoticedByTheNextWishToo) {
 constexpr std::int64_t kReduced = 80LL * 60 * 4;
 
 TEST_F(PicturesAheadTest, TurningRoundKeepsThePictureShownAndDropsTheRest) {
-    std::vector<std::string> path;
-    for (int i = 0; i < 6; ++i) path.push_back(Write(std::to_string(i) + ".jpg"));
+    const std::vector<std::string> path = WriteMany(6);
     ImgX shown;
     EXPECT_EQ(shown.LoadFile(path[2], kBox, m_ahead), ""); // cold, and kept
     Expect({{path[3], kBox, {}}, {path[4], kBox, {}}, {path[1], kBox, {}}});
@@ -134,12 +140,11 @@ TEST_F(PicturesAheadTest, TurningRoundKeepsThePictureShownAndDropsTheRest) {
 }
 
 TEST_F(PicturesAheadTest, TheBudgetHoldsAndServesTheNearestFirst) {
-    std::vector<std::string> path;
-    for (int i = 0; i < 5; ++i) path.push_back(Write(std::to_string(i) + ".jpg"));
+    const std::vector<std::string> path = WriteMany(5);
     PicturesAhead ahead(2 * kReduced);
-    const auto expect = [&](std::vector<int> rows) {
-        std::vector<PictureWish> wishes;
-        for (const int row : rows) wishes.push_back({path[std::size_t(row)], kBox, {}});
+    const auto expect = [&](const std::array<std::size_t, 3>& rows) {
+        std::vector<PictureWish> wishes(rows.size());
+        for (std::size_t i = 0; i < rows.size(); ++i) wishes[i] = {path[rows[i]], kBox, {}};
         ahead.Expect(wishes);
         ahead.WaitUntilDone();
         EXPECT_EQ(ahead.BytesHeld(), 2 * kReduced);
