@@ -30,13 +30,14 @@ House::House(const Platform& p)
               copies,     fileops,  video,      shell,   ahead,    p.clipboard, p.files,
               p.settings, p.events, p.dialogs,  p.sound, p.desktop},
       window(controls, p.files), shell(context, window), navigation(context), display(context),
-      info(context), notes(context), copies(context), fileops(context), video(context),
-      importExport(context), programs(context), keys(context),
+      info(context), notes(context), slides(context), copies(context), fileops(context),
+      video(context), importExport(context), programs(context), keys(context),
       lifecycle(context, window, navigation, notes, programs) {
     navigation.ConnectControls();
     display.ConnectControls();
     info.ConnectControls();
     notes.ConnectControls();
+    slides.ConnectControls();
     copies.ConnectControls();
     fileops.ConnectControls();
     importExport.ConnectControls();
@@ -111,7 +112,7 @@ void House::WindowResized() {
 }
 
 void House::ResizeTimer_Timer() {
-    if (state.BatchRuns)
+    if (state.BatchRuns || state.SlideViewing)
         m_resizeTimer.start();
     else
         display.Redraw();
@@ -132,7 +133,9 @@ void House::Open(const std::string& path) {
         m_handedEarly = path; // the start folder comes first
         return;
     }
-    if (state.BatchRuns) { // which goes on with the folder that it began in
+    slides.SlideDone();
+    // A batch goes on with the folder that it began in, and a show leaves at its next round.
+    if (state.BatchRuns || state.SlideViewing) {
         QTimer::singleShot(kBatchRest, &m_resizeTimer, [this, path] { Open(path); });
         return;
     }

@@ -17,6 +17,7 @@
 #include "shell/window/ShellRoom.h"
 #include "shell/window/SilentRooms.h"
 #include "shell/window/frmMain.h"
+#include "slides/SlideRoom.h"
 
 #include <QTimer>
 
@@ -56,7 +57,7 @@ public:
     DisplayRoom display;
     PictureInfoRoom info;
     NotesRoom notes;
-    SilentSlides slides;
+    SlideRoom slides;
     CopyRoom copies;
     FileRoom fileops;
     SilentVideo video;

@@ -58,7 +58,11 @@ public:
 
 class QuickPump : public EventPump {
 public:
-    void Pump() override { QCoreApplication::processEvents(); }
+    std::function<void()> onPump; // beside the toolkit's events
+    void Pump() override {
+        QCoreApplication::processEvents();
+        if (onPump) onPump();
+    }
     void Sleep(int) override {}
     bool ProgramEnds() const override { return m_ends; }
     void EndProgram() override { m_ends = true; }

@@ -214,6 +214,7 @@ void Lifecycle::KeepPlaces() {
 void Lifecycle::Form_Unload() {
     if (m.state.Closing) return;
     m.state.Closing = true;
+    m.slides.SlideDone(); // what a show changed is not what is saved
     m.video.CloseVideoClip();
     KeepPlaces();
     m.shell.SetBusy(true);

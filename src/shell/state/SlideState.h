@@ -3,6 +3,7 @@
 
 #include <array>
 #include <string>
+#include <vector>
 
 namespace tarn {
 
@@ -18,6 +19,19 @@ struct SlideState {
     long SlideDelay = 0; // auto advance
     int SlidesPerPage = 0;
     std::string SlideNameOnly;
+
+    // The full-screen show: the slide that is seen and its place in the walk.
+    std::string SlideFile; // full path
+    int SlideIndex = 0;
+    int SlideCount = 0;
+    std::string SlideTitle;
+    bool SlideTitleOn = true;
+    bool SlideCopied = false; // a copy key was used on this slide
+
+    // What was selected when it started, by name.
+    int SelectedCount = 0;
+    std::string SelectedFolder;
+    std::vector<std::string> SelectedFiles;
 
     bool SlideNotesOn = false;
     int SlideNotesMode = 0; // 0 nothing, 1 the note, 2 the note and the camera data

@@ -6,12 +6,6 @@
 
 namespace tarn {
 
-class SilentSlides : public SlideCommands {
-public:
-    void SlideDone() override {}
-    void SlideKeyUp(int) override {}
-};
-
 class SilentVideo : public VideoCommands {
 public:
     explicit SilentVideo(Context& context) : m(context) {}

@@ -1,0 +1,186 @@
+// What the keys of the full-screen show do.
+#include "slides/FullSlides.h"
+
+#include "common/paths.h"
+#include "platform/FileListBox.h"
+#include "slides/SlidePainter.h"
+
+#include <QPushButton>
+
+#include <algorithm>
+
+namespace tarn {
+
+namespace {
+
+constexpr int kHelpPage = 2;
+constexpr int kQuarter = 90; // degrees
+constexpr int kMostBrightness = 100;
+constexpr int kLastNotesMode = 2;
+
+} // namespace
+
+void FullSlides::Dispatch(int keycode) {
+    const SlideEffect effect = FullEffectOf(keycode, m.state.SlideAltArrowKeys);
+    m_back = SkipsBack(keycode);
+    switch (effect.action) {
+    case SlideAction::None:
+        return;
+    case SlideAction::Move:
+        return Leave(static_cast<SlideMove>(effect.amount));
+    case SlideAction::Rotate:
+    case SlideAction::Mirror:
+        return Turn(effect.action, effect.amount);
+    case SlideAction::Brightness:
+        return Brighten(effect.amount);
+    case SlideAction::ResetBrightness:
+        return ResetBrightness();
+    case SlideAction::AdjustWindow:
+        return AdjustWindow();
+    case SlideAction::Notes:
+        return NextNotesMode();
+    case SlideAction::Title:
+        return ToggleTitle();
+    case SlideAction::HistoryBack:
+        return GoToView(true);
+    case SlideAction::HistoryForward:
+        return GoToView(false);
+    case SlideAction::Copy:
+        return Copy(false);
+    case SlideAction::Convert:
+        return Copy(true);
+    case SlideAction::Delete:
+        return Delete();
+    case SlideAction::Help:
+        return m_time.ShowHelp(kHelpPage);
+    case SlideAction::Done:
+        return m_time.End();
+    default:
+        return ChangeLook(effect.action);
+    }
+}
+
+void FullSlides::Leave(SlideMove move) {
+    m_move = move;
+    m.state.Slideloop = false;
+}
+
+void FullSlides::Turn(SlideAction action, int amount) {
+    if (action == SlideAction::Rotate)
+        m_turn.Rotate(amount / kQuarter);
+    else
+        m_turn.Mirror(amount);
+    WantTurn(m.state, m_turn);
+    ShowSlide();
+}
+
+void FullSlides::Brighten(int step) {
+    ProgramState& s = m.state;
+    s.SlideAdjust = step;
+    m.display.SetBrightness(
+        std::clamp(s.BrightnessValue + step, -kMostBrightness, kMostBrightness));
+    ShowSlide();
+    s.SlideAdjust = 0;
+}
+
+void FullSlides::ResetBrightness() {
+    m.display.ResetBButton_Click();
+    Leave(SlideMove::Again);
+}
+
+void FullSlides::AdjustWindow() {
+    m_sequence.ShowAgain();
+    m.display.AdjustButton_Click();
+    m_time.Window().LiftOthers();
+    m_time.Window().TakeFocusBack();
+}
+
+void FullSlides::NextNotesMode() {
+    ProgramState& s = m.state;
+    s.SlideNotesMode = s.SlideNotesMode >= kLastNotesMode ? 0 : s.SlideNotesMode + 1;
+    s.SlideNotesOn = s.SlideNotesMode != 0;
+    Leave(SlideMove::Again);
+}
+
+void FullSlides::ToggleTitle() {
+    m.state.SlideTitleOn = !m.state.SlideTitleOn;
+    CloseLook();
+}
+
+// Colour, font and size of the title, the background, the camera's settings.
+void FullSlides::ChangeLook(SlideAction action) {
+    switch (action) {
+    case SlideAction::TextColor:
+        m_time.NextTextColor();
+        return CloseLook();
+    case SlideAction::TextFont:
+        m_time.NextTextFont();
+        m.state.SlideTitleOn = true;
+        return CloseLook();
+    case SlideAction::TextSize:
+        m_time.NextTextSize();
+        m.state.SlideTitleOn = true;
+        DrawSlideTitle();
+        return m_time.Window().Refresh();
+    case SlideAction::Background:
+        m_time.NextBackground();
+        return Leave(SlideMove::Again);
+    case SlideAction::CameraSettings:
+        m_time.ToggleCameraSettings();
+        return Leave(SlideMove::Again);
+    default:
+        return;
+    }
+}
+
+// Some displays need the whole picture painted again.
+void FullSlides::CloseLook() {
+    DrawSlideTitle();
+    m_time.Window().Refresh();
+    if (m.state.SlideClear) Leave(SlideMove::Again);
+}
+
+// Through the views of the folder, which count rows of the list; selected files go by their name.
+void FullSlides::GoToView(bool back) {
+    ProgramState& s = m.state;
+    const FileListBox& list = *m.controls.FileListBox;
+    if (!(back ? m.controls.FileBackButton : m.controls.FileFwdButton)->isEnabled()) return;
+    if (back)
+        m.navigation.FileBackButton_Click();
+    else
+        m.navigation.FileFwdButton_Click();
+    int index = s.FileHist[std::size_t(s.FileHistCur)];
+    if (m_walksSelected) {
+        const std::string name = index >= 0 && index < list.Count() ? list.Text(index) : "";
+        const auto found = std::find(s.SelectedFiles.begin(), s.SelectedFiles.end(), name);
+        if (found == s.SelectedFiles.end()) return;
+        index = static_cast<int>(found - s.SelectedFiles.begin());
+    }
+    m_sequence.GoTo(index);
+    Leave(SlideMove::Again);
+}
+
+void FullSlides::Copy(bool convert) {
+    m.shell.ShowMessage({});
+    const bool copied = convert ? m.copies.CMImage() : m.copies.CopyImage();
+    m_refusal = copied ? std::string() : m.state.MessageText;
+    // A refusal without a word says nothing at all.
+    m.state.SlideCopied = copied || !m_refusal.empty();
+    Leave(SlideMove::Again);
+}
+
+void FullSlides::Delete() {
+    ProgramState& s = m.state;
+    const int before = m.controls.FileListBox->Count();
+    s.DeleteNoteToo = !s.DeleteKeepNotes;
+    m.fileops.DeleteButton_Click();
+    if (m.controls.FileListBox->Count() == before) return;
+    if (m_walksSelected) {
+        s.SelectedFiles.erase(s.SelectedFiles.begin() + m_sequence.Index());
+        s.SelectedCount = static_cast<int>(s.SelectedFiles.size());
+    }
+    if (!m_sequence.Resize(Count())) return m_time.End();
+    Leave(SlideMove::Again);
+}
+
+} // namespace tarn

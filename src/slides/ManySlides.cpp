@@ -1,0 +1,161 @@
+#include "slides/ManySlides.h"
+
+#include "common/paths.h"
+#include "platform/FileListBox.h"
+#include "platform/imaging/PicturesAhead.h"
+#include "slides/SlidePainter.h"
+#include "slides/SlideTitle.h"
+
+#include <algorithm>
+
+namespace tarn {
+
+namespace {
+
+constexpr int kHelpPage = 5;
+constexpr int kLeftButton = 1; // values of SlideMouse
+constexpr int kRightButton = 2;
+
+} // namespace
+
+ManySlides::ManySlides(Context& context, ShowTime& time, bool landscape)
+    : m(context), m_time(time), m_landscape(landscape), m_startName(context.state.FileNameOnly),
+      m_only(context, SlideBoxOf(time.Layout(), time.Screen())) {
+    m.state.SlideCount = m.controls.FileListBox->Count();
+    m_time.onEnd = [this] {
+        m_only.PutBack();
+        // The next start begins where the main window would have come back.
+        if (m.state.Closing && !m_areas.empty())
+            m.state.Filename = JoinPath(m.controls.FileListBox->Path(), m_areas.front().name);
+    };
+}
+
+void ManySlides::Run() {
+    const int row = std::max(0, m.controls.FileListBox->RowOf(m_startName));
+    bool shown = LoadForward(row - 1);
+    while (shown && !m_time.Ends()) {
+        Paint();
+        const bool back = m_move == SlideMove::Previous || m_move == SlideMove::PageBack;
+        ExpectNeighbours(!back);
+        m_move = SlideMove::Next;
+        m.state.SlideNext = false;
+        m.state.SlideMouse = 0;
+        m_time.Wait([this](int keycode) { Dispatch(keycode); });
+        if (!m_time.Ends()) shown = Go(m_move);
+    }
+}
+
+void ManySlides::ShowEnd() {
+    const FileListBox& list = *m.controls.FileListBox;
+    const int row = list.RowOf(m_areas.empty() ? m_startName : m_areas.front().name);
+    m.navigation.ClearMultiselect();
+    if (list.Count() > 0)
+        m.navigation.SelectRow(std::max(0, row));
+    else
+        m.navigation.EnableListCommands();
+}
+
+void ManySlides::Paint() {
+    frmSlideShow& window = m_time.Window();
+    window.Clear();
+    for (std::size_t i = 0; i < m_areas.size(); ++i) {
+        const QImage& picture = m_areas[i].picture;
+        const SlidePlace place = PlaceSlide({picture.width(), picture.height()}, int(i),
+                                            m_time.Layout(), m_time.Screen());
+        window.PutPicture(picture, place.left, place.top);
+    }
+    DrawTitles();
+}
+
+void ManySlides::DrawTitles() {
+    const ProgramState& s = m.state;
+    std::vector<SlideLine> lines;
+    for (std::size_t i = 0; s.SlideTitleOn && i < m_areas.size(); ++i) {
+        const Area& area = m_areas[i];
+        const SlideStrip strip =
+            TitleStrip(area.picture.height(), int(i), m_time.Layout(), m_time.Screen());
+        lines.push_back(
+            {AreaTitle(area.name, area.date, s.CameraSettings ? area.camera : std::string(),
+                       area.row, area.last),
+             strip.left, strip.top, strip.width});
+    }
+    m_time.Window().SetLines(std::move(lines));
+    m_time.Window().Refresh();
+}
+
+// In the size in which the selection will ask for them.
+void ManySlides::ExpectNeighbours(bool forward) {
+    const ProgramState& s = m.state;
+    const FileListBox& list = *m.controls.FileListBox;
+    const QSize wanted =
+        s.OneX || s.TwoX || s.OneToOneLoaded ? QSize() : QSize(s.PreviewWidth, s.PreviewHeight);
+    const int count = list.Count();
+    const int first = m_areas[s.SlideCompare && m_areas.size() > 1 ? 1 : 0].row;
+    const int last = m_areas.back().row;
+    std::vector<PictureWish> wishes;
+    const auto wish = [&](int row) {
+        row = (row % count + count) % count;
+        wishes.push_back({JoinPath(list.Path(), list.Text(row)), wanted,
+                          SizesIn(m_time.Layout(), m_time.Screen())});
+    };
+    for (const int offset : {1, 2}) wish(forward ? last + offset : first - offset);
+    wish(forward ? first - 1 : last + 1);
+    m.ahead.Expect(wishes);
+}
+
+void ManySlides::Dispatch(int keycode) {
+    const bool compare = m.state.SlideCompare;
+    if (m.state.SlideMouse == kRightButton)
+        return Leave(compare ? SlideMove::Previous : SlideMove::PageBack);
+    if (m.state.SlideMouse == kLeftButton)
+        return Leave(compare ? SlideMove::Next : SlideMove::PageOn);
+    const SlideEffect effect = ManyEffectOf(keycode);
+    switch (effect.action) {
+    case SlideAction::None:
+        return;
+    case SlideAction::Move:
+        return Leave(static_cast<SlideMove>(effect.amount));
+    case SlideAction::Help:
+        return m_time.ShowHelp(kHelpPage);
+    case SlideAction::Done:
+        return m_time.End();
+    default:
+        return ChangeLook(effect.action);
+    }
+}
+
+void ManySlides::Leave(SlideMove move) {
+    m_move = move;
+    m.state.Slideloop = false;
+}
+
+// No picture is decoded for these.
+void ManySlides::ChangeLook(SlideAction action) {
+    ProgramState& s = m.state;
+    switch (action) {
+    case SlideAction::Title:
+        s.SlideTitleOn = !s.SlideTitleOn;
+        return DrawTitles();
+    case SlideAction::TextColor:
+        m_time.NextTextColor();
+        return DrawTitles();
+    case SlideAction::TextFont:
+        m_time.NextTextFont();
+        s.SlideTitleOn = true;
+        return DrawTitles();
+    case SlideAction::TextSize:
+        m_time.NextTextSize();
+        s.SlideTitleOn = true;
+        return DrawTitles();
+    case SlideAction::CameraSettings:
+        m_time.ToggleCameraSettings();
+        return DrawTitles();
+    case SlideAction::Background:
+        m_time.NextBackground();
+        return Paint();
+    default:
+        return;
+    }
+}
+
+} // namespace tarn

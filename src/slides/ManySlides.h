@@ -1,0 +1,65 @@
+// Shows of two and four pictures. They step the selection of the main window, so that every picture
+// takes the road of a selection, and keep the pictures that stand: one step decodes one picture.
+#pragma once
+
+#include "slides/PicturesOnly.h"
+#include "slides/ShowTime.h"
+#include "slides/SlideKeys.h"
+
+#include <QImage>
+
+#include <string>
+#include <vector>
+
+namespace tarn {
+
+class ManySlides {
+public:
+    // `landscape`: upright pictures are laid on their side. The first of two pictures stays in its
+    // place while SlideCompare holds. The list has a row at least.
+    ManySlides(Context& context, ShowTime& time, bool landscape);
+
+    // The whole show, as FullSlides.
+    void Run();
+
+    // The main window on the first of the pictures shown.
+    void ShowEnd();
+
+private:
+    struct Area {
+        int row = 0;
+        std::string name;
+        std::string date;
+        std::string camera;
+        bool last = false;
+        QImage picture; // as painted
+    };
+
+    // Pages and steps; each false when there is no picture to show.
+    bool LoadForward(int fromRow);
+    bool LoadBackward(int fromRow);
+    bool Go(SlideMove move);
+    bool Step(bool forward);
+    bool StepFrom(int row, bool forward);
+    bool Holds(int row) const;
+    Area TakeArea() const;
+    QImage PreparePicture() const;
+
+    void Paint();
+    void DrawTitles();
+    void ExpectNeighbours(bool forward);
+
+    void Dispatch(int keycode);
+    void Leave(SlideMove move);
+    void ChangeLook(SlideAction action);
+
+    Context& m;
+    ShowTime& m_time;
+    bool m_landscape;
+    std::string m_startName;
+    std::vector<Area> m_areas; // those that hold a picture
+    SlideMove m_move = SlideMove::Next;
+    PicturesOnly m_only; // last, so that the start is known as it was
+};
+
+} // namespace tarn

@@ -1,0 +1,132 @@
+// Which pictures stand in the areas: pages and steps through the selection of the main window.
+#include "slides/ManySlides.h"
+
+#include "platform/FileListBox.h"
+#include "slides/SlidePainter.h"
+#include "slides/SlideTitle.h"
+
+#include <algorithm>
+
+namespace tarn {
+
+// To the next row behind or before `row` that shows a picture; once round at most.
+bool ManySlides::StepFrom(int row, bool forward) {
+    ProgramState& s = m.state;
+    s.FileIndex = row;
+    for (int tries = m.controls.FileListBox->Count(); tries > 0 && !m_time.Ends(); --tries) {
+        s.ImageLoaded = false; // set by a picture alone, not by a file that has gone
+        if (forward)
+            m.navigation.NextButton_Click();
+        else
+            m.navigation.PrevButton_Click();
+        if (s.ImageLoaded && !s.VideoImage && !s.WebImage) return true;
+        m_time.Pump();
+    }
+    return false;
+}
+
+bool ManySlides::Holds(int row) const {
+    return std::any_of(m_areas.begin(), m_areas.end(),
+                       [row](const Area& area) { return area.row == row; });
+}
+
+// A page from the row behind this one on. With fewer pictures than areas the rest stays empty.
+bool ManySlides::LoadForward(int fromRow) {
+    m_areas.clear();
+    const int most = std::min(AreasOf(m_time.Layout()), m.controls.FileListBox->Count());
+    while (int(m_areas.size()) < most && StepFrom(fromRow, true) && !Holds(m.state.FileIndex)) {
+        m_areas.push_back(TakeArea());
+        fromRow = m_areas.back().row;
+    }
+    return !m_areas.empty();
+}
+
+// A page that ends before this row, filled from its end.
+bool ManySlides::LoadBackward(int fromRow) {
+    m_areas.clear();
+    const int most = std::min(AreasOf(m_time.Layout()), m.controls.FileListBox->Count());
+    while (int(m_areas.size()) < most && StepFrom(fromRow, false) && !Holds(m.state.FileIndex)) {
+        m_areas.insert(m_areas.begin(), TakeArea());
+        fromRow = m_areas.front().row;
+    }
+    return !m_areas.empty();
+}
+
+// Where one picture is compared with the others, a page is one picture.
+bool ManySlides::Go(SlideMove move) {
+    const bool compare = m.state.SlideCompare;
+    switch (move) {
+    case SlideMove::Next:
+        return Step(true);
+    case SlideMove::Previous:
+        return Step(false);
+    case SlideMove::PageOn:
+        return compare ? Step(true) : LoadForward(m_areas.back().row);
+    case SlideMove::PageBack:
+        return compare ? Step(false) : LoadBackward(m_areas.front().row);
+    case SlideMove::First:
+        if (!compare) return LoadForward(-1);
+        if (!StepFrom(-1, true)) return false;
+        m_areas.back() = TakeArea();
+        return true;
+    case SlideMove::Last:
+        if (!compare) return LoadBackward(0);
+        if (!StepFrom(0, false)) return false;
+        m_areas.back() = TakeArea();
+        return true;
+    case SlideMove::Again:
+        break;
+    }
+    return true;
+}
+
+// The areas take over from one another, and one is loaded; of two that are compared the first
+// stays.
+bool ManySlides::Step(bool forward) {
+    const bool compare = m.state.SlideCompare;
+    const int row = forward || compare ? m_areas.back().row : m_areas.front().row;
+    if (!StepFrom(row, forward)) return false;
+    if (compare) {
+        if (m_areas.size() > 1) m_areas.pop_back();
+        m_areas.push_back(TakeArea());
+    } else if (forward) {
+        m_areas.erase(m_areas.begin());
+        m_areas.push_back(TakeArea());
+    } else {
+        m_areas.pop_back();
+        m_areas.insert(m_areas.begin(), TakeArea());
+    }
+    return true;
+}
+
+ManySlides::Area ManySlides::TakeArea() const {
+    const ProgramState& s = m.state;
+    Area area;
+    area.row = s.FileIndex;
+    area.name = s.FileNameOnly;
+    area.date = s.FileModifiedText;
+    area.camera = s.ExpTime.empty() ? std::string() : CameraFields(s);
+    area.last = s.FileIndex + 1 == m.controls.FileListBox->Count();
+    area.picture = PreparePicture();
+    return area;
+}
+
+// From the full copy, which has as many pixels as an area needs.
+QImage ManySlides::PreparePicture() const {
+    const ProgramState& s = m.state;
+    ImgX picture;
+    picture.CopyFrom(s.ImgXfull);
+    if (m_landscape) {
+        if (picture.Height() > picture.Width()) picture.Rotate(270);
+    } else {
+        if (s.ImageRotatedRight) picture.Rotate(90);
+        if (s.ImageRotatedLeft) picture.Rotate(270);
+        if (s.ImageMirrored) picture.Mirror(0);
+        if (s.ImageFliped) picture.Mirror(1);
+        if (s.ExpOrientation == 3) picture.Rotate(180);
+    }
+    FitInto(picture, m_time.Layout(), m_time.Screen());
+    return picture.FullPicture();
+}
+
+} // namespace tarn

@@ -1,0 +1,174 @@
+#include "slides/ShowTime.h"
+
+#include "common/keys.h"
+#include "platform/Desktop.h"
+#include "platform/EventPump.h"
+#include "platform/FileListBox.h"
+#include "slides/SlideKeys.h"
+
+#include <QAction>
+#include <QScopedValueRollback>
+#include <QScreen>
+
+#include <algorithm>
+
+namespace tarn {
+
+namespace {
+
+constexpr int kRound = 10;      // milliseconds of a round of the wait
+constexpr int kClockStep = 200; // milliseconds between two looks at the clock
+constexpr int kSecond = 1000;
+
+SlideScreen ScreenUnder(const QWidget& window) {
+    const double unit = window.screen()->devicePixelRatio();
+    const QSizeF pixels = QSizeF(window.screen()->size()) * unit;
+    return SlideScreenOf(pixels.width(), pixels.height(), unit);
+}
+
+// The row after `index`, from the last one back to `first`.
+template <typename Rows> void TriggerNext(const Rows& rows, int& index, int first) {
+    const int last = static_cast<int>(rows.size()) - 1;
+    index = index >= last ? first : index + 1;
+    rows[static_cast<std::size_t>(index)]->trigger();
+}
+
+} // namespace
+
+ShowTime::ShowTime(Context& context, SlideLayout layout)
+    : m(context), m_layout(layout), m_screen(ScreenUnder(*context.controls.FileListBox->window())),
+      m_window(std::make_unique<frmSlideShow>(context.state, context.slides)) {
+    ProgramState& s = m.state;
+    s.SlidesPerPage = AreasOf(layout);
+    s.SlideViewing = true;
+    s.SlideStop = s.SlideNext = false;
+    s.SlideKey = s.SlideMouse = s.SlideAdjust = 0;
+    m_window->onHeld = [this](int keycode) { KeyHeld(keycode); };
+    // The main window goes behind the show, so that the desktop is never seen between them.
+    m_window->ShowOver(*m.controls.FileListBox->window());
+    m.navigation.SetFilterShown(false);
+    m.copies.SetCaptionShown(false);
+    m.shell.SetMainShown(false);
+    m.desktop.HoldAwake(true);
+}
+
+ShowTime::~ShowTime() {
+    Close();
+}
+
+void ShowTime::Close() {
+    End();
+    m.state.SlideViewing = false;
+    m.state.Slideloop = false;
+    m.state.SlidesPerPage = 0;
+}
+
+void ShowTime::End() {
+    m.state.SlideStop = true;
+    if (m_ended) return;
+    m_ended = true;
+    m.desktop.HoldAwake(false);
+    m_window->LetOthersGo();
+    if (onEnd) onEnd();
+    m.shell.SetMainShown(true);
+    if (!m.state.Closing) {
+        m.navigation.SetFilterShown(true);
+        m.copies.SetCaptionShown(true);
+    }
+    m_window->hide();
+}
+
+bool ShowTime::Ends() const {
+    return m.state.SlideStop || m.state.Closing || m.events.ProgramEnds();
+}
+
+void ShowTime::KeyUp(int keycode) {
+    if (keycode == keys::kEscape || keycode == 'X') End();
+    if (m_dispatching) return;
+    m.state.SlideKey = keycode;
+    // The brightness slider asks for the picture anew with each of its steps.
+    const bool waits = std::find(m_keys.begin(), m_keys.end(), keycode) != m_keys.end();
+    if (keycode != 'O' || !waits) m_keys.push_back(keycode);
+}
+
+void ShowTime::KeyHeld(int keycode) {
+    const SlideEffect effect = m_layout == SlideLayout::One
+                                   ? FullEffectOf(keycode, m.state.SlideAltArrowKeys)
+                                   : ManyEffectOf(keycode);
+    if (IsSlideStep(effect) && m_keys.empty()) KeyUp(keycode);
+}
+
+void ShowTime::Pump() {
+    m.events.Pump();
+}
+
+void ShowTime::TakeKey() {
+    if (m_keys.empty()) {
+        m.events.Sleep(kRound);
+        m.events.Pump();
+    }
+    m.state.SlideKey = keys::kNone;
+    if (m_keys.empty()) return;
+    m.state.SlideKey = m_keys.front();
+    m_keys.pop_front();
+}
+
+void ShowTime::Wait(const std::function<void(int)>& dispatch) {
+    ProgramState& s = m.state;
+    s.Slideloop = true;
+    while (s.Slideloop && !Ends()) {
+        TakeKey();
+        if (Ends()) return;
+        {
+            const QScopedValueRollback<bool> dispatching(m_dispatching, true);
+            dispatch(s.SlideKey);
+        }
+        if (s.Slideloop && s.SlideDelay > 0) WaitForClock();
+        if (s.SlideNext) s.Slideloop = false;
+    }
+}
+
+// Any key ends it and has no other effect, save those that end the show.
+void ShowTime::WaitForClock() {
+    ProgramState& s = m.state;
+    m_window->SetPointer(Qt::BusyCursor);
+    const long whole = s.SlideDelay * kSecond;
+    for (long waited = 0;
+         waited < whole && m_keys.empty() && s.SlideMouse == 0 && !s.SlideNext && !Ends();
+         waited += kClockStep) {
+        m_window->ShowProgress(double(waited) / double(whole));
+        m.events.Sleep(kClockStep);
+        m.events.Pump();
+    }
+    m_keys.clear();
+    m_window->ShowProgress(0);
+    m_window->SetPointer(Qt::ArrowCursor);
+    s.Slideloop = false;
+}
+
+void ShowTime::ShowHelp(int page) {
+    m.shell.ShowHelpPage(page);
+    m_window->LiftOthers();
+}
+
+void ShowTime::NextTextColor() {
+    TriggerNext(m.controls.SlideTextColorButton, m.state.SlideTextColorIndex, 0);
+}
+
+void ShowTime::NextTextFont() {
+    TriggerNext(m.controls.SlideTextButton, m.state.SlideFontIndex, 1);
+}
+
+void ShowTime::NextTextSize() {
+    TriggerNext(m.controls.SlideTextSizeButton, m.state.SlideFontSizeIndex, 1);
+}
+
+void ShowTime::NextBackground() {
+    TriggerNext(m.controls.SlideBackgroundButton, m.state.SlideBackgroundIndex, 1);
+}
+
+void ShowTime::ToggleCameraSettings() {
+    m.controls.CameraSettingsButton->trigger();
+}
+
+} // namespace tarn

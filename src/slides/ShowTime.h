@@ -1,0 +1,73 @@
+// The time of a show: its window, what is changed while it runs and put back at its end, and the
+// wait for the user or the clock.
+#pragma once
+
+#include "shell/Context.h"
+#include "slides/SlideArithmetic.h"
+#include "slides/frmSlideShow.h"
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace tarn {
+
+class ShowTime {
+public:
+    ShowTime(Context& context, SlideLayout layout);
+    ~ShowTime();
+    ShowTime(const ShowTime&) = delete;
+    ShowTime& operator=(const ShowTime&) = delete;
+
+    // The window goes, and everything comes back as it was; may come twice. The loop leaves at its
+    // next round.
+    void End();
+
+    // The loop has left: no show runs any more.
+    void Close();
+
+    std::function<void()> onEnd; // what the kind of show has to put back, before the main window
+
+    // Whether the loop is to leave.
+    bool Ends() const;
+
+    // A key from the window or from another room. What comes while a key is at work is its own
+    // effect, and counts only where it ends the show.
+    void KeyUp(int keycode);
+    // A key that is held steps once for each picture that was painted.
+    void KeyHeld(int keycode);
+
+    // Lets events in and hands on each key, until the picture is to be left: by Slideloop, by a
+    // click, by the clock, or because the show ends.
+    void Wait(const std::function<void(int keycode)>& dispatch);
+
+    // Lets events in between two files.
+    void Pump();
+
+    // Effects that all shows share; each leaves the window to be refreshed.
+    void ShowHelp(int page);
+    void NextTextColor();
+    void NextTextFont();
+    void NextTextSize();
+    void NextBackground();
+    void ToggleCameraSettings();
+
+    frmSlideShow& Window() { return *m_window; }
+    const SlideScreen& Screen() const { return m_screen; }
+    SlideLayout Layout() const { return m_layout; }
+
+private:
+    void TakeKey();
+    void WaitForClock();
+
+    Context& m;
+    SlideLayout m_layout;
+    SlideScreen m_screen;
+    std::unique_ptr<frmSlideShow> m_window;
+    std::deque<int> m_keys; // that came before they could be looked at
+    bool m_dispatching = false;
+    bool m_ended = false;
+};
+
+} // namespace tarn

@@ -1,0 +1,50 @@
+// What the keys of a show do, as tables. Key codes are those of common/keys.h.
+#pragma once
+
+namespace tarn {
+
+// Where a show goes from the picture that stands.
+enum class SlideMove { Next, Previous, Again, First, Last, PageBack, PageOn };
+
+enum class SlideAction {
+    None,
+    Move,       // amount: a SlideMove
+    Rotate,     // amount: degrees, clockwise
+    Mirror,     // amount: 0 left to right, 1 top to bottom
+    Brightness, // amount: steps of the slider
+    ResetBrightness,
+    AdjustWindow,
+    CameraSettings,
+    Notes,
+    Title,
+    TextColor,
+    TextFont,
+    TextSize,
+    Background,
+    HistoryBack,
+    HistoryForward,
+    Copy,
+    Convert,
+    Delete,
+    Help,
+    Done,
+};
+
+struct SlideEffect {
+    SlideAction action = SlideAction::None;
+    int amount = 0;
+};
+
+// The full-screen show; with the alternate layout the arrows change their parts.
+SlideEffect FullEffectOf(int keycode, bool alternateArrows);
+
+// Shows of two and four pictures.
+SlideEffect ManyEffectOf(int keycode);
+
+// Whether the key goes on while it is held down.
+bool IsSlideStep(const SlideEffect& effect);
+
+// Whether files that cannot be shown are passed over backwards after this key.
+bool SkipsBack(int keycode);
+
+} // namespace tarn

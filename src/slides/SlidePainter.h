@@ -1,0 +1,35 @@
+// Makes of a decoded picture what a show paints.
+#pragma once
+
+#include "platform/imaging/ImgX.h"
+#include "shell/state/DisplayState.h"
+#include "shell/state/SlideState.h"
+#include "slides/SlideArithmetic.h"
+
+#include <QImage>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tarn {
+
+// The turn by the orientation value of the camera data; 1 and unknown ones turn nothing.
+void TurnByOrientation(ImgX& picture, int orientation);
+
+// The turn as a value, and back as the states from which the preview makes it again.
+void Apply(ImgX& picture, const Turn& turn);
+void WantTurn(DisplayState& state, const Turn& turn);
+
+// Fitted into its area.
+void FitInto(ImgX& picture, SlideLayout layout, const SlideScreen& screen);
+
+// The sizes to which pictures will be scaled, upright and on their side, for a worker that prepares
+// them: given a picture's size, as stored.
+std::function<std::vector<QSize>(QSize)> SizesIn(SlideLayout layout, const SlideScreen& screen);
+
+// Writes the text into the picture's corner, in font and colour of the titles.
+void PaintText(QImage& picture, const std::string& text, const SlideState& state,
+               const SlideScreen& screen);
+
+} // namespace tarn

@@ -1,0 +1,79 @@
+#include "slides/SlideSequence.h"
+
+#include <algorithm>
+
+namespace tarn {
+
+namespace {
+
+constexpr int kPage = 5; // pictures that a page key steps
+
+} // namespace
+
+SlideSequence::SlideSequence(int count, int start) : m_count(count), m_index(Wrapped(start)) {}
+
+int SlideSequence::Wrapped(int index) const {
+    const int rest = index % m_count;
+    return rest < 0 ? rest + m_count : rest;
+}
+
+bool SlideSequence::PassOver() {
+    m_index = Wrapped(m_index + (m_back ? -1 : 1));
+    return ++m_passedOver < m_count;
+}
+
+void SlideSequence::Leave(SlideMove move, bool back) {
+    if (move == SlideMove::Again) return;
+    const bool again = m_again && (move == SlideMove::Next || move == SlideMove::Previous);
+    m_again = false;
+    if (again) return;
+    m_back = back;
+    switch (move) {
+    case SlideMove::Next:
+        m_index = Wrapped(m_index + 1);
+        break;
+    case SlideMove::Previous:
+        m_index = Wrapped(m_index - 1);
+        break;
+    case SlideMove::Again:
+        break;
+    case SlideMove::First:
+        m_index = 0;
+        break;
+    case SlideMove::Last:
+        m_index = m_count - 1;
+        break;
+    case SlideMove::PageBack:
+        m_index = Wrapped(m_index - kPage);
+        break;
+    case SlideMove::PageOn:
+        m_index = Wrapped(m_index + kPage);
+        break;
+    }
+}
+
+void SlideSequence::GoTo(int index, bool back) {
+    m_again = false;
+    m_back = back;
+    m_index = Wrapped(index);
+}
+
+bool SlideSequence::Resize(int count) {
+    if (count < 1) return false;
+    m_count = count;
+    m_index = Wrapped(m_index);
+    return true;
+}
+
+std::vector<int> SlideSequence::Expected() const {
+    const int ahead = m_back ? -1 : 1;
+    std::vector<int> indexes;
+    for (const int offset : {ahead, 2 * ahead, -ahead}) {
+        const int index = Wrapped(m_index + offset);
+        const bool known = std::find(indexes.begin(), indexes.end(), index) != indexes.end();
+        if (index != m_index && !known) indexes.push_back(index);
+    }
+    return indexes;
+}
+
+} // namespace tarn

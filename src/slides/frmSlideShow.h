@@ -1,0 +1,120 @@
+// The window of the shows: it covers the screen, shows what it is given from one backing picture,
+// and turns keys and mouse into the signals that the loop of a show reads. It decides nothing.
+#pragma once
+
+#include "shell/commands/Commands.h"
+#include "shell/state/SlideState.h"
+
+#include <QElapsedTimer>
+#include <QImage>
+#include <QPointer>
+#include <QTimer>
+#include <QWidget>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+class QLineEdit;
+
+namespace tarn {
+
+// A line of text over the backing picture; place and width in device pixels. It has a ground of
+// the background's colour, and is moved up where it would reach below the window.
+struct SlideLine {
+    std::string text;
+    int left = 0;
+    int top = 0;
+    int width = 0;
+};
+
+class frmSlideShow : public QWidget {
+public:
+    frmSlideShow(SlideState& state, SlideCommands& slides);
+    ~frmSlideShow() override;
+
+    // Covers the screen on which that window stands.
+    void ShowOver(const QWidget& window);
+
+    // Fills the backing picture, and paints into it at device pixels. Seen after Refresh.
+    void Clear();
+    void PutPicture(const QImage& picture, int left, int top);
+    void SetLines(std::vector<SlideLine> lines) { m_lines = std::move(lines); }
+    void Refresh() { repaint(); }
+    const QImage& Backing() const { return m_backing; }
+    const std::vector<SlideLine>& Lines() const { return m_lines; }
+
+    // How much of the time until the next picture is over, 0 to 1, as a thin line at the bottom; 0
+    // takes it away.
+    void ShowProgress(double part);
+
+    // The pointer over the slide; it hides when the mouse has rested for two seconds.
+    void SetPointer(Qt::CursorShape shape);
+
+    // The program's other windows that are up come to stand above this one.
+    void LiftOthers();
+    // The keyboard comes back here from a window that was just opened, which gets it a moment
+    // later.
+    void TakeFocusBack();
+    void LetOthersGo(); // and what comes up from now on is none of this window's
+
+    void SlideDone() { m_slides.SlideDone(); }
+    void SlideKeyUp(int keycode) { m_slides.SlideKeyUp(keycode); }
+    void SlideAdvance() { m_state.SlideNext = true; }
+
+    int BottomLine() const;
+
+    std::function<void(int keycode)> onHeld; // a key held down repeats
+
+    static QFont TextFont(const SlideState& state);
+    static QColor TextColor(const SlideState& state);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    // A key that is down, and whether it has acted by being held.
+    struct Pressed {
+        int keycode;
+        bool repeated = false;
+    };
+
+    Pressed* Find(int keycode);
+    void ButtonTimer_Timer();
+    void Click(Qt::MouseButton button, QPoint place);
+    void ClickPicture(Qt::MouseButton button, int x);
+    int BackKey() const;
+    void DrawLine(QPainter& painter, const SlideLine& line) const;
+    void ShowCursor();
+
+    SlideState& m_state;
+    SlideCommands& m_slides;
+    QImage m_backing;
+    std::vector<SlideLine> m_lines;
+    double m_progress = 0;
+
+    QTimer m_buttonTimer; // ButtonTimer
+    QLineEdit* m_name;    // SlideNameText
+    std::vector<Pressed> m_pressed;
+    int m_releasedKey = 0;
+    unsigned long m_releasedAt = 0;
+    bool m_mousePressed = false;
+    int m_wheel = 0; // eighths of a degree that are no whole notch yet
+
+    QTimer m_pointerTimer;
+    Qt::CursorShape m_pointer = Qt::ArrowCursor;
+    QPoint m_mouseAt{-1, -1};
+    QElapsedTimer m_focusAsked;              // since TakeFocusBack, until it has worked
+    std::vector<QPointer<QWindow>> m_lifted; // belong to this window until it goes
+};
+
+} // namespace tarn

@@ -1,0 +1,204 @@
+// The room of the shows with real list, files and windows; a pump that plays keys and clicks, one
+// a round of the wait, and other rooms that do no more than a show needs.
+#pragma once
+
+#include "PictureFiles.h"
+#include "support/RoomDesk.h"
+
+#include "common/keys.h"
+#include "common/paths.h"
+#include "slides/SlideRoom.h"
+#include "slides/frmSlideShow.h"
+
+#include <QAction>
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace tarn::testing {
+
+// One entry is played at each round in which the show waits; when none is left, the show is ended.
+class PlayedPump : public EventPump {
+public:
+    std::deque<std::function<void()>> script;
+    std::function<void()> whenOver;
+    std::function<bool()> waits;
+    int pumped = 0;
+    int slept = 0; // milliseconds
+    bool ends = false;
+
+    void Pump() override {
+        if (++pumped > 2000) FAIL() << "the show does not end";
+        if (!waits()) return;
+        if (script.empty()) return whenOver();
+        const auto act = script.front();
+        script.pop_front();
+        act();
+    }
+    void Sleep(int milliseconds) override { slept += milliseconds; }
+    bool ProgramEnds() const override { return ends; }
+    void EndProgram() override { ends = true; }
+    void Later(std::function<void()>) override {}
+};
+
+// Loads the selected file, as the preview does, and counts.
+struct LoadingDisplay : RecordingDisplay {
+    LoadingDisplay(Calls& written, ProgramState& s, SlideCommands& show)
+        : RecordingDisplay(written), state(s), slides(show) {}
+    void DisplayPicture() override {
+        RecordingDisplay::DisplayPicture();
+        ++decoded[LastPart(state.Filename)];
+        state.FileNameOnly = LastPart(state.Filename);
+        state.ImageRotatedRight = turnedRight == state.FileNameOnly;
+        state.ExpOrientation = upsideDown == state.FileNameOnly ? 3 : 0;
+        state.ImgXfull.LoadFile(state.Filename, QSize(state.PreviewWidth, state.PreviewHeight));
+        state.ImageLoaded = state.ImgXfull.HasImage();
+        if (whenLoaded) whenLoaded();
+    }
+    void SetBrightness(int value) override {
+        RecordingDisplay::SetBrightness(value);
+        state.BrightnessValue = value;
+        slides.SlideKeyUp('O'); // the slide follows the slider
+    }
+    ProgramState& state;
+    SlideCommands& slides;
+    std::map<std::string, int> decoded;
+    std::string turnedRight;
+    std::string upsideDown;
+    std::function<void()> whenLoaded;
+};
+
+// Steps and selects in the list.
+struct SteppingNavigation : RecordingNavigation {
+    SteppingNavigation(Calls& written, ProgramState& s, MainControls& c, DisplayCommands& d)
+        : RecordingNavigation(written), state(s), controls(c), display(d) {}
+    void SelectRow(int row) override { controls.FileListBox->Select(row); }
+    void FileListBox_Click() override {
+        const FileListBox& list = *controls.FileListBox;
+        state.Filename = JoinPath(list.Path(), list.Text(list.CurrentRow()));
+        if (!std::filesystem::exists(state.Filename)) return; // the picture before stays
+        state.FileIndex = list.CurrentRow();
+        state.VideoImage = IsListedType(state.VideoTypes, FileTypeOf(state.Filename));
+        if (!state.VideoImage) display.DisplayPicture();
+    }
+    void NextButton_Click() override { Step(state.FileIndex + 1); }
+    void PrevButton_Click() override { Step(state.FileIndex - 1); }
+    void ClearMultiselect() override { controls.FileListBox->UnselectAll(); }
+    void FileBackButton_Click() override { --state.FileHistCur; }
+    void FileFwdButton_Click() override { ++state.FileHistCur; }
+    void Step(int row) {
+        const int count = controls.FileListBox->Count();
+        state.FileIndex = (row + count) % count;
+        SelectRow(state.FileIndex);
+    }
+    ProgramState& state;
+    MainControls& controls;
+    DisplayCommands& display;
+};
+
+struct ReadingInfo : RecordingInfo {
+    ReadingInfo(Calls& written, ProgramState& s) : RecordingInfo(written), state(s) {}
+    void ReadPictureInfo() override {
+        const auto found = orientation.find(state.FileNameOnly);
+        if (found != orientation.end()) state.ExpOrientation = std::int16_t(found->second);
+    }
+    ProgramState& state;
+    std::map<std::string, int> orientation;
+};
+
+// Deletes the current file, as the user says.
+struct DeletingFiles : RecordingFileCommands {
+    DeletingFiles(Calls& written, ProgramState& s, MainControls& c)
+        : RecordingFileCommands(written), state(s), controls(c) {}
+    void DeleteButton_Click() override {
+        if (!declines) std::filesystem::remove(state.Filename);
+        controls.FileListBox->Refresh();
+    }
+    ProgramState& state;
+    MainControls& controls;
+    bool declines = false;
+};
+
+struct SlideDesk : RoomDesk {
+    PlayedPump pump;
+    SlideRoom room{context};
+    LoadingDisplay display{calls, state, room};
+    SteppingNavigation navigation{calls, state, controls, display};
+    ReadingInfo info{calls, state};
+    DeletingFiles deletes{calls, state, controls};
+    Context context{state,     controls, navigation, display, info,   notes,      room,
+                    copies,    deletes,  video,      shell,   ahead,  *clipboard, *files,
+                    *settings, pump,     dialogs,    sound,   desktop};
+    std::vector<std::string> seen; // slides, one a round of the wait
+
+    SlideDesk() {
+        room.ConnectControls();
+        controls.FileListBox->onClick = [this] { navigation.FileListBox_Click(); };
+        pump.waits = [this] { return state.Slideloop && state.SlideViewing; };
+        pump.whenOver = [this] { room.SlideDone(); };
+        state.VideoTypes = "*.avi";
+        state.WebTypes = "*.html";
+        state.SlideFont = "Arial";
+        state.SlideFontSize = "10";
+        state.SlideBackground = 0x808080;
+        controls.FileListBox->SetPattern("*.*");
+    }
+
+    // Files of these names: small pictures, and whatever for other endings.
+    void Fill(const std::vector<std::string>& names) {
+        for (const std::string& name : names) {
+            const std::string type = FileTypeOf(name);
+            folder.Write(name, type == ".JPG" ? JpegBytes(TellTale(60, 40)) : "no picture");
+        }
+        controls.FileListBox->SetPath(folder.Path());
+        controls.FileListBox->Refresh();
+        controls.FileListBox->Select(0);
+        controls.FileListBox->UnselectAll();
+        calls.clear();
+        display.decoded.clear();
+    }
+
+    // Keys by their letters or numbers; each round first notes what is seen.
+    void Play(const std::vector<int>& keycodes) {
+        for (const int key : keycodes) Do([this, key] { room.SlideKeyUp(key); });
+    }
+    void Do(std::function<void()> act) {
+        pump.script.push_back([this, act = std::move(act)] {
+            seen.push_back(state.SlideNameOnly);
+            act();
+        });
+    }
+    // Everything seen in a full show with these keys, from row `start` on: "a b c".
+    std::string Show(const std::vector<int>& keycodes, int start = 0) {
+        controls.FileListBox->Select(start);
+        controls.FileListBox->UnselectAll();
+        Play(keycodes);
+        return Run();
+    }
+    std::string Run() {
+        seen.clear();
+        room.SlideButton_Click();
+        return Joined(seen);
+    }
+    static std::string Joined(const std::vector<std::string>& names) {
+        std::string all;
+        for (const std::string& name : names) all += (all.empty() ? "" : " ") + name.substr(0, 1);
+        return all;
+    }
+    bool Called(const std::string& call) const {
+        return std::find(calls.begin(), calls.end(), call) != calls.end();
+    }
+    std::string Current() const { return LastPart(state.Filename); }
+    // The letters of the tell-tale at this place of the slide window.
+    std::string QuartersAt(int left, int top, int width = 60, int height = 40) {
+        return Quarters(room.Window()->Backing().copy(left, top, width, height));
+    }
+};
+
+} // namespace tarn::testing
