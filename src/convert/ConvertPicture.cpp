@@ -17,10 +17,13 @@ namespace {
 
 constexpr double kLinesOfHeight = 60.0; // so many lines of text would fill the picture
 
-void DrawText(ImgX& picture, const ConvertOptions& options) {
+// Nothing is drawn on pixels that stand in for ones that could not be had any more.
+std::string DrawText(ImgX& picture, const ConvertOptions& options) {
     QImage drawn = picture.FullPicture();
+    if (!picture.ErrorText().empty()) return picture.ErrorText();
     DrawCaption(drawn, options, drawn.height(), 1, 0);
     picture.TakePicture(drawn);
+    return {};
 }
 
 } // namespace
@@ -50,7 +53,8 @@ void DrawCaption(QImage& picture, const ConvertOptions& options, int pictureHeig
 
 Converted ConvertPicture(ImgX& picture, const ConvertOptions& options, const std::string& profile) {
     Converted result;
-    if (!options.text.empty()) DrawText(picture, options);
+    if (!options.text.empty()) result.error = DrawText(picture, options);
+    if (!result.error.empty()) return result;
     if (options.maxWidth > 0 && options.maxWidth < picture.Width()) {
         picture.Scale(options.maxWidth, 0);
         result.suffix = ", width = " + std::to_string(options.maxWidth);

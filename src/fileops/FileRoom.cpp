@@ -29,6 +29,11 @@ std::string Arrow(const std::string& from, const std::string& to) {
     return from + " > " + to;
 }
 
+std::string NoteWord(const NewNamePlan& plan) {
+    return plan.notWritten.empty() ? std::string()
+                                   : ", its note stays: '" + plan.notWritten + "' has that name";
+}
+
 } // namespace
 
 FileRoom::FileRoom(Context& context)
@@ -73,20 +78,34 @@ void FileRoom::PushUndo(UndoEntry entry) {
 
 void FileRoom::UndoButton_Click() {
     if (m_undo.IsEmpty()) return;
-    const UndoResult result = m_undo.Undo(m.files);
+    const int row = m.controls.FileListBox->CurrentRow();
+    UndoResult result;
+    {
+        const std::string all = std::to_string(m_undo.NextSize());
+        const BatchRun batch(m);
+        result = m_undo.Undo(m.files, [&](std::size_t number) {
+            return batch.Step("Undoing " + std::to_string(number) + " of " + all);
+        });
+    }
     PushUndo({});
     m.notes.NoteFilesChanged();
     m.navigation.RefreshDirButton_Click();
-    if (!result.show.empty()) Show(result.show);
+    std::string first; // of what came back into this folder
+    for (const std::string& path : result.back)
+        if (first.empty() && RowOf(path) >= 0) first = path;
+    if (!first.empty() || m.controls.FileListBox->CurrentRow() < 0) Show(first, row);
     m.shell.ShowMessage(result.text);
 }
 
-void FileRoom::Show(const std::string& name) {
-    const FileListBox& list = *m.controls.FileListBox;
-    const int row = list.RowOf(name);
-    if (row < 0) return; // its type is not listed
-    m.navigation.ClearMultiselect();
-    m.navigation.SelectRow(row);
+// Selects the file; where it is not listed, what is at the row now.
+void FileRoom::Show(const std::string& path, int otherwise) {
+    const int row = RowOf(path);
+    ShowFromRow(row >= 0 ? row : otherwise);
+}
+
+// What a failed command could not put back stays within the reach of Undo.
+void FileRoom::KeepRest(const Changes& changes, const std::string& what) {
+    if (!changes.Written().empty()) PushUndo({"the failed " + what, changes.Written()});
 }
 
 // What is being written for the picture goes along with it. False: Label_error says why it cannot.
@@ -110,18 +129,21 @@ void FileRoom::Rename(const std::string& newName, const std::string& from) {
                                                      JoinPath(FolderOf(from), newName));
     if (m.state.VideoImage) m.video.CloseVideoClip();
     if (!KeepWrittenNote()) return;
+    const int row = m.controls.FileListBox->CurrentRow();
     const NewNamePlan plan = PlanNewName(m.files, Notes(), from, newName);
+    const std::string what = "Rename '" + LastPart(from) + "'";
     Changes changes(m.files);
     std::string error;
     if (!CarryOutRename(plan, m.files, changes, &error)) {
+        KeepRest(changes, what);
         m.shell.ShowError(error + " - " + LastPart(from));
         return;
     }
     m.notes.NoteFilesChanged();
     m.navigation.RefreshDirButton_Click();
-    Show(newName);
-    PushUndo({"Rename '" + LastPart(from) + "'", changes.Written()});
-    m.shell.ShowMessage("Renamed - " + Arrow(LastPart(from), newName));
+    Show(plan.to, row);
+    PushUndo({what, changes.Written()});
+    m.shell.ShowMessage("Renamed - " + Arrow(LastPart(from), newName) + NoteWord(plan));
     m.shell.FocusPane();
 }
 
@@ -140,17 +162,19 @@ void FileRoom::Duplicate(const std::string& newName, const std::string& from) {
     const QScopedValueRollback<std::string> duplicating(m.state.DuplicateFilename,
                                                         JoinPath(FolderOf(from), newName));
     if (!KeepWrittenNote()) return;
+    const int row = m.controls.FileListBox->CurrentRow();
     const NewNamePlan plan = PlanNewName(m.files, Notes(), from, newName);
     Changes changes(m.files);
     std::string error;
     if (!CarryOutDuplicate(plan, m.files, changes, &error)) {
+        KeepRest(changes, "Duplicate '" + LastPart(from) + "'");
         m.shell.ShowError(error + " - " + LastPart(from));
         return;
     }
     m.notes.NoteFilesChanged();
     m.navigation.RefreshDirButton_Click();
-    Show(LastPart(from));
-    m.shell.ShowMessage("Duplicate - " + Arrow(LastPart(from), newName));
+    Show(from, row);
+    m.shell.ShowMessage("Duplicate - " + Arrow(LastPart(from), newName) + NoteWord(plan));
 }
 
 void FileRoom::CreateFolderButton_Click() {
@@ -176,12 +200,17 @@ void FileRoom::MoveToButton_Click() {
     const std::string path = s.Filename;
     const std::string name = s.FileNameOnly;
     if (path.empty() || m.controls.FileListBox->Count() < 1) return;
+    if (!KeepWrittenNote()) return;
     const bool advances = s.CopyAuto;
     Changes changes(m.files);
     {
         const QScopedValueRollback<bool> stays(s.CopyAuto, false);
-        if (m.copies.CopyImage())
-            changes.Note({Done::Kind::Made, path, JoinPath(s.CopyImageFolder, name)});
+        if (m.copies.CopyImage()) {
+            const std::string target = JoinPath(s.CopyImageFolder, name);
+            if (!s.CopyReplaced.empty())
+                changes.Note({Done::Kind::ThrownAway, target, s.CopyReplaced});
+            changes.Note({Done::Kind::Made, path, target});
+        }
     }
     if (!s.CopyOk.empty()) return; // which says why nothing was moved
     if (!Delete({path, {}, {}}, false, "Move", changes)) return;
