@@ -48,9 +48,9 @@ bool DisplayRoom::IsSizeWindowUp() const {
 
 QSize DisplayRoom::WantedPixels() const {
     const ProgramState& s = m.state;
-    if (IsCutMode() || s.OneToOneLoaded) return {};
+    if (IsCutMode() || s.OneToOneLoaded || (IsSizeWindowUp() && m_pic->IsZoomed())) return {};
     const QSize pane(s.PreviewWidth, s.PreviewHeight);
-    if (!IsSizeWindowUp() || pane.isEmpty()) return pane;
+    if (!IsSizeWindowUp() || s.SlideViewing || pane.isEmpty()) return pane;
     const PixelSize window = m_pic->Inside();
     return pane.expandedTo(QSize(window.width, window.height));
 }

@@ -177,11 +177,14 @@ void DisplayRoom::ReadInfo() {
 
 void DisplayRoom::PlayPictureSound() {
     const ProgramState& s = m.state;
-    const bool last = IsLastRow();
-    if (last && s.BeepLastSlide)
-        m.sound.Play("picture_last.wav");
-    else if (s.BeepAllSlide)
-        m.sound.Play("picture.wav");
+    const char* sound = IsLastRow() && s.BeepLastSlide ? "picture_last.wav"
+                        : s.BeepAllSlide               ? "picture.wav"
+                                                       : nullptr;
+    if (!sound) return;
+    if (s.SlideViewing)
+        m.sound.PlayAndWait(sound); // which holds up the next picture
+    else
+        m.sound.Play(sound);
 }
 
 void DisplayRoom::TurnByOrientation() {

@@ -2,8 +2,11 @@
 #include "display/DisplayRoom.h"
 
 #include "common/numbers.h"
+#include "display/FrmPic.h"
+#include "display/frmOnetoOne.h"
 #include "platform/PictureBox.h"
 #include "platform/QtText.h"
+#include "platform/imaging/PicturesAhead.h"
 
 #include <QLabel>
 #include <QPalette>
@@ -106,6 +109,24 @@ void DisplayRoom::PutNothing() {
     m.controls.Picture1->SetPicture(QImage());
     m.controls.PreviewLabel->setVisible(false);
     m.controls.CropLabel->setVisible(false);
+}
+
+void DisplayRoom::ShowNothing() {
+    ProgramState& s = m.state;
+    for (ImgX* image : {&s.ImgXpic, &s.ImgXpic2, &s.ImgXfull, &s.ImgXfullBC, &m_turned})
+        image->Clear();
+    s.ImageWidth = s.ImageHeight = 0;
+    s.ImageLoaded = false;
+    PutNothing();
+    s.SizeText.clear();
+    s.MpixelText.clear();
+    s.FileSizeText.clear();
+    for (QLabel* text : {m.controls.SizeText, m.controls.MpixelText, m.controls.FileSizeText})
+        text->clear();
+    SetPictureCommands(false);
+    m.ahead.Expect({});
+    if (m_pic) m_pic->Follow();
+    if (s.OneToOneLoaded && m_one) m_one->OnePicture(false);
 }
 
 } // namespace tarn

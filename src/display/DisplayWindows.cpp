@@ -49,9 +49,14 @@ void DisplayRoom::SetBrightness(int value) {
 }
 
 void DisplayRoom::ViewFull() {
-    if (!m_pic) m_pic = std::make_unique<FrmPic>(m);
+    if (!m_pic) {
+        m_pic = std::make_unique<FrmPic>(m);
+        m_pic->onRest = [this] { ExpectNeighbours(); }; // at its size from now on
+    }
+    const bool opens = !m_pic->isVisible();
     m_pic->ViewFull();
     BringUp(*m_pic);
+    if (opens) ExpectNeighbours();
 }
 
 void DisplayRoom::OneToOneButton_Click() {

@@ -10,6 +10,8 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
+#include <QScreen>
+#include <QWindow>
 
 #include <algorithm>
 #include <cmath>
@@ -30,6 +32,12 @@ FrmPic::FrmPic(Context& context) : m(context), m_place(*this, context.state.PicP
     setWindowTitle(QStringLiteral("Image"));
     setAttribute(Qt::WA_OpaquePaintEvent); // every pixel is painted once, so nothing flickers
     setFocusPolicy(Qt::StrongFocus);
+    constexpr int kRest = 250; // milliseconds
+    m_rest.setSingleShot(true);
+    m_rest.setInterval(kRest);
+    connect(&m_rest, &QTimer::timeout, this, [this] {
+        if (onRest && isVisible()) onRest();
+    });
 }
 
 PixelSize FrmPic::Inside() const {
@@ -43,6 +51,9 @@ void FrmPic::Form_Load() {
     m_place.Restore(kDesign);
     m_zoom = 1;
     show();
+    if (m_followsScreen) return;
+    m_followsScreen = true; // another may have finer pixels
+    connect(windowHandle(), &QWindow::screenChanged, this, [this] { PaintPicture(); });
 }
 
 void FrmPic::ViewFull() {
@@ -51,13 +62,15 @@ void FrmPic::ViewFull() {
 }
 
 void FrmPic::Follow() {
-    if (isVisible() && !m_staying) PaintPicture();
+    if (isVisible() && !m_staying && !m.state.SlideViewing) PaintPicture();
 }
 
 void FrmPic::PaintPicture() {
     const ProgramState& s = m.state;
     const PixelSize inside = Inside();
     FitPicture(inside);
+    const std::string error = m.state.ImgXfullBC.ErrorText();
+    if (!error.empty()) m.shell.ShowMessage(error + " - " + s.FileNameOnly); // an enlargement
     const std::string caption = SizeCaption(LastPart(s.Filename), inside,
                                             PercentText(inside.width, s.ImageWidth), s.TextNumOf);
     setWindowTitle(ToQt(caption));
@@ -98,7 +111,9 @@ void FrmPic::paintEvent(QPaintEvent*) {
 }
 
 void FrmPic::resizeEvent(QResizeEvent*) {
-    if (!m_loading && isVisible() && !isMinimized()) PaintPicture();
+    if (m_loading || !isVisible() || isMinimized()) return;
+    PaintPicture();
+    m_rest.start();
 }
 
 void FrmPic::closeEvent(QCloseEvent*) {
@@ -146,8 +161,10 @@ void FrmPic::Step(bool on) {
     });
 }
 
-// The act may show another picture; the keyboard stays here.
+// The act may show another picture; the keyboard stays here. While a show runs the current file is
+// the show's.
 void FrmPic::StayHere(const std::function<void()>& act) {
+    if (m.state.SlideViewing) return;
     const QScopedValueRollback<bool> away(m.state.OneToOneNav, true);
     const QScopedValueRollback<bool> staying(m_staying, true);
     act();

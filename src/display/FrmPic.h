@@ -8,6 +8,7 @@
 #include "shell/places/KeptPlace.h"
 
 #include <QImage>
+#include <QTimer>
 #include <QWidget>
 
 #include <functional>
@@ -24,8 +25,13 @@ public:
     // Paints a new current picture, if the window is up and does not do so itself.
     void Follow();
 
+    // A part is shown larger than the whole would fit.
+    bool IsZoomed() const { return m_zoom > 1; }
+
     // The inside in device pixels.
     PixelSize Inside() const;
+
+    std::function<void()> onRest; // its size has come to rest
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -50,6 +56,7 @@ private:
     Context& m;
     KeptPlace m_place;
     QImage m_picture; // as painted, device pixels
+    QTimer m_rest;
     HeldKeys m_keys;
     WheelNotches m_wheel;
     PixelSize m_fit;   // of the whole picture
@@ -60,6 +67,7 @@ private:
     bool m_staying = false; // it paints after its own act
     bool m_pressed = false;
     bool m_painted = true;
+    bool m_followsScreen = false;
 };
 
 } // namespace tarn

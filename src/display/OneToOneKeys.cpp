@@ -11,6 +11,7 @@
 #include <QScopedValueRollback>
 #include <QWheelEvent>
 
+#include <algorithm>
 #include <cstdlib>
 #include <utility>
 
@@ -87,21 +88,25 @@ void frmOnetoOne::Step(bool on) {
     });
 }
 
-// The act may show another picture; the keyboard stays here.
+// The act may show another picture; the keyboard stays here. While a show runs the current file is
+// the show's.
 void frmOnetoOne::StayHere(const std::function<void()>& act) {
+    if (m.state.SlideViewing) return;
     const QScopedValueRollback<bool> away(m.state.OneToOneNav, true);
     act();
     if (m.state.OneToOneLoaded) show();
 }
 
 void frmOnetoOne::Copy() {
-    const std::string name = m.state.FileNameOnly; // the copy may advance to the next file
+    if (m.state.SlideViewing) return;
+    const std::string file = m.state.Filename; // the copy may advance to the next one
+    const std::string name = m.state.FileNameOnly;
     bool copied = false;
     StayHere([&] { copied = m.copies.CopyImage(); });
     if (!m.state.CopyOk.empty())
         ShowInfo(m.state.CopyOk);
-    else if (copied)
-        setWindowTitle(ToQt("Tarn View - 1:1  " + name + "  COPIED"));
+    else if (copied && file == m.state.Filename)
+        setWindowTitle(ToQt(kCaption + name + "  COPIED"));
     else
         ShowInfo(m.state.MessageText);
 }

@@ -7,6 +7,12 @@ namespace tarn {
 namespace {
 
 constexpr int kFarthest = 20; // rows looked at in one direction
+constexpr int kShortWay = 5;  // a page of the pane's keys; a longer way is a jump, and goes on
+
+// Rows that are no pictures may lie on the way.
+bool IsWayBack(int rowsBack, int count) {
+    return count > 2 && rowsBack <= kShortWay && rowsBack < count - rowsBack;
+}
 
 } // namespace
 
@@ -15,7 +21,7 @@ void Travel::GoTo(int row, int count) {
     if (!known)
         m_back = false;
     else if (row != m_row)
-        m_back = count > 2 && row == (m_row + count - 1) % count;
+        m_back = IsWayBack((m_row - row + count) % count, count);
     m_row = row;
     m_count = count;
 }

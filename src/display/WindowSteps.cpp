@@ -22,20 +22,19 @@ int PlainKeyCode(const QKeyEvent& event) {
 int HeldKeys::Press(const QKeyEvent& event, bool ready) {
     const int key = PlainKeyCode(event);
     if (!event.isAutoRepeat()) {
-        m_key = key;
-        m_repeated = false;
+        m_down.insert(key);
+        m_repeated.erase(key);
         return keys::kNone;
     }
-    if (key != m_key || (key != keys::kUp && key != keys::kDown)) return keys::kNone;
-    m_repeated = true;
+    if (!m_down.count(key) || (key != keys::kUp && key != keys::kDown)) return keys::kNone;
+    m_repeated.insert(key);
     return ready ? key : keys::kNone;
 }
 
 int HeldKeys::Release(const QKeyEvent& event) {
     const int key = PlainKeyCode(event);
-    if (event.isAutoRepeat() || key != m_key) return keys::kNone;
-    m_key = keys::kNone;
-    return m_repeated ? keys::kNone : key;
+    if (event.isAutoRepeat() || m_down.erase(key) == 0) return keys::kNone;
+    return m_repeated.erase(key) > 0 ? keys::kNone : key;
 }
 
 int WheelNotches::Turned(const QWheelEvent& event) {

@@ -1,6 +1,8 @@
 // How keys and wheel step in the picture windows.
 #pragma once
 
+#include <set>
+
 class QKeyEvent;
 class QWheelEvent;
 
@@ -16,8 +18,8 @@ public:
     int Release(const QKeyEvent& event);
 
 private:
-    int m_key = 0;
-    bool m_repeated = false;
+    std::set<int> m_down;
+    std::set<int> m_repeated;
 };
 
 // Whole notches of a wheel; a touchpad sends many parts of one.

@@ -8,6 +8,10 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScopedValueRollback>
+#include <QScreen>
+#include <QWindow>
+
+#include <cmath>
 
 namespace tarn {
 
@@ -15,7 +19,6 @@ namespace {
 
 constexpr QSize kDesign(800, 600);
 constexpr int kCorner = 75 / kTwipsPerPixel; // from the edges
-constexpr const char* kCaption = "Tarn View - 1:1  ";
 
 PixelSize Whole(QSize size) {
     return {size.width(), size.height()};
@@ -61,6 +64,9 @@ void frmOnetoOne::Form_Load() {
     }
     m.state.OneToOneLoaded = m.state.OneToOneVisible = true;
     m_picture2->setFocus();
+    if (m_followsScreen) return;
+    m_followsScreen = true; // another may have finer pixels
+    connect(windowHandle(), &QWindow::screenChanged, this, [this] { OnePicture(false); });
 }
 
 void frmOnetoOne::Form_Activate() {
@@ -77,9 +83,11 @@ void frmOnetoOne::OnePicture(bool arriving) {
     if (arriving) TurnUpright(s.ExpOrientation, m_full);
     m_nav.CopyFrom(m_full); // from the pixels at hand, which are enough for it
     m_full.FetchAll();
+    const std::string error = m_full.ErrorText(); // what is shown is an enlargement then
     m_full.Brightness(s.BrightnessValue);
     ShowNavigator();
     m_infoText->setVisible(s.OneToOneInfo);
+    if (!error.empty()) ShowInfo(error + " - " + s.FileNameOnly);
     Layout();
     const PixelSize copy{m_nav.Width(), m_nav.Height()};
     const NavPoint at = m_last.value_or(NavPoint{float(copy.width) / 2, float(copy.height) / 2});
@@ -91,6 +99,7 @@ void frmOnetoOne::ShowNavigator() {
     const PixelSize copy = FitNavigator(picture, Navigator());
     if (copy != picture) m_nav.Scale(copy.width, copy.height);
     m_nav.Brightness(m.state.BrightnessValue);
+    m_painted = false; // also where the view stays as it is
     m_picture3->SetPicture(m_nav.FullPicture());
 }
 
@@ -99,7 +108,8 @@ void frmOnetoOne::MoveView(float x, float y) {
     const PixelSize view = View();
     const PixelSize copy{m_nav.Width(), m_nav.Height()};
     m_last = NavPoint{x, y};
-    const auto place = PlaceOfView(x, y, Full(), copy, view);
+    if (!m_full.HasImage()) m_picture2->SetPicture(QImage());
+    const auto place = m_full.HasImage() ? PlaceOfView(x, y, Full(), copy, view) : std::nullopt;
     if (!place) return; // a picture smaller than the viewport: it keeps what it showed
     m_view.CopyFrom(m_full);
     m_view.Crop(place->left, place->top, view.width, view.height);

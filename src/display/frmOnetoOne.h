@@ -22,6 +22,7 @@ public:
     // The navigator's box in logical pixels.
     static constexpr int kNavWidth = 200;
     static constexpr int kNavHeight = 150;
+    static constexpr const char* kCaption = "Tarn View - 1:1  ";
 
     explicit frmOnetoOne(Context& context);
 
@@ -79,6 +80,7 @@ private:
     bool m_dragged = false;
     bool m_loading = false;
     bool m_painted = true;
+    bool m_followsScreen = false;
 };
 
 } // namespace tarn

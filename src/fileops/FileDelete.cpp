@@ -132,7 +132,10 @@ void FileRoom::ShowFromRow(int row) {
         ShowNothing();
         return;
     }
-    if (m.state.SlideViewing && m.state.SlidesPerPage == 1) return;
+    if (m.state.SlideViewing && m.state.SlidesPerPage == 1) {
+        m.navigation.ResetFileHistory(false); // it counts rows
+        return;
+    }
     m.navigation.ClearMultiselect();
     m.navigation.SelectRow(std::clamp(row, 0, count - 1));
     m.navigation.ResetFileHistory(true);
@@ -146,18 +149,15 @@ void FileRoom::ShowNothing() {
     s.FileType.clear();
     s.VideoImage = s.WebImage = false;
     s.PanelRows.clear();
-    s.ImageLoaded = false;
     c.List1->clear();
-    for (QLabel* text : {c.SizeText, c.MpixelText, c.FileSizeText}) text->clear();
-    for (QWidget* over : std::initializer_list<QWidget*>{c.PreviewLabel, c.CropLabel, c.LastLabel,
-                                                         c.DeletePicButton, c.DeleteFitsButton})
+    for (QWidget* over :
+         std::initializer_list<QWidget*>{c.LastLabel, c.DeletePicButton, c.DeleteFitsButton})
         over->hide();
-    c.Picture1->SetPicture({});
+    m.display.ShowNothing();
     m.notes.CheckForNotes();
     m.shell.ShowError({});
     m.navigation.ResetFileHistory(false);
     m.navigation.EnableListCommands();
-    m.display.SetPictureCommands(false);
     m.shell.ShowStatus("Nothing to display in current folder.");
     if (!s.SlideViewing) m.shell.FocusPane();
 }

@@ -62,6 +62,7 @@ void NavigationRoom::FileListBox_Click() {
     if (!modified) {
         // The name is still that of the picture before, as the display alone sets it.
         m.shell.ShowError(error + " - " + s.FileNameOnly);
+        m.display.ShowNothing();
         // From here on it is this file's, so that no note stands beside another file.
         s.FileNameOnly = LastPart(s.Filename);
         m.notes.CheckForNotes();

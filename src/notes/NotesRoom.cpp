@@ -198,6 +198,10 @@ void NotesRoom::SetSaveCommands() {
 bool NotesRoom::SaveNote() {
     ProgramState& s = m.state;
     m.shell.ShowError({});
+    if (s.SlideViewing && s.Filename != m_noteOf) { // the current file is the slide's
+        m.shell.ShowMessage("Not saved while a show runs: the note is of '" + m_nameOf + "'");
+        return false;
+    }
     SetNotesFilename();
     std::string why;
     std::string misfit;

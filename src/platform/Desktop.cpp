@@ -5,7 +5,7 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusReply>
+#include <QDBusPendingReply>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -101,26 +101,30 @@ public:
             return {};
         return Start(QStringLiteral("xdg-open"), {QFile::decodeName(folder.c_str())});
     }
+    // Without waiting: a bus that hangs must not hold up a show.
     void HoldAwake(bool hold) override {
         if (hold == m_held.has_value()) return;
-        QDBusMessage call = QDBusMessage::createMethodCall(
-            QStringLiteral("org.freedesktop.ScreenSaver"),
-            QStringLiteral("/org/freedesktop/ScreenSaver"),
-            QStringLiteral("org.freedesktop.ScreenSaver"),
-            hold ? QStringLiteral("Inhibit") : QStringLiteral("UnInhibit"));
-        if (hold)
-            call << QStringLiteral("tarn-view") << QStringLiteral("A slide show runs");
-        else
-            call << *m_held;
+        if (hold) {
+            m_held = QDBusConnection::sessionBus().asyncCall(
+                ScreenSaver("Inhibit")
+                << QStringLiteral("tarn-view") << QStringLiteral("A slide show runs"));
+            return;
+        }
+        const QDBusPendingReply<uint> known = *m_held;
         m_held.reset();
-        constexpr int kPatience = 500; // milliseconds
-        const QDBusReply<uint> reply =
-            QDBusConnection::sessionBus().call(call, QDBus::Block, kPatience);
-        if (hold && reply.isValid()) m_held = reply.value();
+        if (known.isFinished() && known.isValid())
+            QDBusConnection::sessionBus().asyncCall(ScreenSaver("UnInhibit") << known.value());
     }
 
 private:
-    std::optional<uint> m_held; // what the screen saver knows this by
+    static QDBusMessage ScreenSaver(const char* method) {
+        return QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.ScreenSaver"),
+                                              QStringLiteral("/org/freedesktop/ScreenSaver"),
+                                              QStringLiteral("org.freedesktop.ScreenSaver"),
+                                              QString::fromLatin1(method));
+    }
+
+    std::optional<QDBusPendingCall> m_held; // answers with what the screen saver knows this by
 };
 
 } // namespace

@@ -59,7 +59,7 @@ void FullSlides::Run() {
             if (!Walk()) return;
         } else {
             m_time.Pump();
-            if (!m_sequence.PassOver()) return;
+            if (m_time.Ends() || !m_sequence.PassOver()) return;
         }
     }
 }
@@ -91,10 +91,12 @@ bool FullSlides::LoadSlide() {
     if (modified) error = LoadFile();
     m_time.Window().SetPointer(Qt::ArrowCursor);
     if (!modified || !s.ImgXslide.HasImage()) {
+        s.SlideCopied = false; // its mark belongs to no other
         m_error = error + " - " + LastPart(s.SlideFile);
         return false;
     }
-    TakeAsCurrentFile(*modified);
+    s.FileModifiedText = s.FileDate = FormatDateText(FromFileTime(*modified));
+    TakeAsCurrentFile();
     ReadInfo();
     return true;
 }
@@ -114,12 +116,11 @@ std::string FullSlides::LoadFile() {
     return error;
 }
 
-void FullSlides::TakeAsCurrentFile(std::int64_t modified) {
+void FullSlides::TakeAsCurrentFile() {
     ProgramState& s = m.state;
     s.Filename = s.SlideFile;
     s.FileNameOnly = s.SlideNameOnly = LastPart(s.SlideFile);
     s.FileType = FileTypeOf(s.SlideFile);
-    s.FileModifiedText = s.FileDate = FormatDateText(FromFileTime(modified));
     m.notes.SetNotesFilename();
 }
 
@@ -213,7 +214,10 @@ void FullSlides::ShowEnd() {
     } else if (PathOf(index) == m_startFile && s.Filename == m_startFile) {
         WantTurn(s, m_turn);
         s.RestoreTurns = s.WantRight || s.WantLeft || s.WantMirror || s.WantFlip;
-        m.display.DisplayPicture();
+        if (list.IsSelected(index))
+            m.display.DisplayPicture();
+        else
+            m.navigation.SelectRow(index); // a way through the views had unselected it
     } else {
         m.navigation.ClearMultiselect();
         m.navigation.SelectRow(index);

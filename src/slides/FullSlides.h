@@ -35,7 +35,7 @@ private:
     // One slide.
     bool LoadSlide();
     std::string LoadFile();
-    void TakeAsCurrentFile(std::int64_t modified);
+    void TakeAsCurrentFile();
     void ReadInfo();
     void ShowSlide();
     void ComposeTitle();

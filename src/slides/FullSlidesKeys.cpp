@@ -65,22 +65,22 @@ void FullSlides::Leave(SlideMove move) {
     m.state.Slideloop = false;
 }
 
+// The camera's turn comes behind: on a picture that it lays on its side, left and right are what is
+// top and bottom before.
 void FullSlides::Turn(SlideAction action, int amount) {
+    const bool swaps = m.state.ExpOrientation == 6 || m.state.ExpOrientation == 8;
     if (action == SlideAction::Rotate)
         m_turn.Rotate(amount / kQuarter);
     else
-        m_turn.Mirror(amount);
+        m_turn.Mirror(swaps ? 1 - amount : amount);
     WantTurn(m.state, m_turn);
     ShowSlide();
 }
 
 void FullSlides::Brighten(int step) {
-    ProgramState& s = m.state;
-    s.SlideAdjust = step;
     m.display.SetBrightness(
-        std::clamp(s.BrightnessValue + step, -kMostBrightness, kMostBrightness));
+        std::clamp(m.state.BrightnessValue + step, -kMostBrightness, kMostBrightness));
     ShowSlide();
-    s.SlideAdjust = 0;
 }
 
 void FullSlides::ResetBrightness() {
@@ -91,7 +91,7 @@ void FullSlides::ResetBrightness() {
 void FullSlides::AdjustWindow() {
     m_sequence.ShowAgain();
     m.display.AdjustButton_Click();
-    m_time.Window().LiftOthers();
+    m_time.Window().Lift("frmBrightness");
     m_time.Window().TakeFocusBack();
 }
 
@@ -161,6 +161,7 @@ void FullSlides::GoToView(bool back) {
 }
 
 void FullSlides::Copy(bool convert) {
+    TakeAsCurrentFile();
     m.shell.ShowMessage({});
     const bool copied = convert ? m.copies.CMImage() : m.copies.CopyImage();
     m_refusal = copied ? std::string() : m.state.MessageText;
@@ -169,16 +170,18 @@ void FullSlides::Copy(bool convert) {
     Leave(SlideMove::Again);
 }
 
+// The file that is seen; whether it went is told by its name, since others may come and go.
 void FullSlides::Delete() {
     ProgramState& s = m.state;
-    const int before = m.controls.FileListBox->Count();
-    s.DeleteNoteToo = !s.DeleteKeepNotes;
+    TakeAsCurrentFile();
+    const std::string name = s.SlideNameOnly;
     m.fileops.DeleteButton_Click();
-    if (m.controls.FileListBox->Count() == before) return;
+    if (m.controls.FileListBox->RowOf(name) >= 0) return;
     if (m_walksSelected) {
-        s.SelectedFiles.erase(s.SelectedFiles.begin() + m_sequence.Index());
+        std::erase(s.SelectedFiles, name);
         s.SelectedCount = static_cast<int>(s.SelectedFiles.size());
     }
+    m_sequence.Forget();
     if (!m_sequence.Resize(Count())) return m_time.End();
     Leave(SlideMove::Again);
 }

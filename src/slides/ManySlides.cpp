@@ -16,10 +16,21 @@ constexpr int kHelpPage = 5;
 constexpr int kLeftButton = 1; // values of SlideMouse
 constexpr int kRightButton = 2;
 
+// The list as it is before videos are left out, from the current row on.
+std::vector<std::string> NamesOnward(const Context& m) {
+    constexpr int kFarthest = 200; // rows that may be none
+    const FileListBox& list = *m.controls.FileListBox;
+    std::vector<std::string> names;
+    const int first = std::max(0, list.CurrentRow());
+    for (int row = first; row < std::min(list.Count(), first + kFarthest); ++row)
+        names.push_back(list.Text(row));
+    return names;
+}
+
 } // namespace
 
 ManySlides::ManySlides(Context& context, ShowTime& time, bool landscape)
-    : m(context), m_time(time), m_landscape(landscape), m_startName(context.state.FileNameOnly),
+    : m(context), m_time(time), m_landscape(landscape), m_startNames(NamesOnward(context)),
       m_only(context, SlideBoxOf(time.Layout(), time.Screen())) {
     m.state.SlideCount = m.controls.FileListBox->Count();
     m_time.onEnd = [this] {
@@ -30,9 +41,15 @@ ManySlides::ManySlides(Context& context, ShowTime& time, bool landscape)
     };
 }
 
+// The current row's, or that of the next picture where it is none.
+int ManySlides::StartRow() const {
+    for (const std::string& name : m_startNames)
+        if (const int row = m.controls.FileListBox->RowOf(name); row >= 0) return row;
+    return 0;
+}
+
 void ManySlides::Run() {
-    const int row = std::max(0, m.controls.FileListBox->RowOf(m_startName));
-    bool shown = LoadForward(row - 1);
+    bool shown = LoadForward(StartRow() - 1);
     while (shown && !m_time.Ends()) {
         Paint();
         const bool back = m_move == SlideMove::Previous || m_move == SlideMove::PageBack;
@@ -47,12 +64,13 @@ void ManySlides::Run() {
 
 void ManySlides::ShowEnd() {
     const FileListBox& list = *m.controls.FileListBox;
-    const int row = list.RowOf(m_areas.empty() ? m_startName : m_areas.front().name);
+    const int row = m_areas.empty() ? StartRow() : list.RowOf(m_areas.front().name);
     m.navigation.ClearMultiselect();
     if (list.Count() > 0)
         m.navigation.SelectRow(std::max(0, row));
     else
         m.navigation.EnableListCommands();
+    if (!m_error.empty()) m.shell.ShowError(m_error);
 }
 
 void ManySlides::Paint() {
@@ -95,10 +113,14 @@ void ManySlides::ExpectNeighbours(bool forward) {
     std::vector<PictureWish> wishes;
     const auto wish = [&](int row) {
         row = (row % count + count) % count;
+        const std::string type = FileTypeOf(list.Text(row));
+        if (IsListedType(s.VideoTypes, type) || IsListedType(s.WebTypes, type)) return;
         wishes.push_back({JoinPath(list.Path(), list.Text(row)), wanted,
                           SizesIn(m_time.Layout(), m_time.Screen())});
     };
-    for (const int offset : {1, 2}) wish(forward ? last + offset : first - offset);
+    // A page is so many pictures.
+    for (int offset = 1; offset <= AreasOf(m_time.Layout()); ++offset)
+        wish(forward ? last + offset : first - offset);
     wish(forward ? first - 1 : last + 1);
     m.ahead.Expect(wishes);
 }

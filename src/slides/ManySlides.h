@@ -45,6 +45,7 @@ private:
     Area TakeArea() const;
     QImage PreparePicture() const;
 
+    int StartRow() const;
     void Paint();
     void DrawTitles();
     void ExpectNeighbours(bool forward);
@@ -56,8 +57,9 @@ private:
     Context& m;
     ShowTime& m_time;
     bool m_landscape;
-    std::string m_startName;
+    std::vector<std::string> m_startNames;
     std::vector<Area> m_areas; // those that hold a picture
+    std::string m_error;       // of the last file that was passed over
     SlideMove m_move = SlideMove::Next;
     PicturesOnly m_only; // last, so that the start is known as it was
 };

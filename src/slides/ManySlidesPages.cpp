@@ -2,8 +2,11 @@
 #include "slides/ManySlides.h"
 
 #include "platform/FileListBox.h"
+#include "platform/QtText.h"
 #include "slides/SlidePainter.h"
 #include "slides/SlideTitle.h"
+
+#include <QLabel>
 
 #include <algorithm>
 
@@ -20,6 +23,7 @@ bool ManySlides::StepFrom(int row, bool forward) {
         else
             m.navigation.PrevButton_Click();
         if (s.ImageLoaded && !s.VideoImage && !s.WebImage) return true;
+        if (!m.controls.Label_error->isHidden()) m_error = FromQt(m.controls.Label_error->text());
         m_time.Pump();
     }
     return false;
@@ -55,6 +59,7 @@ bool ManySlides::LoadBackward(int fromRow) {
 // Where one picture is compared with the others, a page is one picture.
 bool ManySlides::Go(SlideMove move) {
     const bool compare = m.state.SlideCompare;
+    if (compare && m_areas.size() < 2) return true; // there is none to compare with
     switch (move) {
     case SlideMove::Next:
         return Step(true);
@@ -87,8 +92,7 @@ bool ManySlides::Step(bool forward) {
     const int row = forward || compare ? m_areas.back().row : m_areas.front().row;
     if (!StepFrom(row, forward)) return false;
     if (compare) {
-        if (m_areas.size() > 1) m_areas.pop_back();
-        m_areas.push_back(TakeArea());
+        m_areas.back() = TakeArea();
     } else if (forward) {
         m_areas.erase(m_areas.begin());
         m_areas.push_back(TakeArea());
@@ -126,6 +130,7 @@ QImage ManySlides::PreparePicture() const {
         if (s.ExpOrientation == 3) picture.Rotate(180);
     }
     FitInto(picture, m_time.Layout(), m_time.Screen());
+    picture.Brightness(s.BrightnessValue);
     return picture.FullPicture();
 }
 

@@ -1,5 +1,6 @@
 #include "slides/PicturesOnly.h"
 
+#include "common/text.h"
 #include "platform/FileListBox.h"
 
 #include <QCheckBox>
@@ -16,6 +17,17 @@ void Tick(QCheckBox* box, bool ticked) {
     box->setChecked(ticked);
 }
 
+constexpr char kBetween = ';';
+
+// The list of patterns less those.
+std::string Without(const std::string& patterns, const std::vector<std::string>& less) {
+    std::string rest;
+    for (const std::string& pattern : Split(patterns, kBetween))
+        if (!pattern.empty() && std::find(less.begin(), less.end(), pattern) == less.end())
+            rest += (rest.empty() ? "" : ";") + pattern;
+    return rest;
+}
+
 } // namespace
 
 PicturesOnly::PicturesOnly(Context& context, SlideSize area)
@@ -29,8 +41,14 @@ PicturesOnly::PicturesOnly(Context& context, SlideSize area)
     // A filter that is open owns the list; what it lets through is stepped over.
     m_unticked = !s.FilterActive && (m_videos || m_web);
     if (!m_unticked) return;
-    m.controls.VCheck->setChecked(false);
-    m.controls.WCheck->setChecked(false);
+    const std::string pictures = Without(m_types, Split(s.VideoTypes + ";" + s.WebTypes, kBetween));
+    m_unticked = !pictures.empty(); // else no row of the list is a picture
+    if (!m_unticked) return;
+    Tick(m.controls.VCheck, false);
+    Tick(m.controls.WCheck, false);
+    s.VideoListCheck = s.WebListCheck = 0;
+    s.FileTypes = pictures;
+    m.controls.FileListBox->SetPattern(pictures);
 }
 
 void PicturesOnly::PutBack() {

@@ -42,8 +42,8 @@ ShowTime::ShowTime(Context& context, SlideLayout layout)
     s.SlidesPerPage = AreasOf(layout);
     s.SlideViewing = true;
     s.SlideStop = s.SlideNext = false;
-    s.SlideKey = s.SlideMouse = s.SlideAdjust = 0;
-    m_window->onHeld = [this](int keycode) { KeyHeld(keycode); };
+    s.SlideKey = s.SlideMouse = 0;
+    m_window->onHeld = [this](int keycode) { return KeyHeld(keycode); };
     // The main window goes behind the show, so that the desktop is never seen between them.
     m_window->ShowOver(*m.controls.FileListBox->window());
     m.navigation.SetFilterShown(false);
@@ -91,11 +91,13 @@ void ShowTime::KeyUp(int keycode) {
     if (keycode != 'O' || !waits) m_keys.push_back(keycode);
 }
 
-void ShowTime::KeyHeld(int keycode) {
+bool ShowTime::KeyHeld(int keycode) {
     const SlideEffect effect = m_layout == SlideLayout::One
                                    ? FullEffectOf(keycode, m.state.SlideAltArrowKeys)
                                    : ManyEffectOf(keycode);
-    if (IsSlideStep(effect) && m_keys.empty()) KeyUp(keycode);
+    if (!IsSlideStep(effect)) return false;
+    if (m_keys.empty()) KeyUp(keycode);
+    return true;
 }
 
 void ShowTime::Pump() {
@@ -123,7 +125,12 @@ void ShowTime::Wait(const std::function<void(int)>& dispatch) {
             const QScopedValueRollback<bool> dispatching(m_dispatching, true);
             dispatch(s.SlideKey);
         }
-        if (s.Slideloop && s.SlideDelay > 0) WaitForClock();
+        if (s.Slideloop && s.SlideDelay > 0) {
+            WaitForClock();
+            // Only keys lose their effect.
+            const QScopedValueRollback<bool> dispatching(m_dispatching, true);
+            if (s.SlideMouse != 0 && !Ends()) dispatch(keys::kNone);
+        }
         if (s.SlideNext) s.Slideloop = false;
     }
 }
@@ -148,7 +155,7 @@ void ShowTime::WaitForClock() {
 
 void ShowTime::ShowHelp(int page) {
     m.shell.ShowHelpPage(page);
-    m_window->LiftOthers();
+    m_window->Lift("frmHelp");
 }
 
 void ShowTime::NextTextColor() {

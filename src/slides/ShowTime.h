@@ -36,7 +36,7 @@ public:
     // effect, and counts only where it ends the show.
     void KeyUp(int keycode);
     // A key that is held steps once for each picture that was painted.
-    void KeyHeld(int keycode);
+    bool KeyHeld(int keycode); // whether it is a step
 
     // Lets events in and hands on each key, until the picture is to be left: by Slideloop, by a
     // click, by the clock, or because the show ends.

@@ -23,11 +23,12 @@ bool SlideSequence::PassOver() {
 }
 
 void SlideSequence::Leave(SlideMove move, bool back) {
+    m_back = back; // also which way is looked when the picture cannot be shown again
     if (move == SlideMove::Again) return;
+    m_travelsBack = move == SlideMove::Previous;
     const bool again = m_again && (move == SlideMove::Next || move == SlideMove::Previous);
     m_again = false;
     if (again) return;
-    m_back = back;
     switch (move) {
     case SlideMove::Next:
         m_index = Wrapped(m_index + 1);
@@ -52,9 +53,9 @@ void SlideSequence::Leave(SlideMove move, bool back) {
     }
 }
 
-void SlideSequence::GoTo(int index, bool back) {
+void SlideSequence::GoTo(int index) {
     m_again = false;
-    m_back = back;
+    m_back = false;
     m_index = Wrapped(index);
 }
 
@@ -66,7 +67,7 @@ bool SlideSequence::Resize(int count) {
 }
 
 std::vector<int> SlideSequence::Expected() const {
-    const int ahead = m_back ? -1 : 1;
+    const int ahead = m_travelsBack ? -1 : 1;
     std::vector<int> indexes;
     for (const int offset : {ahead, 2 * ahead, -ahead}) {
         const int index = Wrapped(m_index + offset);

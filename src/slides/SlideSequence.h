@@ -27,10 +27,11 @@ public:
     // On from an entry that was shown. `back`: what cannot be shown is then passed over backwards.
     void Leave(SlideMove move, bool back);
 
-    void GoTo(int index, bool back = false);
+    void GoTo(int index);
 
     // The next step forward or back shows this entry once more.
     void ShowAgain() { m_again = true; }
+    void Forget() { m_again = false; } // the picture has gone
 
     // Entries came or went; where this one went, the one behind it stands in its place. False when
     // none is left.
@@ -45,8 +46,9 @@ private:
 
     int m_count;
     int m_index;
-    int m_passedOver = 0; // since the last entry that was shown
-    bool m_back = false;
+    int m_passedOver = 0;       // since the last entry that was shown
+    bool m_back = false;        // which way a file that cannot be shown is passed over
+    bool m_travelsBack = false; // which way the user goes
     bool m_again = false;
 };
 

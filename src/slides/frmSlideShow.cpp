@@ -131,10 +131,12 @@ void frmSlideShow::DrawLine(QPainter& painter, const SlideLine& line) const {
     const double top = std::min(line.top / unit, height() - metrics.height());
     const double left = line.left / unit;
     const QRectF place(left, top, std::min(line.width / unit, width() - left), metrics.height());
-    painter.fillRect(place, QColor::fromRgb(QRgb(m_state.SlideBackground)));
+    const QString text = metrics.elidedText(ToQt(line.text), Qt::ElideMiddle, place.width());
+    QRectF ground = place; // only under the text: it may stand over a picture
+    ground.setWidth(std::min(place.width(), metrics.horizontalAdvance(text)));
+    painter.fillRect(ground, QColor::fromRgb(QRgb(m_state.SlideBackground)));
     painter.setPen(TextColor(m_state));
-    painter.drawText(QPointF(place.left(), top + metrics.ascent()),
-                     metrics.elidedText(ToQt(line.text), Qt::ElideMiddle, place.width()));
+    painter.drawText(QPointF(place.left(), top + metrics.ascent()), text);
 }
 
 frmSlideShow::Pressed* frmSlideShow::Find(int keycode) {
@@ -151,10 +153,11 @@ void frmSlideShow::keyPressEvent(QKeyEvent* event) {
     // The window system may send a repeat as a release and a press of the same instant.
     const bool halves = keycode == m_releasedKey && event->timestamp() == m_releasedAt &&
                         event->spontaneous() && m_releasedAt != 0;
+    const bool repeats = event->isAutoRepeat() || halves;
     if (!Find(keycode)) m_pressed.push_back({keycode});
-    if (!event->isAutoRepeat() && !halves) return;
-    Find(keycode)->repeated = true;
-    if (onHeld) onHeld(keycode);
+    if (!repeats) Find(keycode)->repeated = false;
+    // What steps while it is held does not step once more on its release; any other key acts there.
+    if (repeats && onHeld && onHeld(keycode)) Find(keycode)->repeated = true;
 }
 
 void frmSlideShow::keyReleaseEvent(QKeyEvent* event) {
@@ -166,6 +169,12 @@ void frmSlideShow::keyReleaseEvent(QKeyEvent* event) {
     m_releasedKey = keycode;
     m_releasedAt = event->timestamp();
     if (acts) SlideKeyUp(keycode);
+}
+
+// The releases go to another window.
+void frmSlideShow::focusOutEvent(QFocusEvent* event) {
+    m_pressed.clear();
+    QWidget::focusOutEvent(event);
 }
 
 void frmSlideShow::mousePressEvent(QMouseEvent* event) {
@@ -206,7 +215,7 @@ void frmSlideShow::ClickPicture(Qt::MouseButton button, int x) {
         return;
     }
     const bool paging = m_state.SlidesPerPage > 1 && (m_state.Slides4Mouse || m_state.SlideCompare);
-    if (paging)
+    if (paging && button != Qt::MiddleButton)
         m_state.SlideMouse = right ? 2 : 1;
     else if (right)
         SlideKeyUp('D');
@@ -248,7 +257,7 @@ void frmSlideShow::ShowCursor() {
 }
 
 void frmSlideShow::closeEvent(QCloseEvent* event) {
-    event->ignore(); // the show hides it
+    event->accept(); // or the session's end would be held up
     SlideDone();
 }
 
@@ -275,10 +284,10 @@ void frmSlideShow::TakeFocusBack() {
     m_focusAsked.start();
 }
 
-void frmSlideShow::LiftOthers() {
+void frmSlideShow::Lift(const char* name) {
     for (QWidget* window : QApplication::topLevelWidgets()) {
-        if (window == this || !window->isVisible() || !window->windowHandle() ||
-            window->windowHandle()->transientParent())
+        if (window->objectName() != QLatin1String(name) || !window->isVisible() ||
+            !window->windowHandle() || window->windowHandle()->transientParent())
             continue;
         window->hide(); // so that it comes up anew, above
         window->show();

@@ -51,8 +51,8 @@ public:
     // The pointer over the slide; it hides when the mouse has rested for two seconds.
     void SetPointer(Qt::CursorShape shape);
 
-    // The program's other windows that are up come to stand above this one.
-    void LiftOthers();
+    // The program's window of this object name comes to stand above this one.
+    void Lift(const char* window);
     // The keyboard comes back here from a window that was just opened, which gets it a moment
     // later.
     void TakeFocusBack();
@@ -64,7 +64,8 @@ public:
 
     int BottomLine() const;
 
-    std::function<void(int keycode)> onHeld; // a key held down repeats
+    // A key held down repeats; whether it steps by that.
+    std::function<bool(int keycode)> onHeld;
 
     static QFont TextFont(const SlideState& state);
     static QColor TextColor(const SlideState& state);
@@ -78,6 +79,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 

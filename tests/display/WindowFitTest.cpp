@@ -104,9 +104,13 @@ TEST(Travel, TwoAheadAndOneBehindInTheDirectionOfTheLastStep) {
     EXPECT_EQ(travel.Next(every), (Rows{2, 1, 4}));
     travel.GoTo(4, 10);
     EXPECT_EQ(travel.Next(every), (Rows{5, 6, 3}));
-    travel.GoTo(0, 10); // a jump goes on
-    EXPECT_EQ(travel.Next(every), (Rows{1, 2, 9}));
-    travel.GoTo(9, 10); // back over the begin
+    travel.GoTo(7, 30);
+    travel.GoTo(0, 30); // a jump goes on
+    EXPECT_EQ(travel.Next(every), (Rows{1, 2, 29}));
+    travel.GoTo(28, 30); // back over the begin, and over a row that is no picture
+    EXPECT_EQ(travel.Next(every), (Rows{27, 26, 29}));
+    travel.GoTo(0, 10);
+    travel.GoTo(9, 10);
     EXPECT_EQ(travel.Next(every), (Rows{8, 7, 0}));
     travel.GoTo(0, 10); // and on over the end
     EXPECT_EQ(travel.Next(every), (Rows{1, 2, 9}));

@@ -52,8 +52,9 @@ TEST(Selection, AFileThatWentAwayShowsTheSystemsTextAndTheNameBefore) {
     d.state.FileNameOnly = "p00.jpg";
     std::remove((d.folder.Path() + "/p01.jpg").c_str());
     d.room.SelectRow(1);
-    EXPECT_EQ(d.calls[d.calls.size() - 2], "error No such file or directory - p00.jpg");
-    EXPECT_EQ(d.calls.back(), "CheckForNotes"); // so that no note stands beside another file
+    // Neither picture nor note of another file stands under the name of this one.
+    EXPECT_EQ(Calls(d.calls.end() - 3, d.calls.end()),
+              (Calls{"error No such file or directory - p00.jpg", "ShowNothing", "CheckForNotes"}));
     EXPECT_EQ(d.state.FileNameOnly, "p01.jpg");
 }
 

@@ -19,6 +19,7 @@ struct RecordingDisplay : DisplayCommands {
     explicit RecordingDisplay(Calls& written) : calls(written) {}
     void DisplayPicture() override { calls.push_back("DisplayPicture"); }
     void ShowPreview() override { calls.push_back("ShowPreview"); }
+    void ShowNothing() override { calls.push_back("ShowNothing"); }
     void Redraw() override { calls.push_back("Redraw"); }
     void SetPictureCommands(bool on) override {
         calls.push_back(on ? "commands on" : "commands off");

@@ -104,7 +104,11 @@ PicturesAhead::~PicturesAhead() {
 void PicturesAhead::Expect(const std::vector<PictureWish>& wishes) {
     {
         const std::lock_guard lock(m_mutex);
-        for (const auto& picture : m_pictures) picture->wished = false;
+        for (const auto& picture : m_pictures) {
+            picture->wished = false;
+            // Who shows it may have fetched more pixels since.
+            if (picture->taken && picture->source) picture->bytes = picture->source->BytesHeld();
+        }
         Pictures next;
         for (const PictureWish& wish : wishes) {
             auto picture = Wished(wish);
@@ -173,7 +177,7 @@ void PicturesAhead::Keep(const std::string& path, QSize wanted,
     picture->bytes = source->BytesHeld();
     picture->identity = source->Identity();
     picture->source = std::move(source);
-    if (picture->bytes <= m_budget) m_pictures.push_back(std::move(picture));
+    if (MakeRoom(0, picture->bytes)) m_pictures.push_back(std::move(picture));
 }
 
 void PicturesAhead::TimesWereSet(const std::string& path) {

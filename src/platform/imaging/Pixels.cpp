@@ -44,8 +44,13 @@ template <QRgb (*change)(QRgb, QRgb)> QRgb Changed(QRgb pixel, QRgb amount) {
 } // namespace
 
 QImage InOwnFormat(const QImage& picture) {
-    return picture.convertToFormat(picture.hasAlphaChannel() ? QImage::Format_ARGB32
-                                                             : QImage::Format_RGB32);
+    QImage own = picture.convertToFormat(picture.hasAlphaChannel() ? QImage::Format_ARGB32
+                                                                   : QImage::Format_RGB32);
+    // Text is drawn in points of the screen, whatever the file says of its paper.
+    const QImage screen(1, 1, QImage::Format_RGB32);
+    own.setDotsPerMeterX(screen.dotsPerMeterX());
+    own.setDotsPerMeterY(screen.dotsPerMeterY());
+    return own;
 }
 
 QImage Resampled(const QImage& picture, QSize size) {

@@ -31,6 +31,9 @@ public:
     virtual ~DisplayCommands() = default;
     virtual void DisplayPicture() = 0;
     virtual void ShowPreview() = 0;
+    // No picture: pane, texts and picture windows are emptied, so that none stands under another
+    // name.
+    virtual void ShowNothing() = 0;
     virtual void Redraw() = 0;
     virtual void SetPictureCommands(bool enabled) = 0;
     virtual void RotateRightButton_Click() = 0;

@@ -12,7 +12,6 @@ struct SlideState {
     bool SlideNext = false;
     int SlideKey = 0; // last key code, 0 for none
     int SlideMouse = 0;
-    int SlideAdjust = 0;
     bool SlideViewing = false;
     bool Slideloop = false;
     bool SlideCompare = false;

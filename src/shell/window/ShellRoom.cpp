@@ -47,7 +47,7 @@ ShellRoom::ShellRoom(Context& context, QMainWindow& window)
 }
 
 ShellRoom::~ShellRoom() {
-    while (m_busy > 0) SetBusy(false);
+    while (!m_pointers.empty()) SetBusy(false);
 }
 
 QWidget* ShellRoom::PaneWidget(Pane pane) const {
@@ -81,23 +81,25 @@ void ShellRoom::FocusPane() {
     PaneWidget(m.state.CurrentPane)->setFocus();
 }
 
+// A show has a pointer of its own, which hides.
 void ShellRoom::SetBusy(bool busy) {
-    m_busy += busy ? 1 : -1;
-    if (busy)
-        QApplication::setOverrideCursor(Qt::WaitCursor);
-    else
-        QApplication::restoreOverrideCursor();
+    PushPointer(busy, Qt::WaitCursor);
+}
+
+void ShellRoom::PushPointer(bool push, const QCursor& pointer) {
+    if (push) {
+        m_pointers.push_back(!m.state.SlideViewing);
+        if (m_pointers.back()) QApplication::setOverrideCursor(pointer);
+    } else if (!m_pointers.empty()) {
+        if (m_pointers.back()) QApplication::restoreOverrideCursor();
+        m_pointers.pop_back();
+    }
 }
 
 void ShellRoom::SetDeletePointer(bool deletes) {
-    m_busy += deletes ? 1 : -1;
-    if (!deletes) {
-        QApplication::restoreOverrideCursor();
-        return;
-    }
     if (m_deletePointer.isNull()) m_deletePointer = QPixmap(ToQt(ProgramFile("delete.ico")));
-    QApplication::setOverrideCursor(m_deletePointer.isNull() ? QCursor(Qt::WaitCursor)
-                                                             : QCursor(m_deletePointer));
+    PushPointer(deletes,
+                m_deletePointer.isNull() ? QCursor(Qt::WaitCursor) : QCursor(m_deletePointer));
 }
 
 void ShellRoom::ShowMessage(const std::string& text) {

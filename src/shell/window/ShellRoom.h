@@ -3,9 +3,11 @@
 
 #include "shell/Context.h"
 
+#include <QCursor>
 #include <QPixmap>
 
 #include <memory>
+#include <vector>
 
 class QMainWindow;
 class QWidget;
@@ -34,12 +36,13 @@ public:
 
 private:
     QWidget* PaneWidget(Pane pane) const;
+    void PushPointer(bool push, const QCursor& pointer);
 
     Context& m;
     QMainWindow& m_window;
     std::unique_ptr<frmHelp> m_help; // made when it is first asked for
     class QLabel* m_status;
-    int m_busy = 0; // pointers within one another
+    std::vector<bool> m_pointers; // within one another; whether each is shown
     QPixmap m_deletePointer;
 };
 
