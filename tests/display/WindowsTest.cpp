@@ -63,6 +63,36 @@ protected:
     Desk d;
 };
 
+// The current file is the show's: what it deletes or copies must be the slide that is seen.
+TEST_F(WindowsTest, StandStillWhileAShowRuns) {
+    d.Show("a.jpg", JpegBytes(TellTale(900, 700)));
+    d.room.ViewFull();
+    d.room.OneToOneButton_Click();
+    d.state.SlideViewing = true;
+    const Calls calls = Since([&] {
+        for (QWidget* window : {Window("FrmPic"), Part("frmOnetoOne", "OnePicture2")})
+            for (const int key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_Y, Qt::Key_Delete})
+                QTest::keyClick(window, Qt::Key(key));
+        Wheel(*Window("FrmPic"), -120);
+    });
+    for (const char* call : {"Next", "Prev", "CopyImage", "Delete"})
+        EXPECT_EQ(std::count(calls.begin(), calls.end(), call), 0) << call;
+    d.state.SlideViewing = false;
+    EXPECT_EQ(Since([&] { QTest::keyClick(Window("FrmPic"), Qt::Key_Down); }).front(), "Next");
+}
+
+TEST_F(WindowsTest, AnEmptiedListLeavesNoPictureInThem) {
+    d.Show("a.jpg", JpegBytes(TellTale(900, 700)));
+    d.room.ViewFull();
+    d.room.OneToOneButton_Click();
+    d.room.ShowNothing();
+    d.room.SetBrightness(40); // which paints anew
+    EXPECT_EQ(d.Shown(), "nothing");
+    EXPECT_FALSE(d.state.ImgXfull.HasImage() || d.state.ImgXfullBC.HasImage());
+    const auto quarters = Quarters(OnScreen(*Window("frmOnetoOne")));
+    EXPECT_EQ(quarters.find('r'), std::string::npos) << quarters;
+}
+
 } // namespace
 
 using BrightnessWindow = WindowsTest;

@@ -100,6 +100,27 @@ TEST(SlideWindow, KeysCountWithTheirPressAndHeldOnesStep) {
     EXPECT_EQ(d.Run(), "a a b c c c b");
 }
 
+TEST(SlideWindow, AKeyHeldLongActsOnItsReleaseAllTheSame) {
+    WindowDesk d;
+    d.Fill({"a.jpg"});
+    const auto held = [&](int key) {
+        d.Key(QEvent::KeyPress, key);
+        d.Key(QEvent::KeyPress, key, true);
+    };
+    d.Do([&] { held(Qt::Key_R); });
+    d.Do([&] {
+        EXPECT_FALSE(d.state.WantRight);
+        d.Key(QEvent::KeyRelease, Qt::Key_R);
+    });
+    d.Do([&] {
+        EXPECT_TRUE(d.state.WantRight);
+        held(Qt::Key_Escape);
+        d.Key(QEvent::KeyRelease, Qt::Key_Escape);
+    });
+    d.Do([] { FAIL() << "Esc ends the show"; });
+    EXPECT_EQ(d.Run(), "a a a");
+}
+
 TEST(SlideWindow, ClosingAndTheProgramsEndAreSlideDone) {
     WindowDesk d;
     d.Fill({"a.jpg", "b.jpg"});
