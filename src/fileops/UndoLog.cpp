@@ -52,11 +52,17 @@ bool Changes::Copy(const std::string& from, const std::string& to, std::string* 
     return true;
 }
 
-void Changes::TakeBack(std::string* error) {
+void Changes::TakeBack(std::size_t kept, std::string* error) {
     std::vector<Done> left;
-    for (auto done = m_done.rbegin(); done != m_done.rend(); ++done)
-        if (!TakeBackOne(*done, m_files, error)) left.insert(left.begin(), *done);
-    m_done = std::move(left);
+    while (m_done.size() > kept) {
+        std::string why;
+        if (!TakeBackOne(m_done.back(), m_files, &why)) {
+            left.push_back(m_done.back());
+            if (error && error->empty()) *error = why;
+        }
+        m_done.pop_back();
+    }
+    m_done.insert(m_done.end(), left.rbegin(), left.rend());
 }
 
 void UndoLog::Push(UndoEntry entry) {
@@ -75,13 +81,15 @@ UndoResult UndoLog::Undo(Files& files) {
         std::string error;
         const bool comesBack = done->kind != Done::Kind::Made;
         if (TakeBackOne(*done, files, &error)) {
-            if (comesBack) back.insert(back.begin(), LastPart(done->from));
+            if (comesBack) back.push_back(LastPart(done->from));
             continue;
         }
-        left.insert(left.begin(), *done);
+        left.push_back(*done);
         if (firstFailure.empty())
             firstFailure = LastPart(comesBack ? done->from : done->to) + " - " + error;
     }
+    std::reverse(back.begin(), back.end());
+    std::reverse(left.begin(), left.end());
     result.text = "Undone: " + entry.what;
     if (!back.empty()) result.text += "; back again: " + ListOf(back);
     if (!firstFailure.empty())
