@@ -2,6 +2,7 @@
 
 #include "common/paths.h"
 #include "fileops/frmNewName.h"
+#include "fileops/frmRenameFiles.h"
 #include "platform/Clipboard.h"
 #include "platform/Dialogs.h"
 #include "platform/FileListBox.h"
@@ -46,6 +47,8 @@ void FileRoom::ConnectControls() {
         Connect(entry, [this] { RenameButton_Click(); });
     for (QAction* entry : {c.DuplicateButton, c.PopupDuplicateButton})
         Connect(entry, [this] { DuplicateButton_Click(); });
+    for (QAction* entry : {c.RenamePicturesButton, c.PopupRenamePicturesButton})
+        Connect(entry, [this] { RenamePicturesButton_Click(); });
     Connect(c.DeletePicButton, [this] { DeletePicButton_Click(); });
     Connect(c.DeleteAllFitsButton, [this] { DeleteAllFitsButton_Click(); });
     Connect(c.DeleteFitsButton, [this] { DeleteAllFitsButton_Click(); });
@@ -151,6 +154,35 @@ void FileRoom::Duplicate(const std::string& newName, const std::string& from) {
     m.navigation.RefreshDirButton_Click();
     Show(LastPart(from));
     m.shell.ShowMessage("Duplicate - " + Arrow(LastPart(from), newName));
+}
+
+void FileRoom::RenamePicturesButton_Click() {
+    if (m.state.VideoImage) m.video.CloseVideoClip(); // an open clip holds its file
+    if (!m_renameFiles) {
+        m_renameFiles = std::make_unique<frmRenameFiles>(
+            m, [this](UndoEntry entry) { PushUndo(std::move(entry)); });
+        m_renameFiles->onClosed = [this] { RenamePicturesClosed(); };
+    }
+    m_renameFiles->Open();
+}
+
+// The window goes to the folder that the renames ended in; its picture stays, under its new name.
+void FileRoom::RenamePicturesClosed() {
+    const std::string folder = m_renameFiles->Folder();
+    FolderTreeview& tree = *m.controls.FolderTreeview1;
+    if (folder != m.controls.FileListBox->Path()) {
+        tree.SetSelectedPath(folder);
+        tree.Reveal(folder);
+        return;
+    }
+    const std::string now = m_renameFiles->CurrentPath();
+    m.navigation.RefreshDirButton_Click();
+    if (now != m.state.Filename) Show(LastPart(now));
+    if (m.controls.FileListBox->CurrentRow() < 0 && !m.state.Filename.empty())
+        ShowAfterDelete(m.state.FileIndex);
+    else
+        m.navigation.ResetFileHistory(m.controls.FileListBox->Count() > 0);
+    m.shell.FocusPane();
 }
 
 void FileRoom::CreateFolderButton_Click() {
