@@ -3,6 +3,7 @@
 #include "platform/imaging/JpegWriter.h"
 
 #include <QColor>
+#include <QColorSpace>
 #include <QFont>
 #include <QFontMetricsF>
 #include <QPainter>
@@ -28,6 +29,12 @@ void DrawText(ImgX& picture, const ConvertOptions& options) {
 std::string FaultOfLimit(int limit, const char* side) {
     if (limit >= kLeastLimit) return {};
     return std::string("Convert to Jpg max ") + side + " too small, must be > 9.";
+}
+
+std::string ProfileOf(const std::string& path, const ImgX& picture) {
+    std::string profile = ProfileOfJpeg(path);
+    if (profile.empty()) profile = picture.SystemPicture().colorSpace().iccProfile().toStdString();
+    return profile;
 }
 
 CaptionPlace PlaceOfCaption(int pictureHeight) {

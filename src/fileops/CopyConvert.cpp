@@ -5,9 +5,6 @@
 #include "fileops/frmCaption.h"
 #include "platform/FileListBox.h"
 #include "platform/Files.h"
-#include "platform/imaging/JpegWriter.h"
-
-#include <QColorSpace>
 
 namespace tarn {
 
@@ -27,12 +24,6 @@ bool LimitsWidth(const FileOpsState& s) {
 
 bool LimitsHeight(const FileOpsState& s) {
     return s.ConvertJpgMaxHeight != 0;
-}
-
-std::string ProfileOf(const std::string& path, ImgX& picture) {
-    std::string profile = ProfileOfJpeg(path);
-    if (profile.empty()) profile = picture.SystemPicture().colorSpace().iccProfile().toStdString();
-    return profile;
 }
 
 } // namespace
