@@ -2,6 +2,7 @@
 #include "console/Arguments.h"
 #include "support/ExifBuilder.h"
 #include "support/TestFolder.h"
+#include "support/Trees.h"
 
 #include <array>
 #include <cstdint>
@@ -112,13 +113,10 @@ TEST(Tarn, ConvertsToNamesThatAreFree) {
     const TestFolder to;
     const std::string path = folder.Write("a.bmp", Bitmap(200, 120));
     const std::string stem = folder.Path() + "/a";
-    const auto bytes = [](const std::string& file) {
-        return Tarn("info --date x; cat " + file).out;
-    };
     EXPECT_EQ(Tarn("convert " + path).out, path + " -> " + stem + ".jpg\n");
     const Outcome text = Tarn("convert --text 'M31 & M32' " + path);
     EXPECT_TRUE(Has(text, path + " -> " + stem + "-1.jpg\n"));
-    EXPECT_NE(bytes(stem + ".jpg"), bytes(stem + "-1.jpg"));
+    EXPECT_NE(BytesOf(stem + ".jpg"), BytesOf(stem + "-1.jpg"));
     const Outcome full = Tarn("convert " + path);
     EXPECT_EQ(full.out, "tarn: " + path + ": 'a-1.jpg' already exists, aborted\n");
     EXPECT_EQ(full.status, 1);
@@ -133,7 +131,14 @@ TEST(Tarn, ConvertsToNamesThatAreFree) {
     EXPECT_TRUE(Has(many, stem + ".jpg: 'a-CM.jpg' already exists, aborted\n"));
     EXPECT_TRUE(Has(many, "none.jpg: No such file or directory\n"));
     EXPECT_TRUE(Has(Tarn("info " + cm), " 50 x 30 "));
-    EXPECT_TRUE(Has(Tarn("info --date x; cat " + to.Path() + "/A.JPG"), "stands in the folder"));
+    EXPECT_EQ(BytesOf(to.Path() + "/A.JPG"), "stands in the folder");
+    // The next run does, by way of the wastebasket.
+    const std::string before = BytesOf(cm);
+    const TestFolder data;
+    ::setenv("XDG_DATA_HOME", data.Path().c_str(), 1); // NOLINT(concurrency-mt-unsafe)
+    EXPECT_EQ(Tarn("convert --to " + to.Path() + " " + path).status, 0);
+    EXPECT_NE(BytesOf(cm), before);
+    EXPECT_EQ(Trashed("a-CM.jpg"), before);
 }
 
 TEST(Tarn, TellsItsUsage) {
