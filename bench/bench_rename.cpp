@@ -65,10 +65,8 @@ void Renames(tarn::Files& files, const std::string& pictures, const std::string&
     std::vector<tarn::RenameRow> moved;
     std::vector<tarn::RenameRow> movedNotes;
     const auto names = files.FileNames(pictures).value();
-    auto standing = names;
-    for (const std::string& name : files.FolderNames(pictures)) standing.push_back(name);
     std::size_t faults = RunAll(
-        tarn::PlanRenames(pictures, tarn::RenameRows(names, from, to), standing), changes, moved);
+        tarn::PlanRenames(pictures, tarn::RenameRows(names, from, to), names), changes, moved);
     const auto noteNames = files.FileNames(notes).value();
     faults +=
         RunAll(tarn::PlanRenames(notes, tarn::NoteRows(moved, names, noteNames, false), noteNames),

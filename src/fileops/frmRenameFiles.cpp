@@ -216,9 +216,7 @@ void frmRenameFiles::RenameAll(Changes& changes) {
         m_say->setText(ToQt(error + " - " + Folder()));
         return;
     }
-    std::vector<std::string> standing = *before;
-    for (std::string& name : m.files.FolderNames(Folder())) standing.push_back(std::move(name));
-    RenameRun run(PlanRenames(Folder(), m_rows, standing), changes);
+    RenameRun run(PlanRenames(Folder(), m_rows, *before), changes);
     const BatchRun batch(m, m_cancel);
     const bool whole = CarryOut(run, batch, "Renaming ", true);
     ShowFaults(run.Faults());
