@@ -176,8 +176,12 @@ void FileRoom::RenamePicturesClosed() {
         return;
     }
     const std::string now = m_renameFiles->CurrentPath();
+    const std::string said = m.state.MessageText;
     m.navigation.RefreshDirButton_Click();
-    if (now != m.state.Filename) Show(LastPart(now));
+    if (now != m.state.Filename) {
+        Show(LastPart(now));
+        m.shell.ShowMessage(said);
+    }
     if (m.controls.FileListBox->CurrentRow() < 0 && !m.state.Filename.empty())
         ShowAfterDelete(m.state.FileIndex);
     else

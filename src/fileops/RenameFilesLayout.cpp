@@ -42,8 +42,6 @@ QListView* NameList(const char* name, QStringListModel* model) {
     list->setModel(model);
     list->setUniformItemSizes(true);
     list->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    list->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // both show the same rows
-    list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     return list;
 }
 
@@ -80,6 +78,7 @@ frmRenameFiles::frmRenameFiles(Context& context, std::function<void(UndoEntry)> 
     all->addWidget(m_say = PlainLabel("RenameMessage", ""));
     m_say->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // a name may be long
     all->addLayout(MakeCommands());
+    setTabOrder(m_from, m_to);
     const int em = fontMetrics().horizontalAdvance(QLatin1Char('0'));
     m_place.Restore(QSize(130 * em, 40 * fontMetrics().height()));
 }

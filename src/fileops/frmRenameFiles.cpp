@@ -219,12 +219,17 @@ void frmRenameFiles::RenameAll(Changes& changes) {
     RenameRun run(PlanRenames(Folder(), m_rows, *before), changes);
     const BatchRun batch(m, m_cancel);
     const bool whole = CarryOut(run, batch, "Renaming ", true);
-    ShowFaults(run.Faults());
+    ShowFaults(run.Faults(), "files not renamed");
     const std::string count = std::to_string(run.Moved().size());
     m_done->setText(ToQt(count + " files renamed"));
     RenameNotes(run.Moved(), *before, batch, changes);
     Follow(run.Moved());
-    m_say->setText(whole ? QString() : QStringLiteral("Cancelled"));
+    if (!whole)
+        m_say->setText(QStringLiteral("Cancelled"));
+    else if (m_errors->count() > 0)
+        m_errors->setCurrentRow(0); // which says why
+    else
+        m_say->clear();
     m.shell.ShowMessage(count + " files renamed");
     m_pushUndo({"Rename of " + count + " pictures", changes.Written()});
 }
@@ -270,19 +275,22 @@ std::size_t frmRenameFiles::NotesDone(const std::vector<RenameRow>& moved,
     const std::vector<std::string> notes = NoteNames(m.files, folder);
     RenameRun run(PlanRenames(folder, NoteRows(moved, before, notes, copies), notes), changes);
     CarryOut(run, batch, copies ? "Copying note " : "Renaming note ", copies);
-    ShowFaults(run.Faults());
+    ShowFaults(run.Faults(), copies ? "notes not copied" : "notes not renamed");
     return run.Moved().size();
 }
 
-void frmRenameFiles::ShowFaults(const std::vector<RenameFault>& faults) {
+// Each list is counted by itself in the frame's title.
+void frmRenameFiles::ShowFaults(const std::vector<RenameFault>& faults, const char* what) {
+    if (faults.empty()) return;
     for (const RenameFault& fault : faults) {
         auto* item = new QListWidgetItem(ToQt(fault.from + " > " + fault.to), m_errors);
         item->setToolTip(ToToolTip(fault.why));
         item->setData(Qt::UserRole, ToQt(fault.from + " - " + fault.why));
     }
-    if (m_errors->count() > 0)
-        m_errorFrame->setTitle(QString::number(m_errors->count()) +
-                               QStringLiteral(" files not renamed"));
+    const bool first = m_errors->count() == static_cast<int>(faults.size());
+    m_errorFrame->setTitle((first ? QString() : m_errorFrame->title() + QStringLiteral(", ")) +
+                           QString::number(faults.size()) + QLatin1Char(' ') +
+                           QString::fromLatin1(what));
 }
 
 void frmRenameFiles::Follow(const std::vector<RenameRow>& moved) {

@@ -74,7 +74,7 @@ private:
     std::size_t NotesDone(const std::vector<RenameRow>& moved,
                           const std::vector<std::string>& before, bool copies,
                           const BatchRun& batch, Changes& changes);
-    void ShowFaults(const std::vector<RenameFault>& faults);
+    void ShowFaults(const std::vector<RenameFault>& faults, const char* what);
     void Follow(const std::vector<RenameRow>& moved);
 
     Context& m;
