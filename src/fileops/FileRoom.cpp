@@ -163,7 +163,7 @@ void FileRoom::RenamePicturesButton_Click() {
             m, [this](UndoEntry entry) { PushUndo(std::move(entry)); });
         m_renameFiles->onClosed = [this] { RenamePicturesClosed(); };
     }
-    m_renameFiles->Open();
+    m_renameFiles->OpenWindow();
 }
 
 // The window goes to the folder that the renames ended in; its picture stays, under its new name.

@@ -75,8 +75,7 @@ frmRenameFiles::frmRenameFiles(Context& context, std::function<void(UndoEntry)> 
     right->addLayout(MakeResults(), 1);
     sides->addLayout(right, 3);
     all->addLayout(sides, 1);
-    all->addWidget(m_say = PlainLabel("RenameMessage", ""));
-    m_say->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // a name may be long
+    all->addLayout(MakeMessage());
     all->addLayout(MakeCommands());
     setTabOrder(m_from, m_to);
     const int em = fontMetrics().horizontalAdvance(QLatin1Char('0'));
@@ -171,6 +170,21 @@ QPushButton* frmRenameFiles::Button(const char* name, const char* caption, const
     return button;
 }
 
+// The cancel button keeps its place, so that nothing moves when a run begins.
+QLayout* frmRenameFiles::MakeMessage() {
+    auto* row = new QHBoxLayout();
+    row->addWidget(m_say = PlainLabel("RenameMessage", ""), 1);
+    m_say->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // a name may be long
+    m_cancel = Button("CancelCommand", "Cancel", "Stop after the file in hand",
+                      [this] { m.state.BatchCancelled = true; });
+    QSizePolicy place = m_cancel->sizePolicy();
+    place.setRetainSizeWhenHidden(true);
+    m_cancel->setSizePolicy(place);
+    row->addWidget(m_cancel);
+    m_cancel->hide();
+    return row;
+}
+
 QLayout* frmRenameFiles::MakeCommands() {
     auto* grid = new QGridLayout();
     m_moveNotes = Named(new QCheckBox(QStringLiteral("Rename picture notes if found")),
@@ -186,14 +200,7 @@ QLayout* frmRenameFiles::MakeCommands() {
     QPushButton* rename =
         Button("RenameCommand", "Rename (F2)", "", [this] { RenameCommand_Click(); });
     connect(new QShortcut(Qt::Key_F2, this), &QShortcut::activated, rename, &QPushButton::click);
-    m_cancel = Button("CancelCommand", "Cancel", "Stop after the file in hand",
-                      [this] { m.state.BatchCancelled = true; });
-    QSizePolicy place = m_cancel->sizePolicy();
-    place.setRetainSizeWhenHidden(true);
-    m_cancel->setSizePolicy(place);
-    m_cancel->hide();
     auto* buttons = new QHBoxLayout();
-    buttons->addWidget(m_cancel);
     buttons->addWidget(rename);
     buttons->addWidget(Button("CommandView", "View",
                               "View 1st selected picture in main window if found",

@@ -16,6 +16,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPushButton>
 #include <QScopedValueRollback>
 #include <QStringListModel>
 
@@ -48,7 +49,7 @@ const std::string& frmRenameFiles::Folder() const {
     return m_list->Path();
 }
 
-void frmRenameFiles::Open() {
+void frmRenameFiles::OpenWindow() {
     const FileListBox& main = *m.controls.FileListBox;
     m_currentPath = m.state.Filename;
     m_say->clear();
@@ -237,6 +238,7 @@ void frmRenameFiles::RenameAll(Changes& changes) {
 // False when it was stopped.
 bool frmRenameFiles::CarryOut(RenameRun& run, const BatchRun& batch, const std::string& doing,
                               bool stops) {
+    m_cancel->setEnabled(stops);
     QElapsedTimer sinceShown;
     while (!run.IsDone()) {
         if (!sinceShown.isValid() || sinceShown.elapsed() >= kProgressEvery) {

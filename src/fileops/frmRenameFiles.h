@@ -34,7 +34,7 @@ public:
     frmRenameFiles(Context& context, std::function<void(UndoEntry)> pushUndo);
 
     // On the main window's folder, with what is selected there.
-    void Open();
+    void OpenWindow();
 
     std::function<void()> onClosed;
     const std::string& Folder() const; // the one on show
@@ -53,6 +53,7 @@ private:
     QLayout* MakeTexts();
     QLayout* MakeLists();
     QLayout* MakeResults();
+    QLayout* MakeMessage();
     QLayout* MakeCommands();
     QPushButton* Button(const char* name, const char* caption, const char* tip,
                         std::function<void()> act);

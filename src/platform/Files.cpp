@@ -118,7 +118,7 @@ public:
     }
     std::string StateFolder() const override {
         const QByteArray chosen = qgetenv("XDG_STATE_HOME");
-        const std::string folder =
+        std::string folder =
             (chosen.isEmpty() ? HomeFolder() + "/.local/state" : chosen.toStdString()) +
             "/tarn-view";
         std::error_code ignored; // who writes there will say what is the matter
