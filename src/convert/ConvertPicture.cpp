@@ -18,10 +18,13 @@ namespace {
 
 constexpr double kLinesOfHeight = 60.0; // so many lines of text would fill the picture
 
-void DrawText(ImgX& picture, const ConvertOptions& options) {
+// Nothing is drawn on pixels that stand in for ones that could not be had any more.
+std::string DrawText(ImgX& picture, const ConvertOptions& options) {
     QImage drawn = picture.FullPicture();
+    if (!picture.ErrorText().empty()) return picture.ErrorText();
     DrawCaption(drawn, options, drawn.height(), 1, 0);
     picture.TakePicture(drawn);
+    return {};
 }
 
 } // namespace
@@ -31,10 +34,13 @@ std::string FaultOfLimit(int limit, const char* side) {
     return std::string("Convert to Jpg max ") + side + " too small, must be > 9.";
 }
 
+// Of colours in red, green and blue, as the copy has them; one of inks or greys says nothing there.
 std::string ProfileOf(const std::string& path, const ImgX& picture) {
+    constexpr std::size_t kSpaceAt = 16; // of the colours, four characters
     std::string profile = ProfileOfJpeg(path);
     if (profile.empty()) profile = picture.SystemPicture().colorSpace().iccProfile().toStdString();
-    return profile;
+    const bool rgb = profile.size() > kSpaceAt && profile.compare(kSpaceAt, 4, "RGB ") == 0;
+    return rgb ? profile : std::string();
 }
 
 CaptionPlace PlaceOfCaption(int pictureHeight) {
@@ -57,7 +63,8 @@ void DrawCaption(QImage& picture, const ConvertOptions& options, int pictureHeig
 
 Converted ConvertPicture(ImgX& picture, const ConvertOptions& options, const std::string& profile) {
     Converted result;
-    if (!options.text.empty()) DrawText(picture, options);
+    if (!options.text.empty()) result.error = DrawText(picture, options);
+    if (!result.error.empty()) return result;
     if (options.maxWidth > 0 && options.maxWidth < picture.Width()) {
         picture.Scale(options.maxWidth, 0);
         result.suffix = ", width = " + std::to_string(options.maxWidth);

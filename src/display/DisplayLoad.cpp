@@ -60,6 +60,7 @@ void DisplayRoom::DisplayPicture() {
     UpdateOneToOneWindow();
     if (!s.SlideViewing && s.FormLoadDone && !s.OneToOneNav) m.shell.FocusPane();
     if (s.FormLoadDone) TurnByOrientation();
+    m.copies.PictureShown();
     if (m_pic) m_pic->Follow();
     ExpectNeighbours();
 }
@@ -137,8 +138,6 @@ void DisplayRoom::ShowPlaceholder(const std::string& error) {
     s.SizeText.clear();
     for (QLabel* text : {c.MpixelText, c.FileSizeText, c.SizeText}) text->clear();
     s.NoExif = true;
-    for (QAction* entry : {c.FixPictureDateButton, c.SetFileDatesButton, c.PopupSetFileDatesButton})
-        SetEnabled(entry, false); // no reader is asked
     s.ImageLoaded = false;
     if (!s.ImgXpic.HasImage()) PutNothing();
 }

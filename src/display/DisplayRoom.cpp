@@ -50,6 +50,10 @@ void DisplayRoom::SetPictureCommands(bool enabled) {
                            c.PrintCMButton, c.AdjustButton, c.SyncDatesButton,
                            c.GenerateThumbButton, c.GenerateThumbCButton, c.CopyPictureButton})
         SetEnabled(entry, enabled);
+    if (enabled) return; // those below need camera data, too: the reader switches them on
+    m.state.NoExif = true;
+    for (QAction* entry : {c.FixPictureDateButton, c.SetFileDatesButton, c.PopupSetFileDatesButton})
+        SetEnabled(entry, false);
 }
 
 void DisplayRoom::OneXcheck_Click() {

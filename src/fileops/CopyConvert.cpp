@@ -2,6 +2,7 @@
 #include "common/numbers.h"
 #include "common/paths.h"
 #include "fileops/CopyRoom.h"
+#include "fileops/PicturePlan.h"
 #include "fileops/frmCaption.h"
 #include "platform/FileListBox.h"
 #include "platform/Files.h"
@@ -9,9 +10,6 @@
 namespace tarn {
 
 namespace {
-
-constexpr int kFileName = 0; // ConvertJpgType
-constexpr int kNoteLines = 1;
 
 // 0xRRGGBB of a colour with blue in the highest byte.
 int Reversed(int color) {
@@ -41,6 +39,11 @@ void CopyRoom::SetNote() {
     const int lines = ParseInt32(m.state.ConvertJpgLines).value_or(1);
     m.state.ConvertJpgCaption = CaptionOfNote(m.notes.NoteTextOf(m.state.Filename), lines);
     if (m_caption) m_caption->ShowCaptionText(m.state.ConvertJpgCaption);
+}
+
+// The note goes with the copy, with what is being written.
+bool CopyRoom::KeepWrittenNote() {
+    return m.state.SlideViewing || m.state.NotesFolder.empty() || m.notes.SaveIfUnsaved();
 }
 
 bool CopyRoom::IsConvertible() {
@@ -75,6 +78,7 @@ bool CopyRoom::Convert(const ConvertTarget& target, std::string& said) {
     ProgramState& s = m.state;
     ImgX slide;
     if (s.SlideViewing) slide.LoadFile(s.Filename, {});
+    if (s.SlideViewing && !slide.HasImage()) slide.LoadWithSystemReader(s.Filename);
     ImgX& picture = s.SlideViewing ? slide : s.ImgXfull;
     const int limit = ParseInt32(s.ConvertJpgMaxSize).value_or(0);
     std::string fault;
@@ -99,29 +103,37 @@ bool CopyRoom::WriteConverted(ImgX& picture, const ConvertTarget& target, std::s
     if (m.state.ConvertJpgType == kNoteLines) SetNote();
     const std::string profile = ProfileOf(m.state.Filename, picture);
     Converted converted = ConvertPicture(picture, Options(target.name), profile);
-    if (converted.error.empty() && m.files.Write(target.path, converted.jpeg, &converted.error)) {
-        CopyNote(target);
-        said = "'" + target.name + "' file created" + converted.suffix;
+    Changes changes(m.files);
+    const bool stands = m.files.Exists(target.path); // it is not lost
+    if (converted.error.empty() &&
+        (!stands || MakeRoom(m.files, {}, target.path, changes, &converted.error)) &&
+        m.files.Write(target.path, converted.jpeg, &converted.error)) {
+        said = "'" + target.name + "' file created" + converted.suffix + CopyNote(target);
+        m.shell.ShowError({});
         return true;
     }
+    std::string ignored; // the first fault is the one to tell
+    changes.TakeBack(&ignored);
     said = "ImgX Error - '" + target.name + "' NOT created";
     m.shell.ShowError(converted.error);
     return false;
 }
 
-// A note that stands there is kept.
-void CopyRoom::CopyNote(const ConvertTarget& target) {
+// A note that stands there is kept. What the message line adds when it could not be copied.
+std::string CopyRoom::CopyNote(const ConvertTarget& target) {
     const std::string& folder = m.state.NotesFolder;
-    if (folder.empty()) return;
+    if (folder.empty()) return {};
     const std::string note = JoinPath(folder, target.noteName);
     const auto own = m.files.FindAnyCase(m.state.NotesFilename);
-    std::string noNote;
-    if (own && !m.files.FindAnyCase(note)) m.files.Copy(*own, note, &noNote);
+    if (!own || m.files.FindAnyCase(note)) return {};
+    std::string error;
+    const bool copied = m.files.Copy(*own, note, &error);
     m.notes.NoteFilesChanged();
+    return copied ? std::string() : ", its note was not copied: " + error;
 }
 
 bool CopyRoom::ConvertButton_Click() {
-    if (!IsConvertible()) return false;
+    if (!IsConvertible() || !KeepWrittenNote()) return false;
     const ConvertTarget target = TargetBeside(m.files, m.state.Filename);
     if (target.path.empty()) {
         m.shell.ShowMessage("'" + target.name + "' already exists, aborted");
@@ -151,7 +163,8 @@ bool CopyRoom::CJMButton_Click() {
         return false;
     }
     std::string said;
-    return IsConvertible() && Convert(TargetIn(m.files, s.CopyImageFolder, s.Filename), said);
+    return IsConvertible() && KeepWrittenNote() &&
+           Convert(TargetIn(m.files, s.CopyImageFolder, s.Filename), said);
 }
 
 } // namespace tarn

@@ -30,6 +30,13 @@ void CopyPaste::SetPasteCommands(bool enabled) {
     SetEnabled(m.controls.PopupPasteButton, enabled);
 }
 
+std::vector<std::string> CopyPaste::Ours() const {
+    std::vector<std::string> paths;
+    for (const std::string& name : m.state.CopyFileList)
+        paths.push_back(JoinPath(m.state.CopySourceFolder, name));
+    return paths;
+}
+
 void CopyPaste::Gather(bool cut) {
     ProgramState& s = m.state;
     const FileListBox& list = *m.controls.FileListBox;
@@ -38,10 +45,7 @@ void CopyPaste::Gather(bool cut) {
     for (const int row : list.SelectedRows()) s.CopyFileList.push_back(list.Text(row));
     s.CopyFileCount = static_cast<int>(s.CopyFileList.size());
     s.CutPending = cut;
-    m_paths.clear();
-    for (const std::string& name : s.CopyFileList)
-        m_paths.push_back(JoinPath(s.CopySourceFolder, name));
-    if (!m_paths.empty()) m.clipboard.SetFiles({m_paths, cut});
+    if (s.CopyFileCount > 0) m.clipboard.SetFiles({Ours(), cut});
     SetPasteCommands(true);
     m.shell.ShowMessage(std::to_string(s.CopyFileCount) +
                         (cut ? " files selected for cut" : " files selected for copy"));
@@ -49,12 +53,12 @@ void CopyPaste::Gather(bool cut) {
 
 // Files that another program has put there are the later choice.
 void CopyPaste::ClipboardChanged() {
+    ProgramState& s = m.state;
     const ClipboardFiles theirs = m.clipboard.Files();
-    if (theirs.paths.empty() || theirs.paths == m_paths) return;
-    m.state.CopyFileList.clear();
-    m.state.CopyFileCount = 0;
-    m.state.CutPending = false;
-    m_paths.clear();
+    if (theirs.paths.empty() || theirs == ClipboardFiles{Ours(), s.CutPending}) return;
+    s.CopyFileList.clear();
+    s.CopyFileCount = 0;
+    s.CutPending = false;
     SetPasteCommands(true);
 }
 
@@ -64,7 +68,7 @@ void CopyPaste::PasteButton_Click() {
     if (!theirs.paths.empty())
         Paste(theirs.paths, theirs.cut);
     else
-        Paste(std::vector<std::string>(m_paths), s.CutPending);
+        Paste(Ours(), s.CutPending);
 }
 
 void CopyPaste::Paste(const std::vector<std::string>& sources, bool cut) {
@@ -80,25 +84,38 @@ void CopyPaste::Paste(const std::vector<std::string>& sources, bool cut) {
     }
     m.shell.SetBusy(false);
     m.navigation.RefreshDirButton_Click();
-    ShowPasted(arrived > 0 ? LastPart(sources[arrived - 1]) : std::string());
-    if (cut) {
-        m_pushUndo({"Cut > Paste of " + std::to_string(arrived) + " files", changes.Written()});
-        if (arrived == sources.size()) SetEnabled(m.controls.PasteButton, false);
-    }
+    if (arrived > 0) ShowPasted(LastPart(sources[arrived - 1]));
+    m_pushUndo({(cut ? "Cut > Paste of " : "Copy > Paste of ") + std::to_string(arrived) + " files",
+                changes.Written()});
+    if (cut) EndCut(arrived, sources.size());
     m.shell.ShowMessage(report.message.empty() ? (cut ? "Cut > Paste " : "Copy > Paste ") +
                                                      std::to_string(sources.size()) + " files"
                                                : report.message);
     if (!report.error.empty()) m.shell.ShowError(report.error);
 }
 
-// How many arrived whole; the report tells why it was not all of them.
+// What has arrived need not come again when the rest is pasted.
+void CopyPaste::EndCut(std::size_t arrived, std::size_t all) {
+    ProgramState& s = m.state;
+    if (arrived == all) {
+        SetEnabled(m.controls.PasteButton, false);
+        return;
+    }
+    if (s.CopyFileCount < static_cast<int>(arrived)) return; // those of another program
+    s.CopyFileList.erase(s.CopyFileList.begin(),
+                         s.CopyFileList.begin() + static_cast<std::ptrdiff_t>(arrived));
+    s.CopyFileCount = static_cast<int>(s.CopyFileList.size());
+    m.clipboard.SetFiles({Ours(), true});
+}
+
+// How many arrived whole; the report tells why it was not all of them. What stands under a name in
+// another case is another file.
 std::size_t CopyPaste::CopyAll(const std::vector<std::string>& sources, Changes& changes,
                                Report& report) {
     const std::string folder = m.controls.FileListBox->Path(); // whatever is chosen meanwhile
     const BatchRun batch(m);
     for (std::size_t i = 0; i < sources.size(); ++i) {
         const std::string name = LastPart(sources[i]);
-        const std::string target = JoinPath(folder, name);
         if (!batch.Step("FileCopy (" + std::to_string(i + 1) + " of " +
                         std::to_string(sources.size()) + ") '" + name + "'")) {
             report.message = "Paste cancelled after " + std::to_string(i) + " of " +
@@ -106,12 +123,9 @@ std::size_t CopyPaste::CopyAll(const std::vector<std::string>& sources, Changes&
             return i;
         }
         std::string error;
-        // A source that is gone, or the file itself, must not cost what stands there.
-        const bool copied = m.files.Exists(sources[i]) && !m.files.IsSameFile(sources[i], target) &&
-                            MakeRoom(m.files, sources[i], target, changes, &error);
-        if (!copied || !changes.Copy(sources[i], target, &error)) {
+        if (!changes.Copy(sources[i], JoinPath(folder, name), &error)) {
             report.message = "Paste failed for '" + name + "'";
-            report.error = error.empty() ? std::string() : error + " - " + name;
+            report.error = error + " - " + name;
             return i;
         }
     }

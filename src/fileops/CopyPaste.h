@@ -23,6 +23,7 @@ public:
     void PasteButton_Click();
 
 private:
+    std::vector<std::string> Ours() const; // full paths of what was remembered here
     void Gather(bool cut);
     void SetPasteCommands(bool enabled);
     void ClipboardChanged();
@@ -32,11 +33,11 @@ private:
         std::string error;
     };
     std::size_t CopyAll(const std::vector<std::string>& sources, Changes& changes, Report& report);
+    void EndCut(std::size_t arrived, std::size_t all);
     void ShowPasted(const std::string& name);
 
     Context& m;
     std::function<void(UndoEntry)> m_pushUndo;
-    std::vector<std::string> m_paths; // ours, as put on the clipboard
 };
 
 } // namespace tarn

@@ -1,7 +1,7 @@
 #include "fileops/CopyRoom.h"
 
 #include "common/paths.h"
-#include "fileops/PicturePlan.h"
+#include "common/text.h"
 #include "fileops/frmCaption.h"
 #include "platform/Dialogs.h"
 #include "platform/FileListBox.h"
@@ -22,7 +22,7 @@ void CopyRoom::ConnectControls() {
     MainControls& c = m.controls;
     Connect(c.SetImageCopyButton, [this] { SetImageCopyButton_Click(); });
     Connect(c.CopyImageButton3, [this] { CopyImage(); });
-    Connect(c.CJMButton, [this] { CMImage(); });
+    Connect(c.CJMButton, [this] { CJMButton_Click(); });
     Connect(c.ConvertButton, [this] { ConvertButton_Click(); });
     Connect(c.ConvertJpgSetText, [this] { ConvertJpgSetText_Click(); });
     ConnectClipboard();
@@ -45,26 +45,30 @@ void CopyRoom::SetImageCopyButton_Click() {
 
 void CopyRoom::ShowCopyFolder() {
     const std::string& folder = m.state.CopyImageFolder;
-    if (folder.empty()) return;
     const MainControls& c = m.controls;
-    c.CopyImageButton3->setToolTip(ToToolTip(folder));
-    c.MoveToButton->setToolTip(ToToolTip(folder));
-    c.CJMButton->setToolTip(ToToolTip("Convert to JPG then move to " + folder));
-    c.GotoCopyFolderButton->setToolTip(ToToolTip("Display CopyTo folder " + folder));
+    if (!folder.empty()) {
+        c.CopyImageButton3->setToolTip(ToToolTip(folder));
+        c.MoveToButton->setToolTip(ToToolTip(folder));
+        c.CJMButton->setToolTip(ToToolTip("Convert to JPG then move to " + folder));
+        c.GotoCopyFolderButton->setToolTip(ToToolTip("Display CopyTo folder " + folder));
+    }
     if (m_caption) m_caption->ShowCopyFolder();
-    FolderChanged();
+    // A move without a folder to go to would only throw the picture away.
+    SetEnabled(c.MoveToButton, !folder.empty() && folder != c.FileListBox->Path());
 }
 
-// A move without a folder to go to would only throw the picture away.
 void CopyRoom::FolderChanged() {
-    const std::string& folder = m.state.CopyImageFolder;
-    SetEnabled(m.controls.MoveToButton,
-               !folder.empty() && folder != m.controls.FileListBox->Path());
+    ShowCopyFolder();
+}
+
+void CopyRoom::PictureShown() {
+    if (m_caption && m_caption->IsOpen()) m_caption->ShowPicture();
 }
 
 bool CopyRoom::CopyImage() {
     ProgramState& s = m.state;
     const std::string name = CopyName();
+    if (s.Filename.empty() || name.empty()) return false;
     if (s.CopyImageFolder.empty()) {
         m.shell.ShowMessage("'Copy to' folder has not been set");
         return false;
@@ -74,13 +78,10 @@ bool CopyRoom::CopyImage() {
         return false;
     }
     const std::string target = JoinPath(s.CopyImageFolder, name);
-    Changes changes(m.files);
     std::string error;
     m.shell.SetBusy(true);
-    const bool copied = MakeRoom(m.files, s.Filename, target, changes, &error) &&
-                        changes.Copy(s.Filename, target, &error);
-    std::string ignored;
-    if (!copied) changes.TakeBack(&ignored);
+    s.CopyReplaced.clear();
+    const bool copied = m.files.Copy(s.Filename, target, &error, &s.CopyReplaced);
     m.shell.SetBusy(false);
     if (!copied) {
         m.shell.ShowMessage("Image copy failed for '" + name + "'");
@@ -103,7 +104,11 @@ void CopyRoom::ShowCopied(const std::string& verb, const std::string& name) {
     m.shell.ShowError({});
     const bool advances = m.state.CopyAuto && !m.state.SlideViewing;
     if (advances) m.navigation.NextButton_Click();
-    m.shell.ShowMessage(verb + (advances ? "+ '" : " '") + name + "'");
+    std::string said = verb + (advances ? "+ '" : " '") + name + "'";
+    // What the step had to say of a note that was being written.
+    if (advances && StartsWith(m.state.MessageText, "Unsaved note"))
+        said += "; " + m.state.MessageText;
+    m.shell.ShowMessage(said);
 }
 
 // What the conversion has to say about a failure is left standing.

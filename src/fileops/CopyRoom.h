@@ -13,6 +13,11 @@ namespace tarn {
 
 class frmCaption;
 
+// What the text on a converted picture is: ConvertJpgType.
+inline constexpr int kFileName = 0;
+inline constexpr int kNoteLines = 1;
+inline constexpr int kTyped = 2;
+
 class CopyRoom : public CopyCommands {
 public:
     explicit CopyRoom(Context& context);
@@ -24,6 +29,7 @@ public:
     bool CMImage() override;
     void SetCaptionShown(bool shown) override;
     void FolderChanged() override;
+    void PictureShown() override;
 
     void SetImageCopyButton_Click();
     bool ConvertButton_Click();
@@ -56,7 +62,8 @@ private:
     bool Convert(const ConvertTarget& target, std::string& said);
     bool IsConvertible();
     bool WriteConverted(ImgX& picture, const ConvertTarget& target, std::string& said);
-    void CopyNote(const ConvertTarget& target);
+    std::string CopyNote(const ConvertTarget& target);
+    bool KeepWrittenNote();
 
     Context& m;
     std::unique_ptr<frmCaption> m_caption;

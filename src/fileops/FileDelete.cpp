@@ -2,6 +2,7 @@
 #include "fileops/FileRoom.h"
 
 #include "common/paths.h"
+#include "common/text.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
 #include "platform/FileListBox.h"
@@ -73,16 +74,24 @@ bool FileRoom::Delete(const DeletePlan& plan, bool ask, const std::string& verb,
     if (ask && !AskDelete(plan)) return false;
     const std::string name = LastPart(plan.path);
     const int row = RowOf(plan.path);
-    std::string said = "DELETED - " + name;
-    {
+    if (!ask && verb == "Delete") {
         const DeletePointer pointer(m.shell);
-        if (!ask && verb == "Delete") m.events.Sleep(kSeen);
-        if (m.state.VideoImage) m.video.CloseVideoClip(); // an open clip holds its file
-        if (!ThrowPicture(plan.path, changes)) return false;
-        said += ThrowNote(plan, changes);
+        m.events.Sleep(kSeen);
     }
-    PushUndo({verb + " '" + name + "'", changes.Written()});
-    ShowAfterDelete(row);
+    if (m.state.VideoImage) m.video.CloseVideoClip(); // an open clip holds its file
+    const bool there = m.files.Exists(plan.path);
+    if (there && !ThrowPicture(plan.path, changes)) return false;
+    std::string said = there ? "DELETED - " + name : "'" + name + "' is not there any more";
+    if (there) said += ThrowNote(plan, changes);
+    const auto isIt = [&](const Done& d) {
+        return d.kind == Done::Kind::ThrownAway && d.from == plan.path;
+    };
+    const auto& done = changes.Written();
+    if (std::any_of(done.begin(), done.end(), isIt)) // not where it went for good
+        PushUndo({verb + " '" + name + "'", done});
+    ShowFromRow(row);
+    // What the selection had to say of a note that was being written.
+    if (StartsWith(m.state.MessageText, "Unsaved note")) said += "; " + m.state.MessageText;
     m.shell.ShowMessage(said);
     return true;
 }
@@ -114,8 +123,8 @@ int FileRoom::RowOf(const std::string& path) const {
                : -1;
 }
 
-// A show goes on by itself: it selects a row at its end.
-void FileRoom::ShowAfterDelete(int row) {
+// Of the folder as it is now; a show goes on by itself and selects a row at its end.
+void FileRoom::ShowFromRow(int row) {
     m.notes.NoteFilesChanged();
     m.navigation.RefreshDirButton_Click();
     const int count = m.controls.FileListBox->Count();
@@ -134,6 +143,8 @@ void FileRoom::ShowNothing() {
     const MainControls& c = m.controls;
     s.Filename.clear();
     s.FileNameOnly.clear();
+    s.FileType.clear();
+    s.VideoImage = s.WebImage = false;
     s.PanelRows.clear();
     s.ImageLoaded = false;
     c.List1->clear();
@@ -147,6 +158,8 @@ void FileRoom::ShowNothing() {
     m.navigation.ResetFileHistory(false);
     m.navigation.EnableListCommands();
     m.display.SetPictureCommands(false);
+    m.shell.ShowStatus("Nothing to display in current folder.");
+    if (!s.SlideViewing) m.shell.FocusPane();
 }
 
 void FileRoom::DeleteAllFitsButton_Click() {
@@ -167,7 +180,7 @@ void FileRoom::DeleteAllFitsButton_Click() {
     const std::string said = ThrowFits(paths, changes);
     PushUndo({"Delete of " + std::to_string(changes.Written().size()) + " FITS files",
               changes.Written()});
-    ShowAfterDelete(row);
+    ShowFromRow(row);
     m.shell.ShowMessage(said);
 }
 

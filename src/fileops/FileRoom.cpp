@@ -12,6 +12,7 @@
 #include "shell/batch/BatchRun.h"
 
 #include <QAction>
+#include <QElapsedTimer>
 #include <QPushButton>
 #include <QScopedValueRollback>
 
@@ -26,8 +27,15 @@ constexpr NewNameTexts kRename{"frmRename", "Tarn_View - Rename Picture", "Renam
 constexpr NewNameTexts kDuplicate{"frmDuplicate", "Tarn_View - Duplicate Picture", "DupText",
                                   "DuplicateButton", "Duplicate"};
 
+constexpr int kProgressEvery = 50; // milliseconds; the screen would cost more than the disk
+
 std::string Arrow(const std::string& from, const std::string& to) {
     return from + " > " + to;
+}
+
+std::string NoteWord(const NewNamePlan& plan) {
+    return plan.notWritten.empty() ? std::string()
+                                   : ", its note stays: '" + plan.notWritten + "' has that name";
 }
 
 } // namespace
@@ -76,20 +84,37 @@ void FileRoom::PushUndo(UndoEntry entry) {
 
 void FileRoom::UndoButton_Click() {
     if (m_undo.IsEmpty()) return;
-    const UndoResult result = m_undo.Undo(m.files);
+    const int row = m.controls.FileListBox->CurrentRow();
+    UndoResult result;
+    {
+        const std::string all = std::to_string(m_undo.NextSize());
+        const BatchRun batch(m);
+        QElapsedTimer sinceShown;
+        result = m_undo.Undo(m.files, [&](std::size_t number) {
+            if (sinceShown.isValid() && sinceShown.elapsed() < kProgressEvery) return true;
+            sinceShown.start();
+            return batch.Step("Undoing " + std::to_string(number) + " of " + all);
+        });
+    }
     PushUndo({});
     m.notes.NoteFilesChanged();
     m.navigation.RefreshDirButton_Click();
-    if (!result.show.empty()) Show(result.show);
+    std::string first; // of what came back into this folder
+    for (const std::string& path : result.back)
+        if (first.empty() && RowOf(path) >= 0) first = path;
+    if (!first.empty() || m.controls.FileListBox->CurrentRow() < 0) Show(first, row);
     m.shell.ShowMessage(result.text);
 }
 
-void FileRoom::Show(const std::string& name) {
-    const FileListBox& list = *m.controls.FileListBox;
-    const int row = list.RowOf(name);
-    if (row < 0) return; // its type is not listed
-    m.navigation.ClearMultiselect();
-    m.navigation.SelectRow(row);
+// Selects the file; where it is not listed, what is at the row now.
+void FileRoom::Show(const std::string& path, int otherwise) {
+    const int row = RowOf(path);
+    ShowFromRow(row >= 0 ? row : otherwise);
+}
+
+// What a failed command could not put back stays within the reach of Undo.
+void FileRoom::KeepRest(const Changes& changes, const std::string& what) {
+    if (!changes.Written().empty()) PushUndo({"the failed " + what, changes.Written()});
 }
 
 // What is being written for the picture goes along with it. False: Label_error says why it cannot.
@@ -113,18 +138,21 @@ void FileRoom::Rename(const std::string& newName, const std::string& from) {
                                                      JoinPath(FolderOf(from), newName));
     if (m.state.VideoImage) m.video.CloseVideoClip();
     if (!KeepWrittenNote()) return;
+    const int row = m.controls.FileListBox->CurrentRow();
     const NewNamePlan plan = PlanNewName(m.files, Notes(), from, newName);
+    const std::string what = "Rename '" + LastPart(from) + "'";
     Changes changes(m.files);
     std::string error;
     if (!CarryOutRename(plan, m.files, changes, &error)) {
+        KeepRest(changes, what);
         m.shell.ShowError(error + " - " + LastPart(from));
         return;
     }
     m.notes.NoteFilesChanged();
     m.navigation.RefreshDirButton_Click();
-    Show(newName);
-    PushUndo({"Rename '" + LastPart(from) + "'", changes.Written()});
-    m.shell.ShowMessage("Renamed - " + Arrow(LastPart(from), newName));
+    Show(plan.to, row);
+    PushUndo({what, changes.Written()});
+    m.shell.ShowMessage("Renamed - " + Arrow(LastPart(from), newName) + NoteWord(plan));
     m.shell.FocusPane();
 }
 
@@ -143,17 +171,19 @@ void FileRoom::Duplicate(const std::string& newName, const std::string& from) {
     const QScopedValueRollback<std::string> duplicating(m.state.DuplicateFilename,
                                                         JoinPath(FolderOf(from), newName));
     if (!KeepWrittenNote()) return;
+    const int row = m.controls.FileListBox->CurrentRow();
     const NewNamePlan plan = PlanNewName(m.files, Notes(), from, newName);
     Changes changes(m.files);
     std::string error;
     if (!CarryOutDuplicate(plan, m.files, changes, &error)) {
+        KeepRest(changes, "Duplicate '" + LastPart(from) + "'");
         m.shell.ShowError(error + " - " + LastPart(from));
         return;
     }
     m.notes.NoteFilesChanged();
     m.navigation.RefreshDirButton_Click();
-    Show(LastPart(from));
-    m.shell.ShowMessage("Duplicate - " + Arrow(LastPart(from), newName));
+    Show(from, row);
+    m.shell.ShowMessage("Duplicate - " + Arrow(LastPart(from), newName) + NoteWord(plan));
 }
 
 void FileRoom::RenamePicturesButton_Click() {
@@ -175,17 +205,16 @@ void FileRoom::RenamePicturesClosed() {
         tree.Reveal(folder);
         return;
     }
+    const FileListBox& list = *m.controls.FileListBox;
     const std::string now = m_renameFiles->CurrentPath();
     const std::string said = m.state.MessageText;
+    const int row = list.CurrentRow();
     m.navigation.RefreshDirButton_Click();
-    if (now != m.state.Filename) {
-        Show(LastPart(now));
+    if (now != m.state.Filename || (list.CurrentRow() < 0 && !now.empty())) {
+        Show(now, row);
         m.shell.ShowMessage(said);
     }
-    if (m.controls.FileListBox->CurrentRow() < 0 && !m.state.Filename.empty())
-        ShowAfterDelete(m.state.FileIndex);
-    else
-        m.navigation.ResetFileHistory(m.controls.FileListBox->Count() > 0);
+    m.navigation.ResetFileHistory(list.Count() > 0);
     m.shell.FocusPane();
 }
 
@@ -212,12 +241,17 @@ void FileRoom::MoveToButton_Click() {
     const std::string path = s.Filename;
     const std::string name = s.FileNameOnly;
     if (path.empty() || m.controls.FileListBox->Count() < 1) return;
+    if (!KeepWrittenNote()) return;
     const bool advances = s.CopyAuto;
     Changes changes(m.files);
     {
         const QScopedValueRollback<bool> stays(s.CopyAuto, false);
-        if (m.copies.CopyImage())
-            changes.Note({Done::Kind::Made, path, JoinPath(s.CopyImageFolder, name)});
+        if (m.copies.CopyImage()) {
+            const std::string target = JoinPath(s.CopyImageFolder, name);
+            if (!s.CopyReplaced.empty())
+                changes.Note({Done::Kind::ThrownAway, target, s.CopyReplaced});
+            changes.Note({Done::Kind::Made, path, target});
+        }
     }
     if (!s.CopyOk.empty()) return; // which says why nothing was moved
     if (!Delete({path, {}, {}}, false, "Move", changes)) return;

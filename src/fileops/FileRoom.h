@@ -44,13 +44,14 @@ private:
     bool ThrowPicture(const std::string& path, Changes& changes);
     std::string ThrowNote(const DeletePlan& plan, Changes& changes);
     int RowOf(const std::string& path) const;
-    void ShowAfterDelete(int row);
+    void ShowFromRow(int row);
     void ShowNothing();
 
     bool KeepWrittenNote();
     void Rename(const std::string& newName, const std::string& from);
     void Duplicate(const std::string& newName, const std::string& from);
-    void Show(const std::string& name);
+    void Show(const std::string& path, int otherwise);
+    void KeepRest(const Changes& changes, const std::string& what);
     void RenamePicturesClosed();
     std::string ThrowFits(const std::vector<std::string>& paths, Changes& changes);
 

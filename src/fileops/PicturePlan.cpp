@@ -26,8 +26,21 @@ bool TakeBack(Changes& changes) {
 // The note first, so that at no instant the picture is without it.
 bool BringNote(const NewNamePlan& plan, Files& files, Changes& changes, std::string* error) {
     if (plan.noteFrom.empty() || plan.noteFrom == plan.noteTo) return true;
+    // Another spelling that the disk takes for the same file.
+    if (files.IsSameFile(plan.noteFrom, plan.noteTo))
+        return changes.Rename(plan.noteFrom, plan.noteTo, error);
     return MakeRoom(files, plan.noteFrom, plan.noteTo, changes, error) &&
            changes.Copy(plan.noteFrom, plan.noteTo, error);
+}
+
+// A listed picture, none of the two, to which a note of this name belongs.
+std::string OwnerOfNote(const NotesPlace& notes, const std::string& noteName,
+                        const std::string& from, const std::string& to) {
+    const std::string folded = FoldCase(noteName);
+    for (const std::string& name : notes.listed)
+        if (name != from && FoldCase(name) != FoldCase(to) && FoldCase(NoteNameOf(name)) == folded)
+            return name;
+    return {};
 }
 
 } // namespace
@@ -39,12 +52,7 @@ PictureNote FindNote(const Files& files, const NotesPlace& notes, const std::str
     const auto path = files.FindAnyCase(JoinPath(notes.folder, noteName));
     if (!path || files.IsFolder(*path)) return note;
     note.path = *path;
-    const std::string folded = FoldCase(noteName);
-    for (const std::string& other : notes.listed)
-        if (other != fileName && FoldCase(NoteNameOf(other)) == folded) {
-            note.sharedWith = other;
-            break;
-        }
+    note.sharedWith = OwnerOfNote(notes, noteName, fileName, {});
     return note;
 }
 
@@ -63,7 +71,7 @@ std::string FaultOfName(const std::string& name, const std::string& old) {
     if (name.empty()) return "New filename is blank";
     if (name.find(kSeparator) != std::string::npos || name.find('\0') != std::string::npos)
         return "New filename must not contain '/'";
-    if (name == "." || name == "..") return "New filename is not valid";
+    if (name.front() == '.') return "New filename must not begin with '.'"; // none would list it
     if (name.size() > kLongestName) return "New filename is too long";
     return {};
 }
@@ -75,16 +83,29 @@ NewNamePlan PlanNewName(const Files& files, const NotesPlace& notes, const std::
     plan.to = JoinPath(FolderOf(path), newName);
     const PictureNote note = FindNote(files, notes, LastPart(path));
     if (note.path.empty() || !HasBytes(files, note.path)) return plan;
+    const std::string noteName = NoteNameOf(newName);
+    const std::string noteTo = JoinPath(notes.folder, noteName);
+    const bool keepsName = FoldCase(NoteNameOf(LastPart(path))) == FoldCase(noteName);
+    if (!keepsName && files.FindAnyCase(noteTo))
+        plan.notWritten = OwnerOfNote(notes, noteName, LastPart(path), newName);
+    if (!plan.notWritten.empty()) return plan;
     plan.noteFrom = note.path;
-    plan.noteTo = JoinPath(notes.folder, NoteNameOf(newName));
+    plan.noteTo = noteTo;
     plan.noteStays = !note.sharedWith.empty() || plan.noteFrom == plan.noteTo;
     return plan;
 }
 
 bool MakeRoom(const Files& files, const std::string& source, const std::string& target,
               Changes& changes, std::string* error) {
-    const auto stands = files.FindAnyCase(target);
+    const bool onlyCase = FoldCase(source) == FoldCase(target);
+    const auto stands = !onlyCase              ? files.FindAnyCase(target)
+                        : files.Exists(target) ? std::optional(target)
+                                               : std::nullopt;
     if (!stands || files.IsSameFile(source, *stands)) return true;
+    if (files.IsFolder(*stands)) {
+        if (error) *error = "A folder of that name stands there";
+        return false;
+    }
     return changes.ThrowAway(*stands, error);
 }
 
@@ -93,8 +114,9 @@ bool CarryOutRename(const NewNamePlan& plan, Files& files, Changes& changes, std
         !MakeRoom(files, plan.from, plan.to, changes, error) ||
         !changes.Rename(plan.from, plan.to, error))
         return TakeBack(changes);
-    std::string ignored; // the note has arrived; a second one does no harm
-    if (!plan.noteFrom.empty() && !plan.noteStays) changes.ThrowAway(plan.noteFrom, &ignored);
+    const bool noteRenamed = files.IsSameFile(plan.noteFrom, plan.noteTo);
+    if (!plan.noteFrom.empty() && !plan.noteStays && !noteRenamed)
+        changes.EndRename(plan.noteFrom, plan.noteTo);
     return true;
 }
 

@@ -42,12 +42,14 @@ struct NewNamePlan {
     std::string noteFrom; // empty: there is no note, or an empty one
     std::string noteTo;
     bool noteStays = false; // another picture has it too, or it keeps its name
+    std::string notWritten; // the note does not go along: this picture has one of that name
 };
 
 NewNamePlan PlanNewName(const Files& files, const NotesPlace& notes, const std::string& path,
                         const std::string& newName);
 
-// What stands at the target in any case, and is not the source itself, goes to the wastebasket.
+// A file that stands at the target in any case, and is not the source itself, goes to the
+// wastebasket; where only the case changes, one of exactly that name. A folder is refused.
 bool MakeRoom(const Files& files, const std::string& source, const std::string& target,
               Changes& changes, std::string* error);
 

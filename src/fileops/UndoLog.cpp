@@ -3,11 +3,31 @@
 #include "common/paths.h"
 
 #include <algorithm>
-#include <set>
+#include <limits>
 
 namespace tarn {
 
 namespace {
+
+bool Refuse(std::string* error, const char* why) {
+    if (error) *error = why;
+    return false;
+}
+
+// A copy has the time of its original unless one of them was dated since; then the bytes tell.
+bool IsStillCopy(const Done& done, const Files& files) {
+    if (files.ModifiedTime(done.to) == files.ModifiedTime(done.from)) return true;
+    constexpr std::size_t kWhole = std::numeric_limits<std::size_t>::max();
+    const auto copy = files.Read(done.to, kWhole);
+    return copy && copy == files.Read(done.from, kWhole);
+}
+
+bool TakeBackCopy(const Done& done, Files& files, std::string* error) {
+    if (!files.Exists(done.to)) return true;
+    if (!files.Exists(done.from)) return Refuse(error, "what it is a copy of is not back");
+    if (!IsStillCopy(done, files)) return Refuse(error, "it has been changed since");
+    return files.Trash(done.to, error);
+}
 
 bool TakeBackOne(const Done& done, Files& files, std::string* error) {
     switch (done.kind) {
@@ -16,18 +36,18 @@ bool TakeBackOne(const Done& done, Files& files, std::string* error) {
     case Done::Kind::Renamed:
         return files.Rename(done.to, done.from, error);
     case Done::Kind::Made:
-        return !files.Exists(done.to) || files.Trash(done.to, error);
+        return TakeBackCopy(done, files, error);
     }
     return true;
 }
 
 // The first few by name.
-std::string ListOf(const std::vector<std::string>& names) {
+std::string ListOf(const std::vector<std::string>& paths) {
     constexpr std::size_t kNamed = 3;
     std::string text;
-    for (std::size_t i = 0; i < std::min(names.size(), kNamed); ++i)
-        text += (i > 0 ? ", '" : "'") + names[i] + "'";
-    if (names.size() > kNamed) text += " and " + std::to_string(names.size() - kNamed) + " more";
+    for (std::size_t i = 0; i < std::min(paths.size(), kNamed); ++i)
+        text += (i > 0 ? ", '" : "'") + LastPart(paths[i]) + "'";
+    if (paths.size() > kNamed) text += " and " + std::to_string(paths.size() - kNamed) + " more";
     return text;
 }
 
@@ -47,9 +67,18 @@ bool Changes::Rename(const std::string& from, const std::string& to, std::string
 }
 
 bool Changes::Copy(const std::string& from, const std::string& to, std::string* error) {
-    if (!m_files.Copy(from, to, error)) return false;
+    std::string replaced;
+    if (!m_files.Copy(from, to, error, &replaced)) return false;
+    if (!replaced.empty()) Note({Done::Kind::ThrownAway, to, replaced});
     Note({Done::Kind::Made, from, to});
     return true;
+}
+
+void Changes::EndRename(const std::string& from, const std::string& to) {
+    std::string ignored; // then there are two, and both stay
+    if (!m_files.Remove(from, &ignored)) return;
+    for (Done& done : m_done)
+        if (done.kind == Done::Kind::Made && done.to == to) done.kind = Done::Kind::Renamed;
 }
 
 void Changes::TakeBack(std::size_t kept, std::string* error) {
@@ -69,33 +98,34 @@ void UndoLog::Push(UndoEntry entry) {
     if (!entry.done.empty()) m_entries.push_back(std::move(entry));
 }
 
-UndoResult UndoLog::Undo(Files& files) {
+UndoResult UndoLog::Undo(Files& files, const std::function<bool(std::size_t)>& goOn) {
     UndoResult result;
     if (m_entries.empty()) return result;
     UndoEntry entry = std::move(m_entries.back());
     m_entries.pop_back();
-    std::vector<std::string> back;
     std::vector<Done> left;
-    std::string firstFailure;
+    std::string why;
+    std::size_t undone = 0;
+    bool stopped = false;
     for (auto done = entry.done.rbegin(); done != entry.done.rend(); ++done) {
-        std::string error;
-        const bool comesBack = done->kind != Done::Kind::Made;
-        if (TakeBackOne(*done, files, &error)) {
-            if (comesBack) back.push_back(LastPart(done->from));
+        std::string error = "cancelled";
+        stopped = stopped || !goOn(undone + left.size() + 1);
+        if (!stopped && TakeBackOne(*done, files, &error)) {
+            ++undone;
+            if (done->kind != Done::Kind::Made) result.back.push_back(done->from);
             continue;
         }
         left.push_back(*done);
-        if (firstFailure.empty())
-            firstFailure = LastPart(comesBack ? done->from : done->to) + " - " + error;
+        if (why.empty())
+            why = LastPart(done->kind == Done::Kind::Made ? done->to : done->from) + " - " + error;
     }
-    std::reverse(back.begin(), back.end());
+    std::reverse(result.back.begin(), result.back.end());
     std::reverse(left.begin(), left.end());
-    result.text = "Undone: " + entry.what;
-    if (!back.empty()) result.text += "; back again: " + ListOf(back);
-    if (!firstFailure.empty())
-        result.text += "; not undone: " + std::to_string(left.size()) + ", first " + firstFailure;
-    if (!back.empty()) result.show = back.front();
-    if (!left.empty()) m_entries.push_back({entry.what, std::move(left)});
+    result.text = (undone > 0 ? "Undone: " : "NOT undone: ") + entry.what;
+    if (!result.back.empty()) result.text += "; back again: " + ListOf(result.back);
+    if (!left.empty())
+        result.text += "; " + std::to_string(left.size()) + " not taken back, first " + why;
+    if (!left.empty()) m_entries.insert(m_entries.begin(), {entry.what, std::move(left)});
     return result;
 }
 

@@ -4,6 +4,7 @@
 
 #include "platform/Files.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -14,7 +15,8 @@ struct Done {
     enum class Kind {
         ThrownAway, // `from` stands in the wastebasket as `to`
         Renamed,    // from `from` to `to`
-        Made        // `to` is new; taking it back throws it away
+        Made        // `to` is a copy of `from`; taking it back throws it away, as long as it is
+                    // the copy still and `from` is there
     };
     Kind kind = Kind::Made;
     std::string from;
@@ -28,8 +30,8 @@ struct UndoEntry {
 };
 
 struct UndoResult {
-    std::string text; // for the message line
-    std::string show; // name of the file that came back first, empty when none did
+    std::string text;              // for the message line
+    std::vector<std::string> back; // full paths of what came back, in the order it had gone
 };
 
 // Changes the disk and writes down what it did; each is false, with the system's text, when it
@@ -40,7 +42,10 @@ public:
 
     bool ThrowAway(const std::string& path, std::string* error);
     bool Rename(const std::string& from, const std::string& to, std::string* error);
+    // What stood at the target is thrown away once all bytes are written.
     bool Copy(const std::string& from, const std::string& to, std::string* error);
+    // A copy that stood for a rename: the old file goes, for its bytes are in the new one.
+    void EndRename(const std::string& from, const std::string& to);
     void Note(Done done) { m_done.push_back(std::move(done)); }
 
     // Everything that was done, or all but the first `kept`, taken back, the last first; what could
@@ -62,8 +67,10 @@ public:
     bool IsEmpty() const { return m_entries.empty(); }
     const std::string& NextText() const { return m_entries.back().what; }
 
-    // Takes the last entry back. What could not be taken back stays for another try.
-    UndoResult Undo(Files& files);
+    // Takes the last entry back, as long as `goOn` (asked with the number of the change to come,
+    // from 1) says so. What could not be taken back stays for another try, behind all others.
+    UndoResult Undo(Files& files, const std::function<bool(std::size_t number)>& goOn);
+    std::size_t NextSize() const { return m_entries.back().done.size(); }
 
 private:
     std::vector<UndoEntry> m_entries;

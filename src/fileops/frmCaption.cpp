@@ -25,9 +25,6 @@ namespace tarn {
 
 namespace {
 
-constexpr int kFileName = 0; // ConvertJpgType
-constexpr int kNoteLines = 1;
-constexpr int kTyped = 2;
 constexpr QSize kPreview(360, 72); // logical pixels; four lines of the text high
 constexpr double kPreviewLines = 4;
 
@@ -68,6 +65,8 @@ QPushButton* frmCaption::Button(const char* name, const char* caption, const cha
     button->setToolTip(QString::fromLatin1(tip));
     button->setAutoDefault(false); // Return belongs to the text that is being typed
     connect(button, &QPushButton::clicked, this, std::move(act));
+    // Most commands change the picture, its note or its name.
+    connect(button, &QPushButton::clicked, this, [this] { ShowType(); });
     return button;
 }
 
@@ -169,6 +168,7 @@ void frmCaption::Open() {
     m_maxSize->setText(ToQt(s.ConvertJpgMaxSize));
     m_maxWidth->setChecked(ParseInt32(s.ConvertJpgMaxWidth).value_or(0) != 0);
     m_maxHeight->setChecked(s.ConvertJpgMaxHeight != 0);
+    m_caption->setText(ToQt(s.ConvertJpgText));
     ShowType();
     if (!m_open) m_place.Restore(sizeHint());
     m_open = true;
@@ -198,6 +198,7 @@ void frmCaption::ShowCaptionText(const std::string& text) {
 }
 
 void frmCaption::UseText(int type) {
+    if (type == kTyped) m.state.ConvertJpgText = FromQt(m_caption->text());
     m.state.ConvertJpgType = type;
     ShowType();
 }
@@ -211,7 +212,6 @@ void frmCaption::ShowType() {
         break;
     case kTyped:
         m_using->setText(QStringLiteral("Using Text"));
-        m_caption->setText(ToQt(s.ConvertJpgText));
         break;
     default:
         m_using->setText(QStringLiteral("Using Filename"));
@@ -236,7 +236,6 @@ void frmCaption::Step(bool forward) {
         m.navigation.NextButton_Click();
     else
         m.navigation.PrevButton_Click();
-    ShowType();
 }
 
 // The left of the lower end, large enough to read.

@@ -29,6 +29,7 @@ public:
     void Open();
     bool IsOpen() const { return m_open; }
     void ShowCopyFolder();
+    void ShowPicture() { ShowType(); } // another one is shown
     void ShowCaptionText(const std::string& text);
 
 protected:

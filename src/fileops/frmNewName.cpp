@@ -77,7 +77,9 @@ void frmNewName::Ask(const std::string& folder, const std::string& name,
 }
 
 void frmNewName::ActionButton_Click() {
-    const std::string name = FromQt(m_new->text());
+    // A name that is no text is shown otherwise than it is.
+    const bool same = m_new->text() == m_old->text();
+    const std::string name = same ? m_oldName : FromQt(m_new->text());
     const std::string fault = FaultOfName(name, m_oldName);
     m_error->setText(ToQt(fault));
     if (!fault.empty()) return;

@@ -143,7 +143,7 @@ bool CopyBytes(int from, int to) {
     for (;;) {
         const ssize_t copied = ::copy_file_range(from, nullptr, to, nullptr, 1 << 30, 0);
         if (copied == 0) break;
-        if (copied > 0) continue;
+        if (copied > 0 || errno == EINTR) continue;
         if (errno != EXDEV && errno != EINVAL && errno != ENOSYS && errno != EOPNOTSUPP)
             return false;
         std::array<char, 1 << 16> buffer{}; // file systems that know no copying of their own
@@ -154,6 +154,13 @@ bool CopyBytes(int from, int to) {
         break;
     }
     return true;
+}
+
+// A file that another program is still writing is not copied whole.
+bool IsWhole(int from, int to) {
+    struct stat source {};
+    struct stat copy {};
+    return ::fstat(from, &source) == 0 && ::fstat(to, &copy) == 0 && source.st_size == copy.st_size;
 }
 
 bool SameFile(const struct stat& a, const struct stat& b) {
@@ -227,7 +234,8 @@ bool DiskChanges::Rename(const std::string& from, const std::string& to, std::st
     return ::rename(from.c_str(), to.c_str()) == 0 || Fail(error);
 }
 
-bool DiskChanges::Copy(const std::string& from, const std::string& to, std::string* error) {
+bool DiskChanges::Copy(const std::string& from, const std::string& to, std::string* error,
+                       std::string* replaced) {
     const Handle source(::open(from.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat info {};
     if (!source || ::fstat(source.Number(), &info) != 0) return Fail(error);
@@ -235,15 +243,22 @@ bool DiskChanges::Copy(const std::string& from, const std::string& to, std::stri
     struct stat target {};
     if (::stat(to.c_str(), &target) == 0 && SameFile(info, target)) return Fail(error, EEXIST);
     const bool stands = ::lstat(to.c_str(), &target) == 0; // also a link that leads nowhere
+    if (stands && S_ISDIR(target.st_mode)) return Fail(error, EISDIR);
 
     Beside file(to);
+    if (!file || !CopyBytes(source.Number(), file.Number())) return Fail(error);
+    if (!IsWhole(source.Number(), file.Number())) return Fail(error, EBUSY);
     const timespec times[2] = {info.st_atim, info.st_mtim};
-    if (!file || !CopyBytes(source.Number(), file.Number()) ||
-        ::fchmod(file.Number(), info.st_mode & 07777) != 0 || ::futimens(file.Number(), times) != 0)
+    if ((::fchmod(file.Number(), info.st_mode & 07777) != 0 ||
+         ::futimens(file.Number(), times) != 0) &&
+        errno != EPERM && errno != EOPNOTSUPP) // file systems that know neither
         return Fail(error);
     std::string thrown;
     if (stands && !ThrowAway(to, &thrown, error)) return false;
-    if (file.Place()) return true;
+    if (file.Place()) {
+        if (replaced) *replaced = thrown;
+        return true;
+    }
     Fail(error);
     std::string gone;
     if (stands) TakeBack(thrown, to, &gone);

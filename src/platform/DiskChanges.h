@@ -14,7 +14,8 @@ public:
     bool Restore(const std::string& where, const std::string& path, std::string* error) override;
     bool Remove(const std::string& path, std::string* error) override;
     bool Rename(const std::string& from, const std::string& to, std::string* error) override;
-    bool Copy(const std::string& from, const std::string& to, std::string* error) override;
+    bool Copy(const std::string& from, const std::string& to, std::string* error,
+              std::string* replaced) override;
     bool WriteAt(const std::string& path, std::size_t offset, std::string_view bytes,
                  std::string* error) override;
     bool SetTimes(const std::string& path, std::int64_t when, std::string* error) override;

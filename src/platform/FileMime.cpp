@@ -1,6 +1,7 @@
 #include "platform/FileMime.h"
 
 #include <QMimeData>
+#include <QSysInfo>
 
 namespace tarn {
 
@@ -14,12 +15,19 @@ QByteArray AddressOf(const std::string& path) {
     return "file://" + QByteArray::fromStdString(path).toPercentEncoding("/");
 }
 
+// Of a file on this machine; empty for any other address.
 std::string PathOf(const QByteArray& address) {
     QByteArray local = address.trimmed();
-    if (!local.startsWith("file://")) return {};
-    local.remove(0, 7);
-    local.remove(0, local.indexOf('/')); // the name of this machine may stand there
-    return QByteArray::fromPercentEncoding(local).toStdString();
+    if (!local.startsWith("file:")) return {};
+    local.remove(0, 5);
+    if (local.startsWith("//")) {
+        const QByteArray host = local.mid(2, local.indexOf('/', 2) - 2);
+        if (!host.isEmpty() && host != "localhost" && host != QSysInfo::machineHostName().toUtf8())
+            return {};
+        local.remove(0, 2 + host.size());
+    }
+    const QByteArray path = QByteArray::fromPercentEncoding(local);
+    return path.startsWith('/') && !path.contains('\0') ? path.toStdString() : std::string();
 }
 
 } // namespace

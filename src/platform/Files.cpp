@@ -9,6 +9,7 @@
 
 #include <dirent.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
@@ -58,6 +59,9 @@ public:
     bool IsFolder(const std::string& path) const override {
         struct stat info {};
         return ::stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+    }
+    bool IsWritable(const std::string& path) const override {
+        return ::access(path.c_str(), W_OK) == 0;
     }
     bool IsSameFile(const std::string& a, const std::string& b) const override {
         struct stat one {};

@@ -20,6 +20,8 @@ public:
     // One file under two spellings, links or mounts: false when one of them is not there.
     virtual bool IsSameFile(const std::string& a, const std::string& b) const = 0;
 
+    virtual bool IsWritable(const std::string& path) const = 0;
+
     // Last modification, seconds since 1970. None, and the system's text in `error`, when the file
     // cannot be asked.
     virtual std::optional<std::int64_t> ModifiedTime(const std::string& path,
@@ -65,8 +67,10 @@ public:
     virtual bool Rename(const std::string& from, const std::string& to, std::string* error) = 0;
 
     // A copy with mode and times, written beside its target, flushed and renamed into place.
-    // Refused when both are the same file; what stood at the target goes to the wastebasket first.
-    virtual bool Copy(const std::string& from, const std::string& to, std::string* error) = 0;
+    // Refused when both are the same file or a folder stands there; another file there goes to the
+    // wastebasket once all bytes are written, and `replaced` gets its path there.
+    virtual bool Copy(const std::string& from, const std::string& to, std::string* error,
+                      std::string* replaced = nullptr) = 0;
 
     // These bytes over those that stand at `offset`, in place. Refused when the file ends before
     // their end.

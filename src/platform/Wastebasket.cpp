@@ -50,14 +50,18 @@ std::string HomeBasket() {
     return std::string(home ? home : "") + "/.local/share/Trash";
 }
 
-// Two mounts may show one device; nothing is renamed from one to the other all the same.
-using Mount = std::uint64_t;
+// Two mounts may show one device, one mount several; nothing is renamed from one to the other.
+struct Mount {
+    std::uint64_t number = 0;
+    std::uint64_t device = 0;
+    bool operator==(const Mount&) const = default;
+};
 
 bool MountOf(const std::string& path, Mount& mount) {
     struct statx info {};
     if (::statx(AT_FDCWD, path.c_str(), 0, STATX_MNT_ID, &info) != 0) return false;
-    mount = (info.stx_mask & STATX_MNT_ID) != 0 ? info.stx_mnt_id
-                                                : ::makedev(info.stx_dev_major, info.stx_dev_minor);
+    mount.number = (info.stx_mask & STATX_MNT_ID) != 0 ? info.stx_mnt_id : 0;
+    mount.device = ::makedev(info.stx_dev_major, info.stx_dev_minor);
     return true;
 }
 
@@ -76,17 +80,25 @@ std::string TopOf(std::string folder) {
     return folder;
 }
 
-// A common one must be guarded, a user's own must be his and no link, or files could be led away.
-std::string MountBasket(const std::string& top) {
+// A basket that another user made, or a link, could lead files away.
+bool IsOwnOrFree(const std::string& folder) {
+    struct stat info {};
+    if (::lstat(folder.c_str(), &info) != 0) return errno == ENOENT;
+    return S_ISDIR(info.st_mode) && info.st_uid == ::getuid();
+}
+
+// In the order of trust: the common one, when it is guarded, then the user's own.
+std::vector<std::string> MountBaskets(const std::string& top) {
     const std::string user = std::to_string(::getuid());
+    std::vector<std::string> baskets;
     struct stat info {};
     const std::string common = JoinPath(top, ".Trash");
-    if (::lstat(common.c_str(), &info) == 0 && S_ISDIR(info.st_mode) && (info.st_mode & S_ISVTX))
-        return JoinPath(common, user);
+    const bool guarded =
+        ::lstat(common.c_str(), &info) == 0 && S_ISDIR(info.st_mode) && (info.st_mode & S_ISVTX);
+    if (guarded && IsOwnOrFree(JoinPath(common, user))) baskets.push_back(JoinPath(common, user));
     const std::string own = JoinPath(top, ".Trash-" + user);
-    if (::lstat(own.c_str(), &info) == 0 && (!S_ISDIR(info.st_mode) || info.st_uid != ::getuid()))
-        return {};
-    return own;
+    if (IsOwnOrFree(own)) baskets.push_back(own);
+    return baskets;
 }
 
 std::vector<Basket> BasketsFor(const std::string& folder) {
@@ -97,7 +109,7 @@ std::vector<Basket> BasketsFor(const std::string& folder) {
     if (MakeFolders(home) && MountOf(folder, own) && MountOf(home, theirs) && own == theirs)
         baskets.push_back({home, {}});
     const std::string top = TopOf(folder);
-    if (const std::string mount = MountBasket(top); !mount.empty()) baskets.push_back({mount, top});
+    for (const std::string& basket : MountBaskets(top)) baskets.push_back({basket, top});
     return baskets;
 }
 
@@ -149,6 +161,7 @@ std::string WriteEntry(const Basket& basket, const std::string& path) {
         const int file = ::open(entry.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
         if (file < 0 && errno == EEXIST) continue;
         if (file < 0) return {};
+        errno = EIO; // what a short write is
         const bool written = ::write(file, text.data(), text.size()) == ssize_t(text.size());
         const int why = errno;
         ::close(file);
@@ -191,6 +204,7 @@ std::string RealPlace(const std::string& path) {
 
 bool ThrowAway(const std::string& path, std::string* where, std::string* error) {
     struct stat info {};
+    if (LastPart(path).empty()) return Fail(error, EINVAL); // a folder, by its last separator
     if (::lstat(path.c_str(), &info) != 0) return Fail(error);
     const std::string place = RealPlace(path);
     if (place.empty()) return Fail(error);

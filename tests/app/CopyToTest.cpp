@@ -35,9 +35,12 @@ TEST(CopyTo, CopiesAndStepsOnWhereThatIsWished) {
     d.Key(Qt::Key_Y);
     EXPECT_EQ(d.Said(), "Copied+ 'a.jpg'");
     EXPECT_EQ(d.Current(), "b.jpg");
-    d.Key(Qt::Key_U);
+    EXPECT_TRUE(d.house.copies.CMImage());
     EXPECT_EQ(d.Said(), "CM+ 'b.jpg'");
     EXPECT_EQ(d.TargetNames(), "a.jpg b.jpg ");
+    EXPECT_EQ(d.Current(), "c.jpg");
+    d.Key(Qt::Key_U); // the key itself steps nowhere
+    EXPECT_EQ(d.Said(), "'c.jpg' file created");
     EXPECT_EQ(d.Current(), "c.jpg");
 }
 
@@ -188,6 +191,87 @@ TEST(Clipboard, TextsOfTheCurrentPicture) {
     d.c.CopyCameraButton[1]->trigger();
     EXPECT_EQ(d.clipboard->Text().find("   File name: b.jpg\r\n"), 0U);
     EXPECT_EQ(d.Current(), "c.jpg");
+}
+
+TEST(Convert, WhatIsReplacedIsKeptAndNothingIsInventedForAFileThatWentAway) {
+    CopyDesk d;
+    d.target.Write("a.jpg", "first");
+    d.target.Write("a-CM.jpg", "second");
+    d.Start();
+    d.c.CJMButton->click();
+    EXPECT_EQ(d.Said(), "'a-CM.jpg' file created");
+    EXPECT_EQ(Trashed("a-CM.jpg"), "second");
+    EXPECT_EQ(d.Target().at("a.jpg"), "first");
+    d.folder.Write("big.jpg", JpegBytes(TellTale(3000, 2000)));
+    d.house.navigation.RefreshDirButton_Click();
+    d.GoTo("big.jpg");
+    d.c.ConvertJpgAddFilename->trigger();
+    std::filesystem::remove(d.folder.Path() + "/big.jpg");
+    d.c.CJMButton->click(); // only its screen size is at hand
+    EXPECT_EQ(d.Said(), "ImgX Error - 'big.jpg' NOT created");
+    EXPECT_EQ(d.Target().count("big.jpg"), 0U);
+}
+
+TEST(CopyTo, NothingHappensInAnEmptyFolder) {
+    FilesDesk d{std::vector<std::string>{}};
+    TestFolder target;
+    target.Write("kept.jpg", "kept");
+    d.settings->Write("copy_folder", target.Path());
+    d.Start();
+    int changes = 0;
+    d.files.onChange = [&](const std::string&, const std::string&) {
+        ++changes;
+        return std::string();
+    };
+    d.c.CopyImageButton3->click();
+    d.c.MoveToButton->click();
+    d.c.CJMButton->click();
+    d.c.ConvertButton->trigger();
+    d.c.DeleteButton->trigger();
+    d.c.RenameButton->trigger();
+    d.c.DuplicateButton->trigger();
+    EXPECT_EQ(changes, 0);
+}
+
+// Each change of the disk fails once in turn: every byte is still there, also after an undo.
+TEST(CopyTo, NoFailureLosesAnything) {
+    using Act = std::function<void(CopyDesk&)>;
+    const std::map<std::string, Act> commands{
+        {"copy", [](CopyDesk& d) { d.house.copies.CopyImage(); }},
+        {"convert", [](CopyDesk& d) { d.house.copies.CMImage(); }},
+        {"move", [](CopyDesk& d) { d.c.MoveToButton->click(); }},
+        {"move and undo",
+         [](CopyDesk& d) {
+             d.c.MoveToButton->click();
+             d.c.UndoButton->trigger();
+         }},
+    };
+    const std::string trash = std::string(std::getenv("XDG_DATA_HOME")) + "/Trash/files";
+    for (const auto& [name, act] : commands) {
+        int calls = 1;
+        for (int failing = 1; failing <= calls; ++failing) {
+            SCOPED_TRACE(name + ", change " + std::to_string(failing));
+            CopyDesk d;
+            d.notes.Write("a.enf", "note of a");
+            for (const char* standing : {"a.jpg", "a-CM.jpg"})
+                d.target.Write(standing, std::string("stood as ") + standing);
+            std::map<std::string, int> bytes;
+            for (const Tree& tree : {d.Pictures(), d.Notes(), d.Target()})
+                for (const auto& [file, content] : tree) ++bytes[content];
+            d.Start();
+            calls = 0;
+            d.files.onChange = [&](const std::string&, const std::string&) {
+                return ++calls == failing ? std::string("fault") : std::string();
+            };
+            act(d);
+            d.files.onChange = nullptr;
+            for (const Tree& tree : {d.Pictures(), d.Notes(), d.Target(),
+                                     std::filesystem::exists(trash) ? ReadTree(trash) : Tree()})
+                for (const auto& [file, content] : tree) bytes.erase(content);
+            EXPECT_TRUE(bytes.empty());
+        }
+        EXPECT_GT(calls, 0) << name;
+    }
 }
 
 } // namespace

@@ -60,6 +60,17 @@ TEST(FileDates, OneFileGetsItsOwnDate) {
     EXPECT_FALSE(d.c.SetFileDatesButton->isEnabled()); // no camera data
 }
 
+TEST(FileDates, WhatIsNoPictureKeepsItsDate) {
+    DatesDesk d;
+    d.Put("v.avi", "no picture");
+    d.Start();
+    d.Key(Qt::Key_End);
+    EXPECT_EQ(d.s.FileNameOnly, "v.avi");
+    EXPECT_FALSE(d.c.SetFileDatesButton->isEnabled() || d.c.FixPictureDateButton->isEnabled());
+    d.house.info.SetFileDatesButton_Click();
+    EXPECT_EQ(d.Time("v.avi"), kUntouched);
+}
+
 TEST(FileDates, RangeFromTheCurrentRowToTheLast) {
     DatesDesk d;
     d.Start();
@@ -130,6 +141,19 @@ TEST(DateEditor, RefusesWhatIsNoDateAndWhatIsNotItsOwn) {
     EXPECT_EQ(BytesOf(d.At("a.jpg")), Dated("2009:09:09 09:09:09"));
 }
 
+TEST(DateEditor, SaysWhenTheFileDateCannotFollow) {
+    DatesDesk d;
+    d.Start();
+    d.c.FixPictureDateButton->trigger();
+    d.Type("2004:13:22 20:15:30"); // only the time must be one
+    d.Press("SetButton");
+    EXPECT_EQ(d.Row(1), "* Picture date: 13/22/2004 8:15:30 PM  ");
+    EXPECT_EQ(d.Said(),
+              "UPDATED - Picture date changed, file date not set: the picture's is no date");
+    EXPECT_EQ(d.Time("a.jpg").substr(0, 10),
+              FormatDateText(FromFileTime(std::time(nullptr))).substr(0, 10));
+}
+
 TEST(DateEditor, ReachesThreeThousandBytesAndSaysWhyNotFurther) {
     DatesDesk d;
     const auto at = [](std::uint32_t offset) { // of the date in the file
@@ -138,14 +162,14 @@ TEST(DateEditor, ReachesThreeThousandBytesAndSaysWhyNotFurther) {
                          .DataFrom(offset - 12)
                          .Ascii(36867, "2004:06:22 20:15:30"));
     };
-    d.Put("a.jpg", at(2982));
+    d.Put("a.jpg", at(2981));
     d.Start();
     d.c.FixPictureDateButton->trigger();
     d.Type("2004:06:22 20:15:31");
     d.Press("SetButton");
-    EXPECT_EQ(BytesOf(d.At("a.jpg")), at(2982));
+    EXPECT_EQ(BytesOf(d.At("a.jpg")), at(2981));
     EXPECT_EQ(d.dialogs.shown.size(), 1U);
-    d.Put("c.jpg", at(2980));
+    d.Put("c.jpg", at(2980)); // the last place from which it can be read
     d.Press("NextButton");
     d.Press("NextButton");
     d.Press("SetButton");

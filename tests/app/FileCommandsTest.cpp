@@ -172,6 +172,51 @@ TEST(Rename, RefusesWhatIsNoNameAndSavesWhatIsWritten) {
     EXPECT_EQ(d.Current(), "z.jpg");
 }
 
+TEST(Rename, LeavesFoldersAndOtherPicturesNotesAlone) {
+    FilesDesk d({"a.jpg", "b.jpg"});
+    d.notes.Write("a.enf", "of a");
+    d.notes.Write("b.enf", "of b");
+    fs::create_directories(d.folder.Path() + "/M31/inside");
+    d.Start();
+    d.Rename("m31");
+    EXPECT_EQ(d.Error(), "A folder of that name stands there - a.jpg");
+    EXPECT_TRUE(fs::exists(d.folder.Path() + "/M31/inside"));
+    EXPECT_EQ(d.Current(), "a.jpg");
+    d.Rename("b.tif");
+    EXPECT_EQ(d.Said(), "Renamed - a.jpg > b.tif, its note stays: 'b.jpg' has that name");
+    EXPECT_EQ(d.Notes(), (Tree{{"a.enf", "of a"}, {"b.enf", "of b"}}));
+    d.Rename("b.hidden"); // whose type is not listed: what is at its row now is shown
+    EXPECT_EQ(d.Current(), "b.jpg");
+    d.c.UndoButton->trigger();
+    EXPECT_EQ(d.Current(), "b.tif");
+}
+
+TEST(Undo, NeverCostsWhatWasWrittenSinceOrTheLastCopy) {
+    FilesDesk d;
+    TestFolder target;
+    const std::string trash = std::string(std::getenv("XDG_DATA_HOME")) + "/Trash/files";
+    d.settings->Write("copy_folder", target.Path());
+    d.notes.Write("a.enf", "old");
+    d.Start();
+    d.Rename("x.jpg");
+    d.c.NotesBox->insertPlainText("newer ");
+    d.c.SaveNotesButton->click();
+    d.c.UndoButton->trigger();
+    EXPECT_EQ(d.Notes(), (Tree{{"a.enf", "newer old"}}));
+    target.Write("a.jpg", "replaced by the move");
+    d.GoTo("a.jpg");
+    d.c.MoveToButton->click();
+    d.c.UndoButton->trigger();
+    EXPECT_EQ(ReadTree(target.Path()), (Tree{{"a.jpg", "replaced by the move"}}));
+    EXPECT_EQ(d.Names(), "a.jpg b.jpg c.jpg ");
+    d.GoTo("b.jpg");
+    d.c.MoveToButton->click();
+    fs::remove_all(trash); // emptied meanwhile
+    d.c.UndoButton->trigger();
+    EXPECT_EQ(d.Said().find("NOT undone: Move 'b.jpg'"), 0U) << d.Said();
+    EXPECT_TRUE(fs::exists(target.Path() + "/b.jpg"));
+}
+
 TEST(Duplicate, MakesASecondPictureWithASecondNote) {
     FilesDesk d;
     d.notes.Write("a.enf", "of a");
@@ -197,7 +242,7 @@ struct PasteDesk : FilesDesk {
 TEST(CopyPaste, CopiesAsOftenAsPasteIsPressed) {
     PasteDesk d;
     d.notes.Write("a.enf", "stays");
-    d.target.Write("A.JPG", "in the way");
+    d.target.Write("a.jpg", "in the way");
     d.Start();
     EXPECT_FALSE(d.c.PasteButton->isEnabled());
     d.c.SelectAllButton->trigger();
@@ -208,7 +253,7 @@ TEST(CopyPaste, CopiesAsOftenAsPasteIsPressed) {
     d.c.PasteButton->trigger();
     EXPECT_EQ(d.Said(), "Copy > Paste 3 files");
     EXPECT_EQ(d.Target(), d.Pictures());
-    EXPECT_EQ(Trashed("A.JPG"), "in the way");
+    EXPECT_EQ(Trashed("a.jpg"), "in the way");
     EXPECT_EQ(d.s.FileNameOnly, "c.jpg");
     EXPECT_TRUE(d.c.PasteButton->isEnabled());
     EXPECT_EQ(d.Notes().size(), 1U);
@@ -254,6 +299,32 @@ TEST(CopyPaste, CutTakesAwayOnlyWhatArrivedWhole) {
     d.c.PopupPasteButton->trigger(); // the sources are gone
     EXPECT_EQ(d.Said(), "Paste failed for 'a.jpg'");
     EXPECT_EQ(d.Target(), before);
+}
+
+TEST(CopyPaste, AFailureLeavesWhatStoodAndCaseTwinsAreTwoFiles) {
+    PasteDesk d;
+    d.folder.Write("A.JPG", JpegBytes(TellTale(30, 20)));
+    d.target.Write("a.jpg", "stood there");
+    fs::create_directories(d.target.Path() + "/b.jpg/inside");
+    d.Start();
+    d.c.SelectAllButton->trigger();
+    d.c.CutButton->trigger();
+    d.Open(d.target);
+    d.files.onChange = [](const std::string& verb, const std::string& path) {
+        return verb == "copy" && path.find("a.jpg") != std::string::npos ? std::string("full") : "";
+    };
+    d.c.PasteButton->trigger();
+    EXPECT_EQ(BytesOf(d.target.Path() + "/a.jpg"), "stood there");
+    EXPECT_EQ(d.Names(), "a.jpg b.jpg c.jpg "); // A.JPG came first and arrived
+    d.files.onChange = nullptr;
+    d.c.PasteButton->trigger(); // the rest; a folder is never replaced
+    EXPECT_EQ(d.Said(), "Paste failed for 'b.jpg'");
+    EXPECT_TRUE(fs::exists(d.target.Path() + "/b.jpg/inside"));
+    EXPECT_EQ(d.Names(), "b.jpg c.jpg ");
+    EXPECT_TRUE(fs::exists(d.target.Path() + "/A.JPG"));
+    d.c.UndoButton->trigger();
+    EXPECT_EQ(BytesOf(d.target.Path() + "/a.jpg"), "stood there");
+    EXPECT_EQ(d.Names(), "a.jpg b.jpg c.jpg ");
 }
 
 TEST(CopyPaste, TakesFilesFromAnotherProgram) {

@@ -91,7 +91,7 @@ TEST(RenamePlan, ConflictsAreFaultsAndBarWhatWaitsForThem) {
          {"a", "b", "c", "d"},
          "d > e; ",
          "a > : New filename is blank; b > x/y: New filename must not contain '/'; "
-         "c > ..: New filename is not valid; "},
+         "c > ..: New filename must not begin with '.'; "},
         {{{"a", "b"}, {"b", tooLong}},
          {"a", "b"},
          "",
@@ -144,7 +144,7 @@ TEST(RenameRun, ChainsAndExchangesComeOutRightAndComeBack) {
     EXPECT_EQ(Faults(run.Faults()), "");
     UndoLog log;
     log.Push({"Rename", d.changes.Written()});
-    log.Undo(d.files);
+    log.Undo(d.files, [](std::size_t) { return true; });
     EXPECT_EQ(d.Standing(), before);
 }
 
@@ -189,7 +189,7 @@ TEST(RenameRun, AnExchangeThatIsStuckSaysWhereItsFileStands) {
     d.files.onChange = nullptr;
     UndoLog log;
     log.Push({"Rename", d.changes.Written()});
-    log.Undo(d.files);
+    log.Undo(d.files, [](std::size_t) { return true; });
     EXPECT_EQ(d.Standing(), (Tree{{"a.jpg", "1"}, {"b.jpg", "2"}}));
 }
 

@@ -59,9 +59,11 @@ public:
     bool Rename(const std::string& from, const std::string& to, std::string* e) override {
         return May("rename", from, e) && real->Rename(from, to, e);
     }
-    bool Copy(const std::string& from, const std::string& to, std::string* e) override {
-        return May("copy", from, e) && real->Copy(from, to, e);
+    bool Copy(const std::string& from, const std::string& to, std::string* e,
+              std::string* replaced) override {
+        return May("copy", from, e) && real->Copy(from, to, e, replaced);
     }
+    bool IsWritable(const std::string& p) const override { return real->IsWritable(p); }
     bool MakeFolder(const std::string& p, std::string* e) override {
         return May("folder", p, e) && real->MakeFolder(p, e);
     }

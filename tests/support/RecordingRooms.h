@@ -142,6 +142,7 @@ struct RecordingCopies : CopyCommands {
         calls.push_back(shown ? "caption up" : "caption down");
     }
     void FolderChanged() override {}
+    void PictureShown() override {}
     Calls& calls;
     bool copies = true;
 };

@@ -8,7 +8,7 @@
 
 namespace tarn {
 
-// The date must end within this many bytes from the file's start.
+// The date must end before this byte of the file, counted from 0.
 inline constexpr std::size_t kDateReach = 3000;
 
 // The 19 characters of the file at a position (bytes from its start), as UTF-8; fewer where the

@@ -13,13 +13,14 @@ void PictureInfoRoom::SetFileDatesButton_Click() {
     const ProgramState& s = m.state;
     if (s.NoExif) return;
     const auto time = FileTimeOf(s.CameraDate);
-    if (!time) {
-        if (!s.DoFileSync) m.shell.ShowMessage("File Date not set, the picture has no valid date");
-        return;
-    }
     std::string error;
-    if (!m.files.SetTimes(s.Filename, *time, &error))
+    const bool may =
+        time ? m.files.SetTimes(s.Filename, *time, &error) : m.files.IsWritable(s.Filename);
+    if (!may)
         m.shell.ShowMessage("ERROR - Cannot set File Date, may be Read Only");
+    else if (!time)
+        m.shell.ShowMessage((s.DoFileSync ? "UPDATED - Picture date changed, file" : "File") +
+                            std::string(" date not set: the picture's is no date"));
     else if (!s.DoFileSync)
         m.shell.ShowMessage("UPDATED - File Date set to Picture Date " + s.PictureDate);
 }

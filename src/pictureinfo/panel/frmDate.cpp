@@ -121,6 +121,7 @@ std::size_t frmDate::Position() const {
 // very file is its date.
 void frmDate::RefreshCurrent() {
     const ProgramState& s = m.state;
+    m_shownFile = s.Filename;
     m_file->setText(ToQt(s.Filename));
     m_shownDate = s.CameraDate;
     m_current->setText(ToQt(s.CameraDate));
@@ -164,6 +165,10 @@ void frmDate::Say(const std::string& text, bool critical) {
 void frmDate::SetButton_Click() {
     m.state.DoFileSync = false;
     m_crosses->hide();
+    if (m.state.Filename != m_shownFile) { // another was opened from outside
+        RefreshCurrent();
+        return;
+    }
     const std::string date = NewDate();
     const auto bytes = ToCodePage(date); // one byte a character
     if (!bytes || bytes->size() != kCameraDateLength) {
@@ -196,11 +201,13 @@ void frmDate::SetButton_Click() {
 
 void frmDate::TakeOver(const std::string& date, const PictureDateText& shown) {
     ProgramState& s = m.state;
-    const auto row = static_cast<std::size_t>(s.CameraDateIndex);
+    constexpr int kDateRow = 1; // also where the old date was none that could be shown
+    const int row = s.CameraDateIndex > 0 ? s.CameraDateIndex : kDateRow;
     const std::string line = "* Picture date: " + shown.date + "  " + shown.weekday;
-    if (row < s.PanelRows.size()) s.PanelRows[row] = line;
-    if (QListWidgetItem* item = m.controls.List1->item(s.CameraDateIndex))
-        item->setText(ToQt(line));
+    if (row < static_cast<int>(s.PanelRows.size()))
+        s.PanelRows[static_cast<std::size_t>(row)] = line;
+    QListWidgetItem* item = s.HistoryListed ? nullptr : m.controls.List1->item(row);
+    if (item) item->setText(ToQt(line));
     s.CameraDate = date;
     s.PictureDate = shown.date;
     s.DoFileSync = true;

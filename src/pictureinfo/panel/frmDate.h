@@ -48,6 +48,7 @@ private:
     QLabel* m_crosses;       // AutoErrorLabel
     QPushButton* m_set;      // SetButton
     QCheckBox* m_advance;    // CheckAdvance
+    std::string m_shownFile; // FileLabel's
     std::string m_shownDate; // what CurrentDateText shows, as the camera wrote it
 };
 

@@ -51,7 +51,10 @@ public:
     Encoder& operator=(const Encoder&) = delete;
 
     bool Write(const QImage& rgb, int quality, const std::string& profile) {
-        if (setjmp(m_errors.back) != 0) return false; // NOLINT(cert-err52-cpp)
+        if (setjmp(m_errors.back) != 0) { // NOLINT(cert-err52-cpp)
+            m_bytes = nullptr;            // the library may have given it back already
+            return false;
+        }
         jpeg_create_compress(&m_info);
         jpeg_mem_dest(&m_info, &m_bytes, &m_size);
         m_info.image_width = static_cast<JDIMENSION>(rgb.width());

@@ -89,6 +89,7 @@ public:
     virtual bool CMImage() = 0;
     virtual void SetCaptionShown(bool shown) = 0; // the caption window, if it is open
     virtual void FolderChanged() = 0;             // the list shows another folder
+    virtual void PictureShown() = 0;              // the main window shows another picture
 };
 
 // Filename and its note: away, under another name, twice. Each refreshes the list.

@@ -141,13 +141,6 @@ void Lifecycle::RestorePlace() {
 void Lifecycle::ShowFolderSettings() {
     const ProgramState& s = m.state;
     const MainControls& c = m.controls;
-    if (!s.CopyImageFolder.empty()) {
-        const std::string& folder = s.CopyImageFolder;
-        c.CopyImageButton3->setToolTip(ToToolTip(folder));
-        c.MoveToButton->setToolTip(ToToolTip(folder));
-        c.CJMButton->setToolTip(ToToolTip("Convert to JPG then move to " + folder));
-        c.GotoCopyFolderButton->setToolTip(ToToolTip("Display CopyTo folder " + folder));
-    }
     for (QAction* entry :
          {c.GenerateThumbButton, c.Printc4Button, c.PrintCButton, c.PrintCMButton, c.PrintCSButton})
         entry->setProperty("baseCaption", entry->text());

@@ -8,8 +8,8 @@ namespace tarn {
 
 struct FileOpsState {
     std::string CopyImageFolder;
-    std::string copyImageFilename;
     std::string CopyOk;
+    std::string CopyReplaced; // in the wastebasket: what the last copy took the place of
     std::string RenameFilename;
     std::string DuplicateFilename;
     bool DeleteNoteToo = false; // a delete of this file also removes its note
