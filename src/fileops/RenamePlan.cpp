@@ -141,7 +141,7 @@ private:
             const std::string mark =
                 number == 1 ? " (renaming)" : " (renaming " + std::to_string(number) + ")";
             const std::string end = mark + name.substr(at);
-            const std::string made =
+            std::string made =
                 name.substr(0, std::min(at, kLongestName - std::min(kLongestName, end.size()))) +
                 end;
             Name& entry = m_names[FoldCase(made)];

@@ -12,7 +12,7 @@ namespace {
 
 // Part of a damaged picture is no picture to make a copy of.
 std::string Load(ImgX& picture, const std::string& path) {
-    const std::string error = picture.LoadFile(path, {});
+    std::string error = picture.LoadFile(path, {});
     if (error.empty() || picture.HasImage()) return error;
     return picture.LoadWithSystemReader(path).empty() ? std::string() : error;
 }
