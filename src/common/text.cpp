@@ -9,19 +9,28 @@ namespace tarn {
 
 namespace {
 
+bool IsAscii(char byte) {
+    return static_cast<unsigned char>(byte) < 0x80;
+}
+
 // Byte position behind the first n characters, or the end of the text.
 std::size_t PositionAfter(std::string_view text, int n) {
     std::size_t pos = 0;
-    for (; n > 0 && pos < text.size(); --n) {
-        pos += static_cast<std::size_t>(DecodeUtf8(text, pos).length);
-    }
+    for (; n > 0 && pos < text.size(); --n)
+        pos += IsAscii(text[pos]) ? 1 : static_cast<std::size_t>(DecodeUtf8(text, pos).length);
     return pos;
 }
 
+// Most names are plain letters: those go the short way.
 template <typename Mapping> std::string MapLetters(std::string_view text, Mapping mapping) {
     std::string mapped;
     mapped.reserve(text.size());
     for (std::size_t pos = 0; pos < text.size();) {
+        if (const char byte = text[pos]; IsAscii(byte)) {
+            mapped += static_cast<char>(byte >= 'a' && byte <= 'z' ? byte - 'a' + 'A' : byte);
+            ++pos;
+            continue;
+        }
         const Utf8Char next = DecodeUtf8(text, pos);
         if (next.valid) {
             AppendUtf8(mapped, mapping(next.code));
@@ -43,9 +52,8 @@ std::string pad(std::string_view text, int n) {
 
 int Length(std::string_view text) {
     int count = 0;
-    for (std::size_t pos = 0; pos < text.size(); ++count) {
-        pos += static_cast<std::size_t>(DecodeUtf8(text, pos).length);
-    }
+    for (std::size_t pos = 0; pos < text.size(); ++count)
+        pos += IsAscii(text[pos]) ? 1 : static_cast<std::size_t>(DecodeUtf8(text, pos).length);
     return count;
 }
 

@@ -10,6 +10,8 @@ namespace tarn {
 namespace {
 
 using SizeFunction = bool (*)(const char* path, int* width, int* height);
+using ConvertFunction = void (*)(const std::string* path, const std::string* folder,
+                                 const ConvertOptions* options, ConvertedFile* result);
 
 std::string ProgramFolder() {
     char path[PATH_MAX];
@@ -19,20 +21,36 @@ std::string ProgramFolder() {
 }
 
 // Beside the program, as in the build tree, then where it is installed.
-SizeFunction LoadDecoders() {
-    for (const char* place : {"libtarn-decoders.so", "../lib/tarn-view/libtarn-decoders.so"}) {
-        void* module = ::dlopen((ProgramFolder() + place).c_str(), RTLD_NOW | RTLD_LOCAL);
-        if (module) return reinterpret_cast<SizeFunction>(::dlsym(module, "TarnPictureSize"));
-    }
+void* LoadDecoders() {
+    for (const char* place : {"libtarn-decoders.so", "../lib/tarn-view/libtarn-decoders.so"})
+        if (void* module = ::dlopen((ProgramFolder() + place).c_str(), RTLD_NOW | RTLD_LOCAL))
+            return module;
     return nullptr;
+}
+
+// Null when the module is not installed.
+template <typename Function> Function FromModule(const char* name) {
+    static void* const module = LoadDecoders();
+    return module ? reinterpret_cast<Function>(::dlsym(module, name)) : nullptr;
 }
 
 } // namespace
 
 bool SizeFromHeader(const std::string& path, int& width, int& height) {
-    static const SizeFunction kSize = LoadDecoders();
+    static const auto kSize = FromModule<SizeFunction>("TarnPictureSize");
     width = height = 0;
     return kSize && kSize(path.c_str(), &width, &height);
+}
+
+ConvertedFile ConvertToJpeg(const std::string& path, const std::string& folder,
+                            const ConvertOptions& options) {
+    static const auto kConvert = FromModule<ConvertFunction>("TarnConvert");
+    ConvertedFile result;
+    if (kConvert)
+        kConvert(&path, &folder, &options, &result);
+    else
+        result.error = "the decoders are not installed";
+    return result;
 }
 
 } // namespace tarn

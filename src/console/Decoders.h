@@ -1,6 +1,9 @@
-// Picture sizes by way of the decoders, which stand in a module of their own: loading the toolkit
-// takes as long as reading the dates of a thousand files, and what reads dates does without.
+// Picture sizes and conversions by way of the decoders, which stand in a module of their own:
+// loading the toolkit takes as long as reading the dates of a thousand files, and what reads dates
+// does without.
 #pragma once
+
+#include "console/Subcommand.h"
 
 #include <string>
 
@@ -9,5 +12,10 @@ namespace tarn {
 // Size in pixels from the picture's header; false, and 0 x 0, when no reader knows the file or the
 // module is not installed.
 bool SizeFromHeader(const std::string& path, int& width, int& height);
+
+// A name that stands gets another behind it, as in the window: "M31-1.jpg" beside the picture,
+// where that must be free, "M31-CM.jpg" in a folder, where what has it goes to the wastebasket.
+ConvertedFile ConvertToJpeg(const std::string& path, const std::string& folder,
+                            const ConvertOptions& options);
 
 } // namespace tarn

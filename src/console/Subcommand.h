@@ -2,6 +2,8 @@
 // exit statuses, and how faults are told.
 #pragma once
 
+#include "convert/ConvertOptions.h"
+
 #include <functional>
 #include <span>
 #include <string>
@@ -21,6 +23,14 @@ struct Subcommand {
 
 // Pixel size of a picture; false, and 0 x 0, when no reader knows the file.
 using PictureSizeReader = std::function<bool(const std::string& path, int& width, int& height)>;
+
+// A picture written as a JPEG: into the folder, or beside the picture where that is empty.
+struct ConvertedFile {
+    std::string target; // its path
+    std::string error;  // empty when it was written
+};
+using PictureConverter = std::function<ConvertedFile(
+    const std::string& path, const std::string& folder, const ConvertOptions& options)>;
 
 // Messages on the standard error stream.
 int ComplainOfUsage(std::string_view fault, std::string_view usage); // gives kExitBadUsage

@@ -1,4 +1,5 @@
 // The console companion: one subcommand a run, plain text out, no window.
+#include "console/ConvertCommand.h"
 #include "console/DatesCommand.h"
 #include "console/Decoders.h"
 #include "console/InfoCommand.h"
@@ -15,6 +16,10 @@ const std::vector<tarn::Subcommand>& Subcommands() {
         {"info", tarn::kInfoUsage,
          [](std::span<const std::string> words) {
              return tarn::RunInfo(words, tarn::SizeFromHeader);
+         }},
+        {"convert", tarn::kConvertUsage,
+         [](std::span<const std::string> words) {
+             return tarn::RunConvert(words, tarn::ConvertToJpeg);
          }},
         {"dates", tarn::kDatesUsage, tarn::RunDates}};
     return kSubcommands;

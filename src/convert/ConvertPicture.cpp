@@ -3,6 +3,7 @@
 #include "platform/imaging/JpegWriter.h"
 
 #include <QColor>
+#include <QColorSpace>
 #include <QFont>
 #include <QFontMetricsF>
 #include <QPainter>
@@ -31,6 +32,15 @@ std::string DrawText(ImgX& picture, const ConvertOptions& options) {
 std::string FaultOfLimit(int limit, const char* side) {
     if (limit >= kLeastLimit) return {};
     return std::string("Convert to Jpg max ") + side + " too small, must be > 9.";
+}
+
+// Of colours in red, green and blue, as the copy has them; one of inks or greys says nothing there.
+std::string ProfileOf(const std::string& path, const ImgX& picture) {
+    constexpr std::size_t kSpaceAt = 16; // of the colours, four characters
+    std::string profile = ProfileOfJpeg(path);
+    if (profile.empty()) profile = picture.SystemPicture().colorSpace().iccProfile().toStdString();
+    const bool rgb = profile.size() > kSpaceAt && profile.compare(kSpaceAt, 4, "RGB ") == 0;
+    return rgb ? profile : std::string();
 }
 
 CaptionPlace PlaceOfCaption(int pictureHeight) {

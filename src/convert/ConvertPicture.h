@@ -1,23 +1,12 @@
 // A picture as a new JPEG, smaller and with a line of text where that is asked for.
 #pragma once
 
+#include "convert/ConvertOptions.h"
 #include "platform/imaging/ImgX.h"
 
 #include <string>
 
 namespace tarn {
-
-inline constexpr int kLeastLimit = 10; // pixels: no picture is made smaller
-
-struct ConvertOptions {
-    int quality = 75; // 1 to 100
-    // Longest side that is allowed, in pixels; 0 for no limit. One of them at most.
-    int maxWidth = 0;
-    int maxHeight = 0;
-    std::string text; // drawn at the bottom left; empty: none
-    std::string font; // family
-    int rgb = 0xFFFFFF;
-};
 
 struct Converted {
     std::string jpeg;   // the file's bytes; empty when it failed
@@ -27,6 +16,9 @@ struct Converted {
 
 // Why a limit cannot be one: "Convert to Jpg max width too small, must be > 9.", or empty.
 std::string FaultOfLimit(int limit, const char* side);
+
+// The colour profile of a picture's pixels, from its file or as decoded; empty when it has none.
+std::string ProfileOf(const std::string& path, const ImgX& picture);
 
 // Draws on the picture itself and makes it smaller: it is what was written when this returns.
 // `profile` is the colour profile of its pixels, empty when it has none.

@@ -6,9 +6,6 @@
 #include "fileops/frmCaption.h"
 #include "platform/FileListBox.h"
 #include "platform/Files.h"
-#include "platform/imaging/JpegWriter.h"
-
-#include <QColorSpace>
 
 namespace tarn {
 
@@ -25,15 +22,6 @@ bool LimitsWidth(const FileOpsState& s) {
 
 bool LimitsHeight(const FileOpsState& s) {
     return s.ConvertJpgMaxHeight != 0;
-}
-
-// Of colours in red, green and blue, as the copy has them; one of inks or greys says nothing there.
-std::string ProfileOf(const std::string& path, ImgX& picture) {
-    constexpr std::size_t kSpaceAt = 16; // of the colours, four characters
-    std::string profile = ProfileOfJpeg(path);
-    if (profile.empty()) profile = picture.SystemPicture().colorSpace().iccProfile().toStdString();
-    const bool rgb = profile.size() > kSpaceAt && profile.compare(kSpaceAt, 4, "RGB ") == 0;
-    return rgb ? profile : std::string();
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "common/paths.h"
 #include "fileops/frmNewName.h"
+#include "fileops/frmRenameFiles.h"
 #include "platform/Clipboard.h"
 #include "platform/Dialogs.h"
 #include "platform/FileListBox.h"
@@ -11,6 +12,7 @@
 #include "shell/batch/BatchRun.h"
 
 #include <QAction>
+#include <QElapsedTimer>
 #include <QPushButton>
 #include <QScopedValueRollback>
 
@@ -24,6 +26,8 @@ constexpr NewNameTexts kRename{"frmRename", "Tarn_View - Rename Picture", "Renam
                                "RenameButton", "Rename"};
 constexpr NewNameTexts kDuplicate{"frmDuplicate", "Tarn_View - Duplicate Picture", "DupText",
                                   "DuplicateButton", "Duplicate"};
+
+constexpr int kProgressEvery = 50; // milliseconds; the screen would cost more than the disk
 
 std::string Arrow(const std::string& from, const std::string& to) {
     return from + " > " + to;
@@ -51,6 +55,8 @@ void FileRoom::ConnectControls() {
         Connect(entry, [this] { RenameButton_Click(); });
     for (QAction* entry : {c.DuplicateButton, c.PopupDuplicateButton})
         Connect(entry, [this] { DuplicateButton_Click(); });
+    for (QAction* entry : {c.RenamePicturesButton, c.PopupRenamePicturesButton})
+        Connect(entry, [this] { RenamePicturesButton_Click(); });
     Connect(c.DeletePicButton, [this] { DeletePicButton_Click(); });
     Connect(c.DeleteAllFitsButton, [this] { DeleteAllFitsButton_Click(); });
     Connect(c.DeleteFitsButton, [this] { DeleteAllFitsButton_Click(); });
@@ -83,7 +89,10 @@ void FileRoom::UndoButton_Click() {
     {
         const std::string all = std::to_string(m_undo.NextSize());
         const BatchRun batch(m);
+        QElapsedTimer sinceShown;
         result = m_undo.Undo(m.files, [&](std::size_t number) {
+            if (sinceShown.isValid() && sinceShown.elapsed() < kProgressEvery) return true;
+            sinceShown.start();
             return batch.Step("Undoing " + std::to_string(number) + " of " + all);
         });
     }
@@ -175,6 +184,38 @@ void FileRoom::Duplicate(const std::string& newName, const std::string& from) {
     m.navigation.RefreshDirButton_Click();
     Show(from, row);
     m.shell.ShowMessage("Duplicate - " + Arrow(LastPart(from), newName) + NoteWord(plan));
+}
+
+void FileRoom::RenamePicturesButton_Click() {
+    if (m.state.VideoImage) m.video.CloseVideoClip(); // an open clip holds its file
+    if (!m_renameFiles) {
+        m_renameFiles = std::make_unique<frmRenameFiles>(
+            m, [this](UndoEntry entry) { PushUndo(std::move(entry)); });
+        m_renameFiles->onClosed = [this] { RenamePicturesClosed(); };
+    }
+    m_renameFiles->OpenWindow();
+}
+
+// The window goes to the folder that the renames ended in; its picture stays, under its new name.
+void FileRoom::RenamePicturesClosed() {
+    const std::string folder = m_renameFiles->Folder();
+    FolderTreeview& tree = *m.controls.FolderTreeview1;
+    if (folder != m.controls.FileListBox->Path()) {
+        tree.SetSelectedPath(folder);
+        tree.Reveal(folder);
+        return;
+    }
+    const FileListBox& list = *m.controls.FileListBox;
+    const std::string now = m_renameFiles->CurrentPath();
+    const std::string said = m.state.MessageText;
+    const int row = list.CurrentRow();
+    m.navigation.RefreshDirButton_Click();
+    if (now != m.state.Filename || (list.CurrentRow() < 0 && !now.empty())) {
+        Show(now, row);
+        m.shell.ShowMessage(said);
+    }
+    m.navigation.ResetFileHistory(list.Count() > 0);
+    m.shell.FocusPane();
 }
 
 void FileRoom::CreateFolderButton_Click() {

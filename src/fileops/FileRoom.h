@@ -12,6 +12,7 @@
 namespace tarn {
 
 class frmNewName;
+class frmRenameFiles;
 
 class FileRoom : public FileCommands {
 public:
@@ -29,6 +30,7 @@ public:
     void DeleteAllFitsButton_Click();
     void CreateFolderButton_Click();
     void MoveToButton_Click();
+    void RenamePicturesButton_Click();
     void UndoButton_Click();
 
     // For the other commands of the room.
@@ -50,6 +52,7 @@ private:
     void Duplicate(const std::string& newName, const std::string& from);
     void Show(const std::string& path, int otherwise);
     void KeepRest(const Changes& changes, const std::string& what);
+    void RenamePicturesClosed();
     std::string ThrowFits(const std::vector<std::string>& paths, Changes& changes);
 
     Context& m;
@@ -57,6 +60,7 @@ private:
     CopyPaste m_copyPaste;
     std::unique_ptr<frmNewName> m_rename;    // frmRename
     std::unique_ptr<frmNewName> m_duplicate; // frmDuplicate
+    std::unique_ptr<frmRenameFiles> m_renameFiles;
 };
 
 } // namespace tarn

@@ -81,11 +81,17 @@ void Changes::EndRename(const std::string& from, const std::string& to) {
         if (done.kind == Done::Kind::Made && done.to == to) done.kind = Done::Kind::Renamed;
 }
 
-void Changes::TakeBack(std::string* error) {
+void Changes::TakeBack(std::size_t kept, std::string* error) {
     std::vector<Done> left;
-    for (auto done = m_done.rbegin(); done != m_done.rend(); ++done)
-        if (!TakeBackOne(*done, m_files, error)) left.insert(left.begin(), *done);
-    m_done = std::move(left);
+    while (m_done.size() > kept) {
+        std::string why;
+        if (!TakeBackOne(m_done.back(), m_files, &why)) {
+            left.push_back(m_done.back());
+            if (error && error->empty()) *error = why;
+        }
+        m_done.pop_back();
+    }
+    m_done.insert(m_done.end(), left.rbegin(), left.rend());
 }
 
 void UndoLog::Push(UndoEntry entry) {
@@ -106,13 +112,15 @@ UndoResult UndoLog::Undo(Files& files, const std::function<bool(std::size_t)>& g
         stopped = stopped || !goOn(undone + left.size() + 1);
         if (!stopped && TakeBackOne(*done, files, &error)) {
             ++undone;
-            if (done->kind != Done::Kind::Made) result.back.insert(result.back.begin(), done->from);
+            if (done->kind != Done::Kind::Made) result.back.push_back(done->from);
             continue;
         }
-        left.insert(left.begin(), *done);
+        left.push_back(*done);
         if (why.empty())
             why = LastPart(done->kind == Done::Kind::Made ? done->to : done->from) + " - " + error;
     }
+    std::reverse(result.back.begin(), result.back.end());
+    std::reverse(left.begin(), left.end());
     result.text = (undone > 0 ? "Undone: " : "NOT undone: ") + entry.what;
     if (!result.back.empty()) result.text += "; back again: " + ListOf(result.back);
     if (!left.empty())

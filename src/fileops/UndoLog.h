@@ -48,8 +48,10 @@ public:
     void EndRename(const std::string& from, const std::string& to);
     void Note(Done done) { m_done.push_back(std::move(done)); }
 
-    // Everything that was done, taken back, the last first; what could not be stays written down.
-    void TakeBack(std::string* error);
+    // Everything that was done, or all but the first `kept`, taken back, the last first; what could
+    // not be stays written down, and the first failure's text is in `error`.
+    void TakeBack(std::string* error) { TakeBack(0, error); }
+    void TakeBack(std::size_t kept, std::string* error);
 
     const std::vector<Done>& Written() const { return m_done; }
 

@@ -7,6 +7,7 @@
 
 #include <QStandardPaths>
 
+#include <dirent.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -24,19 +25,29 @@ void Say(std::string* error, const std::string& text) {
     if (error) *error = text;
 }
 
+struct CloseFolder {
+    void operator()(DIR* folder) const { ::closedir(folder); }
+};
+
+// A link is what it leads to; one that leads nowhere is no folder.
+bool EntryIsFolder(DIR* folder, const dirent& entry) {
+    if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN) return entry.d_type == DT_DIR;
+    struct stat info {};
+    return ::fstatat(::dirfd(folder), entry.d_name, &info, 0) == 0 && S_ISDIR(info.st_mode);
+}
+
 // Visits each visible entry with its name and kind.
 template <typename Visit>
 bool ForEachEntry(const std::string& folder, std::string* error, Visit visit) {
-    std::error_code code;
-    fs::directory_iterator at(folder, code);
-    for (; !code && at != fs::directory_iterator(); at.increment(code)) {
-        const std::string name = at->path().filename().string();
-        if (name.empty() || name.front() == '.') continue;
-        std::error_code kindUnknown;
-        visit(name, at->is_directory(kindUnknown));
+    const std::unique_ptr<DIR, CloseFolder> open(::opendir(folder.c_str()));
+    if (!open) return Say(error, std::strerror(errno)), false;
+    errno = 0;
+    while (const dirent* entry = ::readdir(open.get())) { // NOLINT(concurrency-mt-unsafe)
+        if (entry->d_name[0] != '.') visit(entry->d_name, EntryIsFolder(open.get(), *entry));
+        errno = 0;
     }
-    if (code) Say(error, code.message());
-    return !code;
+    if (errno != 0) Say(error, std::strerror(errno));
+    return errno == 0;
 }
 
 class DiskFiles : public DiskChanges {
@@ -70,16 +81,16 @@ public:
     std::optional<std::vector<std::string>> FileNames(const std::string& folder,
                                                       std::string* error) const override {
         std::vector<std::string> names;
-        const bool read = ForEachEntry(folder, error, [&](const std::string& name, bool isFolder) {
-            if (!isFolder) names.push_back(name);
+        const bool read = ForEachEntry(folder, error, [&](const char* name, bool isFolder) {
+            if (!isFolder) names.emplace_back(name);
         });
         if (!read) return {};
         return names;
     }
     std::vector<std::string> FolderNames(const std::string& folder) const override {
         std::vector<std::string> names;
-        ForEachEntry(folder, nullptr, [&](const std::string& name, bool isFolder) {
-            if (isFolder) names.push_back(name);
+        ForEachEntry(folder, nullptr, [&](const char* name, bool isFolder) {
+            if (isFolder) names.emplace_back(name);
         });
         return names;
     }
@@ -111,7 +122,7 @@ public:
     }
     std::string StateFolder() const override {
         const QByteArray chosen = qgetenv("XDG_STATE_HOME");
-        const std::string folder =
+        std::string folder =
             (chosen.isEmpty() ? HomeFolder() + "/.local/state" : chosen.toStdString()) +
             "/tarn-view";
         std::error_code ignored; // who writes there will say what is the matter

@@ -2,8 +2,10 @@
 #include "console/Arguments.h"
 #include "support/ExifBuilder.h"
 #include "support/TestFolder.h"
+#include "support/Trees.h"
 
 #include <array>
+#include <cstdint>
 #include <cstdio>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -33,6 +35,21 @@ Outcome Tarn(const std::string& words) {
 
 bool Has(const Outcome& outcome, const std::string& part) {
     return outcome.out.find(part) != std::string::npos;
+}
+
+// A picture of one colour that needs no library to be written, 24 bits a pixel, rows of whole
+// words.
+std::string Bitmap(int width, int height) {
+    std::string bytes = "BM";
+    const auto put = [&bytes](std::initializer_list<std::uint32_t> words) {
+        for (const std::uint32_t word : words)
+            for (int shift = 0; shift < 32; shift += 8) bytes += static_cast<char>(word >> shift);
+    };
+    const auto row = static_cast<std::uint32_t>((width * 3 + 3) / 4 * 4);
+    const auto size = row * static_cast<std::uint32_t>(height);
+    put({54 + size, 0, 54, 40, static_cast<std::uint32_t>(width),
+         static_cast<std::uint32_t>(height), 1 | 24U << 16, 0, size, 0, 0, 0, 0});
+    return bytes + std::string(size, '\x40');
 }
 
 } // namespace
@@ -91,12 +108,53 @@ TEST(Tarn, SetsFileDatesToPictureDates) {
     EXPECT_EQ(Tarn("dates").status, 2);
 }
 
+TEST(Tarn, ConvertsToNamesThatAreFree) {
+    const TestFolder folder;
+    const TestFolder to;
+    const std::string path = folder.Write("a.bmp", Bitmap(200, 120));
+    const std::string stem = folder.Path() + "/a";
+    EXPECT_EQ(Tarn("convert " + path).out, path + " -> " + stem + ".jpg\n");
+    const Outcome text = Tarn("convert --text 'M31 & M32' " + path);
+    EXPECT_TRUE(Has(text, path + " -> " + stem + "-1.jpg\n"));
+    EXPECT_NE(BytesOf(stem + ".jpg"), BytesOf(stem + "-1.jpg"));
+    const Outcome full = Tarn("convert " + path);
+    EXPECT_EQ(full.out, "tarn: " + path + ": 'a-1.jpg' already exists, aborted\n");
+    EXPECT_EQ(full.status, 1);
+
+    // Both would be "a-CM.jpg": the run does not write over itself.
+    to.Write("A.JPG", "stands in the folder");
+    const std::string cm = to.Path() + "/a-CM.jpg";
+    const Outcome many = Tarn("convert --max-width 50 --quality 5 --to " + to.Path() + " " + path +
+                              " " + stem + ".jpg " + folder.Path() + "/none.jpg");
+    EXPECT_EQ(many.status, 1);
+    EXPECT_TRUE(Has(many, path + " -> " + cm + "\n"));
+    EXPECT_TRUE(Has(many, stem + ".jpg: 'a-CM.jpg' already exists, aborted\n"));
+    EXPECT_TRUE(Has(many, "none.jpg: No such file or directory\n"));
+    EXPECT_TRUE(Has(Tarn("info " + cm), " 50 x 30 "));
+    EXPECT_EQ(BytesOf(to.Path() + "/A.JPG"), "stands in the folder");
+    // The next run does, by way of the wastebasket.
+    const std::string before = BytesOf(cm);
+    const TestFolder data;
+    ::setenv("XDG_DATA_HOME", data.Path().c_str(), 1); // NOLINT(concurrency-mt-unsafe)
+    EXPECT_EQ(Tarn("convert --to " + to.Path() + " " + path).status, 0);
+    EXPECT_NE(BytesOf(cm), before);
+    EXPECT_EQ(Trashed("a-CM.jpg"), before);
+}
+
 TEST(Tarn, TellsItsUsage) {
     for (const char* bad : {"", "nonsense", "info", "info --date", "info --size a.jpg"}) {
         const Outcome outcome = Tarn(bad);
         EXPECT_EQ(outcome.status, 2) << bad;
         EXPECT_TRUE(Has(outcome, "tarn info [--date] FILE...")) << bad;
     }
+    for (const char* bad :
+         {"", "--quality 0 a", "--quality 101 a", "--quality 7.5 a", "--max-width 9 a",
+          "--max-height x a", "--max-width 20 --max-height 20 a"}) {
+        const Outcome outcome = Tarn(std::string("convert ") + bad);
+        EXPECT_EQ(outcome.status, 2) << bad;
+        EXPECT_TRUE(Has(outcome, "usage: tarn convert [--quality N]")) << bad;
+    }
+    EXPECT_EQ(Tarn("convert --to /no/such a").status, 1);
     EXPECT_EQ(Tarn("--help").status, 0);
     EXPECT_EQ(Tarn("info --help").status, 0);
     EXPECT_EQ(Tarn("--version").out.find("tarn "), 0U);

@@ -1,17 +1,39 @@
 // The module that the console companion loads when it needs to look into pictures.
+#include "console/decoders/Conversion.h"
 #include "platform/imaging/PictureLoader.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
+
+namespace {
+
+int argc = 1;
+char name[] = "tarn";
+char* argv[] = {name, nullptr};
+
+// Tells the toolkit where its plug-ins are looked for, and with text where its fonts are. Lives to
+// the end of the process: what the toolkit takes down on the way out may not outlive it.
+void NeedApplication(bool withFonts) {
+    if (QCoreApplication::instance()) return;
+    if (!withFonts) {
+        new QCoreApplication(argc, argv);
+        return;
+    }
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    new QGuiApplication(argc, argv);
+}
+
+} // namespace
 
 extern "C" bool TarnPictureSize(const char* path, int* width, int* height) {
-    static int argc = 1;
-    static char name[] = "tarn";
-    static char* argv[] = {name, nullptr};
-    // Tells the toolkit where its plug-ins are looked for. Lives to the end of the process: what
-    // the toolkit takes down on the way out may not outlive it.
-    static const auto* application = new QCoreApplication(argc, argv);
-    const QSize size = application ? tarn::PictureLoader::ReadSize(path) : QSize(0, 0);
+    NeedApplication(false);
+    const QSize size = tarn::PictureLoader::ReadSize(path);
     *width = size.width();
     *height = size.height();
     return !size.isEmpty();
+}
+
+extern "C" void TarnConvert(const std::string* path, const std::string* folder,
+                            const tarn::ConvertOptions* options, tarn::ConvertedFile* result) {
+    NeedApplication(!options->text.empty());
+    *result = tarn::WriteConverted(*path, *folder, *options);
 }

@@ -8,13 +8,14 @@
 
 namespace tarn {
 
-BatchRun::BatchRun(Context& context) : m(context), m_focusBefore(QApplication::focusWidget()) {
+BatchRun::BatchRun(Context& context, QPushButton* ownCancel)
+    : m(context), m_cancel(ownCancel ? *ownCancel : *context.controls.BatchCancelButton),
+      m_focusBefore(QApplication::focusWidget()) {
     m.state.BatchRuns = true;
     m.state.BatchCancelled = false;
-    QPushButton& cancel = *m.controls.BatchCancelButton;
-    cancel.show();
-    cancel.raise();
-    cancel.setFocus();
+    m_cancel.show();
+    m_cancel.raise();
+    m_cancel.setFocus();
     qApp->installEventFilter(this);
 }
 
@@ -25,7 +26,7 @@ BatchRun::~BatchRun() {
         m_focusBefore->setFocus();
     else
         m.shell.FocusPane();
-    m.controls.BatchCancelButton->hide();
+    m_cancel.hide();
     m.state.BatchRuns = false;
 }
 
@@ -40,7 +41,7 @@ bool BatchRun::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
     case QEvent::KeyPress:
         if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) m.state.BatchCancelled = true;
-        return watched != m.controls.BatchCancelButton;
+        return watched != &m_cancel;
     case QEvent::ShortcutOverride:
         event->accept(); // a key with a shortcut is a plain key now
         return true;
@@ -51,7 +52,7 @@ bool BatchRun::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::ContextMenu:
     case QEvent::Wheel:
     case QEvent::Drop:
-        return watched != m.controls.BatchCancelButton;
+        return watched != &m_cancel;
     default:
         return false;
     }

@@ -10,13 +10,16 @@
 
 #include <string>
 
+class QPushButton;
 class QWidget;
 
 namespace tarn {
 
 class BatchRun : public QObject {
 public:
-    explicit BatchRun(Context& context);
+    // A modal window brings a cancel button of its own, since the main window's cannot be reached;
+    // pressed, it sets BatchCancelled.
+    explicit BatchRun(Context& context, QPushButton* ownCancel = nullptr);
     ~BatchRun() override;
 
     // Shows the progress and lets events in. False when the run is to stop: cancelled by the user,
@@ -28,6 +31,7 @@ protected:
 
 private:
     Context& m;
+    QPushButton& m_cancel;
     QPointer<QWidget> m_focusBefore;
 };
 

@@ -1,0 +1,55 @@
+#include "console/decoders/Conversion.h"
+
+#include "convert/ConvertPicture.h"
+#include "convert/ConvertTarget.h"
+#include "platform/Files.h"
+
+#include <set>
+
+namespace tarn {
+
+namespace {
+
+// Part of a damaged picture is no picture to make a copy of.
+std::string Load(ImgX& picture, const std::string& path) {
+    std::string error = picture.LoadFile(path, {});
+    if (error.empty() || picture.HasImage()) return error;
+    return picture.LoadWithSystemReader(path).empty() ? std::string() : error;
+}
+
+// What stands there goes to the wastebasket first, and comes back when the new one cannot be
+// written.
+bool Write(Files& files, const std::string& target, const std::string& bytes, std::string* error) {
+    std::string thrown;
+    const bool stands = files.Exists(target);
+    if (stands && !files.Trash(target, error, &thrown)) return false;
+    if (files.Write(target, bytes, error)) return true;
+    std::string stays; // in the wastebasket
+    if (stands) files.Restore(thrown, target, &stays);
+    return false;
+}
+
+} // namespace
+
+ConvertedFile WriteConverted(const std::string& path, const std::string& folder,
+                             const ConvertOptions& options) {
+    static const std::unique_ptr<Files> files = MakeFiles();
+    static std::set<std::string> written; // by this run
+    const ConvertTarget target =
+        folder.empty() ? TargetBeside(*files, path) : TargetIn(*files, folder, path);
+    ConvertedFile result{target.path, {}};
+    if (target.path.empty() || written.contains(target.path)) {
+        result.error = "'" + target.name + "' already exists, aborted";
+        return result;
+    }
+    ImgX picture;
+    result.error = Load(picture, path);
+    if (!result.error.empty()) return result;
+    const Converted converted = ConvertPicture(picture, options, ProfileOf(path, picture));
+    result.error = converted.error;
+    if (result.error.empty() && Write(*files, target.path, converted.jpeg, &result.error))
+        written.insert(target.path);
+    return result;
+}
+
+} // namespace tarn

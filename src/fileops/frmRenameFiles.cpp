@@ -1,0 +1,306 @@
+#include "fileops/frmRenameFiles.h"
+
+#include "common/dates.h"
+#include "common/paths.h"
+#include "platform/Desktop.h"
+#include "platform/Dialogs.h"
+#include "platform/FileListBox.h"
+#include "platform/Files.h"
+#include "platform/FolderTreeview.h"
+#include "platform/QtText.h"
+#include "shell/batch/BatchRun.h"
+
+#include <QCheckBox>
+#include <QElapsedTimer>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScopedValueRollback>
+#include <QStringListModel>
+
+#include <algorithm>
+
+namespace tarn {
+
+namespace {
+
+constexpr int kProgressEvery = 50; // milliseconds
+constexpr char kHiddenNote[] = ".enf";
+
+QStringList Column(const std::vector<RenameRow>& rows, std::string RenameRow::*name) {
+    QStringList texts;
+    texts.reserve(static_cast<qsizetype>(rows.size()));
+    for (const RenameRow& row : rows) texts.append(ToQt(row.*name));
+    return texts;
+}
+
+// A picture whose name is its ending has a note that no list shows.
+std::vector<std::string> NoteNames(const Files& files, const std::string& folder) {
+    auto names = files.FileNames(folder).value_or(std::vector<std::string>());
+    if (files.Exists(JoinPath(folder, kHiddenNote))) names.emplace_back(kHiddenNote);
+    return names;
+}
+
+} // namespace
+
+const std::string& frmRenameFiles::Folder() const {
+    return m_list->Path();
+}
+
+void frmRenameFiles::OpenWindow() {
+    const FileListBox& main = *m.controls.FileListBox;
+    m_currentPath = m.state.Filename;
+    m_say->clear();
+    m_tree->SetSelectedPath(main.Path());
+    m_tree->Reveal(main.Path());
+    SelectAsIn(main);
+    show();
+    raise();
+    activateWindow();
+    m_from->setFocus();
+}
+
+// At one go, however many there are.
+void frmRenameFiles::SelectAsIn(const FileListBox& main) {
+    QItemSelection selection;
+    for (const int row : main.SelectedRows()) {
+        const int here = m_list->RowOf(main.Text(row));
+        if (here < 0) continue;
+        const QModelIndex index = m_list->model()->index(here, 0);
+        if (!selection.isEmpty() && selection.last().bottom() + 1 == here)
+            selection.last() = QItemSelectionRange(selection.last().topLeft(), index);
+        else
+            selection.append(QItemSelectionRange(index));
+    }
+    if (selection.isEmpty()) return;
+    const QModelIndex first = selection.first().topLeft();
+    m_list->selectionModel()->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
+    m_list->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    m_list->scrollTo(first);
+}
+
+void frmRenameFiles::reject() {
+    if (m_running) {
+        m.state.BatchCancelled = true;
+        return;
+    }
+    if (!isVisible()) return;
+    QDialog::reject();
+    if (onClosed) onClosed();
+}
+
+void frmRenameFiles::FolderTreeview1_Selection(const std::string& path, bool& cancel) {
+    const bool same = path == m_list->Path();
+    if (!m.files.IsFolder(path) || !m_list->SetPath(path)) {
+        m_say->setText(ToQt("Cannot set path to " + path));
+        cancel = true;
+        return;
+    }
+    if (same) m_list->Refresh();
+    BuildRenameLists();
+}
+
+void frmRenameFiles::SetPattern() {
+    m_list->SetPattern(m_showAll->isChecked() ? "*.*" : m.state.PictureTypes);
+    BuildRenameLists();
+}
+
+void frmRenameFiles::BuildRenameLists() {
+    if (m_building) return;
+    const QScopedValueRollback<bool> building(m_building, true);
+    const std::string from = FromQt(m_from->text());
+    m_date->clear();
+    std::vector<std::string> names;
+    if (!from.empty()) {
+        if (m_all->isChecked()) m_list->SelectEveryRow();
+        for (const int row : m_list->SelectedRows()) names.push_back(m_list->Text(row));
+    }
+    m_rows = RenameRows(names, from, FromQt(m_to->text()));
+    m_inputs->setStringList(Column(m_rows, &RenameRow::from));
+    m_outputs->setStringList(Column(m_rows, &RenameRow::to));
+    m_count->setText(QString::number(m_rows.size()));
+    if (!m_running) ClearResults();
+}
+
+void frmRenameFiles::ClearResults() {
+    m_errors->clear();
+    m_errorFrame->setTitle(QStringLiteral("No Rename Errors"));
+    m_done->clear();
+    m_notesDone->clear();
+    m_say->clear();
+}
+
+void frmRenameFiles::RenameInputList_Click(int row) {
+    m_date->clear();
+    if (row < 0 || row >= static_cast<int>(m_rows.size())) return;
+    const auto time =
+        m.files.ModifiedTime(JoinPath(Folder(), m_rows[static_cast<std::size_t>(row)].from));
+    if (time) m_date->setText(ToQt(FormatDateText(FromFileTime(*time))));
+}
+
+std::string frmRenameFiles::FirstSelected() const {
+    const std::vector<int> rows = m_list->SelectedRows();
+    return rows.empty() ? std::string() : m_list->Text(rows.front());
+}
+
+void frmRenameFiles::PasteSelectedName(QLineEdit& box) {
+    const int current = m_list->CurrentRow();
+    const std::string name = m_list->IsSelected(current) ? m_list->Text(current) : FirstSelected();
+    if (name.empty()) return;
+    box.setText(ToQt(name));
+    box.setFocus();
+}
+
+void frmRenameFiles::RenameFile_DblClick() {
+    const int row = m_list->CurrentRow();
+    if (row < 0) return;
+    const std::string& name = m_list->Text(row);
+    const std::string failure = m.desktop.EditText(JoinPath(Folder(), name));
+    if (!failure.empty())
+        m.dialogs.Message(Dialogs::Icon::Exclamation, "File " + name,
+                          "File not Opened, Error # " + failure);
+}
+
+void frmRenameFiles::CommandDir_Click() {
+    m.navigation.RefreshDirButton_Click();
+}
+
+void frmRenameFiles::CommandView_Click() {
+    const FileListBox& main = *m.controls.FileListBox;
+    const std::string name = FirstSelected();
+    if (name.empty()) return;
+    const bool here = Folder() == main.Path();
+    if (here && main.RowOf(name) < 0) CommandDir_Click(); // it may have been renamed just now
+    const int row = here ? main.RowOf(name) : -1;
+    if (row < 0) {
+        m_say->setText(ToQt("'" + name + "' is not in the main window's list"));
+        return;
+    }
+    m.navigation.ClearMultiselect();
+    m.navigation.SelectRow(row);
+    m_currentPath = m.state.Filename;
+    m_say->setText(ToQt("'" + name + "' is shown in the main window"));
+}
+
+// What is being written for the main window's picture goes along with it.
+bool frmRenameFiles::KeepWrittenNote() {
+    const bool takesPart = std::any_of(m_rows.begin(), m_rows.end(), [this](const RenameRow& row) {
+        return JoinPath(Folder(), row.from) == m_currentPath;
+    });
+    if (!takesPart || m.state.NotesFolder.empty() || m.notes.SaveIfUnsaved()) return true;
+    m_say->setText(QStringLiteral("The note of the picture on show cannot be saved; nothing was "
+                                  "renamed"));
+    return false;
+}
+
+void frmRenameFiles::RenameCommand_Click() {
+    if (m_running) return;
+    ClearResults();
+    if (!KeepWrittenNote()) return;
+    Changes changes(m.files);
+    {
+        const QScopedValueRollback<bool> running(m_running, true);
+        RenameAll(changes);
+        m_list->Refresh();
+        BuildRenameLists(); // whose results stay on the screen
+    }
+    m.notes.NoteFilesChanged();
+    m_list->setFocus();
+}
+
+void frmRenameFiles::RenameAll(Changes& changes) {
+    std::string error;
+    const auto before = m.files.FileNames(Folder(), &error);
+    if (!before) {
+        m_say->setText(ToQt(error + " - " + Folder()));
+        return;
+    }
+    RenameRun run(PlanRenames(Folder(), m_rows, *before), changes);
+    const BatchRun batch(m, m_cancel);
+    const bool whole = CarryOut(run, batch, "Renaming ", true);
+    ShowFaults(run.Faults(), "files not renamed");
+    const std::string count = std::to_string(run.Moved().size());
+    m_done->setText(ToQt(count + " files renamed"));
+    RenameNotes(run.Moved(), *before, batch, changes);
+    Follow(run.Moved());
+    if (!whole)
+        m_say->setText(QStringLiteral("Cancelled"));
+    else if (m_errors->count() > 0)
+        m_errors->setCurrentRow(0); // which says why
+    else
+        m_say->clear();
+    m.shell.ShowMessage(count + " files renamed");
+    m_pushUndo({"Rename of " + count + " pictures", changes.Written()});
+}
+
+// False when it was stopped.
+bool frmRenameFiles::CarryOut(RenameRun& run, const BatchRun& batch, const std::string& doing,
+                              bool stops) {
+    m_cancel->setEnabled(stops);
+    QElapsedTimer sinceShown;
+    while (!run.IsDone()) {
+        if (!sinceShown.isValid() || sinceShown.elapsed() >= kProgressEvery) {
+            const std::string text = doing + std::to_string(run.Number() + 1) + " of " +
+                                     std::to_string(run.Size()) + " - " + run.NextName();
+            m_say->setText(ToQt(text));
+            if (!batch.Step(text) && stops) return false;
+            sinceShown.start();
+        }
+        run.Step();
+    }
+    return true;
+}
+
+void frmRenameFiles::RenameNotes(const std::vector<RenameRow>& moved,
+                                 const std::vector<std::string>& before, const BatchRun& batch,
+                                 Changes& changes) {
+    const bool moves = m_moveNotes->isChecked();
+    if (moves)
+        m_notesDone->setText(QString::number(NotesDone(moved, before, false, batch, changes)) +
+                             QStringLiteral(" notes renamed"));
+    // What has been moved is not there to be copied.
+    if (m_copyNotes->isChecked())
+        m_notesDone->setText(
+            QString::number(moves ? 0 : NotesDone(moved, before, true, batch, changes)) +
+            QStringLiteral(" notes copied"));
+}
+
+// A picture without its note is worse than a late end: notes are moved to the last, whatever is
+// pressed.
+std::size_t frmRenameFiles::NotesDone(const std::vector<RenameRow>& moved,
+                                      const std::vector<std::string>& before, bool copies,
+                                      const BatchRun& batch, Changes& changes) {
+    const std::string& folder = m.state.NotesFolder;
+    if (folder.empty() || moved.empty()) return 0;
+    const std::vector<std::string> notes = NoteNames(m.files, folder);
+    RenameRun run(PlanRenames(folder, NoteRows(moved, before, notes, copies), notes), changes);
+    CarryOut(run, batch, copies ? "Copying note " : "Renaming note ", copies);
+    ShowFaults(run.Faults(), copies ? "notes not copied" : "notes not renamed");
+    return run.Moved().size();
+}
+
+// Each list is counted by itself in the frame's title.
+void frmRenameFiles::ShowFaults(const std::vector<RenameFault>& faults, const char* what) {
+    if (faults.empty()) return;
+    for (const RenameFault& fault : faults) {
+        auto* item = new QListWidgetItem(ToQt(fault.from + " > " + fault.to), m_errors);
+        item->setToolTip(ToToolTip(fault.why));
+        item->setData(Qt::UserRole, ToQt(fault.from + " - " + fault.why));
+    }
+    const bool first = m_errors->count() == static_cast<int>(faults.size());
+    m_errorFrame->setTitle((first ? QString() : m_errorFrame->title() + QStringLiteral(", ")) +
+                           QString::number(faults.size()) + QLatin1Char(' ') +
+                           QString::fromLatin1(what));
+}
+
+void frmRenameFiles::Follow(const std::vector<RenameRow>& moved) {
+    for (const RenameRow& row : moved)
+        if (JoinPath(Folder(), row.from) == m_currentPath) {
+            m_currentPath = JoinPath(Folder(), row.to);
+            return;
+        }
+}
+
+} // namespace tarn
