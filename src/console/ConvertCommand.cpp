@@ -71,6 +71,7 @@ int RunConvert(std::span<const std::string> words, const PictureConverter& conve
         ComplainOfFile(folder, "is not a folder");
         return kExitFailedFile;
     }
+    options.spared = arguments->Operands();
     int exitStatus = kExitSuccess;
     for (const std::string& path : arguments->Operands()) {
         const ConvertedFile converted = convert(path, folder, options);

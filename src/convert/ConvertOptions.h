@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace tarn {
 
@@ -15,6 +16,7 @@ struct ConvertOptions {
     std::string text; // drawn at the bottom left; empty: none
     std::string font; // family
     int rgb = 0xFFFFFF;
+    std::vector<std::string> spared; // files that no result is written over
 };
 
 } // namespace tarn

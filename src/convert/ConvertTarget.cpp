@@ -12,7 +12,7 @@ namespace {
 constexpr int kEnding = 4; // characters of a name that the new ending takes the place of
 
 std::string StemOf(const std::string& name) {
-    return std::string(LeftChars(name, std::max(0, Length(name) - kEnding)));
+    return std::string(LeftChars(name, std::max(1, Length(name) - kEnding))); // one at least stays
 }
 
 ConvertTarget Named(const std::string& folder, const std::string& stem) {

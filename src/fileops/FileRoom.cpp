@@ -200,6 +200,7 @@ void FileRoom::RenamePicturesButton_Click() {
 void FileRoom::RenamePicturesClosed() {
     const std::string folder = m_renameFiles->Folder();
     FolderTreeview& tree = *m.controls.FolderTreeview1;
+    if (folder.empty()) return; // none could be opened
     if (folder != m.controls.FileListBox->Path()) {
         tree.SetSelectedPath(folder);
         tree.Reveal(folder);

@@ -125,7 +125,10 @@ UndoResult UndoLog::Undo(Files& files, const std::function<bool(std::size_t)>& g
     if (!result.back.empty()) result.text += "; back again: " + ListOf(result.back);
     if (!left.empty())
         result.text += "; " + std::to_string(left.size()) + " not taken back, first " + why;
-    if (!left.empty()) m_entries.insert(m_entries.begin(), {entry.what, std::move(left)});
+    // What was cancelled is the next to be taken back; what cannot be waits behind all others.
+    if (!left.empty())
+        m_entries.insert(stopped ? m_entries.end() : m_entries.begin(),
+                         {entry.what, std::move(left)});
     return result;
 }
 

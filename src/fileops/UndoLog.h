@@ -68,7 +68,8 @@ public:
     const std::string& NextText() const { return m_entries.back().what; }
 
     // Takes the last entry back, as long as `goOn` (asked with the number of the change to come,
-    // from 1) says so. What could not be taken back stays for another try, behind all others.
+    // from 1) says so. What could not be taken back stays for
+    // another try, behind all others; what was not begun stays next.
     UndoResult Undo(Files& files, const std::function<bool(std::size_t number)>& goOn);
     std::size_t NextSize() const { return m_entries.back().done.size(); }
 

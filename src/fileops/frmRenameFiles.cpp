@@ -2,6 +2,7 @@
 
 #include "common/dates.h"
 #include "common/paths.h"
+#include "common/text.h"
 #include "platform/Desktop.h"
 #include "platform/Dialogs.h"
 #include "platform/FileListBox.h"
@@ -37,9 +38,11 @@ QStringList Column(const std::vector<RenameRow>& rows, std::string RenameRow::*n
 }
 
 // A picture whose name is its ending has a note that no list shows.
-std::vector<std::string> NoteNames(const Files& files, const std::string& folder) {
-    auto names = files.FileNames(folder).value_or(std::vector<std::string>());
-    if (files.Exists(JoinPath(folder, kHiddenNote))) names.emplace_back(kHiddenNote);
+std::optional<std::vector<std::string>> NoteNames(const Files& files, const std::string& folder,
+                                                  std::string* error) {
+    auto names = files.FileNames(folder, error);
+    if (!names) return names;
+    if (files.Exists(JoinPath(folder, kHiddenNote))) names->emplace_back(kHiddenNote);
     return names;
 }
 
@@ -53,6 +56,7 @@ void frmRenameFiles::OpenWindow() {
     const FileListBox& main = *m.controls.FileListBox;
     m_currentPath = m.state.Filename;
     m_say->clear();
+    SetPattern(); // the types may be others by now
     m_tree->SetSelectedPath(main.Path());
     m_tree->Reveal(main.Path());
     SelectAsIn(main);
@@ -187,7 +191,8 @@ void frmRenameFiles::CommandView_Click() {
 // What is being written for the main window's picture goes along with it.
 bool frmRenameFiles::KeepWrittenNote() {
     const bool takesPart = std::any_of(m_rows.begin(), m_rows.end(), [this](const RenameRow& row) {
-        return JoinPath(Folder(), row.from) == m_currentPath;
+        // Or shares its note.
+        return FoldCase(NoteNameOf(row.from)) == FoldCase(NoteNameOf(LastPart(m_currentPath)));
     });
     if (!takesPart || m.state.NotesFolder.empty() || m.notes.SaveIfUnsaved()) return true;
     m_say->setText(QStringLiteral("The note of the picture on show cannot be saved; nothing was "
@@ -210,20 +215,28 @@ void frmRenameFiles::RenameCommand_Click() {
     m_list->setFocus();
 }
 
+// Nothing is renamed that could lose its note.
 void frmRenameFiles::RenameAll(Changes& changes) {
     std::string error;
     const auto before = m.files.FileNames(Folder(), &error);
-    if (!before) {
-        m_say->setText(ToQt(error + " - " + Folder()));
+    const std::string& notesFolder = m.state.NotesFolder;
+    const bool takesNotes =
+        !notesFolder.empty() && (m_moveNotes->isChecked() || m_copyNotes->isChecked());
+    const auto notes = takesNotes && before ? NoteNames(m.files, notesFolder, &error)
+                                            : std::optional(std::vector<std::string>());
+    if (!before || !notes) {
+        RefuseAll(error + " - " + (before ? notesFolder : Folder()));
         return;
     }
-    RenameRun run(PlanRenames(Folder(), m_rows, *before), changes);
+    std::vector<std::string> standing = *before; // also folders are in the way
+    for (const std::string& name : m.files.FolderNames(Folder())) standing.push_back(name);
+    RenameRun run(PlanRenames(Folder(), m_rows, standing), changes);
     const BatchRun batch(m, m_cancel);
     const bool whole = CarryOut(run, batch, "Renaming ", true);
     ShowFaults(run.Faults(), "files not renamed");
     const std::string count = std::to_string(run.Moved().size());
     m_done->setText(ToQt(count + " files renamed"));
-    RenameNotes(run.Moved(), *before, batch, changes);
+    RenameNotes(run.Moved(), *before, *notes, batch, changes);
     Follow(run.Moved());
     if (!whole)
         m_say->setText(QStringLiteral("Cancelled"));
@@ -233,6 +246,14 @@ void frmRenameFiles::RenameAll(Changes& changes) {
         m_say->clear();
     m.shell.ShowMessage(count + " files renamed");
     m_pushUndo({"Rename of " + count + " pictures", changes.Written()});
+}
+
+void frmRenameFiles::RefuseAll(const std::string& why) {
+    std::vector<RenameFault> faults;
+    for (const RenameRow& row : m_rows) faults.push_back({row.from, row.to, why});
+    ShowFaults(faults, "files not renamed");
+    m_done->setText(QStringLiteral("0 files renamed"));
+    m_say->setText(ToQt(why));
 }
 
 // False when it was stopped.
@@ -254,29 +275,31 @@ bool frmRenameFiles::CarryOut(RenameRun& run, const BatchRun& batch, const std::
 }
 
 void frmRenameFiles::RenameNotes(const std::vector<RenameRow>& moved,
-                                 const std::vector<std::string>& before, const BatchRun& batch,
+                                 const std::vector<std::string>& before,
+                                 const std::vector<std::string>& notes, const BatchRun& batch,
                                  Changes& changes) {
     const bool moves = m_moveNotes->isChecked();
     if (moves)
-        m_notesDone->setText(QString::number(NotesDone(moved, before, false, batch, changes)) +
-                             QStringLiteral(" notes renamed"));
+        m_notesDone->setText(
+            QString::number(NotesDone(moved, before, notes, false, batch, changes)) +
+            QStringLiteral(" notes renamed"));
     // What has been moved is not there to be copied.
     if (m_copyNotes->isChecked())
         m_notesDone->setText(
-            QString::number(moves ? 0 : NotesDone(moved, before, true, batch, changes)) +
+            QString::number(moves ? 0 : NotesDone(moved, before, notes, true, batch, changes)) +
             QStringLiteral(" notes copied"));
 }
 
-// A picture without its note is worse than a late end: notes are moved to the last, whatever is
-// pressed.
+// A picture without its note is worse than a late end: notes are moved or copied to the last,
+// whatever is pressed.
 std::size_t frmRenameFiles::NotesDone(const std::vector<RenameRow>& moved,
-                                      const std::vector<std::string>& before, bool copies,
+                                      const std::vector<std::string>& before,
+                                      const std::vector<std::string>& notes, bool copies,
                                       const BatchRun& batch, Changes& changes) {
     const std::string& folder = m.state.NotesFolder;
     if (folder.empty() || moved.empty()) return 0;
-    const std::vector<std::string> notes = NoteNames(m.files, folder);
     RenameRun run(PlanRenames(folder, NoteRows(moved, before, notes, copies), notes), changes);
-    CarryOut(run, batch, copies ? "Copying note " : "Renaming note ", copies);
+    CarryOut(run, batch, copies ? "Copying note " : "Renaming note ", false);
     ShowFaults(run.Faults(), copies ? "notes not copied" : "notes not renamed");
     return run.Moved().size();
 }

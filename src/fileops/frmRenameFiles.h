@@ -70,11 +70,14 @@ private:
     bool KeepWrittenNote();
     bool CarryOut(RenameRun& run, const BatchRun& batch, const std::string& doing, bool stops);
     void RenameAll(Changes& changes);
+    void RefuseAll(const std::string& why);
     void RenameNotes(const std::vector<RenameRow>& moved, const std::vector<std::string>& before,
-                     const BatchRun& batch, Changes& changes);
+                     const std::vector<std::string>& notes, const BatchRun& batch,
+                     Changes& changes);
     std::size_t NotesDone(const std::vector<RenameRow>& moved,
-                          const std::vector<std::string>& before, bool copies,
-                          const BatchRun& batch, Changes& changes);
+                          const std::vector<std::string>& before,
+                          const std::vector<std::string>& notes, bool copies, const BatchRun& batch,
+                          Changes& changes);
     void ShowFaults(const std::vector<RenameFault>& faults, const char* what);
     void Follow(const std::vector<RenameRow>& moved);
 

@@ -4,6 +4,7 @@
 #include "convert/ConvertTarget.h"
 #include "platform/Files.h"
 
+#include <algorithm>
 #include <set>
 
 namespace tarn {
@@ -17,16 +18,26 @@ std::string Load(ImgX& picture, const std::string& path) {
     return picture.LoadWithSystemReader(path).empty() ? std::string() : error;
 }
 
-// What stands there goes to the wastebasket first, and comes back when the new one cannot be
-// written.
+// What stands there in any case goes to the wastebasket first, and comes back when the new one
+// cannot be written.
 bool Write(Files& files, const std::string& target, const std::string& bytes, std::string* error) {
     std::string thrown;
-    const bool stands = files.Exists(target);
-    if (stands && !files.Trash(target, error, &thrown)) return false;
+    const auto stands = files.FindAnyCase(target);
+    if (stands && files.IsFolder(*stands)) {
+        *error = "a folder of that name stands there";
+        return false;
+    }
+    if (stands && !files.Trash(*stands, error, &thrown)) return false;
     if (files.Write(target, bytes, error)) return true;
-    std::string stays; // in the wastebasket
-    if (stands) files.Restore(thrown, target, &stays);
+    std::string stays;
+    if (stands && !files.Restore(thrown, *stands, &stays))
+        *error += "; what stood there is in the wastebasket: " + thrown;
     return false;
+}
+
+bool IsSpared(const Files& files, const std::string& target, const ConvertOptions& options) {
+    return std::any_of(options.spared.begin(), options.spared.end(),
+                       [&](const std::string& file) { return files.IsSameFile(file, target); });
 }
 
 } // namespace
@@ -40,6 +51,10 @@ ConvertedFile WriteConverted(const std::string& path, const std::string& folder,
     ConvertedFile result{target.path, {}};
     if (target.path.empty() || written.contains(target.path)) {
         result.error = "'" + target.name + "' already exists, aborted";
+        return result;
+    }
+    if (IsSpared(*files, target.path, options)) {
+        result.error = "'" + target.name + "' is to be converted itself, aborted";
         return result;
     }
     ImgX picture;
