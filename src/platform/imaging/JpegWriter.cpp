@@ -10,6 +10,8 @@
 
 #include <jpeglib.h>
 
+#include <jerror.h>
+
 namespace tarn {
 
 namespace {
@@ -35,28 +37,64 @@ void Prepare(Errors& errors) {
     errors.text[0] = 0;
 }
 
-// One writing into memory. The library jumps back into the method that called it, so it holds
-// nothing that would need to be destroyed.
+// Where the library puts the bytes. Its own one cannot be given back safely after an error.
+struct Memory {
+    jpeg_destination_mgr manager; // first, the library only knows this part
+    JOCTET* bytes = nullptr;
+    std::size_t room = 0;
+    std::size_t size = 0;
+};
+
+// NOLINTBEGIN(cppcoreguidelines-no-malloc): nothing may throw through the library
+bool Grow(Memory& memory) {
+    constexpr std::size_t kFirst = 1 << 16;
+    const std::size_t room = memory.room == 0 ? kFirst : memory.room * 2;
+    void* bytes = std::realloc(memory.bytes, room);
+    if (!bytes) return false;
+    memory.bytes = static_cast<JOCTET*>(bytes);
+    memory.manager.next_output_byte = memory.bytes + memory.room;
+    memory.manager.free_in_buffer = room - memory.room;
+    memory.room = room;
+    return true;
+}
+// NOLINTEND(cppcoreguidelines-no-malloc)
+
+extern "C" void BeginMemory(j_compress_ptr info) {
+    if (!Grow(*reinterpret_cast<Memory*>(info->dest))) ERREXIT1(info, JERR_OUT_OF_MEMORY, 0);
+}
+
+extern "C" boolean MoreMemory(j_compress_ptr info) {
+    BeginMemory(info);
+    return TRUE;
+}
+
+extern "C" void EndMemory(j_compress_ptr info) {
+    auto* memory = reinterpret_cast<Memory*>(info->dest);
+    memory->size = memory->room - memory->manager.free_in_buffer;
+}
+
+// One writing. The library jumps back into the method that called it, so it holds nothing that
+// would need to be destroyed.
 class Encoder {
 public:
     Encoder() {
         Prepare(m_errors);
         m_info.err = &m_errors.manager;
+        m_memory.manager.init_destination = BeginMemory;
+        m_memory.manager.empty_output_buffer = MoreMemory;
+        m_memory.manager.term_destination = EndMemory;
     }
     ~Encoder() {
         jpeg_destroy_compress(&m_info);
-        std::free(m_bytes); // NOLINT(cppcoreguidelines-no-malloc): the library's own
+        std::free(m_memory.bytes); // NOLINT(cppcoreguidelines-no-malloc)
     }
     Encoder(const Encoder&) = delete;
     Encoder& operator=(const Encoder&) = delete;
 
     bool Write(const QImage& rgb, int quality, const std::string& profile) {
-        if (setjmp(m_errors.back) != 0) { // NOLINT(cert-err52-cpp)
-            m_bytes = nullptr;            // the library may have given it back already
-            return false;
-        }
+        if (setjmp(m_errors.back) != 0) return false; // NOLINT(cert-err52-cpp)
         jpeg_create_compress(&m_info);
-        jpeg_mem_dest(&m_info, &m_bytes, &m_size);
+        m_info.dest = &m_memory.manager;
         m_info.image_width = static_cast<JDIMENSION>(rgb.width());
         m_info.image_height = static_cast<JDIMENSION>(rgb.height());
         m_info.input_components = 3;
@@ -74,14 +112,15 @@ public:
         jpeg_finish_compress(&m_info);
         return true;
     }
-    std::string Bytes() const { return {reinterpret_cast<const char*>(m_bytes), m_size}; }
+    std::string Bytes() const {
+        return {reinterpret_cast<const char*>(m_memory.bytes), m_memory.size};
+    }
     const char* ErrorText() const { return m_errors.text; }
 
 private:
     jpeg_compress_struct m_info{};
     Errors m_errors{};
-    unsigned char* m_bytes = nullptr;
-    unsigned long m_size = 0;
+    Memory m_memory{};
 };
 
 class ProfileReader {
