@@ -1,5 +1,6 @@
 #include "display/Fit.h"
 
+#include "common/colors.h"
 #include "common/numbers.h"
 
 #include <algorithm>
@@ -56,10 +57,6 @@ PreviewText PreviewTextOf(PreviewKind kind) {
         break;
     }
     return {"Preview picture is 2x cropped if needed", RgbFromLong(255)};
-}
-
-int RgbFromLong(int color) {
-    return (color & 0xFF) << 16 | (color & 0xFF00) | (color >> 16 & 0xFF);
 }
 
 std::string SizeTextOf(int width, int height) {

@@ -37,9 +37,6 @@ struct PreviewText {
 
 PreviewText PreviewTextOf(PreviewKind kind);
 
-// A colour as kept in settings and tables, blue in the highest byte, as 0xRRGGBB.
-int RgbFromLong(int color);
-
 // "3504 x 2336".
 std::string SizeTextOf(int width, int height);
 

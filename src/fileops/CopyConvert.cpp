@@ -1,4 +1,5 @@
 // The shown picture as a new JPEG, beside it or in the copy-to folder.
+#include "common/colors.h"
 #include "common/numbers.h"
 #include "common/paths.h"
 #include "fileops/CopyRoom.h"
@@ -10,11 +11,6 @@
 namespace tarn {
 
 namespace {
-
-// 0xRRGGBB of a colour with blue in the highest byte.
-int Reversed(int color) {
-    return (color & 0xFF) << 16 | (color & 0xFF00) | (color >> 16 & 0xFF);
-}
 
 bool LimitsWidth(const FileOpsState& s) {
     return ParseInt32(s.ConvertJpgMaxWidth).value_or(0) != 0;
@@ -59,7 +55,7 @@ ConvertOptions CopyRoom::Options(const std::string& targetName) const {
     ConvertOptions options;
     options.quality = s.ConvertJpgQuality;
     options.font = s.SlideFont;
-    options.rgb = Reversed(s.SlideTextColors[static_cast<std::size_t>(s.SlideTextColorIndex)]);
+    options.rgb = RgbFromLong(s.SlideTextColors[static_cast<std::size_t>(s.SlideTextColorIndex)]);
     if (s.ConvertJpgAddFN && s.ConvertJpgType == kFileName) {
         options.text = targetName;
     } else if (s.ConvertJpgAddFN && s.ConvertJpgType == kNoteLines) {

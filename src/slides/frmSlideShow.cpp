@@ -1,5 +1,6 @@
 #include "slides/frmSlideShow.h"
 
+#include "common/colors.h"
 #include "common/keys.h"
 #include "platform/QtText.h"
 
@@ -78,8 +79,8 @@ QFont frmSlideShow::TextFont(const SlideState& state) {
 }
 
 QColor frmSlideShow::TextColor(const SlideState& state) {
-    const int blueFirst = state.SlideTextColors.at(std::size_t(state.SlideTextColorIndex));
-    return {blueFirst & 0xFF, blueFirst >> 8 & 0xFF, blueFirst >> 16 & 0xFF};
+    return QColor::fromRgb(
+        QRgb(RgbFromLong(state.SlideTextColors.at(std::size_t(state.SlideTextColorIndex)))));
 }
 
 void frmSlideShow::Clear() {
