@@ -134,7 +134,7 @@ struct SlideDesk : RoomDesk {
     DeletingFiles deletes{calls, state, controls};
     Context context{state,     controls, navigation, display, info,   notes,      room,
                     copies,    deletes,  video,      shell,   ahead,  *clipboard, *files,
-                    *settings, pump,     dialogs,    sound,   desktop};
+                    *settings, pump,     dialogs,    sound,   desktop, printing};
     std::vector<std::string> seen; // slides, one a round of the wait
 
     SlideDesk() {
