@@ -180,23 +180,23 @@ void PrintRoom::ShowFormerPicture(const std::string& filename, const std::string
 
 void PrintRoom::Finish(std::unique_ptr<Printer> printer) {
     if (!m.state.PrintPreview) {
-        m.shell.ShowMessage(Send(*printer));
+        m.shell.ShowMessage(Send(*printer, m_choice));
         return;
     }
     if (!m_preview) m_preview = std::make_unique<frmPrintPreview>(m);
-    m_preview->ShowPages(std::move(printer), m_choice, [this](Printer& sent) {
-        m.shell.ShowMessage(Send(sent));
+    m_preview->ShowPages(std::move(printer), m_choice, [this, choice = m_choice](Printer& sent) {
+        m.shell.ShowMessage(Send(sent, choice));
     });
 }
 
-std::string PrintRoom::Send(Printer& printer) {
+std::string PrintRoom::Send(Printer& printer, const PrinterChoice& choice) {
     m.shell.SetBusy(true);
     std::string error;
     const bool sent = printer.End(&error);
     m.shell.SetBusy(false);
     if (!sent) return "Printing failed: " + error;
-    if (m_choice.toFile) return "'" + LastPart(m_choice.pdf) + "' file created";
-    return "Printed on '" + m_choice.printer + "'";
+    if (choice.toFile) return "'" + LastPart(choice.pdf) + "' file created";
+    return "Printed on '" + choice.printer + "'";
 }
 
 } // namespace tarn

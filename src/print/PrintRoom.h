@@ -41,7 +41,7 @@ private:
     bool RunSheets(Printer& printer, const SheetLayout& layout, std::string& said);
     void ShowFormerPicture(const std::string& filename, const std::string& counter);
     void Finish(std::unique_ptr<Printer> printer);
-    std::string Send(Printer& printer);
+    std::string Send(Printer& printer, const PrinterChoice& choice);
 
     Context& m;
     PrinterChoice m_choice; // of this run; what is kept of it lies on the desk
