@@ -33,6 +33,7 @@ public:
     explicit SheetWriter(const SheetRequest& request)
         : m_request(request), m_printer(MakePdfPrinter(*m_files, ChoiceOf(request))),
           m_notes(*m_files) {
+        if (!request.notes.empty()) m_notes.index.SetFolder(request.notes);
         m_now = request.now.empty() ? FormatDateText(FromFileTime(std::time(nullptr)))
                                     : request.now;
     }
