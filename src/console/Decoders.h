@@ -1,6 +1,6 @@
-// Picture sizes, conversions and sheets by way of the decoders, which stand in a module of their own:
-// loading the toolkit takes as long as reading the dates of a thousand files, and what reads dates
-// does without.
+// Picture sizes, conversions and sheets by way of the decoders, which stand in a module of their
+// own: loading the toolkit takes as long as reading the dates of a thousand files, and what reads
+// dates does without.
 #pragma once
 
 #include "console/SheetCommand.h"

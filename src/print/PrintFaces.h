@@ -6,7 +6,7 @@
 namespace tarn {
 
 struct PrintFaces {
-    std::string text = "Arial"; // TextNumOf
+    std::string text = "Arial";       // TextNumOf
     std::string list = "Courier New"; // List1
     double listPoints = 9;
     std::string notes = "Arial"; // NotesBox

@@ -80,8 +80,8 @@ void PrintRoom::PrintSetup_Click() {
 // What was chosen becomes the printer of this run and of the next ones.
 bool PrintRoom::ShowPrinter(long flags, const std::string& fileName) {
     ProgramState& s = m.state;
-    m_choice = {s.PrinterName, s.PrintToFile, {}, s.PrintPaper, s.PrintLandscape,
-                std::max(1, s.PrintCopies)};
+    m_choice = {s.PrinterName, s.PrintToFile,    {},
+                s.PrintPaper,  s.PrintLandscape, std::max(1, s.PrintCopies)};
     m_choice.pdf = JoinPath(s.PrintFolder.empty() ? m.files.HomeFolder() : s.PrintFolder, fileName);
     clsPrintDialog dialog(m.dialogs, m_choice);
     dialog.Flags = flags;
@@ -109,9 +109,8 @@ void PrintRoom::PrintButton_Click() {
     sheet.size = DataPictureSize(pane.Picture().width() * twips, pane.Picture().height() * twips,
                                  IsEnlarged());
     std::string fault;
-    sheet.picture =
-        ImageForPaper(m.display.ShownPicture(),
-                      printer->PixelsFor(sheet.size.width, sheet.size.height), &fault);
+    sheet.picture = ImageForPaper(m.display.ShownPicture(),
+                                  printer->PixelsFor(sheet.size.width, sheet.size.height), &fault);
     if (!fault.empty()) m.shell.ShowError(fault + " - " + s.FileNameOnly);
     sheet.rows = s.PanelRows;
     sheet.note = s.NoteText;

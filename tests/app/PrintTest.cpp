@@ -50,8 +50,7 @@ TEST(Print, EveryPictureIsPrintedAndTheScreenIsAsBefore) {
     EXPECT_TRUE(d.Has(1, "0.0 Mp 72 x 40 - 1 KB")); // each its own data
     EXPECT_EQ(All<PaperPicture>(d.printing.pages[0]).size(), 12U);
     ASSERT_EQ(progress.size(), 13U);
-    EXPECT_EQ(progress[12],
-              "Printing 12 picture thumbnail sheets page (2 of 2) # 1|13 of 13");
+    EXPECT_EQ(progress[12], "Printing 12 picture thumbnail sheets page (2 of 2) # 1|13 of 13");
     EXPECT_TRUE(std::filesystem::exists(d.pdf));
     EXPECT_EQ(d.Message(), "'out.pdf' file created");
     EXPECT_EQ(d.Current(), "p104.jpg");

@@ -61,8 +61,8 @@ struct BatchDesk {
     PicturesAhead ahead;
     RecordingPrinting printing{files};
     std::unique_ptr<Clipboard> clipboard = MakeClipboard();
-    Context context{state,     controls,     navigation, display, info,   notesRoom,  slides,
-                    copies,    fileCommands, video,      shell,   ahead,  *clipboard, files,
+    Context context{state,     controls,     navigation, display, info,    notesRoom,  slides,
+                    copies,    fileCommands, video,      shell,   ahead,   *clipboard, files,
                     *settings, events,       dialogs,    sound,   desktop, printing};
     ImportExport room{context};
 

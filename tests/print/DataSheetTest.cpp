@@ -30,8 +30,8 @@ TEST(DataSheet, EverythingStandsAtItsPlace) {
         Paper paper({}, "A4", landscape);
         const double width = landscape ? 16838 : 11906;
         const double height = landscape ? 11906 : 16838;
-        DataSheet sheet{"v61.14", "/p/a.jpg", {5000, 2500}, TellTale(60, 30), {"row 1", "row 2"},
-                        "one\r\ntwo", "date and time"};
+        DataSheet sheet{"v61.14",           "/p/a.jpg",   {5000, 2500},   TellTale(60, 30),
+                        {"row 1", "row 2"}, "one\r\ntwo", "date and time"};
         PrintDataSheet(*paper.printer, sheet, {});
         const PaperPage& page = paper.Page();
         const auto at = [](double x, double y) {

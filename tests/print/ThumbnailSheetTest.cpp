@@ -95,8 +95,7 @@ TEST(ThumbnailSheet, LongNamesGoOnInASecondLineByCharacters) {
     const auto texts = All<PaperText>(page);
     EXPECT_EQ(PlaceOf(page, "1.  " + name + "x"), "500," + std::to_string(std::lround(y)));
     EXPECT_EQ(PlaceOf(page, "2.  " + name + "x"), "4200," + std::to_string(std::lround(y)));
-    EXPECT_EQ(PlaceOf(page, "y"),
-              "4200," + std::to_string(std::lround(y + paper.Line(8, true))));
+    EXPECT_EQ(PlaceOf(page, "y"), "4200," + std::to_string(std::lround(y + paper.Line(8, true))));
     EXPECT_EQ(texts.size(), 4U); // with the page's number
 }
 

@@ -54,8 +54,8 @@ struct RoomDesk {
     }
     // With the rooms that a test brings itself.
     Context Join(NavigationCommands& navigation, DisplayCommands& display, InfoCommands& info) {
-        return {state,     controls, navigation, display, info,   notes,      slides,
-                copies,    fileops,  video,      shell,   ahead,  *clipboard, *files,
+        return {state,     controls, navigation, display, info,    notes,      slides,
+                copies,    fileops,  video,      shell,   ahead,   *clipboard, *files,
                 *settings, *events,  dialogs,    sound,   desktop, printing};
     }
 };

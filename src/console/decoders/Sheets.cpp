@@ -25,8 +25,8 @@ namespace tarn {
 
 namespace {
 
-constexpr std::size_t kAhead = 3;  // pictures decoded while one is put onto the sheet
-constexpr double kWidest = 4;      // sides of a picture that are decoded at once, without a limit
+constexpr std::size_t kAhead = 3; // pictures decoded while one is put onto the sheet
+constexpr double kWidest = 4;     // sides of a picture that are decoded at once, without a limit
 
 class SheetWriter {
 public:
@@ -34,8 +34,8 @@ public:
         : m_request(request), m_printer(MakePdfPrinter(*m_files, ChoiceOf(request))),
           m_notes(*m_files) {
         if (!request.notes.empty()) m_notes.index.SetFolder(request.notes);
-        m_now = request.now.empty() ? FormatDateText(FromFileTime(std::time(nullptr)))
-                                    : request.now;
+        m_now =
+            request.now.empty() ? FormatDateText(FromFileTime(std::time(nullptr))) : request.now;
     }
 
     SheetResult Write() {
@@ -139,15 +139,14 @@ private:
         std::vector<PictureWish> wishes;
         const std::size_t end = std::min(m_request.names.size(), index + 1 + kAhead);
         for (std::size_t next = index + 1; next < end; ++next)
-            wishes.push_back(
-                {JoinPath(m_request.folder, m_request.names[next]), m_wanted, {}});
+            wishes.push_back({JoinPath(m_request.folder, m_request.names[next]), m_wanted, {}});
         m_ahead.Expect(wishes);
     }
 
     QImage ForPaper(ImgX picture, PaperSize size) {
         std::string fault;
-        QImage image =
-            ImageForPaper(std::move(picture), m_printer->PixelsFor(size.width, size.height), &fault);
+        QImage image = ImageForPaper(std::move(picture),
+                                     m_printer->PixelsFor(size.width, size.height), &fault);
         if (!fault.empty()) m_result.failures.push_back({m_info.Filename, fault});
         return image;
     }
