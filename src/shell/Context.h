@@ -14,6 +14,7 @@ class Dialogs;
 class EventPump;
 class Files;
 class PicturesAhead;
+class Printing;
 class SettingsStore;
 class Sound;
 
@@ -39,6 +40,7 @@ struct Context {
     Dialogs& dialogs;
     Sound& sound;
     Desktop& desktop;
+    Printing& printing;
 };
 
 } // namespace tarn

@@ -10,6 +10,7 @@
 #include "notes/NotesRoom.h"
 #include "pictureinfo/panel/PictureInfoRoom.h"
 #include "platform/imaging/PicturesAhead.h"
+#include "print/PrintRoom.h"
 #include "shell/Context.h"
 #include "shell/logs/frmLogs.h"
 #include "shell/outside/OutsidePrograms.h"
@@ -35,6 +36,7 @@ struct Platform {
     Sound& sound;
     Desktop& desktop;
     Clipboard& clipboard;
+    Printing& printing;
 };
 
 class House {
@@ -60,6 +62,7 @@ public:
     SlideRoom slides;
     CopyRoom copies;
     FileRoom fileops;
+    PrintRoom print;
     SilentVideo video;
     ImportExport importExport;
     OutsidePrograms programs;

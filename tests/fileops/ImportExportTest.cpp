@@ -59,10 +59,11 @@ struct BatchDesk {
     RecordingCopies copies{calls};
     RecordingFileCommands fileCommands{calls};
     PicturesAhead ahead;
+    RecordingPrinting printing{files};
     std::unique_ptr<Clipboard> clipboard = MakeClipboard();
-    Context context{state,     controls,     navigation, display, info,   notesRoom,  slides,
-                    copies,    fileCommands, video,      shell,   ahead,  *clipboard, files,
-                    *settings, events,       dialogs,    sound,   desktop};
+    Context context{state,     controls,     navigation, display, info,    notesRoom,  slides,
+                    copies,    fileCommands, video,      shell,   ahead,   *clipboard, files,
+                    *settings, events,       dialogs,    sound,   desktop, printing};
     ImportExport room{context};
 
     BatchDesk() {

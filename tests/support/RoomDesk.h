@@ -43,6 +43,7 @@ struct RoomDesk {
     RecordingCopies copies{calls};
     RecordingFileCommands fileops{calls};
     PicturesAhead ahead;
+    RecordingPrinting printing{*files};
     std::unique_ptr<Clipboard> clipboard = MakeClipboard();
 
     RoomDesk() {
@@ -53,9 +54,9 @@ struct RoomDesk {
     }
     // With the rooms that a test brings itself.
     Context Join(NavigationCommands& navigation, DisplayCommands& display, InfoCommands& info) {
-        return {state,     controls, navigation, display, info,   notes,      slides,
-                copies,    fileops,  video,      shell,   ahead,  *clipboard, *files,
-                *settings, *events,  dialogs,    sound,   desktop};
+        return {state,     controls, navigation, display, info,    notes,      slides,
+                copies,    fileops,  video,      shell,   ahead,   *clipboard, *files,
+                *settings, *events,  dialogs,    sound,   desktop, printing};
     }
 };
 
