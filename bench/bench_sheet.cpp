@@ -41,7 +41,7 @@ std::vector<std::string> WritePictures(const std::string& folder) {
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
-    testing::AppDesk desk;
+    tarn::testing::AppDesk desk;
     const auto paths = WritePictures(desk.folder.Path());
     const std::string pdf = desk.settingsFolder.Path() + "/sheet.pdf";
     const std::string command =

@@ -70,7 +70,8 @@ void ThumbnailSheet::Add(const SheetCell& cell) {
     const int place = m_added % m_layout.PerPage();
     if (place == 0) BeginPage();
     const double x = m_layout.firstX + place % m_layout.columns * m_layout.columnStep;
-    const double y = m_layout.firstY + place / m_layout.columns * m_layout.rowStep;
+    const int row = place / m_layout.columns;
+    const double y = m_layout.firstY + row * m_layout.rowStep;
     const PaperBox box{x, y, cell.size.width, cell.size.height};
     m_printer.Picture(box, cell.picture);
     m_printer.Box(box);
