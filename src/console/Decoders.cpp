@@ -13,6 +13,9 @@ using SizeFunction = bool (*)(const char* path, int* width, int* height);
 using ConvertFunction = void (*)(const std::string* path, const std::string* folder,
                                  const ConvertOptions* options, ConvertedFile* result);
 
+using ThumbnailsFunction = void (*)(const ThumbnailOrder* order, ThumbnailOutcome* outcome);
+constexpr char kNotInstalled[] = "the decoders are not installed";
+
 std::string ProgramFolder() {
     char path[PATH_MAX];
     const ssize_t length = ::readlink("/proc/self/exe", path, sizeof path);
@@ -49,8 +52,18 @@ ConvertedFile ConvertToJpeg(const std::string& path, const std::string& folder,
     if (kConvert)
         kConvert(&path, &folder, &options, &result);
     else
-        result.error = "the decoders are not installed";
+        result.error = kNotInstalled;
     return result;
+}
+
+ThumbnailOutcome ThumbnailsOfFolder(const ThumbnailOrder& order) {
+    static const auto kThumbnails = FromModule<ThumbnailsFunction>("TarnThumbnails");
+    ThumbnailOutcome outcome;
+    if (kThumbnails)
+        kThumbnails(&order, &outcome);
+    else
+        outcome.fault = kNotInstalled;
+    return outcome;
 }
 
 } // namespace tarn

@@ -18,4 +18,6 @@ bool SizeFromHeader(const std::string& path, int& width, int& height);
 ConvertedFile ConvertToJpeg(const std::string& path, const std::string& folder,
                             const ConvertOptions& options);
 
+ThumbnailOutcome ThumbnailsOfFolder(const ThumbnailOrder& order);
+
 } // namespace tarn

@@ -3,6 +3,7 @@
 #include "console/DatesCommand.h"
 #include "console/Decoders.h"
 #include "console/InfoCommand.h"
+#include "console/ThumbnailsCommand.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -20,6 +21,10 @@ const std::vector<tarn::Subcommand>& Subcommands() {
         {"convert", tarn::kConvertUsage,
          [](std::span<const std::string> words) {
              return tarn::RunConvert(words, tarn::ConvertToJpeg);
+         }},
+        {"thumbnails", tarn::kThumbnailsUsage,
+         [](std::span<const std::string> words) {
+             return tarn::RunThumbnails(words, tarn::ThumbnailsOfFolder);
          }},
         {"dates", tarn::kDatesUsage, tarn::RunDates}};
     return kSubcommands;

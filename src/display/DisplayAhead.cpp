@@ -55,12 +55,12 @@ QSize DisplayRoom::WantedPixels() const {
     return pane.expandedTo(QSize(window.width, window.height));
 }
 
-// A show wishes for itself.
+// A show wishes for itself, and a batch needs the cores.
 void DisplayRoom::ExpectNeighbours() {
     const ProgramState& s = m.state;
     const FileListBox& list = *m.controls.FileListBox;
     m_travel.GoTo(s.FileIndex, list.Count());
-    if (s.SlideViewing) return;
+    if (s.SlideViewing || s.BatchRuns) return;
     ShownIn in;
     if (!IsCutMode()) in.pane = {s.PreviewWidth, s.PreviewHeight};
     if (IsSizeWindowUp()) in.window = m_pic->Inside();

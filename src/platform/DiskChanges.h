@@ -20,6 +20,7 @@ public:
                  std::string* error) override;
     bool SetTimes(const std::string& path, std::int64_t when, std::string* error) override;
     bool MakeFolder(const std::string& path, std::string* error) override;
+    int RemoveFolder(const std::string& path, std::string* error) override;
 };
 
 } // namespace tarn

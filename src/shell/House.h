@@ -18,6 +18,7 @@
 #include "shell/window/SilentRooms.h"
 #include "shell/window/frmMain.h"
 #include "slides/SlideRoom.h"
+#include "thumbnails/ThumbRoom.h"
 
 #include <QTimer>
 
@@ -60,6 +61,7 @@ public:
     SlideRoom slides;
     CopyRoom copies;
     FileRoom fileops;
+    ThumbRoom thumbnails;
     SilentVideo video;
     ImportExport importExport;
     OutsidePrograms programs;

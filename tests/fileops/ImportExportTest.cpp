@@ -58,11 +58,12 @@ struct BatchDesk {
     RecordingSlides slides{calls};
     RecordingCopies copies{calls};
     RecordingFileCommands fileCommands{calls};
+    RecordingThumbnails thumbnails{calls};
     PicturesAhead ahead;
     std::unique_ptr<Clipboard> clipboard = MakeClipboard();
-    Context context{state,     controls,     navigation, display, info,   notesRoom,  slides,
-                    copies,    fileCommands, video,      shell,   ahead,  *clipboard, files,
-                    *settings, events,       dialogs,    sound,   desktop};
+    Context context{state,  controls,     navigation, display, info,  notesRoom, slides,
+                    copies, fileCommands, thumbnails, video,   shell, ahead,     *clipboard,
+                    files,  *settings,    events,     dialogs, sound, desktop};
     ImportExport room{context};
 
     BatchDesk() {

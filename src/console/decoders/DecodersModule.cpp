@@ -1,5 +1,6 @@
 // The module that the console companion loads when it needs to look into pictures.
 #include "console/decoders/Conversion.h"
+#include "console/decoders/Thumbnails.h"
 #include "platform/imaging/PictureLoader.h"
 
 #include <QGuiApplication>
@@ -36,4 +37,9 @@ extern "C" void TarnConvert(const std::string* path, const std::string* folder,
                             const tarn::ConvertOptions* options, tarn::ConvertedFile* result) {
     NeedApplication(!options->text.empty());
     *result = tarn::WriteConverted(*path, *folder, *options);
+}
+
+extern "C" void TarnThumbnails(const tarn::ThumbnailOrder* order, tarn::ThumbnailOutcome* outcome) {
+    NeedApplication(false);
+    *outcome = tarn::MakeThumbnails(*order);
 }
