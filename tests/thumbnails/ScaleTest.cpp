@@ -82,7 +82,8 @@ TEST(ScalePicture, LooksLikeAFullDecodeScaledOnce) {
         for (int y = 0; y < once.height(); ++y)
             for (int x = 0; x < once.width(); ++x)
                 sum += std::abs(qGreen(once.pixel(x, y)) - qGreen(small.pixel(x, y)));
-        EXPECT_LT(sum / (once.width() * once.height()), 2.0) << width;
+        // Levels of 255 on average; the most where the reading is only just large enough.
+        EXPECT_LT(sum / (once.width() * once.height()), 3.0) << width;
     }
 }
 

@@ -93,8 +93,9 @@ TEST(ThumbFolder, ClearingDeletesThumbnailsAndThrowsTheRestAway) {
 
 TEST(ThumbRun, MakesPicturesInTheOrderOfTheListAndTheirNotes) {
     RunDesk d;
-    for (const char* name : {"a.jpg", "b.c.jpg", "x"}) d.Add(name);
-    const std::vector<std::string> names{"a.jpg", "b.c.jpg", "film.avi", "page.html", "t.txt", "x"};
+    for (const char* name : {"a.jpg", "b.c.jpg", "x.jpg"}) d.Add(name);
+    const std::vector<std::string> names{"a.jpg",     "b.c.jpg", "film.avi",
+                                         "page.html", "t.txt",   "x.jpg"};
     std::vector<std::string> written;
     d.files.onChange = [&](const std::string& verb, const std::string& path) {
         if (verb == "write") written.push_back(path.substr(path.rfind('/') + 1));
@@ -103,9 +104,9 @@ TEST(ThumbRun, MakesPicturesInTheOrderOfTheListAndTheirNotes) {
     EXPECT_EQ(d.Report(names),
               "3 thumbnails, sized 120 pixels created in ...\\thumbnails sub folder");
     EXPECT_EQ(written,
-              (std::vector<std::string>{"T120_a.jpg", "T120_b.c.jpg", "T120_b.enf", "T120_x"}));
+              (std::vector<std::string>{"T120_a.jpg", "T120_b.c.jpg", "T120_b.enf", "T120_x.jpg"}));
     EXPECT_EQ(ReadTree(d.notes.Path()).at("T120_b.enf"), "\"M 31 \"Andromeda\" \x92\r\n\"\r\n");
-    EXPECT_EQ(ReadTree(d.Thumbs()).at("T120_x").substr(0, 2), "\xFF\xD8");
+    EXPECT_EQ(ReadTree(d.Thumbs()).at("T120_x.jpg").substr(0, 2), "\xFF\xD8");
 }
 
 TEST(ThumbRun, UpdateKeepsWhatStandsInAnyCase) {

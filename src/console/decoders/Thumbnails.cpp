@@ -41,6 +41,7 @@ ThumbnailOutcome MakeThumbnails(const ThumbnailOrder& order) {
         MakeThumbnailFolder(*files, pictures, order.subFolder);
     }
     NoteStore store(*files);
+    if (!order.notes.empty()) store.index.SetFolder(order.notes);
     ThumbRequest request;
     request.pictures = pictures;
     request.subFolder = order.subFolder;
