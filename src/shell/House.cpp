@@ -122,6 +122,7 @@ void House::ResizeTimer_Timer() {
 bool House::Start(const std::string& path, const std::string& imagingError) {
     if (!lifecycle.Form_Initialize(imagingError)) return false;
     lifecycle.Form_Load(path);
+    thumbnails.ShowSettings();
     // Another screen may have finer pixels at the same size of the window.
     QObject::connect(window.windowHandle(), &QWindow::screenChanged, &m_resizeTimer,
                      [this] { WindowResized(); });

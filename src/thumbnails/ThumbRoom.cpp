@@ -30,12 +30,13 @@ constexpr int kShowShare = 20;
 
 } // namespace
 
-ThumbRoom::ThumbRoom(Context& context) : m(context) {}
+ThumbRoom::ThumbRoom(Context& context) : m(context), m_grid(context) {}
 
 ThumbRoom::~ThumbRoom() = default;
 
 void ThumbRoom::ConnectControls() {
     const MainControls& c = m.controls;
+    m_grid.ConnectControls();
     Connect(c.GenerateThumbButton, [this] { GenerateThumbButton_Click(); });
     Connect(c.GenerateThumbCButton, [this] { GenerateThumbCButton_Click(); });
     Connect(c.ThumbFolderButton, [this] { ThumbFolderButton_Click(); });

@@ -3,6 +3,7 @@
 
 #include "shell/Context.h"
 #include "thumbnails/ListForRun.h"
+#include "thumbnails/ThumbGrid.h"
 #include "thumbnails/ThumbRun.h"
 
 #include <chrono>
@@ -21,6 +22,7 @@ public:
     ~ThumbRoom() override;
 
     void ConnectControls();
+    void ShowSettings() { m_grid.ShowSettings(); } // once they are read
 
     void GenerateThumbnails(bool updateOnly, const ThumbnailTold& told,
                             QPushButton* ownCancel) override;
@@ -48,6 +50,7 @@ private:
     bool SetSubFolder(const std::string& name);
 
     Context& m;
+    ThumbGrid m_grid;
     std::unique_ptr<frmThumbFolder> m_window;
     std::optional<ListForRun> m_list; // while a run lasts
     std::chrono::steady_clock::time_point m_nextShow;
