@@ -1,6 +1,8 @@
 #include "console/Arguments.h"
 
 #include <algorithm>
+#include <charconv>
+#include <climits>
 
 namespace tarn {
 
@@ -41,6 +43,28 @@ std::vector<std::string> Arguments::Values(std::string_view option) const {
         if (given.name == option) values.push_back(given.value);
     }
     return values;
+}
+
+std::string Arguments::ValueOf(std::string_view option) const {
+    const auto values = Values(option);
+    return values.empty() ? std::string() : values.back();
+}
+
+bool Arguments::ReadNumber(std::string_view option, int least, int most, int& value,
+                           std::string& fault) const {
+    if (!Has(option)) return true;
+    const std::string text = ValueOf(option);
+    int number = 0;
+    const auto [end, code] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (code == std::errc() && end == text.data() + text.size() && number >= least &&
+        number <= most) {
+        value = number;
+        return true;
+    }
+    fault = std::string(option) + " must be a whole number, " +
+            (most == INT_MAX ? "at least " + std::to_string(least)
+                             : std::to_string(least) + " to " + std::to_string(most));
+    return false;
 }
 
 } // namespace tarn

@@ -24,8 +24,14 @@ public:
 
     bool Has(std::string_view option) const;
 
-    // Values of an option, in the order given.
+    // Values of an option, in the order given, and the last of them, which counts.
     std::vector<std::string> Values(std::string_view option) const;
+    std::string ValueOf(std::string_view option) const; // empty when it was not given
+
+    // A plain whole number of the range into `value`, which stays when the option was not given.
+    // False with the fault when it is none.
+    bool ReadNumber(std::string_view option, int least, int most, int& value,
+                    std::string& fault) const;
 
     const std::vector<std::string>& Operands() const { return operands_; }
 

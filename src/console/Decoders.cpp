@@ -12,9 +12,11 @@ namespace {
 using SizeFunction = bool (*)(const char* path, int* width, int* height);
 using ConvertFunction = void (*)(const std::string* path, const std::string* folder,
                                  const ConvertOptions* options, ConvertedFile* result);
+using ThumbnailsFunction = void (*)(const ThumbnailOrder* order, ThumbnailOutcome* outcome);
 using SheetFunction = void (*)(const SheetRequest* request, SheetResult* result);
 
 constexpr char kNotInstalled[] = "the decoders are not installed";
+
 
 std::string ProgramFolder() {
     char path[PATH_MAX];
@@ -64,6 +66,16 @@ SheetResult PrintSheet(const SheetRequest& request) {
     else
         result.error = kNotInstalled;
     return result;
+}
+
+ThumbnailOutcome ThumbnailsOfFolder(const ThumbnailOrder& order) {
+    static const auto kThumbnails = FromModule<ThumbnailsFunction>("TarnThumbnails");
+    ThumbnailOutcome outcome;
+    if (kThumbnails)
+        kThumbnails(&order, &outcome);
+    else
+        outcome.fault = kNotInstalled;
+    return outcome;
 }
 
 } // namespace tarn

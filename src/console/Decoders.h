@@ -22,4 +22,6 @@ ConvertedFile ConvertToJpeg(const std::string& path, const std::string& folder,
 // A sheet as a PDF file.
 SheetResult PrintSheet(const SheetRequest& request);
 
+ThumbnailOutcome ThumbnailsOfFolder(const ThumbnailOrder& order);
+
 } // namespace tarn

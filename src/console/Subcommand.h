@@ -32,6 +32,22 @@ struct ConvertedFile {
 using PictureConverter = std::function<ConvertedFile(
     const std::string& path, const std::string& folder, const ConvertOptions& options)>;
 
+// Thumbnails of a folder, told one by one as they are made or fail.
+struct ThumbnailOrder {
+    std::string folder;
+    std::string subFolder = "thumbnails";
+    int width = 120;     // pixels
+    std::string notes;   // folder of the notes; empty: none
+    bool update = false; // keep those that stand
+    std::function<void(const std::string& text)> made;
+    std::function<void(const std::string& path, const std::string& fault)> failed;
+};
+struct ThumbnailOutcome {
+    std::string report;
+    std::string fault; // why nothing was done; empty otherwise
+};
+using ThumbnailMaker = std::function<ThumbnailOutcome(const ThumbnailOrder& order)>;
+
 // Messages on the standard error stream.
 int ComplainOfUsage(std::string_view fault, std::string_view usage); // gives kExitBadUsage
 void ComplainOfFile(const std::string& path, std::string_view fault);

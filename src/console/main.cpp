@@ -4,6 +4,7 @@
 #include "console/Decoders.h"
 #include "console/InfoCommand.h"
 #include "console/SheetCommand.h"
+#include "console/ThumbnailsCommand.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -25,6 +26,10 @@ const std::vector<tarn::Subcommand>& Subcommands() {
         {"sheet", tarn::kSheetUsage,
          [](std::span<const std::string> words) {
              return tarn::RunSheet(words, tarn::PrintSheet);
+         }},
+        {"thumbnails", tarn::kThumbnailsUsage,
+         [](std::span<const std::string> words) {
+             return tarn::RunThumbnails(words, tarn::ThumbnailsOfFolder);
          }},
         {"dates", tarn::kDatesUsage, tarn::RunDates}};
     return kSubcommands;

@@ -46,9 +46,9 @@ void DisplayRoom::SetPictureCommands(bool enabled) {
     for (QPushButton* button : {c.ViewButton, c.RotateRightButton, c.RotateLeftButton, c.FlipButton,
                                 c.MirrorButton, c.OneToOneButton})
         SetEnabled(button, enabled);
-    for (QAction* entry : {c.PrintButton, c.PrintCButton, c.Printc4Button, c.PrintCSButton,
-                           c.PrintCMButton, c.AdjustButton, c.SyncDatesButton,
-                           c.GenerateThumbButton, c.GenerateThumbCButton, c.CopyPictureButton})
+    for (QAction* entry :
+         {c.PrintButton, c.PrintCButton, c.Printc4Button, c.PrintCSButton, c.PrintCMButton,
+          c.AdjustButton, c.SyncDatesButton, c.GenerateThumbCButton, c.CopyPictureButton})
         SetEnabled(entry, enabled);
     if (enabled) return; // those below need camera data, too: the reader switches them on
     m.state.NoExif = true;

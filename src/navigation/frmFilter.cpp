@@ -24,7 +24,10 @@ frmFilter::frmFilter(Context& context)
     setWindowTitle(QStringLiteral("Tarn_View - Filter"));
     KeepOnTop(*this);
     MakeContents();
-    connect(m_custom, &QCheckBox::toggled, this, [this] { CheckCustom_Click(); });
+    connect(m_custom, &QCheckBox::toggled, this, [this](bool custom) {
+        m.state.FilterIsCustom = custom;
+        CheckCustom_Click();
+    });
     connect(m_presets, &QComboBox::activated, this, [this] { ComboFilter_Click(); });
     connect(m_text, &QLineEdit::textChanged, this,
             [this](const QString& text) { m.state.FilterCustom = FromQt(text); });
@@ -118,7 +121,7 @@ void frmFilter::closeEvent(QCloseEvent* event) {
 
 void frmFilter::Form_Unload() {
     FileListBox& list = *m.controls.FileListBox;
-    m.state.FilterActive = false;
+    m.state.FilterActive = m.state.FilterIsCustom = false;
     m_lastTicked = Ticked();
     m_lastCustom = m_custom->isChecked();
     m_lastPattern = list.Pattern();

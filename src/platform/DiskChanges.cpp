@@ -284,4 +284,11 @@ bool DiskChanges::MakeFolder(const std::string& path, std::string* error) {
     return ::mkdir(path.c_str(), 0777) == 0 || Fail(error);
 }
 
+int DiskChanges::RemoveFolder(const std::string& path, std::string* error) {
+    if (::rmdir(path.c_str()) == 0) return 0;
+    const int why = errno;
+    Fail(error, why);
+    return why;
+}
+
 } // namespace tarn

@@ -23,6 +23,7 @@ public:
     std::unique_ptr<StagedFiles> Stage(const std::string& folder, std::string* error) override;
     bool SetTimes(const std::string& path, std::int64_t when, std::string* error) override;
     bool MakeFolder(const std::string& path, std::string* error) override;
+    int RemoveFolder(const std::string& path, std::string* error) override;
 };
 
 } // namespace tarn

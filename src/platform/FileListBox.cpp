@@ -16,6 +16,7 @@ namespace tarn {
 FileListBox::FileListBox(const Files& files, QWidget* parent) : QListView(parent), m_model(files) {
     setModel(&m_model);
     setUniformItemSizes(true);
+    m_names = itemDelegate();
     setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -64,7 +65,51 @@ void FileListBox::SizeMarks() {
 
 void FileListBox::changeEvent(QEvent* event) {
     QListView::changeEvent(event);
-    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) SizeMarks();
+    if (event->type() != QEvent::FontChange && event->type() != QEvent::StyleChange) return;
+    SizeMarks();
+    SizeCells();
+}
+
+void FileListBox::SetPictures(std::function<QImage(int)> pictureOf) {
+    m_cells.pictureOf = std::move(pictureOf);
+}
+
+void FileListBox::SizeCells() {
+    setGridSize(ShowsPictures() ? PictureCells::CellSize(fontMetrics()) : QSize());
+}
+
+void FileListBox::ShowPictures(bool pictures) {
+    if (pictures == ShowsPictures()) return;
+    if (pictures)
+        setItemDelegate(&m_cells);
+    else
+        setItemDelegate(m_names);
+    setFlow(pictures ? LeftToRight : TopToBottom);
+    setWrapping(pictures);
+    setResizeMode(pictures ? Adjust : Fixed);
+    setVerticalScrollMode(pictures ? ScrollPerPixel : ScrollPerItem);
+    SizeCells();
+    if (currentIndex().isValid()) scrollTo(currentIndex());
+}
+
+// Rows follow each other in both forms: from the first that is seen on.
+std::vector<int> FileListBox::SeenRows() const {
+    std::vector<int> rows;
+    if (Count() < 1) return rows;
+    const QRect seen = viewport()->rect();
+    int first = 0; // by halves, since no row above it reaches into the view
+    for (int last = Count() - 1; first < last;) {
+        const int middle = (first + last) / 2;
+        if (visualRect(m_model.index(middle)).bottom() < seen.top())
+            first = middle + 1;
+        else
+            last = middle;
+    }
+    for (int row = first; row < Count(); ++row) {
+        if (visualRect(m_model.index(row)).top() > seen.bottom()) break;
+        rows.push_back(row);
+    }
+    return rows;
 }
 
 void FileListBox::Refresh() {

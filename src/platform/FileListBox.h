@@ -4,6 +4,7 @@
 #pragma once
 
 #include "platform/FileListModel.h"
+#include "platform/PictureCells.h"
 
 #include <QFileSystemWatcher>
 #include <QListView>
@@ -51,6 +52,13 @@ public:
     void SetNoteChoice(NoteChoice choice) { m_model.noteChoice = choice; }
     void ShowNoteMarks() { viewport()->update(); }
 
+    // Rows as small pictures side by side, or as names one beneath the other. `pictureOf` is asked
+    // for rows that are painted; null while there is none.
+    void SetPictures(std::function<QImage(int row)> pictureOf);
+    void ShowPictures(bool pictures);
+    bool ShowsPictures() const { return isWrapping(); }
+    std::vector<int> SeenRows() const; // as far as they can be seen now
+
     std::function<void()> onRefresh; // before the folder is read again
     std::function<void()> onClick;
     std::function<void()> onDoubleClick;
@@ -71,8 +79,11 @@ private:
     bool ReadFolder(const std::string& folder, const std::string& pattern);
     void RaiseClick();
     void SizeMarks();
+    void SizeCells();
 
     FileListModel m_model;
+    PictureCells m_cells;                     // draws pictures
+    QAbstractItemDelegate* m_names = nullptr; // and the toolkit's own, names
     QFileSystemWatcher m_watcher;
     QTimer m_diskTimer;
     int m_pressedRow = -1; // row of the press whose release will count

@@ -105,6 +105,9 @@ public:
 
     virtual bool MakeFolder(const std::string& path, std::string* error) = 0;
 
+    // An empty one, for good. 0, or the number of the system's error.
+    virtual int RemoveFolder(const std::string& path, std::string* error) = 0;
+
     // The path made absolute against the working folder, links left as they are.
     virtual std::string Absolute(const std::string& path) const = 0;
 

@@ -29,6 +29,7 @@ struct Context {
     SlideCommands& slides;
     CopyCommands& copies;
     FileCommands& fileops;
+    ThumbnailCommands& thumbnails;
     VideoCommands& video;
     ShellCommands& shell;
 

@@ -26,13 +26,13 @@ constexpr int kBatchRest = 300;  // milliseconds until a batch is looked at agai
 } // namespace
 
 House::House(const Platform& p)
-    : context{state,      controls, navigation, display, info,      notes,       slides,
-              copies,     fileops,  video,      shell,   ahead,     p.clipboard, p.files,
-              p.settings, p.events, p.dialogs,  p.sound, p.desktop, p.printing},
+    : context{state,   controls,   navigation, display,   info,    notes,     slides,
+              copies,  fileops,    thumbnails, video,     shell,   ahead,     p.clipboard,
+              p.files, p.settings, p.events,   p.dialogs, p.sound, p.desktop, p.printing},
       window(controls, p.files), shell(context, window), navigation(context), display(context),
       info(context), notes(context), slides(context), copies(context), fileops(context),
-      print(context), video(context), importExport(context), programs(context), keys(context),
-      lifecycle(context, window, navigation, notes, programs) {
+      print(context), thumbnails(context), video(context), importExport(context), programs(context),
+      keys(context), lifecycle(context, window, navigation, notes, programs) {
     navigation.ConnectControls();
     display.ConnectControls();
     info.ConnectControls();
@@ -41,6 +41,7 @@ House::House(const Platform& p)
     copies.ConnectControls();
     fileops.ConnectControls();
     print.ConnectControls();
+    thumbnails.ConnectControls();
     importExport.ConnectControls();
     programs.ConnectControls();
     ConnectSwitches(context);
@@ -122,6 +123,7 @@ void House::ResizeTimer_Timer() {
 bool House::Start(const std::string& path, const std::string& imagingError) {
     if (!lifecycle.Form_Initialize(imagingError)) return false;
     lifecycle.Form_Load(path);
+    thumbnails.ShowSettings();
     // Another screen may have finer pixels at the same size of the window.
     QObject::connect(window.windowHandle(), &QWindow::screenChanged, &m_resizeTimer,
                      [this] { WindowResized(); });

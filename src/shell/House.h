@@ -19,6 +19,7 @@
 #include "shell/window/SilentRooms.h"
 #include "shell/window/frmMain.h"
 #include "slides/SlideRoom.h"
+#include "thumbnails/ThumbRoom.h"
 
 #include <QTimer>
 
@@ -63,6 +64,7 @@ public:
     CopyRoom copies;
     FileRoom fileops;
     PrintRoom print;
+    ThumbRoom thumbnails;
     SilentVideo video;
     ImportExport importExport;
     OutsidePrograms programs;

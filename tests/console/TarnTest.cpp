@@ -188,6 +188,36 @@ TEST(Tarn, PrintsSheets) {
     }
 }
 
+TEST(Tarn, MakesThumbnailsOfAFolder) {
+    const TestFolder folder;
+    const TestFolder notes;
+    folder.Write("a.b.bmp", Bitmap(60, 120));
+    folder.Write("a.b.tif", Bitmap(60, 120)); // by its content, whatever its name
+    folder.Write("c.jpg", "no picture");
+    folder.Write("t.txt", "text");
+    notes.Write("a.b.enf", "half moon");
+    const std::string options = "thumbnails --size 150 --notes " + notes.Path() + " ";
+    const Outcome first = Tarn(options + folder.Path());
+    EXPECT_EQ(first.status, 1);
+    EXPECT_TRUE(Has(first, "Generating thumbnail 2 ...\\thumbnails\\T150_a.b.tif\n"));
+    EXPECT_TRUE(Has(first, "2 thumbnails, sized 150 pixels created in ...\\thumbnails sub folder, "
+                           "1 failed: 'c.jpg' - "));
+    EXPECT_EQ(ReadTree(notes.Path()).at("T150_a.enf"), "\"half moon\"\r\n");
+    folder.Write("thumbnails/T150_a.b.tif", "kept");
+    EXPECT_TRUE(Has(Tarn(options + "--update " + folder.Path()), "\n0 thumbnails, "));
+    EXPECT_EQ(ReadTree(folder.Path() + "/thumbnails").at("T150_a.b.tif"), "kept");
+    for (const char* name : {".", "..", "''", "/tmp"}) {
+        const auto before = ReadTree(folder.Path());
+        const Outcome refused =
+            Tarn(std::string("thumbnails --subfolder ") + name + " " + folder.Path());
+        EXPECT_EQ(refused.status, 1);
+        EXPECT_TRUE(Has(refused, "Sub folder name is not valid"));
+        EXPECT_EQ(ReadTree(folder.Path()), before);
+    }
+    EXPECT_EQ(Tarn("thumbnails --size 5 " + folder.Path()).status, 2);
+    EXPECT_EQ(Tarn("thumbnails " + folder.Path() + "/none").status, 1);
+}
+
 TEST(Tarn, TellsItsUsage) {
     for (const char* bad : {"", "nonsense", "info", "info --date", "info --size a.jpg"}) {
         const Outcome outcome = Tarn(bad);

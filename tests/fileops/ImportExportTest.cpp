@@ -58,12 +58,13 @@ struct BatchDesk {
     RecordingSlides slides{calls};
     RecordingCopies copies{calls};
     RecordingFileCommands fileCommands{calls};
+    RecordingThumbnails thumbnails{calls};
     PicturesAhead ahead;
     RecordingPrinting printing{files};
     std::unique_ptr<Clipboard> clipboard = MakeClipboard();
-    Context context{state,     controls,     navigation, display, info,    notesRoom,  slides,
-                    copies,    fileCommands, video,      shell,   ahead,   *clipboard, files,
-                    *settings, events,       dialogs,    sound,   desktop, printing};
+    Context context{state,  controls,     navigation, display, info,  notesRoom, slides,
+                    copies, fileCommands, thumbnails, video,   shell, ahead,     *clipboard,
+                    files,  *settings,    events,     dialogs, sound, desktop,   printing};
     ImportExport room{context};
 
     BatchDesk() {

@@ -3,6 +3,7 @@
 
 #include "platform/Files.h"
 
+#include <cerrno>
 #include <functional>
 #include <memory>
 #include <string>
@@ -74,6 +75,9 @@ public:
     bool IsWritable(const std::string& p) const override { return real->IsWritable(p); }
     bool MakeFolder(const std::string& p, std::string* e) override {
         return May("folder", p, e) && real->MakeFolder(p, e);
+    }
+    int RemoveFolder(const std::string& p, std::string* e) override {
+        return May("remove folder", p, e) ? real->RemoveFolder(p, e) : EPERM;
     }
     std::string Absolute(const std::string& p) const override { return real->Absolute(p); }
     std::string HomeFolder() const override { return real->HomeFolder(); }

@@ -121,8 +121,10 @@ struct RecordingNotes : NotesCommands {
     void SetSaveCommands() override { calls.push_back("SetSaveCommands"); }
     void NoteFilesChanged() override { calls.push_back("NoteFilesChanged"); }
     std::string NoteTextOf(const std::string&) override { return note; }
+    std::string UnsavedText() override { return unsaved; }
     Calls& calls;
     std::string note;
+    std::string unsaved;
 };
 
 struct RecordingSlides : SlideCommands {
@@ -158,6 +160,21 @@ struct RecordingFileCommands : FileCommands {
     void RenameButton_Click() override { calls.push_back("Rename"); }
     void DuplicateButton_Click() override { calls.push_back("Duplicate"); }
     Calls& calls;
+};
+
+struct RecordingThumbnails : ThumbnailCommands {
+    explicit RecordingThumbnails(Calls& written) : calls(written) {}
+    void GenerateThumbnails(bool updateOnly, const ThumbnailTold& told, QPushButton*) override {
+        calls.push_back(updateOnly ? "thumbnails updated" : "thumbnails");
+        if (told) told("0 thumbnails");
+    }
+    std::string ThumbnailNameOf(const std::string& picture) override {
+        return "T120_" + picture.substr(picture.rfind('/') + 1);
+    }
+    std::string ThumbnailFolderPath() override { return folder; }
+    void ThumbnailsDone() override { calls.push_back("ThumbnailsDone"); }
+    Calls& calls;
+    std::string folder;
 };
 
 struct RecordingSound : Sound {

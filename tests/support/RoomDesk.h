@@ -42,6 +42,7 @@ struct RoomDesk {
     RecordingSlides slides{calls};
     RecordingCopies copies{calls};
     RecordingFileCommands fileops{calls};
+    RecordingThumbnails thumbnails{calls};
     PicturesAhead ahead;
     RecordingPrinting printing{*files};
     std::unique_ptr<Clipboard> clipboard = MakeClipboard();
@@ -54,9 +55,9 @@ struct RoomDesk {
     }
     // With the rooms that a test brings itself.
     Context Join(NavigationCommands& navigation, DisplayCommands& display, InfoCommands& info) {
-        return {state,     controls, navigation, display, info,    notes,      slides,
-                copies,    fileops,  video,      shell,   ahead,   *clipboard, *files,
-                *settings, *events,  dialogs,    sound,   desktop, printing};
+        return {state,  controls,  navigation, display, info,  notes,   slides,
+                copies, fileops,   thumbnails, video,   shell, ahead,   *clipboard,
+                *files, *settings, *events,    dialogs, sound, desktop, printing};
     }
 };
 

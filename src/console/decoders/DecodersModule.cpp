@@ -1,6 +1,7 @@
 // The module that the console companion loads when it needs to look into pictures.
 #include "console/decoders/Conversion.h"
 #include "console/decoders/Sheets.h"
+#include "console/decoders/Thumbnails.h"
 #include "platform/imaging/PictureLoader.h"
 
 #include <QGuiApplication>
@@ -42,4 +43,9 @@ extern "C" void TarnConvert(const std::string* path, const std::string* folder,
 extern "C" void TarnSheet(const tarn::SheetRequest* request, tarn::SheetResult* result) {
     NeedApplication(true);
     *result = tarn::WriteSheet(*request);
+}
+
+extern "C" void TarnThumbnails(const tarn::ThumbnailOrder* order, tarn::ThumbnailOutcome* outcome) {
+    NeedApplication(false);
+    *outcome = tarn::MakeThumbnails(*order);
 }

@@ -2,7 +2,10 @@
 // test implements the one or two that its room rings.
 #pragma once
 
+#include <functional>
 #include <string>
+
+class QPushButton;
 
 namespace tarn {
 
@@ -77,6 +80,7 @@ public:
     virtual void NoteFilesChanged() = 0; // files came into or left the notes folder
     // The saved note of any picture, empty when it has none; box and restore buffer are left alone.
     virtual std::string NoteTextOf(const std::string& picture) = 0;
+    virtual std::string UnsavedText() = 0; // what the box holds and no note has; empty: nothing
 };
 
 class SlideCommands {
@@ -107,6 +111,24 @@ public:
     virtual void DeleteOnlyButton_Click() = 0; // the note stays
     virtual void RenameButton_Click() = 0;
     virtual void DuplicateButton_Click() = 0;
+};
+
+// Thumbnails of the folder shown, in the size and sub folder that are set.
+using ThumbnailTold = std::function<void(const std::string& message)>;
+class ThumbnailCommands {
+public:
+    virtual ~ThumbnailCommands() = default;
+    // One for each picture of the list; asks before it overwrites where that is due. With
+    // `updateOnly` those that stand are kept. `told` (may be empty) gets each text that the message
+    // line gets. A modal window brings its own cancel button.
+    virtual void GenerateThumbnails(bool updateOnly, const ThumbnailTold& told,
+                                    QPushButton* ownCancel) = 0;
+    // "T120_m31.tif" of a picture's name or path.
+    virtual std::string ThumbnailNameOf(const std::string& picture) = 0;
+    // Where they are; empty when the sub folder's name leads out of the folder shown.
+    virtual std::string ThumbnailFolderPath() = 0;
+    // The program ends: what a run changed for its time is put back.
+    virtual void ThumbnailsDone() = 0;
 };
 
 class VideoCommands {

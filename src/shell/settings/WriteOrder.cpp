@@ -120,6 +120,7 @@ const std::vector<std::string>& WriteOrder() {
         "thumbnail_subfolder",
         "thumbnail_clear",
         "thumbnail_create_notes",
+        "list_pictures",
         "slide_clear",
         "slide_alt_arrow_keys",
         "print_only_1st_page",

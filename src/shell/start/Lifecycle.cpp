@@ -210,6 +210,7 @@ void Lifecycle::Form_Unload() {
     if (m.state.Closing) return;
     m.state.Closing = true;
     m.slides.SlideDone(); // what a show changed is not what is saved
+    m.thumbnails.ThumbnailsDone();
     m.video.CloseVideoClip();
     KeepPlaces();
     m.shell.SetBusy(true);

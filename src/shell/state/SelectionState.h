@@ -27,8 +27,9 @@ struct SelectionState {
     std::string TextSavedTypes;
     std::string FilterCustom;
     std::string FilterPresets;
-    bool FilterActive = false; // frmFilter is open
-    int PictureListCheck = 1;  // the class boxes, 0 or 1
+    bool FilterActive = false;   // frmFilter is open
+    bool FilterIsCustom = false; // and its own pattern is on the list
+    int PictureListCheck = 1;    // the class boxes, 0 or 1
     int VideoListCheck = 1;
     int WebListCheck = 0;
 

@@ -15,6 +15,7 @@ struct ThumbState {
     bool ThumbCreateNotes = true;
     bool PrintNotesOnThumbnails = true;
     bool PrintOnly1stPage = false;
+    bool ListPictures = false; // the file list shows pictures, not names
 };
 
 } // namespace tarn

@@ -1,0 +1,55 @@
+#include "console/ThumbnailsCommand.h"
+
+#include "console/Arguments.h"
+
+#include <cstdio>
+#include <filesystem>
+
+namespace tarn {
+
+namespace {
+
+constexpr OptionRule kOptions[] = {
+    {"--size", true}, {"--subfolder", true}, {"--notes", true}, {"--update", false}};
+constexpr int kLeastSize = 16;
+constexpr int kMostSize = 9999;
+
+bool IsFolder(const std::string& path) {
+    std::error_code code;
+    if (std::filesystem::is_directory(path, code)) return true;
+    ComplainOfFile(path, "is not a folder");
+    return false;
+}
+
+} // namespace
+
+int RunThumbnails(std::span<const std::string> words, const ThumbnailMaker& make) {
+    std::string fault;
+    const auto arguments = Arguments::Parse(words, kOptions, fault);
+    ThumbnailOrder order;
+    if (!arguments || !arguments->ReadNumber("--size", kLeastSize, kMostSize, order.width, fault))
+        return ComplainOfUsage(fault, kThumbnailsUsage);
+    if (arguments->Operands().size() != 1)
+        return ComplainOfUsage("one folder is needed", kThumbnailsUsage);
+    order.folder = arguments->Operands().front();
+    if (arguments->Has("--subfolder")) order.subFolder = arguments->ValueOf("--subfolder");
+    order.notes = arguments->ValueOf("--notes");
+    order.update = arguments->Has("--update");
+    if (!IsFolder(order.folder) || (arguments->Has("--notes") && !IsFolder(order.notes)))
+        return kExitFailedFile;
+    int exitStatus = kExitSuccess;
+    order.made = [](const std::string& text) { std::printf("%s\n", text.c_str()); };
+    order.failed = [&exitStatus](const std::string& path, const std::string& why) {
+        ComplainOfFile(path, why);
+        exitStatus = kExitFailedFile;
+    };
+    const ThumbnailOutcome outcome = make(order);
+    if (!outcome.fault.empty()) {
+        ComplainOfFile(order.folder, outcome.fault);
+        return kExitFailedFile;
+    }
+    std::printf("%s\n", outcome.report.c_str());
+    return exitStatus;
+}
+
+} // namespace tarn

@@ -1,0 +1,91 @@
+#include "thumbnails/GridPictures.h"
+
+#include "thumbnails/ScalePicture.h"
+
+#include <algorithm>
+#include <optional>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tarn {
+
+namespace {
+
+constexpr int kLowest = 19;
+
+std::optional<std::int64_t> ModifiedTime(const std::string& path) {
+    struct stat facts {};
+    if (path.empty() || ::stat(path.c_str(), &facts) != 0) return {};
+    return facts.st_mtim.tv_sec;
+}
+
+// Never larger than the picture.
+QImage Fitted(const std::string& path, int side) {
+    return ScalePicture(
+               path,
+               [side](QSize picture) {
+                   const QSize box(side, side);
+                   return picture.width() <= side && picture.height() <= side
+                              ? picture
+                              : picture.scaled(box, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
+               })
+        .pixels;
+}
+
+} // namespace
+
+QImage GridPicture(const GridWish& wish, const SharedCache& cache) {
+    const auto modified = ModifiedTime(wish.picture);
+    if (!modified) return {};
+    const auto made = ModifiedTime(wish.thumbnail);
+    if (made && *made >= *modified) {
+        const QImage thumbnail = Fitted(wish.thumbnail, cache.Side());
+        if (!thumbnail.isNull()) return thumbnail;
+    }
+    QImage picture = cache.Read(wish.picture, *modified);
+    if (!picture.isNull()) return picture;
+    picture = Fitted(wish.picture, cache.Side());
+    if (!picture.isNull()) cache.Write(wish.picture, *modified, picture);
+    return picture;
+}
+
+GridPictures::GridPictures(int side, Deliver deliver)
+    : m_cache(side), m_deliver(std::move(deliver)), m_worker([this] { Work(); }) {}
+
+GridPictures::~GridPictures() {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_ends = true;
+    }
+    m_changed.notify_all();
+    m_worker.join();
+}
+
+void GridPictures::Expect(int generation, std::vector<GridWish> wishes) {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_generation = generation;
+        m_wishes = std::move(wishes);
+        std::reverse(m_wishes.begin(), m_wishes.end());
+    }
+    m_changed.notify_all();
+}
+
+void GridPictures::Work() {
+    ::setpriority(PRIO_PROCESS, static_cast<id_t>(::gettid()), kLowest); // this thread alone
+    std::unique_lock lock(m_mutex);
+    for (;;) {
+        m_changed.wait(lock, [this] { return m_ends || !m_wishes.empty(); });
+        if (m_ends) return;
+        const GridWish wish = std::move(m_wishes.back());
+        m_wishes.pop_back();
+        const int generation = m_generation;
+        lock.unlock();
+        m_deliver(generation, wish.picture, GridPicture(wish, m_cache));
+        lock.lock();
+    }
+}
+
+} // namespace tarn

@@ -1,0 +1,52 @@
+// Small pictures for the list, made one after the other on a worker thread of low priority. What is
+// wished for last is all that is made: rows that were scrolled past are passed over.
+#pragma once
+
+#include "thumbnails/SharedCache.h"
+
+#include <QImage>
+
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace tarn {
+
+struct GridWish {
+    std::string picture;   // full path
+    std::string thumbnail; // path of its thumbnail, taken when it is not older
+};
+
+// A picture that fits into the square; null when the file cannot be shown.
+QImage GridPicture(const GridWish& wish, const SharedCache& cache);
+
+class GridPictures {
+public:
+    // Rung on the worker's thread; the generation is that of the wish.
+    using Deliver =
+        std::function<void(int generation, const std::string& picture, const QImage& image)>;
+
+    GridPictures(int side, Deliver deliver);
+    ~GridPictures(); // waits for the picture in work
+    GridPictures(const GridPictures&) = delete;
+    GridPictures& operator=(const GridPictures&) = delete;
+
+    void Expect(int generation, std::vector<GridWish> wishes);
+
+private:
+    void Work();
+
+    const SharedCache m_cache;
+    const Deliver m_deliver;
+    std::mutex m_mutex; // guards the rest
+    std::condition_variable m_changed;
+    std::vector<GridWish> m_wishes; // the next one last
+    int m_generation = 0;
+    bool m_ends = false;
+    std::thread m_worker;
+};
+
+} // namespace tarn

@@ -1,0 +1,92 @@
+#include "thumbnails/SharedCache.h"
+
+#include "common/paths.h"
+#include "platform/QtText.h"
+
+#include <QByteArray>
+#include <QCryptographicHash>
+#include <QImageReader>
+#include <QImageWriter>
+#include <QStandardPaths>
+
+#include <cctype>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tarn {
+
+namespace {
+
+constexpr int kNormal = 128;
+constexpr int kLarge = 256;
+constexpr char kUri[] = "Thumb::URI";
+constexpr char kTime[] = "Thumb::MTime";
+
+// Only for the user: what is in the pictures is nobody else's business.
+void MakePrivateFolders(const std::string& folder) {
+    const std::string above = FolderOf(folder);
+    if (::access(above.c_str(), F_OK) != 0 && above.size() > 1) MakePrivateFolders(above);
+    ::mkdir(folder.c_str(), 0700);
+}
+
+} // namespace
+
+std::string UriOf(const std::string& path) {
+    constexpr char kPlain[] = "-_.!~*'()/&=+$,:@";
+    std::string uri = "file://";
+    for (const char c : path) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x80 && (std::isalnum(byte) != 0 || std::strchr(kPlain, c) != nullptr)) {
+            uri += c;
+            continue;
+        }
+        char escaped[4];
+        std::snprintf(escaped, sizeof escaped, "%%%02X", byte);
+        uri += escaped;
+    }
+    return uri;
+}
+
+SharedCache::SharedCache(int side)
+    : m_side(side <= kNormal ? kNormal : kLarge),
+      m_folder(
+          JoinPath(FromQt(QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation)),
+                   m_side == kNormal ? "thumbnails/normal" : "thumbnails/large")) {}
+
+std::string SharedCache::FileOf(const std::string& path) const {
+    const QByteArray hash =
+        QCryptographicHash::hash(QByteArray::fromStdString(UriOf(path)), QCryptographicHash::Md5);
+    return JoinPath(m_folder, hash.toHex().toStdString() + ".png");
+}
+
+QImage SharedCache::Read(const std::string& path, std::int64_t modified) const {
+    QImageReader reader(ToQt(FileOf(path)), "png");
+    if (reader.text(kTime) != QString::number(modified) ||
+        reader.text(kUri).toStdString() != UriOf(path))
+        return {};
+    return reader.read();
+}
+
+void SharedCache::Write(const std::string& path, std::int64_t modified,
+                        const QImage& picture) const {
+    const std::string folder = FolderOf(m_folder);
+    if (path.compare(0, folder.size() + 1, folder + "/") == 0) return; // a thumbnail itself
+    MakePrivateFolders(m_folder);
+    std::string beside = JoinPath(m_folder, ".tarn-XXXXXX");
+    const int file = ::mkstemp(beside.data()); // for the user alone
+    if (file < 0) return;
+    ::close(file);
+    QImageWriter writer(ToQt(beside), "png");
+    writer.setText(kUri, QString::fromStdString(UriOf(path)));
+    writer.setText(kTime, QString::number(modified));
+    writer.setText(QStringLiteral("Software"), QStringLiteral("Tarn View"));
+    if (!writer.write(picture) || std::rename(beside.c_str(), FileOf(path).c_str()) != 0)
+        ::unlink(beside.c_str());
+}
+
+} // namespace tarn

@@ -1,0 +1,243 @@
+#include "thumbnails/ThumbRoom.h"
+
+#include "common/paths.h"
+#include "platform/Dialogs.h"
+#include "platform/EventPump.h"
+#include "platform/FileListBox.h"
+#include "platform/QtText.h"
+#include "shell/batch/BatchRun.h"
+#include "thumbnails/ThumbFolder.h"
+#include "thumbnails/ThumbNames.h"
+#include "thumbnails/frmThumbFolder.h"
+
+#include <QAction>
+#include <QPushButton>
+#include <QScopedValueRollback>
+
+#include <algorithm>
+
+namespace tarn {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr std::chrono::milliseconds kPumpEvery(40); // while one thumbnail takes long
+
+// Pictures change on the screen this far apart, and for a small share of the time at most.
+constexpr std::chrono::milliseconds kShowEvery(300);
+constexpr int kShowShare = 20;
+
+} // namespace
+
+ThumbRoom::ThumbRoom(Context& context) : m(context), m_grid(context) {}
+
+ThumbRoom::~ThumbRoom() = default;
+
+void ThumbRoom::ConnectControls() {
+    const MainControls& c = m.controls;
+    m_grid.ConnectControls();
+    Connect(c.GenerateThumbButton, [this] { GenerateThumbButton_Click(); });
+    Connect(c.GenerateThumbCButton, [this] { GenerateThumbCButton_Click(); });
+    Connect(c.ThumbFolderButton, [this] { ThumbFolderButton_Click(); });
+    Connect(c.ThumbFolderDeleteButton, [this] { ThumbFolderDeleteButton_Click(); });
+}
+
+ThumbRequest ThumbRoom::Request() const {
+    const ProgramState& s = m.state;
+    ThumbRequest request;
+    request.pictures = m.controls.FileListBox->Path();
+    request.subFolder = s.ThumbSubFolder;
+    request.width = s.ThumbSize;
+    request.quality = s.ConvertJpgQuality;
+    if (s.ThumbCreateNotes) request.notes = s.NotesFolder;
+    request.noteOf = [this](const std::string& picture) { return m.notes.NoteTextOf(picture); };
+    return request;
+}
+
+std::string ThumbRoom::ThumbnailNameOf(const std::string& picture) {
+    return ThumbnailName(m.state.ThumbSize, LastPart(picture));
+}
+
+std::string ThumbRoom::ThumbnailFolderPath() {
+    return ThumbnailFolder(m.controls.FileListBox->Path(), m.state.ThumbSubFolder);
+}
+
+void ThumbRoom::ThumbnailsDone() {
+    if (m_list) m_list->PutBack();
+}
+
+void ThumbRoom::GenerateThumbButton_Click() {
+    GenerateThumbnails(false, {}, nullptr);
+}
+
+bool ThumbRoom::MayBegin() {
+    if (m.state.BatchRuns || m.state.SlideViewing) return false;
+    if (!ThumbnailFolderPath().empty()) return true;
+    m.shell.ShowMessage(m.controls.FileListBox->Path().empty() ? "No folder is shown"
+                                                               : kBadSubFolder);
+    return false;
+}
+
+void ThumbRoom::GenerateThumbnails(bool updateOnly, const ThumbnailTold& told,
+                                   QPushButton* ownCancel) {
+    if (!MayBegin()) {
+        if (told) told(m.state.MessageText);
+        return;
+    }
+    const QScopedValueRollback<bool> updating(m.state.ThumbUpdate, updateOnly);
+    const std::string unsaved = m.notes.UnsavedText();
+    const std::string unsavedOf = m.state.FileNameOnly;
+    m_list.emplace(m);
+    const std::string report = WholeRun(told, ownCancel);
+    m_list->PutBack();
+    if (!m.events.ProgramEnds()) m_list->SelectFormerRow();
+    m_list.reset();
+    Finish(report, unsaved, unsavedOf, told);
+}
+
+// A note that was being written and was passed over is not lost.
+void ThumbRoom::Finish(std::string report, const std::string& unsaved, const std::string& unsavedOf,
+                       const ThumbnailTold& told) {
+    m.notes.NoteFilesChanged();
+    if (!unsaved.empty() && m.state.NoteText != unsaved) {
+        m.state.NotesSave = unsaved;
+        report += "; Unsaved note of '" + unsavedOf + "' is in the restore buffer";
+    }
+    m.shell.ShowMessage(report);
+    if (told) told(report);
+}
+
+// False when what stands there is not to be overwritten.
+bool ThumbRoom::MakeReady(const std::string& folder) {
+    const ProgramState& s = m.state;
+    const auto names = m.files.FileNames(folder);
+    if (!names || names->empty()) {
+        MakeThumbnailFolder(m.files, m.controls.FileListBox->Path(), s.ThumbSubFolder);
+        return true;
+    }
+    if (!s.ThumbClear &&
+        !m.dialogs.Confirm(Dialogs::Icon::Information, "Confirm Thumbnail Folder Overwrite",
+                           "folder '" + s.ThumbSubFolder + "'\nWill be overwritten!"))
+        return false;
+    ClearThumbnails(m.files, folder); // what stays shows when its thumbnail cannot be saved
+    return true;
+}
+
+std::vector<ThumbJob> ThumbRoom::Jobs(const ThumbRequest& request) const {
+    const FileListBox& list = *m.controls.FileListBox;
+    std::vector<std::string> names;
+    names.reserve(static_cast<std::size_t>(list.Count()));
+    for (int row = 0; row < list.Count(); ++row) names.push_back(list.Text(row));
+    return PlanThumbnails(names, {m.state.VideoTypes, m.state.WebTypes}, request,
+                          m.state.ThumbUpdate, m.files);
+}
+
+std::string ThumbRoom::WholeRun(const ThumbnailTold& told, QPushButton* ownCancel) {
+    if (!m.state.ThumbUpdate && !MakeReady(ThumbnailFolderPath())) {
+        m_list->Leave();
+        return m.state.FilterIsCustom ? "No thumbnails created"
+                                      : "No thumbnails created, the list shows pictures only";
+    }
+    const ThumbRequest request = Request();
+    ThumbRun run(Jobs(request), request, m.files);
+    const bool cancelled = !Make(run, told, ownCancel);
+    return run.Report(cancelled);
+}
+
+bool ThumbRoom::Make(ThumbRun& run, const ThumbnailTold& told, QPushButton* ownCancel) {
+    const BatchRun batch(m, ownCancel);
+    std::string said = "Generating thumbnails";
+    m_nextShow = Clock::now() + kShowEvery;
+    while (!run.Done()) {
+        if (run.WaitForNext(kPumpEvery)) {
+            const int row = run.Next().row;
+            if (run.Step() && told) told(run.Progress());
+            if (!run.Progress().empty()) said = run.Progress();
+            if (!run.Done() && Clock::now() >= m_nextShow) ShowPicture(row, ownCancel);
+        }
+        if (!batch.Step(said)) return run.Done();
+    }
+    return true;
+}
+
+// The window follows the run, as in a show, without holding it up.
+void ThumbRoom::ShowPicture(int row, QPushButton* ownCancel) {
+    const auto begin = Clock::now();
+    {
+        const QScopedValueRollback<bool> navigating(m.state.FileHistNav, true);
+        m.navigation.ClearMultiselect();
+        m.navigation.SelectRow(row);
+    }
+    (ownCancel ? ownCancel : m.controls.BatchCancelButton)->setFocus();
+    const auto end = Clock::now();
+    m_nextShow = end + std::max<Clock::duration>(kShowEvery, (end - begin) * kShowShare);
+}
+
+// From the file of the picture shown; list, folder and notes stay as they are.
+void ThumbRoom::GenerateThumbCButton_Click() {
+    if (!MayBegin() || m.state.FileNameOnly.empty()) return;
+    const std::string folder = ThumbnailFolderPath();
+    const auto names = m.files.FileNames(folder);
+    if (!names || names->empty())
+        MakeThumbnailFolder(m.files, m.controls.FileListBox->Path(), m.state.ThumbSubFolder);
+    ThumbRequest request = Request();
+    request.notes.clear();
+    m.shell.SetBusy(true);
+    ThumbRun run({{m.controls.FileListBox->CurrentRow(), m.state.FileNameOnly}}, request, m.files);
+    run.Step();
+    m.shell.SetBusy(false);
+    m.shell.ShowMessage(run.Report(false));
+}
+
+bool ThumbRoom::SetSubFolder(const std::string& name) {
+    const std::string& shown = m.controls.FileListBox->Path();
+    // Where the folder shown has a link of that name to elsewhere, it is refused, too.
+    if (!IsSubFolderName(name) || (!shown.empty() && ThumbnailFolder(shown, name).empty()))
+        return false;
+    m.state.ThumbSubFolder = name;
+    m.shell.ShowMessage("Thumbnail sub folder set to '" + ShownSubFolder(name) + "'");
+    QAction* entry = m.controls.GenerateThumbButton;
+    entry->setText(entry->property("baseCaption").toString() + ToCaption(name));
+    return true;
+}
+
+void ThumbRoom::ThumbFolderButton_Click() {
+    if (!m_window)
+        m_window = std::make_unique<frmThumbFolder>(
+            *m.controls.FileListBox->window(),
+            [this](const std::string& name) { return SetSubFolder(name); });
+    m_window->Ask(m.state.ThumbSubFolder);
+}
+
+void ThumbRoom::ThumbFolderDeleteButton_Click() {
+    if (!MayBegin()) return;
+    const std::string folder = ThumbnailFolderPath();
+    const std::string pictures = m.controls.FileListBox->Path();
+    ClearFaults faults;
+    const auto names = m.files.FileNames(folder);
+    if (names && !names->empty()) {
+        if (!m.dialogs.Confirm(
+                Dialogs::Icon::Exclamation, "Confirm Thumbnail Folder & HTML Delete",
+                "Sub folder '" + m.state.ThumbSubFolder +
+                    "'\nand 'Image*.html' files in current folder\nWill be deleted!"))
+            return;
+        faults = ClearThumbnails(m.files, folder);
+        const bool pages = !GalleryPages(m.files, pictures).empty();
+        ThrowAwayPages(m.files, pictures, faults);
+        if (pages) m.navigation.RefreshDirButton_Click();
+    }
+    std::string why;
+    const int number = m.files.RemoveFolder(folder, &why);
+    if (number != 0)
+        m.dialogs.Message(Dialogs::Icon::Exclamation, "RmDir error",
+                          "Error deleting folder\n" + folder + "\n\nError " +
+                              std::to_string(number) + ", " + why);
+    std::string said =
+        number == 0 ? "Deleted '" + folder + "'" : "ERROR - Cannot delete '" + folder + "'";
+    if (faults.count > 0)
+        said += ", " + std::to_string(faults.count) + " files remain: " + faults.first;
+    m.shell.ShowMessage(said);
+}
+
+} // namespace tarn

@@ -1,0 +1,59 @@
+// The thumbnails of the folder shown: made, brought up to date, deleted.
+#pragma once
+
+#include "shell/Context.h"
+#include "thumbnails/ListForRun.h"
+#include "thumbnails/ThumbGrid.h"
+#include "thumbnails/ThumbRun.h"
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace tarn {
+
+class BatchRun;
+class frmThumbFolder;
+
+class ThumbRoom : public ThumbnailCommands {
+public:
+    explicit ThumbRoom(Context& context);
+    ~ThumbRoom() override;
+
+    void ConnectControls();
+    void ShowSettings() { m_grid.ShowSettings(); } // once they are read
+
+    void GenerateThumbnails(bool updateOnly, const ThumbnailTold& told,
+                            QPushButton* ownCancel) override;
+    std::string ThumbnailNameOf(const std::string& picture) override;
+    std::string ThumbnailFolderPath() override;
+    void ThumbnailsDone() override;
+
+    void GenerateThumbButton_Click();
+    void GenerateThumbCButton_Click();
+    void ThumbFolderButton_Click();
+    void ThumbFolderDeleteButton_Click();
+
+    frmThumbFolder* Folder() const { return m_window.get(); } // null before its first opening
+
+private:
+    ThumbRequest Request() const;
+    bool MayBegin();
+    bool MakeReady(const std::string& folder);
+    std::vector<ThumbJob> Jobs(const ThumbRequest& request) const;
+    std::string WholeRun(const ThumbnailTold& told, QPushButton* ownCancel);
+    bool Make(ThumbRun& run, const ThumbnailTold& told, QPushButton* ownCancel);
+    void ShowPicture(int row, QPushButton* ownCancel);
+    void Finish(std::string report, const std::string& unsaved, const std::string& unsavedOf,
+                const ThumbnailTold& told);
+    bool SetSubFolder(const std::string& name);
+
+    Context& m;
+    ThumbGrid m_grid;
+    std::unique_ptr<frmThumbFolder> m_window;
+    std::optional<ListForRun> m_list; // while a run lasts
+    std::chrono::steady_clock::time_point m_nextShow;
+};
+
+} // namespace tarn

@@ -1,0 +1,153 @@
+// Names, folder and run, on real files.
+#include "PictureFiles.h"
+#include "support/ForwardingFiles.h"
+#include "support/TestFolder.h"
+#include "support/Trees.h"
+
+#include "thumbnails/ThumbFolder.h"
+#include "thumbnails/ThumbNames.h"
+#include "thumbnails/ThumbRun.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace tarn::testing {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct RunDesk {
+    TestFolder folder;
+    TestFolder notes;
+    ForwardingFiles files;
+    ThumbRequest request;
+
+    RunDesk() {
+        request.pictures = folder.Path();
+        request.subFolder = "thumbnails";
+        request.notes = notes.Path();
+        request.noteOf = [](const std::string& picture) {
+            return picture.ends_with("c.jpg") ? "M 31 \"Andromeda\" \u2019\r\n" : "";
+        };
+        fs::create_directory(Thumbs());
+    }
+    std::string Thumbs() const { return folder.Path() + "/thumbnails"; }
+    void Add(const std::string& name) { folder.Write(name, JpegBytes(TellTale(60, 40))); }
+    std::string Report(const std::vector<std::string>& names, bool update = false) {
+        ThumbRun run(PlanThumbnails(names, {"*.avi", "*.html"}, request, update, files), request,
+                     files);
+        while (!run.Done()) run.Step();
+        return run.Report(false);
+    }
+    std::string Made() const {
+        std::string names;
+        for (const auto& [name, bytes] : ReadTree(Thumbs())) names += name + " ";
+        return names;
+    }
+};
+
+TEST(ThumbNames, HoldTheSizeAndTheWholeName) {
+    EXPECT_EQ(ThumbnailName(64, "m31.tif"), "T064_m31.tif");
+    EXPECT_EQ(ThumbnailName(1200, "a.b.jpg"), "T1200_a.b.jpg");
+    EXPECT_EQ(ThumbnailNoteName(150, "a.b.jpg"), "T150_a.enf");
+    for (const char* name : {"T120_a.jpg", "T1_x"}) EXPECT_TRUE(IsThumbnailName(name)) << name;
+    for (const char* name : {"", "T", "T_a.jpg", "t120_a.jpg", "T120_", "T120a.jpg", "M31.jpg"})
+        EXPECT_FALSE(IsThumbnailName(name)) << name;
+}
+
+TEST(ThumbFolder, LiesStrictlyBelowThePictures) {
+    const TestFolder folder;
+    const TestFolder elsewhere;
+    const std::string at = folder.Path();
+    fs::create_directory(at + "/in");
+    fs::create_directory_symlink(elsewhere.Path(), at + "/out");
+    fs::create_directory_symlink(at, at + "/self");
+    for (const char* name : {"thumbnails", "in", "in/deep", "a\\b", "..a", "in/../other"})
+        EXPECT_EQ(ThumbnailFolder(at, name), at + "/" + name);
+    for (const char* name :
+         {"", ".", "./", "..", "../x", "/tmp", "in/..", "in/../..", "out", "out/x", "self"})
+        EXPECT_EQ(ThumbnailFolder(at, name), "") << name;
+    EXPECT_EQ(ThumbnailFolder("", "thumbnails"), "");
+}
+
+TEST(ThumbFolder, ClearingDeletesThumbnailsAndThrowsTheRestAway) {
+    RunDesk d;
+    d.Add("a.jpg");
+    d.folder.Write("thumbnails/T120_a.jpg", "old");
+    d.folder.Write("thumbnails/original.jpg", "dear");
+    d.folder.Write("thumbnails/.hidden", "stays");
+    fs::create_directory(d.Thumbs() + "/deep");
+    std::string trashed;
+    d.files.onChange = [&](const std::string& verb, const std::string& path) {
+        if (verb == "trash") trashed += path.substr(path.rfind('/') + 1);
+        return std::string();
+    };
+    EXPECT_EQ(ClearThumbnails(d.files, d.Thumbs()).count, 0);
+    EXPECT_EQ(trashed, "original.jpg");
+    EXPECT_FALSE(fs::exists(d.Thumbs() + "/T120_a.jpg"));
+    EXPECT_TRUE(fs::exists(d.Thumbs() + "/.hidden"));
+    EXPECT_TRUE(fs::exists(d.Thumbs() + "/deep"));
+    EXPECT_TRUE(fs::exists(d.folder.Path() + "/a.jpg"));
+}
+
+TEST(ThumbRun, MakesPicturesInTheOrderOfTheListAndTheirNotes) {
+    RunDesk d;
+    for (const char* name : {"a.jpg", "b.c.jpg", "x.jpg"}) d.Add(name);
+    const std::vector<std::string> names{"a.jpg",     "b.c.jpg", "film.avi",
+                                         "page.html", "t.txt",   "x.jpg"};
+    std::vector<std::string> written;
+    d.files.onChange = [&](const std::string& verb, const std::string& path) {
+        if (verb == "write") written.push_back(path.substr(path.rfind('/') + 1));
+        return std::string();
+    };
+    EXPECT_EQ(d.Report(names),
+              "3 thumbnails, sized 120 pixels created in ...\\thumbnails sub folder");
+    EXPECT_EQ(written,
+              (std::vector<std::string>{"T120_a.jpg", "T120_b.c.jpg", "T120_b.enf", "T120_x.jpg"}));
+    EXPECT_EQ(ReadTree(d.notes.Path()).at("T120_b.enf"), "\"M 31 \"Andromeda\" \x92\r\n\"\r\n");
+    EXPECT_EQ(ReadTree(d.Thumbs()).at("T120_x.jpg").substr(0, 2), "\xFF\xD8");
+}
+
+TEST(ThumbRun, UpdateKeepsWhatStandsInAnyCase) {
+    RunDesk d;
+    for (const char* name : {"a.jpg", "A.jpg", "b.jpg"}) d.Add(name);
+    d.folder.Write("thumbnails/T120_a.jpg", "kept");
+    d.folder.Write("thumbnails/t120_B.JPG", "kept, too");
+    d.folder.Write("thumbnails/T064_c.jpg", "another size");
+    EXPECT_EQ(d.Report({"A.jpg", "a.jpg", "b.jpg"}, true).substr(0, 13), "1 thumbnails,");
+    EXPECT_EQ(d.Made(), "T064_c.jpg T120_A.jpg T120_a.jpg t120_B.JPG ");
+    EXPECT_EQ(ReadTree(d.Thumbs()).at("T120_a.jpg"), "kept");
+    EXPECT_EQ(d.Report({"A.jpg", "a.jpg", "b.jpg"}, true).substr(0, 13), "0 thumbnails,");
+}
+
+TEST(ThumbRun, GoesOnBehindFailuresAndNamesTheFirst) {
+    RunDesk d;
+    for (const char* name : {"a.jpg", "d.jpg"}) d.Add(name);
+    d.folder.Write("b.jpg", "no picture at all");
+    d.files.onChange = [](const std::string& verb, const std::string& path) {
+        return verb == "write" && path.ends_with("T120_a.jpg")
+                   ? std::string("No space left on device")
+                   : std::string();
+    };
+    EXPECT_EQ(d.Report({"a.jpg", "b.jpg", "d.jpg"}),
+              "1 thumbnails, sized 120 pixels created in ...\\thumbnails sub folder, "
+              "2 failed: 'a.jpg' - No space left on device");
+    EXPECT_EQ(d.Made(), "T120_d.jpg ");
+}
+
+TEST(ThumbRun, EndsInTheMiddleWithoutWaitingForTheRest) {
+    RunDesk d;
+    std::vector<std::string> names;
+    for (int i = 0; i < 200; ++i) {
+        names.push_back(std::to_string(i) + ".jpg");
+        d.Add(names.back());
+    }
+    ThumbRun run(PlanThumbnails(names, {}, d.request, false, d.files), d.request, d.files);
+    run.Step();
+    EXPECT_EQ(run.Report(true).substr(0, 26), "CANCELLED - 1 thumbnails, ");
+    EXPECT_EQ(d.Made(), "T120_0.jpg ");
+}
+
+} // namespace
+} // namespace tarn::testing
