@@ -17,7 +17,6 @@ using SheetFunction = void (*)(const SheetRequest* request, SheetResult* result)
 
 constexpr char kNotInstalled[] = "the decoders are not installed";
 
-
 std::string ProgramFolder() {
     char path[PATH_MAX];
     const ssize_t length = ::readlink("/proc/self/exe", path, sizeof path);
