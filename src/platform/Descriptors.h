@@ -1,9 +1,13 @@
-// Open files by number, for the other files of this folder.
+// Open files by number, and what they replace, for the other files of this folder.
 #pragma once
 
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
+#include <climits>
+#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <string_view>
@@ -41,6 +45,21 @@ inline bool WriteAll(int file, std::string_view bytes) {
         bytes.remove_prefix(static_cast<std::size_t>(written));
     }
     return true;
+}
+
+// Where a chain of links ends; the path itself when it is none.
+inline std::string BehindLinks(const std::string& path) {
+    std::array<char, PATH_MAX> real{};
+    return ::realpath(path.c_str(), real.data()) ? std::string(real.data()) : path;
+}
+
+// The mode a new file gets: that of the one it replaces, or what a plain open would have given.
+inline mode_t ModeFor(const std::string& target) {
+    struct stat info {};
+    if (::stat(target.c_str(), &info) == 0) return info.st_mode & 07777;
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return 0666 & ~mask;
 }
 
 } // namespace tarn

@@ -78,21 +78,6 @@ private:
     Handle m_file; // opened last: it sets the names above
 };
 
-// Where a chain of links ends; the path itself when it is none.
-std::string BehindLinks(const std::string& path) {
-    std::array<char, PATH_MAX> real{};
-    return ::realpath(path.c_str(), real.data()) ? std::string(real.data()) : path;
-}
-
-// The mode a new file gets: that of the one it replaces, or what a plain open would have given.
-mode_t ModeFor(const std::string& target) {
-    struct stat info {};
-    if (::stat(target.c_str(), &info) == 0) return info.st_mode & 07777;
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    return 0666 & ~mask;
-}
-
 bool PutBytes(int file, std::string_view bytes) {
     return ::lseek(file, 0, SEEK_SET) == 0 && WriteAll(file, bytes) &&
            ::ftruncate(file, static_cast<off_t>(bytes.size())) == 0 && ::fsync(file) == 0;
@@ -258,15 +243,17 @@ bool DiskChanges::Extend(const std::string& path, std::size_t offset, std::strin
     if (!file || ::fstat(file.Number(), &info) != 0) return Fail(error);
     const auto size = static_cast<std::size_t>(info.st_size);
     if (!S_ISREG(info.st_mode) || offset > size) return Fail(error, EINVAL);
-    const auto whole = Read(path, SIZE_MAX, error);
-    if (!whole) return false;
+    std::string old(size - offset, '\0');
+    if (::pread(file.Number(), old.data(), old.size(), static_cast<off_t>(offset)) !=
+        static_cast<ssize_t>(old.size()))
+        return Fail(error, EIO);
     const auto put = [&](std::string_view what) {
         return ::lseek(file.Number(), static_cast<off_t>(offset), SEEK_SET) >= 0 &&
                WriteAll(file.Number(), what);
     };
-    if (put(bytes)) return true;
+    if (put(bytes) && ::fdatasync(file.Number()) == 0) return true;
     const int why = errno;
-    put(std::string_view(*whole).substr(offset));
+    put(old);
     // Nothing more can be done when even this fails.
     (void)!::ftruncate(file.Number(), info.st_size);
     return Fail(error, why);

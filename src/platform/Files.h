@@ -18,8 +18,8 @@ public:
 
     virtual bool Write(const std::string& name, std::string_view bytes, std::string* error) = 0;
 
-    // Over what stands there. On a failure `error` and the name that failed; those before it are in
-    // place.
+    // Over what stands there, whose mode they take. On a failure `error` and the name that failed;
+    // everything then stands as it stood.
     virtual bool Place(std::string* error, std::string* failed) = 0;
 };
 

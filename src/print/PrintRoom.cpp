@@ -141,6 +141,7 @@ void PrintRoom::PrintSheets(const SheetLayout& layout) {
     auto printer = m.printing.Open(upright);
 
     const std::string filename = s.Filename;
+    s.PrintSavedFilename = filename;
     const std::string counter = s.TextNumOf;
     const std::string fileType = s.FileType;
     const std::string note = s.NoteText;
@@ -149,6 +150,7 @@ void PrintRoom::PrintSheets(const SheetLayout& layout) {
     const bool done = RunSheets(*printer, layout, said);
     s.Filename = filename;
     s.FileType = fileType;
+    s.PrintSavedFilename.clear();
     if (m.events.ProgramEnds() || s.Closing) return;
     ShowFormerPicture(filename, counter);
     // Of all the notes that passed through the box, the one that was in hand is worth keeping.

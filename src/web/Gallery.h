@@ -33,7 +33,6 @@ struct GalleryPicture {
 };
 
 inline constexpr std::size_t kNoteBytes = 8000;
-inline constexpr char kStyleName[] = "slides.css";
 inline constexpr char kFrameTopName[] = "index_top.html";
 inline constexpr char kFrameThumbsName[] = "index_thumbs.html";
 

@@ -38,7 +38,7 @@ void AddTitleBox(PageText& page, const GallerySettings& s, std::string_view targ
 
 void AddHead(PageText& page, const GallerySettings& s, const GalleryRunFacts& run) {
     AddHeadLines(page, run.version);
-    page.Line(" <link rel=\"stylesheet\" type=\"text/css\" href=\"", kStyleName, "\">");
+    AddStyleLink(page);
     page.Line(" <title> ", s.HtmlThumbTitle, " - Index </title>");
 }
 
@@ -138,11 +138,11 @@ std::string PicturePageName(int k) {
 }
 
 std::string GalleryFileSize(long long bytes) {
-    constexpr double kMillion = 1000000;
-    constexpr double kThousand = 1000;
-    const double size = double(bytes);
-    return size >= kMillion ? FormatFixed(size / kMillion, 1) + "M"
-                            : FormatFixed(size / kThousand, 0) + "K";
+    constexpr long long kTenth = 100000; // of a million; halves are rounded up
+    constexpr long long kThousand = 1000;
+    if (bytes < 10 * kTenth) return NumberText((bytes + kThousand / 2) / kThousand) + "K";
+    const long long tenths = (bytes + kTenth / 2) / kTenth;
+    return NumberText(tenths / 10) + "." + NumberText(tenths % 10) + "M";
 }
 
 std::string GalleryIndexHead(const GallerySettings& s, const GalleryRunFacts& run) {

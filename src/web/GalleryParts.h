@@ -13,8 +13,4 @@ inline std::string AlignOf(const GallerySettings& settings) {
     return settings.ThumbImagePos == ImageCenter ? "center" : "left";
 }
 
-inline std::string NumberText(long long value) {
-    return std::to_string(value);
-}
-
 } // namespace tarn

@@ -5,7 +5,6 @@
 #include "common/numbers.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace tarn {
 
@@ -17,8 +16,8 @@ bool HasLimit(const GallerySettings& s) {
     return s.HtmlThumbCs != 0 && s.ThumbImagePos != ImageAuto;
 }
 
-std::string LimitText(const GallerySettings& s) {
-    return NumberText(std::atoi(s.HtmlThumbCsValue.c_str()));
+int LimitOf(const GallerySettings& s) {
+    return ParseInt32(s.HtmlThumbCsValue).value_or(0);
 }
 
 bool IsOn(const GallerySettings& s, std::size_t line) {
@@ -81,7 +80,7 @@ private:
     void Head() {
         m_page.Line(kDocumentType);
         AddHeadLines(m_page, m_run.version);
-        m_page.Line(" <link rel=\"stylesheet\" type=\"text/css\" href=\"", kStyleName, "\">");
+        AddStyleLink(m_page);
         m_page.Line(" <title>", s.HtmlThumbTitle, "</title>");
         if (m_run.frames) {
             m_page.Line();
@@ -131,10 +130,9 @@ private:
     void Navigation() {
         const bool plain = !m_run.frames;
         const bool wraps = s.HtmlThumbWrap != 0;
-        const bool side = s.HtmlThumbNotesTop; // the notes' place says where the buttons stand
         m_page.Line("<table border=0 cellspacing=0 cellpadding=0>");
-        m_page.Line("<tr style=\"position: relative; ", side ? "top: 3" : "bottom: 0",
-                    "px; left: 10px;\">");
+        m_page.Line("<tr style=\"position: relative; ",
+                    s.HtmlThumbNotesTop ? "top: 3" : "bottom: 0", "px; left: 10px;\">");
         m_page.Line("<td>");
         m_page.Line("<div>");
         if (plain && s.HtmlThumbHomeLink != 0) Button(s.HtmlThumbHomeUrl, "", "Home");
@@ -161,10 +159,10 @@ private:
 
     void TopNotes() {
         if (s.HtmlThumbNotesTopLine != 0 && !m_lines.empty()) {
-            const int last = int(m_lines.size()) - 1;
-            const int first = std::clamp(s.HtmlThumbBeginSliderTop - 1, 0, last);
-            const int end = std::min(last, first + s.HtmlThumbSliderTop - 1);
-            for (int i = first; i == first || i <= end; ++i)
+            const auto last = static_cast<long long>(m_lines.size()) - 1;
+            const long long first = std::clamp<long long>(s.HtmlThumbBeginSliderTop - 1LL, 0, last);
+            const long long end = std::min(last, first + s.HtmlThumbSliderTop - 1);
+            for (long long i = first; i == first || i <= end; ++i)
                 m_page.Line("  <td class=\"desc", i == first ? "1" : "2", "\">",
                             m_lines[std::size_t(i)], "</td>");
         }
@@ -203,7 +201,7 @@ private:
         m_page.Line("  <img class=\"exif_slide\"",
                     withTitle ? "title=\"Click for full size picture (" + m_pixels + ")\"" : "",
                     " src = \"", m_path, "\"; border = 0; \"");
-        const std::string limit = LimitText(s);
+        const std::string limit = NumberText(LimitOf(s));
         if (s.HtmlThumbCsWidth) m_page.Line("        style=\"width:", limit, "px\"");
         if (s.HtmlThumbCsHeight) m_page.Line("        style=\"height:", limit, "px\"");
         m_page.Line("  usemap=\"#map_picture\">");
@@ -340,7 +338,7 @@ private:
 MapSize GalleryMapSize(const GallerySettings& s, int width, int height) {
     if (!HasLimit(s) || width <= 0 || height <= 0) return {width, height};
     const double ratio = double(float(width) / float(height));
-    const int limit = std::atoi(s.HtmlThumbCsValue.c_str());
+    const int limit = LimitOf(s);
     if (s.HtmlThumbCsWidth) return {limit, RoundHalfEven(limit / ratio)};
     if (s.HtmlThumbCsHeight) return {RoundHalfEven(limit * ratio), limit};
     return {width, height};

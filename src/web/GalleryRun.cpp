@@ -6,14 +6,16 @@
 #include "web/SystemError.h"
 
 #include <algorithm>
-#include <filesystem>
+#include <cerrno>
+#include <cstring>
 #include <map>
+#include <set>
 
 namespace tarn {
 
 namespace {
 
-GalleryRunFacts FactsOf(const GalleryPlan& plan) {
+GalleryRunFacts RunFactsOf(const GalleryPlan& plan) {
     GalleryRunFacts run;
     run.frames = plan.frames;
     run.count = int(plan.items.size());
@@ -46,21 +48,17 @@ int SizeOf(std::string_view thumbnail) {
     return std::atoi(std::string(thumbnail.substr(1)).c_str());
 }
 
-long long BytesOf(const std::string& path) {
-    std::error_code code;
-    const auto bytes = std::filesystem::file_size(path, code);
-    return code ? 0 : static_cast<long long>(bytes);
+// Whether the run itself makes a file of this name, beside the chosen one.
+bool IsTaken(const GalleryPlan& plan, const std::string& name) {
+    const bool frame = plan.frames && (name == kFrameTopName || name == kFrameThumbsName);
+    return frame || name == kStyleName || name == kZoomScript || IsPicturePage(name);
 }
 
 } // namespace
 
 std::vector<GalleryItem> PairThumbnails(const std::vector<std::string>& thumbnails,
                                         const std::vector<std::string>& pictures, int size) {
-    const std::map<std::string_view, int> known = [&] {
-        std::map<std::string_view, int> names;
-        for (const std::string& picture : pictures) names.emplace(picture, 0);
-        return names;
-    }();
+    const std::set<std::string_view> known(pictures.begin(), pictures.end());
     std::vector<GalleryItem> items;
     std::map<std::string_view, std::size_t> at;
     for (const std::string& thumbnail : thumbnails) {
@@ -77,17 +75,18 @@ std::vector<GalleryItem> PairThumbnails(const std::vector<std::string>& thumbnai
 
 GalleryRun::GalleryRun(Files& files, GalleryPlan plan, GallerySources sources)
     : m_files(files), m_plan(std::move(plan)), m_sources(std::move(sources)),
-      m_settings(InPageBytes(m_plan.settings)), m_run(tarn::FactsOf(m_plan)),
+      m_settings(InPageBytes(m_plan.settings)), m_run(RunFactsOf(m_plan)),
       m_folder(FolderOf(m_plan.indexPath)), m_cells(m_settings, m_run) {
-    std::string error;
-    m_staged = m_files.Stage(m_folder, &error);
+    const std::string index = LastPart(m_plan.indexPath);
+    std::string error = std::strerror(EEXIST);
+    if (!IsTaken(m_plan, index)) m_staged = m_files.Stage(m_folder, &error);
     if (!m_staged) {
-        Fail(LastPart(m_plan.indexPath), error);
+        Fail(index, error);
         return;
     }
     if (!Stage(kStyleName, GalleryStyle(m_settings))) return;
     if (m_run.frames) {
-        if (!Stage(LastPart(m_plan.indexPath), GalleryIndexHead(m_settings, m_run)) ||
+        if (!Stage(index, GalleryIndexHead(m_settings, m_run)) ||
             !Stage(kFrameTopName, GalleryFrameTop(m_settings, m_run)))
             return;
         m_index = GalleryFrameThumbsHead(m_settings, m_run);
@@ -120,7 +119,7 @@ bool GalleryRun::Stage(const std::string& name, std::string_view bytes) {
 
 bool GalleryRun::StageScript() {
     if (m_scriptStaged) return true;
-    if (!m_plan.script) return Fail(kZoomScript, "No such file or directory");
+    if (!m_plan.script) return Fail(kZoomScript, std::strerror(ENOENT));
     m_scriptStaged = Stage(kZoomScript, *m_plan.script);
     return m_scriptStaged;
 }
@@ -130,7 +129,7 @@ GalleryPicture GalleryRun::FactsOf(const GalleryItem& item) {
     GalleryPicture picture;
     picture.name = ToPageBytes(item.picture);
     picture.thumbnail = ToPageBytes(item.thumbnail);
-    picture.fileBytes = BytesOf(path);
+    picture.fileBytes = m_sources.fileBytes(path);
     picture.note = m_sources.noteBytes(path).substr(0, kNoteBytes);
     if (!MakesPages()) return picture;
     std::tie(picture.width, picture.height) = m_sources.uprightSize(path);
@@ -189,8 +188,8 @@ GalleryRun::Thrown GalleryRun::TakeOldAway() {
 
 bool GalleryRun::StagePages() {
     m_index += GalleryIndexFoot(m_settings, m_run);
-    return (!CallsScript(OldPages()) || StageScript()) &&
-           Stage(m_run.frames ? kFrameThumbsName : LastPart(m_plan.indexPath), m_index);
+    return Stage(m_run.frames ? kFrameThumbsName : LastPart(m_plan.indexPath), m_index) &&
+           (!CallsScript(OldPages()) || StageScript());
 }
 
 bool GalleryRun::Finish() {

@@ -35,7 +35,8 @@ struct GalleryPlan {
 // Where the facts of a picture come from; each is asked once a picture, by its path.
 struct GallerySources {
     std::function<std::pair<int, int>(const std::string&)> uprightSize; // 0 x 0: not readable
-    std::function<std::string(const std::string&)> noteBytes;           // empty: no note
+    std::function<long long(const std::string&)> fileBytes;
+    std::function<std::string(const std::string&)> noteBytes; // empty: no note
     std::function<std::vector<std::string>(const std::string&)> panelRows;
 };
 
@@ -52,7 +53,10 @@ std::vector<GalleryItem> PairThumbnails(const std::vector<std::string>& thumbnai
 
 class GalleryRun {
 public:
+    // A chosen file with the name of one of the run's own pages is a fault.
     GalleryRun(Files& files, GalleryPlan plan, GallerySources sources);
+    GalleryRun(const GalleryRun&) = delete;
+    GalleryRun& operator=(const GalleryRun&) = delete;
 
     // The next picture. False when all are done, and after a fault.
     bool Step();

@@ -36,7 +36,7 @@ bool UsesLabels(const HtmlSettings& s) {
 class EntryWriter {
 public:
     EntryWriter(const HtmlSettings& settings, const EntryFacts& facts, const PageRun& run)
-        : s(settings), f(facts), m_run(run), m_n(std::to_string(run.imageNumber)),
+        : s(settings), f(facts), m_run(run), m_n(NumberText(run.imageNumber)),
           m_source(IsVideo(facts) ? kVideoPicture : facts.name) {
         SetLink();
     }
@@ -100,7 +100,7 @@ private:
     }
 
     void EndRow() {
-        if (f.hasVideo)
+        if (f.hasVideo && s.HtmlMp4Video != 0)
             m_page.Line("<br><a href=\"", VideoNameOf(s, f.name),
                         "\"><u>Click here for mp4 video</u></a>");
         m_page.Line("  </td>");
@@ -172,7 +172,7 @@ private:
             m_page.Line("  <td class=\"lt\">");
             Image();
             Notes(std::string(kSeparatingLine) + "<p style=\"margin: 0px 0px 0px " +
-                      std::to_string(kRightIndent + m_sizeValue) + "px\">",
+                      NumberText(kRightIndent + m_sizeValue) + "px\">",
                   "</p>");
         }
         EndRow();
@@ -183,18 +183,18 @@ private:
     }
 
     static std::string HeightWidth(int height, int width) {
-        return " height=" + std::to_string(height) + " width=" + std::to_string(width);
+        return " height=" + NumberText(height) + " width=" + NumberText(width);
     }
 
     // Each size mode that is on writes its line.
     void ImageLines() {
         if (s.HtmlSizeW) {
             m_sizeValue = std::min(s.HtmlWidth, f.width);
-            ImageLine(" width=" + std::to_string(m_sizeValue));
+            ImageLine(" width=" + NumberText(m_sizeValue));
         }
         if (s.HtmlSizeH) {
             m_sizeValue = std::min(s.HtmlHeight, f.height);
-            ImageLine(" height=" + std::to_string(m_sizeValue));
+            ImageLine(" height=" + NumberText(m_sizeValue));
         }
         if (s.HtmlSizeO) ImageLine(HeightWidth(f.previewHeight, f.previewWidth));
         if (s.HtmlSizeF) {

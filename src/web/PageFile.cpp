@@ -17,7 +17,7 @@ bool PageFile::Create(const std::string& path, std::string_view bytes, std::stri
 bool PageFile::Append(const std::string& path, std::string_view now, std::string* error) {
     m_open = false;
     m_path = path;
-    const auto bytes = m_files.Read(path, SIZE_MAX, error);
+    const auto bytes = m_files.Read(path, std::size_t(kLargestAppend) + 1, error);
     if (!bytes) return false;
     const long long offset = AppendOffset(static_cast<long long>(bytes->size()));
     if (offset < 0) {

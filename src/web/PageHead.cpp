@@ -11,10 +11,6 @@ namespace {
 constexpr long long kCloseReach = 20; // how far before its end a page is written over
 constexpr int kNotesToRight = 4;      // the page format
 
-std::string Number(int value) {
-    return std::to_string(value);
-}
-
 void AddStyle(PageText& page, const HtmlSettings& s) {
     const std::string& text = s.HtmlTextColor;
     const std::string& border = s.HtmlBorderColor;
@@ -24,7 +20,7 @@ void AddStyle(PageText& page, const HtmlSettings& s) {
 
     page.Line(" <style>");
     page.Line("  body {font-family: ", s.HtmlFontname,
-              ", verdana, arial, sans; font-size: ", Number(s.HtmlFontsize), "pt;}");
+              ", verdana, arial, sans; font-size: ", NumberText(s.HtmlFontsize), "pt;}");
     page.Line("  table {padding: 0px 0px 0px 0px;}  ");
     page.Line("  a {text-decoration: none;}");
     page.Line("  a.navt {display: block; text-align: center;");
@@ -36,7 +32,7 @@ void AddStyle(PageText& page, const HtmlSettings& s) {
               "; vertical-align: top; padding: 4px 20px 0px 20px; color: #", text, ";}");
     page.Line("  p.tx {padding: 0; margin: 0px 5px 0px 5px;}");
     page.Line("  td.lt {text-align: left; vertical-align: top;}");
-    page.Line("  div.exif_title { border: ", Number(s.HtmlTitleBorderWidth), "px ridge;");
+    page.Line("  div.exif_title { border: ", NumberText(s.HtmlTitleBorderWidth), "px ridge;");
     page.Line("     background-color: #", s.HtmlTitleBgColor, ";");
     page.Line("     border-color: #", border, ";");
     page.Line("     padding: 5px; margin: 5px;}");
@@ -45,10 +41,10 @@ void AddStyle(PageText& page, const HtmlSettings& s) {
               text, "; float: left;}");
     page.Line("  div.buttons {text-align: right; margin-right: 20px; font-size: smaller; color: #",
               text, "; float: right;}");
-    page.Line("  img {border: ", Number(s.HtmlBorder), "px ridge #", border, "}");
-    page.Line("  img:hover {border: ", Number(s.HtmlBorder), "px ridge #", text, "}");
+    page.Line("  img {border: ", NumberText(s.HtmlBorder), "px ridge #", border, "}");
+    page.Line("  img:hover {border: ", NumberText(s.HtmlBorder), "px ridge #", text, "}");
     page.Line("  p.line {border-bottom-style: solid; border-bottom-width: ",
-              Number(s.HtmlLineWidth), "px; ");
+              NumberText(s.HtmlLineWidth), "px; ");
     page.Line("          padding:0px; margin: ", toRight ? "20" : "15", "px ", side, "px 15px ",
               side, "px;");
     page.Line("          border-bottom-color: #", border, ";}");

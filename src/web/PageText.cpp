@@ -44,6 +44,10 @@ void AddZoomLines(PageText& page) {
     page.Line("</script>");
 }
 
+void AddStyleLink(PageText& page) {
+    page.Line(" <link rel=\"stylesheet\" type=\"text/css\" href=\"", kStyleName, "\">");
+}
+
 void AddHeadLines(PageText& page, std::string_view version) {
     page.Line("<html>");
     page.Line("<head>");

@@ -32,6 +32,10 @@ private:
     std::string m_bytes;
 };
 
+inline std::string NumberText(long long value) {
+    return std::to_string(value);
+}
+
 // Lines of a note: parted at CR LF pairs only; an empty note has none.
 std::vector<std::string> NoteLines(std::string_view note);
 
@@ -41,6 +45,10 @@ void AddZoomLines(PageText& page);
 // The head of every page from the meta line to the author.
 void AddHeadLines(PageText& page, std::string_view version);
 
+// The style sheet of a gallery, as its pages name it.
+void AddStyleLink(PageText& page);
+
+inline constexpr char kStyleName[] = "slides.css";
 inline constexpr char kZoomScript[] = "wheelzoom.js";
 inline constexpr char kDocumentType[] = "<!DOCTYPE HTML PUBLIC \"-//W3C//DTD HTML 4.01//EN\">";
 inline constexpr char kZoomHint[] = "Use mouse wheel to zoom, left click and hold to pan";

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 
 using namespace tarn;
 using tarn::testing::TestFolder;
@@ -35,6 +36,7 @@ protected:
 
     GallerySources Sources() {
         return {[](const std::string&) { return std::pair(3000, 2000); },
+                [](const std::string&) { return 1234; },
                 [](const std::string& path) {
                     return path.ends_with("b.jpg") ? std::string(9000, 'n') : std::string();
                 },
@@ -107,6 +109,23 @@ TEST_F(GalleryRuns, LeaveEverythingWhenTheyEndEarly) {
                                                             : "Write html thumbnail file error")
             << failing;
         EXPECT_EQ(tarn::testing::ReadTree(folder.Path()), before) << failing;
+    }
+}
+
+TEST_F(GalleryRuns, AreTakenBackWhenTheyCannotBePlacedWhole) {
+    ASSERT_TRUE(Make());
+    plan.settings.HtmlThumbTitle = "Other";
+    std::remove((folder.Path() + "/index.html").c_str());
+    std::filesystem::create_directory(folder.Path() + "/index.html");
+    folder.Write("index.html/file", "a folder in the way");
+    const auto before = tarn::testing::ReadTree(folder.Path());
+    EXPECT_FALSE(Make());
+    EXPECT_NE(fault->text.find("/index.html\n\nError 21, "), std::string::npos) << fault->text;
+    EXPECT_EQ(tarn::testing::ReadTree(folder.Path()), before);
+    for (const char* taken : {"ImageT001.html", "slides.css"}) {
+        plan.indexPath = folder.Path() + "/" + taken;
+        EXPECT_FALSE(Make());
+        EXPECT_EQ(tarn::testing::ReadTree(folder.Path()), before);
     }
 }
 

@@ -106,7 +106,7 @@ TEST(GalleryCellsTest, ShowTheirNotesInThatOrder) {
                      "       onclick=\"ChangeClass(1)\">"}));
     EXPECT_EQ(GalleryFileSize(999999), "1000K");
     EXPECT_EQ(GalleryFileSize(1000000), "1.0M");
-    EXPECT_EQ(GalleryFileSize(1250000), "1.3M");
+    EXPECT_EQ(GalleryFileSize(1150000), "1.2M");
     EXPECT_EQ(GalleryFileSize(500), "1K");
     EXPECT_EQ(PicturePageName(1000), "ImageT1000.html");
 }

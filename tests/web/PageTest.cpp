@@ -9,6 +9,10 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
+
+#include <csignal>
+
 using namespace tarn;
 using tarn::testing::TestFolder;
 
@@ -404,6 +408,15 @@ TEST(PageFiles, AFailedAddLeavesThePage) {
     EXPECT_FALSE(page.Add("ONE\r\n", &error));
     EXPECT_EQ(error, "No space");
     files.onChange = {};
+    // What stands there comes back when the disk takes only a part.
+    rlimit before{};
+    ::getrlimit(RLIMIT_FSIZE, &before);
+    rlimit small = before;
+    small.rlim_cur = 8;
+    std::signal(SIGXFSZ, SIG_IGN);
+    ::setrlimit(RLIMIT_FSIZE, &small);
+    EXPECT_FALSE(files.Extend(page.Path(), 2, "much longer", &error));
+    ::setrlimit(RLIMIT_FSIZE, &before);
     EXPECT_TRUE(page.Close(&error));
     EXPECT_EQ(files.Read(page.Path(), SIZE_MAX, nullptr), "HEAD\r\n</body>\r\n</html>\r\n");
 }

@@ -211,6 +211,7 @@ void Lifecycle::Form_Unload() {
     m.state.Closing = true;
     m.slides.SlideDone(); // what a show changed is not what is saved
     m.thumbnails.ThumbnailsDone();
+    if (!m.state.PrintSavedFilename.empty()) m.state.Filename = m.state.PrintSavedFilename;
     m.video.CloseVideoClip();
     KeepPlaces();
     m.shell.SetBusy(true);

@@ -15,6 +15,7 @@ struct ThumbState {
     bool ThumbCreateNotes = true;
     bool PrintNotesOnThumbnails = true;
     bool PrintOnly1stPage = false;
+    std::string PrintSavedFilename; // while sheets are printed, of the picture that was on screen
     bool ListPictures = false; // the file list shows pictures, not names
 };
 
