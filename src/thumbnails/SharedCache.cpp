@@ -63,7 +63,7 @@ std::string SharedCache::FileOf(const std::string& path) const {
 }
 
 QImage SharedCache::Read(const std::string& path, std::int64_t modified) const {
-    const QImage picture(ToQt(FileOf(path)), "png");
+    QImage picture(ToQt(FileOf(path)), "png");
     if (picture.text(kTime) != QString::number(modified) ||
         picture.text(kUri).toStdString() != UriOf(path))
         return {};
