@@ -58,9 +58,11 @@ int main(int argc, char** argv) {
     const auto events = tarn::MakeEventPump();
     const auto dialogs = tarn::MakeDialogs();
     const auto sound = tarn::MakeSound();
+    const auto printing = tarn::MakePrinting(*files);
     const auto desktop = tarn::MakeDesktop();
     const auto clipboard = tarn::MakeClipboard();
-    tarn::House house({*files, *settings, *events, *dialogs, *sound, *desktop, *clipboard});
+    tarn::House house(
+        {*files, *settings, *events, *dialogs, *sound, *desktop, *clipboard, *printing});
     second.Listen([&house](const std::string& handed) { house.Open(handed); });
     if (!house.Start(path, tarn::PictureLoader::ReaderError())) return 1;
     return events->ProgramEnds() ? 0 : QApplication::exec();

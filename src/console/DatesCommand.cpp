@@ -1,37 +1,19 @@
 #include "console/DatesCommand.h"
 
 #include "common/paths.h"
-#include "common/patterns.h"
 #include "console/Arguments.h"
+#include "console/ListedPictures.h"
 #include "pictureinfo/PictureInfoReader.h"
 #include "pictureinfo/dates/CameraDateText.h"
 #include "platform/FileTimes.h"
 
 #include <cstdio>
-#include <filesystem>
 
 namespace tarn {
 
 namespace {
 
-namespace fs = std::filesystem;
-
 constexpr OptionRule kOptions[] = {{"--dry-run"}};
-
-std::optional<std::vector<std::string>> ListedPictures(const std::string& folder) {
-    const NamePatterns pictures(kPictureTypes);
-    std::vector<std::string> names;
-    std::error_code code;
-    fs::directory_iterator at(folder, code);
-    for (; !code && at != fs::directory_iterator(); at.increment(code)) {
-        const std::string name = at->path().filename().string();
-        std::error_code unknown;
-        if (name.front() != '.' && pictures.Matches(name) && !at->is_directory(unknown))
-            names.push_back(name);
-    }
-    if (code) return {};
-    return InListOrder(std::move(names));
-}
 
 class DateSetter {
 public:

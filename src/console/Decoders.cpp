@@ -12,8 +12,9 @@ namespace {
 using SizeFunction = bool (*)(const char* path, int* width, int* height);
 using ConvertFunction = void (*)(const std::string* path, const std::string* folder,
                                  const ConvertOptions* options, ConvertedFile* result);
-
 using ThumbnailsFunction = void (*)(const ThumbnailOrder* order, ThumbnailOutcome* outcome);
+using SheetFunction = void (*)(const SheetRequest* request, SheetResult* result);
+
 constexpr char kNotInstalled[] = "the decoders are not installed";
 
 std::string ProgramFolder() {
@@ -51,6 +52,16 @@ ConvertedFile ConvertToJpeg(const std::string& path, const std::string& folder,
     ConvertedFile result;
     if (kConvert)
         kConvert(&path, &folder, &options, &result);
+    else
+        result.error = kNotInstalled;
+    return result;
+}
+
+SheetResult PrintSheet(const SheetRequest& request) {
+    static const auto kSheet = FromModule<SheetFunction>("TarnSheet");
+    SheetResult result;
+    if (kSheet)
+        kSheet(&request, &result);
     else
         result.error = kNotInstalled;
     return result;

@@ -1,8 +1,9 @@
-// Picture sizes and conversions by way of the decoders, which stand in a module of their own:
-// loading the toolkit takes as long as reading the dates of a thousand files, and what reads dates
-// does without.
+// Picture sizes, conversions and sheets by way of the decoders, which stand in a module of their
+// own: loading the toolkit takes as long as reading the dates of a thousand files, and what reads
+// dates does without.
 #pragma once
 
+#include "console/SheetCommand.h"
 #include "console/Subcommand.h"
 
 #include <string>
@@ -17,6 +18,9 @@ bool SizeFromHeader(const std::string& path, int& width, int& height);
 // where that must be free, "M31-CM.jpg" in a folder, where what has it goes to the wastebasket.
 ConvertedFile ConvertToJpeg(const std::string& path, const std::string& folder,
                             const ConvertOptions& options);
+
+// A sheet as a PDF file.
+SheetResult PrintSheet(const SheetRequest& request);
 
 ThumbnailOutcome ThumbnailsOfFolder(const ThumbnailOrder& order);
 

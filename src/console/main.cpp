@@ -3,6 +3,7 @@
 #include "console/DatesCommand.h"
 #include "console/Decoders.h"
 #include "console/InfoCommand.h"
+#include "console/SheetCommand.h"
 #include "console/ThumbnailsCommand.h"
 
 #include <algorithm>
@@ -21,6 +22,10 @@ const std::vector<tarn::Subcommand>& Subcommands() {
         {"convert", tarn::kConvertUsage,
          [](std::span<const std::string> words) {
              return tarn::RunConvert(words, tarn::ConvertToJpeg);
+         }},
+        {"sheet", tarn::kSheetUsage,
+         [](std::span<const std::string> words) {
+             return tarn::RunSheet(words, tarn::PrintSheet);
          }},
         {"thumbnails", tarn::kThumbnailsUsage,
          [](std::span<const std::string> words) {

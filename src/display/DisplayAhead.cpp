@@ -55,7 +55,7 @@ QSize DisplayRoom::WantedPixels() const {
     return pane.expandedTo(QSize(window.width, window.height));
 }
 
-// A show wishes for itself, and a batch needs the cores.
+// A show wishes for itself, and so does a batch.
 void DisplayRoom::ExpectNeighbours() {
     const ProgramState& s = m.state;
     const FileListBox& list = *m.controls.FileListBox;

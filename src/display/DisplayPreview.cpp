@@ -80,6 +80,12 @@ void DisplayRoom::PutPicture() {
     m.controls.Picture1->SetPicture(shown->FullPicture());
 }
 
+ImgX DisplayRoom::ShownPicture() {
+    ImgX picture = IsCutMode() ? m.state.ImgXpic : m_turned;
+    picture.Brightness(m.state.BrightnessValue);
+    return picture;
+}
+
 void DisplayRoom::PutText(PreviewKind kind, bool cut) {
     QLabel* label = m.controls.PreviewLabel;
     const PreviewText text = PreviewTextOf(kind);

@@ -51,6 +51,7 @@ public:
     void AdjustButton_Click() override;
     void ResetBButton_Click() override;
     void SetBrightness(int value) override;
+    ImgX ShownPicture() override;
 
     void OneXcheck_Click();
     void TwoXcheck_Click();

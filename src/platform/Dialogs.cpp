@@ -1,6 +1,7 @@
 #include "platform/Dialogs.h"
 
 #include "platform/QtText.h"
+#include "platform/printing/PrinterDialog.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -63,6 +64,12 @@ public:
         return FromQt(QFileDialog::getExistingDirectory(QApplication::activeWindow(), ToQt(title),
                                                         ToQt(folder)));
     }
+    std::string SaveFile(const std::string& title, const std::string& path,
+                         const std::string& filter) override {
+        return FromQt(QFileDialog::getSaveFileName(QApplication::activeWindow(), ToQt(title),
+                                                   ToQt(path), ToQt(filter)));
+    }
+    bool ChoosePrinter(PrintQuestion& question) override { return ShowPrinterDialog(question); }
 
 private:
     static int Box(Icon icon, const std::string& title, const std::string& text,

@@ -1,11 +1,23 @@
 // Questions to the user. The scripted one of the tests answers from a list and records the texts.
 #pragma once
 
+#include "platform/printing/Printer.h"
+
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace tarn {
+
+// What the print dialog is asked, and what it answers.
+struct PrintQuestion {
+    bool setup = false; // the printer alone, nothing is printed
+    int least = 1;      // pages
+    int most = 1;
+    int from = 1;
+    int to = 1;
+    PrinterChoice choice;
+};
 
 class Dialogs {
 public:
@@ -31,6 +43,13 @@ public:
     virtual std::string OpenFile(const std::string& title, const std::string& folder,
                                  const std::string& filter) = 0;
     virtual std::string ChooseFolder(const std::string& title, const std::string& folder) = 0;
+
+    // A file to be written, asked again where one stands; empty when cancelled.
+    virtual std::string SaveFile(const std::string& title, const std::string& path,
+                                 const std::string& filter) = 0;
+
+    // The system's print dialog; false when cancelled or when it cannot be shown.
+    virtual bool ChoosePrinter(PrintQuestion& question) = 0;
 };
 
 // Boxes stand above the topmost window of ours.

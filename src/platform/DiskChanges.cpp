@@ -2,7 +2,9 @@
 
 #include "common/paths.h"
 #include "common/text.h"
+#include "platform/Descriptors.h"
 #include "platform/FileTimes.h"
+#include "platform/Staging.h"
 #include "platform/Wastebasket.h"
 
 #include <fcntl.h>
@@ -18,38 +20,6 @@
 namespace tarn {
 
 namespace {
-
-bool Fail(std::string* error, int code = errno) {
-    if (error) *error = std::strerror(code);
-    return false;
-}
-
-// Closes when it goes.
-class Handle {
-public:
-    explicit Handle(int number) : m_number(number) {}
-    ~Handle() {
-        if (m_number >= 0) ::close(m_number);
-    }
-    Handle(const Handle&) = delete;
-    Handle& operator=(const Handle&) = delete;
-
-    explicit operator bool() const { return m_number >= 0; }
-    int Number() const { return m_number; }
-
-private:
-    int m_number;
-};
-
-bool WriteAll(int file, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = ::write(file, bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written < 0) return false;
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-}
 
 // What is renamed is on the disk only when its folder is.
 void FlushFolder(const std::string& folder) {
@@ -279,6 +249,31 @@ bool DiskChanges::WriteAt(const std::string& path, std::size_t offset, std::stri
     if (written != static_cast<ssize_t>(bytes.size()))
         return Fail(error, written < 0 ? errno : EIO);
     return ::fsync(file.Number()) == 0 || Fail(error);
+}
+
+bool DiskChanges::Extend(const std::string& path, std::size_t offset, std::string_view bytes,
+                         std::string* error) {
+    const Handle file(::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK));
+    struct stat info {};
+    if (!file || ::fstat(file.Number(), &info) != 0) return Fail(error);
+    const auto size = static_cast<std::size_t>(info.st_size);
+    if (!S_ISREG(info.st_mode) || offset > size) return Fail(error, EINVAL);
+    const auto whole = Read(path, SIZE_MAX, error);
+    if (!whole) return false;
+    const auto put = [&](std::string_view what) {
+        return ::lseek(file.Number(), static_cast<off_t>(offset), SEEK_SET) >= 0 &&
+               WriteAll(file.Number(), what);
+    };
+    if (put(bytes)) return true;
+    const int why = errno;
+    put(std::string_view(*whole).substr(offset));
+    // Nothing more can be done when even this fails.
+    (void)!::ftruncate(file.Number(), info.st_size);
+    return Fail(error, why);
+}
+
+std::unique_ptr<StagedFiles> DiskChanges::Stage(const std::string& folder, std::string* error) {
+    return MakeStaging(folder, error);
 }
 
 bool DiskChanges::SetTimes(const std::string& path, std::int64_t when, std::string* error) {

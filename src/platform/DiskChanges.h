@@ -18,6 +18,9 @@ public:
               std::string* replaced) override;
     bool WriteAt(const std::string& path, std::size_t offset, std::string_view bytes,
                  std::string* error) override;
+    bool Extend(const std::string& path, std::size_t offset, std::string_view bytes,
+                std::string* error) override;
+    std::unique_ptr<StagedFiles> Stage(const std::string& folder, std::string* error) override;
     bool SetTimes(const std::string& path, std::int64_t when, std::string* error) override;
     bool MakeFolder(const std::string& path, std::string* error) override;
     int RemoveFolder(const std::string& path, std::string* error) override;

@@ -10,6 +10,19 @@
 
 namespace tarn {
 
+// Files that are written beside their places and put there all at once: until then, and when this
+// goes without it, nothing in the folder has changed.
+class StagedFiles {
+public:
+    virtual ~StagedFiles() = default;
+
+    virtual bool Write(const std::string& name, std::string_view bytes, std::string* error) = 0;
+
+    // Over what stands there. On a failure `error` and the name that failed; those before it are in
+    // place.
+    virtual bool Place(std::string* error, std::string* failed) = 0;
+};
+
 class Files {
 public:
     virtual ~Files() = default;
@@ -76,6 +89,15 @@ public:
     // their end.
     virtual bool WriteAt(const std::string& path, std::size_t offset, std::string_view bytes,
                          std::string* error) = 0;
+
+    // These bytes from `offset` on, over what stands there, in place; the file grows where they
+    // reach beyond its end. Refused when it ends before `offset`. When not all can be written, what
+    // stood there comes back.
+    virtual bool Extend(const std::string& path, std::size_t offset, std::string_view bytes,
+                        std::string* error) = 0;
+
+    // New files for a folder, to be put into place together; null when none can be written there.
+    virtual std::unique_ptr<StagedFiles> Stage(const std::string& folder, std::string* error) = 0;
 
     // Last access and last modification, seconds since 1970. The file must be one that may be
     // written.

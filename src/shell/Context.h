@@ -14,6 +14,7 @@ class Dialogs;
 class EventPump;
 class Files;
 class PicturesAhead;
+class Printing;
 class SettingsStore;
 class Sound;
 
@@ -40,6 +41,7 @@ struct Context {
     Dialogs& dialogs;
     Sound& sound;
     Desktop& desktop;
+    Printing& printing;
 };
 
 } // namespace tarn

@@ -26,13 +26,13 @@ constexpr int kBatchRest = 300;  // milliseconds until a batch is looked at agai
 } // namespace
 
 House::House(const Platform& p)
-    : context{state,   controls,   navigation, display,   info,    notes,    slides,
-              copies,  fileops,    thumbnails, video,     shell,   ahead,    p.clipboard,
-              p.files, p.settings, p.events,   p.dialogs, p.sound, p.desktop},
+    : context{state,   controls,   navigation, display,   info,    notes,     slides,
+              copies,  fileops,    thumbnails, video,     shell,   ahead,     p.clipboard,
+              p.files, p.settings, p.events,   p.dialogs, p.sound, p.desktop, p.printing},
       window(controls, p.files), shell(context, window), navigation(context), display(context),
       info(context), notes(context), slides(context), copies(context), fileops(context),
-      thumbnails(context), video(context), importExport(context), programs(context), keys(context),
-      lifecycle(context, window, navigation, notes, programs) {
+      print(context), thumbnails(context), video(context), importExport(context), programs(context),
+      keys(context), lifecycle(context, window, navigation, notes, programs) {
     navigation.ConnectControls();
     display.ConnectControls();
     info.ConnectControls();
@@ -40,6 +40,7 @@ House::House(const Platform& p)
     slides.ConnectControls();
     copies.ConnectControls();
     fileops.ConnectControls();
+    print.ConnectControls();
     thumbnails.ConnectControls();
     importExport.ConnectControls();
     programs.ConnectControls();

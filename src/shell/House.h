@@ -10,6 +10,7 @@
 #include "notes/NotesRoom.h"
 #include "pictureinfo/panel/PictureInfoRoom.h"
 #include "platform/imaging/PicturesAhead.h"
+#include "print/PrintRoom.h"
 #include "shell/Context.h"
 #include "shell/logs/frmLogs.h"
 #include "shell/outside/OutsidePrograms.h"
@@ -36,6 +37,7 @@ struct Platform {
     Sound& sound;
     Desktop& desktop;
     Clipboard& clipboard;
+    Printing& printing;
 };
 
 class House {
@@ -61,6 +63,7 @@ public:
     SlideRoom slides;
     CopyRoom copies;
     FileRoom fileops;
+    PrintRoom print;
     ThumbRoom thumbnails;
     SilentVideo video;
     ImportExport importExport;

@@ -84,7 +84,8 @@ struct AppDesk {
     RecordingSound sound{calls};
     RecordingDesktop desktop{calls};
     std::unique_ptr<Clipboard> clipboard = MakeClipboard();
-    House house{Platform{files, *settings, events, dialogs, sound, desktop, *clipboard}};
+    RecordingPrinting printing{files};
+    House house{Platform{files, *settings, events, dialogs, sound, desktop, *clipboard, printing}};
 
     std::string AddPicture(const std::string& name, int width = 60, int height = 40) {
         return folder.Write(name, JpegBytes(TellTale(width, height)));

@@ -122,7 +122,8 @@ TEST(End, ExitSavesAndTheNextStartTakesItUp) {
     EXPECT_EQ(d.settings->Read("filespec_default", ""), b);
 
     QuickPump events;
-    House next({d.files, *d.settings, events, d.dialogs, d.sound, d.desktop, *d.clipboard});
+    House next(
+        {d.files, *d.settings, events, d.dialogs, d.sound, d.desktop, *d.clipboard, d.printing});
     ASSERT_TRUE(next.Start("", {}));
     EXPECT_EQ(next.state.Filename, b);
     EXPECT_EQ(next.window.size(), size);

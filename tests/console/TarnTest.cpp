@@ -141,6 +141,53 @@ TEST(Tarn, ConvertsToNamesThatAreFree) {
     EXPECT_EQ(Trashed("a-CM.jpg"), before);
 }
 
+TEST(Tarn, PrintsSheets) {
+    const TestFolder folder;
+    const TestFolder notes;
+    const TestFolder to;
+    const std::string good = folder.Write("a.bmp", Bitmap(60, 40));
+    folder.Write("b.bmp", Bitmap(40, 60));
+    folder.Write("c.txt", "in the list, and no picture");
+    notes.Write("a.enf", "Note-of-a");
+    const std::string pdf = to.Path() + "/x.pdf";
+    const auto text = [&] { return Tarn("info x; pdftotext -layout " + pdf + " -").out; };
+    const std::string options = " --notes " + notes.Path() + " --now '1/2/2024 3:04 PM' ";
+    const Outcome made = Tarn("sheet 3x4" + options + pdf + " " + folder.Path());
+    EXPECT_EQ(made.status, 0) << made.out;
+    const std::string sheet = text();
+    for (const std::string& part :
+         {" 1/2/2024 - " + folder.Path(), std::string("Page 1 of 1"), std::string("1. a.bmp"),
+          std::string("3. c.txt"), std::string("Note-of-a"), std::string("60 x 40")})
+        EXPECT_NE(sheet.find(part), std::string::npos) << part << sheet;
+    EXPECT_EQ(sheet.find("3:04"), std::string::npos);
+    EXPECT_EQ(Tarn("sheet 5x8 --no-print-notes" + options + pdf + " " + folder.Path()).status, 0);
+    EXPECT_EQ(text().find("Note-of-a"), std::string::npos);
+    EXPECT_EQ(Tarn("sheet data --paper letter" + options + pdf + " " + good).status, 0);
+    for (const std::string& part : {good, std::string("Notes:"), std::string("Note-of-a"),
+                                    std::string("File name: a.bmp"), std::string("3:04 PM")})
+        EXPECT_NE(text().find(part), std::string::npos) << part;
+
+    // A file that cannot be read is told; the sheet has its place, a data sheet is not made.
+    const std::string bad = folder.Write("d.jpg", "no picture");
+    const Outcome some = Tarn("sheet 4x6 " + pdf + " " + folder.Path());
+    EXPECT_EQ(some.status, 1);
+    EXPECT_TRUE(Has(some, "tarn: " + bad + ": "));
+    EXPECT_NE(text().find("4. d.jpg"), std::string::npos);
+    const std::string before = BytesOf(pdf);
+    EXPECT_EQ(Tarn("sheet data " + pdf + " " + bad).status, 1);
+    EXPECT_EQ(BytesOf(pdf), before);
+    EXPECT_EQ(Tarn("sheet 3x4 /no/such/x.pdf " + folder.Path()).status, 1);
+    EXPECT_EQ(Tarn("sheet 3x4 " + pdf + " " + to.Path()).status, 1);
+    for (const std::string& usage :
+         {std::string("sheet"), "sheet 9x9 " + pdf + " " + folder.Path(), "sheet 3x4 " + pdf,
+          "sheet data --no-print-notes " + pdf + " " + good,
+          "sheet 3x4 --paper Z9 " + pdf + " " + folder.Path()}) {
+        const Outcome outcome = Tarn(usage);
+        EXPECT_EQ(outcome.status, 2) << usage;
+        EXPECT_TRUE(Has(outcome, "usage: tarn sheet (2x2|")) << usage;
+    }
+}
+
 TEST(Tarn, MakesThumbnailsOfAFolder) {
     const TestFolder folder;
     const TestFolder notes;

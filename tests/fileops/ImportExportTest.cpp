@@ -60,10 +60,11 @@ struct BatchDesk {
     RecordingFileCommands fileCommands{calls};
     RecordingThumbnails thumbnails{calls};
     PicturesAhead ahead;
+    RecordingPrinting printing{files};
     std::unique_ptr<Clipboard> clipboard = MakeClipboard();
     Context context{state,  controls,     navigation, display, info,  notesRoom, slides,
                     copies, fileCommands, thumbnails, video,   shell, ahead,     *clipboard,
-                    files,  *settings,    events,     dialogs, sound, desktop};
+                    files,  *settings,    events,     dialogs, sound, desktop,   printing};
     ImportExport room{context};
 
     BatchDesk() {

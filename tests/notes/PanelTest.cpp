@@ -173,7 +173,8 @@ TEST(NotesPanel, TheNextRunOffersWhatWasNotSaved) {
     QTest::qWait(500); // and then a crash
     {
         QuickPump events;
-        House next({d.files, *d.settings, events, d.dialogs, d.sound, d.desktop, *d.clipboard});
+        House next({d.files, *d.settings, events, d.dialogs, d.sound, d.desktop, *d.clipboard,
+                    d.printing});
         ASSERT_TRUE(next.Start(d.folder.Path(), {}));
         EXPECT_EQ(next.state.NotesSave, "in the box");
         EXPECT_EQ(next.controls.FileDateText->text().toStdString(),
@@ -196,7 +197,8 @@ TEST(NotesPanel, TheNextRunOffersWhatWasNotSaved) {
         next.controls.Exit->trigger();
     }
     QuickPump events;
-    House last({d.files, *d.settings, events, d.dialogs, d.sound, d.desktop, *d.clipboard});
+    House last(
+        {d.files, *d.settings, events, d.dialogs, d.sound, d.desktop, *d.clipboard, d.printing});
     ASSERT_TRUE(last.Start(d.folder.Path(), {}));
     EXPECT_EQ(last.state.NotesSave, "");
 }

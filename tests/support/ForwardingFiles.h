@@ -54,6 +54,14 @@ public:
                  std::string* e) override {
         return May("write at", p, e) && real->WriteAt(p, at, b, e);
     }
+    bool Extend(const std::string& p, std::size_t at, std::string_view b, std::string* e) override {
+        return May("extend", p, e) && real->Extend(p, at, b, e);
+    }
+    std::unique_ptr<StagedFiles> Stage(const std::string& folder, std::string* e) override {
+        if (!May("stage", folder, e)) return nullptr;
+        auto staged = real->Stage(folder, e);
+        return staged ? std::make_unique<Staged>(*this, std::move(staged)) : nullptr;
+    }
     bool SetTimes(const std::string& p, std::int64_t when, std::string* e) override {
         return May("times", p, e) && real->SetTimes(p, when, e);
     }
@@ -80,6 +88,22 @@ protected:
     std::unique_ptr<Files> real = MakeFiles();
 
 private:
+    class Staged : public StagedFiles {
+    public:
+        Staged(const ForwardingFiles& files, std::unique_ptr<StagedFiles> real)
+            : m_files(files), m_real(std::move(real)) {}
+        bool Write(const std::string& name, std::string_view b, std::string* e) override {
+            return m_files.May("stage", name, e) && m_real->Write(name, b, e);
+        }
+        bool Place(std::string* e, std::string* failed) override {
+            return m_files.May("place", "", e) && m_real->Place(e, failed);
+        }
+
+    private:
+        const ForwardingFiles& m_files;
+        std::unique_ptr<StagedFiles> m_real;
+    };
+
     bool May(const std::string& verb, const std::string& path, std::string* error) const {
         const std::string refusal = onChange ? onChange(verb, path) : std::string();
         if (refusal.empty()) return true;

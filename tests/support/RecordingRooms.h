@@ -5,6 +5,7 @@
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
 #include "platform/Sound.h"
+#include "platform/imaging/ImgX.h"
 #include "shell/commands/Commands.h"
 
 #include <functional>
@@ -35,6 +36,8 @@ struct RecordingDisplay : DisplayCommands {
     void SetBrightness(int value) override {
         calls.push_back("brightness " + std::to_string(value));
     }
+    ImgX ShownPicture() override { return shown; }
+    ImgX shown;
     Calls& calls;
 };
 
@@ -204,6 +207,53 @@ struct RecordingDesktop : Desktop {
     std::string failure;
 };
 
+// Prints into PDF files and keeps what was recorded for them; a printer fails or has no file.
+struct RecordingPrinting : Printing {
+    explicit RecordingPrinting(Files& disk) : files(disk) {}
+    struct Watched : Printer {
+        Watched(RecordingPrinting& owner, const PrinterChoice& choice)
+            : m(owner), real(MakePdfPrinter(owner.files, choice)) {}
+        PaperSize PageSize() const override { return real->PageSize(); }
+        double TextWidth(const PaperFont& f, std::string_view t) const override {
+            return real->TextWidth(f, t);
+        }
+        double LineHeight(const PaperFont& f) const override { return real->LineHeight(f); }
+        QSize PixelsFor(double w, double h) const override { return real->PixelsFor(w, h); }
+        void Text(double x, double y, const PaperFont& f, std::string_view t) override {
+            real->Text(x, y, f, t);
+        }
+        void Rule(double x, double y, double toX) override { real->Rule(x, y, toX); }
+        void Box(const PaperBox& box) override { real->Box(box); }
+        void Picture(const PaperBox& place, const QImage& picture) override {
+            real->Picture(place, picture);
+        }
+        void NewPage() override { real->NewPage(); }
+        const std::vector<PaperPage>& Pages() const override { return real->Pages(); }
+        bool End(std::string* error) override {
+            m.pages = real->Pages();
+            *error = m.failure;
+            return m.failure.empty() && (!m.intoFiles || real->End(error));
+        }
+        void Kill() override {
+            ++m.killed;
+            real->Kill();
+        }
+        RecordingPrinting& m;
+        std::unique_ptr<Printer> real;
+    };
+    std::unique_ptr<Printer> Open(const PrinterChoice& choice) override {
+        opened = choice;
+        intoFiles = choice.toFile;
+        return std::make_unique<Watched>(*this, choice);
+    }
+    Files& files;
+    PrinterChoice opened;
+    bool intoFiles = false;
+    std::string failure; // of the next printers
+    std::vector<PaperPage> pages;
+    int killed = 0;
+};
+
 // Answers from a list, first come first served; an empty list cancels.
 struct ScriptedDialogs : Dialogs {
     void Message(Icon, const std::string& title, const std::string& text) override {
@@ -235,6 +285,24 @@ struct ScriptedDialogs : Dialogs {
         shown.push_back(title);
         return Next();
     }
+    std::string SaveFile(const std::string& title, const std::string&,
+                         const std::string&) override {
+        shown.push_back(title);
+        return Next();
+    }
+    // An answer that is a path prints into that file, "printer NAME" on that printer.
+    bool ChoosePrinter(PrintQuestion& question) override {
+        shown.push_back(question.setup ? "printer set-up" : "print");
+        asked = question.choice;
+        const std::string answer = Next();
+        if (answer.empty()) return false;
+        question.choice.toFile = answer.front() == '/';
+        (question.choice.toFile ? question.choice.pdf : question.choice.printer) = answer;
+        if (onPrinter) onPrinter(question.choice);
+        return true;
+    }
+    PrinterChoice asked;
+    std::function<void(PrinterChoice&)> onPrinter;
     std::string Next() {
         if (answers.empty()) return {};
         std::string answer = answers.front();

@@ -44,6 +44,7 @@ struct RoomDesk {
     RecordingFileCommands fileops{calls};
     RecordingThumbnails thumbnails{calls};
     PicturesAhead ahead;
+    RecordingPrinting printing{*files};
     std::unique_ptr<Clipboard> clipboard = MakeClipboard();
 
     RoomDesk() {
@@ -54,9 +55,9 @@ struct RoomDesk {
     }
     // With the rooms that a test brings itself.
     Context Join(NavigationCommands& navigation, DisplayCommands& display, InfoCommands& info) {
-        return {state,  controls,  navigation, display, info,  notes,  slides,
-                copies, fileops,   thumbnails, video,   shell, ahead,  *clipboard,
-                *files, *settings, *events,    dialogs, sound, desktop};
+        return {state,  controls,  navigation, display, info,  notes,   slides,
+                copies, fileops,   thumbnails, video,   shell, ahead,   *clipboard,
+                *files, *settings, *events,    dialogs, sound, desktop, printing};
     }
 };
 

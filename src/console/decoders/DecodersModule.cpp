@@ -1,5 +1,6 @@
 // The module that the console companion loads when it needs to look into pictures.
 #include "console/decoders/Conversion.h"
+#include "console/decoders/Sheets.h"
 #include "console/decoders/Thumbnails.h"
 #include "platform/imaging/PictureLoader.h"
 
@@ -37,6 +38,11 @@ extern "C" void TarnConvert(const std::string* path, const std::string* folder,
                             const tarn::ConvertOptions* options, tarn::ConvertedFile* result) {
     NeedApplication(!options->text.empty());
     *result = tarn::WriteConverted(*path, *folder, *options);
+}
+
+extern "C" void TarnSheet(const tarn::SheetRequest* request, tarn::SheetResult* result) {
+    NeedApplication(true);
+    *result = tarn::WriteSheet(*request);
 }
 
 extern "C" void TarnThumbnails(const tarn::ThumbnailOrder* order, tarn::ThumbnailOutcome* outcome) {

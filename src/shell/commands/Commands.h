@@ -10,6 +10,7 @@ class QPushButton;
 namespace tarn {
 
 enum class Pane;
+class ImgX;
 
 class NavigationCommands {
 public:
@@ -48,6 +49,9 @@ public:
     virtual void AdjustButton_Click() = 0; // the brightness window
     virtual void ResetBButton_Click() = 0;
     virtual void SetBrightness(int value) = 0; // -100 to 100, as if the slider moved there
+    // What the preview shows, turned and brightened, at its own size: the whole picture, or its cut
+    // at 1x and 2x.
+    virtual ImgX ShownPicture() = 0;
 };
 
 class InfoCommands {

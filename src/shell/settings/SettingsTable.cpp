@@ -148,7 +148,7 @@ const std::vector<SettingRow> kRows{
     {"html_thumb_pagebreak", SettingType::Integer, "0", TARN_FIELD(HtmlThumbPagebreak)},
     {"html_thumb_emailaddress", SettingType::String, "", TARN_FIELD(HtmlThumbEmailaddress)},
     // thumbnails
-    {"thumbnotes_print", SettingType::Boolean, "True", TARN_FIELD(ThumbNotesPrint)},
+    {"thumbnotes_print", SettingType::Boolean, "True", TARN_FIELD(PrintNotesOnThumbnails)},
     {"thumbnail_size", SettingType::Integer, "3", TARN_FIELD(ThumbSizeIndex)},
     {"thumbnail_subfolder", SettingType::String, "thumbnails", TARN_FIELD(ThumbSubFolder)},
     {"thumbnail_clear", SettingType::Boolean, "True", TARN_FIELD(ThumbClear)},
@@ -171,6 +171,18 @@ const std::vector<SettingRow> kRows{
     {"delete_confirm", SettingType::Boolean, "True", TARN_FIELD(DeleteConfirm)},
     {"delete_keep_notes", SettingType::Boolean, "False", TARN_FIELD(DeleteKeepNotes)},
     {"one_always_top", SettingType::Boolean, "False", TARN_FIELD(OneAlwaysTop)},
+    // printing
+    {"print_printer", SettingType::String, "", TARN_FIELD(PrinterName)},
+    {"print_to_file", SettingType::Boolean, "False", TARN_FIELD(PrintToFile)},
+    {"print_folder", SettingType::String, "", TARN_FIELD(PrintFolder)},
+    {"print_paper", SettingType::String, "A4", TARN_FIELD(PrintPaper)},
+    {"print_landscape", SettingType::Boolean, "False", TARN_FIELD(PrintLandscape)},
+    {"print_copies", SettingType::Integer, "1", TARN_FIELD(PrintCopies)},
+    {"print_preview", SettingType::Boolean, "False", TARN_FIELD(PrintPreview)},
+    {"left_preview_position", SettingType::Long, "0", TARN_FIELD(PreviewPlace.left)},
+    {"top_preview_position", SettingType::Long, "0", TARN_FIELD(PreviewPlace.top)},
+    {"preview_width", SettingType::Long, "0", TARN_FIELD(PreviewPlace.width)},
+    {"preview_height", SettingType::Long, "0", TARN_FIELD(PreviewPlace.height)},
     // look of slides
     {"slidefont_index", SettingType::Integer, "1", TARN_FIELD(SlideFontIndex)},
     {"slidefontsize_index", SettingType::Integer, "3", TARN_FIELD(SlideFontSizeIndex)},

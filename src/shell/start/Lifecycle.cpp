@@ -86,6 +86,8 @@ void Lifecycle::Form_Load(const std::string& argument) {
     s.FilterActive = false;
     s.FormLoadDone = true;
     m_window.show();
+    s.MainStartWidth = m_window.width() * kTwipsPerPixel;
+    s.MainStartHeight = m_window.height() * kTwipsPerPixel;
     m_window.setWindowTitle(m_window.windowTitle() + QStringLiteral(" - ") + ToQt(s.Version));
     s.ThumbUpdate = false;
     if (s.VideoPending) {

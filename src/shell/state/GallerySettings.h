@@ -1,4 +1,5 @@
-// Options of the thumbnail gallery that the settings store keeps.
+// Options of the thumbnail gallery: those that the settings store keeps, and those that live for
+// the run and in the gallery's own page.
 #pragma once
 
 #include <string>
@@ -36,6 +37,31 @@ struct GallerySettings {
     int HtmlThumbWrap = 0;
     int HtmlThumbPagebreak = 0;
     std::string HtmlThumbEmailaddress;
+
+    std::string NotesLineBottomCheck = "00000"; // a digit for each of the note's first five lines
+    int ThumbBorderStyle = 0;                   // 0 ridge, 1 solid
+    bool ThumbNavTop = true;                    // else navigation stands at the lower edge
+    int ThumbNavSpace = 1;
+    int ThumbNoLinkPic = 0;
+    int ThumbImagePos = 0; // 0 left, 1 centre, 2 auto
+    int ThumbTitleBorder = 1;
+    int ThumbSpacing = 5; // pixels, as the next
+    int ThumbPadding = 5;
+    int ThumbTnailBorder = 1;
+    int ThumbImageBorder = 1;
+    int LongNotesLine = 0;
+    int ThumbFileLink = 0;
+    std::string ThumbFileLinkURL;
+    std::string ThumbFileLinkButtonText;
+    int ThumbCheckTele = 0;
+    int ThumbCheckCamera = 0;
+    int ThumbCheckFilter = 0;
+    int ThumbCheckDate = 0;
+
+    // These stand in no page.
+    int SizeCheck = 1;
+    int NoLinkCheck = 0;
+    int CheckOrder = 0;
 };
 
 } // namespace tarn

@@ -8,6 +8,7 @@
 #include "shell/state/GallerySettings.h"
 #include "shell/state/HtmlSettings.h"
 #include "shell/state/NotesState.h"
+#include "shell/state/PrintState.h"
 #include "shell/state/SelectionState.h"
 #include "shell/state/ShellState.h"
 #include "shell/state/SlideState.h"
@@ -23,6 +24,7 @@ struct ProgramState : PictureInfo,
                       SlideState,
                       FileOpsState,
                       ThumbState,
+                      PrintState,
                       HtmlSettings,
                       GallerySettings,
                       WindowState,

@@ -13,7 +13,7 @@ struct ThumbState {
     std::string ThumbSubFolder = "thumbnails";
     bool ThumbClear = true;
     bool ThumbCreateNotes = true;
-    bool ThumbNotesPrint = true;
+    bool PrintNotesOnThumbnails = true;
     bool PrintOnly1stPage = false;
     bool ListPictures = false; // the file list shows pictures, not names
 };

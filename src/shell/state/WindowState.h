@@ -19,7 +19,9 @@ struct WindowState {
     int MainWidth = 0; // 0: the design size
     int MainHeight = 0;
     bool MainNormal = true; // neither minimised nor maximised
-    int SplitterTop = 0;    // place of the splitter below the tree, 0: the design place
+    int MainStartWidth = 0; // as it stood at the end of start-up
+    int MainStartHeight = 0;
+    int SplitterTop = 0; // place of the splitter below the tree, 0: the design place
 
     WindowPlace BrightnessPlace{100, 100, 0, 0};
     WindowPlace FilterPlace{200, 200, 0, 0};
@@ -31,6 +33,7 @@ struct WindowState {
     WindowPlace RenamePlace;
     WindowPlace LogsPlace;
     WindowPlace HtmlLayoutPlace;
+    WindowPlace PreviewPlace;     // of printed pages
     WindowPlace NotesFolderPlace; // this and the next are written by their own windows
     WindowPlace NewNotesPlace;
     bool OneAlwaysTop = false;

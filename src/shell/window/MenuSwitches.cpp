@@ -38,7 +38,8 @@ std::vector<Switch> Switches(Context& m) {
         {c.DeleteKeyNotesButton, s.DeleteKeepNotes},
         {c.DeletePictureConfirmButton, s.DeleteConfirm},
         {c.Print1stTButton, s.PrintOnly1stPage},
-        {c.PrintNotesOnThumbnailsButton, s.ThumbNotesPrint},
+        {c.PrintNotesOnThumbnailsButton, s.PrintNotesOnThumbnails},
+        {c.PrintPreviewButton, s.PrintPreview},
     };
 }
 

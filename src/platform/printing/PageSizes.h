@@ -1,0 +1,18 @@
+// Paper by the name that printers and settings give it.
+#pragma once
+
+#include "platform/printing/PaperOrders.h"
+
+#include <QPageSize>
+
+#include <string>
+
+namespace tarn {
+
+// "A4", "Letter"; a name that nobody knows is A4.
+QPageSize PageSizeOf(const std::string& paper);
+bool IsKnownPaper(const std::string& paper);
+
+PaperSize InTwips(const QPageSize& page, bool landscape);
+
+} // namespace tarn

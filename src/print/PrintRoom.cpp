@@ -1,0 +1,201 @@
+#include "print/PrintRoom.h"
+
+#include "common/dates.h"
+#include "common/paths.h"
+#include "platform/EventPump.h"
+#include "platform/FileListBox.h"
+#include "platform/Files.h"
+#include "platform/PictureBox.h"
+#include "platform/QtText.h"
+#include "platform/printing/clsPrintDialog.h"
+#include "print/DataSheet.h"
+#include "print/PaperImage.h"
+#include "print/SheetJob.h"
+#include "print/frmPrintPreview.h"
+#include "shell/batch/BatchRun.h"
+
+#include <QAction>
+#include <QFontInfo>
+#include <QLabel>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+#include <algorithm>
+#include <ctime>
+
+namespace tarn {
+
+namespace {
+
+std::string Now() {
+    return FormatDateText(FromFileTime(std::time(nullptr)));
+}
+
+std::string Stem(const std::string& name) {
+    return name.substr(0, name.rfind('.'));
+}
+
+} // namespace
+
+PrintRoom::PrintRoom(Context& context) : m(context) {}
+
+PrintRoom::~PrintRoom() = default;
+
+void PrintRoom::ConnectControls() {
+    const MainControls& c = m.controls;
+    Connect(c.PrintButton, [this] { PrintButton_Click(); });
+    Connect(c.PrintSetup, [this] { PrintSetup_Click(); });
+    Connect(c.Printc4Button, [this] { Printc4Button_Click(); });
+    Connect(c.PrintCButton, [this] { PrintCButton_Click(); });
+    Connect(c.PrintCMButton, [this] { PrintCMButton_Click(); });
+    Connect(c.PrintCSButton, [this] { PrintCSButton_Click(); });
+    Connect(c.PrintCancelButton, [this] { PrintCancelButton_Click(); });
+}
+
+bool PrintRoom::MayPrint() const {
+    const ProgramState& s = m.state;
+    return !s.BatchRuns && !s.SlideViewing && !s.Closing;
+}
+
+bool PrintRoom::IsEnlarged() const {
+    const ProgramState& s = m.state;
+    const QSize window = m.controls.FileListBox->window()->size() * kTwipsPerPixel;
+    return s.MainStartWidth > 0 &&
+           (window.width() > s.MainStartWidth || window.height() > s.MainStartHeight);
+}
+
+PrintFaces PrintRoom::Faces() const {
+    const MainControls& c = m.controls;
+    const QFontInfo list(c.List1->font());
+    const QFontInfo notes(c.NotesBox->font());
+    return {FromQt(c.TextNumOf->font().family()), "Courier New", list.pointSizeF(),
+            FromQt(c.NotesBox->font().family()), notes.pointSizeF()};
+}
+
+void PrintRoom::PrintSetup_Click() {
+    if (MayPrint()) ShowPrinter(clsPrintDialog::kSetup, "print.pdf");
+}
+
+// What was chosen becomes the printer of this run and of the next ones.
+bool PrintRoom::ShowPrinter(long flags, const std::string& fileName) {
+    ProgramState& s = m.state;
+    m_choice = {s.PrinterName, s.PrintToFile,    {},
+                s.PrintPaper,  s.PrintLandscape, std::max(1, s.PrintCopies)};
+    m_choice.pdf = JoinPath(s.PrintFolder.empty() ? m.files.HomeFolder() : s.PrintFolder, fileName);
+    clsPrintDialog dialog(m.dialogs, m_choice);
+    dialog.Flags = flags;
+    s.PrintDialogCancelled = !dialog.ShowPrinter();
+    if (s.PrintDialogCancelled) return false;
+    s.PrinterName = m_choice.printer;
+    s.PrintToFile = m_choice.toFile;
+    if (m_choice.toFile) s.PrintFolder = FolderOf(m_choice.pdf);
+    s.PrintPaper = m_choice.paper;
+    s.PrintLandscape = m_choice.landscape;
+    s.PrintCopies = m_choice.copies;
+    return true;
+}
+
+void PrintRoom::PrintButton_Click() {
+    const ProgramState& s = m.state;
+    if (!MayPrint() || !s.ImageLoaded) return;
+    if (!ShowPrinter(clsPrintDialog::kNormal, Stem(s.FileNameOnly) + ".pdf")) return;
+    auto printer = m.printing.Open(m_choice);
+    const PictureBox& pane = *m.controls.Picture1;
+    const double twips = kTwipsPerPixel / pane.devicePixelRatioF();
+    DataSheet sheet;
+    sheet.version = s.Version;
+    sheet.path = s.Filename;
+    sheet.size = DataPictureSize(pane.Picture().width() * twips, pane.Picture().height() * twips,
+                                 IsEnlarged());
+    std::string fault;
+    sheet.picture = ImageForPaper(m.display.ShownPicture(),
+                                  printer->PixelsFor(sheet.size.width, sheet.size.height), &fault);
+    if (!fault.empty()) m.shell.ShowError(fault + " - " + s.FileNameOnly);
+    sheet.rows = s.PanelRows;
+    sheet.note = s.NoteText;
+    sheet.now = Now();
+    PrintDataSheet(*printer, sheet, Faces());
+    Finish(std::move(printer));
+}
+
+void PrintRoom::PrintCancelButton_Click() {
+    m.shell.ShowMessage("Printing cancelled");
+    m.state.PrintCancelled = true;
+    m.state.BatchCancelled = true;
+}
+
+void PrintRoom::PrintSheets(const SheetLayout& layout) {
+    ProgramState& s = m.state;
+    const FileListBox& list = *m.controls.FileListBox;
+    if (!MayPrint() || list.Count() == 0) return;
+    if (IsEnlarged()) {
+        m.shell.ShowMessage("Printing needs the main window at its start size");
+        return;
+    }
+    const std::string name =
+        LastPart(WithoutTrailingSeparator(list.Path())) + " " + std::string(layout.name) + ".pdf";
+    if (!ShowPrinter(clsPrintDialog::kNormal, name)) return;
+    PrinterChoice upright = m_choice;
+    upright.landscape = false;
+    auto printer = m.printing.Open(upright);
+
+    const std::string filename = s.Filename;
+    const std::string counter = s.TextNumOf;
+    const std::string fileType = s.FileType;
+    const std::string note = s.NoteText;
+    const std::string buffer = s.NotesSave;
+    std::string said;
+    const bool done = RunSheets(*printer, layout, said);
+    s.Filename = filename;
+    s.FileType = fileType;
+    if (m.events.ProgramEnds() || s.Closing) return;
+    ShowFormerPicture(filename, counter);
+    // Of all the notes that passed through the box, the one that was in hand is worth keeping.
+    s.NotesSave = note.empty() ? buffer : note;
+    if (!done)
+        m.shell.ShowMessage(said);
+    else
+        Finish(std::move(printer));
+    if (done && !said.empty()) m.shell.ShowError(said);
+}
+
+bool PrintRoom::RunSheets(Printer& printer, const SheetLayout& layout, std::string& said) {
+    m.state.PrintCancelled = false;
+    const BatchRun batch(m, m.controls.PrintCancelButton);
+    SheetJob job(m, printer, layout, Faces(), Now());
+    const bool done = job.Run(batch);
+    said = done ? job.Fault() : "Printing cancelled";
+    if (!done) printer.Kill();
+    m.state.PrintCancelled = false;
+    return done;
+}
+
+void PrintRoom::ShowFormerPicture(const std::string& filename, const std::string& counter) {
+    m.state.TextNumOf = counter;
+    m.controls.TextNumOf->setText(ToQt(counter));
+    if (!filename.empty()) m.display.DisplayPicture();
+}
+
+void PrintRoom::Finish(std::unique_ptr<Printer> printer) {
+    if (!m.state.PrintPreview) {
+        m.shell.ShowMessage(Send(*printer, m_choice));
+        return;
+    }
+    if (!m_preview) m_preview = std::make_unique<frmPrintPreview>(m);
+    m_preview->ShowPages(std::move(printer), m_choice, [this, choice = m_choice](Printer& sent) {
+        m.shell.ShowMessage(Send(sent, choice));
+    });
+}
+
+std::string PrintRoom::Send(Printer& printer, const PrinterChoice& choice) {
+    m.shell.SetBusy(true);
+    std::string error;
+    const bool sent = printer.End(&error);
+    m.shell.SetBusy(false);
+    if (!sent) return "Printing failed: " + error;
+    if (choice.toFile) return "'" + LastPart(choice.pdf) + "' file created";
+    return "Printed on '" + choice.printer + "'";
+}
+
+} // namespace tarn

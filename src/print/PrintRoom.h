@@ -1,0 +1,51 @@
+// The print menu: the data sheet of the picture on show, thumbnail sheets of the whole list, and
+// the printer they go to.
+#pragma once
+
+#include "platform/printing/Printer.h"
+#include "print/PrintFaces.h"
+#include "print/ThumbnailSheet.h"
+#include "shell/Context.h"
+
+#include <memory>
+#include <string>
+
+namespace tarn {
+
+class SheetJob;
+class frmPrintPreview;
+
+class PrintRoom {
+public:
+    explicit PrintRoom(Context& context);
+    ~PrintRoom();
+
+    void ConnectControls();
+
+    void PrintButton_Click();
+    void PrintSetup_Click();
+    void Printc4Button_Click() { PrintSheets(kSheet2x2); }
+    void PrintCButton_Click() { PrintSheets(kSheet3x4); }
+    void PrintCMButton_Click() { PrintSheets(kSheet4x6); }
+    void PrintCSButton_Click() { PrintSheets(kSheet5x8); }
+    void PrintCancelButton_Click();
+
+    frmPrintPreview* Preview() const { return m_preview.get(); } // null before its first opening
+
+private:
+    bool MayPrint() const;
+    bool IsEnlarged() const;
+    PrintFaces Faces() const;
+    bool ShowPrinter(long flags, const std::string& fileName);
+    void PrintSheets(const SheetLayout& layout);
+    bool RunSheets(Printer& printer, const SheetLayout& layout, std::string& said);
+    void ShowFormerPicture(const std::string& filename, const std::string& counter);
+    void Finish(std::unique_ptr<Printer> printer);
+    std::string Send(Printer& printer, const PrinterChoice& choice);
+
+    Context& m;
+    PrinterChoice m_choice; // of this run; what is kept of it lies on the desk
+    std::unique_ptr<frmPrintPreview> m_preview;
+};
+
+} // namespace tarn

@@ -1,0 +1,21 @@
+// Printing: the printer that was chosen last, and a job under way.
+#pragma once
+
+#include <string>
+
+namespace tarn {
+
+struct PrintState {
+    std::string PrinterName; // as the system calls it; empty: its default
+    bool PrintToFile = false;
+    std::string PrintFolder; // where the last PDF file went
+    std::string PrintPaper = "A4";
+    bool PrintLandscape = false; // of the data sheet; thumbnail sheets are upright
+    int PrintCopies = 1;
+    bool PrintPreview = false; // pages are looked at before they are sent
+
+    bool PrintDialogCancelled = false;
+    bool PrintCancelled = false;
+};
+
+} // namespace tarn

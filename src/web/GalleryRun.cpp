@@ -1,0 +1,213 @@
+#include "web/GalleryRun.h"
+
+#include "common/paths.h"
+#include "web/PageText.h"
+#include "web/SavedValues.h"
+#include "web/SystemError.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+
+namespace tarn {
+
+namespace {
+
+GalleryRunFacts FactsOf(const GalleryPlan& plan) {
+    GalleryRunFacts run;
+    run.frames = plan.frames;
+    run.count = int(plan.items.size());
+    run.thumbnailSize = plan.thumbnailSize;
+    run.version = ToPageBytes(plan.version);
+    run.subFolder = ToPageBytes(plan.subFolder);
+    run.indexName = ToPageBytes(LastPart(plan.indexPath));
+    run.now = ToPageBytes(plan.now);
+    return run;
+}
+
+bool IsPicturePage(std::string_view name) {
+    return name.starts_with("ImageT") && name.ends_with(".html");
+}
+
+bool IsPage(std::string_view name) {
+    return name.ends_with(".html") || name.ends_with(".htm");
+}
+
+// The picture's name behind "T<digits>_"; empty when the file is no thumbnail.
+std::string_view PictureOf(std::string_view thumbnail) {
+    const std::size_t end = thumbnail.find_first_not_of("0123456789", 1);
+    if (!thumbnail.starts_with('T') || end == std::string_view::npos || end == 1 ||
+        thumbnail[end] != '_')
+        return {};
+    return thumbnail.substr(end + 1);
+}
+
+int SizeOf(std::string_view thumbnail) {
+    return std::atoi(std::string(thumbnail.substr(1)).c_str());
+}
+
+long long BytesOf(const std::string& path) {
+    std::error_code code;
+    const auto bytes = std::filesystem::file_size(path, code);
+    return code ? 0 : static_cast<long long>(bytes);
+}
+
+} // namespace
+
+std::vector<GalleryItem> PairThumbnails(const std::vector<std::string>& thumbnails,
+                                        const std::vector<std::string>& pictures, int size) {
+    const std::map<std::string_view, int> known = [&] {
+        std::map<std::string_view, int> names;
+        for (const std::string& picture : pictures) names.emplace(picture, 0);
+        return names;
+    }();
+    std::vector<GalleryItem> items;
+    std::map<std::string_view, std::size_t> at;
+    for (const std::string& thumbnail : thumbnails) {
+        const std::string_view picture = PictureOf(thumbnail);
+        if (!known.contains(picture)) continue;
+        const auto [found, isNew] = at.emplace(picture, items.size());
+        if (isNew)
+            items.push_back({std::string(picture), thumbnail});
+        else if (SizeOf(thumbnail) == size)
+            items[found->second].thumbnail = thumbnail;
+    }
+    return items;
+}
+
+GalleryRun::GalleryRun(Files& files, GalleryPlan plan, GallerySources sources)
+    : m_files(files), m_plan(std::move(plan)), m_sources(std::move(sources)),
+      m_settings(InPageBytes(m_plan.settings)), m_run(tarn::FactsOf(m_plan)),
+      m_folder(FolderOf(m_plan.indexPath)), m_cells(m_settings, m_run) {
+    std::string error;
+    m_staged = m_files.Stage(m_folder, &error);
+    if (!m_staged) {
+        Fail(LastPart(m_plan.indexPath), error);
+        return;
+    }
+    if (!Stage(kStyleName, GalleryStyle(m_settings))) return;
+    if (m_run.frames) {
+        if (!Stage(LastPart(m_plan.indexPath), GalleryIndexHead(m_settings, m_run)) ||
+            !Stage(kFrameTopName, GalleryFrameTop(m_settings, m_run)))
+            return;
+        m_index = GalleryFrameThumbsHead(m_settings, m_run);
+    } else {
+        m_index = GalleryIndexHead(m_settings, m_run);
+    }
+}
+
+bool GalleryRun::Fail(const std::string& name, const std::string& error) {
+    const std::string path = JoinPath(m_folder, name);
+    if (name == kZoomScript)
+        m_fault = {"Copy javascript file error",
+                   ErrorBoxText("Error creating javascript file", path, error)};
+    else if (IsPicturePage(name) && name != LastPart(m_plan.indexPath))
+        m_fault = {"Write html image file error",
+                   ErrorBoxText("Error writting to html image file", path, error)};
+    else
+        m_fault = {"Write html thumbnail file error",
+                   ErrorBoxText("Error writting to html thumbnail file", path, error)};
+    m_staged.reset();
+    return false;
+}
+
+bool GalleryRun::Stage(const std::string& name, std::string_view bytes) {
+    std::string error;
+    if (!m_staged->Write(name, bytes, &error)) return Fail(name, error);
+    m_names.push_back(name);
+    return true;
+}
+
+bool GalleryRun::StageScript() {
+    if (m_scriptStaged) return true;
+    if (!m_plan.script) return Fail(kZoomScript, "No such file or directory");
+    m_scriptStaged = Stage(kZoomScript, *m_plan.script);
+    return m_scriptStaged;
+}
+
+GalleryPicture GalleryRun::FactsOf(const GalleryItem& item) {
+    const std::string path = JoinPath(m_plan.pictureFolder, item.picture);
+    GalleryPicture picture;
+    picture.name = ToPageBytes(item.picture);
+    picture.thumbnail = ToPageBytes(item.thumbnail);
+    picture.fileBytes = BytesOf(path);
+    picture.note = m_sources.noteBytes(path).substr(0, kNoteBytes);
+    if (!MakesPages()) return picture;
+    std::tie(picture.width, picture.height) = m_sources.uprightSize(path);
+    if (m_settings.HtmlThumbData != 0)
+        for (const std::string& row : m_sources.panelRows(path))
+            picture.panel.push_back(ToPageBytes(row));
+    return picture;
+}
+
+bool GalleryRun::Step() {
+    if (m_fault || m_done == m_run.count) return false;
+    const GalleryPicture picture = FactsOf(m_plan.items[std::size_t(m_done)]);
+    ++m_done;
+    m_index += m_cells.Next(picture);
+    if (!MakesPages()) return true;
+    if (m_settings.ThumbNoLinkPic != 0 && !StageScript()) return false;
+    return Stage(PicturePageName(m_done), GalleryPicturePage(m_settings, m_run, picture, m_done));
+}
+
+std::vector<std::string> GalleryRun::OldPages() const {
+    std::vector<std::string> old;
+    for (std::string& name : m_files.FileNames(m_folder).value_or(std::vector<std::string>())) {
+        const bool frame = name == kFrameTopName || name == kFrameThumbsName;
+        if (IsPicturePage(name) || name.ends_with(".js") || (frame && !m_run.frames))
+            old.push_back(std::move(name));
+    }
+    return old;
+}
+
+// Whether a page that stays in the folder needs the script that the run takes away with the old.
+bool GalleryRun::CallsScript(const std::vector<std::string>& going) const {
+    if (std::find(going.begin(), going.end(), kZoomScript) == going.end()) return false;
+    const auto has = [](const std::vector<std::string>& names, const std::string& name) {
+        return std::find(names.begin(), names.end(), name) != names.end();
+    };
+    for (const std::string& name :
+         m_files.FileNames(m_folder).value_or(std::vector<std::string>())) {
+        if (!IsPage(name) || has(going, name) || has(m_names, name)) continue;
+        const auto bytes = m_files.Read(JoinPath(m_folder, name), SIZE_MAX);
+        if (bytes && bytes->find(kZoomScript) != std::string::npos) return true;
+    }
+    return false;
+}
+
+// What cannot be thrown away stays; what has the name of a new page is written over.
+GalleryRun::Thrown GalleryRun::TakeOldAway() {
+    Thrown thrown;
+    for (const std::string& name : OldPages()) {
+        const std::string path = JoinPath(m_folder, name);
+        std::string error;
+        std::string where;
+        if (m_files.Trash(path, &error, &where)) thrown.emplace_back(where, path);
+    }
+    return thrown;
+}
+
+bool GalleryRun::StagePages() {
+    m_index += GalleryIndexFoot(m_settings, m_run);
+    return (!CallsScript(OldPages()) || StageScript()) &&
+           Stage(m_run.frames ? kFrameThumbsName : LastPart(m_plan.indexPath), m_index);
+}
+
+bool GalleryRun::Finish() {
+    if (m_fault || !StagePages()) return false;
+    const Thrown thrown = TakeOldAway();
+    std::string error;
+    std::string failed;
+    const bool placed = m_staged->Place(&error, &failed);
+    if (!placed) {
+        for (const auto& [where, path] : thrown) {
+            std::string stays;
+            m_files.Restore(where, path, &stays);
+        }
+        Fail(failed, error);
+    }
+    m_staged.reset();
+    return placed;
+}
+
+} // namespace tarn

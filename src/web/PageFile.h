@@ -1,0 +1,40 @@
+// The file of a hand-laid page while it is open for writing: from its header, or the beginning of
+// an append, to its close.
+#pragma once
+
+#include "platform/Files.h"
+
+#include <string>
+#include <string_view>
+
+namespace tarn {
+
+class PageFile {
+public:
+    explicit PageFile(Files& files) : m_files(files) {}
+
+    // A new page, over what stood there, that begins with these bytes. False, with the system's
+    // text, when it cannot be written; as the others.
+    bool Create(const std::string& path, std::string_view bytes, std::string* error);
+
+    // Goes on with an old page over its close. Refused, before anything is written, for a page that
+    // is too long or too short.
+    bool Append(const std::string& path, std::string_view now, std::string* error);
+
+    // The next bytes. A failure leaves the page as it was, and open.
+    bool Add(std::string_view bytes, std::string* error);
+
+    // With its last lines. The page is closed in any case.
+    bool Close(std::string* error);
+
+    bool IsOpen() const { return m_open; }
+    const std::string& Path() const { return m_path; }
+
+private:
+    Files& m_files;
+    std::string m_path;
+    std::size_t m_end = 0; // where the next bytes go
+    bool m_open = false;
+};
+
+} // namespace tarn

@@ -1,0 +1,360 @@
+#include "web/Gallery.h"
+#include "web/PageText.h"
+
+#include <gtest/gtest.h>
+
+using namespace tarn;
+
+namespace {
+
+std::string Lines(std::initializer_list<std::string_view> lines) {
+    PageText text;
+    for (const auto line : lines) text.Line(line);
+    return text.Bytes();
+}
+
+bool Has(const std::string& page, std::initializer_list<std::string_view> lines) {
+    return page.find(Lines(lines)) != std::string::npos;
+}
+
+int Count(const std::string& page, std::string_view part) {
+    int count = 0;
+    for (auto at = page.find(part); at != std::string::npos; at = page.find(part, at + 1)) ++count;
+    return count;
+}
+
+GalleryRunFacts RunOf(int count, bool frames = false) {
+    GalleryRunFacts run;
+    run.frames = frames;
+    run.count = count;
+    run.thumbnailSize = 120;
+    run.version = "v61.14";
+    run.subFolder = "thumbnails";
+    run.indexName = "index.html";
+    run.now = "now";
+    return run;
+}
+
+GalleryPicture Picture() {
+    GalleryPicture picture;
+    picture.name = "a.jpg";
+    picture.thumbnail = "T120_a.jpg";
+    picture.width = 3000;
+    picture.height = 2000;
+    picture.fileBytes = 1000000;
+    picture.note = "One\r\nTwo\r\nThree\r\nTelescope: 80 mm\r\nFive";
+    picture.panel = {"File name: a.jpg"};
+    return picture;
+}
+
+std::string Page(const GallerySettings& s, int k = 1, int count = 3, bool frames = false) {
+    return GalleryPicturePage(s, RunOf(count, frames), Picture(), k);
+}
+
+std::string Cells(const GallerySettings& s, int count, const GalleryPicture& picture,
+                  bool frames = false) {
+    const GalleryRunFacts run = RunOf(count, frames);
+    GalleryCells cells(s, run);
+    std::string all;
+    for (int i = 0; i < count; ++i) all += cells.Next(picture);
+    return all;
+}
+
+} // namespace
+
+TEST(GalleryCellsTest, StandInRowsAndBreakPages) {
+    GallerySettings s;
+    s.HtmlThumbSlider = 4;
+    const std::string ten = Cells(s, 10, Picture());
+    EXPECT_EQ(Count(ten, " <tr>\r\n"), 3);
+    EXPECT_EQ(Count(ten, "</tr>\r\n"), 3);
+    EXPECT_TRUE(ten.ends_with(Lines({"</td>", "", "</tr>"})));
+    EXPECT_EQ(Count(Cells(s, 8, Picture()), "</tr>\r\n"), 2);
+    s.HtmlThumbPagebreak = 1;
+    s.ThumbImagePos = 1;
+    const std::string_view table =
+        "<table border=0 cellspacing=5 cellpadding=0 cols=4; align=center>";
+    EXPECT_TRUE(Has(
+        Cells(s, 10, Picture()),
+        {"</tr>", "</table>", "", "<p style=\"page-break-before: always\">", table, "", " <tr>"}));
+    EXPECT_EQ(Count(Cells(s, 10, Picture()), "page-break"), 2);
+    EXPECT_EQ(Count(Cells(s, 8, Picture()), "page-break"), 1);
+}
+
+TEST(GalleryCellsTest, ShowTheirNotesInThatOrder) {
+    GallerySettings s;
+    s.HtmlThumbNotesT = 2;
+    s.ThumbCheckTele = 1;
+    EXPECT_EQ(
+        Cells(s, 1, Picture()),
+        Lines({" <tr>", "  <td id=1 class=\"thumbs\">",
+               "    <a class=\"thumbs\" href=\"ImageT001.html\">",
+               "    <img class=\"thumbs\" SRC=\"thumbnails/T120_a.jpg\"><br>", "(1.0M)", "<br>",
+               "One", "<br>Two", "<br>Telescope: 80 mm", "</a>", "</td>", "", "</tr>"}));
+    s.HtmlThumbNotesT = 10; // no limit: the telescope comes twice
+    EXPECT_TRUE(Has(Cells(s, 1, Picture()), {"<br>Five", "<br>Telescope: 80 mm", "</a>"}));
+    s.HtmlThumbNotes = 0;
+    s.SizeCheck = 0;
+    s.NoLinkCheck = 1;
+    EXPECT_TRUE(
+        Has(Cells(s, 1, Picture()), {"  <td id=1 class=\"thumbs\">",
+                                     "    <img class=\"thumbs\" SRC=\"thumbnails/T120_a.jpg\"><br>",
+                                     "<br>Telescope: 80 mm", "</td>"}));
+    s.NoLinkCheck = 0;
+    EXPECT_TRUE(Has(Cells(s, 1, Picture(), true),
+                    {"    <a class=\"thumbs\" href=\"javascript:SelectFrame('ImageT001.html')\"",
+                     "       onclick=\"ChangeClass(1)\">"}));
+    EXPECT_EQ(GalleryFileSize(999999), "1000K");
+    EXPECT_EQ(GalleryFileSize(1000000), "1.0M");
+    EXPECT_EQ(GalleryFileSize(1250000), "1.3M");
+    EXPECT_EQ(GalleryFileSize(500), "1K");
+    EXPECT_EQ(PicturePageName(1000), "ImageT1000.html");
+}
+
+TEST(GalleryHeads, DifferByTheKindOfSite) {
+    GallerySettings s;
+    s.HtmlThumbHomeLink = 1;
+    s.HtmlThumbHomeUrl = "../home.html";
+    const std::string plain = GalleryIndexHead(s, RunOf(3));
+    EXPECT_TRUE(
+        plain.starts_with(Lines({"<!DOCTYPE HTML PUBLIC \"-//W3C//DTD HTML 4.01//EN\">",
+                                 "<!--TarnView v61.14  saved settings", "Pictures", " 5 "})));
+    EXPECT_TRUE(plain.ends_with(
+        Lines({"-->",
+               "",
+               "<html>",
+               "<head>",
+               " <meta http-equiv=\"Content-Type\" content=\"text/html; charset=iso-8859-1\">",
+               " <meta name=\"author\" content=\"Tarn_View v61.14\" > ",
+               " <link rel=\"stylesheet\" type=\"text/css\" href=\"slides.css\">",
+               " <title> Pictures - Index </title>",
+               "</head>",
+               "<body style=\"overflow:visible\">",
+               "",
+               "<div class=exif_title>",
+               "<table border-collapse=collapse width=100%>",
+               "<tr>",
+               "<td class=\"home\">",
+               " <a class=\"navt\" href=\"../home.html\">Home</a>",
+               "</td>",
+               "<td class=\"title\">",
+               "Pictures",
+               "</td>",
+               "</tr>",
+               "</table>",
+               "</div>",
+               "",
+               "",
+               "<table border=0 cellspacing=5 cellpadding=0 cols=5; align=center>"})));
+    const std::string frames = GalleryIndexHead(s, RunOf(3, true));
+    EXPECT_TRUE(frames.starts_with("<!DOCTYPE HTML PUBLIC \"-//W3C//DTD HTML 4.01Frameset//EN\">"));
+    EXPECT_TRUE(frames.ends_with(Lines(
+        {"</head>", "", "<frameset rows=\"60px, *\" bordercolor=\"#FFFFFF\">",
+         "  <frame src=\"index_top.html\" scrolling=no name=\"Top\">",
+         " <frameset cols=\"215px, *\">", "   <frame src=\"index_thumbs.html\" name=\"Thumbs\">",
+         "   <frame src=\"ImageT001.html\" name=\"Full\">", " </frameset>", " </frameset>", "",
+         "</html>"})));
+    EXPECT_TRUE(Has(GalleryFrameTop(s, RunOf(3, true)),
+                    {" <a class=\"navt\" href=\"../home.html\" target=\"_top\">Home</a>"}));
+    const std::string thumbs = GalleryFrameThumbsHead(s, RunOf(3, true));
+    EXPECT_TRUE(Has(thumbs, {"for(i = 1; i < 4; i++){"}));
+    EXPECT_TRUE(thumbs.ends_with(
+        Lines({"</head>", "<body>", "", "",
+               "<table border=0 cellspacing=5 cellpadding=0 cols=1; align=center>"})));
+    s.HtmlThumbEmailaddress = "a@b.c";
+    EXPECT_EQ(GalleryIndexFoot(s, RunOf(3)),
+              Lines({"</table>", "", "<div class=\"navt\">", "</div>", "", "<div class=\"date\">",
+                     "Created: now", "</div>", "", "<div class=\"email\">",
+                     "  Email: ", "  <a class=\"thumbs\"", "     title=\"Send email to a@b.c\"",
+                     "     href=\"mailto:a@b.c\">a@b.c</a>", "</div>", "", "</body>", "</html>"}));
+    EXPECT_FALSE(Has(GalleryIndexFoot(s, RunOf(3, true)), {"<div class=\"navt\">"}));
+}
+
+TEST(GalleryPages, AreWholeWithNotesBelow) {
+    GallerySettings s;
+    s.HtmlThumbNotesRight = false;
+    s.HtmlThumbNotesBottom = true;
+    s.HtmlThumbData = 1;
+    EXPECT_EQ(
+        Page(s, 2),
+        Lines({"<!DOCTYPE HTML PUBLIC \"-//W3C//DTD HTML 4.01//EN\">",
+               "<html>",
+               "<head>",
+               " <meta http-equiv=\"Content-Type\" content=\"text/html; charset=iso-8859-1\">",
+               " <meta name=\"author\" content=\"Tarn_View v61.14\" > ",
+               " <link rel=\"stylesheet\" type=\"text/css\" href=\"slides.css\">",
+               " <title>Pictures</title>",
+               "</head>",
+               "<body>",
+               "",
+               "<table border=0 cellspacing=0 cellpadding=0>",
+               "<tr style=\"position: relative; bottom: 0px; left: 10px;\">",
+               "<td>",
+               "<div>",
+               "  <a class=\"nav\" href=\"index.html\">Index</a>",
+               "  <a class=\"nav\" href=\"a.jpg\" target=\"_self\" title=\"a.jpg (3000x2000)  "
+               "[1.0M]\">Image</a>",
+               "  <a class=\"nav\" href=\"ImageT001.html\">Previous</a>",
+               "  <a class=\"nav\" href=\"ImageT003.html\">Next</a>",
+               "</div>",
+               " </td>",
+               "  <td class=\"numof\">",
+               "(2 of 3)&nbsp;&nbsp;&nbsp;&nbsp;",
+               "  </td>",
+               " </tr>",
+               "</table>",
+               "",
+               "",
+               "",
+               "<table>",
+               " <tr><td>",
+               " <div id=\"image_map\">",
+               "  <map name=\"map_picture\">",
+               "   <area href=\"ImageT001.html\" alt=\"Previous\" target=\"_self\" shape=\"rect\" ",
+               "      title = \"Click for previous image\"",
+               "      coords = \"0, 0, 1425, 2000\" > ",
+               "   <area href=\"ImageT003.html\" alt=\"Next\" target=\"_self\" shape=\"rect\" ",
+               "      title = \"Click for next image\"",
+               "      coords = \"1575, 0, 3000, 2000\" > ",
+               "  </map>",
+               "  <a href=\"a.jpg\" title=\"a.jpg (3000x2000)  [1.0M]\" target=\"_self\">",
+               "  <img  id=\"img1\" class=\"exif_slide\" src=\"a.jpg\" border = 0",
+               "        title=\"a.jpg (3000x2000)  [1.0M]\" usemap=\"#map_picture\">",
+               "  </a>",
+               "</div>",
+               " </td></tr>",
+               "</table>",
+               "",
+               "",
+               "<table id=table_notes border=0 cellspacing=1 cellpadding=2 cols=1 >",
+               " <tr style=\"position: relative; top: 0px; left: 15px;\">",
+               "  <td align=left>",
+               "  <div class=\"line1\">",
+               "One",
+               "  </div>",
+               "  <div class=\"notes2\">",
+               "Two<br>",
+               "Three<br>",
+               "Telescope: 80 mm<br>",
+               "Five<br>",
+               "  </div>",
+               "  </td>",
+               " </tr>",
+               " <tr>",
+               "  <td align=center>",
+               "  <div class=\"exif_data\"><pre>",
+               "File name: a.jpg",
+               "</pre></div>",
+               "  </td>",
+               " </tr>",
+               "</table>",
+               "",
+               "</body>",
+               "</html>"}));
+}
+
+TEST(GalleryPages, StepAndWrap) {
+    GallerySettings s;
+    EXPECT_TRUE(Has(Page(s, 1, 1), {"  <span class=\"inactive\">Previous</span>",
+                                    "  <span class=\"inactive\">Next</span>"}));
+    EXPECT_TRUE(
+        Has(Page(s, 1, 1), {"   <area href=\"\" alt=\"Next\" target=\"_self\" shape=\"rect\" "}));
+    EXPECT_TRUE(
+        Has(Page(s, 3, 3),
+            {"   <area href=\"ImageT003.html\" alt=\"Next\" target=\"_self\" shape=\"rect\" "}));
+    s.HtmlThumbWrap = 1;
+    EXPECT_TRUE(Has(Page(s, 1, 1), {"  <a class=\"nav\" href=\"ImageT001.html\">Previous</a>",
+                                    "  <a class=\"nav\" href=\"ImageT001.html\">Next</a>"}));
+    EXPECT_TRUE(Has(
+        Page(s, 3, 3, true),
+        {"  <a class=\"nav\" href=\"ImageT002.html\" onclick=\"ChangeClassT(2,3)\">Previous</a>",
+         "  <a class=\"nav\" href=\"ImageT001.html\" onclick=\"ChangeClassT(4,3)\">Next</a>"}));
+    EXPECT_EQ(Page(s, 1, 3, true).find("Index"), std::string::npos);
+}
+
+TEST(GalleryPages, LimitPicturesAndZoom) {
+    GallerySettings s;
+    s.HtmlThumbCs = 1;
+    const auto size = GalleryMapSize(s, 3000, 2000);
+    EXPECT_EQ(size.width, 600);
+    EXPECT_EQ(size.height, 400);
+    const std::string limited = Page(s);
+    EXPECT_TRUE(Has(limited, {"  <a href=\"a.jpg\" target=\"_self\">",
+                              "  <img class=\"exif_slide\"title=\"Click for full size picture "
+                              "(3000x2000)\" src = \"a.jpg\"; border = 0; \"",
+                              "        style=\"width:600px\"", "  usemap=\"#map_picture\">",
+                              "  </a>", "</div>", "  </td>", "  <td class=\"notes\">",
+                              "   <li class=\"plain\"><div class=\"line1\">One</div></li>",
+                              "   <li class=\"plain\">Two</li>"}));
+    s.HtmlThumbCsWidth = false;
+    s.HtmlThumbCsHeight = true;
+    EXPECT_EQ(GalleryMapSize(s, 3000, 2000).width, 900);
+    s.ThumbNoLinkPic = 1;
+    const std::string zoom = Page(s);
+    EXPECT_TRUE(Has(zoom, {"</head>", "", "<body onload=\"zoomload();\">"}));
+    EXPECT_TRUE(Has(
+        zoom, {"  <td align=left>", "  <img class=\"exif_slide\" src = \"a.jpg\"; border = 0; \"",
+               "        style=\"height:600px\"", "  usemap=\"#map_picture\">", "</div>"}));
+    EXPECT_EQ(zoom.find("<map"), std::string::npos);
+    s.ThumbImagePos = 2; // no limit in force
+    EXPECT_EQ(GalleryMapSize(s, 3000, 2000).width, 3000);
+    EXPECT_NE(Page(s).find("class=\"bg_full2\""), std::string::npos);
+    s.HtmlThumbCs = 0;
+    EXPECT_NE(Page(s).find("class=\"bg_full3\""), std::string::npos);
+    EXPECT_EQ(GalleryMapSize(s, 0, 0).height, 0);
+}
+
+TEST(GalleryPages, ChooseNoteLines) {
+    GallerySettings s;
+    s.HtmlThumbNotesTop = true;
+    s.HtmlThumbNotesRight = false;
+    s.HtmlThumbNotesTopLine = 1;
+    s.HtmlThumbBeginSliderTop = 4;
+    s.HtmlThumbSliderTop = 5;
+    s.NotesLineBottomCheck = "01010";
+    s.LongNotesLine = 1;
+    s.ThumbNavTop = false;
+    s.ThumbImagePos = 2;
+    const std::string page = Page(s);
+    EXPECT_TRUE(Has(page, {"<tr style=\"position: relative; top: 3px; left: 10px;\">"}));
+    EXPECT_TRUE(Has(page, {"  <a class=\"nav\" herf=\"#\" title=\"One\" style=\"cursor: default\"",
+                           "  onclick=\"document.getElementById('table_notes').style.display='"
+                           "block';",
+                           "     return false;\">Show</a>"}));
+    EXPECT_TRUE(Has(page, {"  <td class=\"desc1\">Telescope: 80 mm</td>",
+                           "  <td class=\"desc2\">Five</td>", " </tr>"}));
+    EXPECT_TRUE(
+        Has(page, {" <tr style=\"position: fixed; bottom: 40px; left: 10px;\">",
+                   "  <td align=left>", "  <div class=\"notes2\">", "Two", "  </div>",
+                   "  <div class=\"notes2\">", "Telescope: 80 mm --", "  </div>", "  </td>"}));
+    s.NotesLineBottomCheck = "10000";
+    EXPECT_TRUE(Has(Page(s), {"  <div class=\"line1\">", "One", "  </div>", "  </td>"}));
+}
+
+TEST(GalleryStyles, FollowTheirOptions) {
+    GallerySettings s;
+    const std::string css = GalleryStyle(s);
+    EXPECT_TRUE(css.starts_with(
+        Lines({"body {background-color: #000000; color: #FFFFFF;",
+               "      font-size: 10pt; font-family: Verdana, verdana, arial, sans;}",
+               "a:link, a:visited {color: #FFFFFF;}",
+               "a:hover.nav {border: 1px solid #FFFFFF; color: FFFFFF;}"})));
+    EXPECT_EQ(Count(css, "\r\n"), 75);
+    EXPECT_EQ(Count(css, "\r\n"), Count(css, "\n"));
+    EXPECT_TRUE(Has(css, {"div.exif_title { border: 3px ridge; ",
+                          "                 background-color: #000000;",
+                          "                 border-color: #FFFFFF;",
+                          "                 padding: 5px; margin: 5px;}"}));
+    s.ThumbTitleBorder = s.ThumbTnailBorder = s.ThumbImageBorder = 0;
+    s.ThumbBorderStyle = 1;
+    s.ThumbNoLinkPic = 1;
+    s.ThumbFileLink = 1;
+    const std::string bare = GalleryStyle(s);
+    EXPECT_EQ(Count(bare, "\r\n"), 73);
+    EXPECT_TRUE(
+        Has(bare, {"div.exif_title { border: 0px; ", "                 background-color: #000000;",
+                   "                 padding: 5px; margin: 5px;}"}));
+    EXPECT_TRUE(Has(bare, {"td.thumbs {font-size: smaller; border: 0px solid; padding: 5px;"}));
+    EXPECT_TRUE(Has(bare, {"td.title {text-align: center; font-weight: bold; font-size: larger; "
+                           "padding: 0 75px 0 0;}"}));
+}

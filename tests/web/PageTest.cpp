@@ -1,0 +1,409 @@
+#include "web/PageEntry.h"
+#include "web/PageFile.h"
+#include "web/PageHead.h"
+#include "web/PageText.h"
+#include "web/SavedValues.h"
+
+#include "support/ForwardingFiles.h"
+#include "support/TestFolder.h"
+
+#include <gtest/gtest.h>
+
+using namespace tarn;
+using tarn::testing::TestFolder;
+
+namespace {
+
+std::string Lines(std::initializer_list<std::string_view> lines) {
+    PageText text;
+    for (const auto line : lines) text.Line(line);
+    return text.Bytes();
+}
+
+EntryFacts Picture() {
+    EntryFacts facts;
+    facts.name = "m31.jpg";
+    facts.type = ".JPG";
+    facts.width = 3000;
+    facts.height = 2000;
+    facts.previewWidth = 800;
+    facts.previewHeight = 533;
+    facts.sizeText = "3000 x 2000";
+    facts.note = "Clear sky\r\nSeeing 4/5";
+    facts.panel = {"File name: m31.jpg", "Date"};
+    return facts;
+}
+
+EntryFacts Video() {
+    EntryFacts facts = Picture();
+    facts.name = "clip.mp4";
+    facts.type = ".MP4";
+    facts.fileSizeText = "123 KB";
+    return facts;
+}
+
+std::string Entry(const HtmlSettings& s, const EntryFacts& facts, bool exif = true) {
+    PageRun run;
+    run.Begin();
+    run.linkTarget = "target.jpg";
+    run.prefix = "../";
+    return PageEntry(s, exif, facts, run);
+}
+
+bool Has(const std::string& page, std::initializer_list<std::string_view> lines) {
+    return page.find(Lines(lines)) != std::string::npos;
+}
+
+} // namespace
+
+TEST(PageHeads, AreWholeForANewUser) {
+    HtmlSettings s;
+    s.HtmlWidth = 800;
+    s.HtmlHeight = 533;
+    const std::string head = PageHead(s, "v61.14", "11/25/2026 1:02:03 PM");
+    EXPECT_EQ(
+        head,
+        Lines({"<!DOCTYPE HTML PUBLIC \"-//W3C//DTD HTML 4.01//EN\">",
+               "<!--TarnView saved settings",
+               "True",
+               "False",
+               "False",
+               "True",
+               "False",
+               "False",
+               "False",
+               " 1 ",
+               " 1 ",
+               " 533 ",
+               " 800 ",
+               "Pictures",
+               "FFFFFF",
+               "BFCFE0",
+               " 1 ",
+               "000000",
+               "000000",
+               " 1 ",
+               "False",
+               "True",
+               "",
+               "Verdana",
+               " 10 ",
+               "",
+               "True",
+               "False",
+               " 0 ",
+               "",
+               " 0 ",
+               " 0 ",
+               "Home",
+               " 0 ",
+               "-->",
+               "",
+               "<html>",
+               "<head>",
+               " <meta http-equiv=\"Content-Type\" content=\"text/html; charset=iso-8859-1\">",
+               " <meta name=\"author\" content=\"Tarn_View v61.14\" > ",
+               " <title>Pictures</title>",
+               " <style>",
+               "  body {font-family: Verdana, verdana, arial, sans; font-size: 10pt;}",
+               "  table {padding: 0px 0px 0px 0px;}  ",
+               "  a {text-decoration: none;}",
+               "  a.navt {display: block; text-align: center;",
+               "     padding: 0px 5px 0px 5px; font-size: 8pt; cursor: pointer;",
+               "     text-decoration: none; margin: 0px;",
+               "     border: 1px solid #000000;",
+               "     border-radius: 7px; display: inline-block;}",
+               "  td.ct {text-align: center; vertical-align: top; padding: 4px 20px 0px 20px; "
+               "color: #000000;}",
+               "  p.tx {padding: 0; margin: 0px 5px 0px 5px;}",
+               "  td.lt {text-align: left; vertical-align: top;}",
+               "  div.exif_title { border: 1px ridge;",
+               "     background-color: #BFCFE0;",
+               "     border-color: #000000;",
+               "     padding: 5px; margin: 5px;}",
+               "  div.date {text-align: left; margin-left: 20px; margin-bottom: 5px; font-size: "
+               "smaller; color: #000000; float: left;}",
+               "  div.buttons {text-align: right; margin-right: 20px; font-size: smaller; color: "
+               "#000000; float: right;}",
+               "  img {border: 1px ridge #000000}",
+               "  img:hover {border: 1px ridge #000000}",
+               "  p.line {border-bottom-style: solid; border-bottom-width: 1px; ",
+               "          padding:0px; margin: 15px 0px 15px 0px;",
+               "          border-bottom-color: #000000;}",
+               "  p.labels {font-style: italic; font-size: smaller; color: #000000;}",
+               " </style>",
+               "</head>",
+               "<!-- Page created on 11/25/2026 1:02:03 PM -->",
+               "<body bgcolor=\"#FFFFFF\" link=\"#000000\" alink=\"#000000\" vlink=\"#000000\">"}));
+    s.HtmlPictureType = 4;
+    EXPECT_TRUE(Has(PageHead(s, "", ""), {"          padding:0px; margin: 20px 10px 15px 10px;"}));
+    s.HtmlZoomPan = 1;
+    EXPECT_TRUE(PageHead(s, "", "").ends_with(
+        Lines({"<body bgcolor=\"#FFFFFF\" link=\"#000000\" alink=\"#000000\" "
+               "vlink=\"#000000\"; onload = \"; zoomload(); \" > ",
+               "", "<body onload=\"zoomload();\">", "<script src=\"wheelzoom.js\"></script>",
+               "<script>", "function zoomload() {", "  var zoomIn  = -100;", "  var zoomOut = 100;",
+               "  images = wheelzoom(document.querySelectorAll('img'), {zoom: 0.1, maxZoom: 10});",
+               "}", "</script>"})));
+}
+
+TEST(PageHeads, EndInATitleTable) {
+    HtmlSettings s;
+    s.HtmlHomePage = "../index.html";
+    s.HtmlHomeText.clear();
+    s.HtmlEmail = "a@b.c";
+    EXPECT_EQ(
+        PageTitleTable(s, "now"),
+        Lines({"",
+               "<table border=0 cellspacing=0 cellpadding=0 cols=1 width=\"98%\" align=center>",
+               " <tr>",
+               "  <td align=center valign=center>",
+               "  <div class=exif_title>",
+               "   <font color=#000000 size=4><b>Pictures</b></font>",
+               "  </div>",
+               "",
+               "  <div class=\"buttons\">",
+               "<a class=\"navt\" title=\"Goto web page\"",
+               "   href=\"../index.html\"></a>",
+               "&nbsp;&nbsp;&nbsp;&nbsp;",
+               "<a title=\"Send email to a@b.c\"",
+               "       href=\"mailto:a@b.c\">Email: a@b.c</a>",
+               "  </div>",
+               "<div class=\"date\">Created: now</div>",
+               "  </td>",
+               " </tr>",
+               "</table>",
+               ""}));
+    s.HtmlHomePage.clear();
+    s.HtmlEmail.clear();
+    EXPECT_TRUE(Has(PageTitleTable(s, ""), {"  <div class=\"buttons\">", "  </div>"}));
+}
+
+TEST(PageLinks, ComparePathDepthsOnly) {
+    EXPECT_EQ(RelativePrefix("/a/b/page.html", "/c/d"), "");
+    EXPECT_EQ(RelativePrefix("/a/b/page.html", "/c/d/"), "");
+    EXPECT_EQ(RelativePrefix("/a/page.html", "/a/b"), "../");
+    EXPECT_EQ(RelativePrefix("/page.html", "/"), "");
+    std::string link;
+    EXPECT_TRUE(HomeLink("/a/b/page.html", "/x/home.html", link));
+    EXPECT_EQ(link, "../home.html");
+    EXPECT_FALSE(HomeLink("/a/page.html", "/x/y/home.html", link));
+    EXPECT_EQ(link, "");
+}
+
+TEST(PageEntries, OfTheFirstFormatAreWhole) {
+    HtmlSettings s;
+    EXPECT_EQ(Entry(s, Picture()),
+              Lines({"<table BORDER=0 CELLSPACING=0 CELLPADDING=5 COLS=2 WIDTH=\"98%\" "
+                     "ALIGN=CENTER>",
+                     " <tr>",
+                     "  <td class=\"ct\">",
+                     "<a id=\"link1\" href=\"m31.jpg\" > <img SRC=\"../m31.jpg\" height=533 "
+                     "width=800",
+                     " name=\"flip1\"",
+                     " title=\"Click to view full size 3000 x 2000\"",
+                     " ALT=\"m31.jpg\"></a>",
+                     "  </td>",
+                     "  <td class=\"lt\">",
+                     "   <font color=#000000>",
+                     "<pre>",
+                     "",
+                     "File name: m31.jpg",
+                     "Date",
+                     "</pre>",
+                     "   </font></td>",
+                     " </tr>",
+                     " <tr>",
+                     "  <td class=\"ct\">",
+                     "<font color=#000000>",
+                     "<b>Clear sky</b></font><br>",
+                     "<font color=#000000>",
+                     "Seeing 4/5<br>",
+                     "</font>",
+                     "<p class=\"line\"></p>",
+                     "  </td>",
+                     " </tr>",
+                     "</table>",
+                     ""}));
+}
+
+TEST(PageEntries, OfTheOtherFormatsDifferInTheirFrames) {
+    HtmlSettings s;
+    EntryFacts facts = Picture();
+    facts.note.clear();
+    s.HtmlPictureType = 2;
+    s.HtmlLayout1 = false;
+    s.HtmlLayout2 = true;
+    const std::string_view image = "<img SRC=\"../m31.jpg\" height=533 width=800";
+    const std::string_view table = "<table BORDER=0 CELLSPACING=0 CELLPADDING=5 COLS=1 "
+                                   "WIDTH=\"98%\" ALIGN=CENTER>";
+    EXPECT_EQ(Entry(s, facts),
+              Lines({table, " <tr>", "  <td class=\"ct\">", image, " name=\"flip1\"", "",
+                     " ALT=\"m31.jpg\">", "  </td>", " </tr>", " <tr>", "  <td class=\"ct\">",
+                     "<p class=\"line\"></p>", "  </td>", " </tr>", "</table>", ""}));
+    s.HtmlPnotesBottom = false;
+    EXPECT_EQ(Entry(s, facts),
+              Lines({table, " <tr>", "  <td class=\"ct\">", "", "  </td>", " </tr>", " <tr>",
+                     "  <td class=\"ct\">", image, " name=\"flip1\"", "", " ALT=\"m31.jpg\">",
+                     "  <p class=\"line\"></p>", "  </td>", " </tr>", "</table>", ""}));
+    s.HtmlPictureType = 3;
+    EXPECT_EQ(Entry(s, facts),
+              Lines({table, " <tr>", "  <td class=\"ct\">", image, " name=\"flip1\"", "",
+                     " ALT=\"m31.jpg\">", "<p class=\"line\"></p>", "  </td>", "</table>", ""}));
+    s.HtmlPictureType = 4;
+    s.HtmlSizeO = false;
+    s.HtmlSizeW = true;
+    s.HtmlWidth = 4000; // no enlarging
+    s.HtmlPicLeft = true;
+    facts.note = "One";
+    EXPECT_EQ(Entry(s, facts),
+              Lines({"<table BORDER=0 CELLSPACING=0 CELLPADDING=10 COLS=1 WIDTH=\"98%\" "
+                     "ALIGN=CENTER>",
+                     " <tr>", "  <td class=\"lt\">", "<img SRC=\"../m31.jpg\" width=3000",
+                     " name=\"flip1\"", "", " align=\"left\" hspace=\"10\"", " ALT=\"m31.jpg\">",
+                     "<p class=\"tx\">", "<font color=#000000>",
+                     "<p class=\"line\"></p><p style=\"margin: 0px 0px 0px "
+                     "3025px\"><b>One</b></font><br>",
+                     "<font color=#000000>", "</p></font>", "</p>", "  </td>", " </tr>", "</table>",
+                     ""}));
+}
+
+TEST(PageEntries, OfTextFilesHoldTheirLines) {
+    HtmlSettings s;
+    EntryFacts facts;
+    facts.name = "log.txt";
+    facts.type = ".TXT";
+    facts.lines = {"a <b>", ""};
+    EXPECT_TRUE(Has(Entry(s, facts), {"  <td class=\"ct\">", "  <p class=\"tx\">", "a <b><br>",
+                                      "<br>", "  </p>", "  </td>", "  <td class=\"lt\">"}));
+    s.HtmlPictureType = 2;
+    EXPECT_TRUE(Has(Entry(s, facts), {"  </p>", "<p class=\"line\"></p>", "  </td>", " </tr>"}));
+}
+
+TEST(PageEntries, LinkByTheirMode) {
+    HtmlSettings s;
+    s.HtmlSizeF = true; // two modes on: two image lines
+    EXPECT_TRUE(Has(Entry(s, Picture()),
+                    {"<a id=\"link1\" href=\"m31.jpg\" > <img SRC=\"../m31.jpg\" height=533 "
+                     "width=800",
+                     "<a id=\"link1\" href=\"m31.jpg\" > <img SRC=\"../m31.jpg\" height=2000 "
+                     "width=3000",
+                     " name=\"flip1\"", " title=\"Click to view\""}));
+    s.HtmlSizeF = s.HtmlLayout1 = false;
+    s.HtmlLayout3 = true;
+    EXPECT_TRUE(Has(Entry(s, Picture()), {" title=\"Click to view linked image\""}));
+    EXPECT_NE(Entry(s, Picture()).find("<a id=\"link1\" href=\"target.jpg\"> <img"),
+              std::string::npos);
+    s.HtmlLayout2 = true;
+    s.HtmlZoomPan = 1;
+    const std::string zoom = Entry(s, Picture());
+    EXPECT_TRUE(Has(zoom, {" name=\"flip1\"",
+                           " title=\"Use mouse wheel to zoom, left click and hold to pan\"",
+                           " ALT=\"m31.jpg\">"}));
+    EXPECT_TRUE(
+        Has(zoom, {"<b>Clear sky</b></font>",
+                   "  <span style=\"margin: 0 0 0 50px; font-style: italic; font-weight: normal;",
+                   "  text-decoration: underline; text-decoration-color: #000000;\">",
+                   "  <a title=\"Click to view full size 3000 x 2000\"",
+                   "  href=\"m31.jpg\"> View Image</a>", "  </span>", "  <font color=#000000>",
+                   "  <small>&nbsp;(3000 x 2000)</small>", "  <br>", "<font color=#000000>"}));
+    const std::string video = Entry(s, Video());
+    EXPECT_TRUE(Has(video, {"<a id=\"link1\" href=\"clip.mp4\" > <img SRC=\"../MP4.jpg\" "
+                            "height=533 width=800",
+                            " name=\"flip1\"", "Click to play video", " ALT=\"MP4.jpg\"></a>"}));
+    EXPECT_TRUE(
+        Has(video, {"  <a title=\"Click to play video\"", "  href=\"clip.mp4\"> Play Video</a>",
+                    "  </span>", "  <font color=#000000>", "  <small>&nbsp;(123 KB)</small>"}));
+}
+
+TEST(PageEntries, SwitchLabelsAndLinkVideos) {
+    HtmlSettings s;
+    EXPECT_FALSE(IsLabelPicture(s, "m31_Caption.jpg"));
+    s.HtmlCheckImageLabel = 1;
+    EXPECT_FALSE(IsLabelPicture(s, "m31_Caption.jpg")); // no text is set
+    s.HtmlTextImageLabel = "_Caption";
+    EXPECT_TRUE(IsLabelPicture(s, "m31_Caption.jpg"));
+    EXPECT_FALSE(IsLabelPicture(s, "m31_caption.jpg"));
+    EXPECT_EQ(LabelNameOf(s, "m31.jpg"), "m31_Caption.jpg");
+    EntryFacts facts = Picture();
+    EXPECT_FALSE(Has(Entry(s, facts), {" Turn labels - "}));
+    facts.hasLabel = true;
+    EXPECT_TRUE(
+        Has(Entry(s, facts),
+            {"</font>", "<p class=\"labels\">", " Turn labels - ", " <a href=\"#\"",
+             " onclick=\"if (document.images) document.flip1.src='m31_Caption.jpg';",
+             "             document.getElementById('link1').href='m31_Caption.jpg';",
+             "             document.getElementById('spanoff1').style.fontWeight='normal';",
+             "             document.getElementById('spanon1').style.fontWeight='bold';",
+             "             return false;\">", "             <span id=\"spanon1\">On</a>",
+             " <a href=\"#\"", " onclick=\"if (document.images) document.flip1.src='m31.jpg';",
+             "             document.getElementById('link1').href='m31.jpg';",
+             "             document.getElementById('spanoff1').style.fontWeight='bold';",
+             "             document.getElementById('spanon1').style.fontWeight='normal';",
+             "             return false;\">",
+             "             <span id=\"spanoff1\" style=\"font-weight: bold;\">Off</a>", "</p>",
+             "<p class=\"line\"></p>"}));
+    s.HtmlMp4Video = 1;
+    facts.hasVideo = true;
+    EXPECT_TRUE(Has(Entry(s, facts),
+                    {"<br><a href=\"m31.mp4\"><u>Click here for mp4 video</u></a>", "  </td>"}));
+    s.HtmlPictureType = 3;
+    EXPECT_EQ(Entry(s, facts).find("mp4"), std::string::npos);
+}
+
+TEST(PageEntries, BreakPagesAndNumberOn) {
+    HtmlSettings s;
+    s.HtmlPageBreak = 3;
+    PageRun run;
+    run.Begin();
+    for (int i = 1; i <= 7; ++i) {
+        const std::string entry = PageEntry(s, false, Picture(), run);
+        EXPECT_EQ(entry.ends_with(Lines({"<p style=\"page-break-before: always\">", ""})),
+                  i % 3 == 0)
+            << i;
+        EXPECT_NE(entry.find("\"flip" + std::to_string(i) + "\""), std::string::npos);
+    }
+}
+
+TEST(PageFiles, AppendOverTheCloseAndStopAtTheirLimit) {
+    const TestFolder folder;
+    tarn::testing::ForwardingFiles files;
+    std::string error;
+    PageFile page(files);
+    ASSERT_TRUE(page.Create(folder.Path() + "/a.html", "HEAD\r\n\r\n", &error)) << error;
+    ASSERT_TRUE(page.Add("ONE\r\n\r\n", &error));
+    ASSERT_TRUE(page.Close(&error));
+    for (const char* entry : {"TWO\r\n\r\n", "THREE\r\n\r\n"}) {
+        ASSERT_TRUE(page.Append(folder.Path() + "/a.html", "now", &error)) << error;
+        ASSERT_TRUE(page.Add(entry, &error));
+        ASSERT_TRUE(page.Close(&error));
+    }
+    const std::string mark = "<!-- Appended data on now follows -->\r\n";
+    EXPECT_EQ(files.Read(page.Path(), SIZE_MAX, nullptr),
+              "HEAD\r\n\r\nONE\r\n" + mark + "TWO\r\n" + mark +
+                  "THREE\r\n\r\n</body>\r\n</html>\r\n");
+
+    const std::string most(kLargestAppend, 'x');
+    const std::string longest = folder.Write("long.html", most);
+    EXPECT_TRUE(page.Append(longest, "now", &error));
+    page.Close(&error);
+    for (const std::string& bytes : {most + "x", std::string(19, 'x')}) {
+        const std::string refused = folder.Write("refused.html", bytes);
+        EXPECT_FALSE(page.Append(refused, "now", &error));
+        EXPECT_EQ(files.Read(refused, SIZE_MAX, nullptr), bytes);
+    }
+}
+
+TEST(PageFiles, AFailedAddLeavesThePage) {
+    const TestFolder folder;
+    tarn::testing::ForwardingFiles files;
+    std::string error;
+    PageFile page(files);
+    ASSERT_TRUE(page.Create(folder.Path() + "/a.html", "HEAD\r\n", &error));
+    files.onChange = [](const std::string&, const std::string&) { return "No space"; };
+    EXPECT_FALSE(page.Add("ONE\r\n", &error));
+    EXPECT_EQ(error, "No space");
+    files.onChange = {};
+    EXPECT_TRUE(page.Close(&error));
+    EXPECT_EQ(files.Read(page.Path(), SIZE_MAX, nullptr), "HEAD\r\n</body>\r\n</html>\r\n");
+}

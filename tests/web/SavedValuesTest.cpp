@@ -1,0 +1,144 @@
+#include "web/SavedValues.h"
+#include "web/HtmlColor.h"
+#include "web/PageHead.h"
+
+#include "web/Gallery.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+using namespace tarn;
+
+namespace {
+
+std::string BlockOf(const HtmlSettings& settings) {
+    PageText text;
+    AddSavedValues(text, InPageBytes(settings));
+    return text.Bytes();
+}
+
+std::string BlockOf(const GallerySettings& settings) {
+    PageText text;
+    AddSavedValues(text, InPageBytes(settings));
+    return text.Bytes();
+}
+
+// Every field by its kind.
+template <class Settings, class Table> Settings Random(const Table& table, std::mt19937& random) {
+    Settings settings;
+    const auto number = [&](int most) {
+        return std::uniform_int_distribution<int>(-most, most)(random);
+    };
+    for (const auto& value : table) {
+        if (const auto* flag = std::get_if<bool Settings::*>(&value.field))
+            settings.** flag = number(1) > 0;
+        else if (const auto* whole = std::get_if<int Settings::*>(&value.field))
+            settings.** whole = number(40000);
+        else
+            settings.*std::get<std::string Settings::*>(value.field) =
+                "M\xC3\xA9ssier <" + std::to_string(number(99)) + "> --";
+    }
+    return settings;
+}
+
+} // namespace
+
+TEST(SavedValues, ReadBackWhatWasWritten) {
+    std::mt19937 random(7);
+    for (int i = 0; i < 50; ++i) {
+        const auto page = Random<HtmlSettings>(PageValues(), random);
+        HtmlSettings pageRead;
+        ASSERT_TRUE(ReadSavedValues(PageHead(InPageBytes(page), "v1", "now"), pageRead));
+        EXPECT_EQ(BlockOf(pageRead), BlockOf(page));
+
+        const auto gallery = Random<GallerySettings>(GalleryValues(), random);
+        GallerySettings galleryRead;
+        ASSERT_TRUE(ReadSavedValues(GalleryIndexHead(InPageBytes(gallery), {}), galleryRead));
+        EXPECT_EQ(BlockOf(galleryRead), BlockOf(gallery));
+    }
+}
+
+TEST(SavedValues, HaveTheirFormByKind) {
+    HtmlSettings page;
+    page.HtmlTitle = "Stra\xC3\x9F"
+                     "e \xE2\x82\xAC \xCE\xB1";
+    const std::string block = BlockOf(page);
+    EXPECT_EQ(block.substr(0, block.find(" 1 \r\n")),
+              "True\r\nFalse\r\nFalse\r\nTrue\r\nFalse\r\nFalse\r\nFalse\r\n");
+    EXPECT_NE(block.find("Stra\xDF"
+                         "e \x80 ?\r\n"),
+              std::string::npos);
+    GallerySettings gallery;
+    gallery.HtmlThumbSlider = -3;
+    const std::string values = BlockOf(gallery);
+    EXPECT_TRUE(values.starts_with("Pictures\r\n-3 \r\n 1 \r\n"));
+    EXPECT_NE(values.find(" 0 \r\n-1 \r\n 0 \r\n600\r\n"), std::string::npos);
+    EXPECT_NE(values.find("\r\nTrue\r\n 1 \r\n"), std::string::npos);
+}
+
+TEST(SavedValues, StopAtTheEndOfTheBlockAndKeepTheRest) {
+    HtmlSettings settings;
+    const std::string head = PageHead(InPageBytes(settings), "v1", "now");
+    // Cut behind each line: what was read stays, nothing else changes.
+    HtmlSettings changed = settings;
+    changed.HtmlTitle = "Other";
+    changed.HtmlBorder = 9;
+    changed.HtmlMp4Video = 1;
+    const std::string other = PageHead(InPageBytes(changed), "v1", "now");
+    std::size_t lines = 0;
+    for (std::size_t end = other.find('\n'); lines < 34; end = other.find('\n', end + 1), ++lines) {
+        HtmlSettings read;
+        const bool found = ReadSavedValues(other.substr(0, end + 1), read);
+        EXPECT_EQ(found, lines >= 1) << lines;
+        EXPECT_EQ(read.HtmlBorder, lines >= 9 ? 9 : 1) << lines;
+        EXPECT_EQ(read.HtmlTitle, lines >= 13 ? "Other" : "Pictures") << lines;
+        EXPECT_EQ(read.HtmlMp4Video, lines >= 33 ? 1 : 0) << lines;
+    }
+    // A block that ended after value 12.
+    const std::string title = "Other\r\n";
+    const std::string old = other.substr(0, other.find(title) + title.size()) + "-->\r\n\r\n<html>";
+    HtmlSettings read;
+    read.HtmlTextColor = "123456";
+    EXPECT_TRUE(ReadSavedValues(old, read));
+    EXPECT_EQ(read.HtmlTitle, "Other");
+    EXPECT_EQ(read.HtmlTextColor, "123456");
+}
+
+TEST(SavedValues, TellTheKindsOfPagesApart) {
+    HtmlSettings page;
+    GallerySettings gallery;
+    const std::string aPage = PageHead(InPageBytes(page), "v1", "now");
+    GalleryRunFacts run;
+    run.version = "v1";
+    const std::string anIndex = GalleryIndexHead(InPageBytes(gallery), run);
+    EXPECT_FALSE(ReadSavedValues(aPage, gallery));
+    EXPECT_FALSE(ReadSavedValues(anIndex, page));
+    EXPECT_FALSE(ReadSavedValues("<html>\r\n<!--Tarn", page));
+    EXPECT_FALSE(ReadSavedValues("", gallery));
+}
+
+TEST(SavedValues, AreSetByName) {
+    GallerySettings gallery;
+    EXPECT_TRUE(SetSavedValue(gallery, "html_thumb_slider", "4"));
+    EXPECT_TRUE(SetSavedValue(gallery, "html_thumb_notes_top", "True"));
+    EXPECT_TRUE(SetSavedValue(gallery, "ThumbFileLinkURL", "a.html"));
+    EXPECT_FALSE(SetSavedValue(gallery, "html_thumb_slider", "four"));
+    EXPECT_FALSE(SetSavedValue(gallery, "html_title", "x"));
+    EXPECT_EQ(gallery.HtmlThumbSlider, 4);
+    EXPECT_TRUE(gallery.HtmlThumbNotesTop);
+    EXPECT_EQ(gallery.ThumbFileLinkURL, "a.html");
+}
+
+TEST(HtmlColors, ComeOutWithTheirOddLengths) {
+    EXPECT_EQ(HtmlColorOf(0xFFBF00), "00BFFF");
+    EXPECT_EQ(HtmlColorOf(0), "000000");
+    EXPECT_EQ(HtmlColorOf(0xC8), "C80000");
+    EXPECT_EQ(HtmlColorOf(4095), "FFF00");
+    EXPECT_EQ(HtmlColorOf(0x1234), "341200");
+    EXPECT_EQ(HtmlColorOf(0x12345), "53412");
+    EXPECT_EQ(NumberOfHtmlColor("00BFFF"), 0xFFBF00);
+    EXPECT_EQ(NumberOfHtmlColor("EEEEEE"), 0xEEEEEE);
+    EXPECT_EQ(NumberOfHtmlColor("no"), 0);
+    EXPECT_EQ(NumberOfHtmlColor(""), 0);
+}
