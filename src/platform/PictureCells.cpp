@@ -47,7 +47,7 @@ void PictureCells::paint(QPainter* painter, const QStyleOptionViewItem& given,
         QColor faint = ink;
         faint.setAlpha(60);
         painter->setPen(faint);
-        painter->drawRect(square.adjusted(16, 24, -16, -24));
+        painter->drawRect(square.adjusted(8, 14, -8, -14));
     } else {
         DrawPicture(*painter, picture, square);
     }

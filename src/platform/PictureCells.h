@@ -8,7 +8,7 @@
 
 namespace tarn {
 
-inline constexpr int kCellPicture = 128; // logical pixels, the side of the picture's square
+inline constexpr int kCellPicture = 80; // logical pixels, the side of the picture's square
 
 class PictureCells : public QStyledItemDelegate {
 public:

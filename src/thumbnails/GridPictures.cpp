@@ -41,7 +41,7 @@ QImage GridPicture(const GridWish& wish, const SharedCache& cache) {
     if (!modified) return {};
     const auto made = ModifiedTime(wish.thumbnail);
     if (made && *made >= *modified) {
-        const QImage thumbnail = Fitted(wish.thumbnail, cache.Side());
+        QImage thumbnail = Fitted(wish.thumbnail, cache.Side());
         if (!thumbnail.isNull()) return thumbnail;
     }
     QImage picture = cache.Read(wish.picture, *modified);

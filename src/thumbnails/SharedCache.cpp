@@ -5,8 +5,6 @@
 
 #include <QByteArray>
 #include <QCryptographicHash>
-#include <QImageReader>
-#include <QImageWriter>
 #include <QStandardPaths>
 
 #include <cctype>
@@ -65,11 +63,11 @@ std::string SharedCache::FileOf(const std::string& path) const {
 }
 
 QImage SharedCache::Read(const std::string& path, std::int64_t modified) const {
-    QImageReader reader(ToQt(FileOf(path)), "png");
-    if (reader.text(kTime) != QString::number(modified) ||
-        reader.text(kUri).toStdString() != UriOf(path))
+    QImage picture(ToQt(FileOf(path)), "png");
+    if (picture.text(kTime) != QString::number(modified) ||
+        picture.text(kUri).toStdString() != UriOf(path))
         return {};
-    return reader.read();
+    return picture;
 }
 
 void SharedCache::Write(const std::string& path, std::int64_t modified,
@@ -81,11 +79,13 @@ void SharedCache::Write(const std::string& path, std::int64_t modified,
     const int file = ::mkstemp(beside.data()); // for the user alone
     if (file < 0) return;
     ::close(file);
-    QImageWriter writer(ToQt(beside), "png");
-    writer.setText(kUri, QString::fromStdString(UriOf(path)));
-    writer.setText(kTime, QString::number(modified));
-    writer.setText(QStringLiteral("Software"), QStringLiteral("Tarn View"));
-    if (!writer.write(picture) || std::rename(beside.c_str(), FileOf(path).c_str()) != 0)
+    // Set on the image: the writer's own texts end at the first colon of a key.
+    QImage written = picture;
+    written.setText(kUri, QString::fromStdString(UriOf(path)));
+    written.setText(kTime, QString::number(modified));
+    written.setText(QStringLiteral("Software"), QStringLiteral("Tarn View"));
+    if (!written.save(ToQt(beside), "png") ||
+        std::rename(beside.c_str(), FileOf(path).c_str()) != 0)
         ::unlink(beside.c_str());
 }
 

@@ -53,18 +53,20 @@ void ThumbGrid::Show(bool pictures) {
     m.controls.FileListBox->ShowPictures(pictures);
 }
 
-// The list was read anew: pictures may have changed under their names.
+// The list was read anew: pictures may have changed under their names. Those of the same folder
+// stay until they have been looked at again.
 void ThumbGrid::Forget() {
     ++m_generation;
-    m_pictures.clear();
+    if (m_folder != m.controls.FileListBox->Path()) m_pictures.clear();
+    m_folder = m.controls.FileListBox->Path();
     if (m_worker) m_worker->Expect(m_generation, {});
 }
 
 QImage ThumbGrid::PictureOf(int row) {
-    const QImage* picture = m_pictures.object(m.controls.FileListBox->Text(row));
-    if (picture) return *picture;
-    if (!m_asking.isActive()) m_asking.start(kRest);
-    return {};
+    const Picture* picture = m_pictures.object(m.controls.FileListBox->Text(row));
+    const bool isNew = picture && picture->generation == m_generation;
+    if (!isNew && !m_asking.isActive()) m_asking.start(kRest);
+    return picture ? picture->image : QImage();
 }
 
 void ThumbGrid::AskForSeen() {
@@ -78,8 +80,9 @@ void ThumbGrid::AskForSeen() {
     for (const int row : list.SeenRows()) {
         const std::string& name = list.Text(row);
         const std::string type = FileTypeOf(name);
-        if (m_pictures.contains(name) || type == ".TXT" || IsListedType(m.state.VideoTypes, type) ||
-            IsListedType(m.state.WebTypes, type))
+        const Picture* picture = m_pictures.object(name);
+        if ((picture && picture->generation == m_generation) || type == ".TXT" ||
+            IsListedType(m.state.VideoTypes, type) || IsListedType(m.state.WebTypes, type))
             continue;
         wishes.push_back({JoinPath(list.Path(), name),
                           thumbnails.empty()
@@ -102,7 +105,8 @@ void ThumbGrid::AskForSeen() {
 void ThumbGrid::Take(int generation, const std::string& picture, const QImage& image) {
     if (generation != m_generation) return; // of a list that is no more
     const auto kilobytes = static_cast<int>(image.sizeInBytes() / 1024) + 1;
-    m_pictures.insert(LastPart(picture), new QImage(image), kilobytes); // the cache's own
+    m_pictures.insert(LastPart(picture), new Picture{image, generation},
+                      kilobytes); // the cache's own
     FileListBox& list = *m.controls.FileListBox;
     if (list.ShowsPictures()) list.viewport()->update();
 }

@@ -31,8 +31,13 @@ private:
     void Forget();
 
     Context& m;
-    QCache<std::string, QImage> m_pictures; // by name, also of what cannot be shown
-    int m_generation = 0;                   // of the list's contents
+    struct Picture {
+        QImage image; // null: it cannot be shown
+        int generation;
+    };
+    QCache<std::string, Picture> m_pictures; // by name
+    std::string m_folder;                    // of theirs
+    int m_generation = 0;                    // of the list's contents
     QTimer m_asking;
     std::unique_ptr<GridPictures> m_worker; // made at first use; goes first
 };

@@ -2,7 +2,7 @@
 
 #include "common/codepage.h"
 #include "common/paths.h"
-#include "common/patterns.h"
+#include "console/ListedPictures.h"
 #include "notes/NoteNames.h"
 #include "notes/NoteStore.h"
 #include "notes/NoteText.h"
@@ -10,23 +10,7 @@
 #include "thumbnails/ThumbFolder.h"
 #include "thumbnails/ThumbRun.h"
 
-#include <algorithm>
-
 namespace tarn {
-
-namespace {
-
-// As a new user's picture list shows the folder.
-std::optional<std::vector<std::string>>
-ListedPictures(const Files& files, const std::string& folder, std::string* error) {
-    auto names = files.FileNames(folder, error);
-    if (!names) return names;
-    const NamePatterns pictures(kPictureTypes);
-    std::erase_if(*names, [&](const std::string& name) { return !pictures.Matches(name); });
-    return InListOrder(std::move(*names));
-}
-
-} // namespace
 
 ThumbnailOutcome MakeThumbnails(const ThumbnailOrder& order) {
     const std::unique_ptr<Files> files = MakeFiles();
@@ -34,8 +18,8 @@ ThumbnailOutcome MakeThumbnails(const ThumbnailOrder& order) {
     const std::string folder = ThumbnailFolder(pictures, order.subFolder);
     if (folder.empty()) return {{}, kBadSubFolder};
     ThumbnailOutcome outcome;
-    const auto names = ListedPictures(*files, pictures, &outcome.fault);
-    if (!names) return outcome;
+    const auto names = ListedPictures(pictures);
+    if (!names) return {{}, "is not a folder that can be read"};
     if (!order.update) {
         ClearThumbnails(*files, folder);
         MakeThumbnailFolder(*files, pictures, order.subFolder);
