@@ -8,6 +8,9 @@
 
 namespace tarn {
 
+// Between the lines of notes and behind those of pages.
+inline constexpr std::string_view kLineEnd = "\r\n";
+
 // Text, blanks, cut to n characters: how fixed columns are made in a fixed-pitch list.
 std::string pad(std::string_view text, int n);
 

@@ -15,6 +15,8 @@ using ConvertFunction = void (*)(const std::string* path, const std::string* fol
 using ThumbnailsFunction = void (*)(const ThumbnailOrder* order, ThumbnailOutcome* outcome);
 using SheetFunction = void (*)(const SheetRequest* request, SheetResult* result);
 
+using PageFunction = void (*)(const PageRequest* request, PageResult* result);
+
 constexpr char kNotInstalled[] = "the decoders are not installed";
 
 std::string ProgramFolder() {
@@ -55,6 +57,28 @@ ConvertedFile ConvertToJpeg(const std::string& path, const std::string& folder,
     else
         result.error = kNotInstalled;
     return result;
+}
+
+namespace {
+
+PageResult Page(const char* function, const PageRequest& request) {
+    const auto make = FromModule<PageFunction>(function);
+    PageResult result;
+    if (make)
+        make(&request, &result);
+    else
+        result.error = kNotInstalled;
+    return result;
+}
+
+} // namespace
+
+PageResult MakePage(const PageRequest& request) {
+    return Page("TarnPage", request);
+}
+
+PageResult MakeGallery(const PageRequest& request) {
+    return Page("TarnGallery", request);
 }
 
 SheetResult PrintSheet(const SheetRequest& request) {

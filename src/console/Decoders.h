@@ -3,6 +3,7 @@
 // dates does without.
 #pragma once
 
+#include "console/PageCommands.h"
 #include "console/SheetCommand.h"
 #include "console/Subcommand.h"
 
@@ -23,5 +24,9 @@ ConvertedFile ConvertToJpeg(const std::string& path, const std::string& folder,
 SheetResult PrintSheet(const SheetRequest& request);
 
 ThumbnailOutcome ThumbnailsOfFolder(const ThumbnailOrder& order);
+
+// Pages and galleries.
+PageResult MakePage(const PageRequest& request);
+PageResult MakeGallery(const PageRequest& request);
 
 } // namespace tarn

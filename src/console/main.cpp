@@ -1,8 +1,10 @@
 // The console companion: one subcommand a run, plain text out, no window.
+#include "common/version.h"
 #include "console/ConvertCommand.h"
 #include "console/DatesCommand.h"
 #include "console/Decoders.h"
 #include "console/InfoCommand.h"
+#include "console/PageCommands.h"
 #include "console/SheetCommand.h"
 #include "console/ThumbnailsCommand.h"
 
@@ -22,6 +24,14 @@ const std::vector<tarn::Subcommand>& Subcommands() {
         {"convert", tarn::kConvertUsage,
          [](std::span<const std::string> words) {
              return tarn::RunConvert(words, tarn::ConvertToJpeg);
+         }},
+        {"page", tarn::kPageUsage,
+         [](std::span<const std::string> words) {
+             return tarn::RunPage(words, tarn::kProgramVersion, tarn::MakePage);
+         }},
+        {"gallery", tarn::kGalleryUsage,
+         [](std::span<const std::string> words) {
+             return tarn::RunGallery(words, tarn::kProgramVersion, tarn::MakeGallery);
          }},
         {"sheet", tarn::kSheetUsage,
          [](std::span<const std::string> words) {

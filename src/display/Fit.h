@@ -2,20 +2,12 @@
 // say so. All sizes in pixels.
 #pragma once
 
+#include "common/fit.h"
+
 #include <string>
 #include <string_view>
 
 namespace tarn {
-
-struct PreviewFit {
-    int width = 0;
-    int height = 0;
-    bool reduced = false; // false: the picture at its own size
-};
-
-// A picture larger than the box in either direction is reduced to it, a small one never enlarged.
-// A box without area, before the window is laid out, reduces nothing.
-PreviewFit FitPreview(int imageWidth, int imageHeight, int boxWidth, int boxHeight);
 
 // Where the pane's cut lies in the picture. Singles, as the 1:1 window and the slides use them.
 struct PreviewCrop {

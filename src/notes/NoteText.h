@@ -2,6 +2,8 @@
 // closing line end; an earlier version wrote it between double quotes.
 #pragma once
 
+#include "common/text.h"
+
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -10,7 +12,6 @@
 namespace tarn {
 
 inline constexpr std::size_t kNoteReadLimit = 8000; // bytes that a reader takes
-inline constexpr std::string_view kLineEnd = "\r\n";
 
 // Bytes of the older form (a quote in front; a quote, CR and LF behind) without its marks; any
 // other bytes as they are.

@@ -27,6 +27,9 @@ public:
     // With its last lines. The page is closed in any case.
     bool Close(std::string* error);
 
+    // Closed as it stands, without its last lines.
+    void Leave() { m_open = false; }
+
     bool IsOpen() const { return m_open; }
     const std::string& Path() const { return m_path; }
 

@@ -2,13 +2,14 @@
 // these bytes already: convert at the edge with ToPageBytes; notes and text files come as they are.
 #pragma once
 
+#include "common/text.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace tarn {
 
-inline constexpr std::string_view kLineEnd = "\r\n";
 
 // UTF-8 as page bytes. A character without a place in the code page becomes the byte of its code
 // when that is below 256, else "?". Nothing is escaped.

@@ -1,5 +1,6 @@
 // The module that the console companion loads when it needs to look into pictures.
 #include "console/decoders/Conversion.h"
+#include "console/decoders/Pages.h"
 #include "console/decoders/Sheets.h"
 #include "console/decoders/Thumbnails.h"
 #include "platform/imaging/PictureLoader.h"
@@ -38,6 +39,16 @@ extern "C" void TarnConvert(const std::string* path, const std::string* folder,
                             const tarn::ConvertOptions* options, tarn::ConvertedFile* result) {
     NeedApplication(!options->text.empty());
     *result = tarn::WriteConverted(*path, *folder, *options);
+}
+
+extern "C" void TarnPage(const tarn::PageRequest* request, tarn::PageResult* result) {
+    NeedApplication(false);
+    *result = tarn::WritePage(*request);
+}
+
+extern "C" void TarnGallery(const tarn::PageRequest* request, tarn::PageResult* result) {
+    NeedApplication(false);
+    *result = tarn::WriteGallery(*request);
 }
 
 extern "C" void TarnSheet(const tarn::SheetRequest* request, tarn::SheetResult* result) {

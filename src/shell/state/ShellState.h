@@ -1,12 +1,14 @@
 // Start, end and what the window as a whole knows.
 #pragma once
 
+#include "common/version.h"
+
 #include <string>
 
 namespace tarn {
 
 struct ShellState {
-    std::string Version = "v61.14";
+    std::string Version = kProgramVersion;
     std::string Version_Detail;
     std::string NFSfilename = "Note_Formats.txt";
     std::string StartSpec;   // path given by the command line or the last run

@@ -1,0 +1,133 @@
+#include "console/decoders/Pages.h"
+
+#include "common/dates.h"
+#include "common/paths.h"
+#include "common/patterns.h"
+#include "console/decoders/Thumbnails.h"
+#include "notes/NoteNames.h"
+#include "notes/NoteStore.h"
+#include "notes/NoteText.h"
+#include "platform/Files.h"
+#include "platform/ProgramFiles.h"
+#include "web/DiskFacts.h"
+#include "web/PageBuild.h"
+#include "web/SavedValues.h"
+
+#include <algorithm>
+#include <ctime>
+
+namespace tarn {
+
+namespace {
+
+std::string NowOf(const PageRequest& request) {
+    return request.now.empty() ? FormatDateText(FromFileTime(std::time(nullptr))) : request.now;
+}
+
+// The first lines of a box are the title, the page and an empty line: the error is its last line.
+std::string ErrorOf(const GalleryFault& fault) {
+    return fault.title + ": " + fault.text.substr(fault.text.rfind('\n') + 1);
+}
+
+class Notes {
+public:
+    Notes(Files& files, const std::string& folder) : m_store(files), m_folder(folder) {
+        if (!folder.empty()) m_store.index.SetFolder(folder);
+    }
+    std::string Bytes(const std::string& picture) const {
+        if (m_folder.empty()) return {};
+        return m_store.Read(NotePath(m_folder, LastPart(picture))).value_or(std::string());
+    }
+
+private:
+    NoteStore m_store;
+    std::string m_folder;
+};
+
+bool AddAll(const PageRequest& request, const HtmlSettings& settings, Files& files,
+            PageBuild& page, PageResult& result) {
+    DiskFacts disk(files);
+    const Notes notes(files, request.notes);
+    std::vector<std::string> names = request.names;
+    if (request.reverse) std::reverse(names.begin(), names.end());
+    for (const std::string& name : names) {
+        if (IsLabelPicture(settings, name)) continue;
+        const std::string path = JoinPath(request.folder, name);
+        EntryFacts facts = disk.Entry(path, request.previewWidth, request.previewHeight);
+        if (facts.width == 0 && !IsTextEntry(facts.type))
+            result.complaints.push_back(path + ": not a picture that can be read");
+        facts.note = std::string(WithoutOldMarks(notes.Bytes(path)));
+        FindCompanions(files, settings, path, facts);
+        if (!page.Add(settings, settings.HtmlExifInfo != 0, facts)) return false;
+    }
+    return true;
+}
+
+} // namespace
+
+PageResult WritePage(const PageRequest& request) {
+    const auto files = MakeFiles();
+    PageResult result;
+    PageBuild page(*files, request.version);
+    page.Choose(request.out, request.folder);
+    HtmlSettings settings = request.page;
+    if (request.append && settings.HtmlAppendOption != 0)
+        ReadSavedValues(files->Read(request.out, SIZE_MAX).value_or(std::string()), settings);
+    const bool begun = request.append
+                           ? page.Append(NowOf(request))
+                           : page.Begin(settings, NowOf(request),
+                                        files->Read(ProgramFile(kZoomScript), SIZE_MAX));
+    if (!begun || !AddAll(request, settings, *files, page, result) || !page.Close())
+        result.error = ErrorOf(page.Fault());
+    result.count = page.Count();
+    return result;
+}
+
+PageResult WriteGallery(const PageRequest& request) {
+    const auto files = MakeFiles();
+    PageResult result;
+    if (request.thumbnails) {
+        ThumbnailOrder order;
+        order.folder = request.folder;
+        order.subFolder = request.subFolder;
+        order.width = request.thumbnailSize;
+        order.update = true;
+        order.made = [](const std::string&) {};
+        order.failed = [&](const std::string& path, const std::string& fault) {
+            result.complaints.push_back(path + ": " + fault);
+        };
+        files->MakeFolder(JoinPath(request.folder, request.subFolder), &result.error);
+        result.error = MakeThumbnails(order).fault;
+        if (!result.error.empty()) return result;
+    }
+    const std::string thumbnails = JoinPath(request.folder, request.subFolder);
+    GalleryPlan plan;
+    plan.settings = request.gallery;
+    plan.frames = request.frames;
+    plan.indexPath = request.out;
+    plan.pictureFolder = request.folder;
+    plan.subFolder = request.subFolder;
+    plan.thumbnailSize = request.thumbnailSize;
+    plan.version = request.version;
+    plan.now = NowOf(request);
+    plan.script = files->Read(ProgramFile(kZoomScript), SIZE_MAX);
+    plan.items = PairThumbnails(
+        InListOrder(files->FileNames(thumbnails).value_or(std::vector<std::string>())),
+        request.names, request.thumbnailSize);
+    if (request.gallery.CheckOrder != 0) std::reverse(plan.items.begin(), plan.items.end());
+
+    DiskFacts disk(*files);
+    const Notes notes(*files, request.notes);
+    GalleryRun run(*files, std::move(plan), SourcesOf(disk, [&](const std::string& path) {
+                       return notes.Bytes(path);
+                   }));
+    while (run.Step()) {
+    }
+    if (run.Finish())
+        result.count = run.Count();
+    else
+        result.error = ErrorOf(*run.Fault());
+    return result;
+}
+
+} // namespace tarn

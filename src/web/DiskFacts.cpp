@@ -1,0 +1,84 @@
+#include "web/DiskFacts.h"
+
+#include "common/dates.h"
+#include "common/fit.h"
+#include "common/paths.h"
+#include "pictureinfo/PictureFile.h"
+#include "platform/ProgramFiles.h"
+#include "platform/imaging/PictureLoader.h"
+#include "web/PageBuild.h"
+#include "web/PageText.h"
+
+#include <filesystem>
+
+namespace tarn {
+
+namespace {
+
+constexpr int kFirstSidewaysOrientation = 5;
+constexpr int kLastSidewaysOrientation = 8;
+
+} // namespace
+
+long long DiskFacts::FileBytes(const std::string& path) {
+    std::error_code code;
+    const auto bytes = std::filesystem::file_size(path, code);
+    return code ? 0 : static_cast<long long>(bytes);
+}
+
+const PictureInfo& DiskFacts::Read(const std::string& path) {
+    if (path == m_read) return m_info;
+    m_read = path;
+    m_info = {};
+    m_info.Filename = path;
+    m_info.FileNameOnly = LastPart(path);
+    m_info.FileDate = FormatFileDate(ReadFileFacts(path));
+    const QSize size = PictureLoader::ReadSize(path);
+    m_info.ImageWidth = size.width();
+    m_info.ImageHeight = size.height();
+    m_reader.ReadPictureInfo(m_info);
+    return m_info;
+}
+
+std::pair<int, int> DiskFacts::UprightSize(const std::string& path) {
+    const PictureInfo& info = Read(path);
+    const int orientation = info.ExpOrientation;
+    const bool sideways =
+        orientation >= kFirstSidewaysOrientation && orientation <= kLastSidewaysOrientation;
+    return sideways ? std::pair(int(info.ImageHeight), int(info.ImageWidth))
+                    : std::pair(int(info.ImageWidth), int(info.ImageHeight));
+}
+
+std::vector<std::string> DiskFacts::PanelRows(const std::string& path) {
+    return Read(path).PanelRows;
+}
+
+GallerySources SourcesOf(DiskFacts& facts,
+                         std::function<std::string(const std::string&)> noteBytes) {
+    return {[&](const std::string& path) { return facts.UprightSize(path); },
+            [](const std::string& path) { return DiskFacts::FileBytes(path); },
+            std::move(noteBytes),
+            [&](const std::string& path) { return facts.PanelRows(path); }};
+}
+
+EntryFacts DiskFacts::Entry(const std::string& path, int boxWidth, int boxHeight) {
+    EntryFacts facts;
+    facts.name = ToPageBytes(LastPart(path));
+    facts.type = FileTypeOf(path);
+    for (const std::string& row : PanelRows(path)) facts.panel.push_back(ToPageBytes(row));
+    if (IsTextEntry(facts.type)) {
+        facts.lines = TextFileLines(m_files, path);
+        return facts;
+    }
+    const bool video = facts.type == ".MP4";
+    std::tie(facts.width, facts.height) =
+        UprightSize(video ? ProgramFile(kVideoPicture) : path);
+    if (video) facts.fileSizeText = VideoSizeText(FileBytes(path));
+    const PreviewFit fit = FitPreview(facts.width, facts.height, boxWidth, boxHeight);
+    facts.previewWidth = fit.width;
+    facts.previewHeight = fit.height;
+    facts.sizeText = std::to_string(facts.width) + " x " + std::to_string(facts.height);
+    return facts;
+}
+
+} // namespace tarn

@@ -1,0 +1,98 @@
+#include "web/PageBuild.h"
+
+#include "common/paths.h"
+#include "web/PageHead.h"
+#include "web/PageText.h"
+#include "web/SavedValues.h"
+#include "web/SystemError.h"
+
+#include <cerrno>
+#include <cstring>
+
+namespace tarn {
+
+void PageBuild::Choose(const std::string& path, const std::string& pictureFolder) {
+    m_path = path;
+    m_run.prefix = RelativePrefix(path, pictureFolder);
+    m_count = 0;
+}
+
+bool PageBuild::Fail(const std::string& error) {
+    m_fault = {"Write html file error",
+               ErrorBoxText("Error writting to html file", m_path, error)};
+    return false;
+}
+
+bool PageBuild::Begin(const HtmlSettings& settings, const std::string& now,
+                      const std::optional<std::string>& script) {
+    const HtmlSettings bytes = InPageBytes(settings);
+    const std::string time = ToPageBytes(now);
+    std::string error;
+    if (!m_page.Create(m_path, PageHead(bytes, ToPageBytes(m_version), time), &error))
+        return Fail(error);
+    if (settings.HtmlZoomPan != 0) {
+        error = std::strerror(ENOENT);
+        const std::string target = JoinPath(FolderOf(m_path), kZoomScript);
+        if (!script || !m_files.Write(target, *script, &error)) {
+            m_fault = {"Copy javascript file error",
+                       ErrorBoxText("Error creating javascript file", m_path, error)};
+            m_page.Leave();
+            return false;
+        }
+    }
+    if (!m_page.Add(PageTitleTable(bytes, time), &error)) {
+        m_page.Leave();
+        return Fail(error);
+    }
+    m_run.Begin();
+    return true;
+}
+
+bool PageBuild::Append(const std::string& now) {
+    std::string error;
+    return m_page.Append(m_path, ToPageBytes(now), &error) || Fail(error);
+}
+
+bool PageBuild::Add(const HtmlSettings& settings, bool exifInfo, const EntryFacts& facts) {
+    const PageRun before = m_run;
+    std::string error;
+    if (m_page.Add(PageEntry(InPageBytes(settings), exifInfo, facts, m_run), &error)) {
+        ++m_count;
+        return true;
+    }
+    m_run = before;
+    std::string unclosed;
+    m_page.Close(&unclosed);
+    return Fail(error);
+}
+
+bool PageBuild::Close() {
+    std::string error;
+    return m_page.Close(&error) || Fail(error);
+}
+
+void PageBuild::SetLinkTarget(const std::string& name) {
+    m_run.linkTarget = ToPageBytes(name);
+}
+
+std::vector<std::string> TextFileLines(const Files& files, const std::string& path) {
+    const std::string bytes = files.Read(path, SIZE_MAX).value_or(std::string());
+    std::vector<std::string> lines;
+    for (std::size_t from = 0; from < bytes.size();) {
+        const std::size_t end = std::min(bytes.find_first_of("\r\n", from), bytes.size());
+        lines.push_back(bytes.substr(from, end - from));
+        from = end + (bytes.compare(end, kLineEnd.size(), kLineEnd) == 0 ? 2 : 1);
+    }
+    return lines;
+}
+
+void FindCompanions(const Files& files, const HtmlSettings& settings, const std::string& path,
+                    EntryFacts& facts) {
+    const auto stands = [&](const std::string& name) {
+        return !name.empty() && files.Exists(JoinPath(FolderOf(path), name));
+    };
+    facts.hasLabel = stands(LabelNameOf(settings, LastPart(path)));
+    facts.hasVideo = stands(VideoNameOf(settings, LastPart(path)));
+}
+
+} // namespace tarn
