@@ -90,6 +90,11 @@ std::string NotesRoom::NoteTextOf(const std::string& picture) {
     return bytes ? FromCodePage(WithoutOldMarks(*bytes)) : std::string();
 }
 
+std::string NotesRoom::NoteBytesOf(const std::string& picture) {
+    if (m.state.NotesFolder.empty()) return {};
+    return m_store.Read(NotePath(m.state.NotesFolder, LastPart(picture))).value_or(std::string());
+}
+
 void NotesRoom::ReloadNote() {
     SetNotesFilename();
     LoadNote();

@@ -42,6 +42,7 @@ public:
     bool SaveIfUnsaved() override { return !IsUnsaved() || SaveNote(); }
     void NoteFilesChanged() override;
     std::string NoteTextOf(const std::string& picture) override;
+    std::string NoteBytesOf(const std::string& picture) override;
     std::string UnsavedText() override { return IsUnsaved() ? m.state.NoteText : std::string(); }
 
     void SaveNotes2Button_Click() { SaveAndStep(true); }

@@ -5,7 +5,9 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QColorDialog>
 #include <QFileDialog>
+#include <QFontDialog>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -68,6 +70,31 @@ public:
                          const std::string& filter) override {
         return FromQt(QFileDialog::getSaveFileName(QApplication::activeWindow(), ToQt(title),
                                                    ToQt(path), ToQt(filter)));
+    }
+    std::string ChooseTarget(const std::string& title, const std::string& folder,
+                             const std::string& filter, const std::string& ending) override {
+        QFileDialog dialog(QApplication::activeWindow(), ToQt(title), ToQt(folder), ToQt(filter));
+        dialog.setAcceptMode(QFileDialog::AcceptSave);
+        dialog.setOption(QFileDialog::DontConfirmOverwrite);
+        dialog.setDefaultSuffix(ToQt(ending));
+        const bool chosen = dialog.exec() == QDialog::Accepted;
+        return chosen ? FromQt(dialog.selectedFiles().value(0)) : std::string();
+    }
+    std::optional<int> ChooseColor(const std::string& title, int from) override {
+        const QColor before(from & 0xFF, from >> 8 & 0xFF, from >> 16 & 0xFF);
+        const QColor chosen =
+            QColorDialog::getColor(before, QApplication::activeWindow(), ToQt(title));
+        if (!chosen.isValid()) return std::nullopt;
+        return chosen.red() | chosen.green() << 8 | chosen.blue() << 16;
+    }
+    bool ChooseFont(const std::string& title, std::string& name, int& size) override {
+        bool chosen = false;
+        const QFont font = QFontDialog::getFont(&chosen, QFont(ToQt(name), size),
+                                                QApplication::activeWindow(), ToQt(title));
+        if (!chosen) return false;
+        name = FromQt(font.family());
+        size = font.pointSize();
+        return true;
     }
     bool ChoosePrinter(PrintQuestion& question) override { return ShowPrinterDialog(question); }
 

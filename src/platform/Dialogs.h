@@ -4,6 +4,7 @@
 #include "platform/printing/Printer.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -47,6 +48,17 @@ public:
     // A file to be written, asked again where one stands; empty when cancelled.
     virtual std::string SaveFile(const std::string& title, const std::string& path,
                                  const std::string& filter) = 0;
+
+    // The same without a question of its own about what stands there; a name without an ending gets
+    // `ending`.
+    virtual std::string ChooseTarget(const std::string& title, const std::string& folder,
+                                     const std::string& filter, const std::string& ending) = 0;
+
+    // A colour, red in its lowest byte; none when cancelled.
+    virtual std::optional<int> ChooseColor(const std::string& title, int from) = 0;
+
+    // Name and size in points; false when cancelled.
+    virtual bool ChooseFont(const std::string& title, std::string& name, int& size) = 0;
 
     // The system's print dialog; false when cancelled or when it cannot be shown.
     virtual bool ChoosePrinter(PrintQuestion& question) = 0;

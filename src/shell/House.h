@@ -20,6 +20,7 @@
 #include "shell/window/frmMain.h"
 #include "slides/SlideRoom.h"
 #include "thumbnails/ThumbRoom.h"
+#include "web/WebRoom.h"
 
 #include <QTimer>
 
@@ -65,6 +66,7 @@ public:
     FileRoom fileops;
     PrintRoom print;
     ThumbRoom thumbnails;
+    WebRoom web;
     SilentVideo video;
     ImportExport importExport;
     OutsidePrograms programs;

@@ -24,7 +24,7 @@ tarn_library(tarn_start shell/start
 
 tarn_library(tarn_house shell
   SOURCES shell/House.cpp shell/SecondStart.cpp
-  LINK tarn_start tarn_navigation tarn_notes tarn_display tarn_slides tarn_pictureinfo_panel tarn_fileops tarn_print tarn_thumbnails tarn_logs
+  LINK tarn_start tarn_navigation tarn_notes tarn_display tarn_slides tarn_pictureinfo_panel tarn_fileops tarn_print tarn_thumbnails tarn_web tarn_logs
   PRIVATE Qt6::Network)
 
 add_executable(tarn-view main.cpp)

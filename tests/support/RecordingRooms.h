@@ -121,6 +121,7 @@ struct RecordingNotes : NotesCommands {
     void SetSaveCommands() override { calls.push_back("SetSaveCommands"); }
     void NoteFilesChanged() override { calls.push_back("NoteFilesChanged"); }
     std::string NoteTextOf(const std::string&) override { return note; }
+    std::string NoteBytesOf(const std::string&) override { return {}; }
     std::string UnsavedText() override { return unsaved; }
     Calls& calls;
     std::string note;
@@ -289,6 +290,24 @@ struct ScriptedDialogs : Dialogs {
                          const std::string&) override {
         shown.push_back(title);
         return Next();
+    }
+    std::string ChooseTarget(const std::string& title, const std::string&, const std::string&,
+                             const std::string&) override {
+        shown.push_back(title);
+        return Next();
+    }
+    std::optional<int> ChooseColor(const std::string& title, int) override {
+        shown.push_back(title);
+        const std::string answer = Next();
+        return answer.empty() ? std::nullopt : std::optional<int>(std::stoi(answer));
+    }
+    bool ChooseFont(const std::string& title, std::string& name, int& size) override {
+        shown.push_back(title);
+        const std::string answer = Next();
+        if (answer.empty()) return false;
+        name = answer;
+        size = 12;
+        return true;
     }
     // An answer that is a path prints into that file, "printer NAME" on that printer.
     bool ChoosePrinter(PrintQuestion& question) override {

@@ -80,6 +80,8 @@ public:
     virtual void NoteFilesChanged() = 0; // files came into or left the notes folder
     // The saved note of any picture, empty when it has none; box and restore buffer are left alone.
     virtual std::string NoteTextOf(const std::string& picture) = 0;
+    // The note file's own bytes, at most 8000, as they are; empty when it has none.
+    virtual std::string NoteBytesOf(const std::string& picture) = 0;
     virtual std::string UnsavedText() = 0; // what the box holds and no note has; empty: nothing
 };
 

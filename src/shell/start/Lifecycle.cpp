@@ -212,6 +212,7 @@ void Lifecycle::Form_Unload() {
     m.slides.SlideDone(); // what a show changed is not what is saved
     m.thumbnails.ThumbnailsDone();
     if (!m.state.PrintSavedFilename.empty()) m.state.Filename = m.state.PrintSavedFilename;
+    if (onUnload) onUnload();
     m.video.CloseVideoClip();
     KeepPlaces();
     m.shell.SetBusy(true);

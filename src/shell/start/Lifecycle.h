@@ -4,6 +4,7 @@
 #include "shell/Context.h"
 #include "shell/start/StartPath.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -37,6 +38,8 @@ public:
     void RemoveRegButton_Click();
     void HelpRegistryEntriesButton_Click();
     void VersionButton_Click(); // the splash once more
+
+    std::function<void()> onUnload; // before the settings are written
 
     const frmSplash* Splash() const { return m_splash.get(); }
 

@@ -33,6 +33,7 @@ struct WindowState {
     WindowPlace RenamePlace;
     WindowPlace LogsPlace;
     WindowPlace HtmlLayoutPlace;
+    WindowPlace HtmlThumbPlace;
     WindowPlace PreviewPlace;     // of printed pages
     WindowPlace NotesFolderPlace; // this and the next are written by their own windows
     WindowPlace NewNotesPlace;

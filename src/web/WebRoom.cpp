@@ -1,0 +1,131 @@
+#include "web/WebRoom.h"
+
+#include "common/paths.h"
+#include "common/text.h"
+#include "platform/Desktop.h"
+#include "platform/Dialogs.h"
+#include "platform/FileListBox.h"
+#include "platform/Files.h"
+#include "web/SavedValues.h"
+#include "web/frmHtmlLayout.h"
+#include "web/frmHtmlThumb.h"
+
+#include <algorithm>
+
+namespace tarn {
+
+namespace {
+
+constexpr char kPages[] = "Html (*.html *.htm);;*.htm (*.htm)";
+
+bool IsPage(const std::string& name) {
+    const std::string folded = FoldCase(name);
+    return EndsWith(folded, FoldCase(".html")) || EndsWith(folded, FoldCase(".htm"));
+}
+
+} // namespace
+
+WebRoom::WebRoom(Context& context) : m(context) {}
+
+WebRoom::~WebRoom() = default;
+
+void WebRoom::ConnectControls() {
+    const MainControls& c = m.controls;
+    Connect(c.CreateAppendHtmlFile, [this] { CreateAppendHtmlFile_Click(); });
+    Connect(c.HtmlThumbButton, [this] { HtmlThumbButton_Click(); });
+    Connect(c.HtmlEditButton, [this] { HtmlEditButton_Click(); });
+    Connect(c.HtmlNotepadButton, [this] { HtmlNotepadButton_Click(); });
+    Connect(c.HtmlEditCustomButton, [this] { HtmlEditCustomButton_Click(); });
+    Connect(c.HtmlDeleteButton, [this] { HtmlDeleteButton_Click(); });
+}
+
+void WebRoom::CreateAppendHtmlFile_Click() {
+    if (!m_layout) m_layout = std::make_unique<frmHtmlLayout>(m);
+    m_layout->ShowForm();
+}
+
+void WebRoom::HtmlThumbButton_Click() {
+    const std::string path =
+        m.dialogs.ChooseTarget("Create Html file using thumbnails & Images",
+                               m.controls.FileListBox->Path(), kPages, "html");
+    if (path.empty()) return;
+    if (m.files.Exists(path)) {
+        if (m.state.HtmlOverwriteWarning &&
+            !m.dialogs.Confirm(
+                Dialogs::Icon::Exclamation, "Confirm Html Overwrite",
+                path + "\nWill be overwritten and all Image*.html files deleted!"))
+            return;
+        const auto page = m.files.Read(path, SIZE_MAX);
+        if (page) ReadSavedValues(*page, static_cast<GallerySettings&>(m.state));
+    }
+    if (!m_gallery) m_gallery = std::make_unique<frmHtmlThumb>(m);
+    m_gallery->ShowForm(path);
+}
+
+std::string WebRoom::AskForFile(const char* title, const char* filter) {
+    return m.dialogs.OpenFile(title, m.controls.FileListBox->Path(), filter);
+}
+
+void WebRoom::Say(const std::string& failure, const std::string& done) {
+    m.shell.ShowMessage(failure.empty() ? done : "ERROR - " + failure);
+}
+
+void WebRoom::HtmlEditButton_Click() {
+    const std::string path = AskForFile("Open Html file", kPages);
+    if (!path.empty())
+        Say(m.desktop.OpenAssociated(path), "'" + LastPart(path) + "' opened in its program");
+}
+
+void WebRoom::HtmlNotepadButton_Click() {
+    const std::string path =
+        AskForFile("Open Html & css file", "Html and css (*.html *.htm *.css)");
+    if (!path.empty())
+        Say(m.desktop.EditText(path), "'" + LastPart(path) + "' opened in the text editor");
+}
+
+void WebRoom::HtmlEditCustomButton_Click() {
+    const std::string path = AskForFile("Edit Html file", kPages);
+    if (!path.empty())
+        Say(m.desktop.StartProgram(m.state.HtmlEditor, path),
+            "'" + LastPart(path) + "' opened in " + LastPart(m.state.HtmlEditor));
+}
+
+void WebRoom::HtmlDeleteButton_Click() {
+    const std::string& folder = m.controls.FileListBox->Path();
+    std::vector<std::string> names;
+    bool open = false;
+    for (std::string& name : m.files.FileNames(folder).value_or(std::vector<std::string>())) {
+        if (!IsPage(name)) continue;
+        const bool inForm = m_layout && m_layout->IsPageOpen() &&
+                            m.files.IsSameFile(JoinPath(folder, name), m_layout->PagePath());
+        open = open || inForm;
+        if (!inForm) names.push_back(std::move(name));
+    }
+    const std::string kept = open ? "\nThe page that is open in the form stays." : "";
+    if (names.empty()) {
+        m.shell.ShowMessage("No Html files in '" + folder + "'");
+        return;
+    }
+    if (!m.dialogs.Confirm(Dialogs::Icon::Exclamation, "Confirm Html Delete",
+                           std::to_string(names.size()) + " Html files in '" + folder +
+                               "'\nWill be deleted!" + kept))
+        return;
+    std::string fault;
+    std::size_t done = 0;
+    for (const std::string& name : names) {
+        std::string error;
+        if (m.files.Trash(JoinPath(folder, name), &error))
+            ++done;
+        else if (fault.empty())
+            fault = ", '" + name + "' not: " + error;
+    }
+    m.navigation.RefreshDirButton_Click();
+    m.shell.ShowMessage("Deleted " + std::to_string(done) + " Html files" + fault);
+}
+
+void WebRoom::Form_Unload() {
+    if (m_layout) m_layout->Form_Unload();
+    if (m_gallery) m_gallery->Form_Unload();
+}
+
+} // namespace tarn

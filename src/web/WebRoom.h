@@ -1,0 +1,40 @@
+// The commands of the menu "Web pages": the two forms, and the html files of a folder.
+#pragma once
+
+#include "shell/Context.h"
+
+#include <memory>
+#include <string>
+
+namespace tarn {
+
+class frmHtmlLayout;
+class frmHtmlThumb;
+
+class WebRoom {
+public:
+    explicit WebRoom(Context& context);
+    ~WebRoom();
+
+    void ConnectControls();
+
+    void CreateAppendHtmlFile_Click();
+    void HtmlThumbButton_Click();
+    void HtmlEditButton_Click();       // in the browser
+    void HtmlNotepadButton_Click();    // in the text editor
+    void HtmlEditCustomButton_Click(); // in the chosen html editor
+    void HtmlDeleteButton_Click();     // all pages of the folder, to the wastebasket
+
+    // The program ends: an open page gets its close, options go onto the desk.
+    void Form_Unload();
+
+private:
+    std::string AskForFile(const char* title, const char* filter);
+    void Say(const std::string& failure, const std::string& done);
+
+    Context& m;
+    std::unique_ptr<frmHtmlLayout> m_layout; // made when they are first asked for
+    std::unique_ptr<frmHtmlThumb> m_gallery;
+};
+
+} // namespace tarn

@@ -1,0 +1,276 @@
+#include "web/frmHtmlLayout.h"
+
+#include "common/dates.h"
+#include "common/fit.h"
+#include "common/paths.h"
+#include "platform/Desktop.h"
+#include "platform/Dialogs.h"
+#include "platform/FileListBox.h"
+#include "platform/EventPump.h"
+#include "platform/Files.h"
+#include "platform/ProgramFiles.h"
+#include "shell/batch/BatchRun.h"
+#include "web/DiskFacts.h"
+#include "web/PageHead.h"
+#include "web/PageText.h"
+#include "web/PageView.h"
+#include "web/SavedValues.h"
+#include "web/SystemError.h"
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QRadioButton>
+
+#include <ctime>
+
+namespace tarn {
+
+namespace {
+
+constexpr char kPageFilter[] = "Html (*.html *.htm);;*.htm (*.htm)";
+
+std::string Now() {
+    return FormatDateText(FromFileTime(std::time(nullptr)));
+}
+
+} // namespace
+
+std::string frmHtmlLayout::AskForPage(const char* title) {
+    return m.dialogs.ChooseTarget(title, m.controls.FileListBox->Path(), kPageFilter, "html");
+}
+
+void frmHtmlLayout::ReadSavedSettings(const std::string& path) {
+    if (!m_appendOption->isChecked()) return;
+    const auto page = m.files.Read(path, SIZE_MAX);
+    if (page) ReadSavedValues(*page, static_cast<HtmlSettings&>(m.state));
+}
+
+void frmHtmlLayout::CreateButton_Click() {
+    HtmlCloseButton_Click();
+    const std::string path = AskForPage("Create new or overwrite Html file");
+    if (path.empty()) return;
+    if (m.files.Exists(path)) {
+        ReadSavedSettings(path);
+        if (m.state.HtmlOverwriteWarning &&
+            !m.dialogs.Confirm(Dialogs::Icon::Exclamation, "Confirm Html Overwrite",
+                               path + "\nWill be overwritten!"))
+            return;
+    }
+    Open(path);
+}
+
+void frmHtmlLayout::AppendButton_Click() {
+    HtmlCloseButton_Click();
+    const std::string path = AskForPage("Append to existing Html file");
+    if (path.empty()) return;
+    ReadSavedSettings(path);
+    m_page.Choose(path, m.controls.FileListBox->Path());
+    if (!m_page.Append(Now())) {
+        Failed();
+        return;
+    }
+    Open(path);
+    Show(Flow::Writing);
+}
+
+void frmHtmlLayout::Open(const std::string& path) {
+    m_chosen = path;
+    m.state.HtmlPath = path;
+    m_page.Choose(path, m.controls.FileListBox->Path());
+    m_fields.Load(m.state);
+    ShowLinkRule();
+    ShowSizeRule();
+    m_lastFile->clear();
+    Show(Flow::Opened);
+}
+
+void frmHtmlLayout::KeepOptions() {
+    m_fields.Store(m.state);
+    m.state.HtmlAppendOption = m_appendOption->isChecked() ? 1 : 0;
+}
+
+void frmHtmlLayout::CommandOk_Click() {
+    KeepOptions();
+    if (!m_page.Begin(m.state, Now(), m.files.Read(ProgramFile(kZoomScript), SIZE_MAX))) {
+        Failed();
+        return;
+    }
+    Show(Flow::Writing);
+}
+
+void frmHtmlLayout::Failed() {
+    Show(Flow::Closed);
+    m.dialogs.Message(Dialogs::Icon::Exclamation, m_page.Fault().title, m_page.Fault().text);
+}
+
+void frmHtmlLayout::HtmlCloseButton_Click() {
+    const bool wasOpen = m_page.IsOpen();
+    if (wasOpen && !m_page.Close()) {
+        Failed();
+        return;
+    }
+    if (wasOpen) m.shell.ShowMessage("Closed Html file " + LastPart(m_chosen));
+    m_lastFile->clear();
+    if (!m_chosen.empty()) Show(Flow::Closed);
+}
+
+void frmHtmlLayout::HtmlCloseViewButton_Click() {
+    const bool wasOpen = m_page.IsOpen();
+    if (wasOpen && !m_page.Close()) {
+        Failed();
+        return;
+    }
+    m_lastFile->clear();
+    Show(Flow::Closed);
+    if (wasOpen) View(m_chosen);
+}
+
+void frmHtmlLayout::View(const std::string& path) {
+    if (m_inForm->isChecked()) {
+        ShowPageWindow(*this, path);
+        return;
+    }
+    const std::string fault = m.desktop.OpenAssociated(path);
+    if (!fault.empty()) m.shell.ShowMessage("ERROR - " + fault);
+}
+
+void frmHtmlLayout::ViewLast() {
+    if (!m_chosen.empty()) View(m_chosen);
+}
+
+void frmHtmlLayout::EditLast() {
+    if (m_chosen.empty()) return;
+    const std::string& editor = m.state.HtmlEditor;
+    const std::string fault = editor.empty() ? m.desktop.EditText(m_chosen)
+                                             : m.desktop.StartProgram(editor, m_chosen);
+    if (!fault.empty()) m.shell.ShowMessage("ERROR - " + fault);
+}
+
+void frmHtmlLayout::CommandHomePage_Click() {
+    const std::string home = m.dialogs.OpenFile("Lookup html file for Home page",
+                                                m.controls.FileListBox->Path(), kPageFilter);
+    if (home.empty()) return;
+    std::string link;
+    const bool above = HomeLink(m_chosen, home, link);
+    m_home->setText(ToQt(link));
+    m_error->setText(above ? QString() : QStringLiteral("Invalid Home URL"));
+}
+
+// The companion that stands in for a clip; one of the user's own under that name stays.
+void frmHtmlLayout::CopyVideoPicture() {
+    const std::string target = JoinPath(FolderOf(m.state.Filename), kVideoPicture);
+    if (m.files.Exists(target)) return;
+    std::string error;
+    const auto bytes = m.files.Read(ProgramFile(kVideoPicture), SIZE_MAX, &error);
+    if (bytes && m.files.Write(target, *bytes, &error)) return;
+    m.dialogs.Message(Dialogs::Icon::Exclamation, "Copy mp4 image jpg file error",
+                      ErrorBoxText("Error creating MP4.jpg", target, error));
+}
+
+// Of the current file; false with why it gets no entry.
+bool frmHtmlLayout::AddFacts(std::string& refusal, EntryFacts& facts) {
+    const ProgramState& s = m.state;
+    const bool video = s.FileType == ".MP4";
+    const bool text = s.FileType == ".TXT";
+    if (s.VideoImage && !video) {
+        refusal = "Cannot add video to html file";
+    } else if (s.WebImage || (!text && IsListedType(s.WebTypes, s.FileType))) {
+        refusal = "Cannot add web to html file";
+    } else if (s.Filename.empty() || m.controls.FileListBox->Count() == 0) {
+        refusal = "No file is selected";
+    }
+    if (!refusal.empty()) return false;
+    if (video) CopyVideoPicture();
+    facts = DiskFacts(m.files).Entry(s.Filename, s.PreviewWidth, s.PreviewHeight);
+    facts.note = ToPageBytes(s.NoteText);
+    if (!video && !text && s.ImageWidth > 0) { // as it is shown
+        facts.width = s.ImageWidth;
+        facts.height = s.ImageHeight;
+        const PreviewFit fit =
+            FitPreview(facts.width, facts.height, s.PreviewWidth, s.PreviewHeight);
+        facts.previewWidth = fit.width;
+        facts.previewHeight = fit.height;
+        facts.sizeText = s.SizeText;
+        facts.panel.clear();
+        for (const std::string& row : s.PanelRows) facts.panel.push_back(ToPageBytes(row));
+    }
+    FindCompanions(m.files, s, s.Filename, facts);
+    return true;
+}
+
+bool frmHtmlLayout::AddCurrent(bool mayAdvance) {
+    ProgramState& s = m.state;
+    std::string refusal;
+    EntryFacts facts;
+    const std::string name = s.FileNameOnly;
+    if (!AddFacts(refusal, facts)) {
+        m.shell.ShowMessage(refusal);
+        return true;
+    }
+    m_lastFile->setText(ToCaption(name));
+    if (IsLabelPicture(s, name)) return true;
+    if (!m_page.Add(s, m_exifInfo->isChecked(), facts)) {
+        Failed();
+        return false;
+    }
+    const std::string done = "Copied Html data for " + name;
+    if (!mayAdvance || !m_advance->isChecked()) {
+        m.shell.ShowMessage(done);
+        return true;
+    }
+    m.shell.ShowMessage("");
+    m.navigation.NextButton_Click();
+    if (s.MessageText.empty()) m.shell.ShowMessage(done);
+    return true;
+}
+
+void frmHtmlLayout::HtmlAddButton_Click() {
+    AddCurrent(true);
+    activateWindow();
+}
+
+void frmHtmlLayout::HtmlAddAll(bool reverse) {
+    ProgramState& s = m.state;
+    const int count = m.controls.FileListBox->Count();
+    if (count == 0 || s.BatchRuns || s.SlideViewing) return;
+    const int back = s.FileIndex < count ? s.FileIndex : count - 1;
+    const std::string unsaved = m.notes.UnsavedText();
+    bool goesOn = true;
+    {
+        m.navigation.ClearMultiselect();
+        const BatchRun batch(m, m_cancel);
+        for (int i = 0; i < count && goesOn; ++i) {
+            m.navigation.SelectRow(reverse ? count - 1 - i : i);
+            goesOn = AddCurrent(false) && batch.Step(s.MessageText);
+        }
+    }
+    if (m.events.ProgramEnds()) return;
+    m.navigation.ClearMultiselect();
+    m.navigation.SelectRow(back);
+    std::string report =
+        std::to_string(m_page.Count()) + " images added to html file" +
+        (reverse ? ", reverse order" : "");
+    if (!unsaved.empty() && s.NoteText != unsaved) {
+        s.NotesSave = unsaved;
+        report += "; the unsaved note is in the restore buffer";
+    }
+    m.shell.ShowMessage(report);
+    activateWindow();
+}
+
+void frmHtmlLayout::Form_Unload() {
+    HtmlCloseButton_Click();
+    KeepOptions();
+}
+
+void frmHtmlLayout::closeEvent(QCloseEvent* event) {
+    if (m.state.BatchRuns) {
+        m.state.BatchCancelled = true;
+        event->ignore();
+        return;
+    }
+    Form_Unload();
+    QDialog::closeEvent(event);
+}
+
+} // namespace tarn

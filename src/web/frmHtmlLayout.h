@@ -1,0 +1,115 @@
+// Builds one web page by hand: its file, its look, its header, then picture after picture.
+#pragma once
+
+#include "shell/Context.h"
+#include "shell/places/KeptPlace.h"
+#include "web/FormFields.h"
+#include "web/PageBuild.h"
+
+#include <QDialog>
+
+#include <array>
+
+class QCheckBox;
+class QLineEdit;
+class QRadioButton;
+class QToolButton;
+class QVBoxLayout;
+
+namespace tarn {
+
+class frmHtmlLayout : public QDialog {
+public:
+    explicit frmHtmlLayout(Context& context);
+
+    void ShowForm();
+
+    // A page that is open gets its close: at Close, and when the program ends.
+    void Form_Unload();
+
+    void CreateButton_Click();
+    void AppendButton_Click();
+    void CommandOk_Click();
+    void HtmlAddButton_Click();
+    void HtmlAddAll(bool reverse);
+    void HtmlCloseButton_Click();
+    void HtmlCloseViewButton_Click();
+    void CommandHomePage_Click();
+
+    const std::string& PagePath() const { return m_page.Path(); }
+    bool IsPageOpen() const { return m_page.IsOpen(); }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void reject() override { close(); }
+
+private:
+    enum class Flow { Closed, Opened, Writing };
+
+    void MakeTop(QVBoxLayout& all);
+    void MakeLinkFrame();
+    void MakePictureFrame();
+    void MakeLookFrame();
+    void MakeTextFrame();
+    void MakeAddFrame();
+    void MakeBottom(QVBoxLayout& all);
+    void ConnectRules();
+    void ShowLinkRule();
+    void ShowSizeRule();
+    void ChooseColorOf(ColorBox& box);
+    void DefaultColors();
+    void Show(Flow flow);
+    std::string AskForPage(const char* title);
+    void ReadSavedSettings(const std::string& path);
+    void Open(const std::string& path);
+    bool AddCurrent(bool mayAdvance);
+    bool AddFacts(std::string& refusal, EntryFacts& facts);
+    void CopyVideoPicture();
+    void Failed();
+    void View(const std::string& path);
+    void ViewLast();
+    void EditLast();
+    void KeepOptions();
+
+    Context& m;
+    PageBuild m_page;
+    FormFields<HtmlSettings> m_fields;
+    KeptPlace m_place;
+    std::string m_chosen; // the last page's path
+
+    QWidget* m_frame1 = nullptr; // link and size of the image
+    QWidget* m_frame2 = nullptr; // what an entry shows
+    QWidget* m_frame3 = nullptr; // colours, font, borders
+    QWidget* m_frame4 = nullptr; // texts and links of the page
+    QWidget* m_frameAdd = nullptr;
+    QCheckBox* m_appendOption = nullptr;
+    QCheckBox* m_inForm = nullptr;
+    QCheckBox* m_advance = nullptr;
+    QCheckBox* m_exifInfo = nullptr;
+    QCheckBox* m_imageLabel = nullptr;
+    QCheckBox* m_zoomPan = nullptr;
+    std::array<QRadioButton*, 3> m_layouts{};
+    QRadioButton* m_sizeFull = nullptr;
+    QRadioButton* m_sizeHeight = nullptr;
+    QRadioButton* m_sizeWidth = nullptr;
+    QRadioButton* m_sizePreview = nullptr;
+    QLineEdit* m_height = nullptr;
+    QLineEdit* m_width = nullptr;
+    QLineEdit* m_home = nullptr;
+    QLabel* m_font = nullptr;
+    QLabel* m_fontSize = nullptr;
+    QLabel* m_lastFile = nullptr;
+    QLabel* m_lastLink = nullptr;
+    QLabel* m_error = nullptr;
+    std::array<QToolButton*, 4> m_formats{};
+    std::array<ColorBox*, 4> m_colors{}; // text, page, title, borders
+    QPushButton* m_view = nullptr;
+    QPushButton* m_edit = nullptr;
+    QPushButton* m_ok = nullptr;
+    QPushButton* m_close = nullptr;
+    QPushButton* m_closeView = nullptr;
+    QPushButton* m_link = nullptr;
+    QPushButton* m_cancel = nullptr;
+};
+
+} // namespace tarn

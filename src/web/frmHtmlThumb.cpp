@@ -1,0 +1,197 @@
+#include "web/frmHtmlThumb.h"
+
+#include "common/dates.h"
+#include "common/paths.h"
+#include "common/patterns.h"
+#include "platform/Desktop.h"
+#include "platform/Dialogs.h"
+#include "platform/EventPump.h"
+#include "platform/FileListBox.h"
+#include "platform/Files.h"
+#include "platform/ProgramFiles.h"
+#include "shell/batch/BatchRun.h"
+#include "web/DiskFacts.h"
+#include "web/GalleryMiniature.h"
+#include "web/PageText.h"
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QEvent>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include <algorithm>
+#include <ctime>
+
+namespace tarn {
+
+namespace {
+
+constexpr QSize kDesign(900, 700); // logical pixels
+
+} // namespace
+
+void frmHtmlThumb::ShowForm(const std::string& path) {
+    m_path = path;
+    m_fields.Load(m.state);
+    setWindowTitle(QStringLiteral("Tarn View - Create Html Thumbnails Linked to Images"));
+    m_view->setEnabled(m.files.Exists(path));
+    m_error->clear();
+    Say("");
+    if (!isVisible()) m_place.Restore(kDesign);
+    show();
+    activateWindow();
+    Form_Activate();
+}
+
+// The lists as the folder shown has them now.
+void frmHtmlThumb::Form_Activate() {
+    if (m.state.BatchRuns) return;
+    m_thumbs->clear();
+    m_linked->clear();
+    for (const GalleryItem& item : Plan(false).items) {
+        m_thumbs->addItem(ToQt(item.thumbnail));
+        m_linked->addItem(ToQt(item.picture));
+    }
+    const auto missing = static_cast<int>(Pictures().size()) - m_thumbs->count();
+    if (missing > 0)
+        m_error->setText(QStringLiteral("%1 pictures have no thumbnail and get no cell: use Create "
+                                        "or Update")
+                             .arg(missing));
+    else
+        m_error->clear();
+    ShowMiniature();
+}
+
+void frmHtmlThumb::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && isVisible())
+        Form_Activate();
+}
+
+void frmHtmlThumb::ShowMiniature() {
+    GallerySettings settings = m.state;
+    m_fields.Store(settings);
+    m_miniature->ShowGallery(settings, m_thumbs->count());
+    if (m_topLine->isChecked() && m_notesTop->isChecked())
+        m_error->setText(QStringLiteral(
+            "Beginning... option with 'Notes Positon' set to 'Top' is not recommended."));
+}
+
+void frmHtmlThumb::Say(const std::string& text) {
+    m_info->setText(ToCaption(text));
+}
+
+std::vector<std::string> frmHtmlThumb::Pictures() const {
+    const FileListBox& list = *m.controls.FileListBox;
+    const NamePatterns pictures(m.state.PictureTypes);
+    std::vector<std::string> names;
+    for (int row = 0; row < list.Count(); ++row) {
+        const std::string name = list.Text(row);
+        const std::string type = FileTypeOf(name);
+        if (!IsListedType(m.state.VideoTypes, type) && !IsListedType(m.state.WebTypes, type) &&
+            type != ".TXT")
+            names.push_back(name);
+    }
+    return names;
+}
+
+GalleryPlan frmHtmlThumb::Plan(bool frames) const {
+    const ProgramState& s = m.state;
+    GalleryPlan plan;
+    plan.settings = s;
+    plan.frames = frames;
+    plan.indexPath = m_path;
+    plan.pictureFolder = m.controls.FileListBox->Path();
+    plan.subFolder = s.ThumbSubFolder;
+    plan.thumbnailSize = s.ThumbSize;
+    plan.version = s.Version;
+    plan.now = FormatDateText(FromFileTime(std::time(nullptr)));
+    plan.script = m.files.Read(ProgramFile(kZoomScript), SIZE_MAX);
+    // A custom filter names pictures; in front of it stands the size, without a leading zero.
+    const NamePatterns pattern(s.FilterIsCustom
+                                   ? "T" + std::to_string(s.ThumbSize) + "_" + s.FileTypes
+                                   : s.FileTypes);
+    std::vector<std::string> thumbnails;
+    const std::string folder = m.thumbnails.ThumbnailFolderPath();
+    if (!folder.empty())
+        for (std::string& name : m.files.FileNames(folder).value_or(std::vector<std::string>()))
+            if (pattern.Matches(name)) thumbnails.push_back(std::move(name));
+    plan.items = PairThumbnails(InListOrder(std::move(thumbnails)), Pictures(), s.ThumbSize);
+    return plan;
+}
+
+void frmHtmlThumb::MakeGallery(bool frames) {
+    if (m.state.BatchRuns || m.state.SlideViewing) return;
+    m_fields.Store(m.state);
+    GalleryPlan plan = Plan(frames);
+    if (m.state.CheckOrder != 0) std::reverse(plan.items.begin(), plan.items.end());
+    Run(std::move(plan));
+}
+
+void frmHtmlThumb::SetBusy(bool busy) {
+    for (QPushButton* command : m_commands) command->setEnabled(!busy);
+}
+
+void frmHtmlThumb::Run(GalleryPlan plan) {
+    const bool frames = plan.frames;
+    DiskFacts disk(m.files);
+    GalleryRun run(m.files, std::move(plan), SourcesOf(disk, [this](const std::string& path) {
+                       return m.notes.NoteBytesOf(path);
+                   }));
+    bool goesOn = true;
+    SetBusy(true);
+    {
+        const BatchRun batch(m, m_cancel);
+        while (goesOn && run.Step()) {
+            const std::string text = "Writing page " + std::to_string(run.Done()) + " of " +
+                                     std::to_string(run.Count());
+            Say(text);
+            goesOn = batch.Step(text);
+        }
+    }
+    SetBusy(false);
+    if (m.events.ProgramEnds()) return;
+    std::string report = "Gallery cancelled, nothing was written";
+    if (goesOn && run.Finish()) {
+        const std::string what = frames ? "Created Html files '" : "Created Html file '";
+        report = what + LastPart(m_path) + "' with " + std::to_string(run.Count()) + " pictures" +
+                 (frames ? " & image_*.html frames" : "");
+        m_view->setEnabled(true);
+    } else if (run.Fault()) {
+        report = "No gallery was written";
+        m.dialogs.Message(Dialogs::Icon::Exclamation, run.Fault()->title, run.Fault()->text);
+    }
+    Say(report);
+    m.shell.ShowMessage(report);
+}
+
+void frmHtmlThumb::GenThumbButton_Click(bool updateOnly) {
+    SetBusy(true);
+    m.thumbnails.GenerateThumbnails(
+        updateOnly, [this](const std::string& text) { Say(text); }, m_cancel);
+    SetBusy(false);
+    if (!m.events.ProgramEnds()) Form_Activate();
+}
+
+void frmHtmlThumb::HtmlViewButton_Click() {
+    const std::string fault = m.desktop.OpenAssociated(m_path);
+    if (!fault.empty()) Say("ERROR - " + fault);
+}
+
+void frmHtmlThumb::Form_Unload() {
+    m_fields.Store(m.state);
+}
+
+void frmHtmlThumb::closeEvent(QCloseEvent* event) {
+    if (m.state.BatchRuns) {
+        m.state.BatchCancelled = true;
+        event->ignore();
+        return;
+    }
+    Form_Unload();
+    QDialog::closeEvent(event);
+}
+
+} // namespace tarn

@@ -1,0 +1,80 @@
+// The options of a gallery of thumbnails, and the commands that make one.
+#pragma once
+
+#include "shell/Context.h"
+#include "shell/places/KeptPlace.h"
+#include "web/FormFields.h"
+#include "web/GalleryRun.h"
+
+#include <QDialog>
+
+#include <array>
+
+class QCheckBox;
+class QGridLayout;
+class QListWidget;
+class QRadioButton;
+class QVBoxLayout;
+
+namespace tarn {
+
+class GalleryMiniature;
+
+class frmHtmlThumb : public QDialog {
+public:
+    explicit frmHtmlThumb(Context& context);
+
+    // The gallery's chosen file; the options are the desk's.
+    void ShowForm(const std::string& path);
+
+    void Form_Unload(); // the options go onto the desk
+
+    void MakeGallery(bool frames);
+    void GenThumbButton_Click(bool updateOnly);
+    void HtmlViewButton_Click();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void reject() override { close(); }
+
+private:
+    QWidget* MakeThumbnails();
+    QWidget* MakeIndex();
+    QWidget* MakeCellNotes();
+    QWidget* MakeLinks();
+    QWidget* MakePicture();
+    QWidget* MakePageNotes();
+    QWidget* MakeLook();
+    QWidget* MakeRun();
+    QCheckBox* Check(const char* name, const char* caption, int GallerySettings::* field);
+    void AddSlider(QVBoxLayout& to, const char* name, const char* label, const char* caption,
+                   int least, int most, int GallerySettings::* field);
+    QRadioButton* Choice(const char* name, const char* caption);
+    void Follow(QWidget& part); // the miniature follows its controls
+    void ShowMiniature();
+    void Form_Activate();
+    void Say(const std::string& text);
+    GalleryPlan Plan(bool frames) const;
+    std::vector<std::string> Pictures() const;
+    void Run(GalleryPlan plan);
+    void SetBusy(bool busy);
+
+    Context& m;
+    FormFields<GallerySettings> m_fields;
+    KeptPlace m_place;
+    std::string m_path;
+
+    QListWidget* m_thumbs = nullptr; // FileThumb
+    QListWidget* m_linked = nullptr; // FileLinked
+    QCheckBox* m_topLine = nullptr;
+    QRadioButton* m_notesTop = nullptr;
+    QLabel* m_info = nullptr;
+    QLabel* m_error = nullptr;
+    QPushButton* m_view = nullptr;
+    QPushButton* m_cancel = nullptr;
+    GalleryMiniature* m_miniature = nullptr;
+    std::vector<QPushButton*> m_commands; // off while a gallery is made
+};
+
+} // namespace tarn
