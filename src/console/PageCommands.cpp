@@ -15,8 +15,8 @@ namespace {
 
 constexpr OptionRule kPageOptions[] = {{"--set", true}, {"--notes", true}, {"--append"},
                                        {"--reverse"},   {"--now", true},   {"--preview", true}};
-constexpr OptionRule kGalleryOptions[] = {{"--set", true}, {"--notes", true}, {"--frames"},
-                                          {"--now", true}, {"--thumbnails"}};
+constexpr OptionRule kGalleryOptions[] = {
+    {"--set", true}, {"--notes", true}, {"--frames"}, {"--now", true}, {"--thumbnails"}};
 
 // Options that no page carries.
 bool SetNumber(std::string_view name, std::string_view text,

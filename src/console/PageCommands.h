@@ -46,7 +46,6 @@ struct PageResult {
 using PageMaker = std::function<PageResult(const PageRequest& request)>;
 
 int RunPage(std::span<const std::string> words, std::string_view version, const PageMaker& make);
-int RunGallery(std::span<const std::string> words, std::string_view version,
-               const PageMaker& make);
+int RunGallery(std::span<const std::string> words, std::string_view version, const PageMaker& make);
 
 } // namespace tarn

@@ -2,7 +2,6 @@
 
 #include "common/colors.h"
 
-
 namespace tarn {
 
 namespace {

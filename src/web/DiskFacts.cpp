@@ -57,8 +57,7 @@ GallerySources SourcesOf(DiskFacts& facts,
                          std::function<std::string(const std::string&)> noteBytes) {
     return {[&](const std::string& path) { return facts.UprightSize(path); },
             [](const std::string& path) { return DiskFacts::FileBytes(path); },
-            std::move(noteBytes),
-            [&](const std::string& path) { return facts.PanelRows(path); }};
+            std::move(noteBytes), [&](const std::string& path) { return facts.PanelRows(path); }};
 }
 
 EntryFacts DiskFacts::Entry(const std::string& path, int boxWidth, int boxHeight) {
@@ -71,8 +70,7 @@ EntryFacts DiskFacts::Entry(const std::string& path, int boxWidth, int boxHeight
         return facts;
     }
     const bool video = facts.type == ".MP4";
-    std::tie(facts.width, facts.height) =
-        UprightSize(video ? ProgramFile(kVideoPicture) : path);
+    std::tie(facts.width, facts.height) = UprightSize(video ? ProgramFile(kVideoPicture) : path);
     if (video) facts.fileSizeText = VideoSizeText(FileBytes(path));
     const PreviewFit fit = FitPreview(facts.width, facts.height, boxWidth, boxHeight);
     facts.previewWidth = fit.width;

@@ -20,16 +20,16 @@ namespace tarn {
 
 template <class Settings> class FormFields {
 public:
-    void Add(QAbstractButton* box, bool Settings::* field) {
+    void Add(QAbstractButton* box, bool Settings::*field) {
         Add([=](const Settings& s) { box->setChecked(s.*field); },
             [=](Settings& s) { s.*field = box->isChecked(); });
     }
-    void Add(QAbstractButton* box, int Settings::* field) {
+    void Add(QAbstractButton* box, int Settings::*field) {
         Add([=](const Settings& s) { box->setChecked(s.*field != 0); },
             [=](Settings& s) { s.*field = box->isChecked() ? 1 : 0; });
     }
     // A value beyond the slider's end moves that end: it is kept as it stands.
-    void Add(QSlider* slider, int Settings::* field) {
+    void Add(QSlider* slider, int Settings::*field) {
         Add(
             [=](const Settings& s) {
                 slider->setMaximum(std::max(slider->maximum(), s.*field));
@@ -37,27 +37,27 @@ public:
             },
             [=](Settings& s) { s.*field = slider->value(); });
     }
-    void Add(QLineEdit* edit, std::string Settings::* field) {
+    void Add(QLineEdit* edit, std::string Settings::*field) {
         Add([=](const Settings& s) { edit->setText(ToQt(s.*field)); },
             [=](Settings& s) { s.*field = FromQt(edit->text()); });
     }
-    void Add(QLineEdit* edit, int Settings::* field) {
+    void Add(QLineEdit* edit, int Settings::*field) {
         Add([=](const Settings& s) { edit->setText(QString::number(s.*field)); },
             [=](Settings& s) { s.*field = edit->text().toInt(); });
     }
-    void Add(QLabel* label, std::string Settings::* field) {
+    void Add(QLabel* label, std::string Settings::*field) {
         Add([=](const Settings& s) { label->setText(ToQt(s.*field)); },
             [=](Settings& s) { s.*field = FromQt(label->text()); });
     }
-    void Add(QLabel* label, int Settings::* field) {
+    void Add(QLabel* label, int Settings::*field) {
         Add([=](const Settings& s) { label->setText(QString::number(s.*field)); },
             [=](Settings& s) { s.*field = label->text().toInt(); });
     }
-    void Add(QComboBox* box, int Settings::* field) {
+    void Add(QComboBox* box, int Settings::*field) {
         Add([=](const Settings& s) { box->setCurrentIndex(s.*field); },
             [=](Settings& s) { s.*field = box->currentIndex(); });
     }
-    void Add(ColorBox* box, std::string Settings::* field) {
+    void Add(ColorBox* box, std::string Settings::*field) {
         Add([=](const Settings& s) { box->SetColor(s.*field); },
             [=](Settings& s) { s.*field = box->Color(); });
     }

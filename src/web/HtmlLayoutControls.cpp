@@ -36,7 +36,8 @@ QPixmap SampleOf(int format, qreal scale, const QPalette& palette) {
     QPainter painter(&sample);
     const auto lines = [&](int x, int y, int width, int count) {
         painter.setPen(palette.text().color());
-        for (int i = 0; i < count; ++i) painter.drawLine(x, y + i * 5, x + width - (i % 2) * 6, y + i * 5);
+        for (int i = 0; i < count; ++i)
+            painter.drawLine(x, y + i * 5, x + width - (i % 2) * 6, y + i * 5);
     };
     const bool beside = format == 1 || format == 4;
     const QRect picture(6, format == 3 ? 8 : 6, beside ? 34 : 60, format == 3 ? 38 : 28);
@@ -105,9 +106,9 @@ void frmHtmlLayout::MakeTop(QVBoxLayout& all) {
     m_edit = MakeButton("EditHtmlFile", "Edit");
     auto* quit = MakeButton("QuitButton", "Close");
     all.addLayout(Row({create, append, m_view, m_edit, quit}));
-    m_appendOption = Named(
-        new QCheckBox(QStringLiteral("Use saved settings in html file if found")),
-        "HtmlAppendOptionCheck");
+    m_appendOption =
+        Named(new QCheckBox(QStringLiteral("Use saved settings in html file if found")),
+              "HtmlAppendOptionCheck");
     m_inForm = Named(new QCheckBox(QStringLiteral("View in form")), "CheckInForm");
     all.addLayout(Row({m_appendOption, m_inForm}));
     connect(create, &QPushButton::clicked, this, [this] { CreateButton_Click(); });
@@ -124,8 +125,8 @@ void frmHtmlLayout::MakeLinkFrame() {
     linkRows->setContentsMargins({});
     const char* captions[] = {"Link image to full size image", "No link to full size image",
                               "Linked to to another selected image"};
-    bool HtmlSettings::* const modes[] = {&HtmlSettings::HtmlLayout1, &HtmlSettings::HtmlLayout2,
-                                          &HtmlSettings::HtmlLayout3};
+    bool HtmlSettings::*const modes[] = {&HtmlSettings::HtmlLayout1, &HtmlSettings::HtmlLayout2,
+                                         &HtmlSettings::HtmlLayout3};
     for (std::size_t i = 0; i < m_layouts.size(); ++i) {
         m_layouts[i] = new QRadioButton(QString::fromLatin1(captions[i]));
         m_layouts[i]->setObjectName(QStringLiteral("HtmlLayout%1").arg(i + 1));
@@ -196,8 +197,7 @@ void frmHtmlLayout::MakePictureFrame() {
     rows->addWidget(m_exifInfo);
     rows->addWidget(notes);
     rows->addWidget(align);
-    m_imageLabel =
-        Named(new QCheckBox(QStringLiteral("Use label images with")), "CheckImageLabel");
+    m_imageLabel = Named(new QCheckBox(QStringLiteral("Use label images with")), "CheckImageLabel");
     auto* label = Named(new QLineEdit(), "TextImageLabel", "Ending of a label image's name");
     label->setPlaceholderText(QStringLiteral("_Caption"));
     rows->addLayout(Row({m_imageLabel, label}));
@@ -206,8 +206,8 @@ void frmHtmlLayout::MakePictureFrame() {
     auto* breakLabel = Named(new QLabel(), "LabelPageBreak");
     auto* pageBreak =
         MakeSlider("SliderPageBreak", "Images on a printed page", 0, kMostPerPage, breakLabel);
-    pageBreak->setToolTip(QStringLiteral(
-        "Place a page break after this number of images, for printing web page"));
+    pageBreak->setToolTip(
+        QStringLiteral("Place a page break after this number of images, for printing web page"));
     rows->addLayout(Row({Caption("Page break after", pageBreak), pageBreak, breakLabel}));
     m_fields.Add(m_exifInfo, &HtmlSettings::HtmlExifInfo);
     m_fields.Add(top, &HtmlSettings::HtmlPnotesTop);
@@ -237,9 +237,8 @@ void frmHtmlLayout::MakeTextFrame() {
     auto* email = Named(new QLineEdit(), "Email", "Email address on the page, blank for none");
     m_home = Named(new QLineEdit(), "HomeText", "Link of the home button");
     auto* homeName = Named(new QLineEdit(), "HomeNameText", "Label of the home button");
-    auto* lookup =
-        Named(MakeButton("CommandHomePage", "Web page"), "CommandHomePage", "",
-              "Web page and name for a link");
+    auto* lookup = Named(MakeButton("CommandHomePage", "Web page"), "CommandHomePage", "",
+                         "Web page and name for a link");
     auto* grid = new QGridLayout();
     grid->addWidget(Caption("&Title", title), 0, 0);
     grid->addWidget(title, 0, 1);
@@ -262,7 +261,7 @@ void frmHtmlLayout::MakeLookFrame() {
     auto* rows = MakeFrame(m_frame3, "Frame3", "Look of the page");
     const char* captions[] = {"Text", "Page background", "Title background",
                               "Borders && line color"};
-    std::string HtmlSettings::* const fields[] = {
+    std::string HtmlSettings::*const fields[] = {
         &HtmlSettings::HtmlTextColor, &HtmlSettings::HtmlPageBgColor,
         &HtmlSettings::HtmlTitleBgColor, &HtmlSettings::HtmlBorderColor};
     auto* colors = new QGridLayout();
@@ -277,8 +276,7 @@ void frmHtmlLayout::MakeLookFrame() {
     rows->addLayout(colors);
     auto* defaults = MakeButton("ColorsDefaultsButton2", "Default colors");
     connect(defaults, &QPushButton::clicked, this, [this] { DefaultColors(); });
-    auto* font = MakeButton("FontButton", "Font...",
-                            "Set font name ans size, style is ignored.");
+    auto* font = MakeButton("FontButton", "Font...", "Set font name ans size, style is ignored.");
     auto* defaultFont =
         MakeButton("FontDefaultButton", "Default font", "Set font to default Verdana");
     m_font = Named(new QLabel(), "FontLabel");
@@ -297,7 +295,7 @@ void frmHtmlLayout::MakeLookFrame() {
     connect(defaultFont, &QPushButton::clicked, this,
             [this] { m_font->setText(QStringLiteral("Verdana")); });
     const auto slider = [&](const char* name, const char* label, const char* caption,
-                            int HtmlSettings::* field) {
+                            int HtmlSettings::*field) {
         auto* value = Named(new QLabel(), label);
         auto* bar = MakeSlider(name, caption, 0, kThickest, value);
         rows->addLayout(Row({Caption(caption, bar), bar, value}));
@@ -359,8 +357,7 @@ void frmHtmlLayout::ConnectRules() {
         if (!m_layouts[1]->isChecked()) m_zoomPan->setChecked(false);
         ShowLinkRule();
     };
-    for (QRadioButton* layout : m_layouts)
-        connect(layout, &QRadioButton::clicked, this, linked);
+    for (QRadioButton* layout : m_layouts) connect(layout, &QRadioButton::clicked, this, linked);
     connect(m_zoomPan, &QCheckBox::clicked, this, [this] {
         m_imageLabel->setChecked(false);
         m_layouts[1]->setChecked(true);
@@ -389,9 +386,8 @@ void frmHtmlLayout::ShowSizeRule() {
 }
 
 void frmHtmlLayout::ChooseColorOf(ColorBox& box) {
-    const auto color =
-        m.dialogs.ChooseColor(FromQt(box.text().remove(QLatin1Char('&'))),
-                              NumberOfHtmlColor(box.Color()));
+    const auto color = m.dialogs.ChooseColor(FromQt(box.text().remove(QLatin1Char('&'))),
+                                             NumberOfHtmlColor(box.Color()));
     if (color) box.SetColor(HtmlColorOf(*color));
 }
 

@@ -56,8 +56,7 @@ frmHtmlThumb::frmHtmlThumb(Context& context)
     Follow(*tabs);
 }
 
-QCheckBox* frmHtmlThumb::Check(const char* name, const char* caption,
-                               int GallerySettings::* field) {
+QCheckBox* frmHtmlThumb::Check(const char* name, const char* caption, int GallerySettings::*field) {
     auto* box = Named(new QCheckBox(QString::fromLatin1(caption)), name);
     m_fields.Add(box, field);
     return box;
@@ -69,7 +68,7 @@ QRadioButton* frmHtmlThumb::Choice(const char* name, const char* caption) {
 
 void frmHtmlThumb::AddSlider(QVBoxLayout& to, const char* name, const char* label,
                              const char* caption, int least, int most,
-                             int GallerySettings::* field) {
+                             int GallerySettings::*field) {
     auto* value = Named(new QLabel(), label);
     auto* slider = MakeSlider(name, caption, least, most, value);
     m_fields.Add(slider, field);
@@ -94,10 +93,9 @@ QWidget* frmHtmlThumb::MakeThumbnails() {
     auto* size = Named(new QComboBox(), "GenThumbSize", "Thumbnail size in pixels");
     for (std::size_t i = 1; i < m.controls.ThumbSizeButton.size(); ++i)
         size->addItem(m.controls.ThumbSizeButton[i]->text(), int(i));
-    m_fields.Add([this, size](const GallerySettings&) {
-        size->setCurrentIndex(m.state.ThumbSizeIndex - 1);
-    },
-                 [](GallerySettings&) {});
+    m_fields.Add(
+        [this, size](const GallerySettings&) { size->setCurrentIndex(m.state.ThumbSizeIndex - 1); },
+        [](GallerySettings&) {});
     connect(size, &QComboBox::activated, this, [this](int index) {
         m.controls.ThumbSizeButton[std::size_t(index) + 1]->trigger();
         Form_Activate();
@@ -211,8 +209,8 @@ QWidget* frmHtmlThumb::MakePicture() {
     auto* sides = new QWidget();
     sides->setLayout(Row({width, height}));
     sides->layout()->setContentsMargins({});
-    rows->addLayout(Row({Check("ThumbWHcheck", "Limit", &S::HtmlThumbCs), sides, limit,
-                         Caption("pixels")}));
+    rows->addLayout(
+        Row({Check("ThumbWHcheck", "Limit", &S::HtmlThumbCs), sides, limit, Caption("pixels")}));
     m_fields.Add(width, &S::HtmlThumbCsWidth);
     m_fields.Add(height, &S::HtmlThumbCsHeight);
     m_fields.Add(limit, &S::HtmlThumbCsValue);
@@ -284,8 +282,8 @@ QWidget* frmHtmlThumb::MakeLook() {
     QWidget* frame = nullptr;
     auto* rows = MakeFrame(frame, "FrameLook", "Look");
     const char* captions[] = {"Text", "Page background", "Thumbnail background", "Borders"};
-    std::string S::* const fields[] = {&S::HtmlThumbTextColor, &S::HtmlThumbPageBgColor,
-                                       &S::HtmlThumbThumbBgColor, &S::HtmlThumbBorderColor};
+    std::string S::*const fields[] = {&S::HtmlThumbTextColor, &S::HtmlThumbPageBgColor,
+                                      &S::HtmlThumbThumbBgColor, &S::HtmlThumbBorderColor};
     auto* colors = new QGridLayout();
     for (int i = 0; i < 4; ++i) {
         auto* box = new ColorBox(QString::fromLatin1(captions[i]));

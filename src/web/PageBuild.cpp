@@ -18,8 +18,7 @@ void PageBuild::Choose(const std::string& path, const std::string& pictureFolder
 }
 
 bool PageBuild::Fail(const std::string& error) {
-    m_fault = {"Write html file error",
-               ErrorBoxText("Error writting to html file", m_path, error)};
+    m_fault = {"Write html file error", ErrorBoxText("Error writting to html file", m_path, error)};
     return false;
 }
 

@@ -10,7 +10,6 @@
 
 namespace tarn {
 
-
 // UTF-8 as page bytes. A character without a place in the code page becomes the byte of its code
 // when that is below 256, else "?". Nothing is escaped.
 std::string ToPageBytes(std::string_view text);

@@ -45,15 +45,13 @@ void WebRoom::CreateAppendHtmlFile_Click() {
 }
 
 void WebRoom::HtmlThumbButton_Click() {
-    const std::string path =
-        m.dialogs.ChooseTarget("Create Html file using thumbnails & Images",
-                               m.controls.FileListBox->Path(), kPages, "html");
+    const std::string path = m.dialogs.ChooseTarget("Create Html file using thumbnails & Images",
+                                                    m.controls.FileListBox->Path(), kPages, "html");
     if (path.empty()) return;
     if (m.files.Exists(path)) {
         if (m.state.HtmlOverwriteWarning &&
-            !m.dialogs.Confirm(
-                Dialogs::Icon::Exclamation, "Confirm Html Overwrite",
-                path + "\nWill be overwritten and all Image*.html files deleted!"))
+            !m.dialogs.Confirm(Dialogs::Icon::Exclamation, "Confirm Html Overwrite",
+                               path + "\nWill be overwritten and all Image*.html files deleted!"))
             return;
         const auto page = m.files.Read(path, SIZE_MAX);
         if (page) ReadSavedValues(*page, static_cast<GallerySettings&>(m.state));

@@ -5,8 +5,8 @@
 #include "common/paths.h"
 #include "platform/Desktop.h"
 #include "platform/Dialogs.h"
-#include "platform/FileListBox.h"
 #include "platform/EventPump.h"
+#include "platform/FileListBox.h"
 #include "platform/Files.h"
 #include "platform/ProgramFiles.h"
 #include "shell/batch/BatchRun.h"
@@ -141,8 +141,8 @@ void frmHtmlLayout::ViewLast() {
 void frmHtmlLayout::EditLast() {
     if (m_chosen.empty()) return;
     const std::string& editor = m.state.HtmlEditor;
-    const std::string fault = editor.empty() ? m.desktop.EditText(m_chosen)
-                                             : m.desktop.StartProgram(editor, m_chosen);
+    const std::string fault =
+        editor.empty() ? m.desktop.EditText(m_chosen) : m.desktop.StartProgram(editor, m_chosen);
     if (!fault.empty()) m.shell.ShowMessage("ERROR - " + fault);
 }
 
@@ -247,9 +247,8 @@ void frmHtmlLayout::HtmlAddAll(bool reverse) {
     if (m.events.ProgramEnds()) return;
     m.navigation.ClearMultiselect();
     m.navigation.SelectRow(back);
-    std::string report =
-        std::to_string(m_page.Count()) + " images added to html file" +
-        (reverse ? ", reverse order" : "");
+    std::string report = std::to_string(m_page.Count()) + " images added to html file" +
+                         (reverse ? ", reverse order" : "");
     if (!unsaved.empty() && s.NoteText != unsaved) {
         s.NotesSave = unsaved;
         report += "; the unsaved note is in the restore buffer";

@@ -110,9 +110,8 @@ GalleryPlan frmHtmlThumb::Plan(bool frames) const {
     plan.now = FormatDateText(FromFileTime(std::time(nullptr)));
     plan.script = m.files.Read(ProgramFile(kZoomScript), SIZE_MAX);
     // A custom filter names pictures; in front of it stands the size, without a leading zero.
-    const NamePatterns pattern(s.FilterIsCustom
-                                   ? "T" + std::to_string(s.ThumbSize) + "_" + s.FileTypes
-                                   : s.FileTypes);
+    const NamePatterns pattern(
+        s.FilterIsCustom ? "T" + std::to_string(s.ThumbSize) + "_" + s.FileTypes : s.FileTypes);
     std::vector<std::string> thumbnails;
     const std::string folder = m.thumbnails.ThumbnailFolderPath();
     if (!folder.empty())
@@ -145,8 +144,8 @@ void frmHtmlThumb::Run(GalleryPlan plan) {
     {
         const BatchRun batch(m, m_cancel);
         while (goesOn && run.Step()) {
-            const std::string text = "Writing page " + std::to_string(run.Done()) + " of " +
-                                     std::to_string(run.Count());
+            const std::string text =
+                "Writing page " + std::to_string(run.Done()) + " of " + std::to_string(run.Count());
             Say(text);
             goesOn = batch.Step(text);
         }

@@ -47,9 +47,9 @@ private:
     QWidget* MakePageNotes();
     QWidget* MakeLook();
     QWidget* MakeRun();
-    QCheckBox* Check(const char* name, const char* caption, int GallerySettings::* field);
+    QCheckBox* Check(const char* name, const char* caption, int GallerySettings::*field);
     void AddSlider(QVBoxLayout& to, const char* name, const char* label, const char* caption,
-                   int least, int most, int GallerySettings::* field);
+                   int least, int most, int GallerySettings::*field);
     QRadioButton* Choice(const char* name, const char* caption);
     void Follow(QWidget& part); // the miniature follows its controls
     void ShowMiniature();

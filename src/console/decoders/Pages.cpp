@@ -44,8 +44,8 @@ private:
     std::string m_folder;
 };
 
-bool AddAll(const PageRequest& request, const HtmlSettings& settings, Files& files,
-            PageBuild& page, PageResult& result) {
+bool AddAll(const PageRequest& request, const HtmlSettings& settings, Files& files, PageBuild& page,
+            PageResult& result) {
     DiskFacts disk(files);
     const Notes notes(files, request.notes);
     std::vector<std::string> names = request.names;
@@ -73,10 +73,9 @@ PageResult WritePage(const PageRequest& request) {
     HtmlSettings settings = request.page;
     if (request.append && settings.HtmlAppendOption != 0)
         ReadSavedValues(files->Read(request.out, SIZE_MAX).value_or(std::string()), settings);
-    const bool begun = request.append
-                           ? page.Append(NowOf(request))
-                           : page.Begin(settings, NowOf(request),
-                                        files->Read(ProgramFile(kZoomScript), SIZE_MAX));
+    const bool begun = request.append ? page.Append(NowOf(request))
+                                      : page.Begin(settings, NowOf(request),
+                                                   files->Read(ProgramFile(kZoomScript), SIZE_MAX));
     if (!begun || !AddAll(request, settings, *files, page, result) || !page.Close())
         result.error = ErrorOf(page.Fault());
     result.count = page.Count();
@@ -118,9 +117,8 @@ PageResult WriteGallery(const PageRequest& request) {
 
     DiskFacts disk(*files);
     const Notes notes(*files, request.notes);
-    GalleryRun run(*files, std::move(plan), SourcesOf(disk, [&](const std::string& path) {
-                       return notes.Bytes(path);
-                   }));
+    GalleryRun run(*files, std::move(plan),
+                   SourcesOf(disk, [&](const std::string& path) { return notes.Bytes(path); }));
     while (run.Step()) {
     }
     if (run.Finish())

@@ -1,0 +1,197 @@
+#include "FilesDesk.h"
+
+#include <QCheckBox>
+#include <QRadioButton>
+#include <QSlider>
+
+namespace tarn::testing {
+namespace {
+
+struct WebDesk : FilesDesk {
+    using FilesDesk::FilesDesk;
+    QWidget* form = nullptr;
+
+    template <class Widget> Widget* In(const char* name) {
+        return form->findChild<Widget*>(QString::fromLatin1(name));
+    }
+    void Press(const char* name) { In<QPushButton>(name)->click(); }
+    void OpenPageForm() {
+        c.CreateAppendHtmlFile->trigger();
+        form = house.window.findChild<QWidget*>(QStringLiteral("frmHtmlLayout"));
+    }
+    void OpenGallery(const std::string& path) {
+        dialogs.answers = {path};
+        c.HtmlThumbButton->trigger();
+        form = house.window.findChild<QWidget*>(QStringLiteral("frmHtmlThumb"));
+    }
+    std::string Text(const std::string& name) const {
+        return files.Read(folder.Path() + "/" + name, SIZE_MAX, nullptr).value_or("none");
+    }
+    std::string Page(const char* name) const { return folder.Path() + "/" + name; }
+    static int Count(const std::string& page, const std::string& part) {
+        int count = 0;
+        for (auto at = page.find(part); at != std::string::npos; at = page.find(part, at + 1))
+            ++count;
+        return count;
+    }
+};
+
+} // namespace
+
+TEST(WebPages, APageIsLaidByHandAndAppendedTo) {
+    WebDesk desk;
+    desk.notes.Write("a.enf", "Half moon\r\nclear");
+    desk.Start();
+    desk.GoTo("a.jpg");
+    desk.OpenPageForm();
+    EXPECT_FALSE(desk.In<QWidget>("FrameAdd")->isVisible());
+    desk.dialogs.answers = {desk.Page("page.html")};
+    desk.Press("CreateButton_1");
+    EXPECT_EQ(desk.form->windowTitle(), "Opened - page.html");
+    EXPECT_EQ(desk.Text("page.html"), "none"); // untouched until the header
+    desk.In<QLineEdit>("HtmlTitle")->setText(QStringLiteral("Moon"));
+    desk.Press("CommandOk");
+    desk.Press("HtmlAddButton");
+    EXPECT_EQ(desk.Said(), "Copied Html data for a.jpg");
+    EXPECT_EQ(desk.In<QLabel>("HtmlLastFile")->text(), "a.jpg");
+    desk.Press("HtmlCloseButton");
+    EXPECT_EQ(desk.Said(), "Closed Html file page.html");
+    EXPECT_EQ(desk.form->windowTitle(), "Closed - page.html");
+    const std::string first = desk.Text("page.html");
+    EXPECT_NE(first.find("<title>Moon</title>"), std::string::npos);
+    EXPECT_NE(first.find("<b>Half moon</b></font><br>\r\n"), std::string::npos);
+    EXPECT_NE(first.find("href=\"a.jpg\" > <img SRC=\"a.jpg\" height=40 width=60\r\n"),
+              std::string::npos);
+
+    desk.s.HtmlTitle = "Forgotten";
+    desk.dialogs.answers = {desk.Page("page.html")};
+    desk.Press("CreateButton_2");
+    EXPECT_EQ(desk.s.HtmlTitle, "Moon"); // the page's own settings
+    desk.Press("HtmlAddAllRevButton");
+    EXPECT_EQ(desk.Said(), "3 images added to html file, reverse order");
+    EXPECT_EQ(desk.Current(), "a.jpg");
+    desk.form->close();
+    const std::string page = desk.Text("page.html");
+    EXPECT_EQ(WebDesk::Count(page, "</html>"), 1);
+    EXPECT_TRUE(page.ends_with("</body>\r\n</html>\r\n"));
+    EXPECT_EQ(WebDesk::Count(page, "<!-- Appended data on "), 1);
+    EXPECT_LT(page.rfind("SRC=\"c.jpg\""), page.rfind("SRC=\"b.jpg\""));
+    EXPECT_EQ(WebDesk::Count(page, "<img SRC="), 4);
+}
+
+TEST(WebPages, RulesActOnClicksAndRefusalsAreTold) {
+    WebDesk desk;
+    desk.Start();
+    desk.s.HtmlZoomPan = 1; // together with link mode 1: taken as it stands
+    desk.OpenPageForm();
+    desk.dialogs.answers = {desk.Page("page.html")};
+    desk.Press("CreateButton_1");
+    auto* zoom = desk.In<QCheckBox>("CheckZoomPan");
+    auto* full = desk.In<QRadioButton>("HtmlLayout1");
+    EXPECT_TRUE(zoom->isChecked());
+    EXPECT_TRUE(full->isChecked());
+    desk.In<QRadioButton>("HtmlLayout3")->click();
+    EXPECT_FALSE(zoom->isChecked());
+    zoom->click();
+    EXPECT_TRUE(desk.In<QRadioButton>("HtmlLayout2")->isChecked());
+    desk.In<QRadioButton>("HtmlSizeF")->click();
+    EXPECT_TRUE(full->isChecked());
+    EXPECT_FALSE(zoom->isChecked());
+    desk.In<QRadioButton>("HtmlSizeH")->click();
+    EXPECT_TRUE(desk.In<QLineEdit>("HtmlHeight")->isEnabled());
+    EXPECT_FALSE(desk.In<QLineEdit>("HtmlWidth")->isEnabled());
+
+    // A question before it overwrites, and a disk that takes no entry.
+    desk.Press("HtmlCloseButton");
+    desk.folder.Write("page.html", "old");
+    desk.dialogs.answers = {desk.Page("page.html")};
+    desk.Press("CreateButton_1");
+    EXPECT_EQ(desk.dialogs.shown.back(),
+              "Confirm Html Overwrite|" + desk.Page("page.html") + "\nWill be overwritten!");
+    EXPECT_EQ(desk.form->windowTitle(), "Closed - page.html");
+    desk.dialogs.answers = {desk.Page("page.html"), "OK"};
+    desk.Press("CreateButton_1");
+    desk.Press("CommandOk");
+    desk.files.onChange = [](const std::string& verb, const std::string&) {
+        return verb == "extend" ? "No space left on device" : "";
+    };
+    desk.Press("HtmlAddButton");
+    EXPECT_EQ(desk.dialogs.shown.back(), "Write html file error|Error writting to html file\n" +
+                                             desk.Page("page.html") +
+                                             "\n\nError 28, No space left on device");
+    EXPECT_EQ(desk.form->windowTitle(), "Closed - page.html");
+    desk.files.onChange = {};
+    desk.folder.Write("short.html", "short");
+    desk.dialogs.answers = {desk.Page("short.html")};
+    desk.Press("CreateButton_2");
+    EXPECT_EQ(desk.dialogs.shown.back().substr(0, 22), "Write html file error|");
+    EXPECT_EQ(desk.Text("short.html"), "short");
+}
+
+TEST(WebPages, AGalleryIsMadeOfTheThumbnails) {
+    WebDesk desk;
+    desk.notes.Write("b.enf", "\"Old note\"\r\n");
+    desk.Start();
+    desk.GoTo("b.jpg");
+    desk.OpenGallery(desk.Page("index.html"));
+    EXPECT_NE(desk.In<QLabel>("LabelError")->text().indexOf("3 pictures have no thumbnail"), -1);
+    desk.Press("GenThumbButton");
+    EXPECT_EQ(desk.In<QListWidget>("FileThumb")->count(), 3);
+    desk.In<QSlider>("SliderColumns")->setValue(2);
+    desk.In<QCheckBox>("CheckOrder")->click();
+    desk.Press("HtmlThumbnailButton");
+    EXPECT_EQ(desk.Said(), "Created Html file 'index.html' with 3 pictures");
+    EXPECT_EQ(desk.In<QLabel>("LabelInfo")->text(),
+              "Created Html file 'index.html' with 3 pictures");
+    const std::string index = desk.Text("index.html");
+    EXPECT_NE(index.find("cols=2; align=center>"), std::string::npos);
+    EXPECT_NE(index.find("SRC=\"thumbnails/T120_c.jpg\""), std::string::npos);
+    EXPECT_NE(index.find("\r\n\"Old note\"\r\n"), std::string::npos);
+    EXPECT_NE(desk.Text("ImageT001.html").find("src=\"c.jpg\""), std::string::npos);
+    EXPECT_EQ(desk.Current(), "b.jpg");
+
+    // Taken up again from its own page.
+    desk.form->close();
+    desk.s.HtmlThumbSlider = 7;
+    desk.dialogs.answers = {desk.Page("index.html"), "OK"};
+    desk.c.HtmlThumbButton->trigger();
+    EXPECT_EQ(desk.dialogs.shown.back(),
+              "Confirm Html Overwrite|" + desk.Page("index.html") +
+                  "\nWill be overwritten and all Image*.html files deleted!");
+    EXPECT_EQ(desk.In<QSlider>("SliderColumns")->value(), 2);
+    // A cancelled run leaves the gallery that stands.
+    const Tree before = desk.Pictures();
+    desk.events.onPump = [&] { desk.s.BatchCancelled = true; };
+    desk.Press("HtmlFramesThumbnailButton");
+    EXPECT_EQ(desk.Said(), "Gallery cancelled, nothing was written");
+    EXPECT_EQ(desk.Pictures(), before);
+    desk.events.onPump = {};
+    desk.Press("HtmlFramesThumbnailButton");
+    EXPECT_EQ(desk.Said(), "Created Html files 'index.html' with 3 pictures & image_*.html frames");
+    EXPECT_NE(desk.Text("index_thumbs.html").find("ChangeClass(3)"), std::string::npos);
+}
+
+TEST(WebPages, DeletesThePagesOfTheFolder) {
+    WebDesk desk;
+    desk.Start();
+    for (const char* name : {"x.html", "Y.HTM", "kept.txt", "open.html"})
+        desk.folder.Write(name, "page");
+    desk.OpenPageForm();
+    desk.dialogs.answers = {desk.Page("open.html"), "OK"};
+    desk.Press("CreateButton_1");
+    desk.Press("CommandOk");
+    desk.dialogs.answers = {};
+    desk.c.HtmlDeleteButton->trigger();
+    EXPECT_NE(desk.Text("x.html"), "none");
+    desk.dialogs.answers = {"OK"};
+    desk.c.HtmlDeleteButton->trigger();
+    EXPECT_EQ(desk.dialogs.shown.back(), "Confirm Html Delete|2 Html files in '" +
+                                             desk.folder.Path() +
+                                             "'\nWill be deleted!\nThe page that is open in the "
+                                             "form stays.");
+    EXPECT_EQ(desk.Said(), "Deleted 2 Html files");
+    EXPECT_EQ(desk.Names(), "a.jpg b.jpg c.jpg kept.txt open.html ");
+    EXPECT_TRUE(Trashed("x.html").starts_with("page"));
+}
+
+} // namespace tarn::testing
