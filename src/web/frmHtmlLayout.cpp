@@ -269,7 +269,7 @@ void frmHtmlLayout::closeEvent(QCloseEvent* event) {
         return;
     }
     Form_Unload();
-    QDialog::closeEvent(event);
+    event->accept(); // the dialog's own would come back here through reject
 }
 
 } // namespace tarn

@@ -190,7 +190,7 @@ void frmHtmlThumb::closeEvent(QCloseEvent* event) {
         return;
     }
     Form_Unload();
-    QDialog::closeEvent(event);
+    event->accept(); // the dialog's own would come back here through reject
 }
 
 } // namespace tarn

@@ -70,7 +70,8 @@ TEST(WebPages, APageIsLaidByHandAndAppendedTo) {
     desk.Press("HtmlAddAllRevButton");
     EXPECT_EQ(desk.Said(), "3 images added to html file, reverse order");
     EXPECT_EQ(desk.Current(), "a.jpg");
-    desk.form->close();
+    desk.Press("QuitButton");
+    EXPECT_FALSE(desk.form->isVisible());
     const std::string page = desk.Text("page.html");
     EXPECT_EQ(WebDesk::Count(page, "</html>"), 1);
     EXPECT_TRUE(page.ends_with("</body>\r\n</html>\r\n"));
@@ -151,7 +152,8 @@ TEST(WebPages, AGalleryIsMadeOfTheThumbnails) {
     EXPECT_EQ(desk.Current(), "b.jpg");
 
     // Taken up again from its own page.
-    desk.form->close();
+    desk.Press("QuitButton");
+    EXPECT_FALSE(desk.form->isVisible());
     desk.s.HtmlThumbSlider = 7;
     desk.dialogs.answers = {desk.Page("index.html"), "OK"};
     desk.c.HtmlThumbButton->trigger();
