@@ -174,10 +174,10 @@ void frmHtmlLayout::MakePictureFrame() {
         format->setToolTip(QString::fromLatin1(tips[i]));
         format->setAccessibleName(QString::fromLatin1(tips[i]));
         format->setCheckable(true);
-        format->setStyleSheet(QStringLiteral(
-            "QToolButton { border: 2px solid transparent; padding: 1px; }"
-            "QToolButton:checked { border-color: palette(highlight); }"
-            "QToolButton:focus { background: palette(midlight); }"));
+        format->setStyleSheet(
+            QStringLiteral("QToolButton { border: 2px solid transparent; padding: 1px; }"
+                           "QToolButton:checked { border-color: palette(highlight); }"
+                           "QToolButton:focus { background: palette(midlight); }"));
         format->setIconSize(kSample);
         format->setIcon(SampleOf(int(i) + 1, devicePixelRatioF(), palette()));
         group->addButton(format, int(i) + 1);
