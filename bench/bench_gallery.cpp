@@ -6,6 +6,7 @@
 
 #include "common/numbers.h"
 #include "platform/Files.h"
+#include "platform/imaging/PictureLoader.h"
 #include "web/DiskFacts.h"
 
 #include <QTemporaryDir>

@@ -58,7 +58,7 @@ void DisplayRoom::DisplayPicture() {
     PlayPictureSound();
     m.notes.CheckForNotes();
     UpdateOneToOneWindow();
-    if (!s.SlideViewing && s.FormLoadDone && !s.OneToOneNav) m.shell.FocusPane();
+    if (!s.SlideViewing && !s.BatchRuns && s.FormLoadDone && !s.OneToOneNav) m.shell.FocusPane();
     if (s.FormLoadDone) TurnByOrientation();
     m.copies.PictureShown();
     if (m_pic) m_pic->Follow();

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QColorDialog>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QFontDialog>
 #include <QInputDialog>
 #include <QLineEdit>
@@ -68,8 +69,13 @@ public:
     }
     std::string SaveFile(const std::string& title, const std::string& path,
                          const std::string& filter) override {
-        return FromQt(QFileDialog::getSaveFileName(QApplication::activeWindow(), ToQt(title),
-                                                   ToQt(path), ToQt(filter)));
+        // The ending is added before the question, so that it asks about the file that is written.
+        QFileDialog dialog(QApplication::activeWindow(), ToQt(title), ToQt(path), ToQt(filter));
+        dialog.setAcceptMode(QFileDialog::AcceptSave);
+        dialog.setDefaultSuffix(QFileInfo(ToQt(path)).suffix());
+        dialog.selectFile(ToQt(path));
+        const bool chosen = dialog.exec() == QDialog::Accepted;
+        return chosen ? FromQt(dialog.selectedFiles().value(0)) : std::string();
     }
     std::string ChooseTarget(const std::string& title, const std::string& folder,
                              const std::string& filter, const std::string& ending) override {

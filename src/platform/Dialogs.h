@@ -45,7 +45,8 @@ public:
                                  const std::string& filter) = 0;
     virtual std::string ChooseFolder(const std::string& title, const std::string& folder) = 0;
 
-    // A file to be written, asked again where one stands; empty when cancelled.
+    // A file to be written, asked again where one stands; empty when cancelled. A name without an
+    // ending gets that of `path`.
     virtual std::string SaveFile(const std::string& title, const std::string& path,
                                  const std::string& filter) = 0;
 

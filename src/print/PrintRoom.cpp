@@ -23,6 +23,7 @@
 
 #include <algorithm>
 #include <ctime>
+#include <utility>
 
 namespace tarn {
 
@@ -133,8 +134,9 @@ void PrintRoom::PrintSheets(const SheetLayout& layout) {
         m.shell.ShowMessage("Printing needs the main window at its start size");
         return;
     }
+    const std::string folder = LastPart(WithoutTrailingSeparator(list.Path()));
     const std::string name =
-        LastPart(WithoutTrailingSeparator(list.Path())) + " " + std::string(layout.name) + ".pdf";
+        (folder.empty() ? "" : folder + " ") + std::string(layout.name) + ".pdf";
     if (!ShowPrinter(clsPrintDialog::kNormal, name)) return;
     PrinterChoice upright = m_choice;
     upright.landscape = false;
@@ -144,8 +146,10 @@ void PrintRoom::PrintSheets(const SheetLayout& layout) {
     s.PrintSavedFilename = filename;
     const std::string counter = s.TextNumOf;
     const std::string fileType = s.FileType;
-    const std::string note = s.NoteText;
+    const std::string unsaved = m.notes.UnsavedText();
+    const std::string unsavedOf = s.FileNameOnly;
     const std::string buffer = s.NotesSave;
+    const bool restores = m.controls.RestoreNotesButton->isEnabled();
     std::string said;
     const bool done = RunSheets(*printer, layout, said);
     s.Filename = filename;
@@ -153,10 +157,13 @@ void PrintRoom::PrintSheets(const SheetLayout& layout) {
     s.PrintSavedFilename.clear();
     if (m.events.ProgramEnds() || s.Closing) return;
     ShowFormerPicture(filename, counter);
-    // Of all the notes that passed through the box, the one that was in hand is worth keeping.
-    s.NotesSave = note.empty() ? buffer : note;
+    // Of all the notes that passed through the box, only one that was being written is kept.
+    const bool passedOver = !unsaved.empty() && s.NoteText != unsaved;
+    s.NotesSave = passedOver ? unsaved : buffer;
+    SetEnabled(m.controls.RestoreNotesButton, passedOver || restores);
+    m_inBuffer = passedOver ? "; Unsaved note of '" + unsavedOf + "' is in the restore buffer" : "";
     if (!done)
-        m.shell.ShowMessage(said);
+        m.shell.ShowMessage(said + std::exchange(m_inBuffer, {}));
     else
         Finish(std::move(printer));
     if (done && !said.empty()) m.shell.ShowError(said);
@@ -176,28 +183,31 @@ bool PrintRoom::RunSheets(Printer& printer, const SheetLayout& layout, std::stri
 void PrintRoom::ShowFormerPicture(const std::string& filename, const std::string& counter) {
     m.state.TextNumOf = counter;
     m.controls.TextNumOf->setText(ToQt(counter));
+    m.controls.DeleteFitsButton->hide(); // of a picture on the way
     if (!filename.empty()) m.display.DisplayPicture();
 }
 
 void PrintRoom::Finish(std::unique_ptr<Printer> printer) {
     if (!m.state.PrintPreview) {
-        m.shell.ShowMessage(Send(*printer, m_choice));
+        Send(*printer, m_choice);
         return;
     }
     if (!m_preview) m_preview = std::make_unique<frmPrintPreview>(m);
-    m_preview->ShowPages(std::move(printer), m_choice, [this, choice = m_choice](Printer& sent) {
-        m.shell.ShowMessage(Send(sent, choice));
-    });
+    m_preview->ShowPages(std::move(printer), m_choice,
+                         [this, choice = m_choice](Printer& sent) { return Send(sent, choice); });
 }
 
-std::string PrintRoom::Send(Printer& printer, const PrinterChoice& choice) {
+bool PrintRoom::Send(Printer& printer, const PrinterChoice& choice) {
     m.shell.SetBusy(true);
     std::string error;
     const bool sent = printer.End(&error);
     m.shell.SetBusy(false);
-    if (!sent) return "Printing failed: " + error;
-    if (choice.toFile) return "'" + LastPart(choice.pdf) + "' file created";
-    return "Printed on '" + choice.printer + "'";
+    m.shell.ShowMessage((!sent           ? "Printing failed: " + error
+                         : choice.toFile ? "'" + LastPart(choice.pdf) + "' file created"
+                                         : "Printed on '" + choice.printer + "'") +
+                        m_inBuffer);
+    m_inBuffer.clear();
+    return sent;
 }
 
 } // namespace tarn

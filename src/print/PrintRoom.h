@@ -12,7 +12,6 @@
 
 namespace tarn {
 
-class SheetJob;
 class frmPrintPreview;
 
 class PrintRoom {
@@ -41,11 +40,12 @@ private:
     bool RunSheets(Printer& printer, const SheetLayout& layout, std::string& said);
     void ShowFormerPicture(const std::string& filename, const std::string& counter);
     void Finish(std::unique_ptr<Printer> printer);
-    std::string Send(Printer& printer, const PrinterChoice& choice);
+    bool Send(Printer& printer, const PrinterChoice& choice); // says how it went
 
     Context& m;
     PrinterChoice m_choice; // of this run; what is kept of it lies on the desk
     std::unique_ptr<frmPrintPreview> m_preview;
+    std::string m_inBuffer; // to be told with the end of a job
 };
 
 } // namespace tarn

@@ -2,6 +2,7 @@
 
 #include "common/paths.h"
 #include "platform/FileListBox.h"
+#include "platform/PictureBox.h"
 #include "platform/QtText.h"
 #include "platform/imaging/PicturesAhead.h"
 #include "print/PaperImage.h"
@@ -80,7 +81,8 @@ SheetCell SheetJob::Cell(int fileNumber) {
     SheetCell cell;
     cell.fileNumber = fileNumber;
     cell.name = s.FileNameOnly;
-    cell.size = CellSize(m_layout, shown.Width(), shown.Height());
+    const QSize pane = m.controls.Picture1->Picture().size();
+    cell.size = CellSize(m_layout, pane.width(), pane.height());
     std::string fault;
     cell.picture =
         ImageForPaper(shown, m_printer.PixelsFor(cell.size.width, cell.size.height), &fault);

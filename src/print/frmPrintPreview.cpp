@@ -120,7 +120,7 @@ void frmPrintPreview::MakeButtons() {
 }
 
 void frmPrintPreview::ShowPages(std::unique_ptr<Printer> printer, const PrinterChoice& choice,
-                                std::function<void(Printer&)> send) {
+                                std::function<bool(Printer&)> send) {
     m_view->Forget();
     m_printer = std::move(printer);
     m_send = std::move(send);
@@ -165,17 +165,13 @@ void frmPrintPreview::FitPage() {
 
 void frmPrintPreview::PrintPages() {
     if (!m_printer) return;
-    const auto printer = std::move(m_printer);
-    m_view->Forget();
-    close();
-    m_send(*printer);
+    if (m_send(*m_printer)) close(); // pages that did not get there can be sent once more
 }
 
 void frmPrintPreview::SavePdf() {
     if (!m_printer) return;
-    std::string path = m.dialogs.SaveFile("Save as PDF", m_pdf, "PDF files (*.pdf)");
+    const std::string path = m.dialogs.SaveFile("Save as PDF", m_pdf, "PDF files (*.pdf)");
     if (path.empty()) return;
-    if (LastPart(path).find('.') == std::string::npos) path += ".pdf";
     std::string error;
     if (!WritePdf(m.files, path, m_printer->PageSize(), m_printer->Pages(), &error)) {
         m.dialogs.Message(Dialogs::Icon::Exclamation, "Print Preview",

@@ -26,7 +26,7 @@ public:
 
     // Shows them in place of what it had; `send` is called when the user prints.
     void ShowPages(std::unique_ptr<Printer> printer, const PrinterChoice& choice,
-                   std::function<void(Printer&)> send);
+                   std::function<bool(Printer&)> send);
 
     int Page() const { return m_page; } // from 0
     double Zoom() const { return m_zoom; }
@@ -55,7 +55,7 @@ private:
     QPushButton* m_next = nullptr;
     QPushButton* m_print = nullptr;
     std::unique_ptr<Printer> m_printer;
-    std::function<void(Printer&)> m_send;
+    std::function<bool(Printer&)> m_send;
     std::string m_pdf; // where a file is proposed
     int m_page = 0;
     double m_zoom = 1; // logical pixels of the screen for a pixel of 96 an inch

@@ -161,7 +161,7 @@ TEST(Print, FilesThatAreNoPicturesAndExtremeOnes) {
     ASSERT_EQ(d.printing.pages.size(), 1U);
     const auto boxes = All<PaperBox>(d.printing.pages[0]);
     ASSERT_EQ(boxes.size(), 4U);
-    EXPECT_EQ(Place(boxes[2]), "7900 550 0 1995");
+    EXPECT_EQ(Place(boxes[2]), "7900 550 7 1995");
     EXPECT_EQ(d.Current(), "a.jpg");
     EXPECT_TRUE(d.s.ImageLoaded);
     EXPECT_EQ(d.s.FileType, ".JPG");
@@ -202,7 +202,7 @@ TEST(Print, ThePreviewShowsThePagesBeforeTheyAreSent) {
     const double whole = preview->Zoom();
     press("PreviewLargerButton");
     EXPECT_GT(preview->Zoom(), whole);
-    d.dialogs.answers = {d.paper.Path() + "/copy"};
+    d.dialogs.answers = {d.paper.Path() + "/copy.pdf"};
     press("PreviewPdfButton");
     EXPECT_TRUE(std::filesystem::exists(d.paper.Path() + "/copy.pdf"));
     EXPECT_FALSE(std::filesystem::exists(d.pdf));

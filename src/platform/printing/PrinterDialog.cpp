@@ -29,15 +29,15 @@ void Prepare(QPrinter& printer, const PrinterChoice& choice) {
     printer.setCopyCount(choice.copies);
 }
 
-PrinterChoice Chosen(const QPrinter& printer) {
-    PrinterChoice choice;
+// What the dialog does not ask stays as it was: a PDF does not forget the printer.
+PrinterChoice Chosen(const QPrinter& printer, PrinterChoice choice) {
     choice.toFile =
         printer.outputFormat() == QPrinter::PdfFormat || !printer.outputFileName().isEmpty();
     if (choice.toFile)
         choice.pdf = FromQt(printer.outputFileName());
     else
         choice.printer = FromQt(printer.printerName());
-    choice.paper = FromQt(printer.pageLayout().pageSize().key());
+    choice.paper = PaperNameOf(printer.pageLayout().pageSize());
     choice.landscape = printer.pageLayout().orientation() == QPageLayout::Landscape;
     choice.copies = printer.copyCount();
     return choice;
@@ -61,7 +61,7 @@ bool ShowPrinterDialog(PrintQuestion& question) {
     dialog.setWindowTitle(QStringLiteral("Print"));
     if (question.setup) TurnIntoSetup(dialog);
     if (dialog.exec() != QDialog::Accepted) return false;
-    question.choice = Chosen(printer);
+    question.choice = Chosen(printer, question.choice);
     question.from = dialog.fromPage();
     question.to = dialog.toPage();
     return true;
