@@ -46,6 +46,10 @@ public:
             return Fail(error, why);
         }
         ::fsync(folder.Number());
+        // What is left in the hidden folder is what stood there before.
+        m_names.clear();
+        for (const Placed& done : placed)
+            if (done.exchanged) m_names.push_back(done.name);
         return true;
     }
 
@@ -60,9 +64,10 @@ private:
 
     // 0, or the system's number of the fault.
     int PlaceOne(const std::string& name, std::vector<Placed>& placed) {
-        const std::string target = BehindLinks(JoinPath(m_folder, name));
+        std::string target = JoinPath(m_folder, name);
         struct stat info {};
         const bool stands = ::stat(target.c_str(), &info) == 0;
+        if (stands) target = BehindLinks(target);
         if (stands && S_ISDIR(info.st_mode)) return EISDIR;
         if (stands && ::access(target.c_str(), W_OK) != 0) return errno;
         if (stands && ::chmod(Hidden(name).c_str(), ModeFor(target)) != 0) return errno;

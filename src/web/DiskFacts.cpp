@@ -26,13 +26,14 @@ long long DiskFacts::FileBytes(const std::string& path) {
     return code ? 0 : static_cast<long long>(bytes);
 }
 
-const PictureInfo& DiskFacts::Read(const std::string& path) {
-    if (path == m_read) return m_info;
+const PictureInfo& DiskFacts::Read(const std::string& path, bool panel) {
+    if (path == m_read && (m_hasPanel || !panel)) return m_info;
+    m_hasPanel = panel;
     m_read = path;
     m_info = {};
     m_info.Filename = path;
     m_info.FileNameOnly = LastPart(path);
-    m_info.FileDate = FormatFileDate(ReadFileFacts(path));
+    if (panel) m_info.FileDate = FormatFileDate(ReadFileFacts(path));
     const QSize size = PictureLoader::ReadSize(path);
     m_info.ImageWidth = size.width();
     m_info.ImageHeight = size.height();
@@ -41,7 +42,7 @@ const PictureInfo& DiskFacts::Read(const std::string& path) {
 }
 
 std::pair<int, int> DiskFacts::UprightSize(const std::string& path) {
-    const PictureInfo& info = Read(path);
+    const PictureInfo& info = Read(path, false);
     const int orientation = info.ExpOrientation;
     const bool sideways =
         orientation >= kFirstSidewaysOrientation && orientation <= kLastSidewaysOrientation;
@@ -50,7 +51,7 @@ std::pair<int, int> DiskFacts::UprightSize(const std::string& path) {
 }
 
 std::vector<std::string> DiskFacts::PanelRows(const std::string& path) {
-    return Read(path).PanelRows;
+    return Read(path, true).PanelRows;
 }
 
 GallerySources SourcesOf(DiskFacts& facts,

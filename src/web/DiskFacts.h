@@ -29,12 +29,13 @@ public:
     static long long FileBytes(const std::string& path); // 0 when it cannot be asked
 
 private:
-    const PictureInfo& Read(const std::string& path);
+    const PictureInfo& Read(const std::string& path, bool panel);
 
     const Files& m_files;
     PictureInfoReader m_reader;
     PictureInfo m_info;
     std::string m_read; // the file that m_info is of
+    bool m_hasPanel = false;
 };
 
 // A gallery's sources: all but the notes from the disk. `facts` must outlive the run.
