@@ -38,8 +38,9 @@ inline int NumberOf(const QImage& frame) {
 // `options` of the encoder and its container; false when ffmpeg could not make it.
 inline bool MakeClip(const std::string& path, int frames, const std::string& options,
                      const std::string& filter = "null") {
-    const std::string command = "ffmpeg -nostdin -loglevel error -y -f rawvideo -pix_fmt rgb24 -s 128x64 -r 25 -i - -vf '" +
-                                filter + "' " + options + " '" + path + "'";
+    const std::string command =
+        "ffmpeg -nostdin -loglevel error -y -f rawvideo -pix_fmt rgb24 -s 128x64 -r 25 -i - -vf '" +
+        filter + "' " + options + " '" + path + "'";
     std::FILE* pipe = ::popen(command.c_str(), "w");
     if (!pipe) return false;
     for (int i = 0; i < frames; ++i) {

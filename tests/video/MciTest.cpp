@@ -104,8 +104,8 @@ TEST(Mci, PlaysToTheEndAndPauses) {
 TEST(Mci, TellsWhatCannotBeOpened) {
     Clip clip;
     EXPECT_EQ(clip.Send("Open \"" + clip.folder.Path() + "/none.avi\" alias VidClip"), "code 275");
-    for (const auto& [name, bytes] : {std::pair<const char*, const char*>{"text.avi", "no clip"},
-                                      {"empty.avi", ""}}) {
+    for (const auto& [name, bytes] :
+         {std::pair<const char*, const char*>{"text.avi", "no clip"}, {"empty.avi", ""}}) {
         clip.folder.Write(name, bytes);
         EXPECT_EQ(clip.Send("Open \"" + clip.folder.Path() + "/" + name + "\" alias VidClip"),
                   "code 1");

@@ -39,9 +39,8 @@ void ReadTimes(AVFormatContext& file, const AVStream& stream, ClipFacts& clip) {
                           (packet->flags & AV_PKT_FLAG_DISCARD) == 0;
         const std::int64_t time = packet->pts != AV_NOPTS_VALUE ? packet->pts : packet->dts;
         if (ours)
-            clip.times.push_back(time != AV_NOPTS_VALUE
-                                     ? double(time) * base
-                                     : double(clip.times.size()) * step);
+            clip.times.push_back(time != AV_NOPTS_VALUE ? double(time) * base
+                                                        : double(clip.times.size()) * step);
         av_packet_unref(packet.get());
     }
     std::sort(clip.times.begin(), clip.times.end());
@@ -84,8 +83,7 @@ ClipFacts ReadClipFacts(const std::string& path) {
 
 int FrameAt(const ClipFacts& clip, double time) {
     constexpr double kSlack = 1e-4; // seconds, of rounded times
-    const auto after =
-        std::upper_bound(clip.times.begin(), clip.times.end(), time + kSlack);
+    const auto after = std::upper_bound(clip.times.begin(), clip.times.end(), time + kSlack);
     return int(after - clip.times.begin()) - 1;
 }
 

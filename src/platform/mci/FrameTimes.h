@@ -19,8 +19,8 @@ ClipFacts ReadClipFacts(const std::string& path);
 // The frame that is shown at a time; -1 before the first.
 int FrameAt(const ClipFacts& clip, double time);
 
-// A time by which an exact seek finds a frame: it shows the first one that is not before it, so this
-// lies half way from the frame before.
+// A time by which an exact seek finds a frame: it shows the first one that is not before it, so
+// this lies half way from the frame before.
 double SeekTimeOf(const ClipFacts& clip, int frame);
 
 } // namespace tarn

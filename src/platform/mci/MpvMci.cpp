@@ -12,8 +12,8 @@
 #include <mpv/render.h>
 
 #include <charconv>
-#include <cmath>
 #include <clocale>
+#include <cmath>
 #include <filesystem>
 #include <map>
 #include <optional>
@@ -22,10 +22,10 @@ namespace tarn {
 
 namespace {
 
-constexpr int kPlayerFault = 1;     // codes of our own, with the player's text
+constexpr int kPlayerFault = 1; // codes of our own, with the player's text
 constexpr int kUnknownCommand = 2;
 constexpr int kNoClip = 3;
-constexpr int kWaitLimit = 10000; // milliseconds that the player may take for one answer
+constexpr int kWaitLimit = 10000;  // milliseconds that the player may take for one answer
 constexpr double kFramesIn = 1000; // seconds of the reply about the rate
 
 bool TakeStart(std::string_view& text, std::string_view start) {
@@ -47,12 +47,12 @@ public:
     Player() : m_player(mpv_create()) {
         if (!m_player) return;
         const std::pair<const char*, const char*> options[] = {
-            {"vo", "libmpv"},       {"config", "no"},          {"load-scripts", "no"},
-            {"terminal", "no"},     {"sub-auto", "no"},        {"audio-file-auto", "no"},
-            {"ytdl", "no"},         {"pause", "yes"},          {"keep-open", "always"},
-            {"hr-seek", "yes"},     {"mute", "yes"},           {"osd-level", "0"},
-            {"hwdec", "no"},        {"cover-art-auto", "no"},  {"resume-playback", "no"},
-            {"autoload-files", "no"}, {"video-rotate", "no"},  {"idle", "yes"}};
+            {"vo", "libmpv"},         {"config", "no"},         {"load-scripts", "no"},
+            {"terminal", "no"},       {"sub-auto", "no"},       {"audio-file-auto", "no"},
+            {"ytdl", "no"},           {"pause", "yes"},         {"keep-open", "always"},
+            {"hr-seek", "yes"},       {"mute", "yes"},          {"osd-level", "0"},
+            {"hwdec", "no"},          {"cover-art-auto", "no"}, {"resume-playback", "no"},
+            {"autoload-files", "no"}, {"video-rotate", "no"},   {"idle", "yes"}};
         for (const auto& [name, value] : options) mpv_set_option_string(m_player, name, value);
         if (mpv_initialize(m_player) < 0) return;
         char kind[] = MPV_RENDER_API_TYPE_SW;
@@ -63,8 +63,8 @@ public:
             m_renderer,
             [](void* self) {
                 auto* player = static_cast<Player*>(self);
-                QMetaObject::invokeMethod(player, [player] { player->Update(); },
-                                          Qt::QueuedConnection);
+                QMetaObject::invokeMethod(
+                    player, [player] { player->Update(); }, Qt::QueuedConnection);
             },
             this);
     }
@@ -215,7 +215,8 @@ private:
         if (ended != 0) {
             m_position = Count();
             Pause(false);
-        } else if (mpv_get_property(m_player->Handle(), "time-pos", MPV_FORMAT_DOUBLE, &time) >= 0) {
+        } else if (mpv_get_property(m_player->Handle(), "time-pos", MPV_FORMAT_DOUBLE, &time) >=
+                   0) {
             m_position = std::max(0, FrameAt(m_clip, time + m_clip.times.front()));
         }
         return m_position;
@@ -237,8 +238,7 @@ private:
 
     Reply ShowFrame(int frame) {
         m_player->Forget();
-        const std::string time =
-            std::to_string(SeekTimeOf(m_clip, frame) - m_clip.times.front());
+        const std::string time = std::to_string(SeekTimeOf(m_clip, frame) - m_clip.times.front());
         const char* seek[] = {"seek", time.c_str(), "absolute+exact", nullptr};
         const int fault = mpv_command(m_player->Handle(), seek);
         if (fault < 0) return Fault(mpv_error_string(fault));
@@ -276,9 +276,8 @@ private:
     Reply Put(std::string_view sides) {
         const std::size_t blank = sides.find(' ');
         const auto width = WholeNumber(sides.substr(0, blank));
-        const auto height = blank == std::string_view::npos
-                                ? std::nullopt
-                                : WholeNumber(sides.substr(blank + 1));
+        const auto height =
+            blank == std::string_view::npos ? std::nullopt : WholeNumber(sides.substr(blank + 1));
         if (!width || !height || *width < 1 || *height < 1) return {kUnknownCommand, {}};
         m_player->size = QSize(*width, *height);
         return {};
