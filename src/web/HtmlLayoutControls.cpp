@@ -348,6 +348,8 @@ void frmHtmlLayout::MakeBottom(QVBoxLayout& all) {
                              "Close html file then view in default web browser");
     all.addLayout(Row({m_ok, m_close, m_closeView}));
     m_error = Named(new QLabel(), "LabelError");
+    m_error->setWordWrap(true);
+    for (QLabel* label : {m_error, m_lastFile, m_lastLink}) label->setTextFormat(Qt::PlainText);
     all.addWidget(m_error);
     connect(m_ok, &QPushButton::clicked, this, [this] { CommandOk_Click(); });
     connect(m_close, &QPushButton::clicked, this, [this] { HtmlCloseButton_Click(); });
