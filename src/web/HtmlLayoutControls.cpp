@@ -337,7 +337,7 @@ void frmHtmlLayout::MakeAddFrame() {
     connect(m_cancel, &QPushButton::clicked, this, [this] { m.state.BatchCancelled = true; });
     connect(m_link, &QPushButton::clicked, this, [this] {
         m_page.SetLinkTarget(m.state.FileNameOnly);
-        m_lastLink->setText(ToCaption(m.state.FileNameOnly));
+        m_lastLink->setText(ToQt(m.state.FileNameOnly));
     });
 }
 
@@ -412,8 +412,8 @@ void frmHtmlLayout::Show(Flow flow) {
     m_close->setVisible(!closed);
     m_closeView->setVisible(!closed);
     m_appendOption->setVisible(closed);
-    m_view->setEnabled(closed);
-    m_edit->setEnabled(closed);
+    m_view->setEnabled(closed && !m_chosen.empty()); // there is a page to show
+    m_edit->setEnabled(closed && !m_chosen.empty());
     m_error->clear();
     setWindowTitle(QString::fromLatin1(closed ? "Closed - " : "Opened - ") +
                    ToQt(LastPart(m_chosen)));

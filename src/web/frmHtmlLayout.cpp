@@ -213,7 +213,7 @@ void frmHtmlLayout::WarnOfName(const std::string& name) {
     m_error->setText(QStringLiteral("Browsers cannot open %1 of the entries, because of their "
                                     "names: %2")
                          .arg(m_brokenLinks)
-                         .arg(ToCaption(name)));
+                         .arg(ToQt(name)));
 }
 
 bool frmHtmlLayout::AddCurrent(bool mayAdvance) {
@@ -225,7 +225,7 @@ bool frmHtmlLayout::AddCurrent(bool mayAdvance) {
         m.shell.ShowMessage(refusal);
         return true;
     }
-    m_lastFile->setText(ToCaption(name));
+    m_lastFile->setText(ToQt(name));
     if (IsLabelPicture(s, name)) return true;
     if (!m_page.Add(s, m_exifInfo->isChecked(), facts)) {
         Failed();
