@@ -77,9 +77,9 @@ public:
         const bool chosen = dialog.exec() == QDialog::Accepted;
         return chosen ? FromQt(dialog.selectedFiles().value(0)) : std::string();
     }
-    std::string ChooseTarget(const std::string& title, const std::string& folder,
+    std::string ChooseTarget(const std::string& title, const std::string& start,
                              const std::string& filter, const std::string& ending) override {
-        QFileDialog dialog(QApplication::activeWindow(), ToQt(title), ToQt(folder), ToQt(filter));
+        QFileDialog dialog(QApplication::activeWindow(), ToQt(title), ToQt(start), ToQt(filter));
         dialog.setAcceptMode(QFileDialog::AcceptSave);
         dialog.setOption(QFileDialog::DontConfirmOverwrite);
         dialog.setDefaultSuffix(ToQt(ending));

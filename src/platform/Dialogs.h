@@ -51,8 +51,8 @@ public:
                                  const std::string& filter) = 0;
 
     // The same without a question of its own about what stands there; a name without an ending gets
-    // `ending`.
-    virtual std::string ChooseTarget(const std::string& title, const std::string& folder,
+    // `ending`. `start` is the folder shown first, or a file of it that is proposed.
+    virtual std::string ChooseTarget(const std::string& title, const std::string& start,
                                      const std::string& filter, const std::string& ending) = 0;
 
     // A colour, red in its lowest byte; none when cancelled.

@@ -337,7 +337,7 @@ void frmHtmlLayout::MakeAddFrame() {
     connect(m_cancel, &QPushButton::clicked, this, [this] { m.state.BatchCancelled = true; });
     connect(m_link, &QPushButton::clicked, this, [this] {
         m_page.SetLinkTarget(m.state.FileNameOnly);
-        m_lastLink->setText(ToCaption(m.state.FileNameOnly));
+        m_lastLink->setText(ToQt(m.state.FileNameOnly));
     });
 }
 
@@ -348,6 +348,8 @@ void frmHtmlLayout::MakeBottom(QVBoxLayout& all) {
                              "Close html file then view in default web browser");
     all.addLayout(Row({m_ok, m_close, m_closeView}));
     m_error = Named(new QLabel(), "LabelError");
+    m_error->setWordWrap(true);
+    for (QLabel* label : {m_error, m_lastFile, m_lastLink}) label->setTextFormat(Qt::PlainText);
     all.addWidget(m_error);
     connect(m_ok, &QPushButton::clicked, this, [this] { CommandOk_Click(); });
     connect(m_close, &QPushButton::clicked, this, [this] { HtmlCloseButton_Click(); });
@@ -410,8 +412,8 @@ void frmHtmlLayout::Show(Flow flow) {
     m_close->setVisible(!closed);
     m_closeView->setVisible(!closed);
     m_appendOption->setVisible(closed);
-    m_view->setEnabled(closed);
-    m_edit->setEnabled(closed);
+    m_view->setEnabled(closed && !m_chosen.empty()); // there is a page to show
+    m_edit->setEnabled(closed && !m_chosen.empty());
     m_error->clear();
     setWindowTitle(QString::fromLatin1(closed ? "Closed - " : "Opened - ") +
                    ToQt(LastPart(m_chosen)));

@@ -341,6 +341,7 @@ QWidget* frmHtmlThumb::MakeRun() {
     m_error = Named(new QLabel(), "LabelError");
     for (QLabel* label : {m_info, m_error}) {
         label->setWordWrap(true);
+        label->setTextFormat(Qt::PlainText);
         label->setMinimumHeight(label->fontMetrics().lineSpacing() * 3);
         label->setAlignment(Qt::AlignTop | Qt::AlignLeft);
         rows->addWidget(label);

@@ -21,6 +21,16 @@ std::string ToPageBytes(std::string_view text) {
     return bytes;
 }
 
+bool BreaksItsLink(std::string_view name) {
+    // A blank at either end is dropped, letters before a colon are taken for a protocol.
+    constexpr std::string_view kCutting = "#?%\"\\";
+    const std::size_t colon = name.find(':');
+    const auto isLetter = [](char c) { return (c | 0x20) >= 'a' && (c | 0x20) <= 'z'; };
+    return !ToCodePage(name) || name.find_first_of(kCutting) != std::string_view::npos ||
+           (colon != std::string_view::npos && isLetter(name.front())) || name.starts_with(' ') ||
+           name.ends_with(' ');
+}
+
 std::vector<std::string> NoteLines(std::string_view note) {
     std::vector<std::string> lines;
     if (note.empty()) return lines;

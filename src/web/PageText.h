@@ -14,6 +14,9 @@ namespace tarn {
 // when that is below 256, else "?". Nothing is escaped.
 std::string ToPageBytes(std::string_view text);
 
+// Whether browsers cannot follow a link to this file, whose UTF-8 name goes into the page as it is.
+bool BreaksItsLink(std::string_view name);
+
 // Lines of a page, one after the other.
 class PageText {
 public:

@@ -4,9 +4,12 @@
 #include "platform/QtText.h"
 
 #include <QDialog>
+#include <QImageReader>
 #include <QTextBrowser>
 #include <QUrl>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace tarn {
 
@@ -14,12 +17,25 @@ namespace {
 
 constexpr QSize kDesign(900, 650); // logical pixels
 
-// Only what lies on the disk, and pages alone as targets.
+constexpr int kLargestSide = 1600; // pixels of a picture in memory: pages have many
+
+// Upright, as browsers show it.
+QImage ReadPicture(const QString& path) {
+    QImageReader reader(path);
+    reader.setAutoTransform(true);
+    const QSize size = reader.size();
+    if (std::max(size.width(), size.height()) > kLargestSide)
+        reader.setScaledSize(size.scaled(kLargestSide, kLargestSide, Qt::KeepAspectRatio));
+    return reader.read();
+}
+
+// Only what lies on the disk.
 class PageBrowser : public QTextBrowser {
 protected:
     QVariant loadResource(int type, const QUrl& name) override {
-        return name.isLocalFile() || name.isRelative() ? QTextBrowser::loadResource(type, name)
-                                                       : QVariant();
+        if (!name.isLocalFile() && !name.isRelative()) return {};
+        if (type != QTextDocument::ImageResource) return QTextBrowser::loadResource(type, name);
+        return ReadPicture(source().resolved(name).toLocalFile());
     }
 };
 

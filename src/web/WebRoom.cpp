@@ -45,8 +45,11 @@ void WebRoom::CreateAppendHtmlFile_Click() {
 }
 
 void WebRoom::HtmlThumbButton_Click() {
-    const std::string path = m.dialogs.ChooseTarget("Create Html file using thumbnails & Images",
-                                                    m.controls.FileListBox->Path(), kPages, "html");
+    const std::string& folder = m.controls.FileListBox->Path();
+    const bool lastHere = !m_lastGallery.empty() && FolderOf(m_lastGallery) == folder;
+    const std::string path =
+        m.dialogs.ChooseTarget("Create Html file using thumbnails & Images",
+                               lastHere ? m_lastGallery : folder, kPages, "html");
     if (path.empty()) return;
     if (m.files.Exists(path)) {
         if (m.state.HtmlOverwriteWarning &&
@@ -57,6 +60,7 @@ void WebRoom::HtmlThumbButton_Click() {
         if (page) ReadSavedValues(*page, static_cast<GallerySettings&>(m.state));
     }
     if (!m_gallery) m_gallery = std::make_unique<frmHtmlThumb>(m);
+    m_lastGallery = path;
     m_gallery->ShowForm(path);
 }
 
@@ -101,7 +105,8 @@ void WebRoom::HtmlDeleteButton_Click() {
     }
     const std::string kept = open ? "\nThe page that is open in the form stays." : "";
     if (names.empty()) {
-        m.shell.ShowMessage("No Html files in '" + folder + "'");
+        m.shell.ShowMessage((open ? "No other Html files in '" : "No Html files in '") + folder +
+                            "'");
         return;
     }
     if (!m.dialogs.Confirm(Dialogs::Icon::Exclamation, "Confirm Html Delete",

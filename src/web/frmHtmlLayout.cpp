@@ -36,7 +36,9 @@ std::string Now() {
 } // namespace
 
 std::string frmHtmlLayout::AskForPage(const char* title) {
-    return m.dialogs.ChooseTarget(title, m.controls.FileListBox->Path(), kPageFilter, "html");
+    const std::string& folder = m.controls.FileListBox->Path();
+    const bool lastHere = !m_chosen.empty() && FolderOf(m_chosen) == folder;
+    return m.dialogs.ChooseTarget(title, lastHere ? m_chosen : folder, kPageFilter, "html");
 }
 
 void frmHtmlLayout::ReadSavedSettings(const std::string& path) {
@@ -64,6 +66,7 @@ void frmHtmlLayout::AppendButton_Click() {
     const std::string path = AskForPage("Append to existing Html file");
     if (path.empty()) return;
     ReadSavedSettings(path);
+    m_chosen = path;
     m_page.Choose(path, m.controls.FileListBox->Path());
     if (!m_page.Append(Now())) {
         Failed();
@@ -81,16 +84,19 @@ void frmHtmlLayout::Open(const std::string& path) {
     ShowLinkRule();
     ShowSizeRule();
     m_lastFile->clear();
+    m_brokenLinks = 0;
     Show(Flow::Opened);
 }
 
-void frmHtmlLayout::KeepOptions() {
-    m_fields.Store(m.state);
+// What no page carries; the other options are taken when a header is written, and only then.
+void frmHtmlLayout::KeepChecks() {
     m.state.HtmlAppendOption = m_appendOption->isChecked() ? 1 : 0;
+    m.state.HtmlAuto = m_advance->isChecked() ? 1 : 0;
+    m.state.HtmlExifInfo = m_exifInfo->isChecked() ? 1 : 0;
 }
 
 void frmHtmlLayout::CommandOk_Click() {
-    KeepOptions();
+    m_fields.Store(m.state);
     if (!m_page.Begin(m.state, Now(), m.files.Read(ProgramFile(kZoomScript), SIZE_MAX))) {
         Failed();
         return;
@@ -191,11 +197,23 @@ bool frmHtmlLayout::AddFacts(std::string& refusal, EntryFacts& facts) {
         facts.previewWidth = fit.width;
         facts.previewHeight = fit.height;
         facts.sizeText = s.SizeText;
+    }
+    // The panel as it stands, unless no room has filled it for this file.
+    if (!s.PanelRows.empty() && EndsWith(s.PanelRows.front(), s.FileNameOnly)) {
         facts.panel.clear();
         for (const std::string& row : s.PanelRows) facts.panel.push_back(ToPageBytes(row));
     }
     FindCompanions(m.files, s, s.Filename, facts);
     return true;
+}
+
+void frmHtmlLayout::WarnOfName(const std::string& name) {
+    if (!BreaksItsLink(name)) return;
+    ++m_brokenLinks;
+    m_error->setText(QStringLiteral("Browsers cannot open %1 of the entries, because of their "
+                                    "names: %2")
+                         .arg(m_brokenLinks)
+                         .arg(ToQt(name)));
 }
 
 bool frmHtmlLayout::AddCurrent(bool mayAdvance) {
@@ -207,12 +225,13 @@ bool frmHtmlLayout::AddCurrent(bool mayAdvance) {
         m.shell.ShowMessage(refusal);
         return true;
     }
-    m_lastFile->setText(ToCaption(name));
+    m_lastFile->setText(ToQt(name));
     if (IsLabelPicture(s, name)) return true;
     if (!m_page.Add(s, m_exifInfo->isChecked(), facts)) {
         Failed();
         return false;
     }
+    WarnOfName(name);
     const std::string done = "Copied Html data for " + name;
     if (!mayAdvance || !m_advance->isChecked()) {
         m.shell.ShowMessage(done);
@@ -247,8 +266,9 @@ void frmHtmlLayout::HtmlAddAll(bool reverse) {
     if (m.events.ProgramEnds()) return;
     m.navigation.ClearMultiselect();
     m.navigation.SelectRow(back);
+    if (!m_page.IsOpen()) return; // its box has told why
     std::string report = std::to_string(m_page.Count()) + " images added to html file" +
-                         (reverse ? ", reverse order" : "");
+                         (reverse ? ", reverse order" : "") + (goesOn ? "" : ", cancelled");
     if (!unsaved.empty() && s.NoteText != unsaved) {
         s.NotesSave = unsaved;
         report += "; the unsaved note is in the restore buffer";
@@ -259,7 +279,7 @@ void frmHtmlLayout::HtmlAddAll(bool reverse) {
 
 void frmHtmlLayout::Form_Unload() {
     HtmlCloseButton_Click();
-    KeepOptions();
+    KeepChecks();
 }
 
 void frmHtmlLayout::closeEvent(QCloseEvent* event) {

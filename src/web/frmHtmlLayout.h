@@ -69,13 +69,15 @@ private:
     void View(const std::string& path);
     void ViewLast();
     void EditLast();
-    void KeepOptions();
+    void WarnOfName(const std::string& name);
+    void KeepChecks();
 
     Context& m;
     PageBuild m_page;
     FormFields<HtmlSettings> m_fields;
     KeptPlace m_place;
-    std::string m_chosen; // the last page's path
+    std::string m_chosen;  // the last page's path
+    int m_brokenLinks = 0; // entries whose name browsers cannot follow
 
     QWidget* m_frame1 = nullptr; // link and size of the image
     QWidget* m_frame2 = nullptr; // what an entry shows

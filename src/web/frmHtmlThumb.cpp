@@ -50,17 +50,15 @@ void frmHtmlThumb::Form_Activate() {
     if (m.state.BatchRuns) return;
     m_thumbs->clear();
     m_linked->clear();
+    m_brokenLinks = 0;
     for (const GalleryItem& item : Plan(false).items) {
         m_thumbs->addItem(ToQt(item.thumbnail));
         m_linked->addItem(ToQt(item.picture));
+        if (!BreaksItsLink(item.picture)) continue;
+        ++m_brokenLinks;
+        m_brokenName = ToQt(item.picture);
     }
-    const auto missing = static_cast<int>(Pictures().size()) - m_thumbs->count();
-    if (missing > 0)
-        m_error->setText(QStringLiteral("%1 pictures have no thumbnail and get no cell: use Create "
-                                        "or Update")
-                             .arg(missing));
-    else
-        m_error->clear();
+    m_missing = static_cast<int>(Pictures().size()) - m_thumbs->count();
     ShowMiniature();
 }
 
@@ -74,13 +72,28 @@ void frmHtmlThumb::ShowMiniature() {
     GallerySettings settings = m.state;
     m_fields.Store(settings);
     m_miniature->ShowGallery(settings, m_thumbs->count());
+    ShowWarnings();
+}
+
+void frmHtmlThumb::ShowWarnings() {
+    QStringList warnings;
     if (m_topLine->isChecked() && m_notesTop->isChecked())
-        m_error->setText(QStringLiteral(
-            "Beginning... option with 'Notes Positon' set to 'Top' is not recommended."));
+        warnings += QStringLiteral(
+            "Beginning... option with 'Notes Positon' set to 'Top' is not recommended.");
+    if (m_missing > 0)
+        warnings +=
+            QStringLiteral("%1 pictures have no thumbnail and get no cell: use Create or Update")
+                .arg(m_missing);
+    if (m_brokenLinks > 0)
+        warnings += QStringLiteral("Browsers cannot open %1 of the pictures, because of their "
+                                   "names: %2")
+                        .arg(m_brokenLinks)
+                        .arg(m_brokenName);
+    m_error->setText(warnings.join(QLatin1Char('\n')));
 }
 
 void frmHtmlThumb::Say(const std::string& text) {
-    m_info->setText(ToCaption(text));
+    m_info->setText(ToQt(text));
 }
 
 std::vector<std::string> frmHtmlThumb::Pictures() const {

@@ -53,6 +53,7 @@ private:
     QRadioButton* Choice(const char* name, const char* caption);
     void Follow(QWidget& part); // the miniature follows its controls
     void ShowMiniature();
+    void ShowWarnings();
     void Form_Activate();
     void Say(const std::string& text);
     GalleryPlan Plan(bool frames) const;
@@ -64,6 +65,9 @@ private:
     FormFields<GallerySettings> m_fields;
     KeptPlace m_place;
     std::string m_path;
+    int m_missing = 0;     // pictures without a thumbnail
+    int m_brokenLinks = 0; // pictures whose names browsers cannot follow
+    QString m_brokenName;  // the last of them
 
     QListWidget* m_thumbs = nullptr; // FileThumb
     QListWidget* m_linked = nullptr; // FileLinked

@@ -1,4 +1,5 @@
 #include "FilesDesk.h"
+#include "web/PageHead.h"
 
 #include <QCheckBox>
 #include <QRadioButton>
@@ -127,6 +128,60 @@ TEST(WebPages, RulesActOnClicksAndRefusalsAreTold) {
     desk.Press("CreateButton_2");
     EXPECT_EQ(desk.dialogs.shown.back().substr(0, 22), "Write html file error|");
     EXPECT_EQ(desk.Text("short.html"), "short");
+    EXPECT_EQ(desk.form->windowTitle(), "Closed - short.html");
+}
+
+TEST(WebPages, OptionsAreTakenByAHeaderAlone) {
+    WebDesk desk;
+    desk.Start();
+    desk.s.HtmlTitle = "Saved";
+    desk.folder.Write("old.html", PageHead(desk.s, "v", "now") + PageClose());
+    desk.s.HtmlTitle = "Desk";
+    desk.OpenPageForm();
+    // Refused after the page's options were read: they stay, and the controls do not undo that.
+    desk.dialogs.answers = {desk.Page("old.html"), "Cancel"};
+    desk.Press("CreateButton_1");
+    EXPECT_EQ(desk.s.HtmlTitle, "Saved");
+    desk.In<QCheckBox>("HtmlAppendOptionCheck")->setChecked(false);
+    desk.Press("QuitButton");
+    EXPECT_EQ(desk.s.HtmlTitle, "Saved");
+    EXPECT_EQ(desk.s.HtmlAppendOption, 0);
+
+    desk.c.CreateAppendHtmlFile->trigger();
+    desk.dialogs.answers = {desk.Page("new.html")};
+    desk.Press("CreateButton_1");
+    EXPECT_EQ(desk.In<QLineEdit>("HtmlTitle")->text(), "Saved");
+    desk.In<QLineEdit>("HtmlTitle")->setText(QStringLiteral("Typed"));
+    desk.Press("QuitButton"); // before the header
+    EXPECT_EQ(desk.Text("new.html"), "none");
+    EXPECT_EQ(desk.s.HtmlTitle, "Saved");
+}
+
+TEST(WebPages, NamesThatBrowsersCannotFollowAreTold) {
+    WebDesk desk({"a#1.jpg", "b.jpg"});
+    desk.Start();
+    desk.GoTo("a#1.jpg");
+    desk.OpenPageForm();
+    desk.dialogs.answers = {desk.Page("page.html")};
+    desk.Press("CreateButton_1");
+    desk.Press("CommandOk");
+    desk.Press("HtmlAddAllButton");
+    const QString said = desk.In<QLabel>("LabelError")->text();
+    EXPECT_TRUE(said.contains("1 of the entries") && said.endsWith("a#1.jpg"))
+        << said.toStdString();
+    EXPECT_NE(desk.Text("page.html").find("SRC=\"a#1.jpg\""), std::string::npos);
+    desk.Press("QuitButton");
+
+    desk.OpenGallery(desk.Page("index.html"));
+    desk.Press("GenThumbButton");
+    auto* warnings = desk.In<QLabel>("LabelError");
+    EXPECT_TRUE(warnings->text().endsWith("a#1.jpg")) << warnings->text().toStdString();
+    desk.In<QRadioButton>("NotesTopOption")->click();
+    desk.In<QCheckBox>("NotesTopCheck")->click();
+    EXPECT_TRUE(warnings->text().startsWith("Beginning..."));
+    desk.In<QCheckBox>("NotesTopCheck")->click();
+    EXPECT_FALSE(warnings->text().contains("Beginning..."));
+    EXPECT_TRUE(warnings->text().endsWith("a#1.jpg"));
 }
 
 TEST(WebPages, AGalleryIsMadeOfTheThumbnails) {

@@ -183,6 +183,14 @@ TEST(PageHeads, EndInATitleTable) {
     EXPECT_TRUE(Has(PageTitleTable(s, ""), {"  <div class=\"buttons\">", "  </div>"}));
 }
 
+TEST(PageLinks, BreakAtSomeNames) {
+    for (const char* name : {"M 31.jpg", "Mönch & Eiger (2).jpg", "12:30.jpg", "a'b.jpg", ""})
+        EXPECT_FALSE(BreaksItsLink(name)) << name;
+    for (const char* name : {"a#1.jpg", "a?.jpg", "50%20.jpg", "5\".jpg", "a\\b.jpg", "ab:c.jpg",
+                             " a.jpg", "a.jpg ", "\xE6\x98\x9F.jpg"})
+        EXPECT_TRUE(BreaksItsLink(name)) << name;
+}
+
 TEST(PageLinks, ComparePathDepthsOnly) {
     EXPECT_EQ(RelativePrefix("/a/b/page.html", "/c/d"), "");
     EXPECT_EQ(RelativePrefix("/a/b/page.html", "/c/d/"), "");
