@@ -10,6 +10,7 @@
 #include "platform/Files.h"
 #include "platform/ProgramFiles.h"
 #include "shell/batch/BatchRun.h"
+#include "shell/batch/KeptNote.h"
 #include "web/DiskFacts.h"
 #include "web/PageHead.h"
 #include "web/PageText.h"
@@ -22,6 +23,7 @@
 #include <QRadioButton>
 
 #include <ctime>
+#include <utility>
 
 namespace tarn {
 
@@ -44,11 +46,11 @@ std::string frmHtmlLayout::AskForPage(const char* title) {
 void frmHtmlLayout::ReadSavedSettings(const std::string& path) {
     if (!m_appendOption->isChecked()) return;
     const auto page = m.files.Read(path, SIZE_MAX);
-    if (page) ReadSavedValues(*page, static_cast<HtmlSettings&>(m.state));
+    if (page && ReadSavedValues(*page, static_cast<HtmlSettings&>(m.state))) m_fields.Load(m.state);
 }
 
 void frmHtmlLayout::CreateButton_Click() {
-    HtmlCloseButton_Click();
+    if (m_page.IsOpen()) HtmlCloseButton_Click();
     const std::string path = AskForPage("Create new or overwrite Html file");
     if (path.empty()) return;
     if (m.files.Exists(path)) {
@@ -62,7 +64,7 @@ void frmHtmlLayout::CreateButton_Click() {
 }
 
 void frmHtmlLayout::AppendButton_Click() {
-    HtmlCloseButton_Click();
+    if (m_page.IsOpen()) HtmlCloseButton_Click();
     const std::string path = AskForPage("Append to existing Html file");
     if (path.empty()) return;
     ReadSavedSettings(path);
@@ -85,6 +87,7 @@ void frmHtmlLayout::Open(const std::string& path) {
     ShowSizeRule();
     m_lastFile->clear();
     m_brokenLinks = 0;
+    m_videoFaultTold = false;
     Show(Flow::Opened);
 }
 
@@ -169,6 +172,7 @@ void frmHtmlLayout::CopyVideoPicture() {
     std::string error;
     const auto bytes = m.files.Read(ProgramFile(kVideoPicture), SIZE_MAX, &error);
     if (bytes && m.files.Write(target, *bytes, &error)) return;
+    if (std::exchange(m_videoFaultTold, true)) return; // once a page
     m.dialogs.Message(Dialogs::Icon::Exclamation, "Copy mp4 image jpg file error",
                       ErrorBoxText("Error creating MP4.jpg", target, error));
 }
@@ -253,7 +257,7 @@ void frmHtmlLayout::HtmlAddAll(bool reverse) {
     const int count = m.controls.FileListBox->Count();
     if (count == 0 || s.BatchRuns || s.SlideViewing) return;
     const int back = s.FileIndex < count ? s.FileIndex : count - 1;
-    const std::string unsaved = m.notes.UnsavedText();
+    KeptNote kept(m);
     bool goesOn = true;
     {
         m.navigation.ClearMultiselect();
@@ -266,13 +270,11 @@ void frmHtmlLayout::HtmlAddAll(bool reverse) {
     if (m.events.ProgramEnds()) return;
     m.navigation.ClearMultiselect();
     m.navigation.SelectRow(back);
+    const std::string inBuffer = kept.Settle();
     if (!m_page.IsOpen()) return; // its box has told why
     std::string report = std::to_string(m_page.Count()) + " images added to html file" +
-                         (reverse ? ", reverse order" : "") + (goesOn ? "" : ", cancelled");
-    if (!unsaved.empty() && s.NoteText != unsaved) {
-        s.NotesSave = unsaved;
-        report += "; the unsaved note is in the restore buffer";
-    }
+                         (reverse ? ", reverse order" : "") + (goesOn ? "" : ", cancelled") +
+                         inBuffer;
     m.shell.ShowMessage(report);
     activateWindow();
 }

@@ -37,7 +37,7 @@ public:
     void CommandHomePage_Click();
 
     const std::string& PagePath() const { return m_page.Path(); }
-    bool IsPageOpen() const { return m_page.IsOpen(); }
+    bool HasPage() const { return m_flow != Flow::Closed; } // chosen, or being written
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -45,6 +45,8 @@ protected:
 
 private:
     enum class Flow { Closed, Opened, Writing };
+    Flow m_flow = Flow::Closed;
+    bool m_videoFaultTold = false;
 
     void MakeTop(QVBoxLayout& all);
     void MakeLinkFrame();

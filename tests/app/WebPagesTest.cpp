@@ -147,7 +147,7 @@ TEST(WebPages, OptionsAreTakenByAHeaderAlone) {
     EXPECT_EQ(desk.s.HtmlTitle, "Saved");
     EXPECT_EQ(desk.s.HtmlAppendOption, 0);
 
-    desk.c.CreateAppendHtmlFile->trigger();
+    desk.OpenPageForm();
     desk.dialogs.answers = {desk.Page("new.html")};
     desk.Press("CreateButton_1");
     EXPECT_EQ(desk.In<QLineEdit>("HtmlTitle")->text(), "Saved");
