@@ -144,7 +144,6 @@ void PrintRoom::PrintSheets(const SheetLayout& layout) {
     auto printer = m.printing.Open(upright);
 
     const std::string filename = s.Filename;
-    s.PrintSavedFilename = filename;
     const std::string counter = s.TextNumOf;
     const std::string fileType = s.FileType;
     KeptNote kept(m);
@@ -152,7 +151,6 @@ void PrintRoom::PrintSheets(const SheetLayout& layout) {
     const bool done = RunSheets(*printer, layout, said);
     s.Filename = filename;
     s.FileType = fileType;
-    s.PrintSavedFilename.clear();
     if (m.events.ProgramEnds() || s.Closing) return;
     ShowFormerPicture(filename, counter);
     m_inBuffer = kept.Settle();

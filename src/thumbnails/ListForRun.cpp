@@ -6,6 +6,8 @@
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 
+#include <algorithm>
+
 namespace tarn {
 
 namespace {
@@ -58,7 +60,9 @@ void ListForRun::SelectFormerRow() {
     m.navigation.ClearMultiselect();
     // No step of the user's: the views stay as they are.
     const QScopedValueRollback<bool> navigating(m.state.FileHistNav, true);
-    if (!m_name.empty()) m.navigation.SelectRow(named >= 0 ? named : m_row);
+    if (!m_name.empty())
+        m.navigation.SelectRow(named >= 0 ? named
+                                          : std::clamp(m_row, 0, std::max(0, list.Count() - 1)));
     m.navigation.Update_Num_Files(0);
 }
 

@@ -61,7 +61,10 @@ std::string ThumbRoom::ThumbnailNameOf(const std::string& picture) {
 }
 
 std::string ThumbRoom::ThumbnailFolderPath() {
-    return ThumbnailFolder(m.controls.FileListBox->Path(), m.state.ThumbSubFolder);
+    const std::string folder =
+        ThumbnailFolder(m.controls.FileListBox->Path(), m.state.ThumbSubFolder);
+    // A folder of notes would be emptied.
+    return m.files.IsSameFile(folder, m.state.NotesFolder) ? std::string() : folder;
 }
 
 void ThumbRoom::ThumbnailsDone() {
@@ -107,6 +110,7 @@ void ThumbRoom::Finish(std::string report, KeptNote& kept, const ThumbnailTold& 
 bool ThumbRoom::MakeReady(const std::string& folder) {
     const ProgramState& s = m.state;
     const auto names = m.files.FileNames(folder);
+    if (!names && m.files.IsFolder(folder)) return false; // what is in it cannot be told
     if (!names || names->empty()) {
         MakeThumbnailFolder(m.files, m.controls.FileListBox->Path(), s.ThumbSubFolder);
         return true;
@@ -115,6 +119,8 @@ bool ThumbRoom::MakeReady(const std::string& folder) {
         !m.dialogs.Confirm(Dialogs::Icon::Information, "Confirm Thumbnail Folder Overwrite",
                            "folder '" + s.ThumbSubFolder + "'\nWill be overwritten!"))
         return false;
+    // Another start of the program may have brought another folder meanwhile.
+    if (ThumbnailFolderPath() != folder) return false;
     ClearThumbnails(m.files, folder); // what stays shows when its thumbnail cannot be saved
     return true;
 }
@@ -172,6 +178,11 @@ void ThumbRoom::ShowPicture(int row, QPushButton* ownCancel) {
 // From the file of the picture shown; list, folder and notes stay as they are.
 void ThumbRoom::GenerateThumbCButton_Click() {
     if (!MayBegin() || m.state.FileNameOnly.empty()) return;
+    if (!m.state.Filename.empty() &&
+        FolderOf(m.state.Filename) != WithoutTrailingSeparator(m.controls.FileListBox->Path())) {
+        m.shell.ShowMessage("The picture shown is not of this folder");
+        return;
+    }
     const std::string folder = ThumbnailFolderPath();
     const auto names = m.files.FileNames(folder);
     if (!names || names->empty())

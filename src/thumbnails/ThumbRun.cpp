@@ -7,6 +7,7 @@
 #include "thumbnails/ThumbNames.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <unordered_set>
 
 namespace tarn {
@@ -110,12 +111,18 @@ ThumbRun::Made ThumbRun::TakeNext() {
     return made;
 }
 
+// A link of that name leads to something that is no thumbnail: it goes, what it leads to stays.
+bool ThumbRun::WriteOwn(const std::string& path, const std::string& bytes, std::string* error) {
+    std::error_code code;
+    if (std::filesystem::is_symlink(path, code) && !m_files.Remove(path, error)) return false;
+    return m_files.Write(path, bytes, error);
+}
+
 bool ThumbRun::Step() {
     Made made = TakeNext();
     const std::string& name = m_jobs[m_next - 1].name;
     const std::string thumbnail = ThumbnailName(m_request.width, name);
-    if (!made.jpeg.empty() &&
-        m_files.Write(JoinPath(m_folder, thumbnail), made.jpeg, &made.error)) {
+    if (!made.jpeg.empty() && WriteOwn(JoinPath(m_folder, thumbnail), made.jpeg, &made.error)) {
         ++m_counts.made;
         m_progress = "Generating thumbnail " + std::to_string(m_counts.made) + " " +
                      ShownSubFolder(m_request.subFolder) + "\\" + thumbnail;
@@ -134,8 +141,8 @@ void ThumbRun::WriteNote(const std::string& name) {
     const auto bytes = ToCodePage(text);
     if (text.empty() || !bytes) return;
     std::string ignored;
-    m_files.Write(JoinPath(m_request.notes, ThumbnailNoteName(m_request.width, name)),
-                  "\"" + *bytes + "\"\r\n", &ignored);
+    WriteOwn(JoinPath(m_request.notes, ThumbnailNoteName(m_request.width, name)),
+             "\"" + *bytes + "\"\r\n", &ignored);
 }
 
 std::string ThumbRun::Report(bool cancelled) const {

@@ -82,6 +82,7 @@ private:
 
     void Work();
     Made TakeNext();
+    bool WriteOwn(const std::string& path, const std::string& bytes, std::string* error);
     void WriteNote(const std::string& name);
 
     const std::vector<ThumbJob> m_jobs;

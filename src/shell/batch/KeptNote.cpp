@@ -7,9 +7,13 @@ namespace tarn {
 KeptNote::KeptNote(Context& context)
     : m(context), m_unsaved(context.notes.UnsavedText()), m_of(context.state.FileNameOnly),
       m_buffer(context.state.NotesSave),
-      m_restores(context.controls.RestoreNotesButton->isEnabled()) {}
+      m_restores(context.controls.RestoreNotesButton->isEnabled()) {
+    m.state.BatchFilename = m.state.Filename;
+    m.state.BatchRow = m.state.HistFileIndex[std::size_t(m.state.HistCur)];
+}
 
 std::string KeptNote::Settle() {
+    m.state.BatchFilename.clear();
     const bool passedOver = !m_unsaved.empty() && m.state.NoteText != m_unsaved;
     m.state.NotesSave = passedOver ? m_unsaved : m_buffer;
     SetEnabled(m.controls.RestoreNotesButton, passedOver || m_restores);

@@ -1,5 +1,6 @@
 // A batch selects one picture after the other, and each note on the way passes through the restore
-// buffer. This keeps what was in hand when the batch began.
+// buffer. This keeps what was in hand when the batch began, and tells the end of the program, if it
+// comes first, which picture was on screen.
 #pragma once
 
 #include "shell/Context.h"

@@ -211,7 +211,10 @@ void Lifecycle::Form_Unload() {
     m.state.Closing = true;
     m.slides.SlideDone(); // what a show changed is not what is saved
     m.thumbnails.ThumbnailsDone();
-    if (!m.state.PrintSavedFilename.empty()) m.state.Filename = m.state.PrintSavedFilename;
+    if (!m.state.BatchFilename.empty()) { // what a batch selects is not what comes back
+        m.state.Filename = m.state.BatchFilename;
+        m.state.HistFileIndex[std::size_t(m.state.HistCur)] = m.state.BatchRow;
+    }
     if (onUnload) onUnload();
     m.video.CloseVideoClip();
     KeepPlaces();

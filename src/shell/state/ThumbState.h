@@ -15,7 +15,9 @@ struct ThumbState {
     bool ThumbCreateNotes = true;
     bool PrintNotesOnThumbnails = true;
     bool PrintOnly1stPage = false;
-    std::string PrintSavedFilename; // while sheets are printed, of the picture that was on screen
+    // While a batch runs: the picture that was on screen, and its row in the folder's history.
+    std::string BatchFilename;
+    int BatchRow = 0;
     bool ListPictures = false; // the file list shows pictures, not names
 };
 
