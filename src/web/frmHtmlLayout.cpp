@@ -22,6 +22,7 @@
 #include <QRadioButton>
 
 #include <ctime>
+#include <utility>
 
 namespace tarn {
 
@@ -169,8 +170,13 @@ void frmHtmlLayout::CopyVideoPicture() {
     std::string error;
     const auto bytes = m.files.Read(ProgramFile(kVideoPicture), SIZE_MAX, &error);
     if (bytes && m.files.Write(target, *bytes, &error)) return;
-    m.dialogs.Message(Dialogs::Icon::Exclamation, "Copy mp4 image jpg file error",
-                      ErrorBoxText("Error creating MP4.jpg", target, error));
+    m_videoPictureFault = ErrorBoxText("Error creating MP4.jpg", target, error);
+}
+
+void frmHtmlLayout::TellOfVideoPicture() {
+    const std::string text = std::exchange(m_videoPictureFault, {});
+    if (!text.empty())
+        m.dialogs.Message(Dialogs::Icon::Exclamation, "Copy mp4 image jpg file error", text);
 }
 
 // Of the current file; false with why it gets no entry.
@@ -227,10 +233,7 @@ bool frmHtmlLayout::AddCurrent(bool mayAdvance) {
     }
     m_lastFile->setText(ToQt(name));
     if (IsLabelPicture(s, name)) return true;
-    if (!m_page.Add(s, m_exifInfo->isChecked(), facts)) {
-        Failed();
-        return false;
-    }
+    if (!m_page.Add(s, m_exifInfo->isChecked(), facts)) return false;
     WarnOfName(name);
     const std::string done = "Copied Html data for " + name;
     if (!mayAdvance || !m_advance->isChecked()) {
@@ -244,8 +247,21 @@ bool frmHtmlLayout::AddCurrent(bool mayAdvance) {
 }
 
 void frmHtmlLayout::HtmlAddButton_Click() {
-    AddCurrent(true);
+    if (!AddCurrent(true)) Failed();
+    TellOfVideoPicture();
     activateWindow();
+}
+
+// False when the run did not come to its end. Boxes wait until then: while it lasts, only its
+// cancel button takes clicks and keys.
+bool frmHtmlLayout::AddRows(int count, bool reverse) {
+    const BatchRun batch(m, m_cancel);
+    bool goesOn = true;
+    for (int i = 0; i < count && goesOn; ++i) {
+        m.navigation.SelectRow(reverse ? count - 1 - i : i);
+        goesOn = AddCurrent(false) && batch.Step(m.state.MessageText);
+    }
+    return goesOn;
 }
 
 void frmHtmlLayout::HtmlAddAll(bool reverse) {
@@ -254,26 +270,24 @@ void frmHtmlLayout::HtmlAddAll(bool reverse) {
     if (count == 0 || s.BatchRuns || s.SlideViewing) return;
     const int back = s.FileIndex < count ? s.FileIndex : count - 1;
     const std::string unsaved = m.notes.UnsavedText();
-    bool goesOn = true;
-    {
-        m.navigation.ClearMultiselect();
-        const BatchRun batch(m, m_cancel);
-        for (int i = 0; i < count && goesOn; ++i) {
-            m.navigation.SelectRow(reverse ? count - 1 - i : i);
-            goesOn = AddCurrent(false) && batch.Step(s.MessageText);
-        }
-    }
+    const std::string unsavedOf = s.FileNameOnly;
+    const std::string buffer = s.NotesSave;
+    const bool restores = m.controls.RestoreNotesButton->isEnabled();
+    m.navigation.ClearMultiselect();
+    const bool done = AddRows(count, reverse);
     if (m.events.ProgramEnds()) return;
     m.navigation.ClearMultiselect();
     m.navigation.SelectRow(back);
-    if (!m_page.IsOpen()) return; // its box has told why
     std::string report = std::to_string(m_page.Count()) + " images added to html file" +
-                         (reverse ? ", reverse order" : "") + (goesOn ? "" : ", cancelled");
-    if (!unsaved.empty() && s.NoteText != unsaved) {
-        s.NotesSave = unsaved;
-        report += "; the unsaved note is in the restore buffer";
-    }
+                         (reverse ? ", reverse order" : "") + (done ? "" : ", stopped");
+    // Of all the notes that passed through the box, only one that was being written is kept.
+    const bool passedOver = !unsaved.empty() && s.NoteText != unsaved;
+    s.NotesSave = passedOver ? unsaved : buffer;
+    SetEnabled(m.controls.RestoreNotesButton, passedOver || restores);
+    if (passedOver) report += "; Unsaved note of '" + unsavedOf + "' is in the restore buffer";
     m.shell.ShowMessage(report);
+    if (!m_page.IsOpen()) Failed();
+    TellOfVideoPicture();
     activateWindow();
 }
 

@@ -62,9 +62,11 @@ private:
     std::string AskForPage(const char* title);
     void ReadSavedSettings(const std::string& path);
     void Open(const std::string& path);
-    bool AddCurrent(bool mayAdvance);
+    bool AddCurrent(bool mayAdvance); // false: the page has a fault
+    bool AddRows(int count, bool reverse);
     bool AddFacts(std::string& refusal, EntryFacts& facts);
     void CopyVideoPicture();
+    void TellOfVideoPicture();
     void Failed();
     void View(const std::string& path);
     void ViewLast();
@@ -76,8 +78,9 @@ private:
     PageBuild m_page;
     FormFields<HtmlSettings> m_fields;
     KeptPlace m_place;
-    std::string m_chosen;  // the last page's path
-    int m_brokenLinks = 0; // entries whose name browsers cannot follow
+    std::string m_chosen;            // the last page's path
+    std::string m_videoPictureFault; // of the last copy, not yet told
+    int m_brokenLinks = 0;           // entries whose name browsers cannot follow
 
     QWidget* m_frame1 = nullptr; // link and size of the image
     QWidget* m_frame2 = nullptr; // what an entry shows

@@ -157,6 +157,51 @@ TEST(WebPages, OptionsAreTakenByAHeaderAlone) {
     EXPECT_EQ(desk.s.HtmlTitle, "Saved");
 }
 
+TEST(WebPages, AddAllKeepsTheNoteInHandAndStopsAtAFault) {
+    WebDesk desk;
+    desk.notes.Write("b.enf", "note of b");
+    desk.Start();
+    desk.GoTo("b.jpg");
+    desk.OpenPageForm();
+    desk.dialogs.answers = {desk.Page("page.html")};
+    desk.Press("CreateButton_1");
+    desk.Press("CommandOk");
+    desk.c.NotesBox->setPlainText(QStringLiteral("in hand"));
+    desk.Press("HtmlAddButton");
+    EXPECT_NE(desk.Text("page.html").find("<b>in hand</b>"), std::string::npos);
+    desk.Press("HtmlAddAllButton");
+    EXPECT_EQ(desk.Said(), "4 images added to html file; Unsaved note of 'b.jpg' is in the restore "
+                           "buffer");
+    EXPECT_EQ(desk.s.NotesSave, "in hand");
+    EXPECT_TRUE(desk.c.RestoreNotesButton->isEnabled());
+    desk.Press("HtmlAddAllButton"); // nothing is unsaved now: the buffer stays
+    EXPECT_EQ(desk.s.NotesSave, "in hand");
+
+    // Cancelled after the second picture.
+    int pumps = 0;
+    desk.events.onPump = [&] { desk.s.BatchCancelled = ++pumps == 2; };
+    desk.Press("HtmlAddAllButton");
+    EXPECT_EQ(desk.Said(), "9 images added to html file, stopped");
+    desk.events.onPump = {};
+    EXPECT_EQ(desk.Current(), "b.jpg");
+
+    // While the run lasts no box could be answered: it comes at the end.
+    int extends = 0;
+    desk.files.onChange = [&](const std::string& verb, const std::string&) {
+        return verb == "extend" && ++extends == 3 ? "No space left on device" : "";
+    };
+    bool inRun = false;
+    desk.dialogs.onMessage = [&] { inRun = desk.s.BatchRuns; };
+    desk.Press("HtmlAddAllButton");
+    EXPECT_EQ(desk.dialogs.shown.back().substr(0, 22), "Write html file error|");
+    EXPECT_FALSE(inRun);
+    EXPECT_EQ(desk.Said(), "11 images added to html file, stopped");
+    EXPECT_EQ(desk.form->windowTitle(), "Closed - page.html");
+    const std::string page = desk.Text("page.html");
+    EXPECT_EQ(WebDesk::Count(page, "<img SRC="), 11);
+    EXPECT_TRUE(page.ends_with("</body>\r\n</html>\r\n"));
+}
+
 TEST(WebPages, NamesThatBrowsersCannotFollowAreTold) {
     WebDesk desk({"a#1.jpg", "b.jpg"});
     desk.Start();
