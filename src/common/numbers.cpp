@@ -165,4 +165,10 @@ std::optional<bool> ParseBoolean(std::string_view text) {
     return *value != 0;
 }
 
+std::string VideoSizeText(long long bytes) {
+    constexpr double kKilo = 1024;
+    if (bytes < 1000000) return FormatFixed(double(bytes) / kKilo, 0) + " KB";
+    return FormatFixed(double(bytes) / kKilo / kKilo, 2) + " MB";
+}
+
 } // namespace tarn

@@ -24,6 +24,9 @@ std::string FormatPadded(long long value, int digits);
 // Thousands in groups ("#,###,###,##0"): 1234567 gives "1,234,567".
 std::string FormatGrouped(long long value);
 
+// Size of a clip's file in bytes: "123 KB" below 1000000, from there on "1.43 MB".
+std::string VideoSizeText(long long bytes);
+
 // Shortest text of a 32-bit float: at most 7 significant digits, no trailing zeros, no exponent
 // below 10 million ("50", "3.5", "0.3333333", "0.00001"); from there on "1E+07".
 std::string ShortestSingle(float value);

@@ -90,11 +90,11 @@ bool NavigationRoom::RecordSelection(int row) {
 
 void NavigationRoom::ShowChosenFile() {
     ProgramState& s = m.state;
+    s.VideoImage = s.WebImage = false;
     if (IsListedType(s.VideoTypes, s.FileType)) {
         ShowVideo();
         return;
     }
-    s.WebImage = false;
     if (IsListedType(s.WebTypes, s.FileType))
         m.video.Load_web();
     else

@@ -11,6 +11,7 @@
 #include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTextBrowser>
 
 namespace tarn {
 
@@ -41,7 +42,7 @@ bool IsStep(int keycode) {
 PaneKeys::PaneKeys(Context& context) : m(context) {
     const MainControls& c = m.controls;
     for (QWidget* pane :
-         std::initializer_list<QWidget*>{c.Picture1, c.Picture2, c.LogText, c.FileListBox})
+         std::initializer_list<QWidget*>{c.Picture1, c.Picture2, c.LogText, c.WebBrowser1, c.FileListBox})
         pane->installEventFilter(this);
     m_releaseTimer.setSingleShot(true);
     m_releaseTimer.setInterval(kRepeatFollows);
@@ -226,7 +227,7 @@ PaneKeys::Map PaneKeys::MapOf(const QObject* pane) const {
     const MainControls& c = m.controls;
     if (pane == c.Picture1) return &PaneKeys::Picture1_KeyUp;
     if (pane == c.Picture2) return &PaneKeys::Picture2_KeyUp;
-    if (pane == c.LogText) return &PaneKeys::LogText_KeyUp;
+    if (pane == c.LogText || pane == c.WebBrowser1) return &PaneKeys::LogText_KeyUp;
     return &PaneKeys::FileListBox_KeyUp;
 }
 
@@ -285,7 +286,7 @@ bool PaneKeys::KeyPress(QObject* pane, const QKeyEvent& event) {
     m_pressed.push_back({pane, keycode});
     // The list moves by itself, and the text pane keeps what belongs to texts.
     return pane != m.controls.FileListBox && keycode != keys::kTab &&
-           (pane != m.controls.LogText || IsStep(keycode));
+           ((pane != m.controls.LogText && pane != m.controls.WebBrowser1) || IsStep(keycode));
 }
 
 // A step key held down goes on in whatever pane the last step has put up.

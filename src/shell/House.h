@@ -16,10 +16,10 @@
 #include "shell/outside/OutsidePrograms.h"
 #include "shell/start/Lifecycle.h"
 #include "shell/window/ShellRoom.h"
-#include "shell/window/SilentRooms.h"
 #include "shell/window/frmMain.h"
 #include "slides/SlideRoom.h"
 #include "thumbnails/ThumbRoom.h"
+#include "video/VideoRoom.h"
 #include "web/WebRoom.h"
 
 #include <QTimer>
@@ -67,7 +67,7 @@ public:
     PrintRoom print;
     ThumbRoom thumbnails;
     WebRoom web;
-    SilentVideo video;
+    VideoRoom video;
     ImportExport importExport;
     OutsidePrograms programs;
     PaneKeys keys;

@@ -4,8 +4,8 @@ tarn_library(tarn_help shell/help
   LINK tarn_places tarn_platform)
 
 tarn_library(tarn_logs shell/logs
-  SOURCES shell/logs/LogFile.cpp shell/logs/frmLogs.cpp
-  LINK tarn_places tarn_context)
+  SOURCES shell/logs/frmLogs.cpp
+  LINK tarn_log_file tarn_places tarn_context)
 
 tarn_library(tarn_outside shell/outside
   SOURCES shell/outside/OutsidePrograms.cpp
@@ -14,7 +14,6 @@ tarn_library(tarn_outside shell/outside
 # Above the rooms: window, start, and the house that joins them.
 tarn_library(tarn_window shell/window MOC
   SOURCES shell/window/MainLayout.cpp shell/window/MenuSwitches.cpp shell/window/ShellRoom.cpp
-          shell/window/SilentRooms.cpp
           shell/window/frmMain.cpp
   LINK tarn_context tarn_help)
 
@@ -24,7 +23,7 @@ tarn_library(tarn_start shell/start
 
 tarn_library(tarn_house shell
   SOURCES shell/House.cpp shell/SecondStart.cpp
-  LINK tarn_start tarn_navigation tarn_notes tarn_display tarn_slides tarn_pictureinfo_panel tarn_fileops tarn_print tarn_thumbnails tarn_web tarn_logs
+  LINK tarn_start tarn_navigation tarn_notes tarn_display tarn_slides tarn_pictureinfo_panel tarn_fileops tarn_print tarn_thumbnails tarn_video tarn_web tarn_logs
   PRIVATE Qt6::Network)
 
 add_executable(tarn-view main.cpp)

@@ -2,6 +2,7 @@
 
 #include "common/dates.h"
 #include "common/fit.h"
+#include "common/numbers.h"
 #include "common/paths.h"
 #include "pictureinfo/PictureFile.h"
 #include "platform/ProgramFiles.h"

@@ -1,6 +1,5 @@
 #include "web/PageEntry.h"
 
-#include "common/numbers.h"
 #include "common/text.h"
 #include "web/PageText.h"
 
@@ -313,12 +312,6 @@ bool IsLabelPicture(const HtmlSettings& settings, std::string_view name) {
 
 std::string VideoNameOf(const HtmlSettings& settings, std::string_view name) {
     return settings.HtmlMp4Video == 0 ? std::string() : std::string(WithoutEnding(name)) + ".mp4";
-}
-
-std::string VideoSizeText(long long bytes) {
-    constexpr double kKilo = 1024;
-    if (bytes < 1000000) return FormatFixed(double(bytes) / kKilo, 0) + " KB";
-    return FormatFixed(double(bytes) / kKilo / kKilo, 2) + " MB";
 }
 
 std::string PageEntry(const HtmlSettings& settings, bool exifInfo, const EntryFacts& facts,

@@ -56,9 +56,6 @@ bool IsLabelPicture(const HtmlSettings& settings, std::string_view name);
 // The name of the mp4 video of the same name; empty when such are not linked.
 std::string VideoNameOf(const HtmlSettings& settings, std::string_view name);
 
-// "123 KB", "1.43 MB".
-std::string VideoSizeText(long long bytes);
-
 // The lines of an entry; moves `run` on. `exifInfo`: camera data in format 1.
 std::string PageEntry(const HtmlSettings& settings, bool exifInfo, const EntryFacts& facts,
                       PageRun& run);

@@ -153,6 +153,7 @@ const std::vector<SettingRow> kRows{
     {"thumbnail_subfolder", SettingType::String, "thumbnails", TARN_FIELD(ThumbSubFolder)},
     {"thumbnail_clear", SettingType::Boolean, "True", TARN_FIELD(ThumbClear)},
     {"thumbnail_create_notes", SettingType::Boolean, "True", TARN_FIELD(ThumbCreateNotes)},
+    {"video_in_window", SettingType::Boolean, "False", TARN_FIELD(VideoInWindow)},
     {"list_pictures", SettingType::Boolean, "False", TARN_FIELD(ListPictures)},
     // menu switches
     {"one_to_one_info", SettingType::Boolean, "False", TARN_FIELD(OneToOneInfo)},

@@ -121,6 +121,7 @@ const std::vector<std::string>& WriteOrder() {
         "thumbnail_clear",
         "thumbnail_create_notes",
         "list_pictures",
+        "video_in_window",
         "slide_clear",
         "slide_alt_arrow_keys",
         "print_only_1st_page",

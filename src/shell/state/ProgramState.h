@@ -13,6 +13,7 @@
 #include "shell/state/ShellState.h"
 #include "shell/state/SlideState.h"
 #include "shell/state/ThumbState.h"
+#include "shell/state/VideoState.h"
 #include "shell/state/WindowState.h"
 
 namespace tarn {
@@ -24,6 +25,7 @@ struct ProgramState : PictureInfo,
                       SlideState,
                       FileOpsState,
                       ThumbState,
+                      VideoState,
                       PrintState,
                       HtmlSettings,
                       GallerySettings,

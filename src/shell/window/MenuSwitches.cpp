@@ -21,6 +21,7 @@ std::vector<Switch> Switches(Context& m) {
     ProgramState& s = m.state;
     return {
         {c.HtmlShowOptions, s.HtmlOverwriteWarning},
+        {c.VideoInWindowButton, s.VideoInWindow},
         {c.CreateNotesThumbButton, s.ThumbCreateNotes},
         {c.AutoClearThumbFolderButton, s.ThumbClear},
         {c.ConvertJpgAddFilename, s.ConvertJpgAddFN},

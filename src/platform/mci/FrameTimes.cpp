@@ -1,0 +1,95 @@
+#include "platform/mci/FrameTimes.h"
+
+extern "C" {
+#include <libavcodec/avcodec.h>
+#include <libavformat/avformat.h>
+}
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <memory>
+
+namespace tarn {
+
+namespace {
+
+constexpr double kUsualRate = 25; // frames a second, where nothing tells
+
+std::string TextOf(int code) {
+    std::array<char, AV_ERROR_MAX_STRING_SIZE> text{};
+    av_strerror(code, text.data(), text.size());
+    return text.data();
+}
+
+struct Closer {
+    void operator()(AVFormatContext* context) const { avformat_close_input(&context); }
+    void operator()(AVPacket* packet) const { av_packet_free(&packet); }
+};
+
+// All packets are looked at, none is decoded: indices of containers are not to be trusted.
+void ReadTimes(AVFormatContext& file, const AVStream& stream, ClipFacts& clip) {
+    const std::unique_ptr<AVPacket, Closer> packet(av_packet_alloc());
+    for (unsigned i = 0; i < file.nb_streams; ++i)
+        if (file.streams[i] != &stream) file.streams[i]->discard = AVDISCARD_ALL;
+    const double base = av_q2d(stream.time_base);
+    const double step = 1 / (clip.rate > 0 ? clip.rate : kUsualRate);
+    while (av_read_frame(&file, packet.get()) >= 0) {
+        const bool ours = packet->stream_index == stream.index && packet->size > 0 &&
+                          (packet->flags & AV_PKT_FLAG_DISCARD) == 0;
+        const std::int64_t time = packet->pts != AV_NOPTS_VALUE ? packet->pts : packet->dts;
+        if (ours)
+            clip.times.push_back(time != AV_NOPTS_VALUE ? double(time) * base
+                                                        : double(clip.times.size()) * step);
+        av_packet_unref(packet.get());
+    }
+    std::sort(clip.times.begin(), clip.times.end());
+}
+
+} // namespace
+
+ClipFacts ReadClipFacts(const std::string& path) {
+    ClipFacts clip;
+    AVFormatContext* opened = nullptr;
+    av_log_set_level(AV_LOG_QUIET);
+    // "file:" keeps colons and percent signs in names from being taken for protocols.
+    int code = avformat_open_input(&opened, ("file:" + path).c_str(), nullptr, nullptr);
+    if (code < 0) {
+        clip.error = TextOf(code);
+        return clip;
+    }
+    const std::unique_ptr<AVFormatContext, Closer> file(opened);
+    code = avformat_find_stream_info(file.get(), nullptr);
+    const int index =
+        code < 0 ? code : av_find_best_stream(file.get(), AVMEDIA_TYPE_VIDEO, -1, -1, nullptr, 0);
+    if (index < 0) {
+        clip.error = TextOf(index);
+        return clip;
+    }
+    const AVStream& stream = *file->streams[index];
+    clip.width = stream.codecpar->width;
+    clip.height = stream.codecpar->height;
+    if (stream.avg_frame_rate.den > 0) clip.rate = av_q2d(stream.avg_frame_rate);
+    ReadTimes(*file, stream, clip);
+    if (clip.times.empty()) {
+        clip.error = "The clip has no frames";
+        return clip;
+    }
+    const double length = clip.times.back() - clip.times.front();
+    if (clip.rate <= 0 || !std::isfinite(clip.rate))
+        clip.rate = length > 0 ? double(clip.times.size() - 1) / length : kUsualRate;
+    return clip;
+}
+
+int FrameAt(const ClipFacts& clip, double time) {
+    constexpr double kSlack = 1e-4; // seconds, of rounded times
+    const auto after = std::upper_bound(clip.times.begin(), clip.times.end(), time + kSlack);
+    return int(after - clip.times.begin()) - 1;
+}
+
+double SeekTimeOf(const ClipFacts& clip, int frame) {
+    const auto at = std::size_t(frame);
+    return frame == 0 ? clip.times[0] : (clip.times[at - 1] + clip.times[at]) / 2;
+}
+
+} // namespace tarn

@@ -1,0 +1,281 @@
+#include "video/VideoRoom.h"
+
+#include "common/numbers.h"
+#include "common/paths.h"
+#include "common/text.h"
+#include "pictureinfo/PictureFile.h"
+#include "platform/Desktop.h"
+#include "platform/FileListBox.h"
+#include "platform/PictureBox.h"
+#include "platform/ProgramFiles.h"
+#include "platform/QtText.h"
+
+#include <QAbstractButton>
+#include <QImage>
+#include <QLabel>
+#include <QLayout>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSlider>
+#include <QTextBrowser>
+#include <QUrl>
+
+namespace tarn {
+
+namespace {
+
+constexpr int kTimerInterval = 500; // milliseconds
+constexpr char kAlias[] = "VidClip";
+constexpr long kPaneHandle = 2; // Picture2, as a number of our own
+
+} // namespace
+
+VideoRoom::VideoRoom(Context& context, std::function<std::unique_ptr<Mci>()> makeMci)
+    : m(context), m_makeMci(std::move(makeMci)), m_text(context.files) {
+    m_timer.setInterval(kTimerInterval);
+    connect(&m_timer, &QTimer::timeout, this, [this] { VideoTimer_Timer(); });
+}
+
+VideoRoom::~VideoRoom() = default;
+
+void VideoRoom::ConnectControls() {
+    const MainControls& c = m.controls;
+    for (const int index : {0, 1, 3, 4, 5, 6})
+        Connect(c.VideoButton[std::size_t(index)], [this, index] { VideoButton_Click(index); });
+    Connect(c.QTplayButton, [this] {
+        const std::string fault = m.desktop.OpenAssociated(m.state.Filename);
+        m.shell.ShowMessage(fault.empty() ? "'" + m.state.FileNameOnly + "' opened in its program"
+                                          : "ERROR - " + fault);
+    });
+    m_slider = new QSlider(Qt::Horizontal);
+    m_slider->setObjectName(QStringLiteral("VideoSlider"));
+    m_slider->setAccessibleName(QStringLiteral("Frame of the clip"));
+    m_slider->setFocusPolicy(Qt::NoFocus);
+    c.VideoFrame->layout()->addWidget(m_slider);
+    connect(m_slider, &QSlider::sliderMoved, this,
+            [this](int frame) { Seek(std::to_string(frame)); });
+    c.Picture2->installEventFilter(this);
+    // What is below the part that was read comes when it is scrolled to.
+    connect(c.LogText->verticalScrollBar(), &QScrollBar::valueChanged, this, [this](int value) {
+        QScrollBar& bar = *m.controls.LogText->verticalScrollBar();
+        if (!m_text.HasMore() || value == 0 || value < bar.maximum()) return;
+        if (!m_text.ReadMore()) return;
+        m.controls.LogText->setPlainText(ToQt(m_text.Text()));
+        bar.setValue(value);
+    });
+    c.WebBrowser1->setOpenLinks(false);
+}
+
+Mci& VideoRoom::Player() {
+    if (!m_mci) {
+        m_mci = m_makeMci();
+        m_mci->onFrame = [this](const QImage& frame) { m.controls.Picture2->SetPicture(frame); };
+    }
+    return *m_mci;
+}
+
+Mci::Reply VideoRoom::Send(const std::string& command) {
+    return Player().Send(command);
+}
+
+bool VideoRoom::SendChecked(const std::string& command, std::string* reply) {
+    const Mci::Reply answer = Send(command);
+    if (reply) *reply = answer.text;
+    if (answer.code == 0) return true;
+    ErrorStep(answer.code);
+    return false;
+}
+
+void VideoRoom::ErrorStep(int code) {
+    const std::string text = Player().ErrorText(code);
+    m.shell.ShowError(!text.empty() ? text
+                                    : "MCI error " + std::to_string(code) +
+                                          ", video Codec may not be installed.");
+    m_lines[8] = m_lines[11] = " ";
+    m_lines[9] = "        Note: Use Windows Media Player to ";
+    m_lines[10] = "              download video codec.";
+    CloseVideoClip();
+    m.controls.VideoFrame->hide();
+    m.state.VideoRunning = false;
+}
+
+void VideoRoom::CloseVideoClip() {
+    if (m_mci) m_mci->Send("close VidClip");
+    m.state.VideoOpen = false;
+    m.state.VideoRunning = false;
+    m_timer.stop();
+    SetPlayCaption(false);
+}
+
+long long VideoRoom::FileBytes() const {
+    return ReadFileFacts(m.state.Filename).size;
+}
+
+void VideoRoom::BeginFile() {
+    ProgramState& s = m.state;
+    s.FileNameOnly = LastPart(s.Filename);
+    m.shell.ShowError("");
+    s.FileIndex = m.controls.FileListBox->CurrentRow();
+    m.shell.ShowStatus(s.Filename);
+    s.PanelRows.clear();
+    m.controls.List1->clear();
+    s.HistoryListed = false;
+    s.ImageLoaded = false;
+    s.ImageWidth = s.ImageHeight = 0;
+    s.SizeText.clear();
+    for (QLabel* label : {m.controls.SizeText, m.controls.MpixelText, m.controls.FileSizeText})
+        label->clear();
+    m.controls.CropLabel->hide();
+    m.controls.QTplayButton->hide();
+    m_lines = {};
+    s.FileType = FileTypeOf(s.Filename);
+}
+
+void VideoRoom::ShowLines(const VideoLines& lines) {
+    for (const std::string& line : lines) {
+        if (line.empty()) continue;
+        m.state.PanelRows.push_back(line);
+        m.controls.List1->addItem(ToQt(line));
+    }
+}
+
+void VideoRoom::ShowVideoFile() {
+    ProgramState& s = m.state;
+    if (!s.FormLoadDone) s.VideoPending = true;
+    if (!s.FormLoadDone || s.SlideViewing) return;
+    BeginFile();
+    if (s.FileType == ".LOG")
+        ShowText();
+    else if (s.FileType == ".MP4" && !s.VideoInWindow)
+        ShowSummary("MP4 video", true);
+    else if (s.FileType == ".SER" || (s.FileType == ".MOV" && !s.VideoInWindow))
+        ShowSummary("Canon DSLR Video", false);
+    else
+        ShowClip();
+    ShowLines(m_lines);
+    s.VideoShown = true;
+    m.notes.CheckForNotes();
+}
+
+void VideoRoom::ShowPicture2(bool transport) {
+    m.shell.ShowPane(Pane::Picture2);
+    m.controls.VideoFrame->setVisible(transport);
+}
+
+void VideoRoom::ShowSummary(const std::string& camera, bool placeholder) {
+    const long long bytes = FileBytes();
+    m_lines = SummaryLines(m.state.Filename, camera, bytes);
+    if (placeholder) m_lines[5] = "           Video format not supported";
+    m.controls.FileSizeText->setText(ToQt(VideoSizeText(bytes)));
+    const QImage picture(placeholder ? ToQt(ProgramFile("MP4.jpg")) : QString());
+    m.controls.Picture2->SetPicture(picture);
+    m.controls.Picture2->SetHint(placeholder ? "" : "Press Play Video");
+    ShowPicture2(false);
+    m.controls.QTplayButton->show();
+    m.controls.QTplayButton->raise();
+    m.shell.FocusPane();
+}
+
+void VideoRoom::ShowClip() {
+    m.controls.Picture2->SetPicture({});
+    m.controls.Picture2->SetHint("");
+    ShowPicture2(true);
+    if (OpenVideoClip(kAlias, m.state.Filename, kPaneHandle)) PlayClip("VidClip to 4");
+    m.shell.FocusPane();
+}
+
+bool VideoRoom::OpenVideoClip(const std::string& alias, const std::string& path, long handle) {
+    ProgramState& s = m.state;
+    CloseVideoClip();
+    m_lines = TextLines(path);
+    const Mci::Reply opened = Send("Open \"" + path + "\" alias " + alias);
+    if (opened.code == Mci::kFileNotFound) {
+        m.shell.ShowError("File not Found - " + s.FileNameOnly);
+        m.controls.VideoFrame->hide();
+        return false;
+    }
+    std::string length;
+    std::string place;
+    std::string rate;
+    if (opened.code != 0) {
+        ErrorStep(opened.code);
+        return false;
+    }
+    if (!SendChecked("status VidClip length", &length)) return false;
+    s.VideoLastFrame = ParseInt32(Trim(GetFirstWord(length))).value_or(1) - 1;
+    if (!SendChecked("Window " + alias + " handle " + std::to_string(handle)) ||
+        !SendChecked("Where " + alias + " destination", &place))
+        return false;
+    TakeSize(place, s);
+    if (!SendChecked("Put " + alias + " destination at 0 0 " + std::to_string(s.VideoWidth) + " " +
+                     std::to_string(s.VideoHeight)) ||
+        !SendChecked("status VidClip record frame rate", &rate))
+        return false;
+    constexpr float kSeconds = 1000; // that the reply counts in
+    s.VideoFrameRate = ParseSingle(Trim(rate)).value_or(0) / kSeconds;
+    const long long bytes = FileBytes();
+    m_lines = ClipLines(path, s, bytes);
+    s.SizeText = std::to_string(s.VideoWidth) + " x " + std::to_string(s.VideoHeight);
+    m.controls.SizeText->setText(ToQt(s.SizeText));
+    m.controls.FileSizeText->setText(ToQt(VideoSizeText(bytes)));
+    const QSize area = m.controls.Picture2->PixelSize();
+    m.controls.CropLabel->setVisible(s.VideoWidth >= area.width() ||
+                                     s.VideoHeight >= area.height());
+    m_slider->setRange(0, s.VideoLastFrame);
+    return true;
+}
+
+void VideoRoom::PlayClip(const std::string& alias) {
+    if (!SendChecked("Play " + alias)) return;
+    m.state.VideoOpen = true;
+    ReadPosition();
+    ShowPosition();
+}
+
+void VideoRoom::ShowText() {
+    m.shell.ShowPane(Pane::LogText);
+    m_lines = TextLines(m.state.Filename);
+    if (m_text.Read(m.state.Filename)) {
+        m.controls.LogText->setPlainText(ToQt(m_text.Text()));
+    } else {
+        m.controls.LogText->clear();
+        m.shell.ShowError(m_text.Error() + " - " + m.state.FileNameOnly);
+    }
+}
+
+void VideoRoom::Load_web() {
+    ProgramState& s = m.state;
+    if (!s.SlideViewing) {
+        const MainControls& c = m.controls;
+        for (QPushButton* button :
+             {c.SlideButton, c.Slides4Button, c.Slides4LButton, c.Slides2Button, c.SlidesC2Button,
+              c.Slides2VButton, c.SlidesC2VButton})
+            SetEnabled(button, false);
+    }
+    BeginFile();
+    s.VideoImage = false;
+    m.display.SetPictureCommands(false);
+    if (s.FileType == "HTML" || s.FileType == ".HTM") {
+        ShowPage();
+    } else {
+        ShowText();
+        m.notes.CheckForNotes();
+    }
+    ShowLines(m_lines);
+}
+
+void VideoRoom::ShowPage() {
+    ProgramState& s = m.state;
+    s.WebImage = true;
+    m_lines = TextLines(s.Filename);
+    m.shell.ShowPane(Pane::WebBrowser1);
+    m.controls.WebBrowser1->setSource(QUrl::fromLocalFile(ToQt(s.Filename)),
+                                      QTextDocument::HtmlResource);
+    m.controls.EditButton2->setText(QStringLiteral("Web"));
+    m.notes.ClearNotesButton_Click(); // what was being written goes into the restore buffer
+    m.notes.SetNotesFilename();
+}
+
+} // namespace tarn

@@ -1,0 +1,69 @@
+// Files that are no pictures: clips in the window, summaries of clips that are played outside,
+// logs, pages and texts.
+#pragma once
+
+#include "platform/mci/Mci.h"
+#include "shell/Context.h"
+#include "shell/logs/LogFile.h"
+#include "video/VideoText.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <memory>
+
+class QSlider;
+
+namespace tarn {
+
+class VideoRoom : public QObject, public VideoCommands {
+public:
+    // The player is made with the first clip.
+    VideoRoom(Context& context, std::function<std::unique_ptr<Mci>()> makeMci);
+    ~VideoRoom() override;
+
+    void ConnectControls();
+
+    void ShowVideoFile() override;
+    void CloseVideoClip() override;
+    void Load_web() override;
+
+    void VideoButton_Click(int index);
+    void VideoTimer_Timer();
+    void SaveFrame();
+    void CopyFrame();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    Mci& Player();
+    Mci::Reply Send(const std::string& command);
+    bool SendChecked(const std::string& command, std::string* reply = nullptr);
+    bool OpenVideoClip(const std::string& alias, const std::string& path, long handle);
+    void PlayClip(const std::string& alias);
+    void ErrorStep(int code);
+    void BeginFile();
+    void ShowLines(const VideoLines& lines);
+    void ShowSummary(const std::string& camera, bool placeholder);
+    void ShowClip();
+    void ShowText();
+    void ShowPage();
+    void ShowPicture2(bool transport);
+    void Seek(const std::string& target);
+    void Play();
+    void ReadPosition();
+    void ShowPosition();
+    void SetPlayCaption(bool plays);
+    long long FileBytes() const;
+
+    Context& m;
+    std::function<std::unique_ptr<Mci>()> m_makeMci;
+    std::unique_ptr<Mci> m_mci;
+    QTimer m_timer; // VideoTimer
+    QSlider* m_slider = nullptr;
+    LogFile m_text;
+    VideoLines m_lines;
+};
+
+} // namespace tarn

@@ -1,0 +1,171 @@
+// The buttons, keys and the slider under a clip, and the timer that follows it.
+#include "common/numbers.h"
+#include "common/paths.h"
+#include "common/text.h"
+#include "platform/Clipboard.h"
+#include "platform/Dialogs.h"
+#include "platform/Files.h"
+#include "platform/PictureBox.h"
+#include "platform/QtText.h"
+#include "video/VideoRoom.h"
+
+#include <QBuffer>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QPushButton>
+#include <QSlider>
+#include <QWheelEvent>
+
+namespace tarn {
+
+namespace {
+
+enum Button { First = 0, StepBack = 1, PlayOrPause = 3, Stop = 4, StepOn = 5, Last = 6 };
+
+} // namespace
+
+void VideoRoom::SetPlayCaption(bool plays) {
+    m.controls.VideoButton[PlayOrPause]->setText(plays ? QStringLiteral("Pause")
+                                                       : QStringLiteral("Play"));
+    m.controls.Picture2->setCursor(plays ? Qt::BusyCursor : Qt::ArrowCursor);
+}
+
+void VideoRoom::ReadPosition() {
+    const auto position = ParseInt32(Trim(Send("status VidClip position").text));
+    if (position) m.state.VideoPosition = *position < 0 ? 1 : *position;
+}
+
+void VideoRoom::ShowPosition() {
+    const ProgramState& s = m.state;
+    const bool ended = s.VideoPosition > s.VideoLastFrame;
+    m.shell.ShowMessage("Video frame " + std::to_string(s.VideoPosition) + (ended ? " end" : ""));
+    if (!m_slider->isSliderDown()) m_slider->setValue(std::min(s.VideoPosition, s.VideoLastFrame));
+    if (ended) SetPlayCaption(false);
+}
+
+void VideoRoom::Seek(const std::string& target) {
+    if (!m.state.VideoOpen || !SendChecked("seek VidClip to " + target)) return;
+    SetPlayCaption(false);
+    m.state.VideoRunning = true;
+    m_timer.start();
+    ReadPosition();
+    ShowPosition();
+}
+
+void VideoRoom::Play() {
+    SetPlayCaption(true);
+    if (m.state.VideoPosition > m.state.VideoLastFrame) {
+        VideoButton_Click(First);
+        SetPlayCaption(true);
+    }
+    PlayClip("VidClip");
+    m.state.VideoRunning = true;
+    m_timer.start();
+}
+
+void VideoRoom::VideoButton_Click(int index) {
+    ProgramState& s = m.state;
+    if (!s.VideoOpen) return;
+    switch (index) {
+    case First:
+        Seek("start");
+        break;
+    case StepBack:
+        Seek(std::to_string(std::max(0, s.VideoPosition - 1)));
+        break;
+    case PlayOrPause:
+        if (m.controls.VideoButton[PlayOrPause]->text() == QLatin1String("Pause")) {
+            SetPlayCaption(false);
+            SendChecked("pause VidClip");
+            ReadPosition();
+        } else {
+            Play();
+        }
+        break;
+    case Stop:
+        SetPlayCaption(false);
+        SendChecked("stop VidClip");
+        ReadPosition();
+        s.VideoRunning = false;
+        break;
+    case StepOn:
+        Seek(std::to_string(s.VideoPosition + 1));
+        break;
+    case Last:
+        Seek("end");
+        break;
+    default:
+        break;
+    }
+}
+
+void VideoRoom::VideoTimer_Timer() {
+    ProgramState& s = m.state;
+    if (!s.VideoRunning) {
+        m_timer.stop();
+        m.shell.ShowMessage("");
+        m.controls.Picture2->setCursor(Qt::ArrowCursor);
+        return;
+    }
+    const Mci::Reply reply = Send("status VidClip position");
+    if (reply.code != 0 || !ParseInt32(Trim(reply.text))) return;
+    ReadPosition();
+    ShowPosition();
+}
+
+void VideoRoom::CopyFrame() {
+    const QImage frame = m.controls.Picture2->Picture();
+    if (frame.isNull()) return;
+    QGuiApplication::clipboard()->setImage(frame);
+    m.shell.ShowMessage("Copied frame " + std::to_string(m.state.VideoPosition));
+}
+
+void VideoRoom::SaveFrame() {
+    const QImage frame = m.controls.Picture2->Picture();
+    const ProgramState& s = m.state;
+    if (frame.isNull()) return;
+    const std::string proposed = s.Filename.substr(0, s.Filename.rfind('.')) + "_" +
+                                 std::to_string(s.VideoPosition) + ".png";
+    const std::string path =
+        m.dialogs.SaveFile("Save frame", proposed, "Pictures (*.png *.jpg *.tif *.bmp)");
+    if (path.empty()) return;
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    const std::string type = path.substr(std::min(path.size(), path.rfind('.') + 1));
+    std::string error = "this kind of picture cannot be written";
+    const bool saved =
+        frame.save(&buffer, type.c_str()) && m.files.Write(path, bytes.toStdString(), &error);
+    m.shell.ShowMessage(saved ? "'" + LastPart(path) + "' file created"
+                              : "'" + LastPart(path) + "' was not written: " + error);
+}
+
+bool VideoRoom::eventFilter(QObject*, QEvent* event) {
+    const ProgramState& s = m.state;
+    if (!s.VideoOpen || s.BatchRuns) return false;
+    if (event->type() == QEvent::Wheel) {
+        const int turned = static_cast<QWheelEvent*>(event)->angleDelta().y();
+        if (turned != 0) VideoButton_Click(turned > 0 ? StepBack : StepOn);
+        return true;
+    }
+    if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        const bool steps = (key->modifiers() & Qt::ControlModifier) != 0 &&
+                           (key->key() == Qt::Key_Left || key->key() == Qt::Key_Right);
+        if (steps && event->type() == QEvent::KeyPress)
+            VideoButton_Click(key->key() == Qt::Key_Left ? StepBack : StepOn);
+        return steps;
+    }
+    if (event->type() == QEvent::ContextMenu) {
+        QMenu menu;
+        menu.addAction(QStringLiteral("Copy Frame"), this, [this] { CopyFrame(); });
+        menu.addAction(QStringLiteral("Save Frame..."), this, [this] { SaveFrame(); });
+        menu.exec(static_cast<QContextMenuEvent*>(event)->globalPos());
+        return true;
+    }
+    return false;
+}
+
+} // namespace tarn

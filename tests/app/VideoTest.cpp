@@ -1,0 +1,152 @@
+// Files that are no pictures, in the whole window.
+#include "FilesDesk.h"
+#include "video/ClipFiles.h"
+
+#include <QScrollBar>
+#include <QTextBrowser>
+
+namespace tarn::testing {
+namespace {
+
+constexpr int kFrames = 30;
+
+struct VideoDesk : FilesDesk {
+    std::string clip = folder.Path() + "/v.avi";
+
+    VideoDesk() {
+        EXPECT_TRUE(MakeClip(clip, kFrames, "-c:v mjpeg -q:v 2 -pix_fmt yuvj422p"));
+        folder.Write("bad.avi", "no clip");
+        folder.Write("l.log", "first\r\nsecond");
+        folder.Write("m.mp4", std::string(1500000, 'm'));
+        folder.Write("p.html", "<html><body>A page</body></html>");
+        folder.Write("s.css", "body {}");
+        settings->Write("videotype_filter", "*.avi;*.ser;*.log;*.mp4;*.mov");
+        settings->Write("weblist_check", "1");
+        Start();
+    }
+    void Press(int index) { c.VideoButton[std::size_t(index)]->click(); }
+    // The frame in the pane and what is said of it.
+    std::string Frame() const {
+        return std::to_string(NumberOf(c.Picture2->Picture())) + "|" + Said();
+    }
+    std::string Panel() const {
+        std::string rows;
+        for (int i = 0; i < c.List1->count(); ++i)
+            rows += c.List1->item(i)->text().toStdString() + "\n";
+        return rows;
+    }
+};
+
+} // namespace
+
+TEST(Video, EveryButtonShowsTheFrameThatIsTold) {
+    VideoDesk d;
+    d.GoTo("v.avi");
+    EXPECT_TRUE(d.c.VideoFrame->isVisible());
+    EXPECT_EQ(d.Frame(), "4|Video frame 4");
+    EXPECT_NE(d.Panel().find("  Dimensions: 128 x 64\n  Frame rate: 25.0 fps\n      Frames: 30\n"),
+              std::string::npos);
+    EXPECT_NE(d.Panel().find("Playing time: 1.2 seconds\n     Picture: Video\n"),
+              std::string::npos);
+    d.Press(5);
+    d.Press(5); // two quick steps are two frames
+    EXPECT_EQ(d.Frame(), "6|Video frame 6");
+    d.Press(1);
+    EXPECT_EQ(d.Frame(), "5|Video frame 5");
+    d.Press(6);
+    EXPECT_EQ(d.Frame(), "29|Video frame 30 end");
+    d.Press(1);
+    EXPECT_EQ(d.Frame(), "29|Video frame 29");
+    d.Press(0);
+    EXPECT_EQ(d.Frame(), "0|Video frame 0");
+    d.Press(1);
+    EXPECT_EQ(d.Frame(), "0|Video frame 0");
+    QKeyEvent right(QEvent::KeyPress, Qt::Key_Right, Qt::ControlModifier);
+    QApplication::sendEvent(d.c.Picture2, &right);
+    EXPECT_EQ(d.Frame(), "1|Video frame 1");
+
+    // From the end it plays from the start; pausing shows what it tells.
+    d.Press(6);
+    d.Press(3);
+    EXPECT_EQ(d.c.VideoButton[3]->text(), "Pause");
+    QTest::qWait(300);
+    d.Press(3);
+    EXPECT_EQ(d.c.VideoButton[3]->text(), "Play");
+    EXPECT_LT(d.s.VideoPosition, kFrames);
+    EXPECT_EQ(NumberOf(d.c.Picture2->Picture()), d.s.VideoPosition);
+    d.Press(4);
+    EXPECT_FALSE(d.s.VideoRunning);
+
+    d.GoTo("a.jpg");
+    EXPECT_FALSE(d.s.VideoOpen);
+    EXPECT_FALSE(d.c.VideoFrame->isVisible());
+    EXPECT_EQ(d.Current(), "a.jpg");
+}
+
+TEST(Video, WhatIsNoClipIsSaid) {
+    VideoDesk d;
+    d.GoTo("bad.avi");
+    EXPECT_NE(d.Error(), "");
+    EXPECT_FALSE(d.c.VideoFrame->isVisible());
+    EXPECT_NE(d.Panel().find("        Note: Use Windows Media Player to \n"
+                             "              download video codec.\n \n"),
+              std::string::npos);
+    d.GoTo("v.avi");
+    EXPECT_EQ(d.Error(), "");
+    // Deleted while it is open: into the wastebasket, and the next file shows.
+    d.c.DeleteButton->trigger();
+    EXPECT_FALSE(std::filesystem::exists(d.clip));
+    EXPECT_FALSE(d.s.VideoOpen);
+}
+
+TEST(Video, TextsPagesAndSummariesHaveTheirPanes) {
+    VideoDesk d;
+    d.GoTo("a.jpg");
+    d.c.NotesBox->setPlainText(QStringLiteral("unsaved"));
+    d.GoTo("p.html");
+    EXPECT_TRUE(d.s.WebImage);
+    EXPECT_EQ(d.s.CurrentPane, Pane::WebBrowser1);
+    EXPECT_EQ(d.c.WebBrowser1->toPlainText(), "A page");
+    EXPECT_EQ(d.c.NotesBox->toPlainText(), "");
+    EXPECT_EQ(d.s.NotesSave, "unsaved");
+    EXPECT_EQ(d.c.EditButton2->text(), "Web");
+    EXPECT_FALSE(d.c.SlideButton->isEnabled());
+    d.GoTo("l.log");
+    EXPECT_EQ(d.s.CurrentPane, Pane::LogText);
+    EXPECT_EQ(d.c.LogText->toPlainText(), "first\nsecond");
+    EXPECT_TRUE(d.s.VideoImage);
+    EXPECT_FALSE(d.s.WebImage);
+    EXPECT_TRUE(d.Panel().starts_with("File name: l.log\n     Date: "));
+    d.GoTo("s.css");
+    EXPECT_EQ(d.c.LogText->toPlainText(), "body {}");
+    EXPECT_FALSE(d.s.VideoImage);
+    d.GoTo("m.mp4");
+    EXPECT_EQ(d.s.CurrentPane, Pane::Picture2);
+    EXPECT_FALSE(d.c.Picture2->Picture().isNull());
+    EXPECT_TRUE(d.c.QTplayButton->isVisible());
+    EXPECT_NE(d.Panel().find("   Camera: MP4 video\n"
+                             "     Size: 1,500,000   1,465 KB   1 MB\n"
+                             "           Video format not supported\n"),
+              std::string::npos);
+    EXPECT_EQ(d.c.FileSizeText->text(), "1.43 MB");
+    d.GoTo("a.jpg");
+    EXPECT_FALSE(d.c.QTplayButton->isVisible());
+    EXPECT_EQ(d.s.CurrentPane, Pane::Picture1);
+    EXPECT_TRUE(d.c.SlideButton->isEnabled());
+    EXPECT_EQ(d.Current(), "a.jpg");
+}
+
+TEST(Video, ALongTextComesInParts) {
+    VideoDesk d;
+    std::string text;
+    for (int i = 0; text.size() < 3000000; ++i) text += "line " + std::to_string(i) + "\n";
+    d.folder.Write("l.log", text);
+    d.GoTo("l.log");
+    const auto shown = d.c.LogText->toPlainText().size();
+    EXPECT_LT(shown, 1100000);
+    QScrollBar& bar = *d.c.LogText->verticalScrollBar();
+    bar.setValue(bar.maximum());
+    EXPECT_GT(d.c.LogText->toPlainText().size(), shown);
+}
+
+} // namespace tarn::testing

@@ -1,0 +1,54 @@
+// Clips whose frames carry their number: eight black or white fields side by side, the lowest bit
+// first, made with ffmpeg.
+#pragma once
+
+#include <QImage>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <utility>
+
+namespace tarn::testing {
+
+inline constexpr int kBits = 8;
+inline constexpr int kField = 16; // pixels
+
+inline QImage NumberedFrame(int number) {
+    QImage frame(kBits * kField, 64, QImage::Format_RGB888);
+    frame.fill(Qt::black);
+    for (int bit = 0; bit < kBits; ++bit)
+        for (int x = 0; x < kField && (number >> bit & 1) != 0; ++x)
+            for (int y = 0; y < frame.height(); ++y)
+                frame.setPixelColor(bit * kField + x, y, Qt::white);
+    return frame;
+}
+
+// What a shown frame says; -1 for no picture.
+inline int NumberOf(const QImage& frame) {
+    if (frame.isNull()) return -1;
+    int number = 0;
+    for (int bit = 0; bit < kBits; ++bit) {
+        const int x = (bit * kField + kField / 2) * frame.width() / (kBits * kField);
+        if (qGray(frame.pixel(x, frame.height() / 2)) > 127) number |= 1 << bit;
+    }
+    return number;
+}
+
+// `options` of the encoder and its container; false when ffmpeg could not make it.
+inline bool MakeClip(const std::string& path, int frames, const std::string& options,
+                     const std::string& filter = "null") {
+    const std::string command =
+        "ffmpeg -nostdin -loglevel error -y -f rawvideo -pix_fmt rgb24 -s 128x64 -r 25 -i - -vf '" +
+        filter + "' " + options + " '" + path + "'";
+    std::FILE* pipe = ::popen(command.c_str(), "w");
+    if (!pipe) return false;
+    for (int i = 0; i < frames; ++i) {
+        const QImage frame = NumberedFrame(i);
+        for (int y = 0; y < frame.height(); ++y)
+            std::fwrite(frame.constScanLine(y), 1, std::size_t(frame.width()) * 3, pipe);
+    }
+    return ::pclose(pipe) == 0;
+}
+
+} // namespace tarn::testing

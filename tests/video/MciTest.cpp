@@ -1,0 +1,119 @@
+#include "ClipFiles.h"
+#include "support/TestFolder.h"
+
+#include "platform/EventPump.h"
+#include "platform/mci/Mci.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+
+#include <gtest/gtest.h>
+
+namespace tarn::testing {
+namespace {
+
+struct Clip {
+    TestFolder folder;
+    std::unique_ptr<EventPump> events = MakeEventPump();
+    std::unique_ptr<Mci> mci = MakeMci(*events);
+    QImage shown;
+
+    Clip() {
+        mci->onFrame = [this](const QImage& frame) { shown = frame; };
+    }
+    std::string Send(const std::string& command) {
+        const Mci::Reply reply = mci->Send(command);
+        return reply.code == 0 ? reply.text : "code " + std::to_string(reply.code);
+    }
+    // The frame on show, and the position that is told.
+    std::string Shown() {
+        return std::to_string(NumberOf(shown)) + " " + Send("status VidClip position");
+    }
+};
+
+struct Kind {
+    const char* name;
+    const char* options;
+    const char* filter;
+};
+
+class MciClips : public ::testing::TestWithParam<Kind> {};
+
+} // namespace
+
+TEST_P(MciClips, ShowTheFrameThatTheyTell) {
+    constexpr int kFrames = 60;
+    Clip clip;
+    const Kind& kind = GetParam();
+    const std::string path = clip.folder.Path() + "/a \"b\"%" + kind.name;
+    ASSERT_TRUE(MakeClip(path, kFrames, kind.options, kind.filter));
+    ASSERT_EQ(clip.Send("Open \"" + path + "\" alias VidClip"), "") << clip.mci->ErrorText(1);
+    EXPECT_EQ(clip.Send("status VidClip length"), "60");
+    EXPECT_EQ(clip.Send("Window VidClip handle 7"), "");
+    EXPECT_EQ(clip.Send("Where VidClip destination"), "0 0 128 64");
+    EXPECT_EQ(clip.Send("Put VidClip destination at 0 0 128 64"), "");
+    clip.Send("Play VidClip to 4");
+    EXPECT_EQ(clip.Shown(), "4 4");
+    for (const int frame : {5, 6, 7, 6, 30, 29, 28, 59, 58, 1, 0, 12}) {
+        EXPECT_EQ(clip.Send("seek VidClip to " + std::to_string(frame)), "");
+        EXPECT_EQ(clip.Shown(), std::to_string(frame) + " " + std::to_string(frame));
+    }
+    clip.Send("seek VidClip to start");
+    EXPECT_EQ(clip.Shown(), "0 0");
+    clip.Send("seek VidClip to end");
+    EXPECT_EQ(clip.Shown(), "59 60");
+    EXPECT_EQ(clip.Send("close VidClip"), "");
+    EXPECT_EQ(clip.Send("status VidClip position"), "code 3");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, MciClips,
+    ::testing::Values(Kind{"h264.mp4", "-c:v libx264 -g 250 -bf 3 -pix_fmt yuv420p", "null"},
+                      Kind{"mpeg4.avi", "-c:v mpeg4 -q:v 2 -g 50", "null"},
+                      Kind{"mjpeg.avi", "-c:v mjpeg -q:v 2 -pix_fmt yuvj422p", "null"},
+                      Kind{"variable.mkv", "-c:v libx264 -g 250 -pix_fmt yuv420p -fps_mode vfr",
+                           "setpts=(N+floor(N*N/20))/25/TB"}),
+    [](const auto& info) {
+        std::string name = info.param.name;
+        return name.substr(0, name.find('.'));
+    });
+
+TEST(Mci, PlaysToTheEndAndPauses) {
+    Clip clip;
+    const std::string path = clip.folder.Path() + "/a.avi";
+    ASSERT_TRUE(MakeClip(path, 30, "-c:v mjpeg -q:v 2 -pix_fmt yuvj422p"));
+    ASSERT_EQ(clip.Send("Open \"" + path + "\" alias VidClip"), "");
+    EXPECT_EQ(clip.Send("status VidClip record frame rate"), "25000");
+    clip.Send("Play VidClip");
+    QElapsedTimer time;
+    time.start();
+    while (clip.Send("status VidClip position") < "05" && time.elapsed() < 5000)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
+    while (std::stoi(clip.Send("status VidClip position")) < 5 && time.elapsed() < 5000)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    clip.Send("pause VidClip");
+    const std::string paused = clip.Send("status VidClip position");
+    EXPECT_GE(std::stoi(paused), 5);
+    EXPECT_EQ(clip.Shown(), paused + " " + paused);
+    clip.Send("Play VidClip");
+    while (clip.Send("status VidClip position") != "30" && time.elapsed() < 8000)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    EXPECT_EQ(clip.Shown(), "29 30");
+}
+
+TEST(Mci, TellsWhatCannotBeOpened) {
+    Clip clip;
+    EXPECT_EQ(clip.Send("Open \"" + clip.folder.Path() + "/none.avi\" alias VidClip"), "code 275");
+    for (const auto& [name, bytes] :
+         {std::pair<const char*, const char*>{"text.avi", "no clip"}, {"empty.avi", ""}}) {
+        clip.folder.Write(name, bytes);
+        EXPECT_EQ(clip.Send("Open \"" + clip.folder.Path() + "/" + name + "\" alias VidClip"),
+                  "code 1");
+        EXPECT_NE(clip.mci->ErrorText(1), "");
+        EXPECT_EQ(clip.Send("Play VidClip to 4"), "code 3");
+    }
+    EXPECT_EQ(clip.Send("nonsense"), "code 3");
+    EXPECT_EQ(clip.mci->ErrorText(99), "");
+}
+
+} // namespace tarn::testing
