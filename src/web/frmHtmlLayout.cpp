@@ -13,7 +13,6 @@
 #include "web/DiskFacts.h"
 #include "web/PageHead.h"
 #include "web/PageText.h"
-#include "web/PageView.h"
 #include "web/SavedValues.h"
 #include "web/SystemError.h"
 
@@ -134,11 +133,19 @@ void frmHtmlLayout::HtmlCloseViewButton_Click() {
 
 void frmHtmlLayout::View(const std::string& path) {
     if (m_inForm->isChecked()) {
-        ShowPageWindow(*this, path);
+        ShowInPane(path);
         return;
     }
     const std::string fault = m.desktop.OpenAssociated(path);
     if (!fault.empty()) m.shell.ShowMessage("ERROR - " + fault);
+}
+
+// In the main window's own pane, in the place of the selected file; the next selection ends it.
+void frmHtmlLayout::ShowInPane(const std::string& path) {
+    ProgramState& s = m.state;
+    m.video.CloseVideoClip();
+    s.HtmlFile = s.Filename = path;
+    m.video.Load_web();
 }
 
 void frmHtmlLayout::ViewLast() {

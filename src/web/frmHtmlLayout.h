@@ -69,6 +69,7 @@ private:
     void TellOfVideoPicture();
     void Failed();
     void View(const std::string& path);
+    void ShowInPane(const std::string& path);
     void ViewLast();
     void EditLast();
     void WarnOfName(const std::string& name);

@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QRadioButton>
 #include <QSlider>
+#include <QTextBrowser>
 
 namespace tarn::testing {
 namespace {
@@ -200,6 +201,43 @@ TEST(WebPages, AddAllKeepsTheNoteInHandAndStopsAtAFault) {
     const std::string page = desk.Text("page.html");
     EXPECT_EQ(WebDesk::Count(page, "<img SRC="), 11);
     EXPECT_TRUE(page.ends_with("</body>\r\n</html>\r\n"));
+}
+
+TEST(WebPages, VideosAndTextsHaveEntriesOfTheirOwn) {
+    WebDesk desk;
+    desk.settings->Write("videotype_filter", "*.mp4;*.log");
+    desk.folder.Write("b.mp4", std::string(2000000, 'v'));
+    desk.folder.Write("d.log", "a capture");
+    desk.folder.Write("e.txt", "one\r\ntwo");
+    desk.Start();
+    desk.GoTo("a.jpg");
+    desk.OpenPageForm();
+    desk.dialogs.answers = {desk.Page("page.html")};
+    desk.Press("CreateButton_1");
+    desk.In<QCheckBox>("CheckZoomPan")->click();
+    desk.Press("CommandOk");
+    desk.Press("HtmlAddAllButton");
+    EXPECT_EQ(desk.Said(), "5 images added to html file"); // the log has none
+    const std::string page = desk.Text("page.html");
+    const std::string video = page.substr(page.find("href=\"b.mp4\""));
+    for (const char* part : {"SRC=\"MP4.jpg\"", "Click to play video\r\n", "File name: b.mp4\r\n"})
+        EXPECT_NE(video.substr(0, video.find("</table>")).find(part), std::string::npos)
+            << part << video.substr(0, video.find("</table>"));
+    EXPECT_EQ(desk.Text("MP4.jpg").substr(0, 2), "\xFF\xD8");
+    const std::string text = page.substr(page.find("one<br>\r\ntwo<br>\r\n"));
+    EXPECT_NE(text.find("File name: e.txt\r\n"), std::string::npos) << text;
+    EXPECT_EQ(page.find("d.log"), std::string::npos);
+
+    desk.In<QCheckBox>("CheckInForm")->click();
+    desk.Press("HtmlCloseViewButton");
+    EXPECT_EQ(desk.s.CurrentPane, Pane::WebBrowser1);
+    EXPECT_EQ(desk.s.Filename, desk.Page("page.html"));
+    EXPECT_TRUE(desk.c.WebBrowser1->toPlainText().contains("Created:"));
+    desk.GoTo("c.jpg");
+    EXPECT_EQ(desk.s.CurrentPane, Pane::Picture1);
+    desk.In<QCheckBox>("CheckInForm")->click();
+    desk.Press("ViewHtmlFile");
+    EXPECT_EQ(desk.calls.back(), "open " + desk.Page("page.html"));
 }
 
 TEST(WebPages, NamesThatBrowsersCannotFollowAreTold) {
