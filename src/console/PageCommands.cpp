@@ -127,6 +127,7 @@ int RunPage(std::span<const std::string> words, std::string_view version, const 
             },
             fault))
         return ComplainOfUsage(fault, kPageUsage);
+    request.set = arguments->Values("--set");
     request.append = arguments->Has("--append");
     request.reverse = arguments->Has("--reverse");
     const int status = TakePaths(*arguments, kPageUsage, request);

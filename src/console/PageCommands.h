@@ -25,6 +25,7 @@ struct PageRequest {
     std::string now;                // empty: now
     std::string version;
     HtmlSettings page;
+    std::vector<std::string> set; // what was set of it, "KEY=VALUE": before what an old page says
     bool append = false;
     bool reverse = false;
     int previewWidth = 800;

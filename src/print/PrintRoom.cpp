@@ -13,6 +13,7 @@
 #include "print/SheetJob.h"
 #include "print/frmPrintPreview.h"
 #include "shell/batch/BatchRun.h"
+#include "shell/batch/KeptNote.h"
 
 #include <QAction>
 #include <QFontInfo>
@@ -146,10 +147,7 @@ void PrintRoom::PrintSheets(const SheetLayout& layout) {
     s.PrintSavedFilename = filename;
     const std::string counter = s.TextNumOf;
     const std::string fileType = s.FileType;
-    const std::string unsaved = m.notes.UnsavedText();
-    const std::string unsavedOf = s.FileNameOnly;
-    const std::string buffer = s.NotesSave;
-    const bool restores = m.controls.RestoreNotesButton->isEnabled();
+    KeptNote kept(m);
     std::string said;
     const bool done = RunSheets(*printer, layout, said);
     s.Filename = filename;
@@ -157,11 +155,7 @@ void PrintRoom::PrintSheets(const SheetLayout& layout) {
     s.PrintSavedFilename.clear();
     if (m.events.ProgramEnds() || s.Closing) return;
     ShowFormerPicture(filename, counter);
-    // Of all the notes that passed through the box, only one that was being written is kept.
-    const bool passedOver = !unsaved.empty() && s.NoteText != unsaved;
-    s.NotesSave = passedOver ? unsaved : buffer;
-    SetEnabled(m.controls.RestoreNotesButton, passedOver || restores);
-    m_inBuffer = passedOver ? "; Unsaved note of '" + unsavedOf + "' is in the restore buffer" : "";
+    m_inBuffer = kept.Settle();
     if (!done)
         m.shell.ShowMessage(said + std::exchange(m_inBuffer, {}));
     else

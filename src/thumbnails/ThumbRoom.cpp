@@ -6,6 +6,7 @@
 #include "platform/FileListBox.h"
 #include "platform/QtText.h"
 #include "shell/batch/BatchRun.h"
+#include "shell/batch/KeptNote.h"
 #include "thumbnails/ThumbFolder.h"
 #include "thumbnails/ThumbNames.h"
 #include "thumbnails/frmThumbFolder.h"
@@ -86,24 +87,18 @@ void ThumbRoom::GenerateThumbnails(bool updateOnly, const ThumbnailTold& told,
         return;
     }
     const QScopedValueRollback<bool> updating(m.state.ThumbUpdate, updateOnly);
-    const std::string unsaved = m.notes.UnsavedText();
-    const std::string unsavedOf = m.state.FileNameOnly;
+    KeptNote kept(m);
     m_list.emplace(m);
     const std::string report = WholeRun(told, ownCancel);
     m_list->PutBack();
     if (!m.events.ProgramEnds()) m_list->SelectFormerRow();
     m_list.reset();
-    Finish(report, unsaved, unsavedOf, told);
+    Finish(report, kept, told);
 }
 
-// A note that was being written and was passed over is not lost.
-void ThumbRoom::Finish(std::string report, const std::string& unsaved, const std::string& unsavedOf,
-                       const ThumbnailTold& told) {
+void ThumbRoom::Finish(std::string report, KeptNote& kept, const ThumbnailTold& told) {
     m.notes.NoteFilesChanged();
-    if (!unsaved.empty() && m.state.NoteText != unsaved) {
-        m.state.NotesSave = unsaved;
-        report += "; Unsaved note of '" + unsavedOf + "' is in the restore buffer";
-    }
+    report += kept.Settle();
     m.shell.ShowMessage(report);
     if (told) told(report);
 }

@@ -14,6 +14,7 @@
 namespace tarn {
 
 class BatchRun;
+class KeptNote;
 class frmThumbFolder;
 
 class ThumbRoom : public ThumbnailCommands {
@@ -45,8 +46,7 @@ private:
     std::string WholeRun(const ThumbnailTold& told, QPushButton* ownCancel);
     bool Make(ThumbRun& run, const ThumbnailTold& told, QPushButton* ownCancel);
     void ShowPicture(int row, QPushButton* ownCancel);
-    void Finish(std::string report, const std::string& unsaved, const std::string& unsavedOf,
-                const ThumbnailTold& told);
+    void Finish(std::string report, KeptNote& kept, const ThumbnailTold& told);
     bool SetSubFolder(const std::string& name);
 
     Context& m;

@@ -116,6 +116,7 @@ long long VideoRoom::FileBytes() const {
 void VideoRoom::BeginFile() {
     ProgramState& s = m.state;
     s.FileNameOnly = LastPart(s.Filename);
+    m.shell.ShowMessage("");
     m.shell.ShowError("");
     s.FileIndex = m.controls.FileListBox->CurrentRow();
     m.shell.ShowStatus(s.Filename);

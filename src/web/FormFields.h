@@ -28,11 +28,12 @@ public:
         Add([=](const Settings& s) { box->setChecked(s.*field != 0); },
             [=](Settings& s) { s.*field = box->isChecked() ? 1 : 0; });
     }
-    // A value beyond the slider's end moves that end: it is kept as it stands.
+    // A value beyond one of the slider's ends moves that end: it is kept as it stands.
     void Add(QSlider* slider, int Settings::*field) {
         Add(
             [=](const Settings& s) {
-                slider->setMaximum(std::max(slider->maximum(), s.*field));
+                slider->setRange(std::min(slider->minimum(), s.*field),
+                                 std::max(slider->maximum(), s.*field));
                 slider->setValue(s.*field);
             },
             [=](Settings& s) { s.*field = slider->value(); });
@@ -55,7 +56,9 @@ public:
     }
     void Add(QComboBox* box, int Settings::*field) {
         Add([=](const Settings& s) { box->setCurrentIndex(s.*field); },
-            [=](Settings& s) { s.*field = box->currentIndex(); });
+            [=](Settings& s) {
+                if (box->currentIndex() >= 0) s.*field = box->currentIndex();
+            });
     }
     void Add(ColorBox* box, std::string Settings::*field) {
         Add([=](const Settings& s) { box->SetColor(s.*field); },

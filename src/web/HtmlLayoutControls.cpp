@@ -87,6 +87,7 @@ frmHtmlLayout::frmHtmlLayout(Context& context)
     all->addWidget(m_frameAdd);
     MakeBottom(*all);
     ConnectRules();
+    m_chosen = m.state.HtmlPath; // of the last page
     m_fields.Load(m.state);
     m_appendOption->setChecked(m.state.HtmlAppendOption != 0);
     Show(Flow::Closed);
@@ -222,7 +223,7 @@ void frmHtmlLayout::MakePictureFrame() {
     m_fields.Add(label, &HtmlSettings::HtmlTextImageLabel);
     m_fields.Add(video, &HtmlSettings::HtmlMp4Video);
     m_fields.Add(pageBreak, &HtmlSettings::HtmlPageBreak);
-    connect(pageBreak, &QSlider::sliderMoved, this,
+    connect(pageBreak, &QSlider::valueChanged, this,
             [this](int value) { m.state.HtmlPageBreak = value; });
     const auto showFormat = [this, group](int format) {
         if (auto* button = group->button(format)) button->setChecked(true);
@@ -403,6 +404,7 @@ void frmHtmlLayout::DefaultColors() {
 }
 
 void frmHtmlLayout::Show(Flow flow) {
+    m_flow = flow;
     const bool closed = flow == Flow::Closed;
     for (QWidget* frame : {m_frame1, m_frame2, m_frame3, m_frame4})
         frame->setVisible(flow == Flow::Opened);

@@ -40,17 +40,23 @@ void WebRoom::ConnectControls() {
 }
 
 void WebRoom::CreateAppendHtmlFile_Click() {
-    if (!m_layout) m_layout = std::make_unique<frmHtmlLayout>(m);
+    // Opened anew: numbers and links of the page before are forgotten.
+    if (!m_layout || !m_layout->isVisible()) m_layout = std::make_unique<frmHtmlLayout>(m);
     m_layout->ShowForm();
 }
 
 void WebRoom::HtmlThumbButton_Click() {
-    const std::string& folder = m.controls.FileListBox->Path();
-    const bool lastHere = !m_lastGallery.empty() && FolderOf(m_lastGallery) == folder;
-    const std::string path =
-        m.dialogs.ChooseTarget("Create Html file using thumbnails & Images",
-                               lastHere ? m_lastGallery : folder, kPages, "html");
+    const std::string folder = m.controls.FileListBox->Path();
+    std::string& last = m.state.HtmlGalleryPath;
+    const bool lastHere = !last.empty() && FolderOf(last) == folder;
+    const std::string path = m.dialogs.ChooseTarget("Create Html file using thumbnails & Images",
+                                                    lastHere ? last : folder, kPages, "html");
     if (path.empty()) return;
+    if (m_layout && m_layout->HasPage() && m.files.IsSameFile(path, m_layout->PagePath())) {
+        m.shell.ShowMessage("'" + LastPart(path) + "' is open in the page form");
+        return;
+    }
+    if (m_gallery && m_gallery->isVisible()) m_gallery->Form_Unload(); // options not yet used
     if (m.files.Exists(path)) {
         if (m.state.HtmlOverwriteWarning &&
             !m.dialogs.Confirm(Dialogs::Icon::Exclamation, "Confirm Html Overwrite",
@@ -60,7 +66,7 @@ void WebRoom::HtmlThumbButton_Click() {
         if (page) ReadSavedValues(*page, static_cast<GallerySettings&>(m.state));
     }
     if (!m_gallery) m_gallery = std::make_unique<frmHtmlThumb>(m);
-    m_lastGallery = path;
+    last = path;
     m_gallery->ShowForm(path);
 }
 
@@ -93,12 +99,12 @@ void WebRoom::HtmlEditCustomButton_Click() {
 }
 
 void WebRoom::HtmlDeleteButton_Click() {
-    const std::string& folder = m.controls.FileListBox->Path();
+    const std::string folder = m.controls.FileListBox->Path();
     std::vector<std::string> names;
     bool open = false;
     for (std::string& name : m.files.FileNames(folder).value_or(std::vector<std::string>())) {
         if (!IsPage(name)) continue;
-        const bool inForm = m_layout && m_layout->IsPageOpen() &&
+        const bool inForm = m_layout && m_layout->HasPage() &&
                             m.files.IsSameFile(JoinPath(folder, name), m_layout->PagePath());
         open = open || inForm;
         if (!inForm) names.push_back(std::move(name));

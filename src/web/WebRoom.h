@@ -35,7 +35,6 @@ private:
     Context& m;
     std::unique_ptr<frmHtmlLayout> m_layout; // made when they are first asked for
     std::unique_ptr<frmHtmlThumb> m_gallery;
-    std::string m_lastGallery; // its index page
 };
 
 } // namespace tarn

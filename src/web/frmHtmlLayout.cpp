@@ -10,6 +10,7 @@
 #include "platform/Files.h"
 #include "platform/ProgramFiles.h"
 #include "shell/batch/BatchRun.h"
+#include "shell/batch/KeptNote.h"
 #include "web/DiskFacts.h"
 #include "web/PageHead.h"
 #include "web/PageText.h"
@@ -44,11 +45,11 @@ std::string frmHtmlLayout::AskForPage(const char* title) {
 void frmHtmlLayout::ReadSavedSettings(const std::string& path) {
     if (!m_appendOption->isChecked()) return;
     const auto page = m.files.Read(path, SIZE_MAX);
-    if (page) ReadSavedValues(*page, static_cast<HtmlSettings&>(m.state));
+    if (page && ReadSavedValues(*page, static_cast<HtmlSettings&>(m.state))) m_fields.Load(m.state);
 }
 
 void frmHtmlLayout::CreateButton_Click() {
-    HtmlCloseButton_Click();
+    if (m_page.IsOpen()) HtmlCloseButton_Click();
     const std::string path = AskForPage("Create new or overwrite Html file");
     if (path.empty()) return;
     if (m.files.Exists(path)) {
@@ -62,7 +63,7 @@ void frmHtmlLayout::CreateButton_Click() {
 }
 
 void frmHtmlLayout::AppendButton_Click() {
-    HtmlCloseButton_Click();
+    if (m_page.IsOpen()) HtmlCloseButton_Click();
     const std::string path = AskForPage("Append to existing Html file");
     if (path.empty()) return;
     ReadSavedSettings(path);
@@ -85,6 +86,7 @@ void frmHtmlLayout::Open(const std::string& path) {
     ShowSizeRule();
     m_lastFile->clear();
     m_brokenLinks = 0;
+    m_videoFaultTold = false;
     Show(Flow::Opened);
 }
 
@@ -142,9 +144,8 @@ void frmHtmlLayout::View(const std::string& path) {
 
 // In the main window's own pane, in the place of the selected file; the next selection ends it.
 void frmHtmlLayout::ShowInPane(const std::string& path) {
-    ProgramState& s = m.state;
     m.video.CloseVideoClip();
-    s.HtmlFile = s.Filename = path;
+    m.state.Filename = path;
     m.video.Load_web();
 }
 
@@ -177,13 +178,9 @@ void frmHtmlLayout::CopyVideoPicture() {
     std::string error;
     const auto bytes = m.files.Read(ProgramFile(kVideoPicture), SIZE_MAX, &error);
     if (bytes && m.files.Write(target, *bytes, &error)) return;
-    m_videoPictureFault = ErrorBoxText("Error creating MP4.jpg", target, error);
-}
-
-void frmHtmlLayout::TellOfVideoPicture() {
-    const std::string text = std::exchange(m_videoPictureFault, {});
-    if (!text.empty())
-        m.dialogs.Message(Dialogs::Icon::Exclamation, "Copy mp4 image jpg file error", text);
+    if (std::exchange(m_videoFaultTold, true)) return; // once a page
+    m.dialogs.Message(Dialogs::Icon::Exclamation, "Copy mp4 image jpg file error",
+                      ErrorBoxText("Error creating MP4.jpg", target, error));
 }
 
 // Of the current file; false with why it gets no entry.
@@ -255,12 +252,10 @@ bool frmHtmlLayout::AddCurrent(bool mayAdvance) {
 
 void frmHtmlLayout::HtmlAddButton_Click() {
     if (!AddCurrent(true)) Failed();
-    TellOfVideoPicture();
     activateWindow();
 }
 
-// False when the run did not come to its end. Boxes wait until then: while it lasts, only its
-// cancel button takes clicks and keys.
+// False when the run did not come to its end.
 bool frmHtmlLayout::AddRows(int count, bool reverse) {
     const BatchRun batch(m, m_cancel);
     bool goesOn = true;
@@ -276,25 +271,20 @@ void frmHtmlLayout::HtmlAddAll(bool reverse) {
     const int count = m.controls.FileListBox->Count();
     if (count == 0 || s.BatchRuns || s.SlideViewing) return;
     const int back = s.FileIndex < count ? s.FileIndex : count - 1;
-    const std::string unsaved = m.notes.UnsavedText();
-    const std::string unsavedOf = s.FileNameOnly;
-    const std::string buffer = s.NotesSave;
-    const bool restores = m.controls.RestoreNotesButton->isEnabled();
+    KeptNote kept(m);
     m.navigation.ClearMultiselect();
     const bool done = AddRows(count, reverse);
     if (m.events.ProgramEnds()) return;
     m.navigation.ClearMultiselect();
     m.navigation.SelectRow(back);
-    std::string report = std::to_string(m_page.Count()) + " images added to html file" +
-                         (reverse ? ", reverse order" : "") + (done ? "" : ", stopped");
-    // Of all the notes that passed through the box, only one that was being written is kept.
-    const bool passedOver = !unsaved.empty() && s.NoteText != unsaved;
-    s.NotesSave = passedOver ? unsaved : buffer;
-    SetEnabled(m.controls.RestoreNotesButton, passedOver || restores);
-    if (passedOver) report += "; Unsaved note of '" + unsavedOf + "' is in the restore buffer";
+    const std::string report = std::to_string(m_page.Count()) + " images added to html file" +
+                               (reverse ? ", reverse order" : "") +
+                               (done              ? ""
+                                : m_page.IsOpen() ? ", cancelled"
+                                                  : ", stopped") +
+                               kept.Settle();
     m.shell.ShowMessage(report);
     if (!m_page.IsOpen()) Failed();
-    TellOfVideoPicture();
     activateWindow();
 }
 

@@ -37,7 +37,7 @@ public:
     void CommandHomePage_Click();
 
     const std::string& PagePath() const { return m_page.Path(); }
-    bool IsPageOpen() const { return m_page.IsOpen(); }
+    bool HasPage() const { return m_flow != Flow::Closed; } // chosen, or being written
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -66,7 +66,6 @@ private:
     bool AddRows(int count, bool reverse);
     bool AddFacts(std::string& refusal, EntryFacts& facts);
     void CopyVideoPicture();
-    void TellOfVideoPicture();
     void Failed();
     void View(const std::string& path);
     void ShowInPane(const std::string& path);
@@ -79,9 +78,10 @@ private:
     PageBuild m_page;
     FormFields<HtmlSettings> m_fields;
     KeptPlace m_place;
-    std::string m_chosen;            // the last page's path
-    std::string m_videoPictureFault; // of the last copy, not yet told
-    int m_brokenLinks = 0;           // entries whose name browsers cannot follow
+    Flow m_flow = Flow::Closed;
+    bool m_videoFaultTold = false; // that the video's picture cannot be copied
+    std::string m_chosen;          // the last page's path
+    int m_brokenLinks = 0;         // entries whose name browsers cannot follow
 
     QWidget* m_frame1 = nullptr; // link and size of the image
     QWidget* m_frame2 = nullptr; // what an entry shows

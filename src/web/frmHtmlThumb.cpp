@@ -34,6 +34,7 @@ constexpr QSize kDesign(900, 700); // logical pixels
 
 void frmHtmlThumb::ShowForm(const std::string& path) {
     m_path = path;
+    m_folder = m.controls.FileListBox->Path();
     m_fields.Load(m.state);
     setWindowTitle(QStringLiteral("Tarn View - Create Html Thumbnails Linked to Images"));
     m_view->setEnabled(m.files.Exists(path));
@@ -140,6 +141,10 @@ GalleryPlan frmHtmlThumb::Plan(bool frames) const {
 
 void frmHtmlThumb::MakeGallery(bool frames) {
     if (m.state.BatchRuns || m.state.SlideViewing) return;
+    if (m.controls.FileListBox->Path() != m_folder) {
+        Say("The list shows another folder than '" + m_folder + "', for which the file was chosen");
+        return;
+    }
     m_fields.Store(m.state);
     GalleryPlan plan = Plan(frames);
     if (m.state.CheckOrder != 0) std::reverse(plan.items.begin(), plan.items.end());

@@ -65,6 +65,7 @@ private:
     FormFields<GallerySettings> m_fields;
     KeptPlace m_place;
     std::string m_path;
+    std::string m_folder;  // of the pictures
     int m_missing = 0;     // pictures without a thumbnail
     int m_brokenLinks = 0; // pictures whose names browsers cannot follow
     QString m_brokenName;  // the last of them

@@ -148,7 +148,7 @@ TEST(WebPages, OptionsAreTakenByAHeaderAlone) {
     EXPECT_EQ(desk.s.HtmlTitle, "Saved");
     EXPECT_EQ(desk.s.HtmlAppendOption, 0);
 
-    desk.c.CreateAppendHtmlFile->trigger();
+    desk.OpenPageForm();
     desk.dialogs.answers = {desk.Page("new.html")};
     desk.Press("CreateButton_1");
     EXPECT_EQ(desk.In<QLineEdit>("HtmlTitle")->text(), "Saved");
@@ -182,7 +182,7 @@ TEST(WebPages, AddAllKeepsTheNoteInHandAndStopsAtAFault) {
     int pumps = 0;
     desk.events.onPump = [&] { desk.s.BatchCancelled = ++pumps == 2; };
     desk.Press("HtmlAddAllButton");
-    EXPECT_EQ(desk.Said(), "9 images added to html file, stopped");
+    EXPECT_EQ(desk.Said(), "9 images added to html file, cancelled");
     desk.events.onPump = {};
     EXPECT_EQ(desk.Current(), "b.jpg");
 

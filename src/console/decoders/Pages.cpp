@@ -73,6 +73,10 @@ PageResult WritePage(const PageRequest& request) {
     HtmlSettings settings = request.page;
     if (request.append && settings.HtmlAppendOption != 0)
         ReadSavedValues(files->Read(request.out, SIZE_MAX).value_or(std::string()), settings);
+    for (const std::string& pair : request.set) {
+        const std::size_t at = pair.find('=');
+        SetSavedValue(settings, pair.substr(0, at), pair.substr(at + 1));
+    }
     const bool begun = request.append ? page.Append(NowOf(request))
                                       : page.Begin(settings, NowOf(request),
                                                    files->Read(ProgramFile(kZoomScript), SIZE_MAX));
@@ -113,6 +117,14 @@ PageResult WriteGallery(const PageRequest& request) {
     plan.items = PairThumbnails(
         InListOrder(files->FileNames(thumbnails).value_or(std::vector<std::string>())),
         request.names, request.thumbnailSize);
+    const std::size_t missing = request.names.size() - plan.items.size();
+    if (missing > 0)
+        result.complaints.push_back(std::to_string(missing) +
+                                    " pictures have no thumbnail; --thumbnails makes them");
+    if (plan.items.empty()) {
+        result.error = "there is no picture with a thumbnail";
+        return result;
+    }
     if (request.gallery.CheckOrder != 0) std::reverse(plan.items.begin(), plan.items.end());
 
     DiskFacts disk(*files);

@@ -38,6 +38,10 @@ bool BatchRun::Step(const std::string& progress) const {
 
 bool BatchRun::eventFilter(QObject* watched, QEvent* event) {
     if (!watched->isWidgetType()) return false; // the window system's own; its widget comes next
+    // A box that the batch itself puts up is to be answered.
+    const QWidget* modal = QApplication::activeModalWidget();
+    if (modal && modal != m_cancel.window() && static_cast<QWidget*>(watched)->window() == modal)
+        return false;
     switch (event->type()) {
     case QEvent::KeyPress:
         if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) m.state.BatchCancelled = true;

@@ -153,6 +153,8 @@ const std::vector<SettingRow> kRows{
     {"thumbnail_subfolder", SettingType::String, "thumbnails", TARN_FIELD(ThumbSubFolder)},
     {"thumbnail_clear", SettingType::Boolean, "True", TARN_FIELD(ThumbClear)},
     {"thumbnail_create_notes", SettingType::Boolean, "True", TARN_FIELD(ThumbCreateNotes)},
+    {"html_last_page", SettingType::String, "", TARN_FIELD(HtmlPath)},
+    {"html_last_gallery", SettingType::String, "", TARN_FIELD(HtmlGalleryPath)},
     {"video_in_window", SettingType::Boolean, "False", TARN_FIELD(VideoInWindow)},
     {"list_pictures", SettingType::Boolean, "False", TARN_FIELD(ListPictures)},
     // menu switches

@@ -122,6 +122,8 @@ const std::vector<std::string>& WriteOrder() {
         "thumbnail_create_notes",
         "list_pictures",
         "video_in_window",
+        "html_last_page",
+        "html_last_gallery",
         "slide_clear",
         "slide_alt_arrow_keys",
         "print_only_1st_page",

@@ -43,10 +43,8 @@ struct HtmlSettings {
     int HtmlExifInfo = 1;
     bool HtmlOverwriteWarning = true;
 
-    std::string HtmlFile;
-    std::string HtmlFileNameOnly;
-    std::string HtmlPath;
-    bool CloseThenView = false;
+    std::string HtmlPath;        // of the last page
+    std::string HtmlGalleryPath; // of the last gallery
 };
 
 } // namespace tarn
