@@ -90,13 +90,10 @@ void frmHtmlThumb::Follow(QWidget& part) {
 QWidget* frmHtmlThumb::MakeThumbnails() {
     QWidget* frame = nullptr;
     auto* rows = MakeFrame(frame, "FrameThumbnails", "Thumbnails");
-    auto* size = Named(new QComboBox(), "GenThumbSize", "Thumbnail size in pixels");
+    m_size = Named(new QComboBox(), "GenThumbSize", "Thumbnail size in pixels");
     for (std::size_t i = 1; i < m.controls.ThumbSizeButton.size(); ++i)
-        size->addItem(m.controls.ThumbSizeButton[i]->text(), int(i));
-    m_fields.Add(
-        [this, size](const GallerySettings&) { size->setCurrentIndex(m.state.ThumbSizeIndex - 1); },
-        [](GallerySettings&) {});
-    connect(size, &QComboBox::activated, this, [this](int index) {
+        m_size->addItem(m.controls.ThumbSizeButton[i]->text(), int(i));
+    connect(m_size, &QComboBox::activated, this, [this](int index) {
         m.controls.ThumbSizeButton[std::size_t(index) + 1]->trigger();
         Form_Activate();
     });
@@ -105,7 +102,7 @@ QWidget* frmHtmlThumb::MakeThumbnails() {
     connect(create, &QPushButton::clicked, this, [this] { GenThumbButton_Click(false); });
     connect(update, &QPushButton::clicked, this, [this] { GenThumbButton_Click(true); });
     m_commands.insert(m_commands.end(), {create, update});
-    rows->addLayout(Row({Caption("Size", size), size, create, update}));
+    rows->addLayout(Row({Caption("Size", m_size), m_size, create, update}));
     m_thumbs = Named(new QListWidget(), "FileThumb", "Thumbnails");
     m_linked = Named(new QListWidget(), "FileLinked", "Pictures of the thumbnails");
     auto* lists = new QHBoxLayout();

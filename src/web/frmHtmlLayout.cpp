@@ -14,7 +14,6 @@
 #include "web/DiskFacts.h"
 #include "web/PageHead.h"
 #include "web/PageText.h"
-#include "web/PageView.h"
 #include "web/SavedValues.h"
 #include "web/SystemError.h"
 
@@ -136,11 +135,18 @@ void frmHtmlLayout::HtmlCloseViewButton_Click() {
 
 void frmHtmlLayout::View(const std::string& path) {
     if (m_inForm->isChecked()) {
-        ShowPageWindow(*this, path);
+        ShowInPane(path);
         return;
     }
     const std::string fault = m.desktop.OpenAssociated(path);
     if (!fault.empty()) m.shell.ShowMessage("ERROR - " + fault);
+}
+
+// In the main window's own pane, in the place of the selected file; the next selection ends it.
+void frmHtmlLayout::ShowInPane(const std::string& path) {
+    m.video.CloseVideoClip();
+    m.state.Filename = path;
+    m.video.Load_web();
 }
 
 void frmHtmlLayout::ViewLast() {
@@ -231,10 +237,7 @@ bool frmHtmlLayout::AddCurrent(bool mayAdvance) {
     }
     m_lastFile->setText(ToQt(name));
     if (IsLabelPicture(s, name)) return true;
-    if (!m_page.Add(s, m_exifInfo->isChecked(), facts)) {
-        Failed();
-        return false;
-    }
+    if (!m_page.Add(s, m_exifInfo->isChecked(), facts)) return false;
     WarnOfName(name);
     const std::string done = "Copied Html data for " + name;
     if (!mayAdvance || !m_advance->isChecked()) {
@@ -248,8 +251,19 @@ bool frmHtmlLayout::AddCurrent(bool mayAdvance) {
 }
 
 void frmHtmlLayout::HtmlAddButton_Click() {
-    AddCurrent(true);
+    if (!AddCurrent(true)) Failed();
     activateWindow();
+}
+
+// False when the run did not come to its end.
+bool frmHtmlLayout::AddRows(int count, bool reverse) {
+    const BatchRun batch(m, m_cancel);
+    bool goesOn = true;
+    for (int i = 0; i < count && goesOn; ++i) {
+        m.navigation.SelectRow(reverse ? count - 1 - i : i);
+        goesOn = AddCurrent(false) && batch.Step(m.state.MessageText);
+    }
+    return goesOn;
 }
 
 void frmHtmlLayout::HtmlAddAll(bool reverse) {
@@ -258,24 +272,19 @@ void frmHtmlLayout::HtmlAddAll(bool reverse) {
     if (count == 0 || s.BatchRuns || s.SlideViewing) return;
     const int back = s.FileIndex < count ? s.FileIndex : count - 1;
     KeptNote kept(m);
-    bool goesOn = true;
-    {
-        m.navigation.ClearMultiselect();
-        const BatchRun batch(m, m_cancel);
-        for (int i = 0; i < count && goesOn; ++i) {
-            m.navigation.SelectRow(reverse ? count - 1 - i : i);
-            goesOn = AddCurrent(false) && batch.Step(s.MessageText);
-        }
-    }
+    m.navigation.ClearMultiselect();
+    const bool done = AddRows(count, reverse);
     if (m.events.ProgramEnds()) return;
     m.navigation.ClearMultiselect();
     m.navigation.SelectRow(back);
-    const std::string inBuffer = kept.Settle();
-    if (!m_page.IsOpen()) return; // its box has told why
-    std::string report = std::to_string(m_page.Count()) + " images added to html file" +
-                         (reverse ? ", reverse order" : "") + (goesOn ? "" : ", cancelled") +
-                         inBuffer;
+    const std::string report = std::to_string(m_page.Count()) + " images added to html file" +
+                               (reverse ? ", reverse order" : "") +
+                               (done              ? ""
+                                : m_page.IsOpen() ? ", cancelled"
+                                                  : ", stopped") +
+                               kept.Settle();
     m.shell.ShowMessage(report);
+    if (!m_page.IsOpen()) Failed();
     activateWindow();
 }
 

@@ -45,8 +45,6 @@ protected:
 
 private:
     enum class Flow { Closed, Opened, Writing };
-    Flow m_flow = Flow::Closed;
-    bool m_videoFaultTold = false;
 
     void MakeTop(QVBoxLayout& all);
     void MakeLinkFrame();
@@ -64,11 +62,13 @@ private:
     std::string AskForPage(const char* title);
     void ReadSavedSettings(const std::string& path);
     void Open(const std::string& path);
-    bool AddCurrent(bool mayAdvance);
+    bool AddCurrent(bool mayAdvance); // false: the page has a fault
+    bool AddRows(int count, bool reverse);
     bool AddFacts(std::string& refusal, EntryFacts& facts);
     void CopyVideoPicture();
     void Failed();
     void View(const std::string& path);
+    void ShowInPane(const std::string& path);
     void ViewLast();
     void EditLast();
     void WarnOfName(const std::string& name);
@@ -78,8 +78,10 @@ private:
     PageBuild m_page;
     FormFields<HtmlSettings> m_fields;
     KeptPlace m_place;
-    std::string m_chosen;  // the last page's path
-    int m_brokenLinks = 0; // entries whose name browsers cannot follow
+    Flow m_flow = Flow::Closed;
+    bool m_videoFaultTold = false; // that the video's picture cannot be copied
+    std::string m_chosen;          // the last page's path
+    int m_brokenLinks = 0;         // entries whose name browsers cannot follow
 
     QWidget* m_frame1 = nullptr; // link and size of the image
     QWidget* m_frame2 = nullptr; // what an entry shows

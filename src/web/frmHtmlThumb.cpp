@@ -49,6 +49,7 @@ void frmHtmlThumb::ShowForm(const std::string& path) {
 // The lists as the folder shown has them now.
 void frmHtmlThumb::Form_Activate() {
     if (m.state.BatchRuns) return;
+    m_size->setCurrentIndex(m.state.ThumbSizeIndex - 1);
     m_thumbs->clear();
     m_linked->clear();
     m_brokenLinks = 0;
@@ -78,6 +79,9 @@ void frmHtmlThumb::ShowMiniature() {
 
 void frmHtmlThumb::ShowWarnings() {
     QStringList warnings;
+    if (!m.files.IsSameFile(FolderOf(m_path), m.controls.FileListBox->Path()))
+        warnings += QStringLiteral("The gallery is in another folder than the pictures: its links "
+                                   "will not find them.");
     if (m_topLine->isChecked() && m_notesTop->isChecked())
         warnings += QStringLiteral(
             "Beginning... option with 'Notes Positon' set to 'Top' is not recommended.");

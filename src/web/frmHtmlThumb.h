@@ -70,6 +70,7 @@ private:
     int m_brokenLinks = 0; // pictures whose names browsers cannot follow
     QString m_brokenName;  // the last of them
 
+    QComboBox* m_size = nullptr;     // GenThumbSize
     QListWidget* m_thumbs = nullptr; // FileThumb
     QListWidget* m_linked = nullptr; // FileLinked
     QCheckBox* m_topLine = nullptr;

@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QRadioButton>
 #include <QSlider>
+#include <QTextBrowser>
 
 namespace tarn::testing {
 namespace {
@@ -155,6 +156,88 @@ TEST(WebPages, OptionsAreTakenByAHeaderAlone) {
     desk.Press("QuitButton"); // before the header
     EXPECT_EQ(desk.Text("new.html"), "none");
     EXPECT_EQ(desk.s.HtmlTitle, "Saved");
+}
+
+TEST(WebPages, AddAllKeepsTheNoteInHandAndStopsAtAFault) {
+    WebDesk desk;
+    desk.notes.Write("b.enf", "note of b");
+    desk.Start();
+    desk.GoTo("b.jpg");
+    desk.OpenPageForm();
+    desk.dialogs.answers = {desk.Page("page.html")};
+    desk.Press("CreateButton_1");
+    desk.Press("CommandOk");
+    desk.c.NotesBox->setPlainText(QStringLiteral("in hand"));
+    desk.Press("HtmlAddButton");
+    EXPECT_NE(desk.Text("page.html").find("<b>in hand</b>"), std::string::npos);
+    desk.Press("HtmlAddAllButton");
+    EXPECT_EQ(desk.Said(), "4 images added to html file; Unsaved note of 'b.jpg' is in the restore "
+                           "buffer");
+    EXPECT_EQ(desk.s.NotesSave, "in hand");
+    EXPECT_TRUE(desk.c.RestoreNotesButton->isEnabled());
+    desk.Press("HtmlAddAllButton"); // nothing is unsaved now: the buffer stays
+    EXPECT_EQ(desk.s.NotesSave, "in hand");
+
+    // Cancelled after the second picture.
+    int pumps = 0;
+    desk.events.onPump = [&] { desk.s.BatchCancelled = ++pumps == 2; };
+    desk.Press("HtmlAddAllButton");
+    EXPECT_EQ(desk.Said(), "9 images added to html file, cancelled");
+    desk.events.onPump = {};
+    EXPECT_EQ(desk.Current(), "b.jpg");
+
+    // While the run lasts no box could be answered: it comes at the end.
+    int extends = 0;
+    desk.files.onChange = [&](const std::string& verb, const std::string&) {
+        return verb == "extend" && ++extends == 3 ? "No space left on device" : "";
+    };
+    bool inRun = false;
+    desk.dialogs.onMessage = [&] { inRun = desk.s.BatchRuns; };
+    desk.Press("HtmlAddAllButton");
+    EXPECT_EQ(desk.dialogs.shown.back().substr(0, 22), "Write html file error|");
+    EXPECT_FALSE(inRun);
+    EXPECT_EQ(desk.Said(), "11 images added to html file, stopped");
+    EXPECT_EQ(desk.form->windowTitle(), "Closed - page.html");
+    const std::string page = desk.Text("page.html");
+    EXPECT_EQ(WebDesk::Count(page, "<img SRC="), 11);
+    EXPECT_TRUE(page.ends_with("</body>\r\n</html>\r\n"));
+}
+
+TEST(WebPages, VideosAndTextsHaveEntriesOfTheirOwn) {
+    WebDesk desk;
+    desk.settings->Write("videotype_filter", "*.mp4;*.log");
+    desk.folder.Write("b.mp4", std::string(2000000, 'v'));
+    desk.folder.Write("d.log", "a capture");
+    desk.folder.Write("e.txt", "one\r\ntwo");
+    desk.Start();
+    desk.GoTo("a.jpg");
+    desk.OpenPageForm();
+    desk.dialogs.answers = {desk.Page("page.html")};
+    desk.Press("CreateButton_1");
+    desk.In<QCheckBox>("CheckZoomPan")->click();
+    desk.Press("CommandOk");
+    desk.Press("HtmlAddAllButton");
+    EXPECT_EQ(desk.Said(), "5 images added to html file"); // the log has none
+    const std::string page = desk.Text("page.html");
+    const std::string video = page.substr(page.find("href=\"b.mp4\""));
+    for (const char* part : {"SRC=\"MP4.jpg\"", "Click to play video\r\n", "File name: b.mp4\r\n"})
+        EXPECT_NE(video.substr(0, video.find("</table>")).find(part), std::string::npos)
+            << part << video.substr(0, video.find("</table>"));
+    EXPECT_EQ(desk.Text("MP4.jpg").substr(0, 2), "\xFF\xD8");
+    const std::string text = page.substr(page.find("one<br>\r\ntwo<br>\r\n"));
+    EXPECT_NE(text.find("File name: e.txt\r\n"), std::string::npos) << text;
+    EXPECT_EQ(page.find("d.log"), std::string::npos);
+
+    desk.In<QCheckBox>("CheckInForm")->click();
+    desk.Press("HtmlCloseViewButton");
+    EXPECT_EQ(desk.s.CurrentPane, Pane::WebBrowser1);
+    EXPECT_EQ(desk.s.Filename, desk.Page("page.html"));
+    EXPECT_TRUE(desk.c.WebBrowser1->toPlainText().contains("Created:"));
+    desk.GoTo("c.jpg");
+    EXPECT_EQ(desk.s.CurrentPane, Pane::Picture1);
+    desk.In<QCheckBox>("CheckInForm")->click();
+    desk.Press("ViewHtmlFile");
+    EXPECT_EQ(desk.calls.back(), "open " + desk.Page("page.html"));
 }
 
 TEST(WebPages, NamesThatBrowsersCannotFollowAreTold) {

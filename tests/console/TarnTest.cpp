@@ -141,6 +141,96 @@ TEST(Tarn, ConvertsToNamesThatAreFree) {
     EXPECT_EQ(Trashed("a-CM.jpg"), before);
 }
 
+TEST(Tarn, LaysPages) {
+    const TestFolder folder;
+    const TestFolder notes;
+    folder.Write("a.bmp", Bitmap(60, 40));
+    folder.Write("b.bmp", Bitmap(900, 600));
+    folder.Write("c.txt", "one\r\ntwo <b>");
+    notes.Write("a.enf", "\"K\xE4se\r\nlow\"\r\n");
+    const std::string page = folder.Path() + "/p.html";
+    const std::string tail =
+        " --notes " + notes.Path() + " --now NOW " + page + " " + folder.Path();
+    const Outcome made =
+        Tarn("page --set html_picture_type=2 --set html_title='M\xC3\xB6nch #1' --preview 300x200" +
+             tail);
+    EXPECT_EQ(made.status, 0);
+    EXPECT_EQ(made.out, page + ": 3 images\n");
+    const std::string first = BytesOf(page);
+    for (const char* part :
+         {" <title>M\xF6nch #1</title>\r\n", "<!-- Page created on NOW -->\r\n",
+          "<b>K\xE4se</b></font><br>\r\n", "\r\nlow<br>\r\n",
+          "SRC=\"a.bmp\" height=40 width=60\r\n", "SRC=\"b.bmp\" height=200 width=300\r\n",
+          "\r\none<br>\r\ntwo <b><br>\r\n"})
+        EXPECT_NE(first.find(part), std::string::npos) << part << first;
+
+    // The page's own options hold again, and what was there stays but for its close.
+    ASSERT_EQ(Tarn("page --append --reverse" + tail).status, 0);
+    const std::string second = BytesOf(page);
+    constexpr std::size_t kReach = 20; // of the old close
+    EXPECT_EQ(second.substr(0, first.size() - kReach), first.substr(0, first.size() - kReach));
+    const std::string added = second.substr(first.size() - kReach);
+    EXPECT_TRUE(added.starts_with("<!-- Appended data on NOW follows -->\r\n"));
+    EXPECT_LT(added.find("two <b>"), added.find("b.bmp"));
+    EXPECT_LT(added.find("b.bmp"), added.find("a.bmp"));
+    const std::string close = "</body>\r\n</html>\r\n";
+    EXPECT_EQ(added.find(close), added.size() - close.size());
+
+    EXPECT_EQ(Tarn("page --append " + folder.Path() + "/none.html " + folder.Path()).status, 1);
+    EXPECT_EQ(Tarn("page /no/such/p.html " + folder.Path()).status, 1);
+    EXPECT_EQ(Tarn("page " + page + " /no/such").status, 1);
+    for (const char* usage :
+         {"page", "page --set nothing=1 x.html .", "page --set html_border x.html .",
+          "page --set html_border=wide x.html .", "page --preview 0x1 x.html ."})
+        EXPECT_EQ(Tarn(usage).status, 2) << usage;
+    EXPECT_EQ(BytesOf(page), second);
+}
+
+TEST(Tarn, MakesGalleries) {
+    const TestFolder folder;
+    const TestFolder notes;
+    const TestFolder data;
+    ::setenv("XDG_DATA_HOME", data.Path().c_str(), 1); // NOLINT(concurrency-mt-unsafe)
+    folder.Write("a.bmp", Bitmap(60, 40));
+    folder.Write("b.bmp", Bitmap(40, 60));
+    notes.Write("b.enf", "\"old\"\r\nTelescope: 80 mm");
+    const std::string index = folder.Path() + "/index.html";
+    const std::string tail =
+        " --notes " + notes.Path() + " --now NOW " + index + " " + folder.Path();
+    const Outcome none = Tarn("gallery" + tail);
+    EXPECT_EQ(none.status, 1);
+    EXPECT_TRUE(Has(none, "2 pictures have no thumbnail")) << none.out;
+    const Outcome made = Tarn(
+        "gallery --thumbnails --set CheckOrder=1 --set ThumbCheckTele=1 --set html_thumb_slider=1" +
+        tail);
+    EXPECT_EQ(made.out, index + ": 2 pictures\n");
+    const std::string cells = BytesOf(index);
+    const std::string cell = "SRC=\"thumbnails/T120_b.bmp\"><br>\r\n(7K)\r\n<br>\r\n\"old\"\r\n"
+                             "<br>Telescope: 80 mm\r\n</a>\r\n</td>\r\n\r\n</tr>\r\n";
+    EXPECT_NE(cells.find(cell), std::string::npos) << cells;
+    EXPECT_LT(cells.find("T120_b.bmp"), cells.find("T120_a.bmp"));
+    EXPECT_NE(BytesOf(folder.Path() + "/ImageT001.html").find("b.bmp (40x60)  [7K]"),
+              std::string::npos);
+
+    // In frames, with zoom: the same run writes the same bytes again.
+    const std::string frames = "gallery --frames --set ThumbNoLinkPic=1" + tail;
+    EXPECT_EQ(Tarn(frames).status, 0);
+    const Tree site = ReadTree(folder.Path());
+    for (const char* name :
+         {"index_top.html", "index_thumbs.html", "ImageT002.html", "slides.css", "wheelzoom.js"})
+        EXPECT_TRUE(site.contains(name)) << name;
+    EXPECT_EQ(Tarn(frames).status, 0);
+    EXPECT_EQ(ReadTree(folder.Path()), site);
+    // A plain one without pages takes them away.
+    EXPECT_EQ(Tarn("gallery --set NoLinkCheck=1" + tail).status, 0);
+    const Tree plain = ReadTree(folder.Path());
+    for (const char* name : {"index_top.html", "ImageT001.html", "wheelzoom.js"})
+        EXPECT_FALSE(plain.contains(name)) << name;
+    EXPECT_EQ(Tarn("gallery " + folder.Path() + "/ImageT001.html " + folder.Path()).status, 1);
+    EXPECT_EQ(Tarn("gallery --set SizeCheck=on " + index + " " + folder.Path()).status, 2);
+    EXPECT_EQ(ReadTree(folder.Path()), plain);
+}
+
 TEST(Tarn, PrintsSheets) {
     const TestFolder folder;
     const TestFolder notes;

@@ -257,8 +257,11 @@ struct RecordingPrinting : Printing {
 
 // Answers from a list, first come first served; an empty list cancels.
 struct ScriptedDialogs : Dialogs {
+    std::function<void()> onMessage;
+
     void Message(Icon, const std::string& title, const std::string& text) override {
         shown.push_back(title + "|" + text);
+        if (onMessage) onMessage();
     }
     bool Confirm(Icon, const std::string& title, const std::string& text) override {
         shown.push_back(title + "|" + text);

@@ -13,6 +13,7 @@ const std::vector<HelpPageRow>& HelpPages() {
         {kHelpOneToOne, "Full Size 1:1", "help/one_to_one.html"},
         {kHelpThumbFolder, "Thumbnail Sub Folder", "help/thumb_folder.html"},
         {kHelpThumbSizes, "Thumbnail Image Sizes", "help/thumb_sizes.html"},
+        {kHelpWebPages, "Web Pages and Galleries", "help/web_pages.html"},
         {kHelpPrintLayouts, "Print Thumbnail Pages Layouts", "help/print_layouts.html"},
         {kHelpRegistry, "Registry Entries", "help/settings.html"},
         {kHelpAbout, "About and Initial Picture", "help/about.html"},

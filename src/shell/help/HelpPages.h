@@ -20,6 +20,7 @@ enum HelpPage {
     kHelpPrintLayouts,
     kHelpRegistry,
     kHelpAbout,
+    kHelpWebPages,
 };
 
 struct HelpPageRow {
