@@ -41,8 +41,8 @@ bool IsStep(int keycode) {
 
 PaneKeys::PaneKeys(Context& context) : m(context) {
     const MainControls& c = m.controls;
-    for (QWidget* pane :
-         std::initializer_list<QWidget*>{c.Picture1, c.Picture2, c.LogText, c.WebBrowser1, c.FileListBox})
+    for (QWidget* pane : std::initializer_list<QWidget*>{c.Picture1, c.Picture2, c.LogText,
+                                                         c.WebBrowser1, c.FileListBox})
         pane->installEventFilter(this);
     m_releaseTimer.setSingleShot(true);
     m_releaseTimer.setInterval(kRepeatFollows);
