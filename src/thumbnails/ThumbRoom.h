@@ -13,7 +13,6 @@
 
 namespace tarn {
 
-class BatchRun;
 class KeptNote;
 class frmThumbFolder;
 

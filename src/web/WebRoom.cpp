@@ -16,8 +16,6 @@ namespace tarn {
 
 namespace {
 
-constexpr char kPages[] = "Html (*.html *.htm);;*.htm (*.htm)";
-
 bool IsPage(const std::string& name) {
     const std::string folded = FoldCase(name);
     return EndsWith(folded, FoldCase(".html")) || EndsWith(folded, FoldCase(".htm"));
@@ -50,7 +48,7 @@ void WebRoom::HtmlThumbButton_Click() {
     std::string& last = m.state.HtmlGalleryPath;
     const bool lastHere = !last.empty() && FolderOf(last) == folder;
     const std::string path = m.dialogs.ChooseTarget("Create Html file using thumbnails & Images",
-                                                    lastHere ? last : folder, kPages, "html");
+                                                    lastHere ? last : folder, kPageFilter, "html");
     if (path.empty()) return;
     if (m_layout && m_layout->HasPage() && m.files.IsSameFile(path, m_layout->PagePath())) {
         m.shell.ShowMessage("'" + LastPart(path) + "' is open in the page form");
@@ -79,7 +77,7 @@ void WebRoom::Say(const std::string& failure, const std::string& done) {
 }
 
 void WebRoom::HtmlEditButton_Click() {
-    const std::string path = AskForFile("Open Html file", kPages);
+    const std::string path = AskForFile("Open Html file", kPageFilter);
     if (!path.empty())
         Say(m.desktop.OpenAssociated(path), "'" + LastPart(path) + "' opened in its program");
 }
@@ -92,7 +90,7 @@ void WebRoom::HtmlNotepadButton_Click() {
 }
 
 void WebRoom::HtmlEditCustomButton_Click() {
-    const std::string path = AskForFile("Edit Html file", kPages);
+    const std::string path = AskForFile("Edit Html file", kPageFilter);
     if (!path.empty())
         Say(m.desktop.StartProgram(m.state.HtmlEditor, path),
             "'" + LastPart(path) + "' opened in " + LastPart(m.state.HtmlEditor));

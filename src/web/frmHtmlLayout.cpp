@@ -28,8 +28,6 @@ namespace tarn {
 
 namespace {
 
-constexpr char kPageFilter[] = "Html (*.html *.htm);;*.htm (*.htm)";
-
 std::string Now() {
     return FormatDateText(FromFileTime(std::time(nullptr)));
 }

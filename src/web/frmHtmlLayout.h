@@ -18,6 +18,9 @@ class QVBoxLayout;
 
 namespace tarn {
 
+// Of the dialogs that ask for a page.
+inline constexpr char kPageFilter[] = "Html (*.html *.htm);;*.htm (*.htm)";
+
 class frmHtmlLayout : public QDialog {
 public:
     explicit frmHtmlLayout(Context& context);

@@ -103,7 +103,6 @@ void frmHtmlThumb::Say(const std::string& text) {
 
 std::vector<std::string> frmHtmlThumb::Pictures() const {
     const FileListBox& list = *m.controls.FileListBox;
-    const NamePatterns pictures(m.state.PictureTypes);
     std::vector<std::string> names;
     for (int row = 0; row < list.Count(); ++row) {
         const std::string name = list.Text(row);
