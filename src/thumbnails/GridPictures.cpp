@@ -1,5 +1,6 @@
 #include "thumbnails/GridPictures.h"
 
+#include "platform/mci/ClipFrame.h"
 #include "thumbnails/ScalePicture.h"
 
 #include <algorithm>
@@ -46,7 +47,8 @@ QImage GridPicture(const GridWish& wish, const SharedCache& cache) {
     }
     QImage picture = cache.Read(wish.picture, *modified);
     if (!picture.isNull()) return picture;
-    picture = Fitted(wish.picture, cache.Side());
+    picture =
+        wish.isClip ? FirstFrame(wish.picture, cache.Side()) : Fitted(wish.picture, cache.Side());
     if (!picture.isNull()) cache.Write(wish.picture, *modified, picture);
     return picture;
 }
