@@ -16,6 +16,8 @@ constexpr int kLeast = 200;
 } // namespace
 
 HelpText::HelpText() {
+    // Or it would come up after the pictures have been fitted, and take of their room.
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     m_rest.setSingleShot(true);
     m_rest.setInterval(kRest);
     connect(&m_rest, &QTimer::timeout, this, [this] { ReadAgain(); });
