@@ -24,7 +24,7 @@ HelpText::HelpText() {
 }
 
 QVariant HelpText::loadResource(int type, const QUrl& name) {
-    const QVariant found = QTextBrowser::loadResource(type, name);
+    QVariant found = QTextBrowser::loadResource(type, name);
     if (type == QTextDocument::HtmlResource) m_widthRead = viewport()->width();
     if (type != QTextDocument::ImageResource) return found;
     QImage picture = QImage::fromData(found.toByteArray());
