@@ -88,7 +88,7 @@ TEST(Help, EveryEntryAndNumberHasItsPage) {
 TEST(Help, WordsAreFoundInAllPagesAndEscClosesTheHelpAlone) {
     HelpDesk d;
     d.ShowPage(kHelpSlides);
-    d.Find("emptIES"); // in one page only
+    d.Find("emptIES"); // not in the pages between
     EXPECT_EQ(d.Chosen(), "Thumbnail Sub Folder");
     EXPECT_EQ(d.Page()->textCursor().selectedText(), QStringLiteral("empties"));
     d.Find("no such word");
