@@ -3,8 +3,8 @@
 set(program tarn-view)
 
 install(TARGETS tarn-view tarn RUNTIME DESTINATION bin COMPONENT ${program})
-# Where the console looks for it.
-install(TARGETS tarn-decoders LIBRARY DESTINATION lib/tarn-view COMPONENT ${program})
+# Where the console looks for it. One folder up, CPack would take it for a library and call ldconfig.
+install(TARGETS tarn-decoders LIBRARY DESTINATION lib/tarn-view/plugins COMPONENT ${program})
 install(DIRECTORY data/ DESTINATION share/tarn-view COMPONENT ${program}
         PATTERN make EXCLUDE PATTERN README.md EXCLUDE)
 
@@ -40,6 +40,8 @@ function(tarn_install_papers package component)
   tarn_install_zipped(${here}/deb/changelog changelog share/doc/${package} ${component})
 endfunction()
 tarn_install_papers(tarn-view ${program})
+install(FILES ${here}/deb/lintian-overrides DESTINATION share/lintian/overrides RENAME tarn-view
+        COMPONENT ${program})
 
 set(CPACK_COMPONENTS_ALL ${program})
 get_cmake_property(components COMPONENTS)
@@ -47,6 +49,17 @@ if("webpane" IN_LIST components)
   tarn_install_papers(tarn-view-webpane webpane)
   list(APPEND CPACK_COMPONENTS_ALL webpane)
 endif()
+
+# The usual strip leaves the compiler's name in.
+foreach(component ${CPACK_COMPONENTS_ALL})
+  install(CODE "
+    set(root \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}\")
+    file(GLOB binaries \"\${root}/bin/tarn\" \"\${root}/bin/tarn-view\" \"\${root}/lib/tarn-view/plugins/*.so\")
+    if(CMAKE_INSTALL_DO_STRIP AND binaries)
+      execute_process(COMMAND ${CMAKE_STRIP} --strip-unneeded -R .comment -R .note \${binaries}
+                      COMMAND_ERROR_IS_FATAL ANY)
+    endif()" COMPONENT ${component})
+endforeach()
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME tarn-view)
@@ -71,14 +84,15 @@ set(CPACK_DEBIAN_${PROGRAM}_PACKAGE_RECOMMENDS "fonts-liberation, qt6-wayland, x
 set(CPACK_DEBIAN_${PROGRAM}_PACKAGE_SUGGESTS tarn-view-webpane)
 set(CPACK_DEBIAN_${PROGRAM}_DESCRIPTION
 "picture browser for photographers and amateur astronomers
-One window shows the folders, the files, the picture, and beside it what the
-camera wrote into the file. One key goes to the next picture, so that a night's
-thousand frames are gone through quickly, and a broken file never stops the run.
+One window shows the folders, the files, the picture, and beside it what
+the camera wrote into the file. One key goes to the next picture, so that a
+night's thousand frames are gone through quickly, and a broken file never
+stops the run.
 .
-A note can be kept for each picture and goes along when the picture is renamed,
-copied or deleted. From there come slide shows, contact sheets, thumbnails, web
-pages and galleries, and small captioned copies. The companion program tarn does
-much of this on the console.")
+A note can be kept for each picture and goes along when the picture is
+renamed, copied or deleted. From there come slide shows, contact sheets,
+thumbnails, web pages and galleries, and small captioned copies. The
+companion program tarn does much of this on the console.")
 
 set(CPACK_DEBIAN_WEBPANE_PACKAGE_NAME tarn-view-webpane)
 set(CPACK_DEBIAN_WEBPANE_PACKAGE_SECTION graphics)
