@@ -78,8 +78,8 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 string(TOUPPER ${program} PROGRAM)
 set(CPACK_DEBIAN_${PROGRAM}_PACKAGE_NAME tarn-view)
 set(CPACK_DEBIAN_${PROGRAM}_PACKAGE_SECTION graphics)
-# Plug-ins that no link tells of: TIFF pictures.
-set(CPACK_DEBIAN_${PROGRAM}_PACKAGE_DEPENDS qt6-image-formats-plugins)
+# What no link tells of: a plug-in for TIFF pictures, and where the desktop looks for the icon.
+set(CPACK_DEBIAN_${PROGRAM}_PACKAGE_DEPENDS "qt6-image-formats-plugins, hicolor-icon-theme")
 set(CPACK_DEBIAN_${PROGRAM}_PACKAGE_RECOMMENDS "fonts-liberation, qt6-wayland, xdg-utils")
 set(CPACK_DEBIAN_${PROGRAM}_PACKAGE_SUGGESTS tarn-view-webpane)
 set(CPACK_DEBIAN_${PROGRAM}_DESCRIPTION
