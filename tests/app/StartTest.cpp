@@ -89,12 +89,12 @@ TEST(Start, AFileNamedIsListedWithItsClass) {
     const std::string frame = d.folder.Write("m31.fits", "SIMPLE  =");
     const std::string other = d.folder.Write("b.xyz", "");
     d.Start(frame);
-    EXPECT_EQ(d.Current(), "m31.fits");
+    EXPECT_EQ(d.house.state.FileNameOnly, "m31.fits");
     EXPECT_TRUE(fits(d));
     d.house.controls.FCheck->setChecked(false);
     EXPECT_EQ(d.Current(), "a.jpg");
     d.house.Open(frame); // by a second start
-    EXPECT_EQ(d.Current(), "m31.fits");
+    EXPECT_EQ(d.house.state.FileNameOnly, "m31.fits");
     EXPECT_TRUE(fits(d));
     AppDesk none;
     none.Start(other);
