@@ -32,7 +32,7 @@ void PageBrowser::LoadView() {
     m_whyPlain = "Plain view of the page: the package tarn-view-webpane shows it as browsers do";
     MakeWebView make = nullptr;
     const QString program = QCoreApplication::applicationDirPath();
-    for (const char* place : {"/libtarn-webpane.so", "/../lib/tarn-view/libtarn-webpane.so"}) {
+    for (const char* place : {"/libtarn-webpane.so", "/../lib/tarn-view/plugins/libtarn-webpane.so"}) {
         QLibrary module(program + QLatin1String(place));
         if (!make && QFileInfo::exists(module.fileName()))
             make = reinterpret_cast<MakeWebView>(module.resolve(kMakeWebView));
