@@ -7,6 +7,7 @@
 #include "platform/SettingsStore.h"
 #include "platform/Sound.h"
 #include "platform/imaging/PictureLoader.h"
+#include "platform/webpane/PageBrowser.h"
 #include "shell/House.h"
 #include "shell/SecondStart.h"
 
@@ -40,6 +41,7 @@ std::string AbsoluteArgument(const std::string& path, const tarn::Files& files) 
 
 int main(int argc, char** argv) {
     if (const int answer = AnswerOptions(argc, argv); answer >= 0) return answer;
+    tarn::PageBrowser::PrepareProgram();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("tarn-view"));
     QApplication::setApplicationDisplayName(QString());

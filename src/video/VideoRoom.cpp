@@ -55,7 +55,7 @@ void VideoRoom::ConnectControls() {
     m_slider->setObjectName(QStringLiteral("VideoSlider"));
     m_slider->setAccessibleName(QStringLiteral("Frame of the clip"));
     m_slider->setFocusPolicy(Qt::NoFocus);
-    c.VideoFrame->layout()->addWidget(m_slider);
+    static_cast<QBoxLayout*>(c.VideoFrame->layout())->addWidget(m_slider, 1);
     connect(m_slider, &QSlider::sliderMoved, this,
             [this](int frame) { Seek(std::to_string(frame)); });
     c.Picture2->installEventFilter(this);
@@ -188,8 +188,7 @@ void VideoRoom::ShowSummary(const std::string& camera, bool placeholder) {
     m_lines = SummaryLines(m.state.Filename, camera, bytes);
     if (placeholder) m_lines[5] = "           Video format not supported";
     m.controls.FileSizeText->setText(ToQt(VideoSizeText(bytes)));
-    const QImage picture(placeholder ? ToQt(ProgramFile("MP4.jpg")) : QString());
-    m.controls.Picture2->SetPicture(picture);
+    m.controls.Picture2->SetPicture(placeholder ? QImage(ToQt(ProgramFile("MP4.jpg"))) : QImage());
     m.controls.Picture2->SetHint(placeholder ? "" : "Press Play Video");
     ShowPicture2(false);
     m.controls.QTplayButton->show();
@@ -294,6 +293,7 @@ void VideoRoom::ShowPage() {
     m.controls.EditButton2->setText(QStringLiteral("Web"));
     m.notes.ClearNotesButton_Click(); // what was being written goes into the restore buffer
     m.notes.SetNotesFilename();
+    m.shell.FocusPane(); // clearing goes into the box
 }
 
 } // namespace tarn

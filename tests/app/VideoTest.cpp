@@ -111,6 +111,7 @@ TEST(Video, TextsPagesAndSummariesHaveTheirPanes) {
     EXPECT_EQ(d.c.NotesBox->toPlainText(), "");
     EXPECT_EQ(d.s.NotesSave, "unsaved");
     EXPECT_EQ(d.c.EditButton2->text(), "Web");
+    EXPECT_EQ(d.house.window.focusWidget(), d.c.WebBrowser1);
     EXPECT_FALSE(d.c.SlideButton->isEnabled());
     d.GoTo("l.log");
     EXPECT_EQ(d.s.CurrentPane, Pane::LogText);

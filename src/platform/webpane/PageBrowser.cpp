@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QLibrary>
 
+#include <filesystem>
 #include <unistd.h>
 
 namespace tarn {
@@ -19,7 +20,20 @@ constexpr int kPatience = 2000;     // milliseconds for the pictures of a plain 
 constexpr int kLargestSide = 1200;  // pixels of one of them
 constexpr int kMostBytes = 4 << 20; // of a page or style sheet
 
+// Where the module is; empty when it is not installed.
+std::string ModulePath() {
+    std::error_code none;
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", none).parent_path();
+    for (const char* place : {"libtarn-webpane.so", "../lib/tarn-view/plugins/libtarn-webpane.so"})
+        if (std::filesystem::exists(program / place, none)) return program / place;
+    return {};
+}
+
 } // namespace
+
+void PageBrowser::PrepareProgram() {
+    if (!ModulePath().empty()) QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+}
 
 PageBrowser::PageBrowser(QWidget* parent) : QTextBrowser(parent) {
     setOpenLinks(false);
@@ -30,13 +44,10 @@ PageBrowser::~PageBrowser() = default;
 void PageBrowser::LoadView() {
     m_viewTried = true;
     m_whyPlain = "Plain view of the page: the package tarn-view-webpane shows it as browsers do";
-    MakeWebView make = nullptr;
-    const QString program = QCoreApplication::applicationDirPath();
-    for (const char* place : {"/libtarn-webpane.so", "/../lib/tarn-view/plugins/libtarn-webpane.so"}) {
-        QLibrary module(program + QLatin1String(place));
-        if (!make && QFileInfo::exists(module.fileName()))
-            make = reinterpret_cast<MakeWebView>(module.resolve(kMakeWebView));
-    }
+    const std::string path = ModulePath();
+    if (path.empty()) return;
+    QLibrary module(ToQt(path));
+    const auto make = reinterpret_cast<MakeWebView>(module.resolve(kMakeWebView));
     if (!make) return;
     // Its library keeps a page locked up by means that it does not have as root.
     m_whyPlain = "Plain view of the page: pages are not shown as browsers do for the superuser";

@@ -14,6 +14,9 @@ class WebView;
 
 class PageBrowser : public QTextBrowser {
 public:
+    // Before the application object: what the module needs from it, where there is one.
+    static void PrepareProgram();
+
     explicit PageBrowser(QWidget* parent = nullptr);
     ~PageBrowser() override;
 

@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QFileInfo>
 #include <QKeyEvent>
+#include <QOpenGLContext>
+#include <QQuickWindow>
 #include <QWebEnginePage>
 #include <QWebEngineProfile>
 #include <QWebEngineSettings>
@@ -109,5 +111,8 @@ private:
 } // namespace tarn
 
 extern "C" tarn::WebView* TarnMakeWebView(QWidget* pane) {
-    return tarn::CanLockUp() ? new tarn::WebEngineView(pane) : nullptr;
+    // Without a shared context the library ends the program.
+    if (!QOpenGLContext::globalShareContext() || !tarn::CanLockUp()) return nullptr;
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::OpenGLRhi);
+    return new tarn::WebEngineView(pane);
 }
