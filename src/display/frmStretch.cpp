@@ -130,7 +130,6 @@ void frmStretch::Form_Load() {
 void frmStretch::Follow() {
     if (m_settle.isActive()) Choose();
     m_pixels.reset();
-    SetSliders(false);
     m_rest.start(kRest);
 }
 
@@ -148,6 +147,7 @@ void frmStretch::ReadPicture() {
     if (!m_pixels) {
         m_histogram->SetCounts({});
         m_histogram->SetMarks({});
+        SetSliders(false);
         return;
     }
     const FileIdentity file = PictureLoader::Identify(s.Filename);
@@ -242,8 +242,14 @@ void frmStretch::Choose() {
     onChosen();
 }
 
+// Who clicks does not wait for the rest.
+bool frmStretch::HasPicture() {
+    if (m_rest.isActive()) ReadPicture();
+    return m_pixels != nullptr;
+}
+
 void frmStretch::ResetButton_Click() {
-    if (!m_pixels) return;
+    if (!HasPicture()) return;
     m_stretch = m_pixels->Automatic();
     m_automatic = true;
     m_linear->setChecked(false);
@@ -253,12 +259,18 @@ void frmStretch::ResetButton_Click() {
 }
 
 void frmStretch::LockCheck_Click() {
-    if (m_pixels) Choose();
+    const bool locked = m_lock->isChecked();
+    if (!HasPicture()) return;
+    m_lock->setChecked(locked);
+    Choose();
 }
 
 void frmStretch::LinearCheck_Click() {
-    SetSliders(m_pixels != nullptr);
-    if (m_pixels) Choose();
+    const bool linear = m_linear->isChecked();
+    if (!HasPicture()) return;
+    m_linear->setChecked(linear);
+    SetSliders(true);
+    Choose();
 }
 
 } // namespace tarn

@@ -47,6 +47,7 @@ public:
 private:
     QSlider* AddSlider(QGridLayout& grid, int row, const char* name, const char* caption);
     void ReadPicture();
+    bool HasPicture();
     void ShowStretch();
     void ShowMarks();
     void SetSliders(bool enabled);

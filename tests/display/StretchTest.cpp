@@ -118,10 +118,12 @@ TEST_F(StretchTest, ValuesHoldForOnePictureAndLockedForTheSeries) {
     EXPECT_TRUE(ShownNear(64)) << Shown();
     d.Show("a.fit", kSky);
     EXPECT_EQ(Shown(), changed) << "its own again";
-    EXPECT_TRUE(QTest::qWaitFor([] { return Midtones().isEnabled(); }));
     Part<QCheckBox>("LockStretchCheck").click();
     d.Show("b.fit", kSky);
     EXPECT_NEAR(Shown(), changed, 2);
+    d.Show("none.fit", "no picture");
+    EXPECT_TRUE(QTest::qWaitFor([] { return !Midtones().isEnabled(); }));
+    d.Show("b.fit", kSky);
     EXPECT_TRUE(QTest::qWaitFor([] { return Midtones().isEnabled(); }));
     Part<QCheckBox>("LockStretchCheck").click();
     d.Show("c.fit", kSky);
@@ -136,7 +138,6 @@ TEST_F(StretchTest, LinearShowsWhatIsStored) {
     EXPECT_FALSE(Midtones().isEnabled());
     d.Show("b.fit", kSky);
     EXPECT_EQ(Shown(), 1000 * 255 / 65535 + 1);
-    EXPECT_TRUE(QTest::qWaitFor([] { return Part<QCheckBox>("LinearCheck").isEnabled(); }));
     Part<QCheckBox>("LinearCheck").click();
     EXPECT_TRUE(ShownNear(64)) << Shown();
 }
