@@ -151,13 +151,12 @@ void frmStretch::ReadPicture() {
         return;
     }
     const FileIdentity file = PictureLoader::Identify(s.Filename);
-    m_device = file.device;
-    m_inode = file.inode;
+    m_file = {file.device, file.inode, m_pixels->Bits(), m_pixels->Channels()};
     const StretchChoice choice = CurrentStretchChoice();
     StretchChoice bent = choice;
     bent.linear = false;
     const Stretch& automatic = m_pixels->Automatic();
-    const Stretch& own = bent.For(m_device, m_inode, automatic, automatic);
+    const Stretch& own = bent.For(m_file, automatic, automatic);
     m_automatic = &own == &automatic;
     m_stretch = own;
     m_lock->setChecked(choice.locked);
@@ -236,8 +235,7 @@ void frmStretch::Choose() {
     choice.linear = m_linear->isChecked();
     choice.locked = m_lock->isChecked();
     if (!m_automatic || choice.locked) choice.fixed = m_stretch;
-    choice.device = m_device;
-    choice.inode = m_inode;
+    choice.of = m_file;
     SetStretchChoice(choice);
     onChosen();
 }

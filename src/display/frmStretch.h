@@ -67,8 +67,7 @@ private:
     std::unique_ptr<FitsPixels> m_pixels; // of the picture at the size of the preview; or none
     Stretch m_stretch;
     bool m_automatic = true; // m_stretch is the picture's own
-    std::int64_t m_device = 0;
-    std::int64_t m_inode = 0;
+    StretchedFile m_file;
 };
 
 } // namespace tarn

@@ -1,5 +1,6 @@
 #include "thumbnails/GridPictures.h"
 
+#include "platform/imaging/fits/ScreenStretch.h"
 #include "thumbnails/ScalePicture.h"
 
 #include <algorithm>
@@ -44,6 +45,7 @@ QImage GridPicture(const GridWish& wish, const SharedCache& cache) {
         QImage thumbnail = Fitted(wish.thumbnail, cache.Side());
         if (!thumbnail.isNull()) return thumbnail;
     }
+    const AutomaticStretchOnly automatic; // other programs look into the cache, too
     QImage picture = cache.Read(wish.picture, *modified);
     if (!picture.isNull()) return picture;
     picture = Fitted(wish.picture, cache.Side());

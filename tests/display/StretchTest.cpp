@@ -121,6 +121,14 @@ TEST_F(StretchTest, ValuesHoldForOnePictureAndLockedForTheSeries) {
     Part<QCheckBox>("LockStretchCheck").click();
     d.Show("b.fit", kSky);
     EXPECT_NEAR(Shown(), changed, 2);
+    d.Show("colour.fit", NightSky(300, 200, {{"BAYERPAT", "'RGGB'"}}));
+    EXPECT_TRUE(ShownNear(64)) << Shown() << ", no picture of the series";
+    {
+        const AutomaticStretchOnly automatic;
+        ImgX thumbnail;
+        thumbnail.LoadFile(d.folder.Path() + "/b.fit", {});
+        EXPECT_NEAR(Sky(thumbnail.FullPicture()), 64, 8);
+    }
     d.Show("none.fit", "no picture");
     EXPECT_TRUE(QTest::qWaitFor([] { return !Midtones().isEnabled(); }));
     d.Show("b.fit", kSky);

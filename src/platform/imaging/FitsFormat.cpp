@@ -38,9 +38,10 @@ QImage DecodeFits(std::FILE* file, QSize wanted, std::string& error) {
     struct stat facts {};
     ::fstat(::fileno(file), &facts);
     const Stretch straight = LinearStretch(pixels->Range());
-    const Stretch& stretch =
-        choice.For(static_cast<std::int64_t>(facts.st_dev), static_cast<std::int64_t>(facts.st_ino),
-                   pixels->Automatic(), straight);
+    const StretchedFile itself{static_cast<std::int64_t>(facts.st_dev),
+                               static_cast<std::int64_t>(facts.st_ino), pixels->Bits(),
+                               pixels->Channels()};
+    const Stretch& stretch = choice.For(itself, pixels->Automatic(), straight);
     pixels->ToRgb(stretch, reinterpret_cast<std::uint32_t*>(picture.bits()),
                   std::size_t(picture.bytesPerLine()) / sizeof(std::uint32_t));
     return picture;

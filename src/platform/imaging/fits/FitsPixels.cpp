@@ -105,7 +105,7 @@ std::optional<FitsPixels> FitsPixels::Read(const std::string& path, int width, i
 
 FitsPixels::FitsPixels(const FitsSamples& samples, int width, int height)
     : m_step(StepFor(samples.header, width, height)),
-      m_channels(samples.header.mosaic ? 3 : samples.header.planes) {
+      m_channels(samples.header.mosaic ? 3 : samples.header.planes), m_bits(samples.header.bits) {
     m_width = (samples.header.width + m_step - 1) / m_step;
     m_height = (samples.header.height + m_step - 1) / m_step;
     m_values.reset(

@@ -32,6 +32,7 @@ public:
     int Width() const { return m_width; }
     int Height() const { return m_height; }
     int Channels() const { return m_channels; }
+    int Bits() const { return m_bits; } // of a stored sample, as in the header
 
     // A value of the file; NaN where there is none. From the top left corner.
     float Value(int channel, int x, int y) const;
@@ -54,6 +55,7 @@ private:
     int m_height = 0;
     int m_step = 1; // stored pixels a side of the squares
     int m_channels = 1;
+    int m_bits = 0;
     std::unique_ptr<float[]> m_values; // channel after channel, row after row
     ValueRange m_range;
     Stretch m_automatic;

@@ -18,6 +18,8 @@ double Normalised(const ValueRange& range, double value) {
     return (value - range.low) / (range.high - range.low);
 }
 
+thread_local int automaticOnly = 0; // how many live
+
 std::mutex& Guard() {
     static std::mutex mutex;
     return mutex;
@@ -79,14 +81,24 @@ ToLight::ToLight(const Stretch& stretch, std::size_t channel) {
     m_base = float(midtones);
 }
 
-const Stretch& StretchChoice::For(std::int64_t fileDevice, std::int64_t fileInode,
-                                  const Stretch& automatic, const Stretch& straight) const {
+const Stretch& StretchChoice::For(const StretchedFile& file, const Stretch& automatic,
+                                  const Stretch& straight) const {
     if (linear) return straight;
-    const bool counts = locked || (device == fileDevice && inode == fileInode);
+    const bool own = file.device == of.device && file.inode == of.inode;
+    const bool counts = own || (locked && file.IsSeriesOf(of));
     return fixed && counts ? *fixed : automatic;
 }
 
+AutomaticStretchOnly::AutomaticStretchOnly() {
+    ++automaticOnly;
+}
+
+AutomaticStretchOnly::~AutomaticStretchOnly() {
+    --automaticOnly;
+}
+
 StretchChoice CurrentStretchChoice() {
+    if (automaticOnly > 0) return {};
     const std::lock_guard lock(Guard());
     return Chosen();
 }

@@ -67,25 +67,46 @@ private:
     float m_base;
 };
 
+// Which file a stretch was chosen for, and what kind of picture is in it.
+struct StretchedFile {
+    std::int64_t device = 0;
+    std::int64_t inode = 0;
+    int bits = 0; // of a sample, as in its header
+    int channels = 0;
+
+    bool operator==(const StretchedFile&) const = default;
+    bool IsSeriesOf(const StretchedFile& other) const {
+        return bits == other.bits && channels == other.channels;
+    }
+};
+
 // What the user has chosen for the pictures to come. It is one for the whole program and guarded:
 // decoders on all threads ask it. A change raises the generation, by which a picture that was
 // decoded before is known to be out of date.
 struct StretchChoice {
     bool linear = false;          // straight, whatever is fixed
     std::optional<Stretch> fixed; // in place of the automatic one
-    bool locked = false;          // for every picture; else only for the file below
-    std::int64_t device = 0;
-    std::int64_t inode = 0;
+    bool locked = false; // for every picture of the same kind as the file's; else only for it
+    StretchedFile of;
 
     bool operator==(const StretchChoice&) const = default;
 
-    // For the file, whose own are given. `fixed` counts where it is locked or was made for it.
-    const Stretch& For(std::int64_t fileDevice, std::int64_t fileInode, const Stretch& automatic,
+    // For a file, whose own are given.
+    const Stretch& For(const StretchedFile& file, const Stretch& automatic,
                        const Stretch& straight) const;
 };
 
-StretchChoice CurrentStretchChoice();
+StretchChoice CurrentStretchChoice(); // that of a new user where AutomaticStretchOnly holds
 void SetStretchChoice(const StretchChoice& choice);
 std::int64_t StretchGeneration();
+
+// While one lives, its thread decodes as if nothing had been chosen: for what outlives the choice.
+class AutomaticStretchOnly {
+public:
+    AutomaticStretchOnly();
+    ~AutomaticStretchOnly();
+    AutomaticStretchOnly(const AutomaticStretchOnly&) = delete;
+    AutomaticStretchOnly& operator=(const AutomaticStretchOnly&) = delete;
+};
 
 } // namespace tarn
