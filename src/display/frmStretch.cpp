@@ -213,12 +213,13 @@ void frmStretch::SliderMoved() {
         else
             shadows->setValue(highlights->value() - 1);
     }
-    const auto valueOf = [&](std::size_t i) {
-        return ValueAt(double(m_sliders[i]->value()) / kSteps);
+    const auto take = [&](std::size_t i, double& value) {
+        const int step = m_sliders[i]->value();
+        if (step != StepOf(value)) value = ValueAt(double(step) / kSteps); // else it is finer
     };
-    m_stretch.shadows = valueOf(kShadows);
-    m_stretch.midtones = valueOf(kMidtones);
-    m_stretch.highlights = valueOf(kHighlights);
+    take(kShadows, m_stretch.shadows);
+    take(kMidtones, m_stretch.midtones);
+    take(kHighlights, m_stretch.highlights);
     m_automatic = false;
     ShowMarks();
     QImage picture(m_pixels->Width(), m_pixels->Height(), QImage::Format_RGB32);

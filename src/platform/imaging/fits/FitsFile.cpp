@@ -136,7 +136,7 @@ std::string Handle::Word(std::initializer_list<const char*> names) {
     for (const int part : {m_part, 1}) {
         if (!MoveTo(part)) return {};
         for (const char* name : names) {
-            const std::string word = WordHere(name);
+            std::string word = WordHere(name);
             if (word.empty()) continue;
             MoveTo(m_part);
             return word;
