@@ -11,14 +11,16 @@
 #include "shell/SecondStart.h"
 
 #include <QApplication>
+#include <QIcon>
 
 #include <cstdio>
 #include <cstring>
 
 namespace {
 
-constexpr char kUsage[] = "usage: tarn-view [--help | --version] [PATH]\n"
-                          "Shows the pictures of a folder; a file is shown first.\n";
+constexpr char kUsage[] = "usage: tarn-view [--help | --version] [PATH...]\n"
+                          "Shows the pictures of a folder; a file is shown first. Of several\n"
+                          "paths, as a file manager hands them over, the first counts.\n";
 
 // Answers --help and --version; -1 to go on.
 int AnswerOptions(int argc, char** argv) {
@@ -42,7 +44,8 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("tarn-view"));
     QApplication::setApplicationDisplayName(QString());
     QApplication::setDesktopFileName(QStringLiteral("tarn-view"));
-    if (argc > 2 || (argc == 2 && std::strncmp(argv[1], "--", 2) == 0)) {
+    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("tarn-view")));
+    if (argc > 1 && std::strncmp(argv[1], "--", 2) == 0) {
         std::fputs(kUsage, stderr); // what the toolkit knows is taken out by now
         return 2;
     }

@@ -29,7 +29,8 @@ std::string ProgramFolder() {
 
 // Beside the program, as in the build tree, then where it is installed.
 void* LoadDecoders() {
-    for (const char* place : {"libtarn-decoders.so", "../lib/tarn-view/libtarn-decoders.so"})
+    for (const char* place :
+         {"libtarn-decoders.so", "../lib/tarn-view/plugins/libtarn-decoders.so"})
         if (void* module = ::dlopen((ProgramFolder() + place).c_str(), RTLD_NOW | RTLD_LOCAL))
             return module;
     return nullptr;

@@ -105,7 +105,10 @@ void NavigationRoom::OpenFolder(const std::string& folder, const std::string& na
         if (list.RowOf(name) < 0) RefreshDirButton_Click(); // made since the folder was read
         ShowNamed(name);
     }
-    if (!name.empty() && list.RowOf(name) < 0)
+    if (name.empty() || list.RowOf(name) >= 0) return;
+    ListClassOf(JoinPath(folder, name));
+    ShowNamed(name);
+    if (list.RowOf(name) < 0)
         m.shell.ShowMessage("'" + JoinPath(folder, name) + "' is not among the files listed");
 }
 

@@ -1,5 +1,7 @@
 #include "navigation/ListFilter.h"
 
+#include "common/paths.h"
+#include "common/patterns.h"
 #include "common/text.h"
 #include "navigation/frmFileTypes.h"
 #include "navigation/frmFilter.h"
@@ -10,6 +12,7 @@
 #include <QPushButton>
 
 #include <algorithm>
+#include <utility>
 
 namespace tarn {
 
@@ -84,6 +87,21 @@ void ListFilter::TCheck_Click() {
     ProgramState& s = m.state;
     s.FileTypes = TypesAfterTick(Boxes().text, s.FileTypes, s.TextTypes, s.TextSavedTypes);
     ApplyFileTypes();
+}
+
+void ListFilter::ListClassOf(const std::string& path) {
+    const ProgramState& s = m.state;
+    const MainControls& c = m.controls;
+    const std::string name = LastPart(path);
+    if (s.FilterActive || NamePatterns(s.FileTypes).Matches(name) || !m.files.Exists(path)) return;
+    const std::pair<QCheckBox*, const std::string&> classes[] = {
+        {c.PCheck, s.PictureTypes}, {c.VCheck, s.VideoTypes}, {c.WCheck, s.WebTypes},
+        {c.FCheck, s.FitsTypes},    {c.CCheck, s.RawTypes},   {c.TCheck, s.TextTypes}};
+    for (const auto& [box, types] : classes) {
+        if (types.empty() || box->isChecked() || !NamePatterns(types).Matches(name)) continue;
+        box->setChecked(true);
+        return;
+    }
 }
 
 void ListFilter::ApplyFileTypes() {

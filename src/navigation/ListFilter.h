@@ -6,6 +6,7 @@
 #include "shell/Context.h"
 
 #include <memory>
+#include <string>
 
 namespace tarn {
 
@@ -25,6 +26,9 @@ public:
     void FCheck_Click();
     void CCheck_Click();
     void TCheck_Click();
+
+    // A file that was asked for by its name: ticks the box of its class, if that lists it.
+    void ListClassOf(const std::string& path);
 
     // Puts FileTypes on the list and keeps the current file selected.
     void ApplyFileTypes();

@@ -30,6 +30,8 @@ public:
     // Opens a folder on the file of this name, or on its first row when the name is empty.
     void OpenFolder(const std::string& folder, const std::string& name);
 
+    void ListClassOf(const std::string& path) { m_filter.ListClassOf(path); }
+
     // What the pane says while it shows no picture.
     void ShowHint();
 

@@ -3,6 +3,7 @@
 #include "common/keys.h"
 #include "platform/FileListBox.h"
 #include "platform/PictureBox.h"
+#include "platform/webpane/PageBrowser.h"
 
 #include <QAction>
 #include <QKeyEvent>
@@ -11,7 +12,6 @@
 #include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QTextBrowser>
 
 namespace tarn {
 

@@ -125,7 +125,7 @@ bool SameFile(const struct stat& a, const struct stat& b) {
 } // namespace
 
 std::optional<std::string> DiskChanges::Read(const std::string& path, std::size_t most,
-                                             std::string* error) const {
+                                             std::string* error, std::size_t from) const {
     // Without waiting: a pipe under a note's name would hold the program up for ever.
     const Handle file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat info {};
@@ -136,7 +136,8 @@ std::optional<std::string> DiskChanges::Read(const std::string& path, std::size_
     std::array<char, 1 << 16> buffer{};
     while (bytes.size() < most) {
         const std::size_t wanted = std::min(buffer.size(), most - bytes.size());
-        const ssize_t got = ::read(file.Number(), buffer.data(), wanted);
+        const ssize_t got =
+            ::pread(file.Number(), buffer.data(), wanted, ::off_t(from + bytes.size()));
         if (got < 0 && errno == EINTR) continue;
         if (got < 0) return Fail(error), std::nullopt;
         if (got == 0) break;
@@ -154,7 +155,7 @@ bool DiskChanges::Write(const std::string& path, std::string_view bytes, std::st
     if (!file) {
         const int why = errno;
         const bool noLeave = why == EACCES || why == EPERM || why == EROFS;
-        const auto old = stands && noLeave ? Read(target, SIZE_MAX, error) : std::nullopt;
+        const auto old = stands && noLeave ? Read(target, SIZE_MAX, error, 0) : std::nullopt;
         return old ? WriteInPlace(target, *old, bytes, error) : Fail(error, why);
     }
     if (!WriteAll(file.Number(), bytes) || ::fchmod(file.Number(), ModeFor(target)) != 0 ||

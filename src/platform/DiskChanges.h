@@ -7,8 +7,8 @@ namespace tarn {
 
 class DiskChanges : public Files {
 public:
-    std::optional<std::string> Read(const std::string& path, std::size_t most,
-                                    std::string* error) const override;
+    std::optional<std::string> Read(const std::string& path, std::size_t most, std::string* error,
+                                    std::size_t from) const override;
     bool Write(const std::string& path, std::string_view bytes, std::string* error) override;
     bool Trash(const std::string& path, std::string* error, std::string* where) override;
     bool Restore(const std::string& where, const std::string& path, std::string* error) override;

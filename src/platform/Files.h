@@ -53,9 +53,11 @@ public:
     // itself when it is there, else the first such name of the folder; none when there is none.
     virtual std::optional<std::string> FindAnyCase(const std::string& path) const = 0;
 
-    // The first `most` bytes of a file. None and the system's text when it cannot be read.
+    // At most `most` bytes of a file, from the byte `from` on. None and the system's text when it
+    // cannot be read.
     virtual std::optional<std::string> Read(const std::string& path, std::size_t most,
-                                            std::string* error = nullptr) const = 0;
+                                            std::string* error = nullptr,
+                                            std::size_t from = 0) const = 0;
 
     // The verbs below change the disk. Each is false, with the system's text in `error`, when it
     // could not be done; everything then stands as it stood.

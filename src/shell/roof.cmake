@@ -1,6 +1,6 @@
 # Beside the rooms: help, logs, outside programs.
 tarn_library(tarn_help shell/help
-  SOURCES shell/help/HelpPages.cpp shell/help/frmHelp.cpp
+  SOURCES shell/help/HelpPages.cpp shell/help/HelpText.cpp shell/help/frmHelp.cpp
   LINK tarn_places tarn_platform)
 
 tarn_library(tarn_logs shell/logs

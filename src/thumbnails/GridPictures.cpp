@@ -1,6 +1,7 @@
 #include "thumbnails/GridPictures.h"
 
 #include "platform/imaging/fits/ScreenStretch.h"
+#include "platform/mci/ClipFrame.h"
 #include "thumbnails/ScalePicture.h"
 
 #include <algorithm>
@@ -48,7 +49,8 @@ QImage GridPicture(const GridWish& wish, const SharedCache& cache) {
     const AutomaticStretchOnly automatic; // other programs look into the cache, too
     QImage picture = cache.Read(wish.picture, *modified);
     if (!picture.isNull()) return picture;
-    picture = Fitted(wish.picture, cache.Side());
+    picture =
+        wish.isClip ? FirstFrame(wish.picture, cache.Side()) : Fitted(wish.picture, cache.Side());
     if (!picture.isNull()) cache.Write(wish.picture, *modified, picture);
     return picture;
 }

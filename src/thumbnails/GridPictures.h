@@ -18,6 +18,7 @@ namespace tarn {
 struct GridWish {
     std::string picture;   // full path
     std::string thumbnail; // path of its thumbnail, taken when it is not older
+    bool isClip = false;   // its first frame is meant
 };
 
 // A picture that fits into the square; null when the file cannot be shown.

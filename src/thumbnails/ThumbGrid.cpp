@@ -81,13 +81,15 @@ void ThumbGrid::AskForSeen() {
         const std::string& name = list.Text(row);
         const std::string type = FileTypeOf(name);
         const Picture* picture = m_pictures.object(name);
-        if ((picture && picture->generation == m_generation) || type == ".TXT" ||
-            IsListedType(m.state.VideoTypes, type) || IsListedType(m.state.WebTypes, type))
+        if ((picture && picture->generation == m_generation) || type == ".TXT" || type == ".LOG" ||
+            IsListedType(m.state.WebTypes, type))
             continue;
+        const bool isClip = IsListedType(m.state.VideoTypes, type);
         wishes.push_back({JoinPath(list.Path(), name),
-                          thumbnails.empty()
+                          thumbnails.empty() || isClip
                               ? std::string()
-                              : JoinPath(thumbnails, m.thumbnails.ThumbnailNameOf(name))});
+                              : JoinPath(thumbnails, m.thumbnails.ThumbnailNameOf(name)),
+                          isClip});
     }
     if (!m_worker) {
         const double side = kCellPicture * list.devicePixelRatioF();

@@ -5,10 +5,13 @@
 #include "common/text.h"
 #include "pictureinfo/PictureFile.h"
 #include "platform/Desktop.h"
+#include "platform/EventPump.h"
 #include "platform/FileListBox.h"
 #include "platform/PictureBox.h"
 #include "platform/ProgramFiles.h"
 #include "platform/QtText.h"
+#include "platform/TextPane.h"
+#include "platform/webpane/PageBrowser.h"
 
 #include <QAbstractButton>
 #include <QImage>
@@ -19,14 +22,13 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSlider>
-#include <QTextBrowser>
-#include <QUrl>
 
 namespace tarn {
 
 namespace {
 
 constexpr int kTimerInterval = 500; // milliseconds
+constexpr int kQuick = 300;         // the same, of an answer that nobody waits for
 constexpr char kAlias[] = "VidClip";
 constexpr long kPaneHandle = 2; // Picture2, as a number of our own
 
@@ -61,23 +63,38 @@ void VideoRoom::ConnectControls() {
     connect(c.LogText->verticalScrollBar(), &QScrollBar::valueChanged, this, [this](int value) {
         QScrollBar& bar = *m.controls.LogText->verticalScrollBar();
         if (!m_text.HasMore() || value == 0 || value < bar.maximum()) return;
-        if (!m_text.ReadMore()) return;
-        m.controls.LogText->setPlainText(ToQt(m_text.Text()));
-        bar.setValue(value);
+        if (m_text.ReadMore()) AppendText(*m.controls.LogText, m_text.Text());
     });
-    c.WebBrowser1->setOpenLinks(false);
 }
 
 Mci& VideoRoom::Player() {
     if (!m_mci) {
         m_mci = m_makeMci();
         m_mci->onFrame = [this](const QImage& frame) { m.controls.Picture2->SetPicture(frame); };
+        m_mci->onWait = [this] { return WaitsOn(); };
     }
     return *m_mci;
 }
 
 Mci::Reply VideoRoom::Send(const std::string& command) {
-    return Player().Send(command);
+    const bool outermost = !m_sends.isValid();
+    if (outermost) m_sends.start();
+    Mci::Reply reply = Player().Send(command);
+    if (outermost) {
+        m_sends.invalidate();
+        if (m_wait) m.shell.ShowMessage("");
+        m_wait.reset();
+    }
+    return reply;
+}
+
+// A player that takes its time leaves the window alive; Esc breaks it off.
+bool VideoRoom::WaitsOn() {
+    if (m_sends.elapsed() < kQuick) return true;
+    if (m_wait) return m_wait->Step("Waiting for '" + m.state.FileNameOnly + "' ...");
+    if (m.state.BatchRuns) return !m.events.ProgramEnds();
+    m_wait = std::make_unique<BatchRun>(m);
+    return true;
 }
 
 bool VideoRoom::SendChecked(const std::string& command, std::string* reply) {
@@ -103,6 +120,7 @@ void VideoRoom::ErrorStep(int code) {
 
 void VideoRoom::CloseVideoClip() {
     if (m_mci) m_mci->Send("close VidClip");
+    if (m.state.WebImage) m.controls.WebBrowser1->ClearPage();
     m.state.VideoOpen = false;
     m.state.VideoRunning = false;
     m_timer.stop();
@@ -151,7 +169,7 @@ void VideoRoom::ShowVideoFile() {
         ShowText();
     else if (s.FileType == ".MP4" && !s.VideoInWindow)
         ShowSummary("MP4 video", true);
-    else if (s.FileType == ".SER" || (s.FileType == ".MOV" && !s.VideoInWindow))
+    else if ((s.FileType == ".SER" || s.FileType == ".MOV") && !s.VideoInWindow)
         ShowSummary("Canon DSLR Video", false);
     else
         ShowClip();
@@ -272,8 +290,7 @@ void VideoRoom::ShowPage() {
     s.WebImage = true;
     m_lines = TextLines(s.Filename);
     m.shell.ShowPane(Pane::WebBrowser1);
-    m.controls.WebBrowser1->setSource(QUrl::fromLocalFile(ToQt(s.Filename)),
-                                      QTextDocument::HtmlResource);
+    m.shell.ShowMessage(m.controls.WebBrowser1->ShowPage(s.Filename));
     m.controls.EditButton2->setText(QStringLiteral("Web"));
     m.notes.ClearNotesButton_Click(); // what was being written goes into the restore buffer
     m.notes.SetNotesFilename();

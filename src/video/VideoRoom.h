@@ -4,9 +4,11 @@
 
 #include "platform/mci/Mci.h"
 #include "shell/Context.h"
+#include "shell/batch/BatchRun.h"
 #include "shell/logs/LogFile.h"
 #include "video/VideoText.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 
@@ -39,6 +41,7 @@ protected:
 private:
     Mci& Player();
     Mci::Reply Send(const std::string& command);
+    bool WaitsOn();
     bool SendChecked(const std::string& command, std::string* reply = nullptr);
     bool OpenVideoClip(const std::string& alias, const std::string& path, long handle);
     void PlayClip(const std::string& alias);
@@ -60,7 +63,9 @@ private:
     Context& m;
     std::function<std::unique_ptr<Mci>()> m_makeMci;
     std::unique_ptr<Mci> m_mci;
-    QTimer m_timer; // VideoTimer
+    QElapsedTimer m_sends;            // since the command under way
+    std::unique_ptr<BatchRun> m_wait; // for a slow answer
+    QTimer m_timer;                   // VideoTimer
     QSlider* m_slider = nullptr;
     LogFile m_text;
     VideoLines m_lines;

@@ -88,7 +88,7 @@ TEST(Help, EveryEntryAndNumberHasItsPage) {
 TEST(Help, WordsAreFoundInAllPagesAndEscClosesTheHelpAlone) {
     HelpDesk d;
     d.ShowPage(kHelpSlides);
-    d.Find("emptIES"); // in one page only
+    d.Find("emptIES"); // not in the pages between
     EXPECT_EQ(d.Chosen(), "Thumbnail Sub Folder");
     EXPECT_EQ(d.Page()->textCursor().selectedText(), QStringLiteral("empties"));
     d.Find("no such word");
@@ -188,8 +188,8 @@ TEST(Logs, ALargeFileComesInParts) {
     EXPECT_EQ(shown().back(), '\n'); // whole lines
     d.More()->click();
     EXPECT_GT(shown().size(), (std::size_t(2) << 20) - 100);
-    d.More()->click();
-    EXPECT_EQ(shown(), text);
+    for (int part = 0; part < 2; ++part) d.More()->click();
+    EXPECT_TRUE(shown() == text);
     EXPECT_FALSE(d.More()->isVisible());
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/FolderTreeview.h"
 
+#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QStatusBar>
@@ -79,6 +80,27 @@ TEST(Start, AFileNamedIsShownAndAMissingOneSaid) {
     EXPECT_EQ(other.Current(), "a.jpg");
     EXPECT_EQ(other.house.controls.FileDateText->text().toStdString(),
               "'" + other.folder.Path() + "/gone.jpg' does not exist");
+}
+
+TEST(Start, AFileNamedIsListedWithItsClass) {
+    const auto fits = [](const AppDesk& d) { return d.house.controls.FCheck->isChecked(); };
+    AppDesk d;
+    d.AddPicture("a.jpg");
+    const std::string frame = d.folder.Write("m31.fits", "SIMPLE  =");
+    const std::string other = d.folder.Write("b.xyz", "");
+    d.Start(frame);
+    EXPECT_EQ(d.house.state.FileNameOnly, "m31.fits");
+    EXPECT_TRUE(fits(d));
+    d.house.controls.FCheck->setChecked(false);
+    EXPECT_EQ(d.Current(), "a.jpg");
+    d.house.Open(frame); // by a second start
+    EXPECT_EQ(d.house.state.FileNameOnly, "m31.fits");
+    EXPECT_TRUE(fits(d));
+    AppDesk none;
+    none.Start(other);
+    EXPECT_FALSE(fits(none));
+    EXPECT_EQ(none.house.controls.FileDateText->text().toStdString(),
+              "'" + other + "' is not among the files listed");
 }
 
 TEST(Start, AMissingFolderLeavesTheProgramUsable) {

@@ -2,8 +2,9 @@
 #include "FilesDesk.h"
 #include "video/ClipFiles.h"
 
+#include "platform/webpane/PageBrowser.h"
+
 #include <QScrollBar>
-#include <QTextBrowser>
 
 namespace tarn::testing {
 namespace {
@@ -136,17 +137,89 @@ TEST(Video, TextsPagesAndSummariesHaveTheirPanes) {
     EXPECT_EQ(d.Current(), "a.jpg");
 }
 
-TEST(Video, ALongTextComesInParts) {
+TEST(Video, TextsOfAnyLengthComeInParts) {
     VideoDesk d;
     std::string text;
     for (int i = 0; text.size() < 3000000; ++i) text += "line " + std::to_string(i) + "\n";
     d.folder.Write("l.log", text);
-    d.GoTo("l.log");
-    const auto shown = d.c.LogText->toPlainText().size();
-    EXPECT_LT(shown, 1100000);
+    d.folder.Write("long.log", std::string(3000000, 'x') + "\xC3\xA9");
+    d.house.navigation.RefreshDirButton_Click();
     QScrollBar& bar = *d.c.LogText->verticalScrollBar();
+    d.GoTo("l.log");
+    auto shown = d.c.LogText->toPlainText().size();
+    EXPECT_LT(shown, 1100000);
+    for (int part = 0; part < 2; ++part) {
+        bar.setValue(bar.maximum());
+        EXPECT_GT(d.c.LogText->toPlainText().size(), shown);
+        shown = d.c.LogText->toPlainText().size();
+    }
     bar.setValue(bar.maximum());
-    EXPECT_GT(d.c.LogText->toPlainText().size(), shown);
+    EXPECT_TRUE(d.c.LogText->toPlainText().toStdString() == text);
+    d.GoTo("long.log");
+    for (int part = 0; part < 3; ++part) bar.setValue(bar.maximum());
+    QString line = d.c.LogText->toPlainText();
+    for (const QString& part : line.split(QLatin1Char('\n'))) EXPECT_LE(part.size(), 4000);
+    EXPECT_EQ(line.remove(QLatin1Char('\n')).size(), 3000001);
+}
+
+TEST(Video, TheCheckSendsAllClipsDownTheSameRoad) {
+    VideoDesk d;
+    d.folder.Write("sun.ser", NumberedSer(20));
+    d.house.navigation.RefreshDirButton_Click();
+    d.GoTo("sun.ser");
+    EXPECT_TRUE(d.c.QTplayButton->isVisible());
+    EXPECT_NE(d.Panel().find("   Camera: Canon DSLR Video\n"), std::string::npos);
+    d.c.VideoInWindowButton->trigger();
+    d.GoTo("v.avi");
+    d.GoTo("sun.ser");
+    EXPECT_FALSE(d.c.QTplayButton->isVisible());
+    EXPECT_EQ(d.Frame(), "4|Video frame 4");
+    d.Press(6);
+    EXPECT_EQ(d.Frame(), "19|Video frame 20 end");
+    d.GoTo("m.mp4"); // no clip
+    EXPECT_NE(d.Error(), "");
+}
+
+TEST(Video, AnOpenClipIsRenamedAndGoesAway) {
+    VideoDesk d;
+    d.GoTo("v.avi");
+    d.Rename("w.avi");
+    EXPECT_TRUE(std::filesystem::exists(d.folder.Path() + "/w.avi"));
+    EXPECT_EQ(d.Current(), "w.avi");
+    d.GoTo("w.avi");
+    EXPECT_EQ(d.Frame(), "4|Video frame 4");
+    // Another program takes it away: the frames go on or it is said, and the next file shows.
+    std::filesystem::remove(d.folder.Path() + "/w.avi");
+    d.Press(5);
+    EXPECT_TRUE(d.Frame() == "5|Video frame 5" || !d.Error().empty()) << d.Frame();
+    d.GoTo("a.jpg");
+    EXPECT_EQ(d.Current(), "a.jpg");
+    d.house.navigation.RefreshDirButton_Click();
+    EXPECT_EQ(d.c.FileListBox->RowOf("w.avi"), -1);
+}
+
+TEST(Video, APageReadsNothingOutsideItsFolder) {
+    VideoDesk d;
+    TestFolder outside;
+    d.AddPicture("in.jpg", 40);
+    std::filesystem::copy(d.folder.Path() + "/in.jpg", outside.Path() + "/out.jpg");
+    std::string page = "<html><body>Some text<img src=\"in.jpg\"><img src=\"" + outside.Path() +
+                       "/out.jpg\"><img src=\"http://localhost/x.jpg\">";
+    for (int i = 0; i < 1000; ++i) page += "<img src=\"none" + std::to_string(i) + ".jpg\">";
+    d.folder.Write("p.html", page);
+    d.GoTo("p.html");
+    const auto resource = [&d](const std::string& url) {
+        return d.c.WebBrowser1->document()->resource(QTextDocument::ImageResource,
+                                                     QUrl(QString::fromStdString(url)));
+    };
+    EXPECT_EQ(resource("in.jpg").value<QImage>().width(), 40);
+    for (const std::string& url :
+         {"file://" + outside.Path() + "/out.jpg", ".." + outside.Path().substr(4) + "/out.jpg"}) {
+        EXPECT_TRUE(resource(url).value<QImage>().isNull()) << url;
+        EXPECT_TRUE(resource(url).toByteArray().isEmpty()) << url;
+    }
+    EXPECT_TRUE(d.c.WebBrowser1->toPlainText().startsWith(QLatin1String("Some text")));
+    EXPECT_TRUE(d.Said().starts_with("Plain view of the page: ")) << d.Said();
 }
 
 } // namespace tarn::testing

@@ -1,10 +1,10 @@
 #include "FilesDesk.h"
+#include "platform/webpane/PageBrowser.h"
 #include "web/PageHead.h"
 
 #include <QCheckBox>
 #include <QRadioButton>
 #include <QSlider>
-#include <QTextBrowser>
 
 namespace tarn::testing {
 namespace {

@@ -34,9 +34,9 @@ public:
     std::optional<std::string> FindAnyCase(const std::string& p) const override {
         return real->FindAnyCase(p);
     }
-    std::optional<std::string> Read(const std::string& p, std::size_t most,
-                                    std::string* e) const override {
-        return real->Read(p, most, e);
+    std::optional<std::string> Read(const std::string& p, std::size_t most, std::string* e,
+                                    std::size_t from = 0) const override {
+        return real->Read(p, most, e, from);
     }
     bool Write(const std::string& p, std::string_view b, std::string* e) override {
         return May("write", p, e) && real->Write(p, b, e);

@@ -2,6 +2,8 @@
 // first, made with ffmpeg.
 #pragma once
 
+#include "SerWriter.h"
+
 #include <QImage>
 
 #include <cstdio>
@@ -49,6 +51,22 @@ inline bool MakeClip(const std::string& path, int frames, const std::string& opt
             std::fwrite(frame.constScanLine(y), 1, std::size_t(frame.width()) * 3, pipe);
     }
     return ::pclose(pipe) == 0;
+}
+
+// The same frames as a SER clip of 12 bits, one every 40 ms.
+inline std::string NumberedSer(int frames) {
+    constexpr int kWhite = 4095;
+    constexpr std::int64_t kTicks = 400000;
+    SerClip clip{kBits * kField, 64, 12, 0, false, {}, {}};
+    for (int i = 0; i < frames; ++i) {
+        const QImage frame = NumberedFrame(i);
+        clip.frames.emplace_back();
+        for (int y = 0; y < frame.height(); ++y)
+            for (int x = 0; x < frame.width(); ++x)
+                clip.frames.back().push_back(qGray(frame.pixel(x, y)) > 127 ? kWhite : 0);
+        clip.ticks.push_back(kTicks * (i + 1));
+    }
+    return SerBytes(clip);
 }
 
 } // namespace tarn::testing

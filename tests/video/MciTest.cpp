@@ -1,7 +1,7 @@
 #include "ClipFiles.h"
 #include "support/TestFolder.h"
 
-#include "platform/EventPump.h"
+#include "platform/mci/ClipFrame.h"
 #include "platform/mci/Mci.h"
 
 #include <QCoreApplication>
@@ -14,8 +14,7 @@ namespace {
 
 struct Clip {
     TestFolder folder;
-    std::unique_ptr<EventPump> events = MakeEventPump();
-    std::unique_ptr<Mci> mci = MakeMci(*events);
+    std::unique_ptr<Mci> mci = MakeMci();
     QImage shown;
 
     Clip() {
@@ -46,7 +45,10 @@ TEST_P(MciClips, ShowTheFrameThatTheyTell) {
     Clip clip;
     const Kind& kind = GetParam();
     const std::string path = clip.folder.Path() + "/a \"b\"%" + kind.name;
-    ASSERT_TRUE(MakeClip(path, kFrames, kind.options, kind.filter));
+    if (path.ends_with(".ser"))
+        clip.folder.Write(path.substr(clip.folder.Path().size() + 1), NumberedSer(kFrames));
+    else
+        ASSERT_TRUE(MakeClip(path, kFrames, kind.options, kind.filter));
     ASSERT_EQ(clip.Send("Open \"" + path + "\" alias VidClip"), "") << clip.mci->ErrorText(1);
     EXPECT_EQ(clip.Send("status VidClip length"), "60");
     EXPECT_EQ(clip.Send("Window VidClip handle 7"), "");
@@ -64,13 +66,73 @@ TEST_P(MciClips, ShowTheFrameThatTheyTell) {
     EXPECT_EQ(clip.Shown(), "59 60");
     EXPECT_EQ(clip.Send("close VidClip"), "");
     EXPECT_EQ(clip.Send("status VidClip position"), "code 3");
+    EXPECT_EQ(NumberOf(FirstFrame(path, 64)), 0);
+    EXPECT_EQ(FirstFrame(path, 64).size(), QSize(64, 32));
+}
+
+TEST(Mci, AnswersEveryCommand) {
+    Clip clip;
+    const std::string path = clip.folder.Write("a.ser", NumberedSer(10));
+    for (const auto& [command, reply] : std::vector<std::pair<std::string, std::string>>{
+             {"status VidClip length", "code 3"},
+             {"close VidClip", "code 3"},
+             {"Open " + path + " alias VidClip", "code 2"},
+             {"Open \"" + path + "\" alias Other", "code 2"},
+             {"Open \"", "code 2"},
+             {"Open \"" + path + "\" alias VidClip", ""},
+             {"status VidClip length", "10"},
+             {"status VidClip record frame rate", "25000"},
+             {"status VidClip", "code 2"},
+             {"Where VidClip destination", "0 0 128 64"},
+             {"Window VidClip handle 12", ""},
+             {"Window VidClip handle", "code 2"},
+             {"Put VidClip destination at 0 0 64 32", ""},
+             {"Put VidClip destination at 0 0 64", "code 2"},
+             {"Put VidClip destination at 0 0 0 -1", "code 2"},
+             {"Play VidClip to 4", ""},
+             {"status VidClip position", "4"},
+             {"Play VidClip to 99", ""},
+             {"status VidClip position", "9"},
+             {"Play VidClip to x", "code 2"},
+             {"seek VidClip to end", ""},
+             {"status VidClip position", "10"},
+             {"seek VidClip to 99", ""},
+             {"status VidClip position", "10"},
+             {"seek VidClip to -5", ""},
+             {"status VidClip position", "0"},
+             {"seek VidClip to", "code 2"},
+             {"seek VidClip to 1 2", "code 2"},
+             {"pause VidClip", ""},
+             {"stop VidClip", ""},
+             {"play VidClip", "code 2"},
+             {"close VidClip", ""},
+             {"close VidClip", "code 3"}})
+        EXPECT_EQ(clip.Send(command), reply) << command;
+    EXPECT_EQ(clip.shown.size(), QSize(64, 32));
+    EXPECT_EQ(NumberOf(clip.shown), 0);
+}
+
+TEST(Mci, AWaitCanBeBrokenOff) {
+    Clip clip;
+    const std::string path = clip.folder.Path() + "/a.avi";
+    ASSERT_TRUE(MakeClip(path, 30, "-c:v mjpeg -q:v 2 -pix_fmt yuvj422p"));
+    int asked = 0;
+    clip.mci->onWait = [&asked] { return ++asked < 1; };
+    EXPECT_EQ(clip.Send("Open \"" + path + "\" alias VidClip"), "code 1");
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(clip.mci->ErrorText(1), "The clip was broken off");
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Kinds, MciClips,
-    ::testing::Values(Kind{"h264.mp4", "-c:v libx264 -g 250 -bf 3 -pix_fmt yuv420p", "null"},
+    ::testing::Values(Kind{"sun.ser", "", ""},
+                      Kind{"h264.mp4", "-c:v libx264 -g 250 -bf 3 -pix_fmt yuv420p", "null"},
                       Kind{"mpeg4.avi", "-c:v mpeg4 -q:v 2 -g 50", "null"},
                       Kind{"mjpeg.avi", "-c:v mjpeg -q:v 2 -pix_fmt yuvj422p", "null"},
+                      Kind{"fast.mp4",
+                           "-c:v libx264 -g 250 -bf 3 -pix_fmt yuv420p -fps_mode passthrough "
+                           "-enc_time_base 1/24000",
+                           "settb=1/24000,setpts=N*100"},
                       Kind{"variable.mkv", "-c:v libx264 -g 250 -pix_fmt yuv420p -fps_mode vfr",
                            "setpts=(N+floor(N*N/20))/25/TB"}),
     [](const auto& info) {
@@ -79,26 +141,30 @@ INSTANTIATE_TEST_SUITE_P(
     });
 
 TEST(Mci, PlaysToTheEndAndPauses) {
-    Clip clip;
-    const std::string path = clip.folder.Path() + "/a.avi";
-    ASSERT_TRUE(MakeClip(path, 30, "-c:v mjpeg -q:v 2 -pix_fmt yuvj422p"));
-    ASSERT_EQ(clip.Send("Open \"" + path + "\" alias VidClip"), "");
-    EXPECT_EQ(clip.Send("status VidClip record frame rate"), "25000");
-    clip.Send("Play VidClip");
-    QElapsedTimer time;
-    time.start();
-    while (clip.Send("status VidClip position") < "05" && time.elapsed() < 5000)
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
-    while (std::stoi(clip.Send("status VidClip position")) < 5 && time.elapsed() < 5000)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    clip.Send("pause VidClip");
-    const std::string paused = clip.Send("status VidClip position");
-    EXPECT_GE(std::stoi(paused), 5);
-    EXPECT_EQ(clip.Shown(), paused + " " + paused);
-    clip.Send("Play VidClip");
-    while (clip.Send("status VidClip position") != "30" && time.elapsed() < 8000)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    EXPECT_EQ(clip.Shown(), "29 30");
+    for (const char* name : {"a.avi", "a.ser"}) {
+        Clip clip;
+        const std::string path = clip.folder.Write(name, NumberedSer(30));
+        if (path.ends_with(".avi")) {
+            ASSERT_TRUE(MakeClip(path, 30, "-c:v mjpeg -q:v 2 -pix_fmt yuvj422p"));
+        }
+        ASSERT_EQ(clip.Send("Open \"" + path + "\" alias VidClip"), "");
+        EXPECT_EQ(clip.Send("status VidClip record frame rate"), "25000");
+        QElapsedTimer time;
+        time.start();
+        const auto playTo = [&](int frame) {
+            clip.Send("Play VidClip");
+            while (std::stoi(clip.Send("status VidClip position")) < frame && time.elapsed() < 8000)
+                QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
+        };
+        playTo(5);
+        clip.Send("pause VidClip");
+        const std::string paused = clip.Send("status VidClip position");
+        EXPECT_GE(std::stoi(paused), 5);
+        EXPECT_LT(std::stoi(paused), 30);
+        EXPECT_EQ(clip.Shown(), paused + " " + paused);
+        playTo(30);
+        EXPECT_EQ(clip.Shown(), "29 30") << name;
+    }
 }
 
 TEST(Mci, TellsWhatCannotBeOpened) {

@@ -1,12 +1,12 @@
 #include "platform/mci/FrameTimes.h"
 
+#include "platform/mci/AvFile.h"
+
 extern "C" {
 #include <libavcodec/avcodec.h>
-#include <libavformat/avformat.h>
 }
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <memory>
 
@@ -14,16 +14,10 @@ namespace tarn {
 
 namespace {
 
-constexpr double kUsualRate = 25; // frames a second, where nothing tells
-
-std::string TextOf(int code) {
-    std::array<char, AV_ERROR_MAX_STRING_SIZE> text{};
-    av_strerror(code, text.data(), text.size());
-    return text.data();
-}
+constexpr double kUsualRate = 25;         // frames a second, where nothing tells
+constexpr double kPlayerTolerance = .005; // seconds, of its exact seek
 
 struct Closer {
-    void operator()(AVFormatContext* context) const { avformat_close_input(&context); }
     void operator()(AVPacket* packet) const { av_packet_free(&packet); }
 };
 
@@ -48,22 +42,13 @@ void ReadTimes(AVFormatContext& file, const AVStream& stream, ClipFacts& clip) {
 
 } // namespace
 
-ClipFacts ReadClipFacts(const std::string& path) {
+ClipFacts ReadClipFacts(const std::string& path, const std::atomic<bool>& stop) {
     ClipFacts clip;
-    AVFormatContext* opened = nullptr;
-    av_log_set_level(AV_LOG_QUIET);
-    // "file:" keeps colons and percent signs in names from being taken for protocols.
-    int code = avformat_open_input(&opened, ("file:" + path).c_str(), nullptr, nullptr);
-    if (code < 0) {
-        clip.error = TextOf(code);
-        return clip;
-    }
-    const std::unique_ptr<AVFormatContext, Closer> file(opened);
-    code = avformat_find_stream_info(file.get(), nullptr);
-    const int index =
-        code < 0 ? code : av_find_best_stream(file.get(), AVMEDIA_TYPE_VIDEO, -1, -1, nullptr, 0);
+    const AvFile file = OpenAvFile(path, stop, clip.error);
+    if (!file) return clip;
+    const int index = av_find_best_stream(file.get(), AVMEDIA_TYPE_VIDEO, -1, -1, nullptr, 0);
     if (index < 0) {
-        clip.error = TextOf(index);
+        clip.error = AvErrorText(index);
         return clip;
     }
     const AVStream& stream = *file->streams[index];
@@ -71,8 +56,8 @@ ClipFacts ReadClipFacts(const std::string& path) {
     clip.height = stream.codecpar->height;
     if (stream.avg_frame_rate.den > 0) clip.rate = av_q2d(stream.avg_frame_rate);
     ReadTimes(*file, stream, clip);
-    if (clip.times.empty()) {
-        clip.error = "The clip has no frames";
+    if (clip.times.empty() || stop) {
+        clip.error = stop ? "Opening was broken off" : "The clip has no frames";
         return clip;
     }
     const double length = clip.times.back() - clip.times.front();
@@ -89,7 +74,8 @@ int FrameAt(const ClipFacts& clip, double time) {
 
 double SeekTimeOf(const ClipFacts& clip, int frame) {
     const auto at = std::size_t(frame);
-    return frame == 0 ? clip.times[0] : (clip.times[at - 1] + clip.times[at]) / 2;
+    return frame == 0 ? clip.times[0]
+                      : (clip.times[at - 1] + clip.times[at]) / 2 + kPlayerTolerance;
 }
 
 } // namespace tarn

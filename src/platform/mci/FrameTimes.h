@@ -1,6 +1,7 @@
 // When each frame of a clip is shown, from its container.
 #pragma once
 
+#include <atomic>
 #include <string>
 #include <vector>
 
@@ -14,13 +15,15 @@ struct ClipFacts {
     std::string error;         // why there are none; empty otherwise
 };
 
-ClipFacts ReadClipFacts(const std::string& path);
+// Looks at every packet of the file, so it may take long: `stop` breaks it off from another thread.
+ClipFacts ReadClipFacts(const std::string& path, const std::atomic<bool>& stop);
 
 // The frame that is shown at a time; -1 before the first.
 int FrameAt(const ClipFacts& clip, double time);
 
-// A time by which an exact seek finds a frame: it shows the first one that is not before it, so
-// this lies half way from the frame before.
+// A time by which the player's exact seek finds a frame. It shows the first one that is at most 5
+// ms before the time that it is sent to, so this lies so much behind the middle from the frame
+// before.
 double SeekTimeOf(const ClipFacts& clip, int frame);
 
 } // namespace tarn

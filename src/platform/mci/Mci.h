@@ -20,7 +20,7 @@
 
 namespace tarn {
 
-class EventPump;
+class ClipPlayer;
 
 class Mci {
 public:
@@ -39,9 +39,17 @@ public:
 
     // Gets each frame that is to be seen, on the thread that sends.
     std::function<void(const QImage&)> onFrame;
+
+    // Asked every few milliseconds while a command waits for the player; false breaks it off.
+    std::function<bool()> onWait;
 };
 
-// Waits for the player through `events`, so that the window stays alive.
-std::unique_ptr<Mci> MakeMci(EventPump& events);
+std::unique_ptr<Mci> MakeMci();
+
+// With a player of the caller's: null and an error text when the file cannot be played.
+std::unique_ptr<Mci>
+MakeMci(std::function<std::unique_ptr<ClipPlayer>(
+            const std::string& path, const std::function<bool()>& wait, std::string& error)>
+            open);
 
 } // namespace tarn

@@ -4,6 +4,7 @@
 #include "platform/FolderTreeview.h"
 #include "platform/PictureBox.h"
 #include "platform/QtText.h"
+#include "platform/webpane/PageBrowser.h"
 #include "shell/controls/Icons.h"
 
 #include <QAbstractButton>
@@ -15,7 +16,7 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QTextBrowser>
+
 #include <QToolTip>
 
 #include <cstring>

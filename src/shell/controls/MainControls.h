@@ -18,7 +18,6 @@ class QMenuBar;
 class QObject;
 class QPlainTextEdit;
 class QPushButton;
-class QTextBrowser;
 class QWidget;
 
 namespace tarn {
@@ -26,6 +25,7 @@ namespace tarn {
 class FileListBox;
 class Files;
 class FolderTreeview;
+class PageBrowser;
 class PictureBox;
 
 // Where a control stands in the window.

@@ -1,5 +1,6 @@
-// The pages of the help: which file holds which. Pages 1 to 5 are called by their number, the
-// others by the menu entry that opens them.
+// The pages of the help, which are the manual in docs/manual: which file holds which. Pages 1 to 5
+// are called by their number, some others by the menu entry that opens them, the rest is chosen in
+// the window.
 #pragma once
 
 #include <string>
@@ -21,6 +22,7 @@ enum HelpPage {
     kHelpRegistry,
     kHelpAbout,
     kHelpWebPages,
+    kHelpReadOn, // no command opens it
 };
 
 struct HelpPageRow {

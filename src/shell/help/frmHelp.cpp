@@ -3,6 +3,7 @@
 #include "platform/ProgramFiles.h"
 #include "platform/QtText.h"
 #include "shell/help/HelpPages.h"
+#include "shell/help/HelpText.h"
 
 #include <QFileInfo>
 #include <QLabel>
@@ -11,7 +12,6 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <QSplitter>
-#include <QTextBrowser>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -34,7 +34,7 @@ QString ReadPage(const char* file) {
 } // namespace
 
 frmHelp::frmHelp(WindowPlace& place)
-    : m_pages(new QListWidget()), m_page(new QTextBrowser()), m_find(new QLineEdit()),
+    : m_pages(new QListWidget()), m_page(new HelpText()), m_find(new QLineEdit()),
       m_found(new QLabel()), m_place(*this, place) {
     setObjectName(QStringLiteral("frmHelp"));
     setWindowTitle(QStringLiteral("Tarn_View - Help"));
@@ -45,10 +45,10 @@ frmHelp::frmHelp(WindowPlace& place)
     m_pages->setMinimumWidth(m_pages->sizeHintForColumn(0) + 2 * em);
     connect(m_pages, &QListWidget::currentRowChanged, this, &frmHelp::ShowRow);
     // A link leads to another page, which is then the one chosen.
-    connect(m_page, &QTextBrowser::sourceChanged, this, [this](const QUrl& source) {
+    connect(m_page, &HelpText::sourceChanged, this, [this](const QUrl& source) {
         for (int row = 0; row < m_pages->count(); ++row)
             if (QLatin1String(HelpPages()[static_cast<std::size_t>(row)].file)
-                    .endsWith(source.fileName()))
+                    .endsWith(QLatin1Char('/') + source.fileName()))
                 m_pages->setCurrentRow(row);
     });
     m_pages->setCurrentRow(0);

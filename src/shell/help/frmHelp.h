@@ -9,9 +9,10 @@
 class QLabel;
 class QLineEdit;
 class QListWidget;
-class QTextBrowser;
 
 namespace tarn {
+
+class HelpText;
 
 class frmHelp : public QWidget {
 public:
@@ -31,7 +32,7 @@ private:
     bool FindFromStart(const QString& text, int row);
 
     QListWidget* m_pages;
-    QTextBrowser* m_page;
+    HelpText* m_page;
     QLineEdit* m_find;
     QLabel* m_found;
     KeptPlace m_place;

@@ -1,5 +1,5 @@
-// A log or text file in parts: its first megabyte at once, more on demand, in whole lines. No
-// widgets.
+// A log or text file in parts of a megabyte, in whole lines, so that one of any size opens at once.
+// No widgets.
 #pragma once
 
 #include "platform/Files.h"
@@ -9,7 +9,8 @@
 
 namespace tarn {
 
-inline constexpr std::size_t kFirstPart = 1 << 20; // bytes
+inline constexpr std::size_t kPartBytes = 1 << 20;
+inline constexpr std::size_t kLongestLine = 4000; // bytes; what is longer is shown in several lines
 
 // Names of the log and text files of a folder, sorted in any case; empty when it cannot be read.
 std::vector<std::string> LogNames(const Files& files, const std::string& folder);
@@ -18,10 +19,10 @@ class LogFile {
 public:
     explicit LogFile(const Files& files) : m_files(files) {}
 
-    // Reads the first part of a file, or again as much of it as was read before. False, with the
-    // system's text in Error(), when it cannot be read.
+    // Reads the first part of a file into Text(), or again as much of it as was read before. False,
+    // with the system's text in Error(), when it cannot be read.
     bool Read(const std::string& path);
-    // Twice as much as now.
+    // The next part into Text(), in place of what stood there.
     bool ReadMore();
 
     const std::string& Path() const { return m_path; }
@@ -30,13 +31,13 @@ public:
     const std::string& Error() const { return m_error; }
 
 private:
-    bool ReadPart();
+    bool ReadPart(std::size_t from, std::size_t most);
 
     const Files& m_files;
     std::string m_path;
     std::string m_text;
     std::string m_error;
-    std::size_t m_most = kFirstPart;
+    std::size_t m_read = 0; // bytes
     bool m_hasMore = false;
 };
 

@@ -3,6 +3,7 @@
 #include "common/paths.h"
 #include "platform/FileListBox.h"
 #include "platform/QtText.h"
+#include "platform/TextPane.h"
 
 #include <QEvent>
 #include <QLabel>
@@ -135,8 +136,7 @@ void frmLogs::ShowChosen() {
 
 void frmLogs::ShowMore() {
     const int place = m_text->verticalScrollBar()->value();
-    m_file.ReadMore();
-    m_text->setPlainText(ToQt(m_file.Text()));
+    if (m_file.ReadMore()) AppendText(*m_text, m_file.Text());
     m_text->verticalScrollBar()->setValue(place);
     Say();
 }
@@ -147,7 +147,7 @@ void frmLogs::Say() {
     if (!m_file.Error().empty())
         m_say->setText(ToQt(m_file.Error() + " - " + path));
     else
-        m_say->setText(ToQt(m_file.HasMore() ? path + ", first part" : path));
+        m_say->setText(ToQt(m_file.HasMore() ? path + ", not yet to its end" : path));
 }
 
 void frmLogs::FindNext() {

@@ -105,6 +105,9 @@ void Lifecycle::Form_Load(const std::string& argument) {
 void Lifecycle::SayWhatIsAmiss() {
     if (!m_start.missing.empty())
         m.shell.ShowMessage("'" + m_start.missing + "' does not exist");
+    else if (const std::string path = JoinPath(m_start.folder, m_start.name);
+             m.controls.FileListBox->RowOf(m_start.name) < 0 && m.files.Exists(path))
+        m.shell.ShowMessage("'" + path + "' is not among the files listed");
     else if (!m.settings.IsWritable())
         m.shell.ShowMessage("Settings cannot be written to " + m.settings.Location());
 }
@@ -176,6 +179,8 @@ void Lifecycle::SelectStartFile() {
         m.navigation.SelectRow(0);
         return;
     }
+    if (list.RowOf(m.state.StartName) < 0)
+        m_navigation.ListClassOf(JoinPath(m.state.StartFolder, m.state.StartName));
     m.navigation.ClearMultiselect();
     m.navigation.SelectRow(list.RowOf(m.state.StartName));
 }

@@ -3,6 +3,7 @@
 #include "platform/PictureBox.h"
 #include "platform/ProgramFiles.h"
 #include "platform/QtText.h"
+#include "platform/webpane/PageBrowser.h"
 #include "shell/help/frmHelp.h"
 
 #include <QApplication>
@@ -13,7 +14,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStatusBar>
-#include <QTextBrowser>
 
 namespace tarn {
 

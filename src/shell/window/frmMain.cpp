@@ -5,6 +5,7 @@
 #include "platform/FolderTreeview.h"
 #include "platform/PictureBox.h"
 #include "platform/QtText.h"
+#include "platform/webpane/PageBrowser.h"
 #include "shell/state/WindowState.h"
 
 #include <QCheckBox>
@@ -23,7 +24,7 @@
 #include <QScreen>
 #include <QSplitter>
 #include <QStatusBar>
-#include <QTextBrowser>
+
 #include <QUrl>
 
 namespace tarn {

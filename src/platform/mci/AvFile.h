@@ -1,0 +1,26 @@
+// A container opened by the library that reads it. Local files alone: what a file names elsewhere
+// stays there.
+#pragma once
+
+extern "C" {
+#include <libavformat/avformat.h>
+}
+
+#include <atomic>
+#include <memory>
+#include <string>
+
+namespace tarn {
+
+struct AvCloser {
+    void operator()(AVFormatContext* context) const { avformat_close_input(&context); }
+};
+using AvFile = std::unique_ptr<AVFormatContext, AvCloser>;
+
+// With its streams looked at. Null and an error text when it cannot be read; `stop`, which has to
+// live as long as the file, breaks a reading off from another thread.
+AvFile OpenAvFile(const std::string& path, const std::atomic<bool>& stop, std::string& error);
+
+std::string AvErrorText(int code);
+
+} // namespace tarn

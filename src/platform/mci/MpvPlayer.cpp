@@ -1,0 +1,199 @@
+#include "platform/mci/ClipPlayer.h"
+
+#include <QElapsedTimer>
+#include <QMetaObject>
+#include <QObject>
+
+#include <mpv/client.h>
+#include <mpv/render.h>
+
+#include <atomic>
+#include <clocale>
+#include <cmath>
+#include <future>
+#include <utility>
+
+namespace tarn {
+
+namespace {
+
+constexpr int kWaitLimit = 10000; // milliseconds that the player may take for one answer
+constexpr double kLook = 0.005;   // seconds between two looks while waiting
+
+// Silent, without any file beside the clip, and without a way to anything that is not a local file.
+constexpr std::pair<const char*, const char*> kOptions[] = {
+    {"vo", "libmpv"},
+    {"config", "no"},
+    {"load-scripts", "no"},
+    {"load-stats-overlay", "no"},
+    {"load-osd-console", "no"},
+    {"load-auto-profiles", "no"},
+    {"ytdl", "no"},
+    {"terminal", "no"},
+    {"input-default-bindings", "no"},
+    {"sub-auto", "no"},
+    {"audio-file-auto", "no"},
+    {"cover-art-auto", "no"},
+    {"autoload-files", "no"},
+    {"resume-playback", "no"},
+    {"access-references", "no"},
+    {"ordered-chapters", "no"},
+    {"demuxer", "lavf"},
+    {"demuxer-lavf-o", "protocol_whitelist=file"},
+    {"pause", "yes"},
+    {"keep-open", "always"},
+    {"hr-seek", "yes"},
+    {"mute", "yes"},
+    {"osd-level", "0"},
+    {"hwdec", "no"},
+    {"video-rotate", "no"},
+    {"idle", "yes"}};
+
+// The library with its renderer.
+class MpvCore : public QObject {
+public:
+    MpvCore() : m_player(mpv_create()) {
+        if (!m_player) return;
+        for (const auto& [name, value] : kOptions) mpv_set_option_string(m_player, name, value);
+        if (mpv_initialize(m_player) < 0) return;
+        char kind[] = MPV_RENDER_API_TYPE_SW;
+        mpv_render_param params[] = {{MPV_RENDER_PARAM_API_TYPE, kind},
+                                     {MPV_RENDER_PARAM_INVALID, nullptr}};
+        if (mpv_render_context_create(&m_renderer, m_player, params) < 0) return;
+        mpv_render_context_set_update_callback(
+            m_renderer,
+            [](void* self) {
+                auto* core = static_cast<MpvCore*>(self);
+                QMetaObject::invokeMethod(
+                    core, [core] { core->Update(); }, Qt::QueuedConnection);
+            },
+            this);
+    }
+    ~MpvCore() override {
+        if (m_renderer) mpv_render_context_free(m_renderer);
+        if (m_player) mpv_terminate_destroy(m_player);
+    }
+
+    bool IsReady() const { return m_renderer != nullptr; }
+    mpv_handle* Handle() const { return m_player; }
+
+    // The next event of this kind; the fault when the file ends with one, or the wait.
+    std::string WaitFor(mpv_event_id wanted, const ClipPlayer::Wait& wait) {
+        QElapsedTimer time;
+        time.start();
+        while (time.elapsed() < kWaitLimit) {
+            const mpv_event* event = mpv_wait_event(m_player, kLook);
+            if (event->event_id == wanted) return {};
+            if (event->event_id == MPV_EVENT_END_FILE) {
+                const auto* end = static_cast<mpv_event_end_file*>(event->data);
+                if (end->reason == MPV_END_FILE_REASON_ERROR) return mpv_error_string(end->error);
+            }
+            if (event->event_id != MPV_EVENT_NONE) continue;
+            Update();
+            if (!wait()) return "The clip was broken off";
+        }
+        return "The player does not answer";
+    }
+
+    void ForgetEvents() {
+        while (mpv_wait_event(m_player, 0)->event_id != MPV_EVENT_NONE) {
+        }
+    }
+
+    void Update() {
+        if ((mpv_render_context_update(m_renderer) & MPV_RENDER_UPDATE_FRAME) != 0) Render();
+    }
+
+    void Render() {
+        if (!player || player->size.isEmpty() || !player->onFrame) return;
+        QImage frame(player->size, QImage::Format_RGB32);
+        int sides[] = {frame.width(), frame.height()};
+        char format[] = "bgr0";
+        std::size_t stride = std::size_t(frame.bytesPerLine());
+        int block = 0;
+        mpv_render_param params[] = {{MPV_RENDER_PARAM_SW_SIZE, sides},
+                                     {MPV_RENDER_PARAM_SW_FORMAT, format},
+                                     {MPV_RENDER_PARAM_SW_STRIDE, &stride},
+                                     {MPV_RENDER_PARAM_SW_POINTER, frame.bits()},
+                                     {MPV_RENDER_PARAM_BLOCK_FOR_TARGET_TIME, &block},
+                                     {MPV_RENDER_PARAM_INVALID, nullptr}};
+        if (mpv_render_context_render(m_renderer, params) >= 0) player->onFrame(frame);
+    }
+
+    ClipPlayer* player = nullptr; // that gets the frames, once it is open
+
+private:
+    mpv_handle* m_player = nullptr;
+    mpv_render_context* m_renderer = nullptr;
+};
+
+class MpvPlayer : public ClipPlayer {
+public:
+    explicit MpvPlayer(Wait wait) : m_wait(std::move(wait)) {}
+
+    std::string Open(const std::string& path);
+    std::string ShowFrame(int frame) override;
+    void Play() override { SetPause(0); }
+    void Pause() override { SetPause(1); }
+    int PlayedTo() override;
+
+private:
+    void SetPause(int pause) {
+        mpv_set_property(m_core.Handle(), "pause", MPV_FORMAT_FLAG, &pause);
+    }
+
+    Wait m_wait;
+    MpvCore m_core;
+};
+
+// The player gets the clip ready while the times of its frames are read.
+std::string MpvPlayer::Open(const std::string& path) {
+    if (!m_core.IsReady()) return "The player cannot be started";
+    std::atomic<bool> stop = false;
+    auto facts = std::async(std::launch::async, [&] { return ReadClipFacts(path, stop); });
+    const char* load[] = {"loadfile", path.c_str(), nullptr};
+    mpv_command(m_core.Handle(), load);
+    std::string fault = m_core.WaitFor(MPV_EVENT_PLAYBACK_RESTART, m_wait);
+    const auto look = std::chrono::duration<double>(kLook);
+    while (fault.empty() && facts.wait_for(look) != std::future_status::ready)
+        if (!m_wait()) stop = true;
+    if (!fault.empty()) stop = true;
+    m_clip = facts.get();
+    if (!fault.empty()) return fault;
+    m_core.player = this;
+    return m_clip.error;
+}
+
+std::string MpvPlayer::ShowFrame(int frame) {
+    m_core.ForgetEvents();
+    const std::string time = std::to_string(SeekTimeOf(m_clip, frame) - m_clip.times.front());
+    const char* seek[] = {"seek", time.c_str(), "absolute+exact", nullptr};
+    const int fault = mpv_command(m_core.Handle(), seek);
+    if (fault < 0) return mpv_error_string(fault);
+    std::string error = m_core.WaitFor(MPV_EVENT_PLAYBACK_RESTART, m_wait);
+    if (!error.empty()) return error;
+    m_core.Update();
+    m_core.Render();
+    return {};
+}
+
+int MpvPlayer::PlayedTo() {
+    int ended = 0;
+    mpv_get_property(m_core.Handle(), "eof-reached", MPV_FORMAT_FLAG, &ended);
+    if (ended != 0) return Count();
+    double time = 0;
+    mpv_get_property(m_core.Handle(), "time-pos", MPV_FORMAT_DOUBLE, &time);
+    return std::max(0, FrameAt(m_clip, time + m_clip.times.front()));
+}
+
+} // namespace
+
+std::unique_ptr<ClipPlayer> OpenWithMpv(const std::string& path, const ClipPlayer::Wait& wait,
+                                        std::string& error) {
+    std::setlocale(LC_NUMERIC, "C"); // the application object takes the user's
+    auto player = std::make_unique<MpvPlayer>(wait);
+    error = player->Open(path);
+    return error.empty() ? std::move(player) : nullptr;
+}
+
+} // namespace tarn

@@ -1,0 +1,67 @@
+// Clips of planets and the Sun as their cameras write them: a header of 178 bytes, frames of equal
+// size without compression, and perhaps the time of each frame behind them. No toolkit.
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tarn {
+
+struct SerHeader {
+    enum Color { Mono = 0, Rggb = 8, Grbg = 9, Gbrg = 10, Bggr = 11, Rgb = 100, Bgr = 101 };
+
+    int width = 0; // pixels
+    int height = 0;
+    int bits = 8;     // that a sample uses, 1 to 16; more than 8 take two bytes
+    int color = Mono; // other numbers than these are shown as Mono
+    int frames = 0;   // that the file really has
+    std::string observer, instrument, telescope; // as written, without blanks at the end
+
+    bool IsBayer() const { return color >= Rggb && color <= Bggr; }
+    int Samples() const { return color == Rgb || color == Bgr ? 3 : 1; } // of a pixel
+    int SampleBytes() const { return bits > 8 ? 2 : 1; }
+    std::int64_t FrameBytes() const {
+        return std::int64_t(width) * height * Samples() * SampleBytes();
+    }
+};
+
+// Whether these are the first bytes of such a file.
+bool IsSer(const std::string& start);
+
+class SerFile {
+public:
+    // An error text, empty when it can be read. A file that is cut off has fewer frames than it
+    // says.
+    std::string Open(const std::string& path);
+
+    const SerHeader& Header() const { return m_header; }
+
+    // Seconds of each frame from the first; empty where the file has none that ascend.
+    std::vector<double> Times();
+
+    // Samples of one frame as stored, row by row from the top, scaled to 16 bits; an error text.
+    std::string ReadFrame(int frame, std::vector<std::uint16_t>& samples);
+
+private:
+    struct Closer {
+        void operator()(std::FILE* file) const { std::fclose(file); }
+    };
+    bool ReadAt(std::int64_t place, void* bytes, std::size_t count);
+    void FindByteOrder(const std::vector<std::uint8_t>& frame);
+
+    std::unique_ptr<std::FILE, Closer> m_file;
+    SerHeader m_header;
+    int m_framesStated = 0;
+    bool m_orderKnown = false;
+    bool m_highByteFirst = false;
+};
+
+// Red, green and blue of every pixel, 16 bits each, from samples as ReadFrame gives them. A Bayer
+// pattern is filled in from the neighbours.
+std::vector<std::uint16_t> SerColors(const SerHeader& header,
+                                     const std::vector<std::uint16_t>& samples);
+
+} // namespace tarn

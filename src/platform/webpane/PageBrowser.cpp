@@ -1,0 +1,102 @@
+#include "platform/webpane/PageBrowser.h"
+
+#include "platform/QtText.h"
+#include "platform/imaging/PictureLoader.h"
+#include "platform/webpane/WebView.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QLibrary>
+
+#include <unistd.h>
+
+namespace tarn {
+
+namespace {
+
+constexpr int kPatience = 2000;     // milliseconds for the pictures of a plain page
+constexpr int kLargestSide = 1200;  // pixels of one of them
+constexpr int kMostBytes = 4 << 20; // of a page or style sheet
+
+} // namespace
+
+PageBrowser::PageBrowser(QWidget* parent) : QTextBrowser(parent) {
+    setOpenLinks(false);
+}
+
+PageBrowser::~PageBrowser() = default;
+
+void PageBrowser::LoadView() {
+    m_viewTried = true;
+    m_whyPlain = "Plain view of the page: the package tarn-view-webpane shows it as browsers do";
+    MakeWebView make = nullptr;
+    const QString program = QCoreApplication::applicationDirPath();
+    for (const char* place : {"/libtarn-webpane.so", "/../lib/tarn-view/plugins/libtarn-webpane.so"}) {
+        QLibrary module(program + QLatin1String(place));
+        if (!make && QFileInfo::exists(module.fileName()))
+            make = reinterpret_cast<MakeWebView>(module.resolve(kMakeWebView));
+    }
+    if (!make) return;
+    // Its library keeps a page locked up by means that it does not have as root.
+    m_whyPlain = "Plain view of the page: pages are not shown as browsers do for the superuser";
+    if (::geteuid() == 0) return;
+    m_whyPlain = "Plain view of the page: this system cannot lock pages up";
+    m_view.reset(make(this));
+    if (!m_view) return;
+    m_whyPlain.clear();
+    m_view->Widget()->setGeometry(rect());
+    m_view->Widget()->show();
+}
+
+std::string PageBrowser::ShowPage(const std::string& path) {
+    if (!m_viewTried) LoadView();
+    const QUrl page = QUrl::fromLocalFile(ToQt(path));
+    if (m_view) {
+        m_view->Show(page);
+        return {};
+    }
+    m_folder = QFileInfo(page.toLocalFile()).canonicalPath();
+    m_loading.start();
+    setSource(page, QTextDocument::HtmlResource);
+    return m_whyPlain;
+}
+
+void PageBrowser::ClearPage() {
+    if (m_view) m_view->Show(QUrl(QStringLiteral("about:blank")));
+}
+
+QVariant PageBrowser::loadResource(int type, const QUrl& name) {
+    const QUrl url = source().isEmpty() ? name : source().resolved(name);
+    const QString path = QFileInfo(url.toLocalFile()).canonicalFilePath();
+    const bool isOwn = url.isLocalFile() && path.startsWith(m_folder + QLatin1Char('/'));
+    if (type != QTextDocument::ImageResource) {
+        QFile file(path);
+        return isOwn && file.open(QIODevice::ReadOnly) ? file.read(kMostBytes) : QByteArray();
+    }
+    // A page of a thousand photographs is no reason to stand still. What is refused is an empty
+    // picture: the document would look for one itself else.
+    std::string error;
+    const auto picture = isOwn && !m_loading.hasExpired(kPatience)
+                             ? PictureLoader::Open(FromQt(path), error)
+                             : nullptr;
+    if (!picture) return QImage();
+    QSize wanted = picture->Size();
+    if (wanted.width() > kLargestSide || wanted.height() > kLargestSide)
+        wanted.scale(kLargestSide, kLargestSide, Qt::KeepAspectRatio);
+    return picture->Decode(wanted, error);
+}
+
+void PageBrowser::keyPressEvent(QKeyEvent* event) {
+    if (m_view)
+        m_view->SendKey(*event);
+    else
+        QTextBrowser::keyPressEvent(event);
+}
+
+void PageBrowser::resizeEvent(QResizeEvent* event) {
+    QTextBrowser::resizeEvent(event);
+    if (m_view) m_view->Widget()->setGeometry(rect());
+}
+
+} // namespace tarn
