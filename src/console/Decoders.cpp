@@ -10,6 +10,7 @@ namespace tarn {
 namespace {
 
 using SizeFunction = bool (*)(const char* path, int* width, int* height);
+using LinesFunction = void (*)(const std::string* path, std::vector<std::string>* lines);
 using ConvertFunction = void (*)(const std::string* path, const std::string* folder,
                                  const ConvertOptions* options, ConvertedFile* result);
 using ThumbnailsFunction = void (*)(const ThumbnailOrder* order, ThumbnailOutcome* outcome);
@@ -47,6 +48,13 @@ bool SizeFromHeader(const std::string& path, int& width, int& height) {
     static const auto kSize = FromModule<SizeFunction>("TarnPictureSize");
     width = height = 0;
     return kSize && kSize(path.c_str(), &width, &height);
+}
+
+std::vector<std::string> LinesOfFits(const std::string& path) {
+    static const auto kLines = FromModule<LinesFunction>("TarnFitsLines");
+    std::vector<std::string> lines;
+    if (kLines) kLines(&path, &lines);
+    return lines;
 }
 
 ConvertedFile ConvertToJpeg(const std::string& path, const std::string& folder,

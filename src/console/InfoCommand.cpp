@@ -26,7 +26,8 @@ void BeginPicture(PictureInfo& info, const std::string& path) {
 
 class InfoPrinter {
 public:
-    explicit InfoPrinter(const PictureSizeReader& pictureSize) : pictureSize_(pictureSize) {}
+    InfoPrinter(const PictureSizeReader& pictureSize, const PanelLinesReader& moreLines)
+        : pictureSize_(pictureSize), moreLines_(moreLines) {}
 
     void PrintPanel(const std::string& path) {
         BeginPicture(info_, path);
@@ -39,6 +40,7 @@ public:
         if (!WasRead()) return;
         Print("== " + path + "\n");
         for (const std::string& row : info_.PanelRows) Print(row + "\n");
+        for (const std::string& row : moreLines_(path)) Print(row + "\n");
     }
 
     void PrintDates(const std::string& path) {
@@ -59,6 +61,7 @@ private:
     }
 
     const PictureSizeReader& pictureSize_;
+    const PanelLinesReader& moreLines_;
     PictureInfoReader reader_;
     PictureInfo info_;
     int exitStatus_ = kExitSuccess;
@@ -68,12 +71,13 @@ constexpr OptionRule kOptions[] = {{"--date"}};
 
 } // namespace
 
-int RunInfo(std::span<const std::string> words, const PictureSizeReader& pictureSize) {
+int RunInfo(std::span<const std::string> words, const PictureSizeReader& pictureSize,
+            const PanelLinesReader& moreLines) {
     std::string fault;
     const auto arguments = Arguments::Parse(words, kOptions, fault);
     if (!arguments) return ComplainOfUsage(fault, kInfoUsage);
     if (arguments->Operands().empty()) return ComplainOfUsage("no file given", kInfoUsage);
-    InfoPrinter printer(pictureSize);
+    InfoPrinter printer(pictureSize, moreLines);
     for (const std::string& path : arguments->Operands()) {
         if (arguments->Has("--date")) {
             printer.PrintDates(path);

@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tarn {
 
@@ -23,6 +24,7 @@ struct Subcommand {
 
 // Pixel size of a picture; false, and 0 x 0, when no reader knows the file.
 using PictureSizeReader = std::function<bool(const std::string& path, int& width, int& height)>;
+using PanelLinesReader = std::function<std::vector<std::string>(const std::string& path)>;
 
 // A picture written as a JPEG: into the folder, or beside the picture where that is empty.
 struct ConvertedFile {

@@ -67,7 +67,8 @@ void DisplayRoom::ExpectNeighbours() {
     if (s.OneToOneLoaded && m_one) in.navigator = m_one->Navigator();
     const auto isPicture = [&](int row) {
         const std::string type = FileTypeOf(list.Text(row));
-        return type != ".TXT" && IsListedType(s.PictureTypes, type);
+        return type != ".TXT" &&
+               (IsListedType(s.PictureTypes, type) || IsListedType(s.FitsTypes, type));
     };
     std::vector<PictureWish> wishes;
     for (const int row : m_travel.Next(isPicture))

@@ -12,6 +12,7 @@
 #include "platform/ProgramFiles.h"
 #include "platform/Sound.h"
 #include "platform/imaging/PicturesAhead.h"
+#include "platform/imaging/fits/FitsFile.h"
 
 #include <QAction>
 #include <QLabel>
@@ -52,6 +53,7 @@ void DisplayRoom::DisplayPicture() {
         m_turned.CopyFrom(s.ImgXpic);
         ShowWithWantedTurns();
         ReadInfo();
+        TellFitsError(error);
     }
     s.WantRight = s.WantLeft = s.WantMirror = s.WantFlip = false;
     m.controls.LastLabel->setVisible(IsLastRow());
@@ -61,6 +63,7 @@ void DisplayRoom::DisplayPicture() {
     if (!s.SlideViewing && !s.BatchRuns && s.FormLoadDone && !s.OneToOneNav) m.shell.FocusPane();
     if (s.FormLoadDone) TurnByOrientation();
     m.copies.PictureShown();
+    FollowStretch();
     if (m_pic) m_pic->Follow();
     ExpectNeighbours();
 }
@@ -116,6 +119,14 @@ std::string DisplayRoom::LoadPicture() {
 
 void DisplayRoom::ShowLoadError(const std::string& error) {
     m.shell.ShowError(error + " - " + m.state.FileNameOnly);
+}
+
+// A placeholder for pictures that no reader knows lies there without a word; what is wrong with one
+// of a telescope stands in the line of messages.
+void DisplayRoom::TellFitsError(const std::string& error) {
+    const bool quiet = !PlaceholderFor(m.state.FileType).showsError;
+    if (!error.empty() && quiet && IsFitsFile(m.state.Filename))
+        m.shell.ShowMessage(error + " - " + m.state.FileNameOnly);
 }
 
 void DisplayRoom::ShowPlaceholder(const std::string& error) {

@@ -17,6 +17,7 @@ void DisplayRoom::ConnectControls() {
     Connect(c.CloseOneToOneButton, [this] { CloseOneToOneButton_Click(); });
     Connect(c.OneWindowTopButton, [this] { OneWindowTopButton_Click(); });
     Connect(c.AdjustButton, [this] { AdjustButton_Click(); });
+    Connect(c.StretchButton, [this] { StretchButton_Click(); });
     Connect(c.OneXcheck, [this] { OneXcheck_Click(); });
     Connect(c.TwoXcheck, [this] { TwoXcheck_Click(); });
 }

@@ -15,6 +15,7 @@ namespace tarn {
 
 class frmBrightness;
 class FrmPic;
+class frmStretch;
 class frmOnetoOne;
 
 class DisplayRoom : public DisplayCommands {
@@ -53,6 +54,9 @@ public:
     void SetBrightness(int value) override;
     ImgX ShownPicture() override;
 
+    // How pictures of telescopes are stretched for the screen.
+    void StretchButton_Click();
+
     void OneXcheck_Click();
     void TwoXcheck_Click();
 
@@ -69,6 +73,11 @@ private:
     void PlayPictureSound();
     void UpdateOneToOneWindow();
     void TurnByOrientation();
+    void TellFitsError(const std::string& error);
+
+    void FollowStretch();
+    void ShowStretched(const QImage& pixels);
+    void Restretch();
 
     // The preview.
     void FitIntoPane();
@@ -100,6 +109,7 @@ private:
     std::unique_ptr<frmBrightness> m_brightness;
     std::unique_ptr<FrmPic> m_pic;
     std::unique_ptr<frmOnetoOne> m_one;
+    std::unique_ptr<frmStretch> m_stretch;
 };
 
 } // namespace tarn

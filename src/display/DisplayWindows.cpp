@@ -6,6 +6,7 @@
 #include "display/FrmPic.h"
 #include "display/frmBrightness.h"
 #include "display/frmOnetoOne.h"
+#include "display/frmStretch.h"
 
 #include <QAction>
 #include <QPushButton>

@@ -1,5 +1,6 @@
 #include "thumbnails/GridPictures.h"
 
+#include "platform/imaging/fits/ScreenStretch.h"
 #include "platform/mci/ClipFrame.h"
 #include "thumbnails/ScalePicture.h"
 
@@ -45,6 +46,7 @@ QImage GridPicture(const GridWish& wish, const SharedCache& cache) {
         QImage thumbnail = Fitted(wish.thumbnail, cache.Side());
         if (!thumbnail.isNull()) return thumbnail;
     }
+    const AutomaticStretchOnly automatic; // other programs look into the cache, too
     QImage picture = cache.Read(wish.picture, *modified);
     if (!picture.isNull()) return picture;
     picture =

@@ -7,6 +7,7 @@
 #include "pictureinfo/PictureFile.h"
 #include "platform/ProgramFiles.h"
 #include "platform/imaging/PictureLoader.h"
+#include "platform/imaging/fits/FitsLines.h"
 #include "web/PageBuild.h"
 #include "web/PageText.h"
 
@@ -39,6 +40,8 @@ const PictureInfo& DiskFacts::Read(const std::string& path, bool panel) {
     m_info.ImageWidth = size.width();
     m_info.ImageHeight = size.height();
     m_reader.ReadPictureInfo(m_info);
+    if (panel)
+        for (std::string& line : FitsLinesOf(path)) m_info.PanelRows.push_back(std::move(line));
     return m_info;
 }
 

@@ -1,4 +1,6 @@
 // Runs the built program and looks at what it prints and how it ends.
+#include "FitsFiles.h"
+
 #include "console/Arguments.h"
 #include "support/ExifBuilder.h"
 #include "support/TestFolder.h"
@@ -62,6 +64,10 @@ TEST(Tarn, PrintsPanels) {
     EXPECT_EQ(outcome.out.find("== " + path + "\n   File name: DSC_1.JPG\nPicture date: "), 0U);
     EXPECT_TRUE(Has(outcome, "\n        Size: 0.0 Megapixel - 0 x 0 - 1 KB\n"));
     EXPECT_TRUE(Has(outcome, "\n                Flash> OFF      \n"));
+    const std::string sky = folder.Write("m[31].fit", NightSky(20, 10, {{"OBJECT", "'M 31'"}}));
+    const Outcome night = Tarn("info '" + sky + "'");
+    EXPECT_TRUE(Has(night, " - 20 x 10 - ")) << night.out;
+    EXPECT_TRUE(Has(night, "\n      Object: M 31\n      Format: 16 bit\n")) << night.out;
 }
 
 TEST(Tarn, PrintsDatesAndNeverThoseOfAnotherPicture) {

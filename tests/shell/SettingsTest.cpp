@@ -48,7 +48,7 @@ TEST(Settings, EveryKeyIsReadAndWrittenBack) {
         first.store->Write(row.key, OtherText(row, ++i));
         EXPECT_TRUE(keys.insert(row.key).second) << row.key;
     }
-    EXPECT_EQ(keys.size(), 169U);
+    EXPECT_EQ(keys.size(), 173U);
     EXPECT_EQ(keys.size() + 5 + 2, SettingRows().size());
     ProgramState state;
     LoadSettings(state, *first.store);

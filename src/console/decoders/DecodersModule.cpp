@@ -4,6 +4,7 @@
 #include "console/decoders/Sheets.h"
 #include "console/decoders/Thumbnails.h"
 #include "platform/imaging/PictureLoader.h"
+#include "platform/imaging/fits/FitsLines.h"
 
 #include <QGuiApplication>
 
@@ -33,6 +34,10 @@ extern "C" bool TarnPictureSize(const char* path, int* width, int* height) {
     *width = size.width();
     *height = size.height();
     return !size.isEmpty();
+}
+
+extern "C" void TarnFitsLines(const std::string* path, std::vector<std::string>* lines) {
+    *lines = tarn::FitsLinesOf(*path);
 }
 
 extern "C" void TarnConvert(const std::string* path, const std::string* folder,

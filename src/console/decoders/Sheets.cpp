@@ -12,6 +12,7 @@
 #include "platform/Files.h"
 #include "platform/ProgramFiles.h"
 #include "platform/imaging/PicturesAhead.h"
+#include "platform/imaging/fits/FitsLines.h"
 #include "platform/printing/PageSizes.h"
 #include "print/DataSheet.h"
 #include "print/PaperImage.h"
@@ -96,6 +97,8 @@ private:
         sheet.size = DataPictureSize(picture.Width(), picture.Height(), true);
         sheet.picture = ForPaper(std::move(picture), sheet.size);
         sheet.rows = m_info.PanelRows;
+        for (std::string& line : FitsLinesOf(m_info.Filename))
+            sheet.rows.push_back(std::move(line));
         sheet.note = NoteOf(m_info.FileNameOnly);
         sheet.now = m_now;
         PrintDataSheet(*m_printer, sheet, {});

@@ -2,6 +2,7 @@
 
 #include "pictureinfo/panel/frmDate.h"
 #include "platform/QtText.h"
+#include "platform/imaging/fits/FitsLines.h"
 
 #include <QAction>
 #include <QLabel>
@@ -30,6 +31,8 @@ void PictureInfoRoom::FixPictureDateButton_Click() {
 
 void PictureInfoRoom::ReadPictureInfo() {
     m_reader.ReadPictureInfo(m.state);
+    for (std::string& line : FitsLinesOf(m.state.Filename))
+        m.state.PanelRows.push_back(std::move(line));
     const MainControls& c = m.controls;
     c.MpixelText->setText(ToQt(m.state.MpixelText));
     c.FileSizeText->setText(ToQt(m.state.FileSizeText));

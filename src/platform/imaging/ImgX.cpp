@@ -75,6 +75,12 @@ void ImgX::TakePicture(const QImage& picture) {
     SetAll(InOwnFormat(picture));
 }
 
+void ImgX::TakePixels(const ImgX& other) {
+    m_pixels = other.m_pixels;
+    m_source = other.m_source;
+    m_shown = {};
+}
+
 std::string ImgX::StatusText() const {
     if (!HasImage()) return "No Image";
     return std::to_string(Width()) + " x " + std::to_string(Height()) + ", " +

@@ -36,6 +36,11 @@ public:
     std::string LoadWithSystemReader(const std::string& path);
 
     void TakePicture(const QImage& picture);
+
+    // The same file's picture as it looks otherwise: its pixels come under the turns of this one,
+    // whose size stays.
+    void TakePixels(const ImgX& other);
+
     void CopyFrom(const ImgX& other) { *this = other; }
     void Clear() { *this = ImgX(); }
 

@@ -23,6 +23,7 @@ struct PictureFormat {
 };
 
 extern const PictureFormat kJpegFormat;    // the camera's own files, reduced while decoding
+extern const PictureFormat kFitsFormat;    // pictures of telescopes, stretched for the screen
 extern const PictureFormat kToolkitFormat; // whatever the toolkit has a reader for
 
 // Why the JPEG library cannot be used; empty when it can.

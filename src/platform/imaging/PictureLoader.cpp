@@ -2,10 +2,13 @@
 
 #include "platform/imaging/PictureFormat.h"
 #include "platform/imaging/Pixels.h"
+#include "platform/imaging/fits/FitsHeader.h"
+#include "platform/imaging/fits/ScreenStretch.h"
 
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <string_view>
 #include <system_error>
 
 #include <fcntl.h>
@@ -50,12 +53,12 @@ FileHandle OpenFile(const std::string& path, std::string& error) {
 }
 
 const PictureFormat& FormatOf(std::FILE* file) {
-    constexpr std::array<unsigned char, 3> kJpegStart{0xFF, 0xD8, 0xFF};
-    std::array<unsigned char, kJpegStart.size()> start{};
-    const bool jpeg =
-        std::fread(start.data(), 1, start.size(), file) == start.size() && start == kJpegStart;
+    constexpr std::string_view kJpegStart = "\xFF\xD8\xFF";
+    std::array<char, kFitsStart.size()> bytes{};
+    const std::string_view start(bytes.data(), std::fread(bytes.data(), 1, bytes.size(), file));
     std::rewind(file);
-    return jpeg ? kJpegFormat : kToolkitFormat;
+    if (start.starts_with(kJpegStart)) return kJpegFormat;
+    return start == kFitsStart ? kFitsFormat : kToolkitFormat;
 }
 
 bool FitsIntoMemory(QSize size) {
@@ -68,8 +71,12 @@ std::int64_t Nanoseconds(const timespec& time) {
 }
 
 FileIdentity IdentityOf(const struct stat& facts) {
-    return {static_cast<std::int64_t>(facts.st_dev), static_cast<std::int64_t>(facts.st_ino),
-            facts.st_size, Nanoseconds(facts.st_mtim), Nanoseconds(facts.st_ctim)};
+    return {static_cast<std::int64_t>(facts.st_dev),
+            static_cast<std::int64_t>(facts.st_ino),
+            facts.st_size,
+            Nanoseconds(facts.st_mtim),
+            Nanoseconds(facts.st_ctim),
+            StretchGeneration()};
 }
 
 FileIdentity IdentityOf(std::FILE* file) {

@@ -20,10 +20,11 @@ struct FileIdentity {
     std::int64_t bytes = 0;
     std::int64_t modified = 0; // nanoseconds of its clock, as the next
     std::int64_t changed = 0;
+    std::int64_t look = 0; // generation of the stretch that it is looked at with
 
     bool operator==(const FileIdentity&) const = default;
 
-    // The same but for its times, which the program sets itself.
+    // The same but for its times, which the program sets itself, and its look.
     bool IsSameFile(const FileIdentity& other) const {
         return device == other.device && inode == other.inode && bytes == other.bytes;
     }

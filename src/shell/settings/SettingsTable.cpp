@@ -186,6 +186,10 @@ const std::vector<SettingRow> kRows{
     {"top_preview_position", SettingType::Long, "0", TARN_FIELD(PreviewPlace.top)},
     {"preview_width", SettingType::Long, "0", TARN_FIELD(PreviewPlace.width)},
     {"preview_height", SettingType::Long, "0", TARN_FIELD(PreviewPlace.height)},
+    {"left_stretch_position", SettingType::Long, "0", TARN_FIELD(StretchPlace.left)},
+    {"top_stretch_position", SettingType::Long, "0", TARN_FIELD(StretchPlace.top)},
+    {"stretch_width", SettingType::Long, "0", TARN_FIELD(StretchPlace.width)},
+    {"stretch_height", SettingType::Long, "0", TARN_FIELD(StretchPlace.height)},
     // look of slides
     {"slidefont_index", SettingType::Integer, "1", TARN_FIELD(SlideFontIndex)},
     {"slidefontsize_index", SettingType::Integer, "3", TARN_FIELD(SlideFontSizeIndex)},

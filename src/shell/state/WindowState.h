@@ -34,7 +34,8 @@ struct WindowState {
     WindowPlace LogsPlace;
     WindowPlace HtmlLayoutPlace;
     WindowPlace HtmlThumbPlace;
-    WindowPlace PreviewPlace;     // of printed pages
+    WindowPlace PreviewPlace; // of printed pages
+    WindowPlace StretchPlace;
     WindowPlace NotesFolderPlace; // this and the next are written by their own windows
     WindowPlace NewNotesPlace;
     bool OneAlwaysTop = false;

@@ -1,0 +1,54 @@
+// Pictures of telescopes as they are stretched otherwise while they stand on the screen.
+#include "display/DisplayRoom.h"
+#include "display/FrmPic.h"
+#include "display/frmOnetoOne.h"
+#include "display/frmStretch.h"
+#include "platform/imaging/fits/FitsFile.h"
+
+#include <QAction>
+
+namespace tarn {
+
+void DisplayRoom::StretchButton_Click() {
+    if (!m_stretch) {
+        m_stretch = std::make_unique<frmStretch>(m);
+        m_stretch->wanted = [this] { return WantedPixels(); };
+        m_stretch->onMoved = [this](const QImage& pixels) { ShowStretched(pixels); };
+        m_stretch->onChosen = [this] { Restretch(); };
+    }
+    m_stretch->Form_Load();
+}
+
+void DisplayRoom::FollowStretch() {
+    const bool fits = !m_placeholder && IsFitsFile(m.state.Filename);
+    SetEnabled(m.controls.StretchButton, fits);
+    if (m_stretch && m_stretch->isVisible()) m_stretch->Follow();
+}
+
+// Only the preview, and only until the decoders are told.
+void DisplayRoom::ShowStretched(const QImage& pixels) {
+    ImgX picture;
+    picture.TakePicture(pixels);
+    m_turned.TakePixels(picture);
+    ShowPreview();
+}
+
+void DisplayRoom::Restretch() {
+    ProgramState& s = m.state;
+    if (m_placeholder || !IsFitsFile(s.Filename)) return;
+    ImgX picture;
+    const std::string error = picture.LoadFile(s.Filename, WantedPixels(), m.ahead);
+    if (!picture.HasImage()) {
+        m.shell.ShowMessage(error + " - " + s.FileNameOnly);
+        return;
+    }
+    s.ImgXfull.CopyFrom(picture);
+    s.ImgXfullBC.CopyFrom(picture);
+    m_turned.TakePixels(picture);
+    ShowPreview();
+    UpdateOneToOneWindow();
+    if (m_pic) m_pic->Follow();
+    ExpectNeighbours();
+}
+
+} // namespace tarn
