@@ -74,7 +74,7 @@ void Bare(const Folder& folder) {
                     folder.path + "/" + name, QSize(kWidth, kWidth * kWidth));
                 std::string error;
                 std::ofstream(folder.path + "/bare/" + name, std::ios::binary)
-                    << tarn::EncodeJpeg(small, kQuality, {}, &error);
+                    << tarn::EncodeJpeg(small, kQuality, &error);
             }
         });
     for (std::thread& thread : threads) thread.join();

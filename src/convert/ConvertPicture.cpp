@@ -34,15 +34,6 @@ std::string FaultOfLimit(int limit, const char* side) {
     return std::string("Convert to Jpg max ") + side + " too small, must be > 9.";
 }
 
-// Of colours in red, green and blue, as the copy has them; one of inks or greys says nothing there.
-std::string ProfileOf(const std::string& path, const ImgX& picture) {
-    constexpr std::size_t kSpaceAt = 16; // of the colours, four characters
-    std::string profile = ProfileOfJpeg(path);
-    if (profile.empty()) profile = picture.SystemPicture().colorSpace().iccProfile().toStdString();
-    const bool rgb = profile.size() > kSpaceAt && profile.compare(kSpaceAt, 4, "RGB ") == 0;
-    return rgb ? profile : std::string();
-}
-
 CaptionPlace PlaceOfCaption(int pictureHeight) {
     const double height = pictureHeight / kLinesOfHeight;
     return {2 * height, pictureHeight - 2 * height, height};
@@ -61,7 +52,7 @@ void DrawCaption(QImage& picture, const ConvertOptions& options, int pictureHeig
                      QString::fromStdString(options.text));
 }
 
-Converted ConvertPicture(ImgX& picture, const ConvertOptions& options, const std::string& profile) {
+Converted ConvertPicture(ImgX& picture, const ConvertOptions& options) {
     Converted result;
     if (!options.text.empty()) result.error = DrawText(picture, options);
     if (!result.error.empty()) return result;
@@ -76,8 +67,7 @@ Converted ConvertPicture(ImgX& picture, const ConvertOptions& options, const std
     }
     const QImage& pixels = picture.FullPicture();
     result.error = picture.ErrorText();
-    if (result.error.empty())
-        result.jpeg = EncodeJpeg(pixels, options.quality, profile, &result.error);
+    if (result.error.empty()) result.jpeg = EncodeJpeg(pixels, options.quality, &result.error);
     return result;
 }
 

@@ -17,12 +17,8 @@ struct Converted {
 // Why a limit cannot be one: "Convert to Jpg max width too small, must be > 9.", or empty.
 std::string FaultOfLimit(int limit, const char* side);
 
-// The colour profile of a picture's pixels, from its file or as decoded; empty when it has none.
-std::string ProfileOf(const std::string& path, const ImgX& picture);
-
 // Draws on the picture itself and makes it smaller: it is what was written when this returns.
-// `profile` is the colour profile of its pixels, empty when it has none.
-Converted ConvertPicture(ImgX& picture, const ConvertOptions& options, const std::string& profile);
+Converted ConvertPicture(ImgX& picture, const ConvertOptions& options);
 
 // Where the line of text stands in a picture of this height, in pixels: its left, its top, and the
 // height of the letters.

@@ -68,7 +68,8 @@ void DisplayRoom::ExpectNeighbours() {
     const auto isPicture = [&](int row) {
         const std::string type = FileTypeOf(list.Text(row));
         return type != ".TXT" &&
-               (IsListedType(s.PictureTypes, type) || IsListedType(s.FitsTypes, type));
+               (IsListedType(s.PictureTypes, type) || IsListedType(s.FitsTypes, type) ||
+                IsListedType(s.RawTypes, type));
     };
     std::vector<PictureWish> wishes;
     for (const int row : m_travel.Next(isPicture))

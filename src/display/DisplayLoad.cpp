@@ -48,6 +48,8 @@ void DisplayRoom::DisplayPicture() {
             ShowPlaceholder(error);
         else if (!error.empty() && PlaceholderFor(s.FileType).showsError)
             ShowLoadError(error); // the part that could be read is shown all the same
+        if (const std::string& remark = s.ImgXpic.ColorRemark(); !remark.empty())
+            m.shell.ShowStatus(s.Filename + "   " + remark);
         s.ImgXfull.CopyFrom(s.ImgXpic);
         s.ImgXfullBC.CopyFrom(s.ImgXpic);
         m_turned.CopyFrom(s.ImgXpic);
@@ -175,6 +177,7 @@ void DisplayRoom::ReadInfo() {
     ProgramState& s = m.state;
     if (!s.NoExif) {
         m.info.ReadPictureInfo();
+        if (s.ImgXpic.IsUpright()) s.ExpOrientation = 1;
         if (!s.ImageLoaded) {
             SetPictureCommands(true);
             s.ImageLoaded = true;

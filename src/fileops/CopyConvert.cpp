@@ -97,8 +97,7 @@ bool CopyRoom::Convert(const ConvertTarget& target, std::string& said) {
 
 bool CopyRoom::WriteConverted(ImgX& picture, const ConvertTarget& target, std::string& said) {
     if (m.state.ConvertJpgType == kNoteLines) SetNote();
-    const std::string profile = ProfileOf(m.state.Filename, picture);
-    Converted converted = ConvertPicture(picture, Options(target.name), profile);
+    Converted converted = ConvertPicture(picture, Options(target.name));
     Changes changes(m.files);
     const bool stands = m.files.Exists(target.path); // it is not lost
     if (converted.error.empty() &&

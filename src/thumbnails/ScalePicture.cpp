@@ -81,7 +81,7 @@ SmallPicture ScalePicture(const std::string& path, const std::function<QSize(QSi
     const auto source = OpenPicture(path, decoded, small.error);
     if (!source) return small;
     const QSize stored = decoded.isNull() ? source->Size() : decoded.size();
-    const Turn turn = UprightTurn(path);
+    const Turn turn = source->IsUpright() ? Turn() : UprightTurn(path);
     const QSize upright = sizeFor(turn.Of(stored));
     if (upright.isEmpty()) {
         small.error = "Too high for a thumbnail";
@@ -100,9 +100,7 @@ std::string ThumbnailJpeg(const std::string& path, int width, int quality, std::
         error = small.error;
         return {};
     }
-    ImgX picture;
-    picture.TakePicture(small.pixels);
-    return EncodeJpeg(small.pixels, quality, ProfileOf(path, picture), &error);
+    return EncodeJpeg(small.pixels, quality, &error);
 }
 
 } // namespace tarn

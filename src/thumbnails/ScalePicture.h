@@ -21,7 +21,7 @@ SmallPicture ScalePicture(const std::string& path, const std::function<QSize(QSi
 // high.
 QSize ThumbnailSize(QSize picture, int width);
 
-// The file of a thumbnail: a JPEG with the colour profile of the picture. Empty, and an error text,
+// The file of a thumbnail: a JPEG. Empty, and an error text,
 // when it fails.
 std::string ThumbnailJpeg(const std::string& path, int width, int quality, std::string& error);
 

@@ -40,6 +40,7 @@ const PictureInfo& DiskFacts::Read(const std::string& path, bool panel) {
     m_info.ImageWidth = size.width();
     m_info.ImageHeight = size.height();
     m_reader.ReadPictureInfo(m_info);
+    if (m_info.ExpOrientation != 0 && PictureLoader::ComesUpright(path)) m_info.ExpOrientation = 1;
     if (panel)
         for (std::string& line : FitsLinesOf(path)) m_info.PanelRows.push_back(std::move(line));
     return m_info;

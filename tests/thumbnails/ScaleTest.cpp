@@ -9,7 +9,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QColorSpace>
 
 #include <cmath>
 #include <cstdlib>
@@ -85,16 +84,6 @@ TEST(ScalePicture, LooksLikeAFullDecodeScaledOnce) {
         // Levels of 255 on average; the most where the reading is only just large enough.
         EXPECT_LT(sum / (once.width() * once.height()), 3.0) << width;
     }
-}
-
-TEST(ScalePicture, KeepsTheColourProfile) {
-    const TestFolder folder;
-    std::string error;
-    const std::string profile = QColorSpace(QColorSpace::AdobeRgb).iccProfile().toStdString();
-    const std::string path =
-        folder.Write("p.jpg", EncodeJpeg(TellTale(600, 400), 90, profile, &error));
-    const std::string made = folder.Write("t.jpg", ThumbnailJpeg(path, 120, 75, error));
-    EXPECT_EQ(ProfileOfJpeg(made), profile);
 }
 
 TEST(ScalePicture, SaysWhyThereIsNone) {

@@ -60,7 +60,7 @@ ConvertedFile WriteConverted(const std::string& path, const std::string& folder,
     ImgX picture;
     result.error = Load(picture, path);
     if (!result.error.empty()) return result;
-    const Converted converted = ConvertPicture(picture, options, ProfileOf(path, picture));
+    const Converted converted = ConvertPicture(picture, options);
     result.error = converted.error;
     if (result.error.empty() && Write(*files, target.path, converted.jpeg, &result.error))
         written.insert(target.path);

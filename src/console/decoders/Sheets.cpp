@@ -123,7 +123,7 @@ private:
         m_info.ImageWidth = picture.Width();
         m_info.ImageHeight = picture.Height();
         m_reader.ReadPictureInfo(m_info);
-        TurnUpright(m_info.ExpOrientation, picture);
+        if (!picture.IsUpright()) TurnUpright(m_info.ExpOrientation, picture);
         return picture;
     }
 

@@ -49,6 +49,6 @@ QImage DecodeFits(std::FILE* file, QSize wanted, std::string& error) {
 
 } // namespace
 
-const PictureFormat kFitsFormat{FitsSize, DecodeFits, true};
+const PictureFormat kFitsFormat{FitsSize, DecodeFits, true, false, nullptr};
 
 } // namespace tarn

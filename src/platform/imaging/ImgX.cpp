@@ -64,6 +64,8 @@ std::string ImgX::Load(std::shared_ptr<PictureSource> source, QSize least) {
     std::string error;
     m_pixels = source->Decode(least, error);
     if (m_pixels.isNull()) return error;
+    m_upright = source->IsUpright();
+    m_colorRemark = source->ColorRemark();
     const bool reduced = !least.isEmpty() && m_pixels.size() != source->Size() && source->Reduces();
     m_size = reduced ? source->Size() : m_pixels.size();
     if (reduced || source->HasScaled()) m_source = std::move(source);

@@ -78,6 +78,12 @@ public:
     // Sees to it that all pixels are at hand, before one part after another is cut out of copies.
     void FetchAll();
 
+    // Whether the reader has turned the picture upright itself.
+    bool IsUpright() const { return m_upright; }
+
+    // What is to be said of the picture's colour profile; mostly empty.
+    const std::string& ColorRemark() const { return m_colorRemark; }
+
     // Why pixels that an operation needed could not be had any more (the file went away); the
     // operation then used an enlargement of those at hand. Empty otherwise.
     const std::string& ErrorText() const { return m_error; }
@@ -96,6 +102,8 @@ private:
     std::vector<int> m_brightened; // after it, in this order, each stops at black and white
     mutable QImage m_shown;        // the outcome, null until it is asked for
     std::string m_error;
+    std::string m_colorRemark;
+    bool m_upright = false;
 };
 
 } // namespace tarn

@@ -194,7 +194,7 @@ QImage DecodeJpeg(std::FILE* file, QSize wanted, std::string& error) {
 
 } // namespace
 
-const PictureFormat kJpegFormat{JpegSize, DecodeJpeg, true};
+const PictureFormat kJpegFormat{JpegSize, DecodeJpeg, true, false, ProfileOfJpeg};
 
 std::string JpegReaderError() {
     JpegDecoder decoder(nullptr);

@@ -91,7 +91,7 @@ public:
     Encoder(const Encoder&) = delete;
     Encoder& operator=(const Encoder&) = delete;
 
-    bool Write(const QImage& rgb, int quality, const std::string& profile) {
+    bool Write(const QImage& rgb, int quality) {
         if (setjmp(m_errors.back) != 0) return false; // NOLINT(cert-err52-cpp)
         jpeg_create_compress(&m_info);
         m_info.dest = &m_memory.manager;
@@ -102,9 +102,6 @@ public:
         jpeg_set_defaults(&m_info);
         jpeg_set_quality(&m_info, quality, TRUE);
         jpeg_start_compress(&m_info, TRUE);
-        if (!profile.empty())
-            jpeg_write_icc_profile(&m_info, reinterpret_cast<const JOCTET*>(profile.data()),
-                                   static_cast<unsigned>(profile.size()));
         while (m_info.next_scanline < m_info.image_height) {
             auto* row = const_cast<JSAMPROW>(rgb.constScanLine(int(m_info.next_scanline)));
             jpeg_write_scanlines(&m_info, &row, 1);
@@ -123,37 +120,6 @@ private:
     Memory m_memory{};
 };
 
-class ProfileReader {
-public:
-    ProfileReader() {
-        Prepare(m_errors);
-        m_info.err = &m_errors.manager;
-    }
-    ~ProfileReader() {
-        jpeg_destroy_decompress(&m_info);
-        std::free(m_profile); // NOLINT(cppcoreguidelines-no-malloc): the library's own
-    }
-    ProfileReader(const ProfileReader&) = delete;
-    ProfileReader& operator=(const ProfileReader&) = delete;
-
-    bool Read(std::FILE* file) {
-        constexpr unsigned kLongest = 0xFFFF;
-        if (setjmp(m_errors.back) != 0) return false; // NOLINT(cert-err52-cpp)
-        jpeg_create_decompress(&m_info);
-        jpeg_stdio_src(&m_info, file);
-        jpeg_save_markers(&m_info, JPEG_APP0 + 2, kLongest);
-        return jpeg_read_header(&m_info, TRUE) == JPEG_HEADER_OK &&
-               jpeg_read_icc_profile(&m_info, &m_profile, &m_size) == TRUE;
-    }
-    std::string Profile() const { return {reinterpret_cast<const char*>(m_profile), m_size}; }
-
-private:
-    jpeg_decompress_struct m_info{};
-    Errors m_errors{};
-    JOCTET* m_profile = nullptr;
-    unsigned m_size = 0;
-};
-
 QImage OnWhite(const QImage& picture) {
     if (!picture.hasAlphaChannel()) return picture.convertToFormat(QImage::Format_RGB888);
     QImage white(picture.size(), QImage::Format_RGB32);
@@ -164,25 +130,17 @@ QImage OnWhite(const QImage& picture) {
 
 } // namespace
 
-std::string EncodeJpeg(const QImage& picture, int quality, const std::string& profile,
-                       std::string* error) {
+std::string EncodeJpeg(const QImage& picture, int quality, std::string* error) {
     const QImage rgb = picture.isNull() ? QImage() : OnWhite(picture);
     Encoder encoder;
     if (rgb.isNull()) {
         if (error) *error = "No Image";
-    } else if (encoder.Write(rgb, std::clamp(quality, 1, 100), profile)) {
+    } else if (encoder.Write(rgb, std::clamp(quality, 1, 100))) {
         return encoder.Bytes();
     } else if (error) {
         *error = encoder.ErrorText();
     }
     return {};
-}
-
-std::string ProfileOfJpeg(const std::string& path) {
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rb"),
-                                                               &std::fclose);
-    ProfileReader reader;
-    return file && reader.Read(file.get()) ? reader.Profile() : std::string();
 }
 
 } // namespace tarn

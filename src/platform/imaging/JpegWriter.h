@@ -7,12 +7,8 @@
 
 namespace tarn {
 
-// A baseline JPEG of 24 bits a pixel; what shines through is shown on white. Quality 1 to 100. The
-// colour profile, where there is one, goes along. Empty, and an error text, when it fails.
-std::string EncodeJpeg(const QImage& picture, int quality, const std::string& profile,
-                       std::string* error);
-
-// The colour profile that a JPEG file carries; empty when it has none or is no JPEG.
-std::string ProfileOfJpeg(const std::string& path);
+// A baseline JPEG of 24 bits a pixel, in the colours of the screen; what shines through is shown on
+// white. Quality 1 to 100. Empty, and an error text, when it fails.
+std::string EncodeJpeg(const QImage& picture, int quality, std::string* error);
 
 } // namespace tarn

@@ -20,11 +20,22 @@ struct PictureFormat {
     QImage (*decode)(std::FILE* file, QSize wanted, std::string& error);
 
     bool reduces; // decode can read less than all pixels
+    bool upright; // decode turns by what the file says of its orientation
+
+    // The colour profile of the file, empty for none. Null where the decoded picture has it, or is
+    // in the colours of the screen.
+    std::string (*profile)(std::FILE* file);
 };
 
 extern const PictureFormat kJpegFormat;    // the camera's own files, reduced while decoding
 extern const PictureFormat kFitsFormat;    // pictures of telescopes, stretched for the screen
+extern const PictureFormat kRawFormat;     // what a sensor recorded
+extern const PictureFormat kHeifFormat;    // HEIF and AVIF
+extern const PictureFormat kJxlFormat;     // JPEG XL
 extern const PictureFormat kToolkitFormat; // whatever the toolkit has a reader for
+
+// The colour profile of a JPEG file; empty when it has none.
+std::string ProfileOfJpeg(std::FILE* file);
 
 // Why the JPEG library cannot be used; empty when it can.
 std::string JpegReaderError();

@@ -1,11 +1,13 @@
 #include "platform/imaging/PictureLoader.h"
 
-#include "platform/imaging/PictureFormat.h"
+#include "platform/imaging/Colors.h"
+#include "platform/imaging/FormatOf.h"
 #include "platform/imaging/Pixels.h"
 #include "platform/imaging/fits/FitsHeader.h"
 #include "platform/imaging/fits/ScreenStretch.h"
 
-#include <array>
+#include <QColorSpace>
+
 #include <cerrno>
 #include <cstdio>
 #include <string_view>
@@ -50,15 +52,6 @@ FileHandle OpenFile(const std::string& path, std::string& error) {
     if (!file) return Refuse(descriptor, "Not enough memory", error);
     std::setvbuf(file.get(), nullptr, _IOFBF, kReadBuffer);
     return file;
-}
-
-const PictureFormat& FormatOf(std::FILE* file) {
-    constexpr std::string_view kJpegStart = "\xFF\xD8\xFF";
-    std::array<char, kFitsStart.size()> bytes{};
-    const std::string_view start(bytes.data(), std::fread(bytes.data(), 1, bytes.size(), file));
-    std::rewind(file);
-    if (start.starts_with(kJpegStart)) return kJpegFormat;
-    return start == kFitsStart ? kFitsFormat : kToolkitFormat;
 }
 
 bool FitsIntoMemory(QSize size) {
@@ -130,10 +123,25 @@ QImage PictureSource::Decode(QSize wanted, std::string& error) {
         if (decoded.isNull()) return {};
         m_decoded = decoded;
         m_decodeError = error;
+        ShowOwnColors(file.get());
         m_identity = identity;
     }
     error = m_decodeError;
     return m_decoded;
+}
+
+void PictureSource::ShowOwnColors(std::FILE* file) {
+    std::string profile = m_decoded.colorSpace().iccProfile().toStdString();
+    if (m_format.profile) {
+        std::rewind(file);
+        profile = m_format.profile(file);
+    }
+    m_colorRemark = ToScreenColors(m_decoded, profile);
+    m_decoded.setColorSpace({});
+}
+
+bool PictureSource::IsUpright() const {
+    return m_format.upright;
 }
 
 void PictureSource::PrepareScaled(QSize size) {
@@ -165,6 +173,12 @@ QSize PictureLoader::ReadSize(const std::string& path) {
     if (!file) return {0, 0};
     const QSize size = FormatOf(file.get()).size(file.get(), error);
     return error.empty() ? size : QSize(0, 0);
+}
+
+bool PictureLoader::ComesUpright(const std::string& path) {
+    std::string error;
+    const FileHandle file = OpenFile(path, error);
+    return file && FormatOf(file.get()).upright;
 }
 
 FileIdentity PictureLoader::Identify(const std::string& path) {

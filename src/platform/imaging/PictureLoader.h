@@ -5,6 +5,7 @@
 #include <QSize>
 
 #include <cstdint>
+#include <cstdio>
 #include <memory>
 #include <string>
 #include <vector>
@@ -31,7 +32,8 @@ struct FileIdentity {
 };
 
 // One picture file on disk, opened anew for each reading, so that a memory card is never held.
-// Pixels come upright as stored (no turn by orientation). For one thread at a time.
+// Pixels come in the colours of the screen, as stored (no turn by orientation) but for the formats
+// whose libraries turn them. For one thread at a time.
 class PictureSource {
 public:
     PictureSource(std::string path, const PictureFormat& format, QSize size, FileIdentity identity)
@@ -49,6 +51,12 @@ public:
     // the file could be. The largest reading is kept and serves every later wish that it covers.
     QImage Decode(QSize wanted, std::string& error);
 
+    // Whether the pixels come upright, whatever the camera data say of their orientation.
+    bool IsUpright() const;
+
+    // What is to be said of the picture's colour profile once it is decoded; mostly empty.
+    const std::string& ColorRemark() const { return m_colorRemark; }
+
     // The file as it was when Decode read it.
     const FileIdentity& Identity() const { return m_identity; }
 
@@ -63,6 +71,7 @@ public:
 
 private:
     bool Covers(QSize wanted) const;
+    void ShowOwnColors(std::FILE* file);
 
     std::string m_path;
     const PictureFormat& m_format;
@@ -70,6 +79,7 @@ private:
     FileIdentity m_identity;
     QImage m_decoded;
     std::string m_decodeError;
+    std::string m_colorRemark;
     std::vector<QImage> m_scaled;
 };
 
@@ -81,6 +91,9 @@ public:
 
     // Pixel size from the header alone, 0 x 0 when no reader knows the file. Nothing is decoded.
     static QSize ReadSize(const std::string& path);
+
+    // Whether pictures of this file are turned upright by their reader.
+    static bool ComesUpright(const std::string& path);
 
     // The file that stands under the name now.
     static FileIdentity Identify(const std::string& path);

@@ -67,6 +67,6 @@ QImage DecodeWithToolkit(std::FILE* file, QSize, std::string& error) {
 
 } // namespace
 
-const PictureFormat kToolkitFormat{ToolkitSize, DecodeWithToolkit, false};
+const PictureFormat kToolkitFormat{ToolkitSize, DecodeWithToolkit, false, false, nullptr};
 
 } // namespace tarn

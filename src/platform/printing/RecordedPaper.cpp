@@ -45,7 +45,7 @@ void RecordedPaper::Box(const PaperBox& box) {
 void RecordedPaper::Picture(const PaperBox& place, const QImage& picture) {
     if (picture.isNull()) return;
     std::string error;
-    std::string jpeg = EncodeJpeg(picture, kPictureQuality, {}, &error);
+    std::string jpeg = EncodeJpeg(picture, kPictureQuality, &error);
     if (!jpeg.empty()) m_pages.back().push_back(PaperPicture{place, std::move(jpeg)});
 }
 

@@ -1,0 +1,139 @@
+// Files that need a library of their own, and the colours that pictures mean.
+#include "PictureFiles.h"
+#include "RawFiles.h"
+#include "support/TestFolder.h"
+
+#include "platform/imaging/ImgX.h"
+
+#include <QBuffer>
+#include <QColorSpace>
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+namespace tarn::testing {
+namespace {
+
+struct Files {
+    TestFolder folder;
+    std::string error;
+
+    ImgX Load(const std::string& bytes, QSize wanted = {}) {
+        ImgX picture;
+        error = picture.LoadFile(folder.Write("a.jpg", bytes), wanted);
+        return picture;
+    }
+};
+
+std::string WithProfile(const std::string& jpeg, const std::string& profile) {
+    const std::string body = std::string("ICC_PROFILE\0\1\1", 14) + profile;
+    const std::size_t length = body.size() + 2;
+    return jpeg.substr(0, 2) + "\xFF\xE2" + char(length >> 8) + char(length & 0xFF) + body +
+           jpeg.substr(2);
+}
+
+// Red means blue and blue red.
+std::string SwappedProfile() {
+    const QColorSpace swapped(QPointF(0.3127, 0.3290), QPointF(0.15, 0.06), QPointF(0.30, 0.60),
+                              QPointF(0.64, 0.33), QColorSpace::TransferFunction::SRgb);
+    return swapped.iccProfile().toStdString();
+}
+
+} // namespace
+
+TEST(Raw, TheCamerasPictureComesFirstAndTheDevelopedForAllPixels) {
+    Files files;
+    const QImage preview = TellTale(60, 40).mirrored(true, false);
+    const std::string bytes =
+        RawFile(TellTale(120, 80), JpegBytes(preview), preview.size(), 1).bytes;
+    ImgX picture = files.Load(bytes, QSize(50, 30));
+    ASSERT_TRUE(picture.HasImage()) << files.error;
+    EXPECT_EQ(picture.Width(), 120);
+    EXPECT_EQ(picture.Height(), 80);
+    EXPECT_EQ(picture.SystemPicture().size(), QSize(45, 30));
+    EXPECT_EQ(Quarters(picture.SystemPicture()), "gryb");
+    EXPECT_EQ(Quarters(picture.FullPicture()), "rgby");
+    EXPECT_EQ(picture.FullPicture().size(), QSize(120, 80));
+    // Too small for the box: developed at half size.
+    EXPECT_EQ(
+        Quarters(files
+                     .Load(RawFile(TellTale(240, 160), JpegBytes(preview), preview.size(), 1).bytes,
+                           QSize(100, 70))
+                     .SystemPicture()),
+        "rgby");
+}
+
+TEST(Raw, IsTurnedByItsOwnOrientation) {
+    Files files;
+    const QImage preview = TellTale(60, 40);
+    const std::string bytes =
+        RawFile(TellTale(120, 80), JpegBytes(preview), preview.size(), 6).bytes;
+    for (const QSize wanted : {QSize(30, 50), QSize()}) {
+        ImgX picture = files.Load(bytes, wanted);
+        EXPECT_TRUE(picture.IsUpright());
+        EXPECT_EQ(picture.Width(), 80);
+        EXPECT_EQ(picture.Height(), 120);
+        EXPECT_EQ(Quarters(picture.SystemPicture()), "bryg") << wanted.width();
+    }
+}
+
+TEST(Raw, WhatIsRefusedIsSaidAndPlainTiffFilesAreNotMeant) {
+    Files files;
+    const std::string whole = RawFile(TellTale(120, 80), "", QSize(0, 0), 1).bytes;
+    for (const std::size_t length : {40U, 600U, 1500U}) {
+        files.Load(whole.substr(0, length));
+        EXPECT_NE(files.error, "") << length;
+    }
+    EXPECT_EQ(Quarters(files.Load(PictureBytes(TellTale(40, 20), "TIFF")).SystemPicture()), "rgby");
+    EXPECT_EQ(files.error, "");
+}
+
+TEST(Formats, WhatTelephonesWriteIsRead) {
+    Files files;
+    const std::string png = files.folder.Write("p.png", PictureBytes(TellTale(64, 48), "PNG"));
+    for (const char* name : {"p.avif", "p.jxl", "p.webp"}) {
+        const std::string path = files.folder.Path() + "/" + name;
+        const std::string command =
+            "ffmpeg -nostdin -loglevel error -y -i '" + png + "' -frames:v 1 -pix_fmt " +
+            (path.ends_with("jxl") ? "rgb24" : "yuv420p") + " '" + path + "'";
+        ASSERT_EQ(std::system(command.c_str()), 0) << name;
+        ImgX picture;
+        EXPECT_EQ(picture.LoadFile(path, {}), "") << name;
+        EXPECT_EQ(Quarters(picture.SystemPicture()), "rgby") << name;
+        EXPECT_EQ(ImgX::ReadFileInfo(path), QSize(64, 48)) << name;
+        std::filesystem::resize_file(path, std::filesystem::file_size(path) / 2);
+        ImgX cut;
+        EXPECT_NE(cut.LoadFile(path, {}), "") << name;
+    }
+}
+
+TEST(Colors, TheProfileSaysWhatTheNumbersMean) {
+    Files files;
+    const std::string jpeg = JpegBytes(TellTale(80, 60));
+    EXPECT_EQ(Quarters(files.Load(WithProfile(jpeg, SwappedProfile())).SystemPicture()), "bgr?");
+    QImage png = TellTale(80, 60);
+    png.setColorSpace(QColorSpace::fromIccProfile(QByteArray::fromStdString(SwappedProfile())));
+    const ImgX picture = files.Load(PictureBytes(png, "PNG"));
+    EXPECT_EQ(Quarters(picture.SystemPicture()), "bgr?");
+    EXPECT_EQ(picture.SystemPicture().pixelColor(70, 50), QColor(0, 255, 255)); // yellow before
+    EXPECT_EQ(picture.ColorRemark(), "");
+    const std::string usual = QColorSpace(QColorSpace::SRgb).iccProfile().toStdString();
+    EXPECT_EQ(files.Load(WithProfile(jpeg, usual)).SystemPicture(),
+              files.Load(jpeg).SystemPicture());
+}
+
+TEST(Colors, ABrokenProfileIsIgnoredAndSaid) {
+    Files files;
+    const std::string jpeg = JpegBytes(TellTale(80, 60));
+    const std::string whole = SwappedProfile();
+    for (const std::string& profile : {std::string(200, 'x'), whole.substr(0, 150)}) {
+        const ImgX picture = files.Load(WithProfile(jpeg, profile));
+        EXPECT_EQ(files.error, "");
+        EXPECT_EQ(Quarters(picture.SystemPicture()), "rgby");
+        EXPECT_EQ(picture.ColorRemark(), "The color profile is broken and was ignored");
+    }
+}
+
+} // namespace tarn::testing
