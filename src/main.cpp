@@ -14,6 +14,7 @@
 #include <QApplication>
 #include <QIcon>
 
+#include <clocale>
 #include <cstdio>
 #include <cstring>
 
@@ -43,6 +44,7 @@ int main(int argc, char** argv) {
     if (const int answer = AnswerOptions(argc, argv); answer >= 0) return answer;
     tarn::PageBrowser::PrepareProgram();
     QApplication application(argc, argv);
+    std::setlocale(LC_NUMERIC, "C"); // the player's library reads numbers by it
     QApplication::setApplicationName(QStringLiteral("tarn-view"));
     QApplication::setApplicationDisplayName(QString());
     QApplication::setDesktopFileName(QStringLiteral("tarn-view"));

@@ -42,6 +42,9 @@ public:
     // Whether the note on disk is still what was loaded from there.
     bool IsAsLoaded(const std::string& path) const;
 
+    // Nothing is loaded: what stands on the disk has not been seen.
+    void Forget() { m_loaded = {}; }
+
     const LoadedNote& Loaded() const { return m_loaded; }
 
     NoteIndex index;

@@ -275,6 +275,17 @@ void NotesRoom::ClearNotesButton_Click() {
     FocusUnlessShow();
 }
 
+// What was being written goes into the restore buffer. A note that the page has is not shown, so it
+// is not deleted either, and a save keeps it aside.
+void NotesRoom::ClearNotesForPage() {
+    SetNotesFilename();
+    ClearNotesButton_Click();
+    m_store.Forget();
+    TakeForLoaded();
+    SetEnabled(m.controls.DeleteNotesButton, false);
+    SetCaption("Notes:");
+}
+
 void NotesRoom::RestoreNotesButton_Click() {
     m_drafts.Restored(m.state.NotesSave);
     m_box.Replace(m.state.NotesSave);

@@ -35,7 +35,8 @@ public:
     void SetNotesFilename() override;
     bool SaveNote() override;
     void SaveNotesButton_Click() override;
-    void ClearNotesButton_Click() override;
+    void ClearNotesButton_Click();
+    void ClearNotesForPage() override;
     void RestoreNotesButton_Click() override;
     void DeleteNotesButton_Click() override;
     void SetSaveCommands() override;

@@ -21,7 +21,10 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QSignalBlocker>
 #include <QSlider>
+
+#include <utility>
 
 namespace tarn {
 
@@ -56,14 +59,17 @@ void VideoRoom::ConnectControls() {
     m_slider->setAccessibleName(QStringLiteral("Frame of the clip"));
     m_slider->setFocusPolicy(Qt::NoFocus);
     static_cast<QBoxLayout*>(c.VideoFrame->layout())->addWidget(m_slider, 1);
-    connect(m_slider, &QSlider::sliderMoved, this,
+    connect(m_slider, &QSlider::valueChanged, this,
             [this](int frame) { Seek(std::to_string(frame)); });
     c.Picture2->installEventFilter(this);
     // What is below the part that was read comes when it is scrolled to.
     connect(c.LogText->verticalScrollBar(), &QScrollBar::valueChanged, this, [this](int value) {
         QScrollBar& bar = *m.controls.LogText->verticalScrollBar();
         if (!m_text.HasMore() || value == 0 || value < bar.maximum()) return;
-        if (m_text.ReadMore()) AppendText(*m.controls.LogText, m_text.Text());
+        if (m_text.ReadMore())
+            AppendText(*m.controls.LogText, m_text.Text());
+        else
+            m.shell.ShowError(m_text.Error() + " - " + m.state.FileNameOnly);
     });
 }
 
@@ -84,12 +90,15 @@ Mci::Reply VideoRoom::Send(const std::string& command) {
         m_sends.invalidate();
         if (m_wait) m.shell.ShowMessage("");
         m_wait.reset();
+        m_slider->setSliderDown(false); // a wait has taken the release
+        if (std::exchange(m_closes, false)) CloseVideoClip();
     }
     return reply;
 }
 
 // A player that takes its time leaves the window alive; Esc breaks it off.
 bool VideoRoom::WaitsOn() {
+    if (m_closes) return false;
     if (m_sends.elapsed() < kQuick) return true;
     if (m_wait) return m_wait->Step("Waiting for '" + m.state.FileNameOnly + "' ...");
     if (m.state.BatchRuns) return !m.events.ProgramEnds();
@@ -119,6 +128,10 @@ void VideoRoom::ErrorStep(int code) {
 }
 
 void VideoRoom::CloseVideoClip() {
+    if (m_sends.isValid()) { // the command under way leaves first
+        m_closes = true;
+        return;
+    }
     if (m_mci) m_mci->Send("close VidClip");
     if (m.state.WebImage) m.controls.WebBrowser1->ClearPage();
     m.state.VideoOpen = false;
@@ -207,7 +220,6 @@ void VideoRoom::ShowClip() {
 bool VideoRoom::OpenVideoClip(const std::string& alias, const std::string& path, long handle) {
     ProgramState& s = m.state;
     CloseVideoClip();
-    m_lines = TextLines(path);
     const Mci::Reply opened = Send("Open \"" + path + "\" alias " + alias);
     if (opened.code == Mci::kFileNotFound) {
         m.shell.ShowError("File not Found - " + s.FileNameOnly);
@@ -241,7 +253,9 @@ bool VideoRoom::OpenVideoClip(const std::string& alias, const std::string& path,
     const QSize area = m.controls.Picture2->PixelSize();
     m.controls.CropLabel->setVisible(s.VideoWidth >= area.width() ||
                                      s.VideoHeight >= area.height());
+    const QSignalBlocker silent(m_slider);
     m_slider->setRange(0, s.VideoLastFrame);
+    if (m_sound) Send("setaudio VidClip on");
     return true;
 }
 
@@ -255,7 +269,7 @@ void VideoRoom::PlayClip(const std::string& alias) {
 void VideoRoom::ShowText() {
     m.shell.ShowPane(Pane::LogText);
     m_lines = TextLines(m.state.Filename);
-    if (m_text.Read(m.state.Filename)) {
+    if (m_text.ReadFirst(m.state.Filename)) {
         m.controls.LogText->setPlainText(ToQt(m_text.Text()));
     } else {
         m.controls.LogText->clear();
@@ -265,13 +279,7 @@ void VideoRoom::ShowText() {
 
 void VideoRoom::Load_web() {
     ProgramState& s = m.state;
-    if (!s.SlideViewing) {
-        const MainControls& c = m.controls;
-        for (QPushButton* button :
-             {c.SlideButton, c.Slides4Button, c.Slides4LButton, c.Slides2Button, c.SlidesC2Button,
-              c.Slides2VButton, c.SlidesC2VButton})
-            SetEnabled(button, false);
-    }
+    if (!s.SlideViewing) m.shell.SetListCommands(false);
     BeginFile();
     s.VideoImage = false;
     m.display.SetPictureCommands(false);
@@ -291,8 +299,7 @@ void VideoRoom::ShowPage() {
     m.shell.ShowPane(Pane::WebBrowser1);
     m.shell.ShowMessage(m.controls.WebBrowser1->ShowPage(s.Filename));
     m.controls.EditButton2->setText(QStringLiteral("Web"));
-    m.notes.ClearNotesButton_Click(); // what was being written goes into the restore buffer
-    m.notes.SetNotesFilename();
+    m.notes.ClearNotesForPage();
     m.shell.FocusPane(); // clearing goes into the box
 }
 

@@ -57,6 +57,7 @@ private:
     void Play();
     void ReadPosition();
     void ShowPosition();
+    void Halt();
     void SetPlayCaption(bool plays);
     long long FileBytes() const;
 
@@ -65,8 +66,10 @@ private:
     std::unique_ptr<Mci> m_mci;
     QElapsedTimer m_sends;            // since the command under way
     std::unique_ptr<BatchRun> m_wait; // for a slow answer
+    bool m_closes = false;            // as soon as that has come
     QTimer m_timer;                   // VideoTimer
     QSlider* m_slider = nullptr;
+    bool m_sound = false; // of the clips of this run
     LogFile m_text;
     VideoLines m_lines;
 };

@@ -16,6 +16,7 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QSlider>
 #include <QWheelEvent>
 
@@ -42,6 +43,7 @@ void VideoRoom::ShowPosition() {
     const ProgramState& s = m.state;
     const bool ended = s.VideoPosition > s.VideoLastFrame;
     m.shell.ShowMessage("Video frame " + std::to_string(s.VideoPosition) + (ended ? " end" : ""));
+    const QSignalBlocker silent(m_slider);
     if (!m_slider->isSliderDown()) m_slider->setValue(std::min(s.VideoPosition, s.VideoLastFrame));
     if (ended) SetPlayCaption(false);
 }
@@ -59,16 +61,21 @@ void VideoRoom::Play() {
     SetPlayCaption(true);
     if (m.state.VideoPosition > m.state.VideoLastFrame) {
         VideoButton_Click(First);
+        if (!m.state.VideoOpen) return; // it was said why
         SetPlayCaption(true);
     }
     PlayClip("VidClip");
+    if (!m.state.VideoOpen) return;
     m.state.VideoRunning = true;
     m_timer.start();
 }
 
 void VideoRoom::VideoButton_Click(int index) {
     ProgramState& s = m.state;
-    if (!s.VideoOpen) return;
+    if (!s.VideoOpen) { // closed for a command on its file that came to nothing
+        ShowVideoFile();
+        return;
+    }
     switch (index) {
     case First:
         Seek("start");
@@ -116,7 +123,15 @@ void VideoRoom::VideoTimer_Timer() {
     ShowPosition();
 }
 
+// Number and picture belong together.
+void VideoRoom::Halt() {
+    if (m.controls.VideoButton[PlayOrPause]->text() == QLatin1String("Pause"))
+        VideoButton_Click(PlayOrPause);
+    m_timer.stop();
+}
+
 void VideoRoom::CopyFrame() {
+    Halt();
     const QImage frame = m.controls.Picture2->Picture();
     if (frame.isNull()) return;
     QGuiApplication::clipboard()->setImage(frame);
@@ -124,6 +139,7 @@ void VideoRoom::CopyFrame() {
 }
 
 void VideoRoom::SaveFrame() {
+    Halt();
     const QImage frame = m.controls.Picture2->Picture();
     const ProgramState& s = m.state;
     if (frame.isNull()) return;
@@ -162,6 +178,13 @@ bool VideoRoom::eventFilter(QObject*, QEvent* event) {
         QMenu menu;
         menu.addAction(QStringLiteral("Copy Frame"), this, [this] { CopyFrame(); });
         menu.addAction(QStringLiteral("Save Frame..."), this, [this] { SaveFrame(); });
+        QAction* sound = menu.addAction(QStringLiteral("Sound"));
+        sound->setCheckable(true);
+        sound->setChecked(m_sound);
+        connect(sound, &QAction::toggled, this, [this](bool on) {
+            m_sound = on;
+            Send(on ? "setaudio VidClip on" : "setaudio VidClip off");
+        });
         menu.exec(static_cast<QContextMenuEvent*>(event)->globalPos());
         return true;
     }

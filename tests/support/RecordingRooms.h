@@ -111,7 +111,7 @@ struct RecordingNotes : NotesCommands {
         return true;
     }
     void SaveNotesButton_Click() override { calls.push_back("SaveNotesButton"); }
-    void ClearNotesButton_Click() override { calls.push_back("ClearNotesButton"); }
+    void ClearNotesForPage() override { calls.push_back("ClearNotesForPage"); }
     void RestoreNotesButton_Click() override { calls.push_back("RestoreNotesButton"); }
     void DeleteNotesButton_Click() override { calls.push_back("DeleteNotesButton"); }
     bool SaveIfUnsaved() override {

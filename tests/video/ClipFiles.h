@@ -37,12 +37,13 @@ inline int NumberOf(const QImage& frame) {
     return number;
 }
 
-// `options` of the encoder and its container; false when ffmpeg could not make it.
+// `options` of the encoder and its container, `inputs` beside the frames; false when ffmpeg could
+// not make it.
 inline bool MakeClip(const std::string& path, int frames, const std::string& options,
-                     const std::string& filter = "null") {
+                     const std::string& filter = "null", const std::string& inputs = "") {
     const std::string command =
-        "ffmpeg -nostdin -loglevel error -y -f rawvideo -pix_fmt rgb24 -s 128x64 -r 25 -i - -vf '" +
-        filter + "' " + options + " '" + path + "'";
+        "ffmpeg -nostdin -loglevel error -y -f rawvideo -pix_fmt rgb24 -s 128x64 -r 25 -i - " +
+        inputs + " -vf '" + filter + "' " + options + " '" + path + "'";
     std::FILE* pipe = ::popen(command.c_str(), "w");
     if (!pipe) return false;
     for (int i = 0; i < frames; ++i) {

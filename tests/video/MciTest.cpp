@@ -34,7 +34,10 @@ struct Kind {
     const char* name;
     const char* options;
     const char* filter;
+    const char* inputs = "";
 };
+
+constexpr char kSound[] = "-f lavfi -i sine=duration=3";
 
 class MciClips : public ::testing::TestWithParam<Kind> {};
 
@@ -48,7 +51,7 @@ TEST_P(MciClips, ShowTheFrameThatTheyTell) {
     if (path.ends_with(".ser"))
         clip.folder.Write(path.substr(clip.folder.Path().size() + 1), NumberedSer(kFrames));
     else
-        ASSERT_TRUE(MakeClip(path, kFrames, kind.options, kind.filter));
+        ASSERT_TRUE(MakeClip(path, kFrames, kind.options, kind.filter, kind.inputs));
     ASSERT_EQ(clip.Send("Open \"" + path + "\" alias VidClip"), "") << clip.mci->ErrorText(1);
     EXPECT_EQ(clip.Send("status VidClip length"), "60");
     EXPECT_EQ(clip.Send("Window VidClip handle 7"), "");
@@ -133,6 +136,14 @@ INSTANTIATE_TEST_SUITE_P(
                            "-c:v libx264 -g 250 -bf 3 -pix_fmt yuv420p -fps_mode passthrough "
                            "-enc_time_base 1/24000",
                            "settb=1/24000,setpts=N*100"},
+                      Kind{"sound.mkv", "-c:v libx264 -g 250 -pix_fmt yuv420p -c:a aac -shortest",
+                           "null", kSound},
+                      Kind{"late.mp4", "-c:v libx264 -g 250 -pix_fmt yuv420p -c:a aac -shortest",
+                           "setpts=PTS+0.12/TB", kSound},
+                      Kind{"wide.mkv", "-c:v libx264 -g 250 -pix_fmt yuv420p", "setsar=2"},
+                      Kind{"stream.ts", "-c:v mpeg2video -q:v 2 -g 15 -bf 2", "null"},
+                      Kind{"program.mpg", "-c:v mpeg2video -q:v 2 -g 15 -bf 2", "null"},
+                      Kind{"reordered.avi", "-c:v mpeg4 -q:v 2 -g 50 -bf 2", "null"},
                       Kind{"variable.mkv", "-c:v libx264 -g 250 -pix_fmt yuv420p -fps_mode vfr",
                            "setpts=(N+floor(N*N/20))/25/TB"}),
     [](const auto& info) {

@@ -29,6 +29,8 @@ public:
     virtual void Play() = 0;
     virtual void Pause() = 0;
 
+    virtual void SetSound(bool) {} // off at first
+
     // The frame that play has come to; the count of frames at its end.
     virtual int PlayedTo() = 0;
 

@@ -8,6 +8,7 @@ extern "C" {
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <memory>
 
 namespace tarn {
@@ -28,16 +29,27 @@ void ReadTimes(AVFormatContext& file, const AVStream& stream, ClipFacts& clip) {
         if (file.streams[i] != &stream) file.streams[i]->discard = AVDISCARD_ALL;
     const double base = av_q2d(stream.time_base);
     const double step = 1 / (clip.rate > 0 ? clip.rate : kUsualRate);
+    int known = 0;
+    int unknown = 0;
+    double first = std::numeric_limits<double>::max();
     while (av_read_frame(&file, packet.get()) >= 0) {
         const bool ours = packet->stream_index == stream.index && packet->size > 0 &&
                           (packet->flags & AV_PKT_FLAG_DISCARD) == 0;
-        const std::int64_t time = packet->pts != AV_NOPTS_VALUE ? packet->pts : packet->dts;
-        if (ours)
+        const bool shown = packet->pts != AV_NOPTS_VALUE; // else it says when it is decoded
+        const std::int64_t time = shown ? packet->pts : packet->dts;
+        if (ours) {
+            (shown ? known : unknown)++;
+            if (shown) first = std::min(first, double(time) * base);
             clip.times.push_back(time != AV_NOPTS_VALUE ? double(time) * base
                                                         : double(clip.times.size()) * step);
+        }
         av_packet_unref(packet.get());
     }
     std::sort(clip.times.begin(), clip.times.end());
+    // Streams give a time to some frames only: the others follow by the rate.
+    if (!clip.indexed && known > 0 && unknown > 0)
+        for (std::size_t i = 0; i < clip.times.size(); ++i)
+            clip.times[i] = first + double(i) * step;
 }
 
 } // namespace
@@ -52,6 +64,8 @@ ClipFacts ReadClipFacts(const std::string& path, const std::atomic<bool>& stop) 
         return clip;
     }
     const AVStream& stream = *file->streams[index];
+    if (file->start_time != AV_NOPTS_VALUE) clip.start = double(file->start_time) / AV_TIME_BASE;
+    clip.indexed = (file->iformat->flags & AVFMT_TS_DISCONT) == 0;
     clip.width = stream.codecpar->width;
     clip.height = stream.codecpar->height;
     if (stream.avg_frame_rate.den > 0) clip.rate = av_q2d(stream.avg_frame_rate);

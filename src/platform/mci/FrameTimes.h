@@ -11,7 +11,9 @@ struct ClipFacts {
     int width = 0; // pixels
     int height = 0;
     double rate = 0;           // frames a second, as stated, or counted where it is not
-    std::vector<double> times; // of the frames, seconds from the clip's beginning, ascending
+    double start = 0;          // of the container, from which players count, seconds
+    std::vector<double> times; // of the frames, seconds, ascending
+    bool indexed = true;       // its frames are found at once
     std::string error;         // why there are none; empty otherwise
 };
 

@@ -9,6 +9,7 @@
 //   Play VidClip [to N]                with N: from the start to frame N, where it stops
 //   status VidClip position            the frame shown, from 0; the count of frames at the end
 //   seek VidClip to start|end|N        exactly; the frame is shown when it returns
+//   setaudio VidClip on|off            sound is off at first
 //   pause VidClip, stop VidClip, close VidClip
 #pragma once
 

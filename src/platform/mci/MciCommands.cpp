@@ -49,6 +49,10 @@ public:
             const ClipFacts& clip = m_player->Facts();
             return {0, "0 0 " + std::to_string(clip.width) + " " + std::to_string(clip.height)};
         }
+        if (rest == "setaudio VidClip on" || rest == "setaudio VidClip off") {
+            m_player->SetSound(rest.ends_with("on"));
+            return {};
+        }
         if (rest != "close VidClip") return {kUnknownCommand, {}};
         m_player.reset();
         return {};

@@ -8,7 +8,6 @@
 #include <mpv/render.h>
 
 #include <atomic>
-#include <clocale>
 #include <cmath>
 #include <future>
 #include <utility>
@@ -19,6 +18,9 @@ namespace {
 
 constexpr int kWaitLimit = 10000; // milliseconds that the player may take for one answer
 constexpr double kLook = 0.005;   // seconds between two looks while waiting
+
+// Seconds before a frame at which the search for it begins; the last is the clip's beginning.
+constexpr double kEarlier[] = {0, 2, 60, 1e6};
 
 // Silent, without any file beside the clip, and without a way to anything that is not a local file.
 constexpr std::pair<const char*, const char*> kOptions[] = {
@@ -47,6 +49,7 @@ constexpr std::pair<const char*, const char*> kOptions[] = {
     {"osd-level", "0"},
     {"hwdec", "no"},
     {"video-rotate", "no"},
+    {"keepaspect", "no"}, // the frame fills the size that is asked for
     {"idle", "yes"}};
 
 // The library with its renderer.
@@ -135,9 +138,14 @@ public:
     std::string ShowFrame(int frame) override;
     void Play() override { SetPause(0); }
     void Pause() override { SetPause(1); }
+    void SetSound(bool on) override {
+        mpv_set_property_string(m_core.Handle(), "mute", on ? "no" : "yes");
+    }
     int PlayedTo() override;
 
 private:
+    std::string SeekTo(double time);
+    int FrameOnShow();
     void SetPause(int pause) {
         mpv_set_property(m_core.Handle(), "pause", MPV_FORMAT_FLAG, &pause);
     }
@@ -164,33 +172,48 @@ std::string MpvPlayer::Open(const std::string& path) {
     return m_clip.error;
 }
 
+// Containers without an index are entered where the library guesses; then it has to begin earlier.
 std::string MpvPlayer::ShowFrame(int frame) {
+    for (const double earlier : kEarlier) {
+        if (earlier == 0 && !m_clip.indexed) continue; // the library does not tell when it missed
+        mpv_set_property_string(m_core.Handle(), "hr-seek-demuxer-offset",
+                                std::to_string(earlier).c_str());
+        std::string error = SeekTo(SeekTimeOf(m_clip, frame) - m_clip.start);
+        if (!error.empty()) return error;
+        if (FrameOnShow() == frame) {
+            m_core.Update();
+            m_core.Render();
+            return {};
+        }
+    }
+    return "The player does not find frame " + std::to_string(frame);
+}
+
+std::string MpvPlayer::SeekTo(double time) {
     m_core.ForgetEvents();
-    const std::string time = std::to_string(SeekTimeOf(m_clip, frame) - m_clip.times.front());
-    const char* seek[] = {"seek", time.c_str(), "absolute+exact", nullptr};
+    const std::string text = std::to_string(time);
+    const char* seek[] = {"seek", text.c_str(), "absolute+exact", nullptr};
     const int fault = mpv_command(m_core.Handle(), seek);
-    if (fault < 0) return mpv_error_string(fault);
-    std::string error = m_core.WaitFor(MPV_EVENT_PLAYBACK_RESTART, m_wait);
-    if (!error.empty()) return error;
-    m_core.Update();
-    m_core.Render();
-    return {};
+    return fault < 0 ? mpv_error_string(fault) : m_core.WaitFor(MPV_EVENT_PLAYBACK_RESTART, m_wait);
+}
+
+int MpvPlayer::FrameOnShow() {
+    double time = 0;
+    mpv_get_property(m_core.Handle(), "time-pos", MPV_FORMAT_DOUBLE, &time);
+    return FrameAt(m_clip, time + m_clip.start);
 }
 
 int MpvPlayer::PlayedTo() {
     int ended = 0;
     mpv_get_property(m_core.Handle(), "eof-reached", MPV_FORMAT_FLAG, &ended);
     if (ended != 0) return Count();
-    double time = 0;
-    mpv_get_property(m_core.Handle(), "time-pos", MPV_FORMAT_DOUBLE, &time);
-    return std::max(0, FrameAt(m_clip, time + m_clip.times.front()));
+    return std::max(0, FrameOnShow());
 }
 
 } // namespace
 
 std::unique_ptr<ClipPlayer> OpenWithMpv(const std::string& path, const ClipPlayer::Wait& wait,
                                         std::string& error) {
-    std::setlocale(LC_NUMERIC, "C"); // the application object takes the user's
     auto player = std::make_unique<MpvPlayer>(wait);
     error = player->Open(path);
     return error.empty() ? std::move(player) : nullptr;

@@ -11,6 +11,7 @@ namespace {
 
 constexpr std::string_view kMark = "LUCAM-RECORDER";
 constexpr std::size_t kHeaderBytes = 178;
+constexpr std::uint64_t kMostPixels = 100'000'000;
 constexpr int kMostSide = 65535;       // pixels
 constexpr double kTicks = 1e7;         // of a time, in a second
 constexpr std::size_t kTextBytes = 40; // of each name in the header
@@ -86,6 +87,7 @@ std::string SerFile::Open(const std::string& path) {
     const std::uint32_t frames = Number(&bytes[38]);
     if (width < 1 || height < 1 || width > kMostSide || height > kMostSide)
         return "The size of the frames is wrong";
+    if (std::uint64_t(width) * height > kMostPixels) return "The frames are too large";
     if (bits < 1 || bits > 16) return "The depth of the pixels is wrong";
     h.width = int(width);
     h.height = int(height);
@@ -113,10 +115,11 @@ std::vector<double> SerFile::Times() {
     if (!ReadAt(place, bytes.data(), bytes.size())) return {};
     std::vector<double> times(count);
     const std::int64_t first = Ticks(bytes.data());
+    if (first < 0) return {};
     std::int64_t before = first - 1;
     for (std::size_t i = 0; i < count; ++i) {
         const std::int64_t ticks = Ticks(&bytes[i * kTimeBytes]);
-        if (ticks <= before || first < 0) return {};
+        if (ticks <= before) return {};
         times[i] = double(ticks - first) / kTicks;
         before = ticks;
     }
@@ -126,8 +129,10 @@ std::vector<double> SerFile::Times() {
 // The header has a word for it that programs write either way round, so the pixels are asked.
 void SerFile::FindByteOrder(const std::vector<std::uint8_t>& frame) {
     const int step = m_header.IsBayer() ? 2 : m_header.Samples();
-    m_highByteFirst = Roughness(frame, 0, step) < Roughness(frame, 1, step);
-    m_orderKnown = true;
+    const std::uint64_t highFirst = Roughness(frame, 0, step);
+    const std::uint64_t lowFirst = Roughness(frame, 1, step);
+    m_highByteFirst = highFirst < lowFirst;
+    m_orderKnown = highFirst != lowFirst; // an even frame says nothing
 }
 
 std::string SerFile::ReadFrame(int frame, std::vector<std::uint16_t>& samples) {

@@ -9,6 +9,7 @@ QImage SerPicture(SerFile& file, int frame, std::string& error) {
     const SerHeader& header = file.Header();
     const auto colors = SerColors(header, samples);
     QImage picture(header.width, header.height, QImage::Format_RGB32);
+    if (picture.isNull()) return error = "Not enough memory", QImage();
     const std::uint16_t* from = colors.data();
     for (int y = 0; y < header.height; ++y) {
         auto* line = reinterpret_cast<QRgb*>(picture.scanLine(y));

@@ -69,7 +69,10 @@ std::string PageBrowser::ShowPage(const std::string& path) {
     }
     m_folder = QFileInfo(page.toLocalFile()).canonicalPath();
     m_loading.start();
-    setSource(page, QTextDocument::HtmlResource);
+    if (source() == page)
+        reload(); // it may have changed
+    else
+        setSource(page, QTextDocument::HtmlResource);
     return m_whyPlain;
 }
 
@@ -80,7 +83,8 @@ void PageBrowser::ClearPage() {
 QVariant PageBrowser::loadResource(int type, const QUrl& name) {
     const QUrl url = source().isEmpty() ? name : source().resolved(name);
     const QString path = QFileInfo(url.toLocalFile()).canonicalFilePath();
-    const bool isOwn = url.isLocalFile() && path.startsWith(m_folder + QLatin1Char('/'));
+    const bool isOwn =
+        url.isLocalFile() && !m_folder.isEmpty() && path.startsWith(m_folder + QLatin1Char('/'));
     if (type != QTextDocument::ImageResource) {
         QFile file(path);
         return isOwn && file.open(QIODevice::ReadOnly) ? file.read(kMostBytes) : QByteArray();

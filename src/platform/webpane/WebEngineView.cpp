@@ -5,12 +5,16 @@
 #include <QKeyEvent>
 #include <QOpenGLContext>
 #include <QQuickWindow>
+#include <QVBoxLayout>
 #include <QWebEnginePage>
 #include <QWebEngineProfile>
 #include <QWebEngineSettings>
 #include <QWebEngineUrlRequestInterceptor>
 #include <QWebEngineView>
 
+#include <string>
+
+#include <fcntl.h>
 #include <sched.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -19,10 +23,21 @@ namespace tarn {
 
 namespace {
 
+// No way to the network, whatever a script tries.
+constexpr char kFlags[] = "--force-webrtc-ip-handling-policy=disable_non_proxied_udp "
+                          "--proxy-server=127.0.0.1:9 --proxy-bypass-list=<-loopback> "
+                          "--host-resolver-rules='MAP * ~NOTFOUND' --disable-background-networking";
+
 // Whether the page's process can be locked up; without that the library ends the whole program.
 bool CanLockUp() {
     const pid_t child = ::fork();
-    if (child == 0) ::_exit(::unshare(CLONE_NEWUSER) == 0 ? 0 : 1);
+    if (child == 0) {
+        // Some systems allow the first step and refuse the second.
+        const std::string map = "0 " + std::to_string(::geteuid()) + " 1";
+        const bool apart = ::unshare(CLONE_NEWUSER) == 0;
+        const int file = apart ? ::open("/proc/self/uid_map", O_WRONLY | O_CLOEXEC) : -1;
+        ::_exit(file >= 0 && ::write(file, map.data(), map.size()) == ssize_t(map.size()) ? 0 : 1);
+    }
     int status = 1;
     return child > 0 && ::waitpid(child, &status, 0) == child && WIFEXITED(status) &&
            WEXITSTATUS(status) == 0;
@@ -36,7 +51,8 @@ public:
         const QUrl url = info.requestUrl();
         if (url.scheme() == QLatin1String("data") || url.scheme() == QLatin1String("about")) return;
         const QString path = QFileInfo(url.toLocalFile()).canonicalFilePath();
-        info.block(!url.isLocalFile() || !path.startsWith(folder + QLatin1Char('/')));
+        info.block(folder.isEmpty() || !url.isLocalFile() ||
+                   !path.startsWith(folder + QLatin1Char('/')));
     }
 };
 
@@ -58,10 +74,21 @@ protected:
     }
 };
 
+// Keys that the page has no use for come back to what holds it: there they end.
+class Holder : public QWidget {
+public:
+    using QWidget::QWidget;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override { event->accept(); }
+    void keyReleaseEvent(QKeyEvent* event) override { event->accept(); }
+};
+
 class WebEngineView : public WebView {
 public:
     explicit WebEngineView(QWidget* pane)
-        : m_view(new QWebEngineView(pane)), m_page(new StayingPage(&m_profile, m_view)) {
+        : m_holder(new Holder(pane)), m_view(new QWebEngineView(m_holder)),
+          m_page(new StayingPage(&m_profile, m_view)) {
         m_profile.setUrlRequestInterceptor(&m_folderOnly);
         m_profile.setHttpCacheType(QWebEngineProfile::NoCache);
         QObject::connect(&m_profile, &QWebEngineProfile::downloadRequested, m_view, [] {});
@@ -73,16 +100,19 @@ public:
               QWebEngineSettings::JavascriptCanAccessClipboard,
               QWebEngineSettings::LocalStorageEnabled})
             settings.setAttribute(attribute, false);
+        auto* whole = new QVBoxLayout(m_holder);
+        whole->setContentsMargins({});
+        whole->addWidget(m_view);
         m_view->setPage(m_page);
         m_view->setFocusPolicy(Qt::NoFocus);
         m_view->setContextMenuPolicy(Qt::NoContextMenu);
     }
     ~WebEngineView() override {
         delete m_page; // before its profile
-        delete m_view;
+        delete m_holder;
     }
 
-    QWidget* Widget() override { return m_view; }
+    QWidget* Widget() override { return m_holder; }
 
     void Show(const QUrl& page) override {
         m_folderOnly.folder = QFileInfo(page.toLocalFile()).canonicalPath();
@@ -102,6 +132,7 @@ public:
 private:
     QWebEngineProfile m_profile; // of no name: nothing is written
     FolderOnly m_folderOnly;
+    QWidget* m_holder;
     QWebEngineView* m_view;
     StayingPage* m_page;
 };
@@ -113,6 +144,7 @@ private:
 extern "C" tarn::WebView* TarnMakeWebView(QWidget* pane) {
     // Without a shared context the library ends the program.
     if (!QOpenGLContext::globalShareContext() || !tarn::CanLockUp()) return nullptr;
+    qputenv("QTWEBENGINE_CHROMIUM_FLAGS", tarn::kFlags);
     QQuickWindow::setGraphicsApi(QSGRendererInterface::OpenGLRhi);
     return new tarn::WebEngineView(pane);
 }

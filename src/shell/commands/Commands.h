@@ -70,7 +70,7 @@ public:
     virtual void SetNotesFilename() = 0;
     virtual bool SaveNote() = 0; // false: Label_error says why
     virtual void SaveNotesButton_Click() = 0;
-    virtual void ClearNotesButton_Click() = 0;
+    virtual void ClearNotesForPage() = 0; // a page is shown: no note is
     virtual void RestoreNotesButton_Click() = 0;
     virtual void DeleteNotesButton_Click() = 0;
     virtual void SetSaveCommands() = 0; // on when there is something to save and a place for it

@@ -56,6 +56,11 @@ std::vector<std::string> LogNames(const Files& files, const std::string& folder)
     return names;
 }
 
+bool LogFile::ReadFirst(const std::string& path) {
+    m_path.clear();
+    return Read(path);
+}
+
 bool LogFile::Read(const std::string& path) {
     const std::size_t before = path == m_path ? m_read : 0;
     m_path = path;
@@ -77,7 +82,7 @@ bool LogFile::ReadPart(std::size_t from, std::size_t most) {
     bool endless = false; // a line longer than a part
     if (m_hasMore) {
         const auto lineEnd = bytes->rfind('\n', most - 1);
-        endless = lineEnd == std::string::npos;
+        endless = lineEnd == std::string::npos || lineEnd < most / 2;
         std::size_t end = endless ? most : lineEnd + 1;
         // Not within a character of a line that is longer than a part.
         for (int i = 0; i < 3 && (static_cast<unsigned char>((*bytes)[end]) & 0xC0) == 0x80; ++i)

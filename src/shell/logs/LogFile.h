@@ -19,6 +19,8 @@ class LogFile {
 public:
     explicit LogFile(const Files& files) : m_files(files) {}
 
+    // Reads the first part of a file into Text(); false as below.
+    bool ReadFirst(const std::string& path);
     // Reads the first part of a file into Text(), or again as much of it as was read before. False,
     // with the system's text in Error(), when it cannot be read.
     bool Read(const std::string& path);

@@ -96,7 +96,7 @@ void Lifecycle::Form_Load(const std::string& argument) {
     }
     m.navigation.ResetFileHistory(true);
     m_navigation.ShowHint();
-    m.shell.SetListCommands(m.controls.FileListBox->Count() > 0);
+    m.shell.SetListCommands(m.controls.FileListBox->Count() > 0 && !s.VideoImage && !s.WebImage);
     m.shell.FocusPane();
     SayWhatIsAmiss();
     m_notes.TakeUpDrafts();
