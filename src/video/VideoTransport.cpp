@@ -73,7 +73,7 @@ void VideoRoom::Play() {
 void VideoRoom::VideoButton_Click(int index) {
     ProgramState& s = m.state;
     if (!s.VideoOpen) { // closed for a command on its file that came to nothing
-        ShowVideoFile();
+        if (s.VideoImage) ShowVideoFile();
         return;
     }
     switch (index) {

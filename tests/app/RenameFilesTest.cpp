@@ -1,6 +1,7 @@
 // The window that renames many files, on real files with their notes: what it shows, what it does,
 // how it stops, and every change of the disk failing once in turn.
 #include "FilesDesk.h"
+#include "video/ClipFiles.h"
 
 #include "platform/FolderTreeview.h"
 
@@ -80,6 +81,25 @@ TEST(RenameFiles, ShowsWhatItWouldDo) {
     d.desktop.failure = "2";
     list.onDoubleClick();
     EXPECT_EQ(d.dialogs.shown.back(), "File IMG_3.xyz|File not Opened, Error # 2");
+}
+
+TEST(RenameFiles, AClipThatIsOpenIsClosedAndShownAgain) {
+    RenameDesk d;
+    d.folder.Write("sun.ser", NumberedSer(10));
+    d.notes.Write("sun.enf", "of the clip");
+    d.settings->Write("video_in_window", "True");
+    d.Start();
+    d.GoTo("sun.ser");
+    ASSERT_TRUE(d.s.VideoOpen);
+    d.Open();
+    EXPECT_FALSE(d.s.VideoOpen);
+    d.Get<QCheckBox>("CheckShowAll").setChecked(true);
+    d.RenameAll("sun", "moon");
+    d.house.window.findChild<QDialog*>("frmRenameFiles")->close();
+    EXPECT_EQ(d.Current(), "moon.ser");
+    EXPECT_TRUE(d.s.VideoOpen);
+    EXPECT_EQ(NumberOf(d.c.Picture2->Picture()), 4);
+    EXPECT_EQ(d.c.NotesBox->toPlainText(), "of the clip");
 }
 
 TEST(RenameFiles, TakesNotesAlongAndComesBack) {

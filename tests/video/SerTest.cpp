@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 namespace tarn::testing {
 namespace {
 
@@ -96,6 +98,11 @@ TEST(Ser, DamagedFilesAreRefusedOrShortened) {
     for (const SerClip& clip : {SerClip{0, 1}, SerClip{4, -1}, SerClip{1 << 20, 1},
                                 SerClip{4, 1, 0}, SerClip{4, 1, 17}, SerClip{65535, 65535, 16}})
         EXPECT_NE(d.Open(SerBytes(clip)), "");
+    // A damaged size is not believed, whatever the length of the file.
+    const std::string huge =
+        d.folder.Write("h.ser", SerBytes({60000, 60000, 8, 0, false, {}, {}, 1}));
+    std::filesystem::resize_file(huge, 178 + 3'600'000'000);
+    EXPECT_EQ(d.file.Open(huge), "The frames are too large");
     for (const std::string& bytes : {std::string(), std::string("LUCAM"), whole.substr(0, 177)})
         EXPECT_EQ(d.Open(bytes), "Not a SER file");
     EXPECT_NE(d.file.Open(d.folder.Path() + "/none.ser"), "");
