@@ -6,6 +6,7 @@
 
 #include <QAction>
 #include <QLabel>
+#include <QStatusBar>
 #include <QPlainTextEdit>
 
 #include <filesystem>
@@ -182,6 +183,22 @@ TEST(Print, TurnsAreOnTheDataSheet) {
     EXPECT_EQ(Quarters(QImage::fromData(QByteArray::fromStdString(pictures[0].jpeg))), "bryg");
     EXPECT_TRUE(d.Has(0, d.s.Filename));
     EXPECT_TRUE(d.Has(0, d.Row(0)));
+}
+
+TEST(Print, PicturesAreInTheColoursOfTheirProfile) {
+    PrintDesk d;
+    d.folder.Write("p.jpg", WithProfile(JpegBytes(TellTale(60, 40)), SwappedProfile()));
+    d.folder.Write("q.jpg", WithProfile(JpegBytes(TellTale(60, 40)), "broken"));
+    d.Start();
+    EXPECT_EQ(Quarters(d.c.Picture1->Picture()), "bgr?");
+    d.Print(d.c.PrintButton);
+    ASSERT_EQ(d.printing.pages.size(), 1U);
+    const auto pictures = All<PaperPicture>(d.printing.pages[0]);
+    EXPECT_EQ(Quarters(QImage::fromData(QByteArray::fromStdString(pictures.at(0).jpeg))), "bgr?");
+    d.house.navigation.NextButton_Click();
+    EXPECT_EQ(Quarters(d.c.Picture1->Picture()), "rgby");
+    EXPECT_TRUE(d.house.window.statusBar()->findChild<QLabel*>()->text().endsWith(
+        QLatin1String("broken and was ignored")));
 }
 
 TEST(Print, ThePreviewShowsThePagesBeforeTheyAreSent) {

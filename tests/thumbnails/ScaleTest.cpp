@@ -9,7 +9,6 @@
 
 #include <gtest/gtest.h>
 
-
 #include <cmath>
 #include <cstdlib>
 
@@ -84,6 +83,14 @@ TEST(ScalePicture, LooksLikeAFullDecodeScaledOnce) {
         // Levels of 255 on average; the most where the reading is only just large enough.
         EXPECT_LT(sum / (once.width() * once.height()), 3.0) << width;
     }
+}
+
+TEST(ScalePicture, IsInTheColoursOfTheProfile) {
+    const TestFolder folder;
+    std::string error;
+    const std::string jpeg = WithProfile(JpegBytes(TellTale(600, 400)), SwappedProfile());
+    const std::string made = ThumbnailJpeg(folder.Write("p.jpg", jpeg), 120, 90, error);
+    EXPECT_EQ(Quarters(QImage::fromData(QByteArray::fromStdString(made))), "bgr?");
 }
 
 TEST(ScalePicture, SaysWhyThereIsNone) {

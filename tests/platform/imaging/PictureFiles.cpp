@@ -1,6 +1,7 @@
 #include "PictureFiles.h"
 
 #include <QBuffer>
+#include <QColorSpace>
 
 #include <cstdio>
 #include <cstdlib>
@@ -83,6 +84,19 @@ std::string PictureBytes(const QImage& picture, const char* format) {
     buffer.open(QIODevice::WriteOnly);
     if (!picture.save(&buffer, format)) return {};
     return bytes.toStdString();
+}
+
+std::string WithProfile(const std::string& jpeg, const std::string& profile) {
+    const std::string body = std::string("ICC_PROFILE\0\1\1", 14) + profile;
+    const std::size_t length = body.size() + 2;
+    return jpeg.substr(0, 2) + "\xFF\xE2" + char(length >> 8) + char(length & 0xFF) + body +
+           jpeg.substr(2);
+}
+
+std::string SwappedProfile() {
+    const QColorSpace swapped(QPointF(0.3127, 0.3290), QPointF(0.15, 0.06), QPointF(0.30, 0.60),
+                              QPointF(0.64, 0.33), QColorSpace::TransferFunction::SRgb);
+    return swapped.iccProfile().toStdString();
 }
 
 QImage TellTale(int width, int height) {

@@ -19,6 +19,12 @@ std::string JpegBytes(const QImage& picture, JpegKind kind = JpegKind::Color, in
 // In another of the toolkit's formats ("PNG", "BMP", "TIFF", "WEBP").
 std::string PictureBytes(const QImage& picture, const char* format);
 
+// The JPEG file with a colour profile put in.
+std::string WithProfile(const std::string& jpeg, const std::string& profile);
+
+// In which red means blue and blue red.
+std::string SwappedProfile();
+
 // Four quarters: red, green / blue, yellow (left to right, top to bottom).
 QImage TellTale(int width, int height);
 
