@@ -8,8 +8,11 @@
 #include <mpv/render.h>
 
 #include <atomic>
-#include <cmath>
+#include <chrono>
+#include <condition_variable>
 #include <future>
+#include <mutex>
+#include <thread>
 #include <utility>
 
 namespace tarn {
@@ -52,7 +55,8 @@ constexpr std::pair<const char*, const char*> kOptions[] = {
     {"keepaspect", "no"}, // the frame fills the size that is asked for
     {"idle", "yes"}};
 
-// The library with its renderer.
+// The library with its renderer. Frames are made on a thread of their own, since one of a large
+// clip takes longer than the window may stand still.
 class MpvCore : public QObject {
 public:
     MpvCore() : m_player(mpv_create()) {
@@ -63,21 +67,25 @@ public:
         mpv_render_param params[] = {{MPV_RENDER_PARAM_API_TYPE, kind},
                                      {MPV_RENDER_PARAM_INVALID, nullptr}};
         if (mpv_render_context_create(&m_renderer, m_player, params) < 0) return;
+        m_worker = std::thread([this] { Work(); });
         mpv_render_context_set_update_callback(
-            m_renderer,
-            [](void* self) {
-                auto* core = static_cast<MpvCore*>(self);
-                QMetaObject::invokeMethod(
-                    core, [core] { core->Update(); }, Qt::QueuedConnection);
-            },
-            this);
+            m_renderer, [](void* self) { static_cast<MpvCore*>(self)->Ask(false); }, this);
     }
     ~MpvCore() override {
+        if (m_worker.joinable()) {
+            mpv_render_context_set_update_callback(m_renderer, nullptr, nullptr);
+            {
+                const std::lock_guard lock(m_mutex);
+                m_ends = true;
+            }
+            m_changed.notify_all();
+            m_worker.join();
+        }
         if (m_renderer) mpv_render_context_free(m_renderer);
         if (m_player) mpv_terminate_destroy(m_player);
     }
 
-    bool IsReady() const { return m_renderer != nullptr; }
+    bool IsReady() const { return m_worker.joinable(); }
     mpv_handle* Handle() const { return m_player; }
 
     // The next event of this kind; the fault when the file ends with one, or the wait.
@@ -85,15 +93,13 @@ public:
         QElapsedTimer time;
         time.start();
         while (time.elapsed() < kWaitLimit) {
+            if (!wait()) return "The clip was broken off";
             const mpv_event* event = mpv_wait_event(m_player, kLook);
             if (event->event_id == wanted) return {};
             if (event->event_id == MPV_EVENT_END_FILE) {
                 const auto* end = static_cast<mpv_event_end_file*>(event->data);
                 if (end->reason == MPV_END_FILE_REASON_ERROR) return mpv_error_string(end->error);
             }
-            if (event->event_id != MPV_EVENT_NONE) continue;
-            Update();
-            if (!wait()) return "The clip was broken off";
         }
         return "The player does not answer";
     }
@@ -103,31 +109,109 @@ public:
         }
     }
 
-    void Update() {
-        if ((mpv_render_context_update(m_renderer) & MPV_RENDER_UPDATE_FRAME) != 0) Render();
+    // The frame that the player stands on, delivered when this returns; an error text.
+    std::string Show(const ClipPlayer::Wait& wait) {
+        Ask(true);
+        QElapsedTimer time;
+        time.start();
+        std::unique_lock lock(m_mutex);
+        while (m_asked && time.elapsed() < kWaitLimit) {
+            m_changed.wait_for(lock, std::chrono::duration<double>(kLook));
+            if (!m_asked) break;
+            lock.unlock();
+            if (!wait()) return "The clip was broken off";
+            lock.lock();
+        }
+        if (m_asked) return "The player does not answer";
+        const QImage frame = m_frame;
+        const int number = m_number;
+        lock.unlock();
+        Deliver(frame, number);
+        return {};
     }
 
-    void Render() {
-        if (!player || player->size.isEmpty() || !player->onFrame) return;
-        QImage frame(player->size, QImage::Format_RGB32);
+    void SetPlayer(ClipPlayer* player) { m_shows = player; }
+
+private:
+    void Ask(bool waits) {
+        {
+            const std::lock_guard lock(m_mutex);
+            m_news = true;
+            if (waits) {
+                m_asked = true;
+                m_size = m_shows->size;
+            }
+        }
+        m_changed.notify_all();
+    }
+
+    void Work() {
+        std::unique_lock lock(m_mutex);
+        for (;;) {
+            m_changed.wait(lock, [this] { return m_ends || m_news; });
+            if (m_ends) return;
+            m_news = false;
+            const bool asked = m_asked;
+            const QSize size = m_size;
+            lock.unlock();
+            const bool isNew =
+                (mpv_render_context_update(m_renderer) & MPV_RENDER_UPDATE_FRAME) != 0;
+            const QImage frame = asked || isNew ? Render(size) : QImage();
+            lock.lock();
+            if (asked) m_asked = false;
+            if (frame.isNull()) continue;
+            m_frame = frame;
+            const int number = ++m_number;
+            m_changed.notify_all();
+            if (asked) continue;
+            QMetaObject::invokeMethod(
+                this, [this, frame, number] { Deliver(frame, number); }, Qt::QueuedConnection);
+        }
+    }
+
+    // Without a size the frame is taken from the player and thrown away.
+    QImage Render(QSize size) {
+        QImage frame = size.isEmpty() ? QImage() : QImage(size, QImage::Format_RGB32);
         int sides[] = {frame.width(), frame.height()};
         char format[] = "bgr0";
         std::size_t stride = std::size_t(frame.bytesPerLine());
         int block = 0;
-        mpv_render_param params[] = {{MPV_RENDER_PARAM_SW_SIZE, sides},
-                                     {MPV_RENDER_PARAM_SW_FORMAT, format},
-                                     {MPV_RENDER_PARAM_SW_STRIDE, &stride},
-                                     {MPV_RENDER_PARAM_SW_POINTER, frame.bits()},
-                                     {MPV_RENDER_PARAM_BLOCK_FOR_TARGET_TIME, &block},
-                                     {MPV_RENDER_PARAM_INVALID, nullptr}};
-        if (mpv_render_context_render(m_renderer, params) >= 0) player->onFrame(frame);
+        int skip = 1;
+        mpv_render_param drawn[] = {{MPV_RENDER_PARAM_SW_SIZE, sides},
+                                    {MPV_RENDER_PARAM_SW_FORMAT, format},
+                                    {MPV_RENDER_PARAM_SW_STRIDE, &stride},
+                                    {MPV_RENDER_PARAM_SW_POINTER, frame.bits()},
+                                    {MPV_RENDER_PARAM_BLOCK_FOR_TARGET_TIME, &block},
+                                    {MPV_RENDER_PARAM_INVALID, nullptr}};
+        mpv_render_param skipped[] = {{MPV_RENDER_PARAM_SKIP_RENDERING, &skip},
+                                      {MPV_RENDER_PARAM_BLOCK_FOR_TARGET_TIME, &block},
+                                      {MPV_RENDER_PARAM_INVALID, nullptr}};
+        const bool isDrawn =
+            mpv_render_context_render(m_renderer, frame.isNull() ? skipped : drawn) >= 0;
+        return isDrawn ? frame : QImage();
     }
 
-    ClipPlayer* player = nullptr; // that gets the frames, once it is open
+    // A frame that was made before the one on show comes too late.
+    void Deliver(const QImage& frame, int number) {
+        if (number <= m_delivered || frame.isNull()) return;
+        m_delivered = number;
+        if (m_shows && m_shows->onFrame) m_shows->onFrame(frame);
+    }
 
-private:
     mpv_handle* m_player = nullptr;
     mpv_render_context* m_renderer = nullptr;
+    ClipPlayer* m_shows = nullptr; // gets the frames, once it is open
+    int m_delivered = 0;           // number of the last frame given out
+
+    std::mutex m_mutex; // guards the rest
+    std::condition_variable m_changed;
+    bool m_news = false;  // something may have changed
+    bool m_asked = false; // a frame is waited for
+    bool m_ends = false;
+    QSize m_size;
+    QImage m_frame; // the last one made
+    int m_number = 0;
+    std::thread m_worker;
 };
 
 class MpvPlayer : public ClipPlayer {
@@ -168,7 +252,7 @@ std::string MpvPlayer::Open(const std::string& path) {
     if (!fault.empty()) stop = true;
     m_clip = facts.get();
     if (!fault.empty()) return fault;
-    m_core.player = this;
+    m_core.SetPlayer(this);
     return m_clip.error;
 }
 
@@ -181,9 +265,7 @@ std::string MpvPlayer::ShowFrame(int frame) {
         std::string error = SeekTo(SeekTimeOf(m_clip, frame) - m_clip.start);
         if (!error.empty()) return error;
         if (FrameOnShow() == frame) {
-            m_core.Update();
-            m_core.Render();
-            return {};
+            return m_core.Show(m_wait);
         }
     }
     return "The player does not find frame " + std::to_string(frame);
