@@ -31,9 +31,8 @@ House::House(const Platform& p)
               p.files, p.settings, p.events,   p.dialogs, p.sound, p.desktop, p.printing},
       window(controls, p.files), shell(context, window), navigation(context), display(context),
       info(context), notes(context), slides(context), copies(context), fileops(context),
-      print(context), thumbnails(context), web(context), video(context, [] { return MakeMci(); }),
-      importExport(context), programs(context), keys(context),
-      lifecycle(context, window, navigation, notes, programs) {
+      print(context), thumbnails(context), web(context), video(context, [] { return MakeMci(); }), importExport(context), programs(context),
+      keys(context), lifecycle(context, window, navigation, notes, programs) {
     navigation.ConnectControls();
     display.ConnectControls();
     info.ConnectControls();
