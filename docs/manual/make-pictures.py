@@ -222,6 +222,73 @@ def write_clip(folder):
     set_time(folder / "Moon_0441.avi", NIGHT + datetime.timedelta(minutes=301))
 
 
+def render(scene, width, height):
+    """Red, green and blue of every pixel of a scene, drawn at another size."""
+    svg = f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {WIDTH} {HEIGHT}">{scene}</svg>'
+    drawn = subprocess.run(
+        ["rsvg-convert", "-w", str(width), "-h", str(height)], input=svg.encode(), stdout=subprocess.PIPE, check=True
+    ).stdout
+    return subprocess.run(
+        ["convert", "PNG:-", "-depth", "8", "RGB:-"], input=drawn, stdout=subprocess.PIPE, check=True
+    ).stdout
+
+
+def write_fits(folder, number):
+    """What a cooled camera gives: 16 bits, a sky just above black, noise, and little light above it."""
+    width, height = 900, 600
+    chance = random.Random(number)
+    light = render(galaxy(shift=(number * 3, -number * 2)), width, height)[1::3]
+    when = NIGHT + datetime.timedelta(minutes=190 + 4 * number)
+    words = {
+        "SIMPLE": "T", "BITPIX": 16, "NAXIS": 2, "NAXIS1": width, "NAXIS2": height, "BZERO": 32768, "BSCALE": 1,
+        "ROWORDER": "'TOP-DOWN'", "OBJECT": "'M 31'", "DATE-OBS": f"'{when.isoformat()}'", "EXPTIME": 180.0,
+        "GAIN": 100, "CCD-TEMP": -10.0, "FILTER": "'L'", "TELESCOP": "'80 mm f/6'", "INSTRUME": "'Example Cam 9'",
+    }  # fmt: skip
+    cards = [f"{name:8}= " + (value if str(value)[0] == "'" else f"{value:>20}") for name, value in words.items()]
+    header = "".join(card.ljust(80) for card in [*cards, "END"]).ljust(2880)
+    samples = struct.pack(
+        f">{width * height}h",
+        *(min(65535, int(1180 + chance.gauss(0, 34) + max(0, each - 7) ** 2 / 9)) - 32768 for each in light),
+    )
+    path = folder / f"M31_L_{number + 451:04}.fits"
+    path.write_bytes(header.encode() + samples + bytes(-len(samples) % 2880))
+    set_time(path, when)
+
+
+def jupiter(turn):
+    """Bands behind a disc, a spot that wanders, and the air before it."""
+    air = random.Random(int(turn * 1000))
+    x, y = 900 + air.uniform(-9, 9), 600 + air.uniform(-9, 9)
+    bands = "".join(
+        f'<rect x="-400" y="{top}" width="800" height="{high}" fill="{colour}"/>'
+        for top, high, colour in [(-400, 800, "#d9c7a6"), (-260, 70, "#b99a74"), (-120, 90, "#9c6f4c"),
+                                  (-10, 60, "#e9dcc2"), (80, 95, "#a67c58"), (230, 60, "#bfa580")]
+    )  # fmt: skip
+    shade = [(0, "#000", 0), (0.75, "#000", 0.05), (1, "#000", 0.75)]
+    moves = f"translate({x:.1f} {y:.1f})"
+    return (
+        f'<defs>{gradient("shade", shade, "radial")}<clipPath id="disc"><ellipse rx="370" ry="346"/></clipPath>'
+        f'<filter id="air"><feGaussianBlur stdDeviation="{air.uniform(3, 8):.1f}"/></filter></defs>'
+        f'<rect width="{WIDTH}" height="{HEIGHT}" fill="#050507"/><g filter="url(#air)"><g transform="{moves}">'
+        f'<g clip-path="url(#disc)">{bands}<ellipse cx="{turn:.1f}" cy="175" rx="85" ry="46" fill="#c0603c"/>'
+        f'<circle r="372" fill="url(#shade)"/></g></g><circle cx="{1520 - turn / 3:.1f}" cy="620" r="16" fill="#eee"/></g>'
+    )
+
+
+def write_ser(folder):
+    """A clip as cameras for planets write it, each frame with its time behind the frames."""
+    width, height, frames, depth, colour = 480, 320, 30, 8, 100
+    pixels = b"".join(render(jupiter(-150 + 7 * number), width, height) for number in range(frames))
+    when = NIGHT + datetime.timedelta(minutes=305)
+    ticks = int((when - datetime.datetime(1, 1, 1)).total_seconds()) * 10_000_000
+    names = b"".join(each.ljust(40) for each in (b"", b"Example Cam 9", b"80 mm f/6"))
+    header = b"LUCAM-RECORDER" + struct.pack("<7i", 0, colour, 0, width, height, depth, frames) + names
+    header += struct.pack("<2q", ticks, ticks)
+    times = struct.pack(f"<{frames}q", *(ticks + number * 333_333 for number in range(frames)))
+    (folder / "Jupiter_0443.ser").write_bytes(header + pixels + times)
+    set_time(folder / "Jupiter_0443.ser", when)
+
+
 NOTES = {
     "M31_0421.enf": "M 31, first of the series.\r\nGuiding good, seeing fair.\r\nTelescope: 80 mm f/6 apochromatic refractor",
     "M31_0423.enf": "Gust of wind, stars drawn out.",
@@ -238,6 +305,9 @@ def main():
     for frame in FRAMES:
         write_frame(pictures, *frame)
     write_clip(pictures)
+    write_ser(pictures)
+    for number in range(5):
+        write_fits(pictures, number)
     for name, note in NOTES.items():
         (notes / name).write_bytes(note.encode())
     log = "18:05 Set up on the ridge, 4 degrees, calm\r\n20:55 M 31, 5 frames of 3 minutes\r\n21:03 Gust of wind in frame 3\r\n22:05 M 42\r\n23:05 Moon, then closed\r\n"

@@ -95,13 +95,24 @@ click frmRenameFiles/CheckAll
 wait 500
 shot frmRenameFiles rename.png
 close frmRenameFiles
-file Moon_0441.avi
-wait 2500
-click VideoButton_5
+click VideoInWindowButton
+file Jupiter_0443.ser
+wait 1500
+choose VideoSlider 17
 wait 500
 click VideoButton_5
-wait 1500
+wait 1000
 shot frmMain video.png
+LINES
+
+run "$night/M31_L_0452.fits" <<'LINES'
+wait 1500
+shot frmMain fits.png
+click StretchButton
+wait 600
+click frmStretch/LockStretchCheck
+wait 400
+shot frmStretch stretch.png
 LINES
 
 run "$night/M31_0421.jpg" <<'LINES'

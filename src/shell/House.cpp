@@ -74,7 +74,8 @@ void House::WireHelp() {
         int page;
     };
     for (const Entry& help :
-         {Entry{c.HelpPicNavButton, kHelpNavigation}, Entry{c.HelpSlideButton, kHelpSlides},
+         {Entry{c.HelpContentsButton, kHelpContents}, Entry{c.HelpTourButton, kHelpTour},
+          Entry{c.HelpPicNavButton, kHelpNavigation}, Entry{c.HelpSlideButton, kHelpSlides},
           Entry{c.HelpSizeButton, kHelpSizeWindow}, Entry{c.HelpOneButton, kHelpOneToOne},
           Entry{c.HelpNotesFolderButton, kHelpFolders},
           Entry{c.HelpPictureFileDateButton, kHelpFileDate},

@@ -51,6 +51,8 @@ TEST(Help, EveryEntryAndNumberHasItsPage) {
     HelpDesk d;
     const MainControls& c = d.house.controls;
     for (const auto& [entry, title] : std::vector<std::pair<QAction*, std::string>>{
+             {c.HelpContentsButton, "Contents"},
+             {c.HelpTourButton, "A First Evening"},
              {c.HelpPicNavButton, "Picture Navigation"},
              {c.HelpSlideButton, "Slides (Full Screen)"},
              {c.HelpSizeButton, "Size Window"},

@@ -4,8 +4,8 @@ namespace tarn {
 
 const std::vector<HelpPageRow>& HelpPages() {
     static const std::vector<HelpPageRow> pages{
-        {kHelpReadOn, "Contents", "help/index.html"},
-        {kHelpReadOn, "A First Evening", "help/tour.html"},
+        {kHelpContents, "Contents", "help/index.html"},
+        {kHelpTour, "A First Evening", "help/tour.html"},
         {kHelpReadOn, "The Window", "help/window.html"},
         {kHelpNavigation, "Picture Navigation", "help/navigation.html"},
         {kHelpFolders, "Folders and Files", "help/folders.html"},

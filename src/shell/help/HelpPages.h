@@ -22,6 +22,8 @@ enum HelpPage {
     kHelpRegistry,
     kHelpAbout,
     kHelpWebPages,
+    kHelpContents,
+    kHelpTour,
     kHelpReadOn, // no command opens it
 };
 
