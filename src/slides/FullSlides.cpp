@@ -130,6 +130,7 @@ void FullSlides::ReadInfo() {
     s.NoExif = s.ExifFound = s.DatesDiffer = false;
     s.PictureDate.clear();
     m.info.ReadPictureInfo();
+    m_orientation = s.ImgXslide.IsUpright() ? 1 : s.ExpOrientation;
 }
 
 void FullSlides::ShowSlide() {
@@ -165,7 +166,7 @@ void FullSlides::PaintSlide() {
     ImgX slide;
     slide.CopyFrom(s.ImgXslide);
     Apply(slide, m_turn);
-    TurnByOrientation(slide, s.ExpOrientation);
+    TurnByOrientation(slide, m_orientation);
     FitInto(slide, SlideLayout::One, m_time.Screen());
     slide.Brightness(s.BrightnessValue);
     QImage picture = slide.FullPicture();

@@ -69,6 +69,7 @@ private:
     SlideSequence m_sequence;
     bool m_shown = false; // a slide was
     tarn::Turn m_turn;    // by keys, since the slide was read
+    int m_orientation = 1; // of the slide, by the camera, still to be done
     SlideMove m_move = SlideMove::Next;
     bool m_back = false;   // what cannot be shown is passed over backwards
     std::string m_refusal; // why nothing was copied

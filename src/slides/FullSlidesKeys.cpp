@@ -68,7 +68,7 @@ void FullSlides::Leave(SlideMove move) {
 // The camera's turn comes behind: on a picture that it lays on its side, left and right are what is
 // top and bottom before.
 void FullSlides::Turn(SlideAction action, int amount) {
-    const bool swaps = m.state.ExpOrientation == 6 || m.state.ExpOrientation == 8;
+    const bool swaps = m_orientation == 6 || m_orientation == 8;
     if (action == SlideAction::Rotate)
         m_turn.Rotate(amount / kQuarter);
     else

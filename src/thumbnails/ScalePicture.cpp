@@ -6,6 +6,7 @@
 #include "platform/imaging/PictureLoader.h"
 #include "platform/imaging/Pixels.h"
 #include "platform/imaging/Turn.h"
+#include "platform/imaging/fits/ScreenStretch.h"
 
 #include <algorithm>
 #include <cmath>
@@ -94,6 +95,7 @@ SmallPicture ScalePicture(const std::string& path, const std::function<QSize(QSi
 }
 
 std::string ThumbnailJpeg(const std::string& path, int width, int quality, std::string& error) {
+    const AutomaticStretchOnly automatic; // what is chosen for the moment does not last
     SmallPicture small =
         ScalePicture(path, [width](QSize picture) { return ThumbnailSize(picture, width); });
     if (small.pixels.isNull()) {

@@ -1,3 +1,4 @@
+#include "RawFiles.h"
 #include "SlideDesk.h"
 
 #include "slides/frmSlideDelay.h"
@@ -190,6 +191,7 @@ TEST(SlidePainting, OnePictureInTheMiddleAndNothingRemains) {
 
 TEST(SlidePainting, TheCamerasTurnFollowsTheKeysAndNotesStandUpright) {
     WindowDesk d;
+    d.folder.Write("c.jpg", RawFile(TellTale(60, 40), "", QSize(1, 1), 1).bytes);
     d.Fill({"a.jpg", "b.jpg"});
     d.info.orientation = {{"a.jpg", 6}};
     const auto at = [&](int w, int h) {
@@ -209,9 +211,13 @@ TEST(SlidePainting, TheCamerasTurnFollowsTheKeysAndNotesStandUpright) {
         painted.push_back(at(60, 40));
         d.room.SlideKeyUp('N');
     });
-    d.Do([&] { painted.push_back(at(40, 60)); }); // it tells none: as the one before
+    d.Do([&] {
+        painted.push_back(at(40, 60)); // it tells none: as the one before
+        d.room.SlideKeyUp('N');
+    });
+    d.Do([&] { painted.push_back(at(60, 40)); }); // its reader has turned it
     d.Run();
-    EXPECT_EQ(painted, (std::vector<std::string>{"bryg", "bryg", "ybgr", "bryg"}));
+    EXPECT_EQ(painted, (std::vector<std::string>{"bryg", "bryg", "ybgr", "bryg", "rgby"}));
 }
 
 TEST(SlideDelay, TheSliderSetsTheDelayAndNothingTurnsItOff) {

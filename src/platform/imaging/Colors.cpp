@@ -8,13 +8,14 @@
 #include <memory>
 #include <mutex>
 #include <thread>
+#include <vector>
 
 namespace tarn {
 
 namespace {
 
-constexpr std::size_t kKept = 4;              // transforms
-constexpr std::size_t kSpaceAt = 16;          // in a profile: its colours, four characters
+constexpr std::size_t kKept = 4; // transforms
+constexpr char kBroken[] = "The color profile is broken and was ignored";
 constexpr int kSeen = 1;                      // levels of 255 that nobody sees
 constexpr long long kOneThread = 1000 * 1000; // pixels that are not worth a second one
 constexpr cmsUInt32Number kPixels = Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? TYPE_BGRA_8 : TYPE_ARGB_8;
@@ -30,6 +31,7 @@ struct Transform {
     std::string profile;
     std::string error;
     std::unique_ptr<void, CloseTransform> work; // null: nothing to do
+    std::vector<QRgb> greys;                    // of a profile of greys: what each means
 };
 
 // Most profiles mean the very colours of the screen.
@@ -49,20 +51,48 @@ bool ChangesNothing(cmsHTRANSFORM transform) {
     return true;
 }
 
+void TakeGreys(Transform& made, cmsHPROFILE from, cmsHPROFILE screen) {
+    constexpr int kLevels = 256;
+    const std::unique_ptr<void, CloseTransform> work(cmsCreateTransform(
+        from, TYPE_GRAY_8, screen, kPixels, INTENT_PERCEPTUAL, cmsFLAGS_NOCACHE));
+    if (!work) {
+        made.error = kBroken;
+        return;
+    }
+    for (int level = 0; level < kLevels; ++level) {
+        const auto grey = std::uint8_t(level);
+        QRgb color = 0;
+        cmsDoTransform(work.get(), &grey, &color, 1);
+        made.greys.push_back(color | qRgb(0, 0, 0));
+    }
+}
+
+// Only what is a picture of greys has such a profile rightly.
+void Regrey(const std::vector<QRgb>& greys, QImage& picture) {
+    for (int y = 0; y < picture.height(); ++y) {
+        auto* line = reinterpret_cast<QRgb*>(picture.scanLine(y));
+        for (int x = 0; x < picture.width(); ++x)
+            if (qRed(line[x]) == qGreen(line[x]) && qGreen(line[x]) == qBlue(line[x]))
+                line[x] = (line[x] & 0xFF000000) | (greys[std::size_t(qRed(line[x]))] & 0xFFFFFF);
+    }
+}
+
 std::shared_ptr<Transform> Make(const std::string& profile) {
     auto made = std::make_shared<Transform>();
     made->profile = profile;
     cmsSetLogErrorHandler(nullptr);
     const std::unique_ptr<void, CloseProfile> from(
         cmsOpenProfileFromMem(profile.data(), cmsUInt32Number(profile.size())));
-    if (from && cmsGetColorSpace(from.get()) != cmsSigRgbData) return made;
     const std::unique_ptr<void, CloseProfile> screen(cmsCreate_sRGBProfile());
+    const auto space = from ? cmsGetColorSpace(from.get()) : cmsSigRgbData;
+    if (space == cmsSigGrayData && screen) TakeGreys(*made, from.get(), screen.get());
+    if (space != cmsSigRgbData) return made;
     if (from && screen)
         made->work.reset(cmsCreateTransform(from.get(), kPixels, screen.get(), kPixels,
                                             INTENT_PERCEPTUAL,
                                             cmsFLAGS_NOCACHE | cmsFLAGS_COPY_ALPHA));
     if (!made->work)
-        made->error = "The color profile is broken and was ignored";
+        made->error = kBroken;
     else if (ChangesNothing(made->work.get()))
         made->work.reset();
     return made;
@@ -92,6 +122,7 @@ void Rows(cmsHTRANSFORM work, QImage& picture, uchar* bits, int from, int to) {
 std::string ToScreenColors(QImage& picture, const std::string& profile) {
     if (picture.isNull() || profile.empty()) return {};
     const auto transform = TransformOf(profile);
+    if (!transform->greys.empty()) Regrey(transform->greys, picture);
     if (!transform->work) return transform->error;
     uchar* bits = picture.bits(); // not in the threads: it may copy
     void* work = transform->work.get();

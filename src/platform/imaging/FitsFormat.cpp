@@ -9,7 +9,7 @@ namespace tarn {
 
 namespace {
 
-constexpr long long kWorkBytes = 20; // a pixel of three colours, as samples, values and light
+constexpr long long kWorkBytes = 28; // a pixel of three colours, as samples, values and light
 
 // The library opens files by name: this one is the very file that is open here.
 std::string NameOf(std::FILE* file) {

@@ -30,6 +30,8 @@ bool IsRawTiff(std::string_view bytes) {
     constexpr std::uint32_t kKind = 0xFE;
     constexpr std::uint32_t kFurther = 0x14A;
     constexpr std::uint32_t kRawVersion = 0xC612;
+    constexpr std::uint32_t kMeaning = 0x106; // of the pixels
+    constexpr std::uint32_t kMosaic = 32803;  // filters of a sensor
     const bool highFirst = bytes[0] == 'M';
     const std::size_t list = Number(bytes, 4, 4, highFirst);
     if (list + 2 > bytes.size()) return false;
@@ -41,6 +43,7 @@ bool IsRawTiff(std::string_view bytes) {
         if (entry + kEntry > bytes.size()) break;
         const std::uint32_t tag = Number(bytes, entry, 2, highFirst);
         if (tag == kRawVersion) return true;
+        if (tag == kMeaning && Number(bytes, entry + 8, 2, highFirst) == kMosaic) return true;
         reduced = reduced || (tag == kKind && Number(bytes, entry + 8, 4, highFirst) == 1);
         further = further || tag == kFurther;
     }
@@ -49,20 +52,22 @@ bool IsRawTiff(std::string_view bytes) {
 
 bool IsRaw(std::string_view bytes) {
     for (const std::string_view start :
-         {"IIRO"sv, "IIRS"sv, "MMOR"sv, "IIU\0"sv, "FUJIFILMCCD-RAW"sv, "\0MRM"sv})
+         {"IIRO"sv, "IIRS"sv, "MMOR"sv, "IIU\0"sv, "FUJIFILMCCD-RAW"sv, "\0MRM"sv, "FOVb"sv})
         if (bytes.starts_with(start)) return true;
     if (bytes.substr(0, 12).ends_with("ftypcrx "sv)) return true;
+    if (bytes.substr(0, 14).ends_with("HEAPCCDR"sv)) return true;
     if (!bytes.starts_with("II*\0"sv) && !bytes.starts_with("MM\0*"sv)) return false;
     return bytes.substr(8).starts_with("CR\2"sv) || IsRawTiff(bytes);
 }
 
-// The boxes of HEIF and AVIF: the first names the brands that it is made for.
+// The first box of HEIF and AVIF names the brands that the file is made for.
 bool IsHeif(std::string_view bytes) {
     if (!bytes.substr(std::min<std::size_t>(4, bytes.size())).starts_with("ftyp"sv)) return false;
-    const std::string_view brand = bytes.substr(8, 4);
-    for (const std::string_view known :
-         {"heic"sv, "heix"sv, "heim"sv, "heis"sv, "mif1"sv, "avif"sv, "hevc"sv})
-        if (brand == known) return true;
+    const std::size_t end = std::min<std::size_t>(Number(bytes, 0, 4, true), bytes.size());
+    for (std::size_t brand = 8; brand + 4 <= end; brand += 4) // the second is its version
+        for (const std::string_view known : {"heic"sv, "heix"sv, "heim"sv, "heis"sv, "mif1"sv,
+                                             "msf1"sv, "avif"sv, "avis"sv, "hevc"sv})
+            if (bytes.substr(brand, 4) == known) return true;
     return false;
 }
 

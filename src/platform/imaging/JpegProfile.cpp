@@ -2,6 +2,7 @@
 
 #include <csetjmp>
 #include <cstdlib>
+#include <string_view>
 
 #include <jpeglib.h>
 
@@ -41,10 +42,21 @@ public:
         jpeg_create_decompress(&m_info);
         jpeg_stdio_src(&m_info, file);
         jpeg_save_markers(&m_info, JPEG_APP0 + 2, kLongest);
-        return jpeg_read_header(&m_info, TRUE) == JPEG_HEADER_OK &&
-               jpeg_read_icc_profile(&m_info, &m_profile, &m_size) == TRUE;
+        return jpeg_read_header(&m_info, TRUE) == JPEG_HEADER_OK;
     }
-    std::string Profile() const { return {reinterpret_cast<const char*>(m_profile), m_size}; }
+    // Parts that do not make a whole come as they are: what takes them finds that out.
+    std::string Profile() {
+        if (setjmp(m_errors.back) != 0) return {}; // NOLINT(cert-err52-cpp)
+        if (jpeg_read_icc_profile(&m_info, &m_profile, &m_size) == TRUE)
+            return {reinterpret_cast<const char*>(m_profile), m_size};
+        constexpr std::string_view kMark("ICC_PROFILE\0", 12);
+        for (const auto* each = m_info.marker_list; each; each = each->next) {
+            const std::string_view part(reinterpret_cast<const char*>(each->data),
+                                        each->data_length);
+            if (part.starts_with(kMark)) return std::string(part);
+        }
+        return {};
+    }
 
 private:
     jpeg_decompress_struct m_info{};

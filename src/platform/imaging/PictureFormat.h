@@ -22,8 +22,8 @@ struct PictureFormat {
     bool reduces; // decode can read less than all pixels
     bool upright; // decode turns by what the file says of its orientation
 
-    // The colour profile of the file, empty for none. Null where the decoded picture has it, or is
-    // in the colours of the screen.
+    // The colour profile of the file; empty for none, or where the decoded picture has it. Null
+    // where pixels come in the colours of the screen.
     std::string (*profile)(std::FILE* file);
 };
 

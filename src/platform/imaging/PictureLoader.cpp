@@ -3,6 +3,7 @@
 #include "platform/imaging/Colors.h"
 #include "platform/imaging/FormatOf.h"
 #include "platform/imaging/Pixels.h"
+#include "platform/imaging/fits/FitsFile.h"
 #include "platform/imaging/fits/FitsHeader.h"
 #include "platform/imaging/fits/ScreenStretch.h"
 
@@ -63,31 +64,45 @@ std::int64_t Nanoseconds(const timespec& time) {
     return std::int64_t(time.tv_sec) * 1'000'000'000 + time.tv_nsec;
 }
 
-FileIdentity IdentityOf(const struct stat& facts) {
+FileIdentity IdentityOf(const struct stat& facts, bool stretched) {
     return {static_cast<std::int64_t>(facts.st_dev),
             static_cast<std::int64_t>(facts.st_ino),
             facts.st_size,
             Nanoseconds(facts.st_mtim),
             Nanoseconds(facts.st_ctim),
-            StretchGeneration()};
+            stretched ? StretchGeneration() : 0};
 }
 
-FileIdentity IdentityOf(std::FILE* file) {
+FileIdentity IdentityOf(std::FILE* file, const PictureFormat& format) {
     struct stat facts {};
     if (::fstat(::fileno(file), &facts) != 0) return {};
-    return IdentityOf(facts);
+    return IdentityOf(facts, &format == &kFitsFormat);
+}
+
+// Libraries throw when memory is short; a worker thread would end the program.
+template <typename Read> auto Guarded(std::string& error, const Read& read) -> decltype(read()) {
+    try {
+        return read();
+    } catch (const std::exception&) {
+        error = "Not enough memory";
+        return {};
+    }
+}
+
+QSize SizeOf(const PictureFormat& format, std::FILE* file, std::string& error) {
+    return Guarded(error, [&] { return format.size(file, error); });
 }
 
 std::shared_ptr<PictureSource> MakeSource(const std::string& path, std::FILE* file,
                                           const PictureFormat& format, std::string& error) {
-    const QSize size = format.size(file, error);
+    const QSize size = SizeOf(format, file, error);
     if (!error.empty()) return nullptr;
     if (!FitsIntoMemory(size)) {
         error = "The picture of " + std::to_string(size.width()) + " x " +
                 std::to_string(size.height()) + " pixels does not fit into memory";
         return nullptr;
     }
-    return std::make_shared<PictureSource>(path, format, size, IdentityOf(file));
+    return std::make_shared<PictureSource>(path, format, size, IdentityOf(file, format));
 }
 
 } // namespace
@@ -113,13 +128,15 @@ QImage PictureSource::Decode(QSize wanted, std::string& error) {
     if (!Covers(wanted)) {
         const FileHandle file = OpenFile(m_path, error);
         if (!file) return {};
-        const FileIdentity identity = IdentityOf(file.get());
-        if (!identity.IsSameFile(m_identity) || m_format.size(file.get(), error) != m_size) {
+        const FileIdentity identity = IdentityOf(file.get(), m_format);
+        if (!identity.IsSameFile(m_identity) || SizeOf(m_format, file.get(), error) != m_size) {
             error = "The file has changed";
             return {};
         }
         std::rewind(file.get());
-        const QImage decoded = m_format.decode(file.get(), wanted, error);
+        const QImage decoded =
+            Guarded(error, [&] { return m_format.decode(file.get(), wanted, error); });
+        if (decoded.isNull() && error.empty()) error = "Not enough memory";
         if (decoded.isNull()) return {};
         m_decoded = decoded;
         m_decodeError = error;
@@ -131,11 +148,12 @@ QImage PictureSource::Decode(QSize wanted, std::string& error) {
 }
 
 void PictureSource::ShowOwnColors(std::FILE* file) {
-    std::string profile = m_decoded.colorSpace().iccProfile().toStdString();
+    std::string profile;
     if (m_format.profile) {
         std::rewind(file);
         profile = m_format.profile(file);
     }
+    if (profile.empty()) profile = m_decoded.colorSpace().iccProfile().toStdString();
     m_colorRemark = ToScreenColors(m_decoded, profile);
     m_decoded.setColorSpace({});
 }
@@ -171,7 +189,7 @@ QSize PictureLoader::ReadSize(const std::string& path) {
     std::string error;
     const FileHandle file = OpenFile(path, error);
     if (!file) return {0, 0};
-    const QSize size = FormatOf(file.get()).size(file.get(), error);
+    const QSize size = SizeOf(FormatOf(file.get()), file.get(), error);
     return error.empty() ? size : QSize(0, 0);
 }
 
@@ -183,7 +201,8 @@ bool PictureLoader::ComesUpright(const std::string& path) {
 
 FileIdentity PictureLoader::Identify(const std::string& path) {
     struct stat facts {};
-    return ::stat(path.c_str(), &facts) == 0 ? IdentityOf(facts) : FileIdentity{};
+    if (::stat(path.c_str(), &facts) != 0) return {};
+    return IdentityOf(facts, S_ISREG(facts.st_mode) && IsFitsFile(path));
 }
 
 std::shared_ptr<PictureSource> PictureLoader::Open(const std::string& path, std::string& error) {
@@ -198,6 +217,10 @@ std::shared_ptr<PictureSource> PictureLoader::OpenWithToolkit(const std::string&
     error.clear();
     const FileHandle file = OpenFile(path, error);
     if (!file) return nullptr;
+    if (&FormatOf(file.get()) == &kRawFormat) { // it would take the small picture in it for all
+        error = "Not a picture that can be read";
+        return nullptr;
+    }
     return MakeSource(path, file.get(), kToolkitFormat, error);
 }
 

@@ -1,5 +1,6 @@
 // What the sensor of a camera recorded: the picture that the camera has put beside it, for as long
 // as it has the pixels, and the developed one for all of them.
+#include "platform/imaging/Colors.h"
 #include "platform/imaging/PictureFormat.h"
 #include "platform/imaging/Pixels.h"
 #include "platform/imaging/Turn.h"
@@ -46,12 +47,13 @@ private:
 };
 
 struct Raw {
-    explicit Raw(std::FILE* file)
+    Raw(std::FILE* file, bool forPixels)
         : stream(file), reader(std::make_unique<LibRaw>(LIBRAW_OPIONS_NO_DATAERR_CALLBACK)) {
         fault = reader->open_datastream(&stream);
         if (fault == LIBRAW_SUCCESS) fault = reader->adjust_sizes_info_only();
         if (fault != LIBRAW_SUCCESS) return;
         size = QSize(reader->imgdata.sizes.iwidth, reader->imgdata.sizes.iheight);
+        if (!forPixels) return;
         reader->recycle(); // it does not go on from there
         stream.seek(0, SEEK_SET);
         fault = reader->open_datastream(&stream);
@@ -66,21 +68,20 @@ struct Raw {
     QSize size{0, 0}; // upright
 };
 
+// The library keeps three bits: mirrored left to right, top to bottom, and then sides exchanged.
 Turn UprightTurn(int flip) {
-    switch (flip) {
-    case 3:
-        return {false, 2};
-    case 5:
-        return {false, 3};
-    case 6:
-        return {false, 1};
-    default:
-        return {};
+    Turn turn;
+    if ((flip & 1) != 0) turn.Mirror(0);
+    if ((flip & 2) != 0) turn.Mirror(1);
+    if ((flip & 4) != 0) {
+        turn.Rotate(1);
+        turn.Mirror(0);
     }
+    return turn;
 }
 
 QSize RawSize(std::FILE* file, std::string& error) {
-    const Raw raw(file);
+    const Raw raw(file, false);
     return raw.Fails(error) ? QSize(0, 0) : raw.size;
 }
 
@@ -106,8 +107,11 @@ QImage CamerasPicture(Raw& raw, QSize wanted) {
                         upright.height() >= wanted.height() && HasShapeOf(upright, raw.size);
     if (serves) {
         std::rewind(memory);
+        const std::string profile = ProfileOfJpeg(memory);
+        std::rewind(memory);
         picture =
             kJpegFormat.decode(memory, turn.SwapsSides() ? wanted.transposed() : wanted, error);
+        ToScreenColors(picture, profile);
     }
     std::fclose(memory);
     return error.empty() ? turn.Of(picture) : QImage();
@@ -128,10 +132,11 @@ QImage Developed(Raw& raw, QSize wanted, std::string& error) {
     int colors = 0;
     int bits = 0;
     if (fault == LIBRAW_SUCCESS) reader.get_mem_image_format(&width, &height, &colors, &bits);
-    constexpr int kChannels = 3;
+    const QImage::Format format = colors == 1 ? QImage::Format_Grayscale8 : QImage::Format_RGB888;
     QImage picture;
-    if (fault == LIBRAW_SUCCESS && colors == kChannels) {
-        picture = QImage(width, height, QImage::Format_RGB888);
+    if (fault == LIBRAW_SUCCESS && (colors == 1 || colors == 3)) {
+        picture = QImage(width, height, format);
+        if (picture.isNull()) return error = "Not enough memory", QImage();
         fault = reader.copy_mem_image(picture.bits(), int(picture.bytesPerLine()), 0);
     }
     if (fault != LIBRAW_SUCCESS) return error = LibRaw::strerror(fault), QImage();
@@ -140,7 +145,7 @@ QImage Developed(Raw& raw, QSize wanted, std::string& error) {
 }
 
 QImage DecodeRaw(std::FILE* file, QSize wanted, std::string& error) {
-    Raw raw(file);
+    Raw raw(file, true);
     if (raw.Fails(error)) return {};
     QImage picture = wanted.isEmpty() ? QImage() : CamerasPicture(raw, wanted);
     return picture.isNull() ? Developed(raw, wanted, error) : picture;

@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QImageReader>
+#include <QtEndian>
 
 #include <algorithm>
 #include <limits>
@@ -65,8 +66,30 @@ QImage DecodeWithToolkit(std::FILE* file, QSize, std::string& error) {
                                                              : QImage::Format_RGB32);
 }
 
+// The toolkit drops a profile that it does not understand without a word. A damaged one comes as it
+// is: what takes it finds that out.
+std::string ProfileOfPng(std::FILE* file) {
+    constexpr std::size_t kLooked = 1 << 20;  // bytes before the pixels
+    constexpr std::size_t kLongestName = 80;  // with its end
+    constexpr std::uint32_t kGuess = 1 << 16; // of the size, which the toolkit corrects
+    std::string bytes(kLooked, '\0');
+    bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file));
+    if (!bytes.starts_with("\x89PNG\r\n")) return {};
+    const std::size_t chunk = bytes.substr(0, bytes.find("IDAT")).find("iCCP");
+    if (chunk == std::string::npos || chunk < 4) return {};
+    const auto length = qFromBigEndian<std::uint32_t>(&bytes[chunk - 4]);
+    const std::string data = bytes.substr(chunk + 4, length);
+    const std::size_t nameEnd = data.substr(0, kLongestName).find('\0');
+    if (nameEnd == std::string::npos || nameEnd + 2 > data.size()) return data;
+    QByteArray packed(4, '\0');
+    qToBigEndian(kGuess, packed.data());
+    packed.append(data.data() + nameEnd + 2, qsizetype(data.size() - nameEnd - 2));
+    const QByteArray profile = qUncompress(packed);
+    return profile.isEmpty() ? data : profile.toStdString();
+}
+
 } // namespace
 
-const PictureFormat kToolkitFormat{ToolkitSize, DecodeWithToolkit, false, false, nullptr};
+const PictureFormat kToolkitFormat{ToolkitSize, DecodeWithToolkit, false, false, ProfileOfPng};
 
 } // namespace tarn

@@ -140,6 +140,21 @@ TEST_F(FitsTest, WhatIsNoNumberIsBlackAndCountsForNothing) {
     EXPECT_EQ(Light(*all, all->Automatic())[0], 0xFF000000);
 }
 
+TEST_F(FitsTest, NumbersOfAnySizeAreShown) {
+    const auto same = [](double value) { return [value](std::size_t) { return value; }; };
+    for (const std::string& bytes :
+         {FitsBytes(-32, {20, 10}, same(1e20)), FitsBytes(-64, {20, 10}, same(1e300)),
+          FitsBytes(64, {20, 10}, same(4611686018427387904.0)),
+          FitsBytes(16, {20, 10}, Ramp, {{"BSCALE", "1E308"}}),
+          FitsBytes(16, {20, 10}, Ramp, {{"BZERO", "-1E308"}, {"BSCALE", "1E308"}}),
+          FitsBytes(-32, {20, 10}, [](auto i) { return i % 2 ? 3e38 : -3e38; })}) {
+        const auto pixels = Read(bytes);
+        ASSERT_TRUE(pixels) << error;
+        EXPECT_LT(pixels->Range().low, pixels->Range().high);
+        EXPECT_EQ(Light(*pixels, pixels->Automatic())[0] >> 24, 0xFF);
+    }
+}
+
 TEST_F(FitsTest, ReducedPixelsAreMeansAndCoverThePicture) {
     const std::string bytes = FitsBytes(16, {5, 4}, Ramp);
     EXPECT_EQ(Rows(bytes, 0, 2, 2), "13 15 16.5/3 5 6.5");

@@ -15,6 +15,9 @@
 
 #include <fitsio.h>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace tarn {
 
 namespace {
@@ -319,13 +322,13 @@ std::optional<FitsSamples> ReadFitsSamples(const std::string& path, std::string&
 }
 
 bool IsFitsFile(const std::string& path) {
-    struct Close {
-        void operator()(std::FILE* file) const { std::fclose(file); }
-    };
-    const std::unique_ptr<std::FILE, Close> file(std::fopen(path.c_str(), "rb"));
+    // Without waiting: a pipe under that name would never answer.
+    const int file = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (file < 0) return false;
     std::array<char, kFitsStart.size()> start{};
-    return file && std::fread(start.data(), 1, start.size(), file.get()) == start.size() &&
-           std::string_view(start.data(), start.size()) == kFitsStart;
+    const bool whole = ::read(file, start.data(), start.size()) == ssize_t(start.size());
+    ::close(file);
+    return whole && std::string_view(start.data(), start.size()) == kFitsStart;
 }
 
 } // namespace tarn

@@ -55,7 +55,8 @@ template <typename Sample> SampledValues SampledOf(const FitsSamples& samples, c
             samples.header.mosaic
                 ? std::size_t(samples.header.pattern[inPlane / width % 2 * 2 + inPlane % width % 2])
                 : i / samples.PerPlane();
-        values[colour].push_back(float(samples.zero + samples.scale * from[i]));
+        const auto value = float(samples.zero + samples.scale * from[i]);
+        if (std::isfinite(value)) values[colour].push_back(value);
     }
     return values;
 }
@@ -82,8 +83,12 @@ template <typename Sample> ValueRange RangeOf(const FitsSamples& samples, const 
     double low = samples.zero + samples.scale * double(least);
     double high = samples.zero + samples.scale * double(most);
     if (samples.scale < 0) std::swap(low, high);
-    if (least > most || (low >= 0 && high <= 1)) return {0, 1};
-    return {low, high > low ? high : low + 1};
+    const bool known =
+        least <= most && std::isfinite(low) && std::isfinite(high) && std::isfinite(high - low);
+    if (!known || (low >= 0 && high <= 1)) return {0, 1};
+    constexpr double kLeastPart = 1e-6; // of a value, that a range has to be wide
+    const double width = std::max(1.0, std::abs(low) * kLeastPart);
+    return {low, high > low ? high : low + width};
 }
 
 } // namespace
@@ -123,7 +128,7 @@ template <typename Sample> void FitsPixels::Take(const FitsSamples& samples, con
     for (std::size_t i = 0; i < sampled.size(); ++i) {
         for (std::size_t at = 0; at < sampled[i].size(); at += kHistogramStep) {
             const double inRange = (sampled[i][at] - m_range.low) / (m_range.high - m_range.low);
-            const double place = PlaceOf(std::clamp(inRange, 0.0, 1.0));
+            const double place = inRange > 0 ? PlaceOf(std::min(inRange, 1.0)) : 0;
             ++m_histogram[std::size_t(std::min(kBins - 1, int(place * kBins)))];
         }
         statistics[i] = StatisticsOf(sampled[i]);

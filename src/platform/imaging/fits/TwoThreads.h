@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <exception>
 #include <thread>
 
 namespace tarn {
@@ -16,9 +17,22 @@ template <typename Work> void InTwoThreads(std::size_t count, const Work& work) 
         return;
     }
     const std::size_t middle = count / 2;
-    std::thread second([&] { work(middle, count); });
-    work(std::size_t(0), middle);
+    std::exception_ptr fault; // of want of memory
+    std::thread second([&] {
+        try {
+            work(middle, count);
+        } catch (...) {
+            fault = std::current_exception();
+        }
+    });
+    try {
+        work(std::size_t(0), middle);
+    } catch (...) {
+        second.join();
+        throw;
+    }
     second.join();
+    if (fault) std::rethrow_exception(fault);
 }
 
 } // namespace tarn
