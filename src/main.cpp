@@ -1,4 +1,5 @@
 #include "common/paths.h"
+#include "platform/ClearOutlines.h"
 #include "platform/Clipboard.h"
 #include "platform/Desktop.h"
 #include "platform/Dialogs.h"
@@ -13,6 +14,7 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QStyle>
 
 #include <cstdio>
 #include <cstring>
@@ -46,6 +48,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("tarn-view"));
     QApplication::setApplicationDisplayName(QString());
     QApplication::setDesktopFileName(QStringLiteral("tarn-view"));
+    QApplication::setStyle(new tarn::ClearOutlines(QApplication::style()->name()));
     QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("tarn-view")));
     if (argc > 1 && std::strncmp(argv[1], "--", 2) == 0) {
         std::fputs(kUsage, stderr); // what the toolkit knows is taken out by now

@@ -13,7 +13,7 @@ tarn_library(tarn_outside shell/outside
 
 # Above the rooms: window, start, and the house that joins them.
 tarn_library(tarn_window shell/window MOC
-  SOURCES shell/window/MainLayout.cpp shell/window/MenuSwitches.cpp shell/window/ShellRoom.cpp
+  SOURCES shell/window/FlowRow.cpp shell/window/MainLayout.cpp shell/window/MenuSwitches.cpp shell/window/ShellRoom.cpp
           shell/window/frmMain.cpp
   LINK tarn_context tarn_help)
 

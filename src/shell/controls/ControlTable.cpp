@@ -105,9 +105,6 @@ void Dress(QWidget* widget, const ControlRow& row) {
     if (qobject_cast<QAbstractButton*>(widget)) widget->setEnabled(false);
     if (auto* button = qobject_cast<QPushButton*>(widget)) {
         button->setAutoDefault(false);
-        // Styles give a button room for longer words than these: it may be as narrow as its text.
-        const int text = button->fontMetrics().size(Qt::TextShowMnemonic, caption).width();
-        button->setMinimumWidth(text + (*row.icon ? 38 : 16));
         if (*row.icon) SetButtonIcon(*button, row.icon);
     }
 }

@@ -1,0 +1,73 @@
+#include "platform/SmallScreens.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QEvent>
+#include <QLayout>
+#include <QMainWindow>
+#include <QScreen>
+#include <QScrollArea>
+#include <QStyle>
+#include <QVBoxLayout>
+
+namespace tarn {
+
+namespace {
+
+// Moves what the window holds into a scroll area.
+void ScrollContents(QWidget& window) {
+    QLayout* contents = window.layout();
+    contents->setSizeConstraint(QLayout::SetDefaultConstraint);
+    QWidget* focus = window.focusWidget();
+    auto* inside = new QWidget();
+    inside->setLayout(contents); // taken over, with its widgets
+    auto* area = new QScrollArea();
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidgetResizable(true);
+    area->setWidget(inside);
+    auto* whole = new QVBoxLayout(&window);
+    whole->setContentsMargins(0, 0, 0, 0);
+    whole->addWidget(area);
+    window.setMinimumSize(0, 0);
+    window.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    if (focus) focus->setFocus();
+}
+
+} // namespace
+
+SmallScreens::SmallScreens() {
+    qApp->installEventFilter(this);
+}
+
+bool SmallScreens::eventFilter(QObject* watched, QEvent* event) {
+    const bool shown = event->type() == QEvent::Show;
+    if ((!shown && event->type() != QEvent::Resize) || !watched->isWidgetType()) return false;
+    auto* window = static_cast<QWidget*>(watched);
+    if (!window->isWindow() || !window->layout() || qobject_cast<QMainWindow*>(window) ||
+        !window->objectName().startsWith(QLatin1String("frm"), Qt::CaseInsensitive))
+        return false;
+    if (shown)
+        Fit(*window);
+    else if (window->isVisible() && window->layout()->sizeConstraint() == QLayout::SetFixedSize)
+        // It grows by itself; its layout is at work just now.
+        QMetaObject::invokeMethod(
+            window, [window] { Fit(*window); }, Qt::QueuedConnection);
+    return false;
+}
+
+void SmallScreens::Fit(QWidget& window) {
+    QRect screen = window.screen()->availableGeometry();
+    const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    const QSize room = screen.size() - QSize(0, title);
+    const QSize least = window.layout()->totalMinimumSize().expandedTo(window.minimumSize());
+    if (least.width() <= room.width() && least.height() <= room.height()) return;
+    const int bar = window.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    ScrollContents(window);
+    window.resize((least + QSize(bar, bar)).expandedTo(window.size()).boundedTo(room));
+    screen.setTop(screen.top() + title);
+    window.move(qBound(screen.left(), window.x(), screen.right() + 1 - window.width()),
+                qBound(screen.top() - title, window.y(), screen.bottom() + 1 - window.height()));
+}
+
+} // namespace tarn
