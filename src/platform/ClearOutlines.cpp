@@ -14,7 +14,7 @@ bool Lost(const QStyleOption& option, int below = kNearBlack) {
     return option.palette.color(QPalette::Window).lightness() < below;
 }
 
-void Outline(QPainter& painter, const QStyleOption& option, bool round) {
+void Outline(QPainter& painter, const QStyleOption& option, const QRect& rect, bool round = false) {
     const bool enabled = option.state.testFlag(QStyle::State_Enabled);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing, round);
@@ -23,7 +23,7 @@ void Outline(QPainter& painter, const QStyleOption& option, bool round) {
         option.palette.color(enabled ? QPalette::Active : QPalette::Disabled, QPalette::WindowText);
     if (!Lost(option)) ink.setAlphaF(0.6F);
     painter.setPen(ink);
-    const QRect inside = option.rect.adjusted(0, 0, -1, -1);
+    const QRect inside = rect.adjusted(0, 0, -1, -1);
     if (round)
         painter.drawEllipse(inside);
     else
@@ -45,12 +45,11 @@ void ClearOutlines::drawPrimitive(PrimitiveElement element, const QStyleOption* 
     case PE_PanelButtonTool:
     case PE_PanelLineEdit:
     case PE_FrameLineEdit:
-    case PE_FrameGroupBox:
     case PE_Frame:
-        Outline(*painter, *option, false);
+        Outline(*painter, *option, option->rect);
         break;
     case PE_IndicatorRadioButton:
-        Outline(*painter, *option, true);
+        Outline(*painter, *option, option->rect, true);
         break;
     default:
         break;
@@ -60,7 +59,27 @@ void ClearOutlines::drawPrimitive(PrimitiveElement element, const QStyleOption* 
 void ClearOutlines::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
                                        QPainter* painter, const QWidget* widget) const {
     QProxyStyle::drawComplexControl(control, option, painter, widget);
-    if (control == CC_ComboBox && Lost(*option)) Outline(*painter, *option, false);
+    if (!Lost(*option)) return;
+    const auto outline = [&](SubControl part) {
+        Outline(*painter, *option, subControlRect(control, option, part, widget));
+    };
+    switch (control) {
+    case CC_ComboBox:
+        Outline(*painter, *option, option->rect);
+        break;
+    case CC_Slider:
+        outline(SC_SliderGroove);
+        outline(SC_SliderHandle);
+        break;
+    case CC_ScrollBar:
+        outline(SC_ScrollBarSlider);
+        break;
+    case CC_GroupBox:
+        outline(SC_GroupBoxContents);
+        break;
+    default:
+        break;
+    }
 }
 
 } // namespace tarn

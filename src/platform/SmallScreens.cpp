@@ -14,6 +14,12 @@ namespace tarn {
 
 namespace {
 
+// Of the screen, below a title.
+QRect RoomFor(const QWidget& window) {
+    const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    return {QPoint(), window.screen()->availableGeometry().size() - QSize(0, title)};
+}
+
 // Moves what the window holds into a scroll area.
 void ScrollContents(QWidget& window) {
     QLayout* contents = window.layout();
@@ -49,8 +55,8 @@ bool SmallScreens::eventFilter(QObject* watched, QEvent* event) {
         return false;
     if (shown)
         Fit(*window);
-    else if (window->isVisible() && window->layout()->sizeConstraint() == QLayout::SetFixedSize)
-        // It grows by itself; its layout is at work just now.
+    else if (window->isVisible() && !RoomFor(*window).contains(QRect(QPoint(), window->size())))
+        // Its contents have grown; its layout is at work just now.
         QMetaObject::invokeMethod(
             window, [window] { Fit(*window); }, Qt::QueuedConnection);
     return false;
@@ -59,7 +65,7 @@ bool SmallScreens::eventFilter(QObject* watched, QEvent* event) {
 void SmallScreens::Fit(QWidget& window) {
     QRect screen = window.screen()->availableGeometry();
     const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
-    const QSize room = screen.size() - QSize(0, title);
+    const QSize room = RoomFor(window).size();
     const QSize least = window.layout()->totalMinimumSize().expandedTo(window.minimumSize());
     if (least.width() <= room.width() && least.height() <= room.height()) return;
     const int bar = window.style()->pixelMetric(QStyle::PM_ScrollBarExtent);

@@ -105,7 +105,7 @@ private:
         QCoreApplication::processEvents();
     }
     void Hand(const std::string& name, bool close = true) {
-        QCoreApplication::processEvents();
+        for (int i = 0; i < 3; ++i) QCoreApplication::processEvents(); // sizes settle
         QWidget* window = Up(name);
         ASSERT_TRUE(window) << name << " did not come up";
         (*m_visit)(name, *window);

@@ -150,7 +150,9 @@ QSize FlowRow::sizeHint() const {
 QSize FlowRow::minimumSize() const {
     QSize least;
     for (const Cell& cell : m_cells)
-        least = least.expandedTo(QSize(LeastWidth(*cell.item), Wanted(*cell.item).height()));
+        if (Counts(cell))
+            least = least.expandedTo(QSize(std::max(LeastWidth(*cell.item), cell.reserved),
+                                           Wanted(*cell.item).height()));
     return least;
 }
 

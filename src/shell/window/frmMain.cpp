@@ -240,7 +240,9 @@ void frmMain::Measure() {
     m_least.treeWidth = std::min(m.treeWidth, 24 * em);
     m_least.notesWidth = std::min(m.notesWidth, 30 * em);
     m_least.panelHeight = LeastPanel(m_least.notesWidth);
-    const int leastWidth = m_least.treeWidth + 16 + 36 * em;
+    m_least.treeWidth = std::max(m_least.treeWidth, m_listSide->minimumSizeHint().width());
+    const int leastWidth =
+        m_least.treeWidth + 16 + std::max(36 * em, m_tools->minimumSizeHint().width());
     m_area->setMinimumSize(
         leastWidth, LeastHeight(m_tools->heightForWidth(leastWidth - m_least.treeWidth - 16)));
 
