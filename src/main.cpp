@@ -1,6 +1,7 @@
 #include "common/paths.h"
 #include "platform/ClearOutlines.h"
 #include "platform/Clipboard.h"
+#include "platform/CrashNote.h"
 #include "platform/Desktop.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
@@ -11,6 +12,7 @@
 #include "platform/webpane/PageBrowser.h"
 #include "shell/House.h"
 #include "shell/SecondStart.h"
+#include "shell/about/AboutText.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -62,6 +64,7 @@ int main(int argc, char** argv) {
     tarn::SecondStart second;
     if (second.HandOver(AbsoluteArgument(path, *files))) return 0;
 
+    tarn::KeepCrashNotes(files->StateFolder(), tarn::AboutText(tarn::ShellState().Version, {}));
     const auto settings = tarn::MakeUserSettingsStore();
     const auto events = tarn::MakeEventPump();
     const auto dialogs = tarn::MakeDialogs();

@@ -13,6 +13,8 @@
 #include "platform/imaging/PicturesAhead.h"
 #include "print/PrintRoom.h"
 #include "shell/Context.h"
+#include "shell/about/CrashStrip.h"
+#include "shell/about/frmText.h"
 #include "shell/logs/frmLogs.h"
 #include "shell/outside/OutsidePrograms.h"
 #include "shell/start/Lifecycle.h"
@@ -74,6 +76,7 @@ public:
     OutsidePrograms programs;
     PaneKeys keys;
     Lifecycle lifecycle;
+    CrashStrip crash;
 
 private:
     void WireFile();
@@ -85,8 +88,10 @@ private:
     void AskForFolder();
 
     void ShowLogsButton_Click();
+    void VersionButton_Click();
 
     std::unique_ptr<frmLogs> m_logs; // made when it is first asked for
+    std::unique_ptr<frmText> m_about;
     QTimer m_resizeTimer;
     std::string m_handedEarly; // a path that came while the program was loading
 };

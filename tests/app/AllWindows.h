@@ -69,6 +69,7 @@ struct WindowsDesk : AppDesk {
         Entry("frmThumbFolder", c.ThumbFolderButton);
         Entry("frmLogs", c.ShowLogsButton);
         Entry("frmHelp", c.HelpSlideButton);
+        Entry("frmAbout", c.VersionButton);
         Waiting("frmSlideDelay", c.SetSlideShowAutoUpdateButton);
         Preview();
         Show("frmSlideShow", c.SlideButton);

@@ -171,15 +171,25 @@ TEST_P(EyesAtSize, NoTextIsCutAndNothingLiesBeyondItsWindow) {
 }
 INSTANTIATE_TEST_SUITE_P(Fonts, EyesAtSize, ::testing::Values(1, 1.5, 2));
 
-class EyesInColour : public ::testing::TestWithParam<std::pair<const char*, const char*>> {};
+struct Colours {
+    const char* name;
+    const char* ground;
+    const char* text;
+};
+
+void PrintTo(const Colours& colours, std::ostream* out) {
+    *out << colours.name;
+}
+
+class EyesInColour : public ::testing::TestWithParam<Colours> {};
 
 TEST_P(EyesInColour, TextsStandOutFromTheirGround) {
     const QPalette usual = QApplication::palette();
-    QPalette palette(QColor(GetParam().second), QColor(GetParam().first));
-    palette.setColor(QPalette::Base, QColor(GetParam().first));
-    palette.setColor(QPalette::WindowText, QColor(GetParam().second));
-    palette.setColor(QPalette::ButtonText, QColor(GetParam().second));
-    palette.setColor(QPalette::Text, QColor(GetParam().second));
+    QPalette palette(QColor(GetParam().text), QColor(GetParam().ground));
+    palette.setColor(QPalette::Base, QColor(GetParam().ground));
+    palette.setColor(QPalette::WindowText, QColor(GetParam().text));
+    palette.setColor(QPalette::ButtonText, QColor(GetParam().text));
+    palette.setColor(QPalette::Text, QColor(GetParam().text));
     QApplication::setPalette(palette);
     {
         WindowsDesk d;
@@ -201,9 +211,9 @@ TEST_P(EyesInColour, TextsStandOutFromTheirGround) {
     QApplication::setPalette(usual);
 }
 INSTANTIATE_TEST_SUITE_P(Palettes, EyesInColour,
-                         ::testing::Values(std::pair{"#efefef", "#000000"},
-                                           std::pair{"#2a2e32", "#fcfcfc"},
-                                           std::pair{"#000000", "#ffff00"}));
+                         ::testing::Values(Colours{"light", "#efefef", "#000000"},
+                                           Colours{"dark", "#2a2e32", "#fcfcfc"},
+                                           Colours{"contrast", "#000000", "#ffff00"}));
 
 } // namespace
 } // namespace tarn::testing
