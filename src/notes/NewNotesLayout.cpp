@@ -106,8 +106,9 @@ void FrmNewNotes::MakeEntry(QGridLayout& grid, int row) {
     entry.combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     entry.combo->setMinimumContentsLength(36);
     grid.addWidget(entry.check, row, 0);
-    grid.addWidget(Named(new QLabel(caption), QStringLiteral("Label") + name, facts.tooltip), row,
-                   1);
+    auto* label = Named(new QLabel(caption), QStringLiteral("Label") + name, facts.tooltip);
+    label->setBuddy(entry.combo);
+    grid.addWidget(label, row, 1);
     grid.addWidget(entry.combo, row, 2);
 }
 

@@ -9,7 +9,7 @@
 #include "navigation/PaneKeys.h"
 #include "notes/NotesRoom.h"
 #include "pictureinfo/panel/PictureInfoRoom.h"
-#include "platform/SmallScreens.h"
+#include "platform/ShownWindows.h"
 #include "platform/imaging/PicturesAhead.h"
 #include "print/PrintRoom.h"
 #include "shell/Context.h"
@@ -54,7 +54,7 @@ public:
     // A file or folder from outside: dropped, chosen, or handed over by a second start.
     void Open(const std::string& path);
 
-    SmallScreens screens;
+    ShownWindows screens;
     ProgramState state;
     MainControls controls;
     PicturesAhead ahead;

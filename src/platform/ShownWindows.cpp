@@ -1,13 +1,16 @@
-#include "platform/SmallScreens.h"
+#include "platform/ShownWindows.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
-#include <QDialog>
+#include <QComboBox>
 #include <QEvent>
 #include <QLayout>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QScreen>
 #include <QScrollArea>
 #include <QStyle>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace tarn {
@@ -42,17 +45,19 @@ void ScrollContents(QWidget& window) {
 
 } // namespace
 
-SmallScreens::SmallScreens() {
+ShownWindows::ShownWindows() {
     qApp->installEventFilter(this);
 }
 
-bool SmallScreens::eventFilter(QObject* watched, QEvent* event) {
+bool ShownWindows::eventFilter(QObject* watched, QEvent* event) {
     const bool shown = event->type() == QEvent::Show;
     if ((!shown && event->type() != QEvent::Resize) || !watched->isWidgetType()) return false;
     auto* window = static_cast<QWidget*>(watched);
-    if (!window->isWindow() || !window->layout() || qobject_cast<QMainWindow*>(window) ||
+    if (!window->isWindow() || !window->layout() ||
         !window->objectName().startsWith(QLatin1String("frm"), Qt::CaseInsensitive))
         return false;
+    if (shown) NameParts(*window);
+    if (qobject_cast<QMainWindow*>(window)) return false; // it scrolls by itself
     if (shown)
         Fit(*window);
     else if (window->isVisible() && !RoomFor(*window).contains(QRect(QPoint(), window->size())))
@@ -62,7 +67,17 @@ bool SmallScreens::eventFilter(QObject* watched, QEvent* event) {
     return false;
 }
 
-void SmallScreens::Fit(QWidget& window) {
+void ShownWindows::NameParts(const QWidget& window) {
+    for (QComboBox* combo : window.findChildren<QComboBox*>())
+        combo->view()->setAccessibleName(
+            combo->accessibleName().isEmpty() ? combo->toolTip() : combo->accessibleName());
+    for (const QLineEdit* line : window.findChildren<QLineEdit*>())
+        if (line->isClearButtonEnabled())
+            for (QToolButton* button : line->findChildren<QToolButton*>())
+                button->setAccessibleName(QStringLiteral("Clear"));
+}
+
+void ShownWindows::Fit(QWidget& window) {
     QRect screen = window.screen()->availableGeometry();
     const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
     const QSize room = RoomFor(window).size();
