@@ -1,5 +1,6 @@
 #include "platform/CrashNote.h"
 
+#include "common/dates.h"
 #include "common/paths.h"
 #include "platform/Files.h"
 
@@ -13,6 +14,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <ctime>
 #include <optional>
@@ -158,7 +160,11 @@ std::string TakeCrashNote(Files& files, const std::string& folder) {
     const std::string left = JoinPath(folder, kName);
     const auto when = files.Exists(left) ? files.ModifiedTime(left, nullptr) : std::nullopt;
     if (!when) return {};
-    const std::string stem = JoinPath(folder, "crash-" + std::to_string(*when));
+    const DateTime day = FromFileTime(*when);
+    std::array<char, 64> name{};
+    std::snprintf(name.data(), name.size(), "crash-%04d%02d%02d-%02d%02d%02d", day.year, day.month,
+                  day.day, day.hour, day.minute, day.second);
+    const std::string stem = JoinPath(folder, name.data());
     std::string kept = stem + ".txt";
     for (int i = 2; files.Exists(kept); ++i) kept = stem + "-" + std::to_string(i) + ".txt";
     return files.Rename(left, kept, nullptr) ? kept : left;

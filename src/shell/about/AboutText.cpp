@@ -5,8 +5,8 @@
 #include "platform/mci/MciLibraries.h"
 
 #include <QApplication>
+#include <QProxyStyle>
 #include <QScreen>
-#include <QStyle>
 #include <QSysInfo>
 
 #include <gnu/libc-version.h>
@@ -32,6 +32,12 @@ std::string VersionText(const Library& library) {
 std::string Variable(const char* name) {
     const QByteArray value = qgetenv(name);
     return value.isEmpty() ? std::string("unknown") : value.toStdString();
+}
+
+std::string StyleName() {
+    const QStyle* style = QApplication::style();
+    if (const auto* over = qobject_cast<const QProxyStyle*>(style)) style = over->baseStyle();
+    return FromQt(style->name());
 }
 
 std::string ScreenText(const QScreen& screen) {
@@ -63,8 +69,8 @@ std::string AboutText(const std::string& version, const std::string& detail) {
         Row("Kernel", FromQt(QSysInfo::kernelType() + QLatin1Char(' ') + QSysInfo::kernelVersion() +
                              QLatin1Char(' ') + QSysInfo::currentCpuArchitecture()));
     text += Row("Session", Variable("XDG_SESSION_TYPE") + ", " + Variable("XDG_CURRENT_DESKTOP"));
-    text += Row("Window system", FromQt(QGuiApplication::platformName()) + ", style " +
-                                     FromQt(QApplication::style()->name()));
+    text +=
+        Row("Window system", FromQt(QGuiApplication::platformName()) + ", style " + StyleName());
     int number = 0;
     for (const QScreen* screen : QGuiApplication::screens())
         text += Row("Screen " + std::to_string(++number), ScreenText(*screen));

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -53,8 +54,11 @@ void frmText::ShowText(const std::string& heading, const std::string& text) {
     if (!isVisible()) {
         const QFontMetrics metrics(m_text->font());
         const int lines = std::clamp(m_text->blockCount() + 2, 10, kMostLines);
-        resize(86 * metrics.horizontalAdvance(QLatin1Char('0')),
-               sizeHint().height() - m_text->sizeHint().height() + lines * metrics.lineSpacing());
+        const QSize wanted(86 * metrics.horizontalAdvance(QLatin1Char('0')),
+                           sizeHint().height() - m_text->sizeHint().height() +
+                               lines * metrics.lineSpacing());
+        constexpr int kAround = 40; // title and frame
+        resize(wanted.boundedTo(screen()->availableSize() - QSize(kAround, kAround)));
     }
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();

@@ -43,6 +43,7 @@ frmMain::frmMain(MainControls& controls, const Files& files) : m_controls(contro
     m_scroll->setFocusPolicy(Qt::NoFocus);
     m_scroll->setWidgetResizable(true);
     m_scroll->setWidget(m_area);
+    m_scroll->installEventFilter(this);
     setCentralWidget(m_scroll);
     statusBar()->setObjectName(QStringLiteral("StatusBar1"));
     menuBar()->setNativeMenuBar(false);
@@ -239,17 +240,15 @@ void frmMain::Measure() {
     m_least = m;
     m_least.treeWidth = std::min(m.treeWidth, 24 * em);
     m_least.notesWidth = std::min(m.notesWidth, 30 * em);
-    m_least.panelHeight = LeastPanel(m_least.notesWidth);
     m_least.treeWidth = std::max(m_least.treeWidth, m_listSide->minimumSizeHint().width());
-    const int leastWidth =
-        m_least.treeWidth + 16 + std::max(36 * em, m_tools->minimumSizeHint().width());
-    m_area->setMinimumSize(
-        leastWidth, LeastHeight(m_tools->heightForWidth(leastWidth - m_least.treeWidth - 16)));
+    m_leastWidth = m_least.treeWidth + 16 + std::max(36 * em, m_tools->minimumSizeHint().width());
+    SetLeastArea(m_scroll->size());
 
     const QSize bars(0, menuBar()->sizeHint().height() + statusBar()->sizeHint().height());
     m_design = (m_designArea + bars).expandedTo(QSize(menuBar()->sizeHint().width(), 0));
-    const QSize title(0, style()->pixelMetric(QStyle::PM_TitleBarHeight));
-    m_design = m_design.boundedTo(screen()->availableSize() - title);
+    constexpr int kFrame = 12; // that window managers draw, both sides
+    const QSize frame(kFrame, style()->pixelMetric(QStyle::PM_TitleBarHeight) + kFrame);
+    m_design = m_design.boundedTo(screen()->availableSize() - frame);
     setMinimumSize(m_design);
 }
 
@@ -258,9 +257,14 @@ int frmMain::LeastPanel(int notesWidth) const {
     return std::min(m_measures.panelHeight, m_notes->layout()->minimumHeightForWidth(notesWidth));
 }
 
-int frmMain::LeastHeight(int toolsHeight) const {
-    const int line = fontMetrics().height();
-    return toolsHeight + 8 * line + m_least.panelHeight + m_least.messageHeight;
+// What an area must have: its least width, and at the width it gets a height that leaves some lines
+// to the picture. Below that the window scrolls.
+void frmMain::SetLeastArea(QSize outside) {
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    const int width = std::max(outside.width() - bar, m_leastWidth);
+    const LayoutMeasures m = MeasuresFor(QSize(width, 0));
+    const int picture = 8 * fontMetrics().height();
+    m_area->setMinimumSize(m_leastWidth, m.toolsHeight + picture + m.panelHeight + m.messageHeight);
 }
 
 LayoutMeasures frmMain::MeasuresFor(QSize area) const {
@@ -280,7 +284,8 @@ LayoutMeasures frmMain::MeasuresFor(QSize area) const {
 }
 
 // What the scroll area will give to it.
-QSize frmMain::AreaInside(QSize outside) const {
+QSize frmMain::AreaInside(QSize outside) {
+    SetLeastArea(outside);
     const QSize least = m_area->minimumSize();
     const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     QSize inside = outside;
@@ -351,6 +356,7 @@ double frmMain::ChangeListFont(double by) {
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_scroll && event->type() == QEvent::Resize) SetLeastArea(m_scroll->size());
     if (watched == m_area && event->type() == QEvent::Resize && m_area->size() != m_laidOut) {
         LayOutNow();
         if (onResize) onResize();

@@ -58,8 +58,8 @@ private:
     void StyleFonts();
     void ReserveInfo();
     int LeastPanel(int notesWidth) const;
-    int LeastHeight(int toolsHeight) const;
-    QSize AreaInside(QSize outside) const;
+    void SetLeastArea(QSize outside);
+    QSize AreaInside(QSize outside);
     LayoutMeasures MeasuresFor(QSize area) const;
     void PlacePanes(const QRect& area);
 
@@ -81,6 +81,7 @@ private:
     QSize m_designArea;
     QSize m_design;
     QSize m_laidOut;
+    int m_leastWidth = 0;
     int m_toolsHeight = 0; // as laid out
 };
 
