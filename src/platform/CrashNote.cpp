@@ -24,6 +24,17 @@ namespace tarn {
 
 namespace {
 
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define TARN_SANITIZED
+#endif
+#endif
+#if defined(__SANITIZE_ADDRESS__) || defined(TARN_SANITIZED)
+constexpr bool kSanitized = true;
+#else
+constexpr bool kSanitized = false;
+#endif
+
 constexpr char kName[] = "crash-note.txt";
 constexpr int kSignals[] = {SIGSEGV, SIGABRT, SIGFPE, SIGILL, SIGBUS};
 constexpr int kFrames = 64;
@@ -130,12 +141,7 @@ extern "C" void tarn_crash_handler(int signal) {
 } // namespace
 
 bool KeepCrashNotes(const std::string& folder, const std::string& about) {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || defined(TARN_NO_CRASH_NOTES)
-    (void)folder;
-    (void)about;
-    (void)tarn_crash_handler;
-    return false;
-#else
+    if (kSanitized) return false;
     Keep(g_path, JoinPath(folder, kName));
     Keep(g_about, about);
     void* frames[1];
@@ -149,7 +155,6 @@ bool KeepCrashNotes(const std::string& folder, const std::string& about) {
     action.sa_flags = SA_ONSTACK | static_cast<int>(SA_RESETHAND) | SA_NODEFER;
     for (const int signal : kSignals) sigaction(signal, &action, nullptr);
     return true;
-#endif
 }
 
 void SetCrashFile(std::string_view path) {

@@ -175,6 +175,8 @@ void frmMain::StyleControls() {
     c.FileDateText->setReadOnly(true);
     c.FileDateText->setFocusPolicy(Qt::ClickFocus);
     c.NotesBox->setTabChangesFocus(true);
+    c.FileListBox->setMinimumHeight(4 * fontMetrics().lineSpacing());
+    c.FolderTreeview1->setMinimumHeight(3 * fontMetrics().lineSpacing());
     c.NotesBox->setMinimumHeight(3 * fontMetrics().lineSpacing());
     // A name of any length takes what room there is.
     c.NotesFrame->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -257,14 +259,20 @@ int frmMain::LeastPanel(int notesWidth) const {
     return std::min(m_measures.panelHeight, m_notes->layout()->minimumHeightForWidth(notesWidth));
 }
 
+// The list and the rows around it, which may wrap.
+int frmMain::LeastListSide(int width) const {
+    return m_listSide->layout()->minimumHeightForWidth(width);
+}
+
 // What an area must have: its least width, and at the width it gets a height that leaves some lines
 // to the picture. Below that the window scrolls.
 void frmMain::SetLeastArea(QSize outside) {
     const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     const int width = std::max(outside.width() - bar, m_leastWidth);
     const LayoutMeasures m = MeasuresFor(QSize(width, 0));
-    const int picture = 8 * fontMetrics().height();
-    m_area->setMinimumSize(m_leastWidth, m.toolsHeight + picture + m.panelHeight + m.messageHeight);
+    const int right = m.toolsHeight + 8 * fontMetrics().height();
+    const int left = m.folderBarHeight + 5 * fontMetrics().height() + LeastListSide(m.treeWidth);
+    m_area->setMinimumSize(m_leastWidth, std::max(left, right) + m.panelHeight + m.messageHeight);
 }
 
 LayoutMeasures frmMain::MeasuresFor(QSize area) const {
@@ -303,6 +311,7 @@ void frmMain::LayOutNow() {
     const LayoutMeasures measures = MeasuresFor(m_laidOut);
     m_toolsHeight = measures.toolsHeight;
     const MainLayout l = LayOut(m_laidOut, measures);
+    m_listSide->setMinimumHeight(LeastListSide(l.splitter.width()));
     m_folderBar->setGeometry(l.folderBar);
     m_splitter->setGeometry(l.splitter);
     m_tools->setGeometry(l.tools);

@@ -58,6 +58,7 @@ private:
     void StyleFonts();
     void ReserveInfo();
     int LeastPanel(int notesWidth) const;
+    int LeastListSide(int width) const;
     void SetLeastArea(QSize outside);
     QSize AreaInside(QSize outside);
     LayoutMeasures MeasuresFor(QSize area) const;
