@@ -1,5 +1,7 @@
 #include "common/paths.h"
+#include "platform/ClearOutlines.h"
 #include "platform/Clipboard.h"
+#include "platform/CrashNote.h"
 #include "platform/Desktop.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
@@ -10,9 +12,11 @@
 #include "platform/webpane/PageBrowser.h"
 #include "shell/House.h"
 #include "shell/SecondStart.h"
+#include "shell/about/AboutText.h"
 
 #include <QApplication>
 #include <QIcon>
+#include <QStyle>
 
 #include <clocale>
 #include <cstdio>
@@ -48,6 +52,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("tarn-view"));
     QApplication::setApplicationDisplayName(QString());
     QApplication::setDesktopFileName(QStringLiteral("tarn-view"));
+    QApplication::setStyle(new tarn::ClearOutlines(QApplication::style()->name()));
     QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("tarn-view")));
     if (argc > 1 && std::strncmp(argv[1], "--", 2) == 0) {
         std::fputs(kUsage, stderr); // what the toolkit knows is taken out by now
@@ -61,6 +66,7 @@ int main(int argc, char** argv) {
     tarn::SecondStart second;
     if (second.HandOver(AbsoluteArgument(path, *files))) return 0;
 
+    tarn::KeepCrashNotes(files->StateFolder(), tarn::AboutText(tarn::ShellState().Version, {}));
     const auto settings = tarn::MakeUserSettingsStore();
     const auto events = tarn::MakeEventPump();
     const auto dialogs = tarn::MakeDialogs();

@@ -1,6 +1,7 @@
 // The loaded picture, fitted or cut into the pane, with the texts around it.
 #include "display/DisplayRoom.h"
 
+#include "common/colors.h"
 #include "common/numbers.h"
 #include "display/FrmPic.h"
 #include "display/frmOnetoOne.h"
@@ -89,11 +90,13 @@ ImgX DisplayRoom::ShownPicture() {
 void DisplayRoom::PutText(PreviewKind kind, bool cut) {
     QLabel* label = m.controls.PreviewLabel;
     const PreviewText text = PreviewTextOf(kind);
+    // The colours are fixed: where one cannot be read on the window, it brings a ground of its own.
     QPalette palette;
-    // Pure blue cannot be read on a dark window: the label then brings a light ground of its own.
-    const bool dark = palette.color(QPalette::Window).lightness() < 128;
-    if (dark) palette.setColor(QPalette::Window, QColor(0xF0, 0xF0, 0xF0));
-    label->setAutoFillBackground(dark);
+    const int window = int(palette.color(QPalette::Window).rgb() & 0xFFFFFF);
+    const bool reads = ContrastOf(text.rgb, window) >= kReadable;
+    if (!reads) palette.setColor(QPalette::Window, QColor::fromRgb(QRgb(GroundFor(text.rgb))));
+    label->setAutoFillBackground(!reads);
+    label->setContentsMargins(reads ? 0 : 4, 0, reads ? 0 : 4, 0);
     palette.setColor(QPalette::WindowText, QColor::fromRgb(QRgb(text.rgb)));
     label->setPalette(palette);
     label->setText(ToQt(text.text));

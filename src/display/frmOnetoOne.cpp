@@ -32,6 +32,8 @@ frmOnetoOne::frmOnetoOne(Context& context)
     setObjectName(QStringLiteral("frmOnetoOne"));
     m_picture2->setObjectName(QStringLiteral("OnePicture2"));
     m_picture3->setObjectName(QStringLiteral("OnePicture3"));
+    m_picture2->setAccessibleName(QStringLiteral("Picture at full size"));
+    m_picture3->setAccessibleName(QStringLiteral("Whole picture, the part shown is chosen in it"));
     m_infoText->setObjectName(QStringLiteral("InfoText"));
     m_infoText->setTextFormat(Qt::PlainText);
     m_infoText->setAutoFillBackground(true);

@@ -37,8 +37,8 @@ QLabel* PlainLabel(const char* name, const char* text) {
 }
 
 // Names alone, rows of one height, so that ten thousand come up at once.
-QListView* NameList(const char* name, QStringListModel* model) {
-    auto* list = Named(new QListView(), name, "");
+QListView* NameList(const char* name, const char* spoken, QStringListModel* model) {
+    auto* list = Named(new QListView(), name, spoken);
     list->setModel(model);
     list->setUniformItemSizes(true);
     list->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -131,8 +131,8 @@ QLayout* frmRenameFiles::MakeLists() {
     auto* lists = new QHBoxLayout();
     m_inputs = new QStringListModel(this);
     m_outputs = new QStringListModel(this);
-    QListView* inputs = NameList("RenameInputList", m_inputs);
-    QListView* outputs = NameList("RenameOutputList", m_outputs);
+    QListView* inputs = NameList("RenameInputList", "Input files to rename", m_inputs);
+    QListView* outputs = NameList("RenameOutputList", "Renamed files", m_outputs);
     ScrollTogether(*inputs, *outputs);
     connect(inputs->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& now) { RenameInputList_Click(now.row()); });

@@ -4,6 +4,7 @@
 #include "common/paths.h"
 #include "navigation/FolderHistory.h"
 #include "navigation/Stepping.h"
+#include "platform/CrashNote.h"
 #include "platform/FileListBox.h"
 #include "platform/FolderTreeview.h"
 #include "platform/QtText.h"
@@ -56,6 +57,7 @@ void NavigationRoom::FileListBox_Click() {
              m.controls.QTplayButton, m.controls.LastLabel, m.controls.CropLabel})
         hidden->hide();
     m.shell.ShowStatus(s.Filename);
+    SetCrashFile(s.Filename);
 
     std::string error;
     const auto modified = m.files.ModifiedTime(s.Filename, &error);

@@ -103,6 +103,7 @@ void frmFilter::LoadBoxes() {
     for (std::size_t i = 0; i < m_boxes.size(); ++i) {
         const bool used = i < m_captions.size();
         m_boxes[i]->setText(used ? ToCaption(m_captions[i]) : QString());
+        m_boxes[i]->setAccessibleName(used ? QString() : QStringLiteral("No file type"));
         m_boxes[i]->setChecked(used);
         m_boxes[i]->setVisible(used);
     }

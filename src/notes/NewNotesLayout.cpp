@@ -56,6 +56,7 @@ QLayout* FrmNewNotes::MakeFirstLines() {
     whole->addLayout(head);
 
     m_textLine1 = Named(new QPlainTextEdit(), QStringLiteral("TextLine1"), "1st lines of note");
+    m_textLine1->setAccessibleName(QStringLiteral("1st lines of note"));
     m_textLine1->setTabChangesFocus(true);
     m_textLine1->setMinimumHeight(fontMetrics().height() * 5);
     m_firstLines = std::make_unique<NoteBox>(*m_textLine1);
@@ -68,6 +69,7 @@ QLayout* FrmNewNotes::MakeFirstLines() {
             &FrmNewNotes::CommandSetLine1_Click);
     m_textFirstLines = Named(new QLineEdit(QStringLiteral("1")), QStringLiteral("TextFirstLines"),
                              "Number of lines beginning at 1 to get");
+    m_textFirstLines->setAccessibleName(QStringLiteral("Number of lines to get"));
     m_textFirstLines->setFixedWidth(fontMetrics().horizontalAdvance(QLatin1Char('0')) * 4);
     m_textFirstLines->installEventFilter(this);
     bar->addWidget(m_textFirstLines);
@@ -98,13 +100,15 @@ void FrmNewNotes::MakeEntry(QGridLayout& grid, int row) {
     entry.combo = Named(new QComboBox(), QStringLiteral("Combo") + name);
     entry.combo->setAccessibleName(caption);
     entry.combo->setEditable(true);
+    entry.combo->lineEdit()->setAccessibleName(caption);
     entry.combo->setInsertPolicy(QComboBox::NoInsert);
     entry.combo->setCompleter(nullptr); // what is typed stays what it is
     entry.combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     entry.combo->setMinimumContentsLength(36);
     grid.addWidget(entry.check, row, 0);
-    grid.addWidget(Named(new QLabel(caption), QStringLiteral("Label") + name, facts.tooltip), row,
-                   1);
+    auto* label = Named(new QLabel(caption), QStringLiteral("Label") + name, facts.tooltip);
+    label->setBuddy(entry.combo);
+    grid.addWidget(label, row, 1);
     grid.addWidget(entry.combo, row, 2);
 }
 

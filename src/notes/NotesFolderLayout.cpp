@@ -31,6 +31,7 @@ frmNotesFolder::frmNotesFolder(Context& context, NotesRoom& room)
 QLayout* frmNotesFolder::MakeListSide() {
     auto* side = new QVBoxLayout();
     m_folderText = Named(new QLineEdit(), QStringLiteral("NotesFolderText"), "Notes folder");
+    m_folderText->setAccessibleName(QStringLiteral("Notes folder"));
     m_folderText->setReadOnly(true);
     m_list = Named(new FileListBox(m.files), QStringLiteral("NotesFileListBox"));
     m_list->setAccessibleName(QStringLiteral("Note files"));

@@ -1,6 +1,7 @@
 #include "print/SheetJob.h"
 
 #include "common/paths.h"
+#include "platform/CrashNote.h"
 #include "platform/FileListBox.h"
 #include "platform/PictureBox.h"
 #include "platform/QtText.h"
@@ -43,6 +44,7 @@ bool SheetJob::Run(const BatchRun& batch) {
     for (int number = m_plan.first; number <= m_plan.last; ++number) {
         const FileListBox& list = *m.controls.FileListBox;
         s.Filename = JoinPath(list.Path(), list.Text(number - 1));
+        SetCrashFile(s.Filename);
         s.FileType = FileTypeOf(s.Filename);
         s.TextNumOf = std::to_string(number) + " of " + std::to_string(m_plan.fileCount);
         m.controls.TextNumOf->setText(ToQt(s.TextNumOf));

@@ -71,17 +71,18 @@ frmPrintPreview::frmPrintPreview(Context& context)
     auto* rows = new QVBoxLayout(this);
     auto* bar = new QHBoxLayout();
     rows->addLayout(bar);
+    m_label = new QLabel(this);
+    m_label->setObjectName(QStringLiteral("PageLabel"));
+    MakeButtons();
+    bar->addStretch();
     m_area = new QScrollArea(this);
+    m_area->setAccessibleName(QStringLiteral("Page"));
     m_area->setAlignment(Qt::AlignCenter);
     m_area->setBackgroundRole(QPalette::Dark);
     m_area->setFocusPolicy(Qt::StrongFocus);
     m_view = new PaperView();
     m_area->setWidget(m_view);
     rows->addWidget(m_area, 1);
-    m_label = new QLabel(this);
-    m_label->setObjectName(QStringLiteral("PageLabel"));
-    MakeButtons();
-    bar->addStretch();
     m_place.Restore(kDesign);
 }
 

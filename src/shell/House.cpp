@@ -4,6 +4,7 @@
 #include "platform/Dialogs.h"
 #include "platform/FileListBox.h"
 #include "platform/PictureBox.h"
+#include "shell/about/AboutText.h"
 #include "shell/help/HelpPages.h"
 #include "shell/window/MenuSwitches.h"
 
@@ -31,8 +32,9 @@ House::House(const Platform& p)
               p.files, p.settings, p.events,   p.dialogs, p.sound, p.desktop, p.printing},
       window(controls, p.files), shell(context, window), navigation(context), display(context),
       info(context), notes(context), slides(context), copies(context), fileops(context),
-      print(context), thumbnails(context), web(context), video(context, [] { return MakeMci(); }), importExport(context), programs(context),
-      keys(context), lifecycle(context, window, navigation, notes, programs) {
+      print(context), thumbnails(context), web(context), video(context, [] { return MakeMci(); }),
+      importExport(context), programs(context), keys(context),
+      lifecycle(context, window, navigation, notes, programs), crash(window, p.files, p.clipboard) {
     navigation.ConnectControls();
     display.ConnectControls();
     info.ConnectControls();
@@ -61,13 +63,13 @@ void House::WireFile() {
     Connect(c.QuitButton, [this] { lifecycle.QuitButton_Click(); });
     Connect(c.Exit, [this] { lifecycle.Exit_Click(); });
     Connect(c.RemoveRegButton, [this] { lifecycle.RemoveRegButton_Click(); });
-    Connect(c.VersionButton, [this] { lifecycle.VersionButton_Click(); });
+    Connect(c.VersionButton, [this] { VersionButton_Click(); });
     Connect(c.ShowLogsButton, [this] { ShowLogsButton_Click(); });
 }
 
 void House::WireHelp() {
     const MainControls& c = controls;
-    Connect(c.HelpInitPictureButton, [this] { lifecycle.VersionButton_Click(); });
+    Connect(c.HelpInitPictureButton, [this] { lifecycle.HelpInitPictureButton_Click(); });
     Connect(c.HelpRegistryEntriesButton, [this] { lifecycle.HelpRegistryEntriesButton_Click(); });
     struct Entry {
         QAction* entry;
@@ -88,6 +90,13 @@ void House::WireHelp() {
 void House::ShowLogsButton_Click() {
     if (!m_logs) m_logs = std::make_unique<frmLogs>(context);
     m_logs->ShowFolder();
+}
+
+void House::VersionButton_Click() {
+    if (!m_about)
+        m_about = std::make_unique<frmText>("frmAbout", "Tarn_View - About", context.clipboard);
+    m_about->ShowText("Tarn_View - Digital Camera Picture program",
+                      AboutText(state.Version, state.Version_Detail));
 }
 
 void House::WireWindow() {
@@ -131,6 +140,7 @@ bool House::Start(const std::string& path, const std::string& imagingError) {
     // Another screen may have finer pixels at the same size of the window.
     QObject::connect(window.windowHandle(), &QWindow::screenChanged, &m_resizeTimer,
                      [this] { WindowResized(); });
+    crash.Offer();
     if (!m_handedEarly.empty()) Open(m_handedEarly);
     return true;
 }

@@ -9,9 +9,12 @@
 #include "navigation/PaneKeys.h"
 #include "notes/NotesRoom.h"
 #include "pictureinfo/panel/PictureInfoRoom.h"
+#include "platform/ShownWindows.h"
 #include "platform/imaging/PicturesAhead.h"
 #include "print/PrintRoom.h"
 #include "shell/Context.h"
+#include "shell/about/CrashStrip.h"
+#include "shell/about/frmText.h"
 #include "shell/logs/frmLogs.h"
 #include "shell/outside/OutsidePrograms.h"
 #include "shell/start/Lifecycle.h"
@@ -51,6 +54,7 @@ public:
     // A file or folder from outside: dropped, chosen, or handed over by a second start.
     void Open(const std::string& path);
 
+    ShownWindows screens;
     ProgramState state;
     MainControls controls;
     PicturesAhead ahead;
@@ -72,6 +76,7 @@ public:
     OutsidePrograms programs;
     PaneKeys keys;
     Lifecycle lifecycle;
+    CrashStrip crash;
 
 private:
     void WireFile();
@@ -83,8 +88,10 @@ private:
     void AskForFolder();
 
     void ShowLogsButton_Click();
+    void VersionButton_Click();
 
     std::unique_ptr<frmLogs> m_logs; // made when it is first asked for
+    std::unique_ptr<frmText> m_about;
     QTimer m_resizeTimer;
     std::string m_handedEarly; // a path that came while the program was loading
 };

@@ -2,6 +2,7 @@
 
 #include "common/dates.h"
 #include "common/paths.h"
+#include "platform/CrashNote.h"
 #include "platform/FileListBox.h"
 #include "platform/Files.h"
 #include "platform/Sound.h"
@@ -119,6 +120,7 @@ std::string FullSlides::LoadFile() {
 void FullSlides::TakeAsCurrentFile() {
     ProgramState& s = m.state;
     s.Filename = s.SlideFile;
+    SetCrashFile(s.Filename);
     s.FileNameOnly = s.SlideNameOnly = LastPart(s.SlideFile);
     s.FileType = FileTypeOf(s.SlideFile);
     m.notes.SetNotesFilename();

@@ -32,6 +32,7 @@ frmSlideShow::frmSlideShow(SlideState& state, SlideCommands& slides)
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
     m_name->setObjectName(QStringLiteral("SlideNameText"));
+    m_name->setAccessibleName(QStringLiteral("Name of the picture"));
     m_name->setReadOnly(true);
     m_name->setFocusPolicy(Qt::NoFocus);
     m_name->setAttribute(Qt::WA_TransparentForMouseEvents);

@@ -36,6 +36,7 @@ frmHtmlThumb::frmHtmlThumb(Context& context)
     auto* all = new QHBoxLayout(this);
     auto* tabs = new QTabWidget();
     tabs->setObjectName(QStringLiteral("GalleryTabs"));
+    tabs->setAccessibleName(QStringLiteral("Options of the gallery"));
     const auto tab = [&](const char* title, std::initializer_list<QWidget*> groups) {
         auto* page = new QWidget();
         auto* rows = new QVBoxLayout(page);
@@ -339,7 +340,7 @@ QWidget* frmHtmlThumb::MakeRun() {
     for (QLabel* label : {m_info, m_error}) {
         label->setWordWrap(true);
         label->setTextFormat(Qt::PlainText);
-        label->setMinimumHeight(label->fontMetrics().lineSpacing() * 3);
+        label->setMinimumHeight(label->fontMetrics().lineSpacing() * (label == m_error ? 5 : 3));
         label->setAlignment(Qt::AlignTop | Qt::AlignLeft);
         rows->addWidget(label);
     }

@@ -71,6 +71,34 @@ constexpr ButtonKeys kButtonKeys[] = {
     {"QuickDirButton", "F5"},
 };
 
+// What a screen reader calls the controls that bear no text of their own.
+constexpr struct {
+    const char* name;
+    const char* spoken;
+} kSpoken[] = {
+    {"FolderTreeview1", "Folders"},
+    {"FileListBox", "Files of the folder"},
+    {"Picture1", "Picture"},
+    {"Picture2", "Frame of the clip"},
+    {"WebBrowser1", "Page"},
+    {"LogText", "Text of the file"},
+    {"List1", "Camera data"},
+    {"NotesBox", "Note of the picture"},
+    {"FileDateText", "Message"},
+    {"NoteFilterCombo", "Notes filter"},
+    {"NotesPrevButton", "Previous picture"},
+    {"NotesNextButton", "Next picture"},
+};
+
+// Its own text where it has one that can be read out.
+QString SpokenName(const QWidget& widget, const ControlRow& row) {
+    for (const auto& each : kSpoken)
+        if (std::strcmp(each.name, row.name) == 0) return QString::fromLatin1(each.spoken);
+    const QString caption = QString::fromUtf8(row.caption);
+    const bool readable = caption.size() > 2 && !qobject_cast<const QComboBox*>(&widget);
+    return readable ? QString() : QString::fromUtf8(row.tooltip);
+}
+
 // The tooltip itself stays what the program set; only what pops up has the keys.
 class KeysInToolTip : public QObject {
 public:
@@ -95,19 +123,12 @@ void Dress(QWidget* widget, const ControlRow& row) {
     widget->setObjectName(QString::fromLatin1(row.name));
     SetCaption(widget, QString::fromUtf8(row.caption));
     widget->setToolTip(ToToolTip(row.tooltip));
-    const QString caption = QString::fromUtf8(row.caption);
-    const bool readable = caption.size() > 2 && !qobject_cast<QComboBox*>(widget);
-    widget->setAccessibleName(readable       ? caption
-                              : *row.tooltip ? QString::fromUtf8(row.tooltip)
-                                             : QString::fromLatin1(row.name));
+    widget->setAccessibleName(SpokenName(*widget, row));
     for (const ButtonKeys& each : kButtonKeys)
         if (std::strcmp(each.name, row.name) == 0) new KeysInToolTip(widget, each.keys);
     if (qobject_cast<QAbstractButton*>(widget)) widget->setEnabled(false);
     if (auto* button = qobject_cast<QPushButton*>(widget)) {
         button->setAutoDefault(false);
-        // Styles give a button room for longer words than these: it may be as narrow as its text.
-        const int text = button->fontMetrics().size(Qt::TextShowMnemonic, caption).width();
-        button->setMinimumWidth(text + (*row.icon ? 38 : 16));
         if (*row.icon) SetButtonIcon(*button, row.icon);
     }
 }

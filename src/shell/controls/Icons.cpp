@@ -26,7 +26,7 @@ QPixmap Drawn(const QByteArray& svg, const QColor& colour, int side, qreal ratio
     return pixmap;
 }
 
-// Draws the icon anew when the palette of its button changes.
+// Draws the icon anew when the palette or the font of its button changes.
 class IconKeeper : public QObject {
 public:
     IconKeeper(QAbstractButton& button, QByteArray svg)
@@ -37,7 +37,7 @@ public:
 
 protected:
     bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() == QEvent::PaletteChange) Draw();
+        if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange) Draw();
         return false;
     }
 

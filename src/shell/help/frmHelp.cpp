@@ -57,9 +57,12 @@ frmHelp::frmHelp(WindowPlace& place)
 
 void frmHelp::MakeContents() {
     m_pages->setObjectName(QStringLiteral("HelpList"));
+    m_pages->setAccessibleName(QStringLiteral("Pages"));
     m_page->setObjectName(QStringLiteral("HelpText"));
+    m_page->setAccessibleName(QStringLiteral("Page"));
     m_find->setObjectName(QStringLiteral("HelpFind"));
-    m_find->setPlaceholderText(QStringLiteral("Find in all pages"));
+    m_find->setAccessibleName(QStringLiteral("Find in all pages"));
+    m_find->setPlaceholderText(m_find->accessibleName());
     m_find->setClearButtonEnabled(true);
     m_found->setObjectName(QStringLiteral("HelpFound"));
     auto* next = new QPushButton(QStringLiteral("Find Next"));

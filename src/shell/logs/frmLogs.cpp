@@ -34,13 +34,16 @@ frmLogs::frmLogs(Context& context)
 
 void frmLogs::MakeContents() {
     m_list->setObjectName(QStringLiteral("LogsList"));
+    m_list->setAccessibleName(QStringLiteral("Log and text files"));
     m_list->setUniformItemSizes(true);
     m_list->setMinimumWidth(24 * fontMetrics().horizontalAdvance(QLatin1Char('0')));
     m_text->setObjectName(QStringLiteral("LogsText"));
+    m_text->setAccessibleName(QStringLiteral("Text of the file"));
     m_text->setReadOnly(true);
     m_text->setFont(m.controls.LogText->font());
     m_text->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_find->setObjectName(QStringLiteral("LogsFind"));
+    m_find->setAccessibleName(QStringLiteral("Find"));
     m_find->setPlaceholderText(QStringLiteral("Find"));
     m_find->setClearButtonEnabled(true);
     m_more->setObjectName(QStringLiteral("LogsMoreButton"));

@@ -254,7 +254,7 @@ void Lifecycle::HelpRegistryEntriesButton_Click() {
                           ", section Defaults");
 }
 
-void Lifecycle::VersionButton_Click() {
+void Lifecycle::HelpInitPictureButton_Click() {
     m_splash->show();
 }
 

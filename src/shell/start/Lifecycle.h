@@ -37,7 +37,7 @@ public:
     void SaveSettingsButton_Click();
     void RemoveRegButton_Click();
     void HelpRegistryEntriesButton_Click();
-    void VersionButton_Click(); // the splash once more
+    void HelpInitPictureButton_Click(); // the splash once more
 
     std::function<void()> onUnload; // before the settings are written
 

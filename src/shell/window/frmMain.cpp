@@ -7,6 +7,7 @@
 #include "platform/QtText.h"
 #include "platform/webpane/PageBrowser.h"
 #include "shell/state/WindowState.h"
+#include "shell/window/FlowRow.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>
@@ -22,8 +23,10 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
 #include <QSplitter>
 #include <QStatusBar>
+#include <QStyle>
 
 #include <QUrl>
 
@@ -33,20 +36,23 @@ frmMain::frmMain(MainControls& controls, const Files& files) : m_controls(contro
     setObjectName(QStringLiteral("frmMain"));
     setWindowTitle(QStringLiteral("Tarn_View - Digital Camera Picture program"));
     setAcceptDrops(true);
-    m_area = new QWidget(this);
+    m_area = new QWidget();
     m_area->installEventFilter(this);
-    setCentralWidget(m_area);
+    m_scroll = new QScrollArea(this);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setWidget(m_area);
+    m_scroll->installEventFilter(this);
+    setCentralWidget(m_scroll);
     statusBar()->setObjectName(QStringLiteral("StatusBar1"));
     menuBar()->setNativeMenuBar(false);
     MakeBars();
     MakePanels();
     MakeControls(m_controls, files, [this](QWidget* widget, Place place) { Put(widget, place); });
     MakeMenus(m_controls, *menuBar(), *this);
-    for (auto& [place, bar] : m_bars)
-        if (place != Place::NotesHead && place != Place::NotesText && place != Place::List &&
-            place != Place::Exif)
-            bar->addStretch();
     StyleControls();
+    ReserveInfo();
     Measure();
 }
 
@@ -58,10 +64,14 @@ QWidget* frmMain::Bar(const char* name, QWidget* parent) {
 
 namespace {
 
+constexpr int kGap = 3;
+constexpr int kGroupGap = 12;
+constexpr int kTextGap = 14;
+
 template <typename Layout> Layout* Tight(QWidget* on, int margin = 0) {
     auto* layout = on ? new Layout(on) : new Layout();
     layout->setContentsMargins(margin, margin, margin, margin);
-    layout->setSpacing(3);
+    layout->setSpacing(kGap);
     return layout;
 }
 
@@ -69,7 +79,7 @@ template <typename Layout> Layout* Tight(QWidget* on, int margin = 0) {
 
 void frmMain::MakeBars() {
     m_folderBar = Bar("FolderBar", m_area);
-    m_bars[Place::FolderBar] = Tight<QHBoxLayout>(m_folderBar);
+    m_rows[Place::FolderBar] = new FlowRow(m_folderBar, kGap, kGroupGap);
 
     m_splitter = new QSplitter(Qt::Vertical, m_area);
     m_splitter->setObjectName(QStringLiteral("vbuSplitter"));
@@ -78,32 +88,30 @@ void frmMain::MakeBars() {
                      [this] { SetSplitterTop(SplitterTop()); });
     m_listSide = Bar("ListSide", nullptr);
     auto* side = Tight<QVBoxLayout>(m_listSide);
-    for (const Place place : {Place::Classes, Place::ListNote, Place::List, Place::ListBar}) {
-        m_bars[place] = Tight<QHBoxLayout>(nullptr);
-        side->addLayout(m_bars[place], place == Place::List ? 1 : 0);
-    }
+    side->addLayout(m_rows[Place::Classes] = new FlowRow(nullptr, kGap, kGroupGap));
+    side->addLayout(m_bars[Place::ListNote] = Tight<QHBoxLayout>(nullptr));
+    side->addLayout(m_bars[Place::List] = Tight<QHBoxLayout>(nullptr), 1);
+    side->addLayout(m_rows[Place::ListBar] = new FlowRow(nullptr, kGap, kGroupGap));
 
     m_tools = Bar("Tools", m_area);
+    m_tools->installEventFilter(this);
     auto* rows = Tight<QVBoxLayout>(m_tools);
     const std::initializer_list<std::initializer_list<Place>> toolRows{
         {Place::Step, Place::Turn, Place::View}, {Place::Slides, Place::CopyTo}, {Place::Info}};
     for (const auto& places : toolRows) {
-        auto* row = Tight<QHBoxLayout>(nullptr);
-        row->setSpacing(12);
-        for (const Place place : places) {
-            m_bars[place] = Tight<QHBoxLayout>(nullptr);
-            row->addLayout(m_bars[place], place == Place::Info ? 1 : 0);
-        }
-        if (places.size() > 1) row->addStretch();
+        const bool texts = *places.begin() == Place::Info;
+        auto* row = new FlowRow(nullptr, texts ? kTextGap : kGap, kGroupGap);
+        for (const Place place : places) m_rows[place] = row;
         rows->addLayout(row);
     }
-    m_bars[Place::Info]->setSpacing(14);
 }
 
 void frmMain::MakePanels() {
     m_panes = Bar("Panes", m_area);
     m_videoFrame = Bar("VideoFrame", m_panes);
-    m_bars[Place::Video] = Tight<QHBoxLayout>(m_videoFrame);
+    // The video room puts its slider beside the buttons.
+    Tight<QHBoxLayout>(m_videoFrame)
+        ->addLayout(m_rows[Place::Video] = new FlowRow(nullptr, kGap, kGroupGap));
     m_controls.VideoFrame = m_videoFrame;
     m_videoFrame->hide();
 
@@ -112,11 +120,10 @@ void frmMain::MakePanels() {
 
     m_notes = Bar("FrameNotes", m_area);
     auto* notes = Tight<QVBoxLayout>(m_notes, 3);
-    for (const Place place :
-         {Place::NotesHead, Place::NotesText, Place::NotesBar, Place::NotesStep}) {
-        m_bars[place] = Tight<QHBoxLayout>(nullptr);
-        notes->addLayout(m_bars[place], place == Place::NotesText ? 1 : 0);
-    }
+    notes->addLayout(m_bars[Place::NotesHead] = Tight<QHBoxLayout>(nullptr));
+    notes->addLayout(m_bars[Place::NotesText] = Tight<QHBoxLayout>(nullptr), 1);
+    for (const Place place : {Place::NotesBar, Place::NotesStep})
+        notes->addLayout(m_rows[place] = new FlowRow(nullptr, kGap, kGroupGap));
 }
 
 void frmMain::Put(QWidget* widget, Place place) {
@@ -134,26 +141,43 @@ void frmMain::Put(QWidget* widget, Place place) {
         widget->setParent(m_area);
         break;
     default:
-        m_bars.at(place)->addWidget(widget);
+        if (const auto row = m_rows.find(place); row != m_rows.end())
+            row->second->Add(widget, static_cast<int>(place));
+        else
+            m_bars.at(place)->addWidget(widget);
         break;
     }
 }
 
-void frmMain::StyleControls() {
-    MainControls& c = m_controls;
+// What is not the window's own font, made anew when that changes.
+void frmMain::StyleFonts() {
+    const MainControls& c = m_controls;
     // Courier New or, where it is missing, its like.
     QFont fixed(QStringLiteral("Courier New"));
     fixed.setStyleHint(QFont::TypeWriter);
     fixed.setPointSizeF(font().pointSizeF());
     c.List1->setFont(fixed);
+    c.LogText->setFont(fixed);
+    QFont bold = font();
+    bold.setBold(true);
+    c.LastLabel->setFont(bold);
+    c.PreviewLabel->setFont(bold);
+    c.LabelNavKeys->setFixedSize(fontMetrics().height() * 2, fontMetrics().height() / 2);
+}
+
+void frmMain::StyleControls() {
+    MainControls& c = m_controls;
+    StyleFonts();
     c.List1->setUniformItemSizes(true);
     c.List1->setTextElideMode(Qt::ElideNone); // a long line is scrolled to, not cut
     c.LogText->setReadOnly(true);
-    c.LogText->setFont(fixed);
     c.LogText->setLineWrapMode(QPlainTextEdit::NoWrap);
     c.FileDateText->setReadOnly(true);
     c.FileDateText->setFocusPolicy(Qt::ClickFocus);
     c.NotesBox->setTabChangesFocus(true);
+    c.FileListBox->setMinimumHeight(4 * fontMetrics().lineSpacing());
+    c.FolderTreeview1->setMinimumHeight(3 * fontMetrics().lineSpacing());
+    c.NotesBox->setMinimumHeight(3 * fontMetrics().lineSpacing());
     // A name of any length takes what room there is.
     c.NotesFrame->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     c.LabelNavKeys->setAutoFillBackground(true);
@@ -163,15 +187,10 @@ void frmMain::StyleControls() {
     QSizePolicy kept = c.LabelNavKeys->sizePolicy();
     kept.setRetainSizeWhenHidden(true); // the texts beside it stand still
     c.LabelNavKeys->setSizePolicy(kept);
-    c.LabelNavKeys->setFixedSize(fontMetrics().height() * 2, fontMetrics().height() / 2);
     c.Label_error->setWordWrap(true);
     c.Label_error->setAutoFillBackground(true);
     c.Label_error->setFrameShape(QFrame::Box);
     c.Label_error->setContentsMargins(6, 4, 6, 4);
-    QFont bold = font();
-    bold.setBold(true);
-    c.LastLabel->setFont(bold);
-    c.PreviewLabel->setFont(bold);
     c.FolderChangedLabel->hide();
     for (QWidget* hidden : std::initializer_list<QWidget*>{
              c.LastLabel, c.CropLabel, c.PreviewLabel, c.LabelNavKeys, c.Label_error,
@@ -181,32 +200,118 @@ void frmMain::StyleControls() {
         hidden->hide();
 }
 
-// What the fonts ask for; the sum of it is the least size of the window.
+// The texts of the row change with every picture; its height does not.
+void frmMain::ReserveInfo() {
+    const MainControls& c = m_controls;
+    const auto reserve = [this](const QLabel* label, const char* longest) {
+        constexpr int kGround = 8; // some texts bring a ground of their own
+        m_rows[Place::Info]->Reserve(
+            label, label->fontMetrics().horizontalAdvance(QString::fromLatin1(longest)) + kGround);
+    };
+    m_rows[Place::View]->Reserve(c.CloseOneToOneButton, 3 * fontMetrics().height());
+    reserve(c.LastLabel, "Last Picture");
+    reserve(c.CropLabel, "Cropped");
+    reserve(c.TextNumOf, "00000 of 00000");
+    reserve(c.PreviewLabel, "Preview picture is full size cropped if needed");
+    reserve(c.SizeText, "00000 x 00000");
+    reserve(c.MpixelText, "000.0 Mp");
+    reserve(c.FileSizeText, "000,000 KB");
+}
+
+// What the fonts ask for; the sum of it is the least size of the window, as far as the screen
+// goes. On a smaller one the rows wrap and the panel is lower.
 void frmMain::Measure() {
     const int em = fontMetrics().horizontalAdvance(QLatin1Char('0'));
     const int line = fontMetrics().height();
-    m_measures.treeWidth =
-        std::max(m_folderBar->minimumSizeHint().width(), m_listSide->minimumSizeHint().width());
-    m_measures.treeWidth = std::max(m_measures.treeWidth, 32 * em);
-    m_measures.folderBarHeight = m_folderBar->sizeHint().height();
-    m_measures.toolsHeight = m_tools->sizeHint().height();
-    m_measures.notesWidth = std::max(m_notes->minimumSizeHint().width(), 48 * em);
-    const int row = QFontMetrics(m_controls.List1->font()).height();
-    m_measures.panelHeight = 13 * row + 16;
-    m_measures.messageHeight = m_controls.FileDateText->sizeHint().height();
-    const int width = m_measures.treeWidth + 16 + m_tools->minimumSizeHint().width();
-    const int height = m_measures.toolsHeight + 20 * line + m_measures.panelHeight +
-                       m_measures.messageHeight + menuBar()->sizeHint().height() +
-                       statusBar()->sizeHint().height();
-    m_design = QSize(std::max(width, menuBar()->sizeHint().width()), height);
-    m_design = m_design.boundedTo(screen()->availableSize());
+    const auto widest = [this](std::initializer_list<Place> places) {
+        int width = 0;
+        for (const Place place : places) width = std::max(width, m_rows[place]->LineWidth());
+        return width;
+    };
+    LayoutMeasures& m = m_measures;
+    m.treeWidth = std::max(widest({Place::FolderBar, Place::Classes, Place::ListBar}), 32 * em);
+    m.notesWidth = std::max(widest({Place::NotesBar, Place::NotesStep}) + 6, 48 * em);
+    m.panelHeight = 13 * QFontMetrics(m_controls.List1->font()).height() + 16;
+    m.messageHeight = m_controls.FileDateText->sizeHint().height();
+    const int toolsWidth = widest({Place::Step, Place::Slides});
+    m.folderBarHeight = m_folderBar->heightForWidth(m.treeWidth);
+    m.toolsHeight = m_tools->heightForWidth(toolsWidth);
+    m_designArea = QSize(std::max(m.treeWidth + 16 + toolsWidth, m.notesWidth + 48 * em),
+                         m.toolsHeight + 20 * line + m.panelHeight + m.messageHeight);
+
+    m_least = m;
+    m_least.treeWidth = std::min(m.treeWidth, 24 * em);
+    m_least.notesWidth = std::min(m.notesWidth, 30 * em);
+    m_least.treeWidth = std::max(m_least.treeWidth, m_listSide->minimumSizeHint().width());
+    m_leastWidth = m_least.treeWidth + 16 + std::max(36 * em, m_tools->minimumSizeHint().width());
+    SetLeastArea(m_scroll->size());
+
+    const QSize bars(0, menuBar()->sizeHint().height() + statusBar()->sizeHint().height());
+    m_design = (m_designArea + bars).expandedTo(QSize(menuBar()->sizeHint().width(), 0));
+    constexpr int kFrame = 12; // that window managers draw, both sides
+    const QSize frame(kFrame, style()->pixelMetric(QStyle::PM_TitleBarHeight) + kFrame);
+    m_design = m_design.boundedTo(screen()->availableSize() - frame);
     setMinimumSize(m_design);
 }
 
+// The note's controls and two lines of its text.
+int frmMain::LeastPanel(int notesWidth) const {
+    return std::min(m_measures.panelHeight, m_notes->layout()->minimumHeightForWidth(notesWidth));
+}
+
+// The list and the rows around it, which may wrap.
+int frmMain::LeastListSide(int width) const {
+    return m_listSide->layout()->minimumHeightForWidth(width);
+}
+
+// What an area must have: its least width, and at the width it gets a height that leaves some lines
+// to the picture. Below that the window scrolls.
+void frmMain::SetLeastArea(QSize outside) {
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    const int width = std::max(outside.width() - bar, m_leastWidth);
+    const LayoutMeasures m = MeasuresFor(QSize(width, 0));
+    const int right = m.toolsHeight + 8 * fontMetrics().height();
+    const int left = m.folderBarHeight + 5 * fontMetrics().height() + LeastListSide(m.treeWidth);
+    m_area->setMinimumSize(m_leastWidth, std::max(left, right) + m.panelHeight + m.messageHeight);
+}
+
+LayoutMeasures frmMain::MeasuresFor(QSize area) const {
+    LayoutMeasures m = m_measures;
+    // A narrow window takes from the tree first, a low one from the panel.
+    const int lack = m_designArea.width() - area.width();
+    if (lack > 0) {
+        m.treeWidth = std::max(m_least.treeWidth, m.treeWidth - lack);
+        m.notesWidth = std::clamp(area.width() / 2, m_least.notesWidth, m.notesWidth);
+    }
+    m.folderBarHeight = m_folderBar->heightForWidth(m.treeWidth);
+    m.toolsHeight = m_tools->heightForWidth(area.width() - m.treeWidth - 16);
+    const int less = m_designArea.height() + m.toolsHeight - m_measures.toolsHeight - area.height();
+    if (less > 0)
+        m.panelHeight = std::clamp(m.panelHeight - less, LeastPanel(m.notesWidth), m.panelHeight);
+    return m;
+}
+
+// What the scroll area will give to it.
+QSize frmMain::AreaInside(QSize outside) {
+    SetLeastArea(outside);
+    const QSize least = m_area->minimumSize();
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    QSize inside = outside;
+    if (inside.height() < least.height()) inside.rwidth() -= bar;
+    if (inside.width() < least.width()) inside.rheight() -= bar;
+    return inside.expandedTo(least);
+}
+
 void frmMain::LayOutNow() {
-    if (!isVisible()) layout()->activate(); // bars and area have no size yet
+    if (!isVisible()) { // bars and area have no size yet
+        layout()->activate();
+        m_area->resize(AreaInside(m_scroll->size()));
+    }
     m_laidOut = m_area->size();
-    const MainLayout l = LayOut(m_laidOut, m_measures);
+    const LayoutMeasures measures = MeasuresFor(m_laidOut);
+    m_toolsHeight = measures.toolsHeight;
+    const MainLayout l = LayOut(m_laidOut, measures);
+    m_listSide->setMinimumHeight(LeastListSide(l.splitter.width()));
     m_folderBar->setGeometry(l.folderBar);
     m_splitter->setGeometry(l.splitter);
     m_tools->setGeometry(l.tools);
@@ -219,7 +324,7 @@ void frmMain::LayOutNow() {
 
 void frmMain::PlacePanes(const QRect& area) {
     const MainControls& c = m_controls;
-    const int video = m_videoFrame->sizeHint().height();
+    const int video = m_videoFrame->heightForWidth(area.width());
     c.Picture1->setGeometry(area);
     c.WebBrowser1->setGeometry(area);
     c.LogText->setGeometry(area);
@@ -260,7 +365,14 @@ double frmMain::ChangeListFont(double by) {
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_scroll && event->type() == QEvent::Resize) SetLeastArea(m_scroll->size());
     if (watched == m_area && event->type() == QEvent::Resize && m_area->size() != m_laidOut) {
+        LayOutNow();
+        if (onResize) onResize();
+    }
+    // A button has come or got another name, and the rows may have to wrap.
+    if (watched == m_tools && event->type() == QEvent::LayoutRequest && isVisible() &&
+        MeasuresFor(m_laidOut).toolsHeight != m_toolsHeight) {
         LayOutNow();
         if (onResize) onResize();
     }
@@ -271,6 +383,8 @@ void frmMain::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
         if (!m_tools || !m_controls.FileDateText) return;
+        StyleFonts();
+        ReserveInfo();
         Measure();
         LayOutNow();
         if (onResize) onResize();

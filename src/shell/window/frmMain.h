@@ -11,11 +11,13 @@
 #include <map>
 
 class QBoxLayout;
+class QScrollArea;
 class QSplitter;
 
 namespace tarn {
 
 class Files;
+class FlowRow;
 
 class frmMain : public QMainWindow {
     Q_OBJECT
@@ -53,10 +55,18 @@ private:
     void Put(QWidget* widget, Place place);
     void StyleControls();
     void Measure();
+    void StyleFonts();
+    void ReserveInfo();
+    int LeastPanel(int notesWidth) const;
+    int LeastListSide(int width) const;
+    void SetLeastArea(QSize outside);
+    QSize AreaInside(QSize outside);
+    LayoutMeasures MeasuresFor(QSize area) const;
     void PlacePanes(const QRect& area);
 
     MainControls& m_controls;
-    QWidget* m_area = nullptr; // what the layout divides
+    QScrollArea* m_scroll = nullptr; // shows bars only on a screen too small for the least area
+    QWidget* m_area = nullptr;       // what the layout divides
     QWidget* m_folderBar = nullptr;
     QSplitter* m_splitter = nullptr; // vbuSplitter
     QWidget* m_listSide = nullptr;
@@ -65,10 +75,15 @@ private:
     QWidget* m_videoFrame = nullptr;
     QWidget* m_exif = nullptr;
     QWidget* m_notes = nullptr;
-    std::map<Place, QBoxLayout*> m_bars;
-    LayoutMeasures m_measures;
+    std::map<Place, QBoxLayout*> m_bars; // of one control each
+    std::map<Place, FlowRow*> m_rows;
+    LayoutMeasures m_measures; // of the design size
+    LayoutMeasures m_least;    // of the smallest area
+    QSize m_designArea;
     QSize m_design;
     QSize m_laidOut;
+    int m_leastWidth = 0;
+    int m_toolsHeight = 0; // as laid out
 };
 
 } // namespace tarn

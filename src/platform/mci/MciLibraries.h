@@ -1,0 +1,12 @@
+// Versions of the libraries that play clips: who links one adds its row.
+#pragma once
+
+#include "platform/Libraries.h"
+
+#include <vector>
+
+namespace tarn {
+
+std::vector<Library> MciLibraries();
+
+} // namespace tarn

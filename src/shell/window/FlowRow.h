@@ -1,0 +1,58 @@
+// A row of controls that goes on in a further line where the window is too narrow for one.
+#pragma once
+
+#include <QLayout>
+
+#include <vector>
+
+namespace tarn {
+
+class FlowRow : public QLayout {
+public:
+    // Gaps in logical pixels, between controls and between groups of them.
+    FlowRow(QWidget* on, int gap, int groupGap);
+    ~FlowRow() override;
+
+    // A control of another group than the one before stands off from it.
+    void Add(QWidget* widget, int group);
+
+    // What a text may grow to: room is kept for it, also while it is hidden, so that nothing moves
+    // with each picture.
+    void Reserve(const QWidget* widget, int width);
+
+    // Width at which all controls stand in one line at their least widths.
+    int LineWidth() const;
+
+    void addItem(QLayoutItem* item) override;
+    int count() const override { return int(m_cells.size()); }
+    QLayoutItem* itemAt(int index) const override;
+    QLayoutItem* takeAt(int index) override;
+    bool hasHeightForWidth() const override { return true; }
+    int heightForWidth(int width) const override;
+    QSize sizeHint() const override;
+    QSize minimumSize() const override;
+    Qt::Orientations expandingDirections() const override { return {}; }
+    void setGeometry(const QRect& rect) override;
+
+private:
+    struct Cell {
+        QLayoutItem* item;
+        int group;
+        int reserved = 0; // least width that is counted on
+    };
+    struct Placed {
+        QLayoutItem* item;
+        QRect place;
+    };
+    // Where everything stands in so wide a row; `height` is what it takes.
+    std::vector<Placed> Place(int width, bool all, int& height) const;
+    static bool Counts(const Cell& cell);
+    int GapBefore(std::size_t cell, const Cell* before) const;
+
+    std::vector<Cell> m_cells;
+    int m_gap;
+    int m_groupGap;
+    int m_group = 0; // of the control being added
+};
+
+} // namespace tarn

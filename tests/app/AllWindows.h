@@ -1,0 +1,154 @@
+// Every window of the program, one after the other, filled as in use.
+#pragma once
+
+#include "AppDesk.h"
+
+#include "print/frmPrintPreview.h"
+#include "slides/frmSlideShow.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QTimer>
+
+#include <filesystem>
+#include <functional>
+#include <set>
+#include <string>
+
+namespace tarn::testing {
+
+struct WindowsDesk : AppDesk {
+    using Visit = std::function<void(const std::string& name, QWidget& window)>;
+
+    TestFolder notes;
+    TestFolder paper;
+
+    WindowsDesk() {
+        const std::string head = CanonPicture(); // with its date, the picture behind
+        const std::string dated =
+            head.substr(0, head.size() - 2) + JpegBytes(TellTale(1800, 1200)).substr(2);
+        for (const char* name : {"M31_0421.jpg", "M31_0422.jpg", "M42_0431.jpg", "Saturn_0007.jpg"})
+            folder.Write(name, dated);
+        folder.Write("broken.jpg", "no picture at all");
+        folder.Write("guiding.log", "12:00:01 guiding started\n12:00:03 dither\n");
+        folder.Write("page.html", "<html><body><h1>A page</h1></body></html>");
+        notes.Write("M31_0421.enf", "Andromeda, 12 x 300 s\r\nGood seeing, moon 20%\r\n");
+        settings->Write("notes_folder", notes.Path());
+    }
+
+    // Opens each window, hands it over when it stands, and puts it away.
+    void Each(const Visit& visit) {
+        Start(folder.Path() + "/M31_0421.jpg");
+        QCoreApplication::processEvents();
+        visit("frmMain", house.window);
+        m_visit = &visit;
+        ShowFaults();
+        const MainControls& c = house.controls;
+        Entry("frmBrightness", c.AdjustButton);
+        Button("FrmPic", c.ViewButton);
+        Button("frmOnetoOne", c.OneToOneButton);
+        Button("frmFilter", c.FilesFilterButton2);
+        Entry("frmFileTypes", c.SetFileTypesButton);
+        Button("FrmNewNotes", c.CommandNotesNew, false);
+        In<QPushButton>("FrmNewNotes", "CommandCalcExposure")->click();
+        Hand("frmExpCalc");
+        Put("FrmNewNotes");
+        Entry("frmNotesFolder", c.DisplayNotesFolderButton);
+        Entry("frmRename", c.RenameButton);
+        Entry("frmDuplicate", c.DuplicateButton);
+        Entry("frmRenameFiles", c.RenamePicturesButton);
+        Entry("frmDate", c.FixPictureDateButton);
+        Entry("frmCaption", c.ConvertJpgSetText);
+        c.CreateAppendHtmlFile->trigger();
+        Hand("frmHtmlLayout", false);
+        dialogs.answers = {folder.Path() + "/page_of_pictures.html"};
+        In<QPushButton>("frmHtmlLayout", "CreateButton_1")->click();
+        Hand("frmHtmlLayout");
+        dialogs.answers = {folder.Path() + "/gallery.html"};
+        Entry("frmHtmlThumb", c.HtmlThumbButton);
+        Entry("frmThumbFolder", c.ThumbFolderButton);
+        Entry("frmLogs", c.ShowLogsButton);
+        Entry("frmHelp", c.HelpSlideButton);
+        Entry("frmAbout", c.VersionButton);
+        Waiting("frmSlideDelay", c.SetSlideShowAutoUpdateButton);
+        Preview();
+        Show("frmSlideShow", c.SlideButton);
+        Show("frmSlideShow-4", c.Slides4Button);
+        m_visit = nullptr;
+    }
+
+    template <typename Widget> Widget* In(const char* window, const char* name) {
+        QWidget* found = Up(window);
+        return found ? found->findChild<Widget*>(QString::fromLatin1(name)) : nullptr;
+    }
+
+    static QWidget* Up(const std::string& name) {
+        for (QWidget* each : QApplication::topLevelWidgets())
+            if (each->objectName().toStdString() == name && each->isVisible()) return each;
+        return nullptr;
+    }
+
+private:
+    // The main window with a file that cannot be shown, then with a cut picture.
+    void ShowFaults() {
+        house.navigation.ClearMultiselect();
+        house.navigation.SelectRow(house.controls.FileListBox->RowOf("broken.jpg"));
+        QCoreApplication::processEvents();
+        (*m_visit)("frmMain-error", house.window);
+        house.navigation.ClearMultiselect();
+        house.navigation.SelectRow(house.controls.FileListBox->RowOf("M31_0421.jpg"));
+        house.controls.OneXcheck->setChecked(true);
+        house.controls.ListPicturesButton->click();
+        QCoreApplication::processEvents();
+        (*m_visit)("frmMain-cut", house.window);
+        house.controls.ListPicturesButton->click();
+        house.controls.OneXcheck->setChecked(false);
+        QCoreApplication::processEvents();
+    }
+    void Hand(const std::string& name, bool close = true) {
+        for (int i = 0; i < 3; ++i) QCoreApplication::processEvents(); // sizes settle
+        QWidget* window = Up(name);
+        ASSERT_TRUE(window) << name << " did not come up";
+        (*m_visit)(name, *window);
+        if (close) Put(name);
+    }
+    void Put(const std::string& name) {
+        if (QWidget* window = Up(name)) window->close();
+        QCoreApplication::processEvents();
+    }
+    void Entry(const std::string& name, QAction* entry) {
+        ASSERT_TRUE(entry->isEnabled()) << name;
+        entry->trigger();
+        Hand(name);
+    }
+    void Button(const std::string& name, QPushButton* button, bool close = true) {
+        ASSERT_TRUE(button->isEnabled()) << name;
+        button->click();
+        Hand(name, close);
+    }
+    // A window that is answered before its command returns.
+    void Waiting(const std::string& name, QAction* entry) {
+        QTimer::singleShot(0, [this, name] { Hand(name); });
+        entry->trigger();
+    }
+    void Preview() {
+        house.controls.PrintPreviewButton->trigger();
+        dialogs.answers = {paper.Path() + "/sheet.pdf"};
+        house.controls.Printc4Button->trigger();
+        Hand("frmPrintPreview");
+    }
+    void Show(const std::string& name, QPushButton* button) {
+        events.onPump = [this, name] {
+            if (!house.slides.Window() || !house.state.Slideloop) return;
+            house.slides.Window()->repaint();
+            (*m_visit)(name, *house.slides.Window());
+            house.slides.SlideDone();
+        };
+        button->click();
+        events.onPump = nullptr;
+    }
+
+    const Visit* m_visit = nullptr;
+};
+
+} // namespace tarn::testing
