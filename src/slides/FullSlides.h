@@ -67,8 +67,8 @@ private:
     int m_startRow;               // and its row
     bool m_walksSelected = false; // the selected files; else the list
     SlideSequence m_sequence;
-    bool m_shown = false; // a slide was
-    tarn::Turn m_turn;    // by keys, since the slide was read
+    bool m_shown = false;  // a slide was
+    tarn::Turn m_turn;     // by keys, since the slide was read
     int m_orientation = 1; // of the slide, by the camera, still to be done
     SlideMove m_move = SlideMove::Next;
     bool m_back = false;   // what cannot be shown is passed over backwards

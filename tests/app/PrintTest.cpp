@@ -6,8 +6,8 @@
 
 #include <QAction>
 #include <QLabel>
-#include <QStatusBar>
 #include <QPlainTextEdit>
+#include <QStatusBar>
 
 #include <filesystem>
 
