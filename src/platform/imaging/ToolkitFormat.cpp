@@ -78,7 +78,7 @@ std::string ProfileOfPng(std::FILE* file) {
     const std::size_t chunk = bytes.substr(0, bytes.find("IDAT")).find("iCCP");
     if (chunk == std::string::npos || chunk < 4) return {};
     const auto length = qFromBigEndian<std::uint32_t>(&bytes[chunk - 4]);
-    const std::string data = bytes.substr(chunk + 4, length);
+    std::string data = bytes.substr(chunk + 4, length);
     const std::size_t nameEnd = data.substr(0, kLongestName).find('\0');
     if (nameEnd == std::string::npos || nameEnd + 2 > data.size()) return data;
     QByteArray packed(4, '\0');
