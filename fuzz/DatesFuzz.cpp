@@ -35,12 +35,12 @@ void TryPicture(std::string_view bytes) {
     reader.ReadCameraDate(info);
     if (info.NoExif) return;
     TryText(info.CameraDate);
-    Demand(info.CameraDateOffset >= 0 && info.PictureDataOffset >= 0);
     const auto position = static_cast<std::size_t>(info.CameraDateOffset + info.PictureDataOffset);
     MemoryFiles files;
     files.bytes = bytes;
     DateAt(files, "x", position);
     const auto done = WriteDate(files, "x", position, info.CameraDate, std::string(kNew));
+    Demand(position < kDateReach || done.result == DateWriting::OutOfReach);
     std::string expected(bytes);
     if (done.result == DateWriting::Written) expected.replace(position, kNew.size(), kNew);
     Demand(files.bytes == expected);

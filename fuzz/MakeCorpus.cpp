@@ -43,12 +43,16 @@ void AddPictures(Corpus& corpus) {
     add("canon", CanonPicture());
     add("nikon", NikonPicture());
     add("tiff", tiff);
+    std::string unfit = "MM\0*\0\0\0\x08\0\4"s; // its last offset is far below 0
+    for (int i = 0; i < 4; ++i) unfit += "\x90\3\0\2\0\0\0\xFF\0\0\xFF\xFF"s;
+    corpus.Add("dates", "before_start", unfit + std::string(40, '\0'));
     corpus.Add("dates", "text", "2004:06:22 20:15:30");
 
     for (const auto& [name, start] :
          {std::pair{"jpeg", "\xFF\xD8\xFF\xE1"s},
           {"fits", "SIMPLE  =                    T"s},
           {"raw", "II*\0\x10\0\0\0CR\2\0"s},
+          {"raw_cut", "II*\0"s},
           {"raw_open", "II*\0\x08\0\0\0\1\0\x12\xC6\1\0\4\0\0\0\1\4\0\0"s},
           {"raw_reduced", "MM\0*\0\0\0\x08\0\2\0\xFE\0\4\0\0\0\1\0\0\0\1"
                           "\1\x4A\0\4\0\0\0\1\0\0\2\0"s},
@@ -79,6 +83,7 @@ void AddTelescopes(Corpus& corpus) {
                    "DATE-OBS= '2024-11-05T21:14:33.5'\nEXPTIME =                 30.0\n"
                    "BAYERPAT= 'RGGB    '\nROWORDER= 'TOP-DOWN'\nEND\n-" +
                    samples);
+    corpus.Add("fits", "huge", "L" + cards + "BZERO   =               1.0E+30\nEND\n-" + samples);
     corpus.Add("fits", "blank", "L" + cards + "BLANK   =                    7\nEND\n-" + samples);
     corpus.Add("fits", "cut", "L" + cards + "END\n-");
     corpus.Add("fits", "floats",
@@ -94,19 +99,26 @@ void AddTelescopes(Corpus& corpus) {
                "NAXIS2  =                    6\nPCOUNT  =                    0\n"
                "GCOUNT  =                    1\nEND\n-" +
                    samples);
-    corpus.Add("fits", "packed",
-               "LSIMPLE  =                    T\nBITPIX  =                    8\n"
-               "NAXIS   =                    0\nEXTEND  =                    T\nEND\n+"
-               "XTENSION= 'BINTABLE'\nBITPIX  =                    8\n"
-               "NAXIS   =                    2\nNAXIS1  =                    8\n"
-               "NAXIS2  =                    6\nPCOUNT  =                   60\n"
-               "GCOUNT  =                    1\nTFIELDS =                    1\n"
-               "TTYPE1  = 'COMPRESSED_DATA'\nTFORM1  = '1PB(10) '\n"
-               "ZIMAGE  =                    T\nZCMPTYPE= 'RICE_1  '\n"
-               "ZBITPIX =                   16\nZNAXIS  =                    2\n"
-               "ZNAXIS1 =                    8\nZNAXIS2 =                    6\n"
-               "ZTILE1  =                    8\nZTILE2  =                    1\nEND\n-" +
-                   "\0\0\0\x0A\0\0\0\0"s + samples);
+    const std::string packed =
+        "LSIMPLE  =                    T\nBITPIX  =                    8\n"
+        "NAXIS   =                    0\nEXTEND  =                    T\nEND\n+"
+        "XTENSION= 'BINTABLE'\nBITPIX  =                    8\n"
+        "NAXIS   =                    2\nNAXIS1  =                    8\n"
+        "NAXIS2  =                    6\nPCOUNT  =                   60\n"
+        "GCOUNT  =                    1\nTFIELDS =                    1\n"
+        "TTYPE1  = 'COMPRESSED_DATA'\nTFORM1  = '1PB(10) '\n"
+        "ZIMAGE  =                    T\nZCMPTYPE= 'RICE_1  '\n"
+        "ZBITPIX =                   16\nZNAXIS  =                    2\n"
+        "ZNAXIS1 =                    8\nZNAXIS2 =                    6\n"
+        "ZTILE1  =                    8\nZTILE2  =                    1\n"
+        "ZNAME1  = 'BLOCKSIZE'\nZVAL1   =                   32\n"
+        "ZNAME2  = 'BYTEPIX'\nZVAL2   =                    2\nEND\n-";
+    std::string rows; // six, each of the same ten bytes
+    for (int i = 0; i < 6; ++i) rows += "\0\0\0\x0A\0\0\0\0"s;
+    corpus.Add("fits", "packed", packed + rows + samples);
+    const std::string broken = "= " + std::string(40, '\xFF');
+    corpus.Add("fits", "no_number",
+               std::string(packed).replace(packed.find("ZNAXIS2 ") + 8, 2, broken));
 
     SerClip clip;
     clip.width = 4;

@@ -55,7 +55,8 @@ template <typename Sample> SampledValues SampledOf(const FitsSamples& samples, c
             samples.header.mosaic
                 ? std::size_t(samples.header.pattern[inPlane / width % 2 * 2 + inPlane % width % 2])
                 : i / samples.PerPlane();
-        values[colour].push_back(float(samples.zero + samples.scale * from[i]));
+        const auto value = float(samples.zero + samples.scale * from[i]);
+        if (std::isfinite(value)) values[colour].push_back(value);
     }
     return values;
 }
@@ -82,8 +83,10 @@ template <typename Sample> ValueRange RangeOf(const FitsSamples& samples, const 
     double low = samples.zero + samples.scale * double(least);
     double high = samples.zero + samples.scale * double(most);
     if (samples.scale < 0) std::swap(low, high);
-    if (least > most || (low >= 0 && high <= 1)) return {0, 1};
-    return {low, high > low ? high : low + 1};
+    if (least > most || (low >= 0 && high <= 1) || !std::isfinite(high - low)) return {0, 1};
+    if (high > low) return {low, high};
+    constexpr double kMost = std::numeric_limits<double>::max();
+    return {low, std::max(low + 1, std::nextafter(low, kMost))}; // of large ones 1 is no part
 }
 
 } // namespace
@@ -123,7 +126,7 @@ template <typename Sample> void FitsPixels::Take(const FitsSamples& samples, con
     for (std::size_t i = 0; i < sampled.size(); ++i) {
         for (std::size_t at = 0; at < sampled[i].size(); at += kHistogramStep) {
             const double inRange = (sampled[i][at] - m_range.low) / (m_range.high - m_range.low);
-            const double place = PlaceOf(std::clamp(inRange, 0.0, 1.0));
+            const double place = PlaceOf(inRange > 0 ? std::min(inRange, 1.0) : 0.0);
             ++m_histogram[std::size_t(std::min(kBins - 1, int(place * kBins)))];
         }
         statistics[i] = StatisticsOf(sampled[i]);
