@@ -14,7 +14,7 @@ if(TARN_SANITIZE)
   target_link_options(tarn_options INTERFACE -fsanitize=address,undefined)
 endif()
 if(TARN_FUZZ)
-  target_compile_options(tarn_options INTERFACE -fsanitize=fuzzer-no-link,address,undefined)
+  target_compile_options(tarn_options INTERFACE -fsanitize=fuzzer-no-link,address,undefined,float-cast-overflow)
   target_link_options(tarn_options INTERFACE -fsanitize=address,undefined)
 endif()
 

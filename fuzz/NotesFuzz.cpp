@@ -1,18 +1,15 @@
 // Takes the input for a note, for a format file and for the drafts of an earlier run.
+#include "Demand.h"
+#include "Input.h"
+
 #include "common/codepage.h"
 #include "notes/Drafts.h"
 #include "notes/NoteFormats.h"
 #include "notes/NoteText.h"
 
-#include <cstdint>
-#include <cstdlib>
-#include <string>
+using tarn::fuzz::Demand;
 
 namespace {
-
-void Demand(bool condition) {
-    if (!condition) std::abort();
-}
 
 void TryNote(const std::string& bytes) {
     Demand(tarn::ToCodePage(tarn::FromCodePage(bytes)) == bytes);
@@ -40,7 +37,7 @@ void TryFormats(const std::string& bytes) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string bytes(reinterpret_cast<const char*>(data), size);
+    const std::string bytes = tarn::fuzz::Input(data, size).Rest();
     TryNote(bytes);
     TryFormats(bytes);
     const auto drafts = tarn::UnpackDrafts(bytes);

@@ -1,36 +1,14 @@
 // Reads the first half of the input as one picture and the second as the next, by both ways of
 // reading and with one reader, so that what a picture leaves behind is tried as well.
+#include "Demand.h"
+#include "Input.h"
+#include "MemoryFile.h"
+
 #include "pictureinfo/PictureInfoReader.h"
 
-#include <cstdint>
-#include <cstdlib>
-#include <string>
-#include <sys/mman.h>
-#include <unistd.h>
+using tarn::fuzz::Demand;
 
 namespace {
-
-// A file in memory, since the reader opens its pictures by name.
-class MemoryFile {
-public:
-    MemoryFile() : file_(::memfd_create("picture", MFD_CLOEXEC)) {}
-    ~MemoryFile() { ::close(file_); }
-    MemoryFile(const MemoryFile&) = delete;
-    MemoryFile& operator=(const MemoryFile&) = delete;
-
-    void Fill(const std::uint8_t* bytes, std::size_t size) const {
-        if (::ftruncate(file_, 0) != 0) std::abort();
-        if (::pwrite(file_, bytes, size, 0) != static_cast<ssize_t>(size)) std::abort();
-    }
-    std::string Path() const { return "/proc/self/fd/" + std::to_string(file_); }
-
-private:
-    int file_;
-};
-
-void Demand(bool condition) {
-    if (!condition) std::abort();
-}
 
 void ReadBothWays(tarn::PictureInfoReader& reader, tarn::PictureInfo& info) {
     reader.ReadPictureInfo(info);
@@ -42,15 +20,16 @@ void ReadBothWays(tarn::PictureInfoReader& reader, tarn::PictureInfo& info) {
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-    static const MemoryFile file;
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const tarn::fuzz::MemoryFile file;
+    const std::string bytes = tarn::fuzz::Input(data, size).Rest();
     tarn::PictureInfoReader reader;
     tarn::PictureInfo info;
     info.Filename = file.Path();
     const std::size_t half = size / 2;
-    file.Fill(bytes, half);
+    file.Fill(std::string_view(bytes).substr(0, half));
     ReadBothWays(reader, info);
-    file.Fill(bytes + half, size - half);
+    file.Fill(std::string_view(bytes).substr(half));
     ReadBothWays(reader, info);
     return 0;
 }

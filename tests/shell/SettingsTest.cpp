@@ -1,3 +1,4 @@
+#include "shell/settings/HistoryText.h"
 #include "shell/settings/Settings.h"
 #include "common/text.h"
 #include "platform/SettingsStore.h"

@@ -14,7 +14,7 @@ std::string DateAt(const Files& files, const std::string& path, std::size_t posi
 DateWritten WriteDate(Files& files, const std::string& path, std::size_t position,
                       const std::string& oldDate, const std::string& newBytes) {
     DateWritten done;
-    if (position + kCameraDateLength >= kDateReach) {
+    if (position >= kDateReach - kCameraDateLength) {
         done.result = DateWriting::OutOfReach;
         return done;
     }

@@ -57,7 +57,8 @@ bool IsRaw(std::string_view bytes) {
     if (bytes.substr(0, 12).ends_with("ftypcrx "sv)) return true;
     if (bytes.substr(0, 14).ends_with("HEAPCCDR"sv)) return true;
     if (!bytes.starts_with("II*\0"sv) && !bytes.starts_with("MM\0*"sv)) return false;
-    return bytes.substr(8).starts_with("CR\2"sv) || IsRawTiff(bytes);
+    return bytes.substr(std::min<std::size_t>(8, bytes.size())).starts_with("CR\2"sv) ||
+           IsRawTiff(bytes);
 }
 
 // The first box of HEIF and AVIF names the brands that the file is made for.

@@ -65,11 +65,11 @@ bool LogFile::Read(const std::string& path) {
     const std::size_t before = path == m_path ? m_read : 0;
     m_path = path;
     m_read = 0;
-    return ReadPart(0, std::max(before, kPartBytes));
+    return ReadPart(0, std::max(before, m_partBytes));
 }
 
 bool LogFile::ReadMore() {
-    return ReadPart(m_read, kPartBytes);
+    return ReadPart(m_read, m_partBytes);
 }
 
 bool LogFile::ReadPart(std::size_t from, std::size_t most) {

@@ -17,7 +17,9 @@ std::vector<std::string> LogNames(const Files& files, const std::string& folder)
 
 class LogFile {
 public:
-    explicit LogFile(const Files& files) : m_files(files) {}
+    // Parts of at least 4 bytes.
+    explicit LogFile(const Files& files, std::size_t partBytes = kPartBytes)
+        : m_files(files), m_partBytes(partBytes) {}
 
     // Reads the first part of a file into Text(); false as below.
     bool ReadFirst(const std::string& path);
@@ -36,6 +38,7 @@ private:
     bool ReadPart(std::size_t from, std::size_t most);
 
     const Files& m_files;
+    std::size_t m_partBytes;
     std::string m_path;
     std::string m_text;
     std::string m_error;

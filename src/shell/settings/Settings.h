@@ -24,10 +24,4 @@ bool SaveSettings(ProgramState& state, SettingsStore& store);
 // Keys in the order in which they are written.
 const std::vector<std::string>& WriteOrder();
 
-// Entries 0 to `high`, each followed by "+"; empty when `high` is below 1.
-std::string PackFolders(const SelectionState& state);
-std::string PackRows(const SelectionState& state);
-// Whole pairs of what was packed.
-void UnpackHistory(SelectionState& state, const std::string& folders, const std::string& rows);
-
 } // namespace tarn

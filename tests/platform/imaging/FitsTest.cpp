@@ -10,6 +10,7 @@
 
 #include <cmath>
 #include <limits>
+#include <numeric>
 #include <sstream>
 
 using namespace tarn;
@@ -80,6 +81,13 @@ TEST_F(FitsTest, RangeIsWhatTheNumbersCanHoldOrDoHold) {
     EXPECT_EQ(range(FitsBytes(-32, {2, 2}, [](auto i) { return double(i) - 1; })),
               (ValueRange{-1, 2}));
     EXPECT_EQ(range(FitsBytes(-32, {2, 2}, [](auto) { return 7; })), (ValueRange{7, 8}));
+    // Numbers so large that 1 more is the same.
+    for (const char* zero : {"1048576E15", "1267650600228229401496703205376", "-1E30", "1E308"}) {
+        const auto pixels = Read(FitsBytes(16, {2, 2}, Ramp, {{"BZERO", zero}}));
+        EXPECT_LT(pixels->Range().low, pixels->Range().high) << zero;
+        const auto& counts = pixels->Histogram();
+        EXPECT_LE(std::accumulate(counts.begin(), counts.end(), 0), 4) << zero;
+    }
 }
 
 // The first that has pixels; of more dimensions the first plane.
@@ -123,6 +131,36 @@ TEST_F(FitsTest, CutShortAnywhere) {
     // A size that only the header has.
     EXPECT_FALSE(Read(FitsBytes(-32, {1 << 20, 1 << 20}, nullptr)));
     EXPECT_NE(error, "");
+}
+
+// On these the library would end the program.
+TEST_F(FitsTest, WordsInPlaceOfAPackedSizeAreRefused) {
+    const auto read = [&](const std::string& name, const std::string& word) {
+        std::vector<FitsWord> words{{"TFIELDS", "1"},
+                                    {"TTYPE1", "'COMPRESSED_DATA'"},
+                                    {"TFORM1", "'1PB(10) '"},
+                                    {"ZIMAGE", "T"},
+                                    {"ZCMPTYPE", "'GZIP_1  '"},
+                                    {"ZBITPIX", "16"},
+                                    {"ZNAXIS", "2"},
+                                    {"ZNAXIS1", "8"},
+                                    {"ZNAXIS2", "6"},
+                                    {"ZTILE1", "8"}};
+        for (FitsWord& each : words)
+            if (each.name == name) each.value = word;
+        std::string part = FitsExtension(8, {8, 6}, Ramp, words);
+        part.replace(part.find("'IMAGE   '"), 10, "'BINTABLE'");
+        error.clear();
+        return ReadFitsHeader(folder.Write("a.fit", FitsBytes(8, {}, nullptr) + part), error);
+    };
+    EXPECT_TRUE(read("", "")) << error;
+    EXPECT_TRUE(read("ZCMPTYPE", "'GZIP_1'                             / how it is packed"));
+    for (const char* name : {"ZBITPIX", "ZNAXIS", "ZNAXIS2", "ZTILE1"})
+        for (const auto& word :
+             {"'" + std::string(27, 'x') + "'", std::string(60, '9'), std::string(29, 'x')}) {
+            EXPECT_FALSE(read(name, word)) << name << word;
+            EXPECT_NE(error.find("integer"), std::string::npos) << error;
+        }
 }
 
 TEST_F(FitsTest, WhatIsNoNumberIsBlackAndCountsForNothing) {

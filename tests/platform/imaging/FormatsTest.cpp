@@ -94,6 +94,10 @@ TEST(Raw, WhatIsRefusedIsSaidAndPlainTiffFilesAreNotMeant) {
         ImgX picture;
         EXPECT_NE(picture.LoadWithSystemReader(files.folder.Path() + "/a.jpg"), "") << length;
     }
+    for (std::size_t length = 0; length < 12; ++length) { // before the first list
+        files.Load(whole.substr(0, length));
+        EXPECT_NE(files.error, "") << length;
+    }
     EXPECT_EQ(Quarters(files.Load(PictureBytes(TellTale(40, 20), "TIFF")).SystemPicture()), "rgby");
     EXPECT_EQ(files.error, "");
 }

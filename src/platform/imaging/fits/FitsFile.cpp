@@ -1,5 +1,6 @@
 #include "platform/imaging/fits/FitsFile.h"
 
+#include "platform/imaging/fits/FitsCards.h"
 #include "platform/imaging/fits/TwoThreads.h"
 
 #include <algorithm>
@@ -58,7 +59,7 @@ std::string Printable(std::string text) {
 
 class Handle {
 public:
-    explicit Handle(const std::string& path) {
+    explicit Handle(const std::string& path) : m_path(path) {
         fits_open_diskfile(&m_file, path.c_str(), READONLY, &status);
         struct stat facts {};
         if (::stat(path.c_str(), &facts) == 0) m_bytes = facts.st_size;
@@ -86,8 +87,10 @@ public:
 
 private:
     bool IsPicture(bool& empty);
+    void MoveOn();
     std::string WordHere(const char* name);
 
+    const std::string& m_path;
     std::unique_lock<std::mutex> m_turn = MyTurn();
     fitsfile* m_file = nullptr;
     long long m_bytes = 0;
@@ -110,11 +113,18 @@ bool Handle::IsPicture(bool& empty) {
     return false;
 }
 
+void Handle::MoveOn() {
+    LONGLONG end = 0; // of this part, where the next one begins
+    fits_get_hduaddrll(m_file, nullptr, nullptr, &end, &status);
+    if (status == 0 && !HasReadableCards(m_path, end)) status = BAD_INTKEY;
+    fits_movrel_hdu(m_file, 1, nullptr, &status);
+}
+
 bool Handle::FindPicture(std::string& error) {
     bool empty = false;
     while (status == 0) {
         if (IsPicture(empty)) return true;
-        if (status == 0) fits_movrel_hdu(m_file, 1, nullptr, &status);
+        MoveOn();
         ++m_part;
     }
     const bool atEnd = m_part > 1 && (status == END_OF_FILE || status == READ_ERROR);

@@ -1,0 +1,209 @@
+// Writes inputs for the targets to begin with: a folder for each target into the folder given.
+#include "FitsFiles.h"
+#include "support/ExifBuilder.h"
+#include "video/SerWriter.h"
+
+#include "notes/Drafts.h"
+#include "platform/mci/SerFile.h"
+#include "web/SavedValues.h"
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+using namespace tarn;
+using namespace tarn::testing;
+using namespace std::string_literals;
+
+namespace {
+
+class Corpus {
+public:
+    explicit Corpus(std::string folder) : m_folder(std::move(folder)) {}
+
+    void Add(const std::string& target, const std::string& name, const std::string& bytes) {
+        std::filesystem::create_directories(m_folder + "/" + target);
+        std::ofstream file(m_folder + "/" + target + "/" + name, std::ios::binary);
+        file << bytes;
+        m_written = m_written && file.flush();
+    }
+    bool Written() const { return m_written; }
+
+private:
+    std::string m_folder;
+    bool m_written = true;
+};
+
+void AddPictures(Corpus& corpus) {
+    const std::string tiff = ExifBuilder(Endian::Big).Ascii(36867, "2004:06:22 20:15:30").Tiff();
+    const auto add = [&](const char* name, const std::string& picture) {
+        corpus.Add("picture_info", name, picture + picture);
+        corpus.Add("dates", name, picture);
+    };
+    add("canon", CanonPicture());
+    add("nikon", NikonPicture());
+    add("tiff", tiff);
+    std::string unfit = "MM\0*\0\0\0\x08\0\4"s; // its last offset is far below 0
+    for (int i = 0; i < 4; ++i) unfit += "\x90\3\0\2\0\0\0\xFF\0\0\xFF\xFF"s;
+    corpus.Add("dates", "before_start", unfit + std::string(40, '\0'));
+    corpus.Add("dates", "text", "2004:06:22 20:15:30");
+
+    for (const auto& [name, start] :
+         {std::pair{"jpeg", "\xFF\xD8\xFF\xE1"s},
+          {"fits", "SIMPLE  =                    T"s},
+          {"raw", "II*\0\x10\0\0\0CR\2\0"s},
+          {"raw_cut", "II*\0"s},
+          {"raw_open", "II*\0\x08\0\0\0\1\0\x12\xC6\1\0\4\0\0\0\1\4\0\0"s},
+          {"raw_reduced", "MM\0*\0\0\0\x08\0\2\0\xFE\0\4\0\0\0\1\0\0\0\1"
+                          "\1\x4A\0\4\0\0\0\1\0\0\2\0"s},
+          {"raw_box", "\0\0\0\x18"
+                      "ftypcrx "s},
+          {"heif", "\0\0\0\x18"
+                   "ftypheic"s},
+          {"avif", "\0\0\0\x18"
+                   "ftypavif"s},
+          {"jxl", "\0\0\0\x0CJXL \r\n\x87\n"s},
+          {"jxl_bare", "\xFF\x0A"s},
+          {"png", "\x89PNG\r\n"s}})
+        corpus.Add("format_of", name, start);
+    corpus.Add("format_of", "tiff", tiff.substr(0, 60));
+}
+
+// Lines as the target for such files reads them; a byte behind "END" says whether a part follows.
+void AddTelescopes(Corpus& corpus) {
+    const std::string cards = "SIMPLE  =                    T\nBITPIX  =                   16\n"
+                              "NAXIS   =                    2\nNAXIS1  =                    8\n"
+                              "NAXIS2  =                    6\n";
+    const std::string samples(96, '\x15');
+    corpus.Add("fits", "whole",
+               "F" + FitsBytes(8, {4, 2}, [](std::size_t i) { return double(i); }));
+    corpus.Add("fits", "words",
+               "L" + cards +
+                   "BZERO   =                32768\nOBJECT  = 'M 31    '\n"
+                   "DATE-OBS= '2024-11-05T21:14:33.5'\nEXPTIME =                 30.0\n"
+                   "BAYERPAT= 'RGGB    '\nROWORDER= 'TOP-DOWN'\nEND\n-" +
+                   samples);
+    corpus.Add("fits", "huge", "L" + cards + "BZERO   =               1.0E+30\nEND\n-" + samples);
+    corpus.Add("fits", "blank", "L" + cards + "BLANK   =                    7\nEND\n-" + samples);
+    corpus.Add("fits", "cut", "L" + cards + "END\n-");
+    corpus.Add("fits", "floats",
+               "LSIMPLE  =                    T\nBITPIX  =                  -32\n"
+               "NAXIS   =                    3\nNAXIS1  =                    2\n"
+               "NAXIS2  =                    2\nNAXIS3  =                    3\nEND\n-" +
+                   samples);
+    corpus.Add("fits", "parts",
+               "LSIMPLE  =                    T\nBITPIX  =                    8\n"
+               "NAXIS   =                    0\nEXTEND  =                    T\nEND\n+"
+               "XTENSION= 'IMAGE   '\nBITPIX  =                    8\n"
+               "NAXIS   =                    2\nNAXIS1  =                    8\n"
+               "NAXIS2  =                    6\nPCOUNT  =                    0\n"
+               "GCOUNT  =                    1\nEND\n-" +
+                   samples);
+    const std::string packed =
+        "LSIMPLE  =                    T\nBITPIX  =                    8\n"
+        "NAXIS   =                    0\nEXTEND  =                    T\nEND\n+"
+        "XTENSION= 'BINTABLE'\nBITPIX  =                    8\n"
+        "NAXIS   =                    2\nNAXIS1  =                    8\n"
+        "NAXIS2  =                    6\nPCOUNT  =                   60\n"
+        "GCOUNT  =                    1\nTFIELDS =                    1\n"
+        "TTYPE1  = 'COMPRESSED_DATA'\nTFORM1  = '1PB(10) '\n"
+        "ZIMAGE  =                    T\nZCMPTYPE= 'RICE_1  '\n"
+        "ZBITPIX =                   16\nZNAXIS  =                    2\n"
+        "ZNAXIS1 =                    8\nZNAXIS2 =                    6\n"
+        "ZTILE1  =                    8\nZTILE2  =                    1\n"
+        "ZNAME1  = 'BLOCKSIZE'\nZVAL1   =                   32\n"
+        "ZNAME2  = 'BYTEPIX'\nZVAL2   =                    2\nEND\n-";
+    std::string rows; // six, each of the same ten bytes
+    for (int i = 0; i < 6; ++i) rows += "\0\0\0\x0A\0\0\0\0"s;
+    corpus.Add("fits", "packed", packed + rows + samples);
+    const std::string broken = "= " + std::string(40, '\xFF');
+    corpus.Add("fits", "no_number",
+               std::string(packed).replace(packed.find("ZNAXIS2 ") + 8, 2, broken));
+
+    SerClip clip;
+    clip.width = 4;
+    clip.height = 2;
+    const std::vector<int> frame{0, 10, 20, 30, 40, 50, 60, 70};
+    clip.frames = {frame, frame};
+    clip.ticks = {1000, 2000};
+    corpus.Add("ser", "mono", SerBytes(clip));
+    clip.framesStated = 9;
+    corpus.Add("ser", "cut", SerBytes(clip));
+    clip.framesStated = -1;
+    clip.bits = 12;
+    clip.color = SerHeader::Gbrg;
+    corpus.Add("ser", "bayer", SerBytes(clip));
+    clip.color = SerHeader::Bgr;
+    clip.width = 2;
+    clip.height = 1;
+    for (auto& samplesOf : clip.frames) samplesOf.resize(6);
+    corpus.Add("ser", "colour", SerBytes(clip));
+}
+
+template <class Settings> std::string PageWith(const char* marker, const Settings& settings) {
+    PageText page;
+    page.Line("<html>");
+    page.Line(marker);
+    AddSavedValues(page, InPageBytes(settings));
+    page.Line("-->");
+    return page.Bytes();
+}
+
+void AddTexts(Corpus& corpus) {
+    corpus.Add("saved_values", "page", PageWith("<!--TarnView saved settings", HtmlSettings()));
+    corpus.Add("saved_values", "gallery", PageWith("<!--TarnView", GallerySettings()));
+    corpus.Add("saved_values", "short", "<!--TarnView\r\nA title\n-->");
+
+    corpus.Add("notes", "formatted",
+               "A first line\r\nTelescope:80 mm\r\nFilter:UHC\r\nLocation:Home\r\nDate:11/25/2026");
+    corpus.Add("notes", "quoted", "\"An old note\r\nof two lines\"\r\n");
+    corpus.Add("notes", "formats",
+               "A comment\r\nTelescope:80 mm f/6\nMount: fork:wedge\r\nLens:\r\n");
+    corpus.Add("notes", "drafts",
+               PackDrafts({{"/notes/M31.enf", "Unsaved\r\nlines"}, {"/notes/b.enf", ""}}));
+
+    const auto numbers = [](std::int64_t high, std::int64_t cur) {
+        std::string bytes;
+        AppendNumber(bytes, high, 4);
+        AppendNumber(bytes, cur, 4);
+        return bytes;
+    };
+    corpus.Add("history", "three", numbers(3, 2) + "+/a+/b b+/c+\n0+2+4+6+\n\0\1\2\3\0\0"s);
+    corpus.Add("history", "torn", numbers(2000, -1) + "+/a+/b\n0+x+\n\2\2\1\0"s);
+
+    corpus.Add("mci", "play",
+               "\x41Open \"/\" alias VidClip\nstatus VidClip length\nWindow VidClip handle 7\n"
+               "Where VidClip destination\nPut VidClip destination at 0 0 40 30\n"
+               "Play VidClip to 4\nPlay VidClip\nstatus VidClip position\npause VidClip\n"
+               "seek VidClip to end\nseek VidClip to 3\nseek VidClip to start\n"
+               "status VidClip record frame rate\nsetaudio VidClip on\nstop VidClip\n"
+               "close VidClip\n");
+    corpus.Add("mci", "faults",
+               "nOpen \"/\" alias VidClip\nOpen \"/none\" alias VidClip\nOpen \"\nPlay VidClip\n");
+    corpus.Add("video_text", "place", "0 0 640 480");
+    corpus.Add("video_text", "words", "Well, then? No. ! x");
+
+    corpus.Add("clipboard", "cut",
+               "cut\n1\nfile:///a%20b/M31.jpg\r\nfile://localhost/c\r\n# remark\r\n");
+    corpus.Add(
+        "clipboard", "others",
+        "copy\n0\nhttp://example.org/a\nfile:/d\nfile:e\nfile://elsewhere/f\nfile:///%00%f\n");
+
+    corpus.Add("log", "lines", "\2A first line\r\nand another one\n\nM\xC3\xA9ssier\n");
+    corpus.Add("log", "mark", "\xFF\xEF\xBB\xBFText behind a mark");
+    corpus.Add("log", "codepage", "\1M\xE9ssier 31\n\x80\n");
+    std::string endless = "\xFF";
+    for (int i = 0; i < 3000; ++i) endless += "\xE2\x82\xAC";
+    corpus.Add("log", "endless", endless);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 2) return 2;
+    Corpus corpus(argv[1]);
+    AddPictures(corpus);
+    AddTelescopes(corpus);
+    AddTexts(corpus);
+    return corpus.Written() ? 0 : 1;
+}

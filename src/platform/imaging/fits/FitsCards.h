@@ -1,0 +1,13 @@
+// A look at the cards of a header before the library sees them: it stops the whole program on some.
+#pragma once
+
+#include <string>
+
+namespace tarn {
+
+// Whether the header that begins at this byte of the file may be given to the library: where a
+// number about a packed picture cannot be read, it writes the word into a message too short for it.
+// True for a file that is not there, or without such a header.
+bool HasReadableCards(const std::string& path, long long begin);
+
+} // namespace tarn
