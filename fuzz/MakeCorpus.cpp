@@ -117,6 +117,7 @@ void AddTelescopes(Corpus& corpus) {
     for (int i = 0; i < 6; ++i) rows += "\0\0\0\x0A\0\0\0\0"s;
     corpus.Add("fits", "packed", packed + rows + samples);
     const std::string broken = "= " + std::string(40, '\xFF');
+    corpus.Add("fits", "no_size", std::string(packed).replace(packed.find("ZTILE1") + 29, 1, "0"));
     corpus.Add("fits", "no_number",
                std::string(packed).replace(packed.find("ZNAXIS2 ") + 8, 2, broken));
 
