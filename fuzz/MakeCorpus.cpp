@@ -47,6 +47,7 @@ void AddPictures(Corpus& corpus) {
     for (int i = 0; i < 4; ++i) unfit += "\x90\3\0\2\0\0\0\xFF\0\0\xFF\xFF"s;
     corpus.Add("dates", "before_start", unfit + std::string(40, '\0'));
     corpus.Add("dates", "text", "2004:06:22 20:15:30");
+    corpus.Add("dates", "below_zero", "2004:06:22 20:15:-3");
 
     for (const auto& [name, start] :
          {std::pair{"jpeg", "\xFF\xD8\xFF\xE1"s},
