@@ -47,6 +47,7 @@ void AddPictures(Corpus& corpus) {
     for (int i = 0; i < 4; ++i) unfit += "\x90\3\0\2\0\0\0\xFF\0\0\xFF\xFF"s;
     corpus.Add("dates", "before_start", unfit + std::string(40, '\0'));
     corpus.Add("dates", "text", "2004:06:22 20:15:30");
+    corpus.Add("dates", "below_zero", "2004:06:22 20:15:-3");
 
     for (const auto& [name, start] :
          {std::pair{"jpeg", "\xFF\xD8\xFF\xE1"s},
@@ -117,6 +118,7 @@ void AddTelescopes(Corpus& corpus) {
     for (int i = 0; i < 6; ++i) rows += "\0\0\0\x0A\0\0\0\0"s;
     corpus.Add("fits", "packed", packed + rows + samples);
     const std::string broken = "= " + std::string(40, '\xFF');
+    corpus.Add("fits", "no_size", std::string(packed).replace(packed.find("ZTILE1") + 29, 1, "0"));
     corpus.Add("fits", "no_number",
                std::string(packed).replace(packed.find("ZNAXIS2 ") + 8, 2, broken));
 

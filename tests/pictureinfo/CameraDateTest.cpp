@@ -23,6 +23,7 @@ TEST(CameraDate, HoursStopAtTheDaySecondsAtTheMinute) {
     EXPECT_EQ(WithHourMoved("2004", 1), "2004"); // too short to hold one
     EXPECT_EQ(WithSecondAdded("2004:06:22 09:15:08"), "2004:06:22 09:15:09");
     EXPECT_EQ(WithSecondAdded("2004:06:22 09:15:59"), "2004:06:22 09:15:00");
+    EXPECT_EQ(WithSecondAdded("2004:06:22 09:15:-3"), "2004:06:22 09:15:00");
 }
 
 TEST(CameraDate, OnlyTheTimeOfANewDateMustBeOne) {

@@ -1,7 +1,7 @@
-#include "shell/settings/HistoryText.h"
 #include "shell/settings/Settings.h"
 #include "common/text.h"
 #include "platform/SettingsStore.h"
+#include "shell/settings/HistoryText.h"
 #include "shell/settings/SettingsTable.h"
 #include "support/TestFolder.h"
 

@@ -60,7 +60,8 @@ std::optional<std::string> WithHourMoved(std::string_view cameraDate, int by) {
 
 std::string WithSecondAdded(std::string_view cameraDate) {
     const int second = NumberOf(cameraDate, kSecond).value_or(0) + 1;
-    return WithNumber(cameraDate, kSecond, second > kLastSecond ? 0 : second);
+    const bool inMinute = second >= 0 && second <= kLastSecond;
+    return WithNumber(cameraDate, kSecond, inMinute ? second : 0);
 }
 
 std::optional<PictureDateText> TextsOf(std::string_view cameraDate) {

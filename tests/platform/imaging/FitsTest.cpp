@@ -135,16 +135,13 @@ TEST_F(FitsTest, CutShortAnywhere) {
 
 // On these the library would end the program.
 TEST_F(FitsTest, WordsInPlaceOfAPackedSizeAreRefused) {
-    const auto read = [&](const std::string& name, const std::string& word) {
-        std::vector<FitsWord> words{{"TFIELDS", "1"},
-                                    {"TTYPE1", "'COMPRESSED_DATA'"},
-                                    {"TFORM1", "'1PB(10) '"},
-                                    {"ZIMAGE", "T"},
-                                    {"ZCMPTYPE", "'GZIP_1  '"},
-                                    {"ZBITPIX", "16"},
-                                    {"ZNAXIS", "2"},
-                                    {"ZNAXIS1", "8"},
-                                    {"ZNAXIS2", "6"},
+    const auto read = [&](const std::string& name, const std::string& word,
+                          const std::string& method = "'GZIP_1  '") {
+        std::vector<FitsWord> words{{"TFIELDS", "1"},         {"TTYPE1", "'COMPRESSED_DATA'"},
+                                    {"TFORM1", "'1PB(10) '"}, {"ZIMAGE", "T"},
+                                    {"ZVAL1", "32"},          {"ZCMPTYPE", method},
+                                    {"ZBITPIX", "16"},        {"ZNAXIS", "2"},
+                                    {"ZNAXIS1", "8"},         {"ZNAXIS2", "6"},
                                     {"ZTILE1", "8"}};
         for (FitsWord& each : words)
             if (each.name == name) each.value = word;
@@ -159,8 +156,12 @@ TEST_F(FitsTest, WordsInPlaceOfAPackedSizeAreRefused) {
         for (const auto& word :
              {"'" + std::string(27, 'x') + "'", std::string(60, '9'), std::string(29, 'x')}) {
             EXPECT_FALSE(read(name, word)) << name << word;
-            EXPECT_NE(error.find("integer"), std::string::npos) << error;
+            EXPECT_NE(error.find("a number"), std::string::npos) << error;
         }
+    for (const char* name : {"ZNAXIS1", "ZTILE1"})
+        for (const char* word : {"0", "'", "'0'", "-0.5"}) EXPECT_FALSE(read(name, word)) << name;
+    EXPECT_TRUE(read("ZVAL1", "0")) << error;
+    EXPECT_FALSE(read("ZVAL1", "0", "'RICE_1  '"));
 }
 
 TEST_F(FitsTest, WhatIsNoNumberIsBlackAndCountsForNothing) {

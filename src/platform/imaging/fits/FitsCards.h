@@ -5,9 +5,9 @@
 
 namespace tarn {
 
-// Whether the header that begins at this byte of the file may be given to the library: where a
-// number about a packed picture cannot be read, it writes the word into a message too short for it.
-// True for a file that is not there, or without such a header.
+// Whether the header that begins at this byte of the file may be given to the library. Of a packed
+// picture it writes a number that it cannot read into a message too short for it, and divides by
+// sizes of 0. True for a file that is not there, or without such a header.
 bool HasReadableCards(const std::string& path, long long begin);
 
 } // namespace tarn

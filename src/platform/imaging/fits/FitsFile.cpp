@@ -91,6 +91,7 @@ private:
     std::string WordHere(const char* name);
 
     const std::string& m_path;
+    bool m_refused = false; // by a look at its cards
     std::unique_lock<std::mutex> m_turn = MyTurn();
     fitsfile* m_file = nullptr;
     long long m_bytes = 0;
@@ -116,7 +117,8 @@ bool Handle::IsPicture(bool& empty) {
 void Handle::MoveOn() {
     LONGLONG end = 0; // of this part, where the next one begins
     fits_get_hduaddrll(m_file, nullptr, nullptr, &end, &status);
-    if (status == 0 && !HasReadableCards(m_path, end)) status = BAD_INTKEY;
+    m_refused = status == 0 && !HasReadableCards(m_path, end);
+    if (m_refused) status = BAD_INTKEY;
     fits_movrel_hdu(m_file, 1, nullptr, &status);
 }
 
@@ -128,7 +130,9 @@ bool Handle::FindPicture(std::string& error) {
         ++m_part;
     }
     const bool atEnd = m_part > 1 && (status == END_OF_FILE || status == READ_ERROR);
-    if (empty)
+    if (m_refused)
+        error = "The FITS file cannot be read: a number in its header is wrong";
+    else if (empty)
         error = "The picture has no pixels";
     else
         error = atEnd ? "There is no picture in the FITS file" : TextOf(status);
