@@ -235,8 +235,7 @@ TEST(Video, APageReadsNothingOutsideItsFolder) {
     EXPECT_EQ(resource("in.jpg").value<QImage>().width(), 40);
     for (const std::string& url :
          {"file://" + outside.Path() + "/out.jpg", ".." + outside.Path().substr(4) + "/out.jpg"}) {
-        EXPECT_TRUE(resource(url).value<QImage>().isNull()) << url;
-        EXPECT_TRUE(resource(url).toByteArray().isEmpty()) << url;
+        EXPECT_EQ(resource(url).value<QImage>().size(), QSize(16, 16)) << url; // a blank
     }
     EXPECT_TRUE(d.c.WebBrowser1->toPlainText().startsWith(QLatin1String("Some text")));
     EXPECT_TRUE(d.Said().starts_with("Plain view of the page: ")) << d.Said();

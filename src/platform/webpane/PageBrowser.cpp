@@ -20,6 +20,14 @@ constexpr int kPatience = 2000;     // milliseconds for the pictures of a plain 
 constexpr int kLargestSide = 1200;  // pixels of one of them
 constexpr int kMostBytes = 4 << 20; // of a page or style sheet
 
+// In place of a picture that is not shown.
+QImage Blank() {
+    constexpr QSize kSize(16, 16);
+    QImage blank(kSize, QImage::Format_RGB32);
+    blank.fill(Qt::lightGray);
+    return blank;
+}
+
 // Where the module is; empty when it is not installed.
 std::string ModulePath() {
     std::error_code none;
@@ -89,17 +97,18 @@ QVariant PageBrowser::loadResource(int type, const QUrl& name) {
         QFile file(path);
         return isOwn && file.open(QIODevice::ReadOnly) ? file.read(kMostBytes) : QByteArray();
     }
-    // A page of a thousand photographs is no reason to stand still. What is refused is an empty
-    // picture: the document would look for one itself else.
+    // A page of a thousand photographs is no reason to stand still. What is refused is a blank of
+    // its own: for a null picture the painter would look on the disk itself.
     std::string error;
     const auto picture = isOwn && !m_loading.hasExpired(kPatience)
                              ? PictureLoader::Open(FromQt(path), error)
                              : nullptr;
-    if (!picture) return QImage();
+    if (!picture) return Blank();
     QSize wanted = picture->Size();
     if (wanted.width() > kLargestSide || wanted.height() > kLargestSide)
         wanted.scale(kLargestSide, kLargestSide, Qt::KeepAspectRatio);
-    return picture->Decode(wanted, error);
+    const QImage pixels = picture->Decode(wanted, error);
+    return pixels.isNull() ? Blank() : pixels;
 }
 
 void PageBrowser::keyPressEvent(QKeyEvent* event) {

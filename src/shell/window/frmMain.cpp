@@ -208,6 +208,16 @@ void frmMain::ReserveInfo() {
         m_rows[Place::Info]->Reserve(
             label, label->fontMetrics().horizontalAdvance(QString::fromLatin1(longest)) + kGround);
     };
+    // Buttons whose captions change with the file.
+    const auto reserveButton = [](FlowRow& row, const QAbstractButton& button, const char* other) {
+        const QFontMetrics font = button.fontMetrics();
+        const int more = font.horizontalAdvance(QString::fromLatin1(other)) -
+                         font.horizontalAdvance(button.text());
+        row.Reserve(&button, button.sizeHint().width() + std::max(0, more));
+    };
+    constexpr std::size_t kPlay = 3;
+    reserveButton(*m_rows[Place::CopyTo], *c.EditButton2, "Web");
+    reserveButton(*m_rows[Place::Video], *c.VideoButton[kPlay], "Pause");
     m_rows[Place::View]->Reserve(c.CloseOneToOneButton, 3 * fontMetrics().height());
     reserve(c.LastLabel, "Last Picture");
     reserve(c.CropLabel, "Cropped");
