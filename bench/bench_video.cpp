@@ -65,8 +65,12 @@ public:
 
 private:
     void Show() {
-        while (mpv_wait_event(m_player, 1)->event_id != MPV_EVENT_PLAYBACK_RESTART)
-            mpv_render_context_update(m_renderer);
+        constexpr double kLook = 0.001; // seconds: the library waits for who renders
+        while (mpv_wait_event(m_player, kLook)->event_id != MPV_EVENT_PLAYBACK_RESTART)
+            if (mpv_render_context_update(m_renderer) & MPV_RENDER_UPDATE_FRAME) Render();
+        Render();
+    }
+    void Render() {
         int sides[] = {kWidth, kHeight};
         char format[] = "bgr0";
         std::size_t stride = std::size_t(m_frame.bytesPerLine());

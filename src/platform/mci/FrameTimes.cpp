@@ -71,7 +71,7 @@ ClipFacts ReadClipFacts(const std::string& path, const std::atomic<bool>& stop) 
     if (stream.avg_frame_rate.den > 0) clip.rate = av_q2d(stream.avg_frame_rate);
     ReadTimes(*file, stream, clip);
     if (clip.times.empty() || stop) {
-        clip.error = stop ? "Opening was broken off" : "The clip has no frames";
+        clip.error = stop ? "The clip was broken off" : "The clip has no frames";
         return clip;
     }
     const double length = clip.times.back() - clip.times.front();

@@ -7,11 +7,13 @@
 #include <mpv/client.h>
 #include <mpv/render.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <future>
 #include <mutex>
+#include <optional>
 #include <thread>
 #include <utility>
 
@@ -21,6 +23,8 @@ namespace {
 
 constexpr int kWaitLimit = 10000; // milliseconds that the player may take for one answer
 constexpr double kLook = 0.005;   // seconds between two looks while waiting
+
+constexpr int kFirstShown = 4; // frame of a clip that is opened
 
 // Seconds before a frame at which the search for it begins; the last is the clip's beginning.
 constexpr double kEarlier[] = {0, 2, 60, 1e6};
@@ -48,7 +52,7 @@ constexpr std::pair<const char*, const char*> kOptions[] = {
     {"pause", "yes"},
     {"keep-open", "always"},
     {"hr-seek", "yes"},
-    {"mute", "yes"},
+    {"aid", "no"}, // sound is off until it is asked for
     {"osd-level", "0"},
     {"hwdec", "no"},
     {"video-rotate", "no"},
@@ -220,10 +224,13 @@ public:
 
     std::string Open(const std::string& path);
     std::string ShowFrame(int frame) override;
-    void Play() override { SetPause(0); }
+    void Play() override {
+        m_standsOn = -1;
+        SetPause(0);
+    }
     void Pause() override { SetPause(1); }
     void SetSound(bool on) override {
-        mpv_set_property_string(m_core.Handle(), "mute", on ? "no" : "yes");
+        mpv_set_property_string(m_core->Handle(), "aid", on ? "auto" : "no");
     }
     int PlayedTo() override;
 
@@ -231,63 +238,71 @@ private:
     std::string SeekTo(double time);
     int FrameOnShow();
     void SetPause(int pause) {
-        mpv_set_property(m_core.Handle(), "pause", MPV_FORMAT_FLAG, &pause);
+        mpv_set_property(m_core->Handle(), "pause", MPV_FORMAT_FLAG, &pause);
     }
 
     Wait m_wait;
-    MpvCore m_core;
+    std::optional<MpvCore> m_core;
+    int m_standsOn = -1; // the frame that the library is known to stand on
 };
 
-// The player gets the clip ready while the times of its frames are read.
+// The library is made ready while the times of the frames are read, and then begins at the frame
+// that will be asked for first.
 std::string MpvPlayer::Open(const std::string& path) {
-    if (!m_core.IsReady()) return "The player cannot be started";
     std::atomic<bool> stop = false;
     auto facts = std::async(std::launch::async, [&] { return ReadClipFacts(path, stop); });
-    const char* load[] = {"loadfile", path.c_str(), nullptr};
-    mpv_command(m_core.Handle(), load);
-    std::string fault = m_core.WaitFor(MPV_EVENT_PLAYBACK_RESTART, m_wait);
+    m_core.emplace();
     const auto look = std::chrono::duration<double>(kLook);
-    while (fault.empty() && facts.wait_for(look) != std::future_status::ready)
-        if (!m_wait()) stop = true;
-    if (!fault.empty()) stop = true;
+    while (!stop && facts.wait_for(look) != std::future_status::ready) stop = !m_wait();
     m_clip = facts.get();
-    if (!fault.empty()) return fault;
-    m_core.SetPlayer(this);
-    return m_clip.error;
+    if (!m_clip.error.empty()) return m_clip.error;
+    if (!m_core->IsReady()) return "The player cannot be started";
+    const int first = std::min(kFirstShown, Count() - 1);
+    const std::string start = std::to_string(SeekTimeOf(m_clip, first) - m_clip.start);
+    mpv_set_property_string(m_core->Handle(), "start", start.c_str());
+    const char* load[] = {"loadfile", path.c_str(), nullptr};
+    mpv_command(m_core->Handle(), load);
+    m_core->SetPlayer(this);
+    std::string fault = m_core->WaitFor(MPV_EVENT_PLAYBACK_RESTART, m_wait);
+    if (fault.empty() && m_clip.indexed && FrameOnShow() == first) m_standsOn = first;
+    return fault;
 }
 
 // Containers without an index are entered where the library guesses; then it has to begin earlier.
 std::string MpvPlayer::ShowFrame(int frame) {
+    if (frame == m_standsOn) return m_core->Show(m_wait);
+    m_standsOn = -1;
     for (const double earlier : kEarlier) {
         if (earlier == 0 && !m_clip.indexed) continue; // the library does not tell when it missed
-        mpv_set_property_string(m_core.Handle(), "hr-seek-demuxer-offset",
+        mpv_set_property_string(m_core->Handle(), "hr-seek-demuxer-offset",
                                 std::to_string(earlier).c_str());
         std::string error = SeekTo(SeekTimeOf(m_clip, frame) - m_clip.start);
         if (!error.empty()) return error;
-        if (FrameOnShow() == frame) {
-            return m_core.Show(m_wait);
-        }
+        if (FrameOnShow() != frame) continue;
+        m_standsOn = frame;
+        return m_core->Show(m_wait);
     }
     return "The player does not find frame " + std::to_string(frame);
 }
 
 std::string MpvPlayer::SeekTo(double time) {
-    m_core.ForgetEvents();
+    m_core->ForgetEvents();
     const std::string text = std::to_string(time);
     const char* seek[] = {"seek", text.c_str(), "absolute+exact", nullptr};
-    const int fault = mpv_command(m_core.Handle(), seek);
-    return fault < 0 ? mpv_error_string(fault) : m_core.WaitFor(MPV_EVENT_PLAYBACK_RESTART, m_wait);
+    const int fault = mpv_command(m_core->Handle(), seek);
+    return fault < 0 ? mpv_error_string(fault)
+                     : m_core->WaitFor(MPV_EVENT_PLAYBACK_RESTART, m_wait);
 }
 
 int MpvPlayer::FrameOnShow() {
     double time = 0;
-    mpv_get_property(m_core.Handle(), "time-pos", MPV_FORMAT_DOUBLE, &time);
+    mpv_get_property(m_core->Handle(), "time-pos", MPV_FORMAT_DOUBLE, &time);
     return FrameAt(m_clip, time + m_clip.start);
 }
 
 int MpvPlayer::PlayedTo() {
     int ended = 0;
-    mpv_get_property(m_core.Handle(), "eof-reached", MPV_FORMAT_FLAG, &ended);
+    mpv_get_property(m_core->Handle(), "eof-reached", MPV_FORMAT_FLAG, &ended);
     if (ended != 0) return Count();
     return std::max(0, FrameOnShow());
 }
