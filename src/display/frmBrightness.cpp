@@ -1,5 +1,6 @@
 #include "display/frmBrightness.h"
 
+#include "display/NewButton.h"
 #include "platform/WindowPlaces.h"
 
 #include <QHBoxLayout>
@@ -16,14 +17,6 @@ namespace {
 constexpr int kMost = 100;
 constexpr int kSmallStep = 1;
 constexpr int kLargeStep = 5;
-
-QPushButton* NewButton(const char* name, const char* caption, const char* tooltip) {
-    auto* button = new QPushButton(QString::fromUtf8(caption));
-    button->setObjectName(QString::fromUtf8(name));
-    button->setToolTip(QString::fromUtf8(tooltip));
-    button->setAutoDefault(false);
-    return button;
-}
 
 } // namespace
 

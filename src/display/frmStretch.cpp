@@ -1,6 +1,7 @@
 #include "display/frmStretch.h"
 
 #include "display/Histogram.h"
+#include "display/NewButton.h"
 #include "platform/WindowPlaces.h"
 #include "platform/imaging/Pixels.h"
 #include "platform/imaging/fits/FitsFile.h"
@@ -53,14 +54,6 @@ QCheckBox* AddCheck(QHBoxLayout& bar, const char* name, const char* caption, con
     check->setToolTip(QString::fromUtf8(tooltip));
     bar.addWidget(check);
     return check;
-}
-
-QPushButton* NewButton(const char* name, const char* caption, const char* tooltip) {
-    auto* button = new QPushButton(QString::fromUtf8(caption));
-    button->setObjectName(QString::fromUtf8(name));
-    button->setToolTip(QString::fromUtf8(tooltip));
-    button->setAutoDefault(false);
-    return button;
 }
 
 } // namespace

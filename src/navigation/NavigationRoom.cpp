@@ -8,6 +8,7 @@
 #include "platform/FileListBox.h"
 #include "platform/FolderTreeview.h"
 #include "platform/QtText.h"
+#include "shell/controls/SlideButtons.h"
 
 #include <QAction>
 #include <QLabel>
@@ -124,10 +125,7 @@ void NavigationRoom::ShowPictureOrText() {
 }
 
 void NavigationRoom::SetSlideCommands(bool enabled) {
-    const MainControls& c = m.controls;
-    for (QPushButton* button : {c.SlideButton, c.Slides4Button, c.Slides4LButton, c.Slides2Button,
-                                c.SlidesC2Button, c.Slides2VButton, c.SlidesC2VButton})
-        SetEnabled(button, enabled);
+    for (QPushButton* button : SlideButtons(m.controls)) SetEnabled(button, enabled);
 }
 
 void NavigationRoom::SelectRow(int row) {

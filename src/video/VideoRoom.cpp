@@ -133,7 +133,6 @@ void VideoRoom::CloseVideoClip() {
         return;
     }
     if (m_mci) m_mci->Send("close VidClip");
-    if (m.state.WebImage) m.controls.WebBrowser1->ClearPage();
     m.state.VideoOpen = false;
     m.state.VideoRunning = false;
     m_timer.stop();

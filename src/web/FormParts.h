@@ -1,7 +1,10 @@
 // What both forms make their rows of.
 #pragma once
 
+#include "shell/state/ProgramState.h"
+
 #include <QBoxLayout>
+#include <QCloseEvent>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
@@ -22,6 +25,15 @@ inline QPushButton* MakeButton(const char* name, const char* caption, const char
     auto* button = Named(new QPushButton(QString::fromLatin1(caption)), name, "", tip);
     button->setAutoDefault(false);
     return button;
+}
+
+// Closing a form while its batch works through files cancels the batch instead: true then.
+inline bool CancelsBatch(ProgramState& state, QCloseEvent& event) {
+    if (state.BatchRuns) {
+        state.BatchCancelled = true;
+        event.ignore();
+    }
+    return state.BatchRuns;
 }
 
 // A row of widgets with room behind it.

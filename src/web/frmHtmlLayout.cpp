@@ -12,6 +12,7 @@
 #include "shell/batch/BatchRun.h"
 #include "shell/batch/KeptNote.h"
 #include "web/DiskFacts.h"
+#include "web/FormParts.h"
 #include "web/PageHead.h"
 #include "web/PageText.h"
 #include "web/SavedValues.h"
@@ -292,11 +293,7 @@ void frmHtmlLayout::Form_Unload() {
 }
 
 void frmHtmlLayout::closeEvent(QCloseEvent* event) {
-    if (m.state.BatchRuns) {
-        m.state.BatchCancelled = true;
-        event->ignore();
-        return;
-    }
+    if (CancelsBatch(m.state, *event)) return;
     Form_Unload();
     event->accept(); // the dialog's own would come back here through reject
 }

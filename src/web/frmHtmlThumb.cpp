@@ -11,6 +11,7 @@
 #include "platform/ProgramFiles.h"
 #include "shell/batch/BatchRun.h"
 #include "web/DiskFacts.h"
+#include "web/FormParts.h"
 #include "web/GalleryMiniature.h"
 #include "web/PageText.h"
 
@@ -205,11 +206,7 @@ void frmHtmlThumb::Form_Unload() {
 }
 
 void frmHtmlThumb::closeEvent(QCloseEvent* event) {
-    if (m.state.BatchRuns) {
-        m.state.BatchCancelled = true;
-        event->ignore();
-        return;
-    }
+    if (CancelsBatch(m.state, *event)) return;
     Form_Unload();
     event->accept(); // the dialog's own would come back here through reject
 }

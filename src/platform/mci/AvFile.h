@@ -3,6 +3,7 @@
 #pragma once
 
 extern "C" {
+#include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
 }
 
@@ -14,8 +15,10 @@ namespace tarn {
 
 struct AvCloser {
     void operator()(AVFormatContext* context) const { avformat_close_input(&context); }
+    void operator()(AVPacket* packet) const { av_packet_free(&packet); }
 };
 using AvFile = std::unique_ptr<AVFormatContext, AvCloser>;
+using AvPacket = std::unique_ptr<AVPacket, AvCloser>;
 
 // With its streams looked at. Null and an error text when it cannot be read; `stop`, which has to
 // live as long as the file, breaks a reading off from another thread.

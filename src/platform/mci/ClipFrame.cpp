@@ -4,8 +4,6 @@
 #include "platform/mci/SerPicture.h"
 
 extern "C" {
-#include <libavcodec/avcodec.h>
-#include <libavformat/avformat.h>
 #include <libswscale/swscale.h>
 }
 
@@ -19,7 +17,6 @@ constexpr int kMostPackets = 200; // looked at for a frame
 
 struct Closer {
     void operator()(AVCodecContext* context) const { avcodec_free_context(&context); }
-    void operator()(AVPacket* packet) const { av_packet_free(&packet); }
     void operator()(AVFrame* frame) const { av_frame_free(&frame); }
     void operator()(SwsContext* context) const { sws_freeContext(context); }
 };
@@ -42,7 +39,7 @@ QImage Scaled(const AVFrame& frame, int side) {
 }
 
 bool DecodeOne(AVFormatContext& file, int stream, AVCodecContext& decoder, AVFrame& frame) {
-    const std::unique_ptr<AVPacket, Closer> packet(av_packet_alloc());
+    const AvPacket packet(av_packet_alloc());
     for (int i = 0; i < kMostPackets; ++i) {
         const bool ends = av_read_frame(&file, packet.get()) < 0;
         if (ends || packet->stream_index == stream)

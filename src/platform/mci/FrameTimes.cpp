@@ -2,10 +2,6 @@
 
 #include "platform/mci/AvFile.h"
 
-extern "C" {
-#include <libavcodec/avcodec.h>
-}
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -18,19 +14,15 @@ namespace {
 constexpr double kUsualRate = 25;         // frames a second, where nothing tells
 constexpr double kPlayerTolerance = .005; // seconds, of its exact seek
 
-struct Closer {
-    void operator()(AVPacket* packet) const { av_packet_free(&packet); }
-};
-
 // All packets are looked at, none is decoded: indices of containers are not to be trusted.
 void ReadTimes(AVFormatContext& file, const AVStream& stream, ClipFacts& clip) {
-    const std::unique_ptr<AVPacket, Closer> packet(av_packet_alloc());
+    const AvPacket packet(av_packet_alloc());
     for (unsigned i = 0; i < file.nb_streams; ++i)
         if (file.streams[i] != &stream) file.streams[i]->discard = AVDISCARD_ALL;
     const double base = av_q2d(stream.time_base);
     const double step = 1 / (clip.rate > 0 ? clip.rate : kUsualRate);
-    int known = 0;
-    int unknown = 0;
+    bool known = false;
+    bool unknown = false;
     double first = std::numeric_limits<double>::max();
     while (av_read_frame(&file, packet.get()) >= 0) {
         const bool ours = packet->stream_index == stream.index && packet->size > 0 &&
@@ -38,7 +30,7 @@ void ReadTimes(AVFormatContext& file, const AVStream& stream, ClipFacts& clip) {
         const bool shown = packet->pts != AV_NOPTS_VALUE; // else it says when it is decoded
         const std::int64_t time = shown ? packet->pts : packet->dts;
         if (ours) {
-            (shown ? known : unknown)++;
+            (shown ? known : unknown) = true;
             if (shown) first = std::min(first, double(time) * base);
             clip.times.push_back(time != AV_NOPTS_VALUE ? double(time) * base
                                                         : double(clip.times.size()) * step);
@@ -47,7 +39,7 @@ void ReadTimes(AVFormatContext& file, const AVStream& stream, ClipFacts& clip) {
     }
     std::sort(clip.times.begin(), clip.times.end());
     // Streams give a time to some frames only: the others follow by the rate.
-    if (!clip.indexed && known > 0 && unknown > 0)
+    if (!clip.indexed && known && unknown)
         for (std::size_t i = 0; i < clip.times.size(); ++i)
             clip.times[i] = first + double(i) * step;
 }

@@ -4,6 +4,7 @@
 #include "platform/ProgramFiles.h"
 #include "platform/QtText.h"
 #include "platform/webpane/PageBrowser.h"
+#include "shell/controls/SlideButtons.h"
 #include "shell/help/frmHelp.h"
 
 #include <QApplication>
@@ -67,6 +68,7 @@ QWidget* ShellRoom::PaneWidget(Pane pane) const {
 void ShellRoom::ShowPane(Pane pane) {
     m.controls.VideoFrame->hide(); // the video room shows it with a clip
     if (pane == m.state.CurrentPane) return;
+    if (m.state.CurrentPane == Pane::WebBrowser1) m.controls.WebBrowser1->ClearPage();
     QWidget* shown = PaneWidget(pane);
     const bool hadFocus = PaneWidget(m.state.CurrentPane)->hasFocus();
     m.state.CurrentPane = pane;
@@ -124,10 +126,7 @@ void ShellRoom::ShowError(const std::string& text) {
 }
 
 void ShellRoom::SetListCommands(bool enabled) {
-    const MainControls& c = m.controls;
-    for (QPushButton* button : {c.SlideButton, c.Slides4Button, c.Slides4LButton, c.Slides2Button,
-                                c.SlidesC2Button, c.Slides2VButton, c.SlidesC2VButton})
-        SetEnabled(button, enabled);
+    for (QPushButton* button : SlideButtons(m.controls)) SetEnabled(button, enabled);
     m.notes.SetSaveCommands();
 }
 

@@ -1,0 +1,15 @@
+// The buttons that start a show.
+#pragma once
+
+#include "shell/controls/MainControls.h"
+
+#include <array>
+
+namespace tarn {
+
+inline std::array<QPushButton*, 7> SlideButtons(const MainControls& c) {
+    return {c.SlideButton,    c.Slides4Button,  c.Slides4LButton, c.Slides2Button,
+            c.SlidesC2Button, c.Slides2VButton, c.SlidesC2VButton};
+}
+
+} // namespace tarn
