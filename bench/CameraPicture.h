@@ -13,6 +13,7 @@
 #include <optional>
 #include <random>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 #include <jpeglib.h>
@@ -61,6 +62,15 @@ inline void WriteCameraPicture(const std::string& path, QSize size, int quality 
     jpeg_finish_compress(&info);
     jpeg_destroy_compress(&info);
     std::fclose(file);
+}
+
+// The same picture under `count` names, p100.jpg first.
+inline void FillFolder(const std::string& folder, int count, QSize size) {
+    const std::string first = folder + "/p100.jpg";
+    WriteCameraPicture(first, size);
+    for (int i = 1; i < count; ++i)
+        if (::link(first.c_str(), (folder + "/p" + std::to_string(100 + i) + ".jpg").c_str()))
+            std::perror("link");
 }
 
 // The picture in the box, from the coarsest reading that has enough pixels.

@@ -12,7 +12,7 @@ tarn_install $tarn_build_packages $tarn_run_packages $tarn_test_packages libbenc
     dbus python3-numpy libxtst6 libvips-tools imagemagick exiv2 jhead libimage-exiftool-perl geeqie \
     gthumb gwenview llgal fgallery
 cmake --preset release >/dev/null
-cmake --build --preset release >/dev/null
+cmake --build --preset release --target benches >/dev/null
 work=$(mktemp -d "${TMPDIR:-/tmp}/compare.XXXXXX")
 mkdir -p "$work/openbox"
 cat >"$work/openbox/rc.xml" <<RC
