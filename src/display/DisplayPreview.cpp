@@ -10,6 +10,7 @@
 #include "platform/imaging/PicturesAhead.h"
 
 #include <QLabel>
+#include <QListWidget>
 #include <QPalette>
 
 #include <algorithm>
@@ -127,6 +128,10 @@ void DisplayRoom::ShowNothing() {
     s.ImageWidth = s.ImageHeight = 0;
     s.ImageLoaded = false;
     PutNothing();
+    if (!s.HistoryListed) {
+        s.PanelRows.clear();
+        m.controls.List1->clear();
+    }
     s.SizeText.clear();
     s.MpixelText.clear();
     s.FileSizeText.clear();

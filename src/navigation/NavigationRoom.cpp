@@ -66,8 +66,9 @@ void NavigationRoom::FileListBox_Click() {
         // The name is still that of the picture before, as the display alone sets it.
         m.shell.ShowError(error + " - " + s.FileNameOnly);
         m.display.ShowNothing();
-        // From here on it is this file's, so that no note stands beside another file.
+        // From here on all is this file's: no note beside another one, and the next step from here.
         s.FileNameOnly = LastPart(s.Filename);
+        s.FileIndex = row;
         m.notes.CheckForNotes();
         return;
     }

@@ -324,7 +324,8 @@ bool PaneKeys::KeyRelease(QObject* pane, const QKeyEvent& event) {
 void PaneKeys::ActOnRelease() {
     m_releaseTimer.stop();
     const Pressed* pressed = Find(m_releasedKey);
-    const bool acts = pressed && !pressed->repeated;
+    const bool acts =
+        pressed && !pressed->repeated && !m.state.BatchRuns; // a batch began meanwhile
     Forget(m_releasedKey);
     if (acts) (this->*MapOf(m_releasedIn))(m_releasedKey);
 }

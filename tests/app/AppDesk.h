@@ -17,8 +17,10 @@
 #include "platform/PictureBox.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -105,9 +107,12 @@ struct AppDesk {
         std::string row =
             house.controls.FileListBox->Text(std::max(0, house.controls.FileListBox->CurrentRow()));
         const std::string panel = Row(0).substr(14);
-        if (row == s.FileNameOnly && panel == row && s.Filename == folder.Path() + "/" + row)
+        const auto* label = house.window.statusBar()->findChild<QLabel*>();
+        const std::string status = label ? label->text().toStdString() : "";
+        if (row == s.FileNameOnly && panel == row && s.Filename == folder.Path() + "/" + row &&
+            status.starts_with(s.Filename))
             return row;
-        return "row " + row + ", name " + s.FileNameOnly + ", panel " + panel;
+        return "row " + row + ", name " + s.FileNameOnly + ", panel " + panel + ", status " + status;
     }
     // Press and release in the picture pane, as events of our own: they act at once.
     void Key(int key) {

@@ -134,6 +134,13 @@ TEST(Window, BrokenFilesNeverStopTheRun) {
             QString::fromStdString(errors[i]).endsWith(QString::fromStdString(" - " + about[i])))
             << errors[i];
     EXPECT_EQ(errors.back(), "");
+
+    // Nothing of another file stands beside one that is gone, and the next step goes on from it.
+    d.house.navigation.SelectRow(0);
+    d.house.navigation.SelectRow(5);
+    EXPECT_EQ(d.Row(0), "none");
+    d.Key(Qt::Key_N);
+    EXPECT_EQ(d.Current(), "g_good.jpg");
 }
 
 TEST(Window, EmptyAndUnreadableFoldersSayWhatIsTheMatter) {
