@@ -222,7 +222,8 @@ void NavigationRoom::ResetFileHistory(bool withCurrent) {
 }
 
 void NavigationRoom::RefreshDirButton_Click() {
-    m.controls.FileListBox->Refresh();
+    if (!m.controls.FileListBox->Refresh())
+        m.shell.ShowStatus("Cannot read " + m.controls.FileListBox->Path());
     const int row = m.controls.FileListBox->CurrentRow();
     if (row >= 0) m.state.FileIndex = m.state.FileHistLast = row; // the same file, counted anew
     Update_Num_Files(0);

@@ -160,6 +160,10 @@ void NotesRoom::KeepValues() {
     if (m_manager) m_manager->KeepPlace();
 }
 
+bool NotesRoom::KeepUnsaved(std::string* why) {
+    return m_drafts.Write(why);
+}
+
 void NotesRoom::Form_Unload() {
     std::string why; // the window that could tell it is closing
     m_drafts.EndRun(&why);

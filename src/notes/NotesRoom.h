@@ -30,6 +30,7 @@ public:
     // The windows' values onto the desk, before settings are saved; and their end.
     void KeepValues();
     void Form_Unload();
+    bool KeepUnsaved(std::string* why); // in the state folder; false when it cannot be written
 
     void CheckForNotes() override;
     void SetNotesFilename() override;

@@ -27,7 +27,7 @@ public:
     bool SetPath(const std::string& folder);
     bool SetPattern(const std::string& pattern); // the same for the patterns between ";"
     // Reads the folder again; the current row stays by name. Raises nothing.
-    void Refresh();
+    bool Refresh();
 
     const std::string& Path() const { return m_model.Folder(); }
     const std::string& Pattern() const { return m_model.Pattern(); }

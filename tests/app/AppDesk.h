@@ -5,6 +5,7 @@
 #include "PictureFiles.h"
 #include "support/ExifBuilder.h"
 #include "support/ForwardingFiles.h"
+#include "support/ForwardingSettings.h"
 #include "support/RecordingRooms.h"
 #include "support/TestFolder.h"
 
@@ -46,12 +47,12 @@ public:
 
     std::optional<std::int64_t> ModifiedTime(const std::string& p, std::string* e) const override {
         if (onModifiedTime) onModifiedTime(p);
-        return real->ModifiedTime(p, e);
+        return ForwardingFiles::ModifiedTime(p, e);
     }
     std::optional<std::vector<std::string>> FileNames(const std::string& f,
                                                       std::string* e) const override {
         if (f == unreadable) return {};
-        return real->FileNames(f, e);
+        return ForwardingFiles::FileNames(f, e);
     }
     std::string HomeFolder() const override { return home; }
     std::string PicturesFolder() const override { return {}; }
@@ -80,7 +81,8 @@ struct AppDesk {
     TestFolder settingsFolder;
     std::string settingsFile = settingsFolder.Path() + "/settings.ini";
     WatchedFiles files;
-    std::unique_ptr<SettingsStore> settings = MakeSettingsStore(settingsFile);
+    std::unique_ptr<ForwardingSettings> settings =
+        std::make_unique<ForwardingSettings>(MakeSettingsStore(settingsFile));
     QuickPump events;
     ScriptedDialogs dialogs;
     RecordingSound sound{calls};
