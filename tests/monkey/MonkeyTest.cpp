@@ -139,6 +139,7 @@ TEST(Monkey, WhateverIsDoneEverythingShownIsOfOneFileAndNothingIsLost) {
     MonkeyRun run;
     std::printf("seed %llu\n", static_cast<unsigned long long>(run.seed));
     run.world.Start(run.world.Folder("pictures"));
+    EXPECT_EQ(run.LookAround(), "");
     int act = 1;
     while (act <= run.last && run.One(act)) ++act;
     for (const auto& [kind, count] : run.acts.counts) std::printf("%s %d, ", kind.c_str(), count);
