@@ -45,6 +45,9 @@ struct KillDesk {
         std::printf("%s: %s\n", path.c_str(), error.c_str());
         std::exit(1);
     }
+    void EmptyTrash() const {
+        std::filesystem::remove_all(home.path().toStdString() + "/.local/share/Trash");
+    }
     // These bytes stand in the folder, below it or in the wastebasket.
     bool IsAnywhere(const std::string& bytes) const {
         std::error_code none;
@@ -115,6 +118,7 @@ inline int KillSaves(const KillDesk& desk, const KillSubject& subject) {
     int killed = 0;
     int counts[4] = {};
     for (int i = 1; i <= kSaves; ++i) {
+        desk.EmptyTrash();
         subject.prepare(i);
         const pid_t child = Begin([&] { subject.save(i); });
         ::usleep(static_cast<useconds_t>(instant(random)));

@@ -44,18 +44,22 @@ std::string NameOf(int picture) {
     return "P" + std::to_string(picture) + ".jpg";
 }
 
-// A picture that takes some time to decode and to pack.
+// A picture that takes some time to decode and to pack. Its number counts by odd and even alone, as
+// that of all saves below: old and new differ, and are made but once.
 QImage Grained(int number) {
     QImage picture(900, 600, QImage::Format_RGB32);
     for (int y = 0; y < picture.height(); ++y)
         for (int x = 0; x < picture.width(); ++x)
-            picture.setPixel(x, y, qRgb((x * y + number) % 251, (x + number) % 256, y % 256));
+            picture.setPixel(x, y, qRgb((x * y + number % 2 * 99) % 251, x % 256, y % 256));
     return picture;
 }
 
-std::string Jpeg(int number) {
+const std::string& Jpeg(int number) {
+    static std::string made[2];
     std::string error;
-    return EncodeJpeg(Grained(number), 90, &error);
+    std::string& jpeg = made[number % 2];
+    if (jpeg.empty()) jpeg = EncodeJpeg(Grained(number), 90, &error);
+    return jpeg;
 }
 
 void Must(bool done) {
@@ -187,19 +191,22 @@ int KillPage(bool appended) {
     const KillDesk desk;
     const std::string path = desk.folder + "/page.html";
     const auto lay = [&](const std::string& page, int i, bool append) {
-        HtmlSettings settings;
+        const HtmlSettings settings;
         PageBuild build(*desk.files, "v");
         build.Choose(page, desk.folder);
-        Must(append ? build.Append("now") : build.Begin(settings, std::to_string(i), {}));
+        Must(append ? build.Append("now") : build.Begin(settings, std::to_string(i % 2), {}));
         for (int k = 0; k < (append || !appended ? kPictures : 1); ++k)
-            Must(build.Add(settings, true, Entry(i + k)));
+            Must(build.Add(settings, true, Entry(i % 2 + k)));
         Must(build.Close());
     };
+    std::map<std::pair<int, bool>, std::string> wholes;
     const auto whole = [&](int i, bool append) {
+        std::string& kept = wholes[{i % 2, append}];
+        if (!kept.empty()) return kept;
         const std::string page = desk.home.path().toStdString() + "/whole.html";
         lay(page, i, false);
         if (append) lay(page, i + 1, true);
-        return desk.Read(page);
+        return kept = desk.Read(page);
     };
     return KillSaves(
         desk, {appended ? "page appended to" : "page laid by hand",
@@ -229,7 +236,8 @@ int KillGallery() {
     plan.subFolder = "thumbnails";
     plan.thumbnailSize = 120;
     for (int i = 0; i < 20; ++i) plan.items.push_back({NameOf(i), "T120_" + NameOf(i)});
-    const auto make = [&](int i) {
+    const auto make = [&](int save) {
+        const int i = save % 2;
         plan.now = std::to_string(i);
         plan.version = std::to_string(i);
         GalleryRun run(*desk.files, plan,

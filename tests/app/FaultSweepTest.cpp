@@ -160,7 +160,7 @@ const std::vector<std::pair<const char*, Act>> kCommands{
     {"new date", NewDate},
     {"save note", [](World& w) { w.Type(kTyped), w.c.SaveNotesButton->click(); }},
     {"save note, step", [](World& w) { w.Type(kTyped), w.c.SaveNotes2Button->click(); }},
-    {"save changed note", [](World& w) { w.notes.Write("a.enf", "changed by another"), w.Type(kTyped), w.c.SaveNotesButton->click(); }},
+    {"save changed note", [](World& w) { w.ChangeNote(), w.Type(kTyped), w.c.SaveNotesButton->click(); }},
     {"unsaved note", [](World& w) { w.Type(kTyped), w.Key(Qt::Key_N); }},
     {"clear, restore note", [](World& w) { w.c.ClearNotesButton->click(), w.c.RestoreNotesButton->click(); }},
     {"delete note", [](World& w) { w.c.DeleteNotesButton->click(); }},
@@ -237,7 +237,7 @@ public:
             else if (IsAsWithout(w, after))
                 ++sweep.harmless;
             else
-                sweep.untold.push_back(name);
+                sweep.untold.push_back(name + " " + m_whole.state + " -> " + Screen(w));
             if (std::getenv("TARN_FAULTS_VERBOSE")) std::cout << name << "\n  " << w.Told() << "\n";
             if (const std::string why = w.GoesOn(); !why.empty())
                 sweep.faults.push_back(name + ": does not go on: " + why);
@@ -264,8 +264,9 @@ private:
         theFault.Disarm();
     }
     static std::string Screen(const World& w) {
-        return w.s.FileNameOnly + "|" + w.s.NoteText + "|" + std::to_string(w.c.FileListBox->Count()) +
-               "|" + std::to_string(w.c.Picture1->Picture().width()) + w.Row(1);
+        return w.Short(w.s.FileNameOnly + "|" + w.s.NoteText + "|" +
+                       std::to_string(w.c.FileListBox->Count()) + "|" +
+                       std::to_string(w.c.Picture1->Picture().width()) + w.Row(1));
     }
     bool IsAsWithout(const World& w, const Tree& after) const {
         if (Screen(w) != m_whole.state || after.size() != m_whole.files.size()) return false;
@@ -285,13 +286,13 @@ private:
             if (now.count(bytes) || path.starts_with("state/")) continue;
             // What the command itself replaces or takes away must have been replaced whole.
             const auto stands = after.find(path);
-            const bool replaced = stands != after.end() && (whole.count(stands->second) || HasItsEnd(path, stands->second));
+            const bool replaced = stands != after.end() && IsWhole(w, path, stands->second);
             if (whole.count(bytes) || (m_whole.files.count(path) && !replaced))
                 faults.push_back("LOST " + path);
         }
         for (const auto& [path, bytes] : after) {
             if (path.find("/.tarn-") != std::string::npos) faults.push_back("left over: " + path);
-            if (!then.count(bytes) && !whole.count(bytes) && !HasItsEnd(path, bytes))
+            if (!then.count(bytes) && !IsWhole(w, path, bytes))
                 faults.push_back("half: " + path);
         }
         if (UsesText()) {
@@ -301,6 +302,12 @@ private:
             if (!found) faults.push_back("LOST the text");
         }
         return faults;
+    }
+    // As without a fault, or the note that stands in the box.
+    bool IsWhole(const World& w, const std::string& path, const std::string& bytes) const {
+        for (const auto& [other, whole] : m_whole.files)
+            if (whole == bytes) return true;
+        return HasItsEnd(path, bytes) || (path.ends_with(".enf") && bytes == w.s.NoteText);
     }
     bool UsesText() const {
         for (const auto& [path, bytes] : m_whole.files)

@@ -94,6 +94,12 @@ struct FaultWorld : FilesDesk {
         c.NotesBox->insertPlainText(QString::fromUtf8(text));
     }
 
+    // As another program does.
+    void ChangeNote() const {
+        std::filesystem::remove(notes.Path() + "/a.enf");
+        std::filesystem::copy_file(target.Path() + "/b.enf", notes.Path() + "/a.enf");
+    }
+
     // All files of the user's by short names: "pictures/a.jpg", "trash/b.enf".
     Tree Everything() const {
         Tree all;
