@@ -1,5 +1,5 @@
-// Kills each kind of save 200 times at a random instant: what stands there must be the old or the new,
-// whole, and nothing of the user's may be lost.
+// Kills each kind of save 200 times at a random instant: what stands there must be the old or the
+// new, whole, and nothing of the user's may be lost.
 #include "KillSaves.h"
 
 #include "convert/ConvertPicture.h"
@@ -70,22 +70,23 @@ void Must(bool done) {
 int KillNotes(bool changed) {
     const KillDesk desk;
     const std::string note = desk.folder + "/M31.enf";
-    return KillSaves(
-        desk, {changed ? "note changed meanwhile" : "note",
-               [&](int i) { desk.Put(note, Text(i - 1)); },
-               [&](int i) {
-                   NoteStore store(*desk.files);
-                   store.index.SetFolder(desk.folder);
-                   if (!changed) store.Load(note);
-                   std::string error;
-                   Must(store.Save(note, Text(i), &error));
-               },
-               [&](int i) {
-                   const std::string found = desk.Read(note);
-                   if (found != Text(i) && found != Text(i - 1)) return Torn("half a note", i);
-                   if (changed && !desk.IsAnywhere(Text(i - 1))) return Torn("lost note", i);
-                   return found == Text(i) ? Found::New : Found::Old;
-               }});
+    return KillSaves(desk, {changed ? "note changed meanwhile" : "note",
+                            [&](int i) { desk.Put(note, Text(i - 1)); },
+                            [&](int i) {
+                                NoteStore store(*desk.files);
+                                store.index.SetFolder(desk.folder);
+                                if (!changed) store.Load(note);
+                                std::string error;
+                                Must(store.Save(note, Text(i), &error));
+                            },
+                            [&](int i) {
+                                const std::string found = desk.Read(note);
+                                if (found != Text(i) && found != Text(i - 1))
+                                    return Torn("half a note", i);
+                                if (changed && !desk.IsAnywhere(Text(i - 1)))
+                                    return Torn("lost note", i);
+                                return found == Text(i) ? Found::New : Found::Old;
+                            }});
 }
 
 int KillSettings() {
@@ -98,17 +99,18 @@ int KillSettings() {
             store->Write("key_" + std::to_string(key), "value " + std::to_string(i));
         Must(store->Flush());
     };
-    const int torn = KillSaves(desk, {"settings", [&](int i) { write(i - 1); }, write, [&](int i) {
-                                          const auto store = MakeSettingsStore(file);
-                                          int of[2] = {};
-                                          for (int key = 0; key < kKeys; ++key)
-                                              for (const int fresh : {0, 1})
-                                                  of[fresh] +=
-                                                      store->Read("key_" + std::to_string(key), "") ==
-                                                      "value " + std::to_string(i - 1 + fresh);
-                                          if (of[1] == kKeys) return Found::New;
-                                          return of[0] == kKeys ? Found::Old : Torn("mixed", i);
-                                      }});
+    const int torn =
+        KillSaves(desk, {"settings", [&](int i) { write(i - 1); }, write,
+                         [&](int i) {
+                             const auto store = MakeSettingsStore(file);
+                             int of[2] = {};
+                             for (int key = 0; key < kKeys; ++key)
+                                 for (const int fresh : {0, 1})
+                                     of[fresh] += store->Read("key_" + std::to_string(key), "") ==
+                                                  "value " + std::to_string(i - 1 + fresh);
+                             if (of[1] == kKeys) return Found::New;
+                             return of[0] == kKeys ? Found::Old : Torn("mixed", i);
+                         }});
     for (const auto& entry : std::filesystem::directory_iterator(desk.folder))
         if (entry.path() != file) std::printf("  left: %s\n", entry.path().filename().c_str());
     return torn;
@@ -118,27 +120,28 @@ int KillSettings() {
 int KillConverted() {
     const KillDesk desk;
     const std::string path = desk.folder + "/a-CM.jpg";
-    return KillSaves(
-        desk, {"converted picture", [&](int i) { desk.Put(path, Jpeg(i - 1)); },
-               [&](int i) {
-                   ImgX picture;
-                   picture.TakePicture(Grained(i));
-                   ConvertOptions options;
-                   options.quality = 90;
-                   const Converted made = ConvertPicture(picture, options);
-                   Changes changes(*desk.files);
-                   std::string error;
-                   Must(MakeRoom(*desk.files, {}, path, changes, &error));
-                   Must(desk.files->Write(path, made.jpeg, &error));
-               },
-               [&](int i) {
-                   const std::string found = desk.Read(path);
-                   if (!desk.IsAnywhere(Jpeg(i - 1))) return Torn("the older picture is lost", i);
-                   if (found == Jpeg(i)) return Found::New;
-                   // Between the two it stands in the wastebasket alone.
-                   if (found == "(none)") return Found::Partly;
-                   return found == Jpeg(i - 1) ? Found::Old : Torn("half a picture", i);
-               }});
+    return KillSaves(desk, {"converted picture", [&](int i) { desk.Put(path, Jpeg(i - 1)); },
+                            [&](int i) {
+                                ImgX picture;
+                                picture.TakePicture(Grained(i));
+                                ConvertOptions options;
+                                options.quality = 90;
+                                const Converted made = ConvertPicture(picture, options);
+                                Changes changes(*desk.files);
+                                std::string error;
+                                Must(MakeRoom(*desk.files, {}, path, changes, &error));
+                                Must(desk.files->Write(path, made.jpeg, &error));
+                            },
+                            [&](int i) {
+                                const std::string found = desk.Read(path);
+                                if (!desk.IsAnywhere(Jpeg(i - 1)))
+                                    return Torn("the older picture is lost", i);
+                                if (found == Jpeg(i)) return Found::New;
+                                // Between the two it stands in the wastebasket alone.
+                                if (found == "(none)") return Found::Partly;
+                                return found == Jpeg(i - 1) ? Found::Old
+                                                            : Torn("half a picture", i);
+                            }});
 }
 
 int KillThumbnails() {
@@ -165,7 +168,8 @@ int KillThumbnails() {
     };
     std::vector<std::string> of[2];
     for (const int kind : {0, 1}) run(kind), of[kind] = made();
-    return KillSaves(desk, {"thumbnails", [&](int i) { run(i - 1); }, run, [&](int i) {
+    return KillSaves(desk, {"thumbnails", [&](int i) { run(i - 1); }, run,
+                            [&](int i) {
                                 const auto& fresh = of[i % 2];
                                 const auto& old = of[(i + 1) % 2];
                                 const auto found = made();
@@ -186,7 +190,8 @@ EntryFacts Entry(int number) {
     return facts;
 }
 
-// A new page over an old one, whose bytes reach the disk entry by entry; or one that is appended to.
+// A new page over an old one, whose bytes reach the disk entry by entry; or one that is appended
+// to.
 int KillPage(bool appended) {
     const KillDesk desk;
     const std::string path = desk.folder + "/page.html";
@@ -210,8 +215,7 @@ int KillPage(bool appended) {
     };
     return KillSaves(
         desk, {appended ? "page appended to" : "page laid by hand",
-               [&](int i) { lay(path, i - 1, false); },
-               [&](int i) { lay(path, i, appended); },
+               [&](int i) { lay(path, i - 1, false); }, [&](int i) { lay(path, i, appended); },
                [&](int i) {
                    const std::string old = whole(i - 1, false);
                    const std::string fresh = appended ? whole(i - 1, true) : whole(i, false);
@@ -221,8 +225,9 @@ int KillPage(bool appended) {
                    std::size_t same = 0;
                    while (same < found.size() && same < fresh.size() && found[same] == fresh[same])
                        ++same;
-                   const bool grows = same == found.size() || (appended && found.size() == old.size() &&
-                                                               old.compare(same, std::string::npos, found, same) == 0);
+                   const bool grows = same == found.size() ||
+                                      (appended && found.size() == old.size() &&
+                                       old.compare(same, std::string::npos, found, same) == 0);
                    return grows ? Found::Partly : Torn("a torn page", i);
                }});
 }
