@@ -233,46 +233,5 @@ TEST(CopyTo, NothingHappensInAnEmptyFolder) {
     EXPECT_EQ(changes, 0);
 }
 
-// Each change of the disk fails once in turn: every byte is still there, also after an undo.
-TEST(CopyTo, NoFailureLosesAnything) {
-    using Act = std::function<void(CopyDesk&)>;
-    const std::map<std::string, Act> commands{
-        {"copy", [](CopyDesk& d) { d.house.copies.CopyImage(); }},
-        {"convert", [](CopyDesk& d) { d.house.copies.CMImage(); }},
-        {"move", [](CopyDesk& d) { d.c.MoveToButton->click(); }},
-        {"move and undo",
-         [](CopyDesk& d) {
-             d.c.MoveToButton->click();
-             d.c.UndoButton->trigger();
-         }},
-    };
-    const std::string trash = std::string(std::getenv("XDG_DATA_HOME")) + "/Trash/files";
-    for (const auto& [name, act] : commands) {
-        int calls = 1;
-        for (int failing = 1; failing <= calls; ++failing) {
-            SCOPED_TRACE(name + ", change " + std::to_string(failing));
-            CopyDesk d;
-            d.notes.Write("a.enf", "note of a");
-            for (const char* standing : {"a.jpg", "a-CM.jpg"})
-                d.target.Write(standing, std::string("stood as ") + standing);
-            std::map<std::string, int> bytes;
-            for (const Tree& tree : {d.Pictures(), d.Notes(), d.Target()})
-                for (const auto& [file, content] : tree) ++bytes[content];
-            d.Start();
-            calls = 0;
-            d.files.onChange = [&](const std::string&, const std::string&) {
-                return ++calls == failing ? std::string("fault") : std::string();
-            };
-            act(d);
-            d.files.onChange = nullptr;
-            for (const Tree& tree : {d.Pictures(), d.Notes(), d.Target(),
-                                     std::filesystem::exists(trash) ? ReadTree(trash) : Tree()})
-                for (const auto& [file, content] : tree) bytes.erase(content);
-            EXPECT_TRUE(bytes.empty());
-        }
-        EXPECT_GT(calls, 0) << name;
-    }
-}
-
 } // namespace
 } // namespace tarn::testing
