@@ -35,8 +35,8 @@ public:
     virtual ~DisplayCommands() = default;
     virtual void DisplayPicture() = 0;
     virtual void ShowPreview() = 0;
-    // No picture: pane, texts and picture windows are emptied, so that none stands under another
-    // name.
+    // No picture, clip or page: pane, panel, texts and picture windows are emptied, so that nothing
+    // stands under another name. Filename and FileNameOnly stay.
     virtual void ShowNothing() = 0;
     virtual void Redraw() = 0;
     virtual void SetPictureCommands(bool enabled) = 0;
