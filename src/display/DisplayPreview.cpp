@@ -142,10 +142,6 @@ void DisplayRoom::ShowNothing() {
         image->Clear();
     s.ImageLoaded = false;
     PutNothing();
-    if (!s.HistoryListed) {
-        s.PanelRows.clear();
-        m.controls.List1->clear();
-    }
     s.SizeText.clear();
     for (QLabel* text : {c.SizeText, c.MpixelText, c.FileSizeText}) text->clear();
     SetPictureCommands(false);

@@ -69,9 +69,8 @@ void NavigationRoom::FileListBox_Click() {
         m.shell.ShowError(error + " - " + s.FileNameOnly);
         s.FileModifiedText.clear();
         m.display.ShowNothing();
-        // From here on all is this file's: no note beside another one, and the next step from here.
+        // From here on all is this file's: no note beside another one.
         s.FileNameOnly = LastPart(s.Filename);
-        s.FileIndex = row;
         m.notes.CheckForNotes();
         return;
     }
