@@ -94,7 +94,9 @@ std::string OneFile::Names() const {
         faults += Differ("FileNameOnly", s.FileNameOnly, LastPart(s.Filename));
     const auto* status = m.house().window.statusBar()->findChild<QLabel*>();
     const std::string said = status ? FromQt(status->text()) : "";
-    if (row >= 0 && !said.starts_with(s.Filename))
+    // A folder that cannot be entered leaves the list as it is, and this is said of it.
+    const bool refused = said == "Nothing to display in current folder.";
+    if (row >= 0 && !refused && !said.starts_with(s.Filename))
         faults += Differ("the status line", said, s.Filename);
     return faults;
 }
