@@ -221,7 +221,10 @@ int KillPage(bool appended) {
     const auto whole = [&](int i, bool append) {
         std::string& kept = wholes[{i % 2, append}];
         if (!kept.empty()) return kept;
-        const std::string page = desk.home.path().toStdString() + "/whole.html";
+        // As deep as the real one, for the links to the pictures.
+        const std::string beside = desk.home.path().toStdString() + "/whole";
+        std::filesystem::create_directory(beside);
+        const std::string page = beside + "/page.html";
         lay(page, i, false);
         if (append) lay(page, i + 1, true);
         return kept = desk.Read(page);
