@@ -44,6 +44,16 @@ std::string NameOf(int picture) {
     return "P" + std::to_string(picture) + ".jpg";
 }
 
+void Must(bool done) {
+    if (!done) std::_Exit(2);
+}
+
+// What works on pictures runs in processes of its own: threads of the toolkit do not survive the
+// forks that follow.
+void Apart(const std::function<void()>& work) {
+    tarn::bench::Ended(tarn::bench::Begin(work));
+}
+
 // A picture that takes some time to decode and to pack. Its number counts by odd and even alone, as
 // that of all saves below: old and new differ, and are made but once.
 QImage Grained(int number) {
@@ -56,14 +66,17 @@ QImage Grained(int number) {
 
 const std::string& Jpeg(int number) {
     static std::string made[2];
-    std::string error;
     std::string& jpeg = made[number % 2];
-    if (jpeg.empty()) jpeg = EncodeJpeg(Grained(number), 90, &error);
+    if (!jpeg.empty()) return jpeg;
+    const QTemporaryDir folder;
+    const std::string path = folder.path().toStdString() + "/made.jpg";
+    const auto files = MakeFiles();
+    Apart([&] {
+        std::string error;
+        Must(files->Write(path, EncodeJpeg(Grained(number), 90, &error), &error));
+    });
+    jpeg = files->Read(path, std::numeric_limits<std::size_t>::max()).value_or("(none)");
     return jpeg;
-}
-
-void Must(bool done) {
-    if (!done) std::_Exit(2);
 }
 
 // With a note that another program has changed meanwhile, which must not be lost either.
@@ -167,8 +180,8 @@ int KillThumbnails() {
         return all;
     };
     std::vector<std::string> of[2];
-    for (const int kind : {0, 1}) run(kind), of[kind] = made();
-    return KillSaves(desk, {"thumbnails", [&](int i) { run(i - 1); }, run,
+    for (const int kind : {0, 1}) Apart([&] { run(kind); }), of[kind] = made();
+    return KillSaves(desk, {"thumbnails", [&](int i) { Apart([&] { run(i - 1); }); }, run,
                             [&](int i) {
                                 const auto& fresh = of[i % 2];
                                 const auto& old = of[(i + 1) % 2];
@@ -208,7 +221,10 @@ int KillPage(bool appended) {
     const auto whole = [&](int i, bool append) {
         std::string& kept = wholes[{i % 2, append}];
         if (!kept.empty()) return kept;
-        const std::string page = desk.home.path().toStdString() + "/whole.html";
+        // As deep as the real one, for the links to the pictures.
+        const std::string beside = desk.home.path().toStdString() + "/whole";
+        std::filesystem::create_directory(beside);
+        const std::string page = beside + "/page.html";
         lay(page, i, false);
         if (append) lay(page, i + 1, true);
         return kept = desk.Read(page);

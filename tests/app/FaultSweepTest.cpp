@@ -387,7 +387,7 @@ private:
     Outcome m_whole;
 };
 
-constexpr std::size_t kParts = 3; // of the commands, each a test of its own
+constexpr std::size_t kParts = 6; // of the commands, each a test of its own
 using KindAndPart = std::tuple<FaultPoint::Kind, std::size_t>;
 class Faults : public ::testing::TestWithParam<KindAndPart> {};
 
