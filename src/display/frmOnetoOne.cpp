@@ -1,9 +1,9 @@
 #include "display/frmOnetoOne.h"
 
-#include "display/Replay.h"
 #include "platform/PictureBox.h"
 #include "platform/QtText.h"
 #include "platform/WindowPlaces.h"
+#include "shell/state/Replay.h"
 
 #include <QLabel>
 #include <QPushButton>

@@ -2,11 +2,14 @@
 
 #include "common/dates.h"
 #include "common/paths.h"
+#include "common/text.h"
+#include "pictureinfo/CameraDataText.h"
 #include "platform/CrashNote.h"
 #include "platform/FileListBox.h"
 #include "platform/Files.h"
 #include "platform/Sound.h"
 #include "platform/imaging/PicturesAhead.h"
+#include "shell/state/Replay.h"
 #include "slides/SlidePainter.h"
 #include "slides/SlideTitle.h"
 
@@ -16,10 +19,10 @@ namespace tarn {
 
 namespace {
 
-// Videos and web files, by their names alone.
+// Videos and web files, by their names alone; all four characters count here.
 bool IsPassedOver(const SelectionState& state, const std::string& path) {
     const std::string type = FileTypeOf(path);
-    return IsListedType(state.VideoTypes, type) || IsListedType(state.WebTypes, type);
+    return Contains(ToUpper(state.VideoTypes), type) || Contains(ToUpper(state.WebTypes), type);
 }
 
 } // namespace
@@ -54,8 +57,10 @@ std::string FullSlides::PathOf(int index) const {
 
 void FullSlides::Run() {
     while (!m_time.Ends() && m_sequence.Resize(Count())) {
-        if (LoadSlide()) {
-            ShowSlide();
+        const bool loaded = LoadSlide();
+        if (loaded) ShowSlide();
+        m_time.Window().SetPointer(Qt::ArrowCursor);
+        if (loaded) {
             ExpectNeighbours();
             if (!Walk()) return;
         } else {
@@ -87,10 +92,10 @@ bool FullSlides::LoadSlide() {
     s.SlideFile = PathOf(m_sequence.Index());
     if (IsPassedOver(s, s.SlideFile)) return false;
     m_time.Window().SetPointer(Qt::WaitCursor);
+    SetCrashFile(s.SlideFile);
     std::string error;
     const auto modified = m.files.ModifiedTime(s.SlideFile, &error);
     if (modified) error = LoadFile();
-    m_time.Window().SetPointer(Qt::ArrowCursor);
     if (!modified || !s.ImgXslide.HasImage()) {
         s.SlideCopied = false; // its mark belongs to no other
         m_error = error + " - " + LastPart(s.SlideFile);
@@ -120,17 +125,16 @@ std::string FullSlides::LoadFile() {
 void FullSlides::TakeAsCurrentFile() {
     ProgramState& s = m.state;
     s.Filename = s.SlideFile;
-    SetCrashFile(s.Filename);
     s.FileNameOnly = s.SlideNameOnly = LastPart(s.SlideFile);
     s.FileType = FileTypeOf(s.SlideFile);
     m.notes.SetNotesFilename();
 }
 
-// The orientation of a file that tells none stays that of the one before.
+// The orientation of a file that tells none stays that of the one before; its lines do not.
 void FullSlides::ReadInfo() {
     ProgramState& s = m.state;
     s.NoExif = s.ExifFound = s.DatesDiffer = false;
-    s.PictureDate.clear();
+    std::fill_n(s.CameraDataLines.begin(), kPanelLines, std::string());
     m.info.ReadPictureInfo();
     m_orientation = s.ImgXslide.IsUpright() ? 1 : s.ExpOrientation;
 }
@@ -145,9 +149,8 @@ void FullSlides::ShowSlide() {
 
 void FullSlides::ComposeTitle() {
     ProgramState& s = m.state;
-    SlideTitleFacts facts{s.SlideNameOnly, s.FileModifiedText, m_sequence.Index(),
-                          s.SlideCount,    s.CameraSettings,   s.SlideCopied,
-                          m_refusal,       s.BrightnessValue};
+    SlideTitleFacts facts{s.SlideNameOnly,  s.FileModifiedText, s.SlideIndex, s.SlideCount,
+                          s.CameraSettings, s.SlideCopied,      m_refusal,    s.BrightnessValue};
     s.SlideTitle = TitleOf(facts, s);
     s.SlideCopied = false;
 }
@@ -168,7 +171,7 @@ void FullSlides::PaintSlide() {
     ImgX slide;
     slide.CopyFrom(s.ImgXslide);
     Apply(slide, m_turn);
-    TurnByOrientation(slide, m_orientation);
+    TurnUpright(m_orientation, slide);
     FitInto(slide, SlideLayout::One, m_time.Screen());
     slide.Brightness(s.BrightnessValue);
     QImage picture = slide.FullPicture();

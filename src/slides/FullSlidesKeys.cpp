@@ -170,19 +170,23 @@ void FullSlides::Copy(bool convert) {
     Leave(SlideMove::Again);
 }
 
-// The file that is seen; whether it went is told by its name, since others may come and go.
+// The file that is seen, then the one behind it; both by their names, since others may come and go.
 void FullSlides::Delete() {
     ProgramState& s = m.state;
+    const FileListBox& list = *m.controls.FileListBox;
     TakeAsCurrentFile();
     const std::string name = s.SlideNameOnly;
+    const std::string next =
+        Count() > 0 ? LastPart(PathOf((m_sequence.Index() + 1) % Count())) : "";
     m.fileops.DeleteButton_Click();
-    if (m.controls.FileListBox->RowOf(name) >= 0) return;
+    if (list.RowOf(name) >= 0) return;
     if (m_walksSelected) {
         std::erase(s.SelectedFiles, name);
         s.SelectedCount = static_cast<int>(s.SelectedFiles.size());
     }
     m_sequence.Forget();
     if (!m_sequence.Resize(Count())) return m_time.End();
+    if (!m_walksSelected && list.RowOf(next) >= 0) m_sequence.GoTo(list.RowOf(next));
     Leave(SlideMove::Again);
 }
 

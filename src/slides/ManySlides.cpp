@@ -77,7 +77,10 @@ void ManySlides::Paint() {
     frmSlideShow& window = m_time.Window();
     window.Clear();
     for (std::size_t i = 0; i < m_areas.size(); ++i) {
-        const QImage& picture = m_areas[i].picture;
+        ImgX bright; // the slider may have moved since the area was taken
+        bright.TakePicture(m_areas[i].picture);
+        bright.Brightness(m.state.BrightnessValue);
+        const QImage& picture = bright.FullPicture();
         const SlidePlace place = PlaceSlide({picture.width(), picture.height()}, int(i),
                                             m_time.Layout(), m_time.Screen());
         window.PutPicture(picture, place.left, place.top);

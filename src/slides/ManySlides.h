@@ -32,7 +32,7 @@ private:
         std::string date;
         std::string camera;
         bool last = false;
-        QImage picture; // as painted
+        QImage picture; // as painted, but for the brightness
     };
 
     // Pages and steps; each false when there is no picture to show.

@@ -3,6 +3,7 @@
 
 #include "platform/FileListBox.h"
 #include "platform/QtText.h"
+#include "shell/state/Replay.h"
 #include "slides/SlidePainter.h"
 #include "slides/SlideTitle.h"
 
@@ -120,17 +121,11 @@ QImage ManySlides::PreparePicture() const {
     const ProgramState& s = m.state;
     ImgX picture;
     picture.CopyFrom(s.ImgXfull);
-    if (m_landscape) {
-        if (picture.Height() > picture.Width()) picture.Rotate(270);
-    } else {
-        if (s.ImageRotatedRight) picture.Rotate(90);
-        if (s.ImageRotatedLeft) picture.Rotate(270);
-        if (s.ImageMirrored) picture.Mirror(0);
-        if (s.ImageFliped) picture.Mirror(1);
-        if (s.ExpOrientation == 3) picture.Rotate(180);
-    }
+    if (!m_landscape)
+        ReplayTurns(s, picture);
+    else if (picture.Height() > picture.Width())
+        picture.Rotate(270);
     FitInto(picture, m_time.Layout(), m_time.Screen());
-    picture.Brightness(s.BrightnessValue);
     return picture.FullPicture();
 }
 

@@ -17,12 +17,6 @@ constexpr double kTextPlace = 10; // logical pixels from the picture's corner
 
 } // namespace
 
-void TurnByOrientation(ImgX& picture, int orientation) {
-    if (orientation == 6) picture.Rotate(90);
-    if (orientation == 8) picture.Rotate(270);
-    if (orientation == 3) picture.Rotate(180);
-}
-
 void Apply(ImgX& picture, const Turn& turn) {
     if (turn.mirrored) picture.Mirror(kLeftToRight);
     if (turn.quarters != 0) picture.Rotate(float(kQuarter * turn.quarters));
@@ -60,8 +54,8 @@ void PaintText(QImage& picture, const std::string& text, const SlideState& state
         QPainter painter(&picture);
         painter.setFont(frmSlideShow::TextFont(state));
         painter.setPen(frmSlideShow::TextColor(state));
-        const double width = std::min(screen.width, picture.width() - kTextPlace) / screen.unit;
-        painter.drawText(QRectF(kTextPlace, kTextPlace, std::max(1.0, width - kTextPlace),
+        const double width = std::min<double>(screen.width, picture.width()) / screen.unit;
+        painter.drawText(QRectF(kTextPlace, kTextPlace, std::max(1.0, width - 2 * kTextPlace),
                                 picture.height() / screen.unit),
                          Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, ToQt(text));
     }

@@ -14,9 +14,6 @@
 
 namespace tarn {
 
-// The turn by the orientation value of the camera data; 1 and unknown ones turn nothing.
-void TurnByOrientation(ImgX& picture, int orientation);
-
 // The turn as a value, and back as the states from which the preview makes it again.
 void Apply(ImgX& picture, const Turn& turn);
 void WantTurn(DisplayState& state, const Turn& turn);

@@ -1,6 +1,7 @@
 #include "slides/SlideSequence.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tarn {
 
@@ -24,11 +25,11 @@ bool SlideSequence::PassOver() {
 
 void SlideSequence::Leave(SlideMove move, bool back) {
     m_back = back; // also which way is looked when the picture cannot be shown again
-    if (move == SlideMove::Again) return;
-    m_travelsBack = move == SlideMove::Previous;
-    const bool again = m_again && (move == SlideMove::Next || move == SlideMove::Previous);
-    m_again = false;
-    if (again) return;
+    if (move != SlideMove::Again) {
+        m_travelsBack = move == SlideMove::Previous;
+        const bool steps = move == SlideMove::Next || move == SlideMove::Previous;
+        if (std::exchange(m_again, false) && steps) return;
+    }
     switch (move) {
     case SlideMove::Next:
         m_index = Wrapped(m_index + 1);

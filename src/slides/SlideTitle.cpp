@@ -54,8 +54,7 @@ std::string TextOnSlide(const std::string& note, const PictureInfo& info, int mo
         const std::string& line = info.CameraDataLines[i];
         if (!line.empty()) text += "\r\n" + std::string(Trim(line));
     }
-    if (text.size() < kFewest) return {};
-    return text.substr(std::min(text.size(), text.find_first_not_of("\r\n")));
+    return text.size() < kFewest ? std::string() : text;
 }
 
 } // namespace tarn

@@ -79,6 +79,11 @@ TEST(FullSlides, PassesOverWhatIsNoPictureInTheDirectionOfTravel) {
     EXPECT_NE(d.calls.back().find(" - e.tif"), std::string::npos);
     d.state.SlideAltArrowKeys = true;
     EXPECT_EQ(d.Show({keys::kLeft, kIdle}, 3), "d d"); // this key is not looked at
+    SlideDesk longer;                                  // all four characters count
+    longer.state.VideoTypes = "*.mpeg";
+    longer.Fill({"a.jpg", "b.jpeg"});
+    longer.folder.Write("b.jpeg", JpegBytes(TellTale(60, 40)));
+    EXPECT_EQ(longer.Show({'N', kIdle}), "a b");
 }
 
 TEST(FullSlides, EndsWhenNothingCanBeShown) {
@@ -102,8 +107,10 @@ TEST(FullSlides, EndsWhenNothingCanBeShown) {
     SlideDesk none;
     none.Fill({});
     none.room.SlideButton_Click();
-    none.state.VideoImage = true;
     none.Fill({"a.jpg"});
+    none.state.VideoImage = true;
+    none.room.SlideButton_Click();
+    none.state.VideoImage = false;
     none.state.WebImage = true;
     none.room.SlideButton_Click();
     EXPECT_EQ(none.Called("main down"), false);
@@ -137,6 +144,14 @@ TEST(FullSlides, DeletesDownToTheLastPicture) {
     d.Do([&] { d.deletes.declines = false; });
     d.Play({del, kIdle});
     EXPECT_EQ(d.Run(), "a a a c");
+    SlideDesk moved;
+    moved.Fill({"c.jpg", "d.jpg", "e.jpg"});
+    moved.Do([&] { // another program brings one in front
+        moved.folder.Write("b.jpg", JpegBytes(TellTale(60, 40)));
+        moved.room.SlideKeyUp(del);
+    });
+    moved.Play({kIdle});
+    EXPECT_EQ(moved.Run(), "c d");
     EXPECT_EQ(d.state.SelectedFiles, (std::vector<std::string>{"c.jpg"}));
 }
 
@@ -221,6 +236,14 @@ TEST(FullSlides, KeysThatChangeBrightnessViewsAndLook) {
         Connect(button, [] {});
     EXPECT_EQ(d.Show({keys::kComma, keys::kComma, keys::kPeriod, kIdle}), "a b c b");
     EXPECT_EQ(d.state.FileHistCur, 1);
+    SetEnabled(d.controls.FileBackButton, false);
+    d.state.SlideClear = true; // which reads the picture again
+    d.calls.clear();
+    d.display.SetBrightness(5);
+    EXPECT_EQ(d.Show({keys::kComma, 'T', kIdle}, 1), "b b b");
+    EXPECT_EQ(d.state.FileHistCur, 1);
+    EXPECT_EQ(std::count(d.calls.begin(), d.calls.end(), "SetNotesFilename"), 2);
+    EXPECT_TRUE(d.Called("Adjust")); // at the end
 }
 
 } // namespace

@@ -181,6 +181,26 @@ TEST(ManySlides, TurnsAsTheSelectionDidOrLaysEveryPictureDown) {
     EXPECT_EQ(lying, (std::vector<std::string>{"rgby", "gyrb"}));
 }
 
+TEST(ManySlides, TheBrightnessReachesThePicturesThatStand) {
+    ManyDesk d;
+    d.Fill({"a.jpg", "b.jpg"});
+    std::vector<int> greens; // of the red quarters of both pictures
+    const auto look = [&](int brightness) {
+        d.pump.script.push_back([&, brightness] {
+            for (const int left : {182, 596})
+                greens.push_back(d.room.Window()->Backing().pixelColor(left, 182).green());
+            d.display.SetBrightness(brightness);
+        });
+    };
+    for (const int brightness : {50, 0, 0}) look(brightness);
+    d.display.decoded.clear();
+    d.room.Slides4Button_Click();
+    ASSERT_EQ(greens.size(), 6U);
+    for (const std::size_t i : {2U, 3U}) EXPECT_GT(greens[i], greens[0] + 100);
+    for (const std::size_t i : {1U, 4U, 5U}) EXPECT_NEAR(greens[i], greens[0], 3);
+    EXPECT_EQ(d.display.decoded["b.jpg"], 1);
+}
+
 TEST(ManySlides, TheListHoldsPicturesAloneForTheTimeOfTheShow) {
     ManyDesk d;
     d.Fill({"a.jpg", "b.jpg"});

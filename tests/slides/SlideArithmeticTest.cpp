@@ -103,7 +103,7 @@ TEST(SlideTitle, TheNoteAndInModeTwoTheCameraLines) {
     EXPECT_EQ(TextOnSlide("", info, 1), "");
     EXPECT_EQ(TextOnSlide("x", info, 1), "x\r\n");
     EXPECT_EQ(TextOnSlide("a\r\nb", info, 2), "a\r\nb\r\n\r\nFile name: a.jpg\r\nCamera: EOS");
-    EXPECT_EQ(TextOnSlide("", info, 2), "File name: a.jpg\r\nCamera: EOS");
+    EXPECT_EQ(TextOnSlide("", info, 2), "\r\n\r\nFile name: a.jpg\r\nCamera: EOS");
 }
 
 } // namespace

@@ -56,7 +56,7 @@ struct LoadingDisplay : RecordingDisplay {
         ++decoded[LastPart(state.Filename)];
         state.FileNameOnly = LastPart(state.Filename);
         state.ImageRotatedRight = turnedRight == state.FileNameOnly;
-        state.ExpOrientation = upsideDown == state.FileNameOnly ? 3 : 0;
+        state.ImageTurnedHalf = upsideDown == state.FileNameOnly;
         state.ImgXfull.LoadFile(state.Filename, QSize(state.PreviewWidth, state.PreviewHeight));
         state.ImageLoaded = state.ImgXfull.HasImage();
         if (whenLoaded) whenLoaded();
@@ -107,9 +107,11 @@ struct ReadingInfo : RecordingInfo {
     void ReadPictureInfo() override {
         const auto found = orientation.find(state.FileNameOnly);
         if (found != orientation.end()) state.ExpOrientation = std::int16_t(found->second);
+        if (state.FileNameOnly == named) state.CameraDataLines[12] = "Camera: EOS";
     }
     ProgramState& state;
     std::map<std::string, int> orientation;
+    std::string named; // the file that tells its camera
 };
 
 // Deletes the current file, as the user says.

@@ -220,6 +220,64 @@ TEST(SlidePainting, TheCamerasTurnFollowsTheKeysAndNotesStandUpright) {
     EXPECT_EQ(painted, (std::vector<std::string>{"bryg", "bryg", "ybgr", "bryg", "rgby"}));
 }
 
+TEST(SlidePainting, TheNoteAndTheCameraStandInThePicturesCorner) {
+    WindowDesk d;
+    d.Fill({"a.jpg", "b.jpg"});
+    for (const char* name : {"a.jpg", "b.jpg"}) d.folder.Write(name, JpegBytes(TellTale(300, 200)));
+    d.info.named = "a.jpg";
+    d.notes.note = "note";
+    std::string written; // "." no text, "n" some
+    const auto look = [&](int key, const char* note) {
+        d.Do([&, key, note] {
+            const QImage picture =
+                d.room.Window()->Backing().copy(QRect(d.Middle(300, 200), QSize(300, 200)));
+            bool white = false;
+            for (int y = 10; y < 100; ++y)
+                for (int x = 10; x < 290; ++x)
+                    white |= qBlue(picture.pixel(x, y)) > 150 && qGreen(picture.pixel(x, y)) > 150;
+            written += white ? "n" : ".";
+            d.notes.note = note;
+            d.room.SlideKeyUp(key);
+        });
+    };
+    look('D', "note"); // mode 0
+    look('O', "");     // the note
+    look('D', "");
+    look('N', ""); // the camera, too
+    look('P', ""); // nothing of the picture before
+    look('D', "");
+    look(0, "");
+    d.Run();
+    EXPECT_EQ(written, ".n.n.n.");
+}
+
+TEST(SlidePainting, BrightnessAndAPictureLargerThanTheScreen) {
+    WindowDesk d;
+    d.Fill({"a.jpg"});
+    QImage dark(8000, 4000, QImage::Format_RGB32);
+    dark.fill(qRgb(40, 40, 40));
+    d.folder.Write("a.jpg", JpegBytes(dark));
+    std::vector<int> reds;
+    for (const int key : {keys::kF1 + 6, 0})
+        d.Do([&, key] {
+            const QImage& whole = d.room.Window()->Backing();
+            reds.push_back(whole.pixelColor(whole.width() / 2, whole.height() / 2).red());
+            const double unit = d.window.devicePixelRatioF();
+            const int wide = whole.width() - int(8 * unit); // half as high
+            EXPECT_EQ(whole.pixelColor(whole.width() / 2, whole.height() / 2 - wide / 4 - 20 * unit)
+                          .red(),
+                      0x80);
+            EXPECT_NE(whole.pixelColor(int(6 * unit), whole.height() / 2).red(), 0x80);
+            EXPECT_NE(whole.pixelColor(whole.width() - int(6 * unit), whole.height() / 2).red(),
+                      0x80);
+            d.room.SlideKeyUp(key);
+        });
+    d.Run();
+    ASSERT_EQ(reds.size(), 2U);
+    EXPECT_NEAR(reds[0], 40, 2);
+    EXPECT_NEAR(reds[1], 53, 3); // five percent of white
+}
+
 TEST(SlideDelay, TheSliderSetsTheDelayAndNothingTurnsItOff) {
     SlideDesk d;
     d.Fill({});

@@ -4,7 +4,6 @@
 #include "common/dates.h"
 #include "common/paths.h"
 #include "display/Placeholder.h"
-#include "display/Replay.h"
 #include "notes/NoteNames.h"
 #include "notes/NoteStore.h"
 #include "notes/NoteText.h"
@@ -17,6 +16,7 @@
 #include "print/DataSheet.h"
 #include "print/PaperImage.h"
 #include "print/ThumbnailSheet.h"
+#include "shell/state/Replay.h"
 #include "shell/state/ShellState.h"
 
 #include <algorithm>

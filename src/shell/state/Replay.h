@@ -1,10 +1,13 @@
-#include "display/Replay.h"
+// Turns done again on a copy of the picture.
+#pragma once
 
 #include "shell/state/DisplayState.h"
 
 namespace tarn {
 
-void ReplayTurns(const DisplayState& state, ImgX& picture) {
+// Those of the preview, by the flags in their fixed order; each counts once, however often the
+// preview was turned.
+inline void ReplayTurns(const DisplayState& state, ImgX& picture) {
     if (state.ImageTurnedHalf) picture.Rotate(180);
     if (state.ImageRotatedRight) picture.Rotate(90);
     if (state.ImageRotatedLeft) picture.Rotate(270);
@@ -12,7 +15,8 @@ void ReplayTurns(const DisplayState& state, ImgX& picture) {
     if (state.ImageFliped) picture.Mirror(1);
 }
 
-void TurnUpright(int orientation, ImgX& picture) {
+// What the camera's orientation asks for; 1 and unknown ones turn nothing.
+inline void TurnUpright(int orientation, ImgX& picture) {
     if (orientation == 6) picture.Rotate(90);
     if (orientation == 8) picture.Rotate(270);
     if (orientation == 3) picture.Rotate(180);
