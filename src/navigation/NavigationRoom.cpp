@@ -2,7 +2,6 @@
 
 #include "common/dates.h"
 #include "common/paths.h"
-#include "navigation/FolderHistory.h"
 #include "navigation/Stepping.h"
 #include "platform/CrashNote.h"
 #include "platform/FileListBox.h"

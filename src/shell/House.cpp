@@ -9,12 +9,8 @@
 #include "shell/window/MenuSwitches.h"
 
 #include <QAction>
-#include <QCheckBox>
 #include <QLabel>
-#include <QMenuBar>
 #include <QPushButton>
-#include <QScreen>
-#include <QStatusBar>
 #include <QWindow>
 
 namespace tarn {

@@ -10,8 +10,6 @@
 #include "web/frmHtmlLayout.h"
 #include "web/frmHtmlThumb.h"
 
-#include <algorithm>
-
 namespace tarn {
 
 namespace {

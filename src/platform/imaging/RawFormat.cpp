@@ -2,7 +2,6 @@
 // as it has the pixels, and the developed one for all of them.
 #include "platform/imaging/ColorProfiles.h"
 #include "platform/imaging/PictureFormat.h"
-#include "platform/imaging/Pixels.h"
 #include "platform/imaging/Turn.h"
 
 #include <libraw/libraw.h>
