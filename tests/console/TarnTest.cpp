@@ -193,6 +193,7 @@ TEST(Tarn, LaysPages) {
     EXPECT_TRUE(Has(links, "b.jpg: cannot be read")) << links.out;
     const std::string entries = BytesOf(broken.Path() + "/p.html");
     EXPECT_NE(entries.find("File name: b.jpg"), std::string::npos) << entries;
+    EXPECT_NE(entries.find("EOS 20D"), std::string::npos);
     EXPECT_EQ(entries.find("EOS 20D"), entries.rfind("EOS 20D")) << entries;
 
     EXPECT_EQ(Tarn("page --append " + folder.Path() + "/none.html " + folder.Path()).status, 1);
