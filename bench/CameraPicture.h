@@ -10,16 +10,30 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <random>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 #include <jpeglib.h>
 
 namespace tarn::bench {
 
-// Slow gradients and sensor noise.
-inline void WriteCameraPicture(const std::string& path, QSize size, int quality = 92) {
+using Light = std::array<int, 3>;
+
+// Slow gradients and sensor noise; with a `patch`, grey ones around the patch, which fills the
+// middle half and by which a picture is known again on a screen.
+inline int CameraSample(int x, int y, int channel, QSize size, const std::optional<Light>& patch) {
+    if (patch && std::abs(2 * x - size.width()) < size.width() / 2 &&
+        std::abs(2 * y - size.height()) < size.height() / 2)
+        return (*patch)[std::size_t(channel)];
+    const int phase = patch ? 0 : channel;
+    return int(128 + 45 * (std::sin(x * 0.004 + phase) + std::cos(y * 0.006 - phase)));
+}
+
+inline void WriteCameraPicture(const std::string& path, QSize size, int quality = 92,
+                               const std::optional<Light>& patch = {}) {
     std::FILE* file = std::fopen(path.c_str(), "wb");
     if (!file) std::exit(1);
     jpeg_compress_struct info{};
@@ -38,10 +52,9 @@ inline void WriteCameraPicture(const std::string& path, QSize size, int quality 
     std::vector<JSAMPLE> samples(std::size_t(size.width()) * 3);
     for (int y = 0; y < size.height(); ++y) {
         for (std::size_t i = 0; i < samples.size(); ++i) {
-            const double wave = std::sin(double(i / 3) * 0.004 + double(i % 3)) +
-                                std::cos(y * 0.006 - double(i % 3));
-            samples[i] = JSAMPLE(
-                std::clamp(128 + 45 * wave + double(random() % 1000) / 1000 * 16 - 8, 0.0, 255.0));
+            const int light = CameraSample(int(i / 3), y, int(i % 3), size, patch);
+            samples[i] =
+                JSAMPLE(std::clamp(light + double(random() % 1000) / 1000 * 16 - 8, 0.0, 255.0));
         }
         JSAMPROW row = samples.data();
         jpeg_write_scanlines(&info, &row, 1);
@@ -49,6 +62,15 @@ inline void WriteCameraPicture(const std::string& path, QSize size, int quality 
     jpeg_finish_compress(&info);
     jpeg_destroy_compress(&info);
     std::fclose(file);
+}
+
+// The same picture under `count` names, p100.jpg first.
+inline void FillFolder(const std::string& folder, int count, QSize size) {
+    const std::string first = folder + "/p100.jpg";
+    WriteCameraPicture(first, size);
+    for (int i = 1; i < count; ++i)
+        if (::link(first.c_str(), (folder + "/p" + std::to_string(100 + i) + ".jpg").c_str()))
+            std::perror("link");
 }
 
 // The picture in the box, from the coarsest reading that has enough pixels.

@@ -2,6 +2,7 @@
 // megapixels: with the next one decoded ahead, and cold beside a bare scaled decode and scaling of
 // the same files. At the end the memory after many steps.
 #include "CameraPicture.h"
+#include "Memory.h"
 #include "Timing.h"
 #include "app/AppDesk.h"
 
@@ -16,34 +17,18 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <fstream>
 #include <functional>
 #include <string>
-#include <unistd.h>
 
 namespace {
 
 using tarn::bench::Median;
 using tarn::bench::Milliseconds;
+using tarn::bench::ResidentMegabytes;
 using tarn::testing::AppDesk;
 
 constexpr int kFiles = 60;
 constexpr int kSteps = 50;
-
-void Fill(const std::string& folder, QSize size) {
-    const std::string first = folder + "/p100.jpg";
-    tarn::bench::WriteCameraPicture(first, size);
-    for (int i = 1; i < kFiles; ++i)
-        if (::link(first.c_str(), (folder + "/p" + std::to_string(100 + i) + ".jpg").c_str()))
-            std::perror("link");
-}
-
-long ResidentMegabytes() {
-    long pages = 0;
-    long resident = 0;
-    std::ifstream("/proc/self/statm") >> pages >> resident;
-    return resident * ::sysconf(_SC_PAGESIZE) / (1024 * 1024);
-}
 
 // Plays one key at each look of the show for events, and times the way to the next look: the key,
 // the loading and the painting.
@@ -125,7 +110,7 @@ int main(int argc, char** argv) {
     const QSize screen = QGuiApplication::primaryScreen()->size();
     std::printf("screen %d x %d, median of %d steps\n", screen.width(), screen.height(), kSteps);
     const QTemporaryDir pictures;
-    Fill(pictures.path().toStdString(), {6000, 4000});
+    tarn::bench::FillFolder(pictures.path().toStdString(), kFiles, {6000, 4000});
     AppDesk desk;
     desk.Start(pictures.path().toStdString());
     Times(desk, pictures.filePath("p100.jpg").toStdString());

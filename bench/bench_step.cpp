@@ -2,6 +2,7 @@
 // next picture decoded ahead, and cold beside a bare scaled decode and scaling of the same files.
 // At the end the memory after many steps, with every pixel decoded.
 #include "CameraPicture.h"
+#include "Memory.h"
 #include "Timing.h"
 #include "app/AppDesk.h"
 
@@ -10,26 +11,17 @@
 #include <QTemporaryDir>
 
 #include <cstdio>
-#include <fstream>
 #include <string>
-#include <unistd.h>
 
 namespace {
 
 using tarn::bench::Median;
 using tarn::bench::Milliseconds;
+using tarn::bench::ResidentMegabytes;
 using tarn::testing::AppDesk;
 
 constexpr int kFiles = 60;
 constexpr int kSteps = 50;
-
-void Fill(const std::string& folder, QSize size) {
-    const std::string first = folder + "/p100.jpg";
-    tarn::bench::WriteCameraPicture(first, size);
-    for (int i = 1; i < kFiles; ++i)
-        if (::link(first.c_str(), (folder + "/p" + std::to_string(100 + i) + ".jpg").c_str()))
-            std::perror("link");
-}
 
 void Step(AppDesk& desk, int key) {
     desk.Key(key);
@@ -51,13 +43,6 @@ double HeldTime(AppDesk& desk) {
                for (int i = 0; i < kSteps; ++i) Step(desk, Qt::Key_N);
            }) /
            kSteps;
-}
-
-long ResidentMegabytes() {
-    long pages = 0;
-    long resident = 0;
-    std::ifstream("/proc/self/statm") >> pages >> resident;
-    return resident * ::sysconf(_SC_PAGESIZE) / (1024 * 1024);
 }
 
 void Times(AppDesk& desk, const std::string& path) {
@@ -104,7 +89,7 @@ int main(int argc, char** argv) {
     QStandardPaths::setTestModeEnabled(true);
     const QApplication application(argc, argv);
     const QTemporaryDir folder;
-    Fill(folder.path().toStdString(), {6000, 4000});
+    tarn::bench::FillFolder(folder.path().toStdString(), kFiles, {6000, 4000});
     AppDesk desk;
     desk.Start(folder.path().toStdString());
     desk.house.window.resize(2560, 1440);

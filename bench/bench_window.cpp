@@ -1,5 +1,6 @@
 // The whole window: what a step costs in a large folder beside a small one, what opening a large
 // folder costs beside one bare reading of the directory, and the memory after many pictures.
+#include "Memory.h"
 #include "Timing.h"
 #include "app/AppDesk.h"
 
@@ -18,6 +19,7 @@ namespace {
 
 using tarn::bench::Median;
 using tarn::bench::Milliseconds;
+using tarn::bench::ResidentMegabytes;
 using tarn::testing::AppDesk;
 
 void Fill(const std::string& folder, int count, const std::string& picture) {
@@ -41,13 +43,6 @@ int BareReading(const std::string& folder) {
     while (const dirent* entry = ::readdir(open)) count += entry->d_name[0] != '.';
     ::closedir(open);
     return count;
-}
-
-long ResidentMegabytes() {
-    long pages = 0;
-    long resident = 0;
-    std::ifstream("/proc/self/statm") >> pages >> resident;
-    return resident * ::sysconf(_SC_PAGESIZE) / (1024 * 1024);
 }
 
 void Steps() {

@@ -111,12 +111,15 @@ std::string DisplayRoom::LoadPicture() {
     s.ImageWidth = size.width();
     s.ImageHeight = size.height();
     std::string error = s.ImgXpic.LoadFile(s.Filename, WantedPixels(), m.ahead);
-    if (s.ImgXpic.HasImage()) return error;
-    std::string systemError = s.ImgXpic.LoadWithSystemReader(s.Filename);
-    if (!s.ImgXpic.HasImage()) return error;
+    if (!s.ImgXpic.HasImage()) {
+        const std::string systemError = s.ImgXpic.LoadWithSystemReader(s.Filename);
+        if (!s.ImgXpic.HasImage()) return error;
+        error = systemError;
+    }
+    // Without a size nothing would be painted over the picture before.
     if (s.ImageWidth == 0) s.ImageWidth = s.ImgXpic.Width();
     if (s.ImageHeight == 0) s.ImageHeight = s.ImgXpic.Height();
-    return systemError;
+    return error;
 }
 
 void DisplayRoom::ShowLoadError(const std::string& error) {
@@ -142,9 +145,8 @@ void DisplayRoom::ShowPlaceholder(const std::string& error) {
 
     const std::string path = ProgramFile(std::string(placeholder.picture));
     s.ImgXpic.LoadFile(path, IsCutMode() ? QSize() : QSize(s.PreviewWidth, s.PreviewHeight));
-    const QSize size = ImgX::ReadFileInfo(path);
-    s.ImageWidth = size.width();
-    s.ImageHeight = size.height();
+    s.ImageWidth = s.ImgXpic.Width();
+    s.ImageHeight = s.ImgXpic.Height();
     SetPictureCommands(false);
     s.MpixelText.clear();
     s.FileSizeText.clear();

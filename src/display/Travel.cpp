@@ -17,7 +17,7 @@ bool IsWayBack(int rowsBack, int count) {
 } // namespace
 
 void Travel::GoTo(int row, int count) {
-    const bool known = count == m_count && m_row >= 0;
+    const bool known = count == m_count && count > 0 && m_row >= 0; // the list may have emptied
     if (!known)
         m_back = false;
     else if (row != m_row)

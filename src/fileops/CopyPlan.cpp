@@ -12,6 +12,7 @@ namespace tarn {
 namespace {
 
 constexpr std::string_view kNoteEnding = ".enf";
+constexpr int kMostNumbers = 10000; // of a name; what stands at the last is kept by the copy itself
 
 // The names in a folder, read once; a name may be looked for in any case.
 class Names {
@@ -151,7 +152,7 @@ void GiveNewNames(CopyUnit& unit, std::set<std::string>& taken, const Files& fil
     };
     int number = 2;
     std::vector<std::string> targets = TargetsOf(unit, number);
-    while (!std::all_of(targets.begin(), targets.end(), isFree))
+    while (number < kMostNumbers && !std::all_of(targets.begin(), targets.end(), isFree))
         targets = TargetsOf(unit, ++number);
     for (std::size_t i = 0; i < targets.size(); ++i) {
         taken.insert(FoldCase(targets[i]));

@@ -152,7 +152,8 @@ void FileRoom::Rename(const std::string& newName, const std::string& from) {
     m.navigation.RefreshDirButton_Click();
     Show(plan.to, row);
     PushUndo({what, changes.Written()});
-    m.shell.ShowMessage("Renamed - " + Arrow(LastPart(from), newName) + NoteWord(plan));
+    m.shell.ShowMessage("Renamed - " + Arrow(LastPart(from), newName) + NoteWord(plan) +
+                        (error.empty() ? "" : ", the old note is still there, too: " + error));
     m.shell.FocusPane();
 }
 

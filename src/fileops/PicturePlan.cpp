@@ -12,9 +12,10 @@ namespace {
 
 constexpr std::size_t kLongestName = 255; // bytes
 
+// One that cannot be read is no empty one: bringing it along will say why it cannot be.
 bool HasBytes(const Files& files, const std::string& path) {
     const auto first = files.Read(path, 1);
-    return first && !first->empty();
+    return !first || !first->empty();
 }
 
 bool TakeBack(Changes& changes) {
@@ -116,7 +117,7 @@ bool CarryOutRename(const NewNamePlan& plan, Files& files, Changes& changes, std
         return TakeBack(changes);
     const bool noteRenamed = files.IsSameFile(plan.noteFrom, plan.noteTo);
     if (!plan.noteFrom.empty() && !plan.noteStays && !noteRenamed)
-        changes.EndRename(plan.noteFrom, plan.noteTo);
+        changes.EndRename(plan.noteFrom, plan.noteTo, error);
     return true;
 }
 

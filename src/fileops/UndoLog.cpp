@@ -74,9 +74,8 @@ bool Changes::Copy(const std::string& from, const std::string& to, std::string* 
     return true;
 }
 
-void Changes::EndRename(const std::string& from, const std::string& to) {
-    std::string ignored; // then there are two, and both stay
-    if (!m_files.Remove(from, &ignored)) return;
+void Changes::EndRename(const std::string& from, const std::string& to, std::string* error) {
+    if (!m_files.Remove(from, error)) return;
     for (Done& done : m_done)
         if (done.kind == Done::Kind::Made && done.to == to) done.kind = Done::Kind::Renamed;
 }

@@ -44,8 +44,9 @@ public:
     bool Rename(const std::string& from, const std::string& to, std::string* error);
     // What stood at the target is thrown away once all bytes are written.
     bool Copy(const std::string& from, const std::string& to, std::string* error);
-    // A copy that stood for a rename: the old file goes, for its bytes are in the new one.
-    void EndRename(const std::string& from, const std::string& to);
+    // A copy that stood for a rename: the old file goes, for its bytes are in the new one. Where it
+    // cannot, `error` says why, and both stay.
+    void EndRename(const std::string& from, const std::string& to, std::string* error);
     void Note(Done done) { m_done.push_back(std::move(done)); }
 
     // Everything that was done, or all but the first `kept`, taken back, the last first; what could

@@ -59,22 +59,23 @@ void NavigationRoom::FileListBox_Click() {
         hidden->hide();
     m.shell.ShowStatus(s.Filename);
     SetCrashFile(s.Filename);
+    s.FileType = FileTypeOf(s.Filename);
+    s.FileIndex = row;
 
     std::string error;
     const auto modified = m.files.ModifiedTime(s.Filename, &error);
     if (!modified) {
         // The name is still that of the picture before, as the display alone sets it.
         m.shell.ShowError(error + " - " + s.FileNameOnly);
+        s.FileModifiedText.clear();
         m.display.ShowNothing();
-        // From here on it is this file's, so that no note stands beside another file.
+        // From here on all is this file's: no note beside another one.
         s.FileNameOnly = LastPart(s.Filename);
         m.notes.CheckForNotes();
         return;
     }
     s.FileModifiedText = FormatDateText(FromFileTime(*modified));
-    s.FileType = FileTypeOf(s.Filename);
     s.VideoPending = false;
-    s.FileIndex = row;
     const bool recorded = RecordSelection(row);
     if (s.CurrentPane == Pane::LogText) m.shell.ShowPane(Pane::Picture1);
     m_historyList.GiveUp();
@@ -88,7 +89,9 @@ bool NavigationRoom::RecordSelection(int row) {
         RecordView(m.state, row);
         SetEnabled(m.controls.FileBackButton, CanGoBack(m.state));
     }
-    return RecordRow(m.state, row);
+    std::int32_t* kept = m.state.HistRow();
+    if (kept) *kept = row;
+    return kept != nullptr;
 }
 
 void NavigationRoom::ShowChosenFile() {
@@ -107,7 +110,7 @@ void NavigationRoom::ShowChosenFile() {
 void NavigationRoom::ShowVideo() {
     m.shell.ShowPane(Pane::Picture2);
     m.display.SetPictureCommands(false);
-    SetSlideCommands(false);
+    EnableSlideButtons(m.controls, false);
     m.state.VideoImage = true;
     m.video.ShowVideoFile();
 }
@@ -116,16 +119,12 @@ void NavigationRoom::ShowPictureOrText() {
     m.controls.EditButton2->setText(QStringLiteral("Edit"));
     m.shell.ShowPane(Pane::Picture1);
     m.display.SetPictureCommands(true);
-    SetSlideCommands(true);
+    EnableSlideButtons(m.controls, true);
     m.state.VideoImage = false;
     if (m.state.FileType == ".TXT")
         m.video.Load_web();
     else
         m.display.DisplayPicture();
-}
-
-void NavigationRoom::SetSlideCommands(bool enabled) {
-    for (QPushButton* button : SlideButtons(m.controls)) SetEnabled(button, enabled);
 }
 
 void NavigationRoom::SelectRow(int row) {
@@ -221,7 +220,8 @@ void NavigationRoom::ResetFileHistory(bool withCurrent) {
 }
 
 void NavigationRoom::RefreshDirButton_Click() {
-    m.controls.FileListBox->Refresh();
+    if (!m.controls.FileListBox->Refresh())
+        m.shell.ShowStatus("Cannot read " + m.controls.FileListBox->Path());
     const int row = m.controls.FileListBox->CurrentRow();
     if (row >= 0) m.state.FileIndex = m.state.FileHistLast = row; // the same file, counted anew
     Update_Num_Files(0);

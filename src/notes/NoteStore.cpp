@@ -16,7 +16,7 @@ std::string FreeNameBeside(const Files& files, const std::string& path) {
     const std::string stem = path.substr(0, point);
     const std::string extension = point == std::string::npos ? "" : path.substr(point);
     std::string free = stem + " (replaced)" + extension;
-    for (int i = 2; files.Exists(free); ++i)
+    for (int i = 2; i < 1000 && files.Exists(free); ++i)
         free = stem + " (replaced " + std::to_string(i) + ")" + extension;
     return free;
 }
@@ -57,6 +57,7 @@ bool NoteStore::ReadFrom(const std::string& path) {
 }
 
 std::optional<std::string> NoteStore::Read(const std::string& path) const {
+    if (auto exact = m_files.Read(path, kNoteReadLimit)) return exact;
     const auto name = index.Find(LastPart(path));
     if (!name) return {};
     return m_files.Read(JoinPath(FolderOf(path), *name), kNoteReadLimit);

@@ -171,7 +171,8 @@ std::string TakeCrashNote(Files& files, const std::string& folder) {
                   day.day, day.hour, day.minute, day.second);
     const std::string stem = JoinPath(folder, name.data());
     std::string kept = stem + ".txt";
-    for (int i = 2; files.Exists(kept); ++i) kept = stem + "-" + std::to_string(i) + ".txt";
+    for (int i = 2; i < 100 && files.Exists(kept); ++i)
+        kept = stem + "-" + std::to_string(i) + ".txt";
     return files.Rename(left, kept, nullptr) ? kept : left;
 }
 

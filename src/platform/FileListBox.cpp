@@ -46,8 +46,8 @@ bool FileListBox::SetPath(const std::string& folder) {
     return folder == Path() || ReadFolder(folder, Pattern());
 }
 
-bool FileListBox::SetPattern(const std::string& pattern) {
-    return ReadFolder(Path(), pattern);
+void FileListBox::SetPattern(const std::string& pattern) {
+    if (!ReadFolder(Path(), pattern)) m_model.KeepPattern(pattern);
 }
 
 void FileListBox::SetNoteMarks(std::function<bool(const std::string&)> hasNote) {
@@ -112,13 +112,14 @@ std::vector<int> FileListBox::SeenRows() const {
     return rows;
 }
 
-void FileListBox::Refresh() {
+bool FileListBox::Refresh() {
     if (onRefresh) onRefresh();
     const int row = CurrentRow();
     const std::string current = row >= 0 ? Text(row) : std::string();
-    if (!ReadFolder(Path(), Pattern())) return;
+    if (!ReadFolder(Path(), Pattern())) return false;
     const int now = row >= 0 ? RowOf(current) : -1;
     if (now >= 0) setCurrentIndex(m_model.index(now));
+    return true;
 }
 
 void FileListBox::Select(int row) {

@@ -50,11 +50,16 @@ bool ForEachEntry(const std::string& folder, std::string* error, Visit visit) {
     return errno == 0;
 }
 
+// Whether a question that failed has at least told that nothing is there.
+bool IsNowhere(int why) {
+    return why == ENOENT || why == ENOTDIR || why == ELOOP || why == ENAMETOOLONG || why == EINVAL;
+}
+
 class DiskFiles : public DiskChanges {
 public:
     bool Exists(const std::string& path) const override {
         struct stat info {};
-        return ::stat(path.c_str(), &info) == 0;
+        return ::stat(path.c_str(), &info) == 0 || !IsNowhere(errno);
     }
     bool IsFolder(const std::string& path) const override {
         struct stat info {};
@@ -110,6 +115,7 @@ public:
             const std::string name = at->path().filename().string();
             if (FoldCase(name) == wanted) found = JoinPath(folder, name);
         }
+        if (code && !IsNowhere(code.value())) return path;
         return found;
     }
     std::string HomeFolder() const override {

@@ -27,6 +27,7 @@ class Files {
 public:
     virtual ~Files() = default;
 
+    // Also when the system cannot say: what cannot be asked is not taken for free.
     virtual bool Exists(const std::string& path) const = 0;
     virtual bool IsFolder(const std::string& path) const = 0;
 
@@ -50,7 +51,8 @@ public:
     virtual std::vector<std::string> FolderNames(const std::string& folder) const = 0;
 
     // An existing path that differs from this one at most in the case of its last part: the path
-    // itself when it is there, else the first such name of the folder; none when there is none.
+    // itself when it is there, or when the system cannot say, else the first such name of the
+    // folder; none when there is none.
     virtual std::optional<std::string> FindAnyCase(const std::string& path) const = 0;
 
     // At most `most` bytes of a file, from the byte `from` on. None and the system's text when it

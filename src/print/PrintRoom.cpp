@@ -176,7 +176,9 @@ void PrintRoom::ShowFormerPicture(const std::string& filename, const std::string
     m.state.TextNumOf = counter;
     m.controls.TextNumOf->setText(ToQt(counter));
     m.controls.DeleteFitsButton->hide(); // of a picture on the way
-    if (!filename.empty()) m.display.DisplayPicture();
+    if (filename.empty()) return;
+    m.shell.ShowStatus(filename); // a remark on a picture on the way may stand there
+    m.display.DisplayPicture();
 }
 
 void PrintRoom::Finish(std::unique_ptr<Printer> printer) {

@@ -5,6 +5,7 @@
 #include "PictureFiles.h"
 #include "support/ExifBuilder.h"
 #include "support/ForwardingFiles.h"
+#include "support/ForwardingSettings.h"
 #include "support/RecordingRooms.h"
 #include "support/TestFolder.h"
 
@@ -17,8 +18,10 @@
 #include "platform/PictureBox.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -44,12 +47,12 @@ public:
 
     std::optional<std::int64_t> ModifiedTime(const std::string& p, std::string* e) const override {
         if (onModifiedTime) onModifiedTime(p);
-        return real->ModifiedTime(p, e);
+        return ForwardingFiles::ModifiedTime(p, e);
     }
     std::optional<std::vector<std::string>> FileNames(const std::string& f,
                                                       std::string* e) const override {
         if (f == unreadable) return {};
-        return real->FileNames(f, e);
+        return ForwardingFiles::FileNames(f, e);
     }
     std::string HomeFolder() const override { return home; }
     std::string PicturesFolder() const override { return {}; }
@@ -78,7 +81,8 @@ struct AppDesk {
     TestFolder settingsFolder;
     std::string settingsFile = settingsFolder.Path() + "/settings.ini";
     WatchedFiles files;
-    std::unique_ptr<SettingsStore> settings = MakeSettingsStore(settingsFile);
+    std::unique_ptr<ForwardingSettings> settings =
+        std::make_unique<ForwardingSettings>(MakeSettingsStore(settingsFile));
     QuickPump events;
     ScriptedDialogs dialogs;
     RecordingSound sound{calls};
@@ -105,9 +109,12 @@ struct AppDesk {
         std::string row =
             house.controls.FileListBox->Text(std::max(0, house.controls.FileListBox->CurrentRow()));
         const std::string panel = Row(0).substr(14);
-        if (row == s.FileNameOnly && panel == row && s.Filename == folder.Path() + "/" + row)
+        const auto* label = house.window.statusBar()->findChild<QLabel*>();
+        const std::string status = label ? label->text().toStdString() : "";
+        if (row == s.FileNameOnly && panel == row && s.Filename == folder.Path() + "/" + row &&
+            status.starts_with(s.Filename))
             return row;
-        return "row " + row + ", name " + s.FileNameOnly + ", panel " + panel;
+        return "row " + row + ", name " + s.FileNameOnly + ", panel " + panel + ", status " + status;
     }
     // Press and release in the picture pane, as events of our own: they act at once.
     void Key(int key) {

@@ -123,6 +123,9 @@ TEST(Travel, TwoAheadAndOneBehindInTheDirectionOfTheLastStep) {
     EXPECT_EQ(travel.Next(every), Rows{0});
     travel.GoTo(0, 1);
     EXPECT_EQ(travel.Next(every), Rows{});
+    travel.GoTo(0, 0); // the list has emptied under the picture
+    travel.GoTo(-1, 0);
+    EXPECT_EQ(travel.Next(every), Rows{});
     travel.GoTo(500, 1000);
     travel.GoTo(499, 1000);
     EXPECT_EQ(travel.Next([](int row) { return row == 502 || row == 300; }), Rows{502})

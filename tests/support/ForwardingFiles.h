@@ -12,30 +12,44 @@ namespace tarn::testing {
 
 class ForwardingFiles : public Files {
 public:
+    using Hook = std::function<std::string(const std::string& verb, const std::string& path)>;
+
     // Asked before every call that changes the disk, with the verb and the path; a text makes the
     // call fail with it.
-    std::function<std::string(const std::string& verb, const std::string& path)> onChange;
+    Hook onChange;
 
-    bool Exists(const std::string& p) const override { return real->Exists(p); }
-    bool IsSameFile(const std::string& a, const std::string& b) const override {
-        return real->IsSameFile(a, b);
+    // The same before every question; one that fails is answered as the system's refusal is.
+    Hook onAsk;
+
+    bool Exists(const std::string& p) const override {
+        return !Answers("exists", p) || real->Exists(p);
     }
-    bool IsFolder(const std::string& p) const override { return real->IsFolder(p); }
+    bool IsSameFile(const std::string& a, const std::string& b) const override {
+        return Answers("same", a) && real->IsSameFile(a, b);
+    }
+    bool IsFolder(const std::string& p) const override {
+        return Answers("is folder", p) && real->IsFolder(p);
+    }
     std::optional<std::int64_t> ModifiedTime(const std::string& p, std::string* e) const override {
+        if (!Answers("time", p, e)) return {};
         return real->ModifiedTime(p, e);
     }
     std::optional<std::vector<std::string>> FileNames(const std::string& f,
                                                       std::string* e) const override {
+        if (!Answers("names", f, e)) return {};
         return real->FileNames(f, e);
     }
     std::vector<std::string> FolderNames(const std::string& f) const override {
+        if (!Answers("folders", f)) return {};
         return real->FolderNames(f);
     }
     std::optional<std::string> FindAnyCase(const std::string& p) const override {
+        if (!Answers("any case", p)) return p;
         return real->FindAnyCase(p);
     }
     std::optional<std::string> Read(const std::string& p, std::size_t most, std::string* e,
                                     std::size_t from = 0) const override {
+        if (!Answers("read", p, e)) return {};
         return real->Read(p, most, e, from);
     }
     bool Write(const std::string& p, std::string_view b, std::string* e) override {
@@ -72,7 +86,9 @@ public:
               std::string* replaced) override {
         return May("copy", from, e) && real->Copy(from, to, e, replaced);
     }
-    bool IsWritable(const std::string& p) const override { return real->IsWritable(p); }
+    bool IsWritable(const std::string& p) const override {
+        return Answers("writable", p) && real->IsWritable(p);
+    }
     bool MakeFolder(const std::string& p, std::string* e) override {
         return May("folder", p, e) && real->MakeFolder(p, e);
     }
@@ -104,11 +120,21 @@ private:
         std::unique_ptr<StagedFiles> m_real;
     };
 
-    bool May(const std::string& verb, const std::string& path, std::string* error) const {
-        const std::string refusal = onChange ? onChange(verb, path) : std::string();
+    static bool Passes(const Hook& hook, const std::string& verb, const std::string& path,
+                       std::string* error) {
+        const std::string refusal = hook ? hook(verb, path) : std::string();
         if (refusal.empty()) return true;
         if (error) *error = refusal;
         return false;
+    }
+    bool May(const std::string& verb, const std::string& path, std::string* error) const {
+        return Passes(onChange, verb, path, error);
+    }
+
+protected:
+    bool Answers(const std::string& verb, const std::string& path,
+                 std::string* error = nullptr) const {
+        return Passes(onAsk, verb, path, error);
     }
 };
 

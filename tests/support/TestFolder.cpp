@@ -11,8 +11,10 @@
 
 namespace tarn::testing {
 
-TestFolder::TestFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "tarn-test-XXXXXX").string();
+TestFolder::TestFolder(const std::string& above) {
+    const std::filesystem::path place =
+        above.empty() ? std::filesystem::temp_directory_path() : std::filesystem::path(above);
+    std::string pattern = (place / "tarn-test-XXXXXX").string();
     if (::mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no folder for the test");
     path_ = pattern;
 }

@@ -9,7 +9,8 @@ namespace tarn::testing {
 
 class TestFolder {
 public:
-    TestFolder();
+    // In the system's folder for such, or in one of the caller's choice.
+    explicit TestFolder(const std::string& above = {});
     ~TestFolder();
     TestFolder(const TestFolder&) = delete;
     TestFolder& operator=(const TestFolder&) = delete;

@@ -45,9 +45,11 @@ void PictureInfoRoom::SyncDatesButton_Click() {
     const int first = s.FileIndex;
     const int last = m.controls.FileListBox->Count() - 1;
     if (first < 0 || first > last || !AskForRange(first, last)) return;
-    const std::string shown = s.Filename;
+    const std::string shown = s.BatchFilename = s.Filename;
+    s.BatchRow = s.HistFileIndex[std::size_t(s.HistCur)];
     const int done = SyncRange(first, last);
     s.Filename = shown;
+    s.BatchFilename.clear();
     m.shell.ShowStatus(shown);
     m.display.DisplayPicture();
     std::string said = "File dates synchronized to picture dates";

@@ -35,8 +35,8 @@ public:
     virtual ~DisplayCommands() = default;
     virtual void DisplayPicture() = 0;
     virtual void ShowPreview() = 0;
-    // No picture: pane, texts and picture windows are emptied, so that none stands under another
-    // name.
+    // No picture, clip or page: pane, panel, texts and picture windows are emptied, so that nothing
+    // stands under another name. Filename and FileNameOnly stay.
     virtual void ShowNothing() = 0;
     // The picture windows show the current file anew; at a clip or page the 1:1 window is blank.
     virtual void UpdatePictureWindows() = 0;

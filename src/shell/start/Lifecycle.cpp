@@ -211,21 +211,42 @@ void Lifecycle::KeepPlaces() {
     m_notes.KeepValues();
 }
 
+// Text that no file has got would be gone with the window. In a batch no box can be answered.
+bool Lifecycle::MayClose() {
+    std::string why;
+    if (m.state.BatchRuns || m_notes.KeepUnsaved(&why)) return true;
+    return m.dialogs.Choose(Dialogs::Icon::Exclamation, "Tarn_View",
+                            "Unsaved text is not kept in " + m.files.StateFolder() + ": " + why +
+                                "\nIt is lost when the program ends now.",
+                            {"End", "Go on working"}) == 0;
+}
+
+void Lifecycle::Save() {
+    m.shell.SetBusy(true);
+    const bool saved = SaveSettings(m.state, m.settings);
+    m.shell.SetBusy(false);
+    if (!saved && !m.state.BatchRuns)
+        m.dialogs.Message(Dialogs::Icon::Exclamation, "Tarn_View",
+                          "Settings cannot be written to " + m.settings.Location());
+}
+
 void Lifecycle::Form_Unload() {
     if (m.state.Closing) return;
+    if (!MayClose()) {
+        m.state.NoSaveOnExit = false;
+        return;
+    }
     m.state.Closing = true;
     m.slides.SlideDone(); // what a show changed is not what is saved
     m.thumbnails.ThumbnailsDone();
     if (!m.state.BatchFilename.empty()) { // what a batch selects is not what comes back
         m.state.Filename = m.state.BatchFilename;
-        m.state.HistFileIndex[std::size_t(m.state.HistCur)] = m.state.BatchRow;
+        if (auto* row = m.state.HistRow()) *row = m.state.BatchRow;
     }
     if (onUnload) onUnload();
     m.video.CloseVideoClip();
     KeepPlaces();
-    m.shell.SetBusy(true);
-    SaveSettings(m.state, m.settings);
-    m.shell.SetBusy(false);
+    Save();
     m_notes.Form_Unload();
     m_splash->hide();
     m_window.hide();
@@ -243,9 +264,13 @@ void Lifecycle::SaveSettingsButton_Click() {
 
 void Lifecycle::RemoveRegButton_Click() {
     m.settings.Delete();
-    m.settings.Flush();
-    m.dialogs.Message(Dialogs::Icon::Information, "Tarn_View",
-                      "Registry entries for Tarn_View have been removed.");
+    if (m.settings.Flush())
+        m.dialogs.Message(Dialogs::Icon::Information, "Tarn_View",
+                          "Registry entries for Tarn_View have been removed.");
+    else
+        m.dialogs.Message(Dialogs::Icon::Exclamation, "Tarn_View",
+                          "Registry entries for Tarn_View cannot be removed from " +
+                              m.settings.Location());
 }
 
 void Lifecycle::HelpRegistryEntriesButton_Click() {

@@ -29,7 +29,8 @@ public:
     // From the settings to the first picture on screen. `argument` is the command line's path.
     void Form_Load(const std::string& argument);
 
-    // Saves, unless told not to, and ends the program.
+    // Saves, unless told not to, and ends the program; not when text would be lost with it and the
+    // user goes on working.
     void Form_Unload();
 
     void Exit_Click();
@@ -54,6 +55,8 @@ private:
     void SelectStartFile();
     void SayWhatIsAmiss();
     void KeepPlaces();
+    bool MayClose();
+    void Save();
 
     Context& m;
     frmMain& m_window;

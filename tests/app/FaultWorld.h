@@ -1,0 +1,169 @@
+// A small world in which one call of the outside fails: pictures, notes, a copy-to folder and
+// pages, with an eye on every byte and every word.
+#pragma once
+
+#include "FilesDesk.h"
+
+#include <QGroupBox>
+#include <QLabel>
+#include <QStatusBar>
+
+#include <atomic>
+#include <filesystem>
+#include <map>
+#include <regex>
+#include <string>
+
+namespace tarn::testing {
+
+// Which calls are counted, and which of them fails. Decoders call from threads of their own.
+struct FaultPoint {
+    enum Kind { None, Change, Ask, Settings, Open, Full };
+
+    std::atomic<int> kind{None};
+    std::atomic<int> failing{0}; // the number of the call; 0: all are only counted
+    std::atomic<int> calls{0};
+    std::string what; // the call that failed; empty: none has
+    std::string root; // files below it count as pictures to be opened
+
+    bool Fails(Kind asked, const std::string& verb, const std::string& path) {
+        if (kind != asked || ++calls != failing) return false;
+        what = verb + " " + path;
+        return true;
+    }
+    void Arm(Kind which, int number) {
+        failing = number;
+        calls = 0;
+        what.clear();
+        kind = which;
+    }
+    void Disarm() { kind = None; }
+};
+extern FaultPoint theFault;
+
+struct FaultWorld : FilesDesk {
+    TestFolder target;
+    TestFolder other{std::filesystem::exists("/dev/shm") ? "/dev/shm" : ""}; // on another disk
+    std::string paper = target.Path() + "/out.pdf";
+    std::string said; // everything on the message line
+    const std::string trash = std::string(std::getenv("XDG_DATA_HOME")) + "/Trash/files";
+
+    FaultWorld() {
+        for (const char* name : {"a.jpg", "b.jpg"})
+            folder.Write(name,
+                         Photo(ExifBuilder(Endian::Little)
+                                   .ExifDirectory()
+                                   .Ascii(36867, "2004:06:22 20:15:3" + std::to_string(*name % 10)),
+                               TellTale(60 + *name % 10, 40)));
+        for (const char* name : {"1.fit", "x.html", "t.txt"})
+            folder.Write(name, std::string("the ") + name);
+        for (const char* name : {"a.enf", "b.enf"}) notes.Write(name, std::string("of ") + name);
+        notes.Write("Note_Formats.txt", "formats");
+        int width = 90;
+        for (const char* name : {"a.jpg", "a-CM.jpg", "b.jpg"})
+            target.Write(name, JpegBytes(TellTale(width++, 40)));
+        target.Write("b.enf", "stood in the target");
+        settings->Write("copy_folder", target.Path());
+        settings->Write("convert_jpg_add_filename", "False");
+        settings->Write("filedate_auto", "False");
+        for (const auto& [path, bytes] : Everything())
+            SetFileTime(RealPath(path), 2001, 2, 3, 4, 5, 6);
+        theFault.root = folder.Path();
+        files.onChange = [](const std::string& verb, const std::string& path) {
+            return theFault.Fails(FaultPoint::Change, verb, path) ? "fault" : "";
+        };
+        files.onAsk = [](const std::string& verb, const std::string& path) {
+            return theFault.Fails(FaultPoint::Ask, verb, path) ? "fault" : "";
+        };
+        settings->onCall = [](const std::string& verb, const std::string& key) {
+            return theFault.Fails(FaultPoint::Settings, verb, key);
+        };
+        QObject::connect(c.FileDateText, &QLineEdit::textChanged, c.FileDateText,
+                         [this](const QString& text) { said += text.toStdString() + "\n"; });
+    }
+
+    template <class Widget> Widget* In(const char* form, const char* name) {
+        for (QWidget* each : QApplication::topLevelWidgets())
+            if (each->objectName() == QLatin1String(form) && each->isVisible())
+                return each->findChild<Widget*>(QString::fromLatin1(name));
+        return nullptr;
+    }
+    void Press(const char* form, const char* name) {
+        if (auto* button = In<QPushButton>(form, name)) button->click();
+    }
+    void Type(const char* text) {
+        c.NotesBox->selectAll();
+        c.NotesBox->insertPlainText(QString::fromUtf8(text));
+    }
+
+    // As another program does.
+    void ChangeNote() const {
+        std::filesystem::rename(target.Path() + "/b.enf", notes.Path() + "/a.enf");
+    }
+
+    // All files of the user's by short names: "pictures/a.jpg", "trash/b.enf".
+    Tree Everything() const {
+        Tree all;
+        for (const auto& [name, path] : Places()) {
+            std::error_code none;
+            for (const auto& entry : std::filesystem::recursive_directory_iterator(path, none))
+                if (entry.is_regular_file())
+                    all[name + entry.path().string().substr(path.size())] =
+                        BytesOf(entry.path().string());
+        }
+        return all;
+    }
+
+    // What the user was told, without what differs from run to run.
+    std::string Told() const {
+        std::string told = said + "|" + Error() + "|";
+        for (const QLabel* label : house.window.statusBar()->findChildren<QLabel*>())
+            told += label->text().toStdString() + "|";
+        for (const std::string& box : dialogs.shown) told += box + "|";
+        for (QWidget* form : QApplication::topLevelWidgets()) {
+            if (!form->isVisible() || form == &house.window) continue;
+            told += form->windowTitle().toStdString() + "|";
+            for (const QLabel* label : form->findChildren<QLabel*>())
+                if (label->isVisible()) told += label->text().toStdString() + "|";
+            for (const QGroupBox* box : form->findChildren<QGroupBox*>())
+                told += box->title().toStdString() + "|";
+        }
+        return Short(told);
+    }
+    std::string Short(std::string text) const {
+        for (const auto& [name, path] : Places())
+            for (auto at = text.find(path); at != std::string::npos; at = text.find(path))
+                text.replace(at, path.size(), name);
+        static const std::regex date(R"(\d\d/\d\d/\d{4} \d+:\d\d:\d\d [AP]M)");
+        return std::regex_replace(text, date, "(date)");
+    }
+
+    // The program still does its work: another picture is selected, all places agree.
+    std::string GoesOn() {
+        if (events.ProgramEnds()) return {};
+        if (s.BatchRuns) return "a batch still runs";
+        house.navigation.OpenFolder(folder.Path(), {});
+        house.navigation.RefreshDirButton_Click();
+        for (const char* name : {"c.jpg", "a.jpg", "c.jpg"}) {
+            if (c.FileListBox->RowOf(name) < 0) continue;
+            GoTo(name);
+            if (Current() != name) return Current();
+            if (c.Picture1->Picture().isNull()) return std::string(name) + " is not shown";
+        }
+        return {};
+    }
+
+private:
+    std::vector<std::pair<std::string, std::string>> Places() const {
+        return {{"pictures", folder.Path()},      {"notes", notes.Path()},
+                {"target", target.Path()},        {"other", other.Path()},
+                {"state", settingsFolder.Path()}, {"trash", trash}};
+    }
+    std::string RealPath(const std::string& path) const {
+        for (const auto& [name, real] : Places())
+            if (path.starts_with(name + "/")) return real + path.substr(name.size());
+        return path;
+    }
+};
+
+} // namespace tarn::testing
