@@ -65,6 +65,20 @@ bool AddAll(const PageRequest& request, const HtmlSettings& settings, Files& fil
     return true;
 }
 
+// What the form warns of.
+void ComplainOfLinks(const GalleryPlan& plan, const Files& files, PageResult& result) {
+    if (!files.IsSameFile(FolderOf(plan.indexPath), plan.pictureFolder))
+        result.complaints.push_back(
+            plan.indexPath + ": in another folder than the pictures, its links will not find them");
+    for (const GalleryItem& item : plan.items)
+        if (BreaksItsLink(item.picture))
+            result.complaints.push_back(item.picture +
+                                        ": browsers cannot open it, because of its name");
+    if (LimitHidesPictures(plan.settings))
+        result.complaints.push_back("html_thumb_cs_value: the limit '" +
+                                    plan.settings.HtmlThumbCsValue + "' is no number above 0");
+}
+
 } // namespace
 
 PageResult WritePage(const PageRequest& request) {
@@ -79,9 +93,9 @@ PageResult WritePage(const PageRequest& request) {
         const std::size_t at = pair.find('=');
         SetSavedValue(settings, pair.substr(0, at), pair.substr(at + 1));
     }
-    const bool begun = request.append ? page.Append(NowOf(request))
-                                      : page.Begin(settings, NowOf(request),
-                                                   files->Read(ProgramFile(kZoomScript), SIZE_MAX));
+    const bool begun = request.append
+                           ? page.Append(NowOf(request))
+                           : page.Begin(settings, NowOf(request), ProgramFile(kZoomScript));
     if (!begun || !AddAll(request, settings, *files, page, result) || !page.Close())
         result.error = ErrorOf(page.Fault());
     result.count = page.Count();
@@ -115,7 +129,7 @@ PageResult WriteGallery(const PageRequest& request) {
     plan.thumbnailSize = request.thumbnailSize;
     plan.version = request.version;
     plan.now = NowOf(request);
-    plan.script = files->Read(ProgramFile(kZoomScript), SIZE_MAX);
+    plan.script = ProgramFile(kZoomScript);
     plan.items = PairThumbnails(
         InListOrder(files->FileNames(thumbnails).value_or(std::vector<std::string>())),
         request.names, request.thumbnailSize);
@@ -124,9 +138,10 @@ PageResult WriteGallery(const PageRequest& request) {
         result.complaints.push_back(std::to_string(missing) +
                                     " pictures have no thumbnail; --thumbnails makes them");
     if (plan.items.empty()) {
-        result.error = "there is no picture with a thumbnail";
+        result.error = kNoThumbnails;
         return result;
     }
+    ComplainOfLinks(plan, *files, result);
     if (request.gallery.CheckOrder != 0) std::reverse(plan.items.begin(), plan.items.end());
 
     DiskFacts disk(*files);

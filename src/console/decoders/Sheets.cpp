@@ -73,15 +73,9 @@ private:
 
     SheetCell Cell(const SheetLayout& layout, std::size_t index) {
         ImgX picture = Load(index);
-        SheetCell cell;
-        cell.fileNumber = static_cast<int>(index) + 1;
-        cell.name = m_info.FileNameOnly;
-        cell.size = CellSize(layout, picture.Width(), picture.Height());
+        SheetCell cell =
+            CellFor(layout, static_cast<int>(index) + 1, m_info, picture.Width(), picture.Height());
         cell.picture = ForPaper(std::move(picture), cell.size);
-        cell.date = m_info.PictureDate.empty() ? m_info.FileDate : m_info.PictureDate;
-        cell.speed = m_info.ExpSpeed;
-        cell.time = m_info.ExpTime;
-        cell.sizeLine = m_info.ExpSizeLine;
         if (m_request.printNotes) cell.note = NoteOf(m_info.FileNameOnly);
         return cell;
     }
