@@ -3,8 +3,6 @@
 
 #include "common/colors.h"
 #include "common/numbers.h"
-#include "display/FrmPic.h"
-#include "display/frmOnetoOne.h"
 #include "platform/PictureBox.h"
 #include "platform/QtText.h"
 #include "platform/imaging/PicturesAhead.h"
@@ -146,8 +144,7 @@ void DisplayRoom::ShowNothing() {
     for (QLabel* text : {c.SizeText, c.MpixelText, c.FileSizeText}) text->clear();
     SetPictureCommands(false);
     m.ahead.Expect({});
-    if (m_pic) m_pic->Follow();
-    if (s.OneToOneLoaded && m_one) m_one->OnePicture(false);
+    UpdatePictureWindows();
 }
 
 } // namespace tarn

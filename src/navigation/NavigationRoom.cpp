@@ -1,6 +1,7 @@
 #include "navigation/NavigationRoom.h"
 
 #include "common/dates.h"
+#include "common/pages.h"
 #include "common/paths.h"
 #include "navigation/Stepping.h"
 #include "platform/CrashNote.h"
@@ -146,7 +147,7 @@ void NavigationRoom::Update_Num_Files(int index) {
     for (const Sheet& sheet : {Sheet{c.Printc4Button, 4}, Sheet{c.PrintCButton, 12},
                                Sheet{c.PrintCMButton, 24}, Sheet{c.PrintCSButton, 40}})
         sheet.entry->setText(sheet.entry->property("baseCaption").toString() +
-                             QStringLiteral("  (%1 pages)").arg(SheetPages(count, sheet.perPage)));
+                             QStringLiteral("  (%1 pages)").arg(PageCount(count, sheet.perPage)));
 }
 
 void NavigationRoom::ClearMultiselect() {

@@ -38,6 +38,8 @@ public:
     // No picture, clip or page: pane, panel, texts and picture windows are emptied, so that nothing
     // stands under another name. Filename and FileNameOnly stay.
     virtual void ShowNothing() = 0;
+    // The picture windows show the current file anew; at a clip or page the 1:1 window is blank.
+    virtual void UpdatePictureWindows() = 0;
     virtual void Redraw() = 0;
     virtual void SetPictureCommands(bool enabled) = 0;
     virtual void RotateRightButton_Click() = 0;
@@ -58,7 +60,7 @@ class InfoCommands {
 public:
     virtual ~InfoCommands() = default;
     virtual void ReadPictureInfo() = 0;
-    virtual void SetFileDatesButton_Click() = 0;
+    virtual bool SetFileDatesButton_Click() = 0; // whether the times were set
 };
 
 class NotesCommands {
