@@ -1,6 +1,7 @@
 #include "common/letter_case.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace tarn {
 
