@@ -1,4 +1,5 @@
-// A save in a process of its own that is killed at a random instant, many times; what is found then.
+// A save in a process of its own that is killed at a random instant, many times; what is found
+// then.
 #pragma once
 
 #include "Timing.h"
@@ -44,6 +45,9 @@ struct KillDesk {
         if (files->Write(path, bytes, &error)) return;
         std::printf("%s: %s\n", path.c_str(), error.c_str());
         std::exit(1);
+    }
+    void EmptyTrash() const {
+        std::filesystem::remove_all(home.path().toStdString() + "/.local/share/Trash");
     }
     // These bytes stand in the folder, below it or in the wastebasket.
     bool IsAnywhere(const std::string& bytes) const {
@@ -115,6 +119,7 @@ inline int KillSaves(const KillDesk& desk, const KillSubject& subject) {
     int killed = 0;
     int counts[4] = {};
     for (int i = 1; i <= kSaves; ++i) {
+        desk.EmptyTrash();
         subject.prepare(i);
         const pid_t child = Begin([&] { subject.save(i); });
         ::usleep(static_cast<useconds_t>(instant(random)));
@@ -122,10 +127,11 @@ inline int KillSaves(const KillDesk& desk, const KillSubject& subject) {
         killed += Ended(child);
         ++counts[static_cast<int>(subject.look(i))];
     }
-    std::printf("%-24s %d saves of %5.1f ms, %3d killed at work: old %3d, new %3d, partly %3d, torn "
-                "or lost %d; %d temporary files left\n",
-                subject.name, kSaves, usual / 1000.0, killed, counts[0], counts[1], counts[2],
-                counts[3], desk.Leftovers());
+    std::printf(
+        "%-24s %d saves of %5.1f ms, %3d killed at work: old %3d, new %3d, partly %3d, torn "
+        "or lost %d; %d temporary files left\n",
+        subject.name, kSaves, usual / 1000.0, killed, counts[0], counts[1], counts[2], counts[3],
+        desk.Leftovers());
     return counts[3];
 }
 

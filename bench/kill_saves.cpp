@@ -1,5 +1,5 @@
-// Kills each kind of save 200 times at a random instant: what stands there must be the old or the new,
-// whole, and nothing of the user's may be lost.
+// Kills each kind of save 200 times at a random instant: what stands there must be the old or the
+// new, whole, and nothing of the user's may be lost.
 #include "KillSaves.h"
 
 #include "convert/ConvertPicture.h"
@@ -44,44 +44,62 @@ std::string NameOf(int picture) {
     return "P" + std::to_string(picture) + ".jpg";
 }
 
-// A picture that takes some time to decode and to pack.
+void Must(bool done) {
+    if (!done) std::_Exit(2);
+}
+
+// What works on pictures runs in processes of its own: threads of the toolkit do not survive the
+// forks that follow.
+void Apart(const std::function<void()>& work) {
+    tarn::bench::Ended(tarn::bench::Begin(work));
+}
+
+// A picture that takes some time to decode and to pack. Its number counts by odd and even alone, as
+// that of all saves below: old and new differ, and are made but once.
 QImage Grained(int number) {
     QImage picture(900, 600, QImage::Format_RGB32);
     for (int y = 0; y < picture.height(); ++y)
         for (int x = 0; x < picture.width(); ++x)
-            picture.setPixel(x, y, qRgb((x * y + number) % 251, (x + number) % 256, y % 256));
+            picture.setPixel(x, y, qRgb((x * y + number % 2 * 99) % 251, x % 256, y % 256));
     return picture;
 }
 
-std::string Jpeg(int number) {
-    std::string error;
-    return EncodeJpeg(Grained(number), 90, &error);
-}
-
-void Must(bool done) {
-    if (!done) std::_Exit(2);
+const std::string& Jpeg(int number) {
+    static std::string made[2];
+    std::string& jpeg = made[number % 2];
+    if (!jpeg.empty()) return jpeg;
+    const QTemporaryDir folder;
+    const std::string path = folder.path().toStdString() + "/made.jpg";
+    const auto files = MakeFiles();
+    Apart([&] {
+        std::string error;
+        Must(files->Write(path, EncodeJpeg(Grained(number), 90, &error), &error));
+    });
+    jpeg = files->Read(path, std::numeric_limits<std::size_t>::max()).value_or("(none)");
+    return jpeg;
 }
 
 // With a note that another program has changed meanwhile, which must not be lost either.
 int KillNotes(bool changed) {
     const KillDesk desk;
     const std::string note = desk.folder + "/M31.enf";
-    return KillSaves(
-        desk, {changed ? "note changed meanwhile" : "note",
-               [&](int i) { desk.Put(note, Text(i - 1)); },
-               [&](int i) {
-                   NoteStore store(*desk.files);
-                   store.index.SetFolder(desk.folder);
-                   if (!changed) store.Load(note);
-                   std::string error;
-                   Must(store.Save(note, Text(i), &error));
-               },
-               [&](int i) {
-                   const std::string found = desk.Read(note);
-                   if (found != Text(i) && found != Text(i - 1)) return Torn("half a note", i);
-                   if (changed && !desk.IsAnywhere(Text(i - 1))) return Torn("lost note", i);
-                   return found == Text(i) ? Found::New : Found::Old;
-               }});
+    return KillSaves(desk, {changed ? "note changed meanwhile" : "note",
+                            [&](int i) { desk.Put(note, Text(i - 1)); },
+                            [&](int i) {
+                                NoteStore store(*desk.files);
+                                store.index.SetFolder(desk.folder);
+                                if (!changed) store.Load(note);
+                                std::string error;
+                                Must(store.Save(note, Text(i), &error));
+                            },
+                            [&](int i) {
+                                const std::string found = desk.Read(note);
+                                if (found != Text(i) && found != Text(i - 1))
+                                    return Torn("half a note", i);
+                                if (changed && !desk.IsAnywhere(Text(i - 1)))
+                                    return Torn("lost note", i);
+                                return found == Text(i) ? Found::New : Found::Old;
+                            }});
 }
 
 int KillSettings() {
@@ -94,17 +112,18 @@ int KillSettings() {
             store->Write("key_" + std::to_string(key), "value " + std::to_string(i));
         Must(store->Flush());
     };
-    const int torn = KillSaves(desk, {"settings", [&](int i) { write(i - 1); }, write, [&](int i) {
-                                          const auto store = MakeSettingsStore(file);
-                                          int of[2] = {};
-                                          for (int key = 0; key < kKeys; ++key)
-                                              for (const int fresh : {0, 1})
-                                                  of[fresh] +=
-                                                      store->Read("key_" + std::to_string(key), "") ==
-                                                      "value " + std::to_string(i - 1 + fresh);
-                                          if (of[1] == kKeys) return Found::New;
-                                          return of[0] == kKeys ? Found::Old : Torn("mixed", i);
-                                      }});
+    const int torn =
+        KillSaves(desk, {"settings", [&](int i) { write(i - 1); }, write,
+                         [&](int i) {
+                             const auto store = MakeSettingsStore(file);
+                             int of[2] = {};
+                             for (int key = 0; key < kKeys; ++key)
+                                 for (const int fresh : {0, 1})
+                                     of[fresh] += store->Read("key_" + std::to_string(key), "") ==
+                                                  "value " + std::to_string(i - 1 + fresh);
+                             if (of[1] == kKeys) return Found::New;
+                             return of[0] == kKeys ? Found::Old : Torn("mixed", i);
+                         }});
     for (const auto& entry : std::filesystem::directory_iterator(desk.folder))
         if (entry.path() != file) std::printf("  left: %s\n", entry.path().filename().c_str());
     return torn;
@@ -114,27 +133,28 @@ int KillSettings() {
 int KillConverted() {
     const KillDesk desk;
     const std::string path = desk.folder + "/a-CM.jpg";
-    return KillSaves(
-        desk, {"converted picture", [&](int i) { desk.Put(path, Jpeg(i - 1)); },
-               [&](int i) {
-                   ImgX picture;
-                   picture.TakePicture(Grained(i));
-                   ConvertOptions options;
-                   options.quality = 90;
-                   const Converted made = ConvertPicture(picture, options);
-                   Changes changes(*desk.files);
-                   std::string error;
-                   Must(MakeRoom(*desk.files, {}, path, changes, &error));
-                   Must(desk.files->Write(path, made.jpeg, &error));
-               },
-               [&](int i) {
-                   const std::string found = desk.Read(path);
-                   if (!desk.IsAnywhere(Jpeg(i - 1))) return Torn("the older picture is lost", i);
-                   if (found == Jpeg(i)) return Found::New;
-                   // Between the two it stands in the wastebasket alone.
-                   if (found == "(none)") return Found::Partly;
-                   return found == Jpeg(i - 1) ? Found::Old : Torn("half a picture", i);
-               }});
+    return KillSaves(desk, {"converted picture", [&](int i) { desk.Put(path, Jpeg(i - 1)); },
+                            [&](int i) {
+                                ImgX picture;
+                                picture.TakePicture(Grained(i));
+                                ConvertOptions options;
+                                options.quality = 90;
+                                const Converted made = ConvertPicture(picture, options);
+                                Changes changes(*desk.files);
+                                std::string error;
+                                Must(MakeRoom(*desk.files, {}, path, changes, &error));
+                                Must(desk.files->Write(path, made.jpeg, &error));
+                            },
+                            [&](int i) {
+                                const std::string found = desk.Read(path);
+                                if (!desk.IsAnywhere(Jpeg(i - 1)))
+                                    return Torn("the older picture is lost", i);
+                                if (found == Jpeg(i)) return Found::New;
+                                // Between the two it stands in the wastebasket alone.
+                                if (found == "(none)") return Found::Partly;
+                                return found == Jpeg(i - 1) ? Found::Old
+                                                            : Torn("half a picture", i);
+                            }});
 }
 
 int KillThumbnails() {
@@ -160,8 +180,9 @@ int KillThumbnails() {
         return all;
     };
     std::vector<std::string> of[2];
-    for (const int kind : {0, 1}) run(kind), of[kind] = made();
-    return KillSaves(desk, {"thumbnails", [&](int i) { run(i - 1); }, run, [&](int i) {
+    for (const int kind : {0, 1}) Apart([&] { run(kind); }), of[kind] = made();
+    return KillSaves(desk, {"thumbnails", [&](int i) { Apart([&] { run(i - 1); }); }, run,
+                            [&](int i) {
                                 const auto& fresh = of[i % 2];
                                 const auto& old = of[(i + 1) % 2];
                                 const auto found = made();
@@ -182,29 +203,35 @@ EntryFacts Entry(int number) {
     return facts;
 }
 
-// A new page over an old one, whose bytes reach the disk entry by entry; or one that is appended to.
+// A new page over an old one, whose bytes reach the disk entry by entry; or one that is appended
+// to.
 int KillPage(bool appended) {
     const KillDesk desk;
     const std::string path = desk.folder + "/page.html";
     const auto lay = [&](const std::string& page, int i, bool append) {
-        HtmlSettings settings;
+        const HtmlSettings settings;
         PageBuild build(*desk.files, "v");
         build.Choose(page, desk.folder);
-        Must(append ? build.Append("now") : build.Begin(settings, std::to_string(i), {}));
+        Must(append ? build.Append("now") : build.Begin(settings, std::to_string(i % 2), {}));
         for (int k = 0; k < (append || !appended ? kPictures : 1); ++k)
-            Must(build.Add(settings, true, Entry(i + k)));
+            Must(build.Add(settings, true, Entry(i % 2 + k)));
         Must(build.Close());
     };
+    std::map<std::pair<int, bool>, std::string> wholes;
     const auto whole = [&](int i, bool append) {
-        const std::string page = desk.home.path().toStdString() + "/whole.html";
+        std::string& kept = wholes[{i % 2, append}];
+        if (!kept.empty()) return kept;
+        // As deep as the real one, for the links to the pictures.
+        const std::string beside = desk.home.path().toStdString() + "/whole";
+        std::filesystem::create_directory(beside);
+        const std::string page = beside + "/page.html";
         lay(page, i, false);
         if (append) lay(page, i + 1, true);
-        return desk.Read(page);
+        return kept = desk.Read(page);
     };
     return KillSaves(
         desk, {appended ? "page appended to" : "page laid by hand",
-               [&](int i) { lay(path, i - 1, false); },
-               [&](int i) { lay(path, i, appended); },
+               [&](int i) { lay(path, i - 1, false); }, [&](int i) { lay(path, i, appended); },
                [&](int i) {
                    const std::string old = whole(i - 1, false);
                    const std::string fresh = appended ? whole(i - 1, true) : whole(i, false);
@@ -214,8 +241,9 @@ int KillPage(bool appended) {
                    std::size_t same = 0;
                    while (same < found.size() && same < fresh.size() && found[same] == fresh[same])
                        ++same;
-                   const bool grows = same == found.size() || (appended && found.size() == old.size() &&
-                                                               old.compare(same, std::string::npos, found, same) == 0);
+                   const bool grows = same == found.size() ||
+                                      (appended && found.size() == old.size() &&
+                                       old.compare(same, std::string::npos, found, same) == 0);
                    return grows ? Found::Partly : Torn("a torn page", i);
                }});
 }
@@ -229,7 +257,8 @@ int KillGallery() {
     plan.subFolder = "thumbnails";
     plan.thumbnailSize = 120;
     for (int i = 0; i < 20; ++i) plan.items.push_back({NameOf(i), "T120_" + NameOf(i)});
-    const auto make = [&](int i) {
+    const auto make = [&](int save) {
+        const int i = save % 2;
         plan.now = std::to_string(i);
         plan.version = std::to_string(i);
         GalleryRun run(*desk.files, plan,

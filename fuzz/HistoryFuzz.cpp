@@ -44,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             RecordFolder(*state, "/" + std::to_string(step));
             break;
         case 1:
-            RecordRow(*state, step);
+            if (auto* row = state->HistRow()) *row = step;
             break;
         case 2:
             if (HasFolderBefore(*state)) --state->HistCur;

@@ -22,7 +22,14 @@ inline constexpr int kPrint = 42;
 inline constexpr int kPrintScreen = 44;
 inline constexpr int kInsert = 45;
 inline constexpr int kDelete = 46;
-inline constexpr int kF1 = 112; // to 123 for F12
+inline constexpr int kF1 = 112;
+inline constexpr int kF2 = 113;
+inline constexpr int kF3 = 114;
+inline constexpr int kF4 = 115;
+inline constexpr int kF5 = 116;
+inline constexpr int kF6 = 117;
+inline constexpr int kF7 = 118;
+inline constexpr int kF10 = 121;
 inline constexpr int kComma = 188;
 inline constexpr int kPeriod = 190;
 // Digits and letters stand for themselves: '0' 48 to '9' 57, 'A' 65 to 'Z' 90.

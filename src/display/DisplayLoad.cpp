@@ -71,7 +71,7 @@ void DisplayRoom::DisplayPicture() {
 }
 
 void DisplayRoom::UpdateOneToOneWindow() {
-    if (!m.state.OneToOneLoaded || !m.state.OneToOneVisible) return;
+    if (!m.state.OneToOneLoaded) return;
     const QScopedValueRollback<bool> arriving(m_arriving, true);
     m.display.OneToOneButton_Click();
 }
@@ -185,10 +185,8 @@ void DisplayRoom::ReadInfo() {
             s.ImageLoaded = true;
         }
     }
-    if (s.DatesDiffer && s.AutoSetFileDates) {
-        m.info.SetFileDatesButton_Click();
+    if (s.DatesDiffer && s.AutoSetFileDates && m.info.SetFileDatesButton_Click())
         m.ahead.TimesWereSet(s.Filename); // the way back finds the picture decoded
-    }
 }
 
 void DisplayRoom::PlayPictureSound() {

@@ -3,8 +3,6 @@
 
 #include "common/colors.h"
 #include "common/numbers.h"
-#include "display/FrmPic.h"
-#include "display/frmOnetoOne.h"
 #include "platform/PictureBox.h"
 #include "platform/QtText.h"
 #include "platform/imaging/PicturesAhead.h"
@@ -12,6 +10,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPalette>
+#include <QPushButton>
 
 #include <algorithm>
 
@@ -123,24 +122,29 @@ void DisplayRoom::PutNothing() {
 
 void DisplayRoom::ShowNothing() {
     ProgramState& s = m.state;
+    MainControls& c = m.controls;
+    m.video.CloseVideoClip();
+    m.shell.ShowPane(Pane::Picture1);
+    m.shell.ShowMessage("");
+    s.VideoImage = s.WebImage = s.HistoryListed = false;
+    PictureInfo nothing;
+    nothing.Filename = s.Filename;
+    nothing.FileNameOnly = s.FileNameOnly;
+    static_cast<PictureInfo&>(s) = nothing;
+    c.List1->clear();
+    c.EditButton2->setText(QStringLiteral("Edit"));
+    for (QWidget* over :
+         std::initializer_list<QWidget*>{c.LastLabel, c.DeletePicButton, c.DeleteFitsButton})
+        over->hide();
     for (ImgX* image : {&s.ImgXpic, &s.ImgXpic2, &s.ImgXfull, &s.ImgXfullBC, &m_turned})
         image->Clear();
-    s.ImageWidth = s.ImageHeight = 0;
     s.ImageLoaded = false;
     PutNothing();
-    if (!s.HistoryListed) {
-        s.PanelRows.clear();
-        m.controls.List1->clear();
-    }
     s.SizeText.clear();
-    s.MpixelText.clear();
-    s.FileSizeText.clear();
-    for (QLabel* text : {m.controls.SizeText, m.controls.MpixelText, m.controls.FileSizeText})
-        text->clear();
+    for (QLabel* text : {c.SizeText, c.MpixelText, c.FileSizeText}) text->clear();
     SetPictureCommands(false);
     m.ahead.Expect({});
-    if (m_pic) m_pic->Follow();
-    if (s.OneToOneLoaded && m_one) m_one->OnePicture(false);
+    UpdatePictureWindows();
 }
 
 } // namespace tarn

@@ -73,6 +73,11 @@ void DisplayRoom::OneToOneButton_Click() {
     if (!follows) ExpectNeighbours(); // with all their pixels from now on
 }
 
+void DisplayRoom::UpdatePictureWindows() {
+    if (m.state.OneToOneLoaded && m_one) m_one->OnePicture(false);
+    if (m_pic) m_pic->Follow();
+}
+
 void DisplayRoom::CloseOneToOneButton_Click() {
     if (m_one) m_one->close();
 }

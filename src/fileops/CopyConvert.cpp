@@ -37,11 +37,6 @@ void CopyRoom::SetNote() {
     if (m_caption) m_caption->ShowCaptionText(m.state.ConvertJpgCaption);
 }
 
-// The note goes with the copy, with what is being written.
-bool CopyRoom::KeepWrittenNote() {
-    return m.state.SlideViewing || m.state.NotesFolder.empty() || m.notes.SaveIfUnsaved();
-}
-
 bool CopyRoom::IsConvertible() {
     const ProgramState& s = m.state;
     m.shell.ShowMessage({});
@@ -85,11 +80,15 @@ bool CopyRoom::Convert(const ConvertTarget& target, std::string& said) {
         return false;
     }
     m.shell.SetBusy(true);
+    const QSize before(picture.Width(), picture.Height());
     const bool written = WriteConverted(picture, target, said);
     m.shell.SetBusy(false);
-    if (!s.SlideViewing) {
-        s.ImageWidth = picture.Width();
-        s.ImageHeight = picture.Height();
+    const QSize after(picture.Width(), picture.Height());
+    if (!s.SlideViewing && after != before) {
+        // The picture itself is not turned, what is shown of it may be.
+        const bool onItsSide = (s.ImageWidth > s.ImageHeight) != (before.width() > before.height());
+        s.ImageWidth = onItsSide ? after.height() : after.width();
+        s.ImageHeight = onItsSide ? after.width() : after.height();
     }
     m.shell.ShowMessage(said);
     return written;
@@ -118,6 +117,7 @@ bool CopyRoom::WriteConverted(ImgX& picture, const ConvertTarget& target, std::s
 std::string CopyRoom::CopyNote(const ConvertTarget& target) {
     const std::string& folder = m.state.NotesFolder;
     if (folder.empty()) return {};
+    m.notes.SetNotesFilename();
     const std::string note = JoinPath(folder, target.noteName);
     const auto own = m.files.FindAnyCase(m.state.NotesFilename);
     if (!own || m.files.FindAnyCase(note)) return {};
@@ -128,7 +128,7 @@ std::string CopyRoom::CopyNote(const ConvertTarget& target) {
 }
 
 bool CopyRoom::ConvertButton_Click() {
-    if (!IsConvertible() || !KeepWrittenNote()) return false;
+    if (!IsConvertible()) return false;
     const ConvertTarget target = TargetBeside(m.files, m.state.Filename);
     if (target.path.empty()) {
         m.shell.ShowMessage("'" + target.name + "' already exists, aborted");
@@ -137,12 +137,16 @@ bool CopyRoom::ConvertButton_Click() {
     std::string said;
     if (!Convert(target, said)) return false;
     if (m.state.SlideViewing) return true;
+    const std::string unsaved = m.notes.UnsavedText();
+    const std::string of = m.state.FileNameOnly;
     m.navigation.RefreshDirButton_Click();
     const int row = m.controls.FileListBox->RowOf(target.name);
     if (row >= 0) {
         m.navigation.ClearMultiselect();
         m.navigation.SelectRow(row);
     }
+    if (!unsaved.empty() && m.state.NotesSave == unsaved)
+        said += "; Unsaved note of '" + of + "' is in the restore buffer";
     m.shell.ShowMessage(said);
     return true;
 }
@@ -158,8 +162,7 @@ bool CopyRoom::CJMButton_Click() {
         return false;
     }
     std::string said;
-    return IsConvertible() && KeepWrittenNote() &&
-           Convert(TargetIn(m.files, s.CopyImageFolder, s.Filename), said);
+    return IsConvertible() && Convert(TargetIn(m.files, s.CopyImageFolder, s.Filename), said);
 }
 
 } // namespace tarn

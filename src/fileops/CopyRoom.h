@@ -63,7 +63,6 @@ private:
     bool IsConvertible();
     bool WriteConverted(ImgX& picture, const ConvertTarget& target, std::string& said);
     std::string CopyNote(const ConvertTarget& target);
-    bool KeepWrittenNote();
 
     Context& m;
     std::unique_ptr<frmCaption> m_caption;

@@ -143,16 +143,9 @@ void FileRoom::ShowFromRow(int row) {
 
 void FileRoom::ShowNothing() {
     ProgramState& s = m.state;
-    const MainControls& c = m.controls;
     s.Filename.clear();
     s.FileNameOnly.clear();
     s.FileType.clear();
-    s.VideoImage = s.WebImage = false;
-    s.PanelRows.clear();
-    c.List1->clear();
-    for (QWidget* over :
-         std::initializer_list<QWidget*>{c.LastLabel, c.DeletePicButton, c.DeleteFitsButton})
-        over->hide();
     m.display.ShowNothing();
     m.notes.CheckForNotes();
     m.shell.ShowError({});

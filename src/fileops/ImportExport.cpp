@@ -57,6 +57,13 @@ bool ImportExport::IsOurs(const std::string& folder, const std::string& what) {
     return true;
 }
 
+// Without one a note's path would lead into whatever folder the program was started in.
+bool ImportExport::HasNotesFolder() {
+    if (!m.state.NotesFolder.empty()) return true;
+    m.shell.ShowMessage("Notes folder has not been set");
+    return false;
+}
+
 std::string ImportExport::AskForSource(const std::string& title) {
     const std::string folder = m.dialogs.ChooseFolder(title, m.controls.FileListBox->Path());
     return folder.empty() || IsOurs(folder, "source of an import")
@@ -72,6 +79,7 @@ std::string ImportExport::AskForTarget(const std::string& title) {
 }
 
 void ImportExport::ImportNotesFilesButton_Click() {
+    if (!HasNotesFolder()) return;
     // Notes may well lie beside the pictures shown.
     const std::string chosen =
         m.dialogs.ChooseFolder("Import notes from folder", m.controls.FileListBox->Path());
@@ -116,6 +124,7 @@ void ImportExport::ImportButton_Click() {
 }
 
 void ImportExport::ImportNotesFormat_Click() {
+    if (!HasNotesFolder()) return;
     const std::string file =
         m.dialogs.OpenFile("Import Notes Format Settings file", m.controls.FileListBox->Path(),
                            "Text files (*.txt);;All files (*)");
@@ -167,6 +176,7 @@ void ImportExport::ExportFilesButton_Click(int index) {
 }
 
 void ImportExport::ExportNotesFormat_Click() {
+    if (!HasNotesFolder()) return;
     const std::string target = AskForTarget("Export Notes Format Settings file to folder");
     if (target.empty()) return;
     const std::string& name = m.state.NFSfilename;

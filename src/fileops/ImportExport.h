@@ -27,6 +27,7 @@ public:
 
 private:
     std::vector<std::string> ListedNames(bool selectedOnly) const;
+    bool HasNotesFolder(); // false with a word when none is set
     std::string AskForSource(const std::string& title);
     std::string AskForTarget(const std::string& title);
     bool IsOurs(const std::string& folder, const std::string& what);

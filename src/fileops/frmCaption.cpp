@@ -246,7 +246,9 @@ void frmCaption::ShowPreview() {
         m_preview->clear();
         return;
     }
-    const ConvertOptions options = m_room.Options(m_room.NextName());
+    // The name costs a look at the folder, which another text does not need.
+    const bool named = m.state.ConvertJpgAddFN && m.state.ConvertJpgType == kFileName;
+    const ConvertOptions options = m_room.Options(named ? m_room.NextName() : std::string());
     const QSize size = kPreview * devicePixelRatioF();
     const double whole = PlaceOfCaption(picture.Height()).height * kPreviewLines; // pixels high
     const double scale = size.height() / std::max(1.0, whole);

@@ -21,14 +21,12 @@ bool RecordFolder(SelectionState& state, const std::string& path) {
     return true;
 }
 
-bool RecordRow(SelectionState& state, int row) {
-    if (state.HistCur > kHistoryLimit) return false;
-    state.HistFileIndex[static_cast<std::size_t>(state.HistCur)] = row;
-    return true;
-}
-
 bool HasFolderBefore(const SelectionState& state) {
     return state.HistCur > 1;
+}
+
+int FolderBefore(const SelectionState& state) {
+    return std::min(state.HistCur - 1, state.HistHigh);
 }
 
 bool HasFolderAfter(const SelectionState& state) {

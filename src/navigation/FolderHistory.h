@@ -11,10 +11,10 @@ namespace tarn {
 // False when the history is full: the cursor moves on, nothing is stored.
 bool RecordFolder(SelectionState& state, const std::string& path);
 
-// The row last shown in the present entry; false when the cursor is past the last entry.
-bool RecordRow(SelectionState& state, int row);
-
 bool HasFolderBefore(const SelectionState& state);
+// Where Back leads, when there is a folder before. Past the limit the cursor has run ahead of the
+// entries.
+int FolderBefore(const SelectionState& state);
 bool HasFolderAfter(const SelectionState& state);
 
 } // namespace tarn

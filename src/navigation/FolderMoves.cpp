@@ -19,6 +19,8 @@ void NavigationRoom::FolderTreeview1_Selection(const std::string& path) {
         LoadStartFolder();
     else if (EnterFolder(path))
         EnableListCommands();
+    else
+        ShowHint();
 }
 
 void NavigationRoom::LoadStartFolder() {
@@ -55,12 +57,10 @@ bool NavigationRoom::EnterFolder(const std::string& path) {
 void NavigationRoom::SetHistoryButtons() {
     const ProgramState& s = m.state;
     const auto tooltip = [&s](int entry) {
-        return entry >= 0 && entry <= kHistoryLimit
-                   ? ToToolTip(s.HistFolderPath[static_cast<std::size_t>(entry)])
-                   : QString();
+        return ToToolTip(s.HistFolderPath[static_cast<std::size_t>(entry)]);
     };
     SetEnabled(m.controls.FolderBackButton, HasFolderBefore(s));
-    if (HasFolderBefore(s)) m.controls.FolderBackButton->setToolTip(tooltip(s.HistCur - 1));
+    if (HasFolderBefore(s)) m.controls.FolderBackButton->setToolTip(tooltip(FolderBefore(s)));
     SetEnabled(m.controls.FolderFwdButton, HasFolderAfter(s));
     if (HasFolderAfter(s)) m.controls.FolderFwdButton->setToolTip(tooltip(s.HistCur + 1));
 }
@@ -73,20 +73,21 @@ void NavigationRoom::EnableListCommands() {
         ClearMultiselect();
         SelectRow(std::max(0, list.RowOf(m_wanted)));
     }
-    if (!hasRows) m.shell.ShowPane(Pane::Picture1); // which has something to say
     Update_Num_Files(0);
     m.shell.SetListCommands(hasRows);
     ShowHint();
 }
 
 void NavigationRoom::ShowHint() {
+    const FileListBox& list = *m.controls.FileListBox;
     const std::string folder = m.controls.FolderTreeview1->SelectedPath();
+    const bool hasRows = list.Count() > 0 && list.Path() == folder;
     std::string hint = "Choose a picture from the list.";
     if (!m.files.IsFolder(folder))
         hint = "The folder " + folder + " does not exist. Choose another in the tree.";
-    else if (!m.files.FileNames(folder))
+    else if (!hasRows && !m.files.FileNames(folder))
         hint = "The folder " + folder + " cannot be read. Choose another in the tree.";
-    else if (m.controls.FileListBox->Count() < 1)
+    else if (!hasRows)
         hint = "No files to show in " + folder + ". Choose a folder in the tree, or drop one here.";
     m.controls.Picture1->SetHint(hint);
 }
@@ -119,28 +120,35 @@ void NavigationRoom::ShowNamed(const std::string& name) {
     SelectRow(row);
 }
 
+// False for a folder that cannot be shown: the tree is back where it was, as the list is.
+bool NavigationRoom::MoveTree(const std::string& folder) {
+    FolderTreeview& tree = *m.controls.FolderTreeview1;
+    const std::string before = tree.SelectedPath();
+    tree.SetSelectedPath(folder);
+    if (m.controls.FileListBox->Path() == WithoutTrailingSeparator(folder) &&
+        m.files.IsFolder(folder))
+        return true;
+    tree.PutBack(before);
+    ShowHint();
+    return false;
+}
+
 void NavigationRoom::GoToFolder(int entry) {
     const int before = m.state.HistCur;
-    const std::string pathBefore = m.controls.FolderTreeview1->SelectedPath();
-    const std::string path =
-        WithoutTrailingSeparator(m.state.HistFolderPath[static_cast<std::size_t>(entry)]);
     m.state.HistCur = entry;
     {
         const QScopedValueRollback<bool> navigating(m.state.HistNav, true);
-        m.controls.FolderTreeview1->SetSelectedPath(path);
-    }
-    if (m.controls.FileListBox->Path() != path || !m.files.IsFolder(path)) {
-        m.state.HistCur = before; // the folder has gone
-        m.controls.FolderTreeview1->PutBack(pathBefore);
-        return;
+        if (!MoveTree(m.state.HistFolderPath[static_cast<std::size_t>(entry)])) {
+            m.state.HistCur = before;
+            return;
+        }
     }
     ClearMultiselect(); // the entry may stand for the same folder
     SelectRow(m.state.HistFileIndex[static_cast<std::size_t>(entry)]);
 }
 
 void NavigationRoom::FolderBackButton_Click() {
-    // Past the limit the cursor has run ahead of the entries.
-    if (HasFolderBefore(m.state)) GoToFolder(std::min(m.state.HistCur - 1, m.state.HistHigh));
+    if (HasFolderBefore(m.state)) GoToFolder(FolderBefore(m.state));
 }
 
 void NavigationRoom::FolderFwdButton_Click() {
@@ -153,9 +161,8 @@ void NavigationRoom::GotoCopyFolderButton_Click() {
         m.shell.ShowMessage("'Copy to' folder not set, cannot display files");
         return;
     }
-    m.controls.FolderTreeview1->SetSelectedPath(folder);
-    m.controls.FolderTreeview1->Reveal(folder);
-    const bool shown = m.controls.FileListBox->Path() == WithoutTrailingSeparator(folder);
+    const bool shown = MoveTree(folder);
+    if (shown) m.controls.FolderTreeview1->Reveal(folder);
     m.shell.ShowMessage(shown ? "Viewing set to 'Copy to' folder"
                               : "'Copy to' folder '" + folder + "' cannot be displayed");
 }

@@ -6,6 +6,7 @@
 #include "navigation/frmFileTypes.h"
 #include "navigation/frmFilter.h"
 #include "platform/FileListBox.h"
+#include "shell/controls/SlideButtons.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -120,10 +121,8 @@ void ListFilter::ApplyFileTypes() {
 
 void ListFilter::EnableSlideCommands(bool& enabled) {
     if (!m.state.ImageLoaded) enabled = false;
-    const MainControls& c = m.controls;
-    for (QPushButton* button :
-         {c.SlideButton, c.Slides2Button, c.SlidesC2Button, c.Slides2VButton, c.SlidesC2VButton,
-          c.Slides4Button, c.Slides4LButton, c.ViewButton, c.OneToOneButton})
+    EnableSlideButtons(m.controls, enabled);
+    for (QPushButton* button : {m.controls.ViewButton, m.controls.OneToOneButton})
         SetEnabled(button, enabled);
 }
 

@@ -60,23 +60,23 @@ void NavigationRoom::FileListBox_Click() {
         hidden->hide();
     m.shell.ShowStatus(s.Filename);
     SetCrashFile(s.Filename);
+    s.FileType = FileTypeOf(s.Filename);
+    s.FileIndex = row;
 
     std::string error;
     const auto modified = m.files.ModifiedTime(s.Filename, &error);
     if (!modified) {
         // The name is still that of the picture before, as the display alone sets it.
         m.shell.ShowError(error + " - " + s.FileNameOnly);
+        s.FileModifiedText.clear();
         m.display.ShowNothing();
-        // From here on all is this file's: no note beside another one, and the next step from here.
+        // From here on all is this file's: no note beside another one.
         s.FileNameOnly = LastPart(s.Filename);
-        s.FileIndex = row;
         m.notes.CheckForNotes();
         return;
     }
     s.FileModifiedText = FormatDateText(FromFileTime(*modified));
-    s.FileType = FileTypeOf(s.Filename);
     s.VideoPending = false;
-    s.FileIndex = row;
     const bool recorded = RecordSelection(row);
     if (s.CurrentPane == Pane::LogText) m.shell.ShowPane(Pane::Picture1);
     m_historyList.GiveUp();
@@ -90,7 +90,9 @@ bool NavigationRoom::RecordSelection(int row) {
         RecordView(m.state, row);
         SetEnabled(m.controls.FileBackButton, CanGoBack(m.state));
     }
-    return RecordRow(m.state, row);
+    std::int32_t* kept = m.state.HistRow();
+    if (kept) *kept = row;
+    return kept != nullptr;
 }
 
 void NavigationRoom::ShowChosenFile() {
@@ -109,7 +111,7 @@ void NavigationRoom::ShowChosenFile() {
 void NavigationRoom::ShowVideo() {
     m.shell.ShowPane(Pane::Picture2);
     m.display.SetPictureCommands(false);
-    SetSlideCommands(false);
+    EnableSlideButtons(m.controls, false);
     m.state.VideoImage = true;
     m.video.ShowVideoFile();
 }
@@ -118,16 +120,12 @@ void NavigationRoom::ShowPictureOrText() {
     m.controls.EditButton2->setText(QStringLiteral("Edit"));
     m.shell.ShowPane(Pane::Picture1);
     m.display.SetPictureCommands(true);
-    SetSlideCommands(true);
+    EnableSlideButtons(m.controls, true);
     m.state.VideoImage = false;
     if (m.state.FileType == ".TXT")
         m.video.Load_web();
     else
         m.display.DisplayPicture();
-}
-
-void NavigationRoom::SetSlideCommands(bool enabled) {
-    for (QPushButton* button : SlideButtons(m.controls)) SetEnabled(button, enabled);
 }
 
 void NavigationRoom::SelectRow(int row) {

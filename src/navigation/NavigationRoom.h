@@ -52,13 +52,13 @@ private:
     void StepTo(int row);
     void GoToView(int entry);
     void GoToFolder(int entry);
+    bool MoveTree(const std::string& folder);
     bool EnterFolder(const std::string& path);
     void LoadStartFolder();
     bool RecordSelection(int row);
     void ShowChosenFile();
     void ShowVideo();
     void ShowPictureOrText();
-    void SetSlideCommands(bool enabled);
     void SetHistoryButtons();
 
     Context& m;

@@ -13,6 +13,9 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 
+#include <algorithm>
+#include <iterator>
+
 namespace tarn {
 
 namespace {
@@ -22,6 +25,44 @@ void Press(QPushButton* button) {
 }
 void Press(QAction* entry) {
     entry->trigger();
+}
+
+// Keys of Picture1 that press a button or choose an entry.
+template <typename Control> struct KeyFor {
+    int keycode;
+    Control* MainControls::*control;
+};
+
+constexpr KeyFor<QPushButton> kButtonKeys[] = {
+    {'V', &MainControls::ViewButton},     {'S', &MainControls::SlideButton},
+    {'F', &MainControls::OneToOneButton}, {'1', &MainControls::OneToOneButton},
+    {'2', &MainControls::Slides2Button},  {'4', &MainControls::Slides4Button},
+    {'C', &MainControls::SlidesC2Button}, {'Y', &MainControls::CopyImageButton3},
+    {'U', &MainControls::CJMButton},      {'Z', &MainControls::CJMButton},
+};
+
+constexpr KeyFor<QAction> kEntryKeys[] = {
+    {'D', &MainControls::FixPictureDateButton},
+    {'A', &MainControls::RenameButton},
+    {'B', &MainControls::AdjustButton},
+    {'E', &MainControls::PopupOpenButton},
+    {keys::kF1, &MainControls::HelpPicNavButton},
+    {keys::kF2, &MainControls::RenameButton},
+    {keys::kF6, &MainControls::SetFileDatesButton},
+    {keys::kF10, &MainControls::Exit},
+    {keys::kPrint, &MainControls::PrintButton},
+    {keys::kPrintScreen, &MainControls::PrintButton},
+    {keys::kDelete, &MainControls::DeleteButton},
+    {keys::kInsert, &MainControls::DuplicateButton},
+};
+
+template <typename Keys> bool PressFor(const Keys& keys, int keycode, const MainControls& c) {
+    const auto found = std::find_if(std::begin(keys), std::end(keys), [keycode](const auto& each) {
+        return each.keycode == keycode;
+    });
+    if (found == std::end(keys)) return false;
+    Press(c.*found->control);
+    return true;
 }
 
 // The window system may send a repeat as a release and a press of the same instant, the press a
@@ -96,7 +137,6 @@ bool PaneKeys::NavigationKey(int keycode) {
 bool PaneKeys::Picture1_KeyUp(int keycode) {
     if (NavigationKey(keycode)) return true;
     if (!m.state.ImageLoaded) return false;
-    const MainControls& c = m.controls;
     switch (keycode) {
     case keys::kRight:
     case 'R':
@@ -115,72 +155,15 @@ bool PaneKeys::Picture1_KeyUp(int keycode) {
     case 'O':
         m.display.Redraw();
         return true;
-    case 'V':
-        Press(c.ViewButton);
-        return true;
-    case 'S':
-        Press(c.SlideButton);
-        return true;
-    case 'F':
-    case '1':
-        Press(c.OneToOneButton);
-        return true;
-    case '2':
-        Press(c.Slides2Button);
-        return true;
-    case '4':
-        Press(c.Slides4Button);
-        return true;
-    case 'C':
-        Press(c.SlidesC2Button);
-        return true;
-    case 'D':
-        Press(c.FixPictureDateButton);
-        return true;
-    case 'Y':
-        Press(c.CopyImageButton3);
-        return true;
-    case 'U':
-    case 'Z':
-        Press(c.CJMButton);
-        return true;
-    case 'A':
-    case keys::kF1 + 1:
-        Press(c.RenameButton);
-        return true;
-    case keys::kF1:
-        Press(c.HelpPicNavButton);
-        return true;
-    case keys::kF1 + 4:
+    case keys::kF5:
         m.navigation.RefreshDirButton_Click();
         return true;
-    case keys::kF1 + 5:
-        Press(c.SetFileDatesButton);
-        return true;
-    case keys::kF1 + 9:
-        Press(c.Exit);
-        return true;
-    case keys::kPrint:
-    case keys::kPrintScreen:
-        Press(c.PrintButton);
-        return true;
-    case keys::kDelete:
-        Press(c.DeleteButton);
-        return true;
-    case keys::kInsert:
-        Press(c.DuplicateButton);
-        return true;
-    case 'B':
-        Press(c.AdjustButton);
-        return true;
-    case 'E':
-        Press(c.PopupOpenButton);
-        return true;
     case 'T':
-        c.NotesBox->setFocus(Qt::ShortcutFocusReason);
+        m.controls.NotesBox->setFocus(Qt::ShortcutFocusReason);
         return true;
     default:
-        return false;
+        return PressFor(kButtonKeys, keycode, m.controls) ||
+               PressFor(kEntryKeys, keycode, m.controls);
     }
 }
 
@@ -202,13 +185,13 @@ bool PaneKeys::Picture2_KeyUp(int keycode) {
 
 bool PaneKeys::LogText_KeyUp(int keycode) {
     if (NavigationKey(keycode)) return true;
-    if (keycode != keys::kF1 + 1) return false;
+    if (keycode != keys::kF2) return false;
     Press(m.controls.RenameButton);
     return true;
 }
 
 bool PaneKeys::FileListBox_KeyUp(int keycode) {
-    if (keycode != keys::kF1 + 4) return false;
+    if (keycode != keys::kF5) return false;
     m.navigation.RefreshDirButton_Click();
     return true;
 }

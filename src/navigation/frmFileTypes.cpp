@@ -86,10 +86,10 @@ void frmFileTypes::SetButton_Click() {
     const std::string web = FromQt(m_web->text());
     const std::string candidate = TypesFromTexts(m_boxes, pictures, videos, web);
     m.controls.FCheck->setChecked(false); // which takes the list back to before its tick
-    const bool valid = IsPattern(pictures) && IsPattern(videos) && IsPattern(web) &&
-                       m.controls.FileListBox->SetPattern(candidate); // else the old one stays
+    const bool valid = IsPattern(pictures) && IsPattern(videos) && IsPattern(web);
     m_invalid->setVisible(!valid);
-    if (!valid) return;
+    if (!valid) return; // the old one stays
+    m.controls.FileListBox->SetPattern(candidate);
     s.PictureTypes = pictures;
     s.VideoTypes = videos;
     s.WebTypes = web;

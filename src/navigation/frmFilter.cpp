@@ -4,6 +4,7 @@
 #include "platform/FileListBox.h"
 #include "platform/QtText.h"
 #include "platform/WindowPlaces.h"
+#include "shell/batch/BatchRun.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>
@@ -116,6 +117,7 @@ void frmFilter::TakeBackLastClosing() {
 }
 
 void frmFilter::closeEvent(QCloseEvent* event) {
+    if (CancelsBatch(m.state, *event)) return;
     event->accept(); // the dialog's own would reject, which closes
     if (m.state.FilterActive) Form_Unload();
 }
@@ -190,6 +192,7 @@ void frmFilter::CommandAdd_Click() {
 void frmFilter::CommandDelete_Click() {
     if (m_presets->currentIndex() < 0) return;
     m_presets->removeItem(m_presets->currentIndex());
+    m_presets->setCurrentIndex(-1); // no other entry has been chosen
     m.state.FilterPresets = StoredPresets(Presets());
     m.shell.ShowMessage(FromQt(m_text->text()) + " - removed from ComboFilter box");
 }

@@ -49,10 +49,10 @@ void FrmNewNotes::EnableSave(bool enabled) {
 }
 
 void FrmNewNotes::LoadNoteFormats() {
+    KeepChoices(); // what was chosen outlives a load that fails
     m_path = JoinPath(m.state.NotesFolder, m.state.NFSfilename);
-    const auto bytes = m.state.NotesFolder.empty()
-                           ? std::nullopt
-                           : ReadFormatFile(m.files, m_path, ProgramFile(m.state.NFSfilename));
+    const auto bytes = ReadFormatFile(m.files, m_path, ProgramFile(m.state.NFSfilename));
+    m_fromFile = bytes.has_value();
     LoadFormats(m_lists, bytes, FromFileTime(std::time(nullptr)));
     for (std::size_t i = 0; i < kNoteEntries; ++i) ShowList(i, bytes.has_value());
     if (!bytes) {
@@ -89,7 +89,12 @@ void FrmNewNotes::ApplyStoredChoices() {
 void FrmNewNotes::KeepValues() {
     TakePlace(*this, m.state.NewNotesPlace);
     if (m_calculator) TakePlace(*m_calculator, m.state.ExpCalcPlace);
-    if (!m_choicesApplied) return;
+    KeepChoices();
+}
+
+// Lists without a file stand on no row of their own.
+void FrmNewNotes::KeepChoices() {
+    if (!m_fromFile) return;
     for (std::size_t i = 0; i < kNoteEntries; ++i)
         m.state.*kChoices[i] = ChosenRow(*m_entries[i].combo);
 }

@@ -63,6 +63,7 @@ private:
                          void (FrmNewNotes::*command)());
     void ShowList(std::size_t entry, bool selectFirst);
     void ApplyStoredChoices();
+    void KeepChoices();
     void TextFirstLines_KeyUp(int key);
     EntryTicks Ticks() const;
 
@@ -77,7 +78,8 @@ private:
     Context& m;
     NotesRoom& m_room;
     FormatLists m_lists;
-    std::string m_path; // of the format file in use
+    std::string m_path;      // of the format file in use
+    bool m_fromFile = false; // the lists as they stand
     bool m_choicesApplied = false;
     bool m_allOff = false; // the toggle
 

@@ -46,7 +46,7 @@ QPushButton* FrmNewNotes::Command(QLayout& to, const char* name, const char* cap
 QLayout* FrmNewNotes::MakeFirstLines() {
     auto* whole = new QVBoxLayout();
     auto* head = new QHBoxLayout();
-    m_checkFirst = Named(new QCheckBox(), QStringLiteral("CheckFirst"), "Take the 1st lines");
+    m_checkFirst = Named(new QCheckBox(), QStringLiteral("CheckFirst"));
     m_checkFirst->setAccessibleName(QStringLiteral("Take the 1st lines"));
     m_checkFirst->setChecked(true);
     head->addWidget(m_checkFirst);

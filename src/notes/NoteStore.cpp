@@ -57,6 +57,7 @@ bool NoteStore::ReadFrom(const std::string& path) {
 }
 
 std::optional<std::string> NoteStore::Read(const std::string& path) const {
+    if (auto exact = m_files.Read(path, kNoteReadLimit)) return exact;
     const auto name = index.Find(LastPart(path));
     if (!name) return {};
     return m_files.Read(JoinPath(FolderOf(path), *name), kNoteReadLimit);

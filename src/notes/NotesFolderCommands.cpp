@@ -103,16 +103,15 @@ void NotesRoom::NoteFilesChanged() {
 }
 
 // A window that never had a place stands to the right of the main window, where the screen allows.
-void NotesRoom::PlaceBeside(WindowPlace& place, const char* key) {
-    if (m.settings.Contains(key)) return;
+void NotesRoom::PlaceBeside(WindowPlace& place, const char* left, const char* top) {
     const QRect main = m.controls.NotesBox->window()->frameGeometry();
-    place.left = (main.right() + 8) * kTwipsPerPixel;
-    place.top = main.top() * kTwipsPerPixel;
+    if (!m.settings.Contains(left)) place.left = (main.right() + 8) * kTwipsPerPixel;
+    if (!m.settings.Contains(top)) place.top = main.top() * kTwipsPerPixel;
 }
 
 void NotesRoom::CommandNotesNew_Click() {
     if (!m_composer) {
-        PlaceBeside(m.state.NewNotesPlace, "leftNewNotes_position");
+        PlaceBeside(m.state.NewNotesPlace, "leftNewNotes_position", "topNewNotes_position");
         m_composer = std::make_unique<FrmNewNotes>(m, *this);
     }
     SetSaveCommands();
@@ -121,7 +120,7 @@ void NotesRoom::CommandNotesNew_Click() {
 
 void NotesRoom::DisplayNotesFolderButton_Click() {
     if (!m_manager) {
-        PlaceBeside(m.state.NotesFolderPlace, "leftNotes_position");
+        PlaceBeside(m.state.NotesFolderPlace, "leftNotes_position", "topNotes_position");
         m_manager = std::make_unique<frmNotesFolder>(m, *this);
     }
     m_manager->OpenWindow();

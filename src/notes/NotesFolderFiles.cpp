@@ -8,6 +8,15 @@
 
 namespace tarn {
 
+namespace {
+
+void AddFailed(NotesRun& run, const std::string& path, const std::string& error) {
+    if (run.failed.empty()) run.error = error;
+    run.failed.push_back(path);
+}
+
+} // namespace
+
 std::optional<LoadedNote> NotesFolderFiles::Read(const std::string& path) const {
     auto bytes = m_files.Read(path, kNoteReadLimit);
     if (!bytes) return {};
@@ -28,44 +37,49 @@ bool NotesFolderFiles::IsNote(const std::string& path) const {
     return FoldCase(LastPart(path)) != FoldCase(m_formatFile);
 }
 
-// True when the note was changed.
-bool NotesFolderFiles::FixOne(const std::string& path, NotesRun& run) {
-    const auto bytes = m_files.Read(path, std::numeric_limits<std::size_t>::max());
-    const auto repaired = bytes ? WithoutQuotes(*bytes) : std::nullopt;
-    if (bytes && !repaired) return false;
+void NotesFolderFiles::FixOne(const std::string& path, NotesRun& run) {
     std::string error;
+    const auto bytes = m_files.Read(path, std::numeric_limits<std::size_t>::max(), &error);
+    const auto repaired = bytes ? WithoutQuotes(*bytes) : std::nullopt;
+    if (bytes && !repaired) return;
     // Nobody has seen this file: the old one is kept.
-    const bool done = repaired && SaveNoteFile(m_files, path, *repaired, {}, &error);
-    (done ? run.changed : run.failed).push_back(path);
-    return done;
+    if (repaired && SaveNoteFile(m_files, path, *repaired, {}, &error))
+        run.changed.push_back(path);
+    else
+        AddFailed(run, path, error);
 }
 
 NotesRun NotesFolderFiles::FixAll(const std::vector<std::string>& paths, const GoOn& goOn) {
     NotesRun run;
-    for (const std::string& path : paths)
-        if (IsNote(path) && FixOne(path, run) && !goOn()) break;
+    std::size_t number = 0;
+    for (const std::string& path : paths) {
+        if (IsNote(path)) FixOne(path, run);
+        if (!goOn(++number)) break;
+    }
     return run;
 }
 
-bool NotesFolderFiles::ConvertOne(const std::string& path, const NoteIndex& index, NotesRun& run) {
+void NotesFolderFiles::ConvertOne(const std::string& path, const NoteIndex& index, NotesRun& run) {
     const std::string to = path.substr(0, path.size() - 3) + "enf";
     const auto name = index.Find(LastPart(to));
     const std::string stands = name ? JoinPath(FolderOf(to), *name) : to;
     std::string error;
-    const bool done = (!m_files.Exists(stands) || m_files.Trash(stands, &error)) &&
-                      m_files.Rename(path, to, &error);
-    (done ? run.changed : run.failed).push_back(done ? to : path);
-    return done;
+    if ((m_files.Exists(stands) && !m_files.Trash(stands, &error)) ||
+        !m_files.Rename(path, to, &error))
+        return AddFailed(run, path, error);
+    run.changed.push_back(to);
+    run.renamed[path] = to;
 }
 
 NotesRun NotesFolderFiles::Convert(const std::vector<std::string>& paths, const GoOn& goOn) {
     NotesRun run;
     NoteIndex index(m_files); // one reading for all
     if (!paths.empty()) index.SetFolder(FolderOf(paths.front()));
-    for (const std::string& path : paths)
-        if (IsNote(path) && ToUpper(RightChars(path, 3)) == "TXT" && ConvertOne(path, index, run) &&
-            !goOn())
-            break;
+    std::size_t number = 0;
+    for (const std::string& path : paths) {
+        if (IsNote(path) && ToUpper(RightChars(path, 3)) == "TXT") ConvertOne(path, index, run);
+        if (!goOn(++number)) break;
+    }
     return run;
 }
 

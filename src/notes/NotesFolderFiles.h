@@ -5,6 +5,7 @@
 #include "notes/NoteStore.h"
 
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -12,8 +13,10 @@ namespace tarn {
 
 // What a run over many files did.
 struct NotesRun {
-    std::vector<std::string> changed; // paths
+    std::vector<std::string> changed;           // paths, as they are now
+    std::map<std::string, std::string> renamed; // of those: from, to
     std::vector<std::string> failed;
+    std::string error; // of the first that failed
 };
 
 class NotesFolderFiles {
@@ -29,8 +32,8 @@ public:
     bool Delete(const std::string& path, std::string* error);
 
     // Takes the quotes off every note that has them, in the whole file. `goOn` is asked after each
-    // changed note.
-    using GoOn = std::function<bool()>;
+    // path, with its number from 1.
+    using GoOn = std::function<bool(std::size_t)>;
     NotesRun FixAll(const std::vector<std::string>& paths, const GoOn& goOn);
 
     // Renames "*.txt" to "*.enf", all in one folder; a note that already has the name goes to the
@@ -39,8 +42,8 @@ public:
 
 private:
     bool IsNote(const std::string& path) const;
-    bool FixOne(const std::string& path, NotesRun& run);
-    bool ConvertOne(const std::string& path, const NoteIndex& index, NotesRun& run);
+    void FixOne(const std::string& path, NotesRun& run);
+    void ConvertOne(const std::string& path, const NoteIndex& index, NotesRun& run);
 
     Files& m_files;
     std::string m_formatFile;

@@ -107,13 +107,14 @@ void NotesRoom::LoadNote() {
     const bool found =
         !s.NotesFolder.empty() && !s.FileNameOnly.empty() && m_store.Load(s.NotesFilename);
     // Also an empty text: undo must not reach the picture before.
-    m_box.Load(found ? FromCodePage(WithoutOldMarks(m_store.Loaded().bytes)) : std::string());
+    m_loadedBytes = WithoutOldMarks(m_store.Loaded().bytes);
+    m_box.Load(FromCodePage(m_loadedBytes));
     TakeForLoaded();
     SetEnabled(m.controls.DeleteNotesButton, found);
     SetCaption(found ? "Notes for: " + s.FileNameOnly : "Notes");
     m.controls.FileListBox->ShowNoteMarks();
     if (dropped) m.shell.ShowMessage("Unsaved note of '" + before + "' is in the restore buffer");
-    if (!m_stepping) OfferDraft();
+    if (!m_stepping && !dropped) OfferDraft();
 }
 
 // What an earlier run could not save comes up with its picture.
@@ -234,10 +235,11 @@ bool NotesRoom::WriteNote(std::string* why, std::string* misfit) {
     // Saving nothing never replaces deleting.
     if (s.NoteText.empty()) return *why = "There is no text to save", false;
     const bool edited = m_store.Loaded().path.empty() || s.NoteText != m_loadedText;
-    const auto bytes = edited ? ToCodePage(s.NoteText, misfit)
-                              : std::string(WithoutOldMarks(m_store.Loaded().bytes));
+    const auto bytes = edited ? ToCodePage(s.NoteText, misfit) : m_loadedBytes;
     if (!bytes) return *why = "'" + *misfit + "' has no place in a note", false;
-    return m_store.Save(s.NotesFilename, *bytes, why);
+    if (!m_store.Save(s.NotesFilename, *bytes, why)) return false;
+    m_loadedBytes = *bytes;
+    return true;
 }
 
 void NotesRoom::SaveNotesButton_Click() {

@@ -85,7 +85,7 @@ private:
     void FocusUnlessShow();
     void WriteDrafts();
     void SetCaption(const std::string& caption);
-    void PlaceBeside(WindowPlace& place, const char* key);
+    void PlaceBeside(WindowPlace& place, const char* left, const char* top);
     void ShowFolder();
     void ShowStepToolTips();
 
@@ -94,11 +94,12 @@ private:
     NoteStore m_store;
     Drafts m_drafts;
     QTimer m_draftTimer;
-    std::string m_noteOf;     // path of the file whose note the box began with, and its name
-    std::string m_nameOf;     //
-    std::string m_loadedText; // what the box began with or last saved
-    std::string m_travelling; // saved, and brought along to this picture by Save+ or Save-
-    bool m_stepping = false;  // by Save+ or Save-
+    std::string m_noteOf;      // path of the file whose note the box began with, and its name
+    std::string m_nameOf;      //
+    std::string m_loadedText;  // what the box began with or last saved
+    std::string m_loadedBytes; // the same as a note holds it
+    std::string m_travelling;  // saved, and brought along to this picture by Save+ or Save-
+    bool m_stepping = false;   // by Save+ or Save-
     std::unique_ptr<FrmNewNotes> m_composer;
     std::unique_ptr<frmNotesFolder> m_manager;
 };

@@ -10,14 +10,15 @@
 #include "platform/FileListBox.h"
 #include "platform/Files.h"
 #include "platform/QtText.h"
+#include "shell/batch/BatchRun.h"
 
+#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QScopedValueRollback>
 
 #include <algorithm>
 
@@ -25,10 +26,7 @@ namespace tarn {
 
 namespace {
 
-std::string WithExtension(const std::string& path, const char* extension) {
-    const auto point = path.rfind('.');
-    return (point == std::string::npos ? path : path.substr(0, point)) + extension;
-}
+constexpr int kProgressEvery = 50; // milliseconds
 
 } // namespace
 
@@ -46,7 +44,7 @@ void frmNotesFolder::KeepPlace() {
 
 bool frmNotesFolder::event(QEvent* event) {
     if (event->type() == QEvent::WindowDeactivate) m_wasAway = true;
-    if (event->type() == QEvent::WindowActivate && m_wasAway && isEnabled()) {
+    if (event->type() == QEvent::WindowActivate && m_wasAway && !m.state.BatchRuns) {
         m_wasAway = false;
         // A click that brings the window up may fall on Delete: it is meant for the note it sees.
         if (QGuiApplication::mouseButtons() == Qt::NoButton)
@@ -73,9 +71,10 @@ void frmNotesFolder::Form_Activate() {
     const int row = IsEdited() ? m_list->RowOf(LastPart(m_note.path)) : RowOfPicture();
     if (row >= 0)
         SelectRow(row);
-    else if (!m_note.path.empty() && !IsEdited())
+    else if (!IsEdited() && m_list->RowOf(LastPart(m_note.path)) >= 0)
         ShowNote(m_note.path);
-    if (m_list->Count() < 1) m_label->setText(QStringLiteral("Notes folder is empty"));
+    else if (!IsEdited())
+        ShowNothing();
 }
 
 // The row with the note of the picture in the main window; -1 when there is none.
@@ -100,7 +99,9 @@ void frmNotesFolder::ShowNothing() {
     EnableCommands(false);
 }
 
+// Text without a note would have no place to go.
 void frmNotesFolder::EnableCommands(bool enabled) {
+    m_edit->setReadOnly(!enabled);
     m_update->setEnabled(enabled);
     m_delete->setEnabled(enabled);
 }
@@ -108,6 +109,16 @@ void frmNotesFolder::EnableCommands(bool enabled) {
 void frmNotesFolder::SelectRow(int row) {
     m_list->UnselectAll();
     m_list->Select(row);
+}
+
+// The same row, or the last one where fewer are left.
+void frmNotesFolder::SelectNear(int row) {
+    if (m_list->Count() > 0) SelectRow(std::clamp(row, 0, m_list->Count() - 1));
+}
+
+void frmNotesFolder::Fail(const std::string& text, const std::string& why) {
+    m.shell.ShowError(text);
+    m.shell.ShowMessage("ERROR - " + why);
 }
 
 bool frmNotesFolder::IsEdited() const {
@@ -142,6 +153,7 @@ void frmNotesFolder::NotesFolderNoteBox_Change() {
 }
 
 void frmNotesFolder::FixQButton_Click() {
+    if (m_note.path.empty()) return;
     const auto fixed = WithoutQuotes(m_box->Text());
     if (!fixed) return;
     m_box->Replace(*fixed);
@@ -152,11 +164,11 @@ void frmNotesFolder::UpdateButton_Click() {
     std::string why;
     const std::string text = m_box->Text();
     const auto bytes = IsEdited() ? ToCodePage(text, &why) : m_note.bytes;
-    if (!bytes) why = " - the character '" + why + "' has no place in a note";
+    if (!bytes) why = "the character '" + why + "' has no place in a note";
     m.shell.ShowError({});
     if (!bytes || !m_folder.Update(m_note, *bytes, &why)) {
-        m.shell.ShowError("Error saving to notes folder: " + m.state.NotesFolder +
-                          (bytes ? "" : why));
+        Fail("Error saving to notes folder: " + m.state.NotesFolder + (bytes ? "" : " - " + why),
+             why);
         return;
     }
     m_shownText = text;
@@ -177,8 +189,9 @@ void frmNotesFolder::DeleteButton_Click() {
     const std::string path = m_note.path;
     const int row = m_list->CurrentRow();
     std::string why;
+    m.shell.ShowError({});
     if (!m_folder.Delete(path, &why)) {
-        m.shell.ShowError("Error deleting notes file '" + path + "'");
+        Fail("Error deleting notes file '" + path + "'", why);
         return;
     }
     const bool shown = TakesPartInMainWindow({path});
@@ -187,63 +200,69 @@ void frmNotesFolder::DeleteButton_Click() {
     m_list->Refresh();
     m_list->setFocus();
     ShowNothing();
-    if (m_list->Count() > 0) SelectRow(std::clamp(row, 0, m_list->Count() - 1));
+    SelectNear(row);
     m_updateText->setText(ToQt("Deleted - " + LastPart(path)));
 }
 
-// Works through the whole list with this window disabled and pending events let in; what has
-// changed shows when all is done.
-void frmNotesFolder::Run(NotesRun (NotesFolderFiles::*work)(const std::vector<std::string>&,
-                                                            const NotesFolderFiles::GoOn&),
-                         NotesRun& run) {
+// Works through the whole list; what has changed shows when all is done.
+NotesRun frmNotesFolder::Run(NotesRun (NotesFolderFiles::*work)(const std::vector<std::string>&,
+                                                                const NotesFolderFiles::GoOn&)) {
     std::vector<std::string> paths;
     paths.reserve(static_cast<std::size_t>(m_list->Count()));
     for (int row = 0; row < m_list->Count(); ++row)
         paths.push_back(JoinPath(m_list->Path(), m_list->Text(row)));
+    m.shell.ShowError({});
+    NotesRun run;
     {
-        const QScopedValueRollback<bool> batch(m.state.BatchRuns, true);
-        QWidget* focus = focusWidget();
-        setEnabled(false);
-        run = (m_folder.*work)(paths, [this] {
-            m.events.Pump();
-            return !m.events.ProgramEnds();
+        const BatchRun batch(m);
+        QElapsedTimer sinceShown;
+        run = (m_folder.*work)(paths, [&](std::size_t number) {
+            if (sinceShown.isValid() && sinceShown.elapsed() < kProgressEvery) return true;
+            sinceShown.start();
+            return batch.Step("Note " + std::to_string(number) + " of " +
+                              std::to_string(paths.size()));
         });
-        setEnabled(true);
-        if (focus) focus->setFocus();
     }
-    if (m.events.ProgramEnds()) return;
+    if (m.events.ProgramEnds()) return run;
     m_room.NoteFilesChanged();
-    if (!run.failed.empty())
-        m.shell.ShowError("Error saving to notes folder: " + m.state.NotesFolder);
     if (TakesPartInMainWindow(run.changed)) m.display.Redraw();
+    return run;
+}
+
+void frmNotesFolder::TellRun(const NotesRun& run, const std::string& text) {
+    m_updateText->setText(ToQt(text));
+    m.shell.ShowMessage(text);
+    if (!run.failed.empty())
+        Fail("Error saving to notes folder: " + m.state.NotesFolder, run.error);
 }
 
 void frmNotesFolder::FixQallButton_Click() {
-    NotesRun run;
-    Run(&NotesFolderFiles::FixAll, run);
+    const NotesRun run = Run(&NotesFolderFiles::FixAll);
     const bool shown =
         std::find(run.changed.begin(), run.changed.end(), m_note.path) != run.changed.end();
     if (shown && !IsEdited()) ShowNote(m_note.path);
-    m_updateText->setText(
-        ToQt("Removed quotes from " + std::to_string(run.changed.size()) + " notes."));
+    TellRun(run, "Removed quotes from " + std::to_string(run.changed.size()) + " notes.");
 }
 
 void frmNotesFolder::CommandNew_Click() {
-    NotesRun run;
-    Run(&NotesFolderFiles::Convert, run);
+    const NotesRun run = Run(&NotesFolderFiles::Convert);
     const int row = m_list->CurrentRow();
     m_list->Refresh();
-    // The note shown may have the other name now, and an edit goes with it.
-    const std::string renamed = WithExtension(m_note.path, ".enf");
-    if (!m_note.path.empty() && IsEdited() && m_list->RowOf(LastPart(m_note.path)) < 0 &&
-        m_list->RowOf(LastPart(renamed)) >= 0)
-        m_note.path = renamed;
-    if (!m_note.path.empty() && m_list->RowOf(LastPart(m_note.path)) < 0 && !IsEdited()) {
-        ShowNothing();
-        if (m_list->Count() > 0) SelectRow(std::clamp(row, 0, m_list->Count() - 1));
+    const auto renamed = run.renamed.find(m_note.path);
+    const std::string shown = renamed == run.renamed.end() ? m_note.path : renamed->second;
+    if (IsEdited() && shown != m_note.path) { // the edit goes with its note
+        m_note.path = shown;
+        m_label->setText(ToQt(LastPart(shown)));
+        NotesFolderNoteBox_Change();
     }
-    m_updateText->setText(
-        ToQt(std::to_string(run.changed.size()) + " notes renamed from *.txt to *.enf"));
+    const int now = shown.empty() ? -1 : m_list->RowOf(LastPart(shown));
+    if (now >= 0) {
+        SelectRow(now); // what was overwritten or has another name is read anew
+    } else if (!shown.empty() && !IsEdited()) {
+        ShowNothing();
+        SelectNear(row);
+    }
+    TellRun(run, std::to_string(run.changed.size()) + " notes renamed from *.txt to *.enf");
 }
 
 // The F key fixes the note that stands in the box; the list takes no letter for its own search.

@@ -51,13 +51,15 @@ private:
     void ShowNote(const std::string& path);
     void ShowNothing();
     void SelectRow(int row);
+    void SelectNear(int row);
+    void Fail(const std::string& text, const std::string& why);
+    void TellRun(const NotesRun& run, const std::string& text);
     void EnableCommands(bool enabled);
     int RowOfPicture() const;
     bool TakesPartInMainWindow(const std::vector<std::string>& paths);
     void KeepEdit();
-    void Run(NotesRun (NotesFolderFiles::*work)(const std::vector<std::string>&,
-                                                const NotesFolderFiles::GoOn&),
-             NotesRun& run);
+    NotesRun Run(NotesRun (NotesFolderFiles::*work)(const std::vector<std::string>&,
+                                                    const NotesFolderFiles::GoOn&));
 
     Context& m;
     NotesRoom& m_room;

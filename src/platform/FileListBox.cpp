@@ -46,8 +46,8 @@ bool FileListBox::SetPath(const std::string& folder) {
     return folder == Path() || ReadFolder(folder, Pattern());
 }
 
-bool FileListBox::SetPattern(const std::string& pattern) {
-    return ReadFolder(Path(), pattern);
+void FileListBox::SetPattern(const std::string& pattern) {
+    if (!ReadFolder(Path(), pattern)) m_model.KeepPattern(pattern);
 }
 
 void FileListBox::SetNoteMarks(std::function<bool(const std::string&)> hasNote) {

@@ -25,7 +25,9 @@ public:
     // False when the folder cannot be read: the list keeps its folder. A new folder is read, and no
     // row is current; the same one again changes nothing.
     bool SetPath(const std::string& folder);
-    bool SetPattern(const std::string& pattern); // the same for the patterns between ";"
+    // The patterns between ";". A folder that cannot be read keeps its rows, the next takes it
+    // over.
+    void SetPattern(const std::string& pattern);
     // Reads the folder again; the current row stays by name. Raises nothing.
     bool Refresh();
 

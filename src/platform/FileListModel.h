@@ -30,6 +30,7 @@ public:
 
     const std::string& Folder() const { return m_folder; }
     const std::string& Pattern() const { return m_pattern; }
+    void KeepPattern(const std::string& pattern) { m_pattern = pattern; } // for the next reading
     int Count() const { return static_cast<int>(m_names.size()); }
     const std::string& Text(int row) const { return m_names[static_cast<std::size_t>(row)]; }
     int RowOf(const std::string& name) const; // exact name; -1 when it is not listed

@@ -114,6 +114,7 @@ void ManySlides::ExpectNeighbours(bool forward) {
     const QSize wanted =
         s.OneX || s.TwoX || s.OneToOneLoaded ? QSize() : QSize(s.PreviewWidth, s.PreviewHeight);
     const int count = list.Count();
+    if (count < 1 || m_areas.empty()) return; // the list may have emptied under the pictures
     const int first = m_areas[s.SlideCompare && m_areas.size() > 1 ? 1 : 0].row;
     const int last = m_areas.back().row;
     std::vector<PictureWish> wishes;

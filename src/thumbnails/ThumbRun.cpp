@@ -134,15 +134,18 @@ bool ThumbRun::Step() {
     return false;
 }
 
-// Its text between double quotes, as it is. A note that cannot be written is done without.
+// Its text between double quotes, as it is. A note that cannot be written is done without, and
+// told.
 void ThumbRun::WriteNote(const std::string& name) {
     if (m_request.notes.empty() || !m_request.noteOf) return;
     const std::string text = m_request.noteOf(JoinPath(m_request.pictures, name));
     const auto bytes = ToCodePage(text);
     if (text.empty() || !bytes) return;
-    std::string ignored;
-    WriteOwn(JoinPath(m_request.notes, ThumbnailNoteName(m_request.width, name)),
-             "\"" + *bytes + "\"\r\n", &ignored);
+    std::string error;
+    const std::string note = ThumbnailNoteName(m_request.width, name);
+    if (!WriteOwn(JoinPath(m_request.notes, note), "\"" + *bytes + "\"\r\n", &error) &&
+        ++m_counts.failedNotes == 1)
+        m_counts.firstNoteFailure = "'" + note + "' - " + error;
 }
 
 std::string ThumbRun::Report(bool cancelled) const {
@@ -152,6 +155,9 @@ std::string ThumbRun::Report(bool cancelled) const {
             ShownSubFolder(m_request.subFolder) + " sub folder";
     if (m_counts.failed > 0)
         text += ", " + std::to_string(m_counts.failed) + " failed: " + m_counts.firstFailure;
+    if (m_counts.failedNotes > 0)
+        text += ", " + std::to_string(m_counts.failedNotes) +
+                " notes not written: " + m_counts.firstNoteFailure;
     return text;
 }
 

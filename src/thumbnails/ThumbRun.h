@@ -45,6 +45,8 @@ struct ThumbCounts {
     int made = 0;
     int failed = 0;
     std::string firstFailure; // "'a.jpg' - No space left on device"
+    int failedNotes = 0;
+    std::string firstNoteFailure;
 };
 
 class ThumbRun {

@@ -155,13 +155,14 @@ void VideoRoom::BeginFile() {
     s.HistoryListed = false;
     s.ImageLoaded = false;
     s.ImageWidth = s.ImageHeight = 0;
-    s.SizeText.clear();
+    for (std::string* text : {&s.SizeText, &s.MpixelText, &s.FileSizeText}) text->clear();
     for (QLabel* label : {m.controls.SizeText, m.controls.MpixelText, m.controls.FileSizeText})
         label->clear();
     m.controls.CropLabel->hide();
     m.controls.QTplayButton->hide();
     m_lines = {};
     s.FileType = FileTypeOf(s.Filename);
+    m.display.UpdatePictureWindows();
 }
 
 void VideoRoom::ShowLines(const VideoLines& lines) {

@@ -27,15 +27,6 @@ inline QPushButton* MakeButton(const char* name, const char* caption, const char
     return button;
 }
 
-// Closing a form while its batch works through files cancels the batch instead: true then.
-inline bool CancelsBatch(ProgramState& state, QCloseEvent& event) {
-    if (state.BatchRuns) {
-        state.BatchCancelled = true;
-        event.ignore();
-    }
-    return state.BatchRuns;
-}
-
 // A row of widgets with room behind it.
 inline QHBoxLayout* Row(std::initializer_list<QWidget*> widgets) {
     auto* row = new QHBoxLayout();

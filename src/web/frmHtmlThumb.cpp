@@ -191,6 +191,8 @@ void frmHtmlThumb::Run(GalleryPlan plan) {
         const std::string what = frames ? "Created Html files '" : "Created Html file '";
         report = what + LastPart(m_path) + "' with " + std::to_string(run.Count()) + " pictures" +
                  (frames ? " & image_*.html frames" : "");
+        if (!disk.Unread().empty())
+            report += ", " + std::to_string(disk.Unread().size()) + " of them cannot be read";
         m_view->setEnabled(true);
     } else if (run.Fault()) {
         report = "No gallery was written";

@@ -111,15 +111,39 @@ TEST(Convert, MakesAJpegBesideWithTheNote) {
     d.notes.Write("b.enf", "of b");
     d.Start();
     d.GoTo("b.jpg");
+    d.c.NotesBox->insertPlainText("more "); // nothing saves it but the user
     d.c.ConvertButton->trigger();
-    EXPECT_EQ(d.Said(), "'b-1.jpg' file created");
+    EXPECT_EQ(d.Said(), "'b-1.jpg' file created; Unsaved note of 'b.jpg' is in the restore buffer");
     EXPECT_EQ(d.Current(), "b-1.jpg");
-    EXPECT_EQ(d.Notes().at("b-1.enf"), "of b");
+    EXPECT_EQ(d.Notes().at("b-1.enf") + ", " + d.Notes().at("b.enf"), "of b, of b");
+    EXPECT_EQ(d.s.NotesSave, "more of b");
     d.GoTo("b.jpg");
     d.c.ConvertButton->trigger();
     EXPECT_EQ(d.Said(), "'b-1.jpg' already exists, aborted");
     EXPECT_EQ(QImage::fromData(QByteArray::fromStdString(d.Pictures().at("b-1.jpg"))).size(),
               QSize(61, 40));
+    TestFolder other; // the note comes from the folder that was set last
+    other.Write("b.enf", "elsewhere");
+    d.target.Write("b.jpg", "stood there");
+    d.dialogs.answers = {other.Path()};
+    d.c.SetNotesButton->trigger();
+    d.c.CJMButton->click();
+    EXPECT_EQ(BytesOf(other.Path() + "/b-CM.enf"), "elsewhere");
+}
+
+TEST(Convert, ATurnedPictureStaysAsItIsShown) {
+    CopyDesk d;
+    d.Start();
+    d.Key(Qt::Key_R);
+    const auto size = [&] { return QSize(d.s.ImageWidth, d.s.ImageHeight); };
+    EXPECT_EQ(size(), QSize(40, 60));
+    d.c.CJMButton->click();
+    EXPECT_EQ(size(), QSize(40, 60));
+    d.s.ConvertJpgMaxWidth = "1";
+    d.s.ConvertJpgMaxSize = "30";
+    d.c.CJMButton->click();
+    EXPECT_EQ(d.s.ImgXfull.Width(), 30);
+    EXPECT_EQ(size(), QSize(20, 30));
 }
 
 TEST(Convert, FollowsItsControlPanel) {
@@ -162,10 +186,14 @@ TEST(Convert, FollowsItsControlPanel) {
 TEST(Convert, SaysWhatIsNotCreated) {
     CopyDesk d;
     d.folder.Write("0.jpg", "no picture");
+    d.folder.Write("z.avi", "no clip");
     d.Start();
     EXPECT_EQ(d.s.FileNameOnly, "0.jpg");
     d.c.ConvertButton->trigger();
     EXPECT_EQ(d.Said(), "'0.jpg' is not valid to convert to JPG");
+    d.GoTo("z.avi");
+    d.house.copies.ConvertButton_Click();
+    EXPECT_EQ(d.Said(), "'z.avi' is not valid to convert to JPG");
     d.GoTo("a.jpg");
     d.files.onChange = [](const std::string& verb, const std::string&) {
         return verb == "write" ? std::string("No space left on device") : std::string();
@@ -197,11 +225,14 @@ TEST(Convert, WhatIsReplacedIsKeptAndNothingIsInventedForAFileThatWentAway) {
     CopyDesk d;
     d.target.Write("a.jpg", "first");
     d.target.Write("a-CM.jpg", "second");
+    d.notes.Write("a.enf", "of a");
+    d.notes.Write("a-CM.enf", "kept");
     d.Start();
     d.c.CJMButton->click();
     EXPECT_EQ(d.Said(), "'a-CM.jpg' file created");
     EXPECT_EQ(Trashed("a-CM.jpg"), "second");
     EXPECT_EQ(d.Target().at("a.jpg"), "first");
+    EXPECT_EQ(d.Notes().at("a-CM.enf"), "kept");
     d.folder.Write("big.jpg", JpegBytes(TellTale(3000, 2000)));
     d.house.navigation.RefreshDirButton_Click();
     d.GoTo("big.jpg");
@@ -231,47 +262,6 @@ TEST(CopyTo, NothingHappensInAnEmptyFolder) {
     d.c.RenameButton->trigger();
     d.c.DuplicateButton->trigger();
     EXPECT_EQ(changes, 0);
-}
-
-// Each change of the disk fails once in turn: every byte is still there, also after an undo.
-TEST(CopyTo, NoFailureLosesAnything) {
-    using Act = std::function<void(CopyDesk&)>;
-    const std::map<std::string, Act> commands{
-        {"copy", [](CopyDesk& d) { d.house.copies.CopyImage(); }},
-        {"convert", [](CopyDesk& d) { d.house.copies.CMImage(); }},
-        {"move", [](CopyDesk& d) { d.c.MoveToButton->click(); }},
-        {"move and undo",
-         [](CopyDesk& d) {
-             d.c.MoveToButton->click();
-             d.c.UndoButton->trigger();
-         }},
-    };
-    const std::string trash = std::string(std::getenv("XDG_DATA_HOME")) + "/Trash/files";
-    for (const auto& [name, act] : commands) {
-        int calls = 1;
-        for (int failing = 1; failing <= calls; ++failing) {
-            SCOPED_TRACE(name + ", change " + std::to_string(failing));
-            CopyDesk d;
-            d.notes.Write("a.enf", "note of a");
-            for (const char* standing : {"a.jpg", "a-CM.jpg"})
-                d.target.Write(standing, std::string("stood as ") + standing);
-            std::map<std::string, int> bytes;
-            for (const Tree& tree : {d.Pictures(), d.Notes(), d.Target()})
-                for (const auto& [file, content] : tree) ++bytes[content];
-            d.Start();
-            calls = 0;
-            d.files.onChange = [&](const std::string&, const std::string&) {
-                return ++calls == failing ? std::string("fault") : std::string();
-            };
-            act(d);
-            d.files.onChange = nullptr;
-            for (const Tree& tree : {d.Pictures(), d.Notes(), d.Target(),
-                                     std::filesystem::exists(trash) ? ReadTree(trash) : Tree()})
-                for (const auto& [file, content] : tree) bytes.erase(content);
-            EXPECT_TRUE(bytes.empty());
-        }
-        EXPECT_GT(calls, 0) << name;
-    }
 }
 
 } // namespace

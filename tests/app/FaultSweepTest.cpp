@@ -1,5 +1,6 @@
 // Each call of the disk, of the settings and of the picture readers fails once in turn, in every
-// command: nothing of the user's is lost, nothing half is left, the user is told, the program goes on.
+// command: nothing of the user's is lost, nothing half is left, the user is told, the program goes
+// on.
 #include "FaultWorld.h"
 #include "FullDisk.h"
 
@@ -14,8 +15,9 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include <cerrno>
+#include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdarg>
 #include <iostream>
 #include <set>
@@ -130,7 +132,10 @@ const std::vector<std::pair<const char*, Act>> kCommands{
     {"step", [](World& w) { w.Key(Qt::Key_N), w.Key(Qt::Key_N), w.Key(Qt::Key_P); }},
     {"back", [](World& w) { w.GoTo("b.jpg"), w.c.FileBackButton->click(); }},
     {"folder", [](World& w) { w.house.navigation.OpenFolder(w.target.Path(), {}); }},
-    {"note filter", [](World& w) { w.c.NoteFilterCombo->setCurrentIndex(1), emit w.c.NoteFilterCombo->activated(1); }},
+    {"note filter",
+     [](World& w) {
+         w.c.NoteFilterCombo->setCurrentIndex(1), emit w.c.NoteFilterCombo->activated(1);
+     }},
     {"full size", [](World& w) { w.c.OneToOneButton->click(), w.c.CloseOneToOneButton->click(); }},
     {"show", [](World& w) { Show(w, w.c.SlideButton); }},
     {"show of four", [](World& w) { Show(w, w.c.Slides4Button); }},
@@ -148,38 +153,95 @@ const std::vector<std::pair<const char*, Act>> kCommands{
     {"copy to", [](World& w) { w.c.CopyImageButton3->click(); }},
     {"move to", [](World& w) { w.c.MoveToButton->click(); }},
     {"move and undo", [](World& w) { w.c.MoveToButton->click(), w.c.UndoButton->trigger(); }},
-    {"move to other disk", [](World& w) { w.s.CopyImageFolder = w.other.Path(), w.c.MoveToButton->click(); }},
+    {"move to other disk",
+     [](World& w) { w.s.CopyImageFolder = w.other.Path(), w.c.MoveToButton->click(); }},
     {"convert", [](World& w) { w.c.ConvertButton->trigger(); }},
     {"convert into folder", [](World& w) { w.c.CJMButton->click(); }},
     {"create folder", [](World& w) { Answered(w, {"new"}, w.c.CreateFolderButton); }},
-    {"export", [](World& w) { Answered(w, {w.target.Path(), "Overwrite"}, w.c.ExportFilesButton[1]); }},
-    {"import", [](World& w) { Answered(w, {w.target.Path(), "Overwrite"}, w.c.ImportButton); }},
-    {"import notes", [](World& w) { Answered(w, {w.target.Path(), "Overwrite"}, w.c.ImportNotesFilesButton); }},
+    {"export",
+     [](World& w) {
+         Answered(w, {w.target.Path(), "Overwrite"}, w.c.ExportFilesButton[1]);
+     }},
+    {"import",
+     [](World& w) {
+         Answered(w, {w.target.Path(), "Overwrite"}, w.c.ImportButton);
+     }},
+    {"import notes",
+     [](World& w) {
+         Answered(w, {w.target.Path(), "Overwrite"}, w.c.ImportNotesFilesButton);
+     }},
     {"set file date", [](World& w) { w.Key(Qt::Key_F6); }},
     {"file dates", [](World& w) { Answered(w, {"OK"}, w.c.SyncDatesButton); }},
     {"new date", NewDate},
     {"save note", [](World& w) { w.Type(kTyped), w.c.SaveNotesButton->click(); }},
     {"save note, step", [](World& w) { w.Type(kTyped), w.c.SaveNotes2Button->click(); }},
-    {"save changed note", [](World& w) { w.notes.Write("a.enf", "changed by another"), w.Type(kTyped), w.c.SaveNotesButton->click(); }},
+    {"save changed note",
+     [](World& w) { w.ChangeNote(), w.Type(kTyped), w.c.SaveNotesButton->click(); }},
     {"unsaved note", [](World& w) { w.Type(kTyped), w.Key(Qt::Key_N); }},
-    {"clear, restore note", [](World& w) { w.c.ClearNotesButton->click(), w.c.RestoreNotesButton->click(); }},
+    {"clear, restore note",
+     [](World& w) { w.c.ClearNotesButton->click(), w.c.RestoreNotesButton->click(); }},
     {"delete note", [](World& w) { w.c.DeleteNotesButton->click(); }},
-    {"note manager", [](World& w) { w.c.DisplayNotesFolderButton->trigger(), w.Press("frmNotesFolder", "UpdateButton"); }},
-    {"composer", [](World& w) { w.c.CommandNotesNew->click(), w.Press("FrmNewNotes", "CommandSet"), w.Press("FrmNewNotes", "CommandSave"); }},
+    {"note manager",
+     [](World& w) {
+         w.c.DisplayNotesFolderButton->trigger(), w.Press("frmNotesFolder", "UpdateButton");
+     }},
+    {"composer",
+     [](World& w) {
+         w.c.CommandNotesNew->click(), w.Press("FrmNewNotes", "CommandSet"),
+             w.Press("FrmNewNotes", "CommandSave");
+     }},
     {"thumbnails", [](World& w) { w.c.GenerateThumbButton->trigger(); }},
     {"one thumbnail", [](World& w) { w.c.GenerateThumbCButton->trigger(); }},
-    {"delete thumbnails", [](World& w) { w.c.GenerateThumbButton->trigger(), Answered(w, {"OK"}, w.c.ThumbFolderDeleteButton); }},
+    {"delete thumbnails",
+     [](World& w) {
+         w.c.GenerateThumbButton->trigger(), Answered(w, {"OK"}, w.c.ThumbFolderDeleteButton);
+     }},
     {"sheet", [](World& w) { Answered(w, {w.paper}, w.c.Printc4Button); }},
     {"data sheet", [](World& w) { Answered(w, {w.paper}, w.c.PrintButton); }},
     {"page", [](World& w) { LayPage(w, "CreateButton_1"); }},
-    {"page, appended", [](World& w) { LayPage(w, "CreateButton_1"), LayPage(w, "CreateButton_2"); }},
+    {"page, appended",
+     [](World& w) { LayPage(w, "CreateButton_1"), LayPage(w, "CreateButton_2"); }},
     {"delete pages", [](World& w) { Answered(w, {"OK"}, w.c.HtmlDeleteButton); }},
     {"gallery", [](World& w) { Gallery(w, "HtmlThumbnailButton"); }},
-    {"gallery anew", [](World& w) { Gallery(w, "HtmlThumbnailButton"), Gallery(w, "HtmlFramesThumbnailButton"); }},
+    {"gallery anew",
+     [](World& w) { Gallery(w, "HtmlThumbnailButton"), Gallery(w, "HtmlFramesThumbnailButton"); }},
     {"save settings", [](World& w) { w.c.SaveSettingsButton->trigger(); }},
     {"remove settings", [](World& w) { w.c.RemoveRegButton->trigger(); }},
     {"exit", Exit},
 };
+
+// What nobody is told, and why that does no harm. `call` is a part of the call's text.
+struct Silent {
+    const char* command; // empty: any
+    const char* call;
+    const char* why;
+};
+constexpr Silent kSilent[] = {
+    {"", "read notes/",
+     "a note that cannot be read counts as none; a save keeps it in the wastebasket"},
+    {"", "time ", "the date stands empty in the panel"},
+    {"", "open pictures/", "the reader of camera data shows no message; the panel keeps its rows"},
+    {"", "any case notes/", "what cannot be asked counts as a note that stands there, and is kept"},
+    {"", "exists notes/a (replaced)", "the kept note takes the next number"},
+    {"", "trash notes/a (replaced)", "the kept note stays beside the new one"},
+    {"", "trash pictures/ImageT", "pages of the old gallery stay, or new ones take their places"},
+    {"gallery anew", "names pictures", "pages of the old gallery stay"},
+    {"note filter", "names notes", "no note is known, none is listed; the next refresh asks again"},
+    {"start", "read notes_folder", "the default: no notes are shown, none is written"},
+    {"start", "bytes left", "only the test's own settings are waiting to be written"},
+};
+
+bool IsSilent(const std::string& command, const std::string& call) {
+    return std::any_of(std::begin(kSilent), std::end(kSilent), [&](const Silent& each) {
+        return (!*each.command || command == each.command) &&
+               call.find(each.call) != std::string::npos;
+    });
+}
+
+// A page that is laid by hand grows entry by entry, its end is written last.
+bool GrowsInPlace(const std::string& path, const std::string& call) {
+    return path == "pictures/page.html" && call.starts_with("extend");
+}
 
 // What a run without faults came to.
 struct Outcome {
@@ -223,21 +285,23 @@ public:
     // Call after call, until a run in which none fails.
     Sweep All(FaultPoint::Kind kind) {
         Sweep sweep;
-        for (int number = 1; kind != FaultPoint::Full || number <= int(kBytesLeft.size()); ++number) {
+        for (int number = 1; kind != FaultPoint::Full || number <= int(kBytesLeft.size());
+             ++number) {
             World w;
             Run(w, kind, number);
             if (theFault.what.empty()) return sweep;
             ++sweep.calls;
-            const std::string name =
-                std::string(m_command) + ", call " + std::to_string(number) + " (" + w.Short(theFault.what) + ")";
+            const std::string name = std::string(m_command) + ", call " + std::to_string(number) +
+                                     " (" + w.Short(theFault.what) + ")";
             const Tree after = w.Everything();
-            for (const std::string& fault : Lost(w, after)) sweep.faults.push_back(name + ": " + fault);
+            for (const std::string& fault : Lost(w, after))
+                sweep.faults.push_back(name + ": " + fault);
             if (w.Told() != m_whole.told)
                 ++sweep.told;
-            else if (IsAsWithout(w, after))
+            else if (IsAsWithout(w, after) || IsSilent(m_command, w.Short(theFault.what)))
                 ++sweep.harmless;
             else
-                sweep.untold.push_back(name);
+                sweep.untold.push_back(name + " " + m_whole.state + " -> " + Screen(w));
             if (std::getenv("TARN_FAULTS_VERBOSE")) std::cout << name << "\n  " << w.Told() << "\n";
             if (const std::string why = w.GoesOn(); !why.empty())
                 sweep.faults.push_back(name + ": does not go on: " + why);
@@ -264,8 +328,9 @@ private:
         theFault.Disarm();
     }
     static std::string Screen(const World& w) {
-        return w.s.FileNameOnly + "|" + w.s.NoteText + "|" + std::to_string(w.c.FileListBox->Count()) +
-               "|" + std::to_string(w.c.Picture1->Picture().width()) + w.Row(1);
+        return w.Short(w.s.FileNameOnly + "|" + w.s.NoteText + "|" +
+                       std::to_string(w.c.FileListBox->Count()) + "|" +
+                       std::to_string(w.c.Picture1->Picture().width()) + w.Row(1));
     }
     bool IsAsWithout(const World& w, const Tree& after) const {
         if (Screen(w) != m_whole.state || after.size() != m_whole.files.size()) return false;
@@ -285,22 +350,30 @@ private:
             if (now.count(bytes) || path.starts_with("state/")) continue;
             // What the command itself replaces or takes away must have been replaced whole.
             const auto stands = after.find(path);
-            const bool replaced = stands != after.end() && (whole.count(stands->second) || HasItsEnd(path, stands->second));
+            const bool replaced = stands != after.end() && IsWhole(w, path, stands->second);
             if (whole.count(bytes) || (m_whole.files.count(path) && !replaced))
                 faults.push_back("LOST " + path);
         }
         for (const auto& [path, bytes] : after) {
             if (path.find("/.tarn-") != std::string::npos) faults.push_back("left over: " + path);
-            if (!then.count(bytes) && !whole.count(bytes) && !HasItsEnd(path, bytes))
+            if (!then.count(bytes) && !IsWhole(w, path, bytes) &&
+                !GrowsInPlace(path, theFault.what))
                 faults.push_back("half: " + path);
         }
         if (UsesText()) {
             bool found = !w.events.ProgramEnds() &&
                          (w.s.NoteText + w.s.NotesSave).find(kTyped) != std::string::npos;
-            for (const std::string& bytes : now) found = found || bytes.find(kTyped) != std::string::npos;
+            for (const std::string& bytes : now)
+                found = found || bytes.find(kTyped) != std::string::npos;
             if (!found) faults.push_back("LOST the text");
         }
         return faults;
+    }
+    // As without a fault, or the note that stands in the box.
+    bool IsWhole(const World& w, const std::string& path, const std::string& bytes) const {
+        for (const auto& [other, whole] : m_whole.files)
+            if (whole == bytes) return true;
+        return HasItsEnd(path, bytes) || (path.ends_with(".enf") && bytes == w.s.NoteText);
     }
     bool UsesText() const {
         for (const auto& [path, bytes] : m_whole.files)
@@ -314,19 +387,21 @@ private:
     Outcome m_whole;
 };
 
-class Faults : public ::testing::TestWithParam<FaultPoint::Kind> {};
+constexpr std::size_t kParts = 6; // of the commands, each a test of its own
+using KindAndPart = std::tuple<FaultPoint::Kind, std::size_t>;
+class Faults : public ::testing::TestWithParam<KindAndPart> {};
 
 TEST_P(Faults, NoneLosesAnything) {
     Sweep sum;
     int commands = 0;
     const char* only = std::getenv("TARN_FAULTS_ONLY");
-    for (const auto& [name, act] : kCommands) {
+    const auto [kind, part] = GetParam();
+    for (std::size_t i = part; i < kCommands.size(); i += kParts) {
+        const auto& [name, act] = kCommands[i];
         if (only && std::string(name) != only) continue;
-        const auto begin = std::chrono::steady_clock::now();
-        const Sweep one = Checked(name, act).All(GetParam());
-        const double took = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-        std::printf("%-22s %4d calls fail, %4d told, %4d harmless, %4zu untold, %zu faults  %.1f s\n", name, one.calls,
-                    one.told, one.harmless, one.untold.size(), one.faults.size(), took);
+        const Sweep one = Checked(name, act).All(kind);
+        std::printf("%-22s %4d calls fail, %4d told, %4d harmless, %4zu untold, %zu faults\n", name,
+                    one.calls, one.told, one.harmless, one.untold.size(), one.faults.size());
         for (const auto& each : one.untold) std::printf("    untold: %s\n", each.c_str());
         for (const auto& each : one.faults) std::printf("    FAULT: %s\n", each.c_str());
         std::fflush(stdout);
@@ -337,20 +412,23 @@ TEST_P(Faults, NoneLosesAnything) {
         sum.untold.insert(sum.untold.end(), one.untold.begin(), one.untold.end());
         sum.faults.insert(sum.faults.end(), one.faults.begin(), one.faults.end());
     }
-    std::printf("%d commands, %d calls fail, %d told, %d harmless, %zu untold, %zu faults\n", commands, sum.calls, sum.told,
-                sum.harmless, sum.untold.size(), sum.faults.size());
+    std::printf("TOTAL %d commands, %d calls fail, %d told, %d harmless, %zu untold, %zu faults\n",
+                commands, sum.calls, sum.told, sum.harmless, sum.untold.size(), sum.faults.size());
     EXPECT_TRUE(sum.faults.empty());
+    EXPECT_TRUE(sum.untold.empty());
 }
 
-std::string KindName(const ::testing::TestParamInfo<FaultPoint::Kind>& kind) {
+std::string KindName(const ::testing::TestParamInfo<KindAndPart>& param) {
     static const char* const names[] = {"None", "Change", "Ask", "Settings", "Open", "Full"};
-    return names[kind.param];
+    const auto [kind, part] = param.param;
+    return names[kind] + std::to_string(part);
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, Faults,
-                         ::testing::Values(FaultPoint::Change, FaultPoint::Ask,
-                                           FaultPoint::Settings, FaultPoint::Open,
-                                           FaultPoint::Full),
+                         ::testing::Combine(::testing::Values(FaultPoint::Change, FaultPoint::Ask,
+                                                              FaultPoint::Settings,
+                                                              FaultPoint::Open, FaultPoint::Full),
+                                            ::testing::Range(std::size_t(0), kParts)),
                          KindName);
 
 } // namespace

@@ -1,5 +1,5 @@
-// A small world in which one call of the outside fails: pictures, notes, a copy-to folder and pages,
-// with an eye on every byte and every word.
+// A small world in which one call of the outside fails: pictures, notes, a copy-to folder and
+// pages, with an eye on every byte and every word.
 #pragma once
 
 #include "FilesDesk.h"
@@ -50,11 +50,13 @@ struct FaultWorld : FilesDesk {
 
     FaultWorld() {
         for (const char* name : {"a.jpg", "b.jpg"})
-            folder.Write(name, Photo(ExifBuilder(Endian::Little)
-                                         .ExifDirectory()
-                                         .Ascii(36867, "2004:06:22 20:15:3" + std::to_string(*name % 10)),
-                                     TellTale(60 + *name % 10, 40)));
-        for (const char* name : {"1.fit", "x.html", "t.txt"}) folder.Write(name, std::string("the ") + name);
+            folder.Write(name,
+                         Photo(ExifBuilder(Endian::Little)
+                                   .ExifDirectory()
+                                   .Ascii(36867, "2004:06:22 20:15:3" + std::to_string(*name % 10)),
+                               TellTale(60 + *name % 10, 40)));
+        for (const char* name : {"1.fit", "x.html", "t.txt"})
+            folder.Write(name, std::string("the ") + name);
         for (const char* name : {"a.enf", "b.enf"}) notes.Write(name, std::string("of ") + name);
         notes.Write("Note_Formats.txt", "formats");
         int width = 90;
@@ -92,6 +94,11 @@ struct FaultWorld : FilesDesk {
     void Type(const char* text) {
         c.NotesBox->selectAll();
         c.NotesBox->insertPlainText(QString::fromUtf8(text));
+    }
+
+    // As another program does.
+    void ChangeNote() const {
+        std::filesystem::rename(target.Path() + "/b.enf", notes.Path() + "/a.enf");
     }
 
     // All files of the user's by short names: "pictures/a.jpg", "trash/b.enf".
@@ -148,12 +155,9 @@ struct FaultWorld : FilesDesk {
 
 private:
     std::vector<std::pair<std::string, std::string>> Places() const {
-        return {{"pictures", folder.Path()},
-                {"notes", notes.Path()},
-                {"target", target.Path()},
-                {"other", other.Path()},
-                {"state", settingsFolder.Path()},
-                {"trash", trash}};
+        return {{"pictures", folder.Path()},      {"notes", notes.Path()},
+                {"target", target.Path()},        {"other", other.Path()},
+                {"state", settingsFolder.Path()}, {"trash", trash}};
     }
     std::string RealPath(const std::string& path) const {
         for (const auto& [name, real] : Places())

@@ -1,11 +1,7 @@
 // Copy, delete, rename, duplicate and their undoing in the whole window, on real files with their
-// own wastebasket; and every change of the disk failing once in turn.
+// own wastebasket.
 #include "FilesDesk.h"
-
-#include <sys/resource.h>
-
-#include <csignal>
-#include <fstream>
+#include "FullDisk.h"
 
 #include <filesystem>
 
@@ -338,90 +334,6 @@ TEST(CopyPaste, TakesFilesFromAnotherProgram) {
     EXPECT_EQ(BytesOf(d.folder.Path() + "/odd \xFF%.jpg"), "odd");
 }
 
-// Each change of the disk fails once in turn; whatever happens then, every byte is still there.
-TEST(FileCommands, NoFailureLosesAnything) {
-    using Act = std::function<void(PasteDesk&)>;
-    const std::map<std::string, Act> commands{
-        {"delete", [](PasteDesk& d) { d.Key(Qt::Key_Delete); }},
-        {"rename", [](PasteDesk& d) { d.Rename("b.jpg"); }},
-        {"duplicate", [](PasteDesk& d) { d.Duplicate("b.jpg"); }},
-        {"fits", [](PasteDesk& d) { d.c.DeleteAllFitsButton->trigger(); }},
-        {"copy",
-         [](PasteDesk& d) {
-             d.c.SelectAllButton->trigger();
-             d.c.CopyButton->trigger();
-             d.Open(d.target);
-             d.c.PasteButton->trigger();
-         }},
-        {"cut",
-         [](PasteDesk& d) {
-             d.c.SelectAllButton->trigger();
-             d.c.CutButton->trigger();
-             d.Open(d.target);
-             d.c.PasteButton->trigger();
-         }},
-    };
-    const std::string trash = std::string(std::getenv("XDG_DATA_HOME")) + "/Trash/files";
-    for (const auto& [name, act] : commands) {
-        int calls = 1;
-        for (int failing = 1; failing <= calls; ++failing) {
-            SCOPED_TRACE(name + ", change " + std::to_string(failing));
-            PasteDesk d;
-            d.notes.Write("a.enf", "note of a");
-            d.notes.Write("b.enf", "note of b");
-            d.folder.Write("1.fit", "fits 1");
-            d.target.Write("b.jpg", "stood in the target");
-            std::map<std::string, int> bytes;
-            for (const Tree& tree : {d.Pictures(), d.Notes(), d.Target()})
-                for (const auto& [file, content] : tree) ++bytes[content];
-            d.Start();
-            d.GoTo("a.jpg");
-            calls = 0;
-            d.files.onChange = [&](const std::string&, const std::string&) {
-                return ++calls == failing ? std::string("fault") : std::string();
-            };
-            act(d);
-            d.files.onChange = nullptr;
-            for (const Tree& tree : {d.Pictures(), d.Notes(), d.Target(),
-                                     fs::exists(trash) ? ReadTree(trash) : Tree()})
-                for (const auto& [file, content] : tree) bytes.erase(content);
-            EXPECT_TRUE(bytes.empty());
-            EXPECT_EQ(d.s.RenameFilename + d.s.DuplicateFilename, "");
-            EXPECT_FALSE(d.s.BatchRuns);
-        }
-        EXPECT_GT(calls, 0) << name;
-    }
-}
-
-// A disk that takes no more than a few bytes: filled up where it is a small one of its own, else a
-// limit of the system on what a file may hold.
-class FullDisk {
-public:
-    explicit FullDisk(const std::string& folder) {
-        constexpr std::uintmax_t kSmall = 8 << 20;
-        if (fs::space(folder).capacity <= kSmall) {
-            std::ofstream filler(folder + "/.filler", std::ios::binary);
-            while (filler.write("0123456789abcdef", 16).flush()) {
-            }
-            return;
-        }
-        std::signal(SIGXFSZ, SIG_IGN);
-        ::getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit few{1000, m_before.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &few);
-        m_limited = true;
-    }
-    ~FullDisk() {
-        if (m_limited) ::setrlimit(RLIMIT_FSIZE, &m_before);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-private:
-    rlimit m_before{};
-    bool m_limited = false;
-};
-
 TEST(FileCommands, AFullDiskLeavesEverythingAsItStood) {
     using Act = std::function<void(PasteDesk&)>;
     const std::map<std::string, Act> commands{
@@ -449,10 +361,9 @@ TEST(FileCommands, AFullDiskLeavesEverythingAsItStood) {
         const Tree pictures = d.Pictures();
         const Tree notes = d.Notes();
         {
-            const FullDisk full(d.folder.Path());
+            const FullDisk full(d.folder.Path(), 1000);
             act(d);
         }
-        fs::remove(d.folder.Path() + "/.filler");
         EXPECT_EQ(d.Pictures(), pictures);
         EXPECT_EQ(d.Notes(), notes);
         EXPECT_TRUE(d.Target().empty());

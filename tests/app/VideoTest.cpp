@@ -2,6 +2,7 @@
 #include "FilesDesk.h"
 #include "video/ClipFiles.h"
 
+#include "platform/FolderTreeview.h"
 #include "platform/webpane/PageBrowser.h"
 
 #include <QScrollBar>
@@ -99,6 +100,33 @@ TEST(Video, WhatIsNoClipIsSaid) {
     d.c.DeleteButton->trigger();
     EXPECT_FALSE(std::filesystem::exists(d.clip));
     EXPECT_FALSE(d.s.VideoOpen);
+}
+
+TEST(Video, NothingOfTheFileBeforeStandsUnderAnotherName) {
+    VideoDesk d;
+    std::filesystem::remove(d.folder.Path() + "/c.jpg");
+    for (const char* before : {"v.avi", "m.mp4", "l.log", "p.html", "a.jpg"}) {
+        d.GoTo(before);
+        EXPECT_NE(d.s.PanelRows.size(), 0U);
+        d.GoTo("c.jpg");
+        EXPECT_EQ(d.Error(), std::string("No such file or directory - ") + before);
+        EXPECT_EQ(d.s.CurrentPane, Pane::Picture1) << before;
+        EXPECT_TRUE(d.c.Picture1->Picture().isNull() && d.c.VideoFrame->isHidden());
+        EXPECT_FALSE(d.s.VideoOpen || d.s.VideoImage || d.s.WebImage || d.s.ImageLoaded) << before;
+        EXPECT_EQ(d.Panel() + d.Said() + d.s.ExpMegapixels + d.s.FileDate, "") << before;
+        EXPECT_TRUE(d.s.PanelRows.empty());
+        EXPECT_EQ(d.s.FileType, ".JPG");
+        EXPECT_EQ(d.c.EditButton2->text(), "Edit");
+    }
+    // An empty folder keeps the file that is shown, a clip with its buttons.
+    d.GoTo("v.avi");
+    const std::string panel = d.Panel();
+    TestFolder empty;
+    d.c.FolderTreeview1->SetSelectedPath(empty.Path());
+    EXPECT_EQ(d.s.CurrentPane, Pane::Picture2);
+    EXPECT_TRUE(d.c.VideoFrame->isVisible() && d.s.VideoOpen);
+    EXPECT_EQ(d.Panel(), panel);
+    EXPECT_EQ(d.s.FileNameOnly, "v.avi");
 }
 
 TEST(Video, TextsPagesAndSummariesHaveTheirPanes) {

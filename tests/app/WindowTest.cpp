@@ -204,7 +204,8 @@ TEST(Window, ARealChangeOfSizeRedrawsOnceAfterItRests) {
     const QSize after = d.house.controls.Picture1->Picture().size();
     EXPECT_GT(after.height(), before.height());
     EXPECT_LE(after.height(), d.house.state.PreviewHeight);
-    d.house.window.resize(10, 10); // the design size is the least
+    EXPECT_EQ(d.house.window.SplitterTop() % 224, 0); // as it is kept
+    d.house.window.resize(10, 10);                    // the design size is the least
     EXPECT_EQ(d.house.window.size(), d.house.window.DesignSize());
 }
 
@@ -226,7 +227,11 @@ TEST(Window, TheListsFontGrowsByHalves) {
     const double size = d.house.controls.FileListBox->font().pointSizeF();
     d.house.controls.FileListFontIncButton->click();
     EXPECT_EQ(d.house.controls.FileListBox->font().pointSizeF(), size + 0.5);
-    EXPECT_TRUE(d.house.controls.FileDateText->text().startsWith("FileListBox font set to "));
+    const auto said = [&] { return d.house.controls.FileDateText->text(); };
+    EXPECT_EQ(said(), QStringLiteral("FileListBox font set to %1").arg(size + 0.5));
+    d.house.controls.FileListFontRedButton->click();
+    EXPECT_EQ(d.house.controls.FileListBox->font().pointSizeF(), size);
+    EXPECT_EQ(said(), QStringLiteral("FileListBox font set to %1").arg(size));
 }
 
 } // namespace

@@ -9,6 +9,7 @@
 #include <array>
 #include <cstdint>
 #include <cstdio>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
@@ -181,6 +182,19 @@ TEST(Tarn, LaysPages) {
     EXPECT_LT(added.find("b.bmp"), added.find("a.bmp"));
     const std::string close = "</body>\r\n</html>\r\n";
     EXPECT_EQ(added.find(close), added.size() - close.size());
+
+    // A link to nothing has no camera data, whatever the picture before it had.
+    const TestFolder broken;
+    broken.Write("a.jpg", CanonPicture());
+    std::filesystem::create_symlink("gone", broken.Path() + "/b.jpg");
+    const Outcome links =
+        Tarn("page --set html_exif_info=1 " + broken.Path() + "/p.html " + broken.Path());
+    EXPECT_EQ(links.status, 1);
+    EXPECT_TRUE(Has(links, "b.jpg: cannot be read")) << links.out;
+    const std::string entries = BytesOf(broken.Path() + "/p.html");
+    EXPECT_NE(entries.find("File name: b.jpg"), std::string::npos) << entries;
+    EXPECT_NE(entries.find("EOS 20D"), std::string::npos);
+    EXPECT_EQ(entries.find("EOS 20D"), entries.rfind("EOS 20D")) << entries;
 
     EXPECT_EQ(Tarn("page --append " + folder.Path() + "/none.html " + folder.Path()).status, 1);
     EXPECT_EQ(Tarn("page /no/such/p.html " + folder.Path()).status, 1);

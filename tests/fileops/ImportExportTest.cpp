@@ -153,6 +153,17 @@ TEST(ImportExport, NotesAloneAndTheFormatFileComeIntoTheNotesFolder) {
     d.dialogs.answers = {d.other.Write("mine.txt", "#mine")};
     d.controls.ImportNotesFormat->trigger();
     EXPECT_EQ(ReadTree(d.notes.Path())["Note_Formats.txt"], "#mine");
+
+    // Without a notes folder nothing is asked and nothing copied, least of all to the working
+    // folder.
+    d.state.NotesFolder.clear();
+    const std::size_t asked = d.dialogs.shown.size();
+    for (QAction* entry : {d.controls.ImportNotesFilesButton, d.controls.ImportNotesFormat,
+                           d.controls.ExportNotesFormat}) {
+        entry->trigger();
+        EXPECT_EQ(d.Said(), "message Notes folder has not been set");
+    }
+    EXPECT_EQ(d.dialogs.shown.size(), asked);
 }
 
 TEST(ImportExport, OneQuestionARun) {

@@ -8,6 +8,7 @@
 
 #include <QAbstractButton>
 #include <QAbstractSlider>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QMenu>
@@ -61,7 +62,7 @@ void Acts::Do(int number) {
         {"window", 25, &Acts::UseWindow},  {"open", 5, &Acts::OpenWindow},
         {"close", 6, &Acts::CloseWindow},  {"show", 4, &Acts::RunShow},
         {"other", 6, &Acts::OtherProcess}, {"picture", 6, &Acts::UsePicture},
-        {"wait", 3, &Acts::Wait},          {"quit", 1, &Acts::Quit}};
+        {"wait", 3, &Acts::Wait},          {"quit", 2, &Acts::Quit}};
     m_number = number;
     m_dice.Begin(m_seed, std::uint64_t(number));
     m_pumps = 0;
@@ -149,7 +150,10 @@ void Acts::UseMenu() {
 
 void Acts::SelectRow() {
     FileListBox& list = *m.house().controls.FileListBox;
-    if (list.Count() == 0) return Say("nothing, no rows");
+    if (list.Count() == 0) {
+        QCheckBox* pictures = m.house().controls.PCheck;
+        return pictures->isChecked() ? EnterFolder() : Use(*pictures);
+    }
     const int row = m_dice.Below(list.Count());
     const auto with = m_dice.OneIn(5)   ? Qt::ControlModifier
                       : m_dice.OneIn(8) ? Qt::ShiftModifier

@@ -94,7 +94,9 @@ std::string OneFile::Names() const {
         faults += Differ("FileNameOnly", s.FileNameOnly, LastPart(s.Filename));
     const auto* status = m.house().window.statusBar()->findChild<QLabel*>();
     const std::string said = status ? FromQt(status->text()) : "";
-    if (row >= 0 && !said.starts_with(s.Filename))
+    // A folder that cannot be entered leaves the list as it is, and this is said of it.
+    const bool refused = said == "Nothing to display in current folder.";
+    if (row >= 0 && !refused && !said.starts_with(s.Filename))
         faults += Differ("the status line", said, s.Filename);
     return faults;
 }
@@ -177,14 +179,29 @@ std::string OneFile::Titles() const {
     return faults;
 }
 
+// What was being written when another file came: in the restore buffer, in a note, or kept aside.
+std::string OneFile::Unsaved() const {
+    const ProgramState& s = m.house().state;
+    const std::string& text = m_unsavedBefore;
+    if (text.empty() || s.Filename == m_before || text == s.NoteText || text == s.NotesSave)
+        return {};
+    for (const char* folder : {"home", "notes"})
+        for (const auto& [name, bytes] : ReadTree(m.Folder(folder)))
+            if (bytes.find(text) != std::string::npos ||
+                FromCodePage(bytes).find(text) != std::string::npos)
+                return {};
+    return "lost: the unsaved text '" + text.substr(0, 40) + "'; ";
+}
+
 std::string OneFile::Check(bool carries) {
     Look();
     const ProgramState& s = m.house().state;
     std::string faults;
     if (!s.Filename.empty() && m.house().controls.FileListBox->Count() > 0)
-        faults = Names() + Panel() + Note(carries) + Pixels() + Titles();
+        faults = Names() + Panel() + Note(carries) + Unsaved() + Pixels() + Titles();
     m_before = s.Filename;
     m_textBefore = s.NoteText;
+    m_unsavedBefore = m.house().notes.UnsavedText();
     return faults;
 }
 

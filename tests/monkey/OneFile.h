@@ -38,6 +38,7 @@ private:
     std::string Names() const;
     std::string Panel() const;
     std::string Note(bool carries) const;
+    std::string Unsaved() const;
     std::string Pixels() const;
     std::string Titles() const;
 
@@ -45,6 +46,7 @@ private:
     std::map<std::string, Pictures> m_pictures;
     std::string m_before; // the file of the last check, and its note's text
     std::string m_textBefore;
+    std::string m_unsavedBefore;
 };
 
 } // namespace tarn::testing

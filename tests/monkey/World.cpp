@@ -90,7 +90,9 @@ World::World(Dice& dice) : dialogs(dice, root.Path()) {
     Fill();
     m_files.home = Folder("home");
     m_files.onChange = [this](const std::string& verb, const std::string& path) -> std::string {
-        if (path.empty() || path[0] != '/' || IsOurs(path)) return {};
+        // A file of a folder that was asked before comes by its name.
+        const bool name = path.empty() || (verb == "stage" && path[0] != '/');
+        if (name || IsOurs(path)) return {};
         if (trespass.empty()) trespass = verb + " " + path;
         return "not ours";
     };
@@ -124,6 +126,7 @@ void World::Start(const std::string& path) {
 }
 
 void World::Restart() {
+    Fill();
     Start(Folder("pictures"));
 }
 
@@ -137,8 +140,11 @@ QImage Plain(int number) {
 
 void World::Fill() const {
     int number = 0;
-    const auto write = [this](const std::string& name, const std::string& bytes) {
-        root.Write("pictures/" + name, bytes);
+    const auto add = [this](const std::string& name, const std::string& bytes) {
+        if (!fs::exists(root.Path() + "/" + name)) root.Write(name, bytes);
+    };
+    const auto write = [&](const std::string& name, const std::string& bytes) {
+        add("pictures/" + name, bytes);
     };
     const auto plain = [&] { return JpegBytes(Plain(number++)); };
     const auto behind = [&](const std::string& head) {
@@ -153,7 +159,9 @@ void World::Fill() const {
     write("portrait left.JPG", turned(8));
     write("upside.jpg", turned(3));
     write("plain.jpg", plain());
-    write("large.jpg", JpegBytes(Plain(number++).scaled(1500, 1100)));
+    static const std::string large = JpegBytes(Plain(number).scaled(1500, 1100)); // takes its time
+    ++number;
+    write("large.jpg", large);
     write("cut.jpg", behind(CanonPicture()).substr(0, 1900));
     write("broken.jpg", "no picture at all");
     write("empty.jpg", "");
@@ -169,16 +177,17 @@ void World::Fill() const {
     write("readme.txt", "First line\r\nsecond");
     write("guiding.log", "12:00:01 guiding started\n");
     write("own page.html", "<html><body>A page of the user's own</body></html>");
-    MakeClip(Folder("pictures") + "/clip.avi", 12, "-c:v mjpeg -q:v 2 -pix_fmt yuvj422p");
+    if (const std::string clip = Folder("pictures/clip.avi"); !fs::exists(clip))
+        MakeClip(clip, 12, "-c:v mjpeg -q:v 2 -pix_fmt yuvj422p");
     for (const char* name : {"one.jpg", "two.jpg", "three.jpg"})
         write("\xC3\x89vening one/" + std::string(name), plain());
     for (const char* name : {"A.JPG", "B.JPG"}) write("UPPER/" + std::string(name), plain());
-    root.Write("copies/B.JPG", plain());
-    root.Write("notes/IMG_0001.enf", "Andromeda, 12 x 300 s\r\nGood seeing");
-    root.Write("notes/DSC 0002.ENF", "A note in upper case");
-    root.Write("notes/portrait.enf", "\"An old note\"\r\n");
-    root.Write("notes/plain.enf", std::string(9000, 'l')); // longer than is read
-    root.Write("notes/nobody.enf", "of no picture");
+    add("copies/B.JPG", plain());
+    add("notes/IMG_0001.enf", "Andromeda, 12 x 300 s\r\nGood seeing");
+    add("notes/DSC 0002.ENF", "A note in upper case");
+    add("notes/portrait.enf", "\"An old note\"\r\n");
+    add("notes/plain.enf", std::string(9000, 'l')); // longer than is read
+    add("notes/nobody.enf", "of no picture");
 }
 
 } // namespace tarn::testing

@@ -42,7 +42,7 @@ public:
     explicit World(Dice& dice);
 
     void Start(const std::string& path);
-    void Restart(); // what the last run left open is gone, what it saved is read
+    void Restart(); // on what the last run saved; files that have gone are there again
     House& house() { return *m_house; }
 
     std::string Folder(const char* name) const { return root.Path() + "/" + name; }
@@ -63,7 +63,7 @@ private:
         std::string PicturesFolder() const override { return {}; }
         std::string StateFolder() const override { return home; }
     };
-    void Fill() const;
+    void Fill() const; // what is not there
 
     OwnFiles m_files;
     std::unique_ptr<SettingsStore> m_settings;

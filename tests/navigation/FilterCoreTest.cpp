@@ -97,7 +97,7 @@ TEST(FolderHistory, ANewFolderIsInsertedBehindTheCursor) {
     int row = 1;
     const auto enter = [&](const char* path) {
         EXPECT_TRUE(RecordFolder(s, path));
-        EXPECT_TRUE(RecordRow(s, row++));
+        *s.HistRow() = row++;
         return Entries(s);
     };
     EXPECT_EQ(enter("a"), "a1* ");
@@ -120,9 +120,9 @@ TEST(FolderHistory, TheLastEntriesOfAFullOne) {
     EXPECT_FALSE(RecordFolder(s, "full"));
     EXPECT_EQ(s.HistCur, kHistoryLimit); // stays raised
     EXPECT_EQ(s.HistHigh, kHistoryLimit - 1);
-    EXPECT_TRUE(RecordRow(s, 7)); // the array's last place
+    EXPECT_EQ(s.HistRow(), &s.HistFileIndex.back());
     EXPECT_FALSE(RecordFolder(s, "full"));
-    EXPECT_FALSE(RecordRow(s, 7));
+    EXPECT_EQ(s.HistRow(), nullptr);
 }
 
 } // namespace

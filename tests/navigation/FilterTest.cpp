@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 namespace tarn::testing {
 namespace {
 
@@ -87,17 +89,28 @@ TEST(ClassBoxes, SlideCommandsNeedPicturesAndAPicture) {
     FilterDesk d;
     for (QPushButton* button : {d.controls.SlideButton, d.controls.ViewButton})
         Connect(button, [] {});
-    d.folder.Write("b.avi", "x");
+    const auto on = [&] {
+        const bool view = d.controls.ViewButton->isEnabled();
+        EXPECT_EQ(d.controls.SlideButton->isEnabled(), view);
+        return view;
+    };
     d.state.ImageLoaded = true;
+    d.controls.FileListBox->onClick = [] {}; // which would set them anew
     d.controls.PCheck->click();
-    EXPECT_FALSE(d.controls.ViewButton->isEnabled());
+    EXPECT_FALSE(on());
     d.state.ImageLoaded = false;
     d.controls.PCheck->click();
-    EXPECT_FALSE(d.controls.ViewButton->isEnabled());
+    EXPECT_FALSE(on());
     d.controls.PCheck->click();
     d.state.ImageLoaded = true;
     d.controls.PCheck->click();
-    EXPECT_TRUE(d.controls.ViewButton->isEnabled());
+    EXPECT_TRUE(on());
+    // Without a list of pictures the videos leave them as they are.
+    d.state.PictureTypes.clear();
+    d.state.ImageLoaded = false;
+    d.controls.VCheck->click();
+    EXPECT_EQ(d.Pattern(), "");
+    EXPECT_TRUE(on());
 }
 
 TEST(ClassBoxes, AnEmptyClassListsAllFilesAndASeparatorInFrontIsDropped) {
@@ -154,6 +167,15 @@ TEST(FileTypes, ASeparatorIsRefusedAndCancelChangesNothing) {
     EXPECT_EQ(d.Find<QLineEdit>("FileTypesText")->text(), QStringLiteral("*.jpg"));
 }
 
+TEST(FileTypes, AGoodPatternIsTakenThoughTheFolderIsGone) {
+    TypesDesk d;
+    std::filesystem::remove_all(d.folder.Path());
+    d.Set("*.bmp", "*.ser");
+    EXPECT_FALSE(d.IsUp() || d.Refused());
+    EXPECT_EQ(d.Pattern(), "*.bmp;*.ser");
+    EXPECT_EQ(d.state.PictureTypes, "*.bmp");
+}
+
 TEST(FileTypes, FitsIsCleared) {
     FilterDesk d;
     d.controls.FCheck->click();
@@ -197,12 +219,27 @@ TEST(Filter, BoxesNarrowTheListWhileTheWindowIsOpen) {
     d.Box(1)->click();
     EXPECT_EQ(d.Pattern(), "*.none");
     EXPECT_EQ(d.controls.FileListBox->Count(), 0);
+    d.state.BatchRuns = true; // counts the rows: it is cancelled first
+    d.Toggle();
+    EXPECT_TRUE(d.state.FilterActive && d.state.BatchCancelled);
+    d.state.BatchRuns = false;
     d.Toggle();
     EXPECT_FALSE(d.state.FilterActive);
     EXPECT_FALSE(d.Window()->isVisible());
     EXPECT_TRUE(d.controls.PCheck->isEnabled());
     EXPECT_EQ(d.Pattern(), "*.jpg;*.avi");
     EXPECT_EQ(d.Current(), "f.jpg");
+}
+
+TEST(Filter, AFolderThatIsGoneLeavesNoFilterBehind) {
+    WindowDesk d;
+    d.Box(0)->click();
+    std::filesystem::remove_all(d.folder.Path());
+    d.Toggle();
+    TestFolder other;
+    other.Write("a.jpg", "x");
+    d.controls.FolderTreeview1->SetSelectedPath(other.Path());
+    EXPECT_EQ(d.Current(), "a.jpg");
 }
 
 TEST(Filter, TheWindowTakesUpItsLastClosing) {
@@ -266,6 +303,7 @@ TEST(Filter, PresetsAreAddedChosenAndDeleted) {
     EXPECT_EQ(d.Pattern(), "*VMC*");
     d.Press("CommandDelete");
     EXPECT_EQ(d.calls.back(), "message *VMC* - removed from ComboFilter box");
+    d.Press("CommandDelete"); // no other has been chosen
     d.Toggle();
     EXPECT_EQ(d.state.FilterPresets, "a*;");
     d.Toggle();

@@ -3,12 +3,19 @@
 #include "common/keys.h"
 #include "navigation/PaneKeys.h"
 
+#include <QAction>
+#include <QFocusEvent>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QTest>
 
 #include <gtest/gtest.h>
+
+#include <utility>
 
 namespace tarn::testing {
 namespace {
@@ -124,25 +131,91 @@ TEST(PaneKeys, AHeldKeyStepsOncePerPaintedPicture) {
 
 TEST(PaneKeys, PictureKeysNeedAPicture) {
     KeyDesk d;
-    for (const int key : {Qt::Key_R, Qt::Key_Left, Qt::Key_M, Qt::Key_I, Qt::Key_O})
-        d.Type(d.controls.Picture1, key);
-    EXPECT_EQ(d.calls, (Calls{"RotateRight", "RotateLeft", "Mirror", "Flip", "Redraw"}));
     d.state.ImageLoaded = false;
-    d.calls.clear();
     d.Type(d.controls.Picture1, Qt::Key_R);
     EXPECT_TRUE(d.calls.empty());
     EXPECT_EQ(d.RowAfterKey(Qt::Key_N), 1); // stepping goes on
 }
 
-TEST(PaneKeys, TheVideoPaneHasAMapOfItsOwn) {
+TEST(PaneKeys, EachKeyPressesItsCommand) {
     KeyDesk d;
+    const MainControls& c = d.controls;
+    std::string pressed;
+    const auto watch = [&](auto* control, const char* name) {
+        Connect(control, [&pressed, name] { pressed += name; });
+        SetEnabled(control, true);
+    };
+    watch(c.ViewButton, "View");
+    watch(c.SlideButton, "Slide");
+    watch(c.OneToOneButton, "OneToOne");
+    watch(c.Slides2Button, "Slides2");
+    watch(c.Slides4Button, "Slides4");
+    watch(c.SlidesC2Button, "SlidesC2");
+    watch(c.CopyImageButton3, "CopyImage");
+    watch(c.CJMButton, "CJM");
+    watch(c.FixPictureDateButton, "FixPictureDate");
+    watch(c.RenameButton, "Rename");
+    watch(c.HelpPicNavButton, "Help");
+    watch(c.SetFileDatesButton, "SetFileDates");
+    watch(c.Exit, "Exit");
+    watch(c.PrintButton, "Print");
+    watch(c.DeleteButton, "Delete");
+    watch(c.DuplicateButton, "Duplicate");
+    watch(c.AdjustButton, "Adjust");
+    watch(c.PopupOpenButton, "Open");
+    d.calls.clear();
+    const auto after = [&](QWidget* pane, int key) {
+        pressed.clear();
+        d.Type(pane, key);
+        for (const std::string& call : std::exchange(d.calls, {})) pressed += call;
+        return pressed;
+    };
+    const std::pair<int, const char*> picture[] = {{Qt::Key_V, "View"},
+                                                   {Qt::Key_S, "Slide"},
+                                                   {Qt::Key_F, "OneToOne"},
+                                                   {Qt::Key_1, "OneToOne"},
+                                                   {Qt::Key_2, "Slides2"},
+                                                   {Qt::Key_4, "Slides4"},
+                                                   {Qt::Key_C, "SlidesC2"},
+                                                   {Qt::Key_D, "FixPictureDate"},
+                                                   {Qt::Key_Y, "CopyImage"},
+                                                   {Qt::Key_U, "CJM"},
+                                                   {Qt::Key_Z, "CJM"},
+                                                   {Qt::Key_F1, "Help"},
+                                                   {Qt::Key_F2, "Rename"},
+                                                   {Qt::Key_A, "Rename"},
+                                                   {Qt::Key_F5, "SetSaveCommands"},
+                                                   {Qt::Key_F6, "SetFileDates"},
+                                                   {Qt::Key_F10, "Exit"},
+                                                   {Qt::Key_Print, "Print"},
+                                                   {Qt::Key_Delete, "Delete"},
+                                                   {Qt::Key_Insert, "Duplicate"},
+                                                   {Qt::Key_B, "Adjust"},
+                                                   {Qt::Key_E, "Open"},
+                                                   {Qt::Key_R, "RotateRight"},
+                                                   {Qt::Key_Right, "RotateRight"},
+                                                   {Qt::Key_L, "RotateLeft"},
+                                                   {Qt::Key_Left, "RotateLeft"},
+                                                   {Qt::Key_M, "Mirror"},
+                                                   {Qt::Key_I, "Flip"},
+                                                   {Qt::Key_O, "Redraw"},
+                                                   {Qt::Key_X, ""}};
+    for (const auto& [key, command] : picture)
+        EXPECT_EQ(after(c.Picture1, key), command) << QKeySequence(key).toString().toStdString();
+    EXPECT_EQ(after(c.Picture1, Qt::Key_T), "");
+    EXPECT_TRUE(c.NotesBox->hasFocus());
+    // The video pane has a map of its own, with or without a picture, the text pane one key.
     d.state.ImageLoaded = false;
-    d.Type(d.controls.Picture2, Qt::Key_End);
+    EXPECT_EQ(after(c.Picture1, Qt::Key_F2), "");
+    EXPECT_EQ(after(c.Picture2, Qt::Key_Insert), "Rename");
+    EXPECT_EQ(after(c.Picture2, Qt::Key_Delete), "Delete");
+    EXPECT_EQ(after(c.LogText, Qt::Key_F2), "Rename");
+    for (const int key : {Qt::Key_Comma, Qt::Key_Period, Qt::Key_R, Qt::Key_F2})
+        EXPECT_EQ(after(c.Picture2, key), "");
+    d.Type(c.Picture2, Qt::Key_End);
     EXPECT_EQ(d.Row(), 9);
-    bool renamed = false;
-    Connect(d.controls.RenameButton, [&] { renamed = true; });
-    d.Type(d.controls.Picture2, Qt::Key_Insert);
-    EXPECT_TRUE(renamed);
+    d.Type(c.LogText, Qt::Key_Comma);
+    EXPECT_EQ(d.Row(), 0);
 }
 
 TEST(PaneKeys, HalvesOfThePaneStep) {
@@ -155,8 +228,26 @@ TEST(PaneKeys, HalvesOfThePaneStep) {
     EXPECT_EQ(click(100), 0); // the middle belongs to the left
     QTest::mouseRelease(d.controls.Picture1, Qt::LeftButton, {}, QPoint(150, 50));
     EXPECT_EQ(d.Row(), 0); // no press here
+    QTest::mouseClick(d.controls.Picture1, Qt::RightButton, {}, QPoint(150, 50));
+    EXPECT_TRUE(d.controls.PopupPic->isVisible());
+    d.controls.PopupPic->close();
     d.state.ImageLoaded = false;
     EXPECT_EQ(click(150), 0);
+}
+
+TEST(PaneKeys, TheMarkerFollowsTheFocus) {
+    KeyDesk d;
+    const MainControls& c = d.controls;
+    const auto marked = [&](Pane pane, QFocusEvent::Type type) {
+        d.state.CurrentPane = pane;
+        QFocusEvent event(type);
+        QApplication::sendEvent(c.Picture1, &event);
+        return !c.LabelNavKeys->isHidden();
+    };
+    EXPECT_TRUE(marked(Pane::Picture1, QEvent::FocusIn));
+    EXPECT_FALSE(marked(Pane::Picture1, QEvent::FocusOut));
+    EXPECT_TRUE(marked(Pane::Picture1, QEvent::FocusIn));
+    EXPECT_TRUE(marked(Pane::LogText, QEvent::FocusOut)); // the text pane has it
 }
 
 TEST(PaneKeys, F5InTheListReadsTheFolderAgain) {

@@ -1,7 +1,11 @@
 #include "NavDesk.h"
 
 #include "navigation/FolderHistory.h"
+#include "platform/QtText.h"
+#include "shell/batch/KeptNote.h"
+#include "shell/controls/SlideButtons.h"
 
+#include <QAction>
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
@@ -36,14 +40,27 @@ TEST(Selection, TheTypeDecidesWhoTakesOver) {
         d.room.SelectRow(row);
         return d.calls.back();
     };
+    const auto slides = SlideButtons(d.controls);
+    const auto enabled = [&] {
+        return std::count_if(slides.begin(), slides.end(), [](auto* b) { return b->isEnabled(); });
+    };
+    for (QPushButton* button : slides) Connect(button, [] {});
+    QWidget* const over[] = {d.controls.PreviewLabel, d.controls.DeletePicButton,
+                             d.controls.DeleteFitsButton, d.controls.QTplayButton};
+    for (QWidget* each : over) each->show();
     EXPECT_EQ(last(0), "ShowVideoFile");
     EXPECT_TRUE(d.state.VideoImage);
+    for (QWidget* each : over) EXPECT_TRUE(each->isHidden());
+    EXPECT_EQ(enabled(), 0);
+    d.controls.EditButton2->setText(QStringLiteral("Web"));
     EXPECT_EQ(last(1), "Load_web"); // found by three characters: "TML"
     EXPECT_EQ(last(2), "ShowVideoFile");
     EXPECT_EQ(last(3), "Load_web");
     EXPECT_FALSE(d.state.VideoImage);
     EXPECT_EQ(last(4), "DisplayPicture");
     EXPECT_EQ(d.state.FileType, "FITS");
+    EXPECT_EQ(enabled(), 7);
+    EXPECT_EQ(d.controls.EditButton2->text(), QStringLiteral("Edit"));
 }
 
 TEST(Selection, AFileThatWentAwayShowsTheSystemsTextAndTheNameBefore) {
@@ -56,6 +73,8 @@ TEST(Selection, AFileThatWentAwayShowsTheSystemsTextAndTheNameBefore) {
     EXPECT_EQ(Calls(d.calls.end() - 3, d.calls.end()),
               (Calls{"error No such file or directory - p00.jpg", "ShowNothing", "CheckForNotes"}));
     EXPECT_EQ(d.state.FileNameOnly, "p01.jpg");
+    EXPECT_EQ(d.state.FileIndex, 1);
+    EXPECT_EQ(d.state.FileModifiedText, "");
 }
 
 TEST(Selection, GuardsDropTheClick) {
@@ -126,9 +145,14 @@ TEST(Selection, AShowRecordsNoViewButTheFoldersRow) {
 
 TEST(Selection, SheetCaptionsCountPages) {
     NavDesk d;
-    d.controls.Printc4Button->setProperty("baseCaption", "Sheet");
-    d.FillWithPictures(5);
-    EXPECT_EQ(d.controls.Printc4Button->text(), "Sheet  (2 pages)");
+    const MainControls& c = d.controls;
+    for (QAction* sheet : {c.Printc4Button, c.PrintCButton, c.PrintCMButton, c.PrintCSButton})
+        sheet->setProperty("baseCaption", "Sheet");
+    d.FillWithPictures(25);
+    EXPECT_EQ(c.Printc4Button->text(), "Sheet  (7 pages)");
+    EXPECT_EQ(c.PrintCButton->text(), "Sheet  (3 pages)");
+    EXPECT_EQ(c.PrintCMButton->text(), "Sheet  (2 pages)");
+    EXPECT_EQ(c.PrintCSButton->text(), "Sheet  (1 pages)");
 }
 
 TEST(Folders, TheTreeRecordsEntersAndSelectsTheFirstRow) {
@@ -143,8 +167,7 @@ TEST(Folders, TheTreeRecordsEntersAndSelectsTheFirstRow) {
     TestFolder empty;
     d.calls.clear();
     d.controls.FolderTreeview1->SetSelectedPath(empty.Path() + "/");
-    EXPECT_EQ(d.calls,
-              (Calls{"status Nothing to display in current folder.", "ShowPane 0", "list off"}));
+    EXPECT_EQ(d.calls, (Calls{"status Nothing to display in current folder.", "list off"}));
     EXPECT_EQ(d.state.HistFolderPath[2], empty.Path());
     d.room.FolderBackButton_Click();
     EXPECT_EQ(d.controls.FileListBox->Path(), d.folder.Path());
@@ -167,14 +190,37 @@ TEST(Folders, AFullHistoryStaysInsideItsArrays) {
     s.HistCur = kHistoryLimit - 2;
     EXPECT_TRUE(RecordFolder(s, "/last"));
     for (int i = 0; i < 5; ++i) EXPECT_FALSE(RecordFolder(s, "/beyond"));
-    EXPECT_FALSE(RecordRow(s, 3));
     NavDesk d;
     d.FillWithPictures(1);
     d.state.HistHigh = 1;
-    d.state.HistCur = kHistoryLimit + 5;
+    d.state.HistCur = kHistoryLimit + 1;
+    const KeptNote kept(d.context);
+    EXPECT_EQ(d.state.BatchRow, 0);
+    d.controls.FolderTreeview1->SetSelectedPath(d.folder.Path());
+    EXPECT_EQ(d.controls.FolderBackButton->toolTip(), ToToolTip(d.folder.Path()));
     d.room.FolderBackButton_Click(); // back to the last entry there is
     EXPECT_EQ(d.state.HistCur, 1);
     EXPECT_EQ(d.controls.FileListBox->Path(), d.folder.Path());
+}
+
+TEST(Folders, TheTreeGoesBackFromACopyFolderThatHasGone) {
+    NavDesk d;
+    d.FillWithPictures(1);
+    d.room.GotoCopyFolderButton_Click();
+    EXPECT_EQ(d.calls.back(), "message 'Copy to' folder not set, cannot display files");
+    d.state.CopyImageFolder = d.folder.Path() + "/gone";
+    d.room.GotoCopyFolderButton_Click();
+    EXPECT_EQ(d.calls.back(),
+              "message 'Copy to' folder '" + d.folder.Path() + "/gone' cannot be displayed");
+    EXPECT_EQ(d.controls.FolderTreeview1->SelectedPath(), d.folder.Path());
+    const auto hint = [&] { return d.controls.Picture1->accessibleDescription(); };
+    EXPECT_EQ(hint(), "Choose a picture from the list.");
+    d.controls.FolderTreeview1->SetSelectedPath(d.folder.Path() + "/gone");
+    EXPECT_TRUE(hint().endsWith("does not exist. Choose another in the tree."));
+    TestFolder copies;
+    d.state.CopyImageFolder = copies.Path() + "/";
+    d.room.GotoCopyFolderButton_Click();
+    EXPECT_EQ(d.calls.back(), "message Viewing set to 'Copy to' folder");
 }
 
 TEST(Folders, AFileFromOutsideIsShownInItsFolder) {

@@ -28,6 +28,36 @@ struct ComposerDesk : NotesDesk {
     static void Do(const char* button) { Press(kWindow, button); }
 };
 
+TEST(Composer, CaptionsAndTooltips) {
+    ComposerDesk d;
+    d.Open();
+    EXPECT_EQ(Window(kWindow)->windowTitle().toStdString(),
+              "Tarn View - Create or modify new formatted note");
+    EXPECT_EQ(Faces(kWindow, {"TextLine1", "CheckFirst", "Label10", "CommandSet", "CommandAdd",
+                              "CommandSetLine", "CommandSetLine1", "TextFirstLines", "CommandClear",
+                              "CommandToggle", "CommandReload", "CommandEdit",
+                              "CommandCalcExposure", "CommandRestore", "CommandSave", "CommandPrev",
+                              "CommandNext", "CommandCancel"}),
+              "TextLine1||1st lines of note\n"
+              "CheckFirst||\n"
+              "Label10|1st lines of note|\n"
+              "CommandSet|Set|Set note to data entered\n"
+              "CommandAdd|Add|Add 1st lines of note text to format entires\n"
+              "CommandSetLine|Get all lines|Set from current notes\n"
+              "CommandSetLine1|Get lines 1 to|Set from current notes 1st line\n"
+              "TextFirstLines|1|Number of lines beginning at 1 to get\n"
+              "CommandClear|Clear|clear 1st lines of text\n"
+              "CommandToggle|Of f|Uncheck / check all  pre-formated entries\n"
+              "CommandReload|Reload|Reload note format file\n"
+              "CommandEdit|Edit|Edit or create 'Note_Formats.txt'\n"
+              "CommandCalcExposure|Exposure|Calculate exposures window...\n"
+              "CommandRestore|Restore|Restore current image note from file\n"
+              "CommandSave|Save|Save note\n"
+              "CommandPrev|Prev.|Previous image\n"
+              "CommandNext|Next|Next image\n"
+              "CommandCancel|Close|\n");
+}
+
 TEST(Composer, SetReplacesTheNoteAsOneEdit) {
     ComposerDesk d;
     d.Open("M31\r\nmore");
@@ -54,6 +84,10 @@ TEST(Composer, SetReplacesTheNoteAsOneEdit) {
     d.Do("CommandRestore");
     EXPECT_EQ(d.s.NoteText, "");
     EXPECT_EQ(d.Message(), "Unsaved note of 'b.jpg' is in the restore buffer");
+    d.Do("CommandPrev");
+    EXPECT_EQ(d.Current(), "a.jpg");
+    d.Do("CommandEdit");
+    EXPECT_EQ(d.calls.back(), "edit " + d.At("Note_Formats.txt"));
 }
 
 TEST(Composer, NothingTickedGivesAnEmptyNote) {
@@ -95,6 +129,10 @@ TEST(Composer, LinesAreGotAndReadBack) {
     digit.setText(QStringLiteral("3"));
     QApplication::sendEvent(&digit, &tab);
     EXPECT_EQ(digit.text(), QStringLiteral("3"));
+    digit.clear();
+    QFocusEvent leaves(QEvent::FocusOut);
+    QApplication::sendEvent(&digit, &leaves);
+    EXPECT_EQ(digit.text(), QStringLiteral("1"));
 
     d.Do("CommandSetLine");
     d.Check("CheckLens").setChecked(false);
@@ -108,7 +146,12 @@ TEST(Composer, LinesAreGotAndReadBack) {
     d.Do("CommandAdd");
     EXPECT_EQ(d.Text("ComboLoc"), "here");
     d.Do("CommandClear");
+    d.Check("CheckFirst").setChecked(false);
+    d.Do("CommandReload"); // takes first lines only where they are ticked
     EXPECT_TRUE(d.Lines().toPlainText().isEmpty());
+    d.Check("CheckFirst").setChecked(true);
+    d.Do("CommandReload");
+    EXPECT_EQ(d.Lines().toPlainText().left(4), QStringLiteral("M31\n"));
 }
 
 TEST(Composer, ReloadKeepsTheFiltersAndTheirText) {
@@ -144,14 +187,17 @@ TEST(Composer, ChoicesAndPlacesOutliveTheRun) {
     ComposerDesk d("Mount:1\nMount:2\nMount:3\nCamera:1\nCamera:2\n");
     d.settings->Write("NewNotesMount", "2");
     d.settings->Write("NewNotesCamera", "7"); // out of range
-    d.settings->Write("leftNewNotes_position", "1500");
+    d.settings->Write("topNewNotes_position", "1500");
     d.Open();
     EXPECT_EQ(d.Text("ComboMount"), "3");
     EXPECT_EQ(d.Text("ComboCamera"), "1");
-    EXPECT_EQ(Window(kWindow)->x(), 100);
+    EXPECT_EQ(Window(kWindow)->y(), 100);
     d.Do("CommandReload");
     EXPECT_EQ(d.Text("ComboMount"), "1"); // only the first load asks the settings
     d.Combo("ComboMount").setCurrentIndex(1);
+    std::filesystem::remove_all(d.notes.Path());
+    d.Do("CommandReload"); // finds no file: nothing is selected, the choice is kept
+    EXPECT_EQ(d.Text("ComboMount"), "");
     Window(kWindow)->move(40, 60);
     QTest::keyClick(Window(kWindow), Qt::Key_Escape);
     EXPECT_FALSE(Window(kWindow)->isVisible());
@@ -190,8 +236,13 @@ TEST(Composer, TheCalculatorFillsTheExposure) {
     d.Combo("ComboExp").setEditText(QStringLiteral("kept"));
     Press(kCalculator, "CommandFill");
     EXPECT_EQ(d.Text("ComboExp"), "kept");
+    std::vector<QLineEdit*> boxes;
+    for (const std::string& name : {std::string("TextSec"), std::string("TextExp")})
+        for (const char number : {'1', '2', '3', '4'})
+            boxes.push_back(Control<QLineEdit>(kCalculator, (name + number).c_str()));
+    for (QLineEdit* box : boxes) box->setText(QStringLiteral("7"));
     Press(kCalculator, "CommandClear");
-    EXPECT_TRUE(frames.text().isEmpty());
+    for (const QLineEdit* box : boxes) EXPECT_TRUE(box->text().isEmpty());
     EXPECT_EQ(Control<QLabel>(kCalculator, "LabelTotal")->text(), QStringLiteral("out of range"));
     d.Do("CommandCancel");
     EXPECT_FALSE(Window(kCalculator)->isVisible());

@@ -21,6 +21,8 @@ TEST(ExposureSum, AddsGroupsAndFillsTheEntry) {
 TEST(ExposureSum, TheOpeningFormBelongsToTheFirstRow) {
     EXPECT_EQ(ExposureSum(Rows{{{}, {"120", "10"}, {"1", "1"}, {}}}).FillText(),
               "0h 20m 1s , (10 at 120sec.), (1 at 1sec.)");
+    EXPECT_EQ(ExposureSum(Rows{{{"60", "1"}, {}, {}, {"30", "4"}}}).FillText(),
+              "0h 3m 0s  (1 at 60sec.), (4 at 30sec.)");
     EXPECT_EQ(ExposureSum(Rows{}).FillText(), "0h 0m 0s ");
 }
 

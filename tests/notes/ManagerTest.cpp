@@ -54,8 +54,41 @@ TEST(NotesManager, AnEmptyFolderSaysSo) {
     d.Open();
     EXPECT_EQ(d.Text("NoteFileLabel"), "Notes folder is empty");
     EXPECT_FALSE(d.IsOn("UpdateButton") || d.IsOn("DeleteButton"));
+    EXPECT_TRUE(d.Box().isReadOnly()); // a text would have no place to go
+    EXPECT_EQ(Window(kWindow)->windowTitle(), QStringLiteral("Tarn View - Notes Folder"));
+    EXPECT_EQ(Faces(kWindow, {"NotesFolderText", "NoteUpdateText", "UpdateButton", "DeleteButton",
+                              "FixQButton", "FixQallButton", "CommandNew", "CloseButton"}),
+              "NotesFolderText|" + d.notes.Path() + "|Notes folder\n" +
+                  "NoteUpdateText||Update message\n"
+                  "UpdateButton|Update|\n"
+                  "DeleteButton|Delete|\n"
+                  "FixQButton|Fix|Fix quote marks, F key\n"
+                  "FixQallButton|All|Fix quote marks for all notes\n"
+                  "CommandNew|Convert|Convert all notes from .txt to .enf file type\n"
+                  "CloseButton|Close|\n");
     d.c.ClearNotesFolderButton->trigger();
     EXPECT_FALSE(Window(kWindow)->isVisible());
+}
+
+TEST(NotesManager, AnotherFolderOrAnEmptiedOneLeavesNothingOfTheOld) {
+    ManagerDesk d;
+    TestFolder other;
+    d.notes.Write("a.enf", "a");
+    other.Write("z.enf", "z");
+    d.Open();
+    d.dialogs.answers = {other.Path()};
+    d.c.SetNotesButton->trigger();
+    EXPECT_FALSE(Window(kWindow)->isVisible());
+    d.Open();
+    EXPECT_EQ(Control<QLineEdit>(kWindow, "NotesFolderText")->text().toStdString(), other.Path());
+    EXPECT_EQ(d.List().Count(), 1);
+    EXPECT_EQ(d.Text("NoteFileLabel"), "");
+    EXPECT_TRUE(d.Box().toPlainText().isEmpty() && !d.IsOn("UpdateButton"));
+    d.Choose("z.enf");
+    std::filesystem::remove(other.Path() + "/z.enf");
+    d.Open();
+    EXPECT_EQ(d.Text("NoteFileLabel"), "Notes folder is empty");
+    EXPECT_TRUE(d.Box().toPlainText().isEmpty() && !d.IsOn("UpdateButton"));
 }
 
 TEST(NotesManager, ReopenedItKeepsWhatIsBeingEdited) {
@@ -96,6 +129,7 @@ TEST(NotesManager, UpdateShowsInTheMainWindow) {
     d.Do("UpdateButton");
     EXPECT_EQ(d.Text("NoteUpdateText"), "Updated - a.enf"); // as it was
     EXPECT_EQ(d.Error(), "Error saving to notes folder: " + d.notes.Path());
+    EXPECT_EQ(d.Message(), "ERROR - full");
 }
 
 TEST(NotesManager, KnowsThePicturesNoteInAnyCase) {
@@ -147,6 +181,42 @@ TEST(NotesManager, AllAndConvertWorkThroughTheFolder) {
     EXPECT_EQ(d.s.NoteText, "b");
 }
 
+TEST(NotesManager, ConvertTakesTheShownNoteAlong) {
+    ManagerDesk d;
+    d.notes.Write("a.enf", "stood there");
+    d.notes.Write("a.txt", "of the text");
+    d.Open();
+    d.Do("CommandNew");
+    EXPECT_EQ(d.Box().toPlainText(), QStringLiteral("of the text"));
+    EXPECT_EQ(d.s.NoteText, "of the text");
+    d.notes.Write("mgr_d.txt", "d");
+    d.Open();
+    d.Choose("mgr_d.txt");
+    d.Box().insertPlainText(QStringLiteral("edited "));
+    d.Do("CommandNew");
+    EXPECT_EQ(d.Text("NoteFileLabel"), "mgr_d.enf");
+    EXPECT_EQ(d.List().Text(d.List().CurrentRow()), "mgr_d.enf");
+    d.Do("UpdateButton");
+    EXPECT_EQ(d.Bytes("mgr_d.enf"), "edited d");
+}
+
+TEST(NotesManager, AllCanBeCancelledAndNothingElseActsMeanwhile) {
+    ManagerDesk d;
+    for (const char* name : {"a.enf", "b.enf"}) d.notes.Write(name, "\"q");
+    d.Open();
+    d.events.onPump = [&] {
+        EXPECT_EQ(d.Message(), "Note 1 of 2");
+        d.Key(Qt::Key_N);
+        QTest::keyClick(Window(kWindow), Qt::Key_Escape);
+    };
+    d.Do("FixQallButton");
+    d.events.onPump = nullptr;
+    EXPECT_EQ(d.Text("NoteUpdateText"), "Removed quotes from 1 notes.");
+    EXPECT_EQ(d.Current(), "a.jpg");
+    EXPECT_TRUE(Window(kWindow)->isVisible());
+    EXPECT_EQ(d.Bytes("b.enf"), "\"q");
+}
+
 TEST(NotesManager, DeleteGoesOnToTheNextRow) {
     ManagerDesk d;
     for (const char* name : {"a.enf", "mgr_b.enf", "mgr_c.enf"}) d.notes.Write(name, name);
@@ -161,8 +231,10 @@ TEST(NotesManager, DeleteGoesOnToTheNextRow) {
     d.Fail("trash", "no");
     d.Do("DeleteButton");
     EXPECT_EQ(d.Error(), "Error deleting notes file '" + d.At("a.enf") + "'");
+    EXPECT_EQ(d.Message(), "ERROR - no");
     d.files.onChange = nullptr;
     d.Do("DeleteButton");
+    EXPECT_EQ(d.Error(), "");
     EXPECT_EQ(d.s.NoteText, ""); // the picture on show had it
     EXPECT_EQ(d.Text("NoteFileLabel"), "Notes folder is empty");
     EXPECT_FALSE(d.IsOn("DeleteButton"));

@@ -15,6 +15,28 @@ constexpr std::size_t At(NoteEntry entry) {
     return static_cast<std::size_t>(entry);
 }
 
+TEST(NoteFormats, TheTenFactsAreInTheOrderOfTheNote) {
+    std::string table;
+    for (const NoteEntryRow& row : NoteEntryRows()) {
+        table += std::string(row.caption) + "|" + row.controlName + "|" + row.tooltip;
+        for (const std::string& each : row.defaults) table += "|" + each;
+        table += "\n";
+    }
+    EXPECT_EQ(table,
+              "Telescope|Telescope|Telescope used|Meade 12\" LX200R|TEC APO 140|Stellarvue SV80S|"
+              "Vixen FL102S|SolarMax 60\n"
+              "Guide Scope|GuideScope||Mini Borg 50|ZWO 60\n"
+              "Lens|Lens|Additional lens such as a barlow or reducer|AP CCDT67|WO FLAT4_10|"
+              "WO FLAT4_17|WO FLAT61\n"
+              "Mount|Mount|Telescope mount|AP 900 GTO|Vixen SXD2|Vixen GP\n"
+              "Camera|Camera|Camera model|Canon 60Da)|ZWO ASI178MC-COOL\n"
+              "Filter|Filter|\n"
+              "Exposure|Exp|Exposures, video info|\n"
+              "Processing|Proc|Processing software|ImagesPlus|PhotoImpact\n"
+              "Location|Loc|Where image was taken|RQT|VLD\n"
+              "Date|Date|Date of capture|\n");
+}
+
 TEST(NoteFormats, TheFileIsReadLineByLine) {
     const FormatLists lists = ParseFormats("\xEF\xBB\xBFTelescope:TEC APO 140\r\n"
                                            "Telescope:Vixen FL102S\n"
@@ -145,6 +167,8 @@ TEST(NoteFormats, ValuesBeginTwoCharactersBehindTheCaption) {
     EXPECT_EQ(value("Mount:\r"), "(none)"); // too short to hold a value
     EXPECT_EQ(value("Mount\r"), "(none)");
     EXPECT_EQ(value("Mount"), "(none)");
+    EXPECT_EQ(value("Mount:"), "(none)");
+    EXPECT_EQ(value("Mount: "), "");
     EXPECT_EQ(value(" Mount: a"), "(none)");
     EXPECT_TRUE(ReadBack("", AllTicked()).empty());
 }

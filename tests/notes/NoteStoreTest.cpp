@@ -71,7 +71,9 @@ TEST(NoteStore, FindsANoteInAnyCaseAndKeepsToIt) {
     EXPECT_TRUE(d.Save("M31.enf", "saved"));
     EXPECT_EQ(d.Names(), (std::vector<std::string>{"m31.ENF"}));
     EXPECT_EQ(d.Bytes("m31.ENF"), "saved");
+    EXPECT_EQ(d.store.Read(d.At("M31.enf")), "saved");
     d.folder.Write("M31.enf", "exact"); // the exact name comes first
+    EXPECT_EQ(d.store.Read(d.At("M31.enf")), "exact");
     ASSERT_TRUE(d.store.Load(d.At("M31.enf")));
     EXPECT_EQ(d.store.Loaded().bytes, "exact");
     EXPECT_TRUE(d.store.Delete(d.At("M31.enf"), &d.error));

@@ -8,7 +8,10 @@ namespace {
 struct FolderDesk : NoteFolder {
     NotesFolderFiles work{files, "Note_Formats.txt"};
     int asked = 0;
-    NotesFolderFiles::GoOn goOn = [this] { return ++asked, true; };
+    NotesFolderFiles::GoOn goOn = [this](std::size_t number) {
+        EXPECT_EQ(number, std::size_t(++asked));
+        return true;
+    };
 
     std::vector<std::string> Paths() const {
         std::vector<std::string> paths = Names();
@@ -27,7 +30,8 @@ TEST(NotesFolder, AllTakesTheQuotesOffWholeFiles) {
     const NotesRun run = d.work.FixAll(d.Paths(), d.goOn);
     EXPECT_EQ(run.changed, (std::vector<std::string>{d.At("all_long.enf"), d.At("all_open.enf")}));
     EXPECT_TRUE(run.failed.empty());
-    EXPECT_EQ(d.asked, 2);
+    EXPECT_EQ(d.asked, 4);
+    d.asked = 0;
     EXPECT_EQ(d.Bytes("all_long.enf"), text + "\r\n");
     EXPECT_EQ(d.Bytes("all_open.enf"), "open");
     EXPECT_EQ(d.Bytes("Note_Formats.txt"), "\"Telescope:x\"");
@@ -41,8 +45,9 @@ TEST(NotesFolder, AllStopsWhenToldAndGoesOnPastAFailure) {
     d.files.onChange = [](const std::string& verb, const std::string& path) {
         return verb == "write" && path.ends_with("1.enf") ? "full" : "";
     };
-    const NotesRun run = d.work.FixAll(d.Paths(), [] { return false; });
+    const NotesRun run = d.work.FixAll(d.Paths(), [](std::size_t n) { return n < 2; });
     EXPECT_EQ(run.failed, (std::vector<std::string>{d.At("1.enf")}));
+    EXPECT_EQ(run.error, "full");
     EXPECT_EQ(run.changed, (std::vector<std::string>{d.At("2.enf")}));
     EXPECT_EQ(d.Bytes("3.enf"), "\"q");
 }
@@ -56,6 +61,8 @@ TEST(NotesFolder, ConvertRenamesTextsAndKeepsWhatStoodThere) {
     d.folder.Write("note_formats.txt", "Telescope:x");
     const NotesRun run = d.work.Convert(d.Paths(), d.goOn);
     EXPECT_EQ(run.changed.size(), 2U);
+    EXPECT_EQ(run.renamed.at(d.At("cv_b.TXT")), d.At("cv_b.enf"));
+    d.asked = 0;
     EXPECT_EQ(d.Names(),
               (std::vector<std::string>{"cv_a.enf", "cv_b.enf", "cv_c.jpg", "note_formats.txt"}));
     EXPECT_EQ(d.Bytes("cv_a.enf"), "a");

@@ -188,6 +188,10 @@ TEST(NotesPanel, TheNextRunOffersWhatWasNotSaved) {
         next.controls.RestoreNotesButton->click();
         next.controls.SaveNotesButton->click();
         EXPECT_EQ(BytesOf(d.At("b.enf")), "in the box");
+        QTest::keyClicks(next.controls.NotesBox, QStringLiteral(", new"));
+        key(Qt::Key_P); // a text that is dropped now comes first
+        EXPECT_EQ(next.state.NotesSave, "in the box, new");
+        key(Qt::Key_N);
         key(Qt::Key_P);
         EXPECT_EQ(next.state.NotesSave, "dropped");
         next.controls.RestoreNotesButton->click();
@@ -199,7 +203,7 @@ TEST(NotesPanel, TheNextRunOffersWhatWasNotSaved) {
     House last(
         {d.files, *d.settings, events, d.dialogs, d.sound, d.desktop, *d.clipboard, d.printing});
     ASSERT_TRUE(last.Start(d.folder.Path(), {}));
-    EXPECT_EQ(last.state.NotesSave, "");
+    EXPECT_EQ(last.state.NotesSave, "in the box, new"); // never saved
 }
 
 TEST(NotesPanel, NoNoteStandsBesideAFileThatHasGone) {

@@ -77,6 +77,9 @@ TEST(NoteBytes, TheOlderFormIsNeverWritten) {
     EXPECT_EQ(d.s.NoteText, "Hello");
     d.c.SaveNotesButton->click();
     EXPECT_EQ(d.Bytes("a.enf"), "Hello");
+    d.Write("\"mine\"\n"); // marks of the user's own stay, however often it is saved
+    for (int i = 0; i < 2; ++i) d.c.SaveNotesButton->click();
+    EXPECT_EQ(d.Bytes("a.enf"), "\"mine\"\r\n");
 }
 
 TEST(NoteBytes, ACharacterWithoutAPlaceStopsTheSave) {

@@ -17,7 +17,7 @@ TEST(MainLayout, FramesAndLineStandAtTheBottom) {
     EXPECT_EQ(l.exif.top(), l.notes.top());
     EXPECT_EQ(l.exif.width(), 1200 - 400 - 8);
     EXPECT_EQ(l.picture.bottom() + 1, l.exif.top() - 5);
-    EXPECT_LE(l.splitter.bottom(), l.notes.top());
+    EXPECT_EQ(l.splitter.bottom() + 1, l.notes.top());
 }
 
 TEST(MainLayout, GrowthGoesToPictureAndList) {

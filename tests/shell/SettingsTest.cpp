@@ -34,9 +34,9 @@ std::string OtherText(const SettingRow& row, int i) {
     }
 }
 
-bool IsMenuRow(const std::string& key) {
-    return key == "thumbnail_size" || key == "textcolor_index" ||
-           (key.find("slide") == 0 && EndsWith(key, "_index"));
+bool IsKeptInRange(const std::string& key) {
+    return key == "thumbnail_size" || key == "textcolor_index" || key == "CvtJpgQ" ||
+           key == "convert_jpg_type" || (key.find("slide") == 0 && EndsWith(key, "_index"));
 }
 
 TEST(Settings, EveryKeyIsReadAndWrittenBack) {
@@ -45,12 +45,12 @@ TEST(Settings, EveryKeyIsReadAndWrittenBack) {
     std::set<std::string> keys;
     for (const SettingRow& row : SettingRows()) {
         if (std::string(row.key).substr(0, 4) == "Hist") continue; // below
-        if (IsMenuRow(row.key)) continue;                          // kept in their menu's range
+        if (IsKeptInRange(row.key)) continue;                      // below, too
         first.store->Write(row.key, OtherText(row, ++i));
         EXPECT_TRUE(keys.insert(row.key).second) << row.key;
     }
-    EXPECT_EQ(keys.size(), 173U);
-    EXPECT_EQ(keys.size() + 5 + 2, SettingRows().size());
+    EXPECT_EQ(keys.size(), 171U);
+    EXPECT_EQ(keys.size() + 7 + 2, SettingRows().size());
     ProgramState state;
     LoadSettings(state, *first.store);
     Store second;
@@ -123,8 +123,12 @@ TEST(Settings, LimitsOfTheMenusDiffer) {
     for (const char* key : {"thumbnail_size", "slidebackground_index", "textcolor_index",
                             "slidefontsize_index", "slidefont_index"})
         store.store->Write(key, "16");
+    store.store->Write("convert_jpg_type", "3");
+    store.store->Write("CvtJpgQ", "101");
     ProgramState state;
     LoadSettings(state, *store.store);
+    EXPECT_EQ(state.ConvertJpgType, 0);
+    EXPECT_EQ(state.ConvertJpgQuality, 75);
     EXPECT_EQ(state.ThumbSizeIndex, 3);
     EXPECT_EQ(state.SlideBackgroundIndex, 3);
     EXPECT_EQ(state.SlideTextColorIndex, 0);

@@ -200,9 +200,9 @@ TEST(SlidePainting, TheCamerasTurnFollowsTheKeysAndNotesStandUpright) {
     std::vector<std::string> painted;
     d.Do([&] {
         painted.push_back(at(40, 60));
-        d.room.SlideKeyUp(keys::kF1 + 5);
+        d.room.SlideKeyUp(keys::kF6);
     });
-    d.Do([&] { d.room.SlideKeyUp(keys::kF1 + 4); });
+    d.Do([&] { d.room.SlideKeyUp(keys::kF5); });
     d.Do([&] {
         painted.push_back(at(40, 60));
         d.room.SlideKeyUp('R');

@@ -18,11 +18,11 @@ public:
     // call fail with it.
     Hook onChange;
 
-    // The same before every question; one that fails is answered as if nothing were there.
+    // The same before every question; one that fails is answered as the system's refusal is.
     Hook onAsk;
 
     bool Exists(const std::string& p) const override {
-        return Answers("exists", p) && real->Exists(p);
+        return !Answers("exists", p) || real->Exists(p);
     }
     bool IsSameFile(const std::string& a, const std::string& b) const override {
         return Answers("same", a) && real->IsSameFile(a, b);
@@ -44,7 +44,7 @@ public:
         return real->FolderNames(f);
     }
     std::optional<std::string> FindAnyCase(const std::string& p) const override {
-        if (!Answers("any case", p)) return {};
+        if (!Answers("any case", p)) return p;
         return real->FindAnyCase(p);
     }
     std::optional<std::string> Read(const std::string& p, std::size_t most, std::string* e,

@@ -21,6 +21,7 @@ struct RecordingDisplay : DisplayCommands {
     void DisplayPicture() override { calls.push_back("DisplayPicture"); }
     void ShowPreview() override { calls.push_back("ShowPreview"); }
     void ShowNothing() override { calls.push_back("ShowNothing"); }
+    void UpdatePictureWindows() override { calls.push_back("UpdatePictureWindows"); }
     void Redraw() override { calls.push_back("Redraw"); }
     void SetPictureCommands(bool on) override {
         calls.push_back(on ? "commands on" : "commands off");
@@ -98,7 +99,10 @@ struct RecordingShell : ShellCommands {
 struct RecordingInfo : InfoCommands {
     explicit RecordingInfo(Calls& written) : calls(written) {}
     void ReadPictureInfo() override { calls.push_back("ReadPictureInfo"); }
-    void SetFileDatesButton_Click() override { calls.push_back("SetFileDates"); }
+    bool SetFileDatesButton_Click() override {
+        calls.push_back("SetFileDates");
+        return true;
+    }
     Calls& calls;
 };
 

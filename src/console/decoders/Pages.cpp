@@ -54,7 +54,9 @@ bool AddAll(const PageRequest& request, const HtmlSettings& settings, Files& fil
         if (IsLabelPicture(settings, name)) continue;
         const std::string path = JoinPath(request.folder, name);
         EntryFacts facts = disk.Entry(path, request.previewWidth, request.previewHeight);
-        if (facts.width == 0 && !IsTextEntry(facts.type))
+        if (disk.Unread().contains(path))
+            result.complaints.push_back(path + ": cannot be read");
+        else if (facts.width == 0 && !IsTextEntry(facts.type))
             result.complaints.push_back(path + ": not a picture that can be read");
         facts.note = std::string(WithoutOldMarks(notes.Bytes(path)));
         FindCompanions(files, settings, path, facts);
@@ -148,6 +150,8 @@ PageResult WriteGallery(const PageRequest& request) {
                    SourcesOf(disk, [&](const std::string& path) { return notes.Bytes(path); }));
     while (run.Step()) {
     }
+    for (const std::string& path : disk.Unread())
+        result.complaints.push_back(path + ": cannot be read");
     if (run.Finish())
         result.count = run.Count();
     else

@@ -102,7 +102,7 @@ private:
     // The file's picture, upright, and its record; what stands in for it where there is none.
     ImgX Load(std::size_t index) {
         const std::string path = JoinPath(m_request.folder, m_request.names[index]);
-        BeginPicture(path);
+        Begin(path);
         ImgX picture;
         std::string error = picture.LoadFile(path, m_wanted, m_ahead);
         ExpectBehind(index);
@@ -121,12 +121,10 @@ private:
         return picture;
     }
 
-    void BeginPicture(const std::string& path) {
-        m_info.Filename = path;
-        m_info.FileNameOnly = LastPart(path);
+    // What is read of a picture alone is empty for a file without one.
+    void Begin(const std::string& path) {
+        BeginPicture(m_info, path);
         m_info.FileDate = FormatFileDate(ReadFileFacts(path));
-        m_info.NoExif = m_info.DatesDiffer = false;
-        m_info.ExpOrientation = 0;
         for (std::string* text :
              {&m_info.PictureDate, &m_info.ExpSpeed, &m_info.ExpTime, &m_info.ExpSizeLine})
             text->clear();

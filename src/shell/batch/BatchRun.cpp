@@ -3,6 +3,7 @@
 #include "platform/EventPump.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QKeyEvent>
 #include <QPushButton>
 
@@ -60,6 +61,14 @@ bool BatchRun::eventFilter(QObject* watched, QEvent* event) {
     default:
         return false;
     }
+}
+
+bool CancelsBatch(ProgramState& state, QCloseEvent& event) {
+    if (state.BatchRuns) {
+        state.BatchCancelled = true;
+        event.ignore();
+    }
+    return state.BatchRuns;
 }
 
 } // namespace tarn

@@ -10,6 +10,7 @@
 
 #include <string>
 
+class QCloseEvent;
 class QPushButton;
 class QWidget;
 
@@ -34,5 +35,8 @@ private:
     QPushButton& m_cancel;
     QPointer<QWidget> m_focusBefore;
 };
+
+// Closing a window that a batch depends on cancels the batch instead: true then.
+bool CancelsBatch(ProgramState& state, QCloseEvent& event);
 
 } // namespace tarn

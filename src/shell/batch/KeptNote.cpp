@@ -9,7 +9,7 @@ KeptNote::KeptNote(Context& context)
       m_buffer(context.state.NotesSave),
       m_restores(context.controls.RestoreNotesButton->isEnabled()) {
     m.state.BatchFilename = m.state.Filename;
-    m.state.BatchRow = m.state.HistFileIndex[std::size_t(m.state.HistCur)];
+    if (const auto* row = m.state.HistRow()) m.state.BatchRow = *row;
 }
 
 std::string KeptNote::Settle() {

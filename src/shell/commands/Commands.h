@@ -35,9 +35,11 @@ public:
     virtual ~DisplayCommands() = default;
     virtual void DisplayPicture() = 0;
     virtual void ShowPreview() = 0;
-    // No picture: pane, texts and picture windows are emptied, so that none stands under another
-    // name.
+    // No picture, clip or page: pane, panel, texts and picture windows are emptied, so that nothing
+    // stands under another name. Filename and FileNameOnly stay.
     virtual void ShowNothing() = 0;
+    // The picture windows show the current file anew; at a clip or page the 1:1 window is blank.
+    virtual void UpdatePictureWindows() = 0;
     virtual void Redraw() = 0;
     virtual void SetPictureCommands(bool enabled) = 0;
     virtual void RotateRightButton_Click() = 0;
@@ -58,7 +60,7 @@ class InfoCommands {
 public:
     virtual ~InfoCommands() = default;
     virtual void ReadPictureInfo() = 0;
-    virtual void SetFileDatesButton_Click() = 0;
+    virtual bool SetFileDatesButton_Click() = 0; // whether the times were set
 };
 
 class NotesCommands {

@@ -12,4 +12,8 @@ inline std::array<QPushButton*, 7> SlideButtons(const MainControls& c) {
             c.SlidesC2Button, c.Slides2VButton, c.SlidesC2VButton};
 }
 
+inline void EnableSlideButtons(const MainControls& c, bool enabled) {
+    for (QPushButton* button : SlideButtons(c)) SetEnabled(button, enabled);
+}
+
 } // namespace tarn

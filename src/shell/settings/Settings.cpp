@@ -22,6 +22,8 @@ void PutInRange(ProgramState& state) {
     if (state.SlideTextColorIndex < 0) state.SlideTextColorIndex = 0;
     if (state.ThumbSizeIndex > ThumbState::ThumbNumOfSizes || state.ThumbSizeIndex < 1)
         state.ThumbSizeIndex = 3;
+    if (state.ConvertJpgType < 0 || state.ConvertJpgType > 2) state.ConvertJpgType = 0;
+    if (state.ConvertJpgQuality < 1 || state.ConvertJpgQuality > 100) state.ConvertJpgQuality = 75;
 }
 
 } // namespace

@@ -241,7 +241,7 @@ void Lifecycle::Form_Unload() {
     m.thumbnails.ThumbnailsDone();
     if (!m.state.BatchFilename.empty()) { // what a batch selects is not what comes back
         m.state.Filename = m.state.BatchFilename;
-        m.state.HistFileIndex[std::size_t(m.state.HistCur)] = m.state.BatchRow;
+        if (auto* row = m.state.HistRow()) *row = m.state.BatchRow;
     }
     if (onUnload) onUnload();
     m.video.CloseVideoClip();

@@ -50,7 +50,6 @@ struct DisplayState {
 
     bool OneToOneInfo = false;
     bool OneToOneLoaded = false;
-    bool OneToOneVisible = false; // the 1:1 window is up, not only made
     bool OneToOneNav = false;
 };
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -47,16 +48,23 @@ struct SelectionState {
     std::array<std::int32_t, kHistoryLimit + 1> HistFileIndex{};
     int HistCur = 0;
     int HistHigh = 0;
+    // The row kept for the present entry; null while the cursor is past the last one.
+    std::int32_t* HistRow() {
+        return HistCur <= kHistoryLimit ? &HistFileIndex[static_cast<std::size_t>(HistCur)]
+                                        : nullptr;
+    }
 
     bool HistoryListed = false; // List1 shows the folder history, not the camera data
 
-    // Guards: a selection made in code raises its event on the same call stack.
+    // Guards: a selection made in code raises its event on the same call stack. The list raises
+    // none for rows that are marked or unmarked; the first two hold whatever list is put in its
+    // place.
     bool ClearingMultiselect = false;
     bool SelectingAll = false;
     bool FileHistNav = false;
     bool HistNav = false;
 
-    bool FileDoubleClick = false;
+    bool FileDoubleClick = false; // the size window was opened from the list
     bool WebImage = false;
     bool VideoImage = false;
     bool VideoPending = false; // a video was chosen while the program starts

@@ -126,7 +126,7 @@ void ShellRoom::ShowError(const std::string& text) {
 }
 
 void ShellRoom::SetListCommands(bool enabled) {
-    for (QPushButton* button : SlideButtons(m.controls)) SetEnabled(button, enabled);
+    EnableSlideButtons(m.controls, enabled);
     m.notes.SetSaveCommands();
 }
 

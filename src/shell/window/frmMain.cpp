@@ -354,7 +354,7 @@ void frmMain::PlacePanes(const QRect& area) {
 }
 
 int frmMain::SplitterTop() const {
-    return m_splitter->sizes().value(0) * kTwipsPerPixel;
+    return SnapSplitter(m_splitter->sizes().value(0) * kTwipsPerPixel);
 }
 
 int frmMain::DesignSplitterTop() const {
