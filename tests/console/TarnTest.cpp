@@ -249,6 +249,16 @@ TEST(Tarn, MakesGalleries) {
     EXPECT_EQ(Tarn("gallery " + folder.Path() + "/ImageT001.html " + folder.Path()).status, 1);
     EXPECT_EQ(Tarn("gallery --set SizeCheck=on " + index + " " + folder.Path()).status, 2);
     EXPECT_EQ(ReadTree(folder.Path()), plain);
+    // Made, but of little use.
+    const TestFolder other;
+    folder.Write("a#1.bmp", Bitmap(60, 40));
+    const Outcome poor = Tarn("gallery --thumbnails --set html_thumb_cs=1 "
+                              "--set html_thumb_cs_value=abc " +
+                              other.Path() + "/index.html " + folder.Path());
+    EXPECT_EQ(poor.status, 1);
+    for (const char* part : {"/index.html: 3 pictures", "its links will not find them",
+                             "a#1.bmp: browsers", "'abc' is no number above 0"})
+        EXPECT_TRUE(Has(poor, part)) << part << poor.out;
 }
 
 TEST(Tarn, PrintsSheets) {
