@@ -1,7 +1,6 @@
 #include "common/letter_case.h"
 
 #include <algorithm>
-#include <array>
 
 namespace tarn {
 

@@ -8,7 +8,6 @@
 #include "display/Placeholder.h"
 #include "platform/FileListBox.h"
 #include "platform/Files.h"
-#include "platform/PictureBox.h"
 #include "platform/ProgramFiles.h"
 #include "platform/Sound.h"
 #include "platform/imaging/PicturesAhead.h"

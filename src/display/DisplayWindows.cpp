@@ -1,7 +1,6 @@
 // The room's windows: brightness, size window, 1:1 window. Each is made when it is first asked for.
 #include "display/DisplayRoom.h"
 
-#include "common/keys.h"
 #include "display/BusyPointer.h"
 #include "display/FrmPic.h"
 #include "display/frmBrightness.h"

@@ -8,7 +8,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScopedValueRollback>
-#include <QScreen>
 #include <QWindow>
 
 #include <cmath>

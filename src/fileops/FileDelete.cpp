@@ -7,11 +7,8 @@
 #include "platform/EventPump.h"
 #include "platform/FileListBox.h"
 #include "platform/Files.h"
-#include "platform/PictureBox.h"
 #include "shell/batch/BatchRun.h"
 
-#include <QLabel>
-#include <QListWidget>
 #include <QPushButton>
 
 #include <algorithm>

@@ -16,8 +16,6 @@
 #include <QPushButton>
 #include <QScopedValueRollback>
 
-#include <algorithm>
-
 namespace tarn {
 
 namespace {

@@ -3,12 +3,12 @@
 #include "common/dates.h"
 #include "common/pages.h"
 #include "common/paths.h"
-#include "navigation/FolderHistory.h"
 #include "navigation/Stepping.h"
 #include "platform/CrashNote.h"
 #include "platform/FileListBox.h"
 #include "platform/FolderTreeview.h"
 #include "platform/QtText.h"
+#include "shell/controls/SheetEntries.h"
 #include "shell/controls/SlideButtons.h"
 
 #include <QAction>
@@ -140,13 +140,7 @@ void NavigationRoom::Update_Num_Files(int index) {
     m.controls.TextNumOf->setText(ToQt(m.state.TextNumOf));
     m.controls.TextNumOf->setVisible(count >= 1);
 
-    struct Sheet {
-        QAction* entry;
-        int perPage;
-    };
-    const MainControls& c = m.controls;
-    for (const Sheet& sheet : {Sheet{c.Printc4Button, 4}, Sheet{c.PrintCButton, 12},
-                               Sheet{c.PrintCMButton, 24}, Sheet{c.PrintCSButton, 40}})
+    for (const SheetEntry& sheet : SheetEntries(m.controls))
         sheet.entry->setText(sheet.entry->property("baseCaption").toString() +
                              QStringLiteral("  (%1 pages)").arg(PageCount(count, sheet.perPage)));
 }

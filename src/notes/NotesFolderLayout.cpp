@@ -3,7 +3,6 @@
 #include "notes/frmNotesFolder.h"
 #include "platform/FileListBox.h"
 
-#include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>

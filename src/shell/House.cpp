@@ -10,12 +10,8 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QCheckBox>
 #include <QLabel>
-#include <QMenuBar>
 #include <QPushButton>
-#include <QScreen>
-#include <QStatusBar>
 #include <QWindow>
 
 namespace tarn {

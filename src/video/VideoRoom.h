@@ -2,10 +2,10 @@
 // logs, pages and texts.
 #pragma once
 
+#include "platform/LogFile.h"
 #include "platform/mci/Mci.h"
 #include "shell/Context.h"
 #include "shell/batch/BatchRun.h"
-#include "shell/logs/LogFile.h"
 #include "video/VideoText.h"
 
 #include <QElapsedTimer>

@@ -5,7 +5,6 @@
 #include "shell/state/GallerySettings.h"
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace tarn {

@@ -11,10 +11,8 @@
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QIntValidator>
 #include <QListWidget>
 #include <QRadioButton>
-#include <QScrollArea>
 #include <QTabWidget>
 
 namespace tarn {

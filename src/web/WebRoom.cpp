@@ -9,8 +9,6 @@
 #include "web/frmHtmlLayout.h"
 #include "web/frmHtmlThumb.h"
 
-#include <algorithm>
-
 namespace tarn {
 
 WebRoom::WebRoom(Context& context) : m(context) {}

@@ -8,8 +8,6 @@
 
 #include <QDialog>
 
-#include <array>
-
 class QCheckBox;
 class QGridLayout;
 class QListWidget;

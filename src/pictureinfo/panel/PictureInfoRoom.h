@@ -6,7 +6,6 @@
 #include "shell/Context.h"
 
 #include <memory>
-#include <string>
 
 namespace tarn {
 

@@ -1,3 +1,4 @@
+// Plays what the libraries know.
 #include "platform/mci/ClipPlayer.h"
 
 #include <QElapsedTimer>
