@@ -4,6 +4,7 @@
 #include "video/VideoRoom.h"
 
 #include <QHBoxLayout>
+#include <QLabel>
 
 #include <gtest/gtest.h>
 
