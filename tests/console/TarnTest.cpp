@@ -326,10 +326,13 @@ TEST(Tarn, MakesThumbnailsOfAFolder) {
     folder.Write("thumbnails/T150_a.b.tif", "kept");
     EXPECT_TRUE(Has(Tarn(options + "--update " + folder.Path()), "\n0 thumbnails, "));
     EXPECT_EQ(ReadTree(folder.Path() + "/thumbnails").at("T150_a.b.tif"), "kept");
-    for (const char* name : {".", "..", "''", "/tmp"}) {
+    std::filesystem::create_directory(folder.Path() + "/notes");
+    folder.Write("notes/T120_a.enf", "of a picture");
+    const std::string ofNotes = "notes --notes " + folder.Path() + "/notes";
+    for (const std::string& name :
+         {std::string("."), std::string(".."), std::string("''"), std::string("/tmp"), ofNotes}) {
         const auto before = ReadTree(folder.Path());
-        const Outcome refused =
-            Tarn(std::string("thumbnails --subfolder ") + name + " " + folder.Path());
+        const Outcome refused = Tarn("thumbnails --subfolder " + name + " " + folder.Path());
         EXPECT_EQ(refused.status, 1);
         EXPECT_TRUE(Has(refused, "Sub folder name is not valid"));
         EXPECT_EQ(ReadTree(folder.Path()), before);
