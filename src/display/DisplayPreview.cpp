@@ -127,10 +127,7 @@ void DisplayRoom::ShowNothing() {
     m.shell.ShowPane(Pane::Picture1);
     m.shell.ShowMessage("");
     s.VideoImage = s.WebImage = s.HistoryListed = false;
-    PictureInfo nothing;
-    nothing.Filename = s.Filename;
-    nothing.FileNameOnly = s.FileNameOnly;
-    static_cast<PictureInfo&>(s) = nothing;
+    ForgetPicture(s);
     c.List1->clear();
     c.EditButton2->setText(QStringLiteral("Edit"));
     for (QWidget* over :

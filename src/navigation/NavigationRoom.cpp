@@ -16,6 +16,8 @@
 #include <QPushButton>
 #include <QScopedValueRollback>
 
+#include <algorithm>
+
 namespace tarn {
 
 NavigationRoom::NavigationRoom(Context& context)
@@ -221,6 +223,18 @@ void NavigationRoom::RefreshDirButton_Click() {
     if (row >= 0) m.state.FileIndex = m.state.FileHistLast = row; // the same file, counted anew
     Update_Num_Files(0);
     m.notes.SetSaveCommands();
+}
+
+void NavigationRoom::RefreshAfterDelete() {
+    const FileListBox& list = *m.controls.FileListBox;
+    const int row = list.CurrentRow();
+    RefreshDirButton_Click();
+    if (list.CurrentRow() < 0 && list.Count() > 0) {
+        ClearMultiselect();
+        SelectRow(std::clamp(row, 0, list.Count() - 1));
+    }
+    if (list.Count() < 1) EnableListCommands();
+    ResetFileHistory(list.CurrentRow() >= 0); // it counts rows
 }
 
 } // namespace tarn

@@ -56,4 +56,12 @@ struct PictureInfo {
     std::string MpixelText;             // "6.3 Mp"
 };
 
+// Another file: nothing is known of it but its name.
+inline void ForgetPicture(PictureInfo& info) {
+    PictureInfo nothing;
+    nothing.Filename = info.Filename;
+    nothing.FileNameOnly = info.FileNameOnly;
+    info = nothing;
+}
+
 } // namespace tarn

@@ -55,7 +55,7 @@ private:
     void ShowPicture2(bool transport);
     void Seek(const std::string& target);
     void Play();
-    void ReadPosition();
+    bool ReadPosition(); // false: the player did not tell
     void ShowPosition();
     void Halt();
     void SetPlayCaption(bool plays);

@@ -114,7 +114,7 @@ void WebRoom::HtmlDeleteButton_Click() {
         else if (fault.empty())
             fault = ", '" + name + "' not: " + error;
     }
-    m.navigation.RefreshDirButton_Click();
+    m.navigation.RefreshAfterDelete();
     m.shell.ShowMessage("Deleted " + std::to_string(done) + " Html files" + fault);
 }
 

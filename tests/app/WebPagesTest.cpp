@@ -362,6 +362,7 @@ TEST(WebPages, AGalleryIsMadeOfTheThumbnails) {
 
 TEST(WebPages, DeletesThePagesOfTheFolder) {
     WebDesk desk;
+    desk.settings->Write("weblist_check", "1");
     desk.Start();
     for (const char* name : {"x.html", "Y.HTM", "kept.txt", "open.html"})
         desk.folder.Write(name, "page");
@@ -369,6 +370,8 @@ TEST(WebPages, DeletesThePagesOfTheFolder) {
     desk.dialogs.answers = {desk.Page("open.html"), "OK"};
     desk.Press("CreateButton_1");
     desk.Press("CommandOk");
+    desk.house.navigation.RefreshDirButton_Click();
+    desk.GoTo("x.html");
     desk.dialogs.answers = {};
     desk.c.HtmlDeleteButton->trigger();
     EXPECT_NE(desk.Text("x.html"), "none");
@@ -381,6 +384,7 @@ TEST(WebPages, DeletesThePagesOfTheFolder) {
     EXPECT_EQ(desk.Said(), "Deleted 2 Html files");
     EXPECT_EQ(desk.Names(), "a.jpg b.jpg c.jpg kept.txt open.html ");
     EXPECT_TRUE(Trashed("x.html").starts_with("page"));
+    EXPECT_EQ(desk.s.FileNameOnly, "open.html"); // the last row now
 }
 
 } // namespace tarn::testing

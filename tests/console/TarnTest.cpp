@@ -249,6 +249,16 @@ TEST(Tarn, MakesGalleries) {
     EXPECT_EQ(Tarn("gallery " + folder.Path() + "/ImageT001.html " + folder.Path()).status, 1);
     EXPECT_EQ(Tarn("gallery --set SizeCheck=on " + index + " " + folder.Path()).status, 2);
     EXPECT_EQ(ReadTree(folder.Path()), plain);
+    // Made, but of little use.
+    const TestFolder other;
+    folder.Write("a#1.bmp", Bitmap(60, 40));
+    const Outcome poor = Tarn("gallery --thumbnails --set html_thumb_cs=1 "
+                              "--set html_thumb_cs_value=abc " +
+                              other.Path() + "/index.html " + folder.Path());
+    EXPECT_EQ(poor.status, 1);
+    for (const char* part : {"/index.html: 3 pictures", "its links will not find them",
+                             "a#1.bmp: browsers", "'abc' is no number above 0"})
+        EXPECT_TRUE(Has(poor, part)) << part << poor.out;
 }
 
 TEST(Tarn, PrintsSheets) {
@@ -316,10 +326,13 @@ TEST(Tarn, MakesThumbnailsOfAFolder) {
     folder.Write("thumbnails/T150_a.b.tif", "kept");
     EXPECT_TRUE(Has(Tarn(options + "--update " + folder.Path()), "\n0 thumbnails, "));
     EXPECT_EQ(ReadTree(folder.Path() + "/thumbnails").at("T150_a.b.tif"), "kept");
-    for (const char* name : {".", "..", "''", "/tmp"}) {
+    std::filesystem::create_directory(folder.Path() + "/notes");
+    folder.Write("notes/T120_a.enf", "of a picture");
+    const std::string ofNotes = "notes --notes " + folder.Path() + "/notes";
+    for (const std::string& name :
+         {std::string("."), std::string(".."), std::string("''"), std::string("/tmp"), ofNotes}) {
         const auto before = ReadTree(folder.Path());
-        const Outcome refused =
-            Tarn(std::string("thumbnails --subfolder ") + name + " " + folder.Path());
+        const Outcome refused = Tarn("thumbnails --subfolder " + name + " " + folder.Path());
         EXPECT_EQ(refused.status, 1);
         EXPECT_TRUE(Has(refused, "Sub folder name is not valid"));
         EXPECT_EQ(ReadTree(folder.Path()), before);

@@ -52,6 +52,7 @@ struct RecordingNavigation : NavigationCommands {
     void Update_Num_Files(int) override { calls.push_back("Update_Num_Files"); }
     void EnableListCommands() override { calls.push_back("EnableListCommands"); }
     void RefreshDirButton_Click() override { calls.push_back("RefreshDir"); }
+    void RefreshAfterDelete() override { calls.push_back("RefreshAfterDelete"); }
     void FileBackButton_Click() override { calls.push_back("FileBack"); }
     void FileFwdButton_Click() override { calls.push_back("FileFwd"); }
     void SetFilterShown(bool shown) override {
@@ -124,7 +125,8 @@ struct RecordingNotes : NotesCommands {
     }
     void SetSaveCommands() override { calls.push_back("SetSaveCommands"); }
     void NoteFilesChanged() override { calls.push_back("NoteFilesChanged"); }
-    std::string NoteTextOf(const std::string&) override { return note; }
+    std::string SavedNoteOf(const std::string&) override { return note; }
+    std::string NoteTextOf(const std::string&) override { return unsaved.empty() ? note : unsaved; }
     std::string NoteBytesOf(const std::string&) override { return {}; }
     std::string UnsavedText() override { return unsaved; }
     Calls& calls;

@@ -23,6 +23,8 @@ namespace tarn {
 
 class ClipPlayer;
 
+inline constexpr int kFirstShown = 4; // frame of a clip that is opened
+
 class Mci {
 public:
     static constexpr int kFileNotFound = 275;

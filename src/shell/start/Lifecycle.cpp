@@ -245,7 +245,7 @@ void Lifecycle::Form_Unload() {
         if (auto* row = m.state.HistRow()) *row = m.state.BatchRow;
     }
     if (onUnload) onUnload();
-    m.video.CloseVideoClip();
+    if (m.state.VideoShown) m.video.CloseVideoClip();
     KeepPlaces();
     Save();
     m_notes.Form_Unload();
