@@ -3,6 +3,7 @@
 #include "notes/frmNotesFolder.h"
 #include "platform/FileListBox.h"
 
+#include <QBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
