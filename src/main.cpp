@@ -13,6 +13,7 @@
 #include "shell/House.h"
 #include "shell/SecondStart.h"
 #include "shell/about/AboutText.h"
+#include "shell/start/StartPath.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -37,11 +38,6 @@ int AnswerOptions(int argc, char** argv) {
     return -1;
 }
 
-// The running window may stand in another folder. Quotes are taken off there.
-std::string AbsoluteArgument(const std::string& path, const tarn::Files& files) {
-    return path.empty() || path.back() == '"' ? path : files.Absolute(path);
-}
-
 } // namespace
 
 int main(int argc, char** argv) {
@@ -64,7 +60,7 @@ int main(int argc, char** argv) {
     const auto files = tarn::MakeFiles();
     const std::string path = argc > 1 ? argv[1] : "";
     tarn::SecondStart second;
-    if (second.HandOver(AbsoluteArgument(path, *files))) return 0;
+    if (second.HandOver(tarn::HandedOver(path, *files))) return 0;
 
     tarn::KeepCrashNotes(files->StateFolder(), tarn::AboutText(tarn::ShellState().Version, {}));
     const auto settings = tarn::MakeUserSettingsStore();

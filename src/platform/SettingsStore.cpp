@@ -11,18 +11,24 @@ namespace tarn {
 namespace {
 
 // File names are bytes, and the store holds characters: a byte that is no UTF-8 is kept as a
-// character of a private range, so that it comes back as it was.
+// character of a private range, so that it comes back as it was. A true character of that range is
+// kept byte by byte.
 constexpr ushort kRawBytes = 0xF700;
+
+bool StandsForAByte(char32_t code) {
+    return code >= kRawBytes + 0x80 && code <= kRawBytes + 0xFF;
+}
 
 QString ToStored(const std::string& text) {
     QString stored;
     for (std::size_t at = 0; at < text.size();) {
         const Utf8Char next = DecodeUtf8(text, at);
-        if (next.valid)
+        const std::size_t end = at + static_cast<std::size_t>(next.length);
+        if (next.valid && !StandsForAByte(next.code)) {
             stored += QString::fromUcs4(&next.code, 1);
-        else
-            stored += QChar(static_cast<ushort>(kRawBytes + (next.code & 0xFF)));
-        at += static_cast<std::size_t>(next.length);
+            at = end;
+        }
+        for (; at < end; ++at) stored += QChar(static_cast<ushort>(kRawBytes + (text[at] & 0xFF)));
     }
     return stored;
 }
@@ -30,7 +36,7 @@ QString ToStored(const std::string& text) {
 std::string FromStored(const QString& stored) {
     std::string text;
     for (const char32_t code : stored.toUcs4()) {
-        if (code >= kRawBytes + 0x80 && code <= kRawBytes + 0xFF)
+        if (StandsForAByte(code))
             text += static_cast<char>(code - kRawBytes);
         else
             AppendUtf8(text, code);

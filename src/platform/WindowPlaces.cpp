@@ -1,6 +1,7 @@
 #include "platform/WindowPlaces.h"
 
 #include <QGuiApplication>
+#include <QRegion>
 #include <QScreen>
 #include <QWidget>
 #include <QWindow>
@@ -12,8 +13,12 @@ QSize ScreenPixels(const QWidget& window) {
     return screen->size() * screen->devicePixelRatio();
 }
 
-QRect BroughtBack(const QRect& place, const QList<QRect>& screens) {
-    if (screens.isEmpty()) return place;
+namespace {
+
+constexpr int kTitle = 30; // logical pixels of a window's title, about
+
+// Which shows most of it.
+QRect ScreenOf(const QRect& place, const QList<QRect>& screens) {
     QRect best = screens.first();
     int most = -1;
     for (const QRect& screen : screens) {
@@ -24,25 +29,42 @@ QRect BroughtBack(const QRect& place, const QList<QRect>& screens) {
             best = screen;
         }
     }
-    // Never larger than the screen, and enough to take hold of: the title and some of its width.
-    const QRect title(place.left(), place.top(), place.width(), 30);
-    const QRect held = best.intersected(title);
-    if (held.width() >= std::min(100, place.width()) && held.height() >= 20 &&
-        place.top() >= best.top() && place.width() <= best.width() &&
-        place.height() <= best.height())
-        return place;
+    return best;
+}
+
+// Never larger than the screen, and enough to take hold of: the title and some of its width.
+bool CanBeHeld(const QRect& place, const QRect& screen) {
+    const QRect held = screen.intersected(QRect(place.topLeft(), QSize(place.width(), kTitle)));
+    return held.width() >= std::min(100, place.width()) && held.height() >= 20 &&
+           place.top() >= screen.top() && place.width() <= screen.width() &&
+           place.height() <= screen.height();
+}
+
+bool IsSeenWhole(const QRect& place, const QList<QRect>& screens) {
+    QRegion all;
+    for (const QRect& screen : screens) all += screen;
+    return QRegion(place.adjusted(0, 0, 0, kTitle)).subtracted(all).isEmpty();
+}
+
+} // namespace
+
+QRect BroughtBack(const QRect& place, const QList<QRect>& screens, Seen seen) {
+    if (screens.isEmpty()) return place;
+    const QRect screen = ScreenOf(place, screens);
+    if (seen == Seen::Whole ? IsSeenWhole(place, screens) : CanBeHeld(place, screen)) return place;
     QRect back = place;
-    back.setSize(place.size().boundedTo(best.size()));
-    back.moveLeft(std::clamp(place.left(), best.left(), best.right() + 1 - back.width()));
-    back.moveTop(std::clamp(place.top(), best.top(), best.bottom() + 1 - back.height()));
+    back.setSize(place.size().boundedTo(screen.size()));
+    const int lowest = screen.bottom() + 1 - kTitle - back.height();
+    back.moveLeft(std::clamp(place.left(), screen.left(), screen.right() + 1 - back.width()));
+    back.moveTop(std::clamp(place.top(), screen.top(), std::max(screen.top(), lowest)));
     return back;
 }
 
-void PlaceOnScreen(QWidget& window, const QRect& place) {
+void PlaceOnScreen(QWidget& window, const QRect& place, Seen seen) {
     QList<QRect> screens;
     for (const QScreen* screen : QGuiApplication::screens())
         screens.append(screen->availableGeometry());
-    const QRect back = BroughtBack(place, screens);
+    const QRect back = BroughtBack(place, screens, seen);
     window.resize(back.size());
     window.move(back.topLeft());
 }

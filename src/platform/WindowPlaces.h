@@ -11,11 +11,15 @@ namespace tarn {
 // Size of the screen on which the window stands, in device pixels.
 QSize ScreenPixels(const QWidget& window);
 
+// How much of a window the screens must show for its place to be left alone: enough to take hold
+// of, or all of it.
+enum class Seen { Part, Whole };
+
 // Moves and sizes a window; a place off every screen is brought back onto the nearest.
-void PlaceOnScreen(QWidget& window, const QRect& place);
+void PlaceOnScreen(QWidget& window, const QRect& place, Seen seen = Seen::Part);
 
 // The nearest place inside one of the screens for a rectangle; size kept where it fits.
-QRect BroughtBack(const QRect& place, const QList<QRect>& screens);
+QRect BroughtBack(const QRect& place, const QList<QRect>& screens, Seen seen);
 
 // The window's place: the frame's corner, the size of the inside.
 QRect PlaceOf(const QWidget& window);

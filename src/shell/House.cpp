@@ -45,6 +45,7 @@ House::House(const Platform& p)
     web.ConnectControls();
     video.ConnectControls();
     lifecycle.onUnload = [this] { web.Form_Unload(); };
+    lifecycle.onKeep = [this] { web.KeepValues(); };
     importExport.ConnectControls();
     programs.ConnectControls();
     ConnectSwitches(context);

@@ -118,9 +118,13 @@ void WebRoom::HtmlDeleteButton_Click() {
     m.shell.ShowMessage("Deleted " + std::to_string(done) + " Html files" + fault);
 }
 
+void WebRoom::KeepValues() {
+    if (m_layout) m_layout->KeepChecks();
+    if (m_gallery) m_gallery->Form_Unload();
+}
+
 void WebRoom::Form_Unload() {
     if (m_layout) m_layout->Form_Unload();
-    if (m_gallery) m_gallery->Form_Unload();
 }
 
 } // namespace tarn

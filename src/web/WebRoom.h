@@ -25,7 +25,9 @@ public:
     void HtmlEditCustomButton_Click(); // in the chosen html editor
     void HtmlDeleteButton_Click();     // all pages of the folder, to the wastebasket
 
-    // The program ends: an open page gets its close, options go onto the desk.
+    // The forms' values onto the desk, before settings are saved.
+    void KeepValues();
+    // The program ends: an open page gets its close.
     void Form_Unload();
 
 private:

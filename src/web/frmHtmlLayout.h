@@ -29,6 +29,9 @@ public:
     // A page that is open gets its close: at Close, and when the program ends.
     void Form_Unload();
 
+    // What no page carries, onto the desk.
+    void KeepChecks();
+
     void CreateButton_Click();
     void AppendButton_Click();
     void CommandOk_Click();
@@ -81,7 +84,6 @@ private:
     void ViewLast();
     void EditLast();
     void WarnOfName(const std::string& name);
-    void KeepChecks();
 
     Context& m;
     PageBuild m_page;

@@ -174,8 +174,11 @@ TEST(End, SettingsAreSavedRemovedAndBackAtTheExit) {
     EXPECT_EQ(d.dialogs.shown.back(),
               "Tarn_View|Registry entries for Tarn_View have been removed.");
     EXPECT_FALSE(d.settings->Contains("main_width"));
+    d.house.controls.HelpContentsButton->trigger();
     d.house.controls.Exit->trigger();
     EXPECT_TRUE(d.settings->Contains("main_width"));
+    for (const QWidget* window : QApplication::topLevelWidgets())
+        EXPECT_FALSE(window->isVisible()) << window->objectName().toStdString();
 }
 
 } // namespace

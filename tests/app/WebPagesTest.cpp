@@ -53,6 +53,10 @@ TEST(WebPages, APageIsLaidByHandAndAppendedTo) {
     EXPECT_EQ(desk.Text("page.html"), "none"); // untouched until the header
     desk.In<QLineEdit>("HtmlTitle")->setText(QStringLiteral("Moon"));
     desk.Press("CommandOk");
+    desk.In<QCheckBox>("HtmlIncludeExifInfo")->setChecked(false);
+    desk.c.SaveSettingsButton->trigger(); // the form stays open
+    EXPECT_EQ(desk.settings->Read("html_exif_info", ""), "0");
+    desk.In<QCheckBox>("HtmlIncludeExifInfo")->setChecked(true);
     desk.Press("HtmlAddButton");
     EXPECT_EQ(desk.Said(), "Copied Html data for a.jpg");
     EXPECT_EQ(desk.In<QLabel>("HtmlLastFile")->text(), "a.jpg");
@@ -314,6 +318,8 @@ TEST(WebPages, AGalleryIsMadeOfTheThumbnails) {
     desk.Press("GenThumbButton");
     EXPECT_EQ(desk.In<QListWidget>("FileThumb")->count(), 3);
     desk.In<QSlider>("SliderColumns")->setValue(2);
+    desk.c.SaveSettingsButton->trigger();
+    EXPECT_EQ(desk.settings->Read("html_thumb_slider", ""), "2");
     desk.In<QCheckBox>("CheckOrder")->click();
     desk.Press("HtmlThumbnailButton");
     EXPECT_EQ(desk.Said(), "Created Html file 'index.html' with 3 pictures");

@@ -40,7 +40,12 @@ TEST(StartPath, ARelativeArgumentIsMadeAbsoluteThroughLinks) {
     const auto before = std::filesystem::current_path();
     std::filesystem::current_path(p.folder.Path());
     EXPECT_EQ(p.Start("link/a b.jpg"), link + "|a b.jpg"); // absolute, not canonical
+    const std::string quoted = HandedOver("\"a b.jpg\"", *p.files);
+    const std::string plain = HandedOver("a b.jpg", *p.files);
     std::filesystem::current_path(before);
+    for (const std::string& handed : {quoted, plain}) // to a window that stands elsewhere
+        EXPECT_EQ(p.Start(handed), p.folder.Path() + "|a b.jpg");
+    EXPECT_EQ(HandedOver("", *p.files), "");
 }
 
 TEST(StartPath, WithoutArgumentTheLastRunDecides) {

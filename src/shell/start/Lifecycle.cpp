@@ -21,6 +21,7 @@
 #include "shell/window/frmMain.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
 #include <QMenu>
@@ -28,7 +29,28 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 
+#include <algorithm>
+
 namespace tarn {
+
+namespace {
+
+// In this order they go at the end; the main window last.
+constexpr const char* kWindows[] = {
+    "frmFilter",       "FrmNewNotes",  "frmDate",        "frmFileTypes", "frmHelp",
+    "frmHtmlLayout",   "frmHtmlThumb", "frmNotesFolder", "frmOnetoOne",  "frmSlideDelay",
+    "frmSlideShow",    "frmSplash",    "frmThumbFolder", "frmRename",    "frmRenameFiles",
+    "frmBrightness",   "frmLogs",      "frmCaption",     "FrmPic",       "frmExpCalc",
+    "frmPrintPreview", "frmStretch",   "frmAbout",       "frmCrashNote"};
+
+void HideWindows() {
+    const QWidgetList all = QApplication::topLevelWidgets();
+    for (const char* name : kWindows)
+        for (QWidget* window : all)
+            if (window->objectName() == QLatin1String(name)) window->hide();
+}
+
+} // namespace
 
 Lifecycle::Lifecycle(Context& context, frmMain& window, NavigationRoom& navigation,
                      NotesRoom& notes, OutsidePrograms& programs)
@@ -135,9 +157,12 @@ void Lifecycle::RestorePlace() {
     QSize size = m_window.DesignSize();
     if (s.MainWidth >= 1) size.setWidth(s.MainWidth / kTwipsPerPixel);
     if (s.MainHeight >= 1) size.setHeight(s.MainHeight / kTwipsPerPixel);
-    PlaceOnScreen(m_window, QRect(QPoint(static_cast<int>(s.MainLeft) / kTwipsPerPixel,
-                                         static_cast<int>(s.MainTop) / kTwipsPerPixel),
-                                  size));
+    const auto pixels = [](float twips) { // a hand-edited number may be beyond every whole one
+        return static_cast<int>(std::clamp(twips, -1e6F, 1e6F)) / kTwipsPerPixel;
+    };
+    // The size may be that of the whole screen, and the place that of the window before.
+    PlaceOnScreen(m_window, QRect(QPoint(pixels(s.MainLeft), pixels(s.MainTop)), size),
+                  Seen::Whole);
     // The first picture is fitted into the pane that the window will show.
     m_window.LayOutNow();
     m_window.SetSplitterTop(s.SplitterTop >= 1 ? s.SplitterTop : m_window.DesignSplitterTop());
@@ -210,6 +235,7 @@ void Lifecycle::KeepPlaces() {
     s.VideoListCheck = m.controls.VCheck->isChecked();
     s.WebListCheck = m.controls.WCheck->isChecked();
     m_notes.KeepValues();
+    if (onKeep) onKeep();
 }
 
 // Text that no file has got would be gone with the window. In a batch no box can be answered.
@@ -249,7 +275,7 @@ void Lifecycle::Form_Unload() {
     KeepPlaces();
     Save();
     m_notes.Form_Unload();
-    m_splash->hide();
+    HideWindows();
     m_window.hide();
     m.events.EndProgram();
 }

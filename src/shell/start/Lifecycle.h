@@ -40,7 +40,8 @@ public:
     void HelpRegistryEntriesButton_Click();
     void HelpInitPictureButton_Click(); // the splash once more
 
-    std::function<void()> onUnload; // before the settings are written
+    std::function<void()> onUnload; // the end, before the settings are written
+    std::function<void()> onKeep;   // values of other windows onto the desk
 
     const frmSplash* Splash() const { return m_splash.get(); }
 

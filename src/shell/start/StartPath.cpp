@@ -20,6 +20,10 @@ std::string WithoutQuotes(std::string text) {
 
 } // namespace
 
+std::string HandedOver(const std::string& argument, const Files& files) {
+    return argument.empty() ? argument : '"' + files.Absolute(WithoutQuotes(argument)) + '"';
+}
+
 StartPath WorkOutStart(const std::string& argument, const std::string& lastPath,
                        const Files& files) {
     StartPath start;

@@ -21,6 +21,10 @@ inline constexpr char kFirstRow[] = "NONE.JPG";
 StartPath WorkOutStart(const std::string& argument, const std::string& lastPath,
                        const Files& files);
 
+// The argument for the window that runs already and may stand in another folder: absolute, and in
+// quotes, which are taken off there.
+std::string HandedOver(const std::string& argument, const Files& files);
+
 // Where a first run starts: the first picture of the picture folder, or of the home folder.
 std::string FirstRunPath(const Files& files);
 

@@ -2,6 +2,8 @@
 
 #include "common/numbers.h"
 
+#include <algorithm>
+
 namespace tarn {
 
 namespace {
@@ -34,7 +36,9 @@ MainLayout LayOut(QSize window, const LayoutMeasures& m) {
 }
 
 int SnapSplitter(int twips) {
-    return static_cast<int>(RoundHalfEven(static_cast<double>(twips) / kRowTwips)) * kRowTwips;
+    constexpr int kLongest = 1'000'000; // far beyond every screen
+    return static_cast<int>(RoundHalfEven(double(std::min(twips, kLongest)) / kRowTwips)) *
+           kRowTwips;
 }
 
 } // namespace tarn
