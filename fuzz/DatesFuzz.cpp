@@ -15,13 +15,21 @@ using namespace tarn::fuzz;
 
 namespace {
 
-void TryText(std::string_view date) {
-    if (FileTimeOf(date)) Demand(date.size() >= kCameraDateLength - 1);
+std::size_t Characters(const std::string& date) {
+    const auto bytes = ToCodePage(date);
+    Demand(bytes.has_value());
+    return bytes->size();
+}
+
+// Bytes of the code page, a character each.
+void TryText(std::string_view bytes) {
+    const std::string date = FromCodePage(bytes);
+    if (FileTimeOf(date)) Demand(bytes.size() >= kCameraDateLength - 1);
     for (const int by : {-1, 1}) {
         const auto moved = WithHourMoved(date, by);
-        if (moved) Demand(moved->size() == date.size());
+        if (moved) Demand(Characters(*moved) == bytes.size());
     }
-    Demand(WithSecondAdded(date).size() == date.size());
+    Demand(Characters(WithSecondAdded(date)) == bytes.size());
     TextsOf(date);
 }
 
@@ -34,7 +42,7 @@ void TryPicture(std::string_view bytes) {
     info.Filename = file.Path();
     reader.ReadCameraDate(info);
     if (info.NoExif) return;
-    TryText(info.CameraDate);
+    TryText(ToCodePage(info.CameraDate).value_or(std::string()));
     const auto position = static_cast<std::size_t>(info.CameraDateOffset + info.PictureDataOffset);
     MemoryFiles files;
     files.bytes = bytes;

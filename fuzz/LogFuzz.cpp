@@ -4,7 +4,7 @@
 #include "MemoryFiles.h"
 
 #include "common/utf8.h"
-#include "shell/logs/LogFile.h"
+#include "platform/LogFile.h"
 
 using namespace tarn;
 using namespace tarn::fuzz;

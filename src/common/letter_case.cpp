@@ -1,7 +1,7 @@
 #include "common/letter_case.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 
 namespace tarn {
 

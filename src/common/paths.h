@@ -11,9 +11,6 @@ namespace tarn {
 inline constexpr char kSeparator = '/';
 inline constexpr std::string_view kRoot = "/";
 
-// Whether two spellings of a name that differ in case alone are one file to the system.
-inline constexpr bool kNamesIgnoreCase = false;
-
 // Folder and name with one separator between; a folder that ends in one keeps it.
 std::string JoinPath(std::string_view folder, std::string_view name);
 

@@ -1,6 +1,5 @@
 #include "console/InfoCommand.h"
 
-#include "common/paths.h"
 #include "console/Arguments.h"
 #include "pictureinfo/PictureInfoReader.h"
 
@@ -12,16 +11,6 @@ namespace {
 
 void Print(std::string_view text) {
     std::fwrite(text.data(), 1, text.size(), stdout);
-}
-
-// What the window does to the record before it reads a picture.
-void BeginPicture(PictureInfo& info, const std::string& path) {
-    info.Filename = path;
-    info.FileNameOnly = LastPart(path);
-    info.PictureDate.clear();
-    info.NoExif = false;
-    info.DatesDiffer = false;
-    info.ExpOrientation = 0;
 }
 
 class InfoPrinter {
@@ -44,8 +33,9 @@ public:
     }
 
     void PrintDates(const std::string& path) {
-        BeginPicture(info_, path);
+        info_.Filename = path;
         info_.CameraDate.clear();
+        info_.PictureDate.clear();
         reader_.ReadCameraDate(info_);
         if (WasRead()) Print(path + "\t" + info_.CameraDate + "\t" + info_.PictureDate + "\n");
     }

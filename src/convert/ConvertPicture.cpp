@@ -3,7 +3,6 @@
 #include "platform/imaging/JpegWriter.h"
 
 #include <QColor>
-#include <QColorSpace>
 #include <QFont>
 #include <QFontMetricsF>
 #include <QPainter>

@@ -8,7 +8,6 @@
 #include "display/Placeholder.h"
 #include "platform/FileListBox.h"
 #include "platform/Files.h"
-#include "platform/PictureBox.h"
 #include "platform/ProgramFiles.h"
 #include "platform/Sound.h"
 #include "platform/imaging/PicturesAhead.h"
@@ -71,7 +70,7 @@ void DisplayRoom::DisplayPicture() {
 }
 
 void DisplayRoom::UpdateOneToOneWindow() {
-    if (!m.state.OneToOneLoaded || !m.state.OneToOneVisible) return;
+    if (!m.state.OneToOneLoaded) return;
     const QScopedValueRollback<bool> arriving(m_arriving, true);
     m.display.OneToOneButton_Click();
 }
@@ -185,10 +184,8 @@ void DisplayRoom::ReadInfo() {
             s.ImageLoaded = true;
         }
     }
-    if (s.DatesDiffer && s.AutoSetFileDates) {
-        m.info.SetFileDatesButton_Click();
+    if (s.DatesDiffer && s.AutoSetFileDates && m.info.SetFileDatesButton_Click())
         m.ahead.TimesWereSet(s.Filename); // the way back finds the picture decoded
-    }
 }
 
 void DisplayRoom::PlayPictureSound() {

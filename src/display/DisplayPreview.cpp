@@ -3,8 +3,6 @@
 
 #include "common/colors.h"
 #include "common/numbers.h"
-#include "display/FrmPic.h"
-#include "display/frmOnetoOne.h"
 #include "platform/PictureBox.h"
 #include "platform/QtText.h"
 #include "platform/imaging/PicturesAhead.h"
@@ -129,10 +127,7 @@ void DisplayRoom::ShowNothing() {
     m.shell.ShowPane(Pane::Picture1);
     m.shell.ShowMessage("");
     s.VideoImage = s.WebImage = s.HistoryListed = false;
-    PictureInfo nothing;
-    nothing.Filename = s.Filename;
-    nothing.FileNameOnly = s.FileNameOnly;
-    static_cast<PictureInfo&>(s) = nothing;
+    ForgetPicture(s);
     c.List1->clear();
     c.EditButton2->setText(QStringLiteral("Edit"));
     for (QWidget* over :
@@ -146,8 +141,7 @@ void DisplayRoom::ShowNothing() {
     for (QLabel* text : {c.SizeText, c.MpixelText, c.FileSizeText}) text->clear();
     SetPictureCommands(false);
     m.ahead.Expect({});
-    if (m_pic) m_pic->Follow();
-    if (s.OneToOneLoaded && m_one) m_one->OnePicture(false);
+    UpdatePictureWindows();
 }
 
 } // namespace tarn

@@ -1,6 +1,8 @@
 #include "display/DisplayRoom.h"
 
 #include "common/paths.h"
+#include "shell/controls/DateEntries.h"
+#include "shell/controls/SheetEntries.h"
 
 #include <QCheckBox>
 
@@ -47,14 +49,13 @@ void DisplayRoom::SetPictureCommands(bool enabled) {
     for (QPushButton* button : {c.ViewButton, c.RotateRightButton, c.RotateLeftButton, c.FlipButton,
                                 c.MirrorButton, c.OneToOneButton})
         SetEnabled(button, enabled);
-    for (QAction* entry :
-         {c.PrintButton, c.PrintCButton, c.Printc4Button, c.PrintCSButton, c.PrintCMButton,
-          c.AdjustButton, c.SyncDatesButton, c.GenerateThumbCButton, c.CopyPictureButton})
+    for (QAction* entry : {c.PrintButton, c.AdjustButton, c.SyncDatesButton, c.GenerateThumbButton,
+                           c.GenerateThumbCButton, c.CopyPictureButton})
         SetEnabled(entry, enabled);
+    for (const SheetEntry& sheet : SheetEntries(c)) SetEnabled(sheet.entry, enabled);
     if (enabled) return; // those below need camera data, too: the reader switches them on
     m.state.NoExif = true;
-    for (QAction* entry : {c.FixPictureDateButton, c.SetFileDatesButton, c.PopupSetFileDatesButton})
-        SetEnabled(entry, false);
+    EnableDateEntries(c, false);
 }
 
 void DisplayRoom::OneXcheck_Click() {

@@ -33,6 +33,7 @@ public:
     // Makes the preview anew from the loaded picture with its turns.
     void ShowPreview() override;
     void ShowNothing() override;
+    void UpdatePictureWindows() override;
 
     void Redraw() override;
     void SetPictureCommands(bool enabled) override;

@@ -1,7 +1,5 @@
 // Pictures of telescopes as they are stretched otherwise while they stand on the screen.
 #include "display/DisplayRoom.h"
-#include "display/FrmPic.h"
-#include "display/frmOnetoOne.h"
 #include "display/frmStretch.h"
 #include "platform/imaging/fits/FitsFile.h"
 
@@ -46,8 +44,7 @@ void DisplayRoom::Restretch() {
     s.ImgXfullBC.CopyFrom(picture);
     m_turned.TakePixels(picture);
     ShowPreview();
-    UpdateOneToOneWindow();
-    if (m_pic) m_pic->Follow();
+    UpdatePictureWindows();
     ExpectNeighbours();
 }
 

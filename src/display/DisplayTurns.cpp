@@ -49,8 +49,9 @@ void DisplayRoom::MirrorPreview(bool& flag, int axis) {
     FocusUnlessShow();
 }
 
+// In a batch its cancel button keeps the focus.
 void DisplayRoom::FocusUnlessShow() {
-    if (!m.state.SlideViewing) m.shell.FocusPane();
+    if (!m.state.SlideViewing && !m.state.BatchRuns) m.shell.FocusPane();
 }
 
 } // namespace tarn

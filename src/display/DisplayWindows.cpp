@@ -1,7 +1,6 @@
 // The room's windows: brightness, size window, 1:1 window. Each is made when it is first asked for.
 #include "display/DisplayRoom.h"
 
-#include "common/keys.h"
 #include "display/BusyPointer.h"
 #include "display/FrmPic.h"
 #include "display/frmBrightness.h"
@@ -71,6 +70,11 @@ void DisplayRoom::OneToOneButton_Click() {
     if (!m_arriving) BringUp(*m_one);
     m.controls.CloseOneToOneButton->show();
     if (!follows) ExpectNeighbours(); // with all their pixels from now on
+}
+
+void DisplayRoom::UpdatePictureWindows() {
+    if (m.state.OneToOneLoaded && m_one) m_one->OnePicture(false);
+    if (m_pic) m_pic->Follow();
 }
 
 void DisplayRoom::CloseOneToOneButton_Click() {

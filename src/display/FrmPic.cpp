@@ -53,7 +53,9 @@ void FrmPic::Form_Load() {
     show();
     if (m_followsScreen) return;
     m_followsScreen = true; // another may have finer pixels
-    connect(windowHandle(), &QWindow::screenChanged, this, [this] { PaintPicture(); });
+    connect(windowHandle(), &QWindow::screenChanged, this, [this] {
+        if (isVisible()) PaintPicture();
+    });
 }
 
 void FrmPic::ViewFull() {

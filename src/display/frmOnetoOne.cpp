@@ -64,11 +64,13 @@ void frmOnetoOne::Form_Load() {
         show();
         OnePicture(false);
     }
-    m.state.OneToOneLoaded = m.state.OneToOneVisible = true;
+    m.state.OneToOneLoaded = true;
     m_picture2->setFocus();
     if (m_followsScreen) return;
     m_followsScreen = true; // another may have finer pixels
-    connect(windowHandle(), &QWindow::screenChanged, this, [this] { OnePicture(false); });
+    connect(windowHandle(), &QWindow::screenChanged, this, [this] {
+        if (m.state.OneToOneLoaded) OnePicture(false);
+    });
 }
 
 void frmOnetoOne::Form_Activate() {
@@ -80,7 +82,8 @@ void frmOnetoOne::OnePicture(bool arriving) {
     m_infoText->setText(ToQt(s.Filename + " (" + s.SizeText + ") " + s.FileSizeText));
     m_infoText->setToolTip(ToToolTip(s.Filename));
     setWindowTitle(ToQt(kCaption + s.Filename));
-    m_full.CopyFrom(s.ImgXfull);
+    m_full.Clear(); // no picture stands under the name of a clip or page
+    if (s.ImageWidth > 0) m_full.CopyFrom(s.ImgXfull);
     ReplayTurns(s, m_full);
     if (arriving) TurnUpright(s.ExpOrientation, m_full);
     m_nav.CopyFrom(m_full); // from the pixels at hand, which are enough for it
@@ -146,7 +149,7 @@ void frmOnetoOne::resizeEvent(QResizeEvent*) {
 }
 
 void frmOnetoOne::closeEvent(QCloseEvent*) {
-    m.state.OneToOneLoaded = m.state.OneToOneVisible = false;
+    m.state.OneToOneLoaded = false;
     // A hidden button would hand its focus to whatever comes next.
     if (m.controls.CloseOneToOneButton->hasFocus()) m.shell.FocusPane();
     m.controls.CloseOneToOneButton->hide();

@@ -68,9 +68,9 @@ private:
     PictureBox* m_picture2; // the viewport
     PictureBox* m_picture3; // the navigator
     QLabel* m_infoText;
-    ImgX m_full; // OnePicFull, OnePicNav, OnePicView
-    ImgX m_nav;
-    ImgX m_view;
+    ImgX m_full;                     // OnePicFull
+    ImgX m_nav;                      // OnePicNav
+    ImgX m_view;                     // OnePicView
     std::optional<NavPoint> m_last;  // none before the first showing
     std::optional<NavPoint> m_other; // the second place remembered
     HeldKeys m_keys;

@@ -3,6 +3,7 @@
 #include "common/numbers.h"
 #include "common/paths.h"
 #include "fileops/CopyRoom.h"
+#include "fileops/DroppedNote.h"
 #include "fileops/PicturePlan.h"
 #include "fileops/frmCaption.h"
 #include "platform/FileListBox.h"
@@ -137,17 +138,14 @@ bool CopyRoom::ConvertButton_Click() {
     std::string said;
     if (!Convert(target, said)) return false;
     if (m.state.SlideViewing) return true;
-    const std::string unsaved = m.notes.UnsavedText();
-    const std::string of = m.state.FileNameOnly;
+    const DroppedNote dropped(m);
     m.navigation.RefreshDirButton_Click();
     const int row = m.controls.FileListBox->RowOf(target.name);
     if (row >= 0) {
         m.navigation.ClearMultiselect();
         m.navigation.SelectRow(row);
     }
-    if (!unsaved.empty() && m.state.NotesSave == unsaved)
-        said += "; Unsaved note of '" + of + "' is in the restore buffer";
-    m.shell.ShowMessage(said);
+    m.shell.ShowMessage(said + dropped.Word());
     return true;
 }
 

@@ -1,6 +1,7 @@
 #include "fileops/CopyPaste.h"
 
 #include "common/paths.h"
+#include "fileops/DroppedNote.h"
 #include "fileops/PicturePlan.h"
 #include "platform/Clipboard.h"
 #include "platform/FileListBox.h"
@@ -45,13 +46,13 @@ void CopyPaste::Gather(bool cut) {
     for (const int row : list.SelectedRows()) s.CopyFileList.push_back(list.Text(row));
     s.CopyFileCount = static_cast<int>(s.CopyFileList.size());
     s.CutPending = cut;
+    m_theirs = false;
     if (s.CopyFileCount > 0) m.clipboard.SetFiles({Ours(), cut});
     SetPasteCommands(true);
     m.shell.ShowMessage(std::to_string(s.CopyFileCount) +
                         (cut ? " files selected for cut" : " files selected for copy"));
 }
 
-// Files that another program has put there are the later choice.
 void CopyPaste::ClipboardChanged() {
     ProgramState& s = m.state;
     const ClipboardFiles theirs = m.clipboard.Files();
@@ -59,21 +60,20 @@ void CopyPaste::ClipboardChanged() {
     s.CopyFileList.clear();
     s.CopyFileCount = 0;
     s.CutPending = false;
+    m_theirs = true;
     SetPasteCommands(true);
 }
 
 void CopyPaste::PasteButton_Click() {
-    const ProgramState& s = m.state;
-    const ClipboardFiles theirs = s.CopyFileCount > 0 ? ClipboardFiles() : m.clipboard.Files();
-    if (!theirs.paths.empty())
-        Paste(theirs.paths, theirs.cut);
-    else
-        Paste(Ours(), s.CutPending);
+    const ClipboardFiles files =
+        m_theirs ? m.clipboard.Files() : ClipboardFiles{Ours(), m.state.CutPending};
+    Paste(files.paths, files.cut);
 }
 
 void CopyPaste::Paste(const std::vector<std::string>& sources, bool cut) {
     Changes changes(m.files);
     Report report;
+    const DroppedNote dropped(m);
     m.shell.SetBusy(true);
     const std::size_t arrived = CopyAll(sources, changes, report);
     // Only what arrived whole goes.
@@ -88,9 +88,10 @@ void CopyPaste::Paste(const std::vector<std::string>& sources, bool cut) {
     m_pushUndo({(cut ? "Cut > Paste of " : "Copy > Paste of ") + std::to_string(arrived) + " files",
                 changes.Written()});
     if (cut) EndCut(arrived, sources.size());
-    m.shell.ShowMessage(report.message.empty() ? (cut ? "Cut > Paste " : "Copy > Paste ") +
-                                                     std::to_string(sources.size()) + " files"
-                                               : report.message);
+    if (report.message.empty())
+        report.message =
+            (cut ? "Cut > Paste " : "Copy > Paste ") + std::to_string(sources.size()) + " files";
+    m.shell.ShowMessage(report.message + dropped.Word());
     if (!report.error.empty()) m.shell.ShowError(report.error);
 }
 
@@ -101,7 +102,7 @@ void CopyPaste::EndCut(std::size_t arrived, std::size_t all) {
         SetEnabled(m.controls.PasteButton, false);
         return;
     }
-    if (s.CopyFileCount < static_cast<int>(arrived)) return; // those of another program
+    if (m_theirs) return;
     s.CopyFileList.erase(s.CopyFileList.begin(),
                          s.CopyFileList.begin() + static_cast<std::ptrdiff_t>(arrived));
     s.CopyFileCount = static_cast<int>(s.CopyFileList.size());

@@ -38,6 +38,7 @@ private:
 
     Context& m;
     std::function<void(UndoEntry)> m_pushUndo;
+    bool m_theirs = false; // what another program put on the clipboard is the later choice
 };
 
 } // namespace tarn

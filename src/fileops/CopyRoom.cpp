@@ -1,7 +1,7 @@
 #include "fileops/CopyRoom.h"
 
 #include "common/paths.h"
-#include "common/text.h"
+#include "fileops/DroppedNote.h"
 #include "fileops/frmCaption.h"
 #include "platform/Dialogs.h"
 #include "platform/FileListBox.h"
@@ -68,7 +68,6 @@ void CopyRoom::PictureShown() {
 bool CopyRoom::CopyImage() {
     ProgramState& s = m.state;
     const std::string name = CopyName();
-    if (s.Filename.empty() || name.empty()) return false;
     if (s.CopyImageFolder.empty()) {
         m.shell.ShowMessage("'Copy to' folder has not been set");
         return false;
@@ -77,6 +76,7 @@ bool CopyRoom::CopyImage() {
         m.shell.ShowMessage("'Copy to' folder is same as current folder");
         return false;
     }
+    if (s.Filename.empty() || name.empty()) return false;
     const std::string target = JoinPath(s.CopyImageFolder, name);
     std::string error;
     m.shell.SetBusy(true);
@@ -103,12 +103,10 @@ void CopyRoom::ShowCopied(const std::string& verb, const std::string& name) {
     }
     m.shell.ShowError({});
     const bool advances = m.state.CopyAuto && !m.state.SlideViewing;
+    const DroppedNote dropped(m);
     if (advances) m.navigation.NextButton_Click();
-    std::string said = verb + (advances ? "+ '" : " '") + name + "'";
-    // What the step had to say of a note that was being written.
-    if (advances && StartsWith(m.state.MessageText, "Unsaved note"))
-        said += "; " + m.state.MessageText;
-    m.shell.ShowMessage(said);
+    const std::string said = verb + (advances ? "+ '" : " '") + name + "'";
+    m.shell.ShowMessage(said + (advances ? dropped.Word() : std::string()));
 }
 
 // What the conversion has to say about a failure is left standing.

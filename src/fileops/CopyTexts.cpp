@@ -31,7 +31,7 @@ void CopyRoom::PutText(const std::string& text) {
 }
 
 void CopyRoom::CopyNotesCameraText(bool withNotes, bool trimmed) {
-    PutText(tarn::NotesCameraText(m.state.NoteText, m.state.PanelRows, withNotes, trimmed));
+    PutText(NotesCameraText(m.state.NoteText, m.state.PanelRows, withNotes, trimmed));
 }
 
 void CopyRoom::CopyNotesButton_Click() {

@@ -2,16 +2,13 @@
 #include "fileops/FileRoom.h"
 
 #include "common/paths.h"
-#include "common/text.h"
+#include "fileops/DroppedNote.h"
 #include "platform/Dialogs.h"
 #include "platform/EventPump.h"
 #include "platform/FileListBox.h"
 #include "platform/Files.h"
-#include "platform/PictureBox.h"
 #include "shell/batch/BatchRun.h"
 
-#include <QLabel>
-#include <QListWidget>
 #include <QPushButton>
 
 #include <algorithm>
@@ -74,7 +71,7 @@ bool FileRoom::Delete(const DeletePlan& plan, bool ask, const std::string& verb,
     if (ask && !AskDelete(plan)) return false;
     const std::string name = LastPart(plan.path);
     const int row = RowOf(plan.path);
-    if (!ask && verb == "Delete") {
+    if (!ask) {
         const DeletePointer pointer(m.shell);
         m.events.Sleep(kSeen);
     }
@@ -89,10 +86,9 @@ bool FileRoom::Delete(const DeletePlan& plan, bool ask, const std::string& verb,
     const auto& done = changes.Written();
     if (std::any_of(done.begin(), done.end(), isIt)) // not where it went for good
         PushUndo({verb + " '" + name + "'", done});
+    const DroppedNote dropped(m);
     ShowFromRow(row);
-    // What the selection had to say of a note that was being written.
-    if (StartsWith(m.state.MessageText, "Unsaved note")) said += "; " + m.state.MessageText;
-    m.shell.ShowMessage(said);
+    m.shell.ShowMessage(said + dropped.Word());
     return true;
 }
 
@@ -173,8 +169,9 @@ void FileRoom::DeleteAllFitsButton_Click() {
     const std::string said = ThrowFits(paths, changes);
     PushUndo({"Delete of " + std::to_string(changes.Written().size()) + " FITS files",
               changes.Written()});
+    const DroppedNote dropped(m);
     ShowFromRow(row);
-    m.shell.ShowMessage(said);
+    m.shell.ShowMessage(said + dropped.Word());
 }
 
 // Stops at the first that cannot go.

@@ -1,6 +1,7 @@
 #include "fileops/FileRoom.h"
 
 #include "common/paths.h"
+#include "fileops/DroppedNote.h"
 #include "fileops/frmNewName.h"
 #include "fileops/frmRenameFiles.h"
 #include "platform/Clipboard.h"
@@ -15,8 +16,6 @@
 #include <QElapsedTimer>
 #include <QPushButton>
 #include <QScopedValueRollback>
-
-#include <algorithm>
 
 namespace tarn {
 
@@ -97,13 +96,14 @@ void FileRoom::UndoButton_Click() {
         });
     }
     PushUndo({});
+    const DroppedNote dropped(m);
     m.notes.NoteFilesChanged();
     m.navigation.RefreshDirButton_Click();
     std::string first; // of what came back into this folder
     for (const std::string& path : result.back)
         if (first.empty() && RowOf(path) >= 0) first = path;
     if (!first.empty() || m.controls.FileListBox->CurrentRow() < 0) Show(first, row);
-    m.shell.ShowMessage(result.text);
+    m.shell.ShowMessage(result.text + dropped.Word());
 }
 
 // Selects the file; where it is not listed, what is at the row now.
@@ -123,68 +123,72 @@ bool FileRoom::KeepWrittenNote() {
 }
 
 void FileRoom::RenameButton_Click() {
-    const std::string from = m.state.Filename;
-    if (m.controls.FileListBox->Count() < 1 || from.empty()) return;
-    if (!m_rename)
-        m_rename = std::make_unique<frmNewName>(*m.controls.FileListBox->window(), kRename);
-    m.clipboard.SetText(LastPart(from));
-    m.state.RenameFilename.clear();
-    m_rename->Ask(FolderOf(from), LastPart(from),
-                  [this, from](const std::string& name) { Rename(name, from); });
-}
-
-void FileRoom::Rename(const std::string& newName, const std::string& from) {
-    const QScopedValueRollback<std::string> renaming(m.state.RenameFilename,
-                                                     JoinPath(FolderOf(from), newName));
-    if (m.state.VideoImage) m.video.CloseVideoClip();
-    if (!KeepWrittenNote()) return;
-    const int row = m.controls.FileListBox->CurrentRow();
-    const NewNamePlan plan = PlanNewName(m.files, Notes(), from, newName);
-    const std::string what = "Rename '" + LastPart(from) + "'";
-    Changes changes(m.files);
-    std::string error;
-    if (!CarryOutRename(plan, m.files, changes, &error)) {
-        KeepRest(changes, what);
-        m.shell.ShowError(error + " - " + LastPart(from));
-        return;
-    }
-    m.notes.NoteFilesChanged();
-    m.navigation.RefreshDirButton_Click();
-    Show(plan.to, row);
-    PushUndo({what, changes.Written()});
-    m.shell.ShowMessage("Renamed - " + Arrow(LastPart(from), newName) + NoteWord(plan) +
-                        (error.empty() ? "" : ", the old note is still there, too: " + error));
-    m.shell.FocusPane();
+    AskNewName(m_rename, kRename, m.state.RenameFilename, &FileRoom::Rename);
 }
 
 void FileRoom::DuplicateButton_Click() {
-    const std::string from = m.state.Filename;
-    if (m.controls.FileListBox->Count() < 1 || from.empty()) return;
-    if (!m_duplicate)
-        m_duplicate = std::make_unique<frmNewName>(*m.controls.FileListBox->window(), kDuplicate);
-    m.clipboard.SetText(LastPart(from));
-    m.state.DuplicateFilename.clear();
-    m_duplicate->Ask(FolderOf(from), LastPart(from),
-                     [this, from](const std::string& name) { Duplicate(name, from); });
+    AskNewName(m_duplicate, kDuplicate, m.state.DuplicateFilename, &FileRoom::Duplicate);
 }
 
-void FileRoom::Duplicate(const std::string& newName, const std::string& from) {
-    const QScopedValueRollback<std::string> duplicating(m.state.DuplicateFilename,
-                                                        JoinPath(FolderOf(from), newName));
-    if (!KeepWrittenNote()) return;
-    const int row = m.controls.FileListBox->CurrentRow();
-    const NewNamePlan plan = PlanNewName(m.files, Notes(), from, newName);
-    Changes changes(m.files);
-    std::string error;
-    if (!CarryOutDuplicate(plan, m.files, changes, &error)) {
-        KeepRest(changes, "Duplicate '" + LastPart(from) + "'");
-        m.shell.ShowError(error + " - " + LastPart(from));
-        return;
+// `chosen` is the new full path while the command runs.
+void FileRoom::AskNewName(std::unique_ptr<frmNewName>& form, const NewNameTexts& texts,
+                          std::string& chosen, void (FileRoom::*act)(const std::string& from)) {
+    const std::string from = m.state.Filename;
+    if (m.controls.FileListBox->Count() < 1 || from.empty()) return;
+    if (!form) form = std::make_unique<frmNewName>(*m.controls.FileListBox->window(), texts);
+    m.clipboard.SetText(LastPart(from));
+    chosen.clear();
+    form->Ask(FolderOf(from), LastPart(from), [this, from, &chosen, act](const std::string& name) {
+        const QScopedValueRollback<std::string> choice(chosen, JoinPath(FolderOf(from), name));
+        (this->*act)(from);
+    });
+}
+
+// False: Label_error says why, and everything stands as it stood.
+bool FileRoom::CarryOut(CarryOutNewName way, const NewNamePlan& plan, const std::string& what,
+                        Changes& changes, std::string* error) {
+    if (!way(plan, m.files, changes, error)) {
+        KeepRest(changes, what);
+        m.shell.ShowError(*error + " - " + LastPart(plan.from));
+        return false;
     }
     m.notes.NoteFilesChanged();
     m.navigation.RefreshDirButton_Click();
+    return true;
+}
+
+void FileRoom::Rename(const std::string& from) {
+    const std::string newName = LastPart(m.state.RenameFilename);
+    if (!KeepWrittenNote()) return;
+    if (m.state.VideoImage) m.video.CloseVideoClip();
+    const int row = m.controls.FileListBox->CurrentRow();
+    const NewNamePlan plan = PlanNewName(m.files, Notes(), from, newName);
+    const std::string what = "Rename '" + LastPart(from) + "'";
+    const DroppedNote dropped(m);
+    Changes changes(m.files);
+    std::string error;
+    if (!CarryOut(CarryOutRename, plan, what, changes, &error)) return;
+    Show(plan.to, row);
+    PushUndo({what, changes.Written()});
+    m.shell.ShowMessage("Renamed - " + Arrow(LastPart(from), newName) + NoteWord(plan) +
+                        (error.empty() ? "" : ", the old note is still there, too: " + error) +
+                        dropped.Word());
+    m.shell.FocusPane();
+}
+
+void FileRoom::Duplicate(const std::string& from) {
+    const std::string newName = LastPart(m.state.DuplicateFilename);
+    if (!KeepWrittenNote()) return;
+    const int row = m.controls.FileListBox->CurrentRow();
+    const NewNamePlan plan = PlanNewName(m.files, Notes(), from, newName);
+    const DroppedNote dropped(m);
+    Changes changes(m.files);
+    std::string error;
+    if (!CarryOut(CarryOutDuplicate, plan, "Duplicate '" + LastPart(from) + "'", changes, &error))
+        return;
     Show(from, row);
-    m.shell.ShowMessage("Duplicate - " + Arrow(LastPart(from), newName) + NoteWord(plan));
+    m.shell.ShowMessage("Duplicate - " + Arrow(LastPart(from), newName) + NoteWord(plan) +
+                        dropped.Word());
 }
 
 void FileRoom::RenamePicturesButton_Click() {
@@ -213,8 +217,9 @@ void FileRoom::RenamePicturesClosed() {
     const int row = list.CurrentRow();
     m.navigation.RefreshDirButton_Click();
     if (now != m.state.Filename || (list.CurrentRow() < 0 && !now.empty())) {
+        const DroppedNote dropped(m);
         Show(now, row);
-        m.shell.ShowMessage(said);
+        m.shell.ShowMessage(said + dropped.Word());
     }
     m.navigation.ResetFileHistory(list.Count() > 0);
     m.shell.FocusPane();
@@ -245,6 +250,7 @@ void FileRoom::MoveToButton_Click() {
     if (path.empty() || m.controls.FileListBox->Count() < 1) return;
     if (!KeepWrittenNote()) return;
     const bool advances = s.CopyAuto;
+    const DroppedNote dropped(m);
     Changes changes(m.files);
     {
         const QScopedValueRollback<bool> stays(s.CopyAuto, false);
@@ -258,7 +264,7 @@ void FileRoom::MoveToButton_Click() {
     if (!s.CopyOk.empty()) return; // which says why nothing was moved
     if (!Delete({path, {}, {}}, false, "Move", changes)) return;
     if (!advances) m.navigation.PrevButton_Click();
-    m.shell.ShowMessage("Moved '" + name + "'");
+    m.shell.ShowMessage("Moved '" + name + "'" + dropped.Word());
 }
 
 } // namespace tarn

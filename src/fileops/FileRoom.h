@@ -13,6 +13,7 @@ namespace tarn {
 
 class frmNewName;
 class frmRenameFiles;
+struct NewNameTexts;
 
 class FileRoom : public FileCommands {
 public:
@@ -48,8 +49,13 @@ private:
     void ShowNothing();
 
     bool KeepWrittenNote();
-    void Rename(const std::string& newName, const std::string& from);
-    void Duplicate(const std::string& newName, const std::string& from);
+    using CarryOutNewName = bool (*)(const NewNamePlan&, Files&, Changes&, std::string*);
+    void AskNewName(std::unique_ptr<frmNewName>& form, const NewNameTexts& texts,
+                    std::string& chosen, void (FileRoom::*act)(const std::string& from));
+    bool CarryOut(CarryOutNewName way, const NewNamePlan& plan, const std::string& what,
+                  Changes& changes, std::string* error);
+    void Rename(const std::string& from);
+    void Duplicate(const std::string& from);
     void Show(const std::string& path, int otherwise);
     void KeepRest(const Changes& changes, const std::string& what);
     void RenamePicturesClosed();

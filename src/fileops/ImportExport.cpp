@@ -6,7 +6,6 @@
 #include "fileops/CopyRun.h"
 #include "platform/Dialogs.h"
 #include "platform/FileListBox.h"
-#include "platform/QtText.h"
 #include "shell/batch/BatchRun.h"
 
 #include <QAction>

@@ -4,8 +4,6 @@
 #include "common/patterns.h"
 #include "common/text.h"
 
-#include <algorithm>
-
 namespace tarn {
 
 namespace {

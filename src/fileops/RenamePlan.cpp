@@ -62,7 +62,7 @@ private:
         Links& links = m_links[number];
         links.from = &m_names[FoldCase(row.from)];
         links.to = &m_names[FoldCase(row.to)];
-        m_why[number] = FaultOfName(row.to, std::string(1, kSeparator));
+        m_why[number] = FaultOfName(row.to, row.from);
         const bool leaves = m_why[number].empty() && !row.copies && links.from->count == 1;
         if (leaves) links.from->leaves = number;
     }

@@ -11,7 +11,6 @@
 #include <string>
 
 class QCheckBox;
-class QGridLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;

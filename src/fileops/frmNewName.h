@@ -1,8 +1,6 @@
 // Asks for the new name of the current picture; once as frmRename, once as frmDuplicate.
 #pragma once
 
-#include "shell/state/WindowState.h"
-
 #include <QDialog>
 
 #include <functional>

@@ -22,6 +22,7 @@
 #include <QStringListModel>
 
 #include <algorithm>
+#include <unordered_map>
 
 namespace tarn {
 
@@ -56,9 +57,9 @@ void frmRenameFiles::OpenWindow() {
     const FileListBox& main = *m.controls.FileListBox;
     m_currentPath = m.state.Filename;
     m_say->clear();
-    SetPattern(); // the types may be others by now
     m_tree->SetSelectedPath(main.Path());
     m_tree->Reveal(main.Path());
+    SetPattern(); // the types may be others by now
     SelectAsIn(main);
     show();
     raise();
@@ -68,17 +69,23 @@ void frmRenameFiles::OpenWindow() {
 
 // At one go, however many there are.
 void frmRenameFiles::SelectAsIn(const FileListBox& main) {
+    std::unordered_map<std::string, int> rows;
+    for (int row = 0; row < m_list->Count(); ++row) rows.emplace(m_list->Text(row), row);
     QItemSelection selection;
     for (const int row : main.SelectedRows()) {
-        const int here = m_list->RowOf(main.Text(row));
-        if (here < 0) continue;
+        const auto found = rows.find(main.Text(row));
+        if (found == rows.end()) continue;
+        const int here = found->second;
         const QModelIndex index = m_list->model()->index(here, 0);
         if (!selection.isEmpty() && selection.last().bottom() + 1 == here)
             selection.last() = QItemSelectionRange(selection.last().topLeft(), index);
         else
             selection.append(QItemSelectionRange(index));
     }
-    if (selection.isEmpty()) return;
+    if (selection.isEmpty()) {
+        m_list->UnselectAll();
+        return;
+    }
     const QModelIndex first = selection.first().topLeft();
     m_list->selectionModel()->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
     m_list->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);

@@ -18,7 +18,6 @@ class QGroupBox;
 class QLabel;
 class QLayout;
 class QLineEdit;
-class QListView;
 class QListWidget;
 class QPushButton;
 class QStringListModel;

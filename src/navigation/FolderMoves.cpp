@@ -1,3 +1,4 @@
+// NavigationRoom: from folder to folder, by the tree, the buttons, the history and at the start.
 #include "common/paths.h"
 #include "navigation/FolderHistory.h"
 #include "navigation/NavigationRoom.h"

@@ -1,19 +1,22 @@
 #include "navigation/NavigationRoom.h"
 
 #include "common/dates.h"
+#include "common/pages.h"
 #include "common/paths.h"
-#include "navigation/FolderHistory.h"
 #include "navigation/Stepping.h"
 #include "platform/CrashNote.h"
 #include "platform/FileListBox.h"
 #include "platform/FolderTreeview.h"
 #include "platform/QtText.h"
+#include "shell/controls/SheetEntries.h"
 #include "shell/controls/SlideButtons.h"
 
 #include <QAction>
 #include <QLabel>
 #include <QPushButton>
 #include <QScopedValueRollback>
+
+#include <algorithm>
 
 namespace tarn {
 
@@ -139,15 +142,9 @@ void NavigationRoom::Update_Num_Files(int index) {
     m.controls.TextNumOf->setText(ToQt(m.state.TextNumOf));
     m.controls.TextNumOf->setVisible(count >= 1);
 
-    struct Sheet {
-        QAction* entry;
-        int perPage;
-    };
-    const MainControls& c = m.controls;
-    for (const Sheet& sheet : {Sheet{c.Printc4Button, 4}, Sheet{c.PrintCButton, 12},
-                               Sheet{c.PrintCMButton, 24}, Sheet{c.PrintCSButton, 40}})
+    for (const SheetEntry& sheet : SheetEntries(m.controls))
         sheet.entry->setText(sheet.entry->property("baseCaption").toString() +
-                             QStringLiteral("  (%1 pages)").arg(SheetPages(count, sheet.perPage)));
+                             QStringLiteral("  (%1 pages)").arg(PageCount(count, sheet.perPage)));
 }
 
 void NavigationRoom::ClearMultiselect() {
@@ -226,6 +223,18 @@ void NavigationRoom::RefreshDirButton_Click() {
     if (row >= 0) m.state.FileIndex = m.state.FileHistLast = row; // the same file, counted anew
     Update_Num_Files(0);
     m.notes.SetSaveCommands();
+}
+
+void NavigationRoom::RefreshAfterDelete() {
+    const FileListBox& list = *m.controls.FileListBox;
+    const int row = list.CurrentRow();
+    RefreshDirButton_Click();
+    if (list.CurrentRow() < 0 && list.Count() > 0) {
+        ClearMultiselect();
+        SelectRow(std::clamp(row, 0, list.Count() - 1));
+    }
+    if (list.Count() < 1) EnableListCommands();
+    ResetFileHistory(list.CurrentRow() >= 0); // it counts rows
 }
 
 } // namespace tarn

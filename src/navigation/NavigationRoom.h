@@ -25,6 +25,7 @@ public:
     void Update_Num_Files(int index) override;
     void EnableListCommands() override;
     void RefreshDirButton_Click() override;
+    void RefreshAfterDelete() override;
     void ResetFileHistory(bool withCurrent) override;
 
     // Opens a folder on the file of this name, or on its first row when the name is empty.

@@ -19,11 +19,6 @@ int RowBefore(int index, int count) {
     return Wrapped(index - 1, count);
 }
 
-int SheetPages(int count, int perPage) {
-    if (count % perPage == 0) return count / perPage;
-    return count < perPage + 1 ? 1 : count / perPage + 1;
-}
-
 void RecordView(SelectionState& state, int row) {
     if (row != state.FileHistLast && state.FileHistHigh < kHistoryLimit) {
         state.FileHist[static_cast<std::size_t>(state.FileHistHigh)] = row;

@@ -10,9 +10,6 @@ namespace tarn {
 int RowAfter(int index, int count);
 int RowBefore(int index, int count);
 
-// Pages of a thumbnail sheet with `perPage` pictures: 0 for an empty list.
-int SheetPages(int count, int perPage);
-
 // A row was viewed: appended unless it is the one seen last or the list of views is full.
 void RecordView(SelectionState& state, int row);
 

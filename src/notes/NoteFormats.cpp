@@ -4,7 +4,6 @@
 #include "common/numbers.h"
 #include "common/text.h"
 #include "common/utf8.h"
-#include "notes/NoteText.h"
 
 #include <algorithm>
 

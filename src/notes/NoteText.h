@@ -2,8 +2,6 @@
 // closing line end; an earlier version wrote it between double quotes.
 #pragma once
 
-#include "common/text.h"
-
 #include <cstddef>
 #include <optional>
 #include <string>

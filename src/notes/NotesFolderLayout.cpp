@@ -3,7 +3,7 @@
 #include "notes/frmNotesFolder.h"
 #include "platform/FileListBox.h"
 
-#include <QGridLayout>
+#include <QBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>

@@ -84,7 +84,10 @@ void NotesRoom::CheckForNotes() {
 }
 
 std::string NotesRoom::NoteTextOf(const std::string& picture) {
-    if (picture == m_noteOf) return m.state.NoteText; // with what is being written
+    return picture == m_noteOf ? m.state.NoteText : SavedNoteOf(picture);
+}
+
+std::string NotesRoom::SavedNoteOf(const std::string& picture) {
     if (m.state.NotesFolder.empty()) return {};
     const auto bytes = m_store.Read(NotePath(m.state.NotesFolder, LastPart(picture)));
     return bytes ? FromCodePage(WithoutOldMarks(*bytes)) : std::string();

@@ -43,6 +43,7 @@ public:
     void SetSaveCommands() override;
     bool SaveIfUnsaved() override { return !IsUnsaved() || SaveNote(); }
     void NoteFilesChanged() override;
+    std::string SavedNoteOf(const std::string& picture) override;
     std::string NoteTextOf(const std::string& picture) override;
     std::string NoteBytesOf(const std::string& picture) override;
     std::string UnsavedText() override { return IsUnsaved() ? m.state.NoteText : std::string(); }

@@ -2,7 +2,6 @@
 
 #include "common/codepage.h"
 #include "common/paths.h"
-#include "common/text.h"
 #include "notes/NoteText.h"
 #include "notes/NoteWindows.h"
 #include "notes/NotesRoom.h"

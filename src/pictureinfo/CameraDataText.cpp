@@ -1,11 +1,12 @@
 #include "pictureinfo/CameraDataText.h"
 
+#include "common/codepage.h"
 #include "common/dates.h"
 #include "common/numbers.h"
 #include "common/text.h"
 
+#include <algorithm>
 #include <charconv>
-#include <optional>
 
 namespace tarn {
 
@@ -58,6 +59,14 @@ std::string FilmText(std::string_view filmFocal, std::string_view magnification)
     return std::string(filmFocal).append("mm (film) - ").append(magnification);
 }
 
+std::string OneRow(std::string line) {
+    std::erase(line, '\0');
+    std::replace_if(
+        line.begin(), line.end(), [](char c) { return (c >= 0x01 && c <= 0x1F) || c == 0x7F; },
+        ' ');
+    return line;
+}
+
 constexpr std::string_view kFocalLabel = "Focal length: ";
 
 } // namespace
@@ -78,6 +87,16 @@ void SetNameAndFileDate(PictureInfo& info) {
     info.CameraDataLines[0] = Labelled("   File name: ", info.FileNameOnly);
     const std::string weekday = WeekdayOf(info.FileDate).value_or(std::string());
     info.CameraDataLines[1] = "        Date: " + info.FileDate + "  " + weekday;
+}
+
+std::optional<std::string> ShownCameraDate(std::string_view bytes) {
+    const auto characters = [&](std::size_t at, std::size_t count) {
+        return bytes.size() < at ? std::string() : FromCodePage(bytes.substr(at, count));
+    };
+    const auto time = ParseTimeOfDay(characters(11, 8));
+    if (!time) return std::nullopt;
+    return characters(5, 2) + "/" + characters(8, 2) + "/" + characters(0, 4) + " " +
+           FormatTimeText(*time / 3600, *time / 60 % 60, *time % 60);
 }
 
 void SetPictureDateLine(PictureInfo& info) {
@@ -163,7 +182,9 @@ void AssembleLines(PictureInfo& info) {
 }
 
 void ShowLines(PictureInfo& info, int count) {
-    info.PanelRows.assign(info.CameraDataLines.begin(), info.CameraDataLines.begin() + count);
+    info.PanelRows.clear();
+    for (int line = 0; line < count; ++line)
+        info.PanelRows.push_back(OneRow(info.CameraDataLines[static_cast<std::size_t>(line)]));
 }
 
 } // namespace tarn

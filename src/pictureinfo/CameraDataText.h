@@ -5,7 +5,9 @@
 #include "pictureinfo/PictureInfo.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace tarn {
 
@@ -17,6 +19,10 @@ void SetSizeTexts(PictureInfo& info, std::int64_t fileSize);
 
 // Lines 0 and 1 from the file's name and date.
 void SetNameAndFileDate(PictureInfo& info);
+
+// A camera's date "2004:06:22 20:15:30", bytes of the code page, as it is shown: "06/22/2004
+// 8:15:30 PM". By position alone; none when the time is no time.
+std::optional<std::string> ShownCameraDate(std::string_view bytes);
 
 // Line 1 from the picture's date; it stays as it is when that date has no weekday.
 void SetPictureDateLine(PictureInfo& info);
@@ -46,7 +52,8 @@ std::string UnlabelledLine(std::string_view text);
 // Lines 4, 5, 8 to 11 from the fields, after all tags.
 void AssembleLines(PictureInfo& info);
 
-// Puts the first lines into the panel.
+// Puts the first lines into the panel. There a line is one row of text: what a maker put in
+// besides, zeros and control characters, is left out or blank.
 void ShowLines(PictureInfo& info, int count);
 
 } // namespace tarn

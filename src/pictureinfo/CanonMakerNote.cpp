@@ -66,8 +66,8 @@ int Signed(std::int64_t word) {
 }
 
 // The name of a value, empty when it has none; a value out of reach leaves the field as it is.
-void SetName(std::string& field, std::optional<std::int64_t> value,
-             std::span<const NamedValue> names) {
+void SetNameOrEmpty(std::string& field, std::optional<std::int64_t> value,
+                    std::span<const NamedValue> names) {
     if (!value) return;
     field.clear();
     for (const NamedValue& named : names) {
@@ -86,8 +86,8 @@ void CanonMakerNote::Read(const PictureDataBuffer& data, int noteIndex,
         ReadEntry(data, noteIndex + 2 + i);
         if (CanonTag == 1) ReadSettings(data, rebel);
         if (CanonTag == 2) {
-            SetName(CanonWhiteBalance, WordAt(data, CanonBase + kWhiteBalancePlace),
-                    kWhiteBalances);
+            SetNameOrEmpty(CanonWhiteBalance, WordAt(data, CanonBase + kWhiteBalancePlace),
+                           kWhiteBalances);
         }
     }
     ComposeLines(rebel);
@@ -106,17 +106,18 @@ void CanonMakerNote::ReadSettings(const PictureDataBuffer& data, bool rebel) {
     if (rebel) {
         ReadRebelSettings(data);
     } else {
-        SetName(CanonContrast, WordAt(data, CanonBase + kContrastPlace), kContrasts);
-        SetName(CanonSaturation, WordAt(data, CanonBase + kSaturationPlace), kContrasts);
+        SetNameOrEmpty(CanonContrast, WordAt(data, CanonBase + kContrastPlace), kContrasts);
+        SetNameOrEmpty(CanonSaturation, WordAt(data, CanonBase + kSaturationPlace), kContrasts);
         CanonStyle.clear();
     }
-    ReadSharpness(data);
-    SetName(CanonQuality, WordAt(data, CanonBase + kQualityPlace), kQualities);
+    // The word for "set by the picture style" has no name here and so shows nothing.
+    SetNameOrEmpty(CanonSharpness, WordAt(data, CanonBase + kSharpnessPlace), kSharpnesses);
+    SetNameOrEmpty(CanonQuality, WordAt(data, CanonBase + kQualityPlace), kQualities);
     if (const auto flash = WordAt(data, CanonBase + kFlashPlace)) {
         CanonFlash = *flash == 0 ? "OFF" : "ON";
     }
-    SetName(CanonMode, WordAt(data, CanonBase + kModePlace), kModes);
-    SetName(CanonFocus, WordAt(data, CanonBase + kFocusPlace), kFocuses);
+    SetNameOrEmpty(CanonMode, WordAt(data, CanonBase + kModePlace), kModes);
+    SetNameOrEmpty(CanonFocus, WordAt(data, CanonBase + kFocusPlace), kFocuses);
 }
 
 void CanonMakerNote::ReadLens(const PictureDataBuffer& data, bool rebel) {
@@ -131,11 +132,6 @@ void CanonMakerNote::ReadLens(const PictureDataBuffer& data, bool rebel) {
     CanonLens = std::to_string(minimum) + "-" + std::to_string(maximum) + "mm";
 }
 
-void CanonMakerNote::ReadSharpness(const PictureDataBuffer& data) {
-    // The word for "set by the picture style" has no name here and so shows nothing.
-    SetName(CanonSharpness, WordAt(data, CanonBase + kSharpnessPlace), kSharpnesses);
-}
-
 void CanonMakerNote::ReadRebelSettings(const PictureDataBuffer& data) {
     if (const auto contrast = WordAt(data, CanonBase + kContrastPlace)) {
         CanonContrast = std::to_string(Signed(*contrast));
@@ -144,7 +140,7 @@ void CanonMakerNote::ReadRebelSettings(const PictureDataBuffer& data) {
         CanonSaturation =
             *saturation == kNoSetting ? std::string("B/W") : std::to_string(Signed(*saturation));
     }
-    SetName(CanonStyle, data.Byte(CanonBase + kRebelStylePlace), kStyles);
+    SetNameOrEmpty(CanonStyle, data.Byte(CanonBase + kRebelStylePlace), kStyles);
 }
 
 void CanonMakerNote::ComposeLines(bool rebel) {

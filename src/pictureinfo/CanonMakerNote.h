@@ -42,7 +42,6 @@ private:
     void ReadEntry(const PictureDataBuffer& data, int index);
     void ReadSettings(const PictureDataBuffer& data, bool rebel);
     void ReadLens(const PictureDataBuffer& data, bool rebel);
-    void ReadSharpness(const PictureDataBuffer& data);
     void ReadRebelSettings(const PictureDataBuffer& data);
     void ComposeLines(bool rebel);
 };

@@ -28,13 +28,13 @@ struct LensNumber {
     std::string text;
 };
 
-LensNumber FNumber(double number) {
+LensNumber SingleNumber(double number) {
     const auto single = static_cast<float>(number);
     return {single, ShortestSingle(single)};
 }
 
 LensNumber FocalLength(double number, ByteOrder order) {
-    if (order == ByteOrder::Motorola) return FNumber(number);
+    if (order == ByteOrder::Motorola) return SingleNumber(number);
     const long long whole = RoundHalfEven(number);
     return {static_cast<double>(whole), std::to_string(whole)};
 }
@@ -97,8 +97,8 @@ std::optional<std::string_view> NikonMakerNote::ReadText(const PictureDataBuffer
 void NikonMakerNote::ReadLens(const PictureDataBuffer& data, ByteOrder order) {
     const LensNumber shortest = FocalLength(ReadLensNumber(data, 0), order);
     const LensNumber longest = FocalLength(ReadLensNumber(data, 1), order);
-    const LensNumber atShortest = FNumber(ReadLensNumber(data, 2));
-    const LensNumber atLongest = FNumber(ReadLensNumber(data, 3));
+    const LensNumber atShortest = SingleNumber(ReadLensNumber(data, 2));
+    const LensNumber atLongest = SingleNumber(ReadLensNumber(data, 3));
     if (shortest.value == 0) {
         NikonLens.clear();
     } else if (shortest.value == longest.value) {

@@ -45,15 +45,23 @@ struct PictureInfo {
     std::int16_t CameraDateOffset = 0;  // its place behind PictureDataOffset; stays
     std::int16_t CameraDateIndex = 0;   // row of the date in PanelRows; stays
     std::int16_t PictureDataOffset = 0; // file offset of the first tag entry: 22, 10 or 40; stays
-    std::string PictureDate;            // "06/22/2004 8:15:30 PM"; stays, emptied by the caller
+    std::string PictureDate;            // "06/22/2004 8:15:30 PM"; stays in the date pass
     bool DatesDiffer = false; // file and picture date differ; stays, cleared by the caller
 
     std::array<std::string, 14> CameraDataLines; // 0 to 12 are used; 3 and on stay without data
 
     // What the window shows.
-    std::vector<std::string> PanelRows; // rows of List1: three without camera data, else thirteen
+    std::vector<std::string> PanelRows; // rows of List1: the lines, then those of the header
     std::string FileSizeText;           // "2.1 MB", "977 KB"
     std::string MpixelText;             // "6.3 Mp"
 };
+
+// Another file: nothing is known of it but its name.
+inline void ForgetPicture(PictureInfo& info) {
+    PictureInfo nothing;
+    nothing.Filename = info.Filename;
+    nothing.FileNameOnly = info.FileNameOnly;
+    info = nothing;
+}
 
 } // namespace tarn

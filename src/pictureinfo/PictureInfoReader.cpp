@@ -1,5 +1,6 @@
 #include "pictureinfo/PictureInfoReader.h"
 
+#include "common/paths.h"
 #include "pictureinfo/CameraDataText.h"
 #include "pictureinfo/CameraTables.h"
 #include "pictureinfo/Step.h"
@@ -45,6 +46,13 @@ void EmptyLines(PictureInfo& info) {
 }
 
 } // namespace
+
+void BeginPicture(PictureInfo& info, const std::string& path) {
+    info.Filename = path;
+    info.FileNameOnly = LastPart(path);
+    info.NoExif = info.DatesDiffer = false;
+    info.ExpOrientation = 0;
+}
 
 void PictureInfoReader::ReadPictureInfo(PictureInfo& info) {
     EmptyFields(info);

@@ -14,6 +14,10 @@
 
 namespace tarn {
 
+// Makes a record ready for the read of a file, but for its date and its size in pixels: its names,
+// and what a read leaves as it is.
+void BeginPicture(PictureInfo& info, const std::string& path);
+
 // One reader serves all pictures of a run, one after the other: its buffer, its tag fields and its
 // maker note fields outlive a picture, and a failed step shows what an earlier picture left there.
 class PictureInfoReader {
@@ -24,8 +28,9 @@ public:
     // picture, a show does not.
     void ReadPictureInfo(PictureInfo& info);
 
-    // Only FileDate, NoExif, CameraDate, CameraDateOffset and PictureDate of `info.Filename`, for
-    // work on whole folders. Without a date tag the dates stay those of the picture before.
+    // Only FileDate, NoExif, ExifFound, PictureDataOffset, CameraDate, CameraDateOffset and
+    // PictureDate of `info.Filename`, for work on whole folders. Without a date tag the dates stay
+    // those of the picture before.
     void ReadCameraDate(PictureInfo& info);
 
     // Whether the last read could read its file; if not, it went over the bytes of the file before.

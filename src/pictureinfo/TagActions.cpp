@@ -1,7 +1,6 @@
 #include "pictureinfo/TagActions.h"
 
 #include "common/codepage.h"
-#include "common/dates.h"
 #include "common/numbers.h"
 #include "common/text.h"
 #include "pictureinfo/CameraDataText.h"
@@ -16,12 +15,6 @@ namespace {
 
 constexpr int kDateLineIndex = 1;
 constexpr int kComparedDateLength = 12; // the day, and the first digit of the hour
-
-// Characters of code page bytes, counted from 1; what lies behind the end is left out.
-std::string Characters(std::string_view bytes, std::size_t start, std::size_t count) {
-    if (bytes.size() < start) return {};
-    return FromCodePage(bytes.substr(start - 1, count));
-}
 
 // The second word of three or more, else the first; words end at each blank.
 std::string_view ShortCameraWord(std::string_view name) {
@@ -43,11 +36,7 @@ void SetName(std::string& field, int value, std::span<const std::string_view> na
 void TakeDate(PictureInfo& info, const ExifTag& tag) {
     info.CameraDateOffset = tag.TagDataIndex;
     info.CameraDate = FromCodePage(tag.TagText);
-    const auto time = ParseTimeOfDay(Characters(tag.TagText, 12, 8));
-    if (!time) return;
-    info.PictureDate = Characters(tag.TagText, 6, 2) + "/" + Characters(tag.TagText, 9, 2) + "/" +
-                       Characters(tag.TagText, 1, 4) + " " +
-                       FormatTimeText(*time / 3600, *time / 60 % 60, *time % 60);
+    if (auto shown = ShownCameraDate(tag.TagText)) info.PictureDate = std::move(*shown);
 }
 
 const TagActions::Row TagActions::kActions[] = {{271, &TagActions::Make},

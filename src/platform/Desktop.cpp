@@ -6,7 +6,6 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingReply>
-#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QStandardPaths>

@@ -1,7 +1,6 @@
 #include "platform/FileListModel.h"
 
 #include "common/patterns.h"
-#include "common/text.h"
 #include "platform/QtText.h"
 
 #include <QPainter>

@@ -1,7 +1,6 @@
 #include "platform/FolderTreeview.h"
 
 #include "common/paths.h"
-#include "platform/QtText.h"
 
 #include <QHeaderView>
 #include <QScopedValueRollback>

@@ -6,6 +6,7 @@
 #include <QAudioDevice>
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QFile>
 #include <QMediaDevices>
 #include <QSoundEffect>
 #include <QThread>
@@ -40,10 +41,12 @@ public:
 private:
     QSoundEffect* Effect(const std::string& name) {
         if (QMediaDevices::audioOutputs().isEmpty()) return nullptr;
+        const QString file = ToQt(ProgramFile(name));
+        if (!QFile::exists(file)) return nullptr; // no fault, and it may come later
         auto& effect = m_effects[name];
         if (!effect) {
             effect = std::make_unique<QSoundEffect>();
-            effect->setSource(QUrl::fromLocalFile(ToQt(ProgramFile(name))));
+            effect->setSource(QUrl::fromLocalFile(file));
         }
         return effect.get();
     }

@@ -1,4 +1,4 @@
-// Plays the program's short sounds by name. Silent where there is no sound device.
+// Plays the program's short sounds by name. Silent where there is no sound device or no such file.
 #pragma once
 
 #include <memory>

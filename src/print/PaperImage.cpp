@@ -1,7 +1,5 @@
 #include "print/PaperImage.h"
 
-#include <algorithm>
-
 namespace tarn {
 
 QImage ImageForPaper(ImgX picture, QSize worth, std::string* error) {

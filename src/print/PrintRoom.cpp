@@ -2,6 +2,7 @@
 
 #include "common/dates.h"
 #include "common/paths.h"
+#include "platform/CrashNote.h"
 #include "platform/EventPump.h"
 #include "platform/FileListBox.h"
 #include "platform/Files.h"
@@ -24,7 +25,6 @@
 
 #include <algorithm>
 #include <ctime>
-#include <utility>
 
 namespace tarn {
 
@@ -153,11 +153,11 @@ void PrintRoom::PrintSheets(const SheetLayout& layout) {
     s.FileType = fileType;
     if (m.events.ProgramEnds() || s.Closing) return;
     ShowFormerPicture(filename, counter);
-    m_inBuffer = kept.Settle();
+    const std::string inBuffer = kept.Settle();
     if (!done)
-        m.shell.ShowMessage(said + std::exchange(m_inBuffer, {}));
+        m.shell.ShowMessage(said + inBuffer);
     else
-        Finish(std::move(printer));
+        Finish(std::move(printer), inBuffer);
     if (done && !said.empty()) m.shell.ShowError(said);
 }
 
@@ -178,20 +178,22 @@ void PrintRoom::ShowFormerPicture(const std::string& filename, const std::string
     m.controls.DeleteFitsButton->hide(); // of a picture on the way
     if (filename.empty()) return;
     m.shell.ShowStatus(filename); // a remark on a picture on the way may stand there
+    SetCrashFile(filename);
     m.display.DisplayPicture();
 }
 
-void PrintRoom::Finish(std::unique_ptr<Printer> printer) {
+void PrintRoom::Finish(std::unique_ptr<Printer> printer, const std::string& more) {
     if (!m.state.PrintPreview) {
-        Send(*printer, m_choice);
+        Send(*printer, m_choice, more);
         return;
     }
     if (!m_preview) m_preview = std::make_unique<frmPrintPreview>(m);
     m_preview->ShowPages(std::move(printer), m_choice,
                          [this, choice = m_choice](Printer& sent) { return Send(sent, choice); });
+    m.shell.ShowMessage("Pages shown in the preview" + more);
 }
 
-bool PrintRoom::Send(Printer& printer, const PrinterChoice& choice) {
+bool PrintRoom::Send(Printer& printer, const PrinterChoice& choice, const std::string& more) {
     m.shell.SetBusy(true);
     std::string error;
     const bool sent = printer.End(&error);
@@ -199,8 +201,7 @@ bool PrintRoom::Send(Printer& printer, const PrinterChoice& choice) {
     m.shell.ShowMessage((!sent           ? "Printing failed: " + error
                          : choice.toFile ? "'" + LastPart(choice.pdf) + "' file created"
                                          : "Printed on '" + choice.printer + "'") +
-                        m_inBuffer);
-    m_inBuffer.clear();
+                        more);
     return sent;
 }
 

@@ -39,13 +39,13 @@ private:
     void PrintSheets(const SheetLayout& layout);
     bool RunSheets(Printer& printer, const SheetLayout& layout, std::string& said);
     void ShowFormerPicture(const std::string& filename, const std::string& counter);
-    void Finish(std::unique_ptr<Printer> printer);
-    bool Send(Printer& printer, const PrinterChoice& choice); // says how it went
+    // To the printer or into the preview; `more` ends the message that tells it.
+    void Finish(std::unique_ptr<Printer> printer, const std::string& more = {});
+    bool Send(Printer& printer, const PrinterChoice& choice, const std::string& more = {});
 
     Context& m;
     PrinterChoice m_choice; // of this run; what is kept of it lies on the desk
     std::unique_ptr<frmPrintPreview> m_preview;
-    std::string m_inBuffer; // to be told with the end of a job
 };
 
 } // namespace tarn

@@ -80,19 +80,12 @@ void SheetJob::ExpectNext(int fileNumber) {
 SheetCell SheetJob::Cell(int fileNumber) {
     const ProgramState& s = m.state;
     const ImgX shown = m.display.ShownPicture();
-    SheetCell cell;
-    cell.fileNumber = fileNumber;
-    cell.name = s.FileNameOnly;
     const QSize pane = m.controls.Picture1->Picture().size();
-    cell.size = CellSize(m_layout, pane.width(), pane.height());
+    SheetCell cell = CellFor(m_layout, fileNumber, s, pane.width(), pane.height());
     std::string fault;
     cell.picture =
         ImageForPaper(shown, m_printer.PixelsFor(cell.size.width, cell.size.height), &fault);
     if (!fault.empty() && m_fault.empty()) m_fault = fault + " - " + s.FileNameOnly;
-    cell.date = s.PictureDate.empty() ? s.FileDate : s.PictureDate;
-    cell.speed = s.ExpSpeed;
-    cell.time = s.ExpTime;
-    cell.sizeLine = s.ExpSizeLine;
     if (s.PrintNotesOnThumbnails) cell.note = s.NoteText;
     return cell;
 }

@@ -1,7 +1,9 @@
 #include "print/ThumbnailSheet.h"
 
 #include "common/numbers.h"
+#include "common/pages.h"
 #include "common/text.h"
+#include "pictureinfo/PictureInfo.h"
 #include "print/NoteLines.h"
 
 #include <algorithm>
@@ -11,7 +13,7 @@ namespace tarn {
 // clang-format off
 //                            name  grid  x    step  y    step  box         pt name     dates  notes
 const SheetLayout kSheet2x2{"2x2", 2, 2, 600, 5800, 600, 7200, 0,    6600, 8, 50, 40, false, 0, 0, 0,  0,  0};
-const SheetLayout kSheet3x4{"3x4", 3, 4, 500, 3700, 550, 3600, 3000, 1995, 8, 35, 35, true,  6, 4, 65, 0,  0};
+const SheetLayout kSheet3x4{"3x4", 3, 4, 500, 3700, 550, 3600, 3000, 1995, 8, 35, 40, true,  6, 4, 65, 0,  0};
 const SheetLayout kSheet4x6{"4x6", 4, 6, 500, 2800, 550, 2375, 2000, 1333, 7, 24, 27, false, 7, 2, 40, 35, 40};
 const SheetLayout kSheet5x8{"5x8", 5, 8, 500, 2240, 550, 1800, 1500, 998,  6, 24, 29, false, 6, 1, 40, 40, 20};
 // clang-format on
@@ -38,12 +40,25 @@ const SheetLayout* FindSheet(std::string_view name) {
     return nullptr;
 }
 
+SheetCell CellFor(const SheetLayout& layout, int fileNumber, const PictureInfo& info, double picW,
+                  double picH) {
+    SheetCell cell;
+    cell.fileNumber = fileNumber;
+    cell.name = info.FileNameOnly;
+    cell.size = CellSize(layout, picW, picH);
+    cell.date = info.PictureDate.empty() ? info.FileDate : info.PictureDate;
+    cell.speed = info.ExpSpeed;
+    cell.time = info.ExpTime;
+    cell.sizeLine = info.ExpSizeLine;
+    return cell;
+}
+
 SheetPlan PlanSheets(int listCount, int perPage, bool onePage, int currentRow) {
     if (onePage) {
         const int first = std::max(currentRow, 0) + 1;
         return {first, std::min(listCount, first + perPage - 1), perPage, 1};
     }
-    return {1, listCount, listCount, std::max(1, (listCount + perPage - 1) / perPage)};
+    return {1, listCount, listCount, std::max(1, PageCount(listCount, perPage))};
 }
 
 PaperSize CellSize(const SheetLayout& layout, double picW, double picH) {

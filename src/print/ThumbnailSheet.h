@@ -9,6 +9,8 @@
 
 namespace tarn {
 
+struct PictureInfo;
+
 // What the sheets of the family differ in.
 struct SheetLayout {
     std::string_view name; // "3x4"
@@ -66,6 +68,11 @@ struct SheetCell {
     std::string sizeLine;
     std::string note; // empty: none is printed
 };
+
+// The cell of a picture with these sides, whatever their unit, and the texts of its record; without
+// its pixels and its note.
+SheetCell CellFor(const SheetLayout& layout, int fileNumber, const PictureInfo& info, double picW,
+                  double picH);
 
 class ThumbnailSheet {
 public:

@@ -9,12 +9,10 @@
 #include "shell/window/MenuSwitches.h"
 
 #include <QAction>
-#include <QCheckBox>
+#include <QApplication>
 #include <QLabel>
-#include <QMenuBar>
 #include <QPushButton>
 #include <QScreen>
-#include <QStatusBar>
 #include <QWindow>
 
 namespace tarn {
@@ -22,7 +20,7 @@ namespace tarn {
 namespace {
 
 constexpr int kResizeRest = 250; // milliseconds after the last change of size
-constexpr int kBatchRest = 300;  // milliseconds until a batch is looked at again
+constexpr int kBatchRest = 300;  // milliseconds until a batch or a question is looked at again
 
 } // namespace
 
@@ -152,8 +150,9 @@ void House::Open(const std::string& path) {
         return;
     }
     slides.SlideDone();
-    // A batch goes on with the folder that it began in, and a show leaves at its next round.
-    if (state.BatchRuns || state.SlideViewing) {
+    // A batch goes on with the folder that it began in, a show leaves at its next round, and a
+    // question that is open was asked of the current file.
+    if (state.BatchRuns || state.SlideViewing || QApplication::activeModalWidget()) {
         QTimer::singleShot(kBatchRest, &m_resizeTimer, [this, path] { Open(path); });
         return;
     }

@@ -9,7 +9,6 @@
 #include "slides/SlideSequence.h"
 
 #include <string>
-#include <vector>
 
 namespace tarn {
 

@@ -13,8 +13,6 @@ namespace tarn {
 namespace {
 
 constexpr int kHelpPage = 5;
-constexpr int kLeftButton = 1; // values of SlideMouse
-constexpr int kRightButton = 2;
 
 // The list as it is before videos are left out, from the current row on.
 std::vector<std::string> NamesOnward(const Context& m) {
@@ -36,8 +34,9 @@ ManySlides::ManySlides(Context& context, ShowTime& time, bool landscape)
     m_time.onEnd = [this] {
         m_only.PutBack();
         // The next start begins where the main window would have come back.
-        if (m.state.Closing && !m_areas.empty())
-            m.state.Filename = JoinPath(m.controls.FileListBox->Path(), m_areas.front().name);
+        const FileListBox& list = *m.controls.FileListBox;
+        if (const int row = EndRow(); m.state.Closing && row >= 0)
+            m.state.Filename = JoinPath(list.Path(), list.Text(row));
     };
 }
 
@@ -46,6 +45,13 @@ int ManySlides::StartRow() const {
     for (const std::string& name : m_startNames)
         if (const int row = m.controls.FileListBox->RowOf(name); row >= 0) return row;
     return 0;
+}
+
+// Of the first picture shown that is still there; -1 where all have gone.
+int ManySlides::EndRow() const {
+    for (const Area& area : m_areas)
+        if (const int row = m.controls.FileListBox->RowOf(area.name); row >= 0) return row;
+    return -1;
 }
 
 void ManySlides::Run() {
@@ -64,7 +70,7 @@ void ManySlides::Run() {
 
 void ManySlides::ShowEnd() {
     const FileListBox& list = *m.controls.FileListBox;
-    const int row = m_areas.empty() ? StartRow() : list.RowOf(m_areas.front().name);
+    const int row = m_areas.empty() ? StartRow() : EndRow();
     m.navigation.ClearMultiselect();
     if (list.Count() > 0)
         m.navigation.SelectRow(std::max(0, row));
@@ -131,9 +137,9 @@ void ManySlides::ExpectNeighbours(bool forward) {
 
 void ManySlides::Dispatch(int keycode) {
     const bool compare = m.state.SlideCompare;
-    if (m.state.SlideMouse == kRightButton)
+    if (m.state.SlideMouse == kSlideRight)
         return Leave(compare ? SlideMove::Previous : SlideMove::PageBack);
-    if (m.state.SlideMouse == kLeftButton)
+    if (m.state.SlideMouse == kSlideLeft)
         return Leave(compare ? SlideMove::Next : SlideMove::PageOn);
     const SlideEffect effect = ManyEffectOf(keycode);
     switch (effect.action) {

@@ -46,6 +46,7 @@ private:
     QImage PreparePicture() const;
 
     int StartRow() const;
+    int EndRow() const;
     void Paint();
     void DrawTitles();
     void ExpectNeighbours(bool forward);

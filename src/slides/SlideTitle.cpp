@@ -1,12 +1,12 @@
 #include "slides/SlideTitle.h"
 
 #include "common/text.h"
+#include "pictureinfo/CameraDataText.h"
 
 namespace tarn {
 
 namespace {
 
-constexpr std::size_t kCameraLines = 13;
 constexpr std::size_t kFewest = 3; // characters of a text that is painted
 
 std::string PlaceOf(int index, int count) {
@@ -50,7 +50,7 @@ std::string AreaTitle(const std::string& name, const std::string& date, const st
 
 std::string TextOnSlide(const std::string& note, const PictureInfo& info, int mode) {
     std::string text = note + "\r\n";
-    for (std::size_t i = 0; mode == 2 && i < kCameraLines; ++i) {
+    for (std::size_t i = 0; mode == 2 && i < std::size_t{kPanelLines}; ++i) {
         const std::string& line = info.CameraDataLines[i];
         if (!line.empty()) text += "\r\n" + std::string(Trim(line));
     }

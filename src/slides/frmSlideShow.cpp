@@ -218,7 +218,7 @@ void frmSlideShow::ClickPicture(Qt::MouseButton button, int x) {
     }
     const bool paging = m_state.SlidesPerPage > 1 && (m_state.Slides4Mouse || m_state.SlideCompare);
     if (paging && button != Qt::MiddleButton)
-        m_state.SlideMouse = right ? 2 : 1;
+        m_state.SlideMouse = right ? kSlideRight : kSlideLeft;
     else if (right)
         SlideKeyUp('D');
     else if (2 * x > width())

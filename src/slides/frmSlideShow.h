@@ -19,6 +19,9 @@ class QLineEdit;
 
 namespace tarn {
 
+inline constexpr int kSlideLeft = 1; // values of SlideMouse: its buttons
+inline constexpr int kSlideRight = 2;
+
 // A line of text over the backing picture; place and width in device pixels. It has a ground of
 // the background's colour, and is moved up where it would reach below the window.
 struct SlideLine {

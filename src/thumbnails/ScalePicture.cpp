@@ -1,6 +1,5 @@
 #include "thumbnails/ScalePicture.h"
 
-#include "convert/ConvertPicture.h"
 #include "pictureinfo/PictureInfoReader.h"
 #include "platform/imaging/JpegWriter.h"
 #include "platform/imaging/PictureLoader.h"

@@ -9,9 +9,7 @@
 
 #include <cctype>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
-#include <filesystem>
 
 #include <sys/stat.h>
 #include <unistd.h>

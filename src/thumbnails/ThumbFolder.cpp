@@ -32,7 +32,12 @@ bool IsSubFolderName(const std::string& subFolder) {
     return plain != "." && plain != "./" && *plain.begin() != "..";
 }
 
-std::string ThumbnailFolder(const std::string& pictures, const std::string& subFolder) {
+std::string ClearFaults::Text() const {
+    return count == 0 ? std::string() : std::to_string(count) + " files remain: " + first;
+}
+
+std::string ThumbnailFolder(const Files& files, const std::string& pictures,
+                            const std::string& subFolder, const std::string& notes) {
     if (pictures.empty() || !IsSubFolderName(subFolder)) return {};
     std::string folder = JoinPath(pictures, subFolder);
     std::error_code code;
@@ -40,7 +45,7 @@ std::string ThumbnailFolder(const std::string& pictures, const std::string& subF
     if (code) return {};
     const fs::path real = fs::weakly_canonical(folder, code);
     if (code || !LiesStrictlyBelow(real, above)) return {};
-    return folder;
+    return files.IsSameFile(folder, notes) ? std::string() : folder;
 }
 
 void MakeThumbnailFolder(Files& files, const std::string& pictures, const std::string& subFolder) {

@@ -11,8 +11,10 @@ namespace tarn {
 
 inline constexpr char kBadSubFolder[] = "Sub folder name is not valid";
 
-// Empty unless the folder of this name lies strictly below the pictures folder, links followed.
-std::string ThumbnailFolder(const std::string& pictures, const std::string& subFolder);
+// Empty unless the folder of this name lies strictly below the pictures folder, links followed, and
+// is not the folder of notes, which would be emptied. `notes` is empty when there is none.
+std::string ThumbnailFolder(const Files& files, const std::string& pictures,
+                            const std::string& subFolder, const std::string& notes);
 
 // Whether a name can be one wherever the pictures are: not empty, not absolute, and it does not
 // lead out of the pictures folder or stay in it.
@@ -24,7 +26,8 @@ void MakeThumbnailFolder(Files& files, const std::string& pictures, const std::s
 // What could not be done, counted.
 struct ClearFaults {
     int count = 0;
-    std::string first; // "'a.jpg' - Permission denied"
+    std::string first;        // "'a.jpg' - Permission denied"
+    std::string Text() const; // "2 files remain: 'a.jpg' - Permission denied", or empty
 };
 
 // Plain visible files: thumbnails are deleted, anything else goes to the wastebasket.

@@ -3,9 +3,7 @@
 #include "common/paths.h"
 #include "platform/FileListBox.h"
 #include "platform/PictureCells.h"
-#include "thumbnails/ThumbNames.h"
 
-#include <QCoreApplication>
 #include <QPushButton>
 #include <QSignalBlocker>
 

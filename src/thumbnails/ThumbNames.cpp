@@ -1,6 +1,7 @@
 #include "thumbnails/ThumbNames.h"
 
 #include "common/numbers.h"
+#include "common/paths.h"
 
 namespace tarn {
 
@@ -21,7 +22,7 @@ std::string ThumbnailNoteName(int width, std::string_view pictureName) {
 }
 
 bool IsThumbnailName(std::string_view name) {
-    if (name.empty() || name.front() != 'T') return false;
+    if (name.empty() || name.front() != 'T' || FileTypeOf(name) == ".ENF") return false;
     const auto digitsEnd = name.find_first_not_of("0123456789", 1);
     return digitsEnd != std::string_view::npos && digitsEnd > 1 && name[digitsEnd] == '_' &&
            digitsEnd + 1 < name.size();

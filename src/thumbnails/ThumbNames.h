@@ -13,7 +13,7 @@ std::string ThumbnailName(int width, std::string_view pictureName);
 // "T120_m31.enf": what stands before the first point, so that pictures may share one.
 std::string ThumbnailNoteName(int width, std::string_view pictureName);
 
-// "T", digits, "_" and more: made here, and lost without regret.
+// "T", digits, "_" and more: made here, and lost without regret. A note is none.
 bool IsThumbnailName(std::string_view name);
 
 // "...\thumbnails", as the messages tell it.

@@ -52,7 +52,7 @@ ThumbRequest ThumbRoom::Request() const {
     request.width = s.ThumbSize;
     request.quality = s.ConvertJpgQuality;
     if (s.ThumbCreateNotes) request.notes = s.NotesFolder;
-    request.noteOf = [this](const std::string& picture) { return m.notes.NoteTextOf(picture); };
+    request.noteOf = [this](const std::string& picture) { return m.notes.SavedNoteOf(picture); };
     return request;
 }
 
@@ -61,10 +61,8 @@ std::string ThumbRoom::ThumbnailNameOf(const std::string& picture) {
 }
 
 std::string ThumbRoom::ThumbnailFolderPath() {
-    const std::string folder =
-        ThumbnailFolder(m.controls.FileListBox->Path(), m.state.ThumbSubFolder);
-    // A folder of notes would be emptied.
-    return m.files.IsSameFile(folder, m.state.NotesFolder) ? std::string() : folder;
+    return ThumbnailFolder(m.files, m.controls.FileListBox->Path(), m.state.ThumbSubFolder,
+                           m.state.NotesFolder);
 }
 
 void ThumbRoom::ThumbnailsDone() {
@@ -106,23 +104,29 @@ void ThumbRoom::Finish(std::string report, KeptNote& kept, const ThumbnailTold& 
     if (told) told(report);
 }
 
-// False when what stands there is not to be overwritten.
-bool ThumbRoom::MakeReady(const std::string& folder) {
+// Why no thumbnails are made; empty when they can be. `remain` says what could not be cleared.
+std::string ThumbRoom::MakeReady(const std::string& folder, std::string& remain) {
     const ProgramState& s = m.state;
-    const auto names = m.files.FileNames(folder);
-    if (!names && m.files.IsFolder(folder)) return false; // what is in it cannot be told
+    std::string error;
+    const auto names = m.files.FileNames(folder, &error);
+    if (!names && m.files.IsFolder(folder))
+        return "No thumbnails created, folder '" + s.ThumbSubFolder + "': " + error;
     if (!names || names->empty()) {
         MakeThumbnailFolder(m.files, m.controls.FileListBox->Path(), s.ThumbSubFolder);
-        return true;
+        return {};
     }
     if (!s.ThumbClear &&
         !m.dialogs.Confirm(Dialogs::Icon::Information, "Confirm Thumbnail Folder Overwrite",
-                           "folder '" + s.ThumbSubFolder + "'\nWill be overwritten!"))
-        return false;
+                           "folder '" + s.ThumbSubFolder + "'\nWill be overwritten!")) {
+        m_list->Leave();
+        return s.FilterIsCustom ? "No thumbnails created"
+                                : "No thumbnails created, the list shows pictures only";
+    }
     // Another start of the program may have brought another folder meanwhile.
-    if (ThumbnailFolderPath() != folder) return false;
-    ClearThumbnails(m.files, folder); // what stays shows when its thumbnail cannot be saved
-    return true;
+    if (ThumbnailFolderPath() != folder)
+        return "No thumbnails created, another folder is shown by now";
+    remain = ClearThumbnails(m.files, folder).Text();
+    return {};
 }
 
 std::vector<ThumbJob> ThumbRoom::Jobs(const ThumbRequest& request) const {
@@ -135,15 +139,15 @@ std::vector<ThumbJob> ThumbRoom::Jobs(const ThumbRequest& request) const {
 }
 
 std::string ThumbRoom::WholeRun(const ThumbnailTold& told, QPushButton* ownCancel) {
-    if (!m.state.ThumbUpdate && !MakeReady(ThumbnailFolderPath())) {
-        m_list->Leave();
-        return m.state.FilterIsCustom ? "No thumbnails created"
-                                      : "No thumbnails created, the list shows pictures only";
+    std::string remain;
+    if (!m.state.ThumbUpdate) {
+        std::string why = MakeReady(ThumbnailFolderPath(), remain);
+        if (!why.empty()) return why;
     }
     const ThumbRequest request = Request();
     ThumbRun run(Jobs(request), request, m.files);
     const bool cancelled = !Make(run, told, ownCancel);
-    return run.Report(cancelled);
+    return run.Report(cancelled) + (remain.empty() ? "" : ", " + remain);
 }
 
 bool ThumbRoom::Make(ThumbRun& run, const ThumbnailTold& told, QPushButton* ownCancel) {
@@ -199,7 +203,8 @@ void ThumbRoom::GenerateThumbCButton_Click() {
 bool ThumbRoom::SetSubFolder(const std::string& name) {
     const std::string& shown = m.controls.FileListBox->Path();
     // Where the folder shown has a link of that name to elsewhere, it is refused, too.
-    if (!IsSubFolderName(name) || (!shown.empty() && ThumbnailFolder(shown, name).empty()))
+    if (!IsSubFolderName(name) ||
+        (!shown.empty() && ThumbnailFolder(m.files, shown, name, {}).empty()))
         return false;
     m.state.ThumbSubFolder = name;
     m.shell.ShowMessage("Thumbnail sub folder set to '" + ShownSubFolder(name) + "'");
@@ -231,7 +236,7 @@ void ThumbRoom::ThumbFolderDeleteButton_Click() {
         faults = ClearThumbnails(m.files, folder);
         const bool pages = !GalleryPages(m.files, pictures).empty();
         ThrowAwayPages(m.files, pictures, faults);
-        if (pages) m.navigation.RefreshDirButton_Click();
+        if (pages) m.navigation.RefreshAfterDelete();
     }
     std::string why;
     const int number = m.files.RemoveFolder(folder, &why);
@@ -241,8 +246,7 @@ void ThumbRoom::ThumbFolderDeleteButton_Click() {
                               std::to_string(number) + ", " + why);
     std::string said =
         number == 0 ? "Deleted '" + folder + "'" : "ERROR - Cannot delete '" + folder + "'";
-    if (faults.count > 0)
-        said += ", " + std::to_string(faults.count) + " files remain: " + faults.first;
+    if (faults.count > 0) said += ", " + faults.Text();
     m.shell.ShowMessage(said);
 }
 

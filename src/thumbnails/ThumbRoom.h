@@ -40,7 +40,7 @@ public:
 private:
     ThumbRequest Request() const;
     bool MayBegin();
-    bool MakeReady(const std::string& folder);
+    std::string MakeReady(const std::string& folder, std::string& remain);
     std::vector<ThumbJob> Jobs(const ThumbRequest& request) const;
     std::string WholeRun(const ThumbnailTold& told, QPushButton* ownCancel);
     bool Make(ThumbRun& run, const ThumbnailTold& told, QPushButton* ownCancel);

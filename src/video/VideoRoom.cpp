@@ -146,22 +146,24 @@ long long VideoRoom::FileBytes() const {
 void VideoRoom::BeginFile() {
     ProgramState& s = m.state;
     s.FileNameOnly = LastPart(s.Filename);
+    ForgetPicture(s);
+    s.FileDate = FormatFileDate(ReadFileFacts(s.Filename));
     m.shell.ShowMessage("");
     m.shell.ShowError("");
     s.FileIndex = m.controls.FileListBox->CurrentRow();
     m.shell.ShowStatus(s.Filename);
-    s.PanelRows.clear();
     m.controls.List1->clear();
     s.HistoryListed = false;
     s.ImageLoaded = false;
     s.ImageWidth = s.ImageHeight = 0;
-    s.SizeText.clear();
+    for (std::string* text : {&s.SizeText, &s.MpixelText, &s.FileSizeText}) text->clear();
     for (QLabel* label : {m.controls.SizeText, m.controls.MpixelText, m.controls.FileSizeText})
         label->clear();
     m.controls.CropLabel->hide();
     m.controls.QTplayButton->hide();
     m_lines = {};
     s.FileType = FileTypeOf(s.Filename);
+    m.display.UpdatePictureWindows();
 }
 
 void VideoRoom::ShowLines(const VideoLines& lines) {
@@ -177,6 +179,7 @@ void VideoRoom::ShowVideoFile() {
     if (!s.FormLoadDone) s.VideoPending = true;
     if (!s.FormLoadDone || s.SlideViewing) return;
     BeginFile();
+    s.VideoShown = true;
     if (s.FileType == ".LOG")
         ShowText();
     else if (s.FileType == ".MP4" && !s.VideoInWindow)
@@ -186,7 +189,6 @@ void VideoRoom::ShowVideoFile() {
     else
         ShowClip();
     ShowLines(m_lines);
-    s.VideoShown = true;
     m.notes.CheckForNotes();
 }
 
@@ -212,7 +214,8 @@ void VideoRoom::ShowClip() {
     m.controls.Picture2->SetPicture({});
     m.controls.Picture2->SetHint("");
     ShowPicture2(true);
-    if (OpenVideoClip(kAlias, m.state.Filename, kPaneHandle)) PlayClip("VidClip to 4");
+    if (OpenVideoClip(kAlias, m.state.Filename, kPaneHandle))
+        PlayClip("VidClip to " + std::to_string(kFirstShown));
     m.shell.FocusPane();
 }
 
@@ -249,9 +252,7 @@ bool VideoRoom::OpenVideoClip(const std::string& alias, const std::string& path,
     s.SizeText = std::to_string(s.VideoWidth) + " x " + std::to_string(s.VideoHeight);
     m.controls.SizeText->setText(ToQt(s.SizeText));
     m.controls.FileSizeText->setText(ToQt(VideoSizeText(bytes)));
-    const QSize area = m.controls.Picture2->PixelSize();
-    m.controls.CropLabel->setVisible(s.VideoWidth >= area.width() ||
-                                     s.VideoHeight >= area.height());
+    m.controls.CropLabel->setVisible(s.VideoWidth >= m.controls.Picture2->PixelSize().width());
     const QSignalBlocker silent(m_slider);
     m_slider->setRange(0, s.VideoLastFrame);
     if (m_sound) Send("setaudio VidClip on");

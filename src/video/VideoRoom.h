@@ -2,10 +2,10 @@
 // logs, pages and texts.
 #pragma once
 
+#include "platform/LogFile.h"
 #include "platform/mci/Mci.h"
 #include "shell/Context.h"
 #include "shell/batch/BatchRun.h"
-#include "shell/logs/LogFile.h"
 #include "video/VideoText.h"
 
 #include <QElapsedTimer>
@@ -55,7 +55,7 @@ private:
     void ShowPicture2(bool transport);
     void Seek(const std::string& target);
     void Play();
-    void ReadPosition();
+    bool ReadPosition(); // false: the player did not tell
     void ShowPosition();
     void Halt();
     void SetPlayCaption(bool plays);

@@ -6,6 +6,8 @@
 #include "common/text.h"
 #include "pictureinfo/PictureFile.h"
 
+#include <cmath>
+
 namespace tarn {
 
 namespace {
@@ -57,7 +59,7 @@ VideoLines TextLines(const std::string& path) {
 VideoLines SummaryLines(const std::string& path, const std::string& camera, long long bytes) {
     VideoLines lines = TextLines(path);
     const auto in = [&](long long unit) {
-        return FormatGrouped(RoundHalfEven(double(bytes) / double(unit)));
+        return FormatGrouped(std::llround(double(bytes) / double(unit)));
     };
     lines[2] = "   Camera: " + camera;
     lines[3] = "     Size: " + in(1) + "   " + in(kKilo) + " KB   " +

@@ -10,9 +10,7 @@
 #include "video/VideoRoom.h"
 
 #include <QBuffer>
-#include <QClipboard>
 #include <QContextMenuEvent>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPushButton>
@@ -34,9 +32,12 @@ void VideoRoom::SetPlayCaption(bool plays) {
     m.controls.Picture2->setCursor(plays ? Qt::BusyCursor : Qt::ArrowCursor);
 }
 
-void VideoRoom::ReadPosition() {
-    const auto position = ParseInt32(Trim(Send("status VidClip position").text));
-    if (position) m.state.VideoPosition = *position < 0 ? 1 : *position;
+bool VideoRoom::ReadPosition() {
+    const Mci::Reply reply = Send("status VidClip position");
+    const auto position = ParseInt32(Trim(reply.text));
+    if (reply.code != 0 || !position) return false;
+    m.state.VideoPosition = *position < 0 ? 1 : *position;
+    return true;
 }
 
 void VideoRoom::ShowPosition() {
@@ -117,10 +118,7 @@ void VideoRoom::VideoTimer_Timer() {
         m.controls.Picture2->setCursor(Qt::ArrowCursor);
         return;
     }
-    const Mci::Reply reply = Send("status VidClip position");
-    if (reply.code != 0 || !ParseInt32(Trim(reply.text))) return;
-    ReadPosition();
-    ShowPosition();
+    if (ReadPosition()) ShowPosition();
 }
 
 // Number and picture belong together.
@@ -134,7 +132,7 @@ void VideoRoom::CopyFrame() {
     Halt();
     const QImage frame = m.controls.Picture2->Picture();
     if (frame.isNull()) return;
-    QGuiApplication::clipboard()->setImage(frame);
+    m.clipboard.SetPicture(frame);
     m.shell.ShowMessage("Copied frame " + std::to_string(m.state.VideoPosition));
 }
 

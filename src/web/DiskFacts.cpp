@@ -33,13 +33,18 @@ const PictureInfo& DiskFacts::Read(const std::string& path, bool panel) {
     m_hasPanel = panel;
     m_read = path;
     m_info = {};
-    m_info.Filename = path;
-    m_info.FileNameOnly = LastPart(path);
+    BeginPicture(m_info, path);
     if (panel) m_info.FileDate = FormatFileDate(ReadFileFacts(path));
     const QSize size = PictureLoader::ReadSize(path);
     m_info.ImageWidth = size.width();
     m_info.ImageHeight = size.height();
     m_reader.ReadPictureInfo(m_info);
+    if (!m_reader.FileWasRead()) { // and so went over the bytes of the file before
+        m_unread.insert(path);
+        m_reader = {};
+        BeginPicture(m_info, path);
+        m_reader.ReadPictureInfo(m_info);
+    }
     if (m_info.ExpOrientation != 0 && PictureLoader::ComesUpright(path)) m_info.ExpOrientation = 1;
     if (panel)
         for (std::string& line : FitsLinesOf(path)) m_info.PanelRows.push_back(std::move(line));

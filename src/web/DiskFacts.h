@@ -6,6 +6,7 @@
 #include "web/GalleryRun.h"
 #include "web/PageEntry.h"
 
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -26,6 +27,9 @@ public:
     // All but the note and what stands beside the file, fitted into a preview box of that size.
     EntryFacts Entry(const std::string& path, int boxWidth, int boxHeight);
 
+    // Paths of the files that were asked for and could not be read: they have no camera data.
+    const std::set<std::string>& Unread() const { return m_unread; }
+
     static long long FileBytes(const std::string& path); // 0 when it cannot be asked
 
 private:
@@ -36,6 +40,7 @@ private:
     PictureInfo m_info;
     std::string m_read; // the file that m_info is of
     bool m_hasPanel = false;
+    std::set<std::string> m_unread;
 };
 
 // A gallery's sources: all but the notes from the disk. `facts` must outlive the run.

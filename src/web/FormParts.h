@@ -1,10 +1,7 @@
 // What both forms make their rows of.
 #pragma once
 
-#include "shell/state/ProgramState.h"
-
 #include <QBoxLayout>
-#include <QCloseEvent>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>

@@ -5,7 +5,6 @@
 #include "shell/state/GallerySettings.h"
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace tarn {
@@ -33,6 +32,7 @@ struct GalleryPicture {
 };
 
 inline constexpr std::size_t kNoteBytes = 8000;
+inline constexpr int kAllNoteLines = 10; // the end of the note sliders; in cells: no limit
 inline constexpr char kFrameTopName[] = "index_top.html";
 inline constexpr char kFrameThumbsName[] = "index_thumbs.html";
 
@@ -77,6 +77,9 @@ struct MapSize {
     long long height = 0;
 };
 MapSize GalleryMapSize(const GallerySettings& settings, int width, int height);
+
+// Whether the limit of sizes is on and leaves no pixel of a picture.
+bool LimitHidesPictures(const GallerySettings& settings);
 
 // "1.0M" from 1000000 bytes on, else "1000K".
 std::string GalleryFileSize(long long bytes);

@@ -12,8 +12,7 @@ namespace tarn {
 
 namespace {
 
-constexpr int kFrameBeside = 95;  // pixels that the frame of thumbnails is wider than they are
-constexpr int kAllNoteLines = 10; // the note slider's end: no limit
+constexpr int kFrameBeside = 95; // pixels that the frame of thumbnails is wider than they are
 
 // Title and links, in a box; in frames they lead out of them.
 void AddTitleBox(PageText& page, const GallerySettings& s, std::string_view target) {

@@ -5,6 +5,7 @@
 #include "common/numbers.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace tarn {
 
@@ -180,7 +181,7 @@ private:
             m_page.Line("      coords = \"", coords, "\" > ");
         };
         const std::string height = NumberText(m_size.height);
-        const long long middle = m_size.width / 2;
+        const auto middle = static_cast<long long>(std::floor(m_size.width / 2.0));
         m_page.Line(" <div id=\"image_map\">");
         m_page.Line("  <map name=\"map_picture\">");
         area(m_previous, "Previous", "Click for previous image",
@@ -342,6 +343,10 @@ MapSize GalleryMapSize(const GallerySettings& s, int width, int height) {
     if (s.HtmlThumbCsWidth) return {limit, RoundHalfEven(limit / ratio)};
     if (s.HtmlThumbCsHeight) return {RoundHalfEven(limit * ratio), limit};
     return {width, height};
+}
+
+bool LimitHidesPictures(const GallerySettings& s) {
+    return HasLimit(s) && (s.HtmlThumbCsWidth || s.HtmlThumbCsHeight) && LimitOf(s) < 1;
 }
 
 std::string GalleryPicturePage(const GallerySettings& settings, const GalleryRunFacts& run,

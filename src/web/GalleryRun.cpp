@@ -31,10 +31,6 @@ bool IsPicturePage(std::string_view name) {
     return name.starts_with("ImageT") && name.ends_with(".html");
 }
 
-bool IsPage(std::string_view name) {
-    return name.ends_with(".html") || name.ends_with(".htm");
-}
-
 // The picture's name behind "T<digits>_"; empty when the file is no thumbnail.
 std::string_view PictureOf(std::string_view thumbnail) {
     const std::size_t end = thumbnail.find_first_not_of("0123456789", 1);
@@ -119,8 +115,10 @@ bool GalleryRun::Stage(const std::string& name, std::string_view bytes) {
 
 bool GalleryRun::StageScript() {
     if (m_scriptStaged) return true;
-    if (!m_plan.script) return Fail(kZoomScript, std::strerror(ENOENT));
-    m_scriptStaged = Stage(kZoomScript, *m_plan.script);
+    std::string error;
+    const auto bytes = m_files.Read(m_plan.script, SIZE_MAX, &error);
+    if (!bytes) return Fail(kZoomScript, error);
+    m_scriptStaged = Stage(kZoomScript, *bytes);
     return m_scriptStaged;
 }
 
@@ -167,7 +165,7 @@ bool GalleryRun::CallsScript(const std::vector<std::string>& going) const {
     };
     for (const std::string& name :
          m_files.FileNames(m_folder).value_or(std::vector<std::string>())) {
-        if (!IsPage(name) || has(going, name) || has(m_names, name)) continue;
+        if (!IsPageName(name) || has(going, name) || has(m_names, name)) continue;
         const auto bytes = m_files.Read(JoinPath(m_folder, name), SIZE_MAX);
         if (bytes && bytes->find(kZoomScript) != std::string::npos) return true;
     }

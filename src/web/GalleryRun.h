@@ -28,8 +28,8 @@ struct GalleryPlan {
     int thumbnailSize = 0;
     std::string version;
     std::string now;
-    std::vector<GalleryItem> items;    // in the order of the run
-    std::optional<std::string> script; // the bytes of wheelzoom.js; none: it cannot be read
+    std::vector<GalleryItem> items; // in the order of the run
+    std::string script;             // path of the program's wheelzoom.js, read where it is needed
 };
 
 // Where the facts of a picture come from; each is asked once a picture, by its path.
@@ -50,6 +50,9 @@ struct GalleryFault {
 // thumbnails. Of several thumbnails of one picture that of `size` counts, else the first.
 std::vector<GalleryItem> PairThumbnails(const std::vector<std::string>& thumbnails,
                                         const std::vector<std::string>& pictures, int size);
+
+// Said of a plan without items.
+inline constexpr char kNoThumbnails[] = "there is no picture with a thumbnail";
 
 class GalleryRun {
 public:

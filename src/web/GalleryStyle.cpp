@@ -1,5 +1,4 @@
 #include "web/Gallery.h"
-#include "web/GalleryParts.h"
 #include "web/PageText.h"
 
 namespace tarn {

@@ -11,10 +11,8 @@
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QIntValidator>
 #include <QListWidget>
 #include <QRadioButton>
-#include <QScrollArea>
 #include <QTabWidget>
 
 namespace tarn {
@@ -24,8 +22,9 @@ namespace {
 constexpr int kMostColumns = 20;
 constexpr int kMostPixels = 50;
 constexpr int kMostRows = 50;
-constexpr int kMostNoteLines = 10; // the end of the slider: all lines
-constexpr int kListHeight = 110;   // logical pixels
+constexpr int kMostLimit = 32767; // pixels of a picture's side
+constexpr int kListHeight = 110;  // logical pixels
+constexpr int kNumberWidth = 56;
 
 } // namespace
 
@@ -68,11 +67,15 @@ QRadioButton* frmHtmlThumb::Choice(const char* name, const char* caption) {
 }
 
 void frmHtmlThumb::AddSlider(QVBoxLayout& to, const char* name, const char* label,
-                             const char* caption, int least, int most,
-                             int GallerySettings::*field) {
+                             const char* caption, int least, int most, int GallerySettings::*field,
+                             bool endIsAll) {
     auto* value = Named(new QLabel(), label);
     auto* slider = MakeSlider(name, caption, least, most, value);
-    m_fields.Add(slider, field);
+    if (endIsAll) // what lies beyond means the same
+        m_fields.Add([=](const GallerySettings& s) { slider->setValue(s.*field); },
+                     [=](GallerySettings& s) { s.*field = slider->value(); });
+    else
+        m_fields.Add(slider, field);
     to.addLayout(Row({Caption(caption, slider), slider, value}));
 }
 
@@ -146,8 +149,8 @@ QWidget* frmHtmlThumb::MakeCellNotes() {
     QWidget* frame = nullptr;
     auto* rows = MakeFrame(frame, "FrameCellNotes", "Notes in cells");
     rows->addWidget(Check("NotesCheck", "First lines of the note", &S::HtmlThumbNotes));
-    AddSlider(*rows, "SliderNotesT", "LabelNotesT", "Lines (10: all)", 1, kMostNoteLines,
-              &S::HtmlThumbNotesT);
+    AddSlider(*rows, "SliderNotesT", "LabelNotesT", "Lines (10: all)", 1, kAllNoteLines,
+              &S::HtmlThumbNotesT, true);
     rows->addLayout(Row({Check("CheckTele", "Telescope", &S::ThumbCheckTele),
                          Check("CheckCamera", "Camera", &S::ThumbCheckCamera),
                          Check("CheckFilter", "Filter", &S::ThumbCheckFilter),
@@ -190,27 +193,20 @@ QWidget* frmHtmlThumb::MakePicture() {
     place->setLayout(Row({left, center, automatic}));
     place->layout()->setContentsMargins({});
     rows->addWidget(place);
-    const std::array<QRadioButton*, 3> places{left, center, automatic};
-    m_fields.Add(
-        [places](const S& s) {
-            if (s.ThumbImagePos >= 0 && s.ThumbImagePos < 3)
-                places[std::size_t(s.ThumbImagePos)]->setChecked(true);
-        },
-        [places](S& s) {
-            for (std::size_t i = 0; i < places.size(); ++i)
-                if (places[i]->isChecked()) s.ThumbImagePos = int(i);
-        });
+    m_fields.AddChoice(
+        {left, center, automatic}, [](const S& s) { return s.ThumbImagePos; },
+        [](S& s, int chosen) { s.ThumbImagePos = chosen; });
     auto* width = Choice("ThumbFullWidthOption", "Width");
     auto* height = Choice("ThumbFullHeightOption", "Height");
     auto* limit = Named(new QLineEdit(), "ThumbWHtext", "Largest width or height in pixels");
-    limit->setMaximumWidth(kListHeight / 2);
+    limit->setMaximumWidth(kNumberWidth);
+    limit->setValidator(new QIntValidator(1, kMostLimit, limit));
     auto* sides = new QWidget();
     sides->setLayout(Row({width, height}));
     sides->layout()->setContentsMargins({});
     rows->addLayout(
         Row({Check("ThumbWHcheck", "Limit", &S::HtmlThumbCs), sides, limit, Caption("pixels")}));
-    m_fields.Add(width, &S::HtmlThumbCsWidth);
-    m_fields.Add(height, &S::HtmlThumbCsHeight);
+    m_fields.AddChoice({width, height}, {&S::HtmlThumbCsWidth, &S::HtmlThumbCsHeight});
     m_fields.Add(limit, &S::HtmlThumbCsValue);
     auto* top = Choice("OptionNavTop", "Buttons on top");
     auto* bottom = Choice("OptionNavBottom", "Notes at the lower edge");
@@ -218,8 +214,9 @@ QWidget* frmHtmlThumb::MakePicture() {
     nav->setLayout(Row({top, bottom}));
     nav->layout()->setContentsMargins({});
     rows->addWidget(nav);
-    m_fields.Add([top, bottom](const S& s) { (s.ThumbNavTop ? top : bottom)->setChecked(true); },
-                 [top](S& s) { s.ThumbNavTop = top->isChecked(); });
+    m_fields.AddChoice(
+        {top, bottom}, [](const S& s) { return s.ThumbNavTop ? 0 : 1; },
+        [](S& s, int chosen) { s.ThumbNavTop = chosen == 0; });
     rows->addLayout(Row({Check("CheckNavSpace", "Space for the buttons", &S::ThumbNavSpace),
                          Check("CheckNoLinkPic", "Zoom in place of links", &S::ThumbNoLinkPic),
                          Check("WrapCheck", "Last leads to first", &S::HtmlThumbWrap)}));
@@ -237,9 +234,8 @@ QWidget* frmHtmlThumb::MakePageNotes() {
     place->setLayout(Row({Caption("Notes Positon"), m_notesTop, bottom, right}));
     place->layout()->setContentsMargins({});
     rows->addWidget(place);
-    m_fields.Add(m_notesTop, &S::HtmlThumbNotesTop);
-    m_fields.Add(bottom, &S::HtmlThumbNotesBottom);
-    m_fields.Add(right, &S::HtmlThumbNotesRight);
+    m_fields.AddChoice({m_notesTop, bottom, right},
+                       {&S::HtmlThumbNotesTop, &S::HtmlThumbNotesBottom, &S::HtmlThumbNotesRight});
     rows->addLayout(Row({Check("NotesCheck2", "Notes", &S::HtmlThumbNotes2),
                          Check("CheckLongNotes", "As one long line", &S::LongNotesLine),
                          Check("DataCheck", "Camera data", &S::HtmlThumbData)}));
@@ -268,9 +264,9 @@ QWidget* frmHtmlThumb::MakePageNotes() {
     m_topLine = Check("NotesTopCheck", "Beginning of the note beside the buttons",
                       &S::HtmlThumbNotesTopLine);
     rows->addWidget(m_topLine);
-    AddSlider(*rows, "SliderBNotesTop", "LabelBNotesTop", "From line", 1, kMostNoteLines,
+    AddSlider(*rows, "SliderBNotesTop", "LabelBNotesTop", "From line", 1, kAllNoteLines,
               &S::HtmlThumbBeginSliderTop);
-    AddSlider(*rows, "SliderNotesTop", "LabelNotesTop", "Lines", 1, kMostNoteLines,
+    AddSlider(*rows, "SliderNotesTop", "LabelNotesTop", "Lines", 1, kAllNoteLines,
               &S::HtmlThumbSliderTop);
     return frame;
 }

@@ -6,9 +6,6 @@
 #include "web/SavedValues.h"
 #include "web/SystemError.h"
 
-#include <cerrno>
-#include <cstring>
-
 namespace tarn {
 
 void PageBuild::Choose(const std::string& path, const std::string& pictureFolder) {
@@ -23,16 +20,16 @@ bool PageBuild::Fail(const std::string& error) {
 }
 
 bool PageBuild::Begin(const HtmlSettings& settings, const std::string& now,
-                      const std::optional<std::string>& script) {
+                      const std::string& script) {
     const HtmlSettings bytes = InPageBytes(settings);
     const std::string time = ToPageBytes(now);
     std::string error;
     if (!m_page.Create(m_path, PageHead(bytes, ToPageBytes(m_version), time), &error))
         return Fail(error);
     if (settings.HtmlZoomPan != 0) {
-        error = std::strerror(ENOENT);
         const std::string target = JoinPath(FolderOf(m_path), kZoomScript);
-        if (!script || !m_files.Write(target, *script, &error)) {
+        const auto bytes = m_files.Read(script, SIZE_MAX, &error);
+        if (!bytes || !m_files.Write(target, *bytes, &error)) {
             m_fault = {"Copy javascript file error",
                        ErrorBoxText("Error creating javascript file", m_path, error)};
             m_page.Leave();

@@ -6,7 +6,6 @@
 #include "web/PageEntry.h"
 #include "web/PageFile.h"
 
-#include <optional>
 #include <string>
 
 namespace tarn {
@@ -19,10 +18,10 @@ public:
     // The page to be written, and the folder of its pictures; nothing is touched yet.
     void Choose(const std::string& path, const std::string& pictureFolder);
 
-    // Writes the head; `script` as in GalleryPlan. False after a fault, as the others: the page is
-    // then closed. `now` is the date and time. Settings are UTF-8 everywhere here.
-    bool Begin(const HtmlSettings& settings, const std::string& now,
-               const std::optional<std::string>& script);
+    // Writes the head; `script` is the path of the program's wheelzoom.js, read where the settings
+    // need it. False after a fault, as the others: the page is then closed. `now` is the date and
+    // time. Settings are UTF-8 everywhere here.
+    bool Begin(const HtmlSettings& settings, const std::string& now, const std::string& script);
 
     // Goes on with an old page.
     bool Append(const std::string& now);

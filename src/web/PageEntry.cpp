@@ -1,6 +1,5 @@
 #include "web/PageEntry.h"
 
-#include "common/text.h"
 #include "web/PageText.h"
 
 #include <algorithm>

@@ -31,6 +31,11 @@ bool BreaksItsLink(std::string_view name) {
            name.ends_with(' ');
 }
 
+bool IsPageName(std::string_view name) {
+    const std::string folded = FoldCase(name);
+    return folded.ends_with(FoldCase(".html")) || folded.ends_with(FoldCase(".htm"));
+}
+
 std::vector<std::string> NoteLines(std::string_view note) {
     std::vector<std::string> lines;
     if (note.empty()) return lines;

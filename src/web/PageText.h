@@ -17,6 +17,9 @@ std::string ToPageBytes(std::string_view text);
 // Whether browsers cannot follow a link to this file, whose UTF-8 name goes into the page as it is.
 bool BreaksItsLink(std::string_view name);
 
+// Whether a file is a page by its name, in any case.
+bool IsPageName(std::string_view name);
+
 // Lines of a page, one after the other.
 class PageText {
 public:

@@ -68,6 +68,7 @@ bool Take(Settings& settings, const SavedValue<Settings>& value, std::string tex
         if (read) settings.** number = *read;
         return read.has_value();
     }
+    if (text.find_first_of(kLineEnd) != std::string::npos) return false; // it would end its line
     settings.*std::get<std::string Settings::*>(value.field) = std::move(text);
     return true;
 }

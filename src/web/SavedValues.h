@@ -38,7 +38,7 @@ bool ReadSavedValues(std::string_view page, HtmlSettings& settings);
 bool ReadSavedValues(std::string_view page, GallerySettings& settings);
 
 // One value by its name, from text; false when there is no such name or the text is none of its
-// kind.
+// kind, as a text with a line break is none.
 bool SetSavedValue(HtmlSettings& settings, std::string_view name, std::string_view text);
 bool SetSavedValue(GallerySettings& settings, std::string_view name, std::string_view text);
 

@@ -1,7 +1,6 @@
 #include "web/WebRoom.h"
 
 #include "common/paths.h"
-#include "common/text.h"
 #include "platform/Desktop.h"
 #include "platform/Dialogs.h"
 #include "platform/FileListBox.h"
@@ -10,18 +9,7 @@
 #include "web/frmHtmlLayout.h"
 #include "web/frmHtmlThumb.h"
 
-#include <algorithm>
-
 namespace tarn {
-
-namespace {
-
-bool IsPage(const std::string& name) {
-    const std::string folded = FoldCase(name);
-    return EndsWith(folded, FoldCase(".html")) || EndsWith(folded, FoldCase(".htm"));
-}
-
-} // namespace
 
 WebRoom::WebRoom(Context& context) : m(context) {}
 
@@ -101,7 +89,7 @@ void WebRoom::HtmlDeleteButton_Click() {
     std::vector<std::string> names;
     bool open = false;
     for (std::string& name : m.files.FileNames(folder).value_or(std::vector<std::string>())) {
-        if (!IsPage(name)) continue;
+        if (!IsPageName(name)) continue;
         const bool inForm = m_layout && m_layout->HasPage() &&
                             m.files.IsSameFile(JoinPath(folder, name), m_layout->PagePath());
         open = open || inForm;
@@ -126,7 +114,7 @@ void WebRoom::HtmlDeleteButton_Click() {
         else if (fault.empty())
             fault = ", '" + name + "' not: " + error;
     }
-    m.navigation.RefreshDirButton_Click();
+    m.navigation.RefreshAfterDelete();
     m.shell.ShowMessage("Deleted " + std::to_string(done) + " Html files" + fault);
 }
 

@@ -22,6 +22,8 @@
 #include <QCloseEvent>
 #include <QRadioButton>
 
+#include <cerrno>
+#include <cstring>
 #include <ctime>
 #include <utility>
 
@@ -58,7 +60,8 @@ void frmHtmlLayout::CreateButton_Click() {
                                path + "\nWill be overwritten!"))
             return;
     }
-    Open(path);
+    Choose(path);
+    Opened();
 }
 
 void frmHtmlLayout::AppendButton_Click() {
@@ -66,20 +69,22 @@ void frmHtmlLayout::AppendButton_Click() {
     const std::string path = AskForPage("Append to existing Html file");
     if (path.empty()) return;
     ReadSavedSettings(path);
-    m_chosen = path;
-    m_page.Choose(path, m.controls.FileListBox->Path());
+    Choose(path);
     if (!m_page.Append(Now())) {
         Failed();
         return;
     }
-    Open(path);
+    Opened();
     Show(Flow::Writing);
 }
 
-void frmHtmlLayout::Open(const std::string& path) {
+void frmHtmlLayout::Choose(const std::string& path) {
     m_chosen = path;
-    m.state.HtmlPath = path;
     m_page.Choose(path, m.controls.FileListBox->Path());
+}
+
+void frmHtmlLayout::Opened() {
+    m.state.HtmlPath = m_chosen;
     m_fields.Load(m.state);
     ShowLinkRule();
     ShowSizeRule();
@@ -98,7 +103,7 @@ void frmHtmlLayout::KeepChecks() {
 
 void frmHtmlLayout::CommandOk_Click() {
     m_fields.Store(m.state);
-    if (!m_page.Begin(m.state, Now(), m.files.Read(ProgramFile(kZoomScript), SIZE_MAX))) {
+    if (!m_page.Begin(m.state, Now(), ProgramFile(kZoomScript))) {
         Failed();
         return;
     }
@@ -111,6 +116,7 @@ void frmHtmlLayout::Failed() {
 }
 
 void frmHtmlLayout::HtmlCloseButton_Click() {
+    KeepChecks();
     const bool wasOpen = m_page.IsOpen();
     if (wasOpen && !m_page.Close()) {
         Failed();
@@ -122,6 +128,7 @@ void frmHtmlLayout::HtmlCloseButton_Click() {
 }
 
 void frmHtmlLayout::HtmlCloseViewButton_Click() {
+    KeepChecks();
     const bool wasOpen = m_page.IsOpen();
     if (wasOpen && !m_page.Close()) {
         Failed();
@@ -132,13 +139,23 @@ void frmHtmlLayout::HtmlCloseViewButton_Click() {
     if (wasOpen) View(m_chosen);
 }
 
+void frmHtmlLayout::FailedView(const char* what, const std::string& path,
+                               const std::string& error) {
+    m.dialogs.Message(Dialogs::Icon::Exclamation, std::string(what) + " html file error",
+                      ErrorBoxText("Error opening html file", path, error));
+}
+
 void frmHtmlLayout::View(const std::string& path) {
+    if (!m.files.Exists(path)) {
+        FailedView("View", path, std::strerror(ENOENT));
+        return;
+    }
     if (m_inForm->isChecked()) {
         ShowInPane(path);
         return;
     }
     const std::string fault = m.desktop.OpenAssociated(path);
-    if (!fault.empty()) m.shell.ShowMessage("ERROR - " + fault);
+    if (!fault.empty()) FailedView("View", path, fault);
 }
 
 // In the main window's own pane, in the place of the selected file; the next selection ends it.
@@ -155,9 +172,10 @@ void frmHtmlLayout::ViewLast() {
 void frmHtmlLayout::EditLast() {
     if (m_chosen.empty()) return;
     const std::string& editor = m.state.HtmlEditor;
-    const std::string fault =
-        editor.empty() ? m.desktop.EditText(m_chosen) : m.desktop.StartProgram(editor, m_chosen);
-    if (!fault.empty()) m.shell.ShowMessage("ERROR - " + fault);
+    const std::string fault = !m.files.Exists(m_chosen) ? std::strerror(ENOENT)
+                              : editor.empty()          ? m.desktop.EditText(m_chosen)
+                                                        : m.desktop.StartProgram(editor, m_chosen);
+    if (!fault.empty()) FailedView("Edit", m_chosen, fault);
 }
 
 void frmHtmlLayout::CommandHomePage_Click() {
@@ -289,7 +307,6 @@ void frmHtmlLayout::HtmlAddAll(bool reverse) {
 
 void frmHtmlLayout::Form_Unload() {
     HtmlCloseButton_Click();
-    KeepChecks();
 }
 
 void frmHtmlLayout::closeEvent(QCloseEvent* event) {

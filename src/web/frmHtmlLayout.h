@@ -13,7 +13,6 @@
 class QCheckBox;
 class QLineEdit;
 class QRadioButton;
-class QToolButton;
 class QVBoxLayout;
 
 namespace tarn {
@@ -47,7 +46,10 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
-    void reject() override { close(); }
+    // Escape is no close while a page is open: it would end the page.
+    void reject() override {
+        if (!HasPage()) close();
+    }
 
 private:
     enum class Flow { Closed, Opened, Writing };
@@ -55,6 +57,8 @@ private:
     void MakeTop(QVBoxLayout& all);
     void MakeLinkFrame();
     void MakePictureFrame();
+    void MakeFormats(QVBoxLayout& rows);
+    void MakePlaces(QVBoxLayout& rows);
     void MakeLookFrame();
     void MakeTextFrame();
     void MakeAddFrame();
@@ -67,12 +71,14 @@ private:
     void Show(Flow flow);
     std::string AskForPage(const char* title);
     void ReadSavedSettings(const std::string& path);
-    void Open(const std::string& path);
+    void Choose(const std::string& path);
+    void Opened();
     bool AddCurrent(bool mayAdvance); // false: the page has a fault
     bool AddRows(int count, bool reverse);
     bool AddFacts(std::string& refusal, EntryFacts& facts);
     void CopyVideoPicture();
     void Failed();
+    void FailedView(const char* what, const std::string& path, const std::string& error);
     void View(const std::string& path);
     void ShowInPane(const std::string& path);
     void ViewLast();
@@ -112,7 +118,6 @@ private:
     QLabel* m_lastFile = nullptr;
     QLabel* m_lastLink = nullptr;
     QLabel* m_error = nullptr;
-    std::array<QToolButton*, 4> m_formats{};
     std::array<ColorBox*, 4> m_colors{}; // text, page, title, borders
     QPushButton* m_view = nullptr;
     QPushButton* m_edit = nullptr;

@@ -54,7 +54,7 @@ void frmHtmlThumb::Form_Activate() {
     m_thumbs->clear();
     m_linked->clear();
     m_brokenLinks = 0;
-    for (const GalleryItem& item : Plan(false).items) {
+    for (const GalleryItem& item : Items()) {
         m_thumbs->addItem(ToQt(item.thumbnail));
         m_linked->addItem(ToQt(item.picture));
         if (!BreaksItsLink(item.picture)) continue;
@@ -75,10 +75,10 @@ void frmHtmlThumb::ShowMiniature() {
     GallerySettings settings = m.state;
     m_fields.Store(settings);
     m_miniature->ShowGallery(settings, m_thumbs->count());
-    ShowWarnings();
+    ShowWarnings(settings);
 }
 
-void frmHtmlThumb::ShowWarnings() {
+void frmHtmlThumb::ShowWarnings(const GallerySettings& settings) {
     QStringList warnings;
     if (!m.files.IsSameFile(FolderOf(m_path), m.controls.FileListBox->Path()))
         warnings += QStringLiteral("The gallery is in another folder than the pictures: its links "
@@ -86,6 +86,9 @@ void frmHtmlThumb::ShowWarnings() {
     if (m_topLine->isChecked() && m_notesTop->isChecked())
         warnings += QStringLiteral(
             "Beginning... option with 'Notes Positon' set to 'Top' is not recommended.");
+    if (LimitHidesPictures(settings))
+        warnings += QStringLiteral("The limit of the pictures is no number above 0: nothing of "
+                                   "them will be seen.");
     if (m_missing > 0)
         warnings +=
             QStringLiteral("%1 pictures have no thumbnail and get no cell: use Create or Update")
@@ -126,7 +129,13 @@ GalleryPlan frmHtmlThumb::Plan(bool frames) const {
     plan.thumbnailSize = s.ThumbSize;
     plan.version = s.Version;
     plan.now = FormatDateText(FromFileTime(std::time(nullptr)));
-    plan.script = m.files.Read(ProgramFile(kZoomScript), SIZE_MAX);
+    plan.script = ProgramFile(kZoomScript);
+    plan.items = Items();
+    return plan;
+}
+
+std::vector<GalleryItem> frmHtmlThumb::Items() const {
+    const ProgramState& s = m.state;
     // A custom filter names pictures; in front of it stands the size, without a leading zero.
     const NamePatterns pattern(
         s.FilterIsCustom ? "T" + std::to_string(s.ThumbSize) + "_" + s.FileTypes : s.FileTypes);
@@ -135,8 +144,7 @@ GalleryPlan frmHtmlThumb::Plan(bool frames) const {
     if (!folder.empty())
         for (std::string& name : m.files.FileNames(folder).value_or(std::vector<std::string>()))
             if (pattern.Matches(name)) thumbnails.push_back(std::move(name));
-    plan.items = PairThumbnails(InListOrder(std::move(thumbnails)), Pictures(), s.ThumbSize);
-    return plan;
+    return PairThumbnails(InListOrder(std::move(thumbnails)), Pictures(), s.ThumbSize);
 }
 
 void frmHtmlThumb::MakeGallery(bool frames) {
@@ -147,6 +155,10 @@ void frmHtmlThumb::MakeGallery(bool frames) {
     }
     m_fields.Store(m.state);
     GalleryPlan plan = Plan(frames);
+    if (plan.items.empty()) {
+        Say(std::string("No gallery was made: ") + kNoThumbnails);
+        return;
+    }
     if (m.state.CheckOrder != 0) std::reverse(plan.items.begin(), plan.items.end());
     Run(std::move(plan));
 }
@@ -179,6 +191,8 @@ void frmHtmlThumb::Run(GalleryPlan plan) {
         const std::string what = frames ? "Created Html files '" : "Created Html file '";
         report = what + LastPart(m_path) + "' with " + std::to_string(run.Count()) + " pictures" +
                  (frames ? " & image_*.html frames" : "");
+        if (!disk.Unread().empty())
+            report += ", " + std::to_string(disk.Unread().size()) + " of them cannot be read";
         m_view->setEnabled(true);
     } else if (run.Fault()) {
         report = "No gallery was written";

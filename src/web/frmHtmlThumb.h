@@ -8,8 +8,6 @@
 
 #include <QDialog>
 
-#include <array>
-
 class QCheckBox;
 class QGridLayout;
 class QListWidget;
@@ -49,13 +47,14 @@ private:
     QWidget* MakeRun();
     QCheckBox* Check(const char* name, const char* caption, int GallerySettings::*field);
     void AddSlider(QVBoxLayout& to, const char* name, const char* label, const char* caption,
-                   int least, int most, int GallerySettings::*field);
+                   int least, int most, int GallerySettings::*field, bool endIsAll = false);
     QRadioButton* Choice(const char* name, const char* caption);
     void Follow(QWidget& part); // the miniature follows its controls
     void ShowMiniature();
-    void ShowWarnings();
+    void ShowWarnings(const GallerySettings& settings);
     void Form_Activate();
     void Say(const std::string& text);
+    std::vector<GalleryItem> Items() const; // in the order of the list
     GalleryPlan Plan(bool frames) const;
     std::vector<std::string> Pictures() const;
     void Run(GalleryPlan plan);

@@ -2,6 +2,8 @@
 #include "FilesDesk.h"
 
 #include <QCheckBox>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QSlider>
 
 namespace tarn::testing {
@@ -104,6 +106,11 @@ TEST(CopyTo, TheFolderIsChosenOnce) {
     d.c.SetImageCopyButton->trigger();
     EXPECT_EQ(d.Said(), "Copy image folder set to '" + other.Path() + "'");
     EXPECT_EQ(d.c.CopyImageButton3->toolTip().toStdString(), other.Path());
+    EXPECT_EQ(d.c.MoveToButton->toolTip().toStdString(), other.Path());
+    EXPECT_EQ(d.c.CJMButton->toolTip().toStdString(),
+              "Convert to JPG then move to " + other.Path());
+    EXPECT_EQ(d.c.GotoCopyFolderButton->toolTip().toStdString(),
+              "Display CopyTo folder " + other.Path());
 }
 
 TEST(Convert, MakesAJpegBesideWithTheNote) {
@@ -213,11 +220,20 @@ TEST(Clipboard, TextsOfTheCurrentPicture) {
     d.c.CopyFilenameButton->trigger();
     EXPECT_EQ(d.clipboard->Text(), d.folder.Path() + "/a.jpg");
     d.c.CopyAutoButton->trigger();
+    d.c.CopyFilenameButton->trigger(); // never advances
+    EXPECT_EQ(d.Current(), "a.jpg");
     d.c.CopyExifButton->trigger();
     EXPECT_EQ(d.clipboard->Text().find("M31File name: a.jpg\r\n"), 0U);
     EXPECT_EQ(d.Current(), "b.jpg");
     d.c.CopyCameraButton[1]->trigger();
     EXPECT_EQ(d.clipboard->Text().find("   File name: b.jpg\r\n"), 0U);
+    EXPECT_EQ(d.Current(), "c.jpg");
+    d.GoTo("a.jpg");
+    d.c.CopyCameraButton[0]->trigger();
+    EXPECT_EQ(d.clipboard->Text().find("File name: a.jpg\r\n"), 0U);
+    EXPECT_EQ(d.Current(), "b.jpg");
+    d.c.CopyPictureButton->trigger();
+    EXPECT_EQ(QGuiApplication::clipboard()->image().size(), QSize(61, 40));
     EXPECT_EQ(d.Current(), "c.jpg");
 }
 

@@ -4,6 +4,7 @@
 
 #include "common/dates.h"
 
+#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 
@@ -48,6 +49,7 @@ constexpr char kUntouched[] = "02/03/2001 4:05:06 AM";
 TEST(FileDates, OneFileGetsItsOwnDate) {
     DatesDesk d;
     d.Start();
+    EXPECT_TRUE(d.c.PopupSetFileDatesButton->isEnabled());
     d.Key(Qt::Key_F6);
     EXPECT_EQ(d.Time("a.jpg"), "06/22/2004 8:15:30 PM");
     EXPECT_EQ(d.Said(), "UPDATED - File Date set to Picture Date 06/22/2004 8:15:30 PM");
@@ -57,7 +59,7 @@ TEST(FileDates, OneFileGetsItsOwnDate) {
     d.Key(Qt::Key_F6);
     EXPECT_EQ(d.Said(), "ERROR - Cannot set File Date, may be Read Only");
     d.Key(Qt::Key_End);
-    EXPECT_FALSE(d.c.SetFileDatesButton->isEnabled()); // no camera data
+    EXPECT_FALSE(d.c.SetFileDatesButton->isEnabled() || d.c.PopupSetFileDatesButton->isEnabled());
 }
 
 TEST(FileDates, WhatIsNoPictureKeepsItsDate) {
@@ -87,6 +89,18 @@ TEST(FileDates, RangeFromTheCurrentRowToTheLast) {
     EXPECT_EQ(d.Time("d.jpg"), kUntouched);
     EXPECT_EQ(d.Said(), "File dates synchronized to picture dates");
     EXPECT_EQ(d.Current(), "a.jpg");
+    EXPECT_EQ(d.house.window.findChild<QLabel*>("StatusBar1_Text")->text().toStdString(),
+              d.At("a.jpg"));
+    std::string remaining;
+    d.events.onPump = [&] {
+        if (!d.s.BatchRuns || !remaining.empty()) return;
+        remaining = d.Said();
+        d.c.BatchCancelButton->click();
+    };
+    d.dialogs.answers = {"OK"};
+    d.c.SyncDatesButton->trigger();
+    EXPECT_EQ(remaining, "Files remaining 3");
+    EXPECT_EQ(d.Said(), "File dates synchronized to picture dates, cancelled after 0 of 4 files");
 }
 
 TEST(DateEditor, WritesNineteenBytesAndTheFileDate) {
@@ -107,6 +121,13 @@ TEST(DateEditor, WritesNineteenBytesAndTheFileDate) {
     EXPECT_EQ(d.Row(1), "* Picture date: 06/22/2004 9:15:31 PM  Tuesday");
     EXPECT_EQ(d.Said(), "UPDATED - Picture date changed and file date synchronized");
     EXPECT_EQ(d.In<QLineEdit>("CurrentDateText")->text().toStdString(), fresh);
+    d.Type("2004:06:22 23:15:31");
+    d.Press("HourPlusButton");
+    EXPECT_TRUE(d.In<QLabel>("AutoErrorLabel")->isVisible());
+    d.In<QCheckBox>("CheckAdvance")->setChecked(true);
+    d.Press("SetButton");
+    EXPECT_EQ(d.Time("a.jpg"), "06/22/2004 11:15:31 PM");
+    EXPECT_EQ(d.In<QLabel>("FileLabel")->text().toStdString(), d.At("b.jpg"));
 }
 
 TEST(DateEditor, RefusesWhatIsNoDateAndWhatIsNotItsOwn) {

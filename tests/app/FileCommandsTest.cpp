@@ -332,6 +332,47 @@ TEST(CopyPaste, TakesFilesFromAnotherProgram) {
     d.c.PasteButton->trigger();
     EXPECT_EQ(d.Said(), "Copy > Paste 1 files");
     EXPECT_EQ(BytesOf(d.folder.Path() + "/odd \xFF%.jpg"), "odd");
+    const ClipboardFiles theirs{{odd}, true};
+    d.clipboard->SetFiles(theirs);
+    d.files.onChange = [](const std::string& verb, const std::string&) {
+        return verb == "copy" ? std::string("No space left on device") : std::string();
+    };
+    d.c.PasteButton->trigger();
+    EXPECT_TRUE(d.Said().starts_with("Paste failed"));
+    EXPECT_TRUE(d.clipboard->Files() == theirs); // to be tried again
+    d.files.onChange = nullptr;
+    d.c.FileListBox->UnselectAll();
+    d.c.CopyButton->trigger(); // nothing is the later choice
+    EXPECT_EQ(d.Said(), "0 files selected for copy");
+    d.c.PasteButton->trigger();
+    EXPECT_EQ(d.Said(), "Copy > Paste 0 files");
+    EXPECT_TRUE(fs::exists(odd));
+}
+
+TEST(FileCommands, TellOfATextThatWasNotSaved) {
+    using Act = std::function<void(PasteDesk&)>;
+    const std::vector<Act> commands{
+        [](PasteDesk& d) { d.Rename("x.jpg"); }, [](PasteDesk& d) { d.c.MoveToButton->click(); },
+        [](PasteDesk& d) { d.c.ConvertButton->trigger(); },
+        [](PasteDesk& d) { d.c.UndoButton->trigger(); },
+        [](PasteDesk& d) {
+            d.clipboard->SetFiles({{d.target.Write("z.jpg", JpegBytes(TellTale(9, 9)))}, false});
+            d.c.PasteButton->trigger();
+        }};
+    for (const Act& act : commands) {
+        PasteDesk d;
+        const TestFolder copies;
+        d.settings->Write("notes_folder", "");
+        d.settings->Write("copy_folder", copies.Path());
+        d.Start();
+        d.Key(Qt::Key_Delete);
+        d.GoTo("b.jpg");
+        d.c.NotesBox->setPlainText(QStringLiteral("unsaved"));
+        act(d);
+        EXPECT_TRUE(d.Said().ends_with("; Unsaved note of 'b.jpg' is in the restore buffer"))
+            << d.Said();
+        EXPECT_EQ(d.s.NotesSave, "unsaved");
+    }
 }
 
 TEST(FileCommands, AFullDiskLeavesEverythingAsItStood) {

@@ -2,9 +2,11 @@
 #include "AppDesk.h"
 
 #include "../print/Orders.h"
+#include "platform/printing/clsPrintDialog.h"
 #include "print/frmPrintPreview.h"
 
 #include <QAction>
+#include <QDate>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QStatusBar>
@@ -46,6 +48,11 @@ TEST(Print, EveryPictureIsPrintedAndTheScreenIsAsBefore) {
     d.Print(d.c.PrintCButton);
     ASSERT_EQ(d.printing.pages.size(), 2U);
     EXPECT_TRUE(d.Has(0, "Page 1 of 2"));
+    const std::string heading = All<PaperText>(d.printing.pages[0]).at(0).text;
+    EXPECT_TRUE(heading.starts_with("Tarn_View " + d.s.Version + " ") &&
+                heading.ends_with("/" + std::to_string(QDate::currentDate().year()) + " - " +
+                                  d.folder.Path()))
+        << heading;
     EXPECT_TRUE(d.Has(0, "1.  p100.jpg") && d.Has(0, "12.  p111.jpg"));
     EXPECT_TRUE(d.Has(1, "13.  p112.jpg"));
     EXPECT_TRUE(d.Has(1, "0.0 Mp 72 x 40 - 1 KB")); // each its own data
@@ -68,14 +75,22 @@ TEST(Print, EveryPictureIsPrintedAndTheScreenIsAsBefore) {
 
 TEST(Print, OnePageBeginsWithTheCurrentPicture) {
     PrintDesk d;
-    d.Fill(6);
+    d.Fill(5);
+    d.folder.Write("p105.jpg", Photo(ExifBuilder(Endian::Big).Short(274, 6)));
     d.Start();
     d.c.Print1stTButton->trigger();
     d.house.navigation.SelectRow(5);
+    std::string counter;
+    d.events.onPump = [&] {
+        if (d.s.BatchRuns) counter = d.s.TextNumOf;
+    };
     d.Print(d.c.Printc4Button);
+    EXPECT_EQ(counter, "6 of 4");
     ASSERT_EQ(d.printing.pages.size(), 1U);
     EXPECT_EQ(All<PaperBox>(d.printing.pages[0]).size(), 1U);
     EXPECT_TRUE(d.Has(0, "6.  p105.jpg") && d.Has(0, "Page 1 of 1"));
+    const auto picture = All<PaperPicture>(d.printing.pages[0]).at(0);
+    EXPECT_EQ(Quarters(QImage::fromData(QByteArray::fromStdString(picture.jpeg))), "bryg");
 }
 
 TEST(Print, CancelDropsThePages) {
@@ -109,6 +124,12 @@ TEST(Print, CancelledDialogAndEnlargedWindowPrintNothing) {
     d.Start();
     d.c.PrintCMButton->trigger();
     EXPECT_TRUE(d.s.PrintDialogCancelled);
+    PrinterChoice current;
+    clsPrintDialog dialog(d.dialogs, current);
+    EXPECT_FALSE(dialog.ShowPrinter());
+    dialog.CancelError = true;
+    EXPECT_THROW(dialog.ShowPrinter(), PrintDialogError);
+    d.dialogs.shown.resize(1);
     EXPECT_EQ(d.dialogs.shown, Calls{"print"});
     d.house.window.resize(d.house.window.width() + 1, d.house.window.height());
     d.Print(d.c.PrintCMButton);
@@ -149,6 +170,11 @@ TEST(Print, NotesOfEachPictureAndTheOneInHand) {
     d.c.PrintNotesOnThumbnailsButton->trigger();
     d.Print(d.c.PrintCButton);
     EXPECT_FALSE(d.Has(0, "second's note"));
+    d.c.NotesBox->setPlainText(QStringLiteral("unsaved again"));
+    d.c.PrintPreviewButton->trigger();
+    d.Print(d.c.PrintCButton);
+    EXPECT_EQ(d.Message(), "Pages shown in the preview; Unsaved note of 'p101.jpg' is in the "
+                           "restore buffer");
 }
 
 TEST(Print, FilesThatAreNoPicturesAndExtremeOnes) {
@@ -195,10 +221,12 @@ TEST(Print, PicturesAreInTheColoursOfTheirProfile) {
     ASSERT_EQ(d.printing.pages.size(), 1U);
     const auto pictures = All<PaperPicture>(d.printing.pages[0]);
     EXPECT_EQ(Quarters(QImage::fromData(QByteArray::fromStdString(pictures.at(0).jpeg))), "bgr?");
+    const auto* status = d.house.window.statusBar()->findChild<QLabel*>();
+    d.Print(d.c.PrintCButton); // the remark on the second does not stay
+    EXPECT_EQ(status->text().toStdString(), d.folder.Path() + "/p.jpg");
     d.house.navigation.NextButton_Click();
     EXPECT_EQ(Quarters(d.c.Picture1->Picture()), "rgby");
-    EXPECT_TRUE(d.house.window.statusBar()->findChild<QLabel*>()->text().endsWith(
-        QLatin1String("broken and was ignored")));
+    EXPECT_TRUE(status->text().endsWith(QLatin1String("broken and was ignored")));
 }
 
 TEST(Print, ThePreviewShowsThePagesBeforeTheyAreSent) {

@@ -9,6 +9,7 @@
 #include <QGroupBox>
 #include <QListView>
 #include <QListWidget>
+#include <QShortcut>
 #include <QStringListModel>
 
 #include <filesystem>
@@ -205,12 +206,16 @@ TEST(RenameFiles, MainWindowFollows) {
     d.Press("CloseCommand");
     EXPECT_EQ(d.Current(), "c.jpg");
     EXPECT_TRUE(d.c.FileListBox->hasFocus() || d.s.CurrentPane == Pane::Picture1);
-    d.Open();
+    d.c.PopupRenamePicturesButton->trigger();
+    EXPECT_EQ(d.List("RenameFile"), "b.jpg c.jpg x.jpg ");
+    EXPECT_EQ(list.SelectedRows(), std::vector<int>{1}); // as in the main window
     d.Get<FolderTreeview>("FolderTreeview1").SetSelectedPath(other.Path());
     EXPECT_EQ(d.List("RenameFile"), "IMG_1.jpg ");
     d.Get<FolderTreeview>("FolderTreeview1").SetSelectedPath(other.Path() + "/none");
     EXPECT_EQ(d.List("RenameFile"), "IMG_1.jpg ");
-    d.RenameAll("IMG_", "");
+    d.Fill("IMG_", "");
+    for (QShortcut* key : d.Get<QPushButton>("RenameCommand").window()->findChildren<QShortcut*>())
+        if (key->key() == QKeySequence(Qt::Key_F2)) emit key->activated();
     d.house.window.findChild<QDialog*>("frmRenameFiles")->close();
     EXPECT_EQ(d.c.FolderTreeview1->SelectedPath(), other.Path());
     EXPECT_EQ(d.s.Filename, other.Path() + "/1.jpg");

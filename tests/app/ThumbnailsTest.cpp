@@ -10,23 +10,21 @@
 namespace tarn::testing {
 namespace {
 
-TEST(Thumbnails, TheFolderCanBeRunWhateverIsCurrent) {
+TEST(Thumbnails, TheFolderIsRunFromAPicture) {
     AppDesk d;
     d.folder.Write("a.jpg", "no picture");
     d.AddPicture("b.jpg");
     d.Start();
     const MainControls& c = d.house.controls;
-    EXPECT_FALSE(c.GenerateThumbCButton->isEnabled()); // a placeholder
-    EXPECT_TRUE(c.GenerateThumbButton->isEnabled());
+    EXPECT_FALSE(c.GenerateThumbCButton->isEnabled() || c.GenerateThumbButton->isEnabled());
+    d.Key(Qt::Key_N); // a placeholder was up
+    EXPECT_TRUE(c.GenerateThumbCButton->isEnabled() && c.GenerateThumbButton->isEnabled());
     EXPECT_EQ(c.GenerateThumbButton->text(), "Create Thumbnail Pictures in .../thumbnails");
     c.GenerateThumbButton->trigger();
     EXPECT_EQ(d.house.state.MessageText.find("1 thumbnails, sized 120 pixels created in "
                                              "...\\thumbnails sub folder, 1 failed: 'a.jpg' - "),
               0U);
-    EXPECT_EQ(d.house.state.FileNameOnly, "a.jpg");
-    d.Key(Qt::Key_N);
     EXPECT_EQ(d.Current(), "b.jpg");
-    EXPECT_TRUE(c.GenerateThumbCButton->isEnabled());
     EXPECT_FALSE(c.BatchCancelButton->isVisible());
 }
 

@@ -169,6 +169,8 @@ TEST(Video, TextsPagesAndSummariesHaveTheirPanes) {
                              "           Video format not supported\n"),
               std::string::npos);
     EXPECT_EQ(d.c.FileSizeText->text(), "1.43 MB");
+    d.c.CopyExif1LineButton->trigger(); // with nothing of the picture before
+    EXPECT_EQ(d.clipboard->Text(), d.s.FileModifiedText + " m.mp4");
     d.GoTo("a.jpg");
     EXPECT_FALSE(d.c.QTplayButton->isVisible());
     EXPECT_EQ(d.s.CurrentPane, Pane::Picture1);
@@ -227,8 +229,13 @@ TEST(Video, AnOpenClipIsRenamedAndGoesAway) {
     EXPECT_EQ(d.Current(), "w.avi");
     d.GoTo("w.avi");
     EXPECT_EQ(d.Frame(), "4|Video frame 4");
-    // A command that comes to nothing has closed the clip: any button opens it again.
+    // A note that cannot be saved: nothing is begun.
     d.files.onChange = [](const std::string&, const std::string&) { return "refused"; };
+    d.c.NotesBox->setPlainText(QStringLiteral("unsaved"));
+    d.Rename("x.avi");
+    EXPECT_TRUE(d.s.VideoOpen);
+    d.c.NotesBox->clear();
+    // A command that comes to nothing has closed the clip: any button opens it again.
     d.Rename("x.avi");
     d.files.onChange = {};
     EXPECT_FALSE(d.s.VideoOpen);

@@ -134,6 +134,14 @@ TEST(WebPages, RulesActOnClicksAndRefusalsAreTold) {
     EXPECT_EQ(desk.dialogs.shown.back().substr(0, 22), "Write html file error|");
     EXPECT_EQ(desk.Text("short.html"), "short");
     EXPECT_EQ(desk.form->windowTitle(), "Closed - short.html");
+    std::filesystem::remove(desk.Page("short.html"));
+    for (const char* button : {"ViewHtmlFile", "EditHtmlFile"}) {
+        desk.Press(button);
+        EXPECT_TRUE(desk.dialogs.shown.back().ends_with(
+            "html file error|Error opening html file\n" + desk.Page("short.html") +
+            "\n\nError 2, No such file or directory"))
+            << desk.dialogs.shown.back();
+    }
 }
 
 TEST(WebPages, OptionsAreTakenByAHeaderAlone) {
@@ -153,9 +161,35 @@ TEST(WebPages, OptionsAreTakenByAHeaderAlone) {
     EXPECT_EQ(desk.s.HtmlAppendOption, 0);
 
     desk.OpenPageForm();
+    desk.s.HtmlLayout3 = true; // beside the first
+    desk.s.HtmlPictureType = 9;
     desk.dialogs.answers = {desk.Page("new.html")};
     desk.Press("CreateButton_1");
     EXPECT_EQ(desk.In<QLineEdit>("HtmlTitle")->text(), "Saved");
+    EXPECT_TRUE(desk.In<QRadioButton>("HtmlLayout1")->isChecked());
+    desk.In<QLineEdit>("Email")->setText(QStringLiteral("a\r\n-->"));
+    desk.Press("CommandOk"); // what none has clicked stands as it was
+    EXPECT_TRUE(desk.s.HtmlLayout1 && desk.s.HtmlLayout3);
+    EXPECT_EQ(desk.s.HtmlPictureType, 9);
+    EXPECT_EQ(desk.s.HtmlEmail, "a  -->");
+    desk.In<QCheckBox>("HtmlAddAutoAdvance")->setChecked(desk.s.HtmlAuto == 0);
+    const int advance = 1 - desk.s.HtmlAuto;
+    QTest::keyClick(desk.form, Qt::Key_Escape);
+    EXPECT_EQ(desk.form->windowTitle(), "Opened - new.html");
+    desk.dialogs.answers = {desk.Page("new.html"), "OK"};
+    desk.Press("CreateButton_1"); // closes it first
+    EXPECT_EQ(desk.s.HtmlAuto, advance);
+    EXPECT_EQ(desk.In<QCheckBox>("HtmlAddAutoAdvance")->isChecked(), advance == 1);
+    desk.In<QRadioButton>("HtmlLayout3")->click();
+    desk.In<QAbstractButton>("Picture2")->click();
+    desk.Press("CommandOk");
+    EXPECT_TRUE(!desk.s.HtmlLayout1 && desk.s.HtmlLayout3);
+    EXPECT_EQ(desk.s.HtmlPictureType, 2);
+    desk.Press("HtmlCloseButton");
+    std::filesystem::remove(desk.Page("new.html"));
+
+    desk.dialogs.answers = {desk.Page("new.html")};
+    desk.Press("CreateButton_1");
     desk.In<QLineEdit>("HtmlTitle")->setText(QStringLiteral("Typed"));
     desk.Press("QuitButton"); // before the header
     EXPECT_EQ(desk.Text("new.html"), "none");
@@ -268,6 +302,9 @@ TEST(WebPages, NamesThatBrowsersCannotFollowAreTold) {
     EXPECT_TRUE(warnings->text().startsWith("Beginning..."));
     desk.In<QCheckBox>("NotesTopCheck")->click();
     EXPECT_FALSE(warnings->text().contains("Beginning..."));
+    desk.In<QLineEdit>("ThumbWHtext")->setText(QStringLiteral("abc"));
+    desk.In<QCheckBox>("ThumbWHcheck")->click();
+    EXPECT_TRUE(warnings->text().startsWith("The limit of the pictures"));
     EXPECT_TRUE(warnings->text().endsWith("a#1.jpg"));
 }
 
@@ -315,10 +352,23 @@ TEST(WebPages, AGalleryIsMadeOfTheThumbnails) {
     desk.Press("HtmlFramesThumbnailButton");
     EXPECT_EQ(desk.Said(), "Created Html files 'index.html' with 3 pictures & image_*.html frames");
     EXPECT_NE(desk.Text("index_thumbs.html").find("ChangeClass(3)"), std::string::npos);
+
+    // A custom filter looks for the size without its leading zero.
+    const Tree made = desk.Pictures();
+    desk.s.FilterIsCustom = true;
+    desk.s.FileTypes = "*.jpg";
+    desk.s.ThumbSize = 64;
+    desk.folder.Write("thumbnails/T064_a.jpg", "thumbnail");
+    desk.Press("HtmlThumbnailButton");
+    EXPECT_EQ(desk.In<QLabel>("LabelInfo")->text(),
+              "No gallery was made: there is no picture with a thumbnail");
+    std::filesystem::remove(desk.folder.Path() + "/thumbnails/T064_a.jpg");
+    EXPECT_EQ(desk.Pictures(), made);
 }
 
 TEST(WebPages, DeletesThePagesOfTheFolder) {
     WebDesk desk;
+    desk.settings->Write("weblist_check", "1");
     desk.Start();
     for (const char* name : {"x.html", "Y.HTM", "kept.txt", "open.html"})
         desk.folder.Write(name, "page");
@@ -326,6 +376,8 @@ TEST(WebPages, DeletesThePagesOfTheFolder) {
     desk.dialogs.answers = {desk.Page("open.html"), "OK"};
     desk.Press("CreateButton_1");
     desk.Press("CommandOk");
+    desk.house.navigation.RefreshDirButton_Click();
+    desk.GoTo("x.html");
     desk.dialogs.answers = {};
     desk.c.HtmlDeleteButton->trigger();
     EXPECT_NE(desk.Text("x.html"), "none");
@@ -338,6 +390,7 @@ TEST(WebPages, DeletesThePagesOfTheFolder) {
     EXPECT_EQ(desk.Said(), "Deleted 2 Html files");
     EXPECT_EQ(desk.Names(), "a.jpg b.jpg c.jpg kept.txt open.html ");
     EXPECT_TRUE(Trashed("x.html").starts_with("page"));
+    EXPECT_EQ(desk.s.FileNameOnly, "open.html"); // the last row now
 }
 
 } // namespace tarn::testing

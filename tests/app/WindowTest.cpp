@@ -4,6 +4,7 @@
 #include "shell/window/frmMain.h"
 
 #include <QCheckBox>
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -180,6 +181,14 @@ TEST(Window, APathHandedOverIsOpenedLikeAnArgument) {
     EXPECT_EQ(d.house.state.Filename, second);
     EXPECT_EQ(d.house.controls.FileDateText->text().toStdString(),
               "'" + other.Path() + "/none.jpg' does not exist");
+    // Under a question the current file stays what it is.
+    QDialog question(&d.house.window);
+    question.setModal(true);
+    question.show();
+    d.house.Open(d.folder.Path());
+    EXPECT_EQ(d.house.state.Filename, second);
+    question.close();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return d.Current() == "a.jpg"; }));
 }
 
 TEST(Window, ARealChangeOfSizeRedrawsOnceAfterItRests) {

@@ -9,6 +9,7 @@
 #include <array>
 #include <cstdint>
 #include <cstdio>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
@@ -182,6 +183,19 @@ TEST(Tarn, LaysPages) {
     const std::string close = "</body>\r\n</html>\r\n";
     EXPECT_EQ(added.find(close), added.size() - close.size());
 
+    // A link to nothing has no camera data, whatever the picture before it had.
+    const TestFolder broken;
+    broken.Write("a.jpg", CanonPicture());
+    std::filesystem::create_symlink("gone", broken.Path() + "/b.jpg");
+    const Outcome links =
+        Tarn("page --set html_exif_info=1 " + broken.Path() + "/p.html " + broken.Path());
+    EXPECT_EQ(links.status, 1);
+    EXPECT_TRUE(Has(links, "b.jpg: cannot be read")) << links.out;
+    const std::string entries = BytesOf(broken.Path() + "/p.html");
+    EXPECT_NE(entries.find("File name: b.jpg"), std::string::npos) << entries;
+    EXPECT_NE(entries.find("EOS 20D"), std::string::npos);
+    EXPECT_EQ(entries.find("EOS 20D"), entries.rfind("EOS 20D")) << entries;
+
     EXPECT_EQ(Tarn("page --append " + folder.Path() + "/none.html " + folder.Path()).status, 1);
     EXPECT_EQ(Tarn("page /no/such/p.html " + folder.Path()).status, 1);
     EXPECT_EQ(Tarn("page " + page + " /no/such").status, 1);
@@ -235,6 +249,16 @@ TEST(Tarn, MakesGalleries) {
     EXPECT_EQ(Tarn("gallery " + folder.Path() + "/ImageT001.html " + folder.Path()).status, 1);
     EXPECT_EQ(Tarn("gallery --set SizeCheck=on " + index + " " + folder.Path()).status, 2);
     EXPECT_EQ(ReadTree(folder.Path()), plain);
+    // Made, but of little use.
+    const TestFolder other;
+    folder.Write("a#1.bmp", Bitmap(60, 40));
+    const Outcome poor = Tarn("gallery --thumbnails --set html_thumb_cs=1 "
+                              "--set html_thumb_cs_value=abc " +
+                              other.Path() + "/index.html " + folder.Path());
+    EXPECT_EQ(poor.status, 1);
+    for (const char* part : {"/index.html: 3 pictures", "its links will not find them",
+                             "a#1.bmp: browsers", "'abc' is no number above 0"})
+        EXPECT_TRUE(Has(poor, part)) << part << poor.out;
 }
 
 TEST(Tarn, PrintsSheets) {
@@ -302,10 +326,13 @@ TEST(Tarn, MakesThumbnailsOfAFolder) {
     folder.Write("thumbnails/T150_a.b.tif", "kept");
     EXPECT_TRUE(Has(Tarn(options + "--update " + folder.Path()), "\n0 thumbnails, "));
     EXPECT_EQ(ReadTree(folder.Path() + "/thumbnails").at("T150_a.b.tif"), "kept");
-    for (const char* name : {".", "..", "''", "/tmp"}) {
+    std::filesystem::create_directory(folder.Path() + "/notes");
+    folder.Write("notes/T120_a.enf", "of a picture");
+    const std::string ofNotes = "notes --notes " + folder.Path() + "/notes";
+    for (const std::string& name :
+         {std::string("."), std::string(".."), std::string("''"), std::string("/tmp"), ofNotes}) {
         const auto before = ReadTree(folder.Path());
-        const Outcome refused =
-            Tarn(std::string("thumbnails --subfolder ") + name + " " + folder.Path());
+        const Outcome refused = Tarn("thumbnails --subfolder " + name + " " + folder.Path());
         EXPECT_EQ(refused.status, 1);
         EXPECT_TRUE(Has(refused, "Sub folder name is not valid"));
         EXPECT_EQ(ReadTree(folder.Path()), before);

@@ -24,6 +24,18 @@ struct ReadingInfo : RecordingInfo {
     std::function<void()> whenRead;
 };
 
+// Says how it was stepped.
+struct WatchedNavigation : RecordingNavigation {
+    WatchedNavigation(Calls& written, const ProgramState& desk)
+        : RecordingNavigation(written), state(desk) {}
+    void NextButton_Click() override {
+        RecordingNavigation::NextButton_Click();
+        stepsAway = state.OneToOneNav;
+    }
+    const ProgramState& state;
+    bool stepsAway = false; // by a window that keeps the focus
+};
+
 // The room itself, writing down what it asks of itself by its interface.
 struct WatchedRoom : DisplayRoom {
     WatchedRoom(Context& context, Calls& written) : DisplayRoom(context), calls(written) {}
@@ -40,7 +52,7 @@ struct WatchedRoom : DisplayRoom {
 };
 
 struct Desk : RoomDesk {
-    RecordingNavigation navigation{calls};
+    WatchedNavigation navigation{calls, state};
     ReadingInfo info{calls};
     WatchedRoom room{context, calls};
     Context context = Join(navigation, room, info);

@@ -177,12 +177,20 @@ TEST_F(PreviewTest, RedrawReloadsWhatIsUp) {
 }
 
 TEST_F(PreviewTest, PictureCommandsFollowButThoseWithoutACommandStayOff) {
+    const MainControls& c = d.controls;
+    const std::vector<QAction*> entries{
+        c.PrintButton,          c.PrintCButton,     c.Printc4Button,   c.PrintCSButton,
+        c.PrintCMButton,        c.AdjustButton,     c.SyncDatesButton, c.GenerateThumbButton,
+        c.GenerateThumbCButton, c.CopyPictureButton};
     d.room.SetPictureCommands(true);
-    EXPECT_TRUE(d.controls.RotateRightButton->isEnabled());
-    EXPECT_FALSE(d.controls.PrintButton->isEnabled());
-    Connect(d.controls.PrintButton, [] {});
-    d.room.SetPictureCommands(true);
-    EXPECT_TRUE(d.controls.PrintButton->isEnabled());
-    d.room.SetPictureCommands(false);
-    EXPECT_FALSE(d.controls.PrintButton->isEnabled() || d.controls.FlipButton->isEnabled());
+    EXPECT_FALSE(c.PrintButton->isEnabled());
+    for (QAction* entry : entries) Connect(entry, [] {});
+    for (const bool on : {true, false}) {
+        d.room.SetPictureCommands(on);
+        for (QAction* entry : entries)
+            EXPECT_EQ(entry->isEnabled(), on) << entry->text().toStdString();
+        for (QPushButton* button : {c.ViewButton, c.RotateRightButton, c.RotateLeftButton,
+                                    c.FlipButton, c.MirrorButton, c.OneToOneButton})
+            EXPECT_EQ(button->isEnabled(), on) << button->text().toStdString();
+    }
 }

@@ -10,6 +10,7 @@
 #include <QSlider>
 #include <QTest>
 #include <QWheelEvent>
+#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -107,6 +108,8 @@ TEST_F(BrightnessWindow, ChangesTheShownPictureFromItsUnchangedPixels) {
     auto* label = static_cast<QLabel*>(Part("frmBrightness", "BrightnessLabel"));
     EXPECT_EQ(slider->minimum(), -100);
     EXPECT_EQ(slider->maximum(), 100);
+    EXPECT_EQ(slider->singleStep(), 1);
+    EXPECT_EQ(slider->pageStep(), 5);
     slider->setValue(100);
     slider->setValue(40);
     EXPECT_EQ(shown(), 202);
@@ -293,7 +296,7 @@ TEST_F(OneToOneWindow, ShowsTheMiddleThenThePartsPressedPixelByPixel) {
     d.state.FileSizeText = "1,234 KB";
     Open(picture);
     EXPECT_FALSE(window->parent());
-    EXPECT_TRUE(d.state.OneToOneLoaded && d.state.OneToOneVisible);
+    EXPECT_TRUE(d.state.OneToOneLoaded);
     EXPECT_FALSE(d.controls.CloseOneToOneButton->isHidden());
     EXPECT_EQ(Title("frmOnetoOne"), "Tarn View - 1:1  " + d.state.Filename);
     EXPECT_EQ(Info(), d.state.Filename + " (600 x 400) 1,234 KB");
@@ -317,6 +320,15 @@ TEST_F(OneToOneWindow, ShowsTheMiddleThenThePartsPressedPixelByPixel) {
     d.Show("small.png", PictureBytes(Ramp(100, 200), "PNG"));
     EXPECT_EQ(view->Picture(), before) << "smaller than the viewport";
     EXPECT_EQ(nav->Picture().size(), QSize(100, 200));
+
+    // At a clip or page it names the file and shows no picture; then the same point again.
+    d.state.Filename = "clip.avi";
+    d.state.ImageWidth = d.state.ImageHeight = 0;
+    d.room.UpdatePictureWindows();
+    EXPECT_EQ(Title("frmOnetoOne"), "Tarn View - 1:1  clip.avi");
+    EXPECT_TRUE(view->Picture().isNull() && nav->Picture().isNull());
+    d.Show("b.png", PictureBytes(Ramp(300, 200), "PNG"));
+    EXPECT_EQ(view->Picture(), Ramp(300, 200).copy(20, 0, 260, 190));
 }
 
 // Run on screens of finer pixels, too.
@@ -370,6 +382,7 @@ TEST_F(OneToOneWindow, Keys) {
     Open(Ramp(600, 400));
     const auto key = [&](Qt::Key which) { return Since([&] { QTest::keyClick(view, which); }); };
     EXPECT_EQ(key(Qt::Key_Down), Calls{"Next"});
+    EXPECT_TRUE(d.navigation.stepsAway && !d.state.OneToOneNav);
     EXPECT_EQ(key(Qt::Key_Up), Calls{"Prev"});
     EXPECT_EQ(key(Qt::Key_Delete), Calls{"Delete"});
     EXPECT_EQ(key(Qt::Key_F1), Calls{"help 4"});
@@ -400,8 +413,11 @@ TEST_F(OneToOneWindow, Keys) {
     EXPECT_FALSE(d.state.OneToOneInfo) << "what the user chose stays";
 
     key(Qt::Key_X);
-    EXPECT_FALSE(window->isVisible() || d.state.OneToOneLoaded || d.state.OneToOneVisible);
+    EXPECT_FALSE(window->isVisible() || d.state.OneToOneLoaded);
     EXPECT_TRUE(d.controls.CloseOneToOneButton->isHidden());
+    d.state.Filename = "other";
+    emit window->windowHandle()->screenChanged(nullptr);
+    EXPECT_NE(Title("frmOnetoOne"), "Tarn View - 1:1  other") << "closed, it does nothing";
 }
 
 TEST_F(OneToOneWindow, TwoPlacesAreSwappedByOneKey) {

@@ -26,14 +26,6 @@ TEST(Stepping, PagesInShortListsStayInside) {
         }
 }
 
-TEST(Stepping, SheetPagesCountWholeSheets) {
-    EXPECT_EQ(SheetPages(0, 4), 0);
-    EXPECT_EQ(SheetPages(1, 4), 1);
-    EXPECT_EQ(SheetPages(4, 4), 1);
-    EXPECT_EQ(SheetPages(5, 4), 2);
-    EXPECT_EQ(SheetPages(41, 40), 2);
-}
-
 TEST(Stepping, ViewsAreRecordedNotPaths) {
     SelectionState s;
     for (const int row : {3, 3, 5, 3}) RecordView(s, row);

@@ -31,6 +31,10 @@ commands=$(awk 'NR > 1 {print $2}' <<<"$usage" | sort -u)
 expect "$(printf '%s\n' --help --version $commands | sort | tr '\n' ' ')" tarn ''
 while read -r _ command rest; do
     [[ $command == --help ]] && continue
+    if ! grep -qx -- "\.B tarn $command\( data\)\?" "$packaging/man/tarn.1"; then
+        echo "the manual does not know $command"
+        failures=$((failures + 1))
+    fi
     words=(tarn "$command")
     known='--help'
     if [[ $command == sheet ]]; then

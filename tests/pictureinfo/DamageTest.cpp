@@ -9,6 +9,14 @@ namespace {
 
 class Damage : public Reading {
 protected:
+    // What was damaged leaves nothing behind.
+    void TearDown() override {
+        Read(CanonPicture());
+        const auto rows = info_.PanelRows;
+        reader_ = PictureInfoReader();
+        Read(CanonPicture());
+        EXPECT_EQ(rows, info_.PanelRows);
+    }
     void ReadBothWays(const std::string& bytes) {
         Read(bytes);
         EXPECT_EQ(info_.PanelRows.size(), info_.ExifFound ? 13U : 3U);

@@ -33,6 +33,10 @@ TEST_F(Files, ThreeKindsAreKnown) {
     EXPECT_EQ(info_.PictureDataOffset, 40);
     EXPECT_EQ(info_.PictureDate, "01/01/2001 10:00:00 AM");
     EXPECT_EQ(info_.CameraDateOffset, 190);
+    // Both heads at once: what is looked for last holds.
+    Read("MM" + big.JpegJfifFirst().substr(2));
+    EXPECT_EQ(info_.PictureDataOffset, 40);
+    EXPECT_EQ(info_.PictureDate, "01/01/2001 10:00:00 AM");
     std::string noMarker = big.Jpeg();
     noMarker.replace(0, 6, "abcdef");
     Read(noMarker);
@@ -56,12 +60,12 @@ TEST_F(Files, AFileThatCannotBeReadGivesThePictureBefore) {
     const std::string jpeg = DateAt(Endian::Big, 200, kFirst).Jpeg();
     Read(jpeg);
     EXPECT_TRUE(reader_.FileWasRead());
-    Begin("gone.jpg", folder_.Path() + "/gone.jpg");
+    BeginPicture(info_, folder_.Path() + "/gone.jpg");
     reader_.ReadPictureInfo(info_);
     EXPECT_FALSE(reader_.FileWasRead());
     EXPECT_EQ(info_.PictureDate, "01/01/2001 10:00:00 AM");
     EXPECT_EQ(Line(2), "        Size: 0.0 Megapixel - 0 x 0 - 0 KB");
-    Begin("folder", folder_.Path());
+    BeginPicture(info_, folder_.Path());
     reader_.ReadPictureInfo(info_);
     EXPECT_FALSE(reader_.FileWasRead());
     EXPECT_EQ(info_.PictureDate, "01/01/2001 10:00:00 AM");

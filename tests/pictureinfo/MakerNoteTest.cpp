@@ -9,15 +9,15 @@ namespace {
 // A Canon note at buffer index 0, with words behind the settings' second one.
 class CanonBytes {
 public:
-    explicit CanonBytes(int tag = 1) {
-        const std::string head = ByteWriter(Endian::Little)
-                                     .Word(3)
-                                     .Word(static_cast<unsigned>(tag))
-                                     .Word(3)
-                                     .Long(40)
-                                     .Long(108)
-                                     .Bytes();
-        std::copy(head.begin(), head.end(), bytes_.begin());
+    // Its one entry stands behind `before` empty ones.
+    explicit CanonBytes(int tag = 1, std::size_t before = 0) {
+        const std::string entry = ByteWriter(Endian::Little)
+                                      .Word(static_cast<unsigned>(tag))
+                                      .Word(3)
+                                      .Long(40)
+                                      .Long(108)
+                                      .Bytes();
+        std::copy(entry.begin(), entry.end(), &bytes_[2 + before * 12]);
         for (int k = 0; k < 60; k += 2) Word(k, 0);
     }
     CanonBytes& Word(int k, unsigned value) { return Byte(k, value).Byte(k + 1, value >> 8U); }
@@ -58,18 +58,56 @@ protected:
 } // namespace
 
 TEST(CanonNote, SettingsByTable) {
-    CanonBytes bytes;
-    bytes.Word(24, 65535).Word(26, 65534).Word(28, 2).Word(4, 2).Word(6, 5).Word(38, 1);
-    bytes.Word(10, 3).Word(44, 50).Word(46, 50);
-    const CanonMakerNote note = bytes.Read(kOther);
-    EXPECT_EQ(note.CanonContrast, "Low");
-    EXPECT_EQ(note.CanonSaturation, "Lowest");
-    EXPECT_EQ(note.CanonSharpness, "Hardest");
-    EXPECT_EQ(note.CanonQuality, "Normal");
-    EXPECT_EQ(note.CanonFlash, "ON");
-    EXPECT_EQ(note.CanonMode, "Program AE");
-    EXPECT_EQ(note.CanonFocus, "Manual");
-    EXPECT_EQ(note.CanonLens, "50-50mm");
+    struct Table {
+        int tag, k;
+        std::string CanonMakerNote::*field;
+        std::vector<unsigned> values;
+        std::string names;
+        const char* camera = kOther;
+    };
+    const std::vector<unsigned> levels{0, 1, 2, 65535, 65534};
+    const std::string contrasts = "Normal|High|Highest|Low|Lowest|";
+    for (const Table& table :
+         {Table{1, 24, &CanonMakerNote::CanonContrast, levels, contrasts},
+          Table{1, 26, &CanonMakerNote::CanonSaturation, levels, contrasts},
+          Table{1, 28, &CanonMakerNote::CanonSharpness, levels,
+                "Normal|Hard|Hardest|Soft|Softest|"},
+          Table{1, 4, &CanonMakerNote::CanonQuality, {2, 3}, "Normal|Fine|"},
+          Table{1, 6, &CanonMakerNote::CanonFlash, {0, 5}, "OFF|ON|"},
+          Table{1,
+                38,
+                &CanonMakerNote::CanonMode,
+                {0, 1, 2, 3, 4, 5},
+                "Full Auto|Program AE|Shutter Priority|Aperture Priority|Manual|Depth of Field|"},
+          Table{1,
+                10,
+                &CanonMakerNote::CanonFocus,
+                {0, 1, 2, 3, 4, 5, 6},
+                "One Shot AF|AI Servo AF|AI Focus AF|Manual|Single|Continuous|Manual|"},
+          Table{2,
+                28,
+                &CanonMakerNote::CanonWhiteBalance,
+                {0, 1, 2, 3, 4, 5, 6, 7, 8, 9},
+                "Auto|Daylight|Cloudy|Tungsten|Flourescent|Flash|Custom||Shade|Temperature|"},
+          Table{1,
+                427,
+                &CanonMakerNote::CanonStyle,
+                {129, 130, 131, 132, 133, 134, 33, 34, 35},
+                "Standard|Portrait|Landscape|Neutral|Faitful|Monochrome|User Def. 1|User Def. "
+                "2|user Def. 3|",
+                kRebel}}) {
+        std::string names;
+        for (const unsigned value : table.values)
+            names +=
+                CanonBytes(table.tag).Word(table.k, value).Read(table.camera).*table.field + "|";
+        EXPECT_EQ(names, table.names);
+    }
+    EXPECT_EQ(CanonBytes().Word(44, 50).Word(46, 50).Read(kOther).CanonLens, "50-50mm");
+}
+
+TEST(CanonNote, ThreeEntriesAreLookedAt) {
+    EXPECT_EQ(CanonBytes(1, 2).Word(4, 3).Read(kOther).CanonQuality, "Fine");
+    EXPECT_EQ(CanonBytes(2, 3).Word(28, 1).Read(kOther).CanonWhiteBalance, "");
 }
 
 TEST(CanonNote, ValuesWithoutANameAreEmpty) {
@@ -82,10 +120,9 @@ TEST(CanonNote, ValuesWithoutANameAreEmpty) {
     EXPECT_EQ(note.CanonLine1, "Quality>          Sharpening> ");
 }
 
-TEST(CanonNote, WhiteBalanceOfTheSecondTag) {
+TEST(CanonNote, WhiteBalanceHasALineOfItsOwn) {
     EXPECT_EQ(CanonBytes(2).Word(28, 4).Read(kOther).CanonLine4,
               std::string(21, ' ') + "WB> Flourescent");
-    EXPECT_EQ(CanonBytes(2).Word(28, 7).Read(kOther).CanonWhiteBalance, "");
 }
 
 TEST(CanonNote, RebelKeepsSettingsElsewhere) {
@@ -154,6 +191,13 @@ TEST_F(MakerNotes, NikonTextsStayFromPictureToPicture) {
 TEST_F(MakerNotes, NikonTagThatDoesNotFitActsAsTheOneBefore) {
     Read(Nikon(Endian::Big, NikonNote().Value(2, 200).Value(0x8002, 800)));
     EXPECT_EQ(info_.ExpSpeed, "800 ISO");
+}
+
+TEST_F(MakerNotes, ThirtyOneNikonEntriesAreLookedAt) {
+    NikonNote note;
+    for (int i = 0; i < 30; ++i) note.Value(999, 0);
+    Read(Nikon(Endian::Big, note.Value(2, 100).Value(2, 800)));
+    EXPECT_EQ(info_.ExpSpeed, "100 ISO");
 }
 
 TEST_F(MakerNotes, DatePassReadsTheNoteOfTheCameraBefore) {

@@ -59,8 +59,7 @@ TEST_F(Panel, OfANikonPicture) {
 
 TEST_F(Panel, WithoutCameraDataHasThreeRowsOverTheOldLines) {
     Read(CanonPicture());
-    const std::string path = folder_.Write("b.jpg", "no picture");
-    Begin("b.jpg", path);
+    BeginPicture(info_, folder_.Write("b.jpg", "no picture"));
     info_.FileDate = "11/05/2023 9:07:03 AM";
     reader_.ReadPictureInfo(info_);
     EXPECT_EQ(info_.PanelRows,
@@ -129,4 +128,7 @@ TEST_F(Panel, CameraThatIsAlwaysInFocus) {
 TEST_F(Panel, TextsAreCodePageCharacters) {
     Read(ExifBuilder(Endian::Big).Ascii(272, std::string_view("Cam\xE9ra \0X\x80", 10)).Jpeg());
     EXPECT_EQ(Line(12), std::string("      Camera: Caméra \0X€", 27));
+    EXPECT_EQ(info_.PanelRows[12], "      Camera: Caméra X€");
+    Read(ExifBuilder(Endian::Big).Ascii(272, "Two\nrows \x7F.").Jpeg());
+    EXPECT_EQ(info_.PanelRows[12], "      Camera: Two rows  .");
 }

@@ -13,7 +13,7 @@ class Reading : public ::testing::Test {
 protected:
     // Prepares the record as the display does, then reads the file.
     const PictureInfo& Read(std::string_view bytes, const std::string& name = "a.jpg") {
-        Begin(name, folder_.Write(name, bytes));
+        BeginPicture(info_, folder_.Write(name, bytes));
         reader_.ReadPictureInfo(info_);
         return info_;
     }
@@ -22,15 +22,6 @@ protected:
         info_.Filename = folder_.Write("a.jpg", bytes);
         reader_.ReadCameraDate(info_);
         return info_;
-    }
-
-    void Begin(const std::string& name, const std::string& path) {
-        info_.Filename = path;
-        info_.FileNameOnly = name;
-        info_.PictureDate.clear();
-        info_.NoExif = false;
-        info_.DatesDiffer = false;
-        info_.ExpOrientation = 0;
     }
 
     const std::string& Line(std::size_t line) const { return info_.CameraDataLines[line]; }

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -63,6 +64,20 @@ TEST(Files, FindsNamesInAnyCaseTheExactOneFirst) {
     d.folder.Write("m31.ENF", "b");
     EXPECT_EQ(d.files->FindAnyCase(d.At("m31.ENF")), d.At("m31.ENF"));
     EXPECT_FALSE(d.files->FindAnyCase(d.At("m32.enf")));
+}
+
+TEST(Files, WhatCannotBeAskedIsNotTakenForFree) {
+    Disk d;
+    d.folder.Write("a.jpg", "a");
+    EXPECT_FALSE(d.files->Exists(d.At("b.jpg")));
+    EXPECT_FALSE(d.files->Exists(d.At("a.jpg/b.jpg")));
+    ::chmod(d.folder.Path().c_str(), 0);
+    const bool root = ::geteuid() == 0; // whom no mode keeps out
+    ASSERT_TRUE(!root || ::seteuid(65534) == 0);
+    EXPECT_TRUE(d.files->Exists(d.At("a.jpg")));
+    EXPECT_EQ(d.files->FindAnyCase(d.At("A.JPG")), d.At("A.JPG"));
+    ASSERT_TRUE(!root || ::seteuid(0) == 0);
+    ::chmod(d.folder.Path().c_str(), 0700);
 }
 
 TEST(Files, RenameNeverReplaces) {

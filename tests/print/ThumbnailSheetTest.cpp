@@ -2,6 +2,7 @@
 
 #include "Orders.h"
 #include "PictureFiles.h"
+#include "common/pages.h"
 
 #include <gtest/gtest.h>
 
@@ -75,6 +76,8 @@ TEST(ThumbnailSheet, PagesAreCountedAsWholeOnes) {
     EXPECT_EQ(pages(13), 2);
     EXPECT_EQ(pages(24), 2);
     EXPECT_EQ(pages(25), 3);
+    EXPECT_EQ(pages(0), 1);
+    EXPECT_EQ(PageCount(0, 12), 0); // as the menu says it
     const SheetPlan last = PlanSheets(13, 12, true, 12);
     EXPECT_EQ(last.first, 13);
     EXPECT_EQ(last.last, 13);
@@ -84,19 +87,38 @@ TEST(ThumbnailSheet, PagesAreCountedAsWholeOnes) {
 }
 
 TEST(ThumbnailSheet, LongNamesGoOnInASecondLineByCharacters) {
-    Paper paper;
-    ThumbnailSheet sheet(*paper.printer, kSheet3x4, {}, "", 1);
-    std::string name;
-    for (int i = 0; i < 34; ++i) name += "\xC3\xA9";
-    sheet.Add(Cell(kSheet3x4, 1, name + "x"));
-    sheet.Add(Cell(kSheet3x4, 2, name + "xy"));
-    const double y = 550 + 1995 + 50;
-    const PaperPage& page = paper.Page();
-    const auto texts = All<PaperText>(page);
-    EXPECT_EQ(PlaceOf(page, "1.  " + name + "x"), "500," + std::to_string(std::lround(y)));
-    EXPECT_EQ(PlaceOf(page, "2.  " + name + "x"), "4200," + std::to_string(std::lround(y)));
-    EXPECT_EQ(PlaceOf(page, "y"), "4200," + std::to_string(std::lround(y + paper.Line(8, true))));
-    EXPECT_EQ(texts.size(), 4U); // with the page's number
+    struct Expected {
+        const SheetLayout& layout;
+        int first, second;
+    };
+    for (const Expected& each : {Expected{kSheet2x2, 50, 40}, Expected{kSheet3x4, 35, 40},
+                                 Expected{kSheet4x6, 24, 27}, Expected{kSheet5x8, 24, 29}}) {
+        const SheetLayout& layout = each.layout;
+        Paper paper;
+        ThumbnailSheet sheet(*paper.printer, layout, {}, "", 1);
+        // Characters of two bytes, no two the same.
+        const auto part = [](int from, int count) {
+            std::string text;
+            for (int i = from; i < from + count; ++i)
+                text += {char(0xC4 + i / 64), char(0x80 + i % 64)};
+            return text;
+        };
+        const std::string first = part(0, each.first);
+        sheet.Add(Cell(layout, 1, first));
+        sheet.Add(Cell(layout, 2, part(0, each.first + each.second + 1)));
+        const double y = layout.firstY + CellSize(layout, 300, 200).height + 50;
+        const auto at = [&](int column, double below) {
+            return std::to_string(std::lround(layout.firstX + column * layout.columnStep)) + "," +
+                   std::to_string(std::lround(y + below));
+        };
+        const PaperPage& page = paper.Page();
+        EXPECT_EQ(PlaceOf(page, "1.  " + first), at(0, 0)) << layout.name;
+        EXPECT_EQ(PlaceOf(page, "2.  " + first), at(1, 0)) << layout.name;
+        EXPECT_EQ(PlaceOf(page, part(each.first, each.second)),
+                  at(1, paper.Line(layout.points, true)))
+            << layout.name;
+        EXPECT_EQ(All<PaperText>(page).size(), 4U) << layout.name; // with the page's number
+    }
 }
 
 TEST(ThumbnailSheet, DatesAndNotesFollowUnderTheName) {

@@ -7,10 +7,12 @@
 
 #include "common/keys.h"
 #include "common/paths.h"
+#include "platform/QtText.h"
 #include "slides/SlideRoom.h"
 #include "slides/frmSlideShow.h"
 
 #include <QAction>
+#include <QLabel>
 
 #include <gtest/gtest.h>
 
@@ -85,7 +87,10 @@ struct SteppingNavigation : RecordingNavigation {
         if (!std::filesystem::exists(state.Filename)) return; // the picture before stays
         state.FileIndex = list.CurrentRow();
         state.VideoImage = IsListedType(state.VideoTypes, FileTypeOf(state.Filename));
-        if (!state.VideoImage) display.DisplayPicture();
+        if (state.VideoImage) return;
+        display.DisplayPicture();
+        controls.Label_error->setText(ToQt("Cannot read " + state.FileNameOnly));
+        controls.Label_error->setVisible(!state.ImageLoaded);
     }
     void NextButton_Click() override { Step(state.FileIndex + 1); }
     void PrevButton_Click() override { Step(state.FileIndex - 1); }

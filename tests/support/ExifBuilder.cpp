@@ -196,7 +196,7 @@ NikonNote& NikonNote::Add(unsigned tag, unsigned type, unsigned count, std::stri
 
 std::string NikonNote::Bytes() const {
     std::string entries = entries_;
-    entries.resize(kNikonEntries * 12);
+    entries.resize(std::max<std::size_t>(entries.size(), kNikonEntries * 12));
     return ByteWriter(Endian::Big)
         .Raw(std::string_view("Nikon\0\2\x10\0\0", 10))
         .Raw("MM")

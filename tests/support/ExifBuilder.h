@@ -92,7 +92,7 @@ public:
     NikonNote& Text(unsigned tag, std::string_view text);
     NikonNote& Value(unsigned tag, unsigned value);
     NikonNote& Rationals(unsigned tag, const std::vector<std::uint32_t>& numbers);
-    std::string Bytes() const; // with 31 entries, those not given all zero
+    std::string Bytes() const; // with 31 entries, those not given all zero; more without data
 
 private:
     NikonNote& Add(unsigned tag, unsigned type, unsigned count, std::string_view data);

@@ -21,6 +21,7 @@ struct RecordingDisplay : DisplayCommands {
     void DisplayPicture() override { calls.push_back("DisplayPicture"); }
     void ShowPreview() override { calls.push_back("ShowPreview"); }
     void ShowNothing() override { calls.push_back("ShowNothing"); }
+    void UpdatePictureWindows() override { calls.push_back("UpdatePictureWindows"); }
     void Redraw() override { calls.push_back("Redraw"); }
     void SetPictureCommands(bool on) override {
         calls.push_back(on ? "commands on" : "commands off");
@@ -51,6 +52,7 @@ struct RecordingNavigation : NavigationCommands {
     void Update_Num_Files(int) override { calls.push_back("Update_Num_Files"); }
     void EnableListCommands() override { calls.push_back("EnableListCommands"); }
     void RefreshDirButton_Click() override { calls.push_back("RefreshDir"); }
+    void RefreshAfterDelete() override { calls.push_back("RefreshAfterDelete"); }
     void FileBackButton_Click() override { calls.push_back("FileBack"); }
     void FileFwdButton_Click() override { calls.push_back("FileFwd"); }
     void SetFilterShown(bool shown) override {
@@ -98,7 +100,10 @@ struct RecordingShell : ShellCommands {
 struct RecordingInfo : InfoCommands {
     explicit RecordingInfo(Calls& written) : calls(written) {}
     void ReadPictureInfo() override { calls.push_back("ReadPictureInfo"); }
-    void SetFileDatesButton_Click() override { calls.push_back("SetFileDates"); }
+    bool SetFileDatesButton_Click() override {
+        calls.push_back("SetFileDates");
+        return true;
+    }
     Calls& calls;
 };
 
@@ -120,7 +125,8 @@ struct RecordingNotes : NotesCommands {
     }
     void SetSaveCommands() override { calls.push_back("SetSaveCommands"); }
     void NoteFilesChanged() override { calls.push_back("NoteFilesChanged"); }
-    std::string NoteTextOf(const std::string&) override { return note; }
+    std::string SavedNoteOf(const std::string&) override { return note; }
+    std::string NoteTextOf(const std::string&) override { return unsaved.empty() ? note : unsaved; }
     std::string NoteBytesOf(const std::string&) override { return {}; }
     std::string UnsavedText() override { return unsaved; }
     Calls& calls;

@@ -184,6 +184,10 @@ TEST(ThumbRoom, CancelStopsAndPutsBack) {
 TEST(ThumbRoom, AnUnsavedNoteThatWasPassedOverIsInTheRestoreBuffer) {
     ThumbDesk d;
     d.state.NoteText = d.notes.unsaved = "half a thought";
+    d.notes.note = "saved";
+    d.state.ThumbCreateNotes = true;
+    const TestFolder notes;
+    d.state.NotesFolder = notes.Path();
     const auto passedOver = [&](const std::string& text) {
         if (text.starts_with("Generating")) d.state.NoteText = d.state.NotesSave = "another's";
     };
@@ -191,6 +195,7 @@ TEST(ThumbRoom, AnUnsavedNoteThatWasPassedOverIsInTheRestoreBuffer) {
     EXPECT_EQ(d.state.NotesSave, "half a thought");
     EXPECT_EQ(d.Said(),
               std::string(kTwoMade) + "; Unsaved note of 'b.jpg' is in the restore buffer");
+    EXPECT_EQ(ReadTree(notes.Path()).at("T120_b.enf"), "\"saved\"\r\n");
 }
 
 TEST(ThumbRoom, NoNameLeadsToTheOriginals) {

@@ -52,23 +52,26 @@ TEST(ThumbNames, HoldTheSizeAndTheWholeName) {
     EXPECT_EQ(ThumbnailName(1200, "a.b.jpg"), "T1200_a.b.jpg");
     EXPECT_EQ(ThumbnailNoteName(150, "a.b.jpg"), "T150_a.enf");
     for (const char* name : {"T120_a.jpg", "T1_x"}) EXPECT_TRUE(IsThumbnailName(name)) << name;
-    for (const char* name : {"", "T", "T_a.jpg", "t120_a.jpg", "T120_", "T120a.jpg", "M31.jpg"})
+    for (const char* name :
+         {"", "T", "T_a.jpg", "t120_a.jpg", "T120_", "T120a.jpg", "M31.jpg", "T120_a.enf"})
         EXPECT_FALSE(IsThumbnailName(name)) << name;
 }
 
 TEST(ThumbFolder, LiesStrictlyBelowThePictures) {
     const TestFolder folder;
     const TestFolder elsewhere;
+    const ForwardingFiles files;
     const std::string at = folder.Path();
     fs::create_directory(at + "/in");
     fs::create_directory_symlink(elsewhere.Path(), at + "/out");
     fs::create_directory_symlink(at, at + "/self");
     for (const char* name : {"thumbnails", "in", "in/deep", "a\\b", "..a", "in/../other"})
-        EXPECT_EQ(ThumbnailFolder(at, name), at + "/" + name);
+        EXPECT_EQ(ThumbnailFolder(files, at, name, {}), at + "/" + name);
     for (const char* name :
          {"", ".", "./", "..", "../x", "/tmp", "in/..", "in/../..", "out", "out/x", "self"})
-        EXPECT_EQ(ThumbnailFolder(at, name), "") << name;
-    EXPECT_EQ(ThumbnailFolder("", "thumbnails"), "");
+        EXPECT_EQ(ThumbnailFolder(files, at, name, {}), "") << name;
+    EXPECT_EQ(ThumbnailFolder(files, "", "thumbnails", {}), "");
+    EXPECT_EQ(ThumbnailFolder(files, at, "in", at + "/./in"), ""); // the notes
 }
 
 TEST(ThumbFolder, ClearingDeletesThumbnailsAndThrowsTheRestAway) {

@@ -33,5 +33,8 @@ TEST(VideoText, TellsTimes) {
     EXPECT_EQ(PlayingTime(video), "1.1 minutes");
     EXPECT_EQ(SummaryLines("/none/a.mov", "x", 1500000)[3],
               "     Size: 1,500,000   1,465 KB   1 MB");
+    EXPECT_EQ(SummaryLines("/none/a.mov", "x", 2560)[3], "     Size: 2,560   3 KB   0 MB");
+    EXPECT_EQ(SummaryLines("/none/a.mov", "x", 2621440)[3],
+              "     Size: 2,621,440   2,560 KB   3 MB");
     EXPECT_EQ(ClipLines("/none/a.avi", video, 123456)[6], "        Size: 121 KB");
 }

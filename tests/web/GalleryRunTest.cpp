@@ -15,6 +15,8 @@ using tarn::testing::TestFolder;
 
 namespace {
 
+constexpr char kScript[] = "function wheelzoom() {}";
+
 class GalleryRuns : public ::testing::Test {
 protected:
     GalleryRuns() {
@@ -30,7 +32,7 @@ protected:
         plan.thumbnailSize = 120;
         plan.version = "v1";
         plan.now = "now";
-        plan.script = "function wheelzoom() {}";
+        plan.script = m_trash.Write("wheelzoom.js", kScript);
         plan.items = {{"a.jpg", "T120_a.jpg"}, {"b.jpg", "T120_b.jpg"}, {"c.jpg", "T120_c.jpg"}};
     }
 
@@ -133,16 +135,16 @@ TEST_F(GalleryRuns, KeepTheScriptOfPagesThatStay) {
     folder.Write("wheelzoom.js", "old");
     ASSERT_TRUE(Make());
     EXPECT_EQ(Text("wheelzoom.js"), "none");
-    folder.Write("page.html", "<script src=\"wheelzoom.js\">");
+    folder.Write("PAGE.HTM", "<script src=\"wheelzoom.js\">");
     folder.Write("wheelzoom.js", "old");
     ASSERT_TRUE(Make());
-    EXPECT_EQ(Text("wheelzoom.js"), *plan.script);
+    EXPECT_EQ(Text("wheelzoom.js"), kScript);
     plan.settings.ThumbNoLinkPic = 1;
-    plan.script.reset();
+    plan.script += ".none";
     EXPECT_FALSE(Make());
     EXPECT_EQ(fault->title, "Copy javascript file error");
     plan.settings.NoLinkCheck = 1; // no page, no script
-    std::remove((folder.Path() + "/page.html").c_str());
+    std::remove((folder.Path() + "/PAGE.HTM").c_str());
     ASSERT_TRUE(Make());
     EXPECT_EQ(Text("ImageT001.html"), "none");
 }

@@ -157,16 +157,41 @@ TEST(GalleryHeads, DifferByTheKindOfSite) {
     EXPECT_TRUE(Has(GalleryFrameTop(s, RunOf(3, true)),
                     {" <a class=\"navt\" href=\"../home.html\" target=\"_top\">Home</a>"}));
     const std::string thumbs = GalleryFrameThumbsHead(s, RunOf(3, true));
-    EXPECT_TRUE(Has(thumbs, {"for(i = 1; i < 4; i++){"}));
     EXPECT_TRUE(thumbs.ends_with(
-        Lines({"</head>", "<body>", "", "",
+        Lines({" <title> Pictures - Index </title>",
+               "",
+               "<script language=javascript>",
+               "function SelectFrame(id) {",
+               "parent.Full.location.href = id;}",
+               "</script>",
+               "",
+               "<script language=javascript>",
+               "function ChangeClass(id) {",
+               "for(i = 1; i < 4; i++){",
+               "document.getElementById(i).className = \"thumbs\";",
+               "}",
+               "document.getElementById(id).className = \"thumbs_cur\";",
+               "}",
+               "function LoadTrigger() {",
+               "ChangeClass(1);",
+               "}",
+               "window.onload = LoadTrigger;",
+               "</script>",
+               "",
+               "</head>",
+               "<body>",
+               "",
+               "",
                "<table border=0 cellspacing=5 cellpadding=0 cols=1; align=center>"})));
     s.HtmlThumbEmailaddress = "a@b.c";
-    EXPECT_EQ(GalleryIndexFoot(s, RunOf(3)),
-              Lines({"</table>", "", "<div class=\"navt\">", "</div>", "", "<div class=\"date\">",
-                     "Created: now", "</div>", "", "<div class=\"email\">",
-                     "  Email: ", "  <a class=\"thumbs\"", "     title=\"Send email to a@b.c\"",
-                     "     href=\"mailto:a@b.c\">a@b.c</a>", "</div>", "", "</body>", "</html>"}));
+    s.HtmlThumbCloseWindow = 1;
+    EXPECT_EQ(
+        GalleryIndexFoot(s, RunOf(3)),
+        Lines({"</table>", "", "<div class=\"navt\">",
+               "  <a class=\"navt2\" href=\"javascript:top.close();\">Close</a>", "</div>", "",
+               "<div class=\"date\">", "Created: now", "</div>", "", "<div class=\"email\">",
+               "  Email: ", "  <a class=\"thumbs\"", "     title=\"Send email to a@b.c\"",
+               "     href=\"mailto:a@b.c\">a@b.c</a>", "</div>", "", "</body>", "</html>"}));
     EXPECT_FALSE(Has(GalleryIndexFoot(s, RunOf(3, true)), {"<div class=\"navt\">"}));
 }
 
@@ -253,6 +278,131 @@ TEST(GalleryPages, AreWholeWithNotesBelow) {
                "</html>"}));
 }
 
+TEST(GalleryPages, OfFramesAreWholeCentredAndLimited) {
+    GallerySettings s;
+    s.HtmlThumbNotesRight = false;
+    s.HtmlThumbNotesTop = true;
+    s.ThumbImagePos = 1;
+    s.HtmlThumbCs = 1;
+    s.HtmlThumbCsWidth = false;
+    s.HtmlThumbCsHeight = true;
+    EXPECT_TRUE(
+        Page(s, 2, 3, true)
+            .ends_with(Lines(
+                {" <title>Pictures</title>",
+                 "",
+                 "<script language=javascript>",
+                 "function ChangeClassT(id, id2) {",
+                 "top.Thumbs.document.getElementById(id).className = \"thumbs_cur\";",
+                 "top.Thumbs.document.getElementById(id2).className = \"thumbs\";",
+                 "}",
+                 "</script>",
+                 "",
+                 "</head>",
+                 "<body>",
+                 "",
+                 "<table border=0 cellspacing=0 cellpadding=0>",
+                 "<tr style=\"position: relative; top: 3px; left: 10px;\">",
+                 "<td>",
+                 "<div>",
+                 "  <a class=\"nav\" herf=\"#\" title=\"Description data\" style=\"cursor: "
+                 "default\"",
+                 "  onclick=\"document.getElementById('table_notes').style.display='none';",
+                 "     return false;\">Hide</a>",
+                 "  <a class=\"nav\" herf=\"#\" title=\"One\" style=\"cursor: default\"",
+                 "  onclick=\"document.getElementById('table_notes').style.display='block';",
+                 "     return false;\">Show</a>",
+                 "  <a class=\"nav\" href=\"a.jpg\" target=\"_self\" title=\"a.jpg (3000x2000)  "
+                 "[1.0M]\">Image</a>",
+                 "  <a class=\"nav\" href=\"ImageT001.html\" "
+                 "onclick=\"ChangeClassT(1,2)\">Previous</a>",
+                 "  <a class=\"nav\" href=\"ImageT003.html\" "
+                 "onclick=\"ChangeClassT(3,2)\">Next</a>",
+                 "</div>",
+                 " </td>",
+                 "  <td class=\"numof\">",
+                 "(2 of 3)&nbsp;&nbsp;&nbsp;&nbsp;",
+                 "  </td>",
+                 " </tr>",
+                 "</table>",
+                 "",
+                 "",
+                 "<table id=table_notes border=0 cellspacing=1 cellpadding=2 cols=1 align=center>",
+                 " <tr style=\"position: relative; top: 0px; left: 15px;\">",
+                 "  <td align=center>",
+                 "  <div class=\"line1\">",
+                 "One",
+                 "  </div>",
+                 "  <div class=\"notes\">",
+                 "Two<br>",
+                 "Three<br>",
+                 "Telescope: 80 mm<br>",
+                 "Five<br>",
+                 "  </div>",
+                 "  </td>",
+                 " </tr>",
+                 "</table>",
+                 "",
+                 "<table align=center>",
+                 " <tr><td>",
+                 " <div id=\"image_map\">",
+                 "  <map name=\"map_picture\">",
+                 "   <area href=\"ImageT001.html\" alt=\"Previous\" target=\"_self\" "
+                 "shape=\"rect\" ",
+                 "      title = \"Click for previous image\"",
+                 "      coords = \"0, 0, 375, 600\" > ",
+                 "   <area href=\"ImageT003.html\" alt=\"Next\" target=\"_self\" shape=\"rect\" ",
+                 "      title = \"Click for next image\"",
+                 "      coords = \"525, 0, 900, 600\" > ",
+                 "  </map>",
+                 "  <a href=\"a.jpg\" target=\"_top\">",
+                 "  <img class=\"exif_slide\"title=\"Click for full size picture (3000x2000)\" src "
+                 "= "
+                 "\"a.jpg\"; border = 0; \"",
+                 "        style=\"height:600px\"",
+                 "  usemap=\"#map_picture\">",
+                 "  </a>",
+                 "</div>",
+                 " </td></tr>",
+                 "</table>",
+                 "",
+                 "",
+                 "",
+                 "</body>",
+                 "</html>"})))
+        << Page(s, 2, 3, true);
+    s.HtmlThumbCsWidth = true; // both: the width counts, and both styles stand
+    EXPECT_TRUE(Has(Page(s), {"        style=\"width:600px\"", "        style=\"height:600px\""}));
+    EXPECT_EQ(GalleryMapSize(s, 3000, 2000).height, 400);
+}
+
+TEST(GalleryPages, AtTheirEdges) {
+    GallerySettings s;
+    s.HtmlThumbHomeLink = s.ThumbFileLink = s.HtmlThumbCloseWindow = 1;
+    s.HtmlThumbHomeUrl = "home.html";
+    s.ThumbFileLinkURL = "file.html";
+    s.ThumbFileLinkButtonText = "File";
+    GalleryPicture narrow = Picture();
+    narrow.width = 101;
+    narrow.note = "one line alone";
+    const std::string page = GalleryPicturePage(s, RunOf(1), narrow, 1);
+    EXPECT_TRUE(Has(page, {"  <a class=\"nav\" href=\"home.html\">Home</a>",
+                           "  <a class=\"nav\" href=\"index.html\">Index</a>",
+                           "  <a class=\"nav\" href=\"file.html\">File</a>"}));
+    EXPECT_TRUE(Has(
+        page, {"  <a class=\"nav\" href=\"javascript:top.close();\">Close window</a>", "</div>"}));
+    EXPECT_TRUE(Has(page, {"      coords = \"0, 0, -25, 2000\" > "}));
+    EXPECT_EQ(page.find("one line alone"), std::string::npos);
+    s.HtmlThumbCs = 1;
+    for (const auto& [value, hides] :
+         {std::pair{"-5", true}, {"", true}, {"0", true}, {"1", false}}) {
+        s.HtmlThumbCsValue = value;
+        EXPECT_EQ(LimitHidesPictures(s), hides) << value;
+    }
+    s.HtmlThumbCsValue = "-5"; // half of it, rounded down
+    EXPECT_TRUE(Has(Page(s), {"      coords = \"0, 0, -78, -3\" > "}));
+}
+
 TEST(GalleryPages, StepAndWrap) {
     GallerySettings s;
     EXPECT_TRUE(Has(Page(s, 1, 1), {"  <span class=\"inactive\">Previous</span>",
@@ -292,6 +442,10 @@ TEST(GalleryPages, LimitPicturesAndZoom) {
     s.ThumbNoLinkPic = 1;
     const std::string zoom = Page(s);
     EXPECT_TRUE(Has(zoom, {"</head>", "", "<body onload=\"zoomload();\">"}));
+    EXPECT_TRUE(Has(zoom, {"  </td>",
+                           "  <td class=\"wheel\">Use mouse wheel to zoom, left click and hold to "
+                           "pan</td>",
+                           " </tr>"}));
     EXPECT_TRUE(Has(
         zoom, {"  <td align=left>", "  <img class=\"exif_slide\" src = \"a.jpg\"; border = 0; \"",
                "        style=\"height:600px\"", "  usemap=\"#map_picture\">", "</div>"}));

@@ -1,3 +1,4 @@
+#include "web/PageBuild.h"
 #include "web/PageEntry.h"
 #include "web/PageFile.h"
 #include "web/PageHead.h"
@@ -375,6 +376,38 @@ TEST(PageEntries, BreakPagesAndNumberOn) {
             << i;
         EXPECT_NE(entry.find("\"flip" + std::to_string(i) + "\""), std::string::npos);
     }
+}
+
+TEST(PageBuilds, CountAnewWithAHeaderAloneAndTellAMissingScript) {
+    const TestFolder folder;
+    tarn::testing::ForwardingFiles files;
+    const std::string path = folder.Path() + "/a.html";
+    PageBuild page(files, "v1");
+    page.Choose(path, folder.Path());
+    HtmlSettings s;
+    s.HtmlPageBreak = 2;
+    // What stands on the page after a beginning, an entry and the close.
+    const auto text = [&](bool append) {
+        EXPECT_TRUE(append ? page.Append("now") : page.Begin(s, "now", "none"));
+        EXPECT_TRUE(page.Add(s, false, Picture()) && page.Close());
+        return files.Read(path, SIZE_MAX, nullptr).value_or("");
+    };
+    const std::string pageBreak = "<p style=\"page-break-before: always\">";
+    EXPECT_NE(text(false).find("\"flip1\""), std::string::npos);
+    const std::string appended = text(true);
+    EXPECT_NE(appended.find("\"flip2\""), std::string::npos);
+    EXPECT_NE(appended.find(pageBreak), std::string::npos);
+    const std::string anew = text(false);
+    EXPECT_NE(anew.find("\"flip1\""), std::string::npos);
+    EXPECT_EQ(anew.find(pageBreak), std::string::npos);
+
+    s.HtmlZoomPan = 1;
+    EXPECT_FALSE(page.Begin(s, "now", folder.Path() + "/none.js"));
+    EXPECT_FALSE(page.IsOpen());
+    EXPECT_EQ(page.Fault().title, "Copy javascript file error");
+    EXPECT_EQ(page.Fault().text,
+              "Error creating javascript file\n" + path + "\n\nError 2, No such file or directory");
+    EXPECT_TRUE(files.Read(path, SIZE_MAX, nullptr)->ends_with("}\r\n</script>\r\n"));
 }
 
 TEST(PageFiles, AppendOverTheCloseAndStopAtTheirLimit) {

@@ -125,6 +125,8 @@ TEST(SavedValues, AreSetByName) {
     EXPECT_TRUE(SetSavedValue(gallery, "ThumbFileLinkURL", "a.html"));
     EXPECT_FALSE(SetSavedValue(gallery, "html_thumb_slider", "four"));
     EXPECT_FALSE(SetSavedValue(gallery, "html_title", "x"));
+    EXPECT_FALSE(SetSavedValue(gallery, "ThumbFileLinkURL", "b\r-->"));
+    EXPECT_FALSE(SetSavedValue(gallery, "ThumbFileLinkURL", "b\n-->"));
     EXPECT_EQ(gallery.HtmlThumbSlider, 4);
     EXPECT_TRUE(gallery.HtmlThumbNotesTop);
     EXPECT_EQ(gallery.ThumbFileLinkURL, "a.html");
@@ -137,6 +139,7 @@ TEST(HtmlColors, ComeOutWithTheirOddLengths) {
     EXPECT_EQ(HtmlColorOf(4095), "FFF00");
     EXPECT_EQ(HtmlColorOf(0x1234), "341200");
     EXPECT_EQ(HtmlColorOf(0x12345), "53412");
+    EXPECT_EQ(NumberOfHtmlColor("53412"), 0x24153);
     EXPECT_EQ(NumberOfHtmlColor("00BFFF"), 0xFFBF00);
     EXPECT_EQ(NumberOfHtmlColor("EEEEEE"), 0xEEEEEE);
     EXPECT_EQ(NumberOfHtmlColor("no"), 0);

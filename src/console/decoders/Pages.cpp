@@ -54,13 +54,29 @@ bool AddAll(const PageRequest& request, const HtmlSettings& settings, Files& fil
         if (IsLabelPicture(settings, name)) continue;
         const std::string path = JoinPath(request.folder, name);
         EntryFacts facts = disk.Entry(path, request.previewWidth, request.previewHeight);
-        if (facts.width == 0 && !IsTextEntry(facts.type))
+        if (disk.Unread().contains(path))
+            result.complaints.push_back(path + ": cannot be read");
+        else if (facts.width == 0 && !IsTextEntry(facts.type))
             result.complaints.push_back(path + ": not a picture that can be read");
         facts.note = std::string(WithoutOldMarks(notes.Bytes(path)));
         FindCompanions(files, settings, path, facts);
         if (!page.Add(settings, settings.HtmlExifInfo != 0, facts)) return false;
     }
     return true;
+}
+
+// What the form warns of.
+void ComplainOfLinks(const GalleryPlan& plan, const Files& files, PageResult& result) {
+    if (!files.IsSameFile(FolderOf(plan.indexPath), plan.pictureFolder))
+        result.complaints.push_back(
+            plan.indexPath + ": in another folder than the pictures, its links will not find them");
+    for (const GalleryItem& item : plan.items)
+        if (BreaksItsLink(item.picture))
+            result.complaints.push_back(item.picture +
+                                        ": browsers cannot open it, because of its name");
+    if (LimitHidesPictures(plan.settings))
+        result.complaints.push_back("html_thumb_cs_value: the limit '" +
+                                    plan.settings.HtmlThumbCsValue + "' is no number above 0");
 }
 
 } // namespace
@@ -77,9 +93,9 @@ PageResult WritePage(const PageRequest& request) {
         const std::size_t at = pair.find('=');
         SetSavedValue(settings, pair.substr(0, at), pair.substr(at + 1));
     }
-    const bool begun = request.append ? page.Append(NowOf(request))
-                                      : page.Begin(settings, NowOf(request),
-                                                   files->Read(ProgramFile(kZoomScript), SIZE_MAX));
+    const bool begun = request.append
+                           ? page.Append(NowOf(request))
+                           : page.Begin(settings, NowOf(request), ProgramFile(kZoomScript));
     if (!begun || !AddAll(request, settings, *files, page, result) || !page.Close())
         result.error = ErrorOf(page.Fault());
     result.count = page.Count();
@@ -113,7 +129,7 @@ PageResult WriteGallery(const PageRequest& request) {
     plan.thumbnailSize = request.thumbnailSize;
     plan.version = request.version;
     plan.now = NowOf(request);
-    plan.script = files->Read(ProgramFile(kZoomScript), SIZE_MAX);
+    plan.script = ProgramFile(kZoomScript);
     plan.items = PairThumbnails(
         InListOrder(files->FileNames(thumbnails).value_or(std::vector<std::string>())),
         request.names, request.thumbnailSize);
@@ -122,9 +138,10 @@ PageResult WriteGallery(const PageRequest& request) {
         result.complaints.push_back(std::to_string(missing) +
                                     " pictures have no thumbnail; --thumbnails makes them");
     if (plan.items.empty()) {
-        result.error = "there is no picture with a thumbnail";
+        result.error = kNoThumbnails;
         return result;
     }
+    ComplainOfLinks(plan, *files, result);
     if (request.gallery.CheckOrder != 0) std::reverse(plan.items.begin(), plan.items.end());
 
     DiskFacts disk(*files);
@@ -133,6 +150,8 @@ PageResult WriteGallery(const PageRequest& request) {
                    SourcesOf(disk, [&](const std::string& path) { return notes.Bytes(path); }));
     while (run.Step()) {
     }
+    for (const std::string& path : disk.Unread())
+        result.complaints.push_back(path + ": cannot be read");
     if (run.Finish())
         result.count = run.Count();
     else

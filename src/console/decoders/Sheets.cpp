@@ -73,15 +73,9 @@ private:
 
     SheetCell Cell(const SheetLayout& layout, std::size_t index) {
         ImgX picture = Load(index);
-        SheetCell cell;
-        cell.fileNumber = static_cast<int>(index) + 1;
-        cell.name = m_info.FileNameOnly;
-        cell.size = CellSize(layout, picture.Width(), picture.Height());
+        SheetCell cell =
+            CellFor(layout, static_cast<int>(index) + 1, m_info, picture.Width(), picture.Height());
         cell.picture = ForPaper(std::move(picture), cell.size);
-        cell.date = m_info.PictureDate.empty() ? m_info.FileDate : m_info.PictureDate;
-        cell.speed = m_info.ExpSpeed;
-        cell.time = m_info.ExpTime;
-        cell.sizeLine = m_info.ExpSizeLine;
         if (m_request.printNotes) cell.note = NoteOf(m_info.FileNameOnly);
         return cell;
     }
@@ -108,7 +102,7 @@ private:
     // The file's picture, upright, and its record; what stands in for it where there is none.
     ImgX Load(std::size_t index) {
         const std::string path = JoinPath(m_request.folder, m_request.names[index]);
-        BeginPicture(path);
+        Begin(path);
         ImgX picture;
         std::string error = picture.LoadFile(path, m_wanted, m_ahead);
         ExpectBehind(index);
@@ -127,12 +121,10 @@ private:
         return picture;
     }
 
-    void BeginPicture(const std::string& path) {
-        m_info.Filename = path;
-        m_info.FileNameOnly = LastPart(path);
+    // What is read of a picture alone is empty for a file without one.
+    void Begin(const std::string& path) {
+        BeginPicture(m_info, path);
         m_info.FileDate = FormatFileDate(ReadFileFacts(path));
-        m_info.NoExif = m_info.DatesDiffer = false;
-        m_info.ExpOrientation = 0;
         for (std::string* text :
              {&m_info.PictureDate, &m_info.ExpSpeed, &m_info.ExpTime, &m_info.ExpSizeLine})
             text->clear();

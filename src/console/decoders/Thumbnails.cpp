@@ -15,13 +15,14 @@ namespace tarn {
 ThumbnailOutcome MakeThumbnails(const ThumbnailOrder& order) {
     const std::unique_ptr<Files> files = MakeFiles();
     const std::string pictures = files->Absolute(order.folder);
-    const std::string folder = ThumbnailFolder(pictures, order.subFolder);
+    const std::string folder = ThumbnailFolder(*files, pictures, order.subFolder, order.notes);
     if (folder.empty()) return {{}, kBadSubFolder};
     ThumbnailOutcome outcome;
     const auto names = ListedPictures(pictures);
     if (!names) return {{}, "is not a folder that can be read"};
     if (!order.update) {
-        ClearThumbnails(*files, folder);
+        const ClearFaults faults = ClearThumbnails(*files, folder);
+        if (faults.count > 0) order.failed(folder, faults.Text());
         MakeThumbnailFolder(*files, pictures, order.subFolder);
     }
     NoteStore store(*files);

@@ -12,10 +12,11 @@ namespace tarn {
 inline constexpr std::size_t kCameraDateLength = 19;
 
 // The date as a file time, seconds since 1970, the text taken as local time. None when it is no
-// date.
+// date, or none that every file system could keep: those begin with 1601.
 std::optional<std::int64_t> FileTimeOf(std::string_view cameraDate);
 
-// The hour moved by one. None when that would cross into another day.
+// The hour moved by one. None when that would cross into another day; an hour that is none, above
+// 23, may still be moved down.
 std::optional<std::string> WithHourMoved(std::string_view cameraDate, int by);
 
 // The next second of the same minute: 00 follows 59.

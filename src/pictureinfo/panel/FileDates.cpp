@@ -9,20 +9,27 @@
 
 namespace tarn {
 
-void PictureInfoRoom::SetFileDatesButton_Click() {
+namespace {
+
+constexpr const char* kCannotSet = "ERROR - Cannot set File Date, may be Read Only";
+
+} // namespace
+
+bool PictureInfoRoom::SetFileDatesButton_Click() {
     const ProgramState& s = m.state;
-    if (s.NoExif) return;
+    if (s.NoExif) return false;
     const auto time = FileTimeOf(s.CameraDate);
     std::string error;
     const bool may =
         time ? m.files.SetTimes(s.Filename, *time, &error) : m.files.IsWritable(s.Filename);
     if (!may)
-        m.shell.ShowMessage("ERROR - Cannot set File Date, may be Read Only");
+        m.shell.ShowMessage(kCannotSet);
     else if (!time)
         m.shell.ShowMessage((s.DoFileSync ? "UPDATED - Picture date changed, file" : "File") +
                             std::string(" date not set: the picture's is no date"));
     else if (!s.DoFileSync)
         m.shell.ShowMessage("UPDATED - File Date set to Picture Date " + s.PictureDate);
+    return may && time;
 }
 
 bool PictureInfoRoom::AskForRange(int first, int last) {
@@ -69,7 +76,10 @@ int PictureInfoRoom::SyncRange(int first, int last) {
         if (s.MoveAllCancel) break;
         m.shell.ShowStatus(s.Filename);
         m_reader.ReadCameraDate(s);
-        SetFileDatesButton_Click();
+        if (m_reader.FileWasRead())
+            SetFileDatesButton_Click();
+        else // what it found is the file's before
+            m.shell.ShowMessage(kCannotSet);
         ++passed;
     }
     return passed;

@@ -3,8 +3,8 @@
 #include "pictureinfo/panel/frmDate.h"
 #include "platform/QtText.h"
 #include "platform/imaging/fits/FitsLines.h"
+#include "shell/controls/DateEntries.h"
 
-#include <QAction>
 #include <QLabel>
 #include <QListWidget>
 
@@ -40,8 +40,7 @@ void PictureInfoRoom::ReadPictureInfo() {
     m.state.HistoryListed = false;
     for (const std::string& row : m.state.PanelRows) c.List1->addItem(ToQt(row));
     m.shell.ShowMessage(m.state.DatesDiffer ? m.state.FileDate : std::string());
-    for (QAction* entry : {c.FixPictureDateButton, c.SetFileDatesButton, c.PopupSetFileDatesButton})
-        SetEnabled(entry, !m.state.NoExif);
+    EnableDateEntries(c, !m.state.NoExif);
 }
 
 } // namespace tarn

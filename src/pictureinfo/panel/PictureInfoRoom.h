@@ -6,7 +6,6 @@
 #include "shell/Context.h"
 
 #include <memory>
-#include <string>
 
 namespace tarn {
 
@@ -21,8 +20,8 @@ public:
 
     void ReadPictureInfo() override;
 
-    // Filename's own times become its camera date.
-    void SetFileDatesButton_Click() override;
+    // Filename's own times become its camera date. False when they stay as they are.
+    bool SetFileDatesButton_Click() override;
 
     // The same for every file from the current row to the last, after a question.
     void SyncDatesButton_Click();

@@ -5,6 +5,7 @@
 #include "platform/Dialogs.h"
 #include "platform/FileListBox.h"
 #include "platform/QtText.h"
+#include "platform/WindowPlaces.h"
 
 #include <QCheckBox>
 #include <QFontDatabase>
@@ -15,6 +16,8 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace tarn {
 
@@ -109,7 +112,10 @@ void frmDate::ShowCurrent() {
     RefreshCurrent();
     m_crosses->hide();
     m_new->setFocus();
-    move(parentWidget()->pos() + kFromMain);
+    if (!std::exchange(m_placed, true)) {
+        adjustSize();
+        PlaceOnScreen(*this, QRect(parentWidget()->pos() + kFromMain, size()));
+    }
     show();
 }
 

@@ -50,6 +50,7 @@ private:
     QCheckBox* m_advance;    // CheckAdvance
     std::string m_shownFile; // FileLabel's
     std::string m_shownDate; // what CurrentDateText shows, as the camera wrote it
+    bool m_placed = false;   // from the first showing on it stands where the user has put it
 };
 
 } // namespace tarn

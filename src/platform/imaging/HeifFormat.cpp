@@ -3,9 +3,7 @@
 
 #include <libheif/heif.h>
 
-#include <cstring>
 #include <memory>
-#include <vector>
 
 namespace tarn {
 

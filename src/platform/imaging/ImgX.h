@@ -25,7 +25,7 @@ public:
     // Decodes the file into the object: at least what the picture needs to be fitted into a box of
     // `wanted` pixels as it is and turned on its side, or whole when `wanted` is empty. Returns the
     // error text, empty when all went well. On an error the object holds no image, or what of a
-    // damaged file could be read: ask StatusText.
+    // damaged file could be read: ask ErrorText.
     std::string LoadFile(const std::string& path, QSize wanted);
 
     // The same, from what was decoded ahead where that is so; what had to be decoded now is kept

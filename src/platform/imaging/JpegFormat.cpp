@@ -1,3 +1,4 @@
+// JPEG files, read at the coarsest scale that will do.
 #include "platform/imaging/PictureFormat.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The colour profile that a JPEG carries.
 #include "platform/imaging/PictureFormat.h"
 
 #include <csetjmp>

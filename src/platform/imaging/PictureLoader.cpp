@@ -1,6 +1,6 @@
 #include "platform/imaging/PictureLoader.h"
 
-#include "platform/imaging/Colors.h"
+#include "platform/imaging/ColorProfiles.h"
 #include "platform/imaging/FormatOf.h"
 #include "platform/imaging/Pixels.h"
 #include "platform/imaging/fits/FitsFile.h"

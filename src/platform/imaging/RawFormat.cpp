@@ -1,8 +1,7 @@
 // What the sensor of a camera recorded: the picture that the camera has put beside it, for as long
 // as it has the pixels, and the developed one for all of them.
-#include "platform/imaging/Colors.h"
+#include "platform/imaging/ColorProfiles.h"
 #include "platform/imaging/PictureFormat.h"
-#include "platform/imaging/Pixels.h"
 #include "platform/imaging/Turn.h"
 
 #include <libraw/libraw.h>

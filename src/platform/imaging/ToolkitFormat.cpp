@@ -1,3 +1,4 @@
+// Files that the toolkit's own reader takes: PNG, BMP, GIF, TIFF and the like.
 #include "platform/imaging/PictureFormat.h"
 
 #include <QFile>

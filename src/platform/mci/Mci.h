@@ -2,7 +2,7 @@
 //
 //   Open "PATH" alias VidClip          code 275 when there is no such file
 //   status VidClip length              frames, exact
-//   Window VidClip handle N            the pane; frames go to OnFrame
+//   Window VidClip handle N            the pane; frames go to onFrame
 //   Where VidClip destination          "0 0 WIDTH HEIGHT", the clip's own size in pixels
 //   Put VidClip destination at 0 0 W H frames are made at this size from here on
 //   status VidClip record frame rate   frames in 1000 seconds
@@ -22,6 +22,8 @@
 namespace tarn {
 
 class ClipPlayer;
+
+inline constexpr int kFirstShown = 4; // frame of a clip that is opened
 
 class Mci {
 public:

@@ -1,3 +1,4 @@
+// Interprets the command strings over a player.
 #include "platform/mci/ClipPlayer.h"
 #include "platform/mci/Mci.h"
 

@@ -1,4 +1,6 @@
+// Plays what the libraries know.
 #include "platform/mci/ClipPlayer.h"
+#include "platform/mci/Mci.h"
 
 #include <QElapsedTimer>
 #include <QMetaObject>
@@ -23,8 +25,6 @@ namespace {
 
 constexpr int kWaitLimit = 10000; // milliseconds that the player may take for one answer
 constexpr double kLook = 0.005;   // seconds between two looks while waiting
-
-constexpr int kFirstShown = 4; // frame of a clip that is opened
 
 // Seconds before a frame at which the search for it begins; the last is the clip's beginning.
 constexpr double kEarlier[] = {0, 2, 60, 1e6};

@@ -1,3 +1,4 @@
+// Plays SER files.
 #include "platform/mci/ClipPlayer.h"
 #include "platform/mci/SerPicture.h"
 

@@ -4,7 +4,6 @@
 #include "platform/printing/Printer.h"
 
 #include <stdexcept>
-#include <string>
 
 namespace tarn {
 

@@ -23,6 +23,9 @@ public:
     virtual void Update_Num_Files(int index) = 0;
     virtual void EnableListCommands() = 0;
     virtual void RefreshDirButton_Click() = 0;
+    // Files of the list are gone: the list anew; where the current one went, what is at its row
+    // now.
+    virtual void RefreshAfterDelete() = 0;
     virtual void FileBackButton_Click() = 0; // while a show runs they move FileHistCur alone
     virtual void FileFwdButton_Click() = 0;
     // The view history starts anew; with the current row as its first entry, or with none.
@@ -38,6 +41,8 @@ public:
     // No picture, clip or page: pane, panel, texts and picture windows are emptied, so that nothing
     // stands under another name. Filename and FileNameOnly stay.
     virtual void ShowNothing() = 0;
+    // The picture windows show the current file anew; at a clip or page the 1:1 window is blank.
+    virtual void UpdatePictureWindows() = 0;
     virtual void Redraw() = 0;
     virtual void SetPictureCommands(bool enabled) = 0;
     virtual void RotateRightButton_Click() = 0;
@@ -58,7 +63,7 @@ class InfoCommands {
 public:
     virtual ~InfoCommands() = default;
     virtual void ReadPictureInfo() = 0;
-    virtual void SetFileDatesButton_Click() = 0;
+    virtual bool SetFileDatesButton_Click() = 0; // whether the times were set
 };
 
 class NotesCommands {
@@ -79,7 +84,8 @@ public:
     virtual bool SaveIfUnsaved() = 0;
     virtual void NoteFilesChanged() = 0; // files came into or left the notes folder
     // The saved note of any picture, empty when it has none; box and restore buffer are left alone.
-    virtual std::string NoteTextOf(const std::string& picture) = 0;
+    virtual std::string SavedNoteOf(const std::string& picture) = 0;
+    virtual std::string NoteTextOf(const std::string& picture) = 0; // with what is being written
     // The note file's own bytes, at most 8000, as they are; empty when it has none.
     virtual std::string NoteBytesOf(const std::string& picture) = 0;
     virtual std::string UnsavedText() = 0; // what the box holds and no note has; empty: nothing

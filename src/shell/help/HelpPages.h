@@ -3,7 +3,6 @@
 // the window.
 #pragma once
 
-#include <string>
 #include <vector>
 
 namespace tarn {

@@ -2,8 +2,8 @@
 // it. It stands beside the other windows and blocks none.
 #pragma once
 
+#include "platform/LogFile.h"
 #include "shell/Context.h"
-#include "shell/logs/LogFile.h"
 #include "shell/places/KeptPlace.h"
 
 #include <QWidget>

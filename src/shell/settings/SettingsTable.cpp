@@ -3,10 +3,8 @@
 #include "common/patterns.h"
 
 #include "common/numbers.h"
-#include "common/text.h"
 
 #include <cassert>
-#include <cstring>
 
 namespace tarn {
 

@@ -4,7 +4,6 @@
 
 #include "shell/state/ProgramState.h"
 
-#include <functional>
 #include <string>
 #include <variant>
 #include <vector>

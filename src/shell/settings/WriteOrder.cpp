@@ -1,3 +1,4 @@
+// The order in which the settings are written at the end.
 #include "shell/settings/Settings.h"
 
 namespace tarn {

@@ -13,6 +13,7 @@
 #include "platform/QtText.h"
 #include "platform/SettingsStore.h"
 #include "platform/WindowPlaces.h"
+#include "shell/controls/SheetEntries.h"
 #include "shell/outside/OutsidePrograms.h"
 #include "shell/settings/Settings.h"
 #include "shell/start/frmSplash.h"
@@ -171,9 +172,9 @@ void Lifecycle::RestorePlace() {
 void Lifecycle::ShowFolderSettings() {
     const ProgramState& s = m.state;
     const MainControls& c = m.controls;
-    for (QAction* entry :
-         {c.GenerateThumbButton, c.Printc4Button, c.PrintCButton, c.PrintCMButton, c.PrintCSButton})
-        entry->setProperty("baseCaption", entry->text());
+    c.GenerateThumbButton->setProperty("baseCaption", c.GenerateThumbButton->text());
+    for (const SheetEntry& sheet : SheetEntries(c))
+        sheet.entry->setProperty("baseCaption", sheet.entry->text());
     c.GenerateThumbButton->setText(c.GenerateThumbButton->text() + ToCaption(s.ThumbSubFolder));
     m_programs.ShowChosenPrograms();
 }
@@ -270,7 +271,7 @@ void Lifecycle::Form_Unload() {
         if (auto* row = m.state.HistRow()) *row = m.state.BatchRow;
     }
     if (onUnload) onUnload();
-    m.video.CloseVideoClip();
+    if (m.state.VideoShown) m.video.CloseVideoClip();
     KeepPlaces();
     Save();
     m_notes.Form_Unload();

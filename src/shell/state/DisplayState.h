@@ -13,7 +13,7 @@ struct DisplayState {
     ImgX ImgXpic;    // the picture as shown in the preview: turned, fitted or cropped
     ImgX ImgXpic2;   // its brightened copy
     ImgX ImgXfull;   // the loaded picture at its real size, unturned
-    ImgX ImgXfullBC; // a second full copy
+    ImgX ImgXfullBC; // the copy that the size window fits and brightens
     ImgX ImgXslide;
 
     // Device pixels of the pane into which the preview is fitted.
@@ -50,7 +50,6 @@ struct DisplayState {
 
     bool OneToOneInfo = false;
     bool OneToOneLoaded = false;
-    bool OneToOneVisible = false; // the 1:1 window is up, not only made
     bool OneToOneNav = false;
 };
 

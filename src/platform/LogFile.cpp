@@ -1,4 +1,4 @@
-#include "shell/logs/LogFile.h"
+#include "platform/LogFile.h"
 
 #include "common/codepage.h"
 #include "common/patterns.h"

@@ -1,4 +1,4 @@
-#include "platform/imaging/Colors.h"
+#include "platform/imaging/ColorProfiles.h"
 
 #include <lcms2.h>
 

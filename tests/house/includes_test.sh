@@ -1,0 +1,46 @@
+#!/usr/bin/env bash
+# includes_test.sh SRC: an include goes down the floors of docs/ARCHITECTURE.md, never up, never
+# sideways from one room into another. A folder belongs to the longest name here that begins it.
+set -u
+export LC_ALL=C
+cd "$1" || exit 1
+grep -rnE '^ *# *include *"[^"]+/' --include='*.h' --include='*.cpp' . | awk '
+BEGIN {
+    floor = 0
+    Floor("common/")
+    Floor("platform/")
+    Floor("pictureinfo/")
+    Floor("pictureinfo/dates/ shell/state/ convert/")
+    Floor("shell/settings/ shell/commands/ shell/controls/ shell/places/")
+    Floor("shell/Context.h")
+    Floor("shell/batch/")
+    Floor("navigation/ display/ pictureinfo/panel/ fileops/ notes/ slides/ thumbnails/ print/ web/ " \
+          "video/ shell/help/ shell/logs/ shell/about/ shell/outside/")
+    Floor("console/ shell/window/")
+    Floor("shell/start/")
+    Floor("shell/")
+    Floor("main.cpp")
+}
+function Floor(folders,    each, i, n) {
+    n = split(folders, each, " ")
+    for (i = 1; i <= n; i++) floors[each[i]] = floor
+    floor++
+}
+function HomeOf(file,    home, each) {
+    home = ""
+    for (each in floors)
+        if (index(file, each) == 1 && length(each) > length(home)) home = each
+    return home
+}
+{
+    split(substr($0, 3), place, ":")
+    match($0, /"[^"]+"/)
+    target = substr($0, RSTART + 1, RLENGTH - 2)
+    from = HomeOf(place[1])
+    to = HomeOf(target)
+    seen++
+    if (from != "" && to != "" && (from == to || floors[to] < floors[from])) next
+    print place[1] ":" place[2] ": " target (from == "" || to == "" ? " stands on no floor" : "")
+    faults++
+}
+END { exit seen == 0 || faults > 0 }'
