@@ -81,7 +81,10 @@ EntryFacts DiskFacts::Entry(const std::string& path, int boxWidth, int boxHeight
         return facts;
     }
     const bool video = facts.type == ".MP4";
-    std::tie(facts.width, facts.height) = UprightSize(video ? ProgramFile(kVideoPicture) : path);
+    // A clip's image is the one beside it, which may be the user's own.
+    const std::string beside = JoinPath(FolderOf(path), kVideoPicture);
+    const std::string still = m_files.Exists(beside) ? beside : ProgramFile(kVideoPicture);
+    std::tie(facts.width, facts.height) = UprightSize(video ? still : path);
     if (video) facts.fileSizeText = VideoSizeText(FileBytes(path));
     const PreviewFit fit = FitPreview(facts.width, facts.height, boxWidth, boxHeight);
     facts.previewWidth = fit.width;

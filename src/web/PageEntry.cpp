@@ -64,9 +64,8 @@ public:
 private:
     void SetLink() {
         const bool video = IsVideo(f);
-        const std::string tooltip = video         ? "Click to play mp4 video"
-                                    : s.HtmlSizeF ? "Click to view"
-                                                  : "Click to view full size " + f.sizeText;
+        const std::string tooltip =
+            s.HtmlSizeF ? "Click to view" : "Click to view full size " + f.sizeText;
         if (s.HtmlLayout1 || (s.HtmlLayout2 && video))
             m_open = "<a id=\"link" + m_n + "\" href=\"" + f.name + "\" > ";
         else if (s.HtmlLayout3 && !s.HtmlLayout2)

@@ -90,7 +90,6 @@ void frmHtmlLayout::Opened() {
     ShowSizeRule();
     m_lastFile->clear();
     m_brokenLinks = 0;
-    m_videoFaultTold = false;
     Show(Flow::Opened);
 }
 
@@ -195,7 +194,7 @@ void frmHtmlLayout::CopyVideoPicture() {
     std::string error;
     const auto bytes = m.files.Read(ProgramFile(kVideoPicture), SIZE_MAX, &error);
     if (bytes && m.files.Write(target, *bytes, &error)) return;
-    if (std::exchange(m_videoFaultTold, true)) return; // once a page
+    if (std::exchange(m_videoFaultTold, true)) return; // once a run
     m.dialogs.Message(Dialogs::Icon::Exclamation, "Copy mp4 image jpg file error",
                       ErrorBoxText("Error creating MP4.jpg", target, error));
 }
@@ -204,13 +203,16 @@ void frmHtmlLayout::CopyVideoPicture() {
 bool frmHtmlLayout::AddFacts(std::string& refusal, EntryFacts& facts) {
     const ProgramState& s = m.state;
     const bool video = s.FileType == ".MP4";
-    const bool text = s.FileType == ".TXT";
+    const bool text = IsTextEntry(s.FileType);
+    std::string gone;
     if (s.VideoImage && !video) {
         refusal = "Cannot add video to html file";
     } else if (s.WebImage || (!text && IsListedType(s.WebTypes, s.FileType))) {
         refusal = "Cannot add web to html file";
     } else if (s.Filename.empty() || m.controls.FileListBox->Count() == 0) {
         refusal = "No file is selected";
+    } else if (!m.files.ModifiedTime(s.Filename, &gone)) {
+        refusal = gone + " - " + s.FileNameOnly;
     }
     if (!refusal.empty()) return false;
     if (video) CopyVideoPicture();
@@ -225,17 +227,19 @@ bool frmHtmlLayout::AddFacts(std::string& refusal, EntryFacts& facts) {
         facts.previewHeight = fit.height;
         facts.sizeText = s.SizeText;
     }
-    // The panel as it stands, unless no room has filled it for this file.
-    if (!s.PanelRows.empty() && EndsWith(s.PanelRows.front(), s.FileNameOnly)) {
-        facts.panel.clear();
-        for (const std::string& row : s.PanelRows) facts.panel.push_back(ToPageBytes(row));
-    }
+    facts.panel.clear();
+    for (const std::string& row : s.PanelRows) facts.panel.push_back(ToPageBytes(row)); // as shown
     FindCompanions(m.files, s, s.Filename, facts);
     return true;
 }
 
-void frmHtmlLayout::WarnOfName(const std::string& name) {
-    if (!BreaksItsLink(name)) return;
+// A picture with a label is named between apostrophes in the page's script, too.
+void frmHtmlLayout::WarnOfName(const std::string& name, const EntryFacts& facts) {
+    const bool breaks = BreaksItsLink(name) ||
+                        (facts.hasLabel && name.find('\'') != std::string::npos) ||
+                        (facts.hasLabel && BreaksItsLink(LabelNameOf(m.state, name))) ||
+                        (facts.hasVideo && BreaksItsLink(VideoNameOf(m.state, name)));
+    if (!breaks) return;
     ++m_brokenLinks;
     m_error->setText(QStringLiteral("Browsers cannot open %1 of the entries, because of their "
                                     "names: %2")
@@ -255,7 +259,7 @@ bool frmHtmlLayout::AddCurrent(bool mayAdvance) {
     m_lastFile->setText(ToQt(name));
     if (IsLabelPicture(s, name)) return true;
     if (!m_page.Add(s, m_exifInfo->isChecked(), facts)) return false;
-    WarnOfName(name);
+    WarnOfName(name, facts);
     const std::string done = "Copied Html data for " + name;
     if (!mayAdvance || !m_advance->isChecked()) {
         m.shell.ShowMessage(done);
@@ -268,6 +272,7 @@ bool frmHtmlLayout::AddCurrent(bool mayAdvance) {
 }
 
 void frmHtmlLayout::HtmlAddButton_Click() {
+    m_videoFaultTold = false;
     if (!AddCurrent(true)) Failed();
     activateWindow();
 }
@@ -286,14 +291,15 @@ bool frmHtmlLayout::AddRows(int count, bool reverse) {
 void frmHtmlLayout::HtmlAddAll(bool reverse) {
     ProgramState& s = m.state;
     const int count = m.controls.FileListBox->Count();
-    if (count == 0 || s.BatchRuns || s.SlideViewing) return;
+    if (s.BatchRuns || s.SlideViewing) return;
+    m_videoFaultTold = false;
     const int back = s.FileIndex < count ? s.FileIndex : count - 1;
     KeptNote kept(m);
     m.navigation.ClearMultiselect();
     const bool done = AddRows(count, reverse);
     if (m.events.ProgramEnds()) return;
     m.navigation.ClearMultiselect();
-    m.navigation.SelectRow(back);
+    if (count > 0) m.navigation.SelectRow(back);
     const std::string report = std::to_string(m_page.Count()) + " images added to html file" +
                                (reverse ? ", reverse order" : "") +
                                (done              ? ""

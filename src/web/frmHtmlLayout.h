@@ -83,7 +83,7 @@ private:
     void ShowInPane(const std::string& path);
     void ViewLast();
     void EditLast();
-    void WarnOfName(const std::string& name);
+    void WarnOfName(const std::string& name, const EntryFacts& facts);
 
     Context& m;
     PageBuild m_page;
