@@ -110,7 +110,7 @@ void NotesRoom::LoadNote() {
     const bool found =
         !s.NotesFolder.empty() && !s.FileNameOnly.empty() && m_store.Load(s.NotesFilename);
     // Also an empty text: undo must not reach the picture before.
-    m_loadedBytes = WithoutOldMarks(m_store.Loaded().bytes);
+    m_loadedBytes = found ? WithoutOldMarks(m_store.Loaded().bytes) : std::string_view();
     m_box.Load(FromCodePage(m_loadedBytes));
     TakeForLoaded();
     SetEnabled(m.controls.DeleteNotesButton, found);

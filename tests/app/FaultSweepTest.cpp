@@ -343,9 +343,10 @@ private:
         w.house.ahead.WaitUntilDone();
         theFault.Disarm();
     }
-    // Each picture of the world has a width of its own.
+    // Each picture of the world has a width of its own; under a text none is seen.
     static std::string Pane(const World& w) {
-        return w.s.FileNameOnly + " " + std::to_string(w.c.Picture1->Picture().width());
+        const bool seen = w.s.CurrentPane == tarn::Pane::Picture1;
+        return w.s.FileNameOnly + " " + std::to_string(seen ? w.c.Picture1->Picture().width() : 0);
     }
     static std::string Screen(const World& w) {
         return w.Short(Pane(w) + "|" + w.s.NoteText + "|" +

@@ -113,6 +113,7 @@ TEST(NotesPanel, SaveButtonsFollowFolderFileAndText) {
 TEST(NotesPanel, TheFolderIsSetClearedAndShown) {
     NotesDesk d;
     d.settings->Write("notes_folder", "");
+    d.notes.Write("b.enf", "of b");
     d.Start();
     const auto commands = [&](bool on) {
         EXPECT_EQ(d.c.DisplayNotesFolderButton->isEnabled(), on);
@@ -131,9 +132,13 @@ TEST(NotesPanel, TheFolderIsSetClearedAndShown) {
     EXPECT_EQ(d.Message(), "Notes folder set to '" + d.notes.Path() + "'");
     EXPECT_EQ(d.c.NotesFrame->toolTip().toStdString(), d.notes.Path());
     commands(true);
+    d.Key(Qt::Key_N);
+    EXPECT_EQ(d.s.NoteText, "of b");
     d.c.ClearNotesFolderButton->trigger();
     EXPECT_EQ(d.Message(), "Notes folder cleared, no files were deleted");
     commands(false);
+    d.Key(Qt::Key_N);
+    EXPECT_EQ(d.s.NoteText, ""); // not the last one that was loaded
     d.c.EditNoteSettingsFileButton->trigger();
     EXPECT_EQ(d.Message(), "Notes folder has not been set");
     d.s.NotesFolder = d.notes.Path();
