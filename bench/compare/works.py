@@ -161,6 +161,8 @@ def opening(place, count):
     times = {name: [] for name in viewers(place)}
     for _ in range(ROUNDS):
         for name, (words, _key) in viewers(place).items():
+            if times[name] == [None]:
+                continue  # it will not come the next time either
             program = Program(words(first), homes(place, name))
             times[name].append(screen.wait_for(0, 60))
             program.end()
