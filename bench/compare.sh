@@ -10,7 +10,7 @@ out=${1:-docs/PERFORMANCE.md}
 # shellcheck disable=SC2086
 tarn_install $tarn_build_packages $tarn_run_packages $tarn_test_packages libbenchmark-dev xvfb openbox \
     dbus python3-numpy libxtst6 libvips-tools imagemagick exiv2 jhead libimage-exiftool-perl geeqie \
-    gthumb gwenview llgal fgallery
+    gthumb gwenview llgal fgallery liblcms2-utils
 cmake --preset release >/dev/null
 cmake --build --preset release --target benches >/dev/null
 work=$(mktemp -d "${TMPDIR:-/tmp}/compare.XXXXXX")
@@ -27,4 +27,4 @@ export DISPLAY=:97
 sleep 2
 openbox --config-file "$work/openbox/rc.xml" 2>/dev/null &
 sleep 1
-PYTHONDONTWRITEBYTECODE=1 /usr/bin/python3 bench/compare/compare.py build/release "$work" "$out"
+PYTHONDONTWRITEBYTECODE=1 /usr/bin/python3 bench/compare/compare.py "$PWD/build/release" "$work" "$out"
