@@ -39,11 +39,12 @@ TEST(Ser, SamplesOfEveryDepthReachFromBlackToWhite) {
                                        0,
                                        highByteFirst,
                                        {{0, 1, 2, 3, 4, 5, 6, 7},
-                                        {0, most / 4, most / 2, most, most, most, most, most}}})),
+                                        {0, most / 4, most / 2, most, most, most, most, 65535}}})),
                       "");
             EXPECT_EQ(d.Frame(0)[7], 7u * 65535 / unsigned(most)) << bits << highByteFirst;
             EXPECT_EQ(d.Frame(1)[3], 65535) << bits << highByteFirst;
             EXPECT_EQ(d.Frame(1)[0], 0) << bits << highByteFirst;
+            EXPECT_EQ(d.Frame(1)[7], 65535) << "more than the depth can say is white";
         }
 }
 
