@@ -26,8 +26,11 @@ TEST_F(Tags, DateStandsWhereItsOffsetSays) {
     EXPECT_EQ(info_.PictureDate, "06/22/2004 8:15:30 PM");
     EXPECT_EQ(info_.CameraDateIndex, 1);
     EXPECT_FALSE(info_.DatesDiffer); // day and first digit of the hour alone are compared
-    info_.FileDate = "6/22/2004 8:15:30 PM";
-    EXPECT_TRUE(Read(exif.Jpeg()).DatesDiffer);
+    for (const char* other : {"06/22/2004 9:15:30 PM", "6/22/2004 8:15:30 PM"}) {
+        info_.DatesDiffer = false;
+        info_.FileDate = other;
+        EXPECT_TRUE(Read(exif.Jpeg()).DatesDiffer) << other;
+    }
 }
 
 TEST_F(Tags, DateThatIsNone) {

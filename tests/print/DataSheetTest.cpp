@@ -21,6 +21,7 @@ TEST(DataSheet, PicturesAreEnlargedAlongTheirLongerSide) {
     EXPECT_EQ(Size(3000, 1500, true), "7985x3993");
     EXPECT_EQ(Size(1500, 3000, true), "2995x5990");
     EXPECT_EQ(Size(6000, 4000, false), "7985x5323"); // too large for the box: as if fixed
+    EXPECT_EQ(Size(3000, 5000, false), "3594x5990"); // too high is enough
     EXPECT_EQ(Size(5985, 3990, false), "7985x5323");
     EXPECT_EQ(Size(1, 30000, true), "0x5990");
 }

@@ -149,10 +149,12 @@ TEST(ThumbnailSheet, DatesAndNotesFollowUnderTheName) {
     EXPECT_EQ(PlaceOf(page, "rest"), "none");
     EXPECT_EQ(All<PaperText>(page).back().font.points, 6);
 
-    page = add(kSheet4x6, std::string(40, 'a') + std::string(36, 'b') + "\r\nsecond\r\nthird");
+    page = add(kSheet4x6, std::string(40, 'a') + std::string(36, 'b') + "\r\n" +
+                              std::string(40, 's') + "over\r\nthird");
     y = 550 + 1333 + 50 + 2 * paper.Line(7, true) + 40;
     EXPECT_EQ(PlaceOf(page, std::string(35, 'b')), at(540, y + paper.Line(7)));
-    EXPECT_EQ(PlaceOf(page, "second"), at(500, y + 2 * paper.Line(7)));
+    EXPECT_EQ(PlaceOf(page, std::string(40, 's')), at(500, y + 2 * paper.Line(7)));
+    EXPECT_EQ(PlaceOf(page, "over"), "none"); // the first line alone goes on
     EXPECT_EQ(PlaceOf(page, "third"), "none");
     EXPECT_EQ(PlaceOf(page, "date, 1/60s"), "none");
 

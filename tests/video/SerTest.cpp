@@ -39,11 +39,12 @@ TEST(Ser, SamplesOfEveryDepthReachFromBlackToWhite) {
                                        0,
                                        highByteFirst,
                                        {{0, 1, 2, 3, 4, 5, 6, 7},
-                                        {0, most / 4, most / 2, most, most, most, most, most}}})),
+                                        {0, most / 4, most / 2, most, most, most, most, 65535}}})),
                       "");
             EXPECT_EQ(d.Frame(0)[7], 7u * 65535 / unsigned(most)) << bits << highByteFirst;
             EXPECT_EQ(d.Frame(1)[3], 65535) << bits << highByteFirst;
             EXPECT_EQ(d.Frame(1)[0], 0) << bits << highByteFirst;
+            EXPECT_EQ(d.Frame(1)[7], 65535) << "more than the depth can say is white";
         }
 }
 
@@ -79,9 +80,11 @@ TEST(Ser, TimesAndNamesAreRead) {
     EXPECT_EQ(d.file.Times(), (std::vector<double>{0, 0.5, 2}));
     EXPECT_EQ(d.file.Header().observer, "An observer");
     EXPECT_EQ(d.file.Header().telescope, "A telescope");
-    clip.ticks[1] = 1; // time that runs back is none
-    ASSERT_EQ(d.Open(SerBytes(clip)), "");
-    EXPECT_TRUE(d.file.Times().empty());
+    for (const int ticks : {1, 5000000}) { // time that runs back or stands still is none
+        clip.ticks[1] = ticks;
+        ASSERT_EQ(d.Open(SerBytes(clip)), "");
+        EXPECT_TRUE(d.file.Times().empty()) << ticks;
+    }
 }
 
 TEST(Ser, DamagedFilesAreRefusedOrShortened) {

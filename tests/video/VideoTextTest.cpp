@@ -31,6 +31,11 @@ TEST(VideoText, TellsTimes) {
     EXPECT_EQ(PlayingTime(video), "0.0 seconds"); // one frame
     video.VideoLastFrame = 25 * 65;
     EXPECT_EQ(PlayingTime(video), "1.1 minutes");
+    video.VideoLastFrame = 25 * 60;
+    EXPECT_EQ(PlayingTime(video), "1.0 minutes");
+    video.VideoFrameRate = 10;
+    video.VideoLastFrame = 599;
+    EXPECT_EQ(PlayingTime(video), "59.9 seconds");
     EXPECT_EQ(SummaryLines("/none/a.mov", "x", 1500000)[3],
               "     Size: 1,500,000   1,465 KB   1 MB");
     EXPECT_EQ(SummaryLines("/none/a.mov", "x", 2560)[3], "     Size: 2,560   3 KB   0 MB");

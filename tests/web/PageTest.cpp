@@ -290,6 +290,7 @@ TEST(PageEntries, OfTextFilesHoldTheirLines) {
     EXPECT_TRUE(Has(Entry(s, facts), {"  <td class=\"ct\">", "  <p class=\"tx\">", "a <b><br>",
                                       "<br>", "  </p>", "  </td>", "  <td class=\"lt\">"}));
     s.HtmlPictureType = 2;
+    facts.type = ".LOG";
     EXPECT_TRUE(Has(Entry(s, facts), {"  </p>", "<p class=\"line\"></p>", "  </td>", " </tr>"}));
 }
 
