@@ -15,6 +15,12 @@ std::string Lines(std::initializer_list<std::string_view> lines) {
     return text.Bytes();
 }
 
+// The whole of a file that stands beside this one.
+std::string Golden(const std::string& name) {
+    std::ifstream whole(TARN_WEB_TESTS "/" + name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(whole), {}};
+}
+
 bool Has(const std::string& page, std::initializer_list<std::string_view> lines) {
     return page.find(Lines(lines)) != std::string::npos;
 }
@@ -288,91 +294,9 @@ TEST(GalleryPages, OfFramesAreWholeCentredAndLimited) {
     s.HtmlThumbCs = 1;
     s.HtmlThumbCsWidth = false;
     s.HtmlThumbCsHeight = true;
-    EXPECT_TRUE(
-        Page(s, 2, 3, true)
-            .ends_with(Lines(
-                {" <title>Pictures</title>",
-                 "",
-                 "<script language=javascript>",
-                 "function ChangeClassT(id, id2) {",
-                 "top.Thumbs.document.getElementById(id).className = \"thumbs_cur\";",
-                 "top.Thumbs.document.getElementById(id2).className = \"thumbs\";",
-                 "}",
-                 "</script>",
-                 "",
-                 "</head>",
-                 "<body>",
-                 "",
-                 "<table border=0 cellspacing=0 cellpadding=0>",
-                 "<tr style=\"position: relative; top: 3px; left: 10px;\">",
-                 "<td>",
-                 "<div>",
-                 "  <a class=\"nav\" herf=\"#\" title=\"Description data\" style=\"cursor: "
-                 "default\"",
-                 "  onclick=\"document.getElementById('table_notes').style.display='none';",
-                 "     return false;\">Hide</a>",
-                 "  <a class=\"nav\" herf=\"#\" title=\"One\" style=\"cursor: default\"",
-                 "  onclick=\"document.getElementById('table_notes').style.display='block';",
-                 "     return false;\">Show</a>",
-                 "  <a class=\"nav\" href=\"a.jpg\" target=\"_self\" title=\"a.jpg (3000x2000)  "
-                 "[1.0M]\">Image</a>",
-                 "  <a class=\"nav\" href=\"ImageT001.html\" "
-                 "onclick=\"ChangeClassT(1,2)\">Previous</a>",
-                 "  <a class=\"nav\" href=\"ImageT003.html\" "
-                 "onclick=\"ChangeClassT(3,2)\">Next</a>",
-                 "</div>",
-                 " </td>",
-                 "  <td class=\"numof\">",
-                 "(2 of 3)&nbsp;&nbsp;&nbsp;&nbsp;",
-                 "  </td>",
-                 " </tr>",
-                 "</table>",
-                 "",
-                 "",
-                 "<table id=table_notes border=0 cellspacing=1 cellpadding=2 cols=1 align=center>",
-                 " <tr style=\"position: relative; top: 0px; left: 15px;\">",
-                 "  <td align=center>",
-                 "  <div class=\"line1\">",
-                 "One",
-                 "  </div>",
-                 "  <div class=\"notes\">",
-                 "Two<br>",
-                 "Three<br>",
-                 "Telescope: 80 mm<br>",
-                 "Five<br>",
-                 "  </div>",
-                 "  </td>",
-                 " </tr>",
-                 "</table>",
-                 "",
-                 "<table align=center>",
-                 " <tr><td>",
-                 " <div id=\"image_map\">",
-                 "  <map name=\"map_picture\">",
-                 "   <area href=\"ImageT001.html\" alt=\"Previous\" target=\"_self\" "
-                 "shape=\"rect\" ",
-                 "      title = \"Click for previous image\"",
-                 "      coords = \"0, 0, 375, 600\" > ",
-                 "   <area href=\"ImageT003.html\" alt=\"Next\" target=\"_self\" shape=\"rect\" ",
-                 "      title = \"Click for next image\"",
-                 "      coords = \"525, 0, 900, 600\" > ",
-                 "  </map>",
-                 "  <a href=\"a.jpg\" target=\"_top\">",
-                 "  <img class=\"exif_slide\"title=\"Click for full size picture (3000x2000)\" src "
-                 "= "
-                 "\"a.jpg\"; border = 0; \"",
-                 "        style=\"height:600px\"",
-                 "  usemap=\"#map_picture\">",
-                 "  </a>",
-                 "</div>",
-                 " </td></tr>",
-                 "</table>",
-                 "",
-                 "",
-                 "",
-                 "</body>",
-                 "</html>"})))
-        << Page(s, 2, 3, true);
+    const std::string whole = Golden("ImageT002.html"); // from its title on
+    ASSERT_FALSE(whole.empty());
+    EXPECT_TRUE(Page(s, 2, 3, true).ends_with(whole)) << Page(s, 2, 3, true);
     s.HtmlThumbCsWidth = true; // both: the width counts, and both styles stand
     EXPECT_TRUE(Has(Page(s), {"        style=\"width:600px\"", "        style=\"height:600px\""}));
     EXPECT_EQ(GalleryMapSize(s, 3000, 2000).height, 400);
@@ -493,8 +417,7 @@ TEST(GalleryStyles, FollowTheirOptions) {
     s.HtmlThumbBorderColor = "22BB22";
     s.HtmlThumbPageBgColor = "33CC33";
     s.HtmlThumbThumbBgColor = "44DD44";
-    std::ifstream whole(TARN_WEB_TESTS "/slides.css", std::ios::binary);
-    EXPECT_EQ(GalleryStyle(s), std::string(std::istreambuf_iterator<char>(whole), {}));
+    EXPECT_EQ(GalleryStyle(s), Golden("slides.css"));
     s = {};
     s.ThumbTitleBorder = s.ThumbTnailBorder = s.ThumbImageBorder = 0;
     s.ThumbBorderStyle = 1;
