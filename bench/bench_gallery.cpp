@@ -16,6 +16,8 @@
 #include <fstream>
 #include <iterator>
 
+#include <unistd.h>
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -54,10 +56,12 @@ struct Folder {
 };
 
 // Each round has a folder of its own: a disk is slow to make files where many were just deleted.
+// What the round before left to be written is no one's account.
 std::string Fresh(const Folder& folder, const char* kind) {
     static int round = 0;
     const std::string path = folder.path + "/" + kind + std::to_string(++round);
     fs::create_directories(path);
+    ::sync();
     return path;
 }
 

@@ -11,15 +11,6 @@ using namespace tarn::fuzz;
 
 namespace {
 
-bool IsUtf8(std::string_view text) {
-    for (std::size_t pos = 0; pos < text.size();) {
-        const Utf8Char next = DecodeUtf8(text, pos);
-        if (!next.valid) return false;
-        pos += std::size_t(next.length);
-    }
-    return true;
-}
-
 void DemandShort(std::string_view text) {
     Demand(IsUtf8(text));
     for (std::size_t line = 0; line < text.size();) {

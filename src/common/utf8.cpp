@@ -37,6 +37,15 @@ Utf8Char DecodeUtf8(std::string_view text, std::size_t pos) {
     return {code, length, true};
 }
 
+bool IsUtf8(std::string_view text) {
+    for (std::size_t pos = 0; pos < text.size();) {
+        const Utf8Char next = DecodeUtf8(text, pos);
+        if (!next.valid) return false;
+        pos += static_cast<std::size_t>(next.length);
+    }
+    return true;
+}
+
 void AppendUtf8(std::string& text, char32_t code) {
     const auto tail = [&](unsigned shift) {
         text += static_cast<char>(0x80U | ((code >> shift) & 0x3FU));

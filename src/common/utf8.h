@@ -15,6 +15,8 @@ struct Utf8Char {
 // The character that begins at `pos`, which must lie inside the text.
 Utf8Char DecodeUtf8(std::string_view text, std::size_t pos);
 
+bool IsUtf8(std::string_view text);
+
 // `code` must be a valid code point.
 void AppendUtf8(std::string& text, char32_t code);
 

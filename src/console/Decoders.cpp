@@ -9,8 +9,7 @@ namespace tarn {
 
 namespace {
 
-using SizeFunction = bool (*)(const char* path, int* width, int* height);
-using LinesFunction = void (*)(const std::string* path, std::vector<std::string>* lines);
+using LookFunction = void (*)(const std::string* path, PictureLook* look);
 using ConvertFunction = void (*)(const std::string* path, const std::string* folder,
                                  const ConvertOptions* options, ConvertedFile* result);
 using ThumbnailsFunction = void (*)(const ThumbnailOrder* order, ThumbnailOutcome* outcome);
@@ -31,7 +30,7 @@ std::string ProgramFolder() {
 void* LoadDecoders() {
     for (const char* place :
          {"libtarn-decoders.so", "../lib/tarn-view/plugins/libtarn-decoders.so"})
-        if (void* module = ::dlopen((ProgramFolder() + place).c_str(), RTLD_NOW | RTLD_LOCAL))
+        if (void* module = ::dlopen((ProgramFolder() + place).c_str(), RTLD_LAZY | RTLD_LOCAL))
             return module;
     return nullptr;
 }
@@ -44,17 +43,11 @@ template <typename Function> Function FromModule(const char* name) {
 
 } // namespace
 
-bool SizeFromHeader(const std::string& path, int& width, int& height) {
-    static const auto kSize = FromModule<SizeFunction>("TarnPictureSize");
-    width = height = 0;
-    return kSize && kSize(path.c_str(), &width, &height);
-}
-
-std::vector<std::string> LinesOfFits(const std::string& path) {
-    static const auto kLines = FromModule<LinesFunction>("TarnFitsLines");
-    std::vector<std::string> lines;
-    if (kLines) kLines(&path, &lines);
-    return lines;
+PictureLook LookAtPicture(const std::string& path) {
+    static const auto kLook = FromModule<LookFunction>("TarnLook");
+    PictureLook look;
+    if (kLook) kLook(&path, &look);
+    return look;
 }
 
 ConvertedFile ConvertToJpeg(const std::string& path, const std::string& folder,

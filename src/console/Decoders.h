@@ -12,12 +12,8 @@
 
 namespace tarn {
 
-// Size in pixels from the picture's header; false, and 0 x 0, when no reader knows the file or the
-// module is not installed.
-bool SizeFromHeader(const std::string& path, int& width, int& height);
-
-// Rows of the panel that only pictures of telescopes have; none of any other file.
-std::vector<std::string> LinesOfFits(const std::string& path);
+// From the picture's header; nothing when the module is not installed.
+PictureLook LookAtPicture(const std::string& path);
 
 // A name that stands gets another behind it, as in the window: "M31-1.jpg" beside the picture,
 // where that must be free, "M31-CM.jpg" in a folder, where what has it goes to the wastebasket.

@@ -15,21 +15,19 @@ void Print(std::string_view text) {
 
 class InfoPrinter {
 public:
-    InfoPrinter(const PictureSizeReader& pictureSize, const PanelLinesReader& moreLines)
-        : pictureSize_(pictureSize), moreLines_(moreLines) {}
+    explicit InfoPrinter(const PictureLooker& lookAt) : lookAt_(lookAt) {}
 
     void PrintPanel(const std::string& path) {
         BeginPicture(info_, path);
         info_.FileDate = FormatFileDate(ReadFileFacts(path));
-        if (!pictureSize_(path, info_.ImageWidth, info_.ImageHeight)) {
-            info_.ImageWidth = 0;
-            info_.ImageHeight = 0;
-        }
+        const PictureLook look = lookAt_(path);
+        info_.ImageWidth = look.width;
+        info_.ImageHeight = look.height;
         reader_.ReadPictureInfo(info_);
         if (!WasRead()) return;
         Print("== " + path + "\n");
         for (const std::string& row : info_.PanelRows) Print(row + "\n");
-        for (const std::string& row : moreLines_(path)) Print(row + "\n");
+        for (const std::string& row : look.lines) Print(row + "\n");
     }
 
     void PrintDates(const std::string& path) {
@@ -50,8 +48,7 @@ private:
         return false;
     }
 
-    const PictureSizeReader& pictureSize_;
-    const PanelLinesReader& moreLines_;
+    const PictureLooker& lookAt_;
     PictureInfoReader reader_;
     PictureInfo info_;
     int exitStatus_ = kExitSuccess;
@@ -61,13 +58,12 @@ constexpr OptionRule kOptions[] = {{"--date"}};
 
 } // namespace
 
-int RunInfo(std::span<const std::string> words, const PictureSizeReader& pictureSize,
-            const PanelLinesReader& moreLines) {
+int RunInfo(std::span<const std::string> words, const PictureLooker& lookAt) {
     std::string fault;
     const auto arguments = Arguments::Parse(words, kOptions, fault);
     if (!arguments) return ComplainOfUsage(fault, kInfoUsage);
     if (arguments->Operands().empty()) return ComplainOfUsage("no file given", kInfoUsage);
-    InfoPrinter printer(pictureSize, moreLines);
+    InfoPrinter printer(lookAt);
     for (const std::string& path : arguments->Operands()) {
         if (arguments->Has("--date")) {
             printer.PrintDates(path);

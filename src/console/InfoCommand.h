@@ -10,8 +10,7 @@ inline constexpr std::string_view kInfoUsage = "tarn info [--date] FILE...";
 // One reader reads all files, in order, so that data which a file lacks may be those of the file
 // before it, as in the window. The dates are the exception: they are emptied before each file, so
 // that a row never shows the date of another picture. A file is read whether or not its size in
-// pixels is known. `moreLines` gives rows that come below those of the reader.
-int RunInfo(std::span<const std::string> words, const PictureSizeReader& pictureSize,
-            const PanelLinesReader& moreLines);
+// pixels is known. The look's lines come below those of the reader.
+int RunInfo(std::span<const std::string> words, const PictureLooker& lookAt);
 
 } // namespace tarn

@@ -22,9 +22,13 @@ struct Subcommand {
     std::function<int(std::span<const std::string> words)> run; // gives the exit status
 };
 
-// Pixel size of a picture; false, and 0 x 0, when no reader knows the file.
-using PictureSizeReader = std::function<bool(const std::string& path, int& width, int& height)>;
-using PanelLinesReader = std::function<std::vector<std::string>(const std::string& path)>;
+// What a picture's own reader says of it for the panel.
+struct PictureLook {
+    int width = 0; // pixels; 0 x 0 when no reader knows the file
+    int height = 0;
+    std::vector<std::string> lines; // rows that only pictures of telescopes have
+};
+using PictureLooker = std::function<PictureLook(const std::string& path)>;
 
 // A picture written as a JPEG: into the folder, or beside the picture where that is empty.
 struct ConvertedFile {

@@ -19,7 +19,7 @@ const std::vector<tarn::Subcommand>& Subcommands() {
     static const std::vector<tarn::Subcommand> kSubcommands = {
         {"info", tarn::kInfoUsage,
          [](std::span<const std::string> words) {
-             return tarn::RunInfo(words, tarn::SizeFromHeader, tarn::LinesOfFits);
+             return tarn::RunInfo(words, tarn::LookAtPicture);
          }},
         {"convert", tarn::kConvertUsage,
          [](std::span<const std::string> words) {

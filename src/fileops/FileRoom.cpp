@@ -248,7 +248,6 @@ void FileRoom::MoveToButton_Click() {
     const std::string path = s.Filename;
     const std::string name = s.FileNameOnly;
     if (path.empty() || m.controls.FileListBox->Count() < 1) return;
-    if (!KeepWrittenNote()) return;
     const bool advances = s.CopyAuto;
     const DroppedNote dropped(m);
     Changes changes(m.files);

@@ -23,15 +23,6 @@ bool IsText(std::string_view line) {
                         [](char c) { return static_cast<unsigned char>(c) < 0x20 && c != '\t'; });
 }
 
-bool IsUtf8(std::string_view bytes) {
-    for (std::size_t pos = 0; pos < bytes.size();) {
-        const Utf8Char next = DecodeUtf8(bytes, pos);
-        if (!next.valid) return false;
-        pos += static_cast<std::size_t>(next.length);
-    }
-    return true;
-}
-
 // Editors of today write UTF-8, those of old the code page.
 std::string AsText(std::string_view line) {
     return IsUtf8(line) ? std::string(line) : FromCodePage(line);

@@ -1,5 +1,7 @@
 #include "notes/NoteText.h"
 
+#include "common/text.h"
+
 namespace tarn {
 
 namespace {
@@ -13,6 +15,19 @@ std::string_view WithoutOldMarks(std::string_view bytes) {
     if (bytes.size() < marks || bytes.front() != '"' || !bytes.ends_with(kQuoteAndLineEnd))
         return bytes;
     return bytes.substr(1, bytes.size() - marks);
+}
+
+std::string WithBoxLineEnds(std::string_view text) {
+    std::string shown;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool pair = text.substr(i).starts_with(kLineEnd);
+        if (text[i] == '\r' || text[i] == '\n')
+            shown += kLineEnd;
+        else
+            shown += text[i];
+        if (pair) ++i;
+    }
+    return shown;
 }
 
 std::optional<std::string> WithoutQuotes(std::string_view text) {

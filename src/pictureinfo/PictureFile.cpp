@@ -21,7 +21,8 @@ ssize_t ReadFront(int file, std::int64_t fileSize, FileRecord& record) {
     const std::size_t wanted = std::min<std::uint64_t>(record.size(), fileSize);
     std::size_t filled = 0;
     while (filled < wanted) {
-        const ssize_t count = ::read(file, record.data() + filled, wanted - filled);
+        const ssize_t count =
+            ::pread(file, record.data() + filled, wanted - filled, static_cast<off_t>(filled));
         if (count < 0 && errno == EINTR) continue;
         if (count < 0 && filled == 0) return -1;
         if (count <= 0) break;
@@ -37,19 +38,25 @@ FileFacts ReadFileFacts(const std::string& path) {
     return ::stat(path.c_str(), &status) == 0 ? FactsOf(status) : FileFacts{};
 }
 
-bool ReadFileRecord(const std::string& path, FileRecord& record, FileFacts& facts) {
-    // Non-blocking, or opening a pipe without a writer would never come back.
-    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (file < 0) {
-        facts = ReadFileFacts(path);
-        return false;
+// Non-blocking, or opening a pipe without a writer would never come back.
+PictureFile::PictureFile(const std::string& path)
+    : m_number(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
+    if (m_number < 0) {
+        m_facts = ReadFileFacts(path);
+        return;
     }
     struct stat status {};
-    const bool known = ::fstat(file, &status) == 0;
-    facts = known ? FactsOf(status) : FileFacts{};
-    const ssize_t filled =
-        known && S_ISREG(status.st_mode) ? ReadFront(file, facts.size, record) : -1;
-    ::close(file);
+    if (::fstat(m_number, &status) != 0) return;
+    m_facts = FactsOf(status);
+    m_hasContent = S_ISREG(status.st_mode);
+}
+
+PictureFile::~PictureFile() {
+    if (m_number >= 0) ::close(m_number);
+}
+
+bool PictureFile::ReadRecord(FileRecord& record) const {
+    const ssize_t filled = m_hasContent ? ReadFront(m_number, m_facts.size, record) : -1;
     if (filled < 0) return false;
     std::fill(record.begin() + filled, record.end(), std::uint8_t{0});
     return true;

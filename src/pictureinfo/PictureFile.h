@@ -18,9 +18,26 @@ struct FileFacts {
 
 FileFacts ReadFileFacts(const std::string& path);
 
-// The first bytes of a file. The rest of the record becomes zero when the file is shorter; a file
-// that cannot be read leaves the record as it is and gives false. `facts` are read in any case.
-bool ReadFileRecord(const std::string& path, FileRecord& record, FileFacts& facts);
+// Opened once for all who read of it.
+class PictureFile {
+public:
+    explicit PictureFile(const std::string& path);
+    ~PictureFile();
+    PictureFile(const PictureFile&) = delete;
+    PictureFile& operator=(const PictureFile&) = delete;
+
+    int Number() const { return m_number; } // the system's; -1 when it cannot be opened
+    const FileFacts& Facts() const { return m_facts; }
+
+    // The first bytes. The rest of the record becomes zero when the file is shorter; a file that
+    // cannot be read leaves the record as it is and gives false.
+    bool ReadRecord(FileRecord& record) const;
+
+private:
+    int m_number;
+    FileFacts m_facts;
+    bool m_hasContent = false; // a file, no folder or pipe
+};
 
 // The date of a file as text ("06/22/2004 8:15:30 PM"), empty when the file is not there.
 std::string FormatFileDate(const FileFacts& facts);

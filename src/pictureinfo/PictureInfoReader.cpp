@@ -54,12 +54,12 @@ void BeginPicture(PictureInfo& info, const std::string& path) {
     info.ExpOrientation = 0;
 }
 
-void PictureInfoReader::ReadPictureInfo(PictureInfo& info) {
+void PictureInfoReader::ReadPictureInfo(PictureInfo& info, const PictureFile& file) {
     EmptyFields(info);
-    const FileFacts facts = ReadFile(info);
+    ReadFile(file);
     FindData(info, PictureDataBuffer::kSize);
     if (info.ExifFound) EmptyLines(info);
-    SetSizeTexts(info, facts.size);
+    SetSizeTexts(info, file_.size);
     SetNameAndFileDate(info);
     if (!info.ExifFound) {
         info.NoExif = true;
@@ -76,8 +76,8 @@ void PictureInfoReader::ReadPictureInfo(PictureInfo& info) {
 void PictureInfoReader::ReadCameraDate(PictureInfo& info) {
     info.NoExif = false;
     info.ExifFound = false;
-    const FileFacts facts = ReadFile(info);
-    if (facts.known) info.FileDate = FormatFileDate(facts);
+    ReadFile(PictureFile(info.Filename));
+    if (file_.known) info.FileDate = FormatFileDate(file_);
     FindData(info, kDateBytes);
     if (!info.ExifFound) {
         info.NoExif = true;
@@ -88,12 +88,11 @@ void PictureInfoReader::ReadCameraDate(PictureInfo& info) {
     });
 }
 
-FileFacts PictureInfoReader::ReadFile(const PictureInfo& info) {
-    FileFacts facts;
+void PictureInfoReader::ReadFile(const PictureFile& file) {
     const std::size_t other = 1 - bufferRecord_;
-    fileWasRead_ = ReadFileRecord(info.Filename, records_[other], facts);
+    file_ = file.Facts();
+    fileWasRead_ = file.ReadRecord(records_[other]);
     if (fileWasRead_) fileRecord_ = other;
-    return facts;
 }
 
 void PictureInfoReader::FindData(PictureInfo& info, int copied) {

@@ -26,7 +26,8 @@ public:
     // ImageHeight; the caller has cleared NoExif and DatesDiffer. Sets NoExif when the file shows
     // no camera data. ExpOrientation stays when the file has none: the display clears it for each
     // picture, a show does not.
-    void ReadPictureInfo(PictureInfo& info);
+    void ReadPictureInfo(PictureInfo& info) { ReadPictureInfo(info, PictureFile(info.Filename)); }
+    void ReadPictureInfo(PictureInfo& info, const PictureFile& file);
 
     // Only FileDate, NoExif, ExifFound, PictureDataOffset, CameraDate, CameraDateOffset and
     // PictureDate of `info.Filename`, for work on whole folders. Without a date tag the dates stay
@@ -36,13 +37,16 @@ public:
     // Whether the last read could read its file; if not, it went over the bytes of the file before.
     bool FileWasRead() const { return fileWasRead_; }
 
+    // Of the file of the last read.
+    const FileFacts& File() const { return file_; }
+
     void ReadExifTagIntel(const PictureInfo& info);
     void ReadExifTagMotorola(const PictureInfo& info);
 
     ExifTag Tag;
 
 private:
-    FileFacts ReadFile(const PictureInfo& info);
+    void ReadFile(const PictureFile& file);
     void FindData(PictureInfo& info, int copied);
     void CopyData(int offset, int count);
     bool RecordHas(std::string_view signature, int offset) const;
@@ -59,6 +63,7 @@ private:
 
     CanonMakerNote canon_;
     NikonMakerNote nikon_;
+    FileFacts file_;
     bool fileWasRead_ = false;
 };
 

@@ -11,15 +11,6 @@ namespace tarn {
 
 namespace {
 
-bool IsUtf8(std::string_view text) {
-    for (std::size_t pos = 0; pos < text.size();) {
-        const Utf8Char next = DecodeUtf8(text, pos);
-        if (!next.valid) return false;
-        pos += static_cast<std::size_t>(next.length);
-    }
-    return true;
-}
-
 // A line without end would hold the window up.
 std::string Broken(std::string text) {
     std::size_t line = 0; // where it begins

@@ -2,44 +2,80 @@
 
 #include "common/paths.h"
 #include "platform/Descriptors.h"
+#include "platform/Wastebasket.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdio>
+#include <filesystem>
+#include <unordered_set>
 #include <utility>
 
 namespace tarn {
 
 namespace {
 
+constexpr std::string_view kHidden = ".tarn-XXXXXX";
+
+int OpenFolder(const std::string& path) {
+    return ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+}
+
+// False where another run holds it.
+bool Lock(const Handle& folder) {
+    return folder && ::flock(folder.Number(), LOCK_EX | LOCK_NB) == 0;
+}
+
+bool IsHidden(std::string_view name) {
+    return name.size() == kHidden.size() && name.starts_with(kHidden.substr(0, 6));
+}
+
+// What runs that were killed have left may be what stood in the folder before: it is thrown away,
+// not deleted.
+void ThrowLeftAway(const std::string& folder) {
+    std::vector<std::string> left;
+    std::error_code code;
+    for (std::filesystem::directory_iterator at(folder, code), end; !code && at != end;
+         at.increment(code))
+        if (IsHidden(at->path().filename().string())) left.push_back(at->path().string());
+    for (const std::string& path : left) {
+        const Handle held(OpenFolder(path));
+        std::string where;
+        std::string error;
+        if (Lock(held) && ::rmdir(path.c_str()) != 0) ThrowAway(path, &where, &error);
+    }
+}
+
 class Staging : public StagedFiles {
 public:
     Staging(std::string folder, std::string hidden)
-        : m_folder(std::move(folder)), m_hidden(std::move(hidden)) {}
+        : m_folder(std::move(folder)), m_hidden(std::move(hidden)), m_open(OpenFolder(m_hidden)) {
+        Lock(m_open); // as long as it is held, the hidden folder is someone's
+    }
+    explicit operator bool() const { return bool(m_open); }
     ~Staging() override {
         for (const std::string& name : m_names) ::unlink(Hidden(name).c_str());
         ::rmdir(m_hidden.c_str());
     }
 
     bool Write(const std::string& name, std::string_view bytes, std::string* error) override {
-        const Handle file(
-            ::open(Hidden(name).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+        const Handle file(::openat(m_open.Number(), name.c_str(),
+                                   O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
         if (!file) return Fail(error);
-        if (std::find(m_names.begin(), m_names.end(), name) == m_names.end())
-            m_names.push_back(name);
+        if (m_known.insert(name).second) m_names.push_back(name);
         return WriteAll(file.Number(), bytes) || Fail(error);
     }
 
     bool Place(std::string* error, std::string* failed) override {
-        const Handle folder(::open(m_folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        const Handle folder(OpenFolder(m_folder));
         if (!m_names.empty()) *failed = m_names.front();
         if (!folder || ::syncfs(folder.Number()) != 0) return Fail(error);
         std::vector<Placed> placed;
         for (const std::string& name : m_names) {
-            const int why = PlaceOne(name, placed);
+            const int why = PlaceOne(name, folder.Number(), placed);
             if (why == 0) continue;
             *failed = name;
             for (auto done = placed.rbegin(); done != placed.rend(); ++done) TakeBack(*done);
@@ -63,43 +99,66 @@ private:
     std::string Hidden(const std::string& name) const { return JoinPath(m_hidden, name); }
 
     // 0, or the system's number of the fault.
-    int PlaceOne(const std::string& name, std::vector<Placed>& placed) {
+    int PlaceOne(const std::string& name, int folder, std::vector<Placed>& placed) {
         std::string target = JoinPath(m_folder, name);
+        if (::renameat2(m_open.Number(), name.c_str(), folder, name.c_str(), RENAME_NOREPLACE) ==
+            0) {
+            placed.push_back({name, target, false});
+            return 0;
+        }
+        const bool taken = errno == EEXIST;
+        if (!taken && !KnowsNoSuchRenaming()) return errno;
+        const std::string hidden = Hidden(name);
         struct stat info {};
         const bool stands = ::stat(target.c_str(), &info) == 0;
+        if (taken && !stands) return EEXIST; // by a link that leads nowhere
         if (stands) target = BehindLinks(target);
         if (stands && S_ISDIR(info.st_mode)) return EISDIR;
         if (stands && ::access(target.c_str(), W_OK) != 0) return errno;
-        if (stands && ::chmod(Hidden(name).c_str(), ModeFor(target)) != 0) return errno;
-        const unsigned how = stands ? RENAME_EXCHANGE : RENAME_NOREPLACE;
-        if (::renameat2(AT_FDCWD, Hidden(name).c_str(), AT_FDCWD, target.c_str(), how) == 0) {
-            placed.push_back({name, target, stands});
+        if (stands && ::chmod(hidden.c_str(), ModeFor(target)) != 0) return errno;
+        if (stands && Rename(hidden, target, RENAME_EXCHANGE)) {
+            placed.push_back({name, target, true});
             return 0;
         }
-        // File systems that cannot exchange: nothing keeps the old one.
-        if (errno != EINVAL && errno != ENOSYS) return errno;
-        return ::rename(Hidden(name).c_str(), target.c_str()) == 0 ? 0 : errno;
+        if (stands && !KnowsNoSuchRenaming()) return errno;
+        return ::rename(hidden.c_str(), target.c_str()) == 0 ? 0 : errno; // nothing keeps the old
+    }
+
+    // Of the file system, after a renaming that failed.
+    static bool KnowsNoSuchRenaming() { return errno == EINVAL || errno == ENOSYS; }
+
+    static bool Rename(const std::string& from, const std::string& to, unsigned how) {
+        return ::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), how) == 0;
     }
 
     void TakeBack(const Placed& done) {
-        ::renameat2(AT_FDCWD, done.target.c_str(), AT_FDCWD, Hidden(done.name).c_str(),
-                    done.exchanged ? RENAME_EXCHANGE : RENAME_NOREPLACE);
+        Rename(done.target, Hidden(done.name), done.exchanged ? RENAME_EXCHANGE : RENAME_NOREPLACE);
     }
 
     std::string m_folder;
     std::string m_hidden;
+    Handle m_open; // the hidden folder
     std::vector<std::string> m_names;
+    std::unordered_set<std::string> m_known; // the same
 };
 
 } // namespace
 
 std::unique_ptr<StagedFiles> MakeStaging(const std::string& folder, std::string* error) {
-    std::string hidden = JoinPath(folder.empty() ? "." : folder, ".tarn-XXXXXX");
+    const std::string place = folder.empty() ? "." : folder;
+    // No run takes away what another has made and not yet locked.
+    const Handle turn(OpenFolder(place));
+    if (turn) ::flock(turn.Number(), LOCK_EX);
+    ThrowLeftAway(place);
+    std::string hidden = JoinPath(place, std::string(kHidden));
     if (!::mkdtemp(hidden.data())) {
         Fail(error);
         return nullptr;
     }
-    return std::make_unique<Staging>(folder.empty() ? "." : folder, hidden);
+    auto staging = std::make_unique<Staging>(place, hidden);
+    if (*staging) return staging;
+    Fail(error);
+    return nullptr;
 }
 
 } // namespace tarn

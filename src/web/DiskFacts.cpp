@@ -22,7 +22,8 @@ constexpr int kLastSidewaysOrientation = 8;
 
 } // namespace
 
-long long DiskFacts::FileBytes(const std::string& path) {
+long long DiskFacts::FileBytes(const std::string& path) const {
+    if (path == m_read) return m_reader.File().size;
     std::error_code code;
     const auto bytes = std::filesystem::file_size(path, code);
     return code ? 0 : static_cast<long long>(bytes);
@@ -34,19 +35,20 @@ const PictureInfo& DiskFacts::Read(const std::string& path, bool panel) {
     m_read = path;
     m_info = {};
     BeginPicture(m_info, path);
-    if (panel) m_info.FileDate = FormatFileDate(ReadFileFacts(path));
-    const QSize size = PictureLoader::ReadSize(path);
-    m_info.ImageWidth = size.width();
-    m_info.ImageHeight = size.height();
-    m_reader.ReadPictureInfo(m_info);
+    const PictureFile file(path);
+    if (panel) m_info.FileDate = FormatFileDate(file.Facts());
+    const PictureHeader header = PictureLoader::ReadHeader(file.Number());
+    m_info.ImageWidth = header.size.width();
+    m_info.ImageHeight = header.size.height();
+    m_reader.ReadPictureInfo(m_info, file);
     if (!m_reader.FileWasRead()) { // and so went over the bytes of the file before
         m_unread.insert(path);
         m_reader = {};
         BeginPicture(m_info, path);
-        m_reader.ReadPictureInfo(m_info);
+        m_reader.ReadPictureInfo(m_info, file);
     }
-    if (m_info.ExpOrientation != 0 && PictureLoader::ComesUpright(path)) m_info.ExpOrientation = 1;
-    if (panel)
+    if (m_info.ExpOrientation != 0 && header.upright) m_info.ExpOrientation = 1;
+    if (panel && header.fits)
         for (std::string& line : FitsLinesOf(path)) m_info.PanelRows.push_back(std::move(line));
     return m_info;
 }
@@ -67,8 +69,8 @@ std::vector<std::string> DiskFacts::PanelRows(const std::string& path) {
 GallerySources SourcesOf(DiskFacts& facts,
                          std::function<std::string(const std::string&)> noteBytes) {
     return {[&](const std::string& path) { return facts.UprightSize(path); },
-            [](const std::string& path) { return DiskFacts::FileBytes(path); },
-            std::move(noteBytes), [&](const std::string& path) { return facts.PanelRows(path); }};
+            [&](const std::string& path) { return facts.FileBytes(path); }, std::move(noteBytes),
+            [&](const std::string& path) { return facts.PanelRows(path); }};
 }
 
 EntryFacts DiskFacts::Entry(const std::string& path, int boxWidth, int boxHeight) {

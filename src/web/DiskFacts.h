@@ -30,7 +30,7 @@ public:
     // Paths of the files that were asked for and could not be read: they have no camera data.
     const std::set<std::string>& Unread() const { return m_unread; }
 
-    static long long FileBytes(const std::string& path); // 0 when it cannot be asked
+    long long FileBytes(const std::string& path) const; // 0 when it cannot be asked
 
 private:
     const PictureInfo& Read(const std::string& path, bool panel);

@@ -127,10 +127,10 @@ GalleryPicture GalleryRun::FactsOf(const GalleryItem& item) {
     GalleryPicture picture;
     picture.name = ToPageBytes(item.picture);
     picture.thumbnail = ToPageBytes(item.thumbnail);
+    if (MakesPages()) std::tie(picture.width, picture.height) = m_sources.uprightSize(path);
     picture.fileBytes = m_sources.fileBytes(path);
     picture.note = m_sources.noteBytes(path).substr(0, kNoteBytes);
     if (!MakesPages()) return picture;
-    std::tie(picture.width, picture.height) = m_sources.uprightSize(path);
     if (m_settings.HtmlThumbData != 0)
         for (const std::string& row : m_sources.panelRows(path))
             picture.panel.push_back(ToPageBytes(row));

@@ -1,4 +1,5 @@
 // The module that the console companion loads when it needs to look into pictures.
+#include "console/Subcommand.h"
 #include "console/decoders/Conversion.h"
 #include "console/decoders/Pages.h"
 #include "console/decoders/Sheets.h"
@@ -28,16 +29,14 @@ void NeedApplication(bool withFonts) {
 
 } // namespace
 
-extern "C" bool TarnPictureSize(const char* path, int* width, int* height) {
+extern "C" void TarnLook(const std::string* path, tarn::PictureLook* look) {
     NeedApplication(false);
-    const QSize size = tarn::PictureLoader::ReadSize(path);
-    *width = size.width();
-    *height = size.height();
-    return !size.isEmpty();
-}
-
-extern "C" void TarnFitsLines(const std::string* path, std::vector<std::string>* lines) {
-    *lines = tarn::FitsLinesOf(*path);
+    const tarn::PictureHeader header = tarn::PictureLoader::ReadHeader(*path);
+    if (!header.size.isEmpty()) {
+        look->width = header.size.width();
+        look->height = header.size.height();
+    }
+    if (header.fits) look->lines = tarn::FitsLinesOf(*path);
 }
 
 extern "C" void TarnConvert(const std::string* path, const std::string* folder,

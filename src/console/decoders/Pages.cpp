@@ -58,7 +58,7 @@ bool AddAll(const PageRequest& request, const HtmlSettings& settings, Files& fil
             result.complaints.push_back(path + ": cannot be read");
         else if (facts.width == 0 && !IsTextEntry(facts.type))
             result.complaints.push_back(path + ": not a picture that can be read");
-        facts.note = std::string(WithoutOldMarks(notes.Bytes(path)));
+        facts.note = WithBoxLineEnds(WithoutOldMarks(notes.Bytes(path)));
         FindCompanions(files, settings, path, facts);
         if (!page.Add(settings, settings.HtmlExifInfo != 0, facts)) return false;
     }

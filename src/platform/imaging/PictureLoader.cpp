@@ -42,8 +42,7 @@ FileHandle Refuse(int descriptor, const char* why, std::string& error) {
 }
 
 // Anything but a file with content is refused: a pipe under a picture's name would never answer.
-FileHandle OpenFile(const std::string& path, std::string& error) {
-    const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+FileHandle Buffered(int descriptor, std::string& error) {
     if (descriptor < 0) return SystemError(error);
     struct stat facts {};
     if (::fstat(descriptor, &facts) != 0 || !S_ISREG(facts.st_mode))
@@ -53,6 +52,10 @@ FileHandle OpenFile(const std::string& path, std::string& error) {
     if (!file) return Refuse(descriptor, "Not enough memory", error);
     std::setvbuf(file.get(), nullptr, _IOFBF, kReadBuffer);
     return file;
+}
+
+FileHandle OpenFile(const std::string& path, std::string& error) {
+    return Buffered(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC), error);
 }
 
 bool FitsIntoMemory(QSize size) {
@@ -103,6 +106,14 @@ std::shared_ptr<PictureSource> MakeSource(const std::string& path, std::FILE* fi
         return nullptr;
     }
     return std::make_shared<PictureSource>(path, format, size, IdentityOf(file, format));
+}
+
+PictureHeader HeaderOf(const FileHandle& file) {
+    if (!file) return {};
+    std::string error;
+    const PictureFormat& format = FormatOf(file.get());
+    const QSize size = SizeOf(format, file.get(), error);
+    return {error.empty() ? size : QSize(0, 0), format.upright, &format == &kFitsFormat};
 }
 
 } // namespace
@@ -185,18 +196,15 @@ std::string PictureLoader::ReaderError() {
     return JpegReaderError();
 }
 
-QSize PictureLoader::ReadSize(const std::string& path) {
+PictureHeader PictureLoader::ReadHeader(const std::string& path) {
     std::string error;
-    const FileHandle file = OpenFile(path, error);
-    if (!file) return {0, 0};
-    const QSize size = SizeOf(FormatOf(file.get()), file.get(), error);
-    return error.empty() ? size : QSize(0, 0);
+    return HeaderOf(OpenFile(path, error));
 }
 
-bool PictureLoader::ComesUpright(const std::string& path) {
+PictureHeader PictureLoader::ReadHeader(int file) {
     std::string error;
-    const FileHandle file = OpenFile(path, error);
-    return file && FormatOf(file.get()).upright;
+    if (::lseek(file, 0, SEEK_SET) != 0) return {};
+    return HeaderOf(Buffered(::fcntl(file, F_DUPFD_CLOEXEC, 0), error));
 }
 
 FileIdentity PictureLoader::Identify(const std::string& path) {

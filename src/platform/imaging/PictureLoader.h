@@ -83,17 +83,23 @@ private:
     std::vector<QImage> m_scaled;
 };
 
+// What a picture file says of itself before anything is decoded.
+struct PictureHeader {
+    QSize size{0, 0};     // pixels as stored, 0 x 0 when no reader knows the file
+    bool upright = false; // its reader turns it upright, whatever the camera data say
+    bool fits = false;    // a telescope's picture, whose header has more to say
+};
+
 // Finds out what a file is by its first bytes, never by its name.
 class PictureLoader {
 public:
     // Why JPEG pictures cannot be read at all; empty when they can.
     static std::string ReaderError();
 
-    // Pixel size from the header alone, 0 x 0 when no reader knows the file. Nothing is decoded.
-    static QSize ReadSize(const std::string& path);
-
-    // Whether pictures of this file are turned upright by their reader.
-    static bool ComesUpright(const std::string& path);
+    // Nothing is decoded. A file that is open already is read from its start, and stays open.
+    static PictureHeader ReadHeader(const std::string& path);
+    static PictureHeader ReadHeader(int file);
+    static QSize ReadSize(const std::string& path) { return ReadHeader(path).size; }
 
     // The file that stands under the name now.
     static FileIdentity Identify(const std::string& path);
