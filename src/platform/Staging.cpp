@@ -72,7 +72,7 @@ public:
     bool Place(std::string* error, std::string* failed) override {
         const Handle folder(OpenFolder(m_folder));
         if (!m_names.empty()) *failed = m_names.front();
-        if (!folder || ::syncfs(folder.Number()) != 0) return Fail(error);
+        if (!folder) return Fail(error);
         std::vector<Placed> placed;
         for (const std::string& name : m_names) {
             const int why = PlaceOne(name, folder.Number(), placed);
@@ -81,7 +81,7 @@ public:
             for (auto done = placed.rbegin(); done != placed.rend(); ++done) TakeBack(*done);
             return Fail(error, why);
         }
-        ::fsync(folder.Number());
+        if (m_flushed) ::fsync(folder.Number());
         // What is left in the hidden folder is what stood there before.
         m_names.clear();
         for (const Placed& done : placed)
@@ -115,6 +115,7 @@ private:
         if (stands) target = BehindLinks(target);
         if (stands && S_ISDIR(info.st_mode)) return EISDIR;
         if (stands && ::access(target.c_str(), W_OK) != 0) return errno;
+        if (stands && !Flush(folder)) return errno;
         if (stands && ::chmod(hidden.c_str(), ModeFor(target)) != 0) return errno;
         if (stands && Rename(hidden, target, RENAME_EXCHANGE)) {
             placed.push_back({name, target, true});
@@ -122,6 +123,13 @@ private:
         }
         if (stands && !KnowsNoSuchRenaming()) return errno;
         return ::rename(hidden.c_str(), target.c_str()) == 0 ? 0 : errno; // nothing keeps the old
+    }
+
+    // What takes the place of something must outlast a power cut; pages in an empty folder have
+    // nothing to lose, and a thousand of them are not waited for.
+    bool Flush(int folder) {
+        m_flushed = m_flushed || ::syncfs(folder) == 0;
+        return m_flushed;
     }
 
     // Of the file system, after a renaming that failed.
@@ -140,6 +148,7 @@ private:
     Handle m_open; // the hidden folder
     std::vector<std::string> m_names;
     std::unordered_set<std::string> m_known; // the same
+    bool m_flushed = false;
 };
 
 } // namespace
