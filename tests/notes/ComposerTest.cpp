@@ -28,36 +28,6 @@ struct ComposerDesk : NotesDesk {
     static void Do(const char* button) { Press(kWindow, button); }
 };
 
-TEST(Composer, CaptionsAndTooltips) {
-    ComposerDesk d;
-    d.Open();
-    EXPECT_EQ(Window(kWindow)->windowTitle().toStdString(),
-              "Tarn View - Create or modify new formatted note");
-    EXPECT_EQ(Faces(kWindow, {"TextLine1", "CheckFirst", "Label10", "CommandSet", "CommandAdd",
-                              "CommandSetLine", "CommandSetLine1", "TextFirstLines", "CommandClear",
-                              "CommandToggle", "CommandReload", "CommandEdit",
-                              "CommandCalcExposure", "CommandRestore", "CommandSave", "CommandPrev",
-                              "CommandNext", "CommandCancel"}),
-              "TextLine1||1st lines of note\n"
-              "CheckFirst||\n"
-              "Label10|1st lines of note|\n"
-              "CommandSet|Set|Set note to data entered\n"
-              "CommandAdd|Add|Add 1st lines of note text to format entires\n"
-              "CommandSetLine|Get all lines|Set from current notes\n"
-              "CommandSetLine1|Get lines 1 to|Set from current notes 1st line\n"
-              "TextFirstLines|1|Number of lines beginning at 1 to get\n"
-              "CommandClear|Clear|clear 1st lines of text\n"
-              "CommandToggle|Of f|Uncheck / check all  pre-formated entries\n"
-              "CommandReload|Reload|Reload note format file\n"
-              "CommandEdit|Edit|Edit or create 'Note_Formats.txt'\n"
-              "CommandCalcExposure|Exposure|Calculate exposures window...\n"
-              "CommandRestore|Restore|Restore current image note from file\n"
-              "CommandSave|Save|Save note\n"
-              "CommandPrev|Prev.|Previous image\n"
-              "CommandNext|Next|Next image\n"
-              "CommandCancel|Close|\n");
-}
-
 TEST(Composer, SetReplacesTheNoteAsOneEdit) {
     ComposerDesk d;
     d.Open("M31\r\nmore");

@@ -56,16 +56,6 @@ TEST(NotesManager, AnEmptyFolderSaysSo) {
     EXPECT_FALSE(d.IsOn("UpdateButton") || d.IsOn("DeleteButton"));
     EXPECT_TRUE(d.Box().isReadOnly()); // a text would have no place to go
     EXPECT_EQ(Window(kWindow)->windowTitle(), QStringLiteral("Tarn View - Notes Folder"));
-    EXPECT_EQ(Faces(kWindow, {"NotesFolderText", "NoteUpdateText", "UpdateButton", "DeleteButton",
-                              "FixQButton", "FixQallButton", "CommandNew", "CloseButton"}),
-              "NotesFolderText|" + d.notes.Path() + "|Notes folder\n" +
-                  "NoteUpdateText||Update message\n"
-                  "UpdateButton|Update|\n"
-                  "DeleteButton|Delete|\n"
-                  "FixQButton|Fix|Fix quote marks, F key\n"
-                  "FixQallButton|All|Fix quote marks for all notes\n"
-                  "CommandNew|Convert|Convert all notes from .txt to .enf file type\n"
-                  "CloseButton|Close|\n");
     d.c.ClearNotesFolderButton->trigger();
     EXPECT_FALSE(Window(kWindow)->isVisible());
 }
@@ -89,6 +79,9 @@ TEST(NotesManager, AnotherFolderOrAnEmptiedOneLeavesNothingOfTheOld) {
     d.Open();
     EXPECT_EQ(d.Text("NoteFileLabel"), "Notes folder is empty");
     EXPECT_TRUE(d.Box().toPlainText().isEmpty() && !d.IsOn("UpdateButton"));
+    EXPECT_EQ(d.s.NoteText, "a"); // not reloaded, and saved into the new one
+    d.c.SaveNotesButton->click();
+    EXPECT_EQ(d.Bytes("a.enf") + BytesOf(other.Path() + "/a.enf"), "aa");
 }
 
 TEST(NotesManager, ReopenedItKeepsWhatIsBeingEdited) {
@@ -162,9 +155,12 @@ TEST(NotesManager, AllAndConvertWorkThroughTheFolder) {
     d.notes.Write("a.enf", "\"mgr a\"\r\n");
     d.notes.Write("b.txt", "\"b");
     d.notes.Write("Note_Formats.txt", "\"x\"");
+    d.notes.Write("long.enf", "\"" + std::string(9000, 'x') + "\"");
     d.Open();
     d.Do("FixQallButton");
-    EXPECT_EQ(d.Text("NoteUpdateText"), "Removed quotes from 2 notes.");
+    EXPECT_EQ(d.Text("NoteUpdateText"), "Removed quotes from 3 notes.");
+    EXPECT_EQ(d.Bytes("long.enf"), std::string(9000, 'x'));
+    EXPECT_EQ(Trashed("b (replaced).txt"), "\"b");
     EXPECT_EQ(d.Box().toPlainText(), QStringLiteral("mgr a\n"));
     EXPECT_EQ(d.s.NoteText, "mgr a\r\n");
     EXPECT_FALSE(d.s.BatchRuns);

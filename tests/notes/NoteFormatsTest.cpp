@@ -15,28 +15,6 @@ constexpr std::size_t At(NoteEntry entry) {
     return static_cast<std::size_t>(entry);
 }
 
-TEST(NoteFormats, TheTenFactsAreInTheOrderOfTheNote) {
-    std::string table;
-    for (const NoteEntryRow& row : NoteEntryRows()) {
-        table += std::string(row.caption) + "|" + row.controlName + "|" + row.tooltip;
-        for (const std::string& each : row.defaults) table += "|" + each;
-        table += "\n";
-    }
-    EXPECT_EQ(table,
-              "Telescope|Telescope|Telescope used|Meade 12\" LX200R|TEC APO 140|Stellarvue SV80S|"
-              "Vixen FL102S|SolarMax 60\n"
-              "Guide Scope|GuideScope||Mini Borg 50|ZWO 60\n"
-              "Lens|Lens|Additional lens such as a barlow or reducer|AP CCDT67|WO FLAT4_10|"
-              "WO FLAT4_17|WO FLAT61\n"
-              "Mount|Mount|Telescope mount|AP 900 GTO|Vixen SXD2|Vixen GP\n"
-              "Camera|Camera|Camera model|Canon 60Da)|ZWO ASI178MC-COOL\n"
-              "Filter|Filter|\n"
-              "Exposure|Exp|Exposures, video info|\n"
-              "Processing|Proc|Processing software|ImagesPlus|PhotoImpact\n"
-              "Location|Loc|Where image was taken|RQT|VLD\n"
-              "Date|Date|Date of capture|\n");
-}
-
 TEST(NoteFormats, TheFileIsReadLineByLine) {
     const FormatLists lists = ParseFormats("\xEF\xBB\xBFTelescope:TEC APO 140\r\n"
                                            "Telescope:Vixen FL102S\n"
@@ -70,26 +48,15 @@ TEST(NoteFormats, RubbishLeavesTheListsUsable) {
     for (const auto& list : ParseFormats(all)) EXPECT_TRUE(list.empty());
 }
 
-TEST(NoteFormats, ALoadFillsDefaultsAndDatesAndKeepsFilters) {
+TEST(NoteFormats, ALoadAddsTheDatesBehindTheFilesOwn) {
     FormatLists lists;
     LoadFormats(lists, "# comments only\n", kNow);
-    EXPECT_EQ(lists[At(NoteEntry::Telescope)].front(), "Meade 12\" LX200R");
-    EXPECT_EQ(lists[At(NoteEntry::Mount)].size(), 3U);
-    EXPECT_EQ(lists[At(NoteEntry::Exposure)], (Texts{""}));
-    EXPECT_TRUE(lists[At(NoteEntry::Filter)].empty());
     EXPECT_EQ(lists[At(NoteEntry::Date)],
               (Texts{"06-Nov-2026", "November 06, 2026", "11/06/2026 8:15:30 PM", "11/06/26",
                      "2026-11-06", "2026.11.06"}));
-    const std::string file = "Filter:a\nFilter:b\nDate:some day\nMount:own\n";
-    for (int i = 0; i < 3; ++i) LoadFormats(lists, file, kNow);
-    EXPECT_EQ(lists[At(NoteEntry::Filter)], (Texts{"a", "b", "a", "b", "a", "b"}));
+    for (int i = 0; i < 2; ++i) LoadFormats(lists, "Date:some day\n", kNow);
     EXPECT_EQ(lists[At(NoteEntry::Date)].size(), 7U);
     EXPECT_EQ(lists[At(NoteEntry::Date)].front(), "some day");
-    EXPECT_EQ(lists[At(NoteEntry::Mount)], (Texts{"own"}));
-    LoadFormats(lists, std::nullopt, kNow);
-    EXPECT_EQ(lists[At(NoteEntry::Date)], (Texts{""}));
-    EXPECT_EQ(lists[At(NoteEntry::Filter)].size(), 6U);
-    EXPECT_EQ(lists[At(NoteEntry::Camera)], (Texts{"Canon 60Da)", "ZWO ASI178MC-COOL"}));
 }
 
 TEST(NoteFormats, TheProgramsFileIsCopiedOnlyWhereNoneStands) {
@@ -107,41 +74,10 @@ TEST(NoteFormats, TheProgramsFileIsCopiedOnlyWhereNoneStands) {
     EXPECT_EQ(ReadFormatFile(d.files, d.At("folder.txt"), own), std::nullopt);
 }
 
-TEST(NoteFormats, ANoteIsComposedLineByLine) {
-    NoteComposition note;
-    note.firstLines = "M31";
-    FormatLists lists;
-    LoadFormats(lists, "", kNow);
-    for (std::size_t i = 0; i < kNoteEntries; ++i)
-        note.entries[i] = lists[i].empty() ? "" : lists[i].front();
-    EXPECT_EQ(ComposeNote(note),
-              "M31\r\nTelescope: Meade 12\" LX200R\r\nGuide Scope: Mini Borg 50\r\n"
-              "Lens: AP CCDT67\r\nMount: AP 900 GTO\r\nCamera: Canon 60Da)\r\n"
-              "Filter: \r\nExposure: \r\nProcessing: ImagesPlus\r\n"
-              "Location: RQT\r\nDate: 06-Nov-2026");
-    NoteComposition one;
-    EXPECT_EQ(ComposeNote(one), "");
-    one.entries[At(NoteEntry::Camera)] = " a blank";
-    EXPECT_EQ(ComposeNote(one), "\r\nCamera:  a blank");
-}
-
 EntryTicks AllTicked() {
     EntryTicks ticks{};
     ticks.fill(true);
     return ticks;
-}
-
-TEST(NoteFormats, LinesAreReadBackButTheGuideScope) {
-    NoteComposition note;
-    for (std::size_t i = 0; i < kNoteEntries; ++i) note.entries[i] = "v" + std::to_string(i);
-    const auto values = ReadBack(ComposeNote(note), AllTicked());
-    Texts read;
-    for (const auto& [entry, value] : values) {
-        EXPECT_EQ(value, "v" + std::to_string(At(entry)));
-        read.push_back(NoteEntryRows()[At(entry)].caption);
-    }
-    EXPECT_EQ(read, (Texts{"Telescope", "Lens", "Mount", "Camera", "Filter", "Exposure",
-                           "Processing", "Location", "Date"}));
 }
 
 TEST(NoteFormats, TheLocationGoesByTheLenssTick) {

@@ -56,20 +56,6 @@ template <typename Widget> Widget* Control(const char* window, const char* name)
     return found ? found->findChild<Widget*>(QString::fromLatin1(name)) : nullptr;
 }
 
-// "name|caption|tooltip" of each, a line each.
-inline std::string Faces(const char* window, const std::vector<const char*>& names) {
-    std::string faces;
-    for (const char* name : names) {
-        const auto* widget = Control<QWidget>(window, name);
-        faces += std::string(name) + "|" +
-                 (widget ? widget->property("text").toString().toStdString() + "|" +
-                               widget->toolTip().toStdString()
-                         : "missing") +
-                 "\n";
-    }
-    return faces;
-}
-
 inline void Press(const char* window, const char* name) {
     Control<QPushButton>(window, name)->click();
 }

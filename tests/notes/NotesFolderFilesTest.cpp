@@ -20,25 +20,6 @@ struct FolderDesk : NoteFolder {
     }
 };
 
-TEST(NotesFolder, AllTakesTheQuotesOffWholeFiles) {
-    FolderDesk d;
-    const std::string text(9000, 'x');
-    d.folder.Write("all_long.enf", "\"" + text + "\"\r\n");
-    d.folder.Write("all_open.enf", "\"open");
-    d.folder.Write("all_plain.enf", "plain");
-    d.folder.Write("Note_Formats.txt", "\"Telescope:x\"");
-    const NotesRun run = d.work.FixAll(d.Paths(), d.goOn);
-    EXPECT_EQ(run.changed, (std::vector<std::string>{d.At("all_long.enf"), d.At("all_open.enf")}));
-    EXPECT_TRUE(run.failed.empty());
-    EXPECT_EQ(d.asked, 4);
-    d.asked = 0;
-    EXPECT_EQ(d.Bytes("all_long.enf"), text + "\r\n");
-    EXPECT_EQ(d.Bytes("all_open.enf"), "open");
-    EXPECT_EQ(d.Bytes("Note_Formats.txt"), "\"Telescope:x\"");
-    EXPECT_EQ(Trashed("all_open (replaced).enf"), "\"open");
-    EXPECT_TRUE(d.work.FixAll(d.Paths(), d.goOn).changed.empty());
-}
-
 TEST(NotesFolder, AllStopsWhenToldAndGoesOnPastAFailure) {
     FolderDesk d;
     for (const char* name : {"1.enf", "2.enf", "3.enf"}) d.folder.Write(name, "\"q");
@@ -93,10 +74,6 @@ TEST(NotesFolder, UpdateIsHeldToTheSameStandardAsSave) {
     EXPECT_TRUE(d.work.Update(*note, "shorter", &error));
     EXPECT_EQ(d.Names(), (std::vector<std::string>{"up.enf"})); // nothing to be kept
     EXPECT_EQ(d.Bytes("up.enf"), "shorter");
-    d.files.onChange = nullptr;
-    EXPECT_FALSE(d.work.Read(d.At("gone.enf")));
-    EXPECT_TRUE(d.work.Delete(d.At("up.enf"), &error));
-    EXPECT_EQ(Trashed("up.enf"), "shorter");
 }
 
 } // namespace

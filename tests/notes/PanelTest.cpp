@@ -238,19 +238,6 @@ TEST(NotesPanel, ANoteThatCameFromElsewhereIsShownUnlessOneIsWritten) {
     EXPECT_EQ(d.s.NoteText, mine);
 }
 
-TEST(NotesPanel, EveryDroppedTextIsKeptInTheDrafts) {
-    NotesDesk d;
-    d.Start();
-    d.Type("one");
-    d.Key(Qt::Key_N);
-    d.Type("two");
-    d.Key(Qt::Key_P);
-    EXPECT_EQ(d.s.NotesSave, "two");
-    const std::string drafts = BytesOf(d.files.StateFolder() + "/unsaved_notes");
-    EXPECT_NE(drafts.find("one"), std::string::npos);
-    EXPECT_NE(drafts.find("two"), std::string::npos);
-}
-
 QIcon Mark(const NotesDesk& d, int row) {
     const QAbstractItemModel* model = d.c.FileListBox->model();
     return model->data(model->index(row, 0), Qt::DecorationRole).value<QIcon>();

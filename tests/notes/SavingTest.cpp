@@ -179,20 +179,5 @@ TEST(NoteSaving, SavingNothingNeverReplacesDeleting) {
     EXPECT_EQ(BytesOf("/a.enf"), "(none)");
 }
 
-TEST(NoteSaving, AnotherFolderIsAnotherNote) {
-    NotesDesk d({"moved.jpg"});
-    TestFolder other;
-    d.notes.Write("moved.enf", "old");
-    other.Write("moved.enf", "stands there");
-    d.Start();
-    d.dialogs.answers = {other.Path()};
-    d.c.SetNotesButton->trigger();
-    EXPECT_EQ(d.s.NoteText, "old"); // not reloaded
-    d.c.SaveNotesButton->click();
-    EXPECT_EQ(d.Bytes("moved.enf"), "old");
-    EXPECT_EQ(BytesOf(other.Path() + "/moved.enf"), "old");
-    EXPECT_EQ(Trashed("moved (replaced).enf"), "stands there");
-}
-
 } // namespace
 } // namespace tarn::testing
