@@ -77,6 +77,9 @@ TEST(ClassBoxes, TextsAreLostToARebuildAndFitsGoesBackToItsTick) {
     EXPECT_TRUE(d.controls.TCheck->isChecked());
     d.controls.FCheck->click();
     d.controls.CCheck->click();
+    d.controls.WCheck->click();
+    EXPECT_EQ(d.Pattern(), "*.html;*.jpg;*.fits;*.fit;*.cr2");
+    d.controls.WCheck->click();
     EXPECT_EQ(d.Pattern(), "*.jpg;*.fits;*.fit;*.cr2");
     d.controls.FCheck->click();
     EXPECT_EQ(d.Pattern(), "*.jpg");

@@ -141,28 +141,17 @@ TEST(PaneKeys, EachKeyPressesItsCommand) {
     KeyDesk d;
     const MainControls& c = d.controls;
     std::string pressed;
-    const auto watch = [&](auto* control, const char* name) {
-        Connect(control, [&pressed, name] { pressed += name; });
+    const auto watch = [&](auto* control) {
+        Connect(control, [&pressed, control] { pressed += control->objectName().toStdString(); });
         SetEnabled(control, true);
     };
-    watch(c.ViewButton, "View");
-    watch(c.SlideButton, "Slide");
-    watch(c.OneToOneButton, "OneToOne");
-    watch(c.Slides2Button, "Slides2");
-    watch(c.Slides4Button, "Slides4");
-    watch(c.SlidesC2Button, "SlidesC2");
-    watch(c.CopyImageButton3, "CopyImage");
-    watch(c.CJMButton, "CJM");
-    watch(c.FixPictureDateButton, "FixPictureDate");
-    watch(c.RenameButton, "Rename");
-    watch(c.HelpPicNavButton, "Help");
-    watch(c.SetFileDatesButton, "SetFileDates");
-    watch(c.Exit, "Exit");
-    watch(c.PrintButton, "Print");
-    watch(c.DeleteButton, "Delete");
-    watch(c.DuplicateButton, "Duplicate");
-    watch(c.AdjustButton, "Adjust");
-    watch(c.PopupOpenButton, "Open");
+    for (QPushButton* button : {c.ViewButton, c.SlideButton, c.OneToOneButton, c.Slides2Button,
+                                c.Slides4Button, c.SlidesC2Button, c.CopyImageButton3, c.CJMButton})
+        watch(button);
+    for (QAction* entry :
+         {c.FixPictureDateButton, c.RenameButton, c.HelpPicNavButton, c.SetFileDatesButton, c.Exit,
+          c.PrintButton, c.DeleteButton, c.DuplicateButton, c.AdjustButton, c.PopupOpenButton})
+        watch(entry);
     d.calls.clear();
     const auto after = [&](QWidget* pane, int key) {
         pressed.clear();
@@ -170,28 +159,28 @@ TEST(PaneKeys, EachKeyPressesItsCommand) {
         for (const std::string& call : std::exchange(d.calls, {})) pressed += call;
         return pressed;
     };
-    const std::pair<int, const char*> picture[] = {{Qt::Key_V, "View"},
-                                                   {Qt::Key_S, "Slide"},
-                                                   {Qt::Key_F, "OneToOne"},
-                                                   {Qt::Key_1, "OneToOne"},
-                                                   {Qt::Key_2, "Slides2"},
-                                                   {Qt::Key_4, "Slides4"},
-                                                   {Qt::Key_C, "SlidesC2"},
-                                                   {Qt::Key_D, "FixPictureDate"},
-                                                   {Qt::Key_Y, "CopyImage"},
-                                                   {Qt::Key_U, "CJM"},
-                                                   {Qt::Key_Z, "CJM"},
-                                                   {Qt::Key_F1, "Help"},
-                                                   {Qt::Key_F2, "Rename"},
-                                                   {Qt::Key_A, "Rename"},
+    const std::pair<int, const char*> picture[] = {{Qt::Key_V, "ViewButton"},
+                                                   {Qt::Key_S, "SlideButton"},
+                                                   {Qt::Key_F, "OneToOneButton"},
+                                                   {Qt::Key_1, "OneToOneButton"},
+                                                   {Qt::Key_2, "Slides2Button"},
+                                                   {Qt::Key_4, "Slides4Button"},
+                                                   {Qt::Key_C, "SlidesC2Button"},
+                                                   {Qt::Key_D, "FixPictureDateButton"},
+                                                   {Qt::Key_Y, "CopyImageButton3"},
+                                                   {Qt::Key_U, "CJMButton"},
+                                                   {Qt::Key_Z, "CJMButton"},
+                                                   {Qt::Key_F1, "HelpPicNavButton"},
+                                                   {Qt::Key_F2, "RenameButton"},
+                                                   {Qt::Key_A, "RenameButton"},
                                                    {Qt::Key_F5, "SetSaveCommands"},
-                                                   {Qt::Key_F6, "SetFileDates"},
+                                                   {Qt::Key_F6, "SetFileDatesButton"},
                                                    {Qt::Key_F10, "Exit"},
-                                                   {Qt::Key_Print, "Print"},
-                                                   {Qt::Key_Delete, "Delete"},
-                                                   {Qt::Key_Insert, "Duplicate"},
-                                                   {Qt::Key_B, "Adjust"},
-                                                   {Qt::Key_E, "Open"},
+                                                   {Qt::Key_Print, "PrintButton"},
+                                                   {Qt::Key_Delete, "DeleteButton"},
+                                                   {Qt::Key_Insert, "DuplicateButton"},
+                                                   {Qt::Key_B, "AdjustButton"},
+                                                   {Qt::Key_E, "PopupOpenButton"},
                                                    {Qt::Key_R, "RotateRight"},
                                                    {Qt::Key_Right, "RotateRight"},
                                                    {Qt::Key_L, "RotateLeft"},
@@ -207,9 +196,9 @@ TEST(PaneKeys, EachKeyPressesItsCommand) {
     // The video pane has a map of its own, with or without a picture, the text pane one key.
     d.state.ImageLoaded = false;
     EXPECT_EQ(after(c.Picture1, Qt::Key_F2), "");
-    EXPECT_EQ(after(c.Picture2, Qt::Key_Insert), "Rename");
-    EXPECT_EQ(after(c.Picture2, Qt::Key_Delete), "Delete");
-    EXPECT_EQ(after(c.LogText, Qt::Key_F2), "Rename");
+    EXPECT_EQ(after(c.Picture2, Qt::Key_Insert), "RenameButton");
+    EXPECT_EQ(after(c.Picture2, Qt::Key_Delete), "DeleteButton");
+    EXPECT_EQ(after(c.LogText, Qt::Key_F2), "RenameButton");
     for (const int key : {Qt::Key_Comma, Qt::Key_Period, Qt::Key_R, Qt::Key_F2})
         EXPECT_EQ(after(c.Picture2, key), "");
     d.Type(c.Picture2, Qt::Key_End);
