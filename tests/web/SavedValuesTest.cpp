@@ -12,13 +12,7 @@ using namespace tarn;
 
 namespace {
 
-std::string BlockOf(const HtmlSettings& settings) {
-    PageText text;
-    AddSavedValues(text, InPageBytes(settings));
-    return text.Bytes();
-}
-
-std::string BlockOf(const GallerySettings& settings) {
+template <class Settings> std::string BlockOf(const Settings& settings) {
     PageText text;
     AddSavedValues(text, InPageBytes(settings));
     return text.Bytes();
@@ -59,22 +53,16 @@ TEST(SavedValues, ReadBackWhatWasWritten) {
     }
 }
 
-TEST(SavedValues, HaveTheirFormByKind) {
+TEST(SavedValues, AreInPageBytesAndKeepTheirSign) {
     HtmlSettings page;
     page.HtmlTitle = "Stra\xC3\x9F"
                      "e \xE2\x82\xAC \xCE\xB1";
-    const std::string block = BlockOf(page);
-    EXPECT_EQ(block.substr(0, block.find(" 1 \r\n")),
-              "True\r\nFalse\r\nFalse\r\nTrue\r\nFalse\r\nFalse\r\nFalse\r\n");
-    EXPECT_NE(block.find("Stra\xDF"
-                         "e \x80 ?\r\n"),
+    EXPECT_NE(BlockOf(page).find("Stra\xDF"
+                                 "e \x80 ?\r\n"),
               std::string::npos);
     GallerySettings gallery;
     gallery.HtmlThumbSlider = -3;
-    const std::string values = BlockOf(gallery);
-    EXPECT_TRUE(values.starts_with("Pictures\r\n-3 \r\n 1 \r\n"));
-    EXPECT_NE(values.find(" 0 \r\n-1 \r\n 0 \r\n600\r\n"), std::string::npos);
-    EXPECT_NE(values.find("\r\nTrue\r\n 1 \r\n"), std::string::npos);
+    EXPECT_TRUE(BlockOf(gallery).starts_with("Pictures\r\n-3 \r\n 1 \r\n"));
 }
 
 TEST(SavedValues, StopAtTheEndOfTheBlockAndKeepTheRest) {
