@@ -12,7 +12,8 @@ TEST(FullSlides, EveryMoveOfBothLayouts) {
     using namespace keys;
     SlideDesk d;
     d.Fill({"a.jpg", "b.jpg", "c.jpg", "d.jpg", "e.jpg", "f.jpg", "g.jpg"});
-    EXPECT_EQ(d.Show({kDown, 'N', kSpace, kUp, 'P', 'O', kIdle}), "a b c d c b b");
+    EXPECT_EQ(d.Show({kDown, 'N', kSpace, kUp, 'P', 'O', kLeft, kIdle}),
+              "a b c d c b b b"); // the arrow turns
     EXPECT_EQ(d.Current(), "b.jpg");
     EXPECT_EQ(d.Show({kUp, kHome, kEnd, kPageDown, kPageUp, 'X'}), "a g a g e g");
     d.state.SlideAltArrowKeys = true;

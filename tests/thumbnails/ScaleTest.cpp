@@ -85,14 +85,6 @@ TEST(ScalePicture, LooksLikeAFullDecodeScaledOnce) {
     }
 }
 
-TEST(ScalePicture, IsInTheColoursOfTheProfile) {
-    const TestFolder folder;
-    std::string error;
-    const std::string jpeg = WithProfile(JpegBytes(TellTale(600, 400)), SwappedProfile());
-    const std::string made = ThumbnailJpeg(folder.Write("p.jpg", jpeg), 120, 90, error);
-    EXPECT_EQ(Quarters(QImage::fromData(QByteArray::fromStdString(made))), "bgr?");
-}
-
 TEST(ScalePicture, SaysWhyThereIsNone) {
     const TestFolder folder;
     std::string error;

@@ -131,10 +131,12 @@ TEST(ThumbRoom, AsksBeforeItOverwrites) {
 TEST(ThumbRoom, ACustomFilterIsWalkedAsItStands) {
     ThumbDesk d;
     d.state.FilterIsCustom = true;
+    for (const char* name : {"b.txt", "b.html"}) d.folder.Write(name, "no picture");
     d.controls.FileListBox->SetPattern("b*;film*");
     d.Select("b.jpg");
     d.controls.GenerateThumbButton->trigger();
     EXPECT_EQ(d.Thumbs(), "T120_b.jpg ");
+    EXPECT_EQ(d.Said(), "1 thumbnails, sized 120 pixels created in ...\\thumbnails sub folder");
     EXPECT_EQ(d.Boxes(), "11010");
     EXPECT_EQ(d.controls.FileListBox->Pattern(), "b*;film*");
 }
@@ -149,13 +151,18 @@ TEST(ThumbRoom, AnEmptyListMakesTheFolderAndAnUpdateDoesNot) {
     EXPECT_EQ(d.Said(), "0 thumbnails, sized 120 pixels created in ...\\thumbnails sub folder");
 }
 
-TEST(ThumbRoom, AnUpdateKeepsWhatStands) {
+TEST(ThumbRoom, AnUpdateKeepsWhatStandsInAnyCase) {
     ThumbDesk d;
-    d.controls.GenerateThumbButton->trigger();
+    d.folder.Write("A.jpg", JpegBytes(TellTale(60, 40)));
+    fs::create_directory(d.folder.Path() + "/thumbnails");
     d.folder.Write("thumbnails/T120_a.jpg", "kept");
-    fs::remove(d.folder.Path() + "/thumbnails/T120_b.jpg");
-    d.room.GenerateThumbnails(true, {}, nullptr);
-    EXPECT_EQ(d.Said().substr(0, 13), "1 thumbnails,");
+    d.folder.Write("thumbnails/t120_B.JPG", "kept, too");
+    d.folder.Write("thumbnails/T064_a.jpg", "another size");
+    for (const char* made : {"1 thumbnails,", "0 thumbnails,"}) {
+        d.room.GenerateThumbnails(true, {}, nullptr);
+        EXPECT_EQ(d.Said().substr(0, 13), made);
+    }
+    EXPECT_EQ(d.Thumbs(), "T064_a.jpg T120_A.jpg T120_a.jpg t120_B.JPG ");
     EXPECT_EQ(ReadTree(d.folder.Path() + "/thumbnails").at("T120_a.jpg"), "kept");
     EXPECT_FALSE(d.state.ThumbUpdate);
 }
@@ -184,7 +191,7 @@ TEST(ThumbRoom, CancelStopsAndPutsBack) {
 TEST(ThumbRoom, AnUnsavedNoteThatWasPassedOverIsInTheRestoreBuffer) {
     ThumbDesk d;
     d.state.NoteText = d.notes.unsaved = "half a thought";
-    d.notes.note = "saved";
+    d.notes.note = "M 31 \"Andromeda\" \u2019\r\n";
     d.state.ThumbCreateNotes = true;
     const TestFolder notes;
     d.state.NotesFolder = notes.Path();
@@ -195,7 +202,7 @@ TEST(ThumbRoom, AnUnsavedNoteThatWasPassedOverIsInTheRestoreBuffer) {
     EXPECT_EQ(d.state.NotesSave, "half a thought");
     EXPECT_EQ(d.Said(),
               std::string(kTwoMade) + "; Unsaved note of 'b.jpg' is in the restore buffer");
-    EXPECT_EQ(ReadTree(notes.Path()).at("T120_b.enf"), "\"saved\"\r\n");
+    EXPECT_EQ(ReadTree(notes.Path()).at("T120_b.enf"), "\"M 31 \"Andromeda\" \x92\r\n\"\r\n");
 }
 
 TEST(ThumbRoom, NoNameLeadsToTheOriginals) {

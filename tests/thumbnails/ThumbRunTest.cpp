@@ -19,24 +19,18 @@ namespace fs = std::filesystem;
 
 struct RunDesk {
     TestFolder folder;
-    TestFolder notes;
     ForwardingFiles files;
     ThumbRequest request;
 
     RunDesk() {
         request.pictures = folder.Path();
         request.subFolder = "thumbnails";
-        request.notes = notes.Path();
-        request.noteOf = [](const std::string& picture) {
-            return picture.ends_with("c.jpg") ? "M 31 \"Andromeda\" \u2019\r\n" : "";
-        };
         fs::create_directory(Thumbs());
     }
     std::string Thumbs() const { return folder.Path() + "/thumbnails"; }
     void Add(const std::string& name) { folder.Write(name, JpegBytes(TellTale(60, 40))); }
-    std::string Report(const std::vector<std::string>& names, bool update = false) {
-        ThumbRun run(PlanThumbnails(names, {"*.avi", "*.html"}, request, update, files), request,
-                     files);
+    std::string Report(const std::vector<std::string>& names) {
+        ThumbRun run(PlanThumbnails(names, {}, request, false, files), request, files);
         while (!run.Done()) run.Step();
         return run.Report(false);
     }
@@ -92,36 +86,6 @@ TEST(ThumbFolder, ClearingDeletesThumbnailsAndThrowsTheRestAway) {
     EXPECT_TRUE(fs::exists(d.Thumbs() + "/.hidden"));
     EXPECT_TRUE(fs::exists(d.Thumbs() + "/deep"));
     EXPECT_TRUE(fs::exists(d.folder.Path() + "/a.jpg"));
-}
-
-TEST(ThumbRun, MakesPicturesInTheOrderOfTheListAndTheirNotes) {
-    RunDesk d;
-    for (const char* name : {"a.jpg", "b.c.jpg", "x.jpg"}) d.Add(name);
-    const std::vector<std::string> names{"a.jpg",     "b.c.jpg", "film.avi",
-                                         "page.html", "t.txt",   "x.jpg"};
-    std::vector<std::string> written;
-    d.files.onChange = [&](const std::string& verb, const std::string& path) {
-        if (verb == "write") written.push_back(path.substr(path.rfind('/') + 1));
-        return std::string();
-    };
-    EXPECT_EQ(d.Report(names),
-              "3 thumbnails, sized 120 pixels created in ...\\thumbnails sub folder");
-    EXPECT_EQ(written,
-              (std::vector<std::string>{"T120_a.jpg", "T120_b.c.jpg", "T120_b.enf", "T120_x.jpg"}));
-    EXPECT_EQ(ReadTree(d.notes.Path()).at("T120_b.enf"), "\"M 31 \"Andromeda\" \x92\r\n\"\r\n");
-    EXPECT_EQ(ReadTree(d.Thumbs()).at("T120_x.jpg").substr(0, 2), "\xFF\xD8");
-}
-
-TEST(ThumbRun, UpdateKeepsWhatStandsInAnyCase) {
-    RunDesk d;
-    for (const char* name : {"a.jpg", "A.jpg", "b.jpg"}) d.Add(name);
-    d.folder.Write("thumbnails/T120_a.jpg", "kept");
-    d.folder.Write("thumbnails/t120_B.JPG", "kept, too");
-    d.folder.Write("thumbnails/T064_c.jpg", "another size");
-    EXPECT_EQ(d.Report({"A.jpg", "a.jpg", "b.jpg"}, true).substr(0, 13), "1 thumbnails,");
-    EXPECT_EQ(d.Made(), "T064_c.jpg T120_A.jpg T120_a.jpg t120_B.JPG ");
-    EXPECT_EQ(ReadTree(d.Thumbs()).at("T120_a.jpg"), "kept");
-    EXPECT_EQ(d.Report({"A.jpg", "a.jpg", "b.jpg"}, true).substr(0, 13), "0 thumbnails,");
 }
 
 TEST(ThumbRun, GoesOnBehindFailuresAndNamesTheFirst) {
