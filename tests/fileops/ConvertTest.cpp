@@ -92,15 +92,6 @@ TEST(ConvertPicture, DrawsTheTextAtItsPlace) {
     EXPECT_LE(drawn.bottom(), 592);
 }
 
-TEST(ConvertPicture, TheCopyIsInTheColoursOfTheProfile) {
-    const TestFolder folder;
-    ImgX picture;
-    const std::string jpeg = WithProfile(JpegBytes(TellTale(60, 40)), SwappedProfile());
-    ASSERT_EQ(picture.LoadFile(folder.Write("p.jpg", jpeg), {}), "");
-    const Converted converted = ConvertPicture(picture, ConvertOptions());
-    EXPECT_EQ(Quarters(QImage::fromData(QByteArray::fromStdString(converted.jpeg))), "bgr?");
-}
-
 TEST(JpegWriter, PutsWhiteBehind) {
     std::string error;
     QImage clear(30, 20, QImage::Format_ARGB32);

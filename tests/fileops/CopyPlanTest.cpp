@@ -6,8 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/stat.h>
-
 namespace tarn::testing {
 namespace {
 
@@ -103,34 +101,6 @@ TEST(CopyPlan, NewNamesNeverMeetEachOther) {
     EXPECT_EQ(d.Told(plan), "a.jpg>a (3).jpg\na (2).jpg>a (2).jpg\nb>b (2)\n");
 }
 
-TEST(CopyPlan, AFolderThatCannotBeReadSaysWhy) {
-    PlanDesk d;
-    d.request.notesFrom = d.notes.Path() + "/gone";
-    std::string error;
-    EXPECT_FALSE(PlanCopies(d.request, d.files, &error));
-    EXPECT_EQ(error, "No such file or directory");
-}
-
-TEST(CopyRun, CopiesWithTimesAndOverwritesByWayOfTheWastebasket) {
-    PlanDesk d;
-    Fill(d.from, {{"a.jpg", "picture"}, {"b.jpg", "picture b"}});
-    Fill(d.notes, {{"a.enf", "note"}});
-    Fill(d.to, {{"a.jpg", "old"}});
-    SetFileTime(d.from.Path() + "/a.jpg", 2004, 5, 6, 7, 8, 9);
-    d.request.files = {"a.jpg", "b.jpg"};
-    const CopyCounts counts = d.Run(d.Plan());
-    EXPECT_EQ(counts.files, 2);
-    EXPECT_EQ(counts.notes, 1);
-    EXPECT_EQ(counts.failed, 0);
-    EXPECT_EQ(ReadTree(d.to.Path()),
-              (Tree{{"a.jpg", "picture"}, {"a.enf", "note"}, {"b.jpg", "picture b"}}));
-    struct stat source {};
-    struct stat copy {};
-    ::stat((d.from.Path() + "/a.jpg").c_str(), &source);
-    ::stat((d.to.Path() + "/a.jpg").c_str(), &copy);
-    EXPECT_EQ(copy.st_mtime, source.st_mtime);
-}
-
 TEST(CopyRun, AFailureIsCountedAndTheRestGoesOn) {
     PlanDesk d;
     Fill(d.from, {{"a.jpg", "1"}, {"b.jpg", "2"}, {"c.jpg", "3"}});
@@ -145,19 +115,6 @@ TEST(CopyRun, AFailureIsCountedAndTheRestGoesOn) {
     EXPECT_EQ(ReadTree(d.to.Path()), (Tree{{"a.jpg", "1"}, {"c.jpg", "3"}}));
     EXPECT_EQ(ReportText(counts, "Exported", "/x", false),
               "ERROR - Exported 2 files to '/x', 2 failed: b.jpg - No space left on device");
-}
-
-TEST(CopyRun, ReportsCount) {
-    CopyCounts counts;
-    EXPECT_EQ(ReportText(counts, "Exported", "/x", false), "Exported nothing to '/x'");
-    counts.files = 1;
-    counts.notes = 2;
-    counts.skipped = 3;
-    EXPECT_EQ(ReportText(counts, "Imported", "/x", true),
-              "CANCELLED - Imported 1 file and 2 notes to '/x', 3 skipped");
-    counts.files = 0;
-    counts.notes = 1;
-    EXPECT_EQ(ReportText(counts, "Imported", "/x", false), "Imported 1 note to '/x', 3 skipped");
 }
 
 } // namespace

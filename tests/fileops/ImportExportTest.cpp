@@ -1,17 +1,9 @@
-#include "support/ForwardingFiles.h"
-#include "support/RecordingRooms.h"
+#include "support/RoomDesk.h"
 #include "support/Trees.h"
 
 #include "fileops/ImportExport.h"
-#include "platform/Clipboard.h"
-#include "platform/FileListBox.h"
-#include "platform/FolderTreeview.h"
-#include "platform/PictureBox.h"
-#include "platform/SettingsStore.h"
-#include "platform/imaging/PicturesAhead.h"
 
 #include <QApplication>
-#include <QMenuBar>
 #include <QPushButton>
 #include <QTest>
 
@@ -34,49 +26,27 @@ struct ScriptedPump : EventPump {
     bool ends = false;
 };
 
-struct BatchDesk {
-    Calls calls;
-    TestFolder shown;
-    TestFolder notes;
+struct BatchDesk : RoomDesk {
+    TestFolder notesFolder;
     TestFolder other;
-    ForwardingFiles files;
-    std::unique_ptr<SettingsStore> settings = MakeSettingsStore(other.Path() + "x.ini");
-    ScriptedPump events;
-    ScriptedDialogs dialogs;
-    ProgramState state;
-    QWidget window;
-    QMenuBar bar{&window};
-    MainControls controls;
+    ScriptedPump& pump = Scripted();
     RecordingNavigation navigation{calls};
     RecordingDisplay display{calls};
-    RecordingVideo video{calls};
-    RecordingShell shell{calls};
     RecordingInfo info{calls};
-    RecordingNotes notesRoom{calls};
-    RecordingSound sound{calls};
-    RecordingDesktop desktop{calls};
-    RecordingSlides slides{calls};
-    RecordingCopies copies{calls};
-    RecordingFileCommands fileCommands{calls};
-    RecordingThumbnails thumbnails{calls};
-    PicturesAhead ahead;
-    RecordingPrinting printing{files};
-    std::unique_ptr<Clipboard> clipboard = MakeClipboard();
-    Context context{state,  controls,     navigation, display, info,  notesRoom, slides,
-                    copies, fileCommands, thumbnails, video,   shell, ahead,     *clipboard,
-                    files,  *settings,    events,     dialogs, sound, desktop,   printing};
+    Context context = Join(navigation, display, info);
     ImportExport room{context};
 
     BatchDesk() {
-        MakeControls(controls, files,
-                     [this](QWidget* widget, Place) { widget->setParent(&window); });
-        MakeMenus(controls, bar, window);
         room.ConnectControls();
         Connect(controls.BatchCancelButton, [this] { state.BatchCancelled = true; });
-        state.NotesFolder = notes.Path();
+        state.NotesFolder = notesFolder.Path();
         controls.FileListBox->SetPattern("*.jpg;*.tif");
     }
-    void Show() { controls.FileListBox->SetPath(shown.Path()); }
+    ScriptedPump& Scripted() {
+        events = std::make_unique<ScriptedPump>();
+        return static_cast<ScriptedPump&>(*events);
+    }
+    void Show() { controls.FileListBox->SetPath(folder.Path()); }
     std::string Said() const { return calls.empty() ? "" : calls.back(); }
 };
 
@@ -90,9 +60,9 @@ Tree Joined(Tree a, const Tree& b) {
 
 TEST(ImportExport, AFolderGoesOutAndComesBackTheSame) {
     BatchDesk d;
-    Fill(d.shown, kNight);
-    Fill(d.notes, kNightNotes);
-    d.notes.Write("elsewhere.enf", "not of this folder");
+    Fill(d.folder, kNight);
+    Fill(d.notesFolder, kNightNotes);
+    d.notesFolder.Write("elsewhere.enf", "not of this folder");
     d.Show();
     d.dialogs.answers = {d.other.Path()};
     d.controls.ExportFilesButton[1]->trigger();
@@ -104,9 +74,9 @@ TEST(ImportExport, AFolderGoesOutAndComesBackTheSame) {
     d.other.Write("readme.doc", "not of the listed types");
     e.dialogs.answers = {d.other.Path()};
     e.controls.ImportButton->trigger();
-    EXPECT_EQ(ReadTree(e.shown.Path()), kNight);
-    EXPECT_EQ(ReadTree(e.notes.Path()), kNightNotes);
-    EXPECT_EQ(e.Said(), "message Imported 3 files and 2 notes to '" + e.shown.Path() + "'");
+    EXPECT_EQ(ReadTree(e.folder.Path()), kNight);
+    EXPECT_EQ(ReadTree(e.notesFolder.Path()), kNightNotes);
+    EXPECT_EQ(e.Said(), "message Imported 3 files and 2 notes to '" + e.folder.Path() + "'");
     EXPECT_EQ(std::count(e.calls.begin(), e.calls.end(), "RefreshDir"), 1);
     EXPECT_TRUE(e.dialogs.shown.size() == 1); // nothing stood there: no question
 }
@@ -130,9 +100,9 @@ TEST(ImportExport, EachEntryCopiesWhatItSays) {
     };
     for (const Case& each : cases) {
         BatchDesk d;
-        Fill(d.shown, kNight);
-        Fill(d.notes, kNightNotes);
-        d.notes.Write("Note_Formats.txt", "#formats");
+        Fill(d.folder, kNight);
+        Fill(d.notesFolder, kNightNotes);
+        d.notesFolder.Write("Note_Formats.txt", "#formats");
         d.Show();
         d.controls.FileListBox->Select(1);
         d.controls.FileListBox->Select(2);
@@ -148,11 +118,13 @@ TEST(ImportExport, NotesAloneAndTheFormatFileComeIntoTheNotesFolder) {
     Fill(d.other, Joined(kNight, kNightNotes));
     d.dialogs.answers = {d.other.Path()};
     d.controls.ImportNotesFilesButton->trigger();
-    EXPECT_EQ(ReadTree(d.notes.Path()), kNightNotes);
-    EXPECT_TRUE(ReadTree(d.shown.Path()).empty());
+    EXPECT_EQ(ReadTree(d.notesFolder.Path()), kNightNotes);
+    EXPECT_EQ(std::count(d.calls.begin(), d.calls.end(), "NoteFilesChanged"), 1);
+    EXPECT_EQ(d.Said(), "message Imported 2 notes to '" + d.notesFolder.Path() + "'");
+    EXPECT_TRUE(ReadTree(d.folder.Path()).empty());
     d.dialogs.answers = {d.other.Write("mine.txt", "#mine")};
     d.controls.ImportNotesFormat->trigger();
-    EXPECT_EQ(ReadTree(d.notes.Path())["Note_Formats.txt"], "#mine");
+    EXPECT_EQ(ReadTree(d.notesFolder.Path())["Note_Formats.txt"], "#mine");
 
     // Without a notes folder nothing is asked and nothing copied, least of all to the working
     // folder.
@@ -170,14 +142,14 @@ TEST(ImportExport, OneQuestionARun) {
     const auto after = [](const std::string& answer, Calls& shown, std::string& said) {
         BatchDesk d;
         Fill(d.other, {{"a.jpg", "new"}, {"a.enf", "new note"}, {"b.jpg", "b"}});
-        Fill(d.shown, {{"a.jpg", "old"}, {"b.jpg", "old b"}});
-        Fill(d.notes, {{"a.enf", "old note"}});
+        Fill(d.folder, {{"a.jpg", "old"}, {"b.jpg", "old b"}});
+        Fill(d.notesFolder, {{"a.enf", "old note"}});
         d.Show();
         d.dialogs.answers = {d.other.Path(), answer};
         d.controls.ImportButton->trigger();
         shown = d.dialogs.shown;
         said = d.Said();
-        return Joined(ReadTree(d.shown.Path()), ReadTree(d.notes.Path()));
+        return Joined(ReadTree(d.folder.Path()), ReadTree(d.notesFolder.Path()));
     };
     Calls shown;
     std::string said;
@@ -197,24 +169,25 @@ TEST(ImportExport, OneQuestionARun) {
 
 TEST(ImportExport, OurOwnFoldersAreRefused) {
     BatchDesk d;
-    Fill(d.shown, kNight);
-    Fill(d.notes, kNightNotes);
+    Fill(d.folder, kNight);
+    Fill(d.notesFolder, kNightNotes);
     d.Show();
     const std::string link = d.other.Path() + "/link";
-    std::filesystem::create_directory_symlink(d.shown.Path(), link);
-    for (const std::string& folder : {d.shown.Path(), d.shown.Path() + "/", link, d.notes.Path()})
+    std::filesystem::create_directory_symlink(d.folder.Path(), link);
+    for (const std::string& folder :
+         {d.folder.Path(), d.folder.Path() + "/", link, d.notesFolder.Path()})
         for (QAction* entry : {d.controls.CopyNotesFilesButton, d.controls.ExportFilesButton[1],
                                d.controls.ExportFilesButton[3], d.controls.ExportNotesFormat,
                                d.controls.ImportButton, d.controls.ImportNotesFilesButton}) {
             d.dialogs.answers = {folder};
             entry->trigger();
             const bool notesFromShown = entry == d.controls.ImportNotesFilesButton &&
-                                        folder != d.notes.Path(); // they may lie there
+                                        folder != d.notesFolder.Path(); // they may lie there
             EXPECT_EQ(d.Said().find("message ERROR - the ") == 0, !notesFromShown) << d.Said();
             d.calls.clear();
         }
-    EXPECT_EQ(ReadTree(d.shown.Path()), kNight);
-    EXPECT_EQ(ReadTree(d.notes.Path()), kNightNotes);
+    EXPECT_EQ(ReadTree(d.folder.Path()), kNight);
+    EXPECT_EQ(ReadTree(d.notesFolder.Path()), kNightNotes);
     d.controls.ExportFilesButton[1]->trigger(); // no folder chosen
     EXPECT_TRUE(d.calls.empty());
     d.controls.ExportFilesButton[0]->trigger();
@@ -223,13 +196,13 @@ TEST(ImportExport, OurOwnFoldersAreRefused) {
 
 TEST(ImportExport, CancelStopsAfterTheFileInHand) {
     BatchDesk d;
-    Fill(d.shown, kNight);
-    Fill(d.notes, kNightNotes);
+    Fill(d.folder, kNight);
+    Fill(d.notesFolder, kNightNotes);
     d.Show();
     d.window.show();
     int otherClicks = 0;
     Connect(d.controls.NextButton, [&] { ++otherClicks; });
-    d.events.onPump = [&](int round) {
+    d.pump.onPump = [&](int round) {
         EXPECT_TRUE(d.state.BatchRuns);
         EXPECT_TRUE(d.controls.BatchCancelButton->isVisible());
         QTest::mouseClick(d.controls.NextButton, Qt::LeftButton);
@@ -252,13 +225,13 @@ TEST(ImportExport, CancelStopsAfterTheFileInHand) {
 TEST(ImportExport, EscAndTheEndOfTheProgramStopItToo) {
     for (const bool esc : {true, false}) {
         BatchDesk d;
-        Fill(d.shown, kNight);
+        Fill(d.folder, kNight);
         d.Show();
-        d.events.onPump = [&](int) {
+        d.pump.onPump = [&](int) {
             if (esc)
                 QTest::keyClick(d.controls.FileListBox, Qt::Key_Escape);
             else
-                d.events.ends = true;
+                d.pump.ends = true;
         };
         d.dialogs.answers = {d.other.Path()};
         d.controls.ExportFilesButton[3]->trigger();
@@ -267,18 +240,9 @@ TEST(ImportExport, EscAndTheEndOfTheProgramStopItToo) {
     }
 }
 
-TEST(ImportExport, AnImportTellsTheNotesRoom) {
-    BatchDesk d;
-    d.Show();
-    Fill(d.other, kNightNotes);
-    d.dialogs.answers = {d.other.Path()};
-    d.controls.ImportNotesFilesButton->trigger();
-    EXPECT_EQ(std::count(d.calls.begin(), d.calls.end(), "NoteFilesChanged"), 1);
-}
-
 TEST(ImportExport, AMissingNotesFolderIsSaid) {
     BatchDesk d;
-    Fill(d.shown, kNight);
+    Fill(d.folder, kNight);
     d.Show();
     d.state.NotesFolder += "/gone";
     d.dialogs.answers = {d.other.Path()};
