@@ -8,6 +8,8 @@
 #include "common/paths.h"
 #include "display/DisplayRoom.h"
 
+#include <QApplication>
+
 #include <functional>
 #include <string>
 #include <vector>
@@ -50,6 +52,25 @@ struct WatchedRoom : DisplayRoom {
     Calls& calls;
     bool opensWindows = false;
 };
+
+// Every pixel another colour than its neighbours, so that a cut shows where it was taken.
+inline QImage Ramp(int width, int height) {
+    QImage picture(width, height, QImage::Format_RGB32);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            picture.setPixel(x, y, qRgb(x % 256, y % 256, x / 256 * 16 + y / 256));
+    return picture;
+}
+
+// A window beside the main one, and a part of it by its name.
+inline QWidget* Window(const char* name) {
+    for (QWidget* each : QApplication::topLevelWidgets())
+        if (each->objectName() == QLatin1String(name)) return each;
+    return nullptr;
+}
+template <typename Widget = QWidget> Widget* Part(const char* window, const char* name) {
+    return Window(window)->findChild<Widget*>(QLatin1String(name));
+}
 
 struct Desk : RoomDesk {
     WatchedNavigation navigation{calls, state};

@@ -51,22 +51,11 @@ TEST(CropPreview, TakesTheMiddleAndAllOfAShortSide) {
     EXPECT_EQ(wide.height, 200);
 }
 
-TEST(PreviewTexts, HaveTheirColours) {
-    EXPECT_EQ(PreviewTextOf(PreviewKind::Reduced).rgb, 0xFF8000);
-    EXPECT_EQ(PreviewTextOf(PreviewKind::FullSize).rgb, 0x00C000);
-    EXPECT_EQ(PreviewTextOf(PreviewKind::FullSizeCut).rgb, 0x0000FF);
-    EXPECT_EQ(PreviewTextOf(PreviewKind::DoubledCut).rgb, 0xFF0000);
-}
-
 TEST(Placeholders, GoByTheFourLastCharacters) {
-    for (const char* fits : {"FITS", ".FIT"}) {
-        EXPECT_EQ(PlaceholderFor(fits).picture, "FITS_image.jpg");
-        EXPECT_TRUE(PlaceholderFor(fits).offersDeleteFits);
-        EXPECT_FALSE(PlaceholderFor(fits).showsError);
-    }
-    EXPECT_EQ(PlaceholderFor(".CR2").picture, "Canon_raw.jpg");
-    EXPECT_FALSE(PlaceholderFor(".CR2").offersDelete);
-    EXPECT_EQ(PlaceholderFor(".MP4").picture, "MP4.jpg");
-    EXPECT_EQ(PlaceholderFor(".JPG").picture, "No_image.jpg");
-    EXPECT_TRUE(PlaceholderFor(".JPG").showsError);
+    for (const auto& [type, picture] : {std::pair{"FITS", "FITS_image.jpg"},
+                                        {".FIT", "FITS_image.jpg"},
+                                        {".CR2", "Canon_raw.jpg"},
+                                        {".MP4", "MP4.jpg"},
+                                        {".JPG", "No_image.jpg"}})
+        EXPECT_EQ(PlaceholderFor(type).picture, picture);
 }

@@ -15,15 +15,6 @@ using namespace tarn::testing;
 
 namespace {
 
-// Every pixel another colour than its neighbours, so that a cut shows where it was taken.
-QImage Ramp(int width, int height) {
-    QImage picture(width, height, QImage::Format_RGB32);
-    for (int y = 0; y < height; ++y)
-        for (int x = 0; x < width; ++x)
-            picture.setPixel(x, y, qRgb(x % 256, y % 256, (x + y) % 256));
-    return picture;
-}
-
 class PreviewTest : public ::testing::Test {
 protected:
     // By hand, as a click does: the box is toggled, and its command runs.
@@ -118,22 +109,6 @@ TEST_F(PreviewTest, MirroringInCutModeMirrorsTheCutAsItStands) {
     d.room.ShowPreview();
     EXPECT_EQ(Shown().size(), cut.size());
     EXPECT_GT(qRed(Shown().pixel(0, 0)), qRed(Shown().pixel(79, 0))) << "still mirrored";
-}
-
-TEST_F(PreviewTest, BrightnessHoldsForEveryPictureUntilReset) {
-    QImage grey(40, 30, QImage::Format_RGB32);
-    grey.fill(qRgb(100, 100, 100));
-    d.state.BrightnessValue = 40;
-    d.Show("a.png", PictureBytes(grey, "PNG"));
-    EXPECT_EQ(qRed(Shown().pixel(5, 5)), 202);
-    EXPECT_EQ(qRed(d.state.ImgXpic.SystemPicture().pixel(5, 5)), 100);
-    d.room.MirrorButton_Click();
-    EXPECT_EQ(qRed(Shown().pixel(5, 5)), 202);
-    d.Show("b.png", PictureBytes(grey, "PNG"));
-    EXPECT_EQ(qRed(Shown().pixel(5, 5)), 202);
-    d.state.BrightnessValue = 0;
-    d.room.ShowPreview();
-    EXPECT_EQ(qRed(Shown().pixel(5, 5)), 100);
 }
 
 TEST_F(PreviewTest, ALargerPaneGetsMorePixels) {

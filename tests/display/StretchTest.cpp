@@ -6,7 +6,6 @@
 #include "platform/imaging/fits/ScreenStretch.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QCheckBox>
 #include <QPushButton>
 #include <QSlider>
@@ -25,13 +24,7 @@ class StretchTest : public ::testing::Test {
 protected:
     ~StretchTest() override { SetStretchChoice({}); }
 
-    template <typename Widget> static Widget& Part(const char* name) {
-        for (QWidget* each : QApplication::topLevelWidgets())
-            if (each->objectName() == QLatin1String("frmStretch"))
-                return *each->findChild<Widget*>(QLatin1String(name));
-        throw std::runtime_error(name);
-    }
-    static QSlider& Midtones() { return Part<QSlider>("MidtonesSlider"); }
+    static QSlider& Midtones() { return *Part<QSlider>("frmStretch", "MidtonesSlider"); }
 
     // Mean light of the right half, where there is only sky.
     static int Sky(const QImage& picture) {
@@ -104,7 +97,7 @@ TEST_F(StretchTest, SliderChangesThePictureAtOnceAndWhatIsMadeOfItAfterwards) {
     ImgX again;
     EXPECT_EQ(again.LoadFile(d.state.Filename, {}), "");
     EXPECT_NEAR(Sky(again.FullPicture()), after, 2) << "a show or a print";
-    Part<QPushButton>("ResetStretchButton").click();
+    Part<QPushButton>("frmStretch", "ResetStretchButton")->click();
     EXPECT_NEAR(Shown(), before, 2);
 }
 
@@ -118,7 +111,7 @@ TEST_F(StretchTest, ValuesHoldForOnePictureAndLockedForTheSeries) {
     EXPECT_TRUE(ShownNear(64)) << Shown();
     d.Show("a.fit", kSky);
     EXPECT_EQ(Shown(), changed) << "its own again";
-    Part<QCheckBox>("LockStretchCheck").click();
+    Part<QCheckBox>("frmStretch", "LockStretchCheck")->click();
     d.Show("b.fit", kSky);
     EXPECT_NEAR(Shown(), changed, 2);
     d.Show("colour.fit", NightSky(300, 200, {{"BAYERPAT", "'RGGB'"}}));
@@ -133,7 +126,7 @@ TEST_F(StretchTest, ValuesHoldForOnePictureAndLockedForTheSeries) {
     EXPECT_TRUE(QTest::qWaitFor([] { return !Midtones().isEnabled(); }));
     d.Show("b.fit", kSky);
     EXPECT_TRUE(QTest::qWaitFor([] { return Midtones().isEnabled(); }));
-    Part<QCheckBox>("LockStretchCheck").click();
+    Part<QCheckBox>("frmStretch", "LockStretchCheck")->click();
     d.Show("c.fit", kSky);
     EXPECT_TRUE(ShownNear(64)) << Shown();
 }
@@ -141,12 +134,12 @@ TEST_F(StretchTest, ValuesHoldForOnePictureAndLockedForTheSeries) {
 TEST_F(StretchTest, LinearShowsWhatIsStored) {
     d.Show("a.fit", kSky);
     d.room.StretchButton_Click();
-    Part<QCheckBox>("LinearCheck").click();
+    Part<QCheckBox>("frmStretch", "LinearCheck")->click();
     EXPECT_EQ(Shown(), 1000 * 255 / 65535 + 1);
     EXPECT_FALSE(Midtones().isEnabled());
     d.Show("b.fit", kSky);
     EXPECT_EQ(Shown(), 1000 * 255 / 65535 + 1);
-    Part<QCheckBox>("LinearCheck").click();
+    Part<QCheckBox>("frmStretch", "LinearCheck")->click();
     EXPECT_TRUE(ShownNear(64)) << Shown();
 }
 

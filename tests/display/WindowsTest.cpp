@@ -4,7 +4,6 @@
 #include "platform/WindowPlaces.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QLabel>
 #include <QPushButton>
 #include <QSlider>
@@ -19,27 +18,10 @@ using namespace tarn::testing;
 
 namespace {
 
-// Every pixel another colour than its neighbours, so that a cut shows where it was taken.
-QImage Ramp(int width, int height) {
-    QImage picture(width, height, QImage::Format_RGB32);
-    for (int y = 0; y < height; ++y)
-        for (int x = 0; x < width; ++x)
-            picture.setPixel(x, y, qRgb(x % 256, y % 256, x / 256 * 16 + y / 256));
-    return picture;
-}
-
 class WindowsTest : public ::testing::Test {
 protected:
     WindowsTest() { d.room.opensWindows = true; }
 
-    static QWidget* Window(const char* name) {
-        for (QWidget* each : QApplication::topLevelWidgets())
-            if (each->objectName() == QLatin1String(name)) return each;
-        return nullptr;
-    }
-    static QWidget* Part(const char* window, const char* name) {
-        return Window(window)->findChild<QWidget*>(QLatin1String(name));
-    }
     static std::string Title(const char* window) {
         return Window(window)->windowTitle().toStdString();
     }
@@ -104,8 +86,8 @@ TEST_F(BrightnessWindow, ChangesTheShownPictureFromItsUnchangedPixels) {
     d.Show("a.png", PictureBytes(grey, "PNG"));
     const auto shown = [this] { return qRed(d.controls.Picture1->Picture().pixel(5, 5)); };
     d.room.AdjustButton_Click();
-    auto* slider = static_cast<QSlider*>(Part("frmBrightness", "BrightnessSlider"));
-    auto* label = static_cast<QLabel*>(Part("frmBrightness", "BrightnessLabel"));
+    auto* slider = Part<QSlider>("frmBrightness", "BrightnessSlider");
+    auto* label = Part<QLabel>("frmBrightness", "BrightnessLabel");
     EXPECT_EQ(slider->minimum(), -100);
     EXPECT_EQ(slider->maximum(), 100);
     EXPECT_EQ(slider->singleStep(), 1);
@@ -114,6 +96,8 @@ TEST_F(BrightnessWindow, ChangesTheShownPictureFromItsUnchangedPixels) {
     slider->setValue(40);
     EXPECT_EQ(shown(), 202);
     EXPECT_EQ(label->text(), QStringLiteral("40"));
+    d.room.MirrorButton_Click();
+    EXPECT_EQ(shown(), 202);
     d.Show("b.png", PictureBytes(grey, "PNG"));
     EXPECT_EQ(shown(), 202) << "holds for the next picture";
     d.room.SetBrightness(-500);
@@ -135,7 +119,7 @@ TEST_F(BrightnessWindow, DoneTakesTheChangeAwayAndTheCloseBoxKeepsIt) {
     QWidget* window = Window("frmBrightness");
     EXPECT_TRUE(IsOnTop(*window));
     EXPECT_FALSE(window->isModal());
-    auto* slider = static_cast<QSlider*>(Part("frmBrightness", "BrightnessSlider"));
+    auto* slider = Part<QSlider>("frmBrightness", "BrightnessSlider");
     slider->setValue(40);
     window->move(300, 200);
     window->close();
@@ -276,11 +260,11 @@ protected:
         d.room.OneToOneButton_Click();
         window = Window("frmOnetoOne");
         window->resize(240, 180);
-        view = static_cast<PictureBox*>(Part("frmOnetoOne", "OnePicture2"));
-        nav = static_cast<PictureBox*>(Part("frmOnetoOne", "OnePicture3"));
+        view = Part<PictureBox>("frmOnetoOne", "OnePicture2");
+        nav = Part<PictureBox>("frmOnetoOne", "OnePicture3");
     }
     std::string Info() const {
-        return static_cast<QLabel*>(Part("frmOnetoOne", "InfoText"))->text().toStdString();
+        return Part<QLabel>("frmOnetoOne", "InfoText")->text().toStdString();
     }
     void PressNavigator(int x, int y) {
         QTest::mouseClick(nav, Qt::LeftButton, Qt::NoModifier, {x, y});

@@ -57,51 +57,26 @@ protected:
 
 } // namespace
 
-TEST(CanonNote, SettingsByTable) {
-    struct Table {
+TEST(CanonNote, EverySettingHasItsPlace) {
+    using Note = CanonMakerNote;
+    struct Setting {
         int tag, k;
-        std::string CanonMakerNote::*field;
-        std::vector<unsigned> values;
-        std::string names;
+        std::string Note::*field;
+        unsigned value;
+        std::string name;
         const char* camera = kOther;
     };
-    const std::vector<unsigned> levels{0, 1, 2, 65535, 65534};
-    const std::string contrasts = "Normal|High|Highest|Low|Lowest|";
-    for (const Table& table :
-         {Table{1, 24, &CanonMakerNote::CanonContrast, levels, contrasts},
-          Table{1, 26, &CanonMakerNote::CanonSaturation, levels, contrasts},
-          Table{1, 28, &CanonMakerNote::CanonSharpness, levels,
-                "Normal|Hard|Hardest|Soft|Softest|"},
-          Table{1, 4, &CanonMakerNote::CanonQuality, {2, 3}, "Normal|Fine|"},
-          Table{1, 6, &CanonMakerNote::CanonFlash, {0, 5}, "OFF|ON|"},
-          Table{1,
-                38,
-                &CanonMakerNote::CanonMode,
-                {0, 1, 2, 3, 4, 5},
-                "Full Auto|Program AE|Shutter Priority|Aperture Priority|Manual|Depth of Field|"},
-          Table{1,
-                10,
-                &CanonMakerNote::CanonFocus,
-                {0, 1, 2, 3, 4, 5, 6},
-                "One Shot AF|AI Servo AF|AI Focus AF|Manual|Single|Continuous|Manual|"},
-          Table{2,
-                28,
-                &CanonMakerNote::CanonWhiteBalance,
-                {0, 1, 2, 3, 4, 5, 6, 7, 8, 9},
-                "Auto|Daylight|Cloudy|Tungsten|Flourescent|Flash|Custom||Shade|Temperature|"},
-          Table{1,
-                427,
-                &CanonMakerNote::CanonStyle,
-                {129, 130, 131, 132, 133, 134, 33, 34, 35},
-                "Standard|Portrait|Landscape|Neutral|Faitful|Monochrome|User Def. 1|User Def. "
-                "2|user Def. 3|",
-                kRebel}}) {
-        std::string names;
-        for (const unsigned value : table.values)
-            names +=
-                CanonBytes(table.tag).Word(table.k, value).Read(table.camera).*table.field + "|";
-        EXPECT_EQ(names, table.names);
-    }
+    for (const Setting& each :
+         {Setting{1, 24, &Note::CanonContrast, 65535, "Low"},
+          Setting{1, 26, &Note::CanonSaturation, 1, "High"},
+          Setting{1, 28, &Note::CanonSharpness, 65534, "Softest"},
+          Setting{1, 4, &Note::CanonQuality, 3, "Fine"}, Setting{1, 6, &Note::CanonFlash, 5, "ON"},
+          Setting{1, 38, &Note::CanonMode, 4, "Manual"},
+          Setting{1, 10, &Note::CanonFocus, 1, "AI Servo AF"},
+          Setting{2, 28, &Note::CanonWhiteBalance, 8, "Shade"},
+          Setting{1, 427, &Note::CanonStyle, 131, "Landscape", kRebel}})
+        EXPECT_EQ(CanonBytes(each.tag).Word(each.k, each.value).Read(each.camera).*each.field,
+                  each.name);
     EXPECT_EQ(CanonBytes().Word(44, 50).Word(46, 50).Read(kOther).CanonLens, "50-50mm");
 }
 

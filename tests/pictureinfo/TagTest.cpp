@@ -130,48 +130,6 @@ TEST_F(Tags, ValuesOutsideTheTables) {
     EXPECT_TRUE(info_.FlashFired); // 0xFF01 does not fit: the 9 of the entry before is odd
 }
 
-TEST_F(Tags, NamesByTable) {
-    std::string programs;
-    std::string meters;
-    std::string canonMeters;
-    for (unsigned value = 0; value < 9; ++value) {
-        const auto numbered = [&](const char* camera) {
-            return ExifBuilder(Endian::Big)
-                .Ascii(272, camera)
-                .Short(34850, value)
-                .Short(37383, value);
-        };
-        programs += Read(numbered("Other X").Jpeg()).ExpProgram + "|";
-        meters += info_.ExpMeter + Line(3).substr(14 + info_.ExpMeter.size()) + "|";
-        canonMeters += Read(numbered("Canon EOS 5").Jpeg()).CameraDataLines[3].substr(14) + "|";
-    }
-    EXPECT_EQ(
-        programs,
-        "Not defined|Manual|Program normal|Apeture priority|Shutter priority|Creative program "
-        "(biased toward depth of field)|Action program (biased toward faster shutter "
-        "speed)|Portrait mode (for closeup with background out of focus)|Landscape mode (for "
-        "landscape with background in focus)|");
-    EXPECT_EQ(meters, "unknown|Multimeter pattern|Center weighted|Center spot|Multispot|Pattern|"
-                      "Partial|reserved|other|");
-    EXPECT_EQ(canonMeters,
-              "unknown|[   ] Center-weighted Average|[   ] Center-weighted Average|[ . "
-              "] Spot (Center 4%)|unknown|[(O)] Evaluative|[( )] Partial (Center "
-              "9%)|unknown|unknown|");
-    struct Kodak {
-        const char* model;
-        float factor;
-        std::string program;
-    };
-    for (const Kodak& known : {Kodak{"DC4800", 4.6667F, ""}, Kodak{"DX6490", 6.0317F, ""},
-                               Kodak{"DC240", 6.5F, "Program normal"},
-                               Kodak{"DC5000", 4.62F, "Program normal"}, Kodak{"DC9", 0, ""}}) {
-        const std::string model = std::string("KODAK ") + known.model + " ZOOM DIGITAL CAMERA";
-        Read(ExifBuilder(Endian::Big).Ascii(272, model).Jpeg());
-        EXPECT_EQ(info_.FilmFactor, known.factor) << model;
-        EXPECT_EQ(info_.ExpProgram, known.program) << model;
-    }
-}
-
 TEST_F(Tags, FocusByTheDistancesParts) {
     struct Case {
         std::uint32_t numerator, denominator;

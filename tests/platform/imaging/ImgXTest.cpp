@@ -93,14 +93,6 @@ TEST_F(ImgXTest, ScalesFromTheReducedPictureAndFetchesMoreOnlyWhenThatIsTooSmall
     EXPECT_EQ(Quarters(large.SystemPicture()), "rgby") << "enlarged from what was at hand";
 }
 
-TEST_F(ImgXTest, OneSideOfZeroFollowsTheProportions) {
-    ImgX picture = Loaded(400, 300, {});
-    picture.Scale(200, 0);
-    EXPECT_EQ(SizeOf(picture), QSize(200, 150));
-    picture.Scale(0, 75);
-    EXPECT_EQ(SizeOf(picture), QSize(100, 75));
-}
-
 TEST_F(ImgXTest, APictureThatWasReplacedKeepsShowingTheOldOne) {
     ImgX picture = Loaded(640, 400, kBox);
     m_folder.Write("a.jpg", JpegBytes(TellTale(300, 300)));
@@ -125,20 +117,6 @@ TEST_F(ImgXTest, CopiesReadTheFileOnceBetweenThem) {
     std::filesystem::remove(m_path);
     EXPECT_EQ(second.FullPicture(), full);
     EXPECT_EQ(second.ErrorText(), "");
-}
-
-TEST_F(ImgXTest, TurnsRunClockwiseAndMirrorsByAxis) {
-    const auto after = [&](const std::function<void(ImgX&)>& change) {
-        ImgX picture = Loaded(640, 400, kBox);
-        change(picture);
-        return std::to_string(picture.Width()) + " " + Quarters(picture.SystemPicture());
-    };
-    EXPECT_EQ(after([](ImgX& p) { p.Rotate(90); }), "400 bryg");
-    EXPECT_EQ(after([](ImgX& p) { p.Rotate(180); }), "640 ybgr");
-    EXPECT_EQ(after([](ImgX& p) { p.Rotate(270); }), "400 gyrb");
-    EXPECT_EQ(after([](ImgX& p) { p.Rotate(-90); }), "400 gyrb");
-    EXPECT_EQ(after([](ImgX& p) { p.Mirror(0); }), "640 gryb");
-    EXPECT_EQ(after([](ImgX& p) { p.Mirror(1); }), "640 byrg");
 }
 
 TEST_F(ImgXTest, TurnsAreReplayedOnTheFullPicture) {

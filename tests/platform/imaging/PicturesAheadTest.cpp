@@ -9,9 +9,6 @@
 #include <array>
 #include <filesystem>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-
 using namespace tarn;
 using namespace tarn::testing;
 
@@ -43,11 +40,6 @@ protected:
 
     PicturesAhead m_ahead{kPlenty};
 };
-
-void SetTimes(const std::string& path, long seconds) {
-    const timespec times[2] = {{seconds, 0}, {seconds, 0}};
-    ASSERT_EQ(::utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
-}
 
 } // namespace
 
@@ -83,8 +75,7 @@ TEST_F(PicturesAheadTest, AFileThatChangedIsNotGiven) {
     Write("changed.jpg", {320, 240});
     std::filesystem::rename(Write("other.jpg"), replaced); // of the same length
     std::filesystem::remove(gone);
-    SetTimes(dated, 1000);
-    SetTimes(kept, 1000);
+    for (const std::string& path : {dated, kept}) SetFileTime(path, 2004, 6, 22, 20, 15, 30);
     m_ahead.TimesWereSet(kept);
     EXPECT_FALSE(Has(changed));
     EXPECT_FALSE(Has(replaced));
