@@ -21,6 +21,14 @@ TEST(ClassFilter, EmptyListsLeaveNoSeparators) {
     EXPECT_EQ(StartFileTypes(s), "*.html");
 }
 
+TEST(NameFilter, SixteenBoxesAtMost) {
+    std::string pattern = "*.0";
+    for (int i = 1; i < 17; ++i) pattern += ";*." + std::to_string(i);
+    const auto captions = FilterCaptions(pattern);
+    ASSERT_EQ(captions.size(), 16U); // and no box behind them is asked
+    EXPECT_EQ(captions.back(), "*.15");
+}
+
 TEST(NameFilter, PresetsAsTheyAreStored) {
     const std::vector<std::string> first{"*VMC*"};
     EXPECT_EQ(PresetsOf(""), first);

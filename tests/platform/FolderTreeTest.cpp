@@ -15,11 +15,15 @@ struct TreeDesk {
     std::unique_ptr<Files> files = MakeFiles();
     FolderTreeview tree{*files};
     std::vector<std::string> events;
+    bool refuse = false;
 
     TreeDesk() {
         for (const char* name : {"b", "A", ".hidden", "c"})
             std::filesystem::create_directories(folder.Path() + "/" + name + "/inner");
-        tree.onSelection = [this](const std::string& path, bool&) { events.push_back(path); };
+        tree.onSelection = [this](const std::string& path, bool& cancel) {
+            events.push_back(path);
+            cancel = refuse;
+        };
     }
     std::string Current() const { return tree.currentIndex().data().toString().toStdString(); }
 };
@@ -34,6 +38,16 @@ TEST(FolderTree, ASetPathAlwaysRaisesTheEvent) {
     EXPECT_EQ(d.events, (std::vector<std::string>{b, b, b + "/gone", "/"}));
     d.tree.SetSelectedPath(d.folder.Path() + "/.hidden/inner"); // hidden ones are shown when asked
     EXPECT_EQ(d.Current(), "inner");
+}
+
+TEST(FolderTree, ACancelledChangeGoesBack) {
+    TreeDesk d;
+    const std::string b = d.folder.Path() + "/b";
+    d.tree.SetSelectedPath(b);
+    d.refuse = true;
+    d.tree.SetSelectedPath(d.folder.Path() + "/c");
+    EXPECT_EQ(d.tree.SelectedPath(), b);
+    EXPECT_EQ(d.Current(), "b");
 }
 
 TEST(FolderTree, RevealOpensTheWayAndKeysMove) {

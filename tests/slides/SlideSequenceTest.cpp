@@ -27,6 +27,16 @@ TEST(SlideSequence, OnceMoreIsOneStepAndNoLoweredIndex) {
     EXPECT_EQ(walk.Index(), 0);
 }
 
+TEST(SlideSequence, TheNextEntryTakesThePlaceOfOneThatWent) {
+    SlideSequence walk(3, 1);
+    EXPECT_TRUE(walk.Resize(2));
+    EXPECT_EQ(walk.Index(), 1);
+    EXPECT_TRUE(walk.Resize(1));
+    EXPECT_EQ(walk.Index(), 0);
+    EXPECT_TRUE(walk.IsLast());
+    EXPECT_FALSE(walk.Resize(0));
+}
+
 TEST(SlideSequence, TwoAheadAndOneBehindAreMadeReady) {
     SlideSequence walk(9, 8);
     EXPECT_EQ(walk.Expected(), (Indexes{0, 1, 7}));

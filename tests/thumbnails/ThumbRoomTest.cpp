@@ -180,6 +180,9 @@ TEST(ThumbRoom, OnePictureLeavesFolderAndListAlone) {
 
 TEST(ThumbRoom, CancelStopsAndPutsBack) {
     ThumbDesk d;
+    const std::string picture = JpegBytes(TellTale(60, 40));
+    for (int i = 0; i < 200; ++i) // more than are made ahead
+        d.folder.Write("c" + std::to_string(i) + ".jpg", picture);
     d.room.GenerateThumbnails(
         false, [&](const std::string&) { d.state.BatchCancelled = true; }, nullptr);
     EXPECT_EQ(d.Thumbs(), "T120_a.jpg ");

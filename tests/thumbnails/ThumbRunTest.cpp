@@ -103,18 +103,5 @@ TEST(ThumbRun, GoesOnBehindFailuresAndNamesTheFirst) {
     EXPECT_EQ(d.Made(), "T120_d.jpg ");
 }
 
-TEST(ThumbRun, EndsInTheMiddleWithoutWaitingForTheRest) {
-    RunDesk d;
-    std::vector<std::string> names;
-    for (int i = 0; i < 200; ++i) {
-        names.push_back(std::to_string(i) + ".jpg");
-        d.Add(names.back());
-    }
-    ThumbRun run(PlanThumbnails(names, {}, d.request, false, d.files), d.request, d.files);
-    run.Step();
-    EXPECT_EQ(run.Report(true).substr(0, 26), "CANCELLED - 1 thumbnails, ");
-    EXPECT_EQ(d.Made(), "T120_0.jpg ");
-}
-
 } // namespace
 } // namespace tarn::testing
