@@ -25,7 +25,7 @@ struct ComposerDesk : NotesDesk {
     static std::string Text(const char* combo) { return Combo(combo).currentText().toStdString(); }
     static QCheckBox& Check(const char* name) { return *Control<QCheckBox>(kWindow, name); }
     static QPlainTextEdit& Lines() { return *Control<QPlainTextEdit>(kWindow, "TextLine1"); }
-    static void Do(const char* button) { Press(kWindow, button); }
+    static void Do(const char* button) { ClickOn(kWindow, button); }
 };
 
 TEST(Composer, SetReplacesTheNoteAsOneEdit) {
@@ -190,7 +190,7 @@ TEST(Composer, TheCalculatorFillsTheExposure) {
     ComposerDesk d;
     d.Open();
     d.Do("CommandCalcExposure");
-    Press(kCalculator, "CommandFill"); // nothing is calculated yet
+    ClickOn(kCalculator, "CommandFill"); // nothing is calculated yet
     EXPECT_EQ(d.Text("ComboExp"), "");
     Control<QLineEdit>(kCalculator, "TextSec1")->setText(QStringLiteral("60"));
     auto& frames = *Control<QLineEdit>(kCalculator, "TextExp1");
@@ -198,20 +198,20 @@ TEST(Composer, TheCalculatorFillsTheExposure) {
     QTest::keyClick(&frames, Qt::Key_Return);
     EXPECT_EQ(Control<QLabel>(kCalculator, "LabelCalc1")->text(),
               QStringLiteral("1,800 seconds, h:m:s (0:30:00)"));
-    Press(kCalculator, "CommandFill");
+    ClickOn(kCalculator, "CommandFill");
     EXPECT_EQ(d.Text("ComboExp"), "0h 30m 0s  (30 at 60sec.)");
     Control<QLineEdit>(kCalculator, "TextExp4")->setText(QStringLiteral("40000"));
-    Press(kCalculator, "CommandCalc");
+    ClickOn(kCalculator, "CommandCalc");
     EXPECT_EQ(Control<QLabel>(kCalculator, "LabelTotal")->text(), QStringLiteral("out of range"));
     d.Combo("ComboExp").setEditText(QStringLiteral("kept"));
-    Press(kCalculator, "CommandFill");
+    ClickOn(kCalculator, "CommandFill");
     EXPECT_EQ(d.Text("ComboExp"), "kept");
     std::vector<QLineEdit*> boxes;
     for (const std::string& name : {std::string("TextSec"), std::string("TextExp")})
         for (const char number : {'1', '2', '3', '4'})
             boxes.push_back(Control<QLineEdit>(kCalculator, (name + number).c_str()));
     for (QLineEdit* box : boxes) box->setText(QStringLiteral("7"));
-    Press(kCalculator, "CommandClear");
+    ClickOn(kCalculator, "CommandClear");
     for (const QLineEdit* box : boxes) EXPECT_TRUE(box->text().isEmpty());
     EXPECT_EQ(Control<QLabel>(kCalculator, "LabelTotal")->text(), QStringLiteral("out of range"));
     d.Do("CommandCancel");

@@ -27,7 +27,7 @@ struct ManagerDesk : NotesDesk {
         List().UnselectAll();
         List().Select(List().RowOf(name));
     }
-    static void Do(const char* button) { Press(kWindow, button); }
+    static void Do(const char* button) { ClickOn(kWindow, button); }
 };
 
 TEST(NotesManager, OpensOnTheNoteOfThePicture) {

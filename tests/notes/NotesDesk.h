@@ -56,7 +56,7 @@ template <typename Widget> Widget* Control(const char* window, const char* name)
     return found ? found->findChild<Widget*>(QString::fromLatin1(name)) : nullptr;
 }
 
-inline void Press(const char* window, const char* name) {
+inline void ClickOn(const char* window, const char* name) {
     Control<QPushButton>(window, name)->click();
 }
 
