@@ -154,7 +154,7 @@ TEST(Tarn, LaysPages) {
     folder.Write("a.bmp", Bitmap(60, 40));
     folder.Write("b.bmp", Bitmap(900, 600));
     folder.Write("c.txt", "one\r\ntwo <b>");
-    notes.Write("a.enf", "\"K\xE4se\r\nlow\"\r\n");
+    notes.Write("a.enf", "\"K\xE4se\nlow\"\r\n"); // another editor's line end
     const std::string page = folder.Path() + "/p.html";
     const std::string tail =
         " --notes " + notes.Path() + " --now NOW " + page + " " + folder.Path();

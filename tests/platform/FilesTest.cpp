@@ -47,6 +47,27 @@ TEST(Files, WriteReplacesWholeAndKeepsModeAndLinks) {
     EXPECT_EQ(d.Entries(), 3U);
 }
 
+TEST(Files, WhatAKilledRunLeftIsThrownAwayAndWhatARunHoldsStays) {
+    Disk d;
+    std::string error;
+    const auto other = d.files->Stage(d.folder.Path(), &error); // another run, at work
+    ASSERT_TRUE(other && other->Write("theirs", "t", &error)) << error;
+    d.folder.Write("page", "old");
+    for (const char* left : {"/.tarn-killed", "/.tarn-empty1", "/.tarn-pictures"})
+        fs::create_directory(d.folder.Path() + left);
+    d.folder.Write(".tarn-killed/page", "what stood here before");
+    const auto mine = d.files->Stage(d.folder.Path(), &error);
+    ASSERT_TRUE(mine && mine->Write("page", "new", &error)) << error;
+    EXPECT_FALSE(fs::exists(d.At(".tarn-killed")) || fs::exists(d.At(".tarn-empty1")));
+    EXPECT_TRUE(fs::exists(d.At(".tarn-pictures"))); // a user's own name
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    EXPECT_EQ(d.files->Read(data.toStdString() + "/Trash/files/.tarn-killed/page", 100),
+              "what stood here before");
+    std::string failed;
+    EXPECT_TRUE(other->Place(&error, &failed) && mine->Place(&error, &failed)) << error;
+    EXPECT_EQ(d.Bytes("theirs") + d.Bytes("page"), "tnew");
+}
+
 TEST(Files, ReadStopsAtItsLimitAndSaysWhyNot) {
     Disk d;
     d.folder.Write("a", "0123456789");
