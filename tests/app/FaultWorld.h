@@ -5,11 +5,9 @@
 #include "FilesDesk.h"
 
 #include <QGroupBox>
-#include <QLabel>
-#include <QStatusBar>
 
 #include <atomic>
-#include <filesystem>
+
 #include <map>
 #include <regex>
 #include <string>
@@ -66,8 +64,9 @@ struct FaultWorld : FilesDesk {
         settings->Write("copy_folder", target.Path());
         settings->Write("convert_jpg_add_filename", "False");
         settings->Write("filedate_auto", "False");
-        for (const auto& [path, bytes] : Everything())
-            SetFileTime(RealPath(path), 2001, 2, 3, 4, 5, 6);
+        for (const std::string& place : {folder.Path(), notes.Path(), target.Path()})
+            for (const auto& [name, bytes] : ReadTree(place))
+                SetFileTime(place + "/" + name, 2001, 2, 3, 4, 5, 6);
         theFault.root = folder.Path();
         files.onChange = [](const std::string& verb, const std::string& path) {
             return theFault.Fails(FaultPoint::Change, verb, path) ? "fault" : "";
@@ -82,11 +81,9 @@ struct FaultWorld : FilesDesk {
                          [this](const QString& text) { said += text.toStdString() + "\n"; });
     }
 
-    template <class Widget> Widget* In(const char* form, const char* name) {
-        for (QWidget* each : QApplication::topLevelWidgets())
-            if (each->objectName() == QLatin1String(form) && each->isVisible())
-                return each->findChild<Widget*>(QString::fromLatin1(name));
-        return nullptr;
+    // Where a fault kept the window from coming up, there is nothing to use.
+    template <class Widget> Widget* In(const char* form, const char* name) const {
+        return Up(form) ? AppDesk::In<Widget>(form, name) : nullptr;
     }
     void Press(const char* form, const char* name) {
         if (auto* button = In<QPushButton>(form, name)) button->click();
@@ -158,11 +155,6 @@ private:
         return {{"pictures", folder.Path()},      {"notes", notes.Path()},
                 {"target", target.Path()},        {"other", other.Path()},
                 {"state", settingsFolder.Path()}, {"trash", trash}};
-    }
-    std::string RealPath(const std::string& path) const {
-        for (const auto& [name, real] : Places())
-            if (path.starts_with(name + "/")) return real + path.substr(name.size());
-        return path;
     }
 };
 

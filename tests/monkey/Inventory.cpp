@@ -1,15 +1,10 @@
 #include "Inventory.h"
 
-#include "support/Trees.h"
-
 #include "thumbnails/ThumbNames.h"
 
-#include <filesystem>
 #include <sys/stat.h>
 
 namespace tarn::testing {
-
-namespace fs = std::filesystem;
 
 namespace {
 

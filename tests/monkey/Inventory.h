@@ -1,5 +1,5 @@
 // What the user has: every content that was ever seen in the folders must be somewhere, in whatever
-// file, or in the wastebasket, unless the other process took it or the user had it changed.
+// file, or in the wastebasket, unless the other program took it or the user had it changed.
 #pragma once
 
 #include "World.h"
@@ -17,7 +17,7 @@ public:
     // The folders as they are now; what has vanished without reason, or nothing.
     std::string Check();
 
-    // The other process took this file's content away.
+    // The other program took this file's content away.
     void Taken(const std::string& path);
 
     // The user has read this note as it stands: the next save may replace it.

@@ -1,7 +1,5 @@
 #include "OneFile.h"
 
-#include "support/Trees.h"
-
 #include "common/codepage.h"
 #include "common/paths.h"
 #include "notes/NoteNames.h"
@@ -9,9 +7,6 @@
 #include "platform/QtText.h"
 
 #include <QImageReader>
-#include <QLabel>
-#include <QPlainTextEdit>
-#include <QStatusBar>
 
 #include <algorithm>
 #include <cstdlib>
