@@ -60,8 +60,7 @@ struct WindowsDesk : AppDesk {
         Entry("frmCaption", c.ConvertJpgSetText);
         c.CreateAppendHtmlFile->trigger();
         Hand("frmHtmlLayout", false);
-        dialogs.answers = {folder.Path() + "/page_of_pictures.html"};
-        Press("frmHtmlLayout", "CreateButton_1");
+        Press("frmHtmlLayout", "CreateButton_1", {folder.Path() + "/page_of_pictures.html"});
         Hand("frmHtmlLayout");
         dialogs.answers = {folder.Path() + "/gallery.html"};
         Entry("frmHtmlThumb", c.HtmlThumbButton);
@@ -121,8 +120,7 @@ private:
     }
     void Preview() {
         c.PrintPreviewButton->trigger();
-        dialogs.answers = {paper.Path() + "/sheet.pdf"};
-        c.Printc4Button->trigger();
+        Answer({paper.Path() + "/sheet.pdf"}, c.Printc4Button);
         Hand("frmPrintPreview");
     }
     void Show(const std::string& name, QPushButton* button) {

@@ -43,8 +43,15 @@ namespace tarn::testing {
 inline std::string Behind(const std::string& head, const QImage& picture = TellTale(60, 40)) {
     return head.substr(0, head.size() - 2) + JpegBytes(picture).substr(2);
 }
+inline QImage Decoded(const std::string& bytes) {
+    return QImage::fromData(QByteArray::fromStdString(bytes));
+}
 inline std::string Photo(const ExifBuilder& data, const QImage& picture = TellTale(60, 40)) {
     return Behind(data.Jpeg(), picture);
+}
+
+inline std::string Dated(const std::string& date, const QImage& picture = TellTale(60, 40)) {
+    return Photo(ExifBuilder(Endian::Little).ExifDirectory().Ascii(36867, date), picture);
 }
 
 struct OwnFiles : ForwardingFiles {
@@ -110,6 +117,11 @@ struct AppDesk {
         const auto* item = c.List1->item(row);
         return item ? item->text().toStdString() : "none";
     }
+    std::string Panel() const {
+        std::string rows;
+        for (int row = 0; row < c.List1->count(); ++row) rows += Row(row) + "\n";
+        return rows;
+    }
     std::string Status() const {
         const auto* label = house.window.statusBar()->findChild<QLabel*>();
         return label ? label->text().toStdString() : "";
@@ -153,6 +165,12 @@ struct AppDesk {
         RunShow(button, acts);
     }
 
+    // Uses the entry and answers what it asks.
+    void Answer(std::vector<std::string> answers, QAction* entry) {
+        dialogs.answers = std::move(answers);
+        entry->trigger();
+    }
+
     // A window that is up.
     static QWidget* Up(const std::string& name) {
         for (QWidget* each : QApplication::topLevelWidgets())
@@ -168,7 +186,8 @@ struct AppDesk {
         QWidget* found = Form(form);
         return found ? found->findChild<Widget*>(QString::fromLatin1(name)) : nullptr;
     }
-    void Press(const char* form, const char* button) const {
+    void Press(const char* form, const char* button, std::vector<std::string> answers = {}) {
+        dialogs.answers = std::move(answers);
         auto* found = In<QPushButton>(form, button);
         ASSERT_TRUE(found && found->isEnabled()) << form << " " << button;
         found->click();

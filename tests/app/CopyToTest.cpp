@@ -83,8 +83,7 @@ TEST(CopyTo, TheFolderIsChosenOnce) {
     CopyDesk d;
     TestFolder other;
     d.Start();
-    d.dialogs.answers = {"", other.Path() + "/"};
-    d.c.SetImageCopyButton->trigger();
+    d.Answer({"", other.Path() + "/"}, d.c.SetImageCopyButton);
     EXPECT_EQ(d.s.CopyImageFolder, d.target.Path());
     d.c.SetImageCopyButton->trigger();
     EXPECT_EQ(d.Said(), "Copy image folder set to '" + other.Path() + "'");
@@ -105,13 +104,11 @@ TEST(Convert, MakesAJpegBesideWithTheNote) {
     d.GoTo("b.jpg");
     d.c.ConvertButton->trigger();
     EXPECT_EQ(d.Said(), "'b-1.jpg' already exists, aborted");
-    EXPECT_EQ(QImage::fromData(QByteArray::fromStdString(d.Pictures().at("b-1.jpg"))).size(),
-              QSize(61, 40));
+    EXPECT_EQ(Decoded(d.Pictures().at("b-1.jpg")).size(), QSize(61, 40));
     TestFolder other; // the note comes from the folder that was set last
     other.Write("b.enf", "elsewhere");
     d.target.Write("b.jpg", "stood there");
-    d.dialogs.answers = {other.Path()};
-    d.c.SetNotesButton->trigger();
+    d.Answer({other.Path()}, d.c.SetNotesButton);
     d.c.CJMButton->click();
     EXPECT_EQ(BytesOf(other.Path() + "/b-CM.enf"), "elsewhere");
 }
@@ -157,8 +154,7 @@ TEST(Convert, FollowsItsControlPanel) {
     size->setText("30");
     press("CommandMoveTo");
     EXPECT_EQ(d.Said(), "'a.jpg' file created, width = 30");
-    EXPECT_EQ(QImage::fromData(QByteArray::fromStdString(d.Target().at("a.jpg"))).size(),
-              QSize(30, 20));
+    EXPECT_EQ(Decoded(d.Target().at("a.jpg")).size(), QSize(30, 20));
     press("NextButton");
     EXPECT_EQ(d.Current(), "b.jpg");
     press("CommandUseText");

@@ -6,10 +6,6 @@
 namespace tarn::testing {
 namespace {
 
-std::string Dated(const std::string& date) {
-    return Photo(ExifBuilder(Endian::Little).ExifDirectory().Ascii(36867, date));
-}
-
 struct DatesDesk : AppDesk {
     DatesDesk() {
         settings->Write("filedate_auto", "False");
@@ -63,8 +59,7 @@ TEST(FileDates, RangeFromTheCurrentRowToTheLast) {
     d.Start();
     d.c.SyncDatesButton->trigger(); // declined
     EXPECT_EQ(d.Time("a.jpg"), kUntouched);
-    d.dialogs.answers = {"OK"};
-    d.c.SyncDatesButton->trigger();
+    d.Answer({"OK"}, d.c.SyncDatesButton);
     EXPECT_EQ(d.dialogs.shown.back(),
               "Confirm Synchronize|Synchronize file date with picture Date taken\nbeginning with "
               "a.jpg\nand ending with d.jpg\nfor 4 files.");
@@ -81,8 +76,7 @@ TEST(FileDates, RangeFromTheCurrentRowToTheLast) {
         remaining = d.Said();
         d.c.BatchCancelButton->click();
     };
-    d.dialogs.answers = {"OK"};
-    d.c.SyncDatesButton->trigger();
+    d.Answer({"OK"}, d.c.SyncDatesButton);
     EXPECT_EQ(remaining, "Files remaining 3");
     EXPECT_EQ(d.Said(), "File dates synchronized to picture dates, cancelled after 0 of 4 files");
 }

@@ -76,23 +76,18 @@ void Paste(World& w, QAction* how) {
     w.house.navigation.OpenFolder(w.target.Path(), {});
     w.c.PasteButton->trigger();
 }
-void Answered(World& w, std::vector<std::string> answers, QAction* entry) {
-    w.dialogs.answers = std::move(answers);
-    entry->trigger();
-}
 void Overwrite(World& w, QAction* entry) {
-    Answered(w, {w.target.Path(), "Overwrite"}, entry);
+    w.Answer({w.target.Path(), "Overwrite"}, entry);
 }
 void LayPage(World& w, const char* how) {
     w.c.CreateAppendHtmlFile->trigger();
-    w.dialogs.answers = {w.At("page.html"), "OK"};
-    w.Press("frmHtmlLayout", how);
+    w.Press("frmHtmlLayout", how, {w.At("page.html"), "OK"});
     w.Press("frmHtmlLayout", "CommandOk");
     w.Press("frmHtmlLayout", "HtmlAddAllButton");
     w.Press("frmHtmlLayout", "QuitButton");
 }
 void Gallery(World& w, const char* how) {
-    Answered(w, {w.At("index.html"), "OK"}, w.c.HtmlThumbButton);
+    w.Answer({w.At("index.html"), "OK"}, w.c.HtmlThumbButton);
     w.Press("frmHtmlThumb", "GenThumbButton");
     w.Press("frmHtmlThumb", how);
     w.Press("frmHtmlThumb", "QuitButton");
@@ -148,12 +143,12 @@ const std::vector<std::pair<const char*, Act>> kCommands{
      [](World& w) { w.s.CopyImageFolder = w.other.Path(), w.c.MoveToButton->click(); }},
     {"convert", [](World& w) { w.c.ConvertButton->trigger(); }},
     {"convert into folder", [](World& w) { w.c.CJMButton->click(); }},
-    {"create folder", [](World& w) { Answered(w, {"new"}, w.c.CreateFolderButton); }},
+    {"create folder", [](World& w) { w.Answer({"new"}, w.c.CreateFolderButton); }},
     {"export", [](World& w) { Overwrite(w, w.c.ExportFilesButton[1]); }},
     {"import", [](World& w) { Overwrite(w, w.c.ImportButton); }},
     {"import notes", [](World& w) { Overwrite(w, w.c.ImportNotesFilesButton); }},
     {"set file date", [](World& w) { w.Key(Qt::Key_F6); }},
-    {"file dates", [](World& w) { Answered(w, {"OK"}, w.c.SyncDatesButton); }},
+    {"file dates", [](World& w) { w.Answer({"OK"}, w.c.SyncDatesButton); }},
     {"new date", NewDate},
     {"save note", [](World& w) { w.Type(kTyped), w.c.SaveNotesButton->click(); }},
     {"save note, step", [](World& w) { w.Type(kTyped), w.c.SaveNotes2Button->click(); }},
@@ -176,14 +171,14 @@ const std::vector<std::pair<const char*, Act>> kCommands{
     {"one thumbnail", [](World& w) { w.c.GenerateThumbCButton->trigger(); }},
     {"delete thumbnails",
      [](World& w) {
-         w.c.GenerateThumbButton->trigger(), Answered(w, {"OK"}, w.c.ThumbFolderDeleteButton);
+         w.c.GenerateThumbButton->trigger(), w.Answer({"OK"}, w.c.ThumbFolderDeleteButton);
      }},
-    {"sheet", [](World& w) { Answered(w, {w.paper}, w.c.Printc4Button); }},
-    {"data sheet", [](World& w) { Answered(w, {w.paper}, w.c.PrintButton); }},
+    {"sheet", [](World& w) { w.Answer({w.paper}, w.c.Printc4Button); }},
+    {"data sheet", [](World& w) { w.Answer({w.paper}, w.c.PrintButton); }},
     {"page", [](World& w) { LayPage(w, "CreateButton_1"); }},
     {"page, appended",
      [](World& w) { LayPage(w, "CreateButton_1"), LayPage(w, "CreateButton_2"); }},
-    {"delete pages", [](World& w) { Answered(w, {"OK"}, w.c.HtmlDeleteButton); }},
+    {"delete pages", [](World& w) { w.Answer({"OK"}, w.c.HtmlDeleteButton); }},
     {"gallery", [](World& w) { Gallery(w, "HtmlThumbnailButton"); }},
     {"gallery anew",
      [](World& w) { Gallery(w, "HtmlThumbnailButton"), Gallery(w, "HtmlFramesThumbnailButton"); }},

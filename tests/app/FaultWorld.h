@@ -44,15 +44,11 @@ struct FaultWorld : FilesDesk {
     TestFolder other{std::filesystem::exists("/dev/shm") ? "/dev/shm" : ""}; // on another disk
     std::string paper = target.Path() + "/out.pdf";
     std::string said; // everything on the message line
-    const std::string trash = std::string(std::getenv("XDG_DATA_HOME")) + "/Trash/files";
 
     FaultWorld() {
         for (const char* name : {"a.jpg", "b.jpg"})
-            folder.Write(name,
-                         Photo(ExifBuilder(Endian::Little)
-                                   .ExifDirectory()
-                                   .Ascii(36867, "2004:06:22 20:15:3" + std::to_string(*name % 10)),
-                               TellTale(60 + *name % 10, 40)));
+            folder.Write(name, Dated("2004:06:22 20:15:3" + std::to_string(*name % 10),
+                                     TellTale(60 + *name % 10, 40)));
         for (const char* name : {"1.fit", "x.html", "t.txt"})
             folder.Write(name, std::string("the ") + name);
         for (const char* name : {"a.enf", "b.enf"}) notes.Write(name, std::string("of ") + name);
@@ -85,7 +81,8 @@ struct FaultWorld : FilesDesk {
     template <class Widget> Widget* In(const char* form, const char* name) const {
         return Up(form) ? AppDesk::In<Widget>(form, name) : nullptr;
     }
-    void Press(const char* form, const char* name) {
+    void Press(const char* form, const char* name, std::vector<std::string> answers = {}) {
+        dialogs.answers = std::move(answers);
         if (auto* button = In<QPushButton>(form, name)) button->click();
     }
     void Type(const char* text) {
@@ -154,7 +151,7 @@ private:
     std::vector<std::pair<std::string, std::string>> Places() const {
         return {{"pictures", folder.Path()},      {"notes", notes.Path()},
                 {"target", target.Path()},        {"other", other.Path()},
-                {"state", settingsFolder.Path()}, {"trash", trash}};
+                {"state", settingsFolder.Path()}, {"trash", Wastebasket() + "/files"}};
     }
 };
 

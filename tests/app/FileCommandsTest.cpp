@@ -184,7 +184,6 @@ TEST(Rename, LeavesFoldersAndOtherPicturesNotesAlone) {
 TEST(Undo, NeverCostsWhatWasWrittenSinceOrTheLastCopy) {
     FilesDesk d;
     TestFolder target;
-    const std::string trash = std::string(std::getenv("XDG_DATA_HOME")) + "/Trash/files";
     d.settings->Write("copy_folder", target.Path());
     d.notes.Write("a.enf", "old");
     d.Start();
@@ -201,7 +200,7 @@ TEST(Undo, NeverCostsWhatWasWrittenSinceOrTheLastCopy) {
     EXPECT_EQ(d.Names(), "a.jpg b.jpg c.jpg ");
     d.GoTo("b.jpg");
     d.c.MoveToButton->click();
-    fs::remove_all(trash); // emptied meanwhile
+    fs::remove_all(Wastebasket()); // emptied meanwhile
     d.c.UndoButton->trigger();
     EXPECT_EQ(d.Said().find("NOT undone: Move 'b.jpg'"), 0U) << d.Said();
     EXPECT_TRUE(fs::exists(target.Path() + "/b.jpg"));
@@ -226,6 +225,10 @@ TEST(Duplicate, MakesASecondPictureWithASecondNote) {
 struct PasteDesk : FilesDesk {
     TestFolder target;
     void Open(const TestFolder& to) { house.navigation.OpenFolder(to.Path(), {}); }
+    void TakeAll(QAction* how) {
+        c.SelectAllButton->trigger();
+        how->trigger();
+    }
     Tree Target() const { return ReadTree(target.Path()); }
 };
 
@@ -235,8 +238,7 @@ TEST(CopyPaste, CopiesAsOftenAsPasteIsPressed) {
     d.target.Write("a.jpg", "in the way");
     d.Start();
     EXPECT_FALSE(d.c.PasteButton->isEnabled());
-    d.c.SelectAllButton->trigger();
-    d.c.CopyButton->trigger();
+    d.TakeAll(d.c.CopyButton);
     EXPECT_EQ(d.Said(), "3 files selected for copy");
     EXPECT_EQ(d.clipboard->Files().paths.size(), 3U);
     d.Open(d.target);
@@ -257,8 +259,7 @@ TEST(CopyPaste, CutTakesAwayOnlyWhatArrivedWhole) {
     PasteDesk d;
     const Tree before = d.Pictures();
     d.Start();
-    d.c.SelectAllButton->trigger();
-    d.c.CutButton->trigger();
+    d.TakeAll(d.c.CutButton);
     EXPECT_EQ(d.Said(), "3 files selected for cut");
     EXPECT_TRUE(d.clipboard->Files().cut);
     d.Open(d.target);
@@ -274,8 +275,7 @@ TEST(CopyPaste, CutTakesAwayOnlyWhatArrivedWhole) {
 
     d.files.onChange = nullptr;
     d.Open(d.folder);
-    d.c.SelectAllButton->trigger();
-    d.c.CutButton->trigger();
+    d.TakeAll(d.c.CutButton);
     d.Open(d.target);
     d.c.PasteButton->trigger();
     EXPECT_EQ(d.Said(), "Cut > Paste 3 files");
@@ -294,8 +294,7 @@ TEST(CopyPaste, CaseTwinsAreTwoFilesAndAFolderIsNeverReplaced) {
     d.target.Write("a.jpg", "stood there");
     fs::create_directories(d.target.Path() + "/b.jpg/inside");
     d.Start();
-    d.c.SelectAllButton->trigger();
-    d.c.CutButton->trigger();
+    d.TakeAll(d.c.CutButton);
     d.Open(d.target);
     d.c.PasteButton->trigger();
     EXPECT_EQ(d.Said(), "Paste failed for 'b.jpg'");

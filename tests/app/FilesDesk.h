@@ -9,7 +9,7 @@ struct FilesDesk : AppDesk {
     TestFolder notes;
 
     explicit FilesDesk(const std::vector<std::string>& pictures = {"a.jpg", "b.jpg", "c.jpg"}) {
-        std::filesystem::remove_all(std::string(std::getenv("XDG_DATA_HOME")) + "/Trash");
+        std::filesystem::remove_all(Wastebasket());
         int width = 60;
         for (const std::string& name : pictures) AddPicture(name, width++);
         settings->Write("notes_folder", notes.Path());

@@ -18,10 +18,7 @@ struct PrintDesk : AppDesk {
         for (int i = 0; i < count; ++i)
             AddPicture("p" + std::to_string(100 + i) + ".jpg", 60 + i, 40);
     }
-    void Print(QAction* entry) {
-        dialogs.answers = {pdf};
-        entry->trigger();
-    }
+    void Print(QAction* entry) { Answer({pdf}, entry); }
     std::string Message() const { return s.MessageText; }
     bool Has(std::size_t page, const std::string& text) const {
         return page < printing.pages.size() && PlaceOf(printing.pages[page], text) != "none";
@@ -59,8 +56,7 @@ TEST(Print, EveryPictureIsPrintedAndTheScreenIsAsBefore) {
     EXPECT_FALSE(d.c.PrintCancelButton->isVisible());
     EXPECT_EQ(d.dialogs.shown, Calls{"print"});
     // The next dialog begins with what was chosen.
-    d.dialogs.answers = {};
-    d.c.PrintSetup->trigger();
+    d.Answer({}, d.c.PrintSetup);
     EXPECT_TRUE(d.dialogs.asked.toFile);
     EXPECT_EQ(d.dialogs.asked.pdf, d.paper.Path() + "/print.pdf");
 }
@@ -82,7 +78,7 @@ TEST(Print, OnePageBeginsWithTheCurrentPicture) {
     EXPECT_EQ(All<PaperBox>(d.printing.pages[0]).size(), 1U);
     EXPECT_TRUE(d.Has(0, "6.  p105.jpg") && d.Has(0, "Page 1 of 1"));
     const auto picture = All<PaperPicture>(d.printing.pages[0]).at(0);
-    EXPECT_EQ(Quarters(QImage::fromData(QByteArray::fromStdString(picture.jpeg))), "bryg");
+    EXPECT_EQ(Quarters(Decoded(picture.jpeg)), "bryg");
 }
 
 TEST(Print, CancelDropsThePages) {
@@ -186,7 +182,7 @@ TEST(Print, TurnsAreOnTheDataSheet) {
     EXPECT_EQ(Place(All<PaperBox>(page).at(0)), "4986 1200 1933 2900");
     const auto pictures = All<PaperPicture>(page);
     ASSERT_EQ(pictures.size(), 1U);
-    EXPECT_EQ(Quarters(QImage::fromData(QByteArray::fromStdString(pictures[0].jpeg))), "bryg");
+    EXPECT_EQ(Quarters(Decoded(pictures[0].jpeg)), "bryg");
     EXPECT_TRUE(d.Has(0, d.s.Filename));
     EXPECT_TRUE(d.Has(0, d.Row(0)));
 }
@@ -199,7 +195,7 @@ TEST(Print, PicturesAreInTheColoursOfTheirProfile) {
     EXPECT_EQ(Quarters(d.c.Picture1->Picture()), "bgr?");
     d.Print(d.c.PrintCButton);
     const auto pictures = All<PaperPicture>(d.printing.pages.at(0));
-    EXPECT_EQ(Quarters(QImage::fromData(QByteArray::fromStdString(pictures.at(0).jpeg))), "bgr?");
+    EXPECT_EQ(Quarters(Decoded(pictures.at(0).jpeg)), "bgr?");
     EXPECT_EQ(d.Status(), d.At("p.jpg")); // the remark on the second does not stay
     d.house.navigation.NextButton_Click();
     EXPECT_TRUE(d.Status().ends_with("broken and was ignored"));
@@ -220,8 +216,7 @@ TEST(Print, ThePreviewShowsThePagesBeforeTheyAreSent) {
     const double whole = preview->Zoom();
     press("PreviewLargerButton");
     EXPECT_GT(preview->Zoom(), whole);
-    d.dialogs.answers = {d.paper.Path() + "/copy.pdf"};
-    press("PreviewPdfButton");
+    d.Press("frmPrintPreview", "PreviewPdfButton", {d.paper.Path() + "/copy.pdf"});
     EXPECT_TRUE(std::filesystem::exists(d.paper.Path() + "/copy.pdf"));
     EXPECT_FALSE(std::filesystem::exists(d.pdf));
     press("PreviewPrintButton");

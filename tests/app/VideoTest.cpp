@@ -32,12 +32,6 @@ struct VideoDesk : FilesDesk {
     std::string Frame() const {
         return std::to_string(NumberOf(c.Picture2->Picture())) + "|" + Said();
     }
-    std::string Panel() const {
-        std::string rows;
-        for (int i = 0; i < c.List1->count(); ++i)
-            rows += c.List1->item(i)->text().toStdString() + "\n";
-        return rows;
-    }
 };
 
 } // namespace

@@ -15,7 +15,9 @@ struct WebDesk : FilesDesk {
     template <class Widget> Widget* In(const char* name) const {
         return AppDesk::In<Widget>(form, name);
     }
-    void Press(const char* name) const { In<QPushButton>(name)->click(); }
+    void Press(const char* name, std::vector<std::string> answers = {}) {
+        AppDesk::Press(form, name, std::move(answers));
+    }
     std::string Title() const { return Form(form)->windowTitle().toStdString(); }
     std::string Label(const char* name) const { return In<QLabel>(name)->text().toStdString(); }
     void OpenPageForm() {
@@ -23,8 +25,7 @@ struct WebDesk : FilesDesk {
         form = "frmHtmlLayout";
     }
     void OpenGallery(const std::string& path) {
-        dialogs.answers = {path};
-        c.HtmlThumbButton->trigger();
+        Answer({path}, c.HtmlThumbButton);
         form = "frmHtmlThumb";
     }
     static int Count(const std::string& page, const std::string& part) {
@@ -44,8 +45,7 @@ TEST(WebPages, APageIsLaidByHandAndAppendedTo) {
     d.GoTo("a.jpg");
     d.OpenPageForm();
     EXPECT_FALSE(d.In<QWidget>("FrameAdd")->isVisible());
-    d.dialogs.answers = {d.At("page.html")};
-    d.Press("CreateButton_1");
+    d.Press("CreateButton_1", {d.At("page.html")});
     EXPECT_EQ(d.Title(), "Opened - page.html");
     EXPECT_EQ(d.Text("page.html"), "(none)"); // untouched until the header
     d.In<QLineEdit>("HtmlTitle")->setText("Moon");
@@ -67,8 +67,7 @@ TEST(WebPages, APageIsLaidByHandAndAppendedTo) {
               std::string::npos);
 
     d.s.HtmlTitle = "Forgotten";
-    d.dialogs.answers = {d.At("page.html")};
-    d.Press("CreateButton_2");
+    d.Press("CreateButton_2", {d.At("page.html")});
     EXPECT_EQ(d.s.HtmlTitle, "Moon"); // the page's own settings
     d.Press("HtmlAddAllRevButton");
     EXPECT_EQ(d.Said(), "3 images added to html file, reverse order");
@@ -88,8 +87,7 @@ TEST(WebPages, RulesActOnClicksAndRefusalsAreTold) {
     d.Start();
     d.s.HtmlZoomPan = 1; // together with link mode 1: taken as it stands
     d.OpenPageForm();
-    d.dialogs.answers = {d.At("page.html")};
-    d.Press("CreateButton_1");
+    d.Press("CreateButton_1", {d.At("page.html")});
     auto* zoom = d.In<QCheckBox>("CheckZoomPan");
     auto* full = d.In<QRadioButton>("HtmlLayout1");
     EXPECT_TRUE(zoom->isChecked());
@@ -108,8 +106,7 @@ TEST(WebPages, RulesActOnClicksAndRefusalsAreTold) {
     // A question before it overwrites.
     d.Press("HtmlCloseButton");
     d.folder.Write("page.html", "old");
-    d.dialogs.answers = {d.At("page.html")};
-    d.Press("CreateButton_1");
+    d.Press("CreateButton_1", {d.At("page.html")});
     EXPECT_EQ(d.dialogs.shown.back(),
               "Confirm Html Overwrite|" + d.At("page.html") + "\nWill be overwritten!");
     EXPECT_EQ(d.Title(), "Closed - page.html");
@@ -131,8 +128,7 @@ TEST(WebPages, OptionsAreTakenByAHeaderAlone) {
     d.s.HtmlTitle = "Desk";
     d.OpenPageForm();
     // Refused after the page's options were read: they stay, and the controls do not undo that.
-    d.dialogs.answers = {d.At("old.html"), "Cancel"};
-    d.Press("CreateButton_1");
+    d.Press("CreateButton_1", {d.At("old.html"), "Cancel"});
     EXPECT_EQ(d.s.HtmlTitle, "Saved");
     d.In<QCheckBox>("HtmlAppendOptionCheck")->setChecked(false);
     d.Press("QuitButton");
@@ -142,8 +138,7 @@ TEST(WebPages, OptionsAreTakenByAHeaderAlone) {
     d.OpenPageForm();
     d.s.HtmlLayout3 = true; // beside the first
     d.s.HtmlPictureType = 9;
-    d.dialogs.answers = {d.At("new.html")};
-    d.Press("CreateButton_1");
+    d.Press("CreateButton_1", {d.At("new.html")});
     EXPECT_EQ(d.In<QLineEdit>("HtmlTitle")->text(), "Saved");
     EXPECT_TRUE(d.In<QRadioButton>("HtmlLayout1")->isChecked());
     d.In<QLineEdit>("Email")->setText("a\r\n-->");
@@ -155,8 +150,7 @@ TEST(WebPages, OptionsAreTakenByAHeaderAlone) {
     const int advance = 1 - d.s.HtmlAuto;
     QTest::keyClick(d.Up(d.form), Qt::Key_Escape);
     EXPECT_EQ(d.Title(), "Opened - new.html");
-    d.dialogs.answers = {d.At("new.html"), "OK"};
-    d.Press("CreateButton_1"); // closes it first
+    d.Press("CreateButton_1", {d.At("new.html"), "OK"}); // closes it first
     EXPECT_EQ(d.s.HtmlAuto, advance);
     EXPECT_EQ(d.In<QCheckBox>("HtmlAddAutoAdvance")->isChecked(), advance == 1);
     d.In<QRadioButton>("HtmlLayout3")->click();
@@ -167,8 +161,7 @@ TEST(WebPages, OptionsAreTakenByAHeaderAlone) {
     d.Press("HtmlCloseButton");
     std::filesystem::remove(d.At("new.html"));
 
-    d.dialogs.answers = {d.At("new.html")};
-    d.Press("CreateButton_1");
+    d.Press("CreateButton_1", {d.At("new.html")});
     d.In<QLineEdit>("HtmlTitle")->setText("Typed");
     d.Press("QuitButton"); // before the header
     EXPECT_EQ(d.Text("new.html"), "(none)");
@@ -181,8 +174,7 @@ TEST(WebPages, AddAllKeepsTheNoteInHandAndStopsAtAFault) {
     d.Start();
     d.GoTo("b.jpg");
     d.OpenPageForm();
-    d.dialogs.answers = {d.At("page.html")};
-    d.Press("CreateButton_1");
+    d.Press("CreateButton_1", {d.At("page.html")});
     d.Press("CommandOk");
     d.c.NotesBox->setPlainText("in hand");
     d.Press("HtmlAddButton");
@@ -229,8 +221,7 @@ TEST(WebPages, VideosAndTextsHaveEntriesOfTheirOwn) {
     d.Start();
     d.GoTo("a.jpg");
     d.OpenPageForm();
-    d.dialogs.answers = {d.At("page.html")};
-    d.Press("CreateButton_1");
+    d.Press("CreateButton_1", {d.At("page.html")});
     d.In<QCheckBox>("CheckZoomPan")->click();
     d.Press("CommandOk");
     d.Press("HtmlAddAllButton");
@@ -262,8 +253,7 @@ TEST(WebPages, NamesThatBrowsersCannotFollowAreTold) {
     d.Start();
     d.GoTo("a#1.jpg");
     d.OpenPageForm();
-    d.dialogs.answers = {d.At("page.html")};
-    d.Press("CreateButton_1");
+    d.Press("CreateButton_1", {d.At("page.html")});
     d.Press("CommandOk");
     d.Press("HtmlAddAllButton");
     const QString said = d.In<QLabel>("LabelError")->text();
@@ -314,8 +304,7 @@ TEST(WebPages, AGalleryIsMadeOfTheThumbnails) {
     d.Press("QuitButton");
     EXPECT_FALSE(d.Up(d.form));
     d.s.HtmlThumbSlider = 7;
-    d.dialogs.answers = {d.At("index.html"), "OK"};
-    d.c.HtmlThumbButton->trigger();
+    d.Answer({d.At("index.html"), "OK"}, d.c.HtmlThumbButton);
     EXPECT_EQ(d.dialogs.shown.back(),
               "Confirm Html Overwrite|" + d.At("index.html") +
                   "\nWill be overwritten and all Image*.html files deleted!");
@@ -350,16 +339,13 @@ TEST(WebPages, DeletesThePagesOfTheFolder) {
     for (const char* name : {"x.html", "Y.HTM", "kept.txt", "open.html"})
         d.folder.Write(name, "page");
     d.OpenPageForm();
-    d.dialogs.answers = {d.At("open.html"), "OK"};
-    d.Press("CreateButton_1");
+    d.Press("CreateButton_1", {d.At("open.html"), "OK"});
     d.Press("CommandOk");
     d.house.navigation.RefreshDirButton_Click();
     d.GoTo("x.html");
-    d.dialogs.answers = {};
-    d.c.HtmlDeleteButton->trigger();
+    d.Answer({}, d.c.HtmlDeleteButton);
     EXPECT_NE(d.Text("x.html"), "(none)");
-    d.dialogs.answers = {"OK"};
-    d.c.HtmlDeleteButton->trigger();
+    d.Answer({"OK"}, d.c.HtmlDeleteButton);
     EXPECT_EQ(d.dialogs.shown.back(), "Confirm Html Delete|2 Html files in '" + d.folder.Path() +
                                           "'\nWill be deleted!\nThe page that is open in the "
                                           "form stays.");

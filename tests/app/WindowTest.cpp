@@ -67,8 +67,7 @@ TEST(Window, TheConsoleCompanionPrintsTheSameRows) {
         EXPECT_EQ(d.c.MpixelText->text(), QStringLiteral("0.0 Mp"));
         EXPECT_EQ(d.c.FileSizeText->text().toStdString(), d.s.FileSizeText);
         EXPECT_EQ(d.c.FileDateText->text().isEmpty(), !dated);
-        rows += "== " + path + "\n";
-        for (int row = 0; row < d.c.List1->count(); ++row) rows += d.Row(row) + "\n";
+        rows += "== " + path + "\n" + d.Panel();
         d.Key(Qt::Key_N);
     }
     QProcess tarn;

@@ -117,20 +117,17 @@ void DayDesk::WorkOnFiles() {
 void DayDesk::MakePages() {
     c.GenerateThumbButton->trigger();
     EXPECT_TRUE(fs::exists(night + "/thumbnails/T120_Orion.JPG")) << Said();
-    dialogs.answers = {paper.Path() + "/sheet.pdf"};
-    c.PrintCButton->trigger();
+    Answer({paper.Path() + "/sheet.pdf"}, c.PrintCButton);
     EXPECT_TRUE(BytesOf(paper.Path() + "/sheet.pdf").starts_with("%PDF")) << Said();
     EXPECT_EQ(s.FileNameOnly, "Orion.JPG");
     c.CreateAppendHtmlFile->trigger();
-    dialogs.answers = {night + "/page.html"};
-    Press("frmHtmlLayout", "CreateButton_1");
+    Press("frmHtmlLayout", "CreateButton_1", {night + "/page.html"});
     Press("frmHtmlLayout", "CommandOk");
     Press("frmHtmlLayout", "HtmlAddButton");
     Press("frmHtmlLayout", "HtmlCloseButton");
     Press("frmHtmlLayout", "QuitButton");
     EXPECT_NE(Bytes("page.html").find("Orion.JPG"), std::string::npos);
-    dialogs.answers = {night + "/index.html"};
-    c.HtmlThumbButton->trigger();
+    Answer({night + "/index.html"}, c.HtmlThumbButton);
     Press("frmHtmlThumb", "HtmlThumbnailButton");
     EXPECT_NE(Bytes("index.html").find("T120_Orion.JPG"), std::string::npos) << Said();
     Press("frmHtmlThumb", "QuitButton");

@@ -26,17 +26,16 @@ public:
     void EmptyWastebasket(); // when it has grown too large
 
 private:
-    struct Stamp {
-        std::uintmax_t size;
-        std::int64_t changed;
+    struct Known {
+        std::string stamp;
         std::size_t content;
     };
-    std::size_t ContentOf(const std::string& path, Stamp& stamp) const;
+    Known LookAt(const std::string& path) const;
     void Look();
     bool MayChange(const std::string& path, std::size_t before) const;
 
     World& m;
-    std::map<std::string, Stamp> m_files;          // by path, at the last look
+    std::map<std::string, Known> m_files;          // by path, at the last look
     std::map<std::size_t, std::string> m_contents; // that the user has, each where it was last seen
     std::map<std::size_t, std::string> m_bytes;    // of those that may be dated in place
     std::set<std::size_t> m_seen;

@@ -11,18 +11,10 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <sys/stat.h>
 
 namespace tarn::testing {
 
 namespace {
-
-std::string StampOf(const std::string& path) {
-    struct stat found {};
-    if (::stat(path.c_str(), &found) != 0) return {};
-    return std::to_string(found.st_size) + "/" + std::to_string(found.st_ctim.tv_sec) + "/" +
-           std::to_string(found.st_ctim.tv_nsec);
-}
 
 std::string Differ(const char* what, const std::string& is, const std::string& expected) {
     return std::string(what) + " is '" + is + "' instead of '" + expected + "'; ";

@@ -4,6 +4,7 @@
 #include "video/ClipFiles.h"
 
 #include <algorithm>
+#include <sys/stat.h>
 
 namespace tarn::testing {
 
@@ -30,10 +31,6 @@ bool World::IsOurs(const std::string& path) const {
     return path.starts_with(root.Path() + "/") || path.starts_with(std::getenv("HOME"));
 }
 
-std::string World::Wastebasket() {
-    return std::string(std::getenv("XDG_DATA_HOME")) + "/Trash/files";
-}
-
 std::vector<std::string> World::PictureFolders() const {
     return {Folder("pictures"), Folder("pictures/\xC3\x89vening one"), Folder("pictures/UPPER"),
             Folder("pictures/empty"), Folder("copies")};
@@ -52,6 +49,13 @@ void World::Start(const std::string& path) {
 void World::Restart() {
     Fill();
     Start(Folder("pictures"));
+}
+
+std::string StampOf(const std::string& path) {
+    struct stat found {};
+    if (::stat(path.c_str(), &found) != 0) return {};
+    return std::to_string(found.st_size) + "/" + std::to_string(found.st_ctim.tv_sec) + "/" +
+           std::to_string(found.st_ctim.tv_nsec);
 }
 
 QImage Plain(int number) {

@@ -107,8 +107,7 @@ public:
 
     std::string Folder(const char* name) const { return root.Path() + "/" + name; }
     std::vector<std::string> PictureFolders() const; // the first one above the others
-    static std::string Wastebasket();
-    bool IsOurs(const std::string& path) const; // in the run's folders, or the wastebasket
+    bool IsOurs(const std::string& path) const;      // in the run's folders, or the wastebasket
 
     TestFolder root;
     RandomDialogs dialogs;
@@ -131,5 +130,8 @@ private:
 // A picture of one colour, another one for each number: it looks the same however it is scaled, cut
 // and turned, and tells of which file it is.
 QImage Plain(int number);
+
+// Another one after each change of the file.
+std::string StampOf(const std::string& path);
 
 } // namespace tarn::testing

@@ -104,6 +104,20 @@ TEST(Settings, OrderTypesAndDefaultsOfEveryKey) {
     EXPECT_EQ(elsewhere, 4); // the places that two windows write themselves
 }
 
+TEST(Settings, KeysReachTheFieldsOfTheirName) {
+    Store store;
+    for (const char* key : {"html_sizew", "beep_last_slide", "delete_keep_notes"})
+        store.store->Write(key, "True");
+    store.store->Write("thumbnail_clear", "False");
+    store.store->Write("html_thumb_cs_value", "9");
+    store.store->Write("leftNewNotes_position", "55");
+    ProgramState s;
+    LoadSettings(s, *store.store);
+    EXPECT_TRUE(s.HtmlSizeW && s.BeepLastSlide && s.DeleteKeepNotes && !s.ThumbClear);
+    EXPECT_EQ(s.HtmlThumbCsValue, "9");
+    EXPECT_EQ(s.NewNotesPlace.left, 55);
+}
+
 TEST(Settings, BrokenValuesCostNothingButThemselves) {
     struct Case {
         const char *key, *stored, *read;
