@@ -4,18 +4,20 @@
 #include "AppDesk.h"
 
 #include "print/frmPrintPreview.h"
-#include "slides/frmSlideShow.h"
 
-#include <QAction>
-#include <QCheckBox>
 #include <QTimer>
 
-#include <filesystem>
-#include <functional>
 #include <set>
-#include <string>
 
 namespace tarn::testing {
+
+inline QPalette InColours(const QColor& ground, const QColor& text) {
+    QPalette palette(text, ground);
+    palette.setColor(QPalette::Base, ground);
+    for (const auto role : {QPalette::WindowText, QPalette::ButtonText, QPalette::Text})
+        palette.setColor(role, text);
+    return palette;
+}
 
 struct WindowsDesk : AppDesk {
     using Visit = std::function<void(const std::string& name, QWidget& window)>;
@@ -24,9 +26,7 @@ struct WindowsDesk : AppDesk {
     TestFolder paper;
 
     WindowsDesk() {
-        const std::string head = CanonPicture(); // with its date, the picture behind
-        const std::string dated =
-            head.substr(0, head.size() - 2) + JpegBytes(TellTale(1800, 1200)).substr(2);
+        const std::string dated = Behind(CanonPicture(), TellTale(1800, 1200));
         for (const char* name : {"M31_0421.jpg", "M31_0422.jpg", "M42_0431.jpg", "Saturn_0007.jpg"})
             folder.Write(name, dated);
         folder.Write("broken.jpg", "no picture at all");
@@ -43,14 +43,13 @@ struct WindowsDesk : AppDesk {
         visit("frmMain", house.window);
         m_visit = &visit;
         ShowFaults();
-        const MainControls& c = house.controls;
         Entry("frmBrightness", c.AdjustButton);
         Button("FrmPic", c.ViewButton);
         Button("frmOnetoOne", c.OneToOneButton);
         Button("frmFilter", c.FilesFilterButton2);
         Entry("frmFileTypes", c.SetFileTypesButton);
         Button("FrmNewNotes", c.CommandNotesNew, false);
-        In<QPushButton>("FrmNewNotes", "CommandCalcExposure")->click();
+        Press("FrmNewNotes", "CommandCalcExposure");
         Hand("frmExpCalc");
         Put("FrmNewNotes");
         Entry("frmNotesFolder", c.DisplayNotesFolderButton);
@@ -61,8 +60,7 @@ struct WindowsDesk : AppDesk {
         Entry("frmCaption", c.ConvertJpgSetText);
         c.CreateAppendHtmlFile->trigger();
         Hand("frmHtmlLayout", false);
-        dialogs.answers = {folder.Path() + "/page_of_pictures.html"};
-        In<QPushButton>("frmHtmlLayout", "CreateButton_1")->click();
+        Press("frmHtmlLayout", "CreateButton_1", {folder.Path() + "/page_of_pictures.html"});
         Hand("frmHtmlLayout");
         dialogs.answers = {folder.Path() + "/gallery.html"};
         Entry("frmHtmlThumb", c.HtmlThumbButton);
@@ -77,32 +75,21 @@ struct WindowsDesk : AppDesk {
         m_visit = nullptr;
     }
 
-    template <typename Widget> Widget* In(const char* window, const char* name) {
-        QWidget* found = Up(window);
-        return found ? found->findChild<Widget*>(QString::fromLatin1(name)) : nullptr;
-    }
-
-    static QWidget* Up(const std::string& name) {
-        for (QWidget* each : QApplication::topLevelWidgets())
-            if (each->objectName().toStdString() == name && each->isVisible()) return each;
-        return nullptr;
-    }
-
 private:
     // The main window with a file that cannot be shown, then with a cut picture.
     void ShowFaults() {
         house.navigation.ClearMultiselect();
-        house.navigation.SelectRow(house.controls.FileListBox->RowOf("broken.jpg"));
+        GoTo("broken.jpg");
         QCoreApplication::processEvents();
         (*m_visit)("frmMain-error", house.window);
         house.navigation.ClearMultiselect();
-        house.navigation.SelectRow(house.controls.FileListBox->RowOf("M31_0421.jpg"));
-        house.controls.OneXcheck->setChecked(true);
-        house.controls.ListPicturesButton->click();
+        GoTo("M31_0421.jpg");
+        c.OneXcheck->setChecked(true);
+        c.ListPicturesButton->click();
         QCoreApplication::processEvents();
         (*m_visit)("frmMain-cut", house.window);
-        house.controls.ListPicturesButton->click();
-        house.controls.OneXcheck->setChecked(false);
+        c.ListPicturesButton->click();
+        c.OneXcheck->setChecked(false);
         QCoreApplication::processEvents();
     }
     void Hand(const std::string& name, bool close = true) {
@@ -132,20 +119,15 @@ private:
         entry->trigger();
     }
     void Preview() {
-        house.controls.PrintPreviewButton->trigger();
-        dialogs.answers = {paper.Path() + "/sheet.pdf"};
-        house.controls.Printc4Button->trigger();
+        c.PrintPreviewButton->trigger();
+        Answer({paper.Path() + "/sheet.pdf"}, c.Printc4Button);
         Hand("frmPrintPreview");
     }
     void Show(const std::string& name, QPushButton* button) {
-        events.onPump = [this, name] {
-            if (!house.slides.Window() || !house.state.Slideloop) return;
-            house.slides.Window()->repaint();
-            (*m_visit)(name, *house.slides.Window());
-            house.slides.SlideDone();
-        };
-        button->click();
-        events.onPump = nullptr;
+        RunShow(button, {[this, name] {
+                    house.slides.Window()->repaint();
+                    (*m_visit)(name, *house.slides.Window());
+                }});
     }
 
     const Visit* m_visit = nullptr;

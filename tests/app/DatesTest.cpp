@@ -1,26 +1,12 @@
 // File dates and the date inside the picture, on whole files in the whole window.
 #include "AppDesk.h"
-#include "support/Trees.h"
 
 #include "common/dates.h"
-
-#include <QCheckBox>
-#include <QLabel>
-#include <QLineEdit>
-
-#include <sys/stat.h>
 
 namespace tarn::testing {
 namespace {
 
-std::string Dated(const std::string& date) {
-    return Photo(ExifBuilder(Endian::Little).ExifDirectory().Ascii(36867, date));
-}
-
 struct DatesDesk : AppDesk {
-    MainControls& c = house.controls;
-    ProgramState& s = house.state;
-
     DatesDesk() {
         settings->Write("filedate_auto", "False");
         Put("a.jpg", Dated("2004:06:22 20:15:30"));
@@ -31,14 +17,11 @@ struct DatesDesk : AppDesk {
     void Put(const std::string& name, const std::string& bytes) {
         SetFileTime(folder.Write(name, bytes), 2001, 2, 3, 4, 5, 6);
     }
-    std::string At(const std::string& name) const { return folder.Path() + "/" + name; }
     std::string Time(const std::string& name) const {
         return FormatDateText(FromFileTime(files.ModifiedTime(At(name), nullptr).value_or(0)));
     }
-    std::string Said() const { return c.FileDateText->text().toStdString(); }
-    QWidget* Editor() const { return house.window.findChild<QWidget*>("frmDate"); }
     template <typename Widget> Widget* In(const char* name) const {
-        return Editor()->findChild<Widget*>(QString::fromLatin1(name));
+        return AppDesk::In<Widget>("frmDate", name);
     }
     void Type(const char* date) const { In<QLineEdit>("SetDateText")->setText(date); }
     void Press(const char* button) const { In<QPushButton>(button)->click(); }
@@ -53,9 +36,7 @@ TEST(FileDates, OneFileGetsItsOwnDate) {
     d.Key(Qt::Key_F6);
     EXPECT_EQ(d.Time("a.jpg"), "06/22/2004 8:15:30 PM");
     EXPECT_EQ(d.Said(), "UPDATED - File Date set to Picture Date 06/22/2004 8:15:30 PM");
-    d.files.onChange = [](const std::string& verb, const std::string&) {
-        return verb == "times" ? std::string("Permission denied") : std::string();
-    };
+    d.files.Refuse("times", "Permission denied");
     d.Key(Qt::Key_F6);
     EXPECT_EQ(d.Said(), "ERROR - Cannot set File Date, may be Read Only");
     d.Key(Qt::Key_End);
@@ -78,8 +59,7 @@ TEST(FileDates, RangeFromTheCurrentRowToTheLast) {
     d.Start();
     d.c.SyncDatesButton->trigger(); // declined
     EXPECT_EQ(d.Time("a.jpg"), kUntouched);
-    d.dialogs.answers = {"OK"};
-    d.c.SyncDatesButton->trigger();
+    d.Answer({"OK"}, d.c.SyncDatesButton);
     EXPECT_EQ(d.dialogs.shown.back(),
               "Confirm Synchronize|Synchronize file date with picture Date taken\nbeginning with "
               "a.jpg\nand ending with d.jpg\nfor 4 files.");
@@ -89,16 +69,14 @@ TEST(FileDates, RangeFromTheCurrentRowToTheLast) {
     EXPECT_EQ(d.Time("d.jpg"), kUntouched);
     EXPECT_EQ(d.Said(), "File dates synchronized to picture dates");
     EXPECT_EQ(d.Current(), "a.jpg");
-    EXPECT_EQ(d.house.window.findChild<QLabel*>("StatusBar1_Text")->text().toStdString(),
-              d.At("a.jpg"));
+    EXPECT_EQ(d.Status(), d.At("a.jpg"));
     std::string remaining;
     d.events.onPump = [&] {
         if (!d.s.BatchRuns || !remaining.empty()) return;
         remaining = d.Said();
         d.c.BatchCancelButton->click();
     };
-    d.dialogs.answers = {"OK"};
-    d.c.SyncDatesButton->trigger();
+    d.Answer({"OK"}, d.c.SyncDatesButton);
     EXPECT_EQ(remaining, "Files remaining 3");
     EXPECT_EQ(d.Said(), "File dates synchronized to picture dates, cancelled after 0 of 4 files");
 }
@@ -158,7 +136,7 @@ TEST(DateEditor, RefusesWhatIsNoDateAndWhatIsNotItsOwn) {
                      "Tarn_View - Modify Picture Date taken|New Picture Date has invalid format",
                      "Tarn_View - Modify Picture Date taken|Current Picture Date Verification "
                      "Error\n2009:09:09 09:09:09"}));
-    EXPECT_FALSE(d.Editor()->isVisible());
+    EXPECT_FALSE(d.Up("frmDate"));
     EXPECT_EQ(BytesOf(d.At("a.jpg")), Dated("2009:09:09 09:09:09"));
 }
 

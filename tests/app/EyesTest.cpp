@@ -2,24 +2,17 @@
 #include "AllWindows.h"
 
 #include "common/colors.h"
-#include "platform/PictureBox.h"
 
 #include <QAbstractItemView>
 #include <QAbstractSlider>
 #include <QAccessible>
-#include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTextEdit>
 #include <QToolButton>
-
-#include <gtest/gtest.h>
 
 namespace tarn::testing {
 namespace {
@@ -181,26 +174,12 @@ TEST_P(EyesAtSize, NoTextIsCutAndNothingLiesBeyondItsWindow) {
 }
 INSTANTIATE_TEST_SUITE_P(Fonts, EyesAtSize, ::testing::Values(1, 1.5, 2));
 
-struct Colours {
-    const char* name;
-    const char* ground;
-    const char* text;
-};
-
-void PrintTo(const Colours& colours, std::ostream* out) {
-    *out << colours.name;
-}
-
-class EyesInColour : public ::testing::TestWithParam<Colours> {};
+using GroundAndText = std::pair<std::string, std::string>;
+class EyesInColour : public ::testing::TestWithParam<GroundAndText> {};
 
 TEST_P(EyesInColour, TextsStandOutFromTheirGround) {
     const QPalette usual = QApplication::palette();
-    QPalette palette(QColor(GetParam().text), QColor(GetParam().ground));
-    palette.setColor(QPalette::Base, QColor(GetParam().ground));
-    palette.setColor(QPalette::WindowText, QColor(GetParam().text));
-    palette.setColor(QPalette::ButtonText, QColor(GetParam().text));
-    palette.setColor(QPalette::Text, QColor(GetParam().text));
-    QApplication::setPalette(palette);
+    QApplication::setPalette(InColours(GetParam().first.c_str(), GetParam().second.c_str()));
     {
         WindowsDesk d;
         d.Each([&](const std::string& name, QWidget& window) {
@@ -220,10 +199,10 @@ TEST_P(EyesInColour, TextsStandOutFromTheirGround) {
     }
     QApplication::setPalette(usual);
 }
-INSTANTIATE_TEST_SUITE_P(Palettes, EyesInColour,
-                         ::testing::Values(Colours{"light", "#efefef", "#000000"},
-                                           Colours{"dark", "#2a2e32", "#fcfcfc"},
-                                           Colours{"contrast", "#000000", "#ffff00"}));
+INSTANTIATE_TEST_SUITE_P(LightDarkContrast, EyesInColour,
+                         ::testing::Values(GroundAndText("#efefef", "#000000"),
+                                           GroundAndText("#2a2e32", "#fcfcfc"),
+                                           GroundAndText("#000000", "#ffff00")));
 
 } // namespace
 } // namespace tarn::testing

@@ -5,11 +5,9 @@
 #include "FilesDesk.h"
 
 #include <QGroupBox>
-#include <QLabel>
-#include <QStatusBar>
 
 #include <atomic>
-#include <filesystem>
+
 #include <map>
 #include <regex>
 #include <string>
@@ -46,15 +44,11 @@ struct FaultWorld : FilesDesk {
     TestFolder other{std::filesystem::exists("/dev/shm") ? "/dev/shm" : ""}; // on another disk
     std::string paper = target.Path() + "/out.pdf";
     std::string said; // everything on the message line
-    const std::string trash = std::string(std::getenv("XDG_DATA_HOME")) + "/Trash/files";
 
     FaultWorld() {
         for (const char* name : {"a.jpg", "b.jpg"})
-            folder.Write(name,
-                         Photo(ExifBuilder(Endian::Little)
-                                   .ExifDirectory()
-                                   .Ascii(36867, "2004:06:22 20:15:3" + std::to_string(*name % 10)),
-                               TellTale(60 + *name % 10, 40)));
+            folder.Write(name, Dated("2004:06:22 20:15:3" + std::to_string(*name % 10),
+                                     TellTale(60 + *name % 10, 40)));
         for (const char* name : {"1.fit", "x.html", "t.txt"})
             folder.Write(name, std::string("the ") + name);
         for (const char* name : {"a.enf", "b.enf"}) notes.Write(name, std::string("of ") + name);
@@ -66,8 +60,9 @@ struct FaultWorld : FilesDesk {
         settings->Write("copy_folder", target.Path());
         settings->Write("convert_jpg_add_filename", "False");
         settings->Write("filedate_auto", "False");
-        for (const auto& [path, bytes] : Everything())
-            SetFileTime(RealPath(path), 2001, 2, 3, 4, 5, 6);
+        for (const std::string& place : {folder.Path(), notes.Path(), target.Path()})
+            for (const auto& [name, bytes] : ReadTree(place))
+                SetFileTime(place + "/" + name, 2001, 2, 3, 4, 5, 6);
         theFault.root = folder.Path();
         files.onChange = [](const std::string& verb, const std::string& path) {
             return theFault.Fails(FaultPoint::Change, verb, path) ? "fault" : "";
@@ -82,13 +77,12 @@ struct FaultWorld : FilesDesk {
                          [this](const QString& text) { said += text.toStdString() + "\n"; });
     }
 
-    template <class Widget> Widget* In(const char* form, const char* name) {
-        for (QWidget* each : QApplication::topLevelWidgets())
-            if (each->objectName() == QLatin1String(form) && each->isVisible())
-                return each->findChild<Widget*>(QString::fromLatin1(name));
-        return nullptr;
+    // Where a fault kept the window from coming up, there is nothing to use.
+    template <class Widget> Widget* In(const char* form, const char* name) const {
+        return Up(form) ? AppDesk::In<Widget>(form, name) : nullptr;
     }
-    void Press(const char* form, const char* name) {
+    void Press(const char* form, const char* name, std::vector<std::string> answers = {}) {
+        dialogs.answers = std::move(answers);
         if (auto* button = In<QPushButton>(form, name)) button->click();
     }
     void Type(const char* text) {
@@ -157,12 +151,7 @@ private:
     std::vector<std::pair<std::string, std::string>> Places() const {
         return {{"pictures", folder.Path()},      {"notes", notes.Path()},
                 {"target", target.Path()},        {"other", other.Path()},
-                {"state", settingsFolder.Path()}, {"trash", trash}};
-    }
-    std::string RealPath(const std::string& path) const {
-        for (const auto& [name, real] : Places())
-            if (path.starts_with(name + "/")) return real + path.substr(name.size());
-        return path;
+                {"state", settingsFolder.Path()}, {"trash", Wastebasket() + "/files"}};
     }
 };
 

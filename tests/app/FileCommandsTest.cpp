@@ -1,9 +1,6 @@
 // Copy, delete, rename, duplicate and their undoing in the whole window, on real files with their
 // own wastebasket.
 #include "FilesDesk.h"
-#include "FullDisk.h"
-
-#include <filesystem>
 
 namespace tarn::testing {
 namespace {
@@ -62,7 +59,7 @@ TEST(Delete, AsksAndTakesNoForAnAnswer) {
     d.Key(Qt::Key_Delete);
     d.c.DeleteOnlyButton->trigger();
     EXPECT_EQ(d.Names(), "a.jpg b.jpg c.jpg ");
-    const std::string path = d.folder.Path() + "/a.jpg to wastebasket?";
+    const std::string path = d.At("a.jpg to wastebasket?");
     EXPECT_EQ(d.dialogs.shown,
               (Calls{"Delete file & notes confirmation|Delete file & notes " + path,
                      "Delete file confirmation|Delete file " + path}));
@@ -82,7 +79,7 @@ TEST(Delete, NeverForGoodUnlessTheUserSaysSo) {
     d.Key(Qt::Key_Delete);
     EXPECT_EQ(tries, 2);
     EXPECT_EQ(d.dialogs.shown.back(),
-              "Delete file|" + d.folder.Path() + "/a.jpg cannot go to the wastebasket: No room");
+              "Delete file|" + d.At("a.jpg cannot go to the wastebasket: No room"));
     EXPECT_EQ(d.Names(), "a.jpg b.jpg c.jpg ");
     EXPECT_NE(d.Said(), "DELETED - a.jpg");
     d.dialogs.answers = {"Delete for good"};
@@ -95,18 +92,16 @@ TEST(Delete, NeverForGoodUnlessTheUserSaysSo) {
 TEST(Delete, AllFitsFilesStopAtTheFirstThatCannotGo) {
     FilesDesk d;
     for (const char* name : {"1.fit", "2.FITS", "3.fit", "x.fitted"}) d.folder.Write(name, name);
-    fs::create_directory(d.folder.Path() + "/dir.fit");
+    fs::create_directory(d.At("dir.fit"));
     d.Start();
-    d.files.onChange = [](const std::string&, const std::string& path) {
-        return path.find("2.FITS") != std::string::npos ? std::string("Busy") : std::string();
-    };
+    d.files.Refuse("trash", "Busy", "2.FITS");
     d.c.DeleteAllFitsButton->trigger();
     EXPECT_EQ(d.Said(), "1 FITS files deleted, stopped at '2.FITS': Busy");
     d.files.onChange = nullptr;
     d.c.DeleteAllFitsButton->trigger();
     EXPECT_EQ(d.Said(), "2 FITS files deleted");
-    EXPECT_TRUE(fs::exists(d.folder.Path() + "/x.fitted"));
-    EXPECT_TRUE(fs::exists(d.folder.Path() + "/dir.fit"));
+    EXPECT_TRUE(fs::exists(d.At("x.fitted")));
+    EXPECT_TRUE(fs::exists(d.At("dir.fit")));
     EXPECT_EQ(d.Current(), "a.jpg");
 }
 
@@ -156,9 +151,8 @@ TEST(Rename, RefusesWhatIsNoNameAndSavesWhatIsWritten) {
     d.Start();
     for (const char* name : {"", "a.jpg", "x/y.jpg", "..", "."}) d.Rename(name);
     d.Rename(std::string(256, 'x').c_str());
-    auto* form = d.house.window.findChild<QWidget*>("frmRename");
-    EXPECT_TRUE(form->isVisible());
-    EXPECT_EQ(form->findChild<QLabel*>("ErrorLabel")->text(), "New filename is too long");
+    ASSERT_TRUE(d.Up("frmRename"));
+    EXPECT_EQ(d.In<QLabel>("frmRename", "ErrorLabel")->text(), "New filename is too long");
     EXPECT_EQ(d.Names(), "a.jpg a.tif ");
     d.c.NotesBox->insertPlainText("written ");
     d.Rename("z.jpg");
@@ -172,11 +166,11 @@ TEST(Rename, LeavesFoldersAndOtherPicturesNotesAlone) {
     FilesDesk d({"a.jpg", "b.jpg"});
     d.notes.Write("a.enf", "of a");
     d.notes.Write("b.enf", "of b");
-    fs::create_directories(d.folder.Path() + "/M31/inside");
+    fs::create_directories(d.At("M31/inside"));
     d.Start();
     d.Rename("m31");
     EXPECT_EQ(d.Error(), "A folder of that name stands there - a.jpg");
-    EXPECT_TRUE(fs::exists(d.folder.Path() + "/M31/inside"));
+    EXPECT_TRUE(fs::exists(d.At("M31/inside")));
     EXPECT_EQ(d.Current(), "a.jpg");
     d.Rename("b.tif");
     EXPECT_EQ(d.Said(), "Renamed - a.jpg > b.tif, its note stays: 'b.jpg' has that name");
@@ -190,7 +184,6 @@ TEST(Rename, LeavesFoldersAndOtherPicturesNotesAlone) {
 TEST(Undo, NeverCostsWhatWasWrittenSinceOrTheLastCopy) {
     FilesDesk d;
     TestFolder target;
-    const std::string trash = std::string(std::getenv("XDG_DATA_HOME")) + "/Trash/files";
     d.settings->Write("copy_folder", target.Path());
     d.notes.Write("a.enf", "old");
     d.Start();
@@ -207,7 +200,7 @@ TEST(Undo, NeverCostsWhatWasWrittenSinceOrTheLastCopy) {
     EXPECT_EQ(d.Names(), "a.jpg b.jpg c.jpg ");
     d.GoTo("b.jpg");
     d.c.MoveToButton->click();
-    fs::remove_all(trash); // emptied meanwhile
+    fs::remove_all(Wastebasket()); // emptied meanwhile
     d.c.UndoButton->trigger();
     EXPECT_EQ(d.Said().find("NOT undone: Move 'b.jpg'"), 0U) << d.Said();
     EXPECT_TRUE(fs::exists(target.Path() + "/b.jpg"));
@@ -232,6 +225,10 @@ TEST(Duplicate, MakesASecondPictureWithASecondNote) {
 struct PasteDesk : FilesDesk {
     TestFolder target;
     void Open(const TestFolder& to) { house.navigation.OpenFolder(to.Path(), {}); }
+    void TakeAll(QAction* how) {
+        c.SelectAllButton->trigger();
+        how->trigger();
+    }
     Tree Target() const { return ReadTree(target.Path()); }
 };
 
@@ -241,8 +238,7 @@ TEST(CopyPaste, CopiesAsOftenAsPasteIsPressed) {
     d.target.Write("a.jpg", "in the way");
     d.Start();
     EXPECT_FALSE(d.c.PasteButton->isEnabled());
-    d.c.SelectAllButton->trigger();
-    d.c.CopyButton->trigger();
+    d.TakeAll(d.c.CopyButton);
     EXPECT_EQ(d.Said(), "3 files selected for copy");
     EXPECT_EQ(d.clipboard->Files().paths.size(), 3U);
     d.Open(d.target);
@@ -263,16 +259,11 @@ TEST(CopyPaste, CutTakesAwayOnlyWhatArrivedWhole) {
     PasteDesk d;
     const Tree before = d.Pictures();
     d.Start();
-    d.c.SelectAllButton->trigger();
-    d.c.CutButton->trigger();
+    d.TakeAll(d.c.CutButton);
     EXPECT_EQ(d.Said(), "3 files selected for cut");
     EXPECT_TRUE(d.clipboard->Files().cut);
     d.Open(d.target);
-    d.files.onChange = [](const std::string& verb, const std::string& path) {
-        return verb == "copy" && path.find("b.jpg") != std::string::npos
-                   ? std::string("No space left on device")
-                   : std::string();
-    };
+    d.files.Refuse("copy", "No space left on device", "b.jpg");
     d.c.PasteButton->trigger();
     EXPECT_EQ(d.Said(), "Paste failed for 'b.jpg'");
     EXPECT_EQ(d.Error(), "No space left on device - b.jpg");
@@ -284,8 +275,7 @@ TEST(CopyPaste, CutTakesAwayOnlyWhatArrivedWhole) {
 
     d.files.onChange = nullptr;
     d.Open(d.folder);
-    d.c.SelectAllButton->trigger();
-    d.c.CutButton->trigger();
+    d.TakeAll(d.c.CutButton);
     d.Open(d.target);
     d.c.PasteButton->trigger();
     EXPECT_EQ(d.Said(), "Cut > Paste 3 files");
@@ -303,12 +293,9 @@ TEST(CopyPaste, AFailureLeavesWhatStoodAndCaseTwinsAreTwoFiles) {
     d.target.Write("a.jpg", "stood there");
     fs::create_directories(d.target.Path() + "/b.jpg/inside");
     d.Start();
-    d.c.SelectAllButton->trigger();
-    d.c.CutButton->trigger();
+    d.TakeAll(d.c.CutButton);
     d.Open(d.target);
-    d.files.onChange = [](const std::string& verb, const std::string& path) {
-        return verb == "copy" && path.find("a.jpg") != std::string::npos ? std::string("full") : "";
-    };
+    d.files.Refuse("copy", "full", "a.jpg");
     d.c.PasteButton->trigger();
     EXPECT_EQ(BytesOf(d.target.Path() + "/a.jpg"), "stood there");
     EXPECT_EQ(d.Names(), "a.jpg b.jpg c.jpg "); // A.JPG came first and arrived
@@ -331,12 +318,10 @@ TEST(CopyPaste, TakesFilesFromAnotherProgram) {
     d.clipboard->SetFiles({{odd}, false});
     d.c.PasteButton->trigger();
     EXPECT_EQ(d.Said(), "Copy > Paste 1 files");
-    EXPECT_EQ(BytesOf(d.folder.Path() + "/odd \xFF%.jpg"), "odd");
+    EXPECT_EQ(BytesOf(d.At("odd \xFF%.jpg")), "odd");
     const ClipboardFiles theirs{{odd}, true};
     d.clipboard->SetFiles(theirs);
-    d.files.onChange = [](const std::string& verb, const std::string&) {
-        return verb == "copy" ? std::string("No space left on device") : std::string();
-    };
+    d.files.Refuse("copy", "No space left on device");
     d.c.PasteButton->trigger();
     EXPECT_TRUE(d.Said().starts_with("Paste failed"));
     EXPECT_TRUE(d.clipboard->Files() == theirs); // to be tried again
@@ -372,42 +357,6 @@ TEST(FileCommands, TellOfATextThatWasNotSaved) {
         EXPECT_TRUE(d.Said().ends_with("; Unsaved note of 'b.jpg' is in the restore buffer"))
             << d.Said();
         EXPECT_EQ(d.s.NotesSave, "unsaved");
-    }
-}
-
-TEST(FileCommands, AFullDiskLeavesEverythingAsItStood) {
-    using Act = std::function<void(PasteDesk&)>;
-    const std::map<std::string, Act> commands{
-        {"paste",
-         [](PasteDesk& d) {
-             d.c.CopyButton->trigger();
-             d.Open(d.target);
-             d.c.PasteButton->trigger();
-             EXPECT_EQ(d.Said(), "Paste failed for 'a.jpg'");
-         }},
-        {"duplicate", [](PasteDesk& d) { d.Duplicate("d.jpg"); }},
-        {"rename", [](PasteDesk& d) { d.Rename("d.jpg"); }}, // whose note finds no room
-        {"convert",
-         [](PasteDesk& d) {
-             d.c.ConvertButton->trigger();
-             EXPECT_EQ(d.Said(), "ImgX Error - 'a-1.jpg' NOT created");
-         }},
-    };
-    for (const auto& [name, act] : commands) {
-        SCOPED_TRACE(name);
-        PasteDesk d;
-        d.folder.Write("a.jpg", JpegBytes(TellTale(900, 600)));
-        d.notes.Write("a.enf", std::string(20000, 'n'));
-        d.Start();
-        const Tree pictures = d.Pictures();
-        const Tree notes = d.Notes();
-        {
-            const FullDisk full(d.folder.Path(), 1000);
-            act(d);
-        }
-        EXPECT_EQ(d.Pictures(), pictures);
-        EXPECT_EQ(d.Notes(), notes);
-        EXPECT_TRUE(d.Target().empty());
     }
 }
 

@@ -11,36 +11,15 @@
 
 #include <cstdio>
 
-namespace {
-
-QPalette Dark() {
-    QPalette p(QColor(49, 54, 59), QColor(42, 46, 50));
-    p.setColor(QPalette::Base, QColor(27, 30, 32));
-    p.setColor(QPalette::AlternateBase, QColor(35, 38, 41));
-    p.setColor(QPalette::Highlight, QColor(61, 174, 233));
-    return p;
-}
-
-QPalette Contrast() {
-    QPalette p(Qt::yellow, Qt::black, Qt::white, Qt::darkGray, Qt::gray, Qt::yellow, Qt::white,
-               Qt::black, Qt::black);
-    p.setColor(QPalette::Highlight, Qt::yellow);
-    p.setColor(QPalette::HighlightedText, Qt::black);
-    p.setColor(QPalette::ButtonText, Qt::yellow);
-    p.setColor(QPalette::PlaceholderText, Qt::yellow);
-    p.setColor(QPalette::Link, Qt::cyan);
-    return p;
-}
-
-} // namespace
-
 int main(int argc, char** argv) {
     if (argc < 2) return std::fputs("usage: window_shots FOLDER [PALETTE [POINTS]]\n", stderr), 2;
     QApplication application(argc, argv);
     QApplication::setStyle(new tarn::ClearOutlines(QStringLiteral("Fusion")));
     const QString palette = QString::fromLocal8Bit(argc > 2 ? argv[2] : "light");
-    if (palette == QLatin1String("dark")) QApplication::setPalette(Dark());
-    if (palette == QLatin1String("contrast")) QApplication::setPalette(Contrast());
+    using tarn::testing::InColours;
+    if (palette == QLatin1String("dark")) QApplication::setPalette(InColours("#2a2e32", "#fcfcfc"));
+    if (palette == QLatin1String("contrast"))
+        QApplication::setPalette(InColours("#000000", "#ffff00"));
     if (argc > 3) {
         QFont font = QApplication::font();
         font.setPointSizeF(QByteArray(argv[3]).toDouble());

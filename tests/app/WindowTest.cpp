@@ -1,18 +1,12 @@
 #include "AppDesk.h"
 
 #include "platform/QtText.h"
+#include "platform/imaging/PicturesAhead.h"
 #include "shell/window/frmMain.h"
 
-#include <QCheckBox>
 #include <QDialog>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QProcess>
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
 #include <set>
 
 namespace tarn::testing {
@@ -28,31 +22,12 @@ TEST(Window, EveryControlAndEntryBearsItsNameOnce) {
                              "CopyCameraButton_1", "PopupSetFileDatesButton", "vbuSplitter",
                              "FrameExif", "FrameNotes", "VideoFrame", "StatusBar1"})
         EXPECT_EQ(names.count(name), 1U) << name;
-    EXPECT_EQ(d.house.controls.SyncDatesButton->text(),
-              QStringLiteral("Synchroize File dates to Picture dates..."));
-}
-
-// Commands that later rooms bring; the last of them empties this list.
-TEST(Window, WhatHasNoCommandYetIsDisabled) {
-    AppDesk d;
-    d.AddPicture("a.jpg");
-    d.Start();
-    const std::vector<std::string> without = Unconnected(d.house.controls);
-    for (const std::string& name : without) {
-        const auto* entry = d.house.window.findChild<QAction*>(QString::fromStdString(name));
-        const auto* button = d.house.window.findChild<QWidget*>(QString::fromStdString(name));
-        EXPECT_FALSE(entry ? entry->isEnabled() : button->isEnabled()) << name;
-    }
-    const std::vector<std::string> expected{
-#include "Unconnected.inc"
-    };
-    EXPECT_EQ(without, expected);
+    EXPECT_EQ(Unconnected(d.c), std::vector<std::string>{}); // each has its command
 }
 
 TEST(Window, KeysStepAndEveryPlaceShowsTheSameFile) {
     AppDesk d;
-    for (const char* name : {"a.jpg", "b.jpg", "c.jpg", "d.jpg", "e.jpg", "f.jpg"})
-        d.AddPicture(name);
+    d.AddPictures({"a.jpg", "b.jpg", "c.jpg", "d.jpg", "e.jpg", "f.jpg"});
     d.Start();
     const auto after = [&](Qt::Key key) {
         d.Key(key);
@@ -62,41 +37,37 @@ TEST(Window, KeysStepAndEveryPlaceShowsTheSameFile) {
     EXPECT_EQ(after(Qt::Key_Space), "c.jpg");
     EXPECT_EQ(after(Qt::Key_PageDown), "b.jpg");
     EXPECT_EQ(after(Qt::Key_End), "f.jpg");
-    EXPECT_TRUE(d.house.controls.LastLabel->isVisible());
+    EXPECT_TRUE(d.c.LastLabel->isVisible());
     EXPECT_EQ(after(Qt::Key_Home), "a.jpg");
-    EXPECT_FALSE(d.house.controls.LastLabel->isVisible());
+    EXPECT_FALSE(d.c.LastLabel->isVisible());
     EXPECT_EQ(after(Qt::Key_Comma), "f.jpg");
     EXPECT_EQ(after(Qt::Key_Period), "a.jpg");
     d.Key(Qt::Key_R);
-    EXPECT_TRUE(d.house.state.ImageRotatedRight);
+    EXPECT_TRUE(d.s.ImageRotatedRight);
     d.Key(Qt::Key_T);
-    QTest::keyClicks(d.house.controls.NotesBox, "nnpp ");
+    QTest::keyClicks(d.c.NotesBox, "nnpp ");
     EXPECT_EQ(d.Current(), "a.jpg"); // letters in a box are letters
-    EXPECT_EQ(d.house.controls.NotesBox->toPlainText(), QStringLiteral("nnpp "));
+    EXPECT_EQ(d.c.NotesBox->toPlainText(), QStringLiteral("nnpp "));
 }
 
 TEST(Window, TheConsoleCompanionPrintsTheSameRows) {
     AppDesk d;
     const std::string picture = JpegBytes(TellTale(60, 40));
-    const auto with = [&](std::string head) { // camera data in front, the picture behind
-        return head.substr(0, head.size() - 2) + picture.substr(2);
-    };
     const std::vector<std::string> paths{
-        d.folder.Write("a.jpg", with(CanonPicture())), d.folder.Write("b.jpg", picture),
-        d.folder.Write("c.jpg", with(NikonPicture())), d.folder.Write("d.jpg", picture)};
+        d.folder.Write("a.jpg", Behind(CanonPicture())), d.folder.Write("b.jpg", picture),
+        d.folder.Write("c.jpg", Behind(NikonPicture())), d.folder.Write("d.jpg", picture)};
     d.Start();
     std::string rows;
     QStringList arguments{QStringLiteral("info")};
     for (const std::string& path : paths) {
         arguments << QString::fromStdString(path);
-        EXPECT_EQ(d.house.state.Filename, path);
-        const bool dated = d.house.state.NoExif == false;
-        EXPECT_EQ(d.house.controls.List1->count(), dated ? 13 : 3);
-        EXPECT_EQ(d.house.controls.MpixelText->text(), QStringLiteral("0.0 Mp"));
-        EXPECT_EQ(d.house.controls.FileSizeText->text().toStdString(), d.house.state.FileSizeText);
-        EXPECT_EQ(d.house.controls.FileDateText->text().isEmpty(), !dated);
-        rows += "== " + path + "\n";
-        for (int row = 0; row < d.house.controls.List1->count(); ++row) rows += d.Row(row) + "\n";
+        EXPECT_EQ(d.s.Filename, path);
+        const bool dated = d.s.NoExif == false;
+        EXPECT_EQ(d.c.List1->count(), dated ? 13 : 3);
+        EXPECT_EQ(d.c.MpixelText->text(), QStringLiteral("0.0 Mp"));
+        EXPECT_EQ(d.c.FileSizeText->text().toStdString(), d.s.FileSizeText);
+        EXPECT_EQ(d.c.FileDateText->text().isEmpty(), !dated);
+        rows += "== " + path + "\n" + d.Panel();
         d.Key(Qt::Key_N);
     }
     QProcess tarn;
@@ -119,43 +90,35 @@ TEST(Window, BrokenFilesNeverStopTheRun) {
     d.folder.Write("f_gone.jpg", good);
     d.folder.Write("g_good.jpg", good);
     d.Start();
-    std::filesystem::remove(d.folder.Path() + "/f_gone.jpg");
+    std::filesystem::remove(d.At("f_gone.jpg"));
     std::vector<std::string> errors;
     for (int i = 0; i < 6; ++i) {
         d.Key(Qt::Key_N);
-        const QLabel& error = *d.house.controls.Label_error;
-        errors.push_back(error.isVisible() ? error.text().toStdString() : "");
+        errors.push_back(d.Error());
     }
     EXPECT_EQ(d.Current(), "g_good.jpg");
-    EXPECT_TRUE(d.house.state.ImageLoaded);
+    EXPECT_TRUE(d.s.ImageLoaded);
     const std::vector<std::string> about{"b_empty.jpg", "c_cut.jpg", "d_text.jpg", "e_huge.jpg",
                                          "e_huge.jpg"}; // the name before
     for (std::size_t i = 0; i < about.size(); ++i)
-        EXPECT_TRUE(
-            QString::fromStdString(errors[i]).endsWith(QString::fromStdString(" - " + about[i])))
-            << errors[i];
+        EXPECT_TRUE(errors[i].ends_with(" - " + about[i])) << errors[i];
     EXPECT_EQ(errors.back(), "");
-
-    // Nothing of another file stands beside one that is gone, and the next step goes on from it.
-    d.house.navigation.SelectRow(0);
-    d.house.navigation.SelectRow(5);
-    EXPECT_EQ(d.Row(0), "none");
-    d.Key(Qt::Key_N);
-    EXPECT_EQ(d.Current(), "g_good.jpg");
 }
 
 TEST(Window, EmptyAndUnreadableFoldersSayWhatIsTheMatter) {
     AppDesk d;
     d.Start();
     const auto hint = [](const AppDesk& desk) {
-        return desk.house.controls.Picture1->accessibleDescription().toStdString();
+        return desk.c.Picture1->accessibleDescription().toStdString();
     };
-    EXPECT_TRUE(d.house.controls.Picture1->Picture().isNull());
+    EXPECT_TRUE(d.c.Picture1->Picture().isNull());
     EXPECT_EQ(hint(d).find("No files to show in " + d.folder.Path()), 0U) << hint(d);
-    EXPECT_FALSE(d.house.controls.TextNumOf->isVisible());
-    EXPECT_FALSE(d.house.controls.RotateRightButton->isEnabled()); // nothing to turn
+    EXPECT_FALSE(d.c.TextNumOf->isVisible());
+    EXPECT_FALSE(d.c.RotateRightButton->isEnabled()); // nothing to turn
     AppDesk locked;
-    locked.files.unreadable = locked.folder.Path();
+    locked.files.onAsk = [](const std::string& verb, const std::string&) {
+        return verb == "names" ? "locked" : "";
+    };
     locked.Start();
     EXPECT_EQ(hint(locked), "The folder " + locked.folder.Path() +
                                 " cannot be read. Choose another in the tree.");
@@ -163,7 +126,7 @@ TEST(Window, EmptyAndUnreadableFoldersSayWhatIsTheMatter) {
 
 TEST(Window, TooltipsShowTheirTextAsItIs) {
     AppDesk d;
-    EXPECT_EQ(d.house.controls.FCheck->toolTip(), QStringLiteral("List FIT & FITS files"));
+    EXPECT_EQ(d.c.FCheck->toolTip(), QStringLiteral("List FIT & FITS files"));
     EXPECT_EQ(ToToolTip("/a & <b>"), QStringLiteral("<qt>/a &amp; &lt;b&gt;</qt>"));
 }
 
@@ -174,19 +137,18 @@ TEST(Window, APathHandedOverIsOpenedLikeAnArgument) {
     const std::string second = other.Write("b.jpg", JpegBytes(TellTale(60, 40)));
     d.house.Open(second); // while the program loads: kept until it has
     d.Start();
-    EXPECT_EQ(d.house.state.Filename, second);
-    d.house.Open("\"" + d.folder.Path() + "/a.jpg\"");
+    EXPECT_EQ(d.s.Filename, second);
+    d.house.Open("\"" + d.At("a.jpg") + "\"");
     EXPECT_EQ(d.Current(), "a.jpg");
     d.house.Open(other.Path() + "/none.jpg"); // its folder on the first row, and what is missing
-    EXPECT_EQ(d.house.state.Filename, second);
-    EXPECT_EQ(d.house.controls.FileDateText->text().toStdString(),
-              "'" + other.Path() + "/none.jpg' does not exist");
+    EXPECT_EQ(d.s.Filename, second);
+    EXPECT_EQ(d.Said(), "'" + other.Path() + "/none.jpg' does not exist");
     // Under a question the current file stays what it is.
     QDialog question(&d.house.window);
     question.setModal(true);
     question.show();
     d.house.Open(d.folder.Path());
-    EXPECT_EQ(d.house.state.Filename, second);
+    EXPECT_EQ(d.s.Filename, second);
     question.close();
     EXPECT_TRUE(QTest::qWaitFor([&] { return d.Current() == "a.jpg"; }));
 }
@@ -195,43 +157,100 @@ TEST(Window, ARealChangeOfSizeRedrawsOnceAfterItRests) {
     AppDesk d;
     d.AddPicture("a.jpg", 3000, 2000);
     d.Start();
-    const QSize before = d.house.controls.Picture1->Picture().size();
+    const QSize before = d.c.Picture1->Picture().size();
     for (int i = 1; i <= 5; ++i)
         d.house.window.resize(d.house.window.width() + 20, d.house.window.height() + 20);
     QCoreApplication::processEvents();
-    EXPECT_EQ(d.house.controls.Picture1->Picture().size(), before);
+    EXPECT_EQ(d.c.Picture1->Picture().size(), before);
     QTest::qWait(400);
-    const QSize after = d.house.controls.Picture1->Picture().size();
+    const QSize after = d.c.Picture1->Picture().size();
     EXPECT_GT(after.height(), before.height());
-    EXPECT_LE(after.height(), d.house.state.PreviewHeight);
+    EXPECT_LE(after.height(), d.s.PreviewHeight);
     EXPECT_EQ(d.house.window.SplitterTop() % 224, 0); // as it is kept
     d.house.window.resize(10, 10);                    // the design size is the least
     EXPECT_EQ(d.house.window.size(), d.house.window.DesignSize());
 }
 
-TEST(Window, OneAndTwoTimesExcludeEachOther) {
+TEST(Window, ClosingItInARunOfThumbnailsKeepsTheSettings) {
     AppDesk d;
-    d.AddPicture("a.jpg", 60, 40);
+    for (int i = 0; i < 20; ++i) d.AddPicture(std::to_string(i) + ".jpg");
     d.Start();
-    d.house.controls.TwoXcheck->click();
-    EXPECT_EQ(d.house.controls.SizeText->text(), QStringLiteral("120 x 80"));
-    EXPECT_EQ(d.Row(2).substr(0, 48), "        Size: 0.0 Megapixel - 60 x 40 - 1 KB");
-    d.house.controls.OneXcheck->click();
-    EXPECT_FALSE(d.house.controls.TwoXcheck->isChecked());
-    EXPECT_EQ(d.house.controls.SizeText->text(), QStringLiteral("60 x 40"));
+    ASSERT_TRUE(d.c.VCheck->isChecked());
+    d.events.onPump = [&d] {
+        if (!d.s.BatchRuns) return;
+        EXPECT_FALSE(d.c.VCheck->isChecked());
+        d.events.onPump = {};
+        d.house.window.close();
+    };
+    d.c.GenerateThumbButton->trigger();
+    EXPECT_TRUE(d.events.ProgramEnds());
+    EXPECT_EQ(d.settings->Read("videolist_check", ""), "1");
+    EXPECT_LT(ReadTree(d.At("thumbnails")).size(), 20U);
 }
 
 TEST(Window, TheListsFontGrowsByHalves) {
     AppDesk d;
     d.Start();
-    const double size = d.house.controls.FileListBox->font().pointSizeF();
-    d.house.controls.FileListFontIncButton->click();
-    EXPECT_EQ(d.house.controls.FileListBox->font().pointSizeF(), size + 0.5);
-    const auto said = [&] { return d.house.controls.FileDateText->text(); };
-    EXPECT_EQ(said(), QStringLiteral("FileListBox font set to %1").arg(size + 0.5));
-    d.house.controls.FileListFontRedButton->click();
-    EXPECT_EQ(d.house.controls.FileListBox->font().pointSizeF(), size);
-    EXPECT_EQ(said(), QStringLiteral("FileListBox font set to %1").arg(size));
+    const double size = d.c.FileListBox->font().pointSizeF();
+    d.c.FileListFontIncButton->click();
+    EXPECT_EQ(d.c.FileListBox->font().pointSizeF(), size + 0.5);
+    d.c.FileListFontRedButton->click();
+    EXPECT_EQ(d.c.FileListBox->font().pointSizeF(), size);
+    EXPECT_EQ(d.Said(), "FileListBox font set to " + QString::number(size).toStdString());
+}
+
+std::string Title(const char* name) {
+    return AppDesk::Up(name)->windowTitle().toStdString();
+}
+
+TEST(Windows, FollowTheSelectionAndStepIt) {
+    AppDesk d;
+    for (const char* name : {"a.jpg", "b.jpg", "c.jpg"}) d.AddPicture(name, 1200, 800);
+    d.Start();
+    d.Key(Qt::Key_V);
+    d.Key(Qt::Key_1);
+    d.Key(Qt::Key_B);
+    EXPECT_TRUE(AppDesk::Up("frmBrightness"));
+    d.Key(Qt::Key_N);
+    EXPECT_EQ(Title("FrmPic").substr(0, 5), "b.jpg");
+    EXPECT_EQ(Title("FrmPic").substr(Title("FrmPic").size() - 6), "2 of 3");
+    EXPECT_EQ(Title("frmOnetoOne"), "Tarn View - 1:1  " + d.At("b.jpg"));
+    QTest::keyClick(AppDesk::Up("FrmPic"), Qt::Key_Down);
+    EXPECT_EQ(d.Current(), "c.jpg");
+    EXPECT_EQ(Title("FrmPic").substr(0, 5), "c.jpg");
+    auto* view = d.In<QWidget>("frmOnetoOne", "OnePicture2");
+    QTest::keyClick(view, Qt::Key_Up);
+    EXPECT_EQ(d.Current(), "b.jpg");
+    EXPECT_EQ(Title("FrmPic").substr(0, 5), "b.jpg");
+
+    AppDesk::Up("FrmPic")->resize(300, 200);
+    AppDesk::Up("FrmPic")->move(50, 60);
+    QTest::keyClick(view, Qt::Key_T);
+    d.house.lifecycle.Exit_Click();
+    EXPECT_EQ(d.settings->Read("widthpic_value", ""), "4500");
+    EXPECT_EQ(d.settings->Read("toppic_position", ""), "900");
+    EXPECT_EQ(d.settings->Read("one_to_one_info", ""), "True");
+}
+
+// The times of a picture are set while it is shown: the way back finds it decoded all the same.
+TEST(Windows, ThePictureBeforeIsNotDecodedAgain) {
+    AppDesk d;
+    const std::string dated = Behind(CanonPicture(), TellTale(900, 600));
+    for (const char* name : {"a.jpg", "b.jpg", "c.jpg", "d.jpg"}) d.folder.Write(name, dated);
+    const std::string a = d.At("a.jpg");
+    const auto written = d.files.ModifiedTime(a, nullptr);
+    d.Start();
+    EXPECT_NE(d.files.ModifiedTime(a, nullptr), written);
+    const QSize pane(d.s.PreviewWidth, d.s.PreviewHeight);
+    const auto known = d.house.ahead.Take(a, pane);
+    ASSERT_TRUE(known);
+    d.Key(Qt::Key_N);
+    d.house.ahead.WaitUntilDone();
+    d.Key(Qt::Key_P);
+    EXPECT_EQ(d.house.ahead.Take(a, pane), known);
+    d.Key(Qt::Key_N);
+    d.Key(Qt::Key_P);
+    EXPECT_EQ(d.house.ahead.Take(a, pane), known);
 }
 
 } // namespace

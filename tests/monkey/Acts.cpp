@@ -8,16 +8,13 @@
 
 #include <QAbstractButton>
 #include <QAbstractSlider>
-#include <QCheckBox>
 #include <QComboBox>
-#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPlainTextEdit>
 #include <QSpinBox>
 
 #include <algorithm>
-#include <cstdio>
+#include <fstream>
 
 namespace tarn::testing {
 
@@ -61,7 +58,7 @@ void Acts::Do(int number) {
         {"folder", 4, &Acts::EnterFolder}, {"write", 6, &Acts::Write},
         {"window", 25, &Acts::UseWindow},  {"open", 5, &Acts::OpenWindow},
         {"close", 6, &Acts::CloseWindow},  {"show", 4, &Acts::RunShow},
-        {"other", 6, &Acts::OtherProcess}, {"picture", 6, &Acts::UsePicture},
+        {"other", 6, &Acts::OtherProgram}, {"picture", 6, &Acts::UsePicture},
         {"wait", 3, &Acts::Wait},          {"quit", 2, &Acts::Quit}};
     m_number = number;
     m_dice.Begin(m_seed, std::uint64_t(number));
@@ -120,11 +117,8 @@ void Acts::KeyInto(QWidget& widget) {
 
 void Acts::PressKey() {
     const MainControls& c = m.house().controls;
-    QWidget* const panes[] = {c.Picture1, c.Picture2, c.LogText, c.WebBrowser1};
-    QWidget* pane = panes[std::size_t(m.house().state.CurrentPane == Pane::Picture1   ? 0
-                                      : m.house().state.CurrentPane == Pane::Picture2 ? 1
-                                      : m.house().state.CurrentPane == Pane::LogText  ? 2
-                                                                                      : 3)];
+    QWidget* const panes[] = {c.Picture1, c.Picture2, c.WebBrowser1, c.LogText};
+    QWidget* pane = panes[std::size_t(m.house().state.CurrentPane)];
     QWidget* focused = QApplication::focusWidget();
     const int choice = m_dice.Below(6);
     QWidget* widget = choice == 0 ? c.FileListBox : choice == 1 && focused ? focused : pane;
@@ -277,24 +271,52 @@ void Acts::RunShow() {
     button->click();
 }
 
-void Acts::OtherProcess() {
+void Acts::OtherProgram() {
     // What is there before it, so that it is known what it took.
     found += m_inventory.Check();
     m_oneFile.Look();
-    std::string command = std::string("'") + MONKEY_OTHER + "' " + std::to_string(m_seed) + " " +
-                          std::to_string(m_number);
-    for (const std::string& folder : m.PictureFolders()) command += " '" + folder + "'";
-    command += " '" + m.Folder("notes") + "'";
-    std::FILE* pipe = ::popen(command.c_str(), "r");
-    char line[1000];
-    while (pipe && std::fgets(line, sizeof line, pipe)) {
-        std::string text = line;
-        text.pop_back();
-        Say("other process: " + text);
-        if (text.starts_with("gone ")) m_inventory.Taken(text.substr(5));
-    }
-    if (pipe) ::pclose(pipe);
+    std::vector<std::string> folders = m.PictureFolders();
+    folders.push_back(m.Folder("notes"));
+    std::vector<fs::path> files;
+    std::error_code none;
+    for (const std::string& folder : folders)
+        for (const auto& entry : fs::directory_iterator(folder, none))
+            if (entry.is_regular_file()) files.push_back(entry.path());
+    std::sort(files.begin(), files.end());
+    if (!files.empty()) ChangeOneOf(files);
     m_oneFile.Look();
+}
+
+void Acts::ChangeOneOf(const std::vector<fs::path>& files) {
+    enum Change { Add, Lengthen, Cut, Rename, Replace, Touch, SaveAnew, Remove, Changes };
+    static const char* const told[] = {"adds a copy of", "lengthens", "cuts",       "renames",
+                                       "replaces",       "touches",   "saves anew", "removes"};
+    constexpr std::size_t kMany = 60;
+    const fs::path& file = m_dice.Of(files);
+    const fs::path& other = m_dice.Of(files);
+    const fs::path fresh =
+        file.parent_path() / ("added " + std::to_string(m_number) + file.extension().string());
+    const int change = files.size() > kMany ? Remove : m_dice.Below(Changes);
+    Say("other program " + std::string(told[change]) + " " + file.string());
+    if (change != Add && change != Rename && change != Touch) m_inventory.Taken(file);
+    std::error_code ignored;
+    const auto copy = [&](const fs::path& from, const fs::path& to) {
+        fs::copy_file(from, to, fs::copy_options::overwrite_existing, ignored);
+    };
+    const auto append = [this](const fs::path& to) {
+        std::ofstream(to, std::ios::app | std::ios::binary) << "changed " << m_number;
+    };
+    if (change == Add) copy(file, fresh);
+    if (change == Replace) copy(other, file);
+    if (change == Lengthen) append(file);
+    if (change == Cut) fs::resize_file(file, fs::file_size(file, ignored) / 2, ignored);
+    if (change == Touch) fs::last_write_time(file, fs::file_time_type::clock::now(), ignored);
+    if (change == Remove) fs::remove(file, ignored);
+    if (change == Rename || change == SaveAnew) fs::rename(file, fresh, ignored);
+    if (change == SaveAnew) {
+        append(fresh);
+        fs::rename(fresh, file, ignored);
+    }
 }
 
 void Acts::UsePicture() {
@@ -366,7 +388,7 @@ void Acts::InShow() {
     if (!m.house().state.Slideloop || !m.house().slides.Window()) return;
     if (--m_inShow < 0 || m_pumps > kPumpsOfAnAct) return m.house().slides.SlideDone();
     QWidget& window = *m.house().slides.Window();
-    if (m_dice.OneIn(25)) return OtherProcess();
+    if (m_dice.OneIn(25)) return OtherProgram();
     if (m_dice.OneIn(6))
         return QTest::mouseClick(&window, m_dice.OneIn(3) ? Qt::RightButton : Qt::LeftButton, {},
                                  QPoint(m_dice.Below(400), 100));
@@ -380,7 +402,7 @@ void Acts::InBatch() {
             Say("cancel");
             return QTest::mouseClick(cancel, Qt::LeftButton);
         }
-    if (m_dice.OneIn(40)) return OtherProcess();
+    if (m_dice.OneIn(40)) return OtherProgram();
     const auto windows = Windows();
     if (m_dice.OneIn(40) && !windows.empty()) return CloseWindow();
     if (!m_dice.OneIn(8)) return;

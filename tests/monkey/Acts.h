@@ -1,4 +1,4 @@
-// What a user may do next: keys, clicks, menus, windows, shows, waiting, and the other process.
+// What a user may do next: keys, clicks, menus, windows, shows, waiting, and the other program.
 #pragma once
 
 #include "Inventory.h"
@@ -39,7 +39,8 @@ private:
     void OpenWindow();
     void CloseWindow();
     void RunShow();
-    void OtherProcess();
+    void OtherProgram();
+    void ChangeOneOf(const std::vector<fs::path>& files);
     void UsePicture();
     void Wait();
     void Quit();

@@ -6,14 +6,8 @@
 
 #include "platform/FolderTreeview.h"
 #include "platform/webpane/PageBrowser.h"
-#include "slides/frmSlideShow.h"
 
-#include <QCheckBox>
 #include <QComboBox>
-#include <QListWidget>
-
-#include <deque>
-#include <filesystem>
 
 namespace tarn::testing {
 namespace {
@@ -23,9 +17,7 @@ namespace fs = std::filesystem;
 struct DayDesk : FilesDesk {
     TestFolder copies;
     TestFolder paper;
-    std::deque<Qt::Key> keys; // of the show
-    std::vector<std::string> seen;
-    std::string night = folder.Path() + "/\xC3\x89vening one";
+    std::string night = At("\xC3\x89vening one");
 
     DayDesk() : FilesDesk(std::vector<std::string>{}) {
         fs::create_directory(night);
@@ -37,39 +29,13 @@ struct DayDesk : FilesDesk {
         Add("sky.fits", NightSky(90, 60, {{"OBJECT", "'M 31'"}}));
         EXPECT_TRUE(MakeClip(night + "/clip.avi", 12, "-c:v mjpeg -q:v 2 -pix_fmt yuvj422p"));
         settings->Write("copy_folder", copies.Path());
-        events.onPump = [this] { InShow(); };
     }
     void Add(const std::string& name, const std::string& bytes) const {
         folder.Write("\xC3\x89vening one/" + name, bytes);
     }
-    void InShow() {
-        if (!house.slides.Window() || !s.Slideloop) return;
-        seen.push_back(s.SlideNameOnly);
-        if (keys.empty()) return house.slides.SlideDone();
-        QTest::keyClick(house.slides.Window(), keys.front());
-        keys.pop_front();
-    }
-    void Show(QPushButton* button, std::deque<Qt::Key> pressed) {
-        seen.clear();
-        keys = std::move(pressed);
-        button->click();
-        EXPECT_EQ(house.slides.Window(), nullptr);
-        EXPECT_TRUE(house.window.isVisible());
-    }
     void GoTo(const char* name) {
         house.navigation.ClearMultiselect();
         FilesDesk::GoTo(name);
-    }
-    template <class Widget> Widget* In(const char* window, const char* name) const {
-        auto* form = house.window.findChild<QWidget*>(QString::fromLatin1(window));
-        for (QWidget* each : QApplication::topLevelWidgets())
-            if (each->objectName() == QString::fromLatin1(window)) form = each;
-        return form ? form->findChild<Widget*>(QString::fromLatin1(name)) : nullptr;
-    }
-    void Press(const char* window, const char* button) const {
-        auto* found = In<QPushButton>(window, button);
-        ASSERT_TRUE(found && found->isEnabled()) << button;
-        found->click();
     }
     std::string Shown() const { return Quarters(c.Picture1->Picture()); }
     std::string Bytes(const std::string& name) const { return BytesOf(night + "/" + name); }
@@ -119,12 +85,12 @@ void DayDesk::WriteNotes() {
 // Show, 4-up, compare.
 void DayDesk::RunShows() {
     GoTo("M31 a.jpg");
-    Show(c.SlideButton, {Qt::Key_R, Qt::Key_N, Qt::Key_Escape});
+    RunShow(c.SlideButton, {Qt::Key_R, Qt::Key_N, Qt::Key_Escape});
     EXPECT_EQ(s.FileNameOnly, "M31 b.jpg");
     EXPECT_EQ(s.NoteText, "");
-    Show(c.Slides4Button, {Qt::Key_Down, Qt::Key_Escape});
+    RunShow(c.Slides4Button, {Qt::Key_Down, Qt::Key_Escape});
     EXPECT_EQ(s.FileNameOnly, "M42.JPG");
-    Show(c.SlidesC2Button, {Qt::Key_Down, Qt::Key_Escape});
+    RunShow(c.SlidesC2Button, {Qt::Key_Down, Qt::Key_Escape});
     EXPECT_FALSE(s.SlideViewing);
 }
 
@@ -151,20 +117,17 @@ void DayDesk::WorkOnFiles() {
 void DayDesk::MakePages() {
     c.GenerateThumbButton->trigger();
     EXPECT_TRUE(fs::exists(night + "/thumbnails/T120_Orion.JPG")) << Said();
-    dialogs.answers = {paper.Path() + "/sheet.pdf"};
-    c.PrintCButton->trigger();
+    Answer({paper.Path() + "/sheet.pdf"}, c.PrintCButton);
     EXPECT_TRUE(BytesOf(paper.Path() + "/sheet.pdf").starts_with("%PDF")) << Said();
     EXPECT_EQ(s.FileNameOnly, "Orion.JPG");
     c.CreateAppendHtmlFile->trigger();
-    dialogs.answers = {night + "/page.html"};
-    Press("frmHtmlLayout", "CreateButton_1");
+    Press("frmHtmlLayout", "CreateButton_1", {night + "/page.html"});
     Press("frmHtmlLayout", "CommandOk");
     Press("frmHtmlLayout", "HtmlAddButton");
     Press("frmHtmlLayout", "HtmlCloseButton");
     Press("frmHtmlLayout", "QuitButton");
     EXPECT_NE(Bytes("page.html").find("Orion.JPG"), std::string::npos);
-    dialogs.answers = {night + "/index.html"};
-    c.HtmlThumbButton->trigger();
+    Answer({night + "/index.html"}, c.HtmlThumbButton);
     Press("frmHtmlThumb", "HtmlThumbnailButton");
     EXPECT_NE(Bytes("index.html").find("T120_Orion.JPG"), std::string::npos) << Said();
     Press("frmHtmlThumb", "QuitButton");

@@ -1,15 +1,8 @@
 #include "Inventory.h"
 
-#include "support/Trees.h"
-
 #include "thumbnails/ThumbNames.h"
 
-#include <filesystem>
-#include <sys/stat.h>
-
 namespace tarn::testing {
-
-namespace fs = std::filesystem;
 
 namespace {
 
@@ -45,31 +38,24 @@ bool IsRedated(const std::string& before, const std::string& now) {
 
 } // namespace
 
-std::size_t Inventory::ContentOf(const std::string& path, Stamp& stamp) const {
-    constexpr std::int64_t kNano = 1000000000;
-    struct stat found {};
-    if (::stat(path.c_str(), &found) != 0) return 0;
-    stamp.size = std::uintmax_t(found.st_size);
-    stamp.changed = std::int64_t(found.st_ctim.tv_sec) * kNano + found.st_ctim.tv_nsec;
+Inventory::Known Inventory::LookAt(const std::string& path) const {
+    const std::string stamp = StampOf(path);
     const auto known = m_files.find(path);
-    if (known != m_files.end() && known->second.size == stamp.size &&
-        known->second.changed == stamp.changed)
-        return stamp.content = known->second.content;
-    return stamp.content = std::hash<std::string>()(BytesOf(path));
+    if (known != m_files.end() && known->second.stamp == stamp) return known->second;
+    return {stamp, std::hash<std::string>()(BytesOf(path))};
 }
 
 void Inventory::Look() {
-    std::map<std::string, Stamp> now;
+    std::map<std::string, Known> now;
     for (const std::string& top :
-         {m.Folder("pictures"), m.Folder("copies"), m.Folder("notes"), World::Wastebasket()}) {
+         {m.Folder("pictures"), m.Folder("copies"), m.Folder("notes"), Wastebasket() + "/files"}) {
         std::error_code none;
         for (const auto& entry : fs::recursive_directory_iterator(top, none)) {
             if (!entry.is_regular_file(none)) continue;
             const std::string path = entry.path().string();
-            Stamp stamp{};
-            const std::size_t content = ContentOf(path, stamp);
-            now[path] = stamp;
+            now[path] = LookAt(path);
             if (IsMadeAnew(entry.path())) continue;
+            const std::size_t content = now[path].content;
             if (m_contents.insert_or_assign(content, path).second) m_bytes[content] = BytesOf(path);
         }
     }
@@ -84,7 +70,7 @@ bool Inventory::MayChange(const std::string& path, std::size_t before) const {
 std::string Inventory::Check() {
     Look();
     std::set<std::size_t> present;
-    for (const auto& [path, stamp] : m_files) present.insert(stamp.content);
+    for (const auto& [path, known] : m_files) present.insert(known.content);
     std::string vanished;
     for (auto each = m_contents.begin(); each != m_contents.end();) {
         const auto& [content, path] = *each;
@@ -108,18 +94,17 @@ void Inventory::Taken(const std::string& path) {
 }
 
 void Inventory::Seen(const std::string& notePath) {
-    Stamp stamp{};
-    const std::size_t content = ContentOf(notePath, stamp);
-    if (stamp.size <= kReadOfNote) m_seen.insert(content);
+    std::error_code none;
+    if (fs::file_size(notePath, none) <= kReadOfNote) m_seen.insert(LookAt(notePath).content);
 }
 
 void Inventory::EmptyWastebasket() {
     constexpr std::size_t kMany = 300;
     std::size_t count = 0;
-    for (const auto& [path, stamp] : m_files)
-        if (path.starts_with(World::Wastebasket())) ++count;
+    for (const auto& [path, known] : m_files)
+        if (path.starts_with(Wastebasket())) ++count;
     if (count < kMany) return;
-    fs::remove_all(fs::path(World::Wastebasket()).parent_path());
+    fs::remove_all(Wastebasket());
     m_contents.clear();
     m_bytes.clear();
     Look();

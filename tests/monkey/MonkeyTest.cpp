@@ -1,18 +1,13 @@
 // A user who does anything at all: thousands of acts by chance in the whole program, with another
-// process in the same folders, and after each act a look at whether everything shown is of one
+// program in the same folders, and after each act a look at whether everything shown is of one
 // file, nothing has vanished, and the window answers. `--seed N --acts N` replays a run, `--go-on`
 // collects what is found, `--log FILE` writes the acts.
 #include "Acts.h"
 
 #include <algorithm>
-#include <atomic>
-#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <execinfo.h>
-#include <filesystem>
-#include <pthread.h>
-#include <thread>
 #include <unistd.h>
 
 namespace tarn::testing {
@@ -24,52 +19,16 @@ std::string Option(const char* name, const char* otherwise) {
     return at < 0 ? otherwise : words.value(at + 1).toStdString();
 }
 
-// Ends the run with the stack of the thread that does not come back.
-class Watchdog {
-public:
-    Watchdog() {
-        std::signal(SIGUSR2, [](int) {
-            constexpr int kDepth = 80;
-            void* frames[kDepth];
-            ::backtrace_symbols_fd(frames, ::backtrace(frames, kDepth), STDERR_FILENO);
-            std::abort();
-        });
-    }
-    ~Watchdog() {
-        m_ends = true;
-        m_thread.join();
-    }
-    void Begin(int act) {
-        m_act = act;
-        m_left = kSeconds * kRounds;
-        m_workedBefore = Worked();
-    }
-
-private:
-    static constexpr int kSeconds = 120; // at all
-    static constexpr int kWorked = 20;   // of work: other programs may have the machine
-    static constexpr int kRounds = 10;   // in a second
-    static int Worked() {
-        timespec time{};
-        ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-        return static_cast<int>(time.tv_sec);
-    }
-    void Watch() {
-        while (!m_ends) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(1000 / kRounds));
-            if (--m_left > 0 && Worked() - m_workedBefore < kWorked) continue;
-            std::fprintf(stderr, "act %d does not end\n", m_act.load());
-            ::pthread_kill(m_watched, SIGUSR2);
-            return;
-        }
-    }
-    pthread_t m_watched = ::pthread_self();
-    std::atomic<bool> m_ends = false;
-    std::atomic<int> m_act = 0;
-    std::atomic<int> m_left = kSeconds * kRounds;
-    std::atomic<int> m_workedBefore = Worked();
-    std::thread m_thread{[this] { Watch(); }};
-};
+// Ends the run with the stack of an act that does not come back.
+void Watch(int seconds) {
+    std::signal(SIGALRM, [](int) {
+        constexpr int kDepth = 80;
+        void* frames[kDepth];
+        ::backtrace_symbols_fd(frames, ::backtrace(frames, kDepth), STDERR_FILENO);
+        std::abort();
+    });
+    ::alarm(static_cast<unsigned>(seconds));
+}
 
 struct MonkeyRun {
     std::uint64_t seed = std::stoull(Option("--seed", "1"));
@@ -81,7 +40,6 @@ struct MonkeyRun {
     Inventory inventory{world};
     OneFile oneFile{world};
     Acts acts{world, dice, inventory, oneFile, seed};
-    Watchdog watchdog;
     std::string before; // what the last look found: told once
     std::vector<std::string> latest;
     int findings = 0;
@@ -123,7 +81,8 @@ struct MonkeyRun {
     }
     // False at the first finding, unless it goes on.
     bool One(int number) {
-        watchdog.Begin(number);
+        constexpr int kSeconds = 120; // other programs may have the machine
+        Watch(kSeconds);
         acts.onSaid = [&, number](const std::string& what) { Log(number, what); };
         acts.Do(number);
         if (world.house().state.Closing) world.Restart();

@@ -1,7 +1,5 @@
 #include "OneFile.h"
 
-#include "support/Trees.h"
-
 #include "common/codepage.h"
 #include "common/paths.h"
 #include "notes/NoteNames.h"
@@ -9,25 +7,14 @@
 #include "platform/QtText.h"
 
 #include <QImageReader>
-#include <QLabel>
-#include <QPlainTextEdit>
-#include <QStatusBar>
 
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <sys/stat.h>
 
 namespace tarn::testing {
 
 namespace {
-
-std::string StampOf(const std::string& path) {
-    struct stat found {};
-    if (::stat(path.c_str(), &found) != 0) return {};
-    return std::to_string(found.st_size) + "/" + std::to_string(found.st_ctim.tv_sec) + "/" +
-           std::to_string(found.st_ctim.tv_nsec);
-}
 
 std::string Differ(const char* what, const std::string& is, const std::string& expected) {
     return std::string(what) + " is '" + is + "' instead of '" + expected + "'; ";

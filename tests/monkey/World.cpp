@@ -4,84 +4,9 @@
 #include "video/ClipFiles.h"
 
 #include <algorithm>
-#include <filesystem>
+#include <sys/stat.h>
 
 namespace tarn::testing {
-
-namespace fs = std::filesystem;
-
-namespace {
-
-const std::vector<std::string> kNames{"new", "M 31.jpg", "\xC3\xA9toile", "B.JPG",
-                                      "",    "IMG_0003", "a/b",           "CON"};
-
-} // namespace
-
-int RandomDialogs::Choose(Icon, const std::string&, const std::string&,
-                          const std::vector<std::string>& buttons) {
-    const int choice = m_dice.Below(static_cast<int>(buttons.size()));
-    if (buttons[std::size_t(choice)] == "Delete for good") deletedForGood = true;
-    return choice;
-}
-
-std::string RandomDialogs::AskText(const std::string&, const std::string&, const std::string&) {
-    return m_dice.Of(kNames);
-}
-
-std::string RandomDialogs::OpenFile(const std::string&, const std::string& folder,
-                                    const std::string& filter) {
-    if (m_dice.OneIn(4)) return {};
-    if (filter.find("htm") != std::string::npos)
-        return folder + "/made-" + std::to_string(m_dice.Below(3)) + ".html";
-    std::vector<std::string> all;
-    for (const auto& entry : fs::recursive_directory_iterator(m_root))
-        if (entry.is_regular_file()) all.push_back(entry.path().string());
-    std::sort(all.begin(), all.end());
-    return m_dice.Of(all);
-}
-
-std::string RandomDialogs::ChooseFolder(const std::string&, const std::string&) {
-    const char* const folders[] = {"",         "pictures", "pictures/\xC3\x89vening one",
-                                   "copies",   "notes",    "pictures/UPPER",
-                                   "not there"};
-    const std::string folder = m_dice.Of(folders);
-    return folder.empty() ? folder : m_root + "/" + folder;
-}
-
-std::string RandomDialogs::SaveFile(const std::string& title, const std::string& path,
-                                    const std::string& filter) {
-    const auto dot = path.rfind('.');
-    return ChooseTarget(title, path.substr(0, path.rfind('/') + 1), filter,
-                        dot == std::string::npos ? "bin" : path.substr(dot + 1));
-}
-
-std::string RandomDialogs::ChooseTarget(const std::string&, const std::string& start,
-                                        const std::string&, const std::string& ending) {
-    if (m_dice.OneIn(4)) return {};
-    const std::string folder = fs::is_directory(start) ? start : start.substr(0, start.rfind('/'));
-    return folder + "/made-" + std::to_string(m_dice.Below(3)) + "." + ending;
-}
-
-std::optional<int> RandomDialogs::ChooseColor(const std::string&, int) {
-    constexpr int kColors = 0x1000000;
-    if (m_dice.OneIn(3)) return {};
-    return m_dice.Below(kColors);
-}
-
-bool RandomDialogs::ChooseFont(const std::string&, std::string& name, int& size) {
-    name = m_dice.OneIn(2) ? "DejaVu Sans" : "No such face";
-    size = 6 + m_dice.Below(20);
-    return !m_dice.OneIn(3);
-}
-
-bool RandomDialogs::ChoosePrinter(PrintQuestion& question) {
-    question.choice.toFile = m_dice.OneIn(2);
-    question.choice.pdf = m_root + "/paper/made-" + std::to_string(m_dice.Below(2)) + ".pdf";
-    if (!question.choice.toFile) question.choice.printer = "a printer";
-    question.from = question.least;
-    question.to = m_dice.OneIn(2) ? question.most : question.least;
-    return !m_dice.OneIn(3);
-}
 
 World::World(Dice& dice) : dialogs(dice, root.Path()) {
     for (const char* name : {"pictures", "pictures/\xC3\x89vening one", "pictures/UPPER",
@@ -106,10 +31,6 @@ bool World::IsOurs(const std::string& path) const {
     return path.starts_with(root.Path() + "/") || path.starts_with(std::getenv("HOME"));
 }
 
-std::string World::Wastebasket() {
-    return std::string(std::getenv("XDG_DATA_HOME")) + "/Trash/files";
-}
-
 std::vector<std::string> World::PictureFolders() const {
     return {Folder("pictures"), Folder("pictures/\xC3\x89vening one"), Folder("pictures/UPPER"),
             Folder("pictures/empty"), Folder("copies")};
@@ -130,6 +51,13 @@ void World::Restart() {
     Start(Folder("pictures"));
 }
 
+std::string StampOf(const std::string& path) {
+    struct stat found {};
+    if (::stat(path.c_str(), &found) != 0) return {};
+    return std::to_string(found.st_size) + "/" + std::to_string(found.st_ctim.tv_sec) + "/" +
+           std::to_string(found.st_ctim.tv_nsec);
+}
+
 QImage Plain(int number) {
     constexpr int kHues = 12;
     QImage picture(60 + number, 40, QImage::Format_RGB32);
@@ -147,9 +75,7 @@ void World::Fill() const {
         add("pictures/" + name, bytes);
     };
     const auto plain = [&] { return JpegBytes(Plain(number++)); };
-    const auto behind = [&](const std::string& head) {
-        return head.substr(0, head.size() - 2) + plain().substr(2);
-    };
+    const auto behind = [&](const std::string& head) { return Behind(head, Plain(number++)); };
     const auto turned = [&](unsigned orientation) {
         return Photo(ExifBuilder(Endian::Little).Short(0x112, orientation), Plain(number++));
     };

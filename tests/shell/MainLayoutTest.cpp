@@ -10,28 +10,6 @@
 namespace tarn {
 namespace {
 
-const LayoutMeasures kMeasures{300, 26, 80, 400, 200, 24};
-
-TEST(MainLayout, FramesAndLineStandAtTheBottom) {
-    const MainLayout l = LayOut(QSize(1200, 800), kMeasures);
-    EXPECT_EQ(l.message, QRect(5, 800 - 24 - 2, 1190, 24));
-    EXPECT_EQ(l.notes.top(), l.message.top() - 200 + 3);
-    EXPECT_EQ(l.exif.top(), l.notes.top());
-    EXPECT_EQ(l.exif.width(), 1200 - 400 - 8);
-    EXPECT_EQ(l.picture.bottom() + 1, l.exif.top() - 5);
-    EXPECT_EQ(l.splitter.bottom() + 1, l.notes.top());
-}
-
-TEST(MainLayout, GrowthGoesToPictureAndList) {
-    const MainLayout small = LayOut(QSize(1000, 700), kMeasures);
-    const MainLayout large = LayOut(QSize(1300, 1000), kMeasures);
-    EXPECT_EQ(large.picture.size() - small.picture.size(), QSize(300, 300));
-    EXPECT_EQ(large.splitter.size() - small.splitter.size(), QSize(0, 300));
-    EXPECT_EQ(large.notes.size(), small.notes.size());
-    EXPECT_FALSE(large.picture.intersects(large.splitter));
-    EXPECT_FALSE(large.picture.intersects(large.tools));
-}
-
 TEST(MainLayout, TheSplitterStopsAtWholeRows) {
     EXPECT_EQ(SnapSplitter(224), 224);
     EXPECT_EQ(SnapSplitter(335), 224);

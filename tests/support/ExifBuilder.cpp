@@ -148,24 +148,15 @@ std::string CanonNote::Bytes(std::uint32_t offset) const {
         for (const unsigned word : words) writer.Word(word);
         return writer.Bytes();
     };
-    return ByteWriter(Endian::Little)
-        .Word(3)
-        .Word(1)
-        .Word(3)
-        .Long(kWords)
-        .Long(settingsOffset)
-        .Word(2)
-        .Word(3)
-        .Long(kWords)
-        .Long(settingsOffset + kWords * 2)
-        .Word(6)
-        .Word(2)
-        .Long(0)
-        .Long(0)
-        .Long(0)
-        .Raw(array(settings))
-        .Raw(array(shot))
-        .Bytes();
+    ByteWriter note(Endian::Little);
+    const auto entry = [&note](unsigned tag, unsigned type, unsigned count, std::uint32_t data) {
+        note.Word(tag).Word(type).Long(count).Long(data);
+    };
+    note.Word(3);
+    entry(1, 3, kWords, settingsOffset);
+    entry(2, 3, kWords, settingsOffset + kWords * 2);
+    entry(6, 2, 0, 0);
+    return note.Long(0).Raw(array(settings)).Raw(array(shot)).Bytes();
 }
 
 NikonNote& NikonNote::Text(unsigned tag, std::string_view text) {
@@ -224,20 +215,12 @@ std::string NikonPicture() {
     note.Value(2, 200).Text(4, "FINE   ").Text(5, "AUTO        ").Text(6, "AUTO  ");
     note.Text(7, "AF-S  ").Text(8, "NORMAL      ").Text(129, "AUTO    ");
     note.Rationals(132, {180, 10, 700, 10, 35, 10, 45, 10});
-    return ExifBuilder(Endian::Big)
-        .Ascii(271, "NIKON CORPORATION")
-        .Ascii(272, "NIKON D70")
-        .ExifDirectory()
-        .Rational(33434, 10, 2500)
-        .Rational(33437, 80, 10)
-        .Short(34850, 3)
-        .Ascii(36867, "2005:07:04 21:02:11")
-        .SignedRational(37380, 2, 6)
-        .Short(37383, 5)
-        .Short(37385, 0)
-        .Rational(37386, 700, 10)
-        .MakerNote(note.Bytes())
-        .Jpeg();
+    ExifBuilder exif(Endian::Big);
+    exif.Ascii(271, "NIKON CORPORATION").Ascii(272, "NIKON D70").ExifDirectory();
+    exif.Rational(33434, 10, 2500).Rational(33437, 80, 10).Short(34850, 3);
+    exif.Ascii(36867, "2005:07:04 21:02:11").SignedRational(37380, 2, 6);
+    exif.Short(37383, 5).Short(37385, 0).Rational(37386, 700, 10);
+    return exif.MakerNote(note.Bytes()).Jpeg();
 }
 
 } // namespace tarn::testing

@@ -18,6 +18,13 @@ public:
     // call fail with it.
     Hook onChange;
 
+    // From now on these changes fail, of whatever file whose path has the part.
+    void Refuse(const std::string& verb, const std::string& error, const std::string& part = {}) {
+        onChange = [=](const std::string& asked, const std::string& path) {
+            return asked == verb && path.find(part) != std::string::npos ? error : std::string();
+        };
+    }
+
     // The same before every question; one that fails is answered as the system's refusal is.
     Hook onAsk;
 

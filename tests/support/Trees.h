@@ -32,9 +32,12 @@ inline std::string BytesOf(const std::string& path) {
     return bytes.str();
 }
 
-// A file of the wastebasket that all tests of one run share.
+// The wastebasket that all tests of one run share, and a file in it.
+inline std::string Wastebasket() {
+    return std::string(std::getenv("XDG_DATA_HOME")) + "/Trash";
+}
 inline std::string Trashed(const std::string& name) {
-    return BytesOf(std::string(std::getenv("XDG_DATA_HOME")) + "/Trash/files/" + name);
+    return BytesOf(Wastebasket() + "/files/" + name);
 }
 
 inline void Fill(const TestFolder& folder, const Tree& tree) {
