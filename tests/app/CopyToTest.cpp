@@ -75,8 +75,12 @@ TEST(CopyTo, MoveTakesThePictureAlongAndComesBack) {
     EXPECT_TRUE(d.Target().empty());
     d.c.CopyAutoButton->trigger();
     d.GoTo("b.jpg");
+    d.c.NotesBox->setPlainText(QStringLiteral("not saved"));
     d.c.MoveToButton->click();
     EXPECT_EQ(d.Current(), "c.jpg"); // slid into the row
+    EXPECT_EQ(d.Said(), "Moved 'b.jpg'; Unsaved note of 'b.jpg' is in the restore buffer");
+    EXPECT_EQ(d.Notes().at("b.enf"), "of b"); // only the user saves
+    EXPECT_EQ(d.s.NotesSave, "not saved");
 }
 
 TEST(CopyTo, TheFolderIsChosenOnce) {

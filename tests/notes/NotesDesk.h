@@ -13,8 +13,6 @@ namespace tarn::testing {
 
 struct NotesDesk : AppDesk {
     TestFolder notes;
-    MainControls& c = house.controls;
-    ProgramState& s = house.state;
 
     explicit NotesDesk(const std::vector<std::string>& pictures = {"a.jpg", "b.jpg", "c.jpg"}) {
         for (const std::string& name : pictures) AddPicture(name);
@@ -33,9 +31,6 @@ struct NotesDesk : AppDesk {
     }
     std::string Caption() const { return c.NotesFrame->text().toStdString(); }
     std::string Message() const { return c.FileDateText->text().toStdString(); }
-    std::string Error() const {
-        return c.Label_error->isHidden() ? std::string() : c.Label_error->text().toStdString();
-    }
     void Fail(const std::string& verb, const std::string& why) {
         files.onChange = [this, verb, why](const std::string& asked, const std::string& path) {
             return asked == verb && path.starts_with(notes.Path()) ? why : std::string();
