@@ -29,14 +29,13 @@ long long DiskFacts::FileBytes(const std::string& path) const {
     return code ? 0 : static_cast<long long>(bytes);
 }
 
-const PictureInfo& DiskFacts::Read(const std::string& path, bool panel) {
-    if (path == m_read && (m_hasPanel || !panel)) return m_info;
-    m_hasPanel = panel;
+const PictureInfo& DiskFacts::Read(const std::string& path) {
+    if (path == m_read) return m_info;
     m_read = path;
     m_info = {};
     BeginPicture(m_info, path);
     const PictureFile file(path);
-    if (panel) m_info.FileDate = FormatFileDate(file.Facts());
+    m_info.FileDate = FormatFileDate(file.Facts());
     const PictureHeader header = PictureLoader::ReadHeader(file.Number());
     m_info.ImageWidth = header.size.width();
     m_info.ImageHeight = header.size.height();
@@ -48,13 +47,13 @@ const PictureInfo& DiskFacts::Read(const std::string& path, bool panel) {
         m_reader.ReadPictureInfo(m_info, file);
     }
     if (m_info.ExpOrientation != 0 && header.upright) m_info.ExpOrientation = 1;
-    if (panel && header.fits)
+    if (header.fits)
         for (std::string& line : FitsLinesOf(path)) m_info.PanelRows.push_back(std::move(line));
     return m_info;
 }
 
 std::pair<int, int> DiskFacts::UprightSize(const std::string& path) {
-    const PictureInfo& info = Read(path, false);
+    const PictureInfo& info = Read(path);
     const int orientation = info.ExpOrientation;
     const bool sideways =
         orientation >= kFirstSidewaysOrientation && orientation <= kLastSidewaysOrientation;
@@ -63,7 +62,7 @@ std::pair<int, int> DiskFacts::UprightSize(const std::string& path) {
 }
 
 std::vector<std::string> DiskFacts::PanelRows(const std::string& path) {
-    return Read(path, true).PanelRows;
+    return Read(path).PanelRows;
 }
 
 GallerySources SourcesOf(DiskFacts& facts,

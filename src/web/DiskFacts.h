@@ -33,13 +33,12 @@ public:
     long long FileBytes(const std::string& path) const; // 0 when it cannot be asked
 
 private:
-    const PictureInfo& Read(const std::string& path, bool panel);
+    const PictureInfo& Read(const std::string& path);
 
     const Files& m_files;
     PictureInfoReader m_reader;
     PictureInfo m_info;
     std::string m_read; // the file that m_info is of
-    bool m_hasPanel = false;
     std::set<std::string> m_unread;
 };
 

@@ -15,6 +15,8 @@ namespace tarn {
 
 namespace {
 
+constexpr int kStretch = 32; // pictures
+
 GalleryRunFacts RunFactsOf(const GalleryPlan& plan) {
     GalleryRunFacts run;
     run.frames = plan.frames;
@@ -103,6 +105,7 @@ bool GalleryRun::Fail(const std::string& name, const std::string& error) {
         m_fault = {"Write html thumbnail file error",
                    ErrorBoxText("Error writting to html thumbnail file", path, error)};
     m_staged.reset();
+    if (m_coming.valid()) m_coming.wait(); // whoever asks the sources next is alone with them
     return false;
 }
 
@@ -122,24 +125,44 @@ bool GalleryRun::StageScript() {
     return m_scriptStaged;
 }
 
-GalleryPicture GalleryRun::FactsOf(const GalleryItem& item) {
+GalleryPicture GalleryRun::FactsOf(const GalleryItem& item) const {
     const std::string path = JoinPath(m_plan.pictureFolder, item.picture);
     GalleryPicture picture;
     picture.name = ToPageBytes(item.picture);
     picture.thumbnail = ToPageBytes(item.thumbnail);
     if (MakesPages()) std::tie(picture.width, picture.height) = m_sources.uprightSize(path);
     picture.fileBytes = m_sources.fileBytes(path);
-    picture.note = m_sources.noteBytes(path).substr(0, kNoteBytes);
-    if (!MakesPages()) return picture;
-    if (m_settings.HtmlThumbData != 0)
+    if (MakesPages() && m_settings.HtmlThumbData != 0)
         for (const std::string& row : m_sources.panelRows(path))
             picture.panel.push_back(ToPageBytes(row));
     return picture;
 }
 
+std::vector<GalleryPicture> GalleryRun::ReadFrom(int first) const {
+    std::vector<GalleryPicture> read;
+    for (int i = first; i < std::min(first + kStretch, m_run.count); ++i)
+        read.push_back(FactsOf(m_plan.items[std::size_t(i)]));
+    return read;
+}
+
+// Pages of one stretch of pictures are written while the next is read.
+GalleryPicture GalleryRun::Next() {
+    const int place = m_done % kStretch;
+    if (place == 0) {
+        m_read = m_coming.valid() ? m_coming.get() : ReadFrom(0);
+        const int then = m_done + kStretch;
+        if (then < m_run.count)
+            m_coming = std::async(std::launch::async, [this, then] { return ReadFrom(then); });
+    }
+    return std::move(m_read[std::size_t(place)]);
+}
+
 bool GalleryRun::Step() {
     if (m_fault || m_done == m_run.count) return false;
-    const GalleryPicture picture = FactsOf(m_plan.items[std::size_t(m_done)]);
+    GalleryPicture picture = Next();
+    const GalleryItem& item = m_plan.items[std::size_t(m_done)];
+    picture.note =
+        m_sources.noteBytes(JoinPath(m_plan.pictureFolder, item.picture)).substr(0, kNoteBytes);
     ++m_done;
     m_index += m_cells.Next(picture);
     if (!MakesPages()) return true;

@@ -6,6 +6,7 @@
 #include "web/Gallery.h"
 
 #include <functional>
+#include <future>
 #include <optional>
 #include <string>
 #include <utility>
@@ -32,7 +33,8 @@ struct GalleryPlan {
     std::string script;             // path of the program's wheelzoom.js, read where it is needed
 };
 
-// Where the facts of a picture come from; each is asked once a picture, by its path.
+// Where the facts of a picture come from; each is asked once a picture, by its path. All but the
+// note are asked ahead, on a thread of the run's own.
 struct GallerySources {
     std::function<std::pair<int, int>(const std::string&)> uprightSize; // 0 x 0: not readable
     std::function<long long(const std::string&)> fileBytes;
@@ -80,7 +82,9 @@ private:
     bool StagePages();
     bool Fail(const std::string& name, const std::string& error);
     bool MakesPages() const { return m_settings.NoLinkCheck == 0; }
-    GalleryPicture FactsOf(const GalleryItem& item);
+    GalleryPicture FactsOf(const GalleryItem& item) const;
+    std::vector<GalleryPicture> ReadFrom(int first) const;
+    GalleryPicture Next();
     std::vector<std::string> OldPages() const;
     bool CallsScript(const std::vector<std::string>& going) const;
     Thrown TakeOldAway();
@@ -98,6 +102,8 @@ private:
     int m_done = 0;
     bool m_scriptStaged = false;
     std::optional<GalleryFault> m_fault;
+    std::vector<GalleryPicture> m_read;                // those of the present stretch
+    std::future<std::vector<GalleryPicture>> m_coming; // last: it reads of the others
 };
 
 } // namespace tarn
