@@ -26,7 +26,8 @@ std::string ProgramFolder() {
     return program.substr(0, program.rfind('/') + 1);
 }
 
-// Beside the program, as in the build tree, then where it is installed.
+// Beside the program, as in the build tree, then where it is installed. Lazily, as most of what the
+// libraries bring is never called.
 void* LoadDecoders() {
     for (const char* place :
          {"libtarn-decoders.so", "../lib/tarn-view/plugins/libtarn-decoders.so"})

@@ -18,7 +18,7 @@ struct FileFacts {
 
 FileFacts ReadFileFacts(const std::string& path);
 
-// Opened once for all who read of it.
+// An open file, for all who read its head.
 class PictureFile {
 public:
     explicit PictureFile(const std::string& path);

@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <ctime>
 #include <filesystem>
 #include <unordered_set>
 #include <utility>
@@ -18,10 +19,11 @@ namespace tarn {
 
 namespace {
 
-constexpr std::string_view kHidden = ".tarn-XXXXXX";
+constexpr std::string_view kHidden = ".tarn-staging-"; // six letters follow
+constexpr std::time_t kLeft = 3600;                    // seconds without a change
 
-int OpenFolder(const std::string& path) {
-    return ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+int OpenFolder(const std::string& path, int how = 0) {
+    return ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | how);
 }
 
 // False where another run holds it.
@@ -29,23 +31,26 @@ bool Lock(const Handle& folder) {
     return folder && ::flock(folder.Number(), LOCK_EX | LOCK_NB) == 0;
 }
 
-bool IsHidden(std::string_view name) {
-    return name.size() == kHidden.size() && name.starts_with(kHidden.substr(0, 6));
+// Whether a run that was killed has left this folder. Other machines' locks may not be seen here.
+bool IsLeft(const Handle& folder) {
+    struct stat info {};
+    return Lock(folder) && ::fstat(folder.Number(), &info) == 0 && info.st_uid == ::geteuid() &&
+           info.st_mtime + kLeft < std::time(nullptr);
 }
 
-// What runs that were killed have left may be what stood in the folder before: it is thrown away,
-// not deleted.
+// It may hold what stood in the folder before: it is thrown away, not deleted.
 void ThrowLeftAway(const std::string& folder) {
     std::vector<std::string> left;
     std::error_code code;
     for (std::filesystem::directory_iterator at(folder, code), end; !code && at != end;
          at.increment(code))
-        if (IsHidden(at->path().filename().string())) left.push_back(at->path().string());
+        if (at->path().filename().string().starts_with(kHidden))
+            left.push_back(at->path().string());
     for (const std::string& path : left) {
-        const Handle held(OpenFolder(path));
+        const Handle held(OpenFolder(path, O_NOFOLLOW));
         std::string where;
         std::string error;
-        if (Lock(held) && ::rmdir(path.c_str()) != 0) ThrowAway(path, &where, &error);
+        if (IsLeft(held) && ::rmdir(path.c_str()) != 0) ThrowAway(path, &where, &error);
     }
 }
 
@@ -62,11 +67,15 @@ public:
     }
 
     bool Write(const std::string& name, std::string_view bytes, std::string* error) override {
-        const Handle file(::openat(m_open.Number(), name.c_str(),
-                                   O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
-        if (!file) return Fail(error);
+        const int file =
+            ::openat(m_open.Number(), name.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+        if (file < 0) return Fail(error);
         if (m_known.insert(name).second) m_names.push_back(name);
-        return WriteAll(file.Number(), bytes) || Fail(error);
+        const bool written = WriteAll(file, bytes);
+        const int why = errno;
+        // Disks that are far away tell of their fullness late.
+        if (::close(file) != 0) return Fail(error, written ? errno : why);
+        return written || Fail(error, why);
     }
 
     bool Place(std::string* error, std::string* failed) override {
@@ -78,7 +87,9 @@ public:
             const int why = PlaceOne(name, folder.Number(), placed);
             if (why == 0) continue;
             *failed = name;
-            for (auto done = placed.rbegin(); done != placed.rend(); ++done) TakeBack(*done);
+            for (auto done = placed.rbegin(); done != placed.rend(); ++done)
+                if (!TakeBack(*done) && done->exchanged)
+                    std::erase(m_names, done->name); // it stays
             return Fail(error, why);
         }
         if (m_flushed) ::fsync(folder.Number());
@@ -117,7 +128,7 @@ private:
         if (stands && ::access(target.c_str(), W_OK) != 0) return errno;
         if (stands && !Flush(folder)) return errno;
         if (stands && ::chmod(hidden.c_str(), ModeFor(target)) != 0) return errno;
-        if (stands && Rename(hidden, target, RENAME_EXCHANGE)) {
+        if (stands && Exchange(name, target)) {
             placed.push_back({name, target, true});
             return 0;
         }
@@ -125,8 +136,8 @@ private:
         return ::rename(hidden.c_str(), target.c_str()) == 0 ? 0 : errno; // nothing keeps the old
     }
 
-    // What takes the place of something must outlast a power cut; pages in an empty folder have
-    // nothing to lose, and a thousand of them are not waited for.
+    // What takes the place of something must outlast a power cut; where nothing stands there is
+    // nothing to lose, and a thousand pages are not waited for.
     bool Flush(int folder) {
         m_flushed = m_flushed || ::syncfs(folder) == 0;
         return m_flushed;
@@ -135,12 +146,15 @@ private:
     // Of the file system, after a renaming that failed.
     static bool KnowsNoSuchRenaming() { return errno == EINVAL || errno == ENOSYS; }
 
-    static bool Rename(const std::string& from, const std::string& to, unsigned how) {
-        return ::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), how) == 0;
+    bool Exchange(const std::string& name, const std::string& target) const {
+        return ::renameat2(m_open.Number(), name.c_str(), AT_FDCWD, target.c_str(),
+                           RENAME_EXCHANGE) == 0;
     }
 
-    void TakeBack(const Placed& done) {
-        Rename(done.target, Hidden(done.name), done.exchanged ? RENAME_EXCHANGE : RENAME_NOREPLACE);
+    bool TakeBack(const Placed& done) const {
+        if (done.exchanged) return Exchange(done.name, done.target);
+        return ::renameat2(AT_FDCWD, done.target.c_str(), m_open.Number(), done.name.c_str(),
+                           RENAME_NOREPLACE) == 0;
     }
 
     std::string m_folder;
@@ -155,11 +169,8 @@ private:
 
 std::unique_ptr<StagedFiles> MakeStaging(const std::string& folder, std::string* error) {
     const std::string place = folder.empty() ? "." : folder;
-    // No run takes away what another has made and not yet locked.
-    const Handle turn(OpenFolder(place));
-    if (turn) ::flock(turn.Number(), LOCK_EX);
     ThrowLeftAway(place);
-    std::string hidden = JoinPath(place, std::string(kHidden));
+    std::string hidden = JoinPath(place, std::string(kHidden) + "XXXXXX");
     if (!::mkdtemp(hidden.data())) {
         Fail(error);
         return nullptr;

@@ -23,7 +23,7 @@ constexpr int kLastSidewaysOrientation = 8;
 } // namespace
 
 long long DiskFacts::FileBytes(const std::string& path) const {
-    if (path == m_read) return m_reader.File().size;
+    if (path == m_read && m_reader.FileWasRead()) return m_reader.File().size;
     std::error_code code;
     const auto bytes = std::filesystem::file_size(path, code);
     return code ? 0 : static_cast<long long>(bytes);

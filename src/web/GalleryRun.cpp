@@ -15,7 +15,7 @@ namespace tarn {
 
 namespace {
 
-constexpr int kStretch = 32; // pictures
+constexpr int kStretch = 8; // pictures; a cancel waits for one of them
 
 GalleryRunFacts RunFactsOf(const GalleryPlan& plan) {
     GalleryRunFacts run;
@@ -105,6 +105,7 @@ bool GalleryRun::Fail(const std::string& name, const std::string& error) {
         m_fault = {"Write html thumbnail file error",
                    ErrorBoxText("Error writting to html thumbnail file", path, error)};
     m_staged.reset();
+    m_ends = true;
     if (m_coming.valid()) m_coming.wait(); // whoever asks the sources next is alone with them
     return false;
 }
@@ -140,7 +141,7 @@ GalleryPicture GalleryRun::FactsOf(const GalleryItem& item) const {
 
 std::vector<GalleryPicture> GalleryRun::ReadFrom(int first) const {
     std::vector<GalleryPicture> read;
-    for (int i = first; i < std::min(first + kStretch, m_run.count); ++i)
+    for (int i = first; i < std::min(first + kStretch, m_run.count) && !m_ends; ++i)
         read.push_back(FactsOf(m_plan.items[std::size_t(i)]));
     return read;
 }
@@ -149,10 +150,9 @@ std::vector<GalleryPicture> GalleryRun::ReadFrom(int first) const {
 GalleryPicture GalleryRun::Next() {
     const int place = m_done % kStretch;
     if (place == 0) {
-        m_read = m_coming.valid() ? m_coming.get() : ReadFrom(0);
+        m_read = m_coming.valid() ? m_coming.get() : ReadFrom(m_done);
         const int then = m_done + kStretch;
-        if (then < m_run.count)
-            m_coming = std::async(std::launch::async, [this, then] { return ReadFrom(then); });
+        if (then < m_run.count) m_coming = std::async([this, then] { return ReadFrom(then); });
     }
     return std::move(m_read[std::size_t(place)]);
 }

@@ -5,6 +5,7 @@
 #include "platform/Files.h"
 #include "web/Gallery.h"
 
+#include <atomic>
 #include <functional>
 #include <future>
 #include <optional>
@@ -62,6 +63,7 @@ public:
     GalleryRun(Files& files, GalleryPlan plan, GallerySources sources);
     GalleryRun(const GalleryRun&) = delete;
     GalleryRun& operator=(const GalleryRun&) = delete;
+    ~GalleryRun() { m_ends = true; }
 
     // The next picture. False when all are done, and after a fault.
     bool Step();
@@ -103,6 +105,7 @@ private:
     bool m_scriptStaged = false;
     std::optional<GalleryFault> m_fault;
     std::vector<GalleryPicture> m_read;                // those of the present stretch
+    std::atomic<bool> m_ends = false;                  // nothing more is to be read
     std::future<std::vector<GalleryPicture>> m_coming; // last: it reads of the others
 };
 

@@ -73,14 +73,18 @@ TEST(CopyTo, MoveTakesThePictureAlongAndComesBack) {
     d.c.UndoButton->trigger();
     EXPECT_EQ(d.Pictures(), before);
     EXPECT_TRUE(d.Target().empty());
-    d.c.CopyAutoButton->trigger();
+    d.notes.Write("c.enf", "of c"); // which is passed on the way back
     d.GoTo("b.jpg");
     d.c.NotesBox->setPlainText(QStringLiteral("not saved"));
     d.c.MoveToButton->click();
-    EXPECT_EQ(d.Current(), "c.jpg"); // slid into the row
+    EXPECT_EQ(d.Current(), "a.jpg");
     EXPECT_EQ(d.Said(), "Moved 'b.jpg'; Unsaved note of 'b.jpg' is in the restore buffer");
     EXPECT_EQ(d.Notes().at("b.enf"), "of b"); // only the user saves
     EXPECT_EQ(d.s.NotesSave, "not saved");
+    d.c.CopyAutoButton->trigger();
+    d.GoTo("a.jpg");
+    d.c.MoveToButton->click();
+    EXPECT_EQ(d.Current(), "c.jpg"); // slid into the row
 }
 
 TEST(CopyTo, TheFolderIsChosenOnce) {

@@ -53,15 +53,21 @@ TEST(Files, WhatAKilledRunLeftIsThrownAwayAndWhatARunHoldsStays) {
     const auto other = d.files->Stage(d.folder.Path(), &error); // another run, at work
     ASSERT_TRUE(other && other->Write("theirs", "t", &error)) << error;
     d.folder.Write("page", "old");
-    for (const char* left : {"/.tarn-killed", "/.tarn-empty1", "/.tarn-pictures"})
-        fs::create_directory(d.folder.Path() + left);
-    d.folder.Write(".tarn-killed/page", "what stood here before");
+    const std::string left = ".tarn-staging-";
+    for (const char* name : {"killed", "empty", "fresh", "own"})
+        fs::create_directory(d.At(left + name));
+    d.folder.Write(left + "killed/page", "what stood here before");
+    fs::rename(d.At(left + "own"), d.At("own")); // a user's folder behind a link of such a name
+    fs::create_directory_symlink("own", d.At(left + "link"));
+    for (const char* name : {"killed", "empty", "link"})
+        fs::last_write_time(d.At(left + name),
+                            fs::file_time_type::clock::now() - std::chrono::hours(2));
     const auto mine = d.files->Stage(d.folder.Path(), &error);
     ASSERT_TRUE(mine && mine->Write("page", "new", &error)) << error;
-    EXPECT_FALSE(fs::exists(d.At(".tarn-killed")) || fs::exists(d.At(".tarn-empty1")));
-    EXPECT_TRUE(fs::exists(d.At(".tarn-pictures"))); // a user's own name
+    EXPECT_FALSE(fs::exists(d.At(left + "killed")) || fs::exists(d.At(left + "empty")));
+    EXPECT_TRUE(fs::exists(d.At(left + "fresh")) && fs::exists(d.At(left + "link")));
     const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    EXPECT_EQ(d.files->Read(data.toStdString() + "/Trash/files/.tarn-killed/page", 100),
+    EXPECT_EQ(d.files->Read(data.toStdString() + "/Trash/files/.tarn-staging-killed/page", 100),
               "what stood here before");
     std::string failed;
     EXPECT_TRUE(other->Place(&error, &failed) && mine->Place(&error, &failed)) << error;
