@@ -25,7 +25,7 @@ bool LimitsHeight(const FileOpsState& s) {
 
 void CopyRoom::ConvertJpgSetText_Click() {
     if (!m_caption) m_caption = std::make_unique<frmCaption>(m, *this);
-    m_caption->Open();
+    m_caption->OpenForm();
 }
 
 void CopyRoom::SetCaptionShown(bool shown) {

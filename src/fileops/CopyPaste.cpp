@@ -126,7 +126,8 @@ std::size_t CopyPaste::CopyAll(const std::vector<std::string>& sources, Changes&
         std::string error;
         if (!changes.Copy(sources[i], JoinPath(folder, name), &error)) {
             report.message = "Paste failed for '" + name + "'";
-            report.error = error + " - " + name;
+            report.error = std::move(error);
+            report.error.append(" - ").append(name);
             return i;
         }
     }

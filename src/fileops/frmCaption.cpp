@@ -158,7 +158,7 @@ void frmCaption::MakeCommands(QVBoxLayout& all) {
     all.addLayout(grid);
 }
 
-void frmCaption::Open() {
+void frmCaption::OpenForm() {
     const ProgramState& s = m.state;
     m_addText->setChecked(s.ConvertJpgAddFN);
     m_lines->setText(ToQt(s.ConvertJpgLines));

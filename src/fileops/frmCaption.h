@@ -25,7 +25,7 @@ class frmCaption : public QDialog {
 public:
     frmCaption(Context& context, CopyRoom& room);
 
-    void Open();
+    void OpenForm();
     bool IsOpen() const { return m_open; }
     void ShowCopyFolder();
     void ShowPicture() { ShowType(); } // another one is shown

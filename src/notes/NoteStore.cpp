@@ -17,7 +17,11 @@ std::string FreeNameBeside(const Files& files, const std::string& path) {
     const std::string extension = point == std::string::npos ? "" : path.substr(point);
     std::string free = stem + " (replaced)" + extension;
     for (int i = 2; i < 1000 && files.Exists(free); ++i)
-        free = stem + " (replaced " + std::to_string(i) + ")" + extension;
+        free.assign(stem)
+            .append(" (replaced ")
+            .append(std::to_string(i))
+            .append(")")
+            .append(extension);
     return free;
 }
 

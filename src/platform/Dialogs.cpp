@@ -46,6 +46,7 @@ public:
                         QApplication::activeWindow());
         box.setTextFormat(Qt::PlainText);
         std::vector<QAbstractButton*> made;
+        made.reserve(buttons.size());
         for (const std::string& caption : buttons)
             made.push_back(box.addButton(ToCaption(caption), QMessageBox::ActionRole));
         box.setEscapeButton(made.back());

@@ -154,7 +154,7 @@ std::string NameInBasket(const std::string& name, int number) {
 std::string WriteEntry(const Basket& basket, const std::string& path) {
     const std::string text = InfoText(basket, path);
     for (int number = 1; number < kMostTries; ++number) {
-        const std::string name = NameInBasket(LastPart(path), number);
+        std::string name = NameInBasket(LastPart(path), number);
         struct stat taken {};
         if (::lstat((basket.folder + "/files/" + name).c_str(), &taken) == 0) continue;
         const std::string entry = basket.folder + "/info/" + name + std::string(kInfo);

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 #include <map>
 #include <set>
@@ -15,7 +16,8 @@ namespace tarn {
 
 namespace {
 
-constexpr int kStretch = 8; // pictures; a cancel waits for one of them
+constexpr int kStretch = 32; // pictures
+constexpr std::chrono::milliseconds kPatience(50);
 
 GalleryRunFacts RunFactsOf(const GalleryPlan& plan) {
     GalleryRunFacts run;
@@ -146,20 +148,23 @@ std::vector<GalleryPicture> GalleryRun::ReadFrom(int first) const {
     return read;
 }
 
-// Pages of one stretch of pictures are written while the next is read.
-GalleryPicture GalleryRun::Next() {
-    const int place = m_done % kStretch;
-    if (place == 0) {
-        m_read = m_coming.valid() ? m_coming.get() : ReadFrom(m_done);
-        const int then = m_done + kStretch;
-        if (then < m_run.count) m_coming = std::async([this, then] { return ReadFrom(then); });
-    }
-    return std::move(m_read[std::size_t(place)]);
+// Pages of one stretch of pictures are written while the next is read. False while it is.
+bool GalleryRun::TakeStretch() {
+    const auto coming = [this](int first) {
+        return std::async([this, first] { return ReadFrom(first); });
+    };
+    if (!m_coming.valid()) m_coming = coming(m_done);
+    if (m_coming.wait_for(kPatience) == std::future_status::timeout) return false;
+    m_read = m_coming.get();
+    if (m_done + kStretch < m_run.count) m_coming = coming(m_done + kStretch);
+    return true;
 }
 
 bool GalleryRun::Step() {
     if (m_fault || m_done == m_run.count) return false;
-    GalleryPicture picture = Next();
+    const int place = m_done % kStretch;
+    if (place == 0 && !TakeStretch()) return true;
+    GalleryPicture& picture = m_read[std::size_t(place)];
     const GalleryItem& item = m_plan.items[std::size_t(m_done)];
     picture.note =
         m_sources.noteBytes(JoinPath(m_plan.pictureFolder, item.picture)).substr(0, kNoteBytes);

@@ -65,7 +65,8 @@ public:
     GalleryRun& operator=(const GalleryRun&) = delete;
     ~GalleryRun() { m_ends = true; }
 
-    // The next picture. False when all are done, and after a fault.
+    // The next picture, or a short wait where it is still being read. False when all are done, and
+    // after a fault.
     bool Step();
 
     // Puts the gallery into place and takes the pages of the old one away, to the wastebasket.
@@ -86,7 +87,7 @@ private:
     bool MakesPages() const { return m_settings.NoLinkCheck == 0; }
     GalleryPicture FactsOf(const GalleryItem& item) const;
     std::vector<GalleryPicture> ReadFrom(int first) const;
-    GalleryPicture Next();
+    bool TakeStretch();
     std::vector<std::string> OldPages() const;
     bool CallsScript(const std::vector<std::string>& going) const;
     Thrown TakeOldAway();

@@ -42,7 +42,7 @@ QPageSize PageSizeOf(const std::string& paper) {
 }
 
 std::string PaperNameOf(const QPageSize& page) {
-    const std::string key = FromQt(page.key());
+    std::string key = FromQt(page.key());
     if (Find(key)) return key;
     const QSizeF size = page.size(QPageSize::Millimeter);
     return FromQt(QStringLiteral("%1x%2mm").arg(size.width()).arg(size.height()));
