@@ -57,7 +57,7 @@ void Add(PageText& page, const Settings& settings, const std::vector<SavedValue<
 }
 
 template <class Settings>
-bool Take(Settings& settings, const SavedValue<Settings>& value, std::string text) {
+bool Take(Settings& settings, const SavedValue<Settings>& value, const std::string& text) {
     if (const auto* flag = std::get_if<bool Settings::*>(&value.field)) {
         const auto read = ParseBoolean(Trim(text));
         if (read) settings.** flag = *read;
@@ -69,7 +69,7 @@ bool Take(Settings& settings, const SavedValue<Settings>& value, std::string tex
         return read.has_value();
     }
     if (text.find_first_of(kLineEnd) != std::string::npos) return false; // it would end its line
-    settings.*std::get<std::string Settings::*>(value.field) = std::move(text);
+    settings.*std::get<std::string Settings::*>(value.field) = text;
     return true;
 }
 

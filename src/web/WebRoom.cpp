@@ -112,7 +112,7 @@ void WebRoom::HtmlDeleteButton_Click() {
         if (m.files.Trash(JoinPath(folder, name), &error))
             ++done;
         else if (fault.empty())
-            fault = ", '" + name + "' not: " + error;
+            fault.append(", '").append(name).append("' not: ").append(error);
     }
     m.navigation.RefreshAfterDelete();
     m.shell.ShowMessage("Deleted " + std::to_string(done) + " Html files" + fault);

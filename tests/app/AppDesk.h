@@ -128,7 +128,7 @@ struct AppDesk {
     }
     // What the window shows of one file in all places, when it agrees; else the places.
     std::string Current() const {
-        const std::string row = c.FileListBox->Text(std::max(0, c.FileListBox->CurrentRow()));
+        std::string row = c.FileListBox->Text(std::max(0, c.FileListBox->CurrentRow()));
         const std::string panel = Row(0).substr(14);
         if (row == s.FileNameOnly && panel == row && s.Filename == At(row) &&
             Status().starts_with(s.Filename))
