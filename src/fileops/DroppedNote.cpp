@@ -10,7 +10,7 @@ DroppedNote::DroppedNote(Context& context)
 std::string DroppedNote::Word() const {
     ProgramState& s = m.state;
     if (!m_text.empty() && s.NoteText != m_text) {
-        s.NotesSave = m_text; // over a saved note that the command passed on its way
+        s.NotesSave = m_text;
         return "; Unsaved note of '" + m_of + "' is in the restore buffer";
     }
     // What an earlier run could not save, come up with its picture.

@@ -13,7 +13,8 @@ public:
     // Ahead of the first selection of the command.
     explicit DroppedNote(Context& context);
 
-    // What the message line adds at the end, or nothing.
+    // What the message line adds at the end, or nothing. The note is in the restore buffer then,
+    // also where the command passed another file with a note on its way.
     std::string Word() const;
 
 private:

@@ -20,12 +20,11 @@ std::string_view WithoutOldMarks(std::string_view bytes) {
 std::string WithBoxLineEnds(std::string_view text) {
     std::string shown;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool pair = text.substr(i).starts_with(kLineEnd);
+        if (text.substr(i).starts_with(kLineEnd)) continue; // its second character ends the line
         if (text[i] == '\r' || text[i] == '\n')
             shown += kLineEnd;
         else
             shown += text[i];
-        if (pair) ++i;
     }
     return shown;
 }

@@ -119,21 +119,29 @@ private:
         }
         const bool taken = errno == EEXIST;
         if (!taken && !KnowsNoSuchRenaming()) return errno;
-        const std::string hidden = Hidden(name);
         struct stat info {};
-        const bool stands = ::stat(target.c_str(), &info) == 0;
-        if (taken && !stands) return EEXIST; // by a link that leads nowhere
-        if (stands) target = BehindLinks(target);
-        if (stands && S_ISDIR(info.st_mode)) return EISDIR;
-        if (stands && ::access(target.c_str(), W_OK) != 0) return errno;
-        if (stands && !Flush(folder)) return errno;
-        if (stands && ::chmod(hidden.c_str(), ModeFor(target)) != 0) return errno;
-        if (stands && Exchange(name, target)) {
+        if (::stat(target.c_str(), &info) == 0) {
+            if (S_ISDIR(info.st_mode)) return EISDIR;
+            return PlaceOver(name, BehindLinks(target), folder, placed);
+        }
+        return taken ? EEXIST : RenamePlainly(name, target); // taken by a link that leads nowhere
+    }
+
+    int PlaceOver(const std::string& name, const std::string& target, int folder,
+                  std::vector<Placed>& placed) {
+        if (::access(target.c_str(), W_OK) != 0 || !Flush(folder) ||
+            ::chmod(Hidden(name).c_str(), ModeFor(target)) != 0)
+            return errno;
+        if (Exchange(name, target)) {
             placed.push_back({name, target, true});
             return 0;
         }
-        if (stands && !KnowsNoSuchRenaming()) return errno;
-        return ::rename(hidden.c_str(), target.c_str()) == 0 ? 0 : errno; // nothing keeps the old
+        return KnowsNoSuchRenaming() ? RenamePlainly(name, target) : errno;
+    }
+
+    // Where the file system can do no more: nothing keeps the old.
+    int RenamePlainly(const std::string& name, const std::string& target) const {
+        return ::rename(Hidden(name).c_str(), target.c_str()) == 0 ? 0 : errno;
     }
 
     // What takes the place of something must outlast a power cut; where nothing stands there is
