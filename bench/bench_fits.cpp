@@ -4,8 +4,8 @@
 // medians counts. Then a move of a stretch slider: values at hand, to light, fitted.
 #include "Timing.h"
 
-#include "platform/imaging/ImgX.h"
-#include "platform/imaging/fits/FitsPixels.h"
+#include "imaging/ImgX.h"
+#include "imaging/fits/FitsPixels.h"
 
 #include <QImage>
 #include <QTemporaryDir>

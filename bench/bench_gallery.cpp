@@ -5,8 +5,8 @@
 #include "Timing.h"
 
 #include "common/numbers.h"
+#include "imaging/PictureLoader.h"
 #include "platform/Files.h"
-#include "platform/imaging/PictureLoader.h"
 #include "web/DiskFacts.h"
 
 #include <QTemporaryDir>

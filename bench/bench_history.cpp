@@ -4,7 +4,7 @@
 #include "Timing.h"
 #include "app/AppDesk.h"
 
-#include "platform/FolderTreeview.h"
+#include "widgets/FolderTreeview.h"
 
 #include <QAction>
 #include <QApplication>

@@ -4,7 +4,7 @@
 #include "CameraPicture.h"
 #include "Timing.h"
 
-#include "platform/imaging/ImgX.h"
+#include "imaging/ImgX.h"
 
 #include <QImage>
 #include <QTemporaryDir>

@@ -4,8 +4,8 @@
 #include "CameraPicture.h"
 #include "Timing.h"
 
+#include "imaging/JpegWriter.h"
 #include "platform/Files.h"
-#include "platform/imaging/JpegWriter.h"
 #include "thumbnails/ThumbRun.h"
 
 #include <QTemporaryDir>

@@ -2,7 +2,7 @@
 // back, and its end, beside the bare library that decodes it. The clip is made with ffmpeg.
 #include "Timing.h"
 
-#include "platform/mci/Mci.h"
+#include "clips/Mci.h"
 
 #include <QGuiApplication>
 #include <QImage>

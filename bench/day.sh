@@ -13,7 +13,7 @@ echo 'day: clean under the sanitizers'
 thinking=(common/common_test pictureinfo/pictureinfo_test notes/notes_core_test
     fileops/fileops_core_test navigation/navigation_core_test display/display_core_test
     slides/slides_core_test thumbnails/thumbnails_core_test print/print_core_test
-    web/web_core_test video/video_core_test video/ser_test platform/imaging/fits_test)
+    web/web_core_test video/video_core_test clips/ser_test imaging/fits_test)
 cmake --preset dev >/dev/null
 cmake --build --preset dev --target "${thinking[@]##*/}"
 status=0

@@ -4,9 +4,9 @@
 
 #include "convert/ConvertPicture.h"
 #include "fileops/PicturePlan.h"
+#include "imaging/JpegWriter.h"
 #include "notes/NoteStore.h"
 #include "platform/SettingsStore.h"
-#include "platform/imaging/JpegWriter.h"
 #include "thumbnails/ThumbNames.h"
 #include "thumbnails/ThumbRun.h"
 #include "web/GalleryRun.h"

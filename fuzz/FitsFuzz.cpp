@@ -4,9 +4,9 @@
 #include "Input.h"
 #include "MemoryFile.h"
 
-#include "platform/imaging/fits/FitsFile.h"
-#include "platform/imaging/fits/FitsLines.h"
-#include "platform/imaging/fits/FitsPixels.h"
+#include "imaging/fits/FitsFile.h"
+#include "imaging/fits/FitsLines.h"
+#include "imaging/fits/FitsPixels.h"
 
 using namespace tarn;
 using namespace tarn::fuzz;

@@ -2,7 +2,7 @@
 #include "Demand.h"
 #include "Input.h"
 
-#include "platform/imaging/FormatOf.h"
+#include "imaging/FormatOf.h"
 
 #include <algorithm>
 

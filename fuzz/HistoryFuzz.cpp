@@ -3,8 +3,8 @@
 #include "Demand.h"
 #include "Input.h"
 
+#include "desk/settings/HistoryText.h"
 #include "navigation/FolderHistory.h"
-#include "shell/settings/HistoryText.h"
 
 #include <memory>
 

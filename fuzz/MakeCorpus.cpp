@@ -1,10 +1,10 @@
 // Writes inputs for the targets to begin with: a folder for each target into the folder given.
 #include "FitsFiles.h"
+#include "clips/SerWriter.h"
 #include "support/ExifBuilder.h"
-#include "video/SerWriter.h"
 
+#include "clips/SerFile.h"
 #include "notes/Drafts.h"
-#include "platform/mci/SerFile.h"
 #include "web/SavedValues.h"
 
 #include <filesystem>

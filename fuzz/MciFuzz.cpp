@@ -3,8 +3,8 @@
 #include "Demand.h"
 #include "Input.h"
 
-#include "platform/mci/ClipPlayer.h"
-#include "platform/mci/Mci.h"
+#include "clips/ClipPlayer.h"
+#include "clips/Mci.h"
 
 using namespace tarn;
 using namespace tarn::fuzz;

@@ -3,7 +3,7 @@
 #include "Input.h"
 #include "MemoryFile.h"
 
-#include "platform/mci/SerFile.h"
+#include "clips/SerFile.h"
 
 using namespace tarn;
 using namespace tarn::fuzz;

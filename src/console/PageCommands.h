@@ -2,8 +2,8 @@
 #pragma once
 
 #include "console/Subcommand.h"
-#include "shell/state/GallerySettings.h"
-#include "shell/state/HtmlSettings.h"
+#include "desk/state/GallerySettings.h"
+#include "desk/state/HtmlSettings.h"
 
 #include <string>
 #include <vector>

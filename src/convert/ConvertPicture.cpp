@@ -1,6 +1,6 @@
 #include "convert/ConvertPicture.h"
 
-#include "platform/imaging/JpegWriter.h"
+#include "imaging/JpegWriter.h"
 
 #include <QColor>
 #include <QFont>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "convert/ConvertOptions.h"
-#include "platform/imaging/ImgX.h"
+#include "imaging/ImgX.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 // The hourglass for as long as it lives.
 #pragma once
 
-#include "shell/commands/Commands.h"
+#include "desk/commands/Commands.h"
 
 namespace tarn {
 

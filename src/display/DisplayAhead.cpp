@@ -4,8 +4,8 @@
 #include "common/paths.h"
 #include "display/FrmPic.h"
 #include "display/frmOnetoOne.h"
-#include "platform/FileListBox.h"
-#include "platform/imaging/PicturesAhead.h"
+#include "imaging/PicturesAhead.h"
+#include "widgets/FileListBox.h"
 
 namespace tarn {
 

@@ -6,12 +6,12 @@
 #include "display/BusyPointer.h"
 #include "display/FrmPic.h"
 #include "display/Placeholder.h"
-#include "platform/FileListBox.h"
+#include "imaging/PicturesAhead.h"
+#include "imaging/fits/FitsFile.h"
 #include "platform/Files.h"
 #include "platform/ProgramFiles.h"
 #include "platform/Sound.h"
-#include "platform/imaging/PicturesAhead.h"
-#include "platform/imaging/fits/FitsFile.h"
+#include "widgets/FileListBox.h"
 
 #include <QAction>
 #include <QLabel>

@@ -3,9 +3,9 @@
 
 #include "common/colors.h"
 #include "common/numbers.h"
-#include "platform/PictureBox.h"
+#include "imaging/PicturesAhead.h"
 #include "platform/QtText.h"
-#include "platform/imaging/PicturesAhead.h"
+#include "widgets/PictureBox.h"
 
 #include <QLabel>
 #include <QListWidget>

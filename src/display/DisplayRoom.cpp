@@ -1,8 +1,8 @@
 #include "display/DisplayRoom.h"
 
 #include "common/paths.h"
-#include "shell/controls/DateEntries.h"
-#include "shell/controls/SheetEntries.h"
+#include "desk/controls/DateEntries.h"
+#include "desk/controls/SheetEntries.h"
 
 #include <QCheckBox>
 

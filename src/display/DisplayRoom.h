@@ -2,9 +2,10 @@
 // through what each new picture sets off.
 #pragma once
 
+#include "desk/Context.h"
+#include "desk/Room.h"
 #include "display/Fit.h"
 #include "display/Travel.h"
-#include "shell/Context.h"
 
 #include <memory>
 #include <string>
@@ -18,13 +19,13 @@ class FrmPic;
 class frmStretch;
 class frmOnetoOne;
 
-class DisplayRoom : public DisplayCommands {
+class DisplayRoom : public DisplayCommands, public Room {
 public:
     explicit DisplayRoom(Context& context);
     ~DisplayRoom() override;
 
     // Gives the buttons and boxes of this room their commands.
-    void ConnectControls();
+    void ConnectControls() override;
 
     // Shows state.Filename. Done when it returns, without letting events in: who calls it may use
     // the picture on the next line.

@@ -1,7 +1,7 @@
 // Pictures of telescopes as they are stretched otherwise while they stand on the screen.
 #include "display/DisplayRoom.h"
 #include "display/frmStretch.h"
-#include "platform/imaging/fits/FitsFile.h"
+#include "imaging/fits/FitsFile.h"
 
 #include <QAction>
 

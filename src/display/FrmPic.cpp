@@ -3,9 +3,9 @@
 #include "common/keys.h"
 #include "common/numbers.h"
 #include "common/paths.h"
+#include "desk/state/Replay.h"
 #include "platform/QtText.h"
-#include "platform/WindowPlaces.h"
-#include "shell/state/Replay.h"
+#include "widgets/WindowPlaces.h"
 
 #include <QKeyEvent>
 #include <QPainter>

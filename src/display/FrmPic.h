@@ -2,10 +2,10 @@
 // beside the main window and follows the selection.
 #pragma once
 
+#include "desk/Context.h"
+#include "desk/places/KeptPlace.h"
 #include "display/WindowFit.h"
 #include "display/WindowSteps.h"
-#include "shell/Context.h"
-#include "shell/places/KeptPlace.h"
 
 #include <QImage>
 #include <QTimer>

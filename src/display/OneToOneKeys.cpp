@@ -2,8 +2,8 @@
 #include "display/frmOnetoOne.h"
 
 #include "common/keys.h"
-#include "platform/PictureBox.h"
 #include "platform/QtText.h"
+#include "widgets/PictureBox.h"
 
 #include <QApplication>
 #include <QKeyEvent>

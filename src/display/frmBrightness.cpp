@@ -1,7 +1,7 @@
 #include "display/frmBrightness.h"
 
 #include "display/NewButton.h"
-#include "platform/WindowPlaces.h"
+#include "widgets/WindowPlaces.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

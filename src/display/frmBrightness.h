@@ -2,8 +2,8 @@
 // outlives it.
 #pragma once
 
-#include "shell/Context.h"
-#include "shell/places/KeptPlace.h"
+#include "desk/Context.h"
+#include "desk/places/KeptPlace.h"
 
 #include <QDialog>
 

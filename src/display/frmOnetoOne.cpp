@@ -1,9 +1,9 @@
 #include "display/frmOnetoOne.h"
 
-#include "platform/PictureBox.h"
+#include "desk/state/Replay.h"
 #include "platform/QtText.h"
-#include "platform/WindowPlaces.h"
-#include "shell/state/Replay.h"
+#include "widgets/PictureBox.h"
+#include "widgets/WindowPlaces.h"
 
 #include <QLabel>
 #include <QPushButton>

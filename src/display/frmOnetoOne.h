@@ -3,10 +3,10 @@
 // that follows.
 #pragma once
 
+#include "desk/Context.h"
+#include "desk/places/KeptPlace.h"
 #include "display/WindowFit.h"
 #include "display/WindowSteps.h"
-#include "shell/Context.h"
-#include "shell/places/KeptPlace.h"
 
 #include <QWidget>
 

@@ -2,9 +2,9 @@
 
 #include "display/Histogram.h"
 #include "display/NewButton.h"
-#include "platform/WindowPlaces.h"
-#include "platform/imaging/Pixels.h"
-#include "platform/imaging/fits/FitsFile.h"
+#include "imaging/Pixels.h"
+#include "imaging/fits/FitsFile.h"
+#include "widgets/WindowPlaces.h"
 
 #include <QCheckBox>
 #include <QGridLayout>

@@ -4,9 +4,9 @@
 // kept here.
 #pragma once
 
-#include "platform/imaging/fits/FitsPixels.h"
-#include "shell/Context.h"
-#include "shell/places/KeptPlace.h"
+#include "desk/Context.h"
+#include "desk/places/KeptPlace.h"
+#include "imaging/fits/FitsPixels.h"
 
 #include <QDialog>
 #include <QTimer>

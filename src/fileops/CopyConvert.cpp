@@ -6,8 +6,8 @@
 #include "fileops/DroppedNote.h"
 #include "fileops/PicturePlan.h"
 #include "fileops/frmCaption.h"
-#include "platform/FileListBox.h"
 #include "platform/Files.h"
+#include "widgets/FileListBox.h"
 
 namespace tarn {
 

@@ -1,12 +1,12 @@
 #include "fileops/CopyPaste.h"
 
 #include "common/paths.h"
+#include "desk/batch/BatchRun.h"
 #include "fileops/DroppedNote.h"
 #include "fileops/PicturePlan.h"
 #include "platform/Clipboard.h"
-#include "platform/FileListBox.h"
 #include "platform/Files.h"
-#include "shell/batch/BatchRun.h"
+#include "widgets/FileListBox.h"
 
 #include <QAction>
 

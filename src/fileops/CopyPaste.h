@@ -1,8 +1,8 @@
 // Copy, cut and paste of files between folders. Notes do not travel.
 #pragma once
 
+#include "desk/Context.h"
 #include "fileops/UndoLog.h"
-#include "shell/Context.h"
 
 #include <functional>
 #include <string>

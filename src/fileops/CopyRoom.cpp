@@ -3,11 +3,11 @@
 #include "common/paths.h"
 #include "fileops/DroppedNote.h"
 #include "fileops/frmCaption.h"
-#include "platform/Dialogs.h"
-#include "platform/FileListBox.h"
 #include "platform/Files.h"
 #include "platform/QtText.h"
 #include "platform/Sound.h"
+#include "widgets/Dialogs.h"
+#include "widgets/FileListBox.h"
 
 #include <QAction>
 #include <QPushButton>

@@ -4,7 +4,8 @@
 
 #include "convert/ConvertPicture.h"
 #include "convert/ConvertTarget.h"
-#include "shell/Context.h"
+#include "desk/Context.h"
+#include "desk/Room.h"
 
 #include <memory>
 #include <string>
@@ -18,12 +19,12 @@ inline constexpr int kFileName = 0;
 inline constexpr int kNoteLines = 1;
 inline constexpr int kTyped = 2;
 
-class CopyRoom : public CopyCommands {
+class CopyRoom : public CopyCommands, public Room {
 public:
     explicit CopyRoom(Context& context);
     ~CopyRoom() override;
 
-    void ConnectControls();
+    void ConnectControls() override;
 
     bool CopyImage() override;
     bool CMImage() override;

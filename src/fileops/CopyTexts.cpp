@@ -3,8 +3,8 @@
 #include "fileops/ClipboardText.h"
 #include "fileops/CopyRoom.h"
 #include "platform/Clipboard.h"
-#include "platform/FileListBox.h"
-#include "platform/PictureBox.h"
+#include "widgets/FileListBox.h"
+#include "widgets/PictureBox.h"
 
 #include <QAction>
 

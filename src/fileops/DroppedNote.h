@@ -2,7 +2,7 @@
 // buffer, and what the command says at its end must not cover that.
 #pragma once
 
-#include "shell/Context.h"
+#include "desk/Context.h"
 
 #include <string>
 

@@ -2,12 +2,12 @@
 #include "fileops/FileRoom.h"
 
 #include "common/paths.h"
+#include "desk/batch/BatchRun.h"
 #include "fileops/DroppedNote.h"
-#include "platform/Dialogs.h"
 #include "platform/EventPump.h"
-#include "platform/FileListBox.h"
 #include "platform/Files.h"
-#include "shell/batch/BatchRun.h"
+#include "widgets/Dialogs.h"
+#include "widgets/FileListBox.h"
 
 #include <QPushButton>
 

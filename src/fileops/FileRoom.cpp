@@ -1,16 +1,16 @@
 #include "fileops/FileRoom.h"
 
 #include "common/paths.h"
+#include "desk/batch/BatchRun.h"
 #include "fileops/DroppedNote.h"
 #include "fileops/frmNewName.h"
 #include "fileops/frmRenameFiles.h"
 #include "platform/Clipboard.h"
-#include "platform/Dialogs.h"
-#include "platform/FileListBox.h"
 #include "platform/Files.h"
-#include "platform/FolderTreeview.h"
 #include "platform/QtText.h"
-#include "shell/batch/BatchRun.h"
+#include "widgets/Dialogs.h"
+#include "widgets/FileListBox.h"
+#include "widgets/FolderTreeview.h"
 
 #include <QAction>
 #include <QElapsedTimer>

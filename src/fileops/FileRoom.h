@@ -2,9 +2,10 @@
 // one; the FITS files of a folder; a new folder; and the last of these taken back.
 #pragma once
 
+#include "desk/Context.h"
+#include "desk/Room.h"
 #include "fileops/CopyPaste.h"
 #include "fileops/PicturePlan.h"
-#include "shell/Context.h"
 
 #include <memory>
 #include <string>
@@ -15,12 +16,12 @@ class frmNewName;
 class frmRenameFiles;
 struct NewNameTexts;
 
-class FileRoom : public FileCommands {
+class FileRoom : public FileCommands, public Room {
 public:
     explicit FileRoom(Context& context);
     ~FileRoom() override;
 
-    void ConnectControls();
+    void ConnectControls() override;
 
     void DeleteButton_Click() override;
     void DeleteOnlyButton_Click() override;

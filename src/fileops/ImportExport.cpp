@@ -3,10 +3,10 @@
 #include "common/paths.h"
 #include "common/patterns.h"
 #include "common/text.h"
+#include "desk/batch/BatchRun.h"
 #include "fileops/CopyRun.h"
-#include "platform/Dialogs.h"
-#include "platform/FileListBox.h"
-#include "shell/batch/BatchRun.h"
+#include "widgets/Dialogs.h"
+#include "widgets/FileListBox.h"
 
 #include <QAction>
 

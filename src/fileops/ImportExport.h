@@ -2,19 +2,20 @@
 // there already, and copies with progress and cancel.
 #pragma once
 
+#include "desk/Context.h"
+#include "desk/Room.h"
 #include "fileops/CopyPlan.h"
-#include "shell/Context.h"
 
 #include <string>
 #include <vector>
 
 namespace tarn {
 
-class ImportExport {
+class ImportExport : public Room {
 public:
     explicit ImportExport(Context& context) : m(context) {}
 
-    void ConnectControls();
+    void ConnectControls() override;
 
     void ImportNotesFilesButton_Click();
     void ImportButton_Click();

@@ -1,9 +1,9 @@
 // The controls of the window for many renames, and where they stand.
 #include "fileops/frmRenameFiles.h"
 
-#include "platform/FileListBox.h"
-#include "platform/FolderTreeview.h"
 #include "platform/QtText.h"
+#include "widgets/FileListBox.h"
+#include "widgets/FolderTreeview.h"
 
 #include <QCheckBox>
 #include <QGridLayout>

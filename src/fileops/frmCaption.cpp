@@ -3,9 +3,9 @@
 #include "common/numbers.h"
 #include "convert/ConvertPicture.h"
 #include "fileops/CopyRoom.h"
-#include "platform/FileListBox.h"
 #include "platform/QtText.h"
-#include "platform/WindowPlaces.h"
+#include "widgets/FileListBox.h"
+#include "widgets/WindowPlaces.h"
 
 #include <QAction>
 #include <QCheckBox>

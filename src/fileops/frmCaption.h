@@ -2,8 +2,8 @@
 // other windows; what it shows lies on the desk, also while it is closed.
 #pragma once
 
-#include "shell/Context.h"
-#include "shell/places/KeptPlace.h"
+#include "desk/Context.h"
+#include "desk/places/KeptPlace.h"
 
 #include <QDialog>
 

@@ -3,7 +3,7 @@
 #include "common/paths.h"
 #include "fileops/PicturePlan.h"
 #include "platform/QtText.h"
-#include "platform/WindowPlaces.h"
+#include "widgets/WindowPlaces.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -3,13 +3,13 @@
 #include "common/dates.h"
 #include "common/paths.h"
 #include "common/text.h"
+#include "desk/batch/BatchRun.h"
 #include "platform/Desktop.h"
-#include "platform/Dialogs.h"
-#include "platform/FileListBox.h"
 #include "platform/Files.h"
-#include "platform/FolderTreeview.h"
 #include "platform/QtText.h"
-#include "shell/batch/BatchRun.h"
+#include "widgets/Dialogs.h"
+#include "widgets/FileListBox.h"
+#include "widgets/FolderTreeview.h"
 
 #include <QCheckBox>
 #include <QElapsedTimer>

@@ -3,9 +3,9 @@
 // can be taken back by Undo.
 #pragma once
 
+#include "desk/Context.h"
+#include "desk/places/KeptPlace.h"
 #include "fileops/RenameRun.h"
-#include "shell/Context.h"
-#include "shell/places/KeptPlace.h"
 
 #include <QDialog>
 

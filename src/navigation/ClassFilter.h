@@ -1,7 +1,7 @@
 // The pattern of the file list, put together from the classes of files that are ticked. No widgets.
 #pragma once
 
-#include "shell/state/SelectionState.h"
+#include "desk/state/SelectionState.h"
 
 #include <string>
 #include <string_view>

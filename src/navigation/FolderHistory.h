@@ -1,7 +1,7 @@
 // The folders entered, each with the row last shown in it. No widgets.
 #pragma once
 
-#include "shell/state/SelectionState.h"
+#include "desk/state/SelectionState.h"
 
 #include <string>
 

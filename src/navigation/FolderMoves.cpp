@@ -2,11 +2,11 @@
 #include "common/paths.h"
 #include "navigation/FolderHistory.h"
 #include "navigation/NavigationRoom.h"
-#include "platform/FileListBox.h"
 #include "platform/Files.h"
-#include "platform/FolderTreeview.h"
-#include "platform/PictureBox.h"
 #include "platform/QtText.h"
+#include "widgets/FileListBox.h"
+#include "widgets/FolderTreeview.h"
+#include "widgets/PictureBox.h"
 
 #include <QPushButton>
 #include <QScopedValueRollback>

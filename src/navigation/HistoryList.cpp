@@ -1,8 +1,8 @@
 #include "navigation/HistoryList.h"
 
-#include "platform/FileListBox.h"
-#include "platform/FolderTreeview.h"
 #include "platform/QtText.h"
+#include "widgets/FileListBox.h"
+#include "widgets/FolderTreeview.h"
 
 #include <QAction>
 #include <QKeyEvent>

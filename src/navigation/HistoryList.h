@@ -1,7 +1,7 @@
 // The folder history as a list in List1, in the place of the camera data until a file is selected.
 #pragma once
 
-#include "shell/Context.h"
+#include "desk/Context.h"
 
 #include <QObject>
 

@@ -3,10 +3,10 @@
 #include "common/paths.h"
 #include "common/patterns.h"
 #include "common/text.h"
+#include "desk/controls/SlideButtons.h"
 #include "navigation/frmFileTypes.h"
 #include "navigation/frmFilter.h"
-#include "platform/FileListBox.h"
-#include "shell/controls/SlideButtons.h"
+#include "widgets/FileListBox.h"
 
 #include <QAction>
 #include <QCheckBox>

@@ -2,8 +2,8 @@
 // types behind the boxes, frmFilter for as long as it is open.
 #pragma once
 
+#include "desk/Context.h"
 #include "navigation/ClassFilter.h"
-#include "shell/Context.h"
 
 #include <memory>
 #include <string>

@@ -3,18 +3,21 @@
 #include "common/dates.h"
 #include "common/pages.h"
 #include "common/paths.h"
+#include "desk/controls/SheetEntries.h"
+#include "desk/controls/SlideButtons.h"
+#include "navigation/ClassFilter.h"
 #include "navigation/Stepping.h"
 #include "platform/CrashNote.h"
-#include "platform/FileListBox.h"
-#include "platform/FolderTreeview.h"
 #include "platform/QtText.h"
-#include "shell/controls/SheetEntries.h"
-#include "shell/controls/SlideButtons.h"
+#include "widgets/FileListBox.h"
+#include "widgets/FolderTreeview.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QScopedValueRollback>
+#include <QSignalBlocker>
 
 #include <algorithm>
 
@@ -47,6 +50,31 @@ void NavigationRoom::ConnectControls() {
     Connect(c.GotoCopyFolderButton, [this] { GotoCopyFolderButton_Click(); });
     Connect(c.QuickDirButton, [this] { RefreshDirButton_Click(); });
     Connect(c.SelectAllButton, [this] { SelectAllButton_Click(); });
+}
+
+void NavigationRoom::ShowSettings() {
+    const ProgramState& s = m.state;
+    const MainControls& c = m.controls;
+    const auto set = [](QCheckBox* box, int value) {
+        const QSignalBlocker silent(box);
+        box->setChecked(value != 0);
+    };
+    set(c.PCheck, s.PictureListCheck);
+    set(c.VCheck, s.VideoListCheck);
+    set(c.WCheck, s.WebListCheck);
+    for (const SheetEntry& sheet : SheetEntries(c))
+        sheet.entry->setProperty("baseCaption", sheet.entry->text());
+    m.state.FileTypes = StartFileTypes(s);
+    c.FileListBox->SetPattern(s.FileTypes);
+    SetEnabled(c.FolderBackButton, s.HistHigh >= 1 && s.HistCur > 1);
+    SetEnabled(c.FolderFwdButton, s.HistHigh >= 1 && s.HistCur < s.HistHigh);
+}
+
+void NavigationRoom::KeepValues() {
+    ProgramState& s = m.state;
+    s.PictureListCheck = m.controls.PCheck->isChecked();
+    s.VideoListCheck = m.controls.VCheck->isChecked();
+    s.WebListCheck = m.controls.WCheck->isChecked();
 }
 
 void NavigationRoom::FileListBox_Click() {

@@ -2,20 +2,24 @@
 // FileListBox_Click, which decides what kind of file was chosen and which display takes over.
 #pragma once
 
+#include "desk/Context.h"
+#include "desk/Room.h"
 #include "navigation/HistoryList.h"
 #include "navigation/ListFilter.h"
-#include "shell/Context.h"
 
 #include <string>
 
 namespace tarn {
 
-class NavigationRoom : public NavigationCommands {
+class NavigationRoom : public NavigationCommands, public Room {
 public:
     explicit NavigationRoom(Context& context);
 
     // Connects list, tree and buttons.
-    void ConnectControls();
+    void ConnectControls() override;
+    void ShowSettings() override;
+    void Started() override { ShowHint(); }
+    void KeepValues() override;
 
     void FileListBox_Click() override;
     void SelectRow(int row) override;
@@ -31,7 +35,7 @@ public:
     // Opens a folder on the file of this name, or on its first row when the name is empty.
     void OpenFolder(const std::string& folder, const std::string& name);
 
-    void ListClassOf(const std::string& path) { m_filter.ListClassOf(path); }
+    void ListClassOf(const std::string& path) override { m_filter.ListClassOf(path); }
 
     // What the pane says while it shows no picture.
     void ShowHint();

@@ -1,9 +1,9 @@
 #include "navigation/PaneKeys.h"
 
 #include "common/keys.h"
-#include "platform/FileListBox.h"
-#include "platform/PictureBox.h"
-#include "platform/webpane/PageBrowser.h"
+#include "widgets/FileListBox.h"
+#include "widgets/PictureBox.h"
+#include "widgets/webpane/PageBrowser.h"
 
 #include <QAction>
 #include <QKeyEvent>

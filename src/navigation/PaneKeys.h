@@ -2,7 +2,7 @@
 // the same pane saw its press; typing in a box never steps or deletes.
 #pragma once
 
-#include "shell/Context.h"
+#include "desk/Context.h"
 
 #include <QObject>
 #include <QTimer>

@@ -1,7 +1,7 @@
 // Which row comes next, and the history of the rows viewed in one folder. No widgets.
 #pragma once
 
-#include "shell/state/SelectionState.h"
+#include "desk/state/SelectionState.h"
 
 namespace tarn {
 

@@ -1,7 +1,7 @@
 #include "navigation/frmFileTypes.h"
 
-#include "platform/FileListBox.h"
 #include "platform/QtText.h"
+#include "widgets/FileListBox.h"
 
 #include <QCheckBox>
 #include <QGroupBox>

@@ -1,8 +1,8 @@
 // Edits the lists of types behind the first three class boxes.
 #pragma once
 
+#include "desk/Context.h"
 #include "navigation/ClassFilter.h"
-#include "shell/Context.h"
 
 #include <QDialog>
 

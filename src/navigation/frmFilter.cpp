@@ -1,10 +1,10 @@
 #include "navigation/frmFilter.h"
 
+#include "desk/batch/BatchRun.h"
 #include "navigation/ClassFilter.h"
-#include "platform/FileListBox.h"
 #include "platform/QtText.h"
-#include "platform/WindowPlaces.h"
-#include "shell/batch/BatchRun.h"
+#include "widgets/FileListBox.h"
+#include "widgets/WindowPlaces.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>

@@ -2,9 +2,9 @@
 // pattern of the user's own. It stands above all windows and blocks none.
 #pragma once
 
+#include "desk/Context.h"
+#include "desk/places/KeptPlace.h"
 #include "navigation/NameFilter.h"
-#include "shell/Context.h"
-#include "shell/places/KeptPlace.h"
 
 #include <QDialog>
 

@@ -2,9 +2,9 @@
 // each, and read back from it. It stays open beside the main window.
 #pragma once
 
+#include "desk/Context.h"
 #include "notes/NoteBox.h"
 #include "notes/NoteFormats.h"
-#include "shell/Context.h"
 
 #include <QDialog>
 

@@ -1,8 +1,8 @@
 // What the windows of the notes room have in common: their place, in the desk's twips.
 #pragma once
 
-#include "platform/WindowPlaces.h"
-#include "shell/state/WindowState.h"
+#include "desk/state/WindowState.h"
+#include "widgets/WindowPlaces.h"
 
 #include <QPushButton>
 #include <QString>

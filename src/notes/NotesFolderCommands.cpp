@@ -6,11 +6,11 @@
 
 #include "common/paths.h"
 #include "platform/Desktop.h"
-#include "platform/Dialogs.h"
-#include "platform/FileListBox.h"
 #include "platform/ProgramFiles.h"
 #include "platform/QtText.h"
 #include "platform/SettingsStore.h"
+#include "widgets/Dialogs.h"
+#include "widgets/FileListBox.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -141,7 +141,7 @@ void NotesRoom::EditFormatFile(const std::string& path) {
 }
 
 // The latest goes into the restore buffer; the others come up with their pictures.
-void NotesRoom::TakeUpDrafts() {
+void NotesRoom::Started() {
     const std::vector<Draft>& drafts = m_drafts.TakeUp();
     if (drafts.empty()) return;
     m.state.NotesSave = drafts.back().text;
@@ -159,11 +159,13 @@ void NotesRoom::KeepValues() {
     if (m_manager) m_manager->KeepPlace();
 }
 
-bool NotesRoom::KeepUnsaved(std::string* why) {
-    return m_drafts.Write(why);
+bool NotesRoom::MayEnd(std::string& why) {
+    if (m_drafts.Write(&why)) return true;
+    why = "Unsaved text is not kept in " + m.files.StateFolder() + ": " + why;
+    return false;
 }
 
-void NotesRoom::Form_Unload() {
+void NotesRoom::End() {
     std::string why; // the window that could tell it is closing
     m_drafts.EndRun(&why);
     if (m_composer) m_composer->CommandCancel_Click();

@@ -1,7 +1,7 @@
 // The notes manager's controls and where they stand.
 #include "notes/NoteWindows.h"
 #include "notes/frmNotesFolder.h"
-#include "platform/FileListBox.h"
+#include "widgets/FileListBox.h"
 
 #include <QBoxLayout>
 #include <QLabel>

@@ -6,8 +6,8 @@
 #include "notes/NoteNames.h"
 #include "notes/NoteText.h"
 #include "notes/frmNotesFolder.h"
-#include "platform/FileListBox.h"
 #include "platform/QtText.h"
+#include "widgets/FileListBox.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,10 +1,11 @@
 // The note beside the picture: the panel, its note file, and the windows that belong to notes.
 #pragma once
 
+#include "desk/Context.h"
+#include "desk/Room.h"
 #include "notes/Drafts.h"
 #include "notes/NoteBox.h"
 #include "notes/NoteStore.h"
-#include "shell/Context.h"
 
 #include <QTimer>
 
@@ -16,21 +17,18 @@ namespace tarn {
 class FrmNewNotes;
 class frmNotesFolder;
 
-class NotesRoom : public NotesCommands {
+class NotesRoom : public NotesCommands, public Room {
 public:
     explicit NotesRoom(Context& context); // once the window's controls are made
     ~NotesRoom() override;
 
-    void ConnectControls();
+    void ConnectControls() override;
 
-    // Start: the settings as read are shown; what an earlier run could not save is offered.
-    void ShowSettings();
-    void TakeUpDrafts();
-
-    // The windows' values onto the desk, before settings are saved; and their end.
-    void KeepValues();
-    void Form_Unload();
-    bool KeepUnsaved(std::string* why); // in the state folder; false when it cannot be written
+    void ShowSettings() override;
+    void Started() override; // what an earlier run could not save is offered
+    void KeepValues() override;
+    bool MayEnd(std::string& why) override; // unsaved text goes into the state folder
+    void End() override;
 
     void CheckForNotes() override;
     void SetNotesFilename() override;

@@ -1,8 +1,8 @@
 // The exposure calculator: four groups of exposures, their sum, and its text for the composer.
 #pragma once
 
+#include "desk/state/WindowState.h"
 #include "notes/ExposureSum.h"
-#include "shell/state/WindowState.h"
 
 #include <QDialog>
 

@@ -2,14 +2,14 @@
 
 #include "common/codepage.h"
 #include "common/paths.h"
+#include "desk/batch/BatchRun.h"
 #include "notes/NoteText.h"
 #include "notes/NoteWindows.h"
 #include "notes/NotesRoom.h"
 #include "platform/EventPump.h"
-#include "platform/FileListBox.h"
 #include "platform/Files.h"
 #include "platform/QtText.h"
-#include "shell/batch/BatchRun.h"
+#include "widgets/FileListBox.h"
 
 #include <QElapsedTimer>
 #include <QGuiApplication>

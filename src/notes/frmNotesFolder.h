@@ -2,9 +2,9 @@
 // without its picture.
 #pragma once
 
+#include "desk/Context.h"
 #include "notes/NoteBox.h"
 #include "notes/NotesFolderFiles.h"
-#include "shell/Context.h"
 
 #include <QDialog>
 

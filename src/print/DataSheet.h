@@ -1,8 +1,8 @@
 // The data sheet: one picture with its path, its camera data and its note on a page. Twips.
 #pragma once
 
-#include "platform/printing/Printer.h"
 #include "print/PrintFaces.h"
+#include "widgets/printing/Printer.h"
 
 #include <string>
 #include <vector>

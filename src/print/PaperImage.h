@@ -1,7 +1,7 @@
 // A picture's pixels for its place on paper.
 #pragma once
 
-#include "platform/imaging/ImgX.h"
+#include "imaging/ImgX.h"
 
 #include <QImage>
 

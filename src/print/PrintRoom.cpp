@@ -2,19 +2,19 @@
 
 #include "common/dates.h"
 #include "common/paths.h"
+#include "desk/batch/BatchRun.h"
+#include "desk/batch/KeptNote.h"
 #include "platform/CrashNote.h"
 #include "platform/EventPump.h"
-#include "platform/FileListBox.h"
 #include "platform/Files.h"
-#include "platform/PictureBox.h"
 #include "platform/QtText.h"
-#include "platform/printing/clsPrintDialog.h"
 #include "print/DataSheet.h"
 #include "print/PaperImage.h"
 #include "print/SheetJob.h"
 #include "print/frmPrintPreview.h"
-#include "shell/batch/BatchRun.h"
-#include "shell/batch/KeptNote.h"
+#include "widgets/FileListBox.h"
+#include "widgets/PictureBox.h"
+#include "widgets/printing/clsPrintDialog.h"
 
 #include <QAction>
 #include <QFontInfo>

@@ -2,10 +2,11 @@
 // the printer they go to.
 #pragma once
 
-#include "platform/printing/Printer.h"
+#include "desk/Context.h"
+#include "desk/Room.h"
 #include "print/PrintFaces.h"
 #include "print/ThumbnailSheet.h"
-#include "shell/Context.h"
+#include "widgets/printing/Printer.h"
 
 #include <memory>
 #include <string>
@@ -14,12 +15,12 @@ namespace tarn {
 
 class frmPrintPreview;
 
-class PrintRoom {
+class PrintRoom : public Room {
 public:
     explicit PrintRoom(Context& context);
-    ~PrintRoom();
+    ~PrintRoom() override;
 
-    void ConnectControls();
+    void ConnectControls() override;
 
     void PrintButton_Click();
     void PrintSetup_Click();

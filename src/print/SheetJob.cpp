@@ -1,13 +1,13 @@
 #include "print/SheetJob.h"
 
 #include "common/paths.h"
+#include "desk/batch/BatchRun.h"
+#include "imaging/PicturesAhead.h"
 #include "platform/CrashNote.h"
-#include "platform/FileListBox.h"
-#include "platform/PictureBox.h"
 #include "platform/QtText.h"
-#include "platform/imaging/PicturesAhead.h"
 #include "print/PaperImage.h"
-#include "shell/batch/BatchRun.h"
+#include "widgets/FileListBox.h"
+#include "widgets/PictureBox.h"
 
 #include <QLabel>
 

@@ -1,8 +1,8 @@
 // Walks through the list and puts each picture, loaded as for the screen, into its cell.
 #pragma once
 
+#include "desk/Context.h"
 #include "print/ThumbnailSheet.h"
-#include "shell/Context.h"
 
 #include <string>
 

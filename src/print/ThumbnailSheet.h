@@ -1,8 +1,8 @@
 // Contact sheets: where each picture of a list and the texts under it stand. Twips throughout.
 #pragma once
 
-#include "platform/printing/Printer.h"
 #include "print/PrintFaces.h"
+#include "widgets/printing/Printer.h"
 
 #include <string>
 #include <string_view>

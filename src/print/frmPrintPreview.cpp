@@ -1,9 +1,9 @@
 #include "print/frmPrintPreview.h"
 
 #include "common/paths.h"
-#include "platform/Dialogs.h"
 #include "platform/QtText.h"
-#include "platform/printing/PagePainter.h"
+#include "widgets/Dialogs.h"
+#include "widgets/printing/PagePainter.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>

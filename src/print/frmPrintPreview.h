@@ -1,9 +1,9 @@
 // The pages of a document before they are sent.
 #pragma once
 
-#include "platform/printing/Printer.h"
-#include "shell/Context.h"
-#include "shell/places/KeptPlace.h"
+#include "desk/Context.h"
+#include "desk/places/KeptPlace.h"
+#include "widgets/printing/Printer.h"
 
 #include <QWidget>
 

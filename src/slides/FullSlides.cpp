@@ -3,15 +3,15 @@
 #include "common/dates.h"
 #include "common/paths.h"
 #include "common/text.h"
+#include "desk/state/Replay.h"
+#include "imaging/PicturesAhead.h"
 #include "pictureinfo/CameraDataText.h"
 #include "platform/CrashNote.h"
-#include "platform/FileListBox.h"
 #include "platform/Files.h"
 #include "platform/Sound.h"
-#include "platform/imaging/PicturesAhead.h"
-#include "shell/state/Replay.h"
 #include "slides/SlidePainter.h"
 #include "slides/SlideTitle.h"
+#include "widgets/FileListBox.h"
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 // acts on that one.
 #pragma once
 
-#include "platform/imaging/Turn.h"
+#include "imaging/Turn.h"
 #include "slides/ShowTime.h"
 #include "slides/SlideKeys.h"
 #include "slides/SlideSequence.h"

@@ -2,8 +2,8 @@
 #include "slides/FullSlides.h"
 
 #include "common/paths.h"
-#include "platform/FileListBox.h"
 #include "slides/SlidePainter.h"
+#include "widgets/FileListBox.h"
 
 #include <QPushButton>
 

@@ -1,10 +1,10 @@
 #include "slides/ManySlides.h"
 
 #include "common/paths.h"
-#include "platform/FileListBox.h"
-#include "platform/imaging/PicturesAhead.h"
+#include "imaging/PicturesAhead.h"
 #include "slides/SlidePainter.h"
 #include "slides/SlideTitle.h"
+#include "widgets/FileListBox.h"
 
 #include <algorithm>
 

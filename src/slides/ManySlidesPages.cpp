@@ -1,11 +1,11 @@
 // Which pictures stand in the areas: pages and steps through the selection of the main window.
 #include "slides/ManySlides.h"
 
-#include "platform/FileListBox.h"
+#include "desk/state/Replay.h"
 #include "platform/QtText.h"
-#include "shell/state/Replay.h"
 #include "slides/SlidePainter.h"
 #include "slides/SlideTitle.h"
+#include "widgets/FileListBox.h"
 
 #include <QLabel>
 

@@ -1,7 +1,7 @@
 #include "slides/PicturesOnly.h"
 
 #include "common/text.h"
-#include "platform/FileListBox.h"
+#include "widgets/FileListBox.h"
 
 #include <QCheckBox>
 #include <QSignalBlocker>

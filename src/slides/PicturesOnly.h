@@ -2,7 +2,7 @@
 // the hidden main window decodes serves the areas of the show as well.
 #pragma once
 
-#include "shell/Context.h"
+#include "desk/Context.h"
 #include "slides/SlideArithmetic.h"
 
 #include <string>

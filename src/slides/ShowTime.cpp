@@ -3,8 +3,8 @@
 #include "common/keys.h"
 #include "platform/Desktop.h"
 #include "platform/EventPump.h"
-#include "platform/FileListBox.h"
 #include "slides/SlideKeys.h"
+#include "widgets/FileListBox.h"
 
 #include <QAction>
 #include <QScopedValueRollback>

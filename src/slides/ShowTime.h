@@ -2,7 +2,7 @@
 // wait for the user or the clock.
 #pragma once
 
-#include "shell/Context.h"
+#include "desk/Context.h"
 #include "slides/SlideArithmetic.h"
 #include "slides/frmSlideShow.h"
 

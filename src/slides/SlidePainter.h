@@ -1,9 +1,9 @@
 // Makes of a decoded picture what a show paints.
 #pragma once
 
-#include "platform/imaging/ImgX.h"
-#include "shell/state/DisplayState.h"
-#include "shell/state/SlideState.h"
+#include "desk/state/DisplayState.h"
+#include "desk/state/SlideState.h"
+#include "imaging/ImgX.h"
 #include "slides/SlideArithmetic.h"
 
 #include <QImage>

@@ -1,10 +1,10 @@
 #include "slides/SlideRoom.h"
 
 #include "platform/EventPump.h"
-#include "platform/FileListBox.h"
 #include "slides/FullSlides.h"
 #include "slides/ManySlides.h"
 #include "slides/ShowTime.h"
+#include "widgets/FileListBox.h"
 
 #include <QAction>
 #include <QPushButton>

@@ -2,7 +2,8 @@
 // after which they go on by themselves.
 #pragma once
 
-#include "shell/Context.h"
+#include "desk/Context.h"
+#include "desk/Room.h"
 #include "slides/SlideArithmetic.h"
 #include "slides/frmSlideDelay.h"
 
@@ -13,11 +14,12 @@ namespace tarn {
 class ShowTime;
 class frmSlideShow;
 
-class SlideRoom : public SlideCommands {
+class SlideRoom : public SlideCommands, public Room {
 public:
     explicit SlideRoom(Context& context) : m(context) {}
 
-    void ConnectControls();
+    void ConnectControls() override;
+    void BreakOff() override { SlideDone(); } // what a show changed is not what is saved
 
     // Each runs a whole show and returns at its end; nothing while one runs already, while a video
     // is shown, or for an empty list.

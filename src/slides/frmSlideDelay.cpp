@@ -1,7 +1,7 @@
 #include "slides/frmSlideDelay.h"
 
-#include "platform/FileListBox.h"
-#include "platform/WindowPlaces.h"
+#include "widgets/FileListBox.h"
+#include "widgets/WindowPlaces.h"
 
 #include <QAction>
 #include <QGroupBox>

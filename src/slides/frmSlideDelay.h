@@ -1,7 +1,7 @@
 // Sets the seconds after which a show goes on by itself. The value holds for this run.
 #pragma once
 
-#include "shell/Context.h"
+#include "desk/Context.h"
 
 #include <QDialog>
 

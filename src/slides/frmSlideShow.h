@@ -2,8 +2,8 @@
 // and turns keys and mouse into the signals that the loop of a show reads. It decides nothing.
 #pragma once
 
-#include "shell/commands/Commands.h"
-#include "shell/state/SlideState.h"
+#include "desk/commands/Commands.h"
+#include "desk/state/SlideState.h"
 
 #include <QElapsedTimer>
 #include <QImage>

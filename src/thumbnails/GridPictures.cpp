@@ -1,7 +1,7 @@
 #include "thumbnails/GridPictures.h"
 
-#include "platform/imaging/fits/ScreenStretch.h"
-#include "platform/mci/ClipFrame.h"
+#include "clips/ClipFrame.h"
+#include "imaging/fits/ScreenStretch.h"
 #include "thumbnails/ScalePicture.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "thumbnails/ListForRun.h"
 
-#include "platform/FileListBox.h"
+#include "widgets/FileListBox.h"
 
 #include <QCheckBox>
 #include <QScopedValueRollback>

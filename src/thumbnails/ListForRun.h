@@ -2,7 +2,7 @@
 // user's own is left as it stands.
 #pragma once
 
-#include "shell/Context.h"
+#include "desk/Context.h"
 
 #include <string>
 

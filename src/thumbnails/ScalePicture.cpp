@@ -1,11 +1,11 @@
 #include "thumbnails/ScalePicture.h"
 
+#include "imaging/JpegWriter.h"
+#include "imaging/PictureLoader.h"
+#include "imaging/Pixels.h"
+#include "imaging/Turn.h"
+#include "imaging/fits/ScreenStretch.h"
 #include "pictureinfo/PictureInfoReader.h"
-#include "platform/imaging/JpegWriter.h"
-#include "platform/imaging/PictureLoader.h"
-#include "platform/imaging/Pixels.h"
-#include "platform/imaging/Turn.h"
-#include "platform/imaging/fits/ScreenStretch.h"
 
 #include <algorithm>
 #include <cmath>

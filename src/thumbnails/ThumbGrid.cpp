@@ -1,8 +1,8 @@
 #include "thumbnails/ThumbGrid.h"
 
 #include "common/paths.h"
-#include "platform/FileListBox.h"
-#include "platform/PictureCells.h"
+#include "widgets/FileListBox.h"
+#include "widgets/PictureCells.h"
 
 #include <QPushButton>
 #include <QSignalBlocker>

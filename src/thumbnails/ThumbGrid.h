@@ -2,7 +2,7 @@
 // seen are asked for, and none while a batch needs the cores.
 #pragma once
 
-#include "shell/Context.h"
+#include "desk/Context.h"
 #include "thumbnails/GridPictures.h"
 
 #include <QCache>

@@ -1,15 +1,15 @@
 #include "thumbnails/ThumbRoom.h"
 
 #include "common/paths.h"
-#include "platform/Dialogs.h"
+#include "desk/batch/BatchRun.h"
+#include "desk/batch/KeptNote.h"
 #include "platform/EventPump.h"
-#include "platform/FileListBox.h"
 #include "platform/QtText.h"
-#include "shell/batch/BatchRun.h"
-#include "shell/batch/KeptNote.h"
 #include "thumbnails/ThumbFolder.h"
 #include "thumbnails/ThumbNames.h"
 #include "thumbnails/frmThumbFolder.h"
+#include "widgets/Dialogs.h"
+#include "widgets/FileListBox.h"
 
 #include <QAction>
 #include <QPushButton>
@@ -65,7 +65,18 @@ std::string ThumbRoom::ThumbnailFolderPath() {
                            m.state.NotesFolder);
 }
 
-void ThumbRoom::ThumbnailsDone() {
+void ThumbRoom::ShowSettings() {
+    QAction& entry = *m.controls.GenerateThumbButton;
+    entry.setProperty("baseCaption", entry.text());
+    ShowSubFolder();
+}
+
+void ThumbRoom::ShowSubFolder() {
+    QAction& entry = *m.controls.GenerateThumbButton;
+    entry.setText(entry.property("baseCaption").toString() + ToCaption(m.state.ThumbSubFolder));
+}
+
+void ThumbRoom::BreakOff() {
     if (m_list) m_list->PutBack();
 }
 
@@ -208,8 +219,7 @@ bool ThumbRoom::SetSubFolder(const std::string& name) {
         return false;
     m.state.ThumbSubFolder = name;
     m.shell.ShowMessage("Thumbnail sub folder set to '" + ShownSubFolder(name) + "'");
-    QAction* entry = m.controls.GenerateThumbButton;
-    entry->setText(entry->property("baseCaption").toString() + ToCaption(name));
+    ShowSubFolder();
     return true;
 }
 

@@ -1,7 +1,8 @@
 // The thumbnails of the folder shown: made, brought up to date, deleted.
 #pragma once
 
-#include "shell/Context.h"
+#include "desk/Context.h"
+#include "desk/Room.h"
 #include "thumbnails/ListForRun.h"
 #include "thumbnails/ThumbGrid.h"
 #include "thumbnails/ThumbRun.h"
@@ -16,19 +17,20 @@ namespace tarn {
 class KeptNote;
 class frmThumbFolder;
 
-class ThumbRoom : public ThumbnailCommands {
+class ThumbRoom : public ThumbnailCommands, public Room {
 public:
     explicit ThumbRoom(Context& context);
     ~ThumbRoom() override;
 
-    void ConnectControls();
-    void ShowSettings() { m_grid.ShowSettings(); } // once they are read
+    void ConnectControls() override;
+    void ShowSettings() override;
+    void Started() override { m_grid.ShowSettings(); }
+    void BreakOff() override;
 
     void GenerateThumbnails(bool updateOnly, const ThumbnailTold& told,
                             QPushButton* ownCancel) override;
     std::string ThumbnailNameOf(const std::string& picture) override;
     std::string ThumbnailFolderPath() override;
-    void ThumbnailsDone() override;
 
     void GenerateThumbButton_Click();
     void GenerateThumbCButton_Click();
@@ -47,6 +49,7 @@ private:
     void ShowPicture(int row, QPushButton* ownCancel);
     void Finish(std::string report, KeptNote& kept, const ThumbnailTold& told);
     bool SetSubFolder(const std::string& name);
+    void ShowSubFolder();
 
     Context& m;
     ThumbGrid m_grid;

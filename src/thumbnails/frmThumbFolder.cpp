@@ -1,8 +1,8 @@
 #include "thumbnails/frmThumbFolder.h"
 
 #include "platform/QtText.h"
-#include "platform/WindowPlaces.h"
 #include "thumbnails/ThumbFolder.h"
+#include "widgets/WindowPlaces.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -6,12 +6,12 @@
 #include "pictureinfo/PictureFile.h"
 #include "platform/Desktop.h"
 #include "platform/EventPump.h"
-#include "platform/FileListBox.h"
-#include "platform/PictureBox.h"
 #include "platform/ProgramFiles.h"
 #include "platform/QtText.h"
-#include "platform/TextPane.h"
-#include "platform/webpane/PageBrowser.h"
+#include "widgets/FileListBox.h"
+#include "widgets/PictureBox.h"
+#include "widgets/TextPane.h"
+#include "widgets/webpane/PageBrowser.h"
 
 #include <QAbstractButton>
 #include <QImage>
@@ -71,6 +71,10 @@ void VideoRoom::ConnectControls() {
         else
             m.shell.ShowError(m_text.Error() + " - " + m.state.FileNameOnly);
     });
+}
+
+void VideoRoom::BreakOff() {
+    if (m.state.VideoShown) CloseVideoClip();
 }
 
 Mci& VideoRoom::Player() {

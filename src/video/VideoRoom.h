@@ -2,10 +2,11 @@
 // logs, pages and texts.
 #pragma once
 
+#include "clips/Mci.h"
+#include "desk/Context.h"
+#include "desk/Room.h"
+#include "desk/batch/BatchRun.h"
 #include "platform/LogFile.h"
-#include "platform/mci/Mci.h"
-#include "shell/Context.h"
-#include "shell/batch/BatchRun.h"
 #include "video/VideoText.h"
 
 #include <QElapsedTimer>
@@ -18,13 +19,14 @@ class QSlider;
 
 namespace tarn {
 
-class VideoRoom : public QObject, public VideoCommands {
+class VideoRoom : public QObject, public VideoCommands, public Room {
 public:
     // The player is made with the first clip.
     VideoRoom(Context& context, std::function<std::unique_ptr<Mci>()> makeMci);
     ~VideoRoom() override;
 
-    void ConnectControls();
+    void ConnectControls() override;
+    void BreakOff() override;
 
     void ShowVideoFile() override;
     void CloseVideoClip() override;

@@ -1,7 +1,7 @@
 // What the panel says of clips, logs and pages, and the player's replies taken apart. No toolkit.
 #pragma once
 
-#include "shell/state/VideoState.h"
+#include "desk/state/VideoState.h"
 
 #include <array>
 #include <string>

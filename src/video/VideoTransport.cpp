@@ -3,11 +3,11 @@
 #include "common/paths.h"
 #include "common/text.h"
 #include "platform/Clipboard.h"
-#include "platform/Dialogs.h"
 #include "platform/Files.h"
-#include "platform/PictureBox.h"
 #include "platform/QtText.h"
 #include "video/VideoRoom.h"
+#include "widgets/Dialogs.h"
+#include "widgets/PictureBox.h"
 
 #include <QBuffer>
 #include <QContextMenuEvent>

@@ -4,10 +4,10 @@
 #include "common/fit.h"
 #include "common/numbers.h"
 #include "common/paths.h"
+#include "imaging/PictureLoader.h"
+#include "imaging/fits/FitsLines.h"
 #include "pictureinfo/PictureFile.h"
 #include "platform/ProgramFiles.h"
-#include "platform/imaging/PictureLoader.h"
-#include "platform/imaging/fits/FitsLines.h"
 #include "web/PageBuild.h"
 #include "web/PageText.h"
 

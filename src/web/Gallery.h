@@ -2,7 +2,7 @@
 // of them share. All texts are page bytes, sizes pixels.
 #pragma once
 
-#include "shell/state/GallerySettings.h"
+#include "desk/state/GallerySettings.h"
 
 #include <string>
 #include <vector>

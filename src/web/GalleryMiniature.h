@@ -1,7 +1,7 @@
 // A small picture of what a gallery's index will look like.
 #pragma once
 
-#include "shell/state/GallerySettings.h"
+#include "desk/state/GallerySettings.h"
 
 #include <QWidget>
 

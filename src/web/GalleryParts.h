@@ -1,7 +1,7 @@
 // What several of a gallery's emitters need.
 #pragma once
 
-#include "shell/state/GallerySettings.h"
+#include "desk/state/GallerySettings.h"
 
 #include <string>
 

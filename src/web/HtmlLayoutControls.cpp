@@ -2,9 +2,9 @@
 #include "web/frmHtmlLayout.h"
 
 #include "common/paths.h"
-#include "platform/FileListBox.h"
-#include "platform/WindowPlaces.h"
 #include "web/FormParts.h"
+#include "widgets/FileListBox.h"
+#include "widgets/WindowPlaces.h"
 
 #include <QAction>
 #include <QCheckBox>

@@ -1,9 +1,9 @@
 // The four frames of the page form in which its look is chosen.
 #include "web/frmHtmlLayout.h"
 
-#include "platform/Dialogs.h"
 #include "web/FormParts.h"
 #include "web/HtmlColor.h"
+#include "widgets/Dialogs.h"
 
 #include <QCheckBox>
 #include <QGridLayout>

@@ -1,11 +1,11 @@
 // The controls of the gallery form, group by group.
 #include "web/frmHtmlThumb.h"
 
-#include "platform/Dialogs.h"
-#include "platform/FileListBox.h"
 #include "web/FormParts.h"
 #include "web/GalleryMiniature.h"
 #include "web/HtmlColor.h"
+#include "widgets/Dialogs.h"
+#include "widgets/FileListBox.h"
 
 #include <QAction>
 #include <QCheckBox>

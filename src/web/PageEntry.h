@@ -2,7 +2,7 @@
 // All texts are page bytes.
 #pragma once
 
-#include "shell/state/HtmlSettings.h"
+#include "desk/state/HtmlSettings.h"
 
 #include <string>
 #include <string_view>

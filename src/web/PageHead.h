@@ -1,7 +1,7 @@
 // Head and close of a hand-laid page. All texts are page bytes.
 #pragma once
 
-#include "shell/state/HtmlSettings.h"
+#include "desk/state/HtmlSettings.h"
 
 #include <string>
 #include <string_view>

@@ -3,8 +3,8 @@
 // setting by name.
 #pragma once
 
-#include "shell/state/GallerySettings.h"
-#include "shell/state/HtmlSettings.h"
+#include "desk/state/GallerySettings.h"
+#include "desk/state/HtmlSettings.h"
 #include "web/PageText.h"
 
 #include <string>

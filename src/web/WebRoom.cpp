@@ -2,12 +2,12 @@
 
 #include "common/paths.h"
 #include "platform/Desktop.h"
-#include "platform/Dialogs.h"
-#include "platform/FileListBox.h"
 #include "platform/Files.h"
 #include "web/SavedValues.h"
 #include "web/frmHtmlLayout.h"
 #include "web/frmHtmlThumb.h"
+#include "widgets/Dialogs.h"
+#include "widgets/FileListBox.h"
 
 namespace tarn {
 
@@ -123,7 +123,7 @@ void WebRoom::KeepValues() {
     if (m_gallery) m_gallery->Form_Unload();
 }
 
-void WebRoom::Form_Unload() {
+void WebRoom::BreakOff() {
     if (m_layout) m_layout->Form_Unload();
 }
 

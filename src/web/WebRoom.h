@@ -1,7 +1,8 @@
 // The commands of the menu "Web pages": the two forms, and the html files of a folder.
 #pragma once
 
-#include "shell/Context.h"
+#include "desk/Context.h"
+#include "desk/Room.h"
 
 #include <memory>
 #include <string>
@@ -11,12 +12,12 @@ namespace tarn {
 class frmHtmlLayout;
 class frmHtmlThumb;
 
-class WebRoom {
+class WebRoom : public Room {
 public:
     explicit WebRoom(Context& context);
-    ~WebRoom();
+    ~WebRoom() override;
 
-    void ConnectControls();
+    void ConnectControls() override;
 
     void CreateAppendHtmlFile_Click();
     void HtmlThumbButton_Click();
@@ -25,10 +26,8 @@ public:
     void HtmlEditCustomButton_Click(); // in the chosen html editor
     void HtmlDeleteButton_Click();     // all pages of the folder, to the wastebasket
 
-    // The forms' values onto the desk, before settings are saved.
-    void KeepValues();
-    // The program ends: an open page gets its close.
-    void Form_Unload();
+    void KeepValues() override;
+    void BreakOff() override; // an open page gets its close
 
 private:
     std::string AskForFile(const char* title, const char* filter);

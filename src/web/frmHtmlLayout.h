@@ -1,8 +1,8 @@
 // Builds one web page by hand: its file, its look, its header, then picture after picture.
 #pragma once
 
-#include "shell/Context.h"
-#include "shell/places/KeptPlace.h"
+#include "desk/Context.h"
+#include "desk/places/KeptPlace.h"
 #include "web/FormFields.h"
 #include "web/PageBuild.h"
 

@@ -3,17 +3,17 @@
 #include "common/dates.h"
 #include "common/paths.h"
 #include "common/patterns.h"
+#include "desk/batch/BatchRun.h"
 #include "platform/Desktop.h"
-#include "platform/Dialogs.h"
 #include "platform/EventPump.h"
-#include "platform/FileListBox.h"
 #include "platform/Files.h"
 #include "platform/ProgramFiles.h"
-#include "shell/batch/BatchRun.h"
 #include "web/DiskFacts.h"
 #include "web/FormParts.h"
 #include "web/GalleryMiniature.h"
 #include "web/PageText.h"
+#include "widgets/Dialogs.h"
+#include "widgets/FileListBox.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>

@@ -1,8 +1,8 @@
 // The options of a gallery of thumbnails, and the commands that make one.
 #pragma once
 
-#include "shell/Context.h"
-#include "shell/places/KeptPlace.h"
+#include "desk/Context.h"
+#include "desk/places/KeptPlace.h"
 #include "web/FormFields.h"
 #include "web/GalleryRun.h"
 

@@ -1,7 +1,7 @@
 // What the user can send: "About", and the note of a crash.
 #include "AppDesk.h"
 
-#include "shell/about/AboutText.h"
+#include "app/about/AboutText.h"
 
 #include <set>
 

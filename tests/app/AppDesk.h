@@ -10,13 +10,13 @@
 #include "support/TestFolder.h"
 #include "support/Trees.h"
 
+#include "app/House.h"
 #include "platform/Clipboard.h"
-#include "platform/FileListBox.h"
 #include "platform/Files.h"
-#include "platform/PictureBox.h"
 #include "platform/SettingsStore.h"
-#include "shell/House.h"
 #include "slides/frmSlideShow.h"
+#include "widgets/FileListBox.h"
+#include "widgets/PictureBox.h"
 
 #include <QAction>
 #include <QApplication>

@@ -4,7 +4,7 @@
 #include "FaultWorld.h"
 #include "FullDisk.h"
 
-#include "platform/PictureBox.h"
+#include "widgets/PictureBox.h"
 
 #include <QComboBox>
 

@@ -1,7 +1,7 @@
 // Help, logs and outside programs, from the menus of the whole window.
 #include "AppDesk.h"
 
-#include "shell/help/HelpPages.h"
+#include "app/help/HelpPages.h"
 
 #include <QTextBrowser>
 

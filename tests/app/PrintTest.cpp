@@ -2,8 +2,8 @@
 #include "AppDesk.h"
 
 #include "../print/Orders.h"
-#include "platform/printing/clsPrintDialog.h"
 #include "print/frmPrintPreview.h"
+#include "widgets/printing/clsPrintDialog.h"
 
 #include <QDate>
 

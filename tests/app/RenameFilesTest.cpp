@@ -1,9 +1,9 @@
 // The window that renames many files, on real files with their notes: what it shows, what it does,
 // and how it stops.
 #include "FilesDesk.h"
-#include "video/ClipFiles.h"
+#include "clips/ClipFiles.h"
 
-#include "platform/FolderTreeview.h"
+#include "widgets/FolderTreeview.h"
 
 #include <QGroupBox>
 #include <QShortcut>

@@ -1,9 +1,9 @@
 // Files that are no pictures, in the whole window.
 #include "FilesDesk.h"
-#include "video/ClipFiles.h"
+#include "clips/ClipFiles.h"
 
-#include "platform/FolderTreeview.h"
-#include "platform/webpane/PageBrowser.h"
+#include "widgets/FolderTreeview.h"
+#include "widgets/webpane/PageBrowser.h"
 
 #include <QScrollBar>
 #include <QSlider>

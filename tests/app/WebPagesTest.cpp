@@ -1,6 +1,6 @@
 #include "FilesDesk.h"
-#include "platform/webpane/PageBrowser.h"
 #include "web/PageHead.h"
+#include "widgets/webpane/PageBrowser.h"
 
 #include <QRadioButton>
 #include <QSlider>

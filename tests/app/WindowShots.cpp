@@ -3,7 +3,7 @@
 // QT_QPA_PLATFORM=offscreen:configfile=...
 #include "AllWindows.h"
 
-#include "platform/ClearOutlines.h"
+#include "widgets/ClearOutlines.h"
 
 #include <QDir>
 #include <QFont>

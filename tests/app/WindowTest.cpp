@@ -1,8 +1,8 @@
 #include "AppDesk.h"
 
+#include "app/window/frmMain.h"
+#include "imaging/PicturesAhead.h"
 #include "platform/QtText.h"
-#include "platform/imaging/PicturesAhead.h"
-#include "shell/window/frmMain.h"
 
 #include <QDialog>
 #include <QProcess>

@@ -2,8 +2,8 @@
 #include "Desk.h"
 #include "FitsFiles.h"
 
-#include "platform/imaging/PicturesAhead.h"
-#include "platform/imaging/fits/ScreenStretch.h"
+#include "imaging/PicturesAhead.h"
+#include "imaging/fits/ScreenStretch.h"
 
 #include <QAction>
 #include <QCheckBox>

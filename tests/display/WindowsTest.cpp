@@ -1,7 +1,7 @@
 // The windows beside the main window: brightness, size window, 1:1 window.
 #include "Desk.h"
 
-#include "platform/WindowPlaces.h"
+#include "widgets/WindowPlaces.h"
 
 #include <QAction>
 #include <QLabel>

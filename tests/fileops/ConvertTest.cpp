@@ -3,7 +3,7 @@
 
 #include "PictureFiles.h"
 #include "fileops/ClipboardText.h"
-#include "platform/imaging/JpegWriter.h"
+#include "imaging/JpegWriter.h"
 #include "support/TestFolder.h"
 #include "support/Trees.h"
 

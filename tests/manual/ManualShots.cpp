@@ -12,15 +12,15 @@
 //   close WINDOW
 //
 // A line that cannot be done ends the run with status 1.
+#include "app/House.h"
 #include "platform/Clipboard.h"
 #include "platform/Desktop.h"
-#include "platform/Dialogs.h"
 #include "platform/EventPump.h"
-#include "platform/FileListBox.h"
 #include "platform/Files.h"
 #include "platform/SettingsStore.h"
 #include "platform/Sound.h"
-#include "shell/House.h"
+#include "widgets/Dialogs.h"
+#include "widgets/FileListBox.h"
 
 #include <QAbstractButton>
 #include <QAction>

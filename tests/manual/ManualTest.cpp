@@ -1,5 +1,5 @@
 // The manual holds together: nothing in it leads nowhere, and nothing in it cannot be found.
-#include "shell/help/HelpPages.h"
+#include "app/help/HelpPages.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
 #include "Acts.h"
 
-#include "platform/FolderTreeview.h"
+#include "desk/controls/SlideButtons.h"
 #include "platform/QtText.h"
-#include "platform/webpane/PageBrowser.h"
-#include "shell/controls/SlideButtons.h"
 #include "slides/frmSlideShow.h"
+#include "widgets/FolderTreeview.h"
+#include "widgets/webpane/PageBrowser.h"
 
 #include <QAbstractButton>
 #include <QAbstractSlider>

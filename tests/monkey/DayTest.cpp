@@ -2,10 +2,10 @@
 // a look at the outcome at each station.
 #include "FitsFiles.h"
 #include "app/FilesDesk.h"
-#include "video/ClipFiles.h"
+#include "clips/ClipFiles.h"
 
-#include "platform/FolderTreeview.h"
-#include "platform/webpane/PageBrowser.h"
+#include "widgets/FolderTreeview.h"
+#include "widgets/webpane/PageBrowser.h"
 
 #include <QComboBox>
 

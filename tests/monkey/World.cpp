@@ -1,7 +1,7 @@
 #include "World.h"
 
 #include "FitsFiles.h"
-#include "video/ClipFiles.h"
+#include "clips/ClipFiles.h"
 
 #include <algorithm>
 #include <sys/stat.h>

@@ -1,9 +1,9 @@
 #include "NavDesk.h"
 
+#include "desk/batch/KeptNote.h"
+#include "desk/controls/SlideButtons.h"
 #include "navigation/FolderHistory.h"
 #include "platform/QtText.h"
-#include "shell/batch/KeptNote.h"
-#include "shell/controls/SlideButtons.h"
 
 #include <QAction>
 #include <QLabel>

@@ -1,7 +1,7 @@
 // The notes manager.
 #include "NotesDesk.h"
 
-#include "platform/FileListBox.h"
+#include "widgets/FileListBox.h"
 
 #include <filesystem>
 

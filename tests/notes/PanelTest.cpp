@@ -1,7 +1,7 @@
 // Loading, clearing, restoring, stepping, deleting; the folder; marks and choice of the list.
 #include "NotesDesk.h"
 
-#include "platform/FileListBox.h"
+#include "widgets/FileListBox.h"
 
 #include <QAction>
 #include <QCheckBox>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/Files.h"
-#include "platform/printing/Printer.h"
+#include "widgets/printing/Printer.h"
 
 #include <cmath>
 #include <memory>

@@ -139,9 +139,8 @@ struct SlideDesk : RoomDesk {
     SteppingNavigation navigation{calls, state, controls, display};
     ReadingInfo info{calls, state};
     DeletingFiles deletes{calls, state, controls};
-    Context context{state,  controls,  navigation, display, info,  notes,   room,
-                    copies, deletes,   thumbnails, video,   shell, ahead,   *clipboard,
-                    *files, *settings, pump,       dialogs, sound, desktop, printing};
+    Context context =
+        Join(navigation, display, info, {.slides = &room, .fileops = &deletes, .events = &pump});
     std::vector<std::string> seen; // slides, one a round of the wait
 
     SlideDesk() {

@@ -1,14 +1,14 @@
 // Rooms and outside that write down what they are asked, one line a call.
 #pragma once
 
+#include "desk/commands/Commands.h"
+#include "imaging/ImgX.h"
 #include "platform/Desktop.h"
-#include "platform/Dialogs.h"
 #include "platform/EventPump.h"
 #include "platform/Sound.h"
-#include "platform/imaging/ImgX.h"
-#include "platform/printing/PageSizes.h"
-#include "platform/printing/RecordedPaper.h"
-#include "shell/commands/Commands.h"
+#include "widgets/Dialogs.h"
+#include "widgets/printing/PageSizes.h"
+#include "widgets/printing/RecordedPaper.h"
 
 #include <functional>
 #include <string>
@@ -59,6 +59,7 @@ struct RecordingNavigation : NavigationCommands, Recorder {
     void FileBackButton_Click() override { Write("FileBack"); }
     void FileFwdButton_Click() override { Write("FileFwd"); }
     void SetFilterShown(bool shown) override { Write(shown ? "filter up" : "filter down"); }
+    void ListClassOf(const std::string& path) override { Write("list class of " + path); }
     void ResetFileHistory(bool with) override {
         Write(with ? "history with row" : "history empty");
     }
@@ -170,7 +171,6 @@ struct RecordingThumbnails : ThumbnailCommands, Recorder {
         return "T120_" + picture.substr(picture.rfind('/') + 1);
     }
     std::string ThumbnailFolderPath() override { return folder; }
-    void ThumbnailsDone() override { Write("ThumbnailsDone"); }
     std::string folder;
 };
 

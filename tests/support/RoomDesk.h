@@ -5,14 +5,14 @@
 #include "support/RecordingRooms.h"
 #include "support/TestFolder.h"
 
+#include "desk/Context.h"
+#include "imaging/PicturesAhead.h"
 #include "platform/Clipboard.h"
-#include "platform/FileListBox.h"
 #include "platform/Files.h"
-#include "platform/FolderTreeview.h"
-#include "platform/PictureBox.h"
 #include "platform/SettingsStore.h"
-#include "platform/imaging/PicturesAhead.h"
-#include "shell/Context.h"
+#include "widgets/FileListBox.h"
+#include "widgets/FolderTreeview.h"
+#include "widgets/PictureBox.h"
 
 #include <QMenuBar>
 #include <QWidget>
@@ -53,11 +53,38 @@ struct RoomDesk {
         MakeMenus(controls, bar, window);
         state.FormLoadDone = true;
     }
-    // With the rooms that a test brings itself.
+    // What a test brings itself beside the three rooms below; null: the recording one.
+    struct Own {
+        SlideCommands* slides = nullptr;
+        FileCommands* fileops = nullptr;
+        EventPump* events = nullptr;
+    };
     Context Join(NavigationCommands& navigation, DisplayCommands& display, InfoCommands& info) {
-        return {state,  controls,  navigation, display, info,  notes,   slides,
-                copies, fileops,   thumbnails, video,   shell, ahead,   *clipboard,
-                *files, *settings, *events,    dialogs, sound, desktop, printing};
+        return Join(navigation, display, info, {});
+    }
+    Context Join(NavigationCommands& navigation, DisplayCommands& display, InfoCommands& info,
+                 const Own& own) {
+        return {.state = state,
+                .controls = controls,
+                .navigation = navigation,
+                .display = display,
+                .info = info,
+                .notes = notes,
+                .slides = own.slides ? *own.slides : slides,
+                .copies = copies,
+                .fileops = own.fileops ? *own.fileops : fileops,
+                .thumbnails = thumbnails,
+                .video = video,
+                .shell = shell,
+                .ahead = ahead,
+                .clipboard = *clipboard,
+                .files = *files,
+                .settings = *settings,
+                .events = own.events ? *own.events : *events,
+                .dialogs = dialogs,
+                .sound = sound,
+                .desktop = desktop,
+                .printing = printing};
     }
 };
 

@@ -3,8 +3,8 @@
 #include "support/ExifBuilder.h"
 #include "support/TestFolder.h"
 
-#include "platform/imaging/ImgX.h"
-#include "platform/imaging/JpegWriter.h"
+#include "imaging/ImgX.h"
+#include "imaging/JpegWriter.h"
 #include "thumbnails/ScalePicture.h"
 
 #include <gtest/gtest.h>

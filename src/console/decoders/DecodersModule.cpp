@@ -4,8 +4,8 @@
 #include "console/decoders/Pages.h"
 #include "console/decoders/Sheets.h"
 #include "console/decoders/Thumbnails.h"
-#include "platform/imaging/PictureLoader.h"
-#include "platform/imaging/fits/FitsLines.h"
+#include "imaging/PictureLoader.h"
+#include "imaging/fits/FitsLines.h"
 
 #include <QGuiApplication>
 

@@ -1,0 +1,101 @@
+// The roof: the desk, the window, the platform and every room, joined by the one Context.
+#pragma once
+
+#include "app/about/CrashStrip.h"
+#include "app/about/frmText.h"
+#include "app/logs/frmLogs.h"
+#include "app/outside/OutsidePrograms.h"
+#include "app/start/Lifecycle.h"
+#include "app/window/ShellRoom.h"
+#include "app/window/frmMain.h"
+#include "desk/Context.h"
+#include "display/DisplayRoom.h"
+#include "fileops/CopyRoom.h"
+#include "fileops/FileRoom.h"
+#include "fileops/ImportExport.h"
+#include "imaging/PicturesAhead.h"
+#include "navigation/NavigationRoom.h"
+#include "navigation/PaneKeys.h"
+#include "notes/NotesRoom.h"
+#include "panel/PictureInfoRoom.h"
+#include "print/PrintRoom.h"
+#include "slides/SlideRoom.h"
+#include "thumbnails/ThumbRoom.h"
+#include "video/VideoRoom.h"
+#include "web/WebRoom.h"
+#include "widgets/ShownWindows.h"
+
+#include <QTimer>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tarn {
+
+// The outside, as the program or a test brings it.
+struct Platform {
+    Files& files;
+    SettingsStore& settings;
+    EventPump& events;
+    Dialogs& dialogs;
+    Sound& sound;
+    Desktop& desktop;
+    Clipboard& clipboard;
+    Printing& printing;
+};
+
+class House {
+public:
+    explicit House(const Platform& platform);
+
+    // False when the program cannot run.
+    bool Start(const std::string& path, const std::string& imagingError);
+
+    // A file or folder from outside: dropped, chosen, or handed over by a second start.
+    void Open(const std::string& path);
+
+    ShownWindows screens;
+    ProgramState state;
+    MainControls controls;
+    PicturesAhead ahead;
+    Context context;
+    frmMain window;
+    ShellRoom shell;
+    NavigationRoom navigation;
+    DisplayRoom display;
+    PictureInfoRoom info;
+    NotesRoom notes;
+    SlideRoom slides;
+    CopyRoom copies;
+    FileRoom fileops;
+    PrintRoom print;
+    ThumbRoom thumbnails;
+    WebRoom web;
+    VideoRoom video;
+    ImportExport importExport;
+    OutsidePrograms programs;
+    PaneKeys keys;
+    Lifecycle lifecycle;
+    CrashStrip crash;
+
+private:
+    std::vector<Room*> Rooms();
+    void WireFile();
+    void WireHelp();
+    void WireWindow();
+    void WindowResized();
+    void ResizeTimer_Timer();
+    void AskForFile();
+    void AskForFolder();
+
+    void ShowLogsButton_Click();
+    void VersionButton_Click();
+
+    std::unique_ptr<frmLogs> m_logs; // made when it is first asked for
+    std::unique_ptr<frmText> m_about;
+    QTimer m_resizeTimer;
+    std::string m_handedEarly; // a path that came while the program was loading
+};
+
+} // namespace tarn

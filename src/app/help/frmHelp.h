@@ -1,0 +1,41 @@
+// The help: a list of pages, the page chosen, and a field that finds words in all of them. It
+// stands beside the other windows and blocks none.
+#pragma once
+
+#include "desk/places/KeptPlace.h"
+
+#include <QWidget>
+
+class QLabel;
+class QLineEdit;
+class QListWidget;
+
+namespace tarn {
+
+class HelpText;
+
+class frmHelp : public QWidget {
+public:
+    explicit frmHelp(WindowPlace& place);
+
+    // Shows the window on a page of HelpPages(); another number shows it on the page it has.
+    void ShowPage(int page);
+
+    // The next place of the text in the field: in this page behind the cursor, then in the pages
+    // after it, round to the start.
+    void FindNext();
+
+private:
+    void MakeContents();
+    void MakeKeys();
+    void ShowRow(int row);
+    bool FindFromStart(const QString& text, int row);
+
+    QListWidget* m_pages;
+    HelpText* m_page;
+    QLineEdit* m_find;
+    QLabel* m_found;
+    KeptPlace m_place;
+};
+
+} // namespace tarn

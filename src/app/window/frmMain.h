@@ -1,0 +1,89 @@
+// The main window: makes the controls of the table, gives each its place, and hands what happens to
+// the rooms. It knows no picture and no file.
+#pragma once
+
+#include "app/window/MainLayout.h"
+#include "desk/controls/MainControls.h"
+
+#include <QMainWindow>
+
+#include <functional>
+#include <map>
+
+class QBoxLayout;
+class QScrollArea;
+class QSplitter;
+
+namespace tarn {
+
+class Files;
+class FlowRow;
+
+class frmMain : public QMainWindow {
+    Q_OBJECT
+
+public:
+    frmMain(MainControls& controls, const Files& files);
+
+    // Lays the window out for its present size.
+    void LayOutNow();
+    QSize DesignSize() const { return m_design; }
+
+    // Place of the splitter in twips.
+    int SplitterTop() const;
+    void SetSplitterTop(int twips);
+    int DesignSplitterTop() const; // two fifths for the tree
+
+    // Font of the file list made larger by so many points; the size as the list now reports it.
+    double ChangeListFont(double by);
+
+    std::function<void()> onResize;                 // the size has changed, after the layout
+    std::function<void()> onClose;                  // the window is asked to close
+    std::function<void(const std::string&)> onOpen; // a file or folder was dropped
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void MakeBars();
+    void MakePanels();
+    QWidget* Bar(const char* name, QWidget* parent);
+    void Put(QWidget* widget, Place place);
+    void StyleControls();
+    void Measure();
+    void StyleFonts();
+    void ReserveInfo();
+    int LeastPanel(int notesWidth) const;
+    int LeastListSide(int width) const;
+    void SetLeastArea(QSize outside);
+    QSize AreaInside(QSize outside);
+    LayoutMeasures MeasuresFor(QSize area) const;
+    void PlacePanes(const QRect& area);
+
+    MainControls& m_controls;
+    QScrollArea* m_scroll = nullptr; // shows bars only on a screen too small for the least area
+    QWidget* m_area = nullptr;       // what the layout divides
+    QWidget* m_folderBar = nullptr;
+    QSplitter* m_splitter = nullptr; // vbuSplitter
+    QWidget* m_listSide = nullptr;
+    QWidget* m_tools = nullptr;
+    QWidget* m_panes = nullptr;
+    QWidget* m_videoFrame = nullptr;
+    QWidget* m_exif = nullptr;
+    QWidget* m_notes = nullptr;
+    std::map<Place, QBoxLayout*> m_bars; // of one control each
+    std::map<Place, FlowRow*> m_rows;
+    LayoutMeasures m_measures; // of the design size
+    LayoutMeasures m_least;    // of the smallest area
+    QSize m_designArea;
+    QSize m_design;
+    QSize m_laidOut;
+    int m_leastWidth = 0;
+    int m_toolsHeight = 0; // as laid out
+};
+
+} // namespace tarn

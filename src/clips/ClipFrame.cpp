@@ -1,0 +1,83 @@
+#include "clips/ClipFrame.h"
+
+#include "clips/AvFile.h"
+#include "clips/SerPicture.h"
+
+extern "C" {
+#include <libswscale/swscale.h>
+}
+
+#include <memory>
+
+namespace tarn {
+
+namespace {
+
+constexpr int kMostPackets = 200; // looked at for a frame
+
+struct Closer {
+    void operator()(AVCodecContext* context) const { avcodec_free_context(&context); }
+    void operator()(AVFrame* frame) const { av_frame_free(&frame); }
+    void operator()(SwsContext* context) const { sws_freeContext(context); }
+};
+
+QSize SizeIn(QSize frame, int side) {
+    if (frame.width() <= side && frame.height() <= side) return frame;
+    return frame.scaled(side, side, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
+}
+
+QImage Scaled(const AVFrame& frame, int side) {
+    QImage picture(SizeIn(QSize(frame.width, frame.height), side), QImage::Format_RGB32);
+    const std::unique_ptr<SwsContext, Closer> scaler(
+        sws_getContext(frame.width, frame.height, AVPixelFormat(frame.format), picture.width(),
+                       picture.height(), AV_PIX_FMT_BGRA, SWS_AREA, nullptr, nullptr, nullptr));
+    if (!scaler) return {};
+    std::uint8_t* const lines[] = {picture.bits(), nullptr, nullptr, nullptr};
+    const int strides[] = {int(picture.bytesPerLine()), 0, 0, 0};
+    sws_scale(scaler.get(), frame.data, frame.linesize, 0, frame.height, lines, strides);
+    return picture;
+}
+
+bool DecodeOne(AVFormatContext& file, int stream, AVCodecContext& decoder, AVFrame& frame) {
+    const AvPacket packet(av_packet_alloc());
+    for (int i = 0; i < kMostPackets; ++i) {
+        const bool ends = av_read_frame(&file, packet.get()) < 0;
+        if (ends || packet->stream_index == stream)
+            avcodec_send_packet(&decoder, ends ? nullptr : packet.get());
+        av_packet_unref(packet.get());
+        if (avcodec_receive_frame(&decoder, &frame) == 0) return true;
+        if (ends) return false;
+    }
+    return false;
+}
+
+QImage FirstOfAv(const std::string& path, int side) {
+    const std::atomic<bool> never = false;
+    std::string error;
+    const AvFile file = OpenAvFile(path, never, error);
+    if (!file) return {};
+    const AVCodec* codec = nullptr;
+    const int stream = av_find_best_stream(file.get(), AVMEDIA_TYPE_VIDEO, -1, -1, &codec, 0);
+    if (stream < 0 || !codec) return {};
+    const std::unique_ptr<AVCodecContext, Closer> decoder(avcodec_alloc_context3(codec));
+    const std::unique_ptr<AVFrame, Closer> frame(av_frame_alloc());
+    if (avcodec_parameters_to_context(decoder.get(), file->streams[stream]->codecpar) < 0)
+        return {};
+    decoder->thread_count = 1;
+    if (avcodec_open2(decoder.get(), codec, nullptr) < 0) return {};
+    return DecodeOne(*file, stream, *decoder, *frame) ? Scaled(*frame, side) : QImage();
+}
+
+} // namespace
+
+QImage FirstFrame(const std::string& path, int side) {
+    SerFile ser;
+    if (!ser.Open(path).empty()) return FirstOfAv(path, side);
+    std::string error;
+    const QImage picture = SerPicture(ser, 0, error);
+    return picture.isNull() ? picture
+                            : picture.scaled(SizeIn(picture.size(), side), Qt::IgnoreAspectRatio,
+                                             Qt::SmoothTransformation);
+}
+
+} // namespace tarn

@@ -1,0 +1,181 @@
+#include "clips/SerFile.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+
+namespace tarn {
+
+namespace {
+
+constexpr std::string_view kMark = "LUCAM-RECORDER";
+constexpr std::size_t kHeaderBytes = 178;
+constexpr std::uint64_t kMostPixels = 100'000'000;
+constexpr int kMostSide = 65535;       // pixels
+constexpr double kTicks = 1e7;         // of a time, in a second
+constexpr std::size_t kTextBytes = 40; // of each name in the header
+
+std::uint32_t Number(const std::uint8_t* bytes) {
+    return std::uint32_t(bytes[0]) | std::uint32_t(bytes[1]) << 8 | std::uint32_t(bytes[2]) << 16 |
+           std::uint32_t(bytes[3]) << 24;
+}
+
+std::int64_t Ticks(const std::uint8_t* bytes) {
+    return std::int64_t(std::uint64_t(Number(bytes)) | std::uint64_t(Number(bytes + 4)) << 32);
+}
+
+std::string TextAt(const std::uint8_t* bytes) {
+    std::string text(reinterpret_cast<const char*>(bytes), kTextBytes);
+    text.resize(std::min(text.find('\0'), text.size()));
+    text.erase(text.find_last_not_of(' ') + 1);
+    return text;
+}
+
+// How much neighbours differ when the bytes are read in this order: noise is what is wrong.
+std::uint64_t Roughness(const std::vector<std::uint8_t>& frame, std::size_t high, int step) {
+    std::uint64_t sum = 0;
+    const std::size_t ahead = 2 * std::size_t(step);
+    for (std::size_t i = 0; i + ahead + 1 < frame.size(); i += 2) {
+        const int here = frame[i + high] << 8 | frame[i + 1 - high];
+        const int next = frame[i + ahead + high] << 8 | frame[i + ahead + 1 - high];
+        sum += std::uint64_t(std::abs(here - next));
+    }
+    return sum;
+}
+
+// The mean of the neighbours of (x, y) that carry a colour; `at` says which one a place carries.
+template <typename At>
+std::uint16_t Mean(const SerHeader& h, const std::vector<std::uint16_t>& samples, int x, int y,
+                   int color, At at) {
+    std::uint32_t sum = 0;
+    std::uint32_t count = 0;
+    for (int v = std::max(0, y - 1); v <= std::min(h.height - 1, y + 1); ++v)
+        for (int u = std::max(0, x - 1); u <= std::min(h.width - 1, x + 1); ++u)
+            if (at(u, v) == color) {
+                sum += samples[std::size_t(v) * std::size_t(h.width) + std::size_t(u)];
+                ++count;
+            }
+    return count ? std::uint16_t(sum / count) : 0;
+}
+
+} // namespace
+
+bool IsSer(const std::string& start) {
+    return start.starts_with(kMark);
+}
+
+bool SerFile::ReadAt(std::int64_t place, void* bytes, std::size_t count) {
+    return ::fseeko(m_file.get(), place, SEEK_SET) == 0 &&
+           std::fread(bytes, 1, count, m_file.get()) == count;
+}
+
+std::string SerFile::Open(const std::string& path) {
+    m_header = {};
+    m_orderKnown = false;
+    m_file.reset(std::fopen(path.c_str(), "rb"));
+    if (!m_file) return std::strerror(errno);
+    std::array<std::uint8_t, kHeaderBytes> bytes{};
+    if (!ReadAt(0, bytes.data(), bytes.size()) ||
+        std::memcmp(bytes.data(), kMark.data(), kMark.size()) != 0)
+        return "Not a SER file";
+    SerHeader& h = m_header;
+    h.color = int(Number(&bytes[18]));
+    const std::uint32_t width = Number(&bytes[26]);
+    const std::uint32_t height = Number(&bytes[30]);
+    const std::uint32_t bits = Number(&bytes[34]);
+    const std::uint32_t frames = Number(&bytes[38]);
+    if (width < 1 || height < 1 || width > kMostSide || height > kMostSide)
+        return "The size of the frames is wrong";
+    if (std::uint64_t(width) * height > kMostPixels) return "The frames are too large";
+    if (bits < 1 || bits > 16) return "The depth of the pixels is wrong";
+    h.width = int(width);
+    h.height = int(height);
+    h.bits = int(bits);
+    h.observer = TextAt(&bytes[42]);
+    h.instrument = TextAt(&bytes[82]);
+    h.telescope = TextAt(&bytes[122]);
+    if (::fseeko(m_file.get(), 0, SEEK_END) != 0) return std::strerror(errno);
+    const std::int64_t held =
+        (::ftello(m_file.get()) - std::int64_t(kHeaderBytes)) / h.FrameBytes();
+    m_framesStated = int(std::min<std::uint32_t>(frames, INT32_MAX));
+    h.frames = int(std::min<std::int64_t>(held, m_framesStated));
+    return h.frames > 0 ? "" : "The clip has no frames";
+}
+
+std::vector<double> SerFile::Times() {
+    constexpr std::size_t kTimeBytes = 8;
+    if (m_header.frames != m_framesStated) return {};
+    const auto count = std::size_t(m_header.frames);
+    const std::int64_t place = std::int64_t(kHeaderBytes) + m_header.FrameBytes() * m_header.frames;
+    if (::fseeko(m_file.get(), 0, SEEK_END) != 0 ||
+        ::ftello(m_file.get()) - place < std::int64_t(count * kTimeBytes))
+        return {};
+    std::vector<std::uint8_t> bytes(count * kTimeBytes);
+    if (!ReadAt(place, bytes.data(), bytes.size())) return {};
+    std::vector<double> times(count);
+    const std::int64_t first = Ticks(bytes.data());
+    if (first < 0) return {};
+    std::int64_t before = first - 1;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::int64_t ticks = Ticks(&bytes[i * kTimeBytes]);
+        if (ticks <= before) return {};
+        times[i] = double(ticks - first) / kTicks;
+        before = ticks;
+    }
+    return times;
+}
+
+// The header has a word for it that programs write either way round, so the pixels are asked.
+void SerFile::FindByteOrder(const std::vector<std::uint8_t>& frame) {
+    const int step = m_header.IsBayer() ? 2 : m_header.Samples();
+    const std::uint64_t highFirst = Roughness(frame, 0, step);
+    const std::uint64_t lowFirst = Roughness(frame, 1, step);
+    m_highByteFirst = highFirst < lowFirst;
+    m_orderKnown = highFirst != lowFirst; // an even frame says nothing
+}
+
+std::string SerFile::ReadFrame(int frame, std::vector<std::uint16_t>& samples) {
+    if (frame < 0 || frame >= m_header.frames) return "There is no such frame";
+    std::vector<std::uint8_t> bytes(std::size_t(m_header.FrameBytes()));
+    if (!ReadAt(std::int64_t(kHeaderBytes) + m_header.FrameBytes() * frame, bytes.data(),
+                bytes.size()))
+        return "The frame cannot be read";
+    const bool wide = m_header.SampleBytes() == 2;
+    if (wide && !m_orderKnown) FindByteOrder(bytes);
+    const std::size_t high = m_highByteFirst ? 0 : 1;
+    const std::uint32_t most = (1u << m_header.bits) - 1;
+    samples.resize(bytes.size() / std::size_t(m_header.SampleBytes()));
+    for (std::size_t i = 0; i < samples.size(); ++i) {
+        const std::uint32_t value =
+            wide ? std::uint32_t(bytes[2 * i + high] << 8 | bytes[2 * i + 1 - high]) : bytes[i];
+        samples[i] = std::uint16_t(std::min(value, most) * UINT16_MAX / most);
+    }
+    return {};
+}
+
+std::vector<std::uint16_t> SerColors(const SerHeader& h,
+                                     const std::vector<std::uint16_t>& samples) {
+    const std::size_t pixels = std::size_t(h.width) * std::size_t(h.height);
+    if (h.Samples() == 3) {
+        std::vector<std::uint16_t> colors = samples;
+        for (std::size_t i = 0; i < pixels && h.color == SerHeader::Bgr; ++i)
+            std::swap(colors[3 * i], colors[3 * i + 2]);
+        return colors;
+    }
+    std::vector<std::uint16_t> colors(3 * pixels);
+    // 0 red, 1 green, 2 blue; in Rggb red stands top left, the others are shifted.
+    const int shift = h.IsBayer() ? h.color - SerHeader::Rggb : 0;
+    const auto at = [shift](int x, int y) { return ((x + shift % 2) % 2) + ((y + shift / 2) % 2); };
+    for (int y = 0; y < h.height; ++y)
+        for (int x = 0; x < h.width; ++x) {
+            const std::size_t i = std::size_t(y) * std::size_t(h.width) + std::size_t(x);
+            for (int color = 0; color < 3; ++color)
+                colors[3 * i + std::size_t(color)] = !h.IsBayer() || at(x, y) == color
+                                                         ? samples[i]
+                                                         : Mean(h, samples, x, y, color, at);
+        }
+    return colors;
+}
+
+} // namespace tarn

@@ -1,0 +1,170 @@
+// The switchboard: what one room may ask of another. A room implements its own interface itself; a
+// test implements the one or two that its room rings.
+#pragma once
+
+#include <functional>
+#include <string>
+
+class QPushButton;
+
+namespace tarn {
+
+enum class Pane;
+class ImgX;
+
+class NavigationCommands {
+public:
+    virtual ~NavigationCommands() = default;
+    virtual void FileListBox_Click() = 0;
+    virtual void SelectRow(int row) = 0; // raises FileListBox_Click; outside the list nothing
+    virtual void NextButton_Click() = 0;
+    virtual void PrevButton_Click() = 0;
+    virtual void ClearMultiselect() = 0;
+    virtual void Update_Num_Files(int index) = 0;
+    virtual void EnableListCommands() = 0;
+    virtual void RefreshDirButton_Click() = 0;
+    // Files of the list are gone: the list anew; where the current one went, what is at its row
+    // now.
+    virtual void RefreshAfterDelete() = 0;
+    virtual void FileBackButton_Click() = 0; // while a show runs they move FileHistCur alone
+    virtual void FileFwdButton_Click() = 0;
+    // The view history starts anew; with the current row as its first entry, or with none.
+    virtual void ResetFileHistory(bool withCurrent) = 0;
+    virtual void SetFilterShown(bool shown) = 0; // the filter window, if it is open
+    // A file that no box lists: the box of its class is ticked.
+    virtual void ListClassOf(const std::string& path) = 0;
+};
+
+class DisplayCommands {
+public:
+    virtual ~DisplayCommands() = default;
+    virtual void DisplayPicture() = 0;
+    virtual void ShowPreview() = 0;
+    // No picture, clip or page: pane, panel, texts and picture windows are emptied, so that nothing
+    // stands under another name. Filename and FileNameOnly stay.
+    virtual void ShowNothing() = 0;
+    // The picture windows show the current file anew; at a clip or page the 1:1 window is blank.
+    virtual void UpdatePictureWindows() = 0;
+    virtual void Redraw() = 0;
+    virtual void SetPictureCommands(bool enabled) = 0;
+    virtual void RotateRightButton_Click() = 0;
+    virtual void RotateLeftButton_Click() = 0;
+    virtual void MirrorButton_Click() = 0;
+    virtual void FlipButton_Click() = 0;
+    virtual void ViewFull() = 0;
+    virtual void OneToOneButton_Click() = 0;
+    virtual void AdjustButton_Click() = 0; // the brightness window
+    virtual void ResetBButton_Click() = 0;
+    virtual void SetBrightness(int value) = 0; // -100 to 100, as if the slider moved there
+    // What the preview shows, turned and brightened, at its own size: the whole picture, or its cut
+    // at 1x and 2x.
+    virtual ImgX ShownPicture() = 0;
+};
+
+class InfoCommands {
+public:
+    virtual ~InfoCommands() = default;
+    virtual void ReadPictureInfo() = 0;
+    virtual bool SetFileDatesButton_Click() = 0; // whether the times were set
+};
+
+class NotesCommands {
+public:
+    virtual ~NotesCommands() = default;
+    // The current file is another one: its note comes into the box, what stood there goes into the
+    // restore buffer.
+    virtual void CheckForNotes() = 0;
+    virtual void SetNotesFilename() = 0;
+    virtual bool SaveNote() = 0; // false: Label_error says why
+    virtual void SaveNotesButton_Click() = 0;
+    virtual void ClearNotesForPage() = 0; // a page is shown: no note is
+    virtual void RestoreNotesButton_Click() = 0;
+    virtual void DeleteNotesButton_Click() = 0;
+    virtual void SetSaveCommands() = 0; // on when there is something to save and a place for it
+    // What is being written for the current file goes into its note; false: Label_error says why
+    // it cannot.
+    virtual bool SaveIfUnsaved() = 0;
+    virtual void NoteFilesChanged() = 0; // files came into or left the notes folder
+    // The saved note of any picture, empty when it has none; box and restore buffer are left alone.
+    virtual std::string SavedNoteOf(const std::string& picture) = 0;
+    virtual std::string NoteTextOf(const std::string& picture) = 0; // with what is being written
+    // The note file's own bytes, at most 8000, as they are; empty when it has none.
+    virtual std::string NoteBytesOf(const std::string& picture) = 0;
+    virtual std::string UnsavedText() = 0; // what the box holds and no note has; empty: nothing
+};
+
+class SlideCommands {
+public:
+    virtual ~SlideCommands() = default;
+    virtual void SlideDone() = 0;             // ends a show that runs; may come twice
+    virtual void SlideKeyUp(int keycode) = 0; // as from the slide window's own keys
+};
+
+// Copies of pictures: into the copy-to folder, converted, as text.
+class CopyCommands {
+public:
+    virtual ~CopyCommands() = default;
+    // Filename into the copy-to folder, as it is or converted. True when that happened; else the
+    // message line says why not, and CopyOk holds a failure.
+    virtual bool CopyImage() = 0;
+    virtual bool CMImage() = 0;
+    virtual void SetCaptionShown(bool shown) = 0; // the caption window, if it is open
+    virtual void FolderChanged() = 0;             // the list shows another folder
+    virtual void PictureShown() = 0;              // the main window shows another picture
+};
+
+// Filename and its note: away, under another name, twice. Each refreshes the list.
+class FileCommands {
+public:
+    virtual ~FileCommands() = default;
+    virtual void DeleteButton_Click() = 0;     // into the wastebasket, asked where that is due
+    virtual void DeleteOnlyButton_Click() = 0; // the note stays
+    virtual void RenameButton_Click() = 0;
+    virtual void DuplicateButton_Click() = 0;
+};
+
+// Thumbnails of the folder shown, in the size and sub folder that are set.
+using ThumbnailTold = std::function<void(const std::string& message)>;
+class ThumbnailCommands {
+public:
+    virtual ~ThumbnailCommands() = default;
+    // One for each picture of the list; asks before it overwrites where that is due. With
+    // `updateOnly` those that stand are kept. `told` (may be empty) gets each text that the message
+    // line gets. A modal window brings its own cancel button.
+    virtual void GenerateThumbnails(bool updateOnly, const ThumbnailTold& told,
+                                    QPushButton* ownCancel) = 0;
+    // "T120_m31.tif" of a picture's name or path.
+    virtual std::string ThumbnailNameOf(const std::string& picture) = 0;
+    // Where they are; empty when the sub folder's name leads out of the folder shown.
+    virtual std::string ThumbnailFolderPath() = 0;
+};
+
+class VideoCommands {
+public:
+    virtual ~VideoCommands() = default;
+    virtual void ShowVideoFile() = 0;
+    virtual void CloseVideoClip() = 0; // an open clip, if there is one
+    virtual void Load_web() = 0;
+};
+
+// The window as a whole: what no room owns.
+class ShellCommands {
+public:
+    virtual ~ShellCommands() = default;
+    virtual void ShowPane(Pane pane) = 0;             // one pane up, the others down
+    virtual void FocusPane() = 0;                     // the keyboard goes to the pane that is up
+    virtual void SetBusy(bool busy) = 0;              // hourglass; each true needs its false
+    virtual void SetDeletePointer(bool deletes) = 0;  // the same, while a file is deleted
+    virtual void ShowMessage(const std::string&) = 0; // the message line, FileDateText
+    virtual void ShowStatus(const std::string&) = 0;  // the status bar
+    virtual void ShowError(const std::string&) = 0;   // Label_error; empty hides it
+    virtual void SetListCommands(bool enabled) = 0;   // slides and note saving need a list
+    // The help window on a page: 1 navigation, 2 slides, 3 size window, 4 1:1, 5 two and four
+    // pictures.
+    virtual void ShowHelpPage(int page) = 0;
+    virtual void SetMainShown(bool shown) = 0; // hidden while a show runs
+    virtual bool MainMinimised() = 0;
+    virtual void SetMainMinimised(bool minimised) = 0; // false: restored
+};
+
+} // namespace tarn

@@ -1,0 +1,77 @@
+// The selection in the file list and how it is stepped through. Rows count from 0.
+#pragma once
+
+#include "common/patterns.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace tarn {
+
+// Which of the panes that share the picture's place is up. Nothing asks a widget.
+enum class Pane { Picture1, Picture2, WebBrowser1, LogText };
+
+inline constexpr int kHistoryLimit = 2000; // highest index of the histories' arrays
+
+struct SelectionState {
+    std::string FileType;  // last four characters of Filename, upper case: ".JPG", "FITS"
+    std::string FileTypes; // the pattern now set on the file list
+    std::string PictureTypes = kPictureTypes;
+    std::string VideoTypes = "*.avi;*.ser;*.log";
+    std::string WebTypes = "*.html;*.css";
+    std::string FitsTypes = "*.fits;*.fit";
+    std::string RawTypes = "*.cr2";
+    std::string TextTypes = "*.txt";
+    // FileTypes as it stood when FCheck, CCheck or TCheck was ticked.
+    std::string FitsSavedTypes;
+    std::string RawSavedTypes;
+    std::string TextSavedTypes;
+    std::string FilterCustom;
+    std::string FilterPresets;
+    bool FilterActive = false;   // frmFilter is open
+    bool FilterIsCustom = false; // and its own pattern is on the list
+    int PictureListCheck = 1;    // the class boxes, 0 or 1
+    int VideoListCheck = 1;
+    int WebListCheck = 0;
+
+    int FileIndex = 0;            // row of the current file
+    std::string FileModifiedText; // date and time of the current file, as read by the selection
+
+    // Rows in the order viewed since the folder was entered.
+    std::array<std::int32_t, kHistoryLimit + 1> FileHist{};
+    int FileHistCur = 0;
+    int FileHistHigh = 0;
+    int FileHistLast = -1;
+
+    // Folders entered, entry 0 unused, with the row last shown in each.
+    std::array<std::string, kHistoryLimit + 1> HistFolderPath;
+    std::array<std::int32_t, kHistoryLimit + 1> HistFileIndex{};
+    int HistCur = 0;
+    int HistHigh = 0;
+    // The row kept for the present entry; null while the cursor is past the last one.
+    std::int32_t* HistRow() {
+        return HistCur <= kHistoryLimit ? &HistFileIndex[static_cast<std::size_t>(HistCur)]
+                                        : nullptr;
+    }
+
+    bool HistoryListed = false; // List1 shows the folder history, not the camera data
+
+    // Guards: a selection made in code raises its event on the same call stack. The list raises
+    // none for rows that are marked or unmarked; the first two hold whatever list is put in its
+    // place.
+    bool ClearingMultiselect = false;
+    bool SelectingAll = false;
+    bool FileHistNav = false;
+    bool HistNav = false;
+
+    bool FileDoubleClick = false; // the size window was opened from the list
+    bool WebImage = false;
+    bool VideoImage = false;
+    bool VideoPending = false; // a video was chosen while the program starts
+    Pane CurrentPane = Pane::Picture1;
+    std::string TextNumOf; // "3 of 12", empty for an empty list
+};
+
+} // namespace tarn

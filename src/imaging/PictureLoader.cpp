@@ -1,0 +1,235 @@
+#include "imaging/PictureLoader.h"
+
+#include "imaging/ColorProfiles.h"
+#include "imaging/FormatOf.h"
+#include "imaging/Pixels.h"
+#include "imaging/fits/FitsFile.h"
+#include "imaging/fits/FitsHeader.h"
+#include "imaging/fits/ScreenStretch.h"
+
+#include <QColorSpace>
+
+#include <cerrno>
+#include <cstdio>
+#include <string_view>
+#include <system_error>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tarn {
+
+namespace {
+
+constexpr std::size_t kReadBuffer = 256 * 1024;
+constexpr int kBytesPerPixel = 4;
+
+struct CloseFile {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using FileHandle = std::unique_ptr<std::FILE, CloseFile>;
+
+FileHandle SystemError(std::string& error) {
+    error = std::generic_category().message(errno);
+    return {};
+}
+
+FileHandle Refuse(int descriptor, const char* why, std::string& error) {
+    ::close(descriptor);
+    error = why;
+    return {};
+}
+
+// Anything but a file with content is refused: a pipe under a picture's name would never answer.
+FileHandle Buffered(int descriptor, std::string& error) {
+    if (descriptor < 0) return SystemError(error);
+    struct stat facts {};
+    if (::fstat(descriptor, &facts) != 0 || !S_ISREG(facts.st_mode))
+        return Refuse(descriptor, "Not a file", error);
+    if (facts.st_size == 0) return Refuse(descriptor, "The file is empty", error);
+    FileHandle file(::fdopen(descriptor, "rb"));
+    if (!file) return Refuse(descriptor, "Not enough memory", error);
+    std::setvbuf(file.get(), nullptr, _IOFBF, kReadBuffer);
+    return file;
+}
+
+FileHandle OpenFile(const std::string& path, std::string& error) {
+    return Buffered(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC), error);
+}
+
+bool FitsIntoMemory(QSize size) {
+    return static_cast<long long>(size.width()) * size.height() <=
+           PictureMemoryLimit() / kBytesPerPixel;
+}
+
+std::int64_t Nanoseconds(const timespec& time) {
+    return std::int64_t(time.tv_sec) * 1'000'000'000 + time.tv_nsec;
+}
+
+FileIdentity IdentityOf(const struct stat& facts, bool stretched) {
+    return {static_cast<std::int64_t>(facts.st_dev),
+            static_cast<std::int64_t>(facts.st_ino),
+            facts.st_size,
+            Nanoseconds(facts.st_mtim),
+            Nanoseconds(facts.st_ctim),
+            stretched ? StretchGeneration() : 0};
+}
+
+FileIdentity IdentityOf(std::FILE* file, const PictureFormat& format) {
+    struct stat facts {};
+    if (::fstat(::fileno(file), &facts) != 0) return {};
+    return IdentityOf(facts, &format == &kFitsFormat);
+}
+
+// Libraries throw when memory is short; a worker thread would end the program.
+template <typename Read> auto Guarded(std::string& error, const Read& read) -> decltype(read()) {
+    try {
+        return read();
+    } catch (const std::exception&) {
+        error = "Not enough memory";
+        return {};
+    }
+}
+
+QSize SizeOf(const PictureFormat& format, std::FILE* file, std::string& error) {
+    return Guarded(error, [&] { return format.size(file, error); });
+}
+
+std::shared_ptr<PictureSource> MakeSource(const std::string& path, std::FILE* file,
+                                          const PictureFormat& format, std::string& error) {
+    const QSize size = SizeOf(format, file, error);
+    if (!error.empty()) return nullptr;
+    if (!FitsIntoMemory(size)) {
+        error = "The picture of " + std::to_string(size.width()) + " x " +
+                std::to_string(size.height()) + " pixels does not fit into memory";
+        return nullptr;
+    }
+    return std::make_shared<PictureSource>(path, format, size, IdentityOf(file, format));
+}
+
+PictureHeader HeaderOf(const FileHandle& file) {
+    if (!file) return {};
+    std::string error;
+    const PictureFormat& format = FormatOf(file.get());
+    const QSize size = SizeOf(format, file.get(), error);
+    return {error.empty() ? size : QSize(0, 0), format.upright, &format == &kFitsFormat};
+}
+
+} // namespace
+
+long long PictureMemoryLimit() {
+    static const long long limit =
+        static_cast<long long>(::sysconf(_SC_PHYS_PAGES)) * ::sysconf(_SC_PAGESIZE) / 2;
+    return limit;
+}
+
+bool PictureSource::Reduces() const {
+    return m_format.reduces;
+}
+
+bool PictureSource::Covers(QSize wanted) const {
+    if (m_decoded.isNull()) return false;
+    if (m_decoded.size() == m_size || !Reduces()) return true;
+    return !wanted.isEmpty() && m_decoded.width() >= wanted.width() &&
+           m_decoded.height() >= wanted.height();
+}
+
+QImage PictureSource::Decode(QSize wanted, std::string& error) {
+    if (!Covers(wanted)) {
+        const FileHandle file = OpenFile(m_path, error);
+        if (!file) return {};
+        const FileIdentity identity = IdentityOf(file.get(), m_format);
+        if (!identity.IsSameFile(m_identity) || SizeOf(m_format, file.get(), error) != m_size) {
+            error = "The file has changed";
+            return {};
+        }
+        std::rewind(file.get());
+        const QImage decoded =
+            Guarded(error, [&] { return m_format.decode(file.get(), wanted, error); });
+        if (decoded.isNull() && error.empty()) error = "Not enough memory";
+        if (decoded.isNull()) return {};
+        m_decoded = decoded;
+        m_decodeError = error;
+        ShowOwnColors(file.get());
+        m_identity = identity;
+    }
+    error = m_decodeError;
+    return m_decoded;
+}
+
+void PictureSource::ShowOwnColors(std::FILE* file) {
+    std::string profile;
+    if (m_format.profile) {
+        std::rewind(file);
+        profile = m_format.profile(file);
+    }
+    if (profile.empty()) profile = m_decoded.colorSpace().iccProfile().toStdString();
+    m_colorRemark = ToScreenColors(m_decoded, profile);
+    m_decoded.setColorSpace({});
+}
+
+bool PictureSource::IsUpright() const {
+    return m_format.upright;
+}
+
+void PictureSource::PrepareScaled(QSize size) {
+    if (size.isEmpty() || size == m_decoded.size() || size.width() > m_decoded.width() ||
+        size.height() > m_decoded.height() || !Scaled(size).isNull())
+        return;
+    m_scaled.push_back(Resampled(m_decoded, size));
+}
+
+QImage PictureSource::Scaled(QSize size) const {
+    for (const QImage& scaled : m_scaled)
+        if (scaled.size() == size) return scaled;
+    return {};
+}
+
+std::int64_t PictureSource::BytesHeld() const {
+    std::int64_t bytes = m_decoded.sizeInBytes();
+    for (const QImage& scaled : m_scaled) bytes += scaled.sizeInBytes();
+    return bytes;
+}
+
+std::string PictureLoader::ReaderError() {
+    return JpegReaderError();
+}
+
+PictureHeader PictureLoader::ReadHeader(const std::string& path) {
+    std::string error;
+    return HeaderOf(OpenFile(path, error));
+}
+
+PictureHeader PictureLoader::ReadHeader(int file) {
+    std::string error;
+    if (::lseek(file, 0, SEEK_SET) != 0) return {};
+    return HeaderOf(Buffered(::fcntl(file, F_DUPFD_CLOEXEC, 0), error));
+}
+
+FileIdentity PictureLoader::Identify(const std::string& path) {
+    struct stat facts {};
+    if (::stat(path.c_str(), &facts) != 0) return {};
+    return IdentityOf(facts, S_ISREG(facts.st_mode) && IsFitsFile(path));
+}
+
+std::shared_ptr<PictureSource> PictureLoader::Open(const std::string& path, std::string& error) {
+    error.clear();
+    const FileHandle file = OpenFile(path, error);
+    if (!file) return nullptr;
+    return MakeSource(path, file.get(), FormatOf(file.get()), error);
+}
+
+std::shared_ptr<PictureSource> PictureLoader::OpenWithToolkit(const std::string& path,
+                                                              std::string& error) {
+    error.clear();
+    const FileHandle file = OpenFile(path, error);
+    if (!file) return nullptr;
+    if (&FormatOf(file.get()) == &kRawFormat) { // it would take the small picture in it for all
+        error = "Not a picture that can be read";
+        return nullptr;
+    }
+    return MakeSource(path, file.get(), kToolkitFormat, error);
+}
+
+} // namespace tarn

@@ -1,0 +1,290 @@
+#include "imaging/PicturesAhead.h"
+
+#include "imaging/Pixels.h"
+
+#include <algorithm>
+
+#include <unistd.h>
+
+namespace tarn {
+
+namespace {
+
+constexpr std::int64_t kLargestBudget = 2LL * 1024 * 1024 * 1024;
+constexpr std::int64_t kBytesPerPixel = 4;
+constexpr int kReducedSteps = 8; // reduced reading goes by eighths
+
+unsigned WorkerCount() {
+    return std::clamp(std::thread::hardware_concurrency(), 2U, 4U);
+}
+
+// Whether a reading for one box serves another.
+bool Serves(QSize decoded, QSize wanted) {
+    if (decoded.isEmpty()) return true;
+    return !wanted.isEmpty() && decoded.width() >= wanted.width() &&
+           decoded.height() >= wanted.height();
+}
+
+std::int64_t BytesOf(QSize size) {
+    return kBytesPerPixel * size.width() * size.height();
+}
+
+// The reading that gives at least so many pixels.
+QSize DecodedSize(QSize picture, QSize least) {
+    for (int step = 1; !least.isEmpty() && step < kReducedSteps; ++step) {
+        const QSize size((picture.width() * step + kReducedSteps - 1) / kReducedSteps,
+                         (picture.height() * step + kReducedSteps - 1) / kReducedSteps);
+        if (size.width() >= least.width() && size.height() >= least.height()) return size;
+    }
+    return picture;
+}
+
+std::vector<QSize> ShownSizes(const PictureWish& wish, QSize picture) {
+    return wish.shown ? wish.shown(picture) : std::vector<QSize>();
+}
+
+std::int64_t BytesNeeded(const PictureSource& source, const PictureWish& wish) {
+    const QSize picture = source.Size();
+    const QSize least = source.Reduces() ? LeastFor(picture, wish.wanted) : QSize();
+    std::int64_t bytes = BytesOf(DecodedSize(picture, least));
+    for (const QSize& size : ShownSizes(wish, picture)) bytes += BytesOf(size);
+    return bytes;
+}
+
+// Null when the file cannot be shown; why is found out by who shows it.
+std::shared_ptr<PictureSource> Decoded(std::shared_ptr<PictureSource> source,
+                                       const PictureWish& wish) {
+    std::string error;
+    const QImage picture = source->Decode(LeastFor(source->Size(), wish.wanted), error);
+    if (picture.isNull()) return nullptr;
+    const QSize size = source->Size().isEmpty() ? picture.size() : source->Size();
+    for (const QSize& shown : ShownSizes(wish, size)) source->PrepareScaled(shown);
+    return source;
+}
+
+} // namespace
+
+struct PicturesAhead::Picture {
+    enum class State { Waiting, Decoding, Ready, Failed };
+
+    PictureWish wish;
+    State state = State::Waiting;
+    bool wished = true;
+    bool taken = false;
+    std::int64_t bytes = 0; // held, or needed as far as known
+    FileIdentity identity;
+    std::shared_ptr<PictureSource> source;
+
+    bool IsStale() const {
+        return state == State::Ready && PictureLoader::Identify(wish.path) != identity;
+    }
+    // Nobody else shows it.
+    bool IsFree() const { return state == State::Ready && source.use_count() == 1; }
+};
+
+std::int64_t PicturesAhead::DefaultBudget() {
+    const std::int64_t memory =
+        static_cast<std::int64_t>(::sysconf(_SC_PHYS_PAGES)) * ::sysconf(_SC_PAGESIZE);
+    return std::min(memory / 4, kLargestBudget);
+}
+
+PicturesAhead::PicturesAhead(std::int64_t budget) : m_budget(budget) {
+    for (unsigned i = 0; i < WorkerCount(); ++i) m_workers.emplace_back([this] { Work(); });
+}
+
+PicturesAhead::~PicturesAhead() {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_ends = true;
+    }
+    m_changed.notify_all();
+    for (std::thread& worker : m_workers) worker.join();
+}
+
+void PicturesAhead::Expect(const std::vector<PictureWish>& wishes) {
+    {
+        const std::lock_guard lock(m_mutex);
+        for (const auto& picture : m_pictures) {
+            picture->wished = false;
+            // Who shows it may have fetched more pixels since.
+            if (picture->taken && picture->source) picture->bytes = picture->source->BytesHeld();
+        }
+        Pictures next;
+        for (const PictureWish& wish : wishes) {
+            auto picture = Wished(wish);
+            picture->wished = true;
+            if (std::find(next.begin(), next.end(), picture) == next.end()) next.push_back(picture);
+        }
+        for (const auto& picture : m_pictures) {
+            const bool stays = picture->taken || picture->state == Picture::State::Decoding;
+            if (!picture->wished) (stays ? next : m_dropped).push_back(picture);
+        }
+        for (const auto& picture : next) picture->taken = false;
+        m_pictures = std::move(next);
+    }
+    m_changed.notify_all();
+}
+
+// What is at hand for the wish, or a new one.
+std::shared_ptr<PicturesAhead::Picture> PicturesAhead::Wished(const PictureWish& wish) const {
+    auto found = Find(wish.path, wish.wanted);
+    if (found && found->state != Picture::State::Failed && !found->IsStale()) return found;
+    auto made = std::make_shared<Picture>();
+    made->wish = wish;
+    return made;
+}
+
+std::shared_ptr<PicturesAhead::Picture> PicturesAhead::Find(const std::string& path,
+                                                            QSize wanted) const {
+    const auto found = std::find_if(m_pictures.begin(), m_pictures.end(), [&](const auto& each) {
+        return each->wish.path == path && Serves(each->wish.wanted, wanted);
+    });
+    return found == m_pictures.end() ? nullptr : *found;
+}
+
+void PicturesAhead::Drop(const Picture* picture) {
+    const auto place = std::find_if(m_pictures.begin(), m_pictures.end(),
+                                    [&](const auto& each) { return each.get() == picture; });
+    if (place == m_pictures.end()) return;
+    m_dropped.push_back(std::move(*place));
+    m_pictures.erase(place);
+    m_changed.notify_all();
+}
+
+std::shared_ptr<PictureSource> PicturesAhead::Take(const std::string& path, QSize wanted) {
+    std::unique_lock lock(m_mutex);
+    const auto picture = Find(path, wanted);
+    if (!picture) return nullptr;
+    picture->wished = true; // so that it stays once it is ready
+    m_changed.wait(lock, [&] { return picture->state != Picture::State::Decoding; });
+    if (picture->state != Picture::State::Ready || picture->IsStale()) {
+        Drop(picture.get());
+        return nullptr;
+    }
+    picture->taken = true;
+    return picture->source;
+}
+
+void PicturesAhead::Keep(const std::string& path, QSize wanted,
+                         std::shared_ptr<PictureSource> source) {
+    const std::lock_guard lock(m_mutex);
+    while (const auto known = Find(path, wanted)) Drop(known.get());
+    auto picture = std::make_shared<Picture>();
+    picture->wish = {path, wanted, {}};
+    picture->state = Picture::State::Ready;
+    picture->wished = false;
+    picture->taken = true;
+    picture->bytes = source->BytesHeld();
+    picture->identity = source->Identity();
+    picture->source = std::move(source);
+    if (MakeRoom(0, picture->bytes)) m_pictures.push_back(std::move(picture));
+}
+
+void PicturesAhead::TimesWereSet(const std::string& path) {
+    const FileIdentity now = PictureLoader::Identify(path);
+    const std::lock_guard lock(m_mutex);
+    for (const auto& picture : m_pictures)
+        if (picture->wish.path == path && picture->identity.IsSameFile(now))
+            picture->identity = now;
+}
+
+std::int64_t PicturesAhead::Used() const {
+    std::int64_t bytes = 0;
+    for (const auto& picture : m_pictures)
+        if (picture->state == Picture::State::Ready || picture->state == Picture::State::Decoding)
+            bytes += picture->bytes;
+    return bytes;
+}
+
+std::int64_t PicturesAhead::BytesHeld() const {
+    const std::lock_guard lock(m_mutex);
+    return Used();
+}
+
+void PicturesAhead::WaitUntilDone() {
+    std::unique_lock lock(m_mutex);
+    m_changed.wait(lock, [&] { return m_working == 0 && !NextToDecode() && m_dropped.empty(); });
+}
+
+// Room for so many bytes more, if need be by what is wished after the picture at that place.
+bool PicturesAhead::MakeRoom(std::size_t before, std::int64_t bytes) {
+    std::int64_t missing = Used() + bytes - m_budget;
+    Pictures givenUp;
+    for (std::size_t i = m_pictures.size(); missing > 0 && i > before + 1; --i) {
+        const auto& picture = m_pictures[i - 1];
+        if (!picture->IsFree()) continue;
+        givenUp.push_back(picture);
+        missing -= picture->bytes;
+    }
+    if (missing > 0) return false;
+    for (const auto& picture : givenUp) Drop(picture.get());
+    return true;
+}
+
+// The nearest that is not begun and for which there is room.
+std::shared_ptr<PicturesAhead::Picture> PicturesAhead::NextToDecode() {
+    for (std::size_t i = 0; i < m_pictures.size(); ++i) {
+        auto picture = m_pictures[i];
+        const bool waits = picture->wished && picture->state == Picture::State::Waiting;
+        if (waits && MakeRoom(i, picture->bytes)) return picture;
+    }
+    return nullptr;
+}
+
+void PicturesAhead::Work() {
+    std::unique_lock lock(m_mutex);
+    while (!m_ends) {
+        if (!m_dropped.empty()) {
+            Pictures dropped = std::move(m_dropped);
+            m_dropped.clear();
+            lock.unlock();
+            dropped.clear();
+            lock.lock();
+            m_changed.notify_all();
+        } else if (const auto picture = NextToDecode()) {
+            ++m_working;
+            Decode(*picture, lock);
+            --m_working;
+            m_changed.notify_all();
+        } else {
+            m_changed.wait(lock);
+        }
+    }
+}
+
+// The header tells what memory it takes; without room the picture goes back among those waiting.
+void PicturesAhead::Decode(Picture& picture, std::unique_lock<std::mutex>& lock) {
+    picture.state = Picture::State::Decoding;
+    const PictureWish wish = picture.wish;
+    lock.unlock();
+    std::string error;
+    auto source = PictureLoader::Open(wish.path, error);
+    const std::int64_t needed = source ? BytesNeeded(*source, wish) : 0;
+    lock.lock();
+    picture.bytes = 0;
+    const auto place = std::find_if(m_pictures.begin(), m_pictures.end(),
+                                    [&](const auto& each) { return each.get() == &picture; });
+    const auto before = static_cast<std::size_t>(place - m_pictures.begin());
+    const bool room = MakeRoom(before, needed);
+    picture.bytes = needed;
+    if (!picture.wished || !room || !source || m_ends) {
+        picture.state = source ? Picture::State::Waiting : Picture::State::Failed;
+        if (!picture.wished) Drop(&picture);
+        return;
+    }
+    lock.unlock();
+    source = Decoded(std::move(source), wish);
+    lock.lock();
+    Finish(picture, std::move(source));
+}
+
+void PicturesAhead::Finish(Picture& picture, std::shared_ptr<PictureSource> source) {
+    picture.state = source ? Picture::State::Ready : Picture::State::Failed;
+    picture.bytes = source ? source->BytesHeld() : 0;
+    if (source) picture.identity = source->Identity();
+    picture.source = std::move(source);
+    // Some formats tell their size only when they are decoded.
+    if (!picture.wished || Used() > m_budget) Drop(&picture);
+}
+
+} // namespace tarn

@@ -1,0 +1,157 @@
+// What the sensor of a camera recorded: the picture that the camera has put beside it, for as long
+// as it has the pixels, and the developed one for all of them.
+#include "imaging/ColorProfiles.h"
+#include "imaging/PictureFormat.h"
+#include "imaging/Turn.h"
+
+#include <libraw/libraw.h>
+
+#include <array>
+#include <cmath>
+#include <cstring>
+#include <memory>
+
+namespace tarn {
+
+namespace {
+
+constexpr double kSameShape = 0.02; // part by which the camera's own picture may differ in shape
+
+// The library reads through this, so that a name says nothing and a file is opened once.
+class FileStream : public LibRaw_abstract_datastream {
+public:
+    explicit FileStream(std::FILE* file) : m_file(file) {
+        ::fseeko(m_file, 0, SEEK_END);
+        m_size = ::ftello(m_file);
+        std::rewind(m_file);
+    }
+    int valid() override { return 1; }
+    int read(void* bytes, std::size_t size, std::size_t count) override {
+        return int(std::fread(bytes, size, count, m_file));
+    }
+    int seek(INT64 place, int from) override { return ::fseeko(m_file, place, from); }
+    INT64 tell() override { return ::ftello(m_file); }
+    INT64 size() override { return m_size; }
+    int get_char() override { return std::fgetc(m_file); }
+    char* gets(char* text, int most) override { return std::fgets(text, most, m_file); }
+    int scanf_one(const char* format, void* value) override {
+        return std::fscanf(m_file, format, value); // NOLINT(cert-err34-c): the library's format
+    }
+    int eof() override { return std::feof(m_file); }
+    void* make_jas_stream() override { return nullptr; }
+
+private:
+    std::FILE* m_file;
+    INT64 m_size = 0;
+};
+
+struct Raw {
+    Raw(std::FILE* file, bool forPixels)
+        : stream(file), reader(std::make_unique<LibRaw>(LIBRAW_OPIONS_NO_DATAERR_CALLBACK)) {
+        fault = reader->open_datastream(&stream);
+        if (fault == LIBRAW_SUCCESS) fault = reader->adjust_sizes_info_only();
+        if (fault != LIBRAW_SUCCESS) return;
+        size = QSize(reader->imgdata.sizes.iwidth, reader->imgdata.sizes.iheight);
+        if (!forPixels) return;
+        reader->recycle(); // it does not go on from there
+        stream.seek(0, SEEK_SET);
+        fault = reader->open_datastream(&stream);
+    }
+    bool Fails(std::string& error) const {
+        if (fault != LIBRAW_SUCCESS) error = LibRaw::strerror(fault);
+        return fault != LIBRAW_SUCCESS;
+    }
+    FileStream stream;
+    std::unique_ptr<LibRaw> reader; // large
+    int fault;
+    QSize size{0, 0}; // upright
+};
+
+// The library keeps three bits: mirrored left to right, top to bottom, and then sides exchanged.
+Turn UprightTurn(int flip) {
+    Turn turn;
+    if ((flip & 1) != 0) turn.Mirror(0);
+    if ((flip & 2) != 0) turn.Mirror(1);
+    if ((flip & 4) != 0) {
+        turn.Rotate(1);
+        turn.Mirror(0);
+    }
+    return turn;
+}
+
+QSize RawSize(std::FILE* file, std::string& error) {
+    const Raw raw(file, false);
+    return raw.Fails(error) ? QSize(0, 0) : raw.size;
+}
+
+bool HasShapeOf(QSize picture, QSize size) {
+    const double wanted = double(size.width()) / size.height();
+    return std::abs(double(picture.width()) / picture.height() / wanted - 1) < kSameShape;
+}
+
+// The camera's own picture, upright; null when it has too few pixels or another shape.
+QImage CamerasPicture(Raw& raw, QSize wanted) {
+    LibRaw& reader = *raw.reader;
+    if (reader.unpack_thumb() != LIBRAW_SUCCESS) return {};
+    const libraw_thumbnail_t& thumb = reader.imgdata.thumbnail;
+    if (thumb.tformat != LIBRAW_THUMBNAIL_JPEG || !thumb.thumb || thumb.tlength == 0) return {};
+    const Turn turn = UprightTurn(reader.imgdata.sizes.flip);
+    std::FILE* memory = ::fmemopen(thumb.thumb, thumb.tlength, "rb");
+    if (!memory) return {};
+    std::string error;
+    const QSize size = kJpegFormat.size(memory, error);
+    QImage picture;
+    const QSize upright = turn.Of(size);
+    const bool serves = !size.isEmpty() && upright.width() >= wanted.width() &&
+                        upright.height() >= wanted.height() && HasShapeOf(upright, raw.size);
+    if (serves) {
+        std::rewind(memory);
+        const std::string profile = ProfileOfJpeg(memory);
+        std::rewind(memory);
+        picture =
+            kJpegFormat.decode(memory, turn.SwapsSides() ? wanted.transposed() : wanted, error);
+        ToScreenColors(picture, profile);
+    }
+    std::fclose(memory);
+    return error.empty() ? turn.Of(picture) : QImage();
+}
+
+QImage Developed(Raw& raw, QSize wanted, std::string& error) {
+    LibRaw& reader = *raw.reader;
+    libraw_output_params_t& params = reader.imgdata.params;
+    params.use_camera_wb = 1;
+    params.output_bps = 8;
+    const QSize half((raw.size.width() + 1) / 2, (raw.size.height() + 1) / 2);
+    params.half_size =
+        !wanted.isEmpty() && half.width() >= wanted.width() && half.height() >= wanted.height();
+    int fault = reader.unpack();
+    if (fault == LIBRAW_SUCCESS) fault = reader.dcraw_process();
+    int width = 0;
+    int height = 0;
+    int colors = 0;
+    int bits = 0;
+    if (fault == LIBRAW_SUCCESS) reader.get_mem_image_format(&width, &height, &colors, &bits);
+    const QImage::Format format = colors == 1 ? QImage::Format_Grayscale8 : QImage::Format_RGB888;
+    QImage picture;
+    if (fault == LIBRAW_SUCCESS && (colors == 1 || colors == 3)) {
+        picture = QImage(width, height, format);
+        if (picture.isNull()) return error = "Not enough memory", QImage();
+        fault = reader.copy_mem_image(picture.bits(), int(picture.bytesPerLine()), 0);
+    }
+    if (fault != LIBRAW_SUCCESS) return error = LibRaw::strerror(fault), QImage();
+    if (picture.isNull()) return error = "The colors of this raw file are not known", QImage();
+    return picture.convertToFormat(QImage::Format_RGB32);
+}
+
+QImage DecodeRaw(std::FILE* file, QSize wanted, std::string& error) {
+    Raw raw(file, true);
+    if (raw.Fails(error)) return {};
+    QImage picture = wanted.isEmpty() ? QImage() : CamerasPicture(raw, wanted);
+    return picture.isNull() ? Developed(raw, wanted, error) : picture;
+}
+
+} // namespace
+
+const PictureFormat kRawFormat{RawSize, DecodeRaw, true, true, nullptr};
+
+} // namespace tarn

@@ -1,0 +1,46 @@
+#include "panel/PictureInfoRoom.h"
+
+#include "desk/controls/DateEntries.h"
+#include "imaging/fits/FitsLines.h"
+#include "panel/frmDate.h"
+#include "platform/QtText.h"
+
+#include <QLabel>
+#include <QListWidget>
+
+namespace tarn {
+
+PictureInfoRoom::PictureInfoRoom(Context& context) : m(context) {}
+
+PictureInfoRoom::~PictureInfoRoom() = default;
+
+void PictureInfoRoom::ConnectControls() {
+    const MainControls& c = m.controls;
+    Connect(c.SetFileDatesButton, [this] { SetFileDatesButton_Click(); });
+    Connect(c.PopupSetFileDatesButton, [this] { SetFileDatesButton_Click(); });
+    Connect(c.SyncDatesButton, [this] { SyncDatesButton_Click(); });
+    Connect(c.FixPictureDateButton, [this] { FixPictureDateButton_Click(); });
+}
+
+// Closing it needs no further step: each Set has already brought the file's date along.
+void PictureInfoRoom::FixPictureDateButton_Click() {
+    if (m.state.NoExif) return;
+    if (!m_date) m_date = std::make_unique<frmDate>(m);
+    m_date->ShowCurrent();
+}
+
+void PictureInfoRoom::ReadPictureInfo() {
+    m_reader.ReadPictureInfo(m.state);
+    for (std::string& line : FitsLinesOf(m.state.Filename))
+        m.state.PanelRows.push_back(std::move(line));
+    const MainControls& c = m.controls;
+    c.MpixelText->setText(ToQt(m.state.MpixelText));
+    c.FileSizeText->setText(ToQt(m.state.FileSizeText));
+    c.List1->clear();
+    m.state.HistoryListed = false;
+    for (const std::string& row : m.state.PanelRows) c.List1->addItem(ToQt(row));
+    m.shell.ShowMessage(m.state.DatesDiffer ? m.state.FileDate : std::string());
+    EnableDateEntries(c, !m.state.NoExif);
+}
+
+} // namespace tarn

@@ -1,0 +1,41 @@
+// Brings what the reader finds into the window: the camera data panel, the small texts, and the
+// commands that need camera data: file dates set to picture dates, and the editor of picture dates.
+#pragma once
+
+#include "desk/Context.h"
+#include "desk/Room.h"
+#include "pictureinfo/PictureInfoReader.h"
+
+#include <memory>
+
+namespace tarn {
+
+class frmDate;
+
+class PictureInfoRoom : public InfoCommands, public Room {
+public:
+    explicit PictureInfoRoom(Context& context);
+    ~PictureInfoRoom() override;
+
+    void ConnectControls() override;
+
+    void ReadPictureInfo() override;
+
+    // Filename's own times become its camera date. False when they stay as they are.
+    bool SetFileDatesButton_Click() override;
+
+    // The same for every file from the current row to the last, after a question.
+    void SyncDatesButton_Click();
+
+    void FixPictureDateButton_Click();
+
+private:
+    bool AskForRange(int first, int last);
+    int SyncRange(int first, int last);
+
+    Context& m;
+    PictureInfoReader m_reader;
+    std::unique_ptr<frmDate> m_date; // made when it is first asked for
+};
+
+} // namespace tarn

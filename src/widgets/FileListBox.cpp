@@ -1,0 +1,206 @@
+#include "widgets/FileListBox.h"
+
+#include "common/paths.h"
+#include "platform/FileMime.h"
+#include "platform/QtText.h"
+
+#include <QDrag>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QMouseEvent>
+
+#include <algorithm>
+
+namespace tarn {
+
+FileListBox::FileListBox(const Files& files, QWidget* parent) : QListView(parent), m_model(files) {
+    setModel(&m_model);
+    setUniformItemSizes(true);
+    m_names = itemDelegate();
+    setSelectionMode(ExtendedSelection);
+    setEditTriggers(NoEditTriggers);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    SizeMarks();
+    // Much may happen in a folder that the list does not show: it is asked again once all rests.
+    m_diskTimer.setSingleShot(true);
+    m_diskTimer.setInterval(300);
+    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, &m_diskTimer,
+            qOverload<>(&QTimer::start));
+    connect(&m_diskTimer, &QTimer::timeout, this,
+            [this] { emit diskChanged(m_model.DiffersFromDisk()); });
+}
+
+bool FileListBox::ReadFolder(const std::string& folder, const std::string& pattern) {
+    const std::string before = Path();
+    if (!m_model.Read(folder, pattern)) return false;
+    if (folder != before && !m_watcher.directories().isEmpty())
+        m_watcher.removePaths(m_watcher.directories());
+    // A folder that was made anew under its name is no longer watched.
+    if (m_watcher.directories().isEmpty() && !folder.empty()) m_watcher.addPath(ToQt(folder));
+    m_diskTimer.stop();
+    emit diskChanged(false);
+    return true;
+}
+
+bool FileListBox::SetPath(const std::string& folder) {
+    return folder == Path() || ReadFolder(folder, Pattern());
+}
+
+void FileListBox::SetPattern(const std::string& pattern) {
+    if (!ReadFolder(Path(), pattern)) m_model.KeepPattern(pattern);
+}
+
+void FileListBox::SetNoteMarks(std::function<bool(const std::string&)> hasNote) {
+    const bool had = static_cast<bool>(m_model.hasNote);
+    m_model.hasNote = std::move(hasNote);
+    if (had != static_cast<bool>(m_model.hasNote)) scheduleDelayedItemsLayout();
+    ShowNoteMarks();
+}
+
+// Marks as high as the text, so that rows stay as high as they are.
+void FileListBox::SizeMarks() {
+    const int side = fontMetrics().height() - 2;
+    setIconSize(QSize(side, side));
+}
+
+void FileListBox::changeEvent(QEvent* event) {
+    QListView::changeEvent(event);
+    if (event->type() != QEvent::FontChange && event->type() != QEvent::StyleChange) return;
+    SizeMarks();
+    SizeCells();
+}
+
+void FileListBox::SetPictures(std::function<QImage(int)> pictureOf) {
+    m_cells.pictureOf = std::move(pictureOf);
+}
+
+void FileListBox::SizeCells() {
+    setGridSize(ShowsPictures() ? PictureCells::CellSize(fontMetrics()) : QSize());
+}
+
+void FileListBox::ShowPictures(bool pictures) {
+    if (pictures == ShowsPictures()) return;
+    if (pictures)
+        setItemDelegate(&m_cells);
+    else
+        setItemDelegate(m_names);
+    setFlow(pictures ? LeftToRight : TopToBottom);
+    setWrapping(pictures);
+    setResizeMode(pictures ? Adjust : Fixed);
+    setVerticalScrollMode(pictures ? ScrollPerPixel : ScrollPerItem);
+    SizeCells();
+    if (currentIndex().isValid()) scrollTo(currentIndex());
+}
+
+// Rows follow each other in both forms: from the first that is seen on.
+std::vector<int> FileListBox::SeenRows() const {
+    std::vector<int> rows;
+    if (Count() < 1) return rows;
+    const QRect seen = viewport()->rect();
+    int first = 0; // by halves, since no row above it reaches into the view
+    for (int last = Count() - 1; first < last;) {
+        const int middle = (first + last) / 2;
+        if (visualRect(m_model.index(middle)).bottom() < seen.top())
+            first = middle + 1;
+        else
+            last = middle;
+    }
+    for (int row = first; row < Count(); ++row) {
+        if (visualRect(m_model.index(row)).top() > seen.bottom()) break;
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+bool FileListBox::Refresh() {
+    if (onRefresh) onRefresh();
+    const int row = CurrentRow();
+    const std::string current = row >= 0 ? Text(row) : std::string();
+    if (!ReadFolder(Path(), Pattern())) return false;
+    const int now = row >= 0 ? RowOf(current) : -1;
+    if (now >= 0) setCurrentIndex(m_model.index(now));
+    return true;
+}
+
+void FileListBox::Select(int row) {
+    if (row < 0 || row >= Count()) return;
+    const QModelIndex index = m_model.index(row);
+    const QItemSelection before = selectionModel()->selection();
+    setCurrentIndex(index); // also where a range of the shift key will begin
+    selectionModel()->select(before, QItemSelectionModel::Select);
+    scrollTo(index);
+    RaiseClick();
+}
+
+bool FileListBox::IsSelected(int row) const {
+    return row >= 0 && row < Count() && selectionModel()->isSelected(m_model.index(row));
+}
+
+std::vector<int> FileListBox::SelectedRows() const {
+    std::vector<int> rows;
+    for (const QItemSelectionRange& range : selectionModel()->selection())
+        for (int row = range.top(); row <= range.bottom(); ++row) rows.push_back(row);
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+void FileListBox::UnselectAll() {
+    selectionModel()->clearSelection();
+}
+
+void FileListBox::SelectEveryRow() {
+    if (Count() < 1) return;
+    selectionModel()->select(QItemSelection(m_model.index(0), m_model.index(Count() - 1)),
+                             QItemSelectionModel::Select);
+}
+
+void FileListBox::RaiseClick() {
+    if (onClick) onClick();
+}
+
+// Other buttons, and the blank below the rows, would move the highlight off the file shown.
+void FileListBox::mousePressEvent(QMouseEvent* event) {
+    m_pressedRow = event->button() == Qt::LeftButton ? indexAt(event->pos()).row() : -1;
+    // What is selected can be dragged out; from any other row a drag selects.
+    setDragEnabled(IsSelected(m_pressedRow));
+    if (m_pressedRow >= 0) QListView::mousePressEvent(event);
+}
+
+void FileListBox::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) return;
+    QListView::mouseReleaseEvent(event);
+    if (m_pressedRow < 0) return;
+    m_doubleRow = m_pressedRow;
+    m_pressedRow = -1;
+    if (CurrentRow() >= 0) RaiseClick();
+}
+
+void FileListBox::mouseDoubleClickEvent(QMouseEvent* event) {
+    const int row = indexAt(event->pos()).row();
+    if (event->button() != Qt::LeftButton || row < 0) return;
+    if (row != m_doubleRow) { // two quick clicks on neighbours
+        mousePressEvent(event);
+        return;
+    }
+    m_pressedRow = -1; // the release to come raises nothing: the file is loaded once
+    if (onDoubleClick) onDoubleClick();
+}
+
+// Other programs get copies; nothing is taken away from here.
+void FileListBox::startDrag(Qt::DropActions) {
+    m_pressedRow = -1; // the release ends the drag and raises nothing
+    ClipboardFiles files;
+    for (const int row : SelectedRows()) files.paths.push_back(JoinPath(Path(), Text(row)));
+    if (files.paths.empty()) return;
+    auto* drag = new QDrag(this); // the toolkit's own from here on
+    drag->setMimeData(MimeOf(files));
+    drag->exec(Qt::CopyAction);
+}
+
+void FileListBox::keyPressEvent(QKeyEvent* event) {
+    const int before = CurrentRow();
+    QListView::keyPressEvent(event);
+    if (CurrentRow() != before && CurrentRow() >= 0) RaiseClick();
+}
+
+} // namespace tarn

@@ -1,0 +1,95 @@
+// The file list: one folder, one pattern, many rows selected at once, one current row. It is a
+// snapshot that changes only with path, pattern or refresh. The click is raised from three places:
+// a selection in code, the release of the mouse, a change of the current row by keyboard.
+#pragma once
+
+#include "widgets/FileListModel.h"
+#include "widgets/PictureCells.h"
+
+#include <QFileSystemWatcher>
+#include <QListView>
+#include <QTimer>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tarn {
+
+class FileListBox : public QListView {
+    Q_OBJECT
+
+public:
+    explicit FileListBox(const Files& files, QWidget* parent = nullptr);
+
+    // False when the folder cannot be read: the list keeps its folder. A new folder is read, and no
+    // row is current; the same one again changes nothing.
+    bool SetPath(const std::string& folder);
+    // The patterns between ";". A folder that cannot be read keeps its rows, the next takes it
+    // over.
+    void SetPattern(const std::string& pattern);
+    // Reads the folder again; the current row stays by name. Raises nothing.
+    bool Refresh();
+
+    const std::string& Path() const { return m_model.Folder(); }
+    const std::string& Pattern() const { return m_model.Pattern(); }
+    int Count() const { return m_model.Count(); }
+    const std::string& Text(int row) const { return m_model.Text(row); }
+    int RowOf(const std::string& name) const { return m_model.RowOf(name); }
+    int CurrentRow() const { return currentIndex().isValid() ? currentIndex().row() : -1; }
+
+    // Selects a row beside what is selected, makes it current and raises the click, also when it
+    // was current. A row outside the list does nothing.
+    void Select(int row);
+
+    bool IsSelected(int row) const;
+    std::vector<int> SelectedRows() const; // ascending
+    // The current row stays; nothing is raised; the cost does not grow with the list.
+    void UnselectAll();
+    void SelectEveryRow();
+
+    // Marks at the files that have a note (none to end them), and which files are listed by them
+    // from the next reading on. A note that came or went shows after ShowNoteMarks.
+    void SetNoteMarks(std::function<bool(const std::string& name)> hasNote);
+    void SetNoteChoice(NoteChoice choice) { m_model.noteChoice = choice; }
+    void ShowNoteMarks() { viewport()->update(); }
+
+    // Rows as small pictures side by side, or as names one beneath the other. `pictureOf` is asked
+    // for rows that are painted; null while there is none.
+    void SetPictures(std::function<QImage(int row)> pictureOf);
+    void ShowPictures(bool pictures);
+    bool ShowsPictures() const { return isWrapping(); }
+    std::vector<int> SeenRows() const; // as far as they can be seen now
+
+    std::function<void()> onRefresh; // before the folder is read again
+    std::function<void()> onClick;
+    std::function<void()> onDoubleClick;
+
+signals:
+    // Whether the folder on disk has changed since it was read.
+    void diskChanged(bool changed);
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void startDrag(Qt::DropActions actions) override;
+
+private:
+    bool ReadFolder(const std::string& folder, const std::string& pattern);
+    void RaiseClick();
+    void SizeMarks();
+    void SizeCells();
+
+    FileListModel m_model;
+    PictureCells m_cells;                     // draws pictures
+    QAbstractItemDelegate* m_names = nullptr; // and the toolkit's own, names
+    QFileSystemWatcher m_watcher;
+    QTimer m_diskTimer;
+    int m_pressedRow = -1; // row of the press whose release will count
+    int m_doubleRow = -1;  // row of the click before
+};
+
+} // namespace tarn

@@ -1,0 +1,70 @@
+#include "widgets/PictureBox.h"
+
+#include "platform/QtText.h"
+
+#include <QPainter>
+
+#include <cmath>
+
+namespace tarn {
+
+namespace {
+
+constexpr int kHintMargin = 12;
+
+// Distance to the next whole pixel of the screen.
+double Fraction(double position) {
+    return position - std::round(position);
+}
+
+} // namespace
+
+PictureBox::PictureBox(QWidget* parent) : QWidget(parent) {
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_OpaquePaintEvent); // every pixel is painted once, so nothing flickers
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+}
+
+void PictureBox::SetPicture(const QImage& picture) {
+    m_picture = picture;
+    m_picture.setDevicePixelRatio(1);
+    setAccessibleDescription(m_picture.isNull() ? m_hint : QString());
+    update();
+}
+
+void PictureBox::SetHint(const std::string& text) {
+    m_hint = ToQt(text);
+    setAccessibleDescription(m_picture.isNull() ? m_hint : QString());
+    if (m_picture.isNull()) update();
+}
+
+QSize PictureBox::PixelSize() const {
+    const double ratio = devicePixelRatioF();
+    return {int(width() * ratio), int(height() * ratio)};
+}
+
+void PictureBox::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().color(QPalette::Window));
+    if (!m_picture.isNull()) {
+        PaintPicture(painter);
+        return;
+    }
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(rect().adjusted(kHintMargin, kHintMargin, -kHintMargin, -kHintMargin),
+                     Qt::AlignCenter | Qt::TextWordWrap, m_hint);
+}
+
+void PictureBox::PaintPicture(QPainter& painter) const {
+    const double ratio = devicePixelRatioF();
+    const QSize pane = PixelSize();
+    // With a ratio like 1.25 the pane itself may begin between two pixels of the screen.
+    const QPointF origin = QPointF(mapTo(window(), QPoint(0, 0))) * ratio;
+    const QPointF place(std::floor((pane.width() - m_picture.width()) / 2.0) - Fraction(origin.x()),
+                        std::floor((pane.height() - m_picture.height()) / 2.0) -
+                            Fraction(origin.y()));
+    painter.scale(1 / ratio, 1 / ratio);
+    painter.drawImage(place, m_picture);
+}
+
+} // namespace tarn

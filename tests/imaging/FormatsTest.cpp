@@ -1,0 +1,192 @@
+// Files that need a library of their own, and the colours that pictures mean.
+#include "PictureFiles.h"
+#include "RawFiles.h"
+#include "support/TestFolder.h"
+
+#include "imaging/ImgX.h"
+
+#include <QBuffer>
+#include <QColorSpace>
+
+#include <gtest/gtest.h>
+#include <lcms2.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+namespace tarn::testing {
+namespace {
+
+struct Files {
+    TestFolder folder;
+    std::string error;
+
+    ImgX Load(const std::string& bytes, QSize wanted = {}) {
+        ImgX picture;
+        error = picture.LoadFile(folder.Write("a.jpg", bytes), wanted);
+        return picture;
+    }
+};
+
+} // namespace
+
+TEST(Raw, TheCamerasPictureComesFirstAndTheDevelopedForAllPixels) {
+    Files files;
+    const QImage preview = TellTale(60, 40).mirrored(true, false);
+    const std::string bytes =
+        RawFile(TellTale(120, 80), JpegBytes(preview), preview.size(), 1).bytes;
+    ImgX picture = files.Load(bytes, QSize(50, 30));
+    ASSERT_TRUE(picture.HasImage()) << files.error;
+    EXPECT_EQ(picture.Width(), 120);
+    EXPECT_EQ(picture.Height(), 80);
+    EXPECT_EQ(picture.SystemPicture().size(), QSize(45, 30));
+    EXPECT_EQ(Quarters(picture.SystemPicture()), "gryb");
+    EXPECT_EQ(Quarters(picture.FullPicture()), "rgby");
+    EXPECT_EQ(picture.FullPicture().size(), QSize(120, 80));
+    // Too small for the box: developed at half size.
+    EXPECT_EQ(
+        Quarters(files
+                     .Load(RawFile(TellTale(240, 160), JpegBytes(preview), preview.size(), 1).bytes,
+                           QSize(100, 70))
+                     .SystemPicture()),
+        "rgby");
+}
+
+TEST(Raw, IsTurnedByItsOwnOrientation) {
+    Files files;
+    const QImage preview = TellTale(60, 40);
+    const std::string bytes =
+        RawFile(TellTale(120, 80), JpegBytes(preview), preview.size(), 6).bytes;
+    for (const QSize wanted : {QSize(30, 50), QSize()}) {
+        ImgX picture = files.Load(bytes, wanted);
+        EXPECT_TRUE(picture.IsUpright());
+        EXPECT_EQ(picture.Width(), 80);
+        EXPECT_EQ(picture.Height(), 120);
+        EXPECT_EQ(Quarters(picture.SystemPicture()), "bryg") << wanted.width();
+    }
+}
+
+TEST(Raw, SensorsWithoutFiltersAreGrey) {
+    Files files;
+    QImage half(120, 80, QImage::Format_RGB32);
+    half.fill(Qt::black);
+    for (int y = 0; y < 80; ++y)
+        for (int x = 60; x < 120; ++x) half.setPixel(x, y, qRgb(255, 255, 255));
+    RawFile raw(half, "", QSize(1, 1), 1);
+    const std::size_t meaning =
+        raw.bytes.find(std::string("\x06\x01\x03\x00\x01\x00\x00\x00\x23\x80", 10));
+    ASSERT_NE(meaning, std::string::npos);
+    raw.bytes.replace(meaning + 8, 2, "\x4C\x88"); // linear, one sample a pixel
+    const ImgX picture = files.Load(raw.bytes);
+    EXPECT_EQ(files.error, "");
+    const QImage shown = picture.SystemPicture();
+    EXPECT_GT(qGray(shown.pixel(100, 40)), 200);
+    EXPECT_LT(qGray(shown.pixel(20, 40)), 20);
+}
+
+TEST(Raw, WhatIsRefusedIsSaidAndPlainTiffFilesAreNotMeant) {
+    Files files;
+    const std::string whole = RawFile(TellTale(120, 80), "", QSize(0, 0), 1).bytes;
+    for (const std::size_t length : {40U, 600U, 1500U}) {
+        files.Load(whole.substr(0, length));
+        EXPECT_NE(files.error, "") << length;
+        // Nor does the small picture in it stand for it.
+        ImgX picture;
+        EXPECT_NE(picture.LoadWithSystemReader(files.folder.Path() + "/a.jpg"), "") << length;
+    }
+    for (std::size_t length = 0; length < 12; ++length) { // before the first list
+        files.Load(whole.substr(0, length));
+        EXPECT_NE(files.error, "") << length;
+    }
+    EXPECT_EQ(Quarters(files.Load(PictureBytes(TellTale(40, 20), "TIFF")).SystemPicture()), "rgby");
+    EXPECT_EQ(files.error, "");
+}
+
+TEST(Formats, WhatTelephonesWriteIsRead) {
+    Files files;
+    const std::string png = files.folder.Write("p.png", PictureBytes(TellTale(64, 48), "PNG"));
+    for (const char* name : {"p.avif", "p.jxl", "p.webp"}) {
+        const std::string path = files.folder.Path() + "/" + name;
+        const std::string command =
+            "ffmpeg -nostdin -loglevel error -y -i '" + png + "' -frames:v 1 -pix_fmt " +
+            (path.ends_with("jxl") ? "rgb24" : "yuv420p") + " '" + path + "'";
+        ASSERT_EQ(std::system(command.c_str()), 0) << name;
+        ImgX picture;
+        EXPECT_EQ(picture.LoadFile(path, {}), "") << name;
+        EXPECT_EQ(Quarters(picture.SystemPicture()), "rgby") << name;
+        EXPECT_EQ(ImgX::ReadFileInfo(path), QSize(64, 48)) << name;
+        std::filesystem::resize_file(path, std::filesystem::file_size(path) / 2);
+        ImgX cut;
+        EXPECT_NE(cut.LoadFile(path, {}), "") << name;
+    }
+}
+
+TEST(Colors, TheProfileSaysWhatTheNumbersMean) {
+    Files files;
+    const std::string jpeg = JpegBytes(TellTale(80, 60));
+    EXPECT_EQ(Quarters(files.Load(WithProfile(jpeg, SwappedProfile())).SystemPicture()), "bgr?");
+    QImage png = TellTale(80, 60);
+    png.setColorSpace(QColorSpace::fromIccProfile(QByteArray::fromStdString(SwappedProfile())));
+    const ImgX picture = files.Load(PictureBytes(png, "PNG"));
+    EXPECT_EQ(Quarters(picture.SystemPicture()), "bgr?");
+    EXPECT_EQ(picture.SystemPicture().pixelColor(70, 50), QColor(0, 255, 255)); // yellow before
+    EXPECT_EQ(picture.ColorRemark(), "");
+    const std::string usual = QColorSpace(QColorSpace::SRgb).iccProfile().toStdString();
+    EXPECT_EQ(files.Load(WithProfile(jpeg, usual)).SystemPicture(),
+              files.Load(jpeg).SystemPicture());
+}
+
+TEST(Colors, GreysAndOtherFormatsToo) {
+    Files files;
+    QImage grey(40, 30, QImage::Format_Grayscale8);
+    grey.fill(128);
+    cmsToneCurve* curve = cmsBuildGamma(nullptr, 1.0);
+    cmsHPROFILE linear = cmsCreateGrayProfile(cmsD50_xyY(), curve);
+    cmsUInt32Number size = 0;
+    cmsSaveProfileToMem(linear, nullptr, &size);
+    std::string profile(size, '\0');
+    cmsSaveProfileToMem(linear, profile.data(), &size);
+    cmsCloseProfile(linear);
+    cmsFreeToneCurve(curve);
+    const std::string jpeg = WithProfile(JpegBytes(grey, JpegKind::Gray), profile);
+    EXPECT_NEAR(qGray(files.Load(jpeg).SystemPicture().pixel(20, 15)), 188, 2); // half the light
+    // A wide red in JPEG XL lies outside of what the screen has: the others go down.
+    const std::string ppm = files.folder.Path() + "/p.ppm";
+    const std::string jxl = files.folder.Path() + "/p.jxl";
+    QImage red(32, 32, QImage::Format_RGB32);
+    red.fill(qRgb(200, 100, 80));
+    ASSERT_TRUE(red.save(QString::fromStdString(ppm)));
+    const std::string command = "ffmpeg -nostdin -loglevel error -y -color_primaries smpte432 "
+                                "-color_trc iec61966-2-1 -i '" +
+                                ppm + "' -pix_fmt rgb24 " +
+                                "-color_primaries smpte432 -color_trc iec61966-2-1 '" + jxl + "'";
+    ASSERT_EQ(std::system(command.c_str()), 0);
+    ImgX picture;
+    ASSERT_EQ(picture.LoadFile(jxl, {}), "");
+    const QColor shown = picture.SystemPicture().pixelColor(16, 16);
+    EXPECT_NEAR(shown.red(), 213, 4);
+    EXPECT_NEAR(shown.green(), 93, 4);
+}
+
+TEST(Colors, ABrokenProfileIsIgnoredAndSaid) {
+    Files files;
+    const std::string jpeg = JpegBytes(TellTale(80, 60));
+    const std::string whole = SwappedProfile();
+    for (const std::string& profile : {std::string(200, 'x'), whole.substr(0, 150)}) {
+        const ImgX picture = files.Load(WithProfile(jpeg, profile));
+        EXPECT_EQ(files.error, "");
+        EXPECT_EQ(Quarters(picture.SystemPicture()), "rgby");
+        EXPECT_EQ(picture.ColorRemark(), "The color profile is broken and was ignored");
+    }
+    // In a PNG, whose reader says nothing; and one part of two.
+    QImage png = TellTale(40, 30);
+    png.setColorSpace(QColorSpace(QColorSpace::AdobeRgb));
+    std::string bytes = PictureBytes(png, "PNG");
+    bytes[bytes.find("iCCP") + 40] ^= 0x55;
+    std::string half = WithProfile(jpeg, whole);
+    half[half.find("ICC_PROFILE") + 13] = 2;
+    for (const std::string& broken : {bytes, half})
+        EXPECT_NE(files.Load(broken).ColorRemark(), "") << files.error;
+}
+
+} // namespace tarn::testing

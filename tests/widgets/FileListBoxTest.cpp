@@ -1,0 +1,125 @@
+#include "widgets/FileListBox.h"
+#include "support/TestFolder.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+namespace tarn::testing {
+namespace {
+
+struct ListDesk {
+    TestFolder folder;
+    std::unique_ptr<Files> files = MakeFiles();
+    FileListBox list{*files};
+    int clicks = 0;
+    int doubleClicks = 0;
+
+    explicit ListDesk(const std::vector<std::string>& names) {
+        for (const std::string& name : names) folder.Write(name, "x");
+        list.onClick = [this] { ++clicks; };
+        list.onDoubleClick = [this] { ++doubleClicks; };
+        list.resize(200, 300);
+        list.show();
+    }
+    std::vector<std::string> Names() const {
+        std::vector<std::string> names;
+        for (int row = 0; row < list.Count(); ++row) names.push_back(list.Text(row));
+        return names;
+    }
+    QPoint At(int row) { return list.visualRect(list.model()->index(row, 0)).center(); }
+};
+
+TEST(FileListBox, ListsVisiblePlainFilesOnceInAnyCase) {
+    ListDesk d({"b.JPG", "A.jpg", "c.tif", ".hidden.jpg", "d.png", "a.JPEG"});
+    std::filesystem::create_directory(d.folder.Path() + "/e.jpg");
+    d.list.SetPattern("*.jpg;*.jp*;*.TIF");
+    d.list.SetPath(d.folder.Path());
+    EXPECT_EQ(d.Names(), (std::vector<std::string>{"a.JPEG", "A.jpg", "b.JPG", "c.tif"}));
+    EXPECT_EQ(d.list.CurrentRow(), -1);
+    d.list.SetPattern("");
+    EXPECT_EQ(d.list.Count(), 5); // no pattern keeps nothing away
+    EXPECT_EQ(d.clicks, 0);
+}
+
+TEST(FileListBox, IsASnapshotUntilAskedToReadAgain) {
+    ListDesk d({"a.jpg", "c.jpg"});
+    d.list.SetPattern("*.jpg");
+    d.list.SetPath(d.folder.Path());
+    QSignalSpy changed(&d.list, &FileListBox::diskChanged);
+    d.list.Select(1);
+    d.folder.Write("b.jpg", "x");
+    ASSERT_TRUE(changed.wait(5000));
+    EXPECT_TRUE(changed.last().first().toBool());
+    EXPECT_EQ(d.list.Count(), 2);
+    d.list.Refresh();
+    EXPECT_FALSE(changed.last().first().toBool());
+    EXPECT_EQ(d.list.CurrentRow(), 2); // by name
+    EXPECT_EQ(d.clicks, 1);
+    EXPECT_FALSE(d.list.SetPath(d.folder.Path() + "/gone"));
+    EXPECT_EQ(d.list.Path(), d.folder.Path());
+    EXPECT_EQ(d.list.Count(), 3);
+}
+
+TEST(FileListBox, SelectionInCodeAlwaysRaisesTheClick) {
+    ListDesk d({"a", "b", "c"});
+    d.list.SetPath(d.folder.Path());
+    d.list.Select(1);
+    d.list.Select(1);
+    EXPECT_EQ(d.clicks, 2);
+    d.list.Select(2);
+    EXPECT_EQ(d.list.SelectedRows(), (std::vector<int>{1, 2}));
+    for (const int outside : {-1, 3}) d.list.Select(outside);
+    EXPECT_EQ(d.clicks, 3);
+    d.list.UnselectAll();
+    EXPECT_EQ(d.list.CurrentRow(), 2);
+    EXPECT_TRUE(d.list.SelectedRows().empty());
+    d.list.SelectEveryRow();
+    EXPECT_EQ(d.list.SelectedRows().size(), 3U);
+    EXPECT_EQ(d.clicks, 3);
+}
+
+TEST(FileListBox, MouseAndKeyboardRaiseItOnce) {
+    ListDesk d({"a", "b", "c"});
+    d.list.SetPath(d.folder.Path());
+    QWidget* view = d.list.viewport();
+    QTest::mouseClick(view, Qt::LeftButton, {}, d.At(1));
+    EXPECT_EQ(d.clicks, 1);
+    QTest::mouseClick(view, Qt::LeftButton, {}, d.At(1));
+    EXPECT_EQ(d.clicks, 2); // the same row loads again
+    QTest::mouseClick(view, Qt::LeftButton, Qt::ControlModifier, d.At(2));
+    EXPECT_EQ(d.list.SelectedRows(), (std::vector<int>{1, 2}));
+    EXPECT_EQ(d.clicks, 3);
+    QTest::keyClick(&d.list, Qt::Key_Down); // nothing below
+    EXPECT_EQ(d.clicks, 3);
+    QTest::keyClick(&d.list, Qt::Key_Up);
+    EXPECT_EQ(d.clicks, 4);
+    // Other buttons and the blank below the rows leave everything as it is.
+    const auto rows = d.list.SelectedRows();
+    QTest::mouseClick(view, Qt::RightButton, {}, d.At(0));
+    QTest::mouseClick(view, Qt::LeftButton, {}, QPoint(20, 280));
+    EXPECT_EQ(d.list.SelectedRows(), rows);
+    EXPECT_EQ(d.clicks, 4);
+    // A double click: press and release, then the second press and release.
+    QTest::mouseClick(view, Qt::LeftButton, {}, d.At(0));
+    QTest::mouseDClick(view, Qt::LeftButton, {}, d.At(0));
+    EXPECT_EQ(d.clicks, 5);
+    EXPECT_EQ(d.doubleClicks, 1);
+}
+
+TEST(FileListBox, AShiftClickReachesFromTheRowSelectedInCode) {
+    ListDesk d({"a", "b", "c", "d", "e"});
+    d.list.SetPath(d.folder.Path());
+    QTest::mouseClick(d.list.viewport(), Qt::LeftButton, {}, d.At(0));
+    d.list.UnselectAll();
+    d.list.Select(2);
+    QTest::mouseClick(d.list.viewport(), Qt::LeftButton, Qt::ShiftModifier, d.At(4));
+    EXPECT_EQ(d.list.SelectedRows(), (std::vector<int>{2, 3, 4}));
+}
+
+} // namespace
+} // namespace tarn::testing
