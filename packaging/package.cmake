@@ -10,8 +10,10 @@ install(DIRECTORY data/ DESTINATION share/tarn-view COMPONENT ${program}
 
 set(here ${CMAKE_CURRENT_LIST_DIR})
 install(FILES ${here}/tarn-view.desktop DESTINATION share/applications COMPONENT ${program})
-install(FILES ${here}/org.tarnview.tarn_view.metainfo.xml DESTINATION share/metainfo
-        COMPONENT ${program})
+configure_file(${here}/org.tarnview.tarn_view.metainfo.xml
+               ${CMAKE_BINARY_DIR}/packaging/org.tarnview.tarn_view.metainfo.xml @ONLY)
+install(FILES ${CMAKE_BINARY_DIR}/packaging/org.tarnview.tarn_view.metainfo.xml
+        DESTINATION share/metainfo COMPONENT ${program})
 install(FILES ${here}/tarn-view-mime.xml DESTINATION share/mime/packages RENAME tarn-view.xml
         COMPONENT ${program})
 install(FILES ${here}/completions/tarn DESTINATION share/bash-completion/completions

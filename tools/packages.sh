@@ -5,7 +5,7 @@ tarn_build_packages="cmake ninja-build g++ ccache pkg-config qt6-base-dev qt6-sv
     libavformat-dev libavcodec-dev libswscale-dev libraw-dev liblcms2-dev libheif-dev libjxl-dev
     libcfitsio-dev"
 tarn_run_packages="qt6-qpa-plugins fonts-liberation fonts-dejavu-core"
-tarn_test_packages="libgtest-dev poppler-utils ffmpeg"
+tarn_test_packages="libgtest-dev poppler-utils ffmpeg clang-format"
 
 tarn_install() {
     missing=""

@@ -26,6 +26,7 @@ constexpr int kBatchRest = 300;  // milliseconds until a batch or a question is 
 
 House::House(const Platform& p)
     : context{.state = state,
+              .current = current,
               .controls = controls,
               .navigation = navigation,
               .display = display,

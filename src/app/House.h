@@ -57,6 +57,7 @@ public:
 
     ShownWindows screens;
     ProgramState state;
+    CurrentFile current{state};
     MainControls controls;
     PicturesAhead ahead;
     Context context;

@@ -1,8 +1,8 @@
-// The program's version text, as pages and sheets carry it.
+// The program's version text, as pages and sheets carry it; the number stands in CMakeLists.txt.
 #pragma once
 
 namespace tarn {
 
-inline constexpr char kProgramVersion[] = "v61.14";
+extern const char kProgramVersion[]; // "v" and the number
 
 } // namespace tarn

@@ -4,6 +4,7 @@
 
 #include "desk/commands/Commands.h"
 #include "desk/controls/MainControls.h"
+#include "desk/state/CurrentFile.h"
 #include "desk/state/ProgramState.h"
 
 namespace tarn {
@@ -20,6 +21,7 @@ class Sound;
 
 struct Context {
     ProgramState& state;
+    CurrentFile& current;
     MainControls& controls;
 
     NavigationCommands& navigation;

@@ -6,6 +6,7 @@
 #include "display/BusyPointer.h"
 #include "display/FrmPic.h"
 #include "display/Placeholder.h"
+#include "display/frmOnetoOne.h"
 #include "imaging/PicturesAhead.h"
 #include "imaging/fits/FitsFile.h"
 #include "platform/Files.h"
@@ -15,9 +16,7 @@
 
 #include <QAction>
 #include <QLabel>
-#include <QListWidget>
 #include <QPushButton>
-#include <QScopedValueRollback>
 
 namespace tarn {
 
@@ -35,51 +34,63 @@ bool DisplayRoom::IsLastRow() const {
     return count > 0 && count == m.state.FileIndex + 1;
 }
 
-void DisplayRoom::DisplayPicture() {
-    ProgramState& s = m.state;
-    ForgetLastPicture();
+void DisplayRoom::DisplayPicture(const PictureRequest& request) {
     {
         const BusyPointer busy(m.shell);
-        BeginPicture();
-        const std::string error = LoadPicture();
-        m_placeholder = !s.ImgXpic.HasImage();
-        if (m_placeholder)
-            ShowPlaceholder(error);
-        else if (!error.empty() && PlaceholderFor(s.FileType).showsError)
-            ShowLoadError(error); // the part that could be read is shown all the same
-        if (const std::string& remark = s.ImgXpic.ColorRemark(); !remark.empty())
-            m.shell.ShowStatus(s.Filename + "   " + remark);
-        s.ImgXfull.CopyFrom(s.ImgXpic);
-        s.ImgXfullBC.CopyFrom(s.ImgXpic);
-        m_turned.CopyFrom(s.ImgXpic);
-        ShowWithWantedTurns();
-        ReadInfo();
-        TellFitsError(error);
+        const std::string error = LoadCurrent();
+        ShowLoaded(request, error);
     }
-    s.WantRight = s.WantLeft = s.WantMirror = s.WantFlip = false;
-    m.controls.LastLabel->setVisible(IsLastRow());
-    PlayPictureSound();
-    m.notes.CheckForNotes();
-    UpdateOneToOneWindow();
-    if (!s.SlideViewing && !s.BatchRuns && s.FormLoadDone && !s.OneToOneNav) m.shell.FocusPane();
-    if (s.FormLoadDone) TurnByOrientation();
-    m.copies.PictureShown();
-    FollowStretch();
-    if (m_pic) m_pic->Follow();
-    ExpectNeighbours();
+    TellShown(request);
 }
 
-void DisplayRoom::UpdateOneToOneWindow() {
-    if (!m.state.OneToOneLoaded) return;
-    const QScopedValueRollback<bool> arriving(m_arriving, true);
-    m.display.OneToOneButton_Click();
+std::string DisplayRoom::LoadCurrent() {
+    ProgramState& s = m.state;
+    ForgetLastPicture();
+    BeginPicture();
+    std::string error = LoadPicture();
+    m_placeholder = !m_turned.HasImage();
+    if (m_placeholder)
+        ShowPlaceholder(error);
+    else if (!error.empty() && PlaceholderFor(s.FileType).showsError)
+        ShowLoadError(error); // the part that could be read is shown all the same
+    if (const std::string& remark = m_turned.ColorRemark(); !remark.empty())
+        m.shell.ShowStatus(s.Filename + "   " + remark);
+    s.ImgXfull.CopyFrom(m_turned);
+    return error;
+}
+
+// The first picture after the start is not turned by the camera's orientation.
+void DisplayRoom::ShowLoaded(const PictureRequest& request, const std::string& error) {
+    ProgramState& s = m.state;
+    if (request.turns) TurnAsBefore(*request.turns);
+    ReadInfo();
+    m_arrived = s;
+    if (s.FormLoadDone) TurnUprightNow();
+    ShowPreview();
+    m.shell.ShowFileTexts();
+    TellFitsError(error);
+    m.controls.LastLabel->setVisible(IsLastRow());
+}
+
+void DisplayRoom::TellShown(const PictureRequest& request) {
+    const ProgramState& s = m.state;
+    PlayPictureSound();
+    m.current.Tell();
+    if (s.OneToOneLoaded && m_one) {
+        const BusyPointer busy(m.shell);
+        m_one->OnePicture(m_arrived, s.ExpOrientation);
+    }
+    if (request.focus) m.shell.FocusPane();
+    FollowStretch();
+    if (m_pic) m_pic->Follow();
+    m_travel.GoTo(s.FileIndex, m.controls.FileListBox->Count());
+    if (request.neighbours) ExpectNeighbours();
 }
 
 void DisplayRoom::ForgetLastPicture() {
     ProgramState& s = m.state;
-    s.ImgXpic.Clear();
-    s.ImgXfullBC.Clear();
     m_turned.Clear();
+    m_preview.Clear();
     s.ExifFound = false;
     s.DatesDiffer = false;
     m.shell.ShowError("");
@@ -91,15 +102,12 @@ void DisplayRoom::ForgetLastPicture() {
 
 void DisplayRoom::BeginPicture() {
     ProgramState& s = m.state;
-    s.ImageRotatedRight = s.ImageRotatedLeft = s.ImageMirrored = s.ImageFliped = false;
-    s.ImageTurnedHalf = false;
+    static_cast<PreviewTurns&>(s) = {};
     s.DeleteNoteToo = true;
     s.ExpOrientation = 0;
-    s.FileIndex = m.controls.FileListBox->CurrentRow();
-    s.FileNameOnly = LastPart(s.Filename);
+    m.current.Choose(s.Filename, m.controls.FileListBox->CurrentRow());
     s.FileDate = FileDateText(m.files, s.Filename);
     s.PanelRows.clear();
-    m.controls.List1->clear();
     s.HistoryListed = false;
 }
 
@@ -109,15 +117,15 @@ std::string DisplayRoom::LoadPicture() {
     const QSize size = ImgX::ReadFileInfo(s.Filename);
     s.ImageWidth = size.width();
     s.ImageHeight = size.height();
-    std::string error = s.ImgXpic.LoadFile(s.Filename, WantedPixels(), m.ahead);
-    if (!s.ImgXpic.HasImage()) {
-        const std::string systemError = s.ImgXpic.LoadWithSystemReader(s.Filename);
-        if (!s.ImgXpic.HasImage()) return error;
+    std::string error = m_turned.LoadFile(s.Filename, WantedPixels(), m.ahead);
+    if (!m_turned.HasImage()) {
+        const std::string systemError = m_turned.LoadWithSystemReader(s.Filename);
+        if (!m_turned.HasImage()) return error;
         error = systemError;
     }
     // Without a size nothing would be painted over the picture before.
-    if (s.ImageWidth == 0) s.ImageWidth = s.ImgXpic.Width();
-    if (s.ImageHeight == 0) s.ImageHeight = s.ImgXpic.Height();
+    if (s.ImageWidth == 0) s.ImageWidth = m_turned.Width();
+    if (s.ImageHeight == 0) s.ImageHeight = m_turned.Height();
     return error;
 }
 
@@ -143,42 +151,23 @@ void DisplayRoom::ShowPlaceholder(const std::string& error) {
     s.DeleteNoteToo = false;
 
     const std::string path = ProgramFile(std::string(placeholder.picture));
-    s.ImgXpic.LoadFile(path, IsCutMode() ? QSize() : QSize(s.PreviewWidth, s.PreviewHeight));
-    s.ImageWidth = s.ImgXpic.Width();
-    s.ImageHeight = s.ImgXpic.Height();
+    m_turned.LoadFile(path, IsCutMode() ? QSize() : QSize(s.PreviewWidth, s.PreviewHeight));
+    s.ImageWidth = m_turned.Width();
+    s.ImageHeight = m_turned.Height();
     SetPictureCommands(false);
     s.MpixelText.clear();
     s.FileSizeText.clear();
     s.SizeText.clear();
-    for (QLabel* text : {c.MpixelText, c.FileSizeText, c.SizeText}) text->clear();
     s.NoExif = true;
     s.ImageLoaded = false;
-    if (!s.ImgXpic.HasImage()) PutNothing();
-}
-
-void DisplayRoom::ShowWithWantedTurns() {
-    ProgramState& s = m.state;
-    const bool restore = s.RestoreTurns;
-    s.RestoreTurns = false;
-    if (restore && s.WantRight) RotateRightButton_Click();
-    if (restore && s.WantLeft) RotateLeftButton_Click();
-    if (restore && s.WantMirror) {
-        ShowPreview();
-        MirrorButton_Click();
-    }
-    if (restore && s.WantFlip) {
-        ShowPreview();
-        FlipButton_Click();
-    }
-    const bool shown = s.WantRight || s.WantLeft || s.WantMirror || s.WantFlip;
-    if (!restore || !shown) ShowPreview();
+    if (!m_turned.HasImage()) PutNothing();
 }
 
 void DisplayRoom::ReadInfo() {
     ProgramState& s = m.state;
     if (!s.NoExif) {
         m.info.ReadPictureInfo();
-        if (s.ImgXpic.IsUpright()) s.ExpOrientation = 1;
+        if (m_turned.IsUpright()) s.ExpOrientation = 1;
         if (!s.ImageLoaded) {
             SetPictureCommands(true);
             s.ImageLoaded = true;
@@ -198,24 +187,6 @@ void DisplayRoom::PlayPictureSound() {
         m.sound.PlayAndWait(sound); // which holds up the next picture
     else
         m.sound.Play(sound);
-}
-
-void DisplayRoom::TurnByOrientation() {
-    switch (m.state.ExpOrientation) {
-    case 6:
-        RotateRightButton_Click();
-        break;
-    case 8:
-        RotateLeftButton_Click();
-        break;
-    case 3:
-        m.state.ImageTurnedHalf = true;
-        m_turned.Rotate(180);
-        ShowPreview();
-        break;
-    default:
-        break;
-    }
 }
 
 } // namespace tarn

@@ -8,7 +8,6 @@
 #include "widgets/PictureBox.h"
 
 #include <QLabel>
-#include <QListWidget>
 #include <QPalette>
 #include <QPushButton>
 
@@ -19,7 +18,7 @@ namespace tarn {
 void DisplayRoom::ShowPreview() {
     ProgramState& s = m.state;
     if (s.ImageWidth == 0 && s.ImageHeight == 0) return;
-    s.ImgXpic.CopyFrom(m_turned);
+    m_preview.CopyFrom(m_turned);
     if (IsCutMode())
         CutToPane();
     else
@@ -31,7 +30,7 @@ void DisplayRoom::ShowPreview() {
 void DisplayRoom::FitIntoPane() {
     ProgramState& s = m.state;
     const PreviewFit fit = FitPreview(s.ImageWidth, s.ImageHeight, s.PreviewWidth, s.PreviewHeight);
-    if (fit.reduced) s.ImgXpic.Scale(fit.width, fit.height);
+    if (fit.reduced) m_preview.Scale(fit.width, fit.height);
     PutText(fit.reduced ? PreviewKind::Reduced : PreviewKind::FullSize, false);
 }
 
@@ -40,14 +39,10 @@ void DisplayRoom::CutToPane() {
     const int width = s.ImageWidth * Scale();
     const int height = s.ImageHeight * Scale();
     const PreviewCrop crop = CropPreview(width, height, s.PreviewWidth, s.PreviewHeight);
-    s.CropLeft = crop.left;
-    s.CropTop = crop.top;
-    s.CropWidth = crop.width;
-    s.CropHeight = crop.height;
     if (s.TwoX)
         CutDoubled(crop);
     else
-        s.ImgXpic.Crop(int(RoundHalfEven(crop.left)), int(RoundHalfEven(crop.top)), crop.width,
+        m_preview.Crop(int(RoundHalfEven(crop.left)), int(RoundHalfEven(crop.top)), crop.width,
                        crop.height);
     PutText(s.TwoX ? PreviewKind::DoubledCut : PreviewKind::FullSizeCut,
             crop.width < width || crop.height < height);
@@ -58,7 +53,7 @@ void DisplayRoom::CutToPane() {
 // the whole.
 void DisplayRoom::CutDoubled(const PreviewCrop& crop) {
     constexpr int kEdge = 2;
-    ImgX& picture = m.state.ImgXpic;
+    ImgX& picture = m_preview;
     const int left = int(RoundHalfEven(crop.left));
     const int top = int(RoundHalfEven(crop.top));
     const int sourceLeft = std::max(0, left / 2 - kEdge);
@@ -71,18 +66,17 @@ void DisplayRoom::CutDoubled(const PreviewCrop& crop) {
 
 // The brightness in force holds for every picture that is put up, however it came about.
 void DisplayRoom::PutPicture() {
-    ProgramState& s = m.state;
-    ImgX* shown = &s.ImgXpic;
-    if (s.BrightnessValue != 0) {
-        s.ImgXpic2.CopyFrom(s.ImgXpic);
-        s.ImgXpic2.Brightness(s.BrightnessValue);
-        shown = &s.ImgXpic2;
+    ImgX* shown = &m_preview;
+    if (m.state.BrightnessValue != 0) {
+        m_bright.CopyFrom(m_preview);
+        m_bright.Brightness(m.state.BrightnessValue);
+        shown = &m_bright;
     }
     m.controls.Picture1->SetPicture(shown->FullPicture());
 }
 
 ImgX DisplayRoom::ShownPicture() {
-    ImgX picture = IsCutMode() ? m.state.ImgXpic : m_turned;
+    ImgX picture = IsCutMode() ? m_preview : m_turned;
     picture.Brightness(m.state.BrightnessValue);
     return picture;
 }
@@ -110,7 +104,7 @@ void DisplayRoom::PutSize() {
     ProgramState& s = m.state;
     if (s.ImageWidth <= 0 || m_placeholder) return;
     s.SizeText = SizeTextOf(s.ImageWidth * Scale(), s.ImageHeight * Scale());
-    m.controls.SizeText->setText(ToQt(s.SizeText));
+    m.shell.ShowFileTexts();
 }
 
 // Without this the pane would go on showing the picture before, under the name of this one.
@@ -124,21 +118,19 @@ void DisplayRoom::ShowNothing() {
     ProgramState& s = m.state;
     MainControls& c = m.controls;
     m.video.CloseVideoClip();
-    m.shell.ShowPane(Pane::Picture1);
+    m.current.ShowAs(FileKind::Picture);
     m.shell.ShowMessage("");
-    s.VideoImage = s.WebImage = s.HistoryListed = false;
+    s.HistoryListed = false;
     ForgetPicture(s);
-    c.List1->clear();
-    c.EditButton2->setText(QStringLiteral("Edit"));
+    s.EditCaption = "Edit";
     for (QWidget* over :
          std::initializer_list<QWidget*>{c.LastLabel, c.DeletePicButton, c.DeleteFitsButton})
         over->hide();
-    for (ImgX* image : {&s.ImgXpic, &s.ImgXpic2, &s.ImgXfull, &s.ImgXfullBC, &m_turned})
-        image->Clear();
+    for (ImgX* image : {&s.ImgXfull, &m_turned, &m_preview, &m_bright}) image->Clear();
     s.ImageLoaded = false;
     PutNothing();
     s.SizeText.clear();
-    for (QLabel* text : {c.SizeText, c.MpixelText, c.FileSizeText}) text->clear();
+    m.shell.ShowFileTexts();
     SetPictureCommands(false);
     m.ahead.Expect({});
     UpdatePictureWindows();

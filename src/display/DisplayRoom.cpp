@@ -22,6 +22,9 @@ void DisplayRoom::ConnectControls() {
     Connect(c.StretchButton, [this] { StretchButton_Click(); });
     Connect(c.OneXcheck, [this] { OneXcheck_Click(); });
     Connect(c.TwoXcheck, [this] { TwoXcheck_Click(); });
+    m.current.Follow([this] {
+        if (m.state.Kind != FileKind::Picture) UpdatePictureWindows();
+    });
 }
 
 void DisplayRoom::Redraw() {
@@ -29,7 +32,7 @@ void DisplayRoom::Redraw() {
     m.navigation.ResetFileHistory(true);
     if (!s.FileType.empty() && IsListedType(s.WebTypes, s.FileType)) {
         m.video.Load_web();
-    } else if (s.VideoImage) {
+    } else if (s.VideoImage()) {
         m.video.ShowVideoFile();
         m.shell.FocusPane();
     } else {
@@ -39,7 +42,7 @@ void DisplayRoom::Redraw() {
 
 // Only where the picture pane is up and has a file: a clip or page shown there is left alone.
 void DisplayRoom::ReloadShownPicture() {
-    if (m.state.CurrentPane != Pane::Picture1 || m.state.Filename.empty()) return;
+    if (m.state.Kind != FileKind::Picture || m.state.Filename.empty()) return;
     DisplayPicture();
     m.shell.FocusPane();
 }

@@ -27,14 +27,14 @@ public:
     // Gives the buttons and boxes of this room their commands.
     void ConnectControls() override;
 
-    // Shows state.Filename. Done when it returns, without letting events in: who calls it may use
+    // Shows the current file. Done when it returns, without letting events in: who calls it may use
     // the picture on the next line.
-    void DisplayPicture() override;
+    using DisplayCommands::DisplayPicture;
+    void DisplayPicture(const PictureRequest& request) override;
 
     // Makes the preview anew from the loaded picture with its turns.
     void ShowPreview() override;
     void ShowNothing() override;
-    void UpdatePictureWindows() override;
 
     void Redraw() override;
     void SetPictureCommands(bool enabled) override;
@@ -63,19 +63,21 @@ public:
     void TwoXcheck_Click();
 
 private:
-    // Loading, in the order of the steps.
+    // The three steps of a picture.
+    std::string LoadCurrent(); // the reader's error, which a placeholder may stand for
+    void ShowLoaded(const PictureRequest& request, const std::string& error);
+    void TellShown(const PictureRequest& request);
+
     void ForgetLastPicture();
     void BeginPicture();
     std::string LoadPicture();
     void ShowPlaceholder(const std::string& error);
     void ShowLoadError(const std::string& error);
-    void ShowWithWantedTurns();
     void ReadInfo();
     bool IsLastRow() const;
     void PlayPictureSound();
-    void UpdateOneToOneWindow();
-    void TurnByOrientation();
     void TellFitsError(const std::string& error);
+    void UpdatePictureWindows(); // to the current file; at a clip or page the 1:1 window is blank
 
     void FollowStretch();
     void ShowStretched(const QImage& pixels);
@@ -96,17 +98,23 @@ private:
     bool IsSizeWindowUp() const;
     void ExpectNeighbours();
 
-    void TurnPreview(bool& flag, float degrees);
+    void TurnRight();
+    void TurnLeft();
+    void TurnQuarter(bool& flag, float degrees);
+    void TurnAsBefore(const PreviewTurns& turns);
+    bool TurnUprightNow();
+    void ShowTurned();
     void MirrorPreview(bool& flag, int axis);
-    void FocusUnlessShow();
     void ChangeCutMode(QCheckBox& clicked, QCheckBox& other);
     void ReloadShownPicture();
 
     Context& m;
     ImgX m_turned;              // the loaded picture with its turns, neither fitted nor cut
+    ImgX m_preview;             // as shown: fitted or cut
+    ImgX m_bright;              // its brightened copy
+    PreviewTurns m_arrived;     // done before the camera's orientation was
     bool m_placeholder = false; // what is shown stands in for a file without a picture
     bool m_uncheckingOther = false;
-    bool m_arriving = false; // a new picture that is still to be turned by its orientation
     Travel m_travel;
     std::unique_ptr<frmBrightness> m_brightness;
     std::unique_ptr<FrmPic> m_pic;

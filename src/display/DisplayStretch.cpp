@@ -41,7 +41,6 @@ void DisplayRoom::Restretch() {
         return;
     }
     s.ImgXfull.CopyFrom(picture);
-    s.ImgXfullBC.CopyFrom(picture);
     m_turned.TakePixels(picture);
     ShowPreview();
     UpdatePictureWindows();

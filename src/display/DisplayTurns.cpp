@@ -16,11 +16,64 @@ constexpr int kTopToBottom = 1;
 } // namespace
 
 void DisplayRoom::RotateRightButton_Click() {
-    TurnPreview(m.state.ImageRotatedRight, kRight);
+    TurnRight();
+    ShowTurned();
 }
 
 void DisplayRoom::RotateLeftButton_Click() {
-    TurnPreview(m.state.ImageRotatedLeft, kLeft);
+    TurnLeft();
+    ShowTurned();
+}
+
+void DisplayRoom::TurnRight() {
+    TurnQuarter(m.state.ImageRotatedRight, kRight);
+}
+
+void DisplayRoom::TurnLeft() {
+    TurnQuarter(m.state.ImageRotatedLeft, kLeft);
+}
+
+void DisplayRoom::TurnQuarter(bool& flag, float degrees) {
+    std::swap(m.state.ImageWidth, m.state.ImageHeight);
+    flag = true;
+    m_turned.Rotate(degrees);
+}
+
+void DisplayRoom::ShowTurned() {
+    ShowPreview();
+    m.shell.FocusPane();
+}
+
+// As the picture was turned before; only quarter turns and mirrorings come back.
+void DisplayRoom::TurnAsBefore(const PreviewTurns& turns) {
+    if (turns.ImageRotatedRight) TurnRight();
+    if (turns.ImageRotatedLeft) TurnLeft();
+    if (turns.ImageMirrored) {
+        m.state.ImageMirrored = true;
+        m_turned.Mirror(kLeftToRight);
+    }
+    if (turns.ImageFliped) {
+        m.state.ImageFliped = true;
+        m_turned.Mirror(kTopToBottom);
+    }
+}
+
+// By the camera's orientation; whether there was anything to turn.
+bool DisplayRoom::TurnUprightNow() {
+    switch (m.state.ExpOrientation) {
+    case 6:
+        TurnRight();
+        return true;
+    case 8:
+        TurnLeft();
+        return true;
+    case 3:
+        m.state.ImageTurnedHalf = true;
+        m_turned.Rotate(180);
+        return true;
+    default:
+        return false;
+    }
 }
 
 void DisplayRoom::MirrorButton_Click() {
@@ -31,27 +84,13 @@ void DisplayRoom::FlipButton_Click() {
     MirrorPreview(m.state.ImageFliped, kTopToBottom);
 }
 
-void DisplayRoom::TurnPreview(bool& flag, float degrees) {
-    ProgramState& s = m.state;
-    std::swap(s.ImageWidth, s.ImageHeight);
-    flag = true;
-    m_turned.Rotate(degrees);
-    ShowPreview();
-    FocusUnlessShow();
-}
-
 // The fit or cut stays as it is, only mirrored; so is what a later preview starts from.
 void DisplayRoom::MirrorPreview(bool& flag, int axis) {
     flag = true;
     m_turned.Mirror(axis);
-    m.state.ImgXpic.Mirror(axis);
+    m_preview.Mirror(axis);
     PutPicture();
-    FocusUnlessShow();
-}
-
-// In a batch its cancel button keeps the focus.
-void DisplayRoom::FocusUnlessShow() {
-    if (!m.state.SlideViewing && !m.state.BatchRuns) m.shell.FocusPane();
+    m.shell.FocusPane();
 }
 
 } // namespace tarn

@@ -44,8 +44,8 @@ void DisplayRoom::SetBrightness(int value) {
     ProgramState& s = m.state;
     s.BrightnessValue = std::clamp(value, -kMostBrightness, kMostBrightness);
     if (m_brightness) m_brightness->ShowValue(s.BrightnessValue);
-    if (s.ImgXpic.HasImage()) PutPicture();
-    if (s.SlideViewing) m.slides.SlideKeyUp('O'); // a slide on the screen follows
+    if (m_preview.HasImage()) PutPicture();
+    m.slides.ShowSlideAgain();
 }
 
 void DisplayRoom::ViewFull() {
@@ -64,16 +64,16 @@ void DisplayRoom::OneToOneButton_Click() {
     if (!m_one) m_one = std::make_unique<frmOnetoOne>(m);
     const bool follows = m.state.OneToOneLoaded;
     if (follows)
-        m_one->OnePicture(m_arriving);
+        m_one->OnePicture(m.state);
     else
         m_one->Form_Load();
-    if (!m_arriving) BringUp(*m_one);
+    BringUp(*m_one);
     m.controls.CloseOneToOneButton->show();
     if (!follows) ExpectNeighbours(); // with all their pixels from now on
 }
 
 void DisplayRoom::UpdatePictureWindows() {
-    if (m.state.OneToOneLoaded && m_one) m_one->OnePicture(false);
+    if (m.state.OneToOneLoaded && m_one) m_one->OnePicture(m.state);
     if (m_pic) m_pic->Follow();
 }
 

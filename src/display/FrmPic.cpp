@@ -64,14 +64,14 @@ void FrmPic::ViewFull() {
 }
 
 void FrmPic::Follow() {
-    if (isVisible() && !m_staying && !m.state.SlideViewing) PaintPicture();
+    if (isVisible() && !m.state.SlideViewing) PaintPicture();
 }
 
 void FrmPic::PaintPicture() {
     const ProgramState& s = m.state;
     const PixelSize inside = Inside();
     FitPicture(inside);
-    const std::string error = m.state.ImgXfullBC.ErrorText();
+    const std::string error = m_work.ErrorText();
     if (!error.empty()) m.shell.ShowMessage(error + " - " + s.FileNameOnly); // an enlargement
     const std::string caption = SizeCaption(LastPart(s.Filename), inside,
                                             PercentText(inside.width, s.ImageWidth), s.TextNumOf);
@@ -83,8 +83,8 @@ void FrmPic::PaintPicture() {
 // From the full copy each time, so that nothing adds up. Brightness comes last, as it takes time by
 // the pixel.
 void FrmPic::FitPicture(PixelSize inside) {
-    ProgramState& s = m.state;
-    ImgX& work = s.ImgXfullBC;
+    const ProgramState& s = m.state;
+    ImgX& work = m_work;
     work.CopyFrom(s.ImgXfull);
     ReplayTurns(s, work);
     const PixelSize picture{work.Width(), work.Height()};
@@ -120,6 +120,7 @@ void FrmPic::resizeEvent(QResizeEvent*) {
 
 void FrmPic::closeEvent(QCloseEvent*) {
     m_picture = {};
+    m_work.Clear();
     if (m.shell.MainMinimised()) m.shell.SetMainMinimised(false);
 }
 
@@ -138,39 +139,20 @@ void FrmPic::Form_KeyUp(int keycode) {
         close();
         break;
     case 'Y':
-        StayHere([this] { m.copies.CopyImage(); });
+        if (!m.state.SlideViewing) m.copies.CopyImage();
         break;
     case keys::kF1:
         m.shell.ShowHelpPage(kHelpSize);
         break;
     case keys::kUp:
-        Step(false);
+        StepFiles(m, -1);
         break;
     case keys::kDown:
-        Step(true);
+        StepFiles(m, 1);
         break;
     default:
         break;
     }
-}
-
-void FrmPic::Step(bool on) {
-    StayHere([this, on] {
-        if (on)
-            m.navigation.NextButton_Click();
-        else
-            m.navigation.PrevButton_Click();
-    });
-}
-
-// The act may show another picture; the keyboard stays here. While a show runs the current file is
-// the show's.
-void FrmPic::StayHere(const std::function<void()>& act) {
-    if (m.state.SlideViewing) return;
-    const QScopedValueRollback<bool> away(m.state.OneToOneNav, true);
-    const QScopedValueRollback<bool> staying(m_staying, true);
-    act();
-    if (isVisible()) ViewFull();
 }
 
 void FrmPic::mousePressEvent(QMouseEvent*) {
@@ -182,7 +164,7 @@ void FrmPic::mouseReleaseEvent(QMouseEvent* event) {
     m_pressed = false;
     if (!ours) return;
     if (event->button() == Qt::LeftButton)
-        Step(2 * event->position().x() >= width());
+        StepFiles(m, 2 * event->position().x() >= width() ? 1 : -1);
     else
         ToggleTop();
 }
@@ -199,7 +181,7 @@ void FrmPic::wheelEvent(QWheelEvent* event) {
         if (notches != 0) Zoom(notches, event->position());
         return;
     }
-    for (int i = 0; i < std::abs(notches); ++i) Step(notches < 0);
+    for (int i = 0; i < std::abs(notches); ++i) StepFiles(m, notches < 0 ? 1 : -1);
 }
 
 // The point under the pointer stays where it is, as far as the picture's edges allow.

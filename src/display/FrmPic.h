@@ -22,7 +22,7 @@ public:
     // Shows the window and paints the current picture.
     void ViewFull();
 
-    // Paints a new current picture, if the window is up and does not do so itself.
+    // Paints a new current picture, if the window is up.
     void Follow();
 
     // A part is shown larger than the whole would fit.
@@ -46,8 +46,6 @@ protected:
 private:
     void Form_Load();
     void Form_KeyUp(int keycode);
-    void Step(bool on);
-    void StayHere(const std::function<void()>& act);
     void ToggleTop();
     void Zoom(int notches, QPointF at);
     void PaintPicture();
@@ -55,6 +53,7 @@ private:
 
     Context& m;
     KeptPlace m_place;
+    ImgX m_work;      // the whole picture, turned, fitted and brightened
     QImage m_picture; // as painted, device pixels
     QTimer m_rest;
     HeldKeys m_keys;
@@ -64,7 +63,6 @@ private:
     double m_zoomX = 0.5;
     double m_zoomY = 0.5;
     bool m_loading = false;
-    bool m_staying = false; // it paints after its own act
     bool m_pressed = false;
     bool m_painted = true;
     bool m_followsScreen = false;

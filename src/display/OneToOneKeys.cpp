@@ -8,7 +8,6 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QScopedValueRollback>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -33,7 +32,7 @@ bool frmOnetoOne::eventFilter(QObject* watched, QEvent* event) {
         return true;
     case QEvent::Wheel: {
         const int notches = m_wheel.Turned(*static_cast<QWheelEvent*>(event));
-        for (int i = 0; i < std::abs(notches); ++i) Step(notches < 0);
+        for (int i = 0; i < std::abs(notches); ++i) StepFiles(m, notches < 0 ? 1 : -1);
         return true;
     }
     case QEvent::Paint:
@@ -65,13 +64,13 @@ void frmOnetoOne::Form_KeyUp(int keycode) {
         m.shell.ShowHelpPage(kHelpOneToOne);
         break;
     case keys::kUp:
-        Step(false);
+        StepFiles(m, -1);
         break;
     case keys::kDown:
-        Step(true);
+        StepFiles(m, 1);
         break;
     case keys::kDelete:
-        StayHere([this] { m.fileops.DeleteButton_Click(); });
+        if (!m.state.SlideViewing) m.fileops.DeleteButton_Click();
         break;
     default:
         m_picture3->setVisible(m_picture3->isHidden());
@@ -79,30 +78,11 @@ void frmOnetoOne::Form_KeyUp(int keycode) {
     }
 }
 
-void frmOnetoOne::Step(bool on) {
-    StayHere([this, on] {
-        if (on)
-            m.navigation.NextButton_Click();
-        else
-            m.navigation.PrevButton_Click();
-    });
-}
-
-// The act may show another picture; the keyboard stays here. While a show runs the current file is
-// the show's.
-void frmOnetoOne::StayHere(const std::function<void()>& act) {
-    if (m.state.SlideViewing) return;
-    const QScopedValueRollback<bool> away(m.state.OneToOneNav, true);
-    act();
-    if (m.state.OneToOneLoaded) show();
-}
-
 void frmOnetoOne::Copy() {
     if (m.state.SlideViewing) return;
     const std::string file = m.state.Filename; // the copy may advance to the next one
     const std::string name = m.state.FileNameOnly;
-    bool copied = false;
-    StayHere([&] { copied = m.copies.CopyImage(); });
+    const bool copied = m.copies.CopyImage();
     if (!m.state.CopyOk.empty())
         ShowInfo(m.state.CopyOk);
     else if (copied && file == m.state.Filename)
@@ -177,7 +157,7 @@ void frmOnetoOne::DragView(const QMouseEvent& event) {
 
 void frmOnetoOne::ReleaseView(const QMouseEvent& event) {
     if (event.button() == Qt::LeftButton) {
-        if (!m_dragged) Step(2 * event.position().x() > m_picture2->width());
+        if (!m_dragged) StepFiles(m, 2 * event.position().x() > m_picture2->width() ? 1 : -1);
     } else {
         m.shell.SetMainMinimised(!m.shell.MainMinimised());
     }

@@ -19,6 +19,10 @@ int PlainKeyCode(const QKeyEvent& event) {
 
 } // namespace
 
+void StepFiles(const Context& m, int rows) {
+    if (!m.state.SlideViewing) m.navigation.StepBy(rows, KeepingKeyboard());
+}
+
 int HeldKeys::Press(const QKeyEvent& event, bool ready) {
     const int key = PlainKeyCode(event);
     if (!event.isAutoRepeat()) {

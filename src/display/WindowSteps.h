@@ -1,12 +1,18 @@
 // How keys and wheel step in the picture windows.
 #pragma once
 
+#include "desk/Context.h"
+
 #include <set>
 
 class QKeyEvent;
 class QWheelEvent;
 
 namespace tarn {
+
+// To another file of the list, while the keyboard stays with the window. While a show runs, the
+// current file is the show's.
+void StepFiles(const Context& context, int rows);
 
 // A key acts on its release, and only when the same window saw its press. Up and Down act again
 // and again while they are held, then not once more on their release.

@@ -62,14 +62,14 @@ void frmOnetoOne::Form_Load() {
         Layout();
         Form_Activate();
         show();
-        OnePicture(false);
+        OnePicture(m.state);
     }
     m.state.OneToOneLoaded = true;
     m_picture2->setFocus();
     if (m_followsScreen) return;
     m_followsScreen = true; // another may have finer pixels
     connect(windowHandle(), &QWindow::screenChanged, this, [this] {
-        if (m.state.OneToOneLoaded) OnePicture(false);
+        if (m.state.OneToOneLoaded) OnePicture(m.state);
     });
 }
 
@@ -77,15 +77,15 @@ void frmOnetoOne::Form_Activate() {
     SetOnTop(*this, m.state.OneAlwaysTop);
 }
 
-void frmOnetoOne::OnePicture(bool arriving) {
+void frmOnetoOne::OnePicture(const PreviewTurns& turns, int orientation) {
     const ProgramState& s = m.state;
     m_infoText->setText(ToQt(s.Filename + " (" + s.SizeText + ") " + s.FileSizeText));
     m_infoText->setToolTip(ToToolTip(s.Filename));
     setWindowTitle(ToQt(kCaption + s.Filename));
     m_full.Clear(); // no picture stands under the name of a clip or page
     if (s.ImageWidth > 0) m_full.CopyFrom(s.ImgXfull);
-    ReplayTurns(s, m_full);
-    if (arriving) TurnUpright(s.ExpOrientation, m_full);
+    ReplayTurns(turns, m_full);
+    TurnUpright(orientation, m_full);
     m_nav.CopyFrom(m_full); // from the pixels at hand, which are enough for it
     m_full.FetchAll();
     const std::string error = m_full.ErrorText(); // what is shown is an enlargement then

@@ -26,9 +26,9 @@ public:
 
     explicit frmOnetoOne(Context& context);
 
-    // Brings the window up to the current picture. `arriving`: the preview is still to be turned by
-    // the camera's orientation, so that the flags do not tell it yet.
-    void OnePicture(bool arriving);
+    // Brings the window up to the current picture: turned so, and behind that by the camera's
+    // orientation, which the turns of a picture that has just come do not tell.
+    void OnePicture(const PreviewTurns& turns, int orientation = 1);
 
     // Shows the part round a point of the navigator's copy, in device pixels of that.
     void MoveView(float x, float y);
@@ -52,8 +52,6 @@ private:
     void PressNavigator(const QMouseEvent& event);
     void DragView(const QMouseEvent& event);
     void ReleaseView(const QMouseEvent& event);
-    void Step(bool on);
-    void StayHere(const std::function<void()>& act);
     void Copy();
     void SwapPlaces();
     void ShowNavigator();

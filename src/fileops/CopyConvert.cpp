@@ -41,7 +41,7 @@ void CopyRoom::SetNote() {
 bool CopyRoom::IsConvertible() {
     const ProgramState& s = m.state;
     m.shell.ShowMessage({});
-    if (s.SlideViewing || (s.CurrentPane == Pane::Picture1 && s.ImageLoaded)) return true;
+    if (s.SlideViewing || (s.Kind == FileKind::Picture && s.ImageLoaded)) return true;
     m.shell.ShowMessage("'" + s.FileNameOnly + "' is not valid to convert to JPG");
     return false;
 }

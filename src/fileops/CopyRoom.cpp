@@ -26,6 +26,10 @@ void CopyRoom::ConnectControls() {
     Connect(c.ConvertButton, [this] { ConvertButton_Click(); });
     Connect(c.ConvertJpgSetText, [this] { ConvertJpgSetText_Click(); });
     ConnectClipboard();
+    m.current.Follow([this] {
+        if (m.state.Kind == FileKind::Picture && m_caption && m_caption->IsOpen())
+            m_caption->ShowPicture();
+    });
 }
 
 // In a show the file that is seen; the main window's may be another.
@@ -59,10 +63,6 @@ void CopyRoom::ShowCopyFolder() {
 
 void CopyRoom::FolderChanged() {
     ShowCopyFolder();
-}
-
-void CopyRoom::PictureShown() {
-    if (m_caption && m_caption->IsOpen()) m_caption->ShowPicture();
 }
 
 bool CopyRoom::CopyImage() {

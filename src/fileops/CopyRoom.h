@@ -30,7 +30,6 @@ public:
     bool CMImage() override;
     void SetCaptionShown(bool shown) override;
     void FolderChanged() override;
-    void PictureShown() override;
 
     void SetImageCopyButton_Click();
     bool ConvertButton_Click();

@@ -75,7 +75,7 @@ bool FileRoom::Delete(const DeletePlan& plan, bool ask, const std::string& verb,
         const DeletePointer pointer(m.shell);
         m.events.Sleep(kSeen);
     }
-    if (m.state.VideoImage) m.video.CloseVideoClip(); // an open clip holds its file
+    if (m.state.VideoImage()) m.video.CloseVideoClip(); // an open clip holds its file
     const bool there = m.files.Exists(plan.path);
     if (there && !ThrowPicture(plan.path, changes)) return false;
     std::string said = there ? "DELETED - " + name : "'" + name + "' is not there any more";
@@ -138,17 +138,14 @@ void FileRoom::ShowFromRow(int row) {
 }
 
 void FileRoom::ShowNothing() {
-    ProgramState& s = m.state;
-    s.Filename.clear();
-    s.FileNameOnly.clear();
-    s.FileType.clear();
+    m.current.Choose({});
     m.display.ShowNothing();
-    m.notes.CheckForNotes();
+    m.current.Tell();
     m.shell.ShowError({});
     m.navigation.ResetFileHistory(false);
     m.navigation.EnableListCommands();
     m.shell.ShowStatus("Nothing to display in current folder.");
-    if (!s.SlideViewing) m.shell.FocusPane();
+    m.shell.FocusPane();
 }
 
 void FileRoom::DeleteAllFitsButton_Click() {

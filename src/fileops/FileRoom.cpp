@@ -160,7 +160,7 @@ bool FileRoom::CarryOut(CarryOutNewName way, const NewNamePlan& plan, const std:
 void FileRoom::Rename(const std::string& from) {
     const std::string newName = LastPart(m.state.RenameFilename);
     if (!KeepWrittenNote()) return;
-    if (m.state.VideoImage) m.video.CloseVideoClip();
+    if (m.state.VideoImage()) m.video.CloseVideoClip();
     const int row = m.controls.FileListBox->CurrentRow();
     const NewNamePlan plan = PlanNewName(m.files, Notes(), from, newName);
     const std::string what = "Rename '" + LastPart(from) + "'";
@@ -192,7 +192,7 @@ void FileRoom::Duplicate(const std::string& from) {
 }
 
 void FileRoom::RenamePicturesButton_Click() {
-    if (m.state.VideoImage) m.video.CloseVideoClip(); // an open clip holds its file
+    if (m.state.VideoImage()) m.video.CloseVideoClip(); // an open clip holds its file
     if (!m_renameFiles) {
         m_renameFiles = std::make_unique<frmRenameFiles>(
             m, [this](UndoEntry entry) { PushUndo(std::move(entry)); });

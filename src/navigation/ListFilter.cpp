@@ -74,19 +74,19 @@ void ListFilter::WCheck_Click() {
 
 void ListFilter::FCheck_Click() {
     ProgramState& s = m.state;
-    s.FileTypes = TypesAfterTick(Boxes().fits, s.FileTypes, s.FitsTypes, s.FitsSavedTypes);
+    s.FileTypes = TypesAfterTick(Boxes().fits, s.FileTypes, s.FitsTypes, m_fitsSaved);
     ApplyFileTypes();
 }
 
 void ListFilter::CCheck_Click() {
     ProgramState& s = m.state;
-    s.FileTypes = TypesAfterTick(Boxes().raw, s.FileTypes, s.RawTypes, s.RawSavedTypes);
+    s.FileTypes = TypesAfterTick(Boxes().raw, s.FileTypes, s.RawTypes, m_rawSaved);
     ApplyFileTypes();
 }
 
 void ListFilter::TCheck_Click() {
     ProgramState& s = m.state;
-    s.FileTypes = TypesAfterTick(Boxes().text, s.FileTypes, s.TextTypes, s.TextSavedTypes);
+    s.FileTypes = TypesAfterTick(Boxes().text, s.FileTypes, s.TextTypes, m_textSaved);
     ApplyFileTypes();
 }
 

@@ -44,6 +44,10 @@ private:
     ClassBoxes Boxes() const;
 
     Context& m;
+    // FileTypes as it stood when FCheck, CCheck or TCheck was ticked.
+    std::string m_fitsSaved;
+    std::string m_rawSaved;
+    std::string m_textSaved;
     std::unique_ptr<frmFileTypes> m_fileTypes;
     std::unique_ptr<frmFilter> m_filter; // keeps its boxes from one opening to the next
 };

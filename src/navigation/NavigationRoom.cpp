@@ -33,9 +33,7 @@ void NavigationRoom::ConnectControls() {
     m_filter.ConnectControls();
     c.FileListBox->onClick = [this] { FileListBox_Click(); };
     c.FileListBox->onDoubleClick = [this] {
-        if (m.state.VideoImage) return;
-        m.state.FileDoubleClick = true;
-        m.display.ViewFull();
+        if (!m.state.VideoImage()) m.display.ViewFull();
     };
     c.FolderTreeview1->onSelection = [this](const std::string& path, bool& cancel) {
         if (!cancel) FolderTreeview1_Selection(path);
@@ -79,36 +77,34 @@ void NavigationRoom::KeepValues() {
 
 void NavigationRoom::FileListBox_Click() {
     ProgramState& s = m.state;
-    if (s.ClearingMultiselect || s.SelectingAll) return;
+    if (m_clearingMultiselect || m_selectingAll) return;
     Update_Num_Files(0);
     const int row = m.controls.FileListBox->CurrentRow();
     if (row < 0) return;
-    s.Filename = JoinPath(m.controls.FileListBox->Path(), m.controls.FileListBox->Text(row));
+    const std::string before = s.FileNameOnly;
+    m.current.Choose(JoinPath(m.controls.FileListBox->Path(), m.controls.FileListBox->Text(row)),
+                     row);
     for (QWidget* hidden : std::initializer_list<QWidget*>{
              m.controls.PreviewLabel, m.controls.DeletePicButton, m.controls.DeleteFitsButton,
              m.controls.QTplayButton, m.controls.LastLabel, m.controls.CropLabel})
         hidden->hide();
     m.shell.ShowStatus(s.Filename);
     SetCrashFile(s.Filename);
-    s.FileType = FileTypeOf(s.Filename);
-    s.FileIndex = row;
 
     std::string error;
     const auto modified = m.files.ModifiedTime(s.Filename, &error);
     if (!modified) {
-        // The name is still that of the picture before, as the display alone sets it.
-        m.shell.ShowError(error + " - " + s.FileNameOnly);
+        // Named is the file from which the user came.
+        m.shell.ShowError(error + " - " + before);
         s.FileModifiedText.clear();
         m.display.ShowNothing();
-        // From here on all is this file's: no note beside another one.
-        s.FileNameOnly = LastPart(s.Filename);
-        m.notes.CheckForNotes();
+        m.current.Tell(); // no note beside another file
         return;
     }
     s.FileModifiedText = FormatDateText(FromFileTime(*modified));
     s.VideoPending = false;
     const bool recorded = RecordSelection(row);
-    if (s.CurrentPane == Pane::LogText) m.shell.ShowPane(Pane::Picture1);
+    if (s.ShowsText()) m.current.ShowAs(FileKind::Picture);
     m_historyList.GiveUp();
     m.video.CloseVideoClip();
     ShowChosenFile();
@@ -126,8 +122,7 @@ bool NavigationRoom::RecordSelection(int row) {
 }
 
 void NavigationRoom::ShowChosenFile() {
-    ProgramState& s = m.state;
-    s.VideoImage = s.WebImage = false;
+    const ProgramState& s = m.state;
     if (IsListedType(s.VideoTypes, s.FileType)) {
         ShowVideo();
         return;
@@ -139,26 +134,25 @@ void NavigationRoom::ShowChosenFile() {
 }
 
 void NavigationRoom::ShowVideo() {
-    m.shell.ShowPane(Pane::Picture2);
+    m.current.ShowAs(FileKind::Clip);
     m.display.SetPictureCommands(false);
     EnableSlideButtons(m.controls, false);
-    m.state.VideoImage = true;
     m.video.ShowVideoFile();
 }
 
 void NavigationRoom::ShowPictureOrText() {
-    m.controls.EditButton2->setText(QStringLiteral("Edit"));
-    m.shell.ShowPane(Pane::Picture1);
+    m.state.EditCaption = "Edit";
+    m.current.ShowAs(FileKind::Picture);
     m.display.SetPictureCommands(true);
     EnableSlideButtons(m.controls, true);
-    m.state.VideoImage = false;
     if (m.state.FileType == ".TXT")
         m.video.Load_web();
     else
-        m.display.DisplayPicture();
+        m.display.DisplayPicture(m_request);
 }
 
-void NavigationRoom::SelectRow(int row) {
+void NavigationRoom::SelectRow(int row, const PictureRequest& request) {
+    const QScopedValueRollback<PictureRequest> asked(m_request, request);
     m.controls.FileListBox->Select(row);
 }
 
@@ -176,36 +170,30 @@ void NavigationRoom::Update_Num_Files(int index) {
 }
 
 void NavigationRoom::ClearMultiselect() {
-    const QScopedValueRollback<bool> clearing(m.state.ClearingMultiselect, true);
+    const QScopedValueRollback<bool> clearing(m_clearingMultiselect, true);
     m.controls.FileListBox->UnselectAll();
 }
 
-void NavigationRoom::NextButton_Click() {
-    const int count = m.controls.FileListBox->Count();
-    StepTo(count < 1 ? -1 : RowAfter(m.state.FileIndex, count));
+void NavigationRoom::StepBy(int rows, const PictureRequest& request) {
+    StepFrom(m.state.FileIndex, rows, request);
 }
 
-void NavigationRoom::PrevButton_Click() {
+void NavigationRoom::StepFrom(int row, int by, const PictureRequest& request) {
     const int count = m.controls.FileListBox->Count();
-    StepTo(count < 1 ? -1 : RowBefore(m.state.FileIndex, count));
-}
-
-void NavigationRoom::StepTo(int row) {
     ClearMultiselect();
-    if (row >= 0) m.state.FileIndex = row;
-    SelectRow(row);
-    if (m.state.CurrentPane == Pane::LogText) {
+    SelectRow(count < 1 ? -1 : RowFrom(row, by, count), request);
+    if (m.state.ShowsText()) {
         m.state.ImageLoaded = false;
         m.shell.FocusPane();
         m.controls.LabelNavKeys->show();
-    } else if (!m.state.OneToOneNav && !m.state.SlideViewing) {
+    } else if (request.focus) {
         m.shell.FocusPane();
     }
 }
 
 void NavigationRoom::SelectAllButton_Click() {
     {
-        const QScopedValueRollback<bool> selecting(m.state.SelectingAll, true);
+        const QScopedValueRollback<bool> selecting(m_selectingAll, true);
         m.controls.FileListBox->SelectEveryRow();
     }
     m.shell.ShowMessage("All files selected " + std::to_string(m.controls.FileListBox->Count()));

@@ -22,9 +22,10 @@ public:
     void KeepValues() override;
 
     void FileListBox_Click() override;
-    void SelectRow(int row) override;
-    void NextButton_Click() override;
-    void PrevButton_Click() override;
+    using NavigationCommands::SelectRow;
+    void SelectRow(int row, const PictureRequest& request) override;
+    void StepFrom(int row, int by, const PictureRequest& request) override;
+    void StepBy(int rows, const PictureRequest& request) override;
     void ClearMultiselect() override;
     void Update_Num_Files(int index) override;
     void EnableListCommands() override;
@@ -54,7 +55,6 @@ public:
 
 private:
     void ShowNamed(const std::string& name);
-    void StepTo(int row);
     void GoToView(int entry);
     void GoToFolder(int entry);
     bool MoveTree(const std::string& folder);
@@ -69,7 +69,11 @@ private:
     Context& m;
     HistoryList m_historyList;
     ListFilter m_filter;
-    std::string m_wanted; // name to select in the folder that is being entered
+    std::string m_wanted;     // name to select in the folder that is being entered
+    PictureRequest m_request; // of the selection that code is making
+    // A list may raise its event also for rows that are marked or unmarked.
+    bool m_clearingMultiselect = false;
+    bool m_selectingAll = false;
 };
 
 } // namespace tarn

@@ -65,6 +65,8 @@ template <typename Keys> bool PressFor(const Keys& keys, int keycode, const Main
     return true;
 }
 
+constexpr int kPage = 5; // rows of a page key
+
 // The window system may send a repeat as a release and a press of the same instant, the press a
 // moment later.
 constexpr int kRepeatFollows = 5; // milliseconds
@@ -90,14 +92,6 @@ PaneKeys::PaneKeys(Context& context) : m(context) {
     connect(&m_releaseTimer, &QTimer::timeout, this, &PaneKeys::ActOnRelease);
 }
 
-void PaneKeys::PageStep(int by) {
-    m.state.FileIndex += by;
-    if (by > 0)
-        m.navigation.NextButton_Click();
-    else
-        m.navigation.PrevButton_Click();
-}
-
 bool PaneKeys::NavigationKey(int keycode) {
     switch (keycode) {
     case keys::kSpace:
@@ -110,18 +104,16 @@ bool PaneKeys::NavigationKey(int keycode) {
         m.navigation.PrevButton_Click();
         return true;
     case keys::kPageUp:
-        PageStep(-4);
+        m.navigation.StepBy(-kPage, {});
         return true;
     case keys::kPageDown:
-        PageStep(4);
+        m.navigation.StepBy(kPage, {});
         return true;
     case keys::kHome:
-        m.state.FileIndex = 1;
-        m.navigation.PrevButton_Click();
+        m.navigation.StepFrom(1, -1, {});
         return true;
     case keys::kEnd:
-        m.state.FileIndex = 0;
-        m.navigation.PrevButton_Click();
+        m.navigation.StepFrom(0, -1, {});
         return true;
     case keys::kComma:
         Press(m.controls.FileBackButton);
@@ -234,7 +226,7 @@ bool PaneKeys::eventFilter(QObject* watched, QEvent* event) {
         if (picture) m.controls.LabelNavKeys->show();
         return false;
     case QEvent::FocusOut:
-        if (picture && m.state.CurrentPane != Pane::LogText) m.controls.LabelNavKeys->hide();
+        if (picture && !m.state.ShowsText()) m.controls.LabelNavKeys->hide();
         return false;
     default:
         return false;
@@ -280,7 +272,7 @@ bool PaneKeys::Repeat(QObject* pane, Pressed& pressed) {
     const Map map = MapOf(pane);
     const int keycode = pressed.keycode; // the step may bring events that change the list
     (this->*map)(keycode);
-    m_painted = m.state.CurrentPane != Pane::Picture1;
+    m_painted = m.state.Kind != FileKind::Picture;
     return true;
 }
 

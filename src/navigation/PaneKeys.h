@@ -49,7 +49,6 @@ private:
     bool Repeat(QObject* pane, Pressed& pressed);
     void ActOnRelease();
     bool MouseRelease(QObject* pane, const QMouseEvent& event);
-    void PageStep(int by);
 
     Context& m;
     std::vector<Pressed> m_pressed;

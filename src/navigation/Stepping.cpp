@@ -2,21 +2,9 @@
 
 namespace tarn {
 
-namespace {
-
-int Wrapped(int index, int count) {
-    const int rest = index % count;
+int RowFrom(int row, int by, int count) {
+    const int rest = (row + by) % count;
     return rest < 0 ? rest + count : rest;
-}
-
-} // namespace
-
-int RowAfter(int index, int count) {
-    return Wrapped(index + 1, count);
-}
-
-int RowBefore(int index, int count) {
-    return Wrapped(index - 1, count);
 }
 
 void RecordView(SelectionState& state, int row) {

@@ -5,10 +5,9 @@
 
 namespace tarn {
 
-// The row after or before `index` in a list of `count` rows (at least 1), round at both ends by
-// true remainder, so that page steps work in short lists too.
-int RowAfter(int index, int count);
-int RowBefore(int index, int count);
+// So many rows on from `row`, or back, in a list of `count` rows (at least 1), round at both ends
+// by true remainder, so that page steps work in short lists too.
+int RowFrom(int row, int by, int count);
 
 // A row was viewed: appended unless it is the one seen last or the list of views is full.
 void RecordView(SelectionState& state, int row);

@@ -58,6 +58,12 @@ void NotesRoom::ConnectControls() {
                      [this] { NotesBox_Change(); });
     QObject::connect(c.NoteFilterCombo, &QComboBox::activated, c.NoteFilterCombo,
                      [this](int choice) { NoteFilterCombo_Click(choice); });
+    m.current.Follow([this] {
+        if (m.state.WebImage())
+            ClearNotesForPage();
+        else
+            CheckForNotes();
+    });
     c.FileListBox->onRefresh = [this] { m_store.index.Refresh(); };
     const auto* save = new QShortcut(QKeySequence::Save, c.NotesBox->window());
     QObject::connect(save, &QShortcut::activated, c.NotesBox,

@@ -30,12 +30,14 @@ public:
     bool MayEnd(std::string& why) override; // unsaved text goes into the state folder
     void End() override;
 
-    void CheckForNotes() override;
+    // The current file is another one: its note comes into the box, what stood there goes into the
+    // restore buffer.
+    void CheckForNotes();
     void SetNotesFilename() override;
     bool SaveNote() override;
     void SaveNotesButton_Click() override;
     void ClearNotesButton_Click();
-    void ClearNotesForPage() override;
+    void ClearNotesForPage(); // a page is shown: no note is
     void RestoreNotesButton_Click() override;
     void DeleteNotesButton_Click() override;
     void SetSaveCommands() override;

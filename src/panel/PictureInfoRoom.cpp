@@ -5,9 +5,6 @@
 #include "panel/frmDate.h"
 #include "platform/QtText.h"
 
-#include <QLabel>
-#include <QListWidget>
-
 namespace tarn {
 
 PictureInfoRoom::PictureInfoRoom(Context& context) : m(context) {}
@@ -34,11 +31,8 @@ void PictureInfoRoom::ReadPictureInfo() {
     for (std::string& line : FitsLinesOf(m.state.Filename))
         m.state.PanelRows.push_back(std::move(line));
     const MainControls& c = m.controls;
-    c.MpixelText->setText(ToQt(m.state.MpixelText));
-    c.FileSizeText->setText(ToQt(m.state.FileSizeText));
-    c.List1->clear();
     m.state.HistoryListed = false;
-    for (const std::string& row : m.state.PanelRows) c.List1->addItem(ToQt(row));
+    m.shell.ShowFileTexts();
     m.shell.ShowMessage(m.state.DatesDiffer ? m.state.FileDate : std::string());
     EnableDateEntries(c, !m.state.NoExif);
 }

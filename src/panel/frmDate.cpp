@@ -212,8 +212,7 @@ void frmDate::TakeOver(const std::string& date, const PictureDateText& shown) {
     const std::string line = "* Picture date: " + shown.date + "  " + shown.weekday;
     if (row < static_cast<int>(s.PanelRows.size()))
         s.PanelRows[static_cast<std::size_t>(row)] = line;
-    QListWidgetItem* item = s.HistoryListed ? nullptr : m.controls.List1->item(row);
-    if (item) item->setText(ToQt(line));
+    m.shell.ShowFileTexts();
     s.CameraDate = date;
     s.PictureDate = shown.date;
     s.DoFileSync = true;

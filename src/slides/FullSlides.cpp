@@ -31,27 +31,24 @@ FullSlides::FullSlides(Context& context, ShowTime& time)
     : m(context), m_time(time), m_startFile(context.state.Filename),
       m_startRow(std::max(0, context.controls.FileListBox->CurrentRow())), m_sequence(1, 0) {
     CollectSelectedFiles();
-    m_walksSelected = m.state.SelectedCount >= 2;
+    m_walksSelected = m_selectedFiles.size() >= 2;
     m_sequence = SlideSequence(Count(), m_walksSelected ? 0 : m_startRow);
-    m.state.SlideCopied = false;
+    m_time.onAgain = [this] { Leave(SlideMove::Again); };
 }
 
 void FullSlides::CollectSelectedFiles() {
-    ProgramState& s = m.state;
     const FileListBox& list = *m.controls.FileListBox;
-    s.SelectedFiles.clear();
-    for (const int row : list.SelectedRows()) s.SelectedFiles.push_back(list.Text(row));
-    s.SelectedFolder = list.Path();
-    s.SelectedCount = static_cast<int>(s.SelectedFiles.size());
+    for (const int row : list.SelectedRows()) m_selectedFiles.push_back(list.Text(row));
+    m_selectedFolder = list.Path();
 }
 
 int FullSlides::Count() const {
-    return m_walksSelected ? m.state.SelectedCount : m.controls.FileListBox->Count();
+    return m_walksSelected ? static_cast<int>(m_selectedFiles.size())
+                           : m.controls.FileListBox->Count();
 }
 
 std::string FullSlides::PathOf(int index) const {
-    if (m_walksSelected)
-        return JoinPath(m.state.SelectedFolder, m.state.SelectedFiles[std::size_t(index)]);
+    if (m_walksSelected) return JoinPath(m_selectedFolder, m_selectedFiles[std::size_t(index)]);
     return JoinPath(m.controls.FileListBox->Path(), m.controls.FileListBox->Text(index));
 }
 
@@ -84,21 +81,18 @@ bool FullSlides::Walk() {
 
 bool FullSlides::LoadSlide() {
     ProgramState& s = m.state;
-    s.SlideNext = false;
-    s.WantRight = s.WantLeft = s.WantMirror = s.WantFlip = false;
+    m_time.Signals().SlideNext = false;
     m_turn = {};
-    s.SlideIndex = m_sequence.Index();
-    s.SlideCount = m_sequence.Count();
-    s.SlideFile = PathOf(m_sequence.Index());
-    if (IsPassedOver(s, s.SlideFile)) return false;
+    m_file = PathOf(m_sequence.Index());
+    if (IsPassedOver(s, m_file)) return false;
     m_time.Window().SetPointer(Qt::WaitCursor);
-    SetCrashFile(s.SlideFile);
+    SetCrashFile(m_file);
     std::string error;
-    const auto modified = m.files.ModifiedTime(s.SlideFile, &error);
+    const auto modified = m.files.ModifiedTime(m_file, &error);
     if (modified) error = LoadFile();
-    if (!modified || !s.ImgXslide.HasImage()) {
-        s.SlideCopied = false; // its mark belongs to no other
-        m_error = error + " - " + LastPart(s.SlideFile);
+    if (!modified || !m_slide.HasImage()) {
+        m_copied = false; // its mark belongs to no other
+        m_error = error + " - " + LastPart(m_file);
         return false;
     }
     s.FileModifiedText = s.FileDate = FormatDateText(FromFileTime(*modified));
@@ -111,22 +105,20 @@ bool FullSlides::LoadSlide() {
 std::string FullSlides::LoadFile() {
     ProgramState& s = m.state;
     const SlideSize box = SlideBoxOf(SlideLayout::One, m_time.Screen());
-    const QSize size = ImgX::ReadFileInfo(s.SlideFile);
-    std::string error = s.ImgXslide.LoadFile(s.SlideFile, QSize(box.width, box.height), m.ahead);
-    if (!s.ImgXslide.HasImage()) {
-        const std::string systemError = s.ImgXslide.LoadWithSystemReader(s.SlideFile);
-        if (s.ImgXslide.HasImage()) error = systemError;
+    const QSize size = ImgX::ReadFileInfo(m_file);
+    std::string error = m_slide.LoadFile(m_file, QSize(box.width, box.height), m.ahead);
+    if (!m_slide.HasImage()) {
+        const std::string systemError = m_slide.LoadWithSystemReader(m_file);
+        if (m_slide.HasImage()) error = systemError;
     }
-    s.ImageWidth = size.width() != 0 ? size.width() : s.ImgXslide.Width();
-    s.ImageHeight = size.height() != 0 ? size.height() : s.ImgXslide.Height();
+    s.ImageWidth = size.width() != 0 ? size.width() : m_slide.Width();
+    s.ImageHeight = size.height() != 0 ? size.height() : m_slide.Height();
     return error;
 }
 
 void FullSlides::TakeAsCurrentFile() {
-    ProgramState& s = m.state;
-    s.Filename = s.SlideFile;
-    s.FileNameOnly = s.SlideNameOnly = LastPart(s.SlideFile);
-    s.FileType = FileTypeOf(s.SlideFile);
+    m.current.Choose(m_file);
+    m.state.SlideNameOnly = m.state.FileNameOnly;
     m.notes.SetNotesFilename();
 }
 
@@ -136,7 +128,7 @@ void FullSlides::ReadInfo() {
     s.NoExif = s.ExifFound = s.DatesDiffer = false;
     std::fill_n(s.CameraDataLines.begin(), kPanelLines, std::string());
     m.info.ReadPictureInfo();
-    m_orientation = s.ImgXslide.IsUpright() ? 1 : s.ExpOrientation;
+    m_orientation = m_slide.IsUpright() ? 1 : s.ExpOrientation;
 }
 
 void FullSlides::ShowSlide() {
@@ -148,11 +140,12 @@ void FullSlides::ShowSlide() {
 }
 
 void FullSlides::ComposeTitle() {
-    ProgramState& s = m.state;
-    SlideTitleFacts facts{s.SlideNameOnly,  s.FileModifiedText, s.SlideIndex, s.SlideCount,
-                          s.CameraSettings, s.SlideCopied,      m_refusal,    s.BrightnessValue};
-    s.SlideTitle = TitleOf(facts, s);
-    s.SlideCopied = false;
+    const ProgramState& s = m.state;
+    const SlideTitleFacts facts{s.SlideNameOnly,    s.FileModifiedText, m_sequence.Index(),
+                                m_sequence.Count(), s.CameraSettings,   m_copied,
+                                m_refusal,          s.BrightnessValue};
+    m_title = TitleOf(facts, s);
+    m_copied = false;
 }
 
 void FullSlides::PlaySound() {
@@ -169,7 +162,7 @@ void FullSlides::PaintSlide() {
     ProgramState& s = m.state;
     frmSlideShow& window = m_time.Window();
     ImgX slide;
-    slide.CopyFrom(s.ImgXslide);
+    slide.CopyFrom(m_slide);
     Apply(slide, m_turn);
     TurnUpright(m_orientation, slide);
     FitInto(slide, SlideLayout::One, m_time.Screen());
@@ -185,15 +178,14 @@ void FullSlides::PaintSlide() {
 void FullSlides::DrawSlideNotes(QImage& picture) const {
     const ProgramState& s = m.state;
     if (!s.SlideNotesOn) return;
-    PaintText(picture, TextOnSlide(m.notes.NoteTextOf(s.SlideFile), s, s.SlideNotesMode), s,
+    PaintText(picture, TextOnSlide(m.notes.NoteTextOf(m_file), s, s.SlideNotesMode), s,
               m_time.Screen());
 }
 
 void FullSlides::DrawSlideTitle() {
     const SlideStrip strip = TitleStrip(0, 0, SlideLayout::One, m_time.Screen());
     std::vector<SlideLine> lines;
-    if (m.state.SlideTitleOn)
-        lines.push_back({m.state.SlideTitle, strip.left, strip.top, strip.width});
+    if (m_time.TitleOn()) lines.push_back({m_title, strip.left, strip.top, strip.width});
     m_time.Window().SetLines(std::move(lines));
 }
 
@@ -211,19 +203,18 @@ void FullSlides::ExpectNeighbours() {
 void FullSlides::ShowEnd() {
     ProgramState& s = m.state;
     const FileListBox& list = *m.controls.FileListBox;
-    s.ImgXslide.Clear();
+    m_slide.Clear();
     const int index = m_sequence.Index();
     if (list.Count() < 1) {
         m.navigation.EnableListCommands();
     } else if (m_walksSelected || !m_shown || index >= list.Count()) {
         SelectStart();
     } else if (PathOf(index) == m_startFile && s.Filename == m_startFile) {
-        WantTurn(s, m_turn);
-        s.RestoreTurns = s.WantRight || s.WantLeft || s.WantMirror || s.WantFlip;
+        const PictureRequest turned{.turns = TurnsOf(m_turn)};
         if (list.IsSelected(index))
-            m.display.DisplayPicture();
+            m.display.DisplayPicture(turned);
         else
-            m.navigation.SelectRow(index); // a way through the views had unselected it
+            m.navigation.SelectRow(index, turned); // a way through the views had unselected it
     } else {
         m.navigation.ClearMultiselect();
         m.navigation.SelectRow(index);

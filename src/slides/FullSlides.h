@@ -3,12 +3,14 @@
 // acts on that one.
 #pragma once
 
+#include "imaging/ImgX.h"
 #include "imaging/Turn.h"
 #include "slides/ShowTime.h"
 #include "slides/SlideKeys.h"
 #include "slides/SlideSequence.h"
 
 #include <string>
+#include <vector>
 
 namespace tarn {
 
@@ -23,6 +25,8 @@ public:
 
     // The main window on the picture where the show ended.
     void ShowEnd();
+
+    const std::string& Title() const { return m_title; }
 
 private:
     // The walk.
@@ -65,12 +69,18 @@ private:
     std::string m_startFile;      // that was current, its full path
     int m_startRow;               // and its row
     bool m_walksSelected = false; // the selected files; else the list
+    std::string m_selectedFolder; // what was selected at the start, by name
+    std::vector<std::string> m_selectedFiles;
+    ImgX m_slide; // as decoded
     SlideSequence m_sequence;
     bool m_shown = false;  // a slide was
     tarn::Turn m_turn;     // by keys, since the slide was read
     int m_orientation = 1; // of the slide, by the camera, still to be done
     SlideMove m_move = SlideMove::Next;
-    bool m_back = false;   // what cannot be shown is passed over backwards
+    bool m_back = false; // what cannot be shown is passed over backwards
+    std::string m_file;  // of the slide that is seen, its full path
+    std::string m_title;
+    bool m_copied = false; // a copy key was used on this slide
     std::string m_refusal; // why nothing was copied
     std::string m_error;   // of a file that was passed over
 };

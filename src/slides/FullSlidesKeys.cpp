@@ -62,7 +62,7 @@ void FullSlides::Dispatch(int keycode) {
 
 void FullSlides::Leave(SlideMove move) {
     m_move = move;
-    m.state.Slideloop = false;
+    m_time.Signals().Slideloop = false;
 }
 
 // The camera's turn comes behind: on a picture that it lays on its side, left and right are what is
@@ -73,7 +73,6 @@ void FullSlides::Turn(SlideAction action, int amount) {
         m_turn.Rotate(amount / kQuarter);
     else
         m_turn.Mirror(swaps ? 1 - amount : amount);
-    WantTurn(m.state, m_turn);
     ShowSlide();
 }
 
@@ -103,7 +102,7 @@ void FullSlides::NextNotesMode() {
 }
 
 void FullSlides::ToggleTitle() {
-    m.state.SlideTitleOn = !m.state.SlideTitleOn;
+    m_time.TitleOn() = !m_time.TitleOn();
     CloseLook();
 }
 
@@ -115,11 +114,11 @@ void FullSlides::ChangeLook(SlideAction action) {
         return CloseLook();
     case SlideAction::TextFont:
         m_time.NextTextFont();
-        m.state.SlideTitleOn = true;
+        m_time.TitleOn() = true;
         return CloseLook();
     case SlideAction::TextSize:
         m_time.NextTextSize();
-        m.state.SlideTitleOn = true;
+        m_time.TitleOn() = true;
         DrawSlideTitle();
         return m_time.Window().Refresh();
     case SlideAction::Background:
@@ -152,9 +151,9 @@ void FullSlides::GoToView(bool back) {
     int index = s.FileHist[std::size_t(s.FileHistCur)];
     if (m_walksSelected) {
         const std::string name = index >= 0 && index < list.Count() ? list.Text(index) : "";
-        const auto found = std::find(s.SelectedFiles.begin(), s.SelectedFiles.end(), name);
-        if (found == s.SelectedFiles.end()) return;
-        index = static_cast<int>(found - s.SelectedFiles.begin());
+        const auto found = std::find(m_selectedFiles.begin(), m_selectedFiles.end(), name);
+        if (found == m_selectedFiles.end()) return;
+        index = static_cast<int>(found - m_selectedFiles.begin());
     }
     m_sequence.GoTo(index);
     Leave(SlideMove::Again);
@@ -166,7 +165,7 @@ void FullSlides::Copy(bool convert) {
     const bool copied = convert ? m.copies.CMImage() : m.copies.CopyImage();
     m_refusal = copied ? std::string() : m.state.MessageText;
     // A refusal without a word says nothing at all.
-    m.state.SlideCopied = copied || !m_refusal.empty();
+    m_copied = copied || !m_refusal.empty();
     Leave(SlideMove::Again);
 }
 
@@ -180,10 +179,7 @@ void FullSlides::Delete() {
         Count() > 0 ? LastPart(PathOf((m_sequence.Index() + 1) % Count())) : "";
     m.fileops.DeleteButton_Click();
     if (list.RowOf(name) >= 0) return;
-    if (m_walksSelected) {
-        std::erase(s.SelectedFiles, name);
-        s.SelectedCount = static_cast<int>(s.SelectedFiles.size());
-    }
+    if (m_walksSelected) std::erase(m_selectedFiles, name);
     m_sequence.Forget();
     if (!m_sequence.Resize(Count())) return m_time.End();
     if (!m_walksSelected && list.RowOf(next) >= 0) m_sequence.GoTo(list.RowOf(next));

@@ -30,13 +30,13 @@ std::vector<std::string> NamesOnward(const Context& m) {
 ManySlides::ManySlides(Context& context, ShowTime& time, bool landscape)
     : m(context), m_time(time), m_landscape(landscape), m_startNames(NamesOnward(context)),
       m_only(context, SlideBoxOf(time.Layout(), time.Screen())) {
-    m.state.SlideCount = m.controls.FileListBox->Count();
+    m_time.onAgain = [this] { Leave(SlideMove::Again); };
     m_time.onEnd = [this] {
         m_only.PutBack();
         // The next start begins where the main window would have come back.
         const FileListBox& list = *m.controls.FileListBox;
         if (const int row = EndRow(); m.state.Closing && row >= 0)
-            m.state.Filename = JoinPath(list.Path(), list.Text(row));
+            m.current.Choose(JoinPath(list.Path(), list.Text(row)), row);
     };
 }
 
@@ -61,8 +61,8 @@ void ManySlides::Run() {
         const bool back = m_move == SlideMove::Previous || m_move == SlideMove::PageBack;
         ExpectNeighbours(!back);
         m_move = SlideMove::Next;
-        m.state.SlideNext = false;
-        m.state.SlideMouse = 0;
+        m_time.Signals().SlideNext = false;
+        m_time.Signals().SlideMouse = 0;
         m_time.Wait([this](int keycode) { Dispatch(keycode); });
         if (!m_time.Ends()) shown = Go(m_move);
     }
@@ -97,7 +97,7 @@ void ManySlides::Paint() {
 void ManySlides::DrawTitles() {
     const ProgramState& s = m.state;
     std::vector<SlideLine> lines;
-    for (std::size_t i = 0; s.SlideTitleOn && i < m_areas.size(); ++i) {
+    for (std::size_t i = 0; m_time.TitleOn() && i < m_areas.size(); ++i) {
         const Area& area = m_areas[i];
         const SlideStrip strip =
             TitleStrip(area.picture.height(), int(i), m_time.Layout(), m_time.Screen());
@@ -137,9 +137,9 @@ void ManySlides::ExpectNeighbours(bool forward) {
 
 void ManySlides::Dispatch(int keycode) {
     const bool compare = m.state.SlideCompare;
-    if (m.state.SlideMouse == kSlideRight)
+    if (m_time.Signals().SlideMouse == kSlideRight)
         return Leave(compare ? SlideMove::Previous : SlideMove::PageBack);
-    if (m.state.SlideMouse == kSlideLeft)
+    if (m_time.Signals().SlideMouse == kSlideLeft)
         return Leave(compare ? SlideMove::Next : SlideMove::PageOn);
     const SlideEffect effect = ManyEffectOf(keycode);
     switch (effect.action) {
@@ -158,26 +158,25 @@ void ManySlides::Dispatch(int keycode) {
 
 void ManySlides::Leave(SlideMove move) {
     m_move = move;
-    m.state.Slideloop = false;
+    m_time.Signals().Slideloop = false;
 }
 
 // No picture is decoded for these.
 void ManySlides::ChangeLook(SlideAction action) {
-    ProgramState& s = m.state;
     switch (action) {
     case SlideAction::Title:
-        s.SlideTitleOn = !s.SlideTitleOn;
+        m_time.TitleOn() = !m_time.TitleOn();
         return DrawTitles();
     case SlideAction::TextColor:
         m_time.NextTextColor();
         return DrawTitles();
     case SlideAction::TextFont:
         m_time.NextTextFont();
-        s.SlideTitleOn = true;
+        m_time.TitleOn() = true;
         return DrawTitles();
     case SlideAction::TextSize:
         m_time.NextTextSize();
-        s.SlideTitleOn = true;
+        m_time.TitleOn() = true;
         return DrawTitles();
     case SlideAction::CameraSettings:
         m_time.ToggleCameraSettings();

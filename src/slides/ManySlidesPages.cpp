@@ -16,14 +16,11 @@ namespace tarn {
 // To the next row behind or before `row` that shows a picture; once round at most.
 bool ManySlides::StepFrom(int row, bool forward) {
     ProgramState& s = m.state;
-    s.FileIndex = row;
     for (int tries = m.controls.FileListBox->Count(); tries > 0 && !m_time.Ends(); --tries) {
         s.ImageLoaded = false; // set by a picture alone, not by a file that has gone
-        if (forward)
-            m.navigation.NextButton_Click();
-        else
-            m.navigation.PrevButton_Click();
-        if (s.ImageLoaded && !s.VideoImage && !s.WebImage) return true;
+        m.navigation.StepFrom(row, forward ? 1 : -1, InPassing());
+        if (s.ImageLoaded && s.Kind == FileKind::Picture) return true;
+        row = s.FileIndex;
         if (!m.controls.Label_error->isHidden()) m_error = FromQt(m.controls.Label_error->text());
         m_time.Pump();
     }

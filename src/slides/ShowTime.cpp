@@ -35,14 +35,13 @@ template <typename Rows> void TriggerNext(const Rows& rows, int& index, int firs
 
 } // namespace
 
-ShowTime::ShowTime(Context& context, SlideLayout layout)
+ShowTime::ShowTime(Context& context, SlideLayout layout, bool& titleOn)
     : m(context), m_layout(layout), m_screen(ScreenUnder(*context.controls.FileListBox->window())),
-      m_window(std::make_unique<frmSlideShow>(context.state, context.slides)) {
+      m_titleOn(titleOn),
+      m_window(std::make_unique<frmSlideShow>(context.state, m_signals, context.slides)) {
     ProgramState& s = m.state;
     s.SlidesPerPage = AreasOf(layout);
     s.SlideViewing = true;
-    s.SlideStop = s.SlideNext = false;
-    s.SlideKey = s.SlideMouse = 0;
     m_window->onHeld = [this](int keycode) { return KeyHeld(keycode); };
     // The main window goes behind the show, so that the desktop is never seen between them.
     m_window->ShowOver(*m.controls.FileListBox->window());
@@ -59,12 +58,12 @@ ShowTime::~ShowTime() {
 void ShowTime::Close() {
     End();
     m.state.SlideViewing = false;
-    m.state.Slideloop = false;
+    m_signals.Slideloop = false;
     m.state.SlidesPerPage = 0;
 }
 
 void ShowTime::End() {
-    m.state.SlideStop = true;
+    m_signals.SlideStop = true;
     if (m_ended) return;
     m_ended = true;
     m.desktop.HoldAwake(false);
@@ -79,16 +78,26 @@ void ShowTime::End() {
 }
 
 bool ShowTime::Ends() const {
-    return m.state.SlideStop || m.state.Closing || m.events.ProgramEnds();
+    return m_signals.SlideStop || m.state.Closing || m.events.ProgramEnds();
 }
 
 void ShowTime::KeyUp(int keycode) {
     if (keycode == keys::kEscape || keycode == 'X') End();
     if (m_dispatching) return;
-    m.state.SlideKey = keycode;
-    // The brightness slider asks for the picture anew with each of its steps.
-    const bool waits = std::find(m_keys.begin(), m_keys.end(), keycode) != m_keys.end();
-    if (keycode != 'O' || !waits) m_keys.push_back(keycode);
+    m_signals.SlideKey = keycode;
+    m_keys.push_back(keycode);
+}
+
+// What is at work on the slide shows it anew by itself.
+void ShowTime::ShowAgain() {
+    if (!m_dispatching) m_again = true;
+}
+
+bool ShowTime::TakeAgain() {
+    if (!m_again || !m_keys.empty()) return false;
+    m_again = false;
+    if (onAgain) onAgain();
+    return true;
 }
 
 bool ShowTime::KeyHeld(int keycode) {
@@ -109,48 +118,49 @@ void ShowTime::TakeKey() {
         m.events.Sleep(kRound);
         m.events.Pump();
     }
-    m.state.SlideKey = keys::kNone;
+    m_signals.SlideKey = keys::kNone;
     if (m_keys.empty()) return;
-    m.state.SlideKey = m_keys.front();
+    m_signals.SlideKey = m_keys.front();
     m_keys.pop_front();
 }
 
 void ShowTime::Wait(const std::function<void(int)>& dispatch) {
-    ProgramState& s = m.state;
-    s.Slideloop = true;
-    while (s.Slideloop && !Ends()) {
+    const ProgramState& s = m.state;
+    m_signals.Slideloop = true;
+    while (m_signals.Slideloop && !Ends()) {
         TakeKey();
         if (Ends()) return;
         {
             const QScopedValueRollback<bool> dispatching(m_dispatching, true);
-            dispatch(s.SlideKey);
+            dispatch(m_signals.SlideKey);
+            TakeAgain();
         }
-        if (s.Slideloop && s.SlideDelay > 0) {
+        if (m_signals.Slideloop && s.SlideDelay > 0) {
             WaitForClock();
             // Only keys lose their effect.
             const QScopedValueRollback<bool> dispatching(m_dispatching, true);
-            if (s.SlideMouse != 0 && !Ends()) dispatch(keys::kNone);
+            if (m_signals.SlideMouse != 0 && !Ends()) dispatch(keys::kNone);
         }
-        if (s.SlideNext) s.Slideloop = false;
+        if (m_signals.SlideNext) m_signals.Slideloop = false;
     }
 }
 
 // Any key ends it and has no other effect, save those that end the show.
 void ShowTime::WaitForClock() {
-    ProgramState& s = m.state;
     m_window->SetPointer(Qt::BusyCursor);
-    const long whole = s.SlideDelay * kSecond;
-    for (long waited = 0;
-         waited < whole && m_keys.empty() && s.SlideMouse == 0 && !s.SlideNext && !Ends();
+    const long whole = m.state.SlideDelay * kSecond;
+    for (long waited = 0; waited < whole && m_keys.empty() && m_signals.SlideMouse == 0 &&
+                          !m_signals.SlideNext && !m_again && !Ends();
          waited += kClockStep) {
         m_window->ShowProgress(double(waited) / double(whole));
         m.events.Sleep(kClockStep);
         m.events.Pump();
     }
+    TakeAgain();
     m_keys.clear();
     m_window->ShowProgress(0);
     m_window->SetPointer(Qt::ArrowCursor);
-    s.Slideloop = false;
+    m_signals.Slideloop = false;
 }
 
 void ShowTime::ShowHelp(int page) {

@@ -14,7 +14,8 @@ namespace tarn {
 
 class ShowTime {
 public:
-    ShowTime(Context& context, SlideLayout layout);
+    // `titleOn`: whether slides have titles, from one show to the next.
+    ShowTime(Context& context, SlideLayout layout, bool& titleOn);
     ~ShowTime();
     ShowTime(const ShowTime&) = delete;
     ShowTime& operator=(const ShowTime&) = delete;
@@ -26,7 +27,8 @@ public:
     // The loop has left: no show runs any more.
     void Close();
 
-    std::function<void()> onEnd; // what the kind of show has to put back, before the main window
+    std::function<void()> onEnd;   // what the kind of show has to put back, before the main window
+    std::function<void()> onAgain; // the slide is to be shown anew
 
     // Whether the loop is to leave.
     bool Ends() const;
@@ -36,6 +38,8 @@ public:
     void KeyUp(int keycode);
     // A key that is held steps once for each picture that was painted.
     bool KeyHeld(int keycode); // whether it is a step
+    // The slide anew once the keys before are done, however often it is asked for.
+    void ShowAgain();
 
     // Lets events in and hands on each key, until the picture is to be left: by Slideloop, by a
     // click, by the clock, or because the show ends.
@@ -53,18 +57,24 @@ public:
     void ToggleCameraSettings();
 
     frmSlideShow& Window() { return *m_window; }
+    ShowSignals& Signals() { return m_signals; }
+    bool& TitleOn() { return m_titleOn; }
     const SlideScreen& Screen() const { return m_screen; }
     SlideLayout Layout() const { return m_layout; }
 
 private:
     void TakeKey();
     void WaitForClock();
+    bool TakeAgain();
 
     Context& m;
     SlideLayout m_layout;
     SlideScreen m_screen;
+    ShowSignals m_signals;
+    bool& m_titleOn;
     std::unique_ptr<frmSlideShow> m_window;
     std::deque<int> m_keys; // that came before they could be looked at
+    bool m_again = false;
     bool m_dispatching = false;
     bool m_ended = false;
 };

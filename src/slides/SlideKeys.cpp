@@ -77,10 +77,6 @@ constexpr KeyRow kManyArrows[] = {
     {keys::kDown, Move(SlideMove::Next)},
 };
 
-constexpr KeyRow kMany[] = {
-    {'O', Move(SlideMove::Again)}, // the brightness has changed
-};
-
 SlideEffect Find(std::span<const KeyRow> rows, int keycode) {
     for (const KeyRow& row : rows)
         if (row.keycode == keycode) return row.effect;
@@ -102,7 +98,7 @@ SlideEffect FullEffectOf(int keycode, bool alternateArrows) {
 }
 
 SlideEffect ManyEffectOf(int keycode) {
-    return FindIn(kMany, kManyArrows, keycode);
+    return FindIn({}, kManyArrows, keycode);
 }
 
 bool IsSlideStep(const SlideEffect& effect) {

@@ -24,13 +24,16 @@ void Apply(ImgX& picture, const Turn& turn) {
 
 // The preview turns right, turns left, mirrors and flips, in this order: a half turn is a mirroring
 // both ways, and a mirroring before a quarter turn is a flip behind it.
-void WantTurn(DisplayState& state, const Turn& turn) {
+std::optional<PreviewTurns> TurnsOf(const Turn& turn) {
+    if (!turn.mirrored && turn.quarters == 0) return std::nullopt;
     const bool half = turn.quarters == 2;
     const bool quarter = turn.quarters % 2 != 0;
-    state.WantRight = turn.quarters == 1;
-    state.WantLeft = turn.quarters == 3;
-    state.WantMirror = turn.mirrored ? turn.quarters == 0 : half;
-    state.WantFlip = turn.mirrored ? half || quarter : half;
+    PreviewTurns turns;
+    turns.ImageRotatedRight = turn.quarters == 1;
+    turns.ImageRotatedLeft = turn.quarters == 3;
+    turns.ImageMirrored = turn.mirrored ? turn.quarters == 0 : half;
+    turns.ImageFliped = turn.mirrored ? half || quarter : half;
+    return turns;
 }
 
 void FitInto(ImgX& picture, SlideLayout layout, const SlideScreen& screen) {

@@ -9,14 +9,15 @@
 #include <QImage>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace tarn {
 
-// The turn as a value, and back as the states from which the preview makes it again.
+// The turn on a picture, and as the turns from which the preview makes it again; none for none.
 void Apply(ImgX& picture, const Turn& turn);
-void WantTurn(DisplayState& state, const Turn& turn);
+std::optional<PreviewTurns> TurnsOf(const Turn& turn);
 
 // Fitted into its area.
 void FitInto(ImgX& picture, SlideLayout layout, const SlideScreen& screen);

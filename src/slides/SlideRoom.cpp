@@ -27,13 +27,13 @@ void SlideRoom::ConnectControls() {
 
 bool SlideRoom::MayStart() const {
     const ProgramState& s = m.state;
-    return !m_time && !s.VideoImage && !s.BatchRuns && !s.Closing &&
+    return !m_time && !s.VideoImage() && !s.BatchRuns && !s.Closing &&
            m.controls.FileListBox->Count() > 0;
 }
 
 void SlideRoom::SlideButton_Click() {
-    if (!MayStart() || m.state.WebImage) return;
-    ShowTime time(m, SlideLayout::One);
+    if (!MayStart() || m.state.WebImage()) return;
+    ShowTime time(m, SlideLayout::One, m_titleOn);
     const QScopedValueRollback<ShowTime*> running(m_time, &time);
     FullSlides show(m, time);
     show.Run();
@@ -43,7 +43,7 @@ void SlideRoom::SlideButton_Click() {
 
 void SlideRoom::ShowMany(SlideLayout layout) {
     if (!MayStart()) return;
-    ShowTime time(m, layout);
+    ShowTime time(m, layout, m_titleOn);
     const QScopedValueRollback<ShowTime*> running(m_time, &time);
     ManySlides show(m, time, m_landscape);
     show.Run();
@@ -87,8 +87,16 @@ void SlideRoom::SlideKeyUp(int keycode) {
     if (m_time) m_time->KeyUp(keycode);
 }
 
+void SlideRoom::ShowSlideAgain() {
+    if (m_time) m_time->ShowAgain();
+}
+
 frmSlideShow* SlideRoom::Window() const {
     return m_time ? &m_time->Window() : nullptr;
+}
+
+ShowSignals* SlideRoom::Signals() const {
+    return m_time ? &m_time->Signals() : nullptr;
 }
 
 frmSlideDelay& SlideRoom::DelayWindow() {

@@ -12,6 +12,7 @@
 namespace tarn {
 
 class ShowTime;
+struct ShowSignals;
 class frmSlideShow;
 
 class SlideRoom : public SlideCommands, public Room {
@@ -36,8 +37,10 @@ public:
 
     void SlideDone() override;
     void SlideKeyUp(int keycode) override;
+    void ShowSlideAgain() override;
 
     frmSlideShow* Window() const; // null while no show runs
+    ShowSignals* Signals() const; // the same
 
 private:
     bool MayStart() const;
@@ -47,6 +50,7 @@ private:
     Context& m;
     bool m_landscape = false; // SlidesLandscape
     bool m_vertical = false;  // SlidesVertical
+    bool m_titleOn = true;    // SlideTitleOn
     ShowTime* m_time = nullptr;
     std::unique_ptr<frmSlideDelay> m_delay; // made when it is first asked for
 };

@@ -23,8 +23,9 @@ constexpr double kProgressHeight = 2; // logical pixels
 
 } // namespace
 
-frmSlideShow::frmSlideShow(SlideState& state, SlideCommands& slides)
-    : m_state(state), m_slides(slides), m_name(new QLineEdit(QStringLiteral("Filename"), this)) {
+frmSlideShow::frmSlideShow(const SlideState& state, ShowSignals& told, SlideCommands& slides)
+    : m_state(state), m_signals(told), m_slides(slides),
+      m_name(new QLineEdit(QStringLiteral("Filename"), this)) {
     setObjectName(QStringLiteral("frmSlideShow"));
     setWindowTitle(QStringLiteral("Tarn_View - Slides"));
     setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
@@ -218,7 +219,7 @@ void frmSlideShow::ClickPicture(Qt::MouseButton button, int x) {
     }
     const bool paging = m_state.SlidesPerPage > 1 && (m_state.Slides4Mouse || m_state.SlideCompare);
     if (paging && button != Qt::MiddleButton)
-        m_state.SlideMouse = right ? kSlideRight : kSlideLeft;
+        m_signals.SlideMouse = right ? kSlideRight : kSlideLeft;
     else if (right)
         SlideKeyUp('D');
     else if (2 * x > width())

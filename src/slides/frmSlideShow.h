@@ -4,6 +4,7 @@
 
 #include "desk/commands/Commands.h"
 #include "desk/state/SlideState.h"
+#include "slides/ShowSignals.h"
 
 #include <QElapsedTimer>
 #include <QImage>
@@ -19,9 +20,6 @@ class QLineEdit;
 
 namespace tarn {
 
-inline constexpr int kSlideLeft = 1; // values of SlideMouse: its buttons
-inline constexpr int kSlideRight = 2;
-
 // A line of text over the backing picture; place and width in device pixels. It has a ground of
 // the background's colour, and is moved up where it would reach below the window.
 struct SlideLine {
@@ -33,7 +31,7 @@ struct SlideLine {
 
 class frmSlideShow : public QWidget {
 public:
-    frmSlideShow(SlideState& state, SlideCommands& slides);
+    frmSlideShow(const SlideState& state, ShowSignals& told, SlideCommands& slides);
     ~frmSlideShow() override;
 
     // Covers the screen on which that window stands.
@@ -63,7 +61,7 @@ public:
 
     void SlideDone() { m_slides.SlideDone(); }
     void SlideKeyUp(int keycode) { m_slides.SlideKeyUp(keycode); }
-    void SlideAdvance() { m_state.SlideNext = true; }
+    void SlideAdvance() { m_signals.SlideNext = true; }
 
     int BottomLine() const;
 
@@ -101,7 +99,8 @@ private:
     void DrawLine(QPainter& painter, const SlideLine& line) const;
     void ShowCursor();
 
-    SlideState& m_state;
+    const SlideState& m_state;
+    ShowSignals& m_signals;
     SlideCommands& m_slides;
     QImage m_backing;
     std::vector<SlideLine> m_lines;

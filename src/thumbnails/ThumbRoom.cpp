@@ -183,7 +183,7 @@ void ThumbRoom::ShowPicture(int row, QPushButton* ownCancel) {
     {
         const QScopedValueRollback<bool> navigating(m.state.FileHistNav, true);
         m.navigation.ClearMultiselect();
-        m.navigation.SelectRow(row);
+        m.navigation.SelectRow(row, InPassing());
     }
     (ownCancel ? ownCancel : m.controls.BatchCancelButton)->setFocus();
     const auto end = Clock::now();

@@ -149,33 +149,28 @@ long long VideoRoom::FileBytes() const {
 
 void VideoRoom::BeginFile() {
     ProgramState& s = m.state;
-    s.FileNameOnly = LastPart(s.Filename);
+    m.current.Choose(s.Filename, m.controls.FileListBox->CurrentRow());
     ForgetPicture(s);
     s.FileDate = FormatFileDate(ReadFileFacts(s.Filename));
     m.shell.ShowMessage("");
     m.shell.ShowError("");
-    s.FileIndex = m.controls.FileListBox->CurrentRow();
     m.shell.ShowStatus(s.Filename);
-    m.controls.List1->clear();
     s.HistoryListed = false;
     s.ImageLoaded = false;
     s.ImageWidth = s.ImageHeight = 0;
     for (std::string* text : {&s.SizeText, &s.MpixelText, &s.FileSizeText}) text->clear();
-    for (QLabel* label : {m.controls.SizeText, m.controls.MpixelText, m.controls.FileSizeText})
-        label->clear();
+    m.shell.ShowFileTexts();
     m.controls.CropLabel->hide();
     m.controls.QTplayButton->hide();
     m_lines = {};
-    s.FileType = FileTypeOf(s.Filename);
-    m.display.UpdatePictureWindows();
 }
 
-void VideoRoom::ShowLines(const VideoLines& lines) {
-    for (const std::string& line : lines) {
-        if (line.empty()) continue;
-        m.state.PanelRows.push_back(line);
-        m.controls.List1->addItem(ToQt(line));
-    }
+// The file stands in the window: its texts, and all who follow it.
+void VideoRoom::TellShown() {
+    for (const std::string& line : m_lines)
+        if (!line.empty()) m.state.PanelRows.push_back(line);
+    m.shell.ShowFileTexts();
+    m.current.Tell();
 }
 
 void VideoRoom::ShowVideoFile() {
@@ -185,19 +180,18 @@ void VideoRoom::ShowVideoFile() {
     BeginFile();
     s.VideoShown = true;
     if (s.FileType == ".LOG")
-        ShowText();
+        ShowText(FileKind::Log);
     else if (s.FileType == ".MP4" && !s.VideoInWindow)
         ShowSummary("MP4 video", true);
     else if ((s.FileType == ".SER" || s.FileType == ".MOV") && !s.VideoInWindow)
         ShowSummary("Canon DSLR Video", false);
     else
         ShowClip();
-    ShowLines(m_lines);
-    m.notes.CheckForNotes();
+    TellShown();
 }
 
 void VideoRoom::ShowPicture2(bool transport) {
-    m.shell.ShowPane(Pane::Picture2);
+    m.current.ShowAs(FileKind::Clip);
     m.controls.VideoFrame->setVisible(transport);
 }
 
@@ -205,7 +199,7 @@ void VideoRoom::ShowSummary(const std::string& camera, bool placeholder) {
     const long long bytes = FileBytes();
     m_lines = SummaryLines(m.state.Filename, camera, bytes);
     if (placeholder) m_lines[5] = "           Video format not supported";
-    m.controls.FileSizeText->setText(ToQt(VideoSizeText(bytes)));
+    m.state.FileSizeText = VideoSizeText(bytes);
     m.controls.Picture2->SetPicture(placeholder ? QImage(ToQt(ProgramFile("MP4.jpg"))) : QImage());
     m.controls.Picture2->SetHint(placeholder ? "" : "Press Play Video");
     ShowPicture2(false);
@@ -254,8 +248,7 @@ bool VideoRoom::OpenVideoClip(const std::string& alias, const std::string& path,
     const long long bytes = FileBytes();
     m_lines = ClipLines(path, s, bytes);
     s.SizeText = std::to_string(s.VideoWidth) + " x " + std::to_string(s.VideoHeight);
-    m.controls.SizeText->setText(ToQt(s.SizeText));
-    m.controls.FileSizeText->setText(ToQt(VideoSizeText(bytes)));
+    s.FileSizeText = VideoSizeText(bytes);
     m.controls.CropLabel->setVisible(s.VideoWidth >= m.controls.Picture2->PixelSize().width());
     const QSignalBlocker silent(m_slider);
     m_slider->setRange(0, s.VideoLastFrame);
@@ -270,8 +263,8 @@ void VideoRoom::PlayClip(const std::string& alias) {
     ShowPosition();
 }
 
-void VideoRoom::ShowText() {
-    m.shell.ShowPane(Pane::LogText);
+void VideoRoom::ShowText(FileKind kind) {
+    m.current.ShowAs(kind);
     m_lines = TextLines(m.state.Filename);
     if (m_text.ReadFirst(m.state.Filename)) {
         m.controls.LogText->setPlainText(ToQt(m_text.Text()));
@@ -285,26 +278,21 @@ void VideoRoom::Load_web() {
     ProgramState& s = m.state;
     if (!s.SlideViewing) m.shell.SetListCommands(false);
     BeginFile();
-    s.VideoImage = false;
     m.display.SetPictureCommands(false);
-    if (s.FileType == "HTML" || s.FileType == ".HTM") {
+    if (s.FileType == "HTML" || s.FileType == ".HTM")
         ShowPage();
-    } else {
-        ShowText();
-        m.notes.CheckForNotes();
-    }
-    ShowLines(m_lines);
+    else
+        ShowText(FileKind::Text);
+    TellShown();
+    if (s.WebImage()) m.shell.FocusPane(); // clearing the note goes into its box
 }
 
 void VideoRoom::ShowPage() {
     ProgramState& s = m.state;
-    s.WebImage = true;
     m_lines = TextLines(s.Filename);
-    m.shell.ShowPane(Pane::WebBrowser1);
+    s.EditCaption = "Web";
+    m.current.ShowAs(FileKind::Page);
     m.shell.ShowMessage(m.controls.WebBrowser1->ShowPage(s.Filename));
-    m.controls.EditButton2->setText(QStringLiteral("Web"));
-    m.notes.ClearNotesForPage();
-    m.shell.FocusPane(); // clearing goes into the box
 }
 
 } // namespace tarn

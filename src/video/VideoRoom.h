@@ -49,10 +49,10 @@ private:
     void PlayClip(const std::string& alias);
     void ErrorStep(int code);
     void BeginFile();
-    void ShowLines(const VideoLines& lines);
+    void TellShown();
     void ShowSummary(const std::string& camera, bool placeholder);
     void ShowClip();
-    void ShowText();
+    void ShowText(FileKind kind);
     void ShowPage();
     void ShowPicture2(bool transport);
     void Seek(const std::string& target);

@@ -74,7 +74,7 @@ void VideoRoom::Play() {
 void VideoRoom::VideoButton_Click(int index) {
     ProgramState& s = m.state;
     if (!s.VideoOpen) { // closed for a command on its file that came to nothing
-        if (s.VideoImage) ShowVideoFile();
+        if (s.VideoImage()) ShowVideoFile();
         return;
     }
     switch (index) {

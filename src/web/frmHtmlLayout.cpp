@@ -160,7 +160,7 @@ void frmHtmlLayout::View(const std::string& path) {
 // In the main window's own pane, in the place of the selected file; the next selection ends it.
 void frmHtmlLayout::ShowInPane(const std::string& path) {
     m.video.CloseVideoClip();
-    m.state.Filename = path;
+    m.current.Choose(path);
     m.video.Load_web();
 }
 
@@ -205,9 +205,9 @@ bool frmHtmlLayout::AddFacts(std::string& refusal, EntryFacts& facts) {
     const bool video = s.FileType == ".MP4";
     const bool text = IsTextEntry(s.FileType);
     std::string gone;
-    if (s.VideoImage && !video) {
+    if (s.VideoImage() && !video) {
         refusal = "Cannot add video to html file";
-    } else if (s.WebImage || (!text && IsListedType(s.WebTypes, s.FileType))) {
+    } else if (s.WebImage() || (!text && IsListedType(s.WebTypes, s.FileType))) {
         refusal = "Cannot add web to html file";
     } else if (s.Filename.empty() || m.controls.FileListBox->Count() == 0) {
         refusal = "No file is selected";

@@ -14,6 +14,7 @@
 #include "platform/Clipboard.h"
 #include "platform/Files.h"
 #include "platform/SettingsStore.h"
+#include "slides/ShowSignals.h"
 #include "slides/frmSlideShow.h"
 #include "widgets/FileListBox.h"
 #include "widgets/PictureBox.h"
@@ -148,7 +149,7 @@ struct AppDesk {
     using ShowActs = std::deque<std::function<void()>>;
     void RunShow(QPushButton* button, ShowActs acts) {
         events.onPump = [&] {
-            if (!house.slides.Window() || !s.Slideloop) return;
+            if (!house.slides.Signals() || !house.slides.Signals()->Slideloop) return;
             if (acts.empty()) return house.slides.SlideDone();
             const auto act = acts.front();
             acts.pop_front();

@@ -321,7 +321,7 @@ private:
     }
     // Each picture of the world has a width of its own; under a text none is seen.
     static std::string Pane(const World& w) {
-        const bool seen = w.s.CurrentPane == tarn::Pane::Picture1;
+        const bool seen = w.s.Kind == tarn::FileKind::Picture;
         return w.s.FileNameOnly + " " + std::to_string(seen ? w.c.Picture1->Picture().width() : 0);
     }
     static std::string Screen(const World& w) {

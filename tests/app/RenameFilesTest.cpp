@@ -195,7 +195,7 @@ TEST(RenameFiles, MainWindowFollows) {
     EXPECT_EQ(d.Current(), "c.jpg");
     d.Press("CloseCommand");
     EXPECT_EQ(d.Current(), "c.jpg");
-    EXPECT_TRUE(d.c.FileListBox->hasFocus() || d.s.CurrentPane == Pane::Picture1);
+    EXPECT_TRUE(d.c.FileListBox->hasFocus() || d.s.Kind == FileKind::Picture);
     d.c.PopupRenamePicturesButton->trigger();
     EXPECT_EQ(d.List("RenameFile"), "b.jpg c.jpg x.jpg ");
     EXPECT_EQ(list.SelectedRows(), std::vector<int>{1}); // as in the main window

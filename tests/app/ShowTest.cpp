@@ -26,7 +26,7 @@ TEST(Show, TheMainWindowComesBackOnTheRightPicture) {
     d.c.RotateRightButton->click();
     d.acts.emplace_back([&] {
         EXPECT_FALSE(d.house.window.isVisible());
-        EXPECT_EQ(d.s.SlideTitle.substr(0, 8), "a.jpg   ");
+        EXPECT_EQ(d.house.slides.Window()->Lines().at(0).text.substr(0, 8), "a.jpg   ");
     });
     d.Type(Qt::Key_N);
     d.Type(Qt::Key_N); // over the video

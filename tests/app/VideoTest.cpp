@@ -88,9 +88,10 @@ TEST(Video, NothingOfTheFileBeforeStandsUnderAnotherName) {
         EXPECT_NE(d.s.PanelRows.size(), 0U);
         d.GoTo("c.jpg");
         EXPECT_EQ(d.Error(), std::string("No such file or directory - ") + before);
-        EXPECT_EQ(d.s.CurrentPane, Pane::Picture1) << before;
+        EXPECT_EQ(d.s.Kind, FileKind::Picture) << before;
         EXPECT_TRUE(d.c.Picture1->Picture().isNull() && d.c.VideoFrame->isHidden());
-        EXPECT_FALSE(d.s.VideoOpen || d.s.VideoImage || d.s.WebImage || d.s.ImageLoaded) << before;
+        EXPECT_FALSE(d.s.VideoOpen || d.s.VideoImage() || d.s.WebImage() || d.s.ImageLoaded)
+            << before;
         EXPECT_EQ(d.Panel() + d.Said() + d.s.ExpMegapixels + d.s.FileDate, "") << before;
         EXPECT_TRUE(d.s.PanelRows.empty());
         EXPECT_EQ(d.s.FileType, ".JPG");
@@ -101,7 +102,7 @@ TEST(Video, NothingOfTheFileBeforeStandsUnderAnotherName) {
     const std::string panel = d.Panel();
     TestFolder empty;
     d.c.FolderTreeview1->SetSelectedPath(empty.Path());
-    EXPECT_EQ(d.s.CurrentPane, Pane::Picture2);
+    EXPECT_EQ(d.s.Kind, FileKind::Clip);
     EXPECT_TRUE(d.c.VideoFrame->isVisible() && d.s.VideoOpen);
     EXPECT_EQ(d.Panel(), panel);
     EXPECT_EQ(d.s.FileNameOnly, "v.avi");
@@ -112,8 +113,8 @@ TEST(Video, TextsPagesAndSummariesHaveTheirPanes) {
     d.GoTo("a.jpg");
     d.c.NotesBox->setPlainText(QStringLiteral("unsaved"));
     d.GoTo("p.html");
-    EXPECT_TRUE(d.s.WebImage);
-    EXPECT_EQ(d.s.CurrentPane, Pane::WebBrowser1);
+    EXPECT_TRUE(d.s.WebImage());
+    EXPECT_EQ(d.s.Kind, FileKind::Page);
     EXPECT_EQ(d.c.WebBrowser1->toPlainText(), "A page");
     EXPECT_EQ(d.c.NotesBox->toPlainText(), "");
     EXPECT_EQ(d.s.NotesSave, "unsaved");
@@ -130,16 +131,16 @@ TEST(Video, TextsPagesAndSummariesHaveTheirPanes) {
     EXPECT_EQ(d.house.window.focusWidget(), d.c.WebBrowser1);
     EXPECT_FALSE(d.c.SlideButton->isEnabled());
     d.GoTo("l.log");
-    EXPECT_EQ(d.s.CurrentPane, Pane::LogText);
+    EXPECT_EQ(d.s.Kind, FileKind::Log);
     EXPECT_EQ(d.c.LogText->toPlainText(), "first\nsecond");
-    EXPECT_TRUE(d.s.VideoImage);
-    EXPECT_FALSE(d.s.WebImage);
+    EXPECT_TRUE(d.s.VideoImage());
+    EXPECT_FALSE(d.s.WebImage());
     EXPECT_TRUE(d.Panel().starts_with("File name: l.log\n     Date: "));
     d.GoTo("s.css");
     EXPECT_EQ(d.c.LogText->toPlainText(), "body {}");
-    EXPECT_FALSE(d.s.VideoImage);
+    EXPECT_FALSE(d.s.VideoImage());
     d.GoTo("m.mp4");
-    EXPECT_EQ(d.s.CurrentPane, Pane::Picture2);
+    EXPECT_EQ(d.s.Kind, FileKind::Clip);
     EXPECT_FALSE(d.c.Picture2->Picture().isNull());
     EXPECT_TRUE(d.c.QTplayButton->isVisible());
     EXPECT_NE(d.Panel().find("   Camera: MP4 video\n"
@@ -151,7 +152,7 @@ TEST(Video, TextsPagesAndSummariesHaveTheirPanes) {
     EXPECT_EQ(d.clipboard->Text(), d.s.FileModifiedText + " m.mp4");
     d.GoTo("a.jpg");
     EXPECT_FALSE(d.c.QTplayButton->isVisible());
-    EXPECT_EQ(d.s.CurrentPane, Pane::Picture1);
+    EXPECT_EQ(d.s.Kind, FileKind::Picture);
     EXPECT_TRUE(d.c.SlideButton->isEnabled());
     EXPECT_EQ(d.Current(), "a.jpg");
 }

@@ -238,11 +238,11 @@ TEST(WebPages, VideosAndTextsHaveEntriesOfTheirOwn) {
 
     d.In<QCheckBox>("CheckInForm")->click();
     d.Press("HtmlCloseViewButton");
-    EXPECT_EQ(d.s.CurrentPane, Pane::WebBrowser1);
+    EXPECT_EQ(d.s.Kind, FileKind::Page);
     EXPECT_EQ(d.s.Filename, d.At("page.html"));
     EXPECT_TRUE(d.c.WebBrowser1->toPlainText().contains("Created:"));
     d.GoTo("c.jpg");
-    EXPECT_EQ(d.s.CurrentPane, Pane::Picture1);
+    EXPECT_EQ(d.s.Kind, FileKind::Picture);
     d.In<QCheckBox>("CheckInForm")->click();
     d.Press("ViewHtmlFile");
     EXPECT_EQ(d.calls.back(), "open " + d.At("page.html"));

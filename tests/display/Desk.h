@@ -26,18 +26,6 @@ struct ReadingInfo : RecordingInfo {
     std::function<void()> whenRead;
 };
 
-// Says how it was stepped.
-struct WatchedNavigation : RecordingNavigation {
-    WatchedNavigation(Calls& written, const ProgramState& desk)
-        : RecordingNavigation(written), state(desk) {}
-    void NextButton_Click() override {
-        RecordingNavigation::NextButton_Click();
-        stepsAway = state.OneToOneNav;
-    }
-    const ProgramState& state;
-    bool stepsAway = false; // by a window that keeps the focus
-};
-
 // The room itself, writing down what it asks of itself by its interface.
 struct WatchedRoom : DisplayRoom {
     WatchedRoom(Context& context, Calls& written) : DisplayRoom(context), calls(written) {}
@@ -45,12 +33,7 @@ struct WatchedRoom : DisplayRoom {
         calls.push_back(enabled ? "commands on" : "commands off");
         DisplayRoom::SetPictureCommands(enabled);
     }
-    void OneToOneButton_Click() override {
-        calls.push_back("OneToOne");
-        if (opensWindows) DisplayRoom::OneToOneButton_Click();
-    }
     Calls& calls;
-    bool opensWindows = false;
 };
 
 // Every pixel another colour than its neighbours, so that a cut shows where it was taken.
@@ -73,7 +56,7 @@ template <typename Widget = QWidget> Widget* Part(const char* window, const char
 }
 
 struct Desk : RoomDesk {
-    WatchedNavigation navigation{calls, state};
+    RecordingNavigation navigation{calls};
     ReadingInfo info{calls};
     WatchedRoom room{context, calls};
     Context context = Join(navigation, room, info);

@@ -39,18 +39,17 @@ TEST_F(DisplayPictureTest, ShowsAPictureAndWalksThroughTheStepsInOrder) {
         EXPECT_EQ(d.state.FileDate,
                   FormatDateText(FromFileTime(*d.files->ModifiedTime(d.state.Filename))));
         EXPECT_EQ(d.state.PictureDate + std::to_string(d.state.ExpOrientation), "0");
-        EXPECT_EQ(d.controls.List1->count(), 0);
+        EXPECT_EQ(d.state.PanelRows, std::vector<std::string>());
     };
     d.Show("a.jpg", kGood);
     EXPECT_EQ(d.calls, (Calls{"error ", "message ", "busy", "ReadPictureInfo", "commands on",
-                              "ready", "CheckForNotes", "FocusPane"}));
+                              "ready", "told", "FocusPane"}));
     EXPECT_EQ(d.Shown(), "80x50 rgby");
     EXPECT_EQ(d.controls.PreviewLabel->text().toStdString(), "Preview picture is reduced");
     EXPECT_EQ(d.controls.PreviewLabel->palette().color(QPalette::WindowText), QColor(255, 128, 0));
-    EXPECT_EQ(d.controls.SizeText->text().toStdString(), "640 x 400");
     EXPECT_EQ(d.state.SizeText, "640 x 400");
     EXPECT_EQ(d.state.ImgXfull.StatusText(), "640 x 400, 32 bit");
-    EXPECT_EQ(Quarters(d.state.ImgXfullBC.FullPicture()), "rgby");
+    EXPECT_EQ(Quarters(d.state.ImgXfull.FullPicture()), "rgby");
     EXPECT_FALSE(d.state.ImageMirrored);
     EXPECT_TRUE(d.state.ImageLoaded && d.state.DeleteNoteToo);
     EXPECT_FALSE(IsShown(d.controls.DeletePicButton));
@@ -68,7 +67,7 @@ TEST_F(DisplayPictureTest, TellsAndSetsTheFilesDateWhereItDiffers) {
     d.state.AutoSetFileDates = true;
     d.Show("a.jpg", kGood);
     EXPECT_EQ(d.calls, (Calls{"error ", "message ", "busy", "ReadPictureInfo", "commands on",
-                              "SetFileDates", "ready", "CheckForNotes", "FocusPane"}));
+                              "SetFileDates", "ready", "told", "FocusPane"}));
     d.state.AutoSetFileDates = false;
     d.Show("a.jpg", kGood);
     EXPECT_EQ(std::count(d.calls.begin(), d.calls.end(), "SetFileDates"), 0);
@@ -95,14 +94,14 @@ TEST_F(DisplayPictureTest, PutsAPlaceholderForWhatCannotBeRead) {
         d.Show(c.name, "only words, no picture");
         Calls expected{"error ", "message ", "busy"};
         if (!c.error.empty()) expected.push_back(c.error);
-        for (const char* call : {"commands off", "ready", "CheckForNotes", "FocusPane"})
+        for (const char* call : {"commands off", "ready", "told", "FocusPane"})
             expected.push_back(call);
         EXPECT_EQ(d.calls, expected) << c.name;
         EXPECT_EQ(IsShown(d.controls.DeletePicButton), c.deletes) << c.name;
         EXPECT_EQ(IsShown(d.controls.DeleteFitsButton), c.deletesFits) << c.name;
         EXPECT_EQ(d.controls.Picture1->Picture().width(), 75) << c.name;
         EXPECT_EQ(d.state.ImageWidth, 640) << "of the program's own picture";
-        EXPECT_EQ(d.state.SizeText + d.controls.SizeText->text().toStdString(), "") << c.name;
+        EXPECT_EQ(d.state.SizeText, "") << c.name;
         EXPECT_TRUE(d.state.NoExif && !d.state.ImageLoaded && !d.state.DeleteNoteToo) << c.name;
     }
     d.Show("real.cr2", kGood);
@@ -113,7 +112,7 @@ TEST_F(DisplayPictureTest, ShowsWhatThereIsOfAFileCutShortAndSaysSo) {
     d.Show("cut.jpg", kGood.substr(0, kGood.size() - kGood.size() / 4));
     EXPECT_EQ(d.calls,
               (Calls{"error ", "message ", "busy", "error Premature end of JPEG file - cut.jpg",
-                     "ReadPictureInfo", "commands on", "ready", "CheckForNotes", "FocusPane"}));
+                     "ReadPictureInfo", "commands on", "ready", "told", "FocusPane"}));
     EXPECT_EQ(d.Shown().substr(0, 8), "80x50 rg");
     EXPECT_TRUE(d.state.ImageLoaded);
 }
@@ -147,41 +146,33 @@ TEST_F(DisplayPictureTest, TurnsByOrientationOnceTheProgramHasStarted) {
         EXPECT_EQ(d.state.ImageRotatedLeft, c.left) << c.orientation;
     }
     d.info.whenRead = [this] { d.state.ExpOrientation = 6; };
-    d.state.BatchRuns = true;
-    d.Show("a.jpg", kGood);
-    EXPECT_EQ(d.LastCall(), "CheckForNotes") << "the cancel button of a batch keeps the focus";
-    d.state.BatchRuns = d.state.FormLoadDone = false;
+    d.state.FormLoadDone = false;
     d.Show("a.jpg", kGood);
     EXPECT_EQ(d.Shown(), "80x50 rgby") << "the first picture stays as stored";
-    EXPECT_EQ(d.LastCall(), "CheckForNotes") << "and takes no focus";
 }
 
-TEST_F(DisplayPictureTest, ComesBackInTheTurnThatAShowLeft) {
+TEST_F(DisplayPictureTest, ComesBackInTheTurnThatItHadBefore) {
     struct Case {
-        bool DisplayState::*want;
-        bool DisplayState::*flag;
-        std::string shown;
+        bool PreviewTurns::*flag;
+        std::string shown, size;
     };
-    using S = DisplayState;
-    for (const Case& c : {Case{&S::WantRight, &S::ImageRotatedRight, "31x50 bryg"},
-                          Case{&S::WantLeft, &S::ImageRotatedLeft, "31x50 gyrb"},
-                          Case{&S::WantMirror, &S::ImageMirrored, "80x50 gryb"},
-                          Case{&S::WantFlip, &S::ImageFliped, "80x50 byrg"}}) {
-        d.state.RestoreTurns = true;
-        d.state.*c.want = true;
-        d.Show("a.jpg", kGood);
+    for (const Case& c : {Case{&PreviewTurns::ImageRotatedRight, "31x50 bryg", "400 x 640"},
+                          Case{&PreviewTurns::ImageRotatedLeft, "31x50 gyrb", "400 x 640"},
+                          Case{&PreviewTurns::ImageMirrored, "80x50 gryb", "640 x 400"},
+                          Case{&PreviewTurns::ImageFliped, "80x50 byrg", "640 x 400"}}) {
+        d.Choose("a.jpg", kGood);
+        PreviewTurns turns;
+        turns.*c.flag = true;
+        d.room.DisplayPicture({.turns = turns});
         EXPECT_EQ(d.Shown(), c.shown);
-        EXPECT_TRUE(d.state.*c.flag);
-        EXPECT_FALSE(d.state.RestoreTurns || d.state.*c.want);
+        EXPECT_EQ(d.state.SizeText, c.size);
+        EXPECT_TRUE(d.state.*c.flag) << c.shown;
         d.Show("a.jpg", kGood);
         EXPECT_EQ(d.Shown(), "80x50 rgby") << "only once";
+        EXPECT_FALSE(d.state.*c.flag) << c.shown;
     }
-    d.state.RestoreTurns = true;
-    d.Show("a.jpg", kGood);
-    EXPECT_EQ(d.Shown(), "80x50 rgby") << "restoring no turn shows the picture too";
-    d.state.WantRight = true;
-    d.Show("a.jpg", kGood);
-    EXPECT_EQ(d.Shown(), "80x50 rgby") << "wanted, but no show closed";
+    d.room.DisplayPicture({.turns = PreviewTurns()});
+    EXPECT_EQ(d.Shown(), "80x50 rgby") << "no turn shows the picture, too";
 }
 
 TEST_F(DisplayPictureTest, MarksTheLastRowAndPlaysItsSound) {
@@ -205,12 +196,11 @@ TEST_F(DisplayPictureTest, MarksTheLastRowAndPlaysItsSound) {
     EXPECT_EQ(sound("a.jpg"), "");
 }
 
-TEST_F(DisplayPictureTest, LeavesTheFocusToOtherWindowsAndUpdatesTheOneToOneWindow) {
-    d.state.OneToOneLoaded = d.state.OneToOneNav = true;
-    d.Show("a.jpg", kGood);
-    EXPECT_EQ(d.LastCall(), "OneToOne");
-    d.state.OneToOneLoaded = d.state.OneToOneNav = false;
-    d.state.SlideViewing = true;
-    d.Show("a.jpg", kGood);
-    EXPECT_EQ(d.LastCall(), "CheckForNotes");
+TEST_F(DisplayPictureTest, LeavesTheFocusToWhoKeepsIt) {
+    d.Choose("a.jpg", kGood);
+    for (const PictureRequest& request : {KeepingKeyboard(), InPassing()}) {
+        d.calls.clear();
+        d.room.DisplayPicture(request);
+        EXPECT_EQ(d.LastCall(), "told");
+    }
 }

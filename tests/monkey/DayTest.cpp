@@ -142,7 +142,7 @@ void DayDesk::SeeClips() {
     EXPECT_EQ(NumberOf(c.Picture2->Picture()), 5);
     c.FCheck->setChecked(true);
     GoTo("sky.fits");
-    EXPECT_EQ(s.CurrentPane, Pane::Picture1);
+    EXPECT_EQ(s.Kind, FileKind::Picture);
     EXPECT_EQ(c.Picture1->Picture().size(), QSize(90, 60));
     c.StretchButton->trigger();
     EXPECT_TRUE(In<QWidget>("frmStretch", "")->window()->isVisible());

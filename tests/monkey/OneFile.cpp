@@ -95,7 +95,7 @@ std::string OneFile::Panel() const {
     const std::string first = FromQt(rows.item(0)->text());
     if (s.PanelRows.empty() || s.PanelRows[0] != first)
         return Differ("the panel", first, s.PanelRows.empty() ? "nothing" : s.PanelRows[0]);
-    const bool fault = s.VideoImage && first == " "; // of a clip, which has no more to say
+    const bool fault = s.VideoImage() && first == " "; // of a clip, which has no more to say
     if (!fault && first.find(LastPart(s.Filename)) == std::string::npos)
         return Differ("the panel", first, LastPart(s.Filename));
     return {};
@@ -127,7 +127,7 @@ std::string OneFile::Note(bool carries) const {
         faults += Differ("the note's caption", caption, LastPart(s.Filename));
     const bool renamed = s.NoteText == m_textBefore && !std::filesystem::exists(m_before);
     if (s.Filename != m_before && !carries && !renamed && !NoteIsShown() &&
-        !(s.WebImage && s.NoteText.empty()))
+        !(s.WebImage() && s.NoteText.empty()))
         faults += Differ("the note", s.NoteText.substr(0, 40), "that of " + s.Filename);
     return faults;
 }
@@ -136,7 +136,7 @@ std::string OneFile::Pixels() const {
     const House& house = m.house();
     const ProgramState& s = house.state;
     const auto known = m_pictures.find(s.Filename);
-    if (s.CurrentPane != Pane::Picture1 || !s.ImageLoaded || known == m_pictures.end()) return {};
+    if (s.Kind != FileKind::Picture || !s.ImageLoaded || known == m_pictures.end()) return {};
     const QImage shown = house.controls.Picture1->Picture();
     if (shown.isNull()) return "a picture is loaded and none is shown; ";
     std::string is;

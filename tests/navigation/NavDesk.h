@@ -17,7 +17,6 @@ struct NavDesk : RoomDesk {
 
     NavDesk() {
         room.ConnectControls();
-        shell.onPane = [this](Pane pane) { state.CurrentPane = pane; };
         state.PictureTypes = "*.jpg;*.txt";
         state.VideoTypes = "*.avi;*.log";
         state.WebTypes = "*.html";

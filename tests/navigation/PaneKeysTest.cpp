@@ -227,16 +227,16 @@ TEST(PaneKeys, HalvesOfThePaneStep) {
 TEST(PaneKeys, TheMarkerFollowsTheFocus) {
     KeyDesk d;
     const MainControls& c = d.controls;
-    const auto marked = [&](Pane pane, QFocusEvent::Type type) {
-        d.state.CurrentPane = pane;
+    const auto marked = [&](FileKind kind, QFocusEvent::Type type) {
+        d.state.Kind = kind;
         QFocusEvent event(type);
         QApplication::sendEvent(c.Picture1, &event);
         return !c.LabelNavKeys->isHidden();
     };
-    EXPECT_TRUE(marked(Pane::Picture1, QEvent::FocusIn));
-    EXPECT_FALSE(marked(Pane::Picture1, QEvent::FocusOut));
-    EXPECT_TRUE(marked(Pane::Picture1, QEvent::FocusIn));
-    EXPECT_TRUE(marked(Pane::LogText, QEvent::FocusOut)); // the text pane has it
+    EXPECT_TRUE(marked(FileKind::Picture, QEvent::FocusIn));
+    EXPECT_FALSE(marked(FileKind::Picture, QEvent::FocusOut));
+    EXPECT_TRUE(marked(FileKind::Picture, QEvent::FocusIn));
+    EXPECT_TRUE(marked(FileKind::Text, QEvent::FocusOut)); // the text pane has it
 }
 
 TEST(PaneKeys, F5InTheListReadsTheFolderAgain) {

@@ -20,7 +20,7 @@ TEST(Selection, APictureRunsTheWholeRoadInOrder) {
     d.FillWithPictures(3);
     d.room.SelectRow(1);
     EXPECT_EQ(d.calls, (Calls{"status " + d.folder.Path() + "/p01.jpg", "CloseVideoClip",
-                              "ShowPane 0", "commands on", "DisplayPicture"}));
+                              "shown as 0", "commands on", "DisplayPicture"}));
     EXPECT_EQ(d.state.FileType, ".JPG");
     EXPECT_EQ(d.state.TextNumOf, "2 of 3");
     EXPECT_FALSE(d.state.FileModifiedText.empty());
@@ -49,14 +49,14 @@ TEST(Selection, TheTypeDecidesWhoTakesOver) {
                              d.controls.DeleteFitsButton, d.controls.QTplayButton};
     for (QWidget* each : over) each->show();
     EXPECT_EQ(last(0), "ShowVideoFile");
-    EXPECT_TRUE(d.state.VideoImage);
+    EXPECT_TRUE(d.state.VideoImage());
     for (QWidget* each : over) EXPECT_TRUE(each->isHidden());
     EXPECT_EQ(enabled(), 0);
     d.controls.EditButton2->setText(QStringLiteral("Web"));
     EXPECT_EQ(last(1), "Load_web"); // found by three characters: "TML"
     EXPECT_EQ(last(2), "ShowVideoFile");
     EXPECT_EQ(last(3), "Load_web");
-    EXPECT_FALSE(d.state.VideoImage);
+    EXPECT_FALSE(d.state.VideoImage());
     EXPECT_EQ(last(4), "DisplayPicture");
     EXPECT_EQ(d.state.FileType, "FITS");
     EXPECT_EQ(enabled(), 7);
@@ -71,7 +71,7 @@ TEST(Selection, AFileThatWentAwayShowsTheSystemsTextAndTheNameBefore) {
     d.room.SelectRow(1);
     // Neither picture nor note of another file stands under the name of this one.
     EXPECT_EQ(Calls(d.calls.end() - 3, d.calls.end()),
-              (Calls{"error No such file or directory - p00.jpg", "ShowNothing", "CheckForNotes"}));
+              (Calls{"error No such file or directory - p00.jpg", "ShowNothing", "told"}));
     EXPECT_EQ(d.state.FileNameOnly, "p01.jpg");
     EXPECT_EQ(d.state.FileIndex, 1);
     EXPECT_EQ(d.state.FileModifiedText, "");

@@ -10,8 +10,8 @@ namespace {
 TEST(Stepping, PagesInShortListsStayInside) {
     for (int count = 1; count <= 4; ++count)
         for (int row = 0; row < count; ++row) {
-            EXPECT_EQ(RowAfter(row + 4, count), (row + 5) % count);
-            EXPECT_EQ(RowBefore(row - 4, count), (row - 5 + 5 * count) % count);
+            EXPECT_EQ(RowFrom(row, 5, count), (row + 5) % count);
+            EXPECT_EQ(RowFrom(row, -5, count), (row - 5 + 5 * count) % count);
         }
 }
 

@@ -1,5 +1,7 @@
 #include "SlideDesk.h"
 
+#include "desk/state/Replay.h"
+
 #include <QCheckBox>
 #include <QPushButton>
 
@@ -7,6 +9,16 @@ namespace tarn::testing {
 namespace {
 
 constexpr int kIdle = keys::kNone;
+
+std::string Flags(const PreviewTurns& turns) {
+    std::string flags;
+    if (turns.ImageTurnedHalf) flags += "half";
+    if (turns.ImageRotatedRight) flags += "right";
+    if (turns.ImageRotatedLeft) flags += "left";
+    if (turns.ImageMirrored) flags += "mirrored";
+    if (turns.ImageFliped) flags += "flipped";
+    return flags;
+}
 
 TEST(FullSlides, EveryMoveOfBothLayouts) {
     using namespace keys;
@@ -43,11 +55,10 @@ TEST(FullSlides, TurnsComeBackWithTheSamePicture) {
     SlideDesk d;
     d.Fill({"a.jpg", "b.jpg"});
     EXPECT_EQ(d.Show({'R', '1', kIdle}), "a a a");
-    EXPECT_TRUE(d.state.RestoreTurns && d.state.WantLeft);
-    EXPECT_FALSE(d.state.WantRight || d.state.WantMirror || d.state.WantFlip);
-    d.state.RestoreTurns = false;
+    ASSERT_TRUE(d.display.requested.turns);
+    EXPECT_EQ(Flags(*d.display.requested.turns), "left");
     d.Show({'M', 'N', kIdle}); // another picture
-    EXPECT_FALSE(d.state.RestoreTurns);
+    EXPECT_FALSE(d.display.requested.turns);
     // Whatever the keys, the preview's four turns in their order make the same of a picture.
     const int keycodes[] = {'R', 'M', 'L', 'I', '1', 'R', 'M', 'I', 'L', 'L'};
     ImgX turned;
@@ -62,10 +73,7 @@ TEST(FullSlides, TurnsComeBackWithTheSamePicture) {
         d.Show(played);
         ImgX again;
         again.TakePicture(TellTale(60, 40));
-        if (d.state.WantRight) again.Rotate(90);
-        if (d.state.WantLeft) again.Rotate(270);
-        if (d.state.WantMirror) again.Mirror(0);
-        if (d.state.WantFlip) again.Mirror(1);
+        ReplayTurns(d.display.requested.turns.value_or(PreviewTurns()), again);
         EXPECT_EQ(again.FullPicture(), turned.FullPicture()) << played.size();
     }
 }
@@ -90,7 +98,6 @@ TEST(FullSlides, PassesOverWhatIsNoPictureInTheDirectionOfTravel) {
 TEST(FullSlides, EndsWhenNothingCanBeShown) {
     SlideDesk d;
     d.Fill({"a.tif", "b.avi", "c.tif"});
-    d.state.VideoImage = false;
     EXPECT_EQ(d.Show({kIdle}, 0), "");
     EXPECT_TRUE(d.Called("main up"));
     d.pump.script.clear();
@@ -109,10 +116,9 @@ TEST(FullSlides, EndsWhenNothingCanBeShown) {
     none.Fill({});
     none.room.SlideButton_Click();
     none.Fill({"a.jpg"});
-    none.state.VideoImage = true;
+    none.state.Kind = FileKind::Clip;
     none.room.SlideButton_Click();
-    none.state.VideoImage = false;
-    none.state.WebImage = true;
+    none.state.Kind = FileKind::Page;
     none.room.SlideButton_Click();
     EXPECT_EQ(none.Called("main down"), false);
 }
@@ -123,7 +129,6 @@ TEST(FullSlides, SelectedFilesAloneFromTheFirstAndTheListStaysWhereItWas) {
     for (const int row : {3, 1, 2}) d.controls.FileListBox->Select(row);
     d.Play({'N', 'N', 'N'});
     EXPECT_EQ(d.Run(), "b c d");
-    EXPECT_EQ(d.state.SlideCount, 3);
     EXPECT_EQ(d.Current(), "c.jpg"); // the current row at the start
     EXPECT_EQ(d.controls.FileListBox->SelectedRows(), (std::vector<int>{1, 2, 3}));
 }
@@ -153,7 +158,6 @@ TEST(FullSlides, DeletesDownToTheLastPicture) {
     });
     moved.Play({kIdle});
     EXPECT_EQ(moved.Run(), "c d");
-    EXPECT_EQ(d.state.SelectedFiles, (std::vector<std::string>{"c.jpg"}));
 }
 
 TEST(FullSlides, CopiesAreMarkedOnceAndOnlyWhereTheyHappened) {
@@ -162,7 +166,7 @@ TEST(FullSlides, CopiesAreMarkedOnceAndOnlyWhereTheyHappened) {
     std::vector<std::string> titles;
     const auto note = [&](int key) {
         d.Do([&, key] {
-            titles.push_back(d.state.SlideTitle);
+            titles.push_back(d.Title());
             d.room.SlideKeyUp(key);
         });
     };
@@ -228,7 +232,7 @@ TEST(FullSlides, KeysThatChangeBrightnessViewsAndLook) {
     EXPECT_EQ(d.state.SlideNotesMode, 0);
     EXPECT_EQ(d.state.SlideTextColorIndex, 1);
     EXPECT_EQ(d.state.SlideFontIndex, 2);
-    EXPECT_TRUE(d.state.SlideTitleOn); // the font shows it again
+    EXPECT_NE(d.lastTitle, ""); // the font shows it again
 
     d.state.FileHist = {2, 1, 0};
     d.state.FileHistCur = 2;

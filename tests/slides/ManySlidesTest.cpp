@@ -156,7 +156,7 @@ TEST(ManySlides, ComparesWithAPictureThatStays) {
     for (const int mouse : {1, 2, 2})
         d.pump.script.push_back([&, mouse] {
             d.seen.push_back(d.Areas());
-            d.state.SlideMouse = mouse;
+            d.room.Signals()->SlideMouse = mouse;
         });
     d.seen.clear();
     d.pump.script.push_back([&] { d.seen.push_back(d.Areas()); });

@@ -8,6 +8,7 @@
 #include "common/keys.h"
 #include "common/paths.h"
 #include "platform/QtText.h"
+#include "slides/ShowSignals.h"
 #include "slides/SlideRoom.h"
 #include "slides/frmSlideShow.h"
 
@@ -53,8 +54,8 @@ public:
 struct LoadingDisplay : RecordingDisplay {
     LoadingDisplay(Calls& written, ProgramState& s, SlideCommands& show)
         : RecordingDisplay(written), state(s), slides(show) {}
-    void DisplayPicture() override {
-        RecordingDisplay::DisplayPicture();
+    void DisplayPicture(const PictureRequest& request) override {
+        RecordingDisplay::DisplayPicture(request);
         ++decoded[LastPart(state.Filename)];
         state.FileNameOnly = LastPart(state.Filename);
         state.ImageRotatedRight = turnedRight == state.FileNameOnly;
@@ -66,7 +67,7 @@ struct LoadingDisplay : RecordingDisplay {
     void SetBrightness(int value) override {
         RecordingDisplay::SetBrightness(value);
         state.BrightnessValue = value;
-        slides.SlideKeyUp('O'); // the slide follows the slider
+        slides.ShowSlideAgain(); // it follows the slider
     }
     ProgramState& state;
     SlideCommands& slides;
@@ -80,31 +81,35 @@ struct LoadingDisplay : RecordingDisplay {
 struct SteppingNavigation : RecordingNavigation {
     SteppingNavigation(Calls& written, ProgramState& s, MainControls& c, DisplayCommands& d)
         : RecordingNavigation(written), state(s), controls(c), display(d) {}
-    void SelectRow(int row) override { controls.FileListBox->Select(row); }
+    void SelectRow(int row, const PictureRequest& request) override {
+        request_ = request;
+        controls.FileListBox->Select(row);
+        request_ = {};
+    }
     void FileListBox_Click() override {
         const FileListBox& list = *controls.FileListBox;
         state.Filename = JoinPath(list.Path(), list.Text(list.CurrentRow()));
         if (!std::filesystem::exists(state.Filename)) return; // the picture before stays
         state.FileIndex = list.CurrentRow();
-        state.VideoImage = IsListedType(state.VideoTypes, FileTypeOf(state.Filename));
-        if (state.VideoImage) return;
-        display.DisplayPicture();
+        const bool clip = IsListedType(state.VideoTypes, FileTypeOf(state.Filename));
+        state.Kind = clip ? FileKind::Clip : FileKind::Picture;
+        if (clip) return;
+        display.DisplayPicture(request_);
         controls.Label_error->setText(ToQt("Cannot read " + state.FileNameOnly));
         controls.Label_error->setVisible(!state.ImageLoaded);
     }
-    void NextButton_Click() override { Step(state.FileIndex + 1); }
-    void PrevButton_Click() override { Step(state.FileIndex - 1); }
+    void StepFrom(int row, int by, const PictureRequest& request) override {
+        const int count = controls.FileListBox->Count();
+        state.FileIndex = (row + by + count) % count;
+        SelectRow(state.FileIndex, request);
+    }
     void ClearMultiselect() override { controls.FileListBox->UnselectAll(); }
     void FileBackButton_Click() override { --state.FileHistCur; }
     void FileFwdButton_Click() override { ++state.FileHistCur; }
-    void Step(int row) {
-        const int count = controls.FileListBox->Count();
-        state.FileIndex = (row + count) % count;
-        SelectRow(state.FileIndex);
-    }
     ProgramState& state;
     MainControls& controls;
     DisplayCommands& display;
+    PictureRequest request_;
 };
 
 struct ReadingInfo : RecordingInfo {
@@ -141,12 +146,13 @@ struct SlideDesk : RoomDesk {
     DeletingFiles deletes{calls, state, controls};
     Context context =
         Join(navigation, display, info, {.slides = &room, .fileops = &deletes, .events = &pump});
+    std::string lastTitle;         // as the last act found it
     std::vector<std::string> seen; // slides, one a round of the wait
 
     SlideDesk() {
         room.ConnectControls();
         controls.FileListBox->onClick = [this] { navigation.FileListBox_Click(); };
-        pump.waits = [this] { return state.Slideloop && state.SlideViewing; };
+        pump.waits = [this] { return room.Signals() && room.Signals()->Slideloop; };
         pump.whenOver = [this] { room.SlideDone(); };
         state.VideoTypes = "*.avi";
         state.WebTypes = "*.html";
@@ -177,6 +183,7 @@ struct SlideDesk : RoomDesk {
     void Do(std::function<void()> act) {
         pump.script.push_back([this, act = std::move(act)] {
             seen.push_back(state.SlideNameOnly);
+            lastTitle = Title();
             act();
         });
     }
@@ -201,6 +208,10 @@ struct SlideDesk : RoomDesk {
         return std::find(calls.begin(), calls.end(), call) != calls.end();
     }
     std::string Current() const { return LastPart(state.Filename); }
+    std::string Title() const {
+        const auto& lines = room.Window()->Lines();
+        return lines.empty() ? std::string() : lines.front().text;
+    }
     // The letters of the tell-tale at this place of the slide window.
     std::string QuartersAt(int left, int top, int width = 60, int height = 40) {
         return Quarters(room.Window()->Backing().copy(left, top, width, height));

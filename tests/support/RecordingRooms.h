@@ -26,10 +26,13 @@ struct Recorder {
 
 struct RecordingDisplay : DisplayCommands, Recorder {
     using Recorder::Recorder;
-    void DisplayPicture() override { Write("DisplayPicture"); }
+    void DisplayPicture(const PictureRequest& request) override {
+        Write("DisplayPicture");
+        requested = request;
+    }
+    PictureRequest requested;
     void ShowPreview() override { Write("ShowPreview"); }
     void ShowNothing() override { Write("ShowNothing"); }
-    void UpdatePictureWindows() override { Write("UpdatePictureWindows"); }
     void Redraw() override { Write("Redraw"); }
     void SetPictureCommands(bool on) override { Write(on ? "commands on" : "commands off"); }
     void RotateRightButton_Click() override { Write("RotateRight"); }
@@ -48,9 +51,14 @@ struct RecordingDisplay : DisplayCommands, Recorder {
 struct RecordingNavigation : NavigationCommands, Recorder {
     using Recorder::Recorder;
     void FileListBox_Click() override { Write("FileListBox_Click"); }
-    void SelectRow(int) override { Write("SelectRow"); }
-    void NextButton_Click() override { Write("Next"); }
-    void PrevButton_Click() override { Write("Prev"); }
+    void SelectRow(int, const PictureRequest&) override { Write("SelectRow"); }
+    void StepFrom(int row, int by, const PictureRequest&) override {
+        Write("step from " + std::to_string(row) + " by " + std::to_string(by));
+    }
+    void StepBy(int rows, const PictureRequest& request) override {
+        requested = request;
+        Write(rows == 1 ? "Next" : rows == -1 ? "Prev" : "step by " + std::to_string(rows));
+    }
     void ClearMultiselect() override { Write("ClearMultiselect"); }
     void Update_Num_Files(int) override { Write("Update_Num_Files"); }
     void EnableListCommands() override { Write("EnableListCommands"); }
@@ -60,6 +68,7 @@ struct RecordingNavigation : NavigationCommands, Recorder {
     void FileFwdButton_Click() override { Write("FileFwd"); }
     void SetFilterShown(bool shown) override { Write(shown ? "filter up" : "filter down"); }
     void ListClassOf(const std::string& path) override { Write("list class of " + path); }
+    PictureRequest requested; // with the last step
     void ResetFileHistory(bool with) override {
         Write(with ? "history with row" : "history empty");
     }
@@ -74,10 +83,7 @@ struct RecordingVideo : VideoCommands, Recorder {
 
 struct RecordingShell : ShellCommands, Recorder {
     using Recorder::Recorder;
-    void ShowPane(Pane pane) override {
-        Write("ShowPane " + std::to_string(static_cast<int>(pane)));
-        if (onPane) onPane(pane);
-    }
+    void ShowFileTexts() override {}
     void FocusPane() override { Write("FocusPane"); }
     void SetBusy(bool busy) override { Write(busy ? "busy" : "ready"); }
     void SetDeletePointer(bool on) override { Write(on ? "deleting" : "deleted"); }
@@ -93,7 +99,6 @@ struct RecordingShell : ShellCommands, Recorder {
         minimised = small;
     }
     bool minimised = false;
-    std::function<void(Pane)> onPane;
 };
 
 struct RecordingInfo : InfoCommands, Recorder {
@@ -107,14 +112,12 @@ struct RecordingInfo : InfoCommands, Recorder {
 
 struct RecordingNotes : NotesCommands, Recorder {
     using Recorder::Recorder;
-    void CheckForNotes() override { Write("CheckForNotes"); }
     void SetNotesFilename() override { Write("SetNotesFilename"); }
     bool SaveNote() override {
         Write("SaveNote");
         return true;
     }
     void SaveNotesButton_Click() override { Write("SaveNotesButton"); }
-    void ClearNotesForPage() override { Write("ClearNotesForPage"); }
     void RestoreNotesButton_Click() override { Write("RestoreNotesButton"); }
     void DeleteNotesButton_Click() override { Write("DeleteNotesButton"); }
     bool SaveIfUnsaved() override {
@@ -135,6 +138,7 @@ struct RecordingSlides : SlideCommands, Recorder {
     using Recorder::Recorder;
     void SlideDone() override { Write("SlideDone"); }
     void SlideKeyUp(int key) override { Write("SlideKeyUp " + std::to_string(key)); }
+    void ShowSlideAgain() override { Write("slide again"); }
 };
 
 struct RecordingCopies : CopyCommands, Recorder {
@@ -149,7 +153,6 @@ struct RecordingCopies : CopyCommands, Recorder {
     }
     void SetCaptionShown(bool shown) override { Write(shown ? "caption up" : "caption down"); }
     void FolderChanged() override {}
-    void PictureShown() override {}
     bool copies = true;
 };
 

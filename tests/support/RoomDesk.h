@@ -30,6 +30,7 @@ struct RoomDesk {
     std::unique_ptr<EventPump> events = MakeEventPump();
     ScriptedDialogs dialogs;
     ProgramState state;
+    CurrentFile current{state};
     QWidget window;
     QMenuBar bar{&window};
     MainControls controls;
@@ -52,6 +53,10 @@ struct RoomDesk {
                      [this](QWidget* widget, Place) { widget->setParent(&window); });
         MakeMenus(controls, bar, window);
         state.FormLoadDone = true;
+        current.onKind = [this](FileKind) {
+            calls.push_back("shown as " + std::to_string(static_cast<int>(state.Kind)));
+        };
+        current.Follow([this] { calls.push_back("told"); });
     }
     // What a test brings itself beside the three rooms below; null: the recording one.
     struct Own {
@@ -65,6 +70,7 @@ struct RoomDesk {
     Context Join(NavigationCommands& navigation, DisplayCommands& display, InfoCommands& info,
                  const Own& own) {
         return {.state = state,
+                .current = current,
                 .controls = controls,
                 .navigation = navigation,
                 .display = display,

@@ -23,7 +23,7 @@ namespace fs = std::filesystem;
 
 struct ListNavigation : RecordingNavigation {
     ListNavigation(Calls& written, MainControls& c) : RecordingNavigation(written), controls(c) {}
-    void SelectRow(int row) override { controls.FileListBox->Select(row); }
+    void SelectRow(int row, const PictureRequest&) override { controls.FileListBox->Select(row); }
     MainControls& controls;
 };
 

@@ -106,7 +106,7 @@ void OutsidePrograms::PopupOpenButton_Click() {
 
 void OutsidePrograms::EditButton2_Click() {
     const ProgramState& s = m.state;
-    const bool isPicture = !s.VideoImage && !s.WebImage && s.FileType != ".TXT";
+    const bool isPicture = !s.VideoImage() && !s.WebImage() && s.FileType != ".TXT";
     if (isPicture && !s.ImagesPlusExp.empty())
         OpenFileIn(s.ImagesPlusExp);
     else

@@ -43,13 +43,6 @@ bool Lifecycle::Form_Initialize(const std::string& imagingError) {
     return true;
 }
 
-void Lifecycle::MeasureWindow() {
-    const QSize screen = ScreenPixels(m_window);
-    m.state.ScreenWidthPx = screen.width() - 8;
-    m.state.ScreenHeightPx = screen.height() - 8;
-    MeasurePane();
-}
-
 void Lifecycle::MeasurePane() {
     const QSize pane = m.controls.Picture1->PixelSize();
     m.state.PreviewWidth = pane.width();
@@ -60,12 +53,10 @@ void Lifecycle::Form_Load(const std::string& argument) {
     ProgramState& s = m.state;
     m_window.resize(m_window.DesignSize());
     m_window.LayOutNow();
-    MeasureWindow();
+    MeasurePane();
     ReadSettings();
     m_start = WorkOutStart(argument, LoadStartPath(m.settings, {}), m.files);
-    s.StartSpec = m_start.spec;
     s.StartFolder = m_start.folder;
-    s.StartName = m_start.name;
 
     // The tree answers with its event, which opens the start folder while the program loads.
     m.controls.FolderTreeview1->SetSelectedPath(std::string(kRoot));
@@ -89,7 +80,8 @@ void Lifecycle::Form_Load(const std::string& argument) {
         m.video.ShowVideoFile();
     }
     m.navigation.ResetFileHistory(true);
-    m.shell.SetListCommands(m.controls.FileListBox->Count() > 0 && !s.VideoImage && !s.WebImage);
+    m.shell.SetListCommands(m.controls.FileListBox->Count() > 0 && !s.VideoImage() &&
+                            !s.WebImage());
     m.shell.FocusPane();
     SayWhatIsAmiss();
     for (Room* room : m_rooms) room->Started();
@@ -112,7 +104,7 @@ void Lifecycle::ReadSettings() {
     for (Room* room : m_rooms) room->ShowSettings();
     ShowSwitches(m);
     ClearTexts();
-    s.ImageLoaded = s.NoSaveOnExit = s.OneToOneNav = false;
+    s.ImageLoaded = s.NoSaveOnExit = false;
     m.display.SetPictureCommands(false);
 }
 
@@ -134,8 +126,7 @@ void Lifecycle::RestorePlace() {
 }
 
 void Lifecycle::ClearTexts() {
-    const MainControls& c = m.controls;
-    for (QLabel* label : {c.MpixelText, c.FileSizeText, c.SizeText}) label->clear();
+    m.shell.ShowFileTexts();
     m.shell.ShowMessage({});
     m.shell.ShowError({});
 }
@@ -143,14 +134,14 @@ void Lifecycle::ClearTexts() {
 void Lifecycle::SelectStartFile() {
     const FileListBox& list = *m.controls.FileListBox;
     m.navigation.Update_Num_Files(0);
-    if (m.state.StartName == kFirstRow) {
+    if (m_start.name == kFirstRow) {
         m.navigation.SelectRow(0);
         return;
     }
-    if (list.RowOf(m.state.StartName) < 0)
-        m.navigation.ListClassOf(JoinPath(m.state.StartFolder, m.state.StartName));
+    if (list.RowOf(m_start.name) < 0)
+        m.navigation.ListClassOf(JoinPath(m.state.StartFolder, m_start.name));
     m.navigation.ClearMultiselect();
-    m.navigation.SelectRow(list.RowOf(m.state.StartName));
+    m.navigation.SelectRow(list.RowOf(m_start.name));
 }
 
 void Lifecycle::Exit_Click() {
@@ -206,7 +197,7 @@ void Lifecycle::Form_Unload() {
     m.state.Closing = true;
     for (Room* room : m_rooms) room->BreakOff();
     if (!m.state.BatchFilename.empty()) { // what a batch selects is not what comes back
-        m.state.Filename = m.state.BatchFilename;
+        m.current.Choose(m.state.BatchFilename);
         if (auto* row = m.state.HistRow()) *row = m.state.BatchRow;
     }
     KeepPlaces();

@@ -42,7 +42,6 @@ public:
     const frmSplash* Splash() const { return m_splash.get(); }
 
 private:
-    void MeasureWindow();
     void MeasurePane();
     void ReadSettings();
     void RestorePlace();

@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMainWindow>
 #include <QPainter>
 #include <QPlainTextEdit>
@@ -38,49 +39,66 @@ protected:
     }
 };
 
-constexpr Pane kPanes[] = {Pane::Picture1, Pane::Picture2, Pane::WebBrowser1, Pane::LogText};
-
 } // namespace
 
 ShellRoom::ShellRoom(Context& context, QMainWindow& window)
     : m(context), m_window(window), m_status(new StatusLabel()) {
     window.statusBar()->addWidget(m_status, 1);
+    m.current.onKind = [this](FileKind before) { ShowPane(before); };
 }
 
 ShellRoom::~ShellRoom() {
     while (!m_pointers.empty()) SetBusy(false);
 }
 
-QWidget* ShellRoom::PaneWidget(Pane pane) const {
-    switch (pane) {
-    case Pane::Picture1:
+QWidget* ShellRoom::PaneOf(FileKind kind) const {
+    switch (kind) {
+    case FileKind::Picture:
         return m.controls.Picture1;
-    case Pane::Picture2:
+    case FileKind::Clip:
         return m.controls.Picture2;
-    case Pane::WebBrowser1:
+    case FileKind::Page:
         return m.controls.WebBrowser1;
-    case Pane::LogText:
+    case FileKind::Log:
+    case FileKind::Text:
         return m.controls.LogText;
     }
     return m.controls.Picture1;
 }
 
-void ShellRoom::ShowPane(Pane pane) {
+void ShellRoom::ShowPane(FileKind before) {
     m.controls.VideoFrame->hide(); // the video room shows it with a clip
-    if (pane == m.state.CurrentPane) return;
-    if (m.state.CurrentPane == Pane::WebBrowser1) m.controls.WebBrowser1->ClearPage();
-    QWidget* shown = PaneWidget(pane);
-    const bool hadFocus = PaneWidget(m.state.CurrentPane)->hasFocus();
-    m.state.CurrentPane = pane;
+    QWidget* left = PaneOf(before);
+    QWidget* shown = PaneOf(m.state.Kind);
+    if (shown == left) return;
+    if (before == FileKind::Page) m.controls.WebBrowser1->ClearPage();
     shown->show();
     // Before the old pane goes: hiding it would hand the focus to whatever comes next.
-    if (hadFocus) shown->setFocus();
-    for (const Pane other : kPanes)
-        if (other != pane) PaneWidget(other)->hide();
+    if (left->hasFocus()) shown->setFocus();
+    left->hide();
 }
 
 void ShellRoom::FocusPane() {
-    PaneWidget(m.state.CurrentPane)->setFocus();
+    if (!m.state.SlideViewing && !m.state.BatchRuns) PaneOf(m.state.Kind)->setFocus();
+}
+
+void ShellRoom::ShowFileTexts() {
+    const ProgramState& s = m.state;
+    const MainControls& c = m.controls;
+    c.MpixelText->setText(ToQt(s.MpixelText));
+    c.FileSizeText->setText(ToQt(s.FileSizeText));
+    c.SizeText->setText(ToQt(s.SizeText));
+    c.EditButton2->setText(ToQt(s.EditCaption));
+    if (s.HistoryListed) return; // the folder history stands in the panel
+    const auto isShown = [&](int row, const std::string& text) {
+        return c.List1->item(row)->text() == ToQt(text);
+    };
+    bool same = c.List1->count() == static_cast<int>(s.PanelRows.size());
+    for (int row = 0; same && row < c.List1->count(); ++row)
+        same = isShown(row, s.PanelRows[static_cast<std::size_t>(row)]);
+    if (same) return;
+    c.List1->clear();
+    for (const std::string& row : s.PanelRows) c.List1->addItem(ToQt(row));
 }
 
 // A show has a pointer of its own, which hides.

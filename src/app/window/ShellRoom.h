@@ -21,8 +21,8 @@ public:
     ShellRoom(Context& context, QMainWindow& window);
     ~ShellRoom() override;
 
-    void ShowPane(Pane pane) override;
     void FocusPane() override;
+    void ShowFileTexts() override;
     void SetBusy(bool busy) override;
     void SetDeletePointer(bool deletes) override;
     void ShowMessage(const std::string& text) override;
@@ -35,7 +35,8 @@ public:
     void SetMainMinimised(bool minimised) override;
 
 private:
-    QWidget* PaneWidget(Pane pane) const;
+    QWidget* PaneOf(FileKind kind) const;
+    void ShowPane(FileKind before);
     void PushPointer(bool push, const QCursor& pointer);
 
     Context& m;

@@ -22,13 +22,13 @@ BatchRun::BatchRun(Context& context, QPushButton* ownCancel)
 
 BatchRun::~BatchRun() {
     qApp->removeEventFilter(this);
+    m.state.BatchRuns = false;
     // Before the button goes: hiding it would hand the focus to whatever comes next.
     if (m_focusBefore)
         m_focusBefore->setFocus();
     else
         m.shell.FocusPane();
     m_cancel.hide();
-    m.state.BatchRuns = false;
 }
 
 bool BatchRun::Step(const std::string& progress) const {

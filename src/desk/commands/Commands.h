@@ -2,6 +2,8 @@
 // test implements the one or two that its room rings.
 #pragma once
 
+#include "desk/commands/PictureRequest.h"
+
 #include <functional>
 #include <string>
 
@@ -9,16 +11,19 @@ class QPushButton;
 
 namespace tarn {
 
-enum class Pane;
-class ImgX;
-
 class NavigationCommands {
 public:
     virtual ~NavigationCommands() = default;
     virtual void FileListBox_Click() = 0;
-    virtual void SelectRow(int row) = 0; // raises FileListBox_Click; outside the list nothing
-    virtual void NextButton_Click() = 0;
-    virtual void PrevButton_Click() = 0;
+    // Raises FileListBox_Click; outside the list nothing.
+    virtual void SelectRow(int row, const PictureRequest& request) = 0;
+    void SelectRow(int row) { SelectRow(row, {}); }
+    // So many rows on from `row`, or back, round the ends of the list; whatever was selected beside
+    // it is so no more.
+    virtual void StepFrom(int row, int by, const PictureRequest& request) = 0;
+    virtual void StepBy(int rows, const PictureRequest& request) = 0; // from the current one
+    void NextButton_Click() { StepBy(1, {}); }
+    void PrevButton_Click() { StepBy(-1, {}); }
     virtual void ClearMultiselect() = 0;
     virtual void Update_Num_Files(int index) = 0;
     virtual void EnableListCommands() = 0;
@@ -38,13 +43,12 @@ public:
 class DisplayCommands {
 public:
     virtual ~DisplayCommands() = default;
-    virtual void DisplayPicture() = 0;
+    virtual void DisplayPicture(const PictureRequest& request) = 0;
+    void DisplayPicture() { DisplayPicture({}); }
     virtual void ShowPreview() = 0;
     // No picture, clip or page: pane, panel, texts and picture windows are emptied, so that nothing
     // stands under another name. Filename and FileNameOnly stay.
     virtual void ShowNothing() = 0;
-    // The picture windows show the current file anew; at a clip or page the 1:1 window is blank.
-    virtual void UpdatePictureWindows() = 0;
     virtual void Redraw() = 0;
     virtual void SetPictureCommands(bool enabled) = 0;
     virtual void RotateRightButton_Click() = 0;
@@ -71,13 +75,9 @@ public:
 class NotesCommands {
 public:
     virtual ~NotesCommands() = default;
-    // The current file is another one: its note comes into the box, what stood there goes into the
-    // restore buffer.
-    virtual void CheckForNotes() = 0;
     virtual void SetNotesFilename() = 0;
     virtual bool SaveNote() = 0; // false: Label_error says why
     virtual void SaveNotesButton_Click() = 0;
-    virtual void ClearNotesForPage() = 0; // a page is shown: no note is
     virtual void RestoreNotesButton_Click() = 0;
     virtual void DeleteNotesButton_Click() = 0;
     virtual void SetSaveCommands() = 0; // on when there is something to save and a place for it
@@ -98,6 +98,7 @@ public:
     virtual ~SlideCommands() = default;
     virtual void SlideDone() = 0;             // ends a show that runs; may come twice
     virtual void SlideKeyUp(int keycode) = 0; // as from the slide window's own keys
+    virtual void ShowSlideAgain() = 0;        // the brightness has changed
 };
 
 // Copies of pictures: into the copy-to folder, converted, as text.
@@ -110,7 +111,6 @@ public:
     virtual bool CMImage() = 0;
     virtual void SetCaptionShown(bool shown) = 0; // the caption window, if it is open
     virtual void FolderChanged() = 0;             // the list shows another folder
-    virtual void PictureShown() = 0;              // the main window shows another picture
 };
 
 // Filename and its note: away, under another name, twice. Each refreshes the list.
@@ -151,8 +151,11 @@ public:
 class ShellCommands {
 public:
     virtual ~ShellCommands() = default;
-    virtual void ShowPane(Pane pane) = 0;             // one pane up, the others down
-    virtual void FocusPane() = 0;                     // the keyboard goes to the pane that is up
+    // The keyboard goes to the pane that is up; a show or a batch that runs keeps it.
+    virtual void FocusPane() = 0;
+    // The texts beside the picture, as they stand on the desk: rows of the camera data, sizes, the
+    // caption of the edit button.
+    virtual void ShowFileTexts() = 0;
     virtual void SetBusy(bool busy) = 0;              // hourglass; each true needs its false
     virtual void SetDeletePointer(bool deletes) = 0;  // the same, while a file is deleted
     virtual void ShowMessage(const std::string&) = 0; // the message line, FileDateText

@@ -7,50 +7,36 @@
 
 namespace tarn {
 
-struct DisplayState {
-    // An image may fetch its full pixels late, when its file may be gone or changed: who saves or
-    // prints one asks its ErrorText afterwards.
-    ImgX ImgXpic;    // the picture as shown in the preview: turned, fitted or cropped
-    ImgX ImgXpic2;   // its brightened copy
-    ImgX ImgXfull;   // the loaded picture at its real size, unturned
-    ImgX ImgXfullBC; // the copy that the size window fits and brightens
-    ImgX ImgXslide;
-
-    // Device pixels of the pane into which the preview is fitted.
-    int PreviewWidth = 0;
-    int PreviewHeight = 0;
-    int ScreenWidthPx = 0; // screen size, each less 8
-    int ScreenHeightPx = 0;
-
-    bool ImageLoaded = false; // the picture commands are on for a shown picture
+// What was done to the preview since the picture was loaded, in the order in which it is done again
+// on another copy: each counts once, however often the preview was turned.
+struct PreviewTurns {
+    bool ImageTurnedHalf = false; // by the camera's orientation alone
     bool ImageRotatedRight = false;
     bool ImageRotatedLeft = false;
     bool ImageMirrored = false;
     bool ImageFliped = false;
-    bool ImageTurnedHalf = false; // by the camera's orientation alone
+};
 
-    // Set by a show as it closes, so that the same picture comes back in the same turn.
-    bool RestoreTurns = false;
-    bool WantRight = false;
-    bool WantLeft = false;
-    bool WantMirror = false;
-    bool WantFlip = false;
+struct DisplayState : PreviewTurns {
+    // The loaded picture at its real size, unturned. It may fetch its full pixels late, when its
+    // file may be gone or changed: who saves or prints it asks its ErrorText afterwards.
+    ImgX ImgXfull;
 
-    // What the preview cut out, in picture pixels.
-    float CropLeft = 0;
-    float CropTop = 0;
-    int CropWidth = 0;
-    int CropHeight = 0;
+    // Device pixels of the pane into which the preview is fitted.
+    int PreviewWidth = 0;
+    int PreviewHeight = 0;
+
+    bool ImageLoaded = false; // the picture commands are on for a shown picture
 
     bool OneX = false; // preview at 1x or 2x, cropped
     bool TwoX = false;
     int BrightnessValue = 0; // -100 to 100, holds for every later picture
 
-    std::string SizeText; // "3504 x 2336", doubled at 2x, empty at a placeholder
+    std::string EditCaption = "Edit"; // of the button that opens the file: "Web" for a page
+    std::string SizeText;             // "3504 x 2336", doubled at 2x, empty at a placeholder
 
     bool OneToOneInfo = false;
     bool OneToOneLoaded = false;
-    bool OneToOneNav = false;
 };
 
 } // namespace tarn

@@ -5,14 +5,12 @@
 
 namespace tarn {
 
-// Those of the preview, by the flags in their fixed order; each counts once, however often the
-// preview was turned.
-inline void ReplayTurns(const DisplayState& state, ImgX& picture) {
-    if (state.ImageTurnedHalf) picture.Rotate(180);
-    if (state.ImageRotatedRight) picture.Rotate(90);
-    if (state.ImageRotatedLeft) picture.Rotate(270);
-    if (state.ImageMirrored) picture.Mirror(0);
-    if (state.ImageFliped) picture.Mirror(1);
+inline void ReplayTurns(const PreviewTurns& turns, ImgX& picture) {
+    if (turns.ImageTurnedHalf) picture.Rotate(180);
+    if (turns.ImageRotatedRight) picture.Rotate(90);
+    if (turns.ImageRotatedLeft) picture.Rotate(270);
+    if (turns.ImageMirrored) picture.Mirror(0);
+    if (turns.ImageFliped) picture.Mirror(1);
 }
 
 // What the camera's orientation asks for; 1 and unknown ones turn nothing.

@@ -10,8 +10,14 @@
 
 namespace tarn {
 
-// Which of the panes that share the picture's place is up. Nothing asks a widget.
-enum class Pane { Picture1, Picture2, WebBrowser1, LogText };
+// What the current file is shown as, which also says what pane is up. Nothing asks a widget.
+enum class FileKind {
+    Picture, // also where there is nothing to show
+    Clip,
+    Log, // a text among the clips
+    Page,
+    Text,
+};
 
 inline constexpr int kHistoryLimit = 2000; // highest index of the histories' arrays
 
@@ -24,10 +30,6 @@ struct SelectionState {
     std::string FitsTypes = "*.fits;*.fit";
     std::string RawTypes = "*.cr2";
     std::string TextTypes = "*.txt";
-    // FileTypes as it stood when FCheck, CCheck or TCheck was ticked.
-    std::string FitsSavedTypes;
-    std::string RawSavedTypes;
-    std::string TextSavedTypes;
     std::string FilterCustom;
     std::string FilterPresets;
     bool FilterActive = false;   // frmFilter is open
@@ -58,20 +60,16 @@ struct SelectionState {
 
     bool HistoryListed = false; // List1 shows the folder history, not the camera data
 
-    // Guards: a selection made in code raises its event on the same call stack. The list raises
-    // none for rows that are marked or unmarked; the first two hold whatever list is put in its
-    // place.
-    bool ClearingMultiselect = false;
-    bool SelectingAll = false;
+    // Guards: a selection made in code raises its event on the same call stack.
     bool FileHistNav = false;
     bool HistNav = false;
 
-    bool FileDoubleClick = false; // the size window was opened from the list
-    bool WebImage = false;
-    bool VideoImage = false;
+    FileKind Kind = FileKind::Picture;
+    bool VideoImage() const { return Kind == FileKind::Clip || Kind == FileKind::Log; }
+    bool WebImage() const { return Kind == FileKind::Page; }
+    bool ShowsText() const { return Kind == FileKind::Log || Kind == FileKind::Text; }
     bool VideoPending = false; // a video was chosen while the program starts
-    Pane CurrentPane = Pane::Picture1;
-    std::string TextNumOf; // "3 of 12", empty for an empty list
+    std::string TextNumOf;     // "3 of 12", empty for an empty list
 };
 
 } // namespace tarn

@@ -11,9 +11,7 @@ struct ShellState {
     std::string Version = kProgramVersion;
     std::string Version_Detail;
     std::string NFSfilename = "Note_Formats.txt";
-    std::string StartSpec;   // path given by the command line or the last run
-    std::string StartFolder; // folder worked out from it
-    std::string StartName;   // file name to select, "NONE.JPG" for the first row
+    std::string StartFolder; // the first folder to be shown
     bool FormLoadDone = false;
     bool NoSaveOnExit = false;
     bool Closing = false;

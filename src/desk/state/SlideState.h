@@ -1,36 +1,17 @@
-// Slide shows: what the loop and its window tell each other, and how slides look.
+// Slide shows: whether one runs, and how slides look.
 #pragma once
 
 #include <array>
 #include <string>
-#include <vector>
 
 namespace tarn {
 
 struct SlideState {
-    bool SlideStop = false;
-    bool SlideNext = false;
-    int SlideKey = 0; // last key code, 0 for none
-    int SlideMouse = 0;
     bool SlideViewing = false;
-    bool Slideloop = false;
     bool SlideCompare = false;
     long SlideDelay = 0; // auto advance
     int SlidesPerPage = 0;
     std::string SlideNameOnly;
-
-    // The full-screen show: the slide that is seen and its place in the walk.
-    std::string SlideFile; // full path
-    int SlideIndex = 0;
-    int SlideCount = 0;
-    std::string SlideTitle;
-    bool SlideTitleOn = true;
-    bool SlideCopied = false; // a copy key was used on this slide
-
-    // What was selected when it started, by name.
-    int SelectedCount = 0;
-    std::string SelectedFolder;
-    std::vector<std::string> SelectedFiles;
 
     bool SlideNotesOn = false;
     int SlideNotesMode = 0; // 0 nothing, 1 the note, 2 the note and the camera data

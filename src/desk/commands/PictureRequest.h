@@ -1,0 +1,26 @@
+// How a file is to be shown when it becomes the current one.
+#pragma once
+
+#include "desk/state/DisplayState.h"
+
+#include <optional>
+
+namespace tarn {
+
+struct PictureRequest {
+    bool focus = true;                 // the keyboard goes to the pane
+    bool neighbours = true;            // pictures that will probably come next are decoded ahead
+    std::optional<PreviewTurns> turns; // the picture comes back as it was turned before
+};
+
+// By a window that keeps the keyboard.
+inline PictureRequest KeepingKeyboard() {
+    return {.focus = false, .neighbours = true, .turns = {}};
+}
+
+// In a show or a batch, which decodes ahead for itself.
+inline PictureRequest InPassing() {
+    return {.focus = false, .neighbours = false, .turns = {}};
+}
+
+} // namespace tarn
