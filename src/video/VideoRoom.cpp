@@ -9,6 +9,7 @@
 #include "platform/ProgramFiles.h"
 #include "platform/QtText.h"
 #include "widgets/FileListBox.h"
+#include "widgets/Named.h"
 #include "widgets/PictureBox.h"
 #include "widgets/TextPane.h"
 #include "widgets/webpane/PageBrowser.h"
@@ -54,9 +55,7 @@ void VideoRoom::ConnectControls() {
         m.shell.ShowMessage(fault.empty() ? "'" + m.state.FileNameOnly + "' opened in its program"
                                           : "ERROR - " + fault);
     });
-    m_slider = new QSlider(Qt::Horizontal);
-    m_slider->setObjectName(QStringLiteral("VideoSlider"));
-    m_slider->setAccessibleName(QStringLiteral("Frame of the clip"));
+    m_slider = Named(new QSlider(Qt::Horizontal), "VideoSlider", "Frame of the clip");
     m_slider->setFocusPolicy(Qt::NoFocus);
     static_cast<QBoxLayout*>(c.VideoFrame->layout())->addWidget(m_slider, 1);
     connect(m_slider, &QSlider::valueChanged, this,
