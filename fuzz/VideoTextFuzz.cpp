@@ -13,7 +13,7 @@ using namespace tarn::fuzz;
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Input input(data, size);
     std::string text = input.Rest();
-    TakeSize(text, *std::make_unique<VideoState>());
+    TakeSize(text, *std::make_unique<ClipNumbers>());
     // Every word comes off, and no character is lost.
     for (std::size_t left = text.size() + 1; !text.empty() && left > 0; --left) {
         const std::size_t before = text.size();
@@ -22,11 +22,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     Demand(text.empty());
 
-    VideoState clip;
-    clip.VideoLastFrame = input.Number() & 0x7FFFFFFE;
-    clip.VideoFrameRate = std::bit_cast<float>(input.Number());
-    clip.VideoWidth = input.Number();
-    clip.VideoHeight = input.Number();
+    ClipNumbers clip;
+    clip.lastFrame = input.Number() & 0x7FFFFFFE;
+    clip.frameRate = std::bit_cast<float>(input.Number());
+    clip.width = input.Number();
+    clip.height = input.Number();
     const long long bytes = static_cast<long long>(input.Number()) << 20 | input.Byte();
     const std::string name = "/none/" + input.Rest();
     Demand(PlayingTime(clip).ends_with("s"));

@@ -1,8 +1,11 @@
 #include "clips/SerFile.h"
 
+#include "common/demosaic.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cmath>
 #include <cstring>
 
 namespace tarn {
@@ -44,19 +47,40 @@ std::uint64_t Roughness(const std::vector<std::uint8_t>& frame, std::size_t high
     return sum;
 }
 
-// The mean of the neighbours of (x, y) that carry a colour; `at` says which one a place carries.
-template <typename At>
-std::uint16_t Mean(const SerHeader& h, const std::vector<std::uint16_t>& samples, int x, int y,
-                   int color, At at) {
-    std::uint32_t sum = 0;
-    std::uint32_t count = 0;
-    for (int v = std::max(0, y - 1); v <= std::min(h.height - 1, y + 1); ++v)
-        for (int u = std::max(0, x - 1); u <= std::min(h.width - 1, x + 1); ++u)
-            if (at(u, v) == color) {
-                sum += samples[std::size_t(v) * std::size_t(h.width) + std::size_t(u)];
-                ++count;
-            }
-    return count ? std::uint16_t(sum / count) : 0;
+// The samples of a frame under a Bayer pattern.
+class BayerRows {
+public:
+    BayerRows(const SerHeader& header, const std::vector<std::uint16_t>& samples)
+        : m_width(header.width), m_height(header.height), m_samples(samples.data()),
+          m_shift(header.color - SerHeader::Rggb) {}
+
+    int Width() const { return m_width; }
+    int Height() const { return m_height; }
+    int Count(int) const { return m_width; }
+    const std::uint16_t* Row(int y) const {
+        return m_samples + std::size_t(y) * std::size_t(m_width);
+    }
+    // 0 red, 1 green, 2 blue; in Rggb red stands top left, the others are shifted.
+    int Colour(int y, int x) const { return (x + m_shift % 2) % 2 + (y + m_shift / 2) % 2; }
+
+private:
+    int m_width;
+    int m_height;
+    const std::uint16_t* m_samples;
+    int m_shift;
+};
+
+// A colour that no neighbour has is black.
+void FillIn(const BayerRows& rows, std::uint16_t* colors) {
+    const auto width = std::size_t(rows.Width());
+    std::vector<float> values(3 * width);
+    const std::array<float*, 3> row{&values[0], &values[width], &values[2 * width]};
+    for (int y = 0; y < rows.Height(); ++y) {
+        DemosaicRow(rows, y, row);
+        for (std::size_t x = 0; x < width; ++x)
+            for (const float* color : row)
+                *colors++ = std::isnan(color[x]) ? 0 : std::uint16_t(color[x]);
+    }
 }
 
 } // namespace
@@ -164,17 +188,10 @@ std::vector<std::uint16_t> SerColors(const SerHeader& h,
         return colors;
     }
     std::vector<std::uint16_t> colors(3 * pixels);
-    // 0 red, 1 green, 2 blue; in Rggb red stands top left, the others are shifted.
-    const int shift = h.IsBayer() ? h.color - SerHeader::Rggb : 0;
-    const auto at = [shift](int x, int y) { return ((x + shift % 2) % 2) + ((y + shift / 2) % 2); };
-    for (int y = 0; y < h.height; ++y)
-        for (int x = 0; x < h.width; ++x) {
-            const std::size_t i = std::size_t(y) * std::size_t(h.width) + std::size_t(x);
-            for (int color = 0; color < 3; ++color)
-                colors[3 * i + std::size_t(color)] = !h.IsBayer() || at(x, y) == color
-                                                         ? samples[i]
-                                                         : Mean(h, samples, x, y, color, at);
-        }
+    if (h.IsBayer())
+        FillIn(BayerRows(h, samples), colors.data());
+    else
+        for (std::size_t i = 0; i < colors.size(); ++i) colors[i] = samples[i / 3];
     return colors;
 }
 

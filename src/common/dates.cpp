@@ -122,4 +122,8 @@ std::optional<std::int64_t> ToFileTime(const DateTime& local) {
     return static_cast<std::int64_t>(std::mktime(&fields));
 }
 
+std::string NowText() {
+    return FormatDateText(FromFileTime(std::time(nullptr)));
+}
+
 } // namespace tarn

@@ -40,4 +40,6 @@ std::optional<std::string> WeekdayName(int year, int month, int day);
 DateTime FromFileTime(std::int64_t secondsSinceEpoch);
 std::optional<std::int64_t> ToFileTime(const DateTime& local);
 
+std::string NowText(); // this moment as FormatDateText gives it
+
 } // namespace tarn

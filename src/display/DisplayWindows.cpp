@@ -6,6 +6,7 @@
 #include "display/frmBrightness.h"
 #include "display/frmOnetoOne.h"
 #include "display/frmStretch.h"
+#include "imaging/Pixels.h"
 
 #include <QAction>
 #include <QPushButton>
@@ -15,8 +16,6 @@
 namespace tarn {
 
 namespace {
-
-constexpr int kMostBrightness = 100;
 
 void BringUp(QWidget& window) {
     window.setWindowState(window.windowState() & ~Qt::WindowMinimized);

@@ -1,6 +1,7 @@
 #include "display/frmBrightness.h"
 
-#include "display/NewButton.h"
+#include "imaging/Pixels.h"
+#include "widgets/Named.h"
 #include "widgets/WindowPlaces.h"
 
 #include <QHBoxLayout>
@@ -14,7 +15,6 @@ namespace tarn {
 
 namespace {
 
-constexpr int kMost = 100;
 constexpr int kSmallStep = 1;
 constexpr int kLargeStep = 5;
 
@@ -28,7 +28,7 @@ frmBrightness::frmBrightness(Context& context)
     KeepOnTop(*this);
     m_slider->setObjectName(QStringLiteral("BrightnessSlider"));
     m_slider->setAccessibleName(QStringLiteral("Brightness"));
-    m_slider->setRange(-kMost, kMost);
+    m_slider->setRange(-kMostBrightness, kMostBrightness);
     m_slider->setSingleStep(kSmallStep);
     m_slider->setPageStep(kLargeStep);
     m_label->setObjectName(QStringLiteral("BrightnessLabel"));
@@ -36,9 +36,9 @@ frmBrightness::frmBrightness(Context& context)
     const int em = fontMetrics().horizontalAdvance(QLatin1Char('0'));
     m_slider->setMinimumWidth(30 * em);
     m_label->setMinimumWidth(5 * em);
-    auto* reset = NewButton("ResetBButton", "Reset", "Reset brightness adjustment");
-    auto* done = NewButton("CloseBrightnessButton", "Done",
-                           "Reset brightness adjustment and close brightness control");
+    auto* reset = NamedButton("ResetBButton", "Reset", "Reset brightness adjustment");
+    auto* done = NamedButton("CloseBrightnessButton", "Done",
+                             "Reset brightness adjustment and close brightness control");
     auto* line = new QHBoxLayout();
     line->addWidget(m_slider, 1);
     line->addWidget(m_label);

@@ -1,9 +1,9 @@
 #include "display/frmStretch.h"
 
 #include "display/Histogram.h"
-#include "display/NewButton.h"
 #include "imaging/Pixels.h"
 #include "imaging/fits/FitsFile.h"
+#include "widgets/Named.h"
 #include "widgets/WindowPlaces.h"
 
 #include <QCheckBox>
@@ -60,7 +60,7 @@ QCheckBox* AddCheck(QHBoxLayout& bar, const char* name, const char* caption, con
 
 frmStretch::frmStretch(Context& context)
     : m(context), m_histogram(new Histogram()),
-      m_reset(NewButton("ResetStretchButton", "&Reset", "Stretch the picture automatically")),
+      m_reset(NamedButton("ResetStretchButton", "&Reset", "Stretch the picture automatically")),
       m_place(*this, context.state.StretchPlace) {
     setObjectName(QStringLiteral("frmStretch"));
     setWindowTitle(QStringLiteral("Stretch"));
@@ -80,7 +80,7 @@ frmStretch::frmStretch(Context& context)
     m_linear = AddCheck(*bar, "LinearCheck", "L&inear", "Show all pictures as they are stored");
     bar->addStretch();
     bar->addWidget(m_reset);
-    auto* done = NewButton("CloseStretchButton", "&Done", "Close; what is set stays in force");
+    auto* done = NamedButton("CloseStretchButton", "&Done", "Close; what is set stays in force");
     bar->addWidget(done);
     all->addLayout(bar);
     m_rest.setSingleShot(true);

@@ -4,6 +4,7 @@
 #include "platform/QtText.h"
 #include "widgets/FileListBox.h"
 #include "widgets/FolderTreeview.h"
+#include "widgets/Named.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -24,14 +25,8 @@ namespace {
 
 constexpr int kErrorRows = 4; // of the list of failures, at least
 
-template <typename Widget> Widget* Named(Widget* widget, const char* name, const char* spoken) {
-    widget->setObjectName(QString::fromLatin1(name));
-    if (*spoken) widget->setAccessibleName(QString::fromLatin1(spoken));
-    return widget;
-}
-
 QLabel* PlainLabel(const char* name, const char* text) {
-    auto* label = Named(new QLabel(QString::fromLatin1(text)), name, "");
+    auto* label = Named(new QLabel(QString::fromLatin1(text)), name);
     label->setTextFormat(Qt::PlainText);
     return label;
 }
@@ -93,10 +88,9 @@ QLayout* frmRenameFiles::MakeFolderSide() {
     m_list->onDoubleClick = [this] { RenameFile_DblClick(); };
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { BuildRenameLists(); });
-    m_all = Named(new QCheckBox(QStringLiteral("Select all files")), "CheckAll", "");
+    m_all = Named(new QCheckBox(QStringLiteral("Select all files")), "CheckAll");
     connect(m_all, &QCheckBox::toggled, this, [this] { BuildRenameLists(); });
-    m_showAll =
-        Named(new QCheckBox(QStringLiteral("Show all files in folder")), "CheckShowAll", "");
+    m_showAll = Named(new QCheckBox(QStringLiteral("Show all files in folder")), "CheckShowAll");
     connect(m_showAll, &QCheckBox::toggled, this, [this] { SetPattern(); });
     side->addWidget(Framed("Folders", m_tree), 2);
     side->addWidget(m_list, 3);
@@ -108,7 +102,7 @@ QLayout* frmRenameFiles::MakeFolderSide() {
 QLayout* frmRenameFiles::MakeTexts() {
     auto* grid = new QGridLayout();
     const auto row = [&](int at, const char* caption, const char* name, QPushButton* paste) {
-        auto* box = Named(new QLineEdit(), name, "");
+        auto* box = Named(new QLineEdit(), name);
         auto* label = new QLabel(QString::fromLatin1(caption));
         label->setBuddy(box);
         grid->addWidget(label, at, 0);
@@ -156,16 +150,14 @@ QLayout* frmRenameFiles::MakeResults() {
     connect(m_errors, &QListWidget::currentItemChanged, this, [this](const QListWidgetItem* now) {
         if (now) m_say->setText(now->data(Qt::UserRole).toString());
     });
-    m_errorFrame = Named(Framed("Files not Renamed", m_errors), "RenameErrorFrame", "");
+    m_errorFrame = Named(Framed("Files not Renamed", m_errors), "RenameErrorFrame");
     side->addWidget(m_errorFrame);
     return side;
 }
 
 QPushButton* frmRenameFiles::Button(const char* name, const char* caption, const char* tip,
                                     std::function<void()> act) {
-    auto* button = Named(new QPushButton(QString::fromLatin1(caption)), name, "");
-    button->setToolTip(QString::fromLatin1(tip));
-    button->setAutoDefault(false); // Return in a text is no command
+    auto* button = NamedButton(name, caption, tip);
     connect(button, &QPushButton::clicked, this, std::move(act));
     return button;
 }
@@ -187,11 +179,11 @@ QLayout* frmRenameFiles::MakeMessage() {
 
 QLayout* frmRenameFiles::MakeCommands() {
     auto* grid = new QGridLayout();
-    m_moveNotes = Named(new QCheckBox(QStringLiteral("Rename picture notes if found")),
-                        "RenameNotesCheck", "");
+    m_moveNotes =
+        Named(new QCheckBox(QStringLiteral("Rename picture notes if found")), "RenameNotesCheck");
     m_moveNotes->setChecked(true); // a picture and its note stay together
     m_copyNotes =
-        Named(new QCheckBox(QStringLiteral("Copy picture notes if found")), "CopyNotesCheck", "");
+        Named(new QCheckBox(QStringLiteral("Copy picture notes if found")), "CopyNotesCheck");
     grid->addWidget(m_moveNotes, 0, 0);
     grid->addWidget(m_copyNotes, 1, 0);
     grid->addWidget(m_done = PlainLabel("RenameLabel", "0 renamed"), 0, 1);

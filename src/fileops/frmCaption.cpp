@@ -5,6 +5,7 @@
 #include "fileops/CopyRoom.h"
 #include "platform/QtText.h"
 #include "widgets/FileListBox.h"
+#include "widgets/Named.h"
 #include "widgets/WindowPlaces.h"
 
 #include <QAction>
@@ -27,26 +28,20 @@ namespace {
 constexpr QSize kPreview(360, 72); // logical pixels; four lines of the text high
 constexpr double kPreviewLines = 4;
 
-template <typename Widget> Widget* Named(Widget* widget, const char* name, const char* spoken) {
-    widget->setObjectName(QString::fromLatin1(name));
-    if (*spoken) widget->setAccessibleName(QString::fromLatin1(spoken));
-    return widget;
-}
-
 } // namespace
 
 frmCaption::frmCaption(Context& context, CopyRoom& room)
     : QDialog(context.controls.FileListBox->window()), m(context), m_room(room),
-      m_addText(Named(new QCheckBox(QStringLiteral("Add Text")), "CheckAddText", "")),
+      m_addText(Named(new QCheckBox(QStringLiteral("Add Text")), "CheckAddText")),
       m_lines(Named(new QLineEdit(), "TextFirstLines", "Number of note lines")),
       m_caption(Named(new QLineEdit(), "TextCaption", "Text for the image")),
-      m_using(Named(new QLabel(), "Label1", "")),
+      m_using(Named(new QLabel(), "Label1")),
       m_preview(Named(new QLabel(), "PreviewImage", "Lower end of the image with the text")),
       m_quality(Named(new QSlider(Qt::Horizontal), "SliderJpgQ", "JPG Quality")),
-      m_qualityLabel(Named(new QLabel(QStringLiteral("JPG Quality 75%")), "LabelJpgQ", "")),
+      m_qualityLabel(Named(new QLabel(QStringLiteral("JPG Quality 75%")), "LabelJpgQ")),
       m_maxSize(Named(new QLineEdit(), "TextMaxSize", "Max width or height")),
-      m_maxWidth(Named(new QCheckBox(QStringLiteral("Set Max Width")), "CheckMaxWidth", "")),
-      m_maxHeight(Named(new QCheckBox(QStringLiteral("Set Max Height")), "CheckMaxHeight", "")),
+      m_maxWidth(Named(new QCheckBox(QStringLiteral("Set Max Width")), "CheckMaxWidth")),
+      m_maxHeight(Named(new QCheckBox(QStringLiteral("Set Max Height")), "CheckMaxHeight")),
       m_place(*this, context.state.CaptionPlace) {
     setObjectName(QStringLiteral("frmCaption"));
     setWindowTitle(QStringLiteral("Tarn_View - Convert to Jpg Control"));
@@ -60,9 +55,7 @@ frmCaption::frmCaption(Context& context, CopyRoom& room)
 
 QPushButton* frmCaption::Button(const char* name, const char* caption, const char* tip,
                                 std::function<void()> act) {
-    auto* button = Named(new QPushButton(QString::fromLatin1(caption)), name, "");
-    button->setToolTip(QString::fromLatin1(tip));
-    button->setAutoDefault(false); // Return belongs to the text that is being typed
+    auto* button = NamedButton(name, caption, tip);
     connect(button, &QPushButton::clicked, this, std::move(act));
     // Most commands change the picture, its note or its name.
     connect(button, &QPushButton::clicked, this, [this] { ShowType(); });
@@ -87,7 +80,7 @@ void frmCaption::MakeText(QVBoxLayout& all) {
     m_preview->setFixedSize(kPreview);
     grid->addWidget(m_preview, 3, 0, 1, 4);
     auto* same = Named(new QLabel(QStringLiteral("Image Text, Font Color and Type same as slides")),
-                       "Label2", "");
+                       "Label2");
     grid->addWidget(same, 4, 0, 1, 4);
     all.addWidget(box);
     QAction* entry = m.controls.ConvertJpgAddFilename;

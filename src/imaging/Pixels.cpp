@@ -58,7 +58,7 @@ QImage Resampled(const QImage& picture, QSize size) {
 }
 
 QImage Brightened(QImage picture, int value) {
-    const int added = int(std::lround(value * kWhite / 100.0));
+    const int added = int(std::lround(value * kWhite / double(kMostBrightness)));
     const QRgb amount = QRgb(std::abs(added)) * kEachOfTwo;
     const int width = picture.width();
     for (int y = 0; y < picture.height(); ++y) {

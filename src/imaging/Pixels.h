@@ -12,7 +12,9 @@ QImage InOwnFormat(const QImage& picture);
 // To exactly this size, smoothly.
 QImage Resampled(const QImage& picture, QSize size);
 
-// -100 to 100, so many percent of white added to each channel.
+inline constexpr int kMostBrightness = 100; // and as many below 0
+
+// So many percent of white added to each channel.
 QImage Brightened(QImage picture, int value);
 
 // Fewest pixels of a file from which it can be fitted into the box upright and on its side; empty,

@@ -21,8 +21,7 @@ FrmNewNotes::FrmNewNotes(Context& context, NotesRoom& room) : m(context), m_room
     auto* all = new QVBoxLayout(this);
     all->addLayout(MakeFirstLines());
     all->addLayout(MakeEntries(), 1);
-    m_label1 = Named(new QLabel(QStringLiteral("Notes setting file or defaults")),
-                     QStringLiteral("Label1"));
+    m_label1 = Named(new QLabel(QStringLiteral("Notes setting file or defaults")), "Label1");
     m_label1->setTextFormat(Qt::PlainText);
     m_label1->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     all->addWidget(m_label1);
@@ -46,17 +45,15 @@ QPushButton* FrmNewNotes::Command(QLayout& to, const char* name, const char* cap
 QLayout* FrmNewNotes::MakeFirstLines() {
     auto* whole = new QVBoxLayout();
     auto* head = new QHBoxLayout();
-    m_checkFirst = Named(new QCheckBox(), QStringLiteral("CheckFirst"));
-    m_checkFirst->setAccessibleName(QStringLiteral("Take the 1st lines"));
+    m_checkFirst = Named(new QCheckBox(), "CheckFirst", "Take the 1st lines");
     m_checkFirst->setChecked(true);
     head->addWidget(m_checkFirst);
-    head->addWidget(
-        Named(new QLabel(QStringLiteral("1st lines of note")), QStringLiteral("Label10")));
+    head->addWidget(Named(new QLabel(QStringLiteral("1st lines of note")), "Label10"));
     head->addStretch();
     whole->addLayout(head);
 
-    m_textLine1 = Named(new QPlainTextEdit(), QStringLiteral("TextLine1"), "1st lines of note");
-    m_textLine1->setAccessibleName(QStringLiteral("1st lines of note"));
+    m_textLine1 =
+        Named(new QPlainTextEdit(), "TextLine1", "1st lines of note", "1st lines of note");
     m_textLine1->setTabChangesFocus(true);
     m_textLine1->setMinimumHeight(fontMetrics().height() * 5);
     m_firstLines = std::make_unique<NoteBox>(*m_textLine1);
@@ -67,9 +64,8 @@ QLayout* FrmNewNotes::MakeFirstLines() {
             &FrmNewNotes::CommandSetLine_Click);
     Command(*bar, "CommandSetLine1", "Get lines 1 to", "Set from current notes 1st line",
             &FrmNewNotes::CommandSetLine1_Click);
-    m_textFirstLines = Named(new QLineEdit(QStringLiteral("1")), QStringLiteral("TextFirstLines"),
-                             "Number of lines beginning at 1 to get");
-    m_textFirstLines->setAccessibleName(QStringLiteral("Number of lines to get"));
+    m_textFirstLines = Named(new QLineEdit(QStringLiteral("1")), "TextFirstLines",
+                             "Number of lines to get", "Number of lines beginning at 1 to get");
     m_textFirstLines->setFixedWidth(fontMetrics().horizontalAdvance(QLatin1Char('0')) * 4);
     m_textFirstLines->installEventFilter(this);
     bar->addWidget(m_textFirstLines);
@@ -94,11 +90,9 @@ void FrmNewNotes::MakeEntry(QGridLayout& grid, int row) {
     const NoteEntryRow& facts = NoteEntryRows()[static_cast<std::size_t>(row)];
     const QString caption = QString::fromLatin1(facts.caption);
     const QString name = QString::fromLatin1(facts.controlName);
-    entry.check = Named(new QCheckBox(), QStringLiteral("Check") + name);
-    entry.check->setAccessibleName(QStringLiteral("Take ") + caption);
+    entry.check = Named(new QCheckBox(), "Check" + name, "Take " + caption);
     entry.check->setChecked(true);
-    entry.combo = Named(new QComboBox(), QStringLiteral("Combo") + name);
-    entry.combo->setAccessibleName(caption);
+    entry.combo = Named(new QComboBox(), "Combo" + name, caption);
     entry.combo->setEditable(true);
     entry.combo->lineEdit()->setAccessibleName(caption);
     entry.combo->setInsertPolicy(QComboBox::NoInsert);
@@ -106,7 +100,7 @@ void FrmNewNotes::MakeEntry(QGridLayout& grid, int row) {
     entry.combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     entry.combo->setMinimumContentsLength(36);
     grid.addWidget(entry.check, row, 0);
-    auto* label = Named(new QLabel(caption), QStringLiteral("Label") + name, facts.tooltip);
+    auto* label = Named(new QLabel(caption), "Label" + name, {}, facts.tooltip);
     label->setBuddy(entry.combo);
     grid.addWidget(label, row, 1);
     grid.addWidget(entry.combo, row, 2);

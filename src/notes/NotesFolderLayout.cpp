@@ -30,11 +30,9 @@ frmNotesFolder::frmNotesFolder(Context& context, NotesRoom& room)
 
 QLayout* frmNotesFolder::MakeListSide() {
     auto* side = new QVBoxLayout();
-    m_folderText = Named(new QLineEdit(), QStringLiteral("NotesFolderText"), "Notes folder");
-    m_folderText->setAccessibleName(QStringLiteral("Notes folder"));
+    m_folderText = Named(new QLineEdit(), "NotesFolderText", "Notes folder", "Notes folder");
     m_folderText->setReadOnly(true);
-    m_list = Named(new FileListBox(m.files), QStringLiteral("NotesFileListBox"));
-    m_list->setAccessibleName(QStringLiteral("Note files"));
+    m_list = Named(new FileListBox(m.files), "NotesFileListBox", "Note files");
     m_list->setSelectionMode(QAbstractItemView::SingleSelection);
     m_list->SetPattern("*.enf;*.txt");
     m_list->onClick = [this] { NotesFileListBox_Click(); };
@@ -46,15 +44,14 @@ QLayout* frmNotesFolder::MakeListSide() {
 
 QLayout* frmNotesFolder::MakeNoteSide() {
     auto* side = new QVBoxLayout();
-    m_label = Named(new QLabel(QStringLiteral("Notefile.txt")), QStringLiteral("NoteFileLabel"));
-    m_edit = Named(new QPlainTextEdit(), QStringLiteral("NotesFolderNoteBox"));
-    m_edit->setAccessibleName(QStringLiteral("Text of the note"));
+    m_label = Named(new QLabel(QStringLiteral("Notefile.txt")), "NoteFileLabel");
+    m_edit = Named(new QPlainTextEdit(), "NotesFolderNoteBox", "Text of the note");
     m_edit->setTabChangesFocus(true);
     m_edit->setMinimumSize(fontMetrics().horizontalAdvance(QLatin1Char('0')) * 48,
                            fontMetrics().height() * 16);
     m_box = std::make_unique<NoteBox>(*m_edit);
     connect(m_edit, &QPlainTextEdit::textChanged, this, [this] { NotesFolderNoteBox_Change(); });
-    m_updateText = Named(new QLabel(), QStringLiteral("NoteUpdateText"), "Update message");
+    m_updateText = Named(new QLabel(), "NoteUpdateText", {}, "Update message");
     for (QLabel* label : {m_label, m_updateText}) {
         label->setTextFormat(Qt::PlainText);
         label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);

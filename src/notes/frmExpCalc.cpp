@@ -30,18 +30,16 @@ QLayout* frmExpCalc::MakeRows() {
     for (int i = 0; i < static_cast<int>(kExposureRows); ++i) {
         Row& row = m_rows[static_cast<std::size_t>(i)];
         const QString number = QString::number(i + 1);
-        row.seconds = Named(new QLineEdit(), QStringLiteral("TextSec") + number);
-        row.frames = Named(new QLineEdit(), QStringLiteral("TextExp") + number);
-        row.seconds->setAccessibleName(QStringLiteral("Seconds ") + number);
-        row.frames->setAccessibleName(QStringLiteral("Number of exposures ") + number);
-        row.result = Named(new QLabel(), QStringLiteral("LabelCalc") + number);
+        row.seconds = Named(new QLineEdit(), "TextSec" + number, "Seconds " + number);
+        row.frames = Named(new QLineEdit(), "TextExp" + number, "Number of exposures " + number);
+        row.result = Named(new QLabel(), "LabelCalc" + number);
         row.result->setMinimumWidth(36 * em);
         for (QLineEdit* box : {row.seconds, row.frames}) box->setMaximumWidth(12 * em);
         grid->addWidget(row.seconds, i + 1, 0);
         grid->addWidget(row.frames, i + 1, 1);
         grid->addWidget(row.result, i + 1, 2);
     }
-    m_labelTotal = Named(new QLabel(), QStringLiteral("LabelTotal"));
+    m_labelTotal = Named(new QLabel(), "LabelTotal");
     grid->addWidget(m_labelTotal, static_cast<int>(kExposureRows) + 1, 2);
     grid->setColumnStretch(2, 1);
     return grid;

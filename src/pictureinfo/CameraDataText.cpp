@@ -55,6 +55,10 @@ std::string Millimetres(double value) {
     return FormatFixed(value, 1) + "mm";
 }
 
+std::string UnlabelledLine(std::string_view text) {
+    return Labelled("              ", text);
+}
+
 std::string FilmText(std::string_view filmFocal, std::string_view magnification) {
     return std::string(filmFocal).append("mm (film) - ").append(magnification);
 }
@@ -146,20 +150,20 @@ void SetFilmFocalLength(PictureInfo& info, std::int16_t filmFocal, float focal) 
 std::string MeterLine(std::string_view text) {
     return Labelled("  Meter mode: ", text);
 }
-std::string LensLine(std::string_view text) {
-    return Labelled("        Lens: ", text);
-}
-std::string SettingsLine(std::string_view text) {
-    return Labelled("    Settings: ", text);
-}
 std::string FocusLine(std::string_view text) {
     return Labelled("       Focus: ", text);
 }
 std::string CameraLine(std::string_view text) {
     return Labelled("      Camera: ", text);
 }
-std::string UnlabelledLine(std::string_view text) {
-    return Labelled("              ", text);
+
+void SetMakerLines(PictureInfo& info, const std::string& lens,
+                   const std::array<std::string, 4>& settings) {
+    auto& lines = info.CameraDataLines;
+    if (!lens.empty()) lines[7] = Labelled("        Lens: ", lens);
+    lines[8] = Labelled("    Settings: ", settings[0]);
+    for (std::size_t i = 1; i < settings.size(); ++i) lines[8 + i] = UnlabelledLine(settings[i]);
+    lines[12] = CameraLine(info.CameraName);
 }
 
 void AssembleLines(PictureInfo& info) {

@@ -4,6 +4,7 @@
 
 #include "pictureinfo/PictureInfo.h"
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -43,11 +44,12 @@ inline constexpr const char* kManualLensLine = "Focal length: Manual lens";
 
 // One line of the panel: label and text.
 std::string MeterLine(std::string_view text);
-std::string LensLine(std::string_view text);
-std::string SettingsLine(std::string_view text);
 std::string FocusLine(std::string_view text);
 std::string CameraLine(std::string_view text);
-std::string UnlabelledLine(std::string_view text);
+
+// Lines 7 to 12 of a camera whose maker's note is read. Without a lens line 7 stays.
+void SetMakerLines(PictureInfo& info, const std::string& lens,
+                   const std::array<std::string, 4>& settings);
 
 // Lines 4, 5, 8 to 11 from the fields, after all tags.
 void AssembleLines(PictureInfo& info);

@@ -46,7 +46,11 @@ constexpr KnownModel kKnownModels[] = {{"KODAK DC4800 ZOOM DIGITAL CAMERA", {4.6
 
 const std::span<const std::string_view> ExposureProgramNames(kExposurePrograms);
 const std::span<const std::string_view> MeterModeNames(kMeterModes);
-const std::span<const std::string_view> CanonMeterModeNames(kCanonMeterModes);
+
+std::span<const std::string_view> MeterModeNamesOf(std::string_view cameraName) {
+    if (IsCanonEos(cameraName)) return kCanonMeterModes;
+    return MeterModeNames;
+}
 
 CameraModel FindCameraModel(std::string_view model) {
     if (IsCanonEos(model)) return {1.6F, false};
@@ -58,10 +62,6 @@ CameraModel FindCameraModel(std::string_view model) {
 
 bool IsCanonEos(std::string_view cameraName) {
     return StartsWith(cameraName, "Canon EOS");
-}
-
-bool IsNikonD(std::string_view cameraName) {
-    return StartsWith(cameraName, "NIKON D");
 }
 
 } // namespace tarn

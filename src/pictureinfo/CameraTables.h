@@ -9,7 +9,9 @@ namespace tarn {
 // Indexed by the value of the tag.
 extern const std::span<const std::string_view> ExposureProgramNames; // 10 names
 extern const std::span<const std::string_view> MeterModeNames;       // 9 names
-extern const std::span<const std::string_view> CanonMeterModeNames;  // 9, with viewfinder symbols
+
+// Those that the panel shows for a camera: its own, with viewfinder symbols, or the common ones.
+std::span<const std::string_view> MeterModeNamesOf(std::string_view cameraName);
 
 // What a camera model adds to its pictures' data.
 struct CameraModel {
@@ -19,8 +21,6 @@ struct CameraModel {
 
 CameraModel FindCameraModel(std::string_view model);
 
-// Which maker's notes and names hold for a camera name.
 bool IsCanonEos(std::string_view cameraName);
-bool IsNikonD(std::string_view cameraName);
 
 } // namespace tarn

@@ -2,6 +2,8 @@
 
 #include "common/codepage.h"
 #include "common/text.h"
+#include "pictureinfo/CameraDataText.h"
+#include "pictureinfo/CameraTables.h"
 #include "pictureinfo/Step.h"
 
 #include <span>
@@ -77,13 +79,18 @@ void SetNameOrEmpty(std::string& field, std::optional<std::int64_t> value,
 
 } // namespace
 
-void CanonMakerNote::Read(const PictureDataBuffer& data, int noteIndex,
-                          std::string_view cameraName) {
-    const bool rebel = MidChars(cameraName, 11, 13) == "DIGITAL REBEL";
+bool CanonMakerNote::Applies(std::string_view cameraName) {
+    return IsCanonEos(cameraName);
+}
+
+void CanonMakerNote::Read(const NoteSource& source) {
+    if (source.order != ByteOrder::Intel) return;
+    const PictureDataBuffer& data = source.data;
+    const bool rebel = MidChars(source.cameraName, 11, 13) == "DIGITAL REBEL";
     CanonFlash = "OFF";
     CanonLens.clear();
     for (int i = 0; i <= 24; i += 12) {
-        ReadEntry(data, noteIndex + 2 + i);
+        ReadEntry(data, source.tag.TagDataIndex + 2 + i);
         if (CanonTag == 1) ReadSettings(data, rebel);
         if (CanonTag == 2) {
             SetNameOrEmpty(CanonWhiteBalance, WordAt(data, CanonBase + kWhiteBalancePlace),
@@ -91,6 +98,14 @@ void CanonMakerNote::Read(const PictureDataBuffer& data, int noteIndex,
         }
     }
     ComposeLines(rebel);
+}
+
+void CanonMakerNote::Show(PictureInfo& info, const ExifTag& /*tag*/) const {
+    SetMakerLines(info, CanonLens, CanonLines);
+    info.ExpProgram = CanonMode;
+    info.ExpFocus = CanonFocus;
+    info.ExpFocusShort =
+        ", " + CanonFocus + "-" + CanonQuality + "-" + CanonSharpness + "-" + CanonContrast;
 }
 
 void CanonMakerNote::ReadEntry(const PictureDataBuffer& data, int index) {
@@ -148,15 +163,14 @@ void CanonMakerNote::ComposeLines(bool rebel) {
     const std::string focus = pad("  Focus> " + CanonFocus, kColumn);
     const std::string flash = pad("  Flash> " + CanonFlash, kColumn);
     if (rebel) {
-        CanonLine1 = quality + "         WB> " + CanonWhiteBalance;
-        CanonLine2 = focus + "   Contrast> " + CanonContrast;
-        CanonLine3 = flash + " Saturation> " + CanonSaturation;
-        CanonLine4 = pad("  Style> " + CanonStyle, 26);
+        CanonLines = {quality + "         WB> " + CanonWhiteBalance,
+                      focus + "   Contrast> " + CanonContrast,
+                      flash + " Saturation> " + CanonSaturation, pad("  Style> " + CanonStyle, 26)};
     } else {
-        CanonLine1 = quality + "Sharpening> " + CanonSharpness;
-        CanonLine2 = focus + "  Contrast> " + CanonContrast;
-        CanonLine3 = flash + "Saturation> " + CanonSaturation;
-        CanonLine4 = std::string(21, ' ') + "WB> " + CanonWhiteBalance;
+        CanonLines = {quality + "Sharpening> " + CanonSharpness,
+                      focus + "  Contrast> " + CanonContrast,
+                      flash + "Saturation> " + CanonSaturation,
+                      std::string(21, ' ') + "WB> " + CanonWhiteBalance};
     }
 }
 

@@ -2,8 +2,9 @@
 // little-endian, and composes the settings lines of the panel.
 #pragma once
 
-#include "pictureinfo/PictureDataBuffer.h"
+#include "pictureinfo/MakerNote.h"
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -12,7 +13,7 @@ namespace tarn {
 
 // All fields last until the next note; what a note lacks or keeps out of reach stays from the note
 // before it.
-struct CanonMakerNote {
+struct CanonMakerNote : MakerNote {
     std::int16_t CanonTag = 0;
     std::int16_t CanonType = 0;
     std::int32_t CanonCount = 0;
@@ -30,13 +31,13 @@ struct CanonMakerNote {
     std::string CanonStyle;
     std::string CanonLens; // UTF-8, empty when unknown
 
-    std::string CanonLine1;
-    std::string CanonLine2;
-    std::string CanonLine3;
-    std::string CanonLine4;
+    std::array<std::string, 4> CanonLines;
 
-    // The note at a buffer index. The "DIGITAL REBEL" models keep some settings elsewhere.
-    void Read(const PictureDataBuffer& data, int noteIndex, std::string_view cameraName);
+    static bool Applies(std::string_view cameraName);
+
+    // Only in a little-endian file. The "DIGITAL REBEL" models keep some settings elsewhere.
+    void Read(const NoteSource& source) override;
+    void Show(PictureInfo& info, const ExifTag& tag) const override;
 
 private:
     void ReadEntry(const PictureDataBuffer& data, int index);

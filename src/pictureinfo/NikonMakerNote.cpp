@@ -3,6 +3,7 @@
 #include "common/codepage.h"
 #include "common/numbers.h"
 #include "common/text.h"
+#include "pictureinfo/CameraDataText.h"
 #include "pictureinfo/Step.h"
 
 namespace tarn {
@@ -54,20 +55,24 @@ constexpr TextTag kTextTags[] = {
 
 } // namespace
 
-void NikonMakerNote::Read(const PictureDataBuffer& data, ExifTag& tag, bool flashFired,
-                          ByteOrder order) {
+bool NikonMakerNote::Applies(std::string_view cameraName) {
+    return StartsWith(cameraName, "NIKON D");
+}
+
+void NikonMakerNote::Read(const NoteSource& source) {
+    const PictureDataBuffer& data = source.data;
     // The last text of each tag holds; turning it into a field once keeps a note of long texts
     // cheap.
     std::array<std::optional<std::string_view>, std::size(kTextTags)> texts;
     NikonFlash = kNoFlash;
     NikonLens.clear();
     for (int i = 0; i < kEntries; ++i) {
-        ReadEntry(data, tag.TagDataIndex, kEntriesPlace + i * kEntrySize);
-        if (NikonTag == kSensitivityTag) tag.TagValue = NikonValue;
-        if (NikonTag == kLensTag) ReadLens(data, order);
+        ReadEntry(data, source.tag.TagDataIndex, kEntriesPlace + i * kEntrySize);
+        if (NikonTag == kSensitivityTag) source.tag.TagValue = NikonValue;
+        if (NikonTag == kLensTag) ReadLens(data, source.order);
         for (std::size_t row = 0; row < texts.size(); ++row) {
             if (NikonTag != kTextTags[row].tag) continue;
-            const bool noFlash = NikonTag == kFlashTag && !flashFired;
+            const bool noFlash = NikonTag == kFlashTag && !source.flashFired;
             const auto text = noFlash ? kNoFlash : ReadText(data);
             if (text) texts[row] = text;
         }
@@ -76,6 +81,14 @@ void NikonMakerNote::Read(const PictureDataBuffer& data, ExifTag& tag, bool flas
         if (texts[row]) this->*kTextTags[row].field = FromCodePage(*texts[row]);
     }
     ComposeLines();
+}
+
+void NikonMakerNote::Show(PictureInfo& info, const ExifTag& tag) const {
+    info.ExpSpeed = std::to_string(tag.TagValue) + " ISO";
+    SetMakerLines(info, NikonLens, NikonLines);
+    info.ExpFocus = NikonFocus;
+    info.ExpFocusShort =
+        ", " + NikonFocus + "-" + NikonQuality + "-" + NikonSharpening + "-" + NikonTone;
 }
 
 void NikonMakerNote::ReadEntry(const PictureDataBuffer& data, int noteIndex, int place) {
@@ -122,10 +135,10 @@ double NikonMakerNote::ReadLensNumber(const PictureDataBuffer& data, int which) 
 }
 
 void NikonMakerNote::ComposeLines() {
-    NikonLine1 = pad("Quality> " + NikonQuality, kColumn) + "Sharpening> " + NikonSharpening;
-    NikonLine2 = pad("  Focus> " + NikonFocus, kColumn) + "      Tone> " + NikonTone;
-    NikonLine3 = pad("  Flash> " + NikonFlash, kColumn);
-    NikonLine4 = pad("     WB> " + NikonWhiteBalance, kColumn);
+    NikonLines = {pad("Quality> " + NikonQuality, kColumn) + "Sharpening> " + NikonSharpening,
+                  pad("  Focus> " + NikonFocus, kColumn) + "      Tone> " + NikonTone,
+                  pad("  Flash> " + NikonFlash, kColumn),
+                  pad("     WB> " + NikonWhiteBalance, kColumn)};
 }
 
 } // namespace tarn

@@ -2,7 +2,7 @@
 // big-endian, and composes the settings lines of the panel.
 #pragma once
 
-#include "pictureinfo/ExifTag.h"
+#include "pictureinfo/MakerNote.h"
 
 #include <array>
 #include <cstdint>
@@ -12,7 +12,7 @@ namespace tarn {
 
 // All fields last until the next note; what a note lacks or keeps out of reach stays from the note
 // before it. The texts are the camera's own, as UTF-8.
-struct NikonMakerNote {
+struct NikonMakerNote : MakerNote {
     std::int16_t NikonTag = 0;
     std::int16_t NikonType = 0;
     std::int32_t NikonCount = 0;
@@ -27,14 +27,14 @@ struct NikonMakerNote {
     std::string NikonTone;
     std::string NikonLens; // "18-70mm f/3.5-4.5", empty when unknown
 
-    std::string NikonLine1;
-    std::string NikonLine2;
-    std::string NikonLine3;
-    std::string NikonLine4;
+    std::array<std::string, 4> NikonLines;
 
-    // The note at `tag.TagDataIndex`; its sensitivity becomes `tag.TagValue`. `order` is the one of
-    // the file around the note: the Intel routine shows whole focal lengths only.
-    void Read(const PictureDataBuffer& data, ExifTag& tag, bool flashFired, ByteOrder order);
+    static bool Applies(std::string_view cameraName);
+
+    // Its sensitivity becomes the value of the tag. In a little-endian file focal lengths are whole
+    // numbers.
+    void Read(const NoteSource& source) override;
+    void Show(PictureInfo& info, const ExifTag& tag) const override;
 
 private:
     struct Fraction {

@@ -67,7 +67,7 @@ void PictureInfoReader::ReadPictureInfo(PictureInfo& info, const PictureFile& fi
         return;
     }
     info.CameraDataLines[6] = kManualLensLine;
-    TagActions actions(info, Tag, canon_, nikon_);
+    TagActions actions(info, Tag, notes_);
     Walk(info, kLastIndex, [&] { actions.Act(); });
     AssembleLines(info);
     ShowLines(info, kPanelLines);
@@ -143,29 +143,10 @@ void PictureInfoReader::Walk(const PictureInfo& info, int lastIndex, const Actio
 
 void PictureInfoReader::ReadTag(const PictureInfo& info) {
     // The mark is looked for at the place of a file that begins with Exif data, whatever the file.
-    if (RecordHas("II", kByteOrderOffset)) {
-        ReadExifTagIntel(info);
-    } else {
-        ReadExifTagMotorola(info);
-    }
-}
-
-void PictureInfoReader::ReadExifTagIntel(const PictureInfo& info) {
-    Tag.Read(Data(), ByteOrder::Intel);
-    if (!Tag.IsMakerNote()) return;
-    if (IsCanonEos(info.CameraName)) {
-        canon_.Read(Data(), Tag.TagDataIndex, info.CameraName);
-    }
-    if (IsNikonD(info.CameraName)) {
-        nikon_.Read(Data(), Tag, info.FlashFired, ByteOrder::Intel);
-    }
-}
-
-void PictureInfoReader::ReadExifTagMotorola(const PictureInfo& info) {
-    Tag.Read(Data(), ByteOrder::Motorola);
-    if (Tag.IsMakerNote() && IsNikonD(info.CameraName)) {
-        nikon_.Read(Data(), Tag, info.FlashFired, ByteOrder::Motorola);
-    }
+    const ByteOrder order =
+        RecordHas("II", kByteOrderOffset) ? ByteOrder::Intel : ByteOrder::Motorola;
+    Tag.Read(Data(), order);
+    if (Tag.IsMakerNote()) notes_.Read({Data(), order, info.CameraName, info.FlashFired, Tag});
 }
 
 } // namespace tarn

@@ -2,9 +2,8 @@
 // neither markers nor directory offsets, and reports no error. A step that fails is passed over.
 #pragma once
 
-#include "pictureinfo/CanonMakerNote.h"
 #include "pictureinfo/ExifTag.h"
-#include "pictureinfo/NikonMakerNote.h"
+#include "pictureinfo/MakerNotes.h"
 #include "pictureinfo/PictureDataBuffer.h"
 #include "pictureinfo/PictureFile.h"
 #include "pictureinfo/PictureInfo.h"
@@ -40,9 +39,6 @@ public:
     // Of the file of the last read.
     const FileFacts& File() const { return file_; }
 
-    void ReadExifTagIntel(const PictureInfo& info);
-    void ReadExifTagMotorola(const PictureInfo& info);
-
     ExifTag Tag;
 
 private:
@@ -61,8 +57,7 @@ private:
     std::size_t fileRecord_ = 0;
     std::size_t bufferRecord_ = 1;
 
-    CanonMakerNote canon_;
-    NikonMakerNote nikon_;
+    MakerNotes notes_;
     FileFacts file_;
     bool fileWasRead_ = false;
 };

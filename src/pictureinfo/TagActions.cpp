@@ -125,9 +125,8 @@ void TagActions::SubjectDistance() {
 }
 
 void TagActions::MeterMode() {
-    const auto names = IsCanonEos(info_.CameraName) ? CanonMeterModeNames : MeterModeNames;
     std::string name;
-    SetName(name, tag_.TagValue, names);
+    SetName(name, tag_.TagValue, MeterModeNamesOf(info_.CameraName));
     if (!name.empty()) info_.CameraDataLines[3] = MeterLine(name);
     SetName(info_.ExpMeter, tag_.TagValue, MeterModeNames);
 }
@@ -144,36 +143,7 @@ void TagActions::FocalLength() {
 }
 
 void TagActions::MakerNote() {
-    if (IsNikonD(info_.CameraName)) NikonData();
-    if (IsCanonEos(info_.CameraName)) CanonData();
-}
-
-void TagActions::NikonData() {
-    info_.ExpSpeed = std::to_string(tag_.TagValue) + " ISO";
-    ShowMakerLines(nikon_.NikonLens, {&nikon_.NikonLine1, &nikon_.NikonLine2, &nikon_.NikonLine3,
-                                      &nikon_.NikonLine4});
-    info_.ExpFocus = nikon_.NikonFocus;
-    info_.ExpFocusShort = ", " + nikon_.NikonFocus + "-" + nikon_.NikonQuality + "-" +
-                          nikon_.NikonSharpening + "-" + nikon_.NikonTone;
-}
-
-void TagActions::CanonData() {
-    ShowMakerLines(canon_.CanonLens, {&canon_.CanonLine1, &canon_.CanonLine2, &canon_.CanonLine3,
-                                      &canon_.CanonLine4});
-    info_.ExpProgram = canon_.CanonMode;
-    info_.ExpFocus = canon_.CanonFocus;
-    info_.ExpFocusShort = ", " + canon_.CanonFocus + "-" + canon_.CanonQuality + "-" +
-                          canon_.CanonSharpness + "-" + canon_.CanonContrast;
-}
-
-void TagActions::ShowMakerLines(const std::string& lens,
-                                const std::array<const std::string*, 4>& lines) {
-    if (!lens.empty()) info_.CameraDataLines[7] = LensLine(lens);
-    info_.CameraDataLines[8] = SettingsLine(*lines[0]);
-    for (std::size_t i = 1; i < lines.size(); ++i) {
-        info_.CameraDataLines[8 + i] = UnlabelledLine(*lines[i]);
-    }
-    info_.CameraDataLines[12] = CameraLine(info_.CameraName);
+    notes_.Show(info_, tag_);
 }
 
 void TagActions::ExposureIndex() {

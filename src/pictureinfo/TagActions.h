@@ -2,9 +2,8 @@
 // tag over an earlier one.
 #pragma once
 
-#include "pictureinfo/CanonMakerNote.h"
 #include "pictureinfo/ExifTag.h"
-#include "pictureinfo/NikonMakerNote.h"
+#include "pictureinfo/MakerNotes.h"
 #include "pictureinfo/PictureInfo.h"
 
 #include <string>
@@ -19,9 +18,8 @@ void TakeDate(PictureInfo& info, const ExifTag& tag);
 // One walk over one picture's tags.
 class TagActions {
 public:
-    TagActions(PictureInfo& info, const ExifTag& tag, const CanonMakerNote& canon,
-               const NikonMakerNote& nikon)
-        : info_(info), tag_(tag), canon_(canon), nikon_(nikon) {}
+    TagActions(PictureInfo& info, const ExifTag& tag, const MakerNotes& notes)
+        : info_(info), tag_(tag), notes_(notes) {}
 
     // Acts on the tag under work; tags without an action are passed over.
     void Act();
@@ -51,14 +49,9 @@ private:
     void ExposureIndex();
     void FilmFocalLength();
 
-    void CanonData();
-    void NikonData();
-    void ShowMakerLines(const std::string& lens, const std::array<const std::string*, 4>& lines);
-
     PictureInfo& info_;
     const ExifTag& tag_;
-    const CanonMakerNote& canon_;
-    const NikonMakerNote& nikon_;
+    const MakerNotes& notes_;
     std::string make_;       // code page bytes
     float focal_ = 0;        // focal length in mm, 0 when none was stated
     bool ManualLens_ = true; // until an f-number is stated

@@ -12,8 +12,9 @@
 #include <array>
 #include <atomic>
 #include <cerrno>
+#include <charconv>
+#include <chrono>
 #include <csignal>
-#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <ctime>
@@ -62,36 +63,27 @@ void Put(int file, const char* text) {
     }
 }
 
-void PutNumber(int file, std::int64_t number, int digits) {
-    char text[24];
-    char* at = text + sizeof text - 1;
-    *at = '\0';
-    for (int i = 0; i < digits || number > 0; ++i, number /= 10)
-        *--at = static_cast<char>('0' + number % 10);
-    Put(file, at);
+// At least two digits. Neither this nor what the calendar below does takes memory or a lock.
+void PutNumber(int file, unsigned number) {
+    std::array<char, 16> text{'0'};
+    char* const begin = text.data() + (number < 10 ? 1 : 0);
+    *std::to_chars(begin, text.data() + text.size() - 1, number).ptr = '\0';
+    Put(file, text.data());
 }
 
-// The date of a day since 1970, by arithmetic alone; years are counted from March.
-void PutTime(int file, std::int64_t seconds) {
-    constexpr std::int64_t kDay = 86400;
-    const std::int64_t days = seconds / kDay + 719468;
-    const std::int64_t era = days / 146097;
-    const std::int64_t inEra = days % 146097;
-    const std::int64_t year = (inEra - inEra / 1460 + inEra / 36524 - inEra / 146096) / 365;
-    const std::int64_t inYear = inEra - (365 * year + year / 4 - year / 100);
-    const std::int64_t fromMarch = (5 * inYear + 2) / 153;
-    const std::int64_t month = fromMarch < 10 ? fromMarch + 3 : fromMarch - 9;
-    PutNumber(file, year + era * 400 + (month <= 2 ? 1 : 0), 4);
-    Put(file, "-");
-    PutNumber(file, month, 2);
-    Put(file, "-");
-    PutNumber(file, inYear - (153 * fromMarch + 2) / 5 + 1, 2);
+void PutTime(int file, std::chrono::sys_seconds when) {
+    const auto day = std::chrono::floor<std::chrono::days>(when);
+    const std::chrono::year_month_day date(day);
+    const std::chrono::hh_mm_ss time(when - day);
+    PutNumber(file, static_cast<unsigned>(static_cast<int>(date.year())));
     for (const auto& [before, value] :
-         {std::pair<const char*, std::int64_t>{" ", seconds % kDay / 3600},
-          {":", seconds % 3600 / 60},
-          {":", seconds % 60}}) {
+         {std::pair("-", static_cast<unsigned>(date.month())),
+          std::pair("-", static_cast<unsigned>(date.day())),
+          std::pair(" ", static_cast<unsigned>(time.hours().count())),
+          std::pair(":", static_cast<unsigned>(time.minutes().count())),
+          std::pair(":", static_cast<unsigned>(time.seconds().count()))}) {
         Put(file, before);
-        PutNumber(file, value, 2);
+        PutNumber(file, value);
     }
     Put(file, " UTC");
 }
@@ -117,7 +109,7 @@ void WriteNote(int signal) {
     const int file = open(g_path.data(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
     if (file < 0) return;
     Put(file, "Tarn_View ended by a crash.\n\nTime     ");
-    PutTime(file, time(nullptr));
+    PutTime(file, std::chrono::sys_seconds(std::chrono::seconds(time(nullptr))));
     Put(file, "\nSignal   ");
     Put(file, SignalName(signal));
     Put(file, "\nFile     ");

@@ -1,6 +1,10 @@
 #include "platform/Wastebasket.h"
 
 #include "common/paths.h"
+#include "platform/Descriptors.h"
+#include "platform/PrivateFolders.h"
+
+#include <QByteArray>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -11,9 +15,7 @@
 #include <cerrno>
 #include <climits>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <ctime>
 #include <string_view>
 #include <vector>
@@ -25,23 +27,10 @@ namespace {
 constexpr std::string_view kInfo = ".trashinfo";
 constexpr int kMostTries = 10000;
 
-bool Fail(std::string* error, int code = errno) {
-    if (error) *error = std::strerror(code);
-    return false;
-}
-
 struct Basket {
     std::string folder;
     std::string top; // of the mount; empty for the home's, whose entries are absolute
 };
-
-// The folders for one user alone, one after the other.
-bool MakeFolders(const std::string& path) {
-    for (std::size_t at = path.find('/', 1);; at = path.find('/', at + 1)) {
-        if (::mkdir(path.substr(0, at).c_str(), 0700) != 0 && errno != EEXIST) return false;
-        if (at == std::string::npos) return true;
-    }
-}
 
 std::string HomeBasket() {
     const char* chosen = std::getenv("XDG_DATA_HOME");
@@ -106,25 +95,11 @@ std::vector<Basket> BasketsFor(const std::string& folder) {
     const std::string home = HomeBasket();
     Mount own{};
     Mount theirs{};
-    if (MakeFolders(home) && MountOf(folder, own) && MountOf(home, theirs) && own == theirs)
+    if (MakePrivateFolders(home) && MountOf(folder, own) && MountOf(home, theirs) && own == theirs)
         baskets.push_back({home, {}});
     const std::string top = TopOf(folder);
     for (const std::string& basket : MountBaskets(top)) baskets.push_back({basket, top});
     return baskets;
-}
-
-std::string PercentEncoded(std::string_view path) {
-    constexpr std::string_view kPlain = "/-_.~";
-    std::string text;
-    for (const unsigned char byte : path) {
-        const bool plain = (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') ||
-                           (byte >= 'a' && byte <= 'z') ||
-                           kPlain.find(static_cast<char>(byte)) != std::string_view::npos;
-        std::array<char, 4> code{};
-        if (!plain) std::snprintf(code.data(), code.size(), "%%%02X", byte);
-        text += plain ? std::string(1, static_cast<char>(byte)) : std::string(code.data());
-    }
-    return text;
 }
 
 std::string InfoText(const Basket& basket, const std::string& path) {
@@ -136,7 +111,8 @@ std::string InfoText(const Basket& basket, const std::string& path) {
     ::localtime_r(&now, &local);
     std::array<char, 32> date{};
     std::strftime(date.data(), date.size(), "%Y-%m-%dT%H:%M:%S", &local);
-    return "[Trash Info]\nPath=" + PercentEncoded(place) + "\nDeletionDate=" + date.data() + "\n";
+    const QByteArray encoded = QByteArray::fromStdString(place).toPercentEncoding("/");
+    return "[Trash Info]\nPath=" + encoded.toStdString() + "\nDeletionDate=" + date.data() + "\n";
 }
 
 // "M31.jpg", then "M31.2.jpg"; short enough for the longer name of its entry.
@@ -158,14 +134,11 @@ std::string WriteEntry(const Basket& basket, const std::string& path) {
         struct stat taken {};
         if (::lstat((basket.folder + "/files/" + name).c_str(), &taken) == 0) continue;
         const std::string entry = basket.folder + "/info/" + name + std::string(kInfo);
-        const int file = ::open(entry.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-        if (file < 0 && errno == EEXIST) continue;
-        if (file < 0) return {};
-        errno = EIO; // what a short write is
-        const bool written = ::write(file, text.data(), text.size()) == ssize_t(text.size());
+        const Handle file(::open(entry.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+        if (!file && errno == EEXIST) continue;
+        if (!file) return {};
+        if (WriteAll(file.Number(), text)) return name;
         const int why = errno;
-        ::close(file);
-        if (written) return name;
         ::unlink(entry.c_str());
         errno = why;
         return {};
@@ -175,7 +148,8 @@ std::string WriteEntry(const Basket& basket, const std::string& path) {
 }
 
 bool ThrowInto(const Basket& basket, const std::string& path, std::string* where) {
-    if (!MakeFolders(basket.folder + "/files") || !MakeFolders(basket.folder + "/info"))
+    if (!MakePrivateFolders(basket.folder + "/files") ||
+        !MakePrivateFolders(basket.folder + "/info"))
         return false;
     const std::string name = WriteEntry(basket, path);
     if (name.empty()) return false;

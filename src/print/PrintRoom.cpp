@@ -24,15 +24,10 @@
 #include <QPushButton>
 
 #include <algorithm>
-#include <ctime>
 
 namespace tarn {
 
 namespace {
-
-std::string Now() {
-    return FormatDateText(FromFileTime(std::time(nullptr)));
-}
 
 std::string Stem(const std::string& name) {
     return name.substr(0, name.rfind('.'));
@@ -116,7 +111,7 @@ void PrintRoom::PrintButton_Click() {
     if (!fault.empty()) m.shell.ShowError(fault + " - " + s.FileNameOnly);
     sheet.rows = s.PanelRows;
     sheet.note = s.NoteText;
-    sheet.now = Now();
+    sheet.now = NowText();
     PrintDataSheet(*printer, sheet, Faces());
     Finish(std::move(printer));
 }
@@ -164,7 +159,7 @@ void PrintRoom::PrintSheets(const SheetLayout& layout) {
 bool PrintRoom::RunSheets(Printer& printer, const SheetLayout& layout, std::string& said) {
     m.state.PrintCancelled = false;
     const BatchRun batch(m, m.controls.PrintCancelButton);
-    SheetJob job(m, printer, layout, Faces(), Now());
+    SheetJob job(m, printer, layout, Faces(), NowText());
     const bool done = job.Run(batch);
     said = done ? job.Fault() : "Printing cancelled";
     if (!done) printer.Kill();

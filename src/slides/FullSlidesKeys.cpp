@@ -7,15 +7,12 @@
 
 #include <QPushButton>
 
-#include <algorithm>
-
 namespace tarn {
 
 namespace {
 
 constexpr int kHelpPage = 2;
 constexpr int kQuarter = 90; // degrees
-constexpr int kMostBrightness = 100;
 constexpr int kLastNotesMode = 2;
 
 } // namespace
@@ -77,8 +74,7 @@ void FullSlides::Turn(SlideAction action, int amount) {
 }
 
 void FullSlides::Brighten(int step) {
-    m.display.SetBrightness(
-        std::clamp(m.state.BrightnessValue + step, -kMostBrightness, kMostBrightness));
+    m.display.SetBrightness(m.state.BrightnessValue + step);
     ShowSlide();
 }
 

@@ -1,17 +1,15 @@
 #include "thumbnails/SharedCache.h"
 
 #include "common/paths.h"
+#include "platform/PrivateFolders.h"
 #include "platform/QtText.h"
 
 #include <QByteArray>
 #include <QCryptographicHash>
 #include <QStandardPaths>
 
-#include <cctype>
 #include <cstdio>
-#include <cstring>
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace tarn {
@@ -23,29 +21,11 @@ constexpr int kLarge = 256;
 constexpr char kUri[] = "Thumb::URI";
 constexpr char kTime[] = "Thumb::MTime";
 
-// Only for the user: what is in the pictures is nobody else's business.
-void MakePrivateFolders(const std::string& folder) {
-    const std::string above = FolderOf(folder);
-    if (::access(above.c_str(), F_OK) != 0 && above.size() > 1) MakePrivateFolders(above);
-    ::mkdir(folder.c_str(), 0700);
-}
-
 } // namespace
 
 std::string UriOf(const std::string& path) {
-    constexpr char kPlain[] = "-_.!~*'()/&=+$,:@";
-    std::string uri = "file://";
-    for (const char c : path) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x80 && (std::isalnum(byte) != 0 || std::strchr(kPlain, c) != nullptr)) {
-            uri += c;
-            continue;
-        }
-        char escaped[4];
-        std::snprintf(escaped, sizeof escaped, "%%%02X", byte);
-        uri += escaped;
-    }
-    return uri;
+    const QByteArray bytes = QByteArray::fromStdString(path);
+    return "file://" + bytes.toPercentEncoding("/!*'()&=+$,:@").toStdString();
 }
 
 SharedCache::SharedCache(int side)

@@ -9,6 +9,7 @@
 #include "platform/ProgramFiles.h"
 #include "platform/QtText.h"
 #include "widgets/FileListBox.h"
+#include "widgets/Named.h"
 #include "widgets/PictureBox.h"
 #include "widgets/TextPane.h"
 #include "widgets/webpane/PageBrowser.h"
@@ -30,10 +31,10 @@ namespace tarn {
 
 namespace {
 
-constexpr int kTimerInterval = 500; // milliseconds
-constexpr int kQuick = 300;         // the same, of an answer that nobody waits for
-constexpr char kAlias[] = "VidClip";
-constexpr long kPaneHandle = 2; // Picture2, as a number of our own
+constexpr int kTimerInterval = 500;  // milliseconds
+constexpr int kQuick = 300;          // the same, of an answer that nobody waits for
+constexpr char kPaneHandle[] = "2";  // Picture2, as a number of our own
+constexpr float kRateSeconds = 1000; // in which the player counts the frames of its rate
 
 } // namespace
 
@@ -54,9 +55,7 @@ void VideoRoom::ConnectControls() {
         m.shell.ShowMessage(fault.empty() ? "'" + m.state.FileNameOnly + "' opened in its program"
                                           : "ERROR - " + fault);
     });
-    m_slider = new QSlider(Qt::Horizontal);
-    m_slider->setObjectName(QStringLiteral("VideoSlider"));
-    m_slider->setAccessibleName(QStringLiteral("Frame of the clip"));
+    m_slider = Named(new QSlider(Qt::Horizontal), "VideoSlider", "Frame of the clip");
     m_slider->setFocusPolicy(Qt::NoFocus);
     static_cast<QBoxLayout*>(c.VideoFrame->layout())->addWidget(m_slider, 1);
     connect(m_slider, &QSlider::valueChanged, this,
@@ -74,7 +73,7 @@ void VideoRoom::ConnectControls() {
 }
 
 void VideoRoom::BreakOff() {
-    if (m.state.VideoShown) CloseVideoClip();
+    CloseVideoClip();
 }
 
 Mci& VideoRoom::Player() {
@@ -128,7 +127,6 @@ void VideoRoom::ErrorStep(int code) {
     m_lines[10] = "              download video codec.";
     CloseVideoClip();
     m.controls.VideoFrame->hide();
-    m.state.VideoRunning = false;
 }
 
 void VideoRoom::CloseVideoClip() {
@@ -137,8 +135,7 @@ void VideoRoom::CloseVideoClip() {
         return;
     }
     if (m_mci) m_mci->Send("close VidClip");
-    m.state.VideoOpen = false;
-    m.state.VideoRunning = false;
+    m_open = m_running = false;
     m_timer.stop();
     SetPlayCaption(false);
 }
@@ -178,7 +175,6 @@ void VideoRoom::ShowVideoFile() {
     if (!s.FormLoadDone) s.VideoPending = true;
     if (!s.FormLoadDone || s.SlideViewing) return;
     BeginFile();
-    s.VideoShown = true;
     if (s.FileType == ".LOG")
         ShowText(FileKind::Log);
     else if (s.FileType == ".MP4" && !s.VideoInWindow)
@@ -212,53 +208,67 @@ void VideoRoom::ShowClip() {
     m.controls.Picture2->SetPicture({});
     m.controls.Picture2->SetHint("");
     ShowPicture2(true);
-    if (OpenVideoClip(kAlias, m.state.Filename, kPaneHandle))
-        PlayClip("VidClip to " + std::to_string(kFirstShown));
+    if (OpenVideoClip(m.state.Filename)) PlayClip("VidClip to " + std::to_string(kFirstShown));
     m.shell.FocusPane();
 }
 
-bool VideoRoom::OpenVideoClip(const std::string& alias, const std::string& path, long handle) {
-    ProgramState& s = m.state;
+bool VideoRoom::OpenVideoClip(const std::string& path) {
     CloseVideoClip();
-    const Mci::Reply opened = Send("Open \"" + path + "\" alias " + alias);
-    if (opened.code == Mci::kFileNotFound) {
-        m.shell.ShowError("File not Found - " + s.FileNameOnly);
-        m.controls.VideoFrame->hide();
-        return false;
-    }
-    std::string length;
-    std::string place;
-    std::string rate;
-    if (opened.code != 0) {
-        ErrorStep(opened.code);
-        return false;
-    }
-    if (!SendChecked("status VidClip length", &length)) return false;
-    s.VideoLastFrame = ParseInt32(Trim(GetFirstWord(length))).value_or(1) - 1;
-    if (!SendChecked("Window " + alias + " handle " + std::to_string(handle)) ||
-        !SendChecked("Where " + alias + " destination", &place))
-        return false;
-    TakeSize(place, s);
-    if (!SendChecked("Put " + alias + " destination at 0 0 " + std::to_string(s.VideoWidth) + " " +
-                     std::to_string(s.VideoHeight)) ||
-        !SendChecked("status VidClip record frame rate", &rate))
-        return false;
-    constexpr float kSeconds = 1000; // that the reply counts in
-    s.VideoFrameRate = ParseSingle(Trim(rate)).value_or(0) / kSeconds;
-    const long long bytes = FileBytes();
-    m_lines = ClipLines(path, s, bytes);
-    s.SizeText = std::to_string(s.VideoWidth) + " x " + std::to_string(s.VideoHeight);
-    s.FileSizeText = VideoSizeText(bytes);
-    m.controls.CropLabel->setVisible(s.VideoWidth >= m.controls.Picture2->PixelSize().width());
-    const QSignalBlocker silent(m_slider);
-    m_slider->setRange(0, s.VideoLastFrame);
+    if (!OpenPlayer(path)) return false;
+    const auto numbers = AskForNumbers();
+    if (!numbers) return false;
+    m_clip = *numbers;
+    ShowNumbers(path);
     if (m_sound) Send("setaudio VidClip on");
     return true;
 }
 
+bool VideoRoom::OpenPlayer(const std::string& path) {
+    const Mci::Reply opened = Send("Open \"" + path + "\" alias VidClip");
+    if (opened.code == 0) return true;
+    if (opened.code == Mci::kFileNotFound) {
+        m.shell.ShowError("File not Found - " + m.state.FileNameOnly);
+        m.controls.VideoFrame->hide();
+    } else {
+        ErrorStep(opened.code);
+    }
+    return false;
+}
+
+// None when the player has failed at one of them; that was said.
+std::optional<ClipNumbers> VideoRoom::AskForNumbers() {
+    ClipNumbers clip;
+    std::string length;
+    std::string place;
+    std::string rate;
+    if (!SendChecked("status VidClip length", &length) ||
+        !SendChecked(std::string("Window VidClip handle ") + kPaneHandle) ||
+        !SendChecked("Where VidClip destination", &place))
+        return std::nullopt;
+    TakeSize(place, clip);
+    if (!SendChecked("Put VidClip destination at 0 0 " + std::to_string(clip.width) + " " +
+                     std::to_string(clip.height)) ||
+        !SendChecked("status VidClip record frame rate", &rate))
+        return std::nullopt;
+    clip.lastFrame = ParseInt32(Trim(GetFirstWord(length))).value_or(1) - 1;
+    clip.frameRate = ParseSingle(Trim(rate)).value_or(0) / kRateSeconds;
+    return clip;
+}
+
+void VideoRoom::ShowNumbers(const std::string& path) {
+    ProgramState& s = m.state;
+    const long long bytes = FileBytes();
+    m_lines = ClipLines(path, m_clip, bytes);
+    s.SizeText = std::to_string(m_clip.width) + " x " + std::to_string(m_clip.height);
+    s.FileSizeText = VideoSizeText(bytes);
+    m.controls.CropLabel->setVisible(m_clip.width >= m.controls.Picture2->PixelSize().width());
+    const QSignalBlocker silent(m_slider);
+    m_slider->setRange(0, m_clip.lastFrame);
+}
+
 void VideoRoom::PlayClip(const std::string& alias) {
     if (!SendChecked("Play " + alias)) return;
-    m.state.VideoOpen = true;
+    m_open = true;
     ReadPosition();
     ShowPosition();
 }

@@ -14,6 +14,7 @@
 #include <QTimer>
 
 #include <memory>
+#include <optional>
 
 class QSlider;
 
@@ -37,6 +38,9 @@ public:
     void SaveFrame();
     void CopyFrame();
 
+    bool ClipIsOpen() const { return m_open; }
+    int Position() const { return m_position; }
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -45,7 +49,10 @@ private:
     Mci::Reply Send(const std::string& command);
     bool WaitsOn();
     bool SendChecked(const std::string& command, std::string* reply = nullptr);
-    bool OpenVideoClip(const std::string& alias, const std::string& path, long handle);
+    bool OpenVideoClip(const std::string& path);
+    bool OpenPlayer(const std::string& path);
+    std::optional<ClipNumbers> AskForNumbers();
+    void ShowNumbers(const std::string& path);
     void PlayClip(const std::string& alias);
     void ErrorStep(int code);
     void BeginFile();
@@ -71,7 +78,11 @@ private:
     bool m_closes = false;            // as soon as that has come
     QTimer m_timer;                   // VideoTimer
     QSlider* m_slider = nullptr;
-    bool m_sound = false; // of the clips of this run
+    ClipNumbers m_clip;
+    int m_position = 0;     // the frame shown; the count of frames at the end of play
+    bool m_open = false;    // there is a clip, shown
+    bool m_running = false; // the timer follows the position
+    bool m_sound = false;   // of the clips of this run
     LogFile m_text;
     VideoLines m_lines;
 };

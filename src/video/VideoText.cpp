@@ -35,11 +35,11 @@ std::string GetFirstWord(std::string& text) {
     return word;
 }
 
-void TakeSize(std::string reply, VideoState& video) {
+void TakeSize(std::string reply, ClipNumbers& clip) {
     GetFirstWord(reply);
     GetFirstWord(reply);
-    video.VideoWidth = NumberOf(GetFirstWord(reply));
-    video.VideoHeight = NumberOf(GetFirstWord(reply));
+    clip.width = NumberOf(GetFirstWord(reply));
+    clip.height = NumberOf(GetFirstWord(reply));
 }
 
 std::string DateAndWeekday(const std::string& path) {
@@ -67,24 +67,23 @@ VideoLines SummaryLines(const std::string& path, const std::string& camera, long
     return lines;
 }
 
-std::string PlayingTime(const VideoState& video) {
-    const double time =
-        video.VideoFrameRate > 0 ? video.VideoLastFrame / double(video.VideoFrameRate) : 0;
+std::string PlayingTime(const ClipNumbers& clip) {
+    const double time = clip.frameRate > 0 ? clip.lastFrame / double(clip.frameRate) : 0;
     return time < kMinute ? FormatFixed(time, 1) + " seconds"
                           : FormatFixed(time / kMinute, 1) + " minutes";
 }
 
-VideoLines ClipLines(const std::string& path, const VideoState& video, long long bytes) {
+VideoLines ClipLines(const std::string& path, const ClipNumbers& clip, long long bytes) {
     VideoLines lines;
     lines[0] = "   File name: " + LastPart(path);
     lines[1] = "        Date: " + DateAndWeekday(path);
-    if (video.VideoWidth > 0)
-        lines[2] = "  Dimensions: " + std::to_string(video.VideoWidth) + " x " +
-                   std::to_string(video.VideoHeight);
-    lines[4] = "  Frame rate: " + FormatFixed(double(video.VideoFrameRate), 1) + " fps";
-    lines[5] = "      Frames: " + std::to_string(video.VideoLastFrame + 1);
+    if (clip.width > 0)
+        lines[2] =
+            "  Dimensions: " + std::to_string(clip.width) + " x " + std::to_string(clip.height);
+    lines[4] = "  Frame rate: " + FormatFixed(double(clip.frameRate), 1) + " fps";
+    lines[5] = "      Frames: " + std::to_string(clip.lastFrame + 1);
     lines[6] = "        Size: " + VideoSizeText(bytes);
-    lines[7] = "Playing time: " + PlayingTime(video);
+    lines[7] = "Playing time: " + PlayingTime(clip);
     lines[12] = "     Picture: Video";
     return lines;
 }

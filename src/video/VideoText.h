@@ -1,12 +1,18 @@
 // What the panel says of clips, logs and pages, and the player's replies taken apart. No toolkit.
 #pragma once
 
-#include "desk/state/VideoState.h"
-
 #include <array>
 #include <string>
 
 namespace tarn {
+
+// The clip in the window, as the player tells of it. Frames count from 0.
+struct ClipNumbers {
+    int lastFrame = 0;
+    int width = 0; // pixels
+    int height = 0;
+    float frameRate = 0; // frames a second
+};
 
 using VideoLines = std::array<std::string, 13>; // of the panel; empty ones are left out
 
@@ -15,7 +21,7 @@ using VideoLines = std::array<std::string, 13>; // of the panel; empty ones are 
 std::string GetFirstWord(std::string& text);
 
 // Width and height of "0 0 WIDTH HEIGHT"; 0 for what is no number.
-void TakeSize(std::string reply, VideoState& video);
+void TakeSize(std::string reply, ClipNumbers& clip);
 
 // "07/01/2008 5:27:03 PM  Tuesday" of a file's last change; empty when it is not there.
 std::string DateAndWeekday(const std::string& path);
@@ -27,9 +33,9 @@ VideoLines TextLines(const std::string& path);
 VideoLines SummaryLines(const std::string& path, const std::string& camera, long long bytes);
 
 // A clip in the window.
-VideoLines ClipLines(const std::string& path, const VideoState& video, long long bytes);
+VideoLines ClipLines(const std::string& path, const ClipNumbers& clip, long long bytes);
 
 // "65 seconds" is "1.1 minutes".
-std::string PlayingTime(const VideoState& video);
+std::string PlayingTime(const ClipNumbers& clip);
 
 } // namespace tarn

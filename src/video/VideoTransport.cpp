@@ -36,23 +36,22 @@ bool VideoRoom::ReadPosition() {
     const Mci::Reply reply = Send("status VidClip position");
     const auto position = ParseInt32(Trim(reply.text));
     if (reply.code != 0 || !position) return false;
-    m.state.VideoPosition = *position < 0 ? 1 : *position;
+    m_position = *position < 0 ? 1 : *position;
     return true;
 }
 
 void VideoRoom::ShowPosition() {
-    const ProgramState& s = m.state;
-    const bool ended = s.VideoPosition > s.VideoLastFrame;
-    m.shell.ShowMessage("Video frame " + std::to_string(s.VideoPosition) + (ended ? " end" : ""));
+    const bool ended = m_position > m_clip.lastFrame;
+    m.shell.ShowMessage("Video frame " + std::to_string(m_position) + (ended ? " end" : ""));
     const QSignalBlocker silent(m_slider);
-    if (!m_slider->isSliderDown()) m_slider->setValue(std::min(s.VideoPosition, s.VideoLastFrame));
+    if (!m_slider->isSliderDown()) m_slider->setValue(std::min(m_position, m_clip.lastFrame));
     if (ended) SetPlayCaption(false);
 }
 
 void VideoRoom::Seek(const std::string& target) {
-    if (!m.state.VideoOpen || !SendChecked("seek VidClip to " + target)) return;
+    if (!m_open || !SendChecked("seek VidClip to " + target)) return;
     SetPlayCaption(false);
-    m.state.VideoRunning = true;
+    m_running = true;
     m_timer.start();
     ReadPosition();
     ShowPosition();
@@ -60,21 +59,20 @@ void VideoRoom::Seek(const std::string& target) {
 
 void VideoRoom::Play() {
     SetPlayCaption(true);
-    if (m.state.VideoPosition > m.state.VideoLastFrame) {
+    if (m_position > m_clip.lastFrame) {
         VideoButton_Click(First);
-        if (!m.state.VideoOpen) return; // it was said why
+        if (!m_open) return; // it was said why
         SetPlayCaption(true);
     }
     PlayClip("VidClip");
-    if (!m.state.VideoOpen) return;
-    m.state.VideoRunning = true;
+    if (!m_open) return;
+    m_running = true;
     m_timer.start();
 }
 
 void VideoRoom::VideoButton_Click(int index) {
-    ProgramState& s = m.state;
-    if (!s.VideoOpen) { // closed for a command on its file that came to nothing
-        if (s.VideoImage()) ShowVideoFile();
+    if (!m_open) { // closed for a command on its file that came to nothing
+        if (m.state.VideoImage()) ShowVideoFile();
         return;
     }
     switch (index) {
@@ -82,7 +80,7 @@ void VideoRoom::VideoButton_Click(int index) {
         Seek("start");
         break;
     case StepBack:
-        Seek(std::to_string(std::max(0, s.VideoPosition - 1)));
+        Seek(std::to_string(std::max(0, m_position - 1)));
         break;
     case PlayOrPause:
         if (m.controls.VideoButton[PlayOrPause]->text() == QLatin1String("Pause")) {
@@ -97,10 +95,10 @@ void VideoRoom::VideoButton_Click(int index) {
         SetPlayCaption(false);
         SendChecked("stop VidClip");
         ReadPosition();
-        s.VideoRunning = false;
+        m_running = false;
         break;
     case StepOn:
-        Seek(std::to_string(s.VideoPosition + 1));
+        Seek(std::to_string(m_position + 1));
         break;
     case Last:
         Seek("end");
@@ -111,8 +109,7 @@ void VideoRoom::VideoButton_Click(int index) {
 }
 
 void VideoRoom::VideoTimer_Timer() {
-    ProgramState& s = m.state;
-    if (!s.VideoRunning) {
+    if (!m_running) {
         m_timer.stop();
         m.shell.ShowMessage("");
         m.controls.Picture2->setCursor(Qt::ArrowCursor);
@@ -133,7 +130,7 @@ void VideoRoom::CopyFrame() {
     const QImage frame = m.controls.Picture2->Picture();
     if (frame.isNull()) return;
     m.clipboard.SetPicture(frame);
-    m.shell.ShowMessage("Copied frame " + std::to_string(m.state.VideoPosition));
+    m.shell.ShowMessage("Copied frame " + std::to_string(m_position));
 }
 
 void VideoRoom::SaveFrame() {
@@ -141,8 +138,8 @@ void VideoRoom::SaveFrame() {
     const QImage frame = m.controls.Picture2->Picture();
     const ProgramState& s = m.state;
     if (frame.isNull()) return;
-    const std::string proposed = s.Filename.substr(0, s.Filename.rfind('.')) + "_" +
-                                 std::to_string(s.VideoPosition) + ".png";
+    const std::string proposed =
+        s.Filename.substr(0, s.Filename.rfind('.')) + "_" + std::to_string(m_position) + ".png";
     const std::string path =
         m.dialogs.SaveFile("Save frame", proposed, "Pictures (*.png *.jpg *.tif *.bmp)");
     if (path.empty()) return;
@@ -157,8 +154,7 @@ void VideoRoom::SaveFrame() {
 }
 
 bool VideoRoom::eventFilter(QObject*, QEvent* event) {
-    const ProgramState& s = m.state;
-    if (!s.VideoOpen || s.BatchRuns) return false;
+    if (!m_open || m.state.BatchRuns) return false;
     if (event->type() == QEvent::Wheel) {
         const int turned = static_cast<QWheelEvent*>(event)->angleDelta().y();
         if (turned != 0) VideoButton_Click(turned > 0 ? StepBack : StepOn);

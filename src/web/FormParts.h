@@ -1,28 +1,14 @@
 // What both forms make their rows of.
 #pragma once
 
+#include "widgets/Named.h"
+
 #include <QBoxLayout>
 #include <QGroupBox>
 #include <QLabel>
-#include <QPushButton>
 #include <QSlider>
 
 namespace tarn {
-
-// Gives a control its name, and what a screen reader calls it where it has no text of its own.
-template <class Widget>
-Widget* Named(Widget* widget, const char* name, const char* spoken = "", const char* tip = "") {
-    widget->setObjectName(QString::fromLatin1(name));
-    if (*spoken) widget->setAccessibleName(QString::fromLatin1(spoken));
-    if (*tip) widget->setToolTip(QString::fromLatin1(tip));
-    return widget;
-}
-
-inline QPushButton* MakeButton(const char* name, const char* caption, const char* tip = "") {
-    auto* button = Named(new QPushButton(QString::fromLatin1(caption)), name, "", tip);
-    button->setAutoDefault(false);
-    return button;
-}
 
 // A row of widgets with room behind it.
 inline QHBoxLayout* Row(std::initializer_list<QWidget*> widgets) {

@@ -55,11 +55,11 @@ void frmHtmlLayout::ShowForm() {
 }
 
 void frmHtmlLayout::MakeTop(QVBoxLayout& all) {
-    auto* create = MakeButton("CreateButton_1", "Create/Open");
-    auto* append = MakeButton("CreateButton_2", "Append");
-    m_view = MakeButton("ViewHtmlFile", "View");
-    m_edit = MakeButton("EditHtmlFile", "Edit");
-    auto* quit = MakeButton("QuitButton", "Close");
+    auto* create = NamedButton("CreateButton_1", "Create/Open");
+    auto* append = NamedButton("CreateButton_2", "Append");
+    m_view = NamedButton("ViewHtmlFile", "View");
+    m_edit = NamedButton("EditHtmlFile", "Edit");
+    auto* quit = NamedButton("QuitButton", "Close");
     all.addLayout(Row({create, append, m_view, m_edit, quit}));
     m_appendOption =
         Named(new QCheckBox(QStringLiteral("Use saved settings in html file if found")),
@@ -75,16 +75,16 @@ void frmHtmlLayout::MakeTop(QVBoxLayout& all) {
 
 void frmHtmlLayout::MakeAddFrame() {
     auto* rows = MakeFrame(m_frameAdd, "FrameAdd", "Add pictures");
-    auto* add = MakeButton("HtmlAddButton", "Add");
-    auto* all = MakeButton("HtmlAddAllButton", "Add All", "Add all files in folder");
+    auto* add = NamedButton("HtmlAddButton", "Add");
+    auto* all = NamedButton("HtmlAddAllButton", "Add All", "Add all files in folder");
     auto* reverse =
-        MakeButton("HtmlAddAllRevButton", "Reverse", "Add all files in folder, reverse order");
-    auto* previous = MakeButton("HtmlPrevButton", "Prev.");
-    auto* next = MakeButton("HtmlNextButton", "Next");
-    m_cancel = MakeButton("HtmlCancelButton", "Cancel", "Stop adding");
+        NamedButton("HtmlAddAllRevButton", "Reverse", "Add all files in folder, reverse order");
+    auto* previous = NamedButton("HtmlPrevButton", "Prev.");
+    auto* next = NamedButton("HtmlNextButton", "Next");
+    m_cancel = NamedButton("HtmlCancelButton", "Cancel", "Stop adding");
     m_cancel->hide();
     rows->addLayout(Row({add, previous, next, all, reverse, m_cancel}));
-    m_link = MakeButton("HtmlLink", "Link", "Set current image as link image");
+    m_link = NamedButton("HtmlLink", "Link", "Set current image as link image");
     m_lastLink = Named(new QLabel(), "HtmlLastLinkFile");
     m_lastFile = Named(new QLabel(), "HtmlLastFile");
     m_advance = Named(new QCheckBox(QStringLiteral("Add Auto Advance")), "HtmlAddAutoAdvance");
@@ -105,10 +105,10 @@ void frmHtmlLayout::MakeAddFrame() {
 }
 
 void frmHtmlLayout::MakeBottom(QVBoxLayout& all) {
-    m_ok = MakeButton("CommandOk", "Write Header / Enable Add");
-    m_close = MakeButton("HtmlCloseButton", "Close Html");
-    m_closeView = MakeButton("HtmlCloseViewButton", "Close && View",
-                             "Close html file then view in default web browser");
+    m_ok = NamedButton("CommandOk", "Write Header / Enable Add");
+    m_close = NamedButton("HtmlCloseButton", "Close Html");
+    m_closeView = NamedButton("HtmlCloseViewButton", "Close && View",
+                              "Close html file then view in default web browser");
     all.addLayout(Row({m_ok, m_close, m_closeView}));
     m_error = Named(new QLabel(), "LabelError");
     m_error->setWordWrap(true);

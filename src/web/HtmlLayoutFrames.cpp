@@ -182,7 +182,7 @@ void frmHtmlLayout::MakeTextFrame() {
     auto* email = Named(new QLineEdit(), "Email", "Email address on the page, blank for none");
     m_home = Named(new QLineEdit(), "HomeText", "Link of the home button");
     auto* homeName = Named(new QLineEdit(), "HomeNameText", "Label of the home button");
-    auto* lookup = Named(MakeButton("CommandHomePage", "Web page"), "CommandHomePage", "",
+    auto* lookup = Named(NamedButton("CommandHomePage", "Web page"), "CommandHomePage", "",
                          "Web page and name for a link");
     auto* grid = new QGridLayout();
     grid->addWidget(Caption("&Title", title), 0, 0);
@@ -219,11 +219,11 @@ void frmHtmlLayout::MakeLookFrame() {
         m_colors[std::size_t(i)] = box;
     }
     rows->addLayout(colors);
-    auto* defaults = MakeButton("ColorsDefaultsButton2", "Default colors");
+    auto* defaults = NamedButton("ColorsDefaultsButton2", "Default colors");
     connect(defaults, &QPushButton::clicked, this, [this] { DefaultColors(); });
-    auto* font = MakeButton("FontButton", "Font...", "Set font name ans size, style is ignored.");
+    auto* font = NamedButton("FontButton", "Font...", "Set font name ans size, style is ignored.");
     auto* defaultFont =
-        MakeButton("FontDefaultButton", "Default font", "Set font to default Verdana");
+        NamedButton("FontDefaultButton", "Default font", "Set font to default Verdana");
     m_font = Named(new QLabel(), "FontLabel");
     m_fontSize = Named(new QLabel(), "FsizeLabel");
     rows->addLayout(Row({defaults, font, defaultFont}));

@@ -101,8 +101,8 @@ QWidget* frmHtmlThumb::MakeThumbnails() {
         m.controls.ThumbSizeButton[std::size_t(index) + 1]->trigger();
         Form_Activate();
     });
-    auto* create = MakeButton("GenThumbButton", "Create", "Make all thumbnails anew");
-    auto* update = MakeButton("UpdateThumbButton", "Update", "Make those that are missing");
+    auto* create = NamedButton("GenThumbButton", "Create", "Make all thumbnails anew");
+    auto* update = NamedButton("UpdateThumbButton", "Update", "Make those that are missing");
     connect(create, &QPushButton::clicked, this, [this] { GenThumbButton_Click(false); });
     connect(update, &QPushButton::clicked, this, [this] { GenThumbButton_Click(true); });
     m_commands.insert(m_commands.end(), {create, update});
@@ -292,7 +292,7 @@ QWidget* frmHtmlThumb::MakeLook() {
         });
     }
     rows->addLayout(colors);
-    auto* font = MakeButton("FontButton", "Font...");
+    auto* font = NamedButton("FontButton", "Font...");
     auto* name = Named(new QLabel(), "FontLabel");
     auto* size = Named(new QLabel(), "FsizeLabel");
     rows->addLayout(Row({font, name, size}));
@@ -321,15 +321,15 @@ QWidget* frmHtmlThumb::MakeLook() {
 QWidget* frmHtmlThumb::MakeRun() {
     QWidget* frame = nullptr;
     auto* rows = MakeFrame(frame, "FrameRun", "Gallery");
-    auto* plain = MakeButton("HtmlThumbnailButton", "Create Html");
-    auto* frames = MakeButton("HtmlFramesThumbnailButton", "Create Html in frames");
-    m_view = MakeButton("HtmlViewButton", "View");
-    m_cancel = MakeButton("HtmlCancelButton", "Cancel");
+    auto* plain = NamedButton("HtmlThumbnailButton", "Create Html");
+    auto* frames = NamedButton("HtmlFramesThumbnailButton", "Create Html in frames");
+    m_view = NamedButton("HtmlViewButton", "View");
+    m_cancel = NamedButton("HtmlCancelButton", "Cancel");
     QSizePolicy kept = m_cancel->sizePolicy();
     kept.setRetainSizeWhenHidden(true);
     m_cancel->setSizePolicy(kept);
     m_cancel->hide();
-    auto* quit = MakeButton("QuitButton", "Close");
+    auto* quit = NamedButton("QuitButton", "Close");
     for (QPushButton* button : {plain, frames, m_view, m_cancel, quit}) rows->addWidget(button);
     m_info = Named(new QLabel(), "LabelInfo");
     m_error = Named(new QLabel(), "LabelError");

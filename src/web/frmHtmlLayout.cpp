@@ -24,18 +24,9 @@
 
 #include <cerrno>
 #include <cstring>
-#include <ctime>
 #include <utility>
 
 namespace tarn {
-
-namespace {
-
-std::string Now() {
-    return FormatDateText(FromFileTime(std::time(nullptr)));
-}
-
-} // namespace
 
 std::string frmHtmlLayout::AskForPage(const char* title) {
     const std::string& folder = m.controls.FileListBox->Path();
@@ -70,7 +61,7 @@ void frmHtmlLayout::AppendButton_Click() {
     if (path.empty()) return;
     ReadSavedSettings(path);
     Choose(path);
-    if (!m_page.Append(Now())) {
+    if (!m_page.Append(NowText())) {
         Failed();
         return;
     }
@@ -102,7 +93,7 @@ void frmHtmlLayout::KeepChecks() {
 
 void frmHtmlLayout::CommandOk_Click() {
     m_fields.Store(m.state);
-    if (!m_page.Begin(m.state, Now(), ProgramFile(kZoomScript))) {
+    if (!m_page.Begin(m.state, NowText(), ProgramFile(kZoomScript))) {
         Failed();
         return;
     }

@@ -23,7 +23,6 @@
 #include <QRadioButton>
 
 #include <algorithm>
-#include <ctime>
 
 namespace tarn {
 
@@ -128,7 +127,7 @@ GalleryPlan frmHtmlThumb::Plan(bool frames) const {
     plan.subFolder = s.ThumbSubFolder;
     plan.thumbnailSize = s.ThumbSize;
     plan.version = s.Version;
-    plan.now = FormatDateText(FromFileTime(std::time(nullptr)));
+    plan.now = NowText();
     plan.script = ProgramFile(kZoomScript);
     plan.items = Items();
     return plan;

@@ -81,14 +81,14 @@ TEST(RenameFiles, AClipThatIsOpenIsClosedAndShownAgain) {
     d.settings->Write("video_in_window", "True");
     d.Start();
     d.GoTo("sun.ser");
-    ASSERT_TRUE(d.s.VideoOpen);
+    ASSERT_TRUE(d.house.video.ClipIsOpen());
     d.Open();
-    EXPECT_FALSE(d.s.VideoOpen);
+    EXPECT_FALSE(d.house.video.ClipIsOpen());
     d.Get<QCheckBox>("CheckShowAll").setChecked(true);
     d.RenameAll("sun", "moon");
     d.Up("frmRenameFiles")->close();
     EXPECT_EQ(d.Current(), "moon.ser");
-    EXPECT_TRUE(d.s.VideoOpen);
+    EXPECT_TRUE(d.house.video.ClipIsOpen());
     EXPECT_EQ(NumberOf(d.c.Picture2->Picture()), 4);
     EXPECT_EQ(d.c.NotesBox->toPlainText(), "of the clip");
 }

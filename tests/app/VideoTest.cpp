@@ -69,13 +69,14 @@ TEST(Video, EveryButtonShowsTheFrameThatIsTold) {
     QTest::qWait(300);
     d.Press(3);
     EXPECT_EQ(d.c.VideoButton[3]->text(), "Play");
-    EXPECT_LT(d.s.VideoPosition, kFrames);
-    EXPECT_EQ(NumberOf(d.c.Picture2->Picture()), d.s.VideoPosition);
+    EXPECT_LT(d.house.video.Position(), kFrames);
+    EXPECT_EQ(NumberOf(d.c.Picture2->Picture()), d.house.video.Position());
     d.Press(4);
-    EXPECT_FALSE(d.s.VideoRunning);
+    d.house.video.VideoTimer_Timer();
+    EXPECT_EQ(d.Said(), ""); // it is followed no longer
 
     d.GoTo("a.jpg");
-    EXPECT_FALSE(d.s.VideoOpen);
+    EXPECT_FALSE(d.house.video.ClipIsOpen());
     EXPECT_FALSE(d.c.VideoFrame->isVisible());
     EXPECT_EQ(d.Current(), "a.jpg");
 }
@@ -90,8 +91,8 @@ TEST(Video, NothingOfTheFileBeforeStandsUnderAnotherName) {
         EXPECT_EQ(d.Error(), std::string("No such file or directory - ") + before);
         EXPECT_EQ(d.s.Kind, FileKind::Picture) << before;
         EXPECT_TRUE(d.c.Picture1->Picture().isNull() && d.c.VideoFrame->isHidden());
-        EXPECT_FALSE(d.s.VideoOpen || d.s.VideoImage() || d.s.WebImage() || d.s.ImageLoaded)
-            << before;
+        EXPECT_FALSE(d.house.video.ClipIsOpen()) << before;
+        EXPECT_FALSE(d.s.VideoImage() || d.s.WebImage() || d.s.ImageLoaded) << before;
         EXPECT_EQ(d.Panel() + d.Said() + d.s.ExpMegapixels + d.s.FileDate, "") << before;
         EXPECT_TRUE(d.s.PanelRows.empty());
         EXPECT_EQ(d.s.FileType, ".JPG");
@@ -103,7 +104,8 @@ TEST(Video, NothingOfTheFileBeforeStandsUnderAnotherName) {
     TestFolder empty;
     d.c.FolderTreeview1->SetSelectedPath(empty.Path());
     EXPECT_EQ(d.s.Kind, FileKind::Clip);
-    EXPECT_TRUE(d.c.VideoFrame->isVisible() && d.s.VideoOpen);
+    EXPECT_TRUE(d.c.VideoFrame->isVisible());
+    EXPECT_TRUE(d.house.video.ClipIsOpen());
     EXPECT_EQ(d.Panel(), panel);
     EXPECT_EQ(d.s.FileNameOnly, "v.avi");
 }
@@ -213,12 +215,12 @@ TEST(Video, AnOpenClipIsRenamedAndGoesAway) {
     d.files.onChange = [](const std::string&, const std::string&) { return "refused"; };
     d.c.NotesBox->setPlainText(QStringLiteral("unsaved"));
     d.Rename("x.avi");
-    EXPECT_TRUE(d.s.VideoOpen);
+    EXPECT_TRUE(d.house.video.ClipIsOpen());
     d.c.NotesBox->clear();
     // A command that comes to nothing has closed the clip: any button opens it again.
     d.Rename("x.avi");
     d.files.onChange = {};
-    EXPECT_FALSE(d.s.VideoOpen);
+    EXPECT_FALSE(d.house.video.ClipIsOpen());
     d.Press(5);
     EXPECT_EQ(d.Frame(), "4|Video frame 4");
     d.c.VideoFrame->findChild<QSlider*>()->setValue(20);

@@ -29,8 +29,7 @@ protected:
 
 TEST_F(Damage, PicturesCutOffAtEveryByte) {
     for (const std::string& whole : {CanonPicture(), NikonPicture()}) {
-        PictureInfoReader fresh;
-        reader_ = fresh;
+        reader_ = PictureInfoReader();
         for (std::size_t size = 0; size < whole.size(); ++size) {
             ReadBothWays(whole.substr(0, size));
             EXPECT_EQ(info_.ExifFound, size >= 10);

@@ -31,7 +31,8 @@ public:
     }
     CanonMakerNote Read(std::string_view camera) const {
         CanonMakerNote note;
-        note.Read(PictureDataBuffer{bytes_}, 0, camera);
+        ExifTag tag; // its data stand at buffer index 0
+        note.Read({PictureDataBuffer{bytes_}, ByteOrder::Intel, camera, false, tag});
         return note;
     }
 
@@ -43,7 +44,7 @@ private:
 constexpr const char* kRebel = "Canon EOS DIGITAL REBEL XT";
 constexpr const char* kOther = "Canon EOS 20D";
 
-class MakerNotes : public Reading {
+class NoteReading : public Reading {
 protected:
     static std::string Nikon(Endian endian, const NikonNote& note, unsigned flash = 0) {
         ExifBuilder exif(endian);
@@ -89,14 +90,14 @@ TEST(CanonNote, ValuesWithoutANameAreEmpty) {
     CanonBytes bytes;
     bytes.Word(24, 3).Word(28, 32767).Word(4, 9).Word(38, 6).Word(10, 7).Word(46, 0xFFFF);
     const CanonMakerNote note = bytes.Read(kOther);
-    EXPECT_EQ(note.CanonContrast + note.CanonSharpness + note.CanonQuality + note.CanonMode +
-                  note.CanonFocus + note.CanonLens,
-              "");
-    EXPECT_EQ(note.CanonLine1, "Quality>          Sharpening> ");
+    for (const std::string& text : {note.CanonContrast, note.CanonSharpness, note.CanonQuality,
+                                    note.CanonMode, note.CanonFocus, note.CanonLens})
+        EXPECT_EQ(text, "");
+    EXPECT_EQ(note.CanonLines[0], "Quality>          Sharpening> ");
 }
 
 TEST(CanonNote, WhiteBalanceHasALineOfItsOwn) {
-    EXPECT_EQ(CanonBytes(2).Word(28, 4).Read(kOther).CanonLine4,
+    EXPECT_EQ(CanonBytes(2).Word(28, 4).Read(kOther).CanonLines[3],
               std::string(21, ' ') + "WB> Flourescent");
 }
 
@@ -109,13 +110,13 @@ TEST(CanonNote, RebelKeepsSettingsElsewhere) {
     EXPECT_EQ(note.CanonSaturation, "B/W");
     EXPECT_EQ(note.CanonLens,
               std::string("EF-S18-55mm\0\0 x  \0\0", 19)); // the zeros stop the trim
-    EXPECT_EQ(note.CanonLine1, "Quality> Fine              WB> ");
-    EXPECT_EQ(note.CanonLine2, "  Focus> One Shot    Contrast> -1");
-    EXPECT_EQ(note.CanonLine3, "  Flash> OFF       Saturation> B/W");
-    EXPECT_EQ(note.CanonLine4, "  Style> Faitful          ");
+    EXPECT_EQ(note.CanonLines[0], "Quality> Fine              WB> ");
+    EXPECT_EQ(note.CanonLines[1], "  Focus> One Shot    Contrast> -1");
+    EXPECT_EQ(note.CanonLines[2], "  Flash> OFF       Saturation> B/W");
+    EXPECT_EQ(note.CanonLines[3], "  Style> Faitful          ");
 }
 
-TEST_F(MakerNotes, CanonDataOutOfReachRepeatThePictureBefore) {
+TEST_F(NoteReading, CanonDataOutOfReachRepeatThePictureBefore) {
     Read(CanonPicture());
     ExifBuilder exif(Endian::Little);
     exif.Ascii(272, "Canon EOS 20D").Rational(33434, 1, 9).Entry(37500, 7, 100, 25000);
@@ -131,7 +132,7 @@ TEST_F(MakerNotes, CanonDataOutOfReachRepeatThePictureBefore) {
     EXPECT_EQ(Line(7), "        Lens: 17-85mm");
 }
 
-TEST_F(MakerNotes, NikonLensTexts) {
+TEST_F(NoteReading, NikonLensTexts) {
     const auto lens = [&](const std::vector<std::uint32_t>& numbers, Endian endian = Endian::Big) {
         Read(Nikon(endian, Lens(numbers)));
         return Line(7);
@@ -146,7 +147,7 @@ TEST_F(MakerNotes, NikonLensTexts) {
     EXPECT_EQ(lens({0x80000000U, 1, 80, 1, 1, 1, 1, 1}), "        Lens: 18-80mm f/1-1");
 }
 
-TEST_F(MakerNotes, NikonFlashTextOnlyWhenItFired) {
+TEST_F(NoteReading, NikonFlashTextOnlyWhenItFired) {
     const NikonNote note = NikonNote().Text(8, "NORMAL  ");
     Read(Nikon(Endian::Big, note, 1));
     EXPECT_EQ(Line(10), "                Flash> NORMAL   ");
@@ -154,7 +155,7 @@ TEST_F(MakerNotes, NikonFlashTextOnlyWhenItFired) {
     EXPECT_EQ(Line(10), "                Flash> OFF      ");
 }
 
-TEST_F(MakerNotes, NikonTextsStayFromPictureToPicture) {
+TEST_F(NoteReading, NikonTextsStayFromPictureToPicture) {
     Read(NikonPicture());
     Read(Nikon(Endian::Big, NikonNote().Value(2, 1600)));
     EXPECT_EQ(info_.ExpSpeed, "1600 ISO");
@@ -163,19 +164,19 @@ TEST_F(MakerNotes, NikonTextsStayFromPictureToPicture) {
     EXPECT_EQ(info_.ExpFocus, "AF-S");
 }
 
-TEST_F(MakerNotes, NikonTagThatDoesNotFitActsAsTheOneBefore) {
+TEST_F(NoteReading, NikonTagThatDoesNotFitActsAsTheOneBefore) {
     Read(Nikon(Endian::Big, NikonNote().Value(2, 200).Value(0x8002, 800)));
     EXPECT_EQ(info_.ExpSpeed, "800 ISO");
 }
 
-TEST_F(MakerNotes, ThirtyOneNikonEntriesAreLookedAt) {
+TEST_F(NoteReading, ThirtyOneNikonEntriesAreLookedAt) {
     NikonNote note;
     for (int i = 0; i < 30; ++i) note.Value(999, 0);
     Read(Nikon(Endian::Big, note.Value(2, 100).Value(2, 800)));
     EXPECT_EQ(info_.ExpSpeed, "100 ISO");
 }
 
-TEST_F(MakerNotes, DatePassReadsTheNoteOfTheCameraBefore) {
+TEST_F(NoteReading, DatePassReadsTheNoteOfTheCameraBefore) {
     Read(NikonPicture());
     ReadDate(Nikon(Endian::Big, NikonNote().Text(4, "RAW")));
     ExifBuilder exif(Endian::Big);

@@ -56,7 +56,8 @@ TEST(VideoRoom, TellsWhatThePlayerAnswers) {
     EXPECT_TRUE(d.Has("message Video frame 4"));
     EXPECT_TRUE(d.controls.CropLabel->isHidden());
     d.replies["status VidClip position"] = {0, "30"};
-    d.state.VideoRunning = true;
+    d.room.VideoButton_Click(5);
+    d.calls.clear();
     d.room.VideoTimer_Timer();
     EXPECT_EQ(d.calls.back(), "message Video frame 30 end");
     d.replies["Where"] = {0, "0 0 200 48"};

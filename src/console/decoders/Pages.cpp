@@ -14,14 +14,13 @@
 #include "web/SavedValues.h"
 
 #include <algorithm>
-#include <ctime>
 
 namespace tarn {
 
 namespace {
 
 std::string NowOf(const PageRequest& request) {
-    return request.now.empty() ? FormatDateText(FromFileTime(std::time(nullptr))) : request.now;
+    return request.now.empty() ? NowText() : request.now;
 }
 
 // The first lines of a box are the title, the page and an empty line: the error is its last line.

@@ -20,7 +20,6 @@
 #include "widgets/printing/PageSizes.h"
 
 #include <algorithm>
-#include <ctime>
 
 namespace tarn {
 
@@ -35,8 +34,7 @@ public:
         : m_request(request), m_printer(MakePdfPrinter(*m_files, ChoiceOf(request))),
           m_notes(*m_files) {
         if (!request.notes.empty()) m_notes.index.SetFolder(request.notes);
-        m_now =
-            request.now.empty() ? FormatDateText(FromFileTime(std::time(nullptr))) : request.now;
+        m_now = request.now.empty() ? NowText() : request.now;
     }
 
     SheetResult Write() {

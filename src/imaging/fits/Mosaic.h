@@ -1,25 +1,17 @@
-// From stored samples to rows of values: means over squares of pixels, colours out of the mosaic
-// under the filter of a colour camera, and the first row on top.
+// From stored samples to rows of values: means over squares of pixels, and the first row on top.
 #pragma once
 
+#include "common/demosaic.h"
 #include "imaging/fits/FitsFile.h"
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <vector>
 
 namespace tarn {
-
-inline bool IsValue(std::uint16_t) {
-    return true;
-}
-inline bool IsValue(float sample) {
-    return std::isfinite(sample);
-}
 
 // The rows of one plane of samples as they stand on the screen.
 template <typename Sample> class StoredRows {
@@ -126,27 +118,6 @@ template <typename Sample> void CopyRow(const StoredRows<Sample>& rows, int row,
     const int count = rows.Count(row);
     std::copy(rows.Row(row), rows.Row(row) + count, to);
     std::fill(to + count, to + rows.Width(), std::numeric_limits<float>::quiet_NaN());
-}
-
-// A mosaic at full size: what a pixel lacks is the mean of its neighbours that have it.
-template <typename Sample>
-void DemosaicRow(const StoredRows<Sample>& rows, int row, const std::array<float*, 3>& to) {
-    for (int x = 0; x < rows.Width(); ++x) {
-        std::array<float, 3> sums{};
-        std::array<float, 3> counts{};
-        for (int y = std::max(0, row - 1); y <= std::min(rows.Height() - 1, row + 1); ++y)
-            for (int at = std::max(0, x - 1); at < std::min(rows.Count(y), x + 2); ++at) {
-                const Sample sample = rows.Row(y)[at];
-                if (!IsValue(sample)) continue;
-                const auto colour = std::size_t(rows.Colour(y, at));
-                sums[colour] += float(sample);
-                counts[colour] += 1;
-            }
-        for (std::size_t colour = 0; colour < to.size(); ++colour)
-            to[colour][x] = sums[colour] / counts[colour];
-        if (x < rows.Count(row) && IsValue(rows.Row(row)[x]))
-            to[std::size_t(rows.Colour(row, x))][x] = float(rows.Row(row)[x]);
-    }
 }
 
 } // namespace tarn
