@@ -138,7 +138,7 @@ void FrmPic::Form_KeyUp(int keycode) {
         close();
         break;
     case 'Y':
-        StayHere([this] { m.copies.CopyImage(); });
+        StayHere([this] { m.shell.Tell(m.copies.CopyImage()); });
         break;
     case keys::kF1:
         m.shell.ShowHelpPage(kHelpSize);

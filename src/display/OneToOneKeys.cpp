@@ -71,7 +71,7 @@ void frmOnetoOne::Form_KeyUp(int keycode) {
         Step(true);
         break;
     case keys::kDelete:
-        StayHere([this] { m.fileops.DeleteButton_Click(); });
+        StayHere([this] { m.shell.Tell(m.fileops.DeleteButton_Click()); });
         break;
     default:
         m_picture3->setVisible(m_picture3->isHidden());
@@ -101,14 +101,17 @@ void frmOnetoOne::Copy() {
     if (m.state.SlideViewing) return;
     const std::string file = m.state.Filename; // the copy may advance to the next one
     const std::string name = m.state.FileNameOnly;
-    bool copied = false;
-    StayHere([&] { copied = m.copies.CopyImage(); });
-    if (!m.state.CopyOk.empty())
-        ShowInfo(m.state.CopyOk);
+    CopyOutcome copied;
+    StayHere([&] {
+        copied = m.copies.CopyImage();
+        m.shell.Tell(copied);
+    });
+    if (!copied.copyOk.empty())
+        ShowInfo(copied.copyOk);
     else if (copied && file == m.state.Filename)
         setWindowTitle(ToQt(kCaption + name + "  COPIED"));
     else
-        ShowInfo(m.state.MessageText);
+        ShowInfo(copied.text);
 }
 
 // The first time the place in view is only remembered.

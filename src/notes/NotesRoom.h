@@ -32,14 +32,15 @@ public:
 
     void CheckForNotes() override;
     void SetNotesFilename() override;
-    bool SaveNote() override;
+    NoteLoad LastLoad() override { return m_load; }
+    Outcome SaveNote() override;
     void SaveNotesButton_Click() override;
     void ClearNotesButton_Click();
     void ClearNotesForPage() override;
     void RestoreNotesButton_Click() override;
     void DeleteNotesButton_Click() override;
     void SetSaveCommands() override;
-    bool SaveIfUnsaved() override { return !IsUnsaved() || SaveNote(); }
+    Outcome SaveIfUnsaved() override { return IsUnsaved() ? SaveNote() : Outcome::Did(); }
     void NoteFilesChanged() override;
     std::string SavedNoteOf(const std::string& picture) override;
     std::string NoteTextOf(const std::string& picture) override;
@@ -77,6 +78,7 @@ private:
     bool DropIntoBuffer();
     void OfferDraft();
     void LoadNote();
+    void SayOfLoad(const std::string& word);
     void TakeForLoaded();
     bool WriteNote(std::string* why, std::string* misfit);
     void SaveAndStep(bool forward);
@@ -93,8 +95,9 @@ private:
     NoteStore m_store;
     Drafts m_drafts;
     QTimer m_draftTimer;
-    std::string m_noteOf;      // path of the file whose note the box began with, and its name
-    std::string m_nameOf;      //
+    std::string m_noteOf; // path of the file whose note the box began with, and its name
+    std::string m_nameOf; //
+    NoteLoad m_load;
     std::string m_loadedText;  // what the box began with or last saved
     std::string m_loadedBytes; // the same as a note holds it
     std::string m_travelling;  // saved, and brought along to this picture by Save+ or Save-
