@@ -173,8 +173,10 @@ void DisplayRoom::ReadInfo() {
             s.ImageLoaded = true;
         }
     }
-    if (s.DatesDiffer && s.AutoSetFileDates && m.info.SetFileDatesButton_Click())
-        m.ahead.TimesWereSet(s.Filename); // the way back finds the picture decoded
+    if (!s.DatesDiffer || !s.AutoSetFileDates) return;
+    const Outcome set = m.info.SetFileDatesButton_Click();
+    m.shell.Tell(set);
+    if (set) m.ahead.TimesWereSet(s.Filename); // the way back finds the picture decoded
 }
 
 void DisplayRoom::PlayPictureSound() {

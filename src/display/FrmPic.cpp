@@ -139,7 +139,7 @@ void FrmPic::Form_KeyUp(int keycode) {
         close();
         break;
     case 'Y':
-        if (!m.state.SlideViewing) m.copies.CopyImage();
+        if (!m.state.SlideViewing) m.shell.Tell(m.copies.CopyImage());
         break;
     case keys::kF1:
         m.shell.ShowHelpPage(kHelpSize);

@@ -70,7 +70,7 @@ void frmOnetoOne::Form_KeyUp(int keycode) {
         StepFiles(m, 1);
         break;
     case keys::kDelete:
-        if (!m.state.SlideViewing) m.fileops.DeleteButton_Click();
+        if (!m.state.SlideViewing) m.shell.Tell(m.fileops.DeleteButton_Click());
         break;
     default:
         m_picture3->setVisible(m_picture3->isHidden());
@@ -82,13 +82,14 @@ void frmOnetoOne::Copy() {
     if (m.state.SlideViewing) return;
     const std::string file = m.state.Filename; // the copy may advance to the next one
     const std::string name = m.state.FileNameOnly;
-    const bool copied = m.copies.CopyImage();
-    if (!m.state.CopyOk.empty())
-        ShowInfo(m.state.CopyOk);
+    const CopyOutcome copied = m.copies.CopyImage();
+    m.shell.Tell(copied);
+    if (!copied.copyOk.empty())
+        ShowInfo(copied.copyOk);
     else if (copied && file == m.state.Filename)
         setWindowTitle(ToQt(kCaption + name + "  COPIED"));
     else
-        ShowInfo(m.state.MessageText);
+        ShowInfo(copied.text);
 }
 
 // The first time the place in view is only remembered.

@@ -38,12 +38,11 @@ void CopyRoom::SetNote() {
     if (m_caption) m_caption->ShowCaptionText(m.state.ConvertJpgCaption);
 }
 
-bool CopyRoom::IsConvertible() {
+Outcome CopyRoom::IsConvertible() {
     const ProgramState& s = m.state;
     m.shell.ShowMessage({});
-    if (s.SlideViewing || (s.Kind == FileKind::Picture && s.ImageLoaded)) return true;
-    m.shell.ShowMessage("'" + s.FileNameOnly + "' is not valid to convert to JPG");
-    return false;
+    if (s.SlideViewing || (s.Kind == FileKind::Picture && s.ImageLoaded)) return Outcome::Did();
+    return Outcome::Refused("'" + s.FileNameOnly + "' is not valid to convert to JPG");
 }
 
 ConvertOptions CopyRoom::Options(const std::string& targetName) const {
@@ -65,8 +64,7 @@ ConvertOptions CopyRoom::Options(const std::string& targetName) const {
     return options;
 }
 
-// False: the message line says why. `said` is what it says when all went well.
-bool CopyRoom::Convert(const ConvertTarget& target, std::string& said) {
+Outcome CopyRoom::Convert(const ConvertTarget& target) {
     ProgramState& s = m.state;
     ImgX slide;
     if (s.SlideViewing) slide.LoadFile(s.Filename, {});
@@ -76,13 +74,10 @@ bool CopyRoom::Convert(const ConvertTarget& target, std::string& said) {
     std::string fault;
     if (LimitsWidth(s)) fault = FaultOfLimit(limit, "width");
     if (LimitsHeight(s) && fault.empty()) fault = FaultOfLimit(limit, "height");
-    if (!fault.empty()) {
-        m.shell.ShowMessage(fault);
-        return false;
-    }
+    if (!fault.empty()) return Outcome::Refused(fault);
     m.shell.SetBusy(true);
     const QSize before(picture.Width(), picture.Height());
-    const bool written = WriteConverted(picture, target, said);
+    Outcome written = WriteConverted(picture, target);
     m.shell.SetBusy(false);
     const QSize after(picture.Width(), picture.Height());
     if (!s.SlideViewing && after != before) {
@@ -91,11 +86,10 @@ bool CopyRoom::Convert(const ConvertTarget& target, std::string& said) {
         s.ImageWidth = onItsSide ? after.height() : after.width();
         s.ImageHeight = onItsSide ? after.width() : after.height();
     }
-    m.shell.ShowMessage(said);
     return written;
 }
 
-bool CopyRoom::WriteConverted(ImgX& picture, const ConvertTarget& target, std::string& said) {
+Outcome CopyRoom::WriteConverted(ImgX& picture, const ConvertTarget& target) {
     if (m.state.ConvertJpgType == kNoteLines) SetNote();
     Converted converted = ConvertPicture(picture, Options(target.name));
     Changes changes(m.files);
@@ -103,15 +97,13 @@ bool CopyRoom::WriteConverted(ImgX& picture, const ConvertTarget& target, std::s
     if (converted.error.empty() &&
         (!stands || MakeRoom(m.files, {}, target.path, changes, &converted.error)) &&
         m.files.Write(target.path, converted.jpeg, &converted.error)) {
-        said = "'" + target.name + "' file created" + converted.suffix + CopyNote(target);
         m.shell.ShowError({});
-        return true;
+        return Outcome::Did("'" + target.name + "' file created" + converted.suffix +
+                            CopyNote(target));
     }
     std::string ignored; // the first fault is the one to tell
     changes.TakeBack(&ignored);
-    said = "ImgX Error - '" + target.name + "' NOT created";
-    m.shell.ShowError(converted.error);
-    return false;
+    return Outcome::Refused("ImgX Error - '" + target.name + "' NOT created", converted.error);
 }
 
 // A note that stands there is kept. What the message line adds when it could not be copied.
@@ -128,16 +120,13 @@ std::string CopyRoom::CopyNote(const ConvertTarget& target) {
     return copied ? std::string() : ", its note was not copied: " + error;
 }
 
-bool CopyRoom::ConvertButton_Click() {
-    if (!IsConvertible()) return false;
+Outcome CopyRoom::ConvertButton_Click() {
+    if (Outcome refused = IsConvertible(); !refused) return refused;
     const ConvertTarget target = TargetBeside(m.files, m.state.Filename);
-    if (target.path.empty()) {
-        m.shell.ShowMessage("'" + target.name + "' already exists, aborted");
-        return false;
-    }
-    std::string said;
-    if (!Convert(target, said)) return false;
-    if (m.state.SlideViewing) return true;
+    if (target.path.empty())
+        return Outcome::Refused("'" + target.name + "' already exists, aborted");
+    Outcome converted = Convert(target);
+    if (!converted || m.state.SlideViewing) return converted;
     const DroppedNote dropped(m);
     m.navigation.RefreshDirButton_Click();
     const int row = m.controls.FileListBox->RowOf(target.name);
@@ -145,22 +134,17 @@ bool CopyRoom::ConvertButton_Click() {
         m.navigation.ClearMultiselect();
         m.navigation.SelectRow(row);
     }
-    m.shell.ShowMessage(said + dropped.Word());
-    return true;
+    converted.text += dropped.Word();
+    return converted;
 }
 
-bool CopyRoom::CJMButton_Click() {
+Outcome CopyRoom::CJMButton_Click() {
     const ProgramState& s = m.state;
-    if (s.CopyImageFolder.empty()) {
-        m.shell.ShowMessage("'Copy to' folder has not been set");
-        return false;
-    }
-    if (m.controls.FileListBox->Path() == s.CopyImageFolder) {
-        m.shell.ShowMessage("'Copy to' folder same as current folder");
-        return false;
-    }
-    std::string said;
-    return IsConvertible() && Convert(TargetIn(m.files, s.CopyImageFolder, s.Filename), said);
+    if (s.CopyImageFolder.empty()) return Outcome::Refused("'Copy to' folder has not been set");
+    if (m.controls.FileListBox->Path() == s.CopyImageFolder)
+        return Outcome::Refused("'Copy to' folder same as current folder");
+    if (Outcome refused = IsConvertible(); !refused) return refused;
+    return Convert(TargetIn(m.files, s.CopyImageFolder, s.Filename));
 }
 
 } // namespace tarn

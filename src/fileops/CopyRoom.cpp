@@ -21,9 +21,9 @@ CopyRoom::~CopyRoom() = default;
 void CopyRoom::ConnectControls() {
     MainControls& c = m.controls;
     Connect(c.SetImageCopyButton, [this] { SetImageCopyButton_Click(); });
-    Connect(c.CopyImageButton3, [this] { CopyImage(); });
-    Connect(c.CJMButton, [this] { CJMButton_Click(); });
-    Connect(c.ConvertButton, [this] { ConvertButton_Click(); });
+    Connect(c.CopyImageButton3, [this] { m.shell.Tell(CopyImage()); });
+    Connect(c.CJMButton, [this] { m.shell.Tell(CJMButton_Click()); });
+    Connect(c.ConvertButton, [this] { m.shell.Tell(ConvertButton_Click()); });
     Connect(c.ConvertJpgSetText, [this] { ConvertJpgSetText_Click(); });
     ConnectClipboard();
     m.current.Follow([this] {
@@ -65,36 +65,32 @@ void CopyRoom::FolderChanged() {
     ShowCopyFolder();
 }
 
-bool CopyRoom::CopyImage() {
-    ProgramState& s = m.state;
-    const std::string name = CopyName();
-    if (s.CopyImageFolder.empty()) {
-        m.shell.ShowMessage("'Copy to' folder has not been set");
-        return false;
-    }
-    if (m.controls.FileListBox->Path() == s.CopyImageFolder) {
-        m.shell.ShowMessage("'Copy to' folder is same as current folder");
-        return false;
-    }
-    if (s.Filename.empty() || name.empty()) return false;
-    const std::string target = JoinPath(s.CopyImageFolder, name);
-    std::string error;
-    m.shell.SetBusy(true);
-    s.CopyReplaced.clear();
-    const bool copied = m.files.Copy(s.Filename, target, &error, &s.CopyReplaced);
-    m.shell.SetBusy(false);
-    if (!copied) {
-        m.shell.ShowMessage("Image copy failed for '" + name + "'");
-        m.shell.ShowError(error);
-        s.CopyOk = "COPY FAILED - " + error;
-        return false;
-    }
-    ShowCopied("Copied", name);
-    return true;
+CopyOutcome CopyRoom::Refusal(std::string text, std::string fault) const {
+    return {Outcome::Refused(std::move(text), std::move(fault)), m_copyOk, {}};
 }
 
-void CopyRoom::ShowCopied(const std::string& verb, const std::string& name) {
-    m.state.CopyOk.clear();
+CopyOutcome CopyRoom::CopyImage() {
+    ProgramState& s = m.state;
+    const std::string name = CopyName();
+    if (s.CopyImageFolder.empty()) return Refusal("'Copy to' folder has not been set");
+    if (m.controls.FileListBox->Path() == s.CopyImageFolder)
+        return Refusal("'Copy to' folder is same as current folder");
+    if (s.Filename.empty() || name.empty()) return Refusal({});
+    const std::string target = JoinPath(s.CopyImageFolder, name);
+    std::string error;
+    std::string replaced;
+    m.shell.SetBusy(true);
+    const bool copied = m.files.Copy(s.Filename, target, &error, &replaced);
+    m.shell.SetBusy(false);
+    if (!copied) {
+        m_copyOk = "COPY FAILED - " + error;
+        return Refusal("Image copy failed for '" + name + "'", error);
+    }
+    return {Copied("Copied", name), m_copyOk, replaced};
+}
+
+Outcome CopyRoom::Copied(const std::string& verb, const std::string& name) {
+    m_copyOk.clear();
     if (m.state.BeepCopyPicture) {
         if (m.state.SlideViewing)
             m.sound.PlayAndWait("picture_copy.wav");
@@ -106,22 +102,17 @@ void CopyRoom::ShowCopied(const std::string& verb, const std::string& name) {
     const DroppedNote dropped(m);
     if (advances) m.navigation.NextButton_Click();
     const std::string said = verb + (advances ? "+ '" : " '") + name + "'";
-    m.shell.ShowMessage(said + (advances ? dropped.Word() : std::string()));
+    return Outcome::Did(said + (advances ? dropped.Word() : std::string()));
 }
 
-// What the conversion has to say about a failure is left standing.
-bool CopyRoom::CMImage() {
+Outcome CopyRoom::CMImage() {
     const std::string name = CopyName();
-    if (m.state.CopyImageFolder.empty()) {
-        m.shell.ShowMessage("'Copy to' folder has must be set");
-        return false;
-    }
+    if (m.state.CopyImageFolder.empty())
+        return Outcome::Refused("'Copy to' folder has must be set");
     m.shell.SetBusy(true);
-    const bool converted = CJMButton_Click();
+    const Outcome converted = CJMButton_Click();
     m.shell.SetBusy(false);
-    if (!converted) return false;
-    ShowCopied("CM", name);
-    return true;
+    return converted ? Copied("CM", name) : converted;
 }
 
 } // namespace tarn

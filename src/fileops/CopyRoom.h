@@ -26,14 +26,14 @@ public:
 
     void ConnectControls() override;
 
-    bool CopyImage() override;
-    bool CMImage() override;
+    CopyOutcome CopyImage() override;
+    Outcome CMImage() override;
     void SetCaptionShown(bool shown) override;
     void FolderChanged() override;
 
     void SetImageCopyButton_Click();
-    bool ConvertButton_Click();
-    bool CJMButton_Click();
+    Outcome ConvertButton_Click();
+    Outcome CJMButton_Click();
     void ConvertJpgSetText_Click();
 
     // The text for the picture from the first lines of the note.
@@ -56,15 +56,17 @@ private:
     std::string CopyName() const;
     void ShowCopyFolder();
     void Advance();
-    void ShowCopied(const std::string& verb, const std::string& name);
+    CopyOutcome Refusal(std::string text, std::string fault = {}) const;
+    Outcome Copied(const std::string& verb, const std::string& name);
     void PutText(const std::string& text);
 
-    bool Convert(const ConvertTarget& target, std::string& said);
-    bool IsConvertible();
-    bool WriteConverted(ImgX& picture, const ConvertTarget& target, std::string& said);
+    Outcome IsConvertible();
+    Outcome Convert(const ConvertTarget& target);
+    Outcome WriteConverted(ImgX& picture, const ConvertTarget& target);
     std::string CopyNote(const ConvertTarget& target);
 
     Context& m;
+    std::string m_copyOk; // of the last copy that was not refused
     std::unique_ptr<frmCaption> m_caption;
 };
 

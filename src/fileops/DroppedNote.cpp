@@ -1,11 +1,10 @@
 #include "fileops/DroppedNote.h"
 
-#include "common/text.h"
-
 namespace tarn {
 
 DroppedNote::DroppedNote(Context& context)
-    : m(context), m_text(context.notes.UnsavedText()), m_of(context.state.FileNameOnly) {}
+    : m(context), m_text(context.notes.UnsavedText()), m_of(context.state.FileNameOnly),
+      m_loadBefore(context.notes.LastLoad().number) {}
 
 std::string DroppedNote::Word() const {
     ProgramState& s = m.state;
@@ -14,7 +13,8 @@ std::string DroppedNote::Word() const {
         return "; Unsaved note of '" + m_of + "' is in the restore buffer";
     }
     // What an earlier run could not save, come up with its picture.
-    return StartsWith(s.MessageText, "Unsaved note") ? "; " + s.MessageText : std::string();
+    const NoteLoad load = m.notes.LastLoad();
+    return load.number == m_loadBefore || load.word.empty() ? std::string() : "; " + load.word;
 }
 
 } // namespace tarn

@@ -21,6 +21,7 @@ private:
     Context& m;
     std::string m_text;
     std::string m_of; // the picture's name
+    int m_loadBefore;
 };
 
 } // namespace tarn

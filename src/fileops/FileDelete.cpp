@@ -38,24 +38,24 @@ private:
 
 } // namespace
 
-void FileRoom::DeleteButton_Click() {
-    DeleteCurrent(!m.state.DeleteKeepNotes, m.state.DeleteConfirm);
+Outcome FileRoom::DeleteButton_Click() {
+    return DeleteCurrent(!m.state.DeleteKeepNotes, m.state.DeleteConfirm);
 }
 
-void FileRoom::DeleteOnlyButton_Click() {
-    DeleteCurrent(false, m.state.DeleteConfirm);
+Outcome FileRoom::DeleteOnlyButton_Click() {
+    return DeleteCurrent(false, m.state.DeleteConfirm);
 }
 
-void FileRoom::DeletePicButton_Click() {
-    DeleteCurrent(false, false);
+Outcome FileRoom::DeletePicButton_Click() {
+    return DeleteCurrent(false, false);
 }
 
-void FileRoom::DeleteCurrent(bool withNote, bool ask) {
+Outcome FileRoom::DeleteCurrent(bool withNote, bool ask) {
     ProgramState& s = m.state;
-    if (s.Filename.empty() || m.controls.FileListBox->Count() < 1) return;
+    if (s.Filename.empty() || m.controls.FileListBox->Count() < 1) return Outcome::Refused();
     s.DeleteNoteToo = withNote;
     Changes changes(m.files);
-    Delete(PlanDelete(m.files, Notes(), s.Filename, withNote), ask, "Delete", changes);
+    return Delete(PlanDelete(m.files, Notes(), s.Filename, withNote), ask, "Delete", changes);
 }
 
 bool FileRoom::AskDelete(const DeletePlan& plan) {
@@ -67,8 +67,9 @@ bool FileRoom::AskDelete(const DeletePlan& plan) {
                             kYesNo) == 0;
 }
 
-bool FileRoom::Delete(const DeletePlan& plan, bool ask, const std::string& verb, Changes& changes) {
-    if (ask && !AskDelete(plan)) return false;
+Outcome FileRoom::Delete(const DeletePlan& plan, bool ask, const std::string& verb,
+                         Changes& changes) {
+    if (ask && !AskDelete(plan)) return Outcome::Refused();
     const std::string name = LastPart(plan.path);
     const int row = RowOf(plan.path);
     if (!ask) {
@@ -77,7 +78,8 @@ bool FileRoom::Delete(const DeletePlan& plan, bool ask, const std::string& verb,
     }
     if (m.state.VideoImage()) m.video.CloseVideoClip(); // an open clip holds its file
     const bool there = m.files.Exists(plan.path);
-    if (there && !ThrowPicture(plan.path, changes)) return false;
+    if (there)
+        if (Outcome kept = ThrowPicture(plan.path, changes); !kept) return kept;
     std::string said = there ? "DELETED - " + name : "'" + name + "' is not there any more";
     if (there) said += ThrowNote(plan, changes);
     const auto isIt = [&](const Done& d) {
@@ -88,20 +90,18 @@ bool FileRoom::Delete(const DeletePlan& plan, bool ask, const std::string& verb,
         PushUndo({verb + " '" + name + "'", done});
     const DroppedNote dropped(m);
     ShowFromRow(row);
-    m.shell.ShowMessage(said + dropped.Word());
-    return true;
+    return Outcome::Did(said + dropped.Word());
 }
 
 // Twice without a word, since a file that another program looks at is free again a moment later.
-bool FileRoom::ThrowPicture(const std::string& path, Changes& changes) {
+Outcome FileRoom::ThrowPicture(const std::string& path, Changes& changes) {
     std::string error;
-    if (changes.ThrowAway(path, &error) || changes.ThrowAway(path, &error)) return true;
+    if (changes.ThrowAway(path, &error) || changes.ThrowAway(path, &error)) return Outcome::Did();
     const int choice = m.dialogs.Choose(Dialogs::Icon::Critical, "Delete file",
                                         path + " cannot go to the wastebasket: " + error, kForGood);
-    if (choice != 0) return false;
-    if (m.files.Remove(path, &error)) return true;
-    m.shell.ShowError(error + " - " + LastPart(path));
-    return false;
+    if (choice != 0) return Outcome::Refused();
+    if (m.files.Remove(path, &error)) return Outcome::Did();
+    return Outcome::Refused({}, error + " - " + LastPart(path));
 }
 
 // What the message line adds about the note.

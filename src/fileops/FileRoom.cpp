@@ -47,16 +47,16 @@ FileRoom::~FileRoom() = default;
 void FileRoom::ConnectControls() {
     MainControls& c = m.controls;
     for (QAction* entry : {c.DeleteButton, c.PopupDeleteButton, c.DeleteMenuButton})
-        Connect(entry, [this] { DeleteButton_Click(); });
+        Connect(entry, [this] { m.shell.Tell(DeleteButton_Click()); });
     for (QAction* entry : {c.DeleteOnlyButton, c.PopupDeleteOnlyButton})
-        Connect(entry, [this] { DeleteOnlyButton_Click(); });
+        Connect(entry, [this] { m.shell.Tell(DeleteOnlyButton_Click()); });
     for (QAction* entry : {c.RenameButton, c.PopupRenameButton})
-        Connect(entry, [this] { RenameButton_Click(); });
+        Connect(entry, [this] { m.shell.Tell(RenameButton_Click()); });
     for (QAction* entry : {c.DuplicateButton, c.PopupDuplicateButton})
-        Connect(entry, [this] { DuplicateButton_Click(); });
+        Connect(entry, [this] { m.shell.Tell(DuplicateButton_Click()); });
     for (QAction* entry : {c.RenamePicturesButton, c.PopupRenamePicturesButton})
         Connect(entry, [this] { RenamePicturesButton_Click(); });
-    Connect(c.DeletePicButton, [this] { DeletePicButton_Click(); });
+    Connect(c.DeletePicButton, [this] { m.shell.Tell(DeletePicButton_Click()); });
     Connect(c.DeleteAllFitsButton, [this] { DeleteAllFitsButton_Click(); });
     Connect(c.DeleteFitsButton, [this] { DeleteAllFitsButton_Click(); });
     Connect(c.CreateFolderButton, [this] { CreateFolderButton_Click(); });
@@ -117,39 +117,37 @@ void FileRoom::KeepRest(const Changes& changes, const std::string& what) {
     if (!changes.Written().empty()) PushUndo({"the failed " + what, changes.Written()});
 }
 
-// What is being written for the picture goes along with it. False: Label_error says why it cannot.
-bool FileRoom::KeepWrittenNote() {
-    return m.state.NotesFolder.empty() || m.notes.SaveIfUnsaved();
+// What is being written for the picture goes along with it.
+Outcome FileRoom::KeepWrittenNote() {
+    return m.state.NotesFolder.empty() ? Outcome::Did() : m.notes.SaveIfUnsaved();
 }
 
-void FileRoom::RenameButton_Click() {
-    AskNewName(m_rename, kRename, m.state.RenameFilename, &FileRoom::Rename);
+Outcome FileRoom::RenameButton_Click() {
+    return AskNewName(m_rename, kRename, &FileRoom::Rename);
 }
 
-void FileRoom::DuplicateButton_Click() {
-    AskNewName(m_duplicate, kDuplicate, m.state.DuplicateFilename, &FileRoom::Duplicate);
+Outcome FileRoom::DuplicateButton_Click() {
+    return AskNewName(m_duplicate, kDuplicate, &FileRoom::Duplicate);
 }
 
-// `chosen` is the new full path while the command runs.
-void FileRoom::AskNewName(std::unique_ptr<frmNewName>& form, const NewNameTexts& texts,
-                          std::string& chosen, void (FileRoom::*act)(const std::string& from)) {
+Outcome FileRoom::AskNewName(std::unique_ptr<frmNewName>& form, const NewNameTexts& texts,
+                             NewNameCommand act) {
     const std::string from = m.state.Filename;
-    if (m.controls.FileListBox->Count() < 1 || from.empty()) return;
+    if (m.controls.FileListBox->Count() < 1 || from.empty()) return Outcome::Refused();
     if (!form) form = std::make_unique<frmNewName>(*m.controls.FileListBox->window(), texts);
     m.clipboard.SetText(LastPart(from));
-    chosen.clear();
-    form->Ask(FolderOf(from), LastPart(from), [this, from, &chosen, act](const std::string& name) {
-        const QScopedValueRollback<std::string> choice(chosen, JoinPath(FolderOf(from), name));
-        (this->*act)(from);
+    form->Ask(FolderOf(from), LastPart(from), [this, from, act](const std::string& name) {
+        m.shell.Tell((this->*act)(from, name));
     });
+    return Outcome::Did();
 }
 
-// False: Label_error says why, and everything stands as it stood.
+// False: everything stands as it stood.
 bool FileRoom::CarryOut(CarryOutNewName way, const NewNamePlan& plan, const std::string& what,
                         Changes& changes, std::string* error) {
     if (!way(plan, m.files, changes, error)) {
         KeepRest(changes, what);
-        m.shell.ShowError(*error + " - " + LastPart(plan.from));
+        *error += " - " + LastPart(plan.from);
         return false;
     }
     m.notes.NoteFilesChanged();
@@ -157,9 +155,9 @@ bool FileRoom::CarryOut(CarryOutNewName way, const NewNamePlan& plan, const std:
     return true;
 }
 
-void FileRoom::Rename(const std::string& from) {
-    const std::string newName = LastPart(m.state.RenameFilename);
-    if (!KeepWrittenNote()) return;
+Outcome FileRoom::Rename(const std::string& from, const std::string& newName) {
+    const Outcome kept = KeepWrittenNote();
+    if (!kept) return kept;
     if (m.state.VideoImage()) m.video.CloseVideoClip();
     const int row = m.controls.FileListBox->CurrentRow();
     const NewNamePlan plan = PlanNewName(m.files, Notes(), from, newName);
@@ -167,27 +165,28 @@ void FileRoom::Rename(const std::string& from) {
     const DroppedNote dropped(m);
     Changes changes(m.files);
     std::string error;
-    if (!CarryOut(CarryOutRename, plan, what, changes, &error)) return;
+    if (!CarryOut(CarryOutRename, plan, what, changes, &error))
+        return Outcome::Refused(kept.text, error);
     Show(plan.to, row);
     PushUndo({what, changes.Written()});
-    m.shell.ShowMessage("Renamed - " + Arrow(LastPart(from), newName) + NoteWord(plan) +
+    m.shell.FocusPane();
+    return Outcome::Did("Renamed - " + Arrow(LastPart(from), newName) + NoteWord(plan) +
                         (error.empty() ? "" : ", the old note is still there, too: " + error) +
                         dropped.Word());
-    m.shell.FocusPane();
 }
 
-void FileRoom::Duplicate(const std::string& from) {
-    const std::string newName = LastPart(m.state.DuplicateFilename);
-    if (!KeepWrittenNote()) return;
+Outcome FileRoom::Duplicate(const std::string& from, const std::string& newName) {
+    const Outcome kept = KeepWrittenNote();
+    if (!kept) return kept;
     const int row = m.controls.FileListBox->CurrentRow();
     const NewNamePlan plan = PlanNewName(m.files, Notes(), from, newName);
     const DroppedNote dropped(m);
     Changes changes(m.files);
     std::string error;
     if (!CarryOut(CarryOutDuplicate, plan, "Duplicate '" + LastPart(from) + "'", changes, &error))
-        return;
+        return Outcome::Refused(kept.text, error);
     Show(from, row);
-    m.shell.ShowMessage("Duplicate - " + Arrow(LastPart(from), newName) + NoteWord(plan) +
+    return Outcome::Did("Duplicate - " + Arrow(LastPart(from), newName) + NoteWord(plan) +
                         dropped.Word());
 }
 
@@ -213,13 +212,12 @@ void FileRoom::RenamePicturesClosed() {
     }
     const FileListBox& list = *m.controls.FileListBox;
     const std::string now = m_renameFiles->CurrentPath();
-    const std::string said = m.state.MessageText;
     const int row = list.CurrentRow();
     m.navigation.RefreshDirButton_Click();
     if (now != m.state.Filename || (list.CurrentRow() < 0 && !now.empty())) {
         const DroppedNote dropped(m);
         Show(now, row);
-        m.shell.ShowMessage(said + dropped.Word());
+        m.shell.Tell(Outcome::Did(m_renameFiles->Said() + dropped.Word()));
     }
     m.navigation.ResetFileHistory(list.Count() > 0);
     m.shell.FocusPane();
@@ -250,18 +248,19 @@ void FileRoom::MoveToButton_Click() {
     if (path.empty() || m.controls.FileListBox->Count() < 1) return;
     const bool advances = s.CopyAuto;
     const DroppedNote dropped(m);
-    Changes changes(m.files);
+    CopyOutcome copied;
     {
         const QScopedValueRollback<bool> stays(s.CopyAuto, false);
-        if (m.copies.CopyImage()) {
-            const std::string target = JoinPath(s.CopyImageFolder, name);
-            if (!s.CopyReplaced.empty())
-                changes.Note({Done::Kind::ThrownAway, target, s.CopyReplaced});
-            changes.Note({Done::Kind::Made, path, target});
-        }
+        copied = m.copies.CopyImage();
     }
-    if (!s.CopyOk.empty()) return; // which says why nothing was moved
-    if (!Delete({path, {}, {}}, false, "Move", changes)) return;
+    m.shell.Tell(copied);
+    if (!copied.copyOk.empty()) return; // nothing is moved
+    Changes changes(m.files);
+    const std::string target = JoinPath(s.CopyImageFolder, name);
+    if (!copied.replaced.empty()) changes.Note({Done::Kind::ThrownAway, target, copied.replaced});
+    if (copied) changes.Note({Done::Kind::Made, path, target});
+    const Outcome deleted = Delete({path, {}, {}}, false, "Move", changes);
+    if (!deleted) return m.shell.Tell(deleted);
     if (!advances) m.navigation.PrevButton_Click();
     m.shell.ShowMessage("Moved '" + name + "'" + dropped.Word());
 }

@@ -23,12 +23,12 @@ public:
 
     void ConnectControls() override;
 
-    void DeleteButton_Click() override;
-    void DeleteOnlyButton_Click() override;
-    void RenameButton_Click() override;
-    void DuplicateButton_Click() override;
+    Outcome DeleteButton_Click() override;
+    Outcome DeleteOnlyButton_Click() override;
+    Outcome RenameButton_Click() override;
+    Outcome DuplicateButton_Click() override;
 
-    void DeletePicButton_Click();
+    Outcome DeletePicButton_Click();
     void DeleteAllFitsButton_Click();
     void CreateFolderButton_Click();
     void MoveToButton_Click();
@@ -40,23 +40,25 @@ public:
     NotesPlace Notes() const;
 
 private:
-    void DeleteCurrent(bool withNote, bool ask);
-    bool Delete(const DeletePlan& plan, bool ask, const std::string& verb, Changes& changes);
+    Outcome DeleteCurrent(bool withNote, bool ask);
+    Outcome Delete(const DeletePlan& plan, bool ask, const std::string& verb, Changes& changes);
     bool AskDelete(const DeletePlan& plan);
-    bool ThrowPicture(const std::string& path, Changes& changes);
+    Outcome ThrowPicture(const std::string& path, Changes& changes);
     std::string ThrowNote(const DeletePlan& plan, Changes& changes);
     int RowOf(const std::string& path) const;
     void ShowFromRow(int row);
     void ShowNothing();
 
-    bool KeepWrittenNote();
+    Outcome KeepWrittenNote();
     using CarryOutNewName = bool (*)(const NewNamePlan&, Files&, Changes&, std::string*);
-    void AskNewName(std::unique_ptr<frmNewName>& form, const NewNameTexts& texts,
-                    std::string& chosen, void (FileRoom::*act)(const std::string& from));
+    using NewNameCommand = Outcome (FileRoom::*)(const std::string& from,
+                                                 const std::string& newName);
+    Outcome AskNewName(std::unique_ptr<frmNewName>& form, const NewNameTexts& texts,
+                       NewNameCommand act);
     bool CarryOut(CarryOutNewName way, const NewNamePlan& plan, const std::string& what,
                   Changes& changes, std::string* error);
-    void Rename(const std::string& from);
-    void Duplicate(const std::string& from);
+    Outcome Rename(const std::string& from, const std::string& newName);
+    Outcome Duplicate(const std::string& from, const std::string& newName);
     void Show(const std::string& path, int otherwise);
     void KeepRest(const Changes& changes, const std::string& what);
     void RenamePicturesClosed();

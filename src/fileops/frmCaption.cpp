@@ -125,25 +125,26 @@ void frmCaption::MakeSize(QVBoxLayout& all) {
 
 void frmCaption::MakeCommands(QVBoxLayout& all) {
     auto* grid = new QGridLayout();
-    grid->addWidget(
-        Button("CommandCvt", "Convert to Jpg", "", [this] { m_room.ConvertButton_Click(); }), 0, 0,
-        1, 2);
+    grid->addWidget(Button("CommandCvt", "Convert to Jpg", "",
+                           [this] { m.shell.Tell(m_room.ConvertButton_Click()); }),
+                    0, 0, 1, 2);
     grid->addWidget(Button("CommandMoveTo", "Convert to Jpg To Copy Folder", "",
-                           [this] { m_room.CJMButton_Click(); }),
+                           [this] { m.shell.Tell(m_room.CJMButton_Click()); }),
                     0, 2, 1, 2);
-    m_copyTo = Button("CommandCopyTo", "Copy To", "", [this] { m_room.CopyImage(); });
+    m_copyTo = Button("CommandCopyTo", "Copy To", "", [this] { m.shell.Tell(m_room.CopyImage()); });
     grid->addWidget(m_copyTo, 1, 0);
     grid->addWidget(Button("CommandDelete", "Delete", "Delete picture only",
-                           [this] { m.fileops.DeleteOnlyButton_Click(); }),
+                           [this] { m.shell.Tell(m.fileops.DeleteOnlyButton_Click()); }),
                     1, 1);
     grid->addWidget(Button("CommandDeleteN", "Delete", "Delete picture and notes",
-                           [this] { m.fileops.DeleteButton_Click(); }),
+                           [this] { m.shell.Tell(m.fileops.DeleteButton_Click()); }),
                     1, 2);
-    grid->addWidget(
-        Button("CommandRename", "Rename...", "", [this] { m.fileops.RenameButton_Click(); }), 1, 3);
-    grid->addWidget(
-        Button("CommandDup", "Duplicate...", "", [this] { m.fileops.DuplicateButton_Click(); }), 2,
-        0);
+    grid->addWidget(Button("CommandRename", "Rename...", "",
+                           [this] { m.shell.Tell(m.fileops.RenameButton_Click()); }),
+                    1, 3);
+    grid->addWidget(Button("CommandDup", "Duplicate...", "",
+                           [this] { m.shell.Tell(m.fileops.DuplicateButton_Click()); }),
+                    2, 0);
     grid->addWidget(Button("PrevButton", "Prev.", "Previous picture", [this] { Step(false); }), 2,
                     1);
     grid->addWidget(Button("NextButton", "Next", "Next picture", [this] { Step(true); }), 2, 2);

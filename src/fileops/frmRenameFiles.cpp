@@ -56,6 +56,7 @@ const std::string& frmRenameFiles::Folder() const {
 void frmRenameFiles::OpenWindow() {
     const FileListBox& main = *m.controls.FileListBox;
     m_currentPath = m.state.Filename;
+    m_said.clear();
     m_say->clear();
     m_tree->SetSelectedPath(main.Path());
     m_tree->Reveal(main.Path());
@@ -201,7 +202,10 @@ bool frmRenameFiles::KeepWrittenNote() {
         // Or shares its note.
         return FoldCase(NoteNameOf(row.from)) == FoldCase(NoteNameOf(LastPart(m_currentPath)));
     });
-    if (!takesPart || m.state.NotesFolder.empty() || m.notes.SaveIfUnsaved()) return true;
+    if (!takesPart || m.state.NotesFolder.empty()) return true;
+    const Outcome saved = m.notes.SaveIfUnsaved();
+    m.shell.Tell(saved);
+    if (saved) return true;
     m_say->setText(QStringLiteral("The note of the picture on show cannot be saved; nothing was "
                                   "renamed"));
     return false;
@@ -251,7 +255,8 @@ void frmRenameFiles::RenameAll(Changes& changes) {
         m_errors->setCurrentRow(0); // which says why
     else
         m_say->clear();
-    m.shell.ShowMessage(count + " files renamed");
+    m_said = count + " files renamed";
+    m.shell.ShowMessage(m_said);
     m_pushUndo({"Rename of " + count + " pictures", changes.Written()});
 }
 

@@ -40,6 +40,9 @@ public:
     // The file of the main window under the name that it has now.
     const std::string& CurrentPath() const { return m_currentPath; }
 
+    // What the last renaming since the opening said; empty: there was none.
+    const std::string& Said() const { return m_said; }
+
     void RenameCommand_Click();
     void CommandView_Click();
     void CommandDir_Click();
@@ -84,6 +87,7 @@ private:
     std::function<void(UndoEntry)> m_pushUndo;
     std::vector<RenameRow> m_rows; // as the two lists show them
     std::string m_currentPath;
+    std::string m_said;
     bool m_building = false;
     bool m_running = false;
 

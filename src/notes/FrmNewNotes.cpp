@@ -167,7 +167,7 @@ void FrmNewNotes::CommandNext_Click() {
 }
 
 void FrmNewNotes::CommandSave_Click() {
-    m.notes.SaveNote();
+    m.shell.Tell(m.notes.SaveNote());
 }
 
 void FrmNewNotes::CommandRestore_Click() {

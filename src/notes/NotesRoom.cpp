@@ -112,6 +112,7 @@ void NotesRoom::ReloadNote() {
 void NotesRoom::LoadNote() {
     ProgramState& s = m.state;
     const std::string before = m_nameOf;
+    m_load = {m_load.number + 1, {}};
     const bool dropped = DropIntoBuffer();
     const bool found =
         !s.NotesFolder.empty() && !s.FileNameOnly.empty() && m_store.Load(s.NotesFilename);
@@ -122,8 +123,13 @@ void NotesRoom::LoadNote() {
     SetEnabled(m.controls.DeleteNotesButton, found);
     SetCaption(found ? "Notes for: " + s.FileNameOnly : "Notes");
     m.controls.FileListBox->ShowNoteMarks();
-    if (dropped) m.shell.ShowMessage("Unsaved note of '" + before + "' is in the restore buffer");
+    if (dropped) SayOfLoad("Unsaved note of '" + before + "' is in the restore buffer");
     if (!m_stepping && !dropped) OfferDraft();
+}
+
+void NotesRoom::SayOfLoad(const std::string& word) {
+    m_load.word = word;
+    m.shell.ShowMessage(word);
 }
 
 // What an earlier run could not save comes up with its picture.
@@ -132,7 +138,7 @@ void NotesRoom::OfferDraft() {
     if (!draft || draft->text == m.state.NoteText) return;
     m.state.NotesSave = draft->text;
     SetEnabled(m.controls.RestoreNotesButton, true);
-    m.shell.ShowMessage("Unsaved note of '" + draft->fileName + "' is in the restore buffer");
+    SayOfLoad("Unsaved note of '" + draft->fileName + "' is in the restore buffer");
 }
 
 // The box's text is that of the file, now that it stands in the box.
@@ -210,30 +216,25 @@ void NotesRoom::SetSaveCommands() {
     if (m_composer) m_composer->EnableSave(on);
 }
 
-bool NotesRoom::SaveNote() {
+Outcome NotesRoom::SaveNote() {
     ProgramState& s = m.state;
     m.shell.ShowError({});
-    if (s.SlideViewing && s.Filename != m_noteOf) { // the current file is the slide's
-        m.shell.ShowMessage("Not saved while a show runs: the note is of '" + m_nameOf + "'");
-        return false;
-    }
+    if (s.SlideViewing && s.Filename != m_noteOf) // the current file is the slide's
+        return Outcome::Refused("Not saved while a show runs: the note is of '" + m_nameOf + "'");
     SetNotesFilename();
     std::string why;
     std::string misfit;
-    if (!WriteNote(&why, &misfit)) {
-        m.shell.ShowError(
+    if (!WriteNote(&why, &misfit))
+        return Outcome::Refused(
+            "ERROR - " + why,
             "Error saving to notes folder: " + s.NotesFolder +
-            (misfit.empty() ? "" : " - the character '" + misfit + "' has no place in a note"));
-        m.shell.ShowMessage("ERROR - " + why);
-        return false;
-    }
+                (misfit.empty() ? "" : " - the character '" + misfit + "' has no place in a note"));
     TakeForLoaded();
     NoteWasSaved(s.NoteText);
-    m.shell.ShowMessage("SAVED - " + DisplayPath(s.NotesFilename));
     SetEnabled(m.controls.DeleteNotesButton, true);
     SetCaption("Notes for: " + s.FileNameOnly);
     m.controls.FileListBox->ShowNoteMarks();
-    return true;
+    return Outcome::Did("SAVED - " + DisplayPath(s.NotesFilename));
 }
 
 // What was not edited is written back byte by byte.
@@ -252,12 +253,14 @@ bool NotesRoom::WriteNote(std::string* why, std::string* misfit) {
 }
 
 void NotesRoom::SaveNotesButton_Click() {
-    SaveNote();
+    m.shell.Tell(SaveNote());
     m_box.Focus();
 }
 
 void NotesRoom::SaveAndStep(bool forward) {
-    if (SaveNote()) {
+    const Outcome saved = SaveNote();
+    m.shell.Tell(saved);
+    if (saved) {
         const QScopedValueRollback<bool> stepping(m_stepping, true);
         Step(forward);
         if (!m.state.ClearNotesSavePlus && m.state.NoteText.empty()) {
@@ -291,6 +294,7 @@ void NotesRoom::ClearNotesButton_Click() {
 void NotesRoom::ClearNotesForPage() {
     SetNotesFilename();
     ClearNotesButton_Click();
+    m_load = {m_load.number + 1, {}};
     m_store.Forget();
     TakeForLoaded();
     SetEnabled(m.controls.DeleteNotesButton, false);

@@ -34,14 +34,15 @@ public:
     // restore buffer.
     void CheckForNotes();
     void SetNotesFilename() override;
-    bool SaveNote() override;
+    NoteLoad LastLoad() override { return m_load; }
+    Outcome SaveNote() override;
     void SaveNotesButton_Click() override;
     void ClearNotesButton_Click();
     void ClearNotesForPage(); // a page is shown: no note is
     void RestoreNotesButton_Click() override;
     void DeleteNotesButton_Click() override;
     void SetSaveCommands() override;
-    bool SaveIfUnsaved() override { return !IsUnsaved() || SaveNote(); }
+    Outcome SaveIfUnsaved() override { return IsUnsaved() ? SaveNote() : Outcome::Did(); }
     void NoteFilesChanged() override;
     std::string SavedNoteOf(const std::string& picture) override;
     std::string NoteTextOf(const std::string& picture) override;
@@ -79,6 +80,7 @@ private:
     bool DropIntoBuffer();
     void OfferDraft();
     void LoadNote();
+    void SayOfLoad(const std::string& word);
     void TakeForLoaded();
     bool WriteNote(std::string* why, std::string* misfit);
     void SaveAndStep(bool forward);
@@ -95,8 +97,9 @@ private:
     NoteStore m_store;
     Drafts m_drafts;
     QTimer m_draftTimer;
-    std::string m_noteOf;      // path of the file whose note the box began with, and its name
-    std::string m_nameOf;      //
+    std::string m_noteOf; // path of the file whose note the box began with, and its name
+    std::string m_nameOf; //
+    NoteLoad m_load;
     std::string m_loadedText;  // what the box began with or last saved
     std::string m_loadedBytes; // the same as a note holds it
     std::string m_travelling;  // saved, and brought along to this picture by Save+ or Save-

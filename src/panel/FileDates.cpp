@@ -15,21 +15,19 @@ constexpr const char* kCannotSet = "ERROR - Cannot set File Date, may be Read On
 
 } // namespace
 
-bool PictureInfoRoom::SetFileDatesButton_Click() {
+Outcome PictureInfoRoom::SetFileDates(bool dateChanged) {
     const ProgramState& s = m.state;
-    if (s.NoExif) return false;
+    if (s.NoExif) return Outcome::Refused();
     const auto time = FileTimeOf(s.CameraDate);
     std::string error;
     const bool may =
         time ? m.files.SetTimes(s.Filename, *time, &error) : m.files.IsWritable(s.Filename);
-    if (!may)
-        m.shell.ShowMessage(kCannotSet);
-    else if (!time)
-        m.shell.ShowMessage((s.DoFileSync ? "UPDATED - Picture date changed, file" : "File") +
-                            std::string(" date not set: the picture's is no date"));
-    else if (!s.DoFileSync)
-        m.shell.ShowMessage("UPDATED - File Date set to Picture Date " + s.PictureDate);
-    return may && time;
+    if (!may) return Outcome::Refused(kCannotSet);
+    if (!time)
+        return Outcome::Refused((dateChanged ? "UPDATED - Picture date changed, file" : "File") +
+                                std::string(" date not set: the picture's is no date"));
+    return Outcome::Did(dateChanged ? std::string()
+                                    : "UPDATED - File Date set to Picture Date " + s.PictureDate);
 }
 
 bool PictureInfoRoom::AskForRange(int first, int last) {
@@ -77,7 +75,7 @@ int PictureInfoRoom::SyncRange(int first, int last) {
         m.shell.ShowStatus(s.Filename);
         m_reader.ReadCameraDate(s);
         if (m_reader.FileWasRead())
-            SetFileDatesButton_Click();
+            m.shell.Tell(SetFileDatesButton_Click());
         else // what it found is the file's before
             m.shell.ShowMessage(kCannotSet);
         ++passed;

@@ -13,8 +13,8 @@ PictureInfoRoom::~PictureInfoRoom() = default;
 
 void PictureInfoRoom::ConnectControls() {
     const MainControls& c = m.controls;
-    Connect(c.SetFileDatesButton, [this] { SetFileDatesButton_Click(); });
-    Connect(c.PopupSetFileDatesButton, [this] { SetFileDatesButton_Click(); });
+    Connect(c.SetFileDatesButton, [this] { m.shell.Tell(SetFileDatesButton_Click()); });
+    Connect(c.PopupSetFileDatesButton, [this] { m.shell.Tell(SetFileDatesButton_Click()); });
     Connect(c.SyncDatesButton, [this] { SyncDatesButton_Click(); });
     Connect(c.FixPictureDateButton, [this] { FixPictureDateButton_Click(); });
 }
@@ -22,7 +22,7 @@ void PictureInfoRoom::ConnectControls() {
 // Closing it needs no further step: each Set has already brought the file's date along.
 void PictureInfoRoom::FixPictureDateButton_Click() {
     if (m.state.NoExif) return;
-    if (!m_date) m_date = std::make_unique<frmDate>(m);
+    if (!m_date) m_date = std::make_unique<frmDate>(m, [this] { return SetFileDates(true); });
     m_date->ShowCurrent();
 }
 

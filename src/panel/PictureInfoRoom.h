@@ -21,8 +21,11 @@ public:
 
     void ReadPictureInfo() override;
 
-    // Filename's own times become its camera date. False when they stay as they are.
-    bool SetFileDatesButton_Click() override;
+    // Filename's own times become its camera date.
+    Outcome SetFileDatesButton_Click() override { return SetFileDates(false); }
+
+    // The same; `dateChanged`: after a change of the camera date itself, which is told already.
+    Outcome SetFileDates(bool dateChanged);
 
     // The same for every file from the current row to the last, after a question.
     void SyncDatesButton_Click();

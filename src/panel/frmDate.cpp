@@ -51,8 +51,9 @@ QPushButton* AddButton(QHBoxLayout& to, const char* name, const char* caption, c
 
 } // namespace
 
-frmDate::frmDate(Context& context)
-    : QDialog(context.controls.FileListBox->window()), m(context), m_file(new QLabel()) {
+frmDate::frmDate(Context& context, std::function<Outcome()> setFileDates)
+    : QDialog(context.controls.FileListBox->window()), m(context),
+      m_setFileDates(std::move(setFileDates)), m_file(new QLabel()) {
     setObjectName(QStringLiteral("frmDate"));
     setWindowTitle(QString::fromLatin1(kTitle));
     setModal(true);
@@ -169,7 +170,6 @@ void frmDate::Say(const std::string& text, bool critical) {
 }
 
 void frmDate::SetButton_Click() {
-    m.state.DoFileSync = false;
     m_crosses->hide();
     if (m.state.Filename != m_shownFile) { // another was opened from outside
         RefreshCurrent();
@@ -215,10 +215,8 @@ void frmDate::TakeOver(const std::string& date, const PictureDateText& shown) {
     m.shell.ShowFileTexts();
     s.CameraDate = date;
     s.PictureDate = shown.date;
-    s.DoFileSync = true;
     m.shell.ShowMessage("UPDATED - Picture date changed and file date synchronized");
-    m.info.SetFileDatesButton_Click(); // which says so when it cannot
-    s.DoFileSync = false;
+    m.shell.Tell(m_setFileDates()); // which says so when it cannot
     RefreshCurrent();
     if (m_advance->isChecked()) NextButton_Click();
 }

@@ -6,6 +6,7 @@
 
 #include <QDialog>
 
+#include <functional>
 #include <string>
 
 class QCheckBox;
@@ -18,7 +19,8 @@ namespace tarn {
 
 class frmDate : public QDialog {
 public:
-    explicit frmDate(Context& context);
+    // `setFileDates` makes the file's own times follow a date that was written.
+    frmDate(Context& context, std::function<Outcome()> setFileDates);
 
     // Shows the current picture's date and holds the other windows until it is closed.
     void ShowCurrent();
@@ -42,6 +44,7 @@ private:
     void TakeOver(const std::string& date, const PictureDateText& shown);
 
     Context& m;
+    std::function<Outcome()> m_setFileDates;
     QLabel* m_file;          // FileLabel
     QLineEdit* m_current;    // CurrentDateText
     QLineEdit* m_new;        // SetDateText

@@ -158,8 +158,9 @@ void FullSlides::GoToView(bool back) {
 void FullSlides::Copy(bool convert) {
     TakeAsCurrentFile();
     m.shell.ShowMessage({});
-    const bool copied = convert ? m.copies.CMImage() : m.copies.CopyImage();
-    m_refusal = copied ? std::string() : m.state.MessageText;
+    const Outcome copied = convert ? m.copies.CMImage() : m.copies.CopyImage();
+    m.shell.Tell(copied);
+    m_refusal = copied ? std::string() : copied.text;
     // A refusal without a word says nothing at all.
     m_copied = copied || !m_refusal.empty();
     Leave(SlideMove::Again);
@@ -173,7 +174,7 @@ void FullSlides::Delete() {
     const std::string name = s.SlideNameOnly;
     const std::string next =
         Count() > 0 ? LastPart(PathOf((m_sequence.Index() + 1) % Count())) : "";
-    m.fileops.DeleteButton_Click();
+    m.shell.Tell(m.fileops.DeleteButton_Click());
     if (list.RowOf(name) >= 0) return;
     if (m_walksSelected) std::erase(m_selectedFiles, name);
     m_sequence.Forget();

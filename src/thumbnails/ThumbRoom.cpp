@@ -81,38 +81,29 @@ void ThumbRoom::BreakOff() {
 }
 
 void ThumbRoom::GenerateThumbButton_Click() {
-    GenerateThumbnails(false, {}, nullptr);
+    m.shell.Tell(GenerateThumbnails(false, {}, nullptr));
 }
 
-bool ThumbRoom::MayBegin() {
-    if (m.state.BatchRuns || m.state.SlideViewing) return false;
-    if (!ThumbnailFolderPath().empty()) return true;
-    m.shell.ShowMessage(m.controls.FileListBox->Path().empty() ? "No folder is shown"
-                                                               : kBadSubFolder);
-    return false;
+Outcome ThumbRoom::MayBegin() {
+    if (m.state.BatchRuns || m.state.SlideViewing) return Outcome::Refused();
+    if (!ThumbnailFolderPath().empty()) return Outcome::Did();
+    return Outcome::Refused(m.controls.FileListBox->Path().empty() ? "No folder is shown"
+                                                                   : kBadSubFolder);
 }
 
-void ThumbRoom::GenerateThumbnails(bool updateOnly, const ThumbnailTold& told,
-                                   QPushButton* ownCancel) {
-    if (!MayBegin()) {
-        if (told) told(m.state.MessageText);
-        return;
-    }
+Outcome ThumbRoom::GenerateThumbnails(bool updateOnly, const ThumbnailTold& told,
+                                      QPushButton* ownCancel) {
+    if (Outcome refused = MayBegin(); !refused) return refused;
     const QScopedValueRollback<bool> updating(m.state.ThumbUpdate, updateOnly);
     KeptNote kept(m);
     m_list.emplace(m);
-    const std::string report = WholeRun(told, ownCancel);
+    Outcome outcome = WholeRun(told, ownCancel);
     m_list->PutBack();
     if (!m.events.ProgramEnds()) m_list->SelectFormerRow();
     m_list.reset();
-    Finish(report, kept, told);
-}
-
-void ThumbRoom::Finish(std::string report, KeptNote& kept, const ThumbnailTold& told) {
     m.notes.NoteFilesChanged();
-    report += kept.Settle();
-    m.shell.ShowMessage(report);
-    if (told) told(report);
+    outcome.text += kept.Settle();
+    return outcome;
 }
 
 // Why no thumbnails are made; empty when they can be. `remain` says what could not be cleared.
@@ -149,16 +140,16 @@ std::vector<ThumbJob> ThumbRoom::Jobs(const ThumbRequest& request) const {
                           m.state.ThumbUpdate, m.files);
 }
 
-std::string ThumbRoom::WholeRun(const ThumbnailTold& told, QPushButton* ownCancel) {
+Outcome ThumbRoom::WholeRun(const ThumbnailTold& told, QPushButton* ownCancel) {
     std::string remain;
     if (!m.state.ThumbUpdate) {
         std::string why = MakeReady(ThumbnailFolderPath(), remain);
-        if (!why.empty()) return why;
+        if (!why.empty()) return Outcome::Refused(std::move(why));
     }
     const ThumbRequest request = Request();
     ThumbRun run(Jobs(request), request, m.files);
-    const bool cancelled = !Make(run, told, ownCancel);
-    return run.Report(cancelled) + (remain.empty() ? "" : ", " + remain);
+    const bool whole = Make(run, told, ownCancel);
+    return {whole, run.Report(!whole) + (remain.empty() ? "" : ", " + remain), {}};
 }
 
 bool ThumbRoom::Make(ThumbRun& run, const ThumbnailTold& told, QPushButton* ownCancel) {
@@ -192,7 +183,8 @@ void ThumbRoom::ShowPicture(int row, QPushButton* ownCancel) {
 
 // From the file of the picture shown; list, folder and notes stay as they are.
 void ThumbRoom::GenerateThumbCButton_Click() {
-    if (!MayBegin() || m.state.FileNameOnly.empty()) return;
+    if (const Outcome refused = MayBegin(); !refused) return m.shell.Tell(refused);
+    if (m.state.FileNameOnly.empty()) return;
     if (!m.state.Filename.empty() &&
         FolderOf(m.state.Filename) != WithoutTrailingSeparator(m.controls.FileListBox->Path())) {
         m.shell.ShowMessage("The picture shown is not of this folder");
@@ -232,7 +224,7 @@ void ThumbRoom::ThumbFolderButton_Click() {
 }
 
 void ThumbRoom::ThumbFolderDeleteButton_Click() {
-    if (!MayBegin()) return;
+    if (const Outcome refused = MayBegin(); !refused) return m.shell.Tell(refused);
     const std::string folder = ThumbnailFolderPath();
     const std::string pictures = m.controls.FileListBox->Path();
     ClearFaults faults;

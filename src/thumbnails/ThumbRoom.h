@@ -14,7 +14,6 @@
 
 namespace tarn {
 
-class KeptNote;
 class frmThumbFolder;
 
 class ThumbRoom : public ThumbnailCommands, public Room {
@@ -27,8 +26,8 @@ public:
     void Started() override { m_grid.ShowSettings(); }
     void BreakOff() override;
 
-    void GenerateThumbnails(bool updateOnly, const ThumbnailTold& told,
-                            QPushButton* ownCancel) override;
+    Outcome GenerateThumbnails(bool updateOnly, const ThumbnailTold& told,
+                               QPushButton* ownCancel) override;
     std::string ThumbnailNameOf(const std::string& picture) override;
     std::string ThumbnailFolderPath() override;
 
@@ -41,13 +40,12 @@ public:
 
 private:
     ThumbRequest Request() const;
-    bool MayBegin();
+    Outcome MayBegin();
     std::string MakeReady(const std::string& folder, std::string& remain);
     std::vector<ThumbJob> Jobs(const ThumbRequest& request) const;
-    std::string WholeRun(const ThumbnailTold& told, QPushButton* ownCancel);
+    Outcome WholeRun(const ThumbnailTold& told, QPushButton* ownCancel);
     bool Make(ThumbRun& run, const ThumbnailTold& told, QPushButton* ownCancel);
     void ShowPicture(int row, QPushButton* ownCancel);
-    void Finish(std::string report, KeptNote& kept, const ThumbnailTold& told);
     bool SetSubFolder(const std::string& name);
     void ShowSubFolder();
 

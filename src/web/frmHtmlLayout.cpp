@@ -238,45 +238,47 @@ void frmHtmlLayout::WarnOfName(const std::string& name, const EntryFacts& facts)
                          .arg(ToQt(name)));
 }
 
-bool frmHtmlLayout::AddCurrent(bool mayAdvance) {
+// Done: it has its entry. Else the text says why not; of a label's picture nothing is said. After a
+// fault the page is not open any more.
+Outcome frmHtmlLayout::AddCurrent() {
     ProgramState& s = m.state;
     std::string refusal;
     EntryFacts facts;
     const std::string name = s.FileNameOnly;
-    if (!AddFacts(refusal, facts)) {
-        m.shell.ShowMessage(refusal);
-        return true;
-    }
+    if (!AddFacts(refusal, facts)) return Outcome::Refused(refusal);
     m_lastFile->setText(ToQt(name));
-    if (IsLabelPicture(s, name)) return true;
-    if (!m_page.Add(s, m_exifInfo->isChecked(), facts)) return false;
+    if (IsLabelPicture(s, name) || !m_page.Add(s, m_exifInfo->isChecked(), facts))
+        return Outcome::Refused();
     WarnOfName(name, facts);
-    const std::string done = "Copied Html data for " + name;
-    if (!mayAdvance || !m_advance->isChecked()) {
-        m.shell.ShowMessage(done);
-        return true;
-    }
-    m.shell.ShowMessage("");
-    m.navigation.NextButton_Click();
-    if (s.MessageText.empty()) m.shell.ShowMessage(done);
-    return true;
+    return Outcome::Did("Copied Html data for " + name);
 }
 
 void frmHtmlLayout::HtmlAddButton_Click() {
     m_videoFaultTold = false;
-    if (!AddCurrent(true)) Failed();
+    const Outcome added = AddCurrent();
+    if (!m_page.IsOpen()) {
+        Failed();
+    } else if (added && m_advance->isChecked()) {
+        m.shell.ShowMessage({});
+        m.navigation.NextButton_Click();
+        m.shell.ShowIfNoMessage(added.text);
+    } else {
+        m.shell.Tell(added);
+    }
     activateWindow();
 }
 
 // False when the run did not come to its end.
 bool frmHtmlLayout::AddRows(int count, bool reverse) {
     const BatchRun batch(m, m_cancel);
-    bool goesOn = true;
-    for (int i = 0; i < count && goesOn; ++i) {
+    std::string said;
+    for (int i = 0; i < count; ++i) {
         m.navigation.SelectRow(reverse ? count - 1 - i : i);
-        goesOn = AddCurrent(false) && batch.Step(m.state.MessageText);
+        const Outcome added = AddCurrent();
+        if (!added.text.empty()) said = added.text;
+        if (!m_page.IsOpen() || !batch.Step(said)) return false;
     }
-    return goesOn;
+    return true;
 }
 
 void frmHtmlLayout::HtmlAddAll(bool reverse) {

@@ -73,7 +73,7 @@ private:
     void ReadSavedSettings(const std::string& path);
     void Choose(const std::string& path);
     void Opened();
-    bool AddCurrent(bool mayAdvance); // false: the page has a fault
+    Outcome AddCurrent();
     bool AddRows(int count, bool reverse);
     bool AddFacts(std::string& refusal, EntryFacts& facts);
     void CopyVideoPicture();

@@ -203,8 +203,10 @@ void frmHtmlThumb::Run(GalleryPlan plan) {
 
 void frmHtmlThumb::GenThumbButton_Click(bool updateOnly) {
     SetBusy(true);
-    m.thumbnails.GenerateThumbnails(
+    const Outcome made = m.thumbnails.GenerateThumbnails(
         updateOnly, [this](const std::string& text) { Say(text); }, m_cancel);
+    m.shell.Tell(made);
+    if (!made.text.empty()) Say(made.text);
     SetBusy(false);
     if (!m.events.ProgramEnds()) Form_Activate();
 }

@@ -32,8 +32,7 @@ TEST(CopyTo, CopiesAndStepsOnWhereThatIsWished) {
     d.Key(Qt::Key_Y);
     EXPECT_EQ(d.Said(), "Copied+ 'a.jpg'");
     EXPECT_EQ(d.Current(), "b.jpg");
-    EXPECT_TRUE(d.house.copies.CMImage());
-    EXPECT_EQ(d.Said(), "CM+ 'b.jpg'");
+    EXPECT_EQ(d.house.copies.CMImage().text, "CM+ 'b.jpg'");
     EXPECT_EQ(d.TargetNames(), "a.jpg b.jpg ");
     EXPECT_EQ(d.Current(), "c.jpg");
     d.Key(Qt::Key_U); // the key itself steps nowhere
@@ -46,15 +45,13 @@ TEST(CopyTo, SaysWhyItIsRefused) {
     d.Start();
     d.house.navigation.OpenFolder(d.target.Path(), {});
     EXPECT_FALSE(d.c.MoveToButton->isEnabled());
-    d.house.copies.CopyImage();
-    EXPECT_EQ(d.Said(), "'Copy to' folder is same as current folder");
-    d.house.copies.CJMButton_Click();
+    EXPECT_EQ(d.house.copies.CopyImage().text, "'Copy to' folder is same as current folder");
+    d.c.CJMButton->click();
     EXPECT_EQ(d.Said(), "'Copy to' folder same as current folder");
     d.s.CopyImageFolder.clear();
-    d.house.copies.CopyImage();
+    d.Key(Qt::Key_Y);
     EXPECT_EQ(d.Said(), "'Copy to' folder has not been set");
-    d.house.copies.CMImage();
-    EXPECT_EQ(d.Said(), "'Copy to' folder has must be set");
+    EXPECT_EQ(d.house.copies.CMImage().text, "'Copy to' folder has must be set");
 }
 
 TEST(CopyTo, MoveTakesThePictureAlongAndComesBack) {
@@ -181,7 +178,7 @@ TEST(Convert, SaysWhatIsNotCreated) {
     d.c.ConvertButton->trigger();
     EXPECT_EQ(d.Said(), "'0.jpg' is not valid to convert to JPG");
     d.GoTo("z.avi");
-    d.house.copies.ConvertButton_Click();
+    d.c.ConvertButton->trigger();
     EXPECT_EQ(d.Said(), "'z.avi' is not valid to convert to JPG");
 }
 

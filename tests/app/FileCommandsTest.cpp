@@ -116,7 +116,6 @@ TEST(Rename, TakesTheWholeNoteAlongAndComesBack) {
     EXPECT_EQ(d.Notes(), (Tree{{"M31.enf", longNote}}));
     EXPECT_EQ(d.Said(), "Renamed - a.jpg > M31.jpg");
     EXPECT_EQ(d.Current(), "M31.jpg");
-    EXPECT_EQ(d.s.RenameFilename, "");
     EXPECT_EQ(d.clipboard->Text(), "a.jpg");
     d.Rename("m31.JPG"); // another case alone
     EXPECT_EQ(d.Names(), "b.jpg c.jpg m31.JPG ");

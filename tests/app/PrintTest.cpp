@@ -19,7 +19,7 @@ struct PrintDesk : AppDesk {
             AddPicture("p" + std::to_string(100 + i) + ".jpg", 60 + i, 40);
     }
     void Print(QAction* entry) { Answer({pdf}, entry); }
-    std::string Message() const { return s.MessageText; }
+    std::string Message() const { return Said(); }
     bool Has(std::size_t page, const std::string& text) const {
         return page < printing.pages.size() && PlaceOf(printing.pages[page], text) != "none";
     }

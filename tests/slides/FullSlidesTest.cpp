@@ -171,7 +171,7 @@ TEST(FullSlides, CopiesAreMarkedOnceAndOnlyWhereTheyHappened) {
         });
     };
     for (const int key : {int('Y'), int('O'), int('U'), int('N')}) note(key);
-    d.Do([&] { d.copies.copies = false; }); // b.jpg, and no word why
+    d.Do([&] { d.copies.answer.done = false; }); // b.jpg, and no word why
     note('Y');
     note(keys::kNone);
     d.Run();

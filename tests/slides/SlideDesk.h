@@ -128,9 +128,10 @@ struct ReadingInfo : RecordingInfo {
 struct DeletingFiles : RecordingFileCommands {
     DeletingFiles(Calls& written, ProgramState& s, MainControls& c)
         : RecordingFileCommands(written), state(s), controls(c) {}
-    void DeleteButton_Click() override {
+    Outcome DeleteButton_Click() override {
         if (!declines) std::filesystem::remove(state.Filename);
         controls.FileListBox->Refresh();
+        return {!declines, {}, {}};
     }
     ProgramState& state;
     MainControls& controls;

@@ -88,6 +88,7 @@ struct RecordingShell : ShellCommands, Recorder {
     void SetBusy(bool busy) override { Write(busy ? "busy" : "ready"); }
     void SetDeletePointer(bool on) override { Write(on ? "deleting" : "deleted"); }
     void ShowMessage(const std::string& text) override { Write("message " + text); }
+    void ShowIfNoMessage(const std::string& text) override { Write("message if none " + text); }
     void ShowStatus(const std::string& text) override { Write("status " + text); }
     void ShowError(const std::string& text) override { Write("error " + text); }
     void SetListCommands(bool on) override { Write(on ? "list on" : "list off"); }
@@ -104,25 +105,26 @@ struct RecordingShell : ShellCommands, Recorder {
 struct RecordingInfo : InfoCommands, Recorder {
     using Recorder::Recorder;
     void ReadPictureInfo() override { Write("ReadPictureInfo"); }
-    bool SetFileDatesButton_Click() override {
+    Outcome SetFileDatesButton_Click() override {
         Write("SetFileDates");
-        return true;
+        return Outcome::Did();
     }
 };
 
 struct RecordingNotes : NotesCommands, Recorder {
     using Recorder::Recorder;
     void SetNotesFilename() override { Write("SetNotesFilename"); }
-    bool SaveNote() override {
+    NoteLoad LastLoad() override { return {}; }
+    Outcome SaveNote() override {
         Write("SaveNote");
-        return true;
+        return Outcome::Did();
     }
     void SaveNotesButton_Click() override { Write("SaveNotesButton"); }
     void RestoreNotesButton_Click() override { Write("RestoreNotesButton"); }
     void DeleteNotesButton_Click() override { Write("DeleteNotesButton"); }
-    bool SaveIfUnsaved() override {
+    Outcome SaveIfUnsaved() override {
         Write("SaveIfUnsaved");
-        return true;
+        return Outcome::Did();
     }
     void SetSaveCommands() override { Write("SetSaveCommands"); }
     void NoteFilesChanged() override { Write("NoteFilesChanged"); }
@@ -143,32 +145,36 @@ struct RecordingSlides : SlideCommands, Recorder {
 
 struct RecordingCopies : CopyCommands, Recorder {
     using Recorder::Recorder;
-    bool CopyImage() override {
+    CopyOutcome CopyImage() override {
         Write("CopyImage");
-        return copies;
+        return answer;
     }
-    bool CMImage() override {
+    Outcome CMImage() override {
         Write("CMImage");
-        return copies;
+        return answer;
     }
     void SetCaptionShown(bool shown) override { Write(shown ? "caption up" : "caption down"); }
     void FolderChanged() override {}
-    bool copies = true;
+    CopyOutcome answer{Outcome::Did(), {}, {}};
 };
 
 struct RecordingFileCommands : FileCommands, Recorder {
     using Recorder::Recorder;
-    void DeleteButton_Click() override { Write("Delete"); }
-    void DeleteOnlyButton_Click() override { Write("DeleteOnly"); }
-    void RenameButton_Click() override { Write("Rename"); }
-    void DuplicateButton_Click() override { Write("Duplicate"); }
+    Outcome DeleteButton_Click() override { return Answer("Delete"); }
+    Outcome DeleteOnlyButton_Click() override { return Answer("DeleteOnly"); }
+    Outcome RenameButton_Click() override { return Answer("Rename"); }
+    Outcome DuplicateButton_Click() override { return Answer("Duplicate"); }
+    Outcome Answer(const std::string& call) {
+        Write(call);
+        return Outcome::Did();
+    }
 };
 
 struct RecordingThumbnails : ThumbnailCommands, Recorder {
     using Recorder::Recorder;
-    void GenerateThumbnails(bool updateOnly, const ThumbnailTold& told, QPushButton*) override {
+    Outcome GenerateThumbnails(bool updateOnly, const ThumbnailTold&, QPushButton*) override {
         Write(updateOnly ? "thumbnails updated" : "thumbnails");
-        if (told) told("0 thumbnails");
+        return Outcome::Did("0 thumbnails");
     }
     std::string ThumbnailNameOf(const std::string& picture) override {
         return "T120_" + picture.substr(picture.rfind('/') + 1);

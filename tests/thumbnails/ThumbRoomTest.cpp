@@ -86,7 +86,7 @@ TEST(ThumbRoom, RunsOverPicturesAndPutsFilterAndRowBack) {
     Calls told;
     std::string during;
     d.Select("film.avi");
-    d.room.GenerateThumbnails(
+    const Outcome made = d.room.GenerateThumbnails(
         false,
         [&](const std::string& text) {
             told.push_back(text);
@@ -95,8 +95,9 @@ TEST(ThumbRoom, RunsOverPicturesAndPutsFilterAndRowBack) {
         nullptr);
     EXPECT_EQ(during, "10000 *.jpg;*.tif");
     EXPECT_EQ(told, (Calls{"Generating thumbnail 1 ...\\thumbnails\\T120_a.jpg",
-                           "Generating thumbnail 2 ...\\thumbnails\\T120_b.jpg", kTwoMade}));
-    EXPECT_EQ(d.Said(), kTwoMade);
+                           "Generating thumbnail 2 ...\\thumbnails\\T120_b.jpg"}));
+    EXPECT_TRUE(made);
+    EXPECT_EQ(made.text, kTwoMade);
     EXPECT_EQ(d.Boxes(), "11010");
     EXPECT_EQ(d.state.FileTypes, "*.jpg;*.tif;*.avi");
     EXPECT_EQ(d.controls.FileListBox->Pattern(), "*.jpg;*.tif;*.avi");
@@ -144,7 +145,7 @@ TEST(ThumbRoom, ACustomFilterIsWalkedAsItStands) {
 TEST(ThumbRoom, AnEmptyListMakesTheFolderAndAnUpdateDoesNot) {
     ThumbDesk d;
     for (const char* name : {"a.jpg", "b.jpg"}) fs::remove(d.folder.Path() + "/" + name);
-    d.room.GenerateThumbnails(true, {}, nullptr);
+    EXPECT_TRUE(d.room.GenerateThumbnails(true, {}, nullptr));
     EXPECT_FALSE(fs::exists(d.folder.Path() + "/thumbnails"));
     d.controls.GenerateThumbButton->trigger();
     EXPECT_TRUE(fs::is_directory(d.folder.Path() + "/thumbnails"));
@@ -159,8 +160,7 @@ TEST(ThumbRoom, AnUpdateKeepsWhatStandsInAnyCase) {
     d.folder.Write("thumbnails/t120_B.JPG", "kept, too");
     d.folder.Write("thumbnails/T064_a.jpg", "another size");
     for (const char* made : {"1 thumbnails,", "0 thumbnails,"}) {
-        d.room.GenerateThumbnails(true, {}, nullptr);
-        EXPECT_EQ(d.Said().substr(0, 13), made);
+        EXPECT_EQ(d.room.GenerateThumbnails(true, {}, nullptr).text.substr(0, 13), made);
     }
     EXPECT_EQ(d.Thumbs(), "T064_a.jpg T120_A.jpg T120_a.jpg t120_B.JPG ");
     EXPECT_EQ(ReadTree(d.folder.Path() + "/thumbnails").at("T120_a.jpg"), "kept");
@@ -183,10 +183,11 @@ TEST(ThumbRoom, CancelStopsAndPutsBack) {
     const std::string picture = JpegBytes(TellTale(60, 40));
     for (int i = 0; i < 200; ++i) // more than are made ahead
         d.folder.Write("c" + std::to_string(i) + ".jpg", picture);
-    d.room.GenerateThumbnails(
+    const Outcome made = d.room.GenerateThumbnails(
         false, [&](const std::string&) { d.state.BatchCancelled = true; }, nullptr);
+    EXPECT_FALSE(made);
     EXPECT_EQ(d.Thumbs(), "T120_a.jpg ");
-    EXPECT_EQ(d.Said().substr(0, 25), "CANCELLED - 1 thumbnails,");
+    EXPECT_EQ(made.text.substr(0, 25), "CANCELLED - 1 thumbnails,");
     EXPECT_EQ(d.Boxes(), "11010");
     EXPECT_EQ(d.Current(), "b.jpg");
 }
@@ -201,9 +202,9 @@ TEST(ThumbRoom, AnUnsavedNoteThatWasPassedOverIsInTheRestoreBuffer) {
     const auto passedOver = [&](const std::string& text) {
         if (text.starts_with("Generating")) d.state.NoteText = d.state.NotesSave = "another's";
     };
-    d.room.GenerateThumbnails(false, passedOver, nullptr);
+    const Outcome made = d.room.GenerateThumbnails(false, passedOver, nullptr);
     EXPECT_EQ(d.state.NotesSave, "half a thought");
-    EXPECT_EQ(d.Said(),
+    EXPECT_EQ(made.text,
               std::string(kTwoMade) + "; Unsaved note of 'b.jpg' is in the restore buffer");
     EXPECT_EQ(ReadTree(notes.Path()).at("T120_b.enf"), "\"M 31 \"Andromeda\" \x92\r\n\"\r\n");
 }

@@ -123,9 +123,12 @@ void ShellRoom::SetDeletePointer(bool deletes) {
 }
 
 void ShellRoom::ShowMessage(const std::string& text) {
-    m.state.MessageText = text;
     m.controls.FileDateText->setText(ToQt(text));
     m.controls.FileDateText->setCursorPosition(0);
+}
+
+void ShellRoom::ShowIfNoMessage(const std::string& text) {
+    if (m.controls.FileDateText->text().isEmpty()) ShowMessage(text);
 }
 
 void ShellRoom::ShowStatus(const std::string& text) {

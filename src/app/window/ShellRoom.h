@@ -26,6 +26,7 @@ public:
     void SetBusy(bool busy) override;
     void SetDeletePointer(bool deletes) override;
     void ShowMessage(const std::string& text) override;
+    void ShowIfNoMessage(const std::string& text) override;
     void ShowStatus(const std::string& text) override;
     void ShowError(const std::string& text) override;
     void SetListCommands(bool enabled) override;

@@ -2,6 +2,7 @@
 // test implements the one or two that its room rings.
 #pragma once
 
+#include "desk/commands/Outcome.h"
 #include "desk/commands/PictureRequest.h"
 
 #include <functional>
@@ -69,21 +70,28 @@ class InfoCommands {
 public:
     virtual ~InfoCommands() = default;
     virtual void ReadPictureInfo() = 0;
-    virtual bool SetFileDatesButton_Click() = 0; // whether the times were set
+    virtual Outcome SetFileDatesButton_Click() = 0; // done: the times were set
+};
+
+// What the last loading of a note had to say, and which one that was.
+struct NoteLoad {
+    int number = 0;
+    std::string word;
 };
 
 class NotesCommands {
 public:
     virtual ~NotesCommands() = default;
     virtual void SetNotesFilename() = 0;
-    virtual bool SaveNote() = 0; // false: Label_error says why
+    virtual NoteLoad LastLoad() = 0;
+    virtual Outcome SaveNote() = 0;
     virtual void SaveNotesButton_Click() = 0;
     virtual void RestoreNotesButton_Click() = 0;
     virtual void DeleteNotesButton_Click() = 0;
     virtual void SetSaveCommands() = 0; // on when there is something to save and a place for it
-    // What is being written for the current file goes into its note; false: Label_error says why
-    // it cannot.
-    virtual bool SaveIfUnsaved() = 0;
+    // What is being written for the current file goes into its note; done also when there is
+    // nothing.
+    virtual Outcome SaveIfUnsaved() = 0;
     virtual void NoteFilesChanged() = 0; // files came into or left the notes folder
     // The saved note of any picture, empty when it has none; box and restore buffer are left alone.
     virtual std::string SavedNoteOf(const std::string& picture) = 0;
@@ -101,26 +109,32 @@ public:
     virtual void ShowSlideAgain() = 0;        // the brightness has changed
 };
 
+struct CopyOutcome : Outcome {
+    // Empty after a good copy, else why the last one failed; a refusal leaves it as it was.
+    std::string copyOk;
+    std::string replaced; // in the wastebasket: what the copy took the place of
+};
+
 // Copies of pictures: into the copy-to folder, converted, as text.
 class CopyCommands {
 public:
     virtual ~CopyCommands() = default;
-    // Filename into the copy-to folder, as it is or converted. True when that happened; else the
-    // message line says why not, and CopyOk holds a failure.
-    virtual bool CopyImage() = 0;
-    virtual bool CMImage() = 0;
+    // Filename into the copy-to folder, as it is or converted.
+    virtual CopyOutcome CopyImage() = 0;
+    virtual Outcome CMImage() = 0;
     virtual void SetCaptionShown(bool shown) = 0; // the caption window, if it is open
     virtual void FolderChanged() = 0;             // the list shows another folder
 };
 
-// Filename and its note: away, under another name, twice. Each refreshes the list.
+// Filename and its note: away, under another name, twice. Each refreshes the list. Those that ask
+// for a name are done when the question stands; what is answered there tells the rest.
 class FileCommands {
 public:
     virtual ~FileCommands() = default;
-    virtual void DeleteButton_Click() = 0;     // into the wastebasket, asked where that is due
-    virtual void DeleteOnlyButton_Click() = 0; // the note stays
-    virtual void RenameButton_Click() = 0;
-    virtual void DuplicateButton_Click() = 0;
+    virtual Outcome DeleteButton_Click() = 0;     // into the wastebasket, asked where that is due
+    virtual Outcome DeleteOnlyButton_Click() = 0; // the note stays
+    virtual Outcome RenameButton_Click() = 0;
+    virtual Outcome DuplicateButton_Click() = 0;
 };
 
 // Thumbnails of the folder shown, in the size and sub folder that are set.
@@ -129,10 +143,10 @@ class ThumbnailCommands {
 public:
     virtual ~ThumbnailCommands() = default;
     // One for each picture of the list; asks before it overwrites where that is due. With
-    // `updateOnly` those that stand are kept. `told` (may be empty) gets each text that the message
-    // line gets. A modal window brings its own cancel button.
-    virtual void GenerateThumbnails(bool updateOnly, const ThumbnailTold& told,
-                                    QPushButton* ownCancel) = 0;
+    // `updateOnly` those that stand are kept. `told` (may be empty) gets the progress, as the
+    // message line does. A modal window brings its own cancel button.
+    virtual Outcome GenerateThumbnails(bool updateOnly, const ThumbnailTold& told,
+                                       QPushButton* ownCancel) = 0;
     // "T120_m31.tif" of a picture's name or path.
     virtual std::string ThumbnailNameOf(const std::string& picture) = 0;
     // Where they are; empty when the sub folder's name leads out of the folder shown.
@@ -156,12 +170,18 @@ public:
     // The texts beside the picture, as they stand on the desk: rows of the camera data, sizes, the
     // caption of the edit button.
     virtual void ShowFileTexts() = 0;
-    virtual void SetBusy(bool busy) = 0;              // hourglass; each true needs its false
-    virtual void SetDeletePointer(bool deletes) = 0;  // the same, while a file is deleted
-    virtual void ShowMessage(const std::string&) = 0; // the message line, FileDateText
-    virtual void ShowStatus(const std::string&) = 0;  // the status bar
-    virtual void ShowError(const std::string&) = 0;   // Label_error; empty hides it
-    virtual void SetListCommands(bool enabled) = 0;   // slides and note saving need a list
+    virtual void SetBusy(bool busy) = 0;             // hourglass; each true needs its false
+    virtual void SetDeletePointer(bool deletes) = 0; // the same, while a file is deleted
+    // What a verb answered with; where it has nothing to say, what stands stays.
+    void Tell(const Outcome& outcome) {
+        if (!outcome.text.empty()) ShowMessage(outcome.text);
+        if (!outcome.fault.empty()) ShowError(outcome.fault);
+    }
+    virtual void ShowMessage(const std::string&) = 0;     // the message line, FileDateText
+    virtual void ShowIfNoMessage(const std::string&) = 0; // the same, unless a text stands there
+    virtual void ShowStatus(const std::string&) = 0;      // the status bar
+    virtual void ShowError(const std::string&) = 0;       // Label_error; empty hides it
+    virtual void SetListCommands(bool enabled) = 0;       // slides and note saving need a list
     // The help window on a page: 1 navigation, 2 slides, 3 size window, 4 1:1, 5 two and four
     // pictures.
     virtual void ShowHelpPage(int page) = 0;

@@ -8,10 +8,6 @@ namespace tarn {
 
 struct FileOpsState {
     std::string CopyImageFolder;
-    std::string CopyOk;
-    std::string CopyReplaced; // in the wastebasket: what the last copy took the place of
-    std::string RenameFilename;
-    std::string DuplicateFilename;
     bool DeleteNoteToo = false; // a delete of this file also removes its note
     bool DeleteConfirm = true;
     bool DeleteKeepNotes = false;
@@ -25,7 +21,6 @@ struct FileOpsState {
 
     bool AutoSetFileDates = true;
     bool MoveAllCancel = false;
-    bool DoFileSync = false;
 
     bool ConvertJpgAddFN = true;
     std::string ConvertJpgCaption; // made of lines of the note

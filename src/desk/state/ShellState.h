@@ -15,7 +15,6 @@ struct ShellState {
     bool FormLoadDone = false;
     bool NoSaveOnExit = false;
     bool Closing = false;
-    std::string MessageText;     // what stands in the message line, FileDateText
     bool BatchRuns = false;      // a command works through the list: the window redraws nothing
     bool BatchCancelled = false; // and is to stop after the file in hand
 };
