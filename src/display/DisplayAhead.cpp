@@ -59,6 +59,7 @@ QSize DisplayRoom::WantedPixels() const {
 void DisplayRoom::ExpectNeighbours() {
     const ProgramState& s = m.state;
     const FileListBox& list = *m.controls.FileListBox;
+    m_travel.GoTo(s.FileIndex, list.Count());
     if (s.SlideViewing || s.BatchRuns) return;
     ShownIn in;
     if (!IsCutMode()) in.pane = {s.PreviewWidth, s.PreviewHeight};

@@ -35,6 +35,7 @@ bool DisplayRoom::IsLastRow() const {
 }
 
 void DisplayRoom::DisplayPicture(const PictureRequest& request) {
+    ForgetLastPicture();
     {
         const BusyPointer busy(m.shell);
         const std::string error = LoadCurrent();
@@ -45,7 +46,6 @@ void DisplayRoom::DisplayPicture(const PictureRequest& request) {
 
 std::string DisplayRoom::LoadCurrent() {
     ProgramState& s = m.state;
-    ForgetLastPicture();
     BeginPicture();
     std::string error = LoadPicture();
     m_placeholder = !m_turned.HasImage();
@@ -83,7 +83,6 @@ void DisplayRoom::TellShown(const PictureRequest& request) {
     if (request.focus) m.shell.FocusPane();
     FollowStretch();
     if (m_pic) m_pic->Follow();
-    m_travel.GoTo(s.FileIndex, m.controls.FileListBox->Count());
     if (request.neighbours) ExpectNeighbours();
 }
 

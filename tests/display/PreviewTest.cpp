@@ -48,10 +48,6 @@ TEST_F(PreviewTest, TurnsFitThePictureAgain) {
     d.controls.RotateRightButton->click();
     EXPECT_EQ(d.Shown(), "31x50 gyrb") << "a later turn keeps the mirrorings";
     EXPECT_EQ(Quarters(d.state.ImgXfull.FullPicture()), "rgby") << "the full copy is not turned";
-    d.state.SlideViewing = true;
-    d.calls.clear();
-    d.controls.RotateLeftButton->click();
-    EXPECT_EQ(d.calls, Calls{}) << "a show keeps its focus";
 }
 
 TEST_F(PreviewTest, OneXAndTwoXExcludeEachOtherAndLoadOnce) {

@@ -9,6 +9,7 @@ namespace {
 TEST(ClassFilter, EmptyListsLeaveNoSeparators) {
     SelectionState s;
     s.PictureTypes = "*.jpg";
+    s.VideoTypes.clear();
     s.WebTypes = "*.html";
     EXPECT_EQ(TypesFromVideos(s, {false, true}), "");
     EXPECT_EQ(TypesFromVideos(s, {true, true}), "*.jpg");

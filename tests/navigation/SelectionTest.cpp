@@ -52,7 +52,7 @@ TEST(Selection, TheTypeDecidesWhoTakesOver) {
     EXPECT_TRUE(d.state.VideoImage());
     for (QWidget* each : over) EXPECT_TRUE(each->isHidden());
     EXPECT_EQ(enabled(), 0);
-    d.controls.EditButton2->setText(QStringLiteral("Web"));
+    d.state.EditCaption = "Web";
     EXPECT_EQ(last(1), "Load_web"); // found by three characters: "TML"
     EXPECT_EQ(last(2), "ShowVideoFile");
     EXPECT_EQ(last(3), "Load_web");
@@ -60,7 +60,7 @@ TEST(Selection, TheTypeDecidesWhoTakesOver) {
     EXPECT_EQ(last(4), "DisplayPicture");
     EXPECT_EQ(d.state.FileType, "FITS");
     EXPECT_EQ(enabled(), 7);
-    EXPECT_EQ(d.controls.EditButton2->text(), QStringLiteral("Edit"));
+    EXPECT_EQ(d.state.EditCaption, "Edit");
 }
 
 TEST(Selection, AFileThatWentAwayShowsTheSystemsTextAndTheNameBefore) {

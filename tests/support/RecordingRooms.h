@@ -58,6 +58,7 @@ struct RecordingNavigation : NavigationCommands, Recorder {
     void StepBy(int rows, const PictureRequest& request) override {
         requested = request;
         Write(rows == 1 ? "Next" : rows == -1 ? "Prev" : "step by " + std::to_string(rows));
+        if (onStep) onStep();
     }
     void ClearMultiselect() override { Write("ClearMultiselect"); }
     void Update_Num_Files(int) override { Write("Update_Num_Files"); }
@@ -69,6 +70,7 @@ struct RecordingNavigation : NavigationCommands, Recorder {
     void SetFilterShown(bool shown) override { Write(shown ? "filter up" : "filter down"); }
     void ListClassOf(const std::string& path) override { Write("list class of " + path); }
     PictureRequest requested; // with the last step
+    std::function<void()> onStep;
     void ResetFileHistory(bool with) override {
         Write(with ? "history with row" : "history empty");
     }
