@@ -336,7 +336,7 @@ TEST(Tarn, TellsItsUsage) {
 }
 
 TEST(Arguments, OptionsComeFirst) {
-    const std::vector<OptionRule> rules = {{"--size", true}, {"--date"}};
+    const std::vector<OptionRule> rules = {{"--size", "N"}, {"--date"}};
     const std::vector<std::string> words = {"--size", "5", "--size", "-6", "-", "--date"};
     std::string fault;
     const auto arguments = Arguments::Parse(words, rules, fault);
