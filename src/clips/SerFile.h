@@ -2,9 +2,9 @@
 // size without compression, and perhaps the time of each frame behind them. No toolkit.
 #pragma once
 
+#include "common/file_handle.h"
+
 #include <cstdint>
-#include <cstdio>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -46,13 +46,10 @@ public:
     std::string ReadFrame(int frame, std::vector<std::uint16_t>& samples);
 
 private:
-    struct Closer {
-        void operator()(std::FILE* file) const { std::fclose(file); }
-    };
     bool ReadAt(std::int64_t place, void* bytes, std::size_t count);
     void FindByteOrder(const std::vector<std::uint8_t>& frame);
 
-    std::unique_ptr<std::FILE, Closer> m_file;
+    FileHandle m_file;
     SerHeader m_header;
     int m_framesStated = 0;
     bool m_orderKnown = false;

@@ -92,6 +92,13 @@ void SerPlayer::Tick() {
     m_ended = true;
 }
 
+std::string StartOf(const std::string& path) {
+    std::string start(64, '\0');
+    const FileHandle file(std::fopen(path.c_str(), "rb"));
+    start.resize(file ? std::fread(start.data(), 1, start.size(), file.get()) : 0);
+    return start;
+}
+
 } // namespace
 
 std::unique_ptr<ClipPlayer> OpenSer(const std::string& path, std::string& error) {
@@ -102,12 +109,7 @@ std::unique_ptr<ClipPlayer> OpenSer(const std::string& path, std::string& error)
 
 std::unique_ptr<ClipPlayer> OpenClip(const std::string& path, const ClipPlayer::Wait& wait,
                                      std::string& error) {
-    std::string start(64, '\0');
-    if (std::FILE* file = std::fopen(path.c_str(), "rb")) {
-        start.resize(std::fread(start.data(), 1, start.size(), file));
-        std::fclose(file);
-    }
-    return IsSer(start) ? OpenSer(path, error) : OpenWithMpv(path, wait, error);
+    return IsSer(StartOf(path)) ? OpenSer(path, error) : OpenWithMpv(path, wait, error);
 }
 
 } // namespace tarn

@@ -22,11 +22,19 @@ std::optional<Arguments> Arguments::Parse(std::span<const std::string> words,
             fault = "unknown option " + word;
             return std::nullopt;
         }
-        if (rule->takesValue && next + 1 == words.size()) {
+        const bool takesValue = !rule->value.empty();
+        if (takesValue && next + 1 == words.size()) {
             fault = "option " + word + " needs a value";
             return std::nullopt;
         }
-        arguments.options_.push_back({word, rule->takesValue ? words[++next] : std::string()});
+        arguments.options_.push_back({word, takesValue ? words[++next] : std::string()});
+    }
+    for (std::size_t i = 0; i + 1 < rules.size(); ++i) {
+        if (!rules[i].excludesNext) continue;
+        if (!arguments.Has(rules[i].name) || !arguments.Has(rules[i + 1].name)) continue;
+        fault = "only one of " + std::string(rules[i].name) + " and " +
+                std::string(rules[i + 1].name) + " can be given";
+        return std::nullopt;
     }
     arguments.operands_.assign(words.begin() + static_cast<std::ptrdiff_t>(next), words.end());
     return arguments;

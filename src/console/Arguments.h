@@ -1,6 +1,8 @@
 // The words of a command line behind the subcommand's name: options first, then the rest.
 #pragma once
 
+#include "console/Usage.h"
+
 #include <optional>
 #include <span>
 #include <string>
@@ -9,16 +11,10 @@
 
 namespace tarn {
 
-// An option that a subcommand knows: "--date", or with a value behind it "--size 200".
-struct OptionRule {
-    std::string_view name;
-    bool takesValue = false;
-};
-
 class Arguments {
 public:
-    // None when an option is unknown or lacks its value; `fault` then says which. "--" ends the
-    // options.
+    // None when an option is unknown, lacks its value or excludes another; `fault` then says which.
+    // "--" ends the options.
     static std::optional<Arguments> Parse(std::span<const std::string> words,
                                           std::span<const OptionRule> rules, std::string& fault);
 

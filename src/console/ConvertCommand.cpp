@@ -10,19 +10,16 @@ namespace tarn {
 
 namespace {
 
-constexpr OptionRule kOptions[] = {{"--quality", true},
-                                   {"--max-width", true},
-                                   {"--max-height", true},
-                                   {"--text", true},
-                                   {"--to", true}};
+constexpr OptionRule kOptions[] = {{"--quality", "N"},
+                                   {.name = "--max-width", .value = "N", .excludesNext = true},
+                                   {"--max-height", "N"},
+                                   {"--text", "TEXT"},
+                                   {"--to", "FOLDER"}};
+constexpr UsageLine kLines[] = {{kOptions, "FILE..."}};
 constexpr char kFont[] = "Arial"; // what a new user's slides are written in
 constexpr int kBestQuality = 100;
 
 bool ReadOptions(const Arguments& arguments, ConvertOptions& options, std::string& fault) {
-    if (arguments.Has("--max-width") && arguments.Has("--max-height")) {
-        fault = "only one of --max-width and --max-height can be given";
-        return false;
-    }
     options.text = arguments.ValueOf("--text");
     options.font = kFont;
     return arguments.ReadNumber("--quality", 1, kBestQuality, options.quality, fault) &&
@@ -31,6 +28,8 @@ bool ReadOptions(const Arguments& arguments, ConvertOptions& options, std::strin
 }
 
 } // namespace
+
+constinit const Usage kConvertUsage{"convert", kLines};
 
 int RunConvert(std::span<const std::string> words, const PictureConverter& convert) {
     std::string fault;

@@ -5,9 +5,7 @@
 
 namespace tarn {
 
-inline constexpr std::string_view kConvertUsage =
-    "tarn convert [--quality N] [--max-width N | --max-height N] [--text TEXT] [--to FOLDER] "
-    "FILE...";
+extern const Usage kConvertUsage;
 
 // A row for each picture: its path, " -> ", the path of the copy. Quality is 1 to 100, a limit at
 // least 10 pixels.

@@ -14,6 +14,7 @@ namespace tarn {
 namespace {
 
 constexpr OptionRule kOptions[] = {{"--dry-run"}};
+constexpr UsageLine kLines[] = {{kOptions, "FOLDER"}};
 
 class DateSetter {
 public:
@@ -46,6 +47,8 @@ private:
 };
 
 } // namespace
+
+constinit const Usage kDatesUsage{"dates", kLines};
 
 int RunDates(std::span<const std::string> words) {
     std::string fault;

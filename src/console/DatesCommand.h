@@ -5,7 +5,7 @@
 
 namespace tarn {
 
-inline constexpr std::string_view kDatesUsage = "tarn dates [--dry-run] FOLDER";
+extern const Usage kDatesUsage;
 
 // The pictures of the folder as a new user's list shows them. A row for each: name, tab, the date
 // that its file got, or with "--dry-run" would get; nothing behind the tab when the picture has no

@@ -55,8 +55,11 @@ private:
 };
 
 constexpr OptionRule kOptions[] = {{"--date"}};
+constexpr UsageLine kLines[] = {{kOptions, "FILE..."}};
 
 } // namespace
+
+constinit const Usage kInfoUsage{"info", kLines};
 
 int RunInfo(std::span<const std::string> words, const PictureLooker& lookAt) {
     std::string fault;

@@ -5,7 +5,7 @@
 
 namespace tarn {
 
-inline constexpr std::string_view kInfoUsage = "tarn info [--date] FILE...";
+extern const Usage kInfoUsage;
 
 // One reader reads all files, in order, so that data which a file lacks may be those of the file
 // before it, as in the window. The dates are the exception: they are emptied before each file, so

@@ -13,10 +13,13 @@ namespace tarn {
 
 namespace {
 
-constexpr OptionRule kPageOptions[] = {{"--set", true}, {"--notes", true}, {"--append"},
-                                       {"--reverse"},   {"--now", true},   {"--preview", true}};
+constexpr OptionRule kSet{"--set", "KEY=VALUE", true};
+constexpr OptionRule kPageOptions[] = {kSet,          {"--notes", "DIR"}, {"--append"},
+                                       {"--reverse"}, {"--now", "TEXT"},  {"--preview", "WxH"}};
 constexpr OptionRule kGalleryOptions[] = {
-    {"--set", true}, {"--notes", true}, {"--frames"}, {"--now", true}, {"--thumbnails"}};
+    kSet, {"--notes", "DIR"}, {"--frames"}, {"--now", "TEXT"}, {"--thumbnails"}};
+constexpr UsageLine kPageLines[] = {{kPageOptions, "OUT.html FOLDER"}};
+constexpr UsageLine kGalleryLines[] = {{kGalleryOptions, "OUT.html FOLDER"}};
 
 // Options that no page carries.
 bool SetNumber(std::string_view name, std::string_view text,
@@ -74,7 +77,7 @@ std::string Absolute(const std::string& path) {
 }
 
 // Folder, file and notes; the exit status when they will not do, else -1.
-int TakePaths(const Arguments& arguments, std::string_view usage, PageRequest& request) {
+int TakePaths(const Arguments& arguments, const Usage& usage, PageRequest& request) {
     if (arguments.Operands().size() != 2)
         return ComplainOfUsage("a page and the folder of its pictures are needed", usage);
     request.out = Absolute(arguments.Operands()[0]);
@@ -108,6 +111,9 @@ int Make(const PageRequest& request, const PageMaker& make, std::string_view wha
 }
 
 } // namespace
+
+constinit const Usage kPageUsage{"page", kPageLines};
+constinit const Usage kGalleryUsage{"gallery", kGalleryLines};
 
 int RunPage(std::span<const std::string> words, std::string_view version, const PageMaker& make) {
     std::string fault;

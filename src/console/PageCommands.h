@@ -10,12 +10,8 @@
 
 namespace tarn {
 
-inline constexpr std::string_view kPageUsage =
-    "tarn page [--set KEY=VALUE]... [--notes DIR] [--append] [--reverse] [--now TEXT] "
-    "[--preview WxH] OUT.html FOLDER";
-inline constexpr std::string_view kGalleryUsage =
-    "tarn gallery [--set KEY=VALUE]... [--notes DIR] [--frames] [--now TEXT] [--thumbnails] "
-    "OUT.html FOLDER";
+extern const Usage kPageUsage;
+extern const Usage kGalleryUsage;
 
 struct PageRequest {
     std::string out; // absolute, as the folder

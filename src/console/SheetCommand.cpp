@@ -5,17 +5,27 @@
 #include "console/ListedPictures.h"
 
 #include <algorithm>
-#include <array>
 #include <filesystem>
 
 namespace tarn {
 
 namespace {
 
-constexpr std::array<std::string_view, 5> kLayouts{"2x2", "3x4", "4x6", "5x8", kDataSheet};
+constexpr std::string_view kContactSheets[] = {"2x2", "3x4", "4x6", "5x8"};
+constexpr std::string_view kDataSheets[] = {kDataSheet};
 constexpr OptionRule kSheetOptions[] = {
-    {"--notes", true}, {"--no-print-notes"}, {"--now", true}, {"--paper", true}};
-constexpr OptionRule kDataOptions[] = {{"--notes", true}, {"--now", true}, {"--paper", true}};
+    {"--notes", "DIR"}, {"--no-print-notes"}, {"--now", "TEXT"}, {"--paper", "A4"}};
+constexpr OptionRule kDataOptions[] = {{"--notes", "DIR"}, {"--now", "TEXT"}, {"--paper", "A4"}};
+constexpr UsageLine kLines[] = {{kSheetOptions, "OUT.pdf FOLDER", kContactSheets},
+                                {kDataOptions, "OUT.pdf FILE", kDataSheets}};
+
+// Null when there is no such layout.
+const UsageLine* LineOf(std::string_view layout) {
+    for (const UsageLine& line : kLines)
+        if (std::find(line.choices.begin(), line.choices.end(), layout) != line.choices.end())
+            return &line;
+    return nullptr;
+}
 
 void TakeOptions(const Arguments& arguments, SheetRequest& request) {
     const auto take = [&](std::string_view option, std::string& value) {
@@ -59,16 +69,16 @@ int Print(const SheetRequest& request, const SheetPrinter& print) {
 
 } // namespace
 
+constinit const Usage kSheetUsage{"sheet", kLines};
+
 int RunSheet(std::span<const std::string> words, const SheetPrinter& print) {
     if (words.empty()) return ComplainOfUsage("no sheet given", kSheetUsage);
     SheetRequest request;
     request.layout = words.front();
-    if (std::find(kLayouts.begin(), kLayouts.end(), request.layout) == kLayouts.end())
-        return ComplainOfUsage("unknown sheet " + request.layout, kSheetUsage);
-    const auto rules = request.layout == kDataSheet ? std::span<const OptionRule>(kDataOptions)
-                                                    : std::span<const OptionRule>(kSheetOptions);
+    const UsageLine* line = LineOf(request.layout);
+    if (!line) return ComplainOfUsage("unknown sheet " + request.layout, kSheetUsage);
     std::string fault;
-    const auto arguments = Arguments::Parse(words.subspan(1), rules, fault);
+    const auto arguments = Arguments::Parse(words.subspan(1), line->options, fault);
     if (!arguments) return ComplainOfUsage(fault, kSheetUsage);
     if (arguments->Operands().size() != 2)
         return ComplainOfUsage("a PDF file and what goes into it are needed", kSheetUsage);

@@ -7,10 +7,7 @@
 
 namespace tarn {
 
-inline constexpr std::string_view kSheetUsage =
-    "tarn sheet (2x2|3x4|4x6|5x8) [--notes DIR] [--no-print-notes] [--now TEXT] [--paper A4] "
-    "OUT.pdf FOLDER\n"
-    "       tarn sheet data [--notes DIR] [--now TEXT] [--paper A4] OUT.pdf FILE";
+extern const Usage kSheetUsage;
 inline constexpr std::string_view kDataSheet = "data";
 
 struct SheetRequest {

@@ -4,9 +4,8 @@
 
 namespace tarn {
 
-int ComplainOfUsage(std::string_view fault, std::string_view usage) {
-    const std::string message =
-        "tarn: " + std::string(fault) + "\nusage: " + std::string(usage) + "\n";
+int ComplainOfUsage(std::string_view fault, const Usage& usage) {
+    const std::string message = "tarn: " + std::string(fault) + "\nusage: " + TextOf(usage) + "\n";
     std::fputs(message.c_str(), stderr);
     return kExitBadUsage;
 }

@@ -2,6 +2,7 @@
 // exit statuses, and how faults are told.
 #pragma once
 
+#include "console/Usage.h"
 #include "convert/ConvertOptions.h"
 
 #include <functional>
@@ -17,8 +18,7 @@ inline constexpr int kExitFailedFile = 1; // the other files were still worked o
 inline constexpr int kExitBadUsage = 2;
 
 struct Subcommand {
-    std::string_view name;
-    std::string_view usage;                                     // "tarn info [--date] FILE..."
+    const Usage& usage;
     std::function<int(std::span<const std::string> words)> run; // gives the exit status
 };
 
@@ -55,7 +55,7 @@ struct ThumbnailOutcome {
 using ThumbnailMaker = std::function<ThumbnailOutcome(const ThumbnailOrder& order)>;
 
 // Messages on the standard error stream.
-int ComplainOfUsage(std::string_view fault, std::string_view usage); // gives kExitBadUsage
+int ComplainOfUsage(std::string_view fault, const Usage& usage); // gives kExitBadUsage
 void ComplainOfFile(const std::string& path, std::string_view fault);
 
 } // namespace tarn

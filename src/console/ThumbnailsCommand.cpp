@@ -10,7 +10,8 @@ namespace tarn {
 namespace {
 
 constexpr OptionRule kOptions[] = {
-    {"--size", true}, {"--subfolder", true}, {"--notes", true}, {"--update", false}};
+    {"--size", "N"}, {"--subfolder", "NAME"}, {"--notes", "DIR"}, {"--update"}};
+constexpr UsageLine kLines[] = {{kOptions, "FOLDER"}};
 constexpr int kLeastSize = 16;
 constexpr int kMostSize = 9999;
 
@@ -22,6 +23,8 @@ bool IsFolder(const std::string& path) {
 }
 
 } // namespace
+
+constinit const Usage kThumbnailsUsage{"thumbnails", kLines};
 
 int RunThumbnails(std::span<const std::string> words, const ThumbnailMaker& make) {
     std::string fault;

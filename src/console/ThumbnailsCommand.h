@@ -5,8 +5,7 @@
 
 namespace tarn {
 
-inline constexpr std::string_view kThumbnailsUsage =
-    "tarn thumbnails [--size N] [--subfolder NAME] [--notes DIR] [--update] FOLDER";
+extern const Usage kThumbnailsUsage;
 
 // A row for each thumbnail, then the report. The size is the width in pixels, 16 to 9999. What
 // stands in the sub folder goes without a question, as for a new user, unless it is an update.

@@ -15,41 +15,26 @@
 
 namespace {
 
+using Words = std::span<const std::string>;
+
 const std::vector<tarn::Subcommand>& Subcommands() {
-    static const std::vector<tarn::Subcommand> kSubcommands = {
-        {"info", tarn::kInfoUsage,
-         [](std::span<const std::string> words) {
-             return tarn::RunInfo(words, tarn::LookAtPicture);
-         }},
-        {"convert", tarn::kConvertUsage,
-         [](std::span<const std::string> words) {
-             return tarn::RunConvert(words, tarn::ConvertToJpeg);
-         }},
-        {"page", tarn::kPageUsage,
-         [](std::span<const std::string> words) {
-             return tarn::RunPage(words, tarn::kProgramVersion, tarn::MakePage);
-         }},
-        {"gallery", tarn::kGalleryUsage,
-         [](std::span<const std::string> words) {
-             return tarn::RunGallery(words, tarn::kProgramVersion, tarn::MakeGallery);
-         }},
-        {"sheet", tarn::kSheetUsage,
-         [](std::span<const std::string> words) {
-             return tarn::RunSheet(words, tarn::PrintSheet);
-         }},
-        {"thumbnails", tarn::kThumbnailsUsage,
-         [](std::span<const std::string> words) {
-             return tarn::RunThumbnails(words, tarn::ThumbnailsOfFolder);
-         }},
-        {"dates", tarn::kDatesUsage, tarn::RunDates}};
+    using namespace tarn;
+    static const std::vector<Subcommand> kSubcommands = {
+        {kInfoUsage, [](Words words) { return RunInfo(words, LookAtPicture); }},
+        {kConvertUsage, [](Words words) { return RunConvert(words, ConvertToJpeg); }},
+        {kPageUsage, [](Words words) { return RunPage(words, kProgramVersion, MakePage); }},
+        {kGalleryUsage,
+         [](Words words) { return RunGallery(words, kProgramVersion, MakeGallery); }},
+        {kSheetUsage, [](Words words) { return RunSheet(words, PrintSheet); }},
+        {kThumbnailsUsage, [](Words words) { return RunThumbnails(words, ThumbnailsOfFolder); }},
+        {kDatesUsage, RunDates}};
     return kSubcommands;
 }
 
 std::string UsageOfAll() {
     std::string text = "usage: tarn --help | --version\n";
-    for (const tarn::Subcommand& known : Subcommands()) {
-        text += "       " + std::string(known.usage) + "\n";
-    }
+    for (const tarn::Subcommand& known : Subcommands())
+        text += "       " + tarn::TextOf(known.usage) + "\n";
     return text;
 }
 
@@ -68,7 +53,7 @@ int Run(const std::vector<std::string>& words) {
     }
     const auto& all = Subcommands();
     const auto chosen = std::find_if(all.begin(), all.end(), [&](const tarn::Subcommand& known) {
-        return known.name == words[0];
+        return known.usage.name == words[0];
     });
     if (chosen == all.end()) {
         std::fputs(("tarn: unknown command " + words[0] + "\n" + UsageOfAll()).c_str(), stderr);
@@ -78,7 +63,7 @@ int Run(const std::vector<std::string>& words) {
     const auto firstOperand = std::find_if(
         options.begin(), options.end(), [](const auto& word) { return word.substr(0, 2) != "--"; });
     if (std::find(options.begin(), firstOperand, "--help") != firstOperand) {
-        std::fputs(("usage: " + std::string(chosen->usage) + "\n").c_str(), stdout);
+        std::fputs(("usage: " + tarn::TextOf(chosen->usage) + "\n").c_str(), stdout);
         return tarn::kExitSuccess;
     }
     return chosen->run(options);

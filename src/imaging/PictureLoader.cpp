@@ -1,5 +1,6 @@
 #include "imaging/PictureLoader.h"
 
+#include "common/file_handle.h"
 #include "imaging/ColorProfiles.h"
 #include "imaging/FormatOf.h"
 #include "imaging/Pixels.h"
@@ -24,11 +25,6 @@ namespace {
 
 constexpr std::size_t kReadBuffer = 256 * 1024;
 constexpr int kBytesPerPixel = 4;
-
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using FileHandle = std::unique_ptr<std::FILE, CloseFile>;
 
 FileHandle SystemError(std::string& error) {
     error = std::generic_category().message(errno);

@@ -1,5 +1,6 @@
 // What the sensor of a camera recorded: the picture that the camera has put beside it, for as long
 // as it has the pixels, and the developed one for all of them.
+#include "common/file_handle.h"
 #include "imaging/ColorProfiles.h"
 #include "imaging/PictureFormat.h"
 #include "imaging/Turn.h"
@@ -96,23 +97,22 @@ QImage CamerasPicture(Raw& raw, QSize wanted) {
     const libraw_thumbnail_t& thumb = reader.imgdata.thumbnail;
     if (thumb.tformat != LIBRAW_THUMBNAIL_JPEG || !thumb.thumb || thumb.tlength == 0) return {};
     const Turn turn = UprightTurn(reader.imgdata.sizes.flip);
-    std::FILE* memory = ::fmemopen(thumb.thumb, thumb.tlength, "rb");
+    const FileHandle memory(::fmemopen(thumb.thumb, thumb.tlength, "rb"));
     if (!memory) return {};
     std::string error;
-    const QSize size = kJpegFormat.size(memory, error);
+    const QSize size = kJpegFormat.size(memory.get(), error);
     QImage picture;
     const QSize upright = turn.Of(size);
     const bool serves = !size.isEmpty() && upright.width() >= wanted.width() &&
                         upright.height() >= wanted.height() && HasShapeOf(upright, raw.size);
     if (serves) {
-        std::rewind(memory);
-        const std::string profile = ProfileOfJpeg(memory);
-        std::rewind(memory);
-        picture =
-            kJpegFormat.decode(memory, turn.SwapsSides() ? wanted.transposed() : wanted, error);
+        std::rewind(memory.get());
+        const std::string profile = ProfileOfJpeg(memory.get());
+        std::rewind(memory.get());
+        picture = kJpegFormat.decode(memory.get(), turn.SwapsSides() ? wanted.transposed() : wanted,
+                                     error);
         ToScreenColors(picture, profile);
     }
-    std::fclose(memory);
     return error.empty() ? turn.Of(picture) : QImage();
 }
 

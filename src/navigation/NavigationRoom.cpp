@@ -112,9 +112,9 @@ void NavigationRoom::FileListBox_Click() {
 }
 
 bool NavigationRoom::RecordSelection(int row) {
-    if (!m.state.SlideViewing && !m.state.FileHistNav) {
-        RecordView(m.state, row);
-        SetEnabled(m.controls.FileBackButton, CanGoBack(m.state));
+    if (m_request.records) {
+        m_views.Record(row);
+        SetEnabled(m.controls.FileBackButton, m_views.CanGoBack());
     }
     std::int32_t* kept = m.state.HistRow();
     if (kept) *kept = row;
@@ -199,24 +199,33 @@ void NavigationRoom::SelectAllButton_Click() {
     m.shell.ShowMessage("All files selected " + std::to_string(m.controls.FileListBox->Count()));
 }
 
-void NavigationRoom::GoToView(int entry) {
-    const QScopedValueRollback<bool> navigating(m.state.FileHistNav, true);
-    m.state.FileHistCur = entry;
-    ClearMultiselect();
-    if (!m.state.SlideViewing) SelectRow(m.state.FileHist[static_cast<std::size_t>(entry)]);
-}
-
 void NavigationRoom::FileBackButton_Click() {
-    if (CanGoBack(m.state)) GoToView(m.state.FileHistCur - 1);
-    SetEnabled(m.controls.FileBackButton, CanGoBack(m.state));
-    if (m.state.FileHistCur < m.state.FileHistHigh) SetEnabled(m.controls.FileFwdButton, true);
+    ShowView(MoveThroughViews(true));
 }
 
 void NavigationRoom::FileFwdButton_Click() {
-    const bool moves = CanGoForward(m.state);
-    if (moves) GoToView(m.state.FileHistCur + 1);
-    SetEnabled(m.controls.FileFwdButton, CanGoForward(m.state));
-    if (moves) SetEnabled(m.controls.FileBackButton, true);
+    ShowView(MoveThroughViews(false));
+}
+
+std::optional<int> NavigationRoom::MoveThroughViews(bool back) {
+    const bool moves = back ? m_views.CanGoBack() : m_views.CanGoForward();
+    std::optional<int> row;
+    if (moves) {
+        row = back ? m_views.Back() : m_views.Forward();
+        ClearMultiselect();
+    }
+    if (back) {
+        SetEnabled(m.controls.FileBackButton, m_views.CanGoBack());
+        if (m_views.IsBehind()) SetEnabled(m.controls.FileFwdButton, true);
+    } else {
+        SetEnabled(m.controls.FileFwdButton, m_views.CanGoForward());
+        if (moves) SetEnabled(m.controls.FileBackButton, true);
+    }
+    return row;
+}
+
+void NavigationRoom::ShowView(std::optional<int> row) {
+    if (row) SelectRow(*row, {.records = false});
 }
 
 void NavigationRoom::SetFilterShown(bool shown) {
@@ -225,9 +234,9 @@ void NavigationRoom::SetFilterShown(bool shown) {
 
 void NavigationRoom::ResetFileHistory(bool withCurrent) {
     if (withCurrent)
-        RestartViews(m.state, m.controls.FileListBox->CurrentRow());
+        m_views.Restart(m.controls.FileListBox->CurrentRow());
     else
-        ClearViews(m.state);
+        m_views.Clear();
     SetEnabled(m.controls.FileBackButton, false);
     SetEnabled(m.controls.FileFwdButton, false);
 }
@@ -236,7 +245,10 @@ void NavigationRoom::RefreshDirButton_Click() {
     if (!m.controls.FileListBox->Refresh())
         m.shell.ShowStatus("Cannot read " + m.controls.FileListBox->Path());
     const int row = m.controls.FileListBox->CurrentRow();
-    if (row >= 0) m.state.FileIndex = m.state.FileHistLast = row; // the same file, counted anew
+    if (row >= 0) { // the same file, counted anew
+        m.state.FileIndex = row;
+        m_views.RowIsNow(row);
+    }
     Update_Num_Files(0);
     m.notes.SetSaveCommands();
 }

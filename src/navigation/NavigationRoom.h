@@ -6,6 +6,7 @@
 #include "desk/Room.h"
 #include "navigation/HistoryList.h"
 #include "navigation/ListFilter.h"
+#include "navigation/Stepping.h"
 
 #include <string>
 
@@ -42,8 +43,10 @@ public:
     void ShowHint();
 
     void SelectAllButton_Click();
-    void FileBackButton_Click() override;
-    void FileFwdButton_Click() override;
+    void FileBackButton_Click();
+    void FileFwdButton_Click();
+    std::optional<int> MoveThroughViews(bool back) override;
+    const ViewHistory& Views() const { return m_views; }
     void SetFilterShown(bool shown) override;
 
     // The tree's selection event.
@@ -55,7 +58,7 @@ public:
 
 private:
     void ShowNamed(const std::string& name);
-    void GoToView(int entry);
+    void ShowView(std::optional<int> row);
     void GoToFolder(int entry);
     bool MoveTree(const std::string& folder);
     bool EnterFolder(const std::string& path);
@@ -69,6 +72,7 @@ private:
     Context& m;
     HistoryList m_historyList;
     ListFilter m_filter;
+    ViewHistory m_views;
     std::string m_wanted;     // name to select in the folder that is being entered
     PictureRequest m_request; // of the selection that code is making
     // A list may raise its event also for rows that are marked or unmarked.

@@ -7,32 +7,24 @@ int RowFrom(int row, int by, int count) {
     return rest < 0 ? rest + count : rest;
 }
 
-void RecordView(SelectionState& state, int row) {
-    if (row != state.FileHistLast && state.FileHistHigh < kHistoryLimit) {
-        state.FileHist[static_cast<std::size_t>(state.FileHistHigh)] = row;
-        state.FileHistCur = state.FileHistHigh++;
+void ViewHistory::Record(int row) {
+    if (row != m_last && m_high < kHistoryLimit) {
+        m_rows[static_cast<std::size_t>(m_high)] = row;
+        m_cur = m_high++;
     }
-    state.FileHistLast = row;
+    m_last = row;
 }
 
-void ClearViews(SelectionState& state) {
-    state.FileHistHigh = 0;
-    state.FileHistCur = 0;
-    state.FileHistLast = -1;
+void ViewHistory::Clear() {
+    m_high = 0;
+    m_cur = 0;
+    m_last = -1;
 }
 
-void RestartViews(SelectionState& state, int row) {
-    ClearViews(state);
-    state.FileHistHigh = 1;
-    state.FileHist[0] = row;
-}
-
-bool CanGoBack(const SelectionState& state) {
-    return state.FileHistCur > 0;
-}
-
-bool CanGoForward(const SelectionState& state) {
-    return state.FileHistCur + 1 < state.FileHistHigh;
+void ViewHistory::Restart(int row) {
+    Clear();
+    m_high = 1;
+    m_rows[0] = row;
 }
 
 } // namespace tarn

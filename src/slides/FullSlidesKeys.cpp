@@ -137,14 +137,10 @@ void FullSlides::CloseLook() {
 
 // Through the views of the folder, which count rows of the list; selected files go by their name.
 void FullSlides::GoToView(bool back) {
-    ProgramState& s = m.state;
     const FileListBox& list = *m.controls.FileListBox;
-    if (!(back ? m.controls.FileBackButton : m.controls.FileFwdButton)->isEnabled()) return;
-    if (back)
-        m.navigation.FileBackButton_Click();
-    else
-        m.navigation.FileFwdButton_Click();
-    int index = s.FileHist[std::size_t(s.FileHistCur)];
+    const std::optional<int> row = m.navigation.MoveThroughViews(back);
+    if (!row) return;
+    int index = *row;
     if (m_walksSelected) {
         const std::string name = index >= 0 && index < list.Count() ? list.Text(index) : "";
         const auto found = std::find(m_selectedFiles.begin(), m_selectedFiles.end(), name);

@@ -3,7 +3,6 @@
 #include "widgets/FileListBox.h"
 
 #include <QCheckBox>
-#include <QScopedValueRollback>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -59,10 +58,10 @@ void ListForRun::SelectFormerRow() {
     const int named = list.RowOf(m_name);
     m.navigation.ClearMultiselect();
     // No step of the user's: the views stay as they are.
-    const QScopedValueRollback<bool> navigating(m.state.FileHistNav, true);
     if (!m_name.empty())
         m.navigation.SelectRow(named >= 0 ? named
-                                          : std::clamp(m_row, 0, std::max(0, list.Count() - 1)));
+                                          : std::clamp(m_row, 0, std::max(0, list.Count() - 1)),
+                               {.records = false});
     m.navigation.Update_Num_Files(0);
 }
 

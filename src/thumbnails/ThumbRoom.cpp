@@ -171,11 +171,8 @@ bool ThumbRoom::Make(ThumbRun& run, const ThumbnailTold& told, QPushButton* ownC
 // The window follows the run, as in a show, without holding it up.
 void ThumbRoom::ShowPicture(int row, QPushButton* ownCancel) {
     const auto begin = Clock::now();
-    {
-        const QScopedValueRollback<bool> navigating(m.state.FileHistNav, true);
-        m.navigation.ClearMultiselect();
-        m.navigation.SelectRow(row, InPassing());
-    }
+    m.navigation.ClearMultiselect();
+    m.navigation.SelectRow(row, InPassing());
     (ownCancel ? ownCancel : m.controls.BatchCancelButton)->setFocus();
     const auto end = Clock::now();
     m_nextShow = end + std::max<Clock::duration>(kShowEvery, (end - begin) * kShowShare);

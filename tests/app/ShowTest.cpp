@@ -43,11 +43,11 @@ TEST(Show, TheMainWindowComesBackOnTheRightPicture) {
     d.Click(d.c.SlideButton);
     EXPECT_TRUE(d.s.ImageRotatedRight); // the same picture in the same turn
     EXPECT_EQ(d.c.Picture1->Picture().size(), QSize(40, 60));
-    const int views = d.s.FileHistHigh;
+    const int views = d.house.navigation.Views().Count();
     d.Type(Qt::Key_Down);
     d.Click(d.c.Slides4Button);
     EXPECT_EQ(d.Current(), "d.jpg");
-    EXPECT_EQ(d.s.FileHistHigh, views + 1); // the end alone is a view
+    EXPECT_EQ(d.house.navigation.Views().Count(), views + 1); // the end alone is a view
 }
 
 TEST(Show, QuittingInTheMiddleSavesWhatTheUserHadSet) {

@@ -24,8 +24,8 @@ TEST(Start, TheFirstPictureRunsItsRoadUnderTheSplash) {
     EXPECT_FALSE(d.c.Picture1->Picture().isNull());
     EXPECT_EQ(d.house.window.windowTitle(),
               QStringLiteral("Tarn_View - Digital Camera Picture program - v61.14"));
-    EXPECT_EQ(d.s.FileHistHigh, 1);
-    EXPECT_EQ(d.s.FileHistLast, -1);
+    EXPECT_EQ(d.house.navigation.Views().Count(), 1);
+    EXPECT_EQ(d.house.navigation.Views().Last(), -1);
     EXPECT_FALSE(d.c.FileBackButton->isEnabled());
 }
 

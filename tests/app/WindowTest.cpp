@@ -199,6 +199,21 @@ TEST(Window, TheListsFontGrowsByHalves) {
     EXPECT_EQ(d.Said(), "FileListBox font set to " + QString::number(size).toStdString());
 }
 
+TEST(Window, AShowOrABatchKeepsTheKeyboard) {
+    AppDesk d;
+    d.AddPicture("a.jpg", 60, 40);
+    d.Start();
+    d.c.NotesBox->setFocus();
+    for (bool ProgramState::*runs : {&ProgramState::SlideViewing, &ProgramState::BatchRuns}) {
+        d.s.*runs = true;
+        d.house.shell.FocusPane();
+        d.s.*runs = false;
+        EXPECT_TRUE(d.c.NotesBox->hasFocus());
+    }
+    d.house.shell.FocusPane();
+    EXPECT_TRUE(d.c.Picture1->hasFocus());
+}
+
 std::string Title(const char* name) {
     return AppDesk::Up(name)->windowTitle().toStdString();
 }

@@ -63,6 +63,14 @@ TEST(Ser, ColorsStandWhereTheirPatternHasThem) {
             EXPECT_EQ(colors[3 * i + 1] + colors[3 * i + 2], 0) << color << " " << i;
         }
     }
+    // At an edge three neighbours may have a colour; their mean is cut. None is black.
+    SerDesk edge;
+    ASSERT_EQ(edge.Open(SerBytes({3, 2, 8, 8, false, {{0, 100, 0, 101, 0, 101}}})), "");
+    EXPECT_EQ(edge.Colors(0)[3 * 1 + 1], 100 * 257); // its own green
+    EXPECT_EQ(edge.Colors(0)[3 * 1 + 2], 0);         // the blue one's
+    EXPECT_EQ(edge.Colors(0)[3 * 4 + 1], 302 * 257 / 3);
+    ASSERT_EQ(edge.Open(SerBytes({1, 1, 8, 8, false, {{200}}})), "");
+    EXPECT_EQ(edge.Colors(0), (Samples{200 * 257, 0, 0}));
     for (const int color : {100, 101}) {
         SerDesk d;
         ASSERT_EQ(d.Open(SerBytes({1, 1, 8, color, false, {{10, 20, 30}}})), "");

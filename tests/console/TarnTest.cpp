@@ -335,8 +335,26 @@ TEST(Tarn, TellsItsUsage) {
     EXPECT_EQ(Tarn(many + " > /dev/full").status, 1);
 }
 
+TEST(Usage, SaysWhatIsRead) {
+    const std::vector<OptionRule> rules = {{"--set", "KEY=VALUE", true},
+                                           {.name = "--wide", .value = "N", .excludesNext = true},
+                                           {"--tall", "N"},
+                                           {"--dry"}};
+    const std::vector<std::string_view> choices = {"2x2", "3x4"};
+    const std::vector<UsageLine> lines = {{rules, "OUT FILE...", choices}, {{}, "FOLDER"}};
+    EXPECT_EQ(TextOf({"make", lines}),
+              "tarn make (2x2|3x4) [--set KEY=VALUE]... [--wide N | --tall N] [--dry] OUT FILE...\n"
+              "       tarn make FOLDER");
+    std::string fault;
+    const std::vector<std::string> both = {"--tall", "5", "--dry", "--wide", "6"};
+    EXPECT_FALSE(Arguments::Parse(both, rules, fault).has_value());
+    EXPECT_EQ(fault, "only one of --wide and --tall can be given");
+    const std::vector<std::string> one = {"--tall", "5", "--dry", "--set", "--wide"};
+    EXPECT_TRUE(Arguments::Parse(one, rules, fault).has_value());
+}
+
 TEST(Arguments, OptionsComeFirst) {
-    const std::vector<OptionRule> rules = {{"--size", true}, {"--date"}};
+    const std::vector<OptionRule> rules = {{"--size", "N"}, {"--date"}};
     const std::vector<std::string> words = {"--size", "5", "--size", "-6", "-", "--date"};
     std::string fault;
     const auto arguments = Arguments::Parse(words, rules, fault);

@@ -125,10 +125,9 @@ TEST(Selection, BackAndForwardWalkTheViews) {
 TEST(Selection, AShowRecordsNoViewButTheFoldersRow) {
     NavDesk d;
     d.FillWithPictures(4);
-    const int high = d.state.FileHistHigh;
-    d.state.SlideViewing = true;
-    d.room.SelectRow(2);
-    EXPECT_EQ(d.state.FileHistHigh, high);
+    const int views = d.room.Views().Count();
+    d.room.SelectRow(2, InPassing());
+    EXPECT_EQ(d.room.Views().Count(), views);
     EXPECT_EQ(d.state.HistFileIndex[1], 2);
 }
 

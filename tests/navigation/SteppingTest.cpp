@@ -16,15 +16,15 @@ TEST(Stepping, PagesInShortListsStayInside) {
 }
 
 TEST(Stepping, TwoThousandViewsAreTheEnd) {
-    SelectionState s;
-    for (int row = 0; row < 2500; ++row) RecordView(s, row);
-    EXPECT_EQ(s.FileHistHigh, 2000);
-    EXPECT_EQ(s.FileHist[1999], 1999);
-    EXPECT_EQ(s.FileHistLast, 2499);
-    RestartViews(s, 4);
-    EXPECT_EQ(s.FileHistHigh, 1);
-    EXPECT_EQ(s.FileHist[0], 4);
-    EXPECT_EQ(s.FileHistLast, -1);
+    ViewHistory views;
+    for (int row = 0; row < 2500; ++row) views.Record(row);
+    EXPECT_EQ(views.Count(), 2000);
+    EXPECT_EQ(views.At(1999), 1999);
+    EXPECT_EQ(views.Last(), 2499);
+    views.Restart(4);
+    EXPECT_EQ(views.Count(), 1);
+    EXPECT_EQ(views.At(0), 4);
+    EXPECT_EQ(views.Last(), -1);
 }
 
 } // namespace

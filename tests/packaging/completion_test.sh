@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
-# completion_test.sh TARN PACKAGING: the completion offers what the program's own usage names and the
-# manual tells of it; files are offered by their kind.
+# completion_test.sh TARN PACKAGING: the completion offers what the program's own usage names, files
+# by their kind, and the manual tells of all of it.
 set -u
 export LC_ALL=C
 tarn=$1 packaging=$2 failures=0
+PATH=${tarn%/*}:$PATH # the completion asks the program on the line
 . "$packaging/completions/tarn"
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
@@ -63,4 +64,7 @@ expect 'a.JPG b.fits night two words ' tarn sheet data sheet.pdf ''
 expect '--help 2x2 3x4 4x6 5x8 data ' tarn sheet ''
 expect 'b.fits ' tarn info -- b
 expect '' tarn nonsense ''
+expect '' tarn nonsense --
+expect '--no-print-notes --notes --now --paper ' tarn sheet 3x4 --
+expect '--notes --now --paper ' tarn sheet data --
 exit $((failures > 0))

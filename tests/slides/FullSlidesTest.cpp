@@ -234,19 +234,16 @@ TEST(FullSlides, KeysThatChangeBrightnessViewsAndLook) {
     EXPECT_EQ(d.state.SlideFontIndex, 2);
     EXPECT_NE(d.lastTitle, ""); // the font shows it again
 
-    d.state.FileHist = {2, 1, 0};
-    d.state.FileHistCur = 2;
-    d.state.FileHistHigh = 3;
-    for (QPushButton* button : {d.controls.FileBackButton, d.controls.FileFwdButton})
-        Connect(button, [] {});
+    d.navigation.views = {2, 1, 0};
+    d.navigation.view = 2;
     EXPECT_EQ(d.Show({keys::kComma, keys::kComma, keys::kPeriod, kIdle}), "a b c b");
-    EXPECT_EQ(d.state.FileHistCur, 1);
-    SetEnabled(d.controls.FileBackButton, false);
+    EXPECT_EQ(d.navigation.view, 1);
+    d.navigation.views = {1}; // none before it
+    d.navigation.view = 0;
     d.state.SlideClear = true; // which reads the picture again
     d.calls.clear();
     d.display.SetBrightness(5);
     EXPECT_EQ(d.Show({keys::kComma, 'T', kIdle}, 1), "b b b");
-    EXPECT_EQ(d.state.FileHistCur, 1);
     EXPECT_EQ(std::count(d.calls.begin(), d.calls.end(), "SetNotesFilename"), 2);
     EXPECT_TRUE(d.Called("Adjust")); // at the end
 }

@@ -104,8 +104,13 @@ struct SteppingNavigation : RecordingNavigation {
         SelectRow(state.FileIndex, request);
     }
     void ClearMultiselect() override { controls.FileListBox->UnselectAll(); }
-    void FileBackButton_Click() override { --state.FileHistCur; }
-    void FileFwdButton_Click() override { ++state.FileHistCur; }
+    std::optional<int> MoveThroughViews(bool back) override {
+        const int to = view + (back ? -1 : 1);
+        if (to < 0 || to >= static_cast<int>(views.size())) return {};
+        return views[static_cast<std::size_t>(view = to)];
+    }
+    std::vector<int> views;
+    int view = 0;
     ProgramState& state;
     MainControls& controls;
     DisplayCommands& display;

@@ -65,8 +65,10 @@ struct RecordingNavigation : NavigationCommands, Recorder {
     void EnableListCommands() override { Write("EnableListCommands"); }
     void RefreshDirButton_Click() override { Write("RefreshDir"); }
     void RefreshAfterDelete() override { Write("RefreshAfterDelete"); }
-    void FileBackButton_Click() override { Write("FileBack"); }
-    void FileFwdButton_Click() override { Write("FileFwd"); }
+    std::optional<int> MoveThroughViews(bool back) override {
+        Write(back ? "view back" : "view forward");
+        return {};
+    }
     void SetFilterShown(bool shown) override { Write(shown ? "filter up" : "filter down"); }
     void ListClassOf(const std::string& path) override { Write("list class of " + path); }
     PictureRequest requested; // with the last step

@@ -8,7 +8,9 @@ namespace tarn {
 
 namespace {
 
-constexpr int kLineGap = 3;
+constexpr int kLineGap = 3;     // between two lines, logical pixels
+constexpr int kAroundText = 16; // the room that a button's text needs in every style
+constexpr int kAroundIcon = 4;
 
 // What a widget asks for, hidden or not: the item of a hidden one says nothing.
 QSize Least(const QLayoutItem& item) {
@@ -27,8 +29,6 @@ QSize Wanted(const QLayoutItem& item) {
 int LeastWidth(const QLayoutItem& item) {
     const auto* button = qobject_cast<QPushButton*>(const_cast<QLayoutItem&>(item).widget());
     if (!button) return Least(item).width();
-    constexpr int kAroundText = 16;
-    constexpr int kAroundIcon = 4;
     const int text = button->fontMetrics().size(Qt::TextShowMnemonic, button->text()).width();
     const int icon = button->icon().isNull() ? 0 : button->iconSize().width() + kAroundIcon;
     return text + icon + kAroundText;
@@ -71,96 +71,89 @@ QLayoutItem* FlowRow::takeAt(int index) {
     return item;
 }
 
-int FlowRow::GapBefore(std::size_t cell, const Cell* before) const {
-    if (!before) return 0;
-    return before->group == m_cells[cell].group ? m_gap : m_groupGap;
+bool FlowRow::Counts(const Cell& cell, Room room) {
+    return !cell.item->isEmpty() || (room == Room::Kept && cell.reserved > 0);
 }
 
-bool FlowRow::Counts(const Cell& cell) {
-    return cell.reserved > 0 || !cell.item->isEmpty();
+QSize FlowRow::LeastSize(const Cell& cell, Room room) {
+    const int width = LeastWidth(*cell.item);
+    return {room == Room::Kept ? std::max(width, cell.reserved) : width,
+            Wanted(*cell.item).height()};
 }
 
-int FlowRow::LineWidth() const {
-    int width = 0;
+// The controls at their least sizes, each in the first line that has room for it.
+std::vector<FlowRow::Line> FlowRow::Wrap(int width, Room room) const {
+    std::vector<Line> lines;
     const Cell* before = nullptr;
-    for (std::size_t i = 0; i < m_cells.size(); ++i) {
-        if (!Counts(m_cells[i])) continue;
-        width += GapBefore(i, before) + std::max(LeastWidth(*m_cells[i].item), m_cells[i].reserved);
-        before = &m_cells[i];
+    for (const Cell& cell : m_cells) {
+        if (!Counts(cell, room)) continue;
+        QSize size = LeastSize(cell, room);
+        size.setWidth(std::min(size.width(), std::max(width, 1)));
+        int left = 0;
+        if (before) left = lines.back().width + (before->group == cell.group ? m_gap : m_groupGap);
+        if (!before || left + size.width() > width) {
+            lines.emplace_back();
+            left = 0;
+        }
+        Line& line = lines.back();
+        line.placed.push_back({cell.item, QRect(QPoint(left, 0), size)});
+        line.width = left + size.width();
+        line.height = std::max(line.height, size.height());
+        before = &cell;
     }
-    return width;
+    return lines;
 }
 
-std::vector<FlowRow::Placed> FlowRow::Place(int width, bool all, int& height) const {
-    std::vector<Placed> placed;
-    std::size_t lineStart = 0; // in `placed`
-    int x = 0;
-    int y = 0;
-    int lineHeight = 0;
-    const auto endLine = [&] {
-        // What is left of the line goes to the controls that were given less than they want.
-        int spare = width - x;
-        int shift = 0;
-        for (std::size_t i = lineStart; i < placed.size(); ++i) {
-            QRect& place = placed[i].place;
-            const int lack = Wanted(*placed[i].item).width() - place.width();
-            const int more = std::clamp(spare / int(placed.size() - i), 0, std::max(0, lack));
-            place.translate(shift, (lineHeight - place.height()) / 2);
-            place.setWidth(place.width() + more);
-            shift += more;
-            spare -= more;
-        }
-    };
-    const Cell* before = nullptr;
-    for (std::size_t i = 0; i < m_cells.size(); ++i) {
-        QLayoutItem* item = m_cells[i].item;
-        if (all ? !Counts(m_cells[i]) : item->isEmpty()) continue;
-        const int counted = std::max(LeastWidth(*item), all ? m_cells[i].reserved : 0);
-        const int least = std::min(counted, std::max(width, 1));
-        int left = x + GapBefore(i, before);
-        if (before && left + least > width) {
-            endLine();
-            y += lineHeight + kLineGap;
-            lineStart = placed.size();
-            left = lineHeight = 0;
-        }
-        const int itemHeight = Wanted(*item).height();
-        placed.push_back({item, QRect(left, y, least, itemHeight)});
-        lineHeight = std::max(lineHeight, itemHeight);
-        x = left + least;
-        before = &m_cells[i];
-    }
-    endLine();
-    height = y + lineHeight;
-    return placed;
-}
-
-int FlowRow::heightForWidth(int width) const {
-    int height = 0;
-    Place(width, true, height);
+int FlowRow::HeightOf(const std::vector<Line>& lines) {
+    int height = kLineGap * std::max(0, int(lines.size()) - 1);
+    for (const Line& line : lines) height += line.height;
     return height;
 }
 
+// What is left of the line goes to the controls that were given less than they want.
+void FlowRow::Spread(Line& line, int width, int top) {
+    int spare = width - line.width;
+    int shift = 0;
+    int waiting = int(line.placed.size());
+    for (auto& [item, place] : line.placed) {
+        const int lack = Wanted(*item).width() - place.width();
+        const int more = std::clamp(spare / waiting--, 0, std::max(0, lack));
+        place.translate(shift, top + (line.height - place.height()) / 2);
+        place.setWidth(place.width() + more);
+        shift += more;
+        spare -= more;
+    }
+}
+
+int FlowRow::LineWidth() const {
+    return sizeHint().width();
+}
+
+int FlowRow::heightForWidth(int width) const {
+    return HeightOf(Wrap(width, Room::Kept));
+}
+
 QSize FlowRow::sizeHint() const {
-    int height = 0;
-    Place(QWIDGETSIZE_MAX, true, height);
-    return {LineWidth(), height};
+    const auto lines = Wrap(QWIDGETSIZE_MAX, Room::Kept); // one, or none
+    return lines.empty() ? QSize(0, 0) : QSize(lines.front().width, lines.front().height);
 }
 
 QSize FlowRow::minimumSize() const {
     QSize least;
     for (const Cell& cell : m_cells)
-        if (Counts(cell))
-            least = least.expandedTo(QSize(std::max(LeastWidth(*cell.item), cell.reserved),
-                                           Wanted(*cell.item).height()));
+        if (Counts(cell, Room::Kept)) least = least.expandedTo(LeastSize(cell, Room::Kept));
     return least;
 }
 
 void FlowRow::setGeometry(const QRect& rect) {
     QLayout::setGeometry(rect);
-    int height = 0;
-    for (const Placed& each : Place(rect.width(), false, height))
-        each.item->setGeometry(each.place.translated(rect.topLeft()));
+    int top = rect.top();
+    for (Line& line : Wrap(rect.width(), Room::Shown)) {
+        Spread(line, rect.width(), top);
+        for (const Placed& each : line.placed)
+            each.item->setGeometry(each.place.translated(rect.left(), 0));
+        top += line.height + kLineGap;
+    }
 }
 
 } // namespace tarn

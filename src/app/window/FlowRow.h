@@ -1,4 +1,5 @@
-// A row of controls that goes on in a further line where the window is too narrow for one.
+// A row of controls that goes on in a further line where the window is too narrow for one. `Wrap`
+// alone says where a line ends; all sizes follow from it.
 #pragma once
 
 #include <QLayout>
@@ -42,12 +43,22 @@ private:
     };
     struct Placed {
         QLayoutItem* item;
-        QRect place;
+        QRect place; // in the row; from the top of its line until that is laid out
     };
-    // Where everything stands in so wide a row; `height` is what it takes.
-    std::vector<Placed> Place(int width, bool all, int& height) const;
-    static bool Counts(const Cell& cell);
-    int GapBefore(std::size_t cell, const Cell* before) const;
+    struct Line {
+        std::vector<Placed> placed;
+        int width = 0; // used
+        int height = 0;
+    };
+    enum class Room {
+        Shown, // for what is seen now
+        Kept   // and for what may come
+    };
+    std::vector<Line> Wrap(int width, Room room) const;
+    static int HeightOf(const std::vector<Line>& lines);
+    static void Spread(Line& line, int width, int top);
+    static bool Counts(const Cell& cell, Room room);
+    static QSize LeastSize(const Cell& cell, Room room);
 
     std::vector<Cell> m_cells;
     int m_gap;

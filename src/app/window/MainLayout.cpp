@@ -8,7 +8,14 @@ namespace tarn {
 
 namespace {
 
-constexpr int kGap = 4;
+// Logical pixels.
+constexpr int kGap = kAroundTools / 4;
+constexpr int kMessageSide = 5; // left and right of the message line
+constexpr int kMessageBelow = 2;
+constexpr int kFramesOver = 3;  // that the frames reach into the message line's upper edge
+constexpr int kFramesRight = 4; // of the notes
+constexpr int kTreeAbove = 2;
+constexpr int kPictureBelow = 5;
 constexpr int kRowTwips = 224;
 
 } // namespace
@@ -17,21 +24,23 @@ MainLayout LayOut(QSize window, const LayoutMeasures& m) {
     MainLayout l;
     const int width = window.width();
     const int height = window.height();
-    l.message = QRect(5, height - m.messageHeight - 2, width - 10, m.messageHeight);
-    // The frames reach into the line's upper edge; their own margin keeps the texts apart.
-    const int framesTop = l.message.top() - m.panelHeight + 3;
-    const int exifWidth = width - m.notesWidth - 8;
+    l.message = QRect(kMessageSide, height - m.messageHeight - kMessageBelow,
+                      width - 2 * kMessageSide, m.messageHeight);
+    // The frames' own margin keeps the texts apart from the line.
+    const int framesTop = l.message.top() - m.panelHeight + kFramesOver;
+    const int exifWidth = width - m.notesWidth - kGap - kFramesRight;
     l.exif = QRect(kGap, framesTop, exifWidth, m.panelHeight);
     l.notes = QRect(kGap + exifWidth, framesTop, m.notesWidth, m.panelHeight);
 
     l.folderBar = QRect(kGap, kGap, m.treeWidth, m.folderBarHeight);
-    const int splitterTop = kGap + m.folderBarHeight + 2;
+    const int splitterTop = kGap + m.folderBarHeight + kTreeAbove;
     l.splitter = QRect(kGap, splitterTop, m.treeWidth, framesTop - splitterTop);
 
     const int left = m.treeWidth + 3 * kGap;
     l.tools = QRect(left, kGap, width - left - kGap, m.toolsHeight);
     const int pictureTop = kGap + m.toolsHeight + kGap;
-    l.picture = QRect(left, pictureTop, width - left - kGap, framesTop - 5 - pictureTop);
+    l.picture =
+        QRect(left, pictureTop, width - left - kGap, framesTop - kPictureBelow - pictureTop);
     return l;
 }
 

@@ -16,6 +16,9 @@ struct LayoutMeasures {
     int messageHeight = 0;
 };
 
+// What the gaps take of the width beside the tree and the tools.
+inline constexpr int kAroundTools = 16;
+
 struct MainLayout {
     QRect folderBar;
     QRect splitter; // tree above, list below

@@ -8,6 +8,7 @@
 #include <QMainWindow>
 
 #include <functional>
+#include <initializer_list>
 #include <map>
 
 class QBoxLayout;
@@ -54,9 +55,13 @@ private:
     QWidget* Bar(const char* name, QWidget* parent);
     void Put(QWidget* widget, Place place);
     void StyleControls();
-    void Measure();
     void StyleFonts();
     void ReserveInfo();
+    int WidestOf(std::initializer_list<Place> places) const;
+    void Measure();
+    void MeasureDesign();
+    void MeasureLeast();
+    void TakeDesignSize();
     int LeastPanel(int notesWidth) const;
     int LeastListSide(int width) const;
     void SetLeastArea(QSize outside);

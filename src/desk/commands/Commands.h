@@ -6,6 +6,7 @@
 #include "desk/commands/PictureRequest.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 
 class QPushButton;
@@ -32,8 +33,8 @@ public:
     // Files of the list are gone: the list anew; where the current one went, what is at its row
     // now.
     virtual void RefreshAfterDelete() = 0;
-    virtual void FileBackButton_Click() = 0; // while a show runs they move FileHistCur alone
-    virtual void FileFwdButton_Click() = 0;
+    // For a show, which shows it itself: the row of the view before or behind; none at the ends.
+    virtual std::optional<int> MoveThroughViews(bool back) = 0;
     // The view history starts anew; with the current row as its first entry, or with none.
     virtual void ResetFileHistory(bool withCurrent) = 0;
     virtual void SetFilterShown(bool shown) = 0; // the filter window, if it is open

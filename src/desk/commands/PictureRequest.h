@@ -10,17 +10,18 @@ namespace tarn {
 struct PictureRequest {
     bool focus = true;                 // the keyboard goes to the pane
     bool neighbours = true;            // pictures that will probably come next are decoded ahead
+    bool records = true;               // it is a view, to which the way back leads
     std::optional<PreviewTurns> turns; // the picture comes back as it was turned before
 };
 
 // By a window that keeps the keyboard.
 inline PictureRequest KeepingKeyboard() {
-    return {.focus = false, .neighbours = true, .turns = {}};
+    return {.focus = false, .neighbours = true, .records = true, .turns = {}};
 }
 
 // In a show or a batch, which decodes ahead for itself.
 inline PictureRequest InPassing() {
-    return {.focus = false, .neighbours = false, .turns = {}};
+    return {.focus = false, .neighbours = false, .records = false, .turns = {}};
 }
 
 } // namespace tarn

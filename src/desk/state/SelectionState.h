@@ -41,12 +41,6 @@ struct SelectionState {
     int FileIndex = 0;            // row of the current file
     std::string FileModifiedText; // date and time of the current file, as read by the selection
 
-    // Rows in the order viewed since the folder was entered.
-    std::array<std::int32_t, kHistoryLimit + 1> FileHist{};
-    int FileHistCur = 0;
-    int FileHistHigh = 0;
-    int FileHistLast = -1;
-
     // Folders entered, entry 0 unused, with the row last shown in each.
     std::array<std::string, kHistoryLimit + 1> HistFolderPath;
     std::array<std::int32_t, kHistoryLimit + 1> HistFileIndex{};
@@ -60,9 +54,7 @@ struct SelectionState {
 
     bool HistoryListed = false; // List1 shows the folder history, not the camera data
 
-    // Guards: a selection made in code raises its event on the same call stack.
-    bool FileHistNav = false;
-    bool HistNav = false;
+    bool HistNav = false; // the tree is moved along the folder history
 
     FileKind Kind = FileKind::Picture;
     bool VideoImage() const { return Kind == FileKind::Clip || Kind == FileKind::Log; }

@@ -1,11 +1,12 @@
 #include "imaging/fits/FitsCards.h"
 
+#include "common/file_handle.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 #include <span>
 #include <string_view>
 
@@ -60,10 +61,7 @@ bool IsReadable(std::string_view card, bool rice) {
 } // namespace
 
 bool HasReadableCards(const std::string& path, long long begin) {
-    struct Close {
-        void operator()(std::FILE* file) const { std::fclose(file); }
-    };
-    const std::unique_ptr<std::FILE, Close> file(std::fopen(path.c_str(), "rb"));
+    const FileHandle file(std::fopen(path.c_str(), "rb"));
     if (!file || ::fseeko(file.get(), begin, SEEK_SET) != 0) return true;
     std::array<char, kCard> bytes{};
     bool rice = false;
