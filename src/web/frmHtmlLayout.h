@@ -9,6 +9,8 @@
 #include <QDialog>
 
 #include <array>
+#include <string>
+#include <vector>
 
 class QCheckBox;
 class QLineEdit;
@@ -16,6 +18,9 @@ class QRadioButton;
 class QVBoxLayout;
 
 namespace tarn {
+
+class DiskFacts;
+class KeptNote;
 
 // Of the dialogs that ask for a page.
 inline constexpr char kPageFilter[] = "Html (*.html *.htm);;*.htm (*.htm)";
@@ -73,9 +78,13 @@ private:
     void ReadSavedSettings(const std::string& path);
     void Choose(const std::string& path);
     void Opened();
+    std::string RefusalOfCurrent() const;
+    EntryFacts FactsOfCurrent();
+    EntryFacts FactsOfPicture(DiskFacts& disk, const std::string& path, const std::string& note);
+    Outcome AddEntry(const std::string& name, const EntryFacts& facts);
     Outcome AddCurrent();
-    bool AddRows(int count, bool reverse);
-    bool AddFacts(std::string& refusal, EntryFacts& facts);
+    Outcome AddFile(DiskFacts& disk, const std::string& path, KeptNote& notes);
+    bool AddAll(const std::vector<std::string>& paths, KeptNote& notes);
     void CopyVideoPicture();
     void Failed();
     void FailedView(const char* what, const std::string& path, const std::string& error);
