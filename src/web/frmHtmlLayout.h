@@ -3,7 +3,7 @@
 
 #include "desk/Context.h"
 #include "desk/places/KeptPlace.h"
-#include "web/FormFields.h"
+#include "web/BoundControls.h"
 #include "web/PageBuild.h"
 
 #include <QDialog>
@@ -96,7 +96,7 @@ private:
 
     Context& m;
     PageBuild m_page;
-    FormFields<HtmlSettings> m_fields;
+    BoundControls<HtmlSettings> m_fields;
     KeptPlace m_place;
     Flow m_flow = Flow::Closed;
     bool m_videoFaultTold = false; // that the video's picture cannot be copied
@@ -127,7 +127,7 @@ private:
     QLabel* m_lastFile = nullptr;
     QLabel* m_lastLink = nullptr;
     QLabel* m_error = nullptr;
-    std::array<ColorBox*, 4> m_colors{}; // text, page, title, borders
+    std::vector<ColorBox*> m_colors; // text, page, title, borders
     QPushButton* m_view = nullptr;
     QPushButton* m_edit = nullptr;
     QPushButton* m_ok = nullptr;
