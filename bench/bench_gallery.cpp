@@ -7,7 +7,7 @@
 #include "common/numbers.h"
 #include "imaging/PictureLoader.h"
 #include "platform/Files.h"
-#include "web/DiskFacts.h"
+#include "web/FileEntries.h"
 
 #include <QTemporaryDir>
 
@@ -66,7 +66,7 @@ std::string Fresh(const Folder& folder, const char* kind) {
 }
 
 void Ours(const Folder& folder, tarn::Files& files, const std::string& to) {
-    tarn::DiskFacts facts(files);
+    tarn::DiskFacts facts;
     tarn::GalleryPlan plan = folder.plan;
     plan.indexPath = to + "/index.html";
     tarn::GalleryRun run(files, std::move(plan),

@@ -13,6 +13,11 @@ int Side(double value) {
     return std::max(1, int(RoundHalfEven(value)));
 }
 
+float Begin(int image, int box) {
+    const double half = box / 2.0;
+    return float(double(image) / box * half - half);
+}
+
 } // namespace
 
 PreviewFit FitPreview(int imageWidth, int imageHeight, int boxWidth, int boxHeight) {
@@ -22,6 +27,21 @@ PreviewFit FitPreview(int imageWidth, int imageHeight, int boxWidth, int boxHeig
     const float boxAspect = float(boxWidth) / float(boxHeight);
     if (imageAspect > double(boxAspect)) return {boxWidth, Side(boxWidth / imageAspect), true};
     return {Side(boxHeight * imageAspect), boxHeight, true};
+}
+
+PreviewCrop CropPreview(int imageWidth, int imageHeight, int boxWidth, int boxHeight) {
+    if (boxWidth <= 0 || boxHeight <= 0) return {0, 0, imageWidth, imageHeight};
+    PreviewCrop crop{Begin(imageWidth, boxWidth), Begin(imageHeight, boxHeight), boxWidth,
+                     boxHeight};
+    if (crop.left < 0) {
+        crop.left = 0;
+        crop.width = imageWidth;
+    }
+    if (crop.top < 0) {
+        crop.top = 0;
+        crop.height = imageHeight;
+    }
+    return crop;
 }
 
 } // namespace tarn

@@ -106,4 +106,16 @@ bool Contains(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
 
+std::string WithBoxLineEnds(std::string_view text) {
+    std::string shown;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text.substr(i).starts_with(kLineEnd)) continue; // its second character ends the line
+        if (text[i] == '\r' || text[i] == '\n')
+            shown += kLineEnd;
+        else
+            shown += text[i];
+    }
+    return shown;
+}
+
 } // namespace tarn

@@ -30,6 +30,9 @@ std::string_view Trim(std::string_view text);
 // Parts between separators; an empty text gives one empty part.
 std::vector<std::string> Split(std::string_view text, char separator);
 
+// As the note box gives the same text back: every line end is CR LF.
+std::string WithBoxLineEnds(std::string_view text);
+
 // Upper case, and the form in which names are compared when case does not count (simple Unicode
 // case mapping for Latin, Greek and Cyrillic; anything else stays as it is).
 std::string ToUpper(std::string_view text);

@@ -2,7 +2,7 @@
 #include "display/DisplayRoom.h"
 
 #include "common/colors.h"
-#include "common/numbers.h"
+#include "imaging/PaneCut.h"
 #include "imaging/PicturesAhead.h"
 #include "platform/QtText.h"
 #include "widgets/PictureBox.h"
@@ -10,8 +10,6 @@
 #include <QLabel>
 #include <QPalette>
 #include <QPushButton>
-
-#include <algorithm>
 
 namespace tarn {
 
@@ -39,29 +37,9 @@ void DisplayRoom::CutToPane() {
     const int width = s.ImageWidth * Scale();
     const int height = s.ImageHeight * Scale();
     const PreviewCrop crop = CropPreview(width, height, s.PreviewWidth, s.PreviewHeight);
-    if (s.TwoX)
-        CutDoubled(crop);
-    else
-        m_preview.Crop(int(RoundHalfEven(crop.left)), int(RoundHalfEven(crop.top)), crop.width,
-                       crop.height);
+    CutForPane(m_preview, crop, s.TwoX);
     PutText(s.TwoX ? PreviewKind::DoubledCut : PreviewKind::FullSizeCut,
             crop.width < width || crop.height < height);
-}
-
-// The cut of the doubled picture, without doubling what lies outside it: a large picture would take
-// four times its memory. Some pixels more than needed go along, so that the edges come out as from
-// the whole.
-void DisplayRoom::CutDoubled(const PreviewCrop& crop) {
-    constexpr int kEdge = 2;
-    ImgX& picture = m_preview;
-    const int left = int(RoundHalfEven(crop.left));
-    const int top = int(RoundHalfEven(crop.top));
-    const int sourceLeft = std::max(0, left / 2 - kEdge);
-    const int sourceTop = std::max(0, top / 2 - kEdge);
-    picture.Crop(sourceLeft, sourceTop, crop.width / 2 + 1 + 2 * kEdge,
-                 crop.height / 2 + 1 + 2 * kEdge);
-    picture.Scale(picture.Width() * 2, picture.Height() * 2);
-    picture.Crop(left - sourceLeft * 2, top - sourceTop * 2, crop.width, crop.height);
 }
 
 // The brightness in force holds for every picture that is put up, however it came about.

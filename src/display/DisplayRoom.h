@@ -86,7 +86,6 @@ private:
     // The preview.
     void FitIntoPane();
     void CutToPane();
-    void CutDoubled(const PreviewCrop& crop);
     void PutPicture();
     void PutText(PreviewKind kind, bool cut);
     void PutSize();

@@ -4,30 +4,6 @@
 
 namespace tarn {
 
-namespace {
-
-float Begin(int image, int box) {
-    const double half = box / 2.0;
-    return float(double(image) / box * half - half);
-}
-
-} // namespace
-
-PreviewCrop CropPreview(int imageWidth, int imageHeight, int boxWidth, int boxHeight) {
-    if (boxWidth <= 0 || boxHeight <= 0) return {0, 0, imageWidth, imageHeight};
-    PreviewCrop crop{Begin(imageWidth, boxWidth), Begin(imageHeight, boxHeight), boxWidth,
-                     boxHeight};
-    if (crop.left < 0) {
-        crop.left = 0;
-        crop.width = imageWidth;
-    }
-    if (crop.top < 0) {
-        crop.top = 0;
-        crop.height = imageHeight;
-    }
-    return crop;
-}
-
 PreviewText PreviewTextOf(PreviewKind kind) {
     switch (kind) {
     case PreviewKind::Reduced:

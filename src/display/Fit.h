@@ -1,5 +1,4 @@
-// Arithmetic of the preview: how a picture is fitted into the pane or cut to it, and the texts that
-// say so. All sizes in pixels.
+// What is said of the preview. All sizes in pixels.
 #pragma once
 
 #include "common/fit.h"
@@ -8,17 +7,6 @@
 #include <string_view>
 
 namespace tarn {
-
-// Where the pane's cut lies in the picture. Singles, as the 1:1 window and the slides use them.
-struct PreviewCrop {
-    float left = 0;
-    float top = 0;
-    int width = 0;
-    int height = 0;
-};
-
-// The middle of the picture, all of it in a direction in which it is smaller than the box.
-PreviewCrop CropPreview(int imageWidth, int imageHeight, int boxWidth, int boxHeight);
 
 enum class PreviewKind { Reduced, FullSize, FullSizeCut, DoubledCut };
 

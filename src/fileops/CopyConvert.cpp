@@ -34,8 +34,8 @@ void CopyRoom::SetCaptionShown(bool shown) {
 
 void CopyRoom::SetNote() {
     const int lines = ParseInt32(m.state.ConvertJpgLines).value_or(1);
-    m.state.ConvertJpgCaption = CaptionOfNote(m.notes.NoteTextOf(m.state.Filename), lines);
-    if (m_caption) m_caption->ShowCaptionText(m.state.ConvertJpgCaption);
+    m_noteCaption = CaptionOfNote(m.notes.NoteTextOf(m.state.Filename), lines);
+    if (m_caption) m_caption->ShowCaptionText(m_noteCaption);
 }
 
 Outcome CopyRoom::IsConvertible() {
@@ -54,7 +54,7 @@ ConvertOptions CopyRoom::Options(const std::string& targetName) const {
     if (s.ConvertJpgAddFN && s.ConvertJpgType == kFileName) {
         options.text = targetName;
     } else if (s.ConvertJpgAddFN && s.ConvertJpgType == kNoteLines) {
-        options.text = s.ConvertJpgCaption;
+        options.text = m_noteCaption;
     } else if (s.ConvertJpgAddFN) {
         options.text = s.ConvertJpgText;
     }

@@ -31,42 +31,31 @@ void CopyPaste::SetPasteCommands(bool enabled) {
     SetEnabled(m.controls.PopupPasteButton, enabled);
 }
 
-std::vector<std::string> CopyPaste::Ours() const {
-    std::vector<std::string> paths;
-    for (const std::string& name : m.state.CopyFileList)
-        paths.push_back(JoinPath(m.state.CopySourceFolder, name));
-    return paths;
-}
-
 void CopyPaste::Gather(bool cut) {
-    ProgramState& s = m.state;
     const FileListBox& list = *m.controls.FileListBox;
-    s.CopyFileList.clear();
-    s.CopySourceFolder = list.Path();
-    for (const int row : list.SelectedRows()) s.CopyFileList.push_back(list.Text(row));
-    s.CopyFileCount = static_cast<int>(s.CopyFileList.size());
-    s.CutPending = cut;
+    m_files.clear();
+    for (const int row : list.SelectedRows())
+        m_files.push_back(JoinPath(list.Path(), list.Text(row)));
+    m_cutPending = cut;
     m_theirs = false;
-    if (s.CopyFileCount > 0) m.clipboard.SetFiles({Ours(), cut});
+    if (!m_files.empty()) m.clipboard.SetFiles({m_files, cut});
     SetPasteCommands(true);
-    m.shell.ShowMessage(std::to_string(s.CopyFileCount) +
+    m.shell.ShowMessage(std::to_string(m_files.size()) +
                         (cut ? " files selected for cut" : " files selected for copy"));
 }
 
 void CopyPaste::ClipboardChanged() {
-    ProgramState& s = m.state;
     const ClipboardFiles theirs = m.clipboard.Files();
-    if (theirs.paths.empty() || theirs == ClipboardFiles{Ours(), s.CutPending}) return;
-    s.CopyFileList.clear();
-    s.CopyFileCount = 0;
-    s.CutPending = false;
+    if (theirs.paths.empty() || theirs == ClipboardFiles{m_files, m_cutPending}) return;
+    m_files.clear();
+    m_cutPending = false;
     m_theirs = true;
     SetPasteCommands(true);
 }
 
 void CopyPaste::PasteButton_Click() {
     const ClipboardFiles files =
-        m_theirs ? m.clipboard.Files() : ClipboardFiles{Ours(), m.state.CutPending};
+        m_theirs ? m.clipboard.Files() : ClipboardFiles{m_files, m_cutPending};
     Paste(files.paths, files.cut);
 }
 
@@ -97,16 +86,13 @@ void CopyPaste::Paste(const std::vector<std::string>& sources, bool cut) {
 
 // What has arrived need not come again when the rest is pasted.
 void CopyPaste::EndCut(std::size_t arrived, std::size_t all) {
-    ProgramState& s = m.state;
     if (arrived == all) {
         SetEnabled(m.controls.PasteButton, false);
         return;
     }
     if (m_theirs) return;
-    s.CopyFileList.erase(s.CopyFileList.begin(),
-                         s.CopyFileList.begin() + static_cast<std::ptrdiff_t>(arrived));
-    s.CopyFileCount = static_cast<int>(s.CopyFileList.size());
-    m.clipboard.SetFiles({Ours(), true});
+    m_files.erase(m_files.begin(), m_files.begin() + static_cast<std::ptrdiff_t>(arrived));
+    m.clipboard.SetFiles({m_files, true});
 }
 
 // How many arrived whole; the report tells why it was not all of them. What stands under a name in

@@ -23,7 +23,6 @@ public:
     void PasteButton_Click();
 
 private:
-    std::vector<std::string> Ours() const; // full paths of what was remembered here
     void Gather(bool cut);
     void SetPasteCommands(bool enabled);
     void ClipboardChanged();
@@ -38,6 +37,8 @@ private:
 
     Context& m;
     std::function<void(UndoEntry)> m_pushUndo;
+    std::vector<std::string> m_files; // full paths, remembered by Copy or Cut
+    bool m_cutPending = false;        // to be thrown away once they are pasted
     bool m_theirs = false; // what another program put on the clipboard is the later choice
 };
 

@@ -66,7 +66,8 @@ private:
     std::string CopyNote(const ConvertTarget& target);
 
     Context& m;
-    std::string m_copyOk; // of the last copy that was not refused
+    std::string m_noteCaption; // for the picture, made of lines of the note
+    std::string m_copyOk;      // of the last copy that was not refused
     std::unique_ptr<frmCaption> m_caption;
 };
 

@@ -17,18 +17,6 @@ std::string_view WithoutOldMarks(std::string_view bytes) {
     return bytes.substr(1, bytes.size() - marks);
 }
 
-std::string WithBoxLineEnds(std::string_view text) {
-    std::string shown;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text.substr(i).starts_with(kLineEnd)) continue; // its second character ends the line
-        if (text[i] == '\r' || text[i] == '\n')
-            shown += kLineEnd;
-        else
-            shown += text[i];
-    }
-    return shown;
-}
-
 std::optional<std::string> WithoutQuotes(std::string_view text) {
     const std::size_t before = text.size();
     if (text.starts_with('"')) text.remove_prefix(1);

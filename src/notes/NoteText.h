@@ -15,9 +15,6 @@ inline constexpr std::size_t kNoteReadLimit = 8000; // bytes that a reader takes
 // other bytes as they are.
 std::string_view WithoutOldMarks(std::string_view bytes);
 
-// As the note box gives the same text back: every line end is CR LF.
-std::string WithBoxLineEnds(std::string_view text);
-
 // The repair of old notes: one quote less at the start, one at the end, one before a closing line
 // end. None when there is nothing to repair.
 std::optional<std::string> WithoutQuotes(std::string_view text);

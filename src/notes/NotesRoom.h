@@ -33,6 +33,7 @@ public:
     // The current file is another one: its note comes into the box, what stood there goes into the
     // restore buffer.
     void CheckForNotes();
+    void ReloadNote() override;
     void SetNotesFilename() override;
     NoteLoad LastLoad() override { return m_load; }
     Outcome SaveNote() override;
@@ -62,7 +63,6 @@ public:
     void CommandNotesNew_Click();
 
     // For the room's own windows.
-    void ReloadNote(); // from its file, whatever was typed
     // Of the file that is shown: as it stands on disk, which may differ in case.
     const std::string& LoadedPath() const { return m_store.Loaded().path; }
     void ReplaceText(const std::string& text) { m_box.Replace(text); }

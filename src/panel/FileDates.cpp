@@ -13,21 +13,27 @@ namespace {
 
 constexpr const char* kCannotSet = "ERROR - Cannot set File Date, may be Read Only";
 
-} // namespace
-
-Outcome PictureInfoRoom::SetFileDates(bool dateChanged) {
-    const ProgramState& s = m.state;
-    if (s.NoExif) return Outcome::Refused();
-    const auto time = FileTimeOf(s.CameraDate);
+// The file's own times become its camera date. `dateChanged`: that date itself was changed, and
+// this is told already.
+Outcome SetTimesOf(const PictureInfo& info, Files& files, bool dateChanged) {
+    if (info.NoExif) return Outcome::Refused();
+    const auto time = FileTimeOf(info.CameraDate);
     std::string error;
     const bool may =
-        time ? m.files.SetTimes(s.Filename, *time, &error) : m.files.IsWritable(s.Filename);
+        time ? files.SetTimes(info.Filename, *time, &error) : files.IsWritable(info.Filename);
     if (!may) return Outcome::Refused(kCannotSet);
     if (!time)
         return Outcome::Refused((dateChanged ? "UPDATED - Picture date changed, file" : "File") +
                                 std::string(" date not set: the picture's is no date"));
-    return Outcome::Did(dateChanged ? std::string()
-                                    : "UPDATED - File Date set to Picture Date " + s.PictureDate);
+    return Outcome::Did(dateChanged
+                            ? std::string()
+                            : "UPDATED - File Date set to Picture Date " + info.PictureDate);
+}
+
+} // namespace
+
+Outcome PictureInfoRoom::SetFileDates(bool dateChanged) {
+    return SetTimesOf(m.state, m.files, dateChanged);
 }
 
 bool PictureInfoRoom::AskForRange(int first, int last) {
@@ -39,45 +45,38 @@ bool PictureInfoRoom::AskForRange(int first, int last) {
 }
 
 void PictureInfoRoom::SyncDatesButton_Click() {
-    ProgramState& s = m.state;
-    const int first = s.FileIndex;
+    const int first = m.state.FileIndex;
     const int last = m.controls.FileListBox->Count() - 1;
     if (first < 0 || first > last || !AskForRange(first, last)) return;
-    const std::string shown = s.BatchFilename = s.Filename;
-    s.BatchRow = s.HistFileIndex[std::size_t(s.HistCur)];
+    const int count = last - first + 1;
     const int done = SyncRange(first, last);
-    s.Filename = shown;
-    s.BatchFilename.clear();
-    m.shell.ShowStatus(shown);
+    m.shell.ShowStatus(m.state.Filename);
     m.display.DisplayPicture();
     std::string said = "File dates synchronized to picture dates";
-    if (s.MoveAllCancel)
-        said += ", cancelled after " + std::to_string(done) + " of " +
-                std::to_string(last - first + 1) + " files";
+    if (done < count)
+        said +=
+            ", cancelled after " + std::to_string(done) + " of " + std::to_string(count) + " files";
     m.shell.ShowMessage(said);
 }
 
 // A picture without a date tag of its own takes the date of the one before it, as pictures of a
 // burst or a roll do. The number of files passed.
 int PictureInfoRoom::SyncRange(int first, int last) {
-    ProgramState& s = m.state;
     const std::string folder = m.controls.FileListBox->Path();
     std::vector<std::string> names; // the list may change while events come in
     for (int row = first; row <= last; ++row) names.push_back(m.controls.FileListBox->Text(row));
     const BatchRun batch(m);
-    s.MoveAllCancel = false;
+    PictureInfo info = m.state;
     int passed = 0;
     for (const std::string& name : names) {
-        s.Filename = JoinPath(folder, name);
-        s.MoveAllCancel = !batch.Step("Files remaining " +
-                                      std::to_string(static_cast<int>(names.size()) - 1 - passed));
-        if (s.MoveAllCancel) break;
-        m.shell.ShowStatus(s.Filename);
-        m_reader.ReadCameraDate(s);
-        if (m_reader.FileWasRead())
-            m.shell.Tell(SetFileDatesButton_Click());
-        else // what it found is the file's before
-            m.shell.ShowMessage(kCannotSet);
+        info.Filename = JoinPath(folder, name);
+        const int remaining = static_cast<int>(names.size()) - 1 - passed;
+        if (!batch.Step("Files remaining " + std::to_string(remaining))) break;
+        m.shell.ShowStatus(info.Filename);
+        m_reader.ReadCameraDate(info);
+        // What it found in a file that cannot be read is the file's before.
+        m.shell.Tell(m_reader.FileWasRead() ? SetTimesOf(info, m.files, false)
+                                            : Outcome::Refused(kCannotSet));
         ++passed;
     }
     return passed;

@@ -206,19 +206,22 @@ void frmDate::SetButton_Click() {
 }
 
 void frmDate::TakeOver(const std::string& date, const PictureDateText& shown) {
-    ProgramState& s = m.state;
-    constexpr int kDateRow = 1; // also where the old date was none that could be shown
-    const int row = s.CameraDateIndex > 0 ? s.CameraDateIndex : kDateRow;
-    const std::string line = "* Picture date: " + shown.date + "  " + shown.weekday;
-    if (row < static_cast<int>(s.PanelRows.size()))
-        s.PanelRows[static_cast<std::size_t>(row)] = line;
-    m.shell.ShowFileTexts();
-    s.CameraDate = date;
-    s.PictureDate = shown.date;
+    m.state.CameraDate = date;
+    m.state.PictureDate = shown.date;
+    ShowInPanel("* Picture date: " + shown.date + "  " + shown.weekday);
     m.shell.ShowMessage("UPDATED - Picture date changed and file date synchronized");
     m.shell.Tell(m_setFileDates()); // which says so when it cannot
     RefreshCurrent();
     if (m_advance->isChecked()) NextButton_Click();
+}
+
+void frmDate::ShowInPanel(const std::string& line) {
+    ProgramState& s = m.state;
+    constexpr int kDateRow = 1; // also where the old date was none that could be shown
+    const int row = s.CameraDateIndex > 0 ? s.CameraDateIndex : kDateRow;
+    if (row < static_cast<int>(s.PanelRows.size()))
+        s.PanelRows[static_cast<std::size_t>(row)] = line;
+    m.shell.ShowFileTexts();
 }
 
 } // namespace tarn

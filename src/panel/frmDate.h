@@ -41,6 +41,7 @@ private:
     std::string NewDate() const;
     std::size_t Position() const;
     void Say(const std::string& text, bool critical = false);
+    void ShowInPanel(const std::string& line);
     void TakeOver(const std::string& date, const PictureDateText& shown);
 
     Context& m;

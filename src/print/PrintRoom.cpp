@@ -82,8 +82,7 @@ bool PrintRoom::ShowPrinter(long flags, const std::string& fileName) {
     m_choice.pdf = JoinPath(s.PrintFolder.empty() ? m.files.HomeFolder() : s.PrintFolder, fileName);
     clsPrintDialog dialog(m.dialogs, m_choice);
     dialog.Flags = flags;
-    s.PrintDialogCancelled = !dialog.ShowPrinter();
-    if (s.PrintDialogCancelled) return false;
+    if (!dialog.ShowPrinter()) return false;
     s.PrinterName = m_choice.printer;
     s.PrintToFile = m_choice.toFile;
     if (m_choice.toFile) s.PrintFolder = FolderOf(m_choice.pdf);
@@ -118,7 +117,6 @@ void PrintRoom::PrintButton_Click() {
 
 void PrintRoom::PrintCancelButton_Click() {
     m.shell.ShowMessage("Printing cancelled");
-    m.state.PrintCancelled = true;
     m.state.BatchCancelled = true;
 }
 
@@ -138,16 +136,11 @@ void PrintRoom::PrintSheets(const SheetLayout& layout) {
     upright.landscape = false;
     auto printer = m.printing.Open(upright);
 
-    const std::string filename = s.Filename;
-    const std::string counter = s.TextNumOf;
-    const std::string fileType = s.FileType;
     KeptNote kept(m);
     std::string said;
-    const bool done = RunSheets(*printer, layout, said);
-    s.Filename = filename;
-    s.FileType = fileType;
+    const bool done = RunSheets(*printer, layout, kept, said);
+    SetCrashFile(s.Filename);
     if (m.events.ProgramEnds() || s.Closing) return;
-    ShowFormerPicture(filename, counter);
     const std::string inBuffer = kept.Settle();
     if (!done)
         m.shell.ShowMessage(said + inBuffer);
@@ -156,25 +149,14 @@ void PrintRoom::PrintSheets(const SheetLayout& layout) {
     if (done && !said.empty()) m.shell.ShowError(said);
 }
 
-bool PrintRoom::RunSheets(Printer& printer, const SheetLayout& layout, std::string& said) {
-    m.state.PrintCancelled = false;
+bool PrintRoom::RunSheets(Printer& printer, const SheetLayout& layout, KeptNote& notes,
+                          std::string& said) {
     const BatchRun batch(m, m.controls.PrintCancelButton);
     SheetJob job(m, printer, layout, Faces(), NowText());
-    const bool done = job.Run(batch);
+    const bool done = job.Run(batch, notes);
     said = done ? job.Fault() : "Printing cancelled";
     if (!done) printer.Kill();
-    m.state.PrintCancelled = false;
     return done;
-}
-
-void PrintRoom::ShowFormerPicture(const std::string& filename, const std::string& counter) {
-    m.state.TextNumOf = counter;
-    m.controls.TextNumOf->setText(ToQt(counter));
-    m.controls.DeleteFitsButton->hide(); // of a picture on the way
-    if (filename.empty()) return;
-    m.shell.ShowStatus(filename); // a remark on a picture on the way may stand there
-    SetCrashFile(filename);
-    m.display.DisplayPicture();
 }
 
 void PrintRoom::Finish(std::unique_ptr<Printer> printer, const std::string& more) {

@@ -13,6 +13,7 @@
 
 namespace tarn {
 
+class KeptNote;
 class frmPrintPreview;
 
 class PrintRoom : public Room {
@@ -38,8 +39,7 @@ private:
     PrintFaces Faces() const;
     bool ShowPrinter(long flags, const std::string& fileName);
     void PrintSheets(const SheetLayout& layout);
-    bool RunSheets(Printer& printer, const SheetLayout& layout, std::string& said);
-    void ShowFormerPicture(const std::string& filename, const std::string& counter);
+    bool RunSheets(Printer& printer, const SheetLayout& layout, KeptNote& notes, std::string& said);
     // To the printer or into the preview; `more` ends the message that tells it.
     void Finish(std::unique_ptr<Printer> printer, const std::string& more = {});
     bool Send(Printer& printer, const PrinterChoice& choice, const std::string& more = {});

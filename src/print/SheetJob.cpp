@@ -2,26 +2,28 @@
 
 #include "common/paths.h"
 #include "desk/batch/BatchRun.h"
-#include "imaging/PicturesAhead.h"
+#include "desk/batch/KeptNote.h"
 #include "platform/CrashNote.h"
 #include "platform/QtText.h"
 #include "print/PaperImage.h"
 #include "widgets/FileListBox.h"
-#include "widgets/PictureBox.h"
 
 #include <QLabel>
-
-#include <algorithm>
 
 namespace tarn {
 
 namespace {
 
-constexpr int kAhead = 3; // pictures decoded while one is put onto the sheet
-
 SheetPlan PlanOf(const Context& m, const SheetLayout& layout) {
     const FileListBox& list = *m.controls.FileListBox;
     return PlanSheets(list.Count(), layout.PerPage(), m.state.PrintOnly1stPage, list.CurrentRow());
+}
+
+std::vector<std::string> PathsOf(const FileListBox& list, const SheetPlan& plan) {
+    std::vector<std::string> paths;
+    for (int number = plan.first; number <= plan.last; ++number)
+        paths.push_back(JoinPath(list.Path(), list.Text(number - 1)));
+    return paths;
 }
 
 } // namespace
@@ -31,7 +33,18 @@ SheetJob::SheetJob(Context& context, Printer& printer, const SheetLayout& layout
     : m(context), m_printer(printer), m_layout(layout), m_plan(PlanOf(context, layout)),
       m_sheet(printer, layout, std::move(faces),
               SheetHeading(context.state.Version, now, context.controls.FileListBox->Path()),
-              m_plan.pageCount) {}
+              m_plan.pageCount),
+      m_paths(PathsOf(*context.controls.FileListBox, m_plan)), m_pictures(context, m_paths),
+      m_counterBefore(context.state.TextNumOf) {}
+
+SheetJob::~SheetJob() {
+    ShowCounter(m_counterBefore);
+}
+
+void SheetJob::ShowCounter(const std::string& counter) {
+    m.state.TextNumOf = counter;
+    m.controls.TextNumOf->setText(ToQt(counter));
+}
 
 std::string SheetJob::Progress() const {
     return "Printing " + std::to_string(m_layout.PerPage()) + " picture thumbnail sheets page (" +
@@ -39,54 +52,29 @@ std::string SheetJob::Progress() const {
            std::to_string(m_sheet.NextOnPage());
 }
 
-bool SheetJob::Run(const BatchRun& batch) {
-    ProgramState& s = m.state;
+bool SheetJob::Run(const BatchRun& batch, KeptNote& notes) {
     for (int number = m_plan.first; number <= m_plan.last; ++number) {
-        const FileListBox& list = *m.controls.FileListBox;
-        s.Filename = JoinPath(list.Path(), list.Text(number - 1));
-        SetCrashFile(s.Filename);
-        s.FileType = FileTypeOf(s.Filename);
-        s.TextNumOf = std::to_string(number) + " of " + std::to_string(m_plan.fileCount);
-        m.controls.TextNumOf->setText(ToQt(s.TextNumOf));
-        const bool goesOn = batch.Step(Progress());
-        if (!goesOn || s.PrintCancelled) return false;
-        Load(number);
-        m_sheet.Add(Cell(number));
+        const std::string& path = m_paths[static_cast<std::size_t>(number - m_plan.first)];
+        SetCrashFile(path);
+        ShowCounter(std::to_string(number) + " of " + std::to_string(m_plan.fileCount));
+        if (!batch.Step(Progress())) return false;
+        SheetCell cell = Cell(number);
+        std::string note = notes.NoteOf(path);
+        if (m.state.PrintNotesOnThumbnails) cell.note = std::move(note);
+        m_sheet.Add(cell);
     }
     return true;
 }
 
-void SheetJob::Load(int fileNumber) {
-    ProgramState& s = m.state;
-    // A file that is no picture leaves these as they are, of the picture before.
-    for (std::string* text : {&s.ExpSpeed, &s.ExpTime, &s.ExpSizeLine}) text->clear();
-    m.display.DisplayPicture();
-    ExpectNext(fileNumber);
-}
-
-// Loading alone knows only the neighbours of the current row, which stays.
-void SheetJob::ExpectNext(int fileNumber) {
-    const ProgramState& s = m.state;
-    const FileListBox& list = *m.controls.FileListBox;
-    const bool whole = s.OneX || s.TwoX || s.OneToOneLoaded;
-    const QSize wanted = whole ? QSize() : QSize(s.PreviewWidth, s.PreviewHeight);
-    std::vector<PictureWish> wishes;
-    const int last = std::min(m_plan.last, fileNumber + kAhead);
-    for (int next = fileNumber + 1; next <= last; ++next)
-        wishes.push_back({JoinPath(list.Path(), list.Text(next - 1)), wanted, {}});
-    m.ahead.Expect(wishes);
-}
-
 SheetCell SheetJob::Cell(int fileNumber) {
-    const ProgramState& s = m.state;
-    const ImgX shown = m.display.ShownPicture();
-    const QSize pane = m.controls.Picture1->Picture().size();
-    SheetCell cell = CellFor(m_layout, fileNumber, s, pane.width(), pane.height());
+    PassedPicture passed = m_pictures.Show(static_cast<std::size_t>(fileNumber - m_plan.first));
+    const PictureInfo& info = m_pictures.Info();
+    SheetCell cell =
+        CellFor(m_layout, fileNumber, info, passed.inPane.width(), passed.inPane.height());
     std::string fault;
-    cell.picture =
-        ImageForPaper(shown, m_printer.PixelsFor(cell.size.width, cell.size.height), &fault);
-    if (!fault.empty() && m_fault.empty()) m_fault = fault + " - " + s.FileNameOnly;
-    if (s.PrintNotesOnThumbnails) cell.note = s.NoteText;
+    cell.picture = ImageForPaper(std::move(passed.picture),
+                                 m_printer.PixelsFor(cell.size.width, cell.size.height), &fault);
+    if (!fault.empty() && m_fault.empty()) m_fault = fault + " - " + info.FileNameOnly;
     return cell;
 }
 

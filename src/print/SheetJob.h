@@ -1,38 +1,43 @@
-// Walks through the list and puts each picture, loaded as for the screen, into its cell.
+// Puts each picture of a list, as the window would show it, into its cell.
 #pragma once
 
 #include "desk/Context.h"
+#include "desk/batch/PassingPictures.h"
 #include "print/ThumbnailSheet.h"
 
 #include <string>
+#include <vector>
 
 namespace tarn {
 
 class BatchRun;
+class KeptNote;
 
 class SheetJob {
 public:
     SheetJob(Context& context, Printer& printer, const SheetLayout& layout, PrintFaces faces,
              const std::string& now);
+    ~SheetJob(); // the counter is that of the current picture again
 
-    // False when it was cancelled or the program ends. What it has loaded is still the program's
-    // current picture.
-    bool Run(const BatchRun& batch);
+    // False when it was cancelled or the program ends.
+    bool Run(const BatchRun& batch, KeptNote& notes);
 
     // Of a picture whose pixels went away while it was printed; empty when all is well.
     const std::string& Fault() const { return m_fault; }
 
 private:
     std::string Progress() const;
-    void Load(int fileNumber);
+    void ShowCounter(const std::string& counter);
     SheetCell Cell(int fileNumber);
-    void ExpectNext(int fileNumber);
 
     Context& m;
     Printer& m_printer;
     const SheetLayout& m_layout;
     SheetPlan m_plan;
     ThumbnailSheet m_sheet;
+    std::vector<std::string> m_paths; // those that are printed
+    PassingPictures m_pictures;
+    std::string m_counterBefore;
     std::string m_fault;
 };
 

@@ -87,11 +87,10 @@ void frmHtmlLayout::MakeAddFrame() {
     m_link = NamedButton("HtmlLink", "Link", "Set current image as link image");
     m_lastLink = Named(new QLabel(), "HtmlLastLinkFile");
     m_lastFile = Named(new QLabel(), "HtmlLastFile");
-    m_advance = Named(new QCheckBox(QStringLiteral("Add Auto Advance")), "HtmlAddAutoAdvance");
+    m_advance = m_fields.Check("HtmlAddAutoAdvance", "Add Auto Advance", &HtmlSettings::HtmlAuto);
     rows->addWidget(m_advance);
     rows->addLayout(Row({m_link, m_lastLink}));
     rows->addLayout(Row({Caption("Last added:"), m_lastFile}));
-    m_fields.Add(m_advance, &HtmlSettings::HtmlAuto);
     connect(add, &QPushButton::clicked, this, [this] { HtmlAddButton_Click(); });
     connect(all, &QPushButton::clicked, this, [this] { HtmlAddAll(false); });
     connect(reverse, &QPushButton::clicked, this, [this] { HtmlAddAll(true); });

@@ -7,7 +7,6 @@
 
 #include <QCheckBox>
 #include <QGridLayout>
-#include <QIntValidator>
 #include <QPainter>
 #include <QRadioButton>
 #include <QToolButton>
@@ -16,9 +15,9 @@ namespace tarn {
 
 namespace {
 
-constexpr int kMostPixels = 32767;
 constexpr int kThickest = 20; // pixels of borders and lines
 constexpr int kMostPerPage = 50;
+constexpr int kNumberWidth = 64; // logical pixels
 constexpr QSize kSample(72, 54); // logical pixels of a format's sample
 
 // What a format looks like: picture, notes, camera data.
@@ -48,14 +47,6 @@ QPixmap SampleOf(int format, qreal scale, const QPalette& palette) {
     return sample;
 }
 
-QLineEdit* NumberEdit(const char* name, const char* spoken) {
-    auto* edit = Named(new QLineEdit(), name, spoken);
-    edit->setValidator(new QIntValidator(0, kMostPixels, edit));
-    constexpr int kWidth = 64; // logical pixels
-    edit->setMaximumWidth(kWidth);
-    return edit;
-}
-
 } // namespace
 
 void frmHtmlLayout::MakeLinkFrame() {
@@ -77,13 +68,14 @@ void frmHtmlLayout::MakeLinkFrame() {
     auto* sizes = new QWidget();
     auto* sizeRows = new QGridLayout(sizes);
     sizeRows->setContentsMargins({});
-    m_sizePreview =
-        Named(new QRadioButton(QStringLiteral("Tarn View preview window")), "HtmlSizeO");
-    m_sizeFull = Named(new QRadioButton(QStringLiteral("Full image size")), "HtmlSizeF");
-    m_sizeHeight = Named(new QRadioButton(QStringLiteral("Maximum height")), "HtmlSizeH");
-    m_sizeWidth = Named(new QRadioButton(QStringLiteral("Maximum width ")), "HtmlSizeW");
-    m_height = NumberEdit("HtmlHeight", "Maximum height in pixels");
-    m_width = NumberEdit("HtmlWidth", "Maximum width in pixels");
+    m_sizePreview = Choice("HtmlSizeO", "Tarn View preview window");
+    m_sizeFull = Choice("HtmlSizeF", "Full image size");
+    m_sizeHeight = Choice("HtmlSizeH", "Maximum height");
+    m_sizeWidth = Choice("HtmlSizeW", "Maximum width ");
+    m_height = m_fields.Number("HtmlHeight", "Maximum height in pixels", 0, kNumberWidth,
+                               &HtmlSettings::HtmlHeight);
+    m_width = m_fields.Number("HtmlWidth", "Maximum width in pixels", 0, kNumberWidth,
+                              &HtmlSettings::HtmlWidth);
     sizeRows->addWidget(m_sizePreview, 0, 0);
     sizeRows->addWidget(m_sizeFull, 1, 0);
     sizeRows->addWidget(m_sizeHeight, 2, 0);
@@ -94,32 +86,27 @@ void frmHtmlLayout::MakeLinkFrame() {
     m_fields.AddChoice({m_sizePreview, m_sizeFull, m_sizeHeight, m_sizeWidth},
                        {&HtmlSettings::HtmlSizeO, &HtmlSettings::HtmlSizeF,
                         &HtmlSettings::HtmlSizeH, &HtmlSettings::HtmlSizeW});
-    m_fields.Add(m_height, &HtmlSettings::HtmlHeight);
-    m_fields.Add(m_width, &HtmlSettings::HtmlWidth);
-    m_zoomPan = Named(new QCheckBox(QStringLiteral("Zoom and Pan")), "CheckZoomPan");
+    m_zoomPan = m_fields.Check("CheckZoomPan", "Zoom and Pan", &HtmlSettings::HtmlZoomPan);
     rows->addWidget(m_zoomPan);
-    m_fields.Add(m_zoomPan, &HtmlSettings::HtmlZoomPan);
 }
 
 void frmHtmlLayout::MakePictureFrame() {
     auto* rows = MakeFrame(m_frame2, "Frame2", "Entries of the page");
     MakeFormats(*rows);
     MakePlaces(*rows);
-    m_imageLabel = Named(new QCheckBox(QStringLiteral("Use label images with")), "CheckImageLabel");
-    auto* label = Named(new QLineEdit(), "TextImageLabel", "Ending of a label image's name");
+    m_imageLabel = m_fields.Check("CheckImageLabel", "Use label images with",
+                                  &HtmlSettings::HtmlCheckImageLabel);
+    auto* label = m_fields.Edit("TextImageLabel", "Ending of a label image's name",
+                                &HtmlSettings::HtmlTextImageLabel);
     label->setPlaceholderText(QStringLiteral("_Caption"));
     rows->addLayout(Row({m_imageLabel, label}));
-    auto* video = Named(new QCheckBox(QStringLiteral("Link MP4 video")), "CheckMP4");
-    rows->addWidget(video);
+    rows->addWidget(m_fields.Check("CheckMP4", "Link MP4 video", &HtmlSettings::HtmlMp4Video));
     auto* breakLabel = Named(new QLabel(), "LabelPageBreak");
     auto* pageBreak =
         MakeSlider("SliderPageBreak", "Images on a printed page", 0, kMostPerPage, breakLabel);
     pageBreak->setToolTip(
         QStringLiteral("Place a page break after this number of images, for printing web page"));
     rows->addLayout(Row({Caption("Page break after", pageBreak), pageBreak, breakLabel}));
-    m_fields.Add(m_imageLabel, &HtmlSettings::HtmlCheckImageLabel);
-    m_fields.Add(label, &HtmlSettings::HtmlTextImageLabel);
-    m_fields.Add(video, &HtmlSettings::HtmlMp4Video);
     m_fields.Add(pageBreak, &HtmlSettings::HtmlPageBreak);
     connect(pageBreak, &QSlider::valueChanged, this,
             [this](int value) { m.state.HtmlPageBreak = value; });
@@ -146,9 +133,9 @@ void frmHtmlLayout::MakeFormats(QVBoxLayout& rows) {
         buttons.push_back(format);
     }
     rows.addLayout(formats);
-    m_exifInfo = Named(new QCheckBox(QStringLiteral("Include Exif Info.")), "HtmlIncludeExifInfo");
+    m_exifInfo =
+        m_fields.Check("HtmlIncludeExifInfo", "Include Exif Info.", &HtmlSettings::HtmlExifInfo);
     rows.addWidget(m_exifInfo);
-    m_fields.Add(m_exifInfo, &HtmlSettings::HtmlExifInfo);
     m_exifInfo->setEnabled(false);
     connect(buttons.front(), &QAbstractButton::toggled, m_exifInfo, &QWidget::setEnabled);
     m_fields.AddChoice(
@@ -158,30 +145,25 @@ void frmHtmlLayout::MakeFormats(QVBoxLayout& rows) {
 
 // Of the notes in an entry, and of the entries on the page.
 void frmHtmlLayout::MakePlaces(QVBoxLayout& rows) {
-    const auto pair = [&](const char* caption, QRadioButton* one, QRadioButton* other) {
-        auto* both = new QWidget(); // of their own, so that one of the two is on
-        auto* row = Row({Caption(caption), one, other});
-        row->setContentsMargins({});
-        both->setLayout(row);
-        rows.addWidget(both);
-    };
-    auto* top = Named(new QRadioButton(QStringLiteral("Top")), "PnotesTop");
-    auto* bottom = Named(new QRadioButton(QStringLiteral("Bottom")), "PnotesBottom");
-    pair("Notes", top, bottom);
+    auto* top = Choice("PnotesTop", "Top");
+    auto* bottom = Choice("PnotesBottom", "Bottom");
+    rows.addWidget(Together({Caption("Notes"), top, bottom}));
     m_fields.AddChoice({top, bottom},
                        {&HtmlSettings::HtmlPnotesTop, &HtmlSettings::HtmlPnotesBottom});
-    auto* center = Named(new QRadioButton(QStringLiteral("Center")), "PCenter");
-    auto* left = Named(new QRadioButton(QStringLiteral("Left")), "Pleft");
-    pair("Entries", center, left);
+    auto* center = Choice("PCenter", "Center");
+    auto* left = Choice("Pleft", "Left");
+    rows.addWidget(Together({Caption("Entries"), center, left}));
     m_fields.AddChoice({center, left}, {&HtmlSettings::HtmlPicCenter, &HtmlSettings::HtmlPicLeft});
 }
 
 void frmHtmlLayout::MakeTextFrame() {
     auto* rows = MakeFrame(m_frame4, "Frame4", "Texts of the page");
-    auto* title = Named(new QLineEdit(), "HtmlTitle", "Page title");
-    auto* email = Named(new QLineEdit(), "Email", "Email address on the page, blank for none");
-    m_home = Named(new QLineEdit(), "HomeText", "Link of the home button");
-    auto* homeName = Named(new QLineEdit(), "HomeNameText", "Label of the home button");
+    auto* title = m_fields.Edit("HtmlTitle", "Page title", &HtmlSettings::HtmlTitle);
+    auto* email = m_fields.Edit("Email", "Email address on the page, blank for none",
+                                &HtmlSettings::HtmlEmail);
+    m_home = m_fields.Edit("HomeText", "Link of the home button", &HtmlSettings::HtmlHomePage);
+    auto* homeName =
+        m_fields.Edit("HomeNameText", "Label of the home button", &HtmlSettings::HtmlHomeText);
     auto* lookup = Named(NamedButton("CommandHomePage", "Web page"), "CommandHomePage", "",
                          "Web page and name for a link");
     auto* grid = new QGridLayout();
@@ -195,41 +177,27 @@ void frmHtmlLayout::MakeTextFrame() {
     grid->addWidget(homeName, 3, 1);
     rows->addLayout(grid);
     rows->addStretch();
-    m_fields.Add(title, &HtmlSettings::HtmlTitle);
-    m_fields.Add(email, &HtmlSettings::HtmlEmail);
-    m_fields.Add(m_home, &HtmlSettings::HtmlHomePage);
-    m_fields.Add(homeName, &HtmlSettings::HtmlHomeText);
     connect(lookup, &QPushButton::clicked, this, [this] { CommandHomePage_Click(); });
 }
 
 void frmHtmlLayout::MakeLookFrame() {
     auto* rows = MakeFrame(m_frame3, "Frame3", "Look of the page");
-    const char* captions[] = {"Text", "Page background", "Title background",
-                              "Borders && line color"};
-    std::string HtmlSettings::*const fields[] = {
-        &HtmlSettings::HtmlTextColor, &HtmlSettings::HtmlPageBgColor,
-        &HtmlSettings::HtmlTitleBgColor, &HtmlSettings::HtmlBorderColor};
-    auto* colors = new QGridLayout();
-    for (int i = 0; i < 4; ++i) {
-        auto* box = new ColorBox(QString::fromLatin1(captions[i]));
-        box->setObjectName(QStringLiteral("PageColors2_%1").arg(i));
-        colors->addWidget(box, i / 2, i % 2);
-        connect(box, &QPushButton::clicked, this, [this, box] { ChooseColorOf(*box); });
-        m_fields.Add(box, fields[i]);
-        m_colors[std::size_t(i)] = box;
-    }
-    rows->addLayout(colors);
+    m_colors = m_fields.Colors(*rows, "PageColors2",
+                               {{"Text", &HtmlSettings::HtmlTextColor},
+                                {"Page background", &HtmlSettings::HtmlPageBgColor},
+                                {"Title background", &HtmlSettings::HtmlTitleBgColor},
+                                {"Borders && line color", &HtmlSettings::HtmlBorderColor}},
+                               [this](ColorBox& box) { ChooseColorOf(box); });
     auto* defaults = NamedButton("ColorsDefaultsButton2", "Default colors");
     connect(defaults, &QPushButton::clicked, this, [this] { DefaultColors(); });
     auto* font = NamedButton("FontButton", "Font...", "Set font name ans size, style is ignored.");
     auto* defaultFont =
         NamedButton("FontDefaultButton", "Default font", "Set font to default Verdana");
-    m_font = Named(new QLabel(), "FontLabel");
-    m_fontSize = Named(new QLabel(), "FsizeLabel");
+    const auto labels = m_fields.Font(&HtmlSettings::HtmlFontname, &HtmlSettings::HtmlFontsize);
+    m_font = labels.name;
+    m_fontSize = labels.points;
     rows->addLayout(Row({defaults, font, defaultFont}));
     rows->addLayout(Row({Caption("Font:"), m_font, m_fontSize}));
-    m_fields.Add(m_font, &HtmlSettings::HtmlFontname);
-    m_fields.Add(m_fontSize, &HtmlSettings::HtmlFontsize);
     connect(font, &QPushButton::clicked, this, [this] {
         std::string name = FromQt(m_font->text());
         int size = m_fontSize->text().toInt();
@@ -239,16 +207,12 @@ void frmHtmlLayout::MakeLookFrame() {
     });
     connect(defaultFont, &QPushButton::clicked, this,
             [this] { m_font->setText(QStringLiteral("Verdana")); });
-    const auto slider = [&](const char* name, const char* label, const char* caption,
-                            int HtmlSettings::*field) {
-        auto* value = Named(new QLabel(), label);
-        auto* bar = MakeSlider(name, caption, 0, kThickest, value);
-        rows->addLayout(Row({Caption(caption, bar), bar, value}));
-        m_fields.Add(bar, field);
-    };
-    slider("HtmlBorder", "HtmlBorderLabel", "Image border", &HtmlSettings::HtmlBorder);
-    slider("SliderBorders2", "LabelBorders2", "Title border", &HtmlSettings::HtmlTitleBorderWidth);
-    slider("HtmlLine", "HtmlLineWidthLabel", "Line under an entry", &HtmlSettings::HtmlLineWidth);
+    m_fields.Slider(*rows, "HtmlBorder", "HtmlBorderLabel", "Image border", 0, kThickest,
+                    &HtmlSettings::HtmlBorder);
+    m_fields.Slider(*rows, "SliderBorders2", "LabelBorders2", "Title border", 0, kThickest,
+                    &HtmlSettings::HtmlTitleBorderWidth);
+    m_fields.Slider(*rows, "HtmlLine", "HtmlLineWidthLabel", "Line under an entry", 0, kThickest,
+                    &HtmlSettings::HtmlLineWidth);
 }
 
 void frmHtmlLayout::ChooseColorOf(ColorBox& box) {

@@ -22,8 +22,7 @@ namespace {
 constexpr int kMostColumns = 20;
 constexpr int kMostPixels = 50;
 constexpr int kMostRows = 50;
-constexpr int kMostLimit = 32767; // pixels of a picture's side
-constexpr int kListHeight = 110;  // logical pixels
+constexpr int kListHeight = 110; // logical pixels
 constexpr int kNumberWidth = 56;
 
 } // namespace
@@ -54,29 +53,6 @@ frmHtmlThumb::frmHtmlThumb(Context& context)
     side->addWidget(MakeRun());
     all->addLayout(side);
     Follow(*tabs);
-}
-
-QCheckBox* frmHtmlThumb::Check(const char* name, const char* caption, int GallerySettings::*field) {
-    auto* box = Named(new QCheckBox(QString::fromLatin1(caption)), name);
-    m_fields.Add(box, field);
-    return box;
-}
-
-QRadioButton* frmHtmlThumb::Choice(const char* name, const char* caption) {
-    return Named(new QRadioButton(QString::fromLatin1(caption)), name);
-}
-
-void frmHtmlThumb::AddSlider(QVBoxLayout& to, const char* name, const char* label,
-                             const char* caption, int least, int most, int GallerySettings::*field,
-                             bool endIsAll) {
-    auto* value = Named(new QLabel(), label);
-    auto* slider = MakeSlider(name, caption, least, most, value);
-    if (endIsAll) // what lies beyond means the same
-        m_fields.Add([=](const GallerySettings& s) { slider->setValue(s.*field); },
-                     [=](GallerySettings& s) { s.*field = slider->value(); });
-    else
-        m_fields.Add(slider, field);
-    to.addLayout(Row({Caption(caption, slider), slider, value}));
 }
 
 void frmHtmlThumb::Follow(QWidget& part) {
@@ -126,21 +102,20 @@ QWidget* frmHtmlThumb::MakeIndex() {
     using S = GallerySettings;
     QWidget* frame = nullptr;
     auto* rows = MakeFrame(frame, "FrameIndex", "Index page");
-    auto* title = Named(new QLineEdit(), "TextTitle", "Title of the gallery");
-    m_fields.Add(title, &S::HtmlThumbTitle);
+    auto* title = m_fields.Edit("TextTitle", "Title of the gallery", &S::HtmlThumbTitle);
     rows->addLayout(Row({Caption("Title", title), title}));
-    AddSlider(*rows, "SliderColumns", "LabelColumns", "Columns", 1, kMostColumns,
-              &S::HtmlThumbSlider);
-    AddSlider(*rows, "SliderThumbSpacing", "LabelThumbSpacing", "Space between cells", 0,
-              kMostPixels, &S::ThumbSpacing);
-    AddSlider(*rows, "SliderThumbPadding", "LabelThumbPadding", "Space in cells", 0, kMostPixels,
-              &S::ThumbPadding);
-    AddSlider(*rows, "SliderPageBreak", "LabelPageBreak", "Rows on a printed page", 0, kMostRows,
-              &S::HtmlThumbPagebreak);
-    rows->addLayout(Row({Check("SizeCheck", "File sizes", &S::SizeCheck),
-                         Check("NoLinkCheck", "No picture pages", &S::NoLinkCheck),
-                         Check("CheckOrder", "Reverse order", &S::CheckOrder),
-                         Check("CloseCheck", "Close button", &S::HtmlThumbCloseWindow)}));
+    m_fields.Slider(*rows, "SliderColumns", "LabelColumns", "Columns", 1, kMostColumns,
+                    &S::HtmlThumbSlider);
+    m_fields.Slider(*rows, "SliderThumbSpacing", "LabelThumbSpacing", "Space between cells", 0,
+                    kMostPixels, &S::ThumbSpacing);
+    m_fields.Slider(*rows, "SliderThumbPadding", "LabelThumbPadding", "Space in cells", 0,
+                    kMostPixels, &S::ThumbPadding);
+    m_fields.Slider(*rows, "SliderPageBreak", "LabelPageBreak", "Rows on a printed page", 0,
+                    kMostRows, &S::HtmlThumbPagebreak);
+    rows->addLayout(Row({m_fields.Check("SizeCheck", "File sizes", &S::SizeCheck),
+                         m_fields.Check("NoLinkCheck", "No picture pages", &S::NoLinkCheck),
+                         m_fields.Check("CheckOrder", "Reverse order", &S::CheckOrder),
+                         m_fields.Check("CloseCheck", "Close button", &S::HtmlThumbCloseWindow)}));
     return frame;
 }
 
@@ -148,13 +123,13 @@ QWidget* frmHtmlThumb::MakeCellNotes() {
     using S = GallerySettings;
     QWidget* frame = nullptr;
     auto* rows = MakeFrame(frame, "FrameCellNotes", "Notes in cells");
-    rows->addWidget(Check("NotesCheck", "First lines of the note", &S::HtmlThumbNotes));
-    AddSlider(*rows, "SliderNotesT", "LabelNotesT", "Lines (10: all)", 1, kAllNoteLines,
-              &S::HtmlThumbNotesT, true);
-    rows->addLayout(Row({Check("CheckTele", "Telescope", &S::ThumbCheckTele),
-                         Check("CheckCamera", "Camera", &S::ThumbCheckCamera),
-                         Check("CheckFilter", "Filter", &S::ThumbCheckFilter),
-                         Check("CheckDate", "Date", &S::ThumbCheckDate)}));
+    rows->addWidget(m_fields.Check("NotesCheck", "First lines of the note", &S::HtmlThumbNotes));
+    m_fields.EndingSlider(*rows, "SliderNotesT", "LabelNotesT", "Lines (10: all)", 1, kAllNoteLines,
+                          &S::HtmlThumbNotesT);
+    rows->addLayout(Row({m_fields.Check("CheckTele", "Telescope", &S::ThumbCheckTele),
+                         m_fields.Check("CheckCamera", "Camera", &S::ThumbCheckCamera),
+                         m_fields.Check("CheckFilter", "Filter", &S::ThumbCheckFilter),
+                         m_fields.Check("CheckDate", "Date", &S::ThumbCheckDate)}));
     return frame;
 }
 
@@ -162,23 +137,21 @@ QWidget* frmHtmlThumb::MakeLinks() {
     using S = GallerySettings;
     QWidget* frame = nullptr;
     auto* rows = MakeFrame(frame, "FrameLinks", "Links");
-    auto* home = Named(new QLineEdit(), "HomeText", "Link of the home button");
-    auto* file = Named(new QLineEdit(), "FileLinkText", "Link of the file button");
-    auto* caption = Named(new QLineEdit(), "FileLinkButtonText", "Caption of the file button");
-    auto* email = Named(new QLineEdit(), "Email", "Email address, blank for none");
+    auto* home = m_fields.Edit("HomeText", "Link of the home button", &S::HtmlThumbHomeUrl);
+    auto* file = m_fields.Edit("FileLinkText", "Link of the file button", &S::ThumbFileLinkURL);
+    auto* caption = m_fields.Edit("FileLinkButtonText", "Caption of the file button",
+                                  &S::ThumbFileLinkButtonText);
+    auto* email =
+        m_fields.Edit("Email", "Email address, blank for none", &S::HtmlThumbEmailaddress);
     auto* grid = new QGridLayout();
-    grid->addWidget(Check("HomeCheck", "Home button", &S::HtmlThumbHomeLink), 0, 0);
+    grid->addWidget(m_fields.Check("HomeCheck", "Home button", &S::HtmlThumbHomeLink), 0, 0);
     grid->addWidget(home, 0, 1, 1, 2);
-    grid->addWidget(Check("FileLinkCheck", "File button", &S::ThumbFileLink), 1, 0);
+    grid->addWidget(m_fields.Check("FileLinkCheck", "File button", &S::ThumbFileLink), 1, 0);
     grid->addWidget(file, 1, 1);
     grid->addWidget(caption, 1, 2);
     grid->addWidget(Caption("Email", email), 2, 0);
     grid->addWidget(email, 2, 1, 1, 2);
     rows->addLayout(grid);
-    m_fields.Add(home, &S::HtmlThumbHomeUrl);
-    m_fields.Add(file, &S::ThumbFileLinkURL);
-    m_fields.Add(caption, &S::ThumbFileLinkButtonText);
-    m_fields.Add(email, &S::HtmlThumbEmailaddress);
     return frame;
 }
 
@@ -189,37 +162,27 @@ QWidget* frmHtmlThumb::MakePicture() {
     auto* left = Choice("OptionImageLeft", "Left");
     auto* center = Choice("OptionImageCenter", "Center");
     auto* automatic = Choice("OptionImageAuto", "Fills the window");
-    auto* place = new QWidget();
-    place->setLayout(Row({left, center, automatic}));
-    place->layout()->setContentsMargins({});
-    rows->addWidget(place);
+    rows->addWidget(Together({left, center, automatic}));
     m_fields.AddChoice(
         {left, center, automatic}, [](const S& s) { return s.ThumbImagePos; },
         [](S& s, int chosen) { s.ThumbImagePos = chosen; });
     auto* width = Choice("ThumbFullWidthOption", "Width");
     auto* height = Choice("ThumbFullHeightOption", "Height");
-    auto* limit = Named(new QLineEdit(), "ThumbWHtext", "Largest width or height in pixels");
-    limit->setMaximumWidth(kNumberWidth);
-    limit->setValidator(new QIntValidator(1, kMostLimit, limit));
-    auto* sides = new QWidget();
-    sides->setLayout(Row({width, height}));
-    sides->layout()->setContentsMargins({});
-    rows->addLayout(
-        Row({Check("ThumbWHcheck", "Limit", &S::HtmlThumbCs), sides, limit, Caption("pixels")}));
+    auto* limit = m_fields.Number("ThumbWHtext", "Largest width or height in pixels", 1,
+                                  kNumberWidth, &S::HtmlThumbCsValue);
+    rows->addLayout(Row({m_fields.Check("ThumbWHcheck", "Limit", &S::HtmlThumbCs),
+                         Together({width, height}), limit, Caption("pixels")}));
     m_fields.AddChoice({width, height}, {&S::HtmlThumbCsWidth, &S::HtmlThumbCsHeight});
-    m_fields.Add(limit, &S::HtmlThumbCsValue);
     auto* top = Choice("OptionNavTop", "Buttons on top");
     auto* bottom = Choice("OptionNavBottom", "Notes at the lower edge");
-    auto* nav = new QWidget();
-    nav->setLayout(Row({top, bottom}));
-    nav->layout()->setContentsMargins({});
-    rows->addWidget(nav);
+    rows->addWidget(Together({top, bottom}));
     m_fields.AddChoice(
         {top, bottom}, [](const S& s) { return s.ThumbNavTop ? 0 : 1; },
         [](S& s, int chosen) { s.ThumbNavTop = chosen == 0; });
-    rows->addLayout(Row({Check("CheckNavSpace", "Space for the buttons", &S::ThumbNavSpace),
-                         Check("CheckNoLinkPic", "Zoom in place of links", &S::ThumbNoLinkPic),
-                         Check("WrapCheck", "Last leads to first", &S::HtmlThumbWrap)}));
+    rows->addLayout(
+        Row({m_fields.Check("CheckNavSpace", "Space for the buttons", &S::ThumbNavSpace),
+             m_fields.Check("CheckNoLinkPic", "Zoom in place of links", &S::ThumbNoLinkPic),
+             m_fields.Check("WrapCheck", "Last leads to first", &S::HtmlThumbWrap)}));
     return frame;
 }
 
@@ -230,15 +193,12 @@ QWidget* frmHtmlThumb::MakePageNotes() {
     m_notesTop = Choice("NotesTopOption", "Top");
     auto* bottom = Choice("NotesBottomOption", "Bottom");
     auto* right = Choice("NotesRightOption", "Right");
-    auto* place = new QWidget();
-    place->setLayout(Row({Caption("Notes Positon"), m_notesTop, bottom, right}));
-    place->layout()->setContentsMargins({});
-    rows->addWidget(place);
+    rows->addWidget(Together({Caption("Notes Positon"), m_notesTop, bottom, right}));
     m_fields.AddChoice({m_notesTop, bottom, right},
                        {&S::HtmlThumbNotesTop, &S::HtmlThumbNotesBottom, &S::HtmlThumbNotesRight});
-    rows->addLayout(Row({Check("NotesCheck2", "Notes", &S::HtmlThumbNotes2),
-                         Check("CheckLongNotes", "As one long line", &S::LongNotesLine),
-                         Check("DataCheck", "Camera data", &S::HtmlThumbData)}));
+    rows->addLayout(Row({m_fields.Check("NotesCheck2", "Notes", &S::HtmlThumbNotes2),
+                         m_fields.Check("CheckLongNotes", "As one long line", &S::LongNotesLine),
+                         m_fields.Check("DataCheck", "Camera data", &S::HtmlThumbData)}));
     auto* lines = new QHBoxLayout();
     lines->addWidget(Caption("Only the lines"));
     std::vector<QCheckBox*> boxes;
@@ -261,13 +221,13 @@ QWidget* frmHtmlThumb::MakePageNotes() {
             for (const QCheckBox* box : boxes)
                 s.NotesLineBottomCheck += box->isChecked() ? '1' : '0';
         });
-    m_topLine = Check("NotesTopCheck", "Beginning of the note beside the buttons",
-                      &S::HtmlThumbNotesTopLine);
+    m_topLine = m_fields.Check("NotesTopCheck", "Beginning of the note beside the buttons",
+                               &S::HtmlThumbNotesTopLine);
     rows->addWidget(m_topLine);
-    AddSlider(*rows, "SliderBNotesTop", "LabelBNotesTop", "From line", 1, kAllNoteLines,
-              &S::HtmlThumbBeginSliderTop);
-    AddSlider(*rows, "SliderNotesTop", "LabelNotesTop", "Lines", 1, kAllNoteLines,
-              &S::HtmlThumbSliderTop);
+    m_fields.Slider(*rows, "SliderBNotesTop", "LabelBNotesTop", "From line", 1, kAllNoteLines,
+                    &S::HtmlThumbBeginSliderTop);
+    m_fields.Slider(*rows, "SliderNotesTop", "LabelNotesTop", "Lines", 1, kAllNoteLines,
+                    &S::HtmlThumbSliderTop);
     return frame;
 }
 
@@ -275,30 +235,22 @@ QWidget* frmHtmlThumb::MakeLook() {
     using S = GallerySettings;
     QWidget* frame = nullptr;
     auto* rows = MakeFrame(frame, "FrameLook", "Look");
-    const char* captions[] = {"Text", "Page background", "Thumbnail background", "Borders"};
-    std::string S::*const fields[] = {&S::HtmlThumbTextColor, &S::HtmlThumbPageBgColor,
-                                      &S::HtmlThumbThumbBgColor, &S::HtmlThumbBorderColor};
-    auto* colors = new QGridLayout();
-    for (int i = 0; i < 4; ++i) {
-        auto* box = new ColorBox(QString::fromLatin1(captions[i]));
-        box->setObjectName(QStringLiteral("PageColors_%1").arg(i));
-        colors->addWidget(box, i / 2, i % 2);
-        m_fields.Add(box, fields[i]);
-        connect(box, &QPushButton::clicked, this, [this, box] {
-            const auto color =
-                m.dialogs.ChooseColor(FromQt(box->text()), NumberOfHtmlColor(box->Color()));
-            if (color) box->SetColor(HtmlColorOf(*color));
-            ShowMiniature();
-        });
-    }
-    rows->addLayout(colors);
+    const auto choose = [this](ColorBox& box) {
+        const auto color =
+            m.dialogs.ChooseColor(FromQt(box.text()), NumberOfHtmlColor(box.Color()));
+        if (color) box.SetColor(HtmlColorOf(*color));
+        ShowMiniature();
+    };
+    m_fields.Colors(*rows, "PageColors",
+                    {{"Text", &S::HtmlThumbTextColor},
+                     {"Page background", &S::HtmlThumbPageBgColor},
+                     {"Thumbnail background", &S::HtmlThumbThumbBgColor},
+                     {"Borders", &S::HtmlThumbBorderColor}},
+                    choose);
     auto* font = NamedButton("FontButton", "Font...");
-    auto* name = Named(new QLabel(), "FontLabel");
-    auto* size = Named(new QLabel(), "FsizeLabel");
+    const auto [name, size] = m_fields.Font(&S::HtmlThumbFontname, &S::HtmlThumbFontsize);
     rows->addLayout(Row({font, name, size}));
-    m_fields.Add(name, &S::HtmlThumbFontname);
-    m_fields.Add(size, &S::HtmlThumbFontsize);
-    connect(font, &QPushButton::clicked, this, [this, name, size] {
+    connect(font, &QPushButton::clicked, this, [this, name = name, size = size] {
         std::string family = FromQt(name->text());
         int points = size->text().toInt();
         if (!m.dialogs.ChooseFont("Font of the gallery", family, points)) return;
@@ -306,15 +258,15 @@ QWidget* frmHtmlThumb::MakeLook() {
         size->setText(QString::number(points));
         ShowMiniature();
     });
-    AddSlider(*rows, "SliderBorders", "LabelBorders", "Border", 0, kMostPixels,
-              &S::HtmlThumbBorderWidth);
+    m_fields.Slider(*rows, "SliderBorders", "LabelBorders", "Border", 0, kMostPixels,
+                    &S::HtmlThumbBorderWidth);
     auto* style = Named(new QComboBox(), "ComboBstyle", "Border style");
     style->addItems({QStringLiteral("ridge"), QStringLiteral("solid")});
     m_fields.Add(style, &S::ThumbBorderStyle);
     rows->addLayout(Row({Caption("Style", style), style}));
-    rows->addLayout(Row({Check("CheckTitleBorder", "Title", &S::ThumbTitleBorder),
-                         Check("CheckTnailBorder", "Thumbnails", &S::ThumbTnailBorder),
-                         Check("CheckImageBorder", "Picture", &S::ThumbImageBorder)}));
+    rows->addLayout(Row({m_fields.Check("CheckTitleBorder", "Title", &S::ThumbTitleBorder),
+                         m_fields.Check("CheckTnailBorder", "Thumbnails", &S::ThumbTnailBorder),
+                         m_fields.Check("CheckImageBorder", "Picture", &S::ThumbImageBorder)}));
     return frame;
 }
 

@@ -1,15 +1,18 @@
 #include "web/frmHtmlLayout.h"
 
 #include "common/dates.h"
-#include "common/fit.h"
 #include "common/paths.h"
+#include "common/patterns.h"
 #include "desk/batch/BatchRun.h"
 #include "desk/batch/KeptNote.h"
+#include "desk/batch/PassingPictures.h"
+#include "imaging/ImgX.h"
+#include "imaging/Placeholder.h"
 #include "platform/Desktop.h"
 #include "platform/EventPump.h"
 #include "platform/Files.h"
 #include "platform/ProgramFiles.h"
-#include "web/DiskFacts.h"
+#include "web/FileEntries.h"
 #include "web/FormParts.h"
 #include "web/PageHead.h"
 #include "web/PageText.h"
@@ -22,11 +25,24 @@
 #include <QCloseEvent>
 #include <QRadioButton>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <utility>
 
 namespace tarn {
+
+namespace {
+
+constexpr char kMp4[] = ".MP4";
+constexpr char kNoVideo[] = "Cannot add video to html file";
+constexpr char kNoWeb[] = "Cannot add web to html file";
+
+std::string SizeText(int width, int height) {
+    return std::to_string(width) + " x " + std::to_string(height);
+}
+
+} // namespace
 
 std::string frmHtmlLayout::AskForPage(const char* title) {
     const std::string& folder = m.controls.FileListBox->Path();
@@ -190,38 +206,51 @@ void frmHtmlLayout::CopyVideoPicture() {
                       ErrorBoxText("Error creating MP4.jpg", target, error));
 }
 
-// Of the current file; false with why it gets no entry.
-bool frmHtmlLayout::AddFacts(std::string& refusal, EntryFacts& facts) {
+// Why the current file gets no entry; empty when it does.
+std::string frmHtmlLayout::RefusalOfCurrent() const {
     const ProgramState& s = m.state;
-    const bool video = s.FileType == ".MP4";
-    const bool text = IsTextEntry(s.FileType);
     std::string gone;
-    if (s.VideoImage() && !video) {
-        refusal = "Cannot add video to html file";
-    } else if (s.WebImage() || (!text && IsListedType(s.WebTypes, s.FileType))) {
-        refusal = "Cannot add web to html file";
-    } else if (s.Filename.empty() || m.controls.FileListBox->Count() == 0) {
-        refusal = "No file is selected";
-    } else if (!m.files.ModifiedTime(s.Filename, &gone)) {
-        refusal = gone + " - " + s.FileNameOnly;
-    }
-    if (!refusal.empty()) return false;
-    if (video) CopyVideoPicture();
-    facts = DiskFacts(m.files).Entry(s.Filename, s.PreviewWidth, s.PreviewHeight);
-    facts.note = ToPageBytes(s.NoteText);
-    if (!video && !text && s.ImageWidth > 0) { // as it is shown
-        facts.width = s.ImageWidth;
-        facts.height = s.ImageHeight;
-        const PreviewFit fit =
-            FitPreview(facts.width, facts.height, s.PreviewWidth, s.PreviewHeight);
-        facts.previewWidth = fit.width;
-        facts.previewHeight = fit.height;
+    if (s.VideoImage() && s.FileType != kMp4) return kNoVideo;
+    if (s.WebImage() || (!IsTextEntry(s.FileType) && IsListedType(s.WebTypes, s.FileType)))
+        return kNoWeb;
+    if (s.Filename.empty() || m.controls.FileListBox->Count() == 0) return "No file is selected";
+    if (!m.files.ModifiedTime(s.Filename, &gone)) return gone + " - " + s.FileNameOnly;
+    return {};
+}
+
+// As it is shown, whatever the file has.
+EntryFacts frmHtmlLayout::FactsOfCurrent() {
+    const ProgramState& s = m.state;
+    DiskFacts disk;
+    EntryFacts facts = EntryOf(disk, m.files, s.Filename, s.PreviewWidth, s.PreviewHeight);
+    if (s.FileType != kMp4 && !IsTextEntry(s.FileType) && s.ImageWidth > 0) {
+        SetEntrySize(facts, s.ImageWidth, s.ImageHeight, s.PreviewWidth, s.PreviewHeight);
         facts.sizeText = s.SizeText;
     }
     facts.panel.clear();
-    for (const std::string& row : s.PanelRows) facts.panel.push_back(ToPageBytes(row)); // as shown
+    for (const std::string& row : s.PanelRows) facts.panel.push_back(ToPageBytes(row));
+    facts.note = ToPageBytes(s.NoteText);
     FindCompanions(m.files, s, s.Filename, facts);
-    return true;
+    return facts;
+}
+
+// As it would be shown, without showing it.
+EntryFacts frmHtmlLayout::FactsOfPicture(DiskFacts& disk, const std::string& path,
+                                         const std::string& note) {
+    const ProgramState& s = m.state;
+    EntryFacts facts = EntryOf(disk, m.files, path, s.PreviewWidth, s.PreviewHeight);
+    if (facts.width == 0) {
+        const Placeholder placeholder = PlaceholderFor(facts.type);
+        const QSize size = ImgX::ReadFileInfo(ProgramFile(std::string(placeholder.picture)));
+        SetEntrySize(facts, size.width(), size.height(), s.PreviewWidth, s.PreviewHeight);
+        facts.sizeText.clear();
+        facts.panel.clear();
+    } else if (s.TwoX) {
+        facts.sizeText = SizeText(facts.width * 2, facts.height * 2);
+    }
+    facts.note = ToPageBytes(note);
+    FindCompanions(m.files, s, path, facts);
+    return facts;
 }
 
 // A picture with a label is named between apostrophes in the page's script, too.
@@ -240,17 +269,38 @@ void frmHtmlLayout::WarnOfName(const std::string& name, const EntryFacts& facts)
 
 // Done: it has its entry. Else the text says why not; of a label's picture nothing is said. After a
 // fault the page is not open any more.
-Outcome frmHtmlLayout::AddCurrent() {
-    ProgramState& s = m.state;
-    std::string refusal;
-    EntryFacts facts;
-    const std::string name = s.FileNameOnly;
-    if (!AddFacts(refusal, facts)) return Outcome::Refused(refusal);
+Outcome frmHtmlLayout::AddEntry(const std::string& name, const EntryFacts& facts) {
+    const ProgramState& s = m.state;
     m_lastFile->setText(ToQt(name));
     if (IsLabelPicture(s, name) || !m_page.Add(s, m_exifInfo->isChecked(), facts))
         return Outcome::Refused();
     WarnOfName(name, facts);
     return Outcome::Did("Copied Html data for " + name);
+}
+
+Outcome frmHtmlLayout::AddCurrent() {
+    std::string refusal = RefusalOfCurrent();
+    if (!refusal.empty()) return Outcome::Refused(std::move(refusal));
+    if (m.state.FileType == kMp4) CopyVideoPicture();
+    return AddEntry(m.state.FileNameOnly, FactsOfCurrent());
+}
+
+// Pictures without selecting them. Of clips and texts only the window that shows them knows what it
+// says of them.
+Outcome frmHtmlLayout::AddFile(DiskFacts& disk, const std::string& path, KeptNote& notes) {
+    const ProgramState& s = m.state;
+    const std::string name = LastPart(path);
+    const std::string type = FileTypeOf(path);
+    std::string note = notes.NoteOf(path);
+    if (type != kMp4 && IsListedType(s.VideoTypes, type)) return Outcome::Refused(kNoVideo);
+    if (type == kMp4 || IsTextEntry(type)) {
+        m.navigation.SelectRow(m.controls.FileListBox->RowOf(name));
+        return AddCurrent();
+    }
+    if (IsListedType(s.WebTypes, type)) return Outcome::Refused(kNoWeb);
+    std::string gone;
+    if (!m.files.ModifiedTime(path, &gone)) return Outcome::Refused(gone + " - " + name);
+    return AddEntry(name, FactsOfPicture(disk, path, note));
 }
 
 void frmHtmlLayout::HtmlAddButton_Click() {
@@ -269,14 +319,17 @@ void frmHtmlLayout::HtmlAddButton_Click() {
 }
 
 // False when the run did not come to its end.
-bool frmHtmlLayout::AddRows(int count, bool reverse) {
+bool frmHtmlLayout::AddAll(const std::vector<std::string>& paths, KeptNote& notes) {
     const BatchRun batch(m, m_cancel);
+    PassingPictures pictures(m, paths);
+    DiskFacts disk;
     std::string said;
-    for (int i = 0; i < count; ++i) {
-        m.navigation.SelectRow(reverse ? count - 1 - i : i);
-        const Outcome added = AddCurrent();
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        const Outcome added = AddFile(disk, paths[i], notes);
         if (!added.text.empty()) said = added.text;
-        if (!m_page.IsOpen() || !batch.Step(said)) return false;
+        if (!m_page.IsOpen()) return false;
+        if (added) pictures.ShowNowAndThen(i);
+        if (!batch.Step(said)) return false;
     }
     return true;
 }
@@ -287,9 +340,13 @@ void frmHtmlLayout::HtmlAddAll(bool reverse) {
     if (s.BatchRuns || s.SlideViewing) return;
     m_videoFaultTold = false;
     const int back = s.FileIndex < count ? s.FileIndex : count - 1;
+    const FileListBox& list = *m.controls.FileListBox;
+    std::vector<std::string> paths; // the list may change while events come in
+    for (int row = 0; row < count; ++row) paths.push_back(JoinPath(list.Path(), list.Text(row)));
+    if (reverse) std::reverse(paths.begin(), paths.end());
     KeptNote kept(m);
     m.navigation.ClearMultiselect();
-    const bool done = AddRows(count, reverse);
+    const bool done = AddAll(paths, kept);
     if (m.events.ProgramEnds()) return;
     m.navigation.ClearMultiselect();
     if (count > 0) m.navigation.SelectRow(back);

@@ -3,12 +3,14 @@
 
 #include "desk/Context.h"
 #include "desk/places/KeptPlace.h"
-#include "web/FormFields.h"
+#include "web/BoundControls.h"
 #include "web/PageBuild.h"
 
 #include <QDialog>
 
 #include <array>
+#include <string>
+#include <vector>
 
 class QCheckBox;
 class QLineEdit;
@@ -16,6 +18,9 @@ class QRadioButton;
 class QVBoxLayout;
 
 namespace tarn {
+
+class DiskFacts;
+class KeptNote;
 
 // Of the dialogs that ask for a page.
 inline constexpr char kPageFilter[] = "Html (*.html *.htm);;*.htm (*.htm)";
@@ -73,9 +78,13 @@ private:
     void ReadSavedSettings(const std::string& path);
     void Choose(const std::string& path);
     void Opened();
+    std::string RefusalOfCurrent() const;
+    EntryFacts FactsOfCurrent();
+    EntryFacts FactsOfPicture(DiskFacts& disk, const std::string& path, const std::string& note);
+    Outcome AddEntry(const std::string& name, const EntryFacts& facts);
     Outcome AddCurrent();
-    bool AddRows(int count, bool reverse);
-    bool AddFacts(std::string& refusal, EntryFacts& facts);
+    Outcome AddFile(DiskFacts& disk, const std::string& path, KeptNote& notes);
+    bool AddAll(const std::vector<std::string>& paths, KeptNote& notes);
     void CopyVideoPicture();
     void Failed();
     void FailedView(const char* what, const std::string& path, const std::string& error);
@@ -87,7 +96,7 @@ private:
 
     Context& m;
     PageBuild m_page;
-    FormFields<HtmlSettings> m_fields;
+    BoundControls<HtmlSettings> m_fields;
     KeptPlace m_place;
     Flow m_flow = Flow::Closed;
     bool m_videoFaultTold = false; // that the video's picture cannot be copied
@@ -118,7 +127,7 @@ private:
     QLabel* m_lastFile = nullptr;
     QLabel* m_lastLink = nullptr;
     QLabel* m_error = nullptr;
-    std::array<ColorBox*, 4> m_colors{}; // text, page, title, borders
+    std::vector<ColorBox*> m_colors; // text, page, title, borders
     QPushButton* m_view = nullptr;
     QPushButton* m_edit = nullptr;
     QPushButton* m_ok = nullptr;

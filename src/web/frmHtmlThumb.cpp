@@ -8,7 +8,7 @@
 #include "platform/EventPump.h"
 #include "platform/Files.h"
 #include "platform/ProgramFiles.h"
-#include "web/DiskFacts.h"
+#include "web/FileEntries.h"
 #include "web/FormParts.h"
 #include "web/GalleryMiniature.h"
 #include "web/PageText.h"
@@ -168,7 +168,7 @@ void frmHtmlThumb::SetBusy(bool busy) {
 
 void frmHtmlThumb::Run(GalleryPlan plan) {
     const bool frames = plan.frames;
-    DiskFacts disk(m.files);
+    DiskFacts disk;
     GalleryRun run(m.files, std::move(plan), SourcesOf(disk, [this](const std::string& path) {
                        return m.notes.NoteBytesOf(path);
                    }));

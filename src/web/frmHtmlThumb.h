@@ -3,16 +3,14 @@
 
 #include "desk/Context.h"
 #include "desk/places/KeptPlace.h"
-#include "web/FormFields.h"
+#include "web/BoundControls.h"
 #include "web/GalleryRun.h"
 
 #include <QDialog>
 
 class QCheckBox;
-class QGridLayout;
 class QListWidget;
 class QRadioButton;
-class QVBoxLayout;
 
 namespace tarn {
 
@@ -45,10 +43,6 @@ private:
     QWidget* MakePageNotes();
     QWidget* MakeLook();
     QWidget* MakeRun();
-    QCheckBox* Check(const char* name, const char* caption, int GallerySettings::*field);
-    void AddSlider(QVBoxLayout& to, const char* name, const char* label, const char* caption,
-                   int least, int most, int GallerySettings::*field, bool endIsAll = false);
-    QRadioButton* Choice(const char* name, const char* caption);
     void Follow(QWidget& part); // the miniature follows its controls
     void ShowMiniature();
     void ShowWarnings(const GallerySettings& settings);
@@ -61,7 +55,7 @@ private:
     void SetBusy(bool busy);
 
     Context& m;
-    FormFields<GallerySettings> m_fields;
+    BoundControls<GallerySettings> m_fields;
     KeptPlace m_place;
     std::string m_path;
     std::string m_folder;  // of the pictures

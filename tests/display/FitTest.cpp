@@ -1,5 +1,5 @@
 #include "display/Fit.h"
-#include "display/Placeholder.h"
+#include "imaging/Placeholder.h"
 
 #include <gtest/gtest.h>
 

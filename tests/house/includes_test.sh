@@ -14,6 +14,7 @@ BEGIN {
     Floor("pictureinfo/")
     Floor("convert/")
     Floor("desk/state/")
+    Floor("facts/")
     Floor("desk/settings/ desk/commands/ desk/controls/ desk/places/")
     Floor("desk/")
     Floor("desk/batch/")

@@ -117,6 +117,7 @@ struct RecordingInfo : InfoCommands, Recorder {
 
 struct RecordingNotes : NotesCommands, Recorder {
     using Recorder::Recorder;
+    void ReloadNote() override { Write("ReloadNote"); }
     void SetNotesFilename() override { Write("SetNotesFilename"); }
     NoteLoad LastLoad() override { return {}; }
     Outcome SaveNote() override {

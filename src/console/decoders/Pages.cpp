@@ -3,13 +3,14 @@
 #include "common/dates.h"
 #include "common/paths.h"
 #include "common/patterns.h"
+#include "common/text.h"
 #include "console/decoders/Thumbnails.h"
 #include "notes/NoteNames.h"
 #include "notes/NoteStore.h"
 #include "notes/NoteText.h"
 #include "platform/Files.h"
 #include "platform/ProgramFiles.h"
-#include "web/DiskFacts.h"
+#include "web/FileEntries.h"
 #include "web/PageBuild.h"
 #include "web/SavedValues.h"
 
@@ -45,14 +46,14 @@ private:
 
 bool AddAll(const PageRequest& request, const HtmlSettings& settings, Files& files, PageBuild& page,
             PageResult& result) {
-    DiskFacts disk(files);
+    DiskFacts disk;
     const Notes notes(files, request.notes);
     std::vector<std::string> names = request.names;
     if (request.reverse) std::reverse(names.begin(), names.end());
     for (const std::string& name : names) {
         if (IsLabelPicture(settings, name)) continue;
         const std::string path = JoinPath(request.folder, name);
-        EntryFacts facts = disk.Entry(path, request.previewWidth, request.previewHeight);
+        EntryFacts facts = EntryOf(disk, files, path, request.previewWidth, request.previewHeight);
         if (disk.Unread().contains(path))
             result.complaints.push_back(path + ": cannot be read");
         else if (facts.width == 0 && !IsTextEntry(facts.type))
@@ -76,6 +77,54 @@ void ComplainOfLinks(const GalleryPlan& plan, const Files& files, PageResult& re
     if (LimitHidesPictures(plan.settings))
         result.complaints.push_back("html_thumb_cs_value: the limit '" +
                                     plan.settings.HtmlThumbCsValue + "' is no number above 0");
+}
+
+void MakeMissingThumbnails(const PageRequest& request, Files& files, PageResult& result) {
+    ThumbnailOrder order;
+    order.folder = request.folder;
+    order.subFolder = request.subFolder;
+    order.width = request.thumbnailSize;
+    order.update = true;
+    order.made = [](const std::string&) {};
+    order.failed = [&](const std::string& path, const std::string& fault) {
+        result.complaints.push_back(path + ": " + fault);
+    };
+    files.MakeFolder(JoinPath(request.folder, request.subFolder), &result.error);
+    result.error = MakeThumbnails(order).fault;
+}
+
+GalleryPlan PlanOf(const PageRequest& request, const Files& files) {
+    const std::string thumbnails = JoinPath(request.folder, request.subFolder);
+    GalleryPlan plan;
+    plan.settings = request.gallery;
+    plan.frames = request.frames;
+    plan.indexPath = request.out;
+    plan.pictureFolder = request.folder;
+    plan.subFolder = request.subFolder;
+    plan.thumbnailSize = request.thumbnailSize;
+    plan.version = request.version;
+    plan.now = NowOf(request);
+    plan.script = ProgramFile(kZoomScript);
+    plan.items = PairThumbnails(
+        InListOrder(files.FileNames(thumbnails).value_or(std::vector<std::string>())),
+        request.names, request.thumbnailSize);
+    return plan;
+}
+
+void RunGallery(const PageRequest& request, GalleryPlan plan, Files& files, PageResult& result) {
+    if (request.gallery.CheckOrder != 0) std::reverse(plan.items.begin(), plan.items.end());
+    DiskFacts disk;
+    const Notes notes(files, request.notes);
+    GalleryRun run(files, std::move(plan),
+                   SourcesOf(disk, [&](const std::string& path) { return notes.Bytes(path); }));
+    while (run.Step()) {
+    }
+    for (const std::string& path : disk.Unread())
+        result.complaints.push_back(path + ": cannot be read");
+    if (run.Finish())
+        result.count = run.Count();
+    else
+        result.error = ErrorOf(*run.Fault());
 }
 
 } // namespace
@@ -104,34 +153,9 @@ PageResult WritePage(const PageRequest& request) {
 PageResult WriteGallery(const PageRequest& request) {
     const auto files = MakeFiles();
     PageResult result;
-    if (request.thumbnails) {
-        ThumbnailOrder order;
-        order.folder = request.folder;
-        order.subFolder = request.subFolder;
-        order.width = request.thumbnailSize;
-        order.update = true;
-        order.made = [](const std::string&) {};
-        order.failed = [&](const std::string& path, const std::string& fault) {
-            result.complaints.push_back(path + ": " + fault);
-        };
-        files->MakeFolder(JoinPath(request.folder, request.subFolder), &result.error);
-        result.error = MakeThumbnails(order).fault;
-        if (!result.error.empty()) return result;
-    }
-    const std::string thumbnails = JoinPath(request.folder, request.subFolder);
-    GalleryPlan plan;
-    plan.settings = request.gallery;
-    plan.frames = request.frames;
-    plan.indexPath = request.out;
-    plan.pictureFolder = request.folder;
-    plan.subFolder = request.subFolder;
-    plan.thumbnailSize = request.thumbnailSize;
-    plan.version = request.version;
-    plan.now = NowOf(request);
-    plan.script = ProgramFile(kZoomScript);
-    plan.items = PairThumbnails(
-        InListOrder(files->FileNames(thumbnails).value_or(std::vector<std::string>())),
-        request.names, request.thumbnailSize);
+    if (request.thumbnails) MakeMissingThumbnails(request, *files, result);
+    if (!result.error.empty()) return result;
+    GalleryPlan plan = PlanOf(request, *files);
     const std::size_t missing = request.names.size() - plan.items.size();
     if (missing > 0)
         result.complaints.push_back(std::to_string(missing) +
@@ -141,20 +165,7 @@ PageResult WriteGallery(const PageRequest& request) {
         return result;
     }
     ComplainOfLinks(plan, *files, result);
-    if (request.gallery.CheckOrder != 0) std::reverse(plan.items.begin(), plan.items.end());
-
-    DiskFacts disk(*files);
-    const Notes notes(*files, request.notes);
-    GalleryRun run(*files, std::move(plan),
-                   SourcesOf(disk, [&](const std::string& path) { return notes.Bytes(path); }));
-    while (run.Step()) {
-    }
-    for (const std::string& path : disk.Unread())
-        result.complaints.push_back(path + ": cannot be read");
-    if (run.Finish())
-        result.count = run.Count();
-    else
-        result.error = ErrorOf(*run.Fault());
+    RunGallery(request, std::move(plan), *files, result);
     return result;
 }
 

@@ -3,30 +3,26 @@
 #include "common/codepage.h"
 #include "common/dates.h"
 #include "common/paths.h"
-#include "desk/state/Replay.h"
 #include "desk/state/ShellState.h"
-#include "display/Placeholder.h"
+#include "facts/PictureReading.h"
 #include "imaging/PicturesAhead.h"
 #include "imaging/fits/FitsLines.h"
 #include "notes/NoteNames.h"
 #include "notes/NoteStore.h"
 #include "notes/NoteText.h"
-#include "pictureinfo/PictureInfoReader.h"
 #include "platform/Files.h"
-#include "platform/ProgramFiles.h"
 #include "print/DataSheet.h"
 #include "print/PaperImage.h"
 #include "print/ThumbnailSheet.h"
 #include "widgets/printing/PageSizes.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace tarn {
 
 namespace {
 
-constexpr std::size_t kAhead = 3; // pictures decoded while one is put onto the sheet
-constexpr double kWidest = 4;     // sides of a picture that are decoded at once, without a limit
+constexpr double kWidest = 4; // sides of a picture that are decoded at once, without a limit
 
 class SheetWriter {
 public:
@@ -34,6 +30,8 @@ public:
         : m_request(request), m_printer(MakePdfPrinter(*m_files, ChoiceOf(request))),
           m_notes(*m_files) {
         if (!request.notes.empty()) m_notes.index.SetFolder(request.notes);
+        for (const std::string& name : request.names)
+            m_paths.push_back(JoinPath(request.folder, name));
         m_now = request.now.empty() ? NowText() : request.now;
     }
 
@@ -71,10 +69,10 @@ private:
 
     SheetCell Cell(const SheetLayout& layout, std::size_t index) {
         ImgX picture = Load(index);
-        SheetCell cell =
-            CellFor(layout, static_cast<int>(index) + 1, m_info, picture.Width(), picture.Height());
+        SheetCell cell = CellFor(layout, static_cast<int>(index) + 1, m_reading.Info(),
+                                 picture.Width(), picture.Height());
         cell.picture = ForPaper(std::move(picture), cell.size);
-        if (m_request.printNotes) cell.note = NoteOf(m_info.FileNameOnly);
+        if (m_request.printNotes) cell.note = NoteOf(m_reading.Info().FileNameOnly);
         return cell;
     }
 
@@ -85,62 +83,32 @@ private:
         if (!m_result.failures.empty()) return false;
         DataSheet sheet;
         sheet.version = ShellState().Version;
-        sheet.path = m_files->Absolute(m_info.Filename);
+        sheet.path = m_files->Absolute(m_reading.Info().Filename);
         sheet.size = DataPictureSize(picture.Width(), picture.Height(), true);
         sheet.picture = ForPaper(std::move(picture), sheet.size);
-        sheet.rows = m_info.PanelRows;
-        for (std::string& line : FitsLinesOf(m_info.Filename))
+        sheet.rows = m_reading.Info().PanelRows;
+        for (std::string& line : FitsLinesOf(m_reading.Info().Filename))
             sheet.rows.push_back(std::move(line));
-        sheet.note = NoteOf(m_info.FileNameOnly);
+        sheet.note = NoteOf(m_reading.Info().FileNameOnly);
         sheet.now = m_now;
         PrintDataSheet(*m_printer, sheet, {});
         return true;
     }
 
-    // The file's picture, upright, and its record; what stands in for it where there is none.
     ImgX Load(std::size_t index) {
-        const std::string path = JoinPath(m_request.folder, m_request.names[index]);
-        Begin(path);
-        ImgX picture;
-        std::string error = picture.LoadFile(path, m_wanted, m_ahead);
-        ExpectBehind(index);
-        if (!picture.HasImage() && picture.LoadWithSystemReader(path).empty()) error.clear();
-        const bool isText = FileTypeOf(path) == ".TXT";
-        if (!error.empty() && !isText) m_result.failures.push_back({path, error});
-        if (!picture.HasImage()) {
-            const Placeholder placeholder = PlaceholderFor(FileTypeOf(path));
-            picture.LoadFile(ProgramFile(std::string(placeholder.picture)), m_wanted);
-            return picture;
-        }
-        m_info.ImageWidth = picture.Width();
-        m_info.ImageHeight = picture.Height();
-        m_reader.ReadPictureInfo(m_info);
-        if (!picture.IsUpright()) TurnUpright(m_info.ExpOrientation, picture);
-        return picture;
-    }
-
-    // What is read of a picture alone is empty for a file without one.
-    void Begin(const std::string& path) {
-        BeginPicture(m_info, path);
-        m_info.FileDate = FormatFileDate(ReadFileFacts(path));
-        for (std::string* text :
-             {&m_info.PictureDate, &m_info.ExpSpeed, &m_info.ExpTime, &m_info.ExpSizeLine})
-            text->clear();
-    }
-
-    void ExpectBehind(std::size_t index) {
-        std::vector<PictureWish> wishes;
-        const std::size_t end = std::min(m_request.names.size(), index + 1 + kAhead);
-        for (std::size_t next = index + 1; next < end; ++next)
-            wishes.push_back({JoinPath(m_request.folder, m_request.names[next]), m_wanted, {}});
-        m_ahead.Expect(wishes);
+        const std::string path = m_paths[index];
+        ReadPicture read = m_reading.Read(path, m_wanted);
+        m_reading.Expect(m_paths, index + 1, m_wanted);
+        if (!read.fault.empty() && FileTypeOf(path) != ".TXT")
+            m_result.failures.push_back({path, read.fault});
+        return std::move(read.picture);
     }
 
     QImage ForPaper(ImgX picture, PaperSize size) {
         std::string fault;
         QImage image = ImageForPaper(std::move(picture),
                                      m_printer->PixelsFor(size.width, size.height), &fault);
-        if (!fault.empty()) m_result.failures.push_back({m_info.Filename, fault});
+        if (!fault.empty()) m_result.failures.push_back({m_reading.Info().Filename, fault});
         return image;
     }
 
@@ -154,9 +122,9 @@ private:
     std::unique_ptr<Files> m_files = MakeFiles();
     std::unique_ptr<Printer> m_printer;
     NoteStore m_notes;
-    PictureInfoReader m_reader;
-    PictureInfo m_info;
     PicturesAhead m_ahead;
+    PictureReading m_reading{m_ahead};
+    std::vector<std::string> m_paths;
     QSize m_wanted;
     std::string m_now;
     SheetResult m_result;

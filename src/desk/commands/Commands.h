@@ -83,6 +83,8 @@ struct NoteLoad {
 class NotesCommands {
 public:
     virtual ~NotesCommands() = default;
+    // From its file; what was being written goes into the restore buffer.
+    virtual void ReloadNote() = 0;
     virtual void SetNotesFilename() = 0;
     virtual NoteLoad LastLoad() = 0;
     virtual Outcome SaveNote() = 0;

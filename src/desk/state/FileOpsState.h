@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 namespace tarn {
 
@@ -13,18 +12,10 @@ struct FileOpsState {
     bool DeleteKeepNotes = false;
     bool CopyAuto = false;
 
-    // Files remembered by Copy or Cut.
-    int CopyFileCount = 0;
-    std::string CopySourceFolder;
-    std::vector<std::string> CopyFileList; // names
-    bool CutPending = false;               // to be thrown away once they are pasted
-
     bool AutoSetFileDates = true;
-    bool MoveAllCancel = false;
 
     bool ConvertJpgAddFN = true;
-    std::string ConvertJpgCaption; // made of lines of the note
-    std::string ConvertJpgText;    // typed
+    std::string ConvertJpgText; // typed
     std::string ConvertJpgLines = "1";
     std::string ConvertJpgMaxSize = "0";
     std::string ConvertJpgMaxWidth = "0"; // "1": the limit holds for the width

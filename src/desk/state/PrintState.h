@@ -1,4 +1,4 @@
-// Printing: the printer that was chosen last, and a job under way.
+// Printing: the printer that was chosen last.
 #pragma once
 
 #include <string>
@@ -13,9 +13,6 @@ struct PrintState {
     bool PrintLandscape = false; // of the data sheet; thumbnail sheets are upright
     int PrintCopies = 1;
     bool PrintPreview = false; // pages are looked at before they are sent
-
-    bool PrintDialogCancelled = false;
-    bool PrintCancelled = false;
 };
 
 } // namespace tarn

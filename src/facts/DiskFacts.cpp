@@ -1,15 +1,9 @@
-#include "web/DiskFacts.h"
+#include "facts/DiskFacts.h"
 
 #include "common/dates.h"
-#include "common/fit.h"
-#include "common/numbers.h"
-#include "common/paths.h"
 #include "imaging/PictureLoader.h"
 #include "imaging/fits/FitsLines.h"
 #include "pictureinfo/PictureFile.h"
-#include "platform/ProgramFiles.h"
-#include "web/PageBuild.h"
-#include "web/PageText.h"
 
 #include <filesystem>
 
@@ -63,35 +57,6 @@ std::pair<int, int> DiskFacts::UprightSize(const std::string& path) {
 
 std::vector<std::string> DiskFacts::PanelRows(const std::string& path) {
     return Read(path).PanelRows;
-}
-
-GallerySources SourcesOf(DiskFacts& facts,
-                         std::function<std::string(const std::string&)> noteBytes) {
-    return {[&](const std::string& path) { return facts.UprightSize(path); },
-            [&](const std::string& path) { return facts.FileBytes(path); }, std::move(noteBytes),
-            [&](const std::string& path) { return facts.PanelRows(path); }};
-}
-
-EntryFacts DiskFacts::Entry(const std::string& path, int boxWidth, int boxHeight) {
-    EntryFacts facts;
-    facts.name = ToPageBytes(LastPart(path));
-    facts.type = FileTypeOf(path);
-    for (const std::string& row : PanelRows(path)) facts.panel.push_back(ToPageBytes(row));
-    if (IsTextEntry(facts.type)) {
-        facts.lines = TextFileLines(m_files, path);
-        return facts;
-    }
-    const bool video = facts.type == ".MP4";
-    // A clip's image is the one beside it, which may be the user's own.
-    const std::string beside = JoinPath(FolderOf(path), kVideoPicture);
-    const std::string still = m_files.Exists(beside) ? beside : ProgramFile(kVideoPicture);
-    std::tie(facts.width, facts.height) = UprightSize(video ? still : path);
-    if (video) facts.fileSizeText = VideoSizeText(FileBytes(path));
-    const PreviewFit fit = FitPreview(facts.width, facts.height, boxWidth, boxHeight);
-    facts.previewWidth = fit.width;
-    facts.previewHeight = fit.height;
-    facts.sizeText = std::to_string(facts.width) + " x " + std::to_string(facts.height);
-    return facts;
 }
 
 } // namespace tarn

@@ -1,10 +1,7 @@
-// What pages say about pictures, read from their files.
+// What is said about pictures, read from their files without their pixels.
 #pragma once
 
 #include "pictureinfo/PictureInfoReader.h"
-#include "platform/Files.h"
-#include "web/GalleryRun.h"
-#include "web/PageEntry.h"
 
 #include <set>
 #include <string>
@@ -15,17 +12,12 @@ namespace tarn {
 
 class DiskFacts {
 public:
-    explicit DiskFacts(const Files& files) : m_files(files) {}
-
     // Pixel size from the header, sides exchanged where the camera's orientation lays the picture
     // on its side. 0 x 0 when no reader knows the file.
     std::pair<int, int> UprightSize(const std::string& path);
 
     // Rows of the camera data panel, UTF-8.
     std::vector<std::string> PanelRows(const std::string& path);
-
-    // All but the note and what stands beside the file, fitted into a preview box of that size.
-    EntryFacts Entry(const std::string& path, int boxWidth, int boxHeight);
 
     // Paths of the files that were asked for and could not be read: they have no camera data.
     const std::set<std::string>& Unread() const { return m_unread; }
@@ -35,15 +27,10 @@ public:
 private:
     const PictureInfo& Read(const std::string& path);
 
-    const Files& m_files;
     PictureInfoReader m_reader;
     PictureInfo m_info;
     std::string m_read; // the file that m_info is of
     std::set<std::string> m_unread;
 };
-
-// A gallery's sources: all but the notes from the disk. `facts` must outlive the run.
-GallerySources SourcesOf(DiskFacts& facts,
-                         std::function<std::string(const std::string&)> noteBytes);
 
 } // namespace tarn

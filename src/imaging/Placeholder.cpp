@@ -1,4 +1,4 @@
-#include "display/Placeholder.h"
+#include "imaging/Placeholder.h"
 
 namespace tarn {
 
