@@ -1,6 +1,7 @@
 #include "display/frmOnetoOne.h"
 
 #include "desk/state/Replay.h"
+#include "imaging/Upright.h"
 #include "platform/QtText.h"
 #include "widgets/PictureBox.h"
 #include "widgets/WindowPlaces.h"

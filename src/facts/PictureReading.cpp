@@ -1,9 +1,9 @@
 #include "facts/PictureReading.h"
 
 #include "common/paths.h"
-#include "desk/state/Replay.h"
 #include "imaging/PicturesAhead.h"
 #include "imaging/Placeholder.h"
+#include "imaging/Upright.h"
 #include "platform/ProgramFiles.h"
 
 #include <algorithm>

@@ -13,11 +13,4 @@ inline void ReplayTurns(const PreviewTurns& turns, ImgX& picture) {
     if (turns.ImageFliped) picture.Mirror(1);
 }
 
-// What the camera's orientation asks for; 1 and unknown ones turn nothing.
-inline void TurnUpright(int orientation, ImgX& picture) {
-    if (orientation == 6) picture.Rotate(90);
-    if (orientation == 8) picture.Rotate(270);
-    if (orientation == 3) picture.Rotate(180);
-}
-
 } // namespace tarn
