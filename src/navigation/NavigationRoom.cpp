@@ -225,7 +225,7 @@ std::optional<int> NavigationRoom::MoveThroughViews(bool back) {
 }
 
 void NavigationRoom::ShowView(std::optional<int> row) {
-    if (row) SelectRow(*row, {.records = false});
+    if (row) SelectRow(*row, {.records = false, .turns = {}});
 }
 
 void NavigationRoom::SetFilterShown(bool shown) {

@@ -61,7 +61,7 @@ void ListForRun::SelectFormerRow() {
     if (!m_name.empty())
         m.navigation.SelectRow(named >= 0 ? named
                                           : std::clamp(m_row, 0, std::max(0, list.Count() - 1)),
-                               {.records = false});
+                               {.records = false, .turns = {}});
     m.navigation.Update_Num_Files(0);
 }
 
