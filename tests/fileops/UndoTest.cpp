@@ -1,0 +1,152 @@
+// What commands did to the disk, taken back on real files.
+#include "fileops/UndoLog.h"
+
+#include "support/ForwardingFiles.h"
+#include "support/Trees.h"
+
+#include <gtest/gtest.h>
+
+namespace tarn::testing {
+namespace {
+
+using Paths = std::vector<std::string>;
+
+struct UndoDesk {
+    TestFolder folder;
+    ForwardingFiles files;
+    UndoLog log;
+    std::string error;
+
+    explicit UndoDesk(const Tree& tree) { Fill(folder, tree); }
+    std::string At(const std::string& name) const { return folder.Path() + "/" + name; }
+    Tree Standing() const { return ReadTree(folder.Path()); }
+    // A command that threw these away.
+    void ThrowAway(const std::string& what, const Paths& names) {
+        Changes changes(files);
+        for (const std::string& name : names) changes.ThrowAway(At(name), &error);
+        log.Push({what, changes.Written()});
+    }
+    // A command that copied.
+    void Copy(const std::string& from, const std::string& to) {
+        Changes changes(files);
+        changes.Copy(At(from), At(to), &error);
+        log.Push({"Copy", changes.Written()});
+    }
+    UndoResult Undo(std::size_t most = SIZE_MAX) {
+        return log.Undo(files, [most](std::size_t number) { return number <= most; });
+    }
+};
+
+TEST(UndoLog, TheLastChangeIsTakenBackFirst) {
+    const Tree before{{"a", "1"}, {"b", "2"}, {"c", "3"}};
+    UndoDesk d(before);
+    Changes changes(d.files);
+    EXPECT_TRUE(changes.ThrowAway(d.At("a"), &d.error));
+    EXPECT_TRUE(changes.Rename(d.At("b"), d.At("a"), &d.error)); // free only now
+    EXPECT_TRUE(changes.Copy(d.At("c"), d.At("a"), &d.error));   // over the renamed one
+    EXPECT_EQ(d.Standing(), (Tree{{"a", "3"}, {"c", "3"}}));
+    d.log.Push({"Much", changes.Written()});
+    d.log.Push({"Nothing", {}});
+    EXPECT_EQ(d.log.NextText(), "Much");
+    const UndoResult result = d.Undo();
+    EXPECT_EQ(d.Standing(), before);
+    EXPECT_EQ(result.back, (Paths{d.At("a"), d.At("b"), d.At("a")}));
+    EXPECT_EQ(result.text, "Undone: Much; back again: 'a', 'b', 'a'");
+    EXPECT_TRUE(d.log.IsEmpty());
+    EXPECT_EQ(d.Undo().text, "");
+}
+
+TEST(UndoLog, ManyThatComeBackAreNamedInShort) {
+    UndoDesk d({{"a", "1"}, {"b", "2"}, {"c", "3"}, {"d", "4"}, {"e", "5"}});
+    d.ThrowAway("Five", {"a", "b", "c", "d", "e"});
+    EXPECT_EQ(d.Undo().text, "Undone: Five; back again: 'a', 'b', 'c' and 2 more");
+}
+
+TEST(UndoLog, ACopyGoesOnlyWhileItIsOneAndItsOriginalIsThere) {
+    UndoDesk d(Tree{{"a", "1"}});
+    SetFileTime(d.At("a"), 2001, 2, 3, 4, 5, 6);
+    d.Copy("a", "copy");
+    d.folder.Write("copy", "edited");
+    EXPECT_EQ(d.Undo().text,
+              "NOT undone: Copy; 1 not taken back, first copy - it has been changed since");
+    d.folder.Write("copy", "1"); // dated since, but the same bytes
+    std::filesystem::rename(d.At("a"), d.At("away"));
+    EXPECT_EQ(d.Undo().text,
+              "NOT undone: Copy; 1 not taken back, first copy - what it is a copy of is not back");
+    EXPECT_EQ(d.Standing(), (Tree{{"away", "1"}, {"copy", "1"}}));
+    std::filesystem::rename(d.At("away"), d.At("a"));
+    EXPECT_EQ(d.Undo().text, "Undone: Copy");
+    EXPECT_EQ(d.Standing(), (Tree{{"a", "1"}}));
+    d.Copy("a", "gone by itself");
+    std::filesystem::remove(d.At("gone by itself"));
+    EXPECT_EQ(d.Undo().text, "Undone: Copy");
+}
+
+TEST(UndoLog, WhatCannotBeTakenBackWaitsBehindTheOthers) {
+    UndoDesk d({{"a", "1"}, {"b", "2"}, {"z", "3"}});
+    d.ThrowAway("Older", {"z"});
+    d.ThrowAway("Newer", {"a", "b"});
+    d.folder.Write("a", "another by now");
+    const UndoResult result = d.Undo();
+    EXPECT_EQ(result.back, Paths{d.At("b")});
+    EXPECT_TRUE(
+        result.text.starts_with("Undone: Newer; back again: 'b'; 1 not taken back, first a - "))
+        << result.text;
+    EXPECT_EQ(d.Standing(), (Tree{{"a", "another by now"}, {"b", "2"}}));
+    EXPECT_EQ(d.log.NextText(), "Older");
+    d.Undo();
+    EXPECT_EQ(d.log.NextText(), "Newer");
+    EXPECT_EQ(d.log.NextSize(), 1U);
+    std::filesystem::remove(d.At("a"));
+    EXPECT_EQ(d.Undo().back, Paths{d.At("a")});
+    EXPECT_EQ(d.Standing(), (Tree{{"a", "1"}, {"b", "2"}, {"z", "3"}}));
+}
+
+TEST(UndoLog, WhatWasCancelledIsNext) {
+    UndoDesk d({{"a", "1"}, {"b", "2"}, {"z", "3"}});
+    d.ThrowAway("Older", {"z"});
+    d.ThrowAway("Newer", {"a", "b"});
+    EXPECT_EQ(d.Undo(1).text,
+              "Undone: Newer; back again: 'b'; 1 not taken back, first a - cancelled");
+    EXPECT_EQ(d.log.NextText(), "Newer");
+    EXPECT_EQ(d.log.NextSize(), 1U);
+    EXPECT_EQ(d.Undo().text, "Undone: Newer; back again: 'a'");
+    EXPECT_EQ(d.log.NextText(), "Older");
+}
+
+TEST(Changes, WhatCannotBeTakenBackStaysWrittenDown) {
+    UndoDesk d({{"a", "1"}, {"b", "2"}, {"c", "3"}});
+    Changes changes(d.files);
+    for (const char* name : {"a", "b", "c"}) changes.ThrowAway(d.At(name), &d.error);
+    d.files.Refuse("restore", "locked", "/b");
+    std::string error;
+    changes.TakeBack(1, &error); // the first is kept
+    EXPECT_EQ(error, "locked");
+    EXPECT_EQ(d.Standing(), (Tree{{"c", "3"}}));
+    ASSERT_EQ(changes.Written().size(), 2U);
+    EXPECT_EQ(changes.Written()[0].from, d.At("a"));
+    EXPECT_EQ(changes.Written()[1].from, d.At("b"));
+    d.files.onChange = nullptr;
+    changes.TakeBack(&error);
+    EXPECT_EQ(d.Standing(), (Tree{{"a", "1"}, {"b", "2"}, {"c", "3"}}));
+}
+
+TEST(Changes, ACopyThatStoodForARenameIsTakenBackAsOne) {
+    const Tree before{{"a", "1"}, {"b", "stood there"}};
+    for (const bool fails : {false, true}) {
+        SCOPED_TRACE(fails);
+        UndoDesk d(before);
+        Changes changes(d.files);
+        changes.Copy(d.At("a"), d.At("b"), &d.error);
+        if (fails) d.files.Refuse("remove", "read only");
+        std::string error;
+        changes.EndRename(d.At("a"), d.At("b"), &error);
+        EXPECT_EQ(error, fails ? "read only" : "");
+        EXPECT_EQ(d.Standing(), fails ? (Tree{{"a", "1"}, {"b", "1"}}) : (Tree{{"b", "1"}}));
+        changes.TakeBack(&error);
+        EXPECT_EQ(d.Standing(), before);
+    }
+}
+
+} // namespace
+} // namespace tarn::testing
