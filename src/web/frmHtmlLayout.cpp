@@ -294,7 +294,7 @@ Outcome frmHtmlLayout::AddFile(DiskFacts& disk, const std::string& path, KeptNot
     std::string note = notes.NoteOf(path);
     if (type != kMp4 && IsListedType(s.VideoTypes, type)) return Outcome::Refused(kNoVideo);
     if (type == kMp4 || IsTextEntry(type)) {
-        m.navigation.SelectRow(m.controls.FileListBox->RowOf(name));
+        m.navigation.SelectRow(m.controls.FileListBox->RowOf(name), InPassing());
         return AddCurrent();
     }
     if (IsListedType(s.WebTypes, type)) return Outcome::Refused(kNoWeb);
