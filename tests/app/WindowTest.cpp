@@ -204,10 +204,10 @@ TEST(Window, AShowOrABatchKeepsTheKeyboard) {
     d.AddPicture("a.jpg", 60, 40);
     d.Start();
     d.c.NotesBox->setFocus();
-    for (bool ProgramState::*runs : {&ProgramState::SlideViewing, &ProgramState::BatchRuns}) {
-        d.s.*runs = true;
+    for (bool* runs : {&d.s.SlideViewing, &d.s.BatchRuns}) {
+        *runs = true;
         d.house.shell.FocusPane();
-        d.s.*runs = false;
+        *runs = false;
         EXPECT_TRUE(d.c.NotesBox->hasFocus());
     }
     d.house.shell.FocusPane();
