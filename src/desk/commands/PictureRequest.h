@@ -8,10 +8,10 @@
 namespace tarn {
 
 struct PictureRequest {
-    bool focus = true;                 // the keyboard goes to the pane
-    bool neighbours = true;            // pictures that will probably come next are decoded ahead
-    bool records = true;               // it is a view, to which the way back leads
-    std::optional<PreviewTurns> turns; // the picture comes back as it was turned before
+    bool focus = true;      // the keyboard goes to the pane
+    bool neighbours = true; // pictures that will probably come next are decoded ahead
+    bool records = true;    // it is a view, to which the way back leads
+    std::optional<PreviewTurns> turns = {}; // the picture comes back as it was turned before
 };
 
 // By a window that keeps the keyboard.
