@@ -45,8 +45,8 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
     void Look() {
-        const ShowSignals* signals_ = m_desk.house.slides.Signals();
-        if (!signals_ || !signals_->Slideloop) return;
+        const ShowSignals* show = m_desk.house.slides.Signals();
+        if (!show || !show->Slideloop) return;
         const std::chrono::duration<double, std::milli> time = Clock::now() - m_start;
         if (m_began) m_times.push_back(time.count());
         m_began = true;

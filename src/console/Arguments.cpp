@@ -27,7 +27,7 @@ std::optional<Arguments> Arguments::Parse(std::span<const std::string> words,
             fault = "option " + word + " needs a value";
             return std::nullopt;
         }
-        arguments.options_.push_back({word, takesValue ? words[++next] : std::string()});
+        arguments.m_options.push_back({word, takesValue ? words[++next] : std::string()});
     }
     for (std::size_t i = 0; i + 1 < rules.size(); ++i) {
         if (!rules[i].excludesNext) continue;
@@ -36,18 +36,18 @@ std::optional<Arguments> Arguments::Parse(std::span<const std::string> words,
                 std::string(rules[i + 1].name) + " can be given";
         return std::nullopt;
     }
-    arguments.operands_.assign(words.begin() + static_cast<std::ptrdiff_t>(next), words.end());
+    arguments.m_operands.assign(words.begin() + static_cast<std::ptrdiff_t>(next), words.end());
     return arguments;
 }
 
 bool Arguments::Has(std::string_view option) const {
-    return std::any_of(options_.begin(), options_.end(),
+    return std::any_of(m_options.begin(), m_options.end(),
                        [&](const Option& given) { return given.name == option; });
 }
 
 std::vector<std::string> Arguments::Values(std::string_view option) const {
     std::vector<std::string> values;
-    for (const Option& given : options_) {
+    for (const Option& given : m_options) {
         if (given.name == option) values.push_back(given.value);
     }
     return values;

@@ -29,15 +29,15 @@ public:
     bool ReadNumber(std::string_view option, int least, int most, int& value,
                     std::string& fault) const;
 
-    const std::vector<std::string>& Operands() const { return operands_; }
+    const std::vector<std::string>& Operands() const { return m_operands; }
 
 private:
     struct Option {
         std::string name;
         std::string value;
     };
-    std::vector<Option> options_;
-    std::vector<std::string> operands_;
+    std::vector<Option> m_options;
+    std::vector<std::string> m_operands;
 };
 
 } // namespace tarn

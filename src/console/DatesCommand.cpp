@@ -18,32 +18,32 @@ constexpr UsageLine kLines[] = {{kOptions, "FOLDER"}};
 
 class DateSetter {
 public:
-    explicit DateSetter(bool dryRun) : dryRun_(dryRun) {}
+    explicit DateSetter(bool dryRun) : m_dryRun(dryRun) {}
 
     void Set(const std::string& folder, const std::string& name) {
-        info_.Filename = JoinPath(folder, name);
-        info_.CameraDate.clear();
-        info_.PictureDate.clear();
-        reader_.ReadCameraDate(info_);
-        if (!reader_.FileWasRead()) return Fail("cannot be read");
-        const auto time = info_.NoExif ? std::nullopt : FileTimeOf(info_.CameraDate);
+        m_info.Filename = JoinPath(folder, name);
+        m_info.CameraDate.clear();
+        m_info.PictureDate.clear();
+        m_reader.ReadCameraDate(m_info);
+        if (!m_reader.FileWasRead()) return Fail("cannot be read");
+        const auto time = m_info.NoExif ? std::nullopt : FileTimeOf(m_info.CameraDate);
         std::string error;
-        if (time && !dryRun_ && !SetFileTimes(info_.Filename, *time, &error)) return Fail(error);
-        std::printf("%s\t%s\n", name.c_str(), time ? info_.PictureDate.c_str() : "");
+        if (time && !m_dryRun && !SetFileTimes(m_info.Filename, *time, &error)) return Fail(error);
+        std::printf("%s\t%s\n", name.c_str(), time ? m_info.PictureDate.c_str() : "");
     }
 
-    int ExitStatus() const { return exitStatus_; }
+    int ExitStatus() const { return m_exitStatus; }
 
 private:
     void Fail(const std::string& fault) {
-        ComplainOfFile(info_.Filename, fault);
-        exitStatus_ = kExitFailedFile;
+        ComplainOfFile(m_info.Filename, fault);
+        m_exitStatus = kExitFailedFile;
     }
 
-    bool dryRun_;
-    PictureInfoReader reader_;
-    PictureInfo info_;
-    int exitStatus_ = kExitSuccess;
+    bool m_dryRun;
+    PictureInfoReader m_reader;
+    PictureInfo m_info;
+    int m_exitStatus = kExitSuccess;
 };
 
 } // namespace

@@ -15,43 +15,43 @@ void Print(std::string_view text) {
 
 class InfoPrinter {
 public:
-    explicit InfoPrinter(const PictureLooker& lookAt) : lookAt_(lookAt) {}
+    explicit InfoPrinter(const PictureLooker& lookAt) : m_lookAt(lookAt) {}
 
     void PrintPanel(const std::string& path) {
-        BeginPicture(info_, path);
-        info_.FileDate = FormatFileDate(ReadFileFacts(path));
-        const PictureLook look = lookAt_(path);
-        info_.ImageWidth = look.width;
-        info_.ImageHeight = look.height;
-        reader_.ReadPictureInfo(info_);
+        BeginPicture(m_info, path);
+        m_info.FileDate = FormatFileDate(ReadFileFacts(path));
+        const PictureLook look = m_lookAt(path);
+        m_info.ImageWidth = look.width;
+        m_info.ImageHeight = look.height;
+        m_reader.ReadPictureInfo(m_info);
         if (!WasRead()) return;
         Print("== " + path + "\n");
-        for (const std::string& row : info_.PanelRows) Print(row + "\n");
+        for (const std::string& row : m_info.PanelRows) Print(row + "\n");
         for (const std::string& row : look.lines) Print(row + "\n");
     }
 
     void PrintDates(const std::string& path) {
-        info_.Filename = path;
-        info_.CameraDate.clear();
-        info_.PictureDate.clear();
-        reader_.ReadCameraDate(info_);
-        if (WasRead()) Print(path + "\t" + info_.CameraDate + "\t" + info_.PictureDate + "\n");
+        m_info.Filename = path;
+        m_info.CameraDate.clear();
+        m_info.PictureDate.clear();
+        m_reader.ReadCameraDate(m_info);
+        if (WasRead()) Print(path + "\t" + m_info.CameraDate + "\t" + m_info.PictureDate + "\n");
     }
 
-    int ExitStatus() const { return exitStatus_; }
+    int ExitStatus() const { return m_exitStatus; }
 
 private:
     bool WasRead() {
-        if (reader_.FileWasRead()) return true;
-        ComplainOfFile(info_.Filename, "cannot be read");
-        exitStatus_ = kExitFailedFile;
+        if (m_reader.FileWasRead()) return true;
+        ComplainOfFile(m_info.Filename, "cannot be read");
+        m_exitStatus = kExitFailedFile;
         return false;
     }
 
-    const PictureLooker& lookAt_;
-    PictureInfoReader reader_;
-    PictureInfo info_;
-    int exitStatus_ = kExitSuccess;
+    const PictureLooker& m_lookAt;
+    PictureInfoReader m_reader;
+    PictureInfo m_info;
+    int m_exitStatus = kExitSuccess;
 };
 
 constexpr OptionRule kOptions[] = {{"--date"}};

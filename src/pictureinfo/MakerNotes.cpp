@@ -22,18 +22,18 @@ constexpr Maker kMakers[] = {{&CanonMakerNote::Applies, &Make<CanonMakerNote>},
 } // namespace
 
 MakerNotes::MakerNotes() {
-    for (const Maker& maker : kMakers) notes_.push_back(maker.make());
+    for (const Maker& maker : kMakers) m_notes.push_back(maker.make());
 }
 
 void MakerNotes::Read(const NoteSource& source) {
-    for (std::size_t row = 0; row < notes_.size(); ++row) {
-        if (kMakers[row].applies(source.cameraName)) notes_[row]->Read(source);
+    for (std::size_t row = 0; row < m_notes.size(); ++row) {
+        if (kMakers[row].applies(source.cameraName)) m_notes[row]->Read(source);
     }
 }
 
 void MakerNotes::Show(PictureInfo& info, const ExifTag& tag) const {
-    for (std::size_t row = 0; row < notes_.size(); ++row) {
-        if (kMakers[row].applies(info.CameraName)) notes_[row]->Show(info, tag);
+    for (std::size_t row = 0; row < m_notes.size(); ++row) {
+        if (kMakers[row].applies(info.CameraName)) m_notes[row]->Show(info, tag);
     }
 }
 

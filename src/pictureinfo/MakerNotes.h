@@ -17,7 +17,7 @@ public:
     void Show(PictureInfo& info, const ExifTag& tag) const;
 
 private:
-    std::vector<std::unique_ptr<MakerNote>> notes_; // one a row of the table
+    std::vector<std::unique_ptr<MakerNote>> m_notes; // one a row of the table
 };
 
 } // namespace tarn

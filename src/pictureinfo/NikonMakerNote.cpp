@@ -127,7 +127,7 @@ double NikonMakerNote::ReadLensNumber(const PictureDataBuffer& data, int which) 
     const auto numerator = data.Long(index, ByteOrder::Motorola);
     const auto denominator = data.Long(index + 4, ByteOrder::Motorola);
     if (!numerator || !denominator) return 0;
-    Fraction& number = lensNumbers_[static_cast<std::size_t>(which)];
+    Fraction& number = m_lensNumbers[static_cast<std::size_t>(which)];
     StoreIfFits(number.numerator, numerator);
     StoreIfFits(number.denominator, denominator);
     if (number.denominator == 0) return 0;

@@ -48,7 +48,7 @@ private:
     double ReadLensNumber(const PictureDataBuffer& data, int which);
     void ComposeLines();
 
-    std::array<Fraction, 4> lensNumbers_; // shortest, longest focal length, their f-numbers
+    std::array<Fraction, 4> m_lensNumbers; // shortest, longest focal length, their f-numbers
 };
 
 } // namespace tarn

@@ -17,7 +17,7 @@ class PictureDataBuffer {
 public:
     static constexpr int kSize = 20001;
 
-    explicit PictureDataBuffer(std::span<const std::uint8_t, kSize> bytes) : bytes_(bytes) {}
+    explicit PictureDataBuffer(std::span<const std::uint8_t, kSize> bytes) : m_bytes(bytes) {}
 
     std::optional<std::int64_t> Byte(int index) const {
         if (!Has(index)) return std::nullopt;
@@ -47,15 +47,15 @@ public:
     std::string_view Text(int index, int count) const {
         const int first = std::clamp(index, 0, kSize);
         const int end = std::clamp(index + std::max(count, 0), first, kSize);
-        const auto* const start = reinterpret_cast<const char*>(bytes_.data());
+        const auto* const start = reinterpret_cast<const char*>(m_bytes.data());
         return {start + first, static_cast<std::size_t>(end - first)};
     }
 
 private:
     static bool Has(int index) { return static_cast<unsigned>(index) < kSize; } // none below 0
-    std::int64_t At(int index) const { return bytes_[static_cast<std::size_t>(index)]; }
+    std::int64_t At(int index) const { return m_bytes[static_cast<std::size_t>(index)]; }
 
-    std::span<const std::uint8_t, kSize> bytes_;
+    std::span<const std::uint8_t, kSize> m_bytes;
 };
 
 } // namespace tarn

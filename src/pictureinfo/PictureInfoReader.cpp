@@ -59,7 +59,7 @@ void PictureInfoReader::ReadPictureInfo(PictureInfo& info, const PictureFile& fi
     ReadFile(file);
     FindData(info, PictureDataBuffer::kSize);
     if (info.ExifFound) EmptyLines(info);
-    SetSizeTexts(info, file_.size);
+    SetSizeTexts(info, m_file.size);
     SetNameAndFileDate(info);
     if (!info.ExifFound) {
         info.NoExif = true;
@@ -67,7 +67,7 @@ void PictureInfoReader::ReadPictureInfo(PictureInfo& info, const PictureFile& fi
         return;
     }
     info.CameraDataLines[6] = kManualLensLine;
-    TagActions actions(info, Tag, notes_);
+    TagActions actions(info, Tag, m_notes);
     Walk(info, kLastIndex, [&] { actions.Act(); });
     AssembleLines(info);
     ShowLines(info, kPanelLines);
@@ -77,7 +77,7 @@ void PictureInfoReader::ReadCameraDate(PictureInfo& info) {
     info.NoExif = false;
     info.ExifFound = false;
     ReadFile(PictureFile(info.Filename));
-    if (file_.known) info.FileDate = FormatFileDate(file_);
+    if (m_file.known) info.FileDate = FormatFileDate(m_file);
     FindData(info, kDateBytes);
     if (!info.ExifFound) {
         info.NoExif = true;
@@ -89,16 +89,16 @@ void PictureInfoReader::ReadCameraDate(PictureInfo& info) {
 }
 
 void PictureInfoReader::ReadFile(const PictureFile& file) {
-    const std::size_t other = 1 - bufferRecord_;
-    file_ = file.Facts();
-    fileWasRead_ = file.ReadRecord(records_[other]);
-    if (fileWasRead_) fileRecord_ = other;
+    const std::size_t other = 1 - m_bufferRecord;
+    m_file = file.Facts();
+    m_fileWasRead = file.ReadRecord(m_records[other]);
+    if (m_fileWasRead) m_fileRecord = other;
 }
 
 void PictureInfoReader::FindData(PictureInfo& info, int copied) {
     info.PictureDataOffset = kExifDataOffset;
     if (RecordHas("Exif", kSignatureOffset)) {
-        bufferRecord_ = fileRecord_;
+        m_bufferRecord = m_fileRecord;
         info.ExifFound = true;
         return;
     }
@@ -115,18 +115,18 @@ void PictureInfoReader::FindData(PictureInfo& info, int copied) {
 
 // What stands behind the bytes that are copied stays there from an earlier file.
 void PictureInfoReader::CopyData(int offset, int count) {
-    std::copy_n(records_[fileRecord_].begin() + offset, count,
-                records_[bufferRecord_].begin() + kExifDataOffset);
+    std::copy_n(m_records[m_fileRecord].begin() + offset, count,
+                m_records[m_bufferRecord].begin() + kExifDataOffset);
 }
 
 bool PictureInfoReader::RecordHas(std::string_view signature, int offset) const {
-    return std::memcmp(records_[fileRecord_].data() + offset, signature.data(), signature.size()) ==
-           0;
+    return std::memcmp(m_records[m_fileRecord].data() + offset, signature.data(),
+                       signature.size()) == 0;
 }
 
 PictureDataBuffer PictureInfoReader::Data() const {
     return PictureDataBuffer(
-        std::span(records_[bufferRecord_]).subspan<kExifDataOffset, PictureDataBuffer::kSize>());
+        std::span(m_records[m_bufferRecord]).subspan<kExifDataOffset, PictureDataBuffer::kSize>());
 }
 
 template <typename Action>
@@ -146,7 +146,7 @@ void PictureInfoReader::ReadTag(const PictureInfo& info) {
     const ByteOrder order =
         RecordHas("II", kByteOrderOffset) ? ByteOrder::Intel : ByteOrder::Motorola;
     Tag.Read(Data(), order);
-    if (Tag.IsMakerNote()) notes_.Read({Data(), order, info.CameraName, info.FlashFired, Tag});
+    if (Tag.IsMakerNote()) m_notes.Read({Data(), order, info.CameraName, info.FlashFired, Tag});
 }
 
 } // namespace tarn

@@ -34,10 +34,10 @@ public:
     void ReadCameraDate(PictureInfo& info);
 
     // Whether the last read could read its file; if not, it went over the bytes of the file before.
-    bool FileWasRead() const { return fileWasRead_; }
+    bool FileWasRead() const { return m_fileWasRead; }
 
     // Of the file of the last read.
-    const FileFacts& File() const { return file_; }
+    const FileFacts& File() const { return m_file; }
 
     ExifTag Tag;
 
@@ -53,13 +53,13 @@ private:
 
     // One holds the last file that was read, one the buffer; they are the same when the file's data
     // stand first. A file is read into the other one, so that the buffer outlives it.
-    alignas(64) std::array<FileRecord, 2> records_{};
-    std::size_t fileRecord_ = 0;
-    std::size_t bufferRecord_ = 1;
+    alignas(64) std::array<FileRecord, 2> m_records{};
+    std::size_t m_fileRecord = 0;
+    std::size_t m_bufferRecord = 1;
 
-    MakerNotes notes_;
-    FileFacts file_;
-    bool fileWasRead_ = false;
+    MakerNotes m_notes;
+    FileFacts m_file;
+    bool m_fileWasRead = false;
 };
 
 } // namespace tarn

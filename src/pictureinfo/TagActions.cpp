@@ -59,99 +59,99 @@ const TagActions::Row TagActions::kActions[] = {{271, &TagActions::Make},
 void TagActions::Act() {
     const auto* const row =
         std::find_if(std::begin(kActions), std::end(kActions),
-                     [this](const Row& candidate) { return candidate.tag == tag_.TagNumber; });
+                     [this](const Row& candidate) { return candidate.tag == m_tag.TagNumber; });
     if (row != std::end(kActions)) (this->*row->action)();
 }
 
 void TagActions::Make() {
-    make_ = tag_.TagText;
+    m_make = m_tag.TagText;
 }
 
 void TagActions::Model() {
-    const std::string& model = tag_.TagText;
-    info_.CameraName = FromCodePage(Contains(model, " ") ? model : make_ + " " + model);
-    info_.ExpCamera = std::string(ShortCameraWord(info_.CameraName)) + " ";
-    info_.CameraDataLines[12] = CameraLine(info_.CameraName);
+    const std::string& model = m_tag.TagText;
+    m_info.CameraName = FromCodePage(Contains(model, " ") ? model : m_make + " " + model);
+    m_info.ExpCamera = std::string(ShortCameraWord(m_info.CameraName)) + " ";
+    m_info.CameraDataLines[12] = CameraLine(m_info.CameraName);
     const CameraModel known = FindCameraModel(model);
-    info_.FilmFactor = known.filmFactor;
+    m_info.FilmFactor = known.filmFactor;
     if (!known.fixedFocus) return;
-    info_.ExpProgram = "Program normal";
-    info_.ExpFocus = "Autofocus";
-    info_.ExpFocusShort = ", AF";
-    info_.CameraDataLines[9] = FocusLine(info_.ExpFocus);
+    m_info.ExpProgram = "Program normal";
+    m_info.ExpFocus = "Autofocus";
+    m_info.ExpFocusShort = ", AF";
+    m_info.CameraDataLines[9] = FocusLine(m_info.ExpFocus);
 }
 
 void TagActions::Orientation() {
-    info_.ExpOrientation = tag_.TagValue;
+    m_info.ExpOrientation = m_tag.TagValue;
 }
 
 void TagActions::ExposureTime() {
-    info_.ExpTime = ExposureTimeText(tag_.TagNumerator, tag_.TagDenominator);
+    m_info.ExpTime = ExposureTimeText(m_tag.TagNumerator, m_tag.TagDenominator);
 }
 
 void TagActions::FNumber() {
-    if (!(tag_.TagRational > 0)) return;
-    info_.ExpAperture = ApertureText(tag_.TagRational);
+    if (!(m_tag.TagRational > 0)) return;
+    m_info.ExpAperture = ApertureText(m_tag.TagRational);
     ManualLens_ = false;
 }
 
 void TagActions::ExposureProgram() {
-    SetName(info_.ExpProgram, tag_.TagValue, ExposureProgramNames);
+    SetName(m_info.ExpProgram, m_tag.TagValue, ExposureProgramNames);
 }
 
 void TagActions::Sensitivity() {
-    info_.ExpSpeed = std::to_string(tag_.TagValue) + " ISO";
+    m_info.ExpSpeed = std::to_string(m_tag.TagValue) + " ISO";
 }
 
 void TagActions::Date() {
-    TakeDate(info_, tag_);
-    if (info_.PictureDate.empty()) return;
-    if (LeftChars(info_.PictureDate, kComparedDateLength) !=
-        LeftChars(info_.FileDate, kComparedDateLength)) {
-        info_.DatesDiffer = true;
+    TakeDate(m_info, m_tag);
+    if (m_info.PictureDate.empty()) return;
+    if (LeftChars(m_info.PictureDate, kComparedDateLength) !=
+        LeftChars(m_info.FileDate, kComparedDateLength)) {
+        m_info.DatesDiffer = true;
     }
-    SetPictureDateLine(info_);
-    info_.CameraDateIndex = kDateLineIndex;
+    SetPictureDateLine(m_info);
+    m_info.CameraDateIndex = kDateLineIndex;
 }
 
 void TagActions::Bias() {
-    info_.ExpBias = BiasText(tag_.TagRational);
+    m_info.ExpBias = BiasText(m_tag.TagRational);
 }
 
 void TagActions::SubjectDistance() {
-    const bool infinity = tag_.TagDenominator == 0 || tag_.TagNumerator == 0;
-    info_.ExpFocus = infinity ? "INFINITY" : "AUTOFOCUS";
-    info_.ExpFocusShort = infinity ? ", Inf" : ", AF";
+    const bool infinity = m_tag.TagDenominator == 0 || m_tag.TagNumerator == 0;
+    m_info.ExpFocus = infinity ? "INFINITY" : "AUTOFOCUS";
+    m_info.ExpFocusShort = infinity ? ", Inf" : ", AF";
 }
 
 void TagActions::MeterMode() {
     std::string name;
-    SetName(name, tag_.TagValue, MeterModeNamesOf(info_.CameraName));
-    if (!name.empty()) info_.CameraDataLines[3] = MeterLine(name);
-    SetName(info_.ExpMeter, tag_.TagValue, MeterModeNames);
+    SetName(name, m_tag.TagValue, MeterModeNamesOf(m_info.CameraName));
+    if (!name.empty()) m_info.CameraDataLines[3] = MeterLine(name);
+    SetName(m_info.ExpMeter, m_tag.TagValue, MeterModeNames);
 }
 
 void TagActions::Flash() {
-    info_.FlashFired = (tag_.TagValue & 1) != 0;
-    info_.ExpFlash = info_.FlashFired ? "Flash" : "";
-    info_.ExpFlashShort = info_.FlashFired ? ", Flash" : "";
+    m_info.FlashFired = (m_tag.TagValue & 1) != 0;
+    m_info.ExpFlash = m_info.FlashFired ? "Flash" : "";
+    m_info.ExpFlashShort = m_info.FlashFired ? ", Flash" : "";
 }
 
 void TagActions::FocalLength() {
-    focal_ = tag_.TagRational;
-    if (!ManualLens_ && focal_ > 0) SetFocalLength(info_, focal_);
+    m_focal = m_tag.TagRational;
+    if (!ManualLens_ && m_focal > 0) SetFocalLength(m_info, m_focal);
 }
 
 void TagActions::MakerNote() {
-    notes_.Show(info_, tag_);
+    m_notes.Show(m_info, m_tag);
 }
 
 void TagActions::ExposureIndex() {
-    info_.ExpSpeed = ShortestSingle(tag_.TagRational) + " ISO";
+    m_info.ExpSpeed = ShortestSingle(m_tag.TagRational) + " ISO";
 }
 
 void TagActions::FilmFocalLength() {
-    SetFilmFocalLength(info_, tag_.TagValue, focal_);
+    SetFilmFocalLength(m_info, m_tag.TagValue, m_focal);
 }
 
 } // namespace tarn

@@ -19,7 +19,7 @@ void TakeDate(PictureInfo& info, const ExifTag& tag);
 class TagActions {
 public:
     TagActions(PictureInfo& info, const ExifTag& tag, const MakerNotes& notes)
-        : info_(info), tag_(tag), notes_(notes) {}
+        : m_info(info), m_tag(tag), m_notes(notes) {}
 
     // Acts on the tag under work; tags without an action are passed over.
     void Act();
@@ -49,11 +49,11 @@ private:
     void ExposureIndex();
     void FilmFocalLength();
 
-    PictureInfo& info_;
-    const ExifTag& tag_;
-    const MakerNotes& notes_;
-    std::string make_;       // code page bytes
-    float focal_ = 0;        // focal length in mm, 0 when none was stated
+    PictureInfo& m_info;
+    const ExifTag& m_tag;
+    const MakerNotes& m_notes;
+    std::string m_make;      // code page bytes
+    float m_focal = 0;       // focal length in mm, 0 when none was stated
     bool ManualLens_ = true; // until an f-number is stated
 };
 

@@ -12,15 +12,15 @@ protected:
     // What was damaged leaves nothing behind.
     void TearDown() override {
         Read(CanonPicture());
-        const auto rows = info_.PanelRows;
-        reader_ = PictureInfoReader();
+        const auto rows = m_info.PanelRows;
+        m_reader = PictureInfoReader();
         Read(CanonPicture());
-        EXPECT_EQ(rows, info_.PanelRows);
+        EXPECT_EQ(rows, m_info.PanelRows);
     }
     void ReadBothWays(const std::string& bytes) {
         Read(bytes);
-        EXPECT_EQ(info_.PanelRows.size(), info_.ExifFound ? 13U : 3U);
-        EXPECT_EQ(info_.NoExif, !info_.ExifFound);
+        EXPECT_EQ(m_info.PanelRows.size(), m_info.ExifFound ? 13U : 3U);
+        EXPECT_EQ(m_info.NoExif, !m_info.ExifFound);
         ReadDate(bytes);
     }
 };
@@ -29,10 +29,10 @@ protected:
 
 TEST_F(Damage, PicturesCutOffAtEveryByte) {
     for (const std::string& whole : {CanonPicture(), NikonPicture()}) {
-        reader_ = PictureInfoReader();
+        m_reader = PictureInfoReader();
         for (std::size_t size = 0; size < whole.size(); ++size) {
             ReadBothWays(whole.substr(0, size));
-            EXPECT_EQ(info_.ExifFound, size >= 10);
+            EXPECT_EQ(m_info.ExifFound, size >= 10);
         }
     }
 }

@@ -25,22 +25,22 @@ constexpr const char* kSecond = "2002:02:02 20:00:00";
 TEST_F(Files, ThreeKindsAreKnown) {
     const ExifBuilder big = DateAt(Endian::Big, 200, kFirst);
     Read(big.Jpeg());
-    EXPECT_EQ(info_.PictureDataOffset, 22);
+    EXPECT_EQ(m_info.PictureDataOffset, 22);
     Read(big.Tiff());
-    EXPECT_EQ(info_.PictureDataOffset, 10);
-    EXPECT_EQ(info_.PictureDate, "01/01/2001 10:00:00 AM");
+    EXPECT_EQ(m_info.PictureDataOffset, 10);
+    EXPECT_EQ(m_info.PictureDate, "01/01/2001 10:00:00 AM");
     Read(big.JpegJfifFirst());
-    EXPECT_EQ(info_.PictureDataOffset, 40);
-    EXPECT_EQ(info_.PictureDate, "01/01/2001 10:00:00 AM");
-    EXPECT_EQ(info_.CameraDateOffset, 190);
+    EXPECT_EQ(m_info.PictureDataOffset, 40);
+    EXPECT_EQ(m_info.PictureDate, "01/01/2001 10:00:00 AM");
+    EXPECT_EQ(m_info.CameraDateOffset, 190);
     // Both heads at once: what is looked for last holds.
     Read("MM" + big.JpegJfifFirst().substr(2));
-    EXPECT_EQ(info_.PictureDataOffset, 40);
-    EXPECT_EQ(info_.PictureDate, "01/01/2001 10:00:00 AM");
+    EXPECT_EQ(m_info.PictureDataOffset, 40);
+    EXPECT_EQ(m_info.PictureDate, "01/01/2001 10:00:00 AM");
     std::string noMarker = big.Jpeg();
     noMarker.replace(0, 6, "abcdef");
     Read(noMarker);
-    EXPECT_EQ(info_.PictureDate, "01/01/2001 10:00:00 AM");
+    EXPECT_EQ(m_info.PictureDate, "01/01/2001 10:00:00 AM");
 }
 
 TEST_F(Files, OtherKindsHaveNoData) {
@@ -52,53 +52,53 @@ TEST_F(Files, OtherKindsHaveNoData) {
     EXPECT_TRUE(Read("").NoExif);
     // Little-endian data behind a JFIF head are found, but read in the other order.
     Read(little.JpegJfifFirst());
-    EXPECT_FALSE(info_.NoExif);
-    EXPECT_EQ(info_.PictureDate, "");
+    EXPECT_FALSE(m_info.NoExif);
+    EXPECT_EQ(m_info.PictureDate, "");
 }
 
 TEST_F(Files, AFileThatCannotBeReadGivesThePictureBefore) {
     const std::string jpeg = DateAt(Endian::Big, 200, kFirst).Jpeg();
     Read(jpeg);
-    EXPECT_TRUE(reader_.FileWasRead());
-    BeginPicture(info_, folder_.Path() + "/gone.jpg");
-    reader_.ReadPictureInfo(info_);
-    EXPECT_FALSE(reader_.FileWasRead());
-    EXPECT_EQ(info_.PictureDate, "01/01/2001 10:00:00 AM");
+    EXPECT_TRUE(m_reader.FileWasRead());
+    BeginPicture(m_info, m_folder.Path() + "/gone.jpg");
+    m_reader.ReadPictureInfo(m_info);
+    EXPECT_FALSE(m_reader.FileWasRead());
+    EXPECT_EQ(m_info.PictureDate, "01/01/2001 10:00:00 AM");
     EXPECT_EQ(Line(2), "        Size: 0.0 Megapixel - 0 x 0 - 0 KB");
-    BeginPicture(info_, folder_.Path());
-    reader_.ReadPictureInfo(info_);
-    EXPECT_FALSE(reader_.FileWasRead());
-    EXPECT_EQ(info_.PictureDate, "01/01/2001 10:00:00 AM");
+    BeginPicture(m_info, m_folder.Path());
+    m_reader.ReadPictureInfo(m_info);
+    EXPECT_FALSE(m_reader.FileWasRead());
+    EXPECT_EQ(m_info.PictureDate, "01/01/2001 10:00:00 AM");
 }
 
 TEST_F(Files, AShortFileKeepsNothingOfThePictureBefore) {
     const std::string jpeg = DateAt(Endian::Big, 200, kFirst).Jpeg();
     Read(jpeg);
     Read(jpeg.substr(0, 212)); // cut in front of the text
-    EXPECT_EQ(info_.CameraDate, std::string(19, '\0'));
-    EXPECT_EQ(info_.PictureDate, "");
+    EXPECT_EQ(m_info.CameraDate, std::string(19, '\0'));
+    EXPECT_EQ(m_info.PictureDate, "");
 }
 
 TEST_F(Files, DatePassSetsTheDatesOnly) {
     ExifBuilder exif = DateAt(Endian::Big, 200, kFirst);
     exif.Short(274, 6);
-    info_.NoExif = true;
-    info_.CameraDateIndex = 7;
-    const std::string path = folder_.Write("a.jpg", exif.Jpeg());
+    m_info.NoExif = true;
+    m_info.CameraDateIndex = 7;
+    const std::string path = m_folder.Write("a.jpg", exif.Jpeg());
     SetFileTime(path, 2003, 12, 31, 0, 5, 9);
-    info_.Filename = path;
-    reader_.ReadCameraDate(info_);
-    EXPECT_EQ(info_.FileDate, "12/31/2003 12:05:09 AM");
-    EXPECT_EQ(info_.CameraDate, kFirst);
-    EXPECT_EQ(info_.CameraDateOffset, 190);
-    EXPECT_EQ(info_.PictureDate, "01/01/2001 10:00:00 AM");
-    EXPECT_FALSE(info_.NoExif);
-    EXPECT_FALSE(info_.DatesDiffer);
-    EXPECT_EQ(info_.ExpOrientation, 0);
-    EXPECT_EQ(info_.CameraDateIndex, 7);
+    m_info.Filename = path;
+    m_reader.ReadCameraDate(m_info);
+    EXPECT_EQ(m_info.FileDate, "12/31/2003 12:05:09 AM");
+    EXPECT_EQ(m_info.CameraDate, kFirst);
+    EXPECT_EQ(m_info.CameraDateOffset, 190);
+    EXPECT_EQ(m_info.PictureDate, "01/01/2001 10:00:00 AM");
+    EXPECT_FALSE(m_info.NoExif);
+    EXPECT_FALSE(m_info.DatesDiffer);
+    EXPECT_EQ(m_info.ExpOrientation, 0);
+    EXPECT_EQ(m_info.CameraDateIndex, 7);
     // Without a date of its own a picture has that of the one before it.
     ReadDate(ExifBuilder(Endian::Big).Jpeg());
-    EXPECT_EQ(info_.PictureDate, "01/01/2001 10:00:00 AM");
+    EXPECT_EQ(m_info.PictureDate, "01/01/2001 10:00:00 AM");
     EXPECT_TRUE(ReadDate("nothing").NoExif);
 }
 
@@ -125,7 +125,7 @@ TEST_F(Files, DatePassWalksToIndex1872) {
         return exif.Ascii(36867, kFirst).Jpeg();
     };
     ReadDate(withDateAt(157));
-    EXPECT_EQ(info_.CameraDate, "");
+    EXPECT_EQ(m_info.CameraDate, "");
     ReadDate(withDateAt(156)); // index 1872
-    EXPECT_EQ(info_.CameraDate, kFirst);
+    EXPECT_EQ(m_info.CameraDate, kFirst);
 }

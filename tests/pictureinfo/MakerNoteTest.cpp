@@ -17,12 +17,12 @@ public:
                                       .Long(40)
                                       .Long(108)
                                       .Bytes();
-        std::copy(entry.begin(), entry.end(), &bytes_[2 + before * 12]);
+        std::copy(entry.begin(), entry.end(), &m_bytes[2 + before * 12]);
         for (int k = 0; k < 60; k += 2) Word(k, 0);
     }
     CanonBytes& Word(int k, unsigned value) { return Byte(k, value).Byte(k + 1, value >> 8U); }
     CanonBytes& Byte(int k, unsigned value) {
-        bytes_[kBase + static_cast<std::size_t>(k)] = static_cast<std::uint8_t>(value);
+        m_bytes[kBase + static_cast<std::size_t>(k)] = static_cast<std::uint8_t>(value);
         return *this;
     }
     CanonBytes& Text(int k, std::string_view text) {
@@ -32,13 +32,13 @@ public:
     CanonMakerNote Read(std::string_view camera) const {
         CanonMakerNote note;
         ExifTag tag; // its data stand at buffer index 0
-        note.Read({PictureDataBuffer{bytes_}, ByteOrder::Intel, camera, false, tag});
+        note.Read({PictureDataBuffer{m_bytes}, ByteOrder::Intel, camera, false, tag});
         return note;
     }
 
 private:
     static constexpr std::size_t kBase = 100;
-    std::array<std::uint8_t, PictureDataBuffer::kSize> bytes_{};
+    std::array<std::uint8_t, PictureDataBuffer::kSize> m_bytes{};
 };
 
 constexpr const char* kRebel = "Canon EOS DIGITAL REBEL XT";
@@ -123,7 +123,7 @@ TEST_F(NoteReading, CanonDataOutOfReachRepeatThePictureBefore) {
     Read(exif.Jpeg());
     EXPECT_EQ(Line(7), ""); // the lens is emptied first
     EXPECT_EQ(Line(8), "    Settings: Quality> Fine     Sharpening> Normal");
-    EXPECT_EQ(info_.ExpProgram, "Aperture Priority");
+    EXPECT_EQ(m_info.ExpProgram, "Aperture Priority");
     // Big-endian, the note is not read at all.
     Read(CanonPicture());
     ExifBuilder other(Endian::Big);
@@ -158,22 +158,22 @@ TEST_F(NoteReading, NikonFlashTextOnlyWhenItFired) {
 TEST_F(NoteReading, NikonTextsStayFromPictureToPicture) {
     Read(NikonPicture());
     Read(Nikon(Endian::Big, NikonNote().Value(2, 1600)));
-    EXPECT_EQ(info_.ExpSpeed, "1600 ISO");
+    EXPECT_EQ(m_info.ExpSpeed, "1600 ISO");
     EXPECT_EQ(Line(7), "");
     EXPECT_EQ(Line(8), "    Settings: Quality> FINE     Sharpening> AUTO");
-    EXPECT_EQ(info_.ExpFocus, "AF-S");
+    EXPECT_EQ(m_info.ExpFocus, "AF-S");
 }
 
 TEST_F(NoteReading, NikonTagThatDoesNotFitActsAsTheOneBefore) {
     Read(Nikon(Endian::Big, NikonNote().Value(2, 200).Value(0x8002, 800)));
-    EXPECT_EQ(info_.ExpSpeed, "800 ISO");
+    EXPECT_EQ(m_info.ExpSpeed, "800 ISO");
 }
 
 TEST_F(NoteReading, ThirtyOneNikonEntriesAreLookedAt) {
     NikonNote note;
     for (int i = 0; i < 30; ++i) note.Value(999, 0);
     Read(Nikon(Endian::Big, note.Value(2, 100).Value(2, 800)));
-    EXPECT_EQ(info_.ExpSpeed, "100 ISO");
+    EXPECT_EQ(m_info.ExpSpeed, "100 ISO");
 }
 
 TEST_F(NoteReading, DatePassReadsTheNoteOfTheCameraBefore) {

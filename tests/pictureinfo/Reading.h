@@ -13,22 +13,22 @@ class Reading : public ::testing::Test {
 protected:
     // Prepares the record as the display does, then reads the file.
     const PictureInfo& Read(std::string_view bytes, const std::string& name = "a.jpg") {
-        BeginPicture(info_, folder_.Write(name, bytes));
-        reader_.ReadPictureInfo(info_);
-        return info_;
+        BeginPicture(m_info, m_folder.Write(name, bytes));
+        m_reader.ReadPictureInfo(m_info);
+        return m_info;
     }
 
     const PictureInfo& ReadDate(std::string_view bytes) {
-        info_.Filename = folder_.Write("a.jpg", bytes);
-        reader_.ReadCameraDate(info_);
-        return info_;
+        m_info.Filename = m_folder.Write("a.jpg", bytes);
+        m_reader.ReadCameraDate(m_info);
+        return m_info;
     }
 
-    const std::string& Line(std::size_t line) const { return info_.CameraDataLines[line]; }
+    const std::string& Line(std::size_t line) const { return m_info.CameraDataLines[line]; }
 
-    TestFolder folder_;
-    PictureInfoReader reader_;
-    PictureInfo info_;
+    TestFolder m_folder;
+    PictureInfoReader m_reader;
+    PictureInfo m_info;
 };
 
 } // namespace tarn::testing

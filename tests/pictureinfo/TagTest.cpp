@@ -18,31 +18,31 @@ protected:
 TEST_F(Tags, DateStandsWhereItsOffsetSays) {
     ExifBuilder exif(Endian::Little);
     exif.DataFrom(200).Ascii(36867, "2004:06:22 20:15:30");
-    info_.FileDate = "06/22/2004 8:15:31 PM";
+    m_info.FileDate = "06/22/2004 8:15:31 PM";
     Read(exif.Jpeg());
-    EXPECT_EQ(info_.PictureDataOffset, 22);
-    EXPECT_EQ(info_.CameraDateOffset, 190);
-    EXPECT_EQ(info_.CameraDate, "2004:06:22 20:15:30");
-    EXPECT_EQ(info_.PictureDate, "06/22/2004 8:15:30 PM");
-    EXPECT_EQ(info_.CameraDateIndex, 1);
-    EXPECT_FALSE(info_.DatesDiffer); // day and first digit of the hour alone are compared
+    EXPECT_EQ(m_info.PictureDataOffset, 22);
+    EXPECT_EQ(m_info.CameraDateOffset, 190);
+    EXPECT_EQ(m_info.CameraDate, "2004:06:22 20:15:30");
+    EXPECT_EQ(m_info.PictureDate, "06/22/2004 8:15:30 PM");
+    EXPECT_EQ(m_info.CameraDateIndex, 1);
+    EXPECT_FALSE(m_info.DatesDiffer); // day and first digit of the hour alone are compared
     for (const char* other : {"06/22/2004 9:15:30 PM", "6/22/2004 8:15:30 PM"}) {
-        info_.DatesDiffer = false;
-        info_.FileDate = other;
+        m_info.DatesDiffer = false;
+        m_info.FileDate = other;
         EXPECT_TRUE(Read(exif.Jpeg()).DatesDiffer) << other;
     }
 }
 
 TEST_F(Tags, DateThatIsNone) {
-    info_.FileDate = "01/02/2003 4:05:06 AM";
+    m_info.FileDate = "01/02/2003 4:05:06 AM";
     Read(ExifBuilder(Endian::Big).Ascii(36867, "0000:00:00 00:00:00").Jpeg());
-    EXPECT_EQ(info_.PictureDate, "00/00/0000 12:00:00 AM");
+    EXPECT_EQ(m_info.PictureDate, "00/00/0000 12:00:00 AM");
     EXPECT_EQ(Line(1), "        Date: 01/02/2003 4:05:06 AM  Thursday");
-    EXPECT_TRUE(info_.DatesDiffer);
+    EXPECT_TRUE(m_info.DatesDiffer);
     Read(ExifBuilder(Endian::Big).Ascii(36867, "2004:06:22 xx:xx:xx").Jpeg());
-    EXPECT_EQ(info_.CameraDate, "2004:06:22 xx:xx:xx");
-    EXPECT_EQ(info_.PictureDate, "");
-    EXPECT_FALSE(info_.DatesDiffer);
+    EXPECT_EQ(m_info.CameraDate, "2004:06:22 xx:xx:xx");
+    EXPECT_EQ(m_info.PictureDate, "");
+    EXPECT_FALSE(m_info.DatesDiffer);
     EXPECT_EQ(Line(1), "        Date: 01/02/2003 4:05:06 AM  Thursday");
 }
 
@@ -81,15 +81,15 @@ TEST_F(Tags, SignOutOfReachCountsAsMinus) {
     ExifBuilder exif(Endian::Big);
     exif.Entry(37380, 10, 1, 8); // data at index -2: the sign is outside, the low half inside
     Read(exif.Jpeg());
-    EXPECT_EQ(reader_.Tag.TagNumerator, -((37380 ^ 0xFFFF) + 1));
+    EXPECT_EQ(m_reader.Tag.TagNumerator, -((37380 ^ 0xFFFF) + 1));
 }
 
 TEST_F(Tags, OffsetThatDoesNotFitKeepsTheOldOneLessTen) {
     ExifBuilder exif(Endian::Little);
     exif.DataFrom(200).Ascii(271, "Old").Entry(36867, 2, 20, 40000).Entry(274, 3, 1, 40000);
     Read(exif.Jpeg());
-    EXPECT_EQ(info_.CameraDateOffset, 180);
-    EXPECT_EQ(info_.ExpOrientation, 200); // the value keeps the old one as it is
+    EXPECT_EQ(m_info.CameraDateOffset, 180);
+    EXPECT_EQ(m_info.ExpOrientation, 200); // the value keeps the old one as it is
 }
 
 TEST_F(Tags, DataOutOfReachLeaveTheNumbersOfTheEntryBefore) {
@@ -97,8 +97,8 @@ TEST_F(Tags, DataOutOfReachLeaveTheNumbersOfTheEntryBefore) {
     exif.Rational(33434, 1, 60).Entry(37380, 10, 1, 21000).Entry(33437, 5, 1, 30000);
     Read(exif.Jpeg());
     // A sign out of reach is a minus, so the stale 1/60 becomes -65535/60.
-    EXPECT_EQ(info_.ExpBias, "-1092.3 EV");
-    EXPECT_EQ(info_.ExpAperture, "");
+    EXPECT_EQ(m_info.ExpBias, "-1092.3 EV");
+    EXPECT_EQ(m_info.ExpAperture, "");
     ExifBuilder next(Endian::Big);
     next.Rational(33434, 1, 60).Entry(33437, 5, 1, 30000);
     EXPECT_EQ(Read(next.Jpeg()).ExpAperture, "f/0.0");
@@ -108,7 +108,7 @@ TEST_F(Tags, TopBitOverflowsAndKeepsThePart) {
     ExifBuilder exif(Endian::Little);
     exif.Rational(33437, 56, 10).Rational(33434, 0x80000001U, 2);
     Read(exif.Jpeg());
-    EXPECT_EQ(info_.ExpTime, "00m 28s"); // 56 is kept, 2 is new
+    EXPECT_EQ(m_info.ExpTime, "00m 28s"); // 56 is kept, 2 is new
 }
 
 TEST_F(Tags, TextOutOfReachIsEmptyOrWhatCanBeRead) {
@@ -124,10 +124,10 @@ TEST_F(Tags, ValuesOutsideTheTables) {
     ExifBuilder exif(Endian::Big);
     exif.Short(34850, 9).Short(34850, 10).Short(37383, 8).Short(37383, 9).Short(37385, 0xFF01);
     Read(exif.Jpeg());
-    EXPECT_EQ(info_.ExpProgram, "reserved");
-    EXPECT_EQ(info_.ExpMeter, "other");
+    EXPECT_EQ(m_info.ExpProgram, "reserved");
+    EXPECT_EQ(m_info.ExpMeter, "other");
     EXPECT_EQ(Line(3), "  Meter mode: other");
-    EXPECT_TRUE(info_.FlashFired); // 0xFF01 does not fit: the 9 of the entry before is odd
+    EXPECT_TRUE(m_info.FlashFired); // 0xFF01 does not fit: the 9 of the entry before is odd
 }
 
 TEST_F(Tags, FocusByTheDistancesParts) {
@@ -138,18 +138,18 @@ TEST_F(Tags, FocusByTheDistancesParts) {
     for (const Case& c :
          {Case{7, 1, "AUTOFOCUS, AF"}, Case{7, 0, "INFINITY, Inf"}, Case{0, 1, "INFINITY, Inf"}}) {
         Read(ExifBuilder(Endian::Big).Rational(37382, c.numerator, c.denominator).Jpeg());
-        EXPECT_EQ(info_.ExpFocus + info_.ExpFocusShort, c.text);
+        EXPECT_EQ(m_info.ExpFocus + m_info.ExpFocusShort, c.text);
     }
 }
 
 TEST_F(Tags, OrientationAndFactorStayWithoutTheirTags) {
     Read(ExifBuilder(Endian::Big).Ascii(272, "Canon EOS 5").Short(274, 6).Jpeg());
-    const std::string path = folder_.Write("b.jpg", ExifBuilder(Endian::Big).Jpeg());
-    info_.Filename = path;
-    reader_.ReadPictureInfo(info_);
-    EXPECT_EQ(info_.ExpOrientation, 6);
-    EXPECT_EQ(info_.FilmFactor, 1.6F);
-    EXPECT_EQ(info_.CameraName, "");
+    const std::string path = m_folder.Write("b.jpg", ExifBuilder(Endian::Big).Jpeg());
+    m_info.Filename = path;
+    m_reader.ReadPictureInfo(m_info);
+    EXPECT_EQ(m_info.ExpOrientation, 6);
+    EXPECT_EQ(m_info.FilmFactor, 1.6F);
+    EXPECT_EQ(m_info.CameraName, "");
 }
 
 TEST_F(Tags, WalkGoesOnBehindADirectoryWithoutEnd) {
@@ -160,7 +160,7 @@ TEST_F(Tags, WalkGoesOnBehindADirectoryWithoutEnd) {
     entries.Word(274).Word(3).Long(1).Word(8).Word(0);
     const std::string head = ExifBuilder(Endian::Big).Tiff().substr(0, 10);
     Read(head + entries.Bytes());
-    EXPECT_EQ(info_.ExpOrientation, 3);
+    EXPECT_EQ(m_info.ExpOrientation, 3);
 }
 
 TEST_F(Tags, JumpsOnceAndNeverHangs) {
@@ -172,12 +172,12 @@ TEST_F(Tags, JumpsOnceAndNeverHangs) {
     std::string tiff = exif.Tiff();
     tiff.resize(300);
     Read(tiff + second.Bytes());
-    EXPECT_EQ(info_.ExpProgram, "Manual");
-    EXPECT_EQ(info_.ExpOrientation, 0);
+    EXPECT_EQ(m_info.ExpProgram, "Manual");
+    EXPECT_EQ(m_info.ExpOrientation, 0);
     // A directory that points to itself ends by the number of its entries.
     Read(ExifBuilder(Endian::Big).Short(274, 2).Entry(34665, 4, 1, 8).Jpeg());
-    EXPECT_EQ(info_.ExpOrientation, 2);
+    EXPECT_EQ(m_info.ExpOrientation, 2);
     // A pointer in front of the buffer leaves the tag standing and jumps on downwards.
     Read(ExifBuilder(Endian::Big).Entry(34665, 2, 65535, 0).Jpeg());
-    EXPECT_EQ(info_.PanelRows.size(), 13U);
+    EXPECT_EQ(m_info.PanelRows.size(), 13U);
 }

@@ -82,9 +82,9 @@ struct SteppingNavigation : RecordingNavigation {
     SteppingNavigation(Calls& written, ProgramState& s, MainControls& c, DisplayCommands& d)
         : RecordingNavigation(written), state(s), controls(c), display(d) {}
     void SelectRow(int row, const PictureRequest& request) override {
-        request_ = request;
+        asked = request;
         controls.FileListBox->Select(row);
-        request_ = {};
+        asked = {};
     }
     void FileListBox_Click() override {
         const FileListBox& list = *controls.FileListBox;
@@ -94,7 +94,7 @@ struct SteppingNavigation : RecordingNavigation {
         const bool clip = IsListedType(state.VideoTypes, FileTypeOf(state.Filename));
         state.Kind = clip ? FileKind::Clip : FileKind::Picture;
         if (clip) return;
-        display.DisplayPicture(request_);
+        display.DisplayPicture(asked);
         controls.Label_error->setText(ToQt("Cannot read " + state.FileNameOnly));
         controls.Label_error->setVisible(!state.ImageLoaded);
     }
@@ -114,7 +114,7 @@ struct SteppingNavigation : RecordingNavigation {
     ProgramState& state;
     MainControls& controls;
     DisplayCommands& display;
-    PictureRequest request_;
+    PictureRequest asked;
 };
 
 struct ReadingInfo : RecordingInfo {

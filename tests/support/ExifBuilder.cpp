@@ -31,24 +31,24 @@ std::string SegmentHead(char marker, std::size_t size) {
 ByteWriter& ByteWriter::Word(unsigned value) {
     const char high = static_cast<char>(value >> 8U);
     const char low = static_cast<char>(value);
-    bytes_ += endian_ == Endian::Big ? high : low;
-    bytes_ += endian_ == Endian::Big ? low : high;
+    m_bytes += m_endian == Endian::Big ? high : low;
+    m_bytes += m_endian == Endian::Big ? low : high;
     return *this;
 }
 
 ByteWriter& ByteWriter::Long(std::uint32_t value) {
     const unsigned high = value >> 16U;
     const unsigned low = value & 0xFFFFU;
-    return endian_ == Endian::Big ? Word(high).Word(low) : Word(low).Word(high);
+    return m_endian == Endian::Big ? Word(high).Word(low) : Word(low).Word(high);
 }
 
 ByteWriter& ByteWriter::Raw(std::string_view bytes) {
-    bytes_ += bytes;
+    m_bytes += bytes;
     return *this;
 }
 
 ExifBuilder& ExifBuilder::ExifDirectory() {
-    inExif_ = true;
+    m_inExif = true;
     return *this;
 }
 
@@ -59,19 +59,19 @@ ExifBuilder& ExifBuilder::Ascii(unsigned tag, std::string_view text) {
 }
 
 ExifBuilder& ExifBuilder::Short(unsigned tag, unsigned value) {
-    Directory().push_back({tag, 3, 1, ByteWriter(endian_).Word(value).Word(0).Bytes()});
+    Directory().push_back({tag, 3, 1, ByteWriter(m_endian).Word(value).Word(0).Bytes()});
     return *this;
 }
 
 ExifBuilder& ExifBuilder::Rational(unsigned tag, std::uint32_t numerator,
                                    std::uint32_t denominator) {
-    return Data(tag, 5, 1, ByteWriter(endian_).Long(numerator).Long(denominator).Bytes());
+    return Data(tag, 5, 1, ByteWriter(m_endian).Long(numerator).Long(denominator).Bytes());
 }
 
 ExifBuilder& ExifBuilder::SignedRational(unsigned tag, std::int32_t numerator,
                                          std::int32_t denominator) {
     return Data(tag, 10, 1,
-                ByteWriter(endian_)
+                ByteWriter(m_endian)
                     .Long(static_cast<std::uint32_t>(numerator))
                     .Long(static_cast<std::uint32_t>(denominator))
                     .Bytes());
@@ -79,9 +79,9 @@ ExifBuilder& ExifBuilder::SignedRational(unsigned tag, std::int32_t numerator,
 
 ExifBuilder& ExifBuilder::Data(unsigned tag, unsigned type, std::uint32_t count,
                                std::string_view bytes) {
-    blocks_.push_back({nextData_, std::string(bytes)});
-    Entry(tag, type, count, nextData_);
-    nextData_ += static_cast<std::uint32_t>(bytes.size() + bytes.size() % 2);
+    m_blocks.push_back({m_nextData, std::string(bytes)});
+    Entry(tag, type, count, m_nextData);
+    m_nextData += static_cast<std::uint32_t>(bytes.size() + bytes.size() % 2);
     return *this;
 }
 
@@ -91,17 +91,17 @@ ExifBuilder& ExifBuilder::MakerNote(std::string_view bytes) {
 
 ExifBuilder& ExifBuilder::Entry(unsigned tag, unsigned type, std::uint32_t count,
                                 std::uint32_t value) {
-    Directory().push_back({tag, type, count, ByteWriter(endian_).Long(value).Bytes()});
+    Directory().push_back({tag, type, count, ByteWriter(m_endian).Long(value).Bytes()});
     return *this;
 }
 
 ExifBuilder& ExifBuilder::DataFrom(std::uint32_t offset) {
-    nextData_ = offset;
+    m_nextData = offset;
     return *this;
 }
 
 std::string ExifBuilder::Directory(const std::vector<Item>& items) const {
-    ByteWriter writer(endian_);
+    ByteWriter writer(m_endian);
     writer.Word(static_cast<unsigned>(items.size()));
     for (const Item& item : items) {
         writer.Word(item.tag).Word(item.type).Long(item.count).Raw(item.value);
@@ -110,18 +110,18 @@ std::string ExifBuilder::Directory(const std::vector<Item>& items) const {
 }
 
 std::string ExifBuilder::Tiff() const {
-    std::vector<Item> first = first_;
-    const std::size_t pointer = inExif_ ? 1 : 0;
+    std::vector<Item> first = m_first;
+    const std::size_t pointer = m_inExif ? 1 : 0;
     const std::size_t exifOffset = kFirstDirectory + DirectorySize(first.size() + pointer);
-    if (inExif_) {
+    if (m_inExif) {
         const auto offset = static_cast<std::uint32_t>(exifOffset);
-        first.push_back({kExifDirectoryTag, 4, 1, ByteWriter(endian_).Long(offset).Bytes()});
+        first.push_back({kExifDirectoryTag, 4, 1, ByteWriter(m_endian).Long(offset).Bytes()});
     }
-    std::string bytes = endian_ == Endian::Big ? "MM" : "II";
-    bytes += ByteWriter(endian_).Word(42).Long(kFirstDirectory).Bytes();
+    std::string bytes = m_endian == Endian::Big ? "MM" : "II";
+    bytes += ByteWriter(m_endian).Word(42).Long(kFirstDirectory).Bytes();
     bytes += Directory(first);
-    if (inExif_) bytes += Directory(exif_);
-    for (const Block& block : blocks_) PutAt(bytes, block.offset, block.bytes);
+    if (m_inExif) bytes += Directory(m_exif);
+    for (const Block& block : m_blocks) PutAt(bytes, block.offset, block.bytes);
     return bytes;
 }
 
@@ -166,8 +166,8 @@ NikonNote& NikonNote::Text(unsigned tag, std::string_view text) {
 }
 
 NikonNote& NikonNote::Value(unsigned tag, unsigned value) {
-    entries_ += ByteWriter(Endian::Big).Word(tag).Word(3).Long(2).Word(0).Word(value).Bytes();
-    ++count_;
+    m_entries += ByteWriter(Endian::Big).Word(tag).Word(3).Long(2).Word(0).Word(value).Bytes();
+    ++m_count;
     return *this;
 }
 
@@ -178,25 +178,26 @@ NikonNote& NikonNote::Rationals(unsigned tag, const std::vector<std::uint32_t>& 
 }
 
 NikonNote& NikonNote::Add(unsigned tag, unsigned type, unsigned count, std::string_view data) {
-    const auto offset = static_cast<std::uint32_t>(8 + DirectorySize(kNikonEntries) + data_.size());
-    entries_ += ByteWriter(Endian::Big).Word(tag).Word(type).Long(count).Long(offset).Bytes();
-    data_ += data;
-    ++count_;
+    const auto offset =
+        static_cast<std::uint32_t>(8 + DirectorySize(kNikonEntries) + m_data.size());
+    m_entries += ByteWriter(Endian::Big).Word(tag).Word(type).Long(count).Long(offset).Bytes();
+    m_data += data;
+    ++m_count;
     return *this;
 }
 
 std::string NikonNote::Bytes() const {
-    std::string entries = entries_;
+    std::string entries = m_entries;
     entries.resize(std::max<std::size_t>(entries.size(), kNikonEntries * 12));
     return ByteWriter(Endian::Big)
         .Raw(std::string_view("Nikon\0\2\x10\0\0", 10))
         .Raw("MM")
         .Word(42)
         .Long(8)
-        .Word(static_cast<unsigned>(count_))
+        .Word(static_cast<unsigned>(m_count))
         .Raw(entries)
         .Long(0)
-        .Raw(data_)
+        .Raw(m_data)
         .Bytes();
 }
 

@@ -14,20 +14,20 @@ enum class Endian { Little, Big };
 // Bytes written one number after the other.
 class ByteWriter {
 public:
-    explicit ByteWriter(Endian endian) : endian_(endian) {}
+    explicit ByteWriter(Endian endian) : m_endian(endian) {}
     ByteWriter& Word(unsigned value);
     ByteWriter& Long(std::uint32_t value);
     ByteWriter& Raw(std::string_view bytes);
-    const std::string& Bytes() const { return bytes_; }
+    const std::string& Bytes() const { return m_bytes; }
 
 private:
-    Endian endian_;
-    std::string bytes_;
+    Endian m_endian;
+    std::string m_bytes;
 };
 
 class ExifBuilder {
 public:
-    explicit ExifBuilder(Endian endian) : endian_(endian) {}
+    explicit ExifBuilder(Endian endian) : m_endian(endian) {}
 
     // Entries of the first directory until ExifDirectory is called, of the Exif directory from then
     // on, in the order of the calls.
@@ -43,7 +43,7 @@ public:
     // Whatever is added next has its data at this offset or behind it.
     ExifBuilder& DataFrom(std::uint32_t offset);
     // The offset at which the data of the next entry will stand.
-    std::uint32_t NextDataOffset() const { return nextData_; }
+    std::uint32_t NextDataOffset() const { return m_nextData; }
 
     // The data with their header, as a big-endian file of its own has them.
     std::string Tiff() const;
@@ -61,15 +61,15 @@ private:
         std::uint32_t offset;
         std::string bytes;
     };
-    std::vector<Item>& Directory() { return inExif_ ? exif_ : first_; }
+    std::vector<Item>& Directory() { return m_inExif ? m_exif : m_first; }
     std::string Directory(const std::vector<Item>& items) const;
 
-    Endian endian_;
-    bool inExif_ = false;
-    std::vector<Item> first_;
-    std::vector<Item> exif_;
-    std::vector<Block> blocks_;
-    std::uint32_t nextData_ = 700; // behind both directories
+    Endian m_endian;
+    bool m_inExif = false;
+    std::vector<Item> m_first;
+    std::vector<Item> m_exif;
+    std::vector<Block> m_blocks;
+    std::uint32_t m_nextData = 700; // behind both directories
 };
 
 // A maker note of little-endian words: tag 1 the settings, tag 2 the shot data, both arrays by
@@ -96,9 +96,9 @@ public:
 
 private:
     NikonNote& Add(unsigned tag, unsigned type, unsigned count, std::string_view data);
-    std::string entries_;
-    std::string data_;
-    int count_ = 0;
+    std::string m_entries;
+    std::string m_data;
+    int m_count = 0;
 };
 
 // Whole pictures of two cameras, complete with everything that the panel shows.

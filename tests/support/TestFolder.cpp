@@ -16,16 +16,16 @@ TestFolder::TestFolder(const std::string& above) {
         above.empty() ? std::filesystem::temp_directory_path() : std::filesystem::path(above);
     std::string pattern = (place / "tarn-test-XXXXXX").string();
     if (::mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no folder for the test");
-    path_ = pattern;
+    m_path = pattern;
 }
 
 TestFolder::~TestFolder() {
     std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
+    std::filesystem::remove_all(m_path, ignored);
 }
 
 std::string TestFolder::Write(const std::string& name, std::string_view bytes) const {
-    std::string path = path_ + "/" + name;
+    std::string path = m_path + "/" + name;
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     if (!file.flush()) throw std::runtime_error("cannot write " + path);

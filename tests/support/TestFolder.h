@@ -15,13 +15,13 @@ public:
     TestFolder(const TestFolder&) = delete;
     TestFolder& operator=(const TestFolder&) = delete;
 
-    const std::string& Path() const { return path_; }
+    const std::string& Path() const { return m_path; }
 
     // Writes a file over whatever stands there and gives its full path.
     std::string Write(const std::string& name, std::string_view bytes) const;
 
 private:
-    std::string path_;
+    std::string m_path;
 };
 
 // Sets both times of a file to a local date and time.
