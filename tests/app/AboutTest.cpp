@@ -45,7 +45,8 @@ TEST(Crash, TheNextStartOffersTheNoteOnce) {
         d.AddPictures({"a.jpg", "b.jpg"});
         d.Start();
         const QWidget* strip = d.house.window.findChild<QWidget*>("CrashStrip");
-        ASSERT_TRUE(strip && strip->isVisible());
+        ASSERT_TRUE(strip);
+        ASSERT_TRUE(strip->isVisible());
         EXPECT_TRUE(d.dialogs.shown.empty());
         d.Key(Qt::Key_N); // it is in nobody's way
         EXPECT_EQ(d.Current(), "b.jpg");

@@ -190,7 +190,8 @@ struct AppDesk {
     void Press(const char* form, const char* button, std::vector<std::string> answers = {}) {
         dialogs.answers = std::move(answers);
         auto* found = In<QPushButton>(form, button);
-        ASSERT_TRUE(found && found->isEnabled()) << form << " " << button;
+        ASSERT_TRUE(found) << form << " " << button;
+        ASSERT_TRUE(found->isEnabled()) << form << " " << button;
         found->click();
     }
 };

@@ -104,7 +104,8 @@ TEST(Convert, MakesAJpegBesideWithTheNote) {
     d.c.ConvertButton->trigger();
     EXPECT_EQ(d.Said(), "'b-1.jpg' file created; Unsaved note of 'b.jpg' is in the restore buffer");
     EXPECT_EQ(d.Current(), "b-1.jpg");
-    EXPECT_EQ(d.Notes().at("b-1.enf") + ", " + d.Notes().at("b.enf"), "of b, of b");
+    EXPECT_EQ(d.Notes().at("b-1.enf"), "of b");
+    EXPECT_EQ(d.Notes().at("b.enf"), "of b");
     EXPECT_EQ(d.s.NotesSave, "more of b");
     d.GoTo("b.jpg");
     d.c.ConvertButton->trigger();
@@ -145,7 +146,8 @@ TEST(Convert, FollowsItsControlPanel) {
     press("CommandUseNote");
     EXPECT_EQ(form->findChild<QLineEdit*>("TextCaption")->text(), "first line  second line");
     form->findChild<QCheckBox*>("CheckAddText")->click();
-    EXPECT_TRUE(d.s.ConvertJpgAddFN && d.c.ConvertJpgAddFilename->isChecked());
+    EXPECT_TRUE(d.s.ConvertJpgAddFN);
+    EXPECT_TRUE(d.c.ConvertJpgAddFilename->isChecked());
     form->findChild<QSlider*>("SliderJpgQ")->setValue(50);
     EXPECT_EQ(form->findChild<QLabel*>("LabelJpgQ")->text(), "JPG Quality 50%");
     auto* size = form->findChild<QLineEdit*>("TextMaxSize");

@@ -40,7 +40,8 @@ TEST(FileDates, OneFileGetsItsOwnDate) {
     d.Key(Qt::Key_F6);
     EXPECT_EQ(d.Said(), "ERROR - Cannot set File Date, may be Read Only");
     d.Key(Qt::Key_End);
-    EXPECT_FALSE(d.c.SetFileDatesButton->isEnabled() || d.c.PopupSetFileDatesButton->isEnabled());
+    EXPECT_FALSE(d.c.SetFileDatesButton->isEnabled());
+    EXPECT_FALSE(d.c.PopupSetFileDatesButton->isEnabled());
 }
 
 TEST(FileDates, WhatIsNoPictureKeepsItsDate) {
@@ -49,7 +50,8 @@ TEST(FileDates, WhatIsNoPictureKeepsItsDate) {
     d.Start();
     d.Key(Qt::Key_End);
     EXPECT_EQ(d.s.FileNameOnly, "v.avi");
-    EXPECT_FALSE(d.c.SetFileDatesButton->isEnabled() || d.c.FixPictureDateButton->isEnabled());
+    EXPECT_FALSE(d.c.SetFileDatesButton->isEnabled());
+    EXPECT_FALSE(d.c.FixPictureDateButton->isEnabled());
     EXPECT_FALSE(d.house.info.SetFileDatesButton_Click());
     EXPECT_EQ(d.Time("v.avi"), kUntouched);
 }

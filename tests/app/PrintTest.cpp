@@ -38,11 +38,12 @@ TEST(Print, EveryPictureIsPrintedAndTheScreenIsAsBefore) {
     ASSERT_EQ(d.printing.pages.size(), 2U);
     EXPECT_TRUE(d.Has(0, "Page 1 of 2"));
     const std::string heading = All<PaperText>(d.printing.pages[0]).at(0).text;
-    EXPECT_TRUE(heading.starts_with("Tarn_View " + d.s.Version + " ") &&
-                heading.ends_with("/" + std::to_string(QDate::currentDate().year()) + " - " +
+    EXPECT_TRUE(heading.starts_with("Tarn_View " + d.s.Version + " ")) << heading;
+    EXPECT_TRUE(heading.ends_with("/" + std::to_string(QDate::currentDate().year()) + " - " +
                                   d.folder.Path()))
         << heading;
-    EXPECT_TRUE(d.Has(0, "1.  p100.jpg") && d.Has(0, "12.  p111.jpg"));
+    EXPECT_TRUE(d.Has(0, "1.  p100.jpg"));
+    EXPECT_TRUE(d.Has(0, "12.  p111.jpg"));
     EXPECT_TRUE(d.Has(1, "13.  p112.jpg"));
     EXPECT_TRUE(d.Has(1, "0.0 Mp 72 x 40 - 1 KB")); // each its own data
     EXPECT_EQ(All<PaperPicture>(d.printing.pages[0]).size(), 12U);
@@ -76,7 +77,8 @@ TEST(Print, OnePageBeginsWithTheCurrentPicture) {
     EXPECT_EQ(counter, "6 of 4");
     ASSERT_EQ(d.printing.pages.size(), 1U);
     EXPECT_EQ(All<PaperBox>(d.printing.pages[0]).size(), 1U);
-    EXPECT_TRUE(d.Has(0, "6.  p105.jpg") && d.Has(0, "Page 1 of 1"));
+    EXPECT_TRUE(d.Has(0, "6.  p105.jpg"));
+    EXPECT_TRUE(d.Has(0, "Page 1 of 1"));
     const auto picture = All<PaperPicture>(d.printing.pages[0]).at(0);
     EXPECT_EQ(Quarters(Decoded(picture.jpeg)), "bryg");
 }
@@ -102,7 +104,8 @@ TEST(Print, CancelDropsThePages) {
         EXPECT_FALSE(std::filesystem::exists(d.pdf));
         EXPECT_EQ(d.Message(), "Printing cancelled");
         EXPECT_EQ(d.Current(), "p100.jpg");
-        EXPECT_FALSE(d.s.BatchRuns || d.c.PrintCancelButton->isVisible());
+        EXPECT_FALSE(d.s.BatchRuns);
+        EXPECT_FALSE(d.c.PrintCancelButton->isVisible());
     }
 }
 
@@ -207,7 +210,8 @@ TEST(Print, ThePreviewShowsThePagesBeforeTheyAreSent) {
     d.c.PrintPreviewButton->trigger();
     d.Print(d.c.Printc4Button);
     frmPrintPreview* preview = d.house.print.Preview();
-    ASSERT_TRUE(preview && preview->isVisible());
+    ASSERT_TRUE(preview);
+    ASSERT_TRUE(preview->isVisible());
     EXPECT_TRUE(d.printing.pages.empty());
     const auto press = [&](const char* name) { d.Press("frmPrintPreview", name); };
     press("PreviewNextButton");

@@ -65,7 +65,8 @@ TEST(Show, QuittingInTheMiddleSavesWhatTheUserHadSet) {
     d.Click(d.c.Slides4Button);
     EXPECT_TRUE(d.events.ProgramEnds());
     EXPECT_FALSE(d.house.window.isVisible());
-    EXPECT_TRUE(d.c.VCheck->isChecked() && d.c.WCheck->isChecked());
+    EXPECT_TRUE(d.c.VCheck->isChecked());
+    EXPECT_TRUE(d.c.WCheck->isChecked());
     EXPECT_EQ(d.s.FileTypes, types);
     EXPECT_EQ(d.settings->Read("videolist_check", ""), "1");
     EXPECT_EQ(d.settings->Read("weblist_check", ""), "1");

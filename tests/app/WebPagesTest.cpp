@@ -143,7 +143,8 @@ TEST(WebPages, OptionsAreTakenByAHeaderAlone) {
     EXPECT_TRUE(d.In<QRadioButton>("HtmlLayout1")->isChecked());
     d.In<QLineEdit>("Email")->setText("a\r\n-->");
     d.Press("CommandOk"); // what none has clicked stands as it was
-    EXPECT_TRUE(d.s.HtmlLayout1 && d.s.HtmlLayout3);
+    EXPECT_TRUE(d.s.HtmlLayout1);
+    EXPECT_TRUE(d.s.HtmlLayout3);
     EXPECT_EQ(d.s.HtmlPictureType, 9);
     EXPECT_EQ(d.s.HtmlEmail, "a  -->");
     d.In<QCheckBox>("HtmlAddAutoAdvance")->setChecked(d.s.HtmlAuto == 0);
@@ -156,7 +157,8 @@ TEST(WebPages, OptionsAreTakenByAHeaderAlone) {
     d.In<QRadioButton>("HtmlLayout3")->click();
     d.In<QAbstractButton>("Picture2")->click();
     d.Press("CommandOk");
-    EXPECT_TRUE(!d.s.HtmlLayout1 && d.s.HtmlLayout3);
+    EXPECT_FALSE(d.s.HtmlLayout1);
+    EXPECT_TRUE(d.s.HtmlLayout3);
     EXPECT_EQ(d.s.HtmlPictureType, 2);
     d.Press("HtmlCloseButton");
     std::filesystem::remove(d.At("new.html"));
@@ -257,8 +259,8 @@ TEST(WebPages, NamesThatBrowsersCannotFollowAreTold) {
     d.Press("CommandOk");
     d.Press("HtmlAddAllButton");
     const QString said = d.In<QLabel>("LabelError")->text();
-    EXPECT_TRUE(said.contains("1 of the entries") && said.endsWith("a#1.jpg"))
-        << said.toStdString();
+    EXPECT_TRUE(said.contains("1 of the entries")) << said.toStdString();
+    EXPECT_TRUE(said.endsWith("a#1.jpg")) << said.toStdString();
     EXPECT_NE(d.Text("page.html").find("SRC=\"a#1.jpg\""), std::string::npos);
     d.Press("QuitButton");
 

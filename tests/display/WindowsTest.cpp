@@ -180,7 +180,8 @@ TEST_F(SizeWindow, KeysAndMouseStepWithTheFocusKept) {
     EXPECT_EQ(click(Qt::LeftButton, 99), Calls{"Prev"});
     EXPECT_EQ(click(Qt::LeftButton, 100), Calls{"Next"});
     EXPECT_EQ(click(Qt::RightButton, 10), Calls{"message Size window set to Top"});
-    EXPECT_TRUE(IsOnTop(*window) && window->isVisible());
+    EXPECT_TRUE(IsOnTop(*window));
+    EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(click(Qt::MiddleButton, 10), Calls{"message Size window set to Normal"});
     EXPECT_EQ(Since([&] { Wheel(*window, -120); }), Calls{"Next"});
     EXPECT_EQ(Since([&] {
@@ -313,7 +314,8 @@ TEST_F(OneToOneWindow, ShowsTheMiddleThenThePartsPressedPixelByPixel) {
     d.current.Tell();
     d.state.Kind = FileKind::Picture;
     EXPECT_EQ(Title("frmOnetoOne"), "Tarn View - 1:1  clip.avi");
-    EXPECT_TRUE(view->Picture().isNull() && nav->Picture().isNull());
+    EXPECT_TRUE(view->Picture().isNull());
+    EXPECT_TRUE(nav->Picture().isNull());
     d.Show("b.png", PictureBytes(Ramp(300, 200), "PNG"));
     EXPECT_EQ(view->Picture(), Ramp(300, 200).copy(20, 0, 260, 190));
 }
@@ -376,9 +378,11 @@ TEST_F(OneToOneWindow, Keys) {
     const QWidget* info = Part("frmOnetoOne", "InfoText");
     EXPECT_TRUE(info->isHidden());
     key(Qt::Key_T);
-    EXPECT_TRUE(info->isVisible() && d.state.OneToOneInfo);
+    EXPECT_TRUE(info->isVisible());
+    EXPECT_TRUE(d.state.OneToOneInfo);
     QTest::mouseClick(nav, Qt::RightButton);
-    EXPECT_FALSE(info->isVisible() || d.state.OneToOneInfo);
+    EXPECT_FALSE(info->isVisible());
+    EXPECT_FALSE(d.state.OneToOneInfo);
     key(Qt::Key_Z);
     EXPECT_TRUE(nav->isHidden());
     key(Qt::Key_Space);
@@ -399,7 +403,8 @@ TEST_F(OneToOneWindow, Keys) {
     EXPECT_FALSE(d.state.OneToOneInfo) << "what the user chose stays";
 
     key(Qt::Key_X);
-    EXPECT_FALSE(window->isVisible() || d.state.OneToOneLoaded);
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_FALSE(d.state.OneToOneLoaded);
     EXPECT_TRUE(d.controls.CloseOneToOneButton->isHidden());
     d.state.Filename = "other";
     emit window->windowHandle()->screenChanged(nullptr);
@@ -453,7 +458,9 @@ TEST_F(OneToOneWindow, StandsAboveTheOthersByTheMenuAndComesBackWhereItStood) {
     Open(Ramp(600, 400));
     EXPECT_FALSE(IsOnTop(*window));
     d.controls.OneWindowTopButton->trigger();
-    EXPECT_TRUE(IsOnTop(*window) && window->isVisible() && d.state.OneAlwaysTop);
+    EXPECT_TRUE(IsOnTop(*window));
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_TRUE(d.state.OneAlwaysTop);
     window->move(70, 80);
     d.controls.CloseOneToOneButton->click();
     EXPECT_FALSE(window->isVisible());

@@ -159,7 +159,8 @@ TEST(FileTypes, SetTakesTheThreeTexts) {
 TEST(FileTypes, ASeparatorIsRefusedAndCancelChangesNothing) {
     TypesDesk d;
     d.Set("*.bmp;sub/*.jpg", "*.ser");
-    EXPECT_TRUE(d.IsUp() && d.Refused());
+    EXPECT_TRUE(d.IsUp());
+    EXPECT_TRUE(d.Refused());
     EXPECT_EQ(d.Pattern(), "*.jpg;*.avi");
     EXPECT_EQ(d.state.PictureTypes, "*.jpg");
     EXPECT_EQ(d.state.VideoTypes, "*.avi");
@@ -174,7 +175,8 @@ TEST(FileTypes, AGoodPatternIsTakenThoughTheFolderIsGone) {
     TypesDesk d;
     std::filesystem::remove_all(d.folder.Path());
     d.Set("*.bmp", "*.ser");
-    EXPECT_FALSE(d.IsUp() || d.Refused());
+    EXPECT_FALSE(d.IsUp());
+    EXPECT_FALSE(d.Refused());
     EXPECT_EQ(d.Pattern(), "*.bmp;*.ser");
     EXPECT_EQ(d.state.PictureTypes, "*.bmp");
 }
@@ -213,7 +215,9 @@ TEST(Filter, BoxesNarrowTheListWhileTheWindowIsOpen) {
     EXPECT_FALSE(d.Window()->isModal());
     EXPECT_FALSE(d.controls.PCheck->isEnabled());
     EXPECT_TRUE(d.controls.FCheck->isEnabled());
-    EXPECT_TRUE(d.Box(0)->isVisible() && d.Box(1)->isVisible() && !d.Box(2)->isVisible());
+    EXPECT_TRUE(d.Box(0)->isVisible());
+    EXPECT_TRUE(d.Box(1)->isVisible());
+    EXPECT_FALSE(d.Box(2)->isVisible());
     EXPECT_EQ(d.Box(1)->text(), QStringLiteral("*.avi"));
     EXPECT_EQ(d.Pattern(), "*.jpg;*.avi"); // opening changes nothing
     d.Box(0)->click();
@@ -224,7 +228,8 @@ TEST(Filter, BoxesNarrowTheListWhileTheWindowIsOpen) {
     EXPECT_EQ(d.controls.FileListBox->Count(), 0);
     d.state.BatchRuns = true; // counts the rows: it is cancelled first
     d.Toggle();
-    EXPECT_TRUE(d.state.FilterActive && d.state.BatchCancelled);
+    EXPECT_TRUE(d.state.FilterActive);
+    EXPECT_TRUE(d.state.BatchCancelled);
     d.state.BatchRuns = false;
     d.Toggle();
     EXPECT_FALSE(d.state.FilterActive);

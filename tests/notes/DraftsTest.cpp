@@ -98,7 +98,8 @@ TEST(Drafts, WriteOnlyWhatChanged) {
     EXPECT_TRUE(drafts.Write(&error));
     EXPECT_EQ(writes, 0);
     drafts.Set(DraftPlace::Box, {"a.jpg", "text"});
-    EXPECT_TRUE(drafts.Write(&error) && drafts.Write(&error));
+    EXPECT_TRUE(drafts.Write(&error));
+    EXPECT_TRUE(drafts.Write(&error));
     EXPECT_EQ(writes, 1);
     files.onChange = [](const std::string&, const std::string&) { return "full"; };
     drafts.Forget(DraftPlace::Box);

@@ -133,12 +133,13 @@ TEST_F(Tags, ValuesOutsideTheTables) {
 TEST_F(Tags, FocusByTheDistancesParts) {
     struct Case {
         std::uint32_t numerator, denominator;
-        std::string text;
+        std::string text, shortText;
     };
-    for (const Case& c :
-         {Case{7, 1, "AUTOFOCUS, AF"}, Case{7, 0, "INFINITY, Inf"}, Case{0, 1, "INFINITY, Inf"}}) {
+    for (const Case& c : {Case{7, 1, "AUTOFOCUS", ", AF"}, Case{7, 0, "INFINITY", ", Inf"},
+                          Case{0, 1, "INFINITY", ", Inf"}}) {
         Read(ExifBuilder(Endian::Big).Rational(37382, c.numerator, c.denominator).Jpeg());
-        EXPECT_EQ(m_info.ExpFocus + m_info.ExpFocusShort, c.text);
+        EXPECT_EQ(m_info.ExpFocus, c.text);
+        EXPECT_EQ(m_info.ExpFocusShort, c.shortText);
     }
 }
 

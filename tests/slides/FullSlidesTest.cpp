@@ -180,7 +180,8 @@ TEST(FullSlides, CopiesAreMarkedOnceAndOnlyWhereTheyHappened) {
     EXPECT_EQ(titles[2], titles[0]);
     EXPECT_EQ(titles[3], titles[1]);
     EXPECT_EQ(titles[5], titles[4]);
-    EXPECT_TRUE(d.Called("CopyImage") && d.Called("CMImage"));
+    EXPECT_TRUE(d.Called("CopyImage"));
+    EXPECT_TRUE(d.Called("CMImage"));
 }
 
 TEST(FullSlides, ByItselfAndAKeyOnlyEndsTheWait) {
@@ -228,7 +229,9 @@ TEST(FullSlides, KeysThatChangeBrightnessViewsAndLook) {
         if (call.substr(0, 10) == "brightness") brightness.push_back(call);
     EXPECT_EQ(brightness, (Calls{"brightness 1", "brightness 6", "brightness 5", "brightness 0",
                                  "brightness 5"}));
-    EXPECT_TRUE(d.Called("help 2") && d.Called("Adjust") && d.Called("ResetB"));
+    EXPECT_TRUE(d.Called("help 2"));
+    EXPECT_TRUE(d.Called("Adjust"));
+    EXPECT_TRUE(d.Called("ResetB"));
     EXPECT_EQ(d.state.SlideNotesMode, 0);
     EXPECT_EQ(d.state.SlideTextColorIndex, 1);
     EXPECT_EQ(d.state.SlideFontIndex, 2);

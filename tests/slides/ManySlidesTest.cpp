@@ -215,7 +215,8 @@ TEST(ManySlides, TheListHoldsPicturesAloneForTheTimeOfTheShow) {
     d.state.VideoListCheck = 1;
     d.state.FileTypes = "*.jpg;*.avi;*.fit";
     d.pump.script.push_back([&] {
-        EXPECT_FALSE(d.controls.VCheck->isChecked() || d.controls.WCheck->isChecked());
+        EXPECT_FALSE(d.controls.VCheck->isChecked());
+        EXPECT_FALSE(d.controls.WCheck->isChecked());
         d.state.FileTypes = "*.jpg";
         d.room.SlideDone();
         EXPECT_TRUE(d.controls.VCheck->isChecked()); // before any settings are saved

@@ -239,7 +239,8 @@ TEST(ThumbRoom, TheNameOfTheFolderIsAskedFor) {
     for (const QString& bad : {QString(), QString("."), QString("/tmp")}) {
         text->setText(bad);
         set->click();
-        EXPECT_TRUE(window.isVisible() && label->isVisible());
+        EXPECT_TRUE(window.isVisible());
+        EXPECT_TRUE(label->isVisible());
     }
     text->setText("small & neat");
     set->click();

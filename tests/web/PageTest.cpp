@@ -229,7 +229,8 @@ TEST(PageBuilds, CountAnewWithAHeaderAloneAndTellAMissingScript) {
     // What stands on the page after a beginning, an entry and the close.
     const auto text = [&](bool append) {
         EXPECT_TRUE(append ? page.Append("now") : page.Begin(s, "now", "none"));
-        EXPECT_TRUE(page.Add(s, false, Picture()) && page.Close());
+        EXPECT_TRUE(page.Add(s, false, Picture()));
+        EXPECT_TRUE(page.Close());
         return files.Read(path, SIZE_MAX, nullptr).value_or("");
     };
     const std::string pageBreak = "<p style=\"page-break-before: always\">";
