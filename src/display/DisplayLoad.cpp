@@ -22,9 +22,8 @@ namespace tarn {
 
 namespace {
 
-std::string FileDateText(const Files& files, const std::string& path) {
-    const auto time = files.ModifiedTime(path);
-    return time ? FormatDateText(FromFileTime(*time)) : std::string();
+std::string FileDateText(const std::optional<FileLook>& look) {
+    return look ? FormatDateText(FromFileTime(look->seconds)) : std::string();
 }
 
 } // namespace
@@ -38,16 +37,18 @@ void DisplayRoom::DisplayPicture(const PictureRequest& request) {
     ForgetLastPicture();
     {
         const BusyPointer busy(m.shell);
-        const std::string error = LoadCurrent();
+        const std::string error =
+            LoadCurrent(request.look ? request.look : m.files.Look(m.state.Filename));
         ShowLoaded(request, error);
     }
     TellShown(request);
 }
 
-std::string DisplayRoom::LoadCurrent() {
+std::string DisplayRoom::LoadCurrent(const std::optional<FileLook>& look) {
     ProgramState& s = m.state;
     BeginPicture();
-    std::string error = LoadPicture();
+    s.FileDate = FileDateText(look);
+    std::string error = LoadPicture(look);
     m_placeholder = !m_turned.HasImage();
     if (m_placeholder)
         ShowPlaceholder(error);
@@ -105,18 +106,19 @@ void DisplayRoom::BeginPicture() {
     s.DeleteNoteToo = true;
     s.ExpOrientation = 0;
     m.current.Choose(s.Filename, m.controls.FileListBox->CurrentRow());
-    s.FileDate = FileDateText(m.files, s.Filename);
     s.PanelRows.clear();
     s.HistoryListed = false;
 }
 
-// The size comes first and from the header, so that it is known even of a file that fails later.
-std::string DisplayRoom::LoadPicture() {
+// The size is that of the header, which is asked by itself of a file that cannot be loaded.
+std::string DisplayRoom::LoadPicture(const std::optional<FileLook>& look) {
     ProgramState& s = m.state;
-    const QSize size = ImgX::ReadFileInfo(s.Filename);
+    std::string error =
+        m_turned.LoadFile(s.Filename, WantedPixels(), m.ahead, look.value_or(FileLook()));
+    const QSize size =
+        m_turned.HasImage() ? m_turned.Facts()->header.size : ImgX::ReadFileInfo(s.Filename);
     s.ImageWidth = size.width();
     s.ImageHeight = size.height();
-    std::string error = m_turned.LoadFile(s.Filename, WantedPixels(), m.ahead);
     if (!m_turned.HasImage()) {
         const std::string systemError = m_turned.LoadWithSystemReader(s.Filename);
         if (!m_turned.HasImage()) return error;
@@ -165,7 +167,7 @@ void DisplayRoom::ShowPlaceholder(const std::string& error) {
 void DisplayRoom::ReadInfo() {
     ProgramState& s = m.state;
     if (!s.NoExif) {
-        m.info.ReadPictureInfo();
+        m.info.ReadPictureInfo(*m_turned.Facts());
         if (m_turned.IsUpright()) s.ExpOrientation = 1;
         if (!s.ImageLoaded) {
             SetPictureCommands(true);

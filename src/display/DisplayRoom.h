@@ -64,17 +64,19 @@ public:
 
 private:
     // The three steps of a picture.
-    std::string LoadCurrent(); // the reader's error, which a placeholder may stand for
+    std::string LoadCurrent(const std::optional<FileLook>&
+                                look); // the reader's error, which a placeholder may stand for
     void ShowLoaded(const PictureRequest& request, const std::string& error);
     void TellShown(const PictureRequest& request);
 
     void ForgetLastPicture();
     void BeginPicture();
-    std::string LoadPicture();
+    std::string LoadPicture(const std::optional<FileLook>& look);
     void ShowPlaceholder(const std::string& error);
     void ShowLoadError(const std::string& error);
     void ReadInfo();
     bool IsLastRow() const;
+    bool IsFits() const; // what is shown is a telescope's picture
     void PlayPictureSound();
     void TellFitsError(const std::string& error);
     void UpdatePictureWindows(); // to the current file; at a clip or page the 1:1 window is blank

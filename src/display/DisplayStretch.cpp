@@ -1,7 +1,6 @@
 // Pictures of telescopes as they are stretched otherwise while they stand on the screen.
 #include "display/DisplayRoom.h"
 #include "display/frmStretch.h"
-#include "imaging/fits/FitsFile.h"
 
 #include <QAction>
 
@@ -17,9 +16,12 @@ void DisplayRoom::StretchButton_Click() {
     m_stretch->Form_Load();
 }
 
+bool DisplayRoom::IsFits() const {
+    return !m_placeholder && m_turned.Facts() && m_turned.Facts()->header.fits;
+}
+
 void DisplayRoom::FollowStretch() {
-    const bool fits = !m_placeholder && IsFitsFile(m.state.Filename);
-    SetEnabled(m.controls.StretchButton, fits);
+    SetEnabled(m.controls.StretchButton, IsFits());
     if (m_stretch && m_stretch->isVisible()) m_stretch->Follow();
 }
 
@@ -33,7 +35,7 @@ void DisplayRoom::ShowStretched(const QImage& pixels) {
 
 void DisplayRoom::Restretch() {
     ProgramState& s = m.state;
-    if (m_placeholder || !IsFitsFile(s.Filename)) return;
+    if (!IsFits()) return;
     ImgX picture;
     const std::string error = picture.LoadFile(s.Filename, WantedPixels(), m.ahead);
     if (!picture.HasImage()) {

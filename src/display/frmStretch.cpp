@@ -131,9 +131,10 @@ void frmStretch::ReadPicture() {
     const ProgramState& s = m.state;
     if (!isVisible() || s.SlideViewing || s.BatchRuns) return;
     m_pixels.reset();
-    if (s.ImageLoaded && IsFitsFile(s.Filename)) {
+    const auto facts = s.ImgXfull.Facts();
+    if (s.ImageLoaded && facts && facts->header.fits) {
         std::string error; // was told when the picture was shown
-        const QSize least = LeastFor(ImgX::ReadFileInfo(s.Filename), wanted());
+        const QSize least = LeastFor(facts->header.size, wanted());
         auto pixels = FitsPixels::Read(s.Filename, least.width(), least.height(), error);
         if (pixels) m_pixels = std::make_unique<FitsPixels>(std::move(*pixels));
     }
@@ -143,8 +144,7 @@ void frmStretch::ReadPicture() {
         SetSliders(false);
         return;
     }
-    const FileIdentity file = PictureLoader::Identify(s.Filename);
-    m_file = {file.device, file.inode, m_pixels->Bits(), m_pixels->Channels()};
+    m_file = {facts->look.device, facts->look.inode, m_pixels->Bits(), m_pixels->Channels()};
     const StretchChoice choice = CurrentStretchChoice();
     StretchChoice bent = choice;
     bent.linear = false;

@@ -34,7 +34,8 @@ ReadPicture PictureReading::Read(const std::string& path, QSize wanted) {
     }
     m_info.ImageWidth = read.picture.Width();
     m_info.ImageHeight = read.picture.Height();
-    m_reader.ReadPictureInfo(m_info);
+    const PictureFacts& facts = *read.picture.Facts();
+    m_reader.ReadPictureInfo(m_info, PictureFile(facts.look, facts.front));
     if (!read.picture.IsUpright()) TurnUpright(m_info.ExpOrientation, read.picture);
     return read;
 }

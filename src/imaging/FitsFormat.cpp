@@ -11,9 +11,8 @@ namespace {
 
 constexpr long long kWorkBytes = 28; // a pixel of three colours, as samples, values and light
 
-// The library opens files by name: this one is the very file that is open here.
 std::string NameOf(std::FILE* file) {
-    return "/proc/self/fd/" + std::to_string(::fileno(file));
+    return NameOfOpen(::fileno(file));
 }
 
 QSize FitsSize(std::FILE* file, std::string& error) {

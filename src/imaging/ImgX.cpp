@@ -38,8 +38,13 @@ std::string ImgX::LoadFile(const std::string& path, QSize wanted) {
 }
 
 std::string ImgX::LoadFile(const std::string& path, QSize wanted, PicturesAhead& ahead) {
+    return LoadFile(path, wanted, ahead, PictureLoader::LookAt(path));
+}
+
+std::string ImgX::LoadFile(const std::string& path, QSize wanted, PicturesAhead& ahead,
+                           const FileLook& now) {
     std::string error;
-    auto source = ahead.Take(path, wanted);
+    auto source = ahead.Take(path, wanted, now);
     const bool ready = source != nullptr;
     if (!ready) source = PictureLoader::Open(path, error);
     if (!source) {
@@ -64,7 +69,7 @@ std::string ImgX::Load(std::shared_ptr<PictureSource> source, QSize least) {
     std::string error;
     m_pixels = source->Decode(least, error);
     if (m_pixels.isNull()) return error;
-    m_upright = source->IsUpright();
+    m_facts = source->Facts();
     m_colorRemark = source->ColorRemark();
     const bool reduced = !least.isEmpty() && m_pixels.size() != source->Size() && source->Reduces();
     m_size = reduced ? source->Size() : m_pixels.size();

@@ -32,6 +32,10 @@ public:
     // there for the way back.
     std::string LoadFile(const std::string& path, QSize wanted, PicturesAhead& ahead);
 
+    // The same for the file as it was at a look just taken.
+    std::string LoadFile(const std::string& path, QSize wanted, PicturesAhead& ahead,
+                         const FileLook& now);
+
     // The toolkit's own reader, for files that LoadFile refuses. Same result.
     std::string LoadWithSystemReader(const std::string& path);
 
@@ -79,7 +83,10 @@ public:
     void FetchAll();
 
     // Whether the reader has turned the picture upright itself.
-    bool IsUpright() const { return m_upright; }
+    bool IsUpright() const { return m_facts && m_facts->header.upright; }
+
+    // Of the file that was loaded; null for a picture that comes from none.
+    const std::shared_ptr<const PictureFacts>& Facts() const { return m_facts; }
 
     // What is to be said of the picture's colour profile; mostly empty.
     const std::string& ColorRemark() const { return m_colorRemark; }
@@ -103,7 +110,7 @@ private:
     mutable QImage m_shown;        // the outcome, null until it is asked for
     std::string m_error;
     std::string m_colorRemark;
-    bool m_upright = false;
+    std::shared_ptr<const PictureFacts> m_facts;
 };
 
 } // namespace tarn

@@ -6,6 +6,7 @@
 #include "imaging/Pixels.h"
 #include "imaging/fits/FitsFile.h"
 #include "imaging/fits/FitsHeader.h"
+#include "imaging/fits/FitsLines.h"
 #include "imaging/fits/ScreenStretch.h"
 
 #include <QColorSpace>
@@ -59,23 +60,24 @@ bool FitsIntoMemory(QSize size) {
            PictureMemoryLimit() / kBytesPerPixel;
 }
 
-std::int64_t Nanoseconds(const timespec& time) {
-    return std::int64_t(time.tv_sec) * 1'000'000'000 + time.tv_nsec;
-}
-
-FileIdentity IdentityOf(const struct stat& facts, bool stretched) {
-    return {static_cast<std::int64_t>(facts.st_dev),
-            static_cast<std::int64_t>(facts.st_ino),
-            facts.st_size,
-            Nanoseconds(facts.st_mtim),
-            Nanoseconds(facts.st_ctim),
-            stretched ? StretchGeneration() : 0};
-}
-
-FileIdentity IdentityOf(std::FILE* file, const PictureFormat& format) {
+FileLook LookOf(std::FILE* file) {
     struct stat facts {};
-    if (::fstat(::fileno(file), &facts) != 0) return {};
-    return IdentityOf(facts, &format == &kFitsFormat);
+    return ::fstat(::fileno(file), &facts) == 0 ? tarn::LookOf(facts) : FileLook();
+}
+
+std::optional<std::string> FrontOf(std::FILE* file) {
+    std::string front(kFileFront, '\0');
+    std::size_t filled = 0;
+    while (filled < front.size()) {
+        const ssize_t count = ::pread(::fileno(file), front.data() + filled, front.size() - filled,
+                                      static_cast<off_t>(filled));
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0 && filled == 0) return {};
+        if (count <= 0) break;
+        filled += static_cast<std::size_t>(count);
+    }
+    front.resize(filled);
+    return front;
 }
 
 // Libraries throw when memory is short; a worker thread would end the program.
@@ -101,7 +103,7 @@ std::shared_ptr<PictureSource> MakeSource(const std::string& path, std::FILE* fi
                 std::to_string(size.height()) + " pixels does not fit into memory";
         return nullptr;
     }
-    return std::make_shared<PictureSource>(path, format, size, IdentityOf(file, format));
+    return std::make_shared<PictureSource>(path, format, size, LookOf(file));
 }
 
 PictureHeader HeaderOf(const FileHandle& file) {
@@ -135,8 +137,9 @@ QImage PictureSource::Decode(QSize wanted, std::string& error) {
     if (!Covers(wanted)) {
         const FileHandle file = OpenFile(m_path, error);
         if (!file) return {};
-        const FileIdentity identity = IdentityOf(file.get(), m_format);
-        if (!identity.IsSameFile(m_identity) || SizeOf(m_format, file.get(), error) != m_size) {
+        const FileLook look = LookOf(file.get());
+        const std::int64_t generation = StretchGeneration();
+        if (!look.IsSameFile(m_look) || SizeOf(m_format, file.get(), error) != m_size) {
             error = "The file has changed";
             return {};
         }
@@ -148,7 +151,8 @@ QImage PictureSource::Decode(QSize wanted, std::string& error) {
         m_decoded = decoded;
         m_decodeError = error;
         ShowOwnColors(file.get());
-        m_identity = identity;
+        m_generation = generation;
+        TakeFacts(file.get(), look);
     }
     error = m_decodeError;
     return m_decoded;
@@ -163,6 +167,31 @@ void PictureSource::ShowOwnColors(std::FILE* file) {
     if (profile.empty()) profile = m_decoded.colorSpace().iccProfile().toStdString();
     m_colorRemark = ToScreenColors(m_decoded, profile);
     m_decoded.setColorSpace({});
+}
+
+// More pixels of the same file bring no new facts.
+void PictureSource::TakeFacts(std::FILE* file, const FileLook& look) {
+    if (m_facts && m_facts->look == look) return;
+    const bool fits = &m_format == &kFitsFormat;
+    std::string error;
+    m_look = look;
+    m_facts = std::make_shared<PictureFacts>(
+        PictureFacts{look,
+                     {m_size, IsUpright(), fits},
+                     FrontOf(file),
+                     fits ? FitsLinesOf(NameOfOpen(::fileno(file))) : std::vector<std::string>()});
+}
+
+bool PictureSource::IsOutOfDate() const {
+    return &m_format == &kFitsFormat && m_generation != StretchGeneration();
+}
+
+void PictureSource::TimesWereSet(const FileLook& now) {
+    m_look = now;
+    if (!m_facts) return;
+    auto facts = std::make_shared<PictureFacts>(*m_facts);
+    facts->look = now;
+    m_facts = std::move(facts);
 }
 
 bool PictureSource::IsUpright() const {
@@ -203,10 +232,9 @@ PictureHeader PictureLoader::ReadHeader(int file) {
     return HeaderOf(Buffered(::fcntl(file, F_DUPFD_CLOEXEC, 0), error));
 }
 
-FileIdentity PictureLoader::Identify(const std::string& path) {
+FileLook PictureLoader::LookAt(const std::string& path) {
     struct stat facts {};
-    if (::stat(path.c_str(), &facts) != 0) return {};
-    return IdentityOf(facts, S_ISREG(facts.st_mode) && IsFitsFile(path));
+    return ::stat(path.c_str(), &facts) == 0 ? LookOf(facts) : FileLook();
 }
 
 std::shared_ptr<PictureSource> PictureLoader::Open(const std::string& path, std::string& error) {

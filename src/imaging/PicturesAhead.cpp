@@ -3,6 +3,7 @@
 #include "imaging/Pixels.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <unistd.h>
 
@@ -72,11 +73,12 @@ struct PicturesAhead::Picture {
     bool wished = true;
     bool taken = false;
     std::int64_t bytes = 0; // held, or needed as far as known
-    FileIdentity identity;
+    bool unseen = false;    // wished once more since a worker has looked at the file
+    FileLook look;
     std::shared_ptr<PictureSource> source;
 
-    bool IsStale() const {
-        return state == State::Ready && PictureLoader::Identify(wish.path) != identity;
+    bool IsStale(const FileLook& now) const {
+        return state == State::Ready && (now != look || source->IsOutOfDate());
     }
     // Nobody else shows it.
     bool IsFree() const { return state == State::Ready && source.use_count() == 1; }
@@ -113,6 +115,7 @@ void PicturesAhead::Expect(const std::vector<PictureWish>& wishes) {
         for (const PictureWish& wish : wishes) {
             auto picture = Wished(wish);
             picture->wished = true;
+            picture->unseen = picture->state == Picture::State::Ready;
             if (std::find(next.begin(), next.end(), picture) == next.end()) next.push_back(picture);
         }
         for (const auto& picture : m_pictures) {
@@ -128,7 +131,8 @@ void PicturesAhead::Expect(const std::vector<PictureWish>& wishes) {
 // What is at hand for the wish, or a new one.
 std::shared_ptr<PicturesAhead::Picture> PicturesAhead::Wished(const PictureWish& wish) const {
     auto found = Find(wish.path, wish.wanted);
-    if (found && found->state != Picture::State::Failed && !found->IsStale()) return found;
+    if (found && found->state != Picture::State::Failed && !found->IsStale(found->look))
+        return found;
     auto made = std::make_shared<Picture>();
     made->wish = wish;
     return made;
@@ -152,12 +156,17 @@ void PicturesAhead::Drop(const Picture* picture) {
 }
 
 std::shared_ptr<PictureSource> PicturesAhead::Take(const std::string& path, QSize wanted) {
+    return Take(path, wanted, PictureLoader::LookAt(path));
+}
+
+std::shared_ptr<PictureSource> PicturesAhead::Take(const std::string& path, QSize wanted,
+                                                   const FileLook& now) {
     std::unique_lock lock(m_mutex);
     const auto picture = Find(path, wanted);
     if (!picture) return nullptr;
     picture->wished = true; // so that it stays once it is ready
     m_changed.wait(lock, [&] { return picture->state != Picture::State::Decoding; });
-    if (picture->state != Picture::State::Ready || picture->IsStale()) {
+    if (picture->state != Picture::State::Ready || picture->IsStale(now)) {
         Drop(picture.get());
         return nullptr;
     }
@@ -175,17 +184,19 @@ void PicturesAhead::Keep(const std::string& path, QSize wanted,
     picture->wished = false;
     picture->taken = true;
     picture->bytes = source->BytesHeld();
-    picture->identity = source->Identity();
+    picture->look = source->Facts()->look;
     picture->source = std::move(source);
     if (MakeRoom(0, picture->bytes)) m_pictures.push_back(std::move(picture));
 }
 
 void PicturesAhead::TimesWereSet(const std::string& path) {
-    const FileIdentity now = PictureLoader::Identify(path);
+    const FileLook now = PictureLoader::LookAt(path);
     const std::lock_guard lock(m_mutex);
-    for (const auto& picture : m_pictures)
-        if (picture->wish.path == path && picture->identity.IsSameFile(now))
-            picture->identity = now;
+    for (const auto& picture : m_pictures) {
+        if (picture->wish.path != path || !picture->look.IsSameFile(now)) continue;
+        picture->look = now;
+        if (picture->source) picture->source->TimesWereSet(now);
+    }
 }
 
 std::int64_t PicturesAhead::Used() const {
@@ -203,7 +214,9 @@ std::int64_t PicturesAhead::BytesHeld() const {
 
 void PicturesAhead::WaitUntilDone() {
     std::unique_lock lock(m_mutex);
-    m_changed.wait(lock, [&] { return m_working == 0 && !NextToDecode() && m_dropped.empty(); });
+    m_changed.wait(lock, [&] {
+        return m_working == 0 && !NextToLookAt() && !NextToDecode() && m_dropped.empty();
+    });
 }
 
 // Room for so many bytes more, if need be by what is wished after the picture at that place.
@@ -231,6 +244,12 @@ std::shared_ptr<PicturesAhead::Picture> PicturesAhead::NextToDecode() {
     return nullptr;
 }
 
+std::shared_ptr<PicturesAhead::Picture> PicturesAhead::NextToLookAt() const {
+    const auto found = std::find_if(m_pictures.begin(), m_pictures.end(),
+                                    [](const auto& each) { return each->wished && each->unseen; });
+    return found == m_pictures.end() ? nullptr : *found;
+}
+
 void PicturesAhead::Work() {
     std::unique_lock lock(m_mutex);
     while (!m_ends) {
@@ -246,10 +265,32 @@ void PicturesAhead::Work() {
             Decode(*picture, lock);
             --m_working;
             m_changed.notify_all();
+        } else if (const auto known = NextToLookAt()) {
+            ++m_working;
+            LookAgain(known, lock);
+            --m_working;
+            m_changed.notify_all();
         } else {
             m_changed.wait(lock);
         }
     }
+}
+
+// A wished picture whose file is another one by now waits to be decoded anew.
+void PicturesAhead::LookAgain(const std::shared_ptr<Picture>& picture,
+                              std::unique_lock<std::mutex>& lock) {
+    picture->unseen = false;
+    const FileLook before = picture->look;
+    lock.unlock();
+    const FileLook now = PictureLoader::LookAt(picture->wish.path);
+    lock.lock();
+    // Not where the program has set the times meanwhile, or the picture has been given away.
+    const auto place = std::find(m_pictures.begin(), m_pictures.end(), picture);
+    if (now == before || picture->look != before || place == m_pictures.end()) return;
+    if (picture->taken || !picture->wished) return;
+    auto anew = std::make_shared<Picture>();
+    anew->wish = picture->wish;
+    m_dropped.push_back(std::exchange(*place, std::move(anew)));
 }
 
 // The header tells what memory it takes; without room the picture goes back among those waiting.
@@ -281,7 +322,7 @@ void PicturesAhead::Decode(Picture& picture, std::unique_lock<std::mutex>& lock)
 void PicturesAhead::Finish(Picture& picture, std::shared_ptr<PictureSource> source) {
     picture.state = source ? Picture::State::Ready : Picture::State::Failed;
     picture.bytes = source ? source->BytesHeld() : 0;
-    if (source) picture.identity = source->Identity();
+    if (source) picture.look = source->Facts()->look;
     picture.source = std::move(source);
     // Some formats tell their size only when they are decoded.
     if (!picture.wished || Used() > m_budget) Drop(&picture);

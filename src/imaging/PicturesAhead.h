@@ -42,11 +42,13 @@ public:
     // What to decode while nothing else happens, the nearest first. Replaces what was wished
     // before; what was decoded and is wished no more goes, but for what was taken or kept since
     // the last call: the picture now shown is the first on the way back. What the budget has no
-    // room for waits.
+    // room for waits. Asks the disk nothing: the workers look whether what is at hand is still so.
     void Expect(const std::vector<PictureWish>& wishes);
 
     // The file's source with at least these pixels decoded, if they are ready or in the making
-    // (then it waits for them). Null when they are not, or when the file is another one by now.
+    // (then it waits for them). Null when they are not, or when the file is another one by now,
+    // which `now` shows, a look at it just taken.
+    std::shared_ptr<PictureSource> Take(const std::string& path, QSize wanted, const FileLook& now);
     std::shared_ptr<PictureSource> Take(const std::string& path, QSize wanted);
 
     // A source that was decoded elsewhere, as if it had been taken.
@@ -67,8 +69,10 @@ private:
 
     void Work();
     void Decode(Picture& picture, std::unique_lock<std::mutex>& lock);
+    void LookAgain(const std::shared_ptr<Picture>& picture, std::unique_lock<std::mutex>& lock);
     void Finish(Picture& picture, std::shared_ptr<PictureSource> source);
     std::shared_ptr<Picture> NextToDecode();
+    std::shared_ptr<Picture> NextToLookAt() const;
     bool MakeRoom(std::size_t before, std::int64_t bytes);
     std::int64_t Used() const;
     std::shared_ptr<Picture> Find(const std::string& path, QSize wanted) const;

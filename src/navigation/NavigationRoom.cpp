@@ -92,8 +92,8 @@ void NavigationRoom::FileListBox_Click() {
     SetCrashFile(s.Filename);
 
     std::string error;
-    const auto modified = m.files.ModifiedTime(s.Filename, &error);
-    if (!modified) {
+    const auto look = m.files.Look(s.Filename, &error);
+    if (!look) {
         // Named is the file from which the user came.
         m.shell.ShowError(error + " - " + before);
         s.FileModifiedText.clear();
@@ -101,13 +101,13 @@ void NavigationRoom::FileListBox_Click() {
         m.current.Tell(); // no note beside another file
         return;
     }
-    s.FileModifiedText = FormatDateText(FromFileTime(*modified));
+    s.FileModifiedText = FormatDateText(FromFileTime(look->seconds));
     s.VideoPending = false;
     const bool recorded = RecordSelection(row);
     if (s.ShowsText()) m.current.ShowAs(FileKind::Picture);
     m_historyList.GiveUp();
     m.video.CloseVideoClip();
-    ShowChosenFile();
+    ShowChosenFile(*look);
     if (!recorded) m.shell.ShowError("Folder history is full - " + s.FileNameOnly);
 }
 
@@ -121,7 +121,7 @@ bool NavigationRoom::RecordSelection(int row) {
     return kept != nullptr;
 }
 
-void NavigationRoom::ShowChosenFile() {
+void NavigationRoom::ShowChosenFile(const FileLook& look) {
     const ProgramState& s = m.state;
     if (IsListedType(s.VideoTypes, s.FileType)) {
         ShowVideo();
@@ -130,7 +130,7 @@ void NavigationRoom::ShowChosenFile() {
     if (IsListedType(s.WebTypes, s.FileType))
         m.video.Load_web();
     else
-        ShowPictureOrText();
+        ShowPictureOrText(look);
 }
 
 void NavigationRoom::ShowVideo() {
@@ -140,15 +140,18 @@ void NavigationRoom::ShowVideo() {
     m.video.ShowVideoFile();
 }
 
-void NavigationRoom::ShowPictureOrText() {
+void NavigationRoom::ShowPictureOrText(const FileLook& look) {
     m.state.EditCaption = "Edit";
     m.current.ShowAs(FileKind::Picture);
     m.display.SetPictureCommands(true);
     EnableSlideButtons(m.controls, true);
-    if (m.state.FileType == ".TXT")
+    if (m.state.FileType == ".TXT") {
         m.video.Load_web();
-    else
-        m.display.DisplayPicture(m_request);
+        return;
+    }
+    PictureRequest request = m_request;
+    request.look = look;
+    m.display.DisplayPicture(request);
 }
 
 void NavigationRoom::SelectRow(int row, const PictureRequest& request) {

@@ -64,9 +64,9 @@ private:
     bool EnterFolder(const std::string& path);
     void LoadStartFolder();
     bool RecordSelection(int row);
-    void ShowChosenFile();
+    void ShowChosenFile(const FileLook& look);
     void ShowVideo();
-    void ShowPictureOrText();
+    void ShowPictureOrText(const FileLook& look);
     void SetHistoryButtons();
 
     Context& m;

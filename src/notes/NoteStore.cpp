@@ -75,7 +75,8 @@ bool NoteStore::Load(const std::string& path) {
         return true;
     }
     const auto other = index.Find(name);
-    if (other && *other != name && ReadFrom(JoinPath(FolderOf(path), *other))) return true;
+    if (!other) return false; // as the reading has shown, too
+    if (*other != name && ReadFrom(JoinPath(FolderOf(path), *other))) return true;
     if (!m_files.Exists(path)) index.Put(name, false);
     return false;
 }

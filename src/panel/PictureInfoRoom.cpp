@@ -1,7 +1,6 @@
 #include "panel/PictureInfoRoom.h"
 
 #include "desk/controls/DateEntries.h"
-#include "imaging/fits/FitsLines.h"
 #include "panel/frmDate.h"
 #include "platform/QtText.h"
 
@@ -26,10 +25,9 @@ void PictureInfoRoom::FixPictureDateButton_Click() {
     m_date->ShowCurrent();
 }
 
-void PictureInfoRoom::ReadPictureInfo() {
-    m_reader.ReadPictureInfo(m.state);
-    for (std::string& line : FitsLinesOf(m.state.Filename))
-        m.state.PanelRows.push_back(std::move(line));
+void PictureInfoRoom::ReadPictureInfo(const PictureFacts& facts) {
+    m_reader.ReadPictureInfo(m.state, PictureFile(facts.look, facts.front));
+    for (const std::string& line : facts.fitsLines) m.state.PanelRows.push_back(line);
     const MainControls& c = m.controls;
     m.state.HistoryListed = false;
     m.shell.ShowFileTexts();

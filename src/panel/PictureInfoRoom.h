@@ -19,7 +19,7 @@ public:
 
     void ConnectControls() override;
 
-    void ReadPictureInfo() override;
+    void ReadPictureInfo(const PictureFacts& facts) override;
 
     // Filename's own times become its camera date.
     Outcome SetFileDatesButton_Click() override { return SetFileDates(false); }

@@ -51,12 +51,19 @@ PictureFile::PictureFile(const std::string& path)
     m_hasContent = S_ISREG(status.st_mode);
 }
 
+PictureFile::PictureFile(const FileLook& look, const std::optional<std::string>& front)
+    : m_front(&front), m_facts{true, look.bytes, look.seconds} {}
+
 PictureFile::~PictureFile() {
     if (m_number >= 0) ::close(m_number);
 }
 
 bool PictureFile::ReadRecord(FileRecord& record) const {
-    const ssize_t filled = m_hasContent ? ReadFront(m_number, m_facts.size, record) : -1;
+    ssize_t filled = m_hasContent ? ReadFront(m_number, m_facts.size, record) : -1;
+    if (m_front && *m_front) {
+        filled = static_cast<ssize_t>(std::min(record.size(), (*m_front)->size()));
+        std::copy_n((*m_front)->begin(), filled, record.begin());
+    }
     if (filled < 0) return false;
     std::fill(record.begin() + filled, record.end(), std::uint8_t{0});
     return true;

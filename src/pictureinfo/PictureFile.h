@@ -1,13 +1,16 @@
 // The one look at a picture file that the reader takes.
 #pragma once
 
+#include "common/file_look.h"
+
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace tarn {
 
-inline constexpr int kRecordSize = 20041;
+inline constexpr int kRecordSize = kFileFront;
 using FileRecord = std::array<std::uint8_t, kRecordSize>;
 
 struct FileFacts {
@@ -22,6 +25,10 @@ FileFacts ReadFileFacts(const std::string& path);
 class PictureFile {
 public:
     explicit PictureFile(const std::string& path);
+
+    // The same of a file that was read before: its first bytes, which outlive this; none when they
+    // could not be read.
+    PictureFile(const FileLook& look, const std::optional<std::string>& front);
     ~PictureFile();
     PictureFile(const PictureFile&) = delete;
     PictureFile& operator=(const PictureFile&) = delete;
@@ -34,7 +41,8 @@ public:
     bool ReadRecord(FileRecord& record) const;
 
 private:
-    int m_number;
+    int m_number = -1;
+    const std::optional<std::string>* m_front = nullptr;
     FileFacts m_facts;
     bool m_hasContent = false; // a file, no folder or pipe
 };

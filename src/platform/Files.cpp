@@ -74,14 +74,13 @@ public:
         return ::stat(a.c_str(), &one) == 0 && ::stat(b.c_str(), &other) == 0 &&
                one.st_dev == other.st_dev && one.st_ino == other.st_ino;
     }
-    std::optional<std::int64_t> ModifiedTime(const std::string& path,
-                                             std::string* error) const override {
+    std::optional<FileLook> Look(const std::string& path, std::string* error) const override {
         struct stat info {};
         if (::stat(path.c_str(), &info) != 0) {
             Say(error, std::strerror(errno));
             return {};
         }
-        return info.st_mtime;
+        return LookOf(info);
     }
     std::optional<std::vector<std::string>> FileNames(const std::string& folder,
                                                       std::string* error) const override {

@@ -1,6 +1,8 @@
 // The file system, one call a verb. Paths are bytes. Nothing throws; what cannot be done says why.
 #pragma once
 
+#include "common/file_look.h"
+
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -36,10 +38,17 @@ public:
 
     virtual bool IsWritable(const std::string& path) const = 0;
 
-    // Last modification, seconds since 1970. None, and the system's text in `error`, when the file
+    // One look at a file, which is not opened. None, and the system's text in `error`, when it
     // cannot be asked.
-    virtual std::optional<std::int64_t> ModifiedTime(const std::string& path,
-                                                     std::string* error = nullptr) const = 0;
+    virtual std::optional<FileLook> Look(const std::string& path,
+                                         std::string* error = nullptr) const = 0;
+
+    // Last modification, seconds since 1970; by a look.
+    std::optional<std::int64_t> ModifiedTime(const std::string& path,
+                                             std::string* error = nullptr) const {
+        const auto look = Look(path, error);
+        return look ? std::optional(look->seconds) : std::nullopt;
+    }
 
     // Names of the visible plain files of a folder, unsorted, by one reading of the directory: no
     // file is opened, and none is asked unless the directory does not tell its kind (a link).

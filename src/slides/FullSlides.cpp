@@ -88,25 +88,26 @@ bool FullSlides::LoadSlide() {
     m_time.Window().SetPointer(Qt::WaitCursor);
     SetCrashFile(m_file);
     std::string error;
-    const auto modified = m.files.ModifiedTime(m_file, &error);
-    if (modified) error = LoadFile();
-    if (!modified || !m_slide.HasImage()) {
+    const auto look = m.files.Look(m_file, &error);
+    if (look) error = LoadFile(*look);
+    if (!look || !m_slide.HasImage()) {
         m_copied = false; // its mark belongs to no other
         m_error = error + " - " + LastPart(m_file);
         return false;
     }
-    s.FileModifiedText = s.FileDate = FormatDateText(FromFileTime(*modified));
+    s.FileModifiedText = s.FileDate = FormatDateText(FromFileTime(look->seconds));
     TakeAsCurrentFile();
     ReadInfo();
     return true;
 }
 
 // The error of what could not be read; of a damaged file a part may be there all the same.
-std::string FullSlides::LoadFile() {
+std::string FullSlides::LoadFile(const FileLook& look) {
     ProgramState& s = m.state;
     const SlideSize box = SlideBoxOf(SlideLayout::One, m_time.Screen());
-    const QSize size = ImgX::ReadFileInfo(m_file);
-    std::string error = m_slide.LoadFile(m_file, QSize(box.width, box.height), m.ahead);
+    std::string error = m_slide.LoadFile(m_file, QSize(box.width, box.height), m.ahead, look);
+    const QSize size =
+        m_slide.HasImage() ? m_slide.Facts()->header.size : ImgX::ReadFileInfo(m_file);
     if (!m_slide.HasImage()) {
         const std::string systemError = m_slide.LoadWithSystemReader(m_file);
         if (m_slide.HasImage()) error = systemError;
@@ -127,7 +128,7 @@ void FullSlides::ReadInfo() {
     ProgramState& s = m.state;
     s.NoExif = s.ExifFound = s.DatesDiffer = false;
     std::fill_n(s.CameraDataLines.begin(), kPanelLines, std::string());
-    m.info.ReadPictureInfo();
+    m.info.ReadPictureInfo(*m_slide.Facts());
     m_orientation = m_slide.IsUpright() ? 1 : s.ExpOrientation;
 }
 

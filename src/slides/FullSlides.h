@@ -37,7 +37,7 @@ private:
 
     // One slide.
     bool LoadSlide();
-    std::string LoadFile();
+    std::string LoadFile(const FileLook& look);
     void TakeAsCurrentFile();
     void ReadInfo();
     void ShowSlide();

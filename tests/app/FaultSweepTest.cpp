@@ -198,7 +198,7 @@ struct Silent {
 constexpr Silent kSilent[] = {
     {"", "read notes/", Differs::OnScreen,
      "a note that cannot be read counts as none; a save keeps it in the wastebasket"},
-    {"", "time ", Differs::OnScreen, "the date stands empty in the panel"},
+    {"", "look ", Differs::OnScreen, "the date stands empty in the panel"},
     {"", "open pictures/", Differs::OnScreen,
      "the reader of camera data shows no message; the panel keeps its rows"},
     {"note filter", "names notes", Differs::OnScreen,

@@ -8,7 +8,7 @@ TEST(Start, TheFirstPictureRunsItsRoadUnderTheSplash) {
     d.AddPicture("a.jpg");
     bool watched = false;
     d.files.onAsk = [&](const std::string& verb, const std::string& path) {
-        if (watched || verb != "time" || !path.ends_with("a.jpg")) return "";
+        if (watched || verb != "look" || !path.ends_with("a.jpg")) return "";
         watched = true;
         EXPECT_TRUE(AppDesk::Up("frmSplash"));
         EXPECT_FALSE(d.house.window.isVisible());

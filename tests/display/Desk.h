@@ -19,8 +19,8 @@ namespace tarn::testing {
 // Its reader finds what the test says.
 struct ReadingInfo : RecordingInfo {
     using RecordingInfo::RecordingInfo;
-    void ReadPictureInfo() override {
-        RecordingInfo::ReadPictureInfo();
+    void ReadPictureInfo(const PictureFacts& facts) override {
+        RecordingInfo::ReadPictureInfo(facts);
         if (whenRead) whenRead();
     }
     std::function<void()> whenRead;

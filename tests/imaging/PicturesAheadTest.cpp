@@ -92,6 +92,24 @@ TEST_F(PicturesAheadTest, AFileThatChangedIsNotGiven) {
     EXPECT_FALSE(Has(gone));
 }
 
+TEST_F(PicturesAheadTest, WhatTheFileSaysOfItselfComesAlong) {
+    const std::string bytes = JpegBytes(TellTale(640, 480)) + std::string(kFileFront, 'x');
+    const std::string a = m_folder.Write("a.jpg", bytes);
+    const std::string small = m_folder.Write("b.png", PictureBytes(TellTale(8, 6), "PNG"));
+    Expect({{a, kBox, {}}, {small, kBox, {}}});
+    const auto source = m_ahead.Take(a, kBox);
+    ASSERT_TRUE(source);
+    EXPECT_EQ(source->Facts()->front, bytes.substr(0, kFileFront));
+    EXPECT_EQ(source->Facts()->header.size, QSize(640, 480));
+    EXPECT_EQ(source->Facts()->look, PictureLoader::LookAt(a));
+    SetFileTime(a, 2004, 6, 22, 20, 15, 30);
+    m_ahead.TimesWereSet(a);
+    EXPECT_EQ(source->Facts()->look, PictureLoader::LookAt(a));
+    const auto other = m_ahead.Take(small, kBox);
+    ASSERT_TRUE(other);
+    EXPECT_EQ(other->Facts()->front, PictureBytes(TellTale(8, 6), "PNG"));
+}
+
 TEST_F(PicturesAheadTest, AChangeIsNoticedByTheNextWishToo) {
     const std::string a = Write("a.jpg");
     Expect({{a, kBox, {}}});

@@ -119,7 +119,7 @@ struct SteppingNavigation : RecordingNavigation {
 
 struct ReadingInfo : RecordingInfo {
     ReadingInfo(Calls& written, ProgramState& s) : RecordingInfo(written), state(s) {}
-    void ReadPictureInfo() override {
+    void ReadPictureInfo(const PictureFacts&) override {
         const auto found = orientation.find(state.FileNameOnly);
         if (found != orientation.end()) state.ExpOrientation = std::int16_t(found->second);
         if (state.FileNameOnly == named) state.CameraDataLines[12] = "Camera: EOS";

@@ -37,9 +37,9 @@ public:
     bool IsFolder(const std::string& p) const override {
         return Answers("is folder", p) && real->IsFolder(p);
     }
-    std::optional<std::int64_t> ModifiedTime(const std::string& p, std::string* e) const override {
-        if (!Answers("time", p, e)) return {};
-        return real->ModifiedTime(p, e);
+    std::optional<FileLook> Look(const std::string& p, std::string* e) const override {
+        if (!Answers("look", p, e)) return {};
+        return real->Look(p, e);
     }
     std::optional<std::vector<std::string>> FileNames(const std::string& f,
                                                       std::string* e) const override {

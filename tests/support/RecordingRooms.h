@@ -108,7 +108,7 @@ struct RecordingShell : ShellCommands, Recorder {
 
 struct RecordingInfo : InfoCommands, Recorder {
     using Recorder::Recorder;
-    void ReadPictureInfo() override { Write("ReadPictureInfo"); }
+    void ReadPictureInfo(const PictureFacts&) override { Write("ReadPictureInfo"); }
     Outcome SetFileDatesButton_Click() override {
         Write("SetFileDates");
         return Outcome::Did();

@@ -13,6 +13,8 @@ class QPushButton;
 
 namespace tarn {
 
+struct PictureFacts;
+
 class NavigationCommands {
 public:
     virtual ~NavigationCommands() = default;
@@ -70,8 +72,8 @@ public:
 class InfoCommands {
 public:
     virtual ~InfoCommands() = default;
-    virtual void ReadPictureInfo() = 0;
-    virtual Outcome SetFileDatesButton_Click() = 0; // done: the times were set
+    virtual void ReadPictureInfo(const PictureFacts& facts) = 0; // of the current file
+    virtual Outcome SetFileDatesButton_Click() = 0;              // done: the times were set
 };
 
 // What the last loading of a note had to say, and which one that was.

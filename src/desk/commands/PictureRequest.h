@@ -1,6 +1,7 @@
 // How a file is to be shown when it becomes the current one.
 #pragma once
 
+#include "common/file_look.h"
 #include "desk/state/DisplayState.h"
 
 #include <optional>
@@ -12,6 +13,7 @@ struct PictureRequest {
     bool neighbours = true; // pictures that will probably come next are decoded ahead
     bool records = true;    // it is a view, to which the way back leads
     std::optional<PreviewTurns> turns = {}; // the picture comes back as it was turned before
+    std::optional<FileLook> look = {};      // at its file, where that was just taken
 };
 
 // By a window that keeps the keyboard.

@@ -335,6 +335,10 @@ std::optional<FitsSamples> ReadFitsSamples(const std::string& path, std::string&
     return samples;
 }
 
+std::string NameOfOpen(int file) {
+    return "/proc/self/fd/" + std::to_string(file);
+}
+
 bool IsFitsFile(const std::string& path) {
     // Without waiting: a pipe under that name would never answer.
     const int file = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);

@@ -33,6 +33,9 @@ std::optional<FitsHeader> ReadFitsHeader(const std::string& path, std::string& e
 // Samples and an error both when the file ends too early.
 std::optional<FitsSamples> ReadFitsSamples(const std::string& path, std::string& error);
 
+// The library opens files by name: that of the very file that is open under this number.
+std::string NameOfOpen(int file);
+
 // By its first bytes.
 bool IsFitsFile(const std::string& path);
 
