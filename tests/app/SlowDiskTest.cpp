@@ -11,6 +11,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdarg>
 #include <mutex>
 #include <thread>
@@ -90,12 +91,12 @@ namespace {
 using CallNames = std::vector<std::string>;
 
 struct SlowDesk : FilesDesk {
-    SlowDesk() : FilesDesk({}) {
+    SlowDesk() : FilesDesk(std::vector<std::string>()) {
         settings->Write("filedate_auto", "False");
         for (const char* name : {"a.jpg", "b.jpg", "c.jpg", "f.jpg", "g.jpg"})
             folder.Write(name, Behind(CanonPicture(), TellTale(300, 200)));
         folder.Write("d.fit", NightSky(120, 80, {{"OBJECT", "'M 31'"}}));
-        folder.Write("e.png", PictureBytes(TellTale(200, 300), "PNG"));
+        folder.Write("e.bmp", PictureBytes(TellTale(200, 300), "BMP"));
         notes.Write("b.enf", "of b");
         notes.Write("d.enf", "of d");
     }
@@ -136,7 +137,7 @@ TEST(SlowDisk, AStepToAPictureMadeAheadLooksAtItAndItsNoteAlone) {
     EXPECT_EQ(d.s.NoteText, "of b");
     EXPECT_EQ(d.Step(Qt::Key_N), (CallNames{"look c.jpg", "open c.enf"}));
     EXPECT_EQ(d.Step(Qt::Key_N), (CallNames{"look d.fit", "open d.enf"}));
-    EXPECT_EQ(d.Step(Qt::Key_N), (CallNames{"look e.png", "open e.enf"}));
+    EXPECT_EQ(d.Step(Qt::Key_N), (CallNames{"look e.bmp", "open e.enf"}));
     EXPECT_EQ(d.Step(Qt::Key_P), (CallNames{"look d.fit", "open d.enf"}));
     EXPECT_EQ(d.Current(), "d.fit");
     EXPECT_EQ(d.s.NoteText, "of d");
@@ -145,13 +146,16 @@ TEST(SlowDisk, AStepToAPictureMadeAheadLooksAtItAndItsNoteAlone) {
 TEST(SlowDisk, WhatIsShownIsWhatAFirstReadingShows) {
     SlowDesk d;
     d.StartWithAll();
-    for (const char* name : {"b.jpg", "c.jpg", "d.fit", "e.png"}) {
+    for (const char* name : {"b.jpg", "c.jpg", "d.fit", "e.bmp"}) {
         d.Step(Qt::Key_N);
         const std::string ahead = d.Seen();
         const QImage picture = d.c.Picture1->Picture();
         d.house.ahead.Expect({}); // what was taken stays
         d.house.ahead.Expect({});
+        d.BeginWatch();
         d.GoTo(name);
+        const CallNames calls = SlowDesk::EndWatch();
+        EXPECT_NE(std::find(calls.begin(), calls.end(), std::string("open ") + name), calls.end());
         EXPECT_EQ(d.Seen(), ahead);
         EXPECT_EQ(d.c.Picture1->Picture(), picture);
     }
