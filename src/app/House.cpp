@@ -119,6 +119,16 @@ void House::WireWindow() {
     QObject::connect(&m_resizeTimer, &QTimer::timeout, [this] { ResizeTimer_Timer(); });
     QObject::connect(controls.FileListBox, &FileListBox::diskChanged, controls.FolderChangedLabel,
                      &QLabel::setVisible);
+    Connect(controls.PictureOnlyButton, [this] {
+        shell.FocusPane(); // before what has the keyboard goes
+        window.SetPictureOnly(controls.PictureOnlyButton->isChecked());
+    });
+    window.onEscape = [this] {
+        if (state.BatchRuns)
+            state.BatchCancelled = true;
+        else
+            controls.PictureOnlyButton->trigger();
+    };
     Connect(controls.BatchCancelButton, [this] { state.BatchCancelled = true; });
     const auto font = [this](double by) {
         const double size = window.ChangeListFont(by);

@@ -6,6 +6,7 @@
 #include "imaging/PicturesAhead.h"
 #include "platform/QtText.h"
 #include "widgets/PictureBox.h"
+#include "widgets/Themes.h"
 
 #include <QLabel>
 #include <QPalette>
@@ -65,11 +66,13 @@ void DisplayRoom::PutText(PreviewKind kind, bool cut) {
     // The colours are fixed: where one cannot be read on the window, it brings a ground of its own.
     QPalette palette;
     const int window = int(palette.color(QPalette::Window).rgb() & 0xFFFFFF);
-    const bool reads = ContrastOf(text.rgb, window) >= kReadable;
-    if (!reads) palette.setColor(QPalette::Window, QColor::fromRgb(QRgb(GroundFor(text.rgb))));
+    const QColor ink = Themed(QColor::fromRgb(QRgb(text.rgb)));
+    const int rgb = int(ink.rgb() & 0xFFFFFF);
+    const bool reads = ContrastOf(rgb, window) >= kReadable;
+    if (!reads) palette.setColor(QPalette::Window, QColor::fromRgb(QRgb(GroundFor(rgb))));
     label->setAutoFillBackground(!reads);
     label->setContentsMargins(reads ? 0 : 4, 0, reads ? 0 : 4, 0);
-    palette.setColor(QPalette::WindowText, QColor::fromRgb(QRgb(text.rgb)));
+    palette.setColor(QPalette::WindowText, ink);
     label->setPalette(palette);
     label->setText(ToQt(text.text));
     label->setToolTip(ToToolTip(text.text));

@@ -1,5 +1,7 @@
 #include "display/Histogram.h"
 
+#include "widgets/Themes.h"
+
 #include <QPainter>
 
 #include <algorithm>
@@ -39,15 +41,15 @@ QSize Histogram::sizeHint() const {
 // By logarithms: the stars are a thousandth of the sky.
 void Histogram::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.fillRect(rect(), QColor(kGround, kGround, kGround));
+    painter.fillRect(rect(), Themed(QColor(kGround, kGround, kGround)));
     const double most = std::log1p(*std::max_element(m_counts.begin(), m_counts.end()));
     const double column = double(width()) / kColumns;
     for (int i = 0; most > 0 && i < kColumns; ++i) {
         const double tall = height() * std::log1p(m_counts[std::size_t(i)]) / most;
-        painter.fillRect(QRectF(i * column, height() - tall, column, tall), kColumn);
+        painter.fillRect(QRectF(i * column, height() - tall, column, tall), Themed(kColumn));
     }
     for (std::size_t i = 0; i < m_marks.size(); ++i) {
-        painter.setPen(kMarks[i]);
+        painter.setPen(Themed(kMarks[i]));
         const int x = int(std::lround(m_marks[i] * (width() - 1)));
         painter.drawLine(x, 0, x, height());
     }

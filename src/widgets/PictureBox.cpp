@@ -1,6 +1,7 @@
 #include "widgets/PictureBox.h"
 
 #include "platform/QtText.h"
+#include "widgets/Themes.h"
 
 #include <QPainter>
 
@@ -11,6 +12,10 @@ namespace tarn {
 namespace {
 
 constexpr int kHintMargin = 12;
+
+// Neutral and dark, under every theme: beside it pictures show their own colours.
+constexpr QRgb kGround = 0xFF282828;
+constexpr QRgb kHint = 0xFFB8B8B8;
 
 // Distance to the next whole pixel of the screen.
 double Fraction(double position) {
@@ -23,6 +28,9 @@ PictureBox::PictureBox(QWidget* parent) : QWidget(parent) {
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_OpaquePaintEvent); // every pixel is painted once, so nothing flickers
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    QPalette dark = palette();
+    dark.setColor(QPalette::Window, QColor(kGround));
+    setPalette(dark);
 }
 
 void PictureBox::SetPicture(const QImage& picture) {
@@ -50,7 +58,7 @@ void PictureBox::paintEvent(QPaintEvent*) {
         PaintPicture(painter);
         return;
     }
-    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.setPen(Themed(QColor(kHint)));
     painter.drawText(rect().adjusted(kHintMargin, kHintMargin, -kHintMargin, -kHintMargin),
                      Qt::AlignCenter | Qt::TextWordWrap, m_hint);
 }

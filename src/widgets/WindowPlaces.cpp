@@ -69,6 +69,16 @@ void PlaceOnScreen(QWidget& window, const QRect& place, Seen seen) {
     window.move(back.topLeft());
 }
 
+QRect OnScreen(const QRect& place, const QString& name) {
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        if (screen->name() != name || screen->geometry().contains(place.topLeft())) continue;
+        const QScreen* from = QGuiApplication::screenAt(place.topLeft());
+        const QPoint inside = from ? place.topLeft() - from->geometry().topLeft() : QPoint();
+        return QRect(screen->geometry().topLeft() + inside, place.size());
+    }
+    return place;
+}
+
 QRect PlaceOf(const QWidget& window) {
     return QRect(window.pos(), window.size());
 }

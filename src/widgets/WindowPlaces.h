@@ -18,6 +18,9 @@ enum class Seen { Part, Whole };
 // Moves and sizes a window; a place off every screen is brought back onto the nearest.
 void PlaceOnScreen(QWidget& window, const QRect& place, Seen seen = Seen::Part);
 
+// The place moved to the screen of that name, unless it lies there or there is none.
+QRect OnScreen(const QRect& place, const QString& screen);
+
 // The nearest place inside one of the screens for a rectangle; size kept where it fits.
 QRect BroughtBack(const QRect& place, const QList<QRect>& screens, Seen seen);
 

@@ -124,7 +124,8 @@ struct AppDesk {
         return rows;
     }
     std::string Status() const {
-        const auto* label = house.window.statusBar()->findChild<QLabel*>();
+        const auto* label =
+            house.window.statusBar()->findChild<QLabel*>(QStringLiteral("StatusBar1_Text"));
         return label ? label->text().toStdString() : "";
     }
     // What the window shows of one file in all places, when it agrees; else the places.

@@ -53,5 +53,20 @@ TEST(FlowRow, KeepsRoomForWhatIsReservedAlone) {
     EXPECT_GT(r.row->heightForWidth(line), r.row->heightForWidth(line + 500));
 }
 
+TEST(FlowRow, AGroupBeginsALineWhereThatKeepsItTogether) {
+    Rows r;
+    const int group = r.buttons[2]->sizeHint().width() * 3;
+    const int twoLines = r.row->WidthFor(2);
+    EXPECT_LT(twoLines, group + 30);
+    for (const int width : {twoLines, r.row->LineWidth() - 1}) {
+        r.LayOut(width);
+        EXPECT_EQ(r.Line(2), r.Line(0)) << width;
+        EXPECT_GT(r.Line(3), r.Line(0)) << width;
+        EXPECT_EQ(r.Line(5), r.Line(3)) << width;
+    }
+    r.LayOut(twoLines - 1);
+    EXPECT_GT(r.Line(5), r.Line(3));
+}
+
 } // namespace
 } // namespace tarn

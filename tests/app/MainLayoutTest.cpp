@@ -19,6 +19,22 @@ TEST(MainLayout, TheSplitterStopsAtWholeRows) {
     EXPECT_EQ(SnapSplitter(INT_MAX) % 224, 0); // a hand-edited value
 }
 
+TEST(MainLayout, HandlesLieBetweenWhatTheyPart) {
+    LayoutMeasures m;
+    m.treeWidth = 300;
+    m.folderBarHeight = 28;
+    m.toolsHeight = 30;
+    m.notesWidth = 400;
+    m.panelHeight = 200;
+    m.messageHeight = 24;
+    const MainLayout l = LayOut(QSize(1400, 900), m);
+    EXPECT_GT(l.treeHandle.left(), l.splitter.right());
+    EXPECT_LT(l.treeHandle.right(), l.picture.left());
+    EXPECT_GT(l.stripHandle.top(), l.picture.bottom());
+    EXPECT_LT(l.stripHandle.bottom(), l.exif.top() + 3); // in the frames' margin
+    EXPECT_EQ(l.notesHandle.left() + l.notesHandle.width() / 2, l.notes.left());
+}
+
 TEST(WindowPlaces, APlaceOffEveryScreenIsBroughtBack) {
     const QList<QRect> screens{QRect(0, 0, 1600, 1000), QRect(1600, 0, 800, 600)};
     const QRect seen(100, 100, 900, 700);

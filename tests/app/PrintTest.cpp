@@ -7,6 +7,8 @@
 
 #include <QDate>
 
+#include <cmath>
+
 namespace tarn::testing {
 namespace {
 
@@ -166,7 +168,9 @@ TEST(Print, FilesThatAreNoPicturesAndExtremeOnes) {
     ASSERT_EQ(d.printing.pages.size(), 1U);
     const auto boxes = All<PaperBox>(d.printing.pages[0]);
     ASSERT_EQ(boxes.size(), 4U);
-    EXPECT_EQ(Place(boxes[2]), "7900 550 7 1995");
+    // One pixel beside as many as the pane has.
+    const auto width = std::to_string(std::lround(1995.0 / d.s.PreviewHeight));
+    EXPECT_EQ(Place(boxes[2]), "7900 550 " + width + " 1995");
     EXPECT_EQ(d.Current(), "a.jpg");
     EXPECT_TRUE(d.s.ImageLoaded);
     EXPECT_EQ(d.s.FileType, ".JPG");

@@ -37,7 +37,8 @@ std::string OtherText(const SettingRow& row, int i) {
 
 bool IsKeptInRange(const std::string& key) {
     return key == "thumbnail_size" || key == "textcolor_index" || key == "CvtJpgQ" ||
-           key == "convert_jpg_type" || (key.find("slide") == 0 && EndsWith(key, "_index"));
+           key == "convert_jpg_type" || key == "theme" ||
+           (key.find("slide") == 0 && EndsWith(key, "_index"));
 }
 
 TEST(Settings, EveryKeyIsReadAndWrittenBack) {
@@ -53,10 +54,10 @@ TEST(Settings, EveryKeyIsReadAndWrittenBack) {
         first.store->Write(row.key, OtherText(row, ++i));
         EXPECT_TRUE(keys.insert(row.key).second) << row.key;
     }
-    EXPECT_EQ(elsewhere,
-              (std::set<std::string>{"CvtJpgQ", "HistCur", "HistHigh", "convert_jpg_type",
-                                     "slidebackground_index", "slidefont_index",
-                                     "slidefontsize_index", "textcolor_index", "thumbnail_size"}));
+    EXPECT_EQ(elsewhere, (std::set<std::string>{"CvtJpgQ", "HistCur", "HistHigh",
+                                                "convert_jpg_type", "slidebackground_index",
+                                                "slidefont_index", "slidefontsize_index",
+                                                "textcolor_index", "theme", "thumbnail_size"}));
     ProgramState state;
     LoadSettings(state, *first.store);
     Store second;

@@ -79,7 +79,8 @@ std::string OneFile::Names() const {
     const bool named = !s.FileNameOnly.empty();
     if (named && s.FileNameOnly != LastPart(s.Filename))
         faults += Differ("FileNameOnly", s.FileNameOnly, LastPart(s.Filename));
-    const auto* status = m.house().window.statusBar()->findChild<QLabel*>();
+    const auto* status =
+        m.house().window.statusBar()->findChild<QLabel*>(QStringLiteral("StatusBar1_Text"));
     const std::string said = status ? FromQt(status->text()) : "";
     // A folder that cannot be entered leaves the list as it is, and this is said of it.
     const bool refused = said == "Nothing to display in current folder.";

@@ -14,11 +14,13 @@
 #include "widgets/FolderTreeview.h"
 #include "widgets/PictureBox.h"
 #include "widgets/ShownWindows.h"
+#include "widgets/Themes.h"
 #include "widgets/WindowPlaces.h"
 
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 
 #include <algorithm>
 
@@ -35,6 +37,7 @@ bool Lifecycle::Form_Initialize(const std::string& imagingError) {
         m.dialogs.Message(Dialogs::Icon::Critical, "ImgX4.dll missing error", imagingError);
         return false;
     }
+    ApplyTheme(static_cast<Theme>(LoadTheme(m.settings))); // the splash has it already
     m.state.Version_Detail = "Built " __DATE__ " by the Tarn View team";
     m_splash = std::make_unique<frmSplash>(m.state.Version, m.state.Version_Detail);
     m_splash->show();
@@ -70,7 +73,7 @@ void Lifecycle::Form_Load(const std::string& argument) {
     m.controls.FolderTreeview1->Reveal(s.StartFolder);
     s.FilterActive = false;
     s.FormLoadDone = true;
-    m_window.show();
+    ShowWindow();
     s.MainStartWidth = m_window.width() * kTwipsPerPixel;
     s.MainStartHeight = m_window.height() * kTwipsPerPixel;
     m_window.setWindowTitle(m_window.windowTitle() + QStringLiteral(" - ") + ToQt(s.Version));
@@ -116,13 +119,32 @@ void Lifecycle::RestorePlace() {
     const auto pixels = [](float twips) { // a hand-edited number may be beyond every whole one
         return static_cast<int>(std::clamp(twips, -1e6F, 1e6F)) / kTwipsPerPixel;
     };
-    // The size may be that of the whole screen, and the place that of the window before.
-    PlaceOnScreen(m_window, QRect(QPoint(pixels(s.MainLeft), pixels(s.MainTop)), size),
-                  Seen::Whole);
+    const QPoint place(pixels(s.MainLeft), pixels(s.MainTop));
+    if (s.MainMaximised) {
+        QSize normal = size;
+        if (s.MainNormalWidth >= 1) normal.setWidth(s.MainNormalWidth / kTwipsPerPixel);
+        if (s.MainNormalHeight >= 1) normal.setHeight(s.MainNormalHeight / kTwipsPerPixel);
+        m_normal = OnScreen(QRect(place, normal), ToQt(s.MainScreen));
+        PlaceOnScreen(m_window, m_normal, Seen::Whole);
+        m_window.resize(size.boundedTo(m_window.screen()->availableSize()));
+    } else {
+        // The size may be that of the whole screen, and the place that of the window before.
+        PlaceOnScreen(m_window, QRect(place, size), Seen::Whole);
+    }
     // The first picture is fitted into the pane that the window will show.
-    m_window.LayOutNow();
+    m_window.SetPanes({.tree = s.TreeWidth / kTwipsPerPixel,
+                       .strip = s.StripHeight / kTwipsPerPixel,
+                       .notes = s.NotesWidth / kTwipsPerPixel});
     m_window.SetSplitterTop(s.SplitterTop >= 1 ? s.SplitterTop : m_window.DesignSplitterTop());
     MeasurePane();
+}
+
+// It has the size of the maximised window by now, for the first picture; what it goes back to is
+// told to the window system at the last moment.
+void Lifecycle::ShowWindow() {
+    if (!m.state.MainMaximised) return m_window.show();
+    PlaceOnScreen(m_window, m_normal, Seen::Whole);
+    m_window.showMaximized();
 }
 
 void Lifecycle::ClearTexts() {
@@ -163,7 +185,17 @@ void Lifecycle::KeepPlaces() {
     }
     s.MainWidth = m_window.width() * kTwipsPerPixel;
     s.MainHeight = m_window.height() * kTwipsPerPixel;
+    s.MainMaximised = m_window.isMaximized();
+    s.MainScreen = FromQt(m_window.screen()->name());
+    const QSize normal = s.MainNormal ? m_window.size() : m_window.normalGeometry().size();
+    if (!normal.isEmpty()) {
+        s.MainNormalWidth = normal.width() * kTwipsPerPixel;
+        s.MainNormalHeight = normal.height() * kTwipsPerPixel;
+    }
     s.SplitterTop = m_window.SplitterTop();
+    s.TreeWidth = m_window.Panes().tree * kTwipsPerPixel;
+    s.StripHeight = m_window.Panes().strip * kTwipsPerPixel;
+    s.NotesWidth = m_window.Panes().notes * kTwipsPerPixel;
     for (Room* room : m_rooms) room->KeepValues();
 }
 

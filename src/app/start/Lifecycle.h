@@ -5,6 +5,8 @@
 #include "desk/Context.h"
 #include "desk/Room.h"
 
+#include <QRect>
+
 #include <memory>
 #include <string>
 #include <vector>
@@ -45,6 +47,7 @@ private:
     void MeasurePane();
     void ReadSettings();
     void RestorePlace();
+    void ShowWindow();
     void ClearTexts();
     void SelectStartFile();
     void SayWhatIsAmiss();
@@ -58,6 +61,7 @@ private:
     std::vector<Room*> m_rooms;
     std::unique_ptr<frmSplash> m_splash;
     StartPath m_start;
+    QRect m_normal; // of a window that comes back maximised
 };
 
 } // namespace tarn

@@ -2,6 +2,7 @@
 
 #include "platform/ProgramFiles.h"
 #include "platform/QtText.h"
+#include "widgets/Themes.h"
 
 #include <QGuiApplication>
 #include <QPainter>
@@ -42,7 +43,7 @@ frmSplash::frmSplash(const std::string& version, const std::string& detail)
 }
 
 void frmSplash::paintEvent(QPaintEvent*) {
-    QPainter(this).drawPixmap(0, 0, m_picture);
+    QPainter(this).drawImage(0, 0, Themed(m_picture.toImage()));
 }
 
 void frmSplash::mousePressEvent(QMouseEvent*) {

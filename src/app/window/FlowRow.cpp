@@ -81,17 +81,36 @@ QSize FlowRow::LeastSize(const Cell& cell, Room room) {
             Wanted(*cell.item).height()};
 }
 
-// The controls at their least sizes, each in the first line that has room for it.
+// Of the controls from this one on that belong to its group.
+int FlowRow::GroupWidth(const Cell* first, Room room) const {
+    int width = -m_gap;
+    for (const Cell* each = first; each != m_cells.data() + m_cells.size(); ++each)
+        if (each->group != first->group)
+            break;
+        else if (Counts(*each, room))
+            width += m_gap + LeastSize(*each, room).width();
+    return width;
+}
+
+// The controls at their least sizes, each in the first line that has room for it; a group begins a
+// line of its own where that keeps it together.
 std::vector<FlowRow::Line> FlowRow::Wrap(int width, Room room) const {
     std::vector<Line> lines;
     const Cell* before = nullptr;
     for (const Cell& cell : m_cells) {
         if (!Counts(cell, room)) continue;
+        if (before && before->group != cell.group) {
+            const int group = GroupWidth(&cell, room);
+            if (group <= width && lines.back().width + m_groupGap + group > width) {
+                lines.emplace_back();
+                before = nullptr;
+            }
+        }
         QSize size = LeastSize(cell, room);
         size.setWidth(std::min(size.width(), std::max(width, 1)));
         int left = 0;
         if (before) left = lines.back().width + (before->group == cell.group ? m_gap : m_groupGap);
-        if (!before || left + size.width() > width) {
+        if (lines.empty() || left + size.width() > width) {
             lines.emplace_back();
             left = 0;
         }
@@ -127,6 +146,16 @@ void FlowRow::Spread(Line& line, int width, int top) {
 
 int FlowRow::LineWidth() const {
     return sizeHint().width();
+}
+
+int FlowRow::WidthFor(int lines) const {
+    int tooNarrow = 0;
+    int width = LineWidth();
+    while (width - tooNarrow > 1) {
+        const int middle = (width + tooNarrow) / 2;
+        (int(Wrap(middle, Room::Kept).size()) <= lines ? width : tooNarrow) = middle;
+    }
+    return std::max(width, minimumSize().width());
 }
 
 int FlowRow::heightForWidth(int width) const {

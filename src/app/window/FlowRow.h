@@ -24,6 +24,9 @@ public:
     // Width at which all controls stand in one line at their least widths.
     int LineWidth() const;
 
+    // The least width at which they stand in so many lines.
+    int WidthFor(int lines) const;
+
     void addItem(QLayoutItem* item) override;
     int count() const override { return int(m_cells.size()); }
     QLayoutItem* itemAt(int index) const override;
@@ -55,6 +58,7 @@ private:
         Kept   // and for what may come
     };
     std::vector<Line> Wrap(int width, Room room) const;
+    int GroupWidth(const Cell* first, Room room) const;
     static int HeightOf(const std::vector<Line>& lines);
     static void Spread(Line& line, int width, int top);
     static bool Counts(const Cell& cell, Room room);

@@ -16,6 +16,7 @@ constexpr int kFramesOver = 3;  // that the frames reach into the message line's
 constexpr int kFramesRight = 4; // of the notes
 constexpr int kTreeAbove = 2;
 constexpr int kPictureBelow = 5;
+constexpr int kFrameMargin = 3; // inside camera data and notes
 constexpr int kRowTwips = 224;
 
 } // namespace
@@ -41,6 +42,11 @@ MainLayout LayOut(QSize window, const LayoutMeasures& m) {
     const int pictureTop = kGap + m.toolsHeight + kGap;
     l.picture =
         QRect(left, pictureTop, width - left - kGap, framesTop - kPictureBelow - pictureTop);
+
+    l.treeHandle = QRect(kGap + m.treeWidth, kGap, 2 * kGap, framesTop - 2 * kGap);
+    l.stripHandle = QRect(left, framesTop - kPictureBelow, width - left - kGap, kPictureBelow + 1);
+    l.notesHandle = QRect(l.notes.left() - kFrameMargin, framesTop + kFrameMargin, 2 * kFrameMargin,
+                          m.panelHeight - 2 * kFrameMargin);
     return l;
 }
 

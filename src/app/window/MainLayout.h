@@ -27,6 +27,16 @@ struct MainLayout {
     QRect exif;
     QRect notes;
     QRect message;
+    QRect treeHandle; // between tree and picture, and so on
+    QRect stripHandle;
+    QRect notesHandle;
+};
+
+// Where the user has dragged the handles, in logical pixels; 0: as designed.
+struct PanePlaces {
+    int tree = 0;  // width of tree and list
+    int strip = 0; // height of camera data and note
+    int notes = 0; // width
 };
 
 MainLayout LayOut(QSize window, const LayoutMeasures& measures);

@@ -3,6 +3,8 @@
 
 #include "app/window/FlowRow.h"
 #include "pictureinfo/CameraDataText.h"
+#include "widgets/FocusFrame.h"
+#include "widgets/PaneHandle.h"
 #include "widgets/PictureBox.h"
 #include "widgets/webpane/PageBrowser.h"
 
@@ -31,9 +33,10 @@ constexpr int kExifDigits = 48;
 constexpr int kLeastToolsDigits = 36;
 
 // Heights in lines of that font.
+constexpr int kToolLines = 2; // above the picture
 constexpr int kPictureLines = 20;
 constexpr int kLeastPictureLines = 8;
-constexpr int kLeastTreeLines = 5;
+constexpr int kLeastTreeLines = 4;
 constexpr int kLongButtonLines = 3; // the width of a button that has only a sign
 
 // Logical pixels.
@@ -67,7 +70,6 @@ void frmMain::ReserveInfo() {
     reserve(c.LastLabel, "Last Picture");
     reserve(c.CropLabel, "Cropped");
     reserve(c.TextNumOf, "00000 of 00000");
-    reserve(c.PreviewLabel, "Preview picture is full size cropped if needed");
     reserve(c.SizeText, "00000 x 00000");
     reserve(c.MpixelText, "000.0 Mp");
     reserve(c.FileSizeText, "000,000 KB");
@@ -91,7 +93,7 @@ void frmMain::Measure() {
 // What the parts ask for where there is room.
 void frmMain::MeasureDesign() {
     const int digit = fontMetrics().horizontalAdvance(QLatin1Char('0'));
-    const int toolsWidth = WidestOf({Place::Step, Place::Slides});
+    const int toolsWidth = m_rows.at(Place::Step)->WidthFor(kToolLines);
     LayoutMeasures& m = m_measures;
     m.treeWidth =
         std::max(WidestOf({Place::FolderBar, Place::Classes, Place::ListBar}), kTreeDigits * digit);
@@ -100,9 +102,10 @@ void frmMain::MeasureDesign() {
     m.panelHeight = kPanelLines * QFontMetrics(m_controls.List1->font()).height() + kAroundList;
     m.messageHeight = m_controls.FileDateText->sizeHint().height();
     m.folderBarHeight = m_folderBar->heightForWidth(m.treeWidth);
-    m.toolsHeight = m_tools->heightForWidth(toolsWidth);
     const int width =
         std::max(m.treeWidth + kAroundTools + toolsWidth, m.notesWidth + kExifDigits * digit);
+    PlaceInfo(width);
+    m.toolsHeight = m_tools->heightForWidth(toolsWidth);
     m_designArea = QSize(width, m.toolsHeight + kPictureLines * fontMetrics().height() +
                                     m.panelHeight + m.messageHeight);
 }
@@ -141,28 +144,42 @@ int frmMain::LeastListSide(int width) const {
 // What an area must have: its least width, and at the width it gets a height that leaves some lines
 // to the picture. Below that the window scrolls.
 void frmMain::SetLeastArea(QSize outside) {
+    PlaceInfo(outside.width());
+    if (m_pictureOnly) return m_area->setMinimumSize(0, 0);
     const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     const int width = std::max(outside.width() - bar, m_leastWidth);
     const LayoutMeasures m = MeasuresFor(QSize(width, 0));
+    m_area->setMinimumSize(m_leastWidth, LeastAbove(m) + m.panelHeight + m.messageHeight);
+}
+
+// Tree and list on one side, tools and some lines of the picture on the other.
+int frmMain::LeastAbove(const LayoutMeasures& m) const {
     const int line = fontMetrics().height();
     const int right = m.toolsHeight + kLeastPictureLines * line;
     const int left = m.folderBarHeight + kLeastTreeLines * line + LeastListSide(m.treeWidth);
-    m_area->setMinimumSize(m_leastWidth, std::max(left, right) + m.panelHeight + m.messageHeight);
+    return std::max(left, right);
 }
 
 LayoutMeasures frmMain::MeasuresFor(QSize area) const {
     LayoutMeasures m = m_measures;
-    // A narrow window takes from the tree first, a low one from the panel.
-    const int lack = m_designArea.width() - area.width();
-    if (lack > 0) {
-        m.treeWidth = std::max(m_least.treeWidth, m.treeWidth - lack);
-        m.notesWidth = std::clamp(area.width() / 2, m_least.notesWidth, m.notesWidth);
+    // A narrow window takes from tree and note, a low one from the panel.
+    if (area.width() < m_designArea.width()) {
+        m.treeWidth =
+            std::max(m_least.treeWidth, m.treeWidth * area.width() / m_designArea.width());
+        m.notesWidth = std::clamp(area.width() * 9 / 16, m_least.notesWidth, m.notesWidth);
     }
+    ApplyChosen(m, area);
     m.folderBarHeight = m_folderBar->heightForWidth(m.treeWidth);
     m.toolsHeight = m_tools->heightForWidth(area.width() - m.treeWidth - kAroundTools);
+    const int panel = LeastPanel(m.notesWidth);
+    if (m_chosen.strip > 0) {
+        m.panelHeight =
+            std::clamp(m_chosen.strip, panel,
+                       std::max(panel, area.height() - m.messageHeight - LeastAbove(m)));
+        return m;
+    }
     const int less = m_designArea.height() + m.toolsHeight - m_measures.toolsHeight - area.height();
-    if (less > 0)
-        m.panelHeight = std::clamp(m.panelHeight - less, LeastPanel(m.notesWidth), m.panelHeight);
+    if (less > 0) m.panelHeight = std::clamp(m.panelHeight - less, panel, m.panelHeight);
     return m;
 }
 
@@ -183,9 +200,12 @@ void frmMain::LayOutNow() {
         m_area->resize(AreaInside(m_scroll->size()));
     }
     m_laidOut = m_area->size();
-    const LayoutMeasures measures = MeasuresFor(m_laidOut);
-    m_toolsHeight = measures.toolsHeight;
-    const MainLayout l = LayOut(m_laidOut, measures);
+    if (m_pictureOnly) {
+        m_panes->setGeometry(m_area->rect());
+        return PlacePanes(m_area->rect());
+    }
+    m_now = MeasuresFor(m_laidOut);
+    const MainLayout l = LayOut(m_laidOut, m_now);
     m_listSide->setMinimumHeight(LeastListSide(l.splitter.width()));
     m_folderBar->setGeometry(l.folderBar);
     m_splitter->setGeometry(l.splitter);
@@ -194,6 +214,9 @@ void frmMain::LayOutNow() {
     m_exif->setGeometry(l.exif);
     m_notes->setGeometry(l.notes);
     m_controls.FileDateText->setGeometry(l.message);
+    m_treeHandle->setGeometry(l.treeHandle);
+    m_stripHandle->setGeometry(l.stripHandle);
+    m_notesHandle->setGeometry(l.notesHandle);
     PlacePanes(QRect(QPoint(0, 0), l.picture.size()));
 }
 
@@ -217,6 +240,7 @@ void frmMain::PlacePanes(const QRect& area) {
         button->raise();
     }
     c.Label_error->raise();
+    m_focus->Place();
 }
 
 } // namespace tarn

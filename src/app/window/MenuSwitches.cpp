@@ -1,6 +1,7 @@
 #include "app/window/MenuSwitches.h"
 
 #include "common/numbers.h"
+#include "widgets/Themes.h"
 
 #include <QAction>
 
@@ -83,6 +84,8 @@ std::vector<Choice> Choices(Context& m) {
          [](ProgramState& state, const QAction& row) {
              state.SlideBackground = GreyOf(row.text().toStdString());
          }},
+        {Rows(c.ThemeButton), s.Theme,
+         [](ProgramState& state, const QAction&) { ApplyTheme(static_cast<Theme>(state.Theme)); }},
     };
 }
 

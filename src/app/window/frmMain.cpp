@@ -7,6 +7,7 @@
 #include "widgets/FileListBox.h"
 #include "widgets/FolderTreeview.h"
 #include "widgets/PictureBox.h"
+#include "widgets/Themes.h"
 #include "widgets/webpane/PageBrowser.h"
 
 #include <QCheckBox>
@@ -49,6 +50,7 @@ frmMain::frmMain(MainControls& controls, const Files& files) : m_controls(contro
     MakeBars();
     MakePanels();
     MakeControls(m_controls, files, [this](QWidget* widget, Place place) { Put(widget, place); });
+    MakeHandles();
     MakeMenus(m_controls, *menuBar(), *this);
     StyleControls();
     ReserveInfo();
@@ -66,6 +68,7 @@ namespace {
 constexpr int kGap = 3;
 constexpr int kGroupGap = 12;
 constexpr int kTextGap = 14;
+constexpr double kSmall = 0.85;
 
 template <typename Layout> Layout* Tight(QWidget* on, int margin = 0) {
     auto* layout = on ? new Layout(on) : new Layout();
@@ -95,14 +98,13 @@ void frmMain::MakeBars() {
     m_tools = Bar("Tools", m_area);
     m_tools->installEventFilter(this);
     auto* rows = Tight<QVBoxLayout>(m_tools);
-    const std::initializer_list<std::initializer_list<Place>> toolRows{
-        {Place::Step, Place::Turn, Place::View}, {Place::Slides, Place::CopyTo}, {Place::Info}};
-    for (const auto& places : toolRows) {
-        const bool texts = *places.begin() == Place::Info;
-        auto* row = new FlowRow(nullptr, texts ? kTextGap : kGap, kGroupGap);
-        for (const Place place : places) m_rows[place] = row;
-        rows->addLayout(row);
-    }
+    auto* row = new FlowRow(nullptr, kGap, kGroupGap);
+    for (const Place place : {Place::Step, Place::Turn, Place::View, Place::Slides, Place::CopyTo})
+        m_rows[place] = row;
+    rows->addLayout(row);
+    m_info = Bar("Info", m_tools);
+    m_rows[Place::Info] = new FlowRow(m_info, kTextGap, kGroupGap);
+    rows->addWidget(m_info);
 }
 
 void frmMain::MakePanels() {
@@ -131,10 +133,14 @@ void frmMain::Put(QWidget* widget, Place place) {
         m_splitter->addWidget(widget);
         m_splitter->addWidget(m_listSide);
         m_splitter->setStretchFactor(1, 1);
+        m_splitter->handle(1)->installEventFilter(this);
         break;
     case Place::Panes:
     case Place::Over:
         widget->setParent(m_panes);
+        break;
+    case Place::Status:
+        statusBar()->addPermanentWidget(widget);
         break;
     case Place::Message:
         widget->setParent(m_area);
@@ -148,7 +154,7 @@ void frmMain::Put(QWidget* widget, Place place) {
     }
 }
 
-// What is not the window's own font, made anew when that changes.
+// What is not the window's own font or colour, made anew when these change.
 void frmMain::StyleFonts() {
     const MainControls& c = m_controls;
     // Courier New or, where it is missing, its like.
@@ -160,7 +166,12 @@ void frmMain::StyleFonts() {
     QFont bold = font();
     bold.setBold(true);
     c.LastLabel->setFont(bold);
-    c.PreviewLabel->setFont(bold);
+    QFont small = font(); // what stands there with every picture is quiet
+    small.setPointSizeF(font().pointSizeF() * kSmall);
+    c.PreviewLabel->setFont(small);
+    QPalette grey;
+    grey.setColor(QPalette::Window, Themed(Qt::gray));
+    c.LabelNavKeys->setPalette(grey);
     c.LabelNavKeys->setFixedSize(fontMetrics().height() * 2, fontMetrics().height() / 2);
 }
 
@@ -174,15 +185,12 @@ void frmMain::StyleControls() {
     c.FileDateText->setReadOnly(true);
     c.FileDateText->setFocusPolicy(Qt::ClickFocus);
     c.NotesBox->setTabChangesFocus(true);
-    c.FileListBox->setMinimumHeight(4 * fontMetrics().lineSpacing());
+    c.FileListBox->setMinimumHeight(3 * fontMetrics().lineSpacing());
     c.FolderTreeview1->setMinimumHeight(3 * fontMetrics().lineSpacing());
-    c.NotesBox->setMinimumHeight(3 * fontMetrics().lineSpacing());
+    c.NotesBox->setMinimumHeight(5 * fontMetrics().lineSpacing() / 2);
     // A name of any length takes what room there is.
     c.NotesFrame->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     c.LabelNavKeys->setAutoFillBackground(true);
-    QPalette grey;
-    grey.setColor(QPalette::Window, Qt::gray);
-    c.LabelNavKeys->setPalette(grey);
     QSizePolicy kept = c.LabelNavKeys->sizePolicy();
     kept.setRetainSizeWhenHidden(true); // the texts beside it stand still
     c.LabelNavKeys->setSizePolicy(kept);
@@ -221,6 +229,8 @@ double frmMain::ChangeListFont(double by) {
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonDblClick && watched == m_splitter->handle(1))
+        SetSplitterTop(DesignSplitterTop());
     if (watched == m_scroll && event->type() == QEvent::Resize) SetLeastArea(m_scroll->size());
     if (watched == m_area && event->type() == QEvent::Resize && m_area->size() != m_laidOut) {
         LayOutNow();
@@ -228,7 +238,7 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
     }
     // A button has come or got another name, and the rows may have to wrap.
     if (watched == m_tools && event->type() == QEvent::LayoutRequest && isVisible() &&
-        MeasuresFor(m_laidOut).toolsHeight != m_toolsHeight) {
+        MeasuresFor(m_laidOut).toolsHeight != m_now.toolsHeight) {
         LayOutNow();
         if (onResize) onResize();
     }

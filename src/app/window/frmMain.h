@@ -13,12 +13,15 @@
 
 class QBoxLayout;
 class QScrollArea;
+class QShortcut;
 class QSplitter;
 
 namespace tarn {
 
 class Files;
 class FlowRow;
+class FocusFrame;
+class PaneHandle;
 
 class frmMain : public QMainWindow {
     Q_OBJECT
@@ -35,10 +38,19 @@ public:
     void SetSplitterTop(int twips);
     int DesignSplitterTop() const; // two fifths for the tree
 
+    // Where the handles between the panes stand.
+    const PanePlaces& Panes() const { return m_chosen; }
+    void SetPanes(const PanePlaces& places);
+
+    // The pane alone, as large as the window, or all the rest beside it.
+    void SetPictureOnly(bool only);
+    bool IsPictureOnly() const { return m_pictureOnly; }
+
     // Font of the file list made larger by so many points; the size as the list now reports it.
     double ChangeListFont(double by);
 
     std::function<void()> onResize;                 // the size has changed, after the layout
+    std::function<void()> onEscape;                 // Esc while the pane is alone
     std::function<void()> onClose;                  // the window is asked to close
     std::function<void(const std::string&)> onOpen; // a file or folder was dropped
 
@@ -52,6 +64,12 @@ protected:
 private:
     void MakeBars();
     void MakePanels();
+    void MakeHandles();
+    PaneHandle* Handle(const char* name, Qt::Orientation moves, int LayoutMeasures::*now,
+                       int PanePlaces::*chosen, int sign);
+    void PlaceInfo(int width);
+    void ApplyChosen(LayoutMeasures& measures, QSize area) const;
+    void Moved();
     QWidget* Bar(const char* name, QWidget* parent);
     void Put(QWidget* widget, Place place);
     void StyleControls();
@@ -64,6 +82,7 @@ private:
     void TakeDesignSize();
     int LeastPanel(int notesWidth) const;
     int LeastListSide(int width) const;
+    int LeastAbove(const LayoutMeasures& measures) const;
     void SetLeastArea(QSize outside);
     QSize AreaInside(QSize outside);
     LayoutMeasures MeasuresFor(QSize area) const;
@@ -76,19 +95,27 @@ private:
     QSplitter* m_splitter = nullptr; // vbuSplitter
     QWidget* m_listSide = nullptr;
     QWidget* m_tools = nullptr;
+    QWidget* m_info = nullptr; // texts about the picture
     QWidget* m_panes = nullptr;
     QWidget* m_videoFrame = nullptr;
     QWidget* m_exif = nullptr;
     QWidget* m_notes = nullptr;
+    PaneHandle* m_treeHandle = nullptr;
+    PaneHandle* m_stripHandle = nullptr;
+    PaneHandle* m_notesHandle = nullptr;
+    FocusFrame* m_focus = nullptr;
+    QShortcut* m_escape = nullptr;       // before all keys of the pane
     std::map<Place, QBoxLayout*> m_bars; // of one control each
     std::map<Place, FlowRow*> m_rows;
     LayoutMeasures m_measures; // of the design size
     LayoutMeasures m_least;    // of the smallest area
+    LayoutMeasures m_now;      // as laid out
+    PanePlaces m_chosen;
+    bool m_pictureOnly = false;
     QSize m_designArea;
     QSize m_design;
     QSize m_laidOut;
     int m_leastWidth = 0;
-    int m_toolsHeight = 0; // as laid out
 };
 
 } // namespace tarn

@@ -51,6 +51,7 @@ enum class Place {
     NotesBar,
     NotesStep,
     Message, // the line at the bottom
+    Status,  // beside the path, below it
 };
 
 struct MainControls {
@@ -80,6 +81,7 @@ struct MainControls {
     std::array<QAction*, 8> SlideTextSizeButton{};   // 1 to 7
     std::array<QAction*, 9> SlideTextColorButton{};  // 0 to 8
     std::array<QAction*, 6> SlideBackgroundButton{}; // 1 to 5
+    std::array<QAction*, 3> ThemeButton{};           // as `Theme` counts them
 };
 
 // A control of the table, with what makes it.

@@ -22,6 +22,7 @@ void PutInRange(ProgramState& state) {
     if (state.SlideTextColorIndex < 0) state.SlideTextColorIndex = 0;
     if (state.ThumbSizeIndex > ThumbState::ThumbNumOfSizes || state.ThumbSizeIndex < 1)
         state.ThumbSizeIndex = 3;
+    if (state.Theme < 0 || state.Theme > 2) state.Theme = 0;
     if (state.ConvertJpgType < 0 || state.ConvertJpgType > 2) state.ConvertJpgType = 0;
     if (state.ConvertJpgQuality < 1 || state.ConvertJpgQuality > 100) state.ConvertJpgQuality = 75;
 }
@@ -39,6 +40,13 @@ void LoadSettings(ProgramState& state, const SettingsStore& store) {
         UnpackHistory(state, store.Read("HistFolders", ""), store.Read("HistFiles", ""));
     else
         state.HistHigh = state.HistCur = 0;
+}
+
+int LoadTheme(const SettingsStore& store) {
+    ProgramState state;
+    SetField(SettingOf("theme"), state, store.Read("theme", ""));
+    PutInRange(state);
+    return state.Theme;
 }
 
 std::string LoadStartPath(const SettingsStore& store, const std::string& fallback) {

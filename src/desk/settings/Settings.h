@@ -15,6 +15,7 @@ class SettingsStore;
 void LoadSettings(ProgramState& state, const SettingsStore& store);
 
 // The path shown when the last run ended; `fallback` when there was none.
+int LoadTheme(const SettingsStore& store);
 std::string LoadStartPath(const SettingsStore& store, const std::string& fallback);
 
 // Everything, in its fixed order, unless the program is left without saving. False when the store

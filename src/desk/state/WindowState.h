@@ -1,6 +1,8 @@
 // Last places of all windows, in twips (15 a logical pixel), also of windows never opened.
 #pragma once
 
+#include <string>
+
 namespace tarn {
 
 struct WindowPlace {
@@ -19,9 +21,17 @@ struct WindowState {
     int MainWidth = 0; // 0: the design size
     int MainHeight = 0;
     bool MainNormal = true; // neither minimised nor maximised
+    bool MainMaximised = false;
+    int MainNormalWidth = 0; // the size to which a maximised window goes back, 0: none yet
+    int MainNormalHeight = 0;
+    std::string MainScreen; // on which it was maximised, by the window system's name
     int MainStartWidth = 0; // as it stood at the end of start-up
     int MainStartHeight = 0;
     int SplitterTop = 0; // place of the splitter below the tree, 0: the design place
+    int TreeWidth = 0;   // of tree and list, as dragged; this and the next two 0: as designed
+    int StripHeight = 0; // of camera data and note
+    int NotesWidth = 0;
+    int Theme = 0; // the desktop's colours, dark, red
 
     WindowPlace BrightnessPlace{100, 100, 0, 0};
     WindowPlace FilterPlace{200, 200, 0, 0};
