@@ -89,7 +89,10 @@ void NavigationRoom::ShowHint() {
     else if (!hasRows && !m.files.FileNames(folder))
         hint = "The folder " + folder + " cannot be read. Choose another in the tree.";
     else if (!hasRows)
-        hint = "No files to show in " + folder + ". Choose a folder in the tree, or drop one here.";
+        hint = "No files to show in " + folder + ". " +
+               (m_filter.Hidden().empty()
+                    ? "Choose a folder in the tree, or drop one here."
+                    : m_filter.Hidden() + ": the line above the list shows them.");
     m.controls.Picture1->SetHint(hint);
 }
 

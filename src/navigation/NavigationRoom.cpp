@@ -25,7 +25,7 @@ namespace tarn {
 
 NavigationRoom::NavigationRoom(Context& context)
     : m(context), m_historyList(context, [this](int entry) { GoToFolder(entry); }),
-      m_filter(context) {}
+      m_filter(context, [this] { ShowHint(); }) {}
 
 void NavigationRoom::ConnectControls() {
     MainControls& c = m.controls;

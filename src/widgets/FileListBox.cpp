@@ -26,8 +26,10 @@ FileListBox::FileListBox(const Files& files, QWidget* parent) : QListView(parent
     m_diskTimer.setInterval(300);
     connect(&m_watcher, &QFileSystemWatcher::directoryChanged, &m_diskTimer,
             qOverload<>(&QTimer::start));
-    connect(&m_diskTimer, &QTimer::timeout, this,
-            [this] { emit diskChanged(m_model.DiffersFromDisk()); });
+    connect(&m_diskTimer, &QTimer::timeout, this, [this] {
+        emit diskChanged(m_model.DiffersFromDisk());
+        emit leftOutChanged();
+    });
 }
 
 bool FileListBox::ReadFolder(const std::string& folder, const std::string& pattern) {
@@ -39,7 +41,15 @@ bool FileListBox::ReadFolder(const std::string& folder, const std::string& patte
     if (m_watcher.directories().isEmpty() && !folder.empty()) m_watcher.addPath(ToQt(folder));
     m_diskTimer.stop();
     emit diskChanged(false);
+    emit leftOutChanged();
     return true;
+}
+
+void FileListBox::Narrow(std::function<bool(const std::string&)> keeps) {
+    const std::string current = CurrentRow() >= 0 ? Text(CurrentRow()) : std::string();
+    m_model.Narrow(std::move(keeps));
+    const int now = current.empty() ? -1 : RowOf(current);
+    if (now >= 0) setCurrentIndex(m_model.index(now));
 }
 
 bool FileListBox::SetPath(const std::string& folder) {

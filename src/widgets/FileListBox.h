@@ -31,6 +31,12 @@ public:
     // Reads the folder again; the current row stays by name. Raises nothing.
     bool Refresh();
 
+    // Only the rows whose names `keeps` says, until it is empty; the current row stays by name.
+    // Raises nothing and looks at no disk.
+    void Narrow(std::function<bool(const std::string& name)> keeps);
+    // Files of the folder that the pattern leaves out, unsorted, as of the last look at it.
+    const std::vector<std::string>& LeftOut() const { return m_model.LeftOut(); }
+
     const std::string& Path() const { return m_model.Folder(); }
     const std::string& Pattern() const { return m_model.Pattern(); }
     int Count() const { return m_model.Count(); }
@@ -68,6 +74,8 @@ public:
 signals:
     // Whether the folder on disk has changed since it was read.
     void diskChanged(bool changed);
+    // After each look at the folder.
+    void leftOutChanged();
 
 protected:
     void changeEvent(QEvent* event) override;

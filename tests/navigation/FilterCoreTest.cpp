@@ -1,4 +1,5 @@
 #include "navigation/ClassFilter.h"
+#include "navigation/HiddenFiles.h"
 #include "navigation/NameFilter.h"
 
 #include <gtest/gtest.h>
@@ -20,6 +21,19 @@ TEST(ClassFilter, EmptyListsLeaveNoSeparators) {
     EXPECT_EQ(TypesFromTexts({false, true, false}, "*.jpg", "", "*.css"), "");
     s.VideoListCheck = s.WebListCheck = 1;
     EXPECT_EQ(StartFileTypes(s), "*.html");
+}
+
+TEST(HiddenFiles, EachFileCountsInOneClassAndThoseOfNoClassInNone) {
+    SelectionState s;
+    s.FileTypes = s.VideoTypes;
+    s.RawTypes.clear(); // fits nothing, though such a pattern fits all
+    const std::vector<HiddenFiles> hidden =
+        CountHidden(s, {"a.txt", "b.JPG", "c.fits", "d.css", "e.cr2", "f.dat", "g.avi", "h.fit"});
+    EXPECT_EQ(hidden, (std::vector<HiddenFiles>{
+                          {FileClass::Pictures, 2}, {FileClass::Web, 1}, {FileClass::Fits, 2}}));
+    EXPECT_EQ(HiddenText(hidden), "2 picture files, 1 web file and 2 FITS files are not listed");
+    EXPECT_EQ(HiddenText({{FileClass::Raw, 1}}), "1 raw file is not listed");
+    EXPECT_EQ(HiddenText({}), "");
 }
 
 TEST(NameFilter, SixteenBoxesAtMost) {

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -129,6 +130,56 @@ TEST(ClassBoxes, AnEmptyClassListsAllFilesAndASeparatorInFrontIsDropped) {
     d.controls.VCheck->click();
     EXPECT_EQ(d.controls.FileListBox->Count(), 0);
     EXPECT_EQ(d.state.TextNumOf, "");
+}
+
+struct HiddenDesk : FilterDesk {
+    std::string Said() const {
+        return controls.HiddenFilesLabel->isHidden()
+                   ? std::string()
+                   : controls.HiddenFilesLabel->text().toStdString();
+    }
+    void ShowThem() { emit controls.HiddenFilesLabel->linkActivated(QStringLiteral("show")); }
+};
+
+TEST(HiddenFiles, OneClickListsWhatTheBoxesHide) {
+    HiddenDesk d;
+    EXPECT_EQ(d.Said(), "1 web file, 1 FITS file and 1 text file are not listed: "
+                        "<a href=\"show\">show them</a>");
+    d.ShowThem();
+    EXPECT_EQ(d.Said(), "");
+    EXPECT_EQ(d.controls.FileListBox->Count(), 6);
+    EXPECT_EQ(d.Current(), "f.jpg");
+    d.controls.VCheck->click(); // which leaves out the texts, though their box is ticked
+    EXPECT_TRUE(d.controls.TCheck->isChecked());
+    EXPECT_NE(d.Said().find("1 text file"), std::string::npos);
+    d.ShowThem();
+    EXPECT_EQ(d.Said(), "");
+    EXPECT_EQ(d.controls.FileListBox->Count(), 6);
+    d.controls.FCheck->click();
+    EXPECT_NE(d.Said(), "");
+    d.controls.FilesFilterButton2->click(); // the window says what it hides
+    EXPECT_EQ(d.Said(), "");
+    d.controls.FilesFilterButton2->click();
+    EXPECT_NE(d.Said(), "");
+}
+
+TEST(HiddenFiles, AnEmptyListSaysThemInThePane) {
+    HiddenDesk d;
+    TestFolder sky;
+    for (const char* name : {"a.fit", "b.fits", "c.dat"}) sky.Write(name, "x");
+    d.controls.FolderTreeview1->SetSelectedPath(sky.Path());
+    const auto hint = [&] { return d.controls.Picture1->accessibleDescription().toStdString(); };
+    EXPECT_NE(hint().find("2 FITS files are not listed"), std::string::npos) << hint();
+    d.ShowThem();
+    EXPECT_EQ(d.Current(), "a.fit");
+    EXPECT_EQ(d.Said(), "");
+    d.folder.Write("g.fit", "x");
+    d.controls.FCheck->click();
+    d.controls.FolderTreeview1->SetSelectedPath(d.folder.Path());
+    QSignalSpy looked(d.controls.FileListBox, &FileListBox::leftOutChanged);
+    d.folder.Write("h.fit", "x"); // by another program
+    ASSERT_TRUE(looked.wait(5000));
+    EXPECT_NE(d.Said().find("3 FITS files"), std::string::npos) << d.Said();
 }
 
 struct TypesDesk : FilterDesk {

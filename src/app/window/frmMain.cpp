@@ -88,7 +88,7 @@ void frmMain::MakeBars() {
     m_listSide = Bar("ListSide", nullptr);
     auto* side = Tight<QVBoxLayout>(m_listSide);
     side->addLayout(m_rows[Place::Classes] = new FlowRow(nullptr, kGap, kGroupGap));
-    side->addLayout(m_bars[Place::ListNote] = Tight<QHBoxLayout>(nullptr));
+    side->addLayout(m_bars[Place::ListNote] = Tight<QVBoxLayout>(nullptr));
     side->addLayout(m_bars[Place::List] = Tight<QHBoxLayout>(nullptr), 1);
     side->addLayout(m_rows[Place::ListBar] = new FlowRow(nullptr, kGap, kGroupGap));
 
@@ -191,6 +191,7 @@ void frmMain::StyleControls() {
     c.Label_error->setFrameShape(QFrame::Box);
     c.Label_error->setContentsMargins(6, 4, 6, 4);
     c.FolderChangedLabel->hide();
+    c.HiddenFilesLabel->hide();
     for (QWidget* hidden : std::initializer_list<QWidget*>{
              c.LastLabel, c.CropLabel, c.PreviewLabel, c.LabelNavKeys, c.Label_error,
              c.DeletePicButton, c.DeleteFitsButton, c.QTplayButton, c.PrintCancelButton,
