@@ -44,6 +44,12 @@ TEST(NameFilter, SixteenBoxesAtMost) {
     EXPECT_EQ(captions.back(), "*.15");
 }
 
+TEST(NameFilter, AWordStandsAnywhereAPatternAsItIs) {
+    EXPECT_EQ(PatternOfText("m31"), "*m31*");
+    EXPECT_EQ(PatternOfText(" m31 ; *.tif;m?3;;"), "*m31*;*.tif;m?3");
+    EXPECT_EQ(PatternOfText("m 31"), "*m 31*");
+}
+
 TEST(NameFilter, PresetsAsTheyAreStored) {
     const std::vector<std::string> first{"*VMC*"};
     EXPECT_EQ(PresetsOf(""), first);
