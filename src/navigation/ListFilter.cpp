@@ -38,7 +38,6 @@ void ListFilter::ConnectControls() {
     Connect(c.FilesFilterButton2, [this] { FilesFilterButton2_Click(); });
     QLabel& label = *c.HiddenFilesLabel;
     label.setTextFormat(Qt::RichText);
-    label.setWordWrap(true);
     label.setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
     QObject::connect(&label, &QLabel::linkActivated, &label, [this] { ShowHiddenFiles(); });
     QObject::connect(c.FileListBox, &FileListBox::leftOutChanged, &label, [this] { TellHidden(); });
@@ -59,8 +58,10 @@ void ListFilter::TellHidden() {
                    : HiddenText(CountHidden(m.state, m.controls.FileListBox->LeftOut()));
     if (m_hidden == before) return;
     QLabel& label = *m.controls.HiddenFilesLabel;
-    label.setText(ToQt(m_hidden) + QStringLiteral(": <a href=\"show\">show them</a>"));
+    // All of it is the link, which is at hand where the end is cut off.
+    label.setText(QStringLiteral("<a href=\"show\">%1: show them</a>").arg(ToQt(m_hidden)));
     label.setAccessibleName(ToQt(m_hidden));
+    label.setToolTip(ToToolTip(m_hidden + ": a click shows them"));
     label.setVisible(!m_hidden.empty());
     m.controls.TextNumOf->setToolTip(
         ToToolTip(m_hidden.empty() ? "Number of current file in list"

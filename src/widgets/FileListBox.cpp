@@ -3,7 +3,10 @@
 #include "common/paths.h"
 #include "platform/FileMime.h"
 #include "platform/QtText.h"
+#include "widgets/MenuKey.h"
+#include "widgets/OwnFiles.h"
 
+#include <QContextMenuEvent>
 #include <QDrag>
 #include <QKeyEvent>
 #include <QMimeData>
@@ -19,6 +22,7 @@ FileListBox::FileListBox(const Files& files, QWidget* parent) : QListView(parent
     m_names = itemDelegate();
     setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
+    setDragEnabled(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     SizeMarks();
     // Much may happen in a folder that the list does not show: it is asked again once all rests.
@@ -171,8 +175,7 @@ void FileListBox::RaiseClick() {
 // Other buttons, and the blank below the rows, would move the highlight off the file shown.
 void FileListBox::mousePressEvent(QMouseEvent* event) {
     m_pressedRow = event->button() == Qt::LeftButton ? indexAt(event->pos()).row() : -1;
-    // What is selected can be dragged out; from any other row a drag selects.
-    setDragEnabled(IsSelected(m_pressedRow));
+    m_shownRow = CurrentRow();
     if (m_pressedRow >= 0) QListView::mousePressEvent(event);
 }
 
@@ -196,18 +199,46 @@ void FileListBox::mouseDoubleClickEvent(QMouseEvent* event) {
     if (onDoubleClick) onDoubleClick();
 }
 
-// Other programs get copies; nothing is taken away from here.
+// A file that was not the current one is shown as by a click; the release ends the drag and raises
+// nothing.
 void FileListBox::startDrag(Qt::DropActions) {
-    m_pressedRow = -1; // the release ends the drag and raises nothing
-    ClipboardFiles files;
-    for (const int row : SelectedRows()) files.paths.push_back(JoinPath(Path(), Text(row)));
-    if (files.paths.empty()) return;
+    m_pressedRow = -1;
+    if (CurrentRow() != m_shownRow && CurrentRow() >= 0) RaiseClick();
+    QMimeData* data = DragData();
+    if (!data) return;
     auto* drag = new QDrag(this); // the toolkit's own from here on
-    drag->setMimeData(MimeOf(files));
+    drag->setMimeData(data);
     drag->exec(Qt::CopyAction);
 }
 
+// Other programs get copies; nothing is taken away from here.
+QMimeData* FileListBox::DragData() const {
+    ClipboardFiles files;
+    for (const int row : SelectedRows()) files.paths.push_back(JoinPath(Path(), Text(row)));
+    if (files.paths.empty()) return nullptr;
+    QMimeData* data = MimeOf(files);
+    data->setData(QString::fromLatin1(kOwnFiles), {});
+    return data;
+}
+
+void FileListBox::contextMenuEvent(QContextMenuEvent* event) {
+    event->accept();
+    if (event->reason() != QContextMenuEvent::Mouse) return AskMenuByKey();
+    const int row = indexAt(event->pos()).row();
+    const QPoint onScreen = event->globalPos();
+    if (row >= 0 && !IsSelected(row)) UnselectAll();
+    if (row >= 0 && (row != CurrentRow() || !IsSelected(row))) Select(row);
+    if (onMenu) onMenu(row, onScreen);
+}
+
+void FileListBox::AskMenuByKey() {
+    const int row = CurrentRow();
+    const QRect at = row >= 0 ? visualRect(currentIndex()) : QRect();
+    if (onMenu) onMenu(row, viewport()->mapToGlobal(at.center()));
+}
+
 void FileListBox::keyPressEvent(QKeyEvent* event) {
+    if (AsksForMenu(*event)) return AskMenuByKey();
     const int before = CurrentRow();
     QListView::keyPressEvent(event);
     if (CurrentRow() != before && CurrentRow() >= 0) RaiseClick();

@@ -14,6 +14,8 @@
 #include <string>
 #include <vector>
 
+class QMimeData;
+
 namespace tarn {
 
 class FileListBox : public QListView {
@@ -70,6 +72,11 @@ public:
     std::function<void()> onRefresh; // before the folder is read again
     std::function<void()> onClick;
     std::function<void()> onDoubleClick;
+    // A menu is asked for on a row, which has become the current one, or beside all (-1).
+    std::function<void(int row, QPoint onScreen)> onMenu;
+
+    // What a drag takes along: the selected files as copies for other programs.
+    QMimeData* DragData() const; // the caller owns it; null without a selection
 
 signals:
     // Whether the folder on disk has changed since it was read.
@@ -83,11 +90,13 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void startDrag(Qt::DropActions actions) override;
 
 private:
     bool ReadFolder(const std::string& folder, const std::string& pattern);
     void RaiseClick();
+    void AskMenuByKey();
     void SizeMarks();
     void SizeCells();
 
@@ -98,6 +107,7 @@ private:
     QTimer m_diskTimer;
     int m_pressedRow = -1; // row of the press whose release will count
     int m_doubleRow = -1;  // row of the click before
+    int m_shownRow = -1;   // current row when the mouse was pressed
 };
 
 } // namespace tarn

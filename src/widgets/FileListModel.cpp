@@ -98,6 +98,11 @@ int FileListModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : Count();
 }
 
+Qt::ItemFlags FileListModel::flags(const QModelIndex& index) const {
+    const Qt::ItemFlags own = QAbstractListModel::flags(index);
+    return index.isValid() ? own | Qt::ItemIsDragEnabled : own;
+}
+
 QVariant FileListModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || index.row() >= Count()) return {};
     if (role == Qt::DisplayRole) return ToQt(Text(index.row()));

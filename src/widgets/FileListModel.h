@@ -48,6 +48,7 @@ public:
     NoteChoice noteChoice = NoteChoice::All; // counts when the folder is read
 
     int rowCount(const QModelIndex& parent = {}) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
     QVariant data(const QModelIndex& index, int role) const override;
 
 private:

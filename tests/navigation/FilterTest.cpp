@@ -143,8 +143,8 @@ struct HiddenDesk : FilterDesk {
 
 TEST(HiddenFiles, OneClickListsWhatTheBoxesHide) {
     HiddenDesk d;
-    EXPECT_EQ(d.Said(), "1 web file, 1 FITS file and 1 text file are not listed: "
-                        "<a href=\"show\">show them</a>");
+    EXPECT_EQ(d.Said(), "<a href=\"show\">1 web file, 1 FITS file and 1 text file are not listed: "
+                        "show them</a>");
     d.ShowThem();
     EXPECT_EQ(d.Said(), "");
     EXPECT_EQ(d.controls.FileListBox->Count(), 6);
@@ -342,6 +342,31 @@ TEST(Filter, TheKeysOfTheText) {
     EXPECT_EQ(d.state.FilterCustom, "../*"); // on the desk as it is typed
     QTest::keyClick(d.Window(), Qt::Key_Escape);
     EXPECT_FALSE(d.state.FilterActive);
+    d.Toggle();
+    QTest::keyClick(d.Text(), Qt::Key_Escape); // nothing to take off: the window goes
+    EXPECT_FALSE(d.state.FilterActive);
+}
+
+TEST(Filter, AWordIsFoundAnywhereAndNothingFoundIsSaid) {
+    WindowDesk d;
+    const auto found = [&] { return d.Find<QLabel>("FoundLabel")->text().toStdString(); };
+    EXPECT_EQ(found(), "3 files fit");
+    d.Type("JP", Qt::Key_Return);
+    EXPECT_EQ(d.Pattern(), "*JP*");
+    EXPECT_EQ(found(), "2 files fit");
+    d.Type("nebula", Qt::Key_Return);
+    EXPECT_EQ(found(), "No file fits the filter");
+    TestFolder other;
+    other.Write("nebula.jpg", "x");
+    d.controls.FolderTreeview1->SetSelectedPath(other.Path()); // it stays for the next folder
+    EXPECT_TRUE(d.Window()->isVisible());
+    EXPECT_EQ(d.Current(), "nebula.jpg");
+    EXPECT_EQ(found(), "1 file fits");
+    TestFolder none;
+    none.Write("a.jpg", "x");
+    d.controls.FolderTreeview1->SetSelectedPath(none.Path());
+    EXPECT_NE(d.controls.Picture1->accessibleDescription().toStdString().find("fits the filter"),
+              std::string::npos);
 }
 
 TEST(Filter, PresetsAreAddedChosenAndDeleted) {
