@@ -3,6 +3,7 @@
 #include "common/paths.h"
 #include "desk/batch/BatchRun.h"
 #include "fileops/DroppedNote.h"
+#include "fileops/PutFiles.h"
 #include "fileops/frmNewName.h"
 #include "fileops/frmRenameFiles.h"
 #include "platform/Clipboard.h"
@@ -59,7 +60,8 @@ void FileRoom::ConnectControls() {
     Connect(c.DeletePicButton, [this] { m.shell.Tell(DeletePicButton_Click()); });
     Connect(c.DeleteAllFitsButton, [this] { DeleteAllFitsButton_Click(); });
     Connect(c.DeleteFitsButton, [this] { DeleteAllFitsButton_Click(); });
-    Connect(c.CreateFolderButton, [this] { CreateFolderButton_Click(); });
+    Connect(c.CreateFolderButton,
+            [this] { m.shell.Tell(MakeFolder(m.controls.FileListBox->Path())); });
     Connect(c.MoveToButton, [this] { MoveToButton_Click(); });
     Connect(c.UndoButton, [this] { UndoButton_Click(); });
     SetEnabled(c.UndoButton, false);
@@ -223,21 +225,38 @@ void FileRoom::RenamePicturesClosed() {
     m.shell.FocusPane();
 }
 
-void FileRoom::CreateFolderButton_Click() {
-    const std::string folder = m.controls.FileListBox->Path();
+Outcome FileRoom::MakeFolder(const std::string& in) {
     const std::string name =
-        m.dialogs.AskText("Create new folder", "Name of the new folder in " + folder, "");
-    if (name.empty()) return;
+        m.dialogs.AskText("Create new folder", "Name of the new folder in " + in, "");
+    if (name.empty()) return Outcome::Refused();
     const std::string fault = FaultOfName(name, {});
     std::string error = fault;
-    if (fault.empty() && !m.files.MakeFolder(JoinPath(folder, name), &error) && error.empty())
+    if (fault.empty() && !m.files.MakeFolder(JoinPath(in, name), &error) && error.empty())
         error = "cannot be made";
-    if (!error.empty()) {
-        m.shell.ShowMessage("Folder '" + name + "' not created - " + error);
-        return;
+    if (!error.empty()) return Outcome::Refused("Folder '" + name + "' not created - " + error);
+    m.controls.FolderTreeview1->Reveal(JoinPath(in, name));
+    return Outcome::Did("Folder '" + name + "' created");
+}
+
+// Where the files of the list go, what is at the current one's row is shown.
+Outcome FileRoom::PutFiles(const FolderDrop& drop) {
+    if (!drop.copy) {
+        Outcome kept = KeepWrittenNote();
+        if (!kept) return kept;
+        if (m.state.VideoImage()) m.video.CloseVideoClip(); // an open clip holds its file
     }
-    m.controls.FolderTreeview1->Reveal(JoinPath(folder, name));
-    m.shell.ShowMessage("Folder '" + name + "' created");
+    const DroppedNote dropped(m);
+    Changes changes(m.files);
+    Outcome outcome = tarn::PutFiles(m, Notes()).Run(drop, changes);
+    if (changes.Written().empty()) return outcome;
+    m.notes.NoteFilesChanged();
+    if (drop.copy)
+        m.navigation.RefreshDirButton_Click();
+    else
+        m.navigation.RefreshAfterDelete();
+    PushUndo({(drop.copy ? "Copy to '" : "Move to '") + drop.folder + "'", changes.Written()});
+    outcome.text += dropped.Word();
+    return outcome;
 }
 
 // The copy first; only the very path that was copied goes.

@@ -27,10 +27,11 @@ public:
     Outcome DeleteOnlyButton_Click() override;
     Outcome RenameButton_Click() override;
     Outcome DuplicateButton_Click() override;
+    Outcome PutFiles(const FolderDrop& drop) override;
+    Outcome MakeFolder(const std::string& in) override;
 
     Outcome DeletePicButton_Click();
     void DeleteAllFitsButton_Click();
-    void CreateFolderButton_Click();
     void MoveToButton_Click();
     void RenamePicturesButton_Click();
     void UndoButton_Click();

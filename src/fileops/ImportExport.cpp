@@ -4,6 +4,7 @@
 #include "common/patterns.h"
 #include "common/text.h"
 #include "desk/batch/BatchRun.h"
+#include "fileops/CopyQuestion.h"
 #include "fileops/CopyRun.h"
 #include "widgets/Dialogs.h"
 #include "widgets/FileListBox.h"
@@ -190,39 +191,9 @@ std::string ImportExport::PlanAndRun(const CopyRequest& request, const std::stri
     return plan ? Run(std::move(*plan), verb, to) : "ERROR - a folder cannot be read: " + error;
 }
 
-// One question for the whole run. False when it is not to begin.
-bool ImportExport::AskWhatStands(CopyPlan& plan, const std::string& verb, int& skipped) {
-    const int standing = CountStanding(plan);
-    if (standing == 0) return true;
-    std::string first;
-    int count = 0;
-    for (const CopyUnit& unit : plan) {
-        count += static_cast<int>(unit.copies.size());
-        for (const PlannedCopy& copy : unit.copies)
-            if (copy.stands && first.empty()) first = copy.to;
-    }
-    const std::string text = std::to_string(standing) + " of " + std::to_string(count) +
-                             " files are there already, such as\n'" + first +
-                             "'\n\nWhat is overwritten goes to the wastebasket.";
-    switch (m.dialogs.Choose(Dialogs::Icon::Exclamation, "Tarn_View - " + verb, text,
-                             {"Skip", "Overwrite", "Keep both", "Cancel"})) {
-    case 0:
-        skipped = standing;
-        Resolve(plan, WhenStands::Skip, m.files);
-        return true;
-    case 1:
-        return true;
-    case 2:
-        Resolve(plan, WhenStands::KeepBoth, m.files);
-        return true;
-    default:
-        return false;
-    }
-}
-
 std::string ImportExport::Run(CopyPlan plan, const std::string& verb, const std::string& to) {
     int skipped = 0;
-    if (!AskWhatStands(plan, verb == "Imported" ? "Import" : "Export", skipped))
+    if (!AskWhatStands(m, plan, verb == "Imported" ? "Import" : "Export", skipped))
         return "Cancelled, nothing was copied";
     CopyRun run(std::move(plan), m.files);
     run.counts.skipped = skipped;

@@ -38,7 +38,6 @@ private:
     std::string PlanAndRun(const CopyRequest& request, const std::string& verb,
                            const std::string& to);
     std::string Run(CopyPlan plan, const std::string& verb, const std::string& to);
-    bool AskWhatStands(CopyPlan& plan, const std::string& verb, int& skipped);
 
     Context& m;
 };

@@ -22,16 +22,6 @@ bool TakeBack(Changes& changes) {
     return false;
 }
 
-// The note first, so that at no instant the picture is without it.
-bool BringNote(const NewNamePlan& plan, Files& files, Changes& changes, std::string* error) {
-    if (plan.noteFrom.empty() || plan.noteFrom == plan.noteTo) return true;
-    // Another spelling that the disk takes for the same file.
-    if (files.IsSameFile(plan.noteFrom, plan.noteTo))
-        return changes.Rename(plan.noteFrom, plan.noteTo, error);
-    return MakeRoom(files, plan.noteFrom, plan.noteTo, changes, error) &&
-           changes.Copy(plan.noteFrom, plan.noteTo, error);
-}
-
 // A listed picture, none of the two, to which a note of this name belongs.
 std::string OwnerOfNote(const NotesPlace& notes, const std::string& noteName,
                         const std::string& from, const std::string& to) {
@@ -108,6 +98,16 @@ bool MakeRoom(const Files& files, const std::string& source, const std::string& 
     return changes.ThrowAway(*stands, error);
 }
 
+bool BringNote(const NewNamePlan& plan, const Files& files, Changes& changes, std::string* error) {
+    if (plan.noteFrom.empty() || plan.noteFrom == plan.noteTo) return true;
+    // Another spelling that the disk takes for the same file.
+    if (files.IsSameFile(plan.noteFrom, plan.noteTo))
+        return changes.Rename(plan.noteFrom, plan.noteTo, error);
+    return MakeRoom(files, plan.noteFrom, plan.noteTo, changes, error) &&
+           changes.Copy(plan.noteFrom, plan.noteTo, error);
+}
+
+// The note first, so that at no instant the picture is without it.
 bool CarryOutRename(const NewNamePlan& plan, Files& files, Changes& changes, std::string* error) {
     if (!BringNote(plan, files, changes, error) ||
         !MakeRoom(files, plan.from, plan.to, changes, error) ||

@@ -53,6 +53,9 @@ NewNamePlan PlanNewName(const Files& files, const NotesPlace& notes, const std::
 bool MakeRoom(const Files& files, const std::string& source, const std::string& target,
               Changes& changes, std::string* error);
 
+// The note of a plan under its new name; true also where there is none. The old one stays.
+bool BringNote(const NewNamePlan& plan, const Files& files, Changes& changes, std::string* error);
+
 // Both are false, with the system's text, when they could not be done: everything then stands as it
 // stood.
 bool CarryOutRename(const NewNamePlan& plan, Files& files, Changes& changes, std::string* error);

@@ -42,6 +42,7 @@ void NavigationRoom::LoadStartFolder() {
 }
 
 bool NavigationRoom::EnterFolder(const std::string& path) {
+    m_find.Close();
     m.shell.ShowStatus("Nothing to display in current folder.");
     const bool entered = m.files.IsFolder(path) && m.controls.FileListBox->SetPath(path);
     if (entered) {
@@ -88,8 +89,13 @@ void NavigationRoom::ShowHint() {
         hint = "The folder " + folder + " does not exist. Choose another in the tree.";
     else if (!hasRows && !m.files.FileNames(folder))
         hint = "The folder " + folder + " cannot be read. Choose another in the tree.";
+    else if (!hasRows && m.state.FilterActive)
+        hint = "No file of " + folder + " fits the filter '" + list.Pattern() + "'.";
     else if (!hasRows)
-        hint = "No files to show in " + folder + ". Choose a folder in the tree, or drop one here.";
+        hint = "No files to show in " + folder + ". " +
+               (m_filter.Hidden().empty()
+                    ? "Choose a folder in the tree, or drop one here."
+                    : m_filter.Hidden() + ": the line above the list shows them.");
     m.controls.Picture1->SetHint(hint);
 }
 

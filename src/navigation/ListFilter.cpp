@@ -6,18 +6,23 @@
 #include "desk/controls/SlideButtons.h"
 #include "navigation/frmFileTypes.h"
 #include "navigation/frmFilter.h"
+#include "platform/QtText.h"
 #include "widgets/FileListBox.h"
 
 #include <QAction>
 #include <QCheckBox>
+#include <QLabel>
 #include <QPushButton>
+#include <QSignalBlocker>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace tarn {
 
-ListFilter::ListFilter(Context& context) : m(context) {}
+ListFilter::ListFilter(Context& context, std::function<void()> hint)
+    : m(context), m_hint(std::move(hint)) {}
 
 ListFilter::~ListFilter() = default;
 
@@ -31,6 +36,51 @@ void ListFilter::ConnectControls() {
     Connect(c.TCheck, [this] { TCheck_Click(); });
     Connect(c.SetFileTypesButton, [this] { SetFileTypesButton_Click(); });
     Connect(c.FilesFilterButton2, [this] { FilesFilterButton2_Click(); });
+    QLabel& label = *c.HiddenFilesLabel;
+    label.setTextFormat(Qt::RichText);
+    label.setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+    QObject::connect(&label, &QLabel::linkActivated, &label, [this] { ShowHiddenFiles(); });
+    QObject::connect(c.FileListBox, &FileListBox::leftOutChanged, &label, [this] { TellHidden(); });
+}
+
+QCheckBox* ListFilter::BoxOf(FileClass fileClass) const {
+    const MainControls& c = m.controls;
+    const std::array<QCheckBox*, kFileClasses.size()> boxes{c.PCheck, c.VCheck, c.WCheck,
+                                                            c.FCheck, c.CCheck, c.TCheck};
+    return boxes[static_cast<std::size_t>(fileClass)];
+}
+
+// The filter window says itself what it hides.
+void ListFilter::TellHidden() {
+    const std::string before = m_hidden;
+    m_hidden = m.state.FilterActive
+                   ? std::string()
+                   : HiddenText(CountHidden(m.state, m.controls.FileListBox->LeftOut()));
+    if (m_hidden == before) return;
+    QLabel& label = *m.controls.HiddenFilesLabel;
+    // All of it is the link, which is at hand where the end is cut off.
+    label.setText(QStringLiteral("<a href=\"show\">%1: show them</a>").arg(ToQt(m_hidden)));
+    label.setAccessibleName(ToQt(m_hidden));
+    label.setToolTip(ToToolTip(m_hidden + ": a click shows them"));
+    label.setVisible(!m_hidden.empty());
+    m.controls.TextNumOf->setToolTip(
+        ToToolTip(m_hidden.empty() ? "Number of current file in list"
+                                   : "Number of current file in list; " + m_hidden));
+    if (m.controls.FileListBox->Count() < 1) m_hint();
+}
+
+// A tick may build the pattern anew and leave out what another box had brought: once more then.
+void ListFilter::ShowHiddenFiles() {
+    for (int round = 0; round < 2; ++round) {
+        for (const HiddenFiles& hidden : CountHidden(m.state, m.controls.FileListBox->LeftOut())) {
+            QCheckBox& box = *BoxOf(hidden.fileClass);
+            if (box.isChecked()) { // and yet not in the pattern
+                const QSignalBlocker silent(box);
+                box.setChecked(false);
+            }
+            box.setChecked(true);
+        }
+    }
 }
 
 ClassBoxes ListFilter::Boxes() const {
@@ -92,13 +142,11 @@ void ListFilter::TCheck_Click() {
 
 void ListFilter::ListClassOf(const std::string& path) {
     const ProgramState& s = m.state;
-    const MainControls& c = m.controls;
     const std::string name = LastPart(path);
     if (s.FilterActive || NamePatterns(s.FileTypes).Matches(name) || !m.files.Exists(path)) return;
-    const std::pair<QCheckBox*, const std::string&> classes[] = {
-        {c.PCheck, s.PictureTypes}, {c.VCheck, s.VideoTypes}, {c.WCheck, s.WebTypes},
-        {c.FCheck, s.FitsTypes},    {c.CCheck, s.RawTypes},   {c.TCheck, s.TextTypes}};
-    for (const auto& [box, types] : classes) {
+    for (const FileClass each : kFileClasses) {
+        const std::string& types = TypesOf(s, each);
+        QCheckBox* box = BoxOf(each);
         if (types.empty() || box->isChecked() || !NamePatterns(types).Matches(name)) continue;
         box->setChecked(true);
         return;
@@ -113,10 +161,12 @@ void ListFilter::ApplyFileTypes() {
     if (StartsWith(s.FileTypes, ";")) s.FileTypes.erase(0, 1);
     list.SetPattern(s.FileTypes);
     s.FileIndex = std::max(0, list.RowOf(current));
-    if (list.Count() > 0)
+    if (list.Count() > 0) {
         m.navigation.SelectRow(s.FileIndex);
-    else
+    } else {
         m.navigation.Update_Num_Files(0);
+        m_hint();
+    }
 }
 
 void ListFilter::EnableSlideCommands(bool& enabled) {
@@ -138,6 +188,7 @@ void ListFilter::FilesFilterButton2_Click() {
     }
     if (!m_filter) m_filter = std::make_unique<frmFilter>(m);
     m_filter->ShowFilter();
+    TellHidden();
 }
 
 void ListFilter::SetFilterShown(bool shown) {

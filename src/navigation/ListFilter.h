@@ -4,7 +4,9 @@
 
 #include "desk/Context.h"
 #include "navigation/ClassFilter.h"
+#include "navigation/HiddenFiles.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -15,7 +17,8 @@ class frmFilter;
 
 class ListFilter {
 public:
-    explicit ListFilter(Context& context);
+    // `hint`: what the pane says while it shows nothing has changed.
+    ListFilter(Context& context, std::function<void()> hint);
     ~ListFilter();
 
     void ConnectControls();
@@ -30,6 +33,11 @@ public:
     // A file that was asked for by its name: ticks the box of its class, if that lists it.
     void ListClassOf(const std::string& path);
 
+    // Files of the folder that the boxes keep out of the list, said as a sentence without its end;
+    // empty: there are none.
+    const std::string& Hidden() const { return m_hidden; }
+    void ShowHiddenFiles(); // ticks the boxes of their classes
+
     // Puts FileTypes on the list and keeps the current file selected.
     void ApplyFileTypes();
 
@@ -42,8 +50,12 @@ public:
 
 private:
     ClassBoxes Boxes() const;
+    QCheckBox* BoxOf(FileClass fileClass) const;
+    void TellHidden();
 
     Context& m;
+    std::function<void()> m_hint;
+    std::string m_hidden;
     // FileTypes as it stood when FCheck, CCheck or TCheck was ticked.
     std::string m_fitsSaved;
     std::string m_rawSaved;

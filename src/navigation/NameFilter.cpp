@@ -26,6 +26,17 @@ std::string TickedPattern(const std::vector<std::string>& captions,
     return pattern.empty() ? kNothing : pattern;
 }
 
+std::string PatternOfText(std::string_view text) {
+    std::string pattern;
+    for (const std::string& part : Split(text, ';')) {
+        const std::string word(Trim(part));
+        if (word.empty()) continue;
+        const bool whole = word.find_first_of("*?") != std::string::npos;
+        pattern += (pattern.empty() ? "" : ";") + (whole ? word : "*" + word + "*");
+    }
+    return pattern;
+}
+
 std::vector<std::string> PresetsOf(std::string_view stored) {
     if (!Contains(stored, ";")) return {kFirstPreset};
     std::vector<std::string> presets = Split(stored, ';');

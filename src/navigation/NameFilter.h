@@ -18,6 +18,9 @@ std::vector<std::string> FilterCaptions(std::string_view pattern);
 std::string TickedPattern(const std::vector<std::string>& captions,
                           const std::array<bool, kFilterBoxes>& ticked);
 
+// The user's own text as patterns: a word without "*" and "?" may stand anywhere in the name.
+std::string PatternOfText(std::string_view text);
+
 // Presets are stored each followed by ";". What holds none gives the one of a new user.
 std::vector<std::string> PresetsOf(std::string_view stored);
 std::string StoredPresets(const std::vector<std::string>& presets);

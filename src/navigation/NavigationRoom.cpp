@@ -25,12 +25,14 @@ namespace tarn {
 
 NavigationRoom::NavigationRoom(Context& context)
     : m(context), m_historyList(context, [this](int entry) { GoToFolder(entry); }),
-      m_filter(context) {}
+      m_filter(context, [this] { ShowHint(); }), m_menus(context), m_find(context) {}
 
 void NavigationRoom::ConnectControls() {
     MainControls& c = m.controls;
     m_historyList.ConnectControls();
     m_filter.ConnectControls();
+    m_menus.ConnectControls();
+    m_find.ConnectControls();
     c.FileListBox->onClick = [this] { FileListBox_Click(); };
     c.FileListBox->onDoubleClick = [this] {
         if (!m.state.VideoImage()) m.display.ViewFull();
@@ -46,7 +48,7 @@ void NavigationRoom::ConnectControls() {
     Connect(c.FolderFwdButton, [this] { FolderFwdButton_Click(); });
     Connect(c.FolderUpButton, [this] { FolderUpButton_Click(); });
     Connect(c.GotoCopyFolderButton, [this] { GotoCopyFolderButton_Click(); });
-    Connect(c.QuickDirButton, [this] { RefreshDirButton_Click(); });
+    Connect(c.QuickDirButton, [this] { ReadAgain(); });
     Connect(c.SelectAllButton, [this] { SelectAllButton_Click(); });
 }
 
@@ -254,6 +256,31 @@ void NavigationRoom::RefreshDirButton_Click() {
     }
     Update_Num_Files(0);
     m.notes.SetSaveCommands();
+}
+
+void NavigationRoom::ReadAgain() {
+    const FileListBox& list = *m.controls.FileListBox;
+    FolderTreeview& tree = *m.controls.FolderTreeview1;
+    tree.Refresh();
+    if (list.Path() != tree.SelectedPath()) { // it could not be shown
+        tree.SetSelectedPath(tree.SelectedPath());
+        return;
+    }
+    RefreshDirButton_Click();
+    const int row = list.CurrentRow();
+    if (row < 0)
+        EnableListCommands();
+    else if (IsOutOfDate())
+        SelectRow(row, KeepingKeyboard());
+}
+
+// A picture that stands keeps its turns; a note that is being written stays before all.
+bool NavigationRoom::IsOutOfDate() const {
+    const ProgramState& s = m.state;
+    if (!m.notes.UnsavedText().empty()) return false;
+    if (s.Kind != FileKind::Picture || !s.ImageLoaded) return true;
+    const auto modified = m.files.ModifiedTime(s.Filename);
+    return !modified || FormatDateText(FromFileTime(*modified)) != s.FileModifiedText;
 }
 
 void NavigationRoom::RefreshAfterDelete() {

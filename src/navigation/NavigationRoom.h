@@ -4,6 +4,8 @@
 
 #include "desk/Context.h"
 #include "desk/Room.h"
+#include "navigation/ContextMenus.h"
+#include "navigation/FindInList.h"
 #include "navigation/HistoryList.h"
 #include "navigation/ListFilter.h"
 #include "navigation/Stepping.h"
@@ -31,6 +33,7 @@ public:
     void Update_Num_Files(int index) override;
     void EnableListCommands() override;
     void RefreshDirButton_Click() override;
+    void ReadAgain() override;
     void RefreshAfterDelete() override;
     void ResetFileHistory(bool withCurrent) override;
 
@@ -64,6 +67,7 @@ private:
     bool EnterFolder(const std::string& path);
     void LoadStartFolder();
     bool RecordSelection(int row);
+    bool IsOutOfDate() const;
     void ShowChosenFile(const FileLook& look);
     void ShowVideo();
     void ShowPictureOrText(const FileLook& look);
@@ -72,6 +76,8 @@ private:
     Context& m;
     HistoryList m_historyList;
     ListFilter m_filter;
+    ContextMenus m_menus;
+    FindInList m_find;
     ViewHistory m_views;
     std::string m_wanted;     // name to select in the folder that is being entered
     PictureRequest m_request; // of the selection that code is making

@@ -2,12 +2,16 @@
 
 #include "common/keys.h"
 #include "widgets/FileListBox.h"
+#include "widgets/FolderTreeview.h"
+#include "widgets/MenuKey.h"
 #include "widgets/PictureBox.h"
 #include "widgets/webpane/PageBrowser.h"
 
 #include <QAction>
+#include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QListWidget>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
@@ -84,8 +88,9 @@ bool IsStep(int keycode) {
 
 PaneKeys::PaneKeys(Context& context) : m(context) {
     const MainControls& c = m.controls;
-    for (QWidget* pane : std::initializer_list<QWidget*>{c.Picture1, c.Picture2, c.LogText,
-                                                         c.WebBrowser1, c.FileListBox})
+    for (QWidget* pane :
+         std::initializer_list<QWidget*>{c.Picture1, c.Picture2, c.LogText, c.WebBrowser1,
+                                         c.FileListBox, c.FolderTreeview1, c.List1})
         pane->installEventFilter(this);
     m_releaseTimer.setSingleShot(true);
     m_releaseTimer.setInterval(kRepeatFollows);
@@ -94,6 +99,9 @@ PaneKeys::PaneKeys(Context& context) : m(context) {
 
 bool PaneKeys::NavigationKey(int keycode) {
     switch (keycode) {
+    case keys::kF5:
+        m.navigation.ReadAgain();
+        return true;
     case keys::kSpace:
     case keys::kDown:
     case 'N':
@@ -147,9 +155,6 @@ bool PaneKeys::Picture1_KeyUp(int keycode) {
     case 'O':
         m.display.Redraw();
         return true;
-    case keys::kF5:
-        m.navigation.RefreshDirButton_Click();
-        return true;
     case 'T':
         m.controls.NotesBox->setFocus(Qt::ShortcutFocusReason);
         return true;
@@ -184,7 +189,7 @@ bool PaneKeys::LogText_KeyUp(int keycode) {
 
 bool PaneKeys::FileListBox_KeyUp(int keycode) {
     if (keycode != keys::kF5) return false;
-    m.navigation.RefreshDirButton_Click();
+    m.navigation.ReadAgain();
     return true;
 }
 
@@ -196,6 +201,12 @@ void PaneKeys::Picture_MouseUp(bool rightButton, int x, int width, QPoint onScre
         m.navigation.PrevButton_Click();
     else
         m.navigation.NextButton_Click();
+}
+
+bool PaneKeys::IsPane(const QObject* watched) const {
+    const MainControls& c = m.controls;
+    return watched == c.Picture1 || watched == c.Picture2 || watched == c.LogText ||
+           watched == c.WebBrowser1;
 }
 
 PaneKeys::Map PaneKeys::MapOf(const QObject* pane) const {
@@ -210,7 +221,12 @@ bool PaneKeys::eventFilter(QObject* watched, QEvent* event) {
     const bool picture = watched == m.controls.Picture1 || watched == m.controls.Picture2;
     switch (event->type()) {
     case QEvent::KeyPress:
+        if (picture && AsksForMenu(*static_cast<QKeyEvent*>(event))) return ShowPictureMenu();
         return KeyPress(watched, *static_cast<QKeyEvent*>(event));
+    case QEvent::ContextMenu: // the mouse opens it by its release
+        return picture &&
+               static_cast<QContextMenuEvent*>(event)->reason() == QContextMenuEvent::Keyboard &&
+               ShowPictureMenu();
     case QEvent::KeyRelease:
         return KeyRelease(watched, *static_cast<QKeyEvent*>(event));
     case QEvent::MouseButtonPress:
@@ -233,6 +249,14 @@ bool PaneKeys::eventFilter(QObject* watched, QEvent* event) {
     }
 }
 
+bool PaneKeys::ShowPictureMenu() {
+    const QWidget& pane =
+        m.state.Kind == FileKind::Clip ? *m.controls.Picture2 : *m.controls.Picture1;
+    if (m.controls.FileListBox->Count() > 0)
+        m.controls.PopupPic->popup(pane.mapToGlobal(pane.rect().center()));
+    return true;
+}
+
 PaneKeys::Pressed* PaneKeys::Find(int keycode) {
     for (Pressed& each : m_pressed)
         if (each.keycode == keycode) return &each;
@@ -244,7 +268,8 @@ void PaneKeys::Forget(int keycode) {
 }
 
 bool PaneKeys::KeyPress(QObject* pane, const QKeyEvent& event) {
-    const int keycode = IsPlain(event) ? keys::KeyCode(event.key()) : keys::kNone;
+    const bool counts = IsPlain(event) && !AsksForMenu(event);
+    const int keycode = counts ? keys::KeyCode(event.key()) : keys::kNone;
     const bool repeats =
         event.isAutoRepeat() || (m_releaseTimer.isActive() && m_releasedKey == keycode &&
                                  m_releasedAt == event.timestamp());
@@ -254,13 +279,13 @@ bool PaneKeys::KeyPress(QObject* pane, const QKeyEvent& event) {
         ActOnRelease();
     if (repeats) {
         Pressed* pressed = Find(keycode);
-        return pane != m.controls.FileListBox && pressed && Repeat(pane, *pressed);
+        return IsPane(pane) && pressed && Repeat(pane, *pressed);
     }
     if (keycode == keys::kNone) return false;
     Forget(keycode);
     m_pressed.push_back({pane, keycode});
-    // The list moves by itself, and the text pane keeps what belongs to texts.
-    return pane != m.controls.FileListBox && keycode != keys::kTab &&
+    // Lists and tree move by themselves, and the text pane keeps what belongs to texts.
+    return IsPane(pane) && keycode != keys::kTab &&
            ((pane != m.controls.LogText && pane != m.controls.WebBrowser1) || IsStep(keycode));
 }
 

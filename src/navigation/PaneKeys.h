@@ -23,7 +23,7 @@ public:
     bool Picture1_KeyUp(int keycode);
     bool Picture2_KeyUp(int keycode);
     bool LogText_KeyUp(int keycode);
-    bool FileListBox_KeyUp(int keycode);
+    bool FileListBox_KeyUp(int keycode); // also of the tree and the camera data
 
     // A release at x in a pane of this width; the right button opens the popup at this place of
     // the screen.
@@ -41,6 +41,8 @@ private:
     };
 
     using Map = bool (PaneKeys::*)(int);
+    bool ShowPictureMenu();                    // in the middle of the pane
+    bool IsPane(const QObject* watched) const; // else a list, whose keys move its rows
     Map MapOf(const QObject* pane) const;
     bool KeyPress(QObject* pane, const QKeyEvent& event);
     bool KeyRelease(QObject* pane, const QKeyEvent& event);

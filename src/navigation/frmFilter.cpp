@@ -4,12 +4,14 @@
 #include "navigation/ClassFilter.h"
 #include "platform/QtText.h"
 #include "widgets/FileListBox.h"
+#include "widgets/FolderTreeview.h"
 #include "widgets/WindowPlaces.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScopedValueRollback>
@@ -17,10 +19,16 @@
 
 namespace tarn {
 
+namespace {
+
+constexpr int kFromList = 16; // logical pixels, at the first opening
+
+} // namespace
+
 frmFilter::frmFilter(Context& context)
     : QDialog(context.controls.FileListBox->window()), m(context), m_boxes{},
       m_custom(new QCheckBox(QStringLiteral("Custom Filter"))), m_text(new QLineEdit()),
-      m_presets(new QComboBox()), m_place(*this, context.state.FilterPlace) {
+      m_presets(new QComboBox()), m_found(new QLabel()), m_place(*this, context.state.FilterPlace) {
     setObjectName(QStringLiteral("frmFilter"));
     setWindowTitle(QStringLiteral("Tarn_View - Filter"));
     KeepOnTop(*this);
@@ -32,6 +40,7 @@ frmFilter::frmFilter(Context& context)
     connect(m_presets, &QComboBox::activated, this, [this] { ComboFilter_Click(); });
     connect(m_text, &QLineEdit::textChanged, this,
             [this](const QString& text) { m.state.FilterCustom = FromQt(text); });
+    connect(m.controls.FileListBox, &FileListBox::leftOutChanged, this, [this] { TellFound(); });
     m_text->installEventFilter(this);
 }
 
@@ -47,6 +56,9 @@ void frmFilter::MakeContents() {
     auto* all = new QVBoxLayout(this);
     all->addWidget(m_custom);
     all->addWidget(m_text);
+    m_found->setObjectName(QStringLiteral("FoundLabel"));
+    m_found->setTextFormat(Qt::PlainText);
+    all->addWidget(m_found);
     auto* bar = new QHBoxLayout();
     bar->addWidget(m_presets, 1);
     const auto command = [&](const char* name, const char* caption, const char* tooltip) {
@@ -86,11 +98,21 @@ void frmFilter::ShowFilter() {
         EnableClassBoxes(false);
         if (m_closedBefore) TakeBackLastClosing();
     }
+    TellFound();
+    const bool firstTime = m.state.FilterPlace == WindowState().FilterPlace;
     m_place.Restore(sizeHint());
+    if (firstTime) move(BesideTheList());
     show();
     raise();
     activateWindow();
     m_text->setFocus();
+}
+
+// Neither the list that it narrows nor the tree is under it.
+QPoint frmFilter::BesideTheList() const {
+    const FileListBox& list = *m.controls.FileListBox;
+    const int top = m.controls.FolderTreeview1->mapToGlobal(QPoint(0, 0)).y();
+    return {list.mapToGlobal(QPoint(list.width(), 0)).x() + kFromList, top};
 }
 
 void frmFilter::LoadPresets() {
@@ -148,19 +170,19 @@ void frmFilter::CheckCustom_Click() {
     } else if (m_text->text().isEmpty()) {
         m_custom->setChecked(false);
     } else {
-        PutOnList(FromQt(m_text->text()));
+        PutTextOnList();
         EnableBoxes(false);
     }
 }
 
 void frmFilter::ComboFilter_Click() {
     m_text->setText(m_presets->currentText());
-    if (m_custom->isChecked()) PutOnList(FromQt(m_text->text()));
+    if (m_custom->isChecked()) PutTextOnList();
 }
 
 void frmFilter::TextFilter_Enter() {
     if (m_custom->isChecked())
-        PutOnList(FromQt(m_text->text()));
+        PutTextOnList();
     else
         m_custom->setChecked(true);
 }
@@ -169,6 +191,7 @@ bool frmFilter::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress) return QDialog::eventFilter(watched, event);
     switch (static_cast<QKeyEvent*>(event)->key()) {
     case Qt::Key_Escape:
+        if (!m_custom->isChecked()) close();
         m_custom->setChecked(false);
         return true;
     case Qt::Key_Return:
@@ -210,6 +233,18 @@ void frmFilter::EnableClassBoxes(bool enabled) {
 void frmFilter::PutOnList(const std::string& pattern) {
     if (IsPattern(pattern)) m.controls.FileListBox->SetPattern(pattern);
     m.navigation.Update_Num_Files(0);
+}
+
+void frmFilter::PutTextOnList() {
+    PutOnList(PatternOfText(FromQt(m_text->text())));
+}
+
+void frmFilter::TellFound() {
+    if (!m.state.FilterActive) return;
+    const int count = m.controls.FileListBox->Count();
+    m_found->setText(count == 0   ? QStringLiteral("No file fits the filter")
+                     : count == 1 ? QStringLiteral("1 file fits")
+                                  : QStringLiteral("%1 files fit").arg(count));
 }
 
 std::array<bool, kFilterBoxes> frmFilter::Ticked() const {

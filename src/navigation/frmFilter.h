@@ -14,6 +14,7 @@
 
 class QCheckBox;
 class QComboBox;
+class QLabel;
 class QLineEdit;
 
 namespace tarn {
@@ -33,6 +34,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    QPoint BesideTheList() const;
     void MakeContents();
     void LoadBoxes();
     void LoadPresets();
@@ -47,6 +49,8 @@ private:
     void EnableBoxes(bool enabled);
     void EnableClassBoxes(bool enabled);
     void PutOnList(const std::string& pattern);
+    void PutTextOnList();
+    void TellFound();
     std::array<bool, kFilterBoxes> Ticked() const;
     std::vector<std::string> Presets() const;
 
@@ -55,6 +59,7 @@ private:
     QCheckBox* m_custom;                          // CheckCustom
     QLineEdit* m_text;                            // TextFilter
     QComboBox* m_presets;                         // ComboFilter
+    QLabel* m_found;                              // how many files are listed
     KeptPlace m_place;
     bool m_loading = false;
 

@@ -3,7 +3,10 @@
 #include "common/paths.h"
 #include "platform/FileMime.h"
 #include "platform/QtText.h"
+#include "widgets/MenuKey.h"
+#include "widgets/OwnFiles.h"
 
+#include <QContextMenuEvent>
 #include <QDrag>
 #include <QKeyEvent>
 #include <QMimeData>
@@ -19,6 +22,7 @@ FileListBox::FileListBox(const Files& files, QWidget* parent) : QListView(parent
     m_names = itemDelegate();
     setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
+    setDragEnabled(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     SizeMarks();
     // Much may happen in a folder that the list does not show: it is asked again once all rests.
@@ -26,8 +30,10 @@ FileListBox::FileListBox(const Files& files, QWidget* parent) : QListView(parent
     m_diskTimer.setInterval(300);
     connect(&m_watcher, &QFileSystemWatcher::directoryChanged, &m_diskTimer,
             qOverload<>(&QTimer::start));
-    connect(&m_diskTimer, &QTimer::timeout, this,
-            [this] { emit diskChanged(m_model.DiffersFromDisk()); });
+    connect(&m_diskTimer, &QTimer::timeout, this, [this] {
+        emit diskChanged(m_model.DiffersFromDisk());
+        emit leftOutChanged();
+    });
 }
 
 bool FileListBox::ReadFolder(const std::string& folder, const std::string& pattern) {
@@ -39,7 +45,15 @@ bool FileListBox::ReadFolder(const std::string& folder, const std::string& patte
     if (m_watcher.directories().isEmpty() && !folder.empty()) m_watcher.addPath(ToQt(folder));
     m_diskTimer.stop();
     emit diskChanged(false);
+    emit leftOutChanged();
     return true;
+}
+
+void FileListBox::Narrow(std::function<bool(const std::string&)> keeps) {
+    const std::string current = CurrentRow() >= 0 ? Text(CurrentRow()) : std::string();
+    m_model.Narrow(std::move(keeps));
+    const int now = current.empty() ? -1 : RowOf(current);
+    if (now >= 0) setCurrentIndex(m_model.index(now));
 }
 
 bool FileListBox::SetPath(const std::string& folder) {
@@ -161,8 +175,7 @@ void FileListBox::RaiseClick() {
 // Other buttons, and the blank below the rows, would move the highlight off the file shown.
 void FileListBox::mousePressEvent(QMouseEvent* event) {
     m_pressedRow = event->button() == Qt::LeftButton ? indexAt(event->pos()).row() : -1;
-    // What is selected can be dragged out; from any other row a drag selects.
-    setDragEnabled(IsSelected(m_pressedRow));
+    m_shownRow = CurrentRow();
     if (m_pressedRow >= 0) QListView::mousePressEvent(event);
 }
 
@@ -186,18 +199,46 @@ void FileListBox::mouseDoubleClickEvent(QMouseEvent* event) {
     if (onDoubleClick) onDoubleClick();
 }
 
-// Other programs get copies; nothing is taken away from here.
+// A file that was not the current one is shown as by a click; the release ends the drag and raises
+// nothing.
 void FileListBox::startDrag(Qt::DropActions) {
-    m_pressedRow = -1; // the release ends the drag and raises nothing
-    ClipboardFiles files;
-    for (const int row : SelectedRows()) files.paths.push_back(JoinPath(Path(), Text(row)));
-    if (files.paths.empty()) return;
+    m_pressedRow = -1;
+    if (CurrentRow() != m_shownRow && CurrentRow() >= 0) RaiseClick();
+    QMimeData* data = DragData();
+    if (!data) return;
     auto* drag = new QDrag(this); // the toolkit's own from here on
-    drag->setMimeData(MimeOf(files));
+    drag->setMimeData(data);
     drag->exec(Qt::CopyAction);
 }
 
+// Other programs get copies; nothing is taken away from here.
+QMimeData* FileListBox::DragData() const {
+    ClipboardFiles files;
+    for (const int row : SelectedRows()) files.paths.push_back(JoinPath(Path(), Text(row)));
+    if (files.paths.empty()) return nullptr;
+    QMimeData* data = MimeOf(files);
+    data->setData(QString::fromLatin1(kOwnFiles), {});
+    return data;
+}
+
+void FileListBox::contextMenuEvent(QContextMenuEvent* event) {
+    event->accept();
+    if (event->reason() != QContextMenuEvent::Mouse) return AskMenuByKey();
+    const int row = indexAt(event->pos()).row();
+    const QPoint onScreen = event->globalPos();
+    if (row >= 0 && !IsSelected(row)) UnselectAll();
+    if (row >= 0 && (row != CurrentRow() || !IsSelected(row))) Select(row);
+    if (onMenu) onMenu(row, onScreen);
+}
+
+void FileListBox::AskMenuByKey() {
+    const int row = CurrentRow();
+    const QRect at = row >= 0 ? visualRect(currentIndex()) : QRect();
+    if (onMenu) onMenu(row, viewport()->mapToGlobal(at.center()));
+}
+
 void FileListBox::keyPressEvent(QKeyEvent* event) {
+    if (AsksForMenu(*event)) return AskMenuByKey();
     const int before = CurrentRow();
     QListView::keyPressEvent(event);
     if (CurrentRow() != before && CurrentRow() >= 0) RaiseClick();

@@ -14,6 +14,8 @@
 #include <string>
 #include <vector>
 
+class QMimeData;
+
 namespace tarn {
 
 class FileListBox : public QListView {
@@ -30,6 +32,12 @@ public:
     void SetPattern(const std::string& pattern);
     // Reads the folder again; the current row stays by name. Raises nothing.
     bool Refresh();
+
+    // Only the rows whose names `keeps` says, until it is empty; the current row stays by name.
+    // Raises nothing and looks at no disk.
+    void Narrow(std::function<bool(const std::string& name)> keeps);
+    // Files of the folder that the pattern leaves out, unsorted, as of the last look at it.
+    const std::vector<std::string>& LeftOut() const { return m_model.LeftOut(); }
 
     const std::string& Path() const { return m_model.Folder(); }
     const std::string& Pattern() const { return m_model.Pattern(); }
@@ -64,10 +72,17 @@ public:
     std::function<void()> onRefresh; // before the folder is read again
     std::function<void()> onClick;
     std::function<void()> onDoubleClick;
+    // A menu is asked for on a row, which has become the current one, or beside all (-1).
+    std::function<void(int row, QPoint onScreen)> onMenu;
+
+    // What a drag takes along: the selected files as copies for other programs.
+    QMimeData* DragData() const; // the caller owns it; null without a selection
 
 signals:
     // Whether the folder on disk has changed since it was read.
     void diskChanged(bool changed);
+    // After each look at the folder.
+    void leftOutChanged();
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -75,11 +90,13 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void startDrag(Qt::DropActions actions) override;
 
 private:
     bool ReadFolder(const std::string& folder, const std::string& pattern);
     void RaiseClick();
+    void AskMenuByKey();
     void SizeMarks();
     void SizeCells();
 
@@ -90,6 +107,7 @@ private:
     QTimer m_diskTimer;
     int m_pressedRow = -1; // row of the press whose release will count
     int m_doubleRow = -1;  // row of the click before
+    int m_shownRow = -1;   // current row when the mouse was pressed
 };
 
 } // namespace tarn

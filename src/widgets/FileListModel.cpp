@@ -40,33 +40,53 @@ bool FileListModel::IsChosen(const std::string& name) const {
     return hasNote(name) == (noteChoice == NoteChoice::WithNote);
 }
 
-std::optional<std::vector<std::string>> FileListModel::Matching(const std::string& folder,
-                                                                const std::string& pattern) const {
-    std::vector<std::string> found;
+std::optional<FileListModel::Reading> FileListModel::Look(const std::string& folder,
+                                                          const std::string& pattern) const {
+    Reading found;
     if (folder.empty()) return found;
     auto names = m_files.FileNames(folder);
     if (!names) return {};
     const NamePatterns patterns(pattern);
-    std::copy_if(std::make_move_iterator(names->begin()), std::make_move_iterator(names->end()),
-                 std::back_inserter(found),
-                 [&](const std::string& name) { return patterns.Matches(name) && IsChosen(name); });
-    return InListOrder(std::move(found));
+    for (std::string& name : *names) {
+        if (!patterns.Matches(name))
+            found.leftOut.push_back(std::move(name));
+        else if (IsChosen(name))
+            found.listed.push_back(std::move(name));
+    }
+    found.listed = InListOrder(std::move(found.listed));
+    return found;
 }
 
 bool FileListModel::Read(const std::string& folder, const std::string& pattern) {
-    auto names = Matching(folder, pattern);
-    if (!names) return false;
+    auto reading = Look(folder, pattern);
+    if (!reading) return false;
     beginResetModel();
     m_folder = folder;
     m_pattern = pattern;
-    m_names = std::move(*names);
+    m_reading = std::move(*reading);
+    TakeNames();
     endResetModel();
     return true;
 }
 
-bool FileListModel::DiffersFromDisk() const {
-    const auto names = Matching(m_folder, m_pattern);
-    return !names || *names != m_names;
+void FileListModel::TakeNames() {
+    m_names.clear();
+    std::copy_if(m_reading.listed.begin(), m_reading.listed.end(), std::back_inserter(m_names),
+                 [this](const std::string& name) { return !m_keeps || m_keeps(name); });
+}
+
+void FileListModel::Narrow(std::function<bool(const std::string&)> keeps) {
+    beginResetModel();
+    m_keeps = std::move(keeps);
+    TakeNames();
+    endResetModel();
+}
+
+bool FileListModel::DiffersFromDisk() {
+    auto now = Look(m_folder, m_pattern);
+    if (!now) return true;
+    m_reading.leftOut = std::move(now->leftOut);
+    return now->listed != m_reading.listed;
 }
 
 int FileListModel::RowOf(const std::string& name) const {
@@ -76,6 +96,11 @@ int FileListModel::RowOf(const std::string& name) const {
 
 int FileListModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : Count();
+}
+
+Qt::ItemFlags FileListModel::flags(const QModelIndex& index) const {
+    const Qt::ItemFlags own = QAbstractListModel::flags(index);
+    return index.isValid() ? own | Qt::ItemIsDragEnabled : own;
 }
 
 QVariant FileListModel::data(const QModelIndex& index, int role) const {

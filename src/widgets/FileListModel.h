@@ -25,8 +25,15 @@ public:
     // False when it cannot be read: everything stays.
     bool Read(const std::string& folder, const std::string& pattern);
 
-    // Whether the folder now holds other names than the snapshot.
-    bool DiffersFromDisk() const;
+    // Whether the folder now holds other names than the snapshot; what is left out is as of now.
+    bool DiffersFromDisk();
+
+    // Files of the folder that do not fit the pattern, unsorted.
+    const std::vector<std::string>& LeftOut() const { return m_reading.leftOut; }
+
+    // Only the rows that `keeps` says, until it is empty: of the snapshot, without a look at the
+    // disk. Later readings are narrowed, too.
+    void Narrow(std::function<bool(const std::string& name)> keeps);
 
     const std::string& Folder() const { return m_folder; }
     const std::string& Pattern() const { return m_pattern; }
@@ -41,18 +48,25 @@ public:
     NoteChoice noteChoice = NoteChoice::All; // counts when the folder is read
 
     int rowCount(const QModelIndex& parent = {}) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
     QVariant data(const QModelIndex& index, int role) const override;
 
 private:
+    struct Reading {
+        std::vector<std::string> listed; // sorted
+        std::vector<std::string> leftOut;
+    };
     bool IsChosen(const std::string& name) const;
-    std::optional<std::vector<std::string>> Matching(const std::string& folder,
-                                                     const std::string& pattern) const;
+    std::optional<Reading> Look(const std::string& folder, const std::string& pattern) const;
+    void TakeNames();
 
     const Files& m_files;
     std::string m_folder;
     std::string m_pattern;
-    std::vector<std::string> m_names;
-    mutable QIcon m_mark; // drawn when first asked for
+    Reading m_reading;
+    std::function<bool(const std::string&)> m_keeps;
+    std::vector<std::string> m_names; // the rows
+    mutable QIcon m_mark;             // drawn when first asked for
     mutable QIcon m_noMark;
 };
 

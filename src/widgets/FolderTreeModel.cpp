@@ -3,6 +3,7 @@
 #include "common/paths.h"
 #include "common/text.h"
 #include "platform/QtText.h"
+#include "widgets/OwnFiles.h"
 
 #include <algorithm>
 
@@ -118,6 +119,16 @@ QModelIndex FolderTreeModel::index(int row, int column, const QModelIndex& paren
 QModelIndex FolderTreeModel::parent(const QModelIndex& child) const {
     Node* above = child.isValid() ? NodeAt(child)->parent : nullptr;
     return above ? IndexAt(above) : QModelIndex();
+}
+
+// A folder takes files of ours.
+Qt::ItemFlags FolderTreeModel::flags(const QModelIndex& index) const {
+    const Qt::ItemFlags own = QAbstractItemModel::flags(index);
+    return index.isValid() ? own | Qt::ItemIsDropEnabled : own;
+}
+
+QStringList FolderTreeModel::mimeTypes() const {
+    return {QString::fromLatin1(kOwnFiles)};
 }
 
 int FolderTreeModel::rowCount(const QModelIndex& parent) const {

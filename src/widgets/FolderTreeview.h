@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace tarn {
 
@@ -29,13 +30,28 @@ public:
     // Opens the folders on the way and scrolls there; a path that is not there does nothing.
     void Reveal(const std::string& path);
 
+    // Reads the folders beside the present one and in it again; raises nothing.
+    void Refresh();
+
     // The new path, and a flag that takes the change back.
     std::function<void(const std::string& path, bool& cancel)> onSelection;
 
+    // A menu is asked for on a folder.
+    std::function<void(const std::string& folder, QPoint onScreen)> onMenu;
+
+    // Files of ours are dropped on a folder, to be moved or, with Ctrl, copied into it.
+    std::function<void(const std::vector<std::string>& paths, const std::string& folder, bool copy)>
+        onDrop;
+
 protected:
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
 private:
+    void AskMenuByKey();
     void ReadAgain(const QModelIndex& opened);
     void ShowCurrent(const std::string& path);
     void Raise(const std::string& path);

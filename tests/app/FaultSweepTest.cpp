@@ -76,6 +76,12 @@ void Paste(World& w, QAction* how) {
     w.house.navigation.OpenFolder(w.target.Path(), {});
     w.c.PasteButton->trigger();
 }
+void Drop(World& w, bool copy) {
+    w.dialogs.answers = {"Keep both"};
+    const auto dropped =
+        w.house.fileops.PutFiles({{w.At("a.jpg"), w.At("b.jpg")}, w.target.Path(), copy});
+    w.house.shell.Tell(dropped);
+}
 void Overwrite(World& w, QAction* entry) {
     w.Answer({w.target.Path(), "Overwrite"}, entry);
 }
@@ -136,6 +142,8 @@ const std::vector<std::pair<const char*, Act>> kCommands{
     {"batch rename", RenameAll},
     {"copy and paste", [](World& w) { Paste(w, w.c.CopyButton); }},
     {"cut and paste", [](World& w) { Paste(w, w.c.CutButton); }},
+    {"drop", [](World& w) { Drop(w, false); }},
+    {"drop as copies", [](World& w) { Drop(w, true); }},
     {"copy to", [](World& w) { w.c.CopyImageButton3->click(); }},
     {"move to", [](World& w) { w.c.MoveToButton->click(); }},
     {"move and undo", [](World& w) { w.c.MoveToButton->click(), w.c.UndoButton->trigger(); }},

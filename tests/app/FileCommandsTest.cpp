@@ -2,6 +2,8 @@
 // own wastebasket.
 #include "FilesDesk.h"
 
+#include "widgets/FolderTreeview.h"
+
 namespace tarn::testing {
 namespace {
 
@@ -331,6 +333,85 @@ TEST(CopyPaste, TakesFilesFromAnotherProgram) {
     d.c.PasteButton->trigger();
     EXPECT_EQ(d.Said(), "Copy > Paste 0 files");
     EXPECT_TRUE(fs::exists(odd));
+}
+
+struct DropDesk : FilesDesk {
+    TestFolder other;
+    DropDesk() {
+        notes.Write("a.enf", "of a");
+        notes.Write("b.enf", "of b");
+        Start();
+    }
+    // As from the list, by the road of a real drop.
+    void Drop(std::initializer_list<const char*> names, bool copy = false) {
+        std::vector<std::string> paths;
+        for (const char* name : names) paths.push_back(At(name));
+        c.FolderTreeview1->onDrop(paths, other.Path(), copy);
+        QTest::qWait(1);
+    }
+    Tree There() const { return ReadTree(other.Path()); }
+};
+
+TEST(Drop, MovesFilesAndComesBack) {
+    DropDesk d;
+    const Tree before = d.Pictures();
+    const Tree notes = d.Notes();
+    d.GoTo("b.jpg");
+    d.Drop({"a.jpg", "b.jpg"});
+    EXPECT_EQ(d.Names(), "c.jpg ");
+    EXPECT_EQ(d.There(), (Tree{{"a.jpg", before.at("a.jpg")}, {"b.jpg", before.at("b.jpg")}}));
+    EXPECT_EQ(d.Notes(), notes); // they keep their names
+    EXPECT_EQ(d.Current(), "c.jpg");
+    EXPECT_EQ(d.Said(), "Moved 2 files to '" + d.other.Path() + "'");
+    d.c.UndoButton->trigger();
+    EXPECT_EQ(d.Pictures(), before);
+    EXPECT_EQ(d.There(), (Tree{}));
+    d.c.FolderTreeview1->onDrop({d.At("a.jpg")}, d.folder.Path(), false);
+    QTest::qWait(1);
+    EXPECT_EQ(d.Said(), "The files are in '" + d.folder.Path() + "' already");
+    EXPECT_EQ(d.Pictures(), before);
+}
+
+TEST(Drop, WhatStandsThereIsAskedForAndANewNameTakesTheNoteAlong) {
+    DropDesk d;
+    const Tree before = d.Pictures();
+    const Tree notes = d.Notes();
+    d.other.Write("a.jpg", "stands");
+    d.dialogs.answers = {"Cancel"};
+    d.Drop({"a.jpg", "b.jpg"});
+    EXPECT_EQ(d.Said(), "Cancelled, nothing was moved");
+    d.dialogs.answers = {"Skip"};
+    d.Drop({"a.jpg", "c.jpg"}, true);
+    EXPECT_EQ(d.Said(), "Copied 1 file to '" + d.other.Path() + "', 1 skipped");
+    EXPECT_EQ(d.There(), (Tree{{"a.jpg", "stands"}, {"c.jpg", before.at("c.jpg")}}));
+    EXPECT_EQ(d.Pictures(), before);
+    d.dialogs.answers = {"Keep both"};
+    d.Drop({"a.jpg"});
+    EXPECT_EQ(d.There().at("a (2).jpg"), before.at("a.jpg"));
+    EXPECT_EQ(d.Notes(), (Tree{{"a (2).enf", "of a"}, {"b.enf", "of b"}}));
+    d.c.UndoButton->trigger();
+    EXPECT_EQ(d.Pictures(), before);
+    EXPECT_EQ(d.Notes(), notes);
+    d.dialogs.answers = {"Overwrite"};
+    d.Drop({"a.jpg"});
+    EXPECT_EQ(d.There().at("a.jpg"), before.at("a.jpg"));
+    EXPECT_EQ(Trashed("a.jpg"), "stands");
+    d.c.UndoButton->trigger();
+    EXPECT_EQ(d.There().at("a.jpg"), "stands");
+    EXPECT_EQ(d.Pictures(), before);
+}
+
+TEST(Drop, WhatCannotGoStaysAndIsNamed) {
+    DropDesk d;
+    const Tree before = d.Pictures();
+    fs::create_directory(d.other.Path() + "/a.jpg"); // a folder
+    d.Drop({"a.jpg", "b.jpg"});
+    EXPECT_EQ(d.Said().find("ERROR - Moved 1 file to '" + d.other.Path() + "', 1 failed: a.jpg - "),
+              0U)
+        << d.Said();
+    EXPECT_EQ(d.Names(), "a.jpg c.jpg ");
+    d.c.UndoButton->trigger();
+    EXPECT_EQ(d.Pictures(), before);
 }
 
 TEST(FileCommands, TellOfATextThatWasNotSaved) {

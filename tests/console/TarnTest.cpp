@@ -305,6 +305,12 @@ TEST(Tarn, MakesThumbnailsOfAFolder) {
     EXPECT_EQ(ReadTree(folder.Path() + "/thumbnails").at("T150_a.b.tif"), "kept");
     EXPECT_TRUE(
         Has(Tarn("thumbnails --subfolder .. " + folder.Path()), "Sub folder name is not valid"));
+    TestFolder sky;
+    for (const char* name : {"a.fits", "b.fit", "c.cr2", "d.dat"}) sky.Write(name, "x");
+    EXPECT_TRUE(Has(Tarn("thumbnails " + sky.Path()),
+                    "0 thumbnails, sized 120 pixels created in ...\\thumbnails sub folder; no "
+                    "pictures are listed in the folder, 2 FITS files and 1 raw file are not "
+                    "listed\n"));
     EXPECT_EQ(Tarn("thumbnails --size 5 " + folder.Path()).status, 2);
     EXPECT_EQ(Tarn("thumbnails " + folder.Path() + "/none").status, 1);
 }

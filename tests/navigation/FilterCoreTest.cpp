@@ -1,4 +1,5 @@
 #include "navigation/ClassFilter.h"
+#include "navigation/HiddenFiles.h"
 #include "navigation/NameFilter.h"
 
 #include <gtest/gtest.h>
@@ -22,12 +23,31 @@ TEST(ClassFilter, EmptyListsLeaveNoSeparators) {
     EXPECT_EQ(StartFileTypes(s), "*.html");
 }
 
+TEST(HiddenFiles, EachFileCountsInOneClassAndThoseOfNoClassInNone) {
+    SelectionState s;
+    s.FileTypes = s.VideoTypes;
+    s.RawTypes.clear(); // fits nothing, though such a pattern fits all
+    const std::vector<HiddenFiles> hidden =
+        CountHidden(s, {"a.txt", "b.JPG", "c.fits", "d.css", "e.cr2", "f.dat", "g.avi", "h.fit"});
+    EXPECT_EQ(hidden, (std::vector<HiddenFiles>{
+                          {FileClass::Pictures, 2}, {FileClass::Web, 1}, {FileClass::Fits, 2}}));
+    EXPECT_EQ(HiddenText(hidden), "2 picture files, 1 web file and 2 FITS files are not listed");
+    EXPECT_EQ(HiddenText({{FileClass::Raw, 1}}), "1 raw file is not listed");
+    EXPECT_EQ(HiddenText({}), "");
+}
+
 TEST(NameFilter, SixteenBoxesAtMost) {
     std::string pattern = "*.0";
     for (int i = 1; i < 17; ++i) pattern += ";*." + std::to_string(i);
     const auto captions = FilterCaptions(pattern);
     ASSERT_EQ(captions.size(), 16U); // and no box behind them is asked
     EXPECT_EQ(captions.back(), "*.15");
+}
+
+TEST(NameFilter, AWordStandsAnywhereAPatternAsItIs) {
+    EXPECT_EQ(PatternOfText("m31"), "*m31*");
+    EXPECT_EQ(PatternOfText(" m31 ; *.tif;m?3;;"), "*m31*;*.tif;m?3");
+    EXPECT_EQ(PatternOfText("m 31"), "*m 31*");
 }
 
 TEST(NameFilter, PresetsAsTheyAreStored) {

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -129,6 +130,56 @@ TEST(ClassBoxes, AnEmptyClassListsAllFilesAndASeparatorInFrontIsDropped) {
     d.controls.VCheck->click();
     EXPECT_EQ(d.controls.FileListBox->Count(), 0);
     EXPECT_EQ(d.state.TextNumOf, "");
+}
+
+struct HiddenDesk : FilterDesk {
+    std::string Said() const {
+        return controls.HiddenFilesLabel->isHidden()
+                   ? std::string()
+                   : controls.HiddenFilesLabel->text().toStdString();
+    }
+    void ShowThem() { emit controls.HiddenFilesLabel->linkActivated(QStringLiteral("show")); }
+};
+
+TEST(HiddenFiles, OneClickListsWhatTheBoxesHide) {
+    HiddenDesk d;
+    EXPECT_EQ(d.Said(), "<a href=\"show\">1 web file, 1 FITS file and 1 text file are not listed: "
+                        "show them</a>");
+    d.ShowThem();
+    EXPECT_EQ(d.Said(), "");
+    EXPECT_EQ(d.controls.FileListBox->Count(), 6);
+    EXPECT_EQ(d.Current(), "f.jpg");
+    d.controls.VCheck->click(); // which leaves out the texts, though their box is ticked
+    EXPECT_TRUE(d.controls.TCheck->isChecked());
+    EXPECT_NE(d.Said().find("1 text file"), std::string::npos);
+    d.ShowThem();
+    EXPECT_EQ(d.Said(), "");
+    EXPECT_EQ(d.controls.FileListBox->Count(), 6);
+    d.controls.FCheck->click();
+    EXPECT_NE(d.Said(), "");
+    d.controls.FilesFilterButton2->click(); // the window says what it hides
+    EXPECT_EQ(d.Said(), "");
+    d.controls.FilesFilterButton2->click();
+    EXPECT_NE(d.Said(), "");
+}
+
+TEST(HiddenFiles, AnEmptyListSaysThemInThePane) {
+    HiddenDesk d;
+    TestFolder sky;
+    for (const char* name : {"a.fit", "b.fits", "c.dat"}) sky.Write(name, "x");
+    d.controls.FolderTreeview1->SetSelectedPath(sky.Path());
+    const auto hint = [&] { return d.controls.Picture1->accessibleDescription().toStdString(); };
+    EXPECT_NE(hint().find("2 FITS files are not listed"), std::string::npos) << hint();
+    d.ShowThem();
+    EXPECT_EQ(d.Current(), "a.fit");
+    EXPECT_EQ(d.Said(), "");
+    d.folder.Write("g.fit", "x");
+    d.controls.FCheck->click();
+    d.controls.FolderTreeview1->SetSelectedPath(d.folder.Path());
+    QSignalSpy looked(d.controls.FileListBox, &FileListBox::leftOutChanged);
+    d.folder.Write("h.fit", "x"); // by another program
+    ASSERT_TRUE(looked.wait(5000));
+    EXPECT_NE(d.Said().find("3 FITS files"), std::string::npos) << d.Said();
 }
 
 struct TypesDesk : FilterDesk {
@@ -291,6 +342,31 @@ TEST(Filter, TheKeysOfTheText) {
     EXPECT_EQ(d.state.FilterCustom, "../*"); // on the desk as it is typed
     QTest::keyClick(d.Window(), Qt::Key_Escape);
     EXPECT_FALSE(d.state.FilterActive);
+    d.Toggle();
+    QTest::keyClick(d.Text(), Qt::Key_Escape); // nothing to take off: the window goes
+    EXPECT_FALSE(d.state.FilterActive);
+}
+
+TEST(Filter, AWordIsFoundAnywhereAndNothingFoundIsSaid) {
+    WindowDesk d;
+    const auto found = [&] { return d.Find<QLabel>("FoundLabel")->text().toStdString(); };
+    EXPECT_EQ(found(), "3 files fit");
+    d.Type("JP", Qt::Key_Return);
+    EXPECT_EQ(d.Pattern(), "*JP*");
+    EXPECT_EQ(found(), "2 files fit");
+    d.Type("nebula", Qt::Key_Return);
+    EXPECT_EQ(found(), "No file fits the filter");
+    TestFolder other;
+    other.Write("nebula.jpg", "x");
+    d.controls.FolderTreeview1->SetSelectedPath(other.Path()); // it stays for the next folder
+    EXPECT_TRUE(d.Window()->isVisible());
+    EXPECT_EQ(d.Current(), "nebula.jpg");
+    EXPECT_EQ(found(), "1 file fits");
+    TestFolder none;
+    none.Write("a.jpg", "x");
+    d.controls.FolderTreeview1->SetSelectedPath(none.Path());
+    EXPECT_NE(d.controls.Picture1->accessibleDescription().toStdString().find("fits the filter"),
+              std::string::npos);
 }
 
 TEST(Filter, PresetsAreAddedChosenAndDeleted) {

@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -15,6 +16,8 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <filesystem>
 #include <utility>
 
 namespace tarn::testing {
@@ -250,6 +253,64 @@ TEST(PaneKeys, F5InTheListReadsTheFolderAgain) {
     EXPECT_EQ(d.state.TextNumOf, "5 of 11");
     EXPECT_EQ(d.calls, (Calls{"SetSaveCommands"})); // and no click
     EXPECT_EQ(d.RowAfterKey(Qt::Key_N), 5);
+}
+
+TEST(PaneKeys, F5ReadsAgainInEveryPaneWhateverItShows) {
+    KeyDesk d;
+    const MainControls& c = d.controls;
+    const std::pair<QWidget*, FileKind> panes[] = {{c.Picture1, FileKind::Picture},
+                                                   {c.Picture2, FileKind::Clip},
+                                                   {c.LogText, FileKind::Log},
+                                                   {c.FolderTreeview1, FileKind::Text},
+                                                   {c.List1, FileKind::Picture}};
+    int count = d.controls.FileListBox->Count();
+    for (const auto& [pane, kind] : panes) {
+        d.state.Kind = kind;
+        d.state.ImageLoaded = false; // it could not be read
+        d.folder.Write("z" + std::to_string(count) + ".jpg", "x");
+        d.calls.clear();
+        d.Type(pane, Qt::Key_F5);
+        EXPECT_EQ(d.controls.FileListBox->Count(), ++count) << pane->objectName().toStdString();
+        EXPECT_EQ(d.calls.back(), "DisplayPicture") << pane->objectName().toStdString();
+    }
+    d.calls.clear();
+    d.state.ImageLoaded = true;
+    std::filesystem::last_write_time(d.folder.Path() + "/p00.jpg",
+                                     std::filesystem::file_time_type::clock::now() -
+                                         std::chrono::hours(30));
+    d.Type(c.Picture1, Qt::Key_F5); // another program has written it
+    EXPECT_EQ(d.calls.back(), "DisplayPicture");
+}
+
+TEST(PaneKeys, F5FindsAFolderThatCameBack) {
+    KeyDesk d;
+    const std::string later = d.folder.Path() + "/later";
+    d.controls.FolderTreeview1->SetSelectedPath(later);
+    d.Type(d.controls.Picture1, Qt::Key_F5);
+    EXPECT_EQ(d.controls.FileListBox->Path(), d.folder.Path());
+    std::filesystem::create_directory(later);
+    d.folder.Write("later/n.jpg", "x");
+    d.Type(d.controls.Picture1, Qt::Key_F5);
+    EXPECT_EQ(d.controls.FileListBox->Path(), later);
+    EXPECT_EQ(d.state.FileNameOnly, "n.jpg");
+    std::filesystem::remove(later + "/n.jpg");
+    d.folder.Write("later/o.jpg", "x");
+    d.Type(d.controls.Picture1, Qt::Key_F5); // the file has gone: the first one
+    EXPECT_EQ(d.state.FileNameOnly, "o.jpg");
+}
+
+TEST(PaneKeys, AMenuByKeyIsNoEnd) {
+    KeyDesk d;
+    d.controls.Exit->setEnabled(true);
+    int ends = 0;
+    QObject::connect(d.controls.Exit, &QAction::triggered, [&] { ++ends; });
+    d.Type(d.controls.Picture1, Qt::Key_F10, Qt::ShiftModifier);
+    EXPECT_TRUE(d.controls.PopupPic->isVisible());
+    EXPECT_EQ(ends, 0);
+    d.controls.PopupPic->close();
+    d.controls.FileListBox->onMenu(-1, {});
+    EXPECT_TRUE(d.controls.PopupList->isVisible());
+    d.controls.PopupList->close();
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 
 #include <QAction>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 
@@ -141,6 +142,79 @@ TEST(Selection, SheetCaptionsCountPages) {
     EXPECT_EQ(c.PrintCButton->text(), "Sheet  (2 pages)");
     EXPECT_EQ(c.PrintCMButton->text(), "Sheet  (1 pages)");
     EXPECT_EQ(c.PrintCSButton->text(), "Sheet  (1 pages)");
+}
+
+struct FindDesk : NavDesk {
+    FindDesk() {
+        for (const char* name : {"m31_a.jpg", "m33.jpg", "moon.jpg", "m31_b.jpg"})
+            folder.Write(name, "x");
+        notes.note = "Clear night"; // of every picture
+        Enter();
+        window.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+        controls.FindButton->trigger();
+    }
+    void Type(const char* text) { QTest::keyClicks(controls.FindLine, QString::fromLatin1(text)); }
+    void Key(Qt::Key key) { QTest::keyClick(controls.FindLine, key); }
+    std::vector<std::string> Names() const {
+        std::vector<std::string> names;
+        for (int row = 0; row < controls.FileListBox->Count(); ++row)
+            names.push_back(controls.FileListBox->Text(row));
+        return names;
+    }
+    std::string Current() const { return Row() < 0 ? "none" : controls.FileListBox->Text(Row()); }
+};
+
+TEST(Find, LettersNarrowTheListAndEscGivesItBack) {
+    FindDesk d;
+    EXPECT_FALSE(d.controls.FindLine->isHidden());
+    d.calls.clear();
+    d.Type("M3");
+    EXPECT_EQ(d.Names(), (std::vector<std::string>{"m31_a.jpg", "m31_b.jpg", "m33.jpg"}));
+    EXPECT_EQ(d.Current(), "m31_a.jpg");
+    EXPECT_EQ(d.state.TextNumOf, "1 of 3");
+    d.Type("3");
+    EXPECT_EQ(d.Current(), "none");
+    EXPECT_TRUE(d.calls.empty()); // no file is shown for a letter
+    d.Key(Qt::Key_Escape);
+    EXPECT_TRUE(d.controls.FindLine->isHidden());
+    EXPECT_EQ(d.Names().size(), 4U);
+    EXPECT_EQ(d.Current(), "m31_a.jpg");
+    EXPECT_EQ(d.state.FileIndex, 0);
+}
+
+TEST(Find, ReturnStaysOnTheFileFound) {
+    FindDesk d;
+    d.Type("m3");
+    d.Key(Qt::Key_Down);
+    EXPECT_EQ(d.state.FileNameOnly, "m31_b.jpg");
+    d.Key(Qt::Key_Down);
+    d.Key(Qt::Key_Return);
+    EXPECT_EQ(d.Current(), "m33.jpg");
+    EXPECT_EQ(d.state.FileIndex, 2);
+    EXPECT_EQ(d.state.TextNumOf, "3 of 4");
+    d.controls.FindButton->trigger();
+    d.Type("oo");
+    d.Key(Qt::Key_Return);
+    EXPECT_EQ(d.state.FileNameOnly, "moon.jpg");
+    d.room.NextButton_Click(); // from its row in the whole list
+    EXPECT_EQ(d.state.FileNameOnly, "m31_a.jpg");
+}
+
+TEST(Find, NotesAreFoundAndNothingFoundIsSaid) {
+    FindDesk d;
+    d.Type("clear NIGHT");
+    EXPECT_EQ(d.Names().size(), 4U);
+    d.Type("x");
+    EXPECT_EQ(d.Names(), (std::vector<std::string>{}));
+    EXPECT_EQ(d.calls.back(), "message No name or note has 'clear NIGHTx'");
+    d.Key(Qt::Key_Return); // nothing to stay on
+    EXPECT_FALSE(d.controls.FindLine->isHidden());
+    TestFolder other;
+    other.Write("a.jpg", "x");
+    d.controls.FolderTreeview1->SetSelectedPath(other.Path()); // another folder is shown whole
+    EXPECT_TRUE(d.controls.FindLine->isHidden());
+    EXPECT_EQ(d.Current(), "a.jpg");
 }
 
 TEST(Folders, TheTreeRecordsEntersAndSelectsTheFirstRow) {

@@ -64,6 +64,7 @@ struct RecordingNavigation : NavigationCommands, Recorder {
     void Update_Num_Files(int) override { Write("Update_Num_Files"); }
     void EnableListCommands() override { Write("EnableListCommands"); }
     void RefreshDirButton_Click() override { Write("RefreshDir"); }
+    void ReadAgain() override { Write("ReadAgain"); }
     void RefreshAfterDelete() override { Write("RefreshAfterDelete"); }
     std::optional<int> MoveThroughViews(bool back) override {
         Write(back ? "view back" : "view forward");
@@ -169,6 +170,12 @@ struct RecordingFileCommands : FileCommands, Recorder {
     Outcome DeleteOnlyButton_Click() override { return Answer("DeleteOnly"); }
     Outcome RenameButton_Click() override { return Answer("Rename"); }
     Outcome DuplicateButton_Click() override { return Answer("Duplicate"); }
+    Outcome PutFiles(const FolderDrop& drop) override {
+        std::string call = drop.copy ? "copy" : "move";
+        for (const std::string& path : drop.paths) call += " " + path;
+        return Answer(call + " to " + drop.folder);
+    }
+    Outcome MakeFolder(const std::string& in) override { return Answer("folder in " + in); }
     Outcome Answer(const std::string& call) {
         Write(call);
         return Outcome::Did();

@@ -1,6 +1,9 @@
 #include "widgets/FileListBox.h"
 #include "support/TestFolder.h"
 
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QMimeData>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -109,6 +112,61 @@ TEST(FileListBox, MouseAndKeyboardRaiseItOnce) {
     QTest::mouseDClick(view, Qt::LeftButton, {}, d.At(0));
     EXPECT_EQ(d.clicks, 5);
     EXPECT_EQ(d.doubleClicks, 1);
+}
+
+TEST(FileListBox, EveryFileCanBeDraggedAndTheSelectedOnesGo) {
+    ListDesk d({"a", "b c", "d"});
+    d.list.SetPath(d.folder.Path());
+    EXPECT_TRUE(d.list.dragEnabled());
+    EXPECT_EQ(d.list.DragData(), nullptr);
+    d.list.Select(1);
+    d.list.Select(2);
+    for (int row = 0; row < 3; ++row)
+        EXPECT_TRUE(d.list.model()->index(row, 0).flags() & Qt::ItemIsDragEnabled) << row;
+    const std::unique_ptr<QMimeData> data(d.list.DragData());
+    EXPECT_EQ(data->data(QStringLiteral("text/uri-list")).toStdString(),
+              "file://" + d.folder.Path() + "/b%20c\r\nfile://" + d.folder.Path() + "/d\r\n");
+}
+
+TEST(FileListBox, AMenuIsAskedForOnTheFileThatItMakesCurrent) {
+    ListDesk d({"a", "b", "c"});
+    d.list.SetPath(d.folder.Path());
+    std::vector<int> asked;
+    d.list.onMenu = [&](int row, QPoint) { asked.push_back(row); };
+    const auto rightClick = [&](QPoint at) {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, at, d.list.viewport()->mapToGlobal(at));
+        QApplication::sendEvent(d.list.viewport(), &event);
+    };
+    d.list.Select(0);
+    d.list.Select(1);
+    rightClick(d.At(1)); // the current one: nothing is loaded for it
+    rightClick(d.At(0)); // selected: so stay all
+    EXPECT_EQ(d.list.SelectedRows(), (std::vector<int>{0, 1}));
+    EXPECT_EQ(d.list.CurrentRow(), 0);
+    EXPECT_EQ(d.clicks, 3);
+    rightClick(d.At(2));
+    EXPECT_EQ(d.list.SelectedRows(), (std::vector<int>{2}));
+    rightClick(QPoint(20, 280)); // the blank below
+    EXPECT_EQ(d.list.CurrentRow(), 2);
+    QTest::keyClick(&d.list, Qt::Key_F10, Qt::ShiftModifier);
+    QContextMenuEvent key(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+    QApplication::sendEvent(&d.list, &key);
+    EXPECT_EQ(asked, (std::vector<int>{1, 0, 2, -1, 2, 2}));
+}
+
+TEST(FileListBox, NarrowedItKeepsItsSnapshotAndTheCurrentFile) {
+    ListDesk d({"a1", "b1", "b2", "c2"});
+    d.list.SetPath(d.folder.Path());
+    d.list.Select(2);
+    std::filesystem::remove(d.folder.Path() + "/b2"); // nothing looks there
+    d.list.Narrow([](const std::string& name) { return name.back() == '2'; });
+    EXPECT_EQ(d.Names(), (std::vector<std::string>{"b2", "c2"}));
+    EXPECT_EQ(d.list.CurrentRow(), 0);
+    d.list.Refresh();
+    EXPECT_EQ(d.Names(), (std::vector<std::string>{"c2"}));
+    d.list.Narrow({});
+    EXPECT_EQ(d.Names(), (std::vector<std::string>{"a1", "b1", "c2"}));
+    EXPECT_EQ(d.clicks, 1);
 }
 
 TEST(FileListBox, AShiftClickReachesFromTheRowSelectedInCode) {

@@ -91,7 +91,7 @@ void frmMain::MakeBars() {
     m_listSide = Bar("ListSide", nullptr);
     auto* side = Tight<QVBoxLayout>(m_listSide);
     side->addLayout(m_rows[Place::Classes] = new FlowRow(nullptr, kGap, kGroupGap));
-    side->addLayout(m_bars[Place::ListNote] = Tight<QHBoxLayout>(nullptr));
+    side->addLayout(m_bars[Place::ListNote] = Tight<QVBoxLayout>(nullptr));
     side->addLayout(m_bars[Place::List] = Tight<QHBoxLayout>(nullptr), 1);
     side->addLayout(m_rows[Place::ListBar] = new FlowRow(nullptr, kGap, kGroupGap));
 
@@ -194,11 +194,17 @@ void frmMain::StyleControls() {
     QSizePolicy kept = c.LabelNavKeys->sizePolicy();
     kept.setRetainSizeWhenHidden(true); // the texts beside it stand still
     c.LabelNavKeys->setSizePolicy(kept);
+    // Its room is kept, and a long sentence ends at the edge: the list stands still.
+    QSizePolicy line(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    line.setRetainSizeWhenHidden(true);
+    c.HiddenFilesLabel->setSizePolicy(line);
     c.Label_error->setWordWrap(true);
     c.Label_error->setAutoFillBackground(true);
     c.Label_error->setFrameShape(QFrame::Box);
     c.Label_error->setContentsMargins(6, 4, 6, 4);
     c.FolderChangedLabel->hide();
+    c.HiddenFilesLabel->hide();
+    c.FindLine->hide();
     for (QWidget* hidden : std::initializer_list<QWidget*>{
              c.LastLabel, c.CropLabel, c.PreviewLabel, c.LabelNavKeys, c.Label_error,
              c.DeletePicButton, c.DeleteFitsButton, c.QTplayButton, c.PrintCancelButton,

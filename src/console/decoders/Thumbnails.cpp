@@ -3,6 +3,7 @@
 #include "common/codepage.h"
 #include "common/paths.h"
 #include "console/ListedPictures.h"
+#include "navigation/HiddenFiles.h"
 #include "notes/NoteNames.h"
 #include "notes/NoteStore.h"
 #include "notes/NoteText.h"
@@ -11,6 +12,19 @@
 #include "thumbnails/ThumbRun.h"
 
 namespace tarn {
+
+namespace {
+
+// Why a folder gave nothing to make thumbnails of.
+std::string WhyNone(const Files& files, const std::string& folder) {
+    SelectionState newUser;
+    newUser.FileTypes = newUser.PictureTypes;
+    const std::string hidden = HiddenText(
+        CountHidden(newUser, files.FileNames(folder).value_or(std::vector<std::string>())));
+    return "; no pictures are listed in the folder" + (hidden.empty() ? "" : ", " + hidden);
+}
+
+} // namespace
 
 ThumbnailOutcome MakeThumbnails(const ThumbnailOrder& order) {
     const std::unique_ptr<Files> files = MakeFiles();
@@ -36,6 +50,7 @@ ThumbnailOutcome MakeThumbnails(const ThumbnailOrder& order) {
         const auto bytes = store.Read(NotePath(order.notes, LastPart(picture)));
         return bytes ? FromCodePage(WithoutOldMarks(*bytes)) : std::string();
     };
+    const bool none = PlanThumbnails(*names, {}, request, false, *files).empty();
     ThumbRun run(PlanThumbnails(*names, {}, request, order.update, *files), request, *files);
     while (!run.Done()) {
         const std::string picture = JoinPath(order.folder, run.Next().name);
@@ -44,7 +59,7 @@ ThumbnailOutcome MakeThumbnails(const ThumbnailOrder& order) {
         else
             order.failed(picture, run.Fault());
     }
-    outcome.report = run.Report(false);
+    outcome.report = run.Report(false) + (none ? WhyNone(*files, pictures) : std::string());
     return outcome;
 }
 

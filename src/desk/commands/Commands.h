@@ -8,6 +8,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 class QPushButton;
 
@@ -32,6 +33,9 @@ public:
     virtual void Update_Num_Files(int index) = 0;
     virtual void EnableListCommands() = 0;
     virtual void RefreshDirButton_Click() = 0;
+    // The folder and, where it is no picture that stands well, the current file, too. A folder that
+    // could not be shown is tried again.
+    virtual void ReadAgain() = 0;
     // Files of the list are gone: the list anew; where the current one went, what is at its row
     // now.
     virtual void RefreshAfterDelete() = 0;
@@ -131,6 +135,13 @@ public:
     virtual void FolderChanged() = 0;             // the list shows another folder
 };
 
+// Files that are to go into a folder.
+struct FolderDrop {
+    std::vector<std::string> paths; // of one folder
+    std::string folder;
+    bool copy = false; // else they are moved
+};
+
 // Filename and its note: away, under another name, twice. Each refreshes the list. Those that ask
 // for a name are done when the question stands; what is answered there tells the rest.
 class FileCommands {
@@ -140,6 +151,9 @@ public:
     virtual Outcome DeleteOnlyButton_Click() = 0; // the note stays
     virtual Outcome RenameButton_Click() = 0;
     virtual Outcome DuplicateButton_Click() = 0;
+    // Their notes come along; asks once about what stands there.
+    virtual Outcome PutFiles(const FolderDrop& drop) = 0;
+    virtual Outcome MakeFolder(const std::string& in) = 0; // asks for its name
 };
 
 // Thumbnails of the folder shown, in the size and sub folder that are set.

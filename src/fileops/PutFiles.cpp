@@ -1,0 +1,79 @@
+#include "fileops/PutFiles.h"
+
+#include "common/paths.h"
+#include "desk/batch/BatchRun.h"
+#include "fileops/CopyQuestion.h"
+#include "platform/Files.h"
+
+#include <algorithm>
+
+namespace tarn {
+
+Outcome PutFiles::Run(const FolderDrop& drop, Changes& changes) {
+    if (drop.paths.empty()) return Outcome::Refused();
+    const std::string from = FolderOf(drop.paths.front());
+    if (m.files.IsSameFile(from, drop.folder))
+        return Outcome::Refused("The files are in '" + drop.folder + "' already");
+    CopyRequest request;
+    for (const std::string& path : drop.paths)
+        if (FolderOf(path) == from) request.files.push_back(LastPart(path));
+    request.filesFrom = from;
+    request.filesTo = drop.folder;
+    std::string error;
+    auto plan = PlanCopies(request, m.files, &error);
+    if (!plan) return Outcome::Refused("ERROR - '" + drop.folder + "' cannot be read: " + error);
+    const std::string title = drop.copy ? "Copy" : "Move";
+    if (!AskWhatStands(m, *plan, title, m_counts.skipped))
+        return Outcome::Refused("Cancelled, nothing was " +
+                                std::string(drop.copy ? "copied" : "moved"));
+    StepThrough(*plan, drop, changes);
+    const std::string said =
+        ReportText(m_counts, drop.copy ? "Copied" : "Moved", drop.folder, m_cancelled);
+    return {m_counts.failed == 0 && !m_cancelled, said, {}};
+}
+
+void PutFiles::StepThrough(const CopyPlan& plan, const FolderDrop& drop, Changes& changes) {
+    const std::string doing = drop.copy ? "Copying " : "Moving ";
+    const BatchRun batch(m);
+    for (std::size_t i = 0; i < plan.size(); ++i) {
+        const PlannedCopy& file = plan[i].copies.front();
+        const std::string name = LastPart(file.from);
+        m_cancelled = !batch.Step(doing + std::to_string(i + 1) + " of " +
+                                  std::to_string(plan.size()) + " - " + name);
+        if (m_cancelled) return;
+        std::string error;
+        const std::size_t before = changes.Written().size();
+        if (PutOne(file, drop.copy, changes, &error)) {
+            ++m_counts.files;
+            continue;
+        }
+        std::string ignored; // the first fault is the one to tell
+        changes.TakeBack(before, &ignored);
+        ++m_counts.failed;
+        if (m_counts.firstFailure.empty()) m_counts.firstFailure = name + " - " + error;
+    }
+}
+
+// The note first, so that at no instant the picture is without it.
+bool PutFiles::PutOne(const PlannedCopy& file, bool copy, Changes& changes, std::string* error) {
+    NewNamePlan plan;
+    const std::string name = LastPart(file.to);
+    if (name != LastPart(file.from)) plan = PlanNewName(m.files, m_notes, file.from, name);
+    const bool hasNote = !plan.noteFrom.empty() && plan.noteFrom != plan.noteTo;
+    if (!BringNote(plan, m.files, changes, error)) return false;
+    if (!(copy ? changes.Copy(file.from, file.to, error) : Move(file, changes, error)))
+        return false;
+    m_counts.notes += hasNote;
+    if (hasNote && !copy && !plan.noteStays) changes.EndRename(plan.noteFrom, plan.noteTo, error);
+    return true;
+}
+
+// Where the other folder is on another disk the copy stands before the file goes.
+bool PutFiles::Move(const PlannedCopy& file, Changes& changes, std::string* error) {
+    if (file.stands && m.files.Exists(file.to) && !changes.ThrowAway(file.to, error)) return false;
+    if (changes.Rename(file.from, file.to, error)) return true;
+    return !m.files.Exists(file.to) && changes.Copy(file.from, file.to, error) &&
+           changes.ThrowAway(file.from, error);
+}
+
+} // namespace tarn

@@ -1,0 +1,33 @@
+// Files that go into another folder, moved or copied. Notes lie in one folder by the names of their
+// pictures: a file keeps its note, and one that gets a new name takes it along.
+#pragma once
+
+#include "desk/Context.h"
+#include "fileops/CopyPlan.h"
+#include "fileops/CopyRun.h"
+#include "fileops/PicturePlan.h"
+
+#include <functional>
+#include <string>
+
+namespace tarn {
+
+class PutFiles {
+public:
+    PutFiles(Context& context, NotesPlace notes) : m(context), m_notes(std::move(notes)) {}
+
+    // What was done is in `changes`.
+    Outcome Run(const FolderDrop& drop, Changes& changes);
+
+private:
+    void StepThrough(const CopyPlan& plan, const FolderDrop& drop, Changes& changes);
+    bool PutOne(const PlannedCopy& file, bool copy, Changes& changes, std::string* error);
+    bool Move(const PlannedCopy& file, Changes& changes, std::string* error);
+
+    Context& m;
+    NotesPlace m_notes;
+    CopyCounts m_counts;
+    bool m_cancelled = false;
+};
+
+} // namespace tarn

@@ -1,0 +1,37 @@
+// The line above the list: what is typed there narrows the list at once to the files whose names or
+// notes have it. Esc gives the whole list back, Return stays on the file found.
+#pragma once
+
+#include "desk/Context.h"
+
+#include <QObject>
+
+#include <string>
+#include <unordered_map>
+
+namespace tarn {
+
+class FindInList : public QObject {
+public:
+    explicit FindInList(Context& context) : m(context) {}
+
+    void ConnectControls();
+    void Open();
+    void Close(); // the whole list, on the current file
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    bool IsOpen() const;
+    void ReadTexts();
+    void Narrow();
+    void Step(int by);
+    void StayOnFound();
+    void TakeRow();
+
+    Context& m;
+    std::unordered_map<std::string, std::string> m_texts; // name and note, folded, by name
+};
+
+} // namespace tarn
