@@ -29,7 +29,7 @@ public:
     bool IsFolder(S) const override { return false; }
     bool IsSameFile(S, S) const override { return true; }
     bool IsWritable(S) const override { return true; }
-    std::optional<std::int64_t> ModifiedTime(S, Error) const override { return {}; }
+    std::optional<FileLook> Look(S, Error) const override { return {}; }
     std::optional<std::vector<std::string>> FileNames(S, Error) const override { return {}; }
     std::vector<std::string> FolderNames(S) const override { return {}; }
     std::optional<std::string> FindAnyCase(S path) const override { return path; }
