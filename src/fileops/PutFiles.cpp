@@ -27,8 +27,9 @@ Outcome PutFiles::Run(const FolderDrop& drop, Changes& changes) {
         return Outcome::Refused("Cancelled, nothing was " +
                                 std::string(drop.copy ? "copied" : "moved"));
     StepThrough(*plan, drop, changes);
-    const std::string said =
+    std::string said =
         ReportText(m_counts, drop.copy ? "Copied" : "Moved", drop.folder, m_cancelled);
+    if (!m_noteLeft.empty()) said += ", a note stays under its old name, too: " + m_noteLeft;
     return {m_counts.failed == 0 && !m_cancelled, said, {}};
 }
 
@@ -64,7 +65,10 @@ bool PutFiles::PutOne(const PlannedCopy& file, bool copy, Changes& changes, std:
     if (!(copy ? changes.Copy(file.from, file.to, error) : Move(file, changes, error)))
         return false;
     m_counts.notes += hasNote;
-    if (hasNote && !copy && !plan.noteStays) changes.EndRename(plan.noteFrom, plan.noteTo, error);
+    if (!hasNote || copy || plan.noteStays) return true;
+    std::string fault;
+    changes.EndRename(plan.noteFrom, plan.noteTo, &fault);
+    if (!fault.empty() && m_noteLeft.empty()) m_noteLeft = LastPart(plan.noteFrom) + " - " + fault;
     return true;
 }
 

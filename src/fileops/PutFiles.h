@@ -28,6 +28,7 @@ private:
     NotesPlace m_notes;
     CopyCounts m_counts;
     bool m_cancelled = false;
+    std::string m_noteLeft; // under its old name, which could not go
 };
 
 } // namespace tarn
