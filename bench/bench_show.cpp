@@ -7,6 +7,7 @@
 #include "app/AppDesk.h"
 
 #include "common/keys.h"
+#include "slides/ShowSignals.h"
 
 #include <QApplication>
 #include <QFile>
@@ -45,7 +46,7 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
     void Look() {
-        const ShowSignals* show = m_desk.house.slides.Signals();
+        const tarn::ShowSignals* show = m_desk.house.slides.Signals();
         if (!show || !show->Slideloop) return;
         const std::chrono::duration<double, std::milli> time = Clock::now() - m_start;
         if (m_began) m_times.push_back(time.count());
