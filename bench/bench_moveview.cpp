@@ -53,7 +53,7 @@ int main(int argc, char** argv) {
     window.resize(1920, 1080);
     const auto update = [&] {
         std::printf("a new picture          %8.2f ms\n",
-                    Milliseconds([&] { window.OnePicture(false); }));
+                    Milliseconds([&] { window.OnePicture(s); }));
     };
     std::printf("%d x %d in %d x %d, median of %d\n", kPicture.width(), kPicture.height(),
                 window.width(), window.height(), kRounds);
