@@ -64,8 +64,8 @@ public:
 
 private:
     // The three steps of a picture.
-    std::string LoadCurrent(const std::optional<FileLook>&
-                                look); // the reader's error, which a placeholder may stand for
+    // The reader's error, which a placeholder may stand for.
+    std::string LoadCurrent(const std::optional<FileLook>& look);
     void ShowLoaded(const PictureRequest& request, const std::string& error);
     void TellShown(const PictureRequest& request);
 
@@ -103,7 +103,7 @@ private:
     void TurnLeft();
     void TurnQuarter(bool& flag, float degrees);
     void TurnAsBefore(const PreviewTurns& turns);
-    bool TurnUprightNow();
+    void TurnUprightNow();
     void ShowTurned();
     void MirrorPreview(bool& flag, int axis);
     void ChangeCutMode(QCheckBox& clicked, QCheckBox& other);

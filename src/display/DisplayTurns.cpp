@@ -58,21 +58,19 @@ void DisplayRoom::TurnAsBefore(const PreviewTurns& turns) {
     }
 }
 
-// By the camera's orientation; whether there was anything to turn.
-bool DisplayRoom::TurnUprightNow() {
+// By the camera's orientation.
+void DisplayRoom::TurnUprightNow() {
     switch (m.state.ExpOrientation) {
     case 6:
-        TurnRight();
-        return true;
+        return TurnRight();
     case 8:
-        TurnLeft();
-        return true;
+        return TurnLeft();
     case 3:
         m.state.ImageTurnedHalf = true;
         m_turned.Rotate(180);
-        return true;
+        return;
     default:
-        return false;
+        return;
     }
 }
 
