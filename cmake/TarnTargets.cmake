@@ -49,6 +49,24 @@ function(tarn_library name folder)
   endif()
 endfunction()
 
+# tarn_module(NAME SOURCES a.cpp ... [LINK lib ...]): libtarn-NAME.so, which the program loads at
+# first use (platform/Modules.h). Who runs parts of the program depends on `modules`.
+add_custom_target(modules)
+function(tarn_module name)
+  cmake_parse_arguments(ARG "" "COMPONENT" "SOURCES;LINK" ${ARGN})
+  add_library(tarn-${name} MODULE ${ARG_SOURCES})
+  target_include_directories(tarn-${name} PRIVATE ${CMAKE_SOURCE_DIR}/src)
+  target_link_libraries(tarn-${name} PRIVATE tarn_options ${ARG_LINK})
+  set_target_properties(tarn-${name} PROPERTIES LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}
+                        NO_SONAME ON) # a plug-in: nothing links it
+  add_dependencies(modules tarn-${name})
+  if(NOT ARG_COMPONENT)
+    set(ARG_COMPONENT tarn-view)
+  endif()
+  # One folder up, CPack would take it for a library and call ldconfig.
+  install(TARGETS tarn-${name} LIBRARY DESTINATION lib/tarn-view/plugins COMPONENT ${ARG_COMPONENT})
+endfunction()
+
 # tarn_shared_headers(NAME HEADERS h ... LINK lib ...): headers read once, for the targets that
 # tarn_takes_headers(NAME target ...) gives them to.
 function(tarn_shared_headers name)
@@ -75,6 +93,7 @@ function(tarn_test name)
   cmake_parse_arguments(ARG "QT;THREADS" "" "SOURCES;LINK" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE tarn_options tarn_testing ${ARG_LINK})
+  add_dependencies(${name} modules)
   if(ARG_QT)
     target_link_libraries(${name} PRIVATE tarn_qt_main GTest::gtest Qt6::Test)
     tarn_takes_headers(tarn_test_headers ${name})

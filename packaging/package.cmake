@@ -3,8 +3,6 @@
 set(program tarn-view)
 
 install(TARGETS tarn-view tarn RUNTIME DESTINATION bin COMPONENT ${program})
-# Where the console looks for it. One folder up, CPack would take it for a library and call ldconfig.
-install(TARGETS tarn-decoders LIBRARY DESTINATION lib/tarn-view/plugins COMPONENT ${program})
 install(DIRECTORY data/ DESTINATION share/tarn-view COMPONENT ${program}
         PATTERN make EXCLUDE PATTERN README.md EXCLUDE)
 

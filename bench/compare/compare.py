@@ -74,8 +74,7 @@ programs did the same work on the same pictures, in turns, in one run on one mac
 (`bench/compare/bare.cpp`) is the limit: the least that does the work, with the libraries' own calls
 and nothing else. Every other figure is how many times as long (or as much) a program took; less is
 better. Programs with a window ran maximised on a virtual display, keys came as from a keyboard, and a
-picture counted as shown when it stood on the screen. A start of this program contains a quarter of a
-second in which its splash is seen.
+picture counted as shown when it stood on the screen.
 """
 
 

@@ -20,6 +20,7 @@ namespace tarn {
 namespace {
 
 constexpr int kResizeRest = 250; // milliseconds after the last change of size
+constexpr int kSettles = 1000;   // milliseconds in which a new window gets its size
 constexpr int kBatchRest = 300;  // milliseconds until a batch or a question is looked at again
 
 } // namespace
@@ -106,16 +107,20 @@ void House::VersionButton_Click() {
     if (!m_about)
         m_about = std::make_unique<frmText>("frmAbout", "Tarn_View - About", context.clipboard);
     m_about->ShowText("Tarn_View - Digital Camera Picture program",
-                      AboutText(state.Version, state.Version_Detail));
+                      AboutText(state.Version, state.Version_Detail, Versions::Running));
 }
 
 void House::WireWindow() {
     window.onClose = [this] { lifecycle.Exit_Click(); };
     window.onOpen = [this](const std::string& path) { Open(path); };
     window.onResize = [this] { WindowResized(); };
+    // The size that the window system gives a new window is no dragging by hand.
+    window.onSizedBySystem = [this] {
+        if (m_resizeTimer.isActive() && !(m_started.isValid() && m_started.hasExpired(kSettles)))
+            m_resizeTimer.start(0);
+    };
     m_resizeTimer.setObjectName(QStringLiteral("ResizeTimer"));
     m_resizeTimer.setSingleShot(true);
-    m_resizeTimer.setInterval(kResizeRest);
     QObject::connect(&m_resizeTimer, &QTimer::timeout, [this] { ResizeTimer_Timer(); });
     QObject::connect(controls.FileListBox, &FileListBox::diskChanged, controls.FolderChangedLabel,
                      &QLabel::setVisible);
@@ -143,12 +148,12 @@ void House::WindowResized() {
     const QSize pane = controls.Picture1->PixelSize();
     state.PreviewWidth = pane.width();
     state.PreviewHeight = pane.height();
-    m_resizeTimer.start();
+    m_resizeTimer.start(kResizeRest);
 }
 
 void House::ResizeTimer_Timer() {
     if (state.BatchRuns || state.SlideViewing)
-        m_resizeTimer.start();
+        m_resizeTimer.start(kResizeRest);
     else
         display.Redraw();
 }
@@ -156,6 +161,7 @@ void House::ResizeTimer_Timer() {
 bool House::Start(const std::string& path, const std::string& imagingError) {
     if (!lifecycle.Form_Initialize(imagingError)) return false;
     lifecycle.Form_Load(path);
+    m_started.start();
     // Another screen may have finer pixels at the same size of the window.
     QObject::connect(window.windowHandle(), &QWindow::screenChanged, &m_resizeTimer,
                      [this] { WindowResized(); });

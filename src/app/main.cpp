@@ -62,7 +62,8 @@ int main(int argc, char** argv) {
     tarn::SecondStart second;
     if (second.HandOver(tarn::HandedOver(path, *files))) return 0;
 
-    tarn::KeepCrashNotes(files->StateFolder(), tarn::AboutText(tarn::ShellState().Version, {}));
+    tarn::KeepCrashNotes(files->StateFolder(),
+                         tarn::AboutText(tarn::ShellState().Version, {}, tarn::Versions::AsBuilt));
     const auto settings = tarn::MakeUserSettingsStore();
     const auto events = tarn::MakeEventPump();
     const auto dialogs = tarn::MakeDialogs();

@@ -1,10 +1,14 @@
 #include "clips/MciLibraries.h"
 
+#include "clips/ClipsModule.h"
+#include "platform/Modules.h"
+
+// The numbers alone: what is called stands in the module.
 extern "C" {
-#include <libavcodec/avcodec.h>
-#include <libavformat/avformat.h>
-#include <libavutil/avutil.h>
-#include <libswscale/swscale.h>
+#include <libavcodec/version.h>
+#include <libavformat/version.h>
+#include <libavutil/version.h>
+#include <libswscale/version.h>
 }
 
 #include <mpv/client.h>
@@ -25,15 +29,18 @@ std::string MpvVersion(unsigned long version) {
 
 } // namespace
 
-std::vector<Library> MciLibraries() {
-    return {
-        {"libmpv (interface)", MpvVersion(MPV_CLIENT_API_VERSION),
-         MpvVersion(mpv_client_api_version())},
-        {"libavformat", AvVersion(LIBAVFORMAT_VERSION_INT), AvVersion(avformat_version())},
-        {"libavcodec", AvVersion(LIBAVCODEC_VERSION_INT), AvVersion(avcodec_version())},
-        {"libavutil", AvVersion(LIBAVUTIL_VERSION_INT), AvVersion(avutil_version())},
-        {"libswscale", AvVersion(LIBSWSCALE_VERSION_INT), AvVersion(swscale_version())},
+std::vector<Library> MciLibraries(Versions asked) {
+    std::vector<Library> all{
+        {"libmpv (interface)", MpvVersion(MPV_CLIENT_API_VERSION), {}},
+        {"libavformat", AvVersion(LIBAVFORMAT_VERSION_INT), {}},
+        {"libavcodec", AvVersion(LIBAVCODEC_VERSION_INT), {}},
+        {"libavutil", AvVersion(LIBAVUTIL_VERSION_INT), {}},
+        {"libswscale", AvVersion(LIBSWSCALE_VERSION_INT), {}},
     };
+    const auto* clips = asked == Versions::Running ? FromModule<ClipsModule>() : nullptr;
+    if (clips)
+        for (Library& library : all) library.running = clips->version(library.name);
+    return all;
 }
 
 } // namespace tarn

@@ -7,6 +7,6 @@
 
 namespace tarn {
 
-std::vector<Library> MciLibraries();
+std::vector<Library> MciLibraries(Versions asked);
 
 } // namespace tarn

@@ -1,5 +1,5 @@
 // Plays what the libraries know.
-#include "clips/ClipPlayer.h"
+#include "clips/ClipsModule.h"
 #include "clips/Mci.h"
 
 #include <QElapsedTimer>

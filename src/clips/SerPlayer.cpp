@@ -7,7 +7,6 @@
 #include <QTimer>
 
 #include <algorithm>
-#include <cstdio>
 
 namespace tarn {
 
@@ -92,24 +91,12 @@ void SerPlayer::Tick() {
     m_ended = true;
 }
 
-std::string StartOf(const std::string& path) {
-    std::string start(64, '\0');
-    const FileHandle file(std::fopen(path.c_str(), "rb"));
-    start.resize(file ? std::fread(start.data(), 1, start.size(), file.get()) : 0);
-    return start;
-}
-
 } // namespace
 
 std::unique_ptr<ClipPlayer> OpenSer(const std::string& path, std::string& error) {
     auto player = std::make_unique<SerPlayer>();
     error = player->Open(path);
     return error.empty() ? std::move(player) : nullptr;
-}
-
-std::unique_ptr<ClipPlayer> OpenClip(const std::string& path, const ClipPlayer::Wait& wait,
-                                     std::string& error) {
-    return IsSer(StartOf(path)) ? OpenSer(path, error) : OpenWithMpv(path, wait, error);
 }
 
 } // namespace tarn

@@ -96,8 +96,14 @@ std::string ProfileOfHeif(std::FILE* file) {
     return profile;
 }
 
+constexpr PictureFormat kFormat{HeifSize, DecodeHeif, false, true, ProfileOfHeif};
+
+std::string Version() {
+    return heif_get_version();
+}
+
 } // namespace
 
-const PictureFormat kHeifFormat{HeifSize, DecodeHeif, false, true, ProfileOfHeif};
+extern "C" const FormatModule TarnModule{&kFormat, Version};
 
 } // namespace tarn

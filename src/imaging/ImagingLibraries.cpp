@@ -1,15 +1,17 @@
 #include "imaging/ImagingLibraries.h"
 
+#include "imaging/PictureFormat.h"
 #include "imaging/fits/FitsLibrary.h"
+#include "platform/Modules.h"
 
 #include <cstdio> // which libjpeg needs
 
 #include <jpeglib.h>
-#include <jxl/decode.h>
+// Of libraries in modules the numbers alone: nothing of them is called here.
 #include <jxl/version.h>
 #include <lcms2.h>
-#include <libheif/heif.h>
-#include <libraw/libraw.h>
+#include <libheif/heif_version.h>
+#include <libraw/libraw_version.h>
 
 namespace tarn {
 
@@ -40,19 +42,26 @@ std::string JxlVersion(unsigned version) {
            std::to_string(version % 1000);
 }
 
+// What a module says of its library.
+std::string Running(Versions asked, const char* name) {
+    if (asked == Versions::AsBuilt) return {};
+    const auto* module = static_cast<const FormatModule*>(LoadModule(name));
+    return module ? module->version() : std::string();
+}
+
 } // namespace
 
-std::vector<Library> ImagingLibraries() {
+std::vector<Library> ImagingLibraries(Versions asked) {
     return {
         {"libjpeg", kJpegBuilt, ""},
-        {"CFITSIO", FitsLibraryBuilt(), FitsLibraryRuns()},
-        {"LibRaw", Numbers(LIBRAW_VERSION_STR), Numbers(LibRaw::version())},
+        {"CFITSIO", FitsLibraryBuilt(), asked == Versions::AsBuilt ? "" : FitsLibraryRuns()},
+        {"LibRaw", Numbers(LIBRAW_VERSION_STR), Running(asked, "raw")},
         {"LittleCMS", LcmsVersion(LCMS_VERSION), LcmsVersion(cmsGetEncodedCMMversion())},
-        {"libheif", LIBHEIF_VERSION, heif_get_version()},
+        {"libheif", LIBHEIF_VERSION, Running(asked, "heif")},
         {"libjxl",
          JxlVersion(JPEGXL_MAJOR_VERSION * 1000000U + JPEGXL_MINOR_VERSION * 1000U +
                     JPEGXL_PATCH_VERSION),
-         JxlVersion(JxlDecoderVersion())},
+         Running(asked, "jxl")},
     };
 }
 

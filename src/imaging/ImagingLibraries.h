@@ -7,6 +7,6 @@
 
 namespace tarn {
 
-std::vector<Library> ImagingLibraries();
+std::vector<Library> ImagingLibraries(Versions asked);
 
 } // namespace tarn

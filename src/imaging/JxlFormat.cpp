@@ -90,8 +90,16 @@ std::string ProfileOfJxl(std::FILE* file) {
     return profile;
 }
 
+constexpr PictureFormat kFormat{JxlSize, DecodeJxl, false, true, ProfileOfJxl};
+
+std::string Version() {
+    const std::uint32_t version = JxlDecoderVersion(); // 7000 is 0.7.0
+    return std::to_string(version / 1000000) + "." + std::to_string(version / 1000 % 1000) + "." +
+           std::to_string(version % 1000);
+}
+
 } // namespace
 
-const PictureFormat kJxlFormat{JxlSize, DecodeJxl, false, true, ProfileOfJxl};
+extern "C" const FormatModule TarnModule{&kFormat, Version};
 
 } // namespace tarn

@@ -34,6 +34,12 @@ extern const PictureFormat kHeifFormat;    // HEIF and AVIF
 extern const PictureFormat kJxlFormat;     // JPEG XL
 extern const PictureFormat kToolkitFormat; // whatever the toolkit has a reader for
 
+// What a module that reads one format exports.
+struct FormatModule {
+    const PictureFormat* format;
+    std::string (*version)(); // of the library that runs
+};
+
 // The colour profile of a JPEG file; empty when it has none.
 std::string ProfileOfJpeg(std::FILE* file);
 

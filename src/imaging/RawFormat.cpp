@@ -150,8 +150,15 @@ QImage DecodeRaw(std::FILE* file, QSize wanted, std::string& error) {
     return picture.isNull() ? Developed(raw, wanted, error) : picture;
 }
 
+constexpr PictureFormat kFormat{RawSize, DecodeRaw, true, true, nullptr};
+
+std::string Version() {
+    const std::string version = LibRaw::version(); // "0.20.2-Release"
+    return version.substr(0, version.find_first_not_of("0123456789."));
+}
+
 } // namespace
 
-const PictureFormat kRawFormat{RawSize, DecodeRaw, true, true, nullptr};
+extern "C" const FormatModule TarnModule{&kFormat, Version};
 
 } // namespace tarn

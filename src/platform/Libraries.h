@@ -8,7 +8,10 @@ namespace tarn {
 struct Library {
     std::string name;
     std::string built;   // version that the program was built with
-    std::string running; // version that it runs with; empty when the library does not tell
+    std::string running; // version that it runs with; empty when it does not tell or is not asked
 };
+
+// Whether modules are loaded to ask them.
+enum class Versions { Running, AsBuilt };
 
 } // namespace tarn

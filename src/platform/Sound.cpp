@@ -1,63 +1,36 @@
 #include "platform/Sound.h"
 
-#include "platform/ProgramFiles.h"
-#include "platform/QtText.h"
-
-#include <QAudioDevice>
-#include <QCoreApplication>
-#include <QElapsedTimer>
-#include <QFile>
-#include <QMediaDevices>
-#include <QSoundEffect>
-#include <QThread>
-#include <QUrl>
-
-#include <map>
+#include "platform/Modules.h"
+#include "platform/SoundModule.h"
 
 namespace tarn {
 
 namespace {
 
-constexpr int kLongestWait = 500; // milliseconds
-constexpr int kLook = 10;         // milliseconds between looks whether it still plays
-
-class QtSound : public Sound {
+// Takes the module with the first sound.
+class LateSound : public Sound {
 public:
     void Play(const std::string& name) override {
-        if (QSoundEffect* effect = Effect(name)) effect->play();
+        if (Sound* player = Player()) player->Play(name);
     }
     void PlayAndWait(const std::string& name) override {
-        QSoundEffect* effect = Effect(name);
-        if (!effect) return;
-        effect->play();
-        QElapsedTimer waited;
-        waited.start();
-        while (effect->isPlaying() && waited.elapsed() < kLongestWait) {
-            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-            QThread::msleep(kLook);
-        }
+        if (Sound* player = Player()) player->PlayAndWait(name);
     }
 
 private:
-    QSoundEffect* Effect(const std::string& name) {
-        if (QMediaDevices::audioOutputs().isEmpty()) return nullptr;
-        const QString file = ToQt(ProgramFile(name));
-        if (!QFile::exists(file)) return nullptr; // no fault, and it may come later
-        auto& effect = m_effects[name];
-        if (!effect) {
-            effect = std::make_unique<QSoundEffect>();
-            effect->setSource(QUrl::fromLocalFile(file));
-        }
-        return effect.get();
+    Sound* Player() {
+        if (!m_player)
+            if (const auto* module = FromModule<SoundModule>()) m_player = module->make();
+        return m_player.get();
     }
 
-    std::map<std::string, std::unique_ptr<QSoundEffect>> m_effects;
+    std::unique_ptr<Sound> m_player;
 };
 
 } // namespace
 
 std::unique_ptr<Sound> MakeSound() {
-    return std::make_unique<QtSound>();
+    return std::make_unique<LateSound>();
 }
 
 } // namespace tarn

@@ -49,20 +49,20 @@ std::string ScreenText(const QScreen& screen) {
 
 } // namespace
 
-std::vector<Library> Libraries() {
+std::vector<Library> Libraries(Versions asked) {
     std::vector<Library> all{
         {"Qt", QT_VERSION_STR, qVersion()},
         {"C library", std::to_string(__GLIBC__) + "." + std::to_string(__GLIBC_MINOR__),
          gnu_get_libc_version()},
     };
-    for (const auto& list : {ImagingLibraries(), MciLibraries()})
+    for (const auto& list : {ImagingLibraries(asked), MciLibraries(asked)})
         all.insert(all.end(), list.begin(), list.end());
     return all;
 }
 
-std::string AboutText(const std::string& version, const std::string& detail) {
+std::string AboutText(const std::string& version, const std::string& detail, Versions asked) {
     std::string text = "Tarn_View " + version + "\n" + (detail.empty() ? "" : detail + "\n") + "\n";
-    for (const Library& library : Libraries()) text += Row(library.name, VersionText(library));
+    for (const Library& library : Libraries(asked)) text += Row(library.name, VersionText(library));
     text += Row("Compiler", __VERSION__) + "\n";
     text += Row("System", FromQt(QSysInfo::prettyProductName()));
     text +=

@@ -9,10 +9,10 @@
 namespace tarn {
 
 // Every library that is linked, the toolkit first.
-std::vector<Library> Libraries();
+std::vector<Library> Libraries(Versions asked);
 
 // Lines of plain text, to be shown, copied and put into notes. Nothing in it tells of the user's
 // files. `version` and `detail` are the program's own.
-std::string AboutText(const std::string& version, const std::string& detail);
+std::string AboutText(const std::string& version, const std::string& detail, Versions asked);
 
 } // namespace tarn

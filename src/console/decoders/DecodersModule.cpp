@@ -1,5 +1,5 @@
 // The module that the console companion loads when it needs to look into pictures.
-#include "console/Subcommand.h"
+#include "console/DecodersModule.h"
 #include "console/decoders/Conversion.h"
 #include "console/decoders/Pages.h"
 #include "console/decoders/Sheets.h"
@@ -8,6 +8,8 @@
 #include "imaging/fits/FitsLines.h"
 
 #include <QGuiApplication>
+
+namespace tarn {
 
 namespace {
 
@@ -27,40 +29,46 @@ void NeedApplication(bool withFonts) {
     new QGuiApplication(argc, argv);
 }
 
+PictureLook Look(const std::string& path) {
+    NeedApplication(false);
+    PictureLook look;
+    const PictureHeader header = PictureLoader::ReadHeader(path);
+    if (!header.size.isEmpty()) {
+        look.width = header.size.width();
+        look.height = header.size.height();
+    }
+    if (header.fits) look.lines = FitsLinesOf(path);
+    return look;
+}
+
+ConvertedFile Convert(const std::string& path, const std::string& folder,
+                      const ConvertOptions& options) {
+    NeedApplication(!options.text.empty());
+    return WriteConverted(path, folder, options);
+}
+
+PageResult Page(const PageRequest& request) {
+    NeedApplication(false);
+    return WritePage(request);
+}
+
+PageResult Gallery(const PageRequest& request) {
+    NeedApplication(false);
+    return WriteGallery(request);
+}
+
+SheetResult Sheet(const SheetRequest& request) {
+    NeedApplication(true);
+    return WriteSheet(request);
+}
+
+ThumbnailOutcome Thumbnails(const ThumbnailOrder& order) {
+    NeedApplication(false);
+    return MakeThumbnails(order);
+}
+
 } // namespace
 
-extern "C" void TarnLook(const std::string* path, tarn::PictureLook* look) {
-    NeedApplication(false);
-    const tarn::PictureHeader header = tarn::PictureLoader::ReadHeader(*path);
-    if (!header.size.isEmpty()) {
-        look->width = header.size.width();
-        look->height = header.size.height();
-    }
-    if (header.fits) look->lines = tarn::FitsLinesOf(*path);
-}
+extern "C" const DecodersModule TarnModule{Look, Convert, Page, Gallery, Sheet, Thumbnails};
 
-extern "C" void TarnConvert(const std::string* path, const std::string* folder,
-                            const tarn::ConvertOptions* options, tarn::ConvertedFile* result) {
-    NeedApplication(!options->text.empty());
-    *result = tarn::WriteConverted(*path, *folder, *options);
-}
-
-extern "C" void TarnPage(const tarn::PageRequest* request, tarn::PageResult* result) {
-    NeedApplication(false);
-    *result = tarn::WritePage(*request);
-}
-
-extern "C" void TarnGallery(const tarn::PageRequest* request, tarn::PageResult* result) {
-    NeedApplication(false);
-    *result = tarn::WriteGallery(*request);
-}
-
-extern "C" void TarnSheet(const tarn::SheetRequest* request, tarn::SheetResult* result) {
-    NeedApplication(true);
-    *result = tarn::WriteSheet(*request);
-}
-
-extern "C" void TarnThumbnails(const tarn::ThumbnailOrder* order, tarn::ThumbnailOutcome* outcome) {
-    NeedApplication(false);
-    *outcome = tarn::MakeThumbnails(*order);
-}
+} // namespace tarn

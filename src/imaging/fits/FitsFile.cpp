@@ -16,9 +16,6 @@
 
 #include <fitsio.h>
 
-#include <fcntl.h>
-#include <unistd.h>
-
 namespace tarn {
 
 namespace {
@@ -333,20 +330,6 @@ std::optional<FitsSamples> ReadFitsSamples(const std::string& path, std::string&
     if (error.empty() && there < samples.All()) error = kCutShort;
     if (samples.count == 0) return std::nullopt;
     return samples;
-}
-
-std::string NameOfOpen(int file) {
-    return "/proc/self/fd/" + std::to_string(file);
-}
-
-bool IsFitsFile(const std::string& path) {
-    // Without waiting: a pipe under that name would never answer.
-    const int file = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (file < 0) return false;
-    std::array<char, kFitsStart.size()> start{};
-    const bool whole = ::read(file, start.data(), start.size()) == ssize_t(start.size());
-    ::close(file);
-    return whole && std::string_view(start.data(), start.size()) == kFitsStart;
 }
 
 } // namespace tarn

@@ -6,11 +6,6 @@
 
 namespace tarn {
 
-std::string FitsLibraryBuilt() {
-    return std::to_string(CFITSIO_MAJOR) + "." + std::to_string(CFITSIO_MINOR) + "." +
-           std::to_string(CFITSIO_MICRO);
-}
-
 std::string FitsLibraryRuns() {
     float version = 0; // as 4.02, or 4.0203 of later ones
     fits_get_version(&version);

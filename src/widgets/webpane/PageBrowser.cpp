@@ -1,15 +1,14 @@
 #include "widgets/webpane/PageBrowser.h"
 
 #include "imaging/PictureLoader.h"
+#include "platform/Modules.h"
 #include "platform/QtText.h"
 #include "widgets/webpane/WebView.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QKeyEvent>
-#include <QLibrary>
 
-#include <filesystem>
 #include <unistd.h>
 
 namespace tarn {
@@ -28,19 +27,11 @@ QImage Blank() {
     return blank;
 }
 
-// Where the module is; empty when it is not installed.
-std::string ModulePath() {
-    std::error_code none;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", none).parent_path();
-    for (const char* place : {"libtarn-webpane.so", "../lib/tarn-view/plugins/libtarn-webpane.so"})
-        if (std::filesystem::exists(program / place, none)) return program / place;
-    return {};
-}
-
 } // namespace
 
 void PageBrowser::PrepareProgram() {
-    if (!ModulePath().empty()) QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    if (!ModulePath(WebPaneModule::kModule).empty())
+        QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
 }
 
 PageBrowser::PageBrowser(QWidget* parent) : QTextBrowser(parent) {
@@ -52,16 +43,13 @@ PageBrowser::~PageBrowser() = default;
 void PageBrowser::LoadView() {
     m_viewTried = true;
     m_whyPlain = "Plain view of the page: the package tarn-view-webpane shows it as browsers do";
-    const std::string path = ModulePath();
-    if (path.empty()) return;
-    QLibrary module(ToQt(path));
-    const auto make = reinterpret_cast<MakeWebView>(module.resolve(kMakeWebView));
-    if (!make) return;
+    const auto* module = FromModule<WebPaneModule>();
+    if (!module) return;
     // Its library keeps a page locked up by means that it does not have as root.
     m_whyPlain = "Plain view of the page: pages are not shown as browsers do for the superuser";
     if (::geteuid() == 0) return;
     m_whyPlain = "Plain view of the page: this system cannot lock pages up";
-    m_view.reset(make(this));
+    m_view.reset(module->make(this));
     if (!m_view) return;
     m_whyPlain.clear();
     m_view->Widget()->setGeometry(rect());

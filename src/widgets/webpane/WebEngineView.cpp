@@ -137,14 +137,16 @@ private:
     StayingPage* m_page;
 };
 
+WebView* MakeView(QWidget* pane) {
+    // Without a shared context the library ends the program.
+    if (!QOpenGLContext::globalShareContext() || !CanLockUp()) return nullptr;
+    qputenv("QTWEBENGINE_CHROMIUM_FLAGS", kFlags);
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::OpenGLRhi);
+    return new WebEngineView(pane);
+}
+
 } // namespace
 
-} // namespace tarn
+extern "C" const WebPaneModule TarnModule{MakeView};
 
-extern "C" tarn::WebView* TarnMakeWebView(QWidget* pane) {
-    // Without a shared context the library ends the program.
-    if (!QOpenGLContext::globalShareContext() || !tarn::CanLockUp()) return nullptr;
-    qputenv("QTWEBENGINE_CHROMIUM_FLAGS", tarn::kFlags);
-    QQuickWindow::setGraphicsApi(QSGRendererInterface::OpenGLRhi);
-    return new tarn::WebEngineView(pane);
-}
+} // namespace tarn

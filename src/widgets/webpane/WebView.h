@@ -22,9 +22,12 @@ public:
     virtual void SendKey(const QKeyEvent& key) = 0;
 };
 
-// What the module has: a view that fills `pane`; null where the system does not let it work safely.
-// The caller owns it.
-inline constexpr char kMakeWebView[] = "TarnMakeWebView";
-using MakeWebView = WebView* (*)(QWidget* pane);
+struct WebPaneModule {
+    static constexpr char kModule[] = "webpane";
+
+    // A view that fills `pane`; null where the system does not let it work safely. The caller owns
+    // it.
+    WebView* (*make)(QWidget* pane);
+};
 
 } // namespace tarn

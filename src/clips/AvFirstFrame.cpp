@@ -1,7 +1,7 @@
-#include "clips/ClipFrame.h"
-
+// The first frame of a clip that the libraries know.
 #include "clips/AvFile.h"
-#include "clips/SerPicture.h"
+#include "clips/ClipFrame.h"
+#include "clips/ClipsModule.h"
 
 extern "C" {
 #include <libswscale/swscale.h>
@@ -21,13 +21,8 @@ struct Closer {
     void operator()(SwsContext* context) const { sws_freeContext(context); }
 };
 
-QSize SizeIn(QSize frame, int side) {
-    if (frame.width() <= side && frame.height() <= side) return frame;
-    return frame.scaled(side, side, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
-}
-
 QImage Scaled(const AVFrame& frame, int side) {
-    QImage picture(SizeIn(QSize(frame.width, frame.height), side), QImage::Format_RGB32);
+    QImage picture(SmallSize(QSize(frame.width, frame.height), side), QImage::Format_RGB32);
     const std::unique_ptr<SwsContext, Closer> scaler(
         sws_getContext(frame.width, frame.height, AVPixelFormat(frame.format), picture.width(),
                        picture.height(), AV_PIX_FMT_BGRA, SWS_AREA, nullptr, nullptr, nullptr));
@@ -51,6 +46,8 @@ bool DecodeOne(AVFormatContext& file, int stream, AVCodecContext& decoder, AVFra
     return false;
 }
 
+} // namespace
+
 QImage FirstOfAv(const std::string& path, int side) {
     const std::atomic<bool> never = false;
     std::string error;
@@ -66,18 +63,6 @@ QImage FirstOfAv(const std::string& path, int side) {
     decoder->thread_count = 1;
     if (avcodec_open2(decoder.get(), codec, nullptr) < 0) return {};
     return DecodeOne(*file, stream, *decoder, *frame) ? Scaled(*frame, side) : QImage();
-}
-
-} // namespace
-
-QImage FirstFrame(const std::string& path, int side) {
-    SerFile ser;
-    if (!ser.Open(path).empty()) return FirstOfAv(path, side);
-    std::string error;
-    const QImage picture = SerPicture(ser, 0, error);
-    return picture.isNull() ? picture
-                            : picture.scaled(SizeIn(picture.size(), side), Qt::IgnoreAspectRatio,
-                                             Qt::SmoothTransformation);
 }
 
 } // namespace tarn

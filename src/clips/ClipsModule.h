@@ -1,0 +1,23 @@
+// What the module that links the libraries of clips has.
+#pragma once
+
+#include "clips/ClipPlayer.h"
+
+namespace tarn {
+
+struct ClipsModule {
+    static constexpr char kModule[] = "clips";
+    std::unique_ptr<ClipPlayer> (*player)(const std::string& path, const ClipPlayer::Wait& wait,
+                                          std::string& error);
+    QImage (*firstFrame)(const std::string& path, int side); // as FirstFrame of ClipFrame.h
+
+    // Of the library that runs, by its name in MciLibraries.
+    std::string (*version)(const std::string& library);
+};
+
+// What stands in the module.
+std::unique_ptr<ClipPlayer> OpenWithMpv(const std::string& path, const ClipPlayer::Wait& wait,
+                                        std::string& error);
+QImage FirstOfAv(const std::string& path, int side);
+
+} // namespace tarn

@@ -1,0 +1,19 @@
+// What the module does for Decoders.h.
+#pragma once
+
+#include "console/Decoders.h"
+
+namespace tarn {
+
+struct DecodersModule {
+    static constexpr char kModule[] = "decoders";
+    PictureLook (*look)(const std::string& path);
+    ConvertedFile (*convert)(const std::string& path, const std::string& folder,
+                             const ConvertOptions& options);
+    PageResult (*page)(const PageRequest& request);
+    PageResult (*gallery)(const PageRequest& request);
+    SheetResult (*sheet)(const SheetRequest& request);
+    ThumbnailOutcome (*thumbnails)(const ThumbnailOrder& order);
+};
+
+} // namespace tarn

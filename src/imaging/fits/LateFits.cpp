@@ -1,0 +1,38 @@
+// The program's side of the module that reads FITS files.
+#include "imaging/fits/FitsLibrary.h"
+#include "imaging/fits/FitsModule.h"
+#include "platform/Modules.h"
+
+#include <fitsio.h> // its numbers alone: nothing of it is called here
+
+namespace tarn {
+
+namespace {
+
+constexpr char kNoModule[] = "The program's reader of FITS files is not installed";
+
+} // namespace
+
+std::optional<FitsHeader> ReadFitsHeader(const std::string& path, std::string& error) {
+    if (const auto* fits = FromModule<FitsModule>()) return fits->header(path, error);
+    error = kNoModule;
+    return std::nullopt;
+}
+
+std::optional<FitsSamples> ReadFitsSamples(const std::string& path, std::string& error) {
+    if (const auto* fits = FromModule<FitsModule>()) return fits->samples(path, error);
+    error = kNoModule;
+    return std::nullopt;
+}
+
+std::string FitsLibraryBuilt() {
+    return std::to_string(CFITSIO_MAJOR) + "." + std::to_string(CFITSIO_MINOR) + "." +
+           std::to_string(CFITSIO_MICRO);
+}
+
+std::string FitsLibraryRuns() {
+    const auto* fits = FromModule<FitsModule>();
+    return fits ? fits->version() : std::string();
+}
+
+} // namespace tarn
