@@ -25,6 +25,7 @@
 #include "web/WebRoom.h"
 #include "widgets/ShownWindows.h"
 
+#include <QElapsedTimer>
 #include <QTimer>
 
 #include <memory>
@@ -96,6 +97,7 @@ private:
     std::unique_ptr<frmLogs> m_logs; // made when it is first asked for
     std::unique_ptr<frmText> m_about;
     QTimer m_resizeTimer;
+    QElapsedTimer m_started;
     std::string m_handedEarly; // a path that came while the program was loading
 };
 

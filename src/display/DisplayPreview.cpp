@@ -28,15 +28,17 @@ void DisplayRoom::ShowPreview() {
 
 void DisplayRoom::FitIntoPane() {
     ProgramState& s = m.state;
-    const PreviewFit fit = FitPreview(s.ImageWidth, s.ImageHeight, s.PreviewWidth, s.PreviewHeight);
+    // Of the pixels that there are: after a conversion the texts tell another size.
+    const PreviewFit fit =
+        FitPreview(m_turned.Width(), m_turned.Height(), s.PreviewWidth, s.PreviewHeight);
     if (fit.reduced) m_preview.Scale(fit.width, fit.height);
     PutText(fit.reduced ? PreviewKind::Reduced : PreviewKind::FullSize, false);
 }
 
 void DisplayRoom::CutToPane() {
     ProgramState& s = m.state;
-    const int width = s.ImageWidth * Scale();
-    const int height = s.ImageHeight * Scale();
+    const int width = m_turned.Width() * Scale();
+    const int height = m_turned.Height() * Scale();
     const PreviewCrop crop = CropPreview(width, height, s.PreviewWidth, s.PreviewHeight);
     CutForPane(m_preview, crop, s.TwoX);
     PutText(s.TwoX ? PreviewKind::DoubledCut : PreviewKind::FullSizeCut,

@@ -123,6 +123,7 @@ int FileRoom::RowOf(const std::string& path) const {
 void FileRoom::ShowFromRow(int row) {
     m.notes.NoteFilesChanged();
     m.navigation.RefreshDirButton_Click();
+    if (m.controls.FileListBox->Count() < 1) m.navigation.ShowWholeList();
     const int count = m.controls.FileListBox->Count();
     if (count < 1) {
         ShowNothing();

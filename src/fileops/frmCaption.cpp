@@ -172,7 +172,7 @@ void frmCaption::OpenForm() {
 
 void frmCaption::closeEvent(QCloseEvent* event) {
     m_open = false;
-    QDialog::closeEvent(event);
+    event->accept(); // the dialog's own would reject, which closes
 }
 
 // The picture, its note or its size may be others by now.

@@ -30,6 +30,7 @@ public:
     void ShowCopyFolder();
     void ShowPicture() { ShowType(); } // another one is shown
     void ShowCaptionText(const std::string& text);
+    void reject() override { close(); } // Esc, too, ends what the window remembers
 
 protected:
     void closeEvent(QCloseEvent* event) override;

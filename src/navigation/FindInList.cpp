@@ -67,13 +67,14 @@ void FindInList::Narrow() {
 void FindInList::TakeRow() {
     FileListBox& list = *m.controls.FileListBox;
     const int row = list.RowOf(m.state.FileNameOnly);
+    m.state.FileIndex = row; // none: a step begins at the first one that is listed
     if (row >= 0) {
         if (row != list.CurrentRow()) list.setCurrentIndex(list.model()->index(row, 0));
-        m.state.FileIndex = row;
         if (m.state.HistRow()) *m.state.HistRow() = row;
     }
     m.navigation.ResetFileHistory(list.CurrentRow() >= 0);
     m.navigation.Update_Num_Files(0);
+    m.notes.SetSaveCommands();
 }
 
 void FindInList::Close() {

@@ -110,6 +110,7 @@ void NavigationRoom::OpenFolder(const std::string& folder, const std::string& na
         m.controls.FolderTreeview1->SetSelectedPath(folder);
         m.controls.FolderTreeview1->Reveal(folder);
     } else {
+        if (list.LeavesOut(name)) m_find.Close();
         if (list.RowOf(name) < 0) RefreshDirButton_Click(); // made since the folder was read
         ShowNamed(name);
     }
@@ -141,6 +142,7 @@ bool NavigationRoom::MoveTree(const std::string& folder) {
 }
 
 void NavigationRoom::GoToFolder(int entry) {
+    m_find.Close(); // its rows are not those of the entries
     const int before = m.state.HistCur;
     m.state.HistCur = entry;
     {

@@ -130,7 +130,7 @@ void NavigationRoom::ShowChosenFile(const FileLook& look) {
         return;
     }
     if (IsListedType(s.WebTypes, s.FileType))
-        m.video.Load_web();
+        m.video.Load_web(m_request);
     else
         ShowPictureOrText(look);
 }
@@ -139,7 +139,7 @@ void NavigationRoom::ShowVideo() {
     m.current.ShowAs(FileKind::Clip);
     m.display.SetPictureCommands(false);
     EnableSlideButtons(m.controls, false);
-    m.video.ShowVideoFile();
+    m.video.ShowVideoFile(m_request);
 }
 
 void NavigationRoom::ShowPictureOrText(const FileLook& look) {
@@ -148,7 +148,7 @@ void NavigationRoom::ShowPictureOrText(const FileLook& look) {
     m.display.SetPictureCommands(true);
     EnableSlideButtons(m.controls, true);
     if (m.state.FileType == ".TXT") {
-        m.video.Load_web();
+        m.video.Load_web(m_request);
         return;
     }
     PictureRequest request = m_request;
@@ -189,11 +189,9 @@ void NavigationRoom::StepFrom(int row, int by, const PictureRequest& request) {
     SelectRow(count < 1 ? -1 : RowFrom(row, by, count), request);
     if (m.state.ShowsText()) {
         m.state.ImageLoaded = false;
-        m.shell.FocusPane();
         m.controls.LabelNavKeys->show();
-    } else if (request.focus) {
-        m.shell.FocusPane();
     }
+    if (request.focus) m.shell.FocusPane();
 }
 
 void NavigationRoom::SelectAllButton_Click() {
@@ -231,6 +229,10 @@ std::optional<int> NavigationRoom::MoveThroughViews(bool back) {
 
 void NavigationRoom::ShowView(std::optional<int> row) {
     if (row) SelectRow(*row, {.records = false, .turns = {}});
+}
+
+void NavigationRoom::ShowWholeList() {
+    m_find.Close();
 }
 
 void NavigationRoom::SetFilterShown(bool shown) {

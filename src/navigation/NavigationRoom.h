@@ -51,6 +51,7 @@ public:
     std::optional<int> MoveThroughViews(bool back) override;
     const ViewHistory& Views() const { return m_views; }
     void SetFilterShown(bool shown) override;
+    void ShowWholeList() override;
 
     // The tree's selection event.
     void FolderTreeview1_Selection(const std::string& path);

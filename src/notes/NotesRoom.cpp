@@ -208,7 +208,11 @@ void NotesRoom::WriteDrafts() {
 void NotesRoom::SetSaveCommands() {
     const ProgramState& s = m.state;
     const MainControls& c = m.controls;
-    const bool selected = c.FileListBox->CurrentRow() >= 0 && !s.FileNameOnly.empty();
+    // A picture stays shown, and its note open, while the list is narrowed to others.
+    const bool selected = !s.FileNameOnly.empty() &&
+                          (c.FileListBox->CurrentRow() >= 0 ||
+                           (c.FileListBox->LeavesOut(s.FileNameOnly) &&
+                            JoinPath(c.FileListBox->Path(), s.FileNameOnly) == s.Filename));
     const bool on = !s.NotesFolder.empty() && selected && !s.NoteText.empty();
     for (QPushButton* button : {c.SaveNotesButton, c.SaveNotes2Button, c.SaveNotes3Button})
         SetEnabled(button, on);

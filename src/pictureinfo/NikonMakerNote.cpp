@@ -126,7 +126,6 @@ double NikonMakerNote::ReadLensNumber(const PictureDataBuffer& data, int which) 
     const int index = NikonDataIndex + which * 8;
     const auto numerator = data.Long(index, ByteOrder::Motorola);
     const auto denominator = data.Long(index + 4, ByteOrder::Motorola);
-    if (!numerator || !denominator) return 0;
     Fraction& number = m_lensNumbers[static_cast<std::size_t>(which)];
     StoreIfFits(number.numerator, numerator);
     StoreIfFits(number.denominator, denominator);

@@ -200,7 +200,7 @@ void FullSlides::ExpectNeighbours() {
     m.ahead.Expect(wishes);
 }
 
-// The same picture comes back in its turn; another one is selected, as by hand.
+// The picture comes back in its turn: the same one again, another one as selected by hand.
 void FullSlides::ShowEnd() {
     ProgramState& s = m.state;
     const FileListBox& list = *m.controls.FileListBox;
@@ -210,15 +210,14 @@ void FullSlides::ShowEnd() {
         m.navigation.EnableListCommands();
     } else if (m_walksSelected || !m_shown || index >= list.Count()) {
         SelectStart();
-    } else if (PathOf(index) == m_startFile && s.Filename == m_startFile) {
+    } else {
+        const bool same = PathOf(index) == m_startFile && s.Filename == m_startFile;
         const PictureRequest turned{.turns = TurnsOf(m_turn)};
-        if (list.IsSelected(index))
+        if (!same) m.navigation.ClearMultiselect();
+        if (same && list.IsSelected(index))
             m.display.DisplayPicture(turned);
         else
             m.navigation.SelectRow(index, turned); // a way through the views had unselected it
-    } else {
-        m.navigation.ClearMultiselect();
-        m.navigation.SelectRow(index);
     }
     if (s.BrightnessValue != 0) m.display.AdjustButton_Click();
     if (!m_error.empty()) m.shell.ShowError(m_error);

@@ -154,9 +154,15 @@ void FullSlides::GoToView(bool back) {
 void FullSlides::Copy(bool convert) {
     TakeAsCurrentFile();
     m.shell.ShowMessage({});
-    const Outcome copied = convert ? m.copies.CMImage() : m.copies.CopyImage();
+    CopyOutcome copied;
+    if (convert)
+        static_cast<Outcome&>(copied) = m.copies.CMImage();
+    else
+        copied = m.copies.CopyImage();
     m.shell.Tell(copied);
     m_refusal = copied ? std::string() : copied.text;
+    // Why it failed; what is kept of an earlier failure says nothing about a refusal.
+    if (!copied.fault.empty() && !copied.copyOk.empty()) m_refusal = copied.copyOk;
     // A refusal without a word says nothing at all.
     m_copied = copied || !m_refusal.empty();
     Leave(SlideMove::Again);

@@ -96,6 +96,7 @@ Outcome ThumbRoom::GenerateThumbnails(bool updateOnly, const ThumbnailTold& told
     if (Outcome refused = MayBegin(); !refused) return refused;
     const QScopedValueRollback<bool> updating(m.state.ThumbUpdate, updateOnly);
     KeptNote kept(m);
+    m.navigation.ShowWholeList();
     m_list.emplace(m);
     Outcome outcome = WholeRun(told, ownCancel);
     m_list->PutBack();

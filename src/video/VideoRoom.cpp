@@ -170,7 +170,7 @@ void VideoRoom::TellShown() {
     m.current.Tell();
 }
 
-void VideoRoom::ShowVideoFile() {
+void VideoRoom::ShowVideoFile(const PictureRequest& request) {
     ProgramState& s = m.state;
     if (!s.FormLoadDone) s.VideoPending = true;
     if (!s.FormLoadDone || s.SlideViewing) return;
@@ -183,6 +183,7 @@ void VideoRoom::ShowVideoFile() {
         ShowSummary("Canon DSLR Video", false);
     else
         ShowClip();
+    if (s.Kind != FileKind::Log && request.focus) m.shell.FocusPane();
     TellShown();
 }
 
@@ -201,7 +202,6 @@ void VideoRoom::ShowSummary(const std::string& camera, bool placeholder) {
     ShowPicture2(false);
     m.controls.QTplayButton->show();
     m.controls.QTplayButton->raise();
-    m.shell.FocusPane();
 }
 
 void VideoRoom::ShowClip() {
@@ -209,7 +209,6 @@ void VideoRoom::ShowClip() {
     m.controls.Picture2->SetHint("");
     ShowPicture2(true);
     if (OpenVideoClip(m.state.Filename)) PlayClip("VidClip to " + std::to_string(kFirstShown));
-    m.shell.FocusPane();
 }
 
 bool VideoRoom::OpenVideoClip(const std::string& path) {
@@ -284,7 +283,7 @@ void VideoRoom::ShowText(FileKind kind) {
     }
 }
 
-void VideoRoom::Load_web() {
+void VideoRoom::Load_web(const PictureRequest& request) {
     ProgramState& s = m.state;
     if (!s.SlideViewing) m.shell.SetListCommands(false);
     BeginFile();
@@ -294,7 +293,7 @@ void VideoRoom::Load_web() {
     else
         ShowText(FileKind::Text);
     TellShown();
-    if (s.WebImage()) m.shell.FocusPane(); // clearing the note goes into its box
+    if (s.WebImage() && request.focus) m.shell.FocusPane(); // clearing the note goes into its box
 }
 
 void VideoRoom::ShowPage() {

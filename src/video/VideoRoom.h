@@ -29,9 +29,11 @@ public:
     void ConnectControls() override;
     void BreakOff() override;
 
-    void ShowVideoFile() override;
+    using VideoCommands::Load_web;
+    using VideoCommands::ShowVideoFile;
+    void ShowVideoFile(const PictureRequest& request) override;
     void CloseVideoClip() override;
-    void Load_web() override;
+    void Load_web(const PictureRequest& request) override;
 
     void VideoButton_Click(int index);
     void VideoTimer_Timer();

@@ -36,8 +36,9 @@ public:
         const int most = slider->maximum();
         Add(
             [=](const Settings& s) {
-                slider->setRange(std::min(least, s.*field), std::max(most, s.*field));
-                slider->setValue(s.*field);
+                const int value = s.*field; // what listens may write it at once
+                slider->setRange(std::min(least, value), std::max(most, value));
+                slider->setValue(value);
             },
             [=](Settings& s) { s.*field = slider->value(); });
     }

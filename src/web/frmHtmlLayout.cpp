@@ -336,10 +336,11 @@ bool frmHtmlLayout::AddAll(const std::vector<std::string>& paths, KeptNote& note
 
 void frmHtmlLayout::HtmlAddAll(bool reverse) {
     ProgramState& s = m.state;
-    const int count = m.controls.FileListBox->Count();
     if (s.BatchRuns || s.SlideViewing) return;
+    m.navigation.ShowWholeList();
+    const int count = m.controls.FileListBox->Count();
     m_videoFaultTold = false;
-    const int back = s.FileIndex < count ? s.FileIndex : count - 1;
+    const int back = std::clamp(s.FileIndex, 0, std::max(0, count - 1));
     const FileListBox& list = *m.controls.FileListBox;
     std::vector<std::string> paths; // the list may change while events come in
     for (int row = 0; row < count; ++row) paths.push_back(JoinPath(list.Path(), list.Text(row)));

@@ -152,6 +152,7 @@ void frmHtmlThumb::MakeGallery(bool frames) {
         Say("The list shows another folder than '" + m_folder + "', for which the file was chosen");
         return;
     }
+    m.navigation.ShowWholeList();
     m_fields.Store(m.state);
     GalleryPlan plan = Plan(frames);
     if (plan.items.empty()) {

@@ -36,6 +36,7 @@ public:
     // Only the rows whose names `keeps` says, until it is empty; the current row stays by name.
     // Raises nothing and looks at no disk.
     void Narrow(std::function<bool(const std::string& name)> keeps);
+    bool LeavesOut(const std::string& name) const { return m_model.LeavesOut(name); } // by that
     // Files of the folder that the pattern leaves out, unsorted, as of the last look at it.
     const std::vector<std::string>& LeftOut() const { return m_model.LeftOut(); }
 

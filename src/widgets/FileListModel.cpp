@@ -82,6 +82,11 @@ void FileListModel::Narrow(std::function<bool(const std::string&)> keeps) {
     endResetModel();
 }
 
+bool FileListModel::LeavesOut(const std::string& name) const {
+    const auto& all = m_reading.listed;
+    return RowOf(name) < 0 && std::find(all.begin(), all.end(), name) != all.end();
+}
+
 bool FileListModel::DiffersFromDisk() {
     auto now = Look(m_folder, m_pattern);
     if (!now) return true;

@@ -34,6 +34,7 @@ public:
     // Only the rows that `keeps` says, until it is empty: of the snapshot, without a look at the
     // disk. Later readings are narrowed, too.
     void Narrow(std::function<bool(const std::string& name)> keeps);
+    bool LeavesOut(const std::string& name) const; // though the folder has it
 
     const std::string& Folder() const { return m_folder; }
     const std::string& Pattern() const { return m_pattern; }

@@ -169,6 +169,10 @@ TEST(Convert, FollowsItsControlPanel) {
     EXPECT_EQ(d.s.ConvertJpgText, "typed");
     press("CloseButton");
     EXPECT_FALSE(form->isVisible());
+    d.c.ConvertJpgSetText->trigger();
+    QTest::keyClick(const_cast<QWidget*>(form), Qt::Key_Escape);
+    d.house.copies.SetCaptionShown(true); // the end of a show puts up what was open alone
+    EXPECT_FALSE(form->isVisible());
 }
 
 TEST(Convert, SaysWhatIsNotCreated) {

@@ -9,6 +9,25 @@ namespace {
 
 namespace fs = std::filesystem;
 
+TEST(FindLine, LeavesTheShownPictureItsNoteAndRunsTheirFiles) {
+    FilesDesk d({"m31.jpg", "moon.jpg"});
+    d.Start();
+    d.GoTo("m31.jpg");
+    d.c.FindButton->trigger();
+    d.c.FindLine->setText("moon");
+    d.c.NotesBox->setPlainText("Clear night");
+    EXPECT_TRUE(d.c.SaveNotesButton->isEnabled());
+    d.c.SaveNotesButton->click();
+    EXPECT_TRUE(d.c.DeleteNotesButton->isEnabled());
+    d.c.GenerateThumbButton->trigger();
+    EXPECT_EQ(ReadTree(d.At("thumbnails")).size(), 2U);
+    d.c.FindButton->trigger();
+    d.c.FindLine->setText("moon");
+    d.GoTo("moon.jpg");
+    d.c.DeleteOnlyButton->trigger();
+    EXPECT_EQ(d.Current(), "m31.jpg"); // not "nothing to display"
+}
+
 TEST(Delete, GoesWithItsNoteAndTheSameRowIsNext) {
     FilesDesk d;
     const Tree pictures = d.Pictures();

@@ -35,7 +35,8 @@ TEST(Show, TheMainWindowComesBackOnTheRightPicture) {
     d.Click(d.c.SlideButton);
     EXPECT_TRUE(d.house.window.isVisible());
     EXPECT_EQ(d.Current(), "c.jpg");
-    EXPECT_FALSE(d.s.ImageRotatedRight);
+    EXPECT_TRUE(d.s.ImageRotatedRight); // as the show left it
+    EXPECT_EQ(d.c.Picture1->Picture().size(), QSize(40, 60));
     d.acts.emplace_back([&] { d.house.slides.Window()->close(); });
     d.Click(d.c.SlideButton);
     EXPECT_EQ(d.Current(), "c.jpg");

@@ -17,8 +17,8 @@ TEST(Start, TheFirstPictureRunsItsRoadUnderTheSplash) {
     };
     d.Start();
     EXPECT_TRUE(watched);
-    EXPECT_FALSE(AppDesk::Up("frmSplash"));
     EXPECT_TRUE(d.house.window.isVisible());
+    EXPECT_TRUE(QTest::qWaitFor([] { return !AppDesk::Up("frmSplash"); }, 2000));
     EXPECT_TRUE(d.s.FormLoadDone);
     EXPECT_EQ(d.Current(), "a.jpg");
     EXPECT_FALSE(d.c.Picture1->Picture().isNull());

@@ -173,9 +173,17 @@ TEST(FullSlides, CopiesAreMarkedOnceAndOnlyWhereTheyHappened) {
     for (const int key : {int('Y'), int('O'), int('U'), int('N')}) note(key);
     d.Do([&] { d.copies.answer.done = false; }); // b.jpg, and no word why
     note('Y');
+    d.Do([&] {
+        titles.push_back(d.Title());
+        d.copies.answer.text = "Image copy failed for 'b.jpg'";
+        d.copies.answer.fault = "No space left on device";
+        d.copies.answer.copyOk = "COPY FAILED - No space left on device";
+        d.room.SlideKeyUp('Y');
+    });
     note(keys::kNone);
     d.Run();
-    ASSERT_EQ(titles.size(), 6U);
+    ASSERT_EQ(titles.size(), 7U);
+    EXPECT_EQ(titles[6], "COPY FAILED - No space left on device   ");
     EXPECT_EQ(titles[1], titles[0].substr(0, titles[0].size() - 3) + "  COPIED   ");
     EXPECT_EQ(titles[2], titles[0]);
     EXPECT_EQ(titles[3], titles[1]);

@@ -74,6 +74,7 @@ struct RecordingNavigation : NavigationCommands, Recorder {
     void ListClassOf(const std::string& path) override { Write("list class of " + path); }
     PictureRequest requested; // with the last step
     std::function<void()> onStep;
+    void ShowWholeList() override {}
     void ResetFileHistory(bool with) override {
         Write(with ? "history with row" : "history empty");
     }
@@ -81,9 +82,9 @@ struct RecordingNavigation : NavigationCommands, Recorder {
 
 struct RecordingVideo : VideoCommands, Recorder {
     using Recorder::Recorder;
-    void ShowVideoFile() override { Write("ShowVideoFile"); }
+    void ShowVideoFile(const PictureRequest&) override { Write("ShowVideoFile"); }
     void CloseVideoClip() override { Write("CloseVideoClip"); }
-    void Load_web() override { Write("Load_web"); }
+    void Load_web(const PictureRequest&) override { Write("Load_web"); }
 };
 
 struct RecordingShell : ShellCommands, Recorder {

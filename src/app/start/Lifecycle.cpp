@@ -42,7 +42,6 @@ bool Lifecycle::Form_Initialize(const std::string& imagingError) {
     m_splash = std::make_unique<frmSplash>(m.state.Version, m.state.Version_Detail);
     m_splash->show();
     m.events.Pump();
-    m.events.Sleep(250);
     return true;
 }
 
@@ -67,15 +66,16 @@ void Lifecycle::Form_Load(const std::string& argument) {
     SelectStartFile();
     s.SlideDelay = 0;
     s.SlideCompare = false;
-    m_splash->hide();
     m.events.Pump();
     m.controls.FolderTreeview1->SetSelectedPath(s.StartFolder);
     m.controls.FolderTreeview1->Reveal(s.StartFolder);
     s.FilterActive = false;
     s.FormLoadDone = true;
-    ShowWindow();
+    // Before it is shown: it has the size of the maximised window now, and gets it back late.
     s.MainStartWidth = m_window.width() * kTwipsPerPixel;
     s.MainStartHeight = m_window.height() * kTwipsPerPixel;
+    ShowWindow();
+    m_splash->LeaveInTime();
     m_window.setWindowTitle(m_window.windowTitle() + QStringLiteral(" - ") + ToQt(s.Version));
     s.ThumbUpdate = false;
     if (s.VideoPending) {
@@ -83,8 +83,7 @@ void Lifecycle::Form_Load(const std::string& argument) {
         m.video.ShowVideoFile();
     }
     m.navigation.ResetFileHistory(true);
-    m.shell.SetListCommands(m.controls.FileListBox->Count() > 0 && !s.VideoImage() &&
-                            !s.WebImage());
+    m.shell.SetListCommands(m.controls.FileListBox->Count() > 0 && s.Kind == FileKind::Picture);
     m.shell.FocusPane();
     SayWhatIsAmiss();
     for (Room* room : m_rooms) room->Started();
@@ -266,7 +265,7 @@ void Lifecycle::HelpRegistryEntriesButton_Click() {
 }
 
 void Lifecycle::HelpInitPictureButton_Click() {
-    m_splash->show();
+    m_splash->ShowOnTop();
 }
 
 } // namespace tarn

@@ -7,10 +7,15 @@
 #include <QGuiApplication>
 #include <QPainter>
 #include <QScreen>
+#include <QTimer>
+
+#include <algorithm>
 
 namespace tarn {
 
 namespace {
+
+constexpr int kTime = 250; // milliseconds
 
 void DrawText(QPainter& painter, QPoint topLeft, int points, const std::string& text) {
     QFont font = QGuiApplication::font();
@@ -23,7 +28,7 @@ void DrawText(QPainter& painter, QPoint topLeft, int points, const std::string& 
 
 frmSplash::frmSplash(const std::string& version, const std::string& detail)
     // No splash type: such a window is never given the keyboard.
-    : QWidget(nullptr, Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
+    : QWidget(nullptr, Qt::Dialog | Qt::FramelessWindowHint),
       m_picture(ToQt(ProgramFile("splash.png"))) {
     setObjectName(QStringLiteral("frmSplash"));
     setWindowTitle(QStringLiteral("Tarn_View"));
@@ -40,10 +45,21 @@ frmSplash::frmSplash(const std::string& version, const std::string& detail)
     setFixedSize(m_picture.size());
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
     move(screen.center() - rect().center());
+    m_shown.start();
 }
 
 void frmSplash::paintEvent(QPaintEvent*) {
     QPainter(this).drawImage(0, 0, Themed(m_picture.toImage()));
+}
+
+void frmSplash::LeaveInTime() {
+    const int left = kTime - static_cast<int>(m_shown.elapsed());
+    QTimer::singleShot(std::max(0, left), this, [this] { hide(); });
+}
+
+void frmSplash::ShowOnTop() {
+    setWindowFlag(Qt::WindowStaysOnTopHint);
+    show();
 }
 
 void frmSplash::mousePressEvent(QMouseEvent*) {

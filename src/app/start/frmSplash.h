@@ -2,6 +2,7 @@
 // release of any key puts it away.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QPixmap>
 #include <QWidget>
 
@@ -13,6 +14,13 @@ class frmSplash : public QWidget {
 public:
     frmSplash(const std::string& version, const std::string& detail);
 
+    // From now on the main window is over it. Goes when its time is up, a quarter of a second from
+    // its coming.
+    void LeaveInTime();
+
+    // Comes back, over the main window.
+    void ShowOnTop();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -20,6 +28,7 @@ protected:
 
 private:
     QPixmap m_picture; // SplashPicture
+    QElapsedTimer m_shown;
 };
 
 } // namespace tarn

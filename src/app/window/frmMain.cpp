@@ -263,6 +263,11 @@ void frmMain::changeEvent(QEvent* event) {
     }
 }
 
+void frmMain::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    if (event->spontaneous() && onSizedBySystem) onSizedBySystem();
+}
+
 void frmMain::closeEvent(QCloseEvent* event) {
     event->ignore(); // the program ends by its own steps, which close this window last
     if (onClose) onClose();

@@ -50,11 +50,13 @@ public:
     double ChangeListFont(double by);
 
     std::function<void()> onResize;                 // the size has changed, after the layout
+    std::function<void()> onSizedBySystem;          // behind that, when it was not the program
     std::function<void()> onEscape;                 // Esc while the pane is alone
     std::function<void()> onClose;                  // the window is asked to close
     std::function<void(const std::string&)> onOpen; // a file or folder was dropped
 
 protected:
+    void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;

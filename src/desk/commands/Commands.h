@@ -44,6 +44,7 @@ public:
     // The view history starts anew; with the current row as its first entry, or with none.
     virtual void ResetFileHistory(bool withCurrent) = 0;
     virtual void SetFilterShown(bool shown) = 0; // the filter window, if it is open
+    virtual void ShowWholeList() = 0;            // what is found in it no longer narrows it
     // A file that no box lists: the box of its class is ticked.
     virtual void ListClassOf(const std::string& path) = 0;
 };
@@ -175,9 +176,12 @@ public:
 class VideoCommands {
 public:
     virtual ~VideoCommands() = default;
-    virtual void ShowVideoFile() = 0;
-    virtual void CloseVideoClip() = 0; // an open clip, if there is one
-    virtual void Load_web() = 0;
+    // Of the request the keyboard alone counts.
+    virtual void ShowVideoFile(const PictureRequest& request) = 0;
+    void ShowVideoFile() { ShowVideoFile({}); }
+    virtual void CloseVideoClip() = 0;                        // an open clip, if there is one
+    virtual void Load_web(const PictureRequest& request) = 0; // a page or a text
+    void Load_web() { Load_web({}); }
 };
 
 // The window as a whole: what no room owns.

@@ -6,25 +6,52 @@
 #include <QAbstractButton>
 #include <QEvent>
 #include <QFile>
-#include <QIcon>
+#include <QIconEngine>
 #include <QPainter>
 #include <QSvgRenderer>
+
+#include <array>
+#include <utility>
 
 namespace tarn {
 
 namespace {
 
-QPixmap Drawn(const QByteArray& svg, const QColor& colour, int side, qreal ratio) {
-    QByteArray coloured = svg;
-    coloured.replace("#000", colour.name().toLatin1());
-    QSvgRenderer renderer(coloured);
-    QPixmap pixmap(QSize(side, side) * ratio);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    renderer.render(&painter);
-    pixmap.setDevicePixelRatio(ratio);
-    return pixmap;
-}
+// Drawn when it is seen, at the size that the screen asks for: most of a window's buttons are never
+// seen in the other colour.
+class ColouredIcon : public QIconEngine {
+public:
+    ColouredIcon(QByteArray svg, const QPalette& palette)
+        : m_svg(std::move(svg)), m_ink(palette.color(QPalette::Active, QPalette::ButtonText)),
+          m_disabled(palette.color(QPalette::Disabled, QPalette::ButtonText)) {}
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
+        QSvgRenderer(Coloured(mode)).render(painter, rect);
+    }
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        const bool disabled = mode == QIcon::Disabled;
+        QPixmap& kept = m_kept[disabled ? 1 : 0];
+        if (kept.size() == size) return kept;
+        kept = QPixmap(size);
+        kept.fill(Qt::transparent);
+        QPainter painter(&kept);
+        paint(&painter, QRect(QPoint(), size), mode, state);
+        return kept;
+    }
+    QIconEngine* clone() const override { return new ColouredIcon(*this); }
+
+private:
+    QByteArray Coloured(QIcon::Mode mode) const {
+        QByteArray svg = m_svg;
+        const QColor& ink = mode == QIcon::Disabled ? m_disabled : m_ink;
+        return svg.replace("#000", ink.name().toLatin1());
+    }
+
+    QByteArray m_svg;
+    QColor m_ink;
+    QColor m_disabled;
+    std::array<QPixmap, 2> m_kept; // as last drawn, the disabled one second
+};
 
 // Draws the icon anew when the palette or the font of its button changes.
 class IconKeeper : public QObject {
@@ -44,17 +71,8 @@ protected:
 private:
     void Draw() {
         const int side = m_button.fontMetrics().height() + 4;
-        const QPalette palette = m_button.palette();
-        QIcon icon;
-        for (const qreal ratio : {1.0, 2.0}) {
-            icon.addPixmap(
-                Drawn(m_svg, palette.color(QPalette::Active, QPalette::ButtonText), side, ratio));
-            icon.addPixmap(
-                Drawn(m_svg, palette.color(QPalette::Disabled, QPalette::ButtonText), side, ratio),
-                QIcon::Disabled);
-        }
         m_button.setIconSize(QSize(side, side));
-        m_button.setIcon(icon);
+        m_button.setIcon(QIcon(new ColouredIcon(m_svg, m_button.palette())));
     }
 
     QAbstractButton& m_button;
