@@ -20,7 +20,7 @@ void CopyRun::Step() {
             continue;
         }
         ++counts.failed;
-        if (counts.firstFailure.empty()) counts.firstFailure = LastPart(copy.from) + " - " + error;
+        counts.faults.push_back({copy.from, error});
     }
     ++m_next;
 }
@@ -38,7 +38,9 @@ std::string ReportText(const CopyCounts& counts, const std::string& verb, const 
     text += verb + " " + CountText(counts.files, counts.notes) + " to '" + to + "'";
     if (counts.skipped > 0) text += ", " + std::to_string(counts.skipped) + " skipped";
     if (counts.failed > 0)
-        text += ", " + std::to_string(counts.failed) + " failed: " + counts.firstFailure;
+        text += ", " + std::to_string(counts.failed) +
+                " failed: " + LastPart(counts.faults.front().path) + " - " +
+                counts.faults.front().why;
     return text;
 }
 

@@ -2,9 +2,11 @@
 // on. No widgets.
 #pragma once
 
+#include "desk/commands/Outcome.h"
 #include "fileops/CopyPlan.h"
 
 #include <string>
+#include <vector>
 
 namespace tarn {
 
@@ -13,7 +15,7 @@ struct CopyCounts {
     int notes = 0;
     int skipped = 0;
     int failed = 0;
-    std::string firstFailure; // "a.jpg - No space left on device"
+    std::vector<FileFault> faults; // of those that failed
 };
 
 class CopyRun {

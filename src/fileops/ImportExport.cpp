@@ -129,8 +129,8 @@ void ImportExport::ImportNotesFormat_Click() {
         m.dialogs.OpenFile("Import Notes Format Settings file", m.controls.FileListBox->Path(),
                            "Text files (*.txt);;All files (*)");
     if (file.empty()) return;
-    m.shell.ShowMessage(Run(PlanOneCopy(file, m.state.NotesFolder, m.state.NFSfilename, m.files),
-                            "Imported", m.state.NotesFolder));
+    m.shell.Tell(Run(PlanOneCopy(file, m.state.NotesFolder, m.state.NFSfilename, m.files),
+                     "Imported", m.state.NotesFolder));
 }
 
 void ImportExport::CopySelectedNotesFilesButton_Click() {
@@ -151,7 +151,7 @@ void ImportExport::ExportNotes(bool selectedOnly) {
     request.notesTo = AskForTarget("Export notes to folder");
     if (request.notesTo.empty()) return;
     request.notesFrom = m.state.NotesFolder;
-    m.shell.ShowMessage(PlanAndRun(request, "Exported", request.notesTo));
+    m.shell.Tell(PlanAndRun(request, "Exported", request.notesTo));
 }
 
 void ImportExport::ExportFilesButton_Click(int index) {
@@ -172,7 +172,7 @@ void ImportExport::ExportFilesButton_Click(int index) {
         request.notesFrom = m.state.NotesFolder;
         request.notesTo = target;
     }
-    m.shell.ShowMessage(PlanAndRun(request, "Exported", target));
+    m.shell.Tell(PlanAndRun(request, "Exported", target));
 }
 
 void ImportExport::ExportNotesFormat_Click() {
@@ -180,21 +180,22 @@ void ImportExport::ExportNotesFormat_Click() {
     const std::string target = AskForTarget("Export Notes Format Settings file to folder");
     if (target.empty()) return;
     const std::string& name = m.state.NFSfilename;
-    m.shell.ShowMessage(Run(PlanOneCopy(JoinPath(m.state.NotesFolder, name), target, name, m.files),
-                            "Exported", target));
+    m.shell.Tell(Run(PlanOneCopy(JoinPath(m.state.NotesFolder, name), target, name, m.files),
+                     "Exported", target));
 }
 
-std::string ImportExport::PlanAndRun(const CopyRequest& request, const std::string& verb,
-                                     const std::string& to) {
+Outcome ImportExport::PlanAndRun(const CopyRequest& request, const std::string& verb,
+                                 const std::string& to) {
     std::string error;
     auto plan = PlanCopies(request, m.files, &error);
-    return plan ? Run(std::move(*plan), verb, to) : "ERROR - a folder cannot be read: " + error;
+    return plan ? Run(std::move(*plan), verb, to)
+                : Outcome::Refused("ERROR - a folder cannot be read: " + error);
 }
 
-std::string ImportExport::Run(CopyPlan plan, const std::string& verb, const std::string& to) {
+Outcome ImportExport::Run(CopyPlan plan, const std::string& verb, const std::string& to) {
     int skipped = 0;
     if (!AskWhatStands(m, plan, verb == "Imported" ? "Import" : "Export", skipped))
-        return "Cancelled, nothing was copied";
+        return Outcome::Refused("Cancelled, nothing was copied");
     CopyRun run(std::move(plan), m.files);
     run.counts.skipped = skipped;
     const std::string doing = verb == "Imported" ? "Importing " : "Exporting ";
@@ -205,16 +206,19 @@ std::string ImportExport::Run(CopyPlan plan, const std::string& verb, const std:
                             std::to_string(run.Size()) + " - " + LastPart(run.NextPath()));
         if (goesOn) run.Step();
     }
-    return ReportText(run.counts, verb, to, !goesOn);
+    return {goesOn && run.counts.failed == 0,
+            ReportText(run.counts, verb, to, !goesOn),
+            {},
+            run.counts.faults};
 }
 
 // The list shows the new files; a note that came for the file on show is shown, unless one is being
 // written.
 void ImportExport::Import(const CopyRequest& request, const std::string& to) {
-    const std::string said = PlanAndRun(request, "Imported", to);
+    const Outcome said = PlanAndRun(request, "Imported", to);
     m.notes.NoteFilesChanged();
     m.navigation.RefreshDirButton_Click();
-    m.shell.ShowMessage(said);
+    m.shell.Tell(said);
 }
 
 } // namespace tarn

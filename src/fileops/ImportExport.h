@@ -35,9 +35,8 @@ private:
     void ExportNotes(bool selectedOnly);
     void Import(const CopyRequest& request, const std::string& to);
     // Both return what the message line is to say.
-    std::string PlanAndRun(const CopyRequest& request, const std::string& verb,
-                           const std::string& to);
-    std::string Run(CopyPlan plan, const std::string& verb, const std::string& to);
+    Outcome PlanAndRun(const CopyRequest& request, const std::string& verb, const std::string& to);
+    Outcome Run(CopyPlan plan, const std::string& verb, const std::string& to);
 
     Context& m;
 };

@@ -30,7 +30,7 @@ Outcome PutFiles::Run(const FolderDrop& drop, Changes& changes) {
     std::string said =
         ReportText(m_counts, drop.copy ? "Copied" : "Moved", drop.folder, m_cancelled);
     if (!m_noteLeft.empty()) said += ", a note stays under its old name, too: " + m_noteLeft;
-    return {m_counts.failed == 0 && !m_cancelled, said, {}};
+    return {m_counts.failed == 0 && !m_cancelled, said, {}, m_counts.faults};
 }
 
 void PutFiles::StepThrough(const CopyPlan& plan, const FolderDrop& drop, Changes& changes) {
@@ -51,7 +51,7 @@ void PutFiles::StepThrough(const CopyPlan& plan, const FolderDrop& drop, Changes
         std::string ignored; // the first fault is the one to tell
         changes.TakeBack(before, &ignored);
         ++m_counts.failed;
-        if (m_counts.firstFailure.empty()) m_counts.firstFailure = name + " - " + error;
+        m_counts.faults.push_back({file.from, error});
     }
 }
 

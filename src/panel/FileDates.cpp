@@ -49,19 +49,23 @@ void PictureInfoRoom::SyncDatesButton_Click() {
     const int last = m.controls.FileListBox->Count() - 1;
     if (first < 0 || first > last || !AskForRange(first, last)) return;
     const int count = last - first + 1;
-    const int done = SyncRange(first, last);
+    std::vector<FileFault> faults;
+    const int done = SyncRange(first, last, faults);
     m.shell.ShowStatus(m.state.Filename);
     m.display.DisplayPicture();
     std::string said = "File dates synchronized to picture dates";
     if (done < count)
         said +=
             ", cancelled after " + std::to_string(done) + " of " + std::to_string(count) + " files";
-    m.shell.ShowMessage(said);
+    if (!faults.empty())
+        said += ", " + std::to_string(faults.size()) + " not: " + LastPart(faults.front().path) +
+                " - " + faults.front().why;
+    m.shell.Tell({done == count, said, {}, std::move(faults)});
 }
 
 // A picture without a date tag of its own takes the date of the one before it, as pictures of a
 // burst or a roll do. The number of files passed.
-int PictureInfoRoom::SyncRange(int first, int last) {
+int PictureInfoRoom::SyncRange(int first, int last, std::vector<FileFault>& faults) {
     const std::string folder = m.controls.FileListBox->Path();
     std::vector<std::string> names; // the list may change while events come in
     for (int row = first; row <= last; ++row) names.push_back(m.controls.FileListBox->Text(row));
@@ -75,8 +79,10 @@ int PictureInfoRoom::SyncRange(int first, int last) {
         m.shell.ShowStatus(info.Filename);
         m_reader.ReadCameraDate(info);
         // What it found in a file that cannot be read is the file's before.
-        m.shell.Tell(m_reader.FileWasRead() ? SetTimesOf(info, m.files, false)
-                                            : Outcome::Refused(kCannotSet));
+        const Outcome set = m_reader.FileWasRead() ? SetTimesOf(info, m.files, false)
+                                                   : Outcome::Refused(kCannotSet);
+        m.shell.Tell(set);
+        if (!set && !set.text.empty()) faults.push_back({info.Filename, set.text});
         ++passed;
     }
     return passed;

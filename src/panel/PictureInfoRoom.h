@@ -34,7 +34,7 @@ public:
 
 private:
     bool AskForRange(int first, int last);
-    int SyncRange(int first, int last);
+    int SyncRange(int first, int last, std::vector<FileFault>& faults);
 
     Context& m;
     PictureInfoReader m_reader;

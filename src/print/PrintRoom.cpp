@@ -125,7 +125,11 @@ void PrintRoom::PrintSheets(const SheetLayout& layout) {
     const FileListBox& list = *m.controls.FileListBox;
     if (!MayPrint() || list.Count() == 0) return;
     if (IsEnlarged()) {
-        m.shell.ShowMessage("Printing needs the main window at its start size");
+        m.shell.ShowMessage(
+            "Sheets are printed with the main window no larger than at the start (" +
+            std::to_string(s.MainStartWidth / kTwipsPerPixel) + " x " +
+            std::to_string(s.MainStartHeight / kTwipsPerPixel) +
+            "): make it smaller, or end the program and start it again at this size");
         return;
     }
     const std::string folder = LastPart(WithoutTrailingSeparator(list.Path()));
@@ -137,24 +141,27 @@ void PrintRoom::PrintSheets(const SheetLayout& layout) {
     auto printer = m.printing.Open(upright);
 
     KeptNote kept(m);
-    std::string said;
+    Outcome said;
     const bool done = RunSheets(*printer, layout, kept, said);
     SetCrashFile(s.Filename);
     if (m.events.ProgramEnds() || s.Closing) return;
     const std::string inBuffer = kept.Settle();
     if (!done)
-        m.shell.ShowMessage(said + inBuffer);
+        m.shell.ShowMessage(said.text + inBuffer);
     else
         Finish(std::move(printer), inBuffer);
-    if (done && !said.empty()) m.shell.ShowError(said);
+    if (done) m.shell.Tell(said);
 }
 
 bool PrintRoom::RunSheets(Printer& printer, const SheetLayout& layout, KeptNote& notes,
-                          std::string& said) {
+                          Outcome& said) {
     const BatchRun batch(m, m.controls.PrintCancelButton);
     SheetJob job(m, printer, layout, Faces(), NowText());
     const bool done = job.Run(batch, notes);
-    said = done ? job.Fault() : "Printing cancelled";
+    if (!done) said.text = "Printing cancelled";
+    said.faults = job.Faults();
+    if (!said.faults.empty())
+        said.fault = said.faults.front().why + " - " + LastPart(said.faults.front().path);
     if (!done) printer.Kill();
     return done;
 }
@@ -176,7 +183,7 @@ bool PrintRoom::Send(Printer& printer, const PrinterChoice& choice, const std::s
     const bool sent = printer.End(&error);
     m.shell.SetBusy(false);
     m.shell.ShowMessage((!sent           ? "Printing failed: " + error
-                         : choice.toFile ? "'" + LastPart(choice.pdf) + "' file created"
+                         : choice.toFile ? "'" + choice.pdf + "' file created"
                                          : "Printed on '" + choice.printer + "'") +
                         more);
     return sent;

@@ -39,7 +39,7 @@ private:
     PrintFaces Faces() const;
     bool ShowPrinter(long flags, const std::string& fileName);
     void PrintSheets(const SheetLayout& layout);
-    bool RunSheets(Printer& printer, const SheetLayout& layout, KeptNote& notes, std::string& said);
+    bool RunSheets(Printer& printer, const SheetLayout& layout, KeptNote& notes, Outcome& said);
     // To the printer or into the preview; `more` ends the message that tells it.
     void Finish(std::unique_ptr<Printer> printer, const std::string& more = {});
     bool Send(Printer& printer, const PrinterChoice& choice, const std::string& more = {});

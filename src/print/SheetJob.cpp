@@ -74,7 +74,7 @@ SheetCell SheetJob::Cell(int fileNumber) {
     std::string fault;
     cell.picture = ImageForPaper(std::move(passed.picture),
                                  m_printer.PixelsFor(cell.size.width, cell.size.height), &fault);
-    if (!fault.empty() && m_fault.empty()) m_fault = fault + " - " + info.FileNameOnly;
+    if (!fault.empty()) m_faults.push_back({info.Filename, fault});
     return cell;
 }
 

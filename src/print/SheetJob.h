@@ -3,6 +3,7 @@
 
 #include "desk/Context.h"
 #include "desk/batch/PassingPictures.h"
+#include "desk/commands/Outcome.h"
 #include "print/ThumbnailSheet.h"
 
 #include <string>
@@ -23,7 +24,7 @@ public:
     bool Run(const BatchRun& batch, KeptNote& notes);
 
     // Of a picture whose pixels went away while it was printed; empty when all is well.
-    const std::string& Fault() const { return m_fault; }
+    const std::vector<FileFault>& Faults() const { return m_faults; }
 
 private:
     std::string Progress() const;
@@ -38,7 +39,7 @@ private:
     std::vector<std::string> m_paths; // those that are printed
     PassingPictures m_pictures;
     std::string m_counterBefore;
-    std::string m_fault;
+    std::vector<FileFault> m_faults;
 };
 
 } // namespace tarn

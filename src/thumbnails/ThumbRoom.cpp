@@ -150,7 +150,7 @@ Outcome ThumbRoom::WholeRun(const ThumbnailTold& told, QPushButton* ownCancel) {
     const ThumbRequest request = Request();
     ThumbRun run(Jobs(request), request, m.files);
     const bool whole = Make(run, told, ownCancel);
-    return {whole, run.Report(!whole) + (remain.empty() ? "" : ", " + remain), {}};
+    return {whole, run.Report(!whole) + (remain.empty() ? "" : ", " + remain), {}, run.Faults()};
 }
 
 bool ThumbRoom::Make(ThumbRun& run, const ThumbnailTold& told, QPushButton* ownCancel) {

@@ -17,6 +17,10 @@ namespace {
 constexpr unsigned kMostWorkers = 8;
 constexpr std::size_t kAhead = 64; // finished thumbnails that wait to be written
 
+std::string TextOf(const FileFault& fault) {
+    return "'" + LastPart(fault.path) + "' - " + fault.why;
+}
+
 bool IsPictureName(const std::string& name, const ListTypes& types) {
     const std::string type = FileTypeOf(name);
     return type != ".TXT" && !IsListedType(types.videos, type) && !IsListedType(types.web, type);
@@ -130,7 +134,8 @@ bool ThumbRun::Step() {
         return true;
     }
     m_fault = made.error;
-    if (++m_counts.failed == 1) m_counts.firstFailure = "'" + name + "' - " + m_fault;
+    ++m_counts.failed;
+    m_counts.faults.push_back({JoinPath(m_request.pictures, name), m_fault});
     return false;
 }
 
@@ -143,9 +148,15 @@ void ThumbRun::WriteNote(const std::string& name) {
     if (text.empty() || !bytes) return;
     std::string error;
     const std::string note = ThumbnailNoteName(m_request.width, name);
-    if (!WriteOwn(JoinPath(m_request.notes, note), "\"" + *bytes + "\"\r\n", &error) &&
-        ++m_counts.failedNotes == 1)
-        m_counts.firstNoteFailure = "'" + note + "' - " + error;
+    if (WriteOwn(JoinPath(m_request.notes, note), "\"" + *bytes + "\"\r\n", &error)) return;
+    ++m_counts.failedNotes;
+    m_counts.noteFaults.push_back({JoinPath(m_request.notes, note), error});
+}
+
+std::vector<FileFault> ThumbRun::Faults() const {
+    std::vector<FileFault> all = m_counts.faults;
+    all.insert(all.end(), m_counts.noteFaults.begin(), m_counts.noteFaults.end());
+    return all;
 }
 
 std::string ThumbRun::Report(bool cancelled) const {
@@ -154,10 +165,11 @@ std::string ThumbRun::Report(bool cancelled) const {
             std::to_string(m_request.width) + " pixels created in " +
             ShownSubFolder(m_request.subFolder) + " sub folder";
     if (m_counts.failed > 0)
-        text += ", " + std::to_string(m_counts.failed) + " failed: " + m_counts.firstFailure;
+        text +=
+            ", " + std::to_string(m_counts.failed) + " failed: " + TextOf(m_counts.faults.front());
     if (m_counts.failedNotes > 0)
         text += ", " + std::to_string(m_counts.failedNotes) +
-                " notes not written: " + m_counts.firstNoteFailure;
+                " notes not written: " + TextOf(m_counts.noteFaults.front());
     return text;
 }
 

@@ -2,6 +2,7 @@
 // list by the thread that steps.
 #pragma once
 
+#include "desk/commands/Outcome.h"
 #include "platform/Files.h"
 
 #include <chrono>
@@ -44,9 +45,9 @@ std::vector<ThumbJob> PlanThumbnails(const std::vector<std::string>& names, cons
 struct ThumbCounts {
     int made = 0;
     int failed = 0;
-    std::string firstFailure; // "'a.jpg' - No space left on device"
     int failedNotes = 0;
-    std::string firstNoteFailure;
+    std::vector<FileFault> faults;     // pictures
+    std::vector<FileFault> noteFaults; // notes of thumbnails
 };
 
 class ThumbRun {
@@ -71,6 +72,8 @@ public:
     const std::string& Progress() const { return m_progress; }
 
     const ThumbCounts& Counts() const { return m_counts; }
+
+    std::vector<FileFault> Faults() const; // pictures first, then notes
 
     // What the message line says at the end.
     std::string Report(bool cancelled) const;

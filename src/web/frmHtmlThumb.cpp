@@ -187,19 +187,22 @@ void frmHtmlThumb::Run(GalleryPlan plan) {
     SetBusy(false);
     if (m.events.ProgramEnds()) return;
     std::string report = "Gallery cancelled, nothing was written";
+    std::vector<FileFault> faults;
     if (goesOn && run.Finish()) {
         const std::string what = frames ? "Created Html files '" : "Created Html file '";
         report = what + LastPart(m_path) + "' with " + std::to_string(run.Count()) + " pictures" +
                  (frames ? " & image_*.html frames" : "");
         if (!disk.Unread().empty())
-            report += ", " + std::to_string(disk.Unread().size()) + " of them cannot be read";
+            report += ", " + std::to_string(disk.Unread().size()) +
+                      " of them cannot be read: " + LastPart(*disk.Unread().begin());
+        for (const std::string& path : disk.Unread()) faults.push_back({path, "cannot be read"});
         m_view->setEnabled(true);
     } else if (run.Fault()) {
         report = "No gallery was written";
         m.dialogs.Message(Dialogs::Icon::Exclamation, run.Fault()->title, run.Fault()->text);
     }
     Say(report);
-    m.shell.ShowMessage(report);
+    m.shell.Tell({true, report, {}, std::move(faults)});
 }
 
 void frmHtmlThumb::GenThumbButton_Click(bool updateOnly) {

@@ -43,6 +43,10 @@ struct WindowsDesk : AppDesk {
         visit("frmMain", house.window);
         m_visit = &visit;
         ShowFaults();
+        house.shell.ShowFaults("118 thumbnails made, 2 failed",
+                               {{At("a.jpg"), "No space left on device"},
+                                {At("b.jpg"), "Not a picture that can be read"}});
+        Hand("frmFaults");
         Entry("frmBrightness", c.AdjustButton);
         Button("FrmPic", c.ViewButton);
         Button("frmOnetoOne", c.OneToOneButton);

@@ -9,6 +9,29 @@ namespace {
 
 namespace fs = std::filesystem;
 
+TEST(Batch, EndsWithTheFilesThatFailedAndWhy) {
+    FilesDesk d({"a.jpg"});
+    for (int i = 0; i < 12; ++i) d.folder.Write("bad" + std::to_string(i) + ".jpg", "no picture");
+    d.Start();
+    QWidget* const keyboard = QApplication::focusWidget();
+    d.c.GenerateThumbButton->trigger();
+    const QWidget* list = AppDesk::Up("frmFaults");
+    ASSERT_TRUE(list);
+    EXPECT_EQ(QApplication::focusWidget(), keyboard);
+    const auto* box = d.In<QPlainTextEdit>("frmFaults", "FaultsBox");
+    EXPECT_EQ(box->blockCount(), 10);
+    EXPECT_EQ(box->toPlainText().section('\n', 0, 0), "bad0.jpg - Not a picture that can be read");
+    d.Press("frmFaults", "FaultsCopyButton");
+    const QString copied = QString::fromStdString(d.clipboard->Text());
+    EXPECT_EQ(copied.count('\n'), 12);
+    EXPECT_TRUE(copied.startsWith(QString::fromStdString(d.At("bad0.jpg")) + "\tNot a picture"));
+    std::filesystem::remove(d.At("bad1.jpg"));
+    d.Press("frmFaults", "FaultsCloseButton");
+    for (int i = 2; i < 12; ++i) std::filesystem::remove(d.At("bad" + std::to_string(i) + ".jpg"));
+    d.c.GenerateThumbButton->trigger(); // one is named by the message alone
+    EXPECT_FALSE(AppDesk::Up("frmFaults"));
+}
+
 TEST(FindLine, LeavesTheShownPictureItsNoteAndRunsTheirFiles) {
     FilesDesk d({"m31.jpg", "moon.jpg"});
     d.Start();

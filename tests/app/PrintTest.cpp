@@ -125,7 +125,11 @@ TEST(Print, CancelledDialogAndEnlargedWindowPrintNothing) {
     EXPECT_EQ(d.dialogs.shown, Calls{"print"});
     d.house.window.resize(d.house.window.width() + 1, d.house.window.height());
     d.Print(d.c.PrintCMButton);
-    EXPECT_EQ(d.Message(), "Printing needs the main window at its start size");
+    EXPECT_EQ(d.Message(),
+              "Sheets are printed with the main window no larger than at the start (" +
+                  std::to_string(d.house.window.width() - 1) + " x " +
+                  std::to_string(d.house.window.height()) +
+                  "): make it smaller, or end the program and start it again at this size");
     EXPECT_EQ(d.dialogs.shown.size(), 1U);
     EXPECT_TRUE(d.printing.pages.empty());
     // The data sheet is never refused; the picture takes its fixed box.

@@ -111,7 +111,8 @@ TEST(CopyRun, AFailureIsCountedAndTheRestGoesOn) {
     const CopyCounts counts = d.Run(d.Plan());
     EXPECT_EQ(counts.files, 2);
     EXPECT_EQ(counts.failed, 2);
-    EXPECT_EQ(counts.firstFailure, "b.jpg - No space left on device");
+    EXPECT_EQ(LastPart(counts.faults.at(0).path), "b.jpg");
+    EXPECT_EQ(counts.faults.at(0).why, "No space left on device");
     EXPECT_EQ(ReadTree(d.to.Path()), (Tree{{"a.jpg", "1"}, {"c.jpg", "3"}}));
     EXPECT_EQ(ReportText(counts, "Exported", "/x", false),
               "ERROR - Exported 2 files to '/x', 2 failed: b.jpg - No space left on device");

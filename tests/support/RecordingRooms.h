@@ -94,6 +94,9 @@ struct RecordingShell : ShellCommands, Recorder {
     void SetBusy(bool busy) override { Write(busy ? "busy" : "ready"); }
     void SetDeletePointer(bool on) override { Write(on ? "deleting" : "deleted"); }
     void ShowMessage(const std::string& text) override { Write("message " + text); }
+    void ShowFaults(const std::string&, const std::vector<FileFault>& faults) override {
+        for (const FileFault& fault : faults) Write("fault " + fault.path + " - " + fault.why);
+    }
     void ShowIfNoMessage(const std::string& text) override { Write("message if none " + text); }
     void ShowStatus(const std::string& text) override { Write("status " + text); }
     void ShowError(const std::string& text) override { Write("error " + text); }

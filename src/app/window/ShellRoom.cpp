@@ -1,6 +1,7 @@
 #include "app/window/ShellRoom.h"
 
 #include "app/help/frmHelp.h"
+#include "app/window/FaultList.h"
 #include "desk/controls/SlideButtons.h"
 #include "platform/ProgramFiles.h"
 #include "platform/QtText.h"
@@ -129,6 +130,13 @@ void ShellRoom::ShowMessage(const std::string& text) {
 
 void ShellRoom::ShowIfNoMessage(const std::string& text) {
     if (m.controls.FileDateText->text().isEmpty()) ShowMessage(text);
+}
+
+// One file is named by the message itself.
+void ShellRoom::ShowFaults(const std::string& text, const std::vector<FileFault>& faults) {
+    if (faults.size() < 2) return;
+    if (!m_faults) m_faults = std::make_unique<FaultList>(m_window, m.clipboard);
+    m_faults->ShowFaults(text, faults);
 }
 
 void ShellRoom::ShowStatus(const std::string& text) {

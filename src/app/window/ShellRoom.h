@@ -14,6 +14,7 @@ class QWidget;
 
 namespace tarn {
 
+class FaultList;
 class frmHelp;
 
 class ShellRoom : public ShellCommands {
@@ -27,6 +28,7 @@ public:
     void SetDeletePointer(bool deletes) override;
     void ShowMessage(const std::string& text) override;
     void ShowIfNoMessage(const std::string& text) override;
+    void ShowFaults(const std::string& text, const std::vector<FileFault>& faults) override;
     void ShowStatus(const std::string& text) override;
     void ShowError(const std::string& text) override;
     void SetListCommands(bool enabled) override;
@@ -42,7 +44,8 @@ private:
 
     Context& m;
     QMainWindow& m_window;
-    std::unique_ptr<frmHelp> m_help; // made when it is first asked for
+    std::unique_ptr<frmHelp> m_help;     // made when it is first asked for
+    std::unique_ptr<FaultList> m_faults; // the same
     class QLabel* m_status;
     std::vector<bool> m_pointers; // within one another; whether each is shown
     QPixmap m_deletePointer;

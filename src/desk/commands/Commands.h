@@ -199,12 +199,15 @@ public:
     void Tell(const Outcome& outcome) {
         if (!outcome.text.empty()) ShowMessage(outcome.text);
         if (!outcome.fault.empty()) ShowError(outcome.fault);
+        if (!outcome.faults.empty()) ShowFaults(outcome.text, outcome.faults);
     }
     virtual void ShowMessage(const std::string&) = 0;     // the message line, FileDateText
     virtual void ShowIfNoMessage(const std::string&) = 0; // the same, unless a text stands there
-    virtual void ShowStatus(const std::string&) = 0;      // the status bar
-    virtual void ShowError(const std::string&) = 0;       // Label_error; empty hides it
-    virtual void SetListCommands(bool enabled) = 0;       // slides and note saving need a list
+    // A batch has ended: which files failed and why, in a window that takes no keyboard.
+    virtual void ShowFaults(const std::string& text, const std::vector<FileFault>& faults) = 0;
+    virtual void ShowStatus(const std::string&) = 0; // the status bar
+    virtual void ShowError(const std::string&) = 0;  // Label_error; empty hides it
+    virtual void SetListCommands(bool enabled) = 0;  // slides and note saving need a list
     // The help window on a page: 1 navigation, 2 slides, 3 size window, 4 1:1, 5 two and four
     // pictures.
     virtual void ShowHelpPage(int page) = 0;

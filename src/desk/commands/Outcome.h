@@ -4,18 +4,26 @@
 
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace tarn {
+
+// One file that a batch could not work on.
+struct FileFault {
+    std::string path;
+    std::string why; // "No space left on device"
+};
 
 struct [[nodiscard]] Outcome {
     bool done = false;
     std::string text;  // for the message line; empty: nothing is to be told
     std::string fault; // the system's own words, for the error text over the picture
+    std::vector<FileFault> faults = {}; // of a batch, for its list
 
     explicit operator bool() const { return done; }
-    static Outcome Did(std::string text = {}) { return {true, std::move(text), {}}; }
+    static Outcome Did(std::string text = {}) { return {true, std::move(text), {}, {}}; }
     static Outcome Refused(std::string text = {}, std::string fault = {}) {
-        return {false, std::move(text), std::move(fault)};
+        return {false, std::move(text), std::move(fault), {}};
     }
 };
 
