@@ -63,12 +63,15 @@ std::string FilmText(std::string_view filmFocal, std::string_view magnification)
     return std::string(filmFocal).append("mm (film) - ").append(magnification);
 }
 
-std::string OneRow(std::string line) {
-    std::erase(line, '\0');
-    std::replace_if(
-        line.begin(), line.end(), [](char c) { return (c >= 0x01 && c <= 0x1F) || c == 0x7F; },
-        ' ');
-    return line;
+// Control characters are hardly ever there, so that the look at all bytes is one without a branch.
+void ToOneRow(const std::string& line, std::string& row) {
+    const auto isControl = [](char c) { return (c >= 0 && c < ' ') || c == 0x7F; };
+    row = line;
+    bool any = false;
+    for (const char c : line) any |= isControl(c);
+    if (!any) return;
+    std::erase(row, '\0');
+    std::replace_if(row.begin(), row.end(), isControl, ' ');
 }
 
 constexpr std::string_view kFocalLabel = "Focal length: ";
@@ -186,9 +189,9 @@ void AssembleLines(PictureInfo& info) {
 }
 
 void ShowLines(PictureInfo& info, int count) {
-    info.PanelRows.clear();
-    for (int line = 0; line < count; ++line)
-        info.PanelRows.push_back(OneRow(info.CameraDataLines[static_cast<std::size_t>(line)]));
+    info.PanelRows.resize(static_cast<std::size_t>(count)); // the texts' memory stays in use
+    for (std::size_t line = 0; line < info.PanelRows.size(); ++line)
+        ToOneRow(info.CameraDataLines[line], info.PanelRows[line]);
 }
 
 } // namespace tarn

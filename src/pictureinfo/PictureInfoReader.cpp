@@ -54,9 +54,8 @@ void BeginPicture(PictureInfo& info, const std::string& path) {
     info.ExpOrientation = 0;
 }
 
-void PictureInfoReader::ReadPictureInfo(PictureInfo& info, const PictureFile& file) {
+void PictureInfoReader::ReadTaken(PictureInfo& info) {
     EmptyFields(info);
-    ReadFile(file);
     FindData(info, PictureDataBuffer::kSize);
     if (info.ExifFound) EmptyLines(info);
     SetSizeTexts(info, m_file.size);
@@ -76,7 +75,7 @@ void PictureInfoReader::ReadPictureInfo(PictureInfo& info, const PictureFile& fi
 void PictureInfoReader::ReadCameraDate(PictureInfo& info) {
     info.NoExif = false;
     info.ExifFound = false;
-    ReadFile(PictureFile(info.Filename));
+    Take(PictureFile(info.Filename));
     if (m_file.known) info.FileDate = FormatFileDate(m_file);
     FindData(info, kDateBytes);
     if (!info.ExifFound) {
@@ -88,7 +87,7 @@ void PictureInfoReader::ReadCameraDate(PictureInfo& info) {
     });
 }
 
-void PictureInfoReader::ReadFile(const PictureFile& file) {
+void PictureInfoReader::Take(const PictureFile& file) {
     const std::size_t other = 1 - m_bufferRecord;
     m_file = file.Facts();
     m_fileWasRead = file.ReadRecord(m_records[other]);

@@ -26,7 +26,15 @@ public:
     // no camera data. ExpOrientation stays when the file has none: the display clears it for each
     // picture, a show does not.
     void ReadPictureInfo(PictureInfo& info) { ReadPictureInfo(info, PictureFile(info.Filename)); }
-    void ReadPictureInfo(PictureInfo& info, const PictureFile& file);
+    void ReadPictureInfo(PictureInfo& info, const PictureFile& file) {
+        Take(file);
+        ReadTaken(info);
+    }
+
+    // The same in two steps, for who looks at the first bytes in between.
+    void Take(const PictureFile& file);
+    const FileRecord& Record() const { return m_records[m_fileRecord]; } // of what was taken last
+    void ReadTaken(PictureInfo& info);
 
     // Only FileDate, NoExif, ExifFound, PictureDataOffset, CameraDate, CameraDateOffset and
     // PictureDate of `info.Filename`, for work on whole folders. Without a date tag the dates stay
@@ -42,7 +50,6 @@ public:
     ExifTag Tag;
 
 private:
-    void ReadFile(const PictureFile& file);
     void FindData(PictureInfo& info, int copied);
     void CopyData(int offset, int count);
     bool RecordHas(std::string_view signature, int offset) const;

@@ -52,7 +52,7 @@ TEST(Print, EveryPictureIsPrintedAndTheScreenIsAsBefore) {
     ASSERT_EQ(progress.size(), 13U);
     EXPECT_EQ(progress[12], "Printing 12 picture thumbnail sheets page (2 of 2) # 1|13 of 13");
     EXPECT_TRUE(std::filesystem::exists(d.pdf));
-    EXPECT_EQ(d.Message(), "'out.pdf' file created");
+    EXPECT_EQ(d.Message(), "'" + d.pdf + "' file created");
     EXPECT_EQ(d.Current(), "p104.jpg");
     EXPECT_EQ(d.s.TextNumOf, "5 of 13");
     EXPECT_EQ(d.c.Picture1->Picture().size(), QSize(64, 40));

@@ -1,0 +1,51 @@
+#include "PictureFiles.h"
+
+#include "common/file_handle.h"
+#include "imaging/PictureFormat.h"
+#include "pictureinfo/JpegFrame.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <optional>
+#include <utility>
+
+namespace tarn::testing {
+namespace {
+
+using Size = std::optional<std::pair<int, int>>;
+
+Size ByMarkers(const std::string& bytes) {
+    const auto frame =
+        FindJpegFrame({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()});
+    return frame ? Size({frame->width, frame->height}) : std::nullopt;
+}
+
+Size ByDecoder(std::string bytes) {
+    const FileHandle file(::fmemopen(bytes.data(), bytes.size(), "rb"));
+    std::string error;
+    const QSize size = kJpegFormat.size(file.get(), error);
+    return error.empty() ? Size({size.width(), size.height()}) : std::nullopt;
+}
+
+TEST(JpegFrame, SaysWhatTheDecoderSaysOrNothing) {
+    for (const JpegKind kind : {JpegKind::Color, JpegKind::Gray}) {
+        const std::string whole = JpegBytes(TellTale(60, 40), kind);
+        EXPECT_EQ(ByMarkers(whole), Size({60, 40}));
+        const std::size_t scan = whole.find("\xFF\xDA");
+        ASSERT_NE(scan, std::string::npos);
+        EXPECT_EQ(ByMarkers(whole.substr(0, scan)), std::nullopt); // more may come behind
+        for (std::size_t at = 0; at < scan + 12; ++at)
+            for (const int value : {0, 1, 4, 0x11, 0x44, 0x7F, 0xC0, 0xC4, 0xDA, 0xFF}) {
+                std::string damaged = whole;
+                damaged[at] = static_cast<char>(value);
+                const Size frame = ByMarkers(damaged);
+                if (frame) {
+                    EXPECT_EQ(frame, ByDecoder(damaged)) << at << " " << value;
+                }
+            }
+    }
+}
+
+} // namespace
+} // namespace tarn::testing
