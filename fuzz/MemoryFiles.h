@@ -42,6 +42,7 @@ public:
     bool Extend(S, std::size_t, std::string_view, Error) override { return false; }
     std::unique_ptr<StagedFiles> Stage(S, Error) override { return nullptr; }
     bool SetTimes(S, std::int64_t, Error) override { return false; }
+    bool PutTimeBack(S, const FileLook&, Error) override { return false; }
     bool MakeFolder(S, Error) override { return false; }
     int RemoveFolder(S, Error) override { return 1; }
     std::string Absolute(S path) const override { return path; }

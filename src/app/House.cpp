@@ -4,6 +4,7 @@
 #include "app/help/HelpPages.h"
 #include "app/window/MenuSwitches.h"
 #include "common/numbers.h"
+#include "platform/SettingsStore.h"
 #include "widgets/Dialogs.h"
 #include "widgets/FileListBox.h"
 #include "widgets/PictureBox.h"
@@ -58,6 +59,10 @@ House::House(const Platform& p)
     WireFile();
     WireHelp();
     WireWindow();
+    window.OrderTabs();
+    m_strip = std::make_unique<DateStrip>(context, window);
+    m_card = std::make_unique<StartCard>(context);
+    m_card->onAnswer = [this] { m_strip->Follow(); };
 }
 
 // In this order each step of a room's life comes to them.
@@ -82,20 +87,27 @@ void House::WireHelp() {
     const MainControls& c = controls;
     Connect(c.HelpInitPictureButton, [this] { lifecycle.HelpInitPictureButton_Click(); });
     Connect(c.HelpRegistryEntriesButton, [this] { lifecycle.HelpRegistryEntriesButton_Click(); });
+    Connect(c.FirstStepsButton, [this] { FirstStepsButton_Click(); });
     struct Entry {
         QAction* entry;
         int page;
     };
     for (const Entry& help :
          {Entry{c.HelpContentsButton, kHelpContents}, Entry{c.HelpTourButton, kHelpTour},
-          Entry{c.HelpPicNavButton, kHelpNavigation}, Entry{c.HelpSlideButton, kHelpSlides},
-          Entry{c.HelpSizeButton, kHelpSizeWindow}, Entry{c.HelpOneButton, kHelpOneToOne},
-          Entry{c.HelpNotesFolderButton, kHelpFolders},
+          Entry{c.HelpKeysButton, kHelpKeys}, Entry{c.HelpPicNavButton, kHelpNavigation},
+          Entry{c.HelpSlideButton, kHelpSlides}, Entry{c.HelpSizeButton, kHelpSizeWindow},
+          Entry{c.HelpOneButton, kHelpOneToOne}, Entry{c.HelpNotesFolderButton, kHelpFolders},
           Entry{c.HelpPictureFileDateButton, kHelpFileDate},
           Entry{c.HelpThumbFolderButton, kHelpThumbFolder},
           Entry{c.HelpThumbSizeButton, kHelpThumbSizes},
           Entry{c.HelpPrintCButton, kHelpPrintLayouts}})
         Connect(help.entry, [this, page = help.page] { shell.ShowHelpPage(page); });
+}
+
+void House::FirstStepsButton_Click() {
+    if (!m_firstSteps) m_firstSteps = std::make_unique<frmFirstSteps>(context);
+    m_firstSteps->steps().onAnswer = [this] { m_strip->Follow(); };
+    m_firstSteps->ShowSteps();
 }
 
 void House::ShowLogsButton_Click() {
@@ -167,6 +179,9 @@ bool House::Start(const std::string& path, const std::string& imagingError) {
                      [this] { WindowResized(); });
     crash.Offer();
     if (!m_handedEarly.empty()) Open(m_handedEarly);
+    if (path.empty() && !context.settings.Contains("filespec_default")) m_card->Welcome();
+    m_card->Follow();
+    m_strip->Follow();
     return true;
 }
 

@@ -6,7 +6,10 @@
 #include "app/logs/frmLogs.h"
 #include "app/outside/OutsidePrograms.h"
 #include "app/start/Lifecycle.h"
+#include "app/window/DateStrip.h"
 #include "app/window/ShellRoom.h"
+#include "app/window/StartCard.h"
+#include "app/window/frmFirstSteps.h"
 #include "app/window/frmMain.h"
 #include "desk/Context.h"
 #include "display/DisplayRoom.h"
@@ -23,6 +26,7 @@
 #include "thumbnails/ThumbRoom.h"
 #include "video/VideoRoom.h"
 #include "web/WebRoom.h"
+#include "widgets/AltLetters.h"
 #include "widgets/ShownWindows.h"
 
 #include <QElapsedTimer>
@@ -91,11 +95,16 @@ private:
     void AskForFile();
     void AskForFolder();
 
+    void FirstStepsButton_Click();
     void ShowLogsButton_Click();
     void VersionButton_Click();
 
+    AltLetters m_altLetters;
     std::unique_ptr<frmLogs> m_logs; // made when it is first asked for
     std::unique_ptr<frmText> m_about;
+    std::unique_ptr<frmFirstSteps> m_firstSteps;
+    std::unique_ptr<DateStrip> m_strip; // of the window, once all commands are connected
+    std::unique_ptr<StartCard> m_card;
     QTimer m_resizeTimer;
     QElapsedTimer m_started;
     std::string m_handedEarly; // a path that came while the program was loading

@@ -2,6 +2,9 @@
 // that leads from the toolkit's key numbers to them.
 #pragma once
 
+#include <string>
+#include <vector>
+
 namespace tarn::keys {
 
 inline constexpr int kNone = 0;
@@ -30,11 +33,25 @@ inline constexpr int kF5 = 116;
 inline constexpr int kF6 = 117;
 inline constexpr int kF7 = 118;
 inline constexpr int kF10 = 121;
+inline constexpr int kF11 = 122;
 inline constexpr int kComma = 188;
 inline constexpr int kPeriod = 190;
 // Digits and letters stand for themselves: '0' 48 to '9' 57, 'A' 65 to 'Z' 90.
 
 // The key code of a toolkit key number (Qt::Key); kNone for a key that has none here.
 int KeyCode(int toolkitKey);
+
+// As keyboards have it: "N", "Page Down", "F5".
+std::string NameOf(int code);
+
+// Keys that do one thing, and what that is, for the page of all keys.
+struct KeyLine {
+    std::string keys; // "N, Space, Down"
+    std::string action;
+    bool operator==(const KeyLine&) const = default;
+};
+
+// One more key of a table; rows that do the same become one line.
+void AddLine(std::vector<KeyLine>& lines, const std::string& key, const std::string& action);
 
 } // namespace tarn::keys

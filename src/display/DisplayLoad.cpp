@@ -18,6 +18,8 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include <algorithm>
+
 namespace tarn {
 
 namespace {
@@ -174,10 +176,22 @@ void DisplayRoom::ReadInfo() {
             s.ImageLoaded = true;
         }
     }
-    if (!s.DatesDiffer || !s.AutoSetFileDates) return;
+    if (s.DatesDiffer && s.AutoSetFileDates) SetFileDate();
+}
+
+// Until the user has said whether that is to be so, it can be taken back.
+void DisplayRoom::SetFileDate() {
+    ProgramState& s = m.state;
+    const auto& left = s.DatesTakenBack;
+    if (std::find(left.begin(), left.end(), s.Filename) != left.end()) return;
+    const auto before = s.FileDatesAnswered ? std::optional<FileLook>() : m.files.Look(s.Filename);
     const Outcome set = m.info.SetFileDatesButton_Click();
     m.shell.Tell(set);
-    if (set) m.ahead.TimesWereSet(s.Filename); // the way back finds the picture decoded
+    if (!set) return;
+    m.ahead.TimesWereSet(s.Filename); // the way back finds the picture decoded
+    if (!before) return;
+    if (const auto after = m.files.Look(s.Filename))
+        s.DatesSet.push_back({s.Filename, *before, *after});
 }
 
 void DisplayRoom::PlayPictureSound() {

@@ -75,6 +75,7 @@ private:
     void ShowPlaceholder(const std::string& error);
     void ShowLoadError(const std::string& error);
     void ReadInfo();
+    void SetFileDate();
     bool IsLastRow() const;
     bool IsFits() const; // what is shown is a telescope's picture
     void PlayPictureSound();

@@ -1,6 +1,5 @@
 #include "display/FrmPic.h"
 
-#include "common/keys.h"
 #include "common/numbers.h"
 #include "common/paths.h"
 #include "desk/state/Replay.h"
@@ -132,27 +131,30 @@ void FrmPic::keyReleaseEvent(QKeyEvent* event) {
     Form_KeyUp(m_keys.Release(*event));
 }
 
+// clang-format off
+const FrmPic::KeyRow FrmPic::kKeys[] = {
+    {keys::kEscape, "closes the window", [](FrmPic& w) { w.close(); }},
+    {'X', "closes the window", [](FrmPic& w) { w.close(); }},
+    {keys::kDown, "next file", [](FrmPic& w) { StepFiles(w.m, 1); }},
+    {keys::kUp, "previous file", [](FrmPic& w) { StepFiles(w.m, -1); }},
+    {'Y', "copies the file to the \"Copy to\" folder", [](FrmPic& w) { w.Copy(); }},
+    {keys::kF1, "help", [](FrmPic& w) { w.m.shell.ShowHelpPage(kHelpSize); }},
+};
+// clang-format on
+
+std::vector<keys::KeyLine> FrmPic::KeyLines() {
+    std::vector<keys::KeyLine> lines;
+    for (const KeyRow& row : kKeys) keys::AddLine(lines, keys::NameOf(row.keycode), row.says);
+    return lines;
+}
+
 void FrmPic::Form_KeyUp(int keycode) {
-    switch (keycode) {
-    case keys::kEscape:
-    case 'X':
-        close();
-        break;
-    case 'Y':
-        if (!m.state.SlideViewing) m.shell.Tell(m.copies.CopyImage());
-        break;
-    case keys::kF1:
-        m.shell.ShowHelpPage(kHelpSize);
-        break;
-    case keys::kUp:
-        StepFiles(m, -1);
-        break;
-    case keys::kDown:
-        StepFiles(m, 1);
-        break;
-    default:
-        break;
-    }
+    for (const KeyRow& row : kKeys)
+        if (row.keycode == keycode) return row.act(*this);
+}
+
+void FrmPic::Copy() {
+    if (!m.state.SlideViewing) m.shell.Tell(m.copies.CopyImage());
 }
 
 void FrmPic::mousePressEvent(QMouseEvent*) {

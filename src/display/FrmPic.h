@@ -2,6 +2,7 @@
 // beside the main window and follows the selection.
 #pragma once
 
+#include "common/keys.h"
 #include "desk/Context.h"
 #include "desk/places/KeptPlace.h"
 #include "display/WindowFit.h"
@@ -12,6 +13,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <vector>
 
 namespace tarn {
 
@@ -27,6 +29,8 @@ public:
 
     // A part is shown larger than the whole would fit.
     bool IsZoomed() const { return m_zoom > 1; }
+
+    static std::vector<keys::KeyLine> KeyLines(); // as they are read
 
     // The inside in device pixels.
     PixelSize Inside() const;
@@ -45,7 +49,16 @@ protected:
 
 private:
     void Form_Load();
+    // A key of this window.
+    struct KeyRow {
+        int keycode;
+        const char* says;
+        void (*act)(FrmPic&);
+    };
+    static const KeyRow kKeys[];
+
     void Form_KeyUp(int keycode);
+    void Copy();
     void ToggleTop();
     void Zoom(int notches, QPointF at);
     void PaintPicture();

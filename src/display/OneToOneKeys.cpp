@@ -1,7 +1,6 @@
 // Keys and mouse of the 1:1 window.
 #include "display/frmOnetoOne.h"
 
-#include "common/keys.h"
 #include "platform/QtText.h"
 #include "widgets/PictureBox.h"
 
@@ -43,39 +42,36 @@ bool frmOnetoOne::eventFilter(QObject* watched, QEvent* event) {
     }
 }
 
+// clang-format off
+const frmOnetoOne::KeyRow frmOnetoOne::kKeys[] = {
+    {keys::kEscape, "closes the window", [](frmOnetoOne& w) { w.close(); }},
+    {'X', "closes the window", [](frmOnetoOne& w) { w.close(); }},
+    {keys::kDown, "next file", [](frmOnetoOne& w) { StepFiles(w.m, 1); }},
+    {keys::kUp, "previous file", [](frmOnetoOne& w) { StepFiles(w.m, -1); }},
+    {'S', "swaps two places", [](frmOnetoOne& w) { w.SwapPlaces(); }},
+    {'T', "line of information, on and off", [](frmOnetoOne& w) { w.ToggleInfo(); }},
+    {'Y', "copies the file to the \"Copy to\" folder", [](frmOnetoOne& w) { w.Copy(); }},
+    {keys::kDelete, "picture and note to the wastebasket", [](frmOnetoOne& w) { w.Delete(); }},
+    {keys::kF1, "help", [](frmOnetoOne& w) { w.m.shell.ShowHelpPage(kHelpOneToOne); }},
+};
+// clang-format on
+
+std::vector<keys::KeyLine> frmOnetoOne::KeyLines() {
+    std::vector<keys::KeyLine> lines;
+    for (const KeyRow& row : kKeys) keys::AddLine(lines, keys::NameOf(row.keycode), row.says);
+    lines.push_back({"any other key", "the small picture, on and off"});
+    return lines;
+}
+
 void frmOnetoOne::Form_KeyUp(int keycode) {
-    switch (keycode) {
-    case keys::kNone:
-        break;
-    case keys::kEscape:
-    case 'X':
-        close();
-        break;
-    case 'T':
-        ToggleInfo();
-        break;
-    case 'Y':
-        Copy();
-        break;
-    case 'S':
-        SwapPlaces();
-        break;
-    case keys::kF1:
-        m.shell.ShowHelpPage(kHelpOneToOne);
-        break;
-    case keys::kUp:
-        StepFiles(m, -1);
-        break;
-    case keys::kDown:
-        StepFiles(m, 1);
-        break;
-    case keys::kDelete:
-        if (!m.state.SlideViewing) m.shell.Tell(m.fileops.DeleteButton_Click());
-        break;
-    default:
-        m_picture3->setVisible(m_picture3->isHidden());
-        break;
-    }
+    if (keycode == keys::kNone) return;
+    for (const KeyRow& row : kKeys)
+        if (row.keycode == keycode) return row.act(*this);
+    m_picture3->setVisible(m_picture3->isHidden());
+}
+
+void frmOnetoOne::Delete() {
+    if (!m.state.SlideViewing) m.shell.Tell(m.fileops.DeleteButton_Click());
 }
 
 void frmOnetoOne::Copy() {

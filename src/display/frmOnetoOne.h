@@ -3,6 +3,7 @@
 // that follows.
 #pragma once
 
+#include "common/keys.h"
 #include "desk/Context.h"
 #include "desk/places/KeptPlace.h"
 #include "display/WindowFit.h"
@@ -12,6 +13,7 @@
 
 #include <functional>
 #include <optional>
+#include <vector>
 
 class QLabel;
 
@@ -38,6 +40,8 @@ public:
     void Form_Load();
     void Form_Activate(); // above the other windows or not
 
+    static std::vector<keys::KeyLine> KeyLines(); // as they are read
+
     // The navigator's box in device pixels.
     PixelSize Navigator() const;
 
@@ -47,12 +51,21 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    // A key of this window.
+    struct KeyRow {
+        int keycode;
+        const char* says;
+        void (*act)(frmOnetoOne&);
+    };
+    static const KeyRow kKeys[];
+
     void Form_KeyUp(int keycode);
     bool Mouse(QObject* watched, QEvent* event);
     void PressNavigator(const QMouseEvent& event);
     void DragView(const QMouseEvent& event);
     void ReleaseView(const QMouseEvent& event);
     void Copy();
+    void Delete();
     void SwapPlaces();
     void ShowNavigator();
     void ShowInfo(const std::string& text);

@@ -79,8 +79,8 @@ void FileRoom::PushUndo(UndoEntry entry) {
     m_undo.Push(std::move(entry));
     SetEnabled(m.controls.UndoButton, !m_undo.IsEmpty());
     m.controls.UndoButton->setText(m_undo.IsEmpty()
-                                       ? QStringLiteral("Undo")
-                                       : QStringLiteral("Undo ") + ToCaption(m_undo.NextText()));
+                                       ? QStringLiteral("&Undo")
+                                       : QStringLiteral("&Undo ") + ToCaption(m_undo.NextText()));
 }
 
 void FileRoom::UndoButton_Click() {

@@ -7,7 +7,6 @@
 #include "widgets/PictureBox.h"
 #include "widgets/webpane/PageBrowser.h"
 
-#include <QAction>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QLabel>
@@ -15,61 +14,10 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
-#include <QPushButton>
-
-#include <algorithm>
-#include <iterator>
 
 namespace tarn {
 
 namespace {
-
-void Press(QPushButton* button) {
-    button->click();
-}
-void Press(QAction* entry) {
-    entry->trigger();
-}
-
-// Keys of Picture1 that press a button or choose an entry.
-template <typename Control> struct KeyFor {
-    int keycode;
-    Control* MainControls::*control;
-};
-
-constexpr KeyFor<QPushButton> kButtonKeys[] = {
-    {'V', &MainControls::ViewButton},     {'S', &MainControls::SlideButton},
-    {'F', &MainControls::OneToOneButton}, {'1', &MainControls::OneToOneButton},
-    {'2', &MainControls::Slides2Button},  {'4', &MainControls::Slides4Button},
-    {'C', &MainControls::SlidesC2Button}, {'Y', &MainControls::CopyImageButton3},
-    {'U', &MainControls::CJMButton},      {'Z', &MainControls::CJMButton},
-};
-
-constexpr KeyFor<QAction> kEntryKeys[] = {
-    {'D', &MainControls::FixPictureDateButton},
-    {'A', &MainControls::RenameButton},
-    {'B', &MainControls::AdjustButton},
-    {'E', &MainControls::PopupOpenButton},
-    {keys::kF1, &MainControls::HelpPicNavButton},
-    {keys::kF2, &MainControls::RenameButton},
-    {keys::kF6, &MainControls::SetFileDatesButton},
-    {keys::kF10, &MainControls::Exit},
-    {keys::kPrint, &MainControls::PrintButton},
-    {keys::kPrintScreen, &MainControls::PrintButton},
-    {keys::kDelete, &MainControls::DeleteButton},
-    {keys::kInsert, &MainControls::DuplicateButton},
-};
-
-template <typename Keys> bool PressFor(const Keys& keys, int keycode, const MainControls& c) {
-    const auto found = std::find_if(std::begin(keys), std::end(keys), [keycode](const auto& each) {
-        return each.keycode == keycode;
-    });
-    if (found == std::end(keys)) return false;
-    Press(c.*found->control);
-    return true;
-}
-
-constexpr int kPage = 5; // rows of a page key
 
 // The window system may send a repeat as a release and a press of the same instant, the press a
 // moment later.
@@ -97,102 +45,6 @@ PaneKeys::PaneKeys(Context& context) : m(context) {
     connect(&m_releaseTimer, &QTimer::timeout, this, &PaneKeys::ActOnRelease);
 }
 
-bool PaneKeys::NavigationKey(int keycode) {
-    switch (keycode) {
-    case keys::kF5:
-        m.navigation.ReadAgain();
-        return true;
-    case keys::kSpace:
-    case keys::kDown:
-    case 'N':
-        m.navigation.NextButton_Click();
-        return true;
-    case keys::kUp:
-    case 'P':
-        m.navigation.PrevButton_Click();
-        return true;
-    case keys::kPageUp:
-        m.navigation.StepBy(-kPage, {});
-        return true;
-    case keys::kPageDown:
-        m.navigation.StepBy(kPage, {});
-        return true;
-    case keys::kHome:
-        m.navigation.StepFrom(1, -1, {});
-        return true;
-    case keys::kEnd:
-        m.navigation.StepFrom(0, -1, {});
-        return true;
-    case keys::kComma:
-        Press(m.controls.FileBackButton);
-        return true;
-    case keys::kPeriod:
-        Press(m.controls.FileFwdButton);
-        return true;
-    default:
-        return false;
-    }
-}
-
-bool PaneKeys::Picture1_KeyUp(int keycode) {
-    if (NavigationKey(keycode)) return true;
-    if (!m.state.ImageLoaded) return false;
-    switch (keycode) {
-    case keys::kRight:
-    case 'R':
-        m.display.RotateRightButton_Click();
-        return true;
-    case keys::kLeft:
-    case 'L':
-        m.display.RotateLeftButton_Click();
-        return true;
-    case 'M':
-        m.display.MirrorButton_Click();
-        return true;
-    case 'I':
-        m.display.FlipButton_Click();
-        return true;
-    case 'O':
-        m.display.Redraw();
-        return true;
-    case 'T':
-        m.controls.NotesBox->setFocus(Qt::ShortcutFocusReason);
-        return true;
-    default:
-        return PressFor(kButtonKeys, keycode, m.controls) ||
-               PressFor(kEntryKeys, keycode, m.controls);
-    }
-}
-
-bool PaneKeys::Picture2_KeyUp(int keycode) {
-    switch (keycode) {
-    case keys::kDelete:
-        Press(m.controls.DeleteButton);
-        return true;
-    case keys::kInsert:
-        Press(m.controls.RenameButton);
-        return true;
-    case keys::kComma:
-    case keys::kPeriod:
-        return false;
-    default:
-        return NavigationKey(keycode);
-    }
-}
-
-bool PaneKeys::LogText_KeyUp(int keycode) {
-    if (NavigationKey(keycode)) return true;
-    if (keycode != keys::kF2) return false;
-    Press(m.controls.RenameButton);
-    return true;
-}
-
-bool PaneKeys::FileListBox_KeyUp(int keycode) {
-    if (keycode != keys::kF5) return false;
-    m.navigation.ReadAgain();
-    return true;
-}
-
 void PaneKeys::Picture_MouseUp(bool rightButton, int x, int width, QPoint onScreen) {
     if (!m.state.ImageLoaded) return;
     if (rightButton)
@@ -209,12 +61,15 @@ bool PaneKeys::IsPane(const QObject* watched) const {
            watched == c.WebBrowser1;
 }
 
-PaneKeys::Map PaneKeys::MapOf(const QObject* pane) const {
+KeyPane PaneKeys::PaneOf(const QObject* watched) const {
     const MainControls& c = m.controls;
-    if (pane == c.Picture1) return &PaneKeys::Picture1_KeyUp;
-    if (pane == c.Picture2) return &PaneKeys::Picture2_KeyUp;
-    if (pane == c.LogText || pane == c.WebBrowser1) return &PaneKeys::LogText_KeyUp;
-    return &PaneKeys::FileListBox_KeyUp;
+    if (watched == c.Picture1) return KeyPane::Picture;
+    if (watched == c.Picture2) return KeyPane::Clip;
+    return IsPane(watched) ? KeyPane::Text : KeyPane::Lists;
+}
+
+void PaneKeys::KeyUp(const QObject* watched, int keycode) {
+    if (const PaneAction act = PaneActionOf(PaneOf(watched), keycode, m.state.ImageLoaded)) act(m);
 }
 
 bool PaneKeys::eventFilter(QObject* watched, QEvent* event) {
@@ -294,9 +149,8 @@ bool PaneKeys::Repeat(QObject* pane, Pressed& pressed) {
     if (!IsStep(pressed.keycode)) return true;
     pressed.repeated = true;
     if (!m_painted) return true;
-    const Map map = MapOf(pane);
     const int keycode = pressed.keycode; // the step may bring events that change the list
-    (this->*map)(keycode);
+    KeyUp(pane, keycode);
     m_painted = m.state.Kind != FileKind::Picture;
     return true;
 }
@@ -327,7 +181,7 @@ void PaneKeys::ActOnRelease() {
     const bool acts =
         pressed && !pressed->repeated && !m.state.BatchRuns; // a batch began meanwhile
     Forget(m_releasedKey);
-    if (acts) (this->*MapOf(m_releasedIn))(m_releasedKey);
+    if (acts) KeyUp(m_releasedIn, m_releasedKey);
 }
 
 bool PaneKeys::MouseRelease(QObject* pane, const QMouseEvent& event) {

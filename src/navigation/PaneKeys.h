@@ -3,6 +3,7 @@
 #pragma once
 
 #include "desk/Context.h"
+#include "navigation/PaneKeyTable.h"
 
 #include <QObject>
 #include <QTimer>
@@ -17,13 +18,6 @@ namespace tarn {
 class PaneKeys : public QObject {
 public:
     explicit PaneKeys(Context& context);
-
-    // Keys shared by Picture1 and LogText; false when the key is none of them.
-    bool NavigationKey(int keycode);
-    bool Picture1_KeyUp(int keycode);
-    bool Picture2_KeyUp(int keycode);
-    bool LogText_KeyUp(int keycode);
-    bool FileListBox_KeyUp(int keycode); // also of the tree and the camera data
 
     // A release at x in a pane of this width; the right button opens the popup at this place of
     // the screen.
@@ -40,10 +34,10 @@ private:
         bool repeated = false;
     };
 
-    using Map = bool (PaneKeys::*)(int);
     bool ShowPictureMenu();                    // in the middle of the pane
     bool IsPane(const QObject* watched) const; // else a list, whose keys move its rows
-    Map MapOf(const QObject* pane) const;
+    KeyPane PaneOf(const QObject* watched) const;
+    void KeyUp(const QObject* watched, int keycode);
     bool KeyPress(QObject* pane, const QKeyEvent& event);
     bool KeyRelease(QObject* pane, const QKeyEvent& event);
     Pressed* Find(int keycode);

@@ -15,7 +15,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScopedValueRollback>
-#include <QShortcut>
 
 namespace tarn {
 
@@ -65,9 +64,7 @@ void NotesRoom::ConnectControls() {
             CheckForNotes();
     });
     c.FileListBox->onRefresh = [this] { m_store.index.Refresh(); };
-    const auto* save = new QShortcut(QKeySequence::Save, c.NotesBox->window());
-    QObject::connect(save, &QShortcut::activated, c.NotesBox,
-                     [this] { m.controls.SaveNotesButton->click(); });
+    ConnectKeys();
 }
 
 void NotesRoom::SetNotesFilename() {

@@ -1,6 +1,7 @@
 // The note beside the picture: the panel, its note file, and the windows that belong to notes.
 #pragma once
 
+#include "common/keys.h"
 #include "desk/Context.h"
 #include "desk/Room.h"
 #include "notes/Drafts.h"
@@ -11,6 +12,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace tarn {
 
@@ -62,6 +64,8 @@ public:
     void EditNoteSettingsFileButton_Click();
     void CommandNotesNew_Click();
 
+    static std::vector<keys::KeyLine> KeyLines(); // as they are read
+
     // For the room's own windows.
     // Of the file that is shown: as it stands on disk, which may differ in case.
     const std::string& LoadedPath() const { return m_store.Loaded().path; }
@@ -76,6 +80,17 @@ public:
     frmNotesFolder* Manager() const { return m_manager.get(); }
 
 private:
+    // A key of the note.
+    struct KeyRow {
+        const char* keys;
+        const char* says;
+        void (*act)(NotesRoom&);
+        bool inBox; // else in the whole window
+    };
+    static const KeyRow kKeys[];
+
+    void ConnectKeys();
+    void PressSave(QPushButton& button);
     bool IsUnsaved() const;
     bool DropIntoBuffer();
     void OfferDraft();

@@ -268,6 +268,10 @@ bool DiskChanges::SetTimes(const std::string& path, std::int64_t when, std::stri
     return SetFileTimes(path, when, error);
 }
 
+bool DiskChanges::PutTimeBack(const std::string& path, const FileLook& then, std::string* error) {
+    return PutFileTimeBack(path, then.seconds, then.nanoseconds, error);
+}
+
 bool DiskChanges::MakeFolder(const std::string& path, std::string* error) {
     return ::mkdir(path.c_str(), 0777) == 0 || Fail(error);
 }

@@ -22,6 +22,7 @@ public:
                 std::string* error) override;
     std::unique_ptr<StagedFiles> Stage(const std::string& folder, std::string* error) override;
     bool SetTimes(const std::string& path, std::int64_t when, std::string* error) override;
+    bool PutTimeBack(const std::string& path, const FileLook& then, std::string* error) override;
     bool MakeFolder(const std::string& path, std::string* error) override;
     int RemoveFolder(const std::string& path, std::string* error) override;
 };

@@ -10,4 +10,8 @@ namespace tarn {
 // file may not be written.
 bool SetFileTimes(const std::string& path, std::int64_t when, std::string* error);
 
+// Last modification to the nanosecond; last access is now.
+bool PutFileTimeBack(const std::string& path, std::int64_t seconds, std::int64_t nanoseconds,
+                     std::string* error);
+
 } // namespace tarn

@@ -116,6 +116,9 @@ public:
     // written.
     virtual bool SetTimes(const std::string& path, std::int64_t when, std::string* error) = 0;
 
+    // Its last modification as it was at a look, to the nanosecond; the last access is now.
+    virtual bool PutTimeBack(const std::string& path, const FileLook& then, std::string* error) = 0;
+
     virtual bool MakeFolder(const std::string& path, std::string* error) = 0;
 
     // An empty one, for good. 0, or the number of the system's error.

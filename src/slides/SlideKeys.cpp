@@ -1,7 +1,6 @@
 #include "slides/SlideKeys.h"
 
-#include "common/keys.h"
-
+#include <initializer_list>
 #include <span>
 
 namespace tarn {
@@ -11,6 +10,7 @@ namespace {
 struct KeyRow {
     int keycode;
     SlideEffect effect;
+    const char* says;
 };
 
 constexpr SlideEffect Move(SlideMove move) {
@@ -18,69 +18,77 @@ constexpr SlideEffect Move(SlideMove move) {
 }
 
 constexpr KeyRow kArrows[] = {
-    {keys::kDown, Move(SlideMove::Next)},
-    {keys::kRight, {SlideAction::Rotate, 90}},
-    {keys::kUp, Move(SlideMove::Previous)},
-    {keys::kLeft, {SlideAction::Rotate, 270}},
+    {keys::kDown, Move(SlideMove::Next), "next picture"},
+    {keys::kRight, {SlideAction::Rotate, 90}, "turn right"},
+    {keys::kUp, Move(SlideMove::Previous), "previous picture"},
+    {keys::kLeft, {SlideAction::Rotate, 270}, "turn left"},
 };
 
 constexpr KeyRow kAlternateArrows[] = {
-    {keys::kDown, {SlideAction::Rotate, 90}},
-    {keys::kRight, Move(SlideMove::Next)},
-    {keys::kUp, {SlideAction::Rotate, 270}},
-    {keys::kLeft, Move(SlideMove::Previous)},
+    {keys::kDown, {SlideAction::Rotate, 90}, "turn right"},
+    {keys::kRight, Move(SlideMove::Next), "next picture"},
+    {keys::kUp, {SlideAction::Rotate, 270}, "turn left"},
+    {keys::kLeft, Move(SlideMove::Previous), "previous picture"},
 };
 
 // What both kinds of show have.
 constexpr KeyRow kShared[] = {
-    {'P', Move(SlideMove::Previous)},
-    {'N', Move(SlideMove::Next)},
-    {keys::kSpace, Move(SlideMove::Next)},
-    {keys::kHome, Move(SlideMove::First)},
-    {keys::kEnd, Move(SlideMove::Last)},
-    {keys::kPageUp, Move(SlideMove::PageBack)},
-    {keys::kPageDown, Move(SlideMove::PageOn)},
-    {'E', {SlideAction::CameraSettings}},
-    {'T', {SlideAction::Title}},
-    {'C', {SlideAction::TextColor}},
-    {'F', {SlideAction::TextFont}},
-    {'S', {SlideAction::TextSize}},
-    {'B', {SlideAction::Background}},
-    {keys::kF1, {SlideAction::Help}},
-    {keys::kEscape, {SlideAction::Done}},
-    {'X', {SlideAction::Done}},
+    {'P', Move(SlideMove::Previous), "previous picture"},
+    {'N', Move(SlideMove::Next), "next picture"},
+    {keys::kSpace, Move(SlideMove::Next), "next picture"},
+    {keys::kHome, Move(SlideMove::First), "first picture"},
+    {keys::kEnd, Move(SlideMove::Last), "last picture"},
+    {keys::kPageUp, Move(SlideMove::PageBack), "five pictures back, or a page"},
+    {keys::kPageDown, Move(SlideMove::PageOn), "five pictures on, or a page"},
+    {'E', {SlideAction::CameraSettings}, "camera settings in the title"},
+    {'T', {SlideAction::Title}, "title on or off"},
+    {'C', {SlideAction::TextColor}, "next color of the title"},
+    {'F', {SlideAction::TextFont}, "next font of the title"},
+    {'S', {SlideAction::TextSize}, "next size of the title"},
+    {'B', {SlideAction::Background}, "next background"},
+    {keys::kF1, {SlideAction::Help}, "help"},
+    {keys::kEscape, {SlideAction::Done}, "end of the show"},
+    {'X', {SlideAction::Done}, "end of the show"},
+    {keys::kF11, {SlideAction::Done}, "end of the show"},
 };
 
 constexpr KeyRow kFull[] = {
-    {'R', {SlideAction::Rotate, 90}},
-    {'L', {SlideAction::Rotate, 270}},
-    {'1', {SlideAction::Rotate, 180}},
-    {'M', {SlideAction::Mirror, 0}},
-    {'I', {SlideAction::Mirror, 1}},
-    {'O', Move(SlideMove::Again)},
-    {keys::kF6, {SlideAction::Brightness, 1}},
-    {keys::kF7, {SlideAction::Brightness, 5}},
-    {keys::kF5, {SlideAction::Brightness, -1}},
-    {keys::kF4, {SlideAction::Brightness, -5}},
-    {keys::kF3, {SlideAction::ResetBrightness}},
-    {'A', {SlideAction::AdjustWindow}},
-    {'D', {SlideAction::Notes}},
-    {keys::kComma, {SlideAction::HistoryBack}},
-    {keys::kPeriod, {SlideAction::HistoryForward}},
-    {'Y', {SlideAction::Copy}},
-    {'U', {SlideAction::Convert}},
-    {keys::kDelete, {SlideAction::Delete}},
+    {'R', {SlideAction::Rotate, 90}, "turn right"},
+    {'L', {SlideAction::Rotate, 270}, "turn left"},
+    {'1', {SlideAction::Rotate, 180}, "turn upside down"},
+    {'M', {SlideAction::Mirror, 0}, "mirror left to right"},
+    {'I', {SlideAction::Mirror, 1}, "mirror top to bottom"},
+    {'O', Move(SlideMove::Again), "the picture again, as it is in its file"},
+    {keys::kF6, {SlideAction::Brightness, 1}, "brighter by 1"},
+    {keys::kF7, {SlideAction::Brightness, 5}, "brighter by 5"},
+    {keys::kF5, {SlideAction::Brightness, -1}, "darker by 1"},
+    {keys::kF4, {SlideAction::Brightness, -5}, "darker by 5"},
+    {keys::kF3, {SlideAction::ResetBrightness}, "brightness back to normal"},
+    {'A', {SlideAction::AdjustWindow}, "brightness window"},
+    {'D', {SlideAction::Notes}, "on the picture: nothing, the note, the note and the camera data"},
+    {keys::kComma, {SlideAction::HistoryBack}, "back through the pictures viewed"},
+    {keys::kPeriod, {SlideAction::HistoryForward}, "forward through the pictures viewed"},
+    {'Y', {SlideAction::Copy}, "copy to the \"Copy to\" folder"},
+    {'U', {SlideAction::Convert}, "JPEG copy to that folder"},
+    {keys::kDelete, {SlideAction::Delete}, "picture to the wastebasket"},
 };
 
 constexpr KeyRow kManyArrows[] = {
-    {keys::kUp, Move(SlideMove::Previous)},
-    {keys::kDown, Move(SlideMove::Next)},
+    {keys::kUp, Move(SlideMove::Previous), "previous picture"},
+    {keys::kDown, Move(SlideMove::Next), "next picture"},
 };
 
 SlideEffect Find(std::span<const KeyRow> rows, int keycode) {
     for (const KeyRow& row : rows)
         if (row.keycode == keycode) return row.effect;
     return {};
+}
+
+std::vector<keys::KeyLine> LinesOf(std::initializer_list<std::span<const KeyRow>> tables) {
+    std::vector<keys::KeyLine> lines;
+    for (const std::span<const KeyRow> rows : tables)
+        for (const KeyRow& row : rows) keys::AddLine(lines, keys::NameOf(row.keycode), row.says);
+    return lines;
 }
 
 SlideEffect FindIn(std::span<const KeyRow> own, std::span<const KeyRow> arrows, int keycode) {
@@ -99,6 +107,15 @@ SlideEffect FullEffectOf(int keycode, bool alternateArrows) {
 
 SlideEffect ManyEffectOf(int keycode) {
     return FindIn({}, kManyArrows, keycode);
+}
+
+std::vector<keys::KeyLine> FullKeyLines(bool alternateArrows) {
+    return alternateArrows ? LinesOf({kShared, kAlternateArrows, kFull})
+                           : LinesOf({kShared, kArrows, kFull});
+}
+
+std::vector<keys::KeyLine> ManyKeyLines() {
+    return LinesOf({kShared, kManyArrows});
 }
 
 bool IsSlideStep(const SlideEffect& effect) {

@@ -1,6 +1,10 @@
 // What the keys of a show do, as tables. Key codes are those of common/keys.h.
 #pragma once
 
+#include "common/keys.h"
+
+#include <vector>
+
 namespace tarn {
 
 // Where a show goes from the picture that stands.
@@ -40,6 +44,10 @@ SlideEffect FullEffectOf(int keycode, bool alternateArrows);
 
 // Shows of two and four pictures.
 SlideEffect ManyEffectOf(int keycode);
+
+// The same tables as they are read, a line for each thing that keys do.
+std::vector<keys::KeyLine> FullKeyLines(bool alternateArrows);
+std::vector<keys::KeyLine> ManyKeyLines();
 
 // Whether the key goes on while it is held down.
 bool IsSlideStep(const SlideEffect& effect);

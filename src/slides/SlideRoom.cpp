@@ -15,6 +15,7 @@ namespace tarn {
 void SlideRoom::ConnectControls() {
     const MainControls& c = m.controls;
     Connect(c.SlideButton, [this] { SlideButton_Click(); });
+    Connect(c.SlidesFullButton, [this] { SlideButton_Click(); });
     Connect(c.Slides4Button, [this] { Slides4Button_Click(); });
     Connect(c.Slides4LButton, [this] { Slides4LButton_Click(); });
     Connect(c.Slides2Button, [this] { Slides2Button_Click(); });

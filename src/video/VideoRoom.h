@@ -3,6 +3,7 @@
 #pragma once
 
 #include "clips/Mci.h"
+#include "common/keys.h"
 #include "desk/Context.h"
 #include "desk/Room.h"
 #include "desk/batch/BatchRun.h"
@@ -25,6 +26,8 @@ public:
     // The player is made with the first clip.
     VideoRoom(Context& context, std::function<std::unique_ptr<Mci>()> makeMci);
     ~VideoRoom() override;
+
+    static std::vector<keys::KeyLine> KeyLines(); // of the frames, as they are read
 
     void ConnectControls() override;
     void BreakOff() override;

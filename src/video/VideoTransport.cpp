@@ -24,7 +24,25 @@ namespace {
 
 enum Button { First = 0, StepBack = 1, PlayOrPause = 3, Stop = 4, StepOn = 5, Last = 6 };
 
+// With Ctrl.
+struct FrameKey {
+    int key;
+    Button button;
+    const char* keys;
+    const char* says;
+};
+constexpr FrameKey kFrameKeys[] = {
+    {Qt::Key_Left, StepBack, "Ctrl+Left", "one frame back"},
+    {Qt::Key_Right, StepOn, "Ctrl+Right", "one frame on"},
+};
+
 } // namespace
+
+std::vector<keys::KeyLine> VideoRoom::KeyLines() {
+    std::vector<keys::KeyLine> lines;
+    for (const FrameKey& each : kFrameKeys) keys::AddLine(lines, each.keys, each.says);
+    return lines;
+}
 
 void VideoRoom::SetPlayCaption(bool plays) {
     m.controls.VideoButton[PlayOrPause]->setText(plays ? QStringLiteral("Pause")
@@ -162,11 +180,13 @@ bool VideoRoom::eventFilter(QObject*, QEvent* event) {
     }
     if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) {
         const auto* key = static_cast<QKeyEvent*>(event);
-        const bool steps = (key->modifiers() & Qt::ControlModifier) != 0 &&
-                           (key->key() == Qt::Key_Left || key->key() == Qt::Key_Right);
-        if (steps && event->type() == QEvent::KeyPress)
-            VideoButton_Click(key->key() == Qt::Key_Left ? StepBack : StepOn);
-        return steps;
+        if (!(key->modifiers() & Qt::ControlModifier)) return false;
+        for (const FrameKey& each : kFrameKeys) {
+            if (each.key != key->key()) continue;
+            if (event->type() == QEvent::KeyPress) VideoButton_Click(each.button);
+            return true;
+        }
+        return false;
     }
     if (event->type() == QEvent::ContextMenu) {
         QMenu menu;

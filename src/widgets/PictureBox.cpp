@@ -34,16 +34,25 @@ PictureBox::PictureBox(QWidget* parent) : QWidget(parent) {
 }
 
 void PictureBox::SetPicture(const QImage& picture) {
+    const bool wasEmpty = m_picture.isNull();
     m_picture = picture;
     m_picture.setDevicePixelRatio(1);
     setAccessibleDescription(m_picture.isNull() ? m_hint : QString());
     update();
+    if (wasEmpty != m_picture.isNull()) emit emptyChanged();
 }
 
 void PictureBox::SetHint(const std::string& text) {
     m_hint = ToQt(text);
     setAccessibleDescription(m_picture.isNull() ? m_hint : QString());
     if (m_picture.isNull()) update();
+    emit emptyChanged();
+}
+
+void PictureBox::SetHintCovered(bool covered) {
+    if (covered == m_hintCovered) return;
+    m_hintCovered = covered;
+    update();
 }
 
 QSize PictureBox::PixelSize() const {
@@ -58,6 +67,7 @@ void PictureBox::paintEvent(QPaintEvent*) {
         PaintPicture(painter);
         return;
     }
+    if (m_hintCovered) return;
     painter.setPen(Themed(QColor(kHint)));
     painter.drawText(rect().adjusted(kHintMargin, kHintMargin, -kHintMargin, -kHintMargin),
                      Qt::AlignCenter | Qt::TextWordWrap, m_hint);

@@ -22,9 +22,16 @@ public:
 
     // What to say while there is no picture.
     void SetHint(const std::string& text);
+    const QString& Hint() const { return m_hint; }
+
+    // Something that lies over the pane says it there.
+    void SetHintCovered(bool covered);
 
     // The pane in pixels of the screen, which are smaller than the toolkit's on fine screens.
     QSize PixelSize() const;
+
+signals:
+    void emptyChanged(); // there is no picture any more or again, or another hint
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -34,6 +41,7 @@ private:
 
     QImage m_picture;
     QString m_hint;
+    bool m_hintCovered = false;
 };
 
 } // namespace tarn

@@ -47,6 +47,7 @@ struct WindowsDesk : AppDesk {
                                {{At("a.jpg"), "No space left on device"},
                                 {At("b.jpg"), "Not a picture that can be read"}});
         Hand("frmFaults");
+        ShowEmpty();
         Entry("frmBrightness", c.AdjustButton);
         Button("FrmPic", c.ViewButton);
         Button("frmOnetoOne", c.OneToOneButton);
@@ -71,7 +72,9 @@ struct WindowsDesk : AppDesk {
         Entry("frmThumbFolder", c.ThumbFolderButton);
         Entry("frmLogs", c.ShowLogsButton);
         Entry("frmHelp", c.HelpSlideButton);
+        Entry("frmHelp-keys", c.HelpKeysButton);
         Entry("frmAbout", c.VersionButton);
+        Entry("frmFirstSteps", c.FirstStepsButton);
         Waiting("frmSlideDelay", c.SetSlideShowAutoUpdateButton);
         Preview();
         Show("frmSlideShow", c.SlideButton);
@@ -96,15 +99,23 @@ private:
         c.OneXcheck->setChecked(false);
         QCoreApplication::processEvents();
     }
+    // With a folder that has nothing to show.
+    void ShowEmpty() {
+        house.navigation.OpenFolder(paper.Path(), {});
+        QCoreApplication::processEvents();
+        (*m_visit)("frmMain-empty", house.window);
+        house.navigation.OpenFolder(folder.Path(), "M31_0421.jpg");
+        QCoreApplication::processEvents();
+    }
     void Hand(const std::string& name, bool close = true) {
         for (int i = 0; i < 3; ++i) QCoreApplication::processEvents(); // sizes settle
-        QWidget* window = Up(name);
+        QWidget* window = Up(name.substr(0, name.find('-')));
         ASSERT_TRUE(window) << name << " did not come up";
         (*m_visit)(name, *window);
         if (close) Put(name);
     }
     void Put(const std::string& name) {
-        if (QWidget* window = Up(name)) window->close();
+        if (QWidget* window = Up(name.substr(0, name.find('-')))) window->close();
         QCoreApplication::processEvents();
     }
     void Entry(const std::string& name, QAction* entry) {

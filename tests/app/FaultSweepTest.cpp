@@ -112,6 +112,11 @@ void RenameAll(World& w) {
             edit->setText(QString::fromLatin1(text));
     w.Press("frmRenameFiles", "RenameCommand");
 }
+void DateTakenBack(World& w) {
+    w.s.AutoSetFileDates = true;
+    w.GoTo("b.jpg");
+    w.Press("frmMain", "DateStripUndoButton");
+}
 void Exit(World& w) {
     w.Type(kTyped);
     w.c.Exit->trigger();
@@ -158,6 +163,7 @@ const std::vector<std::pair<const char*, Act>> kCommands{
     {"set file date", [](World& w) { w.Key(Qt::Key_F6); }},
     {"file dates", [](World& w) { w.Answer({"OK"}, w.c.SyncDatesButton); }},
     {"new date", NewDate},
+    {"date taken back", DateTakenBack},
     {"save note", [](World& w) { w.Type(kTyped), w.c.SaveNotesButton->click(); }},
     {"save note, step", [](World& w) { w.Type(kTyped), w.c.SaveNotes2Button->click(); }},
     {"save changed note",

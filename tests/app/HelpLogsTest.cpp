@@ -2,6 +2,7 @@
 #include "AppDesk.h"
 
 #include "app/help/HelpPages.h"
+#include "desk/controls/Captions.h"
 
 #include <QTextBrowser>
 
@@ -178,8 +179,8 @@ TEST(Outside, ProgramsGetThePathAsItIs) {
     EXPECT_TRUE(c.OpenButtonF->isHidden());
     d.dialogs.answers = {"/usr/bin/stacker", "/opt/paint & draw", "/opt/plus"};
     does(c.SetOpenButton);
-    EXPECT_EQ(c.OpenButton->text(), QStringLiteral("Folder to stacker"));
-    EXPECT_EQ(c.OpenButton2->text(), QStringLiteral("Picture to stacker"));
+    EXPECT_EQ(CaptionOf(*c.OpenButton), QStringLiteral("Folder to stacker"));
+    EXPECT_EQ(CaptionOf(*c.OpenButton2), QStringLiteral("Picture to stacker"));
     EXPECT_EQ(c.OpenButtonF->text(), QStringLiteral("Open stacker"));
     EXPECT_FALSE(c.OpenButtonF->isHidden());
     EXPECT_EQ(does(c.OpenButton), "start /usr/bin/stacker " + d.folder.Path());

@@ -3,6 +3,7 @@
 #include "FilesDesk.h"
 #include "clips/ClipFiles.h"
 
+#include "desk/controls/Captions.h"
 #include "widgets/FolderTreeview.h"
 
 #include <QGroupBox>
@@ -122,7 +123,7 @@ TEST(RenameFiles, TakesNotesAlongAndComesBack) {
     EXPECT_FALSE(d.Up("frmRenameFiles"));
     EXPECT_EQ(d.Current(), "Moon_3.jpg");
     EXPECT_EQ(d.c.NotesBox->toPlainText(), "written just now");
-    EXPECT_EQ(d.c.UndoButton->text(), "Undo Rename of 3 pictures");
+    EXPECT_EQ(CaptionOf(*d.c.UndoButton), "Undo Rename of 3 pictures");
     d.c.UndoButton->trigger();
     EXPECT_EQ(d.Pictures(), pictures);
     Tree after = notes;

@@ -72,6 +72,7 @@ TEST(Manual, EveryPageIsReachedFromTheIndex) {
 TEST(Manual, TheHelpWindowListsEveryPageByItsTitle) {
     auto pages = Pages();
     for (const HelpPageRow& row : HelpPages()) {
+        if (row.page == kHelpKeys) continue; // the window makes it
         const std::string file = row.file;
         ASSERT_EQ(file.rfind("help/", 0), 0U) << file;
         const auto page = pages.extract(file.substr(5));

@@ -247,7 +247,8 @@ void Acts::OpenWindow() {
         c.RenameButton,       c.RenamePicturesButton, c.DisplayNotesFolderButton,
         c.ThumbFolderButton,  c.ConvertJpgSetText,    c.CreateAppendHtmlFile,
         c.HtmlThumbButton,    c.ShowLogsButton,       c.SetFileTypesButton,
-        c.PrintPreviewButton, c.SyncDatesButton,      c.GenerateThumbButton};
+        c.PrintPreviewButton, c.SyncDatesButton,      c.GenerateThumbButton,
+        c.FirstStepsButton,   c.HelpKeysButton};
     if (m_dice.OneIn(4)) {
         if (QPushButton* button = m_dice.Of(buttons); MayUse(*button)) Use(*button);
         return;

@@ -205,6 +205,14 @@ TEST(Files, WritesInPlaceWithinTheFileAlone) {
     EXPECT_TRUE(d.files->SetTimes(path, 1087935330, &error)) << error;
     EXPECT_EQ(d.files->ModifiedTime(path), 1087935330);
     EXPECT_FALSE(d.files->SetTimes(d.At("gone"), 0, &error));
+    FileLook then;
+    then.seconds = 987654321;
+    then.nanoseconds = 123456789;
+    EXPECT_TRUE(d.files->PutTimeBack(path, then, &error)) << error;
+    const FileLook now = d.files->Look(path).value_or(FileLook());
+    EXPECT_EQ(now.seconds, then.seconds);
+    EXPECT_EQ(now.nanoseconds, then.nanoseconds);
+    EXPECT_FALSE(d.files->PutTimeBack(d.At("gone"), then, &error));
     EXPECT_TRUE(d.files->IsSameFile(path, d.folder.Path() + "/./a"));
     EXPECT_FALSE(d.files->IsSameFile(path, d.At("gone")));
 }

@@ -86,6 +86,9 @@ public:
     bool SetTimes(const std::string& p, std::int64_t when, std::string* e) override {
         return May("times", p, e) && real->SetTimes(p, when, e);
     }
+    bool PutTimeBack(const std::string& p, const FileLook& then, std::string* e) override {
+        return May("time back", p, e) && real->PutTimeBack(p, then, e);
+    }
     bool Rename(const std::string& from, const std::string& to, std::string* e) override {
         return May("rename", from, e) && real->Rename(from, to, e);
     }

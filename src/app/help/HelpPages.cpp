@@ -7,6 +7,7 @@ const std::vector<HelpPageRow>& HelpPages() {
         {kHelpContents, "Contents", "help/index.html"},
         {kHelpTour, "A First Evening", "help/tour.html"},
         {kHelpReadOn, "The Window", "help/window.html"},
+        {kHelpKeys, "Keys", "made/keys"},
         {kHelpNavigation, "Picture Navigation", "help/navigation.html"},
         {kHelpFolders, "Folders and Files", "help/folders.html"},
         {kHelpReadOn, "The List as Pictures", "help/list_pictures.html"},

@@ -23,13 +23,14 @@ enum HelpPage {
     kHelpWebPages,
     kHelpContents,
     kHelpTour,
+    kHelpKeys,   // made when it is shown
     kHelpReadOn, // no command opens it
 };
 
 struct HelpPageRow {
     int page;
     const char* title;
-    const char* file; // among the program's own files
+    const char* file; // among the program's own files; of the page of keys only a name
 };
 
 // All pages, in the order in which they are listed.

@@ -4,6 +4,7 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <utility>
 
 namespace tarn {
 
@@ -15,7 +16,7 @@ constexpr int kLeast = 200;
 
 } // namespace
 
-HelpText::HelpText() {
+HelpText::HelpText(std::function<QString()> keysPage) : m_keysPage(std::move(keysPage)) {
     // Or it would come up after the pictures have been fitted, and take of their room.
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     m_rest.setSingleShot(true);
@@ -24,8 +25,9 @@ HelpText::HelpText() {
 }
 
 QVariant HelpText::loadResource(int type, const QUrl& name) {
-    QVariant found = QTextBrowser::loadResource(type, name);
     if (type == QTextDocument::HtmlResource) m_widthRead = viewport()->width();
+    if (name == KeysPage()) return m_keysPage();
+    QVariant found = QTextBrowser::loadResource(type, name);
     if (type != QTextDocument::ImageResource) return found;
     QImage picture = QImage::fromData(found.toByteArray());
     const double ratio = devicePixelRatioF();

@@ -3,12 +3,18 @@
 
 #include <QTextBrowser>
 #include <QTimer>
+#include <QUrl>
+
+#include <functional>
 
 namespace tarn {
 
 class HelpText : public QTextBrowser {
 public:
-    HelpText();
+    explicit HelpText(std::function<QString()> keysPage);
+
+    // The page that is made when it is read.
+    static QUrl KeysPage() { return QUrl(QStringLiteral("made:/keys")); }
 
 protected:
     QVariant loadResource(int type, const QUrl& name) override;
@@ -17,6 +23,7 @@ protected:
 private:
     void ReadAgain();
 
+    std::function<QString()> m_keysPage;
     QTimer m_rest;
     int m_widthRead = 0; // of the view, when the page was read
 };

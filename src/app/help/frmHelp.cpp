@@ -15,6 +15,8 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace tarn {
 
 namespace {
@@ -33,9 +35,9 @@ QString ReadPage(const char* file) {
 
 } // namespace
 
-frmHelp::frmHelp(WindowPlace& place)
-    : m_pages(new QListWidget()), m_page(new HelpText()), m_find(new QLineEdit()),
-      m_found(new QLabel()), m_place(*this, place) {
+frmHelp::frmHelp(WindowPlace& place, std::function<QString()> keysPage)
+    : m_keysPage(keysPage), m_pages(new QListWidget()), m_page(new HelpText(std::move(keysPage))),
+      m_find(new QLineEdit()), m_found(new QLabel()), m_place(*this, place) {
     setObjectName(QStringLiteral("frmHelp"));
     setWindowTitle(QStringLiteral("Tarn_View - Help"));
     MakeContents();
@@ -98,6 +100,7 @@ void frmHelp::ShowPage(int page) {
     const auto& pages = HelpPages();
     for (std::size_t row = 0; row < pages.size(); ++row)
         if (pages[row].page == page) m_pages->setCurrentRow(static_cast<int>(row));
+    if (page == kHelpKeys) m_page->reload(); // as the keys are now
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();
@@ -107,7 +110,9 @@ void frmHelp::ShowPage(int page) {
 
 void frmHelp::ShowRow(int row) {
     if (row < 0) return;
-    const QString path = ToQt(ProgramFile(HelpPages()[static_cast<std::size_t>(row)].file));
+    const HelpPageRow& page = HelpPages()[static_cast<std::size_t>(row)];
+    if (page.page == kHelpKeys) return m_page->setSource(HelpText::KeysPage());
+    const QString path = ToQt(ProgramFile(page.file));
     if (QFileInfo::exists(path))
         m_page->setSource(QUrl::fromLocalFile(path));
     else
@@ -128,9 +133,13 @@ void frmHelp::FindNext() {
     m_found->setText(QStringLiteral("Not in the help: %1").arg(text));
 }
 
+QString frmHelp::HtmlOf(int row) const {
+    const HelpPageRow& page = HelpPages()[static_cast<std::size_t>(row)];
+    return page.page == kHelpKeys ? m_keysPage() : ReadPage(page.file);
+}
+
 bool frmHelp::FindFromStart(const QString& text, int row) {
-    const char* file = HelpPages()[static_cast<std::size_t>(row)].file;
-    if (!PlainText(ReadPage(file)).contains(text, Qt::CaseInsensitive)) return false;
+    if (!PlainText(HtmlOf(row)).contains(text, Qt::CaseInsensitive)) return false;
     m_pages->setCurrentRow(row);
     m_page->moveCursor(QTextCursor::Start);
     return m_page->find(text);

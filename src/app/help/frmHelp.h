@@ -6,6 +6,8 @@
 
 #include <QWidget>
 
+#include <functional>
+
 class QLabel;
 class QLineEdit;
 class QListWidget;
@@ -16,7 +18,7 @@ class HelpText;
 
 class frmHelp : public QWidget {
 public:
-    explicit frmHelp(WindowPlace& place);
+    frmHelp(WindowPlace& place, std::function<QString()> keysPage); // the page of all keys
 
     // Shows the window on a page of HelpPages(); another number shows it on the page it has.
     void ShowPage(int page);
@@ -29,8 +31,10 @@ private:
     void MakeContents();
     void MakeKeys();
     void ShowRow(int row);
+    QString HtmlOf(int row) const;
     bool FindFromStart(const QString& text, int row);
 
+    std::function<QString()> m_keysPage;
     QListWidget* m_pages;
     HelpText* m_page;
     QLineEdit* m_find;

@@ -27,8 +27,10 @@ MainLayout LayOut(QSize window, const LayoutMeasures& m) {
     const int height = window.height();
     l.message = QRect(kMessageSide, height - m.messageHeight - kMessageBelow,
                       width - 2 * kMessageSide, m.messageHeight);
+    l.notice = QRect(kMessageSide, l.message.top() - m.noticeHeight, width - 2 * kMessageSide,
+                     m.noticeHeight);
     // The frames' own margin keeps the texts apart from the line.
-    const int framesTop = l.message.top() - m.panelHeight + kFramesOver;
+    const int framesTop = l.notice.top() - m.panelHeight + kFramesOver;
     const int exifWidth = width - m.notesWidth - kGap - kFramesRight;
     l.exif = QRect(kGap, framesTop, exifWidth, m.panelHeight);
     l.notes = QRect(kGap + exifWidth, framesTop, m.notesWidth, m.panelHeight);

@@ -14,6 +14,7 @@ struct LayoutMeasures {
     int notesWidth = 0;
     int panelHeight = 0; // camera data and notes
     int messageHeight = 0;
+    int noticeHeight = 0; // of a strip above the message line, while one is shown
 };
 
 // What the gaps take of the width beside the tree and the tools.
@@ -26,6 +27,7 @@ struct MainLayout {
     QRect picture; // the panes
     QRect exif;
     QRect notes;
+    QRect notice;
     QRect message;
     QRect treeHandle; // between tree and picture, and so on
     QRect stripHandle;

@@ -149,7 +149,8 @@ void frmMain::SetLeastArea(QSize outside) {
     const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     const int width = std::max(outside.width() - bar, m_leastWidth);
     const LayoutMeasures m = MeasuresFor(QSize(width, 0));
-    m_area->setMinimumSize(m_leastWidth, LeastAbove(m) + m.panelHeight + m.messageHeight);
+    m_area->setMinimumSize(m_leastWidth,
+                           LeastAbove(m) + m.panelHeight + m.noticeHeight + m.messageHeight);
 }
 
 // Tree and list on one side, tools and some lines of the picture on the other.
@@ -162,6 +163,7 @@ int frmMain::LeastAbove(const LayoutMeasures& m) const {
 
 LayoutMeasures frmMain::MeasuresFor(QSize area) const {
     LayoutMeasures m = m_measures;
+    if (m_noticeShown) m.noticeHeight = m_notice->sizeHint().height();
     // A narrow window takes from tree and note, a low one from the panel.
     if (area.width() < m_designArea.width()) {
         m.treeWidth =
@@ -205,7 +207,12 @@ void frmMain::LayOutNow() {
         return PlacePanes(m_area->rect());
     }
     m_now = MeasuresFor(m_laidOut);
-    const MainLayout l = LayOut(m_laidOut, m_now);
+    LayoutMeasures shown = m_now;
+    // The notice takes its room from the panel, so that the picture stands.
+    if (shown.noticeHeight > 0)
+        shown.panelHeight =
+            std::max(LeastPanel(shown.notesWidth), shown.panelHeight - shown.noticeHeight);
+    const MainLayout l = LayOut(m_laidOut, shown);
     m_listSide->setMinimumHeight(LeastListSide(l.splitter.width()));
     m_folderBar->setGeometry(l.folderBar);
     m_splitter->setGeometry(l.splitter);
@@ -214,6 +221,7 @@ void frmMain::LayOutNow() {
     m_exif->setGeometry(l.exif);
     m_notes->setGeometry(l.notes);
     m_controls.FileDateText->setGeometry(l.message);
+    if (m_notice) m_notice->setGeometry(l.notice);
     m_treeHandle->setGeometry(l.treeHandle);
     m_stripHandle->setGeometry(l.stripHandle);
     m_notesHandle->setGeometry(l.notesHandle);

@@ -63,6 +63,22 @@ PaneHandle* frmMain::Handle(const char* name, Qt::Orientation moves, int LayoutM
     return handle;
 }
 
+void frmMain::SetNotice(QWidget& strip) {
+    m_notice = &strip;
+    strip.setParent(m_area);
+    strip.hide();
+}
+
+void frmMain::ShowNotice(bool shown) {
+    if (shown == m_noticeShown) return;
+    m_noticeShown = shown;
+    m_notice->setVisible(shown && !m_pictureOnly);
+    const QSize before = m_panes->size();
+    SetLeastArea(m_scroll->size());
+    LayOutNow();
+    if (onResize && m_panes->size() != before) onResize();
+}
+
 void frmMain::Moved() {
     SetLeastArea(m_scroll->size());
     LayOutNow();
@@ -84,6 +100,21 @@ void frmMain::ApplyChosen(LayoutMeasures& m, QSize area) const {
                              area.width() - (m_leastWidth - m_least.treeWidth));
     if (m_chosen.notes > 0)
         m.notesWidth = within(m_chosen.notes, m_least.notesWidth, area.width() * 3 / 4);
+}
+
+// From the list to the picture and to its note, then to the buttons.
+void frmMain::OrderTabs() {
+    QWidget* before = nullptr;
+    for (const Place place :
+         {Place::List, Place::Panes, Place::Video, Place::Over, Place::NotesText, Place::NotesBar,
+          Place::NotesStep, Place::Exif, Place::FolderBar, Place::Tree, Place::Classes,
+          Place::ListNote, Place::ListBar, Place::Step, Place::Turn, Place::View, Place::Slides,
+          Place::CopyTo})
+        for (QWidget* each : m_placed[place]) {
+            if (each->focusPolicy() == Qt::NoFocus) continue;
+            if (before) setTabOrder(before, each);
+            before = each;
+        }
 }
 
 // In the line of the path where that has room for both; else above the picture.
@@ -113,6 +144,7 @@ void frmMain::SetPictureOnly(bool only) {
              m_folderBar, m_splitter, m_tools, m_exif, m_notes, m_treeHandle, m_stripHandle,
              m_notesHandle, m_controls.FileDateText, statusBar()})
         each->setVisible(!only);
+    if (m_notice) m_notice->setVisible(!only && m_noticeShown);
     layout()->activate();
     Moved();
 }

@@ -1,6 +1,7 @@
 #include "app/window/MenuSwitches.h"
 
 #include "common/numbers.h"
+#include "desk/controls/Captions.h"
 #include "widgets/Themes.h"
 
 #include <QAction>
@@ -70,19 +71,19 @@ std::vector<Choice> Choices(Context& m) {
     ProgramState& s = m.state;
     return {
         {Rows(c.ThumbSizeButton), s.ThumbSizeIndex,
-         [](ProgramState& state, const QAction& row) { state.ThumbSize = row.text().toInt(); }},
+         [](ProgramState& state, const QAction& row) { state.ThumbSize = CaptionOf(row).toInt(); }},
         {Rows(c.SlideTextButton), s.SlideFontIndex,
          [](ProgramState& state, const QAction& row) {
-             state.SlideFont = row.text().toStdString();
+             state.SlideFont = CaptionOf(row).toStdString();
          }},
         {Rows(c.SlideTextSizeButton), s.SlideFontSizeIndex,
          [](ProgramState& state, const QAction& row) {
-             state.SlideFontSize = row.text().toStdString();
+             state.SlideFontSize = CaptionOf(row).toStdString();
          }},
         {Rows(c.SlideTextColorButton), s.SlideTextColorIndex, NoMore},
         {Rows(c.SlideBackgroundButton), s.SlideBackgroundIndex,
          [](ProgramState& state, const QAction& row) {
-             state.SlideBackground = GreyOf(row.text().toStdString());
+             state.SlideBackground = GreyOf(CaptionOf(row).toStdString());
          }},
         {Rows(c.ThemeButton), s.Theme,
          [](ProgramState& state, const QAction&) { ApplyTheme(static_cast<Theme>(state.Theme)); }},
@@ -112,6 +113,7 @@ void ConnectSwitches(Context& m) {
         Connect(each.entry, [&state = m.state, &field = each.field, entry = each.entry] {
             field = entry->isChecked(); // a checkable entry has toggled before its command runs
             if (&field == &state.ShowNotesSlide) FollowSlideNotes(state);
+            if (&field == &state.AutoSetFileDates) state.FileDatesAnswered = true;
         });
     for (const Choice& choice : Choices(m))
         for (std::size_t i = 0; i < choice.rows.size(); ++i) {

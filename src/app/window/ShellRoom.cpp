@@ -1,5 +1,6 @@
 #include "app/window/ShellRoom.h"
 
+#include "app/help/KeysPage.h"
 #include "app/help/frmHelp.h"
 #include "app/window/FaultList.h"
 #include "desk/controls/SlideButtons.h"
@@ -160,7 +161,8 @@ void ShellRoom::SetListCommands(bool enabled) {
 }
 
 void ShellRoom::ShowHelpPage(int page) {
-    if (!m_help) m_help = std::make_unique<frmHelp>(m.state.HelpPlace);
+    if (!m_help)
+        m_help = std::make_unique<frmHelp>(m.state.HelpPlace, [this] { return KeysPage(m); });
     m_help->ShowPage(page);
 }
 

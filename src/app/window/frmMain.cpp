@@ -128,6 +128,7 @@ void frmMain::MakePanels() {
 }
 
 void frmMain::Put(QWidget* widget, Place place) {
+    m_placed[place].push_back(widget);
     switch (place) {
     case Place::Tree:
         m_splitter->addWidget(widget);

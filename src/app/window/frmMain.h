@@ -10,6 +10,7 @@
 #include <functional>
 #include <initializer_list>
 #include <map>
+#include <vector>
 
 class QBoxLayout;
 class QScrollArea;
@@ -45,6 +46,13 @@ public:
     // The pane alone, as large as the window, or all the rest beside it.
     void SetPictureOnly(bool only);
     bool IsPictureOnly() const { return m_pictureOnly; }
+
+    // The way of the Tab key; once all commands are connected, which makes links of texts.
+    void OrderTabs();
+
+    // A strip that comes and goes above the message line; the panes above it give way.
+    void SetNotice(QWidget& strip);
+    void ShowNotice(bool shown);
 
     // Font of the file list made larger by so many points; the size as the list now reports it.
     double ChangeListFont(double by);
@@ -106,12 +114,15 @@ private:
     PaneHandle* m_stripHandle = nullptr;
     PaneHandle* m_notesHandle = nullptr;
     FocusFrame* m_focus = nullptr;
+    QWidget* m_notice = nullptr;
+    bool m_noticeShown = false;
     QShortcut* m_escape = nullptr;       // before all keys of the pane
     std::map<Place, QBoxLayout*> m_bars; // of one control each
     std::map<Place, FlowRow*> m_rows;
-    LayoutMeasures m_measures; // of the design size
-    LayoutMeasures m_least;    // of the smallest area
-    LayoutMeasures m_now;      // as laid out
+    std::map<Place, std::vector<QWidget*>> m_placed; // for the Tab key
+    LayoutMeasures m_measures;                       // of the design size
+    LayoutMeasures m_least;                          // of the smallest area
+    LayoutMeasures m_now;                            // as laid out
     PanePlaces m_chosen;
     bool m_pictureOnly = false;
     QSize m_designArea;

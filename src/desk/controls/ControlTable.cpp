@@ -46,7 +46,7 @@ void SetCaption(QWidget* widget, const QString& caption) {
     }
 }
 
-// Keys of the picture pane that do what a button does, told behind its tooltip.
+// Keys that do what a button does, told behind its tooltip.
 struct ButtonKeys {
     const char* name;
     const char* keys;
@@ -62,13 +62,16 @@ constexpr ButtonKeys kButtonKeys[] = {
     {"FlipButton", "I"},
     {"ViewButton", "V"},
     {"OneToOneButton", "F, 1"},
-    {"SlideButton", "S"},
+    {"SlideButton", "S, F11"},
     {"Slides2Button", "2"},
     {"Slides4Button", "4"},
     {"SlidesC2Button", "C"},
     {"CopyImageButton3", "Y"},
     {"CJMButton", "U, Z"},
     {"QuickDirButton", "F5"},
+    {"SaveNotesButton", "Ctrl+S"},
+    {"SaveNotes2Button", "Ctrl+Return"},
+    {"SaveNotes3Button", "Ctrl+Shift+Return"},
 };
 
 // What a screen reader calls the controls that bear no text of their own.

@@ -1,5 +1,8 @@
 #include "desk/controls/MainControls.h"
 
+#include "widgets/FileListBox.h"
+#include "widgets/PictureBox.h"
+
 #include <QAction>
 #include <QActionGroup>
 #include <QMenu>
@@ -9,7 +12,7 @@ namespace tarn {
 
 namespace {
 
-enum Flags { kCheck = 1, kOneOf = 2, kHidden = 4, kDisabled = 8 };
+enum Flags { kCheck = 1, kOneOf = 2, kHidden = 4, kDisabled = 8, kInPanes = 16 };
 
 QAction* AddEntry(QWidget& to, const char* name, const char* caption, const char* key,
                   const char* shortcut, int flags) {
@@ -34,6 +37,13 @@ QAction* AddEntry(QWidget& to, const char* name, const char* caption, const char
     return entry;
 }
 
+// In a box the same keys belong to its text.
+void BindInPanes(const MainControls& c, QAction* entry) {
+    entry->setShortcutContext(Qt::WidgetShortcut);
+    for (QWidget* pane : std::initializer_list<QWidget*>{c.FileListBox, c.Picture1, c.Picture2})
+        pane->addAction(entry);
+}
+
 void NameMenu(QMenu* menu, const char* name) {
     menu->setObjectName(QString::fromLatin1(name));
     menu->menuAction()->setObjectName(QString::fromLatin1(name));
@@ -51,7 +61,8 @@ void MakeMenus(MainControls& c, QMenuBar& menuBar, QWidget& window) {
     c.name = new QMenu(&window);                                                                   \
     NameMenu(c.name, #name);
 #define TARN_ENTRY(in, name, caption, key, shortcut, flags)                                        \
-    c.name = AddEntry(*(in), #name, caption, key, shortcut, flags);
+    c.name = AddEntry(*(in), #name, caption, key, shortcut, flags);                                \
+    if ((flags)&kInPanes) BindInPanes(c, c.name);
 #define TARN_ROW(in, name, index, caption, flags)                                                  \
     c.name[index] = AddEntry(*(in), #name "_" #index, caption, "", "", flags);
 #define TARN_LINE(in) (in)->addSeparator();

@@ -1,4 +1,4 @@
-// The buttons that start a show.
+// The commands that start a show.
 #pragma once
 
 #include "desk/controls/MainControls.h"
@@ -14,6 +14,7 @@ inline std::array<QPushButton*, 7> SlideButtons(const MainControls& c) {
 
 inline void EnableSlideButtons(const MainControls& c, bool enabled) {
     for (QPushButton* button : SlideButtons(c)) SetEnabled(button, enabled);
+    SetEnabled(c.SlidesFullButton, enabled);
 }
 
 } // namespace tarn

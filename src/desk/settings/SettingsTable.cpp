@@ -211,6 +211,7 @@ const std::vector<SettingRow> kRows{
     {"pane_strip_height", SettingType::Long, TARN_FIELD(StripHeight)},
     {"pane_notes_width", SettingType::Long, TARN_FIELD(NotesWidth)},
     {"theme", SettingType::Integer, TARN_FIELD(Theme)},
+    {"filedate_auto_answered", SettingType::Boolean, TARN_FIELD(FileDatesAnswered)},
     {"HistCur", SettingType::Integer, TARN_FIELD(HistCur)},
     {"HistHigh", SettingType::Integer, TARN_FIELD(HistHigh)},
     {"leftNotes_position", SettingType::Long, TARN_FIELD(NotesFolderPlace.left), Keeping::ByItsWindow},

@@ -1,9 +1,19 @@
 // Copies, deletes, renames, conversion and outside programs.
 #pragma once
 
+#include "common/file_look.h"
+
 #include <string>
+#include <vector>
 
 namespace tarn {
+
+// A file whose date was set to its picture date.
+struct DateChange {
+    std::string path;
+    FileLook before;
+    FileLook after;
+};
 
 struct FileOpsState {
     std::string CopyImageFolder;
@@ -13,6 +23,9 @@ struct FileOpsState {
     bool CopyAuto = false;
 
     bool AutoSetFileDates = true;
+    bool FileDatesAnswered = false;          // the user has said whether it is to be so
+    std::vector<DateChange> DatesSet;        // by viewing, as long as that has not been said
+    std::vector<std::string> DatesTakenBack; // paths, left alone until then
 
     bool ConvertJpgAddFN = true;
     std::string ConvertJpgText; // typed
