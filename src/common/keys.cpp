@@ -22,6 +22,8 @@ constexpr std::array kKeys{
     KeyRow{0x01000015, kDown},     KeyRow{0x01000016, kPageUp},
     KeyRow{0x01000017, kPageDown}, KeyRow{0x20, kSpace},
     KeyRow{0x2c, kComma},          KeyRow{0x2e, kPeriod},
+    KeyRow{0x2b, kPlus},           KeyRow{0x3d, kPlus}, // one key of many keyboards
+    KeyRow{0x2d, kMinus},
 };
 
 constexpr int kToolkitF1 = 0x01000030;
