@@ -49,6 +49,9 @@ constexpr KeyFor<QAction> kEntryKeys[] = {
     {'D', &MainControls::FixPictureDateButton},
     {'A', &MainControls::RenameButton},
     {'B', &MainControls::AdjustButton},
+    {keys::kPlus, &MainControls::ZoomInButton},
+    {keys::kMinus, &MainControls::ZoomOutButton},
+    {'9', &MainControls::FitToPaneButton},
     {'E', &MainControls::PopupOpenButton},
     {keys::kF1, &MainControls::HelpPicNavButton},
     {keys::kF2, &MainControls::RenameButton},
@@ -193,16 +196,6 @@ bool PaneKeys::FileListBox_KeyUp(int keycode) {
     return true;
 }
 
-void PaneKeys::Picture_MouseUp(bool rightButton, int x, int width, QPoint onScreen) {
-    if (!m.state.ImageLoaded) return;
-    if (rightButton)
-        m.controls.PopupPic->popup(onScreen);
-    else if (2 * x <= width)
-        m.navigation.PrevButton_Click();
-    else
-        m.navigation.NextButton_Click();
-}
-
 bool PaneKeys::IsPane(const QObject* watched) const {
     const MainControls& c = m.controls;
     return watched == c.Picture1 || watched == c.Picture2 || watched == c.LogText ||
@@ -231,10 +224,14 @@ bool PaneKeys::eventFilter(QObject* watched, QEvent* event) {
         return KeyRelease(watched, *static_cast<QKeyEvent*>(event));
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
-        m_mouseIn = watched;
+        MousePress(watched, *static_cast<QMouseEvent*>(event));
         return false;
+    case QEvent::MouseMove:
+        return watched == m.controls.Picture1 && MouseMove(*static_cast<QMouseEvent*>(event));
     case QEvent::MouseButtonRelease:
         return picture && MouseRelease(watched, *static_cast<QMouseEvent*>(event));
+    case QEvent::Wheel:
+        return watched == m.controls.Picture1 && Wheel(*static_cast<QWheelEvent*>(event));
     case QEvent::Paint:
         if (watched == m.controls.Picture1) m_painted = true;
         return false;
@@ -328,16 +325,6 @@ void PaneKeys::ActOnRelease() {
         pressed && !pressed->repeated && !m.state.BatchRuns; // a batch began meanwhile
     Forget(m_releasedKey);
     if (acts) (this->*MapOf(m_releasedIn))(m_releasedKey);
-}
-
-bool PaneKeys::MouseRelease(QObject* pane, const QMouseEvent& event) {
-    const bool ours = pane == m_mouseIn;
-    m_mouseIn = nullptr;
-    if (!ours) return false;
-    const int width = static_cast<QWidget*>(pane)->width();
-    Picture_MouseUp(event.button() == Qt::RightButton, event.position().toPoint().x(), width,
-                    event.globalPosition().toPoint());
-    return true;
 }
 
 } // namespace tarn
