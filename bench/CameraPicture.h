@@ -73,8 +73,13 @@ inline void FillFolder(const std::string& folder, int count, QSize size) {
             std::perror("link");
 }
 
-// The picture in the box, from the coarsest reading that has enough pixels.
-inline QImage BareDecodeAndScale(const std::string& path, QSize box) {
+// The coarsest reading that fills the box, or all pixels where there is none, and the size to which
+// they are to be scaled.
+struct BareReading {
+    QImage pixels;
+    QSize fitted;
+};
+inline BareReading BareDecode(const std::string& path, QSize box = {}) {
     std::FILE* file = std::fopen(path.c_str(), "rb");
     if (!file) std::exit(1);
     jpeg_decompress_struct info{};
@@ -84,7 +89,7 @@ inline QImage BareDecodeAndScale(const std::string& path, QSize box) {
     jpeg_stdio_src(&info, file);
     jpeg_read_header(&info, TRUE);
     const QSize whole(int(info.image_width), int(info.image_height));
-    const QSize fitted = whole.scaled(box, Qt::KeepAspectRatio);
+    const QSize fitted = box.isEmpty() ? whole : whole.scaled(box, Qt::KeepAspectRatio);
     info.out_color_space = JCS_EXT_BGRX;
     info.scale_denom = 8;
     info.scale_num = unsigned((fitted.width() * 8 + whole.width() - 1) / whole.width());
@@ -97,7 +102,12 @@ inline QImage BareDecodeAndScale(const std::string& path, QSize box) {
     jpeg_finish_decompress(&info);
     jpeg_destroy_decompress(&info);
     std::fclose(file);
-    return picture.scaled(fitted, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    return {picture, fitted};
+}
+
+inline QImage BareDecodeAndScale(const std::string& path, QSize box) {
+    const BareReading read = BareDecode(path, box);
+    return read.pixels.scaled(read.fitted, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
 } // namespace tarn::bench

@@ -3,6 +3,12 @@
 
 namespace tarn {
 
+struct PixelSize {
+    int width = 0;
+    int height = 0;
+    bool operator==(const PixelSize&) const = default;
+};
+
 struct PreviewFit {
     int width = 0;
     int height = 0;

@@ -33,6 +33,9 @@ constexpr std::array kKeys{
     KeyRow{0x20, kSpace, "Space"},
     KeyRow{0x2c, kComma, "comma"},
     KeyRow{0x2e, kPeriod, "full stop"},
+    KeyRow{0x2b, kPlus, "+"},
+    KeyRow{0x3d, kPlus, "+"}, // one key of many keyboards
+    KeyRow{0x2d, kMinus, "-"},
 };
 
 constexpr int kToolkitF1 = 0x01000030;

@@ -34,7 +34,9 @@ inline constexpr int kF6 = 117;
 inline constexpr int kF7 = 118;
 inline constexpr int kF10 = 121;
 inline constexpr int kF11 = 122;
+inline constexpr int kPlus = 187;
 inline constexpr int kComma = 188;
+inline constexpr int kMinus = 189;
 inline constexpr int kPeriod = 190;
 // Digits and letters stand for themselves: '0' 48 to '9' 57, 'A' 65 to 'Z' 90.
 

@@ -48,7 +48,9 @@ bool DisplayRoom::IsSizeWindowUp() const {
 
 QSize DisplayRoom::WantedPixels() const {
     const ProgramState& s = m.state;
-    if (IsCutMode() || s.OneToOneLoaded || (IsSizeWindowUp() && m_pic->IsZoomed())) return {};
+    const bool zoomed = s.SlideViewing ? s.SlideZoomed : m_zoom.IsZoomed();
+    if (zoomed || IsCutMode() || s.OneToOneLoaded || (IsSizeWindowUp() && m_pic->IsZoomed()))
+        return {};
     const QSize pane(s.PreviewWidth, s.PreviewHeight);
     if (!IsSizeWindowUp() || s.SlideViewing || pane.isEmpty()) return pane;
     const PixelSize window = m_pic->Inside();
@@ -62,7 +64,7 @@ void DisplayRoom::ExpectNeighbours() {
     m_travel.GoTo(s.FileIndex, list.Count());
     if (s.SlideViewing || s.BatchRuns) return;
     ShownIn in;
-    if (!IsCutMode()) in.pane = {s.PreviewWidth, s.PreviewHeight};
+    if (!IsCutMode() && !m_zoom.IsZoomed()) in.pane = {s.PreviewWidth, s.PreviewHeight};
     if (IsSizeWindowUp()) in.window = m_pic->Inside();
     if (s.OneToOneLoaded && m_one) in.navigator = m_one->Navigator();
     const auto isPicture = [&](int row) {

@@ -93,6 +93,7 @@ void DisplayRoom::ForgetLastPicture() {
     ProgramState& s = m.state;
     m_turned.Clear();
     m_preview.Clear();
+    m_zoom.NextPicture();
     s.ExifFound = false;
     s.DatesDiffer = false;
     m.shell.ShowError("");
@@ -161,6 +162,7 @@ void DisplayRoom::ShowPlaceholder(const std::string& error) {
     s.MpixelText.clear();
     s.FileSizeText.clear();
     s.SizeText.clear();
+    s.ZoomText.clear();
     s.NoExif = true;
     s.ImageLoaded = false;
     if (!m_turned.HasImage()) PutNothing();

@@ -17,13 +17,17 @@ namespace tarn {
 void DisplayRoom::ShowPreview() {
     ProgramState& s = m.state;
     if (s.ImageWidth == 0 && s.ImageHeight == 0) return;
+    m_whole.Clear();
+    if (s.SlideZoomed) return; // nobody sees the pane, and a fit of all the pixels takes long
+    if (IsZoomed()) return PutZoomed();
     m_preview.CopyFrom(m_turned);
     if (IsCutMode())
         CutToPane();
     else
         FitIntoPane();
     PutPicture();
-    PutSize();
+    PutSize(PaneForZoom().unzoomed);
+    m.controls.Picture1->unsetCursor();
 }
 
 void DisplayRoom::FitIntoPane() {
@@ -47,6 +51,7 @@ void DisplayRoom::CutToPane() {
 
 // The brightness in force holds for every picture that is put up, however it came about.
 void DisplayRoom::PutPicture() {
+    if (IsZoomed()) return PutZoomed();
     ImgX* shown = &m_preview;
     if (m.state.BrightnessValue != 0) {
         m_bright.CopyFrom(m_preview);
@@ -58,6 +63,7 @@ void DisplayRoom::PutPicture() {
 
 ImgX DisplayRoom::ShownPicture() {
     ImgX picture = IsCutMode() ? m_preview : m_turned;
+    if (IsZoomed()) picture = PixelsOf(Whole(), m_zoom.Times(), m_zoom.Part(PaneForZoom()));
     picture.Brightness(m.state.BrightnessValue);
     return picture;
 }
@@ -83,10 +89,11 @@ void DisplayRoom::PutText(PreviewKind kind, bool cut) {
 }
 
 // A placeholder's own size says nothing of the file.
-void DisplayRoom::PutSize() {
+void DisplayRoom::PutSize(double scale) {
     ProgramState& s = m.state;
     if (s.ImageWidth <= 0 || m_placeholder) return;
     s.SizeText = SizeTextOf(s.ImageWidth * Scale(), s.ImageHeight * Scale());
+    s.ZoomText = ZoomTextOf(scale);
     m.shell.ShowFileTexts();
 }
 
@@ -95,6 +102,7 @@ void DisplayRoom::PutNothing() {
     m.controls.Picture1->SetPicture(QImage());
     m.controls.PreviewLabel->setVisible(false);
     m.controls.CropLabel->setVisible(false);
+    m.controls.Picture1->unsetCursor();
 }
 
 void DisplayRoom::ShowNothing() {
@@ -109,10 +117,11 @@ void DisplayRoom::ShowNothing() {
     for (QWidget* over :
          std::initializer_list<QWidget*>{c.LastLabel, c.DeletePicButton, c.DeleteFitsButton})
         over->hide();
-    for (ImgX* image : {&s.ImgXfull, &m_turned, &m_preview, &m_bright}) image->Clear();
+    for (ImgX* image : {&s.ImgXfull, &m_turned, &m_preview, &m_bright, &m_whole}) image->Clear();
     s.ImageLoaded = false;
     PutNothing();
     s.SizeText.clear();
+    s.ZoomText.clear();
     m.shell.ShowFileTexts();
     SetPictureCommands(false);
     m.ahead.Expect({});

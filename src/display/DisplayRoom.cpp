@@ -20,6 +20,9 @@ void DisplayRoom::ConnectControls() {
     Connect(c.OneWindowTopButton, [this] { OneWindowTopButton_Click(); });
     Connect(c.AdjustButton, [this] { AdjustButton_Click(); });
     Connect(c.StretchButton, [this] { StretchButton_Click(); });
+    Connect(c.ZoomInButton, [this] { Zoom(1); });
+    Connect(c.ZoomOutButton, [this] { Zoom(-1); });
+    Connect(c.FitToPaneButton, [this] { FitToPaneButton_Click(); });
     Connect(c.OneXcheck, [this] { OneXcheck_Click(); });
     Connect(c.TwoXcheck, [this] { TwoXcheck_Click(); });
     m.current.Follow([this] {
@@ -53,7 +56,8 @@ void DisplayRoom::SetPictureCommands(bool enabled) {
                                 c.MirrorButton, c.OneToOneButton})
         SetEnabled(button, enabled);
     for (QAction* entry : {c.PrintButton, c.AdjustButton, c.SyncDatesButton, c.GenerateThumbButton,
-                           c.GenerateThumbCButton, c.CopyPictureButton})
+                           c.GenerateThumbCButton, c.CopyPictureButton, c.ZoomInButton,
+                           c.ZoomOutButton, c.FitToPaneButton})
         SetEnabled(entry, enabled);
     for (const SheetEntry& sheet : SheetEntries(c)) SetEnabled(sheet.entry, enabled);
     if (enabled) return; // those below need camera data, too: the reader switches them on
@@ -79,6 +83,7 @@ void DisplayRoom::ChangeCutMode(QCheckBox& clicked, QCheckBox& other) {
     }
     m.state.OneX = m.controls.OneXcheck->isChecked();
     m.state.TwoX = m.controls.TwoXcheck->isChecked();
+    m_zoom.Unzoom();
     ReloadShownPicture();
 }
 

@@ -2,6 +2,7 @@
 // through what each new picture sets off.
 #pragma once
 
+#include "common/zoom.h"
 #include "desk/Context.h"
 #include "desk/Room.h"
 #include "display/Fit.h"
@@ -62,6 +63,13 @@ public:
     void OneXcheck_Click();
     void TwoXcheck_Click();
 
+    // The picture larger than it fits, which stays so from one to the next.
+    using DisplayCommands::Zoom;
+    void Zoom(int steps, std::optional<QPointF> at) override;
+    bool MayPan() const override;
+    void Pan(QPointF way) override;
+    void FitToPaneButton_Click();
+
 private:
     // The three steps of a picture.
     // The reader's error, which a placeholder may stand for.
@@ -91,10 +99,18 @@ private:
     void CutToPane();
     void PutPicture();
     void PutText(PreviewKind kind, bool cut);
-    void PutSize();
+    void PutSize(double scale); // pixels of the screen for one of the picture
     void PutNothing();
     bool IsCutMode() const { return m.state.OneX || m.state.TwoX; }
     int Scale() const { return m.state.TwoX ? 2 : 1; }
+
+    // The zoomed preview.
+    bool IsZoomed() const; // the pane shows its picture so
+    bool MayZoom() const;
+    ZoomPane PaneForZoom() const;
+    ZoomPoint FromMiddle(std::optional<QPointF> place) const;
+    const ImgX& Whole();
+    void PutZoomed();
 
     QSize WantedPixels() const; // empty for all of them
     bool IsSizeWindowUp() const;
@@ -111,9 +127,11 @@ private:
     void ReloadShownPicture();
 
     Context& m;
-    ImgX m_turned;              // the loaded picture with its turns, neither fitted nor cut
-    ImgX m_preview;             // as shown: fitted or cut
-    ImgX m_bright;              // its brightened copy
+    ImgX m_turned;  // the loaded picture with its turns, neither fitted nor cut
+    ImgX m_preview; // as shown: fitted or cut
+    ImgX m_bright;  // its brightened copy
+    ImgX m_whole;   // m_turned with all its pixels, while it is zoomed
+    ZoomView m_zoom;
     PreviewTurns m_arrived;     // done before the camera's orientation was
     bool m_placeholder = false; // what is shown stands in for a file without a picture
     bool m_uncheckingOther = false;

@@ -17,11 +17,13 @@ constexpr int kTopToBottom = 1;
 
 void DisplayRoom::RotateRightButton_Click() {
     TurnRight();
+    m_zoom.Rotate(1);
     ShowTurned();
 }
 
 void DisplayRoom::RotateLeftButton_Click() {
     TurnLeft();
+    m_zoom.Rotate(-1);
     ShowTurned();
 }
 
@@ -87,6 +89,8 @@ void DisplayRoom::MirrorPreview(bool& flag, int axis) {
     flag = true;
     m_turned.Mirror(axis);
     m_preview.Mirror(axis);
+    m_whole.Mirror(axis);
+    m_zoom.Mirror(axis);
     PutPicture();
     m.shell.FocusPane();
 }

@@ -43,7 +43,7 @@ void DisplayRoom::SetBrightness(int value) {
     ProgramState& s = m.state;
     s.BrightnessValue = std::clamp(value, -kMostBrightness, kMostBrightness);
     if (m_brightness) m_brightness->ShowValue(s.BrightnessValue);
-    if (m_preview.HasImage()) PutPicture();
+    if (IsZoomed() || m_preview.HasImage()) PutPicture();
     m.slides.ShowSlideAgain();
 }
 

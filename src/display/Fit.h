@@ -8,7 +8,7 @@
 
 namespace tarn {
 
-enum class PreviewKind { Reduced, FullSize, FullSizeCut, DoubledCut };
+enum class PreviewKind { Reduced, FullSize, FullSizeCut, DoubledCut, Cut4, Cut8 };
 
 struct PreviewText {
     std::string_view text;
@@ -17,7 +17,13 @@ struct PreviewText {
 
 PreviewText PreviewTextOf(PreviewKind kind);
 
+// Of a picture so many times its size, 1, 2, 4 or 8.
+PreviewKind CutOf(int times);
+
 // "3504 x 2336".
 std::string SizeTextOf(int width, int height);
+
+// "36%".
+std::string ZoomTextOf(double scale);
 
 } // namespace tarn

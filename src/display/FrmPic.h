@@ -7,6 +7,7 @@
 #include "desk/places/KeptPlace.h"
 #include "display/WindowFit.h"
 #include "display/WindowSteps.h"
+#include "widgets/WheelNotches.h"
 
 #include <QImage>
 #include <QTimer>

@@ -1,16 +1,12 @@
 // Arithmetic of the size window and the 1:1 window. All sizes in device pixels.
 #pragma once
 
+#include "common/fit.h"
+
 #include <optional>
 #include <string>
 
 namespace tarn {
-
-struct PixelSize {
-    int width = 0;
-    int height = 0;
-    bool operator==(const PixelSize&) const = default;
-};
 
 // The long side becomes `target`, the other follows by the proportions.
 PixelSize LongSideTo(PixelSize picture, int target);

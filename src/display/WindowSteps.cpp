@@ -3,13 +3,10 @@
 #include "common/keys.h"
 
 #include <QKeyEvent>
-#include <QWheelEvent>
 
 namespace tarn {
 
 namespace {
-
-constexpr int kNotch = 120;
 
 int PlainKeyCode(const QKeyEvent& event) {
     const bool plain =
@@ -39,15 +36,6 @@ int HeldKeys::Release(const QKeyEvent& event) {
     const int key = PlainKeyCode(event);
     if (event.isAutoRepeat() || m_down.erase(key) == 0) return keys::kNone;
     return m_repeated.erase(key) > 0 ? keys::kNone : key;
-}
-
-int WheelNotches::Turned(const QWheelEvent& event) {
-    const int turned = event.angleDelta().y();
-    if ((turned > 0) != (m_rest > 0)) m_rest = 0; // the other way begins anew
-    m_rest += turned;
-    const int notches = m_rest / kNotch;
-    m_rest -= notches * kNotch;
-    return notches;
 }
 
 } // namespace tarn

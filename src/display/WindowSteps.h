@@ -1,4 +1,4 @@
-// How keys and wheel step in the picture windows.
+// How keys step in the picture windows.
 #pragma once
 
 #include "desk/Context.h"
@@ -6,7 +6,6 @@
 #include <set>
 
 class QKeyEvent;
-class QWheelEvent;
 
 namespace tarn {
 
@@ -26,16 +25,6 @@ public:
 private:
     std::set<int> m_down;
     std::set<int> m_repeated;
-};
-
-// Whole notches of a wheel; a touchpad sends many parts of one.
-class WheelNotches {
-public:
-    // Since the last call: above 0 away from the user.
-    int Turned(const QWheelEvent& event);
-
-private:
-    int m_rest = 0;
 };
 
 } // namespace tarn

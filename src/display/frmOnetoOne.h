@@ -8,6 +8,7 @@
 #include "desk/places/KeptPlace.h"
 #include "display/WindowFit.h"
 #include "display/WindowSteps.h"
+#include "widgets/WheelNotches.h"
 
 #include <QWidget>
 

@@ -119,7 +119,7 @@ void ImgX::Fetch(QSize least) {
 }
 
 void ImgX::FetchAll() {
-    if (!m_source) return;
+    if (!HasImage() || (!m_source && m_pixels.size() == m_turn.Of(m_size))) return;
     Fetch(m_size);
     SetPixels(m_pixels);
     if (m_pixels.size() != m_turn.Of(m_size)) SetPixels(Resampled(m_pixels, m_turn.Of(m_size)));

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 
 namespace tarn {
 
@@ -55,6 +56,23 @@ QImage InOwnFormat(const QImage& picture) {
 
 QImage Resampled(const QImage& picture, QSize size) {
     return InOwnFormat(picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+}
+
+// The lines of one line of the picture are alike.
+QImage Enlarged(const QImage& picture, int times, const QRect& part) {
+    if (times == 1 && part == picture.rect()) return picture;
+    QImage enlarged(part.size(), picture.format());
+    for (int y = 0; y < enlarged.height(); ++y) {
+        auto* line = reinterpret_cast<QRgb*>(enlarged.scanLine(y));
+        const int from = (part.top() + y) / times;
+        if (y > 0 && from == (part.top() + y - 1) / times) {
+            std::memcpy(line, enlarged.constScanLine(y - 1), std::size_t(enlarged.width()) * 4);
+            continue;
+        }
+        const auto* pixels = reinterpret_cast<const QRgb*>(picture.constScanLine(from));
+        for (int x = 0; x < enlarged.width(); ++x) line[x] = pixels[(part.left() + x) / times];
+    }
+    return enlarged;
 }
 
 QImage Brightened(QImage picture, int value) {

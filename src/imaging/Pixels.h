@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QImage>
+#include <QRect>
 #include <QSize>
 
 namespace tarn {
@@ -11,6 +12,9 @@ QImage InOwnFormat(const QImage& picture);
 
 // To exactly this size, smoothly.
 QImage Resampled(const QImage& picture, QSize size);
+
+// A part of the picture of so many times its size, which shows its pixels as they are.
+QImage Enlarged(const QImage& picture, int times, const QRect& part);
 
 inline constexpr int kMostBrightness = 100; // and as many below 0
 

@@ -45,14 +45,6 @@ PaneKeys::PaneKeys(Context& context) : m(context) {
     connect(&m_releaseTimer, &QTimer::timeout, this, &PaneKeys::ActOnRelease);
 }
 
-void PaneKeys::Picture_MouseUp(bool rightButton, int x, int width, QPoint onScreen) {
-    if (!m.state.ImageLoaded) return;
-    if (rightButton)
-        m.controls.PopupPic->popup(onScreen);
-    else if (2 * x <= width)
-        m.navigation.PrevButton_Click();
-    else
-        m.navigation.NextButton_Click();
 }
 
 bool PaneKeys::IsPane(const QObject* watched) const {
@@ -86,10 +78,14 @@ bool PaneKeys::eventFilter(QObject* watched, QEvent* event) {
         return KeyRelease(watched, *static_cast<QKeyEvent*>(event));
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
-        m_mouseIn = watched;
+        MousePress(watched, *static_cast<QMouseEvent*>(event));
         return false;
+    case QEvent::MouseMove:
+        return watched == m.controls.Picture1 && MouseMove(*static_cast<QMouseEvent*>(event));
     case QEvent::MouseButtonRelease:
         return picture && MouseRelease(watched, *static_cast<QMouseEvent*>(event));
+    case QEvent::Wheel:
+        return watched == m.controls.Picture1 && Wheel(*static_cast<QWheelEvent*>(event));
     case QEvent::Paint:
         if (watched == m.controls.Picture1) m_painted = true;
         return false;
@@ -182,16 +178,6 @@ void PaneKeys::ActOnRelease() {
         pressed && !pressed->repeated && !m.state.BatchRuns; // a batch began meanwhile
     Forget(m_releasedKey);
     if (acts) KeyUp(m_releasedIn, m_releasedKey);
-}
-
-bool PaneKeys::MouseRelease(QObject* pane, const QMouseEvent& event) {
-    const bool ours = pane == m_mouseIn;
-    m_mouseIn = nullptr;
-    if (!ours) return false;
-    const int width = static_cast<QWidget*>(pane)->width();
-    Picture_MouseUp(event.button() == Qt::RightButton, event.position().toPoint().x(), width,
-                    event.globalPosition().toPoint());
-    return true;
 }
 
 } // namespace tarn

@@ -4,14 +4,17 @@
 
 #include "desk/Context.h"
 #include "navigation/PaneKeyTable.h"
+#include "widgets/WheelNotches.h"
 
 #include <QObject>
+#include <QPointF>
 #include <QTimer>
 
 #include <vector>
 
 class QKeyEvent;
 class QMouseEvent;
+class QWheelEvent;
 
 namespace tarn {
 
@@ -44,7 +47,10 @@ private:
     void Forget(int keycode);
     bool Repeat(QObject* pane, Pressed& pressed);
     void ActOnRelease();
+    void MousePress(QObject* pane, const QMouseEvent& event);
+    bool MouseMove(const QMouseEvent& event);
     bool MouseRelease(QObject* pane, const QMouseEvent& event);
+    bool Wheel(const QWheelEvent& event);
 
     Context& m;
     std::vector<Pressed> m_pressed;
@@ -53,7 +59,10 @@ private:
     int m_releasedKey = 0;
     unsigned long m_releasedAt = 0;
     QObject* m_mouseIn = nullptr; // pane of the mouse press
-    bool m_painted = true;        // the picture stepped to last has been painted
+    QPointF m_mouseAt;            // its place, then that of the last pan
+    bool m_pans = false;          // since then the picture has moved
+    WheelNotches m_wheel;
+    bool m_painted = true; // the picture stepped to last has been painted
 };
 
 } // namespace tarn

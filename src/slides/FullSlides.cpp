@@ -34,6 +34,16 @@ FullSlides::FullSlides(Context& context, ShowTime& time)
     m_walksSelected = m_selectedFiles.size() >= 2;
     m_sequence = SlideSequence(Count(), m_walksSelected ? 0 : m_startRow);
     m_time.onAgain = [this] { Leave(SlideMove::Again); };
+    m_time.pictures = [this] {
+        const ImgX slide = Turned(m_slide);
+        return std::vector<PixelSize>{{slide.Width(), slide.Height()}};
+    };
+    m_time.onView = [this](bool zoomed) {
+        PaintSlide();
+        DrawSlideTitle();
+        m_time.Window().Refresh();
+        if (zoomed) ExpectNeighbours();
+    };
 }
 
 void FullSlides::CollectSelectedFiles() {
@@ -83,6 +93,8 @@ bool FullSlides::LoadSlide() {
     ProgramState& s = m.state;
     m_time.Signals().SlideNext = false;
     m_turn = {};
+    m_whole.Clear();
+    m_time.Zoom().View().NextPicture();
     m_file = PathOf(m_sequence.Index());
     if (IsPassedOver(s, m_file)) return false;
     m_time.Window().SetPointer(Qt::WaitCursor);
@@ -104,8 +116,7 @@ bool FullSlides::LoadSlide() {
 // The error of what could not be read; of a damaged file a part may be there all the same.
 std::string FullSlides::LoadFile(const FileLook& look) {
     ProgramState& s = m.state;
-    const SlideSize box = SlideBoxOf(SlideLayout::One, m_time.Screen());
-    std::string error = m_slide.LoadFile(m_file, QSize(box.width, box.height), m.ahead, look);
+    std::string error = m_slide.LoadFile(m_file, WantedPixels(), m.ahead, look);
     const QSize size =
         m_slide.HasImage() ? m_slide.Facts()->header.size : ImgX::ReadFileInfo(m_file);
     if (!m_slide.HasImage()) {
@@ -160,20 +171,39 @@ void FullSlides::PlaySound() {
 // Always from the picture as decoded: turns by keys, the camera's turn behind them, the fit, the
 // whole brightness, the note.
 void FullSlides::PaintSlide() {
-    ProgramState& s = m.state;
+    const int brightness = m.state.BrightnessValue;
     frmSlideShow& window = m_time.Window();
-    ImgX slide;
-    slide.CopyFrom(m_slide);
-    Apply(slide, m_turn);
-    TurnUpright(m_orientation, slide);
-    FitInto(slide, SlideLayout::One, m_time.Screen());
-    slide.Brightness(s.BrightnessValue);
-    QImage picture = slide.FullPicture();
+    QImage picture;
+    if (m_time.Zoom().IsZoomed()) {
+        if (!m_whole.HasImage()) m_whole.CopyFrom(m_slide);
+        m_whole.FetchAll();
+        if (const std::string& error = m_whole.ErrorText(); !error.empty())
+            m_error = error + " - " + LastPart(m_file); // what is seen is an enlargement
+        picture = m_time.Zoom().Seen(Turned(m_whole), brightness);
+    } else {
+        ImgX slide = Turned(m_slide);
+        FitInto(slide, SlideLayout::One, m_time.Screen());
+        slide.Brightness(brightness);
+        picture = slide.FullPicture();
+    }
     DrawSlideNotes(picture);
     const SlidePlace place =
         PlaceSlide({picture.width(), picture.height()}, 0, SlideLayout::One, m_time.Screen());
     window.Clear();
     window.PutPicture(picture, place.left, place.top);
+}
+
+ImgX FullSlides::Turned(const ImgX& decoded) const {
+    ImgX slide = decoded;
+    Apply(slide, m_turn);
+    TurnUpright(m_orientation, slide);
+    return slide;
+}
+
+// All of them while the slides are zoomed.
+QSize FullSlides::WantedPixels() const {
+    const SlideSize box = SlideBoxOf(SlideLayout::One, m_time.Screen());
+    return m.state.SlideZoomed ? QSize() : QSize(box.width, box.height);
 }
 
 void FullSlides::DrawSlideNotes(QImage& picture) const {
@@ -191,12 +221,10 @@ void FullSlides::DrawSlideTitle() {
 }
 
 void FullSlides::ExpectNeighbours() {
-    const SlideSize box = SlideBoxOf(SlideLayout::One, m_time.Screen());
     std::vector<PictureWish> wishes;
     for (const int index : m_sequence.Expected())
         if (!IsPassedOver(m.state, PathOf(index)))
-            wishes.push_back({PathOf(index), QSize(box.width, box.height),
-                              SizesIn(SlideLayout::One, m_time.Screen())});
+            wishes.push_back({PathOf(index), WantedPixels(), m_time.ShownSizes()});
     m.ahead.Expect(wishes);
 }
 

@@ -44,6 +44,8 @@ private:
     void ComposeTitle();
     void PlaySound();
     void PaintSlide();
+    ImgX Turned(const ImgX& decoded) const;
+    QSize WantedPixels() const;
     void DrawSlideNotes(QImage& picture) const;
     void DrawSlideTitle();
     void ExpectNeighbours();
@@ -72,6 +74,7 @@ private:
     std::string m_selectedFolder; // what was selected at the start, by name
     std::vector<std::string> m_selectedFiles;
     ImgX m_slide; // as decoded
+    ImgX m_whole; // the same with all its pixels, while it is zoomed
     SlideSequence m_sequence;
     bool m_shown = false;  // a slide was
     tarn::Turn m_turn;     // by keys, since the slide was read

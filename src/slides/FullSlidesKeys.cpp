@@ -28,6 +28,8 @@ void FullSlides::Dispatch(int keycode) {
     case SlideAction::Rotate:
     case SlideAction::Mirror:
         return Turn(effect.action, effect.amount);
+    case SlideAction::Zoom:
+        return m_time.ZoomBy(effect.amount);
     case SlideAction::Brightness:
         return Brighten(effect.amount);
     case SlideAction::ResetBrightness:
@@ -66,10 +68,14 @@ void FullSlides::Leave(SlideMove move) {
 // top and bottom before.
 void FullSlides::Turn(SlideAction action, int amount) {
     const bool swaps = m_orientation == 6 || m_orientation == 8;
-    if (action == SlideAction::Rotate)
+    ZoomView& view = m_time.Zoom().View();
+    if (action == SlideAction::Rotate) {
         m_turn.Rotate(amount / kQuarter);
-    else
+        view.Rotate(amount / kQuarter);
+    } else {
         m_turn.Mirror(swaps ? 1 - amount : amount);
+        view.Mirror(amount);
+    }
     ShowSlide();
 }
 

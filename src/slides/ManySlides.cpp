@@ -31,6 +31,15 @@ ManySlides::ManySlides(Context& context, ShowTime& time, bool landscape)
     : m(context), m_time(time), m_landscape(landscape), m_startNames(NamesOnward(context)),
       m_only(context, SlideBoxOf(time.Layout(), time.Screen())) {
     m_time.onAgain = [this] { Leave(SlideMove::Again); };
+    m_time.pictures = [this] {
+        std::vector<PixelSize> sizes;
+        for (const Area& area : m_areas) sizes.push_back({area.whole.Width(), area.whole.Height()});
+        return sizes;
+    };
+    m_time.onView = [this](bool zoomed) {
+        Paint();
+        if (zoomed) ExpectNeighbours(m_forward);
+    };
     m_time.onEnd = [this] {
         m_only.PutBack();
         // The next start begins where the main window would have come back.
@@ -58,8 +67,8 @@ void ManySlides::Run() {
     bool shown = LoadForward(StartRow() - 1);
     while (shown && !m_time.Ends()) {
         Paint();
-        const bool back = m_move == SlideMove::Previous || m_move == SlideMove::PageBack;
-        ExpectNeighbours(!back);
+        m_forward = m_move != SlideMove::Previous && m_move != SlideMove::PageBack;
+        ExpectNeighbours(m_forward);
         m_move = SlideMove::Next;
         m_time.Signals().SlideNext = false;
         m_time.Signals().SlideMouse = 0;
@@ -83,10 +92,8 @@ void ManySlides::Paint() {
     frmSlideShow& window = m_time.Window();
     window.Clear();
     for (std::size_t i = 0; i < m_areas.size(); ++i) {
-        ImgX bright; // the slider may have moved since the area was taken
-        bright.TakePicture(m_areas[i].picture);
-        bright.Brightness(m.state.BrightnessValue);
-        const QImage& picture = bright.FullPicture();
+        const QImage picture = PictureOf(m_areas[i]);
+        m_areas[i].height = picture.height();
         const SlidePlace place = PlaceSlide({picture.width(), picture.height()}, int(i),
                                             m_time.Layout(), m_time.Screen());
         window.PutPicture(picture, place.left, place.top);
@@ -99,8 +106,7 @@ void ManySlides::DrawTitles() {
     std::vector<SlideLine> lines;
     for (std::size_t i = 0; m_time.TitleOn() && i < m_areas.size(); ++i) {
         const Area& area = m_areas[i];
-        const SlideStrip strip =
-            TitleStrip(area.picture.height(), int(i), m_time.Layout(), m_time.Screen());
+        const SlideStrip strip = TitleStrip(area.height, int(i), m_time.Layout(), m_time.Screen());
         lines.push_back(
             {AreaTitle(area.name, area.date, s.CameraSettings ? area.camera : std::string(),
                        area.row, area.last),
@@ -110,12 +116,17 @@ void ManySlides::DrawTitles() {
     m_time.Window().Refresh();
 }
 
-// In the size in which the selection will ask for them.
+// As the selection will ask for them.
+QSize ManySlides::WantedPixels() const {
+    const ProgramState& s = m.state;
+    const bool all = s.OneX || s.TwoX || s.OneToOneLoaded || s.SlideZoomed;
+    return all ? QSize() : QSize(s.PreviewWidth, s.PreviewHeight);
+}
+
 void ManySlides::ExpectNeighbours(bool forward) {
     const ProgramState& s = m.state;
     const FileListBox& list = *m.controls.FileListBox;
-    const QSize wanted =
-        s.OneX || s.TwoX || s.OneToOneLoaded ? QSize() : QSize(s.PreviewWidth, s.PreviewHeight);
+    const QSize wanted = WantedPixels();
     const int count = list.Count();
     if (count < 1 || m_areas.empty()) return; // the list may have emptied under the pictures
     const int first = m_areas[s.SlideCompare && m_areas.size() > 1 ? 1 : 0].row;
@@ -125,8 +136,7 @@ void ManySlides::ExpectNeighbours(bool forward) {
         row = (row % count + count) % count;
         const std::string type = FileTypeOf(list.Text(row));
         if (IsListedType(s.VideoTypes, type) || IsListedType(s.WebTypes, type)) return;
-        wishes.push_back({JoinPath(list.Path(), list.Text(row)), wanted,
-                          SizesIn(m_time.Layout(), m_time.Screen())});
+        wishes.push_back({JoinPath(list.Path(), list.Text(row)), wanted, m_time.ShownSizes()});
     };
     // A page is so many pictures.
     for (int offset = 1; offset <= AreasOf(m_time.Layout()); ++offset)
@@ -147,6 +157,8 @@ void ManySlides::Dispatch(int keycode) {
         return;
     case SlideAction::Move:
         return Leave(static_cast<SlideMove>(effect.amount));
+    case SlideAction::Zoom:
+        return m_time.ZoomBy(effect.amount);
     case SlideAction::Help:
         return m_time.ShowHelp(kHelpPage);
     case SlideAction::Done:

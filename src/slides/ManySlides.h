@@ -32,7 +32,9 @@ private:
         std::string date;
         std::string camera;
         bool last = false;
-        QImage picture; // as painted, but for the brightness
+        ImgX whole;     // turned; all its pixels are fetched once it is zoomed
+        QImage picture; // as seen whole, but for the brightness; null until that is asked for
+        int height = 0; // as painted
     };
 
     // Pages and steps; each false when there is no picture to show.
@@ -43,12 +45,14 @@ private:
     bool StepFrom(int row, bool forward);
     bool Holds(int row) const;
     Area TakeArea() const;
-    QImage PreparePicture() const;
+    ImgX TurnedPicture() const;
+    QImage PictureOf(Area& area);
 
     int StartRow() const;
     int EndRow() const;
     void Paint();
     void DrawTitles();
+    QSize WantedPixels() const;
     void ExpectNeighbours(bool forward);
 
     void Dispatch(int keycode);
@@ -62,7 +66,8 @@ private:
     std::vector<Area> m_areas; // those that hold a picture
     std::string m_error;       // of the last file that was passed over
     SlideMove m_move = SlideMove::Next;
-    PicturesOnly m_only; // last, so that the start is known as it was
+    bool m_forward = true; // the last step
+    PicturesOnly m_only;   // last, so that the start is known as it was
 };
 
 } // namespace tarn

@@ -109,21 +109,39 @@ ManySlides::Area ManySlides::TakeArea() const {
     area.date = s.FileModifiedText;
     area.camera = s.ExpTime.empty() ? std::string() : CameraFields(s);
     area.last = s.FileIndex + 1 == m.controls.FileListBox->Count();
-    area.picture = PreparePicture();
+    area.whole = TurnedPicture();
     return area;
 }
 
-// From the full copy, which has as many pixels as an area needs.
-QImage ManySlides::PreparePicture() const {
+// The full copy, which has as many pixels as an area needs.
+ImgX ManySlides::TurnedPicture() const {
     const ProgramState& s = m.state;
-    ImgX picture;
-    picture.CopyFrom(s.ImgXfull);
+    ImgX picture = s.ImgXfull;
     if (!m_landscape)
         ReplayTurns(s, picture);
     else if (picture.Height() > picture.Width())
         picture.Rotate(270);
-    FitInto(picture, m_time.Layout(), m_time.Screen());
-    return picture.FullPicture();
+    return picture;
+}
+
+// As it is painted now; the slider may have moved since the area was taken.
+QImage ManySlides::PictureOf(Area& area) {
+    const int brightness = m.state.BrightnessValue;
+    if (m_time.Zoom().IsZoomed()) {
+        area.whole.FetchAll();
+        if (const std::string& error = area.whole.ErrorText(); !error.empty())
+            m_error = error + " - " + area.name; // what is seen is an enlargement
+        return m_time.Zoom().Seen(area.whole, brightness);
+    }
+    if (area.picture.isNull()) {
+        ImgX fitted = area.whole;
+        FitInto(fitted, m_time.Layout(), m_time.Screen());
+        area.picture = fitted.FullPicture();
+    }
+    ImgX bright;
+    bright.TakePicture(area.picture);
+    bright.Brightness(brightness);
+    return bright.FullPicture();
 }
 
 } // namespace tarn

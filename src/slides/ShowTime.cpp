@@ -4,6 +4,7 @@
 #include "platform/Desktop.h"
 #include "platform/EventPump.h"
 #include "slides/SlideKeys.h"
+#include "slides/SlidePainter.h"
 #include "widgets/FileListBox.h"
 
 #include <QAction>
@@ -11,6 +12,7 @@
 #include <QScreen>
 
 #include <algorithm>
+#include <utility>
 
 namespace tarn {
 
@@ -37,11 +39,12 @@ template <typename Rows> void TriggerNext(const Rows& rows, int& index, int firs
 
 ShowTime::ShowTime(Context& context, SlideLayout layout, bool& titleOn)
     : m(context), m_layout(layout), m_screen(ScreenUnder(*context.controls.FileListBox->window())),
-      m_titleOn(titleOn),
+      m_zoom(layout, m_screen), m_titleOn(titleOn),
       m_window(std::make_unique<frmSlideShow>(context.state, m_signals, context.slides)) {
     ProgramState& s = m.state;
     s.SlidesPerPage = AreasOf(layout);
     s.SlideViewing = true;
+    s.SlideZoomed = false;
     m_window->onHeld = [this](int keycode) { return KeyHeld(keycode); };
     // The main window goes behind the show, so that the desktop is never seen between them.
     m_window->ShowOver(*m.controls.FileListBox->window());
@@ -58,6 +61,7 @@ ShowTime::~ShowTime() {
 void ShowTime::Close() {
     End();
     m.state.SlideViewing = false;
+    m.state.SlideZoomed = false;
     m_signals.Slideloop = false;
     m.state.SlidesPerPage = 0;
 }
@@ -100,6 +104,31 @@ bool ShowTime::TakeAgain() {
     return true;
 }
 
+// A picture that is being left is not painted once more: the next one is seen so.
+void ShowTime::TakeView() {
+    if (!m_signals.Slideloop) return;
+    const ViewWish wish = std::exchange(m_signals.View, {});
+    if (wish == ViewWish() || !pictures || Ends()) return;
+    const bool before = m_zoom.IsZoomed();
+    if (!m_zoom.Follow(wish, pictures())) return;
+    m.state.SlideZoomed = m_zoom.IsZoomed();
+    const bool turnsOver = m_zoom.IsZoomed() != before; // for which all pixels are fetched
+    if (turnsOver) m_window->SetPointer(Qt::WaitCursor);
+    onView(turnsOver);
+    if (turnsOver) m_window->SetPointer(Qt::ArrowCursor);
+}
+
+void ShowTime::ZoomBy(int steps) {
+    m_signals.View.steps += steps;
+    m_signals.View.fit = steps == 0;
+    m_window->PutPointer(m_signals.View);
+}
+
+std::function<std::vector<QSize>(QSize)> ShowTime::ShownSizes() const {
+    if (m_zoom.IsZoomed()) return {};
+    return SizesIn(m_layout, m_screen);
+}
+
 bool ShowTime::KeyHeld(int keycode) {
     const SlideEffect effect = m_layout == SlideLayout::One
                                    ? FullEffectOf(keycode, m.state.SlideAltArrowKeys)
@@ -134,6 +163,7 @@ void ShowTime::Wait(const std::function<void(int)>& dispatch) {
             const QScopedValueRollback<bool> dispatching(m_dispatching, true);
             dispatch(m_signals.SlideKey);
             TakeAgain();
+            TakeView();
         }
         if (m_signals.Slideloop && s.SlideDelay > 0) {
             WaitForClock();
@@ -155,6 +185,7 @@ void ShowTime::WaitForClock() {
         m_window->ShowProgress(double(waited) / double(whole));
         m.events.Sleep(kClockStep);
         m.events.Pump();
+        TakeView();
     }
     TakeAgain();
     m_keys.clear();

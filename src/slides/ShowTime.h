@@ -3,6 +3,7 @@
 #pragma once
 
 #include "desk/Context.h"
+#include "slides/ShowZoom.h"
 #include "slides/SlideArithmetic.h"
 #include "slides/frmSlideShow.h"
 
@@ -30,6 +31,11 @@ public:
     std::function<void()> onEnd;   // what the kind of show has to put back, before the main window
     std::function<void()> onAgain; // the slide is to be shown anew
 
+    // The pictures that stand, as turned, and their painting in another view; `zoomed` says that
+    // they are seen whole no more, or again.
+    std::function<std::vector<PixelSize>()> pictures;
+    std::function<void(bool zoomed)> onView;
+
     // Whether the loop is to leave.
     bool Ends() const;
 
@@ -55,21 +61,29 @@ public:
     void NextTextSize();
     void NextBackground();
     void ToggleCameraSettings();
+    void ZoomBy(int steps); // at the pointer; by 0 back to whole pictures
 
+    ShowZoom& Zoom() { return m_zoom; }
     frmSlideShow& Window() { return *m_window; }
     ShowSignals& Signals() { return m_signals; }
     bool& TitleOn() { return m_titleOn; }
     const SlideScreen& Screen() const { return m_screen; }
     SlideLayout Layout() const { return m_layout; }
 
+    // The sizes to which pictures will be scaled, for a worker that prepares them: none while they
+    // are zoomed.
+    std::function<std::vector<QSize>(QSize)> ShownSizes() const;
+
 private:
     void TakeKey();
     void WaitForClock();
     bool TakeAgain();
+    void TakeView();
 
     Context& m;
     SlideLayout m_layout;
     SlideScreen m_screen;
+    ShowZoom m_zoom;
     ShowSignals m_signals;
     bool& m_titleOn;
     std::unique_ptr<frmSlideShow> m_window;

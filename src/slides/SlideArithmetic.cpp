@@ -96,6 +96,22 @@ SlidePlace PlaceSlide(SlideSize picture, int area, SlideLayout layout, const Sli
     return {Rounded(left), Rounded(top)};
 }
 
+int AreaAt(int x, int y, SlideLayout layout, const SlideScreen& screen) {
+    const bool right = 2 * x > screen.width + kEdge * screen.unit;
+    const bool lower = 2 * y > screen.height + kEdge * screen.unit;
+    switch (layout) {
+    case SlideLayout::TwoHorizontal:
+        return right ? 1 : 0;
+    case SlideLayout::TwoVertical:
+        return lower ? 1 : 0;
+    case SlideLayout::Four:
+        return (lower ? 2 : 0) + (right ? 1 : 0);
+    case SlideLayout::One:
+        break;
+    }
+    return 0;
+}
+
 SlideStrip TitleStrip(int pictureHeight, int area, SlideLayout layout, const SlideScreen& screen) {
     const double unit = screen.unit;
     if (layout == SlideLayout::One)

@@ -39,6 +39,9 @@ struct SlidePlace {
 // The corner of a picture of this size in an area; areas count in reading order.
 SlidePlace PlaceSlide(SlideSize picture, int area, SlideLayout layout, const SlideScreen& screen);
 
+// The area in which a place of the screen lies.
+int AreaAt(int x, int y, SlideLayout layout, const SlideScreen& screen);
+
 // Where the title of an area begins and how much room it has to the right.
 struct SlideStrip {
     int left = 0;

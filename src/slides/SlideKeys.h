@@ -15,6 +15,7 @@ enum class SlideAction {
     Move,       // amount: a SlideMove
     Rotate,     // amount: degrees, clockwise
     Mirror,     // amount: 0 left to right, 1 top to bottom
+    Zoom,       // amount: steps closer, 0 for the whole picture
     Brightness, // amount: steps of the slider
     ResetBrightness,
     AdjustWindow,

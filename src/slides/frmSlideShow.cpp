@@ -9,7 +9,11 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QScreen>
+#include <QWheelEvent>
 #include <QWindow>
+
+#include <algorithm>
+#include <cstdlib>
 
 namespace tarn {
 
@@ -20,6 +24,11 @@ constexpr int kHeld = 500;            // milliseconds until a held press shows t
 constexpr int kFocusComes = 1000;     // milliseconds after which a window was activated by hand
 constexpr int kPointerRests = 2000;   // milliseconds until the pointer hides
 constexpr double kProgressHeight = 2; // logical pixels
+
+// As in the main window these act with Ctrl, too.
+bool IsZoomKey(int keycode) {
+    return keycode == keys::kPlus || keycode == keys::kMinus || keycode == '9';
+}
 
 } // namespace
 
@@ -149,9 +158,11 @@ frmSlideShow::Pressed* frmSlideShow::Find(int keycode) {
 }
 
 void frmSlideShow::keyPressEvent(QKeyEvent* event) {
-    const bool plain =
-        !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
-    const int keycode = plain ? keys::KeyCode(event->key()) : keys::kNone;
+    const Qt::KeyboardModifiers with =
+        event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    const int key = keys::KeyCode(event->key());
+    const bool counts = !with || (with == Qt::ControlModifier && IsZoomKey(key));
+    const int keycode = counts ? key : keys::kNone;
     if (keycode == keys::kNone) return;
     // The window system may send a repeat as a release and a press of the same instant.
     const bool halves = keycode == m_releasedKey && event->timestamp() == m_releasedAt &&
@@ -182,6 +193,8 @@ void frmSlideShow::focusOutEvent(QFocusEvent* event) {
 
 void frmSlideShow::mousePressEvent(QMouseEvent* event) {
     m_mousePressed = true;
+    m_dragged = false;
+    m_pressedAt = event->position();
     if (event->button() == Qt::LeftButton && m_state.SlidesPerPage == 1) m_buttonTimer.start();
 }
 
@@ -194,8 +207,9 @@ void frmSlideShow::ButtonTimer_Timer() {
 
 void frmSlideShow::mouseReleaseEvent(QMouseEvent* event) {
     m_buttonTimer.stop();
-    const bool ours = m_mousePressed;
-    m_mousePressed = false;
+    const bool ours = m_mousePressed && !m_dragged;
+    m_mousePressed = m_dragged = false;
+    ShowCursor();
     if (m_name->isVisible())
         m_name->hide();
     else if (ours)
@@ -234,11 +248,39 @@ int frmSlideShow::BackKey() const {
 }
 
 void frmSlideShow::wheelEvent(QWheelEvent* event) {
-    constexpr int kNotch = 120;
-    m_wheel += event->angleDelta().y();
-    for (; m_wheel <= -kNotch; m_wheel += kNotch) SlideKeyUp('N');
-    for (; m_wheel >= kNotch; m_wheel -= kNotch) SlideKeyUp('P');
     event->accept();
+    const int notches = m_wheel.Turned(*event);
+    if (event->modifiers() & Qt::ControlModifier) {
+        m_signals.View.steps += notches;
+        PutPlace(m_signals.View, event->position());
+        return;
+    }
+    for (int i = 0; i < std::abs(notches); ++i) SlideKeyUp(notches < 0 ? 'N' : 'P');
+}
+
+// What is zoomed follows the pointer; the release does nothing more then.
+void frmSlideShow::DragTo(QPointF place) {
+    const QPointF way = (place - m_pressedAt) * devicePixelRatioF();
+    if (!m_dragged && (place - m_pressedAt).manhattanLength() < QApplication::startDragDistance())
+        return;
+    m_dragged = true;
+    m_buttonTimer.stop();
+    m_name->hide();
+    m_pressedAt = place;
+    m_signals.View.panX += way.x();
+    m_signals.View.panY += way.y();
+    PutPlace(m_signals.View, place);
+}
+
+void frmSlideShow::PutPlace(ViewWish& wish, QPointF place) const {
+    wish.atX = std::max(0, int(place.x() * devicePixelRatioF()));
+    wish.atY = std::max(0, int(place.y() * devicePixelRatioF()));
+}
+
+void frmSlideShow::PutPointer(ViewWish& wish) const {
+    const QPoint place = mapFromGlobal(QCursor::pos());
+    if (!m_pointerTimer.isActive() || !rect().contains(place)) return;
+    PutPlace(wish, place);
 }
 
 void frmSlideShow::mouseMoveEvent(QMouseEvent* event) {
@@ -246,6 +288,8 @@ void frmSlideShow::mouseMoveEvent(QMouseEvent* event) {
     if (place == m_mouseAt) return; // the window system says so when a window appears
     m_mouseAt = place;
     m_pointerTimer.start();
+    if (m_mousePressed && m_state.SlideZoomed && (event->buttons() & Qt::LeftButton))
+        DragTo(event->position());
     ShowCursor();
 }
 
@@ -255,7 +299,9 @@ void frmSlideShow::SetPointer(Qt::CursorShape shape) {
 }
 
 void frmSlideShow::ShowCursor() {
-    const Qt::CursorShape shape = m_pointerTimer.isActive() ? m_pointer : Qt::BlankCursor;
+    Qt::CursorShape shape = m_pointerTimer.isActive() ? m_pointer : Qt::BlankCursor;
+    if (shape == Qt::ArrowCursor && m_state.SlideZoomed)
+        shape = m_dragged ? Qt::ClosedHandCursor : Qt::OpenHandCursor;
     if (cursor().shape() != shape) setCursor(shape);
 }
 

@@ -5,6 +5,7 @@
 #include "desk/commands/Commands.h"
 #include "desk/state/SlideState.h"
 #include "slides/ShowSignals.h"
+#include "widgets/WheelNotches.h"
 
 #include <QElapsedTimer>
 #include <QImage>
@@ -63,6 +64,9 @@ public:
     void SlideKeyUp(int keycode) { m_slides.SlideKeyUp(keycode); }
     void SlideAdvance() { m_signals.SlideNext = true; }
 
+    // Where the pointer is, as long as it is seen.
+    void PutPointer(ViewWish& wish) const;
+
     int BottomLine() const;
 
     // A key held down repeats; whether it steps by that.
@@ -94,6 +98,8 @@ private:
     Pressed* Find(int keycode);
     void ButtonTimer_Timer();
     void Click(Qt::MouseButton button, QPoint place);
+    void DragTo(QPointF place);
+    void PutPlace(ViewWish& wish, QPointF place) const;
     void ClickPicture(Qt::MouseButton button, int x);
     int BackKey() const;
     void DrawLine(QPainter& painter, const SlideLine& line) const;
@@ -112,7 +118,9 @@ private:
     int m_releasedKey = 0;
     unsigned long m_releasedAt = 0;
     bool m_mousePressed = false;
-    int m_wheel = 0; // eighths of a degree that are no whole notch yet
+    QPointF m_pressedAt; // then the place of the last drag
+    bool m_dragged = false;
+    WheelNotches m_wheel;
 
     QTimer m_pointerTimer;
     Qt::CursorShape m_pointer = Qt::ArrowCursor;

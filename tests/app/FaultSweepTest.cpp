@@ -134,6 +134,7 @@ const std::vector<std::pair<const char*, Act>> kCommands{
          w.c.NoteFilterCombo->setCurrentIndex(1), emit w.c.NoteFilterCombo->activated(1);
      }},
     {"full size", [](World& w) { w.c.OneToOneButton->click(), w.c.CloseOneToOneButton->click(); }},
+    {"zoom", [](World& w) { w.Key(Qt::Key_Plus), w.Key(Qt::Key_N), w.Key(Qt::Key_Minus); }},
     {"show", [](World& w) { w.RunShow(w.c.SlideButton, kKeys); }},
     {"show of four", [](World& w) { w.RunShow(w.c.Slides4Button, kKeys); }},
     {"text file", [](World& w) { w.c.TCheck->click(), w.GoTo("t.txt"); }},

@@ -150,9 +150,10 @@ TEST_F(PreviewTest, RedrawReloadsWhatIsUp) {
 TEST_F(PreviewTest, PictureCommandsFollowButThoseWithoutACommandStayOff) {
     const MainControls& c = d.controls;
     const std::vector<QAction*> entries{
-        c.PrintButton,          c.PrintCButton,     c.Printc4Button,   c.PrintCSButton,
-        c.PrintCMButton,        c.AdjustButton,     c.SyncDatesButton, c.GenerateThumbButton,
-        c.GenerateThumbCButton, c.CopyPictureButton};
+        c.PrintButton,          c.PrintCButton,      c.Printc4Button,   c.PrintCSButton,
+        c.PrintCMButton,        c.AdjustButton,      c.SyncDatesButton, c.GenerateThumbButton,
+        c.GenerateThumbCButton, c.CopyPictureButton, c.ZoomInButton,    c.ZoomOutButton,
+        c.FitToPaneButton};
     d.room.SetPictureCommands(true);
     EXPECT_FALSE(c.PrintButton->isEnabled());
     for (QAction* entry : entries) Connect(entry, [] {});

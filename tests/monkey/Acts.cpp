@@ -322,11 +322,23 @@ void Acts::ChangeOneOf(const std::vector<fs::path>& files) {
     }
 }
 
+void Acts::DragIn(QWidget& widget, QPoint from) {
+    const QPoint to(m_dice.Below(widget.width()), m_dice.Below(widget.height()));
+    const auto send = [&](QEvent::Type type, QPoint at, Qt::MouseButtons held) {
+        QMouseEvent event(type, at, widget.mapToGlobal(at),
+                          type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, held, {});
+        QApplication::sendEvent(&widget, &event);
+    };
+    send(QEvent::MouseButtonPress, from, Qt::LeftButton);
+    send(QEvent::MouseMove, to, Qt::LeftButton);
+    send(QEvent::MouseButtonRelease, to, {});
+}
+
 void Acts::UsePicture() {
     PictureBox& pane = *m.house().controls.Picture1;
     if (!pane.isVisible()) return Say("nothing, no picture is up");
     const QPoint place(m_dice.Below(pane.width()), m_dice.Below(pane.height()));
-    const int choice = m_dice.Below(5);
+    const int choice = m_dice.Below(6);
     Say("picture " + std::to_string(choice));
     if (choice == 0) {
         QTest::mouseClick(&pane, Qt::RightButton, {}, place);
@@ -334,8 +346,11 @@ void Acts::UsePicture() {
         m.house().window.resize(700 + m_dice.Below(700), 500 + m_dice.Below(500));
     } else if (choice == 2) {
         QWheelEvent wheel(place, pane.mapToGlobal(place), {}, {0, m_dice.OneIn(2) ? 120 : -120}, {},
-                          {}, Qt::NoScrollPhase, false);
+                          m_dice.OneIn(2) ? Qt::ControlModifier : Qt::NoModifier, Qt::NoScrollPhase,
+                          false);
         QApplication::sendEvent(&pane, &wheel);
+    } else if (choice == 3) {
+        DragIn(pane, place);
     } else {
         QTest::mouseClick(&pane, Qt::LeftButton, {}, place);
     }
@@ -392,6 +407,10 @@ void Acts::InShow() {
     if (--m_inShow < 0 || m_pumps > kPumpsOfAnAct) return m.house().slides.SlideDone();
     QWidget& window = *m.house().slides.Window();
     if (m_dice.OneIn(25)) return OtherProgram();
+    if (m_dice.OneIn(10)) {
+        Say("drag in the show");
+        return DragIn(window, QPoint(m_dice.Below(400), 100));
+    }
     if (m_dice.OneIn(6))
         return QTest::mouseClick(&window, m_dice.OneIn(3) ? Qt::RightButton : Qt::LeftButton, {},
                                  QPoint(m_dice.Below(400), 100));

@@ -42,6 +42,7 @@ private:
     void OtherProgram();
     void ChangeOneOf(const std::vector<fs::path>& files);
     void UsePicture();
+    void DragIn(QWidget& widget, QPoint from);
     void Wait();
     void Quit();
 

@@ -13,6 +13,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QWheelEvent>
 
 #include <gtest/gtest.h>
 
@@ -153,7 +154,8 @@ TEST(PaneKeys, EachKeyPressesItsCommand) {
         watch(button);
     for (QAction* entry :
          {c.FixPictureDateButton, c.RenameButton, c.HelpPicNavButton, c.SetFileDatesButton, c.Exit,
-          c.PrintButton, c.DeleteButton, c.DuplicateButton, c.AdjustButton, c.PopupOpenButton})
+          c.PrintButton, c.DeleteButton, c.DuplicateButton, c.AdjustButton, c.PopupOpenButton,
+          c.ZoomInButton, c.ZoomOutButton, c.FitToPaneButton})
         watch(entry);
     d.calls.clear();
     const auto after = [&](QWidget* pane, int key) {
@@ -183,6 +185,10 @@ TEST(PaneKeys, EachKeyPressesItsCommand) {
                                                    {Qt::Key_Delete, "DeleteButton"},
                                                    {Qt::Key_Insert, "DuplicateButton"},
                                                    {Qt::Key_B, "AdjustButton"},
+                                                   {Qt::Key_Plus, "ZoomInButton"},
+                                                   {Qt::Key_Equal, "ZoomInButton"},
+                                                   {Qt::Key_Minus, "ZoomOutButton"},
+                                                   {Qt::Key_9, "FitToPaneButton"},
                                                    {Qt::Key_E, "PopupOpenButton"},
                                                    {Qt::Key_R, "RotateRight"},
                                                    {Qt::Key_Right, "RotateRight"},
@@ -225,6 +231,62 @@ TEST(PaneKeys, HalvesOfThePaneStep) {
     d.controls.PopupPic->close();
     d.state.ImageLoaded = false;
     EXPECT_EQ(click(150), 0);
+}
+
+TEST(PaneMouse, TheWheelStepsANotchAFileAndZoomsWithCtrl) {
+    KeyDesk d;
+    QWidget* pane = d.controls.Picture1;
+    const auto turn = [&](int delta, Qt::KeyboardModifiers with = Qt::NoModifier) {
+        QWheelEvent event(QPointF(150, 20), pane->mapToGlobal(QPointF(150, 20)), {}, {0, delta}, {},
+                          with, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(pane, &event);
+        return d.Row();
+    };
+    d.state.ImageLoaded = false; // what cannot be read is passed over, too
+    EXPECT_EQ(turn(-120), 1);
+    EXPECT_EQ(turn(-360), 4);
+    EXPECT_EQ(turn(120), 3);
+    for (int i = 0; i < 3; ++i) turn(-30); // of a touchpad
+    EXPECT_EQ(d.Row(), 3);
+    EXPECT_EQ(turn(-30), 4);
+    EXPECT_FALSE(pane->hasFocus()) << "the keyboard stays where it is";
+    d.calls.clear();
+    turn(240, Qt::ControlModifier);
+    turn(-120, Qt::ControlModifier);
+    EXPECT_EQ(d.calls, (Calls{"zoom 2 150,20", "zoom -1 150,20"}));
+    EXPECT_EQ(d.Row(), 4);
+}
+
+TEST(PaneMouse, ADragMovesWhatIsZoomedAndStepsNothing) {
+    KeyDesk d;
+    QWidget* pane = d.controls.Picture1;
+    const int far = QApplication::startDragDistance();
+    const auto drag = [&](Qt::MouseButton button, int way) {
+        d.calls.clear();
+        const auto send = [&](QEvent::Type type, int x, Qt::MouseButtons held) {
+            QMouseEvent event(type, QPointF(x, 50), pane->mapToGlobal(QPointF(x, 50)),
+                              type == QEvent::MouseMove ? Qt::NoButton : button, held, {});
+            QApplication::sendEvent(pane, &event);
+        };
+        send(QEvent::MouseButtonPress, 120, button);
+        send(QEvent::MouseMove, 120 + way, button);
+        send(QEvent::MouseMove, 120 + way + 3, button);
+        send(QEvent::MouseButtonRelease, 120 + way + 3, {});
+        Calls pans;
+        for (const std::string& call : d.calls)
+            if (call.starts_with("pan")) pans.push_back(call);
+        return pans;
+    };
+    EXPECT_EQ(drag(Qt::LeftButton, far), Calls{});
+    EXPECT_EQ(d.Row(), 1) << "unzoomed it is a click";
+    d.display.zoomed = true;
+    EXPECT_EQ(drag(Qt::LeftButton, far), (Calls{"pan " + std::to_string(far) + ",0", "pan 3,0"}));
+    EXPECT_EQ(d.Row(), 1);
+    EXPECT_EQ(drag(Qt::LeftButton, far - 4), Calls{});
+    EXPECT_EQ(d.Row(), 2) << "too short";
+    EXPECT_EQ(drag(Qt::RightButton, far), Calls{});
+    EXPECT_TRUE(d.controls.PopupPic->isVisible());
+    d.controls.PopupPic->close();
 }
 
 TEST(PaneKeys, TheMarkerFollowsTheFocus) {

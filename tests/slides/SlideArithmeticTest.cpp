@@ -63,6 +63,21 @@ TEST(SlideArithmetic, TwoAreasBesideOrAboveEachOther) {
     EXPECT_EQ(TitleStrip(354, 1, above, kScreen), (SlideStrip{0, 748, 1022}));
 }
 
+TEST(SlideArithmetic, APlaceOfTheScreenLiesInAnArea) {
+    struct Case {
+        SlideLayout layout;
+        int areas[4]; // at the middles of the screen's quarters
+    };
+    for (const Case& c :
+         {Case{SlideLayout::One, {0, 0, 0, 0}}, Case{SlideLayout::TwoHorizontal, {0, 1, 0, 1}},
+          Case{SlideLayout::TwoVertical, {0, 0, 1, 1}}, Case{SlideLayout::Four, {0, 1, 2, 3}}})
+        for (int i = 0; i < 4; ++i)
+            EXPECT_EQ(AreaAt(258 + i % 2 * 516, 194 + i / 2 * 388, c.layout, kScreen), c.areas[i])
+                << AreasOf(c.layout) << " areas, quarter " << i;
+    EXPECT_EQ(AreaAt(1033, 0, SlideLayout::TwoHorizontal, kFine), 1);
+    EXPECT_EQ(AreaAt(1032, 0, SlideLayout::TwoHorizontal, kFine), 0);
+}
+
 TEST(SlideTitle, PlainFormAndCameraFormWithTheirMarks) {
     PictureInfo info;
     info.PictureDate = "06/22/2004 8:15:30 PM";

@@ -44,6 +44,15 @@ struct RecordingDisplay : DisplayCommands, Recorder {
     void AdjustButton_Click() override { Write("Adjust"); }
     void ResetBButton_Click() override { Write("ResetB"); }
     void SetBrightness(int value) override { Write("brightness " + std::to_string(value)); }
+    void Zoom(int steps, std::optional<QPointF> at) override {
+        Write("zoom " + std::to_string(steps) + (at ? Place(*at) : ""));
+    }
+    bool MayPan() const override { return zoomed; }
+    void Pan(QPointF way) override { Write("pan" + Place(way)); }
+    static std::string Place(QPointF at) {
+        return " " + std::to_string(int(at.x())) + "," + std::to_string(int(at.y()));
+    }
+    bool zoomed = false;
     ImgX ShownPicture() override { return shown; }
     ImgX shown;
 };

@@ -70,8 +70,10 @@ void FaultList::ShowFaults(const std::string& text, const std::vector<FileFault>
     const int height = int(seen + 2) * metrics.lineSpacing();
     m_list->setMinimumHeight(height);
     if (!isVisible()) {
-        resize(kWidth * metrics.averageCharWidth(), sizeHint().height());
-        move(parentWidget()->geometry().center() - rect().center());
+        const QRect window = parentWidget()->geometry();
+        const int width = kWidth * metrics.averageCharWidth();
+        resize(std::min(width, window.width() * 3 / 4), sizeHint().height());
+        move(window.center() - rect().center());
     }
     show();
     raise();

@@ -71,6 +71,7 @@ void frmMain::ReserveInfo() {
     reserve(c.CropLabel, "Cropped");
     reserve(c.TextNumOf, "00000 of 00000");
     reserve(c.SizeText, "00000 x 00000");
+    reserve(c.ZoomText, "000%");
     reserve(c.MpixelText, "000.0 Mp");
     reserve(c.FileSizeText, "000,000 KB");
 }

@@ -90,6 +90,7 @@ void ShellRoom::ShowFileTexts() {
     c.MpixelText->setText(ToQt(s.MpixelText));
     c.FileSizeText->setText(ToQt(s.FileSizeText));
     c.SizeText->setText(ToQt(s.SizeText));
+    c.ZoomText->setText(s.Kind == FileKind::Picture ? ToQt(s.ZoomText) : QString());
     c.EditButton2->setText(ToQt(s.EditCaption));
     if (s.HistoryListed) return; // the folder history stands in the panel
     const auto isShown = [&](int row, const std::string& text) {

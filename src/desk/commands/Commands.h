@@ -5,6 +5,8 @@
 #include "desk/commands/Outcome.h"
 #include "desk/commands/PictureRequest.h"
 
+#include <QPointF>
+
 #include <functional>
 #include <optional>
 #include <string>
@@ -69,8 +71,14 @@ public:
     virtual void AdjustButton_Click() = 0; // the brightness window
     virtual void ResetBButton_Click() = 0;
     virtual void SetBrightness(int value) = 0; // -100 to 100, as if the slider moved there
-    // What the preview shows, turned and brightened, at its own size: the whole picture, or its cut
-    // at 1x and 2x.
+    // So many steps closer, below 0 away, at a place of the pane; without one where the pointer is,
+    // or in the middle.
+    virtual void Zoom(int steps, std::optional<QPointF> at) = 0;
+    void Zoom(int steps) { Zoom(steps, {}); }
+    virtual bool MayPan() const = 0; // parts of the zoomed picture lie outside the pane
+    virtual void Pan(QPointF way) = 0;
+    // What the preview shows, turned and brightened, at its own size: the whole picture, its cut at
+    // 1x and 2x, or what is seen of it while it is zoomed.
     virtual ImgX ShownPicture() = 0;
 };
 

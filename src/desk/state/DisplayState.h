@@ -34,6 +34,7 @@ struct DisplayState : PreviewTurns {
 
     std::string EditCaption = "Edit"; // of the button that opens the file: "Web" for a page
     std::string SizeText;             // "3504 x 2336", doubled at 2x, empty at a placeholder
+    std::string ZoomText; // "36%": pixels of the screen for one of the picture; empty as that
 
     bool OneToOneInfo = false;
     bool OneToOneLoaded = false;

@@ -11,6 +11,7 @@ struct SlideState {
     bool SlideCompare = false;
     long SlideDelay = 0; // auto advance
     int SlidesPerPage = 0;
+    bool SlideZoomed = false; // seen larger than they fit, for which all their pixels are needed
     std::string SlideNameOnly;
 
     bool SlideNotesOn = false;
