@@ -2,10 +2,11 @@
 # Every work of this program beside other programs that do the same, and beside the bare program that
 # does no more: installs them, runs all in one run and writes docs/PERFORMANCE.md. Takes about half an
 # hour; nothing else should run meanwhile.
-#   bench/compare.sh [DOCUMENT]
+#   bench/compare.sh [DOCUMENT [WORK...]]   WORK as in compare.py: its section alone is measured anew
 set -euo pipefail
 cd "$(dirname "$0")/.."
 out=${1:-docs/PERFORMANCE.md}
+shift || true
 . tools/packages.sh
 # shellcheck disable=SC2086
 tarn_install $tarn_build_packages $tarn_run_packages $tarn_test_packages libbenchmark-dev xvfb openbox \
@@ -27,4 +28,4 @@ export DISPLAY=:97
 sleep 2
 openbox --config-file "$work/openbox/rc.xml" 2>/dev/null &
 sleep 1
-PYTHONDONTWRITEBYTECODE=1 /usr/bin/python3 bench/compare/compare.py "$PWD/build/release" "$work" "$out"
+PYTHONDONTWRITEBYTECODE=1 /usr/bin/python3 bench/compare/compare.py "$PWD/build/release" "$work" "$out" "$@"

@@ -1,7 +1,11 @@
-"""Runs every work with all programs that do it and writes the document: compare.py BUILD WORK OUT."""
+"""Runs every work with all programs that do it and writes the document: compare.py BUILD WORK OUT.
+
+With names behind that (of works as in WORKS, of benches) only these run, and their sections of the
+document are written anew."""
 
 import os
 import platform
+import re
 import subprocess
 import sys
 
@@ -53,24 +57,24 @@ def table(title, values):
     return "\n".join(lines) + "\n"
 
 
-def every_work(place):
-    yield works.thumbnails(place)
-    yield works.screen_size(place)
-    yield works.dates(place)
-    yield works.file_dates(place)
-    yield works.panel(place)
-    yield works.gallery(place, 1000, ["llgal"])
-    yield works.gallery(place, 60, ["fgallery"])
-    yield works.opening(place, 60)
-    yield works.opening(place, 50000)
-    yield from works.steps(place)
-    yield works.four_up(place)
+WORKS = {
+    "thumbnails": lambda place: [works.thumbnails(place)],
+    "screen": lambda place: [works.screen_size(place)],
+    "dates": lambda place: [works.dates(place)],
+    "file_dates": lambda place: [works.file_dates(place)],
+    "panel": lambda place: [works.panel(place)],
+    "gallery": lambda place: [works.gallery(place, 1000, ["llgal"]),
+                              works.gallery(place, 60, ["fgallery"])],
+    "opening": lambda place: [works.opening(place, 60), works.opening(place, 50000)],
+    "steps": works.steps,
+    "four_up": lambda place: [works.four_up(place)],
+}
 
 
 HEAD = """# Speed beside its peers
 
 Written by `bench/compare.sh`; anyone can have these figures again with that one command. All
-programs did the same work on the same pictures, in turns, in one run on one machine. The bare program
+programs did the same work on the same pictures, in turns, on one machine, each section in one run. The bare program
 (`bench/compare/bare.cpp`) is the limit: the least that does the work, with the libraries' own calls
 and nothing else. Every other figure is how many times as long (or as much) a program took; less is
 better. Programs with a window ran maximised on a virtual display, keys came as from a keyboard, and a
@@ -78,22 +82,48 @@ picture counted as shown when it stood on the screen.
 """
 
 
-def main(build, work, out):
-    place = works.Place(build, work)
+def measured(place, name):
+    """The sections of one work or bench, each with the line that it begins with."""
+    if name in WORKS:
+        for title, values in WORKS[name](place):
+            print(title, {of: value and round(value, 1) for of, value in values.items()}, flush=True)
+            yield f"### {title}\n", table(title, values)
+    else:
+        print(name, flush=True)
+        yield f"`{name}`\n", f"`{name}`\n\n```\n{output(f'{place.build}/{name}')}\n```\n"
+
+
+def whole(place):
     parts = [HEAD, machine() + ".\n",
              ", ".join(f"{name} {version(package)}" for name, package in PACKAGES.items()) + ".\n",
              "## Beside other programs\n"]
-    for title, values in every_work(place):
-        print(title, {name: value and round(value, 1) for name, value in values.items()}, flush=True)
-        parts.append(table(title, values))
+    for name in WORKS:
+        parts += [section for _, section in measured(place, name)]
     parts.append("## The program's own limits\n\nWhat the benches of this program print, each figure "
                  "beside a bare one in the same process.\n")
-    for bench in BENCHES:
-        print(bench, flush=True)
-        parts.append(f"`{bench}`\n\n```\n{output(f'{build}/{bench}')}\n```\n")
+    for name in BENCHES:
+        parts += [section for _, section in measured(place, name)]
+    return "\n".join(parts)
+
+
+def renewed(place, text, names):
+    for name in names:
+        for begin, section in measured(place, name):
+            pattern = re.escape(begin) + r".*?(?=\n### |\n## |\n`bench_|\Z)"
+            text = re.sub(pattern, lambda _, by=section: by, text, count=1, flags=re.S)
+    return text
+
+
+def main(build, work, out, *names):
+    place = works.Place(build, work)
+    if names:
+        with open(out, encoding="utf-8") as document:
+            text = renewed(place, document.read(), names)
+    else:
+        text = whole(place)
     with open(out, "w", encoding="utf-8") as document:
-        document.write("\n".join(parts))
+        document.write(text)
 
 
 if __name__ == "__main__":
-    main(*sys.argv[1:4])
+    main(*sys.argv[1:])

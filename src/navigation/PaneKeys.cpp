@@ -45,8 +45,6 @@ PaneKeys::PaneKeys(Context& context) : m(context) {
     connect(&m_releaseTimer, &QTimer::timeout, this, &PaneKeys::ActOnRelease);
 }
 
-}
-
 bool PaneKeys::IsPane(const QObject* watched) const {
     const MainControls& c = m.controls;
     return watched == c.Picture1 || watched == c.Picture2 || watched == c.LogText ||
