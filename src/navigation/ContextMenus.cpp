@@ -37,7 +37,9 @@ void ContextMenus::ConnectControls() {
         m.shell.ShowMessage("Copied '" + m_folder + "'");
     });
     Connect(c.TreeShowInFilesButton, [this] { ShowInFileManager(m_folder, {}); });
-    Connect(c.TreeNewFolderButton, [this] { m.shell.Tell(m.fileops.MakeFolder(m_folder)); });
+    Connect(c.TreeNewFolderButton, [this] {
+        if (!m_folder.empty()) m.shell.Tell(m.fileops.MakeFolder(m_folder));
+    });
     Connect(c.TreeRefreshButton, [this] { m.navigation.ReadAgain(); });
     // What can be done without a file, by the same entries.
     for (QAction* entry : {c.PopupPasteButton, c.PopupNewFolderButton, c.PopupShowInFilesButton,
