@@ -126,6 +126,7 @@ void House::WireWindow() {
     window.onClose = [this] { lifecycle.Exit_Click(); };
     window.onOpen = [this](const std::string& path) { Open(path); };
     window.onResize = [this] { WindowResized(); };
+    window.onRefit = [this] { PaneResized(); };
     // The size that the window system gives a new window is no dragging by hand.
     window.onSizedBySystem = [this] {
         if (m_resizeTimer.isActive() && !(m_started.isValid() && m_started.hasExpired(kSettles)))
@@ -155,12 +156,24 @@ void House::WireWindow() {
     Connect(controls.FileListFontRedButton, [font] { font(-0.5); });
 }
 
-void House::WindowResized() {
-    if (!state.FormLoadDone) return;
+void House::MeasurePane() {
     const QSize pane = controls.Picture1->PixelSize();
     state.PreviewWidth = pane.width();
     state.PreviewHeight = pane.height();
+}
+
+void House::WindowResized() {
+    if (!state.FormLoadDone) return;
+    MeasurePane();
     m_resizeTimer.start(kResizeRest);
+}
+
+// Nothing that the user did: keyboard, turns, views and message stay.
+void House::PaneResized() {
+    if (!state.FormLoadDone) return;
+    MeasurePane();
+    if (state.Kind == FileKind::Picture && state.ImageLoaded && !state.SlideViewing)
+        display.ShowPreview();
 }
 
 void House::ResizeTimer_Timer() {

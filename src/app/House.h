@@ -90,7 +90,9 @@ private:
     void WireFile();
     void WireHelp();
     void WireWindow();
+    void MeasurePane();
     void WindowResized();
+    void PaneResized();
     void ResizeTimer_Timer();
     void AskForFile();
     void AskForFolder();

@@ -192,8 +192,14 @@ void DisplayRoom::SetFileDate() {
     if (!set) return;
     m.ahead.TimesWereSet(s.Filename); // the way back finds the picture decoded
     if (!before) return;
-    if (const auto after = m.files.Look(s.Filename))
+    const auto after = m.files.Look(s.Filename);
+    if (!after) return;
+    const auto again = std::find_if(s.DatesSet.begin(), s.DatesSet.end(),
+                                    [&s](const DateChange& set) { return set.path == s.Filename; });
+    if (again == s.DatesSet.end())
         s.DatesSet.push_back({s.Filename, *before, *after});
+    else
+        again->after = *after;
 }
 
 void DisplayRoom::PlayPictureSound() {

@@ -15,7 +15,8 @@ namespace tarn {
 // A placeholder is seen whole. While a show runs the pane is not seen: there is no need of the
 // pixels.
 bool DisplayRoom::IsZoomed() const {
-    return m_zoom.IsZoomed() && !m_placeholder && !m.state.SlideViewing;
+    return m_zoom.IsZoomed() && !m_placeholder && !m.state.SlideViewing && m_turned.HasImage() &&
+           m.state.Kind == FileKind::Picture;
 }
 
 bool DisplayRoom::MayZoom() const {

@@ -180,7 +180,13 @@ void NavigationRoom::ClearMultiselect() {
 }
 
 void NavigationRoom::StepBy(int rows, const PictureRequest& request) {
-    StepFrom(m.state.FileIndex, rows, request);
+    // The file shown may be hidden by what is found in the list: then from outside its ends.
+    const int count = m.controls.FileListBox->Count();
+    const int from = m.state.FileIndex >= 0 ? m.state.FileIndex : rows > 0 ? -1 : count;
+    if (m.state.FileIndex >= 0)
+        StepFrom(from, rows, request);
+    else
+        StepFrom(from, rows > 0 ? 1 : -1, request);
 }
 
 void NavigationRoom::StepFrom(int row, int by, const PictureRequest& request) {
@@ -189,7 +195,7 @@ void NavigationRoom::StepFrom(int row, int by, const PictureRequest& request) {
     SelectRow(count < 1 ? -1 : RowFrom(row, by, count), request);
     if (m.state.ShowsText()) {
         m.state.ImageLoaded = false;
-        m.controls.LabelNavKeys->show();
+        if (request.focus) m.controls.LabelNavKeys->show();
     }
     if (request.focus) m.shell.FocusPane();
 }

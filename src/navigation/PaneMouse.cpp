@@ -49,7 +49,10 @@ bool PaneKeys::MouseRelease(QObject* pane, const QMouseEvent& event) {
     m_mouseIn = nullptr;
     if (!ours) return false;
     if (std::exchange(m_pans, false)) {
-        m.controls.Picture1->setCursor(Qt::OpenHandCursor);
+        if (m.display.MayPan())
+            m.controls.Picture1->setCursor(Qt::OpenHandCursor);
+        else
+            m.controls.Picture1->unsetCursor();
         return true;
     }
     const int width = static_cast<QWidget*>(pane)->width();

@@ -37,6 +37,7 @@ void NotesRoom::ConnectKeys() {
         auto* key = new QShortcut(QKeySequence(QString::fromLatin1(row.keys)),
                                   row.inBox ? static_cast<QWidget*>(box) : box->window());
         if (row.inBox) key->setContext(Qt::WidgetShortcut);
+        key->setAutoRepeat(false); // a key held too long would write one note for many pictures
         QObject::connect(key, &QShortcut::activated, box, [this, act = row.act] { act(*this); });
     }
 }

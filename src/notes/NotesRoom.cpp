@@ -281,20 +281,24 @@ void NotesRoom::Step(bool forward) {
 }
 
 void NotesRoom::ClearNotesButton_Click() {
+    EmptyBox();
+    FocusUnlessShow();
+}
+
+void NotesRoom::EmptyBox() {
     ProgramState& s = m.state;
     if (IsUnsaved()) m_drafts.Drop({m_nameOf, s.NoteText});
     // A second press finds nothing: what the first one took stays.
     if (!s.NoteText.empty()) s.NotesSave = s.NoteText;
     SetEnabled(m.controls.RestoreNotesButton, true);
     m_box.Replace({});
-    FocusUnlessShow();
 }
 
 // What was being written goes into the restore buffer. A note that the page has is not shown, so it
 // is not deleted either, and a save keeps it aside.
 void NotesRoom::ClearNotesForPage() {
     SetNotesFilename();
-    ClearNotesButton_Click();
+    EmptyBox();
     m_load = {m_load.number + 1, {}};
     m_store.Forget();
     TakeForLoaded();

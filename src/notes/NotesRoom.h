@@ -41,6 +41,7 @@ public:
     Outcome SaveNote() override;
     void SaveNotesButton_Click() override;
     void ClearNotesButton_Click();
+    void EmptyBox();          // into the restore buffer
     void ClearNotesForPage(); // a page is shown: no note is
     void RestoreNotesButton_Click() override;
     void DeleteNotesButton_Click() override;

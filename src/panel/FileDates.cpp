@@ -57,9 +57,6 @@ void PictureInfoRoom::SyncDatesButton_Click() {
     if (done < count)
         said +=
             ", cancelled after " + std::to_string(done) + " of " + std::to_string(count) + " files";
-    if (!faults.empty())
-        said += ", " + std::to_string(faults.size()) + " not: " + LastPart(faults.front().path) +
-                " - " + faults.front().why;
     m.shell.Tell({done == count, said, {}, std::move(faults)});
 }
 
@@ -83,6 +80,7 @@ int PictureInfoRoom::SyncRange(int first, int last, std::vector<FileFault>& faul
                                                    : Outcome::Refused(kCannotSet);
         m.shell.Tell(set);
         if (!set && !set.text.empty()) faults.push_back({info.Filename, set.text});
+        if (set) m.state.DateWasAskedFor(info.Filename);
         ++passed;
     }
     return passed;

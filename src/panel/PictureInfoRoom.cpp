@@ -12,8 +12,11 @@ PictureInfoRoom::~PictureInfoRoom() = default;
 
 void PictureInfoRoom::ConnectControls() {
     const MainControls& c = m.controls;
-    Connect(c.SetFileDatesButton, [this] { m.shell.Tell(SetFileDatesButton_Click()); });
-    Connect(c.PopupSetFileDatesButton, [this] { m.shell.Tell(SetFileDatesButton_Click()); });
+    for (QAction* entry : {c.SetFileDatesButton, c.PopupSetFileDatesButton})
+        Connect(entry, [this] {
+            m.state.DateWasAskedFor(m.state.Filename);
+            m.shell.Tell(SetFileDatesButton_Click());
+        });
     Connect(c.SyncDatesButton, [this] { SyncDatesButton_Click(); });
     Connect(c.FixPictureDateButton, [this] { FixPictureDateButton_Click(); });
 }

@@ -150,7 +150,8 @@ void PrintRoom::PrintSheets(const SheetLayout& layout) {
         m.shell.ShowMessage(said.text + inBuffer);
     else
         Finish(std::move(printer), inBuffer);
-    if (done) m.shell.Tell(said);
+    if (!said.fault.empty()) m.shell.ShowError(said.fault);
+    if (!said.faults.empty()) m.shell.ShowFaults("Printed with fewer pixels:", said.faults);
 }
 
 bool PrintRoom::RunSheets(Printer& printer, const SheetLayout& layout, KeptNote& notes,

@@ -113,9 +113,11 @@ void ShowTime::TakeView() {
     if (!m_zoom.Follow(wish, pictures())) return;
     m.state.SlideZoomed = m_zoom.IsZoomed();
     const bool turnsOver = m_zoom.IsZoomed() != before; // for which all pixels are fetched
-    if (turnsOver) m_window->SetPointer(Qt::WaitCursor);
-    onView(turnsOver);
-    if (turnsOver) m_window->SetPointer(Qt::ArrowCursor);
+    if (!turnsOver) return onView(false);
+    const Qt::CursorShape pointer = m_window->cursor().shape();
+    m_window->SetPointer(Qt::WaitCursor);
+    onView(true);
+    m_window->SetPointer(pointer);
 }
 
 void ShowTime::ZoomBy(int steps) {

@@ -168,7 +168,7 @@ void frmSlideShow::keyPressEvent(QKeyEvent* event) {
     const bool halves = keycode == m_releasedKey && event->timestamp() == m_releasedAt &&
                         event->spontaneous() && m_releasedAt != 0;
     const bool repeats = event->isAutoRepeat() || halves;
-    if (!Find(keycode)) m_pressed.push_back({keycode});
+    if (!Find(keycode)) m_pressed.push_back({keycode, event->isAutoRepeat()}); // the show's own key
     if (!repeats) Find(keycode)->repeated = false;
     // What steps while it is held does not step once more on its release; any other key acts there.
     if (repeats && onHeld && onHeld(keycode)) Find(keycode)->repeated = true;

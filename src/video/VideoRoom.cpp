@@ -293,7 +293,7 @@ void VideoRoom::Load_web(const PictureRequest& request) {
     else
         ShowText(FileKind::Text);
     TellShown();
-    if (s.WebImage() && request.focus) m.shell.FocusPane(); // clearing the note goes into its box
+    if (s.WebImage() && request.focus) m.shell.FocusPane();
 }
 
 void VideoRoom::ShowPage() {

@@ -1,6 +1,7 @@
 // The controls of the gallery form, group by group.
 #include "web/frmHtmlThumb.h"
 
+#include "desk/controls/Captions.h"
 #include "web/FormParts.h"
 #include "web/GalleryMiniature.h"
 #include "web/HtmlColor.h"
@@ -72,7 +73,7 @@ QWidget* frmHtmlThumb::MakeThumbnails() {
     auto* rows = MakeFrame(frame, "FrameThumbnails", "Thumbnails");
     m_size = Named(new QComboBox(), "GenThumbSize", "Thumbnail size in pixels");
     for (std::size_t i = 1; i < m.controls.ThumbSizeButton.size(); ++i)
-        m_size->addItem(m.controls.ThumbSizeButton[i]->text(), int(i));
+        m_size->addItem(CaptionOf(*m.controls.ThumbSizeButton[i]), int(i));
     connect(m_size, &QComboBox::activated, this, [this](int index) {
         m.controls.ThumbSizeButton[std::size_t(index) + 1]->trigger();
         Form_Activate();

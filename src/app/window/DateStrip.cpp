@@ -15,9 +15,8 @@ namespace tarn {
 
 namespace {
 
-constexpr int kRest = 300;    // milliseconds until a show or a batch is looked at again
-constexpr int kFitted = 2000; // milliseconds in which the pane is drawn anew
-constexpr int kSide = 6;      // logical pixels
+constexpr int kRest = 300; // milliseconds until a show or a batch is looked at again
+constexpr int kSide = 6;   // logical pixels
 
 // What another program has dated since keeps that date.
 bool PutBackOne(const DateChange& change, tarn::Files& files, std::string* error) {
@@ -56,10 +55,7 @@ DateStrip::DateStrip(Context& context, frmMain& window)
     connect(never, &QPushButton::clicked, entry, &QAction::trigger);
     connect(close, &QPushButton::clicked, this, [this] { Close(); });
     connect(entry, &QAction::triggered, this, [this] { Follow(); });
-    m.current.Follow([this] {
-        SayAgain();
-        Follow();
-    });
+    m.current.Follow([this] { Follow(); });
 }
 
 void DateStrip::Follow() {
@@ -67,9 +63,9 @@ void DateStrip::Follow() {
     if (s.FileDatesAnswered) s.DatesTakenBack.clear();
     if (s.DatesSet.empty()) return Hide();
     if (s.BatchRuns || s.SlideViewing || !s.FormLoadDone) return m_later.start();
-    if (!s.FileDatesAnswered) return Show();
+    if (!s.FileDatesAnswered && !m_notNow) return Show();
     // Turned off: what was done unasked is taken back.
-    if (!s.AutoSetFileDates) Say("Auto Synchronize is off; " + PutBack());
+    if (!s.AutoSetFileDates) m.shell.ShowMessage("Auto Synchronize is off; " + PutBack());
     s.DatesSet.clear();
     Hide();
 }
@@ -99,19 +95,24 @@ void DateStrip::Hide() {
     m_window.ShowNotice(false);
 }
 
-// The last first: a file may have been dated twice.
 std::string DateStrip::PutBack() {
     auto& set = m.state.DatesSet;
     const std::string files = WhichFiles();
     std::string failed;
-    for (auto change = set.rbegin(); change != set.rend(); ++change) {
+    std::size_t done = 0;
+    for (const DateChange& change : set) {
         std::string error;
-        if (PutBackOne(*change, m.files, &error))
-            m.ahead.TimesWereSet(change->path);
-        else
-            failed += (failed.empty() ? "'" : ", '") + LastPart(change->path) + "' - " + error;
+        if (PutBackOne(change, m.files, &error)) {
+            m.ahead.TimesWereSet(change.path);
+            ++done;
+        } else {
+            failed += (failed.empty() ? "'" : ", '") + LastPart(change.path) + "' - " + error;
+        }
     }
-    if (!failed.empty()) return "NOT undone: " + failed;
+    if (!failed.empty())
+        return (done > 0 ? std::to_string(done) + " of " + std::to_string(set.size()) + " undone, "
+                         : std::string()) +
+               "NOT undone: " + failed;
     return set.size() == 1 ? "the date of " + files + " is what it was"
                            : "the dates of " + files + " are what they were";
 }
@@ -123,22 +124,7 @@ void DateStrip::Undo() {
     for (const DateChange& change : m.state.DatesSet) m.state.DatesTakenBack.push_back(change.path);
     m.state.DatesSet.clear();
     Hide();
-    Say(said.starts_with("NOT") ? said : "Undone: " + said);
-}
-
-void DateStrip::Say(const std::string& text) {
-    m.shell.ShowMessage(text);
-    m_said = text;
-    m_saidOf = m.state.Filename;
-    m_sinceSaid.start();
-}
-
-// The picture is fitted anew where the strip had taken of its room, which wipes the message line.
-void DateStrip::SayAgain() {
-    if (m_said.empty()) return;
-    if (m.state.Filename == m_saidOf && m_sinceSaid.elapsed() < kFitted)
-        m.shell.ShowMessage(m_said);
-    m_said.clear();
+    m.shell.ShowMessage(said.find("NOT undone") != std::string::npos ? said : "Undone: " + said);
 }
 
 void DateStrip::Close() {
@@ -148,10 +134,10 @@ void DateStrip::Close() {
 }
 
 void DateStrip::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape)
-        Close();
-    else
-        QWidget::keyPressEvent(event);
+    if (event->key() != Qt::Key_Escape) return QWidget::keyPressEvent(event);
+    m_notNow = true; // the question comes again with the next start
+    m.state.DatesSet.clear();
+    Hide();
 }
 
 } // namespace tarn

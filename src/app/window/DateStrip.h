@@ -4,7 +4,6 @@
 
 #include "desk/Context.h"
 
-#include <QElapsedTimer>
 #include <QTimer>
 #include <QWidget>
 
@@ -32,16 +31,12 @@ private:
     std::string PutBack();
     void Undo();
     void Close();
-    void Say(const std::string& text);
-    void SayAgain();
 
     Context& m;
     frmMain& m_window;
     ElidedLabel* m_text;
     QTimer m_later;
-    std::string m_said; // about the file shown, which the pane may be drawn anew for
-    std::string m_saidOf;
-    QElapsedTimer m_sinceSaid;
+    bool m_notNow = false; // put away unanswered, for this run
 };
 
 } // namespace tarn

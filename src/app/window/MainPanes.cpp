@@ -76,7 +76,7 @@ void frmMain::ShowNotice(bool shown) {
     const QSize before = m_panes->size();
     SetLeastArea(m_scroll->size());
     LayOutNow();
-    if (onResize && m_panes->size() != before) onResize();
+    if (onRefit && m_panes->size() != before) onRefit();
 }
 
 void frmMain::Moved() {

@@ -3,6 +3,7 @@
 #include "app/help/KeysPage.h"
 #include "app/help/frmHelp.h"
 #include "app/window/FaultList.h"
+#include "common/paths.h"
 #include "desk/controls/SlideButtons.h"
 #include "platform/ProgramFiles.h"
 #include "platform/QtText.h"
@@ -134,9 +135,11 @@ void ShellRoom::ShowIfNoMessage(const std::string& text) {
     if (m.controls.FileDateText->text().isEmpty()) ShowMessage(text);
 }
 
-// One file is named by the message itself.
+// One file that the message itself names needs no list.
 void ShellRoom::ShowFaults(const std::string& text, const std::vector<FileFault>& faults) {
-    if (faults.size() < 2) return;
+    if (m_faults) m_faults->close(); // of the batch before
+    if (faults.empty()) return;
+    if (faults.size() == 1 && text.find(LastPart(faults[0].path)) != std::string::npos) return;
     if (!m_faults) m_faults = std::make_unique<FaultList>(m_window, m.clipboard);
     m_faults->ShowFaults(text, faults);
 }

@@ -58,6 +58,7 @@ public:
     double ChangeListFont(double by);
 
     std::function<void()> onResize;                 // the size has changed, after the layout
+    std::function<void()> onRefit;                  // the pane alone has, by a strip
     std::function<void()> onSizedBySystem;          // behind that, when it was not the program
     std::function<void()> onEscape;                 // Esc while the pane is alone
     std::function<void()> onClose;                  // the window is asked to close

@@ -12,6 +12,7 @@ namespace tarn {
 BatchRun::BatchRun(Context& context, QPushButton* ownCancel)
     : m(context), m_cancel(ownCancel ? *ownCancel : *context.controls.BatchCancelButton),
       m_focusBefore(QApplication::focusWidget()) {
+    m.shell.ShowFaults({}, {}); // those of the batch before say nothing of this one
     m.state.BatchRuns = true;
     m.state.BatchCancelled = false;
     m_cancel.show();

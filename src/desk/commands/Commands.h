@@ -211,7 +211,8 @@ public:
     }
     virtual void ShowMessage(const std::string&) = 0;     // the message line, FileDateText
     virtual void ShowIfNoMessage(const std::string&) = 0; // the same, unless a text stands there
-    // A batch has ended: which files failed and why, in a window that takes no keyboard.
+    // A batch has ended: which files failed and why, in a window that takes no keyboard; none puts
+    // it away.
     virtual void ShowFaults(const std::string& text, const std::vector<FileFault>& faults) = 0;
     virtual void ShowStatus(const std::string&) = 0; // the status bar
     virtual void ShowError(const std::string&) = 0;  // Label_error; empty hides it

@@ -12,7 +12,7 @@ namespace tarn {
 
 namespace {
 
-enum Flags { kCheck = 1, kOneOf = 2, kHidden = 4, kDisabled = 8, kInPanes = 16 };
+enum Flags { kCheck = 1, kOneOf = 2, kHidden = 4, kDisabled = 8, kInPanes = 16, kRepeats = 32 };
 
 QAction* AddEntry(QWidget& to, const char* name, const char* caption, const char* key,
                   const char* shortcut, int flags) {
@@ -25,6 +25,7 @@ QAction* AddEntry(QWidget& to, const char* name, const char* caption, const char
     auto* entry = new QAction(text, &to);
     entry->setObjectName(QString::fromLatin1(name));
     if (*shortcut) entry->setShortcut(QKeySequence(QString::fromLatin1(shortcut)));
+    entry->setAutoRepeat(flags & kRepeats); // most commands are for one press
     entry->setCheckable(flags & (kCheck | kOneOf));
     entry->setVisible(!(flags & kHidden));
     entry->setEnabled(false);

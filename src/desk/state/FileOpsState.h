@@ -27,6 +27,12 @@ struct FileOpsState {
     std::vector<DateChange> DatesSet;        // by viewing, as long as that has not been said
     std::vector<std::string> DatesTakenBack; // paths, left alone until then
 
+    // The user has set the file's date by a command: it is no longer to be taken back.
+    void DateWasAskedFor(const std::string& path) {
+        std::erase_if(DatesSet, [&path](const DateChange& change) { return change.path == path; });
+        std::erase(DatesTakenBack, path);
+    }
+
     bool ConvertJpgAddFN = true;
     std::string ConvertJpgText; // typed
     std::string ConvertJpgLines = "1";
