@@ -9,6 +9,7 @@
 #include "imaging/fits/ImageChoice.h"
 #include "imaging/fits/SkyFile.h"
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -48,7 +49,7 @@ inline void TrySkyFile(const std::string& path) {
     Demand(header.has_value() == error.empty() && header.has_value() == !facts.lines.empty());
     if (!header) return;
     Demand(header->width > 0 && header->height > 0);
-    for (const int image : {0, header->images - 1}) {
+    for (const int image : std::set{0, header->images - 1}) {
         const ReadsImage one(image);
         const auto each = ReadSkyHeader(path, error);
         const std::uint64_t pixels =

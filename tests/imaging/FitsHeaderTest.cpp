@@ -111,6 +111,7 @@ TEST_F(FitsHeaderTest, RowsBehindTheFormat) {
                          "  RA and Dec: 05 35 17, -05 23 28", "        Site: 46.5, 7.98"}));
     EXPECT_EQ(Row({{"OFFSET", "10"}, {"BLKLEVEL", "20"}}, "Offset"), "10");
     EXPECT_EQ(Row({{"XBINNING", "3"}}, "Binning"), "3 x 3");
+    EXPECT_EQ(Row({{"CCD-TEMP", "180.2"}}, "Temperature"), "180.2 K");
     EXPECT_EQ(Row({{"RA", "83.82"}}, "RA and Dec"), "none");
 }
 

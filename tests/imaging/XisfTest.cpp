@@ -284,6 +284,8 @@ TEST_F(XisfTest, WhatIsNotReadIsToldWithTheBlock) {
     EXPECT_EQ(fault("compression=\"zlib", "compression=\"zstd", Large("zlib")), unpacks);
     XisfPicture text;
     text.place = "inline:hex";
+    EXPECT_EQ(fault(">0000", ">    ", text), "shown");
+    EXPECT_EQ(error, block + "is smaller than its picture");
     EXPECT_EQ(fault(">0000", ">0x00", text), cannot + "block of image 1: a sign in it is no hex");
 }
 

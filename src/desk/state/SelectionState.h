@@ -29,7 +29,7 @@ struct SelectionState {
     std::string WebTypes = "*.html;*.css";
     std::string FitsTypes = "*.fits;*.fit";
     std::string XisfTypes = "*.xisf"; // listed with those, and so are FITS files that are packed
-    std::string PackedFitsTypes = "*.fits.gz;*.fit.gz;*.fz";
+    std::string PackedFitsTypes = "*.fit*.gz;*.fz";
     std::string FitsClassTypes() const {
         std::string types = FitsTypes;
         for (const std::string* more : {&XisfTypes, &PackedFitsTypes})

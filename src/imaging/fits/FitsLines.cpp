@@ -48,6 +48,12 @@ std::string With(const std::string& number, const char* unit) {
     return number.empty() ? std::string() : PlainNumber(number) + unit;
 }
 
+// Some write that of a sensor from absolute zero on.
+std::string TemperatureText(const std::string& written) {
+    constexpr double kBoiling = 100;
+    return With(written, ParseNumber(written).value_or(0) > kBoiling ? " K" : " C");
+}
+
 std::string FormatText(const FitsHeader& header) {
     std::string text = std::to_string(std::abs(header.bits)) + " bit";
     if (header.bits < 0) text += " floating point";
@@ -94,7 +100,7 @@ std::vector<std::string> FitsLines(const FitsHeader& header) {
     add("    Observed: ", ShownFitsDate(header));
     add("    Exposure: ", With(header.exposure, "s"));
     add("        Gain: ", PlainNumber(header.gain));
-    add(" Temperature: ", With(header.temperature, " C"));
+    add(" Temperature: ", TemperatureText(header.temperature));
     add("      Filter: ", header.filter);
     add("   Telescope: ", header.telescope);
     add("      Camera: ", header.camera);

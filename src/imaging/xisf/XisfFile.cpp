@@ -161,6 +161,9 @@ std::optional<FitsSamples> ReadXisfSamples(const std::string& path, int image, s
     if (!found) return std::nullopt;
     const auto bytes = ReadXisfBlock(::fileno(file.get()), found->block, error);
     if (!bytes) return std::nullopt;
+    if (bytes->count < found->Bytes() && error.empty())
+        error =
+            "The XISF file cannot be read: " + found->block.name + " is smaller than its picture";
     FitsSamples samples;
     samples.header = found->header;
     samples.range = found->range;
