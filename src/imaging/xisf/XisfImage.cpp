@@ -188,11 +188,11 @@ std::string TakePacking(std::string_view packing, std::string_view pieces, XisfB
     if (found == std::end(kCodecs)) return "is packed in an unknown way";
     to.codec = found->second;
     const auto unpacked = parts.size() > 1 ? WholeNumber(parts[1]) : std::nullopt;
-    const auto item = parts.size() > 2 ? WholeNumber(parts[2]) : std::nullopt;
-    if (!unpacked || (shuffled && (!item || *item < 1 || *item > *unpacked)))
+    const std::uint64_t item = parts.size() > 2 ? WholeNumber(parts[2]).value_or(0) : 0;
+    if (!unpacked || (shuffled && (item < 1 || item > *unpacked)))
         return "does not say how it is packed";
     to.unpacked = *unpacked;
-    to.shuffled = shuffled ? std::size_t(*item) : 0;
+    to.shuffled = shuffled ? std::size_t(item) : 0;
     if (pieces.empty()) return {};
     for (const std::string& piece : Split(pieces, ':')) {
         const auto sizes = WholeNumbers(piece, ',');
