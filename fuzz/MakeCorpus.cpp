@@ -53,6 +53,7 @@ void AddPictures(Corpus& corpus) {
     for (const auto& [name, start] :
          {std::pair{"jpeg", "\xFF\xD8\xFF\xE1"s},
           {"fits", "SIMPLE  =                    T"s},
+          {"xisf", "XISF0100"s},
           {"raw", "II*\0\x10\0\0\0CR\2\0"s},
           {"raw_cut", "II*\0"s},
           {"raw_open", "II*\0\x08\0\0\0\1\0\x12\xC6\1\0\4\0\0\0\1\4\0\0"s},
