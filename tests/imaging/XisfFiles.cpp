@@ -141,8 +141,8 @@ std::string XisfBytesOf(const std::string& header, const std::string& data) {
 }
 
 std::string XisfBytes(const std::vector<XisfPicture>& pictures) {
-    std::vector<Block> blocks;
-    for (const XisfPicture& each : pictures) blocks.push_back(BlockOf(each));
+    std::vector<Block> blocks(pictures.size());
+    std::transform(pictures.begin(), pictures.end(), blocks.begin(), BlockOf);
     std::string header;
     std::string data;
     for (std::size_t start = kStart;; start += kStart) {

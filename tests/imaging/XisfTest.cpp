@@ -53,7 +53,7 @@ XisfPicture Large(const std::string& codec) {
     XisfPicture picture;
     picture.width = picture.height = 40;
     picture.codec = codec;
-    picture.sample = [](std::size_t i) { return double(i / 10); };
+    picture.sample = [](std::size_t i) { return std::floor(double(i) / 10); };
     return picture;
 }
 

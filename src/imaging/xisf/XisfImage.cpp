@@ -112,8 +112,8 @@ std::string ValueOf(const pugi::xml_node& property, double factor) {
 
 Words WordsOf(const pugi::xml_node& image) {
     Words words;
-    const auto add = [&](const std::string& name, std::string value) {
-        if (!value.empty()) words.try_emplace(name, std::move(value));
+    const auto add = [&](const std::string& name, const std::string& value) {
+        if (!value.empty()) words.try_emplace(name, value);
     };
     for (const pugi::xml_node& keyword : image.children("FITSKeyword"))
         add(ToUpper(keyword.attribute("name").value()),
