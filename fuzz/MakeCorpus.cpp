@@ -1,5 +1,6 @@
 // Writes inputs for the targets to begin with: a folder for each target into the folder given.
 #include "FitsFiles.h"
+#include "XisfFiles.h"
 #include "clips/SerWriter.h"
 #include "support/ExifBuilder.h"
 
@@ -52,6 +53,7 @@ void AddPictures(Corpus& corpus) {
     for (const auto& [name, start] :
          {std::pair{"jpeg", "\xFF\xD8\xFF\xE1"s},
           {"fits", "SIMPLE  =                    T"s},
+          {"xisf", "XISF0100"s},
           {"raw", "II*\0\x10\0\0\0CR\2\0"s},
           {"raw_cut", "II*\0"s},
           {"raw_open", "II*\0\x08\0\0\0\1\0\x12\xC6\1\0\4\0\0\0\1\4\0\0"s},
@@ -100,6 +102,12 @@ void AddTelescopes(Corpus& corpus) {
                "NAXIS2  =                    6\nPCOUNT  =                    0\n"
                "GCOUNT  =                    1\nEND\n-" +
                    samples);
+    corpus.Add("fits", "cube",
+               "F" + FitsBytes(16, {3, 4, 4, 2}, [](std::size_t i) { return double(i); }));
+    corpus.Add("fits", "pixels",
+               "F" + FitsBytes(8, {3, 4, 5}, [](std::size_t i) { return double(i); }));
+    corpus.Add("fits", "gzip",
+               "F" + Gzipped(FitsBytes(8, {4, 2}, [](std::size_t i) { return double(i); })));
     const std::string packed =
         "LSIMPLE  =                    T\nBITPIX  =                    8\n"
         "NAXIS   =                    0\nEXTEND  =                    T\nEND\n+"
@@ -121,7 +129,37 @@ void AddTelescopes(Corpus& corpus) {
     corpus.Add("fits", "no_size", std::string(packed).replace(packed.find("ZTILE1") + 29, 1, "0"));
     corpus.Add("fits", "no_number",
                std::string(packed).replace(packed.find("ZNAXIS2 ") + 8, 2, broken));
+}
 
+// As they are, and one in the form that is short.
+void AddXisf(Corpus& corpus) {
+    XisfPicture picture;
+    picture.elements = "<FITSKeyword name=\"OBJECT\" value=\"'M 31'\"/>"
+                       "<Property id=\"Observation:Time:Start\" value=\"2024-11-05T21:14:33Z\"/>"
+                       "<ColorFilterArray pattern=\"RGGB\" width=\"2\" height=\"2\"/>";
+    corpus.Add("xisf", "mosaic", "X" + XisfBytes({picture}));
+    picture.elements.clear();
+    picture.place = "embedded";
+    picture.shuffled = true;
+    for (const char* codec : {"zlib", "lz4", "zstd"}) {
+        picture.codec = codec;
+        corpus.Add("xisf", codec, "X" + XisfBytes({picture}));
+    }
+    picture.codec = "";
+    picture.place = "inline:hex";
+    picture.format = "Float32";
+    picture.attributes = "bounds=\"0:6\" checksum=\"sha-1:00\"";
+    corpus.Add("xisf", "hex", "X" + XisfBytes({picture, picture}));
+    corpus.Add("xisf", "colour",
+               "-<xisf><Image geometry=\"2:1:3\" sampleFormat=\"UInt8\" colorSpace=\"RGB\" "
+               "pixelStorage=\"Normal\" location=\"attachment:140:6\"/></xisf>" +
+                   std::string(12, '\0'));
+    corpus.Add("xisf", "pieces",
+               "-<xisf><Image geometry=\"2:1:1\" sampleFormat=\"UInt8\" compression=\"lz4:2\" "
+               "subblocks=\"2,1:2,1\" location=\"inline:base64\">EGEQYg==</Image></xisf>");
+}
+
+void AddClips(Corpus& corpus) {
     SerClip clip;
     clip.width = 4;
     clip.height = 2;
@@ -206,6 +244,8 @@ int main(int argc, char** argv) {
     Corpus corpus(argv[1]);
     AddPictures(corpus);
     AddTelescopes(corpus);
+    AddXisf(corpus);
+    AddClips(corpus);
     AddTexts(corpus);
     return corpus.Written() ? 0 : 1;
 }

@@ -1,6 +1,8 @@
 #include "console/InfoCommand.h"
 
 #include "console/Arguments.h"
+#include "imaging/fits/FitsLines.h"
+#include "pictureinfo/CameraDataText.h"
 #include "pictureinfo/JpegFrame.h"
 #include "pictureinfo/PictureFile.h"
 #include "pictureinfo/PictureInfoReader.h"
@@ -30,9 +32,9 @@ public:
         m_info.ImageHeight = look.height;
         m_reader.ReadTaken(m_info);
         if (!WasRead()) return;
+        AddOwnFacts(m_info, look.cameraDate, look.lines);
         Print("== ", path, "\n");
         for (const std::string& row : m_info.PanelRows) Print(row, "\n");
-        for (const std::string& row : look.lines) Print(row, "\n");
     }
 
     void PrintDates(const std::string& path) {
@@ -40,6 +42,7 @@ public:
         m_info.CameraDate.clear();
         m_info.PictureDate.clear();
         m_reader.ReadCameraDate(m_info);
+        if (m_info.NoExif) TakeOwnDate();
         if (WasRead()) Print(path, "\t", m_info.CameraDate, "\t", m_info.PictureDate, "\n");
     }
 
@@ -68,6 +71,11 @@ private:
         ComplainOfFile(m_info.Filename, "cannot be read");
         m_exitStatus = kExitFailedFile;
         return false;
+    }
+
+    void TakeOwnDate() {
+        m_info.CameraDate = SkyFactsOf(m_info.Filename).cameraDate;
+        m_info.PictureDate = ShownCameraDate(m_info.CameraDate).value_or("");
     }
 
     const PictureLooker& m_lookAt;

@@ -27,6 +27,7 @@ struct PictureLook {
     int width = 0; // pixels; 0 x 0 when no reader knows the file
     int height = 0;
     std::vector<std::string> lines; // rows that only pictures of telescopes have
+    std::string cameraDate;         // and their date, in the form of a camera's
 };
 using PictureLooker = std::function<PictureLook(const std::string& path)>;
 

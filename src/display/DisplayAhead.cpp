@@ -70,7 +70,7 @@ void DisplayRoom::ExpectNeighbours() {
     const auto isPicture = [&](int row) {
         const std::string type = FileTypeOf(list.Text(row));
         return type != ".TXT" &&
-               (IsListedType(s.PictureTypes, type) || IsListedType(s.FitsTypes, type) ||
+               (IsListedType(s.PictureTypes, type) || IsListedType(s.FitsClassTypes(), type) ||
                 IsListedType(s.RawTypes, type));
     };
     std::vector<PictureWish> wishes;

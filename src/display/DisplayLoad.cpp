@@ -8,7 +8,7 @@
 #include "display/frmOnetoOne.h"
 #include "imaging/PicturesAhead.h"
 #include "imaging/Placeholder.h"
-#include "imaging/fits/FitsFile.h"
+#include "imaging/fits/SkyFile.h"
 #include "platform/Files.h"
 #include "platform/ProgramFiles.h"
 #include "platform/Sound.h"
@@ -141,7 +141,7 @@ void DisplayRoom::ShowLoadError(const std::string& error) {
 // of a telescope stands in the line of messages.
 void DisplayRoom::TellFitsError(const std::string& error) {
     const bool quiet = !PlaceholderFor(m.state.FileType).showsError;
-    if (!error.empty() && quiet && IsFitsFile(m.state.Filename))
+    if (!error.empty() && quiet && IsSkyFile(m.state.Filename))
         m.shell.ShowMessage(error + " - " + m.state.FileNameOnly);
 }
 

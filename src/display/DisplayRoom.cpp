@@ -23,6 +23,8 @@ void DisplayRoom::ConnectControls() {
     Connect(c.ZoomInButton, [this] { Zoom(1); });
     Connect(c.ZoomOutButton, [this] { Zoom(-1); });
     Connect(c.FitToPaneButton, [this] { FitToPaneButton_Click(); });
+    Connect(c.NextImageButton, [this] { NextImageButton_Click(); });
+    Connect(c.PrevImageButton, [this] { PrevImageButton_Click(); });
     Connect(c.OneXcheck, [this] { OneXcheck_Click(); });
     Connect(c.TwoXcheck, [this] { TwoXcheck_Click(); });
     m.current.Follow([this] {

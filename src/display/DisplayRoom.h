@@ -60,6 +60,10 @@ public:
     // How pictures of telescopes are stretched for the screen.
     void StretchButton_Click();
 
+    // Another picture of a file that has several.
+    void NextImageButton_Click() { ShowImage(+1); }
+    void PrevImageButton_Click() { ShowImage(-1); }
+
     void OneXcheck_Click();
     void TwoXcheck_Click();
 
@@ -91,6 +95,8 @@ private:
     void UpdatePictureWindows(); // to the current file; at a clip or page the 1:1 window is blank
 
     void FollowStretch();
+    void EnableImageSteps();
+    void ShowImage(int step);
     void ShowStretched(const QImage& pixels);
     void Restretch();
 

@@ -1,6 +1,7 @@
-// Pictures of telescopes as they are stretched otherwise while they stand on the screen.
+// Pictures of telescopes while they stand on the screen: stretched otherwise, another of the file.
 #include "display/DisplayRoom.h"
 #include "display/frmStretch.h"
+#include "imaging/fits/ImageChoice.h"
 
 #include <QAction>
 
@@ -22,7 +23,25 @@ bool DisplayRoom::IsFits() const {
 
 void DisplayRoom::FollowStretch() {
     SetEnabled(m.controls.StretchButton, IsFits());
+    EnableImageSteps();
     if (m_stretch && m_stretch->isVisible()) m_stretch->Follow();
+}
+
+void DisplayRoom::EnableImageSteps() {
+    const SkyFacts sky = IsFits() ? m_turned.Facts()->sky : SkyFacts();
+    SetEnabled(m.controls.NextImageButton, sky.image + 1 < sky.images);
+    SetEnabled(m.controls.PrevImageButton, sky.image > 0);
+}
+
+void DisplayRoom::ShowImage(int step) {
+    if (!IsFits() || m.state.Kind != FileKind::Picture) return;
+    const PictureFacts facts = *m_turned.Facts();
+    const int image = facts.sky.image + step;
+    if (image < 0 || image >= facts.sky.images) return;
+    ChooseImage({facts.look.device, facts.look.inode, image});
+    ReloadShownPicture();
+    m.shell.ShowMessage("Image " + std::to_string(image + 1) + " of " +
+                        std::to_string(facts.sky.images) + " in the file");
 }
 
 // Only the preview, and only until the decoders are told.

@@ -2,7 +2,6 @@
 
 #include "display/Histogram.h"
 #include "imaging/Pixels.h"
-#include "imaging/fits/FitsFile.h"
 #include "widgets/Named.h"
 #include "widgets/WindowPlaces.h"
 
@@ -146,12 +145,8 @@ void frmStretch::ReadPicture() {
     }
     m_file = {facts->look.device, facts->look.inode, m_pixels->Bits(), m_pixels->Channels()};
     const StretchChoice choice = CurrentStretchChoice();
-    StretchChoice bent = choice;
-    bent.linear = false;
-    const Stretch& automatic = m_pixels->Automatic();
-    const Stretch& own = bent.For(m_file, automatic, automatic);
-    m_automatic = &own == &automatic;
-    m_stretch = own;
+    m_automatic = !choice.IsFixedFor(m_file);
+    m_stretch = m_automatic ? m_pixels->Automatic() : *choice.fixed;
     m_lock->setChecked(choice.locked);
     m_linear->setChecked(choice.linear);
     SetSliders(true);

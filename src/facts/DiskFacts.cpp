@@ -3,6 +3,7 @@
 #include "common/dates.h"
 #include "imaging/PictureLoader.h"
 #include "imaging/fits/FitsLines.h"
+#include "pictureinfo/CameraDataText.h"
 #include "pictureinfo/PictureFile.h"
 
 #include <filesystem>
@@ -41,8 +42,10 @@ const PictureInfo& DiskFacts::Read(const std::string& path) {
         m_reader.ReadPictureInfo(m_info, file);
     }
     if (m_info.ExpOrientation != 0 && header.upright) m_info.ExpOrientation = 1;
-    if (header.fits)
-        for (std::string& line : FitsLinesOf(path)) m_info.PanelRows.push_back(std::move(line));
+    if (header.fits) {
+        const SkyFacts sky = SkyFactsOf(path);
+        AddOwnFacts(m_info, sky.cameraDate, sky.lines);
+    }
     return m_info;
 }
 

@@ -4,6 +4,7 @@
 #include "imaging/PicturesAhead.h"
 #include "imaging/Placeholder.h"
 #include "imaging/Upright.h"
+#include "pictureinfo/CameraDataText.h"
 #include "platform/ProgramFiles.h"
 
 #include <algorithm>
@@ -36,6 +37,7 @@ ReadPicture PictureReading::Read(const std::string& path, QSize wanted) {
     m_info.ImageHeight = read.picture.Height();
     const PictureFacts& facts = *read.picture.Facts();
     m_reader.ReadPictureInfo(m_info, PictureFile(facts.look, facts.front));
+    AddOwnFacts(m_info, facts.sky.cameraDate, facts.sky.lines);
     if (!read.picture.IsUpright()) TurnUpright(m_info.ExpOrientation, read.picture);
     return read;
 }

@@ -1,7 +1,7 @@
 // Pictures of telescopes, stretched for the screen while they are decoded.
 #include "imaging/PictureFormat.h"
-#include "imaging/fits/FitsFile.h"
 #include "imaging/fits/FitsPixels.h"
+#include "imaging/fits/SkyFile.h"
 
 #include <sys/stat.h>
 
@@ -16,7 +16,7 @@ std::string NameOf(std::FILE* file) {
 }
 
 QSize FitsSize(std::FILE* file, std::string& error) {
-    const auto header = ReadFitsHeader(NameOf(file), error);
+    const auto header = ReadSkyHeader(NameOf(file), error);
     if (!header) return {};
     if (1LL * header->width * header->height <= PictureMemoryLimit() / kWorkBytes)
         return {header->width, header->height};
@@ -40,7 +40,7 @@ QImage DecodeFits(std::FILE* file, QSize wanted, std::string& error) {
     const StretchedFile itself{static_cast<std::int64_t>(facts.st_dev),
                                static_cast<std::int64_t>(facts.st_ino), pixels->Bits(),
                                pixels->Channels()};
-    const Stretch& stretch = choice.For(itself, pixels->Automatic(), straight);
+    const Stretch stretch = choice.For(itself, pixels->Automatic(), straight);
     pixels->ToRgb(stretch, reinterpret_cast<std::uint32_t*>(picture.bits()),
                   std::size_t(picture.bytesPerLine()) / sizeof(std::uint32_t));
     return picture;

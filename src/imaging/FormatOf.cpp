@@ -1,6 +1,7 @@
 #include "imaging/FormatOf.h"
 
-#include "imaging/fits/FitsFile.h"
+#include "imaging/fits/FitsHeader.h"
+#include "imaging/fits/PackedFits.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -80,7 +81,8 @@ const PictureFormat& FormatOf(std::FILE* file) {
     std::rewind(file);
     const std::string_view start = bytes;
     if (start.starts_with("\xFF\xD8\xFF"sv)) return kJpegFormat;
-    if (start.starts_with(kFitsStart)) return kFitsFormat;
+    if (start.starts_with(kFitsStart) || start.starts_with(kXisfStart) || IsPackedFits(start))
+        return kFitsFormat;
     if (IsRaw(start)) return kRawFormat;
     if (IsHeif(start)) return kHeifFormat;
     if (start.starts_with("\xFF\x0A"sv) || start.starts_with("\0\0\0\x0CJXL \r\n\x87\n"sv))

@@ -2,6 +2,7 @@
 
 #include "imaging/PictureFormat.h"
 #include "imaging/fits/FitsLibrary.h"
+#include "imaging/xisf/XisfLibraries.h"
 #include "platform/Modules.h"
 
 #include <cstdio> // which libjpeg needs
@@ -52,6 +53,8 @@ std::string Running(Versions asked, const char* name) {
 } // namespace
 
 std::vector<Library> ImagingLibraries(Versions asked) {
+    const XisfVersions built = XisfLibrariesBuilt();
+    const XisfVersions runs = asked == Versions::AsBuilt ? XisfVersions() : XisfLibrariesRun();
     return {
         {"libjpeg", kJpegBuilt, ""},
         {"CFITSIO", FitsLibraryBuilt(), asked == Versions::AsBuilt ? "" : FitsLibraryRuns()},
@@ -62,6 +65,11 @@ std::vector<Library> ImagingLibraries(Versions asked) {
          JxlVersion(JPEGXL_MAJOR_VERSION * 1000000U + JPEGXL_MINOR_VERSION * 1000U +
                     JPEGXL_PATCH_VERSION),
          Running(asked, "jxl")},
+        {"pugixml", built.pugixml, ""},
+        {"zlib", built.zlib, runs.zlib},
+        {"LZ4", built.lz4, runs.lz4},
+        {"Zstandard", built.zstd, runs.zstd},
+        {"Nettle", built.nettle, runs.nettle},
     };
 }
 

@@ -3,12 +3,12 @@
 #pragma once
 
 #include "common/file_look.h"
+#include "imaging/fits/FitsLines.h"
 
 #include <QSize>
 
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace tarn {
 
@@ -23,7 +23,7 @@ struct PictureFacts {
     FileLook look; // the file that all this was read from
     PictureHeader header;
     std::optional<std::string> front; // its first bytes; none when they could not be read
-    std::vector<std::string> fitsLines;
+    SkyFacts sky;                     // of a telescope's picture
 };
 
 } // namespace tarn

@@ -4,10 +4,10 @@
 #include "imaging/ColorProfiles.h"
 #include "imaging/FormatOf.h"
 #include "imaging/Pixels.h"
-#include "imaging/fits/FitsFile.h"
-#include "imaging/fits/FitsHeader.h"
 #include "imaging/fits/FitsLines.h"
+#include "imaging/fits/ImageChoice.h"
 #include "imaging/fits/ScreenStretch.h"
+#include "imaging/fits/SkyFile.h"
 
 #include <QColorSpace>
 
@@ -96,6 +96,9 @@ QSize SizeOf(const PictureFormat& format, std::FILE* file, std::string& error) {
 
 std::shared_ptr<PictureSource> MakeSource(const std::string& path, std::FILE* file,
                                           const PictureFormat& format, std::string& error) {
+    const FileLook look = LookOf(file);
+    const int image = ChosenImage(look.device, look.inode);
+    const ReadsImage one(image);
     const QSize size = SizeOf(format, file, error);
     if (!error.empty()) return nullptr;
     if (!FitsIntoMemory(size)) {
@@ -103,7 +106,7 @@ std::shared_ptr<PictureSource> MakeSource(const std::string& path, std::FILE* fi
                 std::to_string(size.height()) + " pixels does not fit into memory";
         return nullptr;
     }
-    return std::make_shared<PictureSource>(path, format, size, LookOf(file));
+    return std::make_shared<PictureSource>(path, format, size, look, image);
 }
 
 PictureHeader HeaderOf(const FileHandle& file) {
@@ -137,6 +140,7 @@ QImage PictureSource::Decode(QSize wanted, std::string& error) {
     if (!Covers(wanted)) {
         const FileHandle file = OpenFile(m_path, error);
         if (!file) return {};
+        const ReadsImage one(m_image);
         const FileLook look = LookOf(file.get());
         const std::int64_t generation = StretchGeneration();
         if (!look.IsSameFile(m_look) || SizeOf(m_format, file.get(), error) != m_size) {
@@ -179,11 +183,12 @@ void PictureSource::TakeFacts(std::FILE* file, const FileLook& look) {
         PictureFacts{look,
                      {m_size, IsUpright(), fits},
                      FrontOf(file),
-                     fits ? FitsLinesOf(NameOfOpen(::fileno(file))) : std::vector<std::string>()});
+                     fits ? SkyFactsOf(NameOfOpen(::fileno(file))) : SkyFacts()});
 }
 
 bool PictureSource::IsOutOfDate() const {
-    return &m_format == &kFitsFormat && m_generation != StretchGeneration();
+    return &m_format == &kFitsFormat && (m_generation != StretchGeneration() ||
+                                         m_image != ChosenImage(m_look.device, m_look.inode));
 }
 
 void PictureSource::TimesWereSet(const FileLook& now) {

@@ -21,8 +21,10 @@ struct PictureFormat;
 // whose libraries turn them. For one thread at a time.
 class PictureSource {
 public:
-    PictureSource(std::string path, const PictureFormat& format, QSize size, const FileLook& look)
-        : m_path(std::move(path)), m_format(format), m_size(size), m_look(look) {}
+    // `image`: of the file's pictures, from 0.
+    PictureSource(std::string path, const PictureFormat& format, QSize size, const FileLook& look,
+                  int image)
+        : m_path(std::move(path)), m_format(format), m_size(size), m_look(look), m_image(image) {}
 
     // Pixels of the file as stored, from its header; 0 x 0 when the header does not say.
     QSize Size() const { return m_size; }
@@ -46,7 +48,7 @@ public:
     const std::shared_ptr<const PictureFacts>& Facts() const { return m_facts; }
 
     // Whether another stretch has been chosen since Decode, by which the picture would look
-    // otherwise.
+    // otherwise, or another of the file's pictures.
     bool IsOutOfDate() const;
 
     // The program has set the file's times itself: what was read of it counts for the new ones.
@@ -70,6 +72,7 @@ private:
     const PictureFormat& m_format;
     QSize m_size;
     FileLook m_look;
+    int m_image;
     std::int64_t m_generation = 0; // of the stretch
     std::shared_ptr<const PictureFacts> m_facts;
     QImage m_decoded;

@@ -8,7 +8,7 @@ namespace {
 
 std::string WithFitsAndRaw(std::string types, const SelectionState& state,
                            const ClassBoxes& boxes) {
-    if (boxes.fits) types = JoinPatterns(types, state.FitsTypes);
+    if (boxes.fits) types = JoinPatterns(types, state.FitsClassTypes());
     if (boxes.raw) types = JoinPatterns(types, state.RawTypes);
     return types;
 }

@@ -26,7 +26,7 @@ const char* WordOf(FileClass fileClass) {
 
 } // namespace
 
-const std::string& TypesOf(const SelectionState& state, FileClass fileClass) {
+std::string TypesOf(const SelectionState& state, FileClass fileClass) {
     switch (fileClass) {
     case FileClass::Pictures:
         break;
@@ -35,7 +35,7 @@ const std::string& TypesOf(const SelectionState& state, FileClass fileClass) {
     case FileClass::Web:
         return state.WebTypes;
     case FileClass::Fits:
-        return state.FitsTypes;
+        return state.FitsClassTypes();
     case FileClass::Raw:
         return state.RawTypes;
     case FileClass::Text:

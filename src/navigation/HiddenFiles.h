@@ -15,7 +15,7 @@ enum class FileClass { Pictures, Videos, Web, Fits, Raw, Text };
 inline constexpr std::array kFileClasses{FileClass::Pictures, FileClass::Videos, FileClass::Web,
                                          FileClass::Fits,     FileClass::Raw,    FileClass::Text};
 
-const std::string& TypesOf(const SelectionState& state, FileClass fileClass);
+std::string TypesOf(const SelectionState& state, FileClass fileClass);
 
 struct HiddenFiles {
     FileClass fileClass = FileClass::Pictures;

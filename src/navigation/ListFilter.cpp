@@ -124,7 +124,7 @@ void ListFilter::WCheck_Click() {
 
 void ListFilter::FCheck_Click() {
     ProgramState& s = m.state;
-    s.FileTypes = TypesAfterTick(Boxes().fits, s.FileTypes, s.FitsTypes, m_fitsSaved);
+    s.FileTypes = TypesAfterTick(Boxes().fits, s.FileTypes, s.FitsClassTypes(), m_fitsSaved);
     ApplyFileTypes();
 }
 
@@ -145,7 +145,7 @@ void ListFilter::ListClassOf(const std::string& path) {
     const std::string name = LastPart(path);
     if (s.FilterActive || NamePatterns(s.FileTypes).Matches(name) || !m.files.Exists(path)) return;
     for (const FileClass each : kFileClasses) {
-        const std::string& types = TypesOf(s, each);
+        const std::string types = TypesOf(s, each);
         QCheckBox* box = BoxOf(each);
         if (types.empty() || box->isChecked() || !NamePatterns(types).Matches(name)) continue;
         box->setChecked(true);

@@ -2,6 +2,7 @@
 
 #include "desk/controls/DateEntries.h"
 #include "panel/frmDate.h"
+#include "pictureinfo/CameraDataText.h"
 #include "platform/QtText.h"
 
 namespace tarn {
@@ -30,7 +31,7 @@ void PictureInfoRoom::FixPictureDateButton_Click() {
 
 void PictureInfoRoom::ReadPictureInfo(const PictureFacts& facts) {
     m_reader.ReadPictureInfo(m.state, PictureFile(facts.look, facts.front));
-    for (const std::string& line : facts.fitsLines) m.state.PanelRows.push_back(line);
+    AddOwnFacts(m.state, facts.sky.cameraDate, facts.sky.lines);
     const MainControls& c = m.controls;
     m.state.HistoryListed = false;
     m.shell.ShowFileTexts();

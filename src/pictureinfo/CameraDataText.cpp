@@ -111,6 +111,18 @@ void SetPictureDateLine(PictureInfo& info) {
     if (weekday) info.CameraDataLines[1] = "Picture date: " + info.PictureDate + "  " + *weekday;
 }
 
+void AddOwnFacts(PictureInfo& info, std::string_view cameraDate,
+                 const std::vector<std::string>& rows) {
+    constexpr std::size_t kDateRow = 1;
+    const auto date = ShownCameraDate(cameraDate);
+    if (date && info.NoExif && info.PanelRows.size() > kDateRow) {
+        info.PictureDate = *date;
+        SetPictureDateLine(info);
+        info.PanelRows[kDateRow] = info.CameraDataLines[kDateRow];
+    }
+    info.PanelRows.insert(info.PanelRows.end(), rows.begin(), rows.end());
+}
+
 std::string ExposureTimeText(std::int32_t numerator, std::int32_t denominator) {
     const auto rounded = [](double a, double b) { return RoundHalfEven(a / b); };
     if (numerator < denominator) {

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tarn {
 
@@ -27,6 +28,11 @@ std::optional<std::string> ShownCameraDate(std::string_view bytes);
 
 // Line 1 from the picture's date; it stays as it is when that date has no weekday.
 void SetPictureDateLine(PictureInfo& info);
+
+// For a picture without camera data whose file tells of it in another way: its date, in the form of
+// a camera's, goes into PictureDate and its row, the further rows behind the others.
+void AddOwnFacts(PictureInfo& info, std::string_view cameraDate,
+                 const std::vector<std::string>& rows);
 
 // "1/125s", "00m 30s", "0" through a denominator of 0.
 std::string ExposureTimeText(std::int32_t numerator, std::int32_t denominator);

@@ -1,5 +1,6 @@
 // Runs the built program and looks at what it prints and how it ends.
 #include "FitsFiles.h"
+#include "XisfFiles.h"
 
 #include "console/Arguments.h"
 #include "support/ExifBuilder.h"
@@ -76,6 +77,36 @@ TEST(Tarn, PrintsDatesAndNeverThoseOfAnotherPicture) {
     const Outcome outcome = Tarn("info --date -- " + dated + " " + undated + " " + plain);
     EXPECT_EQ(outcome.out, expected);
     EXPECT_EQ(outcome.status, 0);
+}
+
+// A telescope's picture has the date of its exposure, in the panel, too.
+TEST(Tarn, DatesPicturesOfTelescopes) {
+    const TestFolder folder;
+    const std::vector<FitsWord> words{{"DATE-OBS", "'2024-11-05T21:14:33.5'"}};
+    const std::string sky = folder.Write("a.fit", NightSky(20, 10, words));
+    const std::string packed = folder.Write("a.fits.gz", Gzipped(NightSky(20, 10, words)));
+    const std::string undated = folder.Write("b.fit", NightSky(20, 10));
+    XisfPicture picture;
+    picture.elements = "<Property id=\"Observation:Time:Start\" value=\"2024-11-05T21:14:33Z\"/>";
+    const std::string xisf = folder.Write("c.xisf", XisfBytes({picture}));
+    const std::string date = "\t2024:11:05 21:14:33\t11/05/2024 9:14:33 PM\n";
+    EXPECT_EQ(Tarn("info --date " + sky + " " + packed + " " + undated + " " + xisf).out,
+              sky + date + packed + date + undated + "\t\t\n" + xisf + date);
+    const Outcome panel = Tarn("info " + xisf);
+    EXPECT_TRUE(Has(panel, "\nPicture date: 11/05/2024 9:14:33 PM  Tuesday\n")) << panel.out;
+    EXPECT_TRUE(Has(panel, "\n    Observed: 2024-11-05 21:14:33 UT\n")) << panel.out;
+}
+
+TEST(Tarn, SaysWhatIsWrongWithAnXisfFileInOneLine) {
+    const TestFolder folder;
+    XisfPicture picture;
+    picture.attributes = "checksum=\"sha-256:00\"";
+    const std::string path = folder.Write("a.xisf", XisfBytes({picture}));
+    const Outcome outcome = Tarn("convert " + path);
+    EXPECT_EQ(outcome.out, "tarn: " + path +
+                               ": The XISF file cannot be read: block of image 1: checksum "
+                               "SHA-256 differs\n");
+    EXPECT_EQ(outcome.status, 1);
 }
 
 TEST(Tarn, GoesOnBehindAFileThatCannotBeRead) {

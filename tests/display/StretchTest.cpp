@@ -1,8 +1,10 @@
 // Pictures of telescopes on the screen, and the window that stretches them.
 #include "Desk.h"
 #include "FitsFiles.h"
+#include "XisfFiles.h"
 
 #include "imaging/PicturesAhead.h"
+#include "imaging/fits/ImageChoice.h"
 #include "imaging/fits/ScreenStretch.h"
 
 #include <QAction>
@@ -78,6 +80,58 @@ TEST_F(StretchTest, WhatIsWrongWithAFileStandsInTheMessages) {
     EXPECT_EQ(d.controls.Picture1->Picture().width(), 75) << "the placeholder";
     EXPECT_FALSE(d.state.ImageLoaded);
     EXPECT_TRUE(d.controls.DeleteFitsButton->isVisibleTo(&d.window));
+}
+
+TEST_F(StretchTest, StepsThroughThePicturesOfAFile) {
+    const MainControls& c = d.controls;
+    const auto steps = [&] {
+        return std::pair(c.PrevImageButton->isEnabled(), c.NextImageButton->isEnabled());
+    };
+    const auto flat = [](std::size_t) { return 9.0; };
+    const std::string two = FitsBytes(16, {30, 20}, flat) + FitsExtension(16, {10, 5}, flat);
+    d.Show("one.fit", kSky);
+    EXPECT_EQ(steps(), std::pair(false, false));
+    d.Show("two.fit", two);
+    EXPECT_EQ(d.state.SizeText, "30 x 20");
+    EXPECT_EQ(steps(), std::pair(false, true));
+    c.NextImageButton->trigger();
+    EXPECT_EQ(d.state.SizeText, "10 x 5");
+    EXPECT_EQ(d.calls.back(), "message Image 2 of 2 in the file");
+    EXPECT_EQ(steps(), std::pair(true, false));
+    d.room.NextImageButton_Click(); // there is no third
+    EXPECT_EQ(d.state.SizeText, "10 x 5");
+    d.Show("other.fit", two);
+    EXPECT_EQ(d.state.SizeText, "30 x 20");
+    d.Show("two.fit", two);
+    EXPECT_EQ(d.state.SizeText, "10 x 5") << "its own again";
+    c.PrevImageButton->trigger();
+    EXPECT_EQ(d.state.SizeText, "30 x 20");
+    XisfPicture small;
+    small.width = 4;
+    d.Show("two.xisf", XisfBytes({XisfPicture(), small}));
+    c.NextImageButton->trigger();
+    EXPECT_EQ(d.state.SizeText, "4 x 2");
+    d.Show("a.jpg", JpegBytes(TellTale(75, 50)));
+    EXPECT_EQ(steps(), std::pair(false, false));
+    ChooseImage({});
+}
+
+TEST_F(StretchTest, WhatIsWrongWithAnXisfFileStandsOverThePicture) {
+    XisfPicture picture;
+    picture.attributes = "checksum=\"sha-1:00\"";
+    d.Show("sum.xisf", XisfBytes({picture}));
+    EXPECT_TRUE(d.state.ImageLoaded);
+    const std::string wrong = "error The XISF file cannot be read: block of image 1: ";
+    EXPECT_EQ(
+        std::count(d.calls.begin(), d.calls.end(), wrong + "checksum SHA-1 differs - sum.xisf"), 1);
+    picture.attributes.clear();
+    picture.codec = "zlib";
+    const std::string packed = XisfBytes({picture});
+    d.Show("cut.xisf", packed.substr(0, packed.size() - 1));
+    EXPECT_FALSE(d.state.ImageLoaded);
+    EXPECT_EQ(
+        std::count(d.calls.begin(), d.calls.end(), wrong + "the file ends too early - cut.xisf"),
+        1);
 }
 
 TEST_F(StretchTest, SliderChangesThePictureAtOnceAndWhatIsMadeOfItAfterwards) {

@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <random>
 
+#include <zlib.h>
+
 namespace tarn::testing {
 
 namespace {
@@ -85,6 +87,22 @@ std::string FitsExtension(int bits, const std::vector<int>& axes,
     std::string header;
     AddWord(header, "XTENSION", "'IMAGE   '");
     return Part(header, bits, axes, sample, words, true);
+}
+
+std::string Gzipped(const std::string& bytes) {
+    constexpr int kAsGzip = 16 + MAX_WBITS;
+    z_stream stream{};
+    deflateInit2(&stream, Z_BEST_SPEED, Z_DEFLATED, kAsGzip, MAX_MEM_LEVEL, Z_DEFAULT_STRATEGY);
+    std::string from = bytes;
+    std::string packed(deflateBound(&stream, bytes.size()), '\0');
+    stream.next_in = reinterpret_cast<Bytef*>(from.data());
+    stream.avail_in = uInt(from.size());
+    stream.next_out = reinterpret_cast<Bytef*>(packed.data());
+    stream.avail_out = uInt(packed.size());
+    deflate(&stream, Z_FINISH);
+    packed.resize(stream.total_out);
+    deflateEnd(&stream);
+    return packed;
 }
 
 std::string NightSky(int width, int height, const std::vector<FitsWord>& words) {

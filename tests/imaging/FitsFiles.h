@@ -25,6 +25,9 @@ std::string FitsExtension(int bits, const std::vector<int>& axes,
                           const std::function<double(std::size_t)>& sample,
                           const std::vector<FitsWord>& words = {});
 
+// The same bytes packed by gzip.
+std::string Gzipped(const std::string& bytes);
+
 // A night sky of 16 bits: sky at 1000 with noise of about 20, a star of 60000 at (width / 4,
 // height / 4) from the top left corner, three pixels wide.
 std::string NightSky(int width, int height, const std::vector<FitsWord>& words = {});

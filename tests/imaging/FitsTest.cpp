@@ -1,5 +1,6 @@
 // Files of telescopes: what is read, however it is stored, and what is made of broken ones.
 #include "FitsFiles.h"
+#include "PixelRows.h"
 #include "support/TestFolder.h"
 
 #include "imaging/fits/FitsFile.h"
@@ -11,7 +12,6 @@
 #include <cmath>
 #include <limits>
 #include <numeric>
-#include <sstream>
 
 using namespace tarn;
 using namespace tarn::testing;
@@ -30,15 +30,9 @@ protected:
         error.clear();
         return FitsPixels::Read(folder.Write("a.fit", bytes), width, height, error);
     }
-    // "0 1 2/3 4 5": the rows of a channel from the top.
     std::string Rows(const std::string& bytes, int channel = 0, int width = 0, int height = 0) {
         const auto pixels = Read(bytes, width, height);
-        if (!pixels) return error;
-        std::ostringstream text;
-        for (int y = 0; y < pixels->Height(); ++y)
-            for (int x = 0; x < pixels->Width(); ++x)
-                text << (x > 0 ? " " : y > 0 ? "/" : "") << pixels->Value(channel, x, y);
-        return text.str();
+        return pixels ? RowsOf(*pixels, channel) : error;
     }
     static std::vector<std::uint32_t> Light(const FitsPixels& pixels, const Stretch& stretch) {
         std::vector<std::uint32_t> light(std::size_t(pixels.Width() * pixels.Height()));
@@ -95,7 +89,7 @@ TEST_F(FitsTest, FirstPictureOfTheFileCounts) {
     const std::string none = FitsBytes(8, {}, nullptr, {{"TELESCOP", "'Refractor'"}});
     EXPECT_EQ(Rows(none), "There is no picture in the FITS file");
     EXPECT_EQ(Rows(none + FitsExtension(8, {4}, Ramp) + FitsExtension(16, {2, 1}, Ramp)), "0 1");
-    EXPECT_EQ(ReadFitsHeader(folder.Path() + "/a.fit", error)->telescope, "Refractor");
+    EXPECT_EQ(ReadFitsHeader(folder.Path() + "/a.fit", 0, error)->telescope, "Refractor");
     EXPECT_EQ(Rows(FitsBytes(8, {0, 0}, Ramp)), "The picture has no pixels");
     EXPECT_EQ(Rows(FitsBytes(8, {2, 1, 2, 2}, Ramp)), "0 1");
     const std::string colour = FitsBytes(8, {2, 1, 3, 2}, Ramp);
@@ -106,7 +100,7 @@ TEST_F(FitsTest, NamesAreTakenAsTheyAre) {
     for (const char* name : {"M31 [1:2,1:1].fit", "a+1.fits", "50%.fit", "x(2).fit", "-.fit",
                              "!a.fit", "mem:.fit", "a.fit[0]"}) {
         const std::string path = folder.Write(name, FitsBytes(8, {3, 2}, Ramp));
-        const auto header = ReadFitsHeader(path, error);
+        const auto header = ReadFitsHeader(path, 0, error);
         ASSERT_TRUE(header) << name << ": " << error;
         EXPECT_EQ(header->width, 3) << name;
         EXPECT_TRUE(FitsPixels::Read(path, 0, 0, error)) << name;
@@ -148,7 +142,7 @@ TEST_F(FitsTest, WordsInPlaceOfAPackedSizeAreRefused) {
         std::string part = FitsExtension(8, {8, 6}, Ramp, words);
         part.replace(part.find("'IMAGE   '"), 10, "'BINTABLE'");
         error.clear();
-        return ReadFitsHeader(folder.Write("a.fit", FitsBytes(8, {}, nullptr) + part), error);
+        return ReadFitsHeader(folder.Write("a.fit", FitsBytes(8, {}, nullptr) + part), 0, error);
     };
     EXPECT_TRUE(read("", "")) << error;
     EXPECT_TRUE(read("ZCMPTYPE", "'GZIP_1'                             / how it is packed"));
@@ -177,6 +171,21 @@ TEST_F(FitsTest, WhatIsNoNumberIsBlackAndCountsForNothing) {
     EXPECT_EQ(Light(*plane, LinearStretch(plane->Range()))[0], 0xFF008080);
     const auto all = Read(FitsBytes(-64, {4, 4}, [](auto) { return kNaN; }), 1, 1);
     EXPECT_EQ(Light(*all, all->Automatic())[0], 0xFF000000);
+}
+
+// One huge number in place of what was not measured.
+TEST_F(FitsTest, FillValuesAreNone) {
+    for (const double fill : {1e9, -1e10, 3.4e38}) {
+        const auto sample = [=](std::size_t i) { return i % 7 == 0 ? fill : 100.0 + double(i); };
+        const auto pixels = Read(FitsBytes(-32, {20, 10}, sample));
+        EXPECT_EQ(pixels->Range(), (ValueRange{101, 299})) << fill;
+        EXPECT_TRUE(std::isnan(pixels->Value(0, 0, 9))) << fill;
+    }
+    // Two of them, or one that the others come near, are values.
+    for (const double near : {2e9, 2e6}) {
+        const auto sample = [=](std::size_t i) { return i == 0 ? 1e9 : i == 1 ? near : 5.0; };
+        EXPECT_EQ(Read(FitsBytes(-32, {20, 10}, sample))->Range().high, std::max(1e9, near));
+    }
 }
 
 TEST_F(FitsTest, NumbersOfAnySizeAreShown) {
@@ -238,15 +247,15 @@ TEST_F(FitsTest, HeaderAsLinesOfThePanel) {
                                         {"TELESCOP", "'O''Hara 80'"},
                                         {"BAYERPAT", "'RGGB'"}}));
     EXPECT_EQ(
-        FitsLinesOf(path),
+        SkyFactsOf(path).lines,
         (std::vector<std::string>{"      Object: M 31", "    Observed: 2024-11-05 21:14:33.5 UT",
                                   "    Exposure: 120.5s", "        Gain: 100",
                                   " Temperature: -10 C", "      Filter: H?",
                                   "   Telescope: O'Hara 80", "      Format: 16 bit, Bayer RGGB"}));
     const std::string bare = folder.Write("b.fit", FitsBytes(-32, {2, 2, 3}, Ramp));
-    EXPECT_EQ(FitsLinesOf(bare),
+    EXPECT_EQ(SkyFactsOf(bare).lines,
               std::vector<std::string>{"      Format: 32 bit floating point, 3 planes"});
-    EXPECT_TRUE(FitsLinesOf(folder.Write("c.fit", "no")).empty());
+    EXPECT_EQ(SkyFactsOf(folder.Write("c.fit", "no")), SkyFacts());
 }
 
 TEST(ScreenStretch, SkyGoesToAQuarterAndWhatIsBelowItToBlack) {
@@ -263,6 +272,22 @@ TEST(ScreenStretch, SkyGoesToAQuarterAndWhatIsBelowItToBlack) {
     const ToLight straight(LinearStretch({100, 355}), 0);
     for (const float value : {100.0F, 101.0F, 227.0F, 355.0F})
         EXPECT_EQ(straight(value), std::uint32_t(value - 100));
+}
+
+TEST(ScreenStretch, StraightHasOneRangeForALockedSeries) {
+    StretchChoice choice;
+    choice.linear = true;
+    choice.of = {1, 2, -32, 1};
+    choice.fixed = Stretch{{0, 1000}, 0.1, 0.2, 0.9};
+    const Stretch automatic{{0, 7}, 0.3};
+    const Stretch straight = LinearStretch({0, 7});
+    const StretchedFile next{1, 3, -32, 1};
+    EXPECT_EQ(choice.For(next, automatic, straight), straight);
+    choice.locked = true;
+    EXPECT_EQ(choice.For(next, automatic, straight), LinearStretch({0, 1000}));
+    EXPECT_EQ(choice.For({1, 3, 16, 1}, automatic, straight), straight); // of another kind
+    choice.linear = false;
+    EXPECT_EQ(choice.For(next, automatic, straight), *choice.fixed);
 }
 
 TEST(ScreenStretch, SkyOfAColourBecomesGrey) {

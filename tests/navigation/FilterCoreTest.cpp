@@ -16,6 +16,11 @@ TEST(ClassFilter, EmptyListsLeaveNoSeparators) {
     EXPECT_EQ(TypesFromVideos(s, {true, true}), "*.jpg");
     EXPECT_EQ(TypesFromPictures(s, {true, true}), "*.jpg");
     s.PictureTypes.clear();
+    EXPECT_EQ(TypesFromPictures(s, {true, true, false, true}),
+              "*.fits;*.fit;*.xisf;*.fit*.gz;*.fz");
+    s.XisfTypes.clear();
+    EXPECT_EQ(TypesFromPictures(s, {true, true, false, true}), "*.fits;*.fit;*.fit*.gz;*.fz");
+    s.PackedFitsTypes.clear();
     EXPECT_EQ(TypesFromPictures(s, {true, true, false, true}), "*.fits;*.fit");
     EXPECT_EQ(TypesFromTexts({true, true, true}, "", "*.avi", ""), "*.avi");
     EXPECT_EQ(TypesFromTexts({false, true, false}, "*.jpg", "", "*.css"), "");
@@ -28,10 +33,11 @@ TEST(HiddenFiles, EachFileCountsInOneClassAndThoseOfNoClassInNone) {
     s.FileTypes = s.VideoTypes;
     s.RawTypes.clear(); // fits nothing, though such a pattern fits all
     const std::vector<HiddenFiles> hidden =
-        CountHidden(s, {"a.txt", "b.JPG", "c.fits", "d.css", "e.cr2", "f.dat", "g.avi", "h.fit"});
+        CountHidden(s, {"a.txt", "b.JPG", "c.fits", "d.css", "e.cr2", "f.dat", "g.avi", "h.fit",
+                        "i.xisf", "j.fits.gz", "k.FZ"});
     EXPECT_EQ(hidden, (std::vector<HiddenFiles>{
-                          {FileClass::Pictures, 2}, {FileClass::Web, 1}, {FileClass::Fits, 2}}));
-    EXPECT_EQ(HiddenText(hidden), "2 picture files, 1 web file and 2 FITS files are not listed");
+                          {FileClass::Pictures, 2}, {FileClass::Web, 1}, {FileClass::Fits, 5}}));
+    EXPECT_EQ(HiddenText(hidden), "2 picture files, 1 web file and 5 FITS files are not listed");
     EXPECT_EQ(HiddenText({{FileClass::Raw, 1}}), "1 raw file is not listed");
     EXPECT_EQ(HiddenText({}), "");
 }

@@ -37,7 +37,10 @@ PictureLook Look(const std::string& path) {
         look.width = header.size.width();
         look.height = header.size.height();
     }
-    if (header.fits) look.lines = FitsLinesOf(path);
+    if (!header.fits) return look;
+    SkyFacts sky = SkyFactsOf(path);
+    look.cameraDate = std::move(sky.cameraDate);
+    look.lines = std::move(sky.lines);
     return look;
 }
 

@@ -87,8 +87,6 @@ private:
         sheet.size = DataPictureSize(picture.Width(), picture.Height(), true);
         sheet.picture = ForPaper(std::move(picture), sheet.size);
         sheet.rows = m_reading.Info().PanelRows;
-        for (std::string& line : FitsLinesOf(m_reading.Info().Filename))
-            sheet.rows.push_back(std::move(line));
         sheet.note = NoteOf(m_reading.Info().FileNameOnly);
         sheet.now = m_now;
         PrintDataSheet(*m_printer, sheet, {});

@@ -212,6 +212,8 @@ const std::vector<SettingRow> kRows{
     {"pane_notes_width", SettingType::Long, TARN_FIELD(NotesWidth)},
     {"theme", SettingType::Integer, TARN_FIELD(Theme)},
     {"filedate_auto_answered", SettingType::Boolean, TARN_FIELD(FileDatesAnswered)},
+    {"xisftype_filter", SettingType::String, TARN_FIELD(XisfTypes)},
+    {"packedfits_filter", SettingType::String, TARN_FIELD(PackedFitsTypes)},
     {"HistCur", SettingType::Integer, TARN_FIELD(HistCur)},
     {"HistHigh", SettingType::Integer, TARN_FIELD(HistHigh)},
     {"leftNotes_position", SettingType::Long, TARN_FIELD(NotesFolderPlace.left), Keeping::ByItsWindow},

@@ -28,6 +28,14 @@ struct SelectionState {
     std::string VideoTypes = "*.avi;*.ser;*.log";
     std::string WebTypes = "*.html;*.css";
     std::string FitsTypes = "*.fits;*.fit";
+    std::string XisfTypes = "*.xisf"; // listed with those, and so are FITS files that are packed
+    std::string PackedFitsTypes = "*.fit*.gz;*.fz";
+    std::string FitsClassTypes() const {
+        std::string types = FitsTypes;
+        for (const std::string* more : {&XisfTypes, &PackedFitsTypes})
+            if (!more->empty()) types += ";" + *more;
+        return types;
+    }
     std::string RawTypes = "*.cr2";
     std::string TextTypes = "*.txt";
     std::string FilterCustom;

@@ -1,36 +1,57 @@
 #include "imaging/fits/FitsLines.h"
 
-#include "imaging/fits/FitsFile.h"
+#include "common/numbers.h"
+#include "imaging/fits/FitsDates.h"
+#include "imaging/fits/SkyFile.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
 #include <cstdlib>
 
 namespace tarn {
 
 namespace {
 
-// The time is world time unless the file names another.
-std::string DateText(const FitsHeader& header) {
-    std::string text = header.date;
-    const auto between = text.find('T');
-    if (between == std::string::npos) return text;
-    text[between] = ' ';
-    const bool universal = header.timeSystem.empty() || header.timeSystem == "UTC";
-    return text + " " + (universal ? "UT" : header.timeSystem);
-}
+constexpr int kOwnDigits = 9; // that a program writes because it means them
 
-// "30" for "30.000", "1E-4" as it stands.
 std::string WithoutZeros(std::string number) {
-    if (number.find('.') == std::string::npos ||
-        number.find_first_not_of("+-.0123456789") != std::string::npos)
-        return number;
+    if (number.find('.') == std::string::npos) return number;
     number.erase(number.find_last_not_of('0') + 1);
     if (number.back() == '.') number.pop_back();
     return number;
 }
 
+std::string Shortest(auto value) {
+    std::array<char, 64> text{};
+    const auto end =
+        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed);
+    return end.ec == std::errc() ? std::string(text.data(), end.ptr) : std::string();
+}
+
+// Of a number with more digits than anyone means: one of 32 bits that was written as one of 64, or
+// one that a calculation has left beside the mark.
+std::string WithoutNoise(double value) {
+    constexpr double kSame = 1e-13;
+    const auto single = float(value);
+    if (std::abs(double(single) - value) <= std::abs(value) * kSame) return Shortest(single);
+    std::array<char, 40> text{};
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), value,
+                                   std::chars_format::scientific, kOwnDigits);
+    double rounded = value;
+    std::from_chars(text.data(), end.ptr, rounded);
+    return Shortest(rounded);
+}
+
 std::string With(const std::string& number, const char* unit) {
-    return number.empty() ? std::string() : WithoutZeros(number) + unit;
+    return number.empty() ? std::string() : PlainNumber(number) + unit;
+}
+
+// Some write that of a sensor from absolute zero on.
+std::string TemperatureText(const std::string& written) {
+    constexpr double kBoiling = 100;
+    return With(written, ParseNumber(written).value_or(0) > kBoiling ? " K" : " C");
 }
 
 std::string FormatText(const FitsHeader& header) {
@@ -43,7 +64,32 @@ std::string FormatText(const FitsHeader& header) {
     return text;
 }
 
+std::string Both(const std::string& first, const char* between, const std::string& second) {
+    return first.empty() || second.empty() ? std::string()
+                                           : PlainNumber(first) + between + PlainNumber(second);
+}
+
+std::string DateText(std::string date) {
+    std::replace(date.begin(), date.end(), 'T', ' ');
+    return date;
+}
+
 } // namespace
+
+std::string PlainNumber(const std::string& written) {
+    constexpr double kLeast = 1e-9; // beyond these an exponent is easier to read
+    constexpr double kMost = 1e15;
+    const auto value = ParseNumber(written);
+    if (!value) return written;
+    if (*value == 0) return "0";
+    if (std::abs(*value) < kLeast || std::abs(*value) >= kMost) return written;
+    const bool exponent = written.find_first_of("eE") != std::string::npos;
+    const auto digits =
+        std::count_if(written.begin(), written.end(), [](char c) { return c >= '0' && c <= '9'; });
+    const bool whole = written.find('.') == std::string::npos;
+    if (!exponent && (whole || digits <= kOwnDigits)) return WithoutZeros(written);
+    return WithoutNoise(*value);
+}
 
 std::vector<std::string> FitsLines(const FitsHeader& header) {
     std::vector<std::string> lines;
@@ -51,22 +97,37 @@ std::vector<std::string> FitsLines(const FitsHeader& header) {
         if (!text.empty()) lines.push_back(label + text);
     };
     add("      Object: ", header.object);
-    add("    Observed: ", DateText(header));
+    add("    Observed: ", ShownFitsDate(header));
     add("    Exposure: ", With(header.exposure, "s"));
-    add("        Gain: ", WithoutZeros(header.gain));
-    add(" Temperature: ", With(header.temperature, " C"));
+    add("        Gain: ", PlainNumber(header.gain));
+    add(" Temperature: ", TemperatureText(header.temperature));
     add("      Filter: ", header.filter);
     add("   Telescope: ", header.telescope);
     add("      Camera: ", header.camera);
     add("      Format: ", FormatText(header));
+    add("  Local time: ", DateText(header.localDate));
+    add("  Image type: ", header.imageType);
+    add("      Offset: ", PlainNumber(header.offset));
+    add("    Pedestal: ", PlainNumber(header.pedestal));
+    add("     Binning: ",
+        Both(header.binningX, " x ", header.binningY.empty() ? header.binningX : header.binningY));
+    add("Focal length: ", With(header.focalLength, " mm"));
+    add("     Focuser: ", PlainNumber(header.focus));
+    add("    Air mass: ", PlainNumber(header.airMass));
+    add("  RA and Dec: ", Both(header.rightAscension, ", ", header.declination));
+    add("        Site: ", Both(header.latitude, ", ", header.longitude));
+    if (header.images > 1)
+        add("       Image: ",
+            std::to_string(header.image + 1) + " of " + std::to_string(header.images));
     return lines;
 }
 
-std::vector<std::string> FitsLinesOf(const std::string& path) {
+SkyFacts SkyFactsOf(const std::string& path) {
     std::string error;
-    if (!IsFitsFile(path)) return {};
-    const auto header = ReadFitsHeader(path, error);
-    return header ? FitsLines(*header) : std::vector<std::string>();
+    if (!IsSkyFile(path)) return {};
+    const auto header = ReadSkyHeader(path, error);
+    if (!header) return {};
+    return {FitsLines(*header), CameraDateOf(*header), header->image, header->images};
 }
 
 } // namespace tarn

@@ -1,4 +1,4 @@
-// The header of a FITS file as lines of the camera data panel.
+// The header of a telescope's file as lines of the camera data panel.
 #pragma once
 
 #include "imaging/fits/FitsHeader.h"
@@ -12,7 +12,21 @@ namespace tarn {
 // stands in the panel's own line.
 std::vector<std::string> FitsLines(const FitsHeader& header);
 
-// The same of a file; none when it is not a FITS file that can be read.
-std::vector<std::string> FitsLinesOf(const std::string& path);
+// A number as people write it: "50" for "5.000E+01", "-9.8" for "-9.800000000000001". What is no
+// number stays.
+std::string PlainNumber(const std::string& written);
+
+// What the panel says of a file.
+struct SkyFacts {
+    std::vector<std::string> lines;
+    std::string cameraDate; // "2024:11:05 21:14:33", empty for none
+    int image = 0;          // which of the file's pictures it is, from 0
+    int images = 1;
+
+    bool operator==(const SkyFacts&) const = default;
+};
+
+// None when it is not a file of a telescope that can be read.
+SkyFacts SkyFactsOf(const std::string& path);
 
 } // namespace tarn

@@ -7,8 +7,8 @@ namespace tarn {
 
 struct FitsModule {
     static constexpr char kModule[] = "fits";
-    std::optional<FitsHeader> (*header)(const std::string& path, std::string& error);
-    std::optional<FitsSamples> (*samples)(const std::string& path, std::string& error);
+    std::optional<FitsHeader> (*header)(const std::string& path, int image, std::string& error);
+    std::optional<FitsSamples> (*samples)(const std::string& path, int image, std::string& error);
     std::string (*version)();
 };
 

@@ -1,13 +1,14 @@
 #include "imaging/fits/FitsPixels.h"
 
-#include "imaging/fits/FitsFile.h"
 #include "imaging/fits/Mosaic.h"
+#include "imaging/fits/SkyFile.h"
 #include "imaging/fits/TwoThreads.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 #include <mutex>
+#include <utility>
 #include <vector>
 
 namespace tarn {
@@ -61,25 +62,63 @@ template <typename Sample> SampledValues SampledOf(const FitsSamples& samples, c
     return values;
 }
 
-// What counts as black and white: for whole numbers from 0 on what they can hold, for fractions 0
-// to 1, else from the least to the most.
-template <typename Sample> ValueRange RangeOf(const FitsSamples& samples, const Sample* from) {
-    if (samples.most > 0) return {0, double(samples.most)};
+template <typename Sample> struct Extremes {
     Sample least = std::numeric_limits<Sample>::max();
     Sample most = std::numeric_limits<Sample>::lowest();
-    std::mutex mutex;
-    InTwoThreads(samples.count, [&](std::size_t begin, std::size_t end) {
-        Sample low = std::numeric_limits<Sample>::max();
-        Sample high = std::numeric_limits<Sample>::lowest();
-        for (std::size_t i = begin; i < end; ++i) {
-            if (!IsValue(from[i])) continue;
-            low = std::min(low, from[i]);
-            high = std::max(high, from[i]);
-        }
-        const std::lock_guard lock(mutex);
+
+    void Take(Sample low, Sample high) {
         least = std::min(least, low);
         most = std::max(most, high);
+    }
+};
+
+template <typename Sample, typename Counts>
+Extremes<Sample> ExtremesOf(const Sample* from, std::size_t count, const Counts& counts) {
+    Extremes<Sample> all;
+    std::mutex mutex;
+    InTwoThreads(count, [&](std::size_t begin, std::size_t end) {
+        Extremes<Sample> own;
+        for (std::size_t i = begin; i < end; ++i)
+            if (counts(from[i])) own.Take(from[i], from[i]);
+        const std::lock_guard lock(mutex);
+        all.Take(own.least, own.most);
     });
+    return all;
+}
+
+template <typename Sample>
+Extremes<Sample> ExtremesOf(const FitsSamples& samples, const Sample* from) {
+    return ExtremesOf(from, samples.count, [](Sample sample) { return IsValue(sample); });
+}
+
+// Programs write one huge number where they have no value. It is one when all huge ones are the
+// same and all others lie far below it: then it becomes none.
+Extremes<float> WithoutFill(FitsSamples& samples, const Extremes<float>& all) {
+    constexpr float kHuge = 1e9F;
+    constexpr float kFar = 1000;
+    const bool low = all.least <= -kHuge;
+    const bool high = all.most >= kHuge;
+    if (low == high) return all; // none, or values of both signs
+    const float fill = high ? all.most : all.least;
+    float* const from = samples.floats.get();
+    const auto others =
+        ExtremesOf(from, samples.count, [=](float each) { return IsValue(each) && each != fill; });
+    const bool far =
+        std::max(std::abs(others.least), std::abs(others.most)) <= std::abs(fill) / kFar;
+    if (others.least > others.most || !far) return all;
+    std::replace(from, from + samples.count, fill, std::numeric_limits<float>::quiet_NaN());
+    return others;
+}
+
+Extremes<std::uint16_t> WithoutFill(FitsSamples&, const Extremes<std::uint16_t>& all) {
+    return all;
+}
+
+// What counts as black and white: for whole numbers from 0 on what they can hold, for fractions 0
+// to 1, else from the least to the most.
+template <typename Sample> ValueRange RangeOf(FitsSamples& samples, const Sample* from) {
+    if (samples.range) return *samples.range;
+    const auto [least, most] = WithoutFill(samples, ExtremesOf(samples, from));
     double low = samples.zero + samples.scale * double(least);
     double high = samples.zero + samples.scale * double(most);
     if (samples.scale < 0) std::swap(low, high);
@@ -103,12 +142,12 @@ double ValueAt(double place) {
 
 std::optional<FitsPixels> FitsPixels::Read(const std::string& path, int width, int height,
                                            std::string& error) {
-    const auto samples = ReadFitsSamples(path, error);
+    auto samples = ReadSkySamples(path, error);
     if (!samples) return std::nullopt;
-    return FitsPixels(*samples, width, height);
+    return FitsPixels(std::move(*samples), width, height);
 }
 
-FitsPixels::FitsPixels(const FitsSamples& samples, int width, int height)
+FitsPixels::FitsPixels(FitsSamples samples, int width, int height)
     : m_step(StepFor(samples.header, width, height)),
       m_channels(samples.header.mosaic ? 3 : samples.header.planes), m_bits(samples.header.bits) {
     m_width = (samples.header.width + m_step - 1) / m_step;
@@ -121,7 +160,7 @@ FitsPixels::FitsPixels(const FitsSamples& samples, int width, int height)
         Take(samples, samples.floats.get());
 }
 
-template <typename Sample> void FitsPixels::Take(const FitsSamples& samples, const Sample* from) {
+template <typename Sample> void FitsPixels::Take(FitsSamples& samples, const Sample* from) {
     m_range = RangeOf(samples, from);
     SampledValues sampled = SampledOf(samples, from);
     std::array<ChannelStatistics, 3> statistics;

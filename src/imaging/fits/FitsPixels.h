@@ -1,7 +1,8 @@
-// The first picture of a FITS file as values, upright, with as many pixels as are needed, ready to
+// The picture of a telescope's file as values, upright, with as many pixels as are needed, ready to
 // be turned into light again and again.
 #pragma once
 
+#include "imaging/fits/FitsSamples.h"
 #include "imaging/fits/ScreenStretch.h"
 
 #include <array>
@@ -12,8 +13,6 @@
 #include <string>
 
 namespace tarn {
-
-struct FitsSamples;
 
 class FitsPixels {
 public:
@@ -27,7 +26,7 @@ public:
                                           std::string& error);
 
     // The same from samples in memory.
-    FitsPixels(const FitsSamples& samples, int width, int height);
+    FitsPixels(FitsSamples samples, int width, int height);
 
     int Width() const { return m_width; }
     int Height() const { return m_height; }
@@ -47,7 +46,7 @@ public:
     void ToRgb(const Stretch& stretch, std::uint32_t* pixels, std::size_t perLine) const;
 
 private:
-    template <typename Sample> void Take(const FitsSamples& samples, const Sample* from);
+    template <typename Sample> void Take(FitsSamples& samples, const Sample* from);
     template <typename Sample>
     void TakeRows(const FitsSamples& samples, const Sample* from, int plane, int begin, int end);
 

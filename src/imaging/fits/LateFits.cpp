@@ -13,14 +13,14 @@ constexpr char kNoModule[] = "The program's reader of FITS files is not installe
 
 } // namespace
 
-std::optional<FitsHeader> ReadFitsHeader(const std::string& path, std::string& error) {
-    if (const auto* fits = FromModule<FitsModule>()) return fits->header(path, error);
+std::optional<FitsHeader> ReadFitsHeader(const std::string& path, int image, std::string& error) {
+    if (const auto* fits = FromModule<FitsModule>()) return fits->header(path, image, error);
     error = kNoModule;
     return std::nullopt;
 }
 
-std::optional<FitsSamples> ReadFitsSamples(const std::string& path, std::string& error) {
-    if (const auto* fits = FromModule<FitsModule>()) return fits->samples(path, error);
+std::optional<FitsSamples> ReadFitsSamples(const std::string& path, int image, std::string& error) {
+    if (const auto* fits = FromModule<FitsModule>()) return fits->samples(path, image, error);
     error = kNoModule;
     return std::nullopt;
 }

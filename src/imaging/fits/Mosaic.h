@@ -2,7 +2,7 @@
 #pragma once
 
 #include "common/demosaic.h"
-#include "imaging/fits/FitsFile.h"
+#include "imaging/fits/FitsSamples.h"
 
 #include <algorithm>
 #include <array>

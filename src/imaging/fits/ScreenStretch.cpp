@@ -81,12 +81,15 @@ ToLight::ToLight(const Stretch& stretch, std::size_t channel) {
     m_base = float(midtones);
 }
 
-const Stretch& StretchChoice::For(const StretchedFile& file, const Stretch& automatic,
-                                  const Stretch& straight) const {
-    if (linear) return straight;
+bool StretchChoice::IsFixedFor(const StretchedFile& file) const {
     const bool own = file.device == of.device && file.inode == of.inode;
-    const bool counts = own || (locked && file.IsSeriesOf(of));
-    return fixed && counts ? *fixed : automatic;
+    return fixed && (own || (locked && file.IsSeriesOf(of)));
+}
+
+Stretch StretchChoice::For(const StretchedFile& file, const Stretch& automatic,
+                           const Stretch& straight) const {
+    if (linear) return locked && IsFixedFor(file) ? LinearStretch(fixed->range) : straight;
+    return IsFixedFor(file) ? *fixed : automatic;
 }
 
 AutomaticStretchOnly::AutomaticStretchOnly() {
@@ -97,8 +100,12 @@ AutomaticStretchOnly::~AutomaticStretchOnly() {
     --automaticOnly;
 }
 
+bool IsAutomaticOnly() {
+    return automaticOnly > 0;
+}
+
 StretchChoice CurrentStretchChoice() {
-    if (automaticOnly > 0) return {};
+    if (IsAutomaticOnly()) return {};
     const std::lock_guard lock(Guard());
     return Chosen();
 }

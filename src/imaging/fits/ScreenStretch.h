@@ -84,16 +84,18 @@ struct StretchedFile {
 // decoders on all threads ask it. A change raises the generation, by which a picture that was
 // decoded before is known to be out of date.
 struct StretchChoice {
-    bool linear = false;          // straight, whatever is fixed
+    bool linear = false;          // straight, whatever bend is fixed
     std::optional<Stretch> fixed; // in place of the automatic one
     bool locked = false; // for every picture of the same kind as the file's; else only for it
     StretchedFile of;
 
     bool operator==(const StretchChoice&) const = default;
 
-    // For a file, whose own are given.
-    const Stretch& For(const StretchedFile& file, const Stretch& automatic,
-                       const Stretch& straight) const;
+    // Whether what is fixed counts for the file.
+    bool IsFixedFor(const StretchedFile& file) const;
+
+    // For a file, whose own are given. Straight and locked, a series has one range.
+    Stretch For(const StretchedFile& file, const Stretch& automatic, const Stretch& straight) const;
 };
 
 StretchChoice CurrentStretchChoice(); // that of a new user where AutomaticStretchOnly holds
@@ -108,5 +110,6 @@ public:
     AutomaticStretchOnly(const AutomaticStretchOnly&) = delete;
     AutomaticStretchOnly& operator=(const AutomaticStretchOnly&) = delete;
 };
+bool IsAutomaticOnly(); // on this thread
 
 } // namespace tarn
