@@ -55,7 +55,6 @@ constexpr std::pair<const char*, const char*> kOptions[] = {
     {"aid", "no"}, // sound is off until it is asked for
     {"osd-level", "0"},
     {"hwdec", "no"},
-    {"video-rotate", "no"},
     {"keepaspect", "no"}, // the frame fills the size that is asked for
     {"idle", "yes"}};
 

@@ -20,11 +20,14 @@ struct PictureFormat {
     QImage (*decode)(std::FILE* file, QSize wanted, std::string& error);
 
     bool reduces; // decode can read less than all pixels
-    bool upright; // decode turns by what the file says of its orientation
+    bool upright; // decode, and so size, turns by what the file says of its orientation
 
     // The colour profile of the file; empty for none, or where the decoded picture has it. Null
     // where pixels come in the colours of the screen.
     std::string (*profile)(std::FILE* file);
+
+    // Of a format that turns some of its files: whether this is one. Null for the others.
+    bool (*turns)(std::FILE* file) = nullptr;
 };
 
 extern const PictureFormat kJpegFormat;    // the camera's own files, reduced while decoding

@@ -1,5 +1,7 @@
 // Files that the toolkit's own reader takes: PNG, BMP, GIF, TIFF and the like.
 #include "imaging/PictureFormat.h"
+#include "imaging/Turn.h"
+#include "imaging/exif/FileFront.h"
 
 #include <QFile>
 #include <QImageReader>
@@ -23,6 +25,15 @@ void RaiseAllocationLimit() {
         return true;
     }();
     Q_UNUSED(raised);
+}
+
+// The toolkit knows the orientation of some kinds only.
+int OrientationOf(std::FILE* file) {
+    return OrientationOfContainer(FileBytes(::fileno(file)));
+}
+
+bool IsTurned(std::FILE* file) {
+    return OrientationOf(file) != 1;
 }
 
 // One reading of one file, by its content whatever its name, as stored.
@@ -51,7 +62,9 @@ private:
 
 QSize ToolkitSize(std::FILE* file, std::string& error) {
     ToolkitReader reader(file);
-    if (reader->canRead()) return reader->size().isValid() ? reader->size() : QSize(0, 0);
+    if (reader->canRead())
+        return reader->size().isValid() ? Turn::Upright(OrientationOf(file)).Of(reader->size())
+                                        : QSize(0, 0);
     error = reader.ErrorText();
     return {0, 0};
 }
@@ -63,8 +76,9 @@ QImage DecodeWithToolkit(std::FILE* file, QSize, std::string& error) {
         error = reader.ErrorText();
         return {};
     }
-    return picture.convertToFormat(picture.hasAlphaChannel() ? QImage::Format_ARGB32
-                                                             : QImage::Format_RGB32);
+    return Turn::Upright(OrientationOf(file))
+        .Of(picture.convertToFormat(picture.hasAlphaChannel() ? QImage::Format_ARGB32
+                                                              : QImage::Format_RGB32));
 }
 
 // The toolkit drops a profile that it does not understand without a word. A damaged one comes as it
@@ -91,6 +105,7 @@ std::string ProfileOfPng(std::FILE* file) {
 
 } // namespace
 
-const PictureFormat kToolkitFormat{ToolkitSize, DecodeWithToolkit, false, false, ProfileOfPng};
+const PictureFormat kToolkitFormat{ToolkitSize, DecodeWithToolkit, false,
+                                   false,       ProfileOfPng,      IsTurned};
 
 } // namespace tarn
