@@ -19,6 +19,7 @@ const PictureFormat& FormatOf(std::FILE* file) {
     if (IsRaw(start)) return kRawFormat;
     if (IsHeif(start)) return kHeifFormat;
     if (IsJxl(start)) return kJxlFormat;
+    if (IsTiff(start)) return kTiffFormat;
     return kToolkitFormat;
 }
 

@@ -12,6 +12,7 @@
 #include <lcms2.h>
 #include <libheif/heif_version.h>
 #include <libraw/libraw_version.h>
+#include <tiffvers.h>
 
 namespace tarn {
 
@@ -25,6 +26,9 @@ constexpr char kJpegBuilt[] = TARN_TEXT(LIBJPEG_TURBO_VERSION);
 #else
 constexpr char kJpegBuilt[] = TARN_TEXT(JPEG_LIB_VERSION);
 #endif
+
+constexpr char kTiffBuilt[] = TARN_TEXT(TIFFLIB_MAJOR_VERSION) "." TARN_TEXT(
+    TIFFLIB_MINOR_VERSION) "." TARN_TEXT(TIFFLIB_MICRO_VERSION);
 
 // "0.20.2-Release" is 0.20.2.
 std::string Numbers(const std::string& version) {
@@ -62,6 +66,7 @@ std::vector<Library> ImagingLibraries(Versions asked) {
          JxlVersion(JPEGXL_MAJOR_VERSION * 1000000U + JPEGXL_MINOR_VERSION * 1000U +
                     JPEGXL_PATCH_VERSION),
          Running(asked, "jxl")},
+        {"libtiff", kTiffBuilt, Running(asked, "tiff")},
     };
 }
 

@@ -35,6 +35,7 @@ extern const PictureFormat kFitsFormat;    // pictures of telescopes, stretched 
 extern const PictureFormat kRawFormat;     // what a sensor recorded
 extern const PictureFormat kHeifFormat;    // HEIF and AVIF
 extern const PictureFormat kJxlFormat;     // JPEG XL
+extern const PictureFormat kTiffFormat;    // by the toolkit, in parts where it gives up
 extern const PictureFormat kToolkitFormat; // whatever the toolkit has a reader for
 
 // What a module that reads one format exports.
@@ -42,6 +43,9 @@ struct FormatModule {
     const PictureFormat* format;
     std::string (*version)(); // of the library that runs
 };
+
+// Whether a file that says how it is to be turned is turned by its reader.
+bool IsContainerTurned(std::FILE* file);
 
 // The colour profile of a JPEG file; empty when it has none.
 std::string ProfileOfJpeg(std::FILE* file);

@@ -49,6 +49,8 @@ private:
 struct Raw {
     Raw(std::FILE* file, bool forPixels)
         : stream(file), reader(std::make_unique<LibRaw>(LIBRAW_OPIONS_NO_DATAERR_CALLBACK)) {
+        reader->set_dataerror_handler(
+            [](void* damaged, const char*, int) { *static_cast<bool*>(damaged) = true; }, &damaged);
         fault = reader->open_datastream(&stream);
         if (fault == LIBRAW_SUCCESS) fault = reader->adjust_sizes_info_only();
         if (fault != LIBRAW_SUCCESS) return;
@@ -65,7 +67,8 @@ struct Raw {
     FileStream stream;
     std::unique_ptr<LibRaw> reader; // large
     int fault;
-    QSize size{0, 0}; // upright
+    QSize size{0, 0};     // upright
+    bool damaged = false; // data of the file are missing or wrong
 };
 
 // The library keeps three bits: mirrored left to right, top to bottom, and then sides exchanged.
@@ -90,8 +93,8 @@ bool HasShapeOf(QSize picture, QSize size) {
     return std::abs(double(picture.width()) / picture.height() / wanted - 1) < kSameShape;
 }
 
-// The camera's own picture, upright; null when it has too few pixels or another shape.
-QImage CamerasPicture(Raw& raw, QSize wanted) {
+// The camera's own picture, upright; null when there is none of this shape. `least` is its size.
+QImage CamerasPicture(Raw& raw, QSize wanted, QSize least) {
     LibRaw& reader = *raw.reader;
     if (reader.unpack_thumb() != LIBRAW_SUCCESS) return {};
     const libraw_thumbnail_t& thumb = reader.imgdata.thumbnail;
@@ -103,8 +106,8 @@ QImage CamerasPicture(Raw& raw, QSize wanted) {
     const QSize size = kJpegFormat.size(memory.get(), error);
     QImage picture;
     const QSize upright = turn.Of(size);
-    const bool serves = !size.isEmpty() && upright.width() >= wanted.width() &&
-                        upright.height() >= wanted.height() && HasShapeOf(upright, raw.size);
+    const bool serves = !size.isEmpty() && upright.width() >= least.width() &&
+                        upright.height() >= least.height() && HasShapeOf(upright, raw.size);
     if (serves) {
         std::rewind(memory.get());
         const std::string profile = ProfileOfJpeg(memory.get());
@@ -124,6 +127,7 @@ QImage Developed(Raw& raw, QSize wanted, std::string& error) {
     const QSize half((raw.size.width() + 1) / 2, (raw.size.height() + 1) / 2);
     params.half_size =
         !wanted.isEmpty() && half.width() >= wanted.width() && half.height() >= wanted.height();
+    raw.damaged = false; // of a small picture it was
     int fault = reader.unpack();
     if (fault == LIBRAW_SUCCESS) fault = reader.dcraw_process();
     int width = 0;
@@ -140,14 +144,41 @@ QImage Developed(Raw& raw, QSize wanted, std::string& error) {
     }
     if (fault != LIBRAW_SUCCESS) return error = LibRaw::strerror(fault), QImage();
     if (picture.isNull()) return error = "The colors of this raw file are not known", QImage();
+    if (raw.damaged) error = "Data of this raw file are missing or damaged";
     return picture.convertToFormat(QImage::Format_RGB32);
 }
 
-QImage DecodeRaw(std::FILE* file, QSize wanted, std::string& error) {
+bool IsBlack(const QImage& picture) {
+    for (int y = 0; y < picture.height(); ++y) {
+        const auto* row = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
+        for (int x = 0; x < picture.width(); ++x)
+            if ((row[x] & 0xFFFFFF) != 0) return false;
+    }
+    return true;
+}
+
+// What stands for a picture that cannot be developed: the camera's own, of any size, or the part
+// that could be. What is enlarged has no more to show, but stands where the picture would.
+QImage StandIn(std::FILE* file, const QImage& part) {
     Raw raw(file, true);
-    if (raw.Fails(error)) return {};
-    QImage picture = wanted.isEmpty() ? QImage() : CamerasPicture(raw, wanted);
-    return picture.isNull() ? Developed(raw, wanted, error) : picture;
+    QImage own;
+    if (raw.fault == LIBRAW_SUCCESS) own = CamerasPicture(raw, {}, QSize(1, 1));
+    if (!own.isNull())
+        return own.size() == raw.size
+                   ? own
+                   : own.scaled(raw.size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    return IsBlack(part) ? QImage() : part;
+}
+
+QImage DecodeRaw(std::FILE* file, QSize wanted, std::string& error) {
+    QImage picture;
+    {
+        Raw raw(file, true);
+        if (raw.Fails(error)) return {};
+        if (!wanted.isEmpty()) picture = CamerasPicture(raw, wanted, wanted);
+        if (picture.isNull()) picture = Developed(raw, wanted, error);
+    }
+    return error.empty() ? picture : StandIn(file, picture);
 }
 
 constexpr PictureFormat kFormat{RawSize, DecodeRaw, true, true, nullptr};

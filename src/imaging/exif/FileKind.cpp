@@ -66,6 +66,12 @@ bool IsJxl(std::string_view bytes) {
     return bytes.starts_with("\xFF\x0A"sv) || bytes.starts_with("\0\0\0\x0CJXL \r\n\x87\n"sv);
 }
 
+bool IsTiff(std::string_view bytes) {
+    for (const std::string_view start : {"II*\0"sv, "MM\0*"sv, "II+\0"sv, "MM\0+"sv})
+        if (bytes.starts_with(start)) return true;
+    return false;
+}
+
 bool IsPng(std::string_view bytes) {
     return bytes.starts_with("\x89PNG\r\n\x1A\n"sv);
 }
