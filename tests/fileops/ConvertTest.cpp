@@ -33,6 +33,10 @@ TEST(ConvertTarget, TakesTheFirstFreeNameInAnyCase) {
     folder.Write("a-1.jpg", "x");
     EXPECT_EQ(beside("a.tif").path, "");
     EXPECT_EQ(TargetIn(*files, folder.Path(), "/x/b.png").name, "b.jpg");
+    EXPECT_EQ(beside("u16.tiff").name, "u16.jpg"); // endings of five letters, too
+    EXPECT_EQ(beside("u16.tiff").noteName, "u16.enf");
+    EXPECT_EQ(beside("u16..png").name, "u16..jpg");
+    EXPECT_EQ(beside(".heic").name, "..jpg");
     EXPECT_EQ(TargetIn(*files, folder.Path(), "/x/a.tif").name, "a-CM.jpg");
     EXPECT_EQ(TargetIn(*files, folder.Path(), "/x/a.tif").noteName, "a-CM.enf");
 }

@@ -6,6 +6,8 @@
 #include "imaging/exif/JpegHead.h"
 #include "imaging/exif/TiffBlock.h"
 
+#include <algorithm>
+
 namespace tarn {
 
 namespace {
@@ -36,7 +38,9 @@ std::optional<std::string> ReadFileFront(int number) {
     if (places.first.length <= 0) return front;
     const TiffBlock first(file, places.first);
     const TiffBlock exif(file, places.exif);
-    std::string head = JpegHead(first, exif, file.At(places.maker.place, kMostMakerBytes));
+    const auto noteBytes = std::min<std::int64_t>(places.maker.length, kMostMakerBytes);
+    const std::string note = file.At(places.maker.place, std::size_t(noteBytes));
+    std::string head = JpegHead(first, exif, note);
     if (!head.empty()) front = std::move(head);
     return front;
 }
