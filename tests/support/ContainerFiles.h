@@ -30,9 +30,10 @@ inline std::string PngChunk(const std::string& name, const std::string& data) {
     return HighFirst(data.size(), 4) + name + data + std::string(4, '\0');
 }
 
-inline std::string PngWith(const std::string& tiff, bool behindPixels) {
+inline std::string PngWith(const std::string& tiff, bool behindPixels,
+                           std::size_t pixelBytes = 300000) {
     using namespace std::string_literals;
-    const std::string pixels = PngChunk("IDAT", std::string(300000, 'x'));
+    const std::string pixels = PngChunk("IDAT", std::string(pixelBytes, 'x'));
     const std::string exif = PngChunk("eXIf", tiff);
     return "\x89PNG\r\n\x1A\n"s + PngChunk("IHDR", std::string(13, '\0')) +
            (behindPixels ? pixels + exif : exif + pixels) + PngChunk("IEND", "");
