@@ -88,32 +88,32 @@ ExifPlaces ExifOfMakersBoxes(const FileBytes& file) {
     const Span boxes{own.place + kName, own.length - kName};
     return {FindBox(file, boxes, "CMT1"),
             FindBox(file, boxes, "CMT2"),
-            FindBox(file, boxes, "CMT3"),
-            {}};
+            FindBox(file, boxes, "CMT3")};
 }
 
-// Another maker's begin with the places of their parts, the JPEG file first.
-ExifPlaces JpegInside(std::string_view start) {
+// Another maker's begin with the places of their parts, a JPEG file first.
+Span ExifOfJpegInside(const FileBytes& file, std::string_view start) {
     constexpr std::size_t kPlace = 84;
-    if (start.size() < kPlace + 8) return {};
-    ExifPlaces places;
-    places.jpeg = {std::int64_t(NumberAt(start, kPlace, 4, true)),
-                   std::int64_t(NumberAt(start, kPlace + 4, 4, true))};
-    return places;
+    constexpr std::int64_t kHead = 12; // of the JPEG file, in front of its camera data
+    if (start.size() < kPlace + 4) return {};
+    const auto place = std::int64_t(NumberAt(start, kPlace, 4, true));
+    const std::string head = file.At(place, kHead);
+    if (!head.starts_with("\xFF\xD8\xFF\xE1") || !head.ends_with("Exif\0\0"sv)) return {};
+    return {place + kHead, std::int64_t(NumberAt(head, 4, 2, true)) - 8};
 }
 
 } // namespace
 
 ExifPlaces FindExif(const FileBytes& file, std::string_view start) {
     start = start.substr(0, kKindBytes);
-    if (IsPng(start)) return {WithoutWords(file, ExifOfPng(file)), {}, {}, {}};
-    if (IsWebP(start)) return {WithoutWords(file, ExifOfWebP(file)), {}, {}, {}};
-    if (IsHeif(start)) return {WithoutWords(file, ExifOfHeif(file)), {}, {}, {}};
-    if (IsJxl(start)) return {BehindOffset(file, FindBox(file, WholeOf(file), "Exif")), {}, {}, {}};
+    if (IsPng(start)) return {WithoutWords(file, ExifOfPng(file)), {}, {}};
+    if (IsWebP(start)) return {WithoutWords(file, ExifOfWebP(file)), {}, {}};
+    if (IsHeif(start)) return {WithoutWords(file, ExifOfHeif(file)), {}, {}};
+    if (IsJxl(start)) return {BehindOffset(file, FindBox(file, WholeOf(file), "Exif")), {}, {}};
     if (!IsRaw(start)) return {};
-    if (start.starts_with("FUJIFILM")) return JpegInside(start);
+    if (start.starts_with("FUJIFILM")) return {ExifOfJpegInside(file, start), {}, {}};
     if (start.substr(4).starts_with("ftyp")) return ExifOfMakersBoxes(file);
-    if (start.starts_with("II") || start.starts_with("MM")) return {WholeOf(file), {}, {}, {}};
+    if (start.starts_with("II") || start.starts_with("MM")) return {WholeOf(file), {}, {}};
     return {};
 }
 

@@ -13,7 +13,6 @@ struct ExifPlaces {
     Span first;
     Span exif;  // where the Exif directory stands apart
     Span maker; // and the maker's note
-    Span jpeg;  // a whole JPEG file that has them
 };
 
 // `start` are the first bytes of the file. Plain TIFF files are not meant.

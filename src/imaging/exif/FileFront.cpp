@@ -34,7 +34,6 @@ std::optional<std::string> ReadFileFront(int number) {
     auto front = file.Read(0, kFileFront);
     if (!front || StandsAsItIs(*front, file)) return front;
     const ExifPlaces places = FindExif(file, *front);
-    if (places.jpeg.length > 0) return file.Read(places.jpeg.place, kFileFront);
     if (places.first.length <= 0) return front;
     const TiffBlock first(file, places.first);
     const TiffBlock exif(file, places.exif);
