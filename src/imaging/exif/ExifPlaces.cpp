@@ -86,8 +86,7 @@ ExifPlaces ExifOfMakersBoxes(const FileBytes& file) {
     const Span own = FindBox(file, movie, "uuid");
     if (own.length < kName) return {};
     const Span boxes{own.place + kName, own.length - kName};
-    return {FindBox(file, boxes, "CMT1"),
-            FindBox(file, boxes, "CMT2"),
+    return {FindBox(file, boxes, "CMT1"), FindBox(file, boxes, "CMT2"),
             FindBox(file, boxes, "CMT3")};
 }
 
