@@ -14,6 +14,7 @@ const PictureFormat kFitsFormat{};
 const PictureFormat kRawFormat{};
 const PictureFormat kHeifFormat{};
 const PictureFormat kJxlFormat{};
+const PictureFormat kTiffFormat{};
 const PictureFormat kToolkitFormat{};
 
 } // namespace tarn

@@ -2,6 +2,7 @@
 #include "FitsFiles.h"
 #include "XisfFiles.h"
 #include "clips/SerWriter.h"
+#include "support/ContainerFiles.h"
 #include "support/ExifBuilder.h"
 
 #include "clips/SerFile.h"
@@ -49,6 +50,33 @@ void AddPictures(Corpus& corpus) {
     corpus.Add("dates", "before_start", unfit + std::string(40, '\0'));
     corpus.Add("dates", "text", "2004:06:22 20:15:30");
     corpus.Add("dates", "below_zero", "2004:06:22 20:15:-3");
+
+    const std::string block = TiffOf(CanonPicture());
+    for (const auto& [name, file] : {std::pair{"png", PngWith(block, false, 100)},
+                                     {"png_behind", PngWith(block, true, 100)},
+                                     {"webp", WebPWith(block)},
+                                     {"heif", HeifWith(block)},
+                                     {"heif_small", HeifWith(block, {0, true, true})},
+                                     {"jxl", JxlWith(block)},
+                                     {"raw_boxes", RawBoxes(block, block, block)},
+                                     {"raw_jpeg", RawAroundJpeg(NikonPicture())},
+                                     {"raw", std::string(block).replace(2, 2, "RO")},
+                                     {"tiff", block}})
+        corpus.Add("exif", name, file);
+
+    std::string masked = "BM" + std::string(8, '\0') +
+                         "\x46\0\0\0\x28\0\0\0\2\0\0\0\2\0\0\0\1\0"
+                         "\x20\0\3\0\0\0"s;
+    masked.resize(54);
+    masked += "\0\0\xF0\x3F\0\xFC\x0F\0\xFF\3\0\0\0\0\0\0"s + std::string(16, '\x5A');
+    corpus.Add("gaps", "masks", masked);
+    corpus.Add("gaps", "array", "BA" + std::string(12, '\0') + masked);
+    corpus.Add("gaps", "gif",
+               "GIF89a\1\0\1\0\x80\0\0\0\0\0\xFF\xFF\xFF,\0\0\0\0\1\0\1\0\0\2\2D\1\0;"s);
+    corpus.Add("gaps", "png",
+               "\x89PNG\r\n\x1A\n"s +
+                   PngChunk("IHDR", HighFirst(2, 4) + HighFirst(2, 4) + "\x10\2\0\0\0"s) +
+                   PngChunk("tRNS", "\x12\x34\x80\x80\0\0"s) + PngChunk("IDAT", "x"));
 
     for (const auto& [name, start] :
          {std::pair{"jpeg", "\xFF\xD8\xFF\xE1"s},

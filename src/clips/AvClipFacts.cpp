@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace tarn {
 
@@ -58,6 +59,8 @@ ClipFacts ReadClipFacts(const std::string& path, const std::atomic<bool>& stop) 
     clip.indexed = (file->iformat->flags & AVFMT_TS_DISCONT) == 0;
     clip.width = stream.codecpar->width;
     clip.height = stream.codecpar->height;
+    clip.quarters = QuarterTurnsOf(stream);
+    if (clip.quarters % 2 != 0) std::swap(clip.width, clip.height);
     if (stream.avg_frame_rate.den > 0) clip.rate = av_q2d(stream.avg_frame_rate);
     ReadTimes(*file, stream, clip);
     if (clip.times.empty() || stop) {

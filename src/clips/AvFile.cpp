@@ -1,6 +1,11 @@
 #include "clips/AvFile.h"
 
+extern "C" {
+#include <libavutil/display.h>
+}
+
 #include <array>
+#include <cmath>
 
 namespace tarn {
 
@@ -27,6 +32,16 @@ AvFile OpenAvFile(const std::string& path, const std::atomic<bool>& stop, std::s
     code = avformat_find_stream_info(opened, nullptr);
     if (code < 0) return error = AvErrorText(code), nullptr;
     return file;
+}
+
+int QuarterTurnsOf(const AVStream& stream) {
+    constexpr std::size_t kMatrixBytes = 9 * sizeof(std::int32_t);
+    std::size_t bytes = 0;
+    const std::uint8_t* matrix =
+        av_stream_get_side_data(&stream, AV_PKT_DATA_DISPLAYMATRIX, &bytes);
+    if (!matrix || bytes < kMatrixBytes) return 0;
+    const double left = av_display_rotation_get(reinterpret_cast<const std::int32_t*>(matrix));
+    return std::isfinite(left) ? (4 - int(std::lround(left / 90)) % 4) % 4 : 0;
 }
 
 } // namespace tarn

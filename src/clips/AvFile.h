@@ -26,4 +26,8 @@ AvFile OpenAvFile(const std::string& path, const std::atomic<bool>& stop, std::s
 
 std::string AvErrorText(int code);
 
+// Quarters of a turn clockwise by which the file wants its frames shown, 0 to 3: telephones film as
+// they are held.
+int QuarterTurnsOf(const AVStream& stream);
+
 } // namespace tarn

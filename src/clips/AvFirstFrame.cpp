@@ -7,6 +7,8 @@ extern "C" {
 #include <libswscale/swscale.h>
 }
 
+#include <QTransform>
+
 #include <memory>
 
 namespace tarn {
@@ -62,7 +64,9 @@ QImage FirstOfAv(const std::string& path, int side) {
         return {};
     decoder->thread_count = 1;
     if (avcodec_open2(decoder.get(), codec, nullptr) < 0) return {};
-    return DecodeOne(*file, stream, *decoder, *frame) ? Scaled(*frame, side) : QImage();
+    if (!DecodeOne(*file, stream, *decoder, *frame)) return {};
+    const QTransform upright = QTransform().rotate(90.0 * QuarterTurnsOf(*file->streams[stream]));
+    return Scaled(*frame, side).transformed(upright);
 }
 
 } // namespace tarn

@@ -8,8 +8,9 @@
 namespace tarn {
 
 struct ClipFacts {
-    int width = 0; // pixels
+    int width = 0; // pixels, as they are to be shown
     int height = 0;
+    int quarters = 0;          // of a turn clockwise, from the frames as stored
     double rate = 0;           // frames a second, as stated, or counted where it is not
     double start = 0;          // of the container, from which players count, seconds
     std::vector<double> times; // of the frames, seconds, ascending

@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QMetaObject>
 #include <QObject>
+#include <QTransform>
 
 #include <mpv/client.h>
 #include <mpv/render.h>
@@ -55,8 +56,8 @@ constexpr std::pair<const char*, const char*> kOptions[] = {
     {"aid", "no"}, // sound is off until it is asked for
     {"osd-level", "0"},
     {"hwdec", "no"},
-    {"video-rotate", "no"},
-    {"keepaspect", "no"}, // the frame fills the size that is asked for
+    {"video-rotate", "no"}, // this renderer cannot, so frames are turned when they are made
+    {"keepaspect", "no"},   // the frame fills the size that is asked for
     {"idle", "yes"}};
 
 // The library with its renderer. Frames are made on a thread of their own, since one of a large
@@ -134,7 +135,11 @@ public:
         return {};
     }
 
-    void SetPlayer(ClipPlayer* player) { m_shows = player; }
+    void SetPlayer(ClipPlayer* player) {
+        const std::lock_guard lock(m_mutex);
+        m_shows = player;
+        m_quarters = player->Facts().quarters;
+    }
 
 private:
     void Ask(bool waits) {
@@ -157,10 +162,11 @@ private:
             m_news = false;
             const bool asked = m_asked;
             const QSize size = m_size;
+            const int quarters = m_quarters;
             lock.unlock();
             const bool isNew =
                 (mpv_render_context_update(m_renderer) & MPV_RENDER_UPDATE_FRAME) != 0;
-            const QImage frame = asked || isNew ? Render(size) : QImage();
+            const QImage frame = asked || isNew ? Render(size, quarters) : QImage();
             lock.lock();
             if (asked) m_asked = false;
             if (frame.isNull()) continue;
@@ -174,7 +180,8 @@ private:
     }
 
     // Without a size the frame is taken from the player and thrown away.
-    QImage Render(QSize size) {
+    QImage Render(QSize size, int quarters) {
+        if (quarters % 2 != 0) size.transpose();
         QImage frame = size.isEmpty() ? QImage() : QImage(size, QImage::Format_RGB32);
         int sides[] = {frame.width(), frame.height()};
         char format[] = "bgr0";
@@ -192,7 +199,8 @@ private:
                                       {MPV_RENDER_PARAM_INVALID, nullptr}};
         const bool isDrawn =
             mpv_render_context_render(m_renderer, frame.isNull() ? skipped : drawn) >= 0;
-        return isDrawn ? frame : QImage();
+        if (!isDrawn) return {};
+        return quarters == 0 ? frame : frame.transformed(QTransform().rotate(90.0 * quarters));
     }
 
     // A frame that was made before the one on show comes too late.
@@ -213,7 +221,8 @@ private:
     bool m_asked = false; // a frame is waited for
     bool m_ends = false;
     QSize m_size;
-    QImage m_frame; // the last one made
+    int m_quarters = 0; // of a turn clockwise
+    QImage m_frame;     // the last one made
     int m_number = 0;
     std::thread m_worker;
 };

@@ -123,7 +123,9 @@ std::string SerFile::Open(const std::string& path) {
     const std::int64_t held =
         (::ftello(m_file.get()) - std::int64_t(kHeaderBytes)) / h.FrameBytes();
     m_framesStated = int(std::min<std::uint32_t>(frames, INT32_MAX));
-    h.frames = int(std::min<std::int64_t>(held, m_framesStated));
+    // The count is written at the end: 0 is of a recording that was broken off.
+    const int counted = frames > 0 ? m_framesStated : INT32_MAX;
+    h.frames = int(std::min<std::int64_t>(held, counted));
     return h.frames > 0 ? "" : "The clip has no frames";
 }
 

@@ -34,7 +34,7 @@ bool IsSer(const std::string& start);
 class SerFile {
 public:
     // An error text, empty when it can be read. A file that is cut off has fewer frames than it
-    // says.
+    // says, one whose recording was broken off as many as it holds.
     std::string Open(const std::string& path);
 
     const SerHeader& Header() const { return m_header; }

@@ -13,8 +13,9 @@ struct ConvertOptions {
     // Longest side that is allowed, in pixels; 0 for no limit. One of them at most.
     int maxWidth = 0;
     int maxHeight = 0;
-    std::string text; // drawn at the bottom left; empty: none
-    std::string font; // family
+    int orientation = 1; // the camera's, 1 to 8: the copy has no camera data to tell it
+    std::string text;    // drawn at the bottom left; empty: none
+    std::string font;    // family
     int rgb = 0xFFFFFF;
     std::vector<std::string> spared; // files that no result is written over
 };

@@ -1,6 +1,7 @@
 #include "convert/ConvertPicture.h"
 
 #include "imaging/JpegWriter.h"
+#include "pictureinfo/PictureInfoReader.h"
 
 #include <QColor>
 #include <QFont>
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 namespace tarn {
 
@@ -24,6 +26,21 @@ std::string DrawText(ImgX& picture, const ConvertOptions& options) {
     DrawCaption(drawn, options, drawn.height(), 1, 0);
     picture.TakePicture(drawn);
     return {};
+}
+
+// What the end message says of it.
+std::string MakeSmaller(ImgX& picture, const ConvertOptions& options) {
+    std::string suffix;
+    if (options.maxWidth > 0 && options.maxWidth < picture.Width()) {
+        picture.Scale(options.maxWidth, 0);
+        suffix = ", width = " + std::to_string(options.maxWidth);
+    }
+    if (options.maxHeight > 0 && options.maxHeight < picture.Height()) {
+        const double width = double(options.maxHeight) / picture.Height() * picture.Width();
+        picture.Scale(std::max(1, int(std::lround(width))), options.maxHeight);
+        suffix = ", height = " + std::to_string(options.maxHeight);
+    }
+    return suffix;
 }
 
 } // namespace
@@ -51,22 +68,26 @@ void DrawCaption(QImage& picture, const ConvertOptions& options, int pictureHeig
                      QString::fromStdString(options.text));
 }
 
+int OrientationOf(const ImgX& picture) {
+    if (!picture.Facts() || picture.IsUpright()) return 1;
+    const auto reader = std::make_unique<PictureInfoReader>(); // large
+    PictureInfo info;
+    reader->ReadPictureInfo(info, PictureFile(picture.Facts()->look, picture.Facts()->front));
+    return info.ExpOrientation;
+}
+
 Converted ConvertPicture(ImgX& picture, const ConvertOptions& options) {
+    const Turn upright = Turn::Upright(options.orientation);
+    picture.TurnBy(upright);
     Converted result;
     if (!options.text.empty()) result.error = DrawText(picture, options);
-    if (!result.error.empty()) return result;
-    if (options.maxWidth > 0 && options.maxWidth < picture.Width()) {
-        picture.Scale(options.maxWidth, 0);
-        result.suffix = ", width = " + std::to_string(options.maxWidth);
+    if (result.error.empty()) {
+        result.suffix = MakeSmaller(picture, options);
+        const QImage& pixels = picture.FullPicture();
+        result.error = picture.ErrorText();
+        if (result.error.empty()) result.jpeg = EncodeJpeg(pixels, options.quality, &result.error);
     }
-    if (options.maxHeight > 0 && options.maxHeight < picture.Height()) {
-        const double width = double(options.maxHeight) / picture.Height() * picture.Width();
-        picture.Scale(std::max(1, int(std::lround(width))), options.maxHeight);
-        result.suffix = ", height = " + std::to_string(options.maxHeight);
-    }
-    const QImage& pixels = picture.FullPicture();
-    result.error = picture.ErrorText();
-    if (result.error.empty()) result.jpeg = EncodeJpeg(pixels, options.quality, &result.error);
+    picture.TurnBy(upright.Inverse());
     return result;
 }
 

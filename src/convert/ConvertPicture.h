@@ -17,8 +17,12 @@ struct Converted {
 // Why a limit cannot be one: "Convert to Jpg max width too small, must be > 9.", or empty.
 std::string FaultOfLimit(int limit, const char* side);
 
-// Draws on the picture itself and makes it smaller: it is what was written when this returns.
+// Draws on the picture itself and makes it smaller: it is what was written when this returns, but
+// for the turn by the camera's orientation.
 Converted ConvertPicture(ImgX& picture, const ConvertOptions& options);
+
+// The orientation that a picture's file tells, where its pixels are not upright yet; else 1.
+int OrientationOf(const ImgX& picture);
 
 // Where the line of text stands in a picture of this height, in pixels: its left, its top, and the
 // height of the letters.

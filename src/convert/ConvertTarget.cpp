@@ -11,8 +11,13 @@ namespace {
 
 constexpr int kEnding = 4; // characters of a name that the new ending takes the place of
 
+// One character at least stays. Of a longer ending the point goes too, for the new one brings its
+// own.
 std::string StemOf(const std::string& name) {
-    return std::string(LeftChars(name, std::max(1, Length(name) - kEnding))); // one at least stays
+    std::string stem(LeftChars(name, std::max(1, Length(name) - kEnding)));
+    const bool longer = name.substr(stem.size()).find('.') == std::string::npos;
+    if (longer && stem.size() > 1 && stem.ends_with('.')) stem.pop_back();
+    return stem;
 }
 
 ConvertTarget Named(const std::string& folder, const std::string& stem) {

@@ -2,6 +2,7 @@
 
 #include "common/dates.h"
 #include "imaging/PictureLoader.h"
+#include "imaging/Upright.h"
 #include "imaging/fits/FitsLines.h"
 #include "pictureinfo/CameraDataText.h"
 #include "pictureinfo/PictureFile.h"
@@ -9,13 +10,6 @@
 #include <filesystem>
 
 namespace tarn {
-
-namespace {
-
-constexpr int kFirstSidewaysOrientation = 5;
-constexpr int kLastSidewaysOrientation = 8;
-
-} // namespace
 
 long long DiskFacts::FileBytes(const std::string& path) const {
     if (path == m_read && m_reader.FileWasRead()) return m_reader.File().size;
@@ -51,9 +45,7 @@ const PictureInfo& DiskFacts::Read(const std::string& path) {
 
 std::pair<int, int> DiskFacts::UprightSize(const std::string& path) {
     const PictureInfo& info = Read(path);
-    const int orientation = info.ExpOrientation;
-    const bool sideways =
-        orientation >= kFirstSidewaysOrientation && orientation <= kLastSidewaysOrientation;
+    const bool sideways = LiesOnItsSide(info.ExpOrientation);
     return sideways ? std::pair(int(info.ImageHeight), int(info.ImageWidth))
                     : std::pair(int(info.ImageWidth), int(info.ImageHeight));
 }

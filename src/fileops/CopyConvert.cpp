@@ -91,7 +91,9 @@ Outcome CopyRoom::Convert(const ConvertTarget& target) {
 
 Outcome CopyRoom::WriteConverted(ImgX& picture, const ConvertTarget& target) {
     if (m.state.ConvertJpgType == kNoteLines) SetNote();
-    Converted converted = ConvertPicture(picture, Options(target.name));
+    ConvertOptions options = Options(target.name);
+    options.orientation = m.state.SlideViewing ? OrientationOf(picture) : m.state.ExpOrientation;
+    Converted converted = ConvertPicture(picture, options);
     Changes changes(m.files);
     const bool stands = m.files.Exists(target.path); // it is not lost
     if (converted.error.empty() &&

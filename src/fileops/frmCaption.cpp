@@ -233,7 +233,8 @@ void frmCaption::Step(bool forward) {
 
 // The left of the lower end, large enough to read.
 void frmCaption::ShowPreview() {
-    const ImgX& picture = m.state.ImgXfull;
+    ImgX picture = m.state.ImgXfull; // the copy is upright
+    picture.TurnBy(Turn::Upright(m.state.ExpOrientation));
     const QImage& held = picture.SystemPicture();
     if (held.isNull() || picture.Height() < 1) {
         m_preview->clear();

@@ -1,5 +1,9 @@
-// HEIF and AVIF, as telephones write them. The library turns and crops as the file says.
+// HEIF and AVIF, as telephones write them. The library turns and crops as the file says; where it
+// says nothing, the camera data count.
 #include "imaging/PictureFormat.h"
+#include "imaging/Turn.h"
+#include "imaging/exif/Boxes.h"
+#include "imaging/exif/FileFront.h"
 
 #include <libheif/heif.h>
 
@@ -45,7 +49,12 @@ public:
     const std::string& Error() const { return m_error; }
     const heif_image_handle* Picture() const { return m_handle.get(); }
     QSize Size() const {
-        return {heif_image_handle_get_width(Picture()), heif_image_handle_get_height(Picture())};
+        return LeftTurn().Of(
+            {heif_image_handle_get_width(Picture()), heif_image_handle_get_height(Picture())});
+    }
+    Turn LeftTurn() const { // that the library does not make
+        const FileBytes file(::fileno(m_file));
+        return HeifTurns(file) ? Turn() : Turn::Upright(OrientationOfContainer(file));
     }
 
 private:
@@ -81,8 +90,9 @@ QImage DecodeHeif(std::FILE* file, QSize, std::string& error) {
     const QSize size(heif_image_get_width(decoded, heif_channel_interleaved),
                      heif_image_get_height(decoded, heif_channel_interleaved));
     if (!pixels || size.isEmpty()) return error = "The picture has no pixels", QImage();
-    return QImage(pixels, size.width(), size.height(), stride, QImage::Format_RGBA8888)
-        .convertToFormat(shinesThrough ? QImage::Format_ARGB32 : QImage::Format_RGB32);
+    return heif.LeftTurn().Of(
+        QImage(pixels, size.width(), size.height(), stride, QImage::Format_RGBA8888)
+            .convertToFormat(shinesThrough ? QImage::Format_ARGB32 : QImage::Format_RGB32));
 }
 
 std::string ProfileOfHeif(std::FILE* file) {

@@ -13,6 +13,7 @@
 #include <lcms2.h>
 #include <libheif/heif_version.h>
 #include <libraw/libraw_version.h>
+#include <tiffvers.h>
 
 namespace tarn {
 
@@ -26,6 +27,9 @@ constexpr char kJpegBuilt[] = TARN_TEXT(LIBJPEG_TURBO_VERSION);
 #else
 constexpr char kJpegBuilt[] = TARN_TEXT(JPEG_LIB_VERSION);
 #endif
+
+constexpr char kTiffBuilt[] = TARN_TEXT(TIFFLIB_MAJOR_VERSION) "." TARN_TEXT(
+    TIFFLIB_MINOR_VERSION) "." TARN_TEXT(TIFFLIB_MICRO_VERSION);
 
 // "0.20.2-Release" is 0.20.2.
 std::string Numbers(const std::string& version) {
@@ -70,6 +74,7 @@ std::vector<Library> ImagingLibraries(Versions asked) {
         {"LZ4", built.lz4, runs.lz4},
         {"Zstandard", built.zstd, runs.zstd},
         {"Nettle", built.nettle, runs.nettle},
+        {"libtiff", kTiffBuilt, Running(asked, "tiff")},
     };
 }
 

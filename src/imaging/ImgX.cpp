@@ -187,6 +187,11 @@ void ImgX::Mirror(int axis) {
     m_shown = {};
 }
 
+void ImgX::TurnBy(const Turn& turn) {
+    if (turn.mirrored) Mirror(0);
+    if (turn.quarters != 0) Rotate(90.0F * float(turn.quarters));
+}
+
 void ImgX::Brightness(int value) {
     if (!HasImage() || value == 0) return;
     m_brightened.push_back(value);

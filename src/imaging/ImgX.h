@@ -69,6 +69,9 @@ public:
     // Axis 0 left to right, 1 top to bottom.
     void Mirror(int axis);
 
+    // Right angles and mirroring in one.
+    void TurnBy(const Turn& turn);
+
     // -100 to 100, so many percent of white added to each channel; 0 leaves the picture as it is.
     void Brightness(int value);
 

@@ -9,6 +9,7 @@ namespace {
 constexpr char kRaw[] = "raw";
 constexpr char kHeif[] = "heif";
 constexpr char kJxl[] = "jxl";
+constexpr char kTiff[] = "tiff";
 
 template <const char* kName> struct Late {
     static const PictureFormat* Format(std::string& error) {
@@ -38,5 +39,7 @@ const PictureFormat kHeifFormat{Late<kHeif>::Size, Late<kHeif>::Decode, false, t
                                 Late<kHeif>::Profile};
 const PictureFormat kJxlFormat{Late<kJxl>::Size, Late<kJxl>::Decode, false, true,
                                Late<kJxl>::Profile};
+const PictureFormat kTiffFormat{Late<kTiff>::Size, Late<kTiff>::Decode, false, false,
+                                nullptr,           IsContainerTurned};
 
 } // namespace tarn

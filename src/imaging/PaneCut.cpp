@@ -64,13 +64,15 @@ QImage SeenMoved(const QImage& before, const SeenPart& was, const ImgX& picture,
     const QRect now = RectOf(part);
     const QRect old = RectOf(was);
     const QRect stays = now & old;
-    if (before.size() != now.size() || old.size() != now.size() || stays.isEmpty())
+    if (before.size() != now.size() || before.depth() != 32 || stays.isEmpty())
         return SeenOf(picture, times, part, brightness);
     QImage seen(now.size(), before.format());
     Put(before, stays.translated(-old.topLeft()), seen, stays.topLeft() - now.topLeft());
     for (const QRect& fresh : QRegion(now) - QRegion(stays)) {
         const SeenPart strip{fresh.left(), fresh.top(), fresh.width(), fresh.height()};
         const QImage made = SeenOf(picture, times, strip, brightness);
+        if (made.size() != fresh.size() || made.depth() != seen.depth())
+            return SeenOf(picture, times, part, brightness); // its pixels went away meanwhile
         Put(made, made.rect(), seen, fresh.topLeft() - now.topLeft());
     }
     return seen;

@@ -20,11 +20,14 @@ struct PictureFormat {
     QImage (*decode)(std::FILE* file, QSize wanted, std::string& error);
 
     bool reduces; // decode can read less than all pixels
-    bool upright; // decode turns by what the file says of its orientation
+    bool upright; // decode, and so size, turns by what the file says of its orientation
 
     // The colour profile of the file; empty for none, or where the decoded picture has it. Null
     // where pixels come in the colours of the screen.
     std::string (*profile)(std::FILE* file);
+
+    // Of a format that turns some of its files: whether this is one. Null for the others.
+    bool (*turns)(std::FILE* file) = nullptr;
 };
 
 extern const PictureFormat kJpegFormat;    // the camera's own files, reduced while decoding
@@ -32,6 +35,7 @@ extern const PictureFormat kFitsFormat;    // pictures of telescopes, stretched 
 extern const PictureFormat kRawFormat;     // what a sensor recorded
 extern const PictureFormat kHeifFormat;    // HEIF and AVIF
 extern const PictureFormat kJxlFormat;     // JPEG XL
+extern const PictureFormat kTiffFormat;    // by the toolkit, in parts where it gives up
 extern const PictureFormat kToolkitFormat; // whatever the toolkit has a reader for
 
 // What a module that reads one format exports.
@@ -39,6 +43,9 @@ struct FormatModule {
     const PictureFormat* format;
     std::string (*version)(); // of the library that runs
 };
+
+// Whether a file that says how it is to be turned is turned by its reader.
+bool IsContainerTurned(std::FILE* file);
 
 // The colour profile of a JPEG file; empty when it has none.
 std::string ProfileOfJpeg(std::FILE* file);

@@ -4,6 +4,7 @@
 #include "imaging/ColorProfiles.h"
 #include "imaging/FormatOf.h"
 #include "imaging/Pixels.h"
+#include "imaging/exif/FileFront.h"
 #include "imaging/fits/FitsLines.h"
 #include "imaging/fits/ImageChoice.h"
 #include "imaging/fits/ScreenStretch.h"
@@ -65,21 +66,6 @@ FileLook LookOf(std::FILE* file) {
     return ::fstat(::fileno(file), &facts) == 0 ? tarn::LookOf(facts) : FileLook();
 }
 
-std::optional<std::string> FrontOf(std::FILE* file) {
-    std::string front(kFileFront, '\0');
-    std::size_t filled = 0;
-    while (filled < front.size()) {
-        const ssize_t count = ::pread(::fileno(file), front.data() + filled, front.size() - filled,
-                                      static_cast<off_t>(filled));
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0 && filled == 0) return {};
-        if (count <= 0) break;
-        filled += static_cast<std::size_t>(count);
-    }
-    front.resize(filled);
-    return front;
-}
-
 // Libraries throw when memory is short; a worker thread would end the program.
 template <typename Read> auto Guarded(std::string& error, const Read& read) -> decltype(read()) {
     try {
@@ -94,6 +80,10 @@ QSize SizeOf(const PictureFormat& format, std::FILE* file, std::string& error) {
     return Guarded(error, [&] { return format.size(file, error); });
 }
 
+bool Turns(const PictureFormat& format, std::FILE* file) {
+    return format.upright || (format.turns && format.turns(file));
+}
+
 std::shared_ptr<PictureSource> MakeSource(const std::string& path, std::FILE* file,
                                           const PictureFormat& format, std::string& error) {
     const FileLook look = LookOf(file);
@@ -106,7 +96,8 @@ std::shared_ptr<PictureSource> MakeSource(const std::string& path, std::FILE* fi
                 std::to_string(size.height()) + " pixels does not fit into memory";
         return nullptr;
     }
-    return std::make_shared<PictureSource>(path, format, size, look, image);
+    const PictureHeader header{size, Turns(format, file), &format == &kFitsFormat};
+    return std::make_shared<PictureSource>(path, format, header, look, image);
 }
 
 PictureHeader HeaderOf(const FileHandle& file) {
@@ -114,7 +105,7 @@ PictureHeader HeaderOf(const FileHandle& file) {
     std::string error;
     const PictureFormat& format = FormatOf(file.get());
     const QSize size = SizeOf(format, file.get(), error);
-    return {error.empty() ? size : QSize(0, 0), format.upright, &format == &kFitsFormat};
+    return {error.empty() ? size : QSize(0, 0), Turns(format, file.get()), &format == &kFitsFormat};
 }
 
 } // namespace
@@ -182,7 +173,7 @@ void PictureSource::TakeFacts(std::FILE* file, const FileLook& look) {
     m_facts = std::make_shared<PictureFacts>(
         PictureFacts{look,
                      {m_size, IsUpright(), fits},
-                     FrontOf(file),
+                     ReadFileFront(::fileno(file)),
                      fits ? SkyFactsOf(NameOfOpen(::fileno(file))) : SkyFacts()});
 }
 
@@ -200,7 +191,7 @@ void PictureSource::TimesWereSet(const FileLook& now) {
 }
 
 bool PictureSource::IsUpright() const {
-    return m_format.upright;
+    return m_upright;
 }
 
 void PictureSource::PrepareScaled(QSize size) {

@@ -18,15 +18,16 @@ struct PictureFormat;
 
 // One picture file on disk, opened anew for each reading, so that a memory card is never held.
 // Pixels come in the colours of the screen, as stored (no turn by orientation) but for the formats
-// whose libraries turn them. For one thread at a time.
+// whose readers turn them. For one thread at a time.
 class PictureSource {
 public:
     // `image`: of the file's pictures, from 0.
-    PictureSource(std::string path, const PictureFormat& format, QSize size, const FileLook& look,
-                  int image)
-        : m_path(std::move(path)), m_format(format), m_size(size), m_look(look), m_image(image) {}
+    PictureSource(std::string path, const PictureFormat& format, const PictureHeader& header,
+                  const FileLook& look, int image)
+        : m_path(std::move(path)), m_format(format), m_upright(header.upright), m_size(header.size),
+          m_look(look), m_image(image) {}
 
-    // Pixels of the file as stored, from its header; 0 x 0 when the header does not say.
+    // Pixels that Decode has, from the file's header; 0 x 0 when the header does not say.
     QSize Size() const { return m_size; }
 
     // Whether Decode may give less than all pixels.
@@ -70,6 +71,7 @@ private:
 
     std::string m_path;
     const PictureFormat& m_format;
+    bool m_upright;
     QSize m_size;
     FileLook m_look;
     int m_image;

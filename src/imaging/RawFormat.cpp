@@ -4,10 +4,13 @@
 #include "imaging/ColorProfiles.h"
 #include "imaging/PictureFormat.h"
 #include "imaging/Turn.h"
+#include "imaging/exif/FileBytes.h"
 
 #include <libraw/libraw.h>
 
+#include <algorithm>
 #include <array>
+#include <climits>
 #include <cmath>
 #include <cstring>
 #include <memory>
@@ -16,6 +19,7 @@ namespace tarn {
 
 namespace {
 
+constexpr char kDamaged[] = "Data of this raw file are missing or damaged";
 constexpr double kSameShape = 0.02; // part by which the camera's own picture may differ in shape
 
 // The library reads through this, so that a name says nothing and a file is opened once.
@@ -49,6 +53,8 @@ private:
 struct Raw {
     Raw(std::FILE* file, bool forPixels)
         : stream(file), reader(std::make_unique<LibRaw>(LIBRAW_OPIONS_NO_DATAERR_CALLBACK)) {
+        reader->set_dataerror_handler(
+            [](void* damaged, const char*, int) { *static_cast<bool*>(damaged) = true; }, &damaged);
         fault = reader->open_datastream(&stream);
         if (fault == LIBRAW_SUCCESS) fault = reader->adjust_sizes_info_only();
         if (fault != LIBRAW_SUCCESS) return;
@@ -65,7 +71,8 @@ struct Raw {
     FileStream stream;
     std::unique_ptr<LibRaw> reader; // large
     int fault;
-    QSize size{0, 0}; // upright
+    QSize size{0, 0};     // upright
+    bool damaged = false; // data of the file are missing or wrong
 };
 
 // The library keeps three bits: mirrored left to right, top to bottom, and then sides exchanged.
@@ -90,8 +97,8 @@ bool HasShapeOf(QSize picture, QSize size) {
     return std::abs(double(picture.width()) / picture.height() / wanted - 1) < kSameShape;
 }
 
-// The camera's own picture, upright; null when it has too few pixels or another shape.
-QImage CamerasPicture(Raw& raw, QSize wanted) {
+// The camera's own picture, upright; null when there is none of this shape. `least` is its size.
+QImage CamerasPicture(Raw& raw, QSize wanted, QSize least) {
     LibRaw& reader = *raw.reader;
     if (reader.unpack_thumb() != LIBRAW_SUCCESS) return {};
     const libraw_thumbnail_t& thumb = reader.imgdata.thumbnail;
@@ -103,8 +110,8 @@ QImage CamerasPicture(Raw& raw, QSize wanted) {
     const QSize size = kJpegFormat.size(memory.get(), error);
     QImage picture;
     const QSize upright = turn.Of(size);
-    const bool serves = !size.isEmpty() && upright.width() >= wanted.width() &&
-                        upright.height() >= wanted.height() && HasShapeOf(upright, raw.size);
+    const bool serves = !size.isEmpty() && upright.width() >= least.width() &&
+                        upright.height() >= least.height() && HasShapeOf(upright, raw.size);
     if (serves) {
         std::rewind(memory.get());
         const std::string profile = ProfileOfJpeg(memory.get());
@@ -116,7 +123,51 @@ QImage CamerasPicture(Raw& raw, QSize wanted) {
     return error.empty() ? turn.Of(picture) : QImage();
 }
 
-QImage Developed(Raw& raw, QSize wanted, std::string& error) {
+// Whether data packed as JPEG files are stand where the library looks for them: it passes over
+// those that do not, and leaves what they should fill as its memory was.
+bool PackedDataAreThere(LibRaw& reader, std::FILE* file) {
+    const std::string_view packing = reader.unpack_function_name();
+    const bool tiled = packing.starts_with("lossless_dng");
+    if (!tiled && !packing.starts_with("lossless_jpeg")) return true;
+    const FileBytes bytes(::fileno(file));
+    const auto& data = reader.get_internal_data_pointer()->unpacker_data;
+    const auto begins = [&](std::int64_t place) { return bytes.At(place, 2).ends_with('\xD8'); };
+    if (!tiled || data.tile_length >= INT_MAX) return begins(data.data_offset);
+    const auto count = [](unsigned whole, unsigned tile) {
+        return tile == 0 ? 0U : (whole + tile - 1) / tile;
+    };
+    const std::size_t tiles = std::size_t(count(reader.imgdata.sizes.raw_width, data.tile_width)) *
+                              count(reader.imgdata.sizes.raw_height, data.tile_length);
+    const std::string list = bytes.At(data.data_offset, tiles * 4);
+    for (std::size_t i = 0; i < tiles; ++i)
+        if (!begins(std::int64_t(NumberAt(list, i * 4, 4, data.order == 0x4D4D)))) return false;
+    return true;
+}
+
+// No sensor has rows without any noise.
+bool EndsInNothing(const libraw_data_t& data) {
+    constexpr int kRows = 8;
+    const auto& sizes = data.sizes;
+    const void* samples = data.rawdata.raw_image;
+    std::size_t bytes = sizeof(ushort);
+    if (!samples) {
+        const bool three = data.rawdata.color3_image != nullptr;
+        samples =
+            three ? static_cast<const void*>(data.rawdata.color3_image) : data.rawdata.color4_image;
+        bytes *= three ? 3 : 4;
+    }
+    if (!samples || sizes.height < kRows) return false;
+    const std::size_t pitch = sizes.raw_pitch ? sizes.raw_pitch : sizes.raw_width * bytes;
+    for (int row = sizes.height - kRows; row < sizes.height; ++row) {
+        const char* start = static_cast<const char*>(samples) +
+                            std::size_t(sizes.top_margin + row) * pitch + sizes.left_margin * bytes;
+        if (std::any_of(start, start + sizes.width * bytes, [](char byte) { return byte != 0; }))
+            return false;
+    }
+    return true;
+}
+
+QImage Developed(Raw& raw, std::FILE* file, QSize wanted, std::string& error) {
     LibRaw& reader = *raw.reader;
     libraw_output_params_t& params = reader.imgdata.params;
     params.use_camera_wb = 1;
@@ -124,7 +175,10 @@ QImage Developed(Raw& raw, QSize wanted, std::string& error) {
     const QSize half((raw.size.width() + 1) / 2, (raw.size.height() + 1) / 2);
     params.half_size =
         !wanted.isEmpty() && half.width() >= wanted.width() && half.height() >= wanted.height();
+    raw.damaged = false; // of a small picture it was
+    if (!PackedDataAreThere(reader, file)) return error = kDamaged, QImage();
     int fault = reader.unpack();
+    if (fault == LIBRAW_SUCCESS && EndsInNothing(reader.imgdata)) raw.damaged = true;
     if (fault == LIBRAW_SUCCESS) fault = reader.dcraw_process();
     int width = 0;
     int height = 0;
@@ -140,14 +194,41 @@ QImage Developed(Raw& raw, QSize wanted, std::string& error) {
     }
     if (fault != LIBRAW_SUCCESS) return error = LibRaw::strerror(fault), QImage();
     if (picture.isNull()) return error = "The colors of this raw file are not known", QImage();
+    if (raw.damaged) error = kDamaged;
     return picture.convertToFormat(QImage::Format_RGB32);
 }
 
-QImage DecodeRaw(std::FILE* file, QSize wanted, std::string& error) {
+bool IsBlack(const QImage& picture) {
+    for (int y = 0; y < picture.height(); ++y) {
+        const auto* row = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
+        for (int x = 0; x < picture.width(); ++x)
+            if ((row[x] & 0xFFFFFF) != 0) return false;
+    }
+    return true;
+}
+
+// What stands for a picture that cannot be developed: the camera's own, of any size, or the part
+// that could be. What is enlarged has no more to show, but stands where the picture would.
+QImage StandIn(std::FILE* file, const QImage& part) {
     Raw raw(file, true);
-    if (raw.Fails(error)) return {};
-    QImage picture = wanted.isEmpty() ? QImage() : CamerasPicture(raw, wanted);
-    return picture.isNull() ? Developed(raw, wanted, error) : picture;
+    QImage own;
+    if (raw.fault == LIBRAW_SUCCESS) own = CamerasPicture(raw, {}, QSize(1, 1));
+    if (!own.isNull())
+        return own.size() == raw.size
+                   ? own
+                   : own.scaled(raw.size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    return IsBlack(part) ? QImage() : part;
+}
+
+QImage DecodeRaw(std::FILE* file, QSize wanted, std::string& error) {
+    QImage picture;
+    {
+        Raw raw(file, true);
+        if (raw.Fails(error)) return {};
+        if (!wanted.isEmpty()) picture = CamerasPicture(raw, wanted, wanted);
+        if (picture.isNull()) picture = Developed(raw, file, wanted, error);
+    }
+    return error.empty() ? picture : StandIn(file, picture);
 }
 
 constexpr PictureFormat kFormat{RawSize, DecodeRaw, true, true, nullptr};

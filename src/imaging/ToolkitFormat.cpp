@@ -1,8 +1,13 @@
 // Files that the toolkit's own reader takes: PNG, BMP, GIF, TIFF and the like.
 #include "imaging/PictureFormat.h"
+#include "imaging/ToolkitGaps.h"
+#include "imaging/Turn.h"
+#include "imaging/exif/FileFront.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QImageReader>
+#include <QLoggingCategory>
 #include <QtEndian>
 
 #include <algorithm>
@@ -13,6 +18,15 @@ namespace tarn {
 namespace {
 
 constexpr long long kMegabyte = 1024LL * 1024;
+
+// The toolkit would write on the console what is told otherwise.
+void KeepQuiet() {
+    static const bool kQuiet = [] {
+        QLoggingCategory::setFilterRules(QStringLiteral("qt.gui.imageio*=false"));
+        return true;
+    }();
+    Q_UNUSED(kQuiet);
+}
 
 // The toolkit refuses large pictures by a limit of its own, meant for servers.
 void RaiseAllocationLimit() {
@@ -25,18 +39,36 @@ void RaiseAllocationLimit() {
     Q_UNUSED(raised);
 }
 
+// The toolkit knows the orientation of some kinds only.
+int OrientationOf(std::FILE* file) {
+    return OrientationOfContainer(FileBytes(::fileno(file)));
+}
+
 // One reading of one file, by its content whatever its name, as stored.
 class ToolkitReader {
 public:
-    explicit ToolkitReader(std::FILE* file) {
+    explicit ToolkitReader(std::FILE* file, bool forPixels) {
         RaiseAllocationLimit();
+        KeepQuiet();
         std::rewind(file);
+        if (forPixels) m_key = FindKeyColor(file);
+        m_bytes = QByteArray::fromStdString(m_key ? m_key->file : FirstOfBitmaps(file));
+        m_buffer.setBuffer(&m_bytes);
+        m_buffer.open(QIODevice::ReadOnly);
         m_file.open(file, QIODevice::ReadOnly);
         m_reader.setDecideFormatFromContent(true);
         m_reader.setAutoTransform(false);
-        m_reader.setDevice(&m_file);
+        if (m_bytes.isEmpty())
+            m_reader.setDevice(&m_file);
+        else
+            m_reader.setDevice(&m_buffer);
     }
     QImageReader* operator->() { return &m_reader; }
+
+    QImage Read() {
+        const QImage picture = m_reader.read();
+        return m_key && !picture.isNull() ? ShineThrough(picture, *m_key) : picture;
+    }
 
     std::string ErrorText() const {
         return m_reader.error() == QImageReader::UnsupportedFormatError
@@ -46,25 +78,33 @@ public:
 
 private:
     QFile m_file;
+    std::optional<KeyColor> m_key;
+    QByteArray m_bytes; // what is read instead of the file, where it has to be put right
+    QBuffer m_buffer;
     QImageReader m_reader;
 };
 
 QSize ToolkitSize(std::FILE* file, std::string& error) {
-    ToolkitReader reader(file);
-    if (reader->canRead()) return reader->size().isValid() ? reader->size() : QSize(0, 0);
+    ToolkitReader reader(file, false);
+    if (reader->canRead())
+        return reader->size().isValid() ? Turn::Upright(OrientationOf(file)).Of(reader->size())
+                                        : QSize(0, 0);
     error = reader.ErrorText();
     return {0, 0};
 }
 
 QImage DecodeWithToolkit(std::FILE* file, QSize, std::string& error) {
-    ToolkitReader reader(file);
-    const QImage picture = reader->read();
+    if (const auto masked = DecodeBitMasks(file, error)) return *masked;
+    ToolkitReader reader(file, true);
+    const QImage picture = reader.Read();
     if (picture.isNull()) {
         error = reader.ErrorText();
         return {};
     }
-    return picture.convertToFormat(picture.hasAlphaChannel() ? QImage::Format_ARGB32
-                                                             : QImage::Format_RGB32);
+    if (EndsTooEarly(file)) error = "The file ends too early";
+    return Turn::Upright(OrientationOf(file))
+        .Of(picture.convertToFormat(picture.hasAlphaChannel() ? QImage::Format_ARGB32
+                                                              : QImage::Format_RGB32));
 }
 
 // The toolkit drops a profile that it does not understand without a word. A damaged one comes as it
@@ -91,6 +131,11 @@ std::string ProfileOfPng(std::FILE* file) {
 
 } // namespace
 
-const PictureFormat kToolkitFormat{ToolkitSize, DecodeWithToolkit, false, false, ProfileOfPng};
+const PictureFormat kToolkitFormat{ToolkitSize, DecodeWithToolkit, false,
+                                   false,       ProfileOfPng,      IsContainerTurned};
+
+bool IsContainerTurned(std::FILE* file) {
+    return OrientationOf(file) != 1;
+}
 
 } // namespace tarn

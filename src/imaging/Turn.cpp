@@ -2,7 +2,16 @@
 
 #include <QTransform>
 
+#include <iterator>
+
 namespace tarn {
+
+Turn Turn::Upright(int orientation) {
+    constexpr Turn kTurns[] = {{false, 0}, {true, 0},  {false, 2}, {true, 2},
+                               {true, 3},  {false, 1}, {true, 1},  {false, 3}};
+    const bool known = orientation >= 1 && orientation <= int(std::size(kTurns));
+    return known ? kTurns[orientation - 1] : Turn();
+}
 
 void Turn::Rotate(int quarterTurns) {
     quarters = (quarters + quarterTurns % 4 + 4) % 4;

@@ -12,6 +12,12 @@ struct Turn {
     bool mirrored = false; // left to right, before the turning
     int quarters = 0;      // 0 to 3, clockwise
 
+    // From the picture as stored to the upright one, by the value of the camera data, 1 to 8;
+    // others turn nothing.
+    static Turn Upright(int orientation);
+
+    Turn Inverse() const { return mirrored ? *this : Turn{false, (4 - quarters) % 4}; }
+
     // What comes after this turn.
     void Rotate(int quarterTurns);
     void Mirror(int axis); // 0 left to right, 1 top to bottom

@@ -12,4 +12,9 @@ inline void TurnUpright(int orientation, ImgX& picture) {
     if (orientation == 3) picture.Rotate(180);
 }
 
+// Whether the window exchanges the sides of such a picture.
+inline bool LiesOnItsSide(int orientation) {
+    return orientation == 6 || orientation == 8;
+}
+
 } // namespace tarn

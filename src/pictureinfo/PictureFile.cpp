@@ -1,9 +1,9 @@
 #include "pictureinfo/PictureFile.h"
 
 #include "common/dates.h"
+#include "imaging/exif/FileFront.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -14,21 +14,6 @@ namespace {
 
 FileFacts FactsOf(const struct stat& status) {
     return {true, status.st_size, status.st_mtim.tv_sec};
-}
-
-// Number of bytes read, -1 when there was an error at once.
-ssize_t ReadFront(int file, std::int64_t fileSize, FileRecord& record) {
-    const std::size_t wanted = std::min<std::uint64_t>(record.size(), fileSize);
-    std::size_t filled = 0;
-    while (filled < wanted) {
-        const ssize_t count =
-            ::pread(file, record.data() + filled, wanted - filled, static_cast<off_t>(filled));
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0 && filled == 0) return -1;
-        if (count <= 0) break;
-        filled += static_cast<std::size_t>(count);
-    }
-    return static_cast<ssize_t>(filled);
 }
 
 } // namespace
@@ -59,13 +44,13 @@ PictureFile::~PictureFile() {
 }
 
 bool PictureFile::ReadRecord(FileRecord& record) const {
-    ssize_t filled = m_hasContent ? ReadFront(m_number, m_facts.size, record) : -1;
-    if (m_front && *m_front) {
-        filled = static_cast<ssize_t>(std::min(record.size(), (*m_front)->size()));
-        std::copy_n((*m_front)->begin(), filled, record.begin());
-    }
-    if (filled < 0) return false;
-    std::fill(record.begin() + filled, record.end(), std::uint8_t{0});
+    std::optional<std::string> read;
+    if (m_hasContent) read = ReadFileFront(m_number);
+    const std::optional<std::string>& front = m_front ? *m_front : read;
+    if (!front) return false;
+    const std::size_t filled = std::min(record.size(), front->size());
+    std::copy_n(front->begin(), filled, record.begin());
+    std::fill(record.begin() + std::ptrdiff_t(filled), record.end(), std::uint8_t{0});
     return true;
 }
 

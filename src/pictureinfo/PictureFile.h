@@ -36,8 +36,9 @@ public:
     int Number() const { return m_number; } // the system's; -1 when it cannot be opened
     const FileFacts& Facts() const { return m_facts; }
 
-    // The first bytes. The rest of the record becomes zero when the file is shorter; a file that
-    // cannot be read leaves the record as it is and gives false.
+    // The first bytes, or what stands for them (ReadFileFront). The rest of the record becomes zero
+    // when the file is shorter; a file that cannot be read leaves the record as it is and gives
+    // false.
     bool ReadRecord(FileRecord& record) const;
 
 private:

@@ -17,30 +17,13 @@ namespace {
 
 constexpr int kHighestJpeg = 65500;
 
-// From the picture as stored to the upright one, by the eight values of the camera data.
+// By the eight values of the camera data.
 Turn UprightTurn(const std::string& path) {
     const auto reader = std::make_unique<PictureInfoReader>(); // each picture for itself
     PictureInfo info;
     info.Filename = path;
     reader->ReadPictureInfo(info);
-    switch (info.ExpOrientation) {
-    case 2:
-        return {true, 0};
-    case 3:
-        return {false, 2};
-    case 4:
-        return {true, 2};
-    case 5:
-        return {true, 3};
-    case 6:
-        return {false, 1};
-    case 7:
-        return {true, 1};
-    case 8:
-        return {false, 3};
-    default:
-        return {};
-    }
+    return Turn::Upright(info.ExpOrientation);
 }
 
 // The least of an eighth, a quarter, a half and the whole that has the pixels: the library is quick

@@ -119,6 +119,22 @@ TEST(Convert, MakesAJpegBesideWithTheNote) {
     EXPECT_EQ(BytesOf(other.Path() + "/b-CM.enf"), "elsewhere");
 }
 
+TEST(Convert, ThePictureIsAsTheEyeSeesIt) {
+    CopyDesk d;
+    d.folder.Write("b.jpg", Photo(ExifBuilder(Endian::Big).Short(274, 6)));
+    d.Start();
+    d.GoTo("b.jpg");
+    d.c.CJMButton->click();
+    EXPECT_EQ(Decoded(d.Target().at("b.jpg")).size(), QSize(40, 60));
+    EXPECT_EQ(QSize(d.s.ImageWidth, d.s.ImageHeight), QSize(40, 60));
+    EXPECT_EQ(d.s.ImgXfull.Width(), 60); // which the other windows turn by themselves
+    d.s.ConvertJpgMaxWidth = "1";
+    d.s.ConvertJpgMaxSize = "20";
+    d.c.CJMButton->click();
+    EXPECT_EQ(Decoded(d.Target().at("b-CM.jpg")).size(), QSize(20, 30));
+    EXPECT_EQ(QSize(d.s.ImageWidth, d.s.ImageHeight), QSize(20, 30));
+}
+
 TEST(Convert, ATurnedPictureStaysAsItIsShown) {
     CopyDesk d;
     d.Start();

@@ -8,6 +8,8 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <utility>
 
@@ -52,6 +54,20 @@ inline bool MakeClip(const std::string& path, int frames, const std::string& opt
             std::fwrite(frame.constScanLine(y), 1, std::size_t(frame.width()) * 3, pipe);
     }
     return ::pclose(pipe) == 0;
+}
+
+// Writes into an MP4 file how it is to be shown: turned clockwise.
+inline void TurnClip(const std::string& path, int degrees) {
+    constexpr std::size_t kMatrix = 44; // behind the name of the track's header
+    constexpr std::uint32_t kOne = 0x10000;
+    std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+    file.clear();
+    file.seekp(std::streamoff(bytes.find("tkhd") + kMatrix));
+    const std::uint32_t cosine = degrees == 180 ? -kOne : 0;
+    const std::uint32_t sine = degrees == 90 ? kOne : degrees == 270 ? -kOne : 0;
+    for (const std::uint32_t number : {cosine, sine, 0U, -sine, cosine, 0U})
+        for (int byte = 3; byte >= 0; --byte) file.put(char(number >> (8 * byte)));
 }
 
 // The same frames as a SER clip of 12 bits, one every 40 ms.

@@ -73,6 +73,33 @@ TEST_P(MciClips, ShowTheFrameThatTheyTell) {
     EXPECT_EQ(FirstFrame(path, 64).size(), QSize(64, 32));
 }
 
+// Telephones film as they are held, and write beside it how that was.
+TEST(Mci, ShowsClipsAsTheyWereHeld) {
+    for (const auto& [turn, size, back] : {std::tuple{90, QSize(64, 128), -90.0},
+                                           {180, QSize(128, 64), -180.0},
+                                           {270, QSize(64, 128), 90.0}}) {
+        Clip clip;
+        const std::string path = clip.folder.Path() + "/a.mp4";
+        ASSERT_TRUE(MakeClip(path, 8, "-c:v libx264 -pix_fmt yuv420p"));
+        TurnClip(path, turn);
+        ASSERT_EQ(clip.Send("Open \"" + path + "\" alias VidClip"), "");
+        clip.Send("Window VidClip handle 7");
+        const std::string sides =
+            "0 0 " + std::to_string(size.width()) + " " + std::to_string(size.height());
+        EXPECT_EQ(clip.Send("Where VidClip destination"), sides);
+        clip.Send("Put VidClip destination at " + sides);
+        clip.Send("Play VidClip to 4");
+        EXPECT_EQ(clip.shown.size(), size) << turn;
+        const auto asFilmed = [&](const QImage& frame) {
+            return frame.transformed(QTransform().rotate(back));
+        };
+        EXPECT_EQ(NumberOf(asFilmed(clip.shown)), 4) << turn;
+        clip.Send("seek VidClip to 6");
+        EXPECT_EQ(NumberOf(asFilmed(clip.shown)), 6) << turn;
+        EXPECT_EQ(FirstFrame(path, 64).size(), size / 2) << turn;
+    }
+}
+
 TEST(Mci, AnswersEveryCommand) {
     Clip clip;
     const std::string path = clip.folder.Write("a.ser", NumberedSer(10));

@@ -107,6 +107,13 @@ TEST(Ser, DamagedFilesAreRefusedOrShortened) {
     EXPECT_NE(d.file.ReadFrame(-1, samples), "");
     EXPECT_EQ(d.Open(SerBytes({4, 1, 8, 0, false, {{1, 2, 3, 4}}, {}, -1}).substr(0, 180)),
               "The clip has no frames");
+    // A recording that was broken off: its count was never written, nor its times.
+    ASSERT_EQ(d.Open(SerBytes({4, 1, 8, 0, false, {{1, 2, 3, 4}, {5, 6, 7, 8}}, {}, 0}) + "xy"),
+              "");
+    EXPECT_EQ(d.file.Header().frames, 2);
+    EXPECT_TRUE(d.file.Times().empty());
+    EXPECT_EQ(d.file.ReadFrame(1, samples), "");
+    EXPECT_EQ(samples, (Samples{5 * 257, 6 * 257, 7 * 257, 8 * 257}));
     for (const SerClip& clip : {SerClip{0, 1}, SerClip{4, -1}, SerClip{1 << 20, 1},
                                 SerClip{4, 1, 0}, SerClip{4, 1, 17}, SerClip{65535, 65535, 16}})
         EXPECT_NE(d.Open(SerBytes(clip)), "");

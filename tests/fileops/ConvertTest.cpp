@@ -4,6 +4,7 @@
 #include "PictureFiles.h"
 #include "fileops/ClipboardText.h"
 #include "imaging/JpegWriter.h"
+#include "support/ExifBuilder.h"
 #include "support/TestFolder.h"
 #include "support/Trees.h"
 
@@ -33,6 +34,10 @@ TEST(ConvertTarget, TakesTheFirstFreeNameInAnyCase) {
     folder.Write("a-1.jpg", "x");
     EXPECT_EQ(beside("a.tif").path, "");
     EXPECT_EQ(TargetIn(*files, folder.Path(), "/x/b.png").name, "b.jpg");
+    EXPECT_EQ(beside("u16.tiff").name, "u16.jpg"); // endings of five letters, too
+    EXPECT_EQ(beside("u16.tiff").noteName, "u16.enf");
+    EXPECT_EQ(beside("u16..png").name, "u16..jpg");
+    EXPECT_EQ(beside(".heic").name, "..jpg");
     EXPECT_EQ(TargetIn(*files, folder.Path(), "/x/a.tif").name, "a-CM.jpg");
     EXPECT_EQ(TargetIn(*files, folder.Path(), "/x/a.tif").noteName, "a-CM.enf");
 }
@@ -64,6 +69,30 @@ TEST(ConvertPicture, KeepsToTheLimitsAndTheProportions) {
         EXPECT_EQ(back.size(), c.size);
         EXPECT_EQ(Quarters(back), "rgby");
         EXPECT_EQ(picture.Width(), c.size.width()); // it is what was written
+    }
+}
+
+// The copy has no camera data to say how it was held; what it is made of stays as it is stored.
+TEST(ConvertPicture, TheCopyStandsUpright) {
+    const TestFolder folder;
+    const char* const upright[] = {"rgby", "gryb", "ybgr", "byrg", "rbgy", "bryg", "ygbr", "gyrb"};
+    for (unsigned orientation = 1; orientation <= 8; ++orientation) {
+        const std::string head = ExifBuilder(Endian::Little).Short(274, orientation).Jpeg();
+        const std::string bytes = JpegBytes(TellTale(120, 80));
+        ImgX picture;
+        picture.LoadFile(folder.Write("a.jpg", head.substr(0, head.size() - 2) + bytes.substr(2)),
+                         {});
+        ConvertOptions options;
+        options.orientation = OrientationOf(picture);
+        options.maxWidth = 60;
+        options.text = "M31";
+        for (int run = 0; run < 2; ++run) { // the second one begins with what the first has left
+            const Converted converted = ConvertPicture(picture, options);
+            const QImage back = QImage::fromData(QByteArray::fromStdString(converted.jpeg));
+            EXPECT_EQ(Quarters(back), upright[orientation - 1]) << orientation;
+            EXPECT_EQ(back.size(), orientation < 5 ? QSize(60, 40) : QSize(60, 90)) << orientation;
+            EXPECT_EQ(Quarters(picture.SystemPicture()), "rgby") << orientation;
+        }
     }
 }
 

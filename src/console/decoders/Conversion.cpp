@@ -60,7 +60,9 @@ ConvertedFile WriteConverted(const std::string& path, const std::string& folder,
     ImgX picture;
     result.error = Load(picture, path);
     if (!result.error.empty()) return result;
-    const Converted converted = ConvertPicture(picture, options);
+    ConvertOptions turned = options;
+    turned.orientation = OrientationOf(picture);
+    const Converted converted = ConvertPicture(picture, turned);
     result.error = converted.error;
     if (result.error.empty() && Write(*files, target.path, converted.jpeg, &result.error))
         written.insert(target.path);

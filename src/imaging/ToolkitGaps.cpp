@@ -1,0 +1,209 @@
+#include "imaging/ToolkitGaps.h"
+
+#include "imaging/PictureFormat.h"
+#include "imaging/exif/FileBytes.h"
+#include "imaging/exif/FileKind.h"
+
+#include <QRgba64>
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdlib>
+#include <vector>
+
+namespace tarn {
+
+namespace {
+
+constexpr std::size_t kHeaderBytes = 128; // of a bitmap, as much of it as counts here
+
+std::uint32_t Little(const std::string& bytes, std::size_t place, int size) {
+    return std::uint32_t(NumberAt(bytes, place, size, false));
+}
+
+// One colour of a pixel.
+struct Channel {
+    explicit Channel(std::uint32_t bits)
+        : mask(bits), shift(bits == 0 ? 0 : std::countr_zero(bits)), most(bits >> shift) {}
+    int Of(std::uint32_t pixel) const {
+        return most == 0 ? 0
+                         : int((std::uint64_t((pixel & mask) >> shift) * 255 + most / 2) / most);
+    }
+    std::uint32_t mask;
+    int shift;
+    std::uint32_t most;
+};
+
+struct MaskedBitmap {
+    explicit MaskedBitmap(const std::string& header)
+        : pixels(Little(header, 10, 4)), width(std::int32_t(Little(header, 18, 4))),
+          height(std::int32_t(Little(header, 22, 4))), bits(int(Little(header, 28, 2))),
+          channels{Channel(Little(header, 54, 4)), Channel(Little(header, 58, 4)),
+                   Channel(Little(header, 62, 4)),
+                   Channel(HasAlpha(header) ? Little(header, 66, 4) : 0)} {}
+
+    static bool HasAlpha(const std::string& header) {
+        constexpr std::uint32_t kWithAlpha = 56; // length of the first header that has the mask
+        return Little(header, 14, 4) >= kWithAlpha || Little(header, 30, 4) == 6;
+    }
+    static bool Is(const std::string& header) {
+        const std::uint32_t packing = Little(header, 30, 4);
+        const std::uint32_t bits = Little(header, 28, 2);
+        return header.starts_with("BM") && Little(header, 14, 4) >= 40 &&
+               (packing == 3 || packing == 6) && (bits == 16 || bits == 32);
+    }
+    bool IsPossible() const {
+        const std::int64_t rows = std::abs(std::int64_t(height));
+        return width > 0 && rows > 0 && rows <= INT32_MAX &&
+               width * rows <= PictureMemoryLimit() / 4;
+    }
+    QRgb Pixel(std::uint32_t number) const {
+        const int alpha = channels[3].mask == 0 ? 255 : channels[3].Of(number);
+        return qRgba(channels[0].Of(number), channels[1].Of(number), channels[2].Of(number), alpha);
+    }
+
+    std::uint32_t pixels; // their place
+    std::int64_t width;
+    std::int32_t height; // below 0: from the top to the bottom
+    int bits;
+    std::array<Channel, 4> channels; // red, green, blue, alpha
+};
+
+// Some programs write the mask and no alpha.
+bool ShinesThrough(const QImage& picture) {
+    bool all = true;
+    bool none = true;
+    for (int y = 0; y < picture.height(); ++y) {
+        const auto* row = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
+        for (int x = 0; x < picture.width(); ++x) {
+            all = all && qAlpha(row[x]) == 255;
+            none = none && qAlpha(row[x]) == 0;
+        }
+    }
+    return !all && !none;
+}
+
+// Bytes of a colour table, by the flags in front of it.
+std::int64_t TableBytes(char flags) {
+    return (flags & 0x80) != 0 ? 3LL << ((flags & 7) + 1) : 0;
+}
+
+// Walks the blocks up to the end of the first picture.
+bool GifEndsTooEarly(const FileBytes& bytes, const std::string& header) {
+    constexpr std::int64_t kScreen = 13;
+    std::int64_t place = kScreen + TableBytes(header.size() > 10 ? header[10] : '\0');
+    for (;;) {
+        const std::string head = bytes.At(place, 10);
+        if (head.empty()) return true;
+        const bool picture = head[0] == ',';
+        if (!picture && head[0] != '!') return false; // the end, or nothing known
+        if (picture && head.size() < 10) return true;
+        place += picture ? 10 + TableBytes(head[9]) + 1 : 2;
+        for (std::string count = bytes.At(place, 1); count != std::string(1, '\0');
+             count = bytes.At(place, 1)) {
+            if (count.empty()) return true;
+            place += 1 + std::uint8_t(count[0]);
+        }
+        if (picture) return false;
+        ++place;
+    }
+}
+
+} // namespace
+
+std::optional<QImage> DecodeBitMasks(std::FILE* file, std::string& error) {
+    const FileBytes bytes(::fileno(file));
+    const std::string header = bytes.At(0, kHeaderBytes);
+    if (!MaskedBitmap::Is(header)) return {};
+    const MaskedBitmap bitmap(header);
+    if (!bitmap.IsPossible()) return error = "The size of the bitmap is wrong", QImage();
+    const int rows = std::abs(bitmap.height);
+    QImage picture(int(bitmap.width), rows, QImage::Format_ARGB32);
+    if (picture.isNull()) return error = "Not enough memory", QImage();
+    picture.fill(0xFF808080);
+    const int size = bitmap.bits / 8;
+    const std::int64_t rowBytes = (bitmap.width * size + 3) / 4 * 4;
+    bool any = false;
+    for (int row = 0; row < rows; ++row) {
+        const std::string data =
+            bytes.At(bitmap.pixels + row * rowBytes, std::size_t(bitmap.width * size));
+        if (data.size() < std::size_t(bitmap.width * size)) {
+            error = "The file ends too early";
+            break;
+        }
+        auto* to =
+            reinterpret_cast<QRgb*>(picture.scanLine(bitmap.height < 0 ? row : rows - 1 - row));
+        for (std::size_t x = 0; x < std::size_t(bitmap.width); ++x)
+            to[x] = bitmap.Pixel(Little(data, x * std::size_t(size), size));
+        any = true;
+    }
+    if (!any) return QImage();
+    if (ShinesThrough(picture)) return picture;
+    picture.reinterpretAsFormat(QImage::Format_RGB32);
+    return picture;
+}
+
+bool EndsTooEarly(std::FILE* file) {
+    const FileBytes bytes(::fileno(file));
+    const std::string header = bytes.At(0, kHeaderBytes);
+    if (header.starts_with("GIF8")) return GifEndsTooEarly(bytes, header);
+    const bool plain =
+        header.starts_with("BM") && Little(header, 14, 4) >= 40 && Little(header, 30, 4) == 0;
+    if (!plain) return false;
+    const MaskedBitmap bitmap(header);
+    const std::int64_t rowBytes = (bitmap.width * bitmap.bits + 31) / 32 * 4;
+    return bitmap.IsPossible() &&
+           bitmap.pixels + rowBytes * std::abs(std::int64_t(bitmap.height)) > bytes.Size() + 3;
+}
+
+std::optional<KeyColor> FindKeyColor(std::FILE* file) {
+    constexpr std::size_t kFirstChunk = 33; // where the header chunk ends
+    constexpr char kDeep = 16;
+    const FileBytes bytes(::fileno(file));
+    const std::string start = bytes.At(0, kFirstChunk);
+    if (!IsPng(start) || start.size() < kFirstChunk || start[24] != kDeep) return {};
+    const bool grey = start[25] == 0;
+    if (!grey && start[25] != 2) return {};
+    std::int64_t place = kFirstChunk;
+    for (std::string head = bytes.At(place, 14); head.size() == 14; head = bytes.At(place, 14)) {
+        const std::string name = head.substr(4, 4);
+        const std::int64_t length = 12 + std::int64_t(NumberAt(head, 0, 4, true));
+        if (name == "IDAT") return {};
+        if (name == "tRNS") {
+            const auto level = [&](std::size_t at) { return quint16(NumberAt(head, at, 2, true)); };
+            std::string rest = bytes.At(place + length, std::size_t(bytes.Size()));
+            return KeyColor{bytes.At(0, std::size_t(place)) + rest, level(8), level(grey ? 8 : 10),
+                            level(grey ? 8 : 12)};
+        }
+        place += length;
+    }
+    return {};
+}
+
+QImage ShineThrough(const QImage& picture, const KeyColor& key) {
+    QImage deep = picture.convertToFormat(QImage::Format_RGBA64);
+    for (int y = 0; y < deep.height(); ++y) {
+        auto* row = reinterpret_cast<QRgba64*>(deep.scanLine(y));
+        for (int x = 0; x < deep.width(); ++x)
+            if (row[x].red() == key.red && row[x].green() == key.green && row[x].blue() == key.blue)
+                row[x].setAlpha(0);
+    }
+    return deep;
+}
+
+std::string FirstOfBitmaps(std::FILE* file) {
+    constexpr std::size_t kArrayHead = 14;
+    constexpr std::size_t kPixelsPlace = 10;
+    const FileBytes bytes(::fileno(file));
+    const std::string start = bytes.At(0, kArrayHead + kArrayHead);
+    if (start.size() < kArrayHead + kArrayHead || !start.starts_with("BA") ||
+        start.compare(kArrayHead, 2, "BM") != 0)
+        return {};
+    std::string bitmap = bytes.At(kArrayHead, std::size_t(bytes.Size()));
+    const std::uint32_t place = Little(bitmap, kPixelsPlace, 4) - std::uint32_t(kArrayHead);
+    for (int i = 0; i < 4; ++i) bitmap[kPixelsPlace + std::size_t(i)] = char(place >> (8 * i));
+    return bitmap;
+}
+
+} // namespace tarn

@@ -1,0 +1,17 @@
+// The first bytes in which a picture file tells of its camera.
+#pragma once
+
+#include "imaging/exif/FileBytes.h"
+
+namespace tarn {
+
+// As they stand in JPEG files, big-endian TIFF files and all that has no camera data. Of other
+// files those that a JPEG file of the same data would begin with. None when the file cannot be
+// read.
+std::optional<std::string> ReadFileFront(int file);
+
+// How the pixels of a file that is not JPEG are to be turned, 1 to 8. Also 1 where the camera data
+// at the file's front tell it: whoever shows the picture turns it by them.
+int OrientationOfContainer(const FileBytes& file);
+
+} // namespace tarn
