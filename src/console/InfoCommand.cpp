@@ -62,7 +62,7 @@ private:
     // Ordinary JPEG files need no decoders, whose loading takes as long as a thousand of them.
     PictureLook Look(const std::string& path) const {
         const auto frame = m_reader.FileWasRead() ? FindJpegFrame(m_reader.Record()) : std::nullopt;
-        return frame ? PictureLook{frame->width, frame->height, {}} : m_lookAt(path);
+        return frame ? PictureLook{frame->width, frame->height, {}, {}} : m_lookAt(path);
     }
 
     bool WasRead() {
