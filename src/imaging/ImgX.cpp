@@ -57,6 +57,7 @@ std::string ImgX::LoadFile(const std::string& path, QSize wanted, PicturesAhead&
 }
 
 std::string ImgX::LoadWithSystemReader(const std::string& path) {
+    if (!m_refused.empty() && path == m_refused) return m_refusal; // it has tried already
     std::string error;
     auto source = PictureLoader::OpenWithToolkit(path, error);
     if (source) return Load(std::move(source), {});
@@ -68,6 +69,10 @@ std::string ImgX::Load(std::shared_ptr<PictureSource> source, QSize least) {
     Clear();
     std::string error;
     m_pixels = source->Decode(least, error);
+    if (m_pixels.isNull() && source->IsToolkits()) {
+        m_refused = source->Path();
+        m_refusal = error;
+    }
     if (m_pixels.isNull()) return error;
     m_facts = source->Facts();
     m_colorRemark = source->ColorRemark();

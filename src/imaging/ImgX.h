@@ -114,6 +114,8 @@ private:
     std::string m_error;
     std::string m_colorRemark;
     std::shared_ptr<const PictureFacts> m_facts;
+    std::string m_refused; // path of the file that the toolkit could not read last,
+    std::string m_refusal; // and why
 };
 
 } // namespace tarn

@@ -190,6 +190,10 @@ void PictureSource::TimesWereSet(const FileLook& now) {
     m_facts = std::move(facts);
 }
 
+bool PictureSource::IsToolkits() const {
+    return &m_format == &kToolkitFormat || &m_format == &kTiffFormat;
+}
+
 bool PictureSource::IsUpright() const {
     return m_upright;
 }

@@ -42,6 +42,10 @@ public:
     // Whether the pixels come upright, whatever the camera data say of their orientation.
     bool IsUpright() const;
 
+    // Whether the toolkit has read it, or could not.
+    bool IsToolkits() const;
+    const std::string& Path() const { return m_path; }
+
     // What is to be said of the picture's colour profile once it is decoded; mostly empty.
     const std::string& ColorRemark() const { return m_colorRemark; }
 

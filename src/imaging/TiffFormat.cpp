@@ -163,7 +163,7 @@ QImage DecodeParts(std::FILE* file) {
         height > INT_MAX || std::uint64_t(width) * height * 4 > std::uint64_t(PictureMemoryLimit()))
         return {};
     TIFFSetField(tiff.get(), TIFFTAG_ORIENTATION, ORIENTATION_TOPLEFT); // turned further down
-    QImage picture(int(width), int(height), QImage::Format_ARGB32);
+    QImage picture(int(width), int(height), QImage::Format_ARGB32_Premultiplied);
     Pieces pieces(tiff.get(), picture.size());
     if (picture.isNull() || pieces.Size().isEmpty()) return {};
     picture.fill(kUnread);
@@ -175,6 +175,10 @@ QImage DecodeParts(std::FILE* file) {
             pieces.Put(picture, x, y);
         }
     if (!any) return {};
+    std::uint16_t extra = 0; // samples of a pixel beside its colours
+    const std::uint16_t* meanings = nullptr;
+    TIFFGetFieldDefaulted(tiff.get(), TIFFTAG_EXTRASAMPLES, &extra, &meanings);
+    picture = picture.convertToFormat(extra > 0 ? QImage::Format_ARGB32 : QImage::Format_RGB32);
     TakeProfile(tiff.get(), picture);
     const Turn turn = Turn::Upright(OrientationOfContainer(FileBytes(::fileno(file))));
     return turn.Of(picture);
@@ -190,7 +194,7 @@ QImage DecodeTiff(std::FILE* file, QSize wanted, std::string& error) {
     QImage picture = kToolkitFormat.decode(file, wanted, error);
     if (picture.isNull()) picture = DecodeParts(file);
     const std::string& fault = listening.Fault();
-    if (!fault.empty()) error = fault;
+    if (!fault.empty() || !picture.isNull()) error = fault; // none: the library knew more kinds
     return picture;
 }
 
