@@ -209,7 +209,7 @@ TEST(DateStrip, ClosedItKeepsTheSwitchAndIsNotShownAgain) {
     EXPECT_NE(d.Time("b.jpg"), b);
     EXPECT_EQ(d.Reads(), "");
     EXPECT_TRUE(d.s.AutoSetFileDates);
-    EXPECT_TRUE(d.s.FileDatesAnswered);
+    EXPECT_FALSE(d.s.FileDatesAnswered); // the next start asks again
 }
 
 TEST(DateStrip, WhatAnotherProgramDatedSinceStays) {
