@@ -16,6 +16,9 @@ public:
     bool Rename(const std::string& from, const std::string& to, std::string* error) override;
     bool Copy(const std::string& from, const std::string& to, std::string* error,
               std::string* replaced) override;
+    Moved Move(const std::string& from, const std::string& to, std::string* error,
+               std::string* replaced) override;
+    void Flush(const std::string& folder) override;
     bool WriteAt(const std::string& path, std::size_t offset, std::string_view bytes,
                  std::string* error) override;
     bool Extend(const std::string& path, std::size_t offset, std::string_view bytes,

@@ -2,6 +2,7 @@
 
 #include "common/paths.h"
 #include "platform/Descriptors.h"
+#include "platform/FreeNames.h"
 #include "platform/PrivateFolders.h"
 
 #include <QByteArray>
@@ -137,7 +138,7 @@ std::string WriteEntry(const Basket& basket, const std::string& path) {
         const Handle file(::open(entry.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
         if (!file && errno == EEXIST) continue;
         if (!file) return {};
-        if (WriteAll(file.Number(), text)) return name;
+        if (WriteAll(file.Number(), text) && ::fsync(file.Number()) == 0) return name;
         const int why = errno;
         ::unlink(entry.c_str());
         errno = why;
@@ -147,15 +148,18 @@ std::string WriteEntry(const Basket& basket, const std::string& path) {
     return {};
 }
 
-bool ThrowInto(const Basket& basket, const std::string& path, std::string* where) {
+// `path` with a card that says `place`.
+bool ThrowInto(const Basket& basket, const std::string& path, const std::string& place,
+               std::string* where) {
     if (!MakePrivateFolders(basket.folder + "/files") ||
         !MakePrivateFolders(basket.folder + "/info"))
         return false;
-    const std::string name = WriteEntry(basket, path);
+    const std::string name = WriteEntry(basket, place);
     if (name.empty()) return false;
     const std::string target = basket.folder + "/files/" + name;
-    if (::renameat2(AT_FDCWD, path.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0 ||
-        ((errno == EINVAL || errno == ENOSYS) && ::rename(path.c_str(), target.c_str()) == 0)) {
+    FlushFolder(basket.folder + "/info"); // after a power cut nothing lies there without its card
+    if (RenameToFree(path, target)) {
+        FlushFolder(basket.folder + "/files");
         if (where) *where = target;
         return true;
     }
@@ -176,26 +180,27 @@ std::string RealPlace(const std::string& path) {
 
 } // namespace
 
-bool ThrowAway(const std::string& path, std::string* where, std::string* error) {
+bool ThrowAwayAs(const std::string& path, const std::string& stood, std::string* where,
+                 std::string* error) {
     struct stat info {};
     if (LastPart(path).empty()) return Fail(error, EINVAL); // a folder, by its last separator
     if (::lstat(path.c_str(), &info) != 0) return Fail(error);
-    const std::string place = RealPlace(path);
+    const std::string place = RealPlace(stood);
     if (place.empty()) return Fail(error);
     const std::vector<Basket> baskets = BasketsFor(ParentOf(place));
     errno = ENOTSUP; // when there is none
     for (const Basket& basket : baskets)
-        if (ThrowInto(basket, place, where)) return true;
+        if (ThrowInto(basket, path, place, where)) return true;
     return Fail(error);
 }
 
+bool ThrowAway(const std::string& path, std::string* where, std::string* error) {
+    return ThrowAwayAs(path, path, where, error);
+}
+
 bool TakeBack(const std::string& where, const std::string& path, std::string* error) {
-    struct stat taken {};
-    if (::renameat2(AT_FDCWD, where.c_str(), AT_FDCWD, path.c_str(), RENAME_NOREPLACE) != 0) {
-        if (errno != EINVAL && errno != ENOSYS) return Fail(error);
-        if (::lstat(path.c_str(), &taken) == 0) return Fail(error, EEXIST);
-        if (::rename(where.c_str(), path.c_str()) != 0) return Fail(error);
-    }
+    if (!RenameToFree(where, path)) return Fail(error);
+    FlushFolder(FolderOf(path)); // the card goes last
     const std::string entry = ParentOf(ParentOf(where)) + "/info/" + LastPart(where);
     ::unlink((entry + std::string(kInfo)).c_str());
     return true;

@@ -11,6 +11,10 @@ namespace tarn {
 // stood.
 bool ThrowAway(const std::string& path, std::string* where, std::string* error);
 
+// The same for what stood at `stood`, by whose name and place it comes back.
+bool ThrowAwayAs(const std::string& path, const std::string& stood, std::string* where,
+                 std::string* error);
+
 // Back from `where`; refused when something stands at `path`.
 bool TakeBack(const std::string& where, const std::string& path, std::string* error);
 

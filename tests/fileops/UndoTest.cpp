@@ -43,7 +43,7 @@ TEST(UndoLog, TheLastChangeIsTakenBackFirst) {
     Changes changes(d.files);
     EXPECT_TRUE(changes.ThrowAway(d.At("a"), &d.error));
     EXPECT_TRUE(changes.Rename(d.At("b"), d.At("a"), &d.error)); // free only now
-    EXPECT_TRUE(changes.Copy(d.At("c"), d.At("a"), &d.error));   // over the renamed one
+    EXPECT_TRUE(changes.Copy(d.At("c"), d.At("a"), &d.error, Standing::ThrowAway)); // over that
     EXPECT_EQ(d.Standing(), (Tree{{"a", "3"}, {"c", "3"}}));
     d.log.Push({"Much", changes.Written()});
     d.log.Push({"Nothing", {}});
@@ -137,7 +137,7 @@ TEST(Changes, ACopyThatStoodForARenameIsTakenBackAsOne) {
         SCOPED_TRACE(fails);
         UndoDesk d(before);
         Changes changes(d.files);
-        changes.Copy(d.At("a"), d.At("b"), &d.error);
+        changes.Copy(d.At("a"), d.At("b"), &d.error, Standing::ThrowAway);
         if (fails) d.files.Refuse("remove", "read only");
         std::string error;
         changes.EndRename(d.At("a"), d.At("b"), &error);

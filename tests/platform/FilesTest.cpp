@@ -138,10 +138,11 @@ TEST(Files, CopyKeepsTimesAndPutsAsideWhatItReplaces) {
     EXPECT_EQ(d.files->ModifiedTime(d.At("c")), d.files->ModifiedTime(a));
     fs::create_hard_link(a, d.At("same"));
     EXPECT_FALSE(d.files->Copy(a, d.At("same"), &error)); // one file under two names
-    EXPECT_TRUE(d.files->Copy(a, d.At("b"), &error)) << error;
+    std::string replaced;
+    EXPECT_TRUE(d.files->Copy(a, d.At("b"), &error, &replaced)) << error;
     const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
     EXPECT_EQ(d.files->Read(data.toStdString() + "/Trash/files/b", 10), "b");
-    EXPECT_FALSE(d.files->Copy(d.At("gone"), d.At("b"), &error));
+    EXPECT_FALSE(d.files->Copy(d.At("gone"), d.At("b"), &error, &replaced));
     EXPECT_EQ(d.Bytes("b").size(), 200000U);
 }
 

@@ -96,6 +96,12 @@ public:
               std::string* replaced) override {
         return May("copy", from, e) && real->Copy(from, to, e, replaced);
     }
+    Moved Move(const std::string& from, const std::string& to, std::string* e,
+               std::string* replaced) override {
+        return May("move", from, e) ? real->Move(from, to, e, replaced) : Moved::No;
+    }
+    void Flush(const std::string& folder) override { real->Flush(folder); }
+    bool LeadsOut(const std::string& p) const override { return real->LeadsOut(p); }
     bool IsWritable(const std::string& p) const override {
         return Answers("writable", p) && real->IsWritable(p);
     }
