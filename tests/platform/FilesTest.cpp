@@ -80,6 +80,46 @@ TEST(Files, WhatAKilledRunLeftIsThrownAwayAndWhatARunHoldsStays) {
     EXPECT_EQ(d.Bytes("page"), "new");
 }
 
+TEST(Files, WhatNewFilesReplacedLiesInTheWastebasketAndLinksOutAreRefused) {
+    Disk d;
+    d.folder.Write("page", "old");
+    fs::create_directories(d.At("site/below"));
+    d.folder.Write("site/below/page", "old, by a link");
+    d.folder.Write("site/index", "old index");
+    fs::create_symlink("below/page", d.At("site/inner"));
+    fs::create_symlink("../page", d.At("site/outer"));
+    std::string error;
+    std::string failed;
+    for (const bool out : {true, false}) {
+        SCOPED_TRACE(out);
+        const auto staged = d.files->Stage(d.At("site"), &error);
+        ASSERT_TRUE(staged) << error;
+        for (const char* name : {"index", "inner"})
+            ASSERT_TRUE(staged->Write(name, name, &error)) << error;
+        if (out) {
+            ASSERT_TRUE(staged->Write("outer", "planted", &error)) << error;
+            EXPECT_FALSE(staged->Place(&error, &failed));
+            EXPECT_EQ(failed, "outer");
+            EXPECT_EQ(error, "it is a link that leads out of the folder");
+            EXPECT_EQ(d.Bytes("site/index"), "old index");
+        } else {
+            EXPECT_TRUE(staged->Place(&error, &failed)) << error;
+        }
+    }
+    EXPECT_EQ(d.Bytes("page"), "old");
+    EXPECT_EQ(d.Bytes("site/index"), "index");
+    EXPECT_EQ(d.Bytes("site/below/page"), "inner");
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    const std::string basket = data.toStdString() + "/Trash/";
+    EXPECT_EQ(d.files->Read(basket + "files/index", 100), "old index");
+    EXPECT_EQ(d.files->Read(basket + "files/page", 100), "old, by a link");
+    const std::string card = d.files->Read(basket + "info/page.trashinfo", 1000).value_or("");
+    EXPECT_NE(card.find(d.At("site/below/page") + "\n"), std::string::npos) << card;
+    EXPECT_TRUE(d.files->LeadsOut(d.At("site/outer")));
+    for (const char* name : {"site/inner", "site/index", "site/gone"})
+        EXPECT_FALSE(d.files->LeadsOut(d.At(name))) << name;
+}
+
 TEST(Files, ReadStopsAtItsLimitAndSaysWhyNot) {
     Disk d;
     d.folder.Write("a", "0123456789");
