@@ -75,8 +75,9 @@ private:
 
     Files& m_files;
     std::vector<Done> m_done;
-    std::map<std::string, std::optional<FileLook>> m_moving; // copies that have not ended their move
-    std::vector<std::string> m_touched;                      // folders
+    std::map<std::string, std::optional<FileLook>>
+        m_moving;                       // copies that have not ended their move
+    std::vector<std::string> m_touched; // folders
 };
 
 class UndoLog {

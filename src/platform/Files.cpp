@@ -69,9 +69,7 @@ public:
     bool IsWritable(const std::string& path) const override {
         return ::access(path.c_str(), W_OK) == 0;
     }
-    bool LeadsOut(const std::string& path) const override {
-        return IsLinkOut(path);
-    }
+    bool LeadsOut(const std::string& path) const override { return IsLinkOut(path); }
     bool IsSameFile(const std::string& a, const std::string& b) const override {
         struct stat one {};
         struct stat other {};

@@ -21,8 +21,7 @@ bool ReplaceFile(Files& files, const std::string& path, std::string_view bytes,
                  std::string* error) {
     const auto staged = files.Stage(FolderOf(path), error);
     std::string failed;
-    if (staged)
-        return staged->Write(LastPart(path), bytes, error) && staged->Place(error, &failed);
+    if (staged) return staged->Write(LastPart(path), bytes, error) && staged->Place(error, &failed);
     // The folder takes no new files: the old one itself may still be written.
     if (!files.Exists(path)) return false;
     return files.LeadsOut(path) ? Refuse(error) : files.Write(path, bytes, error);

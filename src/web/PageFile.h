@@ -17,8 +17,8 @@ class PageFile {
 public:
     explicit PageFile(Files& files) : m_files(files) {}
 
-    // A new page, in place of what stood there, that begins with these bytes. False, with the system's
-    // text, when it cannot be written; as the others.
+    // A new page, in place of what stood there, that begins with these bytes. False, with the
+    // system's text, when it cannot be written; as the others.
     bool Create(const std::string& path, std::string_view bytes, std::string* error);
 
     // Goes on with an old page over its close. Refused, before anything is written, for a page that

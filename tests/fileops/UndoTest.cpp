@@ -42,7 +42,7 @@ TEST(UndoLog, TheLastChangeIsTakenBackFirst) {
     UndoDesk d(before);
     Changes changes(d.files);
     EXPECT_TRUE(changes.ThrowAway(d.At("a"), &d.error));
-    EXPECT_TRUE(changes.Rename(d.At("b"), d.At("a"), &d.error)); // free only now
+    EXPECT_TRUE(changes.Rename(d.At("b"), d.At("a"), &d.error));                    // free only now
     EXPECT_TRUE(changes.Copy(d.At("c"), d.At("a"), &d.error, Standing::ThrowAway)); // over that
     EXPECT_EQ(d.Standing(), (Tree{{"a", "3"}, {"c", "3"}}));
     d.log.Push({"Much", changes.Written()});
@@ -129,6 +129,27 @@ TEST(Changes, WhatCannotBeTakenBackStaysWrittenDown) {
     d.files.onChange = nullptr;
     changes.TakeBack(&error);
     EXPECT_EQ(d.Standing(), (Tree{{"a", "1"}, {"b", "2"}, {"c", "3"}}));
+}
+
+TEST(Changes, AMoveIsARenameOrACopyAndIsTakenBackAsWhatItWas) {
+    const Tree before{{"a", "1"}, {"b", "2"}, {"to/a", "stood there"}};
+    UndoDesk d(before);
+    Changes changes(d.files);
+    EXPECT_FALSE(changes.Move(d.At("a"), d.At("to/a"), &d.error));
+    EXPECT_EQ(d.error, "File exists");
+    ASSERT_TRUE(changes.Move(d.At("a"), d.At("to/a"), &d.error, Standing::ThrowAway)) << d.error;
+    EXPECT_TRUE(changes.EndMove(d.At("a"), &d.error));
+    EXPECT_EQ(d.Standing(), (Tree{{"b", "2"}, {"to/a", "1"}}));
+    // As onto another disk: a link's file is copied.
+    std::filesystem::create_symlink("b", d.At("link"));
+    ASSERT_TRUE(changes.Move(d.At("link"), d.At("to/b"), &d.error)) << d.error;
+    d.folder.Write("b", "22");
+    EXPECT_FALSE(changes.EndMove(d.At("link"), &d.error));
+    EXPECT_EQ(d.error, "it has changed since it was copied");
+    d.folder.Write("b", "2");
+    changes.TakeBack(&d.error);
+    std::filesystem::remove(d.At("link"));
+    EXPECT_EQ(d.Standing(), before);
 }
 
 TEST(Changes, ACopyThatStoodForARenameIsTakenBackAsOne) {

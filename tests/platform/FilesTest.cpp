@@ -84,9 +84,9 @@ TEST(Files, WhatNewFilesReplacedLiesInTheWastebasketAndLinksOutAreRefused) {
     Disk d;
     d.folder.Write("page", "old");
     fs::create_directories(d.At("site/below"));
-    d.folder.Write("site/below/page", "old, by a link");
+    d.folder.Write("site/below/deep", "old, by a link");
     d.folder.Write("site/index", "old index");
-    fs::create_symlink("below/page", d.At("site/inner"));
+    fs::create_symlink("below/deep", d.At("site/inner"));
     fs::create_symlink("../page", d.At("site/outer"));
     std::string error;
     std::string failed;
@@ -108,13 +108,13 @@ TEST(Files, WhatNewFilesReplacedLiesInTheWastebasketAndLinksOutAreRefused) {
     }
     EXPECT_EQ(d.Bytes("page"), "old");
     EXPECT_EQ(d.Bytes("site/index"), "index");
-    EXPECT_EQ(d.Bytes("site/below/page"), "inner");
+    EXPECT_EQ(d.Bytes("site/below/deep"), "inner");
     const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
     const std::string basket = data.toStdString() + "/Trash/";
     EXPECT_EQ(d.files->Read(basket + "files/index", 100), "old index");
-    EXPECT_EQ(d.files->Read(basket + "files/page", 100), "old, by a link");
-    const std::string card = d.files->Read(basket + "info/page.trashinfo", 1000).value_or("");
-    EXPECT_NE(card.find(d.At("site/below/page") + "\n"), std::string::npos) << card;
+    EXPECT_EQ(d.files->Read(basket + "files/deep", 100), "old, by a link");
+    const std::string card = d.files->Read(basket + "info/deep.trashinfo", 1000).value_or("");
+    EXPECT_NE(card.find(d.At("site/below/deep") + "\n"), std::string::npos) << card;
     EXPECT_TRUE(d.files->LeadsOut(d.At("site/outer")));
     for (const char* name : {"site/inner", "site/index", "site/gone"})
         EXPECT_FALSE(d.files->LeadsOut(d.At(name))) << name;
