@@ -91,6 +91,15 @@ bool DiskChanges::Trash(const std::string& path, std::string* error, std::string
     return ThrowAway(path, where, error);
 }
 
+std::vector<std::string> DiskChanges::TrashAll(const std::vector<std::string>& paths) {
+    std::vector<Thrown> all;
+    for (const std::string& path : paths) all.push_back({path, path, {}});
+    ThrowAllAway(all);
+    std::vector<std::string> where;
+    for (Thrown& file : all) where.push_back(std::move(file.where));
+    return where;
+}
+
 bool DiskChanges::Restore(const std::string& where, const std::string& path, std::string* error) {
     return TakeBack(where, path, error);
 }

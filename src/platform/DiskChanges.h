@@ -11,6 +11,7 @@ public:
                                     std::size_t from) const override;
     bool Write(const std::string& path, std::string_view bytes, std::string* error) override;
     bool Trash(const std::string& path, std::string* error, std::string* where) override;
+    std::vector<std::string> TrashAll(const std::vector<std::string>& paths) override;
     bool Restore(const std::string& where, const std::string& path, std::string* error) override;
     bool Remove(const std::string& path, std::string* error) override;
     bool Rename(const std::string& from, const std::string& to, std::string* error) override;

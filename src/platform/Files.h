@@ -88,6 +88,9 @@ public:
     virtual bool Trash(const std::string& path, std::string* error,
                        std::string* where = nullptr) = 0;
 
+    // Many, which are flushed together: where each is now; empty what stays.
+    virtual std::vector<std::string> TrashAll(const std::vector<std::string>& paths) = 0;
+
     // Back from there; refused when something stands at `path`.
     virtual bool Restore(const std::string& where, const std::string& path, std::string* error) = 0;
 

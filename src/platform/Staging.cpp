@@ -102,8 +102,7 @@ public:
         }
         if (m_flushed) ::fsync(folder.Number());
         m_names.clear();
-        for (const Placed& done : placed)
-            if (done.exchanged) ThrowOldAway(done);
+        ThrowOldAway(placed);
         return true;
     }
 
@@ -168,11 +167,15 @@ private:
     }
 
     // The user has said that it may be written over: where there is no wastebasket it goes.
-    void ThrowOldAway(const Placed& done) {
-        std::string where;
-        std::string error;
-        if (!ThrowAwayAs(Hidden(done.name), done.target, &where, &error))
-            m_names.push_back(done.name);
+    void ThrowOldAway(const std::vector<Placed>& placed) {
+        std::vector<Thrown> old;
+        for (const Placed& done : placed)
+            if (done.exchanged) {
+                old.push_back({Hidden(done.name), done.target, {}});
+                m_names.push_back(
+                    done.name); // goes with the hidden folder if it still stands there
+            }
+        ThrowAllAway(old);
     }
 
     // What takes the place of something must outlast a power cut; where nothing stands there is

@@ -132,17 +132,17 @@ TEST(Changes, WhatCannotBeTakenBackStaysWrittenDown) {
 }
 
 TEST(Changes, AMoveIsARenameOrACopyAndIsTakenBackAsWhatItWas) {
-    const Tree before{{"a", "1"}, {"b", "2"}, {"to/a", "stood there"}};
+    const Tree before{{"a", "1"}, {"b", "2"}, {"t", "stood there"}};
     UndoDesk d(before);
     Changes changes(d.files);
-    EXPECT_FALSE(changes.Move(d.At("a"), d.At("to/a"), &d.error));
+    EXPECT_FALSE(changes.Move(d.At("a"), d.At("t"), &d.error));
     EXPECT_EQ(d.error, "File exists");
-    ASSERT_TRUE(changes.Move(d.At("a"), d.At("to/a"), &d.error, Standing::ThrowAway)) << d.error;
+    ASSERT_TRUE(changes.Move(d.At("a"), d.At("t"), &d.error, Standing::ThrowAway)) << d.error;
     EXPECT_TRUE(changes.EndMove(d.At("a"), &d.error));
-    EXPECT_EQ(d.Standing(), (Tree{{"b", "2"}, {"to/a", "1"}}));
+    EXPECT_EQ(d.Standing(), (Tree{{"b", "2"}, {"t", "1"}}));
     // As onto another disk: a link's file is copied.
     std::filesystem::create_symlink("b", d.At("link"));
-    ASSERT_TRUE(changes.Move(d.At("link"), d.At("to/b"), &d.error)) << d.error;
+    ASSERT_TRUE(changes.Move(d.At("link"), d.At("u"), &d.error)) << d.error;
     d.folder.Write("b", "22");
     EXPECT_FALSE(changes.EndMove(d.At("link"), &d.error));
     EXPECT_EQ(d.error, "it has changed since it was copied");

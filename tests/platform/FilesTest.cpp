@@ -222,6 +222,28 @@ TEST(Files, WastebasketTakesAnyNameAndGivesItBack) {
     EXPECT_EQ(error, "No such file or directory");
 }
 
+TEST(Files, WastebasketTakesManyAtOnce) {
+    Disk d;
+    std::vector<std::string> paths;
+    for (const char* name : {"many.jpg", "many.txt", "below/many.jpg", "gone"})
+        paths.push_back(d.At(name));
+    fs::create_directory(d.At("below"));
+    for (std::size_t i = 0; i < 3; ++i) d.folder.Write(paths[i].substr(d.At("").size()), paths[i]);
+    const std::vector<std::string> where = d.files->TrashAll(paths);
+    ASSERT_EQ(where.size(), 4U);
+    EXPECT_EQ(where[3], "");
+    std::string error;
+    for (std::size_t i = 0; i < 3; ++i) {
+        SCOPED_TRACE(paths[i]);
+        EXPECT_EQ(d.files->Read(where[i], 1000), paths[i]);
+        std::string entry = where[i];
+        entry.replace(entry.rfind("/files/"), 7, "/info/");
+        const std::string card = d.files->Read(entry + ".trashinfo", 1000).value_or("");
+        EXPECT_NE(card.find("\nPath=" + paths[i] + "\n"), std::string::npos) << card;
+        EXPECT_TRUE(d.files->Restore(where[i], paths[i], &error)) << error;
+    }
+}
+
 TEST(Files, WastebasketTakesTheLinkNotWhatItLeadsTo) {
     Disk d;
     d.folder.Write("real.jpg", "real");
