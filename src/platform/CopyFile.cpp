@@ -68,6 +68,13 @@ void MakeLike(int from, int to, const struct stat& info) {
     CopyAttribute(from, to, kAccessList.data());
 }
 
+// Less than the owner's leave to read and write, where the original has less.
+void KeepModeOf(const struct stat& info, int to) {
+    struct stat made {};
+    if (::fstat(to, &made) == 0 && (made.st_mode & ~info.st_mode & 0777) != 0)
+        ::fchmod(to, made.st_mode & info.st_mode & 0777);
+}
+
 bool SameFile(const struct stat& a, const struct stat& b) {
     return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
 }
@@ -120,14 +127,17 @@ bool CopyFile(const std::string& from, const std::string& to, Likeness likeness,
         return Fail(error, S_ISDIR(target.st_mode) ? EISDIR : EEXIST);
 
     const bool same = likeness == Likeness::Same;
-    Beside file(to, same ? 0600 : info.st_mode & 0777);
+    Beside file(to, same ? 0600 : (info.st_mode & 0777) | 0600); // some disks refuse less
     if (!file || !CopyBytes(source.Number(), file.Number())) return Fail(error);
     // One that another program is still writing is not copied whole.
     if (!IsAsBefore(from, source.Number(), info) || !HasSize(file.Number(), info.st_size)) {
         if (error) *error = "it changed while it was copied";
         return false;
     }
-    if (same) MakeLike(source.Number(), file.Number(), info);
+    if (same)
+        MakeLike(source.Number(), file.Number(), info);
+    else
+        KeepModeOf(info, file.Number());
     const timespec times[2] = {info.st_atim, info.st_mtim};
     if (::futimens(file.Number(), times) != 0 && errno != EPERM && errno != EOPNOTSUPP)
         return Fail(error); // other file systems know no times

@@ -70,16 +70,17 @@ std::string AccessList() {
 TEST(CopyMove, NobodyGetsTheRightsOfAForeignFilesMode) {
     Disk d;
     const mode_t mask = ::umask(027);
-    for (const mode_t mode : {06755U, 04777U, 01666U}) {
+    for (const mode_t mode : {06755U, 04777U, 01666U, 0444U}) {
         SCOPED_TRACE(mode);
         d.folder.Write("foreign", "#!");
         ::chmod(d.At("foreign").c_str(), mode);
         ASSERT_TRUE(d.files->Copy(d.At("foreign"), d.At("copy"), &d.error)) << d.error;
         EXPECT_EQ(ModeAt(d.At("copy")), mode & 0750);
+        fs::remove(d.At("copy"));
         // Written anew it is a new file, of whoever writes.
+        if (::access(d.At("foreign").c_str(), W_OK) != 0) continue;
         ASSERT_TRUE(d.files->Write(d.At("foreign"), "new", &d.error)) << d.error;
         EXPECT_EQ(ModeAt(d.At("foreign")), mode & 0777);
-        fs::remove(d.At("copy"));
     }
     ASSERT_TRUE(d.files->Write(d.At("fresh"), "new", &d.error)) << d.error;
     EXPECT_EQ(ModeAt(d.At("fresh")), 0640U);
