@@ -25,6 +25,11 @@ struct FileLook {
     bool IsSameFile(const FileLook& other) const {
         return device == other.device && inode == other.inode && bytes == other.bytes;
     }
+
+    // The same file, not written since.
+    bool IsSameContent(const FileLook& other) const {
+        return IsSameFile(other) && seconds == other.seconds && nanoseconds == other.nanoseconds;
+    }
 };
 
 inline FileLook LookOf(const struct stat& status) {

@@ -64,11 +64,11 @@ void CopyPaste::Paste(const std::vector<std::string>& sources, bool cut) {
     Report report;
     const DroppedNote dropped(m);
     m.shell.SetBusy(true);
-    const std::size_t arrived = CopyAll(sources, changes, report);
+    const std::size_t arrived = PutAll(sources, cut, changes, report);
     // Only what arrived whole goes.
     for (std::size_t i = 0; cut && i < arrived; ++i) {
         std::string error;
-        if (!changes.ThrowAway(sources[i], &error) && report.error.empty())
+        if (!changes.EndMove(sources[i], &error) && report.error.empty())
             report.error = "Stays where it was: " + error + " - " + LastPart(sources[i]);
     }
     m.shell.SetBusy(false);
@@ -97,8 +97,8 @@ void CopyPaste::EndCut(std::size_t arrived, std::size_t all) {
 
 // How many arrived whole; the report tells why it was not all of them. What stands under a name in
 // another case is another file.
-std::size_t CopyPaste::CopyAll(const std::vector<std::string>& sources, Changes& changes,
-                               Report& report) {
+std::size_t CopyPaste::PutAll(const std::vector<std::string>& sources, bool cut, Changes& changes,
+                              Report& report) {
     const std::string folder = m.controls.FileListBox->Path(); // whatever is chosen meanwhile
     const BatchRun batch(m);
     for (std::size_t i = 0; i < sources.size(); ++i) {
@@ -110,7 +110,9 @@ std::size_t CopyPaste::CopyAll(const std::vector<std::string>& sources, Changes&
             return i;
         }
         std::string error;
-        if (!changes.Copy(sources[i], JoinPath(folder, name), &error)) {
+        const std::string to = JoinPath(folder, name);
+        if (!(cut ? changes.Move(sources[i], to, &error, Standing::ThrowAway)
+                  : changes.Copy(sources[i], to, &error, Standing::ThrowAway))) {
             report.message = "Paste failed for '" + name + "'";
             report.error = std::move(error);
             report.error.append(" - ").append(name);

@@ -31,7 +31,8 @@ private:
         std::string message; // empty: all arrived
         std::string error;
     };
-    std::size_t CopyAll(const std::vector<std::string>& sources, Changes& changes, Report& report);
+    std::size_t PutAll(const std::vector<std::string>& sources, bool cut, Changes& changes,
+                       Report& report);
     void EndCut(std::size_t arrived, std::size_t all);
     void ShowPasted(const std::string& name);
 

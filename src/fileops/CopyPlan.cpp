@@ -12,7 +12,7 @@ namespace tarn {
 namespace {
 
 constexpr std::string_view kNoteEnding = ".enf";
-constexpr int kMostNumbers = 10000; // of a name; what stands at the last is kept by the copy itself
+constexpr int kMostNumbers = 10000; // of a name; over what stands at the last nothing is copied
 
 // The names in a folder, read once; a name may be looked for in any case.
 class Names {

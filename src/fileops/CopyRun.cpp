@@ -15,7 +15,8 @@ std::string Counted(int count, const std::string& what) {
 void CopyRun::Step() {
     for (const PlannedCopy& copy : m_plan[m_next].copies) {
         std::string error;
-        if (m_files.Copy(copy.from, copy.to, &error)) {
+        std::string replaced;
+        if (m_files.Copy(copy.from, copy.to, &error, copy.stands ? &replaced : nullptr)) {
             ++(copy.isNote ? counts.notes : counts.files);
             continue;
         }

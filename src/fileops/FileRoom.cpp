@@ -267,6 +267,7 @@ void FileRoom::MoveToButton_Click() {
     if (path.empty() || m.controls.FileListBox->Count() < 1) return;
     const bool advances = s.CopyAuto;
     const DroppedNote dropped(m);
+    const auto before = m.files.Look(path);
     CopyOutcome copied;
     {
         const QScopedValueRollback<bool> stays(s.CopyAuto, false);
@@ -274,6 +275,10 @@ void FileRoom::MoveToButton_Click() {
     }
     m.shell.Tell(copied);
     if (!copied.copyOk.empty()) return; // nothing is moved
+    const auto now = m.files.Look(path);
+    if (copied && (!before || !now || !now->IsSameContent(*before)))
+        return m.shell.Tell(
+            Outcome::Refused("Copied, NOT moved: '" + name + "' has changed since it was copied"));
     Changes changes(m.files);
     const std::string target = JoinPath(s.CopyImageFolder, name);
     if (!copied.replaced.empty()) changes.Note({Done::Kind::ThrownAway, target, copied.replaced});

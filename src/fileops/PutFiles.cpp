@@ -62,7 +62,10 @@ bool PutFiles::PutOne(const PlannedCopy& file, bool copy, Changes& changes, std:
     if (name != LastPart(file.from)) plan = PlanNewName(m.files, m_notes, file.from, name);
     const bool hasNote = !plan.noteFrom.empty() && plan.noteFrom != plan.noteTo;
     if (!BringNote(plan, m.files, changes, error)) return false;
-    if (!(copy ? changes.Copy(file.from, file.to, error) : Move(file, changes, error)))
+    const Standing standing = file.stands ? Standing::ThrowAway : Standing::Refuse;
+    if (!(copy ? changes.Copy(file.from, file.to, error, standing)
+               : changes.Move(file.from, file.to, error, standing) &&
+                     changes.EndMove(file.from, error)))
         return false;
     m_counts.notes += hasNote;
     if (!hasNote || copy || plan.noteStays) return true;
@@ -70,14 +73,6 @@ bool PutFiles::PutOne(const PlannedCopy& file, bool copy, Changes& changes, std:
     changes.EndRename(plan.noteFrom, plan.noteTo, &fault);
     if (!fault.empty() && m_noteLeft.empty()) m_noteLeft = LastPart(plan.noteFrom) + " - " + fault;
     return true;
-}
-
-// Where the other folder is on another disk the copy stands before the file goes.
-bool PutFiles::Move(const PlannedCopy& file, Changes& changes, std::string* error) {
-    if (file.stands && m.files.Exists(file.to) && !changes.ThrowAway(file.to, error)) return false;
-    if (changes.Rename(file.from, file.to, error)) return true;
-    return !m.files.Exists(file.to) && changes.Copy(file.from, file.to, error) &&
-           changes.ThrowAway(file.from, error);
 }
 
 } // namespace tarn

@@ -22,7 +22,6 @@ public:
 private:
     void StepThrough(const CopyPlan& plan, const FolderDrop& drop, Changes& changes);
     bool PutOne(const PlannedCopy& file, bool copy, Changes& changes, std::string* error);
-    bool Move(const PlannedCopy& file, Changes& changes, std::string* error);
 
     Context& m;
     NotesPlace m_notes;

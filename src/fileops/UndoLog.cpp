@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <set>
 
 namespace tarn {
 
@@ -53,6 +54,16 @@ std::string ListOf(const std::vector<std::string>& paths) {
 
 } // namespace
 
+Changes::~Changes() {
+    for (const std::string& folder : m_touched) m_files.Flush(folder);
+}
+
+void Changes::Touch(const std::string& path) {
+    const std::string_view folder = std::string_view(path).substr(0, path.rfind(kSeparator));
+    if (std::find(m_touched.begin(), m_touched.end(), folder) == m_touched.end())
+        m_touched.emplace_back(folder);
+}
+
 bool Changes::ThrowAway(const std::string& path, std::string* error) {
     std::string where;
     if (!m_files.Trash(path, error, &where)) return false;
@@ -62,20 +73,54 @@ bool Changes::ThrowAway(const std::string& path, std::string* error) {
 
 bool Changes::Rename(const std::string& from, const std::string& to, std::string* error) {
     if (!m_files.Rename(from, to, error)) return false;
+    Touch(from);
+    Touch(to);
     Note({Done::Kind::Renamed, from, to});
     return true;
 }
 
-bool Changes::Copy(const std::string& from, const std::string& to, std::string* error) {
+bool Changes::Copy(const std::string& from, const std::string& to, std::string* error,
+                   Standing standing) {
     std::string replaced;
-    if (!m_files.Copy(from, to, error, &replaced)) return false;
+    if (!m_files.Copy(from, to, error, standing == Standing::Refuse ? nullptr : &replaced))
+        return false;
     if (!replaced.empty()) Note({Done::Kind::ThrownAway, to, replaced});
     Note({Done::Kind::Made, from, to});
     return true;
 }
 
+bool Changes::Move(const std::string& from, const std::string& to, std::string* error,
+                   Standing standing) {
+    const auto before = m_files.Look(from);
+    std::string replaced;
+    const Moved moved =
+        m_files.Move(from, to, error, standing == Standing::Refuse ? nullptr : &replaced);
+    if (moved == Moved::No) return false;
+    if (!replaced.empty()) Note({Done::Kind::ThrownAway, to, replaced});
+    Note({moved == Moved::Renamed ? Done::Kind::Renamed : Done::Kind::Made, from, to});
+    if (moved == Moved::Copied) {
+        m_moving[from] = before;
+        return true;
+    }
+    Touch(from);
+    Touch(to);
+    return true;
+}
+
+bool Changes::EndMove(const std::string& from, std::string* error) {
+    const auto moving = m_moving.find(from);
+    if (moving == m_moving.end()) return true;
+    const auto before = moving->second;
+    const auto now = m_files.Look(from);
+    m_moving.erase(moving);
+    if (!before || !now || !now->IsSameContent(*before))
+        return Refuse(error, "it has changed since it was copied");
+    return ThrowAway(from, error);
+}
+
 void Changes::EndRename(const std::string& from, const std::string& to, std::string* error) {
     if (!m_files.Remove(from, error)) return;
+    Touch(from);
     for (Done& done : m_done)
         if (done.kind == Done::Kind::Made && done.to == to) done.kind = Done::Kind::Renamed;
 }
@@ -106,11 +151,14 @@ UndoResult UndoLog::Undo(Files& files, const std::function<bool(std::size_t)>& g
     std::string why;
     std::size_t undone = 0;
     bool stopped = false;
+    std::set<std::string> touched;
     for (auto done = entry.done.rbegin(); done != entry.done.rend(); ++done) {
         std::string error = "cancelled";
         stopped = stopped || !goOn(undone + left.size() + 1);
         if (!stopped && TakeBackOne(*done, files, &error)) {
             ++undone;
+            if (done->kind == Done::Kind::Renamed)
+                touched.insert({FolderOf(done->from), FolderOf(done->to)});
             if (done->kind != Done::Kind::Made) result.back.push_back(done->from);
             continue;
         }
@@ -118,6 +166,7 @@ UndoResult UndoLog::Undo(Files& files, const std::function<bool(std::size_t)>& g
         if (why.empty())
             why = LastPart(done->kind == Done::Kind::Made ? done->to : done->from) + " - " + error;
     }
+    for (const std::string& folder : touched) files.Flush(folder);
     std::reverse(result.back.begin(), result.back.end());
     std::reverse(left.begin(), left.end());
     result.text = (undone > 0 ? "Undone: " : "NOT undone: ") + entry.what;

@@ -5,7 +5,10 @@
 #include "platform/Files.h"
 
 #include <functional>
+#include <map>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tarn {
@@ -34,16 +37,27 @@ struct UndoResult {
     std::vector<std::string> back; // full paths of what came back, in the order it had gone
 };
 
+// Whether what stands at the target of a copy or a move is thrown away, once all bytes are there.
+enum class Standing { Refuse, ThrowAway };
+
 // Changes the disk and writes down what it did; each is false, with the system's text, when it
-// could not.
+// could not. At the end the folders of renamed files are flushed, once for the whole command.
 class Changes {
 public:
     explicit Changes(Files& files) : m_files(files) {}
+    ~Changes();
+    Changes(const Changes&) = delete;
+    Changes& operator=(const Changes&) = delete;
 
     bool ThrowAway(const std::string& path, std::string* error);
     bool Rename(const std::string& from, const std::string& to, std::string* error);
-    // What stood at the target is thrown away once all bytes are written.
-    bool Copy(const std::string& from, const std::string& to, std::string* error);
+    bool Copy(const std::string& from, const std::string& to, std::string* error,
+              Standing standing = Standing::Refuse);
+    // Onto another disk it is copied, and stands in both places until EndMove.
+    bool Move(const std::string& from, const std::string& to, std::string* error,
+              Standing standing = Standing::Refuse);
+    // What was moved is thrown away where it still stands, unless it has changed since.
+    bool EndMove(const std::string& from, std::string* error);
     // A copy that stood for a rename: the old file goes, for its bytes are in the new one. Where it
     // cannot, `error` says why, and both stay.
     void EndRename(const std::string& from, const std::string& to, std::string* error);
@@ -57,8 +71,13 @@ public:
     const std::vector<Done>& Written() const { return m_done; }
 
 private:
+    void Touch(const std::string& path);
+
     Files& m_files;
     std::vector<Done> m_done;
+    std::map<std::string, std::optional<FileLook>>
+        m_moving;                       // copies that have not ended their move
+    std::vector<std::string> m_touched; // folders
 };
 
 class UndoLog {

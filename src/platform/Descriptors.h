@@ -53,13 +53,25 @@ inline std::string BehindLinks(const std::string& path) {
     return ::realpath(path.c_str(), real.data()) ? std::string(real.data()) : path;
 }
 
-// The mode a new file gets: that of the one it replaces, or what a plain open would have given.
-inline mode_t ModeFor(const std::string& target) {
+// Whether this is a link to something outside of the folder that it stands in.
+inline bool IsLinkOut(const std::string& path) {
     struct stat info {};
-    if (::stat(target.c_str(), &info) == 0) return info.st_mode & 07777;
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    return 0666 & ~mask;
+    std::array<char, PATH_MAX> real{};
+    if (::lstat(path.c_str(), &info) != 0 || !S_ISLNK(info.st_mode)) return false;
+    if (!::realpath(path.c_str(), real.data())) return false; // it leads nowhere
+    const std::size_t end = path.rfind('/');
+    std::string folder = BehindLinks(end == std::string::npos ? "."
+                                     : end == 0               ? "/"
+                                                              : path.substr(0, end));
+    if (folder.back() != '/') folder += '/';
+    return !std::string_view(real.data()).starts_with(folder);
+}
+
+// The mode of a file for the one that replaces it, which may belong to somebody else: nobody gets
+// leave to run it as its owner.
+inline mode_t ModeOf(const std::string& target) {
+    struct stat info {};
+    return ::stat(target.c_str(), &info) == 0 ? info.st_mode & 0777 : 0600;
 }
 
 } // namespace tarn

@@ -2,8 +2,11 @@
 
 #include "common/paths.h"
 #include "common/text.h"
+#include "platform/Beside.h"
+#include "platform/CopyFile.h"
 #include "platform/Descriptors.h"
 #include "platform/FileTimes.h"
+#include "platform/FreeNames.h"
 #include "platform/Staging.h"
 #include "platform/Wastebasket.h"
 
@@ -21,63 +24,6 @@ namespace tarn {
 
 namespace {
 
-// What is renamed is on the disk only when its folder is.
-void FlushFolder(const std::string& folder) {
-    const Handle handle(::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY));
-    if (handle) ::fsync(handle.Number());
-}
-
-// A new file beside its target that is gone again unless it is put into place. Where the file
-// system allows it has no name until then, so that a kill leaves nothing lying about.
-class Beside {
-public:
-    explicit Beside(const std::string& target)
-        : m_target(target), m_folder(FolderOf(target).empty() ? "." : FolderOf(target)),
-          m_path(JoinPath(m_folder, ".tarn-XXXXXX")), m_file(Open()) {}
-    ~Beside() {
-        if (m_file && m_named && !m_placed) ::unlink(m_path.c_str());
-    }
-
-    explicit operator bool() const { return static_cast<bool>(m_file); }
-    int Number() const { return m_file.Number(); }
-
-    bool Place() {
-        if (::fsync(m_file.Number()) != 0 || !Name()) return false;
-        if (::rename(m_path.c_str(), m_target.c_str()) != 0) return false;
-        m_placed = true;
-        FlushFolder(m_folder);
-        return true;
-    }
-
-private:
-    int Open() {
-        const int nameless = ::open(m_folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
-        if (nameless >= 0 || (errno != EOPNOTSUPP && errno != EISDIR && errno != EINVAL))
-            return nameless;
-        m_named = true;
-        return ::mkostemp(m_path.data(), O_CLOEXEC);
-    }
-    bool Name() {
-        static int number = 0;
-        const std::string open = "/proc/self/fd/" + std::to_string(m_file.Number());
-        while (!m_named) {
-            m_path = JoinPath(m_folder, ".tarn-" + std::to_string(::getpid()) + "-" +
-                                            std::to_string(++number));
-            m_named =
-                ::linkat(AT_FDCWD, open.c_str(), AT_FDCWD, m_path.c_str(), AT_SYMLINK_FOLLOW) == 0;
-            if (!m_named && errno != EEXIST) return false;
-        }
-        return true;
-    }
-
-    std::string m_target;
-    std::string m_folder;
-    std::string m_path;
-    bool m_named = false;
-    bool m_placed = false;
-    Handle m_file; // opened last: it sets the names above
-};
-
 bool PutBytes(int file, std::string_view bytes) {
     return ::lseek(file, 0, SEEK_SET) == 0 && WriteAll(file, bytes) &&
            ::ftruncate(file, static_cast<off_t>(bytes.size())) == 0 && ::fsync(file) == 0;
@@ -92,30 +38,6 @@ bool WriteInPlace(const std::string& path, std::string_view old, std::string_vie
     const int why = errno;
     PutBytes(file.Number(), old);
     return Fail(error, why);
-}
-
-bool CopyBytes(int from, int to) {
-    for (;;) {
-        const ssize_t copied = ::copy_file_range(from, nullptr, to, nullptr, 1 << 30, 0);
-        if (copied == 0) break;
-        if (copied > 0 || errno == EINTR) continue;
-        if (errno != EXDEV && errno != EINVAL && errno != ENOSYS && errno != EOPNOTSUPP)
-            return false;
-        std::array<char, 1 << 16> buffer{}; // file systems that know no copying of their own
-        for (ssize_t got = 0; (got = ::read(from, buffer.data(), buffer.size())) != 0;) {
-            if (got < 0) return false;
-            if (!WriteAll(to, {buffer.data(), static_cast<std::size_t>(got)})) return false;
-        }
-        break;
-    }
-    return true;
-}
-
-// A file that another program is still writing is not copied whole.
-bool IsWhole(int from, int to) {
-    struct stat source {};
-    struct stat copy {};
-    return ::fstat(from, &source) == 0 && ::fstat(to, &copy) == 0 && source.st_size == copy.st_size;
 }
 
 bool SameFile(const struct stat& a, const struct stat& b) {
@@ -151,14 +73,15 @@ bool DiskChanges::Write(const std::string& path, std::string_view bytes, std::st
     // A file that may not be written is not replaced either.
     const bool stands = ::access(target.c_str(), F_OK) == 0;
     if (stands && ::access(target.c_str(), W_OK) != 0) return Fail(error);
-    Beside file(target);
+    Beside file(target, 0666);
     if (!file) {
         const int why = errno;
         const bool noLeave = why == EACCES || why == EPERM || why == EROFS;
         const auto old = stands && noLeave ? Read(target, SIZE_MAX, error, 0) : std::nullopt;
         return old ? WriteInPlace(target, *old, bytes, error) : Fail(error, why);
     }
-    if (!WriteAll(file.Number(), bytes) || ::fchmod(file.Number(), ModeFor(target)) != 0 ||
+    const mode_t mode = stands ? ModeOf(target) : 0;
+    if (!WriteAll(file.Number(), bytes) || (stands && ::fchmod(file.Number(), mode) != 0) ||
         !file.Place())
         return Fail(error);
     return true;
@@ -166,6 +89,15 @@ bool DiskChanges::Write(const std::string& path, std::string_view bytes, std::st
 
 bool DiskChanges::Trash(const std::string& path, std::string* error, std::string* where) {
     return ThrowAway(path, where, error);
+}
+
+std::vector<std::string> DiskChanges::TrashAll(const std::vector<std::string>& paths) {
+    std::vector<Thrown> all;
+    for (const std::string& path : paths) all.push_back({path, path, {}});
+    ThrowAllAway(all);
+    std::vector<std::string> where;
+    for (Thrown& file : all) where.push_back(std::move(file.where));
+    return where;
 }
 
 bool DiskChanges::Restore(const std::string& where, const std::string& path, std::string* error) {
@@ -177,48 +109,52 @@ bool DiskChanges::Remove(const std::string& path, std::string* error) {
 }
 
 bool DiskChanges::Rename(const std::string& from, const std::string& to, std::string* error) {
-    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
-        return true;
-    if (errno != EINVAL && errno != ENOSYS && errno != EEXIST) return Fail(error);
-    // File systems without such a rename, and those on which another case is the same name.
+    if (RenameToFree(from, to)) return true;
+    if (errno != EEXIST) return Fail(error);
+    // There are file systems on which another case is the same name.
     struct stat source {};
     struct stat target {};
-    if (::lstat(from.c_str(), &source) != 0) return Fail(error);
-    const bool stands = ::lstat(to.c_str(), &target) == 0;
-    const bool sameName = stands && SameFile(source, target) && FoldCase(from) == FoldCase(to);
-    if (stands && !sameName) return Fail(error, EEXIST);
+    const bool sameName = FoldCase(from) == FoldCase(to) && ::lstat(from.c_str(), &source) == 0 &&
+                          ::lstat(to.c_str(), &target) == 0 && SameFile(source, target);
+    if (!sameName) return Fail(error, EEXIST);
     return ::rename(from.c_str(), to.c_str()) == 0 || Fail(error);
 }
 
 bool DiskChanges::Copy(const std::string& from, const std::string& to, std::string* error,
                        std::string* replaced) {
-    const Handle source(::open(from.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    struct stat info {};
-    if (!source || ::fstat(source.Number(), &info) != 0) return Fail(error);
-    if (!S_ISREG(info.st_mode)) return Fail(error, S_ISDIR(info.st_mode) ? EISDIR : EINVAL);
-    struct stat target {};
-    if (::stat(to.c_str(), &target) == 0 && SameFile(info, target)) return Fail(error, EEXIST);
-    const bool stands = ::lstat(to.c_str(), &target) == 0; // also a link that leads nowhere
-    if (stands && S_ISDIR(target.st_mode)) return Fail(error, EISDIR);
+    return CopyFile(from, to, Likeness::NewFile, error, replaced);
+}
 
-    Beside file(to);
-    if (!file || !CopyBytes(source.Number(), file.Number())) return Fail(error);
-    if (!IsWhole(source.Number(), file.Number())) return Fail(error, EBUSY);
-    const timespec times[2] = {info.st_atim, info.st_mtim};
-    if ((::fchmod(file.Number(), info.st_mode & 07777) != 0 ||
-         ::futimens(file.Number(), times) != 0) &&
-        errno != EPERM && errno != EOPNOTSUPP) // file systems that know neither
-        return Fail(error);
+Moved DiskChanges::Move(const std::string& from, const std::string& to, std::string* error,
+                        std::string* replaced) {
+    const auto copied = [&] {
+        return CopyFile(from, to, Likeness::Same, error, replaced) ? Moved::Copied : Moved::No;
+    };
+    struct stat source {};
+    struct stat target {};
+    // A link would lead elsewhere from there: what it leads to is copied.
+    if (::lstat(from.c_str(), &source) != 0 || !S_ISREG(source.st_mode)) return copied();
+    if (::stat(to.c_str(), &target) == 0 && SameFile(source, target))
+        return Fail(error, EEXIST), Moved::No;
+    if (RenameToFree(from, to)) return Moved::Renamed;
+    if (errno != EEXIST) return copied();
+    const bool stands = ::lstat(to.c_str(), &target) == 0;
+    if (!replaced || (stands && S_ISDIR(target.st_mode)))
+        return Fail(error, replaced ? EISDIR : EEXIST), Moved::No;
     std::string thrown;
-    if (stands && !ThrowAway(to, &thrown, error)) return false;
-    if (file.Place()) {
-        if (replaced) *replaced = thrown;
-        return true;
+    if (!ThrowAway(to, &thrown, error)) return Moved::No;
+    if (RenameToFree(from, to)) {
+        *replaced = thrown;
+        return Moved::Renamed;
     }
     Fail(error);
-    std::string gone;
-    if (stands) TakeBack(thrown, to, &gone);
-    return false;
+    std::string stays;
+    TakeBack(thrown, to, &stays);
+    return Moved::No;
+}
+
+void DiskChanges::Flush(const std::string& folder) {
+    FlushFolder(folder);
 }
 
 bool DiskChanges::WriteAt(const std::string& path, std::size_t offset, std::string_view bytes,

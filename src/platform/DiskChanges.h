@@ -11,11 +11,15 @@ public:
                                     std::size_t from) const override;
     bool Write(const std::string& path, std::string_view bytes, std::string* error) override;
     bool Trash(const std::string& path, std::string* error, std::string* where) override;
+    std::vector<std::string> TrashAll(const std::vector<std::string>& paths) override;
     bool Restore(const std::string& where, const std::string& path, std::string* error) override;
     bool Remove(const std::string& path, std::string* error) override;
     bool Rename(const std::string& from, const std::string& to, std::string* error) override;
     bool Copy(const std::string& from, const std::string& to, std::string* error,
               std::string* replaced) override;
+    Moved Move(const std::string& from, const std::string& to, std::string* error,
+               std::string* replaced) override;
+    void Flush(const std::string& folder) override;
     bool WriteAt(const std::string& path, std::size_t offset, std::string_view bytes,
                  std::string* error) override;
     bool Extend(const std::string& path, std::size_t offset, std::string_view bytes,

@@ -2,6 +2,7 @@
 
 #include "common/paths.h"
 #include "common/text.h"
+#include "platform/Descriptors.h"
 #include "platform/DiskChanges.h"
 #include "platform/QtText.h"
 
@@ -68,6 +69,7 @@ public:
     bool IsWritable(const std::string& path) const override {
         return ::access(path.c_str(), W_OK) == 0;
     }
+    bool LeadsOut(const std::string& path) const override { return IsLinkOut(path); }
     bool IsSameFile(const std::string& a, const std::string& b) const override {
         struct stat one {};
         struct stat other {};

@@ -20,10 +20,13 @@ public:
 
     virtual bool Write(const std::string& name, std::string_view bytes, std::string* error) = 0;
 
-    // Over what stands there, whose mode they take. On a failure `error` and the name that failed;
-    // everything then stands as it stood.
+    // Over what stands there, whose mode they take and which goes to the wastebasket; where there
+    // is none it is gone. Links are refused that lead out of the folder. On a failure `error` and
+    // the name that failed; everything then stands as it stood.
     virtual bool Place(std::string* error, std::string* failed) = 0;
 };
+
+enum class Moved { No, Renamed, Copied };
 
 class Files {
 public:
@@ -37,6 +40,9 @@ public:
     virtual bool IsSameFile(const std::string& a, const std::string& b) const = 0;
 
     virtual bool IsWritable(const std::string& path) const = 0;
+
+    // Whether this is a link to something outside of the folder that it stands in.
+    virtual bool LeadsOut(const std::string& path) const = 0;
 
     // One look at a file, which is not opened. None, and the system's text in `error`, when it
     // cannot be asked.
@@ -82,6 +88,9 @@ public:
     virtual bool Trash(const std::string& path, std::string* error,
                        std::string* where = nullptr) = 0;
 
+    // Many, which are flushed together: where each is now; empty what stays.
+    virtual std::vector<std::string> TrashAll(const std::vector<std::string>& paths) = 0;
+
     // Back from there; refused when something stands at `path`.
     virtual bool Restore(const std::string& where, const std::string& path, std::string* error) = 0;
 
@@ -89,14 +98,25 @@ public:
     virtual bool Remove(const std::string& path, std::string* error) = 0;
 
     // A new name on the same file system; refused when something stands there, unless it is the
-    // same file under another case.
+    // same file under another case. Many are flushed together: see Flush.
     virtual bool Rename(const std::string& from, const std::string& to, std::string* error) = 0;
 
-    // A copy with mode and times, written beside its target, flushed and renamed into place.
-    // Refused when both are the same file or a folder stands there; another file there goes to the
-    // wastebasket once all bytes are written, and `replaced` gets its path there.
+    // A copy with times and the rights of its mode, less those that a new file does not get;
+    // written beside its target, flushed and put into place. Refused when both are the same file, a
+    // folder stands there, or `from` changed meanwhile. Without `replaced` nothing else that stands
+    // there is replaced, also when it came while the bytes were written; with it that goes to the
+    // wastebasket once they are, and `replaced` gets its path there.
     virtual bool Copy(const std::string& from, const std::string& to, std::string* error,
                       std::string* replaced = nullptr) = 0;
+
+    // A file to its place in another folder, `replaced` as above: renamed where both are on one
+    // file system. Elsewhere a copy that has its attributes, too; then `from` stays, and goes when
+    // its caller throws it away.
+    virtual Moved Move(const std::string& from, const std::string& to, std::string* error,
+                       std::string* replaced = nullptr) = 0;
+
+    // Renames in this folder outlast a power cut from now on.
+    virtual void Flush(const std::string& folder) = 0;
 
     // These bytes over those that stand at `offset`, in place. Refused when the file ends before
     // their end.

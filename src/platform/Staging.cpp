@@ -2,6 +2,7 @@
 
 #include "common/paths.h"
 #include "platform/Descriptors.h"
+#include "platform/FreeNames.h"
 #include "platform/Wastebasket.h"
 
 #include <fcntl.h>
@@ -21,6 +22,13 @@ namespace {
 
 constexpr std::string_view kHidden = ".tarn-staging-"; // six letters follow
 constexpr std::time_t kLeft = 3600;                    // seconds without a change
+constexpr int kLeadsOut = -1;                          // beside the system's numbers
+
+bool Tell(std::string* error, int why) {
+    if (why != kLeadsOut) return Fail(error, why);
+    if (error) *error = "it is a link that leads out of the folder";
+    return false;
+}
 
 int OpenFolder(const std::string& path, int how = 0) {
     return ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | how);
@@ -90,13 +98,11 @@ public:
             for (auto done = placed.rbegin(); done != placed.rend(); ++done)
                 if (!TakeBack(*done) && done->exchanged)
                     std::erase(m_names, done->name); // it stays
-            return Fail(error, why);
+            return Tell(error, why);
         }
         if (m_flushed) ::fsync(folder.Number());
-        // What is left in the hidden folder is what stood there before.
         m_names.clear();
-        for (const Placed& done : placed)
-            if (done.exchanged) m_names.push_back(done.name);
+        ThrowOldAway(placed);
         return true;
     }
 
@@ -104,7 +110,8 @@ private:
     struct Placed {
         std::string name;
         std::string target;
-        bool exchanged; // what stood there is in the hidden folder now
+        bool exchanged;     // what stood there is in the hidden folder now
+        std::string thrown; // or in the wastebasket, as this
     };
 
     std::string Hidden(const std::string& name) const { return JoinPath(m_hidden, name); }
@@ -114,7 +121,7 @@ private:
         std::string target = JoinPath(m_folder, name);
         if (::renameat2(m_open.Number(), name.c_str(), folder, name.c_str(), RENAME_NOREPLACE) ==
             0) {
-            placed.push_back({name, target, false});
+            placed.push_back({name, target, false, {}});
             return 0;
         }
         const bool taken = errno == EEXIST;
@@ -122,26 +129,53 @@ private:
         struct stat info {};
         if (::stat(target.c_str(), &info) == 0) {
             if (S_ISDIR(info.st_mode)) return EISDIR;
+            if (IsLinkOut(target)) return kLeadsOut;
             return PlaceOver(name, BehindLinks(target), folder, placed);
         }
-        return taken ? EEXIST : RenamePlainly(name, target); // taken by a link that leads nowhere
+        if (taken) return EEXIST; // by a link that leads nowhere
+        return RenameInto(name, target, {}, placed);
     }
 
     int PlaceOver(const std::string& name, const std::string& target, int folder,
                   std::vector<Placed>& placed) {
         if (::access(target.c_str(), W_OK) != 0 || !Flush(folder) ||
-            ::chmod(Hidden(name).c_str(), ModeFor(target)) != 0)
+            ::chmod(Hidden(name).c_str(), ModeOf(target)) != 0)
             return errno;
         if (Exchange(name, target)) {
-            placed.push_back({name, target, true});
+            placed.push_back({name, target, true, {}});
             return 0;
         }
-        return KnowsNoSuchRenaming() ? RenamePlainly(name, target) : errno;
+        if (!KnowsNoSuchRenaming()) return errno;
+        std::string thrown;
+        std::string error;
+        if (ThrowAway(target, &thrown, &error)) return RenameInto(name, target, thrown, placed);
+        if (::rename(Hidden(name).c_str(), target.c_str()) != 0) return errno; // over the old
+        return 0;
     }
 
-    // Where the file system can do no more: nothing keeps the old.
-    int RenamePlainly(const std::string& name, const std::string& target) const {
-        return ::rename(Hidden(name).c_str(), target.c_str()) == 0 ? 0 : errno;
+    // To a name that is free, or was until `thrown` went.
+    int RenameInto(const std::string& name, const std::string& target, const std::string& thrown,
+                   std::vector<Placed>& placed) const {
+        if (RenameToFree(Hidden(name), target)) {
+            placed.push_back({name, target, false, thrown});
+            return 0;
+        }
+        const int why = errno;
+        std::string stays;
+        if (!thrown.empty()) tarn::TakeBack(thrown, target, &stays);
+        return why;
+    }
+
+    // The user has said that it may be written over: where there is no wastebasket it goes.
+    void ThrowOldAway(const std::vector<Placed>& placed) {
+        std::vector<Thrown> old;
+        for (const Placed& done : placed)
+            if (done.exchanged) {
+                old.push_back({Hidden(done.name), done.target, {}});
+                m_names.push_back(
+                    done.name); // goes with the hidden folder if it still stands there
+            }
+        ThrowAllAway(old);
     }
 
     // What takes the place of something must outlast a power cut; where nothing stands there is
@@ -161,8 +195,9 @@ private:
 
     bool TakeBack(const Placed& done) const {
         if (done.exchanged) return Exchange(done.name, done.target);
-        return ::renameat2(AT_FDCWD, done.target.c_str(), m_open.Number(), done.name.c_str(),
-                           RENAME_NOREPLACE) == 0;
+        std::string stays;
+        return RenameToFree(done.target, Hidden(done.name)) &&
+               (done.thrown.empty() || tarn::TakeBack(done.thrown, done.target, &stays));
     }
 
     std::string m_folder;

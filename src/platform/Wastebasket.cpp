@@ -2,6 +2,7 @@
 
 #include "common/paths.h"
 #include "platform/Descriptors.h"
+#include "platform/FreeNames.h"
 #include "platform/PrivateFolders.h"
 
 #include <QByteArray>
@@ -17,7 +18,10 @@
 #include <cstdint>
 #include <cstdlib>
 #include <ctime>
+#include <map>
+#include <set>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tarn {
@@ -115,6 +119,10 @@ std::string InfoText(const Basket& basket, const std::string& path) {
     return "[Trash Info]\nPath=" + encoded.toStdString() + "\nDeletionDate=" + date.data() + "\n";
 }
 
+std::string EntryOf(const std::string& basket, const std::string& name) {
+    return basket + "/info/" + name + std::string(kInfo);
+}
+
 // "M31.jpg", then "M31.2.jpg"; short enough for the longer name of its entry.
 std::string NameInBasket(const std::string& name, int number) {
     const std::size_t point = name.rfind('.');
@@ -126,18 +134,25 @@ std::string NameInBasket(const std::string& name, int number) {
     return (stem + rest).substr(0, most);
 }
 
+enum class Flushed { EachByItself, Together };
+
 // Writes the entry under a name that is free; the name, or none.
-std::string WriteEntry(const Basket& basket, const std::string& path) {
+std::string WriteEntry(const Basket& basket, const std::string& path, Flushed flushed) {
+    if (!MakePrivateFolders(basket.folder + "/files") ||
+        !MakePrivateFolders(basket.folder + "/info"))
+        return {};
     const std::string text = InfoText(basket, path);
     for (int number = 1; number < kMostTries; ++number) {
         std::string name = NameInBasket(LastPart(path), number);
         struct stat taken {};
         if (::lstat((basket.folder + "/files/" + name).c_str(), &taken) == 0) continue;
-        const std::string entry = basket.folder + "/info/" + name + std::string(kInfo);
+        const std::string entry = EntryOf(basket.folder, name);
         const Handle file(::open(entry.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
         if (!file && errno == EEXIST) continue;
         if (!file) return {};
-        if (WriteAll(file.Number(), text)) return name;
+        if (WriteAll(file.Number(), text) &&
+            (flushed == Flushed::Together || ::fsync(file.Number()) == 0))
+            return name;
         const int why = errno;
         ::unlink(entry.c_str());
         errno = why;
@@ -147,22 +162,28 @@ std::string WriteEntry(const Basket& basket, const std::string& path) {
     return {};
 }
 
-bool ThrowInto(const Basket& basket, const std::string& path, std::string* where) {
-    if (!MakePrivateFolders(basket.folder + "/files") ||
-        !MakePrivateFolders(basket.folder + "/info"))
-        return false;
-    const std::string name = WriteEntry(basket, path);
-    if (name.empty()) return false;
-    const std::string target = basket.folder + "/files/" + name;
-    if (::renameat2(AT_FDCWD, path.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0 ||
-        ((errno == EINVAL || errno == ENOSYS) && ::rename(path.c_str(), target.c_str()) == 0)) {
-        if (where) *where = target;
-        return true;
-    }
+// To its entry in the basket; without it when it stays. The path there, or none.
+std::string PutToEntry(const std::string& path, const std::string& basket,
+                       const std::string& name) {
+    std::string target = basket + "/files/" + name;
+    if (RenameToFree(path, target)) return target;
     const int why = errno;
-    ::unlink((basket.folder + "/info/" + name + std::string(kInfo)).c_str());
+    ::unlink(EntryOf(basket, name).c_str());
     errno = why;
-    return false;
+    return {};
+}
+
+// `path` with an entry that says `place`. After a power cut nothing lies there without its entry.
+bool ThrowInto(const Basket& basket, const std::string& path, const std::string& place,
+               std::string* where) {
+    const std::string name = WriteEntry(basket, place, Flushed::EachByItself);
+    if (name.empty()) return false;
+    FlushFolder(basket.folder + "/info");
+    const std::string target = PutToEntry(path, basket.folder, name);
+    if (target.empty()) return false;
+    FlushFolder(basket.folder + "/files");
+    if (where) *where = target;
+    return true;
 }
 
 // The folder without links, so that the entry leads back to the right place; the last part as it
@@ -176,28 +197,63 @@ std::string RealPlace(const std::string& path) {
 
 } // namespace
 
-bool ThrowAway(const std::string& path, std::string* where, std::string* error) {
+bool ThrowAwayAs(const std::string& path, const std::string& stood, std::string* where,
+                 std::string* error) {
     struct stat info {};
     if (LastPart(path).empty()) return Fail(error, EINVAL); // a folder, by its last separator
     if (::lstat(path.c_str(), &info) != 0) return Fail(error);
-    const std::string place = RealPlace(path);
+    const std::string place = RealPlace(stood);
     if (place.empty()) return Fail(error);
     const std::vector<Basket> baskets = BasketsFor(ParentOf(place));
     errno = ENOTSUP; // when there is none
     for (const Basket& basket : baskets)
-        if (ThrowInto(basket, place, where)) return true;
+        if (ThrowInto(basket, path, place, where)) return true;
     return Fail(error);
 }
 
-bool TakeBack(const std::string& where, const std::string& path, std::string* error) {
-    struct stat taken {};
-    if (::renameat2(AT_FDCWD, where.c_str(), AT_FDCWD, path.c_str(), RENAME_NOREPLACE) != 0) {
-        if (errno != EINVAL && errno != ENOSYS) return Fail(error);
-        if (::lstat(path.c_str(), &taken) == 0) return Fail(error, EEXIST);
-        if (::rename(where.c_str(), path.c_str()) != 0) return Fail(error);
+bool ThrowAway(const std::string& path, std::string* where, std::string* error) {
+    return ThrowAwayAs(path, path, where, error);
+}
+
+void ThrowAllAway(std::vector<Thrown>& all) {
+    struct Begun {
+        Thrown* file;
+        std::string basket;
+        std::string name;
+    };
+    std::map<std::string, std::vector<Basket>> known; // by folder
+    std::vector<Begun> begun;
+    std::set<std::string> used;
+    for (Thrown& file : all) {
+        const std::string place = RealPlace(file.stood);
+        struct stat info {};
+        if (place.empty() || ::lstat(file.path.c_str(), &info) != 0) continue;
+        const auto [at, isNew] = known.try_emplace(ParentOf(place));
+        if (isNew) at->second = BasketsFor(at->first);
+        if (at->second.empty()) continue;
+        const Basket& basket = at->second.front();
+        std::string name = WriteEntry(basket, place, Flushed::Together);
+        if (name.empty()) continue;
+        used.insert(basket.folder);
+        begun.push_back({&file, basket.folder, std::move(name)});
     }
-    const std::string entry = ParentOf(ParentOf(where)) + "/info/" + LastPart(where);
-    ::unlink((entry + std::string(kInfo)).c_str());
+    for (const std::string& basket : used) {
+        const Handle folder(::open(basket.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        if (folder) ::syncfs(folder.Number());
+    }
+    for (const Begun& each : begun)
+        each.file->where = PutToEntry(each.file->path, each.basket, each.name);
+    for (const std::string& basket : used) FlushFolder(basket + "/files");
+    // What the first basket did not take may go into another.
+    std::string error;
+    for (Thrown& file : all)
+        if (file.where.empty()) ThrowAwayAs(file.path, file.stood, &file.where, &error);
+}
+
+bool TakeBack(const std::string& where, const std::string& path, std::string* error) {
+    if (!RenameToFree(where, path)) return Fail(error);
+    FlushFolder(FolderOf(path)); // the card goes last
+    ::unlink(EntryOf(ParentOf(ParentOf(where)), LastPart(where)).c_str());
     return true;
 }
 

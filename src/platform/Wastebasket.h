@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace tarn {
 
@@ -10,6 +11,19 @@ namespace tarn {
 // another. `where` gets its path there. False with the system's text: the file stands where it
 // stood.
 bool ThrowAway(const std::string& path, std::string* where, std::string* error);
+
+// The same for what stood at `stood`, by whose name and place it comes back.
+bool ThrowAwayAs(const std::string& path, const std::string& stood, std::string* where,
+                 std::string* error);
+
+struct Thrown {
+    std::string path;
+    std::string stood; // as above
+    std::string where; // empty: it stays
+};
+
+// Many, which are flushed together: one after the other they take milliseconds each.
+void ThrowAllAway(std::vector<Thrown>& all);
 
 // Back from `where`; refused when something stands at `path`.
 bool TakeBack(const std::string& where, const std::string& path, std::string* error);

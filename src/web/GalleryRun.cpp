@@ -202,13 +202,12 @@ bool GalleryRun::CallsScript(const std::vector<std::string>& going) const {
 
 // What cannot be thrown away stays; what has the name of a new page is written over.
 GalleryRun::Thrown GalleryRun::TakeOldAway() {
+    std::vector<std::string> paths;
+    for (const std::string& name : OldPages()) paths.push_back(JoinPath(m_folder, name));
+    const std::vector<std::string> where = m_files.TrashAll(paths);
     Thrown thrown;
-    for (const std::string& name : OldPages()) {
-        const std::string path = JoinPath(m_folder, name);
-        std::string error;
-        std::string where;
-        if (m_files.Trash(path, &error, &where)) thrown.emplace_back(where, path);
-    }
+    for (std::size_t i = 0; i < paths.size(); ++i)
+        if (!where[i].empty()) thrown.emplace_back(where[i], paths[i]);
     return thrown;
 }
 

@@ -8,6 +8,16 @@
 
 namespace tarn {
 
+namespace {
+
+// One that stands there as it is need not be written again.
+bool PutScript(Files& files, const std::string& path, const std::string& bytes,
+               std::string* error) {
+    return files.Read(path, bytes.size() + 1) == bytes || ReplaceFile(files, path, bytes, error);
+}
+
+} // namespace
+
 void PageBuild::Choose(const std::string& path, const std::string& pictureFolder) {
     m_path = path;
     m_run.prefix = RelativePrefix(path, pictureFolder);
@@ -29,7 +39,7 @@ bool PageBuild::Begin(const HtmlSettings& settings, const std::string& now,
     if (settings.HtmlZoomPan != 0) {
         const std::string target = JoinPath(FolderOf(m_path), kZoomScript);
         const auto bytes = m_files.Read(script, SIZE_MAX, &error);
-        if (!bytes || !m_files.Write(target, *bytes, &error)) {
+        if (!bytes || !PutScript(m_files, target, *bytes, &error)) {
             m_fault = {"Copy javascript file error",
                        ErrorBoxText("Error creating javascript file", m_path, error)};
             m_page.Leave();

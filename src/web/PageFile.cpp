@@ -1,5 +1,6 @@
 #include "web/PageFile.h"
 
+#include "common/paths.h"
 #include "web/PageHead.h"
 
 #include <cerrno>
@@ -7,8 +8,27 @@
 
 namespace tarn {
 
+namespace {
+
+bool Refuse(std::string* error) {
+    *error = "it is a link that leads out of the folder";
+    return false;
+}
+
+} // namespace
+
+bool ReplaceFile(Files& files, const std::string& path, std::string_view bytes,
+                 std::string* error) {
+    const auto staged = files.Stage(FolderOf(path), error);
+    std::string failed;
+    if (staged) return staged->Write(LastPart(path), bytes, error) && staged->Place(error, &failed);
+    // The folder takes no new files: the old one itself may still be written.
+    if (!files.Exists(path)) return false;
+    return files.LeadsOut(path) ? Refuse(error) : files.Write(path, bytes, error);
+}
+
 bool PageFile::Create(const std::string& path, std::string_view bytes, std::string* error) {
-    m_open = m_files.Write(path, bytes, error);
+    m_open = ReplaceFile(m_files, path, bytes, error);
     m_path = path;
     m_end = bytes.size();
     return m_open;
@@ -17,6 +37,7 @@ bool PageFile::Create(const std::string& path, std::string_view bytes, std::stri
 bool PageFile::Append(const std::string& path, std::string_view now, std::string* error) {
     m_open = false;
     m_path = path;
+    if (m_files.LeadsOut(path)) return Refuse(error);
     const auto bytes = m_files.Read(path, std::size_t(kLargestAppend) + 1, error);
     if (!bytes) return false;
     const long long offset = AppendOffset(static_cast<long long>(bytes->size()));

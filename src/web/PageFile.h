@@ -9,12 +9,16 @@
 
 namespace tarn {
 
+// A whole file in place of what stands there, which goes to the wastebasket; never through a link
+// that leads out of the folder.
+bool ReplaceFile(Files& files, const std::string& path, std::string_view bytes, std::string* error);
+
 class PageFile {
 public:
     explicit PageFile(Files& files) : m_files(files) {}
 
-    // A new page, over what stood there, that begins with these bytes. False, with the system's
-    // text, when it cannot be written; as the others.
+    // A new page, in place of what stood there, that begins with these bytes. False, with the
+    // system's text, when it cannot be written; as the others.
     bool Create(const std::string& path, std::string_view bytes, std::string* error);
 
     // Goes on with an old page over its close. Refused, before anything is written, for a page that

@@ -20,6 +20,18 @@ constexpr std::string_view kBlockEnd = "-->";
 constexpr std::size_t kUntestedOfPage = 12;
 constexpr std::size_t kUntestedOfGallery = 0;
 
+constexpr SavedGrammar kColor{SavedGrammar::Kind::Color};
+constexpr SavedGrammar kFont{SavedGrammar::Kind::Font};
+constexpr SavedGrammar kLink{SavedGrammar::Kind::Link};
+constexpr SavedGrammar kMail{SavedGrammar::Kind::Mail};
+constexpr SavedGrammar kNamePart{SavedGrammar::Kind::NamePart};
+constexpr SavedGrammar kDigits{SavedGrammar::Kind::Digits};
+constexpr SavedGrammar kBoxes{SavedGrammar::Kind::Boxes};
+
+constexpr SavedGrammar InRange(int least, int most) {
+    return {SavedGrammar::Kind::Number, least, most};
+}
+
 // Lines of a text, one at a time.
 class Lines {
 public:
@@ -74,6 +86,14 @@ bool Take(Settings& settings, const SavedValue<Settings>& value, const std::stri
 }
 
 template <class Settings>
+bool IsOfItsGrammar(const Settings& settings, const SavedValue<Settings>& value) {
+    if (const auto* number = std::get_if<int Settings::*>(&value.field))
+        return value.grammar.Allows(settings.**number);
+    const auto* text = std::get_if<std::string Settings::*>(&value.field);
+    return !text || value.grammar.Allows(settings.**text);
+}
+
+template <class Settings>
 bool Read(std::string_view page, Settings& settings, const std::vector<SavedValue<Settings>>& all,
           bool wantsPage, std::size_t untested) {
     Lines lines(page);
@@ -83,7 +103,9 @@ bool Read(std::string_view page, Settings& settings, const std::vector<SavedValu
     for (std::size_t i = 0; i < all.size(); ++i) {
         line = lines.Next();
         if (!line || (i >= untested && StartsWith(*line, kBlockEnd))) return true;
-        if (!Take(settings, all[i], FromCodePage(*line))) return true;
+        Settings read = settings;
+        if (!Take(read, all[i], FromCodePage(*line))) return true;
+        if (IsOfItsGrammar(read, all[i])) settings = std::move(read);
     }
     return true;
 }
@@ -118,26 +140,26 @@ const std::vector<SavedValue<HtmlSettings>>& PageValues() {
         {"html_sizeh", &S::HtmlSizeH},
         {"html_sizew", &S::HtmlSizeW},
         {"html_border", &S::HtmlBorder},
-        {"html_picture_type", &S::HtmlPictureType},
+        {"html_picture_type", &S::HtmlPictureType, false, InRange(1, 4)},
         {"html_height", &S::HtmlHeight},
         {"html_width", &S::HtmlWidth},
         {"html_title", &S::HtmlTitle},
-        {"html_page_bg_color", &S::HtmlPageBgColor},
-        {"html_title_bg_color", &S::HtmlTitleBgColor},
+        {"html_page_bg_color", &S::HtmlPageBgColor, false, kColor},
+        {"html_title_bg_color", &S::HtmlTitleBgColor, false, kColor},
         {"html_title_border_width", &S::HtmlTitleBorderWidth},
-        {"html_text_color", &S::HtmlTextColor},
-        {"html_border_color", &S::HtmlBorderColor},
+        {"html_text_color", &S::HtmlTextColor, false, kColor},
+        {"html_border_color", &S::HtmlBorderColor, false, kColor},
         {"html_line_width", &S::HtmlLineWidth},
         {"html_pnotes_top", &S::HtmlPnotesTop},
         {"html_pnotes_bottom", &S::HtmlPnotesBottom},
-        {"html_email", &S::HtmlEmail},
-        {"html_fontname", &S::HtmlFontname},
-        {"html_fontsize", &S::HtmlFontsize},
-        {"html_home_page", &S::HtmlHomePage},
+        {"html_email", &S::HtmlEmail, false, kMail},
+        {"html_fontname", &S::HtmlFontname, false, kFont},
+        {"html_fontsize", &S::HtmlFontsize, false, InRange(1, 1000)},
+        {"html_home_page", &S::HtmlHomePage, false, kLink},
         {"html_pic_center", &S::HtmlPicCenter},
         {"html_pic_left", &S::HtmlPicLeft},
         {"html_check_image_label", &S::HtmlCheckImageLabel},
-        {"html_text_image_label", &S::HtmlTextImageLabel},
+        {"html_text_image_label", &S::HtmlTextImageLabel, false, kNamePart},
         {"html_page_break", &S::HtmlPageBreak},
         {"html_zoom_pan", &S::HtmlZoomPan},
         {"html_home_text", &S::HtmlHomeText},
@@ -150,7 +172,7 @@ const std::vector<SavedValue<GallerySettings>>& GalleryValues() {
     using S = GallerySettings;
     static const std::vector<SavedValue<S>> values = {
         {"html_thumb_title", &S::HtmlThumbTitle},
-        {"html_thumb_slider", &S::HtmlThumbSlider},
+        {"html_thumb_slider", &S::HtmlThumbSlider, false, InRange(1, 1000)},
         {"html_thumb_notes", &S::HtmlThumbNotes},
         {"html_thumb_notes2", &S::HtmlThumbNotes2},
         {"html_thumb_notes_t", &S::HtmlThumbNotesT},
@@ -159,32 +181,32 @@ const std::vector<SavedValue<GallerySettings>>& GalleryValues() {
         {"html_thumb_cs", &S::HtmlThumbCs},
         {"html_thumb_cs_width", &S::HtmlThumbCsWidth, true},
         {"html_thumb_cs_height", &S::HtmlThumbCsHeight, true},
-        {"html_thumb_cs_value", &S::HtmlThumbCsValue},
+        {"html_thumb_cs_value", &S::HtmlThumbCsValue, false, kDigits},
         {"html_thumb_data", &S::HtmlThumbData},
         {"html_thumb_home_link", &S::HtmlThumbHomeLink},
-        {"html_thumb_home_url", &S::HtmlThumbHomeUrl},
-        {"html_thumb_text_color", &S::HtmlThumbTextColor},
-        {"html_thumb_page_bg_color", &S::HtmlThumbPageBgColor},
-        {"html_thumb_thumb_bg_color", &S::HtmlThumbThumbBgColor},
+        {"html_thumb_home_url", &S::HtmlThumbHomeUrl, false, kLink},
+        {"html_thumb_text_color", &S::HtmlThumbTextColor, false, kColor},
+        {"html_thumb_page_bg_color", &S::HtmlThumbPageBgColor, false, kColor},
+        {"html_thumb_thumb_bg_color", &S::HtmlThumbThumbBgColor, false, kColor},
         {"html_thumb_border_width", &S::HtmlThumbBorderWidth},
-        {"html_thumb_border_color", &S::HtmlThumbBorderColor},
+        {"html_thumb_border_color", &S::HtmlThumbBorderColor, false, kColor},
         {"html_thumb_notes_top_line", &S::HtmlThumbNotesTopLine},
         {"html_thumb_slider_top", &S::HtmlThumbSliderTop},
         {"html_thumb_begin_slider_top", &S::HtmlThumbBeginSliderTop},
-        {"NotesLineBottomCheck", &S::NotesLineBottomCheck},
+        {"NotesLineBottomCheck", &S::NotesLineBottomCheck, false, kBoxes},
         {"html_thumb_notes_top", &S::HtmlThumbNotesTop, true},
         {"html_thumb_notes_bottom", &S::HtmlThumbNotesBottom, true},
-        {"html_thumb_fontname", &S::HtmlThumbFontname},
-        {"html_thumb_fontsize", &S::HtmlThumbFontsize},
+        {"html_thumb_fontname", &S::HtmlThumbFontname, false, kFont},
+        {"html_thumb_fontsize", &S::HtmlThumbFontsize, false, InRange(1, 1000)},
         {"html_thumb_wrap", &S::HtmlThumbWrap},
         {"html_thumb_notes_right", &S::HtmlThumbNotesRight, true},
         {"html_thumb_pagebreak", &S::HtmlThumbPagebreak},
-        {"html_thumb_emailaddress", &S::HtmlThumbEmailaddress},
-        {"ThumbBorderStyle", &S::ThumbBorderStyle},
+        {"html_thumb_emailaddress", &S::HtmlThumbEmailaddress, false, kMail},
+        {"ThumbBorderStyle", &S::ThumbBorderStyle, false, InRange(0, 1)},
         {"ThumbNavTop", &S::ThumbNavTop},
         {"ThumbNavSpace", &S::ThumbNavSpace},
         {"ThumbNoLinkPic", &S::ThumbNoLinkPic},
-        {"ThumbImagePos", &S::ThumbImagePos},
+        {"ThumbImagePos", &S::ThumbImagePos, false, InRange(0, 2)},
         {"ThumbTitleBorder", &S::ThumbTitleBorder},
         {"ThumbSpacing", &S::ThumbSpacing},
         {"ThumbPadding", &S::ThumbPadding},
@@ -192,7 +214,7 @@ const std::vector<SavedValue<GallerySettings>>& GalleryValues() {
         {"ThumbImageBorder", &S::ThumbImageBorder},
         {"LongNotesLine", &S::LongNotesLine},
         {"ThumbFileLink", &S::ThumbFileLink},
-        {"ThumbFileLinkURL", &S::ThumbFileLinkURL},
+        {"ThumbFileLinkURL", &S::ThumbFileLinkURL, false, kLink},
         {"ThumbFileLinkButtonText", &S::ThumbFileLinkButtonText},
         {"ThumbCheckTele", &S::ThumbCheckTele},
         {"ThumbCheckCamera", &S::ThumbCheckCamera},

@@ -6,6 +6,7 @@
 #include "desk/state/GallerySettings.h"
 #include "desk/state/HtmlSettings.h"
 #include "web/PageText.h"
+#include "web/SavedGrammar.h"
 
 #include <string>
 #include <string_view>
@@ -17,7 +18,8 @@ namespace tarn {
 template <class Settings> struct SavedValue {
     std::string_view name; // its key in the settings, or its own name
     std::variant<bool Settings::*, int Settings::*, std::string Settings::*> field;
-    bool asNumber = false; // a flag that is written as "-1 " or " 0 "
+    bool asNumber = false;     // a flag that is written as "-1 " or " 0 "
+    SavedGrammar grammar = {}; // of a number or a text, where it comes from a page
 };
 
 const std::vector<SavedValue<HtmlSettings>>& PageValues();       // of a hand-laid page
@@ -32,8 +34,8 @@ void AddSavedValues(PageText& page, const GallerySettings& settings);
 
 // Takes the values of a page's bytes into `settings`; their texts become UTF-8. Stops silently at
 // the end of the block, of the file, and at a value that is none of its kind: what comes behind
-// keeps its present value. False when the page holds no such block (that of the other kind of page
-// is none either).
+// keeps its present value, as does a value alone that is not of its grammar. False when the page
+// holds no such block (that of the other kind of page is none either).
 bool ReadSavedValues(std::string_view page, HtmlSettings& settings);
 bool ReadSavedValues(std::string_view page, GallerySettings& settings);
 

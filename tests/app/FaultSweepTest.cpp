@@ -234,8 +234,6 @@ constexpr Silent kSilent[] = {
     {"gallery anew", "trash pictures/ImageT", Differs::OnDisk,
      "pages of the old gallery stay, or new ones take their places"},
     {"gallery anew", "names pictures", Differs::OnDisk, "pages of the old gallery stay"},
-    {"drop", "rename pictures/", Differs::OnDisk,
-     "copied instead, as onto another disk; the picture lies in the wastebasket as well"},
     {"drop", "exists target/", Differs::OnDisk, "the file takes the next number"},
     {"drop as copies", "exists target/", Differs::OnDisk, "the copy takes the next number"},
     {"start", "bytes left", Differs::OnDisk,

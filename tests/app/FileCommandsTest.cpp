@@ -305,7 +305,7 @@ TEST(CopyPaste, CutTakesAwayOnlyWhatArrivedWhole) {
     EXPECT_EQ(d.Said(), "3 files selected for cut");
     EXPECT_TRUE(d.clipboard->Files().cut);
     d.Open(d.target);
-    d.files.Refuse("copy", "No space left on device", "b.jpg");
+    d.files.Refuse("move", "No space left on device", "b.jpg");
     d.c.PasteButton->trigger();
     EXPECT_EQ(d.Said(), "Paste failed for 'b.jpg'");
     EXPECT_EQ(d.Error(), "No space left on device - b.jpg");
@@ -329,6 +329,48 @@ TEST(CopyPaste, CutTakesAwayOnlyWhatArrivedWhole) {
     EXPECT_EQ(d.Target(), before);
 }
 
+TEST(CopyPaste, CutOnOneDiskMovesTheFilesThemselves) {
+    PasteDesk d;
+    d.target.Write("a.jpg", "in the way");
+    struct stat before {};
+    ASSERT_EQ(::stat(d.At("a.jpg").c_str(), &before), 0);
+    const Tree pictures = d.Pictures();
+    d.Start();
+    d.TakeAll(d.c.CutButton);
+    d.Open(d.target);
+    d.c.PasteButton->trigger();
+    EXPECT_EQ(d.Said(), "Cut > Paste 3 files");
+    struct stat after {};
+    ASSERT_EQ(::stat((d.target.Path() + "/a.jpg").c_str(), &after), 0);
+    EXPECT_EQ(after.st_ino, before.st_ino);
+    EXPECT_EQ(Trashed("a.jpg"), "in the way");
+    d.c.UndoButton->trigger();
+    EXPECT_EQ(d.Pictures(), pictures);
+    EXPECT_EQ(d.Target(), (Tree{{"a.jpg", "in the way"}}));
+}
+
+TEST(CopyPaste, WhatChangedOnItsWayToAnotherDiskStaysToo) {
+    struct stat here {};
+    struct stat there {};
+    PasteDesk d;
+    if (::stat("/dev/shm", &there) != 0 || ::stat(d.folder.Path().c_str(), &here) != 0 ||
+        here.st_dev == there.st_dev)
+        GTEST_SKIP() << "this machine has no other disk";
+    const TestFolder other("/dev/shm");
+    const Tree before = d.Pictures();
+    d.Start();
+    d.TakeAll(d.c.CutButton);
+    d.Open(other);
+    d.files.onChange = [&](const std::string& verb, const std::string& path) {
+        if (verb == "move" && path == d.At("b.jpg")) d.folder.Write("a.jpg", "grown since");
+        return std::string();
+    };
+    d.c.PasteButton->trigger();
+    EXPECT_EQ(d.Error(), "Stays where it was: it has changed since it was copied - a.jpg");
+    EXPECT_EQ(d.Pictures(), (Tree{{"a.jpg", "grown since"}}));
+    EXPECT_EQ(ReadTree(other.Path()), before);
+}
+
 TEST(CopyPaste, AFailureLeavesWhatStoodAndCaseTwinsAreTwoFiles) {
     PasteDesk d;
     d.folder.Write("A.JPG", JpegBytes(TellTale(30, 20)));
@@ -337,7 +379,7 @@ TEST(CopyPaste, AFailureLeavesWhatStoodAndCaseTwinsAreTwoFiles) {
     d.Start();
     d.TakeAll(d.c.CutButton);
     d.Open(d.target);
-    d.files.Refuse("copy", "full", "a.jpg");
+    d.files.Refuse("move", "full", "a.jpg");
     d.c.PasteButton->trigger();
     EXPECT_EQ(BytesOf(d.target.Path() + "/a.jpg"), "stood there");
     EXPECT_EQ(d.Names(), "a.jpg b.jpg c.jpg "); // A.JPG came first and arrived
@@ -363,7 +405,7 @@ TEST(CopyPaste, TakesFilesFromAnotherProgram) {
     EXPECT_EQ(BytesOf(d.At("odd \xFF%.jpg")), "odd");
     const ClipboardFiles theirs{{odd}, true};
     d.clipboard->SetFiles(theirs);
-    d.files.Refuse("copy", "No space left on device");
+    d.files.Refuse("move", "No space left on device");
     d.c.PasteButton->trigger();
     EXPECT_TRUE(d.Said().starts_with("Paste failed"));
     EXPECT_TRUE(d.clipboard->Files() == theirs); // to be tried again

@@ -118,5 +118,21 @@ TEST(CopyRun, AFailureIsCountedAndTheRestGoesOn) {
               "ERROR - Exported 2 files to '/x', 2 failed: b.jpg - No space left on device");
 }
 
+TEST(CopyRun, OnlyWhatWasAskedAboutIsReplaced) {
+    PlanDesk d;
+    Fill(d.from, {{"a.jpg", "1"}, {"b.jpg", "2"}});
+    Fill(d.to, {{"a.jpg", "asked about"}});
+    d.request.files = {"a.jpg", "b.jpg"};
+    d.files.onChange = [&](const std::string& verb, const std::string& path) {
+        if (verb == "copy" && LastPart(path) == "b.jpg") d.to.Write("b.jpg", "came up meanwhile");
+        return std::string();
+    };
+    const CopyCounts counts = d.Run(d.Plan());
+    EXPECT_EQ(ReadTree(d.to.Path()), (Tree{{"a.jpg", "1"}, {"b.jpg", "came up meanwhile"}}));
+    ASSERT_EQ(counts.faults.size(), 1U);
+    EXPECT_EQ(counts.faults[0].why, "File exists");
+    EXPECT_EQ(Trashed("a.jpg"), "asked about");
+}
+
 } // namespace
 } // namespace tarn::testing

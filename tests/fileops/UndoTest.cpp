@@ -42,8 +42,8 @@ TEST(UndoLog, TheLastChangeIsTakenBackFirst) {
     UndoDesk d(before);
     Changes changes(d.files);
     EXPECT_TRUE(changes.ThrowAway(d.At("a"), &d.error));
-    EXPECT_TRUE(changes.Rename(d.At("b"), d.At("a"), &d.error)); // free only now
-    EXPECT_TRUE(changes.Copy(d.At("c"), d.At("a"), &d.error));   // over the renamed one
+    EXPECT_TRUE(changes.Rename(d.At("b"), d.At("a"), &d.error));                    // free only now
+    EXPECT_TRUE(changes.Copy(d.At("c"), d.At("a"), &d.error, Standing::ThrowAway)); // over that
     EXPECT_EQ(d.Standing(), (Tree{{"a", "3"}, {"c", "3"}}));
     d.log.Push({"Much", changes.Written()});
     d.log.Push({"Nothing", {}});
@@ -131,13 +131,34 @@ TEST(Changes, WhatCannotBeTakenBackStaysWrittenDown) {
     EXPECT_EQ(d.Standing(), (Tree{{"a", "1"}, {"b", "2"}, {"c", "3"}}));
 }
 
+TEST(Changes, AMoveIsARenameOrACopyAndIsTakenBackAsWhatItWas) {
+    const Tree before{{"a", "1"}, {"b", "2"}, {"t", "stood there"}};
+    UndoDesk d(before);
+    Changes changes(d.files);
+    EXPECT_FALSE(changes.Move(d.At("a"), d.At("t"), &d.error));
+    EXPECT_EQ(d.error, "File exists");
+    ASSERT_TRUE(changes.Move(d.At("a"), d.At("t"), &d.error, Standing::ThrowAway)) << d.error;
+    EXPECT_TRUE(changes.EndMove(d.At("a"), &d.error));
+    EXPECT_EQ(d.Standing(), (Tree{{"b", "2"}, {"t", "1"}}));
+    // As onto another disk: a link's file is copied.
+    std::filesystem::create_symlink("b", d.At("link"));
+    ASSERT_TRUE(changes.Move(d.At("link"), d.At("u"), &d.error)) << d.error;
+    d.folder.Write("b", "22");
+    EXPECT_FALSE(changes.EndMove(d.At("link"), &d.error));
+    EXPECT_EQ(d.error, "it has changed since it was copied");
+    d.folder.Write("b", "2");
+    changes.TakeBack(&d.error);
+    std::filesystem::remove(d.At("link"));
+    EXPECT_EQ(d.Standing(), before);
+}
+
 TEST(Changes, ACopyThatStoodForARenameIsTakenBackAsOne) {
     const Tree before{{"a", "1"}, {"b", "stood there"}};
     for (const bool fails : {false, true}) {
         SCOPED_TRACE(fails);
         UndoDesk d(before);
         Changes changes(d.files);
-        changes.Copy(d.At("a"), d.At("b"), &d.error);
+        changes.Copy(d.At("a"), d.At("b"), &d.error, Standing::ThrowAway);
         if (fails) d.files.Refuse("remove", "read only");
         std::string error;
         changes.EndRename(d.At("a"), d.At("b"), &error);

@@ -80,6 +80,46 @@ TEST(Files, WhatAKilledRunLeftIsThrownAwayAndWhatARunHoldsStays) {
     EXPECT_EQ(d.Bytes("page"), "new");
 }
 
+TEST(Files, WhatNewFilesReplacedLiesInTheWastebasketAndLinksOutAreRefused) {
+    Disk d;
+    d.folder.Write("page", "old");
+    fs::create_directories(d.At("site/below"));
+    d.folder.Write("site/below/deep", "old, by a link");
+    d.folder.Write("site/index", "old index");
+    fs::create_symlink("below/deep", d.At("site/inner"));
+    fs::create_symlink("../page", d.At("site/outer"));
+    std::string error;
+    std::string failed;
+    for (const bool out : {true, false}) {
+        SCOPED_TRACE(out);
+        const auto staged = d.files->Stage(d.At("site"), &error);
+        ASSERT_TRUE(staged) << error;
+        for (const char* name : {"index", "inner"})
+            ASSERT_TRUE(staged->Write(name, name, &error)) << error;
+        if (out) {
+            ASSERT_TRUE(staged->Write("outer", "planted", &error)) << error;
+            EXPECT_FALSE(staged->Place(&error, &failed));
+            EXPECT_EQ(failed, "outer");
+            EXPECT_EQ(error, "it is a link that leads out of the folder");
+            EXPECT_EQ(d.Bytes("site/index"), "old index");
+        } else {
+            EXPECT_TRUE(staged->Place(&error, &failed)) << error;
+        }
+    }
+    EXPECT_EQ(d.Bytes("page"), "old");
+    EXPECT_EQ(d.Bytes("site/index"), "index");
+    EXPECT_EQ(d.Bytes("site/below/deep"), "inner");
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    const std::string basket = data.toStdString() + "/Trash/";
+    EXPECT_EQ(d.files->Read(basket + "files/index", 100), "old index");
+    EXPECT_EQ(d.files->Read(basket + "files/deep", 100), "old, by a link");
+    const std::string card = d.files->Read(basket + "info/deep.trashinfo", 1000).value_or("");
+    EXPECT_NE(card.find(d.At("site/below/deep") + "\n"), std::string::npos) << card;
+    EXPECT_TRUE(d.files->LeadsOut(d.At("site/outer")));
+    for (const char* name : {"site/inner", "site/index", "site/gone"})
+        EXPECT_FALSE(d.files->LeadsOut(d.At(name))) << name;
+}
+
 TEST(Files, ReadStopsAtItsLimitAndSaysWhyNot) {
     Disk d;
     d.folder.Write("a", "0123456789");
@@ -138,10 +178,11 @@ TEST(Files, CopyKeepsTimesAndPutsAsideWhatItReplaces) {
     EXPECT_EQ(d.files->ModifiedTime(d.At("c")), d.files->ModifiedTime(a));
     fs::create_hard_link(a, d.At("same"));
     EXPECT_FALSE(d.files->Copy(a, d.At("same"), &error)); // one file under two names
-    EXPECT_TRUE(d.files->Copy(a, d.At("b"), &error)) << error;
+    std::string replaced;
+    EXPECT_TRUE(d.files->Copy(a, d.At("b"), &error, &replaced)) << error;
     const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
     EXPECT_EQ(d.files->Read(data.toStdString() + "/Trash/files/b", 10), "b");
-    EXPECT_FALSE(d.files->Copy(d.At("gone"), d.At("b"), &error));
+    EXPECT_FALSE(d.files->Copy(d.At("gone"), d.At("b"), &error, &replaced));
     EXPECT_EQ(d.Bytes("b").size(), 200000U);
 }
 
@@ -179,6 +220,28 @@ TEST(Files, WastebasketTakesAnyNameAndGivesItBack) {
     ASSERT_TRUE(d.files->Restore(where, d.At(longest), &error)) << error;
     EXPECT_FALSE(d.files->Trash(d.At("gone"), &error));
     EXPECT_EQ(error, "No such file or directory");
+}
+
+TEST(Files, WastebasketTakesManyAtOnce) {
+    Disk d;
+    std::vector<std::string> paths;
+    for (const char* name : {"many.jpg", "many.txt", "below/many.jpg", "gone"})
+        paths.push_back(d.At(name));
+    fs::create_directory(d.At("below"));
+    for (std::size_t i = 0; i < 3; ++i) d.folder.Write(paths[i].substr(d.At("").size()), paths[i]);
+    const std::vector<std::string> where = d.files->TrashAll(paths);
+    ASSERT_EQ(where.size(), 4U);
+    EXPECT_EQ(where[3], "");
+    std::string error;
+    for (std::size_t i = 0; i < 3; ++i) {
+        SCOPED_TRACE(paths[i]);
+        EXPECT_EQ(d.files->Read(where[i], 1000), paths[i]);
+        std::string entry = where[i];
+        entry.replace(entry.rfind("/files/"), 7, "/info/");
+        const std::string card = d.files->Read(entry + ".trashinfo", 1000).value_or("");
+        EXPECT_NE(card.find("\nPath=" + paths[i] + "\n"), std::string::npos) << card;
+        EXPECT_TRUE(d.files->Restore(where[i], paths[i], &error)) << error;
+    }
 }
 
 TEST(Files, WastebasketTakesTheLinkNotWhatItLeadsTo) {

@@ -65,6 +65,16 @@ public:
     bool Trash(const std::string& p, std::string* e, std::string* where) override {
         return May("trash", p, e) && real->Trash(p, e, where);
     }
+    std::vector<std::string> TrashAll(const std::vector<std::string>& paths) override {
+        std::vector<std::string> allowed;
+        for (const std::string& p : paths)
+            if (May("trash", p, nullptr)) allowed.push_back(p);
+        const std::vector<std::string> where = real->TrashAll(allowed);
+        std::vector<std::string> all(paths.size());
+        for (std::size_t i = 0, k = 0; i < paths.size() && k < allowed.size(); ++i)
+            if (paths[i] == allowed[k]) all[i] = where[k++];
+        return all;
+    }
     bool Restore(const std::string& where, const std::string& p, std::string* e) override {
         return May("restore", p, e) && real->Restore(where, p, e);
     }
@@ -96,6 +106,12 @@ public:
               std::string* replaced) override {
         return May("copy", from, e) && real->Copy(from, to, e, replaced);
     }
+    Moved Move(const std::string& from, const std::string& to, std::string* e,
+               std::string* replaced) override {
+        return May("move", from, e) ? real->Move(from, to, e, replaced) : Moved::No;
+    }
+    void Flush(const std::string& folder) override { real->Flush(folder); }
+    bool LeadsOut(const std::string& p) const override { return real->LeadsOut(p); }
     bool IsWritable(const std::string& p) const override {
         return Answers("writable", p) && real->IsWritable(p);
     }

@@ -78,6 +78,7 @@ TEST_F(GalleryRuns, ReplaceTheOldSite) {
     EXPECT_EQ(Names(),
               (std::vector<std::string>{"ImageT001.html", "ImageT002.html", "ImageT003.html",
                                         "a.jpg", "b.jpg", "c.jpg", "index.html", "slides.css"}));
+    EXPECT_EQ(files.Read(m_trash.Path() + "/Trash/files/index.html", 10, nullptr), "old");
     EXPECT_NE(Text("index.html").find("\r\n" + std::string(8000, 'n') + "\r\n"), std::string::npos);
     EXPECT_NE(Text("ImageT003.html").find("(3 of 3)"), std::string::npos);
     plan.frames = true;

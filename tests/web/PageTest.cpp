@@ -14,6 +14,8 @@
 #include <sys/resource.h>
 
 #include <csignal>
+#include <cstdlib>
+#include <filesystem>
 
 using namespace tarn;
 using namespace tarn::testing;
@@ -249,6 +251,44 @@ TEST(PageBuilds, CountAnewWithAHeaderAloneAndTellAMissingScript) {
     EXPECT_EQ(page.Fault().text,
               "Error creating javascript file\n" + path + "\n\nError 2, No such file or directory");
     EXPECT_TRUE(files.Read(path, SIZE_MAX, nullptr)->ends_with("}\r\n</script>\r\n"));
+}
+
+TEST(PageBuilds, KeepWhatTheyReplaceAndWriteThroughNoLinkThatLeadsOut) {
+    const TestFolder outside;
+    const TestFolder folder;
+    ForwardingFiles files;
+    HtmlSettings s;
+    s.HtmlZoomPan = 1;
+    const std::string script = outside.Write("wheelzoom.js", "zoom");
+    const std::string theirs = outside.Write("theirs.html", std::string(100, 't'));
+    const std::string path = folder.Write("kept by a page.html", "an older page");
+    const std::string scriptBeside = folder.Write("wheelzoom.js", "an older script");
+    const TestFolder data;
+    ::setenv("XDG_DATA_HOME", data.Path().c_str(), 1);
+    const std::string basket = data.Path() + "/Trash/files/";
+    PageBuild page(files, "v1");
+    page.Choose(path, folder.Path());
+    ASSERT_TRUE(page.Begin(s, "now", script));
+    ASSERT_TRUE(page.Close());
+    EXPECT_EQ(files.Read(basket + "kept by a page.html", 100, nullptr), "an older page");
+    EXPECT_EQ(files.Read(scriptBeside, 100, nullptr), "zoom");
+    EXPECT_EQ(files.Read(basket + "wheelzoom.js", 100, nullptr), "an older script");
+
+    const std::string link = folder.Path() + "/link.html";
+    std::filesystem::create_symlink(theirs, link);
+    page.Choose(link, folder.Path());
+    for (const bool append : {true, false}) {
+        EXPECT_FALSE(append ? page.Append("now") : page.Begin(s, "now", script));
+        EXPECT_EQ(page.Fault().text, "Error writting to html file\n" + link +
+                                         "\n\nError 0, it is a link that leads out of the folder");
+    }
+    // The script of such a name neither.
+    std::filesystem::remove(scriptBeside);
+    std::filesystem::create_symlink(theirs, scriptBeside);
+    page.Choose(path, folder.Path());
+    EXPECT_FALSE(page.Begin(s, "now", script));
+    EXPECT_EQ(page.Fault().title, "Copy javascript file error");
+    EXPECT_EQ(files.Read(theirs, 1000, nullptr), std::string(100, 't'));
 }
 
 TEST(PageFiles, AppendOverTheCloseAndStopAtTheirLimit) {

@@ -18,22 +18,61 @@ template <class Settings> std::string BlockOf(const Settings& settings) {
     return text.Bytes();
 }
 
+// A text that is allowed.
+std::string Sample(SavedGrammar::Kind kind, const std::string& number) {
+    using Kind = SavedGrammar::Kind;
+    switch (kind) {
+    case Kind::Color:
+        return "00BF" + (number + "0").substr(0, 2);
+    case Kind::Font:
+        return "Fira Sans-" + number + ", M\xC3\xA9ssier";
+    case Kind::Link:
+        return "../a b/index" + number + ".html?x=1&y=2#top";
+    case Kind::Mail:
+        return "m" + number + "@example.org";
+    case Kind::NamePart:
+        return "_Caption (" + number + ")";
+    case Kind::Digits:
+        return number;
+    case Kind::Boxes:
+        return "01" + std::string(3, number[0] % 2 == 0 ? '0' : '1');
+    default:
+        return "M\xC3\xA9ssier <b>" + number + "</B> < 5 <3 -- & \"N\"";
+    }
+}
+
 // Every field by its kind.
 template <class Settings, class Table> Settings Random(const Table& table, std::mt19937& random) {
     Settings settings;
-    const auto number = [&](int most) {
-        return std::uniform_int_distribution<int>(-most, most)(random);
+    const auto number = [&](int least, int most) {
+        return std::uniform_int_distribution<int>(least, most)(random);
     };
     for (const auto& value : table) {
         if (const auto* flag = std::get_if<bool Settings::*>(&value.field))
-            settings.** flag = number(1) > 0;
+            settings.** flag = number(0, 1) > 0;
         else if (const auto* whole = std::get_if<int Settings::*>(&value.field))
-            settings.** whole = number(40000);
+            settings.** whole = number(value.grammar.least, value.grammar.most);
         else
             settings.*std::get<std::string Settings::*>(value.field) =
-                "M\xC3\xA9ssier <" + std::to_string(number(99)) + "> --";
+                Sample(value.grammar.kind, std::to_string(number(0, 99)));
     }
     return settings;
+}
+
+// A page whose block has another text in place of one value.
+template <class Settings>
+std::string PageWith(const std::vector<SavedValue<Settings>>& table, std::string_view name,
+                     const std::string& text) {
+    const std::string block = BlockOf(Settings());
+    std::string page = std::is_same_v<Settings, HtmlSettings> ? "<!--TarnView saved settings\r\n"
+                                                              : "<!--TarnView v1\r\n";
+    std::size_t at = 0;
+    for (const auto& value : table) {
+        const std::size_t end = block.find('\n', at) + 1;
+        page += value.name == name ? text + "\r\n" : block.substr(at, end - at);
+        at = end;
+    }
+    return page + "-->\r\n";
 }
 
 } // namespace
@@ -91,6 +130,52 @@ TEST(SavedValues, StopAtTheEndOfTheBlockAndKeepTheRest) {
     EXPECT_TRUE(ReadSavedValues(old, read));
     EXPECT_EQ(read.HtmlTitle, "Other");
     EXPECT_EQ(read.HtmlTextColor, "123456");
+}
+
+TEST(SavedValues, OfAForeignPagePlantNothing) {
+    const std::string kScript = "<script src=//x></script>";
+    const std::vector<std::pair<std::string_view, std::vector<std::string>>> planted = {
+        {"html_title",
+         {kScript, "</title>" + kScript, "<b onclick=x>M31</b>", "<img src=x onerror=x", "a<b",
+          "-->", "--!><p>", "<!--", "<b\tid=x>", "M31\x01", "<<b>script>"}},
+        {"html_home_text", {kScript, "<a href=x>"}},
+        {"html_page_bg_color", {"0000", "0000000", "000\"><", "00 000", "red;}", ""}},
+        {"html_text_color", {"000000\" onload=\"x", "-00000"}},
+        {"html_fontname", {"x;} body {background: url(x)", "</style>", "\"A\"", "A--B", "A/*"}},
+        {"html_home_page",
+         {"javascript:x", "JavaScript:x", " javascript:x", "java&#115;cript:x",
+          "javascript&colon;x", "data:text/html,x", "vbscript:x", "a\" onclick=\"x", "a'b", "a--b",
+          "\x01javascript:x"}},
+        {"html_email", {"a@b\" onclick=\"x", "a@b?bcc=c", "<a@b>", "a--b@c"}},
+        {"html_text_image_label", {"\"><script>", "/../x", "a--b"}},
+        {"html_picture_type", {" 0 ", " 5 ", "-1 "}},
+        {"html_border", {"-1 ", " 32768 "}}};
+    for (const auto& [name, texts] : planted)
+        for (const std::string& text : texts) {
+            SCOPED_TRACE(std::string(name) + " = " + text);
+            HtmlSettings read;
+            read.HtmlMp4Video = 1; // what comes behind is taken
+            EXPECT_TRUE(ReadSavedValues(PageWith(PageValues(), name, text), read));
+            EXPECT_EQ(BlockOf(read), BlockOf(HtmlSettings()));
+        }
+    const std::vector<std::pair<std::string_view, std::vector<std::string>>> inIndex = {
+        {"html_thumb_title", {kScript}},
+        {"html_thumb_home_url", {"javascript:x"}},
+        {"ThumbFileLinkURL", {"javascript:x"}},
+        {"ThumbFileLinkButtonText", {kScript}},
+        {"html_thumb_border_color", {"\"><script>"}},
+        {"html_thumb_cs_value", {"600px", "1234567890"}},
+        {"NotesLineBottomCheck", {"0000", "00002", "<b>00"}},
+        {"html_thumb_slider", {" 0 ", "-3 "}},
+        {"ThumbBorderStyle", {" 2 "}},
+        {"ThumbImagePos", {" 3 "}}};
+    for (const auto& [name, texts] : inIndex)
+        for (const std::string& text : texts) {
+            SCOPED_TRACE(std::string(name) + " = " + text);
+            GallerySettings read;
+            EXPECT_TRUE(ReadSavedValues(PageWith(GalleryValues(), name, text), read));
+            EXPECT_EQ(BlockOf(read), BlockOf(GallerySettings()));
+        }
 }
 
 TEST(SavedValues, TellTheKindsOfPagesApart) {

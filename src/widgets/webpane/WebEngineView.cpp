@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 #include <QWebEnginePage>
 #include <QWebEngineProfile>
+#include <QWebEngineRegisterProtocolHandlerRequest>
 #include <QWebEngineSettings>
 #include <QWebEngineUrlRequestInterceptor>
 #include <QWebEngineView>
@@ -43,6 +44,34 @@ bool CanLockUp() {
            WEXITSTATUS(status) == 0;
 }
 
+bool IsShown(const QUrl& url) {
+    const QString scheme = url.scheme();
+    return scheme == QLatin1String("file") || scheme == QLatin1String("data") ||
+           scheme == QLatin1String("about");
+}
+
+// The library reads these flags from the environment, once, as it starts; programs that are started
+// later must not come upon them.
+class FlagsForTheStart {
+public:
+    FlagsForTheStart() : m_before(qgetenv(kName)), m_had(qEnvironmentVariableIsSet(kName)) {
+        qputenv(kName, kFlags);
+    }
+    ~FlagsForTheStart() {
+        if (m_had)
+            qputenv(kName, m_before);
+        else
+            qunsetenv(kName);
+    }
+    FlagsForTheStart(const FlagsForTheStart&) = delete;
+    FlagsForTheStart& operator=(const FlagsForTheStart&) = delete;
+
+private:
+    static constexpr char kName[] = "QTWEBENGINE_CHROMIUM_FLAGS";
+    QByteArray m_before;
+    bool m_had;
+};
+
 class FolderOnly : public QWebEngineUrlRequestInterceptor {
 public:
     QString folder; // as it really is
@@ -62,9 +91,10 @@ public:
     QUrl page;
 
 protected:
-    // Pictures and frames of the page are no navigation of its own.
+    // Pictures and frames of the page are no navigation of its own. What has another scheme would
+    // be handed to whatever program is registered for it.
     bool acceptNavigationRequest(const QUrl& url, NavigationType, bool isMainFrame) override {
-        return !isMainFrame || url.matches(page, QUrl::RemoveFragment);
+        return IsShown(url) && (!isMainFrame || url.matches(page, QUrl::RemoveFragment));
     }
     QWebEnginePage* createWindow(WebWindowType) override { return nullptr; }
     void javaScriptAlert(const QUrl&, const QString&) override {}
@@ -90,6 +120,9 @@ public:
         : m_holder(new Holder(pane)), m_view(new QWebEngineView(m_holder)),
           m_page(new StayingPage(&m_profile, m_view)) {
         m_profile.setUrlRequestInterceptor(&m_folderOnly);
+        QObject::connect(
+            m_page, &QWebEnginePage::registerProtocolHandlerRequested, m_page,
+            [](QWebEngineRegisterProtocolHandlerRequest request) { request.reject(); });
         m_profile.setHttpCacheType(QWebEngineProfile::NoCache);
         QObject::connect(&m_profile, &QWebEngineProfile::downloadRequested, m_view, [] {});
         QWebEngineSettings& settings = *m_page->settings();
@@ -100,6 +133,7 @@ public:
               QWebEngineSettings::JavascriptCanAccessClipboard,
               QWebEngineSettings::LocalStorageEnabled})
             settings.setAttribute(attribute, false);
+        settings.setUnknownUrlSchemePolicy(QWebEngineSettings::DisallowUnknownUrlSchemes);
         auto* whole = new QVBoxLayout(m_holder);
         whole->setContentsMargins({});
         whole->addWidget(m_view);
@@ -140,7 +174,7 @@ private:
 WebView* MakeView(QWidget* pane) {
     // Without a shared context the library ends the program.
     if (!QOpenGLContext::globalShareContext() || !CanLockUp()) return nullptr;
-    qputenv("QTWEBENGINE_CHROMIUM_FLAGS", kFlags);
+    const FlagsForTheStart flags;
     QQuickWindow::setGraphicsApi(QSGRendererInterface::OpenGLRhi);
     return new WebEngineView(pane);
 }
