@@ -35,6 +35,10 @@ public:
     std::optional<std::string> FindAnyCase(S path) const override { return path; }
     bool Write(S, std::string_view, Error) override { return false; }
     bool Trash(S, Error, std::string*) override { return false; }
+    std::vector<std::string> TrashAll(const std::vector<std::string>&) override { return {}; }
+    bool LeadsOut(S) const override { return false; }
+    void Flush(S) override {}
+    Moved Move(S, S, Error, std::string*) override { return Moved::No; }
     bool Restore(S, S, Error) override { return false; }
     bool Remove(S, Error) override { return false; }
     bool Rename(S, S, Error) override { return false; }

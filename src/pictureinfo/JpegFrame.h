@@ -1,4 +1,4 @@
-// The size of a JPEG picture by its markers alone, for who has the first bytes and wants no decoder.
+// The size of a JPEG picture by its markers alone, for who has the first bytes and no decoder.
 #pragma once
 
 #include <cstdint>
