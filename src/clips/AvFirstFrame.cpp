@@ -24,15 +24,19 @@ struct Closer {
 };
 
 QImage Scaled(const AVFrame& frame, int side) {
-    QImage picture(SmallSize(QSize(frame.width, frame.height), side), QImage::Format_RGB32);
+    const QSize size = SmallSize(QSize(frame.width, frame.height), side);
+    // The scaler writes whole vectors, beyond the end of a line and of the picture.
+    constexpr int kVector = 16; // pixels
+    QImage picture(size + QSize(2 * kVector - size.width() % kVector, 1), QImage::Format_RGB32);
+    if (picture.isNull()) return {};
     const std::unique_ptr<SwsContext, Closer> scaler(
-        sws_getContext(frame.width, frame.height, AVPixelFormat(frame.format), picture.width(),
-                       picture.height(), AV_PIX_FMT_BGRA, SWS_AREA, nullptr, nullptr, nullptr));
+        sws_getContext(frame.width, frame.height, AVPixelFormat(frame.format), size.width(),
+                       size.height(), AV_PIX_FMT_BGRA, SWS_AREA, nullptr, nullptr, nullptr));
     if (!scaler) return {};
     std::uint8_t* const lines[] = {picture.bits(), nullptr, nullptr, nullptr};
     const int strides[] = {int(picture.bytesPerLine()), 0, 0, 0};
     sws_scale(scaler.get(), frame.data, frame.linesize, 0, frame.height, lines, strides);
-    return picture;
+    return picture.copy(QRect(QPoint(), size));
 }
 
 bool DecodeOne(AVFormatContext& file, int stream, AVCodecContext& decoder, AVFrame& frame) {
