@@ -68,9 +68,12 @@ TEST(StartCard, AnswersTheQuestionOfDatesByTheSwitchOfTheMenu) {
     EXPECT_TRUE(d.s.FileDatesAnswered);
     d.c.AutoSetFileDatesButton->trigger();
     EXPECT_TRUE(chosen("FirstStepsDatesYes"));
+}
+
+TEST(StartCard, TheAnswerThatHoldsAlreadyIsOneToo) {
     CardDesk same;
     same.Start();
-    same.Click("FirstStepsDatesYes"); // as it is
+    same.Click("FirstStepsDatesYes");
     EXPECT_TRUE(same.s.AutoSetFileDates);
     same.c.Exit->trigger();
     EXPECT_EQ(same.settings->Read("filedate_auto_answered", ""), "True");
