@@ -86,10 +86,12 @@ void Layout::Take(const TiffBlock& block, const std::vector<TiffEntry>& entries,
 // A note that stands apart has a TIFF header of its own, from which its offsets count.
 void Layout::TakeMaker(std::string_view bytes) {
     if (bytes.size() <= kTiffHead) return;
-    Kept note{{kMakerNote, kUndefined, std::uint32_t(bytes.size() - kTiffHead), {}},
-              std::string(bytes.substr(kTiffHead)),
-              kTiffHead};
-    exif.push_back(std::move(note));
+    Kept& note = exif.emplace_back();
+    note.entry.tag = kMakerNote;
+    note.entry.type = kUndefined;
+    note.entry.count = std::uint32_t(bytes.size() - kTiffHead);
+    note.data = std::string(bytes.substr(kTiffHead));
+    note.was = kTiffHead;
 }
 
 // The offsets in the notes of this maker count from the block's beginning, others from their own.
