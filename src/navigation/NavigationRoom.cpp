@@ -180,13 +180,11 @@ void NavigationRoom::ClearMultiselect() {
 }
 
 void NavigationRoom::StepBy(int rows, const PictureRequest& request) {
-    // The file shown may be hidden by what is found in the list: then from outside its ends.
-    const int count = m.controls.FileListBox->Count();
-    const int from = m.state.FileIndex >= 0 ? m.state.FileIndex : rows > 0 ? -1 : count;
-    if (m.state.FileIndex >= 0)
-        StepFrom(from, rows, request);
-    else
-        StepFrom(from, rows > 0 ? 1 : -1, request);
+    const int row = m.state.FileIndex;
+    if (row >= 0) return StepFrom(row, rows, request);
+    // The file shown is hidden by what is found in the list: from outside its ends.
+    const bool on = rows > 0;
+    StepFrom(on ? -1 : m.controls.FileListBox->Count(), on ? 1 : -1, request);
 }
 
 void NavigationRoom::StepFrom(int row, int by, const PictureRequest& request) {
