@@ -10,6 +10,7 @@
 
 #include <QApplication>
 
+#include <algorithm>
 #include <functional>
 #include <string>
 #include <vector>
@@ -68,6 +69,7 @@ struct Desk : RoomDesk {
         room.ConnectControls();
         state.PreviewWidth = 80;
         state.PreviewHeight = 50;
+        current.Follow([this] { shownWhenTold = Shown(); });
     }
 
     // Writes the file, makes it the current row of the list and shows it.
@@ -86,6 +88,17 @@ struct Desk : RoomDesk {
     }
 
     std::string LastCall() const { return calls.empty() ? "none" : calls.back(); }
+    auto Times(const std::string& call) const {
+        return std::count(calls.begin(), calls.end(), call);
+    }
+
+    // The last error that was shown.
+    std::string Error() const {
+        std::string last = "none";
+        for (const std::string& call : calls)
+            if (call.rfind("error ", 0) == 0) last = call.substr(6);
+        return last;
+    }
 
     // Size and quarters of what the pane shows: "80x50 rgby".
     std::string Shown() const {
@@ -94,6 +107,8 @@ struct Desk : RoomDesk {
         return std::to_string(picture.width()) + "x" + std::to_string(picture.height()) + " " +
                Quarters(picture);
     }
+
+    std::string shownWhenTold; // what stood in the pane when those who follow were told
 };
 
 } // namespace tarn::testing

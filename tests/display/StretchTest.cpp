@@ -22,9 +22,9 @@ namespace {
 
 const std::string kSky = NightSky(300, 200);
 
-class StretchTest : public ::testing::Test {
+class Stretching : public ::testing::Test {
 protected:
-    ~StretchTest() override { SetStretchChoice({}); }
+    ~Stretching() override { SetStretchChoice({}); }
 
     static QSlider& Midtones() { return *Part<QSlider>("frmStretch", "MidtonesSlider"); }
 
@@ -51,7 +51,7 @@ protected:
     std::int64_t m_generation = 0;
 };
 
-TEST_F(StretchTest, SkyIsDarkGreyAndStarsAreWhite) {
+TEST_F(Stretching, SkyIsDarkGreyAndStarsAreWhite) {
     d.state.PreviewWidth = 300;
     d.state.PreviewHeight = 200;
     d.Show("a.fit", kSky);
@@ -68,21 +68,19 @@ TEST_F(StretchTest, SkyIsDarkGreyAndStarsAreWhite) {
     EXPECT_FALSE(d.controls.StretchButton->isEnabled());
 }
 
-TEST_F(StretchTest, WhatIsWrongWithAFileStandsInTheMessages) {
+TEST_F(Stretching, WhatIsWrongWithAFileStandsInTheMessages) {
     d.Show("cut.fit", kSky.substr(0, kSky.size() / 2));
-    EXPECT_EQ(d.calls[d.calls.size() - 4], "message The file ends too early - cut.fit");
+    EXPECT_EQ(d.Times("message The file ends too early - cut.fit"), 1);
     EXPECT_TRUE(d.state.ImageLoaded);
     EXPECT_EQ(qGray(d.controls.Picture1->Picture().pixel(40, 2)), 0); // the top comes last
     d.Show("none.fits", kSky.substr(0, 2880));
-    EXPECT_EQ(
-        std::count(d.calls.begin(), d.calls.end(), "message The file ends too early - none.fits"),
-        1);
+    EXPECT_EQ(d.Times("message The file ends too early - none.fits"), 1);
     EXPECT_EQ(d.controls.Picture1->Picture().width(), 75) << "the placeholder";
     EXPECT_FALSE(d.state.ImageLoaded);
     EXPECT_TRUE(d.controls.DeleteFitsButton->isVisibleTo(&d.window));
 }
 
-TEST_F(StretchTest, StepsThroughThePicturesOfAFile) {
+TEST_F(Stretching, StepsThroughThePicturesOfAFile) {
     const MainControls& c = d.controls;
     const auto steps = [&] {
         return std::pair(c.PrevImageButton->isEnabled(), c.NextImageButton->isEnabled());
@@ -116,25 +114,22 @@ TEST_F(StretchTest, StepsThroughThePicturesOfAFile) {
     ChooseImage({});
 }
 
-TEST_F(StretchTest, WhatIsWrongWithAnXisfFileStandsOverThePicture) {
+TEST_F(Stretching, WhatIsWrongWithAnXisfFileStandsOverThePicture) {
     XisfPicture picture;
     picture.attributes = "checksum=\"sha-1:00\"";
     d.Show("sum.xisf", XisfBytes({picture}));
     EXPECT_TRUE(d.state.ImageLoaded);
     const std::string wrong = "error The XISF file cannot be read: block of image 1: ";
-    EXPECT_EQ(
-        std::count(d.calls.begin(), d.calls.end(), wrong + "checksum SHA-1 differs - sum.xisf"), 1);
+    EXPECT_EQ(d.Times(wrong + "checksum SHA-1 differs - sum.xisf"), 1);
     picture.attributes.clear();
     picture.codec = "zlib";
     const std::string packed = XisfBytes({picture});
     d.Show("cut.xisf", packed.substr(0, packed.size() - 1));
     EXPECT_FALSE(d.state.ImageLoaded);
-    EXPECT_EQ(
-        std::count(d.calls.begin(), d.calls.end(), wrong + "the file ends too early - cut.xisf"),
-        1);
+    EXPECT_EQ(d.Times(wrong + "the file ends too early - cut.xisf"), 1);
 }
 
-TEST_F(StretchTest, SliderChangesThePictureAtOnceAndWhatIsMadeOfItAfterwards) {
+TEST_F(Stretching, SliderChangesThePictureAtOnceAndWhatIsMadeOfItAfterwards) {
     d.Show("a.fit", kSky);
     d.room.RotateRightButton_Click();
     const QSize turned = d.controls.Picture1->Picture().size();
@@ -155,7 +150,7 @@ TEST_F(StretchTest, SliderChangesThePictureAtOnceAndWhatIsMadeOfItAfterwards) {
     EXPECT_NEAR(Shown(), before, 2);
 }
 
-TEST_F(StretchTest, ValuesHoldForOnePictureAndLockedForTheSeries) {
+TEST_F(Stretching, ValuesHoldForOnePictureAndLockedForTheSeries) {
     d.Show("a.fit", kSky);
     d.room.StretchButton_Click();
     Move(Midtones(), 400);
@@ -185,7 +180,7 @@ TEST_F(StretchTest, ValuesHoldForOnePictureAndLockedForTheSeries) {
     EXPECT_TRUE(ShownNear(64)) << Shown();
 }
 
-TEST_F(StretchTest, LinearShowsWhatIsStored) {
+TEST_F(Stretching, LinearShowsWhatIsStored) {
     d.Show("a.fit", kSky);
     d.room.StretchButton_Click();
     Part<QCheckBox>("frmStretch", "LinearCheck")->click();
@@ -198,7 +193,7 @@ TEST_F(StretchTest, LinearShowsWhatIsStored) {
 }
 
 // What was decoded ahead with another stretch does not count.
-TEST_F(StretchTest, PicturesDecodedAheadFollow) {
+TEST_F(Stretching, PicturesDecodedAheadFollow) {
     const std::string path = d.folder.Write("a.fit", kSky);
     PicturesAhead ahead;
     ahead.Expect({{path, {80, 50}, {}}});

@@ -18,7 +18,7 @@ using namespace tarn::testing;
 
 namespace {
 
-class WindowsTest : public ::testing::Test {
+class PictureWindows : public ::testing::Test {
 protected:
     static std::string Title(const char* window) {
         return Window(window)->windowTitle().toStdString();
@@ -45,7 +45,7 @@ protected:
 };
 
 // The current file is the show's: what it deletes or copies must be the slide that is seen.
-TEST_F(WindowsTest, StandStillWhileAShowRuns) {
+TEST_F(PictureWindows, StandStillWhileAShowRuns) {
     d.Show("a.jpg", JpegBytes(TellTale(900, 700)));
     d.room.ViewFull();
     d.room.OneToOneButton_Click();
@@ -62,7 +62,7 @@ TEST_F(WindowsTest, StandStillWhileAShowRuns) {
     EXPECT_EQ(Since([&] { QTest::keyClick(Window("FrmPic"), Qt::Key_Down); }).front(), "Next");
 }
 
-TEST_F(WindowsTest, AnEmptiedListLeavesNoPictureInThem) {
+TEST_F(PictureWindows, AnEmptiedListLeavesNoPictureInThem) {
     d.Show("a.jpg", JpegBytes(TellTale(900, 700)));
     d.room.ViewFull();
     d.room.OneToOneButton_Click();
@@ -76,7 +76,7 @@ TEST_F(WindowsTest, AnEmptiedListLeavesNoPictureInThem) {
 
 } // namespace
 
-using BrightnessWindow = WindowsTest;
+using BrightnessWindow = PictureWindows;
 
 TEST_F(BrightnessWindow, ChangesTheShownPictureFromItsUnchangedPixels) {
     QImage grey(40, 30, QImage::Format_RGB32);
@@ -130,7 +130,7 @@ TEST_F(BrightnessWindow, DoneTakesTheChangeAwayAndTheCloseBoxKeepsIt) {
     EXPECT_EQ(d.state.BrightnessValue, 0);
 }
 
-using SizeWindow = WindowsTest;
+using SizeWindow = PictureWindows;
 
 TEST_F(SizeWindow, PaintsThePictureInItsMiddleOnTheSlideBackground) {
     d.state.SlideBackground = 0x404040;
@@ -255,7 +255,7 @@ TEST_F(SizeWindow, ComesBackWhereItStoodAndKeepsThePictureAtAVideo) {
     EXPECT_EQ(OnScreen(*window), before);
 }
 
-class OneToOneWindow : public WindowsTest {
+class OneToOneWindow : public PictureWindows {
 protected:
     void Open(const QImage& picture) {
         d.Show("a.png", PictureBytes(picture, "PNG"));

@@ -14,9 +14,9 @@ using namespace tarn::testing;
 
 namespace {
 
-class ZoomTest : public ::testing::Test {
+class PaneZoom : public ::testing::Test {
 protected:
-    ZoomTest() { d.controls.Picture1->setGeometry(0, 0, 80, 50); }
+    PaneZoom() { d.controls.Picture1->setGeometry(0, 0, 80, 50); }
 
     const QImage& Shown() const { return d.controls.Picture1->Picture(); }
     std::string Text() const { return d.controls.PreviewLabel->text().toStdString(); }
@@ -29,7 +29,7 @@ protected:
 
 } // namespace
 
-TEST_F(ZoomTest, ShowsThePixelsAsTheyAreAndGoesBackToTheFit) {
+TEST_F(PaneZoom, ShowsThePixelsAsTheyAreAndGoesBackToTheFit) {
     const QImage picture = Ramp(400, 300);
     ShowRamp("a.png", 400, 300);
     const QImage fitted = Shown();
@@ -56,7 +56,7 @@ TEST_F(ZoomTest, ShowsThePixelsAsTheyAreAndGoesBackToTheFit) {
     EXPECT_EQ(d.controls.Picture1->cursor().shape(), Qt::ArrowCursor);
 }
 
-TEST_F(ZoomTest, ZoomsAtAPlaceOfThePaneAndFollowsThePointer) {
+TEST_F(PaneZoom, ZoomsAtAPlaceOfThePaneAndFollowsThePointer) {
     const QImage picture = Ramp(400, 300);
     ShowRamp("a.png", 400, 300);
     EXPECT_FALSE(d.room.MayPan());
@@ -73,7 +73,7 @@ TEST_F(ZoomTest, ZoomsAtAPlaceOfThePaneAndFollowsThePointer) {
     EXPECT_EQ(d.controls.Picture1->cursor().shape(), Qt::ArrowCursor);
 }
 
-TEST_F(ZoomTest, StaysFromPictureToPictureAtTheSamePlace) {
+TEST_F(PaneZoom, StaysFromPictureToPictureAtTheSamePlace) {
     ShowRamp("a.png", 400, 300);
     d.room.Zoom(1);
     d.room.Pan({-100, 75}); // to 300, 75
@@ -92,7 +92,7 @@ TEST_F(ZoomTest, StaysFromPictureToPictureAtTheSamePlace) {
     EXPECT_EQ(Shown(), Ramp(400, 300).copy(260, 50, 80, 50));
 }
 
-TEST_F(ZoomTest, TurnsAndBrightnessActOnWhatIsSeen) {
+TEST_F(PaneZoom, TurnsAndBrightnessActOnWhatIsSeen) {
     ShowRamp("a.png", 400, 300);
     d.room.Zoom(1);
     d.room.Pan({-100, 75}); // to 300, 75
@@ -114,7 +114,7 @@ TEST_F(ZoomTest, TurnsAndBrightnessActOnWhatIsSeen) {
     EXPECT_EQ(Shown(), Ramp(400, 300).copy(260, 50, 80, 50)) << "the next is as it came";
 }
 
-TEST_F(ZoomTest, TheBoxesAreWhereTheZoomBeginsAndFitToPaneUnticksThem) {
+TEST_F(PaneZoom, TheBoxesAreWhereTheZoomBeginsAndFitToPaneUnticksThem) {
     const QImage picture = Ramp(400, 300);
     ShowRamp("a.png", 400, 300);
     d.room.Zoom(3);
@@ -134,7 +134,7 @@ TEST_F(ZoomTest, TheBoxesAreWhereTheZoomBeginsAndFitToPaneUnticksThem) {
     EXPECT_EQ(d.state.ZoomText, "17%");
 }
 
-TEST_F(ZoomTest, TheEntriesNeedAPicture) {
+TEST_F(PaneZoom, TheEntriesNeedAPicture) {
     const MainControls& c = d.controls;
     ShowRamp("a.png", 400, 300);
     c.ZoomInButton->trigger();
@@ -151,7 +151,7 @@ TEST_F(ZoomTest, TheEntriesNeedAPicture) {
         EXPECT_FALSE(entry->isEnabled()) << entry->text().toStdString();
 }
 
-TEST_F(ZoomTest, PicturesComeWithAllTheirPixelsAsLongAsItIsZoomed) {
+TEST_F(PaneZoom, PicturesComeWithAllTheirPixelsAsLongAsItIsZoomed) {
     const std::string bytes = JpegBytes(TellTale(640, 400));
     d.state.PictureTypes = "*.jpg";
     d.folder.Write("b.jpg", bytes);
@@ -177,13 +177,12 @@ TEST_F(ZoomTest, PicturesComeWithAllTheirPixelsAsLongAsItIsZoomed) {
     EXPECT_EQ(d.state.ImgXfull.SystemPicture().width(), 640);
 }
 
-TEST_F(ZoomTest, SaysWhyThePixelsCannotBeHadAnyMore) {
+TEST_F(PaneZoom, SaysWhyThePixelsCannotBeHadAnyMore) {
     d.Show("a.jpg", JpegBytes(TellTale(640, 400)));
     std::filesystem::remove(d.state.Filename);
     d.room.Zoom(1);
     EXPECT_EQ(d.Shown(), "80x50 rgby") << "an enlargement";
-    EXPECT_EQ(
-        std::count(d.calls.begin(), d.calls.end(), "message No such file or directory - a.jpg"), 1);
+    EXPECT_EQ(d.Times("message No such file or directory - a.jpg"), 1);
     d.room.Pan({5, 5});
-    EXPECT_EQ(std::count(d.calls.begin(), d.calls.end(), "busy"), 2) << "asked once";
+    EXPECT_EQ(d.Times("busy"), 2) << "asked once";
 }

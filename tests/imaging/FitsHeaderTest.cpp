@@ -11,7 +11,7 @@ using namespace tarn::testing;
 
 namespace {
 
-class FitsHeaderTest : public ::testing::Test {
+class FitsHeaders : public ::testing::Test {
 protected:
     SkyFacts Facts(const std::vector<FitsWord>& words) {
         const auto zero = [](std::size_t) { return 0.0; };
@@ -28,7 +28,7 @@ protected:
     TestFolder folder;
 };
 
-TEST_F(FitsHeaderTest, DatesAreShownInTheirOwnTime) {
+TEST_F(FitsHeaders, DatesAreShownInTheirOwnTime) {
     struct Case {
         std::vector<FitsWord> words;
         std::string shown;
@@ -89,7 +89,7 @@ TEST(PlainNumber, IsAsPeopleWriteIt) {
         EXPECT_EQ(PlainNumber(written), plain);
 }
 
-TEST_F(FitsHeaderTest, RowsBehindTheFormat) {
+TEST_F(FitsHeaders, RowsBehindTheFormat) {
     std::vector<std::string> lines = Facts({{"CCDTEMP", "-9.800000000000001"},
                                             {"IMAGETYP", "'Light Frame'"},
                                             {"BLKLEVEL", "5.000E+01"},
@@ -115,7 +115,7 @@ TEST_F(FitsHeaderTest, RowsBehindTheFormat) {
     EXPECT_EQ(Row({{"RA", "83.82"}}, "RA and Dec"), "none");
 }
 
-TEST_F(FitsHeaderTest, PatternsAreKnownByEveryWordAndSpelling) {
+TEST_F(FitsHeaders, PatternsAreKnownByEveryWordAndSpelling) {
     for (const char* word : {"BAYERPAT", "COLORTYP", "CFAPAT"})
         for (const char* letters : {"'RGGB'", "'rggb    '", "' RG GB'"})
             EXPECT_EQ(Row({{word, letters}}, "Format"), "8 bit, Bayer RGGB") << word << letters;

@@ -22,9 +22,9 @@ double Ramp(std::size_t i) {
     return double(i);
 }
 
-class FitsImagesTest : public ::testing::Test {
+class FitsImages : public ::testing::Test {
 protected:
-    ~FitsImagesTest() override { ChooseImage({}); }
+    ~FitsImages() override { ChooseImage({}); }
 
     // Of the file's picture with that number; all channels, parted by ", ".
     std::string Rows(const std::string& bytes, int image) {
@@ -49,7 +49,7 @@ protected:
 
 using Texts = std::vector<std::string>;
 
-TEST_F(FitsImagesTest, PlanesAndPartsAreStepsThroughTheFile) {
+TEST_F(FitsImages, PlanesAndPartsAreStepsThroughTheFile) {
     EXPECT_EQ(AllRows(FitsBytes(16, {2, 1, 4}, Ramp)), (Texts{"0 1", "2 3", "4 5", "6 7"}));
     EXPECT_EQ(AllRows(FitsBytes(-32, {2, 1, 2, 2}, Ramp)), (Texts{"0 1", "2 3", "4 5", "6 7"}));
     EXPECT_EQ(AllRows(FitsBytes(8, {2, 1, 3, 2}, Ramp)),
@@ -69,7 +69,7 @@ TEST_F(FitsImagesTest, PlanesAndPartsAreStepsThroughTheFile) {
     EXPECT_EQ(AllRows(FitsBytes(8, {2, 1}, Ramp) + std::string(2880, 'x')), (Texts{"0 1"}));
 }
 
-TEST_F(FitsImagesTest, ColoursOfAPixelMayLieTogether) {
+TEST_F(FitsImages, ColoursOfAPixelMayLieTogether) {
     for (const int bits : {8, 16, -32}) {
         const std::string bytes = FitsBytes(bits, {3, 4, 5}, Ramp);
         EXPECT_EQ(Rows(bytes, 0).substr(0, 11), "48 51 54 57") << bits;
@@ -84,7 +84,7 @@ TEST_F(FitsImagesTest, ColoursOfAPixelMayLieTogether) {
     EXPECT_EQ(Rows(flat.substr(0, 2880 * 2), 0), "The file ends too early");
 }
 
-TEST_F(FitsImagesTest, WhatIsChosenIsReadUntilAnotherFileIsChosen) {
+TEST_F(FitsImages, WhatIsChosenIsReadUntilAnotherFileIsChosen) {
     const std::string path = folder.Write("a.fit", FitsBytes(16, {2, 1, 2}, Ramp));
     const std::string other = folder.Write("b.fit", FitsBytes(16, {1, 1, 2}, Ramp));
     const auto choose = [](const std::string& of, int image) {
@@ -112,7 +112,7 @@ TEST_F(FitsImagesTest, WhatIsChosenIsReadUntilAnotherFileIsChosen) {
     EXPECT_EQ(rows(other), "1");
 }
 
-TEST_F(FitsImagesTest, PackedFilesAreReadAsWhatIsInThem) {
+TEST_F(FitsImages, PackedFilesAreReadAsWhatIsInThem) {
     const std::string plain = FitsBytes(16, {60, 60, 2}, Ramp, {{"OBJECT", "'M 31'"}});
     const std::string packed = Gzipped(plain);
     const std::string path = folder.Write("a.fits.gz", packed);

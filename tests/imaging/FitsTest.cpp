@@ -24,7 +24,7 @@ double Ramp(std::size_t i) {
     return double(i);
 }
 
-class FitsTest : public ::testing::Test {
+class FitsPictures : public ::testing::Test {
 protected:
     std::optional<FitsPixels> Read(const std::string& bytes, int width = 0, int height = 0) {
         error.clear();
@@ -44,13 +44,13 @@ protected:
     std::string error;
 };
 
-TEST_F(FitsTest, FirstStoredRowIsAtTheBottomUnlessTheFileSaysOtherwise) {
+TEST_F(FitsPictures, FirstStoredRowIsAtTheBottomUnlessTheFileSaysOtherwise) {
     EXPECT_EQ(Rows(FitsBytes(8, {3, 2}, Ramp)), "3 4 5/0 1 2");
     EXPECT_EQ(Rows(FitsBytes(8, {3, 2}, Ramp, {{"ROWORDER", "'TOP-DOWN'"}})), "0 1 2/3 4 5");
     EXPECT_EQ(Rows(FitsBytes(8, {3, 2}, Ramp, {{"ROWORDER", "'BOTTOM-UP'"}})), "3 4 5/0 1 2");
 }
 
-TEST_F(FitsTest, EveryKindOfNumberGivesItsValues) {
+TEST_F(FitsPictures, EveryKindOfNumberGivesItsValues) {
     for (const int bits : {8, 16, 32, 64, -32, -64}) {
         EXPECT_EQ(Rows(FitsBytes(bits, {2, 2}, Ramp)), "2 3/0 1") << bits;
         EXPECT_EQ(Rows(FitsBytes(bits, {2, 2}, Ramp, {{"BSCALE", "2.0"}, {"BZERO", "100.0"}})),
@@ -65,7 +65,7 @@ TEST_F(FitsTest, EveryKindOfNumberGivesItsValues) {
     EXPECT_EQ(blank->Value(0, 2, 0), 2);
 }
 
-TEST_F(FitsTest, RangeIsWhatTheNumbersCanHoldOrDoHold) {
+TEST_F(FitsPictures, RangeIsWhatTheNumbersCanHoldOrDoHold) {
     const auto range = [&](const std::string& bytes) { return Read(bytes)->Range(); };
     EXPECT_EQ(range(FitsBytes(8, {2, 2}, Ramp)), (ValueRange{0, 255}));
     EXPECT_EQ(range(FitsBytes(16, {2, 2}, Ramp, {{"BZERO", "32768"}})), (ValueRange{0, 65535}));
@@ -85,7 +85,7 @@ TEST_F(FitsTest, RangeIsWhatTheNumbersCanHoldOrDoHold) {
 }
 
 // The first that has pixels; of more dimensions the first plane.
-TEST_F(FitsTest, FirstPictureOfTheFileCounts) {
+TEST_F(FitsPictures, FirstPictureOfTheFileCounts) {
     const std::string none = FitsBytes(8, {}, nullptr, {{"TELESCOP", "'Refractor'"}});
     EXPECT_EQ(Rows(none), "There is no picture in the FITS file");
     EXPECT_EQ(Rows(none + FitsExtension(8, {4}, Ramp) + FitsExtension(16, {2, 1}, Ramp)), "0 1");
@@ -96,7 +96,7 @@ TEST_F(FitsTest, FirstPictureOfTheFileCounts) {
     EXPECT_EQ(Rows(colour, 0) + ", " + Rows(colour, 1) + ", " + Rows(colour, 2), "0 1, 2 3, 4 5");
 }
 
-TEST_F(FitsTest, NamesAreTakenAsTheyAre) {
+TEST_F(FitsPictures, NamesAreTakenAsTheyAre) {
     for (const char* name : {"M31 [1:2,1:1].fit", "a+1.fits", "50%.fit", "x(2).fit", "-.fit",
                              "!a.fit", "mem:.fit", "a.fit[0]"}) {
         const std::string path = folder.Write(name, FitsBytes(8, {3, 2}, Ramp));
@@ -108,7 +108,7 @@ TEST_F(FitsTest, NamesAreTakenAsTheyAre) {
 }
 
 // Wherever the file ends: what it has is shown, what it has not is black, and it is told.
-TEST_F(FitsTest, CutShortAnywhere) {
+TEST_F(FitsPictures, CutShortAnywhere) {
     const int size = 100;
     const std::string whole = FitsBytes(16, {size, size}, [](auto) { return 5; });
     const std::size_t data = whole.size() - (20000 + 2879) / 2880 * 2880;
@@ -128,7 +128,7 @@ TEST_F(FitsTest, CutShortAnywhere) {
 }
 
 // On these the library would end the program.
-TEST_F(FitsTest, WordsInPlaceOfAPackedSizeAreRefused) {
+TEST_F(FitsPictures, WordsInPlaceOfAPackedSizeAreRefused) {
     const auto read = [&](const std::string& name, const std::string& word,
                           const std::string& method = "'GZIP_1  '") {
         std::vector<FitsWord> words{{"TFIELDS", "1"},         {"TTYPE1", "'COMPRESSED_DATA'"},
@@ -158,7 +158,7 @@ TEST_F(FitsTest, WordsInPlaceOfAPackedSizeAreRefused) {
     EXPECT_FALSE(read("ZVAL1", "0", "'RICE_1  '"));
 }
 
-TEST_F(FitsTest, WhatIsNoNumberIsBlackAndCountsForNothing) {
+TEST_F(FitsPictures, WhatIsNoNumberIsBlackAndCountsForNothing) {
     const auto sample = [](std::size_t i) {
         return i < 150 ? kNaN : i == 150 ? std::numeric_limits<float>::infinity() : 0.25F;
     };
@@ -174,7 +174,7 @@ TEST_F(FitsTest, WhatIsNoNumberIsBlackAndCountsForNothing) {
 }
 
 // One huge number in place of what was not measured.
-TEST_F(FitsTest, FillValuesAreNone) {
+TEST_F(FitsPictures, FillValuesAreNone) {
     for (const double fill : {1e9, -1e10, 3.4e38}) {
         const auto sample = [=](std::size_t i) { return i % 7 == 0 ? fill : 100.0 + double(i); };
         const auto pixels = Read(FitsBytes(-32, {20, 10}, sample));
@@ -188,7 +188,7 @@ TEST_F(FitsTest, FillValuesAreNone) {
     }
 }
 
-TEST_F(FitsTest, NumbersOfAnySizeAreShown) {
+TEST_F(FitsPictures, NumbersOfAnySizeAreShown) {
     const auto same = [](double value) { return [value](std::size_t) { return value; }; };
     for (const std::string& bytes :
          {FitsBytes(-32, {20, 10}, same(1e20)), FitsBytes(-64, {20, 10}, same(1e300)),
@@ -203,7 +203,7 @@ TEST_F(FitsTest, NumbersOfAnySizeAreShown) {
     }
 }
 
-TEST_F(FitsTest, ReducedPixelsAreMeansAndCoverThePicture) {
+TEST_F(FitsPictures, ReducedPixelsAreMeansAndCoverThePicture) {
     const std::string bytes = FitsBytes(16, {5, 4}, Ramp);
     EXPECT_EQ(Rows(bytes, 0, 2, 2), "13 15 16.5/3 5 6.5");
     EXPECT_EQ(Rows(bytes, 0, 3, 2), Rows(bytes)); // a half would be too few
@@ -211,7 +211,7 @@ TEST_F(FitsTest, ReducedPixelsAreMeansAndCoverThePicture) {
 }
 
 // Red 10, green 20, blue 30, whatever the pattern and its offset say.
-TEST_F(FitsTest, ColoursComeOutOfTheMosaic) {
+TEST_F(FitsPictures, ColoursComeOutOfTheMosaic) {
     const std::string letters = "GRBG";
     const auto sample = [&](std::size_t i) {
         const char colour = letters[i / 7 % 2 * 2 + i % 7 % 2];
@@ -235,7 +235,7 @@ TEST_F(FitsTest, ColoursComeOutOfTheMosaic) {
     EXPECT_EQ(Read(FitsBytes(8, {4, 4}, Ramp, {{"BAYERPAT", "'GGGG'"}}))->Channels(), 1);
 }
 
-TEST_F(FitsTest, HeaderAsLinesOfThePanel) {
+TEST_F(FitsPictures, HeaderAsLinesOfThePanel) {
     const std::string path =
         folder.Write("a.fit", NightSky(8, 8,
                                        {{"OBJECT", "'M 31    '"},

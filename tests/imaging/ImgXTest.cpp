@@ -35,7 +35,7 @@ double MeanDifference(const QImage& one, const QImage& other) {
     return sum / (3.0 * one.width() * one.height());
 }
 
-class ImgXTest : public ::testing::Test {
+class TurnedPictures : public ::testing::Test {
 protected:
     ImgX Loaded(int width, int height, QSize wanted) {
         ImgX picture;
@@ -50,7 +50,7 @@ protected:
 
 } // namespace
 
-TEST_F(ImgXTest, AnEmptyObjectSaysNoImageAndStandsEveryOperation) {
+TEST_F(TurnedPictures, AnEmptyObjectSaysNoImageAndStandsEveryOperation) {
     ImgX picture;
     picture.Scale(10, 10);
     picture.Crop(0, 0, 5, 5);
@@ -62,7 +62,7 @@ TEST_F(ImgXTest, AnEmptyObjectSaysNoImageAndStandsEveryOperation) {
     EXPECT_TRUE(picture.FullPicture().isNull());
 }
 
-TEST_F(ImgXTest, AReducedPictureKnowsItsRealSizeAndHasEnoughPixels) {
+TEST_F(TurnedPictures, AReducedPictureKnowsItsRealSizeAndHasEnoughPixels) {
     struct Case {
         QSize file, box, least;
     };
@@ -80,7 +80,7 @@ TEST_F(ImgXTest, AReducedPictureKnowsItsRealSizeAndHasEnoughPixels) {
     }
 }
 
-TEST_F(ImgXTest, ScalesFromTheReducedPictureAndFetchesMoreOnlyWhenThatIsTooSmall) {
+TEST_F(TurnedPictures, ScalesFromTheReducedPictureAndFetchesMoreOnlyWhenThatIsTooSmall) {
     ImgX small = Loaded(640, 400, kBox);
     ImgX large = small;
     std::filesystem::remove(m_path);
@@ -93,7 +93,7 @@ TEST_F(ImgXTest, ScalesFromTheReducedPictureAndFetchesMoreOnlyWhenThatIsTooSmall
     EXPECT_EQ(Quarters(large.SystemPicture()), "rgby") << "enlarged from what was at hand";
 }
 
-TEST_F(ImgXTest, APictureThatWasReplacedKeepsShowingTheOldOne) {
+TEST_F(TurnedPictures, APictureThatWasReplacedKeepsShowingTheOldOne) {
     ImgX picture = Loaded(640, 400, kBox);
     m_folder.Write("a.jpg", JpegBytes(TellTale(300, 300)));
     EXPECT_EQ(picture.FullPicture().size(), QSize(640, 400));
@@ -109,7 +109,7 @@ TEST_F(ImgXTest, APictureThatWasReplacedKeepsShowingTheOldOne) {
     EXPECT_EQ(dated.ErrorText(), "");
 }
 
-TEST_F(ImgXTest, CopiesReadTheFileOnceBetweenThem) {
+TEST_F(TurnedPictures, CopiesReadTheFileOnceBetweenThem) {
     ImgX first = Loaded(640, 400, kBox);
     ImgX second;
     second.CopyFrom(first);
@@ -119,7 +119,7 @@ TEST_F(ImgXTest, CopiesReadTheFileOnceBetweenThem) {
     EXPECT_EQ(second.ErrorText(), "");
 }
 
-TEST_F(ImgXTest, TurnsAreReplayedOnTheFullPicture) {
+TEST_F(TurnedPictures, TurnsAreReplayedOnTheFullPicture) {
     const std::vector<std::function<void(ImgX&)>> steps{
         [](ImgX& p) { p.Rotate(90); },  [](ImgX& p) { p.Rotate(180); },
         [](ImgX& p) { p.Rotate(270); }, [](ImgX& p) { p.Mirror(0); },
@@ -137,7 +137,7 @@ TEST_F(ImgXTest, TurnsAreReplayedOnTheFullPicture) {
         }
 }
 
-TEST_F(ImgXTest, ReducedAndFullReadingsShowTheSamePicture) {
+TEST_F(TurnedPictures, ReducedAndFullReadingsShowTheSamePicture) {
     ImgX reduced = Loaded(640, 400, kBox);
     ImgX full = Loaded(640, 400, {});
     reduced.Scale(80, 50);
@@ -145,7 +145,7 @@ TEST_F(ImgXTest, ReducedAndFullReadingsShowTheSamePicture) {
     EXPECT_LT(MeanDifference(reduced.SystemPicture(), full.SystemPicture()), 3);
 }
 
-TEST_F(ImgXTest, CropsAtFullSizeAndLeavesAwayWhatIsOutside) {
+TEST_F(TurnedPictures, CropsAtFullSizeAndLeavesAwayWhatIsOutside) {
     ImgX inside = Loaded(640, 400, kBox);
     inside.Crop(300, 180, 40, 60);
     EXPECT_EQ(SizeOf(inside), QSize(40, 60));
@@ -157,7 +157,7 @@ TEST_F(ImgXTest, CropsAtFullSizeAndLeavesAwayWhatIsOutside) {
     EXPECT_FALSE(over.HasImage());
 }
 
-TEST_F(ImgXTest, BrightnessAddsAndStopsAtBlackAndWhite) {
+TEST_F(TurnedPictures, BrightnessAddsAndStopsAtBlackAndWhite) {
     QImage grey(2, 1, QImage::Format_ARGB32);
     grey.setPixel(0, 0, qRgba(10, 100, 240, 255));
     grey.setPixel(1, 0, qRgba(10, 100, 240, 128));
@@ -174,7 +174,7 @@ TEST_F(ImgXTest, BrightnessAddsAndStopsAtBlackAndWhite) {
     EXPECT_EQ(with(-100).pixel(0, 0), qRgb(0, 0, 0));
 }
 
-TEST_F(ImgXTest, TakesPicturesOfAnyDepth) {
+TEST_F(TurnedPictures, TakesPicturesOfAnyDepth) {
     ImgX picture;
     picture.TakePicture(TellTale(40, 20).convertToFormat(QImage::Format_Indexed8));
     EXPECT_EQ(picture.StatusText(), "40 x 20, 32 bit");

@@ -17,7 +17,7 @@ using namespace tarn::testing;
 
 namespace {
 
-class PictureLoaderTest : public ::testing::Test {
+class Loading : public ::testing::Test {
 protected:
     // What LoadFile made of the bytes: the error text, and the picture in
     // m_picture.
@@ -54,7 +54,7 @@ const std::string kGif(kGifBytes, sizeof kGifBytes - 1);
 
 } // namespace
 
-TEST_F(PictureLoaderTest, ReadsFormatsByContentWhateverTheName) {
+TEST_F(Loading, ReadsFormatsByContentWhateverTheName) {
     const QImage picture = TellTale(64, 48);
     struct Case {
         std::string name, bytes;
@@ -79,7 +79,7 @@ TEST_F(PictureLoaderTest, ReadsFormatsByContentWhateverTheName) {
     EXPECT_EQ(m_picture.SystemPicture().pixel(1, 0), qRgb(0, 0, 255));
 }
 
-TEST_F(PictureLoaderTest, ReadsGreyAndFourInksWhicheverWayTheyAreKept) {
+TEST_F(Loading, ReadsGreyAndFourInksWhicheverWayTheyAreKept) {
     const QImage picture = TellTale(64, 48);
     for (const JpegKind kind : {JpegKind::Cmyk, JpegKind::AdobeCmyk})
         for (const QSize wanted : {QSize(), QSize(8, 8)}) {
@@ -93,7 +93,7 @@ TEST_F(PictureLoaderTest, ReadsGreyAndFourInksWhicheverWayTheyAreKept) {
     EXPECT_EQ(qAlpha(pixel), 255);
 }
 
-TEST_F(PictureLoaderTest, ReadersDoNotTurnByThemselves) {
+TEST_F(Loading, ReadersDoNotTurnByThemselves) {
     std::string bytes = JpegBytes(TellTale(64, 48));
     // Orientation 6 in a camera block behind the first marker.
     const std::string exif("\xFF\xE1\0\x22"
@@ -106,7 +106,7 @@ TEST_F(PictureLoaderTest, ReadersDoNotTurnByThemselves) {
     EXPECT_EQ(Quarters(m_picture.SystemPicture()), "rgby");
 }
 
-TEST_F(PictureLoaderTest, SaysWhyAFileCannotBeRead) {
+TEST_F(Loading, SaysWhyAFileCannotBeRead) {
     EXPECT_EQ(m_picture.LoadFile(At("missing.jpg"), {}), "No such file or directory");
     EXPECT_EQ(Load("empty.jpg", ""), "The file is empty");
     EXPECT_EQ(Load("text.jpg", "not a picture at all, only words"),
@@ -123,7 +123,7 @@ TEST_F(PictureLoaderTest, SaysWhyAFileCannotBeRead) {
     }
 }
 
-TEST_F(PictureLoaderTest, RefusesWhatDoesNotFitIntoMemoryByItsHeader) {
+TEST_F(Loading, RefusesWhatDoesNotFitIntoMemoryByItsHeader) {
     EXPECT_NE(Load("huge.jpg", PngHead(400000, 300000)).find("400000 x 300000"), std::string::npos);
     EXPECT_FALSE(m_picture.HasImage());
     EXPECT_EQ(ImgX::ReadFileInfo(At("huge.jpg")), QSize(400000, 300000));
@@ -135,7 +135,7 @@ TEST_F(PictureLoaderTest, RefusesWhatDoesNotFitIntoMemoryByItsHeader) {
     EXPECT_FALSE(m_picture.HasImage());
 }
 
-TEST_F(PictureLoaderTest, ReadsPicturesAboveTheToolkitsOwnLimit) {
+TEST_F(Loading, ReadsPicturesAboveTheToolkitsOwnLimit) {
     QImage large(7000, 6000,
                  QImage::Format_Mono); // 168 MB with 32 bits, 5 MB as it is
     large.fill(1);
@@ -145,7 +145,7 @@ TEST_F(PictureLoaderTest, ReadsPicturesAboveTheToolkitsOwnLimit) {
     EXPECT_EQ(m_picture.Width(), 7000);
 }
 
-TEST_F(PictureLoaderTest, FilesCutShortGiveWhatThereIsAndSaySo) {
+TEST_F(Loading, FilesCutShortGiveWhatThereIsAndSaySo) {
     for (const bool progressive : {false, true}) {
         const std::string whole = JpegBytes(TellTale(96, 64), JpegKind::Color, 90, progressive);
         const std::size_t body = whole.find("\xFF\xDA") + 20;
@@ -161,7 +161,7 @@ TEST_F(PictureLoaderTest, FilesCutShortGiveWhatThereIsAndSaySo) {
     }
 }
 
-TEST_F(PictureLoaderTest, OtherFormatsCutShortAreRefusedOrShownAndNeverCrash) {
+TEST_F(Loading, OtherFormatsCutShortAreRefusedOrShownAndNeverCrash) {
     for (const char* format : {"PNG", "BMP", "TIFF", "WEBP"}) {
         const std::string whole = PictureBytes(TellTale(96, 64), format);
         for (std::size_t length = 0; length < whole.size(); length += 1 + whole.size() / 30) {
@@ -174,7 +174,7 @@ TEST_F(PictureLoaderTest, OtherFormatsCutShortAreRefusedOrShownAndNeverCrash) {
     }
 }
 
-TEST_F(PictureLoaderTest, DamagedBytesNeverCrash) {
+TEST_F(Loading, DamagedBytesNeverCrash) {
     const std::string whole = JpegBytes(TellTale(96, 64));
     for (std::size_t at = 2; at < whole.size(); at += 3) {
         std::string damaged = whole;
@@ -185,7 +185,7 @@ TEST_F(PictureLoaderTest, DamagedBytesNeverCrash) {
 }
 
 // A card that failed in the middle leaves zeros: the picture is shown, and the loss told.
-TEST_F(PictureLoaderTest, TellsOfDamageInTheMiddle) {
+TEST_F(Loading, TellsOfDamageInTheMiddle) {
     std::string bytes = JpegBytes(TellTale(640, 400));
     const auto middle = static_cast<std::ptrdiff_t>(bytes.size() / 2);
     std::fill(bytes.begin() + middle, bytes.end() - 2, char(0));

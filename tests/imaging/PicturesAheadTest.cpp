@@ -17,7 +17,7 @@ namespace {
 constexpr QSize kBox(80, 60);
 constexpr std::int64_t kPlenty = 1LL << 30;
 
-class PicturesAheadTest : public ::testing::Test {
+class DecodeAhead : public ::testing::Test {
 protected:
     std::string Write(const std::string& name, QSize size = {640, 480}) {
         return m_folder.Write(name, JpegBytes(TellTale(size.width(), size.height())));
@@ -43,7 +43,7 @@ protected:
 
 } // namespace
 
-TEST_F(PicturesAheadTest, GivesWhatWasWishedAtTheSizeWished) {
+TEST_F(DecodeAhead, GivesWhatWasWishedAtTheSizeWished) {
     const std::string a = Write("a.jpg");
     const std::string b = Write("b.jpg");
     Expect({{a, kBox, {}}, {b, {}, {}}});
@@ -60,7 +60,7 @@ TEST_F(PicturesAheadTest, GivesWhatWasWishedAtTheSizeWished) {
     EXPECT_EQ(small->Decode({}, error).size(), QSize(640, 480));
 }
 
-TEST_F(PicturesAheadTest, AFileThatChangedIsNotGiven) {
+TEST_F(DecodeAhead, AFileThatChangedIsNotGiven) {
     const std::string changed = Write("changed.jpg");
     const std::string replaced = Write("replaced.jpg");
     const std::string gone = Write("gone.jpg");
@@ -92,7 +92,7 @@ TEST_F(PicturesAheadTest, AFileThatChangedIsNotGiven) {
     EXPECT_FALSE(Has(gone));
 }
 
-TEST_F(PicturesAheadTest, WhatTheFileSaysOfItselfComesAlong) {
+TEST_F(DecodeAhead, WhatTheFileSaysOfItselfComesAlong) {
     const std::string bytes = JpegBytes(TellTale(640, 480)) + std::string(kFileFront, 'x');
     const std::string a = m_folder.Write("a.jpg", bytes);
     const std::string small = m_folder.Write("b.png", PictureBytes(TellTale(8, 6), "PNG"));
@@ -110,7 +110,7 @@ TEST_F(PicturesAheadTest, WhatTheFileSaysOfItselfComesAlong) {
     EXPECT_EQ(other->Facts()->front, PictureBytes(TellTale(8, 6), "PNG"));
 }
 
-TEST_F(PicturesAheadTest, AChangeIsNoticedByTheNextWishToo) {
+TEST_F(DecodeAhead, AChangeIsNoticedByTheNextWishToo) {
     const std::string a = Write("a.jpg");
     Expect({{a, kBox, {}}});
     Write("a.jpg", {320, 240});
@@ -123,7 +123,7 @@ TEST_F(PicturesAheadTest, AChangeIsNoticedByTheNextWishToo) {
 // What another picture needs: the reading at 1/8, and no more.
 constexpr std::int64_t kReduced = 80LL * 60 * 4;
 
-TEST_F(PicturesAheadTest, TurningRoundKeepsThePictureShownAndDropsTheRest) {
+TEST_F(DecodeAhead, TurningRoundKeepsThePictureShownAndDropsTheRest) {
     const std::vector<std::string> path = WriteMany(6);
     ImgX shown;
     EXPECT_EQ(shown.LoadFile(path[2], kBox, m_ahead), ""); // cold, and kept
@@ -148,7 +148,7 @@ TEST_F(PicturesAheadTest, TurningRoundKeepsThePictureShownAndDropsTheRest) {
     EXPECT_EQ(m_ahead.BytesHeld(), 0);
 }
 
-TEST_F(PicturesAheadTest, TheBudgetHoldsAndServesTheNearestFirst) {
+TEST_F(DecodeAhead, TheBudgetHoldsAndServesTheNearestFirst) {
     const std::vector<std::string> path = WriteMany(5);
     PicturesAhead ahead(2 * kReduced);
     const auto expect = [&](const std::array<std::size_t, 3>& rows) {
@@ -170,7 +170,7 @@ TEST_F(PicturesAheadTest, TheBudgetHoldsAndServesTheNearestFirst) {
     EXPECT_LE(ahead.BytesHeld(), 2 * kReduced);
 }
 
-TEST_F(PicturesAheadTest, TakeWaitsForADecodeUnderWayAndLeavesBrokenFilesToTheCaller) {
+TEST_F(DecodeAhead, TakeWaitsForADecodeUnderWayAndLeavesBrokenFilesToTheCaller) {
     const std::string large = Write("large.jpg", {3000, 2000});
     const std::string broken = m_folder.Write("broken.jpg", "no picture");
     for (int i = 0; i < 20; ++i) {
@@ -185,7 +185,7 @@ TEST_F(PicturesAheadTest, TakeWaitsForADecodeUnderWayAndLeavesBrokenFilesToTheCa
     }
 }
 
-TEST_F(PicturesAheadTest, TheSizesThatWillBeShownArePrepared) {
+TEST_F(DecodeAhead, TheSizesThatWillBeShownArePrepared) {
     const std::string a = Write("a.jpg");
     const auto shown = [](QSize picture) {
         return std::vector<QSize>{picture / 9, picture / 10, picture * 2};
@@ -210,7 +210,7 @@ TEST_F(PicturesAheadTest, TheSizesThatWillBeShownArePrepared) {
     EXPECT_EQ(bright.SystemPicture().pixel(10, 10), qRgb(255, 255, 255));
 }
 
-TEST_F(PicturesAheadTest, EndsWithWorkUnderWay) {
+TEST_F(DecodeAhead, EndsWithWorkUnderWay) {
     const std::string large = Write("large.jpg", {3000, 2000});
     const std::string other = Write("other.jpg", {3000, 2000});
     std::shared_ptr<PictureSource> source;

@@ -17,7 +17,7 @@ using namespace tarn::testing;
 
 namespace {
 
-class XisfTest : public ::testing::Test {
+class XisfPictures : public ::testing::Test {
 protected:
     std::optional<FitsPixels> Read(const std::string& bytes) {
         error.clear();
@@ -57,7 +57,7 @@ XisfPicture Large(const std::string& codec) {
     return picture;
 }
 
-TEST_F(XisfTest, EveryKindOfNumberGivesItsValuesFromTheTop) {
+TEST_F(XisfPictures, EveryKindOfNumberGivesItsValuesFromTheTop) {
     for (const char* format : {"UInt8", "UInt16", "UInt32", "UInt64", "Float32", "Float64"})
         for (const bool highFirst : {false, true}) {
             XisfPicture picture;
@@ -67,7 +67,7 @@ TEST_F(XisfTest, EveryKindOfNumberGivesItsValuesFromTheTop) {
         }
 }
 
-TEST_F(XisfTest, ColoursComeFromEitherStorageAndFurtherChannelsAreLeftOut) {
+TEST_F(XisfPictures, ColoursComeFromEitherStorageAndFurtherChannelsAreLeftOut) {
     for (const char* format : {"UInt8", "UInt16", "Float32"})
         for (const bool interleaved : {false, true}) {
             XisfPicture picture;
@@ -86,7 +86,7 @@ TEST_F(XisfTest, ColoursComeFromEitherStorageAndFurtherChannelsAreLeftOut) {
         }
 }
 
-TEST_F(XisfTest, RangeIsThatOfTheFileOrWhatTheNumbersCanHold) {
+TEST_F(XisfPictures, RangeIsThatOfTheFileOrWhatTheNumbersCanHold) {
     const auto range = [&](const char* format, const char* attributes = "") {
         XisfPicture picture;
         picture.format = format;
@@ -102,7 +102,7 @@ TEST_F(XisfTest, RangeIsThatOfTheFileOrWhatTheNumbersCanHold) {
         EXPECT_EQ(range("Float32", none), (ValueRange{0, 5})) << none; // what is there
 }
 
-TEST_F(XisfTest, EveryCodecUnpacksWhatItPacked) {
+TEST_F(XisfPictures, EveryCodecUnpacksWhatItPacked) {
     XisfPicture plain = Large("");
     const std::string rows = Rows(plain);
     for (const char* codec : {"zlib", "lz4", "lz4hc", "zstd"})
@@ -116,7 +116,7 @@ TEST_F(XisfTest, EveryCodecUnpacksWhatItPacked) {
             }
 }
 
-TEST_F(XisfTest, BlocksStandInTheHeaderAsWell) {
+TEST_F(XisfPictures, BlocksStandInTheHeaderAsWell) {
     for (const char* place : {"inline:base64", "inline:hex", "embedded"})
         for (const char* codec : {"", "zlib"})
             for (const int width : {3, 4, 5}) { // each ends a line of text in another way
@@ -132,7 +132,7 @@ TEST_F(XisfTest, BlocksStandInTheHeaderAsWell) {
             }
 }
 
-TEST_F(XisfTest, ChecksumsAreComparedAndAWrongOneIsTold) {
+TEST_F(XisfPictures, ChecksumsAreComparedAndAWrongOneIsTold) {
     for (const auto& [name, sum, shown] :
          {std::tuple{"sha-1", "a9993e364706816aba3e25717850c26c9cd0d89d", "SHA-1"},
           {"sha-256", "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad",
@@ -158,7 +158,7 @@ TEST_F(XisfTest, ChecksumsAreComparedAndAWrongOneIsTold) {
     }
 }
 
-TEST_F(XisfTest, EachPictureOfAFileIsReadByItsNumber) {
+TEST_F(XisfPictures, EachPictureOfAFileIsReadByItsNumber) {
     XisfPicture second;
     second.width = 1;
     second.attributes = "imageType=\"Dark\"";
@@ -176,7 +176,7 @@ TEST_F(XisfTest, EachPictureOfAFileIsReadByItsNumber) {
     EXPECT_EQ(ReadXisfHeader(path, 2, error)->image, 0); // none, so the first
 }
 
-TEST_F(XisfTest, ColoursComeOutOfTheMosaic) {
+TEST_F(XisfPictures, ColoursComeOutOfTheMosaic) {
     XisfPicture picture;
     picture.width = picture.height = 4;
     picture.sample = [](std::size_t i) {
@@ -197,7 +197,7 @@ TEST_F(XisfTest, ColoursComeOutOfTheMosaic) {
     EXPECT_EQ(colours(), "gray");
 }
 
-TEST_F(XisfTest, KeywordsAndPropertiesAreLinesOfThePanel) {
+TEST_F(XisfPictures, KeywordsAndPropertiesAreLinesOfThePanel) {
     XisfPicture picture;
     picture.attributes = "offset=\"0.01\" imageType=\"Light\"";
     picture.elements =
@@ -228,7 +228,7 @@ TEST_F(XisfTest, KeywordsAndPropertiesAreLinesOfThePanel) {
 }
 
 // Wherever the file ends: what it has is shown, what it has not is black, and it is told.
-TEST_F(XisfTest, CutShortAnywhere) {
+TEST_F(XisfPictures, CutShortAnywhere) {
     XisfPicture picture = Large("");
     picture.sample = [](std::size_t) { return 5; };
     const std::string whole = XisfBytes({picture});
@@ -250,7 +250,7 @@ TEST_F(XisfTest, CutShortAnywhere) {
     EXPECT_EQ(error, "The XISF file cannot be read: block of image 1: the file ends too early");
 }
 
-TEST_F(XisfTest, WhatIsNotReadIsToldWithTheBlock) {
+TEST_F(XisfPictures, WhatIsNotReadIsToldWithTheBlock) {
     const auto fault = [&](const std::string& from, const std::string& to,
                            const XisfPicture& picture = {}) {
         std::string bytes = XisfBytes({picture});
@@ -290,7 +290,7 @@ TEST_F(XisfTest, WhatIsNotReadIsToldWithTheBlock) {
 }
 
 // Sizes that only the header has: nothing is reserved for them.
-TEST_F(XisfTest, SizesThatTheFileCannotHoldAreRefused) {
+TEST_F(XisfPictures, SizesThatTheFileCannotHoldAreRefused) {
     const auto fault = [&](const std::string& attributes) {
         const std::string header = "<xisf><Image colorSpace=\"Gray\" " + attributes + "/></xisf>";
         return Read(XisfBytesOf(header, "data")) ? "shown" : error;

@@ -213,6 +213,9 @@ struct SlideDesk : RoomDesk {
     bool Called(const std::string& call) const {
         return std::find(calls.begin(), calls.end(), call) != calls.end();
     }
+    auto Times(const std::string& call) const {
+        return std::count(calls.begin(), calls.end(), call);
+    }
     std::string Current() const { return LastPart(state.Filename); }
     std::string Title() const {
         const auto& lines = room.Window()->Lines();

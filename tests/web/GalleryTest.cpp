@@ -54,7 +54,7 @@ std::string Cells(const GallerySettings& s, int count, const GalleryPicture& pic
 
 } // namespace
 
-TEST(GalleryCellsTest, StandInRowsAndBreakPages) {
+TEST(GalleryCells, StandInRowsAndBreakPages) {
     GallerySettings s;
     s.HtmlThumbSlider = 4;
     const std::string ten = Cells(s, 10, Picture());
@@ -73,7 +73,7 @@ TEST(GalleryCellsTest, StandInRowsAndBreakPages) {
     EXPECT_EQ(Count(Cells(s, 8, Picture()), "page-break"), 1);
 }
 
-TEST(GalleryCellsTest, ShowTheirNotesInThatOrder) {
+TEST(GalleryCells, ShowTheirNotesInThatOrder) {
     GallerySettings s;
     s.ThumbCheckTele = 1;
     s.HtmlThumbNotesT = 10; // no limit: the telescope comes twice
