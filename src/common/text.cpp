@@ -45,9 +45,14 @@ template <typename Mapping> std::string MapLetters(std::string_view text, Mappin
 } // namespace
 
 std::string pad(std::string_view text, int n) {
-    std::string column(LeftChars(text, n));
-    column.append(static_cast<std::size_t>(std::max(0, n - Length(column))), ' ');
+    std::string column(text);
+    PadTo(column, n);
     return column;
+}
+
+void PadTo(std::string& text, int n) {
+    text.resize(LeftChars(text, n).size());
+    text.append(static_cast<std::size_t>(std::max(0, n - Length(text))), ' ');
 }
 
 int Length(std::string_view text) {

@@ -11,8 +11,15 @@ namespace tarn {
 // Between the lines of notes and behind those of pages.
 inline constexpr std::string_view kLineEnd = "\r\n";
 
+// These parts as one text; what memory the old one had stays in use.
+template <typename... Parts> void Join(std::string& text, const Parts&... parts) {
+    text.clear();
+    (text.append(std::string_view(parts)), ...);
+}
+
 // Text, blanks, cut to n characters: how fixed columns are made in a fixed-pitch list.
 std::string pad(std::string_view text, int n);
+void PadTo(std::string& text, int n); // the text itself
 
 // Number of characters.
 int Length(std::string_view text);

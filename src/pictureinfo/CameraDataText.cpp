@@ -12,10 +12,6 @@ namespace tarn {
 
 namespace {
 
-std::string Labelled(std::string_view label, std::string_view text) {
-    return std::string(label).append(text);
-}
-
 // 1 M begins at a decimal million, but is counted in binary.
 std::string SizeText(std::int64_t bytes) {
     const auto size = static_cast<double>(bytes);
@@ -55,21 +51,20 @@ std::string Millimetres(double value) {
     return FormatFixed(value, 1) + "mm";
 }
 
-std::string UnlabelledLine(std::string_view text) {
-    return Labelled("              ", text);
-}
+constexpr std::string_view kNoLabel = "              ";
+constexpr std::string_view kFilm = "mm (film) - ";
 
-std::string FilmText(std::string_view filmFocal, std::string_view magnification) {
-    return std::string(filmFocal).append("mm (film) - ").append(magnification);
-}
-
-// Control characters are hardly ever there, so that the look at all bytes is one without a branch.
+// Control characters are hardly ever there: the look at all bytes is one without a branch, many at
+// a time.
 void ToOneRow(const std::string& line, std::string& row) {
-    const auto isControl = [](char c) { return (c >= 0 && c < ' ') || c == 0x7F; };
+    const auto isControl = [](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return static_cast<unsigned char>((byte < ' ') | (byte == 0x7F));
+    };
     row = line;
-    bool any = false;
+    unsigned char any = 0;
     for (const char c : line) any |= isControl(c);
-    if (!any) return;
+    if (any == 0) return;
     std::erase(row, '\0');
     std::replace_if(row.begin(), row.end(), isControl, ' ');
 }
@@ -82,18 +77,19 @@ void SetSizeTexts(PictureInfo& info, std::int64_t fileSize) {
     const double pixels = static_cast<double>(info.ImageWidth) * info.ImageHeight;
     const std::string megapixels = FormatFixed(pixels / 1000000, 1);
     info.FileSizeText = SizeText(fileSize);
-    const std::string rest = std::to_string(info.ImageWidth) + " x " +
-                             std::to_string(info.ImageHeight) + " - " + info.FileSizeText;
-    info.CameraDataLines[2] = "        Size: " + megapixels + " Megapixel - " + rest;
-    info.ExpSizeLine = megapixels + " Mp " + rest;
+    const std::string width = std::to_string(info.ImageWidth);
+    const std::string height = std::to_string(info.ImageHeight);
+    Join(info.CameraDataLines[2], "        Size: ", megapixels, " Megapixel - ", width, " x ",
+         height, " - ", info.FileSizeText);
+    Join(info.ExpSizeLine, megapixels, " Mp ", width, " x ", height, " - ", info.FileSizeText);
     info.ExpMegapixels = megapixels + " Mp";
     info.MpixelText = info.ExpMegapixels;
 }
 
 void SetNameAndFileDate(PictureInfo& info) {
-    info.CameraDataLines[0] = Labelled("   File name: ", info.FileNameOnly);
+    Join(info.CameraDataLines[0], "   File name: ", info.FileNameOnly);
     const std::string weekday = WeekdayOf(info.FileDate).value_or(std::string());
-    info.CameraDataLines[1] = "        Date: " + info.FileDate + "  " + weekday;
+    Join(info.CameraDataLines[1], "        Date: ", info.FileDate, "  ", weekday);
 }
 
 std::optional<std::string> ShownCameraDate(std::string_view bytes) {
@@ -108,7 +104,7 @@ std::optional<std::string> ShownCameraDate(std::string_view bytes) {
 
 void SetPictureDateLine(PictureInfo& info) {
     const auto weekday = WeekdayOf(info.PictureDate);
-    if (weekday) info.CameraDataLines[1] = "Picture date: " + info.PictureDate + "  " + *weekday;
+    if (weekday) Join(info.CameraDataLines[1], "Picture date: ", info.PictureDate, "  ", *weekday);
 }
 
 void AddOwnFacts(PictureInfo& info, std::string_view cameraDate,
@@ -143,12 +139,12 @@ std::string BiasText(float bias) {
 
 void SetFocalLength(PictureInfo& info, float focal) {
     std::string& line = info.CameraDataLines[6];
-    line = Labelled(kFocalLabel, Millimetres(focal));
+    Join(line, kFocalLabel, Millimetres(focal));
     info.ExpMagnification.clear();
     if (info.FilmFactor <= 0) return;
     info.ExpMagnification = FormatFixed(focal / 50 * info.FilmFactor, 1) + "x";
-    line +=
-        " - " + FilmText(FormatNoLeadingZero(focal * info.FilmFactor, 1), info.ExpMagnification);
+    line.append(" - ").append(FormatNoLeadingZero(focal * info.FilmFactor, 1));
+    line.append(kFilm).append(info.ExpMagnification);
 }
 
 void SetFilmFocalLength(PictureInfo& info, std::int16_t filmFocal, float focal) {
@@ -158,43 +154,44 @@ void SetFilmFocalLength(PictureInfo& info, std::int16_t filmFocal, float focal) 
         return;
     }
     info.ExpMagnification = FormatFixed(filmFocal / 50.0, 1) + "x";
-    const std::string film = FilmText(std::to_string(filmFocal), info.ExpMagnification);
-    line = Labelled(kFocalLabel, focal == 0 ? film : Millimetres(focal) + " - " + film);
+    const std::string lens = focal == 0 ? std::string() : Millimetres(focal) + " - ";
+    Join(line, kFocalLabel, lens, std::to_string(filmFocal), kFilm, info.ExpMagnification);
 }
 
-std::string MeterLine(std::string_view text) {
-    return Labelled("  Meter mode: ", text);
+void SetMeterLine(PictureInfo& info, std::string_view text) {
+    Join(info.CameraDataLines[3], "  Meter mode: ", text);
 }
-std::string FocusLine(std::string_view text) {
-    return Labelled("       Focus: ", text);
+void SetFocusLine(PictureInfo& info) {
+    Join(info.CameraDataLines[9], "       Focus: ", info.ExpFocus);
 }
-std::string CameraLine(std::string_view text) {
-    return Labelled("      Camera: ", text);
+void SetCameraLine(PictureInfo& info) {
+    Join(info.CameraDataLines[12], "      Camera: ", info.CameraName);
 }
 
 void SetMakerLines(PictureInfo& info, const std::string& lens,
                    const std::array<std::string, 4>& settings) {
     auto& lines = info.CameraDataLines;
-    if (!lens.empty()) lines[7] = Labelled("        Lens: ", lens);
-    lines[8] = Labelled("    Settings: ", settings[0]);
-    for (std::size_t i = 1; i < settings.size(); ++i) lines[8 + i] = UnlabelledLine(settings[i]);
-    lines[12] = CameraLine(info.CameraName);
+    if (!lens.empty()) Join(lines[7], "        Lens: ", lens);
+    Join(lines[8], "    Settings: ", settings[0]);
+    for (std::size_t i = 1; i < settings.size(); ++i) Join(lines[8 + i], kNoLabel, settings[i]);
+    SetCameraLine(info);
 }
 
 void AssembleLines(PictureInfo& info) {
     auto& lines = info.CameraDataLines;
     if (lines[10].empty()) { // no maker note has filled the lines from 8 on
         lines[10] = info.ExpFlash.empty() ? "       Flash: OFF" : "       Flash: ON";
-        lines[9] = info.ExpFocus.empty() ? std::string() : FocusLine(info.ExpFocus);
+        lines[9].clear();
+        if (!info.ExpFocus.empty()) SetFocusLine(info);
         lines[8].clear();
         lines[11].clear();
     }
     lines[4] = "    Exposure: ";
-    if (!info.ExpProgram.empty()) lines[4] += info.ExpProgram + " - ";
+    if (!info.ExpProgram.empty()) lines[4].append(info.ExpProgram).append(" - ");
     lines[4] += info.ExpTime;
-    if (!info.ExpAperture.empty()) lines[4] += " - " + info.ExpAperture;
-    lines[5] = UnlabelledLine(info.ExpBias);
-    if (!info.ExpSpeed.empty()) lines[5] += " - " + info.ExpSpeed;
+    if (!info.ExpAperture.empty()) lines[4].append(" - ").append(info.ExpAperture);
+    Join(lines[5], kNoLabel, info.ExpBias);
+    if (!info.ExpSpeed.empty()) lines[5].append(" - ").append(info.ExpSpeed);
     if (info.ExpProgram.empty() && info.ExpTime.empty() && info.ExpAperture.empty()) {
         for (const std::size_t line : {4U, 5U, 6U, 10U}) lines[line].clear();
     }

@@ -49,9 +49,9 @@ void SetFilmFocalLength(PictureInfo& info, std::int16_t filmFocal, float focal);
 inline constexpr const char* kManualLensLine = "Focal length: Manual lens";
 
 // One line of the panel: label and text.
-std::string MeterLine(std::string_view text);
-std::string FocusLine(std::string_view text);
-std::string CameraLine(std::string_view text);
+void SetMeterLine(PictureInfo& info, std::string_view text);
+void SetFocusLine(PictureInfo& info);
+void SetCameraLine(PictureInfo& info);
 
 // Lines 7 to 12 of a camera whose maker's note is read. Without a lens line 7 stays.
 void SetMakerLines(PictureInfo& info, const std::string& lens,

@@ -58,6 +58,7 @@ constexpr int kRebelLensLength = 21;
 
 constexpr int kNoSetting = 32767;
 constexpr int kColumn = 18; // where the second setting of a line begins
+constexpr int kStyleColumn = 26;
 
 std::optional<std::int64_t> WordAt(const PictureDataBuffer& data, int index) {
     return data.Word(index, ByteOrder::Intel);
@@ -104,8 +105,8 @@ void CanonMakerNote::Show(PictureInfo& info, const ExifTag& /*tag*/) const {
     SetMakerLines(info, CanonLens, CanonLines);
     info.ExpProgram = CanonMode;
     info.ExpFocus = CanonFocus;
-    info.ExpFocusShort =
-        ", " + CanonFocus + "-" + CanonQuality + "-" + CanonSharpness + "-" + CanonContrast;
+    Join(info.ExpFocusShort, ", ", CanonFocus, "-", CanonQuality, "-", CanonSharpness, "-",
+         CanonContrast);
 }
 
 void CanonMakerNote::ReadEntry(const PictureDataBuffer& data, int index) {
@@ -159,18 +160,21 @@ void CanonMakerNote::ReadRebelSettings(const PictureDataBuffer& data) {
 }
 
 void CanonMakerNote::ComposeLines(bool rebel) {
-    const std::string quality = pad("Quality> " + CanonQuality, kColumn);
-    const std::string focus = pad("  Focus> " + CanonFocus, kColumn);
-    const std::string flash = pad("  Flash> " + CanonFlash, kColumn);
+    const auto compose = [&](std::size_t line, const char* label, const std::string& column,
+                             const char* second, const std::string& text) {
+        Join(CanonLines[line], label, column);
+        PadTo(CanonLines[line], kColumn);
+        CanonLines[line].append(second).append(text);
+    };
+    compose(0, "Quality> ", CanonQuality, rebel ? "         WB> " : "Sharpening> ",
+            rebel ? CanonWhiteBalance : CanonSharpness);
+    compose(1, "  Focus> ", CanonFocus, rebel ? "   Contrast> " : "  Contrast> ", CanonContrast);
+    compose(2, "  Flash> ", CanonFlash, rebel ? " Saturation> " : "Saturation> ", CanonSaturation);
     if (rebel) {
-        CanonLines = {quality + "         WB> " + CanonWhiteBalance,
-                      focus + "   Contrast> " + CanonContrast,
-                      flash + " Saturation> " + CanonSaturation, pad("  Style> " + CanonStyle, 26)};
+        Join(CanonLines[3], "  Style> ", CanonStyle);
+        PadTo(CanonLines[3], kStyleColumn);
     } else {
-        CanonLines = {quality + "Sharpening> " + CanonSharpness,
-                      focus + "  Contrast> " + CanonContrast,
-                      flash + "Saturation> " + CanonSaturation,
-                      std::string(21, ' ') + "WB> " + CanonWhiteBalance};
+        Join(CanonLines[3], "                     WB> ", CanonWhiteBalance);
     }
 }
 

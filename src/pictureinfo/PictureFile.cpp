@@ -44,13 +44,15 @@ PictureFile::~PictureFile() {
 }
 
 bool PictureFile::ReadRecord(FileRecord& record) const {
-    std::optional<std::string> read;
-    if (m_hasContent) read = ReadFileFront(m_number);
-    const std::optional<std::string>& front = m_front ? *m_front : read;
-    if (!front) return false;
-    const std::size_t filled = std::min(record.size(), front->size());
-    std::copy_n(front->begin(), filled, record.begin());
-    std::fill(record.begin() + std::ptrdiff_t(filled), record.end(), std::uint8_t{0});
+    std::optional<std::size_t> filled;
+    if (m_hasContent) {
+        filled = ReadFileFront(m_number, record);
+    } else if (m_front && *m_front) {
+        filled = std::min(record.size(), (*m_front)->size());
+        std::copy_n((*m_front)->begin(), *filled, record.begin());
+    }
+    if (!filled) return false;
+    std::fill(record.begin() + std::ptrdiff_t(*filled), record.end(), std::uint8_t{0});
     return true;
 }
 

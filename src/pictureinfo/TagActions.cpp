@@ -71,14 +71,14 @@ void TagActions::Model() {
     const std::string& model = m_tag.TagText;
     m_info.CameraName = FromCodePage(Contains(model, " ") ? model : m_make + " " + model);
     m_info.ExpCamera = std::string(ShortCameraWord(m_info.CameraName)) + " ";
-    m_info.CameraDataLines[12] = CameraLine(m_info.CameraName);
+    SetCameraLine(m_info);
     const CameraModel known = FindCameraModel(model);
     m_info.FilmFactor = known.filmFactor;
     if (!known.fixedFocus) return;
     m_info.ExpProgram = "Program normal";
     m_info.ExpFocus = "Autofocus";
     m_info.ExpFocusShort = ", AF";
-    m_info.CameraDataLines[9] = FocusLine(m_info.ExpFocus);
+    SetFocusLine(m_info);
 }
 
 void TagActions::Orientation() {
@@ -127,7 +127,7 @@ void TagActions::SubjectDistance() {
 void TagActions::MeterMode() {
     std::string name;
     SetName(name, m_tag.TagValue, MeterModeNamesOf(m_info.CameraName));
-    if (!name.empty()) m_info.CameraDataLines[3] = MeterLine(name);
+    if (!name.empty()) SetMeterLine(m_info, name);
     SetName(m_info.ExpMeter, m_tag.TagValue, MeterModeNames);
 }
 

@@ -11,9 +11,19 @@ namespace tarn {
 
 namespace {
 
+constexpr int kAnySide = 0xFFFF; // pixels
+
+// What the copy takes of the picture; empty for all of it, which a text is drawn on.
+QSize Wanted(const ConvertOptions& options) {
+    const int width = options.maxWidth;
+    const int height = options.maxHeight;
+    if (!options.text.empty() || (width <= 0 && height <= 0)) return {};
+    return {width > 0 ? width : kAnySide, height > 0 ? height : kAnySide};
+}
+
 // Part of a damaged picture is no picture to make a copy of.
-std::string Load(ImgX& picture, const std::string& path) {
-    std::string error = picture.LoadFile(path, {});
+std::string Load(ImgX& picture, const std::string& path, QSize wanted) {
+    std::string error = picture.LoadFile(path, wanted);
     if (error.empty() || picture.HasImage()) return error;
     return picture.LoadWithSystemReader(path).empty() ? std::string() : error;
 }
@@ -58,7 +68,7 @@ ConvertedFile WriteConverted(const std::string& path, const std::string& folder,
         return result;
     }
     ImgX picture;
-    result.error = Load(picture, path);
+    result.error = Load(picture, path, Wanted(options));
     if (!result.error.empty()) return result;
     ConvertOptions turned = options;
     turned.orientation = OrientationOf(picture);

@@ -8,6 +8,19 @@
 
 namespace tarn {
 
+std::optional<std::size_t> ReadAt(int file, std::int64_t place, std::span<char> buffer) {
+    std::size_t filled = 0;
+    while (filled < buffer.size()) {
+        const ssize_t got = ::pread(file, buffer.data() + filled, buffer.size() - filled,
+                                    static_cast<off_t>(place + std::int64_t(filled)));
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0 && filled == 0) return {};
+        if (got <= 0) break;
+        filled += static_cast<std::size_t>(got);
+    }
+    return filled;
+}
+
 FileBytes::FileBytes(int file) : m_file(file) {
     struct stat facts {};
     if (::fstat(file, &facts) == 0 && S_ISREG(facts.st_mode)) m_size = facts.st_size;
@@ -16,16 +29,9 @@ FileBytes::FileBytes(int file) : m_file(file) {
 std::optional<std::string> FileBytes::Read(std::int64_t place, std::size_t count) const {
     if (place < 0 || place >= m_size) return std::string();
     std::string bytes(std::min<std::uint64_t>(count, std::uint64_t(m_size - place)), '\0');
-    std::size_t filled = 0;
-    while (filled < bytes.size()) {
-        const ssize_t got = ::pread(m_file, bytes.data() + filled, bytes.size() - filled,
-                                    static_cast<off_t>(place + std::int64_t(filled)));
-        if (got < 0 && errno == EINTR) continue;
-        if (got < 0 && filled == 0) return {};
-        if (got <= 0) break;
-        filled += static_cast<std::size_t>(got);
-    }
-    bytes.resize(filled);
+    const auto filled = ReadAt(m_file, place, bytes);
+    if (!filled) return {};
+    bytes.resize(*filled);
     return bytes;
 }
 

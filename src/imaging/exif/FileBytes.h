@@ -3,10 +3,15 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
 namespace tarn {
+
+// Fills the buffer from a place on as far as the file goes: how many bytes; none where reading
+// fails at once.
+std::optional<std::size_t> ReadAt(int file, std::int64_t place, std::span<char> buffer);
 
 class FileBytes {
 public:

@@ -1,6 +1,5 @@
 #include "imaging/exif/FileFront.h"
 
-#include "common/file_look.h"
 #include "imaging/exif/ExifPlaces.h"
 #include "imaging/exif/FileKind.h"
 #include "imaging/exif/JpegHead.h"
@@ -16,9 +15,13 @@ using namespace std::string_view_literals;
 
 constexpr std::int64_t kUsualDirectory = 8; // where the first one mostly stands
 
+bool IsJpeg(std::string_view front) {
+    return front.starts_with("\xFF\xD8") || front.substr(0, 10).ends_with("Exif");
+}
+
 // What the reader of camera data looks at by its own places.
 bool StandsAsItIs(std::string_view front, const FileBytes& file) {
-    if (front.starts_with("\xFF\xD8") || front.substr(0, 10).ends_with("Exif")) return true;
+    if (IsJpeg(front)) return true;
     return front.starts_with("MM") &&
            TiffBlock(file, WholeOf(file)).FirstDirectory() == kUsualDirectory;
 }
@@ -27,21 +30,36 @@ bool IsPlainTiff(std::string_view start) {
     return start.starts_with("II*\0"sv) || start.starts_with("MM\0*"sv);
 }
 
+// The bytes that stand for these; empty where these are the ones.
+std::string FrontInstead(const FileBytes& file, std::string_view front) {
+    if (StandsAsItIs(front, file)) return {};
+    const ExifPlaces places = FindExif(file, front);
+    if (places.first.length <= 0) return {};
+    const TiffBlock first(file, places.first);
+    const TiffBlock exif(file, places.exif);
+    const auto noteBytes = std::min<std::int64_t>(places.maker.length, kMostMakerBytes);
+    const std::string note = file.At(places.maker.place, std::size_t(noteBytes));
+    return JpegHead(first, exif, note);
+}
+
 } // namespace
 
 std::optional<std::string> ReadFileFront(int number) {
     const FileBytes file(number);
     auto front = file.Read(0, kFileFront);
-    if (!front || StandsAsItIs(*front, file)) return front;
-    const ExifPlaces places = FindExif(file, *front);
-    if (places.first.length <= 0) return front;
-    const TiffBlock first(file, places.first);
-    const TiffBlock exif(file, places.exif);
-    const auto noteBytes = std::min<std::int64_t>(places.maker.length, kMostMakerBytes);
-    const std::string note = file.At(places.maker.place, std::size_t(noteBytes));
-    std::string head = JpegHead(first, exif, note);
-    if (!head.empty()) front = std::move(head);
-    return front;
+    if (!front) return front;
+    std::string instead = FrontInstead(file, *front);
+    return instead.empty() ? front : std::move(instead);
+}
+
+std::optional<std::size_t> ReadFileFront(int number, std::span<std::uint8_t, kFileFront> front) {
+    auto* const bytes = reinterpret_cast<char*>(front.data());
+    const auto count = ReadAt(number, 0, {bytes, front.size()});
+    if (!count || IsJpeg({bytes, *count})) return count;
+    const std::string instead = FrontInstead(FileBytes(number), {bytes, *count});
+    if (instead.empty()) return count;
+    std::copy_n(instead.begin(), std::min(instead.size(), front.size()), bytes);
+    return std::min(instead.size(), front.size());
 }
 
 int OrientationOfContainer(const FileBytes& file) {

@@ -1,7 +1,10 @@
 // The first bytes in which a picture file tells of its camera.
 #pragma once
 
+#include "common/file_look.h"
 #include "imaging/exif/FileBytes.h"
+
+#include <span>
 
 namespace tarn {
 
@@ -9,6 +12,9 @@ namespace tarn {
 // files those that a JPEG file of the same data would begin with. None when the file cannot be
 // read.
 std::optional<std::string> ReadFileFront(int file);
+
+// The same into memory at hand, whose rest stays as it is; how many there are.
+std::optional<std::size_t> ReadFileFront(int file, std::span<std::uint8_t, kFileFront> front);
 
 // How the pixels of a file that is not JPEG are to be turned, 1 to 8. Also 1 where the camera data
 // at the file's front tell it: whoever shows the picture turns it by them.
