@@ -16,6 +16,18 @@
 
 namespace tarn {
 
+const WindowKey<FindInList> FindInList::kKeys[] = {
+    {Qt::Key_Down, "next file found", &FindInList::StepOn},
+    {Qt::Key_Up, "file found before", &FindInList::StepBack},
+    {Qt::Key_Return, "stay on the file found", &FindInList::StayOnFound},
+    {Qt::Key_Enter, "stay on the file found", &FindInList::StayOnFound},
+    {Qt::Key_Escape, "the whole list again", &FindInList::Close},
+};
+
+std::vector<keys::KeyLine> FindInList::KeyLines() {
+    return LinesOf(kKeys);
+}
+
 void FindInList::ConnectControls() {
     const MainControls& c = m.controls;
     c.FindLine->setPlaceholderText(QStringLiteral("Find in names and notes"));
@@ -109,18 +121,8 @@ void FindInList::StayOnFound() {
 bool FindInList::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress || !IsOpen()) return false;
     const int key = static_cast<QKeyEvent*>(event)->key();
-    if (key == Qt::Key_Escape) {
-        Close();
-        return true;
-    }
-    if (watched != m.controls.FindLine) return false;
-    if (key == Qt::Key_Return || key == Qt::Key_Enter)
-        StayOnFound();
-    else if (key == Qt::Key_Down || key == Qt::Key_Up)
-        Step(key == Qt::Key_Down ? 1 : -1);
-    else
-        return false;
-    return true;
+    if (watched != m.controls.FindLine && key != Qt::Key_Escape) return false;
+    return ActOnKey(*this, kKeys, key);
 }
 
 } // namespace tarn

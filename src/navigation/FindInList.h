@@ -3,6 +3,7 @@
 #pragma once
 
 #include "desk/Context.h"
+#include "widgets/WindowKeys.h"
 
 #include <QObject>
 
@@ -19,6 +20,8 @@ public:
     void Open();
     void Close(); // the whole list, on the current file
 
+    static std::vector<keys::KeyLine> KeyLines(); // as they are read
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -27,8 +30,12 @@ private:
     void ReadTexts();
     void Narrow();
     void Step(int by);
+    void StepOn() { Step(1); }
+    void StepBack() { Step(-1); }
     void StayOnFound();
     void TakeRow();
+
+    static const WindowKey<FindInList> kKeys[]; // in the line
 
     Context& m;
     std::unordered_map<std::string, std::string> m_texts; // name and note, folded, by name

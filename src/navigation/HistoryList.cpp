@@ -23,6 +23,16 @@ void AddRow(QListWidget& list, const std::string& text, int entry) {
 
 } // namespace
 
+const WindowKey<HistoryList> HistoryList::kKeys[] = {
+    {Qt::Key_Return, "open the folder or picture", &HistoryList::List1_DblClick},
+    {Qt::Key_Enter, "open the folder or picture", &HistoryList::List1_DblClick},
+    {Qt::Key_X, "take the row out of the view", &HistoryList::TakeRowOut},
+};
+
+std::vector<keys::KeyLine> HistoryList::KeyLines() {
+    return LinesOf(kKeys);
+}
+
 HistoryList::HistoryList(Context& context, std::function<void(int)> goTo)
     : m(context), m_goTo(std::move(goTo)) {}
 
@@ -76,24 +86,22 @@ void HistoryList::GiveUp() {
 }
 
 void HistoryList::List1_KeyPress(int key) {
+    if (m.state.HistoryListed) ActOnKey(*this, kKeys, key);
+}
+
+void HistoryList::TakeRowOut() {
     QListWidget& list = *m.controls.List1;
-    if (!m.state.HistoryListed) return;
-    if (key == Qt::Key_X)
-        delete list.takeItem(list.currentRow());
-    else if (key == Qt::Key_Return || key == Qt::Key_Enter)
-        List1_DblClick();
+    delete list.takeItem(list.currentRow());
 }
 
 bool HistoryList::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress || !m.state.HistoryListed)
         return QObject::eventFilter(watched, event);
     const auto& key = static_cast<const QKeyEvent&>(*event);
-    const bool ours =
-        key.key() == Qt::Key_X || key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
-    if (!ours || key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
-        return QObject::eventFilter(watched, event);
-    List1_KeyPress(key.key());
-    return true;
+    if (!(key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) &&
+        ActOnKey(*this, kKeys, key.key()))
+        return true;
+    return QObject::eventFilter(watched, event);
 }
 
 } // namespace tarn

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desk/Context.h"
+#include "widgets/WindowKeys.h"
 
 #include <QObject>
 
@@ -25,11 +26,15 @@ public:
     // The rows go when a file is shown.
     void GiveUp();
 
+    static std::vector<keys::KeyLine> KeyLines(); // as they are read
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void ClearHistory();
+    void TakeRowOut();
+    static const WindowKey<HistoryList> kKeys[];
 
     Context& m;
     std::function<void(int)> m_goTo;

@@ -96,8 +96,9 @@ void NavigationRoom::FileListBox_Click() {
     std::string error;
     const auto look = m.files.Look(s.Filename, &error);
     if (!look) {
-        // Named is the file from which the user came.
+        // The box names the file from which the user came, the line the one that is meant.
         m.shell.ShowError(error + " - " + before);
+        m.shell.ShowMessage("'" + LastPart(s.Filename) + "' - " + error);
         s.FileModifiedText.clear();
         m.display.ShowNothing();
         m.current.Tell(); // no note beside another file

@@ -25,6 +25,16 @@ constexpr int kFromList = 16; // logical pixels, at the first opening
 
 } // namespace
 
+const WindowKey<frmFilter> frmFilter::kKeys[] = {
+    {Qt::Key_Return, "filter by the text", &frmFilter::TextFilter_Enter},
+    {Qt::Key_Enter, "filter by the text", &frmFilter::TextFilter_Enter},
+    {Qt::Key_Escape, "without the text; then close", &frmFilter::LeaveText},
+};
+
+std::vector<keys::KeyLine> frmFilter::KeyLines() {
+    return LinesOf(kKeys);
+}
+
 frmFilter::frmFilter(Context& context)
     : QDialog(context.controls.FileListBox->window()), m(context), m_boxes{},
       m_custom(new QCheckBox(QStringLiteral("Custom Filter"))), m_text(new QLineEdit()),
@@ -188,19 +198,15 @@ void frmFilter::TextFilter_Enter() {
 }
 
 bool frmFilter::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::KeyPress) return QDialog::eventFilter(watched, event);
-    switch (static_cast<QKeyEvent*>(event)->key()) {
-    case Qt::Key_Escape:
-        if (!m_custom->isChecked()) close();
-        m_custom->setChecked(false);
+    if (event->type() == QEvent::KeyPress &&
+        ActOnKey(*this, kKeys, static_cast<QKeyEvent*>(event)->key()))
         return true;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        TextFilter_Enter();
-        return true;
-    default:
-        return QDialog::eventFilter(watched, event);
-    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void frmFilter::LeaveText() {
+    if (!m_custom->isChecked()) close();
+    m_custom->setChecked(false);
 }
 
 void frmFilter::CommandAdd_Click() {

@@ -5,6 +5,7 @@
 #include "desk/Context.h"
 #include "desk/places/KeptPlace.h"
 #include "navigation/NameFilter.h"
+#include "widgets/WindowKeys.h"
 
 #include <QDialog>
 
@@ -29,6 +30,8 @@ public:
     // Also Esc outside the text: the list goes back to what it was.
     void reject() override { close(); }
 
+    static std::vector<keys::KeyLine> KeyLines(); // as they are read
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -44,6 +47,8 @@ private:
     void CheckCustom_Click();
     void ComboFilter_Click();
     void TextFilter_Enter();
+    void LeaveText();
+    static const WindowKey<frmFilter> kKeys[];
     void CommandAdd_Click();
     void CommandDelete_Click();
     void EnableBoxes(bool enabled);

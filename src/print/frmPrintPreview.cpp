@@ -88,36 +88,61 @@ frmPrintPreview::frmPrintPreview(Context& context)
 
 frmPrintPreview::~frmPrintPreview() = default;
 
-QPushButton* frmPrintPreview::Button(const char* name, const QString& caption,
-                                     const QKeySequence& key, std::function<void()> command) {
+const WindowKey<frmPrintPreview> frmPrintPreview::kKeys[] = {
+    {Qt::CTRL | Qt::Key_P, "print", &frmPrintPreview::PrintPages},
+    {Qt::CTRL | Qt::Key_S, "write a PDF file", &frmPrintPreview::SavePdf},
+    {Qt::Key_PageUp, "page before", &frmPrintPreview::GoBack},
+    {Qt::Key_PageDown, "next page", &frmPrintPreview::GoOn},
+    {Qt::Key_Home, "first page", &frmPrintPreview::GoToFirst},
+    {Qt::Key_End, "last page", &frmPrintPreview::GoToLast},
+    {Qt::Key_Plus, "larger", &frmPrintPreview::Enlarge},
+    {Qt::Key_Minus, "smaller", &frmPrintPreview::MakeSmaller},
+    {Qt::Key_0, "whole page", &frmPrintPreview::ShowWholePage},
+    {Qt::Key_Escape, "close the window", &frmPrintPreview::Close},
+};
+
+std::vector<keys::KeyLine> frmPrintPreview::KeyLines() {
+    return LinesOf(kKeys);
+}
+
+QPushButton* frmPrintPreview::Button(const char* name, const QString& caption, int key) {
     auto* button = new QPushButton(caption, this);
     button->setObjectName(QString::fromLatin1(name));
-    button->setShortcut(key);
-    if (!key.isEmpty()) button->setToolTip(key.toString(QKeySequence::NativeText));
-    QObject::connect(button, &QPushButton::clicked, this, [run = std::move(command)] { run(); });
+    button->setShortcut(QKeySequence(key));
+    button->setToolTip(QKeySequence(key).toString(QKeySequence::NativeText));
+    connect(button, &QPushButton::clicked, this, [this, key] { ActOnKey(*this, kKeys, key); });
     static_cast<QHBoxLayout*>(layout()->itemAt(0)->layout())->addWidget(button);
     return button;
 }
 
 void frmPrintPreview::MakeButtons() {
-    m_print = Button("PreviewPrintButton", QStringLiteral("Print"), QKeySequence::Print,
-                     [this] { PrintPages(); });
-    Button("PreviewPdfButton", QStringLiteral("PDF..."), QKeySequence::Save, [this] { SavePdf(); });
-    m_previous = Button("PreviewPreviousButton", QStringLiteral("Previous"),
-                        QKeySequence(Qt::Key_PageUp), [this] { GoTo(m_page - 1); });
-    m_next = Button("PreviewNextButton", QStringLiteral("Next"), QKeySequence(Qt::Key_PageDown),
-                    [this] { GoTo(m_page + 1); });
+    m_print =
+        Button("PreviewPrintButton", QStringLiteral("Print"), (Qt::CTRL | Qt::Key_P).toCombined());
+    Button("PreviewPdfButton", QStringLiteral("PDF..."), (Qt::CTRL | Qt::Key_S).toCombined());
+    m_previous = Button("PreviewPreviousButton", QStringLiteral("Previous"), Qt::Key_PageUp);
+    m_next = Button("PreviewNextButton", QStringLiteral("Next"), Qt::Key_PageDown);
     static_cast<QHBoxLayout*>(layout()->itemAt(0)->layout())->addWidget(m_label);
-    Button("PreviewLargerButton", QStringLiteral("Larger"), QKeySequence(Qt::Key_Plus),
-           [this] { SetZoom(m_zoom * kZoomStep); });
-    Button("PreviewSmallerButton", QStringLiteral("Smaller"), QKeySequence(Qt::Key_Minus),
-           [this] { SetZoom(m_zoom / kZoomStep); });
-    Button("PreviewFitButton", QStringLiteral("Whole Page"), QKeySequence(Qt::Key_0), [this] {
-        m_fits = true;
-        FitPage();
-    });
-    Button("PreviewCloseButton", QStringLiteral("Close"), QKeySequence(Qt::Key_Escape),
-           [this] { close(); });
+    Button("PreviewLargerButton", QStringLiteral("Larger"), Qt::Key_Plus);
+    Button("PreviewSmallerButton", QStringLiteral("Smaller"), Qt::Key_Minus);
+    Button("PreviewFitButton", QStringLiteral("Whole Page"), Qt::Key_0);
+    Button("PreviewCloseButton", QStringLiteral("Close"), Qt::Key_Escape);
+}
+
+void frmPrintPreview::GoToLast() {
+    if (m_printer) GoTo(static_cast<int>(m_printer->Pages().size()) - 1);
+}
+
+void frmPrintPreview::Enlarge() {
+    SetZoom(m_zoom * kZoomStep);
+}
+
+void frmPrintPreview::MakeSmaller() {
+    SetZoom(m_zoom / kZoomStep);
+}
+
+void frmPrintPreview::ShowWholePage() {
+    m_fits = true;
+    FitPage();
 }
 
 void frmPrintPreview::ShowPages(std::unique_ptr<Printer> printer, const PrinterChoice& choice,
@@ -198,11 +223,8 @@ void frmPrintPreview::resizeEvent(QResizeEvent* event) {
 }
 
 void frmPrintPreview::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Home)
-        GoTo(0);
-    else if (event->key() == Qt::Key_End && m_printer)
-        GoTo(static_cast<int>(m_printer->Pages().size()) - 1);
-    else
+    const int key = event->key();
+    if ((key != Qt::Key_Home && key != Qt::Key_End) || !ActOnKey(*this, kKeys, key))
         QWidget::keyPressEvent(event);
 }
 

@@ -3,6 +3,7 @@
 
 #include "desk/Context.h"
 #include "desk/places/KeptPlace.h"
+#include "widgets/WindowKeys.h"
 #include "widgets/printing/Printer.h"
 
 #include <QWidget>
@@ -28,6 +29,8 @@ public:
     void ShowPages(std::unique_ptr<Printer> printer, const PrinterChoice& choice,
                    std::function<bool(Printer&)> send);
 
+    static std::vector<keys::KeyLine> KeyLines(); // as they are read
+
     int Page() const { return m_page; } // from 0
     double Zoom() const { return m_zoom; }
 
@@ -37,10 +40,17 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    QPushButton* Button(const char* name, const QString& caption, const QKeySequence& key,
-                        std::function<void()> command);
+    QPushButton* Button(const char* name, const QString& caption, int key);
     void MakeButtons();
     void GoTo(int page);
+    void GoBack() { GoTo(m_page - 1); }
+    void GoOn() { GoTo(m_page + 1); }
+    void GoToFirst() { GoTo(0); }
+    void GoToLast();
+    void Enlarge();
+    void MakeSmaller();
+    void ShowWholePage();
+    void Close() { close(); }
     void SetZoom(double zoom);
     void FitPage();
     void PrintPages();
@@ -60,6 +70,8 @@ private:
     int m_page = 0;
     double m_zoom = 1; // logical pixels of the screen for a pixel of 96 an inch
     bool m_fits = true;
+
+    static const WindowKey<frmPrintPreview> kKeys[];
 };
 
 } // namespace tarn

@@ -3,10 +3,16 @@
 #include "FilesDesk.h"
 
 #include "app/help/HelpPages.h"
+#include "app/help/frmHelp.h"
+#include "app/logs/frmLogs.h"
 #include "desk/controls/Captions.h"
 #include "display/FrmPic.h"
 #include "display/frmOnetoOne.h"
+#include "navigation/FindInList.h"
+#include "navigation/HistoryList.h"
 #include "navigation/PaneKeyTable.h"
+#include "navigation/frmFilter.h"
+#include "print/frmPrintPreview.h"
 #include "slides/SlideKeys.h"
 #include "widgets/FolderTreeview.h"
 
@@ -233,9 +239,11 @@ TEST(KeysPage, HasEveryLiveShortcutAndEveryRowOfTheTables) {
     for (const QShortcut* key : d.house.window.findChildren<QShortcut*>())
         EXPECT_NE(page.find(key->key().toString().toStdString()), std::string::npos)
             << key->key().toString().toStdString();
-    std::vector<std::vector<keys::KeyLine>> tables{FullKeyLines(false),   ManyKeyLines(),
-                                                   NotesRoom::KeyLines(), VideoRoom::KeyLines(),
-                                                   FrmPic::KeyLines(),    frmOnetoOne::KeyLines()};
+    std::vector<std::vector<keys::KeyLine>> tables{
+        FullKeyLines(false),         ManyKeyLines(),          NotesRoom::KeyLines(),
+        VideoRoom::KeyLines(),       FrmPic::KeyLines(),      frmOnetoOne::KeyLines(),
+        FindInList::KeyLines(),      HistoryList::KeyLines(), frmFilter::KeyLines(),
+        frmPrintPreview::KeyLines(), frmHelp::KeyLines(),     frmLogs::KeyLines()};
     for (const KeyPane pane : {KeyPane::Picture, KeyPane::Clip, KeyPane::Text, KeyPane::Lists})
         tables.push_back(PaneKeyLines(pane));
     for (const auto& table : tables) {

@@ -64,15 +64,16 @@ TEST(Selection, TheTypeDecidesWhoTakesOver) {
     EXPECT_EQ(d.state.EditCaption, "Edit");
 }
 
-TEST(Selection, AFileThatWentAwayShowsTheSystemsTextAndTheNameBefore) {
+TEST(Selection, AFileThatWentAwayIsNamedBesideTheOneBefore) {
     NavDesk d;
     d.FillWithPictures(2);
     d.state.FileNameOnly = "p00.jpg";
     std::remove((d.folder.Path() + "/p01.jpg").c_str());
     d.room.SelectRow(1);
     // Neither picture nor note of another file stands under the name of this one.
-    EXPECT_EQ(Calls(d.calls.end() - 3, d.calls.end()),
-              (Calls{"error No such file or directory - p00.jpg", "ShowNothing", "told"}));
+    EXPECT_EQ(Calls(d.calls.end() - 4, d.calls.end()),
+              (Calls{"error No such file or directory - p00.jpg",
+                     "message 'p01.jpg' - No such file or directory", "ShowNothing", "told"}));
     EXPECT_EQ(d.state.FileNameOnly, "p01.jpg");
     EXPECT_EQ(d.state.FileIndex, 1);
     EXPECT_EQ(d.state.FileModifiedText, "");

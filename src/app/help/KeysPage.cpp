@@ -1,12 +1,18 @@
 #include "app/help/KeysPage.h"
 
+#include "app/help/frmHelp.h"
+#include "app/logs/frmLogs.h"
 #include "desk/controls/Captions.h"
 #include "display/FrmPic.h"
 #include "display/frmOnetoOne.h"
+#include "navigation/FindInList.h"
+#include "navigation/HistoryList.h"
 #include "navigation/PaneKeyTable.h"
+#include "navigation/frmFilter.h"
 #include "notes/NotesRoom.h"
 #include "platform/ProgramFiles.h"
 #include "platform/QtText.h"
+#include "print/frmPrintPreview.h"
 #include "slides/SlideKeys.h"
 #include "video/VideoRoom.h"
 #include "widgets/FileListBox.h"
@@ -78,10 +84,16 @@ QString KeysPage(const Context& m) {
                    Together(PaneKeyLines(KeyPane::Clip), VideoRoom::KeyLines())) +
            Section("While a text or page has it", PaneKeyLines(KeyPane::Text)) +
            Section("In the lists", PaneKeyLines(KeyPane::Lists)) +
+           Section("In the line that finds files", FindInList::KeyLines()) +
+           Section("In the history", HistoryList::KeyLines()) +
+           Section("In the filter's text", frmFilter::KeyLines()) +
            Section("Slides", FullKeyLines(m.state.SlideAltArrowKeys)) +
            Section("Two and four pictures", ManyKeyLines()) +
            Section("Size window", FrmPic::KeyLines()) +
-           Section("1:1 window", frmOnetoOne::KeyLines()) + QStringLiteral("</body></html>\n");
+           Section("1:1 window", frmOnetoOne::KeyLines()) +
+           Section("Print preview", frmPrintPreview::KeyLines()) +
+           Section("Help", frmHelp::KeyLines()) + Section("Logs", frmLogs::KeyLines()) +
+           QStringLiteral("</body></html>\n");
 }
 
 } // namespace tarn

@@ -10,7 +10,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
-#include <QShortcut>
 #include <QSplitter>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -35,13 +34,23 @@ QString ReadPage(const char* file) {
 
 } // namespace
 
+const WindowKey<frmHelp> frmHelp::kKeys[] = {
+    {Qt::CTRL | Qt::Key_F, "find a text", &frmHelp::GoToFind},
+    {Qt::Key_F3, "next place of the text", &frmHelp::FindNext},
+    {Qt::Key_Escape, "close the window", &frmHelp::Close},
+};
+
+std::vector<keys::KeyLine> frmHelp::KeyLines() {
+    return LinesOf(kKeys);
+}
+
 frmHelp::frmHelp(WindowPlace& place, std::function<QString()> keysPage)
     : m_keysPage(keysPage), m_pages(new QListWidget()), m_page(new HelpText(std::move(keysPage))),
       m_find(new QLineEdit()), m_found(new QLabel()), m_place(*this, place) {
     setObjectName(QStringLiteral("frmHelp"));
     setWindowTitle(QStringLiteral("Tarn_View - Help"));
     MakeContents();
-    MakeKeys();
+    ConnectKeys(*this, kKeys);
     for (const HelpPageRow& page : HelpPages()) m_pages->addItem(QString::fromLatin1(page.title));
     const int em = fontMetrics().horizontalAdvance(QLatin1Char('0'));
     m_pages->setMinimumWidth(m_pages->sizeHintForColumn(0) + 2 * em);
@@ -87,13 +96,9 @@ void frmHelp::MakeContents() {
     connect(m_find, &QLineEdit::textChanged, m_found, &QLabel::clear);
 }
 
-void frmHelp::MakeKeys() {
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
-    connect(new QShortcut(Qt::Key_F3, this), &QShortcut::activated, this, &frmHelp::FindNext);
-    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this, [this] {
-        m_find->setFocus(Qt::ShortcutFocusReason);
-        m_find->selectAll();
-    });
+void frmHelp::GoToFind() {
+    m_find->setFocus(Qt::ShortcutFocusReason);
+    m_find->selectAll();
 }
 
 void frmHelp::ShowPage(int page) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "desk/places/KeptPlace.h"
+#include "widgets/WindowKeys.h"
 
 #include <QWidget>
 
@@ -27,9 +28,13 @@ public:
     // after it, round to the start.
     void FindNext();
 
+    static std::vector<keys::KeyLine> KeyLines(); // as they are read
+
 private:
     void MakeContents();
-    void MakeKeys();
+    void GoToFind();
+    void Close() { close(); }
+    static const WindowKey<frmHelp> kKeys[];
     void ShowRow(int row);
     QString HtmlOf(int row) const;
     bool FindFromStart(const QString& text, int row);

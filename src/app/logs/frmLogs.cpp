@@ -12,11 +12,21 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QShortcut>
 #include <QSplitter>
 #include <QVBoxLayout>
 
 namespace tarn {
+
+const WindowKey<frmLogs> frmLogs::kKeys[] = {
+    {Qt::CTRL | Qt::Key_F, "find a text", &frmLogs::GoToFind},
+    {Qt::Key_F3, "next place of the text", &frmLogs::FindNext},
+    {Qt::Key_F5, "read folder and file again", &frmLogs::RefreshFolder},
+    {Qt::Key_Escape, "close the window", &frmLogs::Close},
+};
+
+std::vector<keys::KeyLine> frmLogs::KeyLines() {
+    return LinesOf(kKeys);
+}
 
 frmLogs::frmLogs(Context& context)
     : m(context), m_file(context.files), m_list(new QListWidget()), m_text(new QPlainTextEdit()),
@@ -25,7 +35,7 @@ frmLogs::frmLogs(Context& context)
     setObjectName(QStringLiteral("frmLogs"));
     setWindowTitle(QStringLiteral("Tarn_View - Log files"));
     MakeContents();
-    MakeKeys();
+    ConnectKeys(*this, kKeys);
     connect(m_list, &QListWidget::currentRowChanged, this, [this] { ShowChosen(); });
     connect(m_more, &QPushButton::clicked, this, [this] { ShowMore(); });
     const int em = fontMetrics().horizontalAdvance(QLatin1Char('0'));
@@ -76,15 +86,9 @@ void frmLogs::MakeContents() {
     connect(refresh, &QPushButton::clicked, this, [this] { RefreshFolder(); });
 }
 
-void frmLogs::MakeKeys() {
-    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
-    connect(new QShortcut(Qt::Key_F3, this), &QShortcut::activated, this, &frmLogs::FindNext);
-    connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, this,
-            [this] { RefreshFolder(); });
-    connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this, [this] {
-        m_find->setFocus(Qt::ShortcutFocusReason);
-        m_find->selectAll();
-    });
+void frmLogs::GoToFind() {
+    m_find->setFocus(Qt::ShortcutFocusReason);
+    m_find->selectAll();
 }
 
 void frmLogs::ShowFolder() {

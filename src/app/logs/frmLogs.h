@@ -5,6 +5,7 @@
 #include "desk/Context.h"
 #include "desk/places/KeptPlace.h"
 #include "platform/LogFile.h"
+#include "widgets/WindowKeys.h"
 
 #include <QWidget>
 
@@ -26,12 +27,16 @@ public:
     void RefreshFolder();
     void FindNext();
 
+    static std::vector<keys::KeyLine> KeyLines(); // as they are read
+
 protected:
     void changeEvent(QEvent* event) override;
 
 private:
     void MakeContents();
-    void MakeKeys();
+    void GoToFind();
+    void Close() { close(); }
+    static const WindowKey<frmLogs> kKeys[];
     void FillList(const std::string& wanted);
     void ShowChosen();
     void ShowMore();
