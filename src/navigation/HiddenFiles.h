@@ -1,5 +1,5 @@
-// Files of a folder that the class boxes keep out of the list: how many of each class, and how that
-// is said. Files of no class are none of them. No widgets.
+// Files of a folder that the class boxes keep out of the list, and those that could be shown but
+// whose type is in no class: how many of each, and how that is said. No widgets.
 #pragma once
 
 #include "desk/state/SelectionState.h"
@@ -20,6 +20,7 @@ std::string TypesOf(const SelectionState& state, FileClass fileClass);
 struct HiddenFiles {
     FileClass fileClass = FileClass::Pictures;
     int count = 0;
+    std::vector<std::string> types; // "*.png": those that the class lacks for them; mostly none
     bool operator==(const HiddenFiles&) const = default;
 };
 
@@ -30,5 +31,8 @@ std::vector<HiddenFiles> CountHidden(const SelectionState& state,
 
 // "142 FITS files and 1 raw file are not listed"; empty for none.
 std::string HiddenText(const std::vector<HiddenFiles>& hidden);
+
+// Puts these types behind those of pictures or videos.
+void AddTypes(SelectionState& state, FileClass fileClass, const std::vector<std::string>& types);
 
 } // namespace tarn

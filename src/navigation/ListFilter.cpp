@@ -71,8 +71,12 @@ void ListFilter::TellHidden() {
 
 // A tick may build the pattern anew and leave out what another box had brought: once more then.
 void ListFilter::ShowHiddenFiles() {
+    std::string added;
     for (int round = 0; round < 2; ++round) {
         for (const HiddenFiles& hidden : CountHidden(m.state, m.controls.FileListBox->LeftOut())) {
+            AddTypes(m.state, hidden.fileClass, hidden.types);
+            for (const std::string& type : hidden.types)
+                added += (added.empty() ? "" : ", ") + type;
             QCheckBox& box = *BoxOf(hidden.fileClass);
             if (box.isChecked()) { // and yet not in the pattern
                 const QSignalBlocker silent(box);
@@ -81,6 +85,8 @@ void ListFilter::ShowHiddenFiles() {
             box.setChecked(true);
         }
     }
+    if (!added.empty())
+        m.shell.ShowMessage(added + " are listed from now on (File, Set File Type Filters...)");
 }
 
 ClassBoxes ListFilter::Boxes() const {

@@ -35,11 +35,26 @@ TEST(HiddenFiles, EachFileCountsInOneClassAndThoseOfNoClassInNone) {
     const std::vector<HiddenFiles> hidden =
         CountHidden(s, {"a.txt", "b.JPG", "c.fits", "d.css", "e.cr2", "f.dat", "g.avi", "h.fit",
                         "i.xisf", "j.fits.gz", "k.FZ"});
-    EXPECT_EQ(hidden, (std::vector<HiddenFiles>{
-                          {FileClass::Pictures, 2}, {FileClass::Web, 1}, {FileClass::Fits, 5}}));
+    EXPECT_EQ(hidden, (std::vector<HiddenFiles>{{FileClass::Pictures, 2, {}},
+                                                {FileClass::Web, 1, {}},
+                                                {FileClass::Fits, 5, {}}}));
     EXPECT_EQ(HiddenText(hidden), "2 picture files, 1 web file and 5 FITS files are not listed");
-    EXPECT_EQ(HiddenText({{FileClass::Raw, 1}}), "1 raw file is not listed");
+    EXPECT_EQ(HiddenText({{FileClass::Raw, 1, {}}}), "1 raw file is not listed");
     EXPECT_EQ(HiddenText({}), "");
+}
+
+TEST(HiddenFiles, WhatCanBeShownButIsOfNoClassCountsWithItsTypes) {
+    SelectionState s;
+    s.FileTypes = s.PictureTypes;
+    const std::vector<std::string> names = {"a.PNG", "b.heic", "c.png", "d.mp4", "e.dat", "f.fit"};
+    const std::vector<HiddenFiles> hidden = CountHidden(s, names);
+    EXPECT_EQ(HiddenText(hidden), "1 FITS file, 3 picture files of other types (png, heic) and "
+                                  "1 video file of other types (mp4) are not listed");
+    for (const HiddenFiles& each : hidden) AddTypes(s, each.fileClass, each.types);
+    EXPECT_EQ(s.PictureTypes, std::string(kPictureTypes) + ";*.png;*.heic");
+    EXPECT_EQ(s.VideoTypes, "*.avi;*.ser;*.log;*.mp4");
+    s.FileTypes = s.PictureTypes;
+    EXPECT_EQ(HiddenText(CountHidden(s, names)), "1 video file and 1 FITS file are not listed");
 }
 
 TEST(NameFilter, SixteenBoxesAtMost) {

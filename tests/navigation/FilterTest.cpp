@@ -183,6 +183,20 @@ TEST(HiddenFiles, AnEmptyListSaysThemInThePane) {
     EXPECT_NE(d.Said().find("3 FITS files"), std::string::npos) << d.Said();
 }
 
+TEST(HiddenFiles, OneClickListsTypesThatNoClassHas) {
+    HiddenDesk d;
+    TestFolder phone;
+    for (const char* name : {"a.heic", "b.jpeg", "c.mov", "d.dat"}) phone.Write(name, "x");
+    d.controls.FolderTreeview1->SetSelectedPath(phone.Path());
+    EXPECT_NE(d.Said().find("2 picture files of other types (heic, jpeg)"), std::string::npos)
+        << d.Said();
+    d.ShowThem();
+    EXPECT_EQ(d.controls.FileListBox->Count(), 3);
+    EXPECT_EQ(d.Said(), "");
+    EXPECT_EQ(d.state.VideoTypes, "*.avi;*.mov");
+    EXPECT_TRUE(d.controls.VCheck->isChecked());
+}
+
 struct TypesDesk : FilterDesk {
     TypesDesk() { controls.SetFileTypesButton->trigger(); }
     bool IsUp() const { return Find<QDialog>("frmFileTypes")->isVisible(); }
