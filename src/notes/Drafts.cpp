@@ -13,6 +13,10 @@ constexpr std::size_t kMost = 16U << 20U; // bytes of a file that can be ours
 constexpr std::size_t kMostDropped = 100; // the oldest go first
 constexpr std::string_view kHead = "draft ";
 
+bool Has(const std::vector<Draft>& drafts, const Draft& draft) {
+    return std::find(drafts.begin(), drafts.end(), draft) != drafts.end();
+}
+
 // A decimal number and the character behind it.
 std::optional<std::size_t> TakeNumber(std::string_view& bytes, char end) {
     std::size_t number = 0;
@@ -103,11 +107,28 @@ void Drafts::Saved(const std::string& text) {
     m_restored.clear();
 }
 
+// What another window has put into the file since it was written or read here stays there; what
+// that has taken out, because it is saved by now, goes here, too.
+void Drafts::TakeInOthers() {
+    const auto now = m_files.Read(FilePath(), kMost);
+    if (!now || *now == m_written) return;
+    const std::vector<Draft> before = UnpackDrafts(m_written);
+    const std::vector<Draft> standing = UnpackDrafts(*now);
+    const auto isGone = [&](const Draft& each) { return !Has(standing, each); };
+    std::erase_if(m_takenUp, isGone);
+    std::erase_if(m_others, isGone);
+    for (const Draft& each : standing)
+        if (!Has(before, each)) m_others.push_back(each);
+    m_written = *now;
+}
+
 bool Drafts::Write(std::string* error) {
+    TakeInOthers();
     std::vector<Draft> all = m_takenUp;
     const auto add = [&all](const Draft& draft) {
-        if (std::find(all.begin(), all.end(), draft) == all.end()) all.push_back(draft);
+        if (!Has(all, draft)) all.push_back(draft);
     };
+    for (const Draft& each : m_others) add(each);
     for (const Draft& each : m_dropped) add(each);
     for (const auto& place : m_places)
         if (place) add(*place);

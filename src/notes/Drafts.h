@@ -50,7 +50,8 @@ public:
     // This text is in a note file now, and with it what it was restored from.
     void Saved(const std::string& text);
 
-    // Writes what has changed; false, with the reason, when the file cannot be written.
+    // Writes what has changed, beside what another window has written meanwhile; false, with the
+    // reason, when the file cannot be written.
     bool Write(std::string* error);
 
     // At a good end: what was restored is the user's again, and is not offered again.
@@ -59,9 +60,11 @@ public:
 private:
     std::string FilePath() const;
     void Settle(const std::string& text);
+    void TakeInOthers();
 
     Files& m_files;
     std::vector<Draft> m_takenUp;
+    std::vector<Draft> m_others; // of another window
     std::vector<Draft> m_dropped;
     std::array<std::optional<Draft>, 2> m_places;
     std::string m_restored;

@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
-#include <cerrno>
 #include <charconv>
 #include <chrono>
 #include <csignal>
@@ -20,6 +19,7 @@
 #include <ctime>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace tarn {
 
@@ -44,7 +44,6 @@ constexpr int kFrames = 64;
 std::array<char, 4096> g_path{};
 std::array<char, 16384> g_about{};
 std::array<char, 4096> g_file{};
-std::array<char, 65536> g_stack{}; // a crash may come of a stack that has overflowed
 std::atomic_flag g_writes = ATOMIC_FLAG_INIT;
 
 template <std::size_t N> void Keep(std::array<char, N>& to, std::string_view text) {
@@ -122,13 +121,37 @@ void WriteNote(int signal) {
     close(file);
 }
 
+// A note that waits for a lock, which the crash has left behind, is given up.
+constexpr unsigned kPatience = 5; // seconds
+
 extern "C" void tarn_crash_handler(int signal) {
-    const int error = errno;
-    if (!g_writes.test_and_set()) WriteNote(signal);
-    errno = error;
-    // The handler has been reset by now: this ends the program as if it had never been there.
+    if (g_writes.test_and_set())
+        for (;;) pause(); // another thread writes, and ends the program
+    std::signal(SIGALRM, SIG_DFL);
+    alarm(kPatience);
+    WriteNote(signal);
+    // As if there had never been a handler.
+    std::signal(signal, SIG_DFL);
     raise(signal);
 }
+
+// A crash may come of a stack that has overflowed: each thread has another for the handler.
+struct CrashStack {
+    CrashStack() {
+        stack_t stack{};
+        stack.ss_sp = bytes.data();
+        stack.ss_size = bytes.size();
+        sigaltstack(&stack, nullptr);
+    }
+    ~CrashStack() {
+        stack_t none{};
+        none.ss_flags = SS_DISABLE;
+        sigaltstack(&none, nullptr);
+    }
+    CrashStack(const CrashStack&) = delete;
+    CrashStack& operator=(const CrashStack&) = delete;
+    std::vector<char> bytes = std::vector<char>(65536);
+};
 
 } // namespace
 
@@ -138,15 +161,17 @@ bool KeepCrashNotes(const std::string& folder, const std::string& about) {
     Keep(g_about, about);
     void* frames[1];
     backtrace(frames, 1); // its first call loads a library
-    stack_t stack{};
-    stack.ss_sp = g_stack.data();
-    stack.ss_size = g_stack.size();
-    sigaltstack(&stack, nullptr);
+    HaveCrashStack();
     struct sigaction action {};
     action.sa_handler = tarn_crash_handler;
-    action.sa_flags = SA_ONSTACK | static_cast<int>(SA_RESETHAND) | SA_NODEFER;
+    action.sa_flags = SA_ONSTACK | SA_NODEFER;
     for (const int signal : kSignals) sigaction(signal, &action, nullptr);
     return true;
+}
+
+void HaveCrashStack() {
+    if (kSanitized) return;
+    static thread_local const CrashStack stack;
 }
 
 void SetCrashFile(std::string_view path) {

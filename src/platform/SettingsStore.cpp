@@ -3,8 +3,11 @@
 #include "common/utf8.h"
 #include "platform/QtText.h"
 
+#include <QFile>
 #include <QSettings>
 #include <QStandardPaths>
+
+#include <unordered_map>
 
 namespace tarn {
 
@@ -54,15 +57,24 @@ public:
         const QVariant value = m_settings.value(ToQt(key));
         // A hand-edited value with commas comes back as a list: put it together again.
         if (value.typeId() == QMetaType::QStringList)
-            return FromStored(value.toStringList().join(", "));
-        return value.isValid() ? FromStored(value.toString()) : fallback;
+            return m_known[key] = FromStored(value.toStringList().join(", "));
+        if (!value.isValid()) return fallback;
+        return m_known[key] = FromStored(value.toString());
     }
     bool Contains(const std::string& key) const override { return m_settings.contains(ToQt(key)); }
     void Write(const std::string& key, const std::string& text) override {
+        const auto known = m_known.find(key);
+        if (known != m_known.end() && known->second == text) return;
+        m_known[key] = text;
         m_settings.setValue(ToQt(key), ToStored(text));
     }
-    void Delete() override { m_settings.remove(QString()); }
+    void Delete() override {
+        m_known.clear();
+        m_settings.remove(QString());
+    }
     bool Flush() override {
+        if (!QFile::exists(m_settings.fileName())) // somebody has taken it away
+            for (const auto& [key, text] : m_known) m_settings.setValue(ToQt(key), ToStored(text));
         m_settings.sync();
         return m_settings.status() != QSettings::AccessError; // a broken line is none
     }
@@ -71,6 +83,10 @@ public:
 
 private:
     QSettings m_settings;
+
+    // As this run has read or written them: what has not changed here is left as it stands, since
+    // another window may have changed it.
+    mutable std::unordered_map<std::string, std::string> m_known;
 };
 
 } // namespace

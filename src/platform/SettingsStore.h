@@ -13,6 +13,9 @@ public:
     // The stored text, or the default when the key was never written.
     virtual std::string Read(const std::string& key, const std::string& fallback) const = 0;
     virtual bool Contains(const std::string& key) const = 0;
+
+    // Values that are as this run has read or written them last are not written: two windows keep
+    // each other's changes.
     virtual void Write(const std::string& key, const std::string& text) = 0;
 
     // Removes the section with all its keys.

@@ -27,6 +27,36 @@ TEST(Drafts, AnyNamesAndTextsComeBack) {
         EXPECT_TRUE(UnpackDrafts(junk).empty()) << junk;
 }
 
+TEST(Drafts, OfTwoWindowsStandBesideEachOther) {
+    StateFiles files;
+    std::string error;
+    {
+        Drafts before(files);
+        before.TakeUp();
+        before.Drop({"a.jpg", "left by a crash"});
+        ASSERT_TRUE(before.Write(&error));
+    }
+    Drafts one(files);
+    Drafts two(files);
+    one.TakeUp();
+    two.TakeUp();
+    one.Set(DraftPlace::Box, {"b.jpg", "clou"});
+    ASSERT_TRUE(one.Write(&error));
+    two.Set(DraftPlace::Box, {"c.jpg", "moon"});
+    ASSERT_TRUE(two.Write(&error));
+    one.Set(DraftPlace::Box, {"b.jpg", "clouds"});
+    ASSERT_TRUE(one.Write(&error));
+    EXPECT_EQ(
+        files.OnDisk(),
+        (std::vector<Draft>{{"a.jpg", "left by a crash"}, {"c.jpg", "moon"}, {"b.jpg", "clouds"}}));
+    two.Saved("left by a crash");
+    two.Saved("moon");
+    two.Forget(DraftPlace::Box);
+    ASSERT_TRUE(two.Write(&error));
+    ASSERT_TRUE(one.Write(&error)); // which brings nothing back
+    EXPECT_EQ(files.OnDisk(), (std::vector<Draft>{{"b.jpg", "clouds"}}));
+}
+
 TEST(Drafts, StayUntilTheirTextIsSaved) {
     StateFiles files;
     std::string error;

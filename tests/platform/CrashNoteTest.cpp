@@ -71,12 +71,12 @@ TEST_P(CrashNote, TellsWhenWhereAndOnWhichFile) {
     ASSERT_NE(stack, std::string::npos);
     EXPECT_NE(note.find(TARN_CRASHER, stack), std::string::npos) << note;
 }
-INSTANTIATE_TEST_SUITE_P(Kinds, CrashNote,
-                         ::testing::Values(Kind{"null", SIGSEGV, "SIGSEGV"},
-                                           Kind{"stack", SIGSEGV, "SIGSEGV"},
-                                           Kind{"abort", SIGABRT, "SIGABRT"},
-                                           Kind{"8", SIGFPE, "SIGFPE"}, Kind{"4", SIGILL, "SIGILL"},
-                                           Kind{"7", SIGBUS, "SIGBUS"}));
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, CrashNote,
+    ::testing::Values(Kind{"null", SIGSEGV, "SIGSEGV"}, Kind{"stack", SIGSEGV, "SIGSEGV"},
+                      Kind{"thread", SIGSEGV, "SIGSEGV"}, Kind{"two", SIGFPE, "SIGFPE"},
+                      Kind{"abort", SIGABRT, "SIGABRT"}, Kind{"8", SIGFPE, "SIGFPE"},
+                      Kind{"4", SIGILL, "SIGILL"}, Kind{"7", SIGBUS, "SIGBUS"}));
 
 TEST(CrashNotes, AreTakenOnceAndKept) {
     const TestFolder folder;

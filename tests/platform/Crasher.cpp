@@ -4,6 +4,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <thread>
 
 namespace {
 
@@ -23,6 +24,16 @@ int main(int argc, char** argv) {
     if (std::strcmp(argv[2], "null") == 0) *static_cast<volatile int*>(nullptr) = 1;
     if (std::strcmp(argv[2], "stack") == 0) return Deeper(&depth);
     if (std::strcmp(argv[2], "abort") == 0) std::abort();
+    if (std::strcmp(argv[2], "thread") == 0) {
+        std::thread([&] {
+            tarn::HaveCrashStack();
+            Deeper(&depth);
+        }).join();
+    }
+    if (std::strcmp(argv[2], "two") == 0) {
+        std::thread other([] { std::raise(SIGFPE); });
+        std::raise(SIGFPE);
+    }
     std::raise(std::atoi(argv[2]));
     return 0;
 }

@@ -1,4 +1,5 @@
 #include "platform/Files.h"
+#include "platform/FileLock.h"
 #include "support/TestFolder.h"
 
 #include <QStandardPaths>
@@ -278,6 +279,19 @@ TEST(Files, WritesInPlaceWithinTheFileAlone) {
     EXPECT_FALSE(d.files->PutTimeBack(d.At("gone"), then, &error));
     EXPECT_TRUE(d.files->IsSameFile(path, d.folder.Path() + "/./a"));
     EXPECT_FALSE(d.files->IsSameFile(path, d.At("gone")));
+}
+
+TEST(FileLock, IsHeldByOneAndGoesWithItsHolder) {
+    TestFolder folder;
+    const std::string path = folder.Path() + "/window.lock";
+    auto first = std::make_unique<FileLock>(path);
+    FileLock second(path);
+    EXPECT_TRUE(first->Take());
+    EXPECT_TRUE(first->Take()); // it has it
+    EXPECT_FALSE(second.Take());
+    first.reset();
+    EXPECT_TRUE(second.Take());
+    EXPECT_FALSE(FileLock(folder.Path() + "/none/window.lock").Take());
 }
 
 } // namespace

@@ -27,6 +27,31 @@ TEST(SettingsStore, KeepsTextsAsTheyAre) {
     EXPECT_EQ(store->Location(), file);
 }
 
+TEST(SettingsStore, TwoWindowsKeepEachOthersChanges) {
+    TestFolder folder;
+    const std::string file = folder.Path() + "/settings.ini";
+    {
+        const auto before = MakeSettingsStore(file);
+        before->Write("folder", "/a");
+        before->Write("size", "10");
+    }
+    const auto one = MakeSettingsStore(file);
+    const auto two = MakeSettingsStore(file);
+    const auto read = [](const std::unique_ptr<SettingsStore>& store) {
+        return std::pair(store->Read("folder", ""), store->Read("size", ""));
+    };
+    EXPECT_EQ(read(one), read(two));
+    two->Write("size", "12");
+    EXPECT_TRUE(two->Flush());
+    one->Write("folder", "/b"); // all that it has, as at its end
+    one->Write("size", "10");
+    EXPECT_TRUE(one->Flush());
+    EXPECT_EQ(read(MakeSettingsStore(file)), std::pair(std::string("/b"), std::string("12")));
+    std::remove(file.c_str());
+    EXPECT_TRUE(one->Flush()); // what somebody took away comes back
+    EXPECT_EQ(read(MakeSettingsStore(file)), std::pair(std::string("/b"), std::string("10")));
+}
+
 TEST(SettingsStore, SaysWhenItCannotBeWritten) {
     TestFolder folder;
     folder.Write("file", "x"); // a file where a folder is needed
