@@ -1,5 +1,5 @@
-// A container opened by the library that reads it. Local files alone: what a file names elsewhere
-// stays there.
+// A container opened by the library that reads it: the file that the gate has let in, of the kinds
+// that are played, and nothing else. What a file names elsewhere stays there.
 #pragma once
 
 extern "C" {
@@ -14,7 +14,7 @@ extern "C" {
 namespace tarn {
 
 struct AvCloser {
-    void operator()(AVFormatContext* context) const { avformat_close_input(&context); }
+    void operator()(AVFormatContext* context) const;
     void operator()(AVPacket* packet) const { av_packet_free(&packet); }
 };
 using AvFile = std::unique_ptr<AVFormatContext, AvCloser>;

@@ -15,7 +15,8 @@ namespace tarn {
 
 namespace {
 
-constexpr int kMostPackets = 200; // looked at for a frame
+constexpr int kMostPackets = 200;                 // looked at for a frame
+constexpr std::int64_t kMostPixels = 100'000'000; // of it
 
 struct Closer {
     void operator()(AVCodecContext* context) const { avcodec_free_context(&context); }
@@ -67,6 +68,7 @@ QImage FirstOfAv(const std::string& path, int side) {
     if (avcodec_parameters_to_context(decoder.get(), file->streams[stream]->codecpar) < 0)
         return {};
     decoder->thread_count = 1;
+    decoder->max_pixels = kMostPixels;
     if (avcodec_open2(decoder.get(), codec, nullptr) < 0) return {};
     if (!DecodeOne(*file, stream, *decoder, *frame)) return {};
     const QTransform upright = QTransform().rotate(90.0 * QuarterTurnsOf(*file->streams[stream]));

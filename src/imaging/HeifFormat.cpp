@@ -98,7 +98,8 @@ QImage DecodeHeif(std::FILE* file, QSize, std::string& error) {
 std::string ProfileOfHeif(std::FILE* file) {
     const Heif heif(file);
     if (!heif.Error().empty()) return {};
-    std::string profile(heif_image_handle_get_raw_color_profile_size(heif.Picture()), '\0');
+    const std::size_t size = heif_image_handle_get_raw_color_profile_size(heif.Picture());
+    std::string profile(size <= kLargestProfile ? size : 0, '\0');
     if (profile.empty() ||
         heif_image_handle_get_raw_color_profile(heif.Picture(), profile.data()).code !=
             heif_error_Ok)

@@ -16,7 +16,8 @@ namespace tarn {
 
 namespace {
 
-constexpr std::size_t kHeaderBytes = 128; // of a bitmap, as much of it as counts here
+constexpr std::size_t kHeaderBytes = 128;        // of a bitmap, as much of it as counts here
+constexpr std::int64_t kMostHeld = 512LL << 20U; // bytes of a file that is put right in memory
 
 std::uint32_t Little(const std::string& bytes, std::size_t place, int size) {
     return std::uint32_t(NumberAt(bytes, place, size, false));
@@ -164,7 +165,7 @@ std::optional<KeyColor> FindKeyColor(std::FILE* file) {
     const std::string start = bytes.At(0, kFirstChunk);
     if (!IsPng(start) || start.size() < kFirstChunk || start[24] != kDeep) return {};
     const bool grey = start[25] == 0;
-    if (!grey && start[25] != 2) return {};
+    if ((!grey && start[25] != 2) || bytes.Size() > kMostHeld) return {};
     std::int64_t place = kFirstChunk;
     for (std::string head = bytes.At(place, 14); head.size() == 14; head = bytes.At(place, 14)) {
         const std::string name = head.substr(4, 4);
@@ -198,7 +199,7 @@ std::string FirstOfBitmaps(std::FILE* file) {
     const FileBytes bytes(::fileno(file));
     const std::string start = bytes.At(0, kArrayHead + kArrayHead);
     if (start.size() < kArrayHead + kArrayHead || !start.starts_with("BA") ||
-        start.compare(kArrayHead, 2, "BM") != 0)
+        start.compare(kArrayHead, 2, "BM") != 0 || bytes.Size() > kMostHeld)
         return {};
     std::string bitmap = bytes.At(kArrayHead, std::size_t(bytes.Size()));
     const std::uint32_t place = Little(bitmap, kPixelsPlace, 4) - std::uint32_t(kArrayHead);

@@ -64,7 +64,7 @@ GridPictures::~GridPictures() {
         m_ends = true;
     }
     m_changed.notify_all();
-    m_worker.join();
+    m_worker.Join();
 }
 
 void GridPictures::Expect(int generation, std::vector<GridWish> wishes) {
@@ -87,7 +87,9 @@ void GridPictures::Work() {
         m_wishes.pop_back();
         const int generation = m_generation;
         lock.unlock();
-        m_deliver(generation, wish.picture, GridPicture(wish, m_cache));
+        std::string untold; // the cell stays without a picture
+        m_deliver(generation, wish.picture,
+                  Guarded(untold, [&] { return GridPicture(wish, m_cache); }));
         lock.lock();
     }
 }

@@ -2,6 +2,7 @@
 // wished for last is all that is made: rows that were scrolled past are passed over.
 #pragma once
 
+#include "common/worker.h"
 #include "thumbnails/SharedCache.h"
 
 #include <QImage>
@@ -10,7 +11,6 @@
 #include <functional>
 #include <mutex>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace tarn {
@@ -47,7 +47,7 @@ private:
     std::vector<GridWish> m_wishes; // the next one last
     int m_generation = 0;
     bool m_ends = false;
-    std::thread m_worker;
+    Worker m_worker;
 };
 
 } // namespace tarn

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <thread>
 #include <unordered_set>
 
 namespace tarn {
@@ -81,7 +82,7 @@ ThumbRun::~ThumbRun() {
         m_ends = true;
     }
     m_changed.notify_all();
-    for (std::thread& worker : m_workers) worker.join();
+    for (Worker& worker : m_workers) worker.Join();
 }
 
 void ThumbRun::Work() {
@@ -94,8 +95,10 @@ void ThumbRun::Work() {
         const std::size_t mine = m_toBegin++;
         lock.unlock();
         Made made{true, {}, {}};
-        made.jpeg = ThumbnailJpeg(JoinPath(m_request.pictures, m_jobs[mine].name), m_request.width,
-                                  m_request.quality, made.error);
+        made.jpeg = Guarded(made.error, [&] {
+            return ThumbnailJpeg(JoinPath(m_request.pictures, m_jobs[mine].name), m_request.width,
+                                 m_request.quality, made.error);
+        });
         lock.lock();
         m_made[mine] = std::move(made);
         m_changed.notify_all();

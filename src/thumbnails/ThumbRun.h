@@ -2,6 +2,7 @@
 // list by the thread that steps.
 #pragma once
 
+#include "common/worker.h"
 #include "desk/commands/Outcome.h"
 #include "platform/Files.h"
 
@@ -10,7 +11,6 @@
 #include <functional>
 #include <mutex>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace tarn {
@@ -104,7 +104,7 @@ private:
     std::size_t m_next = 0;    // to be written
     std::size_t m_toBegin = 0; // to be taken up by a worker
     bool m_ends = false;
-    std::vector<std::thread> m_workers;
+    std::vector<Worker> m_workers;
 };
 
 } // namespace tarn

@@ -121,6 +121,43 @@ TEST(Formats, WhatTelephonesWriteIsRead) {
     }
 }
 
+// The toolkit here has readers for most of these.
+TEST(Formats, DrawingsPagesAndFilmsAreNeverGivenToTheToolkit) {
+    Files files;
+    const std::string svg = "<svg xmlns='http://www.w3.org/2000/svg' width='20' height='20'>"
+                            "<rect width='20' height='20' fill='red'/></svg>";
+    const std::string tga =
+        std::string("\0\0\2\0\0\0\0\0\0\0\0\0\4\0\4\0\x18\0", 18) + std::string(48, 'x');
+    const std::string mng = std::string("\x8AMNG\r\n\x1A\n", 8) + std::string(60, '\0');
+    for (const std::string& bytes :
+         {svg, "<?xml version='1.0'?>\n" + svg, tga, mng, std::string("%!PS-Adobe-3.0 EPSF-3.0\n"),
+          std::string("%PDF-1.4\n"), std::string("icns\0\0\0\x08", 8),
+          std::string("P7\nWIDTH 4\n")}) {
+        files.Load(bytes);
+        EXPECT_NE(files.error, "") << bytes.substr(0, 8);
+        ImgX picture;
+        EXPECT_NE(picture.LoadWithSystemReader(files.folder.Path() + "/a.jpg"), "")
+            << bytes.substr(0, 8);
+        EXPECT_EQ(ImgX::ReadFileInfo(files.folder.Path() + "/a.jpg"), QSize(0, 0));
+    }
+}
+
+TEST(Formats, KindsOfOldAreRead) {
+    Files files;
+    for (const char* format : {"BMP", "ICO", "PBM", "PGM", "PPM", "PNG", "TIFF", "WEBP", "XPM"}) {
+        const std::string bytes = PictureBytes(TellTale(32, 32), format);
+        ASSERT_NE(bytes, "") << format;
+        const ImgX picture = files.Load(bytes);
+        EXPECT_EQ(files.error, "") << format;
+        EXPECT_EQ(picture.SystemPicture().size(), QSize(32, 32)) << format;
+        if (format[1] != 'B' && format[1] != 'G') {
+            EXPECT_EQ(Quarters(picture.SystemPicture()), "rgby") << format;
+        }
+    }
+    const std::string gif("GIF89a\1\0\1\0\x80\0\0\xFF\0\0\0\0\0,\0\0\0\0\1\0\1\0\0\2\2D\1\0;", 35);
+    EXPECT_EQ(files.Load(gif).SystemPicture().pixelColor(0, 0), QColor(Qt::red)) << files.error;
+}
+
 TEST(Colors, TheProfileSaysWhatTheNumbersMean) {
     Files files;
     const std::string jpeg = JpegBytes(TellTale(80, 60));

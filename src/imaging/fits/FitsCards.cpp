@@ -1,6 +1,6 @@
 #include "imaging/fits/FitsCards.h"
 
-#include "common/file_handle.h"
+#include "platform/OpenRegular.h"
 
 #include <algorithm>
 #include <array>
@@ -61,7 +61,8 @@ bool IsReadable(std::string_view card, bool rice) {
 } // namespace
 
 bool HasReadableCards(const std::string& path, long long begin) {
-    const FileHandle file(std::fopen(path.c_str(), "rb"));
+    std::string error;
+    const FileHandle file = OpenRegular(path, error);
     if (!file || ::fseeko(file.get(), begin, SEEK_SET) != 0) return true;
     std::array<char, kCard> bytes{};
     bool rice = false;

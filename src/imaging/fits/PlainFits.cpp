@@ -1,6 +1,7 @@
 #include "imaging/fits/PackedFits.h"
 
 #include "common/file_look.h"
+#include "platform/OpenRegular.h"
 
 #include <algorithm>
 #include <list>
@@ -99,10 +100,9 @@ void Keep(const Unpacked& file) {
 
 bool IsPacked(const std::string& path) {
     std::string start(kPackedStart, '\0');
-    std::FILE* file = std::fopen(path.c_str(), "rbe");
-    if (!file) return false;
-    start.resize(std::fread(start.data(), 1, start.size(), file));
-    std::fclose(file);
+    std::string error;
+    const FileHandle file = OpenRegular(path, error);
+    start.resize(file ? std::fread(start.data(), 1, start.size(), file.get()) : 0);
     return IsPackedFits(start);
 }
 
@@ -110,11 +110,14 @@ bool IsPacked(const std::string& path) {
 
 std::string UnpackedFile::Fill(const std::string& path) {
     if (m_file < 0) return kNoMemory;
-    const gzFile packed = ::gzopen(path.c_str(), "rb");
+    std::string error;
+    OpenFile source(path, error);
+    if (!source) return error;
+    const gzFile packed = ::gzdopen(source.Number(), "rb");
     if (!packed) return kNoMemory;
+    source.Release();
     ::gzbuffer(packed, kChunk);
     std::vector<char> chunk(kChunk);
-    std::string error;
     for (int count = 0; error.empty() && (count = ::gzread(packed, chunk.data(), kChunk)) > 0;) {
         m_bytes += count;
         if (m_bytes > MostUnpacked())
