@@ -8,7 +8,7 @@ import sys
 import tempfile
 import time
 
-PATIENCE = 20  # seconds that a reader is given
+PATIENCE = 10  # seconds that a reader is given
 MOST_SECONDS = 0.5
 
 BUILD, FOLDER = sys.argv[1:3]
@@ -24,7 +24,7 @@ READERS = [
 
 
 def run(command):
-    """Seconds, megabytes, the last line told, how it ended."""
+    """Seconds, those of the processor, megabytes, the first line told, how it ended."""
     begin = time.monotonic()
     with open(OUT + ".txt", "wb") as told:
         process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=told, stderr=told)
@@ -41,7 +41,8 @@ def run(command):
     with open(OUT + ".txt", "rb") as told:
         lines = told.read(4000).decode("utf-8", "replace").split("\n")
     ended = "killed" if os.WIFSIGNALED(status) else ""
-    return time.monotonic() - begin, usage.ru_maxrss / 1024, lines[0], ended
+    busy = usage.ru_utime + usage.ru_stime
+    return time.monotonic() - begin, busy, usage.ru_maxrss / 1024, lines[0], ended
 
 
 def main():
@@ -54,13 +55,14 @@ def main():
         path = os.path.join(FOLDER, file)
         line, said = "%-30s" % file, ""
         for name, command, behind in readers:
-            seconds, megabytes, told, ended = run(command + [path] + behind)
+            seconds, busy, megabytes, told, ended = run(command + [path] + behind)
             line += "%7.2f s %4d MB" % (seconds, megabytes)
             if name == "small":
                 said = told
             own = command[0].startswith(BUILD)
             if own and (seconds > MOST_SECONDS or ended):
-                over.append("%-8s %-30s %6.2f s %5d MB %s" % (name, file, seconds, megabytes, ended))
+                over.append("%-8s %-30s %6.2f s, busy %5.2f s %5d MB %s" %
+                            (name, file, seconds, busy, megabytes, ended))
         print(line + "   " + said, flush=True)
     print("\nover %.1f s, or ended by the system:" % MOST_SECONDS)
     print("\n".join(over) or "none")

@@ -29,6 +29,7 @@ struct Source {
     Source(const std::string& path, std::string& error) : file(path, error) {}
     OpenFile file;
     std::int64_t place = 0;
+    std::int64_t left = INT64_MAX; // bytes that may still be read
 };
 
 int ReadSource(void* opaque, std::uint8_t* bytes, int most) {
@@ -36,7 +37,8 @@ int ReadSource(void* opaque, std::uint8_t* bytes, int most) {
     const ssize_t got = ::pread(source.file.Number(), bytes, std::size_t(most), source.place);
     if (got < 0) return AVERROR(errno);
     source.place += got;
-    return got == 0 ? AVERROR_EOF : int(got);
+    source.left -= got;
+    return got == 0 || source.left < 0 ? AVERROR_EOF : int(got);
 }
 
 std::int64_t SeekSource(void* opaque, std::int64_t place, int from) {
@@ -90,11 +92,13 @@ void AvCloser::operator()(AVFormatContext* context) const {
     FreeSource(source);
 }
 
-AvFile OpenAvFile(const std::string& path, const std::atomic<bool>& stop, std::string& error) {
+AvFile OpenAvFile(const std::string& path, const std::atomic<bool>& stop, std::string& error,
+                  std::int64_t most) {
     av_log_set_level(AV_LOG_QUIET);
     std::string fault;
     auto file = std::make_unique<Source>(path, fault);
     if (!file->file) return error = fault, nullptr;
+    file->left = most;
     AVIOContext* source = MakeSource(std::move(file));
     AVFormatContext* opened = source ? avformat_alloc_context() : nullptr;
     if (!opened) return FreeSource(source), error = "Not enough memory", nullptr;

@@ -22,7 +22,9 @@ using AvPacket = std::unique_ptr<AVPacket, AvCloser>;
 
 // With its streams looked at. Null and an error text when it cannot be read; `stop`, which has to
 // live as long as the file, breaks a reading off from another thread.
-AvFile OpenAvFile(const std::string& path, const std::atomic<bool>& stop, std::string& error);
+// It seems to end once `most` bytes are read in all.
+AvFile OpenAvFile(const std::string& path, const std::atomic<bool>& stop, std::string& error,
+                  std::int64_t most = INT64_MAX);
 
 std::string AvErrorText(int code);
 

@@ -16,6 +16,7 @@ namespace tarn {
 namespace {
 
 constexpr int kMostPackets = 200;                 // looked at for a frame
+constexpr std::int64_t kMostBytes = 64 << 20;     // of the file
 constexpr std::int64_t kMostPixels = 100'000'000; // of it
 
 struct Closer {
@@ -58,7 +59,7 @@ bool DecodeOne(AVFormatContext& file, int stream, AVCodecContext& decoder, AVFra
 QImage FirstOfAv(const std::string& path, int side) {
     const std::atomic<bool> never = false;
     std::string error;
-    const AvFile file = OpenAvFile(path, never, error);
+    const AvFile file = OpenAvFile(path, never, error, kMostBytes);
     if (!file) return {};
     const AVCodec* codec = nullptr;
     const int stream = av_find_best_stream(file.get(), AVMEDIA_TYPE_VIDEO, -1, -1, &codec, 0);

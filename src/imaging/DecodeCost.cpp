@@ -12,8 +12,8 @@ namespace {
 constexpr long long kSky = 28;        // three colours as samples, values and light
 constexpr long long kRaw = 20;        // samples, four colours of 16 bits, two pictures
 constexpr long long kRawReduced = 6;  // the camera's own picture, or developed at half size
-constexpr long long kHeif = 16;       // planes of the decoder and its memory, two pictures
-constexpr long long kJxl = 32;        // three colours as fractions, twice, and two pictures
+constexpr long long kHeif = 14;       // planes of 10 bits, the decoder's memory, two pictures
+constexpr long long kJxl = 16;        // colours as fractions, two pictures
 constexpr long long kDeep = 12;       // 16 bits a colour, and the picture
 constexpr long long kTwoPictures = 8; // as read, and as shown
 constexpr long long kWithIndices = 5; // grey or a palette, and the picture
@@ -30,7 +30,7 @@ long long BytesOfPixel(const PictureFormat& format, std::FILE* file, QSize wante
     if (&format == &kRawFormat) return wanted.isEmpty() ? kRaw : kRawReduced;
     if (&format == &kHeifFormat) return kHeif;
     if (&format == &kJxlFormat) return kJxl;
-    if (&format == &kTiffFormat) return kTwoPictures;
+    if (&format == &kTiffFormat) return kTwoPictures; // most have 8 bits a colour
     return ToolkitBytes(file);
 }
 

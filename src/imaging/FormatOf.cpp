@@ -24,8 +24,18 @@ constexpr Kind kKinds[] = {
 // "P1" to "P6" and a blank.
 const char* PlainNameOf(std::string_view start) {
     constexpr const char* kNames[] = {"pbm", "pgm", "ppm"};
+    constexpr char kBlanks[] = " \t\r\n";
     if (start.size() < 3 || start[0] != 'P' || start[1] < '1' || start[1] > '6') return nullptr;
-    if (std::string_view(" \t\r\n").find(start[2]) == std::string_view::npos) return nullptr;
+    if (std::string_view(kBlanks).find(start[2]) == std::string_view::npos) return nullptr;
+    // Remarks may stand between the numbers; whoever fills megabytes with them means no picture.
+    int numbers = 0;
+    for (std::size_t at = 2; at < start.size() && numbers < 2;) {
+        at = start.find_first_not_of(kBlanks, at);
+        if (at == std::string_view::npos) return nullptr;
+        if (start[at] != '#') ++numbers;
+        at = start[at] == '#' ? start.find('\n', at) : start.find_first_of(kBlanks, at);
+    }
+    if (numbers < 2) return nullptr;
     return kNames[(start[1] - '1') % 3];
 }
 

@@ -23,6 +23,10 @@ struct Closer {
 class Heif {
 public:
     explicit Heif(std::FILE* file) : m_file(file), m_context(heif_context_alloc()) {
+        if (!HasFewBoxes(FileBytes(::fileno(m_file)))) {
+            m_error = "The file has too many parts";
+            return;
+        }
         ::fseeko(m_file, 0, SEEK_END);
         m_size = ::ftello(m_file);
         std::rewind(m_file);

@@ -62,7 +62,7 @@ public:
         const std::string start = m_bytes.isEmpty() ? FileBytes(::fileno(file)).At(0, kKindBytes)
                                                     : m_bytes.left(kKindBytes).toStdString();
         m_reader.setAutoDetectImageFormat(false);
-        m_reader.setFormat(ToolkitNameOf(start));
+        m_reader.setFormat(HasLongChunk(file) ? nullptr : ToolkitNameOf(start));
         m_reader.setAutoTransform(false);
         if (m_bytes.isEmpty())
             m_reader.setDevice(&m_file);
