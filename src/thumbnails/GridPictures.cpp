@@ -1,6 +1,7 @@
 #include "thumbnails/GridPictures.h"
 
 #include "clips/ClipFrame.h"
+#include "common/stop_flag.h"
 #include "imaging/fits/ScreenStretch.h"
 #include "thumbnails/ScalePicture.h"
 
@@ -79,6 +80,7 @@ void GridPictures::Expect(int generation, std::vector<GridWish> wishes) {
 
 void GridPictures::Work() {
     ::setpriority(PRIO_PROCESS, static_cast<id_t>(::gettid()), kLowest); // this thread alone
+    const HeedsStop heeds(m_ends);
     std::unique_lock lock(m_mutex);
     for (;;) {
         m_changed.wait(lock, [this] { return m_ends || !m_wishes.empty(); });

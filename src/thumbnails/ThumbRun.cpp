@@ -2,6 +2,7 @@
 
 #include "common/codepage.h"
 #include "common/paths.h"
+#include "common/stop_flag.h"
 #include "common/text.h"
 #include "thumbnails/ScalePicture.h"
 #include "thumbnails/ThumbNames.h"
@@ -86,6 +87,7 @@ ThumbRun::~ThumbRun() {
 }
 
 void ThumbRun::Work() {
+    const HeedsStop heeds(m_ends);
     std::unique_lock lock(m_mutex);
     for (;;) {
         m_changed.wait(lock, [this] {

@@ -6,6 +6,7 @@
 #include "desk/commands/Outcome.h"
 #include "platform/Files.h"
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <functional>
@@ -53,7 +54,7 @@ struct ThumbCounts {
 class ThumbRun {
 public:
     ThumbRun(std::vector<ThumbJob> jobs, ThumbRequest request, Files& files);
-    ~ThumbRun(); // waits for the pictures in work
+    ~ThumbRun(); // breaks the pictures in work off
     ThumbRun(const ThumbRun&) = delete;
     ThumbRun& operator=(const ThumbRun&) = delete;
 
@@ -103,7 +104,7 @@ private:
     std::vector<Made> m_made;
     std::size_t m_next = 0;    // to be written
     std::size_t m_toBegin = 0; // to be taken up by a worker
-    bool m_ends = false;
+    std::atomic<bool> m_ends = false;
     std::vector<Worker> m_workers;
 };
 

@@ -41,9 +41,9 @@ void operator delete(void* memory, std::size_t) noexcept {
 namespace tarn::testing {
 namespace {
 
-// Workers get no large pieces; the reader of camera data is one.
+// Workers get no large pieces: the first bytes of a picture file are one.
 struct ShortMemory {
-    ShortMemory() { theLargest = 10'000; }
+    ShortMemory() { theLargest = 600; }
     ~ShortMemory() { theLargest = SIZE_MAX; }
 };
 
