@@ -4,6 +4,7 @@
 #include "app/help/HelpPages.h"
 #include "app/window/MenuSwitches.h"
 #include "common/numbers.h"
+#include "common/paths.h"
 #include "platform/SettingsStore.h"
 #include "widgets/Dialogs.h"
 #include "widgets/FileListBox.h"
@@ -196,6 +197,10 @@ bool House::Start(const std::string& path, const std::string& imagingError) {
     m_card->Follow();
     m_strip->Follow();
     return true;
+}
+
+void House::TellThrown(const std::string& fault) {
+    shell.ShowMessage("ERROR - '" + LastPart(state.Filename) + "': " + fault);
 }
 
 void House::Open(const std::string& path) {

@@ -60,6 +60,9 @@ public:
     // A file or folder from outside: dropped, chosen, or handed over by a second start.
     void Open(const std::string& path);
 
+    // What broke the work at the current file off.
+    void TellThrown(const std::string& fault);
+
     ShownWindows screens;
     ProgramState state;
     CurrentFile current{state};

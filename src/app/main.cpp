@@ -1,3 +1,4 @@
+#include "app/Application.h"
 #include "app/House.h"
 #include "app/SecondStart.h"
 #include "app/about/AboutText.h"
@@ -15,7 +16,6 @@
 #include "widgets/Dialogs.h"
 #include "widgets/webpane/PageBrowser.h"
 
-#include <QApplication>
 #include <QIcon>
 #include <QStyle>
 
@@ -43,7 +43,7 @@ int AnswerOptions(int argc, char** argv) {
 int main(int argc, char** argv) {
     if (const int answer = AnswerOptions(argc, argv); answer >= 0) return answer;
     tarn::PageBrowser::PrepareProgram();
-    QApplication application(argc, argv);
+    tarn::Application application(argc, argv);
     std::setlocale(LC_NUMERIC, "C"); // the player's library reads numbers by it
     QApplication::setApplicationName(QStringLiteral("tarn-view"));
     QApplication::setApplicationDisplayName(QString());
@@ -74,6 +74,7 @@ int main(int argc, char** argv) {
     tarn::House house(
         {*files, *settings, *events, *dialogs, *sound, *desktop, *clipboard, *printing});
     second.Listen([&house](const std::string& handed) { house.Open(handed); });
+    application.onThrown = [&house](const std::string& fault) { house.TellThrown(fault); };
     if (!house.Start(path, tarn::PictureLoader::ReaderError())) return 1;
     return events->ProgramEnds() ? 0 : QApplication::exec();
 }

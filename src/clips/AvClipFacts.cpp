@@ -11,7 +11,8 @@ namespace tarn {
 
 namespace {
 
-constexpr double kUsualRate = 25; // frames a second, where nothing tells
+constexpr double kUsualRate = 25;                // frames a second, where nothing tells
+constexpr std::size_t kMostPackets = 20'000'000; // looked at: days of film
 
 // All packets are looked at, none is decoded: indices of containers are not to be trusted.
 void ReadTimes(AVFormatContext& file, const AVStream& stream, ClipFacts& clip) {
@@ -23,7 +24,9 @@ void ReadTimes(AVFormatContext& file, const AVStream& stream, ClipFacts& clip) {
     bool known = false;
     bool unknown = false;
     double first = std::numeric_limits<double>::max();
-    while (av_read_frame(&file, packet.get()) >= 0) {
+    std::size_t packets = 0;
+    while (clip.times.size() < kMostFrames && ++packets < kMostPackets &&
+           av_read_frame(&file, packet.get()) >= 0) {
         const bool ours = packet->stream_index == stream.index && packet->size > 0 &&
                           (packet->flags & AV_PKT_FLAG_DISCARD) == 0;
         const bool shown = packet->pts != AV_NOPTS_VALUE; // else it says when it is decoded
@@ -67,6 +70,7 @@ ClipFacts ReadClipFacts(const std::string& path, const std::atomic<bool>& stop) 
         clip.error = stop ? "The clip was broken off" : "The clip has no frames";
         return clip;
     }
+    clip.frames = int(clip.times.size());
     const double length = clip.times.back() - clip.times.front();
     if (clip.rate <= 0 || !std::isfinite(clip.rate))
         clip.rate = length > 0 ? double(clip.times.size() - 1) / length : kUsualRate;

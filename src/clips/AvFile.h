@@ -1,5 +1,5 @@
-// A container opened by the library that reads it. Local files alone: what a file names elsewhere
-// stays there.
+// A container opened by the library that reads it: the file that the gate has let in, of the kinds
+// that are played, and nothing else. What a file names elsewhere stays there.
 #pragma once
 
 extern "C" {
@@ -14,7 +14,7 @@ extern "C" {
 namespace tarn {
 
 struct AvCloser {
-    void operator()(AVFormatContext* context) const { avformat_close_input(&context); }
+    void operator()(AVFormatContext* context) const;
     void operator()(AVPacket* packet) const { av_packet_free(&packet); }
 };
 using AvFile = std::unique_ptr<AVFormatContext, AvCloser>;
@@ -22,7 +22,9 @@ using AvPacket = std::unique_ptr<AVPacket, AvCloser>;
 
 // With its streams looked at. Null and an error text when it cannot be read; `stop`, which has to
 // live as long as the file, breaks a reading off from another thread.
-AvFile OpenAvFile(const std::string& path, const std::atomic<bool>& stop, std::string& error);
+// It seems to end once `most` bytes are read in all.
+AvFile OpenAvFile(const std::string& path, const std::atomic<bool>& stop, std::string& error,
+                  std::int64_t most = INT64_MAX);
 
 std::string AvErrorText(int code);
 

@@ -15,7 +15,9 @@ namespace tarn {
 
 namespace {
 
-constexpr int kMostPackets = 200; // looked at for a frame
+constexpr int kMostPackets = 200;                 // looked at for a frame
+constexpr std::int64_t kMostBytes = 64 << 20;     // of the file
+constexpr std::int64_t kMostPixels = 100'000'000; // of it
 
 struct Closer {
     void operator()(AVCodecContext* context) const { avcodec_free_context(&context); }
@@ -57,7 +59,7 @@ bool DecodeOne(AVFormatContext& file, int stream, AVCodecContext& decoder, AVFra
 QImage FirstOfAv(const std::string& path, int side) {
     const std::atomic<bool> never = false;
     std::string error;
-    const AvFile file = OpenAvFile(path, never, error);
+    const AvFile file = OpenAvFile(path, never, error, kMostBytes);
     if (!file) return {};
     const AVCodec* codec = nullptr;
     const int stream = av_find_best_stream(file.get(), AVMEDIA_TYPE_VIDEO, -1, -1, &codec, 0);
@@ -67,6 +69,7 @@ QImage FirstOfAv(const std::string& path, int side) {
     if (avcodec_parameters_to_context(decoder.get(), file->streams[stream]->codecpar) < 0)
         return {};
     decoder->thread_count = 1;
+    decoder->max_pixels = kMostPixels;
     if (avcodec_open2(decoder.get(), codec, nullptr) < 0) return {};
     if (!DecodeOne(*file, stream, *decoder, *frame)) return {};
     const QTransform upright = QTransform().rotate(90.0 * QuarterTurnsOf(*file->streams[stream]));

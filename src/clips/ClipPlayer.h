@@ -20,7 +20,7 @@ public:
     virtual ~ClipPlayer() = default;
 
     const ClipFacts& Facts() const { return m_clip; }
-    int Count() const { return int(m_clip.times.size()); }
+    int Count() const { return m_clip.frames; }
 
     // Shows exactly this frame and stands on it. An error text, empty when it is on show.
     virtual std::string ShowFrame(int frame) = 0;

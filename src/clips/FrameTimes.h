@@ -7,12 +7,16 @@
 
 namespace tarn {
 
+// Of a clip; what lies behind them is left out. Two days and nights.
+inline constexpr int kMostFrames = 4'320'000;
+
 struct ClipFacts {
     int width = 0; // pixels, as they are to be shown
     int height = 0;
-    int quarters = 0;          // of a turn clockwise, from the frames as stored
-    double rate = 0;           // frames a second, as stated, or counted where it is not
-    double start = 0;          // of the container, from which players count, seconds
+    int quarters = 0; // of a turn clockwise, from the frames as stored
+    double rate = 0;  // frames a second, as stated, or counted where it is not
+    double start = 0; // of the container, from which players count, seconds
+    int frames = 0;
     std::vector<double> times; // of the frames, seconds, ascending
     bool indexed = true;       // its frames are found at once
     std::string error;         // why there are none; empty otherwise

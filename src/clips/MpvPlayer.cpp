@@ -1,6 +1,8 @@
 // Plays what the libraries know.
 #include "clips/ClipsModule.h"
 #include "clips/Mci.h"
+#include "common/worker.h"
+#include "platform/OpenRegular.h"
 
 #include <QElapsedTimer>
 #include <QMetaObject>
@@ -17,7 +19,6 @@
 #include <future>
 #include <mutex>
 #include <optional>
-#include <thread>
 #include <utility>
 
 namespace tarn {
@@ -72,25 +73,25 @@ public:
         mpv_render_param params[] = {{MPV_RENDER_PARAM_API_TYPE, kind},
                                      {MPV_RENDER_PARAM_INVALID, nullptr}};
         if (mpv_render_context_create(&m_renderer, m_player, params) < 0) return;
-        m_worker = std::thread([this] { Work(); });
+        m_worker = Worker([this] { Work(); });
         mpv_render_context_set_update_callback(
             m_renderer, [](void* self) { static_cast<MpvCore*>(self)->Ask(false); }, this);
     }
     ~MpvCore() override {
-        if (m_worker.joinable()) {
+        if (m_worker.IsRunning()) {
             mpv_render_context_set_update_callback(m_renderer, nullptr, nullptr);
             {
                 const std::lock_guard lock(m_mutex);
                 m_ends = true;
             }
             m_changed.notify_all();
-            m_worker.join();
+            m_worker.Join();
         }
         if (m_renderer) mpv_render_context_free(m_renderer);
         if (m_player) mpv_terminate_destroy(m_player);
     }
 
-    bool IsReady() const { return m_worker.joinable(); }
+    bool IsReady() const { return m_worker.IsRunning(); }
     mpv_handle* Handle() const { return m_player; }
 
     // The next event of this kind; the fault when the file ends with one, or the wait.
@@ -166,7 +167,9 @@ private:
             lock.unlock();
             const bool isNew =
                 (mpv_render_context_update(m_renderer) & MPV_RENDER_UPDATE_FRAME) != 0;
-            const QImage frame = asked || isNew ? Render(size, quarters) : QImage();
+            std::string untold; // without a frame the last one stays
+            const QImage frame =
+                asked || isNew ? Guarded(untold, [&] { return Render(size, quarters); }) : QImage();
             lock.lock();
             if (asked) m_asked = false;
             if (frame.isNull()) continue;
@@ -224,7 +227,7 @@ private:
     int m_quarters = 0; // of a turn clockwise
     QImage m_frame;     // the last one made
     int m_number = 0;
-    std::thread m_worker;
+    Worker m_worker;
 };
 
 class MpvPlayer : public ClipPlayer {
@@ -251,6 +254,7 @@ private:
     }
 
     Wait m_wait;
+    std::optional<OpenFile> m_file;
     std::optional<MpvCore> m_core;
     int m_standsOn = -1; // the frame that the library is known to stand on
 };
@@ -258,8 +262,16 @@ private:
 // The library is made ready while the times of the frames are read, and then begins at the frame
 // that will be asked for first.
 std::string MpvPlayer::Open(const std::string& path) {
+    std::string refused;
+    m_file.emplace(path, refused);
+    if (!*m_file) return refused;
     std::atomic<bool> stop = false;
-    auto facts = std::async(std::launch::async, [&] { return ReadClipFacts(path, stop); });
+    auto facts = std::async(std::launch::async, [&] {
+        std::string thrown;
+        ClipFacts read = Guarded(thrown, [&] { return ReadClipFacts(path, stop); });
+        if (!thrown.empty()) read.error = thrown;
+        return read;
+    });
     m_core.emplace();
     const auto look = std::chrono::duration<double>(kLook);
     while (!stop && facts.wait_for(look) != std::future_status::ready) stop = !m_wait();
@@ -269,7 +281,8 @@ std::string MpvPlayer::Open(const std::string& path) {
     const int first = std::min(kFirstShown, Count() - 1);
     const std::string start = std::to_string(SeekTimeOf(m_clip, first) - m_clip.start);
     mpv_set_property_string(m_core->Handle(), "start", start.c_str());
-    const char* load[] = {"loadfile", path.c_str(), nullptr};
+    const std::string opened = "fd://" + std::to_string(m_file->Number());
+    const char* load[] = {"loadfile", opened.c_str(), nullptr};
     mpv_command(m_core->Handle(), load);
     m_core->SetPlayer(this);
     std::string fault = m_core->WaitFor(MPV_EVENT_PLAYBACK_RESTART, m_wait);

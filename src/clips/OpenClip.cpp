@@ -3,15 +3,19 @@
 
 #include "clips/ClipsModule.h"
 #include "clips/SerPicture.h"
+#include "platform/DecodeBudget.h"
 #include "platform/Modules.h"
+#include "platform/OpenRegular.h"
 
 namespace tarn {
 
 namespace {
 
-bool IsSerFile(const std::string& path) {
+constexpr long long kFilmBytes = 256LL << 20U; // that a decoder of films may hold of its frames
+
+bool IsSerFile(const std::string& path, std::string& error) {
     std::string start(64, '\0');
-    const FileHandle file(std::fopen(path.c_str(), "rb"));
+    const FileHandle file = OpenRegular(path, error);
     start.resize(file ? std::fread(start.data(), 1, start.size(), file.get()) : 0);
     return IsSer(start);
 }
@@ -30,15 +34,20 @@ QImage FirstOfSer(const std::string& path, int side) {
 
 std::unique_ptr<ClipPlayer> OpenClip(const std::string& path, const ClipPlayer::Wait& wait,
                                      std::string& error) {
-    if (IsSerFile(path)) return OpenSer(path, error);
+    std::string fault;
+    if (IsSerFile(path, fault)) return OpenSer(path, error);
+    if (!fault.empty()) return error = fault, nullptr;
     if (const auto* clips = FromModule<ClipsModule>()) return clips->player(path, wait, error);
     error = "The program's player of clips is not installed";
     return nullptr;
 }
 
 QImage FirstFrame(const std::string& path, int side) {
-    if (IsSerFile(path)) return FirstOfSer(path, side);
-    const auto* clips = FromModule<ClipsModule>();
+    std::string fault;
+    if (IsSerFile(path, fault)) return FirstOfSer(path, side);
+    if (!fault.empty()) return {};
+    const DecodeShare share(kFilmBytes);
+    const auto* clips = share ? FromModule<ClipsModule>() : nullptr;
     return clips ? clips->firstFrame(path, side) : QImage();
 }
 

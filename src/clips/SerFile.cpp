@@ -1,6 +1,7 @@
 #include "clips/SerFile.h"
 
 #include "common/demosaic.h"
+#include "platform/OpenRegular.h"
 
 #include <algorithm>
 #include <array>
@@ -13,11 +14,12 @@ namespace tarn {
 namespace {
 
 constexpr std::string_view kMark = "LUCAM-RECORDER";
-constexpr std::size_t kHeaderBytes = 178;
 constexpr std::uint64_t kMostPixels = 100'000'000;
 constexpr int kMostSide = 65535;       // pixels
+constexpr int kMostFrames = 4'320'000; // two hours of the fastest cameras
 constexpr double kTicks = 1e7;         // of a time, in a second
 constexpr std::size_t kTextBytes = 40; // of each name in the header
+constexpr std::size_t kTimeBytes = 8;
 
 std::uint32_t Number(const std::uint8_t* bytes) {
     return std::uint32_t(bytes[0]) | std::uint32_t(bytes[1]) << 8 | std::uint32_t(bytes[2]) << 16 |
@@ -97,9 +99,10 @@ bool SerFile::ReadAt(std::int64_t place, void* bytes, std::size_t count) {
 std::string SerFile::Open(const std::string& path) {
     m_header = {};
     m_orderKnown = false;
-    m_file.reset(std::fopen(path.c_str(), "rb"));
-    if (!m_file) return std::strerror(errno);
-    std::array<std::uint8_t, kHeaderBytes> bytes{};
+    std::string error;
+    m_file = OpenRegular(path, error);
+    if (!m_file) return error;
+    std::array<std::uint8_t, std::size_t(kHeaderBytes)> bytes{};
     if (!ReadAt(0, bytes.data(), bytes.size()) ||
         std::memcmp(bytes.data(), kMark.data(), kMark.size()) != 0)
         return "Not a SER file";
@@ -120,25 +123,36 @@ std::string SerFile::Open(const std::string& path) {
     h.instrument = TextAt(&bytes[82]);
     h.telescope = TextAt(&bytes[122]);
     if (::fseeko(m_file.get(), 0, SEEK_END) != 0) return std::strerror(errno);
-    const std::int64_t held =
-        (::ftello(m_file.get()) - std::int64_t(kHeaderBytes)) / h.FrameBytes();
+    const std::int64_t held = (::ftello(m_file.get()) - kHeaderBytes) / h.FrameBytes();
     m_framesStated = int(std::min<std::uint32_t>(frames, INT32_MAX));
     // The count is written at the end: 0 is of a recording that was broken off.
     const int counted = frames > 0 ? m_framesStated : INT32_MAX;
-    h.frames = int(std::min<std::int64_t>(held, counted));
+    h.frames = int(std::min<std::int64_t>({held, counted, kMostFrames}));
     return h.frames > 0 ? "" : "The clip has no frames";
 }
 
+bool SerFile::HasTimes() {
+    return m_header.frames == m_framesStated && ::fseeko(m_file.get(), 0, SEEK_END) == 0 &&
+           ::ftello(m_file.get()) - TimesPlace() >= m_header.frames * std::int64_t(kTimeBytes);
+}
+
+double SerFile::Length() {
+    std::array<std::uint8_t, kTimeBytes> first{};
+    std::array<std::uint8_t, kTimeBytes> last{};
+    if (!HasTimes() || !ReadAt(TimesPlace(), first.data(), kTimeBytes) ||
+        !ReadAt(TimesPlace() + (m_header.frames - 1) * std::int64_t(kTimeBytes), last.data(),
+                kTimeBytes))
+        return 0;
+    const std::int64_t begin = Ticks(first.data());
+    const std::int64_t end = Ticks(last.data());
+    return begin >= 0 && end > begin ? double(end - begin) / kTicks : 0;
+}
+
 std::vector<double> SerFile::Times() {
-    constexpr std::size_t kTimeBytes = 8;
-    if (m_header.frames != m_framesStated) return {};
+    if (!HasTimes()) return {};
     const auto count = std::size_t(m_header.frames);
-    const std::int64_t place = std::int64_t(kHeaderBytes) + m_header.FrameBytes() * m_header.frames;
-    if (::fseeko(m_file.get(), 0, SEEK_END) != 0 ||
-        ::ftello(m_file.get()) - place < std::int64_t(count * kTimeBytes))
-        return {};
     std::vector<std::uint8_t> bytes(count * kTimeBytes);
-    if (!ReadAt(place, bytes.data(), bytes.size())) return {};
+    if (!ReadAt(TimesPlace(), bytes.data(), bytes.size())) return {};
     std::vector<double> times(count);
     const std::int64_t first = Ticks(bytes.data());
     if (first < 0) return {};
@@ -164,8 +178,7 @@ void SerFile::FindByteOrder(const std::vector<std::uint8_t>& frame) {
 std::string SerFile::ReadFrame(int frame, std::vector<std::uint16_t>& samples) {
     if (frame < 0 || frame >= m_header.frames) return "There is no such frame";
     std::vector<std::uint8_t> bytes(std::size_t(m_header.FrameBytes()));
-    if (!ReadAt(std::int64_t(kHeaderBytes) + m_header.FrameBytes() * frame, bytes.data(),
-                bytes.size()))
+    if (!ReadAt(kHeaderBytes + m_header.FrameBytes() * frame, bytes.data(), bytes.size()))
         return "The frame cannot be read";
     const bool wide = m_header.SampleBytes() == 2;
     if (wide && !m_orderKnown) FindByteOrder(bytes);

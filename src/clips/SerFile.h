@@ -39,14 +39,24 @@ public:
 
     const SerHeader& Header() const { return m_header; }
 
-    // Seconds of each frame from the first; empty where the file has none that ascend.
+    // Seconds of each frame from the first; empty where the file has none that ascend. Of a long
+    // clip this is much to read.
     std::vector<double> Times();
+
+    // Seconds from the first frame to the last one; 0 where the file has no times.
+    double Length();
 
     // Samples of one frame as stored, row by row from the top, scaled to 16 bits; an error text.
     std::string ReadFrame(int frame, std::vector<std::uint16_t>& samples);
 
 private:
+    static constexpr std::int64_t kHeaderBytes = 178;
+
     bool ReadAt(std::int64_t place, void* bytes, std::size_t count);
+    bool HasTimes();
+    std::int64_t TimesPlace() const {
+        return kHeaderBytes + m_header.FrameBytes() * m_header.frames;
+    }
     void FindByteOrder(const std::vector<std::uint8_t>& frame);
 
     FileHandle m_file;

@@ -29,11 +29,9 @@ public:
         const SerHeader& header = m_file.Header();
         m_clip.width = header.width;
         m_clip.height = header.height;
-        m_clip.times = m_file.Times();
-        const double length = m_clip.times.empty() ? 0 : m_clip.times.back();
+        m_clip.frames = header.frames;
+        const double length = m_file.Length();
         m_clip.rate = length > 0 ? (header.frames - 1) / length : kUsualRate;
-        if (m_clip.times.empty())
-            for (int i = 0; i < header.frames; ++i) m_clip.times.push_back(i / kUsualRate);
         return ReadFrame(0);
     }
 
@@ -44,6 +42,7 @@ public:
     }
 
     void Play() override {
+        NeedTimes();
         m_start = m_frame;
         m_clock.start();
         m_ticks.start();
@@ -53,6 +52,7 @@ public:
 
 private:
     void Tick();
+    void NeedTimes();
     std::string ReadFrame(int frame);
     void Deliver() {
         if (onFrame && !size.isEmpty())
@@ -78,6 +78,14 @@ std::string SerPlayer::ReadFrame(int frame) {
     m_frame = frame;
     m_ended = false;
     return {};
+}
+
+// They are as many as the frames, and nobody asks for them before the clip plays.
+void SerPlayer::NeedTimes() {
+    if (!m_clip.times.empty()) return;
+    m_clip.times = m_file.Times();
+    if (m_clip.times.empty())
+        for (int i = 0; i < m_clip.frames; ++i) m_clip.times.push_back(i / m_clip.rate);
 }
 
 void SerPlayer::Tick() {

@@ -83,5 +83,8 @@ int main(int argc, char** argv) {
         std::fputs(fault.what(), stderr);
         std::fputs("\n", stderr);
         return tarn::kExitFailedFile;
+    } catch (...) {
+        std::fputs("tarn: an unknown fault\n", stderr);
+        return tarn::kExitFailedFile;
     }
 }

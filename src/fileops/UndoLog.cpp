@@ -3,7 +3,6 @@
 #include "common/paths.h"
 
 #include <algorithm>
-#include <limits>
 #include <set>
 
 namespace tarn {
@@ -15,12 +14,16 @@ bool Refuse(std::string* error, const char* why) {
     return false;
 }
 
-// A copy has the time of its original unless one of them was dated since; then the bytes tell.
+// A copy has the time of its original unless one of them was dated since; then the bytes tell, a
+// block at a time: they may be clips of many gigabytes.
 bool IsStillCopy(const Done& done, const Files& files) {
     if (files.ModifiedTime(done.to) == files.ModifiedTime(done.from)) return true;
-    constexpr std::size_t kWhole = std::numeric_limits<std::size_t>::max();
-    const auto copy = files.Read(done.to, kWhole);
-    return copy && copy == files.Read(done.from, kWhole);
+    constexpr std::size_t kBlock = 4U << 20U;
+    for (std::size_t from = 0;; from += kBlock) {
+        const auto copy = files.Read(done.to, kBlock, nullptr, from);
+        if (!copy || copy != files.Read(done.from, kBlock, nullptr, from)) return false;
+        if (copy->size() < kBlock) return true;
+    }
 }
 
 bool TakeBackCopy(const Done& done, Files& files, std::string* error) {

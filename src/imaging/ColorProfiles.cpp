@@ -1,5 +1,10 @@
 #include "imaging/ColorProfiles.h"
 
+#include "imaging/PictureFormat.h"
+#include "imaging/fits/TwoThreads.h"
+
+#include <QCryptographicHash>
+
 #include <lcms2.h>
 
 #include <array>
@@ -7,7 +12,6 @@
 #include <deque>
 #include <memory>
 #include <mutex>
-#include <thread>
 #include <vector>
 
 namespace tarn {
@@ -28,7 +32,7 @@ struct CloseTransform {
 };
 
 struct Transform {
-    std::string profile;
+    QByteArray hash; // of the profile
     std::string error;
     std::unique_ptr<void, CloseTransform> work; // null: nothing to do
     std::vector<QRgb> greys;                    // of a profile of greys: what each means
@@ -79,7 +83,6 @@ void Regrey(const std::vector<QRgb>& greys, QImage& picture) {
 
 std::shared_ptr<Transform> Make(const std::string& profile) {
     auto made = std::make_shared<Transform>();
-    made->profile = profile;
     cmsSetLogErrorHandler(nullptr);
     const std::unique_ptr<void, CloseProfile> from(
         cmsOpenProfileFromMem(profile.data(), cmsUInt32Number(profile.size())));
@@ -100,12 +103,15 @@ std::shared_ptr<Transform> Make(const std::string& profile) {
 
 // Pictures of one camera have the same one.
 std::shared_ptr<Transform> TransformOf(const std::string& profile) {
+    const QByteArray hash = QCryptographicHash::hash(
+        QByteArrayView(profile.data(), qsizetype(profile.size())), QCryptographicHash::Blake2b_256);
     static std::mutex mutex;
     static std::deque<std::shared_ptr<Transform>> kept;
     const std::lock_guard lock(mutex);
     for (const auto& each : kept)
-        if (each->profile == profile) return each;
+        if (each->hash == hash) return each;
     kept.push_front(Make(profile));
+    kept.front()->hash = hash;
     if (kept.size() > kKept) kept.pop_back();
     return kept.front();
 }
@@ -121,17 +127,19 @@ void Rows(cmsHTRANSFORM work, QImage& picture, uchar* bits, int from, int to) {
 
 std::string ToScreenColors(QImage& picture, const std::string& profile) {
     if (picture.isNull() || profile.empty()) return {};
+    if (profile.size() > kLargestProfile) return kBroken;
     const auto transform = TransformOf(profile);
     if (!transform->greys.empty()) Regrey(transform->greys, picture);
     if (!transform->work) return transform->error;
     uchar* bits = picture.bits(); // not in the threads: it may copy
     void* work = transform->work.get();
-    const bool small = (long long)(picture.width()) * picture.height() < kOneThread;
-    const int middle = small ? picture.height() : picture.height() / 2;
-    std::thread second;
-    if (!small) second = std::thread([&] { Rows(work, picture, bits, middle, picture.height()); });
-    Rows(work, picture, bits, 0, middle);
-    if (second.joinable()) second.join();
+    const auto rows = [&](std::size_t from, std::size_t to) {
+        Rows(work, picture, bits, int(from), int(to));
+    };
+    if ((long long)(picture.width()) * picture.height() < kOneThread)
+        rows(0, std::size_t(picture.height()));
+    else
+        InTwoThreads(std::size_t(picture.height()), rows);
     return {};
 }
 

@@ -2,6 +2,7 @@
 #include "imaging/PictureFormat.h"
 #include "imaging/fits/FitsPixels.h"
 #include "imaging/fits/SkyFile.h"
+#include "platform/OpenRegular.h"
 
 #include <sys/stat.h>
 

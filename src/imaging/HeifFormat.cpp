@@ -23,6 +23,10 @@ struct Closer {
 class Heif {
 public:
     explicit Heif(std::FILE* file) : m_file(file), m_context(heif_context_alloc()) {
+        if (!HasFewBoxes(FileBytes(::fileno(m_file)))) {
+            m_error = "The file has too many parts";
+            return;
+        }
         ::fseeko(m_file, 0, SEEK_END);
         m_size = ::ftello(m_file);
         std::rewind(m_file);
@@ -98,7 +102,8 @@ QImage DecodeHeif(std::FILE* file, QSize, std::string& error) {
 std::string ProfileOfHeif(std::FILE* file) {
     const Heif heif(file);
     if (!heif.Error().empty()) return {};
-    std::string profile(heif_image_handle_get_raw_color_profile_size(heif.Picture()), '\0');
+    const std::size_t size = heif_image_handle_get_raw_color_profile_size(heif.Picture());
+    std::string profile(size <= kLargestProfile ? size : 0, '\0');
     if (profile.empty() ||
         heif_image_handle_get_raw_color_profile(heif.Picture(), profile.data()).code !=
             heif_error_Ok)

@@ -13,6 +13,7 @@ namespace tarn {
 namespace {
 
 constexpr float kQuarter = 90.0F;
+constexpr long long kMostMadeUp = 1LL << 30U; // bytes of pixels that could not be read
 
 // A part of a picture of 32 bits a pixel without a copy; the picture has to outlive it.
 QImage View(const QImage& picture, const QRect& part) {
@@ -127,7 +128,12 @@ void ImgX::FetchAll() {
     if (!HasImage() || (!m_source && m_pixels.size() == m_turn.Of(m_size))) return;
     Fetch(m_size);
     SetPixels(m_pixels);
-    if (m_pixels.size() != m_turn.Of(m_size)) SetPixels(Resampled(m_pixels, m_turn.Of(m_size)));
+    const QSize all = m_turn.Of(m_size);
+    if (m_pixels.size() == all) return;
+    if (4LL * all.width() * all.height() <= kMostMadeUp)
+        SetPixels(Resampled(m_pixels, all));
+    else
+        m_size = m_turn.Of(m_pixels.size());
 }
 
 // All that there is, still to be turned and brightened.

@@ -1,4 +1,5 @@
 // JPEG files, read at the coarsest scale that will do.
+#include "common/stop_flag.h"
 #include "imaging/PictureFormat.h"
 
 #include <algorithm>
@@ -9,6 +10,7 @@
 #include <jpeglib.h>
 
 #include <jerror.h>
+#include <sys/stat.h>
 
 namespace tarn {
 
@@ -29,6 +31,7 @@ struct JpegErrors {
     jpeg_error_mgr manager; // first, the library only knows this part
     std::jmp_buf back;
     char text[JMSG_LENGTH_MAX]; // of the first that matters: what follows comes from it
+    bool stopsAtLoss;
 };
 
 extern "C" void GiveUp(j_common_ptr info) {
@@ -45,6 +48,8 @@ extern "C" void NoteWarning(j_common_ptr info, int level) {
     const bool loss = code == JWRN_JPEG_EOF || code == JWRN_HIT_MARKER;
     if (level < 0 && loss && errors->text[0] == 0)
         errors->manager.format_message(info, errors->text);
+    if (level < 0 && loss && errors->stopsAtLoss)
+        std::longjmp(errors->back, 1); // NOLINT(cert-err52-cpp): the library is C
 }
 
 // One reading of one file. The library jumps back into the method that called it, so these methods
@@ -62,6 +67,7 @@ public:
 
     bool Create(); // false when the library is of another make than its headers
     bool ReadHeader();
+    long long Cost(QSize wanted);
     bool Start(QSize wanted);
     int ReadRows(uchar* pixels, qsizetype bytesPerLine); // rows that were read
 
@@ -70,8 +76,13 @@ public:
     const char* ErrorText() const { return m_errors.text; }
 
 private:
+    void ChooseScale(QSize wanted);
+    bool IsHugeClaim() const;
     int ReadScans();
     bool ScansFitIntoMemory();
+    long long BytesOfScans() const {
+        return 2LL * m_info.image_width * m_info.image_height * m_info.num_components;
+    }
     int MostScans() const;
     bool IsCmyk() const { return m_info.out_color_space == JCS_CMYK; }
     void FromCmyk(uchar* pixels) const;
@@ -96,11 +107,7 @@ bool JpegDecoder::ReadHeader() {
     return true;
 }
 
-bool JpegDecoder::Start(QSize wanted) {
-    if (setjmp(m_errors.back)) return false;
-    const bool fourInks =
-        m_info.jpeg_color_space == JCS_CMYK || m_info.jpeg_color_space == JCS_YCCK;
-    m_info.out_color_space = fourInks ? JCS_CMYK : kPixelOrder;
+void JpegDecoder::ChooseScale(QSize wanted) {
     m_info.scale_denom = kScaleSteps;
     m_info.scale_num = wanted.isEmpty() ? kScaleSteps : 1;
     jpeg_calc_output_dimensions(&m_info);
@@ -109,6 +116,34 @@ bool JpegDecoder::Start(QSize wanted) {
         ++m_info.scale_num;
         jpeg_calc_output_dimensions(&m_info);
     }
+}
+
+// The pixels that come out; a file of several scans is held whole beside them.
+long long JpegDecoder::Cost(QSize wanted) {
+    if (setjmp(m_errors.back)) return 0;
+    ChooseScale(wanted);
+    const long long out = 4LL * m_info.output_width * m_info.output_height;
+    return out + (jpeg_has_multiple_scans(&m_info) ? BytesOfScans() : 0);
+}
+
+// The emptiest file has more than a byte for so many pixels: what is missing here is nearly all.
+bool JpegDecoder::IsHugeClaim() const {
+    constexpr long long kMostOfByte = 1024;
+    constexpr long long kSmall = 4'000'000;
+    const long long pixels = 1LL * m_info.image_width * m_info.image_height;
+    struct stat facts {};
+    const int file = ::fileno(m_file);
+    return pixels > kSmall && file >= 0 && ::fstat(file, &facts) == 0 &&
+           pixels / kMostOfByte > facts.st_size;
+}
+
+bool JpegDecoder::Start(QSize wanted) {
+    if (setjmp(m_errors.back)) return false;
+    const bool fourInks =
+        m_info.jpeg_color_space == JCS_CMYK || m_info.jpeg_color_space == JCS_YCCK;
+    m_info.out_color_space = fourInks ? JCS_CMYK : kPixelOrder;
+    ChooseScale(wanted);
+    m_errors.stopsAtLoss = IsHugeClaim();
     if (IsCmyk()) m_cmykRow.resize(std::size_t(m_info.output_width) * 4);
     m_info.buffered_image = jpeg_has_multiple_scans(&m_info);
     if (m_info.buffered_image && !ScansFitIntoMemory()) return false;
@@ -117,8 +152,7 @@ bool JpegDecoder::Start(QSize wanted) {
 
 // A file of several scans is held whole, whatever is wanted of it: 2 bytes a pixel and colour.
 bool JpegDecoder::ScansFitIntoMemory() {
-    const long long bytes = 2LL * m_info.image_width * m_info.image_height * m_info.num_components;
-    if (bytes <= PictureMemoryLimit()) return true;
+    if (BytesOfScans() <= PictureMemoryLimit()) return true;
     std::strcpy(m_errors.text, "The picture does not fit into memory"); // shorter than the field
     return false;
 }
@@ -134,7 +168,7 @@ int JpegDecoder::ReadScans() {
         const bool between = m_info.input_iMCU_row == m_info.total_iMCU_rows;
         return m_info.input_scan_number - (between ? 0 : 1);
     }
-    while (m_info.input_scan_number < MostScans() &&
+    while (!IsStopped() && m_info.input_scan_number < MostScans() &&
            jpeg_consume_input(&m_info) != JPEG_REACHED_EOI) {
     }
     return m_info.input_scan_number;
@@ -145,7 +179,7 @@ int JpegDecoder::ReadRows(uchar* pixels, qsizetype bytesPerLine) {
     if (scan < 1) return 0;
     if (setjmp(m_errors.back)) return int(m_info.output_scanline);
     if (m_info.buffered_image) jpeg_start_output(&m_info, scan);
-    while (m_info.output_scanline < m_info.output_height) {
+    while (m_info.output_scanline < m_info.output_height && !IsStopped()) {
         uchar* line = pixels + bytesPerLine * qsizetype(m_info.output_scanline);
         JSAMPROW row = IsCmyk() ? m_cmykRow.data() : line;
         jpeg_read_scanlines(&m_info, &row, 1);
@@ -172,6 +206,15 @@ QSize JpegSize(std::FILE* file, std::string& error) {
     return {};
 }
 
+} // namespace
+
+long long JpegCost(std::FILE* file, QSize wanted) {
+    JpegDecoder decoder(file);
+    return decoder.ReadHeader() ? decoder.Cost(wanted) : 0;
+}
+
+namespace {
+
 QImage DecodeJpeg(std::FILE* file, QSize wanted, std::string& error) {
     JpegDecoder decoder(file);
     if (!decoder.ReadHeader() || !decoder.Start(wanted)) {
@@ -186,7 +229,7 @@ QImage DecodeJpeg(std::FILE* file, QSize wanted, std::string& error) {
     uchar* pixels = picture.bits();
     const int rows = decoder.ReadRows(pixels, picture.bytesPerLine());
     error = decoder.ErrorText();
-    if (rows == 0) return {};
+    if (rows == 0 || IsStopped()) return {};
     // What could not be read is grey, as the library paints the rest of a file cut short.
     for (int y = rows; y < picture.height(); ++y)
         std::fill_n(reinterpret_cast<QRgb*>(picture.scanLine(y)), picture.width(), 0xFF808080);

@@ -82,7 +82,8 @@ std::string ProfileOfJxl(std::FILE* file) {
     std::size_t size = 0;
     if (jxl.Next() != JXL_DEC_BASIC_INFO || jxl.Next() != JXL_DEC_COLOR_ENCODING ||
         JxlDecoderGetICCProfileSize(jxl.get(), nullptr, JXL_COLOR_PROFILE_TARGET_DATA, &size) !=
-            JXL_DEC_SUCCESS)
+            JXL_DEC_SUCCESS ||
+        size > kLargestProfile)
         return {};
     std::string profile(size, '\0');
     JxlDecoderGetColorAsICCProfile(jxl.get(), nullptr, JXL_COLOR_PROFILE_TARGET_DATA,

@@ -47,13 +47,18 @@ struct FormatModule {
 // Whether a file that says how it is to be turned is turned by its reader.
 bool IsContainerTurned(std::FILE* file);
 
+inline constexpr std::size_t kLargestProfile = 4U << 20U; // bytes, unpacked
+
 // The colour profile of a JPEG file; empty when it has none.
 std::string ProfileOfJpeg(std::FILE* file);
+
+// The memory that its decode takes, in bytes (DecodeCost); 0 for a header that cannot be read.
+long long JpegCost(std::FILE* file, QSize wanted);
 
 // Why the JPEG library cannot be used; empty when it can.
 std::string JpegReaderError();
 
-// Bytes that one picture may take when decoded: half of what the machine has.
+// Bytes that one picture may take when decoded: those of the DecodeBudget.
 long long PictureMemoryLimit();
 
 } // namespace tarn

@@ -1,7 +1,10 @@
 #include "imaging/PictureLoader.h"
 
 #include "common/file_handle.h"
+#include "common/stop_flag.h"
+#include "common/worker.h"
 #include "imaging/ColorProfiles.h"
+#include "imaging/DecodeCost.h"
 #include "imaging/FormatOf.h"
 #include "imaging/Pixels.h"
 #include "imaging/exif/FileFront.h"
@@ -9,13 +12,13 @@
 #include "imaging/fits/ImageChoice.h"
 #include "imaging/fits/ScreenStretch.h"
 #include "imaging/fits/SkyFile.h"
+#include "platform/DecodeBudget.h"
+#include "platform/OpenRegular.h"
 
 #include <QColorSpace>
 
-#include <cerrno>
 #include <cstdio>
 #include <string_view>
-#include <system_error>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -27,33 +30,18 @@ namespace {
 
 constexpr std::size_t kReadBuffer = 256 * 1024;
 constexpr int kBytesPerPixel = 4;
+constexpr char kBrokenOff[] = "The reading was broken off";
 
-FileHandle SystemError(std::string& error) {
-    error = std::generic_category().message(errno);
-    return {};
-}
-
-FileHandle Refuse(int descriptor, const char* why, std::string& error) {
-    ::close(descriptor);
-    error = why;
-    return {};
-}
-
-// Anything but a file with content is refused: a pipe under a picture's name would never answer.
-FileHandle Buffered(int descriptor, std::string& error) {
-    if (descriptor < 0) return SystemError(error);
+FileHandle WithContent(FileHandle file, std::string& error) {
     struct stat facts {};
-    if (::fstat(descriptor, &facts) != 0 || !S_ISREG(facts.st_mode))
-        return Refuse(descriptor, "Not a file", error);
-    if (facts.st_size == 0) return Refuse(descriptor, "The file is empty", error);
-    FileHandle file(::fdopen(descriptor, "rb"));
-    if (!file) return Refuse(descriptor, "Not enough memory", error);
+    if (!file || ::fstat(::fileno(file.get()), &facts) != 0) return {};
+    if (facts.st_size == 0) return error = "The file is empty", FileHandle();
     std::setvbuf(file.get(), nullptr, _IOFBF, kReadBuffer);
     return file;
 }
 
-FileHandle OpenFile(const std::string& path, std::string& error) {
-    return Buffered(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC), error);
+FileHandle OpenPicture(const std::string& path, std::string& error) {
+    return WithContent(OpenRegular(path, error), error);
 }
 
 bool FitsIntoMemory(QSize size) {
@@ -64,16 +52,6 @@ bool FitsIntoMemory(QSize size) {
 FileLook LookOf(std::FILE* file) {
     struct stat facts {};
     return ::fstat(::fileno(file), &facts) == 0 ? tarn::LookOf(facts) : FileLook();
-}
-
-// Libraries throw when memory is short; a worker thread would end the program.
-template <typename Read> auto Guarded(std::string& error, const Read& read) -> decltype(read()) {
-    try {
-        return read();
-    } catch (const std::exception&) {
-        error = "Not enough memory";
-        return {};
-    }
 }
 
 QSize SizeOf(const PictureFormat& format, std::FILE* file, std::string& error) {
@@ -91,7 +69,7 @@ std::shared_ptr<PictureSource> MakeSource(const std::string& path, std::FILE* fi
     const ReadsImage one(image);
     const QSize size = SizeOf(format, file, error);
     if (!error.empty()) return nullptr;
-    if (!FitsIntoMemory(size)) {
+    if (!format.reduces && !FitsIntoMemory(size)) {
         error = "The picture of " + std::to_string(size.width()) + " x " +
                 std::to_string(size.height()) + " pixels does not fit into memory";
         return nullptr;
@@ -103,17 +81,18 @@ std::shared_ptr<PictureSource> MakeSource(const std::string& path, std::FILE* fi
 PictureHeader HeaderOf(const FileHandle& file) {
     if (!file) return {};
     std::string error;
-    const PictureFormat& format = FormatOf(file.get());
-    const QSize size = SizeOf(format, file.get(), error);
-    return {error.empty() ? size : QSize(0, 0), Turns(format, file.get()), &format == &kFitsFormat};
+    return Guarded(error, [&] {
+        const PictureFormat& format = FormatOf(file.get());
+        const QSize size = SizeOf(format, file.get(), error);
+        return PictureHeader{error.empty() ? size : QSize(0, 0), Turns(format, file.get()),
+                             &format == &kFitsFormat};
+    });
 }
 
 } // namespace
 
 long long PictureMemoryLimit() {
-    static const long long limit =
-        static_cast<long long>(::sysconf(_SC_PHYS_PAGES)) * ::sysconf(_SC_PAGESIZE) / 2;
-    return limit;
+    return TheDecodeBudget().Bytes();
 }
 
 bool PictureSource::Reduces() const {
@@ -128,29 +107,36 @@ bool PictureSource::Covers(QSize wanted) const {
 }
 
 QImage PictureSource::Decode(QSize wanted, std::string& error) {
-    if (!Covers(wanted)) {
-        const FileHandle file = OpenFile(m_path, error);
-        if (!file) return {};
-        const ReadsImage one(m_image);
-        const FileLook look = LookOf(file.get());
-        const std::int64_t generation = StretchGeneration();
-        if (!look.IsSameFile(m_look) || SizeOf(m_format, file.get(), error) != m_size) {
-            error = "The file has changed";
-            return {};
-        }
-        std::rewind(file.get());
-        const QImage decoded =
-            Guarded(error, [&] { return m_format.decode(file.get(), wanted, error); });
-        if (decoded.isNull() && error.empty()) error = "Not enough memory";
-        if (decoded.isNull()) return {};
-        m_decoded = decoded;
-        m_decodeError = error;
-        ShowOwnColors(file.get());
-        m_generation = generation;
-        TakeFacts(file.get(), look);
-    }
+    if (!Covers(wanted) && !Guarded(error, [&] { return DecodeAnew(wanted, error); })) return {};
     error = m_decodeError;
     return m_decoded;
+}
+
+bool PictureSource::DecodeAnew(QSize wanted, std::string& error) {
+    const FileHandle file = OpenPicture(m_path, error);
+    if (!file) return false;
+    const ReadsImage one(m_image);
+    const FileLook look = LookOf(file.get());
+    const std::int64_t generation = StretchGeneration();
+    if (!look.IsSameFile(m_look) || SizeOf(m_format, file.get(), error) != m_size)
+        return error = "The file has changed", false;
+    std::rewind(file.get());
+    const long long cost = DecodeCost(m_format, file.get(), m_size, wanted);
+    error = CostFault(cost, m_size, look.bytes);
+    if (!error.empty()) return false;
+    const DecodeShare share(cost);
+    if (!share) return error = kBrokenOff, false;
+    std::rewind(file.get());
+    const QImage decoded = m_format.decode(file.get(), wanted, error);
+    if (IsStopped()) return error = kBrokenOff, false;
+    if (decoded.isNull() && error.empty()) error = "Not enough memory";
+    if (decoded.isNull()) return false;
+    m_decoded = decoded;
+    m_decodeError = error;
+    ShowOwnColors(file.get());
+    m_generation = generation;
+    TakeFacts(file.get(), look);
+    return true;
 }
 
 void PictureSource::ShowOwnColors(std::FILE* file) {
@@ -223,13 +209,15 @@ std::string PictureLoader::ReaderError() {
 
 PictureHeader PictureLoader::ReadHeader(const std::string& path) {
     std::string error;
-    return HeaderOf(OpenFile(path, error));
+    return HeaderOf(OpenPicture(path, error));
 }
 
 PictureHeader PictureLoader::ReadHeader(int file) {
     std::string error;
-    if (::lseek(file, 0, SEEK_SET) != 0) return {};
-    return HeaderOf(Buffered(::fcntl(file, F_DUPFD_CLOEXEC, 0), error));
+    const int own = ::lseek(file, 0, SEEK_SET) == 0 ? ::fcntl(file, F_DUPFD_CLOEXEC, 0) : -1;
+    FileHandle opened(own < 0 ? nullptr : ::fdopen(own, "rb"));
+    if (own >= 0 && !opened) ::close(own);
+    return HeaderOf(WithContent(std::move(opened), error));
 }
 
 FileLook PictureLoader::LookAt(const std::string& path) {
@@ -239,21 +227,22 @@ FileLook PictureLoader::LookAt(const std::string& path) {
 
 std::shared_ptr<PictureSource> PictureLoader::Open(const std::string& path, std::string& error) {
     error.clear();
-    const FileHandle file = OpenFile(path, error);
+    const FileHandle file = OpenPicture(path, error);
     if (!file) return nullptr;
-    return MakeSource(path, file.get(), FormatOf(file.get()), error);
+    return Guarded(error,
+                   [&] { return MakeSource(path, file.get(), FormatOf(file.get()), error); });
 }
 
 std::shared_ptr<PictureSource> PictureLoader::OpenWithToolkit(const std::string& path,
                                                               std::string& error) {
     error.clear();
-    const FileHandle file = OpenFile(path, error);
+    const FileHandle file = OpenPicture(path, error);
     if (!file) return nullptr;
     if (&FormatOf(file.get()) == &kRawFormat) { // it would take the small picture in it for all
         error = "Not a picture that can be read";
         return nullptr;
     }
-    return MakeSource(path, file.get(), kToolkitFormat, error);
+    return Guarded(error, [&] { return MakeSource(path, file.get(), kToolkitFormat, error); });
 }
 
 } // namespace tarn

@@ -70,6 +70,7 @@ public:
 
 private:
     bool Covers(QSize wanted) const;
+    bool DecodeAnew(QSize wanted, std::string& error);
     void ShowOwnColors(std::FILE* file);
     void TakeFacts(std::FILE* file, const FileLook& look);
 
@@ -102,8 +103,8 @@ public:
     static FileLook LookAt(const std::string& path);
 
     // A source for the file; null and an error text ("No such file or directory", "Not a picture
-    // that can be read", ...) when it cannot be had. Refuses what would take more than half of the
-    // machine's memory.
+    // that can be read", ...) when it cannot be had. Refuses what would take more than the memory
+    // for pictures, however it is read.
     static std::shared_ptr<PictureSource> Open(const std::string& path, std::string& error);
 
     // The same by the toolkit's own reader, whatever the file is.

@@ -1,8 +1,12 @@
 #include "imaging/PicturesAhead.h"
 
+#include "common/stop_flag.h"
 #include "imaging/Pixels.h"
+#include "platform/DecodeBudget.h"
 
 #include <algorithm>
+#include <atomic>
+#include <thread>
 #include <utility>
 
 #include <unistd.h>
@@ -72,8 +76,10 @@ struct PicturesAhead::Picture {
     State state = State::Waiting;
     bool wished = true;
     bool taken = false;
-    std::int64_t bytes = 0; // held, or needed as far as known
-    bool unseen = false;    // wished once more since a worker has looked at the file
+    std::atomic<bool> stop = false;  // its decode is wanted no more
+    std::atomic<bool> hurry = false; // somebody waits for it
+    std::int64_t bytes = 0;          // held, or needed as far as known
+    bool unseen = false;             // wished once more since a worker has looked at the file
     FileLook look;
     std::shared_ptr<PictureSource> source;
 
@@ -100,7 +106,7 @@ PicturesAhead::~PicturesAhead() {
         m_ends = true;
     }
     m_changed.notify_all();
-    for (std::thread& worker : m_workers) worker.join();
+    for (Worker& worker : m_workers) worker.Join();
 }
 
 void PicturesAhead::Expect(const std::vector<PictureWish>& wishes) {
@@ -119,7 +125,9 @@ void PicturesAhead::Expect(const std::vector<PictureWish>& wishes) {
             if (std::find(next.begin(), next.end(), picture) == next.end()) next.push_back(picture);
         }
         for (const auto& picture : m_pictures) {
-            const bool stays = picture->taken || picture->state == Picture::State::Decoding;
+            const bool decodes = picture->state == Picture::State::Decoding;
+            if (decodes && !picture->wished) picture->stop = true;
+            const bool stays = picture->taken || decodes;
             if (!picture->wished) (stays ? next : m_dropped).push_back(picture);
         }
         for (const auto& picture : next) picture->taken = false;
@@ -131,7 +139,8 @@ void PicturesAhead::Expect(const std::vector<PictureWish>& wishes) {
 // What is at hand for the wish, or a new one.
 std::shared_ptr<PicturesAhead::Picture> PicturesAhead::Wished(const PictureWish& wish) const {
     auto found = Find(wish.path, wish.wanted);
-    if (found && found->state != Picture::State::Failed && !found->IsStale(found->look))
+    if (found && found->state != Picture::State::Failed && !found->stop &&
+        !found->IsStale(found->look))
         return found;
     auto made = std::make_shared<Picture>();
     made->wish = wish;
@@ -165,6 +174,7 @@ std::shared_ptr<PictureSource> PicturesAhead::Take(const std::string& path, QSiz
     const auto picture = Find(path, wanted);
     if (!picture) return nullptr;
     picture->wished = true; // so that it stays once it is ready
+    picture->hurry = true;
     m_changed.wait(lock, [&] { return picture->state != Picture::State::Decoding; });
     if (picture->state != Picture::State::Ready || picture->IsStale(now)) {
         Drop(picture.get());
@@ -262,7 +272,13 @@ void PicturesAhead::Work() {
             m_changed.notify_all();
         } else if (const auto picture = NextToDecode()) {
             ++m_working;
-            Decode(*picture, lock);
+            try {
+                Decode(*picture, lock);
+            } catch (...) { // why is found out by who shows it
+                if (!lock.owns_lock()) lock.lock();
+                picture->state = Picture::State::Failed;
+                picture->bytes = 0;
+            }
             --m_working;
             m_changed.notify_all();
         } else if (const auto known = NextToLookAt()) {
@@ -297,6 +313,8 @@ void PicturesAhead::LookAgain(const std::shared_ptr<Picture>& picture,
 void PicturesAhead::Decode(Picture& picture, std::unique_lock<std::mutex>& lock) {
     picture.state = Picture::State::Decoding;
     const PictureWish wish = picture.wish;
+    const HeedsStop heeds(picture.stop);
+    const MayHurry hurries(picture.hurry);
     lock.unlock();
     std::string error;
     auto source = PictureLoader::Open(wish.path, error);

@@ -2,6 +2,7 @@
 // those that will probably come next, at the size in which they will be shown.
 #pragma once
 
+#include "common/worker.h"
 #include "imaging/PictureLoader.h"
 
 #include <QSize>
@@ -12,7 +13,6 @@
 #include <memory>
 #include <mutex>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace tarn {
@@ -86,7 +86,7 @@ private:
     Pictures m_dropped;  // their pixels are given back by a worker, which takes time
     int m_working = 0;   // decodes under way
     bool m_ends = false;
-    std::vector<std::thread> m_workers;
+    std::vector<Worker> m_workers;
 };
 
 } // namespace tarn

@@ -1,14 +1,17 @@
 // Files that the toolkit's own reader takes: PNG, BMP, GIF, TIFF and the like.
-#include "imaging/PictureFormat.h"
+#include "imaging/FormatOf.h"
 #include "imaging/ToolkitGaps.h"
 #include "imaging/Turn.h"
 #include "imaging/exif/FileFront.h"
+#include "imaging/exif/FileKind.h"
 
 #include <QBuffer>
 #include <QFile>
 #include <QImageReader>
 #include <QLoggingCategory>
 #include <QtEndian>
+
+#include <zlib.h>
 
 #include <algorithm>
 #include <limits>
@@ -56,7 +59,10 @@ public:
         m_buffer.setBuffer(&m_bytes);
         m_buffer.open(QIODevice::ReadOnly);
         m_file.open(file, QIODevice::ReadOnly);
-        m_reader.setDecideFormatFromContent(true);
+        const std::string start = m_bytes.isEmpty() ? FileBytes(::fileno(file)).At(0, kKindBytes)
+                                                    : m_bytes.left(kKindBytes).toStdString();
+        m_reader.setAutoDetectImageFormat(false);
+        m_reader.setFormat(HasLongChunk(file) ? nullptr : ToolkitNameOf(start));
         m_reader.setAutoTransform(false);
         if (m_bytes.isEmpty())
             m_reader.setDevice(&m_file);
@@ -107,12 +113,26 @@ QImage DecodeWithToolkit(std::FILE* file, QSize, std::string& error) {
                                                               : QImage::Format_RGB32));
 }
 
+// Empty where it is damaged, or larger than profiles are.
+std::string Unpacked(std::string_view packed) {
+    constexpr std::size_t kUsual = 1U << 16U;
+    int fault = Z_BUF_ERROR;
+    std::string bytes;
+    for (std::size_t room = kUsual; fault == Z_BUF_ERROR && room <= kLargestProfile; room *= 4) {
+        bytes.resize(room);
+        uLongf count = room;
+        fault = ::uncompress(reinterpret_cast<Bytef*>(bytes.data()), &count,
+                             reinterpret_cast<const Bytef*>(packed.data()), packed.size());
+        bytes.resize(count);
+    }
+    return fault == Z_OK ? bytes : std::string();
+}
+
 // The toolkit drops a profile that it does not understand without a word. A damaged one comes as it
 // is: what takes it finds that out.
 std::string ProfileOfPng(std::FILE* file) {
-    constexpr std::size_t kLooked = 1 << 20;  // bytes before the pixels
-    constexpr std::size_t kLongestName = 80;  // with its end
-    constexpr std::uint32_t kGuess = 1 << 16; // of the size, which the toolkit corrects
+    constexpr std::size_t kLooked = 1 << 20; // bytes before the pixels
+    constexpr std::size_t kLongestName = 80; // with its end
     std::string bytes(kLooked, '\0');
     bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file));
     if (!bytes.starts_with("\x89PNG\r\n")) return {};
@@ -122,11 +142,8 @@ std::string ProfileOfPng(std::FILE* file) {
     std::string data = bytes.substr(chunk + 4, length);
     const std::size_t nameEnd = data.substr(0, kLongestName).find('\0');
     if (nameEnd == std::string::npos || nameEnd + 2 > data.size()) return data;
-    QByteArray packed(4, '\0');
-    qToBigEndian(kGuess, packed.data());
-    packed.append(data.data() + nameEnd + 2, qsizetype(data.size() - nameEnd - 2));
-    const QByteArray profile = qUncompress(packed);
-    return profile.isEmpty() ? data : profile.toStdString();
+    const std::string profile = Unpacked(std::string_view(data).substr(nameEnd + 2));
+    return profile.empty() ? data : profile;
 }
 
 } // namespace

@@ -16,7 +16,9 @@ namespace tarn {
 
 namespace {
 
-constexpr std::size_t kHeaderBytes = 128; // of a bitmap, as much of it as counts here
+constexpr std::size_t kHeaderBytes = 128;        // of a bitmap, as much of it as counts here
+constexpr std::int64_t kMostMissing = 100;       // parts, of pixels of which one is there
+constexpr std::int64_t kMostHeld = 512LL << 20U; // bytes of a file that is put right in memory
 
 std::uint32_t Little(const std::string& bytes, std::size_t place, int size) {
     return std::uint32_t(NumberAt(bytes, place, size, false));
@@ -119,11 +121,13 @@ std::optional<QImage> DecodeBitMasks(std::FILE* file, std::string& error) {
     const MaskedBitmap bitmap(header);
     if (!bitmap.IsPossible()) return error = "The size of the bitmap is wrong", QImage();
     const int rows = std::abs(bitmap.height);
+    const int size = bitmap.bits / 8;
+    const std::int64_t rowBytes = (bitmap.width * size + 3) / 4 * 4;
+    if (rowBytes * rows > kMostHeld && rowBytes * rows / kMostMissing > bytes.Size())
+        return error = "The file is too small for its pixels", QImage();
     QImage picture(int(bitmap.width), rows, QImage::Format_ARGB32);
     if (picture.isNull()) return error = "Not enough memory", QImage();
     picture.fill(0xFF808080);
-    const int size = bitmap.bits / 8;
-    const std::int64_t rowBytes = (bitmap.width * size + 3) / 4 * 4;
     bool any = false;
     for (int row = 0; row < rows; ++row) {
         const std::string data =
@@ -164,7 +168,7 @@ std::optional<KeyColor> FindKeyColor(std::FILE* file) {
     const std::string start = bytes.At(0, kFirstChunk);
     if (!IsPng(start) || start.size() < kFirstChunk || start[24] != kDeep) return {};
     const bool grey = start[25] == 0;
-    if (!grey && start[25] != 2) return {};
+    if ((!grey && start[25] != 2) || bytes.Size() > kMostHeld) return {};
     std::int64_t place = kFirstChunk;
     for (std::string head = bytes.At(place, 14); head.size() == 14; head = bytes.At(place, 14)) {
         const std::string name = head.substr(4, 4);
@@ -179,6 +183,22 @@ std::optional<KeyColor> FindKeyColor(std::FILE* file) {
         place += length;
     }
     return {};
+}
+
+bool HasLongChunk(std::FILE* file) {
+    constexpr std::int64_t kLongest = 32 << 20;
+    constexpr int kMostChunks = 10'000; // looked at
+    const FileBytes bytes(::fileno(file));
+    if (!IsPng(bytes.At(0, 8))) return false;
+    std::int64_t place = 8;
+    for (int i = 0; i < kMostChunks; ++i) {
+        const std::string head = bytes.At(place, 8);
+        if (head.size() < 8 || head.ends_with("IDAT")) return false;
+        const auto length = std::int64_t(NumberAt(head, 0, 4, true));
+        if (length > kLongest) return true;
+        place += 12 + length;
+    }
+    return false;
 }
 
 QImage ShineThrough(const QImage& picture, const KeyColor& key) {
@@ -198,7 +218,7 @@ std::string FirstOfBitmaps(std::FILE* file) {
     const FileBytes bytes(::fileno(file));
     const std::string start = bytes.At(0, kArrayHead + kArrayHead);
     if (start.size() < kArrayHead + kArrayHead || !start.starts_with("BA") ||
-        start.compare(kArrayHead, 2, "BM") != 0)
+        start.compare(kArrayHead, 2, "BM") != 0 || bytes.Size() > kMostHeld)
         return {};
     std::string bitmap = bytes.At(kArrayHead, std::size_t(bytes.Size()));
     const std::uint32_t place = Little(bitmap, kPixelsPlace, 4) - std::uint32_t(kArrayHead);

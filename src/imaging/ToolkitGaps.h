@@ -26,6 +26,10 @@ struct KeyColor {
 std::optional<KeyColor> FindKeyColor(std::FILE* file);
 QImage ShineThrough(const QImage& picture, const KeyColor& key);
 
+// Whether a PNG file says of a part in front of its pixels that it is larger than any is: the
+// library takes memory for it before it looks whether it is there.
+bool HasLongChunk(std::FILE* file);
+
 // Of an array of bitmaps, as an older system wrote them, the first as a file of its own; empty when
 // the file is none.
 std::string FirstOfBitmaps(std::FILE* file);

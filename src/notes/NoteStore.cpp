@@ -2,14 +2,11 @@
 
 #include "common/paths.h"
 #include "notes/NoteText.h"
-
-#include <limits>
+#include "platform/WholeFile.h"
 
 namespace tarn {
 
 namespace {
-
-constexpr std::size_t kWhole = std::numeric_limits<std::size_t>::max();
 
 std::string FreeNameBeside(const Files& files, const std::string& path) {
     const auto point = path.rfind('.');
@@ -44,7 +41,7 @@ bool KeepOldNote(Files& files, const std::string& path, std::string* error) {
 bool SaveNoteFile(Files& files, const std::string& path, const std::string& bytes,
                   const LoadedNote& loaded, std::string* error) {
     if (files.Exists(path)) {
-        const auto old = files.Read(path, kWhole, error);
+        const auto old = ReadWhole(files, path, kLargestNote, error);
         if (!old) return false;
         const bool seen = loaded.path == path && loaded.bytes == *old;
         const bool loses = !seen && !old->empty() && *old != bytes;

@@ -9,7 +9,8 @@
 
 namespace tarn {
 
-inline constexpr std::size_t kNoteReadLimit = 8000; // bytes that a reader takes
+inline constexpr std::size_t kNoteReadLimit = 8000;     // bytes that a reader takes
+inline constexpr std::size_t kLargestNote = 16U << 20U; // bytes of one that is replaced
 
 // Bytes of the older form (a quote in front; a quote, CR and LF behind) without its marks; any
 // other bytes as they are.

@@ -3,8 +3,7 @@
 #include "common/paths.h"
 #include "common/text.h"
 #include "notes/NoteText.h"
-
-#include <limits>
+#include "platform/WholeFile.h"
 
 namespace tarn {
 
@@ -39,7 +38,7 @@ bool NotesFolderFiles::IsNote(const std::string& path) const {
 
 void NotesFolderFiles::FixOne(const std::string& path, NotesRun& run) {
     std::string error;
-    const auto bytes = m_files.Read(path, std::numeric_limits<std::size_t>::max(), &error);
+    const auto bytes = ReadWhole(m_files, path, kLargestNote, &error);
     const auto repaired = bytes ? WithoutQuotes(*bytes) : std::nullopt;
     if (bytes && !repaired) return;
     // Nobody has seen this file: the old one is kept.

@@ -2,9 +2,9 @@
 
 #include "common/dates.h"
 #include "imaging/exif/FileFront.h"
+#include "platform/OpenRegular.h"
 
 #include <algorithm>
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -23,17 +23,14 @@ FileFacts ReadFileFacts(const std::string& path) {
     return ::stat(path.c_str(), &status) == 0 ? FactsOf(status) : FileFacts{};
 }
 
-// Non-blocking, or opening a pipe without a writer would never come back.
-PictureFile::PictureFile(const std::string& path)
-    : m_number(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
-    if (m_number < 0) {
-        m_facts = ReadFileFacts(path);
-        return;
-    }
+PictureFile::PictureFile(const std::string& path) {
+    std::string error;
+    m_number = OpenFile(path, error).Release();
     struct stat status {};
-    if (::fstat(m_number, &status) != 0) return;
-    m_facts = FactsOf(status);
-    m_hasContent = S_ISREG(status.st_mode);
+    if (m_number < 0)
+        m_facts = ReadFileFacts(path);
+    else if (::fstat(m_number, &status) == 0)
+        m_facts = FactsOf(status);
 }
 
 PictureFile::PictureFile(const FileLook& look, const std::optional<std::string>& front)
@@ -45,7 +42,7 @@ PictureFile::~PictureFile() {
 
 bool PictureFile::ReadRecord(FileRecord& record) const {
     std::optional<std::size_t> filled;
-    if (m_hasContent) {
+    if (m_number >= 0) {
         filled = ReadFileFront(m_number, record);
     } else if (m_front && *m_front) {
         filled = std::min(record.size(), (*m_front)->size());

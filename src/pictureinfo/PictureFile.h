@@ -33,7 +33,7 @@ public:
     PictureFile(const PictureFile&) = delete;
     PictureFile& operator=(const PictureFile&) = delete;
 
-    int Number() const { return m_number; } // the system's; -1 when it cannot be opened
+    int Number() const { return m_number; } // the system's; -1 for what is no file to read
     const FileFacts& Facts() const { return m_facts; }
 
     // The first bytes, or what stands for them (ReadFileFront). The rest of the record becomes zero
@@ -45,7 +45,6 @@ private:
     int m_number = -1;
     const std::optional<std::string>* m_front = nullptr;
     FileFacts m_facts;
-    bool m_hasContent = false; // a file, no folder or pipe
 };
 
 // The date of a file as text ("06/22/2004 8:15:30 PM"), empty when the file is not there.

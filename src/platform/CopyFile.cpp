@@ -2,6 +2,7 @@
 
 #include "platform/Beside.h"
 #include "platform/Descriptors.h"
+#include "platform/OpenRegular.h"
 #include "platform/Wastebasket.h"
 
 #include <fcntl.h>
@@ -116,10 +117,14 @@ bool PutIntoPlace(Beside& file, const std::string& to, std::string* error, std::
 
 bool CopyFile(const std::string& from, const std::string& to, Likeness likeness, std::string* error,
               std::string* replaced) {
-    const Handle source(::open(from.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    std::string fault;
+    const OpenFile source(from, fault);
     struct stat info {};
-    if (!source || ::fstat(source.Number(), &info) != 0) return Fail(error);
-    if (!S_ISREG(info.st_mode)) return Fail(error, S_ISDIR(info.st_mode) ? EISDIR : EINVAL);
+    if (!source) {
+        if (error) *error = fault;
+        return false;
+    }
+    if (::fstat(source.Number(), &info) != 0) return Fail(error);
     struct stat target {};
     if (::stat(to.c_str(), &target) == 0 && SameFile(info, target)) return Fail(error, EEXIST);
     const bool stands = ::lstat(to.c_str(), &target) == 0; // also a link that leads nowhere

@@ -37,13 +37,16 @@ QString Answer(const QString& program, const QStringList& arguments) {
     return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
 }
 
+constexpr qint64 kLargestEntry = 1 << 20; // bytes
+
 // The program behind a desktop entry: its command line with the place of the file filled in.
 QStringList CommandOf(const QString& entry, const QString& path) {
     for (const QString& folder :
          QStandardPaths::standardLocations(QStandardPaths::ApplicationsLocation)) {
         QFile file(folder + QLatin1Char('/') + entry);
         if (!file.open(QIODevice::ReadOnly)) continue;
-        for (const QString& line : QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'))) {
+        for (const QString& line :
+             QString::fromUtf8(file.read(kLargestEntry)).split(QLatin1Char('\n'))) {
             if (!line.startsWith(QLatin1String("Exec="))) continue;
             QStringList words = QProcess::splitCommand(line.mid(5));
             bool placed = false;

@@ -7,8 +7,10 @@
 #include "platform/Descriptors.h"
 #include "platform/FileTimes.h"
 #include "platform/FreeNames.h"
+#include "platform/OpenRegular.h"
 #include "platform/Staging.h"
 #include "platform/Wastebasket.h"
+#include "platform/WholeFile.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -23,6 +25,8 @@
 namespace tarn {
 
 namespace {
+
+constexpr std::size_t kMostInPlace = 64U << 20U; // bytes kept while a file is written over
 
 bool PutBytes(int file, std::string_view bytes) {
     return ::lseek(file, 0, SEEK_SET) == 0 && WriteAll(file, bytes) &&
@@ -48,12 +52,12 @@ bool SameFile(const struct stat& a, const struct stat& b) {
 
 std::optional<std::string> DiskChanges::Read(const std::string& path, std::size_t most,
                                              std::string* error, std::size_t from) const {
-    // Without waiting: a pipe under a note's name would hold the program up for ever.
-    const Handle file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    struct stat info {};
-    if (!file || ::fstat(file.Number(), &info) != 0) return Fail(error), std::nullopt;
-    if (!S_ISREG(info.st_mode))
-        return Fail(error, S_ISDIR(info.st_mode) ? EISDIR : EINVAL), std::nullopt;
+    std::string fault;
+    const OpenFile file(path, fault);
+    if (!file) {
+        if (error) *error = fault;
+        return {};
+    }
     std::string bytes;
     std::array<char, 1 << 16> buffer{};
     while (bytes.size() < most) {
@@ -77,7 +81,8 @@ bool DiskChanges::Write(const std::string& path, std::string_view bytes, std::st
     if (!file) {
         const int why = errno;
         const bool noLeave = why == EACCES || why == EPERM || why == EROFS;
-        const auto old = stands && noLeave ? Read(target, SIZE_MAX, error, 0) : std::nullopt;
+        const auto old =
+            stands && noLeave ? ReadWhole(*this, target, kMostInPlace, error) : std::nullopt;
         return old ? WriteInPlace(target, *old, bytes, error) : Fail(error, why);
     }
     const mode_t mode = stands ? ModeOf(target) : 0;

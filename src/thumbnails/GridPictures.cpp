@@ -1,6 +1,7 @@
 #include "thumbnails/GridPictures.h"
 
 #include "clips/ClipFrame.h"
+#include "common/stop_flag.h"
 #include "imaging/fits/ScreenStretch.h"
 #include "thumbnails/ScalePicture.h"
 
@@ -64,7 +65,7 @@ GridPictures::~GridPictures() {
         m_ends = true;
     }
     m_changed.notify_all();
-    m_worker.join();
+    m_worker.Join();
 }
 
 void GridPictures::Expect(int generation, std::vector<GridWish> wishes) {
@@ -79,6 +80,7 @@ void GridPictures::Expect(int generation, std::vector<GridWish> wishes) {
 
 void GridPictures::Work() {
     ::setpriority(PRIO_PROCESS, static_cast<id_t>(::gettid()), kLowest); // this thread alone
+    const HeedsStop heeds(m_ends);
     std::unique_lock lock(m_mutex);
     for (;;) {
         m_changed.wait(lock, [this] { return m_ends || !m_wishes.empty(); });
@@ -87,7 +89,9 @@ void GridPictures::Work() {
         m_wishes.pop_back();
         const int generation = m_generation;
         lock.unlock();
-        m_deliver(generation, wish.picture, GridPicture(wish, m_cache));
+        std::string untold; // the cell stays without a picture
+        m_deliver(generation, wish.picture,
+                  Guarded(untold, [&] { return GridPicture(wish, m_cache); }));
         lock.lock();
     }
 }

@@ -2,15 +2,16 @@
 // wished for last is all that is made: rows that were scrolled past are passed over.
 #pragma once
 
+#include "common/worker.h"
 #include "thumbnails/SharedCache.h"
 
 #include <QImage>
 
+#include <atomic>
 #include <condition_variable>
 #include <functional>
 #include <mutex>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace tarn {
@@ -31,7 +32,7 @@ public:
         std::function<void(int generation, const std::string& picture, const QImage& image)>;
 
     GridPictures(int side, Deliver deliver);
-    ~GridPictures(); // waits for the picture in work
+    ~GridPictures(); // breaks the picture in work off
     GridPictures(const GridPictures&) = delete;
     GridPictures& operator=(const GridPictures&) = delete;
 
@@ -46,8 +47,8 @@ private:
     std::condition_variable m_changed;
     std::vector<GridWish> m_wishes; // the next one last
     int m_generation = 0;
-    bool m_ends = false;
-    std::thread m_worker;
+    std::atomic<bool> m_ends = false;
+    Worker m_worker;
 };
 
 } // namespace tarn

@@ -1,11 +1,14 @@
 #include "thumbnails/SharedCache.h"
 
 #include "common/paths.h"
+#include "platform/OpenRegular.h"
 #include "platform/PrivateFolders.h"
 #include "platform/QtText.h"
 
 #include <QByteArray>
 #include <QCryptographicHash>
+#include <QFile>
+#include <QImageReader>
 #include <QStandardPaths>
 
 #include <cstdio>
@@ -41,7 +44,15 @@ std::string SharedCache::FileOf(const std::string& path) const {
 }
 
 QImage SharedCache::Read(const std::string& path, std::int64_t modified) const {
-    QImage picture(ToQt(FileOf(path)), "png");
+    std::string error;
+    const FileHandle opened = OpenRegular(FileOf(path), error);
+    QFile file;
+    if (!opened || !file.open(opened.get(), QIODevice::ReadOnly)) return {};
+    QImageReader reader(&file, "png");
+    reader.setAutoDetectImageFormat(false);
+    const QSize size = reader.size(); // others write there, too
+    if (size.width() > m_side || size.height() > m_side) return {};
+    const QImage picture = reader.read();
     if (picture.text(kTime) != QString::number(modified) ||
         picture.text(kUri).toStdString() != UriOf(path))
         return {};

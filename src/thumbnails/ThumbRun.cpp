@@ -2,12 +2,14 @@
 
 #include "common/codepage.h"
 #include "common/paths.h"
+#include "common/stop_flag.h"
 #include "common/text.h"
 #include "thumbnails/ScalePicture.h"
 #include "thumbnails/ThumbNames.h"
 
 #include <algorithm>
 #include <filesystem>
+#include <thread>
 #include <unordered_set>
 
 namespace tarn {
@@ -81,10 +83,11 @@ ThumbRun::~ThumbRun() {
         m_ends = true;
     }
     m_changed.notify_all();
-    for (std::thread& worker : m_workers) worker.join();
+    for (Worker& worker : m_workers) worker.Join();
 }
 
 void ThumbRun::Work() {
+    const HeedsStop heeds(m_ends);
     std::unique_lock lock(m_mutex);
     for (;;) {
         m_changed.wait(lock, [this] {
@@ -94,8 +97,10 @@ void ThumbRun::Work() {
         const std::size_t mine = m_toBegin++;
         lock.unlock();
         Made made{true, {}, {}};
-        made.jpeg = ThumbnailJpeg(JoinPath(m_request.pictures, m_jobs[mine].name), m_request.width,
-                                  m_request.quality, made.error);
+        made.jpeg = Guarded(made.error, [&] {
+            return ThumbnailJpeg(JoinPath(m_request.pictures, m_jobs[mine].name), m_request.width,
+                                 m_request.quality, made.error);
+        });
         lock.lock();
         m_made[mine] = std::move(made);
         m_changed.notify_all();

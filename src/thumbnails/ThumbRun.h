@@ -2,15 +2,16 @@
 // list by the thread that steps.
 #pragma once
 
+#include "common/worker.h"
 #include "desk/commands/Outcome.h"
 #include "platform/Files.h"
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <functional>
 #include <mutex>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace tarn {
@@ -53,7 +54,7 @@ struct ThumbCounts {
 class ThumbRun {
 public:
     ThumbRun(std::vector<ThumbJob> jobs, ThumbRequest request, Files& files);
-    ~ThumbRun(); // waits for the pictures in work
+    ~ThumbRun(); // breaks the pictures in work off
     ThumbRun(const ThumbRun&) = delete;
     ThumbRun& operator=(const ThumbRun&) = delete;
 
@@ -103,8 +104,8 @@ private:
     std::vector<Made> m_made;
     std::size_t m_next = 0;    // to be written
     std::size_t m_toBegin = 0; // to be taken up by a worker
-    bool m_ends = false;
-    std::vector<std::thread> m_workers;
+    std::atomic<bool> m_ends = false;
+    std::vector<Worker> m_workers;
 };
 
 } // namespace tarn

@@ -1,6 +1,8 @@
 #include "web/GalleryRun.h"
 
 #include "common/paths.h"
+#include "common/worker.h"
+#include "platform/WholeFile.h"
 #include "web/PageText.h"
 #include "web/SavedValues.h"
 #include "web/SystemError.h"
@@ -53,6 +55,11 @@ bool IsTaken(const GalleryPlan& plan, const std::string& name) {
     const bool frame = plan.frames && (name == kFrameTopName || name == kFrameThumbsName);
     return frame || name == kStyleName || name == kZoomScript || IsPicturePage(name);
 }
+
+struct Unread {
+    std::string picture;
+    std::string why;
+};
 
 } // namespace
 
@@ -122,7 +129,7 @@ bool GalleryRun::Stage(const std::string& name, std::string_view bytes) {
 bool GalleryRun::StageScript() {
     if (m_scriptStaged) return true;
     std::string error;
-    const auto bytes = m_files.Read(m_plan.script, SIZE_MAX, &error);
+    const auto bytes = ReadWhole(m_files, m_plan.script, kLargestScript, &error);
     if (!bytes) return Fail(kZoomScript, error);
     m_scriptStaged = Stage(kZoomScript, *bytes);
     return m_scriptStaged;
@@ -143,8 +150,11 @@ GalleryPicture GalleryRun::FactsOf(const GalleryItem& item) const {
 
 std::vector<GalleryPicture> GalleryRun::ReadFrom(int first) const {
     std::vector<GalleryPicture> read;
-    for (int i = first; i < std::min(first + kStretch, m_run.count) && !m_ends; ++i)
-        read.push_back(FactsOf(m_plan.items[std::size_t(i)]));
+    for (int i = first; i < std::min(first + kStretch, m_run.count) && !m_ends; ++i) try {
+            read.push_back(FactsOf(m_plan.items[std::size_t(i)]));
+        } catch (...) {
+            throw Unread{m_plan.items[std::size_t(i)].picture, ThrownText()};
+        }
     return read;
 }
 
@@ -155,7 +165,11 @@ bool GalleryRun::TakeStretch() {
     };
     if (!m_coming.valid()) m_coming = coming(m_done);
     if (m_coming.wait_for(kPatience) == std::future_status::timeout) return false;
-    m_read = m_coming.get();
+    try {
+        m_read = m_coming.get();
+    } catch (const Unread& fault) {
+        return Fail(LastPart(m_plan.indexPath), "'" + fault.picture + "' - " + fault.why);
+    }
     if (m_done + kStretch < m_run.count) m_coming = coming(m_done + kStretch);
     return true;
 }
@@ -194,7 +208,7 @@ bool GalleryRun::CallsScript(const std::vector<std::string>& going) const {
     for (const std::string& name :
          m_files.FileNames(m_folder).value_or(std::vector<std::string>())) {
         if (!IsPageName(name) || has(going, name) || has(m_names, name)) continue;
-        const auto bytes = m_files.Read(JoinPath(m_folder, name), SIZE_MAX);
+        const auto bytes = m_files.Read(JoinPath(m_folder, name), kLargestPage);
         if (bytes && bytes->find(kZoomScript) != std::string::npos) return true;
     }
     return false;

@@ -1,6 +1,7 @@
 #include "web/PageBuild.h"
 
 #include "common/paths.h"
+#include "platform/WholeFile.h"
 #include "web/PageHead.h"
 #include "web/PageText.h"
 #include "web/SavedValues.h"
@@ -9,6 +10,8 @@
 namespace tarn {
 
 namespace {
+
+constexpr std::size_t kLargestText = 16U << 20U; // bytes of a text that is put into a page
 
 // One that stands there as it is need not be written again.
 bool PutScript(Files& files, const std::string& path, const std::string& bytes,
@@ -38,7 +41,7 @@ bool PageBuild::Begin(const HtmlSettings& settings, const std::string& now,
         return Fail(error);
     if (settings.HtmlZoomPan != 0) {
         const std::string target = JoinPath(FolderOf(m_path), kZoomScript);
-        const auto bytes = m_files.Read(script, SIZE_MAX, &error);
+        const auto bytes = ReadWhole(m_files, script, kLargestScript, &error);
         if (!bytes || !PutScript(m_files, target, *bytes, &error)) {
             m_fault = {"Copy javascript file error",
                        ErrorBoxText("Error creating javascript file", m_path, error)};
@@ -82,13 +85,17 @@ void PageBuild::SetLinkTarget(const std::string& name) {
 }
 
 std::vector<std::string> TextFileLines(const Files& files, const std::string& path) {
-    const std::string bytes = files.Read(path, SIZE_MAX).value_or(std::string());
+    std::string bytes = files.Read(path, kLargestText + 1).value_or(std::string());
+    const bool goesOn = bytes.size() > kLargestText;
+    if (goesOn) bytes.resize(kLargestText);
     std::vector<std::string> lines;
     for (std::size_t from = 0; from < bytes.size();) {
         const std::size_t end = std::min(bytes.find_first_of("\r\n", from), bytes.size());
         lines.push_back(bytes.substr(from, end - from));
         from = end + (bytes.compare(end, kLineEnd.size(), kLineEnd) == 0 ? 2 : 1);
     }
+    if (goesOn)
+        lines.push_back("(the first " + std::to_string(kLargestText) + " bytes of the file)");
     return lines;
 }
 

@@ -56,6 +56,7 @@ void AddStyleLink(PageText& page);
 
 inline constexpr char kStyleName[] = "slides.css";
 inline constexpr char kZoomScript[] = "wheelzoom.js";
+inline constexpr std::size_t kLargestScript = 1U << 20U; // bytes, and of the picture of clips
 inline constexpr char kDocumentType[] = "<!DOCTYPE HTML PUBLIC \"-//W3C//DTD HTML 4.01//EN\">";
 inline constexpr char kZoomHint[] = "Use mouse wheel to zoom, left click and hold to pan";
 

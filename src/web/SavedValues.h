@@ -15,6 +15,9 @@
 
 namespace tarn {
 
+// Bytes of a page that is read for its options, or for what it needs.
+inline constexpr std::size_t kLargestPage = 64U << 20U;
+
 template <class Settings> struct SavedValue {
     std::string_view name; // its key in the settings, or its own name
     std::variant<bool Settings::*, int Settings::*, std::string Settings::*> field;

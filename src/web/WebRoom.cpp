@@ -3,6 +3,7 @@
 #include "common/paths.h"
 #include "platform/Desktop.h"
 #include "platform/Files.h"
+#include "platform/WholeFile.h"
 #include "web/SavedValues.h"
 #include "web/frmHtmlLayout.h"
 #include "web/frmHtmlThumb.h"
@@ -48,7 +49,10 @@ void WebRoom::HtmlThumbButton_Click() {
             !m.dialogs.Confirm(Dialogs::Icon::Exclamation, "Confirm Html Overwrite",
                                path + "\nWill be overwritten and all Image*.html files deleted!"))
             return;
-        const auto page = m.files.Read(path, SIZE_MAX);
+        std::string error;
+        const auto page = ReadWhole(m.files, path, kLargestPage, &error);
+        if (!page)
+            m.shell.ShowMessage("'" + LastPart(path) + "' - its settings are not read: " + error);
         if (page) ReadSavedValues(*page, static_cast<GallerySettings&>(m.state));
     }
     if (!m_gallery) m_gallery = std::make_unique<frmHtmlThumb>(m);

@@ -12,6 +12,7 @@
 #include "platform/EventPump.h"
 #include "platform/Files.h"
 #include "platform/ProgramFiles.h"
+#include "platform/WholeFile.h"
 #include "web/FileEntries.h"
 #include "web/FormParts.h"
 #include "web/PageHead.h"
@@ -52,7 +53,10 @@ std::string frmHtmlLayout::AskForPage(const char* title) {
 
 void frmHtmlLayout::ReadSavedSettings(const std::string& path) {
     if (!m_appendOption->isChecked()) return;
-    const auto page = m.files.Read(path, SIZE_MAX);
+    std::string error;
+    const auto page = ReadWhole(m.files, path, kLargestPage, &error);
+    if (!page)
+        m.shell.ShowMessage("'" + LastPart(path) + "' - its settings are not read: " + error);
     if (page && ReadSavedValues(*page, static_cast<HtmlSettings&>(m.state))) m_fields.Load(m.state);
 }
 
@@ -199,7 +203,7 @@ void frmHtmlLayout::CopyVideoPicture() {
     const std::string target = JoinPath(FolderOf(m.state.Filename), kVideoPicture);
     if (m.files.Exists(target)) return;
     std::string error;
-    const auto bytes = m.files.Read(ProgramFile(kVideoPicture), SIZE_MAX, &error);
+    const auto bytes = ReadWhole(m.files, ProgramFile(kVideoPicture), kLargestScript, &error);
     if (bytes && m.files.Write(target, *bytes, &error)) return;
     if (std::exchange(m_videoFaultTold, true)) return; // once a run
     m.dialogs.Message(Dialogs::Icon::Exclamation, "Copy mp4 image jpg file error",

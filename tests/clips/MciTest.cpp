@@ -2,12 +2,15 @@
 #include "support/TestFolder.h"
 
 #include "clips/ClipFrame.h"
+#include "clips/ClipPlayer.h"
 #include "clips/Mci.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 
 #include <gtest/gtest.h>
+
+#include <sys/stat.h>
 
 namespace tarn::testing {
 namespace {
@@ -218,6 +221,37 @@ TEST(Mci, TellsWhatCannotBeOpened) {
     }
     EXPECT_EQ(clip.Send("nonsense"), "code 3");
     EXPECT_EQ(clip.mci->ErrorText(99), "");
+}
+
+// Nobody writes into it, and the grid of the list waits for its picture when it ends.
+TEST(Mci, PipesAreToldAndNeverWaitedFor) {
+    for (const char* name : {"a.avi", "a.ser"}) {
+        const TestFolder folder;
+        const std::string path = folder.Path() + "/" + name;
+        ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+        std::string error;
+        EXPECT_EQ(OpenClip(
+                      path, [] { return true; }, error),
+                  nullptr);
+        EXPECT_EQ(error, "Not a file but a pipe");
+        EXPECT_TRUE(FirstFrame(path, 64).isNull());
+    }
+}
+
+TEST(Mci, ListsThatNameOtherFilesAreNoClips) {
+    const TestFolder folder;
+    ASSERT_TRUE(MakeClip(folder.Path() + "/real.avi", 5, "-c:v mjpeg -q:v 2 -pix_fmt yuvj422p"));
+    const std::string real = "real.avi\n";
+    for (const std::string& list :
+         {"ffconcat version 1.0\nfile " + real, "#EXTM3U\n#EXTINF:1,\n" + real}) {
+        const std::string path = folder.Write("list.avi", list);
+        std::string error;
+        EXPECT_EQ(OpenClip(
+                      path, [] { return true; }, error),
+                  nullptr);
+        EXPECT_NE(error, "");
+        EXPECT_TRUE(FirstFrame(path, 64).isNull());
+    }
 }
 
 } // namespace tarn::testing

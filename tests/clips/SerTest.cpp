@@ -127,4 +127,18 @@ TEST(Ser, DamagedFilesAreRefusedOrShortened) {
     EXPECT_NE(d.file.Open(d.folder.Path() + "/none.ser"), "");
 }
 
+// A sparse file of a few blocks on the disk claims two billion frames.
+TEST(Ser, FramesAndTimesOfAHugeClaimAreBounded) {
+    SerDesk d;
+    std::string head = SerBytes({1, 1, 8, 0, false, {{7}}}).substr(0, 178);
+    for (int i = 38; i < 41; ++i) head[std::size_t(i)] = '\xFF';
+    head[41] = 0x6F;
+    const std::string path = d.folder.Write("a.ser", head);
+    std::filesystem::resize_file(path, 178 + 18LL * 0x6FFFFFFF);
+    ASSERT_EQ(d.file.Open(path), "");
+    EXPECT_LE(d.file.Header().frames, 5'000'000);
+    EXPECT_EQ(d.file.Times(), std::vector<double>());
+    EXPECT_EQ(d.file.Length(), 0);
+}
+
 } // namespace tarn::testing

@@ -129,4 +129,19 @@ TEST_F(FitsImages, PackedFilesAreReadAsWhatIsInThem) {
     EXPECT_FALSE(IsSkyFile(folder.Write("d.gz", packed.substr(0, 9))));
 }
 
+// The first is never unpacked, the second never given to the library.
+TEST_F(FitsImages, WhatItsHeaderMakesHopelessIsToldAtOnce) {
+    std::string huge = FitsBytes(8, {10, 10}, Ramp);
+    for (const char* axis : {"NAXIS1", "NAXIS2"})
+        huge.replace(huge.find(axis) + 10, 20, 15, ' ').replace(huge.find(axis) + 25, 0, "99999");
+    const std::string packed = folder.Write("a.fits.gz", Gzipped(huge + std::string(8 << 20, 'x')));
+    EXPECT_FALSE(FitsPixels::Read(packed, 0, 0, error));
+    EXPECT_EQ(error, "The FITS file cannot be read: it is too large when unpacked");
+    const std::vector<FitsWord> words(40'000, FitsWord{"REMARK", "'x'"});
+    error.clear();
+    EXPECT_FALSE(
+        FitsPixels::Read(folder.Write("b.fits", FitsBytes(8, {10, 10}, Ramp, words)), 0, 0, error));
+    EXPECT_EQ(error, "The FITS file cannot be read: its header has too many lines");
+}
+
 } // namespace

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 #include <lcms2.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 
@@ -118,6 +119,75 @@ TEST(Formats, WhatTelephonesWriteIsRead) {
         std::filesystem::resize_file(path, std::filesystem::file_size(path) / 2);
         ImgX cut;
         EXPECT_NE(cut.LoadFile(path, {}), "") << name;
+    }
+}
+
+// The toolkit here has readers for most of these.
+TEST(Formats, DrawingsPagesAndFilmsAreNeverGivenToTheToolkit) {
+    Files files;
+    const std::string svg = "<svg xmlns='http://www.w3.org/2000/svg' width='20' height='20'>"
+                            "<rect width='20' height='20' fill='red'/></svg>";
+    const std::string tga =
+        std::string("\0\0\2\0\0\0\0\0\0\0\0\0\4\0\4\0\x18\0", 18) + std::string(48, 'x');
+    const std::string mng = std::string("\x8AMNG\r\n\x1A\n", 8) + std::string(60, '\0');
+    for (const std::string& bytes :
+         {svg, "<?xml version='1.0'?>\n" + svg, tga, mng, std::string("%!PS-Adobe-3.0 EPSF-3.0\n"),
+          std::string("%PDF-1.4\n"), std::string("icns\0\0\0\x08", 8),
+          std::string("P7\nWIDTH 4\n")}) {
+        files.Load(bytes);
+        EXPECT_NE(files.error, "") << bytes.substr(0, 8);
+        ImgX picture;
+        EXPECT_NE(picture.LoadWithSystemReader(files.folder.Path() + "/a.jpg"), "")
+            << bytes.substr(0, 8);
+        EXPECT_EQ(ImgX::ReadFileInfo(files.folder.Path() + "/a.jpg"), QSize(0, 0));
+    }
+}
+
+TEST(Formats, KindsOfOldAreRead) {
+    Files files;
+    for (const char* format : {"BMP", "ICO", "PBM", "PGM", "PPM", "PNG", "TIFF", "WEBP", "XPM"}) {
+        const std::string bytes = PictureBytes(TellTale(32, 32), format);
+        ASSERT_NE(bytes, "") << format;
+        const ImgX picture = files.Load(bytes);
+        EXPECT_EQ(files.error, "") << format;
+        EXPECT_EQ(picture.SystemPicture().size(), QSize(32, 32)) << format;
+        if (format[1] != 'B' && format[1] != 'G') {
+            EXPECT_EQ(Quarters(picture.SystemPicture()), "rgby") << format;
+        }
+    }
+    const std::string gif("GIF89a\1\0\1\0\x80\0\0\xFF\0\0\0\0\0,\0\0\0\0\1\0\1\0\0\2\2D\1\0;", 35);
+    EXPECT_EQ(files.Load(gif).SystemPicture().pixelColor(0, 0), QColor(Qt::red)) << files.error;
+}
+
+// Each kept its reader busy for seconds, or took gigabytes, before it found that nothing is there.
+TEST(Formats, PartsThatAreOnlyClaimedAreToldAtOnce) {
+    const auto little = [](std::uint32_t number) {
+        return std::string(reinterpret_cast<const char*>(&number), 4);
+    };
+    std::string png = PictureBytes(TellTale(32, 32), "PNG").substr(0, 33);
+    png += std::string("\x7F\xFF\xFF\xFFtEXt", 8);
+    const std::string masks = "BM" + little(0) + little(0) + little(66) + little(40) +
+                              little(40000) + little(40000) + little(32 << 16 | 1) + little(3) +
+                              std::string(20, '\0') + little(0xFF) + little(0xFF00) +
+                              little(0xFF0000) + std::string(64, 'x');
+    std::string boxes("\0\0\0\x14"
+                      "ftypheic\0\0\0\0heic",
+                      20);
+    for (int i = 0; i < 2000; ++i)
+        boxes += std::string("\0\0\0\x08"
+                             "free",
+                             8);
+    const std::string remarks = "P5\n#" + std::string(1 << 20, 'x') + "\n10 10\n255\n";
+    Files files;
+    for (const std::string& bytes : {png, masks, boxes, remarks}) {
+        const std::string path = files.folder.Write("a.jpg", bytes);
+        if (bytes == png) std::filesystem::resize_file(path, 3ULL << 30);
+        const auto begin = std::chrono::steady_clock::now();
+        ImgX picture;
+        EXPECT_NE(picture.LoadFile(path, {}), "") << bytes.substr(0, 8);
+        EXPECT_FALSE(picture.HasImage()) << bytes.substr(0, 8);
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(1))
+            << bytes.substr(0, 8);
     }
 }
 

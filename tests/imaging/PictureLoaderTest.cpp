@@ -1,6 +1,7 @@
 #include "PictureFiles.h"
 #include "support/TestFolder.h"
 
+#include "common/stop_flag.h"
 #include "imaging/ImgX.h"
 #include "imaging/PictureFormat.h"
 #include "imaging/PictureLoader.h"
@@ -8,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <chrono>
 #include <filesystem>
 
 #include <sys/stat.h>
@@ -113,9 +115,9 @@ TEST_F(Loading, SaysWhyAFileCannotBeRead) {
               "Not a picture that can be read");
     EXPECT_EQ(Load("bare.jpg", "\xFF\xD8\xFF"), "Premature end of JPEG file");
     std::filesystem::create_directory(At("folder.jpg"));
-    EXPECT_EQ(m_picture.LoadFile(At("folder.jpg"), {}), "Not a file");
+    EXPECT_EQ(m_picture.LoadFile(At("folder.jpg"), {}), "Not a file but a folder");
     ASSERT_EQ(mkfifo(At("pipe.jpg").c_str(), 0600), 0);
-    EXPECT_EQ(m_picture.LoadFile(At("pipe.jpg"), {}), "Not a file");
+    EXPECT_EQ(m_picture.LoadFile(At("pipe.jpg"), {}), "Not a file but a pipe");
     EXPECT_EQ(m_picture.StatusText(), "No Image");
     for (const char* name : {"missing.jpg", "empty.jpg", "text.jpg", "bare.jpg", "pipe.jpg"}) {
         EXPECT_EQ(ImgX::ReadFileInfo(At(name)), QSize(0, 0)) << name;
@@ -192,4 +194,56 @@ TEST_F(Loading, TellsOfDamageInTheMiddle) {
     EXPECT_NE(Load("zeros.jpg", bytes), "");
     EXPECT_TRUE(m_picture.HasImage());
     EXPECT_EQ(Load("whole.jpg", JpegBytes(TellTale(640, 400))), "");
+}
+
+// The frame of a JPEG file says so many pixels.
+std::string Claiming(std::string jpeg, int width, int height) {
+    const auto frame = std::min(jpeg.find("\xFF\xC0"), jpeg.find("\xFF\xC2"));
+    const std::string size = BigEndian(std::uint32_t(height << 16 | width));
+    return frame == std::string::npos ? "" : jpeg.replace(frame + 5, 4, size);
+}
+
+// A few hundred bytes that say that they are a picture of a thousand megapixels.
+TEST_F(Loading, HugeClaimsOfSmallFilesAreToldAtOnce) {
+    for (const bool progressive : {false, true}) {
+        const std::string bytes =
+            Claiming(JpegBytes(TellTale(64, 48), JpegKind::Color, 90, progressive), 49157, 27397);
+        const auto begin = std::chrono::steady_clock::now();
+        EXPECT_EQ(Load("bomb.jpg", bytes),
+                  "The file is too small for the 49157 x 27397 pixels that it claims");
+        EXPECT_NE(Load("bomb.jpg", bytes, QSize(800, 600)), "");
+        EXPECT_FALSE(m_picture.HasImage());
+        EXPECT_EQ(ImgX::ReadFileInfo(At("bomb.jpg")), QSize(49157, 27397));
+        const auto passed = std::chrono::steady_clock::now() - begin;
+        EXPECT_LT(passed, std::chrono::seconds(2)) << "with every check of a debug build";
+    }
+}
+
+TEST_F(Loading, OfAHugeClaimThePartThatIsThereComesReduced) {
+    const std::string bytes = Claiming(JpegBytes(TellTale(8192, 32)), 8192, 65500);
+    EXPECT_EQ(Load("strip.jpg", bytes, QSize(800, 6000)),
+              "Corrupt JPEG data: premature end of data segment");
+    ASSERT_TRUE(m_picture.HasImage());
+    EXPECT_EQ(m_picture.SystemPicture().size(), QSize(1024, 8188));
+    EXPECT_EQ(m_picture.SystemPicture().pixelColor(100, 0), QColor(254, 0, 0));
+    EXPECT_EQ(m_picture.FullPicture().size(), QSize(1024, 8188)) << "no more is made up";
+    EXPECT_EQ(m_picture.Height(), 8188);
+}
+
+TEST_F(Loading, ADecodeThatIsNotWantedAnyMoreIsBrokenOff) {
+    for (const bool progressive : {false, true}) {
+        std::string error;
+        const auto source = PictureLoader::Open(
+            m_folder.Write("a.jpg",
+                           JpegBytes(TellTale(640, 480), JpegKind::Color, 90, progressive)),
+            error);
+        ASSERT_TRUE(source) << error;
+        std::atomic<bool> stop = true;
+        {
+            const HeedsStop heeds(stop);
+            EXPECT_TRUE(source->Decode({}, error).isNull());
+            EXPECT_EQ(error, "The reading was broken off");
+        }
+        EXPECT_EQ(Quarters(source->Decode({}, error)), "rgby");
+    }
 }

@@ -4,7 +4,9 @@
 #include "app/window/MenuSwitches.h"
 #include "app/window/frmMain.h"
 #include "common/paths.h"
+#include "common/worker.h"
 #include "desk/settings/Settings.h"
+#include "platform/DecodeBudget.h"
 #include "platform/EventPump.h"
 #include "platform/Files.h"
 #include "platform/QtText.h"
@@ -63,7 +65,8 @@ void Lifecycle::Form_Load(const std::string& argument) {
     // The tree answers with its event, which opens the start folder while the program loads.
     m.controls.FolderTreeview1->SetSelectedPath(std::string(kRoot));
     m.events.Pump();
-    SelectStartFile();
+    // The window comes up whatever the first picture does.
+    Guarded(m_thrown, [this] { return SelectStartFile(), true; });
     s.SlideDelay = 0;
     s.SlideCompare = false;
     m.events.Pump();
@@ -95,6 +98,8 @@ void Lifecycle::SayWhatIsAmiss() {
     else if (const std::string path = JoinPath(m_start.folder, m_start.name);
              m.controls.FileListBox->RowOf(m_start.name) < 0 && m.files.Exists(path))
         m.shell.ShowMessage("'" + path + "' is not among the files listed");
+    else if (!m_thrown.empty())
+        m.shell.ShowMessage("ERROR - '" + LastPart(m.state.Filename) + "': " + m_thrown);
     else if (!m.settings.IsWritable())
         m.shell.ShowMessage("Settings cannot be written to " + m.settings.Location());
 }
@@ -102,6 +107,7 @@ void Lifecycle::SayWhatIsAmiss() {
 void Lifecycle::ReadSettings() {
     ProgramState& s = m.state;
     LoadSettings(s, m.settings);
+    SetDecodeMemory(s.PictureMemory);
     RestorePlace();
     for (Room* room : m_rooms) room->ShowSettings();
     ShowSwitches(m);

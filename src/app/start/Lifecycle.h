@@ -61,7 +61,8 @@ private:
     std::vector<Room*> m_rooms;
     std::unique_ptr<frmSplash> m_splash;
     StartPath m_start;
-    QRect m_normal; // of a window that comes back maximised
+    std::string m_thrown; // by the first picture
+    QRect m_normal;       // of a window that comes back maximised
 };
 
 } // namespace tarn

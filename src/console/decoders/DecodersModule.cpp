@@ -1,5 +1,6 @@
 // The module that the console companion loads when it needs to look into pictures.
 #include "console/DecodersModule.h"
+#include "common/worker.h"
 #include "console/decoders/Conversion.h"
 #include "console/decoders/Pages.h"
 #include "console/decoders/Sheets.h"
@@ -29,6 +30,13 @@ void NeedApplication(bool withFonts) {
     new QGuiApplication(argc, argv);
 }
 
+template <typename Result, typename Work> Result Kept(const Work& work) {
+    std::string thrown;
+    Result result = Guarded(thrown, work);
+    if (!thrown.empty()) result.error = thrown;
+    return result;
+}
+
 PictureLook Look(const std::string& path) {
     NeedApplication(false);
     PictureLook look;
@@ -38,7 +46,8 @@ PictureLook Look(const std::string& path) {
         look.height = header.size.height();
     }
     if (!header.fits) return look;
-    SkyFacts sky = SkyFactsOf(path);
+    std::string untold; // without its words the file is as one without any
+    SkyFacts sky = Guarded(untold, [&] { return SkyFactsOf(path); });
     look.cameraDate = std::move(sky.cameraDate);
     look.lines = std::move(sky.lines);
     return look;
@@ -47,22 +56,22 @@ PictureLook Look(const std::string& path) {
 ConvertedFile Convert(const std::string& path, const std::string& folder,
                       const ConvertOptions& options) {
     NeedApplication(!options.text.empty());
-    return WriteConverted(path, folder, options);
+    return Kept<ConvertedFile>([&] { return WriteConverted(path, folder, options); });
 }
 
 PageResult Page(const PageRequest& request) {
     NeedApplication(false);
-    return WritePage(request);
+    return Kept<PageResult>([&] { return WritePage(request); });
 }
 
 PageResult Gallery(const PageRequest& request) {
     NeedApplication(false);
-    return WriteGallery(request);
+    return Kept<PageResult>([&] { return WriteGallery(request); });
 }
 
 SheetResult Sheet(const SheetRequest& request) {
     NeedApplication(true);
-    return WriteSheet(request);
+    return Kept<SheetResult>([&] { return WriteSheet(request); });
 }
 
 ThumbnailOutcome Thumbnails(const ThumbnailOrder& order) {

@@ -10,6 +10,7 @@
 #include "notes/NoteText.h"
 #include "platform/Files.h"
 #include "platform/ProgramFiles.h"
+#include "platform/WholeFile.h"
 #include "web/FileEntries.h"
 #include "web/PageBuild.h"
 #include "web/SavedValues.h"
@@ -135,8 +136,12 @@ PageResult WritePage(const PageRequest& request) {
     PageBuild page(*files, request.version);
     page.Choose(request.out, request.folder);
     HtmlSettings settings = request.page;
-    if (request.append && settings.HtmlAppendOption != 0)
-        ReadSavedValues(files->Read(request.out, SIZE_MAX).value_or(std::string()), settings);
+    if (request.append && settings.HtmlAppendOption != 0) {
+        std::string error;
+        const auto saved = ReadWhole(*files, request.out, kLargestPage, &error);
+        if (saved) ReadSavedValues(*saved, settings);
+        if (!saved) result.complaints.push_back(request.out + ": " + error);
+    }
     for (const std::string& pair : request.set) {
         const std::size_t at = pair.find('=');
         SetSavedValue(settings, pair.substr(0, at), pair.substr(at + 1));

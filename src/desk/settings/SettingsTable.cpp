@@ -214,6 +214,7 @@ const std::vector<SettingRow> kRows{
     {"filedate_auto_answered", SettingType::Boolean, TARN_FIELD(FileDatesAnswered)},
     {"xisftype_filter", SettingType::String, TARN_FIELD(XisfTypes)},
     {"packedfits_filter", SettingType::String, TARN_FIELD(PackedFitsTypes)},
+    {"picture_memory_percent", SettingType::Integer, TARN_FIELD(PictureMemory)},
     {"HistCur", SettingType::Integer, TARN_FIELD(HistCur)},
     {"HistHigh", SettingType::Integer, TARN_FIELD(HistHigh)},
     {"leftNotes_position", SettingType::Long, TARN_FIELD(NotesFolderPlace.left), Keeping::ByItsWindow},

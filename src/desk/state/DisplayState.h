@@ -32,6 +32,8 @@ struct DisplayState : PreviewTurns {
     bool TwoX = false;
     int BrightnessValue = 0; // -100 to 100, holds for every later picture
 
+    int PictureMemory = 50; // percent of the machine's memory that decoding may take
+
     std::string EditCaption = "Edit"; // of the button that opens the file: "Web" for a page
     std::string SizeText;             // "3504 x 2336", doubled at 2x, empty at a placeholder
     std::string ZoomText; // "36%": pixels of the screen for one of the picture; empty as that

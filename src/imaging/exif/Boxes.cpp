@@ -36,6 +36,16 @@ template <typename Look> void EachBox(const FileBytes& file, Span within, const 
     }
 }
 
+} // namespace
+
+bool HasFewBoxes(const FileBytes& file) {
+    int count = 0;
+    EachBox(file, WholeOf(file), [&](std::string_view, Span) { return ++count == kMostBoxes; });
+    return count < kMostBoxes;
+}
+
+namespace {
+
 // The boxes of items begin with four bytes of version and flags.
 std::string ItemBytes(const FileBytes& file, Span meta, std::string_view name) {
     const Span box = FindBox(file, meta, name);

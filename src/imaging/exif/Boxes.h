@@ -23,6 +23,9 @@ inline Span WholeOf(const FileBytes& file) {
 // The contents of the first box of this name within a part; of no length when there is none.
 Span FindBox(const FileBytes& file, Span within, std::string_view name);
 
+// False for a file made of more parts than its readers go through in time.
+bool HasFewBoxes(const FileBytes& file);
+
 // The camera data that a HEIF file keeps as an item of its own: from their TIFF header on.
 Span ExifOfHeif(const FileBytes& file);
 

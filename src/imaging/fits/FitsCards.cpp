@@ -1,6 +1,6 @@
 #include "imaging/fits/FitsCards.h"
 
-#include "common/file_handle.h"
+#include "platform/OpenRegular.h"
 
 #include <algorithm>
 #include <array>
@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t kCard = 80;               // bytes
 constexpr std::size_t kMostOfNumber = 28;       // characters that the message has room for
-constexpr int kMostCards = 100'000;             // far more than any program writes
+constexpr int kMostCards = 30'000;              // far more than any program writes
 constexpr std::string_view kLong = "HIERARCH "; // in front of words that are longer than 8
 
 // Words of packed pictures that are whole numbers, or begin so.
@@ -58,24 +58,38 @@ bool IsReadable(std::string_view card, bool rice) {
     return value.size() < kMostOfNumber && !(divides && std::abs(Number(value)) < 1);
 }
 
-} // namespace
-
-bool HasReadableCards(const std::string& path, long long begin) {
-    const FileHandle file(std::fopen(path.c_str(), "rb"));
+// Calls `look` with each card of a header until it answers false. False where there are more than
+// anybody should look through.
+template <typename Look> bool EachCard(const std::string& path, long long begin, const Look& look) {
+    std::string error;
+    const FileHandle file = OpenRegular(path, error);
     if (!file || ::fseeko(file.get(), begin, SEEK_SET) != 0) return true;
     std::array<char, kCard> bytes{};
+    for (int i = 0; i < kMostCards; ++i) {
+        if (std::fread(bytes.data(), 1, kCard, file.get()) != kCard) return true;
+        const std::string_view card(bytes.data(), kCard);
+        if (Trimmed(card) == "END" || !look(card)) return true;
+    }
+    return false;
+}
+
+} // namespace
+
+bool HasFewCards(const std::string& path) {
+    return EachCard(path, 0, [](std::string_view) { return true; });
+}
+
+bool HasReadableCards(const std::string& path, long long begin) {
     bool rice = false;
     bool readable = true;
     bool riceReadable = true; // the method may stand behind its numbers
-    for (int i = 0; i < kMostCards && readable; ++i) {
-        if (std::fread(bytes.data(), 1, kCard, file.get()) != kCard) break;
-        const std::string_view card(bytes.data(), kCard);
-        if (Trimmed(card) == "END") break;
+    const bool few = EachCard(path, begin, [&](std::string_view card) {
         rice = rice || (card.starts_with(kMethod) && card.find("RICE") != std::string_view::npos);
         readable = readable && IsReadable(card, false);
         riceReadable = riceReadable && IsReadable(card, true);
-    }
-    return rice ? riceReadable : readable;
+        return readable;
+    });
+    return few && (rice ? riceReadable : readable);
 }
 
 } // namespace tarn

@@ -127,6 +127,10 @@ std::vector<FitsHandle::Part> FitsHandle::Parts(std::string& error) {
 }
 
 std::optional<FitsPlace> FitsHandle::FindPicture(int image, std::string& error) {
+    if (status == 0 && !HasFewCards(m_path)) {
+        error = "The FITS file cannot be read: its header has too many lines";
+        return std::nullopt;
+    }
     const std::vector<Part> parts = Parts(error);
     if (parts.empty()) return std::nullopt;
     FitsPlace found = parts.front().first;

@@ -1,5 +1,6 @@
 #include "imaging/fits/FitsPixels.h"
 
+#include "common/stop_flag.h"
 #include "imaging/fits/Mosaic.h"
 #include "imaging/fits/SkyFile.h"
 #include "imaging/fits/TwoThreads.h"
@@ -144,7 +145,10 @@ std::optional<FitsPixels> FitsPixels::Read(const std::string& path, int width, i
                                            std::string& error) {
     auto samples = ReadSkySamples(path, error);
     if (!samples) return std::nullopt;
-    return FitsPixels(std::move(*samples), width, height);
+    FitsPixels pixels(std::move(*samples), width, height);
+    if (!IsStopped()) return pixels;
+    error = "The reading was broken off";
+    return std::nullopt;
 }
 
 FitsPixels::FitsPixels(FitsSamples samples, int width, int height)
@@ -187,7 +191,7 @@ void FitsPixels::TakeRows(const FitsSamples& samples, const Sample* from, int pl
     const int channels = m_channels / samples.header.planes;
     const StoredRows<Sample> rows(samples, from, plane);
     Squares<Sample> squares(rows, m_step);
-    for (int row = begin; row < end; ++row) {
+    for (int row = begin; row < end && !IsStopped(); ++row) {
         std::array<float*, 3> to{};
         for (std::size_t i = 0; i < std::size_t(channels); ++i)
             to[i] = m_values.get() + perChannel * (i + std::size_t(plane)) +

@@ -1,10 +1,14 @@
 #include "imaging/fits/PackedFits.h"
 
 #include "common/file_look.h"
+#include "platform/DecodeBudget.h"
+#include "platform/OpenRegular.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <list>
 #include <mutex>
+#include <string_view>
 #include <vector>
 
 #include <sys/mman.h>
@@ -97,12 +101,31 @@ void Keep(const Unpacked& file) {
     }
 }
 
+// A whole number among the cards; 0 where it does not stand there.
+long long CardNumber(std::string_view cards, std::string_view name) {
+    constexpr std::size_t kCard = 80;
+    constexpr std::size_t kValue = 10; // where it begins
+    for (; cards.size() >= kCard; cards.remove_prefix(kCard)) {
+        if (cards.starts_with("END ")) break;
+        if (cards.starts_with(name))
+            return std::atoll(std::string(cards.substr(kValue, kCard - kValue)).c_str());
+    }
+    return 0;
+}
+
+// Whether what the first header says will not be shown anyway: it need not be unpacked then.
+bool IsBeyondMemory(std::string_view cards) {
+    constexpr double kPixelBytes = 28; // of work
+    const double pixels =
+        double(CardNumber(cards, "NAXIS1  =")) * double(CardNumber(cards, "NAXIS2  ="));
+    return pixels * kPixelBytes > double(TheDecodeBudget().Bytes());
+}
+
 bool IsPacked(const std::string& path) {
     std::string start(kPackedStart, '\0');
-    std::FILE* file = std::fopen(path.c_str(), "rbe");
-    if (!file) return false;
-    start.resize(std::fread(start.data(), 1, start.size(), file));
-    std::fclose(file);
+    std::string error;
+    const FileHandle file = OpenRegular(path, error);
+    start.resize(file ? std::fread(start.data(), 1, start.size(), file.get()) : 0);
     return IsPackedFits(start);
 }
 
@@ -110,12 +133,16 @@ bool IsPacked(const std::string& path) {
 
 std::string UnpackedFile::Fill(const std::string& path) {
     if (m_file < 0) return kNoMemory;
-    const gzFile packed = ::gzopen(path.c_str(), "rb");
+    std::string error;
+    OpenFile source(path, error);
+    if (!source) return error;
+    const gzFile packed = ::gzdopen(source.Number(), "rb");
     if (!packed) return kNoMemory;
+    source.Release();
     ::gzbuffer(packed, kChunk);
     std::vector<char> chunk(kChunk);
-    std::string error;
     for (int count = 0; error.empty() && (count = ::gzread(packed, chunk.data(), kChunk)) > 0;) {
+        if (m_bytes == 0 && IsBeyondMemory({chunk.data(), std::size_t(count)})) error = kTooLarge;
         m_bytes += count;
         if (m_bytes > MostUnpacked())
             error = kTooLarge;

@@ -18,7 +18,4 @@ std::optional<FitsHeader> ReadSkyHeader(const std::string& path, std::string& er
 // Samples and an error both when the file ends too early, or is not as it was written.
 std::optional<FitsSamples> ReadSkySamples(const std::string& path, std::string& error);
 
-// Libraries open files by name: that of the very file that is open under this number.
-std::string NameOfOpen(int file);
-
 } // namespace tarn

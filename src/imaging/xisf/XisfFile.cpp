@@ -1,14 +1,13 @@
 #include "imaging/xisf/XisfFile.h"
 
-#include "common/file_handle.h"
 #include "imaging/fits/TwoThreads.h"
 #include "imaging/xisf/XisfBlock.h"
 #include "imaging/xisf/XisfImage.h"
+#include "platform/OpenRegular.h"
 
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <cerrno>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -139,8 +138,9 @@ bool TakeSamples(const XisfImage& image, const XisfBytes& from, FitsSamples& to)
 }
 
 FileHandle Open(const std::string& path, std::string& error) {
-    FileHandle file(std::fopen(path.c_str(), "rbe"));
-    if (!file) error = std::string("The XISF file cannot be read: ") + std::strerror(errno);
+    std::string why;
+    FileHandle file = OpenRegular(path, why);
+    if (!file) error = "The XISF file cannot be read: " + why;
     return file;
 }
 

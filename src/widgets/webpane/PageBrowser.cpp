@@ -2,10 +2,12 @@
 
 #include "imaging/PictureLoader.h"
 #include "platform/Modules.h"
+#include "platform/OpenRegular.h"
 #include "platform/QtText.h"
 #include "widgets/webpane/WebView.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QFileInfo>
 #include <QKeyEvent>
 
@@ -82,8 +84,11 @@ QVariant PageBrowser::loadResource(int type, const QUrl& name) {
     const bool isOwn =
         url.isLocalFile() && !m_folder.isEmpty() && path.startsWith(m_folder + QLatin1Char('/'));
     if (type != QTextDocument::ImageResource) {
-        QFile file(path);
-        return isOwn && file.open(QIODevice::ReadOnly) ? file.read(kMostBytes) : QByteArray();
+        std::string refused;
+        const FileHandle opened = isOwn ? OpenRegular(FromQt(path), refused) : nullptr;
+        QFile file;
+        return opened && file.open(opened.get(), QIODevice::ReadOnly) ? file.read(kMostBytes)
+                                                                      : QByteArray();
     }
     // A page of a thousand photographs is no reason to stand still. What is refused is a blank of
     // its own: for a null picture the painter would look on the disk itself.

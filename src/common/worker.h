@@ -1,0 +1,72 @@
+// Threads of the program's own, and what becomes of what is thrown on them: it never ends the
+// program. Who works through many things catches at each one, with its name, and goes on.
+#pragma once
+
+#include <cstdio>
+#include <exception>
+#include <new>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <utility>
+
+namespace tarn {
+
+inline thread_local bool isWorkerThread = false;
+inline bool IsWorkerThread() {
+    return isWorkerThread;
+}
+
+// What to tell of what was thrown; in a catch block.
+inline std::string ThrownText() {
+    try {
+        throw;
+    } catch (const std::bad_alloc&) {
+        return "Not enough memory";
+    } catch (const std::length_error&) { // more than any memory has
+        return "Not enough memory";
+    } catch (const std::exception& fault) {
+        return fault.what();
+    } catch (...) {
+        return "An unknown fault";
+    }
+}
+
+// The work's result; where it throws, a default one and `error`.
+template <typename Work> auto Guarded(std::string& error, const Work& work) -> decltype(work()) {
+    try {
+        return work();
+    } catch (...) {
+        error = ThrownText();
+        return {};
+    }
+}
+
+// A thread that is joined by its owner, or when it goes.
+class Worker {
+public:
+    Worker() = default;
+    template <typename Work>
+    explicit Worker(Work work)
+        : m_thread([work = std::move(work)]() mutable {
+              isWorkerThread = true;
+              try {
+                  work();
+              } catch (...) {
+                  std::fprintf(stderr, "A worker has ended: %s\n", ThrownText().c_str());
+              }
+          }) {}
+    Worker(Worker&&) = default;
+    Worker& operator=(Worker&&) = default;
+    ~Worker() { Join(); }
+
+    void Join() {
+        if (m_thread.joinable()) m_thread.join();
+    }
+    bool IsRunning() const { return m_thread.joinable(); } // begun and not yet joined
+
+private:
+    std::thread m_thread;
+};
+
+} // namespace tarn
