@@ -1,0 +1,209 @@
+#include "decoder/DecoderPool.h"
+
+#include "common/file_look.h"
+#include "common/stop_flag.h"
+#include "platform/Modules.h"
+
+#include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <vector>
+
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace tarn {
+
+namespace {
+
+constexpr int kTries = 2;      // of one file
+constexpr int kMostStarts = 3; // in a row that come to nothing before there is said to be none
+constexpr auto kSlice = std::chrono::milliseconds(5);
+constexpr std::size_t kMostGivenUp = 100'000; // files
+
+// The window's own thread does not wait until others are through.
+bool IsFirstThread() {
+    return ::getpid() == static_cast<pid_t>(::syscall(SYS_gettid));
+}
+
+class DecoderPool {
+public:
+    static DecoderPool& Get() {
+        static auto* const kPool = new DecoderPool; // threads ask it to the very end
+        return *kPool;
+    }
+
+    void Use(int threads, const std::string& program, int seconds);
+    void StartAhead(DecoderKind kind);
+    std::optional<DecoderAnswer> Ask(const DecoderRequest& request, int file,
+                                     const IsRight& isRight);
+    std::string Protection();
+
+private:
+    using Loan = std::unique_ptr<Decoder>;
+
+    bool IsUsable() const { return !m_program.empty() && m_failed < kMostStarts; }
+    Loan Borrow(DecoderKind kind);
+    Loan TakeIdle(DecoderKind kind);
+    void GiveBack(Loan loan, bool usable);
+    bool IsGivenUp(const FileLook& look);
+    void GiveUp(const FileLook& look);
+
+    std::mutex m_mutex;
+    std::condition_variable m_returned;
+    std::string m_program; // empty: none is used
+    int m_threads = 0;
+    int m_seconds = 0; // 0: the usual
+    int m_busy = 0;
+    int m_failed = 0;                      // starts in a row that came to nothing
+    std::optional<std::uint32_t> m_rights; // given up by the first process
+    std::vector<Loan> m_idle;
+    std::vector<FileLook> m_givenUp;
+};
+
+void DecoderPool::Use(int threads, const std::string& program, int seconds) {
+    const std::lock_guard lock(m_mutex);
+    m_idle.clear();
+    m_givenUp.clear();
+    m_threads = threads;
+    m_seconds = seconds;
+    m_program = program.empty() && threads > 0 ? HelperPath("tarn-decoder") : program;
+    m_failed = 0;
+    m_rights.reset();
+}
+
+void DecoderPool::StartAhead(DecoderKind kind) {
+    const std::lock_guard lock(m_mutex);
+    const bool there = std::any_of(m_idle.begin(), m_idle.end(),
+                                   [&](const Loan& each) { return each->Kind() == kind; });
+    if (there || !IsUsable() || m_busy + int(m_idle.size()) > m_threads) return;
+    if (auto started = Decoder::Start(m_program, kind)) m_idle.push_back(std::move(started));
+}
+
+DecoderPool::Loan DecoderPool::TakeIdle(DecoderKind kind) {
+    const auto found = std::find_if(m_idle.rbegin(), m_idle.rend(),
+                                    [&](const Loan& each) { return each->Kind() == kind; });
+    if (found == m_idle.rend()) return nullptr;
+    Loan taken = std::move(*found);
+    m_idle.erase(std::next(found).base());
+    return taken;
+}
+
+// Null where none can be had.
+DecoderPool::Loan DecoderPool::Borrow(DecoderKind kind) {
+    const int most = IsFirstThread() ? m_threads + 1 : m_threads;
+    std::unique_lock lock(m_mutex);
+    while (m_busy >= most && IsUsable() && !IsStopped()) m_returned.wait_for(lock, kSlice);
+    if (!IsUsable() || IsStopped()) return nullptr;
+    ++m_busy;
+    Loan loan = TakeIdle(kind);
+    if (loan) return loan;
+    if (m_busy + int(m_idle.size()) > m_threads + 1) m_idle.erase(m_idle.begin());
+    loan = Decoder::Start(m_program, kind);
+    if (!loan) {
+        --m_busy;
+        ++m_failed;
+    }
+    return loan;
+}
+
+void DecoderPool::GiveBack(Loan loan, bool usable) {
+    const DecoderKind kind = loan->Kind();
+    {
+        const std::lock_guard lock(m_mutex);
+        --m_busy;
+        if (loan->HasGreeted()) {
+            m_failed = 0;
+            m_rights = loan->Rights();
+        } else if (!usable) {
+            ++m_failed;
+        }
+        if (usable) m_idle.push_back(std::move(loan));
+    }
+    m_returned.notify_all();
+    if (!usable) StartAhead(kind); // ahead of the next file
+}
+
+bool DecoderPool::IsGivenUp(const FileLook& look) {
+    const std::lock_guard lock(m_mutex);
+    return std::any_of(m_givenUp.begin(), m_givenUp.end(),
+                       [&](const FileLook& each) { return each.IsSameContent(look); });
+}
+
+void DecoderPool::GiveUp(const FileLook& look) {
+    const std::lock_guard lock(m_mutex);
+    if (m_givenUp.size() == kMostGivenUp) m_givenUp.clear();
+    m_givenUp.push_back(look);
+}
+
+DecoderAnswer Failed(const char* error) {
+    DecoderAnswer answer;
+    answer.error = error;
+    return answer;
+}
+
+std::optional<DecoderAnswer> DecoderPool::Ask(const DecoderRequest& request, int file,
+                                              const IsRight& isRight) {
+    int seconds = SecondsFor(request.head.format);
+    {
+        const std::lock_guard lock(m_mutex);
+        if (!IsUsable()) return std::nullopt;
+        if (m_seconds > 0) seconds = m_seconds;
+    }
+    struct stat facts {};
+    if (::fstat(file, &facts) != 0) return std::nullopt;
+    const FileLook look = LookOf(facts);
+    if (IsGivenUp(look)) return Failed(kGaveUp);
+    for (int deaths = 0; deaths < kTries;) {
+        Loan loan = Borrow(KindFor(request.head.format));
+        if (IsStopped()) {
+            if (loan) GiveBack(std::move(loan), true);
+            return Failed(kBrokenOff);
+        }
+        if (!loan) return std::nullopt;
+        DecoderAnswer answer;
+        Decoder::End end = loan->Ask(request, file, seconds, answer);
+        if (end == Decoder::End::Answered && !isRight(answer)) end = Decoder::End::Died;
+        const bool greeted = loan->HasGreeted();
+        GiveBack(std::move(loan), end == Decoder::End::Answered);
+        if (end == Decoder::End::Answered) return answer;
+        if (end == Decoder::End::Stopped) return Failed(kBrokenOff);
+        if (end == Decoder::End::TooLate) break;
+        if (greeted) ++deaths; // before that the file was not looked at
+    }
+    GiveUp(look);
+    return Failed(kGaveUp);
+}
+
+std::string DecoderPool::Protection() {
+    const std::lock_guard lock(m_mutex);
+    if (!IsUsable()) return "none: files are read within the program";
+    std::string text = "a process of its own";
+    if (!m_rights) return text + ", not needed yet";
+    if ((*m_rights & kCallsFiltered) != 0) text += ", system calls filtered";
+    if ((*m_rights & kFilesRefused) != 0) text += ", files and network closed";
+    if ((*m_rights & kMemoryLimited) != 0) text += ", memory limited";
+    return text;
+}
+
+} // namespace
+
+void UseDecoders(int threads, const std::string& program, int seconds) {
+    DecoderPool::Get().Use(threads, program, seconds);
+}
+
+void StartDecoderAhead() {
+    DecoderPool::Get().StartAhead(DecoderKind::Pictures);
+}
+
+std::optional<DecoderAnswer> AskDecoder(const DecoderRequest& request, int file,
+                                        const IsRight& isRight) {
+    return DecoderPool::Get().Ask(request, file, isRight);
+}
+
+std::string DecoderProtection() {
+    return DecoderPool::Get().Protection();
+}
+
+} // namespace tarn

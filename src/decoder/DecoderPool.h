@@ -1,0 +1,37 @@
+// Files of kinds whose readers are large and often wrong are read by processes without rights: by
+// none of them until the program says so. Any thread.
+#pragma once
+
+#include "decoder/Decoder.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace tarn {
+
+// From now on files are read by such processes, where they can be started; with 0 threads by none.
+// `program`: of the process, else the one that is installed. One thread more is served at once, the
+// first, which others do not keep waiting. `seconds` that an answer may take, in place of the
+// usual.
+void UseDecoders(int threads, const std::string& program = {}, int seconds = 0);
+
+// Starts one for pictures, so that the first file does not wait for it.
+void StartDecoderAhead();
+
+// Whether an answer is one that can be.
+using IsRight = std::function<bool(const DecoderAnswer&)>;
+
+// None where the file is to be read in this process. An answer with an error when the process dies
+// of the file for the second time, which is then passed over for the rest of the run, when it takes
+// too long, or when this thread's work is not wanted any more.
+std::optional<DecoderAnswer> AskDecoder(const DecoderRequest& request, int file,
+                                        const IsRight& isRight);
+
+// What protects the program, for "About".
+std::string DecoderProtection();
+
+inline constexpr char kGaveUp[] = "The reader gave up on this file";
+inline constexpr char kBrokenOff[] = "The reading was broken off";
+
+} // namespace tarn

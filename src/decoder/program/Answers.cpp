@@ -1,0 +1,117 @@
+#include "decoder/program/Answers.h"
+
+#include "common/file_handle.h"
+#include "imaging/DirectFormats.h"
+#include "imaging/fits/ImageChoice.h"
+#include "imaging/fits/ScreenStretch.h"
+
+#include <QBuffer>
+#include <QColorSpace>
+#include <QImageReader>
+
+#include <algorithm>
+#include <cstring>
+#include <exception>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace tarn {
+
+namespace {
+
+constexpr std::size_t kReadBuffer = 256 * 1024;
+constexpr char kNoMemory[] = "Not enough memory";
+
+// The rows of the picture, tight, and the bytes behind them where they are too many for a packet.
+void PutPicture(const QImage& picture, Reply& reply) {
+    const std::size_t row = std::size_t(picture.width()) * 4;
+    reply.used = row * std::size_t(picture.height());
+    const std::size_t behind = reply.bytes.size() > kMostInline ? reply.bytes.size() : 0;
+    reply.memory = SharedMemory::Make(reply.used + behind);
+    if (!reply.memory) {
+        reply = {};
+        reply.error = kNoMemory;
+        return;
+    }
+    for (int y = 0; y < picture.height(); ++y)
+        std::memcpy(reply.memory.Bytes() + std::size_t(y) * row, picture.constScanLine(y), row);
+    const bool shines = picture.format() == QImage::Format_ARGB32;
+    reply.numbers = {picture.width(), picture.height(),
+                     std::int64_t(shines ? PixelKind::ShinesThrough : PixelKind::Opaque)};
+}
+
+void Decode(const PictureFormat& format, std::FILE* file, const RequestHead& head, Reply& reply) {
+    const QImage picture = format.decode(file, QSize(head.width, head.height), reply.error);
+    if (picture.isNull()) return;
+    reply.bytes = picture.colorSpace().iccProfile().toStdString();
+    if (reply.bytes.size() > kMostBytes) reply.bytes.clear();
+    PutPicture(picture.format() == QImage::Format_RGB32 || picture.format() == QImage::Format_ARGB32
+                   ? picture
+                   : picture.convertToFormat(QImage::Format_ARGB32),
+               reply);
+}
+
+void AnswerOfPicture(const DecoderRequest& request, std::FILE* file, Reply& reply) {
+    const PictureFormat* format = DirectFormat(request.head.format, reply.error);
+    if (!format) return;
+    if (request.head.verb == DecoderVerb::Size) {
+        const QSize size = format->size(file, reply.error);
+        reply.numbers = {size.width(), size.height()};
+        if (!reply.error.empty()) reply.numbers = {};
+    } else if (request.head.verb == DecoderVerb::Decode) {
+        Decode(*format, file, request.head, reply);
+    } else if (request.head.verb == DecoderVerb::Profile && format->profile) {
+        reply.bytes = format->profile(file);
+        if (reply.bytes.size() > kMostBytes) reply.bytes.clear();
+    }
+}
+
+// What the user chose holds for this request alone.
+void TakeChoice(const DecoderRequest& request) {
+    StretchChoice choice;
+    if (request.payload.size() == sizeof choice)
+        std::memcpy(static_cast<void*>(&choice), request.payload.data(), sizeof choice);
+    SetStretchChoice(choice);
+}
+
+void Answer(const DecoderRequest& request, int file, Reply& reply) {
+    const FileHandle stream(::fdopen(::fcntl(file, F_DUPFD_CLOEXEC, 0), "rb"));
+    if (!stream) {
+        reply.error = kNoMemory;
+        return;
+    }
+    std::setvbuf(stream.get(), nullptr, _IOFBF, kReadBuffer);
+    std::rewind(stream.get());
+    const ReadsImage one(request.head.image);
+    TakeChoice(request);
+    AnswerOfPicture(request, stream.get(), reply);
+}
+
+} // namespace
+
+void LoadReaders(DecoderKind) {
+    std::string error;
+    for (const DecoderFormat each :
+         {DecoderFormat::Raw, DecoderFormat::Heif, DecoderFormat::Jxl, DecoderFormat::Tiff})
+        DirectFormat(each, error);
+    // The toolkit loads a plug-in when it is first asked for one.
+    for (const QByteArray& name : QImageReader::supportedImageFormats()) {
+        QByteArray bytes("none");
+        QBuffer buffer(&bytes);
+        QImageReader(&buffer, name).canRead();
+    }
+}
+
+Reply AnswerTo(const DecoderRequest& request, int file) {
+    Reply reply;
+    try {
+        Answer(request, file, reply);
+    } catch (const std::exception&) {
+        reply = {};
+        reply.error = kNoMemory;
+    }
+    return reply;
+}
+
+} // namespace tarn

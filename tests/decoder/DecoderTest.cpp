@@ -1,0 +1,130 @@
+// What the decoder process reads is what the readers themselves give, byte for byte.
+#include "PictureFiles.h"
+#include "RawFiles.h"
+#include "support/TestFolder.h"
+
+#include "decoder/DecoderPool.h"
+#include "imaging/PictureLoader.h"
+
+#include <gtest/gtest.h>
+
+#include <QColorSpace>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace tarn::testing {
+namespace {
+
+// All that a file gives.
+struct Read {
+    std::string openError;
+    QSize size;
+    bool upright = false;
+    QImage picture;
+    std::string error;
+    std::string remark;
+    bool operator==(const Read&) const = default;
+};
+
+Read ReadOf(const std::string& path, QSize wanted) {
+    Read read;
+    const auto source = PictureLoader::Open(path, read.openError);
+    if (!source) return read;
+    read.size = source->Size();
+    read.upright = source->IsUpright();
+    read.picture = source->Decode(wanted, read.error);
+    read.remark = source->ColorRemark();
+    return read;
+}
+
+void ExpectSame(const std::string& path, QSize wanted = {}) {
+    SCOPED_TRACE(path + " " + std::to_string(wanted.width()));
+    UseDecoders(0);
+    const Read inside = ReadOf(path, wanted);
+    UseDecoders(1);
+    const Read apart = ReadOf(path, wanted);
+    EXPECT_EQ(apart.openError, inside.openError);
+    EXPECT_EQ(apart.size, inside.size);
+    EXPECT_EQ(apart.upright, inside.upright);
+    EXPECT_EQ(apart.picture.format(), inside.picture.format());
+    EXPECT_EQ(apart.picture, inside.picture);
+    EXPECT_EQ(apart.error, inside.error);
+    EXPECT_EQ(apart.remark, inside.remark);
+    EXPECT_NE(DecoderProtection().find("system calls filtered"), std::string::npos)
+        << DecoderProtection();
+    UseDecoders(0);
+}
+
+class Decoders : public ::testing::Test {
+protected:
+    ~Decoders() override { UseDecoders(0); }
+    std::string Write(const std::string& name, const std::string& bytes) const {
+        return folder.Write(name, bytes);
+    }
+    // By another program, out of a PNG file.
+    std::string Converted(const std::string& name, const std::string& options) const {
+        const std::string png = Write("p.png", PictureBytes(TellTale(64, 48), "PNG"));
+        const std::string path = folder.Path() + "/" + name;
+        const std::string command =
+            "ffmpeg -nostdin -loglevel error -y -i '" + png + "' " + options + " '" + path + "'";
+        EXPECT_EQ(std::system(command.c_str()), 0) << name;
+        return path;
+    }
+    TestFolder folder;
+};
+
+} // namespace
+
+TEST_F(Decoders, ToolkitFormatsAreReadAlike) {
+    QImage through = TellTale(30, 20).convertToFormat(QImage::Format_ARGB32);
+    through.setPixel(3, 3, qRgba(10, 20, 30, 40));
+    QImage colored = TellTale(33, 7);
+    colored.setColorSpace(QColorSpace(QColorSpace::DisplayP3));
+    for (const char* format : {"PNG", "BMP", "TIFF", "WEBP", "PPM"}) {
+        ExpectSame(Write("a", PictureBytes(TellTale(64, 48), format)));
+        const std::string bytes = PictureBytes(through, format);
+        ExpectSame(Write("b", bytes));
+        ExpectSame(Write("c", PictureBytes(colored, format)));
+        // What is missing of these the toolkit leaves as its memory was.
+        if (std::string_view(format) != "PNG")
+            ExpectSame(Write("d", bytes.substr(0, bytes.size() / 2)));
+    }
+    ExpectSame(Write("e", "no picture at all"));
+}
+
+TEST_F(Decoders, RawFilesAreReadAlikeAtEachSize) {
+    const QImage scene = TellTale(160, 120);
+    const std::string with =
+        Write("a.dng", RawFile(scene, JpegBytes(TellTale(80, 60)), QSize(80, 60), 6).bytes);
+    for (const QSize wanted : {QSize(), QSize(30, 20), QSize(75, 70)}) ExpectSame(with, wanted);
+    const std::string bytes = RawFile(scene, {}, {}, 1).bytes;
+    ExpectSame(Write("b.dng", bytes));
+    ExpectSame(Write("c.dng", bytes.substr(0, bytes.size() / 2)));
+}
+
+TEST_F(Decoders, WhatTelephonesWriteIsReadAlike) {
+    const std::string avif = Converted("p.avif", "-frames:v 1 -pix_fmt yuv420p");
+    const std::string jxl = Converted(
+        "p.jxl", "-vf setparams=color_primaries=smpte432:color_trc=iec61966-2-1 -pix_fmt rgb24");
+    for (const std::string& path : {avif, jxl}) {
+        ExpectSame(path);
+        std::filesystem::resize_file(path, std::filesystem::file_size(path) / 2);
+        ExpectSame(path);
+    }
+}
+
+TEST_F(Decoders, PixelsStayAfterTheProcessIsGone) {
+    UseDecoders(1);
+    const Read read = ReadOf(Write("a.png", PictureBytes(TellTale(64, 48), "PNG")), {});
+    UseDecoders(0);
+    EXPECT_EQ(Quarters(read.picture), "rgby");
+    QImage own = read.picture;
+    own.setPixel(0, 0, qRgb(1, 2, 3));
+    EXPECT_EQ(own.pixel(0, 0), qRgb(1, 2, 3));
+    EXPECT_EQ(Quarters(read.picture), "rgby");
+}
+
+} // namespace tarn::testing
