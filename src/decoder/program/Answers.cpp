@@ -1,6 +1,7 @@
 #include "decoder/program/Answers.h"
 
 #include "common/file_handle.h"
+#include "decoder/program/SkyAnswers.h"
 #include "imaging/DirectFormats.h"
 #include "imaging/fits/ImageChoice.h"
 #include "imaging/fits/ScreenStretch.h"
@@ -76,6 +77,10 @@ void TakeChoice(const DecoderRequest& request) {
 }
 
 void Answer(const DecoderRequest& request, int file, Reply& reply) {
+    if (request.head.verb == DecoderVerb::SkyHeader)
+        return AnswerSkyHeader(request.head, file, reply);
+    if (request.head.verb == DecoderVerb::SkySamples)
+        return AnswerSkySamples(request.head, file, reply);
     const FileHandle stream(::fdopen(::fcntl(file, F_DUPFD_CLOEXEC, 0), "rb"));
     if (!stream) {
         reply.error = kNoMemory;
@@ -95,8 +100,11 @@ void LoadReaders(DecoderKind) {
     for (const DecoderFormat each :
          {DecoderFormat::Raw, DecoderFormat::Heif, DecoderFormat::Jxl, DecoderFormat::Tiff})
         DirectFormat(each, error);
-    // The toolkit loads a plug-in when it is first asked for one.
-    for (const QByteArray& name : QImageReader::supportedImageFormats()) {
+    LoadSkyReaders();
+    // The toolkit loads a plug-in when it is first asked for its kind; of others that are there
+    // none is loaded, and so none is ever used.
+    for (const char* name : {"png", "bmp", "gif", "ico", "icns", "tga", "tiff", "wbmp", "webp",
+                             "jpeg", "xpm", "xbm", "pbm", "pgm", "ppm"}) {
         QByteArray bytes("none");
         QBuffer buffer(&bytes);
         QImageReader(&buffer, name).canRead();

@@ -1,0 +1,41 @@
+#include "decoder/program/SkyAnswers.h"
+
+#include "imaging/fits/FitsFile.h"
+#include "imaging/fits/FitsLibrary.h"
+#include "imaging/fits/SkyFile.h"
+#include "imaging/fits/SkyWire.h"
+#include "imaging/xisf/XisfFile.h"
+#include "imaging/xisf/XisfLibraries.h"
+#include "platform/OpenRegular.h"
+
+#include <cstring>
+
+namespace tarn {
+
+void LoadSkyReaders() {
+    FitsLibraryRuns();
+    XisfLibrariesRun();
+}
+
+void AnswerSkyHeader(const RequestHead& head, int file, Reply& reply) {
+    const auto read = head.format == DecoderFormat::Xisf ? ReadXisfHeader : ReadFitsHeader;
+    if (const auto header = read(NameOfOpen(file), head.image, reply.error))
+        reply.bytes = WireOf(*header);
+}
+
+void AnswerSkySamples(const RequestHead& head, int file, Reply& reply) {
+    const auto read = head.format == DecoderFormat::Xisf ? ReadXisfSamples : ReadFitsSamples;
+    const auto samples = read(NameOfOpen(file), head.image, reply.error);
+    if (!samples) return;
+    const std::size_t each = samples->words ? sizeof(std::uint16_t) : sizeof(float);
+    reply.bytes = WireOf(*samples);
+    reply.used = samples->All() * each;
+    const std::size_t behind = reply.bytes.size() > kMostInline ? reply.bytes.size() : 0;
+    reply.memory = SharedMemory::Make(reply.used + behind);
+    if (!reply.memory) throw std::bad_alloc();
+    const void* const from =
+        samples->words ? static_cast<const void*>(samples->words.get()) : samples->floats.get();
+    std::memcpy(reply.memory.Bytes(), from, samples->count * each);
+}
+
+} // namespace tarn
