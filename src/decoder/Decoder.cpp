@@ -120,6 +120,11 @@ Decoder::End Decoder::Wait(std::int64_t until) const {
     }
 }
 
+bool Decoder::LookForHello() {
+    pollfd socket{m_socket, POLLIN, 0};
+    return !m_greeted && ::poll(&socket, 1, 0) > 0 && TakeHello();
+}
+
 bool Decoder::TakeHello() {
     const Packet packet = ReceivePacket(m_socket, kMostPacket);
     if (packet.descriptor >= 0) ::close(packet.descriptor);

@@ -32,6 +32,8 @@ public:
     enum class End { Answered, Died, TooLate, Stopped };
     End Ask(const DecoderRequest& request, int file, int seconds, DecoderAnswer& answer);
 
+    // Takes its greeting if it has come; it is not waited for.
+    bool LookForHello();
     bool HasGreeted() const { return m_greeted; }
     std::uint32_t Rights() const { return m_rights; }
     DecoderKind Kind() const { return m_kind; }

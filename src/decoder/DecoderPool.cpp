@@ -8,6 +8,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
+#include <thread>
 #include <vector>
 
 #include <sys/syscall.h>
@@ -34,7 +35,7 @@ public:
         return *kPool;
     }
 
-    void Use(int threads, const std::string& program, int seconds);
+    void Use(const DecoderUse& use);
     void StartAhead(DecoderKind kind);
     std::optional<DecoderAnswer> Ask(const DecoderRequest& request, int file,
                                      const IsRight& isRight);
@@ -43,7 +44,9 @@ public:
 private:
     using Loan = std::unique_ptr<Decoder>;
 
-    bool IsUsable() const { return !m_program.empty() && m_failed < kMostStarts; }
+    bool IsUsable() const {
+        return m_use.threads > 0 && !m_use.program.empty() && m_failed < kMostStarts;
+    }
     Loan Borrow(DecoderKind kind);
     Loan TakeIdle(DecoderKind kind);
     void GiveBack(Loan loan, bool usable);
@@ -52,9 +55,7 @@ private:
 
     std::mutex m_mutex;
     std::condition_variable m_returned;
-    std::string m_program; // empty: none is used
-    int m_threads = 0;
-    int m_seconds = 0; // 0: the usual
+    DecoderUse m_use;
     int m_busy = 0;
     int m_failed = 0;                      // starts in a row that came to nothing
     std::optional<std::uint32_t> m_rights; // given up by the first process
@@ -62,13 +63,11 @@ private:
     std::vector<FileLook> m_givenUp;
 };
 
-void DecoderPool::Use(int threads, const std::string& program, int seconds) {
+void DecoderPool::Use(const DecoderUse& use) {
     const std::lock_guard lock(m_mutex);
     m_idle.clear();
     m_givenUp.clear();
-    m_threads = threads;
-    m_seconds = seconds;
-    m_program = program.empty() && threads > 0 ? HelperPath("tarn-decoder") : program;
+    m_use = use;
     m_failed = 0;
     m_rights.reset();
 }
@@ -77,8 +76,8 @@ void DecoderPool::StartAhead(DecoderKind kind) {
     const std::lock_guard lock(m_mutex);
     const bool there = std::any_of(m_idle.begin(), m_idle.end(),
                                    [&](const Loan& each) { return each->Kind() == kind; });
-    if (there || !IsUsable() || m_busy + int(m_idle.size()) > m_threads) return;
-    if (auto started = Decoder::Start(m_program, kind)) m_idle.push_back(std::move(started));
+    if (there || !IsUsable() || m_busy + int(m_idle.size()) > m_use.threads) return;
+    if (auto started = Decoder::Start(m_use.program, kind)) m_idle.push_back(std::move(started));
 }
 
 DecoderPool::Loan DecoderPool::TakeIdle(DecoderKind kind) {
@@ -92,15 +91,15 @@ DecoderPool::Loan DecoderPool::TakeIdle(DecoderKind kind) {
 
 // Null where none can be had.
 DecoderPool::Loan DecoderPool::Borrow(DecoderKind kind) {
-    const int most = IsFirstThread() ? m_threads + 1 : m_threads;
+    const int most = IsFirstThread() ? m_use.threads + 1 : m_use.threads;
     std::unique_lock lock(m_mutex);
     while (m_busy >= most && IsUsable() && !IsStopped()) m_returned.wait_for(lock, kSlice);
     if (!IsUsable() || IsStopped()) return nullptr;
     ++m_busy;
     Loan loan = TakeIdle(kind);
     if (loan) return loan;
-    if (m_busy + int(m_idle.size()) > m_threads + 1) m_idle.erase(m_idle.begin());
-    loan = Decoder::Start(m_program, kind);
+    if (m_busy + int(m_idle.size()) > m_use.threads + 1) m_idle.erase(m_idle.begin());
+    loan = Decoder::Start(m_use.program, kind);
     if (!loan) {
         --m_busy;
         ++m_failed;
@@ -149,7 +148,7 @@ std::optional<DecoderAnswer> DecoderPool::Ask(const DecoderRequest& request, int
     {
         const std::lock_guard lock(m_mutex);
         if (!IsUsable()) return std::nullopt;
-        if (m_seconds > 0) seconds = m_seconds;
+        if (m_use.seconds > 0) seconds = m_use.seconds;
     }
     struct stat facts {};
     if (::fstat(file, &facts) != 0) return std::nullopt;
@@ -180,6 +179,8 @@ std::string DecoderPool::Protection() {
     const std::lock_guard lock(m_mutex);
     if (!IsUsable()) return "none: files are read within the program";
     std::string text = "a process of its own";
+    for (const Loan& each : m_idle)
+        if (each->HasGreeted() || each->LookForHello()) m_rights = each->Rights();
     if (!m_rights) return text + ", not needed yet";
     if ((*m_rights & kCallsFiltered) != 0) text += ", system calls filtered";
     if ((*m_rights & kFilesRefused) != 0) text += ", files and network closed";
@@ -189,8 +190,13 @@ std::string DecoderPool::Protection() {
 
 } // namespace
 
-void UseDecoders(int threads, const std::string& program, int seconds) {
-    DecoderPool::Get().Use(threads, program, seconds);
+void UseDecoders() {
+    const auto threads = int(std::clamp(std::thread::hardware_concurrency(), 2U, 4U));
+    UseDecoders({threads, HelperPath("tarn-decoder"), 0});
+}
+
+void UseDecoders(const DecoderUse& use) {
+    DecoderPool::Get().Use(use);
 }
 
 void StartDecoderAhead() {

@@ -10,11 +10,16 @@
 
 namespace tarn {
 
-// From now on files are read by such processes, where they can be started; with 0 threads by none.
-// `program`: of the process, else the one that is installed. One thread more is served at once, the
-// first, which others do not keep waiting. `seconds` that an answer may take, in place of the
-// usual.
-void UseDecoders(int threads, const std::string& program = {}, int seconds = 0);
+struct DecoderUse {
+    int threads = 0;     // served at once, and the first thread, which others do not keep waiting
+    std::string program; // of the process
+    int seconds = 0;     // that an answer may take, 0: the usual
+};
+
+// From now on files are read by such processes, where they can be started, as they are installed
+// and as many as suit the machine; or as is said, with 0 threads by none.
+void UseDecoders();
+void UseDecoders(const DecoderUse& use);
 
 // Starts one for pictures, so that the first file does not wait for it.
 void StartDecoderAhead();

@@ -21,14 +21,14 @@ constexpr QRgb kPixel = 0xFF777777;
 
 class DecoderFaults : public ::testing::Test {
 protected:
-    ~DecoderFaults() override { UseDecoders(0); }
+    ~DecoderFaults() override { UseDecoders({}); }
 
     // The fake one, under a name that says how it begins.
     void Use(const std::string& name, int threads = 1) const {
         const std::string program = folder.Path() + "/" + name;
         std::filesystem::remove(program);
         std::filesystem::create_symlink(TARN_FAKE_DECODER, program);
-        UseDecoders(threads, program, kSeconds);
+        UseDecoders({threads, program, kSeconds});
     }
 
     // What is said of a file that gives such an order; empty when its picture came.
@@ -98,7 +98,7 @@ TEST_F(DecoderFaults, WithoutAProcessFilesAreReadInside) {
         EXPECT_TRUE(HasWritten(std::string(name) + ".first")) << name; // it was tried
         EXPECT_EQ(DecoderProtection(), "none: files are read within the program") << name;
     }
-    UseDecoders(1, folder.Path() + "/none");
+    UseDecoders({1, folder.Path() + "/none", kSeconds});
     EXPECT_EQ(ErrorOf("size well"), "Not a picture that can be read");
 }
 

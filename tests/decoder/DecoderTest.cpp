@@ -51,9 +51,9 @@ enum class Pixels { Compared, LeftOut };
 
 void ExpectSame(const std::string& path, QSize wanted = {}, Pixels pixels = Pixels::Compared) {
     SCOPED_TRACE(path + " " + std::to_string(wanted.width()));
-    UseDecoders(0);
+    UseDecoders({});
     const Read inside = ReadOf(path, wanted);
-    UseDecoders(1);
+    UseDecoders();
     const Read apart = ReadOf(path, wanted);
     EXPECT_EQ(apart.openError, inside.openError);
     EXPECT_EQ(apart.size, inside.size);
@@ -65,7 +65,7 @@ void ExpectSame(const std::string& path, QSize wanted = {}, Pixels pixels = Pixe
     EXPECT_EQ(apart.remark, inside.remark);
     EXPECT_NE(DecoderProtection().find("system calls filtered"), std::string::npos)
         << DecoderProtection();
-    UseDecoders(0);
+    UseDecoders({});
 }
 
 std::vector<float> Values(const FitsSamples& samples) {
@@ -75,7 +75,7 @@ std::vector<float> Values(const FitsSamples& samples) {
 
 class Decoders : public ::testing::Test {
 protected:
-    ~Decoders() override { UseDecoders(0); }
+    ~Decoders() override { UseDecoders({}); }
     std::string Write(const std::string& name, const std::string& bytes) const {
         return folder.Write(name, bytes);
     }
@@ -166,7 +166,7 @@ TEST_F(Decoders, TheChosenStretchGoesAlong) {
     EXPECT_NE(ReadOf(path, {}).picture, automatic);
     {
         const AutomaticStretchOnly only;
-        UseDecoders(1);
+        UseDecoders();
         EXPECT_EQ(ReadOf(path, {}).picture, automatic);
     }
     SetStretchChoice({});
@@ -182,10 +182,10 @@ TEST_F(Decoders, HeadersAndSamplesOfTelescopesAreReadAlike) {
                                     Write("c.fit", NightSky(50, 20).substr(0, 2880 + 2880 / 2)),
                                     Write("d.xisf", XisfBytes({floats}))}) {
         std::string error;
-        UseDecoders(0);
+        UseDecoders({});
         const SkyFacts facts = SkyFactsOf(path);
         const auto inside = ReadSkySamples(path, error);
-        UseDecoders(1);
+        UseDecoders();
         std::string errorApart;
         const SkyFacts factsApart = SkyFactsOf(path);
         const auto apart = ReadSkySamples(path, errorApart);
@@ -203,9 +203,9 @@ TEST_F(Decoders, HeadersAndSamplesOfTelescopesAreReadAlike) {
 }
 
 TEST_F(Decoders, PixelsStayAfterTheProcessIsGone) {
-    UseDecoders(1);
+    UseDecoders();
     const Read read = ReadOf(Write("a.png", PictureBytes(TellTale(64, 48), "PNG")), {});
-    UseDecoders(0);
+    UseDecoders({});
     EXPECT_EQ(Quarters(read.picture), "rgby");
     QImage own = read.picture;
     own.setPixel(0, 0, qRgb(1, 2, 3));
