@@ -18,8 +18,7 @@ enum class DecoderVerb : std::uint32_t {
     Profile,    // bytes: the file's colour profile
     SkyHeader,  // bytes: the header (DecoderWords)
     SkySamples, // the same; memory: the samples, as SkyPlane.h says
-    FirstFrame, // as Decode
-    Versions,   // bytes: of the libraries, a line each
+    FirstFrame, // as Decode; the width is that of a square in which it fits
 };
 
 enum class DecoderFormat : std::uint32_t { Raw, Heif, Jxl, Tiff, Toolkit, Fits, Xisf, Clip };
@@ -72,7 +71,7 @@ struct RequestHead {
 
 struct DecoderRequest {
     RequestHead head;
-    std::string payload; // of FITS and XISF files the user's choice, of clips the file's name
+    std::string payload; // of FITS and XISF files the user's choice of a stretch
 };
 
 // With the memory's descriptor, if there is any. Behind it the error and the bytes, which stand at

@@ -5,12 +5,15 @@
 #include "XisfFiles.h"
 #include "support/TestFolder.h"
 
+#include "clips/ClipFrame.h"
 #include "decoder/DecoderPool.h"
 #include "imaging/PictureLoader.h"
+#include "imaging/SamplePlanes.h"
 #include "imaging/fits/FitsLines.h"
 #include "imaging/fits/ImageChoice.h"
 #include "imaging/fits/ScreenStretch.h"
 #include "imaging/fits/SkyFile.h"
+#include "platform/Modules.h"
 
 #include <gtest/gtest.h>
 
@@ -60,7 +63,9 @@ void ExpectSame(const std::string& path, QSize wanted = {}, Pixels pixels = Pixe
     EXPECT_EQ(apart.upright, inside.upright);
     EXPECT_EQ(apart.picture.format(), inside.picture.format());
     EXPECT_EQ(apart.picture.size(), inside.picture.size());
-    if (pixels == Pixels::Compared) EXPECT_EQ(apart.picture, inside.picture);
+    if (pixels == Pixels::Compared) {
+        EXPECT_EQ(apart.picture, inside.picture);
+    }
     EXPECT_EQ(apart.error, inside.error);
     EXPECT_EQ(apart.remark, inside.remark);
     EXPECT_NE(DecoderProtection().find("system calls filtered"), std::string::npos)
@@ -199,6 +204,45 @@ TEST_F(Decoders, HeadersAndSamplesOfTelescopesAreReadAlike) {
         EXPECT_EQ(apart->zero, inside->zero);
         EXPECT_EQ(apart->scale, inside->scale);
         EXPECT_EQ(Values(*apart), Values(*inside)) << path;
+    }
+}
+
+TEST_F(Decoders, SamplesOfASensorComeAsTheyAre) {
+    const std::string path = Write("a.dng", RawFile(TellTale(60, 40), {}, {}, 6).bytes);
+    for (const bool apart : {false, true}) {
+        UseDecoders(apart ? DecoderUse{1, HelperPath("tarn-decoder"), 0} : DecoderUse{});
+        std::string error;
+        const auto samples = ReadSamplePlanes(path, error);
+        ASSERT_TRUE(samples) << error;
+        EXPECT_EQ(samples->header.width, 60);
+        EXPECT_EQ(samples->header.height, 40);
+        EXPECT_TRUE(samples->header.topDown);
+        EXPECT_EQ(samples->header.pattern, (std::array{0, 1, 1, 2}));
+        EXPECT_EQ(samples->range, (ValueRange{0, 65535}));
+        // Red on the left above, green on the right: what is seen through each filter.
+        std::vector<float> row;
+        for (int x = 0; x < 60; ++x) row.push_back(x % 2 == (x < 30 ? 0 : 1) ? 60000 : 0);
+        std::vector<float> values = Values(*samples);
+        values.resize(60);
+        EXPECT_EQ(values, row);
+    }
+    std::string error;
+    EXPECT_FALSE(ReadSamplePlanes(Write("a.png", PictureBytes(TellTale(4, 4), "PNG")), error));
+    EXPECT_EQ(error, "The file has no samples of a sensor");
+}
+
+TEST_F(Decoders, FirstFramesOfClipsAreReadAlike) {
+    for (const char* name : {"c.mp4", "c.avi", "c.mkv"}) {
+        const std::string path = Converted(name, "-frames:v 1 -c:v mpeg4 -pix_fmt yuv420p");
+        for (const int side : {30, 200}) {
+            UseDecoders({});
+            const QImage inside = FirstFrame(path, side);
+            UseDecoders();
+            EXPECT_EQ(FirstFrame(path, side), inside) << name << side;
+            EXPECT_EQ(FirstFrame(Write("none", "no clip"), side), QImage());
+            EXPECT_FALSE(inside.isNull());
+        }
+        EXPECT_NE(DecoderProtection().find("system calls filtered"), std::string::npos);
     }
 }
 

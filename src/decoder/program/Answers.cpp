@@ -1,10 +1,13 @@
 #include "decoder/program/Answers.h"
 
+#include "clips/FramesModule.h"
 #include "common/file_handle.h"
 #include "decoder/program/SkyAnswers.h"
 #include "imaging/DirectFormats.h"
 #include "imaging/fits/ImageChoice.h"
 #include "imaging/fits/ScreenStretch.h"
+#include "platform/Modules.h"
+#include "platform/OpenRegular.h"
 
 #include <QBuffer>
 #include <QColorSpace>
@@ -24,8 +27,17 @@ namespace {
 constexpr std::size_t kReadBuffer = 256 * 1024;
 constexpr char kNoMemory[] = "Not enough memory";
 
+// In one of the two kinds that are sent.
+QImage InSentKind(const QImage& picture) {
+    const bool sent =
+        picture.format() == QImage::Format_RGB32 || picture.format() == QImage::Format_ARGB32;
+    return sent ? picture : picture.convertToFormat(QImage::Format_ARGB32);
+}
+
 // The rows of the picture, tight, and the bytes behind them where they are too many for a packet.
-void PutPicture(const QImage& picture, Reply& reply) {
+void PutPicture(const QImage& read, Reply& reply) {
+    if (read.isNull()) return;
+    const QImage picture = InSentKind(read);
     const std::size_t row = std::size_t(picture.width()) * 4;
     reply.used = row * std::size_t(picture.height());
     const std::size_t behind = reply.bytes.size() > kMostInline ? reply.bytes.size() : 0;
@@ -44,13 +56,9 @@ void PutPicture(const QImage& picture, Reply& reply) {
 
 void Decode(const PictureFormat& format, std::FILE* file, const RequestHead& head, Reply& reply) {
     const QImage picture = format.decode(file, QSize(head.width, head.height), reply.error);
-    if (picture.isNull()) return;
     reply.bytes = picture.colorSpace().iccProfile().toStdString();
     if (reply.bytes.size() > kMostBytes) reply.bytes.clear();
-    PutPicture(picture.format() == QImage::Format_RGB32 || picture.format() == QImage::Format_ARGB32
-                   ? picture
-                   : picture.convertToFormat(QImage::Format_ARGB32),
-               reply);
+    PutPicture(picture, reply);
 }
 
 void AnswerOfPicture(const DecoderRequest& request, std::FILE* file, Reply& reply) {
@@ -77,6 +85,11 @@ void TakeChoice(const DecoderRequest& request) {
 }
 
 void Answer(const DecoderRequest& request, int file, Reply& reply) {
+    if (request.head.verb == DecoderVerb::FirstFrame) {
+        const auto* frames = FromModule<FramesModule>();
+        if (frames) PutPicture(frames->first(NameOfOpen(file), request.head.width), reply);
+        return;
+    }
     if (request.head.verb == DecoderVerb::SkyHeader)
         return AnswerSkyHeader(request.head, file, reply);
     if (request.head.verb == DecoderVerb::SkySamples)
@@ -95,7 +108,11 @@ void Answer(const DecoderRequest& request, int file, Reply& reply) {
 
 } // namespace
 
-void LoadReaders(DecoderKind) {
+void LoadReaders(DecoderKind kind) {
+    if (kind == DecoderKind::Clips) {
+        FromModule<FramesModule>();
+        return;
+    }
     std::string error;
     for (const DecoderFormat each :
          {DecoderFormat::Raw, DecoderFormat::Heif, DecoderFormat::Jxl, DecoderFormat::Tiff})

@@ -1,11 +1,11 @@
 #include "decoder/program/Serve.h"
 
 #include "common/utf8.h"
+#include "common/worker.h"
 #include "decoder/Packets.h"
 
 #include <cstdlib>
 #include <cstring>
-#include <thread>
 
 #include <malloc.h>
 #include <poll.h>
@@ -23,12 +23,12 @@ constexpr std::size_t kKept = 64U << 20U; // bytes of free memory that may stay 
 
 // The signal at a parent's death comes with that of its thread, and those come and go.
 void EndWithProgram() {
-    std::thread([] {
+    static const Worker kWatch([] {
         pollfd socket{kDecoderSocket, 0, 0};
         while (::poll(&socket, 1, -1) <= 0) {
         }
         End();
-    }).detach();
+    });
 }
 
 std::string ShortText(std::string text) {

@@ -1,16 +1,31 @@
 #include "decoder/program/SkyAnswers.h"
 
+#include "imaging/RawModule.h"
 #include "imaging/fits/FitsFile.h"
 #include "imaging/fits/FitsLibrary.h"
 #include "imaging/fits/SkyFile.h"
 #include "imaging/fits/SkyWire.h"
 #include "imaging/xisf/XisfFile.h"
 #include "imaging/xisf/XisfLibraries.h"
+#include "platform/Modules.h"
 #include "platform/OpenRegular.h"
 
 #include <cstring>
 
 namespace tarn {
+
+namespace {
+
+std::optional<FitsSamples> SamplesFor(const RequestHead& head, int file, std::string& error) {
+    const std::string name = NameOfOpen(file);
+    if (head.format == DecoderFormat::Xisf) return ReadXisfSamples(name, head.image, error);
+    if (head.format == DecoderFormat::Fits) return ReadFitsSamples(name, head.image, error);
+    const auto* raw = FromModule<RawModule>();
+    const FileHandle stream = OpenRegular(name, error);
+    return raw && stream ? raw->samples(stream.get(), error) : std::nullopt;
+}
+
+} // namespace
 
 void LoadSkyReaders() {
     FitsLibraryRuns();
@@ -24,8 +39,7 @@ void AnswerSkyHeader(const RequestHead& head, int file, Reply& reply) {
 }
 
 void AnswerSkySamples(const RequestHead& head, int file, Reply& reply) {
-    const auto read = head.format == DecoderFormat::Xisf ? ReadXisfSamples : ReadFitsSamples;
-    const auto samples = read(NameOfOpen(file), head.image, reply.error);
+    const auto samples = SamplesFor(head, file, reply.error);
     if (!samples) return;
     const std::size_t each = samples->words ? sizeof(std::uint16_t) : sizeof(float);
     reply.bytes = WireOf(*samples);
