@@ -273,7 +273,13 @@ std::optional<FitsSamples> RawSamples(std::FILE* file, std::string& error) {
     samples.count = samples.All();
     const libraw_colordata_t& levels = reader.imgdata.color;
     const unsigned black = levels.black + levels.cblack[0];
-    if (levels.maximum > black) samples.range = ValueRange{double(black), double(levels.maximum)};
+    const unsigned stated = levels.dng_levels.dng_whitelevel[0];
+    const unsigned white = stated > 0 ? stated : levels.maximum;
+    // The library does not find the level of every file.
+    const bool known =
+        white > black &&
+        white >= *std::max_element(samples.words.get(), samples.words.get() + samples.count);
+    if (known) samples.range = ValueRange{double(black), double(white)};
     if (raw.damaged || EndsInNothing(reader.imgdata)) error = kDamaged;
     return samples;
 }

@@ -22,6 +22,7 @@ std::optional<FitsSamples> SamplesFor(const RequestHead& head, int file, std::st
     if (head.format == DecoderFormat::Fits) return ReadFitsSamples(name, head.image, error);
     const auto* raw = FromModule<RawModule>();
     const FileHandle stream = OpenRegular(name, error);
+    if (!raw) error = "The program's reader of raw files is not installed";
     return raw && stream ? raw->samples(stream.get(), error) : std::nullopt;
 }
 
@@ -30,6 +31,7 @@ std::optional<FitsSamples> SamplesFor(const RequestHead& head, int file, std::st
 void LoadSkyReaders() {
     FitsLibraryRuns();
     XisfLibrariesRun();
+    FromModule<RawModule>();
 }
 
 void AnswerSkyHeader(const RequestHead& head, int file, Reply& reply) {
