@@ -18,7 +18,6 @@ namespace tarn {
 
 namespace {
 
-constexpr int kTries = 2;      // of one file
 constexpr int kMostStarts = 3; // in a row that come to nothing before there is said to be none
 constexpr auto kSlice = std::chrono::milliseconds(5);
 constexpr std::size_t kMostGivenUp = 100'000; // files
@@ -45,7 +44,8 @@ private:
     using Loan = std::unique_ptr<Decoder>;
 
     bool IsUsable() const {
-        return m_use.threads > 0 && !m_use.program.empty() && m_failed < kMostStarts;
+        if (m_use.threads <= 0 || m_use.program.empty()) return false;
+        return m_rights || m_failed < kMostStarts;
     }
     Loan Borrow(DecoderKind kind);
     Loan TakeIdle(DecoderKind kind);
@@ -154,13 +154,14 @@ std::optional<DecoderAnswer> DecoderPool::Ask(const DecoderRequest& request, int
     if (::fstat(file, &facts) != 0) return std::nullopt;
     const FileLook look = LookOf(facts);
     if (IsGivenUp(look)) return Failed(kGaveUp);
-    for (int deaths = 0; deaths < kTries;) {
+    bool died = false; // of this file
+    for (int tries = 0; tries < kMostStarts; ++tries) {
         Loan loan = Borrow(KindFor(request.head.format));
         if (IsStopped()) {
             if (loan) GiveBack(std::move(loan), true);
             return Failed(kBrokenOff);
         }
-        if (!loan) return std::nullopt;
+        if (!loan) break;
         DecoderAnswer answer;
         Decoder::End end = loan->Ask(request, file, seconds, answer);
         if (end == Decoder::End::Answered && !isRight(answer)) end = Decoder::End::Died;
@@ -168,11 +169,17 @@ std::optional<DecoderAnswer> DecoderPool::Ask(const DecoderRequest& request, int
         GiveBack(std::move(loan), end == Decoder::End::Answered);
         if (end == Decoder::End::Answered) return answer;
         if (end == Decoder::End::Stopped) return Failed(kBrokenOff);
-        if (end == Decoder::End::TooLate) break;
-        if (greeted) ++deaths; // before that the file was not looked at
+        if (!greeted) continue; // the file was not looked at
+        if (end == Decoder::End::Died && !died) {
+            died = true;
+            continue;
+        }
+        GiveUp(look);
+        return Failed(kGaveUp);
     }
-    GiveUp(look);
-    return Failed(kGaveUp);
+    // Once there were processes a want of them opens no other way.
+    const std::lock_guard lock(m_mutex);
+    return m_rights ? std::optional(Failed(kNotStarted)) : std::nullopt;
 }
 
 std::string DecoderPool::Protection() {
@@ -191,7 +198,7 @@ std::string DecoderPool::Protection() {
 } // namespace
 
 void UseDecoders() {
-    const auto threads = int(std::clamp(std::thread::hardware_concurrency(), 2U, 4U));
+    const auto threads = int(std::clamp(std::thread::hardware_concurrency(), 2U, 8U));
     UseDecoders({threads, HelperPath("tarn-decoder"), 0});
 }
 

@@ -37,6 +37,7 @@ std::optional<DecoderAnswer> AskDecoder(const DecoderRequest& request, int file,
 std::string DecoderProtection();
 
 inline constexpr char kGaveUp[] = "The reader gave up on this file";
+inline constexpr char kNotStarted[] = "The reader cannot be started";
 inline constexpr char kBrokenOff[] = "The reading was broken off";
 
 } // namespace tarn

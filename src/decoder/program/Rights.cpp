@@ -175,19 +175,16 @@ constexpr std::array kCalls{
 };
 
 void AllowWithin(Filter& filter) {
-    const auto nothing = std::uint64_t(PROT_EXEC);
-    filter.Allow(SCMP_SYS(mmap), {HasNot(2, nothing)});
-    filter.Allow(SCMP_SYS(mprotect), {HasNot(2, nothing)});
+    filter.Allow(SCMP_SYS(mmap), {HasNot(2, PROT_EXEC)});
+    filter.Allow(SCMP_SYS(mprotect), {HasNot(2, PROT_EXEC)});
     filter.Allow(SCMP_SYS(sendmsg), {Is(0, kDecoderSocket)});
     filter.Allow(SCMP_SYS(recvmsg), {Is(0, kDecoderSocket)});
     for (const int command : {F_GETFD, F_GETFL, F_SETFD, F_DUPFD_CLOEXEC, F_ADD_SEALS, F_GET_SEALS})
         filter.Allow(SCMP_SYS(fcntl), {Is(1, std::uint64_t(command))});
     // What is open, by its number, and not by a name.
-    for (const int call : {SCMP_SYS(newfstatat), SCMP_SYS(statx)}) {
-        const unsigned flags = call == SCMP_SYS(statx) ? 2 : 3;
-        for (int number = 0; number < int(kMostFiles); ++number)
-            filter.Allow(call, {Is(0, std::uint64_t(number)), Has(flags, AT_EMPTY_PATH)});
-    }
+    const scmp_arg_cmp number{0, SCMP_CMP_LT, kMostFiles, 0};
+    filter.Allow(SCMP_SYS(newfstatat), {number, Has(3, AT_EMPTY_PATH)});
+    filter.Allow(SCMP_SYS(statx), {number, Has(2, AT_EMPTY_PATH)});
     // Threads, and no processes. The other call hides its flags from the filter.
     filter.Allow(SCMP_SYS(clone), {Has(0, CLONE_THREAD | CLONE_VM)});
     filter.Refuse(SCMP_SYS(clone3), ENOSYS);
