@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <cstring>
 #include <exception>
+#include <new>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -34,21 +35,17 @@ QImage InSentKind(const QImage& picture) {
     return sent ? picture : picture.convertToFormat(QImage::Format_ARGB32);
 }
 
-// The rows of the picture, tight, and the bytes behind them where they are too many for a packet.
+// The rows of the picture, and the bytes behind them where they are too many for a packet.
 void PutPicture(const QImage& read, Reply& reply) {
     if (read.isNull()) return;
     const QImage picture = InSentKind(read);
-    const std::size_t row = std::size_t(picture.width()) * 4;
-    reply.used = row * std::size_t(picture.height());
-    const std::size_t behind = reply.bytes.size() > kMostInline ? reply.bytes.size() : 0;
-    reply.memory = SharedMemory::Make(reply.used + behind);
-    if (!reply.memory) {
-        reply = {};
-        reply.error = kNoMemory;
-        return;
-    }
-    for (int y = 0; y < picture.height(); ++y)
-        std::memcpy(reply.memory.Bytes() + std::size_t(y) * row, picture.constScanLine(y), row);
+    const QImage tight = picture.bytesPerLine() == picture.width() * 4 ? picture : picture.copy();
+    const bool behind = reply.bytes.size() > kMostInline;
+    reply.used = std::size_t(tight.sizeInBytes());
+    reply.memory =
+        SharedMemory::Filled({{reinterpret_cast<const char*>(tight.constBits()), reply.used},
+                              behind ? std::string_view(reply.bytes) : std::string_view()});
+    if (!reply.memory) throw std::bad_alloc();
     const bool shines = picture.format() == QImage::Format_ARGB32;
     reply.numbers = {picture.width(), picture.height(),
                      std::int64_t(shines ? PixelKind::ShinesThrough : PixelKind::Opaque)};

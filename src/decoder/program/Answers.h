@@ -10,7 +10,7 @@ struct Reply {
     std::string error;
     std::array<std::int64_t, 4> numbers{};
     std::string bytes;
-    SharedMemory memory; // with room for the bytes behind `used`
+    SharedMemory memory; // with the bytes behind `used` where they are too many for a packet
     std::size_t used = 0;
 };
 

@@ -57,14 +57,13 @@ bool Send(Reply reply) {
     head.numbers = reply.numbers;
     head.bytesInMemory = reply.bytes.size() > kMostInline ? 1 : 0;
     if (head.bytesInMemory != 0) {
-        if (!reply.memory) reply.memory = SharedMemory::Make(reply.bytes.size());
+        if (!reply.memory) reply.memory = SharedMemory::Filled({reply.bytes});
         if (!reply.memory) return false;
-        std::memcpy(reply.memory.Bytes() + head.memory, reply.bytes.data(), reply.bytes.size());
         reply.bytes.clear();
     }
     const int descriptor = reply.memory ? reply.memory.Descriptor() : -1;
     // Seen by the program alone from here on.
-    if (reply.memory) SharedMemory::Free(reply.memory.Release(), reply.memory.Size());
+    if (void* bytes = reply.memory.Release()) SharedMemory::Free(bytes, reply.memory.Size());
     return SendPacket(kDecoderSocket, {BytesOf(head), reply.error, reply.bytes}, descriptor);
 }
 

@@ -10,7 +10,7 @@
 #include "platform/Modules.h"
 #include "platform/OpenRegular.h"
 
-#include <cstring>
+#include <new>
 
 namespace tarn {
 
@@ -45,13 +45,16 @@ void AnswerSkySamples(const RequestHead& head, int file, Reply& reply) {
     if (!samples) return;
     const std::size_t each = samples->words ? sizeof(std::uint16_t) : sizeof(float);
     reply.bytes = WireOf(*samples);
-    reply.used = samples->All() * each;
-    const std::size_t behind = reply.bytes.size() > kMostInline ? reply.bytes.size() : 0;
-    reply.memory = SharedMemory::Make(reply.used + behind);
-    if (!reply.memory) throw std::bad_alloc();
     const void* const from =
         samples->words ? static_cast<const void*>(samples->words.get()) : samples->floats.get();
-    std::memcpy(reply.memory.Bytes(), from, samples->count * each);
+    reply.used = samples->All() * each;
+    std::string rest; // what could not be read is there, and black
+    if (samples->count < samples->All()) rest.resize((samples->All() - samples->count) * each);
+    reply.memory = SharedMemory::Filled(
+        {{static_cast<const char*>(from), samples->count * each},
+         rest,
+         reply.bytes.size() > kMostInline ? std::string_view(reply.bytes) : std::string_view()});
+    if (!reply.memory) throw std::bad_alloc();
 }
 
 } // namespace tarn
