@@ -40,4 +40,9 @@ inline constexpr char kGaveUp[] = "The reader gave up on this file";
 inline constexpr char kNotStarted[] = "The reader cannot be started";
 inline constexpr char kBrokenOff[] = "The reading was broken off";
 
+// Whether an error speaks of the process and not of what is in the file.
+inline bool IsDecoderFault(const std::string& error) {
+    return error == kGaveUp || error == kNotStarted || error == kBrokenOff;
+}
+
 } // namespace tarn
