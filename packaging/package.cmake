@@ -54,7 +54,7 @@ endif()
 foreach(component ${CPACK_COMPONENTS_ALL})
   install(CODE "
     set(root \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}\")
-    file(GLOB binaries \"\${root}/bin/tarn\" \"\${root}/bin/tarn-view\" \"\${root}/lib/tarn-view/plugins/*.so\")
+    file(GLOB binaries \"\${root}/bin/tarn\" \"\${root}/bin/tarn-view\" \"\${root}/lib/tarn-view/plugins/*.so\" \"\${root}/lib/tarn-view/plugins/tarn-decoder\")
     if(CMAKE_INSTALL_DO_STRIP AND binaries)
       execute_process(COMMAND ${CMAKE_STRIP} --strip-unneeded -R .comment -R .note \${binaries}
                       COMMAND_ERROR_IS_FATAL ANY)

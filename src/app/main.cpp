@@ -4,6 +4,7 @@
 #include "app/about/AboutText.h"
 #include "app/start/StartPath.h"
 #include "common/paths.h"
+#include "decoder/DecoderPool.h"
 #include "imaging/PictureLoader.h"
 #include "platform/Clipboard.h"
 #include "platform/CrashNote.h"
@@ -18,7 +19,9 @@
 
 #include <QIcon>
 #include <QStyle>
+#include <QTimer>
 
+#include <chrono>
 #include <clocale>
 #include <cstdio>
 #include <cstring>
@@ -28,6 +31,8 @@ namespace {
 constexpr char kUsage[] = "usage: tarn-view [--help | --version] [PATH...]\n"
                           "Shows the pictures of a folder; a file is shown first. Of several\n"
                           "paths, as a file manager hands them over, the first counts.\n";
+
+constexpr std::chrono::milliseconds kSettled(300); // the window stands, with its picture
 
 // Answers --help and --version; -1 to go on.
 int AnswerOptions(int argc, char** argv) {
@@ -64,6 +69,7 @@ int main(int argc, char** argv) {
 
     tarn::KeepCrashNotes(files->StateFolder(),
                          tarn::AboutText(tarn::ShellState().Version, {}, tarn::Versions::AsBuilt));
+    tarn::UseDecoders();
     const auto settings = tarn::MakeUserSettingsStore();
     const auto events = tarn::MakeEventPump();
     const auto dialogs = tarn::MakeDialogs();
@@ -76,5 +82,6 @@ int main(int argc, char** argv) {
     second.Listen([&house](const std::string& handed) { house.Open(handed); });
     application.onThrown = [&house](const std::string& fault) { house.TellThrown(fault); };
     if (!house.Start(path, tarn::PictureLoader::ReaderError())) return 1;
+    QTimer::singleShot(kSettled, [] { tarn::StartDecoderAhead(); });
     return events->ProgramEnds() ? 0 : QApplication::exec();
 }

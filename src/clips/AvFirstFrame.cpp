@@ -1,7 +1,7 @@
 // The first frame of a clip that the libraries know.
 #include "clips/AvFile.h"
 #include "clips/ClipFrame.h"
-#include "clips/ClipsModule.h"
+#include "clips/FramesModule.h"
 
 extern "C" {
 #include <libswscale/swscale.h>
@@ -54,8 +54,6 @@ bool DecodeOne(AVFormatContext& file, int stream, AVCodecContext& decoder, AVFra
     return false;
 }
 
-} // namespace
-
 QImage FirstOfAv(const std::string& path, int side) {
     const std::atomic<bool> never = false;
     std::string error;
@@ -75,5 +73,9 @@ QImage FirstOfAv(const std::string& path, int side) {
     const QTransform upright = QTransform().rotate(90.0 * QuarterTurnsOf(*file->streams[stream]));
     return Scaled(*frame, side).transformed(upright);
 }
+
+} // namespace
+
+extern "C" const FramesModule TarnModule{FirstOfAv};
 
 } // namespace tarn

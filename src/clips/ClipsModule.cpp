@@ -30,6 +30,6 @@ std::string Version(const std::string& library) {
 
 } // namespace
 
-extern "C" const ClipsModule TarnModule{OpenWithMpv, FirstOfAv, Version};
+extern "C" const ClipsModule TarnModule{OpenWithMpv, Version};
 
 } // namespace tarn

@@ -9,7 +9,6 @@ struct ClipsModule {
     static constexpr char kModule[] = "clips";
     std::unique_ptr<ClipPlayer> (*player)(const std::string& path, const ClipPlayer::Wait& wait,
                                           std::string& error);
-    QImage (*firstFrame)(const std::string& path, int side); // as FirstFrame of ClipFrame.h
 
     // Of the library that runs, by its name in MciLibraries.
     std::string (*version)(const std::string& library);
@@ -18,6 +17,5 @@ struct ClipsModule {
 // What stands in the module.
 std::unique_ptr<ClipPlayer> OpenWithMpv(const std::string& path, const ClipPlayer::Wait& wait,
                                         std::string& error);
-QImage FirstOfAv(const std::string& path, int side);
 
 } // namespace tarn

@@ -1,8 +1,12 @@
-// Which reader a clip has: our own for SER, or the module with the libraries for all others.
+// Which reader a clip has: our own for SER, or the modules with the libraries for all others, of
+// which first frames are read by the decoder process.
 #include "clips/ClipFrame.h"
 
 #include "clips/ClipsModule.h"
+#include "clips/FramesModule.h"
 #include "clips/SerPicture.h"
+#include "decoder/DecodedPicture.h"
+#include "decoder/DecoderPool.h"
 #include "platform/DecodeBudget.h"
 #include "platform/Modules.h"
 #include "platform/OpenRegular.h"
@@ -30,6 +34,23 @@ QImage FirstOfSer(const std::string& path, int side) {
                                              Qt::SmoothTransformation);
 }
 
+QImage FirstOfOther(const std::string& path, int side) {
+    std::string fault;
+    const OpenFile file(path, fault);
+    if (!file) return {};
+    DecoderRequest request;
+    request.head.verb = DecoderVerb::FirstFrame;
+    request.head.format = DecoderFormat::Clip;
+    request.head.width = side;
+    const auto isFrame = [side](const DecoderAnswer& answer) {
+        return IsDecodedPicture(answer) && answer.numbers[0] <= side && answer.numbers[1] <= side;
+    };
+    if (auto answer = AskDecoder(request, file.Number(), isFrame))
+        return TakeDecodedPicture(std::move(*answer));
+    const auto* frames = FromModule<FramesModule>();
+    return frames ? frames->first(path, side) : QImage();
+}
+
 } // namespace
 
 std::unique_ptr<ClipPlayer> OpenClip(const std::string& path, const ClipPlayer::Wait& wait,
@@ -47,8 +68,7 @@ QImage FirstFrame(const std::string& path, int side) {
     if (IsSerFile(path, fault)) return FirstOfSer(path, side);
     if (!fault.empty()) return {};
     const DecodeShare share(kFilmBytes);
-    const auto* clips = share ? FromModule<ClipsModule>() : nullptr;
-    return clips ? clips->firstFrame(path, side) : QImage();
+    return share ? FirstOfOther(path, side) : QImage();
 }
 
 } // namespace tarn

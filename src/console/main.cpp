@@ -7,6 +7,7 @@
 #include "console/PageCommands.h"
 #include "console/SheetCommand.h"
 #include "console/ThumbnailsCommand.h"
+#include "decoder/DecoderPool.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -73,6 +74,7 @@ int Run(const std::vector<std::string>& words) {
 
 int main(int argc, char** argv) {
     try {
+        tarn::UseDecoders();
         const int status = Run({argv + 1, argv + std::max(argc, 1)});
         // Output that did not reach its file is a failure, too.
         return std::fflush(stdout) == 0 && !std::ferror(stdout)

@@ -1,5 +1,5 @@
 // Pictures of telescopes, stretched for the screen while they are decoded.
-#include "imaging/PictureFormat.h"
+#include "imaging/DirectFormats.h"
 #include "imaging/fits/FitsPixels.h"
 #include "imaging/fits/SkyFile.h"
 #include "platform/OpenRegular.h"
@@ -49,6 +49,6 @@ QImage DecodeFits(std::FILE* file, QSize wanted, std::string& error) {
 
 } // namespace
 
-const PictureFormat kFitsFormat{FitsSize, DecodeFits, true, false, nullptr};
+const PictureFormat kDirectFits{FitsSize, DecodeFits, true, false, nullptr};
 
 } // namespace tarn

@@ -13,6 +13,7 @@
 #include <lcms2.h>
 #include <libheif/heif_version.h>
 #include <libraw/libraw_version.h>
+#include <seccomp.h>
 #include <tiffvers.h>
 
 namespace tarn {
@@ -30,6 +31,9 @@ constexpr char kJpegBuilt[] = TARN_TEXT(JPEG_LIB_VERSION);
 
 constexpr char kTiffBuilt[] = TARN_TEXT(TIFFLIB_MAJOR_VERSION) "." TARN_TEXT(
     TIFFLIB_MINOR_VERSION) "." TARN_TEXT(TIFFLIB_MICRO_VERSION);
+
+constexpr char kSeccompBuilt[] =
+    TARN_TEXT(SCMP_VER_MAJOR) "." TARN_TEXT(SCMP_VER_MINOR) "." TARN_TEXT(SCMP_VER_MICRO);
 
 // "0.20.2-Release" is 0.20.2.
 std::string Numbers(const std::string& version) {
@@ -75,6 +79,7 @@ std::vector<Library> ImagingLibraries(Versions asked) {
         {"Zstandard", built.zstd, runs.zstd},
         {"Nettle", built.nettle, runs.nettle},
         {"libtiff", kTiffBuilt, Running(asked, "tiff")},
+        {"libseccomp", kSeccompBuilt, ""},
     };
 }
 

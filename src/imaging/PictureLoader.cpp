@@ -3,6 +3,7 @@
 #include "common/file_handle.h"
 #include "common/stop_flag.h"
 #include "common/worker.h"
+#include "decoder/DecoderPool.h"
 #include "imaging/ColorProfiles.h"
 #include "imaging/DecodeCost.h"
 #include "imaging/FormatOf.h"
@@ -30,7 +31,6 @@ namespace {
 
 constexpr std::size_t kReadBuffer = 256 * 1024;
 constexpr int kBytesPerPixel = 4;
-constexpr char kBrokenOff[] = "The reading was broken off";
 
 FileHandle WithContent(FileHandle file, std::string& error) {
     struct stat facts {};
@@ -118,8 +118,10 @@ bool PictureSource::DecodeAnew(QSize wanted, std::string& error) {
     const ReadsImage one(m_image);
     const FileLook look = LookOf(file.get());
     const std::int64_t generation = StretchGeneration();
-    if (!look.IsSameFile(m_look) || SizeOf(m_format, file.get(), error) != m_size)
-        return error = "The file has changed", false;
+    if (!look.IsSameFile(m_look) || SizeOf(m_format, file.get(), error) != m_size) {
+        if (!IsDecoderFault(error)) error = "The file has changed";
+        return false;
+    }
     std::rewind(file.get());
     const long long cost = DecodeCost(m_format, file.get(), m_size, wanted);
     error = CostFault(cost, m_size, look.bytes);

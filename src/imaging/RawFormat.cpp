@@ -2,7 +2,7 @@
 // as it has the pixels, and the developed one for all of them.
 #include "common/file_handle.h"
 #include "imaging/ColorProfiles.h"
-#include "imaging/PictureFormat.h"
+#include "imaging/RawModule.h"
 #include "imaging/Turn.h"
 #include "imaging/exif/FileBytes.h"
 
@@ -231,6 +231,59 @@ QImage DecodeRaw(std::FILE* file, QSize wanted, std::string& error) {
     return error.empty() ? picture : StandIn(file, picture);
 }
 
+// The colours of the first two pixels of two rows, as places of "RGB"; false where they are laid
+// out otherwise.
+bool TakeMosaic(LibRaw& reader, FitsHeader& header) {
+    constexpr unsigned kOwnLayouts = 1000; // numbers below it stand for tables of the library's
+    const libraw_iparams_t& sensor = reader.imgdata.idata;
+    if (sensor.filters == 0) return sensor.colors == 1;
+    if (sensor.filters < kOwnLayouts) return false;
+    const std::string_view colors = "RGB";
+    for (int i = 0; i < 4; ++i) {
+        const std::size_t place = colors.find(sensor.cdesc[reader.COLOR(i / 2, i % 2)]);
+        if (place == std::string_view::npos) return false;
+        header.pattern[std::size_t(i)] = int(place);
+    }
+    header.mosaic = true;
+    return true;
+}
+
+std::optional<FitsSamples> RawSamples(std::FILE* file, std::string& error) {
+    Raw raw(file, true);
+    if (raw.Fails(error)) return std::nullopt;
+    LibRaw& reader = *raw.reader;
+    if (!PackedDataAreThere(reader, file)) return error = kDamaged, std::nullopt;
+    const int fault = reader.unpack();
+    if (fault != LIBRAW_SUCCESS) return error = LibRaw::strerror(fault), std::nullopt;
+    const auto& sizes = reader.imgdata.sizes;
+    const std::uint16_t* from = reader.imgdata.rawdata.raw_image;
+    FitsSamples samples;
+    samples.header.width = sizes.width;
+    samples.header.height = sizes.height;
+    samples.header.topDown = true;
+    if (!from || sizes.width == 0 || sizes.height == 0 || !TakeMosaic(reader, samples.header))
+        return error = "The samples of this sensor are laid out in a way that is not known",
+               std::nullopt;
+    samples.words = RoomFor<std::uint16_t>(samples.All());
+    if (!samples.words) return error = "Not enough memory", std::nullopt;
+    const std::size_t pitch = sizes.raw_pitch ? sizes.raw_pitch / sizeof *from : sizes.raw_width;
+    for (std::size_t row = 0; row < sizes.height; ++row)
+        std::copy_n(from + (sizes.top_margin + row) * pitch + sizes.left_margin, sizes.width,
+                    samples.words.get() + row * sizes.width);
+    samples.count = samples.All();
+    const libraw_colordata_t& levels = reader.imgdata.color;
+    const unsigned black = levels.black + levels.cblack[0];
+    const unsigned stated = levels.dng_levels.dng_whitelevel[0];
+    const unsigned white = stated > 0 ? stated : levels.maximum;
+    // The library does not find the level of every file.
+    const bool known =
+        white > black &&
+        white >= *std::max_element(samples.words.get(), samples.words.get() + samples.count);
+    if (known) samples.range = ValueRange{double(black), double(white)};
+    if (raw.damaged || EndsInNothing(reader.imgdata)) error = kDamaged;
+    return samples;
+}
+
 constexpr PictureFormat kFormat{RawSize, DecodeRaw, true, true, nullptr};
 
 std::string Version() {
@@ -240,6 +293,6 @@ std::string Version() {
 
 } // namespace
 
-extern "C" const FormatModule TarnModule{&kFormat, Version};
+extern "C" const RawModule TarnModule{{&kFormat, Version}, RawSamples};
 
 } // namespace tarn

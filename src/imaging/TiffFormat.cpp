@@ -1,6 +1,6 @@
 // TIFF files. The toolkit reads the whole ones; of the others its library gives strip by strip, or
 // tile by tile, what is there. What the library would write on the console is kept for the answer.
-#include "imaging/PictureFormat.h"
+#include "imaging/DirectFormats.h"
 #include "imaging/Turn.h"
 #include "imaging/exif/FileFront.h"
 
@@ -186,12 +186,12 @@ QImage DecodeParts(std::FILE* file) {
 
 QSize TiffSize(std::FILE* file, std::string& error) {
     const Listening listening;
-    return kToolkitFormat.size(file, error);
+    return kDirectToolkit.size(file, error);
 }
 
 QImage DecodeTiff(std::FILE* file, QSize wanted, std::string& error) {
     const Listening listening;
-    QImage picture = kToolkitFormat.decode(file, wanted, error);
+    QImage picture = kDirectToolkit.decode(file, wanted, error);
     if (picture.isNull()) picture = DecodeParts(file);
     const std::string& fault = listening.Fault();
     if (!fault.empty() || !picture.isNull()) error = fault; // none: the library knew more kinds

@@ -1,4 +1,5 @@
 // Files that the toolkit's own reader takes: PNG, BMP, GIF, TIFF and the like.
+#include "imaging/DirectFormats.h"
 #include "imaging/FormatOf.h"
 #include "imaging/ToolkitGaps.h"
 #include "imaging/Turn.h"
@@ -148,7 +149,7 @@ std::string ProfileOfPng(std::FILE* file) {
 
 } // namespace
 
-const PictureFormat kToolkitFormat{ToolkitSize, DecodeWithToolkit, false,
+const PictureFormat kDirectToolkit{ToolkitSize, DecodeWithToolkit, false,
                                    false,       ProfileOfPng,      IsContainerTurned};
 
 bool IsContainerTurned(std::FILE* file) {

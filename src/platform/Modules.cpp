@@ -17,14 +17,22 @@ std::string ProgramFolder() {
     return program.substr(0, program.rfind('/') + 1);
 }
 
+// In the build tree all lie together; a helper's folder is that of the modules.
+std::string FindBeside(const std::string& file, int access) {
+    for (const char* place : {"", "../lib/tarn-view/plugins/"})
+        if (std::string path = ProgramFolder() + place + file; ::access(path.c_str(), access) == 0)
+            return path;
+    return {};
+}
+
 } // namespace
 
 std::string ModulePath(const std::string& name) {
-    for (const char* place : {"", "../lib/tarn-view/plugins/"})
-        if (std::string path = ProgramFolder() + place + "libtarn-" + name + ".so";
-            ::access(path.c_str(), R_OK) == 0)
-            return path;
-    return {};
+    return FindBeside("libtarn-" + name + ".so", R_OK);
+}
+
+std::string HelperPath(const std::string& name) {
+    return FindBeside(name, X_OK);
 }
 
 // Lazily, as most of what the libraries bring is never called.

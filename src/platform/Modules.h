@@ -11,6 +11,9 @@ namespace tarn {
 // it is not installed.
 std::string ModulePath(const std::string& name);
 
+// The same of a program that ours starts and nobody else.
+std::string HelperPath(const std::string& name);
+
 // Its table; null when it is not installed or does not load.
 const void* LoadModule(const std::string& name);
 

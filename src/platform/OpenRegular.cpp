@@ -1,6 +1,7 @@
 #include "platform/OpenRegular.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <system_error>
 #include <utility>
 
@@ -12,6 +13,7 @@ namespace tarn {
 
 namespace {
 
+constexpr char kOpen[] = "/proc/self/fd/";
 constexpr char kSocket[] = "Not a file but a socket";
 
 std::string SystemText(int code) {
@@ -31,6 +33,15 @@ const char* KindText(mode_t mode) {
     }
 }
 
+int Open(const std::string& path) {
+    const int file = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+    const int number = NumberInName(path);
+    if (file >= 0 || errno != EACCES || number < 0) return file;
+    const int same = ::fcntl(number, F_DUPFD_CLOEXEC, 0);
+    if (same >= 0) ::lseek(same, 0, SEEK_SET);
+    return same;
+}
+
 // Why it is none that has bytes; empty for a file.
 std::string FaultOf(int file) {
     struct stat facts {};
@@ -40,8 +51,7 @@ std::string FaultOf(int file) {
 
 } // namespace
 
-OpenFile::OpenFile(const std::string& path, std::string& error)
-    : m_number(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY)) {
+OpenFile::OpenFile(const std::string& path, std::string& error) : m_number(Open(path)) {
     const std::string fault = FaultOf(m_number);
     if (fault.empty()) {
         ::fcntl(m_number, F_SETFL, 0); // its readers know nothing of "try again"
@@ -71,7 +81,11 @@ FileHandle OpenRegular(const std::string& path, std::string& error) {
 }
 
 std::string NameOfOpen(int file) {
-    return "/proc/self/fd/" + std::to_string(file);
+    return kOpen + std::to_string(file);
+}
+
+int NumberInName(const std::string& path) {
+    return path.starts_with(kOpen) ? std::atoi(path.c_str() + sizeof kOpen - 1) : -1;
 }
 
 } // namespace tarn

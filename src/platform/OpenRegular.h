@@ -33,4 +33,8 @@ FileHandle OpenRegular(const std::string& path, std::string& error);
 // Libraries open files by name: that of the very file that is open under this number.
 std::string NameOfOpen(int file);
 
+// The number in such a name; -1 of another. Where this process may open nothing the gate takes what
+// is open under it, from its beginning, with one place for all who read so.
+int NumberInName(const std::string& path);
+
 } // namespace tarn

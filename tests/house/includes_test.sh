@@ -9,7 +9,9 @@ BEGIN {
     floor = 0
     Floor("common/")
     Floor("platform/")
+    Floor("decoder/")
     Floor("imaging/ clips/")
+    Floor("decoder/program/")
     Floor("widgets/")
     Floor("pictureinfo/")
     Floor("convert/ facts/")

@@ -1,6 +1,7 @@
 #include "app/about/AboutText.h"
 
 #include "clips/MciLibraries.h"
+#include "decoder/DecoderPool.h"
 #include "imaging/ImagingLibraries.h"
 #include "platform/QtText.h"
 
@@ -71,6 +72,7 @@ std::string AboutText(const std::string& version, const std::string& detail, Ver
     text += Row("Session", Variable("XDG_SESSION_TYPE") + ", " + Variable("XDG_CURRENT_DESKTOP"));
     text +=
         Row("Window system", FromQt(QGuiApplication::platformName()) + ", style " + StyleName());
+    if (asked == Versions::Running) text += Row("Readers", DecoderProtection());
     int number = 0;
     for (const QScreen* screen : QGuiApplication::screens())
         text += Row("Screen " + std::to_string(++number), ScreenText(*screen));

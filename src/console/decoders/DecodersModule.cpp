@@ -5,6 +5,7 @@
 #include "console/decoders/Pages.h"
 #include "console/decoders/Sheets.h"
 #include "console/decoders/Thumbnails.h"
+#include "decoder/DecoderPool.h"
 #include "imaging/PictureLoader.h"
 #include "imaging/fits/FitsLines.h"
 
@@ -18,10 +19,12 @@ int argc = 1;
 char name[] = "tarn";
 char* argv[] = {name, nullptr};
 
-// Tells the toolkit where its plug-ins are looked for, and with text where its fonts are. Lives to
-// the end of the process: what the toolkit takes down on the way out may not outlive it.
+// What every command here begins with. Tells the toolkit where its plug-ins are looked for, and
+// with text where its fonts are. Lives to the end of the process: what the toolkit takes down on
+// the way out may not outlive it.
 void NeedApplication(bool withFonts) {
     if (QCoreApplication::instance()) return;
+    UseDecoders();
     if (!withFonts) {
         new QCoreApplication(argc, argv);
         return;

@@ -99,8 +99,7 @@ FitsHeader HeaderOf(FitsHandle& file, const FitsPlace& place) {
 }
 
 // From the colours of each pixel to plane after plane.
-template <typename Sample>
-bool PartColours(std::unique_ptr<Sample[]>& samples, std::size_t pixels) {
+template <typename Sample> bool PartColours(SamplesOf<Sample>& samples, std::size_t pixels) {
     constexpr std::size_t kColours = 3;
     auto planes = RoomFor<Sample>(kColours * pixels);
     if (!planes) return false;

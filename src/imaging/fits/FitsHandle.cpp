@@ -1,6 +1,7 @@
 #include "imaging/fits/FitsHandle.h"
 
 #include "imaging/fits/FitsCards.h"
+#include "platform/OpenRegular.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -47,13 +48,27 @@ std::string FitsFaultText(int status) {
 FitsHandle::FitsHandle(const std::string& path) : m_path(path), m_turn(MyTurn()) {
     fits_open_diskfile(&m_file, path.c_str(), READONLY, &status);
     struct stat facts {};
-    if (::stat(path.c_str(), &facts) == 0) m_bytes = facts.st_size;
+    const int number = NumberInName(path);
+    if ((number < 0 ? ::stat(path.c_str(), &facts) : ::fstat(number, &facts)) == 0)
+        m_bytes = facts.st_size;
+    if (status == FILE_NOT_OPENED && number >= 0) OpenMapped(number);
+}
+
+// Where a process may open nothing. Each who reads has a place of his own in the same bytes.
+void FitsHandle::OpenMapped(int file) {
+    m_mappedBytes = std::size_t(m_bytes);
+    m_mapped = ::mmap(nullptr, m_mappedBytes, PROT_READ, MAP_PRIVATE, file, 0);
+    if (m_mapped == MAP_FAILED) return;
+    status = 0;
+    fits_clear_errmsg();
+    fits_open_memfile(&m_file, "memory", READONLY, &m_mapped, &m_mappedBytes, 0, nullptr, &status);
 }
 
 FitsHandle::~FitsHandle() {
     int ignored = 0;
     if (m_file) fits_close_file(m_file, &ignored);
     fits_clear_errmsg();
+    if (m_mapped != MAP_FAILED) ::munmap(m_mapped, m_mappedBytes);
 }
 
 // Three planes are the colours of one picture, and so are three samples a pixel in front of two

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include <fitsio.h>
+#include <sys/mman.h>
 
 namespace tarn {
 
@@ -58,12 +59,15 @@ private:
 
     std::vector<Part> Parts(std::string& error);
     std::optional<Part> PartHere(bool& empty);
+    void OpenMapped(int file);
     void MoveOn();
     std::string WordHere(const char* name);
 
     const std::string& m_path;
     bool m_refused = false; // by a look at its cards
     std::unique_lock<std::mutex> m_turn;
+    void* m_mapped = MAP_FAILED; // which the library is told by their places
+    std::size_t m_mappedBytes = 0;
     fitsfile* m_file = nullptr;
     long long m_bytes = 0;
     int m_part = 1; // of the file, at which it stands

@@ -10,15 +10,34 @@
 #include <new>
 #include <optional>
 
+#include <sys/mman.h>
+
 namespace tarn {
+
+// Samples are this process's own, or so many bytes of memory that another one has filled.
+struct FreeSamples {
+    FreeSamples() = default;
+    explicit FreeSamples(std::size_t bytes) : mapped(bytes) {}
+    template <typename Sample> FreeSamples(std::default_delete<Sample[]>) {}
+
+    template <typename Sample> void operator()(Sample* samples) const {
+        if (mapped > 0)
+            ::munmap(samples, mapped);
+        else
+            delete[] samples;
+    }
+
+    std::size_t mapped = 0;
+};
+template <typename Sample> using SamplesOf = std::unique_ptr<Sample[], FreeSamples>;
 
 // The samples of one picture in the order of the file: row after row, plane after plane. Those of 8
 // and 16 bits stand in `words`, all others in `floats`, where NaN means that there is none.
 struct FitsSamples {
     FitsHeader header;
-    std::unique_ptr<std::uint16_t[]> words;
-    std::unique_ptr<float[]> floats; // the file's scale is in them already
-    double zero = 0;                 // value of a word = zero + scale * word
+    SamplesOf<std::uint16_t> words;
+    SamplesOf<float> floats; // the file's scale is in them already
+    double zero = 0;         // value of a word = zero + scale * word
     double scale = 1;
     std::optional<ValueRange> range; // where the file says what is black and what is white
     std::size_t count = 0; // samples from the start that could be read; all others are not set

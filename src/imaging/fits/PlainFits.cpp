@@ -155,7 +155,10 @@ std::string UnpackedFile::Fill(const std::string& path) {
 
 PlainFits::PlainFits(const std::string& path, std::string& error) : m_path(path) {
     struct stat facts {};
-    if (!IsPacked(path) || ::stat(path.c_str(), &facts) != 0) return;
+    const int number = NumberInName(path);
+    if (!IsPacked(path) ||
+        (number < 0 ? ::stat(path.c_str(), &facts) : ::fstat(number, &facts)) != 0)
+        return;
     const FileLook look = LookOf(facts);
     m_unpacked = FindKept(look);
     if (!m_unpacked) {

@@ -1,4 +1,5 @@
-// The program's side of the module that reads XISF files.
+// The program's side of what reads XISF files: the decoder process, or the module itself.
+#include "imaging/fits/SkyWire.h"
 #include "imaging/xisf/XisfModule.h"
 #include "platform/Modules.h"
 
@@ -18,12 +19,16 @@ constexpr char kNoModule[] = "The program's reader of XISF files is not installe
 } // namespace
 
 std::optional<FitsHeader> ReadXisfHeader(const std::string& path, int image, std::string& error) {
+    std::optional<FitsHeader> header;
+    if (AskForSkyHeader(DecoderFormat::Xisf, path, image, header, error)) return header;
     if (const auto* xisf = FromModule<XisfModule>()) return xisf->header(path, image, error);
     error = kNoModule;
     return std::nullopt;
 }
 
 std::optional<FitsSamples> ReadXisfSamples(const std::string& path, int image, std::string& error) {
+    std::optional<FitsSamples> samples;
+    if (AskForSkySamples(DecoderFormat::Xisf, path, image, samples, error)) return samples;
     if (const auto* xisf = FromModule<XisfModule>()) return xisf->samples(path, image, error);
     error = kNoModule;
     return std::nullopt;

@@ -1,0 +1,15 @@
+// What the module that reads first frames has: without the player and all that it brings.
+#pragma once
+
+#include <QImage>
+
+#include <string>
+
+namespace tarn {
+
+struct FramesModule {
+    static constexpr char kModule[] = "frames";
+    QImage (*first)(const std::string& path, int side); // as FirstFrame of ClipFrame.h
+};
+
+} // namespace tarn
