@@ -27,7 +27,13 @@ std::string WithoutTrailingSeparator(std::string_view path);
 std::string FileTypeOf(std::string_view path);
 
 // The file name of a picture's note.
-std::string NoteNameOf(std::string_view fileName); // last four characters removed, ".enf" added
+// Its last four characters removed, ".enf" added; three of a packed picture, or "M31_001.fz" and
+// "M31_002.fz" would share one.
+std::string NoteNameOf(std::string_view fileName);
+
+// "M31.fits.gz", "M31.fz": of a picture that is packed as a whole.
+inline constexpr int kPackedEnding = 3; // characters
+bool IsPackedName(std::string_view fileName);
 
 // Whether a file type is in a list of patterns: its three characters behind the first are looked
 // for anywhere in the list's text, in any case of the list.

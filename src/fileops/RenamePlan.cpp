@@ -163,6 +163,7 @@ bool IsNote(const std::string& name) {
 
 // At least one character is kept.
 std::string NewNoteName(const std::string& name) {
+    if (Length(name) > kEnding) return NoteNameOf(name);
     return std::string(LeftChars(name, std::max(1, Length(name) - kEnding))) + ".enf";
 }
 

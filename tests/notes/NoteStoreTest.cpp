@@ -14,6 +14,10 @@ TEST(NoteNames, AreTheFileNameWithoutItsLastFourCharacters) {
     EXPECT_EQ(NoteNameOf("abcd"), ".enf");
     EXPECT_EQ(NoteNameOf("ab"), ".enf");
     EXPECT_EQ(NoteNameOf("\xC3\xA9.ts"), ".enf"); // characters, not bytes
+    // Each frame of a night has its own, packed or not.
+    EXPECT_EQ(NoteNameOf("L_001.fz"), "L_001.enf");
+    EXPECT_EQ(NoteNameOf("M31.fits"), "M31..enf");
+    EXPECT_EQ(NoteNameOf("M31.fits.GZ"), "M31.fits.enf");
     EXPECT_EQ(NotePath("/notes", "M31.TIF"), "/notes/M31.enf");
     EXPECT_EQ(NotePath("", "M31.TIF"), "/M31.enf");
 }
