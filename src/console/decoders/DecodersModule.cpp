@@ -32,7 +32,7 @@ void NeedApplication(bool withFonts) {
 PictureLook Look(const std::string& path) {
     NeedApplication(false);
     PictureLook look;
-    const PictureHeader header = PictureLoader::ReadHeader(path);
+    const PictureHeader header = PictureLoader::ReadHeader(path, look.fault);
     if (!header.size.isEmpty()) {
         look.width = header.size.width();
         look.height = header.size.height();
