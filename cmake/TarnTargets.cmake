@@ -10,6 +10,23 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   target_compile_options(tarn_options INTERFACE -Wno-restrict -Wno-stringop-overflow
                          -Wno-array-bounds)
 endif()
+# A fault in a reader of foreign bytes is to end the program, not to be used. Checks of sizes that
+# the compiler knows need its optimiser.
+include(CheckCXXCompilerFlag)
+foreach(flag -fstack-protector-strong -fstack-clash-protection -fcf-protection
+             -ftrivial-auto-var-init=zero)
+  string(MAKE_C_IDENTIFIER "TARN_HAS${flag}" known)
+  check_cxx_compiler_flag(${flag} ${known})
+  if(${known})
+    target_compile_options(tarn_options INTERFACE ${flag})
+  endif()
+endforeach()
+target_compile_definitions(tarn_options INTERFACE _GLIBCXX_ASSERTIONS)
+if(NOT TARN_SANITIZE AND NOT TARN_THREADS AND NOT TARN_FUZZ)
+  target_compile_options(tarn_options INTERFACE
+    $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE> $<$<NOT:$<CONFIG:Debug>>:-D_FORTIFY_SOURCE=3>)
+endif()
+target_link_options(tarn_options INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack)
 if(TARN_SANITIZE)
   target_compile_options(tarn_options INTERFACE -fsanitize=address,undefined
                          -fno-sanitize-recover=all -fno-omit-frame-pointer)

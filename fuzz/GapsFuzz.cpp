@@ -29,7 +29,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Demand(!picture || !picture->isNull() || !error.empty());
     const std::string bitmap = FirstOfBitmaps(file.get());
     Demand(bitmap.empty() || bitmap.starts_with("BM"));
-    EndsTooEarly(file.get());
+    QImage read(4, 3, QImage::Format_RGB32);
+    EndsTooEarly(file.get(), read);
     if (const auto key = FindKeyColor(file.get())) Demand(key->file.size() < bytes.size());
     return 0;
 }

@@ -71,6 +71,9 @@ void AddPictures(Corpus& corpus) {
     masked += "\0\0\xF0\x3F\0\xFC\x0F\0\xFF\3\0\0\0\0\0\0"s + std::string(16, '\x5A');
     corpus.Add("gaps", "masks", masked);
     corpus.Add("gaps", "array", "BA" + std::string(12, '\0') + masked);
+    corpus.Add("gaps", "short_header",
+               "BM" + std::string(8, '\0') + "\x1A\0\0\0\x0C\0\0\0\4\0\3\0\1\0\x18\0"s +
+                   std::string(24, '\x5A'));
     corpus.Add("gaps", "gif",
                "GIF89a\1\0\1\0\x80\0\0\0\0\0\xFF\xFF\xFF,\0\0\0\0\1\0\1\0\0\2\2D\1\0;"s);
     corpus.Add("gaps", "png",
@@ -166,6 +169,9 @@ void AddXisf(Corpus& corpus) {
                        "<Property id=\"Observation:Time:Start\" value=\"2024-11-05T21:14:33Z\"/>"
                        "<ColorFilterArray pattern=\"RGGB\" width=\"2\" height=\"2\"/>";
     corpus.Add("xisf", "mosaic", "X" + XisfBytes({picture}));
+    picture.attributes = "orientation=\"90;flip\"";
+    corpus.Add("xisf", "turned", "X" + XisfBytes({picture}));
+    picture.attributes.clear();
     picture.elements.clear();
     picture.place = "embedded";
     picture.shuffled = true;

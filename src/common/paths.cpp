@@ -39,6 +39,11 @@ std::string FileTypeOf(std::string_view path) {
     return ToUpper(RightChars(path, 4));
 }
 
+bool IsPackedName(std::string_view fileName) {
+    const std::string ending = ToUpper(RightChars(fileName, kPackedEnding));
+    return ending == ".FZ" || ending == ".GZ";
+}
+
 std::string NoteNameOf(std::string_view fileName) {
     return std::string(LeftChars(fileName, Length(fileName) - 4)) + ".enf";
 }

@@ -29,6 +29,10 @@ std::string FileTypeOf(std::string_view path);
 // The file name of a picture's note.
 std::string NoteNameOf(std::string_view fileName); // last four characters removed, ".enf" added
 
+// "M31.fits.gz", "M31.fz": of a picture that is packed as a whole.
+inline constexpr int kPackedEnding = 3; // characters
+bool IsPackedName(std::string_view fileName);
+
 // Whether a file type is in a list of patterns: its three characters behind the first are looked
 // for anywhere in the list's text, in any case of the list.
 bool IsListedType(std::string_view patterns, std::string_view fileType);

@@ -35,6 +35,7 @@ public:
         AddOwnFacts(m_info, look.cameraDate, look.lines);
         Print("== ", path, "\n");
         for (const std::string& row : m_info.PanelRows) Print(row, "\n");
+        if (!look.fault.empty()) Complain(look.fault);
     }
 
     void PrintDates(const std::string& path) {
@@ -42,8 +43,11 @@ public:
         m_info.CameraDate.clear();
         m_info.PictureDate.clear();
         m_reader.ReadCameraDate(m_info);
-        if (m_info.NoExif) TakeOwnDate();
-        if (WasRead()) Print(path, "\t", m_info.CameraDate, "\t", m_info.PictureDate, "\n");
+        const SkyFacts sky = m_info.NoExif ? SkyFactsOf(path) : SkyFacts();
+        if (m_info.NoExif) TakeOwnDate(sky.cameraDate);
+        if (!WasRead()) return;
+        Print(path, "\t", m_info.CameraDate, "\t", m_info.PictureDate, "\n");
+        if (!sky.fault.empty()) Complain(sky.fault);
     }
 
     int ExitStatus() const { return m_exitStatus; }
@@ -71,14 +75,19 @@ private:
 
     bool WasRead() {
         if (m_reader.FileWasRead()) return true;
-        Flush(); // so that the complaint stands where its file would
-        ComplainOfFile(m_info.Filename, "cannot be read");
-        m_exitStatus = kExitFailedFile;
+        Complain("cannot be read");
         return false;
     }
 
-    void TakeOwnDate() {
-        m_info.CameraDate = SkyFactsOf(m_info.Filename).cameraDate;
+    void Complain(std::string_view fault) {
+        Flush(); // so that the complaint stands where its file would
+        std::fflush(stdout);
+        ComplainOfFile(m_info.Filename, fault);
+        m_exitStatus = kExitFailedFile;
+    }
+
+    void TakeOwnDate(const std::string& date) {
+        m_info.CameraDate = date;
         m_info.PictureDate = ShownCameraDate(m_info.CameraDate).value_or("");
     }
 

@@ -28,6 +28,7 @@ struct PictureLook {
     int height = 0;
     std::vector<std::string> lines; // rows that only pictures of telescopes have
     std::string cameraDate;         // and their date, in the form of a camera's
+    std::string fault;              // why a picture by its first bytes cannot be read
 };
 using PictureLooker = std::function<PictureLook(const std::string& path)>;
 

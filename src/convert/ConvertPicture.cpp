@@ -19,10 +19,15 @@ namespace {
 
 constexpr double kLinesOfHeight = 60.0; // so many lines of text would fill the picture
 
+// Part of a damaged picture is no picture to make a copy of.
+const std::string& FaultOf(const ImgX& picture) {
+    return picture.LoadError().empty() ? picture.ErrorText() : picture.LoadError();
+}
+
 // Nothing is drawn on pixels that stand in for ones that could not be had any more.
 std::string DrawText(ImgX& picture, const ConvertOptions& options) {
     QImage drawn = picture.FullPicture();
-    if (!picture.ErrorText().empty()) return picture.ErrorText();
+    if (std::string fault = FaultOf(picture); !fault.empty()) return fault;
     DrawCaption(drawn, options, drawn.height(), 1, 0);
     picture.TakePicture(drawn);
     return {};
@@ -80,11 +85,12 @@ Converted ConvertPicture(ImgX& picture, const ConvertOptions& options) {
     const Turn upright = Turn::Upright(options.orientation);
     picture.TurnBy(upright);
     Converted result;
-    if (!options.text.empty()) result.error = DrawText(picture, options);
+    result.error = picture.LoadError();
+    if (!options.text.empty() && result.error.empty()) result.error = DrawText(picture, options);
     if (result.error.empty()) {
         result.suffix = MakeSmaller(picture, options);
         const QImage& pixels = picture.FullPicture();
-        result.error = picture.ErrorText();
+        result.error = FaultOf(picture);
         if (result.error.empty()) result.jpeg = EncodeJpeg(pixels, options.quality, &result.error);
     }
     picture.TurnBy(upright.Inverse());

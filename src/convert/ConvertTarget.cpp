@@ -13,11 +13,20 @@ constexpr int kEnding = 4; // characters of a name that the new ending takes the
 
 // One character at least stays. Of a longer ending the point goes too, for the new one brings its
 // own.
-std::string StemOf(const std::string& name) {
+std::string StemOfPlain(const std::string& name) {
     std::string stem(LeftChars(name, std::max(1, Length(name) - kEnding)));
     const bool longer = name.substr(stem.size()).find('.') == std::string::npos;
     if (longer && stem.size() > 1 && stem.ends_with('.')) stem.pop_back();
     return stem;
+}
+
+// Of "M31.fits.fz" both endings go, of "M31.fz" the one.
+std::string StemOf(const std::string& name) {
+    if (!IsPackedName(name) || Length(name) <= kPackedEnding) return StemOfPlain(name);
+    std::string plain(LeftChars(name, Length(name) - kPackedEnding));
+    const std::string type = FileTypeOf(plain);
+    const bool named = type == ".FIT" || type == ".FTS" || type == "FITS";
+    return named && Length(plain) > kEnding ? StemOfPlain(plain) : plain;
 }
 
 ConvertTarget Named(const std::string& folder, const std::string& stem) {

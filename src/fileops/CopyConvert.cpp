@@ -105,6 +105,7 @@ Outcome CopyRoom::WriteConverted(ImgX& picture, const ConvertTarget& target) {
     }
     std::string ignored; // the first fault is the one to tell
     changes.TakeBack(&ignored);
+    if (!picture.LoadError().empty()) converted.error += " - " + m.state.FileNameOnly;
     return Outcome::Refused("ImgX Error - '" + target.name + "' NOT created", converted.error);
 }
 

@@ -30,10 +30,7 @@ QSize ImgX::ReadFileInfo(const std::string& path) {
 std::string ImgX::LoadFile(const std::string& path, QSize wanted) {
     std::string error;
     auto source = PictureLoader::Open(path, error);
-    if (!source) {
-        Clear();
-        return error;
-    }
+    if (!source) return Refuse(error);
     const QSize least = LeastFor(source->Size(), wanted);
     return Load(std::move(source), least);
 }
@@ -48,10 +45,7 @@ std::string ImgX::LoadFile(const std::string& path, QSize wanted, PicturesAhead&
     auto source = ahead.Take(path, wanted, now);
     const bool ready = source != nullptr;
     if (!ready) source = PictureLoader::Open(path, error);
-    if (!source) {
-        Clear();
-        return error;
-    }
+    if (!source) return Refuse(error);
     error = Load(source, LeastFor(source->Size(), wanted));
     if (!ready && HasImage()) ahead.Keep(path, wanted, std::move(source));
     return error;
@@ -61,8 +55,12 @@ std::string ImgX::LoadWithSystemReader(const std::string& path) {
     if (!m_refused.empty() && path == m_refused) return m_refusal; // it has tried already
     std::string error;
     auto source = PictureLoader::OpenWithToolkit(path, error);
-    if (source) return Load(std::move(source), {});
+    return source ? Load(std::move(source), {}) : Refuse(error);
+}
+
+std::string ImgX::Refuse(const std::string& error) {
     Clear();
+    m_loadError = error;
     return error;
 }
 
@@ -70,6 +68,7 @@ std::string ImgX::Load(std::shared_ptr<PictureSource> source, QSize least) {
     Clear();
     std::string error;
     m_pixels = source->Decode(least, error);
+    m_loadError = error;
     if (m_pixels.isNull() && source->IsToolkits()) {
         m_refused = source->Path();
         m_refusal = error;
@@ -91,6 +90,7 @@ void ImgX::TakePicture(const QImage& picture) {
 void ImgX::TakePixels(const ImgX& other) {
     m_pixels = other.m_pixels;
     m_source = other.m_source;
+    m_loadError = other.m_loadError;
     m_shown = {};
 }
 
@@ -120,6 +120,7 @@ void ImgX::Fetch(QSize least) {
         m_error = error;
         return;
     }
+    m_loadError = error;
     m_pixels = decoded;
     m_shown = {};
 }

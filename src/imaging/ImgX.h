@@ -25,7 +25,7 @@ public:
     // Decodes the file into the object: at least what the picture needs to be fitted into a box of
     // `wanted` pixels as it is and turned on its side, or whole when `wanted` is empty. Returns the
     // error text, empty when all went well. On an error the object holds no image, or what of a
-    // damaged file could be read: ask ErrorText.
+    // damaged file could be read: ask HasImage.
     std::string LoadFile(const std::string& path, QSize wanted);
 
     // The same, from what was decoded ahead where that is so; what had to be decoded now is kept
@@ -98,7 +98,12 @@ public:
     // operation then used an enlargement of those at hand. Empty otherwise.
     const std::string& ErrorText() const { return m_error; }
 
+    // What loading came to: why there is no image, or only a part of it. Empty when all of what is
+    // at hand was read well.
+    const std::string& LoadError() const { return m_loadError; }
+
 private:
+    std::string Refuse(const std::string& error);
     std::string Load(std::shared_ptr<PictureSource> source, QSize least);
     void Fetch(QSize least);
     void SetAll(const QImage& picture);
@@ -112,6 +117,7 @@ private:
     std::vector<int> m_brightened; // after it, in this order, each stops at black and white
     mutable QImage m_shown;        // the outcome, null until it is asked for
     std::string m_error;
+    std::string m_loadError;
     std::string m_colorRemark;
     std::shared_ptr<const PictureFacts> m_facts;
     std::string m_refused; // path of the file that the toolkit could not read last,

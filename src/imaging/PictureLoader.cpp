@@ -8,7 +8,9 @@
 #include "imaging/DecodeCost.h"
 #include "imaging/FormatOf.h"
 #include "imaging/Pixels.h"
+#include "imaging/exif/FileBytes.h"
 #include "imaging/exif/FileFront.h"
+#include "imaging/exif/FileKind.h"
 #include "imaging/fits/FitsLines.h"
 #include "imaging/fits/ImageChoice.h"
 #include "imaging/fits/ScreenStretch.h"
@@ -78,15 +80,22 @@ std::shared_ptr<PictureSource> MakeSource(const std::string& path, std::FILE* fi
     return std::make_shared<PictureSource>(path, format, header, look, image);
 }
 
-PictureHeader HeaderOf(const FileHandle& file) {
+PictureHeader HeaderOf(const FileHandle& file, std::string& error) {
     if (!file) return {};
-    std::string error;
     return Guarded(error, [&] {
         const PictureFormat& format = FormatOf(file.get());
         const QSize size = SizeOf(format, file.get(), error);
         return PictureHeader{error.empty() ? size : QSize(0, 0), Turns(format, file.get()),
                              &format == &kFitsFormat};
     });
+}
+
+// The toolkit's word on a file that is no picture at all is the same as on a broken one.
+bool IsToolkitsByItsStart(int file) {
+    constexpr std::size_t kUnused = 6; // of a bitmap, four bytes of 0
+    const std::string start = FileBytes(file).At(0, kKindBytes);
+    return IsPng(start) || IsWebP(start) || start.starts_with("GIF8") ||
+           (start.starts_with("BM") && start.find_first_not_of('\0', kUnused) >= kUnused + 4);
 }
 
 } // namespace
@@ -211,7 +220,21 @@ std::string PictureLoader::ReaderError() {
 
 PictureHeader PictureLoader::ReadHeader(const std::string& path) {
     std::string error;
-    return HeaderOf(OpenPicture(path, error));
+    return HeaderOf(OpenPicture(path, error), error);
+}
+
+PictureHeader PictureLoader::ReadHeader(const std::string& path, std::string& fault) {
+    fault.clear();
+    const FileHandle file = OpenPicture(path, fault);
+    PictureHeader header = HeaderOf(file, fault);
+    if (!file) return header;
+    std::rewind(file.get());
+    if (&FormatOf(file.get()) != &kToolkitFormat) return header;
+    if (!IsToolkitsByItsStart(::fileno(file.get())))
+        fault.clear();
+    else if (fault.empty() && header.size.isEmpty())
+        fault = "Its header cannot be read";
+    return header;
 }
 
 PictureHeader PictureLoader::ReadHeader(int file) {
@@ -219,7 +242,7 @@ PictureHeader PictureLoader::ReadHeader(int file) {
     const int own = ::lseek(file, 0, SEEK_SET) == 0 ? ::fcntl(file, F_DUPFD_CLOEXEC, 0) : -1;
     FileHandle opened(own < 0 ? nullptr : ::fdopen(own, "rb"));
     if (own >= 0 && !opened) ::close(own);
-    return HeaderOf(WithContent(std::move(opened), error));
+    return HeaderOf(WithContent(std::move(opened), error), error);
 }
 
 FileLook PictureLoader::LookAt(const std::string& path) {

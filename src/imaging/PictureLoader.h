@@ -97,6 +97,8 @@ public:
     // Nothing is decoded. A file that is open already is read from its start, and stays open.
     static PictureHeader ReadHeader(const std::string& path);
     static PictureHeader ReadHeader(int file);
+    // `fault`: why a file that is a picture by its first bytes cannot be read.
+    static PictureHeader ReadHeader(const std::string& path, std::string& fault);
     static QSize ReadSize(const std::string& path) { return ReadHeader(path).size; }
 
     // The file that stands under the name now.

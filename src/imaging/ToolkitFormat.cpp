@@ -26,7 +26,8 @@ constexpr long long kMegabyte = 1024LL * 1024;
 // The toolkit would write on the console what is told otherwise.
 void KeepQuiet() {
     static const bool kQuiet = [] {
-        QLoggingCategory::setFilterRules(QStringLiteral("qt.gui.imageio*=false"));
+        QLoggingCategory::setFilterRules(
+            QStringLiteral("qt.gui.imageio*=false\nqt.gui.icc*=false"));
         return true;
     }();
     Q_UNUSED(kQuiet);
@@ -103,15 +104,15 @@ QSize ToolkitSize(std::FILE* file, std::string& error) {
 QImage DecodeWithToolkit(std::FILE* file, QSize, std::string& error) {
     if (const auto masked = DecodeBitMasks(file, error)) return *masked;
     ToolkitReader reader(file, true);
-    const QImage picture = reader.Read();
+    QImage picture = reader.Read();
     if (picture.isNull()) {
         error = reader.ErrorText();
         return {};
     }
-    if (EndsTooEarly(file)) error = "The file ends too early";
-    return Turn::Upright(OrientationOf(file))
-        .Of(picture.convertToFormat(picture.hasAlphaChannel() ? QImage::Format_ARGB32
-                                                              : QImage::Format_RGB32));
+    picture = std::move(picture).convertToFormat(picture.hasAlphaChannel() ? QImage::Format_ARGB32
+                                                                           : QImage::Format_RGB32);
+    if (EndsTooEarly(file, picture)) error = "The file ends too early";
+    return Turn::Upright(OrientationOf(file)).Of(picture);
 }
 
 // Empty where it is damaged, or larger than profiles are.

@@ -17,6 +17,9 @@ namespace tarn {
 namespace {
 
 constexpr std::size_t kHeaderBytes = 128;        // of a bitmap, as much of it as counts here
+constexpr std::size_t kArrayHead = 14;           // in front of the first bitmap of an array
+constexpr std::int64_t kSlack = 3;               // some writers leave out the last row's filling
+constexpr QRgb kUnread = 0xFF808080;             // grey, as the rest of a JPEG file cut short
 constexpr std::int64_t kMostMissing = 100;       // parts, of pixels of which one is there
 constexpr std::int64_t kMostHeld = 512LL << 20U; // bytes of a file that is put right in memory
 
@@ -86,6 +89,31 @@ bool ShinesThrough(const QImage& picture) {
     return !all && !none;
 }
 
+// How the rows of a bitmap lie in its file, by the part of it that begins with the mark; nothing of
+// other files, and of bitmaps with masks, which are read here.
+struct BitmapRows {
+    explicit BitmapRows(const std::string& header) {
+        constexpr std::uint32_t kOldHeader = 12; // its sizes have two bytes
+        const std::uint32_t length = Little(header, 14, 4);
+        const std::uint32_t packing = length == kOldHeader ? 0 : Little(header, 30, 4);
+        if (!header.starts_with("BM") || (length != kOldHeader && length < 40) || packing > 2)
+            return;
+        pixels = Little(header, 10, 4);
+        packed = packing == 0 ? 0 : Little(header, 34, 4);
+        if (packing != 0) return;
+        const bool old = length == kOldHeader;
+        width = old ? Little(header, 18, 2) : std::int32_t(Little(header, 18, 4));
+        topDown = !old && std::int32_t(Little(header, 22, 4)) < 0;
+        bits = std::int64_t(Little(header, old ? 24 : 28, 2));
+    }
+
+    std::int64_t pixels = 0; // their place in the file
+    std::int64_t packed = 0; // bytes of packed pixels, where that is told
+    std::int64_t width = 0;
+    std::int64_t bits = 0; // a pixel
+    bool topDown = false;
+};
+
 // Bytes of a colour table, by the flags in front of it.
 std::int64_t TableBytes(char flags) {
     return (flags & 0x80) != 0 ? 3LL << ((flags & 7) + 1) : 0;
@@ -127,7 +155,7 @@ std::optional<QImage> DecodeBitMasks(std::FILE* file, std::string& error) {
         return error = "The file is too small for its pixels", QImage();
     QImage picture(int(bitmap.width), rows, QImage::Format_ARGB32);
     if (picture.isNull()) return error = "Not enough memory", QImage();
-    picture.fill(0xFF808080);
+    picture.fill(kUnread);
     bool any = false;
     for (int row = 0; row < rows; ++row) {
         const std::string data =
@@ -148,17 +176,23 @@ std::optional<QImage> DecodeBitMasks(std::FILE* file, std::string& error) {
     return picture;
 }
 
-bool EndsTooEarly(std::FILE* file) {
+bool EndsTooEarly(std::FILE* file, QImage& picture) {
     const FileBytes bytes(::fileno(file));
-    const std::string header = bytes.At(0, kHeaderBytes);
-    if (header.starts_with("GIF8")) return GifEndsTooEarly(bytes, header);
-    const bool plain =
-        header.starts_with("BM") && Little(header, 14, 4) >= 40 && Little(header, 30, 4) == 0;
-    if (!plain) return false;
-    const MaskedBitmap bitmap(header);
-    const std::int64_t rowBytes = (bitmap.width * bitmap.bits + 31) / 32 * 4;
-    return bitmap.IsPossible() &&
-           bitmap.pixels + rowBytes * std::abs(std::int64_t(bitmap.height)) > bytes.Size() + 3;
+    const std::string start = bytes.At(0, kHeaderBytes);
+    if (start.starts_with("GIF8")) return GifEndsTooEarly(bytes, start);
+    const BitmapRows rows(start.starts_with("BA") ? bytes.At(kArrayHead, kHeaderBytes) : start);
+    if (rows.packed > 0) return rows.pixels + rows.packed > bytes.Size() + kSlack;
+    const std::int64_t rowBytes = (rows.width * rows.bits + 31) / 32 * 4;
+    const std::int64_t height = picture.height();
+    if (rowBytes <= 0 || rows.pixels + rowBytes * height <= bytes.Size() + kSlack) return false;
+    const std::int64_t there =
+        std::clamp<std::int64_t>((bytes.Size() - rows.pixels) / rowBytes, 0, height);
+    for (std::int64_t row = there; row < height; ++row) {
+        auto* line =
+            reinterpret_cast<QRgb*>(picture.scanLine(int(rows.topDown ? row : height - 1 - row)));
+        std::fill_n(line, picture.width(), kUnread);
+    }
+    return true;
 }
 
 std::optional<KeyColor> FindKeyColor(std::FILE* file) {
@@ -213,7 +247,6 @@ QImage ShineThrough(const QImage& picture, const KeyColor& key) {
 }
 
 std::string FirstOfBitmaps(std::FILE* file) {
-    constexpr std::size_t kArrayHead = 14;
     constexpr std::size_t kPixelsPlace = 10;
     const FileBytes bytes(::fileno(file));
     const std::string start = bytes.At(0, kArrayHead + kArrayHead);

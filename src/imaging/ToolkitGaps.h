@@ -14,8 +14,8 @@ namespace tarn {
 std::optional<QImage> DecodeBitMasks(std::FILE* file, std::string& error);
 
 // Whether a bitmap or GIF file ends within its picture, which the toolkit paints to its end without
-// a word.
-bool EndsTooEarly(std::FILE* file);
+// a word. The rows of a bitmap that are lost become grey.
+bool EndsTooEarly(std::FILE* file, QImage& picture);
 
 // A PNG file of 16 bits with one colour for what shines through: the file without it, and the
 // colour.

@@ -12,9 +12,9 @@ inline void TurnUpright(int orientation, ImgX& picture) {
     if (orientation == 3) picture.Rotate(180);
 }
 
-// Whether the window exchanges the sides of such a picture.
+// Whether the sides of such a picture are exchanged where it is upright, as on pages.
 inline bool LiesOnItsSide(int orientation) {
-    return orientation == 6 || orientation == 8;
+    return orientation >= 5 && orientation <= 8;
 }
 
 } // namespace tarn

@@ -11,6 +11,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace tarn {
 
 namespace {
@@ -46,6 +48,8 @@ frmFileTypes::frmFileTypes(Context& context)
     m_pictures = AddText(*all, "FileTypesText", "Picture Filter");
     m_videos = AddText(*all, "VideoTypesText", "Video Filter");
     m_web = AddText(*all, "WebTypesText", "Web Filter");
+    m_xisf = AddText(*all, "XisfTypesText", "XISF Filter");
+    m_packed = AddText(*all, "PackedFitsTypesText", "Packed FITS Filter");
     auto* example = new QLabel(QStringLiteral("Example:  *.jpg;*.tif"));
     example->setObjectName(QStringLiteral("Label1"));
     all->addWidget(example);
@@ -73,6 +77,8 @@ void frmFileTypes::ShowTypes(const ClassBoxes& boxes) {
     m_pictures->setText(ToQt(m.state.PictureTypes));
     m_videos->setText(ToQt(m.state.VideoTypes));
     m_web->setText(ToQt(m.state.WebTypes));
+    m_xisf->setText(ToQt(m.state.XisfTypes));
+    m_packed->setText(ToQt(m.state.PackedFitsTypes));
     m_invalid->hide();
     m_pictures->setFocus();
     move(parentWidget()->pos() + kFromMain);
@@ -84,15 +90,20 @@ void frmFileTypes::SetButton_Click() {
     const std::string pictures = FromQt(m_pictures->text());
     const std::string videos = FromQt(m_videos->text());
     const std::string web = FromQt(m_web->text());
+    const std::string xisf = FromQt(m_xisf->text());
+    const std::string packed = FromQt(m_packed->text());
     const std::string candidate = TypesFromTexts(m_boxes, pictures, videos, web);
     m.controls.FCheck->setChecked(false); // which takes the list back to before its tick
-    const bool valid = IsPattern(pictures) && IsPattern(videos) && IsPattern(web);
+    const auto all = {pictures, videos, web, xisf, packed};
+    const bool valid = std::all_of(all.begin(), all.end(), IsPattern);
     m_invalid->setVisible(!valid);
     if (!valid) return; // the old one stays
     m.controls.FileListBox->SetPattern(candidate);
     s.PictureTypes = pictures;
     s.VideoTypes = videos;
     s.WebTypes = web;
+    s.XisfTypes = xisf;
+    s.PackedFitsTypes = packed;
     s.FileTypes = candidate;
     m.navigation.RefreshDirButton_Click();
     // The types also decide how the file is shown.

@@ -1,4 +1,5 @@
-// Edits the lists of types behind the first three class boxes.
+// Edits the lists of types behind the first three class boxes, and those that go with FITS
+// pictures.
 #pragma once
 
 #include "desk/Context.h"
@@ -26,6 +27,8 @@ private:
     QLineEdit* m_pictures; // FileTypesText
     QLineEdit* m_videos;   // VideoTypesText
     QLineEdit* m_web;      // WebTypesText
+    QLineEdit* m_xisf;     // XisfTypesText, listed with FITS pictures
+    QLineEdit* m_packed;   // PackedFitsTypesText, too
     QLabel* m_invalid;     // Label2
 };
 

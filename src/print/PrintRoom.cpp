@@ -151,7 +151,8 @@ void PrintRoom::PrintSheets(const SheetLayout& layout) {
     else
         Finish(std::move(printer), inBuffer);
     if (!said.fault.empty()) m.shell.ShowError(said.fault);
-    if (!said.faults.empty()) m.shell.ShowFaults("Printed with fewer pixels:", said.faults);
+    if (!said.faults.empty())
+        m.shell.ShowFaults("Pictures that could not be read whole:", said.faults);
 }
 
 bool PrintRoom::RunSheets(Printer& printer, const SheetLayout& layout, KeptNote& notes,

@@ -26,6 +26,12 @@ std::vector<std::string> PathsOf(const FileListBox& list, const SheetPlan& plan)
     return paths;
 }
 
+// By its name; a clip's cell, or a page's, has no picture of its own anyway.
+bool IsPicture(const ProgramState& s, const std::string& path) {
+    const std::string type = FileTypeOf(path);
+    return type != ".TXT" && !IsListedType(s.VideoTypes, type) && !IsListedType(s.WebTypes, type);
+}
+
 } // namespace
 
 SheetJob::SheetJob(Context& context, Printer& printer, const SheetLayout& layout, PrintFaces faces,
@@ -74,6 +80,7 @@ SheetCell SheetJob::Cell(int fileNumber) {
     std::string fault;
     cell.picture = ImageForPaper(std::move(passed.picture),
                                  m_printer.PixelsFor(cell.size.width, cell.size.height), &fault);
+    if (fault.empty() && IsPicture(m.state, info.Filename)) fault = passed.fault;
     if (!fault.empty()) m_faults.push_back({info.Filename, fault});
     return cell;
 }

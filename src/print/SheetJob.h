@@ -23,7 +23,8 @@ public:
     // False when it was cancelled or the program ends.
     bool Run(const BatchRun& batch, KeptNote& notes);
 
-    // Of a picture whose pixels went away while it was printed; empty when all is well.
+    // Of pictures that are not read, or not whole, and of those whose pixels went away while they
+    // were printed; empty when all is well.
     const std::vector<FileFault>& Faults() const { return m_faults; }
 
 private:

@@ -80,10 +80,8 @@ std::string ThumbnailJpeg(const std::string& path, int width, int quality, std::
     const AutomaticStretchOnly automatic; // what is chosen for the moment does not last
     SmallPicture small =
         ScalePicture(path, [width](QSize picture) { return ThumbnailSize(picture, width); });
-    if (small.pixels.isNull()) {
-        error = small.error;
-        return {};
-    }
+    error = small.error;
+    if (small.pixels.isNull()) return {};
     return EncodeJpeg(small.pixels, quality, &error);
 }
 

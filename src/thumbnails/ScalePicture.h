@@ -21,8 +21,8 @@ SmallPicture ScalePicture(const std::string& path, const std::function<QSize(QSi
 // high.
 QSize ThumbnailSize(QSize picture, int width);
 
-// The file of a thumbnail: a JPEG. Empty, and an error text,
-// when it fails.
+// The file of a thumbnail: a JPEG. Empty, and an error text, when it fails; both when only a part
+// of the picture could be read.
 std::string ThumbnailJpeg(const std::string& path, int width, int quality, std::string& error);
 
 } // namespace tarn

@@ -131,8 +131,12 @@ bool ThumbRun::Step() {
     Made made = TakeNext();
     const std::string& name = m_jobs[m_next - 1].name;
     const std::string thumbnail = ThumbnailName(m_request.width, name);
+    const std::string damage = made.jpeg.empty() ? std::string() : made.error;
+    m_fault = damage;
     if (!made.jpeg.empty() && WriteOwn(JoinPath(m_folder, thumbnail), made.jpeg, &made.error)) {
         ++m_counts.made;
+        if (!damage.empty())
+            m_counts.damages.push_back({JoinPath(m_request.pictures, name), damage});
         m_progress = "Generating thumbnail " + std::to_string(m_counts.made) + " " +
                      ShownSubFolder(m_request.subFolder) + "\\" + thumbnail;
         WriteNote(name);
@@ -160,6 +164,7 @@ void ThumbRun::WriteNote(const std::string& name) {
 
 std::vector<FileFault> ThumbRun::Faults() const {
     std::vector<FileFault> all = m_counts.faults;
+    all.insert(all.end(), m_counts.damages.begin(), m_counts.damages.end());
     all.insert(all.end(), m_counts.noteFaults.begin(), m_counts.noteFaults.end());
     return all;
 }
@@ -172,6 +177,9 @@ std::string ThumbRun::Report(bool cancelled) const {
     if (m_counts.failed > 0)
         text +=
             ", " + std::to_string(m_counts.failed) + " failed: " + TextOf(m_counts.faults.front());
+    if (!m_counts.damages.empty())
+        text += ", " + std::to_string(m_counts.damages.size()) +
+                " of damaged files: " + TextOf(m_counts.damages.front());
     if (m_counts.failedNotes > 0)
         text += ", " + std::to_string(m_counts.failedNotes) +
                 " notes not written: " + TextOf(m_counts.noteFaults.front());

@@ -48,6 +48,7 @@ struct ThumbCounts {
     int failed = 0;
     int failedNotes = 0;
     std::vector<FileFault> faults;     // pictures
+    std::vector<FileFault> damages;    // pictures of which a part alone could be made small
     std::vector<FileFault> noteFaults; // notes of thumbnails
 };
 
@@ -65,7 +66,7 @@ public:
     bool WaitForNext(std::chrono::milliseconds most);
 
     // Writes the next thumbnail, and its note; waits for it if need be. False when it failed, which
-    // Fault explains.
+    // Fault explains; a thumbnail of what could be read of a damaged file has a Fault, too.
     bool Step();
     const std::string& Fault() const { return m_fault; }
 

@@ -137,6 +137,11 @@ const std::vector<std::pair<const char*, Act>> kCommands{
     {"zoom", [](World& w) { w.Key(Qt::Key_Plus), w.Key(Qt::Key_N), w.Key(Qt::Key_Minus); }},
     {"show", [](World& w) { w.RunShow(w.c.SlideButton, kKeys); }},
     {"show of four", [](World& w) { w.RunShow(w.c.Slides4Button, kKeys); }},
+    {"images of a file",
+     [](World& w) {
+         w.c.FCheck->click(), w.GoTo("cube.fits");
+         w.c.NextImageButton->trigger(), w.c.PrevImageButton->trigger();
+     }},
     {"text file", [](World& w) { w.c.TCheck->click(), w.GoTo("t.txt"); }},
     {"delete", [](World& w) { w.Key(Qt::Key_Delete); }},
     {"delete only", [](World& w) { w.c.DeleteOnlyButton->trigger(); }},

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "FilesDesk.h"
+#include "FitsFiles.h"
 
 #include <QGroupBox>
 
@@ -49,6 +50,7 @@ struct FaultWorld : FilesDesk {
         for (const char* name : {"a.jpg", "b.jpg"})
             folder.Write(name, Dated("2004:06:22 20:15:3" + std::to_string(*name % 10),
                                      TellTale(60 + *name % 10, 40)));
+        folder.Write("cube.fits", FitsBytes(16, {30, 20, 2}, [](auto i) { return double(i); }));
         for (const char* name : {"1.fit", "x.html", "t.txt"})
             folder.Write(name, std::string("the ") + name);
         for (const char* name : {"a.enf", "b.enf"}) notes.Write(name, std::string("of ") + name);

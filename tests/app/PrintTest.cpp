@@ -178,6 +178,17 @@ TEST(Print, FilesThatAreNoPicturesAndExtremeOnes) {
     EXPECT_EQ(d.Current(), "a.jpg");
     EXPECT_TRUE(d.s.ImageLoaded);
     EXPECT_EQ(d.s.FileType, ".JPG");
+    EXPECT_EQ(d.Error(),
+              "Not a picture that can be read - b.jpg"); // the text is none, and no fault
+    const auto* list = d.In<QPlainTextEdit>("frmFaults", "FaultsBox");
+    EXPECT_EQ(list->toPlainText(), QStringLiteral("b.jpg - Not a picture that can be read"));
+    const std::string whole = JpegBytes(TellTale(600, 400));
+    d.folder.Write("b2.jpg", whole.substr(0, whole.size() / 2));
+    d.house.navigation.RefreshDirButton_Click();
+    d.Print(d.c.PrintCButton);
+    const std::string faults = list->toPlainText().toStdString();
+    EXPECT_TRUE(faults.starts_with("b.jpg - Not a picture that can be read\nb2.jpg - ")) << faults;
+    EXPECT_EQ(std::count(faults.begin(), faults.end(), '\n'), 1) << faults;
 }
 
 TEST(Print, TurnsAreOnTheDataSheet) {

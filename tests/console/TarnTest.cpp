@@ -119,6 +119,37 @@ TEST(Tarn, GoesOnBehindAFileThatCannotBeRead) {
     EXPECT_TRUE(Has(outcome, "== " + good));
 }
 
+// Its rows are printed as far as they are true.
+TEST(Tarn, ComplainsOfPicturesWhoseHeadersCannotBeRead) {
+    const TestFolder folder;
+    const std::string sky = NightSky(20, 10);
+    for (const auto& [name, bytes] :
+         {std::pair<const char*, std::string>{"cut.fit", sky.substr(0, 300)},
+          {"broken.xisf", XisfBytesOf("<xisf><Image")},
+          {"cut.jpg", "\xFF\xD8\xFF\xE0"},
+          {"cut.gif", "GIF89a"},
+          {"cut.bmp", Bitmap(20, 10).substr(0, 20)}}) {
+        const std::string path = folder.Write(name, bytes);
+        const Outcome outcome = Tarn("info " + path);
+        EXPECT_EQ(outcome.status, 1) << name;
+        EXPECT_TRUE(outcome.out.starts_with("== " + path + "\n")) << outcome.out;
+        const std::size_t complaint = outcome.out.find("\ntarn: " + path + ": ");
+        ASSERT_NE(complaint, std::string::npos) << outcome.out;
+        EXPECT_EQ(outcome.out.find('\n', complaint + 1), outcome.out.size() - 1) << outcome.out;
+    }
+    const std::string cut = folder.Path() + "/cut.fit";
+    const Outcome dates = Tarn("info --date " + cut);
+    EXPECT_EQ(dates.status, 1);
+    EXPECT_TRUE(dates.out.starts_with(cut + "\t\t\ntarn: " + cut + ": The FITS file")) << dates.out;
+    // What is no picture at all has rows as before, and so has one whose end is missing.
+    const std::string text = folder.Write("a.txt", "BM is how this text begins");
+    const std::string ending = folder.Write("b.fit", sky.substr(0, sky.size() - 2880));
+    for (const std::string& path : {text, ending}) {
+        const Outcome outcome = Tarn("info " + path);
+        EXPECT_EQ(outcome.status, 0) << outcome.out;
+    }
+}
+
 TEST(Tarn, SetsFileDatesToPictureDates) {
     const TestFolder folder;
     const std::string dated = folder.Write("b.JPG", CanonPicture());
@@ -314,6 +345,25 @@ TEST(Tarn, PrintsSheets) {
         EXPECT_EQ(outcome.status, 2) << usage;
         EXPECT_TRUE(Has(outcome, "usage: tarn sheet (2x2|")) << usage;
     }
+}
+
+// What can be read of a damaged picture is shown on sheets and thumbnails, and never without a
+// word.
+TEST(Tarn, TellsOfDamagedPicturesWhateverIsMadeOfThem) {
+    const TestFolder folder;
+    const TestFolder to;
+    const std::string bad = folder.Write("a.bmp", Bitmap(60, 120).substr(0, 5000));
+    const std::string fault = "tarn: " + bad + ": The file ends too early\n";
+    for (const std::string& work :
+         {"convert --to " + to.Path() + " " + bad,
+          "sheet 2x2 " + to.Path() + "/x.pdf " + folder.Path(), "thumbnails " + folder.Path()}) {
+        const Outcome outcome = Tarn(work);
+        EXPECT_EQ(outcome.status, 1) << work;
+        EXPECT_TRUE(Has(outcome, fault)) << work << outcome.out;
+    }
+    EXPECT_FALSE(std::filesystem::exists(to.Path() + "/a.jpg"));
+    EXPECT_TRUE(std::filesystem::exists(to.Path() + "/x.pdf"));
+    EXPECT_TRUE(std::filesystem::exists(folder.Path() + "/thumbnails/T120_a.bmp"));
 }
 
 TEST(Tarn, MakesThumbnailsOfAFolder) {

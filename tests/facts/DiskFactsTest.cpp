@@ -36,7 +36,9 @@ std::string TurnedTiff(const QImage& picture, unsigned orientation) {
 
 } // namespace
 
-TEST(DiskFacts, TheSizeIsThatOfTheWindowForAllOrientations) {
+// As the window has it, but for JPEG files that are to be mirrored and lie on their side: it leaves
+// these as they are, while thumbnails and browsers turn them.
+TEST(DiskFacts, TheSizeIsThatOfTheUprightPicture) {
     const TestFolder folder;
     const QImage stored = TellTale(60, 40);
     DiskFacts facts;
@@ -48,12 +50,14 @@ TEST(DiskFacts, TheSizeIsThatOfTheWindowForAllOrientations) {
              {folder.Write(name + ".jpg",
                            head.substr(0, head.size() - 2) + JpegBytes(stored).substr(2)),
               folder.Write(name + ".tif", TurnedTiff(stored, orientation))})
-            EXPECT_EQ(facts.UprightSize(path), Shown(path)) << path;
-        const bool sideways = orientation == 6 || orientation == 8; // the window turns by these
+            if (path.ends_with(".tif") || (orientation != 5 && orientation != 7)) {
+                EXPECT_EQ(facts.UprightSize(path), Shown(path)) << path;
+            }
+        const bool sideways = orientation >= 5;
         EXPECT_EQ(facts.UprightSize(folder.Path() + "/" + name + ".jpg"),
                   sideways ? std::pair(40, 60) : std::pair(60, 40));
         EXPECT_EQ(facts.UprightSize(folder.Path() + "/" + name + ".tif"),
-                  orientation >= 5 ? std::pair(40, 60) : std::pair(60, 40));
+                  sideways ? std::pair(40, 60) : std::pair(60, 40));
     }
 }
 

@@ -37,6 +37,12 @@ TEST(ConvertTarget, TakesTheFirstFreeNameInAnyCase) {
     EXPECT_EQ(beside("u16.tiff").name, "u16.jpg"); // endings of five letters, too
     EXPECT_EQ(beside("u16.tiff").noteName, "u16.enf");
     EXPECT_EQ(beside("u16..png").name, "u16..jpg");
+    for (const char* packed : {"M31.fits.gz", "M31.FIT.fz", "M31.fz"}) {
+        EXPECT_EQ(beside(packed).name, "M31.jpg") << packed;
+        EXPECT_EQ(beside(packed).noteName, "M31.enf") << packed;
+    }
+    EXPECT_EQ(beside("L_001.fz").name, "L_001.jpg");
+    EXPECT_EQ(beside(".fz").name, "..jpg");
     EXPECT_EQ(beside(".heic").name, "..jpg");
     EXPECT_EQ(TargetIn(*files, folder.Path(), "/x/a.tif").name, "a-CM.jpg");
     EXPECT_EQ(TargetIn(*files, folder.Path(), "/x/a.tif").noteName, "a-CM.enf");
@@ -69,6 +75,24 @@ TEST(ConvertPicture, KeepsToTheLimitsAndTheProportions) {
         EXPECT_EQ(back.size(), c.size);
         EXPECT_EQ(Quarters(back), "rgby");
         EXPECT_EQ(picture.Width(), c.size.width()); // it is what was written
+    }
+}
+
+TEST(ConvertPicture, OfADamagedPictureThereIsNoCopy) {
+    const TestFolder folder;
+    const std::string whole = JpegBytes(TellTale(600, 400));
+    ImgX picture;
+    const std::string error =
+        picture.LoadFile(folder.Write("a.jpg", whole.substr(0, whole.size() / 2)), {60, 40});
+    ASSERT_TRUE(picture.HasImage());
+    ASSERT_NE(error, "");
+    for (const char* text : {"", "M31"}) {
+        ImgX copy = picture;
+        ConvertOptions options;
+        options.text = text;
+        const Converted converted = ConvertPicture(copy, options);
+        EXPECT_EQ(converted.error, error);
+        EXPECT_EQ(converted.jpeg, "");
     }
 }
 

@@ -80,6 +80,11 @@ TEST_F(FitsImages, ColoursOfAPixelMayLieTogether) {
         const std::string rows = Rows(bytes, 0);
         EXPECT_EQ(rows.substr(rows.rfind(", ")).substr(0, 13), ", 50 53 56 59") << bits;
     }
+    EXPECT_EQ(AllRows(FitsBytes(16, {3, 4, 5, 1}, Ramp)), AllRows(FitsBytes(16, {3, 4, 5}, Ramp)));
+    const auto of = [](int first) { return [first](std::size_t i) { return double(i) + first; }; };
+    EXPECT_EQ(AllRows(FitsBytes(16, {3, 4, 5, 2}, Ramp)),
+              (Texts{Rows(FitsBytes(16, {3, 4, 5}, Ramp), 0),
+                     Rows(FitsBytes(16, {3, 4, 5}, of(60)), 0)}));
     const auto flat = FitsBytes(16, {3, 40, 50}, Ramp);
     EXPECT_EQ(Rows(flat.substr(0, 2880 * 2), 0), "The file ends too early");
 }

@@ -102,6 +102,58 @@ TEST_F(XisfPictures, RangeIsThatOfTheFileOrWhatTheNumbersCanHold) {
         EXPECT_EQ(range("Float32", none), (ValueRange{0, 5})) << none; // what is there
 }
 
+TEST_F(XisfPictures, FillValuesAreNoneWhateverTheBounds) {
+    XisfPicture picture;
+    picture.format = "Float32";
+    picture.attributes = "bounds=\"0:1\"";
+    picture.sample = [](std::size_t i) { return i == 4 ? 1e30 : double(i) / 10; };
+    const auto pixels = Read(XisfBytes({picture}));
+    EXPECT_TRUE(std::isnan(pixels->Value(0, 1, 1)));
+    EXPECT_EQ(pixels->Range(), (ValueRange{0, 1}));
+    // The largest that whole numbers can hold is light.
+    picture.format = "UInt32";
+    picture.attributes.clear();
+    picture.sample = [](std::size_t i) { return i == 4 ? 4294967295.0 : double(i); };
+    EXPECT_EQ(Read(XisfBytes({picture}))->Value(0, 1, 1), 4294967296.0F);
+}
+
+TEST_F(XisfPictures, StandsAsTheFileWantsItShown) {
+    XisfPicture picture; // 0 1 2 over 3 4 5
+    for (const auto& [orientation, rows] : {std::pair{"0", "0 1 2/3 4 5"},
+                                            {"flip", "2 1 0/5 4 3"},
+                                            {"90", "2 5/1 4/0 3"}, // anticlockwise
+                                            {"90;flip", "5 2/4 1/3 0"},
+                                            {"-90", "3 0/4 1/5 2"},
+                                            {"-90;flip", "0 3/1 4/2 5"},
+                                            {"180", "5 4 3/2 1 0"},
+                                            {"180;flip", "3 4 5/0 1 2"},
+                                            {"45", "0 1 2/3 4 5"}}) {
+        picture.attributes = "orientation=\"" + std::string(orientation) + "\"";
+        for (const char* format : {"UInt16", "Float32"}) {
+            picture.format = format;
+            const std::string bytes = XisfBytes({picture});
+            EXPECT_EQ(Rows(bytes), rows) << orientation;
+            const auto header = ReadXisfHeader(folder.Path() + "/a.xisf", 0, error);
+            const bool sideways = std::string(rows).find('/') == 3;
+            EXPECT_EQ(header->width, sideways ? 2 : 3) << orientation;
+            EXPECT_EQ(header->height, sideways ? 3 : 2) << orientation;
+        }
+    }
+    // Each plane for itself; the colours of a mosaic go along.
+    picture.format = "UInt16";
+    picture.colour = true;
+    picture.channels = 3;
+    picture.attributes = "orientation=\"90\"";
+    EXPECT_EQ(Rows(picture, 2), "14 17/13 16/12 15");
+    picture = {};
+    picture.width = 4;
+    picture.attributes = "orientation=\"90\"";
+    picture.elements = "<ColorFilterArray pattern=\"RGGB\" width=\"2\" height=\"2\"/>";
+    folder.Write("a.xisf", XisfBytes({picture}));
+    EXPECT_EQ(ReadXisfHeader(folder.Path() + "/a.xisf", 0, error)->pattern,
+              (std::array<int, 4>{1, 2, 0, 1})); // GB over RG
+}
+
 TEST_F(XisfPictures, EveryCodecUnpacksWhatItPacked) {
     XisfPicture plain = Large("");
     const std::string rows = Rows(plain);

@@ -60,7 +60,8 @@ void Acts::Do(int number) {
         {"window", 25, &Acts::UseWindow},  {"open", 5, &Acts::OpenWindow},
         {"close", 6, &Acts::CloseWindow},  {"show", 4, &Acts::RunShow},
         {"other", 6, &Acts::OtherProgram}, {"picture", 6, &Acts::UsePicture},
-        {"wait", 3, &Acts::Wait},          {"quit", 2, &Acts::Quit}};
+        {"image", 3, &Acts::StepImage},    {"wait", 3, &Acts::Wait},
+        {"quit", 2, &Acts::Quit}};
     m_number = number;
     m_dice.Begin(m_seed, std::uint64_t(number));
     m_pumps = 0;
@@ -256,6 +257,18 @@ void Acts::OpenWindow() {
     QAction* entry = m_dice.Of(entries);
     Say("menu " + FromQt(entry->objectName()));
     if (MayTrigger(*entry)) entry->trigger();
+}
+
+// Of a file with several, which is selected first where it is listed.
+void Acts::StepImage() {
+    const House& house = m.house();
+    const int row = house.controls.FileListBox->RowOf("cube.fits");
+    if (row >= 0 && m_dice.OneIn(2)) m.house().navigation.SelectRow(row);
+    QAction* entry =
+        m_dice.OneIn(3) ? house.controls.PrevImageButton : house.controls.NextImageButton;
+    if (!MayTrigger(*entry)) return Say("nothing, " + FromQt(entry->objectName()) + " is off");
+    Say("image " + FromQt(entry->objectName()));
+    entry->trigger();
 }
 
 void Acts::CloseWindow() {

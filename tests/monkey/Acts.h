@@ -43,6 +43,7 @@ private:
     void ChangeOneOf(const std::vector<fs::path>& files);
     void UsePicture();
     void DragIn(QWidget& widget, QPoint from);
+    void StepImage();
     void Wait();
     void Quit();
 

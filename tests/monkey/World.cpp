@@ -98,6 +98,9 @@ void World::Fill() const {
     write("scan.tif", PictureBytes(Plain(number++), "TIFF"));
     write("old.bmp", PictureBytes(Plain(number++), "BMP"));
     write("sky.fits", NightSky(80, 60, {{"OBJECT", "'M 31'"}}));
+    static const std::string cube = FitsBytes(
+        16, {80, 60, 3}, [](std::size_t i) { return double(1000 + i % 4800 * 7919 % 40); });
+    write("cube.fits", cube); // three pictures that look alike
     write("cut sky.fit", NightSky(80, 60).substr(0, 4000));
     write("saturn.ser", NumberedSer(12));
     write("readme.txt", "First line\r\nsecond");

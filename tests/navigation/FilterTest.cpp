@@ -222,6 +222,25 @@ TEST(FileTypes, SetTakesTheThreeTexts) {
     EXPECT_EQ(d.Current(), "f.jpg");
 }
 
+TEST(FileTypes, ThoseThatGoWithFitsAreKeptForItsBox) {
+    TypesDesk d;
+    auto* xisf = d.Find<QLineEdit>("XisfTypesText");
+    auto* packed = d.Find<QLineEdit>("PackedFitsTypesText");
+    EXPECT_EQ(xisf->text(), QStringLiteral("*.xisf"));
+    EXPECT_EQ(packed->text(), QStringLiteral("*.fit*.gz;*.fz"));
+    xisf->setText(QStringLiteral("sub/*.xisf"));
+    d.Set("*.jpg", "*.avi");
+    EXPECT_TRUE(d.Refused());
+    EXPECT_EQ(d.state.XisfTypes, "*.xisf");
+    xisf->setText(QStringLiteral("*.xsf"));
+    packed->clear();
+    d.Set("*.jpg", "*.avi");
+    EXPECT_FALSE(d.IsUp());
+    EXPECT_EQ(d.Pattern(), "*.jpg;*.avi");
+    d.controls.FCheck->click();
+    EXPECT_EQ(d.Pattern(), "*.jpg;*.avi;*.fits;*.fit;*.xsf");
+}
+
 TEST(FileTypes, ASeparatorIsRefusedAndCancelChangesNothing) {
     TypesDesk d;
     d.Set("*.bmp;sub/*.jpg", "*.ser");

@@ -103,5 +103,26 @@ TEST(ThumbRun, GoesOnBehindFailuresAndNamesTheFirst) {
     EXPECT_EQ(d.Made(), "T120_d.jpg ");
 }
 
+// What could be read of a damaged file is made small, and told.
+TEST(ThumbRun, DamagedFilesHaveThumbnailsAndAreFaults) {
+    RunDesk d;
+    const std::string whole = JpegBytes(TellTale(600, 400));
+    d.folder.Write("a.jpg", whole.substr(0, whole.size() / 2));
+    d.Add("b.jpg");
+    ThumbRun run({{0, "a.jpg"}, {1, "b.jpg"}}, d.request, d.files);
+    EXPECT_TRUE(run.Step());
+    const std::string fault = run.Fault();
+    EXPECT_NE(fault, "");
+    EXPECT_TRUE(run.Step());
+    EXPECT_EQ(run.Fault(), "");
+    ASSERT_EQ(run.Faults().size(), 1U);
+    EXPECT_EQ(run.Faults()[0].path, d.folder.Path() + "/a.jpg");
+    EXPECT_EQ(run.Faults()[0].why, fault);
+    EXPECT_EQ(run.Report(false), "2 thumbnails, sized 120 pixels created in ...\\thumbnails sub "
+                                 "folder, 1 of damaged files: 'a.jpg' - " +
+                                     fault);
+    EXPECT_EQ(d.Made(), "T120_a.jpg T120_b.jpg ");
+}
+
 } // namespace
 } // namespace tarn::testing

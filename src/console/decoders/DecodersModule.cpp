@@ -43,7 +43,7 @@ template <typename Result, typename Work> Result Kept(const Work& work) {
 PictureLook Look(const std::string& path) {
     NeedApplication(false);
     PictureLook look;
-    const PictureHeader header = PictureLoader::ReadHeader(path);
+    const PictureHeader header = PictureLoader::ReadHeader(path, look.fault);
     if (!header.size.isEmpty()) {
         look.width = header.size.width();
         look.height = header.size.height();

@@ -54,10 +54,8 @@ ThumbnailOutcome MakeThumbnails(const ThumbnailOrder& order) {
     ThumbRun run(PlanThumbnails(*names, {}, request, order.update, *files), request, *files);
     while (!run.Done()) {
         const std::string picture = JoinPath(order.folder, run.Next().name);
-        if (run.Step())
-            order.made(run.Progress());
-        else
-            order.failed(picture, run.Fault());
+        if (run.Step()) order.made(run.Progress());
+        if (!run.Fault().empty()) order.failed(picture, run.Fault());
     }
     outcome.report = run.Report(false) + (none ? WhyNone(*files, pictures) : std::string());
     return outcome;

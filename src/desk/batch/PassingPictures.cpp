@@ -47,14 +47,14 @@ void PassingPictures::ShowNowAndThen(std::size_t index) {
 
 PassedPicture PassingPictures::Pass(std::size_t index) {
     const int brightness = m.state.BrightnessValue;
-    ImgX read = m_reading.Read(m_paths[index], Wanted()).picture;
+    auto [read, standIn, fault] = m_reading.Read(m_paths[index], Wanted());
     ImgX inPane = InPane(read);
     inPane.Brightness(brightness);
     m.controls.Picture1->SetPicture(inPane.FullPicture());
     const QSize size(inPane.Width(), inPane.Height());
-    if (IsCut()) return {std::move(inPane), size};
+    if (IsCut()) return {std::move(inPane), size, std::move(fault)};
     read.Brightness(brightness);
-    return {std::move(read), size};
+    return {std::move(read), size, std::move(fault)};
 }
 
 ImgX PassingPictures::InPane(ImgX picture) const {

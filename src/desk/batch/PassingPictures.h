@@ -17,7 +17,8 @@ namespace tarn {
 struct PassedPicture {
     // As the window has it: the whole picture, or its cut at 1x and 2x; upright and brightened.
     ImgX picture;
-    QSize inPane; // the pixels that it has there
+    QSize inPane;      // the pixels that it has there
+    std::string fault; // why the file has no picture, or not all of it
 };
 
 class PassingPictures {

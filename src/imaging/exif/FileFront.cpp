@@ -19,11 +19,35 @@ bool IsJpeg(std::string_view front) {
     return front.starts_with("\xFF\xD8") || front.substr(0, 10).ends_with("Exif");
 }
 
+// Whether a directory, with all that the reader of camera data acts on, stands in the first bytes
+// of the file.
+bool LiesInFront(const TiffBlock& block, const std::vector<TiffEntry>& entries,
+                 std::int64_t directory) {
+    constexpr std::size_t kEntryBytes = 12;
+    if (std::uint64_t(directory) + 2 + entries.size() * kEntryBytes > kFileFront) return false;
+    return std::all_of(entries.begin(), entries.end(), [&](const TiffEntry& entry) {
+        if (!IsShownTag(entry.tag) || entry.Bytes() <= 4) return true;
+        const std::uint64_t bytes = entry.tag == kMakerNote ? 1 : entry.Bytes(); // it may be long
+        return block.OffsetOf(entry) + bytes <= kFileFront;
+    });
+}
+
+bool LiesInFront(const TiffBlock& block) {
+    const std::vector<TiffEntry> entries = block.Directory(kUsualDirectory);
+    for (const TiffEntry& entry : entries) {
+        const std::uint32_t exif = block.OffsetOf(entry);
+        if (entry.tag == kExifDirectory && !LiesInFront(block, block.Directory(exif), exif))
+            return false;
+    }
+    return LiesInFront(block, entries, kUsualDirectory);
+}
+
 // What the reader of camera data looks at by its own places.
 bool StandsAsItIs(std::string_view front, const FileBytes& file) {
     if (IsJpeg(front)) return true;
-    return front.starts_with("MM") &&
-           TiffBlock(file, WholeOf(file)).FirstDirectory() == kUsualDirectory;
+    if (!front.starts_with("MM")) return false;
+    const TiffBlock block(file, WholeOf(file));
+    return block.FirstDirectory() == kUsualDirectory && LiesInFront(block);
 }
 
 bool IsPlainTiff(std::string_view start) {
@@ -64,7 +88,7 @@ std::optional<std::size_t> ReadFileFront(int number, std::span<std::uint8_t, kFi
 
 int OrientationOfContainer(const FileBytes& file) {
     const std::string start = file.At(0, kKindBytes);
-    if (StandsAsItIs(start, file)) return 1;
+    if (IsJpeg(start)) return 1; // turned by whoever shows them
     if (IsPlainTiff(start)) return OrientationOf(TiffBlock(file, WholeOf(file)));
     const ExifPlaces places = FindExif(file, start);
     return places.first.length > 0 ? OrientationOf(TiffBlock(file, places.first)) : 1;

@@ -16,8 +16,8 @@ std::optional<std::string> ReadFileFront(int file);
 // The same into memory at hand, whose rest stays as it is; how many there are.
 std::optional<std::size_t> ReadFileFront(int file, std::span<std::uint8_t, kFileFront> front);
 
-// How the pixels of a file that is not JPEG are to be turned, 1 to 8. Also 1 where the camera data
-// at the file's front tell it: whoever shows the picture turns it by them.
+// How the pixels of a file are to be turned, 1 to 8. Always 1 for JPEG files: whoever shows the
+// picture turns it by their camera data.
 int OrientationOfContainer(const FileBytes& file);
 
 } // namespace tarn

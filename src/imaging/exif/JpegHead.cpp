@@ -10,8 +10,6 @@ namespace {
 using namespace std::string_literals;
 
 constexpr unsigned kMake = 271;
-constexpr unsigned kExifDirectory = 34665;
-constexpr unsigned kMakerNote = 37500;
 constexpr unsigned kText = 2;
 constexpr unsigned kLong = 4;
 constexpr unsigned kUndefined = 7;
@@ -25,10 +23,6 @@ constexpr std::size_t kDataPlace = 3000;
 // Those that the reader acts on, in their order.
 constexpr unsigned kShown[] = {kMake, 272,   274,   33434, 33437,      34850, 34855, 36867,
                                37380, 37382, 37383, 37385, kMakerNote, 37386, 41493, 41989};
-
-bool IsShown(unsigned tag) {
-    return std::find(std::begin(kShown), std::end(kShown), tag) != std::end(kShown);
-}
 
 std::string Number(std::uint64_t number, int size, bool highFirst) {
     std::string bytes;
@@ -71,7 +65,7 @@ private:
 void Layout::Take(const TiffBlock& block, const std::vector<TiffEntry>& entries,
                   std::vector<Kept>& directory) {
     for (const TiffEntry& entry : entries) {
-        if (!IsShown(entry.tag)) continue;
+        if (!IsShownTag(entry.tag)) continue;
         Kept kept{entry, {}, block.OffsetOf(entry)};
         const bool note = entry.tag == kMakerNote;
         if (entry.type == kText || entry.Bytes() > 4)
@@ -148,6 +142,10 @@ std::string Layout::Bytes() {
 }
 
 } // namespace
+
+bool IsShownTag(unsigned tag) {
+    return std::find(std::begin(kShown), std::end(kShown), tag) != std::end(kShown);
+}
 
 std::string JpegHead(const TiffBlock& first, const TiffBlock& exif, std::string_view maker) {
     Layout layout(first.HighFirst());

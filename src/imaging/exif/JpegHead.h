@@ -9,6 +9,12 @@ namespace tarn {
 
 inline constexpr std::size_t kMostMakerBytes = 12000; // of a maker's note
 
+inline constexpr unsigned kExifDirectory = 34665; // tags
+inline constexpr unsigned kMakerNote = 37500;
+
+// Whether the reader of camera data acts on it.
+bool IsShownTag(unsigned tag);
+
 // Only what is shown of a picture is kept. `exif` is the block of the Exif directory where it
 // stands apart, `maker` the bytes of a maker's note that stands apart. Empty when nothing was
 // found.

@@ -93,7 +93,7 @@ std::optional<FitsHandle::Part> FitsHandle::PartHere(bool& empty) {
     FitsPlace& first = part.first;
     first.part = m_part;
     first.interleaved =
-        count == 3 && axes[0] == kColours && axes[1] > kColours && axes[2] > kColours;
+        count >= 3 && axes[0] == kColours && axes[1] > kColours && axes[2] > kColours;
     if (first.interleaved) std::rotate(axes.begin(), axes.begin() + 1, axes.begin() + 3);
     first.header.bits = bits;
     first.header.width = int(axes[0]);

@@ -44,6 +44,30 @@ std::string WithoutNoise(double value) {
     return Shortest(rounded);
 }
 
+std::string Rounded(double value, std::ptrdiff_t digits) {
+    std::array<char, 40> text{};
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), value,
+                                   std::chars_format::scientific, int(digits) - 1);
+    return {text.data(), end.ptr};
+}
+
+// Whether it is a short number as one of 32 bits has it, written with more digits than that holds:
+// -9.80000019.
+bool HasNoiseOfSingle(const std::string& written, double value) {
+    constexpr std::ptrdiff_t kLeast = 8; // digits
+    constexpr std::ptrdiff_t kMost = 16;
+    constexpr std::ptrdiff_t kShort = 6;
+    const std::string mantissa = written.substr(0, written.find_first_of("eE"));
+    const auto first = mantissa.find_first_of("123456789");
+    if (mantissa.find('.') == std::string::npos || first == std::string::npos) return false;
+    const auto digits = std::count_if(mantissa.begin() + std::ptrdiff_t(first), mantissa.end(),
+                                      [](char c) { return c != '.'; });
+    if (digits < kLeast || digits > kMost) return false;
+    const auto single = float(value);
+    return Rounded(single, digits) == Rounded(value, digits) &&
+           ParseSingle(Rounded(single, kShort)) == single;
+}
+
 std::string With(const std::string& number, const char* unit) {
     return number.empty() ? std::string() : PlainNumber(number) + unit;
 }
@@ -83,6 +107,7 @@ std::string PlainNumber(const std::string& written) {
     if (!value) return written;
     if (*value == 0) return "0";
     if (std::abs(*value) < kLeast || std::abs(*value) >= kMost) return written;
+    if (HasNoiseOfSingle(written, *value)) return Shortest(float(*value));
     const bool exponent = written.find_first_of("eE") != std::string::npos;
     const auto digits =
         std::count_if(written.begin(), written.end(), [](char c) { return c >= '0' && c <= '9'; });
@@ -123,11 +148,11 @@ std::vector<std::string> FitsLines(const FitsHeader& header) {
 }
 
 SkyFacts SkyFactsOf(const std::string& path) {
-    std::string error;
-    if (!IsSkyFile(path)) return {};
-    const auto header = ReadSkyHeader(path, error);
-    if (!header) return {};
-    return {FitsLines(*header), CameraDateOf(*header), header->image, header->images};
+    SkyFacts facts;
+    if (!IsSkyFile(path)) return facts;
+    const auto header = ReadSkyHeader(path, facts.fault);
+    if (!header) return facts;
+    return {FitsLines(*header), CameraDateOf(*header), header->image, header->images, {}};
 }
 
 } // namespace tarn

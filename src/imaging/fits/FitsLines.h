@@ -22,11 +22,12 @@ struct SkyFacts {
     std::string cameraDate; // "2024:11:05 21:14:33", empty for none
     int image = 0;          // which of the file's pictures it is, from 0
     int images = 1;
+    std::string fault; // why a file that is one by its first bytes cannot be read
 
     bool operator==(const SkyFacts&) const = default;
 };
 
-// None when it is not a file of a telescope that can be read.
+// None, but for the fault, when it is not a file of a telescope that can be read.
 SkyFacts SkyFactsOf(const std::string& path);
 
 } // namespace tarn

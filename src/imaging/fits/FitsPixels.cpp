@@ -118,8 +118,10 @@ Extremes<std::uint16_t> WithoutFill(FitsSamples&, const Extremes<std::uint16_t>&
 // What counts as black and white: for whole numbers from 0 on what they can hold, for fractions 0
 // to 1, else from the least to the most.
 template <typename Sample> ValueRange RangeOf(FitsSamples& samples, const Sample* from) {
-    if (samples.range) return *samples.range;
+    const bool floating = samples.header.bits < 0;
+    if (samples.range && !floating) return *samples.range;
     const auto [least, most] = WithoutFill(samples, ExtremesOf(samples, from));
+    if (samples.range) return *samples.range;
     double low = samples.zero + samples.scale * double(least);
     double high = samples.zero + samples.scale * double(most);
     if (samples.scale < 0) std::swap(low, high);

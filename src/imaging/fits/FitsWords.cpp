@@ -46,42 +46,59 @@ std::string DateOfDays(double days) {
     return text.data();
 }
 
+// Numbers of 64 bits may have a D for their exponent.
+std::string WithUsualExponent(const std::string& written) {
+    const std::size_t at = written.find_first_of("Dd");
+    if (at == std::string::npos) return written;
+    std::string number = written;
+    number[at] = 'E';
+    return ParseNumber(number) ? number : written;
+}
+
 std::string DateOf(const WordOf& word) {
     std::string date = WithFullYear(word({"DATE-OBS", "DATE-BEG"}));
     if (date.size() == kDayLength) {
         const std::string time = word({"TIME-OBS", "UT"});
         if (time.find(':') != std::string::npos) date += "T" + time;
     }
-    if (!date.empty()) return date;
-    const auto days = ParseNumber(word({"MJD-OBS", "MJD-BEG"}));
-    return days ? DateOfDays(*days) : std::string();
+    const bool isDay = date.size() == kDayLength;
+    if (!date.empty() && !isDay) return date;
+    const auto days = ParseNumber(WithUsualExponent(word({"MJD-OBS", "MJD-BEG"})));
+    const std::string counted = days ? DateOfDays(*days) : std::string();
+    if (!isDay) return counted;
+    // A whole count tells no more than the day.
+    const bool hasTime = days && *days != std::floor(*days);
+    return hasTime && counted.starts_with(date) ? counted : date;
 }
 
 } // namespace
 
 void TakeWords(FitsHeader& header, const WordOf& word) {
+    const auto number = [&](std::initializer_list<const char*> names) {
+        return WithUsualExponent(word(names));
+    };
     header.object = word({"OBJECT"});
     header.date = DateOf(word);
     header.timeSystem = word({"TIMESYS"});
     header.localDate = word({"DATE-LOC"});
-    header.exposure = word({"EXPTIME", "EXPOSURE"});
-    header.gain = word({"GAIN", "ISOSPEED"});
-    header.temperature = word({"CCD-TEMP", "CCDTEMP", "DET-TEMP", "CAMTEMP", "SET-TEMP"});
+    header.exposure = number({"EXPTIME", "EXPOSURE"});
+    header.gain = number({"GAIN", "ISOSPEED"});
+    header.temperature = number({"CCD-TEMP", "CCDTEMP", "DET-TEMP", "CAMTEMP", "SET-TEMP"});
     header.filter = word({"FILTER", "FILTER1"});
     header.telescope = word({"TELESCOP"});
     header.camera = word({"INSTRUME", "CAMERA"});
     header.imageType = word({"IMAGETYP", "FRAME"});
-    header.offset = word({"OFFSET", "BLKLEVEL"});
-    header.pedestal = word({"PEDESTAL"});
-    header.binningX = word({"XBINNING"});
-    header.binningY = word({"YBINNING"});
-    header.focalLength = word({"FOCALLEN"});
-    header.focus = word({"FOCUSPOS", "FOCPOS"});
-    header.airMass = word({"AIRMASS"});
-    header.rightAscension = word({"RA", "OBJCTRA"});
-    header.declination = word({"DEC", "OBJCTDEC"});
-    header.latitude = word({"SITELAT", "LAT-OBS"});
-    header.longitude = word({"SITELONG", "LONG-OBS"});
+    header.offset = number({"OFFSET", "BLKLEVEL"});
+    header.pedestal = number({"PEDESTAL"});
+    header.binningX = number({"XBINNING"});
+    header.binningY = number({"YBINNING"});
+    header.focalLength = number({"FOCALLEN"});
+    header.focus = number({"FOCUSPOS", "FOCPOS"});
+    header.airMass = number({"AIRMASS"});
+    header.rightAscension = number({"RA", "OBJCTRA"});
+    header.declination = number({"DEC", "OBJCTDEC"});
+    header.latitude = number({"SITELAT", "LAT-OBS"});
+    header.longitude = number({"SITELONG", "LONG-OBS"});
     header.topDown = ToUpper(word({"ROWORDER"})) == "TOP-DOWN";
     TakePattern(header, word({"BAYERPAT", "COLORTYP", "CFAPAT"}),
                 std::atoi(word({"XBAYROFF"}).c_str()), std::atoi(word({"YBAYROFF"}).c_str()));

@@ -169,7 +169,7 @@ std::optional<FitsSamples> ReadXisfSamples(const std::string& path, int image, s
     samples.range = found->range;
     samples.count = CountOf(*found, *bytes, samples.All());
     if (samples.count == 0) return std::nullopt;
-    if (TakeSamples(*found, *bytes, samples)) return samples;
+    if (TakeSamples(*found, *bytes, samples) && TurnSamples(samples, found->turn)) return samples;
     error = "Not enough memory";
     return std::nullopt;
 }

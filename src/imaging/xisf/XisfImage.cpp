@@ -280,6 +280,8 @@ std::string Parse(const pugi::xml_node& image, std::uint64_t fileBytes, XisfImag
     const pugi::xml_node filters = image.child("ColorFilterArray");
     TakePattern(to.header, filters.attribute("pattern").value(), 0, 0);
     to.header.topDown = true;
+    to.turn = XisfTurnOf(Trim(image.attribute("orientation").value()));
+    TurnHeader(to.header, to.turn);
     return {};
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "imaging/fits/FitsSamples.h"
+#include "imaging/xisf/XisfTurn.h"
 
 #include <cstdint>
 #include <optional>
@@ -36,7 +37,8 @@ struct XisfBlock {
 };
 
 struct XisfImage {
-    FitsHeader header;
+    FitsHeader header;        // upright, as all that is made of it
+    XisfTurn turn;            // of the samples, which are not yet
     int channels = 1;         // in the file; those behind the colours are not shown
     bool interleaved = false; // the channels of a pixel lie together
     bool highFirst = false;   // of the bytes of a number
