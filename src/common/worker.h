@@ -17,6 +17,9 @@ inline bool IsWorkerThread() {
     return isWorkerThread;
 }
 
+// Called at the beginning of each; null: nothing is to be done.
+inline void (*workerBegins)() = nullptr;
+
 // What to tell of what was thrown; in a catch block.
 inline std::string ThrownText() {
     try {
@@ -50,6 +53,7 @@ public:
     explicit Worker(Work work)
         : m_thread([work = std::move(work)]() mutable {
               isWorkerThread = true;
+              if (workerBegins) workerBegins();
               try {
                   work();
               } catch (...) {

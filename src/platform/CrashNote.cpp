@@ -2,6 +2,7 @@
 
 #include "common/dates.h"
 #include "common/paths.h"
+#include "common/worker.h"
 #include "platform/Files.h"
 
 #include <execinfo.h>
@@ -153,6 +154,11 @@ struct CrashStack {
     std::vector<char> bytes = std::vector<char>(65536);
 };
 
+void HaveCrashStack() {
+    if (kSanitized) return;
+    static thread_local const CrashStack stack;
+}
+
 } // namespace
 
 bool KeepCrashNotes(const std::string& folder, const std::string& about) {
@@ -162,16 +168,12 @@ bool KeepCrashNotes(const std::string& folder, const std::string& about) {
     void* frames[1];
     backtrace(frames, 1); // its first call loads a library
     HaveCrashStack();
+    workerBegins = HaveCrashStack;
     struct sigaction action {};
     action.sa_handler = tarn_crash_handler;
     action.sa_flags = SA_ONSTACK | SA_NODEFER;
     for (const int signal : kSignals) sigaction(signal, &action, nullptr);
     return true;
-}
-
-void HaveCrashStack() {
-    if (kSanitized) return;
-    static thread_local const CrashStack stack;
 }
 
 void SetCrashFile(std::string_view path) {

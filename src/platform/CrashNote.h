@@ -16,9 +16,6 @@ class Files;
 // done, in builds with the sanitizers, which report crashes themselves.
 bool KeepCrashNotes(const std::string& folder, const std::string& about);
 
-// Gives the calling thread a stack for the note's writing: one that has overflowed cannot be used.
-void HaveCrashStack();
-
 // The file in hand, as the note will name it.
 void SetCrashFile(std::string_view path);
 

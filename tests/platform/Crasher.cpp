@@ -1,10 +1,10 @@
 // Ends by a crash: crasher FOLDER KIND. 77 where crashes are left to the sanitizers.
+#include "common/worker.h"
 #include "platform/CrashNote.h"
 
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
-#include <thread>
 
 namespace {
 
@@ -25,13 +25,11 @@ int main(int argc, char** argv) {
     if (std::strcmp(argv[2], "stack") == 0) return Deeper(&depth);
     if (std::strcmp(argv[2], "abort") == 0) std::abort();
     if (std::strcmp(argv[2], "thread") == 0) {
-        std::thread([&] {
-            tarn::HaveCrashStack();
-            Deeper(&depth);
-        }).join();
+        tarn::Worker worker([&] { Deeper(&depth); });
+        worker.Join();
     }
     if (std::strcmp(argv[2], "two") == 0) {
-        std::thread other([] { std::raise(SIGFPE); });
+        const tarn::Worker other([] { std::raise(SIGFPE); });
         std::raise(SIGFPE);
     }
     std::raise(std::atoi(argv[2]));
