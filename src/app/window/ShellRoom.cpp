@@ -1,6 +1,6 @@
 #include "app/window/ShellRoom.h"
 
-#include "app/help/KeysPage.h"
+#include "app/window/KeysPage.h"
 #include "app/help/frmHelp.h"
 #include "app/window/FaultList.h"
 #include "common/paths.h"

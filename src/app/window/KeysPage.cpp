@@ -1,4 +1,4 @@
-#include "app/help/KeysPage.h"
+#include "app/window/KeysPage.h"
 
 #include "app/help/frmHelp.h"
 #include "app/logs/frmLogs.h"
