@@ -31,7 +31,7 @@ Place StoredPlace(const FitsHeader& upright, const XisfTurn& turn, Place at) {
 
 // What the file does not have becomes `none`.
 template <typename Sample>
-bool TurnPlanes(std::unique_ptr<Sample[]>& samples, const FitsSamples& of, const XisfTurn& turn,
+bool TurnPlanes(SamplesOf<Sample>& samples, const FitsSamples& of, const XisfTurn& turn,
                 Sample none) {
     auto turned = RoomFor<Sample>(of.All());
     if (!turned) return false;
