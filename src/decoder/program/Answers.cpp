@@ -117,8 +117,8 @@ void LoadReaders(DecoderKind kind) {
     LoadSkyReaders();
     // The toolkit loads a plug-in when it is first asked for its kind; of others that are there
     // none is loaded, and so none is ever used.
-    for (const char* name : {"png", "bmp", "gif", "ico", "icns", "tga", "tiff", "wbmp", "webp",
-                             "jpeg", "xpm", "xbm", "pbm", "pgm", "ppm"}) {
+    for (const char* name :
+         {"png", "gif", "bmp", "jpeg", "xpm", "pbm", "pgm", "ppm", "webp", "tiff", "ico", "cur"}) {
         QByteArray bytes("none");
         QBuffer buffer(&bytes);
         QImageReader(&buffer, name).canRead();
