@@ -121,6 +121,11 @@ Decoder::End Decoder::Wait(std::int64_t until) const {
     }
 }
 
+bool Decoder::IsAlive() const {
+    pollfd socket{m_socket, 0, 0};
+    return ::poll(&socket, 1, 0) == 0; // else the other end is gone
+}
+
 bool Decoder::LookForHello() {
     pollfd socket{m_socket, POLLIN, 0};
     return !m_greeted && ::poll(&socket, 1, 0) > 0 && TakeHello();

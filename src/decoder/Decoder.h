@@ -34,6 +34,7 @@ public:
 
     // Takes its greeting if it has come; it is not waited for.
     bool LookForHello();
+    bool IsAlive() const;
     bool HasGreeted() const { return m_greeted; }
     std::uint32_t Rights() const { return m_rights; }
     DecoderKind Kind() const { return m_kind; }

@@ -80,7 +80,9 @@ void DecoderPool::StartAhead(DecoderKind kind) {
     if (auto started = Decoder::Start(m_use.program, kind)) m_idle.push_back(std::move(started));
 }
 
+// What died meanwhile died of no file.
 DecoderPool::Loan DecoderPool::TakeIdle(DecoderKind kind) {
+    std::erase_if(m_idle, [](const Loan& each) { return !each->IsAlive(); });
     const auto found = std::find_if(m_idle.rbegin(), m_idle.rend(),
                                     [&](const Loan& each) { return each->Kind() == kind; });
     if (found == m_idle.rend()) return nullptr;

@@ -185,6 +185,8 @@ TEST_F(DecoderFaults, KillsAtAnyTimeAreBorne) {
     for (std::thread& each : reading) each.join();
     done = true;
     killing.join();
+    std::this_thread::sleep_for(
+        std::chrono::milliseconds(50)); // what is killed dies a little later
     EXPECT_EQ(wrong, 0);
     EXPECT_GT(read, 0);
     EXPECT_EQ(ErrorOf("size well"), "");
