@@ -12,5 +12,4 @@ if [ -z "$folder" ]; then
     trap 'rm -rf "$folder"' EXIT
 fi
 [ -e "$folder/socket.jpg" ] || python3 limits/make_bombs.py "$folder"
-export XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-$folder} QT_QPA_PLATFORM=offscreen
-PYTHONDONTWRITEBYTECODE=1 python3 limits/run.py "$build" "$folder"
+QT_QPA_PLATFORM=offscreen PYTHONDONTWRITEBYTECODE=1 python3 limits/run.py "$build" "$folder"

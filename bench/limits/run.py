@@ -13,6 +13,7 @@ MOST_SECONDS = 0.5
 
 BUILD, FOLDER = sys.argv[1:3]
 OUT = os.path.join(tempfile.mkdtemp(), "out")
+os.environ["XDG_RUNTIME_DIR"] = os.path.dirname(OUT)  # or the toolkit complains first
 MAGICK = shutil.which("convert-im6.q16") or shutil.which("convert")
 READERS = [
     ("info", [BUILD + "/tarn", "info"], []),
