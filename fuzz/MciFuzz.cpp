@@ -19,6 +19,7 @@ public:
         m_clip.width = 64;
         m_clip.height = 48;
         m_clip.rate = 25;
+        m_clip.frames = count;
         for (int i = 0; i < count; ++i) m_clip.times.push_back(i / m_clip.rate);
     }
     std::string ShowFrame(int frame) override {

@@ -51,8 +51,8 @@ Application& TheApplication() {
     static int count = 1;
     static char name[] = "thrown_test";
     static char* words[] = {name, nullptr};
-    static Application application(count, words);
-    return application;
+    static auto* const kApplication = new Application(count, words); // libraries end after it
+    return *kApplication;
 }
 
 } // namespace

@@ -32,7 +32,7 @@ TEST(NotesPanel, EveryFileBringsItsNote) {
     d.Key(Qt::Key_N);
     EXPECT_EQ(d.s.NoteText, "of a clip");
     EXPECT_EQ(d.Caption(), "Notes for: c.avi");
-    EXPECT_EQ(d.Message(), "Video frame 0"); // nothing unsaved was dropped
+    EXPECT_EQ(d.Message(), ""); // nothing unsaved was dropped
 }
 
 TEST(NotesPanel, SteppingDropsAnUnsavedTextIntoTheBufferAndSaysSo) {
