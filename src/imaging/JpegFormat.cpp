@@ -90,6 +90,7 @@ private:
     std::FILE* m_file;
     jpeg_decompress_struct m_info{};
     JpegErrors m_errors{};
+    int m_scan = 0; // of several, the last one read; a jump back leaves it as it is
     std::vector<uchar> m_cmykRow;
 };
 
@@ -175,10 +176,10 @@ int JpegDecoder::ReadScans() {
 }
 
 int JpegDecoder::ReadRows(uchar* pixels, qsizetype bytesPerLine) {
-    const int scan = m_info.buffered_image ? ReadScans() : 1;
-    if (scan < 1) return 0;
+    m_scan = m_info.buffered_image ? ReadScans() : 1;
+    if (m_scan < 1) return 0;
     if (setjmp(m_errors.back)) return int(m_info.output_scanline);
-    if (m_info.buffered_image) jpeg_start_output(&m_info, scan);
+    if (m_info.buffered_image) jpeg_start_output(&m_info, m_scan);
     while (m_info.output_scanline < m_info.output_height && !IsStopped()) {
         uchar* line = pixels + bytesPerLine * qsizetype(m_info.output_scanline);
         JSAMPROW row = IsCmyk() ? m_cmykRow.data() : line;
