@@ -281,7 +281,7 @@ std::string MpvPlayer::Open(const std::string& path) {
     const int first = std::min(kFirstShown, Count() - 1);
     const std::string start = std::to_string(SeekTimeOf(m_clip, first) - m_clip.start);
     mpv_set_property_string(m_core->Handle(), "start", start.c_str());
-    const std::string opened = "fd://" + std::to_string(m_file->Number());
+    const std::string opened = NameOfOpen(m_file->Number()); // a file to the library, no stream
     const char* load[] = {"loadfile", opened.c_str(), nullptr};
     mpv_command(m_core->Handle(), load);
     m_core->SetPlayer(this);
