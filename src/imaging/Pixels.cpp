@@ -59,7 +59,8 @@ QImage Resampled(const QImage& picture, QSize size) {
 }
 
 // The lines of one line of the picture are alike.
-QImage Enlarged(const QImage& picture, int times, const QRect& part) {
+QImage Enlarged(const QImage& picture, int times, const QRect& wanted) {
+    const QRect part = wanted & QRect(QPoint(), picture.size() * times);
     if (times == 1 && part == picture.rect()) return picture;
     QImage enlarged(part.size(), picture.format());
     for (int y = 0; y < enlarged.height(); ++y) {

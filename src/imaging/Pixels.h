@@ -14,7 +14,7 @@ QImage InOwnFormat(const QImage& picture);
 QImage Resampled(const QImage& picture, QSize size);
 
 // A part of the picture of so many times its size, which shows its pixels as they are.
-QImage Enlarged(const QImage& picture, int times, const QRect& part);
+QImage Enlarged(const QImage& picture, int times, const QRect& wanted);
 
 inline constexpr int kMostBrightness = 100; // and as many below 0
 
