@@ -13,8 +13,8 @@ void CutForPane(ImgX& picture, const PreviewCrop& crop, bool doubled);
 // The pixels of the picture of which a part of it, so many times enlarged, shows something.
 ImgX PixelsOf(ImgX picture, int times, const SeenPart& part);
 
-// That part itself as far as the picture goes, brightened. From a picture with all its pixels at hand
-// it costs no more than what is seen.
+// That part itself as far as the picture goes, brightened. From a picture with all its pixels at
+// hand it costs no more than what is seen.
 QImage SeenOf(const ImgX& picture, int times, const SeenPart& part, int brightness);
 
 // The same where `before` shows another part of it alike: only what comes into sight is made.

@@ -13,7 +13,7 @@ TEST(NoteNames, AreTheFileNameWithoutItsLastFourCharacters) {
     EXPECT_EQ(NoteNameOf("IMG_0001.jpeg"), "IMG_0001..enf");
     EXPECT_EQ(NoteNameOf("abcd"), ".enf");
     EXPECT_EQ(NoteNameOf("ab"), ".enf");
-    EXPECT_EQ(NoteNameOf("\xC3\xA9.ts"), ".enf"); // characters, not bytes
+    EXPECT_EQ(NoteNameOf("\xC3\xA9.ts"), ".enf");  // characters, not bytes
     EXPECT_EQ(NoteNameOf("L_001.fz"), "L_00.enf"); // whatever the ending
     EXPECT_EQ(NotePath("/notes", "M31.TIF"), "/notes/M31.enf");
     EXPECT_EQ(NotePath("", "M31.TIF"), "/M31.enf");

@@ -1,8 +1,8 @@
 #include "app/window/ShellRoom.h"
 
-#include "app/window/KeysPage.h"
 #include "app/help/frmHelp.h"
 #include "app/window/FaultList.h"
+#include "app/window/KeysPage.h"
 #include "common/paths.h"
 #include "desk/controls/SlideButtons.h"
 #include "platform/ProgramFiles.h"
