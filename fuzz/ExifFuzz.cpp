@@ -15,9 +15,8 @@ using namespace tarn;
 using namespace tarn::fuzz;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const MemoryFile memory;
     const std::string bytes = Input(data, size).Rest();
-    memory.Fill(bytes);
+    const MemoryFile& memory = FileOf(bytes);
     const int number = ::open(memory.Path().c_str(), O_RDONLY | O_CLOEXEC);
     Demand(number >= 0);
     const auto front = ReadFileFront(number);

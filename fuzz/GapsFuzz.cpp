@@ -19,9 +19,8 @@ using namespace tarn;
 using namespace tarn::fuzz;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const MemoryFile memory;
     const std::string bytes = Input(data, size).Rest();
-    memory.Fill(bytes);
+    const MemoryFile& memory = FileOf(bytes);
     const FileHandle file(std::fopen(memory.Path().c_str(), "rb"));
     Demand(file != nullptr);
     std::string error;

@@ -27,4 +27,11 @@ private:
     int m_file;
 };
 
+// One for the whole run, with these bytes in it.
+inline const MemoryFile& FileOf(std::string_view bytes) {
+    static const MemoryFile memory;
+    memory.Fill(bytes);
+    return memory;
+}
+
 } // namespace tarn::fuzz

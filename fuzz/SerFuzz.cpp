@@ -9,9 +9,8 @@ using namespace tarn;
 using namespace tarn::fuzz;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const MemoryFile memory;
     const std::string bytes = Input(data, size).Rest();
-    memory.Fill(bytes);
+    const MemoryFile& memory = FileOf(bytes);
     SerFile file;
     const bool readable = file.Open(memory.Path()).empty();
     Demand(!readable || IsSer(bytes));

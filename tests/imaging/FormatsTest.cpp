@@ -1,4 +1,5 @@
 // Files that need a library of their own, and the colours that pictures mean.
+#include "LoadedFile.h"
 #include "PictureFiles.h"
 #include "RawFiles.h"
 #include "support/TestFolder.h"
@@ -16,23 +17,10 @@
 #include <filesystem>
 
 namespace tarn::testing {
-namespace {
-
-struct Files {
-    TestFolder folder;
-    std::string error;
-
-    ImgX Load(const std::string& bytes, QSize wanted = {}) {
-        ImgX picture;
-        error = picture.LoadFile(folder.Write("a.jpg", bytes), wanted);
-        return picture;
-    }
-};
-
-} // namespace
+namespace {} // namespace
 
 TEST(Raw, TheCamerasPictureComesFirstAndTheDevelopedForAllPixels) {
-    Files files;
+    LoadedFile files;
     const QImage preview = TellTale(60, 40).mirrored(true, false);
     const std::string bytes =
         RawFile(TellTale(120, 80), JpegBytes(preview), preview.size(), 1).bytes;
@@ -54,7 +42,7 @@ TEST(Raw, TheCamerasPictureComesFirstAndTheDevelopedForAllPixels) {
 }
 
 TEST(Raw, IsTurnedByItsOwnOrientation) {
-    Files files;
+    LoadedFile files;
     const QImage preview = TellTale(60, 40);
     const std::string bytes =
         RawFile(TellTale(120, 80), JpegBytes(preview), preview.size(), 6).bytes;
@@ -68,7 +56,7 @@ TEST(Raw, IsTurnedByItsOwnOrientation) {
 }
 
 TEST(Raw, SensorsWithoutFiltersAreGrey) {
-    Files files;
+    LoadedFile files;
     QImage half(120, 80, QImage::Format_RGB32);
     half.fill(Qt::black);
     for (int y = 0; y < 80; ++y)
@@ -86,7 +74,7 @@ TEST(Raw, SensorsWithoutFiltersAreGrey) {
 }
 
 TEST(Raw, WhatIsRefusedIsSaidAndPlainTiffFilesAreNotMeant) {
-    Files files;
+    LoadedFile files;
     const std::string whole = RawFile(TellTale(120, 80), "", QSize(0, 0), 1).bytes;
     for (const std::size_t length : {40U, 600U, 1500U}) {
         files.Load(whole.substr(0, length));
@@ -104,7 +92,7 @@ TEST(Raw, WhatIsRefusedIsSaidAndPlainTiffFilesAreNotMeant) {
 }
 
 TEST(Formats, WhatTelephonesWriteIsRead) {
-    Files files;
+    LoadedFile files;
     const std::string png = files.folder.Write("p.png", PictureBytes(TellTale(64, 48), "PNG"));
     for (const char* name : {"p.avif", "p.jxl", "p.webp"}) {
         const std::string path = files.folder.Path() + "/" + name;
@@ -124,7 +112,7 @@ TEST(Formats, WhatTelephonesWriteIsRead) {
 
 // The toolkit here has readers for most of these.
 TEST(Formats, DrawingsPagesAndFilmsAreNeverGivenToTheToolkit) {
-    Files files;
+    LoadedFile files;
     const std::string svg = "<svg xmlns='http://www.w3.org/2000/svg' width='20' height='20'>"
                             "<rect width='20' height='20' fill='red'/></svg>";
     const std::string tga =
@@ -144,7 +132,7 @@ TEST(Formats, DrawingsPagesAndFilmsAreNeverGivenToTheToolkit) {
 }
 
 TEST(Formats, KindsOfOldAreRead) {
-    Files files;
+    LoadedFile files;
     for (const char* format : {"BMP", "ICO", "PBM", "PGM", "PPM", "PNG", "TIFF", "WEBP", "XPM"}) {
         const std::string bytes = PictureBytes(TellTale(32, 32), format);
         ASSERT_NE(bytes, "") << format;
@@ -178,7 +166,7 @@ TEST(Formats, PartsThatAreOnlyClaimedAreToldAtOnce) {
                              "free",
                              8);
     const std::string remarks = "P5\n#" + std::string(1 << 20, 'x') + "\n10 10\n255\n";
-    Files files;
+    LoadedFile files;
     for (const std::string& bytes : {png, masks, boxes, remarks}) {
         const std::string path = files.folder.Write("a.jpg", bytes);
         if (bytes == png) std::filesystem::resize_file(path, 3ULL << 30);
@@ -192,7 +180,7 @@ TEST(Formats, PartsThatAreOnlyClaimedAreToldAtOnce) {
 }
 
 TEST(Colors, TheProfileSaysWhatTheNumbersMean) {
-    Files files;
+    LoadedFile files;
     const std::string jpeg = JpegBytes(TellTale(80, 60));
     EXPECT_EQ(Quarters(files.Load(WithProfile(jpeg, SwappedProfile())).SystemPicture()), "bgr?");
     QImage png = TellTale(80, 60);
@@ -207,7 +195,7 @@ TEST(Colors, TheProfileSaysWhatTheNumbersMean) {
 }
 
 TEST(Colors, GreysAndOtherFormatsToo) {
-    Files files;
+    LoadedFile files;
     QImage grey(40, 30, QImage::Format_Grayscale8);
     grey.fill(128);
     cmsToneCurve* curve = cmsBuildGamma(nullptr, 1.0);
@@ -239,7 +227,7 @@ TEST(Colors, GreysAndOtherFormatsToo) {
 }
 
 TEST(Colors, ABrokenProfileIsIgnoredAndSaid) {
-    Files files;
+    LoadedFile files;
     const std::string jpeg = JpegBytes(TellTale(80, 60));
     const std::string whole = SwappedProfile();
     for (const std::string& profile : {std::string(200, 'x'), whole.substr(0, 150)}) {

@@ -1,4 +1,5 @@
 // Files that are damaged, odd, or say how they were held.
+#include "LoadedFile.h"
 #include "PictureFiles.h"
 #include "RawFiles.h"
 #include "support/ContainerFiles.h"
@@ -19,17 +20,6 @@ namespace tarn::testing {
 namespace {
 
 using namespace std::string_literals;
-
-struct Files {
-    TestFolder folder;
-    std::string error;
-
-    ImgX Load(const std::string& bytes, QSize wanted = {}) {
-        ImgX picture;
-        error = picture.LoadFile(folder.Write("a.jpg", bytes), wanted);
-        return picture;
-    }
-};
 
 std::string Checked(const std::string& name, const std::string& data) {
     const std::string body = name + data;
@@ -158,7 +148,7 @@ const QColor kUnread(128, 128, 128);
 } // namespace
 
 TEST(Upright, ContainersThatSayHowTheyWereHeldAreTurned) {
-    Files files;
+    LoadedFile files;
     const QImage stored = TellTale(60, 40);
     const char* const upright[] = {"rgby", "gryb", "ybgr", "byrg", "rbgy", "bryg", "ygbr", "gyrb"};
     for (unsigned orientation = 1; orientation <= 8; ++orientation) {
@@ -180,7 +170,7 @@ TEST(Upright, ContainersThatSayHowTheyWereHeldAreTurned) {
 }
 
 TEST(Gaps, TiffFilesAreReadInPart) {
-    Files files;
+    LoadedFile files;
     const QImage whole = TellTale(60, 40);
     const std::string bytes = Tiff(whole, {});
     EXPECT_EQ(Quarters(files.Load(bytes).SystemPicture()), "rgby");
@@ -212,7 +202,7 @@ TEST(Gaps, TheConsoleHearsNothingOfBrokenProfiles) {
         std::string bytes = PictureBytes(picture, kind);
         if (const auto at = bytes.find("mntrRGB "); at != std::string::npos)
             bytes.replace(at, 8, "mntrLab ");
-        Files files;
+        LoadedFile files;
         auto* before = qInstallMessageHandler(
             [](QtMsgType, const QMessageLogContext&, const QString& text) { heard << text; });
         EXPECT_TRUE(files.Load(bytes).HasImage()) << kind;
@@ -222,7 +212,7 @@ TEST(Gaps, TheConsoleHearsNothingOfBrokenProfiles) {
 }
 
 TEST(Gaps, BitmapsHaveWhateverMasks) {
-    Files files;
+    LoadedFile files;
     const QImage picture = TellTale(60, 40);
     struct Case {
         int bits;
@@ -245,14 +235,14 @@ TEST(Gaps, BitmapsHaveWhateverMasks) {
 }
 
 TEST(Gaps, TheFirstBitmapOfAnArrayIsShown) {
-    Files files;
+    LoadedFile files;
     const ImgX picture = files.Load(ArrayOf(PictureBytes(TellTale(60, 40), "BMP")));
     EXPECT_EQ(files.error, "");
     EXPECT_EQ(Quarters(picture.SystemPicture()), "rgby");
 }
 
 TEST(Gaps, WhatThePainterFilledUpIsSaid) {
-    Files files;
+    LoadedFile files;
     QImage picture = TellTale(600, 400);
     QPainter(&picture).drawEllipse(20, 30, 500, 300);
     for (const std::string& bytes :
@@ -272,7 +262,7 @@ TEST(Gaps, WhatThePainterFilledUpIsSaid) {
 }
 
 TEST(Gaps, OneColourOfADeepPngShinesThrough) {
-    Files files;
+    LoadedFile files;
     constexpr int kSide = 4;
     std::string rows;
     for (int y = 0; y < kSide; ++y) {
@@ -297,7 +287,7 @@ TEST(Gaps, OneColourOfADeepPngShinesThrough) {
 }
 
 TEST(Raw, DamagedDataAreSaidWhateverStandsForThem) {
-    Files files;
+    LoadedFile files;
     const QImage preview = TellTale(60, 40).mirrored(true, false);
     const std::string whole =
         RawFile(TellTale(120, 80), JpegBytes(preview), preview.size(), 1).bytes;
