@@ -1,11 +1,14 @@
 // Writes inputs for the targets to begin with: a folder for each target into the folder given.
 #include "FitsFiles.h"
+#include "PictureFiles.h"
 #include "XisfFiles.h"
 #include "clips/SerWriter.h"
 #include "support/ContainerFiles.h"
 #include "support/ExifBuilder.h"
 
 #include "clips/SerFile.h"
+#include "decoder/Protocol.h"
+#include "imaging/fits/SkyWire.h"
 #include "notes/Drafts.h"
 #include "web/SavedValues.h"
 
@@ -271,6 +274,55 @@ void AddTexts(Corpus& corpus) {
     corpus.Add("log", "endless", endless);
 }
 
+// Small pictures of every kind, to be broken.
+void AddWholePictures(Corpus& corpus) {
+    const QImage picture = TellTale(24, 16);
+    const auto rising = [](std::size_t place) { return double(place); };
+    corpus.Add("loader", "jpeg", JpegBytes(picture));
+    corpus.Add("loader", "jpeg_steps", JpegBytes(picture, JpegKind::Color, 80, true));
+    corpus.Add("loader", "jpeg_inks", JpegBytes(picture, JpegKind::AdobeCmyk));
+    corpus.Add("loader", "jpeg_profile", WithProfile(JpegBytes(picture), SwappedProfile()));
+    for (const char* kind : {"PNG", "BMP", "TIFF", "WEBP", "PPM"})
+        corpus.Add("loader", kind, PictureBytes(picture, kind));
+    corpus.Add("loader", "fits", FitsBytes(16, {8, 6}, rising));
+    corpus.Add("loader", "fits_colour", FitsBytes(-32, {4, 3, 3}, rising));
+}
+
+// The first bytes are those of the memory that comes with it.
+void AddAnswers(Corpus& corpus) {
+    const auto add = [&](const char* name, AnswerHead head, const std::string& behind,
+                         std::uint8_t blocks) {
+        corpus.Add("decoder_answer", name,
+                   std::string(1, char(blocks)) + std::string(tarn::BytesOf(head)) + behind);
+    };
+    AnswerHead head;
+    head.numbers = {8, 4, 0, 0};
+    head.memory = 8 * 4 * 4;
+    add("picture", head, "", 1);
+    head.bytesInMemory = 1;
+    head.bytes = 16;
+    add("profile", head, "", 1);
+    AnswerHead error;
+    error.error = 5;
+    add("error", error, "Wrong", 0);
+    FitsHeader sky;
+    sky.width = 4;
+    sky.height = 3;
+    sky.planes = sky.images = 1;
+    sky.bits = 16;
+    const std::string wire = WireOf(sky);
+    AnswerHead header;
+    header.bytes = std::uint32_t(wire.size());
+    add("sky_header", header, wire, 0);
+    FitsSamples samples;
+    samples.header = sky;
+    samples.count = 12;
+    const std::string all = WireOf(samples);
+    header.bytes = std::uint32_t(all.size());
+    header.memory = 12 * sizeof(float);
+    add("sky_samples", header, all, 1);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -281,5 +333,7 @@ int main(int argc, char** argv) {
     AddXisf(corpus);
     AddClips(corpus);
     AddTexts(corpus);
+    AddWholePictures(corpus);
+    AddAnswers(corpus);
     return corpus.Written() ? 0 : 1;
 }

@@ -32,6 +32,7 @@ constexpr char kUsage[] = "usage: tarn-view [--help | --version] [PATH...]\n"
                           "Shows the pictures of a folder; a file is shown first. Of several\n"
                           "paths, as a file manager hands them over, the first counts.\n";
 
+constexpr std::chrono::milliseconds kPatience(30); // an answer to a key seems to come at once
 constexpr std::chrono::milliseconds kSettled(300); // the window stands, with its picture
 
 // Answers --help and --version; -1 to go on.
@@ -81,6 +82,7 @@ int main(int argc, char** argv) {
         {*files, *settings, *events, *dialogs, *sound, *desktop, *clipboard, *printing});
     second.Listen([&house](const std::string& handed) { house.Open(handed); });
     application.onThrown = [&house](const std::string& fault) { house.TellThrown(fault); };
+    house.display.SetPatience(kPatience);
     if (!house.Start(path, tarn::PictureLoader::ReaderError())) return 1;
     QTimer::singleShot(kSettled, [] { tarn::StartDecoderAhead(); });
     return events->ProgramEnds() ? 0 : QApplication::exec();

@@ -144,12 +144,12 @@ bool Decoder::TakeHello() {
 
 bool Decoder::TakeAnswer(DecoderAnswer& answer) {
     const Packet packet = ReceivePacket(m_socket, kMostPacket);
-    struct Closer {
-        int descriptor;
-        ~Closer() {
-            if (descriptor >= 0) ::close(descriptor);
-        }
-    } const closer{packet.descriptor};
+    const bool right = AnswerFrom(packet, answer);
+    if (packet.descriptor >= 0) ::close(packet.descriptor);
+    return right;
+}
+
+bool AnswerFrom(const Packet& packet, DecoderAnswer& answer) {
     AnswerHead head;
     if (packet.ends || packet.bytes.size() < sizeof head) return false;
     std::memcpy(&head, packet.bytes.data(), sizeof head);

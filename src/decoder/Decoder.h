@@ -18,6 +18,11 @@ struct DecoderAnswer {
     SharedMemory memory;
 };
 
+struct Packet;
+
+// What a packet of the process says; false where it is no answer. Its descriptor stays open.
+bool AnswerFrom(const Packet& packet, DecoderAnswer& answer);
+
 class Decoder {
 public:
     // Null where it cannot be started. It is not waited for.

@@ -36,14 +36,51 @@ bool DisplayRoom::IsLastRow() const {
 }
 
 void DisplayRoom::DisplayPicture(const PictureRequest& request) {
+    m_awaited.End();
     ForgetLastPicture();
+    ShowOrAwait(request, request.look ? request.look : m.files.Look(m.state.Filename));
+}
+
+void DisplayRoom::ShowOrAwait(const PictureRequest& request, const std::optional<FileLook>& look) {
+    if (!request.awaits || IsAtHand(look))
+        ShowNow(request, look);
+    else
+        Await(request, look);
+}
+
+void DisplayRoom::ShowNow(const PictureRequest& request, const std::optional<FileLook>& look) {
+    m.state.NoExif = false;
     {
         const BusyPointer busy(m.shell);
-        const std::string error =
-            LoadCurrent(request.look ? request.look : m.files.Look(m.state.Filename));
+        const std::string error = LoadCurrent(look);
         ShowLoaded(request, error);
     }
     TellShown(request);
+}
+
+bool DisplayRoom::IsAtHand(const std::optional<FileLook>& look) {
+    const ProgramState& s = m.state;
+    if (!m_patience || !look || !s.FormLoadDone || s.SlideViewing || s.BatchRuns) return true;
+    return m.ahead.Await(s.Filename, WantedPixels(), *look, *m_patience, m_awaited.NewCall());
+}
+
+// The file is the current one from now on, with an empty pane: nothing of the picture before stands
+// under its name.
+void DisplayRoom::Await(const PictureRequest& request, const std::optional<FileLook>& look) {
+    ProgramState& s = m.state;
+    BeginPicture();
+    s.FileDate = FileDateText(look);
+    for (ImgX* image : {&s.ImgXfull, &m_bright, &m_whole}) image->Clear();
+    m_placeholder = true;
+    s.ImageWidth = s.ImageHeight = 0;
+    ForgetTexts();
+    PutNothing();
+    m.shell.ShowFileTexts();
+    m.controls.LastLabel->setVisible(IsLastRow());
+    m.current.Tell();
+    UpdatePictureWindows();
+    if (request.focus) m.shell.FocusPane();
+    m_awaited.Begin(request);
 }
 
 std::string DisplayRoom::LoadCurrent(const std::optional<FileLook>& look) {
@@ -100,7 +137,6 @@ void DisplayRoom::ForgetLastPicture() {
     m.controls.DeletePicButton->setVisible(false);
     m.shell.ShowMessage("");
     s.PictureDate.clear();
-    s.NoExif = false;
 }
 
 void DisplayRoom::BeginPicture() {
@@ -113,20 +149,19 @@ void DisplayRoom::BeginPicture() {
     s.HistoryListed = false;
 }
 
-// The size is that of the header, which is asked by itself of a file that cannot be loaded.
+// The size is that of the header.
 std::string DisplayRoom::LoadPicture(const std::optional<FileLook>& look) {
     ProgramState& s = m.state;
     std::string error =
         m_turned.LoadFile(s.Filename, WantedPixels(), m.ahead, look.value_or(FileLook()));
-    const QSize size =
-        m_turned.HasImage() ? m_turned.Facts()->header.size : ImgX::ReadFileInfo(s.Filename);
-    s.ImageWidth = size.width();
-    s.ImageHeight = size.height();
     if (!m_turned.HasImage()) {
         const std::string systemError = m_turned.LoadWithSystemReader(s.Filename);
         if (!m_turned.HasImage()) return error;
         error = systemError;
     }
+    const QSize size = m_turned.Facts()->header.size;
+    s.ImageWidth = size.width();
+    s.ImageHeight = size.height();
     // Without a size nothing would be painted over the picture before.
     if (s.ImageWidth == 0) s.ImageWidth = m_turned.Width();
     if (s.ImageHeight == 0) s.ImageHeight = m_turned.Height();
@@ -158,14 +193,17 @@ void DisplayRoom::ShowPlaceholder(const std::string& error) {
     m_turned.LoadFile(path, IsCutMode() ? QSize() : QSize(s.PreviewWidth, s.PreviewHeight));
     s.ImageWidth = m_turned.Width();
     s.ImageHeight = m_turned.Height();
+    ForgetTexts();
+    if (!m_turned.HasImage()) PutNothing();
+}
+
+void DisplayRoom::ForgetTexts() {
+    ProgramState& s = m.state;
     SetPictureCommands(false);
-    s.MpixelText.clear();
-    s.FileSizeText.clear();
-    s.SizeText.clear();
-    s.ZoomText.clear();
+    for (std::string* text : {&s.MpixelText, &s.FileSizeText, &s.SizeText, &s.ZoomText})
+        text->clear();
     s.NoExif = true;
     s.ImageLoaded = false;
-    if (!m_turned.HasImage()) PutNothing();
 }
 
 void DisplayRoom::ReadInfo() {

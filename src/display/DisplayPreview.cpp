@@ -106,6 +106,7 @@ void DisplayRoom::PutNothing() {
 }
 
 void DisplayRoom::ShowNothing() {
+    m_awaited.End();
     ProgramState& s = m.state;
     MainControls& c = m.controls;
     m.video.CloseVideoClip();

@@ -28,7 +28,9 @@ void DisplayRoom::ConnectControls() {
     Connect(c.OneXcheck, [this] { OneXcheck_Click(); });
     Connect(c.TwoXcheck, [this] { TwoXcheck_Click(); });
     m.current.Follow([this] {
-        if (m.state.Kind != FileKind::Picture) UpdatePictureWindows();
+        if (m.state.Kind == FileKind::Picture) return;
+        m_awaited.End();
+        UpdatePictureWindows();
     });
 }
 

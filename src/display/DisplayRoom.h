@@ -5,10 +5,13 @@
 #include "common/zoom.h"
 #include "desk/Context.h"
 #include "desk/Room.h"
+#include "display/AwaitedPicture.h"
 #include "display/Fit.h"
 #include "display/Travel.h"
 
+#include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 
 class QCheckBox;
@@ -28,10 +31,14 @@ public:
     // Gives the buttons and boxes of this room their commands.
     void ConnectControls() override;
 
-    // Shows the current file. Done when it returns, without letting events in: who calls it may use
-    // the picture on the next line.
+    // Shows the current file without letting events in. Done when it returns, so that who calls it
+    // may use the picture on the next line, unless a patience was set.
     using DisplayCommands::DisplayPicture;
     void DisplayPicture(const PictureRequest& request) override;
+
+    // How long the window may stand still for a picture; what takes longer is shown once it is
+    // there, if it still is the current one. Not at the start, in shows and batches.
+    void SetPatience(std::chrono::milliseconds patience) { m_patience = patience; }
 
     // Makes the preview anew from the loaded picture with its turns.
     void ShowPreview() override;
@@ -75,6 +82,12 @@ public:
     void FitToPaneButton_Click();
 
 private:
+    void ShowOrAwait(const PictureRequest& request, const std::optional<FileLook>& look);
+    bool IsAtHand(const std::optional<FileLook>& look);
+    void Await(const PictureRequest& request, const std::optional<FileLook>& look);
+    void ForgetTexts();
+    void ShowNow(const PictureRequest& request, const std::optional<FileLook>& look);
+
     // The three steps of a picture.
     // The reader's error, which a placeholder may stand for.
     std::string LoadCurrent(const std::optional<FileLook>& look);
@@ -142,6 +155,8 @@ private:
     bool m_placeholder = false; // what is shown stands in for a file without a picture
     bool m_uncheckingOther = false;
     Travel m_travel;
+    std::optional<std::chrono::milliseconds> m_patience; // none: without end
+    AwaitedPicture m_awaited;
     std::unique_ptr<frmBrightness> m_brightness;
     std::unique_ptr<FrmPic> m_pic;
     std::unique_ptr<frmOnetoOne> m_one;

@@ -7,6 +7,8 @@
 #include "display/frmOnetoOne.h"
 #include "display/frmStretch.h"
 #include "imaging/Pixels.h"
+#include "platform/Files.h"
+#include "widgets/PictureBox.h"
 
 #include <QAction>
 #include <QPushButton>
@@ -25,7 +27,18 @@ void BringUp(QWidget& window) {
 
 } // namespace
 
-DisplayRoom::DisplayRoom(Context& context) : m(context) {}
+DisplayRoom::DisplayRoom(Context& context) : m(context), m_awaited(context.controls) {
+    m_awaited.onReady = [this](const PictureRequest& request) {
+        ShowOrAwait(request, m.files.Look(m.state.Filename));
+    };
+    m_awaited.onWanted = [this](const PictureRequest& request) {
+        ShowNow(request, m.files.Look(m.state.Filename));
+    };
+    m_awaited.onLong = [this](bool reads) {
+        const std::string& name = m.state.FileNameOnly;
+        m.controls.Picture1->SetHint(reads ? "Reading '" + name + "'..." : "");
+    };
+}
 
 DisplayRoom::~DisplayRoom() = default;
 

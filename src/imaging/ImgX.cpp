@@ -44,6 +44,9 @@ std::string ImgX::LoadFile(const std::string& path, QSize wanted, PicturesAhead&
     std::string error;
     auto source = ahead.Take(path, wanted, now);
     const bool ready = source != nullptr;
+    if (!ready) {
+        if (const auto refusal = ahead.TakeRefusal(path, now)) return RefuseFor(path, *refusal);
+    }
     if (!ready) source = PictureLoader::Open(path, error);
     if (!source) return Refuse(error);
     error = Load(source, LeastFor(source->Size(), wanted));
@@ -61,6 +64,14 @@ std::string ImgX::LoadWithSystemReader(const std::string& path) {
 std::string ImgX::Refuse(const std::string& error) {
     Clear();
     m_loadError = error;
+    return error;
+}
+
+// Both readers have tried.
+std::string ImgX::RefuseFor(const std::string& path, const std::string& error) {
+    Refuse(error);
+    m_refused = path;
+    m_refusal = error;
     return error;
 }
 

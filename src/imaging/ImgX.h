@@ -104,6 +104,7 @@ public:
 
 private:
     std::string Refuse(const std::string& error);
+    std::string RefuseFor(const std::string& path, const std::string& error);
     std::string Load(std::shared_ptr<PictureSource> source, QSize least);
     void Fetch(QSize least);
     void SetAll(const QImage& picture);

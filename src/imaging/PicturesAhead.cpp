@@ -1,6 +1,7 @@
 #include "imaging/PicturesAhead.h"
 
 #include "common/stop_flag.h"
+#include "common/worker.h"
 #include "imaging/Pixels.h"
 #include "platform/DecodeBudget.h"
 
@@ -24,7 +25,7 @@ unsigned WorkerCount() {
 }
 
 // Whether a reading for one box serves another.
-bool Serves(QSize decoded, QSize wanted) {
+bool Covers(QSize decoded, QSize wanted) {
     if (decoded.isEmpty()) return true;
     return !wanted.isEmpty() && decoded.width() >= wanted.width() &&
            decoded.height() >= wanted.height();
@@ -56,11 +57,23 @@ std::int64_t BytesNeeded(const PictureSource& source, const PictureWish& wish) {
     return bytes;
 }
 
-// Null when the file cannot be shown; why is found out by who shows it.
+// What its own reader refuses, the toolkit's may know; `error` is the first one's.
+std::shared_ptr<PictureSource> Opened(const std::string& path, std::string& error) {
+    auto source = PictureLoader::Open(path, error);
+    std::string second;
+    return source || IsStopped() ? source : PictureLoader::OpenWithToolkit(path, second);
+}
+
+// Null when no reader can read it.
 std::shared_ptr<PictureSource> Decoded(std::shared_ptr<PictureSource> source,
-                                       const PictureWish& wish) {
-    std::string error;
-    const QImage picture = source->Decode(LeastFor(source->Size(), wish.wanted), error);
+                                       const PictureWish& wish, std::string& error) {
+    std::string fault;
+    QImage picture = source->Decode(LeastFor(source->Size(), wish.wanted), fault);
+    if (picture.isNull() && error.empty()) error = fault;
+    if (picture.isNull() && !source->IsToolkits() && !IsStopped()) {
+        source = PictureLoader::OpenWithToolkit(wish.path, fault);
+        if (source) picture = source->Decode({}, fault);
+    }
     if (picture.isNull()) return nullptr;
     const QSize size = source->Size().isEmpty() ? picture.size() : source->Size();
     for (const QSize& shown : ShownSizes(wish, size)) source->PrepareScaled(shown);
@@ -82,7 +95,10 @@ struct PicturesAhead::Picture {
     bool unseen = false;             // wished once more since a worker has looked at the file
     FileLook look;
     std::shared_ptr<PictureSource> source;
+    std::string refusal;         // why there is none
+    std::function<void()> ready; // who waits for it without standing still
 
+    bool IsDone() const { return state == State::Ready || state == State::Failed; }
     bool IsStale(const FileLook& now) const {
         return state == State::Ready && (now != look || source->IsOutOfDate());
     }
@@ -97,7 +113,9 @@ std::int64_t PicturesAhead::DefaultBudget() {
 }
 
 PicturesAhead::PicturesAhead(std::int64_t budget) : m_budget(budget) {
-    for (unsigned i = 0; i < WorkerCount(); ++i) m_workers.emplace_back([this] { Work(); });
+    for (unsigned i = 0; i < WorkerCount(); ++i)
+        m_workers.emplace_back([this] { Work(Serves::All); });
+    m_workers.emplace_back([this] { Work(Serves::Awaited); }); // whatever the others are at
 }
 
 PicturesAhead::~PicturesAhead() {
@@ -109,11 +127,15 @@ PicturesAhead::~PicturesAhead() {
     for (Worker& worker : m_workers) worker.Join();
 }
 
+bool PicturesAhead::IsIn(const Pictures& pictures, const std::shared_ptr<Picture>& picture) {
+    return std::find(pictures.begin(), pictures.end(), picture) != pictures.end();
+}
+
 void PicturesAhead::Expect(const std::vector<PictureWish>& wishes) {
     {
         const std::lock_guard lock(m_mutex);
         for (const auto& picture : m_pictures) {
-            picture->wished = false;
+            picture->wished = picture->ready != nullptr;
             // Who shows it may have fetched more pixels since.
             if (picture->taken && picture->source) picture->bytes = picture->source->BytesHeld();
         }
@@ -122,13 +144,14 @@ void PicturesAhead::Expect(const std::vector<PictureWish>& wishes) {
             auto picture = Wished(wish);
             picture->wished = true;
             picture->unseen = picture->state == Picture::State::Ready;
-            if (std::find(next.begin(), next.end(), picture) == next.end()) next.push_back(picture);
+            if (!IsIn(next, picture)) next.push_back(picture);
         }
         for (const auto& picture : m_pictures) {
             const bool decodes = picture->state == Picture::State::Decoding;
             if (decodes && !picture->wished) picture->stop = true;
-            const bool stays = picture->taken || decodes;
-            if (!picture->wished) (stays ? next : m_dropped).push_back(picture);
+            const bool stays = picture->taken || decodes || picture->ready;
+            if (!picture->wished || (picture->ready && !IsIn(next, picture)))
+                (stays ? next : m_dropped).push_back(picture);
         }
         for (const auto& picture : next) picture->taken = false;
         m_pictures = std::move(next);
@@ -150,7 +173,7 @@ std::shared_ptr<PicturesAhead::Picture> PicturesAhead::Wished(const PictureWish&
 std::shared_ptr<PicturesAhead::Picture> PicturesAhead::Find(const std::string& path,
                                                             QSize wanted) const {
     const auto found = std::find_if(m_pictures.begin(), m_pictures.end(), [&](const auto& each) {
-        return each->wish.path == path && Serves(each->wish.wanted, wanted);
+        return each->wish.path == path && Covers(each->wish.wanted, wanted);
     });
     return found == m_pictures.end() ? nullptr : *found;
 }
@@ -181,7 +204,53 @@ std::shared_ptr<PictureSource> PicturesAhead::Take(const std::string& path, QSiz
         return nullptr;
     }
     picture->taken = true;
+    picture->hurry = false;
     return picture->source;
+}
+
+std::optional<std::string> PicturesAhead::TakeRefusal(const std::string& path,
+                                                      const FileLook& now) {
+    const std::lock_guard lock(m_mutex);
+    const auto found = std::find_if(m_pictures.begin(), m_pictures.end(), [&](const auto& each) {
+        return each->wish.path == path && each->state == Picture::State::Failed && !each->stop &&
+               each->look == now && !each->refusal.empty();
+    });
+    if (found == m_pictures.end()) return std::nullopt;
+    std::string refusal = (*found)->refusal;
+    Drop(found->get());
+    return refusal;
+}
+
+bool PicturesAhead::Await(const std::string& path, QSize wanted, const FileLook& now,
+                          std::chrono::milliseconds patience, std::function<void()> ready) {
+    std::unique_lock lock(m_mutex);
+    const auto picture = Awaited({path, wanted, {}}, now);
+    for (const auto& other : m_pictures) {
+        if (other == picture) continue;
+        other->ready = {};
+        if (other->hurry && !other->IsDone()) other->stop = true;
+    }
+    picture->wished = true;
+    picture->hurry = true;
+    m_changed.notify_all();
+    const auto done = [&] { return picture->IsDone(); };
+    if (patience.count() > 0 ? m_changed.wait_for(lock, patience, done) : done()) return true;
+    picture->ready = std::move(ready);
+    return false;
+}
+
+// What is at hand or in the making, or a new one before all others.
+std::shared_ptr<PicturesAhead::Picture> PicturesAhead::Awaited(const PictureWish& wish,
+                                                               const FileLook& now) {
+    if (auto known = Find(wish.path, wish.wanted)) {
+        const bool failed = known->state == Picture::State::Failed;
+        if (!known->stop && !known->IsStale(now) && !(failed && known->look != now)) return known;
+        Drop(known.get());
+    }
+    auto made = std::make_shared<Picture>();
+    made->wish = wish;
+    m_pictures.insert(m_pictures.begin(), made);
+    return made;
 }
 
 void PicturesAhead::Keep(const std::string& path, QSize wanted,
@@ -225,7 +294,7 @@ std::int64_t PicturesAhead::BytesHeld() const {
 void PicturesAhead::WaitUntilDone() {
     std::unique_lock lock(m_mutex);
     m_changed.wait(lock, [&] {
-        return m_working == 0 && !NextToLookAt() && !NextToDecode() && m_dropped.empty();
+        return m_working == 0 && !NextToLookAt() && !NextToDecode(Serves::All) && m_dropped.empty();
     });
 }
 
@@ -245,11 +314,12 @@ bool PicturesAhead::MakeRoom(std::size_t before, std::int64_t bytes) {
 }
 
 // The nearest that is not begun and for which there is room.
-std::shared_ptr<PicturesAhead::Picture> PicturesAhead::NextToDecode() {
+std::shared_ptr<PicturesAhead::Picture> PicturesAhead::NextToDecode(Serves serves) {
     for (std::size_t i = 0; i < m_pictures.size(); ++i) {
         auto picture = m_pictures[i];
         const bool waits = picture->wished && picture->state == Picture::State::Waiting;
-        if (waits && MakeRoom(i, picture->bytes)) return picture;
+        if (!waits || picture->stop || (serves == Serves::Awaited && !picture->hurry)) continue;
+        if (picture->hurry || MakeRoom(i, picture->bytes)) return picture;
     }
     return nullptr;
 }
@@ -260,7 +330,7 @@ std::shared_ptr<PicturesAhead::Picture> PicturesAhead::NextToLookAt() const {
     return found == m_pictures.end() ? nullptr : *found;
 }
 
-void PicturesAhead::Work() {
+void PicturesAhead::Work(Serves serves) {
     std::unique_lock lock(m_mutex);
     while (!m_ends) {
         if (!m_dropped.empty()) {
@@ -270,18 +340,20 @@ void PicturesAhead::Work() {
             dropped.clear();
             lock.lock();
             m_changed.notify_all();
-        } else if (const auto picture = NextToDecode()) {
+        } else if (const auto picture = NextToDecode(serves)) {
             ++m_working;
             try {
                 Decode(*picture, lock);
-            } catch (...) { // why is found out by who shows it
+            } catch (...) {
                 if (!lock.owns_lock()) lock.lock();
                 picture->state = Picture::State::Failed;
+                picture->refusal = ThrownText();
                 picture->bytes = 0;
             }
             --m_working;
             m_changed.notify_all();
-        } else if (const auto known = NextToLookAt()) {
+            TellReady(*picture, lock);
+        } else if (const auto known = serves == Serves::All ? NextToLookAt() : nullptr) {
             ++m_working;
             LookAgain(known, lock);
             --m_working;
@@ -290,6 +362,14 @@ void PicturesAhead::Work() {
             m_changed.wait(lock);
         }
     }
+}
+
+void PicturesAhead::TellReady(Picture& picture, std::unique_lock<std::mutex>& lock) {
+    if (!picture.IsDone() || !picture.ready) return;
+    const std::function<void()> ready = std::exchange(picture.ready, {});
+    lock.unlock();
+    ready();
+    lock.lock();
 }
 
 // A wished picture whose file is another one by now waits to be decoded anew.
@@ -309,31 +389,36 @@ void PicturesAhead::LookAgain(const std::shared_ptr<Picture>& picture,
     m_dropped.push_back(std::exchange(*place, std::move(anew)));
 }
 
-// The header tells what memory it takes; without room the picture goes back among those waiting.
+// The header tells what memory it takes; without room the picture goes back among those waiting,
+// unless somebody waits for it.
 void PicturesAhead::Decode(Picture& picture, std::unique_lock<std::mutex>& lock) {
     picture.state = Picture::State::Decoding;
     const PictureWish wish = picture.wish;
     const HeedsStop heeds(picture.stop);
     const MayHurry hurries(picture.hurry);
     lock.unlock();
+    const FileLook look = PictureLoader::LookAt(wish.path);
     std::string error;
-    auto source = PictureLoader::Open(wish.path, error);
+    auto source = Opened(wish.path, error);
     const std::int64_t needed = source ? BytesNeeded(*source, wish) : 0;
     lock.lock();
+    picture.look = look;
     picture.bytes = 0;
     const auto place = std::find_if(m_pictures.begin(), m_pictures.end(),
                                     [&](const auto& each) { return each.get() == &picture; });
     const auto before = static_cast<std::size_t>(place - m_pictures.begin());
-    const bool room = MakeRoom(before, needed);
+    const bool room = MakeRoom(before, needed) || picture.hurry;
     picture.bytes = needed;
     if (!picture.wished || !room || !source || m_ends) {
         picture.state = source ? Picture::State::Waiting : Picture::State::Failed;
+        picture.refusal = std::move(error);
         if (!picture.wished) Drop(&picture);
         return;
     }
     lock.unlock();
-    source = Decoded(std::move(source), wish);
+    source = Decoded(std::move(source), wish, error);
     lock.lock();
+    picture.refusal = std::move(error);
     Finish(picture, std::move(source));
 }
 
@@ -343,7 +428,7 @@ void PicturesAhead::Finish(Picture& picture, std::shared_ptr<PictureSource> sour
     if (source) picture.look = source->Facts()->look;
     picture.source = std::move(source);
     // Some formats tell their size only when they are decoded.
-    if (!picture.wished || Used() > m_budget) Drop(&picture);
+    if (!picture.wished || (Used() > m_budget && !picture.hurry)) Drop(&picture);
 }
 
 } // namespace tarn

@@ -7,11 +7,13 @@
 
 #include <QSize>
 
+#include <chrono>
 #include <condition_variable>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -51,6 +53,16 @@ public:
     std::shared_ptr<PictureSource> Take(const std::string& path, QSize wanted, const FileLook& now);
     std::shared_ptr<PictureSource> Take(const std::string& path, QSize wanted);
 
+    // Why no reader could read the file as it is at that look, where a worker has just found that
+    // out; told once.
+    std::optional<std::string> TakeRefusal(const std::string& path, const FileLook& now);
+
+    // Sees to it that the file is read before all others, and waits so long at most. True when Take
+    // or TakeRefusal have an answer without reading; else `ready` is called once they have, on a
+    // worker thread, unless another file is awaited by then. What was awaited before is broken off.
+    bool Await(const std::string& path, QSize wanted, const FileLook& now,
+               std::chrono::milliseconds patience, std::function<void()> ready);
+
     // A source that was decoded elsewhere, as if it had been taken.
     void Keep(const std::string& path, QSize wanted, std::shared_ptr<PictureSource> source);
 
@@ -67,16 +79,20 @@ private:
     struct Picture;
     using Pictures = std::vector<std::shared_ptr<Picture>>;
 
-    void Work();
+    enum class Serves { All, Awaited };
+    void Work(Serves serves);
+    static bool IsIn(const Pictures& pictures, const std::shared_ptr<Picture>& picture);
     void Decode(Picture& picture, std::unique_lock<std::mutex>& lock);
+    static void TellReady(Picture& picture, std::unique_lock<std::mutex>& lock);
     void LookAgain(const std::shared_ptr<Picture>& picture, std::unique_lock<std::mutex>& lock);
     void Finish(Picture& picture, std::shared_ptr<PictureSource> source);
-    std::shared_ptr<Picture> NextToDecode();
+    std::shared_ptr<Picture> NextToDecode(Serves serves);
     std::shared_ptr<Picture> NextToLookAt() const;
     bool MakeRoom(std::size_t before, std::int64_t bytes);
     std::int64_t Used() const;
     std::shared_ptr<Picture> Find(const std::string& path, QSize wanted) const;
     std::shared_ptr<Picture> Wished(const PictureWish& wish) const;
+    std::shared_ptr<Picture> Awaited(const PictureWish& wish, const FileLook& now);
     void Drop(const Picture* picture);
 
     const std::int64_t m_budget;

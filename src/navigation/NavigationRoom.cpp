@@ -40,8 +40,8 @@ void NavigationRoom::ConnectControls() {
     c.FolderTreeview1->onSelection = [this](const std::string& path, bool& cancel) {
         if (!cancel) FolderTreeview1_Selection(path);
     };
-    Connect(c.NextButton, [this] { NextButton_Click(); });
-    Connect(c.PrevButton, [this] { PrevButton_Click(); });
+    Connect(c.NextButton, [this] { StepBy(1, Stepping()); });
+    Connect(c.PrevButton, [this] { StepBy(-1, Stepping()); });
     Connect(c.FileBackButton, [this] { FileBackButton_Click(); });
     Connect(c.FileFwdButton, [this] { FileFwdButton_Click(); });
     Connect(c.FolderBackButton, [this] { FolderBackButton_Click(); });

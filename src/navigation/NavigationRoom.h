@@ -80,8 +80,8 @@ private:
     ContextMenus m_menus;
     FindInList m_find;
     ViewHistory m_views;
-    std::string m_wanted;     // name to select in the folder that is being entered
-    PictureRequest m_request; // of the selection that code is making
+    std::string m_wanted;                  // name to select in the folder that is being entered
+    PictureRequest m_request = Stepping(); // or that of the selection that code is making
     // A list may raise its event also for rows that are marked or unmarked.
     bool m_clearingMultiselect = false;
     bool m_selectingAll = false;

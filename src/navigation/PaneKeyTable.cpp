@@ -40,22 +40,22 @@ void ReadAgain(Context& m) {
     m.navigation.ReadAgain();
 }
 void Next(Context& m) {
-    m.navigation.NextButton_Click();
+    m.navigation.StepBy(1, Stepping());
 }
 void Previous(Context& m) {
-    m.navigation.PrevButton_Click();
+    m.navigation.StepBy(-1, Stepping());
 }
 void PageBack(Context& m) {
-    m.navigation.StepBy(-kPage, {});
+    m.navigation.StepBy(-kPage, Stepping());
 }
 void PageOn(Context& m) {
-    m.navigation.StepBy(kPage, {});
+    m.navigation.StepBy(kPage, Stepping());
 }
 void First(Context& m) {
-    m.navigation.StepFrom(1, -1, {});
+    m.navigation.StepFrom(1, -1, Stepping());
 }
 void Last(Context& m) {
-    m.navigation.StepFrom(0, -1, {});
+    m.navigation.StepFrom(0, -1, Stepping());
 }
 void ToNote(Context& m) {
     m.controls.NotesBox->setFocus(Qt::ShortcutFocusReason);

@@ -17,9 +17,9 @@ void PaneKeys::Picture_MouseUp(bool rightButton, int x, int width, QPoint onScre
     if (rightButton)
         m.controls.PopupPic->popup(onScreen);
     else if (2 * x <= width)
-        m.navigation.PrevButton_Click();
+        m.navigation.StepBy(-1, Stepping());
     else
-        m.navigation.NextButton_Click();
+        m.navigation.StepBy(1, Stepping());
 }
 
 void PaneKeys::MousePress(QObject* pane, const QMouseEvent& event) {

@@ -72,20 +72,6 @@ std::optional<FitsSamples> SamplesFrom(const std::string& bytes, bool& words) {
     return samples;
 }
 
-bool IsHeader(const DecoderAnswer& answer) {
-    if (answer.bytes.empty()) return !answer.error.empty();
-    WireReader from(answer.bytes);
-    return CanBe(HeaderFrom(from)) && from.IsRight();
-}
-
-bool AreSamples(const DecoderAnswer& answer) {
-    if (answer.bytes.empty()) return !answer.error.empty();
-    bool words = false;
-    const auto samples = SamplesFrom(answer.bytes, words);
-    const std::size_t each = words ? sizeof(std::uint16_t) : sizeof(float);
-    return samples && answer.memory.Size() / each >= samples->All();
-}
-
 std::optional<DecoderAnswer> Ask(DecoderVerb verb, DecoderFormat format, const std::string& path,
                                  int image, const IsRight& isRight) {
     std::string error; // told by who reads it in this process then
@@ -120,30 +106,54 @@ std::string WireOf(const FitsSamples& samples) {
     return to.Take();
 }
 
+bool IsSkyHeader(const DecoderAnswer& answer) {
+    if (answer.bytes.empty()) return !answer.error.empty();
+    WireReader from(answer.bytes);
+    return CanBe(HeaderFrom(from)) && from.IsRight();
+}
+
+bool AreSkySamples(const DecoderAnswer& answer) {
+    if (answer.bytes.empty()) return !answer.error.empty();
+    bool words = false;
+    const auto samples = SamplesFrom(answer.bytes, words);
+    const std::size_t each = words ? sizeof(std::uint16_t) : sizeof(float);
+    return samples && answer.memory.Size() / each >= samples->All();
+}
+
+std::optional<FitsHeader> SkyHeaderOf(const DecoderAnswer& answer) {
+    if (answer.bytes.empty()) return std::nullopt;
+    WireReader from(answer.bytes);
+    return HeaderFrom(from);
+}
+
+std::optional<FitsSamples> TakeSkySamples(DecoderAnswer& answer) {
+    bool words = false;
+    auto samples = answer.bytes.empty() ? std::nullopt : SamplesFrom(answer.bytes, words);
+    if (!samples) return samples;
+    const FreeSamples whole{answer.memory.Size()};
+    void* const bytes = answer.memory.Release();
+    if (words)
+        samples->words = {static_cast<std::uint16_t*>(bytes), whole};
+    else
+        samples->floats = {static_cast<float*>(bytes), whole};
+    return samples;
+}
+
 bool AskForSkyHeader(DecoderFormat format, const std::string& path, int image,
                      std::optional<FitsHeader>& header, std::string& error) {
-    const auto answer = Ask(DecoderVerb::SkyHeader, format, path, image, IsHeader);
+    const auto answer = Ask(DecoderVerb::SkyHeader, format, path, image, IsSkyHeader);
     if (!answer) return false;
     error = answer->error;
-    WireReader from(answer->bytes);
-    if (!answer->bytes.empty()) header = HeaderFrom(from);
+    header = SkyHeaderOf(*answer);
     return true;
 }
 
 bool AskForSkySamples(DecoderFormat format, const std::string& path, int image,
                       std::optional<FitsSamples>& samples, std::string& error) {
-    auto answer = Ask(DecoderVerb::SkySamples, format, path, image, AreSamples);
+    auto answer = Ask(DecoderVerb::SkySamples, format, path, image, AreSkySamples);
     if (!answer) return false;
     error = answer->error;
-    bool words = false;
-    if (!answer->bytes.empty()) samples = SamplesFrom(answer->bytes, words);
-    if (!samples) return true;
-    const FreeSamples whole{answer->memory.Size()};
-    void* const bytes = answer->memory.Release();
-    if (words)
-        samples->words = {static_cast<std::uint16_t*>(bytes), whole};
-    else
-        samples->floats = {static_cast<float*>(bytes), whole};
+    samples = TakeSkySamples(*answer);
     return true;
 }
 

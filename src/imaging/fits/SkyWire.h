@@ -14,6 +14,12 @@ namespace tarn {
 std::string WireOf(const FitsHeader& header);
 std::string WireOf(const FitsSamples& samples);
 
+// Whether an answer is one that can be, and what it then says; none where it has but an error.
+bool IsSkyHeader(const DecoderAnswer& answer);
+bool AreSkySamples(const DecoderAnswer& answer);
+std::optional<FitsHeader> SkyHeaderOf(const DecoderAnswer& answer);
+std::optional<FitsSamples> TakeSkySamples(DecoderAnswer& answer);
+
 // False where the file is to be read in this process.
 bool AskForSkyHeader(DecoderFormat format, const std::string& path, int image,
                      std::optional<FitsHeader>& header, std::string& error);
