@@ -79,6 +79,8 @@ private:
     void ChooseScale(QSize wanted);
     bool IsHugeClaim() const;
     int ReadScans();
+    void KeepFrame();
+    void RestoreFrame();
     bool ScansFitIntoMemory();
     long long BytesOfScans() const {
         return 2LL * m_info.image_width * m_info.image_height * m_info.num_components;
@@ -90,6 +92,14 @@ private:
     std::FILE* m_file;
     jpeg_decompress_struct m_info{};
     JpegErrors m_errors{};
+    // What the file's own header says of the frame. A second one makes the library fail only after
+    // it has taken its numbers over, by which it would then show what has been read.
+    struct Frame {
+        JDIMENSION width, height;
+        int components, precision;
+        boolean progressive, arithmetic;
+    };
+    Frame m_frame{};
     int m_scan = 0; // of several, the last one read; a jump back leaves it as it is
     std::vector<uchar> m_cmykRow;
 };
@@ -105,7 +115,22 @@ bool JpegDecoder::ReadHeader() {
     if (setjmp(m_errors.back)) return false;
     jpeg_stdio_src(&m_info, m_file);
     jpeg_read_header(&m_info, TRUE);
+    KeepFrame();
     return true;
+}
+
+void JpegDecoder::KeepFrame() {
+    m_frame = {m_info.image_width,    m_info.image_height,     m_info.num_components,
+               m_info.data_precision, m_info.progressive_mode, m_info.arith_code};
+}
+
+void JpegDecoder::RestoreFrame() {
+    m_info.image_width = m_frame.width;
+    m_info.image_height = m_frame.height;
+    m_info.num_components = m_frame.components;
+    m_info.data_precision = m_frame.precision;
+    m_info.progressive_mode = m_frame.progressive;
+    m_info.arith_code = m_frame.arithmetic;
 }
 
 void JpegDecoder::ChooseScale(QSize wanted) {
@@ -166,6 +191,7 @@ int JpegDecoder::MostScans() const {
 // Takes in what there is of a file of several scans; returns the last one that can be shown.
 int JpegDecoder::ReadScans() {
     if (setjmp(m_errors.back)) {
+        RestoreFrame();
         const bool between = m_info.input_iMCU_row == m_info.total_iMCU_rows;
         return m_info.input_scan_number - (between ? 0 : 1);
     }

@@ -47,5 +47,27 @@ TEST(JpegFrame, SaysWhatTheDecoderSaysOrNothing) {
     }
 }
 
+// What has been read is shown as the file's own header says, whatever comes later.
+TEST(JpegFrame, AnotherOneBetweenTheScansSpoilsNothing) {
+    const std::string whole = JpegBytes(TellTale(64, 48), JpegKind::Color, 95, true);
+    const std::size_t second = whole.find("\xFF\xC4", whole.find("\xFF\xDA"));
+    ASSERT_NE(second, std::string::npos);
+    for (const std::string& frame :
+         {std::string("\xFF\xC9\0\x08\x11\0\x02\x02\x03\0", 10),
+          std::string("\xFF\xC2\0\x0B\x08\xFF\xFF\xFF\xFF\x01\x01\x11\0", 13),
+          std::string("\xFF\xC0\0\x14\x08\0\x01\0\x01\x04\x01\x11\0\x02\x11\0\x03\x11\0\x04\x11\0",
+                      22)}) {
+        std::string bytes = whole.substr(0, second) + frame + whole.substr(second);
+        for (const QSize wanted : {QSize(), QSize(16, 12)}) {
+            const FileHandle file(::fmemopen(bytes.data(), bytes.size(), "rb"));
+            std::string error;
+            const QImage picture = kJpegFormat.decode(file.get(), wanted, error);
+            EXPECT_NE(error, "");
+            EXPECT_EQ(picture.size(), wanted.isEmpty() ? QSize(64, 48) : wanted);
+            EXPECT_EQ(Quarters(picture), "rgby") << frame.size();
+        }
+    }
+}
+
 } // namespace
 } // namespace tarn::testing
