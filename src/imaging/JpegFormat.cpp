@@ -193,6 +193,7 @@ int JpegDecoder::ReadScans() {
     if (setjmp(m_errors.back)) {
         RestoreFrame();
         const bool between = m_info.input_iMCU_row == m_info.total_iMCU_rows;
+        if (between) m_info.do_block_smoothing = FALSE; // which would look at what comes next
         return m_info.input_scan_number - (between ? 0 : 1);
     }
     while (!IsStopped() && m_info.input_scan_number < MostScans() &&
