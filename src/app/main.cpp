@@ -32,7 +32,7 @@ constexpr char kUsage[] = "usage: tarn-view [--help | --version] [PATH...]\n"
                           "Shows the pictures of a folder; a file is shown first. Of several\n"
                           "paths, as a file manager hands them over, the first counts.\n";
 
-constexpr std::chrono::milliseconds kPatience(30); // an answer to a key seems to come at once
+constexpr std::chrono::milliseconds kPatience(20); // an answer to a key seems to come at once
 constexpr std::chrono::milliseconds kSettled(300); // the window stands, with its picture
 
 // Answers --help and --version; -1 to go on.

@@ -99,6 +99,9 @@ struct PicturesAhead::Picture {
     std::function<void()> ready; // who waits for it without standing still
 
     bool IsDone() const { return state == State::Ready || state == State::Failed; }
+    bool IsRefused(const FileLook& now) const {
+        return state == State::Failed && !stop && look == now && !refusal.empty();
+    }
     bool IsStale(const FileLook& now) const {
         return state == State::Ready && (now != look || source->IsOutOfDate());
     }
@@ -199,6 +202,7 @@ std::shared_ptr<PictureSource> PicturesAhead::Take(const std::string& path, QSiz
     picture->wished = true; // so that it stays once it is ready
     picture->hurry = true;
     m_changed.wait(lock, [&] { return picture->state != Picture::State::Decoding; });
+    if (picture->IsRefused(now)) return nullptr; // which is asked for next
     if (picture->state != Picture::State::Ready || picture->IsStale(now)) {
         Drop(picture.get());
         return nullptr;
@@ -212,8 +216,7 @@ std::optional<std::string> PicturesAhead::TakeRefusal(const std::string& path,
                                                       const FileLook& now) {
     const std::lock_guard lock(m_mutex);
     const auto found = std::find_if(m_pictures.begin(), m_pictures.end(), [&](const auto& each) {
-        return each->wish.path == path && each->state == Picture::State::Failed && !each->stop &&
-               each->look == now && !each->refusal.empty();
+        return each->wish.path == path && each->IsRefused(now);
     });
     if (found == m_pictures.end()) return std::nullopt;
     std::string refusal = (*found)->refusal;
@@ -244,7 +247,8 @@ std::shared_ptr<PicturesAhead::Picture> PicturesAhead::Awaited(const PictureWish
                                                                const FileLook& now) {
     if (auto known = Find(wish.path, wish.wanted)) {
         const bool failed = known->state == Picture::State::Failed;
-        if (!known->stop && !known->IsStale(now) && !(failed && known->look != now)) return known;
+        if (!known->stop && !known->IsStale(now) && (!failed || known->IsRefused(now)))
+            return known;
         Drop(known.get());
     }
     auto made = std::make_shared<Picture>();

@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <atomic>
+#include <chrono>
 #include <filesystem>
 
 using namespace tarn;
@@ -108,6 +110,29 @@ TEST_F(DecodeAhead, WhatTheFileSaysOfItselfComesAlong) {
     const auto other = m_ahead.Take(small, kBox);
     ASSERT_TRUE(other);
     EXPECT_EQ(other->Facts()->front, PictureBytes(TellTale(8, 6), "PNG"));
+}
+
+TEST_F(DecodeAhead, WhatIsAwaitedComesFirstAndItsFaultIsKnownWithoutReading) {
+    using namespace std::chrono_literals;
+    const std::string broken = m_folder.Write("broken.jpg", "\xFF\xD8 no picture");
+    const std::string whole = Write("whole.jpg");
+    std::atomic<int> called = 0;
+    const auto call = [&] { ++called; };
+    const auto lookAt = [](const std::string& path) { return PictureLoader::LookAt(path); };
+    EXPECT_FALSE(m_ahead.Await(broken, kBox, lookAt(broken), 0ms, call));
+    m_ahead.WaitUntilDone();
+    EXPECT_EQ(called, 1);
+    EXPECT_TRUE(m_ahead.Await(broken, kBox, lookAt(broken), 0ms, call));
+    EXPECT_FALSE(Has(broken));
+    EXPECT_EQ(m_ahead.TakeRefusal(broken, FileLook()), std::nullopt); // of another file
+    EXPECT_NE(m_ahead.TakeRefusal(broken, lookAt(broken)).value_or(""), "");
+    EXPECT_EQ(m_ahead.TakeRefusal(broken, lookAt(broken)), std::nullopt);
+
+    EXPECT_FALSE(m_ahead.Await(whole, kBox, lookAt(whole), 0ms, call));
+    m_ahead.Expect({}); // others wish for nothing
+    m_ahead.WaitUntilDone();
+    EXPECT_EQ(called, 2);
+    EXPECT_TRUE(Has(whole));
 }
 
 TEST_F(DecodeAhead, AChangeIsNoticedByTheNextWishToo) {
