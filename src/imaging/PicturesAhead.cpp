@@ -354,9 +354,10 @@ void PicturesAhead::Work(Serves serves) {
                 picture->refusal = ThrownText();
                 picture->bytes = 0;
             }
-            --m_working;
             m_changed.notify_all();
             TellReady(*picture, lock);
+            --m_working;
+            m_changed.notify_all();
         } else if (const auto known = serves == Serves::All ? NextToLookAt() : nullptr) {
             ++m_working;
             LookAgain(known, lock);
