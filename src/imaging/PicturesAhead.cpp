@@ -96,7 +96,8 @@ struct PicturesAhead::Picture {
     FileLook look;
     std::shared_ptr<PictureSource> source;
     std::string refusal;         // why there is none
-    std::function<void()> ready; // who waits for it without standing still
+    bool awaited = false;        // by who does not stand still, until it is taken
+    std::function<void()> ready; // tells him
 
     bool IsDone() const { return state == State::Ready || state == State::Failed; }
     bool IsRefused(const FileLook& now) const {
@@ -138,7 +139,7 @@ void PicturesAhead::Expect(const std::vector<PictureWish>& wishes) {
     {
         const std::lock_guard lock(m_mutex);
         for (const auto& picture : m_pictures) {
-            picture->wished = picture->ready != nullptr;
+            picture->wished = picture->awaited;
             // Who shows it may have fetched more pixels since.
             if (picture->taken && picture->source) picture->bytes = picture->source->BytesHeld();
         }
@@ -152,8 +153,8 @@ void PicturesAhead::Expect(const std::vector<PictureWish>& wishes) {
         for (const auto& picture : m_pictures) {
             const bool decodes = picture->state == Picture::State::Decoding;
             if (decodes && !picture->wished) picture->stop = true;
-            const bool stays = picture->taken || decodes || picture->ready;
-            if (!picture->wished || (picture->ready && !IsIn(next, picture)))
+            const bool stays = picture->taken || decodes || picture->awaited;
+            if (!picture->wished || (picture->awaited && !IsIn(next, picture)))
                 (stays ? next : m_dropped).push_back(picture);
         }
         for (const auto& picture : next) picture->taken = false;
@@ -208,7 +209,7 @@ std::shared_ptr<PictureSource> PicturesAhead::Take(const std::string& path, QSiz
         return nullptr;
     }
     picture->taken = true;
-    picture->hurry = false;
+    picture->hurry = picture->awaited = false;
     return picture->source;
 }
 
@@ -230,10 +231,11 @@ bool PicturesAhead::Await(const std::string& path, QSize wanted, const FileLook&
     const auto picture = Awaited({path, wanted, {}}, now);
     for (const auto& other : m_pictures) {
         if (other == picture) continue;
+        other->awaited = false;
         other->ready = {};
         if (other->hurry && !other->IsDone()) other->stop = true;
     }
-    picture->wished = true;
+    picture->wished = picture->awaited = true;
     picture->hurry = true;
     m_changed.notify_all();
     const auto done = [&] { return picture->IsDone(); };
