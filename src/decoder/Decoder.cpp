@@ -62,7 +62,8 @@ pid_t Spawn(const std::string& program, DecoderKind kind, int socket) {
     std::string locale = "LC_ALL=C.UTF-8";
     std::string pages = "GLIBC_TUNABLES=glibc.malloc.hugetlb=1";
     char* const argv[] = {name.data(), argument.data(), nullptr};
-    char* const variables[] = {locale.data(), pages.data(), nullptr};
+    std::string loop = "QT_NO_GLIB=1"; // whose event loop wants more rights
+    char* const variables[] = {locale.data(), pages.data(), loop.data(), nullptr};
     pid_t process = -1;
     if (::posix_spawn(&process, program.c_str(), &actions, &attributes, argv, variables) != 0)
         process = -1;

@@ -110,6 +110,11 @@ TEST_F(Decoders, ToolkitFormatsAreReadAlike) {
         ExpectSame(Write("c", PictureBytes(colored, format)));
         ExpectSame(Write("d", bytes.substr(0, bytes.size() / 2)), {}, Pixels::LeftOut);
     }
+    // Large ones are converted by the toolkit's own threads.
+    const QImage deep = TellTale(900, 600).convertToFormat(QImage::Format_RGBX64);
+    const std::string large = Write("f", PictureBytes(deep, "PNG"));
+    ExpectSame(large);
+    EXPECT_EQ(ReadOf(large, {}).error, "");
     ExpectSame(Write("e", "no picture at all"));
 }
 

@@ -141,6 +141,8 @@ constexpr std::array kCalls{
     SCMP_SYS(madvise),
     SCMP_SYS(brk),
     SCMP_SYS(futex),
+    SCMP_SYS(eventfd2), // with which the toolkit wakes its threads
+    SCMP_SYS(pipe2),
     SCMP_SYS(set_robust_list),
     SCMP_SYS(rseq),
     SCMP_SYS(exit),
@@ -197,9 +199,7 @@ bool FilterCalls() {
     Filter filter;
     for (const int call : kCalls) filter.Allow(call);
     AllowWithin(filter);
-    if (kSanitized)
-        for (const int call : {SCMP_SYS(pipe), SCMP_SYS(pipe2)})
-            filter.Allow(call); // to look at memory
+    if (kSanitized) filter.Allow(SCMP_SYS(pipe)); // to look at memory
     return filter.Load();
 }
 
