@@ -35,6 +35,7 @@ House::House(const Platform& p)
               .display = display,
               .info = info,
               .notes = notes,
+              .marks = marks,
               .slides = slides,
               .copies = copies,
               .fileops = fileops,
@@ -51,7 +52,7 @@ House::House(const Platform& p)
               .desktop = p.desktop,
               .printing = p.printing},
       window(controls, p.files), shell(context, window), navigation(context), display(context),
-      info(context), notes(context), slides(context), copies(context), fileops(context),
+      info(context), notes(context), marks(context), slides(context), copies(context), fileops(context),
       print(context), thumbnails(context), web(context), video(context, [] { return MakeMci(); }),
       importExport(context), programs(context), keys(context),
       lifecycle(context, window, screens, Rooms()), crash(window, p.files, p.clipboard) {
@@ -68,7 +69,7 @@ House::House(const Platform& p)
 
 // In this order each step of a room's life comes to them.
 std::vector<Room*> House::Rooms() {
-    return {&navigation, &display,    &info, &notes, &slides,       &copies,  &fileops,
+    return {&navigation, &display,    &info, &notes, &marks, &slides,       &copies,  &fileops,
             &print,      &thumbnails, &web,  &video, &importExport, &programs};
 }
 

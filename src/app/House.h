@@ -17,6 +17,7 @@
 #include "fileops/FileRoom.h"
 #include "fileops/ImportExport.h"
 #include "imaging/PicturesAhead.h"
+#include "marks/MarksRoom.h"
 #include "navigation/NavigationRoom.h"
 #include "navigation/PaneKeys.h"
 #include "notes/NotesRoom.h"
@@ -75,6 +76,7 @@ public:
     DisplayRoom display;
     PictureInfoRoom info;
     NotesRoom notes;
+    MarksRoom marks;
     SlideRoom slides;
     CopyRoom copies;
     FileRoom fileops;

@@ -28,6 +28,7 @@ struct Context {
     DisplayCommands& display;
     InfoCommands& info;
     NotesCommands& notes;
+    MarkCommands& marks;
     SlideCommands& slides;
     CopyCommands& copies;
     FileCommands& fileops;

@@ -11,6 +11,7 @@
 #include "widgets/printing/RecordedPaper.h"
 
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -153,6 +154,24 @@ struct RecordingNotes : NotesCommands, Recorder {
     std::string UnsavedText() override { return unsaved; }
     std::string note;
     std::string unsaved;
+};
+
+struct RecordingMarks : MarkCommands, Recorder {
+    using Recorder::Recorder;
+    std::optional<Mark> MarkOf(const std::string& path) override {
+        const auto at = marks.find(path);
+        return at == marks.end() ? Mark() : at->second;
+    }
+    bool AllRead() override { return true; }
+    bool IsKeptAside(const std::string&) override { return false; }
+    void SetMarks(const std::vector<MarkWish>& wishes) override {
+        for (const MarkWish& wish : wishes)
+            marks[wish.path] = Changed(marks[wish.path], wish.change);
+    }
+    void Flush() override {}
+    void SidecarsChanged() override {}
+    void Follow(std::function<void()>) override {}
+    std::map<std::string, Mark> marks; // by path
 };
 
 struct RecordingSlides : SlideCommands, Recorder {

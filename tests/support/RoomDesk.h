@@ -35,6 +35,7 @@ struct RoomDesk {
     QMenuBar bar{&window};
     MainControls controls;
     RecordingNotes notes{calls};
+    RecordingMarks marks{calls};
     RecordingVideo video{calls};
     RecordingShell shell{calls};
     RecordingSound sound{calls};
@@ -76,6 +77,7 @@ struct RoomDesk {
                 .display = display,
                 .info = info,
                 .notes = notes,
+                .marks = marks,
                 .slides = own.slides ? *own.slides : slides,
                 .copies = copies,
                 .fileops = own.fileops ? *own.fileops : fileops,

@@ -3,6 +3,7 @@
 #include "clips/MciLibraries.h"
 #include "decoder/DecoderPool.h"
 #include "imaging/ImagingLibraries.h"
+#include "marks/MarkLibraries.h"
 #include "platform/QtText.h"
 
 #include <QApplication>
@@ -56,7 +57,7 @@ std::vector<Library> Libraries(Versions asked) {
         {"C library", std::to_string(__GLIBC__) + "." + std::to_string(__GLIBC_MINOR__),
          gnu_get_libc_version()},
     };
-    for (const auto& list : {ImagingLibraries(asked), MciLibraries(asked)})
+    for (const auto& list : {ImagingLibraries(asked), MciLibraries(asked), MarkLibraries()})
         all.insert(all.end(), list.begin(), list.end());
     return all;
 }

@@ -2,6 +2,7 @@
 // test implements the one or two that its room rings.
 #pragma once
 
+#include "common/mark.h"
 #include "desk/commands/Outcome.h"
 #include "desk/commands/PictureRequest.h"
 
@@ -117,6 +118,36 @@ public:
     // The note file's own bytes, at most 8000, as they are; empty when it has none.
     virtual std::string NoteBytesOf(const std::string& picture) = 0;
     virtual std::string UnsavedText() = 0; // what the box holds and no note has; empty: nothing
+};
+
+// What is to become of the mark of one file.
+struct MarkWish {
+    std::string path;
+    MarkChange change;
+};
+
+// Marks stand in sidecars beside the pictures. They are read and written in the background; no call
+// here but Flush asks the disk.
+class MarkCommands {
+public:
+    virtual ~MarkCommands() = default;
+    // The mark of a file of the folder shown, with what is still to be written; none: not read yet.
+    virtual std::optional<Mark> MarkOf(const std::string& path) = 0;
+    virtual bool AllRead() = 0; // of the files of the list
+    // Kept in the state folder, since its sidecar cannot be written.
+    virtual bool IsKeptAside(const std::string& path) = 0;
+    // Seen at once, on the disk within a second. Also of files of other folders.
+    virtual void SetMarks(const std::vector<MarkWish>& wishes) = 0;
+    void SetMarks(const std::vector<std::string>& paths, const MarkChange& change) {
+        std::vector<MarkWish> wishes;
+        for (const std::string& path : paths) wishes.push_back({path, change});
+        SetMarks(wishes);
+    }
+    // What is set is on the disk, or kept aside: ahead of a command that touches files.
+    virtual void Flush() = 0;
+    virtual void SidecarsChanged() = 0; // a command has moved some: they are read again
+    // Called when marks have come or changed; in the order of following.
+    virtual void Follow(std::function<void()> follower) = 0;
 };
 
 class SlideCommands {

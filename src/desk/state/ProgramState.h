@@ -6,6 +6,7 @@
 #include "desk/state/FileOpsState.h"
 #include "desk/state/GallerySettings.h"
 #include "desk/state/HtmlSettings.h"
+#include "desk/state/MarkState.h"
 #include "desk/state/NotesState.h"
 #include "desk/state/PrintState.h"
 #include "desk/state/SelectionState.h"
@@ -22,6 +23,7 @@ struct ProgramState : PictureInfo,
                       SelectionState,
                       DisplayState,
                       NotesState,
+                      MarkState,
                       SlideState,
                       FileOpsState,
                       ThumbState,

@@ -10,6 +10,7 @@ namespace {
 
 constexpr int kMostBoxes = 1000;             // of one level; made files have thousands
 constexpr std::int64_t kMostItems = 1 << 20; // bytes of a list of items
+constexpr std::int64_t kItemHead = 256;      // of which an item tells what it is
 
 std::uint64_t Big(std::string_view bytes, std::size_t place, int size) {
     return NumberAt(bytes, place, size, true);
@@ -52,8 +53,9 @@ std::string ItemBytes(const FileBytes& file, Span meta, std::string_view name) {
     return box.length > kMostItems ? std::string() : file.At(box.place, std::size_t(box.length));
 }
 
-// The number of the item that holds camera data.
-std::optional<std::uint64_t> ExifItem(const FileBytes& file, Span meta) {
+// The number of the first item that `is` says, asked with its kind and what stands behind that.
+template <typename Is>
+std::optional<std::uint64_t> FindItem(const FileBytes& file, Span meta, const Is& is) {
     const Span list = FindBox(file, meta, "iinf");
     const std::string head = file.At(list.place, 8);
     if (list.length < 8) return {};
@@ -62,10 +64,12 @@ std::optional<std::uint64_t> ExifItem(const FileBytes& file, Span meta) {
     EachBox(file, {list.place + counted, list.length - counted},
             [&](std::string_view name, Span box) {
                 if (name != "infe") return false;
-                const std::string item = file.At(box.place, 16);
+                const std::string item =
+                    file.At(box.place, std::size_t(std::min(box.length, kItemHead)));
                 if (item.size() < 12 || (item[0] != 2 && item[0] != 3)) return false;
                 const int size = item[0] == 2 ? 2 : 4;
-                if (std::string_view(item).substr(std::size_t(4 + size + 2), 4) != "Exif")
+                const auto kind = std::string_view(item).substr(std::size_t(4 + size + 2));
+                if (!is(kind.substr(0, 4), kind.substr(std::min<std::size_t>(4, kind.size()))))
                     return false;
                 found = Big(item, 4, size);
                 return true;
@@ -145,9 +149,9 @@ Span BehindOffset(const FileBytes& file, Span block) {
     return {block.place + kOffsetBytes + offset, block.length - kOffsetBytes - offset};
 }
 
-Span ExifOfHeif(const FileBytes& file) {
-    const Span meta = MetaOf(file);
-    const auto item = ExifItem(file, meta);
+namespace {
+
+Span SpanOf(const FileBytes& file, Span meta, std::optional<std::uint64_t> item) {
     if (!item) return {};
     auto place = PlaceOf(ItemBytes(file, meta, "iloc"), *item);
     if (!place) return {};
@@ -156,7 +160,24 @@ Span ExifOfHeif(const FileBytes& file) {
         if (place->span.place > data.length) return {};
         place->span.place += data.place;
     }
-    return BehindOffset(file, Held(file, place->span));
+    return Held(file, place->span);
+}
+
+} // namespace
+
+Span ExifOfHeif(const FileBytes& file) {
+    const Span meta = MetaOf(file);
+    const auto item = FindItem(
+        file, meta, [](std::string_view kind, std::string_view) { return kind == "Exif"; });
+    return BehindOffset(file, SpanOf(file, meta, item));
+}
+
+Span XmpOfHeif(const FileBytes& file) {
+    const Span meta = MetaOf(file);
+    const auto item = FindItem(file, meta, [](std::string_view kind, std::string_view names) {
+        return kind == "mime" && names.find("application/rdf+xml") != std::string_view::npos;
+    });
+    return SpanOf(file, meta, item);
 }
 
 bool HeifTurns(const FileBytes& file) {

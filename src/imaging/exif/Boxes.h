@@ -29,6 +29,9 @@ bool HasFewBoxes(const FileBytes& file);
 // The camera data that a HEIF file keeps as an item of its own: from their TIFF header on.
 Span ExifOfHeif(const FileBytes& file);
 
+// And its XMP.
+Span XmpOfHeif(const FileBytes& file);
+
 // Whether a HEIF file says itself how its pictures are turned.
 bool HeifTurns(const FileBytes& file);
 

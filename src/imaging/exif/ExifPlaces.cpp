@@ -1,5 +1,6 @@
 #include "imaging/exif/ExifPlaces.h"
 
+#include "imaging/exif/Chunks.h"
 #include "imaging/exif/FileKind.h"
 
 #include <algorithm>
@@ -10,8 +11,6 @@ namespace {
 
 using namespace std::string_view_literals;
 
-constexpr int kMostChunks = 10000;
-
 // Some writers put the words in front that such a block has in a JPEG file.
 Span WithoutWords(const FileBytes& file, Span block) {
     constexpr std::int64_t kWords = 6;
@@ -19,27 +18,6 @@ Span WithoutWords(const FileBytes& file, Span block) {
         return {block.place + kWords, block.length - kWords};
     return block;
 }
-
-// Chunks of a PNG file from here on, each with its length in front and a sum behind.
-class PngChunks {
-public:
-    PngChunks(const FileBytes& file, std::int64_t place) : m_file(file), m_next(place) {}
-    bool Next() {
-        const std::string head = m_file.At(m_next, 8);
-        if (head.size() < 8 || m_seen++ == kMostChunks) return false;
-        name = head.substr(4);
-        data = {m_next + 8, std::int64_t(NumberAt(head, 0, 4, true))};
-        m_next = data.place + data.length + 4;
-        return m_next <= m_file.Size();
-    }
-    std::string name;
-    Span data;
-
-private:
-    const FileBytes& m_file;
-    std::int64_t m_next;
-    int m_seen = 0;
-};
 
 // Whether what stands there are chunks up to the file's end.
 bool EndsAsPng(const FileBytes& file, std::int64_t place) {
@@ -68,15 +46,7 @@ Span ExifOfPng(const FileBytes& file) {
 }
 
 Span ExifOfWebP(const FileBytes& file) {
-    std::int64_t place = 12;
-    for (int i = 0; i < kMostChunks; ++i) {
-        const std::string head = file.At(place, 8);
-        if (head.size() < 8) return {};
-        const auto length = std::int64_t(NumberAt(head, 4, 4, false));
-        if (head.starts_with("EXIF")) return {place + 8, std::min(length, file.Size() - place - 8)};
-        place += 8 + length + length % 2;
-    }
-    return {};
+    return FindWebPChunk(file, "EXIF");
 }
 
 // One maker's raw files have three blocks in a box of its own.

@@ -1,0 +1,243 @@
+#include "marks/MarkStore.h"
+
+#include "common/paths.h"
+#include "common/stop_flag.h"
+#include "marks/MarkFiles.h"
+
+#include <chrono>
+
+#include <pthread.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace tarn {
+
+namespace {
+
+constexpr int kLowest = 19;
+constexpr std::chrono::milliseconds kTellsEvery(200); // while pictures are read
+
+using Clock = std::chrono::steady_clock;
+
+} // namespace
+
+MarkStore::MarkStore(Files& files, Answers answers)
+    : m_files(files), m_aside(files), m_answers(std::move(answers)), m_reader([this] { Read(); }),
+      m_writer([this] { Write(); }) {}
+
+MarkStore::~MarkStore() {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_ends = true;
+    }
+    m_asked.notify_all();
+    m_writer.Join();
+    m_reader.Join();
+}
+
+void MarkStore::Show(const std::string& folder, std::vector<std::string> names) {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_wanted = {m_wanted.generation + 1, folder, std::move(names)};
+        m_isWanted = true;
+        m_allRead = false;
+    }
+    m_asked.notify_all();
+}
+
+std::optional<Mark> MarkStore::MarkOf(const std::string& path) const {
+    const std::lock_guard lock(m_mutex);
+    std::optional<Mark> mark;
+    if (FolderOf(path) == m_folder) {
+        const auto known = m_known.find(LastPart(path));
+        if (known != m_known.end()) mark = known->second.mark;
+    }
+    for (const Changes* changes : {&m_kept, &m_writing, &m_pending}) {
+        const auto change = changes->find(path);
+        if (change != changes->end()) mark = Changed(mark.value_or(Mark()), change->second);
+    }
+    return mark;
+}
+
+bool MarkStore::AllRead() const {
+    const std::lock_guard lock(m_mutex);
+    return m_allRead;
+}
+
+bool MarkStore::IsKeptAside(const std::string& path) const {
+    const std::lock_guard lock(m_mutex);
+    return m_kept.contains(path);
+}
+
+void MarkStore::Set(const std::string& path, const MarkChange& change) {
+    {
+        const std::lock_guard lock(m_mutex);
+        MarkChange& pending = m_pending[path];
+        pending = Joined(pending, change);
+    }
+    m_asked.notify_all();
+}
+
+void MarkStore::Flush() {
+    std::unique_lock lock(m_mutex);
+    m_settled.wait(lock, [this] { return m_pending.empty() && m_writing.empty(); });
+}
+
+void MarkStore::Tell(const std::string& text) const {
+    if (m_answers.told) m_answers.told(text);
+}
+
+void MarkStore::TellChanged() const {
+    if (m_answers.changed) m_answers.changed();
+}
+
+void MarkStore::Read() {
+    ::pthread_setname_np(::pthread_self(), "marks-reader");
+    ::setpriority(PRIO_PROCESS, static_cast<id_t>(::gettid()), kLowest); // this thread alone
+    const HeedsStop heeds(m_ends);
+    std::unique_lock lock(m_mutex);
+    for (;;) {
+        m_asked.wait(lock, [this] { return m_ends || m_isWanted; });
+        if (m_ends) return;
+        m_isWanted = false;
+        const Wanted wanted = m_wanted;
+        if (wanted.folder != m_folder) m_known.clear();
+        m_folder = wanted.folder;
+        lock.unlock();
+        std::string untold; // the marks that are known so far are shown
+        const bool read = Guarded(untold, [&] { return ReadFolder(wanted); });
+        lock.lock();
+        if (wanted.generation != m_wanted.generation) continue;
+        m_allRead = read || !untold.empty();
+        lock.unlock();
+        TryKeptAgain(wanted.folder);
+        TellChanged();
+        lock.lock();
+    }
+}
+
+// False when another folder is wanted meanwhile.
+bool MarkStore::ReadFolder(const Wanted& wanted) {
+    const SidecarNames sidecars =
+        SidecarsIn(m_files, wanted.folder, nullptr).value_or(SidecarNames());
+    std::vector<const std::string*> without;
+    for (const std::string& name : wanted.names) {
+        if (sidecars.Of(name).empty())
+            without.push_back(&name);
+        else if (!ReadOne(wanted, name, sidecars))
+            return false;
+    }
+    TellChanged();
+    auto told = Clock::now();
+    for (const std::string* name : without) {
+        if (!ReadOne(wanted, *name, sidecars)) return false;
+        if (Clock::now() - told < kTellsEvery) continue;
+        TellChanged();
+        told = Clock::now();
+    }
+    return true;
+}
+
+bool MarkStore::ReadOne(const Wanted& wanted, const std::string& name,
+                        const SidecarNames& sidecars) {
+    const std::string picture = JoinPath(wanted.folder, name);
+    const std::string sidecar = sidecars.Of(name);
+    const auto look =
+        m_files.Look(sidecar.empty() ? picture : JoinPath(wanted.folder, sidecar), nullptr);
+    const auto isWanted = [&] { return !m_ends && wanted.generation == m_wanted.generation; };
+    {
+        const std::lock_guard lock(m_mutex);
+        if (!isWanted()) return false;
+        const auto known = m_known.find(name);
+        if (known != m_known.end() && look && known->second.look == *look) return true;
+    }
+    const FoundMark found = ReadMark(m_files, picture, sidecars);
+    const std::lock_guard lock(m_mutex);
+    if (!isWanted()) return false;
+    m_known[name] = {found.mark, look.value_or(FileLook())};
+    return true;
+}
+
+// What an earlier run, or an earlier look at this folder, could not write.
+void MarkStore::TryKeptAgain(const std::string& folder) {
+    {
+        const std::lock_guard lock(m_mutex);
+        for (const auto& [path, change] : m_kept)
+            if (FolderOf(path) == folder) m_pending.try_emplace(path, change);
+    }
+    m_asked.notify_all();
+}
+
+void MarkStore::Write() {
+    KeptMarks kept = m_aside.Read();
+    std::unique_lock lock(m_mutex);
+    m_kept.merge(kept);
+    for (const auto& [path, change] : m_kept)
+        if (FolderOf(path) == m_folder) m_pending.try_emplace(path, change);
+    for (;;) {
+        m_asked.wait(lock, [this] { return m_ends || !m_pending.empty(); });
+        if (m_pending.empty()) return; // the end, with all written
+        m_writing = std::exchange(m_pending, {});
+        lock.unlock();
+        std::string thrown;
+        Guarded(thrown, [this] { return WriteAll(), true; });
+        if (!thrown.empty()) Tell("Marks NOT written - " + thrown);
+        TellChanged();
+        lock.lock();
+        m_writing.clear();
+        m_settled.notify_all();
+    }
+}
+
+// Nothing else changes what is being written.
+void MarkStore::WriteAll() {
+    std::map<std::string, SidecarNames> folders;
+    std::map<std::string, std::optional<MarkChange>> aside;
+    for (const auto& [path, change] : m_writing) {
+        const std::string folder = FolderOf(path);
+        auto names = folders.find(folder);
+        if (names == folders.end())
+            names =
+                folders
+                    .emplace(folder, SidecarsIn(m_files, folder, nullptr).value_or(SidecarNames()))
+                    .first;
+        TakeAnswer(path, change, WriteMark(m_files, path, names->second, change), aside);
+    }
+    std::string error;
+    if (!m_aside.Keep(aside, &error)) Tell("Marks are NOT kept - " + error);
+}
+
+void MarkStore::TakeAnswer(const std::string& path, const MarkChange& change,
+                           const WrittenMark& written,
+                           std::map<std::string, std::optional<MarkChange>>& aside) {
+    {
+        const std::lock_guard lock(m_mutex);
+        const auto kept = m_kept.find(path);
+        if (written.done) {
+            // Its look is not known: the next reading will see.
+            if (FolderOf(path) == m_folder) m_known[LastPart(path)] = {written.mark, {}};
+            if (kept == m_kept.end()) return;
+            m_kept.erase(kept);
+            aside[path] = {};
+            return;
+        }
+        MarkChange& keeps = m_kept[path];
+        keeps = Joined(keeps, change);
+        aside[path] = keeps;
+    }
+    TellFault(path, written);
+}
+
+void MarkStore::TellFault(const std::string& path, const WrittenMark& written) {
+    const std::string folder = FolderOf(path);
+    {
+        const std::lock_guard lock(m_mutex);
+        if (!m_toldOf.insert(written.ofFolder ? folder : path).second) return;
+    }
+    if (written.ofFolder)
+        return Tell("Marks of '" + folder + "' are kept in the settings: " + written.error);
+    Tell("The mark of '" + LastPart(path) +
+         "' is kept in the settings, its sidecar stays: " + written.error);
+}
+
+} // namespace tarn

@@ -1,0 +1,9 @@
+#include "marks/XmpModule.h"
+
+#include "marks/Sidecar.h"
+
+namespace tarn {
+
+extern "C" const XmpModule TarnModule{MarkOfXmp, XmpWithMark};
+
+} // namespace tarn
