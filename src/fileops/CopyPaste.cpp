@@ -62,14 +62,22 @@ void CopyPaste::PasteButton_Click() {
 void CopyPaste::Paste(const std::vector<std::string>& sources, bool cut) {
     Changes changes(m.files);
     Report report;
+    m.marks.Flush();
     const DroppedNote dropped(m);
     m.shell.SetBusy(true);
-    const std::size_t arrived = PutAll(sources, cut, changes, report);
+    const std::vector<NewNamePlan> put = PutAll(sources, cut, changes, report);
+    const std::size_t arrived = put.size();
     // Only what arrived whole goes.
-    for (std::size_t i = 0; cut && i < arrived; ++i) {
+    for (const NewNamePlan& plan : put) {
+        if (!cut) break;
         std::string error;
-        if (!changes.EndMove(sources[i], &error) && report.error.empty())
-            report.error = "Stays where it was: " + error + " - " + LastPart(sources[i]);
+        LeftBehind left{BelongingKind::Sidecar, plan.from, {}};
+        if (changes.EndMove(plan.from, &error)) {
+            left = EndAlong(plan, m.files, changes);
+            error = left.why;
+        }
+        if (!left.path.empty() && report.error.empty())
+            report.error = "Stays where it was: " + error + " - " + LastPart(left.path);
     }
     m.shell.SetBusy(false);
     m.navigation.RefreshDirButton_Click();
@@ -95,11 +103,13 @@ void CopyPaste::EndCut(std::size_t arrived, std::size_t all) {
     m.clipboard.SetFiles({m_files, true});
 }
 
-// How many arrived whole; the report tells why it was not all of them. What stands under a name in
-// another case is another file.
-std::size_t CopyPaste::PutAll(const std::vector<std::string>& sources, bool cut, Changes& changes,
-                              Report& report) {
+// Those that arrived whole; the report tells why it was not all of them. What stands under a name
+// in another case is another file.
+std::vector<NewNamePlan> CopyPaste::PutAll(const std::vector<std::string>& sources, bool cut,
+                                           Changes& changes, Report& report) {
     const std::string folder = m.controls.FileListBox->Path(); // whatever is chosen meanwhile
+    Belongings belongings(m.files, {}); // notes keep their names and lie in one folder
+    std::vector<NewNamePlan> put;
     const BatchRun batch(m);
     for (std::size_t i = 0; i < sources.size(); ++i) {
         const std::string name = LastPart(sources[i]);
@@ -107,19 +117,24 @@ std::size_t CopyPaste::PutAll(const std::vector<std::string>& sources, bool cut,
                         std::to_string(sources.size()) + ") '" + name + "'")) {
             report.message = "Paste cancelled after " + std::to_string(i) + " of " +
                              std::to_string(sources.size()) + " files";
-            return i;
+            return put;
         }
         std::string error;
-        const std::string to = JoinPath(folder, name);
-        if (!(cut ? changes.Move(sources[i], to, &error, Standing::ThrowAway)
-                  : changes.Copy(sources[i], to, &error, Standing::ThrowAway))) {
+        const NewNamePlan plan = PlanPlace(belongings, sources[i], JoinPath(folder, name));
+        const std::size_t before = changes.Written().size();
+        if (!(BringAlong(plan, m.files, changes, &error) &&
+              (cut ? changes.Move(plan.from, plan.to, &error, Standing::ThrowAway)
+                   : changes.Copy(plan.from, plan.to, &error, Standing::ThrowAway)))) {
+            std::string ignored; // the first fault is the one to tell
+            changes.TakeBack(before, &ignored);
             report.message = "Paste failed for '" + name + "'";
             report.error = std::move(error);
             report.error.append(" - ").append(name);
-            return i;
+            return put;
         }
+        put.push_back(plan);
     }
-    return sources.size();
+    return put;
 }
 
 // The last that was pasted, looked for from the second row on; the second row when it is not found.

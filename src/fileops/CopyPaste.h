@@ -2,7 +2,7 @@
 #pragma once
 
 #include "desk/Context.h"
-#include "fileops/UndoLog.h"
+#include "fileops/PicturePlan.h"
 
 #include <functional>
 #include <string>
@@ -31,8 +31,8 @@ private:
         std::string message; // empty: all arrived
         std::string error;
     };
-    std::size_t PutAll(const std::vector<std::string>& sources, bool cut, Changes& changes,
-                       Report& report);
+    std::vector<NewNamePlan> PutAll(const std::vector<std::string>& sources, bool cut,
+                                    Changes& changes, Report& report);
     void EndCut(std::size_t arrived, std::size_t all);
     void ShowPasted(const std::string& name);
 

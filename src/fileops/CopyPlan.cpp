@@ -1,6 +1,7 @@
 #include "fileops/CopyPlan.h"
 
 #include "common/paths.h"
+#include "common/sidecar_names.h"
 #include "common/text.h"
 
 #include <algorithm>
@@ -53,8 +54,11 @@ struct Folders {
     Names notesFrom;
     Names notesTo;
     Names filesTo;
+    SidecarNames sidecars;
 
     bool Read(const CopyRequest& r, const Files& files, std::string* error) {
+        if (r.sidecars && !r.filesTo.empty())
+            if (const auto names = files.FileNames(r.filesFrom)) sidecars = SidecarNames(*names);
         return (r.notesFrom.empty() || (notesFrom.Read(r.notesFrom, files, error) &&
                                         notesTo.Read(r.notesTo, files, error))) &&
                (r.filesTo.empty() || filesTo.Read(r.filesTo, files, error));
@@ -62,8 +66,8 @@ struct Folders {
 
     PlannedCopy Note(const std::string& name) const {
         const std::string there = notesTo.Find(name);
-        return {notesFrom.Path(name), notesTo.Path(there.empty() ? name : there), true,
-                !there.empty()};
+        return {notesFrom.Path(name), notesTo.Path(there.empty() ? name : there),
+                PlannedCopy::Kind::Note, !there.empty()};
     }
 };
 
@@ -81,6 +85,31 @@ static void MarkTwins(CopyPlan& plan) {
             if (!targets.insert(FoldCase(copy.to)).second) copy.stands = true;
 }
 
+static void AddFile(CopyUnit& unit, const CopyRequest& request, const std::string& name,
+                    const Folders& folders) {
+    const std::size_t of = unit.copies.size();
+    unit.copies.push_back({JoinPath(request.filesFrom, name), folders.filesTo.Path(name),
+                           PlannedCopy::Kind::File, folders.filesTo.Has(name)});
+    for (const std::string& sidecar :
+         {folders.sidecars.OwnOf(name), folders.sidecars.SharedOf(name)})
+        if (!sidecar.empty() && !IsSidecarName(name) && sidecar != name)
+            unit.copies.push_back({JoinPath(request.filesFrom, sidecar),
+                                   folders.filesTo.Path(sidecar), PlannedCopy::Kind::Sidecar,
+                                   !folders.filesTo.Find(sidecar).empty(), of});
+}
+
+// Several files have one sidecar, or it is among the files itself.
+static void DropTwice(CopyPlan& plan) {
+    std::set<std::string> files;
+    for (const CopyUnit& unit : plan)
+        for (const PlannedCopy& copy : unit.copies)
+            if (copy.kind == PlannedCopy::Kind::File) files.insert(copy.from);
+    for (CopyUnit& unit : plan)
+        std::erase_if(unit.copies, [&](const PlannedCopy& copy) {
+            return copy.kind == PlannedCopy::Kind::Sidecar && !files.insert(copy.from).second;
+        });
+}
+
 std::optional<CopyPlan> PlanCopies(const CopyRequest& request, const Files& files,
                                    std::string* error) {
     Folders folders;
@@ -93,15 +122,13 @@ std::optional<CopyPlan> PlanCopies(const CopyRequest& request, const Files& file
         const std::string key = !shared.empty() ? shared : withNotes ? NoteNameOf(name) : name;
         const auto [at, isNew] = unitOf.emplace(key, plan.size());
         if (isNew) plan.emplace_back();
-        if (!request.filesTo.empty())
-            plan[at->second].copies.push_back({JoinPath(request.filesFrom, name),
-                                               folders.filesTo.Path(name), false,
-                                               folders.filesTo.Has(name)});
+        if (!request.filesTo.empty()) AddFile(plan[at->second], request, name, folders);
         if (isNew && !shared.empty()) plan[at->second].copies.push_back(folders.Note(shared));
     }
     if (request.everyNote)
         for (const std::string& note : folders.notesFrom.Notes())
             if (unitOf.emplace(note, plan.size()).second) plan.push_back({{folders.Note(note)}});
+    DropTwice(plan);
     MarkTwins(plan);
     std::erase_if(plan, [](const CopyUnit& unit) { return unit.copies.empty(); });
     return plan;
@@ -110,7 +137,7 @@ std::optional<CopyPlan> PlanCopies(const CopyRequest& request, const Files& file
 CopyPlan PlanOneCopy(const std::string& from, const std::string& folder, const std::string& name,
                      const Files& files) {
     const std::string to = JoinPath(folder, name);
-    return {{{{from, to, false, files.Exists(to)}}}};
+    return {{{{from, to, PlannedCopy::Kind::File, files.Exists(to)}}}};
 }
 
 int CountStanding(const CopyPlan& plan) {
@@ -131,18 +158,23 @@ std::string Numbered(const std::string& name, int number) {
 
 // The unit under its n-th name; the note is that of its first file.
 std::vector<std::string> TargetsOf(const CopyUnit& unit, int number) {
-    std::vector<std::string> targets;
+    using Kind = PlannedCopy::Kind;
     std::string note;
-    for (const PlannedCopy& copy : unit.copies) {
-        if (copy.isNote) continue;
-        const std::string name = Numbered(LastPart(copy.to), number);
-        if (note.empty()) note = NoteNameOf(name);
-    }
-    for (const PlannedCopy& copy : unit.copies) {
-        const std::string name =
-            copy.isNote && !note.empty() ? note : Numbered(LastPart(copy.to), number);
-        targets.push_back(JoinPath(FolderOf(copy.to), name));
-    }
+    for (const PlannedCopy& copy : unit.copies)
+        if (copy.kind == Kind::File && note.empty())
+            note = NoteNameOf(Numbered(LastPart(copy.to), number));
+    const auto nameOf = [&](const PlannedCopy& copy) {
+        if (copy.kind == Kind::Note && !note.empty()) return note;
+        if (copy.kind != Kind::Sidecar) return Numbered(LastPart(copy.to), number);
+        const PlannedCopy& file = unit.copies[copy.of];
+        const bool isOwn =
+            FoldCase(LastPart(copy.from)) == FoldCase(OwnSidecarName(LastPart(file.from)));
+        const std::string name = Numbered(LastPart(file.to), number);
+        return isOwn ? OwnSidecarName(name) : SharedSidecarName(name);
+    };
+    std::vector<std::string> targets;
+    for (const PlannedCopy& copy : unit.copies)
+        targets.push_back(JoinPath(FolderOf(copy.to), nameOf(copy)));
     return targets;
 }
 
@@ -164,6 +196,7 @@ void GiveNewNames(CopyUnit& unit, std::set<std::string>& taken, const Files& fil
 } // namespace
 
 void Resolve(CopyPlan& plan, WhenStands decision, const Files& files) {
+    using Kind = PlannedCopy::Kind;
     if (decision == WhenStands::Overwrite) return;
     std::set<std::string> taken;
     for (const CopyUnit& unit : plan)
@@ -173,10 +206,11 @@ void Resolve(CopyPlan& plan, WhenStands decision, const Files& files) {
         if (decision == WhenStands::Skip) {
             // A note without its picture would come to belong to the other picture of this name.
             const bool pictureStays =
-                std::any_of(unit.copies.begin(), unit.copies.end(),
-                            [](const PlannedCopy& copy) { return copy.stands && !copy.isNote; });
+                std::any_of(unit.copies.begin(), unit.copies.end(), [](const PlannedCopy& copy) {
+                    return copy.stands && copy.kind == Kind::File;
+                });
             std::erase_if(unit.copies, [&](const PlannedCopy& copy) {
-                return copy.stands || (copy.isNote && pictureStays);
+                return copy.stands || (copy.kind != Kind::File && pictureStays);
             });
         } else
             GiveNewNames(unit, taken, files);

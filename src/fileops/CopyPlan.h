@@ -18,17 +18,20 @@ struct CopyRequest {
     std::string notesFrom; // empty: no notes
     std::string notesTo;
     bool everyNote = false; // also notes that belong to none of the files
+    bool sidecars = true;   // those of the files go along
 };
 
 struct PlannedCopy {
     std::string from;
     std::string to;
-    bool isNote = false;
+    enum class Kind { File, Note, Sidecar };
+    Kind kind = Kind::File;
     bool stands = false; // something is there already
+    std::size_t of = 0;  // a sidecar's file, by its place in the unit
 };
 
-// Files that share a note, and the note (without notes one file): they keep belonging together when
-// they get new names.
+// Files that share a note, and the note (without notes one file), with their sidecars: they keep
+// belonging together when they get new names.
 struct CopyUnit {
     std::vector<PlannedCopy> copies;
 

@@ -2,6 +2,7 @@
 
 #include "common/paths.h"
 #include "fileops/DroppedNote.h"
+#include "fileops/PicturePlan.h"
 #include "fileops/frmCaption.h"
 #include "platform/Files.h"
 #include "platform/QtText.h"
@@ -77,16 +78,39 @@ CopyOutcome CopyRoom::CopyImage() {
         return Refusal("'Copy to' folder is same as current folder");
     if (s.Filename.empty() || name.empty()) return Refusal({});
     const std::string target = JoinPath(s.CopyImageFolder, name);
+    m.marks.Flush();
     std::string error;
-    std::string replaced;
     m.shell.SetBusy(true);
-    const bool copied = m.files.Copy(s.Filename, target, &error, &replaced);
+    const std::vector<CopiedFile> files = CopyWithSidecars(target, &error);
     m.shell.SetBusy(false);
-    if (!copied) {
+    if (files.empty()) {
         m_copyOk = "COPY FAILED - " + error;
         return Refusal("Image copy failed for '" + name + "'", error);
     }
-    return {Copied("Copied", name), m_copyOk, replaced};
+    Outcome copied = Copied("Copied", name);
+    if (!error.empty()) copied.text += ", its sidecar was not copied: " + error;
+    return {std::move(copied), m_copyOk, files};
+}
+
+// Nothing where the picture could not be copied; the first that could not is in `error`.
+std::vector<CopiedFile> CopyRoom::CopyWithSidecars(const std::string& target, std::string* error) {
+    std::vector<CopiedFile> files;
+    const auto copy = [&](const std::string& from, const std::string& to) {
+        CopiedFile file{from, to, {}};
+        std::string why;
+        const bool copied = m.files.Copy(from, to, &why, &file.replaced);
+        if (copied) files.push_back(std::move(file));
+        if (error->empty()) *error = why;
+        return copied;
+    };
+    Belongings belongings(m.files, {}); // the note serves both
+    const NewNamePlan plan = PlanPlace(belongings, m.state.Filename, target);
+    if (!copy(plan.from, plan.to)) return files;
+    std::string where;
+    if (!plan.givesWay.empty() && m.files.Trash(plan.givesWay, error, &where))
+        files.push_back({{}, plan.givesWay, where});
+    for (const Along& each : plan.along) copy(each.from, each.to);
+    return files;
 }
 
 Outcome CopyRoom::Copied(const std::string& verb, const std::string& name) {

@@ -9,6 +9,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace tarn {
 
@@ -56,6 +57,7 @@ private:
     std::string CopyName() const;
     void ShowCopyFolder();
     void Advance();
+    std::vector<CopiedFile> CopyWithSidecars(const std::string& target, std::string* error);
     CopyOutcome Refusal(std::string text, std::string fault = {}) const;
     Outcome Copied(const std::string& verb, const std::string& name);
     void PutText(const std::string& text);

@@ -17,7 +17,8 @@ void CopyRun::Step() {
         std::string error;
         std::string replaced;
         if (m_files.Copy(copy.from, copy.to, &error, copy.stands ? &replaced : nullptr)) {
-            ++(copy.isNote ? counts.notes : counts.files);
+            counts.files += copy.kind == PlannedCopy::Kind::File;
+            counts.notes += copy.kind == PlannedCopy::Kind::Note;
             continue;
         }
         ++counts.failed;

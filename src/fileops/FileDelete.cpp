@@ -55,7 +55,9 @@ Outcome FileRoom::DeleteCurrent(bool withNote, bool ask) {
     if (s.Filename.empty() || m.controls.FileListBox->Count() < 1) return Outcome::Refused();
     s.DeleteNoteToo = withNote;
     Changes changes(m.files);
-    return Delete(PlanDelete(m.files, Notes(), s.Filename, withNote), ask, "Delete", changes);
+    m.marks.Flush();
+    Belongings belongings(m.files, Notes());
+    return Delete(PlanDelete(belongings, s.Filename, withNote), ask, "Delete", changes);
 }
 
 bool FileRoom::AskDelete(const DeletePlan& plan) {
@@ -81,7 +83,7 @@ Outcome FileRoom::Delete(const DeletePlan& plan, bool ask, const std::string& ve
     if (there)
         if (Outcome kept = ThrowPicture(plan.path, changes); !kept) return kept;
     std::string said = there ? "DELETED - " + name : "'" + name + "' is not there any more";
-    if (there) said += ThrowNote(plan, changes);
+    if (there) said += ThrowAlong(plan, changes);
     const auto isIt = [&](const Done& d) {
         return d.kind == Done::Kind::ThrownAway && d.from == plan.path;
     };
@@ -104,12 +106,17 @@ Outcome FileRoom::ThrowPicture(const std::string& path, Changes& changes) {
     return Outcome::Refused({}, error + " - " + LastPart(path));
 }
 
-// What the message line adds about the note.
-std::string FileRoom::ThrowNote(const DeletePlan& plan, Changes& changes) {
-    if (!plan.keptFor.empty()) return ", its note stays for '" + plan.keptFor + "'";
-    std::string error;
-    if (plan.note.empty() || changes.ThrowAway(plan.note, &error)) return {};
-    return ", its note stays: " + error;
+// What the message line adds about note and sidecars.
+std::string FileRoom::ThrowAlong(const DeletePlan& plan, Changes& changes) {
+    std::string said;
+    for (const Belonging& each : plan.along) {
+        std::string error;
+        if (!each.sharedWith.empty())
+            said += ", its " + WordOf(each.kind) + " stays for '" + each.sharedWith + "'";
+        else if (!changes.ThrowAway(each.path, &error))
+            said += ", its " + WordOf(each.kind) + " stays: " + error;
+    }
+    return said;
 }
 
 int FileRoom::RowOf(const std::string& path) const {
@@ -163,20 +170,22 @@ void FileRoom::DeleteAllFitsButton_Click() {
                              list.Path() + " to wastebasket?",
                          kYesNo) != 0)
         return;
+    m.marks.Flush();
     Changes changes(m.files);
-    const std::string said = ThrowFits(paths, changes);
-    PushUndo({"Delete of " + std::to_string(changes.Written().size()) + " FITS files",
-              changes.Written()});
+    std::size_t thrown = 0;
+    const std::string said = ThrowFits(paths, changes, thrown);
+    PushUndo({"Delete of " + std::to_string(thrown) + " FITS files", changes.Written()});
     const DroppedNote dropped(m);
     ShowFromRow(row);
     m.shell.ShowMessage(said + dropped.Word());
 }
 
 // Stops at the first that cannot go.
-std::string FileRoom::ThrowFits(const std::vector<std::string>& paths, Changes& changes) {
+std::string FileRoom::ThrowFits(const std::vector<std::string>& paths, Changes& changes,
+                                std::size_t& thrown) {
     const BatchRun batch(m);
+    Belongings belongings(m.files, {}); // notes stay
     std::string why;
-    std::size_t thrown = 0;
     for (const std::string& path : paths) {
         if (!batch.Step("Deleting " + std::to_string(thrown + 1) + " of " +
                         std::to_string(paths.size()) + " - " + LastPart(path))) {
@@ -184,11 +193,13 @@ std::string FileRoom::ThrowFits(const std::vector<std::string>& paths, Changes& 
             break;
         }
         std::string error;
+        const DeletePlan plan = PlanDelete(belongings, path, false);
         if (!changes.ThrowAway(path, &error)) {
             why = ", stopped at '" + LastPart(path) + "': " + error;
             break;
         }
         ++thrown;
+        ThrowAlong(plan, changes);
     }
     return std::to_string(thrown) + " FITS files deleted" + why;
 }

@@ -85,6 +85,7 @@ void FileRoom::PushUndo(UndoEntry entry) {
 
 void FileRoom::UndoButton_Click() {
     if (m_undo.IsEmpty()) return;
+    m.marks.Flush();
     const int row = m.controls.FileListBox->CurrentRow();
     UndoResult result;
     {
@@ -119,8 +120,9 @@ void FileRoom::KeepRest(const Changes& changes, const std::string& what) {
     if (!changes.Written().empty()) PushUndo({"the failed " + what, changes.Written()});
 }
 
-// What is being written for the picture goes along with it.
-Outcome FileRoom::KeepWrittenNote() {
+// What is being written for the picture, note and marks, goes along with it.
+Outcome FileRoom::KeepWritten() {
+    m.marks.Flush();
     return m.state.NotesFolder.empty() ? Outcome::Did() : m.notes.SaveIfUnsaved();
 }
 
@@ -146,8 +148,8 @@ Outcome FileRoom::AskNewName(std::unique_ptr<frmNewName>& form, const NewNameTex
 
 // False: everything stands as it stood.
 bool FileRoom::CarryOut(CarryOutNewName way, const NewNamePlan& plan, const std::string& what,
-                        Changes& changes, std::string* error) {
-    if (!way(plan, m.files, changes, error)) {
+                        Changes& changes, std::string* error, LeftBehind* left) {
+    if (!way(plan, m.files, changes, error, left)) {
         KeepRest(changes, what);
         *error += " - " + LastPart(plan.from);
         return false;
@@ -157,35 +159,44 @@ bool FileRoom::CarryOut(CarryOutNewName way, const NewNamePlan& plan, const std:
     return true;
 }
 
+NewNamePlan FileRoom::Plan(const std::string& from, const std::string& newName) const {
+    Belongings belongings(m.files, Notes());
+    return PlanPlace(belongings, from, JoinPath(FolderOf(from), newName));
+}
+
 Outcome FileRoom::Rename(const std::string& from, const std::string& newName) {
-    const Outcome kept = KeepWrittenNote();
+    const Outcome kept = KeepWritten();
     if (!kept) return kept;
     if (m.state.VideoImage()) m.video.CloseVideoClip();
     const int row = m.controls.FileListBox->CurrentRow();
-    const NewNamePlan plan = PlanNewName(m.files, Notes(), from, newName);
+    const NewNamePlan plan = Plan(from, newName);
     const std::string what = "Rename '" + LastPart(from) + "'";
     const DroppedNote dropped(m);
     Changes changes(m.files);
     std::string error;
-    if (!CarryOut(CarryOutRename, plan, what, changes, &error))
+    LeftBehind left;
+    if (!CarryOut(CarryOutRename, plan, what, changes, &error, &left))
         return Outcome::Refused(kept.text, error);
     Show(plan.to, row);
     PushUndo({what, changes.Written()});
     m.shell.FocusPane();
     return Outcome::Did("Renamed - " + Arrow(LastPart(from), newName) + NoteWord(plan) +
-                        (error.empty() ? "" : ", the old note is still there, too: " + error) +
+                        (left.path.empty() ? ""
+                                           : ", the old " + WordOf(left.kind) +
+                                                 " is still there, too: " + left.why) +
                         dropped.Word());
 }
 
 Outcome FileRoom::Duplicate(const std::string& from, const std::string& newName) {
-    const Outcome kept = KeepWrittenNote();
+    const Outcome kept = KeepWritten();
     if (!kept) return kept;
     const int row = m.controls.FileListBox->CurrentRow();
-    const NewNamePlan plan = PlanNewName(m.files, Notes(), from, newName);
+    const NewNamePlan plan = Plan(from, newName);
     const DroppedNote dropped(m);
     Changes changes(m.files);
     std::string error;
-    if (!CarryOut(CarryOutDuplicate, plan, "Duplicate '" + LastPart(from) + "'", changes, &error))
+    if (!CarryOut(CarryOutDuplicate, plan, "Duplicate '" + LastPart(from) + "'", changes, &error,
+                  nullptr))
         return Outcome::Refused(kept.text, error);
     Show(from, row);
     return Outcome::Did("Duplicate - " + Arrow(LastPart(from), newName) + NoteWord(plan) +
@@ -241,10 +252,11 @@ Outcome FileRoom::MakeFolder(const std::string& in) {
 // Where the files of the list go, what is at the current one's row is shown.
 Outcome FileRoom::PutFiles(const FolderDrop& drop) {
     if (!drop.copy) {
-        Outcome kept = KeepWrittenNote();
+        Outcome kept = KeepWritten();
         if (!kept) return kept;
         if (m.state.VideoImage()) m.video.CloseVideoClip(); // an open clip holds its file
     }
+    m.marks.Flush();
     const DroppedNote dropped(m);
     Changes changes(m.files);
     Outcome outcome = tarn::PutFiles(m, Notes()).Run(drop, changes);
@@ -280,10 +292,12 @@ void FileRoom::MoveToButton_Click() {
         return m.shell.Tell(
             Outcome::Refused("Copied, NOT moved: '" + name + "' has changed since it was copied"));
     Changes changes(m.files);
-    const std::string target = JoinPath(s.CopyImageFolder, name);
-    if (!copied.replaced.empty()) changes.Note({Done::Kind::ThrownAway, target, copied.replaced});
-    if (copied) changes.Note({Done::Kind::Made, path, target});
-    const Outcome deleted = Delete({path, {}, {}}, false, "Move", changes);
+    for (const CopiedFile& file : copied.files) {
+        if (!file.replaced.empty()) changes.Note({Done::Kind::ThrownAway, file.to, file.replaced});
+        if (!file.from.empty()) changes.Note({Done::Kind::Made, file.from, file.to});
+    }
+    Belongings belongings(m.files, Notes());
+    const Outcome deleted = Delete(PlanDelete(belongings, path, false), false, "Move", changes);
     if (!deleted) return m.shell.Tell(deleted);
     if (!advances) m.navigation.PrevButton_Click();
     m.shell.ShowMessage("Moved '" + name + "'" + dropped.Word());

@@ -45,25 +45,28 @@ private:
     Outcome Delete(const DeletePlan& plan, bool ask, const std::string& verb, Changes& changes);
     bool AskDelete(const DeletePlan& plan);
     Outcome ThrowPicture(const std::string& path, Changes& changes);
-    std::string ThrowNote(const DeletePlan& plan, Changes& changes);
+    std::string ThrowAlong(const DeletePlan& plan, Changes& changes);
     int RowOf(const std::string& path) const;
     void ShowFromRow(int row);
     void ShowNothing();
 
-    Outcome KeepWrittenNote();
-    using CarryOutNewName = bool (*)(const NewNamePlan&, Files&, Changes&, std::string*);
+    Outcome KeepWritten();
+    NewNamePlan Plan(const std::string& from, const std::string& newName) const;
+    using CarryOutNewName = bool (*)(const NewNamePlan&, Files&, Changes&, std::string*,
+                                     LeftBehind*);
     using NewNameCommand = Outcome (FileRoom::*)(const std::string& from,
                                                  const std::string& newName);
     Outcome AskNewName(std::unique_ptr<frmNewName>& form, const NewNameTexts& texts,
                        NewNameCommand act);
     bool CarryOut(CarryOutNewName way, const NewNamePlan& plan, const std::string& what,
-                  Changes& changes, std::string* error);
+                  Changes& changes, std::string* error, LeftBehind* left);
     Outcome Rename(const std::string& from, const std::string& newName);
     Outcome Duplicate(const std::string& from, const std::string& newName);
     void Show(const std::string& path, int otherwise);
     void KeepRest(const Changes& changes, const std::string& what);
     void RenamePicturesClosed();
-    std::string ThrowFits(const std::vector<std::string>& paths, Changes& changes);
+    std::string ThrowFits(const std::vector<std::string>& paths, Changes& changes,
+                          std::size_t& thrown);
 
     Context& m;
     UndoLog m_undo;

@@ -186,6 +186,7 @@ void ImportExport::ExportNotesFormat_Click() {
 
 Outcome ImportExport::PlanAndRun(const CopyRequest& request, const std::string& verb,
                                  const std::string& to) {
+    m.marks.Flush();
     std::string error;
     auto plan = PlanCopies(request, m.files, &error);
     return plan ? Run(std::move(*plan), verb, to)

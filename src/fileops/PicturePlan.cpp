@@ -3,12 +3,16 @@
 #include "common/paths.h"
 #include "common/patterns.h"
 #include "common/text.h"
+#include "platform/WholeFile.h"
+
+#include <algorithm>
 
 namespace tarn {
 
 namespace {
 
 constexpr std::size_t kLongestName = 255; // bytes
+constexpr std::size_t kLargestCompared = 16U << 20U;
 
 // One that cannot be read is no empty one: bringing it along will say why it cannot be.
 bool HasBytes(const Files& files, const std::string& path) {
@@ -22,36 +26,13 @@ bool TakeBack(Changes& changes) {
     return false;
 }
 
-// A listed picture, none of the two, to which a note of this name belongs.
-std::string OwnerOfNote(const NotesPlace& notes, const std::string& noteName,
-                        const std::string& from, const std::string& to) {
-    const std::string folded = FoldCase(noteName);
-    for (const std::string& name : notes.listed)
-        if (name != from && FoldCase(name) != FoldCase(to) && FoldCase(NoteNameOf(name)) == folded)
-            return name;
-    return {};
-}
-
 } // namespace
 
-PictureNote FindNote(const Files& files, const NotesPlace& notes, const std::string& fileName) {
-    PictureNote note;
-    if (notes.folder.empty()) return note;
-    const std::string noteName = NoteNameOf(fileName);
-    const auto path = files.FindAnyCase(JoinPath(notes.folder, noteName));
-    if (!path || files.IsFolder(*path)) return note;
-    note.path = *path;
-    note.sharedWith = OwnerOfNote(notes, noteName, fileName, {});
-    return note;
-}
-
-DeletePlan PlanDelete(const Files& files, const NotesPlace& notes, const std::string& path,
-                      bool withNote) {
-    DeletePlan plan{path, {}, {}};
-    if (!withNote) return plan;
-    const PictureNote note = FindNote(files, notes, LastPart(path));
-    (note.sharedWith.empty() ? plan.note : plan.keptFor) =
-        note.sharedWith.empty() ? note.path : note.sharedWith;
+DeletePlan PlanDelete(Belongings& belongings, const std::string& path, bool withNote) {
+    DeletePlan plan{path, belongings.Of(path)};
+    if (!withNote)
+        std::erase_if(plan.along,
+                      [](const Belonging& each) { return each.kind == BelongingKind::Note; });
     return plan;
 }
 
@@ -65,22 +46,20 @@ std::string FaultOfName(const std::string& name, const std::string& old) {
     return {};
 }
 
-NewNamePlan PlanNewName(const Files& files, const NotesPlace& notes, const std::string& path,
-                        const std::string& newName) {
-    NewNamePlan plan;
-    plan.from = path;
-    plan.to = JoinPath(FolderOf(path), newName);
-    const PictureNote note = FindNote(files, notes, LastPart(path));
-    if (note.path.empty() || !HasBytes(files, note.path)) return plan;
-    const std::string noteName = NoteNameOf(newName);
-    const std::string noteTo = JoinPath(notes.folder, noteName);
-    const bool keepsName = FoldCase(NoteNameOf(LastPart(path))) == FoldCase(noteName);
-    if (!keepsName && files.FindAnyCase(noteTo))
-        plan.notWritten = OwnerOfNote(notes, noteName, LastPart(path), newName);
-    if (!plan.notWritten.empty()) return plan;
-    plan.noteFrom = note.path;
-    plan.noteTo = noteTo;
-    plan.noteStays = !note.sharedWith.empty() || plan.noteFrom == plan.noteTo;
+NewNamePlan PlanPlace(Belongings& belongings, const std::string& from, const std::string& to) {
+    NewNamePlan plan{from, to, {}, {}, {}};
+    const Files& files = belongings.Disk();
+    for (const Belonging& each : belongings.Of(from)) {
+        if (each.kind == BelongingKind::Note && !HasBytes(files, each.path)) continue;
+        const std::string place = belongings.PlaceAt(each, from, to, plan.notWritten);
+        if (!place.empty() && place != each.path)
+            plan.along.push_back({each.kind, each.path, place, !each.sharedWith.empty()});
+    }
+    const std::string own = from == to || !files.Exists(to) ? "" : belongings.OwnSidecarOf(to);
+    const bool isTaken = std::any_of(plan.along.begin(), plan.along.end(), [&](const Along& each) {
+        return FoldCase(each.to) == FoldCase(own) || each.from == own;
+    });
+    if (!isTaken) plan.givesWay = own;
     return plan;
 }
 
@@ -98,30 +77,63 @@ bool MakeRoom(const Files& files, const std::string& source, const std::string& 
     return changes.ThrowAway(*stands, error);
 }
 
-bool BringNote(const NewNamePlan& plan, const Files& files, Changes& changes, std::string* error) {
-    if (plan.noteFrom.empty() || plan.noteFrom == plan.noteTo) return true;
-    // Another spelling that the disk takes for the same file.
-    if (files.IsSameFile(plan.noteFrom, plan.noteTo))
-        return changes.Rename(plan.noteFrom, plan.noteTo, error);
-    return MakeRoom(files, plan.noteFrom, plan.noteTo, changes, error) &&
-           changes.Copy(plan.noteFrom, plan.noteTo, error);
+namespace {
+
+// Of a sidecar that several pictures share the first has brought it.
+bool IsThere(const Along& along, const Files& files) {
+    if (along.kind != BelongingKind::Sidecar || !files.Exists(along.to)) return false;
+    const auto there = ReadWhole(files, along.to, kLargestCompared);
+    return there && there == ReadWhole(files, along.from, kLargestCompared);
 }
 
-// The note first, so that at no instant the picture is without it.
-bool CarryOutRename(const NewNamePlan& plan, Files& files, Changes& changes, std::string* error) {
-    if (!BringNote(plan, files, changes, error) ||
+bool Bring(const Along& along, const Files& files, Changes& changes, std::string* error) {
+    // Another spelling that the disk takes for the same file.
+    if (files.IsSameFile(along.from, along.to)) return changes.Rename(along.from, along.to, error);
+    return IsThere(along, files) || (MakeRoom(files, along.from, along.to, changes, error) &&
+                                     changes.Copy(along.from, along.to, error));
+}
+
+// Of those who shared a sidecar the last one takes it away.
+bool Stays(const Along& along, const NewNamePlan& plan, const Files& files) {
+    return along.stays && (along.kind == BelongingKind::Note ||
+                           !OtherWithSidecar(files, along.from, plan.from).empty());
+}
+
+} // namespace
+
+bool BringAlong(const NewNamePlan& plan, const Files& files, Changes& changes, std::string* error) {
+    if (!plan.givesWay.empty() && !changes.ThrowAway(plan.givesWay, error)) return false;
+    return std::all_of(plan.along.begin(), plan.along.end(),
+                       [&](const Along& each) { return Bring(each, files, changes, error); });
+}
+
+LeftBehind EndAlong(const NewNamePlan& plan, const Files& files, Changes& changes) {
+    LeftBehind left;
+    for (const Along& each : plan.along) {
+        if (files.IsSameFile(each.from, each.to) || !files.Exists(each.from) ||
+            Stays(each, plan, files))
+            continue;
+        std::string why;
+        if (!changes.EndRename(each.from, each.to, &why) && left.path.empty())
+            left = {each.kind, each.from, why};
+    }
+    return left;
+}
+
+// What belongs to it first, so that at no instant the picture is without it.
+bool CarryOutRename(const NewNamePlan& plan, Files& files, Changes& changes, std::string* error,
+                    LeftBehind* left) {
+    if (!BringAlong(plan, files, changes, error) ||
         !MakeRoom(files, plan.from, plan.to, changes, error) ||
         !changes.Rename(plan.from, plan.to, error))
         return TakeBack(changes);
-    const bool noteRenamed = files.IsSameFile(plan.noteFrom, plan.noteTo);
-    if (!plan.noteFrom.empty() && !plan.noteStays && !noteRenamed)
-        changes.EndRename(plan.noteFrom, plan.noteTo, error);
+    *left = EndAlong(plan, files, changes);
     return true;
 }
 
-bool CarryOutDuplicate(const NewNamePlan& plan, Files& files, Changes& changes,
-                       std::string* error) {
-    return (BringNote(plan, files, changes, error) &&
+bool CarryOutDuplicate(const NewNamePlan& plan, Files& files, Changes& changes, std::string* error,
+                       LeftBehind*) {
+    return (BringAlong(plan, files, changes, error) &&
             MakeRoom(files, plan.from, plan.to, changes, error) &&
             changes.Copy(plan.from, plan.to, error)) ||
            TakeBack(changes);

@@ -1,7 +1,8 @@
-// Plans for one picture and its note: which files a command will read, write and remove, taken
-// before any question, and carried out by their paths alone. No widgets.
+// Plans for one picture and what belongs to it: which files a command will read, write and remove,
+// taken before any question, and carried out by their paths alone. No widgets.
 #pragma once
 
+#include "fileops/Belongings.h"
 #include "fileops/UndoLog.h"
 #include "platform/Files.h"
 
@@ -10,56 +11,64 @@
 
 namespace tarn {
 
-// Where notes are looked for, and the pictures that may share one.
-struct NotesPlace {
-    std::string folder;              // empty: none is set
-    std::vector<std::string> listed; // names of the listed files
-};
-
-struct PictureNote {
-    std::string path;       // of the note file as it stands; empty when there is none
-    std::string sharedWith; // another listed picture that has the same note; empty: none
-};
-
-PictureNote FindNote(const Files& files, const NotesPlace& notes, const std::string& fileName);
-
 struct DeletePlan {
     std::string path;
-    std::string note;    // goes too; empty when none does
-    std::string keptFor; // the note stays for this picture
+    std::vector<Belonging> along; // goes too, but for what another picture has, too
 };
 
-DeletePlan PlanDelete(const Files& files, const NotesPlace& notes, const std::string& path,
-                      bool withNote);
+// Without the note it stays; sidecars are part of the picture.
+DeletePlan PlanDelete(Belongings& belongings, const std::string& path, bool withNote);
 
 // Whether a new name can be one: why not, or empty. `old` is the name that the picture has.
 std::string FaultOfName(const std::string& name, const std::string& old);
 
-// A picture under another name in its folder, with its note.
+// A file that goes along with a picture.
+struct Along {
+    BelongingKind kind = BelongingKind::Note;
+    std::string from;
+    std::string to;
+    bool stays = false; // another picture has it, too: it is copied
+
+    bool operator==(const Along&) const = default;
+};
+
+// A picture at another place, with what belongs to it.
 struct NewNamePlan {
     std::string from;
     std::string to;
-    std::string noteFrom; // empty: there is no note, or an empty one
-    std::string noteTo;
-    bool noteStays = false; // another picture has it too, or it keeps its name
+    std::vector<Along> along;
     std::string notWritten; // the note does not go along: this picture has one of that name
+    std::string givesWay;   // the sidecar of the picture whose place it takes; mostly empty
 };
 
-NewNamePlan PlanNewName(const Files& files, const NotesPlace& notes, const std::string& path,
-                        const std::string& newName);
+NewNamePlan PlanPlace(Belongings& belongings, const std::string& from, const std::string& to);
 
 // A file that stands at the target in any case, and is not the source itself, goes to the
 // wastebasket; where only the case changes, one of exactly that name. A folder is refused.
 bool MakeRoom(const Files& files, const std::string& source, const std::string& target,
               Changes& changes, std::string* error);
 
-// The note of a plan under its new name; true also where there is none. The old one stays.
-bool BringNote(const NewNamePlan& plan, const Files& files, Changes& changes, std::string* error);
+// What belongs to the picture stands at its new place, too; first, so that at no instant the
+// picture is without it. True also where there is nothing.
+bool BringAlong(const NewNamePlan& plan, const Files& files, Changes& changes, std::string* error);
+
+// What could not go from its old place, and why: it stands in both.
+struct LeftBehind {
+    BelongingKind kind = BelongingKind::Note;
+    std::string path; // empty: all has gone
+    std::string why;
+};
+
+// Once the picture has gone: what was brought goes from its old place, unless another picture has
+// it. The first that could not.
+LeftBehind EndAlong(const NewNamePlan& plan, const Files& files, Changes& changes);
 
 // Both are false, with the system's text, when they could not be done: everything then stands as it
-// stood.
-bool CarryOutRename(const NewNamePlan& plan, Files& files, Changes& changes, std::string* error);
-bool CarryOutDuplicate(const NewNamePlan& plan, Files& files, Changes& changes, std::string* error);
+// stood. `left` is what a rename could not take away.
+bool CarryOutRename(const NewNamePlan& plan, Files& files, Changes& changes, std::string* error,
+                    LeftBehind* left);
+bool CarryOutDuplicate(const NewNamePlan& plan, Files& files, Changes& changes, std::string* error,
+                       LeftBehind* left);
 
 // Plain files of a folder that end in ".fit" or ".fits", in any case, as full paths.
 std::vector<std::string> FitsFiles(const Files& files, const std::string& folder);

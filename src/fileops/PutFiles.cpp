@@ -19,6 +19,7 @@ Outcome PutFiles::Run(const FolderDrop& drop, Changes& changes) {
         if (FolderOf(path) == from) request.files.push_back(LastPart(path));
     request.filesFrom = from;
     request.filesTo = drop.folder;
+    request.sidecars = false; // each file is planned for itself below
     std::string error;
     auto plan = PlanCopies(request, m.files, &error);
     if (!plan) return Outcome::Refused("ERROR - '" + drop.folder + "' cannot be read: " + error);
@@ -29,7 +30,10 @@ Outcome PutFiles::Run(const FolderDrop& drop, Changes& changes) {
     StepThrough(*plan, drop, changes);
     std::string said =
         ReportText(m_counts, drop.copy ? "Copied" : "Moved", drop.folder, m_cancelled);
-    if (!m_noteLeft.empty()) said += ", a note stays under its old name, too: " + m_noteLeft;
+    if (!m_left.path.empty())
+        said += ", a " + WordOf(m_left.kind) + " stays " +
+                (m_left.kind == BelongingKind::Note ? "under its old name" : "where it was") +
+                ", too: " + LastPart(m_left.path) + " - " + m_left.why;
     return {m_counts.failed == 0 && !m_cancelled, said, {}, m_counts.faults};
 }
 
@@ -55,23 +59,22 @@ void PutFiles::StepThrough(const CopyPlan& plan, const FolderDrop& drop, Changes
     }
 }
 
-// The note first, so that at no instant the picture is without it.
+// What belongs to it first, so that at no instant the picture is without it.
 bool PutFiles::PutOne(const PlannedCopy& file, bool copy, Changes& changes, std::string* error) {
-    NewNamePlan plan;
-    const std::string name = LastPart(file.to);
-    if (name != LastPart(file.from)) plan = PlanNewName(m.files, m_notes, file.from, name);
-    const bool hasNote = !plan.noteFrom.empty() && plan.noteFrom != plan.noteTo;
-    if (!BringNote(plan, m.files, changes, error)) return false;
+    const NewNamePlan plan = PlanPlace(m_belongings, file.from, file.to);
+    if (!BringAlong(plan, m.files, changes, error)) return false;
     const Standing standing = file.stands ? Standing::ThrowAway : Standing::Refuse;
     if (!(copy ? changes.Copy(file.from, file.to, error, standing)
                : changes.Move(file.from, file.to, error, standing) &&
                      changes.EndMove(file.from, error)))
         return false;
-    m_counts.notes += hasNote;
-    if (!hasNote || copy || plan.noteStays) return true;
-    std::string fault;
-    changes.EndRename(plan.noteFrom, plan.noteTo, &fault);
-    if (!fault.empty() && m_noteLeft.empty()) m_noteLeft = LastPart(plan.noteFrom) + " - " + fault;
+    m_counts.notes +=
+        static_cast<int>(std::count_if(plan.along.begin(), plan.along.end(), [](const Along& each) {
+            return each.kind == BelongingKind::Note;
+        }));
+    if (copy) return true;
+    const LeftBehind left = EndAlong(plan, m.files, changes);
+    if (!left.path.empty() && m_left.path.empty()) m_left = left;
     return true;
 }
 

@@ -1,5 +1,6 @@
-// Files that go into another folder, moved or copied. Notes lie in one folder by the names of their
-// pictures: a file keeps its note, and one that gets a new name takes it along.
+// Files that go into another folder, moved or copied, with their sidecars. Notes lie in one folder
+// by the names of their pictures: a file keeps its note, and one that gets a new name takes it
+// along.
 #pragma once
 
 #include "desk/Context.h"
@@ -14,7 +15,8 @@ namespace tarn {
 
 class PutFiles {
 public:
-    PutFiles(Context& context, NotesPlace notes) : m(context), m_notes(std::move(notes)) {}
+    PutFiles(Context& context, NotesPlace notes)
+        : m(context), m_belongings(context.files, std::move(notes)) {}
 
     // What was done is in `changes`.
     Outcome Run(const FolderDrop& drop, Changes& changes);
@@ -24,10 +26,10 @@ private:
     bool PutOne(const PlannedCopy& file, bool copy, Changes& changes, std::string* error);
 
     Context& m;
-    NotesPlace m_notes;
+    Belongings m_belongings;
     CopyCounts m_counts;
     bool m_cancelled = false;
-    std::string m_noteLeft; // under its old name, which could not go
+    LeftBehind m_left; // the first
 };
 
 } // namespace tarn

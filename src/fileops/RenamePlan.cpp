@@ -1,6 +1,7 @@
 #include "fileops/RenamePlan.h"
 
 #include "common/paths.h"
+#include "common/sidecar_names.h"
 #include "common/text.h"
 #include "fileops/PicturePlan.h"
 
@@ -157,18 +158,18 @@ private:
     std::vector<Links> m_links;                    // by row
 };
 
-bool IsNote(const std::string& name) {
+bool IsNote(std::string_view name) {
     return EndsWith(FoldCase(name), ".ENF");
 }
 
 // At least one character is kept.
-std::string NewNoteName(const std::string& name) {
+std::string NewNoteName(std::string_view name) {
     return std::string(LeftChars(name, std::max(1, Length(name) - kEnding))) + ".enf";
 }
 
-class NotesByName {
+class FilesByName {
 public:
-    explicit NotesByName(const std::vector<std::string>& notes) {
+    explicit FilesByName(const std::vector<std::string>& notes) {
         m_notes.reserve(notes.size());
         for (const std::string& note : notes) m_notes.emplace(FoldCase(note), &note);
     }
@@ -185,16 +186,58 @@ private:
     std::unordered_multimap<std::string, const std::string*> m_notes;
 };
 
-// The notes that files which stay have, as folded names.
-std::unordered_set<std::string> NotesOfOthers(const std::vector<RenameRow>& moved,
-                                              const std::vector<std::string>& before) {
+// How the names of what belongs to a file are made of the file's own.
+struct Naming {
+    bool (*belongs)(std::string_view name); // to another, and nothing to it
+    std::string (*of)(std::string_view name);
+    std::string (*made)(std::string_view name);
+};
+
+constexpr Naming kNote{IsNote, NoteNameOf, NewNoteName};
+constexpr Naming kOwnSidecar{IsSidecarName, OwnSidecarName, OwnSidecarName};
+constexpr Naming kSharedSidecar{IsSidecarName, SharedSidecarName, SharedSidecarName};
+
+// What files which stay have, as folded names.
+std::unordered_set<std::string> OfOthers(const std::vector<RenameRow>& moved,
+                                         const std::vector<std::string>& before,
+                                         const Naming& naming) {
     std::unordered_set<std::string_view> gone;
     gone.reserve(moved.size());
     for (const RenameRow& row : moved) gone.insert(row.from);
-    std::unordered_set<std::string> notes;
+    std::unordered_set<std::string> names;
     for (const std::string& name : before)
-        if (!gone.contains(name) && !IsNote(name)) notes.insert(FoldCase(NoteNameOf(name)));
-    return notes;
+        if (!gone.contains(name) && !naming.belongs(name)) names.insert(FoldCase(naming.of(name)));
+    return names;
+}
+
+// `standing` are the names among which they are looked for.
+std::vector<RenameRow> RowsAlong(const std::vector<RenameRow>& moved,
+                                 const std::vector<std::string>& before,
+                                 const std::vector<std::string>& standing, bool copies,
+                                 const Naming& naming) {
+    const FilesByName byName(standing);
+    const auto others = OfOthers(moved, before, naming);
+    std::vector<RenameRow> rows;
+    std::unordered_map<std::string, std::size_t> rowOf; // by the old one's folded name
+    rowOf.reserve(moved.size());
+    for (const RenameRow& picture : moved) {
+        if (naming.belongs(picture.from)) continue;
+        const std::string name = naming.of(picture.from);
+        std::string old = FoldCase(name);
+        const std::string* found = byName.Find(name, old);
+        if (!found) continue;
+        RenameRow row{*found, naming.made(picture.to), copies || others.contains(old)};
+        const auto [earlier, isFirst] = rowOf.emplace(std::move(old), rows.size());
+        if (!isFirst) {
+            if (rows[earlier->second].to == row.to) continue; // both have moved alike
+            rows[earlier->second].copies = row.copies = true;
+        }
+        rows.push_back(std::move(row));
+    }
+    std::erase_if(rows, [](const RenameRow& row) {
+        return row.copies && FoldCase(row.from) == FoldCase(row.to); // it serves both names
+    });
+    return rows;
 }
 
 } // namespace
@@ -219,28 +262,21 @@ RenamePlan PlanRenames(const std::string& folder, std::vector<RenameRow> rows,
 std::vector<RenameRow> NoteRows(const std::vector<RenameRow>& moved,
                                 const std::vector<std::string>& before,
                                 const std::vector<std::string>& notes, bool copies) {
-    const NotesByName byName(notes);
-    const auto others = NotesOfOthers(moved, before);
-    std::vector<RenameRow> rows;
-    std::unordered_map<std::string, std::size_t> rowOf; // by the old note's folded name
-    rowOf.reserve(moved.size());
-    for (const RenameRow& picture : moved) {
-        if (IsNote(picture.from)) continue;
-        const std::string name = NoteNameOf(picture.from);
-        std::string old = FoldCase(name);
-        const std::string* note = byName.Find(name, old);
-        if (!note) continue;
-        RenameRow row{*note, NewNoteName(picture.to), copies || others.contains(old)};
-        const auto [earlier, isFirst] = rowOf.emplace(std::move(old), rows.size());
-        if (!isFirst) {
-            if (rows[earlier->second].to == row.to) continue; // both have moved alike
-            rows[earlier->second].copies = row.copies = true;
-        }
-        rows.push_back(std::move(row));
-    }
-    std::erase_if(rows, [](const RenameRow& row) {
-        return row.copies && FoldCase(row.from) == FoldCase(row.to); // it serves both names
-    });
+    return RowsAlong(moved, before, notes, copies, kNote);
+}
+
+std::vector<RenameRow> SidecarRows(const std::vector<RenameRow>& moved,
+                                   const std::vector<std::string>& before) {
+    std::unordered_set<std::string_view> gone;
+    for (const RenameRow& row : moved) gone.insert(row.from);
+    std::vector<std::string> standing;
+    for (const std::string& name : before)
+        if (IsSidecarName(name) && !gone.contains(name)) standing.push_back(name);
+    std::vector<RenameRow> rows = RowsAlong(moved, before, standing, false, kOwnSidecar);
+    for (RenameRow& row : RowsAlong(moved, before, standing, false, kSharedSidecar))
+        if (std::none_of(rows.begin(), rows.end(),
+                         [&](const RenameRow& own) { return own.from == row.from; }))
+            rows.push_back(std::move(row));
     return rows;
 }
 

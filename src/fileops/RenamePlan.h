@@ -65,4 +65,9 @@ std::vector<RenameRow> NoteRows(const std::vector<RenameRow>& moved,
                                 const std::vector<std::string>& before,
                                 const std::vector<std::string>& notes, bool copies);
 
+// The same of their sidecars, which stand among `before`. One that was renamed for itself has
+// moved.
+std::vector<RenameRow> SidecarRows(const std::vector<RenameRow>& moved,
+                                   const std::vector<std::string>& before);
+
 } // namespace tarn

@@ -121,11 +121,19 @@ bool Changes::EndMove(const std::string& from, std::string* error) {
     return ThrowAway(from, error);
 }
 
-void Changes::EndRename(const std::string& from, const std::string& to, std::string* error) {
-    if (!m_files.Remove(from, error)) return;
+bool Changes::EndRename(const std::string& from, const std::string& to, std::string* error) {
+    const auto made = std::find_if(m_done.begin(), m_done.end(), [&](const Done& done) {
+        return done.kind == Done::Kind::Made && done.from == from && done.to == to;
+    });
+    const auto old = m_files.Look(from);
+    const auto copy = m_files.Look(to);
+    // No rename leads back from another disk, nor to what stood there before.
+    const bool elsewhere = old && copy && old->device != copy->device;
+    if (made == m_done.end() || elsewhere) return ThrowAway(from, error);
+    if (!m_files.Remove(from, error)) return false;
     Touch(from);
-    for (Done& done : m_done)
-        if (done.kind == Done::Kind::Made && done.to == to) done.kind = Done::Kind::Renamed;
+    made->kind = Done::Kind::Renamed;
+    return true;
 }
 
 void Changes::TakeBack(std::size_t kept, std::string* error) {

@@ -60,7 +60,7 @@ public:
     bool EndMove(const std::string& from, std::string* error);
     // A copy that stood for a rename: the old file goes, for its bytes are in the new one. Where it
     // cannot, `error` says why, and both stay.
-    void EndRename(const std::string& from, const std::string& to, std::string* error);
+    bool EndRename(const std::string& from, const std::string& to, std::string* error);
     void Note(Done done) { m_done.push_back(std::move(done)); }
 
     // Everything that was done, or all but the first `kept`, taken back, the last first; what could

@@ -215,6 +215,7 @@ void frmRenameFiles::RenameCommand_Click() {
     if (m_running) return;
     ClearResults();
     if (!KeepWrittenNote()) return;
+    m.marks.Flush();
     Changes changes(m.files);
     {
         const QScopedValueRollback<bool> running(m_running, true);
@@ -248,6 +249,7 @@ void frmRenameFiles::RenameAll(Changes& changes) {
     const std::string count = std::to_string(run.Moved().size());
     m_done->setText(ToQt(count + " files renamed"));
     RenameNotes(run.Moved(), *before, *notes, batch, changes);
+    RenameSidecars(run.Moved(), *before, batch, changes);
     Follow(run.Moved());
     if (!whole)
         m_say->setText(QStringLiteral("Cancelled"));
@@ -314,6 +316,25 @@ std::size_t frmRenameFiles::NotesDone(const std::vector<RenameRow>& moved,
     CarryOut(run, batch, copies ? "Copying note " : "Renaming note ", false);
     ShowFaults(run.Faults(), copies ? "notes not copied" : "notes not renamed");
     return run.Moved().size();
+}
+
+// To the last, too. What stands there by now are the files under their new names.
+void frmRenameFiles::RenameSidecars(const std::vector<RenameRow>& moved,
+                                    const std::vector<std::string>& before, const BatchRun& batch,
+                                    Changes& changes) {
+    std::vector<RenameRow> rows = SidecarRows(moved, before);
+    if (rows.empty()) return;
+    std::string error;
+    auto standing = m.files.FileNames(Folder(), &error);
+    if (!standing) {
+        std::vector<RenameFault> faults;
+        for (const RenameRow& row : rows) faults.push_back({row.from, row.to, error});
+        return ShowFaults(faults, "sidecars not renamed");
+    }
+    for (const std::string& name : m.files.FolderNames(Folder())) standing->push_back(name);
+    RenameRun run(PlanRenames(Folder(), std::move(rows), *standing), changes);
+    CarryOut(run, batch, "Renaming sidecar ", false);
+    ShowFaults(run.Faults(), "sidecars not renamed");
 }
 
 // Each list is counted by itself in the frame's title.

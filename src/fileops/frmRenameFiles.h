@@ -76,6 +76,8 @@ private:
     void RenameNotes(const std::vector<RenameRow>& moved, const std::vector<std::string>& before,
                      const std::vector<std::string>& notes, const BatchRun& batch,
                      Changes& changes);
+    void RenameSidecars(const std::vector<RenameRow>& moved, const std::vector<std::string>& before,
+                        const BatchRun& batch, Changes& changes);
     std::size_t NotesDone(const std::vector<RenameRow>& moved,
                           const std::vector<std::string>& before,
                           const std::vector<std::string>& notes, bool copies, const BatchRun& batch,

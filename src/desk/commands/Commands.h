@@ -158,10 +158,16 @@ public:
     virtual void ShowSlideAgain() = 0;        // the brightness has changed
 };
 
+struct CopiedFile {
+    std::string from; // empty: only what stood there has gone
+    std::string to;
+    std::string replaced; // in the wastebasket: what the copy took the place of
+};
+
 struct CopyOutcome : Outcome {
     // Empty after a good copy, else why the last one failed; a refusal leaves it as it was.
     std::string copyOk;
-    std::string replaced; // in the wastebasket: what the copy took the place of
+    std::vector<CopiedFile> files; // the picture and its sidecars
 };
 
 // Copies of pictures: into the copy-to folder, converted, as text.

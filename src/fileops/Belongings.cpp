@@ -1,0 +1,102 @@
+#include "fileops/Belongings.h"
+
+#include "common/paths.h"
+#include "common/text.h"
+
+namespace tarn {
+
+std::string WordOf(BelongingKind kind) {
+    return kind == BelongingKind::Note ? "note" : "sidecar";
+}
+
+// A listed picture, none of the two, to which a note of this name belongs.
+std::string Belongings::OtherWithNote(const std::string& noteName, const std::string& name,
+                                      const std::string& newName) const {
+    const std::string folded = FoldCase(noteName);
+    for (const std::string& listed : m_notes.listed)
+        if (listed != name && FoldCase(listed) != FoldCase(newName) &&
+            FoldCase(NoteNameOf(listed)) == folded)
+            return listed;
+    return {};
+}
+
+Belonging Belongings::NoteOf(const std::string& name) const {
+    Belonging note{BelongingKind::Note, {}, {}};
+    if (m_notes.folder.empty()) return note;
+    const std::string noteName = NoteNameOf(name);
+    const auto path = m_files.FindAnyCase(JoinPath(m_notes.folder, noteName));
+    if (!path || m_files.IsFolder(*path)) return note;
+    note.path = *path;
+    note.sharedWith = OtherWithNote(noteName, name, {});
+    return note;
+}
+
+const SidecarNames& Belongings::SidecarsOf(const std::string& folder) {
+    const auto known = m_sidecars.find(folder);
+    if (known != m_sidecars.end()) return known->second;
+    const auto names = m_files.FileNames(folder);
+    return m_sidecars.emplace(folder, names ? SidecarNames(*names) : SidecarNames()).first->second;
+}
+
+// It may have gone since its folder was read.
+std::string Belongings::StandingPath(const std::string& folder, const std::string& name) const {
+    if (name.empty()) return {};
+    std::string path = JoinPath(folder, name);
+    return m_files.Exists(path) ? path : std::string();
+}
+
+std::string Belongings::OwnSidecarOf(const std::string& picture) {
+    const std::string folder = FolderOf(picture);
+    return StandingPath(folder, SidecarsOf(folder).OwnOf(LastPart(picture)));
+}
+
+std::string OtherWithSidecar(const Files& files, const std::string& sidecar,
+                             const std::string& picture) {
+    const std::string folded = FoldCase(LastPart(sidecar));
+    const std::string name = LastPart(picture);
+    for (const std::string& other :
+         files.FileNames(FolderOf(sidecar)).value_or(std::vector<std::string>()))
+        if (other != name && !IsSidecarName(other) && FoldCase(SharedSidecarName(other)) == folded)
+            return other;
+    return {};
+}
+
+std::vector<Belonging> Belongings::Of(const std::string& picture) {
+    std::vector<Belonging> all;
+    const std::string folder = FolderOf(picture);
+    const std::string name = LastPart(picture);
+    if (Belonging note = NoteOf(name); !note.path.empty()) all.push_back(std::move(note));
+    if (IsSidecarName(name)) return all;
+    if (const std::string own = OwnSidecarOf(picture); !own.empty())
+        all.push_back({BelongingKind::Sidecar, own, {}});
+    const std::string shared = StandingPath(folder, SidecarsOf(folder).SharedOf(name));
+    if (!shared.empty() && (all.empty() || all.back().path != shared))
+        all.push_back({BelongingKind::Sidecar, shared, OtherWithSidecar(m_files, shared, picture)});
+    return all;
+}
+
+std::string Belongings::PlaceAt(const Belonging& belonging, const std::string& from,
+                                const std::string& to, std::string& barredBy) {
+    const std::string name = LastPart(from);
+    const std::string newName = LastPart(to);
+    if (belonging.kind == BelongingKind::Note) {
+        const std::string noteName = NoteNameOf(newName);
+        std::string place = JoinPath(m_notes.folder, noteName);
+        const bool keepsName = FoldCase(NoteNameOf(name)) == FoldCase(noteName);
+        if (!keepsName && m_files.FindAnyCase(place))
+            barredBy = OtherWithNote(noteName, name, newName);
+        if (newName == name) return belonging.path;
+        return barredBy.empty() ? place : std::string();
+    }
+    const std::string folder = FolderOf(to);
+    const std::string own = JoinPath(folder, OwnSidecarName(newName));
+    if (FoldCase(LastPart(belonging.path)) == FoldCase(OwnSidecarName(name))) return own;
+    // Under the shared name it would be another picture's, too.
+    std::string shared = JoinPath(folder, SharedSidecarName(newName));
+    const bool here = FolderOf(from) == folder;
+    const bool isSame = here && FoldCase(SharedSidecarName(name)) == FoldCase(LastPart(shared));
+    if (isSame || OtherWithSidecar(m_files, shared, here ? from : to).empty()) return shared;
+    return OwnSidecarOf(from).empty() ? own : std::string();
+}
+
+} // namespace tarn
