@@ -12,7 +12,7 @@ constexpr std::string_view kEnding = ".xmp";
 
 bool IsSidecarName(std::string_view name) {
     return name.size() > kEnding.size() &&
-           FoldCase(name.substr(name.size() - kEnding.size())) == kEnding;
+           FoldCase(name.substr(name.size() - kEnding.size())) == FoldCase(kEnding);
 }
 
 std::string OwnSidecarName(std::string_view picture) {

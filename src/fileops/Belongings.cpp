@@ -2,8 +2,15 @@
 
 #include "common/paths.h"
 #include "common/text.h"
+#include "platform/WholeFile.h"
 
 namespace tarn {
+
+namespace {
+
+constexpr std::size_t kLargestCompared = 16U << 20U;
+
+} // namespace
 
 std::string WordOf(BelongingKind kind) {
     return kind == BelongingKind::Note ? "note" : "sidecar";
@@ -61,6 +68,12 @@ std::string OtherWithSidecar(const Files& files, const std::string& sidecar,
     return {};
 }
 
+bool IsSameSidecar(const Files& files, const std::string& a, const std::string& b) {
+    if (!files.Exists(a) || !files.Exists(b)) return false;
+    const auto bytes = ReadWhole(files, a, kLargestCompared);
+    return bytes && bytes == ReadWhole(files, b, kLargestCompared);
+}
+
 std::vector<Belonging> Belongings::Of(const std::string& picture) {
     std::vector<Belonging> all;
     const std::string folder = FolderOf(picture);
@@ -95,7 +108,9 @@ std::string Belongings::PlaceAt(const Belonging& belonging, const std::string& f
     std::string shared = JoinPath(folder, SharedSidecarName(newName));
     const bool here = FolderOf(from) == folder;
     const bool isSame = here && FoldCase(SharedSidecarName(name)) == FoldCase(LastPart(shared));
-    if (isSame || OtherWithSidecar(m_files, shared, here ? from : to).empty()) return shared;
+    if (isSame || OtherWithSidecar(m_files, shared, here ? from : to).empty() ||
+        IsSameSidecar(m_files, belonging.path, shared)) // brought with the other one
+        return shared;
     return OwnSidecarOf(from).empty() ? own : std::string();
 }
 

@@ -35,6 +35,9 @@ std::string WordOf(BelongingKind kind);
 std::string OtherWithSidecar(const Files& files, const std::string& sidecar,
                              const std::string& picture);
 
+// Both stand there with the same bytes.
+bool IsSameSidecar(const Files& files, const std::string& a, const std::string& b);
+
 // For one command: folders are read once, when they are first asked for.
 class Belongings {
 public:

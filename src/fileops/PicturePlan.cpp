@@ -3,7 +3,6 @@
 #include "common/paths.h"
 #include "common/patterns.h"
 #include "common/text.h"
-#include "platform/WholeFile.h"
 
 #include <algorithm>
 
@@ -12,7 +11,6 @@ namespace tarn {
 namespace {
 
 constexpr std::size_t kLongestName = 255; // bytes
-constexpr std::size_t kLargestCompared = 16U << 20U;
 
 // One that cannot be read is no empty one: bringing it along will say why it cannot be.
 bool HasBytes(const Files& files, const std::string& path) {
@@ -79,18 +77,14 @@ bool MakeRoom(const Files& files, const std::string& source, const std::string& 
 
 namespace {
 
-// Of a sidecar that several pictures share the first has brought it.
-bool IsThere(const Along& along, const Files& files) {
-    if (along.kind != BelongingKind::Sidecar || !files.Exists(along.to)) return false;
-    const auto there = ReadWhole(files, along.to, kLargestCompared);
-    return there && there == ReadWhole(files, along.from, kLargestCompared);
-}
-
 bool Bring(const Along& along, const Files& files, Changes& changes, std::string* error) {
     // Another spelling that the disk takes for the same file.
     if (files.IsSameFile(along.from, along.to)) return changes.Rename(along.from, along.to, error);
-    return IsThere(along, files) || (MakeRoom(files, along.from, along.to, changes, error) &&
-                                     changes.Copy(along.from, along.to, error));
+    // Of a sidecar that several pictures share the first has brought it.
+    const bool isThere =
+        along.kind == BelongingKind::Sidecar && IsSameSidecar(files, along.from, along.to);
+    return isThere || (MakeRoom(files, along.from, along.to, changes, error) &&
+                       changes.Copy(along.from, along.to, error));
 }
 
 // Of those who shared a sidecar the last one takes it away.

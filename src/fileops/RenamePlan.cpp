@@ -186,16 +186,20 @@ private:
     std::unordered_multimap<std::string, const std::string*> m_notes;
 };
 
+// No picture, and nothing belongs to it.
+bool IsNoteOrSidecar(std::string_view name) {
+    return IsNote(name) || IsSidecarName(name);
+}
+
 // How the names of what belongs to a file are made of the file's own.
 struct Naming {
-    bool (*belongs)(std::string_view name); // to another, and nothing to it
     std::string (*of)(std::string_view name);
     std::string (*made)(std::string_view name);
 };
 
-constexpr Naming kNote{IsNote, NoteNameOf, NewNoteName};
-constexpr Naming kOwnSidecar{IsSidecarName, OwnSidecarName, OwnSidecarName};
-constexpr Naming kSharedSidecar{IsSidecarName, SharedSidecarName, SharedSidecarName};
+constexpr Naming kNote{NoteNameOf, NewNoteName};
+constexpr Naming kOwnSidecar{OwnSidecarName, OwnSidecarName};
+constexpr Naming kSharedSidecar{SharedSidecarName, SharedSidecarName};
 
 // What files which stay have, as folded names.
 std::unordered_set<std::string> OfOthers(const std::vector<RenameRow>& moved,
@@ -206,7 +210,7 @@ std::unordered_set<std::string> OfOthers(const std::vector<RenameRow>& moved,
     for (const RenameRow& row : moved) gone.insert(row.from);
     std::unordered_set<std::string> names;
     for (const std::string& name : before)
-        if (!gone.contains(name) && !naming.belongs(name)) names.insert(FoldCase(naming.of(name)));
+        if (!gone.contains(name) && !IsNoteOrSidecar(name)) names.insert(FoldCase(naming.of(name)));
     return names;
 }
 
@@ -221,7 +225,7 @@ std::vector<RenameRow> RowsAlong(const std::vector<RenameRow>& moved,
     std::unordered_map<std::string, std::size_t> rowOf; // by the old one's folded name
     rowOf.reserve(moved.size());
     for (const RenameRow& picture : moved) {
-        if (naming.belongs(picture.from)) continue;
+        if (IsNoteOrSidecar(picture.from)) continue;
         const std::string name = naming.of(picture.from);
         std::string old = FoldCase(name);
         const std::string* found = byName.Find(name, old);

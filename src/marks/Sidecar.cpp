@@ -19,6 +19,8 @@ constexpr char kMedia[] = "http://ns.adobe.com/xmp/1.0/DynamicMedia/";
 constexpr char kDigikam[] = "http://www.digikam.org/ns/1.0/";
 constexpr char kOwn[] = "http://tarn-view.invalid/ns/1.0/";
 
+constexpr std::string_view kRdf = "http://www.w3.org/1999/02/22-rdf-syntax-ns#";
+
 constexpr char kRating[] = "Rating";
 constexpr char kPick[] = "pick";
 constexpr char kLabel[] = "PickLabel";
@@ -70,7 +72,6 @@ bool Put(XmpPacket& packet, const Mark& mark) {
         return false;
     packet.Delete(kOwn, kStars);
     if (!rejected || mark.stars == 0) return true;
-    XmpPacket::NameSpace(kOwn, "tarn");
     return packet.SetText(kOwn, kStars, std::to_string(mark.stars));
 }
 
@@ -145,11 +146,18 @@ bool Say(std::string* error, const char* text) {
     return false;
 }
 
+void NameSpaces(const XmpPacket& packet) {
+    packet.NameSpace(kDigikam, "digiKam");
+    packet.NameSpace(kOwn, "tarn");
+}
+
 bool ParseForeign(XmpPacket& packet, std::string_view bytes, std::string* error) {
     if (bytes.size() > kLargestSidecar) return Say(error, "it is too large for a sidecar");
     const std::string text = InUtf8(bytes);
     if (text.empty()) return Say(error, "it is empty");
-    if (!IsHarmless(text)) return Say(error, "it is no XMP");
+    // The library takes any XML for an empty one.
+    if (text.find(kRdf) == std::string::npos || !IsHarmless(text))
+        return Say(error, "it is no XMP");
     return packet.Parse(text, error);
 }
 
@@ -157,6 +165,7 @@ bool ParseForeign(XmpPacket& packet, std::string_view bytes, std::string* error)
 
 std::optional<Mark> MarkOfXmp(std::string_view bytes, std::string* error) {
     XmpPacket packet;
+    NameSpaces(packet);
     if (!ParseForeign(packet, bytes, error)) return {};
     return MarkIn(packet);
 }
@@ -164,6 +173,7 @@ std::optional<Mark> MarkOfXmp(std::string_view bytes, std::string* error) {
 std::optional<std::string> XmpWithMark(std::string_view bytes, const MarkChange& change,
                                        std::string* error) {
     XmpPacket packet;
+    NameSpaces(packet);
     if (!bytes.empty() && !ParseForeign(packet, bytes, error)) return {};
     std::string changed;
     if (Put(packet, Changed(MarkIn(packet), change))) changed = packet.Bytes();

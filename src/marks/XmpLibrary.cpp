@@ -72,7 +72,7 @@ std::string XmpPacket::Bytes() const {
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + StringOf(text);
 }
 
-void XmpPacket::NameSpace(const char* space, const char* prefix) {
+void XmpPacket::NameSpace(const char* space, const char* prefix) const {
     const OwnText given(::xmp_string_new());
     ::xmp_register_namespace(space, prefix, given.get());
 }

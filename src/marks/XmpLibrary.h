@@ -24,8 +24,8 @@ public:
     std::optional<std::string> Text(const char* space, const char* name) const;
     bool SetText(const char* space, const char* name, const std::string& text);
     void Delete(const char* space, const char* name);
-    // What is written in this space has this prefix.
-    static void NameSpace(const char* space, const char* prefix);
+    // Asked for or written in this space, which has this prefix unless a file has given it another.
+    void NameSpace(const char* space, const char* prefix) const;
 
     // An XML file in UTF-8; empty when it cannot be made.
     std::string Bytes() const;

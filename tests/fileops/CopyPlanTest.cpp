@@ -91,6 +91,34 @@ TEST(CopyPlan, WhatStandsIsDecidedForAll) {
     EXPECT_EQ(after(WhenStands::Overwrite), d.Told(plan));
 }
 
+TEST(CopyPlan, SidecarsGoWithTheirFilesAndAreNotCounted) {
+    PlanDesk d;
+    Fill(d.from, {{"a.cr2", "1"},
+                  {"a.jpg", "2"},
+                  {"A.xmp", "of both"},
+                  {"b.fit", "3"},
+                  {"b.fit.xmp", "of b"},
+                  {"c.xmp", "of none"}});
+    Fill(d.to, {{"b.fit.xmp", "old"}});
+    d.request.notesFrom.clear();
+    d.request.files = {"a.cr2", "a.jpg", "b.fit"};
+    const CopyPlan plan = d.Plan();
+    EXPECT_EQ(d.Told(plan), "a.cr2>a.cr2+A.xmp>A.xmp\n"
+                            "a.jpg>a.jpg\n"
+                            "b.fit>b.fit+b.fit.xmp>b.fit.xmp!\n");
+    CopyPlan both = plan;
+    Resolve(both, WhenStands::KeepBoth, d.files);
+    EXPECT_EQ(d.Told({both.back()}), "b.fit>b (2).fit+b.fit.xmp>b (2).fit.xmp\n");
+    const CopyCounts counts = d.Run(plan);
+    EXPECT_EQ(counts.files, 3);
+    EXPECT_EQ(counts.notes, 0);
+    EXPECT_EQ(ReadTree(d.to.Path()), (Tree{{"a.cr2", "1"},
+                                           {"a.jpg", "2"},
+                                           {"A.xmp", "of both"},
+                                           {"b.fit", "3"},
+                                           {"b.fit.xmp", "of b"}}));
+}
+
 TEST(CopyPlan, NewNamesNeverMeetEachOther) {
     PlanDesk d;
     Fill(d.to, {{"a.jpg", "1"}, {"b", "1"}});

@@ -26,11 +26,24 @@ struct PlanDesk {
         for (const auto& [name, bytes] : ReadTree(pictures.Path())) place.listed.push_back(name);
         return place;
     }
-    DeletePlan Delete(const std::string& name) const {
-        return PlanDelete(files, Place(), At(name), true);
+    std::vector<Belonging> Deletes(const std::string& name, const NotesPlace& place,
+                                   bool withNote = true) const {
+        Belongings belongings(files, place);
+        return PlanDelete(belongings, At(name), withNote).along;
+    }
+    std::vector<Belonging> Deletes(const std::string& name) const { return Deletes(name, Place()); }
+    NewNamePlan NewPlace(const std::string& from, const std::string& to) const {
+        Belongings belongings(files, Place());
+        return PlanPlace(belongings, At(from), to);
     }
     NewNamePlan NewName(const std::string& from, const std::string& to) const {
-        return PlanNewName(files, Place(), At(from), to);
+        return NewPlace(from, At(to));
+    }
+    Belonging NoteAt(const std::string& name, const std::string& sharedWith = {}) const {
+        return {BelongingKind::Note, Note(name), sharedWith};
+    }
+    Belonging SidecarAt(const std::string& name, const std::string& sharedWith = {}) const {
+        return {BelongingKind::Sidecar, At(name), sharedWith};
     }
 };
 
@@ -38,13 +51,28 @@ TEST(DeletePlan, ANoteGoesAlongUnlessAnotherPictureHasItToo) {
     const PlanDesk d({{"m31.jpg", ""}, {"m42.jpg", ""}, {"M42.fit", ""}, {"m1.jpg", ""}},
                      {{"M31.ENF", "galaxy"}, {"m42.enf", "nebula"}});
     std::filesystem::create_directory(d.Note("m1.enf"));
-    EXPECT_EQ(d.Delete("m31.jpg").note, d.Note("M31.ENF")); // as it stands
-    EXPECT_EQ(d.Delete("m31.jpg").keptFor, "");
-    EXPECT_EQ(d.Delete("m42.jpg").note, "");
-    EXPECT_EQ(d.Delete("m42.jpg").keptFor, "M42.fit");
-    EXPECT_EQ(d.Delete("m1.jpg").note, ""); // a folder is no note
-    EXPECT_EQ(PlanDelete(d.files, d.Place(), d.At("m31.jpg"), false).note, "");
-    EXPECT_EQ(PlanDelete(d.files, {}, d.At("m31.jpg"), true).note, "");
+    using All = std::vector<Belonging>;
+    EXPECT_EQ(d.Deletes("m31.jpg"), All{d.NoteAt("M31.ENF")}); // as it stands
+    EXPECT_EQ(d.Deletes("m42.jpg"), All{d.NoteAt("m42.enf", "M42.fit")});
+    EXPECT_EQ(d.Deletes("m1.jpg"), All()); // a folder is no note
+    EXPECT_EQ(d.Deletes("m31.jpg", d.Place(), false), All());
+    EXPECT_EQ(d.Deletes("m31.jpg", {}), All());
+}
+
+TEST(Belongings, SidecarsInAnyCaseAndWhoElseHasThem) {
+    const PlanDesk d({{"m31.CR2", ""},
+                      {"m31.jpg", ""},
+                      {"M31.XMP", "of both"},
+                      {"m31.jpg.xmp", "of the JPEG"},
+                      {"m42.fit", ""},
+                      {"m42.Xmp", "of it"}},
+                     {});
+    using All = std::vector<Belonging>;
+    EXPECT_EQ(d.Deletes("m31.CR2"), All{d.SidecarAt("M31.XMP", "m31.jpg")});
+    EXPECT_EQ(d.Deletes("m31.jpg"),
+              (All{d.SidecarAt("m31.jpg.xmp"), d.SidecarAt("M31.XMP", "m31.CR2")}));
+    EXPECT_EQ(d.Deletes("m42.fit", d.Place(), false), All{d.SidecarAt("m42.Xmp")}); // a part of it
+    EXPECT_EQ(d.Deletes("m31.jpg.xmp"), All()); // it has none itself
 }
 
 TEST(NewNamePlan, NamesThatCannotBe) {
@@ -63,18 +91,48 @@ TEST(NewNamePlan, WhereTheNoteGoes) {
                      {{"a.enf", "of a"}, {"b.enf", "of b"}, {"c.enf", ""}, {"old.enf", "of none"}});
     const NewNamePlan free = d.NewName("a.jpg", "new.jpg");
     EXPECT_EQ(free.to, d.At("new.jpg"));
-    EXPECT_EQ(free.noteFrom, d.Note("a.enf"));
-    EXPECT_EQ(free.noteTo, d.Note("new.enf"));
-    EXPECT_FALSE(free.noteStays);
+    using All = std::vector<Along>;
+    const auto note = [&](const char* from, const char* to, bool stays) {
+        return All{{BelongingKind::Note, d.Note(from), d.Note(to), stays}};
+    };
+    EXPECT_EQ(free.along, note("a.enf", "new.enf", false));
     // One that belongs to no picture makes room, another picture's does not.
-    EXPECT_EQ(d.NewName("a.jpg", "old.jpg").noteTo, d.Note("old.enf"));
+    EXPECT_EQ(d.NewName("a.jpg", "old.jpg").along, note("a.enf", "old.enf", false));
     const NewNamePlan taken = d.NewName("a.jpg", "b.png");
     EXPECT_EQ(taken.notWritten, "B.fit");
-    EXPECT_EQ(taken.noteFrom, "");
-    EXPECT_TRUE(d.NewName("b.jpg", "new.jpg").noteStays);  // shared
-    EXPECT_TRUE(d.NewName("a.jpg", "a.png").noteStays);    // keeps its name
-    EXPECT_FALSE(d.NewName("a.jpg", "A.jpg").noteStays);   // in another case
-    EXPECT_EQ(d.NewName("c.jpg", "new.jpg").noteFrom, ""); // an empty one is none
+    EXPECT_EQ(taken.along, All());
+    EXPECT_EQ(d.NewName("b.jpg", "new.jpg").along, note("b.enf", "new.enf", true)); // shared
+    EXPECT_EQ(d.NewName("a.jpg", "a.png").along, All()); // it keeps its name
+    EXPECT_EQ(d.NewName("a.jpg", "A.jpg").along, note("a.enf", "A.enf", false));
+    EXPECT_EQ(d.NewName("c.jpg", "new.jpg").along, All());           // an empty one is none
+    EXPECT_EQ(d.NewPlace("a.jpg", "/elsewhere/a.jpg").along, All()); // notes stay where they lie
+}
+
+TEST(NewNamePlan, WhereSidecarsGo) {
+    const PlanDesk d({{"a.CR2", "1"},
+                      {"a.jpg", "2"},
+                      {"a.xmp", "of both"},
+                      {"b.fit", "3"},
+                      {"b.fit.xmp", "of b"},
+                      {"c.fit", "4"},
+                      {"C.XMP", "of c"},
+                      {"d.fit", "5"}},
+                     {});
+    using All = std::vector<Along>;
+    const auto sidecar = [&](const char* from, const std::string& to, bool stays) {
+        return All{{BelongingKind::Sidecar, d.At(from), to, stays}};
+    };
+    EXPECT_EQ(d.NewName("b.fit", "new.FIT").along,
+              sidecar("b.fit.xmp", d.At("new.FIT.xmp"), false));
+    EXPECT_EQ(d.NewPlace("b.fit", "/elsewhere/b.fit").along,
+              sidecar("b.fit.xmp", "/elsewhere/b.fit.xmp", false));
+    EXPECT_EQ(d.NewName("a.CR2", "new.CR2").along, sidecar("a.xmp", d.At("new.xmp"), true));
+    EXPECT_EQ(d.NewName("a.CR2", "a.dng").along, All()); // it serves both names
+    // Under the shared name it would become another picture's.
+    EXPECT_EQ(d.NewName("c.fit", "d.jpg").along, sidecar("C.XMP", d.At("d.jpg.xmp"), false));
+    // A picture that is replaced leaves no mark to the new one.
+    EXPECT_EQ(d.NewName("d.fit", "b.fit").givesWay, d.At("b.fit.xmp"));
+    EXPECT_EQ(d.NewName("c.fit", "free.fit").givesWay, "");
 }
 
 TEST(NewNamePlan, RoomIsMadeForFilesAlone) {
@@ -91,12 +149,12 @@ TEST(NewNamePlan, RoomIsMadeForFilesAlone) {
     EXPECT_EQ(changes.Written()[0].from, d.At("B.jpg"));
 }
 
-const Tree kPictures{{"a.jpg", "1"}, {"b.jpg", "2"}};
+const Tree kPictures{{"a.jpg", "1"}, {"a.jpg.xmp", "mark of a"}, {"b.jpg", "2"}};
 const Tree kNotes{{"a.enf", "of a"}, {"new.enf", "of none"}};
 
 // Each call fails once: done with all that belongs to it, or nothing is.
-void SweepFaults(bool (*carryOut)(const NewNamePlan&, Files&, Changes&, std::string*),
-                 const Tree& pictures, const Tree& notes, bool oldNoteMayStay) {
+void SweepFaults(bool (*carryOut)(const NewNamePlan&, Files&, Changes&, std::string*, LeftBehind*),
+                 const Tree& pictures, const Tree& notes, bool oldMayStay) {
     int calls = 1;
     for (int failing = 0; failing <= calls; ++failing) {
         SCOPED_TRACE(failing);
@@ -107,16 +165,19 @@ void SweepFaults(bool (*carryOut)(const NewNamePlan&, Files&, Changes&, std::str
             return ++call == failing ? std::string("fault") : std::string();
         };
         Changes changes(d.files);
-        const bool done = carryOut(plan, d.files, changes, &d.error);
+        LeftBehind left;
+        const bool done = carryOut(plan, d.files, changes, &d.error, &left);
         d.files.onChange = nullptr;
         if (failing == 0) calls = call;
-        EXPECT_EQ(d.error, failing == 0 ? "" : "fault");
+        EXPECT_EQ(done ? left.why : d.error, failing == 0 ? "" : "fault");
+        Tree expectedPictures = done ? pictures : kPictures;
         Tree expectedNotes = done ? notes : kNotes;
         if (done && failing > 0) {
-            EXPECT_TRUE(oldNoteMayStay);
-            expectedNotes["a.enf"] = "of a";
+            EXPECT_TRUE(oldMayStay);
+            if (left.kind == BelongingKind::Note) expectedNotes["a.enf"] = "of a";
+            if (left.kind == BelongingKind::Sidecar) expectedPictures["a.jpg.xmp"] = "mark of a";
         }
-        EXPECT_EQ(ReadTree(d.pictures.Path()), done ? pictures : kPictures);
+        EXPECT_EQ(ReadTree(d.pictures.Path()), expectedPictures);
         EXPECT_EQ(ReadTree(d.noteFolder.Path()), expectedNotes);
         std::string ignored;
         changes.TakeBack(&ignored);
@@ -127,12 +188,38 @@ void SweepFaults(bool (*carryOut)(const NewNamePlan&, Files&, Changes&, std::str
 }
 
 TEST(NewNamePlan, ARenameIsWholeOrNone) {
-    SweepFaults(CarryOutRename, {{"new.jpg", "1"}, {"b.jpg", "2"}}, {{"new.enf", "of a"}}, true);
+    SweepFaults(CarryOutRename, {{"new.jpg", "1"}, {"new.jpg.xmp", "mark of a"}, {"b.jpg", "2"}},
+                {{"new.enf", "of a"}}, true);
 }
 
 TEST(NewNamePlan, ADuplicateIsWholeOrNone) {
-    SweepFaults(CarryOutDuplicate, {{"a.jpg", "1"}, {"new.jpg", "1"}, {"b.jpg", "2"}},
+    SweepFaults(CarryOutDuplicate,
+                {{"a.jpg", "1"},
+                 {"a.jpg.xmp", "mark of a"},
+                 {"new.jpg", "1"},
+                 {"new.jpg.xmp", "mark of a"},
+                 {"b.jpg", "2"}},
                 {{"a.enf", "of a"}, {"new.enf", "of a"}}, false);
+}
+
+// Two pictures that share a sidecar move, one after the other: the last one takes it away.
+TEST(NewNamePlan, ASharedSidecarGoesWithTheLastOfItsPictures) {
+    const Tree all{{"a.CR2", "1"}, {"a.jpg", "2"}, {"a.xmp", "of both"}};
+    PlanDesk d(all, {});
+    const TestFolder target;
+    Changes changes(d.files);
+    Belongings belongings(d.files, {});
+    for (const char* name : {"a.CR2", "a.jpg"}) {
+        const NewNamePlan plan = PlanPlace(belongings, d.At(name), target.Path() + "/" + name);
+        LeftBehind left;
+        EXPECT_TRUE(CarryOutRename(plan, d.files, changes, &d.error, &left)) << d.error;
+        EXPECT_EQ(left.why, "");
+        EXPECT_EQ(ReadTree(target.Path()).count("a.xmp"), 1U) << name;
+    }
+    EXPECT_EQ(ReadTree(target.Path()), all);
+    EXPECT_EQ(ReadTree(d.pictures.Path()), Tree());
+    changes.TakeBack(&d.error);
+    EXPECT_EQ(ReadTree(d.pictures.Path()), all);
 }
 
 TEST(FitsFiles, OnlyThePlainOnesOfTheFolder) {

@@ -107,7 +107,8 @@ TEST(RenamePlan, ConflictsAreFaultsAndBarWhatWaitsForThem) {
 TEST(NoteRows, NotesGoWithTheirPicturesAndStayWhereTheyAreShared) {
     const Rows moved{{"a1.jpg", "b1.jpg"}, {"a2.jpg", "b2.jpg"}, {"a3.jpg", "b3.jpg"},
                      {"a3.tif", "b3.tif"}, {"a4.enf", "b4.enf"}, {"a5.jpg", "xyz"}};
-    Names before{"a2.nef", "a1.enf", "c.jpg"}; // a note that lies beside its picture is no picture
+    // What lies beside its picture is no picture.
+    Names before{"a2.nef", "a1.enf", "a5.xmp", "c.jpg"};
     for (const RenameRow& row : moved) before.push_back(row.from);
     const Names notes{"A1.ENF", "a2.enf", "a3.enf", "a4.enf", "a5.enf", "c.enf"};
     EXPECT_EQ(Text(NoteRows(moved, before, notes, false)),
@@ -115,6 +116,15 @@ TEST(NoteRows, NotesGoWithTheirPicturesAndStayWhereTheyAreShared) {
     EXPECT_EQ(Text(NoteRows({{"a1.jpg", "b1.jpg"}}, {"a1.jpg"}, {"A1.enf", "a1.enf"}, true)),
               "a1.enf >> b1.enf; ");
     EXPECT_TRUE(NoteRows({{"a.jpg", "A.jpg"}}, {"a.jpg", "a.tif"}, {"a.enf"}, false).empty());
+}
+
+TEST(SidecarRows, EachFormKeepsItsFormAndStaysWhereItIsShared) {
+    const Rows moved{{"a1.jpg", "b1.jpg"}, {"a2.cr2", "b2.cr2"}, {"a3.cr2", "b3.cr2"},
+                     {"a3.jpg", "b3.jpg"}, {"a4.fit", "b4.fit"}, {"a4.fit.xmp", "x.xmp"}};
+    Names before{"A1.JPG.XMP", "a2.xmp", "a2.jpg", "a3.xmp", "c.xmp"};
+    for (const RenameRow& row : moved) before.push_back(row.from);
+    EXPECT_EQ(Text(SidecarRows(moved, before)),
+              "A1.JPG.XMP > b1.jpg.xmp; a2.xmp >> b2.xmp; a3.xmp > b3.xmp; ");
 }
 
 struct RunDesk {

@@ -1,0 +1,145 @@
+// The marks of many files: read and written in the background, kept where they cannot be written.
+#include "marks/MarkStore.h"
+
+#include "marks/Sidecar.h"
+#include "support/ForwardingFiles.h"
+#include "support/Trees.h"
+
+#include <gtest/gtest.h>
+
+#include <condition_variable>
+
+namespace tarn::testing {
+namespace {
+
+struct StoreDesk {
+    TestFolder folder;
+    ForwardingFiles files;
+    std::mutex mutex;
+    std::condition_variable changed;
+    std::vector<std::string> told;
+    std::unique_ptr<MarkStore> store;
+
+    StoreDesk() { Begin(); }
+    ~StoreDesk() {
+        store.reset();
+        std::filesystem::remove(Kept());
+    }
+    void Begin() {
+        store.reset(); // with all written
+        store = std::make_unique<MarkStore>(
+            files, MarkStore::Answers{.changed = [this] { changed.notify_all(); },
+                                      .told =
+                                          [this](const std::string& text) {
+                                              const std::lock_guard lock(mutex);
+                                              told.push_back(text);
+                                          }});
+    }
+    std::string At(const std::string& name) const { return folder.Path() + "/" + name; }
+    std::string Kept() const { return files.StateFolder() + "/unwritten_marks"; }
+    Mark OnDisk(const std::string& name) const {
+        return MarkOfXmp(BytesOf(At(name + ".xmp")), nullptr).value_or(Mark{Decision::None, -1});
+    }
+    void ShowAndRead(const std::vector<std::string>& names) {
+        store->Show(folder.Path(), names);
+        std::unique_lock lock(mutex);
+        const auto all = [this] { return store->AllRead(); };
+        for (int i = 0; i < 500 && !all(); ++i)
+            changed.wait_for(lock, std::chrono::milliseconds(10), all);
+        EXPECT_TRUE(all());
+    }
+    std::vector<std::string> Told() {
+        const std::lock_guard lock(mutex);
+        return told;
+    }
+};
+
+std::string Sidecar(const Mark& mark) {
+    return XmpWithMark("", SetTo(mark), nullptr).value_or("");
+}
+
+TEST(MarkStore, AMarkIsSeenAtOnceAndOnTheDiskAfterTheFlush) {
+    StoreDesk d;
+    Fill(d.folder, {{"a.jpg", "a"}, {"b.jpg", "b"}, {"b.xmp", Sidecar({Decision::Keep, 2})}});
+    EXPECT_EQ(d.store->MarkOf(d.At("a.jpg")), std::nullopt); // not read yet
+    d.ShowAndRead({"a.jpg", "b.jpg"});
+    EXPECT_EQ(d.store->MarkOf(d.At("a.jpg")), Mark());
+    EXPECT_EQ(d.store->MarkOf(d.At("b.jpg")), (Mark{Decision::Keep, 2}));
+    d.store->Set(d.At("b.jpg"), Rate(4));
+    d.store->Set(d.At("b.jpg"), Decide(Decision::None));
+    EXPECT_EQ(d.store->MarkOf(d.At("b.jpg")), (Mark{Decision::None, 4}));
+    d.store->Flush();
+    EXPECT_EQ(MarkOfXmp(BytesOf(d.At("b.xmp")), nullptr), (Mark{Decision::None, 4}));
+    EXPECT_EQ(d.store->MarkOf(d.At("b.jpg")), (Mark{Decision::None, 4}));
+    EXPECT_EQ(d.Told(), std::vector<std::string>());
+}
+
+TEST(MarkStore, TheEndWritesWhatWasSet) {
+    StoreDesk d;
+    for (int i = 1; i <= 50; ++i) d.store->Set(d.At(std::to_string(i) + ".jpg"), Rate(1 + i % 5));
+    d.store.reset();
+    for (int i = 1; i <= 50; ++i)
+        EXPECT_EQ(d.OnDisk(std::to_string(i) + ".jpg"), (Mark{Decision::None, 1 + i % 5})) << i;
+}
+
+TEST(MarkStore, AnotherLookAtTheFolderReadsWhatHasChanged) {
+    StoreDesk d;
+    Fill(d.folder, {{"a.jpg", "a"}, {"b.jpg", "b"}, {"b.jpg.xmp", Sidecar({Decision::Keep, 2})}});
+    d.ShowAndRead({"a.jpg", "b.jpg"});
+    int reads = 0;
+    d.files.onAsk = [&](const std::string& verb, const std::string&) {
+        reads += verb == "read";
+        return std::string();
+    };
+    d.ShowAndRead({"a.jpg", "b.jpg"});
+    EXPECT_EQ(reads, 0); // all stand as they stood
+    d.folder.Write("a.jpg.xmp", Sidecar({Decision::Reject, 0}));
+    d.ShowAndRead({"a.jpg", "b.jpg"});
+    EXPECT_EQ(d.store->MarkOf(d.At("a.jpg")), (Mark{Decision::Reject, 0}));
+    EXPECT_EQ(d.store->MarkOf(d.At("b.jpg")), (Mark{Decision::Keep, 2}));
+}
+
+TEST(MarkStore, WhatCannotBeWrittenIsKeptToldOnceAndWrittenLater) {
+    StoreDesk d;
+    Fill(d.folder, {{"a.jpg", "a"}, {"a.jpg.xmp", "no XMP"}});
+    d.ShowAndRead({"a.jpg"});
+    for (const int stars : {1, 4}) {
+        d.store->Set(d.At("a.jpg"), Rate(stars));
+        d.store->Flush();
+    }
+    EXPECT_TRUE(d.store->IsKeptAside(d.At("a.jpg")));
+    EXPECT_EQ(d.store->MarkOf(d.At("a.jpg")), (Mark{Decision::None, 4}));
+    EXPECT_EQ(BytesOf(d.At("a.jpg.xmp")), "no XMP");
+    EXPECT_EQ(d.Told(), std::vector<std::string>{"The mark of 'a.jpg' is kept in the settings, its "
+                                                 "sidecar stays: it is no XMP"});
+    d.Begin(); // another run
+    std::filesystem::remove(d.At("a.jpg.xmp"));
+    d.ShowAndRead({"a.jpg"});
+    d.store->Flush();
+    EXPECT_EQ(d.OnDisk("a.jpg"), (Mark{Decision::None, 4}));
+    EXPECT_FALSE(d.store->IsKeptAside(d.At("a.jpg")));
+    EXPECT_EQ(BytesOf(d.Kept()), "");
+}
+
+TEST(MarkStore, AFolderThatMayNotBeWrittenIsToldOnce) {
+    StoreDesk d;
+    Fill(d.folder, {{"a.jpg", "a"}, {"b.jpg", "b"}});
+    d.files.onAsk = [&](const std::string& verb, const std::string& path) {
+        return verb == "writable" && path == d.folder.Path() ? "no" : "";
+    };
+    d.store->Set(d.At("a.jpg"), Rate(1));
+    d.store->Set(d.At("b.jpg"), Decide(Decision::Keep));
+    d.store->Flush();
+    EXPECT_EQ(d.Told(), std::vector<std::string>{"Marks of '" + d.folder.Path() +
+                                                 "' are kept in the settings: the folder may not "
+                                                 "be written"});
+    EXPECT_EQ(d.store->MarkOf(d.At("b.jpg")), (Mark{Decision::Keep, 0}));
+    d.files.onAsk = nullptr;
+    d.ShowAndRead({"a.jpg", "b.jpg"});
+    d.store->Flush();
+    EXPECT_EQ(d.OnDisk("a.jpg"), (Mark{Decision::None, 1}));
+    EXPECT_EQ(d.OnDisk("b.jpg"), (Mark{Decision::Keep, 0}));
+}
+
+} // namespace
+} // namespace tarn::testing

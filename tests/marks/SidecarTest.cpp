@@ -1,0 +1,156 @@
+// Sidecars as other programs write them, and what stands in them once the mark is set.
+#include "marks/Sidecar.h"
+
+#include "common/sidecar_names.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace tarn {
+
+void PrintTo(const Mark& mark, std::ostream* out) {
+    *out << "decision " << int(mark.decision) << ", " << mark.stars << " stars";
+}
+
+namespace {
+
+using namespace std::string_literals;
+
+// The properties of one description, as attributes and as elements.
+std::string Xmp(const std::string& attributes, const std::string& elements = {}) {
+    return "<x:xmpmeta xmlns:x='adobe:ns:meta/'>"
+           "<rdf:RDF xmlns:rdf='http://www.w3.org/1999/02/22-rdf-syntax-ns#'>"
+           "<rdf:Description rdf:about='' xmlns:xmp='http://ns.adobe.com/xap/1.0/' "
+           "xmlns:xmpDM='http://ns.adobe.com/xmp/1.0/DynamicMedia/' "
+           "xmlns:digiKam='http://www.digikam.org/ns/1.0/' " +
+           attributes + ">" + elements + "</rdf:Description></rdf:RDF></x:xmpmeta>";
+}
+
+std::string Utf16(const std::string& text, bool highFirst, bool marked) {
+    std::string bytes = marked ? (highFirst ? "\xFE\xFF"s : "\xFF\xFE"s) : ""s;
+    for (const char c : text) bytes += highFirst ? "\0"s + c : c + "\0"s;
+    return bytes;
+}
+
+Mark MarkOf(const std::string& bytes) {
+    std::string error;
+    const auto mark = MarkOfXmp(bytes, &error);
+    EXPECT_EQ(error, "");
+    return mark.value_or(Mark{Decision::None, -1});
+}
+
+TEST(Sidecar, TheFormsThatOtherProgramsWrite) {
+    const Mark three{Decision::None, 3};
+    EXPECT_EQ(MarkOf(Xmp("xmp:Rating='3'")), three);
+    EXPECT_EQ(MarkOf(Xmp("", "<xmp:Rating>3</xmp:Rating>")), three);
+    EXPECT_EQ(MarkOf(Xmp("xmp:Rating=' 3.0 '")), three);
+    EXPECT_EQ(MarkOf("\xEF\xBB\xBF<?xml version='1.0'?>" + Xmp("xmp:Rating='3'")), three);
+    EXPECT_EQ(MarkOf("<?xpacket begin='\xEF\xBB\xBF' id='W5M0MpCehiHzreSzNTczkc9d'?>\n" +
+                     Xmp("xmp:Rating='3'") + "\n<?xpacket end='w'?>" + std::string(100, '\0')),
+              three);
+    const std::string declared = "<?xml version='1.0' encoding='UTF-16'?>" + Xmp("xmp:Rating='3'");
+    for (const bool highFirst : {true, false})
+        for (const bool marked : {true, false})
+            EXPECT_EQ(MarkOf(Utf16(declared, highFirst, marked)), three) << highFirst << marked;
+    EXPECT_EQ(MarkOf(Xmp("xmp:Rating='9'")), (Mark{Decision::None, kMostStars}));
+    for (const char* none : {"three", "nan", "1e99", ""})
+        EXPECT_EQ(MarkOf(Xmp("xmp:Rating='"s + none + "'")), Mark()) << none;
+    EXPECT_EQ(MarkOf(Xmp("")), Mark());
+    EXPECT_EQ(MarkOf(Xmp("", "<xmp:Rating><rdf:Bag><rdf:li>3</rdf:li></rdf:Bag></xmp:Rating>")),
+              Mark());
+}
+
+TEST(Sidecar, WhatWinsWhereTheyDiffer) {
+    const Mark rejected{Decision::Reject, 0};
+    EXPECT_EQ(MarkOf(Xmp("xmp:Rating='-1'")), rejected);
+    EXPECT_EQ(MarkOf(Xmp("xmp:Rating='-1' xmpDM:pick='1'")), rejected);
+    EXPECT_EQ(MarkOf(Xmp("xmp:Rating='2' xmpDM:pick='-1'")), (Mark{Decision::Reject, 2}));
+    EXPECT_EQ(MarkOf(Xmp("xmp:Rating='2' xmpDM:pick='1'")), (Mark{Decision::Keep, 2}));
+    EXPECT_EQ(MarkOf(Xmp("digiKam:PickLabel='1'")), rejected);
+    EXPECT_EQ(MarkOf(Xmp("digiKam:PickLabel='2'")), Mark());
+    EXPECT_EQ(MarkOf(Xmp("digiKam:PickLabel='3' xmp:Rating='4'")), (Mark{Decision::Keep, 4}));
+    EXPECT_EQ(MarkOf(Xmp("digiKam:PickLabel='3' xmpDM:pick='0'")), Mark());
+}
+
+std::string Written(const std::string& bytes, const MarkChange& change) {
+    std::string error;
+    const auto written = XmpWithMark(bytes, change, &error);
+    EXPECT_EQ(error, "");
+    return written.value_or("");
+}
+
+bool Has(const std::string& bytes, const std::string& part) {
+    return bytes.find(part) != std::string::npos;
+}
+
+TEST(Sidecar, EveryMarkComesBackAsItWasSet) {
+    for (const Decision decision : {Decision::None, Decision::Keep, Decision::Reject})
+        for (int stars = 0; stars <= kMostStars; ++stars) {
+            const Mark mark{decision, stars};
+            EXPECT_EQ(MarkOf(Written("", SetTo(mark))), mark);
+            EXPECT_EQ(MarkOf(Written(Xmp("xmp:Rating='-1' xmpDM:pick='1'"), SetTo(mark))), mark);
+        }
+}
+
+TEST(Sidecar, OtherProgramsReadTheMark) {
+    const std::string rejected = Written(Xmp("digiKam:PickLabel='3'"), Decide(Decision::Reject));
+    EXPECT_PRED2(Has, rejected, "xmp:Rating=\"-1\"");
+    EXPECT_PRED2(Has, rejected, "xmpDM:pick=\"-1\"");
+    EXPECT_PRED2(Has, rejected, "digiKam:PickLabel=\"1\"");
+    const std::string kept = Written(Xmp("xmp:Rating='4'"), Decide(Decision::Keep));
+    EXPECT_PRED2(Has, kept, "xmp:Rating=\"4\"");
+    EXPECT_PRED2(Has, kept, "xmpDM:pick=\"1\"");
+    EXPECT_FALSE(Has(kept, "PickLabel"));
+}
+
+TEST(Sidecar, StarsOutlastAReject) {
+    const std::string rejected = Written(Xmp("xmp:Rating='4'"), Decide(Decision::Reject));
+    EXPECT_EQ(MarkOf(rejected), (Mark{Decision::Reject, 4}));
+    EXPECT_EQ(MarkOf(Written(rejected, Decide(Decision::Keep))), (Mark{Decision::Keep, 4}));
+    EXPECT_EQ(MarkOf(Written(rejected, ClearMark())), Mark());
+}
+
+TEST(Sidecar, WhatElseStandsInItStays) {
+    const std::string bytes = Written(
+        Xmp("xmlns:dc='http://purl.org/dc/elements/1.1/' xmlns:my='http://example.org/my#' "
+            "my:word='1 &lt; 2' xmp:Label='Red'",
+            "<dc:title><rdf:Alt><rdf:li xml:lang='x-default'>Mondl\xC3\xB6sung</rdf:li></rdf:Alt>"
+            "</dc:title><my:history><rdf:Seq><rdf:li my:step='0' my:params='ff00'/></rdf:Seq>"
+            "</my:history>"),
+        Rate(2));
+    EXPECT_EQ(MarkOf(bytes), (Mark{Decision::None, 2}));
+    for (const char* part : {"my:word=\"1 &lt; 2\"", "xmp:Label=\"Red\"", "Mondl\xC3\xB6sung",
+                             "xml:lang=\"x-default\"", "my:step=\"0\"", "my:params=\"ff00\""})
+        EXPECT_PRED2(Has, bytes, part);
+}
+
+TEST(Sidecar, WhatIsNoneIsToldAndNotChanged) {
+    std::string deep;
+    for (int i = 0; i < 100000; ++i) deep += "<a>";
+    for (const std::string& bytes :
+         {"hello"s, "<html><body/></html>"s, Xmp("xmp:Rating='3'").substr(0, 200),
+          "\xFF\xD8\xFF\xE1"s, deep, "<!DOCTYPE x [<!ENTITY a 'b'>]>" + Xmp(""), "\0\0\0"s}) {
+        std::string error;
+        EXPECT_EQ(MarkOfXmp(bytes, &error), std::nullopt) << bytes.substr(0, 80);
+        EXPECT_NE(error, "") << bytes.substr(0, 80);
+        EXPECT_EQ(XmpWithMark(bytes, Rate(1), nullptr), std::nullopt) << bytes.substr(0, 80);
+    }
+    EXPECT_EQ(MarkOfXmp("", nullptr), std::nullopt);
+    EXPECT_EQ(MarkOfXmp(std::string(kLargestSidecar + 1, ' '), nullptr), std::nullopt);
+}
+
+TEST(SidecarNames, ThePicturesOwnComesBeforeTheSharedOneInAnyCase) {
+    const SidecarNames names(
+        {"M31.CR2.XMP", "m31.xmp", "m42.fit", "m42.xmp.txt", ".xmp", "a.b.xmp"});
+    EXPECT_EQ(names.Of("m31.cr2"), "M31.CR2.XMP");
+    EXPECT_EQ(names.Of("M31.jpg"), "m31.xmp");
+    EXPECT_EQ(names.SharedOf("m31.cr2"), "m31.xmp");
+    EXPECT_EQ(names.Of("m42.fit"), "");
+    EXPECT_EQ(names.Of("a.b"), "a.b.xmp");
+    EXPECT_EQ(names.Of("a.b.jpg"), "a.b.xmp");
+    EXPECT_EQ(SharedSidecarName(".jpg"), ".jpg.xmp"); // a name that has no ending
+}
+
+} // namespace
+} // namespace tarn
