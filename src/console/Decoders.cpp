@@ -42,6 +42,27 @@ SheetResult PrintSheet(const SheetRequest& request) {
     return decoders ? decoders->sheet(request) : NotInstalled(&SheetResult::error);
 }
 
+namespace {
+
+std::vector<FileMark> NoMarks(const std::vector<std::string>& paths) {
+    std::vector<FileMark> files;
+    for (const std::string& path : paths)
+        files.push_back({path, {}, NotInstalled(&FileMark::error).error});
+    return files;
+}
+
+} // namespace
+
+std::vector<FileMark> MarksOf(const std::vector<std::string>& paths) {
+    const auto* decoders = FromModule<DecodersModule>();
+    return decoders ? decoders->marks(paths) : NoMarks(paths);
+}
+
+std::vector<FileMark> SetMarksOf(const std::vector<std::string>& paths, const MarkChange& change) {
+    const auto* decoders = FromModule<DecodersModule>();
+    return decoders ? decoders->setMarks(paths, change) : NoMarks(paths);
+}
+
 ThumbnailOutcome ThumbnailsOfFolder(const ThumbnailOrder& order) {
     const auto* decoders = FromModule<DecodersModule>();
     return decoders ? decoders->thumbnails(order) : NotInstalled(&ThumbnailOutcome::fault);

@@ -3,6 +3,7 @@
 // dates does without.
 #pragma once
 
+#include "console/MarkCommands.h"
 #include "console/PageCommands.h"
 #include "console/SheetCommand.h"
 #include "console/Subcommand.h"
@@ -24,6 +25,10 @@ ConvertedFile ConvertToJpeg(const std::string& path, const std::string& folder,
 SheetResult PrintSheet(const SheetRequest& request);
 
 ThumbnailOutcome ThumbnailsOfFolder(const ThumbnailOrder& order);
+
+// Of files that are there, in their order.
+std::vector<FileMark> MarksOf(const std::vector<std::string>& paths);
+std::vector<FileMark> SetMarksOf(const std::vector<std::string>& paths, const MarkChange& change);
 
 // Pages and galleries.
 PageResult MakePage(const PageRequest& request);

@@ -14,6 +14,9 @@ struct DecodersModule {
     PageResult (*gallery)(const PageRequest& request);
     SheetResult (*sheet)(const SheetRequest& request);
     ThumbnailOutcome (*thumbnails)(const ThumbnailOrder& order);
+    std::vector<FileMark> (*marks)(const std::vector<std::string>& paths);
+    std::vector<FileMark> (*setMarks)(const std::vector<std::string>& paths,
+                                      const MarkChange& change);
 };
 
 } // namespace tarn

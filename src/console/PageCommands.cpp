@@ -4,6 +4,7 @@
 #include "common/paths.h"
 #include "console/Arguments.h"
 #include "console/ListedPictures.h"
+#include "console/MarkFilter.h"
 #include "web/SavedValues.h"
 
 #include <cstdio>
@@ -15,9 +16,11 @@ namespace {
 
 constexpr OptionRule kSet{"--set", "KEY=VALUE", true};
 constexpr OptionRule kPageOptions[] = {kSet,          {"--notes", "DIR"}, {"--append"},
-                                       {"--reverse"}, {"--now", "TEXT"},  {"--preview", "WxH"}};
+                                       {"--reverse"}, {"--now", "TEXT"},  {"--preview", "WxH"},
+                                       kKeptOption,   kStarsOption};
 constexpr OptionRule kGalleryOptions[] = {
-    kSet, {"--notes", "DIR"}, {"--frames"}, {"--now", "TEXT"}, {"--thumbnails"}};
+    kSet,        {"--notes", "DIR"}, {"--frames"}, {"--now", "TEXT"}, {"--thumbnails"},
+    kKeptOption, kStarsOption};
 constexpr UsageLine kPageLines[] = {{kPageOptions, "OUT.html FOLDER"}};
 constexpr UsageLine kGalleryLines[] = {{kGalleryOptions, "OUT.html FOLDER"}};
 
@@ -78,6 +81,9 @@ std::string Absolute(const std::string& path) {
 
 // Folder, file and notes; the exit status when they will not do, else -1.
 int TakePaths(const Arguments& arguments, const Usage& usage, PageRequest& request) {
+    MarkFilter filter;
+    std::string fault;
+    if (!TakeFilter(arguments, filter, fault)) return ComplainOfUsage(fault, usage);
     if (arguments.Operands().size() != 2)
         return ComplainOfUsage("a page and the folder of its pictures are needed", usage);
     request.out = Absolute(arguments.Operands()[0]);
@@ -95,6 +101,7 @@ int TakePaths(const Arguments& arguments, const Usage& usage, PageRequest& reque
         return kExitFailedFile;
     }
     request.names = *names;
+    Narrow(filter, request.folder, request.names);
     return -1;
 }
 

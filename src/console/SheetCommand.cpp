@@ -3,6 +3,7 @@
 #include "common/paths.h"
 #include "console/Arguments.h"
 #include "console/ListedPictures.h"
+#include "console/MarkFilter.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -13,8 +14,8 @@ namespace {
 
 constexpr std::string_view kContactSheets[] = {"2x2", "3x4", "4x6", "5x8"};
 constexpr std::string_view kDataSheets[] = {kDataSheet};
-constexpr OptionRule kSheetOptions[] = {
-    {"--notes", "DIR"}, {"--no-print-notes"}, {"--now", "TEXT"}, {"--paper", "A4"}};
+constexpr OptionRule kSheetOptions[] = {{"--notes", "DIR"}, {"--no-print-notes"}, {"--now", "TEXT"},
+                                        {"--paper", "A4"},  kKeptOption,          kStarsOption};
 constexpr OptionRule kDataOptions[] = {{"--notes", "DIR"}, {"--now", "TEXT"}, {"--paper", "A4"}};
 constexpr UsageLine kLines[] = {{kSheetOptions, "OUT.pdf FOLDER", kContactSheets},
                                 {kDataOptions, "OUT.pdf FILE", kDataSheets}};
@@ -38,18 +39,20 @@ void TakeOptions(const Arguments& arguments, SheetRequest& request) {
 }
 
 // False when the source cannot be printed; the message is out.
-bool TakeSource(const std::string& source, SheetRequest& request) {
+bool TakeSource(const std::string& source, const MarkFilter& filter, SheetRequest& request) {
     if (request.layout == kDataSheet) {
         request.folder = FolderOf(source);
         request.names = {LastPart(source)};
         if (source.find(kSeparator) == std::string::npos) request.folder = ".";
         return true;
     }
-    const auto names = ListedPictures(source);
+    auto names = ListedPictures(source);
+    const bool hasSome = names && !names->empty();
+    if (names) Narrow(filter, source, *names);
     if (!names) {
         ComplainOfFile(source, "is not a folder that can be read");
     } else if (names->empty()) {
-        ComplainOfFile(source, "has no pictures");
+        ComplainOfFile(source, hasSome ? "has no pictures with such marks" : "has no pictures");
     }
     if (!names || names->empty()) return false;
     request.folder = source;
@@ -79,7 +82,9 @@ int RunSheet(std::span<const std::string> words, const SheetPrinter& print) {
     if (!line) return ComplainOfUsage("unknown sheet " + request.layout, kSheetUsage);
     std::string fault;
     const auto arguments = Arguments::Parse(words.subspan(1), line->options, fault);
-    if (!arguments) return ComplainOfUsage(fault, kSheetUsage);
+    MarkFilter filter;
+    if (!arguments || !TakeFilter(*arguments, filter, fault))
+        return ComplainOfUsage(fault, kSheetUsage);
     if (arguments->Operands().size() != 2)
         return ComplainOfUsage("a PDF file and what goes into it are needed", kSheetUsage);
     TakeOptions(*arguments, request);
@@ -89,7 +94,7 @@ int RunSheet(std::span<const std::string> words, const SheetPrinter& print) {
         return kExitFailedFile;
     }
     request.out = arguments->Operands()[0];
-    if (!TakeSource(arguments->Operands()[1], request)) return kExitFailedFile;
+    if (!TakeSource(arguments->Operands()[1], filter, request)) return kExitFailedFile;
     return Print(request, print);
 }
 

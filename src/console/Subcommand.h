@@ -47,6 +47,8 @@ struct ThumbnailOrder {
     int width = 120;     // pixels
     std::string notes;   // folder of the notes; empty: none
     bool update = false; // keep those that stand
+    // Leaves names out, where it is given.
+    std::function<void(std::vector<std::string>& names)> narrow = {};
     std::function<void(const std::string& text)> made;
     std::function<void(const std::string& path, const std::string& fault)> failed;
 };

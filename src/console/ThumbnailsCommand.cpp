@@ -1,6 +1,7 @@
 #include "console/ThumbnailsCommand.h"
 
 #include "console/Arguments.h"
+#include "console/MarkFilter.h"
 
 #include <cstdio>
 #include <filesystem>
@@ -9,8 +10,9 @@ namespace tarn {
 
 namespace {
 
-constexpr OptionRule kOptions[] = {
-    {"--size", "N"}, {"--subfolder", "NAME"}, {"--notes", "DIR"}, {"--update"}};
+constexpr OptionRule kOptions[] = {{"--size", "N"},    {"--subfolder", "NAME"},
+                                   {"--notes", "DIR"}, {"--update"},
+                                   kKeptOption,        kStarsOption};
 constexpr UsageLine kLines[] = {{kOptions, "FOLDER"}};
 constexpr int kLeastSize = 16;
 constexpr int kMostSize = 9999;
@@ -30,7 +32,9 @@ int RunThumbnails(std::span<const std::string> words, const ThumbnailMaker& make
     std::string fault;
     const auto arguments = Arguments::Parse(words, kOptions, fault);
     ThumbnailOrder order;
-    if (!arguments || !arguments->ReadNumber("--size", kLeastSize, kMostSize, order.width, fault))
+    MarkFilter filter;
+    if (!arguments || !arguments->ReadNumber("--size", kLeastSize, kMostSize, order.width, fault) ||
+        !TakeFilter(*arguments, filter, fault))
         return ComplainOfUsage(fault, kThumbnailsUsage);
     if (arguments->Operands().size() != 1)
         return ComplainOfUsage("one folder is needed", kThumbnailsUsage);
@@ -40,6 +44,10 @@ int RunThumbnails(std::span<const std::string> words, const ThumbnailMaker& make
     order.update = arguments->Has("--update");
     if (!IsFolder(order.folder) || (arguments->Has("--notes") && !IsFolder(order.notes)))
         return kExitFailedFile;
+    if (filter.IsOn())
+        order.narrow = [filter, folder = order.folder](std::vector<std::string>& names) {
+            Narrow(filter, folder, names);
+        };
     int exitStatus = kExitSuccess;
     order.made = [](const std::string& text) { std::printf("%s\n", text.c_str()); };
     order.failed = [&exitStatus](const std::string& path, const std::string& why) {

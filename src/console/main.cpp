@@ -4,6 +4,7 @@
 #include "console/DatesCommand.h"
 #include "console/Decoders.h"
 #include "console/InfoCommand.h"
+#include "console/MarkCommands.h"
 #include "console/PageCommands.h"
 #include "console/SheetCommand.h"
 #include "console/ThumbnailsCommand.h"
@@ -28,7 +29,9 @@ const std::vector<tarn::Subcommand>& Subcommands() {
          [](Words words) { return RunGallery(words, kProgramVersion, MakeGallery); }},
         {kSheetUsage, [](Words words) { return RunSheet(words, PrintSheet); }},
         {kThumbnailsUsage, [](Words words) { return RunThumbnails(words, ThumbnailsOfFolder); }},
-        {kDatesUsage, RunDates}};
+        {kDatesUsage, RunDates},
+        {kMarksUsage, [](Words words) { return RunMarks(words, MarksOf); }},
+        {kMarkUsage, [](Words words) { return RunMark(words, SetMarksOf); }}};
     return kSubcommands;
 }
 

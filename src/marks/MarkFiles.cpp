@@ -82,11 +82,12 @@ WrittenMark WriteMark(Files& files, const std::string& picture, const SidecarNam
     const std::string name = LastPart(picture);
     const std::string found = sidecars.Of(name);
     const std::string path = JoinPath(folder, found.empty() ? OwnSidecarName(name) : found);
+    if (!files.Exists(picture)) return {false, {}, "No such file or directory", false, true};
     // Written over in place it could be lost halfway.
-    if (!files.IsWritable(folder)) return {false, {}, "the folder may not be written", true};
+    if (!files.IsWritable(folder)) return {false, {}, "the folder may not be written", true, false};
     for (int i = 0; i < kTries; ++i)
         if (auto written = TryToWrite(files, picture, path, change)) return *written;
-    return {false, {}, "another program keeps writing it", false};
+    return {false, {}, "another program keeps writing it", false, false};
 }
 
 } // namespace tarn

@@ -28,6 +28,7 @@ struct WrittenMark {
     Mark mark;             // as it stands on the disk now
     std::string error;     // why it does not
     bool ofFolder = false; // it is the folder's fault
+    bool isGone = false;   // the picture is not there any more: it gets no sidecar
 };
 
 // Into the sidecar as it stands now, or a new one: read, changed, written beside it and renamed

@@ -213,9 +213,10 @@ void MarkStore::TakeAnswer(const std::string& path, const MarkChange& change,
     {
         const std::lock_guard lock(m_mutex);
         const auto kept = m_kept.find(path);
-        if (written.done) {
+        if (written.done || written.isGone) {
             // Its look is not known: the next reading will see.
-            if (FolderOf(path) == m_folder) m_known[LastPart(path)] = {written.mark, {}};
+            if (written.done && FolderOf(path) == m_folder)
+                m_known[LastPart(path)] = {written.mark, {}};
             if (kept == m_kept.end()) return;
             m_kept.erase(kept);
             aside[path] = {};

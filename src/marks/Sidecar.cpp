@@ -46,7 +46,9 @@ std::optional<int> NumberIn(const XmpPacket& packet, const char* space, const ch
 }
 
 Decision DecisionIn(const XmpPacket& packet, int rating) {
-    const auto pick = NumberIn(packet, kMedia, kPick);
+    auto pick = NumberIn(packet, kMedia, kPick);
+    // Our reject, which a program that knows the rating alone has lifted.
+    if (rating >= 0 && pick.value_or(0) < 0 && packet.Text(kOwn, kStars)) pick = 0;
     if (rating < 0 || pick.value_or(0) < 0) return Decision::Reject;
     if (pick) return *pick > 0 ? Decision::Keep : Decision::None;
     const int label = NumberIn(packet, kDigikam, kLabel).value_or(0);
@@ -71,7 +73,7 @@ bool Put(XmpPacket& packet, const Mark& mark) {
     if (packet.Text(kDigikam, kLabel) && !packet.SetText(kDigikam, kLabel, std::to_string(label)))
         return false;
     packet.Delete(kOwn, kStars);
-    if (!rejected || mark.stars == 0) return true;
+    if (!rejected) return true;
     return packet.SetText(kOwn, kStars, std::to_string(mark.stars));
 }
 

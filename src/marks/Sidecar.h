@@ -4,7 +4,8 @@
 //   digiKam:PickLabel   1 reject, 2 undecided, 3 keep; kept in step where it stands already
 // Where they differ: a reject in Rating or pick is one, since a program that knows one of them may
 // not know the other; then pick, and the label only where there is no pick. Stars of a rejected
-// picture have no place in Rating and stand in a property of our own. No toolkit.
+// picture have no place in Rating and stand in a property of our own; beside a Rating that is no
+// reject it tells that another program has lifted ours. No toolkit.
 #pragma once
 
 #include "common/mark.h"

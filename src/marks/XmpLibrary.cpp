@@ -3,6 +3,7 @@
 #include <exempi/xmp.h>
 
 #include <cstdint>
+#include <iostream>
 
 namespace tarn {
 
@@ -29,6 +30,20 @@ std::string StringOf(const OwnText& text) {
     return {::xmp_string_cstr(text.get()), ::xmp_string_len(text.get())};
 }
 
+// The library writes its faults to the standard error stream; they are told by whoever asked.
+class Hushed {
+public:
+    Hushed() : m_before(std::cerr.rdbuf(nullptr)) {}
+    ~Hushed() {
+        std::cerr.rdbuf(m_before); // which clears the state, too
+    }
+    Hushed(const Hushed&) = delete;
+    Hushed& operator=(const Hushed&) = delete;
+
+private:
+    std::streambuf* m_before;
+};
+
 } // namespace
 
 struct XmpPacket::Own {
@@ -41,6 +56,7 @@ XmpPacket::XmpPacket() : m_lock(BegunLibrary()), m_own(std::make_unique<Own>()) 
 XmpPacket::~XmpPacket() = default;
 
 bool XmpPacket::Parse(std::string_view bytes, std::string* error) {
+    const Hushed hushed;
     if (::xmp_parse(m_own->xmp, bytes.data(), bytes.size())) return true;
     if (error) *error = "it is no XMP";
     return false;

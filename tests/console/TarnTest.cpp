@@ -205,6 +205,47 @@ TEST(Tarn, ConvertsToNamesThatAreFree) {
     EXPECT_EQ(Trashed("a-CM.jpg"), before);
 }
 
+// As other programs read and write them, too.
+TEST(Tarn, MarksPicturesInSidecars) {
+    const TestFolder folder;
+    const TestFolder out;
+    for (const char* name : {"a.bmp", "b.bmp", "c,d.bmp"}) folder.Write(name, Bitmap(20, 10));
+    const std::string in = folder.Path() + "/";
+    EXPECT_EQ(Tarn("mark --rating 3 " + in + "a.bmp " + in + "b.bmp").status, 0);
+    EXPECT_EQ(Tarn("mark --keep " + in + "a.bmp").status, 0);
+    EXPECT_EQ(Tarn("mark --reject " + in + "c,d.bmp").status, 0);
+    EXPECT_EQ(Tarn("marks --csv " + folder.Path()).out, "file,mark,rating\n" + in +
+                                                            "a.bmp,keep,3\n" + in + "b.bmp,,3\n\"" +
+                                                            in + "c,d.bmp\",reject,0\n");
+    EXPECT_EQ(Tarn("marks " + in + "b.bmp").out, "-      3 " + in + "b.bmp\n");
+
+    EXPECT_EQ(Tarn("page --kept " + out.Path() + "/p.html " + folder.Path()).out,
+              out.Path() + "/p.html: 1 images\n");
+    EXPECT_EQ(Tarn("gallery --stars 3 --thumbnails " + in + "g.html " + folder.Path()).out,
+              in + "g.html: 2 pictures\n");
+    EXPECT_TRUE(Has(Tarn("thumbnails --kept --stars 3 " + folder.Path()), "a.bmp"));
+    EXPECT_EQ(BytesOf(in + "thumbnails/T120_b.jpg"), "(none)");
+    const Outcome none = Tarn("sheet 2x2 --stars 4 " + out.Path() + "/s.pdf " + folder.Path());
+    EXPECT_EQ(none.status, 1);
+    EXPECT_TRUE(Has(none, "has no pictures with such marks")) << none.out;
+
+    EXPECT_EQ(Tarn("mark --clear " + in + "a.bmp").status, 0);
+    EXPECT_EQ(Tarn("marks " + in + "a.bmp").out, "-      0 " + in + "a.bmp\n");
+    folder.Write("b.bmp.xmp", "no XMP");
+    const Outcome broken = Tarn("mark --keep " + in + "b.bmp " + in + "none.bmp");
+    EXPECT_EQ(broken.status, 1);
+    EXPECT_EQ(broken.out, "tarn: " + in + "b.bmp: its sidecar: it is no XMP\ntarn: " + in +
+                              "none.bmp: No such file or directory\n");
+    EXPECT_EQ(BytesOf(in + "b.bmp.xmp"), "no XMP");
+    const Outcome unread = Tarn("marks --csv " + in + "b.bmp");
+    EXPECT_EQ(unread.status, 1);
+    EXPECT_TRUE(Has(unread, "file,mark,rating\n" + in + "b.bmp,,\n")) << unread.out;
+    for (const char* usage :
+         {"mark a.bmp", "mark --keep", "mark --keep --reject a.bmp", "mark --rating 6 a.bmp",
+          "marks", "marks --all .", "page --stars x p.html ."})
+        EXPECT_EQ(Tarn(usage).status, 2) << usage;
+}
+
 TEST(Tarn, LaysPages) {
     const TestFolder folder;
     const TestFolder notes;

@@ -101,6 +101,7 @@ TEST(MarkFiles, WhatCannotBeReadOrMayNotBeWrittenStays) {
     FilesDesk d;
     const std::string standing = SidecarOf(kThree);
     Fill(d.folder, {{"a.jpg.xmp", "no XMP"}, {"b.jpg.xmp", ""}, {"c.jpg.xmp", standing}});
+    Fill(d.folder, {{"a.jpg", "a"}, {"b.jpg", "b"}, {"c.jpg", "c"}, {"d.jpg", "d"}});
     ::mkfifo(d.At("d.jpg.xmp").c_str(), 0600);
     for (const char* name : {"a.jpg", "b.jpg", "d.jpg"}) {
         const WrittenMark written = d.Set(name, Rate(1));
@@ -116,7 +117,7 @@ TEST(MarkFiles, WhatCannotBeReadOrMayNotBeWrittenStays) {
 
 TEST(MarkFiles, AnotherProgramsChangeIsReadAgain) {
     FilesDesk d;
-    Fill(d.folder, {{"a.jpg.xmp", SidecarOf(kThree)}});
+    Fill(d.folder, {{"a.jpg", "a"}, {"a.jpg.xmp", SidecarOf(kThree)}});
     int reads = 0;
     d.files.onAsk = [&](const std::string& verb, const std::string&) {
         // Between our reading and our writing the other one keeps the picture.
@@ -133,7 +134,7 @@ TEST(MarkFiles, AnotherProgramsChangeIsReadAgain) {
 
 TEST(MarkFiles, ASidecarKeepsItsMode) {
     FilesDesk d;
-    Fill(d.folder, {{"a.jpg.xmp", SidecarOf(kThree)}});
+    Fill(d.folder, {{"a.jpg", "a"}, {"a.jpg.xmp", SidecarOf(kThree)}});
     ::chmod(d.At("a.jpg.xmp").c_str(), 0640);
     EXPECT_TRUE(d.Set("a.jpg", Rate(1)).done);
     struct stat facts {};

@@ -76,8 +76,11 @@ TEST(MarkStore, AMarkIsSeenAtOnceAndOnTheDiskAfterTheFlush) {
 
 TEST(MarkStore, TheEndWritesWhatWasSet) {
     StoreDesk d;
-    for (int i = 1; i <= 50; ++i) d.store->Set(d.At(std::to_string(i) + ".jpg"), Rate(1 + i % 5));
+    for (int i = 1; i <= 50; ++i)
+        d.store->Set(d.folder.Write(std::to_string(i) + ".jpg", "x"), Rate(1 + i % 5));
+    d.store->Set(d.At("gone.jpg"), Rate(1));
     d.store.reset();
+    EXPECT_FALSE(d.files.Exists(d.At("gone.jpg.xmp")));
     for (int i = 1; i <= 50; ++i)
         EXPECT_EQ(d.OnDisk(std::to_string(i) + ".jpg"), (Mark{Decision::None, 1 + i % 5})) << i;
 }

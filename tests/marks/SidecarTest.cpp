@@ -104,6 +104,12 @@ TEST(Sidecar, OtherProgramsReadTheMark) {
     EXPECT_FALSE(Has(kept, "PickLabel"));
 }
 
+TEST(Sidecar, ARejectIsLiftedByAProgramThatKnowsTheRatingAlone) {
+    std::string bytes = Written("", Decide(Decision::Reject));
+    bytes.replace(bytes.find("xmp:Rating=\"-1\""), 15, "xmp:Rating=\"2\"");
+    EXPECT_EQ(MarkOf(bytes), (Mark{Decision::None, 2}));
+}
+
 TEST(Sidecar, StarsOutlastAReject) {
     const std::string rejected = Written(Xmp("xmp:Rating='4'"), Decide(Decision::Reject));
     EXPECT_EQ(MarkOf(rejected), (Mark{Decision::Reject, 4}));

@@ -52,6 +52,7 @@ while read -r _ command rest; do
 done <<<"$usage"
 
 expect 'a.JPG b.fits night two words ' tarn info ''
+expect 'a.JPG b.fits night two words ' tarn marks --csv ''
 expect 'night two words ' tarn dates ''
 expect 'night two words ' tarn convert --to ''
 expect 'a.JPG ' tarn convert --to night --quality 80 a
@@ -65,6 +66,6 @@ expect '--help 2x2 3x4 4x6 5x8 data ' tarn sheet ''
 expect 'b.fits ' tarn info -- b
 expect '' tarn nonsense ''
 expect '' tarn nonsense --
-expect '--no-print-notes --notes --now --paper ' tarn sheet 3x4 --
+expect '--kept --no-print-notes --notes --now --paper --stars ' tarn sheet 3x4 --
 expect '--notes --now --paper ' tarn sheet data --
 exit $((failures > 0))

@@ -2,6 +2,7 @@
 #include "console/DecodersModule.h"
 #include "common/worker.h"
 #include "console/decoders/Conversion.h"
+#include "console/decoders/Marks.h"
 #include "console/decoders/Pages.h"
 #include "console/decoders/Sheets.h"
 #include "console/decoders/Thumbnails.h"
@@ -84,6 +85,7 @@ ThumbnailOutcome Thumbnails(const ThumbnailOrder& order) {
 
 } // namespace
 
-extern "C" const DecodersModule TarnModule{Look, Convert, Page, Gallery, Sheet, Thumbnails};
+extern "C" const DecodersModule TarnModule{Look,  Convert,    Page,      Gallery,
+                                           Sheet, Thumbnails, ReadMarks, WriteMarks};
 
 } // namespace tarn

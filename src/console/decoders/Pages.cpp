@@ -86,6 +86,7 @@ void MakeMissingThumbnails(const PageRequest& request, Files& files, PageResult&
     order.subFolder = request.subFolder;
     order.width = request.thumbnailSize;
     order.update = true;
+    order.narrow = [&](std::vector<std::string>& names) { names = request.names; };
     order.made = [](const std::string&) {};
     order.failed = [&](const std::string& path, const std::string& fault) {
         result.complaints.push_back(path + ": " + fault);

@@ -32,8 +32,9 @@ ThumbnailOutcome MakeThumbnails(const ThumbnailOrder& order) {
     const std::string folder = ThumbnailFolder(*files, pictures, order.subFolder, order.notes);
     if (folder.empty()) return {{}, kBadSubFolder};
     ThumbnailOutcome outcome;
-    const auto names = ListedPictures(pictures);
+    auto names = ListedPictures(pictures);
     if (!names) return {{}, "is not a folder that can be read"};
+    if (order.narrow) order.narrow(*names);
     if (!order.update) {
         const ClearFaults faults = ClearThumbnails(*files, folder);
         if (faults.count > 0) order.failed(folder, faults.Text());
