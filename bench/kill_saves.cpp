@@ -5,6 +5,8 @@
 #include "convert/ConvertPicture.h"
 #include "fileops/PicturePlan.h"
 #include "imaging/JpegWriter.h"
+#include "marks/MarkFiles.h"
+#include "marks/Sidecar.h"
 #include "notes/NoteStore.h"
 #include "platform/SettingsStore.h"
 #include "thumbnails/ThumbNames.h"
@@ -296,11 +298,43 @@ int KillGallery() {
                             }});
 }
 
+// A sidecar of another program's; what that has written must stay.
+int KillMarks() {
+    const KillDesk desk;
+    const std::string picture = desk.folder + "/a.jpg";
+    const std::string foreign =
+        "<rdf:RDF xmlns:rdf='http://www.w3.org/1999/02/22-rdf-syntax-ns#'><rdf:Description "
+        "rdf:about='' xmlns:my='http://example.org/my#' my:word='" +
+        Text(0) + "'/></rdf:RDF>";
+    const auto mark = [](int i) { return SetTo({i % 2 ? Decision::Keep : Decision::Reject, 3}); };
+    const auto set = [&](int i) {
+        const auto sidecars = SidecarsIn(*desk.files, desk.folder, nullptr);
+        Must(sidecars && WriteMark(*desk.files, picture, *sidecars, mark(i)).done);
+    };
+    std::string old;
+    return KillSaves(desk, {"mark",
+                            [&](int i) {
+                                desk.Put(picture, "a picture");
+                                desk.Put(picture + ".xmp", foreign);
+                                set(i - 1);
+                                old = desk.Read(picture + ".xmp");
+                            },
+                            set,
+                            [&](int i) {
+                                const std::string found = desk.Read(picture + ".xmp");
+                                if (found == old) return Found::Old;
+                                return found == XmpWithMark(old, mark(i), nullptr)
+                                           ? Found::New
+                                           : Torn("half a sidecar", i);
+                            }});
+}
+
 } // namespace
 
 int main() {
-    const int torn = KillNotes(false) + KillNotes(true) + KillSettings() + KillConverted() +
-                     KillThumbnails() + KillPage(false) + KillPage(true) + KillGallery();
+    const int torn = KillNotes(false) + KillNotes(true) + KillMarks() + KillSettings() +
+                     KillConverted() + KillThumbnails() + KillPage(false) + KillPage(true) +
+                     KillGallery();
     std::printf("%d torn or lost\n", torn);
     return torn == 0 ? 0 : 1;
 }

@@ -6,6 +6,7 @@
 #include "common/file_look.h"
 #include "imaging/exif/Boxes.h"
 #include "imaging/exif/FileFront.h"
+#include "imaging/exif/XmpPlaces.h"
 #include "pictureinfo/PictureInfoReader.h"
 
 #include <fcntl.h>
@@ -29,6 +30,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const int orientation = OrientationOfContainer(file);
     Demand(orientation >= 1 && orientation <= 8);
     HeifTurns(file);
+    Demand(ReadXmp(file).size() <= bytes.size());
     ::close(number);
     PictureInfoReader reader;
     PictureInfo info;

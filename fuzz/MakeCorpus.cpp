@@ -226,6 +226,32 @@ template <class Settings> std::string PageWith(const char* marker, const Setting
     return page.Bytes();
 }
 
+void AddSidecars(Corpus& corpus) {
+    const std::string rdf =
+        "<rdf:RDF xmlns:rdf='http://www.w3.org/1999/02/22-rdf-syntax-ns#'>"
+        "<rdf:Description rdf:about='' xmlns:xmp='http://ns.adobe.com/xap/1.0/'";
+    const std::string elements =
+        "<?xpacket begin='\xEF\xBB\xBF' id='W5M0MpCehiHzreSzNTczkc9d'?>"
+        "<x:xmpmeta xmlns:x='adobe:ns:meta/'>" +
+        rdf +
+        "><xmp:Rating>3</xmp:Rating></rdf:Description></rdf:RDF></x:xmpmeta><?xpacket end='w'?>";
+    corpus.Add("sidecar", "elements", elements);
+    corpus.Add("sidecar", "attributes",
+               rdf + " xmlns:d='http://www.digikam.org/ns/1.0/' xmp:Rating='-1.0' d:PickLabel='1'/>"
+                     "</rdf:RDF>");
+    corpus.Add("sidecar", "structures",
+               rdf + " xmlns:my='http://example.org/my#'><my:list><rdf:Seq><rdf:li my:a='1'/>"
+                     "</rdf:Seq></my:list><my:text xml:lang='x-default'>a</my:text>"
+                     "</rdf:Description></rdf:RDF>");
+    std::string wide = "\xFF\xFE"s;
+    for (const char c : rdf + " xmp:Rating='4'/></rdf:RDF>") wide += c + "\0"s;
+    corpus.Add("sidecar", "utf16", wide);
+    corpus.Add("sidecar", "kept", "mark k3 6 /a.jpg\nmark -0 2 /b\n");
+    const std::string block = "http://ns.adobe.com/xap/1.0/\0"s + elements;
+    corpus.Add("exif", "jpeg_xmp",
+               "\xFF\xD8\xFF\xE1"s + HighFirst(block.size() + 2, 2) + block + "\xFF\xDA"s);
+}
+
 void AddTexts(Corpus& corpus) {
     corpus.Add("saved_values", "page", PageWith("<!--TarnView saved settings", HtmlSettings()));
     corpus.Add("saved_values", "gallery", PageWith("<!--TarnView", GallerySettings()));
@@ -332,6 +358,7 @@ int main(int argc, char** argv) {
     AddTelescopes(corpus);
     AddXisf(corpus);
     AddClips(corpus);
+    AddSidecars(corpus);
     AddTexts(corpus);
     AddWholePictures(corpus);
     AddAnswers(corpus);

@@ -26,6 +26,7 @@ public:
     std::optional<Mark> MarkOf(const std::string& path) override;
     bool AllRead() override;
     bool IsKeptAside(const std::string& path) override;
+    using MarkCommands::SetMarks;
     void SetMarks(const std::vector<MarkWish>& wishes) override;
     void Flush() override;
     void SidecarsChanged() override { ShowList(); }

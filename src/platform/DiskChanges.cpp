@@ -44,6 +44,16 @@ bool WriteInPlace(const std::string& path, std::string_view old, std::string_vie
     return Fail(error, why);
 }
 
+// The owner's as far as the user may give a file away, then the mode, which that cuts.
+bool TakeAfter(int file, const std::string& target) {
+    struct stat info {};
+    if (::stat(target.c_str(), &info) != 0) return false;
+    if (::fchown(file, info.st_uid, info.st_gid) != 0 &&
+        ::fchown(file, static_cast<uid_t>(-1), info.st_gid) != 0)
+        errno = 0; // it becomes the user's
+    return ::fchmod(file, ModeOf(target)) == 0;
+}
+
 bool SameFile(const struct stat& a, const struct stat& b) {
     return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
 }
@@ -85,8 +95,7 @@ bool DiskChanges::Write(const std::string& path, std::string_view bytes, std::st
             stands && noLeave ? ReadWhole(*this, target, kMostInPlace, error) : std::nullopt;
         return old ? WriteInPlace(target, *old, bytes, error) : Fail(error, why);
     }
-    const mode_t mode = stands ? ModeOf(target) : 0;
-    if (!WriteAll(file.Number(), bytes) || (stands && ::fchmod(file.Number(), mode) != 0) ||
+    if (!WriteAll(file.Number(), bytes) || (stands && !TakeAfter(file.Number(), target)) ||
         !file.Place())
         return Fail(error);
     return true;

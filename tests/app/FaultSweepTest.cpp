@@ -147,6 +147,12 @@ const std::vector<std::pair<const char*, Act>> kCommands{
     {"delete only", [](World& w) { w.c.DeleteOnlyButton->trigger(); }},
     {"delete and undo", [](World& w) { w.Key(Qt::Key_Delete), w.c.UndoButton->trigger(); }},
     {"delete fits", [](World& w) { w.c.DeleteAllFitsButton->trigger(); }},
+    {"mark",
+     [](World& w) {
+         w.house.marks.SetMarks({w.At("a.jpg"), w.At("b.jpg")}, Decide(Decision::Reject));
+         w.house.marks.Flush();
+         QCoreApplication::processEvents();
+     }},
     {"rename", [](World& w) { w.Rename("b.jpg"); }},
     {"rename and undo", [](World& w) { w.Rename("z.jpg"), w.c.UndoButton->trigger(); }},
     {"duplicate", [](World& w) { w.Duplicate("b.jpg"); }},

@@ -164,6 +164,7 @@ struct RecordingMarks : MarkCommands, Recorder {
     }
     bool AllRead() override { return true; }
     bool IsKeptAside(const std::string&) override { return false; }
+    using MarkCommands::SetMarks;
     void SetMarks(const std::vector<MarkWish>& wishes) override {
         for (const MarkWish& wish : wishes)
             marks[wish.path] = Changed(marks[wish.path], wish.change);
