@@ -38,11 +38,16 @@ Belonging Belongings::NoteOf(const std::string& name) const {
     return note;
 }
 
-const SidecarNames& Belongings::SidecarsOf(const std::string& folder) {
+// Of a folder that cannot be read those are asked for that are spelt as their picture is.
+const SidecarNames& Belongings::SidecarsFor(const std::string& picture) {
+    const std::string folder = FolderOf(picture);
     const auto known = m_sidecars.find(folder);
     if (known != m_sidecars.end()) return known->second;
-    const auto names = m_files.FileNames(folder);
-    return m_sidecars.emplace(folder, names ? SidecarNames(*names) : SidecarNames()).first->second;
+    if (const auto names = m_files.FileNames(folder))
+        return m_sidecars.emplace(folder, SidecarNames(*names)).first->second;
+    const std::string name = LastPart(picture);
+    m_guessed = SidecarNames({OwnSidecarName(name), SharedSidecarName(name)});
+    return m_guessed;
 }
 
 // It may have gone since its folder was read.
@@ -53,16 +58,16 @@ std::string Belongings::StandingPath(const std::string& folder, const std::strin
 }
 
 std::string Belongings::OwnSidecarOf(const std::string& picture) {
-    const std::string folder = FolderOf(picture);
-    return StandingPath(folder, SidecarsOf(folder).OwnOf(LastPart(picture)));
+    return StandingPath(FolderOf(picture), SidecarsFor(picture).OwnOf(LastPart(picture)));
 }
 
 std::string OtherWithSidecar(const Files& files, const std::string& sidecar,
                              const std::string& picture) {
     const std::string folded = FoldCase(LastPart(sidecar));
     const std::string name = LastPart(picture);
-    for (const std::string& other :
-         files.FileNames(FolderOf(sidecar)).value_or(std::vector<std::string>()))
+    const auto names = files.FileNames(FolderOf(sidecar));
+    if (!names) return "other pictures"; // it may be so
+    for (const std::string& other : *names)
         if (other != name && !IsSidecarName(other) && FoldCase(SharedSidecarName(other)) == folded)
             return other;
     return {};
@@ -82,7 +87,7 @@ std::vector<Belonging> Belongings::Of(const std::string& picture) {
     if (IsSidecarName(name)) return all;
     if (const std::string own = OwnSidecarOf(picture); !own.empty())
         all.push_back({BelongingKind::Sidecar, own, {}});
-    const std::string shared = StandingPath(folder, SidecarsOf(folder).SharedOf(name));
+    const std::string shared = StandingPath(folder, SidecarsFor(picture).SharedOf(name));
     if (!shared.empty() && (all.empty() || all.back().path != shared))
         all.push_back({BelongingKind::Sidecar, shared, OtherWithSidecar(m_files, shared, picture)});
     return all;

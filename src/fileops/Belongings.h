@@ -59,12 +59,13 @@ private:
     Belonging NoteOf(const std::string& name) const;
     std::string OtherWithNote(const std::string& noteName, const std::string& name,
                               const std::string& newName) const;
-    const SidecarNames& SidecarsOf(const std::string& folder);
+    const SidecarNames& SidecarsFor(const std::string& picture);
     std::string StandingPath(const std::string& folder, const std::string& name) const;
 
     const Files& m_files;
     NotesPlace m_notes;
     std::map<std::string, SidecarNames> m_sidecars; // by folder
+    SidecarNames m_guessed;                         // of a folder that could not be read
 };
 
 } // namespace tarn
