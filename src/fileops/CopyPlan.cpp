@@ -57,8 +57,11 @@ struct Folders {
     SidecarNames sidecars;
 
     bool Read(const CopyRequest& r, const Files& files, std::string* error) {
-        if (r.sidecars && !r.filesTo.empty())
-            if (const auto names = files.FileNames(r.filesFrom)) sidecars = SidecarNames(*names);
+        if (r.sidecars && !r.filesTo.empty()) {
+            const auto names = files.FileNames(r.filesFrom, error);
+            if (!names) return false;
+            sidecars = SidecarNames(*names);
+        }
         return (r.notesFrom.empty() || (notesFrom.Read(r.notesFrom, files, error) &&
                                         notesTo.Read(r.notesTo, files, error))) &&
                (r.filesTo.empty() || filesTo.Read(r.filesTo, files, error));

@@ -189,19 +189,17 @@ void MarkStore::Write() {
     }
 }
 
-// Nothing else changes what is being written.
+// Nothing else changes what is being written. Folders are read once for all of it.
 void MarkStore::WriteAll() {
-    std::map<std::string, SidecarNames> folders;
+    std::map<std::string, std::optional<SidecarNames>> folders;
     std::map<std::string, std::optional<MarkChange>> aside;
     for (const auto& [path, change] : m_writing) {
         const std::string folder = FolderOf(path);
-        auto names = folders.find(folder);
-        if (names == folders.end())
-            names =
-                folders
-                    .emplace(folder, SidecarsIn(m_files, folder, nullptr).value_or(SidecarNames()))
-                    .first;
-        TakeAnswer(path, change, WriteMark(m_files, path, names->second, change), aside);
+        const auto [names, isNew] = folders.try_emplace(folder);
+        WrittenMark written{false, {}, "the folder cannot be read", true, false};
+        if (isNew) names->second = SidecarsIn(m_files, folder, nullptr);
+        if (names->second) written = WriteMark(m_files, path, *names->second, change);
+        TakeAnswer(path, change, written, aside);
     }
     std::string error;
     if (!m_aside.Keep(aside, &error)) Tell("Marks are NOT kept - " + error);
