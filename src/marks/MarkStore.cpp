@@ -100,10 +100,14 @@ void MarkStore::Read() {
         m_asked.wait(lock, [this] { return m_ends || m_isWanted; });
         if (m_ends) return;
         m_isWanted = false;
-        const Wanted wanted = m_wanted;
-        if (wanted.folder != m_folder) m_known.clear();
+        // What is long is neither copied nor thrown away under the lock.
+        const Wanted wanted{m_wanted.generation, m_wanted.folder,
+                            std::exchange(m_wanted.names, {})};
+        std::unordered_map<std::string, Known> before;
+        if (wanted.folder != m_folder) before.swap(m_known);
         m_folder = wanted.folder;
         lock.unlock();
+        before.clear();
         std::string untold; // the marks that are known so far are shown
         const bool read = Guarded(untold, [&] { return ReadFolder(wanted); });
         lock.lock();
