@@ -88,6 +88,8 @@ double StepTime(AppDesk& desk) {
 void Open(const std::string& picture) {
     const Folder small(50, picture, 0);
     const Folder bare(kLarge, picture, 0);
+    for (int i = 0; i < kSidecars; ++i) // as many files that are not listed
+        std::ofstream(bare.At(NameOf(i) + ".other")) << "other";
     const Folder marked(kLarge, picture, kSidecars);
     AppDesk desk;
     desk.Start(small.Path());
