@@ -1,0 +1,130 @@
+#include "sky/stars/Deblend.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <utility>
+
+namespace tarn {
+
+namespace {
+
+constexpr float kLeastPart = 0.05F; // of a peak's height that it rises from its saddle
+
+class PeakFinder {
+public:
+    PeakFinder(const Footprint& footprint, float leastRise, std::vector<FootprintSample>& samples)
+        : m_left(footprint.left - 1), m_top(footprint.top - 1), m_stride(footprint.Width() + 2),
+          m_leastRise(leastRise), m_samples(samples),
+          m_at(std::size_t(m_stride) * std::size_t(footprint.Height() + 2), kNone) {
+        std::sort(samples.begin(), samples.end(),
+                  [](const auto& one, const auto& other) { return one.above > other.above; });
+    }
+
+    void Find(std::vector<Basin>& basins) {
+        m_peak.resize(m_samples.size());
+        m_number.resize(m_samples.size(), kNone);
+        for (std::size_t i = 0; i < m_samples.size(); ++i) Take(std::int32_t(i));
+        std::vector<std::int32_t> basin(m_samples.size(), kNone);
+        for (std::size_t i = 0; i < m_samples.size(); ++i) {
+            const std::int32_t root = RootOf(m_peak[i]);
+            if (basin[std::size_t(root)] == kNone) {
+                basin[std::size_t(root)] = std::int32_t(basins.size());
+                basins.emplace_back();
+            }
+            basins[std::size_t(basin[std::size_t(root)])].samples.push_back(m_samples[i]);
+        }
+    }
+
+private:
+    static constexpr std::int32_t kNone = -1;
+
+    // A summit is named by its highest sample. One that has met a higher one points to it.
+    struct Summit {
+        std::int32_t higher = kNone;
+        bool own = false; // rose enough from the saddle at which it met the higher one
+    };
+
+    std::int32_t& At(int x, int y) {
+        return m_at[std::size_t(y - m_top) * std::size_t(m_stride) + std::size_t(x - m_left)];
+    }
+    bool IsOwn(std::int32_t summit) const {
+        const Summit& known = m_summits[std::size_t(m_number[std::size_t(summit)])];
+        return known.higher == kNone || known.own;
+    }
+    // The summit of its own that this one has become a part of.
+    std::int32_t RootOf(std::int32_t summit) const {
+        while (!IsOwn(summit))
+            summit = m_summits[std::size_t(m_number[std::size_t(summit)])].higher;
+        return summit;
+    }
+    // The highest that this one has met, whether it is another's or its own.
+    std::int32_t HighestOf(std::int32_t summit) const {
+        for (;;) {
+            const std::int32_t higher = m_summits[std::size_t(m_number[std::size_t(summit)])].higher;
+            if (higher == kNone) return summit;
+            summit = higher;
+        }
+    }
+
+    void Take(std::int32_t index) {
+        const FootprintSample& sample = m_samples[std::size_t(index)];
+        std::int32_t highest = kNone;
+        std::int32_t steepest = kNone;
+        for (int dy = -1; dy <= 1; ++dy)
+            for (int dx = -1; dx <= 1; ++dx) {
+                const std::int32_t beside = At(sample.x + dx, sample.y + dy);
+                if (beside == kNone) continue;
+                if (steepest == kNone || beside < steepest) steepest = beside;
+                const std::int32_t summit = HighestOf(m_peak[std::size_t(beside)]);
+                highest = highest == kNone ? summit : Meet(highest, summit, sample.above);
+            }
+        At(sample.x, sample.y) = index;
+        if (steepest == kNone) {
+            m_number[std::size_t(index)] = std::int32_t(m_summits.size());
+            m_summits.emplace_back();
+            m_peak[std::size_t(index)] = index;
+        } else {
+            m_peak[std::size_t(index)] = RootOf(m_peak[std::size_t(steepest)]);
+        }
+    }
+
+    std::int32_t Meet(std::int32_t one, std::int32_t other, float saddle) {
+        if (one == other) return one;
+        const auto [higher, lower] = std::minmax(one, other); // sorted: the first is the highest
+        Summit& summit = m_summits[std::size_t(m_number[std::size_t(lower)])];
+        const float height = m_samples[std::size_t(lower)].above;
+        summit.higher = higher;
+        summit.own = height - saddle > std::max(m_leastRise, kLeastPart * height);
+        return higher;
+    }
+
+    int m_left;
+    int m_top;
+    int m_stride;
+    float m_leastRise;
+    std::vector<FootprintSample>& m_samples; // the highest first
+    std::vector<std::int32_t> m_at;          // index of the sample at each place, of those taken
+    std::vector<std::int32_t> m_peak;        // of each sample
+    std::vector<std::int32_t> m_number;      // of the summit that a sample is
+    std::vector<Summit> m_summits;
+};
+
+} // namespace
+
+void TakeApart(const Footprints& of, const Footprint& footprint, const SkyMesh& sky,
+               float leastRise, std::vector<Basin>& basins) {
+    std::vector<FootprintSample> samples;
+    samples.reserve(footprint.samples);
+    // The sky is as good as level below most of them.
+    const float level = sky.BackgroundAt((footprint.left + footprint.right) / 2,
+                                         (footprint.top + footprint.bottom) / 2);
+    for (std::size_t i = footprint.firstRun; i < footprint.firstRun + footprint.runs; ++i) {
+        const FootprintRun& run = of.runs[i];
+        for (int x = run.begin; x < run.end; ++x)
+            samples.push_back({x, run.y, of.values[run.values + std::size_t(x - run.begin)] - level});
+    }
+    PeakFinder(footprint, leastRise, samples).Find(basins);
+}
+
+} // namespace tarn

@@ -1,0 +1,40 @@
+// Frames of one series (one target, filter and exposure) judged beside each other.
+#pragma once
+
+#include "sky/stars/FrameMeasures.h"
+
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace tarn {
+
+// A point (x, y) of the frame stands at (a x + b y + c, d x + e y + f) of the reference.
+struct FrameMap {
+    double a = 1;
+    double b = 0;
+    double c = 0;
+    double d = 0;
+    double e = 1;
+    double f = 0;
+};
+
+// For each frame the flux of the stars that it has in common with the frame of most stars, over
+// theirs there, relative to the middle of the series: 1 is typical. kNotMeasured for frames with
+// fewer than 5 common stars, and for all when fewer than two have as many.
+//
+// `maps` lead to one reference, one for each frame or none; frames without one (and all, where
+// there are no maps) are laid over the frame of most stars by their brightest ones, shifted, or
+// turned by half and shifted.
+std::vector<double> TransparencyOf(std::span<const FrameMeasures> frames,
+                                   std::span<const std::optional<FrameMap>> maps = {});
+
+// 0 to 100 for each frame, kNotMeasured without a HFR: 100 times the product over hfr, elongation
+// 1 / sqrt(1 - eccentricity^2), transparency and noise of 1 / (1 + d / 4). d is how far the frame is
+// worse than the median of the series' best tenth, in robust deviations of the series (1.4826 times
+// the median of absolute deviations), which count at least 3 % of that best. What is not measured
+// counts as the best.
+std::vector<double> ScoresOf(std::span<const FrameMeasures> frames,
+                             std::span<const double> transparency);
+
+} // namespace tarn

@@ -1,0 +1,225 @@
+#include "sky/stars/SkyMesh.h"
+
+#include "sky/stars/RobustStatistics.h"
+
+#include <array>
+#include <cstdint>
+
+namespace tarn {
+
+namespace {
+
+constexpr int kFewSamples = 16; // of a cell, below which it says nothing
+constexpr int kSamplesASide = 16;
+constexpr float kClip = 3;
+constexpr float kLeastNoise = 1.0F / 4000; // of the range of values
+constexpr float kWhiteNoiseLeft = 0.375F; // of the weights 1 2 1 in both directions
+
+// Cells are wider than stars and narrower than what the sky does.
+int CellOf(int width, int height) {
+    const int side = std::min(width, height);
+    return side >= 2048 ? 128 : side >= 256 ? 64 : 32;
+}
+
+// Numbers as good as any, and the same each time.
+class Dither {
+public:
+    explicit Dither(float step) : m_step(step) {}
+    float operator()() {
+        m_state = m_state * 1664525U + 1013904223U;
+        return (float(m_state >> 8) * 0x1p-24F - 0.5F) * m_step;
+    }
+
+private:
+    float m_step;
+    std::uint32_t m_state = 1;
+};
+
+struct Level {
+    float median = std::numeric_limits<float>::quiet_NaN();
+    float noise = 0;
+};
+
+Level LevelOf(std::span<float> samples, std::vector<float>& room) {
+    const float median = MedianInPlace(samples);
+    room.resize(samples.size());
+    std::transform(samples.begin(), samples.end(), room.begin(),
+                   [&](float sample) { return std::abs(sample - median); });
+    return {median, float(kDeviationOfMad) * MedianInPlace(std::span(room))};
+}
+
+Level ClippedLevel(std::span<float> samples, std::vector<float>& room) {
+    Level level = LevelOf(samples, room);
+    for (int round = 0; round < 3 && level.noise > 0; ++round) {
+        const auto end = std::partition(samples.begin(), samples.end(), [&](float sample) {
+            return std::abs(sample - level.median) <= kClip * level.noise;
+        });
+        const auto left = std::size_t(end - samples.begin());
+        const bool clean = left + samples.size() / 50 >= samples.size();
+        samples = samples.first(left);
+        if (clean) break;
+        level = LevelOf(samples, room);
+    }
+    return level;
+}
+
+// What lies between two values that can be stored: noise of less than some of these steps has a
+// median deviation that jumps with them, unless the samples are spread over the steps.
+float StepOf(const ValuePlane& plane) {
+    if (plane.words) return float(std::abs(plane.scale));
+    const std::size_t stride = plane.Samples() / 4096 + 1;
+    for (std::size_t i = 0; i < plane.Samples(); i += stride) {
+        const float value = plane.floats[i];
+        if (std::isfinite(value) && value != std::floor(value)) return 0;
+    }
+    return 1;
+}
+
+float Smoothed(const ValuePlane& plane, int x, int y) {
+    constexpr std::array<float, 3> kWeights{0.25F, 0.5F, 0.25F};
+    float sum = 0;
+    for (int dy = -1; dy <= 1; ++dy)
+        for (int dx = -1; dx <= 1; ++dx)
+            sum += kWeights[std::size_t(dx + 1)] * kWeights[std::size_t(dy + 1)] *
+                   plane.At(x + dx, y + dy);
+    return sum;
+}
+
+} // namespace
+
+SkyMesh::SkyMesh(const ValuePlane& plane)
+    : m_width(plane.width), m_height(plane.height),
+      m_columns(std::max(1, plane.width / CellOf(plane.width, plane.height))),
+      m_rows(std::max(1, plane.height / CellOf(plane.width, plane.height))) {
+    MeasureCells(plane);
+    if (!m_hasData) return;
+    for (std::vector<float>* cells : {&m_levels, &m_noises}) EvenOut(*cells);
+    MeasureSmoothed(plane);
+}
+
+void SkyMesh::MeasureCells(const ValuePlane& plane) {
+    const float step = StepOf(plane);
+    Dither dither(step);
+    std::vector<float> samples;
+    std::vector<float> room;
+    std::vector<float> levels;
+    std::vector<float> noises;
+    float lowest = std::numeric_limits<float>::max();
+    float highest = std::numeric_limits<float>::lowest();
+    for (int row = 0; row < m_rows; ++row)
+        for (int column = 0; column < m_columns; ++column) {
+            const int left = int(std::int64_t(m_width) * column / m_columns);
+            const int right = int(std::int64_t(m_width) * (column + 1) / m_columns);
+            const int top = int(std::int64_t(m_height) * row / m_rows);
+            const int bottom = int(std::int64_t(m_height) * (row + 1) / m_rows);
+            const int strideX = std::max(1, (right - left) / kSamplesASide);
+            const int strideY = std::max(1, (bottom - top) / kSamplesASide);
+            samples.clear();
+            for (int y = top; y < bottom; y += strideY)
+                for (int x = left; x < right; x += strideX)
+                    if (const float value = plane.At(x, y); std::isfinite(value))
+                        samples.push_back(value);
+            for (const float sample : samples) {
+                lowest = std::min(lowest, sample);
+                highest = std::max(highest, sample);
+            }
+            Level level;
+            if (samples.size() >= std::size_t(kFewSamples)) {
+                // Samples all alike stay so.
+                const bool varied = std::any_of(samples.begin(), samples.end(),
+                                                [&](float each) { return each != samples[0]; });
+                if (varied)
+                    for (float& sample : samples) sample += dither();
+                level = ClippedLevel(samples, room);
+                if (varied)
+                    level.noise = std::sqrt(
+                        std::max(0.0F, level.noise * level.noise - step * step / 12));
+                levels.push_back(level.median);
+                noises.push_back(level.noise);
+            }
+            m_levels.push_back(level.median);
+            m_noises.push_back(level.noise);
+        }
+    m_hasData = !levels.empty();
+    if (!m_hasData) return;
+    const float range = highest - lowest;
+    m_background = MedianInPlace(std::span(levels));
+    m_noise = MedianInPlace(std::span(noises));
+    m_range = range;
+    for (std::size_t i = 0; i < m_levels.size(); ++i) {
+        if (!std::isfinite(m_levels[i])) {
+            m_levels[i] = m_background;
+            m_noises[i] = m_noise;
+        }
+        // A sky cut off at black has none; what stands above it must do so for all to see.
+        if (m_noises[i] <= 0) m_noises[i] = m_noise > 0 ? m_noise : range * kLeastNoise;
+    }
+}
+
+// Each cell becomes the median of itself and its neighbours, so that what fills one is no sky.
+void SkyMesh::EvenOut(std::vector<float>& cells) const {
+    const std::vector<float> before = cells;
+    std::array<float, 9> around{};
+    for (int row = 0; row < m_rows; ++row)
+        for (int column = 0; column < m_columns; ++column) {
+            std::size_t count = 0;
+            for (int y = std::max(0, row - 1); y <= std::min(m_rows - 1, row + 1); ++y)
+                for (int x = std::max(0, column - 1); x <= std::min(m_columns - 1, column + 1); ++x)
+                    around[count++] = before[std::size_t(y * m_columns + x)];
+            cells[std::size_t(row * m_columns + column)] =
+                MedianInPlace(std::span(around).first(count));
+        }
+}
+
+void SkyMesh::MeasureSmoothed(const ValuePlane& plane) {
+    m_noiseLeft = kWhiteNoiseLeft;
+    if (m_range <= 0 || m_width < 3 || m_height < 3) return;
+    constexpr int kASide = 64;
+    std::vector<float> smoothed;
+    const int strideX = std::max(1, m_width / kASide);
+    const int strideY = std::max(1, m_height / kASide);
+    for (int y = 1; y < m_height - 1; y += strideY)
+        for (int x = 1; x < m_width - 1; x += strideX) {
+            const float above = Smoothed(plane, x, y) - BackgroundAt(x, y);
+            const float noise = NoiseAt(x, y);
+            if (std::isfinite(above) && noise > 0) smoothed.push_back(above / noise);
+        }
+    if (smoothed.size() < std::size_t(kFewSamples)) return;
+    std::vector<float> room;
+    const float left = ClippedLevel(smoothed, room).noise;
+    if (left > 0) m_noiseLeft = std::clamp(left, kWhiteNoiseLeft / 2, 1.0F);
+}
+
+float SkyMesh::Between(const std::vector<float>& cells, float x, float y) const {
+    const float atX = std::clamp((x + 0.5F) * float(m_columns) / float(m_width) - 0.5F, 0.0F,
+                                 float(m_columns - 1));
+    const float atY =
+        std::clamp((y + 0.5F) * float(m_rows) / float(m_height) - 0.5F, 0.0F, float(m_rows - 1));
+    const int column = std::min(int(atX), std::max(0, m_columns - 2));
+    const int row = std::min(int(atY), std::max(0, m_rows - 2));
+    const auto cell = [&](int dx, int dy) {
+        return cells[std::size_t(std::min(row + dy, m_rows - 1) * m_columns +
+                                 std::min(column + dx, m_columns - 1))];
+    };
+    const float partX = atX - float(column);
+    const float partY = atY - float(row);
+    const float upper = cell(0, 0) + partX * (cell(1, 0) - cell(0, 0));
+    const float lower = cell(0, 1) + partX * (cell(1, 1) - cell(0, 1));
+    return upper + partY * (lower - upper);
+}
+
+void SkyMesh::Row(int y, float sigmas, float* to) const {
+    // Straight from one place to the next, which lie as close as the mesh has bends.
+    const int step = std::max(1, m_width / m_columns / 4);
+    const auto at = [&](int x) { return BackgroundAt(x, y) + sigmas * NoiseAt(x, y); };
+    float from = at(0);
+    for (int begin = 0; begin < m_width; begin += step) {
+        const int end = std::min(begin + step, m_width);
+        const float next = at(std::min(end, m_width - 1));
+        const float slope = (next - from) / float(end - begin);
+        for (int x = begin; x < end; ++x) to[x] = from + slope * float(x - begin);
+        from = next;
+    }
+}
+
+} // namespace tarn

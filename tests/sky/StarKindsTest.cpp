@@ -1,0 +1,202 @@
+// What only looks like a star is not counted, and frames without stars say so.
+#include "MadeSky.h"
+
+#include "sky/stars/FrameMeasures.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <map>
+
+using namespace tarn;
+using namespace tarn::testing;
+
+namespace {
+
+MadeSky Night(int stars, unsigned seed = 7, double fwhm = 3) {
+    MadeSky sky(800, 600, seed);
+    sky.AddLevel(1000);
+    sky.Scatter(stars, {.fwhm = fwhm, .beta = 4}, 800, 20000, 25);
+    return sky;
+}
+
+FrameMeasures RowOf(MadeSky& sky, double white = 65535) {
+    sky.Record(10, white);
+    return MeasureFrame(sky.Plane());
+}
+
+std::map<SourceKind, int> KindsOf(const MadeSky& sky) {
+    const SkyMesh mesh(sky.Plane());
+    std::map<SourceKind, int> kinds;
+    for (const Source& source : ListOf(sky.Plane(), mesh, FindFootprints(sky.Plane(), mesh, 4), 5).all)
+        ++kinds[source.kind];
+    return kinds;
+}
+
+} // namespace
+
+TEST(StarKinds, HotPixelsAndHitsAreNone) {
+    MadeSky clean = Night(60);
+    MadeSky sky = Night(60);
+    for (int i = 0; i < 300; ++i) sky.At(int(sky.Random(5, 795)), int(sky.Random(5, 595))) += 3000;
+    for (int i = 0; i < 30; ++i) { // hits: two or three pixels with sharp edges
+        const int x = int(sky.Random(5, 790));
+        const int y = int(sky.Random(5, 590));
+        for (int step = 0; step <= i % 2 + 1; ++step) sky.At(x + step, y + step) += 5000;
+    }
+    const FrameMeasures without = RowOf(clean);
+    const FrameMeasures with = RowOf(sky);
+    EXPECT_NEAR(with.stars, without.stars, 4);
+    EXPECT_NEAR(with.hfr, without.hfr, 0.02 * without.hfr);
+    EXPECT_GT(KindsOf(sky)[SourceKind::HotPixel], 200);
+    EXPECT_GE(KindsOf(sky)[SourceKind::Hit], 20);
+}
+
+TEST(StarKinds, TrailsAreNone) {
+    MadeSky sky = Night(60);
+    for (double x = 20; x < 780; x += 0.5) { // across the frame, and a short one
+        sky.Add({.x = x, .y = 100 + x / 3, .peak = 100, .fwhm = 3});
+        if (x < 60) sky.Add({.x = x, .y = 500 - x / 2, .peak = 400, .fwhm = 3});
+    }
+    MadeSky clean = Night(60);
+    const FrameMeasures without = RowOf(clean);
+    const FrameMeasures with = RowOf(sky);
+    EXPECT_NEAR(with.stars, without.stars, 6);
+    EXPECT_NEAR(with.eccentricity, without.eccentricity, 0.05);
+    EXPECT_GE(KindsOf(sky)[SourceKind::Trail], 2);
+}
+
+TEST(StarKinds, TrailedFramesHaveStars) {
+    MadeSky sky(800, 600, 3);
+    sky.AddLevel(1000);
+    const auto stars = sky.Scatter(40, {.fwhm = 5, .eccentricity = 0.95, .angle = 30}, 2000, 20000, 50);
+    const FrameMeasures row = RowOf(sky);
+    EXPECT_GE(row.stars, 30);
+    EXPECT_NEAR(row.eccentricity, 0.95, 0.03);
+}
+
+TEST(StarKinds, GalaxiesAndNebulaeAreNone) {
+    MadeSky clean = Night(60);
+    MadeSky sky = Night(60);
+    for (int i = 0; i < 12; ++i)
+        sky.Add({.x = 60.0 + 60 * i, .y = 300, .peak = 3000, .fwhm = 12, .beta = 2});
+    sky.Add({.x = 500, .y = 450, .peak = 2000, .fwhm = 160});
+    const FrameMeasures without = RowOf(clean);
+    const FrameMeasures with = RowOf(sky);
+    EXPECT_NEAR(with.hfr, without.hfr, 0.03 * without.hfr);
+    EXPECT_NEAR(with.stars, without.stars, 6);
+    EXPECT_GE(KindsOf(sky)[SourceKind::Wide], 8);
+}
+
+TEST(StarKinds, SaturatedStarsAreCountedApart) {
+    MadeSky sky = Night(60);
+    for (int i = 0; i < 8; ++i)
+        sky.Add({.x = 60.0 + 90 * i, .y = 300, .peak = 300000, .fwhm = 4, .beta = 4});
+    const FrameMeasures row = RowOf(sky, 50000);
+    EXPECT_EQ(row.saturated, 8);
+    EXPECT_NEAR(row.fwhm, 3, 0.06);
+    MadeSky unsaturated = Night(60);
+    EXPECT_EQ(RowOf(unsaturated).saturated, 0);
+}
+
+TEST(StarKinds, BlendsAndBorderAreKnown) {
+    MadeSky sky(400, 400);
+    sky.AddLevel(1000);
+    sky.Scatter(30, {.fwhm = 4}, 3000, 3000.1, 40);
+    sky.Record(10);
+    const int alone = MeasureFrame(sky.Plane()).stars;
+    MadeSky crowded(400, 400);
+    crowded.AddLevel(1000);
+    for (const MadeStar& star : crowded.Scatter(30, {.fwhm = 4}, 3000, 3000.1, 40))
+        crowded.Add({.x = star.x + 4.5, .y = star.y, .peak = 2500, .fwhm = 4});
+    crowded.Add({.x = 200, .y = 0, .peak = 5000, .fwhm = 4});
+    crowded.Record(10);
+    auto kinds = KindsOf(crowded);
+    EXPECT_LT(MeasureFrame(crowded.Plane()).stars, alone / 4);
+    EXPECT_GE(kinds[SourceKind::Blended], alone);
+    EXPECT_GE(kinds[SourceKind::Border], 1);
+}
+
+TEST(StarKinds, DefocusedStarsAreStars) {
+    MadeSky sky(1200, 900, 5);
+    sky.AddLevel(1000);
+    const auto stars = sky.Scatter(60, {.fwhm = 16}, 400, 8000, 90);
+    const FrameMeasures row = RowOf(sky);
+    EXPECT_NEAR(row.hfr, 8, 0.4);
+    EXPECT_NEAR(row.stars, 58, 6);
+}
+
+TEST(StarKinds, GradientsAndGapsDoNoHarm) {
+    MadeSky sky = Night(60);
+    sky.AddLevel(0, 2, 1.5);
+    sky.Record(10);
+    for (int y = 0; y < 600; ++y) sky.At(300, y) = std::nanf("");
+    for (int y = 100; y < 200; ++y)
+        for (int x = 500; x < 600; ++x) sky.At(x, y) = std::nanf("");
+    const FrameMeasures row = MeasureFrame(sky.Plane());
+    EXPECT_NEAR(row.fwhm, 3, 0.06);
+    EXPECT_GE(row.stars, 50);
+    EXPECT_LE(row.stars, 60);
+}
+
+// Each has its reason, and no number that means nothing.
+TEST(StarKinds, FramesWithoutStarsSayWhy) {
+    const auto faultOf = [](MadeSky& sky) {
+        const FrameMeasures row = MeasureFrame(sky.Plane());
+        EXPECT_TRUE(std::isnan(row.hfr)) << row.fault;
+        EXPECT_TRUE(std::isnan(row.fwhm)) << row.fault;
+        EXPECT_TRUE(std::isnan(row.eccentricity)) << row.fault;
+        EXPECT_LT(row.stars, kFewestStars) << row.fault;
+        return row.fault;
+    };
+    MadeSky none(300, 200);
+    for (int y = 0; y < 200; ++y)
+        for (int x = 0; x < 300; ++x) none.At(x, y) = std::nanf("");
+    EXPECT_EQ(faultOf(none), "no data");
+    MadeSky blank(300, 200);
+    blank.AddLevel(500);
+    EXPECT_EQ(faultOf(blank), "blank: all values are alike");
+    MadeSky empty(300, 200);
+    empty.AddLevel(500);
+    empty.Record(5);
+    EXPECT_EQ(faultOf(empty), "no stars");
+    MadeSky few(300, 200);
+    few.AddLevel(500);
+    few.Scatter(4, {.fwhm = 3}, 2000, 5000, 40);
+    few.Record(5);
+    EXPECT_EQ(faultOf(few), "fewer than 5 stars");
+    MadeSky moon(600, 400, 9);
+    moon.AddLevel(100);
+    for (int y = 0; y < 400; ++y)
+        for (int x = 0; x < 600; ++x)
+            if (std::hypot(x - 300, y - 200) < 150) moon.At(x, y) += float(20000 + 5000 * std::sin(x / 9.0) * std::cos(y / 7.0));
+    moon.Record(5);
+    faultOf(moon);
+    MadeSky landscape(600, 400, 11);
+    for (int i = 0; i < 4000; ++i) {
+        const int x = int(landscape.Random(0, 590));
+        const int y = int(landscape.Random(0, 390));
+        const int width = int(landscape.Random(2, 40));
+        const int height = int(landscape.Random(2, 40));
+        const double value = landscape.Random(1000, 40000);
+        for (int row = y; row < std::min(400, y + height); ++row)
+            for (int column = x; column < std::min(600, x + width); ++column)
+                landscape.At(column, row) = float(value);
+    }
+    landscape.Record(5);
+    faultOf(landscape);
+    MadeSky dark(600, 400, 12);
+    dark.AddLevel(200);
+    for (int i = 0; i < 2000; ++i) dark.At(int(dark.Random(1, 599)), int(dark.Random(1, 399))) += float(dark.Random(100, 20000));
+    dark.Record(5);
+    faultOf(dark);
+}
+
+TEST(StarKinds, TinyPlanesAreMeasuredAsFarAsTheyGo) {
+    for (const auto& [width, height] : {std::pair{1, 1}, {2, 3}, {1, 50}, {40, 2}, {17, 17}}) {
+        MadeSky sky(width, height);
+        sky.AddLevel(100);
+        sky.Record(5);
+        const FrameMeasures row = MeasureFrame(sky.Plane());
+        EXPECT_NE(row.fault, "") << width << " x " << height;
+    }
+}
