@@ -9,7 +9,7 @@ namespace tarn {
 
 namespace {
 
-constexpr float kLeastPart = 0.05F; // of a peak's height that it rises from its saddle
+constexpr float kLeastPart = 0.03F; // of a peak's height that it rises from its saddle
 
 class PeakFinder {
 public:
@@ -61,7 +61,8 @@ private:
     // The highest that this one has met, whether it is another's or its own.
     std::int32_t HighestOf(std::int32_t summit) const {
         for (;;) {
-            const std::int32_t higher = m_summits[std::size_t(m_number[std::size_t(summit)])].higher;
+            const std::int32_t higher =
+                m_summits[std::size_t(m_number[std::size_t(summit)])].higher;
             if (higher == kNone) return summit;
             summit = higher;
         }
@@ -122,7 +123,8 @@ void TakeApart(const Footprints& of, const Footprint& footprint, const SkyMesh& 
     for (std::size_t i = footprint.firstRun; i < footprint.firstRun + footprint.runs; ++i) {
         const FootprintRun& run = of.runs[i];
         for (int x = run.begin; x < run.end; ++x)
-            samples.push_back({x, run.y, of.values[run.values + std::size_t(x - run.begin)] - level});
+            samples.push_back(
+                {x, run.y, of.values[run.values + std::size_t(x - run.begin)] - level});
     }
     PeakFinder(footprint, leastRise, samples).Find(basins);
 }

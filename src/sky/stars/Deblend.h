@@ -19,8 +19,8 @@ struct Basin {
 };
 
 // A peak counts as one of its own when it rises from its saddle by `leastRise`, in values of the
-// plane, and by a twentieth of its height. A sample belongs to the peak that the steepest way up
-// from it leads to.
+// plane, and by three hundredths of its height. A sample belongs to the peak that the steepest way
+// up from it leads to.
 void TakeApart(const Footprints& of, const Footprint& footprint, const SkyMesh& sky,
                float leastRise, std::vector<Basin>& basins);
 

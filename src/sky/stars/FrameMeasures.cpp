@@ -10,11 +10,12 @@ namespace tarn {
 
 namespace {
 
-constexpr float kFootprint = 4; // deviations of the smoothed noise where a source ends
-constexpr float kSource = 5;    // and that its peak has at least
-constexpr std::size_t kSized = 200;   // stars that a median needs at most
-constexpr std::size_t kEnough = 40;   // and that are enough to leave the doubtful ones out
-constexpr double kShapeless = 0.15;   // of the peak that a fit leaves of what is no star
+constexpr float kFootprint = 4;     // deviations of the smoothed noise where a source ends
+constexpr float kSource = 5;        // and that its peak has at least
+constexpr std::size_t kSized = 200; // stars that a median needs at most
+constexpr std::size_t kEnough = 40; // and that are enough to leave the doubtful ones out
+constexpr double kUneven = 0.35;    // of the median size: what is no star has any size
+constexpr double kShapeless = 0.15; // of the peak that a fit leaves of what is no star
 
 struct Searched {
     SkyMesh sky;
@@ -69,7 +70,11 @@ bool AreStars(const std::vector<SizedStar>& sized) {
     const auto fitting = std::count_if(sized.begin(), sized.end(), [](const SizedStar& each) {
         return std::isfinite(each.star.fwhm) && each.misfit < kShapeless;
     });
-    return std::size_t(fitting) * 2 >= sized.size();
+    std::vector<double> sizes;
+    for (const SizedStar& each : sized)
+        if (std::isfinite(each.star.hfr)) sizes.push_back(each.star.hfr);
+    return std::size_t(fitting) * 2 >= sized.size() &&
+           DeviationOf(sizes) < kUneven * MedianOf(sizes);
 }
 
 void TakeSizes(const ValuePlane& plane, const Searched& found, FrameMeasures& measures) {

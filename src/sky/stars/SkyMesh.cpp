@@ -12,7 +12,10 @@ namespace {
 constexpr int kFewSamples = 16; // of a cell, below which it says nothing
 constexpr int kSamplesASide = 16;
 constexpr float kClip = 3;
+constexpr float kFar = 2;                  // deviations of a cell's samples
 constexpr float kLeastNoise = 1.0F / 4000; // of the range of values
+constexpr float kSlope =
+    0.95F; // of the cells' deviations, less than which is left above a sloping sky
 constexpr float kWhiteNoiseLeft = 0.375F; // of the weights 1 2 1 in both directions
 
 // Cells are wider than stars and narrower than what the sky does.
@@ -92,9 +95,13 @@ SkyMesh::SkyMesh(const ValuePlane& plane)
       m_columns(std::max(1, plane.width / CellOf(plane.width, plane.height))),
       m_rows(std::max(1, plane.height / CellOf(plane.width, plane.height))) {
     MeasureCells(plane);
+    FillGaps();
     if (!m_hasData) return;
-    for (std::vector<float>* cells : {&m_levels, &m_noises}) EvenOut(*cells);
-    MeasureSmoothed(plane);
+    TakeMiddles();
+    const std::vector<float> noises = m_noises;
+    EvenOut(m_levels, noises);
+    EvenOut(m_noises, noises);
+    MeasureNoise(plane);
 }
 
 void SkyMesh::MeasureCells(const ValuePlane& plane) {
@@ -102,29 +109,19 @@ void SkyMesh::MeasureCells(const ValuePlane& plane) {
     Dither dither(step);
     std::vector<float> samples;
     std::vector<float> room;
-    std::vector<float> levels;
-    std::vector<float> noises;
     float lowest = std::numeric_limits<float>::max();
     float highest = std::numeric_limits<float>::lowest();
     for (int row = 0; row < m_rows; ++row)
         for (int column = 0; column < m_columns; ++column) {
-            const int left = int(std::int64_t(m_width) * column / m_columns);
-            const int right = int(std::int64_t(m_width) * (column + 1) / m_columns);
-            const int top = int(std::int64_t(m_height) * row / m_rows);
-            const int bottom = int(std::int64_t(m_height) * (row + 1) / m_rows);
-            const int strideX = std::max(1, (right - left) / kSamplesASide);
-            const int strideY = std::max(1, (bottom - top) / kSamplesASide);
-            samples.clear();
-            for (int y = top; y < bottom; y += strideY)
-                for (int x = left; x < right; x += strideX)
-                    if (const float value = plane.At(x, y); std::isfinite(value))
-                        samples.push_back(value);
+            const std::size_t places = TakeSamples(plane, column, row, samples);
             for (const float sample : samples) {
                 lowest = std::min(lowest, sample);
                 highest = std::max(highest, sample);
             }
+            m_hasData = m_hasData || !samples.empty();
             Level level;
-            if (samples.size() >= std::size_t(kFewSamples)) {
+            // Half of a cell does not stand where the cell does.
+            if (samples.size() * 2 >= places && !samples.empty()) {
                 // Samples all alike stay so.
                 const bool varied = std::any_of(samples.begin(), samples.end(),
                                                 [&](float each) { return each != samples[0]; });
@@ -132,71 +129,128 @@ void SkyMesh::MeasureCells(const ValuePlane& plane) {
                     for (float& sample : samples) sample += dither();
                 level = ClippedLevel(samples, room);
                 if (varied)
-                    level.noise = std::sqrt(
-                        std::max(0.0F, level.noise * level.noise - step * step / 12));
-                levels.push_back(level.median);
-                noises.push_back(level.noise);
+                    level.noise =
+                        std::sqrt(std::max(0.0F, level.noise * level.noise - step * step / 12));
             }
             m_levels.push_back(level.median);
             m_noises.push_back(level.noise);
         }
-    m_hasData = !levels.empty();
-    if (!m_hasData) return;
-    const float range = highest - lowest;
-    m_background = MedianInPlace(std::span(levels));
-    m_noise = MedianInPlace(std::span(noises));
-    m_range = range;
-    for (std::size_t i = 0; i < m_levels.size(); ++i) {
-        if (!std::isfinite(m_levels[i])) {
-            m_levels[i] = m_background;
-            m_noises[i] = m_noise;
+    if (m_hasData) m_range = highest - lowest;
+}
+
+// Of a cell, at equal distances; gives how many there would be if all had data.
+std::size_t SkyMesh::TakeSamples(const ValuePlane& plane, int column, int row,
+                                 std::vector<float>& samples) const {
+    const int left = int(std::int64_t(m_width) * column / m_columns);
+    const int right = int(std::int64_t(m_width) * (column + 1) / m_columns);
+    const int top = int(std::int64_t(m_height) * row / m_rows);
+    const int bottom = int(std::int64_t(m_height) * (row + 1) / m_rows);
+    const int strideX = std::max(1, (right - left) / kSamplesASide);
+    const int strideY = std::max(1, (bottom - top) / kSamplesASide);
+    std::size_t places = 0;
+    samples.clear();
+    for (int y = top; y < bottom; y += strideY)
+        for (int x = left; x < right; x += strideX) {
+            ++places;
+            if (const float value = plane.At(x, y); std::isfinite(value)) samples.push_back(value);
         }
-        // A sky cut off at black has none; what stands above it must do so for all to see.
-        if (m_noises[i] <= 0) m_noises[i] = m_noise > 0 ? m_noise : range * kLeastNoise;
+    return places;
+}
+
+// Cells without data become as those beside them, from their edges inwards.
+void SkyMesh::FillGaps() {
+    const auto isKnown = [](float level) { return std::isfinite(level); };
+    if (std::none_of(m_levels.begin(), m_levels.end(), isKnown))
+        m_hasData = false; // nothing but scattered samples
+    while (m_hasData && !std::all_of(m_levels.begin(), m_levels.end(), isKnown)) {
+        const std::vector<float> levels = m_levels;
+        const std::vector<float> noises = m_noises;
+        for (int at = 0; at < m_columns * m_rows; ++at) {
+            if (isKnown(levels[std::size_t(at)])) continue;
+            Level sum{0, 0};
+            int count = 0;
+            ForEachBeside(at, [&](std::size_t beside) {
+                if (!isKnown(levels[beside])) return;
+                sum.median += levels[beside];
+                sum.noise += noises[beside];
+                ++count;
+            });
+            if (count == 0) continue;
+            m_levels[std::size_t(at)] = sum.median / float(count);
+            m_noises[std::size_t(at)] = sum.noise / float(count);
+        }
     }
 }
 
-// Each cell becomes the median of itself and its neighbours, so that what fills one is no sky.
-void SkyMesh::EvenOut(std::vector<float>& cells) const {
-    const std::vector<float> before = cells;
-    std::array<float, 9> around{};
-    for (int row = 0; row < m_rows; ++row)
-        for (int column = 0; column < m_columns; ++column) {
-            std::size_t count = 0;
-            for (int y = std::max(0, row - 1); y <= std::min(m_rows - 1, row + 1); ++y)
-                for (int x = std::max(0, column - 1); x <= std::min(m_columns - 1, column + 1); ++x)
-                    around[count++] = before[std::size_t(y * m_columns + x)];
-            cells[std::size_t(row * m_columns + column)] =
-                MedianInPlace(std::span(around).first(count));
-        }
+void SkyMesh::TakeMiddles() {
+    std::vector<float> room = m_levels;
+    m_background = MedianInPlace(std::span(room));
+    room = m_noises;
+    m_noise = MedianInPlace(std::span(room));
+    // A sky cut off at black has none; what stands above it must do so for all to see.
+    for (float& noise : m_noises)
+        if (noise <= 0) noise = m_noise > 0 ? m_noise : m_range * kLeastNoise;
 }
 
-void SkyMesh::MeasureSmoothed(const ValuePlane& plane) {
+template <typename Visit> void SkyMesh::ForEachBeside(int cell, const Visit& visit) const {
+    const int row = cell / m_columns;
+    const int column = cell % m_columns;
+    for (int y = std::max(0, row - 1); y <= std::min(m_rows - 1, row + 1); ++y)
+        for (int x = std::max(0, column - 1); x <= std::min(m_columns - 1, column + 1); ++x)
+            visit(std::size_t(y * m_columns + x));
+}
+
+// A cell far from its neighbours is filled by something else than the sky, and becomes as they are.
+void SkyMesh::EvenOut(std::vector<float>& cells, const std::vector<float>& noises) const {
+    const std::vector<float> before = cells;
+    std::vector<float> around;
+    for (int at = 0; at < m_columns * m_rows; ++at) {
+        around.clear();
+        ForEachBeside(at, [&](std::size_t beside) { around.push_back(before[beside]); });
+        const float middle = MedianInPlace(std::span(around));
+        float& cell = cells[std::size_t(at)];
+        if (std::abs(cell - middle) > kFar * noises[std::size_t(at)]) cell = middle;
+    }
+}
+
+// The cells' own deviations have the slope of the sky in them; these, from what is left above the
+// mesh, have not.
+void SkyMesh::MeasureNoise(const ValuePlane& plane) {
     m_noiseLeft = kWhiteNoiseLeft;
     if (m_range <= 0 || m_width < 3 || m_height < 3) return;
-    constexpr int kASide = 64;
+    constexpr int kASide = 100;
+    const float step = StepOf(plane);
+    Dither dither(step);
+    std::vector<float> plain;
     std::vector<float> smoothed;
     const int strideX = std::max(1, m_width / kASide);
     const int strideY = std::max(1, m_height / kASide);
     for (int y = 1; y < m_height - 1; y += strideY)
         for (int x = 1; x < m_width - 1; x += strideX) {
-            const float above = Smoothed(plane, x, y) - BackgroundAt(x, y);
+            const float level = BackgroundAt(x, y);
             const float noise = NoiseAt(x, y);
-            if (std::isfinite(above) && noise > 0) smoothed.push_back(above / noise);
+            const float above = Smoothed(plane, x, y) - level;
+            if (!std::isfinite(above)) continue;
+            smoothed.push_back(above / noise);
+            plain.push_back((plane.At(x, y) - level + dither()) / noise);
         }
     if (smoothed.size() < std::size_t(kFewSamples)) return;
     std::vector<float> room;
+    const float all = ClippedLevel(plain, room).noise;
     const float left = ClippedLevel(smoothed, room).noise;
-    if (left > 0) m_noiseLeft = std::clamp(left, kWhiteNoiseLeft / 2, 1.0F);
+    if (m_noise > 0 && all > 0 && all < kSlope) {
+        for (float& noise : m_noises) noise *= all;
+        m_noise = std::sqrt(std::max(0.0F, all * all * m_noise * m_noise - step * step / 12));
+    }
+    if (left > 0 && all > 0) m_noiseLeft = std::clamp(left / all, kWhiteNoiseLeft / 2, 1.0F);
 }
 
 float SkyMesh::Between(const std::vector<float>& cells, float x, float y) const {
-    const float atX = std::clamp((x + 0.5F) * float(m_columns) / float(m_width) - 0.5F, 0.0F,
-                                 float(m_columns - 1));
-    const float atY =
-        std::clamp((y + 0.5F) * float(m_rows) / float(m_height) - 0.5F, 0.0F, float(m_rows - 1));
-    const int column = std::min(int(atX), std::max(0, m_columns - 2));
-    const int row = std::min(int(atY), std::max(0, m_rows - 2));
+    // Beyond the outer middles the line goes on.
+    const float atX = (x + 0.5F) * float(m_columns) / float(m_width) - 0.5F;
+    const float atY = (y + 0.5F) * float(m_rows) / float(m_height) - 0.5F;
+    const int column = std::clamp(int(atX), 0, std::max(0, m_columns - 2));
+    const int row = std::clamp(int(atY), 0, std::max(0, m_rows - 2));
     const auto cell = [&](int dx, int dy) {
         return cells[std::size_t(std::min(row + dy, m_rows - 1) * m_columns +
                                  std::min(column + dx, m_columns - 1))];

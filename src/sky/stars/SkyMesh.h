@@ -36,8 +36,13 @@ public:
 
 private:
     void MeasureCells(const ValuePlane& plane);
-    void EvenOut(std::vector<float>& cells) const;
-    void MeasureSmoothed(const ValuePlane& plane);
+    std::size_t TakeSamples(const ValuePlane& plane, int column, int row,
+                            std::vector<float>& samples) const;
+    void FillGaps();
+    void TakeMiddles();
+    template <typename Visit> void ForEachBeside(int cell, const Visit& visit) const;
+    void EvenOut(std::vector<float>& cells, const std::vector<float>& noises) const;
+    void MeasureNoise(const ValuePlane& plane);
     float Between(const std::vector<float>& cells, float x, float y) const;
 
     int m_width;

@@ -12,10 +12,12 @@ namespace {
 
 constexpr std::size_t kModels = 300; // bright sources that say how wide a star is
 constexpr double kHotPart = 0.12;    // of the peak that the samples beside it have at most
+constexpr double kLeastArea = 2;     // samples; no optics draw a star that small
 constexpr double kNarrow = 0.5;      // of the typical area
 constexpr double kBroad = 3;         // the same
 constexpr double kPointed = 1.3;     // of the typical ratio of peak and smoothed peak
 constexpr double kLongest = 2.5;     // of the typical ratio of the axes
+constexpr double kDouble = 1.3;      // of the typical area and ratio of the axes: two stars in one
 constexpr double kBlended = 0.25;    // of the flux that neighbours may add
 constexpr double kNearPlateau = 0.01;
 
@@ -48,8 +50,8 @@ double PlateauOf(const ValuePlane& plane, const SkyMesh& sky, const SourceList& 
 
 struct Typical {
     double area = 0;
-    double pointed = 1; // peak over smoothed peak
-    double long_ = 1;   // major over minor axis
+    double pointed = 1;    // peak over smoothed peak
+    double elongation = 1; // major over minor axis
 };
 
 Typical TypicalOf(const SkyMesh& sky, const SourceList& list) {
@@ -72,13 +74,15 @@ Typical TypicalOf(const SkyMesh& sky, const SourceList& list) {
 
 SourceKind ShapeOf(const Source& source, const Typical& typical, double noise) {
     const double ratio = source.minor > 0 ? source.major / source.minor : 100;
-    const double longest = kLongest * std::max(1.0, typical.long_);
+    const double longest = kLongest * std::max(1.0, typical.elongation);
     const double width = std::sqrt(typical.area);
     if (ratio > longest && source.length > 2.5 * width) return SourceKind::Trail;
     const double surePeak = source.peak - 2 * noise;
     if (surePeak > kPointed * typical.pointed * source.smoothed) return SourceKind::Hit;
     if (source.peak > 15 * noise && source.Area() < kNarrow * typical.area) return SourceKind::Hit;
     if (source.Area() > kBroad * typical.area) return SourceKind::Wide;
+    if (ratio > kDouble * typical.elongation && source.Area() > kDouble * typical.area)
+        return SourceKind::Blended;
     return SourceKind::Star;
 }
 
@@ -109,14 +113,22 @@ void FindBlends(SourceList& list) {
 
 std::string_view NameOf(SourceKind kind) {
     switch (kind) {
-    case SourceKind::Star: return "star";
-    case SourceKind::Saturated: return "saturated";
-    case SourceKind::Border: return "at the border";
-    case SourceKind::Blended: return "blended";
-    case SourceKind::HotPixel: return "hot pixel";
-    case SourceKind::Hit: return "hit";
-    case SourceKind::Trail: return "trail";
-    case SourceKind::Wide: return "wide";
+    case SourceKind::Star:
+        return "star";
+    case SourceKind::Saturated:
+        return "saturated";
+    case SourceKind::Border:
+        return "at the border";
+    case SourceKind::Blended:
+        return "blended";
+    case SourceKind::HotPixel:
+        return "hot pixel";
+    case SourceKind::Hit:
+        return "hit";
+    case SourceKind::Trail:
+        return "trail";
+    case SourceKind::Wide:
+        return "wide";
     }
     return "";
 }
@@ -139,6 +151,11 @@ void TellApart(const ValuePlane& plane, const SkyMesh& sky, SourceList& list) {
     }
     const Typical typical = TypicalOf(sky, list);
     if (typical.area <= 0) return;
+    if (typical.area < kLeastArea) {
+        for (Source& source : list.all)
+            if (source.kind == SourceKind::Star) source.kind = SourceKind::Hit;
+        return;
+    }
     list.sigma = std::sqrt(typical.area / (2 * std::numbers::pi));
     for (Source& source : list.all)
         if (source.kind == SourceKind::Star)

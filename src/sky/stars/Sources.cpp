@@ -6,13 +6,16 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 
 namespace tarn {
 
 namespace {
 
 constexpr float kLeastRise = 4; // deviations of the smoothed noise between a peak and its saddle
-constexpr double kFlat = 0.01;  // of the peak's height
+constexpr std::size_t kFewestSamples = 3;
+constexpr double kLine = 4;    // ratio of the axes of what is one long thing, however bumpy
+constexpr double kFlat = 0.01; // of the peak's height
 
 bool HasGapBeside(const ValuePlane& plane, const FootprintSample& sample) {
     for (const auto& [dx, dy] : {std::pair{-1, 0}, {1, 0}, {0, -1}, {0, 1}})
@@ -98,8 +101,8 @@ Source SourceOf(const ValuePlane& plane, const SkyMesh& sky, const Basin& basin)
     return source;
 }
 
-// Too wide for a star as a whole: its flux and place are of no use, its middle stands for it.
-Source WholeOf(const Footprints& footprints, const Footprint& footprint) {
+// Of the places alone that a footprint takes in: its flux is of no use.
+Source OutlineOf(const Footprints& footprints, const Footprint& footprint) {
     Source source;
     Moments moments;
     for (std::size_t i = footprint.firstRun; i < footprint.firstRun + footprint.runs; ++i) {
@@ -124,17 +127,23 @@ SourceList ListOf(const ValuePlane& plane, const SkyMesh& sky, const Footprints&
     SourceList list;
     const int widest = std::max(plane.width, plane.height) / 10;
     std::vector<Basin> basins;
+    const auto outline = [&](const Footprint& of) { return OutlineOf(footprints, of); };
     for (const Footprint& footprint : footprints.all) {
         if (std::max(footprint.Width(), footprint.Height()) > widest) {
-            list.all.push_back(WholeOf(footprints, footprint));
+            list.all.push_back(outline(footprint));
             continue;
         }
         const float noise = sky.NoiseLeft() * sky.NoiseAt((footprint.left + footprint.right) / 2,
                                                           (footprint.top + footprint.bottom) / 2);
         basins.clear();
-        TakeApart(footprints, footprint, sky, kLeastRise * noise, basins);
+        const bool isLine = footprint.samples > 30 &&
+                            std::max(footprint.Width(), footprint.Height()) > 15 &&
+                            outline(footprint).major > kLine * outline(footprint).minor;
+        constexpr float kNever = std::numeric_limits<float>::infinity();
+        TakeApart(footprints, footprint, sky, isLine ? kNever : kLeastRise * noise, basins);
         for (const Basin& basin : basins)
-            if (basin.samples.front().above >= sigmas * noise)
+            if (basin.samples.size() >= kFewestSamples &&
+                basin.samples.front().above >= sigmas * noise)
                 list.all.push_back(SourceOf(plane, sky, basin));
     }
     std::sort(list.all.begin(), list.all.end(),

@@ -13,6 +13,7 @@ namespace tarn {
 namespace {
 
 constexpr double kHalfFlux = 1.17741;   // radius of half of a Gaussian's flux, in deviations
+constexpr double kMostHalfFlux = 2;     // of profiles with wide wings
 constexpr double kFwhm = 2.35482;       // its width at half of its height
 constexpr double kGrowth = 6;           // half-flux radii that a star's flux is taken within
 constexpr double kFaintGrowth = 4;      // of one whose outer part is lost in the noise
@@ -21,13 +22,13 @@ constexpr double kCore = 2.9;           // deviations that a fit reaches to
 constexpr double kLeastCore = 2.5;      // samples
 constexpr double kNeighbour = 0.02;     // of a star's flux that a neighbour has to have
 constexpr double kNeighbourWidth = 2.5; // deviations around it that are its own
-constexpr double kSureFlux = 0.01;      // of the flux that its noise may be
+constexpr double kSureFlux = 0.06;      // of the flux that its noise may be
 constexpr std::size_t kLearned = 40;    // stars
 
 } // namespace
 
 StarSizer::StarSizer(const ValuePlane& plane, const SkyMesh& sky, const SourceList& list)
-    : m_plane(plane), m_sky(sky), m_list(list) {
+    : m_plane(plane), m_sky(sky), m_list(list), m_guess(kHalfFlux) {
     FindReaches();
 }
 
@@ -69,6 +70,7 @@ double StarSizer::SigmaOf(const Source& source) const {
 
 void StarSizer::LearnWings(std::span<const std::size_t> brightest) {
     std::vector<double> wings;
+    std::vector<double> guesses;
     for (const std::size_t index : brightest.first(std::min(kLearned, brightest.size()))) {
         const Source& source = m_list.all[index];
         const double noise = m_sky.NoiseAt(int(source.x), int(source.y));
@@ -81,8 +83,11 @@ void StarSizer::LearnWings(std::span<const std::size_t> brightest) {
             FitCore(m_plane, {source.x, source.y, source.peak, sigma},
                     std::max(kLeastCore, 1.3 * kCore * sigma), growth.Level(), noise, std::nullopt);
         if (fit) wings.push_back(fit->wings);
+        guesses.push_back(growth.HalfFluxRadius(reach) / sigma);
     }
-    if (wings.size() >= 3) m_wings = MedianOf(wings);
+    if (wings.size() < 3) return;
+    m_wings = MedianOf(wings);
+    m_guess = std::clamp(MedianOf(guesses), kHalfFlux, kMostHalfFlux);
 }
 
 void StarSizer::TakeFit(const Source& source, double level, SizedStar& sized) const {
@@ -103,9 +108,9 @@ void StarSizer::TakeFit(const Source& source, double level, SizedStar& sized) co
     const double major = std::max(0.0, fit->major * fit->major * cell * cell - added);
     const double minor = std::max(0.0, fit->minor * fit->minor * cell * cell - added);
     star.fwhm = kFwhm * std::pow(major * minor, 0.25);
-    const double noiseOfShape =
-        fit->shapeNoise * (fit->major * fit->major + fit->minor * fit->minor) * cell * cell /
-        std::max(1e-9, major + minor);
+    const double noiseOfShape = fit->shapeNoise *
+                                (fit->major * fit->major + fit->minor * fit->minor) * cell * cell /
+                                std::max(1e-9, major + minor);
     const double shape = (major - minor) / std::max(1e-9, major + minor);
     // Noise lengthens a star along both components of its shape.
     const double sure = std::sqrt(std::max(0.0, shape * shape - 2 * noiseOfShape * noiseOfShape));
@@ -124,11 +129,12 @@ SizedStar StarSizer::Size(std::size_t index) const {
     star.y = m_plane.ToPixels(source.y);
     star.peak = source.peak;
     star.flux = source.flux;
-    const double guess = kHalfFlux * SigmaOf(source);
+    const double guess = m_guess * SigmaOf(source);
     const double reach = kGrowth * guess;
     const GrowthCurve growth(m_plane, source.x, source.y, reach, kSkyRing * reach + 3,
                              m_sky.BackgroundAt(x, y));
-    const double outer = std::min(reach, m_reach[index]);
+    const bool isAlone = m_reach[index] >= FullReach();
+    const double outer = isAlone ? reach : std::min(reach, m_reach[index]);
     double total = outer;
     const double noise = m_sky.NoiseAt(x, y) * std::sqrt(std::numbers::pi) * outer;
     if (noise > kSureFlux * source.flux) total = std::min(total, kFaintGrowth * guess);

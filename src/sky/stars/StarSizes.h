@@ -20,7 +20,7 @@ class StarSizer {
 public:
     StarSizer(const ValuePlane& plane, const SkyMesh& sky, const SourceList& list);
 
-    // The wings of this plane's stars, from the best of them; others are fitted with the same.
+    // The wings of this plane's stars, from the best of them, by which all are measured.
     void LearnWings(std::span<const std::size_t> brightest);
 
     // One of the list, by its index.
@@ -40,6 +40,7 @@ private:
     const SourceList& m_list;
     std::vector<double> m_reach;
     std::optional<double> m_wings;
+    double m_guess; // half-flux radius of this plane's stars, in deviations of their peaks
 };
 
 } // namespace tarn
