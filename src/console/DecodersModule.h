@@ -14,6 +14,8 @@ struct DecodersModule {
     PageResult (*gallery)(const PageRequest& request);
     SheetResult (*sheet)(const SheetRequest& request);
     ThumbnailOutcome (*thumbnails)(const ThumbnailOrder& order);
+    std::vector<FrameMeasures> (*stars)(const std::vector<std::string>& paths);
+    std::vector<MeasuredStar> (*sources)(const std::string& path, std::string& fault);
 };
 
 } // namespace tarn

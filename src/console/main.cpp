@@ -6,6 +6,7 @@
 #include "console/InfoCommand.h"
 #include "console/PageCommands.h"
 #include "console/SheetCommand.h"
+#include "console/StarsCommand.h"
 #include "console/ThumbnailsCommand.h"
 #include "decoder/DecoderPool.h"
 
@@ -28,7 +29,10 @@ const std::vector<tarn::Subcommand>& Subcommands() {
          [](Words words) { return RunGallery(words, kProgramVersion, MakeGallery); }},
         {kSheetUsage, [](Words words) { return RunSheet(words, PrintSheet); }},
         {kThumbnailsUsage, [](Words words) { return RunThumbnails(words, ThumbnailsOfFolder); }},
-        {kDatesUsage, RunDates}};
+        {kDatesUsage, RunDates},
+        {kStarsUsage, [](Words words) {
+             return RunStars(words, {MeasureStars, ListStars});
+         }}};
     return kSubcommands;
 }
 

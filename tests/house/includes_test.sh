@@ -8,10 +8,12 @@ grep -rnE '^ *# *include *"[^"]+/' --include='*.h' --include='*.cpp' . | awk '
 BEGIN {
     floor = 0
     Floor("common/")
+    Floor("sky/stars/")
     Floor("platform/")
     Floor("decoder/")
     Floor("imaging/ clips/")
     Floor("decoder/program/")
+    Floor("sky/planes/ sky/measures/")
     Floor("widgets/")
     Floor("pictureinfo/")
     Floor("convert/ facts/")

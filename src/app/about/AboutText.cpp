@@ -4,6 +4,7 @@
 #include "decoder/DecoderPool.h"
 #include "imaging/ImagingLibraries.h"
 #include "platform/QtText.h"
+#include "sky/measures/MeasureLibraries.h"
 
 #include <QApplication>
 #include <QProxyStyle>
@@ -56,7 +57,7 @@ std::vector<Library> Libraries(Versions asked) {
         {"C library", std::to_string(__GLIBC__) + "." + std::to_string(__GLIBC_MINOR__),
          gnu_get_libc_version()},
     };
-    for (const auto& list : {ImagingLibraries(asked), MciLibraries(asked)})
+    for (const auto& list : {ImagingLibraries(asked), MciLibraries(asked), MeasureLibraries()})
         all.insert(all.end(), list.begin(), list.end());
     return all;
 }

@@ -15,8 +15,8 @@ namespace {
 
 constexpr int kMost = 7; // peak, x, y, the ellipse xx, yy, xy, wings
 constexpr int kRounds = 30;
-constexpr double kEnough = 1e-5;      // less of a step in a round ends the search
-constexpr double kLeastWings = 0.02;  // hardly another profile than the Gaussian
+constexpr double kEnough = 1e-5;     // less of a step in a round ends the search
+constexpr double kLeastWings = 0.02; // hardly another profile than the Gaussian
 constexpr double kMostWings = 0.8;
 constexpr double kLn2 = std::numbers::ln2;
 
@@ -80,8 +80,8 @@ public:
                 if (damping > 1e7) return;
                 continue;
             }
-            const bool settled = error - nextError <= kEnough * error &&
-                                 std::hypot(step[1], step[2]) < 1e-3;
+            const bool settled =
+                error - nextError <= kEnough * error && std::hypot(step[1], step[2]) < 1e-3;
             m_at = next;
             error = nextError;
             damping /= 10;
@@ -150,7 +150,8 @@ CoreFit FitOf(const Search& search, double noise) {
     const double along = (inverse(3, 3) + inverse(4, 4) - 2 * inverse(3, 4)) / 4;
     const double across = inverse(5, 5);
     fit.misfit = search.Misfit();
-    fit.shapeNoise = std::max(noise, fit.misfit) * std::sqrt(std::max(0.0, (along + across) / 2)) / mean;
+    fit.shapeNoise =
+        std::max(noise, fit.misfit) * std::sqrt(std::max(0.0, (along + across) / 2)) / mean;
     return fit;
 }
 
@@ -161,7 +162,8 @@ std::optional<CoreFit> FitCore(const ValuePlane& plane, const CoreGuess& guess, 
     constexpr double kDefaultWings = 0.25;
     std::vector<Sample> samples;
     for (int y = int(std::ceil(guess.y - radius)); y <= int(std::floor(guess.y + radius)); ++y)
-        for (int x = int(std::ceil(guess.x - radius)); x <= int(std::floor(guess.x + radius)); ++x) {
+        for (int x = int(std::ceil(guess.x - radius)); x <= int(std::floor(guess.x + radius));
+             ++x) {
             if (std::hypot(x - guess.x, y - guess.y) > radius) continue;
             const double value = plane.AtOrNone(x, y);
             if (!std::isfinite(value)) return std::nullopt;

@@ -17,10 +17,10 @@ struct CoreFit {
     double wings = 0; // 0 (as good as a Gaussian) to 0.8
     double major = 0; // standard deviations of the Gaussian as wide at half of the peak
     double minor = 0;
-    double angle = 0; // of the major axis from +x to +y, degrees, above -90 to 90
-    double misfit = 0;      // root mean square of what the profile leaves, in values
-    double shapeNoise = 0;  // standard deviation of (major^2 - minor^2) / (major^2 + minor^2)
-                            // along one direction, by the noise of the samples and the misfit
+    double angle = 0;      // of the major axis from +x to +y, degrees, above -90 to 90
+    double misfit = 0;     // root mean square of what the profile leaves, in values
+    double shapeNoise = 0; // standard deviation of (major^2 - minor^2) / (major^2 + minor^2)
+                           // along one direction, by the noise of the samples and the misfit
 };
 
 struct CoreGuess {

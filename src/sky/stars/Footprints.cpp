@@ -10,9 +10,9 @@ namespace tarn {
 
 namespace {
 
-constexpr int kBlock = 32;         // samples that are looked at together
-constexpr int kRowsOfThreshold = 8; // rows for which one row of thresholds serves
-constexpr int kSharpRows = 1000;   // that are enough for the sharpness
+constexpr int kBlock = 32;           // samples that are looked at together
+constexpr int kRowsOfThreshold = 8;  // rows for which one row of thresholds serves
+constexpr int kSharpRows = 1000;     // that are enough for the sharpness
 constexpr std::size_t kMostPart = 4; // one of so many samples may stand above the sky
 
 // The plane's rows smoothed, one after the other; beyond its border it goes on as at it.
@@ -123,8 +123,8 @@ public:
             if (known == kNone) {
                 known = to.all.size();
                 const FootprintRun& first = m_runs[run];
-                to.all.push_back({.left = first.begin, .top = first.y, .right = first.begin,
-                                  .bottom = first.y});
+                to.all.push_back(
+                    {.left = first.begin, .top = first.y, .right = first.begin, .bottom = first.y});
             }
             number[run] = known;
             Widen(to.all[known], m_runs[run]);

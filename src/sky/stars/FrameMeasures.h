@@ -23,10 +23,10 @@ struct MeasuredStar {
     SourceKind kind = SourceKind::Star;
     double x = 0;
     double y = 0;
-    double flux = 0; // within six half-flux radii, less where a neighbour is nearer
-    double peak = 0; // highest sample
-    double hfr = kNotMeasured;          // radius that holds half of the flux, the pixel's width in it
-    double fwhm = kNotMeasured;         // of the core, geometric mean of the axes
+    double flux = 0;            // within six half-flux radii, less where a neighbour is nearer
+    double peak = 0;            // highest sample
+    double hfr = kNotMeasured;  // radius that holds half of the flux, the pixel's width in it
+    double fwhm = kNotMeasured; // of the core, geometric mean of the axes
     double eccentricity = kNotMeasured; // 0 to 1; what noise alone would make of it taken away
     double angle = kNotMeasured;        // from +x to +y, degrees, above -90 to 90
 };
@@ -53,11 +53,12 @@ struct FrameMeasures {
     int saturated = 0;
     double sharpness = kNotMeasured;
     std::vector<StarPlace> brightest; // the stars that were sized, the brightest first
-    std::string fault; // why there are no sizes, or nothing at all; empty when all was measured
+    std::string series; // what frames have in common that may be judged beside each other
+    std::string fault;  // why there are no sizes, or nothing at all; empty when all was measured
 };
 
-// No fault of the plane is thrown; "no data", "no stars", "fewer than 5 stars" and the like are told
-// in the row. Any thread.
+// No fault of the plane is thrown; "no data", "no stars", "fewer than 5 stars" and the like are
+// told in the row. Any thread.
 FrameMeasures MeasureFrame(const ValuePlane& plane);
 
 // All sources but hot pixels, hits and trails, the brightest first.

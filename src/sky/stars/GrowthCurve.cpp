@@ -43,8 +43,8 @@ double PartInDisc(double x, double y, double radius) {
            QuarterArea(x + 0.5, y - 0.5, radius) + QuarterArea(x - 0.5, y - 0.5, radius);
 }
 
-GrowthCurve::GrowthCurve(const ValuePlane& plane, double x, double y, double reach,
-                         double skyReach, double level) {
+GrowthCurve::GrowthCurve(const ValuePlane& plane, double x, double y, double reach, double skyReach,
+                         double level) {
     const int half = int(std::ceil(reach)) + 2; // one more for what sharpens
     const int outer = std::max(half, int(std::ceil(skyReach)));
     const int middleX = int(std::lround(x));
@@ -61,7 +61,8 @@ GrowthCurve::GrowthCurve(const ValuePlane& plane, double x, double y, double rea
             const double distance = std::hypot(column - x, row - y);
             if (distance > skyReach && distance > reach + 2) continue;
             const double value = plane.AtOrNone(column, row);
-            const bool inside = std::abs(row - middleY) <= half && std::abs(column - middleX) <= half;
+            const bool inside =
+                std::abs(row - middleY) <= half && std::abs(column - middleX) <= half;
             if (inside)
                 m_values[std::size_t(row - m_top) * std::size_t(m_side) +
                          std::size_t(column - m_left)] = value;
@@ -113,8 +114,7 @@ double GrowthCurve::Flux(double radius) const {
             const double dy = y - m_y;
             const double square = dx * dx + dy * dy;
             if (square >= never * never) continue;
-            const double value =
-                m_values[std::size_t(y) * std::size_t(m_side) + std::size_t(x)];
+            const double value = m_values[std::size_t(y) * std::size_t(m_side) + std::size_t(x)];
             flux += square <= surely * surely ? value : value * PartInDisc(dx, dy, radius);
         }
     return flux;

@@ -53,8 +53,8 @@ Shift VotedShift(const FrameMeasures& frame, const FrameMeasures& reference, boo
         }
     Shift best{.turned = turned};
     for (const auto& [x, y] : shifts) {
-        const int count = votes[cell(std::int64_t(std::floor(x / kNear)),
-                                     std::int64_t(std::floor(y / kNear)))];
+        const int count =
+            votes[cell(std::int64_t(std::floor(x / kNear)), std::int64_t(std::floor(y / kNear)))];
         if (count > best.votes) best = {turned, x, y, count};
     }
     return best;
@@ -82,9 +82,9 @@ std::vector<Pair> CommonStars(const FrameMeasures& frame, const FrameMap& map,
     std::vector<Pair> pairs;
     for (const StarPlace& each : frame.brightest) {
         const StarPlace star = Mapped(each, map);
-        auto at = std::lower_bound(
-            known.begin(), known.end(), star.x - kNear,
-            [](const StarPlace& one, double x) { return double(one.x) < x; });
+        auto at =
+            std::lower_bound(known.begin(), known.end(), star.x - kNear,
+                             [](const StarPlace& one, double x) { return double(one.x) < x; });
         const StarPlace* nearest = nullptr;
         double distance = kNear;
         for (; at != known.end() && at->x <= star.x + kNear; ++at) {
@@ -125,7 +125,7 @@ std::vector<double> Measured(std::span<const double> values) {
     return measured;
 }
 
-constexpr double kHalfWorth = 4;    // deviations from the best that halve a score
+constexpr double kHalfWorth = 4;     // deviations from the best that halve a score
 constexpr double kLeastScale = 0.03; // of the best
 
 // Multiplies the scores by what one measure leaves of them. Less is better.
@@ -148,14 +148,14 @@ std::vector<double> TransparencyOf(std::span<const FrameMeasures> frames,
                                    std::span<const std::optional<FrameMap>> maps) {
     std::vector<double> ratios(frames.size(), kNotMeasured);
     if (frames.size() < 2) return ratios;
-    const auto reference = std::size_t(
-        std::max_element(frames.begin(), frames.end(),
-                         [](const FrameMeasures& one, const FrameMeasures& other) {
-                             return one.brightest.size() < other.brightest.size() ||
-                                    (one.brightest.size() == other.brightest.size() &&
-                                     one.stars < other.stars);
-                         }) -
-        frames.begin());
+    const auto reference =
+        std::size_t(std::max_element(frames.begin(), frames.end(),
+                                     [](const FrameMeasures& one, const FrameMeasures& other) {
+                                         return one.brightest.size() < other.brightest.size() ||
+                                                (one.brightest.size() == other.brightest.size() &&
+                                                 one.stars < other.stars);
+                                     }) -
+                    frames.begin());
     const auto given = [&](std::size_t i) {
         return i < maps.size() ? maps[i] : std::optional<FrameMap>();
     };

@@ -30,10 +30,10 @@ std::vector<double> TransparencyOf(std::span<const FrameMeasures> frames,
                                    std::span<const std::optional<FrameMap>> maps = {});
 
 // 0 to 100 for each frame, kNotMeasured without a HFR: 100 times the product over hfr, elongation
-// 1 / sqrt(1 - eccentricity^2), transparency and noise of 1 / (1 + d / 4). d is how far the frame is
-// worse than the median of the series' best tenth, in robust deviations of the series (1.4826 times
-// the median of absolute deviations), which count at least 3 % of that best. What is not measured
-// counts as the best.
+// 1 / sqrt(1 - eccentricity^2), transparency and noise of 1 / (1 + d / 4). d is how far the frame
+// is worse than the median of the series' best tenth, in robust deviations of the series (1.4826
+// times the median of absolute deviations), which count at least 3 % of that best. What is not
+// measured counts as the best.
 std::vector<double> ScoresOf(std::span<const FrameMeasures> frames,
                              std::span<const double> transparency);
 

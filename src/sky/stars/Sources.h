@@ -31,8 +31,8 @@ struct Source {
     double major = 0;    // standard deviations of its flux along the axes
     double minor = 0;
     int samples = 0;
-    int flat = 0; // of them, those within a hundredth of the peak
-    int length = 0; // the longer side of what it takes in
+    int flat = 0;      // of them, those within a hundredth of the peak
+    int length = 0;    // the longer side of what it takes in
     double around = 0; // mean above the sky of the four samples beside the highest
     bool border = false;
 
