@@ -15,9 +15,8 @@ namespace tarn {
 
 namespace {
 
-constexpr OptionRule kOptions[] = {{"--csv"}};
-constexpr OptionRule kListOptions[] = {{"--list"}, {"--csv"}};
-constexpr UsageLine kLines[] = {{kOptions, "FILE|FOLDER..."}, {kListOptions, "FILE"}};
+constexpr OptionRule kOptions[] = {{"--list"}, {"--csv"}};
+constexpr UsageLine kLines[] = {{kOptions, "FILE|FOLDER..."}};
 
 // What a folder is looked through for.
 constexpr char kTypes[] =
@@ -186,13 +185,13 @@ constinit const Usage kStarsUsage{"stars", kLines};
 
 int RunStars(std::span<const std::string> words, const StarMeasurers& measurers) {
     std::string fault;
-    const auto arguments = Arguments::Parse(words, kListOptions, fault);
+    const auto arguments = Arguments::Parse(words, kOptions, fault);
     if (!arguments) return ComplainOfUsage(fault, kStarsUsage);
     const std::vector<std::string>& operands = arguments->Operands();
     if (operands.empty()) return ComplainOfUsage("no file given", kStarsUsage);
     const bool csv = arguments->Has("--csv");
     if (!arguments->Has("--list")) return PrintFrames(operands, csv, measurers);
-    if (operands.size() != 1) return ComplainOfUsage("one file is needed", kStarsUsage);
+    if (operands.size() != 1) return ComplainOfUsage("--list takes one file", kStarsUsage);
     return PrintSources(operands.front(), csv, measurers);
 }
 

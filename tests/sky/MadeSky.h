@@ -36,13 +36,14 @@ public:
         : m_width(width), m_height(height), m_random(seed),
           m_values(std::size_t(width) * std::size_t(height)) {}
 
-    float& At(int x, int y) { return m_values[std::size_t(y) * std::size_t(m_width) + std::size_t(x)]; }
+    float& At(int x, int y) {
+        return m_values[std::size_t(y) * std::size_t(m_width) + std::size_t(x)];
+    }
     bool Has(int x, int y) const { return x >= 0 && y >= 0 && x < m_width && y < m_height; }
 
     void AddLevel(double level, double slopeX = 0, double slopeY = 0) {
         for (int y = 0; y < m_height; ++y)
-            for (int x = 0; x < m_width; ++x)
-                At(x, y) += float(level + slopeX * x + slopeY * y);
+            for (int x = 0; x < m_width; ++x) At(x, y) += float(level + slopeX * x + slopeY * y);
     }
 
     void Add(const MadeStar& star) {
@@ -56,8 +57,10 @@ public:
         for (int y = middleY - reach; y <= middleY + reach; ++y)
             for (int x = middleX - reach; x <= middleX + reach; ++x) {
                 if (!Has(x, y)) continue;
-                const double along = ((x - star.x) * std::cos(turn) + (y - star.y) * std::sin(turn)) / major;
-                const double across = ((y - star.y) * std::cos(turn) - (x - star.x) * std::sin(turn)) / minor;
+                const double along =
+                    ((x - star.x) * std::cos(turn) + (y - star.y) * std::sin(turn)) / major;
+                const double across =
+                    ((y - star.y) * std::cos(turn) - (x - star.x) * std::sin(turn)) / minor;
                 const double q = along * along + across * across;
                 const double shape =
                     star.beta > 0 ? std::pow(1 + q * (std::exp2(1 / star.beta) - 1), -star.beta)
@@ -70,7 +73,8 @@ public:
     void Record(double readNoise, double white = 65535) {
         std::normal_distribution<float> normal;
         for (float& value : m_values) {
-            value += normal(m_random) * float(std::sqrt(std::max(0.0F, value) + readNoise * readNoise));
+            value +=
+                normal(m_random) * float(std::sqrt(std::max(0.0F, value) + readNoise * readNoise));
             value = float(std::clamp(std::round(double(value)), 0.0, white));
         }
     }

@@ -63,15 +63,15 @@ double RankCorrelation(const std::vector<double>& one, const std::vector<double>
 } // namespace
 
 TEST(Series, TransparencyIsThePartOfTheLightThatComesThrough) {
-    const std::vector<Conditions> night{
-        {},
-        {.shiftX = 17.3, .shiftY = -9.6},
-        {.clear = 0.5, .shiftX = -30},
-        {.shiftX = 5, .turned = true},
-        {.fwhm = 4, .clear = 0.8},
-        {}};
+    const std::vector<Conditions> night{{},
+                                        {.shiftX = 17.3, .shiftY = -9.6},
+                                        {.clear = 0.5, .shiftX = -30},
+                                        {.shiftX = 5, .turned = true},
+                                        {.fwhm = 4, .clear = 0.8},
+                                        {}};
     std::vector<FrameMeasures> frames;
-    for (std::size_t i = 0; i < night.size(); ++i) frames.push_back(FrameUnder(night[i], unsigned(i + 2)));
+    for (std::size_t i = 0; i < night.size(); ++i)
+        frames.push_back(FrameUnder(night[i], unsigned(i + 2)));
     frames.emplace_back(); // one without any star
     const std::vector<double> transparency = TransparencyOf(frames);
     for (std::size_t i = 0; i < night.size(); ++i)
@@ -83,7 +83,8 @@ TEST(Series, TransparencyIsThePartOfTheLightThatComesThrough) {
 // Where the aligner knows better, its maps count.
 TEST(Series, TransparencyGoesByMapsWhereThereAreSome) {
     std::vector<FrameMeasures> frames;
-    for (unsigned i = 0; i < 3; ++i) frames.push_back(FrameUnder({.clear = i == 1 ? 0.7 : 1}, i + 2));
+    for (unsigned i = 0; i < 3; ++i)
+        frames.push_back(FrameUnder({.clear = i == 1 ? 0.7 : 1}, i + 2));
     for (StarPlace& star : frames[1].brightest) { // a quarter turn
         const float x = star.x;
         star.x = -star.y;

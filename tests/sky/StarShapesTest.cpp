@@ -24,8 +24,7 @@ struct Field {
 Field FieldOf(const MadeStar& like, int count = 150, int side = 1000) {
     Field field{MadeSky(side, side, unsigned(like.fwhm * 100 + like.beta)), {}};
     field.sky.AddLevel(kSky);
-    field.stars =
-        field.sky.Scatter(count, like, 20 * kNoise, 40000, std::max(30.0, 6 * like.fwhm));
+    field.stars = field.sky.Scatter(count, like, 20 * kNoise, 40000, std::max(30.0, 6 * like.fwhm));
     field.sky.Record(kReadNoise, 200000);
     return field;
 }
@@ -82,8 +81,8 @@ TEST(StarShapes, WingsAreNoWidth) {
 TEST(StarShapes, LongStarsHaveTheirShapeAndDirection) {
     for (const double eccentricity : {0.3, 0.5, 0.8})
         for (const double angle : {-60.0, 0.0, 25.0, 90.0}) {
-            const Field field = FieldOf(
-                {.fwhm = 4, .eccentricity = eccentricity, .angle = angle, .beta = 4}, 60);
+            const Field field =
+                FieldOf({.fwhm = 4, .eccentricity = eccentricity, .angle = angle, .beta = 4}, 60);
             const FrameMeasures row = MeasureFrame(field.sky.Plane());
             EXPECT_NEAR(row.eccentricity, eccentricity, 0.05) << eccentricity << " " << angle;
             EXPECT_NEAR(row.fwhm, 4, 0.08);
@@ -126,9 +125,9 @@ TEST(StarShapes, CellsOfAMosaicGivePlacesAndSizesInPixels) {
     const ValuePlane full = sky.Plane();
     for (int y = 0; y < sky.Height(); y += 2)
         for (int x = 0; x < sky.Width(); x += 2)
-            cells.push_back((full.At(x, y) + full.At(x + 1, y) + full.At(x, y + 1) +
-                             full.At(x + 1, y + 1)) /
-                            4);
+            cells.push_back(
+                (full.At(x, y) + full.At(x + 1, y) + full.At(x, y + 1) + full.At(x + 1, y + 1)) /
+                4);
     ValuePlane plane;
     plane.width = sky.Width() / 2;
     plane.height = sky.Height() / 2;

@@ -117,6 +117,7 @@ bool TakeOfClip(const std::string& path, PictureValues& values, std::string& err
     const SerHeader& header = clip.Header();
     ValuePlane& plane = values.plane;
     plane.white = kFull;
+    plane.coarse = header.SampleBytes() == 1;
     if (header.IsBayer())
         return TakeCells(values.words.data(), header.width, header.height, 0, 1, values) ||
                (error = "The picture is too small", false);
@@ -154,6 +155,7 @@ bool TakeOfDisplay(const std::string& path, PictureValues& values, std::string& 
     plane.width = picture.width();
     plane.height = picture.height();
     plane.white = kFull;
+    plane.coarse = true;
     values.words.resize(plane.Samples());
     std::uint16_t* to = values.words.data();
     for (int y = 0; y < plane.height; ++y) {

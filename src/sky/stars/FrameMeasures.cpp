@@ -12,6 +12,7 @@ namespace {
 
 constexpr float kFootprint = 4;     // deviations of the smoothed noise where a source ends
 constexpr float kSource = 5;        // and that its peak has at least
+constexpr float kCoarse = 1.6F;     // times both where packing with loss has left noise in patches
 constexpr std::size_t kSized = 200; // stars that a median needs at most
 constexpr std::size_t kEnough = 40; // and that are enough to leave the doubtful ones out
 constexpr double kUneven = 0.35;    // of the median size: what is no star has any size
@@ -34,11 +35,12 @@ Searched Search(const ValuePlane& plane) {
         found.fault = "blank: all values are alike";
         return found;
     }
-    found.footprints = FindFootprints(plane, found.sky, kFootprint);
+    const float wary = plane.coarse ? kCoarse : 1;
+    found.footprints = FindFootprints(plane, found.sky, wary * kFootprint);
     if (found.footprints.tooMuch)
         found.fault = "no night sky: too much is brighter than its background";
     else
-        found.list = ListOf(plane, found.sky, found.footprints, kSource);
+        found.list = ListOf(plane, found.sky, found.footprints, wary * kSource);
     return found;
 }
 

@@ -14,6 +14,7 @@ constexpr int kSamplesASide = 16;
 constexpr float kClip = 3;
 constexpr float kFar = 2;                  // deviations of a cell's samples
 constexpr float kLeastNoise = 1.0F / 4000; // of the range of values
+constexpr float kOfStep = 0.3F; // deviations that a step of a coarse plane counts at least
 constexpr float kSlope =
     0.95F; // of the cells' deviations, less than which is left above a sloping sky
 constexpr float kWhiteNoiseLeft = 0.375F; // of the weights 1 2 1 in both directions
@@ -27,14 +28,12 @@ int CellOf(int width, int height) {
 // Numbers as good as any, and the same each time.
 class Dither {
 public:
-    explicit Dither(float step) : m_step(step) {}
-    float operator()() {
+    float operator()(float step) {
         m_state = m_state * 1664525U + 1013904223U;
-        return (float(m_state >> 8) * 0x1p-24F - 0.5F) * m_step;
+        return (float(m_state >> 8) * 0x1p-24F - 0.5F) * step;
     }
 
 private:
-    float m_step;
     std::uint32_t m_state = 1;
 };
 
@@ -66,6 +65,26 @@ Level ClippedLevel(std::span<float> samples, std::vector<float>& room) {
     return level;
 }
 
+// The standard deviation with what lies beyond four of them left out.
+float ClippedSpread(std::span<float> samples) {
+    float spread = std::numeric_limits<float>::infinity();
+    float mean = MedianInPlace(samples);
+    for (int round = 0; round < 5; ++round) {
+        double sum = 0;
+        double squares = 0;
+        int count = 0;
+        for (const float sample : samples) {
+            if (std::abs(sample - mean) > 4 * spread) continue;
+            sum += sample;
+            squares += double(sample) * sample;
+            ++count;
+        }
+        mean = float(sum / count);
+        spread = float(std::sqrt(std::max(0.0, squares / count - double(mean) * mean)));
+    }
+    return spread;
+}
+
 // What lies between two values that can be stored: noise of less than some of these steps has a
 // median deviation that jumps with them, unless the samples are spread over the steps.
 float StepOf(const ValuePlane& plane) {
@@ -76,6 +95,21 @@ float StepOf(const ValuePlane& plane) {
         if (std::isfinite(value) && value != std::floor(value)) return 0;
     }
     return 1;
+}
+
+// The same for values that lie farther apart the higher they are: the middle of what lies between
+// neighbours among the samples, which are put in order.
+float CoarseStepOf(std::vector<float>& samples) {
+    std::sort(samples.begin(), samples.end());
+    std::vector<float> gaps;
+    for (std::size_t i = 1; i < samples.size(); ++i)
+        if (samples[i] > samples[i - 1]) gaps.push_back(samples[i] - samples[i - 1]);
+    return gaps.empty() ? 0 : MedianInPlace(std::span(gaps));
+}
+
+// What is left of a deviation when that of the steps is taken away.
+float WithoutStep(float noise, float step) {
+    return std::sqrt(std::max(0.0F, noise * noise - step * step / 12));
 }
 
 float Smoothed(const ValuePlane& plane, int x, int y) {
@@ -105,10 +139,11 @@ SkyMesh::SkyMesh(const ValuePlane& plane)
 }
 
 void SkyMesh::MeasureCells(const ValuePlane& plane) {
-    const float step = StepOf(plane);
-    Dither dither(step);
+    const float even = StepOf(plane);
+    Dither dither;
     std::vector<float> samples;
     std::vector<float> room;
+    std::vector<float> steps;
     float lowest = std::numeric_limits<float>::max();
     float highest = std::numeric_limits<float>::lowest();
     for (int row = 0; row < m_rows; ++row)
@@ -125,17 +160,17 @@ void SkyMesh::MeasureCells(const ValuePlane& plane) {
                 // Samples all alike stay so.
                 const bool varied = std::any_of(samples.begin(), samples.end(),
                                                 [&](float each) { return each != samples[0]; });
-                if (varied)
-                    for (float& sample : samples) sample += dither();
+                const float step = !varied ? 0 : plane.coarse ? CoarseStepOf(samples) : even;
+                for (float& sample : samples) sample += dither(step);
                 level = ClippedLevel(samples, room);
-                if (varied)
-                    level.noise =
-                        std::sqrt(std::max(0.0F, level.noise * level.noise - step * step / 12));
+                level.noise = WithoutStep(level.noise, step);
+                steps.push_back(step);
             }
             m_levels.push_back(level.median);
             m_noises.push_back(level.noise);
         }
     if (m_hasData) m_range = highest - lowest;
+    m_step = MedianInPlace(std::span(steps));
 }
 
 // Of a cell, at equal distances; gives how many there would be if all had data.
@@ -219,8 +254,7 @@ void SkyMesh::MeasureNoise(const ValuePlane& plane) {
     m_noiseLeft = kWhiteNoiseLeft;
     if (m_range <= 0 || m_width < 3 || m_height < 3) return;
     constexpr int kASide = 100;
-    const float step = StepOf(plane);
-    Dither dither(step);
+    Dither dither;
     std::vector<float> plain;
     std::vector<float> smoothed;
     const int strideX = std::max(1, m_width / kASide);
@@ -232,17 +266,21 @@ void SkyMesh::MeasureNoise(const ValuePlane& plane) {
             const float above = Smoothed(plane, x, y) - level;
             if (!std::isfinite(above)) continue;
             smoothed.push_back(above / noise);
-            plain.push_back((plane.At(x, y) - level + dither()) / noise);
+            plain.push_back((plane.At(x, y) - level + dither(m_step)) / noise);
         }
     if (smoothed.size() < std::size_t(kFewSamples)) return;
     std::vector<float> room;
+    // What was packed with loss has other noise than a normal distribution: few samples, but far.
     const float all = ClippedLevel(plain, room).noise;
-    const float left = ClippedLevel(smoothed, room).noise;
+    const float left = plane.coarse ? ClippedSpread(smoothed) : ClippedLevel(smoothed, room).noise;
     if (m_noise > 0 && all > 0 && all < kSlope) {
         for (float& noise : m_noises) noise *= all;
-        m_noise = std::sqrt(std::max(0.0F, all * all * m_noise * m_noise - step * step / 12));
+        m_noise = WithoutStep(all * m_noise, m_step);
     }
     if (left > 0 && all > 0) m_noiseLeft = std::clamp(left / all, kWhiteNoiseLeft / 2, 1.0F);
+    // Where whole patches are of one value, the sky itself goes up and down in steps.
+    if (plane.coarse)
+        for (float& noise : m_noises) noise = std::max(noise, kOfStep * m_step / m_noiseLeft);
 }
 
 float SkyMesh::Between(const std::vector<float>& cells, float x, float y) const {

@@ -52,6 +52,7 @@ private:
     std::vector<float> m_levels; // of the cells, row after row
     std::vector<float> m_noises;
     bool m_hasData = false;
+    float m_step = 0; // between values that can be stored
     float m_background = 0;
     float m_noise = 0;
     float m_range = 0; // of the samples that were looked at

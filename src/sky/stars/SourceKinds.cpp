@@ -19,6 +19,8 @@ constexpr double kPointed = 1.3;     // of the typical ratio of peak and smoothe
 constexpr double kLongest = 2.5;     // of the typical ratio of the axes
 constexpr double kDouble = 1.3;      // of the typical area and ratio of the axes: two stars in one
 constexpr double kBlended = 0.25;    // of the flux that neighbours may add
+constexpr double kRinging = 12;      // samples: a block and a half of those that are packed
+constexpr double kWave = 0.1;        // of the peak that it surrounds
 constexpr double kNearPlateau = 0.01;
 
 bool IsHotPixel(const Source& source, double noise) {
@@ -86,9 +88,18 @@ SourceKind ShapeOf(const Source& source, const Typical& typical, double noise) {
     return SourceKind::Star;
 }
 
+// Packing with loss draws waves around what is bright.
+void FindRinging(Source& one, Source& other) {
+    Source& faint = one.peak < other.peak ? one : other;
+    const Source& bright = one.peak < other.peak ? other : one;
+    const bool isNear = std::hypot(one.x - other.x, one.y - other.y) < kRinging;
+    if (isNear && faint.peak < kWave * bright.peak && faint.kind == SourceKind::Star)
+        faint.kind = SourceKind::Blended;
+}
+
 // The flux of neighbours within a star's own weight, as both are Gaussians of one width.
-void FindBlends(SourceList& list) {
-    const double reach = 5 * list.sigma;
+void FindBlends(bool isCoarse, SourceList& list) {
+    const double reach = std::max(5 * list.sigma, isCoarse ? kRinging : 0);
     std::vector<Source*> byRow;
     for (Source& source : list.all)
         if (source.flux > 0) byRow.push_back(&source);
@@ -100,6 +111,7 @@ void FindBlends(SourceList& list) {
             const double dx = byRow[j]->x - byRow[i]->x;
             const double dy = byRow[j]->y - byRow[i]->y;
             if (std::abs(dx) > reach) continue;
+            if (isCoarse) FindRinging(*byRow[i], *byRow[j]);
             const double part = std::exp(-(dx * dx + dy * dy) / (4 * list.sigma * list.sigma));
             added[i] += part * byRow[j]->flux;
             added[j] += part * byRow[i]->flux;
@@ -160,7 +172,7 @@ void TellApart(const ValuePlane& plane, const SkyMesh& sky, SourceList& list) {
     for (Source& source : list.all)
         if (source.kind == SourceKind::Star)
             source.kind = ShapeOf(source, typical, noiseAt(source));
-    FindBlends(list);
+    FindBlends(plane.coarse, list);
 }
 
 } // namespace tarn

@@ -19,7 +19,8 @@ struct ValuePlane {
     double zero = 0; // of words
     double scale = 1;
     std::optional<double> white; // value at which the sensor is full, where the file says so
-    int cell = 1; // pixels a side in one sample, 2 where each is the mean of a mosaic's cell
+    bool coarse = false; // from 8 bits a colour: values lie apart, and farther the higher they are
+    int cell = 1;        // pixels a side in one sample, 2 where each is the mean of a mosaic's cell
 
     std::size_t Samples() const { return std::size_t(width) * std::size_t(height); }
 
