@@ -39,7 +39,6 @@ public:
     float& At(int x, int y) {
         return m_values[std::size_t(y) * std::size_t(m_width) + std::size_t(x)];
     }
-    bool Has(int x, int y) const { return x >= 0 && y >= 0 && x < m_width && y < m_height; }
 
     void AddLevel(double level, double slopeX = 0, double slopeY = 0) {
         for (int y = 0; y < m_height; ++y)
@@ -50,22 +49,23 @@ public:
         const double ratio = std::pow(1 - star.eccentricity * star.eccentricity, 0.25);
         const double major = star.fwhm / 2 / ratio; // half widths
         const double minor = star.fwhm / 2 * ratio;
-        const double turn = star.angle * std::numbers::pi / 180;
-        const int reach = int((star.beta > 0 ? 15 : 3.5) * major) + 2;
+        const double cosine = std::cos(star.angle * std::numbers::pi / 180);
+        const double sine = std::sin(star.angle * std::numbers::pi / 180);
+        const double power = star.beta > 0 ? std::exp2(1 / star.beta) - 1 : 0;
+        const int reach = int((star.beta > 0 ? 12 : 3.5) * major) + 2;
         const int middleX = int(std::lround(star.x));
         const int middleY = int(std::lround(star.y));
-        for (int y = middleY - reach; y <= middleY + reach; ++y)
-            for (int x = middleX - reach; x <= middleX + reach; ++x) {
-                if (!Has(x, y)) continue;
-                const double along =
-                    ((x - star.x) * std::cos(turn) + (y - star.y) * std::sin(turn)) / major;
-                const double across =
-                    ((y - star.y) * std::cos(turn) - (x - star.x) * std::sin(turn)) / minor;
+        for (int y = std::max(0, middleY - reach); y <= std::min(m_height - 1, middleY + reach);
+             ++y)
+            for (int x = std::max(0, middleX - reach); x <= std::min(m_width - 1, middleX + reach);
+                 ++x) {
+                const double dx = x - star.x;
+                const double dy = y - star.y;
+                const double along = (dx * cosine + dy * sine) / major;
+                const double across = (dy * cosine - dx * sine) / minor;
                 const double q = along * along + across * across;
-                const double shape =
-                    star.beta > 0 ? std::pow(1 + q * (std::exp2(1 / star.beta) - 1), -star.beta)
-                                  : std::exp2(-q);
-                At(x, y) += float(star.peak * shape);
+                At(x, y) += float(star.peak * (star.beta > 0 ? std::pow(1 + q * power, -star.beta)
+                                                             : std::exp2(-q)));
             }
     }
 

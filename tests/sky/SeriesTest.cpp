@@ -22,9 +22,9 @@ struct Conditions {
 };
 
 FrameMeasures FrameUnder(const Conditions& conditions, unsigned seed) {
-    constexpr int kSide = 700;
+    constexpr int kSide = 500;
     MadeSky stars(kSide, kSide, 1); // of one place, for all frames
-    const auto scattered = stars.Scatter(70, {.fwhm = 3, .beta = 4}, 1500, 30000, 30);
+    const auto scattered = stars.Scatter(60, {.fwhm = 3, .beta = 4}, 1500, 30000, 30);
     MadeSky sky(kSide, kSide, seed);
     sky.AddLevel(conditions.sky);
     for (MadeStar star : scattered) {

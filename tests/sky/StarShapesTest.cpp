@@ -69,9 +69,9 @@ TEST(StarShapes, RoundGaussiansHaveTheirSizes) {
 
 TEST(StarShapes, WingsAreNoWidth) {
     for (const double beta : {2.5, 3.5})
-        for (const double fwhm : {2.5, 4.0, 7.0}) {
+        for (const double fwhm : {2.5, 7.0}) {
             const MadeStar like{.fwhm = fwhm, .beta = beta};
-            const Field field = FieldOf(like, 120, 1400);
+            const Field field = FieldOf(like, 100, 1000);
             const FrameMeasures row = MeasureFrame(field.sky.Plane());
             EXPECT_NEAR(row.fwhm / fwhm, 1, 0.02) << beta << " " << fwhm;
             EXPECT_NEAR(row.hfr / like.HalfFluxRadius(), 1, 0.02) << beta << " " << fwhm;
@@ -79,8 +79,8 @@ TEST(StarShapes, WingsAreNoWidth) {
 }
 
 TEST(StarShapes, LongStarsHaveTheirShapeAndDirection) {
-    for (const double eccentricity : {0.3, 0.5, 0.8})
-        for (const double angle : {-60.0, 0.0, 25.0, 90.0}) {
+    for (const double eccentricity : {0.3, 0.7})
+        for (const double angle : {-60.0, 25.0, 90.0}) {
             const Field field =
                 FieldOf({.fwhm = 4, .eccentricity = eccentricity, .angle = angle, .beta = 4}, 60);
             const FrameMeasures row = MeasureFrame(field.sky.Plane());
@@ -96,14 +96,14 @@ TEST(StarShapes, LongStarsHaveTheirShapeAndDirection) {
 
 TEST(StarShapes, FindsStarsWhereTheyAreAndHardlyAnyElse) {
     for (const double fwhm : {2.2, 4.0, 8.0}) {
-        const Field field = FieldOf({.fwhm = fwhm, .beta = 4}, 300, 1500);
+        const Field field = FieldOf({.fwhm = fwhm, .beta = 4}, 250, 1200);
         std::string fault;
         const auto listed = ListSources(field.sky.Plane(), fault);
         std::size_t found = 0;
         std::size_t inPlace = 0;
         std::size_t inside = 0;
         for (const MadeStar& star : field.stars) {
-            if (std::min({star.x, star.y, 1499 - star.x, 1499 - star.y}) < 3 * fwhm) continue;
+            if (std::min({star.x, star.y, 1199 - star.x, 1199 - star.y}) < 3 * fwhm) continue;
             ++inside;
             const MeasuredStar* measured = NearestTo(listed, star);
             if (!measured) continue;
