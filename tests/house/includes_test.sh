@@ -9,6 +9,7 @@ BEGIN {
     floor = 0
     Floor("common/")
     Floor("sky/stars/")
+    Floor("sky/align/")
     Floor("platform/")
     Floor("decoder/")
     Floor("imaging/ clips/")

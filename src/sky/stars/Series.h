@@ -1,6 +1,7 @@
 // Frames of one series (one target, filter and exposure) judged beside each other.
 #pragma once
 
+#include "sky/stars/FrameMap.h"
 #include "sky/stars/FrameMeasures.h"
 
 #include <optional>
@@ -8,16 +9,6 @@
 #include <vector>
 
 namespace tarn {
-
-// A point (x, y) of the frame stands at (a x + b y + c, d x + e y + f) of the reference.
-struct FrameMap {
-    double a = 1;
-    double b = 0;
-    double c = 0;
-    double d = 0;
-    double e = 1;
-    double f = 0;
-};
 
 // For each frame the flux of the stars that it has in common with the frame of most stars, over
 // theirs there, relative to the middle of the series: 1 is typical. kNotMeasured for frames with
