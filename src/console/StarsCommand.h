@@ -1,16 +1,15 @@
 // "tarn stars": how sharp, round and clear the frames of a night are.
 #pragma once
 
+#include "console/MeasuredFrames.h"
 #include "console/Subcommand.h"
-#include "sky/stars/FrameMeasures.h"
 
 namespace tarn {
 
 extern const Usage kStarsUsage;
 
 struct StarMeasurers {
-    // A row for each path, in their order.
-    std::function<std::vector<FrameMeasures>(const std::vector<std::string>& paths)> measure;
+    FrameMeasurer measure;
     std::function<std::vector<MeasuredStar>(const std::string& path, std::string& fault)> list;
 };
 

@@ -1,5 +1,6 @@
 // The console companion: one subcommand a run, plain text out, no window.
 #include "common/version.h"
+#include "console/AlignCommand.h"
 #include "console/ConvertCommand.h"
 #include "console/DatesCommand.h"
 #include "console/Decoders.h"
@@ -30,9 +31,11 @@ const std::vector<tarn::Subcommand>& Subcommands() {
         {kSheetUsage, [](Words words) { return RunSheet(words, PrintSheet); }},
         {kThumbnailsUsage, [](Words words) { return RunThumbnails(words, ThumbnailsOfFolder); }},
         {kDatesUsage, RunDates},
-        {kStarsUsage, [](Words words) {
+        {kStarsUsage,
+         [](Words words) {
              return RunStars(words, {MeasureStars, ListStars});
-         }}};
+         }},
+        {kAlignUsage, [](Words words) { return RunAlign(words, MeasureStars); }}};
     return kSubcommands;
 }
 

@@ -489,3 +489,41 @@ TEST(Tarn, MeasuresStars) {
     EXPECT_EQ(Tarn("stars").status, 2);
     EXPECT_EQ(Tarn("stars --list a b").status, 2);
 }
+
+// The frames are shifted copies; the second has no stars at all.
+TEST(Tarn, AlignsFrames) {
+    const TestFolder folder;
+    ASSERT_EQ(::setenv("XDG_CACHE_HOME", folder.Path().c_str(), 1), 0);
+    const TestFolder night;
+    const auto frame = [](int shift, double peak) {
+        return FitsBytes(-32, {260, 200}, [=](std::size_t at) {
+            const int column = int(at % 260) - shift;
+            const int row = int(at / 260);
+            double value = 1000 + double(at * 7919 % 101) / 10;
+            for (int star = 0; star < 20; ++star) { // of no order
+                const int x = column - (30 + star * star * 37 % 190);
+                const int y = row - (20 + star * 53 % 160);
+                value += peak * (1 + star % 5) * std::exp(-double(x * x + y * y) / 8);
+            }
+            return value;
+        });
+    };
+    const std::string a = night.Write("a.fits", frame(0, 500));
+    const std::string b = night.Write("b.fits", frame(0, 0));
+    const std::string c = night.Write("c.fits", frame(7, 500));
+    const Outcome outcome = Tarn("align --csv --reference " + a + " " + night.Path());
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(
+        outcome.out.starts_with("file,a,b,c,d,e,f,matched,residual,error\n" + a + ",1.00000000,"))
+        << outcome.out;
+    EXPECT_TRUE(Has(outcome, "\n" + b + ",,,,,,,,,no stars\n")) << outcome.out;
+    double map[6]{};
+    const std::size_t row = outcome.out.find("\n" + c + ",");
+    ASSERT_NE(row, std::string::npos) << outcome.out;
+    ASSERT_EQ(std::sscanf(outcome.out.c_str() + row + c.size() + 2, "%lf,%lf,%lf,%lf,%lf,%lf", map,
+                          map + 1, map + 2, map + 3, map + 4, map + 5),
+              6);
+    EXPECT_NEAR(100 * map[0] + 100 * map[1] + map[2], 93, 0.05);
+    EXPECT_NEAR(100 * map[3] + 100 * map[4] + map[5], 100, 0.05);
+    EXPECT_EQ(Tarn("align").status, 2);
+}

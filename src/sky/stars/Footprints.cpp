@@ -116,11 +116,11 @@ public:
 
     void PutInto(Footprints& to) {
         std::vector<std::size_t> number(m_runs.size());
-        constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
-        std::vector<std::size_t> ofRoot(m_runs.size(), kNone);
+        const std::size_t none = m_runs.size(); // footprints are never as many
+        std::vector<std::size_t> ofRoot(m_runs.size(), none + 1);
         for (std::size_t run = 0; run < m_runs.size(); ++run) {
             std::size_t& known = ofRoot[Root(run)];
-            if (known == kNone) {
+            if (known > none) {
                 known = to.all.size();
                 const FootprintRun& first = m_runs[run];
                 to.all.push_back(
