@@ -115,6 +115,17 @@ TEST(Align, AnotherFieldIsRefusedEachTime) {
         const Alignment found = Align(one.Through({}), other.Through({}));
         EXPECT_NE(found.fault, "") << seed << ": " << found.matched;
     }
+    std::minstd_rand random(5); // many stars in little room agree with anything
+    for (int trial = 0; trial < 300; ++trial) {
+        std::vector<StarPlace> one(5 + random() % 150);
+        std::vector<StarPlace> other(5 + random() % 150);
+        const auto side = float(200 + random() % 1000);
+        for (auto* stars : {&one, &other})
+            for (StarPlace& star : *stars)
+                star = {side * float(random() % 9973) / 9973, side * float(random() % 9973) / 9973,
+                        1};
+        EXPECT_NE(Align(one, other).fault, "") << trial;
+    }
     Field field(5);
     const auto stars = field.Through({});
     EXPECT_NE(Align(stars, {}).fault, "");

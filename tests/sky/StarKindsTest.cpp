@@ -125,6 +125,25 @@ TEST(StarKinds, DefocusedStarsAreStars) {
     EXPECT_NEAR(row.stars, 58, 6);
 }
 
+// Far out of focus of a telescope with a mirror in its middle: sizes, but no core to fit.
+TEST(StarKinds, RingsAreStarsWithoutAWidth) {
+    MadeSky sky(1200, 900, 6);
+    sky.AddLevel(1000);
+    for (int i = 0; i < 24; ++i)
+        for (int dy = -16; dy <= 16; ++dy)
+            for (int dx = -16; dx <= 16; ++dx)
+                if (const double r = std::hypot(dx, dy); r > 6 && r < 15.6)
+                    sky.At(100 + 190 * (i % 6) + dx, 100 + 220 * (i / 6) + dy) +=
+                        float(600 + 100 * i);
+    const FrameMeasures row = RowOf(sky);
+    EXPECT_EQ(row.fault, "no width: the stars have no core");
+    EXPECT_GE(row.stars, 18); // a bump in some looks like a peak of its own
+    EXPECT_LE(row.stars, 24);
+    EXPECT_NEAR(row.hfr, std::sqrt((15.6 * 15.6 + 6 * 6) / 2), 0.6);
+    EXPECT_TRUE(std::isnan(row.fwhm));
+    EXPECT_TRUE(std::isnan(row.eccentricity));
+}
+
 TEST(StarKinds, GradientsAndGapsDoNoHarm) {
     MadeSky sky = Night(60);
     sky.AddLevel(0, 1, 0.5);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <optional>
 #include <vector>
 
@@ -18,7 +19,9 @@ constexpr std::size_t kForTriangles = 50; // brightest stars that make triangles
 constexpr std::size_t kMost = 400;        // that count at all
 constexpr int kFewest = 5;                // that have to agree
 constexpr double kShare = 0.34;
-constexpr double kNear = 3; // pixels of the reference
+constexpr double kNear = 3;          // pixels of the reference
+constexpr double kLeastWithin = 0.3; // the same, however well all agree
+constexpr double kByChance = 1e-9;
 constexpr double kLeastScale = 0.45;
 constexpr double kMostScale = 2.2;
 constexpr double kShear = 0.03; // of the scale that both directions may differ by
@@ -59,10 +62,10 @@ public:
         }
         return nearest;
     }
-    // The part of its stars that lie near any place, by chance.
-    double Chance() const {
+    // How likely one of its stars lies so near to any place, by chance.
+    double Chance(double within) const {
         const double area = std::max(1.0, (m_right - m_left) * (m_bottom - m_top));
-        return std::min(1.0, 3.15 * kNear * kNear * double(m_stars.size()) / area);
+        return std::min(1.0, std::numbers::pi * within * within * double(m_stars.size()) / area);
     }
 
 private:
@@ -126,10 +129,15 @@ bool IsPossible(const FrameMap& map) {
            std::abs(map.a * map.b + map.d * map.e) < kShear * scale * scale;
 }
 
-bool IsNoChance(const Agreement& agreement, double chance) {
-    const auto count = double(agreement.pairs.size());
-    return count >= kFewest && count >= kShare * agreement.inside &&
-           count > 4 + 4 * chance * agreement.inside;
+// Three stars fit to any others. So many more of `inside` would do so by chance once in so many
+// tries that it has not been by chance.
+bool IsNoChance(const Alignment& found, int inside, const Sky& reference) {
+    if (found.matched < kFewest || found.matched < kShare * inside) return false;
+    const double chance = reference.Chance(std::max(kLeastWithin, 3 * found.residual));
+    const double more = found.matched - 3;
+    const double ways = std::lgamma(inside + 1.0) - std::lgamma(more + 1) -
+                        std::lgamma(std::max(0.0, inside - more) + 1);
+    return ways + more * std::log(chance) < std::log(kByChance);
 }
 
 // Fits again and again to those that still agree.
@@ -149,7 +157,7 @@ Alignment Refined(FrameMap map, std::span<const StarPlace> frame, const Sky& ref
         found.map = map;
         found.matched = int(agreement.pairs.size());
         found.residual = std::sqrt(squares / double(agreement.pairs.size()));
-        within = std::clamp(3 * found.residual, 0.3, within);
+        within = std::clamp(3 * found.residual, kLeastWithin, within);
     }
     return found;
 }
@@ -163,7 +171,6 @@ Alignment Align(std::span<const StarPlace> frame, std::span<const StarPlace> ref
     frame = frame.first(std::min(kMost, frame.size()));
     reference = reference.first(std::min(kMost, reference.size()));
     const Sky sky(reference);
-    const double chance = sky.Chance();
     const auto triangles = TrianglesOf(frame.first(std::min(kForTriangles, frame.size())));
     const auto known = TrianglesOf(reference.first(std::min(kForTriangles, reference.size())));
     none.fault = "no common stars found";
@@ -182,7 +189,7 @@ Alignment Align(std::span<const StarPlace> frame, std::span<const StarPlace> ref
         const Alignment refined = Refined(*map, frame, sky);
         if (refined.matched <= best.matched || !IsPossible(refined.map)) continue;
         const Agreement all = AgreementOf(refined.map, frame, sky, kNear);
-        if (!IsNoChance(all, chance)) continue;
+        if (!IsNoChance(refined, all.inside, sky)) continue;
         best = refined;
         if (double(all.pairs.size()) > 0.6 * all.inside && best.matched >= 3 * kFewest) break;
     }

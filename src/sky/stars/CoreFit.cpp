@@ -15,8 +15,8 @@ namespace {
 
 constexpr int kMost = 7; // peak, x, y, the ellipse xx, yy, xy, wings
 constexpr int kRounds = 30;
-constexpr double kEnough = 1e-5;     // less of a step in a round ends the search
-constexpr double kLeastWings = 0.02; // hardly another profile than the Gaussian
+constexpr double kEnough = 1e-5;      // less of a step in a round ends the search
+constexpr double kLeastWings = 0.004; // hardly another profile than the Gaussian
 constexpr double kMostWings = 0.8;
 constexpr double kLn2 = std::numbers::ln2;
 

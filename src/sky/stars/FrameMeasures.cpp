@@ -16,6 +16,7 @@ constexpr float kCoarse = 1.6F;     // times both where packing with loss has le
 constexpr std::size_t kSized = 200; // stars that a median needs at most
 constexpr std::size_t kEnough = 40; // and that are enough to leave the doubtful ones out
 constexpr double kUneven = 0.35;    // of the median size: what is no star has any size
+constexpr double kUnevenRings = 0.12;
 constexpr double kShapeless = 0.15; // of the peak that a fit leaves of what is no star
 
 struct Searched {
@@ -66,17 +67,23 @@ double MedianOfMember(const std::vector<SizedStar>& sized, double MeasuredStar::
     return MedianOf(values);
 }
 
-// Stars of one plane have one shape, and it is that of a star: most of what only stands out in a
-// landscape does not fit.
-bool AreStars(const std::vector<SizedStar>& sized) {
-    const auto fitting = std::count_if(sized.begin(), sized.end(), [](const SizedStar& each) {
-        return std::isfinite(each.star.fwhm) && each.misfit < kShapeless;
-    });
+std::vector<SizedStar> FittingOf(const std::vector<SizedStar>& sized) {
+    std::vector<SizedStar> fitting;
+    std::copy_if(sized.begin(), sized.end(), std::back_inserter(fitting),
+                 [](const SizedStar& each) {
+                     return std::isfinite(each.star.fwhm) && each.misfit < kShapeless;
+                 });
+    return fitting;
+}
+
+// Stars of one plane have one shape and one size, and mostly it is that of a core; far out of focus
+// they are rings, but all alike. What only stands out in a landscape has any size.
+bool AreStars(const std::vector<SizedStar>& sized, std::size_t fitting) {
     std::vector<double> sizes;
     for (const SizedStar& each : sized)
         if (std::isfinite(each.star.hfr)) sizes.push_back(each.star.hfr);
-    return std::size_t(fitting) * 2 >= sized.size() &&
-           DeviationOf(sizes) < kUneven * MedianOf(sizes);
+    const double unevenness = DeviationOf(sizes) / MedianOf(sizes);
+    return unevenness < (2 * fitting >= sized.size() ? kUneven : kUnevenRings);
 }
 
 void TakeSizes(const ValuePlane& plane, const Searched& found, FrameMeasures& measures) {
@@ -85,15 +92,20 @@ void TakeSizes(const ValuePlane& plane, const Searched& found, FrameMeasures& me
     sizer.LearnWings(chosen);
     std::vector<SizedStar> sized;
     for (const std::size_t index : chosen) sized.push_back(sizer.Size(index));
-    if (!AreStars(sized)) {
+    const std::vector<SizedStar> fitting = FittingOf(sized);
+    if (!AreStars(sized, fitting.size())) {
         measures.stars = 0;
         measures.saturated = 0;
         measures.fault = "no stars: what stands out has not their shape";
         return;
     }
     measures.hfr = MedianOfMember(sized, &MeasuredStar::hfr);
-    measures.fwhm = MedianOfMember(sized, &MeasuredStar::fwhm);
-    measures.eccentricity = MedianOfMember(sized, &MeasuredStar::eccentricity);
+    if (2 * fitting.size() >= sized.size()) {
+        measures.fwhm = MedianOfMember(fitting, &MeasuredStar::fwhm);
+        measures.eccentricity = MedianOfMember(fitting, &MeasuredStar::eccentricity);
+    } else {
+        measures.fault = "no width: the stars have no core";
+    }
     for (const SizedStar& each : sized)
         measures.brightest.push_back(
             {float(each.star.x), float(each.star.y), float(each.star.flux)});

@@ -16,12 +16,13 @@ constexpr double kHalfFlux = 1.17741;   // radius of half of a Gaussian's flux, 
 constexpr double kMostHalfFlux = 2;     // of profiles with wide wings
 constexpr double kFwhm = 2.35482;       // its width at half of its height
 constexpr double kGrowth = 6;           // half-flux radii that a star's flux is taken within
-constexpr double kFaintGrowth = 4;      // of one whose outer part is lost in the noise
+constexpr double kFaintGrowth = 5;      // of one whose outer part is lost in the noise
 constexpr double kSkyRing = 1.4;        // from the reach to so many times it
 constexpr double kCore = 2.9;           // deviations that a fit reaches to
 constexpr double kLeastCore = 2.5;      // samples
 constexpr double kNeighbour = 0.02;     // of a star's flux that a neighbour has to have
 constexpr double kNeighbourWidth = 2.5; // deviations around it that are its own
+constexpr double kLengthening = 3;      // squares of the noise of a shape
 constexpr double kSureFlux = 0.06;      // of the flux that its noise may be
 constexpr std::size_t kLearned = 40;    // stars
 
@@ -112,8 +113,10 @@ void StarSizer::TakeFit(const Source& source, double level, SizedStar& sized) co
                                 (fit->major * fit->major + fit->minor * fit->minor) * cell * cell /
                                 std::max(1e-9, major + minor);
     const double shape = (major - minor) / std::max(1e-9, major + minor);
-    // Noise lengthens a star along both components of its shape.
-    const double sure = std::sqrt(std::max(0.0, shape * shape - 2 * noiseOfShape * noiseOfShape));
+    // Noise lengthens a star along both components of its shape, that of its own light a little
+    // more.
+    const double sure =
+        std::sqrt(std::max(0.0, shape * shape - kLengthening * noiseOfShape * noiseOfShape));
     star.eccentricity = std::sqrt(2 * sure / (1 + sure));
     star.angle = fit->angle;
 }
