@@ -25,6 +25,8 @@ FrameMeasures Measured(const std::string& path) {
     const auto values = ReadPictureValues(path, measures.fault);
     if (!values) return measures;
     measures = MeasureFrame(values->plane);
+    measures.width = values->width; // of a mosaic also the last odd column
+    measures.height = values->height;
     measures.series = values->filter + "\n" + values->exposure + "\n" +
                       std::to_string(measures.width) + " x " + std::to_string(measures.height);
     const std::string calibration = CalibrationFault(values->imageType);

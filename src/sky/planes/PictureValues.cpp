@@ -35,6 +35,8 @@ std::optional<Kind> KindOf(const std::string& path, std::string& error) {
 template <typename Sample>
 bool TakeCells(const Sample* from, int width, int height, double zero, double scale,
                PictureValues& values) {
+    values.width = width;
+    values.height = height;
     if (width < 2 || height < 2) return false;
     ValuePlane& plane = values.plane;
     plane.width = width / 2;
@@ -180,6 +182,10 @@ std::optional<PictureValues> ReadPictureValues(const std::string& path, std::str
                            ? TakeOfDisplay(path, values, error)
                            : TakeOfSensor(path, *kind == Kind::Raw, values, error);
     if (!taken) return std::nullopt;
+    if (values.width == 0) { // each sample is a pixel
+        values.width = values.plane.width;
+        values.height = values.plane.height;
+    }
     return values;
 }
 

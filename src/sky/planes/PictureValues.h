@@ -11,6 +11,8 @@
 namespace tarn {
 
 struct PictureValues {
+    int width = 0; // pixels of the picture
+    int height = 0;
     ValuePlane plane;      // a view of what is kept below; stays right when this is moved
     std::string imageType; // as the header has it: "Light Frame"
     std::string filter;

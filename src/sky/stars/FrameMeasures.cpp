@@ -96,6 +96,7 @@ void TakeSizes(const ValuePlane& plane, const Searched& found, FrameMeasures& me
     if (!AreStars(sized, fitting.size())) {
         measures.stars = 0;
         measures.saturated = 0;
+        measures.background = measures.noise = kNotMeasured; // of no sky
         measures.fault = "no stars: what stands out has not their shape";
         return;
     }
@@ -130,8 +131,7 @@ FrameMeasures MeasureFrame(const ValuePlane& plane) {
     if (!found.sky.IsVaried()) return measures;
     measures.sharpness = found.footprints.sharpness;
     if (found.footprints.tooMuch) {
-        measures.background = kNotMeasured;
-        measures.noise = kNotMeasured;
+        measures.background = measures.noise = kNotMeasured;
         return measures;
     }
     measures.stars = CountOf(found.list, SourceKind::Star);
