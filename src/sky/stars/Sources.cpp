@@ -77,6 +77,10 @@ Source SourceOf(const ValuePlane& plane, const SkyMesh& sky, const Basin& basin)
     int peakX = top.x, peakY = top.y;
     for (const FootprintSample& sample : basin.samples) {
         const double above = plane.At(sample.x, sample.y) - level;
+        if (!std::isfinite(above)) { // more than any number is no data either
+            source.border = true;
+            continue;
+        }
         if (above > source.peak) {
             source.peak = above;
             peakX = sample.x;
