@@ -2,8 +2,7 @@
 
 #include "common/paths.h"
 
-#include <bit>
-#include <cmath>
+#include <cerrno>
 #include <cstdint>
 #include <cstring>
 #include <sys/stat.h>

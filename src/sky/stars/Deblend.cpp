@@ -22,50 +22,41 @@ public:
     }
 
     void Find(std::vector<Basin>& basins) {
-        m_peak.resize(m_samples.size());
-        m_number.resize(m_samples.size(), kNone);
+        m_summitOf.resize(m_samples.size());
         for (std::size_t i = 0; i < m_samples.size(); ++i) Take(std::int32_t(i));
-        std::vector<std::int32_t> basin(m_samples.size(), kNone);
-        for (std::size_t i = 0; i < m_samples.size(); ++i) {
-            const std::int32_t root = RootOf(m_peak[i]);
-            if (basin[std::size_t(root)] == kNone) {
-                basin[std::size_t(root)] = std::int32_t(basins.size());
-                basins.emplace_back();
-            }
-            basins[std::size_t(basin[std::size_t(root)])].samples.push_back(m_samples[i]);
+        // A summit that was not of its own has become a part of a higher one, which comes before.
+        std::vector<std::size_t> basinOf(m_summits.size());
+        for (std::size_t i = 0; i < m_summits.size(); ++i) {
+            const Summit& summit = m_summits[i];
+            const bool isOwn = summit.higher == kNone || summit.own;
+            basinOf[i] = isOwn ? basins.size() : basinOf[std::size_t(summit.higher)];
+            if (isOwn) basins.emplace_back();
         }
+        for (std::size_t i = 0; i < m_samples.size(); ++i)
+            basins[basinOf[std::size_t(m_summitOf[i])]].samples.push_back(m_samples[i]);
     }
 
 private:
     static constexpr std::int32_t kNone = -1;
 
-    // A summit is named by its highest sample. One that has met a higher one points to it.
+    // The highest come first. One that has met a higher one points to it.
     struct Summit {
+        float height = 0;
         std::int32_t higher = kNone;
-        bool own = false; // rose enough from the saddle at which it met the higher one
+        std::int32_t highest = kNone; // of all that it has met, or one on the way there
+        bool own = false;             // rose enough from the saddle at which it met the higher one
     };
 
     std::int32_t& At(int x, int y) {
         return m_at[std::size_t(y - m_top) * std::size_t(m_stride) + std::size_t(x - m_left)];
     }
-    bool IsOwn(std::int32_t summit) const {
-        const Summit& known = m_summits[std::size_t(m_number[std::size_t(summit)])];
-        return known.higher == kNone || known.own;
-    }
-    // The summit of its own that this one has become a part of.
-    std::int32_t RootOf(std::int32_t summit) const {
-        while (!IsOwn(summit))
-            summit = m_summits[std::size_t(m_number[std::size_t(summit)])].higher;
-        return summit;
-    }
-    // The highest that this one has met, whether it is another's or its own.
-    std::int32_t HighestOf(std::int32_t summit) const {
-        for (;;) {
-            const std::int32_t higher =
-                m_summits[std::size_t(m_number[std::size_t(summit)])].higher;
-            if (higher == kNone) return summit;
-            summit = higher;
+    std::int32_t HighestOf(std::int32_t summit) {
+        while (m_summits[std::size_t(summit)].highest != summit) {
+            std::int32_t& highest = m_summits[std::size_t(summit)].highest;
+            highest = m_summits[std::size_t(highest)].highest;
+            summit = highest;
         }
+        return summit;
     }
 
     void Take(std::int32_t index) {
@@ -77,26 +68,26 @@ private:
                 const std::int32_t beside = At(sample.x + dx, sample.y + dy);
                 if (beside == kNone) continue;
                 if (steepest == kNone || beside < steepest) steepest = beside;
-                const std::int32_t summit = HighestOf(m_peak[std::size_t(beside)]);
+                const std::int32_t summit = HighestOf(m_summitOf[std::size_t(beside)]);
                 highest = highest == kNone ? summit : Meet(highest, summit, sample.above);
             }
         At(sample.x, sample.y) = index;
-        if (steepest == kNone) {
-            m_number[std::size_t(index)] = std::int32_t(m_summits.size());
-            m_summits.emplace_back();
-            m_peak[std::size_t(index)] = index;
-        } else {
-            m_peak[std::size_t(index)] = RootOf(m_peak[std::size_t(steepest)]);
+        if (steepest != kNone) {
+            m_summitOf[std::size_t(index)] = m_summitOf[std::size_t(steepest)];
+            return;
         }
+        const auto summit = std::int32_t(m_summits.size());
+        m_summitOf[std::size_t(index)] = summit;
+        m_summits.push_back({.height = sample.above, .highest = summit});
     }
 
     std::int32_t Meet(std::int32_t one, std::int32_t other, float saddle) {
         if (one == other) return one;
-        const auto [higher, lower] = std::minmax(one, other); // sorted: the first is the highest
-        Summit& summit = m_summits[std::size_t(m_number[std::size_t(lower)])];
-        const float height = m_samples[std::size_t(lower)].above;
+        const auto [higher, lower] = std::minmax(one, other);
+        Summit& summit = m_summits[std::size_t(lower)];
         summit.higher = higher;
-        summit.own = height - saddle > std::max(m_leastRise, kLeastPart * height);
+        summit.highest = higher;
+        summit.own = summit.height - saddle > std::max(m_leastRise, kLeastPart * summit.height);
         return higher;
     }
 
@@ -106,8 +97,7 @@ private:
     float m_leastRise;
     std::vector<FootprintSample>& m_samples; // the highest first
     std::vector<std::int32_t> m_at;          // index of the sample at each place, of those taken
-    std::vector<std::int32_t> m_peak;        // of each sample
-    std::vector<std::int32_t> m_number;      // of the summit that a sample is
+    std::vector<std::int32_t> m_summitOf;    // of each sample, which the steepest way leads to
     std::vector<Summit> m_summits;
 };
 

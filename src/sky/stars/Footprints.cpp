@@ -13,7 +13,7 @@ namespace {
 constexpr int kBlock = 32;           // samples that are looked at together
 constexpr int kRowsOfThreshold = 8;  // rows for which one row of thresholds serves
 constexpr int kSharpRows = 1000;     // that are enough for the sharpness
-constexpr std::size_t kMostPart = 4; // one of so many samples may stand above the sky
+constexpr std::size_t kMostPart = 2; // one of so many samples may stand above the sky
 
 // The plane's rows smoothed, one after the other; beyond its border it goes on as at it.
 class SmoothRows {
