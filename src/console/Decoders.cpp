@@ -7,9 +7,11 @@ namespace tarn {
 
 namespace {
 
+constexpr char kNotInstalled[] = "the decoders are not installed";
+
 template <typename Result> Result NotInstalled(std::string Result::*fault) {
     Result result;
-    result.*fault = "the decoders are not installed";
+    result.*fault = kNotInstalled;
     return result;
 }
 
@@ -66,6 +68,17 @@ std::vector<FileMark> SetMarksOf(const std::vector<std::string>& paths, const Ma
 ThumbnailOutcome ThumbnailsOfFolder(const ThumbnailOrder& order) {
     const auto* decoders = FromModule<DecodersModule>();
     return decoders ? decoders->thumbnails(order) : NotInstalled(&ThumbnailOutcome::fault);
+}
+
+std::vector<FrameMeasures> MeasureStars(const std::vector<std::string>& paths) {
+    if (const auto* decoders = FromModule<DecodersModule>()) return decoders->stars(paths);
+    return std::vector<FrameMeasures>(paths.size(), NotInstalled(&FrameMeasures::fault));
+}
+
+std::vector<MeasuredStar> ListStars(const std::string& path, std::string& fault) {
+    if (const auto* decoders = FromModule<DecodersModule>()) return decoders->sources(path, fault);
+    fault = kNotInstalled;
+    return {};
 }
 
 } // namespace tarn

@@ -6,6 +6,7 @@
 #include "console/MarkCommands.h"
 #include "console/PageCommands.h"
 #include "console/SheetCommand.h"
+#include "console/StarsCommand.h"
 #include "console/Subcommand.h"
 
 #include <string>
@@ -33,5 +34,9 @@ std::vector<FileMark> SetMarksOf(const std::vector<std::string>& paths, const Ma
 // Pages and galleries.
 PageResult MakePage(const PageRequest& request);
 PageResult MakeGallery(const PageRequest& request);
+
+// Stars of pictures: what was measured before comes from the store in the cache folder.
+std::vector<FrameMeasures> MeasureStars(const std::vector<std::string>& paths);
+std::vector<MeasuredStar> ListStars(const std::string& path, std::string& fault);
 
 } // namespace tarn

@@ -17,6 +17,8 @@ struct DecodersModule {
     std::vector<FileMark> (*marks)(const std::vector<std::string>& paths);
     std::vector<FileMark> (*setMarks)(const std::vector<std::string>& paths,
                                       const MarkChange& change);
+    std::vector<FrameMeasures> (*stars)(const std::vector<std::string>& paths);
+    std::vector<MeasuredStar> (*sources)(const std::string& path, std::string& fault);
 };
 
 } // namespace tarn

@@ -9,7 +9,12 @@ namespace tarn {
 namespace fs = std::filesystem;
 
 std::optional<std::vector<std::string>> ListedPictures(const std::string& folder) {
-    const NamePatterns pictures(kPictureTypes);
+    return ListedFiles(folder, kPictureTypes);
+}
+
+std::optional<std::vector<std::string>> ListedFiles(const std::string& folder,
+                                                    std::string_view types) {
+    const NamePatterns pictures(types);
     std::vector<std::string> names;
     std::error_code code;
     fs::directory_iterator at(folder, code);

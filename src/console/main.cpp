@@ -1,5 +1,6 @@
 // The console companion: one subcommand a run, plain text out, no window.
 #include "common/version.h"
+#include "console/AlignCommand.h"
 #include "console/ConvertCommand.h"
 #include "console/DatesCommand.h"
 #include "console/Decoders.h"
@@ -7,6 +8,7 @@
 #include "console/MarkCommands.h"
 #include "console/PageCommands.h"
 #include "console/SheetCommand.h"
+#include "console/StarsCommand.h"
 #include "console/ThumbnailsCommand.h"
 #include "decoder/DecoderPool.h"
 
@@ -31,7 +33,12 @@ const std::vector<tarn::Subcommand>& Subcommands() {
         {kThumbnailsUsage, [](Words words) { return RunThumbnails(words, ThumbnailsOfFolder); }},
         {kDatesUsage, RunDates},
         {kMarksUsage, [](Words words) { return RunMarks(words, MarksOf); }},
-        {kMarkUsage, [](Words words) { return RunMark(words, SetMarksOf); }}};
+        {kMarkUsage, [](Words words) { return RunMark(words, SetMarksOf); }},
+        {kStarsUsage,
+         [](Words words) {
+             return RunStars(words, {MeasureStars, ListStars});
+         }},
+        {kAlignUsage, [](Words words) { return RunAlign(words, MeasureStars); }}};
     return kSubcommands;
 }
 

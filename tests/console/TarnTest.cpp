@@ -8,6 +8,7 @@
 #include "support/Trees.h"
 
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -492,4 +493,78 @@ TEST(Arguments, OptionsComeFirst) {
     EXPECT_EQ(arguments->Operands(), (std::vector<std::string>{"-", "--date"}));
     EXPECT_FALSE(Arguments::Parse(std::vector<std::string>{"--size"}, rules, fault).has_value());
     EXPECT_EQ(fault, "option --size needs a value");
+}
+
+// Rows in the order given, folders by name; a file that fails has its row and its reason.
+TEST(Tarn, MeasuresStars) {
+    const TestFolder folder;
+    ASSERT_EQ(::setenv("XDG_CACHE_HOME", folder.Path().c_str(), 1), 0);
+    const TestFolder night;
+    const auto frame = [](double peak) {
+        return FitsBytes(-32, {200, 200}, [=](std::size_t at) {
+            const double x = double(at % 200) - 20 - 40 * std::floor(double(at % 200) / 40);
+            const double y = double(at / 200) - 20 - 40 * std::floor(double(at / 200) / 40);
+            return 1000 + double(at * 7919 % 101) / 10 + peak * std::exp(-(x * x + y * y) / 8);
+        });
+    };
+    const std::string bright = night.Write("b,1.fits", frame(2000));
+    const std::string faint = night.Write("a.fits", frame(1000));
+    night.Write("notes.txt", "no picture");
+    const std::string words = "stars --csv " + night.Path() + " /no/such.fits";
+    const Outcome outcome = Tarn(words);
+    EXPECT_EQ(outcome.status, 1);
+    const std::string head = "file,width,height,stars,hfr,fwhm,eccentricity,background,noise,"
+                             "saturated,transparency,sharpness,score,error\n";
+    EXPECT_TRUE(outcome.out.starts_with(head + faint + ",200,200,25,2.3")) << outcome.out;
+    EXPECT_TRUE(Has(outcome, "\n\"" + bright + "\",200,200,25,2.3")) << outcome.out;
+    EXPECT_TRUE(Has(outcome, "\n/no/such.fits,,,,,,,,,,,,,No such file or directory\n"))
+        << outcome.out;
+    EXPECT_TRUE(Has(outcome, ",0.667,")) << outcome.out; // of the light of the middle frame
+    EXPECT_EQ(Tarn(words).out, outcome.out);             // kept
+    EXPECT_TRUE(std::filesystem::exists(folder.Path() + "/tarn-view/measures.sqlite"));
+
+    const Outcome list = Tarn("stars --list --csv '" + bright + "'");
+    EXPECT_EQ(list.status, 0);
+    EXPECT_TRUE(list.out.starts_with("x,y,flux,peak,hfr,fwhm,eccentricity,angle,saturated\n"));
+    EXPECT_EQ(std::count(list.out.begin(), list.out.end(), '\n'), 26) << list.out;
+    EXPECT_EQ(Tarn("stars").status, 2);
+    EXPECT_EQ(Tarn("stars --list a b").status, 2);
+}
+
+// The frames are shifted copies; the second has no stars at all.
+TEST(Tarn, AlignsFrames) {
+    const TestFolder folder;
+    ASSERT_EQ(::setenv("XDG_CACHE_HOME", folder.Path().c_str(), 1), 0);
+    const TestFolder night;
+    const auto frame = [](int shift, double peak) {
+        return FitsBytes(-32, {260, 200}, [=](std::size_t at) {
+            const int column = int(at % 260) - shift;
+            const int row = int(at / 260);
+            double value = 1000 + double(at * 7919 % 101) / 10;
+            for (int star = 0; star < 20; ++star) { // of no order
+                const int x = column - (30 + star * star * 37 % 190);
+                const int y = row - (20 + star * 53 % 160);
+                value += peak * (1 + star % 5) * std::exp(-double(x * x + y * y) / 8);
+            }
+            return value;
+        });
+    };
+    const std::string a = night.Write("a.fits", frame(0, 500));
+    const std::string b = night.Write("b.fits", frame(0, 0));
+    const std::string c = night.Write("c.fits", frame(7, 500));
+    const Outcome outcome = Tarn("align --csv --reference " + a + " " + night.Path());
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(
+        outcome.out.starts_with("file,a,b,c,d,e,f,matched,residual,error\n" + a + ",1.00000000,"))
+        << outcome.out;
+    EXPECT_TRUE(Has(outcome, "\n" + b + ",,,,,,,,,no stars\n")) << outcome.out;
+    double map[6]{};
+    const std::size_t row = outcome.out.find("\n" + c + ",");
+    ASSERT_NE(row, std::string::npos) << outcome.out;
+    ASSERT_EQ(std::sscanf(outcome.out.c_str() + row + c.size() + 2, "%lf,%lf,%lf,%lf,%lf,%lf", map,
+                          map + 1, map + 2, map + 3, map + 4, map + 5),
+              6);
+    EXPECT_NEAR(100 * map[0] + 100 * map[1] + map[2], 93, 0.05);
+    EXPECT_NEAR(100 * map[3] + 100 * map[4] + map[5], 100, 0.05);
+    EXPECT_EQ(Tarn("align").status, 2);
 }

@@ -8,10 +8,13 @@ grep -rnE '^ *# *include *"[^"]+/' --include='*.h' --include='*.cpp' . | awk '
 BEGIN {
     floor = 0
     Floor("common/")
+    Floor("sky/stars/")
+    Floor("sky/align/")
     Floor("platform/")
     Floor("decoder/")
     Floor("imaging/ clips/")
     Floor("decoder/program/")
+    Floor("sky/planes/ sky/measures/")
     Floor("widgets/")
     Floor("pictureinfo/")
     Floor("convert/ facts/")

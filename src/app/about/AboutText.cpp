@@ -5,6 +5,7 @@
 #include "imaging/ImagingLibraries.h"
 #include "marks/MarkLibraries.h"
 #include "platform/QtText.h"
+#include "sky/measures/MeasureLibraries.h"
 
 #include <QApplication>
 #include <QProxyStyle>
@@ -57,7 +58,8 @@ std::vector<Library> Libraries(Versions asked) {
         {"C library", std::to_string(__GLIBC__) + "." + std::to_string(__GLIBC_MINOR__),
          gnu_get_libc_version()},
     };
-    for (const auto& list : {ImagingLibraries(asked), MciLibraries(asked), MarkLibraries()})
+    for (const auto& list :
+         {ImagingLibraries(asked), MciLibraries(asked), MarkLibraries(), MeasureLibraries()})
         all.insert(all.end(), list.begin(), list.end());
     return all;
 }

@@ -5,10 +5,12 @@
 #include "console/decoders/Marks.h"
 #include "console/decoders/Pages.h"
 #include "console/decoders/Sheets.h"
+#include "console/decoders/Stars.h"
 #include "console/decoders/Thumbnails.h"
 #include "decoder/DecoderPool.h"
 #include "imaging/PictureLoader.h"
 #include "imaging/fits/FitsLines.h"
+#include "sky/planes/MeasurePicture.h"
 
 #include <QGuiApplication>
 
@@ -83,9 +85,19 @@ ThumbnailOutcome Thumbnails(const ThumbnailOrder& order) {
     return MakeThumbnails(order);
 }
 
+std::vector<FrameMeasures> Stars(const std::vector<std::string>& paths) {
+    NeedApplication(false);
+    return MeasureFiles(paths);
+}
+
+std::vector<MeasuredStar> Sources(const std::string& path, std::string& fault) {
+    NeedApplication(false);
+    return ListSourcesOf(path, fault);
+}
+
 } // namespace
 
-extern "C" const DecodersModule TarnModule{Look,  Convert,    Page,      Gallery,
-                                           Sheet, Thumbnails, ReadMarks, WriteMarks};
+extern "C" const DecodersModule TarnModule{Look,       Convert,   Page,       Gallery, Sheet,
+                                           Thumbnails, ReadMarks, WriteMarks, Stars,   Sources};
 
 } // namespace tarn

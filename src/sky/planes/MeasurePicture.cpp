@@ -1,0 +1,59 @@
+#include "sky/planes/MeasurePicture.h"
+
+#include "common/text.h"
+#include "common/worker.h"
+#include "sky/planes/PictureValues.h"
+
+namespace tarn {
+
+namespace {
+
+// By the words that programs write: "Dark Frame", "FLAT", "Bias", "Master Offset".
+std::string CalibrationFault(const std::string& imageType) {
+    const std::string type = FoldCase(imageType);
+    const auto has = [&](std::string_view word) {
+        return type.find(FoldCase(word)) != std::string::npos;
+    };
+    if (has("flat")) return "a flat frame"; // also "dark flat"
+    if (has("dark")) return "a dark frame";
+    if (has("bias") || has("offset")) return "a bias frame";
+    return {};
+}
+
+FrameMeasures Measured(const std::string& path) {
+    FrameMeasures measures;
+    const auto values = ReadPictureValues(path, measures.fault);
+    if (!values) return measures;
+    measures = MeasureFrame(values->plane);
+    measures.width = values->width; // of a mosaic also the last odd column
+    measures.height = values->height;
+    measures.series = values->filter + "\n" + values->exposure + "\n" +
+                      std::to_string(measures.width) + " x " + std::to_string(measures.height);
+    const std::string calibration = CalibrationFault(values->imageType);
+    if (calibration.empty()) return measures;
+    measures.fault = calibration;
+    measures.stars = 0;
+    measures.saturated = 0;
+    measures.hfr = measures.fwhm = measures.eccentricity = kNotMeasured;
+    measures.brightest.clear();
+    return measures;
+}
+
+} // namespace
+
+FrameMeasures MeasurePicture(const std::string& path) {
+    std::string thrown;
+    FrameMeasures measures = Guarded(thrown, [&] { return Measured(path); });
+    if (!thrown.empty()) measures.fault = thrown;
+    return measures;
+}
+
+std::vector<MeasuredStar> ListSourcesOf(const std::string& path, std::string& fault) {
+    return Guarded(fault, [&]() -> std::vector<MeasuredStar> {
+        const auto values = ReadPictureValues(path, fault);
+        if (!values) return {};
+        return ListSources(values->plane, fault);
+    });
+}
+
+} // namespace tarn
