@@ -2,7 +2,7 @@
 
 #include "common/paths.h"
 #include "desk/batch/BatchRun.h"
-#include "fileops/DroppedNote.h"
+#include "desk/batch/DroppedNote.h"
 #include "fileops/PutFiles.h"
 #include "fileops/frmNewName.h"
 #include "fileops/frmRenameFiles.h"

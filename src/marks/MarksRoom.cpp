@@ -4,7 +4,7 @@
 
 namespace tarn {
 
-MarksRoom::MarksRoom(Context& context) : m(context) {
+MarksRoom::MarksRoom(Context& context) : m(context), m_controls(context) {
     m_store = std::make_unique<MarkStore>(
         context.files, MarkStore::Answers{.changed = [this] { PostChanged(); },
                                           .told =
@@ -19,6 +19,8 @@ MarksRoom::MarksRoom(Context& context) : m(context) {
 MarksRoom::~MarksRoom() = default;
 
 void MarksRoom::ConnectControls() {
+    m_controls.ConnectControls();
+    Follow([this] { m_controls.ShowMarks(); });
     const FileListBox& list = *m.controls.FileListBox;
     QObject::connect(list.model(), &QAbstractItemModel::modelReset, &m_here,
                      [this] { ShowList(); });

@@ -1,5 +1,6 @@
 #include "widgets/FileListBox.h"
 
+#include "common/mark_text.h"
 #include "common/paths.h"
 #include "platform/FileMime.h"
 #include "platform/QtText.h"
@@ -19,7 +20,7 @@ namespace tarn {
 FileListBox::FileListBox(const Files& files, QWidget* parent) : QListView(parent), m_model(files) {
     setModel(&m_model);
     setUniformItemSizes(true);
-    m_names = itemDelegate();
+    setItemDelegate(&m_names);
     setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
     setDragEnabled(true);
@@ -71,6 +72,23 @@ void FileListBox::SetNoteMarks(std::function<bool(const std::string&)> hasNote) 
     ShowNoteMarks();
 }
 
+void FileListBox::SetMarks(std::function<ShownMark(const std::string&)> markOf) {
+    m_names.markOf = [this, markOf](int row) { return markOf(Text(row)); };
+    m_cells.markOf = m_names.markOf;
+    m_model.spokenMark = [markOf](const std::string& name) {
+        const ShownMark shown = markOf(name);
+        return SpokenMark(shown.mark) + (shown.keptAside ? ", not in its sidecar" : "");
+    };
+}
+
+void FileListBox::ShowMarks(bool anyMarked) {
+    if (anyMarked != m_names.hasColumn) {
+        m_names.hasColumn = anyMarked;
+        scheduleDelayedItemsLayout();
+    }
+    viewport()->update();
+}
+
 // Marks as high as the text, so that rows stay as high as they are.
 void FileListBox::SizeMarks() {
     const int side = fontMetrics().height() - 2;
@@ -97,7 +115,7 @@ void FileListBox::ShowPictures(bool pictures) {
     if (pictures)
         setItemDelegate(&m_cells);
     else
-        setItemDelegate(m_names);
+        setItemDelegate(&m_names);
     setFlow(pictures ? LeftToRight : TopToBottom);
     setWrapping(pictures);
     setResizeMode(pictures ? Adjust : Fixed);

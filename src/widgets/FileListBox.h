@@ -4,6 +4,7 @@
 #pragma once
 
 #include "widgets/FileListModel.h"
+#include "widgets/NameRows.h"
 #include "widgets/PictureCells.h"
 
 #include <QFileSystemWatcher>
@@ -63,6 +64,11 @@ public:
     void SetNoteChoice(NoteChoice choice) { m_model.noteChoice = choice; }
     void ShowNoteMarks() { viewport()->update(); }
 
+    // The user's marks, drawn ahead of the names and upon the pictures; there is room for them
+    // from the first `ShowMarks` that says so on.
+    void SetMarks(std::function<ShownMark(const std::string& name)> markOf);
+    void ShowMarks(bool anyMarked);
+
     // Rows as small pictures side by side, or as names one beneath the other. `pictureOf` is asked
     // for rows that are painted; null while there is none.
     void SetPictures(std::function<QImage(int row)> pictureOf);
@@ -102,8 +108,8 @@ private:
     void SizeCells();
 
     FileListModel m_model;
-    PictureCells m_cells;                     // draws pictures
-    QAbstractItemDelegate* m_names = nullptr; // and the toolkit's own, names
+    PictureCells m_cells; // draws pictures,
+    NameRows m_names;     // this one names
     QFileSystemWatcher m_watcher;
     QTimer m_diskTimer;
     int m_pressedRow = -1; // row of the press whose release will count

@@ -108,6 +108,14 @@ Qt::ItemFlags FileListModel::flags(const QModelIndex& index) const {
     return index.isValid() ? own | Qt::ItemIsDragEnabled : own;
 }
 
+std::string FileListModel::Spoken(const std::string& name) const {
+    std::string text = name;
+    if (hasNote && hasNote(name)) text += ", with note";
+    if (spokenMark)
+        if (const std::string mark = spokenMark(name); !mark.empty()) text += ", " + mark;
+    return text;
+}
+
 QVariant FileListModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || index.row() >= Count()) return {};
     if (role == Qt::DisplayRole) return ToQt(Text(index.row()));
@@ -118,8 +126,7 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
         }
         return hasNote(Text(index.row())) ? m_mark : m_noMark;
     }
-    if (role == Qt::AccessibleTextRole && hasNote && hasNote(Text(index.row())))
-        return ToQt(Text(index.row()) + ", with note");
+    if (role == Qt::AccessibleTextRole) return ToQt(Spoken(Text(index.row())));
     if (role == Qt::ToolTipRole) return ToToolTip(Text(index.row()));
     return {};
 }

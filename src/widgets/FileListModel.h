@@ -46,6 +46,8 @@ public:
     // Whether a file has a note. With it, each row bears the mark of a note or a blank in its
     // place; without it there are no marks, and every file is listed.
     std::function<bool(const std::string& name)> hasNote;
+    // "kept, 3 stars", or nothing; may be empty.
+    std::function<std::string(const std::string& name)> spokenMark;
     NoteChoice noteChoice = NoteChoice::All; // counts when the folder is read
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -57,6 +59,7 @@ private:
         std::vector<std::string> listed; // sorted
         std::vector<std::string> leftOut;
     };
+    std::string Spoken(const std::string& name) const;
     bool IsChosen(const std::string& name) const;
     std::optional<Reading> Look(const std::string& folder, const std::string& pattern) const;
     void TakeNames();

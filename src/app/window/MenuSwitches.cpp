@@ -37,6 +37,7 @@ std::vector<Switch> Switches(Context& m) {
         {c.BeepCopyPictureButton, s.BeepCopyPicture},
         {c.AutoSetFileDatesButton, s.AutoSetFileDates},
         {c.CopyAutoButton, s.CopyAuto},
+        {c.MarkAdvanceButton, s.MarkAdvance},
         {c.OneWindowTopButton, s.OneAlwaysTop},
         {c.DeleteKeyNotesButton, s.DeleteKeepNotes},
         {c.DeletePictureConfirmButton, s.DeleteConfirm},
