@@ -14,6 +14,7 @@
 #include <QMouseEvent>
 
 #include <algorithm>
+#include <set>
 
 namespace tarn {
 
@@ -46,6 +47,7 @@ bool FileListBox::ReadFolder(const std::string& folder, const std::string& patte
     if (m_watcher.directories().isEmpty() && !folder.empty()) m_watcher.addPath(ToQt(folder));
     m_diskTimer.stop();
     emit diskChanged(false);
+    emit folderRead();
     emit leftOutChanged();
     return true;
 }
@@ -55,6 +57,21 @@ void FileListBox::Narrow(std::function<bool(const std::string&)> keeps) {
     m_model.Narrow(std::move(keeps));
     const int now = current.empty() ? -1 : RowOf(current);
     if (now >= 0) setCurrentIndex(m_model.index(now));
+}
+
+bool FileListBox::Rearrange() {
+    const std::string current = CurrentRow() >= 0 ? Text(CurrentRow()) : std::string();
+    std::set<std::string> selected;
+    for (const int row : SelectedRows()) selected.insert(Text(row));
+    if (!m_model.Rearrange()) return false;
+    const int now = current.empty() ? -1 : RowOf(current);
+    if (now >= 0) setCurrentIndex(m_model.index(now));
+    if (selected.size() < 2) return true;
+    QItemSelection again;
+    for (int row = 0; row < Count(); ++row)
+        if (selected.contains(Text(row))) again.select(m_model.index(row), m_model.index(row));
+    selectionModel()->select(again, QItemSelectionModel::ClearAndSelect);
+    return true;
 }
 
 bool FileListBox::SetPath(const std::string& folder) {

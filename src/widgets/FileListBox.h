@@ -37,6 +37,15 @@ public:
     // Only the rows whose names `keeps` says, until it is empty; the current row stays by name.
     // Raises nothing and looks at no disk.
     void Narrow(std::function<bool(const std::string& name)> keeps);
+    // Which files are rows, and in which order; `Rearrange` asks anew, keeps what is current and
+    // selected by name, and says whether that made a difference. It raises nothing.
+    void SetArrange(std::function<std::vector<std::string>(const std::string& folder,
+                                                           std::vector<std::string> names)>
+                        arrange) {
+        m_model.arrange = std::move(arrange);
+    }
+    bool Rearrange();
+    const std::vector<std::string>& Listed() const { return m_model.Listed(); }
     bool LeavesOut(const std::string& name) const { return m_model.LeavesOut(name); } // by that
     // Files of the folder that the pattern leaves out, unsorted, as of the last look at it.
     const std::vector<std::string>& LeftOut() const { return m_model.LeftOut(); }
@@ -88,6 +97,8 @@ public:
 signals:
     // Whether the folder on disk has changed since it was read.
     void diskChanged(bool changed);
+    // A folder, or the same one anew.
+    void folderRead();
     // After each look at the folder.
     void leftOutChanged();
 

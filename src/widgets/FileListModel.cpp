@@ -64,21 +64,31 @@ bool FileListModel::Read(const std::string& folder, const std::string& pattern) 
     m_folder = folder;
     m_pattern = pattern;
     m_reading = std::move(*reading);
-    TakeNames();
+    m_names = Rows();
     endResetModel();
     return true;
 }
 
-void FileListModel::TakeNames() {
-    m_names.clear();
-    std::copy_if(m_reading.listed.begin(), m_reading.listed.end(), std::back_inserter(m_names),
+std::vector<std::string> FileListModel::Rows() const {
+    std::vector<std::string> names;
+    std::copy_if(m_reading.listed.begin(), m_reading.listed.end(), std::back_inserter(names),
                  [this](const std::string& name) { return !m_keeps || m_keeps(name); });
+    return arrange ? arrange(m_folder, std::move(names)) : names;
+}
+
+bool FileListModel::Rearrange() {
+    std::vector<std::string> rows = Rows();
+    if (rows == m_names) return false;
+    beginResetModel();
+    m_names = std::move(rows);
+    endResetModel();
+    return true;
 }
 
 void FileListModel::Narrow(std::function<bool(const std::string&)> keeps) {
     beginResetModel();
     m_keeps = std::move(keeps);
-    TakeNames();
+    m_names = Rows();
     endResetModel();
 }
 

@@ -36,6 +36,14 @@ public:
     void Narrow(std::function<bool(const std::string& name)> keeps);
     bool LeavesOut(const std::string& name) const; // though the folder has it
 
+    // Which of those are rows, and in which order; they come in the order of names. May be empty.
+    std::function<std::vector<std::string>(const std::string& folder,
+                                           std::vector<std::string> names)>
+        arrange;
+    bool Rearrange(); // whether the rows are others now
+    // Files of the folder that fit the pattern, in the order of names.
+    const std::vector<std::string>& Listed() const { return m_reading.listed; }
+
     const std::string& Folder() const { return m_folder; }
     const std::string& Pattern() const { return m_pattern; }
     void KeepPattern(const std::string& pattern) { m_pattern = pattern; } // for the next reading
@@ -62,7 +70,7 @@ private:
     std::string Spoken(const std::string& name) const;
     bool IsChosen(const std::string& name) const;
     std::optional<Reading> Look(const std::string& folder, const std::string& pattern) const;
-    void TakeNames();
+    std::vector<std::string> Rows() const;
 
     const Files& m_files;
     std::string m_folder;

@@ -43,6 +43,7 @@ std::vector<Switch> Switches(Context& m) {
         {c.DeletePictureConfirmButton, s.DeleteConfirm},
         {c.Print1stTButton, s.PrintOnly1stPage},
         {c.PrintNotesOnThumbnailsButton, s.PrintNotesOnThumbnails},
+        {c.PrintKeptButton, s.SheetsOfKept},
         {c.PrintPreviewButton, s.PrintPreview},
     };
 }
