@@ -10,6 +10,8 @@
 #include <QAction>
 #include <QLabel>
 
+#include <algorithm>
+
 namespace tarn {
 
 namespace {
@@ -37,6 +39,11 @@ void MarkControls::ConnectControls() {
     c.FileListBox->SetMarks([this](const std::string& name) {
         return ShownOf(JoinPath(m.controls.FileListBox->Path(), name));
     });
+    QObject::connect(c.FileListBox, &FileListBox::folderRead, c.FileListBox, [this] {
+        m_looked = Looked::Never;
+        if (m.controls.FileListBox->Path() != m_columnFolder) m_column = false;
+        m_columnFolder = m.controls.FileListBox->Path();
+    });
     m.current.Follow([this] { ShowCurrent(); });
 }
 
@@ -54,6 +61,7 @@ void MarkControls::Set(const MarkChange& change) {
     const MainControls& c = m.controls;
     if (m.state.Filename.empty() || c.FileListBox->Count() < 1) return;
     const std::vector<std::string> paths = Marked();
+    m_column = m_column || GivesMark(change);
     m.marks.SetMarks(paths, change);
     const std::string said = SaidOfChange(change);
     if (paths.size() > 1) {
@@ -76,21 +84,22 @@ ShownMark MarkControls::ShownOf(const std::string& path) const {
     return {*mark, m.marks.IsKeptAside(path)};
 }
 
-bool MarkControls::AnyMarked() const {
-    const FileListBox& list = *m.controls.FileListBox;
-    for (int row = 0; row < list.Count(); ++row) {
-        const auto mark = m.marks.MarkOf(JoinPath(list.Path(), list.Text(row)));
-        if (mark && *mark != Mark()) return true;
-    }
-    return false;
+bool MarkControls::AnyMarked(const std::vector<std::string>& names) const {
+    const std::string& folder = m.controls.FileListBox->Path();
+    return std::any_of(names.begin(), names.end(), [&](const std::string& name) {
+        return m.marks.MarkOf(JoinPath(folder, name)).value_or(Mark()) != Mark();
+    });
 }
 
-// A column that has come stays as long as the folder does.
+// A column that has come stays as long as the folder does. All files are looked at twice: when
+// those with sidecars are known, and at the end.
 void MarkControls::ShowMarks() {
     FileListBox& list = *m.controls.FileListBox;
-    if (list.Path() != m_columnFolder) m_column = false;
-    m_columnFolder = list.Path();
-    if (!m_column) m_column = AnyMarked();
+    const bool allRead = m.marks.AllRead();
+    if (!m_column && m_looked != Looked::AtEnd) {
+        if (allRead || m_looked == Looked::Never) m_column = AnyMarked(list.Listed());
+        m_looked = allRead ? Looked::AtEnd : Looked::Once;
+    }
     list.ShowMarks(m_column);
     ShowCurrent();
 }

@@ -16,6 +16,7 @@ namespace tarn {
 namespace {
 
 constexpr int kNoteChoices = 3; // ahead of the marks in their box
+constexpr int kLater = 300;     // milliseconds
 
 } // namespace
 
@@ -23,7 +24,11 @@ ListArrangement::ListArrangement(Context& context)
     : m(context), m_facts(context.files, [this] {
           QMetaObject::invokeMethod(
               &m_here, [this] { Rearrange(); }, Qt::QueuedConnection);
-      }) {}
+      }) {
+    m_later.setSingleShot(true);
+    m_later.setInterval(kLater);
+    QObject::connect(&m_later, &QTimer::timeout, &m_here, [this] { Rearrange(); });
+}
 
 void ListArrangement::ConnectControls() {
     const MainControls& c = m.controls;
@@ -62,8 +67,8 @@ SortNeeds ListArrangement::Needs() const {
     return SortKinds()[static_cast<std::size_t>(m_order.kind)].needs;
 }
 
-// Asked while a folder is being read, ahead of FolderRead. The file that is shown stays, whatever
-// becomes of its mark.
+// Asked while a folder is being read, ahead of FolderRead. While marks come in, the file that is
+// shown stays, whatever becomes of its mark.
 std::vector<std::string> ListArrangement::Arranged(const std::string& folder,
                                                    std::vector<std::string> names) {
     m_order = OrderOfFolder(m.state.SortOfFolders, folder);
@@ -72,11 +77,12 @@ std::vector<std::string> ListArrangement::Arranged(const std::string& folder,
     };
     if (m_choice >= 0) {
         const auto takes = MarkChoices()[static_cast<std::size_t>(m_choice)].takes;
-        const bool here = FolderOf(m.state.Filename) == folder;
-        std::erase_if(names, [&](const std::string& name) {
-            return !takes(markOf(name)) &&
-                   !(m_marksAwaited && here && name == m.state.FileNameOnly);
-        });
+        const std::string shown =
+            m_marksAwaited && m.controls.FileListBox->RowOf(m.state.FileNameOnly) >= 0
+                ? m.state.FileNameOnly
+                : std::string();
+        std::erase_if(
+            names, [&](const std::string& name) { return name != shown && !takes(markOf(name)); });
     }
     if (Needs() == SortNeeds::Mark)
         return Sorted(std::move(names), m_order,
@@ -135,11 +141,14 @@ void ListArrangement::ShowOrder() {
     c.SortNaturalButton->setChecked(m_order.natural);
 }
 
+// Shows and batches go by the rows as they are.
 void ListArrangement::Rearrange() {
+    if (m.state.SlideViewing || m.state.BatchRuns) return m_later.start();
     FileListBox& list = *m.controls.FileListBox;
     if (!list.Rearrange()) return;
     TakeCurrentRow(m);
-    if (list.CurrentRow() < 0) m.navigation.EnableListCommands();
+    // What is found in the list hides no picture that is shown.
+    if (list.CurrentRow() < 0 && !list.IsNarrowed()) m.navigation.EnableListCommands();
 }
 
 } // namespace tarn

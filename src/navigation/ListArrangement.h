@@ -7,6 +7,7 @@
 #include "navigation/SortFacts.h"
 
 #include <QObject>
+#include <QTimer>
 
 #include <string>
 #include <vector>
@@ -41,6 +42,7 @@ private:
     ListOrder m_order;           // of the folder shown
     bool m_marksAwaited = false; // those of the folder shown are still being read
     std::vector<QAction*> m_entries;
+    QTimer m_later;
     SortFacts m_facts; // last: its threads end first
 };
 

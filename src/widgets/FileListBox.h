@@ -37,6 +37,7 @@ public:
     // Only the rows whose names `keeps` says, until it is empty; the current row stays by name.
     // Raises nothing and looks at no disk.
     void Narrow(std::function<bool(const std::string& name)> keeps);
+    bool IsNarrowed() const { return m_model.IsNarrowed(); }
     // Which files are rows, and in which order; `Rearrange` asks anew, keeps what is current and
     // selected by name, and says whether that made a difference. It raises nothing.
     void SetArrange(std::function<std::vector<std::string>(const std::string& folder,

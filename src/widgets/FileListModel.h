@@ -34,6 +34,7 @@ public:
     // Only the rows that `keeps` says, until it is empty: of the snapshot, without a look at the
     // disk. Later readings are narrowed, too.
     void Narrow(std::function<bool(const std::string& name)> keeps);
+    bool IsNarrowed() const { return static_cast<bool>(m_keeps); }
     bool LeavesOut(const std::string& name) const; // though the folder has it
 
     // Which of those are rows, and in which order; they come in the order of names. May be empty.
