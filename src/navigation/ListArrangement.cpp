@@ -4,10 +4,12 @@
 #include "navigation/CurrentRow.h"
 #include "widgets/FileListBox.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QActionGroup>
 #include <QComboBox>
 #include <QMenu>
+#include <QStyle>
 
 #include <algorithm>
 
@@ -17,6 +19,12 @@ namespace {
 
 constexpr int kNoteChoices = 3; // ahead of the marks in their box
 constexpr int kLater = 300;     // milliseconds
+
+void ShowWholeRows(QComboBox& box) {
+    QAbstractItemView& rows = *box.view();
+    const int bar = rows.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    rows.setMinimumWidth(rows.sizeHintForColumn(0) + bar);
+}
 
 } // namespace
 
@@ -49,6 +57,7 @@ void ListArrangement::ConnectControls() {
         c.SortCombo->addItem(QString(caption).remove(QLatin1Char('&')));
     }
     c.SortMenu->insertSeparator(c.SortNaturalButton);
+    for (QComboBox* box : {c.NoteFilterCombo, c.SortCombo}) ShowWholeRows(*box);
     Connect(c.SortNaturalButton, [this] {
         SetOrder({m_order.kind, m.controls.SortNaturalButton->isChecked()});
     });
@@ -145,10 +154,12 @@ void ListArrangement::ShowOrder() {
 void ListArrangement::Rearrange() {
     if (m.state.SlideViewing || m.state.BatchRuns) return m_later.start();
     FileListBox& list = *m.controls.FileListBox;
+    const bool wasEmpty = list.Count() == 0;
     if (!list.Rearrange()) return;
     TakeCurrentRow(m);
     // What is found in the list hides no picture that is shown.
-    if (list.CurrentRow() < 0 && !list.IsNarrowed()) m.navigation.EnableListCommands();
+    if ((list.CurrentRow() < 0 || wasEmpty) && !list.IsNarrowed())
+        m.navigation.EnableListCommands();
 }
 
 } // namespace tarn

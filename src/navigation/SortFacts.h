@@ -7,6 +7,7 @@
 #include "platform/Files.h"
 
 #include <functional>
+#include <list>
 #include <memory>
 #include <optional>
 #include <string>
@@ -52,7 +53,7 @@ private:
         std::shared_ptr<Run> run;
         Worker worker;
     };
-    std::vector<Begun> m_begun;
+    std::list<Begun> m_begun; // no thread is put over another
 };
 
 } // namespace tarn

@@ -12,6 +12,7 @@
 
 #include <QCheckBox>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QHBoxLayout>
@@ -65,6 +66,7 @@ QWidget* frmMain::Bar(const char* name, QWidget* parent) {
 
 namespace {
 
+constexpr int kBoxLetters = 8; // of the boxes beside Filter
 constexpr int kGap = 3;
 constexpr int kGroupGap = 12;
 constexpr int kTextGap = 14;
@@ -203,6 +205,10 @@ void frmMain::StyleControls() {
     c.Label_error->setAutoFillBackground(true);
     c.Label_error->setFrameShape(QFrame::Box);
     c.Label_error->setContentsMargins(6, 4, 6, 4);
+    for (QComboBox* box : {c.NoteFilterCombo, c.SortCombo}) { // their lists open wider
+        box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        box->setMinimumContentsLength(kBoxLetters);
+    }
     c.FolderChangedLabel->hide();
     c.HiddenFilesLabel->hide();
     c.FindLine->hide();

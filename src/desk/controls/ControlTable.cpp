@@ -42,7 +42,7 @@ void SetCaption(QWidget* widget, const QString& caption) {
     } else if (auto* line = qobject_cast<QLineEdit*>(widget)) {
         line->setText(caption);
     } else if (auto* combo = qobject_cast<QComboBox*>(widget)) {
-        combo->addItems(caption.split(QLatin1Char('|')));
+        if (!caption.isEmpty()) combo->addItems(caption.split(QLatin1Char('|')));
     }
 }
 
