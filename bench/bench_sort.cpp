@@ -13,7 +13,6 @@
 #include <cstdio>
 #include <fstream>
 #include <string>
-#include <unistd.h>
 
 namespace {
 
@@ -26,7 +25,7 @@ std::string NameOf(int number) {
     return "p" + std::to_string(1000000 + number) + ".jpg";
 }
 
-// Files of their own, so that each is opened as on a card; the sidecars are names of one.
+// Files of their own, so that each is opened as on a card.
 struct Folder {
     QTemporaryDir dir;
     explicit Folder(int files) {
