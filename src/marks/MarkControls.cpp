@@ -73,7 +73,7 @@ void MarkControls::Set(const MarkChange& change) {
     const DroppedNote dropped(m);
     // The list keeps the keyboard, so that its keys go on there.
     if (advances)
-        m.navigation.StepBy(1, c.FileListBox->hasFocus() ? KeepingKeyboard() : PictureRequest());
+        m.navigation.StepBy(1, c.FileListBox->hasFocus() ? KeepingKeyboard() : Stepping());
     m.shell.ShowMessage(said + (advances ? "+ '" : " '") + name + "'" +
                         (advances ? dropped.Word() : std::string()));
 }

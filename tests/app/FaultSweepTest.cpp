@@ -143,7 +143,7 @@ const std::vector<std::pair<const char*, Act>> kCommands{
          w.c.NextImageButton->trigger(), w.c.PrevImageButton->trigger();
      }},
     {"text file", [](World& w) { w.c.TCheck->click(), w.GoTo("t.txt"); }},
-    {"mark", [](World& w) { w.Key(Qt::Key_K), w.house.marks.Flush(); }},
+    {"mark by key", [](World& w) { w.Key(Qt::Key_K), w.house.marks.Flush(); }},
     {"rejected to wastebasket",
      [](World& w) { w.Key(Qt::Key_J), w.Answer({"Yes"}, w.c.RejectedDeleteButton); }},
     {"rejected into sub folder",
@@ -342,7 +342,7 @@ private:
     static void Settle(World& w) {
         w.house.ahead.WaitUntilDone();
         w.house.marks.Flush();
-        QTest::qWaitFor([&] { return w.house.marks.AllRead(); }, 2000);
+        (void)QTest::qWaitFor([&] { return w.house.marks.AllRead(); }, 2000);
     }
     void Run(World& w, FaultPoint::Kind kind, int number) {
         const bool starts = std::string(m_command) == "start";
