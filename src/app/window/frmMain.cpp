@@ -66,7 +66,8 @@ QWidget* frmMain::Bar(const char* name, QWidget* parent) {
 
 namespace {
 
-constexpr int kBoxLetters = 8; // of the boxes beside Filter
+constexpr int kChoiceLetters = 7; // of the box beside Filter
+constexpr int kOrderLetters = 8;  // and of the list's order
 constexpr int kGap = 3;
 constexpr int kGroupGap = 12;
 constexpr int kTextGap = 14;
@@ -77,6 +78,16 @@ template <typename Layout> Layout* Tight(QWidget* on, int margin = 0) {
     layout->setContentsMargins(margin, margin, margin, margin);
     layout->setSpacing(kGap);
     return layout;
+}
+
+// The order of the list stands at the end of the line that tells what the list hides.
+void PutOrder(QBoxLayout& notes, QLabel* hidden, QWidget* order) {
+    const int at = notes.indexOf(hidden);
+    notes.removeWidget(hidden);
+    auto* line = Tight<QHBoxLayout>(nullptr);
+    line->addWidget(hidden, 1);
+    line->addWidget(order);
+    notes.insertLayout(at, line);
 }
 
 } // namespace
@@ -131,6 +142,8 @@ void frmMain::MakePanels() {
 
 void frmMain::Put(QWidget* widget, Place place) {
     m_placed[place].push_back(widget);
+    if (widget == m_controls.SortCombo)
+        return PutOrder(*m_bars.at(Place::ListNote), m_controls.HiddenFilesLabel, widget);
     switch (place) {
     case Place::Tree:
         m_splitter->addWidget(widget);
@@ -205,9 +218,10 @@ void frmMain::StyleControls() {
     c.Label_error->setAutoFillBackground(true);
     c.Label_error->setFrameShape(QFrame::Box);
     c.Label_error->setContentsMargins(6, 4, 6, 4);
-    for (QComboBox* box : {c.NoteFilterCombo, c.SortCombo}) { // their lists open wider
+    for (const auto& [box, letters] : {std::pair(c.NoteFilterCombo, kChoiceLetters),
+                                       {c.SortCombo, kOrderLetters}}) { // their lists open wider
         box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-        box->setMinimumContentsLength(kBoxLetters);
+        box->setMinimumContentsLength(letters);
     }
     c.FolderChangedLabel->hide();
     c.HiddenFilesLabel->hide();
