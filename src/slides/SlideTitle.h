@@ -12,11 +12,11 @@ struct SlideTitleFacts {
     std::string fileDate; // "06/22/2004 8:15:30 PM"
     int index = 0;
     int count = 0;
-    bool camera = false; // the camera's settings, where it wrote them
-    bool copied = false; // a copy key was used on this slide, and
-    std::string refusal; // why nothing was copied; empty: it was
-    int brightness = 0;  // of the slider
-    std::string mark;    // as it is read; empty: none, or not to be shown
+    bool camera = false;   // the camera's settings, where it wrote them
+    bool copied = false;   // a copy key was used on this slide, and
+    std::string refusal;   // why nothing was copied; empty: it was
+    int brightness = 0;    // of the slider
+    std::string mark = {}; // as it is read; empty: none, or not to be shown
 };
 
 // "p1.jpg   06/22/2004 8:15:30 PM   (1 of 12)", or with the settings between; then the marks for
