@@ -105,6 +105,7 @@ Outcome FileRoom::ThrowAll(const std::vector<std::string>& paths, Changes& chang
     const std::string all = std::to_string(paths.size());
     std::vector<FileFault> faults;
     std::size_t thrown = 0;
+    std::string along; // the first that stays
     std::string end;
     for (std::size_t i = 0; i < paths.size() && end.empty(); ++i) {
         if (!batch.Step("Deleting " + std::to_string(i + 1) + " of " + all + " - " +
@@ -119,7 +120,8 @@ Outcome FileRoom::ThrowAll(const std::vector<std::string>& paths, Changes& chang
             continue;
         }
         ++thrown;
-        ThrowAlong(plan, changes);
+        const std::string stays = ThrowAlong(plan, changes);
+        if (!stays.empty() && along.empty()) along = "; '" + LastPart(paths[i]) + "'" + stays;
     }
     if (!faults.empty())
         end += ", " + std::to_string(faults.size()) + " stay: " + faults.front().why;

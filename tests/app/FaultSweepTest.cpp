@@ -143,7 +143,11 @@ const std::vector<std::pair<const char*, Act>> kCommands{
          w.c.NextImageButton->trigger(), w.c.PrevImageButton->trigger();
      }},
     {"text file", [](World& w) { w.c.TCheck->click(), w.GoTo("t.txt"); }},
-    {"mark by key", [](World& w) { w.Key(Qt::Key_K), w.house.marks.Flush(); }},
+    {"mark by key",
+     [](World& w) {
+         w.Key(Qt::Key_K), w.house.marks.Flush();
+         QCoreApplication::processEvents();
+     }},
     {"rejected to wastebasket",
      [](World& w) { w.Key(Qt::Key_J), w.Answer({"Yes"}, w.c.RejectedDeleteButton); }},
     {"rejected into sub folder",

@@ -141,9 +141,9 @@ void frmMain::MakePanels() {
 }
 
 void frmMain::Put(QWidget* widget, Place place) {
-    m_placed[place].push_back(widget);
-    if (widget == m_controls.SortCombo)
-        return PutOrder(*m_bars.at(Place::ListNote), m_controls.HiddenFilesLabel, widget);
+    const bool isOrder = widget == m_controls.SortCombo;
+    m_placed[isOrder ? Place::ListNote : place].push_back(widget);
+    if (isOrder) return PutOrder(*m_bars.at(Place::ListNote), m_controls.HiddenFilesLabel, widget);
     switch (place) {
     case Place::Tree:
         m_splitter->addWidget(widget);
