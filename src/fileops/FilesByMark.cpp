@@ -125,8 +125,10 @@ Outcome FileRoom::ThrowAll(const std::vector<std::string>& paths, Changes& chang
     }
     if (!faults.empty())
         end += ", " + std::to_string(faults.size()) + " stay: " + faults.front().why;
-    return {
-        faults.empty() && end.empty(), Counted(thrown, "rejected") + " deleted" + end, {}, faults};
+    return {faults.empty() && end.empty(),
+            Counted(thrown, "rejected") + " deleted" + end + along,
+            {},
+            faults};
 }
 
 Outcome FileRoom::RejectedIntoSubFolder() {
