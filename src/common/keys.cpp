@@ -53,6 +53,8 @@ int KeyCode(int toolkitKey) {
 }
 
 std::string NameOf(int code) {
+    if (code & kControl) return "Ctrl+" + NameOf(code & ~kControl);
+    if (code & kShift) return "Shift+" + NameOf(code & ~kShift);
     if (code >= kF1 && code < kF1 + 12) return "F" + std::to_string(code - kF1 + 1);
     for (const KeyRow& row : kKeys)
         if (row.code == code) return row.name;

@@ -38,6 +38,8 @@ inline constexpr int kPlus = 187;
 inline constexpr int kComma = 188;
 inline constexpr int kMinus = 189;
 inline constexpr int kPeriod = 190;
+inline constexpr int kShift = 0x200; // with a key's code: held down beside it
+inline constexpr int kControl = 0x400;
 // Digits and letters stand for themselves: '0' 48 to '9' 57, 'A' 65 to 'Z' 90.
 
 // The key code of a toolkit key number (Qt::Key); kNone for a key that has none here.

@@ -2,7 +2,7 @@
 
 #include "common/paths.h"
 #include "desk/batch/BatchRun.h"
-#include "fileops/DroppedNote.h"
+#include "desk/batch/DroppedNote.h"
 #include "fileops/PicturePlan.h"
 #include "platform/Clipboard.h"
 #include "platform/Files.h"

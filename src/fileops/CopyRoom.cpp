@@ -1,7 +1,7 @@
 #include "fileops/CopyRoom.h"
 
 #include "common/paths.h"
-#include "fileops/DroppedNote.h"
+#include "desk/batch/DroppedNote.h"
 #include "fileops/PicturePlan.h"
 #include "fileops/frmCaption.h"
 #include "platform/Files.h"

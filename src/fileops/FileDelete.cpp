@@ -3,7 +3,7 @@
 
 #include "common/paths.h"
 #include "desk/batch/BatchRun.h"
-#include "fileops/DroppedNote.h"
+#include "desk/batch/DroppedNote.h"
 #include "platform/EventPump.h"
 #include "platform/Files.h"
 #include "widgets/Dialogs.h"

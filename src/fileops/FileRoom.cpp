@@ -2,7 +2,7 @@
 
 #include "common/paths.h"
 #include "desk/batch/BatchRun.h"
-#include "fileops/DroppedNote.h"
+#include "desk/batch/DroppedNote.h"
 #include "fileops/PutFiles.h"
 #include "fileops/frmNewName.h"
 #include "fileops/frmRenameFiles.h"
@@ -64,6 +64,7 @@ void FileRoom::ConnectControls() {
             [this] { m.shell.Tell(MakeFolder(m.controls.FileListBox->Path())); });
     Connect(c.MoveToButton, [this] { MoveToButton_Click(); });
     Connect(c.UndoButton, [this] { UndoButton_Click(); });
+    ConnectMarks();
     SetEnabled(c.UndoButton, false);
     m_copyPaste.ConnectControls();
 }
@@ -99,6 +100,7 @@ void FileRoom::UndoButton_Click() {
         });
     }
     PushUndo({});
+    SetMarksBack(result.marks);
     const DroppedNote dropped(m);
     m.notes.NoteFilesChanged();
     m.navigation.RefreshDirButton_Click();

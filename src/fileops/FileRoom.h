@@ -9,6 +9,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace tarn {
 
@@ -65,6 +66,20 @@ private:
     void Show(const std::string& path, int otherwise);
     void KeepRest(const Changes& changes, const std::string& what);
     void RenamePicturesClosed();
+    void ConnectMarks();
+    // Files by their marks, or why there are none.
+    struct ByMark {
+        std::vector<std::string> paths;
+        Outcome refusal;
+    };
+    ByMark FilesMarked(bool (*takes)(const Mark&), const std::string& kind) const;
+    bool AskOfMarked(const std::string& title, const std::string& text);
+    Outcome RejectedToWastebasket();
+    Outcome RejectedIntoSubFolder();
+    Outcome KeptToCopyFolder();
+    Outcome ClearAllMarks();
+    Outcome ThrowAll(const std::vector<std::string>& paths, Changes& changes);
+    void SetMarksBack(const std::vector<MarkBefore>& marks);
     std::string ThrowFits(const std::vector<std::string>& paths, Changes& changes,
                           std::size_t& thrown);
 

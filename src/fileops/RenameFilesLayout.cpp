@@ -92,10 +92,14 @@ QLayout* frmRenameFiles::MakeFolderSide() {
     connect(m_all, &QCheckBox::toggled, this, [this] { BuildRenameLists(); });
     m_showAll = Named(new QCheckBox(QStringLiteral("Show all files in folder")), "CheckShowAll");
     connect(m_showAll, &QCheckBox::toggled, this, [this] { SetPattern(); });
+    m_keptOnly = Named(new QCheckBox(QStringLiteral("Kept only")), "CheckKeptOnly");
+    m_keptOnly->setToolTip(QStringLiteral("Only files that are marked to keep"));
+    connect(m_keptOnly, &QCheckBox::toggled, this, [this] { NarrowToKept(); });
     side->addWidget(Framed("Folders", m_tree), 2);
     side->addWidget(m_list, 3);
     side->addWidget(m_all);
     side->addWidget(m_showAll);
+    side->addWidget(m_keptOnly);
     return side;
 }
 

@@ -150,7 +150,7 @@ void Changes::TakeBack(std::size_t kept, std::string* error) {
 }
 
 void UndoLog::Push(UndoEntry entry) {
-    if (!entry.done.empty()) m_entries.push_back(std::move(entry));
+    if (!entry.done.empty() || !entry.marks.empty()) m_entries.push_back(std::move(entry));
 }
 
 UndoResult UndoLog::Undo(Files& files, const std::function<bool(std::size_t)>& goOn) {
@@ -180,7 +180,8 @@ UndoResult UndoLog::Undo(Files& files, const std::function<bool(std::size_t)>& g
     for (const std::string& folder : touched) files.Flush(folder);
     std::reverse(result.back.begin(), result.back.end());
     std::reverse(left.begin(), left.end());
-    result.text = (undone > 0 ? "Undone: " : "NOT undone: ") + entry.what;
+    result.marks = std::move(entry.marks);
+    result.text = (undone > 0 || !result.marks.empty() ? "Undone: " : "NOT undone: ") + entry.what;
     if (!result.back.empty()) result.text += "; back again: " + ListOf(result.back);
     if (!left.empty())
         result.text += "; " + std::to_string(left.size()) + " not taken back, first " + why;

@@ -2,6 +2,7 @@
 // names. For the run of the program. No widgets.
 #pragma once
 
+#include "common/mark.h"
 #include "platform/Files.h"
 
 #include <functional>
@@ -26,15 +27,23 @@ struct Done {
     std::string to;
 };
 
+// A mark that a command took away or replaced.
+struct MarkBefore {
+    std::string path;
+    Mark mark;
+};
+
 // One command's changes in their order.
 struct UndoEntry {
     std::string what; // "Delete 'M31.jpg'"
     std::vector<Done> done;
+    std::vector<MarkBefore> marks = {};
 };
 
 struct UndoResult {
     std::string text;              // for the message line
     std::vector<std::string> back; // full paths of what came back, in the order it had gone
+    std::vector<MarkBefore> marks; // for the caller to set again
 };
 
 // Whether what stands at the target of a copy or a move is thrown away, once all bytes are there.

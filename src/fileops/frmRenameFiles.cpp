@@ -4,6 +4,7 @@
 #include "common/paths.h"
 #include "common/text.h"
 #include "desk/batch/BatchRun.h"
+#include "desk/batch/KeptFiles.h"
 #include "platform/Desktop.h"
 #include "platform/Files.h"
 #include "platform/QtText.h"
@@ -60,6 +61,7 @@ void frmRenameFiles::OpenWindow() {
     m_say->clear();
     m_tree->SetSelectedPath(main.Path());
     m_tree->Reveal(main.Path());
+    NarrowToKept();
     SetPattern(); // the types may be others by now
     SelectAsIn(main);
     show();
@@ -116,6 +118,16 @@ void frmRenameFiles::FolderTreeview1_Selection(const std::string& path, bool& ca
 
 void frmRenameFiles::SetPattern() {
     m_list->SetPattern(m_showAll->isChecked() ? "*.*" : m.state.PictureTypes);
+    BuildRenameLists();
+}
+
+// Marks are known of the folder that the main window shows.
+void frmRenameFiles::NarrowToKept() {
+    if (m_keptOnly->isChecked())
+        m_list->Narrow(
+            [this](const std::string& name) { return IsKept(m, JoinPath(m_list->Path(), name)); });
+    else
+        m_list->Narrow({});
     BuildRenameLists();
 }
 

@@ -62,6 +62,7 @@ private:
 
     void FolderTreeview1_Selection(const std::string& path, bool& cancel);
     void SelectAsIn(const FileListBox& main);
+    void NarrowToKept();
     void SetPattern();
     void BuildRenameLists();
     void ClearResults();
@@ -108,6 +109,7 @@ private:
     QLabel* m_say = nullptr;          // progress, and why a file was not renamed
     QCheckBox* m_all = nullptr;       // CheckAll
     QCheckBox* m_showAll = nullptr;   // CheckShowAll
+    QCheckBox* m_keptOnly = nullptr;  // CheckKeptOnly
     QCheckBox* m_moveNotes = nullptr; // RenameNotesCheck
     QCheckBox* m_copyNotes = nullptr; // CopyNotesCheck
     QPushButton* m_cancel = nullptr;

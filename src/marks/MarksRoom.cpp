@@ -4,7 +4,7 @@
 
 namespace tarn {
 
-MarksRoom::MarksRoom(Context& context) : m(context) {
+MarksRoom::MarksRoom(Context& context) : m(context), m_controls(context) {
     m_store = std::make_unique<MarkStore>(
         context.files, MarkStore::Answers{.changed = [this] { PostChanged(); },
                                           .told =
@@ -19,17 +19,15 @@ MarksRoom::MarksRoom(Context& context) : m(context) {
 MarksRoom::~MarksRoom() = default;
 
 void MarksRoom::ConnectControls() {
+    m_controls.ConnectControls();
+    Follow([this] { m_controls.ShowMarks(); });
     const FileListBox& list = *m.controls.FileListBox;
-    QObject::connect(list.model(), &QAbstractItemModel::modelReset, &m_here,
-                     [this] { ShowList(); });
+    QObject::connect(&list, &FileListBox::folderRead, &m_here, [this] { ShowList(); });
 }
 
 void MarksRoom::ShowList() {
     const FileListBox& list = *m.controls.FileListBox;
-    std::vector<std::string> names;
-    names.reserve(static_cast<std::size_t>(list.Count()));
-    for (int row = 0; row < list.Count(); ++row) names.push_back(list.Text(row));
-    m_store->Show(list.Path(), std::move(names));
+    m_store->Show(list.Path(), list.Listed()); // also those that are not chosen by their marks
 }
 
 std::optional<Mark> MarksRoom::MarkOf(const std::string& path) {

@@ -3,6 +3,7 @@
 
 #include "desk/Context.h"
 #include "desk/Room.h"
+#include "marks/MarkControls.h"
 #include "marks/MarkStore.h"
 
 #include <QObject>
@@ -39,6 +40,7 @@ private:
 
     Context& m;
     QObject m_here; // what comes from the store's threads is done in its thread
+    MarkControls m_controls;
     std::vector<std::function<void()>> m_followers;
     std::atomic<bool> m_isPosted = false;
     std::unique_ptr<MarkStore> m_store; // last: its threads end first

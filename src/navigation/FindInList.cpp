@@ -2,6 +2,7 @@
 
 #include "common/paths.h"
 #include "common/text.h"
+#include "navigation/CurrentRow.h"
 #include "platform/QtText.h"
 #include "widgets/FileListBox.h"
 #include "widgets/PictureBox.h"
@@ -70,23 +71,9 @@ void FindInList::Narrow() {
             const auto known = m_texts.find(name); // a new file has its name alone
             return Contains(known == m_texts.end() ? FoldCase(name) : known->second, wanted);
         });
-    TakeRow();
+    TakeCurrentRow(m);
     if (list.Count() < 1)
         m.shell.ShowMessage("No name or note has '" + FromQt(m.controls.FindLine->text()) + "'");
-}
-
-// The current file's row is another one now, and so are those of the views.
-void FindInList::TakeRow() {
-    FileListBox& list = *m.controls.FileListBox;
-    const int row = list.RowOf(m.state.FileNameOnly);
-    m.state.FileIndex = row; // none: a step begins at the first one that is listed
-    if (row >= 0) {
-        if (row != list.CurrentRow()) list.setCurrentIndex(list.model()->index(row, 0));
-        if (m.state.HistRow()) *m.state.HistRow() = row;
-    }
-    m.navigation.ResetFileHistory(list.CurrentRow() >= 0);
-    m.navigation.Update_Num_Files(0);
-    m.notes.SetSaveCommands();
 }
 
 void FindInList::Close() {
@@ -98,7 +85,7 @@ void FindInList::Close() {
     const bool hadKeyboard = m.controls.FindLine->hasFocus();
     m_texts.clear();
     m.controls.FileListBox->Narrow({});
-    TakeRow();
+    TakeCurrentRow(m);
     if (hadKeyboard) m.shell.FocusPane();
     m.controls.FindLine->hide();
 }

@@ -33,7 +33,6 @@ private:
     void StepOn() { Step(1); }
     void StepBack() { Step(-1); }
     void StayOnFound();
-    void TakeRow();
 
     static const WindowKey<FindInList> kKeys[]; // in the line
 

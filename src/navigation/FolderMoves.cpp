@@ -91,6 +91,8 @@ void NavigationRoom::ShowHint() {
         hint = "The folder " + folder + " cannot be read. Choose another in the tree.";
     else if (!hasRows && m.state.FilterActive)
         hint = "No file of " + folder + " fits the filter '" + list.Pattern() + "'.";
+    else if (!hasRows && m_arrangement.ChoosesByMark())
+        hint = "No file of " + folder + " is marked so. The box beside Filter lists all.";
     else if (!hasRows)
         hint = "No files to show in " + folder + ". " +
                (m_filter.Hidden().empty()
@@ -111,6 +113,7 @@ void NavigationRoom::OpenFolder(const std::string& folder, const std::string& na
         m.controls.FolderTreeview1->Reveal(folder);
     } else {
         if (list.LeavesOut(name)) m_find.Close();
+        if (list.LeavesOut(name)) m_arrangement.ListAllMarks();
         if (list.RowOf(name) < 0) RefreshDirButton_Click(); // made since the folder was read
         ShowNamed(name);
     }

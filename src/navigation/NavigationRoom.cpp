@@ -25,7 +25,8 @@ namespace tarn {
 
 NavigationRoom::NavigationRoom(Context& context)
     : m(context), m_historyList(context, [this](int entry) { GoToFolder(entry); }),
-      m_filter(context, [this] { ShowHint(); }), m_menus(context), m_find(context) {}
+      m_filter(context, [this] { ShowHint(); }), m_menus(context), m_find(context),
+      m_arrangement(context) {}
 
 void NavigationRoom::ConnectControls() {
     MainControls& c = m.controls;
@@ -33,6 +34,7 @@ void NavigationRoom::ConnectControls() {
     m_filter.ConnectControls();
     m_menus.ConnectControls();
     m_find.ConnectControls();
+    m_arrangement.ConnectControls();
     c.FileListBox->onClick = [this] { FileListBox_Click(); };
     c.FileListBox->onDoubleClick = [this] {
         if (!m.state.VideoImage()) m.display.ViewFull();

@@ -7,6 +7,7 @@
 #include "navigation/ContextMenus.h"
 #include "navigation/FindInList.h"
 #include "navigation/HistoryList.h"
+#include "navigation/ListArrangement.h"
 #include "navigation/ListFilter.h"
 #include "navigation/Stepping.h"
 
@@ -79,6 +80,7 @@ private:
     ListFilter m_filter;
     ContextMenus m_menus;
     FindInList m_find;
+    ListArrangement m_arrangement;
     ViewHistory m_views;
     std::string m_wanted;                  // name to select in the folder that is being entered
     PictureRequest m_request = Stepping(); // or that of the selection that code is making

@@ -11,8 +11,10 @@ namespace {
 constexpr int kPicture = int(KeyPane::Picture);
 constexpr int kClip = int(KeyPane::Clip);
 constexpr int kText = int(KeyPane::Text);
-constexpr int kLists = int(KeyPane::Lists);
+constexpr int kFiles = int(KeyPane::Files);
+constexpr int kLists = int(KeyPane::Lists) | kFiles;
 constexpr int kPanes = kPicture | kClip | kText;
+constexpr int kMarked = kPicture | kClip | kFiles;
 
 constexpr int kPage = 5; // rows of a page key
 
@@ -78,6 +80,9 @@ constexpr PaneKeyRow kRows[] = {
     {keys::kComma, kPicture | kText, Needs::Nothing, "back through the files viewed", Click<&C::FileBackButton>},
     {keys::kPeriod, kPicture | kText, Needs::Nothing, "forward through the files viewed", Click<&C::FileFwdButton>},
     {keys::kF5, kPanes | kLists, Needs::Nothing, "reads the folder again", ReadAgain},
+    {'K', kMarked, Needs::Nothing, "marks to keep", Choose<&C::MarkKeepButton>},
+    {'J', kMarked, Needs::Nothing, "marks as rejected", Choose<&C::MarkRejectButton>},
+    {'H', kMarked, Needs::Nothing, "takes mark and stars away", Choose<&C::MarkClearButton>},
     {'R', kPicture, Needs::Picture, "turns right", Ring<&D::RotateRightButton_Click>},
     {keys::kRight, kPicture, Needs::Picture, "turns right", Ring<&D::RotateRightButton_Click>},
     {'L', kPicture, Needs::Picture, "turns left", Ring<&D::RotateLeftButton_Click>},

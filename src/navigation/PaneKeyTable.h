@@ -11,8 +11,9 @@ namespace tarn {
 enum class KeyPane {
     Picture = 1,
     Clip = 2,
-    Text = 4,  // logs, texts and pages
-    Lists = 8, // of files, folders and camera data, whose other keys move their rows
+    Text = 4,   // logs, texts and pages
+    Lists = 8,  // of folders and camera data, whose other keys move their rows
+    Files = 16, // the list of files, as those
 };
 
 // What the key does in this pane now; null when it does nothing there.

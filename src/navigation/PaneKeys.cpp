@@ -7,6 +7,7 @@
 #include "widgets/PictureBox.h"
 #include "widgets/webpane/PageBrowser.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QLabel>
@@ -25,6 +26,10 @@ constexpr int kRepeatFollows = 5; // milliseconds
 
 bool IsPlain(const QKeyEvent& event) {
     return !(event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+}
+
+bool IsLetter(int keycode) {
+    return keycode >= '0' && keycode <= 'Z';
 }
 
 bool IsStep(int keycode) {
@@ -55,6 +60,7 @@ KeyPane PaneKeys::PaneOf(const QObject* watched) const {
     const MainControls& c = m.controls;
     if (watched == c.Picture1) return KeyPane::Picture;
     if (watched == c.Picture2) return KeyPane::Clip;
+    if (watched == c.FileListBox) return KeyPane::Files;
     return IsPane(watched) ? KeyPane::Text : KeyPane::Lists;
 }
 
@@ -131,11 +137,24 @@ bool PaneKeys::KeyPress(QObject* pane, const QKeyEvent& event) {
         return IsPane(pane) && pressed && Repeat(pane, *pressed);
     }
     if (keycode == keys::kNone) return false;
+    const bool letterActs = pane == m.controls.FileListBox && IsLetter(keycode);
+    if (letterActs && GoesOnWord(keycode)) return false;
     Forget(keycode);
     m_pressed.push_back({pane, keycode});
+    if (letterActs) return true;
     // Lists and tree move by themselves, and the text pane keeps what belongs to texts.
     return IsPane(pane) && keycode != keys::kTab &&
            ((pane != m.controls.LogText && pane != m.controls.WebBrowser1) || IsStep(keycode));
+}
+
+// The list finds names by what is typed; a letter that acts there is part of a name only behind
+// others that are not.
+bool PaneKeys::GoesOnWord(int keycode) {
+    const bool within =
+        m_typed.isValid() && m_typed.elapsed() < QApplication::keyboardInputInterval();
+    if (!within && PaneActionOf(KeyPane::Files, keycode, m.state.ImageLoaded)) return false;
+    m_typed.start();
+    return true;
 }
 
 // A step key held down goes on in whatever pane the last step has put up.

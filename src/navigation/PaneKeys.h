@@ -6,6 +6,7 @@
 #include "navigation/PaneKeyTable.h"
 #include "widgets/WheelNotches.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QPointF>
 #include <QTimer>
@@ -45,6 +46,7 @@ private:
     bool KeyRelease(QObject* pane, const QKeyEvent& event);
     Pressed* Find(int keycode);
     void Forget(int keycode);
+    bool GoesOnWord(int keycode);
     bool Repeat(QObject* pane, Pressed& pressed);
     void ActOnRelease();
     void MousePress(QObject* pane, const QMouseEvent& event);
@@ -54,6 +56,7 @@ private:
 
     Context& m;
     std::vector<Pressed> m_pressed;
+    QElapsedTimer m_typed; // since the last letter of a name in the list
     QTimer m_releaseTimer; // a release that may be half of a repeat waits for it
     QObject* m_releasedIn = nullptr;
     int m_releasedKey = 0;

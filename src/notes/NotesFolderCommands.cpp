@@ -19,8 +19,26 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QStandardItemModel>
 
 namespace tarn {
+
+namespace {
+
+constexpr int kNoteChoices = 3; // behind them their box has other ones
+
+NoteChoice ChoiceOf(int index) {
+    return index < kNoteChoices ? static_cast<NoteChoice>(index) : NoteChoice::All;
+}
+
+// Only those that ask for notes.
+void EnableNoteChoices(QComboBox& box, bool enabled) {
+    auto* const rows = qobject_cast<QStandardItemModel*>(box.model());
+    for (int index = 1; rows && index < kNoteChoices; ++index)
+        rows->item(index)->setEnabled(enabled);
+}
+
+} // namespace
 
 void NotesRoom::ShowSettings() {
     ShowFolder();
@@ -42,8 +60,8 @@ void NotesRoom::ShowFolder() {
     m_store.index.SetFolder(folder);
     const auto hasNote = [this](const std::string& name) { return m_store.index.HasNote(name); };
     c.FileListBox->SetNoteMarks(set ? std::function<bool(const std::string&)>(hasNote) : nullptr);
-    c.NoteFilterCombo->setEnabled(set);
-    if (c.NoteFilterCombo->currentIndex() != 0) {
+    EnableNoteChoices(*c.NoteFilterCombo, set);
+    if (ChoiceOf(c.NoteFilterCombo->currentIndex()) != NoteChoice::All) {
         if (!set) c.NoteFilterCombo->setCurrentIndex(0);
         NoteFilterCombo_Click(c.NoteFilterCombo->currentIndex());
     }
@@ -84,9 +102,13 @@ void NotesRoom::ClearNotesFolderButton_Click() {
 }
 
 // The list anew with the same file current; where it is no longer listed, on its first row.
-void NotesRoom::NoteFilterCombo_Click(int choice) {
+void NotesRoom::NoteFilterCombo_Click(int index) {
     FileListBox& list = *m.controls.FileListBox;
-    list.SetNoteChoice(static_cast<NoteChoice>(choice));
+    const NoteChoice choice = ChoiceOf(index);
+    const bool choosesByNote = choice != NoteChoice::All;
+    if (!choosesByNote && !m_choosesByNote) return; // by marks
+    m_choosesByNote = choosesByNote;
+    list.SetNoteChoice(choice);
     m.navigation.RefreshDirButton_Click();
     m.navigation.ResetFileHistory(true);
     if (list.CurrentRow() < 0) m.navigation.EnableListCommands();

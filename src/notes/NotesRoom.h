@@ -57,7 +57,7 @@ public:
     void SaveNotes3Button_Click() { SaveAndStep(false); }
     void clearNotesSaveButton_Click();
     void NotesBox_Change();
-    void NoteFilterCombo_Click(int choice);
+    void NoteFilterCombo_Click(int index);
 
     void SetNotesButton_Click();
     void ClearNotesFolderButton_Click();
@@ -109,6 +109,7 @@ private:
     void ShowStepToolTips();
 
     Context& m;
+    bool m_choosesByNote = false; // the files of the list
     NoteBox m_box;
     NoteStore m_store;
     Drafts m_drafts;

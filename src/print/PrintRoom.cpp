@@ -124,6 +124,7 @@ void PrintRoom::PrintSheets(const SheetLayout& layout) {
     ProgramState& s = m.state;
     const FileListBox& list = *m.controls.FileListBox;
     if (!MayPrint() || list.Count() == 0) return;
+    if (FilesForSheets(m).empty()) return m.shell.ShowMessage("No kept files in this list");
     if (IsEnlarged()) {
         m.shell.ShowMessage(
             "Sheets are printed with the main window no larger than at the start (" +
@@ -158,7 +159,7 @@ void PrintRoom::PrintSheets(const SheetLayout& layout) {
 bool PrintRoom::RunSheets(Printer& printer, const SheetLayout& layout, KeptNote& notes,
                           Outcome& said) {
     const BatchRun batch(m, m.controls.PrintCancelButton);
-    SheetJob job(m, printer, layout, Faces(), NowText());
+    SheetJob job(m, printer, layout, Faces(), NowText(), FilesForSheets(m));
     const bool done = job.Run(batch, notes);
     if (!done) said.text = "Printing cancelled";
     said.faults = job.Faults();

@@ -2,6 +2,7 @@
 
 #include "common/paths.h"
 #include "desk/batch/BatchRun.h"
+#include "desk/batch/KeptFiles.h"
 #include "desk/batch/KeptNote.h"
 #include "platform/CrashNote.h"
 #include "platform/QtText.h"
@@ -10,19 +11,26 @@
 
 #include <QLabel>
 
+#include <algorithm>
+
 namespace tarn {
 
 namespace {
 
-SheetPlan PlanOf(const Context& m, const SheetLayout& layout) {
-    const FileListBox& list = *m.controls.FileListBox;
-    return PlanSheets(list.Count(), layout.PerPage(), m.state.PrintOnly1stPage, list.CurrentRow());
+SheetPlan PlanOf(const Context& m, const SheetLayout& layout, const std::vector<SheetFile>& files) {
+    const int current = m.controls.FileListBox->CurrentRow();
+    const auto behind = std::find_if(files.begin(), files.end(), [current](const SheetFile& file) {
+        return file.row >= current;
+    });
+    const auto count = static_cast<int>(files.size());
+    return PlanSheets(count, layout.PerPage(), m.state.PrintOnly1stPage,
+                      std::min(static_cast<int>(behind - files.begin()), count - 1));
 }
 
-std::vector<std::string> PathsOf(const FileListBox& list, const SheetPlan& plan) {
+std::vector<std::string> PathsOf(const std::vector<SheetFile>& files, const SheetPlan& plan) {
     std::vector<std::string> paths;
     for (int number = plan.first; number <= plan.last; ++number)
-        paths.push_back(JoinPath(list.Path(), list.Text(number - 1)));
+        paths.push_back(files[static_cast<std::size_t>(number - 1)].path);
     return paths;
 }
 
@@ -34,13 +42,23 @@ bool IsPicture(const ProgramState& s, const std::string& path) {
 
 } // namespace
 
+std::vector<SheetFile> FilesForSheets(const Context& m) {
+    const FileListBox& list = *m.controls.FileListBox;
+    std::vector<SheetFile> files;
+    for (int row = 0; row < list.Count(); ++row) {
+        std::string path = JoinPath(list.Path(), list.Text(row));
+        if (!m.state.SheetsOfKept || IsKept(m, path)) files.push_back({row, std::move(path)});
+    }
+    return files;
+}
+
 SheetJob::SheetJob(Context& context, Printer& printer, const SheetLayout& layout, PrintFaces faces,
-                   const std::string& now)
-    : m(context), m_printer(printer), m_layout(layout), m_plan(PlanOf(context, layout)),
+                   const std::string& now, const std::vector<SheetFile>& files)
+    : m(context), m_printer(printer), m_layout(layout), m_plan(PlanOf(context, layout, files)),
       m_sheet(printer, layout, std::move(faces),
               SheetHeading(context.state.Version, now, context.controls.FileListBox->Path()),
               m_plan.pageCount),
-      m_paths(PathsOf(*context.controls.FileListBox, m_plan)), m_pictures(context, m_paths),
+      m_paths(PathsOf(files, m_plan)), m_pictures(context, m_paths),
       m_counterBefore(context.state.TextNumOf) {}
 
 SheetJob::~SheetJob() {

@@ -14,10 +14,17 @@ namespace tarn {
 class BatchRun;
 class KeptNote;
 
+// A file of the list that goes onto the sheets.
+struct SheetFile {
+    int row = 0;
+    std::string path;
+};
+std::vector<SheetFile> FilesForSheets(const Context& m); // all, or those that are kept
+
 class SheetJob {
 public:
     SheetJob(Context& context, Printer& printer, const SheetLayout& layout, PrintFaces faces,
-             const std::string& now);
+             const std::string& now, const std::vector<SheetFile>& files);
     ~SheetJob(); // the counter is that of the current picture again
 
     // False when it was cancelled or the program ends.

@@ -1,6 +1,7 @@
 #include "slides/FullSlides.h"
 
 #include "common/dates.h"
+#include "common/mark_text.h"
 #include "common/paths.h"
 #include "common/text.h"
 #include "imaging/PicturesAhead.h"
@@ -151,11 +152,17 @@ void FullSlides::ShowSlide() {
     m_time.Window().Refresh();
 }
 
+// With the camera's settings, and where it was set just now.
+std::string FullSlides::MarkShown() const {
+    if (!m.state.CameraSettings && m_file != m_markedFile) return {};
+    return MarkText(m.marks.MarkOf(m_file).value_or(Mark()));
+}
+
 void FullSlides::ComposeTitle() {
     const ProgramState& s = m.state;
     const SlideTitleFacts facts{s.SlideNameOnly,    s.FileModifiedText, m_sequence.Index(),
                                 m_sequence.Count(), s.CameraSettings,   m_copied,
-                                m_refusal,          s.BrightnessValue};
+                                m_refusal,          s.BrightnessValue,  MarkShown()};
     m_title = TitleOf(facts, s);
     m_copied = false;
 }

@@ -41,6 +41,7 @@ private:
     void TakeAsCurrentFile();
     void ReadInfo();
     void ShowSlide();
+    std::string MarkShown() const;
     void ComposeTitle();
     void PlaySound();
     void PaintSlide();
@@ -64,6 +65,7 @@ private:
     void CloseLook();
     void GoToView(bool back);
     void Copy(bool convert);
+    void SetMark(const MarkChange& change);
     void Delete();
 
     Context& m;
@@ -80,8 +82,9 @@ private:
     tarn::Turn m_turn;     // by keys, since the slide was read
     int m_orientation = 1; // of the slide, by the camera, still to be done
     SlideMove m_move = SlideMove::Next;
-    bool m_back = false; // what cannot be shown is passed over backwards
-    std::string m_file;  // of the slide that is seen, its full path
+    bool m_back = false;      // what cannot be shown is passed over backwards
+    std::string m_file;       // of the slide that is seen, its full path
+    std::string m_markedFile; // by the last key that marked
     std::string m_title;
     bool m_copied = false; // a copy key was used on this slide
     std::string m_refusal; // why nothing was copied

@@ -19,6 +19,7 @@ constexpr int kLastNotesMode = 2;
 
 void FullSlides::Dispatch(int keycode) {
     const SlideEffect effect = FullEffectOf(keycode, m.state.SlideAltArrowKeys);
+    if (const auto change = MarkChangeOf(effect)) return SetMark(*change);
     m_back = SkipsBack(keycode);
     switch (effect.action) {
     case SlideAction::None:
@@ -172,6 +173,14 @@ void FullSlides::Copy(bool convert) {
     // A refusal without a word says nothing at all.
     m_copied = copied || !m_refusal.empty();
     Leave(SlideMove::Again);
+}
+
+void FullSlides::SetMark(const MarkChange& change) {
+    m.marks.SetMarks({m_file}, change);
+    m_markedFile = m_file;
+    ComposeTitle();
+    DrawSlideTitle();
+    m_time.Window().Refresh();
 }
 
 // The file that is seen, then the one behind it; both by their names, since others may come and go.

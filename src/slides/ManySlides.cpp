@@ -93,11 +93,12 @@ void ManySlides::Paint() {
     window.Clear();
     for (std::size_t i = 0; i < m_areas.size(); ++i) {
         const QImage picture = PictureOf(m_areas[i]);
-        m_areas[i].height = picture.height();
         const SlidePlace place = PlaceSlide({picture.width(), picture.height()}, int(i),
                                             m_time.Layout(), m_time.Screen());
+        m_areas[i].place = QRect(QPoint(place.left, place.top), picture.size());
         window.PutPicture(picture, place.left, place.top);
     }
+    ShowFrame();
     DrawTitles();
 }
 
@@ -106,10 +107,11 @@ void ManySlides::DrawTitles() {
     std::vector<SlideLine> lines;
     for (std::size_t i = 0; m_time.TitleOn() && i < m_areas.size(); ++i) {
         const Area& area = m_areas[i];
-        const SlideStrip strip = TitleStrip(area.height, int(i), m_time.Layout(), m_time.Screen());
+        const SlideStrip strip =
+            TitleStrip(area.place.height(), int(i), m_time.Layout(), m_time.Screen());
         lines.push_back(
             {AreaTitle(area.name, area.date, s.CameraSettings ? area.camera : std::string(),
-                       area.row, area.last),
+                       area.row, area.last, MarkShown(area)),
              strip.left, strip.top, strip.width});
     }
     m_time.Window().SetLines(std::move(lines));
@@ -152,6 +154,7 @@ void ManySlides::Dispatch(int keycode) {
     if (m_time.Signals().SlideMouse == kSlideLeft)
         return Leave(compare ? SlideMove::Next : SlideMove::PageOn);
     const SlideEffect effect = ManyEffectOf(keycode);
+    if (const auto change = MarkChangeOf(effect)) return SetMark(*change);
     switch (effect.action) {
     case SlideAction::None:
         return;
@@ -159,6 +162,8 @@ void ManySlides::Dispatch(int keycode) {
         return Leave(static_cast<SlideMove>(effect.amount));
     case SlideAction::Zoom:
         return m_time.ZoomBy(effect.amount);
+    case SlideAction::Frame:
+        return MoveFrame(static_cast<FrameWay>(effect.amount));
     case SlideAction::Help:
         return m_time.ShowHelp(kHelpPage);
     case SlideAction::Done:

@@ -7,6 +7,7 @@
 #include "slides/SlideKeys.h"
 
 #include <QImage>
+#include <QRect>
 
 #include <string>
 #include <vector>
@@ -32,9 +33,10 @@ private:
         std::string date;
         std::string camera;
         bool last = false;
-        ImgX whole;     // turned; all its pixels are fetched once it is zoomed
-        QImage picture; // as seen whole, but for the brightness; null until that is asked for
-        int height = 0; // as painted
+        ImgX whole;          // turned; all its pixels are fetched once it is zoomed
+        QImage picture;      // as seen whole, but for the brightness; null until that is asked for
+        QRect place;         // as painted, in device pixels
+        bool marked = false; // by a key, since it was taken
     };
 
     // Pages and steps; each false when there is no picture to show.
@@ -56,6 +58,11 @@ private:
     void ExpectNeighbours(bool forward);
 
     void Dispatch(int keycode);
+    int MarkedArea() const;
+    std::string MarkShown(const Area& area) const;
+    void SetMark(const MarkChange& change);
+    void MoveFrame(FrameWay way);
+    void ShowFrame();
     void Leave(SlideMove move);
     void ChangeLook(SlideAction action);
 
@@ -67,6 +74,8 @@ private:
     std::string m_error;       // of the last file that was passed over
     SlideMove m_move = SlideMove::Next;
     bool m_forward = true; // the last step
+    int m_frame = -1;      // the area that is framed; -1: none
+    ViewWish m_pointer;    // where it was when the frame was moved
     PicturesOnly m_only;   // last, so that the start is known as it was
 };
 

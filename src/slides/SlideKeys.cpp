@@ -43,6 +43,15 @@ constexpr KeyRow kShared[] = {
     {keys::kPlus, {SlideAction::Zoom, 1}, "closer, through 1:1 to 8:1"},
     {keys::kMinus, {SlideAction::Zoom, -1}, "farther"},
     {'9', {SlideAction::Zoom, 0}, "as the picture fits"},
+    {'K', {SlideAction::Keep}, "marks to keep"},
+    {'J', {SlideAction::Reject}, "marks as rejected"},
+    {'H', {SlideAction::ClearMark}, "takes mark and stars away"},
+    {keys::kControl + '0', {SlideAction::Stars, 0}, "no stars"},
+    {keys::kControl + '1', {SlideAction::Stars, 1}, "one to five stars"},
+    {keys::kControl + '2', {SlideAction::Stars, 2}, "one to five stars"},
+    {keys::kControl + '3', {SlideAction::Stars, 3}, "one to five stars"},
+    {keys::kControl + '4', {SlideAction::Stars, 4}, "one to five stars"},
+    {keys::kControl + '5', {SlideAction::Stars, 5}, "one to five stars"},
     {'E', {SlideAction::CameraSettings}, "camera settings in the title"},
     {'T', {SlideAction::Title}, "title on or off"},
     {'C', {SlideAction::TextColor}, "next color of the title"},
@@ -76,7 +85,15 @@ constexpr KeyRow kFull[] = {
     {keys::kDelete, {SlideAction::Delete}, "picture to the wastebasket"},
 };
 
+constexpr SlideEffect Frame(FrameWay way) {
+    return {SlideAction::Frame, static_cast<int>(way)};
+}
+
 constexpr KeyRow kManyArrows[] = {
+    {keys::kShift + keys::kLeft, Frame(FrameWay::Left), "frames another picture, to be marked"},
+    {keys::kShift + keys::kUp, Frame(FrameWay::Up), "frames another picture, to be marked"},
+    {keys::kShift + keys::kRight, Frame(FrameWay::Right), "frames another picture, to be marked"},
+    {keys::kShift + keys::kDown, Frame(FrameWay::Down), "frames another picture, to be marked"},
     {keys::kUp, Move(SlideMove::Previous), "previous picture"},
     {keys::kDown, Move(SlideMove::Next), "next picture"},
 };
@@ -119,6 +136,21 @@ std::vector<keys::KeyLine> FullKeyLines(bool alternateArrows) {
 
 std::vector<keys::KeyLine> ManyKeyLines() {
     return LinesOf({kShared, kManyArrows});
+}
+
+std::optional<MarkChange> MarkChangeOf(const SlideEffect& effect) {
+    switch (effect.action) {
+    case SlideAction::Keep:
+        return Decide(Decision::Keep);
+    case SlideAction::Reject:
+        return Decide(Decision::Reject);
+    case SlideAction::ClearMark:
+        return ClearMark();
+    case SlideAction::Stars:
+        return Rate(effect.amount);
+    default:
+        return {};
+    }
 }
 
 bool IsSlideStep(const SlideEffect& effect) {

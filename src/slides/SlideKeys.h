@@ -2,7 +2,9 @@
 #pragma once
 
 #include "common/keys.h"
+#include "common/mark.h"
 
+#include <optional>
 #include <vector>
 
 namespace tarn {
@@ -31,9 +33,17 @@ enum class SlideAction {
     Copy,
     Convert,
     Delete,
+    Keep,
+    Reject,
+    ClearMark,
+    Stars, // amount: how many
+    Frame, // amount: a FrameWay
     Help,
     Done,
 };
+
+// Where the frame goes from the picture that it stands round.
+enum class FrameWay { Left, Up, Right, Down };
 
 struct SlideEffect {
     SlideAction action = SlideAction::None;
@@ -49,6 +59,9 @@ SlideEffect ManyEffectOf(int keycode);
 // The same tables as they are read, a line for each thing that keys do.
 std::vector<keys::KeyLine> FullKeyLines(bool alternateArrows);
 std::vector<keys::KeyLine> ManyKeyLines();
+
+// What an effect makes of the picture's mark; none: it has nothing to do with it.
+std::optional<MarkChange> MarkChangeOf(const SlideEffect& effect);
 
 // Whether the key goes on while it is held down.
 bool IsSlideStep(const SlideEffect& effect);

@@ -35,17 +35,19 @@ std::string TitleOf(const SlideTitleFacts& facts, const PictureInfo& info) {
     title += camera ? info.PictureDate + "   " + CameraFields(info) : facts.fileDate;
     title += PlaceOf(facts.index, facts.count);
     if (facts.index + 1 == facts.count) title += "  Last Picture";
+    if (!facts.mark.empty()) title += "  " + facts.mark;
     if (facts.copied && facts.refusal.empty()) title += "  COPIED";
     if (facts.copied && !facts.refusal.empty()) title = facts.refusal;
     return title + BrightnessMark(facts.brightness);
 }
 
 std::string AreaTitle(const std::string& name, const std::string& date, const std::string& camera,
-                      int row, bool last) {
+                      int row, bool last, const std::string& mark) {
     std::string title = name + "  " + date;
     if (!camera.empty()) title += "  " + camera;
     title += "  (" + std::to_string(row + 1) + ")";
-    return last ? title + " Last" : title;
+    if (last) title += " Last";
+    return mark.empty() ? title : title + "  " + mark;
 }
 
 std::string TextOnSlide(const std::string& note, const PictureInfo& info, int mode) {

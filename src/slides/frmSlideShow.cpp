@@ -2,7 +2,9 @@
 
 #include "common/colors.h"
 #include "common/keys.h"
+#include "common/mark.h"
 #include "platform/QtText.h"
+#include "widgets/Themes.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -24,6 +26,7 @@ constexpr int kHeld = 500;            // milliseconds until a held press shows t
 constexpr int kFocusComes = 1000;     // milliseconds after which a window was activated by hand
 constexpr int kPointerRests = 2000;   // milliseconds until the pointer hides
 constexpr double kProgressHeight = 2; // logical pixels
+constexpr int kFrameWidth = 3;        // logical pixels
 
 // As in the main window these act with Ctrl, too.
 bool IsZoomKey(int keycode) {
@@ -131,10 +134,24 @@ void frmSlideShow::paintEvent(QPaintEvent*) {
     painter.drawImage(0, 0, backing);
     painter.setFont(TextFont(m_state));
     for (const SlideLine& line : m_lines) DrawLine(painter, line);
+    DrawFrame(painter);
     if (m_progress > 0)
         painter.fillRect(
             QRectF(0, height() - kProgressHeight, width() * m_progress, kProgressHeight),
             TextColor(m_state));
+}
+
+// Light and dark, so that it is seen on any picture.
+void frmSlideShow::DrawFrame(QPainter& painter) const {
+    if (m_frame.isEmpty()) return;
+    const double unit = devicePixelRatioF();
+    const QRectF place(m_frame.left() / unit, m_frame.top() / unit, m_frame.width() / unit,
+                       m_frame.height() / unit);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(Themed(Qt::black), kFrameWidth + 2));
+    painter.drawRect(place);
+    painter.setPen(QPen(Themed(QColor(0xFF, 0xB3, 0x00)), kFrameWidth));
+    painter.drawRect(place);
 }
 
 void frmSlideShow::DrawLine(QPainter& painter, const SlideLine& line) const {
@@ -157,32 +174,46 @@ frmSlideShow::Pressed* frmSlideShow::Find(int keycode) {
     return nullptr;
 }
 
-void frmSlideShow::keyPressEvent(QKeyEvent* event) {
+// With Ctrl the keys of the zoom and of the stars count, and with Shift the arrows where there are
+// several pictures, each as another key.
+int frmSlideShow::CodeOf(const QKeyEvent& event) const {
     const Qt::KeyboardModifiers with =
-        event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
-    const int key = keys::KeyCode(event->key());
-    const bool counts = !with || (with == Qt::ControlModifier && IsZoomKey(key));
-    const int keycode = counts ? key : keys::kNone;
-    if (keycode == keys::kNone) return;
+        event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    const int key = keys::KeyCode(event.key());
+    if (with == Qt::ControlModifier && key >= '0' && key <= '0' + kMostStars)
+        return keys::kControl + key;
+    if (with == Qt::ControlModifier && IsZoomKey(key)) return key;
+    if (with) return keys::kNone;
+    const bool arrow = key >= keys::kLeft && key <= keys::kDown;
+    const bool frames =
+        arrow && (event.modifiers() & Qt::ShiftModifier) && m_state.SlidesPerPage > 1;
+    return frames ? keys::kShift + key : key;
+}
+
+void frmSlideShow::keyPressEvent(QKeyEvent* event) {
+    const int acts = CodeOf(*event);
+    if (acts == keys::kNone) return;
+    const int keycode = keys::KeyCode(event->key());
     // The window system may send a repeat as a release and a press of the same instant.
     const bool halves = keycode == m_releasedKey && event->timestamp() == m_releasedAt &&
                         event->spontaneous() && m_releasedAt != 0;
     const bool repeats = event->isAutoRepeat() || halves;
-    if (!Find(keycode)) m_pressed.push_back({keycode, event->isAutoRepeat()}); // the show's own key
-    if (!repeats) Find(keycode)->repeated = false;
+    if (!Find(keycode))
+        m_pressed.push_back({keycode, acts, event->isAutoRepeat()}); // the show's own key
+    if (!repeats) *Find(keycode) = {keycode, acts};
     // What steps while it is held does not step once more on its release; any other key acts there.
-    if (repeats && onHeld && onHeld(keycode)) Find(keycode)->repeated = true;
+    if (repeats && onHeld && onHeld(acts)) Find(keycode)->repeated = true;
 }
 
 void frmSlideShow::keyReleaseEvent(QKeyEvent* event) {
     const int keycode = keys::KeyCode(event->key());
     const Pressed* pressed = Find(keycode);
     if (!pressed || event->isAutoRepeat()) return;
-    const bool acts = !pressed->repeated;
+    const int acts = pressed->repeated ? keys::kNone : pressed->acts;
     std::erase_if(m_pressed, [keycode](const Pressed& each) { return each.keycode == keycode; });
     m_releasedKey = keycode;
     m_releasedAt = event->timestamp();
-    if (acts) SlideKeyUp(keycode);
+    if (acts != keys::kNone) SlideKeyUp(acts);
 }
 
 // The releases go to another window.

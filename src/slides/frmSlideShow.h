@@ -10,6 +10,7 @@
 #include <QElapsedTimer>
 #include <QImage>
 #include <QPointer>
+#include <QRect>
 #include <QTimer>
 #include <QWidget>
 
@@ -42,9 +43,12 @@ public:
     void Clear();
     void PutPicture(const QImage& picture, int left, int top);
     void SetLines(std::vector<SlideLine> lines) { m_lines = std::move(lines); }
+    // Round the picture that stands in these device pixels; an empty one takes it away.
+    void SetFrame(const QRect& picture) { m_frame = picture; }
     void Refresh() { repaint(); }
     const QImage& Backing() const { return m_backing; }
     const std::vector<SlideLine>& Lines() const { return m_lines; }
+    const QRect& Frame() const { return m_frame; }
 
     // How much of the time until the next picture is over, 0 to 1, as a thin line at the bottom; 0
     // takes it away.
@@ -92,6 +96,7 @@ private:
     // A key that is down, and whether it has acted by being held.
     struct Pressed {
         int keycode;
+        int acts; // the code with what is held down beside it
         bool repeated = false;
     };
 
@@ -102,6 +107,8 @@ private:
     void PutPlace(ViewWish& wish, QPointF place) const;
     void ClickPicture(Qt::MouseButton button, int x);
     int BackKey() const;
+    int CodeOf(const QKeyEvent& event) const;
+    void DrawFrame(QPainter& painter) const;
     void DrawLine(QPainter& painter, const SlideLine& line) const;
     void ShowCursor();
 
@@ -110,6 +117,7 @@ private:
     SlideCommands& m_slides;
     QImage m_backing;
     std::vector<SlideLine> m_lines;
+    QRect m_frame;
     double m_progress = 0;
 
     QTimer m_buttonTimer; // ButtonTimer

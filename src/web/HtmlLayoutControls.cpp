@@ -88,7 +88,9 @@ void frmHtmlLayout::MakeAddFrame() {
     m_lastLink = Named(new QLabel(), "HtmlLastLinkFile");
     m_lastFile = Named(new QLabel(), "HtmlLastFile");
     m_advance = m_fields.Check("HtmlAddAutoAdvance", "Add Auto Advance", &HtmlSettings::HtmlAuto);
-    rows->addWidget(m_advance);
+    m_keptOnly = Named(new QCheckBox(QStringLiteral("Kept only")), "KeptOnlyCheck");
+    m_keptOnly->setToolTip(QStringLiteral("Add All adds only files that are marked to keep"));
+    rows->addLayout(Row({m_advance, m_keptOnly}));
     rows->addLayout(Row({m_link, m_lastLink}));
     rows->addLayout(Row({Caption("Last added:"), m_lastFile}));
     connect(add, &QPushButton::clicked, this, [this] { HtmlAddButton_Click(); });

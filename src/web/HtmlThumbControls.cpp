@@ -83,7 +83,10 @@ QWidget* frmHtmlThumb::MakeThumbnails() {
     connect(create, &QPushButton::clicked, this, [this] { GenThumbButton_Click(false); });
     connect(update, &QPushButton::clicked, this, [this] { GenThumbButton_Click(true); });
     m_commands.insert(m_commands.end(), {create, update});
-    rows->addLayout(Row({Caption("Size", m_size), m_size, create, update}));
+    m_keptOnly = Named(new QCheckBox(QStringLiteral("Kept only")), "KeptOnlyCheck");
+    m_keptOnly->setToolTip(QStringLiteral("Only pictures that are marked to keep"));
+    connect(m_keptOnly, &QCheckBox::toggled, this, [this] { Form_Activate(); });
+    rows->addLayout(Row({Caption("Size", m_size), m_size, create, update, m_keptOnly}));
     m_thumbs = Named(new QListWidget(), "FileThumb", "Thumbnails");
     m_linked = Named(new QListWidget(), "FileLinked", "Pictures of the thumbnails");
     auto* lists = new QHBoxLayout();

@@ -4,6 +4,7 @@
 #include "common/paths.h"
 #include "common/patterns.h"
 #include "desk/batch/BatchRun.h"
+#include "desk/batch/KeptFiles.h"
 #include "desk/batch/KeptNote.h"
 #include "desk/batch/PassingPictures.h"
 #include "imaging/ImgX.h"
@@ -347,7 +348,10 @@ void frmHtmlLayout::HtmlAddAll(bool reverse) {
     const int back = std::clamp(s.FileIndex, 0, std::max(0, count - 1));
     const FileListBox& list = *m.controls.FileListBox;
     std::vector<std::string> paths; // the list may change while events come in
-    for (int row = 0; row < count; ++row) paths.push_back(JoinPath(list.Path(), list.Text(row)));
+    for (int row = 0; row < count; ++row) {
+        std::string path = JoinPath(list.Path(), list.Text(row));
+        if (!m_keptOnly->isChecked() || IsKept(m, path)) paths.push_back(std::move(path));
+    }
     if (reverse) std::reverse(paths.begin(), paths.end());
     KeptNote kept(m);
     m.navigation.ClearMultiselect();

@@ -111,6 +111,7 @@ private:
     QCheckBox* m_appendOption = nullptr;
     QCheckBox* m_inForm = nullptr;
     QCheckBox* m_advance = nullptr;
+    QCheckBox* m_keptOnly = nullptr; // for Add All
     QCheckBox* m_exifInfo = nullptr;
     QCheckBox* m_imageLabel = nullptr;
     QCheckBox* m_zoomPan = nullptr;

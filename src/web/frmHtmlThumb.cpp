@@ -4,6 +4,7 @@
 #include "common/paths.h"
 #include "common/patterns.h"
 #include "desk/batch/BatchRun.h"
+#include "desk/batch/KeptFiles.h"
 #include "platform/Desktop.h"
 #include "platform/EventPump.h"
 #include "platform/Files.h"
@@ -109,6 +110,7 @@ std::vector<std::string> frmHtmlThumb::Pictures() const {
     std::vector<std::string> names;
     for (int row = 0; row < list.Count(); ++row) {
         const std::string name = list.Text(row);
+        if (m_keptOnly->isChecked() && !IsKept(m, JoinPath(list.Path(), name))) continue;
         const std::string type = FileTypeOf(name);
         if (!IsListedType(m.state.VideoTypes, type) && !IsListedType(m.state.WebTypes, type) &&
             type != ".TXT")

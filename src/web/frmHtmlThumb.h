@@ -67,6 +67,7 @@ private:
     QListWidget* m_thumbs = nullptr; // FileThumb
     QListWidget* m_linked = nullptr; // FileLinked
     QCheckBox* m_topLine = nullptr;
+    QCheckBox* m_keptOnly = nullptr;
     QRadioButton* m_notesTop = nullptr;
     QLabel* m_info = nullptr;
     QLabel* m_error = nullptr;

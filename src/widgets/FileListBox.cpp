@@ -1,5 +1,6 @@
 #include "widgets/FileListBox.h"
 
+#include "common/mark_text.h"
 #include "common/paths.h"
 #include "platform/FileMime.h"
 #include "platform/QtText.h"
@@ -13,13 +14,14 @@
 #include <QMouseEvent>
 
 #include <algorithm>
+#include <set>
 
 namespace tarn {
 
 FileListBox::FileListBox(const Files& files, QWidget* parent) : QListView(parent), m_model(files) {
     setModel(&m_model);
     setUniformItemSizes(true);
-    m_names = itemDelegate();
+    setItemDelegate(&m_names);
     setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
     setDragEnabled(true);
@@ -45,6 +47,7 @@ bool FileListBox::ReadFolder(const std::string& folder, const std::string& patte
     if (m_watcher.directories().isEmpty() && !folder.empty()) m_watcher.addPath(ToQt(folder));
     m_diskTimer.stop();
     emit diskChanged(false);
+    emit folderRead();
     emit leftOutChanged();
     return true;
 }
@@ -54,6 +57,21 @@ void FileListBox::Narrow(std::function<bool(const std::string&)> keeps) {
     m_model.Narrow(std::move(keeps));
     const int now = current.empty() ? -1 : RowOf(current);
     if (now >= 0) setCurrentIndex(m_model.index(now));
+}
+
+bool FileListBox::Rearrange() {
+    const std::string current = CurrentRow() >= 0 ? Text(CurrentRow()) : std::string();
+    std::set<std::string> selected;
+    for (const int row : SelectedRows()) selected.insert(Text(row));
+    if (!m_model.Rearrange()) return false;
+    const int now = current.empty() ? -1 : RowOf(current);
+    if (now >= 0) setCurrentIndex(m_model.index(now));
+    if (selected.size() < 2) return true;
+    QItemSelection again;
+    for (int row = 0; row < Count(); ++row)
+        if (selected.contains(Text(row))) again.select(m_model.index(row), m_model.index(row));
+    selectionModel()->select(again, QItemSelectionModel::ClearAndSelect);
+    return true;
 }
 
 bool FileListBox::SetPath(const std::string& folder) {
@@ -69,6 +87,23 @@ void FileListBox::SetNoteMarks(std::function<bool(const std::string&)> hasNote) 
     m_model.hasNote = std::move(hasNote);
     if (had != static_cast<bool>(m_model.hasNote)) scheduleDelayedItemsLayout();
     ShowNoteMarks();
+}
+
+void FileListBox::SetMarks(std::function<ShownMark(const std::string&)> markOf) {
+    m_names.markOf = [this, markOf](int row) { return markOf(Text(row)); };
+    m_cells.markOf = m_names.markOf;
+    m_model.spokenMark = [markOf](const std::string& name) {
+        const ShownMark shown = markOf(name);
+        return SpokenMark(shown.mark) + (shown.keptAside ? ", not in its sidecar" : "");
+    };
+}
+
+void FileListBox::ShowMarks(bool anyMarked) {
+    if (anyMarked != m_names.hasColumn) {
+        m_names.hasColumn = anyMarked;
+        scheduleDelayedItemsLayout();
+    }
+    viewport()->update();
 }
 
 // Marks as high as the text, so that rows stay as high as they are.
@@ -97,7 +132,7 @@ void FileListBox::ShowPictures(bool pictures) {
     if (pictures)
         setItemDelegate(&m_cells);
     else
-        setItemDelegate(m_names);
+        setItemDelegate(&m_names);
     setFlow(pictures ? LeftToRight : TopToBottom);
     setWrapping(pictures);
     setResizeMode(pictures ? Adjust : Fixed);

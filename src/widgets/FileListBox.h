@@ -4,6 +4,7 @@
 #pragma once
 
 #include "widgets/FileListModel.h"
+#include "widgets/NameRows.h"
 #include "widgets/PictureCells.h"
 
 #include <QFileSystemWatcher>
@@ -36,6 +37,16 @@ public:
     // Only the rows whose names `keeps` says, until it is empty; the current row stays by name.
     // Raises nothing and looks at no disk.
     void Narrow(std::function<bool(const std::string& name)> keeps);
+    bool IsNarrowed() const { return m_model.IsNarrowed(); }
+    // Which files are rows, and in which order; `Rearrange` asks anew, keeps what is current and
+    // selected by name, and says whether that made a difference. It raises nothing.
+    void SetArrange(std::function<std::vector<std::string>(const std::string& folder,
+                                                           std::vector<std::string> names)>
+                        arrange) {
+        m_model.arrange = std::move(arrange);
+    }
+    bool Rearrange();
+    const std::vector<std::string>& Listed() const { return m_model.Listed(); }
     bool LeavesOut(const std::string& name) const { return m_model.LeavesOut(name); } // by that
     // Files of the folder that the pattern leaves out, unsorted, as of the last look at it.
     const std::vector<std::string>& LeftOut() const { return m_model.LeftOut(); }
@@ -63,6 +74,11 @@ public:
     void SetNoteChoice(NoteChoice choice) { m_model.noteChoice = choice; }
     void ShowNoteMarks() { viewport()->update(); }
 
+    // The user's marks, drawn ahead of the names and upon the pictures; there is room for them
+    // from the first `ShowMarks` that says so on.
+    void SetMarks(std::function<ShownMark(const std::string& name)> markOf);
+    void ShowMarks(bool anyMarked);
+
     // Rows as small pictures side by side, or as names one beneath the other. `pictureOf` is asked
     // for rows that are painted; null while there is none.
     void SetPictures(std::function<QImage(int row)> pictureOf);
@@ -82,6 +98,8 @@ public:
 signals:
     // Whether the folder on disk has changed since it was read.
     void diskChanged(bool changed);
+    // A folder, or the same one anew.
+    void folderRead();
     // After each look at the folder.
     void leftOutChanged();
 
@@ -102,8 +120,8 @@ private:
     void SizeCells();
 
     FileListModel m_model;
-    PictureCells m_cells;                     // draws pictures
-    QAbstractItemDelegate* m_names = nullptr; // and the toolkit's own, names
+    PictureCells m_cells; // draws pictures,
+    NameRows m_names;     // this one names
     QFileSystemWatcher m_watcher;
     QTimer m_diskTimer;
     int m_pressedRow = -1; // row of the press whose release will count

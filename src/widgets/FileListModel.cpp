@@ -64,21 +64,31 @@ bool FileListModel::Read(const std::string& folder, const std::string& pattern) 
     m_folder = folder;
     m_pattern = pattern;
     m_reading = std::move(*reading);
-    TakeNames();
+    m_names = Rows();
     endResetModel();
     return true;
 }
 
-void FileListModel::TakeNames() {
-    m_names.clear();
-    std::copy_if(m_reading.listed.begin(), m_reading.listed.end(), std::back_inserter(m_names),
+std::vector<std::string> FileListModel::Rows() const {
+    std::vector<std::string> names;
+    std::copy_if(m_reading.listed.begin(), m_reading.listed.end(), std::back_inserter(names),
                  [this](const std::string& name) { return !m_keeps || m_keeps(name); });
+    return arrange ? arrange(m_folder, std::move(names)) : names;
+}
+
+bool FileListModel::Rearrange() {
+    std::vector<std::string> rows = Rows();
+    if (rows == m_names) return false;
+    beginResetModel();
+    m_names = std::move(rows);
+    endResetModel();
+    return true;
 }
 
 void FileListModel::Narrow(std::function<bool(const std::string&)> keeps) {
     beginResetModel();
     m_keeps = std::move(keeps);
-    TakeNames();
+    m_names = Rows();
     endResetModel();
 }
 
@@ -108,6 +118,14 @@ Qt::ItemFlags FileListModel::flags(const QModelIndex& index) const {
     return index.isValid() ? own | Qt::ItemIsDragEnabled : own;
 }
 
+std::string FileListModel::Spoken(const std::string& name) const {
+    std::string text = name;
+    if (hasNote && hasNote(name)) text += ", with note";
+    if (spokenMark)
+        if (const std::string mark = spokenMark(name); !mark.empty()) text += ", " + mark;
+    return text;
+}
+
 QVariant FileListModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || index.row() >= Count()) return {};
     if (role == Qt::DisplayRole) return ToQt(Text(index.row()));
@@ -118,8 +136,7 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
         }
         return hasNote(Text(index.row())) ? m_mark : m_noMark;
     }
-    if (role == Qt::AccessibleTextRole && hasNote && hasNote(Text(index.row())))
-        return ToQt(Text(index.row()) + ", with note");
+    if (role == Qt::AccessibleTextRole) return ToQt(Spoken(Text(index.row())));
     if (role == Qt::ToolTipRole) return ToToolTip(Text(index.row()));
     return {};
 }

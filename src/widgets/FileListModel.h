@@ -34,7 +34,16 @@ public:
     // Only the rows that `keeps` says, until it is empty: of the snapshot, without a look at the
     // disk. Later readings are narrowed, too.
     void Narrow(std::function<bool(const std::string& name)> keeps);
+    bool IsNarrowed() const { return static_cast<bool>(m_keeps); }
     bool LeavesOut(const std::string& name) const; // though the folder has it
+
+    // Which of those are rows, and in which order; they come in the order of names. May be empty.
+    std::function<std::vector<std::string>(const std::string& folder,
+                                           std::vector<std::string> names)>
+        arrange;
+    bool Rearrange(); // whether the rows are others now
+    // Files of the folder that fit the pattern, in the order of names.
+    const std::vector<std::string>& Listed() const { return m_reading.listed; }
 
     const std::string& Folder() const { return m_folder; }
     const std::string& Pattern() const { return m_pattern; }
@@ -46,6 +55,8 @@ public:
     // Whether a file has a note. With it, each row bears the mark of a note or a blank in its
     // place; without it there are no marks, and every file is listed.
     std::function<bool(const std::string& name)> hasNote;
+    // "kept, 3 stars", or nothing; may be empty.
+    std::function<std::string(const std::string& name)> spokenMark;
     NoteChoice noteChoice = NoteChoice::All; // counts when the folder is read
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -57,9 +68,10 @@ private:
         std::vector<std::string> listed; // sorted
         std::vector<std::string> leftOut;
     };
+    std::string Spoken(const std::string& name) const;
     bool IsChosen(const std::string& name) const;
     std::optional<Reading> Look(const std::string& folder, const std::string& pattern) const;
-    void TakeNames();
+    std::vector<std::string> Rows() const;
 
     const Files& m_files;
     std::string m_folder;

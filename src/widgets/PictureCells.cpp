@@ -1,5 +1,7 @@
 #include "widgets/PictureCells.h"
 
+#include "widgets/NameRows.h"
+
 #include <QApplication>
 #include <QIcon>
 #include <QPainter>
@@ -9,6 +11,20 @@ namespace tarn {
 namespace {
 
 constexpr int kMargin = 6; // around the picture
+
+// Upon the lower left corner of the picture, on a ground of the list's own.
+void DrawMarkOn(QPainter& painter, const QRect& square, const QStyleOptionViewItem& option,
+                const ShownMark& shown) {
+    if (shown.mark == Mark()) return;
+    QRect place(square.left(), square.bottom() - option.fontMetrics.height(),
+                MarkWidth(option.fontMetrics), option.fontMetrics.height());
+    if (shown.mark.stars == 0) place.setWidth(option.fontMetrics.height());
+    QColor ground = option.palette.color(QPalette::Base);
+    ground.setAlpha(200);
+    painter.fillRect(place, ground);
+    painter.setFont(option.font);
+    DrawMark(painter, place, shown, option.palette.color(QPalette::Text));
+}
 
 void DrawPicture(QPainter& painter, const QImage& picture, const QRect& square) {
     const QSizeF device = picture.size() / painter.device()->devicePixelRatioF();
@@ -35,6 +51,7 @@ void PictureCells::paint(QPainter* painter, const QStyleOptionViewItem& given,
                          const QModelIndex& index) const {
     QStyleOptionViewItem option = given;
     initStyleOption(&option, index);
+    const ShownMark shown = markOf ? markOf(index.row()) : ShownMark();
     const QStyle* style = option.widget ? option.widget->style() : QApplication::style();
     painter->save();
     style->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
@@ -51,6 +68,8 @@ void PictureCells::paint(QPainter* painter, const QStyleOptionViewItem& given,
     } else {
         DrawPicture(*painter, picture, square);
     }
+    DrawMarkOn(*painter, square, option, shown);
+    StrikeRejected(option, shown.mark);
     if (!option.icon.isNull())
         option.icon.paint(painter, QRect(square.topLeft(), option.decorationSize));
     const QRect name(option.rect.left() + 2, square.bottom() + 3, option.rect.width() - 4,

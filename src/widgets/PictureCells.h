@@ -1,6 +1,8 @@
 // Draws the rows of the file list as small pictures with the name beneath.
 #pragma once
 
+#include "widgets/MarkPainting.h"
+
 #include <QImage>
 #include <QStyledItemDelegate>
 
@@ -16,6 +18,7 @@ public:
 
     // Null while there is none: the cell then shows an empty frame.
     std::function<QImage(int row)> pictureOf;
+    std::function<ShownMark(int row)> markOf; // may be empty
 
     static QSize CellSize(const QFontMetrics& font);
 

@@ -42,6 +42,7 @@ struct WindowsDesk : AppDesk {
         QCoreApplication::processEvents();
         visit("frmMain", house.window);
         m_visit = &visit;
+        ShowMarks();
         ShowFaults();
         house.shell.ShowFaults("118 thumbnails made, 2 failed",
                                {{At("a.jpg"), "No space left on device"},
@@ -98,6 +99,12 @@ private:
         c.ListPicturesButton->click();
         c.OneXcheck->setChecked(false);
         QCoreApplication::processEvents();
+    }
+    void ShowMarks() {
+        house.marks.SetMarks({At("M31_0421.jpg")}, SetTo({Decision::Keep, 4}));
+        house.marks.SetMarks({At("M31_0422.jpg")}, SetTo({Decision::Reject, 0}));
+        QCoreApplication::processEvents();
+        (*m_visit)("frmMain-marks", house.window);
     }
     // With a folder that has nothing to show.
     void ShowEmpty() {

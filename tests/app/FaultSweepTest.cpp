@@ -143,6 +143,19 @@ const std::vector<std::pair<const char*, Act>> kCommands{
          w.c.NextImageButton->trigger(), w.c.PrevImageButton->trigger();
      }},
     {"text file", [](World& w) { w.c.TCheck->click(), w.GoTo("t.txt"); }},
+    {"mark by key",
+     [](World& w) {
+         w.Key(Qt::Key_K), w.house.marks.Flush();
+         QCoreApplication::processEvents();
+     }},
+    {"rejected to wastebasket",
+     [](World& w) { w.Key(Qt::Key_J), w.Answer({"Yes"}, w.c.RejectedDeleteButton); }},
+    {"rejected into sub folder",
+     [](World& w) { w.Key(Qt::Key_J), w.Answer({"rejected"}, w.c.RejectedFolderButton); }},
+    {"kept to copy folder",
+     [](World& w) {
+         w.Key(Qt::Key_K), w.Answer({"Yes", "Keep both"}, w.c.KeptCopyButton);
+     }},
     {"delete", [](World& w) { w.Key(Qt::Key_Delete); }},
     {"delete only", [](World& w) { w.c.DeleteOnlyButton->trigger(); }},
     {"delete and undo", [](World& w) { w.Key(Qt::Key_Delete), w.c.UndoButton->trigger(); }},
@@ -330,10 +343,15 @@ public:
     }
 
 private:
+    static void Settle(World& w) {
+        w.house.ahead.WaitUntilDone();
+        w.house.marks.Flush();
+        (void)QTest::qWaitFor([&] { return w.house.marks.AllRead(); }, 2000);
+    }
     void Run(World& w, FaultPoint::Kind kind, int number) {
         const bool starts = std::string(m_command) == "start";
         if (!starts) w.Start(w.At("a.jpg"));
-        w.house.ahead.WaitUntilDone();
+        Settle(w);
         m_before = w.Everything();
         w.said.clear();
         theFault.Arm(kind, number);
@@ -344,7 +362,7 @@ private:
         } else {
             m_act(w);
         }
-        w.house.ahead.WaitUntilDone();
+        Settle(w);
         theFault.Disarm();
     }
     // Each picture of the world has a width of its own; under a text none is seen.

@@ -25,15 +25,16 @@ constexpr int kPumpsOfAnAct = 300; // then it is ended
 constexpr int kKeyActs = 7;        // milliseconds from the release of a key to its effect
 
 constexpr Qt::Key kKeys[] = {
-    Qt::Key_Space, Qt::Key_Down,  Qt::Key_Up,       Qt::Key_N,      Qt::Key_P,    Qt::Key_PageUp,
-    Qt::Key_Home,  Qt::Key_End,   Qt::Key_Comma,    Qt::Key_Period, Qt::Key_Left, Qt::Key_Right,
-    Qt::Key_R,     Qt::Key_L,     Qt::Key_M,        Qt::Key_I,      Qt::Key_O,    Qt::Key_PageDown,
-    Qt::Key_V,     Qt::Key_S,     Qt::Key_F,        Qt::Key_1,      Qt::Key_2,    Qt::Key_4,
-    Qt::Key_C,     Qt::Key_D,     Qt::Key_Y,        Qt::Key_U,      Qt::Key_Z,    Qt::Key_A,
-    Qt::Key_F1,    Qt::Key_F2,    Qt::Key_F3,       Qt::Key_F4,     Qt::Key_F5,   Qt::Key_F6,
-    Qt::Key_F7,    Qt::Key_Print, Qt::Key_Delete,   Qt::Key_Insert, Qt::Key_B,    Qt::Key_E,
-    Qt::Key_T,     Qt::Key_X,     Qt::Key_Escape,   Qt::Key_Tab,    Qt::Key_G,    Qt::Key_Return,
-    Qt::Key_Plus,  Qt::Key_Minus, Qt::Key_Backspace};
+    Qt::Key_Space, Qt::Key_Down,  Qt::Key_Up,        Qt::Key_N,      Qt::Key_P,    Qt::Key_PageUp,
+    Qt::Key_Home,  Qt::Key_End,   Qt::Key_Comma,     Qt::Key_Period, Qt::Key_Left, Qt::Key_Right,
+    Qt::Key_R,     Qt::Key_L,     Qt::Key_M,         Qt::Key_I,      Qt::Key_O,    Qt::Key_PageDown,
+    Qt::Key_V,     Qt::Key_S,     Qt::Key_F,         Qt::Key_1,      Qt::Key_2,    Qt::Key_4,
+    Qt::Key_C,     Qt::Key_D,     Qt::Key_Y,         Qt::Key_U,      Qt::Key_Z,    Qt::Key_A,
+    Qt::Key_F1,    Qt::Key_F2,    Qt::Key_F3,        Qt::Key_F4,     Qt::Key_F5,   Qt::Key_F6,
+    Qt::Key_F7,    Qt::Key_Print, Qt::Key_Delete,    Qt::Key_Insert, Qt::Key_B,    Qt::Key_E,
+    Qt::Key_T,     Qt::Key_X,     Qt::Key_Escape,    Qt::Key_Tab,    Qt::Key_G,    Qt::Key_Return,
+    Qt::Key_Plus,  Qt::Key_Minus, Qt::Key_Backspace, Qt::Key_K,      Qt::Key_J,    Qt::Key_H,
+    Qt::Key_3};
 
 const char* const kTexts[] = {"clear",       "\xC3\xA9toile 12 x 300 s", "x",   "120",     "-5",
                               "*.jpg;*.png", "M 31 \xE2\x98\x85",        "a/b", "new name"};

@@ -14,12 +14,12 @@ bool IsOneOf(const std::string& text, std::initializer_list<const char*> list) {
     return false;
 }
 
-// What the program makes anew without regret: thumbnails, pages, and what is saved under the names
-// that the random answers give.
+// What the program makes anew without regret: thumbnails, pages, sidecars, and what is saved under
+// the names that the random answers give.
 bool IsMadeAnew(const fs::path& path) {
     const std::string name = path.filename().string();
     return IsThumbnailName(name) || name.starts_with("made-") || name.starts_with(".") ||
-           (IsOneOf(path.extension().string(), {".html", ".htm", ".css", ".js"}) &&
+           (IsOneOf(path.extension().string(), {".html", ".htm", ".css", ".js", ".xmp"}) &&
             name != "own page.html");
 }
 

@@ -110,6 +110,11 @@ TEST(NotesPanel, SaveButtonsFollowFolderFileAndText) {
     EXPECT_FALSE(on());
 }
 
+bool NoteRowIsEnabled(const NotesDesk& d, int row) {
+    const QAbstractItemModel& rows = *d.c.NoteFilterCombo->model();
+    return rows.flags(rows.index(row, 0)) & Qt::ItemIsEnabled;
+}
+
 TEST(NotesPanel, TheFolderIsSetClearedAndShown) {
     NotesDesk d;
     d.settings->Write("notes_folder", "");
@@ -120,7 +125,8 @@ TEST(NotesPanel, TheFolderIsSetClearedAndShown) {
         EXPECT_EQ(d.c.CommandNotesNew->isEnabled(), on);
         EXPECT_EQ(d.c.NotesOnlyMenu->isEnabled(), on);
         EXPECT_EQ(d.c.FilesNotesMenu->isEnabled(), on);
-        EXPECT_EQ(d.c.NoteFilterCombo->isEnabled(), on);
+        EXPECT_EQ(NoteRowIsEnabled(d, 1), on);
+        EXPECT_EQ(NoteRowIsEnabled(d, 2), on);
     };
     commands(false);
     d.c.SetNotesButton->trigger(); // cancelled

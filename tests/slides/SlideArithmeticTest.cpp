@@ -108,6 +108,7 @@ TEST(SlideTitle, AreasNameTheRowAndHaveNoTotal) {
     EXPECT_EQ(AreaTitle("a.jpg", "today", "EOS, 400 ISO", 4, false),
               "a.jpg  today  EOS, 400 ISO  (5)");
     EXPECT_EQ(AreaTitle("a.jpg", "today", "", 4, true), "a.jpg  today  (5) Last");
+    EXPECT_EQ(AreaTitle("a.jpg", "today", "", 4, false, "Kept"), "a.jpg  today  (5)  Kept");
 }
 
 TEST(SlideTitle, TheNoteAndInModeTwoTheCameraLines) {

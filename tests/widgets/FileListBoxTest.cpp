@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
@@ -177,6 +179,76 @@ TEST(FileListBox, AShiftClickReachesFromTheRowSelectedInCode) {
     d.list.Select(2);
     QTest::mouseClick(d.list.viewport(), Qt::LeftButton, Qt::ShiftModifier, d.At(4));
     EXPECT_EQ(d.list.SelectedRows(), (std::vector<int>{2, 3, 4}));
+}
+
+TEST(FileListBox, ArrangedRowsKeepWhatIsCurrentAndSelected) {
+    ListDesk d({"a.jpg", "b.jpg", "c.jpg", "d.jpg"});
+    d.list.SetPath(d.folder.Path());
+    d.list.Select(1);
+    d.list.Select(3);
+    EXPECT_FALSE(d.list.Rearrange()); // nothing asks for another order
+    std::string asked;
+    bool turned = true;
+    d.list.SetArrange([&](const std::string& folder, std::vector<std::string> names) {
+        asked = folder;
+        if (turned) std::reverse(names.begin(), names.end());
+        std::erase(names, "c.jpg");
+        return names;
+    });
+    EXPECT_TRUE(d.list.Rearrange());
+    EXPECT_EQ(asked, d.folder.Path());
+    EXPECT_EQ(d.Names(), (std::vector<std::string>{"d.jpg", "b.jpg", "a.jpg"}));
+    EXPECT_EQ(d.list.CurrentRow(), 0);
+    EXPECT_EQ(d.list.SelectedRows(), (std::vector<int>{0, 1}));
+    EXPECT_TRUE(d.list.LeavesOut("c.jpg"));
+    EXPECT_EQ(d.list.Listed(), (std::vector<std::string>{"a.jpg", "b.jpg", "c.jpg", "d.jpg"}));
+    EXPECT_EQ(d.clicks, 2); // by the selections alone
+    turned = false;
+    d.folder.Write("e.jpg", "x");
+    d.list.Refresh(); // each reading is arranged
+    EXPECT_EQ(d.Names(), (std::vector<std::string>{"a.jpg", "b.jpg", "d.jpg", "e.jpg"}));
+    EXPECT_EQ(d.list.CurrentRow(), 2);
+}
+
+// How many pixels of a row have about this colour.
+int PixelsLike(const QImage& picture, const QRect& place, const QColor& colour) {
+    int count = 0;
+    for (int y = place.top(); y <= place.bottom(); ++y)
+        for (int x = place.left(); x <= place.right(); ++x) {
+            const QColor at = picture.pixelColor(x, y);
+            count += std::abs(at.red() - colour.red()) < 40 &&
+                     std::abs(at.green() - colour.green()) < 40 &&
+                     std::abs(at.blue() - colour.blue()) < 40;
+        }
+    return count;
+}
+
+TEST(FileListBox, MarksAreToldApartInNamesAndPictures) {
+    ListDesk d({"a.jpg", "b.jpg", "c.jpg"});
+    d.list.SetPath(d.folder.Path());
+    d.list.SetMarks([](const std::string& name) {
+        if (name == "a.jpg") return ShownMark{{Decision::Keep, 0}};
+        if (name == "b.jpg") return ShownMark{{Decision::Reject, 0}};
+        return ShownMark();
+    });
+    const QColor green(0x1E, 0x8E, 0x3E);
+    const QColor red(0xC6, 0x28, 0x28);
+    const auto look = [&](int row, const QColor& colour) {
+        QApplication::processEvents();
+        return PixelsLike(d.list.viewport()->grab().toImage(),
+                          d.list.visualRect(d.list.model()->index(row, 0)), colour);
+    };
+    EXPECT_EQ(look(0, green), 0); // no room for marks is asked for
+    const int without = d.list.sizeHintForIndex(d.list.model()->index(0, 0)).width();
+    d.list.ShowMarks(true);
+    EXPECT_GT(d.list.sizeHintForIndex(d.list.model()->index(0, 0)).width(), without);
+    EXPECT_GT(look(0, green), 20);
+    EXPECT_EQ(look(0, red), 0);
+    EXPECT_GT(look(1, red), 20);
+    EXPECT_EQ(look(2, green), 0);
+    d.list.ShowPictures(true);
+    EXPECT_GT(look(0, green), 20);
+    EXPECT_GT(look(1, red), 20);
 }
 
 } // namespace

@@ -11,6 +11,7 @@ const std::vector<HelpPageRow>& HelpPages() {
         {kHelpNavigation, "Picture Navigation", "help/navigation.html"},
         {kHelpFolders, "Folders and Files", "help/folders.html"},
         {kHelpReadOn, "The List as Pictures", "help/list_pictures.html"},
+        {kHelpReadOn, "Marks, Choice and Order of the List", "help/marks.html"},
         {kHelpReadOn, "Camera Data", "help/camera_data.html"},
         {kHelpReadOn, "Notes", "help/notes.html"},
         {kHelpReadOn, "The Note Composer", "help/composer.html"},

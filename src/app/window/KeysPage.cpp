@@ -83,7 +83,8 @@ QString KeysPage(const Context& m) {
            Section("While a clip has it",
                    Together(PaneKeyLines(KeyPane::Clip), VideoRoom::KeyLines())) +
            Section("While a text or page has it", PaneKeyLines(KeyPane::Text)) +
-           Section("In the lists", PaneKeyLines(KeyPane::Lists)) +
+           Section("In the list of files", PaneKeyLines(KeyPane::Files)) +
+           Section("In the other lists", PaneKeyLines(KeyPane::Lists)) +
            Section("In the line that finds files", FindInList::KeyLines()) +
            Section("In the history", HistoryList::KeyLines()) +
            Section("In the filter's text", frmFilter::KeyLines()) +

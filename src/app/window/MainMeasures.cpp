@@ -54,7 +54,7 @@ void frmMain::ReserveInfo() {
     const MainControls& c = m_controls;
     const auto reserve = [this](const QLabel* label, const char* longest) {
         m_rows[Place::Info]->Reserve(
-            label, label->fontMetrics().horizontalAdvance(QString::fromLatin1(longest)) + kGround);
+            label, label->fontMetrics().horizontalAdvance(QString::fromUtf8(longest)) + kGround);
     };
     // Buttons whose captions change with the file.
     const auto reserveButton = [](FlowRow& row, const QAbstractButton& button, const char* other) {
@@ -70,6 +70,7 @@ void frmMain::ReserveInfo() {
     reserve(c.LastLabel, "Last Picture");
     reserve(c.CropLabel, "Cropped");
     reserve(c.TextNumOf, "00000 of 00000");
+    reserve(c.MarkLabel, "Rejected 5\u2605 !");
     reserve(c.SizeText, "00000 x 00000");
     reserve(c.ZoomText, "000%");
     reserve(c.MpixelText, "000.0 Mp");

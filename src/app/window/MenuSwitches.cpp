@@ -37,11 +37,13 @@ std::vector<Switch> Switches(Context& m) {
         {c.BeepCopyPictureButton, s.BeepCopyPicture},
         {c.AutoSetFileDatesButton, s.AutoSetFileDates},
         {c.CopyAutoButton, s.CopyAuto},
+        {c.MarkAdvanceButton, s.MarkAdvance},
         {c.OneWindowTopButton, s.OneAlwaysTop},
         {c.DeleteKeyNotesButton, s.DeleteKeepNotes},
         {c.DeletePictureConfirmButton, s.DeleteConfirm},
         {c.Print1stTButton, s.PrintOnly1stPage},
         {c.PrintNotesOnThumbnailsButton, s.PrintNotesOnThumbnails},
+        {c.PrintKeptButton, s.SheetsOfKept},
         {c.PrintPreviewButton, s.PrintPreview},
     };
 }

@@ -12,6 +12,7 @@
 
 #include <QCheckBox>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QHBoxLayout>
@@ -65,6 +66,8 @@ QWidget* frmMain::Bar(const char* name, QWidget* parent) {
 
 namespace {
 
+constexpr int kChoiceLetters = 7; // of the box beside Filter
+constexpr int kOrderLetters = 8;  // and of the list's order
 constexpr int kGap = 3;
 constexpr int kGroupGap = 12;
 constexpr int kTextGap = 14;
@@ -75,6 +78,16 @@ template <typename Layout> Layout* Tight(QWidget* on, int margin = 0) {
     layout->setContentsMargins(margin, margin, margin, margin);
     layout->setSpacing(kGap);
     return layout;
+}
+
+// The order of the list stands at the end of the line that tells what the list hides.
+void PutOrder(QBoxLayout& notes, QLabel* hidden, QWidget* order) {
+    const int at = notes.indexOf(hidden);
+    notes.removeWidget(hidden);
+    auto* line = Tight<QHBoxLayout>(nullptr);
+    line->addWidget(hidden, 1);
+    line->addWidget(order);
+    notes.insertLayout(at, line);
 }
 
 } // namespace
@@ -128,7 +141,9 @@ void frmMain::MakePanels() {
 }
 
 void frmMain::Put(QWidget* widget, Place place) {
-    m_placed[place].push_back(widget);
+    const bool isOrder = widget == m_controls.SortCombo;
+    m_placed[isOrder ? Place::ListNote : place].push_back(widget);
+    if (isOrder) return PutOrder(*m_bars.at(Place::ListNote), m_controls.HiddenFilesLabel, widget);
     switch (place) {
     case Place::Tree:
         m_splitter->addWidget(widget);
@@ -203,6 +218,11 @@ void frmMain::StyleControls() {
     c.Label_error->setAutoFillBackground(true);
     c.Label_error->setFrameShape(QFrame::Box);
     c.Label_error->setContentsMargins(6, 4, 6, 4);
+    for (const auto& [box, letters] : {std::pair(c.NoteFilterCombo, kChoiceLetters),
+                                       {c.SortCombo, kOrderLetters}}) { // their lists open wider
+        box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        box->setMinimumContentsLength(letters);
+    }
     c.FolderChangedLabel->hide();
     c.HiddenFilesLabel->hide();
     c.FindLine->hide();

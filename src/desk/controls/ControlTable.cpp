@@ -42,7 +42,7 @@ void SetCaption(QWidget* widget, const QString& caption) {
     } else if (auto* line = qobject_cast<QLineEdit*>(widget)) {
         line->setText(caption);
     } else if (auto* combo = qobject_cast<QComboBox*>(widget)) {
-        combo->addItems(caption.split(QLatin1Char('|')));
+        if (!caption.isEmpty()) combo->addItems(caption.split(QLatin1Char('|')));
     }
 }
 
@@ -79,12 +79,19 @@ constexpr struct {
     const char* name;
     const char* spoken;
 } kSpoken[] = {
-    {"FolderTreeview1", "Folders"},      {"FileListBox", "Files of the folder"},
-    {"FindLine", "Find in list"},        {"Picture1", "Picture"},
-    {"Picture2", "Frame of the clip"},   {"WebBrowser1", "Page"},
-    {"LogText", "Text of the file"},     {"List1", "Camera data"},
-    {"NotesBox", "Note of the picture"}, {"FileDateText", "Message"},
-    {"NoteFilterCombo", "Notes filter"}, {"NotesPrevButton", "Previous picture"},
+    {"FolderTreeview1", "Folders"},
+    {"FileListBox", "Files of the folder"},
+    {"FindLine", "Find in list"},
+    {"Picture1", "Picture"},
+    {"Picture2", "Frame of the clip"},
+    {"WebBrowser1", "Page"},
+    {"LogText", "Text of the file"},
+    {"List1", "Camera data"},
+    {"NotesBox", "Note of the picture"},
+    {"FileDateText", "Message"},
+    {"NoteFilterCombo", "Notes and marks filter"},
+    {"SortCombo", "Order of the list"},
+    {"NotesPrevButton", "Previous picture"},
     {"NotesNextButton", "Next picture"},
 };
 

@@ -216,6 +216,7 @@ const std::vector<SettingRow> kRows{
     {"packedfits_filter", SettingType::String, TARN_FIELD(PackedFitsTypes)},
     {"picture_memory_percent", SettingType::Integer, TARN_FIELD(PictureMemory)},
     {"mark_advance", SettingType::Boolean, TARN_FIELD(MarkAdvance)},
+    {"sort_folders", SettingType::String, TARN_FIELD(SortOfFolders)},
     {"HistCur", SettingType::Integer, TARN_FIELD(HistCur)},
     {"HistHigh", SettingType::Integer, TARN_FIELD(HistHigh)},
     {"leftNotes_position", SettingType::Long, TARN_FIELD(NotesFolderPlace.left), Keeping::ByItsWindow},

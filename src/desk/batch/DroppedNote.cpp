@@ -1,4 +1,4 @@
-#include "fileops/DroppedNote.h"
+#include "desk/batch/DroppedNote.h"
 
 namespace tarn {
 
