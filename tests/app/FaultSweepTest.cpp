@@ -260,6 +260,7 @@ constexpr Silent kSilent[] = {
     {"gallery anew", "names pictures", Differs::OnDisk, "pages of the old gallery stay"},
     {"drop", "exists target/", Differs::OnDisk, "the file takes the next number"},
     {"drop as copies", "exists target/", Differs::OnDisk, "the copy takes the next number"},
+    {"kept to copy folder", "exists target/", Differs::OnDisk, "the copy takes the next number"},
     {"start", "bytes left", Differs::OnDisk,
      "only the test's own settings are waiting to be written"},
 };
