@@ -84,7 +84,7 @@ private:
     std::atomic<bool> m_ends = false;
     Wanted m_wanted;
     bool m_isWanted = false; // and not begun
-    bool m_allRead = false;
+    bool m_allRead = true; // nothing is shown yet
     std::string m_folder;                           // of what is known
     std::unordered_map<std::string, Known> m_known; // by name
     Changes m_pending;
