@@ -83,8 +83,8 @@ private:
     std::condition_variable m_settled;
     std::atomic<bool> m_ends = false;
     Wanted m_wanted;
-    bool m_isWanted = false; // and not begun
-    bool m_allRead = true; // nothing is shown yet
+    bool m_isWanted = false;                        // and not begun
+    bool m_allRead = true;                          // nothing is shown yet
     std::string m_folder;                           // of what is known
     std::unordered_map<std::string, Known> m_known; // by name
     Changes m_pending;
