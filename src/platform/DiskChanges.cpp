@@ -118,6 +118,10 @@ bool DiskChanges::Restore(const std::string& where, const std::string& path, std
     return TakeBack(where, path, error);
 }
 
+std::string DiskChanges::FindThrown(const std::string& path, const FileLook& look) const {
+    return FindInBaskets(path, look.inode);
+}
+
 bool DiskChanges::Remove(const std::string& path, std::string* error) {
     return ::unlink(path.c_str()) == 0 || Fail(error);
 }

@@ -13,6 +13,7 @@ public:
     bool Trash(const std::string& path, std::string* error, std::string* where) override;
     std::vector<std::string> TrashAll(const std::vector<std::string>& paths) override;
     bool Restore(const std::string& where, const std::string& path, std::string* error) override;
+    std::string FindThrown(const std::string& path, const FileLook& look) const override;
     bool Remove(const std::string& path, std::string* error) override;
     bool Rename(const std::string& from, const std::string& to, std::string* error) override;
     bool Copy(const std::string& from, const std::string& to, std::string* error,

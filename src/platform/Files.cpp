@@ -10,6 +10,7 @@
 
 #include <dirent.h>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -83,6 +84,13 @@ public:
             return {};
         }
         return LookOf(info);
+    }
+    std::int64_t Volume(const std::string& path) const override {
+        struct statfs info {};
+        if (::statfs(path.c_str(), &info) != 0) return 0;
+        std::int64_t number = 0;
+        std::memcpy(&number, &info.f_fsid, sizeof number);
+        return number;
     }
     std::optional<std::vector<std::string>> FileNames(const std::string& folder,
                                                       std::string* error) const override {

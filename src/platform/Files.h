@@ -49,6 +49,10 @@ public:
     virtual std::optional<FileLook> Look(const std::string& path,
                                          std::string* error = nullptr) const = 0;
 
+    // What tells the file system of this path from others, also after a restart, as far as the
+    // system knows; 0 when it does not.
+    virtual std::int64_t Volume(const std::string& path) const = 0;
+
     // Last modification, seconds since 1970; by a look.
     std::optional<std::int64_t> ModifiedTime(const std::string& path,
                                              std::string* error = nullptr) const {
@@ -93,6 +97,10 @@ public:
 
     // Back from there; refused when something stands at `path`.
     virtual bool Restore(const std::string& where, const std::string& path, std::string* error) = 0;
+
+    // Where in the wastebasket the file of this look lies, that stood at `path`; none when it does
+    // not.
+    virtual std::string FindThrown(const std::string& path, const FileLook& look) const = 0;
 
     // For good: only where the user has said so.
     virtual bool Remove(const std::string& path, std::string* error) = 0;

@@ -7,6 +7,7 @@
 
 #include <QByteArray>
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
@@ -19,6 +20,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <map>
+#include <memory>
 #include <set>
 #include <string_view>
 #include <utility>
@@ -162,6 +164,29 @@ std::string WriteEntry(const Basket& basket, const std::string& path, Flushed fl
     return {};
 }
 
+// Whether the entry of this name says that its file stood at `place`.
+bool SaysPlace(const Basket& basket, const std::string& name, const std::string& place) {
+    const Handle file(::open(EntryOf(basket.folder, name).c_str(), O_RDONLY | O_CLOEXEC));
+    std::string text(3 * PATH_MAX + 128, '\0'); // each byte may be written as three
+    const ssize_t got = file ? ::pread(file.Number(), text.data(), text.size(), 0) : 0;
+    text.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
+    const std::string wanted = InfoText(basket, place);
+    return !text.empty() && text.substr(0, text.rfind("DeletionDate=")) ==
+                                wanted.substr(0, wanted.rfind("DeletionDate="));
+}
+
+std::string FindInBasket(const Basket& basket, const std::string& place, std::int64_t inode) {
+    const std::string files = basket.folder + "/files";
+    const std::unique_ptr<DIR, int (*)(DIR*)> open(::opendir(files.c_str()), ::closedir);
+    if (!open) return {};
+    while (const dirent* entry = ::readdir(open.get())) { // NOLINT(concurrency-mt-unsafe)
+        if (static_cast<std::int64_t>(entry->d_ino) == inode &&
+            SaysPlace(basket, entry->d_name, place))
+            return files + "/" + entry->d_name;
+    }
+    return {};
+}
+
 // To its entry in the basket; without it when it stays. The path there, or none.
 std::string PutToEntry(const std::string& path, const std::string& basket,
                        const std::string& name) {
@@ -248,6 +273,15 @@ void ThrowAllAway(std::vector<Thrown>& all) {
     std::string error;
     for (Thrown& file : all)
         if (file.where.empty()) ThrowAwayAs(file.path, file.stood, &file.where, &error);
+}
+
+std::string FindInBaskets(const std::string& stood, std::int64_t inode) {
+    const std::string place = RealPlace(stood);
+    if (place.empty()) return {};
+    for (const Basket& basket : BasketsFor(ParentOf(place)))
+        if (const std::string where = FindInBasket(basket, place, inode); !where.empty())
+            return where;
+    return {};
 }
 
 bool TakeBack(const std::string& where, const std::string& path, std::string* error) {

@@ -2,6 +2,7 @@
 // thrown away and a folder "info" that says where it came from. Names are bytes.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,9 @@ struct Thrown {
 
 // Many, which are flushed together: one after the other they take milliseconds each.
 void ThrowAllAway(std::vector<Thrown>& all);
+
+// Where the file of this inode lies that stood at `stood`; empty when it is in no basket.
+std::string FindInBaskets(const std::string& stood, std::int64_t inode);
 
 // Back from `where`; refused when something stands at `path`.
 bool TakeBack(const std::string& where, const std::string& path, std::string* error);

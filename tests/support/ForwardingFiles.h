@@ -41,6 +41,10 @@ public:
         if (!Answers("look", p, e)) return {};
         return real->Look(p, e);
     }
+    std::int64_t Volume(const std::string& p) const override { return real->Volume(p); }
+    std::string FindThrown(const std::string& p, const FileLook& look) const override {
+        return real->FindThrown(p, look);
+    }
     std::optional<std::vector<std::string>> FileNames(const std::string& f,
                                                       std::string* e) const override {
         if (!Answers("names", f, e)) return {};

@@ -1,0 +1,401 @@
+#include "history/Changes.h"
+
+#include "common/paths.h"
+#include "history/History.h"
+#include "history/StepsOnDisk.h"
+
+#include <algorithm>
+#include <set>
+
+namespace tarn {
+
+namespace {
+
+constexpr std::int64_t kGap = 1 << 20; // between the numbers of planned steps
+constexpr std::size_t kMostAgain = 1U << 20U; // bytes of a new file kept for doing it again
+
+bool Refuse(std::string* error, const char* why) {
+    if (error) *error = why;
+    return false;
+}
+
+std::optional<std::string> IfFew(std::string_view bytes) {
+    return bytes.size() <= kMostAgain ? std::optional<std::string>(bytes) : std::nullopt;
+}
+
+} // namespace
+
+Changes::Changes(History& history, std::string what)
+    : m_history(history), m_files(history.Disk()), m_what(std::move(what)) {}
+
+Changes::~Changes() {
+    for (const std::string& folder : m_touched) m_files.Flush(folder);
+    End();
+}
+
+FileLook Changes::LookAt(const std::string& path) {
+    auto look = m_files.Look(path);
+    if (!look) return {};
+    const auto [volume, isNew] = m_volumes.try_emplace(FolderOf(path));
+    if (isNew) volume->second = m_files.Volume(path);
+    look->device = volume->second;
+    return *look;
+}
+
+Step Changes::NewStep(StepKind kind, const std::string& from, const std::string& to) {
+    Step step;
+    step.kind = kind;
+    step.from = from;
+    step.to = to;
+    const auto planned = m_planned.find(from);
+    step.before = planned == m_planned.end() ? LookAt(from) : planned->second;
+    return step;
+}
+
+void Changes::Plan(std::vector<Step> steps) {
+    for (Step& step : steps) {
+        step.number = (m_steps.empty() ? 0 : m_steps.back().number) + kGap;
+        m_steps.push_back(std::move(step));
+    }
+    m_planned.clear();
+}
+
+Step Changes::PlanRename(const std::string& from, const std::string& to) {
+    Step step = NewStep(StepKind::Renamed, from, to);
+    m_planned[from] = {};
+    m_planned[to] = step.before;
+    return step;
+}
+
+Step Changes::PlanCopy(const std::string& from, const std::string& to) {
+    return NewStep(StepKind::Made, from, to);
+}
+
+Step Changes::PlanThrow(const std::string& path) {
+    Step step = NewStep(StepKind::ThrownAway, path);
+    m_planned[path] = {};
+    return step;
+}
+
+Step Changes::PlanWriteAt(const std::string& path, std::size_t offset, std::string oldBytes,
+                          std::string newBytes) {
+    Step step = NewStep(StepKind::WrittenAt, path);
+    step.offset = static_cast<std::int64_t>(offset);
+    step.oldBytes = std::move(oldBytes);
+    step.newBytes = std::move(newBytes);
+    return step;
+}
+
+Step Changes::PlanTimes(const std::string& path, std::int64_t when) {
+    Step step = NewStep(StepKind::Dated, path);
+    step.after = step.before;
+    step.after.seconds = when;
+    step.after.nanoseconds = 0;
+    return step;
+}
+
+std::optional<std::size_t> Changes::FindPlanned(const Step& step) const {
+    for (std::size_t i = m_next; i < m_steps.size(); ++i)
+        if (m_steps[i].kind == step.kind && m_steps[i].from == step.from &&
+            (step.kind == StepKind::ThrownAway || m_steps[i].to == step.to) &&
+            m_steps[i].offset == step.offset)
+            return i;
+    return {};
+}
+
+std::optional<std::size_t> Changes::WriteDown(Step step, std::string* error) {
+    auto at = FindPlanned(step);
+    if (!at) {
+        step.number = (m_next > 0 ? m_steps[m_next - 1].number : 0) + 1;
+        at = m_next;
+        const Step* added =
+            &*m_steps.insert(m_steps.begin() + std::ptrdiff_t(m_next), std::move(step));
+        if (m_id != 0 && !m_history.Add(m_id, {added, 1}, error)) {
+            m_steps.erase(m_steps.begin() + std::ptrdiff_t(m_next));
+            return {};
+        }
+    }
+    if (m_id == 0 &&
+        !m_history.Begin(m_what, FolderOf(m_steps[*at].from), m_steps, &m_id, error)) {
+        if (m_steps[*at].number % kGap != 0) m_steps.erase(m_steps.begin() + std::ptrdiff_t(*at));
+        return {};
+    }
+    for (std::size_t i = m_next; i < *at; ++i) m_steps[i].state = StepState::NotDone;
+    m_next = *at + 1;
+    return at;
+}
+
+bool Changes::Finish(std::size_t at, bool done) {
+    m_steps[at].state = done ? StepState::Done : StepState::NotDone;
+    return done;
+}
+
+void Changes::Touch(const std::string& path) {
+    const std::string folder = FolderOf(path);
+    if (std::find(m_touched.begin(), m_touched.end(), folder) == m_touched.end())
+        m_touched.push_back(folder);
+}
+
+bool Changes::Trash(const std::string& path, std::string* error, std::string* where) {
+    const auto at = WriteDown(NewStep(StepKind::ThrownAway, path), error);
+    if (!at) return false;
+    std::string lies;
+    if (!Finish(*at, m_files.Trash(path, error, &lies))) return false;
+    m_steps[*at].to = lies;
+    m_changed.insert(m_steps[*at].number);
+    if (where) *where = lies;
+    return true;
+}
+
+std::vector<std::string> Changes::TrashAll(const std::vector<std::string>& paths) {
+    std::vector<std::string> allowed;
+    std::vector<std::size_t> steps;
+    for (const std::string& path : paths) {
+        const auto at = WriteDown(NewStep(StepKind::ThrownAway, path), nullptr);
+        if (!at) break;
+        allowed.push_back(path);
+        steps.push_back(*at);
+    }
+    std::vector<std::string> where = m_files.TrashAll(allowed);
+    where.resize(paths.size());
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        if (!Finish(steps[i], !where[i].empty())) continue;
+        m_steps[steps[i]].to = where[i];
+        m_changed.insert(m_steps[steps[i]].number);
+    }
+    return where;
+}
+
+// Of a file that this command threw away: its step is as if it had not been.
+bool Changes::Restore(const std::string& where, const std::string& path, std::string* error) {
+    if (!m_files.Restore(where, path, error)) return false;
+    for (Step& step : m_steps)
+        if (step.kind == StepKind::ThrownAway && step.to == where) step.state = StepState::NotDone;
+    return true;
+}
+
+bool Changes::Remove(const std::string& path, std::string* error) {
+    const auto at = WriteDown(NewStep(StepKind::Removed, path), error);
+    return at && Finish(*at, m_files.Remove(path, error));
+}
+
+bool Changes::Rename(const std::string& from, const std::string& to, std::string* error) {
+    const auto at = WriteDown(NewStep(StepKind::Renamed, from, to), error);
+    if (!at || !Finish(*at, m_files.Rename(from, to, error))) return false;
+    Touch(from);
+    Touch(to);
+    return true;
+}
+
+bool Changes::CopyTo(const std::string& from, const std::string& to, std::string* error,
+                     Standing standing) {
+    std::string replaced;
+    return Copy(from, to, error, standing == Standing::Refuse ? nullptr : &replaced);
+}
+
+// What stands there is thrown away by the copy itself, between writing and placing.
+std::optional<std::size_t> Changes::WriteDownReplaced(const std::string& to, std::string* error,
+                                                      bool* refused) {
+    *refused = false;
+    if (LookAt(to).inode == 0) return {};
+    const auto at = WriteDown(NewStep(StepKind::ThrownAway, to), error);
+    *refused = !at;
+    return at;
+}
+
+void Changes::FinishReplaced(std::optional<std::size_t> at, const std::string& replaced) {
+    if (!at || !Finish(*at, !replaced.empty())) return;
+    m_steps[*at].to = replaced;
+    m_changed.insert(m_steps[*at].number);
+}
+
+bool Changes::Copy(const std::string& from, const std::string& to, std::string* error,
+                   std::string* replaced) {
+    bool refused = false;
+    const auto thrown = replaced ? WriteDownReplaced(to, error, &refused) : std::nullopt;
+    if (refused) return false;
+    const auto at = WriteDown(NewStep(StepKind::Made, from, to), error);
+    if (!at) return false;
+    Finish(*at, m_files.Copy(from, to, error, replaced));
+    FinishReplaced(thrown, replaced ? *replaced : std::string());
+    return m_steps[*at].state == StepState::Done;
+}
+
+bool Changes::MoveTo(const std::string& from, const std::string& to, std::string* error,
+                     Standing standing) {
+    std::string replaced;
+    return Move(from, to, error, standing == Standing::Refuse ? nullptr : &replaced) != Moved::No;
+}
+
+Moved Changes::Move(const std::string& from, const std::string& to, std::string* error,
+                    std::string* replaced) {
+    const auto before = m_files.Look(from);
+    bool refused = false;
+    const auto thrown = replaced ? WriteDownReplaced(to, error, &refused) : std::nullopt;
+    const auto at = refused ? std::nullopt : WriteDown(NewStep(StepKind::Renamed, from, to), error);
+    if (!at) return Moved::No;
+    const Moved moved = m_files.Move(from, to, error, replaced);
+    Finish(*at, moved != Moved::No);
+    FinishReplaced(thrown, replaced ? *replaced : std::string());
+    if (moved == Moved::Copied) {
+        m_steps[*at].kind = StepKind::Made;
+        m_changed.insert(m_steps[*at].number);
+        m_moving[from] = before;
+    } else if (moved == Moved::Renamed) {
+        Touch(from);
+        Touch(to);
+    }
+    return moved;
+}
+
+bool Changes::EndMove(const std::string& from, std::string* error) {
+    const auto moving = m_moving.find(from);
+    if (moving == m_moving.end()) return true;
+    const auto before = moving->second;
+    const auto now = m_files.Look(from);
+    m_moving.erase(moving);
+    if (!before || !now || !now->IsSameContent(*before))
+        return Refuse(error, "it has changed since it was copied");
+    return ThrowAway(from, error);
+}
+
+bool Changes::EndRename(const std::string& from, const std::string& to, std::string* error) {
+    const bool isMade = std::any_of(m_steps.begin(), m_steps.end(), [&](const Step& step) {
+        return step.kind == StepKind::Made && step.state == StepState::Done && step.from == from &&
+               step.to == to;
+    });
+    const auto old = m_files.Look(from);
+    const auto copy = m_files.Look(to);
+    // No rename leads back from another disk, nor to what stood there before.
+    const bool elsewhere = old && copy && old->device != copy->device;
+    if (!isMade || elsewhere) return ThrowAway(from, error);
+    Step step = NewStep(StepKind::Dropped, from, to);
+    step.after = LookAt(to);
+    const auto at = WriteDown(std::move(step), error);
+    if (!at || !Finish(*at, m_files.Remove(from, error))) return false;
+    Touch(from);
+    return true;
+}
+
+// Again over what it has written itself: one step.
+bool Changes::WriteOver(const std::string& path, std::optional<std::string> newBytes,
+                        const std::function<bool()>& write, std::string* error) {
+    const bool again = m_next > 0 && m_steps[m_next - 1].kind == StepKind::Written &&
+                       m_steps[m_next - 1].from == path &&
+                       m_steps[m_next - 1].state == StepState::Done;
+    std::size_t at = m_next - (again ? 1 : 0);
+    if (!again) {
+        Step step = NewStep(StepKind::Written, path);
+        if (step.before.inode != 0 && step.before.bytes <= std::int64_t(kMostKept))
+            step.oldBytes = m_files.Read(path, kMostKept);
+        step.newBytes = newBytes;
+        const auto place = WriteDown(std::move(step), error);
+        if (!place) return false;
+        at = *place;
+    }
+    if (!write()) return again ? false : Finish(at, false);
+    Finish(at, true);
+    m_steps[at].after = LookAt(path);
+    m_steps[at].newBytes = std::move(newBytes);
+    m_changed.insert(m_steps[at].number);
+    return true;
+}
+
+bool Changes::Write(const std::string& path, std::string_view bytes, std::string* error) {
+    return WriteOver(
+        path, IfFew(bytes), [&] { return m_files.Write(path, bytes, error); }, error);
+}
+
+bool Changes::Extend(const std::string& path, std::size_t offset, std::string_view bytes,
+                     std::string* error) {
+    return WriteOver(
+        path, {}, [&] { return m_files.Extend(path, offset, bytes, error); }, error);
+}
+
+bool Changes::WriteAt(const std::string& path, std::size_t offset, std::string_view bytes,
+                      std::string* error) {
+    auto old = m_files.Read(path, bytes.size(), error, offset);
+    if (!old) return false;
+    const auto at =
+        WriteDown(PlanWriteAt(path, offset, std::move(*old), std::string(bytes)), error);
+    if (!at || !Finish(*at, m_files.WriteAt(path, offset, bytes, error))) return false;
+    m_steps[*at].after = LookAt(path);
+    m_changed.insert(m_steps[*at].number);
+    return true;
+}
+
+bool Changes::SetTimes(const std::string& path, std::int64_t when, std::string* error) {
+    const auto at = WriteDown(PlanTimes(path, when), error);
+    return at && Finish(*at, m_files.SetTimes(path, when, error));
+}
+
+bool Changes::PutTimeBack(const std::string& path, const FileLook& then, std::string* error) {
+    Step step = PlanTimes(path, then.seconds);
+    step.after.nanoseconds = then.nanoseconds;
+    const auto at = WriteDown(std::move(step), error);
+    return at && Finish(*at, m_files.PutTimeBack(path, then, error));
+}
+
+bool Changes::MakeFolder(const std::string& path, std::string* error) {
+    if (m_files.Exists(path)) return m_files.MakeFolder(path, error); // which says why not
+    const auto at = WriteDown(NewStep(StepKind::FolderMade, path), error);
+    return at && Finish(*at, m_files.MakeFolder(path, error));
+}
+
+int Changes::RemoveFolder(const std::string& path, std::string* error) {
+    const auto at = WriteDown(NewStep(StepKind::FolderRemoved, path), error);
+    if (!at) return EPERM;
+    const int failed = m_files.RemoveFolder(path, error);
+    Finish(*at, failed == 0);
+    return failed;
+}
+
+bool Changes::Marked(const std::string& path, const Mark& before, const Mark& after,
+                     std::string* error) {
+    Step step = NewStep(StepKind::Marked, path);
+    step.oldBytes = PackMark(before);
+    step.newBytes = PackMark(after);
+    const auto at = WriteDown(std::move(step), error);
+    return at && Finish(*at, true);
+}
+
+void Changes::TakeBack(std::size_t kept, std::string* error) {
+    std::size_t done = Count();
+    for (std::size_t i = m_next; i-- > 0 && done > kept;) {
+        Step& step = m_steps[i];
+        if (step.state != StepState::Done) continue;
+        --done;
+        std::string why;
+        if (TakeBackStep(step, m_files, &why))
+            step.state = StepState::NotDone;
+        else if (error && error->empty())
+            *error = why;
+    }
+}
+
+std::size_t Changes::Count() const {
+    return std::size_t(std::count_if(m_steps.begin(), m_steps.end(), [](const Step& step) {
+        return step.state == StepState::Done;
+    }));
+}
+
+bool Changes::Has(StepKind kind, const std::string& from) const {
+    return std::any_of(m_steps.begin(), m_steps.end(), [&](const Step& step) {
+        return step.kind == kind && step.state == StepState::Done && step.from == from;
+    });
+}
+
+void Changes::End() {
+    if (m_id == 0) return;
+    std::vector<Step> changed;
+    std::set<std::string_view> files;
+    for (Step& step : m_steps) {
+        if (step.state == StepState::Planned) step.state = StepState::NotDone;
+        if (step.state == StepState::Done) files.insert(step.from);
+        if (step.state == StepState::NotDone || m_changed.count(step.number) > 0)
+            changed.push_back(step);
+    }
+    m_history.End(m_id, m_what, files.size(), changed);
+}
+
+} // namespace tarn

@@ -1,0 +1,22 @@
+// A command as the journal lists it.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace tarn {
+
+// The numbers are kept on the disk.
+enum class CommandState { Running = 0, Done = 1, Undone = 2, Undoing = 3, Redoing = 4 };
+
+struct CommandRow {
+    std::int64_t id = 0;
+    std::int64_t began = 0; // seconds since 1970
+    std::string what;       // "Delete 'M31.jpg'"
+    std::string folder;     // of its first file
+    std::int64_t files = 0; // that it changed
+    CommandState state = CommandState::Running;
+    bool isBrokenOff = false; // its program ended before it did
+};
+
+} // namespace tarn

@@ -1,0 +1,247 @@
+#include "history/History.h"
+
+#include "common/paths.h"
+#include "history/StepsOnDisk.h"
+
+#include <algorithm>
+
+namespace tarn {
+
+namespace {
+
+constexpr const char* kLocked = "another program is changing files just now, nothing was done";
+
+// The first few by name.
+std::string ListOf(const std::vector<std::string>& paths) {
+    constexpr std::size_t kNamed = 3;
+    std::string text;
+    for (std::size_t i = 0; i < std::min(paths.size(), kNamed); ++i)
+        text += (i > 0 ? ", '" : "'") + LastPart(paths[i]) + "'";
+    if (paths.size() > kNamed) text += " and " + std::to_string(paths.size() - kNamed) + " more";
+    return text;
+}
+
+StepState StateOf(Stands stands) {
+    return stands == Stands::Whole ? StepState::Done
+           : stands == Stands::Not ? StepState::Undone
+                                   : StepState::Planned; // in part: goes both ways
+}
+
+// What a fault is told of: a copy that stays, else what does not come back.
+std::string NamedBy(const Step& step) {
+    return LastPart(step.kind == StepKind::Made ? step.to : step.from);
+}
+
+bool BringsBack(StepKind kind) {
+    return kind != StepKind::Made && kind != StepKind::FolderMade && kind != StepKind::Dated &&
+           kind != StepKind::Marked;
+}
+
+} // namespace
+
+std::string PackMark(const Mark& mark) {
+    return std::to_string(static_cast<int>(mark.decision)) + std::to_string(mark.stars);
+}
+
+Mark UnpackMark(const std::string& text) {
+    if (text.size() != 2) return {};
+    return {static_cast<Decision>(text[0] - '0'), text[1] - '0'};
+}
+
+History::History(Files& files, const std::string& file)
+    : m_files(files), m_journal(std::make_unique<Journal>(file)) {}
+
+std::string History::Notice() const {
+    if (!m_journal->PutAside().empty())
+        return "The history was damaged and is put aside as '" + m_journal->PutAside() + "'";
+    return {};
+}
+
+// The history cannot be written: once a run somebody says whether it goes on in memory alone.
+bool History::MayGoOn(Wrote wrote, std::string* error) {
+    if (wrote == Wrote::Locked) {
+        if (error) *error = kLocked;
+        return false;
+    }
+    const std::string text = "History cannot be written: " + m_journal->Reason();
+    if (m_goesWithout || !onUnwritable || !onUnwritable(text + ". Go on without?")) {
+        if (error) *error = text;
+        return false;
+    }
+    m_goesWithout = true;
+    m_journal = std::make_unique<Journal>(std::string());
+    return true;
+}
+
+bool History::Begin(const std::string& what, const std::string& folder, std::span<const Step> plan,
+                    std::int64_t* id, std::string* error) {
+    const Wrote wrote = m_journal->Begin(what, folder, plan, id);
+    if (wrote == Wrote::Yes) return true;
+    return MayGoOn(wrote, error) && m_journal->Begin(what, folder, plan, id) == Wrote::Yes;
+}
+
+bool History::Add(std::int64_t id, std::span<const Step> steps, std::string* error) {
+    const Wrote wrote = m_journal->AddSteps(id, steps);
+    if (wrote == Wrote::Yes) return true;
+    // In the midst of a command another try costs nothing, a command in halves does.
+    if (wrote == Wrote::Locked && m_journal->AddSteps(id, steps) == Wrote::Yes) return true;
+    return MayGoOn(wrote, error);
+}
+
+void History::End(std::int64_t id, const std::string& what, std::size_t files,
+                  std::span<const Step> changed) {
+    // Where this fails the next run finds it broken off, and all of it done.
+    if (files == 0)
+        m_journal->Drop(id);
+    else
+        m_journal->End(id, what, static_cast<std::int64_t>(files), changed);
+}
+
+std::vector<Step> History::StepsOf(const CommandRow& row) {
+    std::vector<Step> steps = m_journal->StepsOf(row.id);
+    const bool told = row.state == CommandState::Done || row.state == CommandState::Undone;
+    if (told) {
+        const StepState asItsCommand =
+            row.state == CommandState::Done ? StepState::Done : StepState::Undone;
+        for (Step& step : steps)
+            if (step.state == StepState::Planned) step.state = asItsCommand;
+        return steps;
+    }
+    const std::vector<Stands> stands = TellSteps(steps, m_files);
+    for (std::size_t i = 0; i < steps.size(); ++i)
+        if (steps[i].state != StepState::NotDone) steps[i].state = StateOf(stands[i]);
+    return steps;
+}
+
+std::size_t History::StepsToGo(const CommandRow& row) {
+    const std::vector<Step> steps = StepsOf(row);
+    const StepState goes =
+        row.state == CommandState::Undone ? StepState::Undone : StepState::Done;
+    return std::size_t(std::count_if(steps.begin(), steps.end(),
+                                     [&](const Step& step) { return step.state == goes; }));
+}
+
+UndoResult History::Undo(const GoOn& goOn) {
+    const auto row = NextToUndo();
+    return row ? Turn(*row, Way::Back, goOn) : UndoResult();
+}
+
+UndoResult History::Redo(const GoOn& goOn) {
+    const auto row = NextToRedo();
+    return row ? Turn(*row, Way::Again, goOn) : UndoResult();
+}
+
+// The command that has one of its files since; empty when none has.
+std::string History::TouchedSince(const CommandRow& row) {
+    std::set<std::string> paths;
+    for (const Step& step : m_journal->StepsOf(row.id)) paths.insert({step.from, step.to});
+    paths.erase("");
+    for (const CommandRow& later : m_journal->Later(row.id))
+        for (const Step& step : m_journal->StepsOf(later.id))
+            if (paths.count(step.from) > 0 || paths.count(step.to) > 0) return later.what;
+    return {};
+}
+
+UndoResult History::UndoOf(std::int64_t id, const GoOn& goOn) {
+    const auto row = m_journal->Find(id);
+    if (!row) return {false, "There is no command " + std::to_string(id), {}, {}};
+    if (row->isBrokenOff)
+        return Turn(*row, row->state == CommandState::Undoing ? Way::Again : Way::Back, goOn);
+    if (row->state != CommandState::Done)
+        return {false, "NOT undone: " + row->what + "; it is undone already", {}, {}};
+    if (const std::string since = TouchedSince(*row); !since.empty())
+        return {false, "NOT undone: " + row->what + "; its files were changed since by: " + since,
+                {}, {}};
+    return Turn(*row, Way::Back, goOn);
+}
+
+UndoResult History::RedoOf(std::int64_t id, const GoOn& goOn) {
+    const auto row = m_journal->Find(id);
+    if (!row) return {false, "There is no command " + std::to_string(id), {}, {}};
+    if (row->isBrokenOff)
+        return Turn(*row, row->state == CommandState::Undoing ? Way::Back : Way::Again, goOn);
+    if (row->state != CommandState::Undone)
+        return {false, "NOT done again: " + row->what + "; it is not undone", {}, {}};
+    if (const std::string since = TouchedSince(*row); !since.empty())
+        return {false,
+                "NOT done again: " + row->what + "; its files were changed since by: " + since,
+                {}, {}};
+    return Turn(*row, Way::Again, goOn);
+}
+
+namespace {
+
+// One way through the steps of a command.
+struct Walk {
+    UndoResult result;
+    std::set<std::string> touched; // folders of renamed files
+    std::size_t gone = 0;
+    std::size_t left = 0;
+    bool stopped = false;
+    std::string why;
+};
+
+void WalkStep(Step& step, bool back, Files& files, const GoOn& goOn, Walk& walk) {
+    std::string error = "cancelled";
+    walk.stopped = walk.stopped || !goOn(walk.gone + walk.left + 1);
+    const bool went = !walk.stopped && (back ? TakeBackStep(step, files, &error)
+                                             : DoStep(step, files, &error));
+    if (!went) {
+        ++walk.left;
+        if (walk.why.empty()) walk.why = NamedBy(step) + " - " + error;
+        return;
+    }
+    ++walk.gone;
+    step.state = back ? StepState::Undone : StepState::Done;
+    if (step.kind == StepKind::Renamed)
+        walk.touched.insert({FolderOf(step.from), FolderOf(step.to)});
+    const auto& mark = back ? step.oldBytes : step.newBytes;
+    if (step.kind == StepKind::Marked)
+        walk.result.marks.push_back({step.from, UnpackMark(mark.value_or(""))});
+    if (back && BringsBack(step.kind)) walk.result.back.push_back(step.from);
+    if (!back && (step.kind == StepKind::Renamed || step.kind == StepKind::Made))
+        walk.result.back.push_back(step.to);
+}
+
+} // namespace
+
+UndoResult History::Turn(const CommandRow& row, Way way, const GoOn& goOn) {
+    const bool back = way == Way::Back;
+    const std::string not_ = back ? "NOT undone: " : "NOT done again: ";
+    std::vector<Step> steps = StepsOf(row);
+    const Wrote begun =
+        m_journal->Turn(row.id, back ? CommandState::Undoing : CommandState::Redoing);
+    if (begun != Wrote::Yes)
+        return {false,
+                not_ + row.what + "; " + (begun == Wrote::Locked ? kLocked : m_journal->Reason()),
+                {}, {}};
+    Walk walk;
+    const StepState stays = back ? StepState::Undone : StepState::Done;
+    const auto visit = [&](Step& step) {
+        if (step.state != stays && step.state != StepState::NotDone)
+            WalkStep(step, back, m_files, goOn, walk);
+    };
+    if (back)
+        std::for_each(steps.rbegin(), steps.rend(), visit);
+    else
+        std::for_each(steps.begin(), steps.end(), visit);
+    for (const std::string& folder : walk.touched) m_files.Flush(folder);
+    // Steps that were not reached say what they are, whatever their command is now.
+    for (Step& step : steps)
+        if (step.state == StepState::Planned) step.state = StepState::Done;
+    const bool isDone = !back || walk.left > 0;
+    m_journal->EndTurn(row.id, isDone ? CommandState::Done : CommandState::Undone, steps,
+                       back && walk.left > 0 && !walk.stopped ? Journal::Behind::AllOthers
+                                                              : Journal::Behind::None);
+    UndoResult result = std::move(walk.result);
+    if (back) std::reverse(result.back.begin(), result.back.end());
+    result.done = walk.left == 0;
+    result.text = (walk.gone > 0 ? (back ? "Undone: " : "Done again: ") : not_) + row.what;
+    if (!result.back.empty() && back) result.text += "; back again: " + ListOf(result.back);
+    if (walk.left > 0)
+        result.text += "; " + std::to_string(walk.left) +
+                       (back ? " not taken back" : " not done again") + ", first " + walk.why;
+    return result;
+}
+
+} // namespace tarn

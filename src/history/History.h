@@ -1,0 +1,93 @@
+// What the program did to files of the user: seen, taken back and done again, also by a later run.
+// Window and console share it.
+#pragma once
+
+#include "common/mark.h"
+#include "history/Journal.h"
+#include "platform/Files.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <set>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace tarn {
+
+// A mark that is to be set again; whoever asked sets it.
+struct MarkBefore {
+    std::string path;
+    Mark mark;
+};
+
+std::string PackMark(const Mark& mark);
+Mark UnpackMark(const std::string& text);
+
+struct UndoResult {
+    bool done = false;             // all of it
+    std::string text;              // for the message line
+    std::vector<std::string> back; // full paths of what came back, in the order it had gone
+    std::vector<MarkBefore> marks;
+};
+
+// Asked with the number of the step to come, from 1; false breaks it off.
+using GoOn = std::function<bool(std::size_t number)>;
+
+class History {
+public:
+    // In this file of the state folder; without a name in memory, for this run.
+    History(Files& files, const std::string& file);
+
+    // Asked once a run, when the history cannot be written, whether commands go on without; they do
+    // not where nobody is asked.
+    std::function<bool(const std::string& text)> onUnwritable;
+
+    Files& Disk() { return m_files; }
+    // What to tell of the database itself when it was opened; empty: nothing.
+    std::string Notice() const;
+
+    // The commands that come next, and how many steps of them.
+    std::optional<CommandRow> NextToUndo() { return m_journal->NextToUndo(); }
+    std::optional<CommandRow> NextToRedo() { return m_journal->NextToRedo(); }
+    std::size_t StepsToGo(const CommandRow& row);
+
+    // Each looks first whether the files are as the command left them, and tells what is not. What
+    // could not be taken back stays for another try, behind all others; what was not begun, since
+    // it was cancelled, stays next.
+    UndoResult Undo(const GoOn& goOn);
+    UndoResult Redo(const GoOn& goOn);
+    // Of any command, unless a later one has changed its files since. One that was broken off is
+    // taken back as far as it came, or finished.
+    UndoResult UndoOf(std::int64_t id, const GoOn& goOn);
+    UndoResult RedoOf(std::int64_t id, const GoOn& goOn);
+
+    std::vector<CommandRow> List(std::int64_t most) { return m_journal->List(most); }
+    std::vector<CommandRow> BrokenOff() { return m_journal->BrokenOff(); }
+    // With their states as they are, of one that was broken off by a look at the disk.
+    std::vector<Step> StepsOf(const CommandRow& row);
+    bool Forget() { return m_journal->Forget() == Wrote::Yes; }
+    bool Prune(std::int64_t days, std::int64_t bytes) {
+        return m_journal->Prune(days, bytes) == Wrote::Yes;
+    }
+
+    // For Changes: written down, or refused with the reason.
+    bool Begin(const std::string& what, const std::string& folder, std::span<const Step> plan,
+               std::int64_t* id, std::string* error);
+    bool Add(std::int64_t id, std::span<const Step> steps, std::string* error);
+    void End(std::int64_t id, const std::string& what, std::size_t files,
+             std::span<const Step> changed);
+
+private:
+    enum class Way { Back, Again };
+    bool MayGoOn(Wrote wrote, std::string* error);
+    UndoResult Turn(const CommandRow& row, Way way, const GoOn& goOn);
+    std::string TouchedSince(const CommandRow& row);
+
+    Files& m_files;
+    std::unique_ptr<Journal> m_journal;
+    bool m_goesWithout = false;
+};
+
+} // namespace tarn

@@ -1,0 +1,98 @@
+// The journal of commands that changed files of the user: an SQLite database in the state folder,
+// shared by all programs that run. What a call wrote outlasts a power cut when it returns.
+#pragma once
+
+#include "history/CommandRow.h"
+#include "history/Step.h"
+
+#include <cstdint>
+#include <mutex>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+struct sqlite3;
+
+namespace tarn {
+
+class Statement;
+
+enum class Wrote {
+    Yes,
+    Locked, // another program held it for longer than the patience
+    No      // it is full, read only, damaged
+};
+
+// From any thread, one call at a time. Each call that writes is one transaction; on a failure
+// `Reason` says why, and nothing was written.
+class Journal {
+public:
+    // The file, whose folder is there; made when it is missing, and put aside, never deleted, when
+    // it is damaged. An empty name: one in memory, for this run alone.
+    explicit Journal(const std::string& file);
+    ~Journal();
+    Journal(const Journal&) = delete;
+    Journal& operator=(const Journal&) = delete;
+
+    // Whether it could be opened; else the reason says why not.
+    bool IsOpen() const { return m_database != nullptr; }
+    const std::string& Reason() const { return m_reason; }
+    // Where the damaged one lies now; empty when there was none.
+    const std::string& PutAside() const { return m_putAside; }
+
+    // A command that is about to begin, with the steps that it plans; its id.
+    Wrote Begin(const std::string& what, const std::string& folder, std::span<const Step> plan,
+                std::int64_t* id);
+    // Steps that it had not planned, before they are done.
+    Wrote AddSteps(std::int64_t id, std::span<const Step> steps);
+    // The command has ended: `changed` are steps that are not as planned, or have found something
+    // out. Nothing can be done again any more that was taken back before it.
+    Wrote End(std::int64_t id, const std::string& what, std::int64_t files,
+              std::span<const Step> changed);
+    // A command that did nothing.
+    Wrote Drop(std::int64_t id);
+
+    // It is being taken back or done again from now on; its steps, in their order.
+    Wrote Turn(std::int64_t id, CommandState to);
+    enum class Behind { None, AllOthers };
+    // It was: `state` is Done or Undone; one of which something could not be taken back stays Done,
+    // and may be put behind all others.
+    Wrote EndTurn(std::int64_t id, CommandState state, std::span<const Step> changed,
+                  Behind behind = Behind::None);
+
+    std::vector<Step> StepsOf(std::int64_t id);
+    std::optional<CommandRow> Find(std::int64_t id);
+    std::optional<CommandRow> NextToUndo();
+    std::optional<CommandRow> NextToRedo();
+    // The last `most`, the newest first.
+    std::vector<CommandRow> List(std::int64_t most);
+    // Commands that ended or began behind this one, and are not taken back.
+    std::vector<CommandRow> Later(std::int64_t id);
+    // Whose programs ended before they did, the newest first.
+    std::vector<CommandRow> BrokenOff();
+
+    // All but what is being done just now.
+    Wrote Forget();
+    // Commands older than these days, and the oldest beyond these bytes of kept contents.
+    Wrote Prune(std::int64_t days, std::int64_t bytes);
+
+private:
+    class Transaction;
+
+    bool Open(const std::string& file);
+    void Close();
+    bool Run(const char* order);
+    Wrote Failed();
+    std::int64_t NextTurn();
+    bool PutSteps(std::int64_t id, std::span<const Step> steps);
+    bool ChangeSteps(std::int64_t id, std::span<const Step> steps);
+    std::vector<CommandRow> Rows(Statement& statement);
+
+    sqlite3* m_database = nullptr;
+    std::mutex m_mutex;
+    std::string m_reason;
+    std::string m_putAside;
+};
+
+} // namespace tarn

@@ -1,0 +1,125 @@
+// The database itself: damaged, locked, read only, pruned, forgotten.
+#include "history/Changes.h"
+#include "history/History.h"
+
+#include "platform/Statement.h"
+#include "support/ForwardingFiles.h"
+#include "support/Trees.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <sys/stat.h>
+
+namespace tarn::testing {
+namespace {
+
+struct Book {
+    TestFolder pictures;
+    TestFolder state;
+    ForwardingFiles files;
+    std::string error;
+
+    std::string File() const { return state.Path() + "/history.db"; }
+    std::string At(const std::string& name) const { return pictures.Path() + "/" + name; }
+    bool Throw(History& history, const std::string& name) {
+        pictures.Write(name, "1");
+        Changes changes(history, "Delete '" + name + "'");
+        return changes.ThrowAway(At(name), &error);
+    }
+};
+
+std::vector<std::string> Whats(History& history) {
+    std::vector<std::string> whats;
+    for (const CommandRow& row : history.List(100)) whats.push_back(row.what);
+    return whats;
+}
+
+TEST(Journal, ADamagedOneIsPutAsideAndAnotherBegun) {
+    Book book;
+    book.state.Write("history.db", std::string(8192, 'x'));
+    History history(book.files, book.File());
+    EXPECT_EQ(history.Notice(), "The history was damaged and is put aside as '" + book.File() +
+                                    ".damaged'");
+    EXPECT_TRUE(book.Throw(history, "a")) << book.error;
+    EXPECT_EQ(BytesOf(book.File() + ".damaged"), std::string(8192, 'x'));
+    EXPECT_EQ(Whats(history), std::vector<std::string>{"Delete 'a'"});
+}
+
+TEST(Journal, WhatCannotBeWrittenIsAskedOnceAndGoesOnInMemory) {
+    for (const bool goesOn : {false, true}) {
+        Book book;
+        // A folder where the file is to be cannot be opened.
+        std::filesystem::create_directory(book.File());
+        History history(book.files, book.File());
+        std::vector<std::string> asked;
+        history.onUnwritable = [&](const std::string& text) {
+            asked.push_back(text);
+            return goesOn;
+        };
+        EXPECT_EQ(book.Throw(history, "a"), goesOn);
+        EXPECT_EQ(book.Throw(history, "b"), goesOn);
+        ASSERT_EQ(asked.size(), goesOn ? 1U : 2U);
+        EXPECT_EQ(asked[0].find("History cannot be written: "), 0U) << asked[0];
+        EXPECT_NE(asked[0].find(". Go on without?"), std::string::npos) << asked[0];
+        EXPECT_EQ(book.files.Exists(book.At("a")), !goesOn);
+        if (!goesOn) continue;
+        history.Undo([](std::size_t) { return true; });
+        EXPECT_TRUE(book.files.Exists(book.At("b")));
+    }
+}
+
+TEST(Journal, WhileAnotherProgramWritesNothingIsChanged) {
+    Book book;
+    History history(book.files, book.File());
+    ASSERT_TRUE(book.Throw(history, "a"));
+    sqlite3* other = nullptr;
+    ASSERT_EQ(::sqlite3_open(book.File().c_str(), &other), SQLITE_OK);
+    ASSERT_EQ(::sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+    history.onUnwritable = [](const std::string&) {
+        ADD_FAILURE() << "a moment's wait is no question";
+        return true;
+    };
+    EXPECT_FALSE(book.Throw(history, "b"));
+    EXPECT_EQ(book.error, "another program is changing files just now, nothing was done");
+    EXPECT_TRUE(book.files.Exists(book.At("b")));
+    EXPECT_EQ(history.Undo([](std::size_t) { return true; }).text,
+              "NOT undone: Delete 'a'; another program is changing files just now, nothing was "
+              "done");
+    ::sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
+    ::sqlite3_close(other);
+    EXPECT_TRUE(book.Throw(history, "b"));
+}
+
+TEST(Journal, TwoProgramsShareOne) {
+    Book book;
+    History window(book.files, book.File());
+    History console(book.files, book.File());
+    ASSERT_TRUE(book.Throw(window, "a"));
+    ASSERT_TRUE(book.Throw(console, "b"));
+    EXPECT_EQ(Whats(window), (std::vector<std::string>{"Delete 'b'", "Delete 'a'"}));
+    EXPECT_EQ(window.Undo([](std::size_t) { return true; }).text,
+              "Undone: Delete 'b'; back again: 'b'");
+    EXPECT_TRUE(window.BrokenOff().empty());
+}
+
+TEST(Journal, OldAndLargeCommandsGoAndAllCanBeForgotten) {
+    Book book;
+    History history(book.files, book.File());
+    for (const char* name : {"a", "b", "c"}) ASSERT_TRUE(book.Throw(history, name));
+    sqlite3* database = nullptr;
+    ASSERT_EQ(::sqlite3_open(book.File().c_str(), &database), SQLITE_OK);
+    ::sqlite3_exec(database, "UPDATE commands SET began = began - 91*86400 WHERE id=1", nullptr,
+                   nullptr, nullptr);
+    ::sqlite3_close(database);
+    EXPECT_TRUE(history.Prune(90, 1 << 20));
+    EXPECT_EQ(Whats(history), (std::vector<std::string>{"Delete 'c'", "Delete 'b'"}));
+    EXPECT_TRUE(history.Prune(90, std::int64_t(book.At("c").size())));
+    EXPECT_EQ(Whats(history), std::vector<std::string>{"Delete 'c'"});
+    EXPECT_TRUE(history.Forget());
+    EXPECT_EQ(Whats(history), std::vector<std::string>());
+    EXPECT_FALSE(history.NextToUndo());
+}
+
+} // namespace
+} // namespace tarn::testing
