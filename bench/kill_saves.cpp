@@ -92,7 +92,7 @@ int KillNotes(bool changed) {
                                 store.index.SetFolder(desk.folder);
                                 if (!changed) store.Load(note);
                                 std::string error;
-                                Must(store.Save(note, Text(i), &error));
+                                Must(store.Save(*desk.files, note, Text(i), &error));
                             },
                             [&](int i) {
                                 const std::string found = desk.Read(note);
@@ -212,12 +212,13 @@ int KillPage(bool appended) {
     const std::string path = desk.folder + "/page.html";
     const auto lay = [&](const std::string& page, int i, bool append) {
         const HtmlSettings settings;
-        PageBuild build(*desk.files, "v");
+        PageBuild build("v");
         build.Choose(page, desk.folder);
-        Must(append ? build.Append("now") : build.Begin(settings, std::to_string(i % 2), {}));
+        Must(append ? build.Append(*desk.files, "now")
+                    : build.Begin(*desk.files, settings, std::to_string(i % 2), {}));
         for (int k = 0; k < (append || !appended ? kPictures : 1); ++k)
-            Must(build.Add(settings, true, Entry(i % 2 + k)));
-        Must(build.Close());
+            Must(build.Add(*desk.files, settings, true, Entry(i % 2 + k)));
+        Must(build.Close(*desk.files));
     };
     std::map<std::pair<int, bool>, std::string> wholes;
     const auto whole = [&](int i, bool append) {

@@ -30,6 +30,8 @@ public:
     bool IsSameFile(S, S) const override { return true; }
     bool IsWritable(S) const override { return true; }
     std::optional<FileLook> Look(S, Error) const override { return {}; }
+    std::int64_t Volume(S) const override { return 0; }
+    std::string FindThrown(S, const FileLook&) const override { return {}; }
     std::optional<std::vector<std::string>> FileNames(S, Error) const override { return {}; }
     std::vector<std::string> FolderNames(S) const override { return {}; }
     std::optional<std::string> FindAnyCase(S path) const override { return path; }

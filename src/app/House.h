@@ -16,6 +16,7 @@
 #include "fileops/CopyRoom.h"
 #include "fileops/FileRoom.h"
 #include "fileops/ImportExport.h"
+#include "history/History.h"
 #include "imaging/PicturesAhead.h"
 #include "marks/MarksRoom.h"
 #include "navigation/NavigationRoom.h"
@@ -70,6 +71,7 @@ public:
     MainControls controls;
     PicturesAhead ahead;
     Context context;
+    History history;
     frmMain window;
     ShellRoom shell;
     NavigationRoom navigation;

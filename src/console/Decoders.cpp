@@ -75,6 +75,28 @@ std::vector<FrameMeasures> MeasureStars(const std::vector<std::string>& paths) {
     return std::vector<FrameMeasures>(paths.size(), NotInstalled(&FrameMeasures::fault));
 }
 
+std::vector<PastCommand> PastCommands(std::int64_t most) {
+    const auto* decoders = FromModule<DecodersModule>();
+    return decoders ? decoders->past(most) : std::vector<PastCommand>();
+}
+
+TurnedCommand UndoCommand(std::optional<std::int64_t> id) {
+    const auto* decoders = FromModule<DecodersModule>();
+    return decoders ? decoders->undo(id) : NotInstalled(&TurnedCommand::text);
+}
+
+TurnedCommand RedoCommand(std::optional<std::int64_t> id) {
+    const auto* decoders = FromModule<DecodersModule>();
+    return decoders ? decoders->redo(id) : NotInstalled(&TurnedCommand::text);
+}
+
+std::vector<SetDate> SetDates(const std::vector<SetDate>& wanted) {
+    if (const auto* decoders = FromModule<DecodersModule>()) return decoders->dates(wanted);
+    std::vector<SetDate> all = wanted;
+    for (SetDate& each : all) each.error = kNotInstalled;
+    return all;
+}
+
 std::vector<MeasuredStar> ListStars(const std::string& path, std::string& fault) {
     if (const auto* decoders = FromModule<DecodersModule>()) return decoders->sources(path, fault);
     fault = kNotInstalled;

@@ -3,6 +3,8 @@
 // dates does without.
 #pragma once
 
+#include "console/DatesCommand.h"
+#include "console/HistoryCommands.h"
 #include "console/MarkCommands.h"
 #include "console/PageCommands.h"
 #include "console/SheetCommand.h"
@@ -38,5 +40,13 @@ PageResult MakeGallery(const PageRequest& request);
 // Stars of pictures: what was measured before comes from the store in the cache folder.
 std::vector<FrameMeasures> MeasureStars(const std::vector<std::string>& paths);
 std::vector<MeasuredStar> ListStars(const std::string& path, std::string& fault);
+
+// What window and console did.
+std::vector<PastCommand> PastCommands(std::int64_t most);
+TurnedCommand UndoCommand(std::optional<std::int64_t> id);
+TurnedCommand RedoCommand(std::optional<std::int64_t> id);
+
+// File times, as one command of the history.
+std::vector<SetDate> SetDates(const std::vector<SetDate>& wanted);
 
 } // namespace tarn

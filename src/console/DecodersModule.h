@@ -19,6 +19,10 @@ struct DecodersModule {
                                       const MarkChange& change);
     std::vector<FrameMeasures> (*stars)(const std::vector<std::string>& paths);
     std::vector<MeasuredStar> (*sources)(const std::string& path, std::string& fault);
+    std::vector<PastCommand> (*past)(std::int64_t most);
+    TurnedCommand (*undo)(std::optional<std::int64_t> id);
+    TurnedCommand (*redo)(std::optional<std::int64_t> id);
+    std::vector<SetDate> (*dates)(const std::vector<SetDate>& wanted);
 };
 
 } // namespace tarn

@@ -4,6 +4,7 @@
 #include "console/ConvertCommand.h"
 #include "console/DatesCommand.h"
 #include "console/Decoders.h"
+#include "console/HistoryCommands.h"
 #include "console/InfoCommand.h"
 #include "console/MarkCommands.h"
 #include "console/PageCommands.h"
@@ -31,14 +32,17 @@ const std::vector<tarn::Subcommand>& Subcommands() {
          [](Words words) { return RunGallery(words, kProgramVersion, MakeGallery); }},
         {kSheetUsage, [](Words words) { return RunSheet(words, PrintSheet); }},
         {kThumbnailsUsage, [](Words words) { return RunThumbnails(words, ThumbnailsOfFolder); }},
-        {kDatesUsage, RunDates},
+        {kDatesUsage, [](Words words) { return RunDates(words, SetDates); }},
         {kMarksUsage, [](Words words) { return RunMarks(words, MarksOf); }},
         {kMarkUsage, [](Words words) { return RunMark(words, SetMarksOf); }},
         {kStarsUsage,
          [](Words words) {
              return RunStars(words, {MeasureStars, ListStars});
          }},
-        {kAlignUsage, [](Words words) { return RunAlign(words, MeasureStars); }}};
+        {kAlignUsage, [](Words words) { return RunAlign(words, MeasureStars); }},
+        {kHistoryUsage, [](Words words) { return RunHistory(words, PastCommands); }},
+        {kUndoUsage, [](Words words) { return RunUndo(words, UndoCommand); }},
+        {kRedoUsage, [](Words words) { return RunRedo(words, RedoCommand); }}};
     return kSubcommands;
 }
 

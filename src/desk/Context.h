@@ -14,6 +14,7 @@ class Desktop;
 class Dialogs;
 class EventPump;
 class Files;
+class History;
 class PicturesAhead;
 class Printing;
 class SettingsStore;
@@ -39,6 +40,7 @@ struct Context {
     PicturesAhead& ahead;
     Clipboard& clipboard;
     Files& files;
+    History& history;
     SettingsStore& settings;
     EventPump& events;
     Dialogs& dialogs;

@@ -94,14 +94,14 @@ Outcome CopyRoom::WriteConverted(ImgX& picture, const ConvertTarget& target) {
     ConvertOptions options = Options(target.name);
     options.orientation = m.state.SlideViewing ? OrientationOf(picture) : m.state.ExpOrientation;
     Converted converted = ConvertPicture(picture, options);
-    Changes changes(m.files);
+    Changes changes(m.history, "Convert '" + m.state.FileNameOnly + "' to '" + target.name + "'");
     const bool stands = m.files.Exists(target.path); // it is not lost
     if (converted.error.empty() &&
         (!stands || MakeRoom(m.files, {}, target.path, changes, &converted.error)) &&
-        m.files.Write(target.path, converted.jpeg, &converted.error)) {
+        changes.Write(target.path, converted.jpeg, &converted.error)) {
         m.shell.ShowError({});
         return Outcome::Did("'" + target.name + "' file created" + converted.suffix +
-                            CopyNote(target));
+                            CopyNote(target, changes));
     }
     std::string ignored; // the first fault is the one to tell
     changes.TakeBack(&ignored);
@@ -110,7 +110,7 @@ Outcome CopyRoom::WriteConverted(ImgX& picture, const ConvertTarget& target) {
 }
 
 // A note that stands there is kept. What the message line adds when it could not be copied.
-std::string CopyRoom::CopyNote(const ConvertTarget& target) {
+std::string CopyRoom::CopyNote(const ConvertTarget& target, Changes& changes) {
     const std::string& folder = m.state.NotesFolder;
     if (folder.empty()) return {};
     m.notes.SetNotesFilename();
@@ -118,7 +118,7 @@ std::string CopyRoom::CopyNote(const ConvertTarget& target) {
     const auto own = m.files.FindAnyCase(m.state.NotesFilename);
     if (!own || m.files.FindAnyCase(note)) return {};
     std::string error;
-    const bool copied = m.files.Copy(*own, note, &error);
+    const bool copied = changes.CopyTo(*own, note, &error);
     m.notes.NoteFilesChanged();
     return copied ? std::string() : ", its note was not copied: " + error;
 }

@@ -60,7 +60,7 @@ void CopyPaste::PasteButton_Click() {
 }
 
 void CopyPaste::Paste(const std::vector<std::string>& sources, bool cut) {
-    Changes changes(m.files);
+    Changes changes(m.history, {});
     Report report;
     m.marks.Flush();
     const DroppedNote dropped(m);
@@ -82,8 +82,8 @@ void CopyPaste::Paste(const std::vector<std::string>& sources, bool cut) {
     m.shell.SetBusy(false);
     m.navigation.RefreshDirButton_Click();
     if (arrived > 0) ShowPasted(LastPart(sources[arrived - 1]));
-    m_pushUndo({(cut ? "Cut > Paste of " : "Copy > Paste of ") + std::to_string(arrived) + " files",
-                changes.Written()});
+    changes.SetWhat((cut ? "Cut > Paste of " : "Copy > Paste of ") + std::to_string(arrived) +
+                    " files");
     if (cut) EndCut(arrived, sources.size());
     if (report.message.empty())
         report.message =
@@ -121,10 +121,10 @@ std::vector<NewNamePlan> CopyPaste::PutAll(const std::vector<std::string>& sourc
         }
         std::string error;
         const NewNamePlan plan = PlanPlace(belongings, sources[i], JoinPath(folder, name));
-        const std::size_t before = changes.Written().size();
+        const std::size_t before = changes.Count();
         if (!(BringAlong(plan, m.files, changes, &error) &&
-              (cut ? changes.Move(plan.from, plan.to, &error, Standing::ThrowAway)
-                   : changes.Copy(plan.from, plan.to, &error, Standing::ThrowAway)))) {
+              (cut ? changes.MoveTo(plan.from, plan.to, &error, Standing::ThrowAway)
+                   : changes.CopyTo(plan.from, plan.to, &error, Standing::ThrowAway)))) {
             std::string ignored; // the first fault is the one to tell
             changes.TakeBack(before, &ignored);
             report.message = "Paste failed for '" + name + "'";

@@ -13,8 +13,7 @@ namespace tarn {
 class CopyPaste {
 public:
     // `pushUndo` gets what a paste of cut files did.
-    CopyPaste(Context& context, std::function<void(UndoEntry)> pushUndo)
-        : m(context), m_pushUndo(std::move(pushUndo)) {}
+    explicit CopyPaste(Context& context) : m(context) {}
 
     void ConnectControls();
 
@@ -37,7 +36,6 @@ private:
     void ShowPasted(const std::string& name);
 
     Context& m;
-    std::function<void(UndoEntry)> m_pushUndo;
     std::vector<std::string> m_files; // full paths, remembered by Copy or Cut
     bool m_cutPending = false;        // to be thrown away once they are pasted
     bool m_theirs = false; // what another program put on the clipboard is the later choice

@@ -67,10 +67,15 @@ void CopyRoom::FolderChanged() {
 }
 
 CopyOutcome CopyRoom::Refusal(std::string text, std::string fault) const {
-    return {Outcome::Refused(std::move(text), std::move(fault)), m_copyOk, {}};
+    return {Outcome::Refused(std::move(text), std::move(fault)), m_copyOk};
 }
 
 CopyOutcome CopyRoom::CopyImage() {
+    Changes changes(m.history, {});
+    return CopyImageIn(changes);
+}
+
+CopyOutcome CopyRoom::CopyImageIn(Changes& changes) {
     ProgramState& s = m.state;
     const std::string name = CopyName();
     if (s.CopyImageFolder.empty()) return Refusal("'Copy to' folder has not been set");
@@ -81,36 +86,32 @@ CopyOutcome CopyRoom::CopyImage() {
     m.marks.Flush();
     std::string error;
     m.shell.SetBusy(true);
-    const std::vector<CopiedFile> files = CopyWithSidecars(target, &error);
+    changes.SetWhat("Copy '" + name + "' to '" + s.CopyImageFolder + "'");
+    const bool copied = CopyWithSidecars(target, changes, &error);
     m.shell.SetBusy(false);
-    if (files.empty()) {
+    if (!copied) {
         m_copyOk = "COPY FAILED - " + error;
         return Refusal("Image copy failed for '" + name + "'", error);
     }
-    Outcome copied = Copied("Copied", name);
-    if (!error.empty()) copied.text += ", its sidecar was not copied: " + error;
-    return {std::move(copied), m_copyOk, files};
+    Outcome told = Copied("Copied", name);
+    if (!error.empty()) told.text += ", its sidecar was not copied: " + error;
+    return {std::move(told), m_copyOk};
 }
 
-// Nothing where the picture could not be copied; the first that could not is in `error`.
-std::vector<CopiedFile> CopyRoom::CopyWithSidecars(const std::string& target, std::string* error) {
-    std::vector<CopiedFile> files;
+// False where the picture could not be copied; the first that could not is in `error`.
+bool CopyRoom::CopyWithSidecars(const std::string& target, Changes& changes, std::string* error) {
     const auto copy = [&](const std::string& from, const std::string& to) {
-        CopiedFile file{from, to, {}};
         std::string why;
-        const bool copied = m.files.Copy(from, to, &why, &file.replaced);
-        if (copied) files.push_back(std::move(file));
+        const bool copied = changes.CopyTo(from, to, &why, Standing::ThrowAway);
         if (error->empty()) *error = why;
         return copied;
     };
     Belongings belongings(m.files, {}); // the note serves both
     const NewNamePlan plan = PlanPlace(belongings, m.state.Filename, target);
-    if (!copy(plan.from, plan.to)) return files;
-    std::string where;
-    if (!plan.givesWay.empty() && m.files.Trash(plan.givesWay, error, &where))
-        files.push_back({{}, plan.givesWay, where});
+    if (!copy(plan.from, plan.to)) return false;
+    if (!plan.givesWay.empty()) changes.ThrowAway(plan.givesWay, error);
     for (const Along& each : plan.along) copy(each.from, each.to);
-    return files;
+    return true;
 }
 
 Outcome CopyRoom::Copied(const std::string& verb, const std::string& name) {

@@ -28,6 +28,7 @@ public:
     void ConnectControls() override;
 
     CopyOutcome CopyImage() override;
+    CopyOutcome CopyImageIn(Changes& changes) override;
     Outcome CMImage() override;
     void SetCaptionShown(bool shown) override;
     void FolderChanged() override;
@@ -57,7 +58,7 @@ private:
     std::string CopyName() const;
     void ShowCopyFolder();
     void Advance();
-    std::vector<CopiedFile> CopyWithSidecars(const std::string& target, std::string* error);
+    bool CopyWithSidecars(const std::string& target, Changes& changes, std::string* error);
     CopyOutcome Refusal(std::string text, std::string fault = {}) const;
     Outcome Copied(const std::string& verb, const std::string& name);
     void PutText(const std::string& text);
@@ -65,7 +66,7 @@ private:
     Outcome IsConvertible();
     Outcome Convert(const ConvertTarget& target);
     Outcome WriteConverted(ImgX& picture, const ConvertTarget& target);
-    std::string CopyNote(const ConvertTarget& target);
+    std::string CopyNote(const ConvertTarget& target, Changes& changes);
 
     Context& m;
     std::string m_noteCaption; // for the picture, made of lines of the note

@@ -20,6 +20,7 @@ struct CopyCounts {
 
 class CopyRun {
 public:
+    // On `files` as the command changes them.
     CopyRun(CopyPlan plan, Files& files) : m_plan(std::move(plan)), m_files(files) {}
 
     bool Done() const { return m_next >= m_plan.size(); }

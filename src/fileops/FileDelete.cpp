@@ -54,7 +54,7 @@ Outcome FileRoom::DeleteCurrent(bool withNote, bool ask) {
     ProgramState& s = m.state;
     if (s.Filename.empty() || m.controls.FileListBox->Count() < 1) return Outcome::Refused();
     s.DeleteNoteToo = withNote;
-    Changes changes(m.files);
+    Changes changes(m.history, {});
     m.marks.Flush();
     Belongings belongings(m.files, Notes());
     return Delete(PlanDelete(belongings, s.Filename, withNote), ask, "Delete", changes);
@@ -73,6 +73,7 @@ Outcome FileRoom::Delete(const DeletePlan& plan, bool ask, const std::string& ve
                          Changes& changes) {
     if (ask && !AskDelete(plan)) return Outcome::Refused();
     const std::string name = LastPart(plan.path);
+    changes.SetWhat(verb + " '" + name + "'");
     const int row = RowOf(plan.path);
     if (!ask) {
         const DeletePointer pointer(m.shell);
@@ -84,12 +85,6 @@ Outcome FileRoom::Delete(const DeletePlan& plan, bool ask, const std::string& ve
         if (Outcome kept = ThrowPicture(plan.path, changes); !kept) return kept;
     std::string said = there ? "DELETED - " + name : "'" + name + "' is not there any more";
     if (there) said += ThrowAlong(plan, changes);
-    const auto isIt = [&](const Done& d) {
-        return d.kind == Done::Kind::ThrownAway && d.from == plan.path;
-    };
-    const auto& done = changes.Written();
-    if (std::any_of(done.begin(), done.end(), isIt)) // not where it went for good
-        PushUndo({verb + " '" + name + "'", done});
     const DroppedNote dropped(m);
     ShowFromRow(row);
     return Outcome::Did(said + dropped.Word());
@@ -102,7 +97,7 @@ Outcome FileRoom::ThrowPicture(const std::string& path, Changes& changes) {
     const int choice = m.dialogs.Choose(Dialogs::Icon::Critical, "Delete file",
                                         path + " cannot go to the wastebasket: " + error, kForGood);
     if (choice != 0) return Outcome::Refused();
-    if (m.files.Remove(path, &error)) return Outcome::Did();
+    if (changes.Remove(path, &error)) return Outcome::Did();
     return Outcome::Refused({}, error + " - " + LastPart(path));
 }
 
@@ -171,10 +166,10 @@ void FileRoom::DeleteAllFitsButton_Click() {
                          kYesNo) != 0)
         return;
     m.marks.Flush();
-    Changes changes(m.files);
+    Changes changes(m.history, {});
     std::size_t thrown = 0;
     const std::string said = ThrowFits(paths, changes, thrown);
-    PushUndo({"Delete of " + std::to_string(thrown) + " FITS files", changes.Written()});
+    changes.SetWhat("Delete of " + std::to_string(thrown) + " FITS files");
     const DroppedNote dropped(m);
     ShowFromRow(row);
     m.shell.ShowMessage(said + dropped.Word());

@@ -14,7 +14,6 @@
 #include "widgets/FolderTreeview.h"
 
 #include <QAction>
-#include <QElapsedTimer>
 #include <QPushButton>
 #include <QScopedValueRollback>
 
@@ -27,8 +26,6 @@ constexpr NewNameTexts kRename{"frmRename", "Tarn_View - Rename Picture", "Renam
 constexpr NewNameTexts kDuplicate{"frmDuplicate", "Tarn_View - Duplicate Picture", "DupText",
                                   "DuplicateButton", "Duplicate"};
 
-constexpr int kProgressEvery = 50; // milliseconds; the screen would cost more than the disk
-
 std::string Arrow(const std::string& from, const std::string& to) {
     return from + " > " + to;
 }
@@ -40,8 +37,7 @@ std::string NoteWord(const NewNamePlan& plan) {
 
 } // namespace
 
-FileRoom::FileRoom(Context& context)
-    : m(context), m_copyPaste(context, [this](UndoEntry entry) { PushUndo(std::move(entry)); }) {}
+FileRoom::FileRoom(Context& context) : m(context), m_copyPaste(context) {}
 
 FileRoom::~FileRoom() = default;
 
@@ -64,8 +60,9 @@ void FileRoom::ConnectControls() {
             [this] { m.shell.Tell(MakeFolder(m.controls.FileListBox->Path())); });
     Connect(c.MoveToButton, [this] { MoveToButton_Click(); });
     Connect(c.UndoButton, [this] { UndoButton_Click(); });
+    Connect(c.RedoButton, [this] { RedoButton_Click(); });
+    m.history.onEnd = [this] { ShowUndo(); };
     ConnectMarks();
-    SetEnabled(c.UndoButton, false);
     m_copyPaste.ConnectControls();
 }
 
@@ -76,50 +73,10 @@ NotesPlace FileRoom::Notes() const {
     return notes;
 }
 
-void FileRoom::PushUndo(UndoEntry entry) {
-    m_undo.Push(std::move(entry));
-    SetEnabled(m.controls.UndoButton, !m_undo.IsEmpty());
-    m.controls.UndoButton->setText(m_undo.IsEmpty()
-                                       ? QStringLiteral("&Undo")
-                                       : QStringLiteral("&Undo ") + ToCaption(m_undo.NextText()));
-}
-
-void FileRoom::UndoButton_Click() {
-    if (m_undo.IsEmpty()) return;
-    m.marks.Flush();
-    const int row = m.controls.FileListBox->CurrentRow();
-    UndoResult result;
-    {
-        const std::string all = std::to_string(m_undo.NextSize());
-        const BatchRun batch(m);
-        QElapsedTimer sinceShown;
-        result = m_undo.Undo(m.files, [&](std::size_t number) {
-            if (sinceShown.isValid() && sinceShown.elapsed() < kProgressEvery) return true;
-            sinceShown.start();
-            return batch.Step("Undoing " + std::to_string(number) + " of " + all);
-        });
-    }
-    PushUndo({});
-    SetMarksBack(result.marks);
-    const DroppedNote dropped(m);
-    m.notes.NoteFilesChanged();
-    m.navigation.RefreshDirButton_Click();
-    std::string first; // of what came back into this folder
-    for (const std::string& path : result.back)
-        if (first.empty() && RowOf(path) >= 0) first = path;
-    if (!first.empty() || m.controls.FileListBox->CurrentRow() < 0) Show(first, row);
-    m.shell.ShowMessage(result.text + dropped.Word());
-}
-
 // Selects the file; where it is not listed, what is at the row now.
 void FileRoom::Show(const std::string& path, int otherwise) {
     const int row = RowOf(path);
     ShowFromRow(row >= 0 ? row : otherwise);
-}
-
-// What a failed command could not put back stays within the reach of Undo.
-void FileRoom::KeepRest(const Changes& changes, const std::string& what) {
-    if (!changes.Written().empty()) PushUndo({"the failed " + what, changes.Written()});
 }
 
 // What is being written for the picture, note and marks, goes along with it.
@@ -152,7 +109,8 @@ Outcome FileRoom::AskNewName(std::unique_ptr<frmNewName>& form, const NewNameTex
 bool FileRoom::CarryOut(CarryOutNewName way, const NewNamePlan& plan, const std::string& what,
                         Changes& changes, std::string* error, LeftBehind* left) {
     if (!way(plan, m.files, changes, error, left)) {
-        KeepRest(changes, what);
+        // What could not be put back stays within the reach of Undo.
+        changes.SetWhat("the failed " + what);
         *error += " - " + LastPart(plan.from);
         return false;
     }
@@ -174,13 +132,12 @@ Outcome FileRoom::Rename(const std::string& from, const std::string& newName) {
     const NewNamePlan plan = Plan(from, newName);
     const std::string what = "Rename '" + LastPart(from) + "'";
     const DroppedNote dropped(m);
-    Changes changes(m.files);
+    Changes changes(m.history, what);
     std::string error;
     LeftBehind left;
     if (!CarryOut(CarryOutRename, plan, what, changes, &error, &left))
         return Outcome::Refused(kept.text, error);
     Show(plan.to, row);
-    PushUndo({what, changes.Written()});
     m.shell.FocusPane();
     return Outcome::Did("Renamed - " + Arrow(LastPart(from), newName) + NoteWord(plan) +
                         (left.path.empty() ? ""
@@ -195,10 +152,10 @@ Outcome FileRoom::Duplicate(const std::string& from, const std::string& newName)
     const int row = m.controls.FileListBox->CurrentRow();
     const NewNamePlan plan = Plan(from, newName);
     const DroppedNote dropped(m);
-    Changes changes(m.files);
+    const std::string what = "Duplicate '" + LastPart(from) + "'";
+    Changes changes(m.history, what);
     std::string error;
-    if (!CarryOut(CarryOutDuplicate, plan, "Duplicate '" + LastPart(from) + "'", changes, &error,
-                  nullptr))
+    if (!CarryOut(CarryOutDuplicate, plan, what, changes, &error, nullptr))
         return Outcome::Refused(kept.text, error);
     Show(from, row);
     return Outcome::Did("Duplicate - " + Arrow(LastPart(from), newName) + NoteWord(plan) +
@@ -208,8 +165,7 @@ Outcome FileRoom::Duplicate(const std::string& from, const std::string& newName)
 void FileRoom::RenamePicturesButton_Click() {
     if (m.state.VideoImage()) m.video.CloseVideoClip(); // an open clip holds its file
     if (!m_renameFiles) {
-        m_renameFiles = std::make_unique<frmRenameFiles>(
-            m, [this](UndoEntry entry) { PushUndo(std::move(entry)); });
+        m_renameFiles = std::make_unique<frmRenameFiles>(m);
         m_renameFiles->onClosed = [this] { RenamePicturesClosed(); };
     }
     m_renameFiles->OpenWindow();
@@ -244,7 +200,8 @@ Outcome FileRoom::MakeFolder(const std::string& in) {
     if (name.empty()) return Outcome::Refused();
     const std::string fault = FaultOfName(name, {});
     std::string error = fault;
-    if (fault.empty() && !m.files.MakeFolder(JoinPath(in, name), &error) && error.empty())
+    Changes changes(m.history, "New folder '" + name + "'");
+    if (fault.empty() && !changes.MakeFolder(JoinPath(in, name), &error) && error.empty())
         error = "cannot be made";
     if (!error.empty()) return Outcome::Refused("Folder '" + name + "' not created - " + error);
     m.controls.FolderTreeview1->Reveal(JoinPath(in, name));
@@ -253,6 +210,11 @@ Outcome FileRoom::MakeFolder(const std::string& in) {
 
 // Where the files of the list go, what is at the current one's row is shown.
 Outcome FileRoom::PutFiles(const FolderDrop& drop) {
+    Changes changes(m.history, {});
+    return PutFilesIn(drop, changes);
+}
+
+Outcome FileRoom::PutFilesIn(const FolderDrop& drop, Changes& changes) {
     if (!drop.copy) {
         Outcome kept = KeepWritten();
         if (!kept) return kept;
@@ -260,15 +222,14 @@ Outcome FileRoom::PutFiles(const FolderDrop& drop) {
     }
     m.marks.Flush();
     const DroppedNote dropped(m);
-    Changes changes(m.files);
+    changes.SetWhat((drop.copy ? "Copy to '" : "Move to '") + drop.folder + "'");
     Outcome outcome = tarn::PutFiles(m, Notes()).Run(drop, changes);
-    if (changes.Written().empty()) return outcome;
+    if (changes.Count() == 0) return outcome;
     m.notes.NoteFilesChanged();
     if (drop.copy)
         m.navigation.RefreshDirButton_Click();
     else
         m.navigation.RefreshAfterDelete();
-    PushUndo({(drop.copy ? "Copy to '" : "Move to '") + drop.folder + "'", changes.Written()});
     outcome.text += dropped.Word();
     return outcome;
 }
@@ -282,10 +243,11 @@ void FileRoom::MoveToButton_Click() {
     const bool advances = s.CopyAuto;
     const DroppedNote dropped(m);
     const auto before = m.files.Look(path);
+    Changes changes(m.history, {});
     CopyOutcome copied;
     {
         const QScopedValueRollback<bool> stays(s.CopyAuto, false);
-        copied = m.copies.CopyImage();
+        copied = m.copies.CopyImageIn(changes);
     }
     m.shell.Tell(copied);
     if (!copied.copyOk.empty()) return; // nothing is moved
@@ -293,11 +255,6 @@ void FileRoom::MoveToButton_Click() {
     if (copied && (!before || !now || !now->IsSameContent(*before)))
         return m.shell.Tell(
             Outcome::Refused("Copied, NOT moved: '" + name + "' has changed since it was copied"));
-    Changes changes(m.files);
-    for (const CopiedFile& file : copied.files) {
-        if (!file.replaced.empty()) changes.Note({Done::Kind::ThrownAway, file.to, file.replaced});
-        if (!file.from.empty()) changes.Note({Done::Kind::Made, file.from, file.to});
-    }
     Belongings belongings(m.files, Notes());
     const Outcome deleted = Delete(PlanDelete(belongings, path, false), false, "Move", changes);
     if (!deleted) return m.shell.Tell(deleted);

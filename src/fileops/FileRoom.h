@@ -6,6 +6,7 @@
 #include "desk/Room.h"
 #include "fileops/CopyPaste.h"
 #include "fileops/PicturePlan.h"
+#include "history/History.h"
 
 #include <memory>
 #include <string>
@@ -23,6 +24,7 @@ public:
     ~FileRoom() override;
 
     void ConnectControls() override;
+    void Started() override;
 
     Outcome DeleteButton_Click() override;
     Outcome DeleteOnlyButton_Click() override;
@@ -36,9 +38,9 @@ public:
     void MoveToButton_Click();
     void RenamePicturesButton_Click();
     void UndoButton_Click();
+    void RedoButton_Click();
 
     // For the other commands of the room.
-    void PushUndo(UndoEntry entry);
     NotesPlace Notes() const;
 
 private:
@@ -64,7 +66,11 @@ private:
     Outcome Rename(const std::string& from, const std::string& newName);
     Outcome Duplicate(const std::string& from, const std::string& newName);
     void Show(const std::string& path, int otherwise);
-    void KeepRest(const Changes& changes, const std::string& what);
+    void ShowUndo();
+    using Way = std::function<UndoResult(const GoOn&)>;
+    void Turn(const CommandRow& row, const std::string& doing, const Way& way);
+    void ShowTurned(const UndoResult& result, int row);
+    void AskAboutBrokenOff();
     void RenamePicturesClosed();
     void ConnectMarks();
     // Files by their marks, or why there are none.
@@ -79,12 +85,16 @@ private:
     Outcome KeptToCopyFolder();
     Outcome ClearAllMarks();
     Outcome ThrowAll(const std::vector<std::string>& paths, Changes& changes);
+    bool WriteDownMarks(const std::vector<std::string>& paths, Changes& changes,
+                        std::string& error);
+    Outcome PutFilesIn(const FolderDrop& drop, Changes& changes);
     void SetMarksBack(const std::vector<MarkBefore>& marks);
     std::string ThrowFits(const std::vector<std::string>& paths, Changes& changes,
                           std::size_t& thrown);
 
     Context& m;
-    UndoLog m_undo;
+    std::int64_t m_nextUndo = 0; // of the commands that the menu names; 0: none
+    std::int64_t m_nextRedo = 0;
     CopyPaste m_copyPaste;
     std::unique_ptr<frmNewName> m_rename;    // frmRename
     std::unique_ptr<frmNewName> m_duplicate; // frmDuplicate

@@ -85,9 +85,8 @@ Outcome FileRoom::RejectedToWastebasket() {
     if (m.state.VideoImage()) m.video.CloseVideoClip(); // an open clip holds its file
     m.marks.Flush();
     const int row = std::max(0, list.CurrentRow());
-    Changes changes(m.files);
+    Changes changes(m.history, "Delete of " + what);
     Outcome thrown = ThrowAll(rejected.paths, changes);
-    PushUndo({"Delete of " + what, changes.Written()});
     const DroppedNote dropped(m);
     if (m.files.Exists(m.state.Filename)) { // the picture that is shown stays
         m.notes.NoteFilesChanged();
@@ -143,10 +142,11 @@ Outcome FileRoom::RejectedIntoSubFolder() {
     std::string error = FaultOfName(name, {});
     const std::string folder = JoinPath(list.Path(), name);
     const bool stands = error.empty() && m.files.IsFolder(folder);
-    if (error.empty() && !stands && !m.files.MakeFolder(folder, &error) && error.empty())
+    Changes changes(m.history, {});
+    if (error.empty() && !stands && !changes.MakeFolder(folder, &error) && error.empty())
         error = "cannot be made";
     if (!error.empty()) return Outcome::Refused("Folder '" + name + "' not created - " + error);
-    return PutFiles({rejected.paths, folder, false});
+    return PutFilesIn({rejected.paths, folder, false}, changes);
 }
 
 Outcome FileRoom::KeptToCopyFolder() {
@@ -160,6 +160,13 @@ Outcome FileRoom::KeptToCopyFolder() {
     return PutFiles({kept.paths, folder, true});
 }
 
+bool FileRoom::WriteDownMarks(const std::vector<std::string>& paths, Changes& changes,
+                              std::string& error) {
+    return std::all_of(paths.begin(), paths.end(), [&](const std::string& path) {
+        return changes.Marked(path, m.marks.MarkOf(path).value_or(Mark()), {}, &error);
+    });
+}
+
 Outcome FileRoom::ClearAllMarks() {
     const ByMark marked = FilesMarked(IsAny, "marked");
     if (marked.paths.empty()) return marked.refusal;
@@ -167,25 +174,28 @@ Outcome FileRoom::ClearAllMarks() {
     if (!AskOfMarked("Clear all marks", "Take the marks of " + what + " of " +
                                             m.controls.FileListBox->Path() + " away?"))
         return Outcome::Refused();
-    std::vector<MarkBefore> before;
+    Changes changes(m.history, "Clear of " + std::to_string(marked.paths.size()) + " marks");
+    std::size_t count = 0;
+    std::string error;
     bool cancelled = false;
     {
         const BatchRun batch(m);
         std::vector<std::string> some;
         for (std::size_t i = 0; i < marked.paths.size() && !cancelled; ++i) {
-            before.push_back({marked.paths[i], m.marks.MarkOf(marked.paths[i]).value_or(Mark())});
             some.push_back(marked.paths[i]);
             if (some.size() < kMarksAtOnce && i + 1 < marked.paths.size()) continue;
+            if (!WriteDownMarks(some, changes, error)) break;
             m.marks.SetMarks(some, ClearMark());
+            count += some.size();
             some.clear();
             cancelled = !batch.Step("Clearing marks " + std::to_string(i + 1) + " of " +
                                     std::to_string(marked.paths.size())) &&
                         i + 1 < marked.paths.size();
         }
     }
-    const std::string cleared = "Marks of " + std::to_string(before.size()) + " files cleared";
-    PushUndo({"Clear of " + std::to_string(before.size()) + " marks", {}, std::move(before)});
-    return {!cancelled, cleared + (cancelled ? ", cancelled" : ""), {}, {}};
+    changes.SetWhat("Clear of " + std::to_string(count) + " marks");
+    const std::string cleared = "Marks of " + std::to_string(count) + " files cleared";
+    return {!cancelled && error.empty(), cleared + (cancelled ? ", cancelled" : ""), error, {}};
 }
 
 void FileRoom::SetMarksBack(const std::vector<MarkBefore>& marks) {

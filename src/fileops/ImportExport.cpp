@@ -6,6 +6,7 @@
 #include "desk/batch/BatchRun.h"
 #include "fileops/CopyQuestion.h"
 #include "fileops/CopyRun.h"
+#include "history/Changes.h"
 #include "widgets/Dialogs.h"
 #include "widgets/FileListBox.h"
 
@@ -193,11 +194,27 @@ Outcome ImportExport::PlanAndRun(const CopyRequest& request, const std::string& 
                 : Outcome::Refused("ERROR - a folder cannot be read: " + error);
 }
 
+namespace {
+
+std::vector<Step> StepsOf(const CopyPlan& plan, Changes& changes) {
+    std::vector<Step> steps;
+    for (const CopyUnit& unit : plan)
+        for (const PlannedCopy& copy : unit.copies) {
+            if (copy.stands) steps.push_back(changes.PlanThrow(copy.to));
+            steps.push_back(changes.PlanCopy(copy.from, copy.to));
+        }
+    return steps;
+}
+
+} // namespace
+
 Outcome ImportExport::Run(CopyPlan plan, const std::string& verb, const std::string& to) {
     int skipped = 0;
     if (!AskWhatStands(m, plan, verb == "Imported" ? "Import" : "Export", skipped))
         return Outcome::Refused("Cancelled, nothing was copied");
-    CopyRun run(std::move(plan), m.files);
+    Changes changes(m.history, verb + " to '" + to + "'");
+    changes.Plan(StepsOf(plan, changes));
+    CopyRun run(std::move(plan), changes);
     run.counts.skipped = skipped;
     const std::string doing = verb == "Imported" ? "Importing " : "Exporting ";
     bool goesOn = true;
@@ -207,6 +224,8 @@ Outcome ImportExport::Run(CopyPlan plan, const std::string& verb, const std::str
                             std::to_string(run.Size()) + " - " + LastPart(run.NextPath()));
         if (goesOn) run.Step();
     }
+    changes.SetWhat(verb + " " + CountText(run.counts.files, run.counts.notes) + " to '" + to +
+                    "'");
     return {goesOn && run.counts.failed == 0,
             ReportText(run.counts, verb, to, !goesOn),
             {},

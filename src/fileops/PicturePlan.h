@@ -3,7 +3,7 @@
 #pragma once
 
 #include "fileops/Belongings.h"
-#include "fileops/UndoLog.h"
+#include "history/Changes.h"
 #include "platform/Files.h"
 
 #include <string>

@@ -47,7 +47,7 @@ void PutFiles::StepThrough(const CopyPlan& plan, const FolderDrop& drop, Changes
                                   std::to_string(plan.size()) + " - " + name);
         if (m_cancelled) return;
         std::string error;
-        const std::size_t before = changes.Written().size();
+        const std::size_t before = changes.Count();
         if (PutOne(file, drop.copy, changes, &error)) {
             ++m_counts.files;
             continue;
@@ -64,8 +64,8 @@ bool PutFiles::PutOne(const PlannedCopy& file, bool copy, Changes& changes, std:
     const NewNamePlan plan = PlanPlace(m_belongings, file.from, file.to);
     if (!BringAlong(plan, m.files, changes, error)) return false;
     const Standing standing = file.stands ? Standing::ThrowAway : Standing::Refuse;
-    if (!(copy ? changes.Copy(file.from, file.to, error, standing)
-               : changes.Move(file.from, file.to, error, standing) &&
+    if (!(copy ? changes.CopyTo(file.from, file.to, error, standing)
+               : changes.MoveTo(file.from, file.to, error, standing) &&
                      changes.EndMove(file.from, error)))
         return false;
     m_counts.notes +=

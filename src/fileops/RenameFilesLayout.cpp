@@ -55,8 +55,8 @@ void ScrollTogether(const QListView& one, const QListView& other) {
 
 } // namespace
 
-frmRenameFiles::frmRenameFiles(Context& context, std::function<void(UndoEntry)> pushUndo)
-    : QDialog(context.controls.FileListBox->window()), m(context), m_pushUndo(std::move(pushUndo)),
+frmRenameFiles::frmRenameFiles(Context& context)
+    : QDialog(context.controls.FileListBox->window()), m(context),
       m_place(*this, context.state.RenamePlace) {
     setObjectName(QStringLiteral("frmRenameFiles"));
     setWindowTitle(QStringLiteral("Tarn View - Rename Pictures in Folder"));

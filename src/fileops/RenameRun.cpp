@@ -4,6 +4,15 @@
 
 namespace tarn {
 
+void AddSteps(const RenamePlan& plan, Changes& changes, std::vector<Step>& steps) {
+    for (const RenameStep& step : plan.steps) {
+        const std::string from = JoinPath(plan.folder, step.from);
+        const std::string to = JoinPath(plan.folder, step.to);
+        steps.push_back(plan.rows[step.row].copies ? changes.PlanCopy(from, to)
+                                                   : changes.PlanRename(from, to));
+    }
+}
+
 RenameRun::RenameRun(RenamePlan plan, Changes& changes)
     : m_plan(std::move(plan)), m_changes(changes) {
     m_moved.reserve(m_plan.rows.size());
@@ -30,7 +39,7 @@ void RenameRun::AddFault(std::size_t row, const std::string& why) {
 
 void RenameRun::Step() {
     const std::size_t first = m_next;
-    const std::size_t kept = m_changes.Written().size();
+    const std::size_t kept = m_changes.Count();
     m_next = EndOfPiece();
     const bool exchange = m_next - first > 1;
     for (std::size_t at = first; at < m_next; ++at) {

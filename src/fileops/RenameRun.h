@@ -3,12 +3,15 @@
 #pragma once
 
 #include "fileops/RenamePlan.h"
-#include "fileops/UndoLog.h"
+#include "history/Changes.h"
 
 #include <string>
 #include <vector>
 
 namespace tarn {
+
+// The steps of a plan, for the command's own.
+void AddSteps(const RenamePlan& plan, Changes& changes, std::vector<Step>& steps);
 
 class RenameRun {
 public:

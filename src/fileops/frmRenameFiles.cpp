@@ -228,8 +228,8 @@ void frmRenameFiles::RenameCommand_Click() {
     ClearResults();
     if (!KeepWrittenNote()) return;
     m.marks.Flush();
-    Changes changes(m.files);
     {
+        Changes changes(m.history, {});
         const QScopedValueRollback<bool> running(m_running, true);
         RenameAll(changes);
         m_list->Refresh();
@@ -254,7 +254,9 @@ void frmRenameFiles::RenameAll(Changes& changes) {
     }
     std::vector<std::string> standing = *before; // also folders are in the way
     for (const std::string& name : m.files.FolderNames(Folder())) standing.push_back(name);
-    RenameRun run(PlanRenames(Folder(), m_rows, standing), changes);
+    RenamePlan plan = PlanRenames(Folder(), m_rows, standing);
+    PlanAll(plan, *before, *notes, changes);
+    RenameRun run(std::move(plan), changes);
     const BatchRun batch(m, m_cancel);
     const bool whole = CarryOut(run, batch, "Renaming ", true);
     ShowFaults(run.Faults(), "files not renamed");
@@ -271,7 +273,22 @@ void frmRenameFiles::RenameAll(Changes& changes) {
         m_say->clear();
     m_said = count + " files renamed";
     m.shell.ShowMessage(m_said);
-    m_pushUndo({"Rename of " + count + " pictures", changes.Written()});
+    changes.SetWhat("Rename of " + count + " pictures");
+}
+
+// Pictures, notes and sidecars as they will go unless something is in the way.
+void frmRenameFiles::PlanAll(const RenamePlan& pictures, const std::vector<std::string>& before,
+                             const std::vector<std::string>& notes, Changes& changes) const {
+    std::vector<Step> steps;
+    AddSteps(pictures, changes, steps);
+    const std::string& folder = m.state.NotesFolder;
+    const bool copies = !m_moveNotes->isChecked();
+    if (!folder.empty() && (!copies || m_copyNotes->isChecked()))
+        AddSteps(PlanRenames(folder, NoteRows(pictures.rows, before, notes, copies), notes),
+                 changes, steps);
+    if (auto sidecars = SidecarRows(pictures.rows, before); !sidecars.empty())
+        AddSteps(PlanRenames(Folder(), std::move(sidecars), before), changes, steps);
+    changes.Plan(std::move(steps));
 }
 
 void frmRenameFiles::RefuseAll(const std::string& why) {

@@ -30,7 +30,7 @@ class FolderTreeview;
 
 class frmRenameFiles : public QDialog {
 public:
-    frmRenameFiles(Context& context, std::function<void(UndoEntry)> pushUndo);
+    explicit frmRenameFiles(Context& context);
 
     // On the main window's folder, with what is selected there.
     void OpenWindow();
@@ -73,6 +73,8 @@ private:
     bool KeepWrittenNote();
     bool CarryOut(RenameRun& run, const BatchRun& batch, const std::string& doing, bool stops);
     void RenameAll(Changes& changes);
+    void PlanAll(const RenamePlan& pictures, const std::vector<std::string>& before,
+                 const std::vector<std::string>& notes, Changes& changes) const;
     void RefuseAll(const std::string& why);
     void RenameNotes(const std::vector<RenameRow>& moved, const std::vector<std::string>& before,
                      const std::vector<std::string>& notes, const BatchRun& batch,
@@ -87,7 +89,6 @@ private:
     void Follow(const std::vector<RenameRow>& moved);
 
     Context& m;
-    std::function<void(UndoEntry)> m_pushUndo;
     std::vector<RenameRow> m_rows; // as the two lists show them
     std::string m_currentPath;
     std::string m_said;

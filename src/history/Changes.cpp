@@ -11,7 +11,7 @@ namespace tarn {
 
 namespace {
 
-constexpr std::int64_t kGap = 1 << 20; // between the numbers of planned steps
+constexpr std::int64_t kGap = 1 << 20;        // between the numbers of planned steps
 constexpr std::size_t kMostAgain = 1U << 20U; // bytes of a new file kept for doing it again
 
 bool Refuse(std::string* error, const char* why) {
@@ -52,12 +52,17 @@ Step Changes::NewStep(StepKind kind, const std::string& from, const std::string&
     return step;
 }
 
-void Changes::Plan(std::vector<Step> steps) {
+bool Changes::Plan(std::vector<Step> steps, std::string* error) {
+    m_planned.clear();
+    const std::size_t before = m_steps.size();
+    std::int64_t number = before == 0 ? 0 : m_steps.back().number / kGap * kGap;
     for (Step& step : steps) {
-        step.number = (m_steps.empty() ? 0 : m_steps.back().number) + kGap;
+        step.number = number += kGap;
         m_steps.push_back(std::move(step));
     }
-    m_planned.clear();
+    if (m_id == 0 || m_history.Add(m_id, std::span(m_steps).subspan(before), error)) return true;
+    m_steps.resize(before);
+    return false;
 }
 
 Step Changes::PlanRename(const std::string& from, const std::string& to) {
@@ -115,8 +120,7 @@ std::optional<std::size_t> Changes::WriteDown(Step step, std::string* error) {
             return {};
         }
     }
-    if (m_id == 0 &&
-        !m_history.Begin(m_what, FolderOf(m_steps[*at].from), m_steps, &m_id, error)) {
+    if (m_id == 0 && !m_history.Begin(m_what, FolderOf(m_steps[*at].from), m_steps, &m_id, error)) {
         if (m_steps[*at].number % kGap != 0) m_steps.erase(m_steps.begin() + std::ptrdiff_t(*at));
         return {};
     }
@@ -150,6 +154,9 @@ bool Changes::Trash(const std::string& path, std::string* error, std::string* wh
 std::vector<std::string> Changes::TrashAll(const std::vector<std::string>& paths) {
     std::vector<std::string> allowed;
     std::vector<std::size_t> steps;
+    std::vector<Step> plan;
+    for (const std::string& path : paths) plan.push_back(PlanThrow(path));
+    Plan(std::move(plan));
     for (const std::string& path : paths) {
         const auto at = WriteDown(NewStep(StepKind::ThrownAway, path), nullptr);
         if (!at) break;
@@ -395,7 +402,11 @@ void Changes::End() {
         if (step.state == StepState::NotDone || m_changed.count(step.number) > 0)
             changed.push_back(step);
     }
-    m_history.End(m_id, m_what, files.size(), changed);
+    const bool isForGood = std::all_of(m_steps.begin(), m_steps.end(), [](const Step& step) {
+        return step.state != StepState::Done || step.kind == StepKind::Removed;
+    });
+    m_history.End(m_id, m_what, files.size(), changed,
+                  isForGood ? History::Ended::ForGood : History::Ended::CanGoBack);
 }
 
 } // namespace tarn

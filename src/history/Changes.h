@@ -37,9 +37,10 @@ public:
     // What the history says it was: "Delete 'M31.jpg'".
     void SetWhat(std::string what) { m_what = std::move(what); }
 
-    // What is going to be done, in its order, written down together with the first change, so that
-    // none of these asks the disk by itself. What is done otherwise is written down when it is.
-    void Plan(std::vector<Step> steps);
+    // What is going to be done, in its order, written down at once or together with the first
+    // change, so that none of these asks the disk by itself. What is done otherwise is written down
+    // when it is.
+    bool Plan(std::vector<Step> steps, std::string* error = nullptr);
     Step PlanRename(const std::string& from, const std::string& to);
     Step PlanCopy(const std::string& from, const std::string& to);
     Step PlanThrow(const std::string& path);

@@ -72,21 +72,24 @@ public:
     }
 
     bool Place(std::string* error, std::string* failed) override {
-        std::vector<std::size_t> steps;
+        std::vector<Step> plan;
         for (const std::string& name : m_names) {
             const std::string path = JoinPath(m_folder, name);
-            bool refused = false;
-            const auto thrown = m_changes.WriteDownReplaced(path, error, &refused);
             Step made = m_changes.NewStep(StepKind::Written, path);
+            if (made.before.inode != 0) plan.push_back(m_changes.PlanThrow(path));
             made.before = {}; // what stands there has gone to the wastebasket by then
-            const auto at =
-                refused ? std::nullopt : m_changes.WriteDown(std::move(made), error);
-            if (thrown) steps.push_back(*thrown);
-            if (at) steps.push_back(*at);
-            if (!at && failed) *failed = name;
-            if (!at) return Ended(steps, false);
+            plan.push_back(std::move(made));
         }
-        return Ended(steps, m_real->Place(error, failed));
+        const std::vector<Step> steps = plan;
+        if (!m_changes.Plan(std::move(plan), error)) return false;
+        std::vector<std::size_t> places;
+        for (const Step& step : steps) {
+            const auto at = m_changes.WriteDown(step, error);
+            if (at) places.push_back(*at);
+            if (!at && failed) *failed = LastPart(step.from);
+            if (!at) return Ended(places, false);
+        }
+        return Ended(places, m_real->Place(error, failed));
     }
 
 private:

@@ -7,7 +7,19 @@
 namespace tarn {
 
 // The numbers are kept on the disk.
-enum class CommandState { Running = 0, Done = 1, Undone = 2, Undoing = 3, Redoing = 4 };
+enum class CommandState {
+    Running = 0,
+    Done = 1,
+    Undone = 2,
+    Undoing = 3,
+    Redoing = 4,
+    Final = 5 // done, and nothing of it can be taken back
+};
+
+inline bool HasEnded(CommandState state) {
+    return state == CommandState::Done || state == CommandState::Undone ||
+           state == CommandState::Final;
+}
 
 struct CommandRow {
     std::int64_t id = 0;

@@ -48,12 +48,17 @@ Mark UnpackMark(const std::string& text) {
     return {static_cast<Decision>(text[0] - '0'), text[1] - '0'};
 }
 
-History::History(Files& files, const std::string& file)
-    : m_files(files), m_journal(std::make_unique<Journal>(file)) {}
+Journal& History::Book() {
+    if (!m_journal) {
+        if (m_isShared) m_file = JoinPath(m_files.StateFolder(), "history.db");
+        m_journal = std::make_unique<Journal>(m_file);
+    }
+    return *m_journal;
+}
 
-std::string History::Notice() const {
-    if (!m_journal->PutAside().empty())
-        return "The history was damaged and is put aside as '" + m_journal->PutAside() + "'";
+std::string History::Notice() {
+    if (!Book().PutAside().empty())
+        return "The history was damaged and is put aside as '" + Book().PutAside() + "'";
     return {};
 }
 
@@ -63,7 +68,7 @@ bool History::MayGoOn(Wrote wrote, std::string* error) {
         if (error) *error = kLocked;
         return false;
     }
-    const std::string text = "History cannot be written: " + m_journal->Reason();
+    const std::string text = "History cannot be written: " + Book().Reason();
     if (m_goesWithout || !onUnwritable || !onUnwritable(text + ". Go on without?")) {
         if (error) *error = text;
         return false;
@@ -75,34 +80,35 @@ bool History::MayGoOn(Wrote wrote, std::string* error) {
 
 bool History::Begin(const std::string& what, const std::string& folder, std::span<const Step> plan,
                     std::int64_t* id, std::string* error) {
-    const Wrote wrote = m_journal->Begin(what, folder, plan, id);
+    const Wrote wrote = Book().Begin(what, folder, plan, id);
     if (wrote == Wrote::Yes) return true;
-    return MayGoOn(wrote, error) && m_journal->Begin(what, folder, plan, id) == Wrote::Yes;
+    return MayGoOn(wrote, error) && Book().Begin(what, folder, plan, id) == Wrote::Yes;
 }
 
 bool History::Add(std::int64_t id, std::span<const Step> steps, std::string* error) {
-    const Wrote wrote = m_journal->AddSteps(id, steps);
+    const Wrote wrote = Book().AddSteps(id, steps);
     if (wrote == Wrote::Yes) return true;
     // In the midst of a command another try costs nothing, a command in halves does.
-    if (wrote == Wrote::Locked && m_journal->AddSteps(id, steps) == Wrote::Yes) return true;
+    if (wrote == Wrote::Locked && Book().AddSteps(id, steps) == Wrote::Yes) return true;
     return MayGoOn(wrote, error);
 }
 
+// Where this fails the next run finds it broken off, and all of it done.
 void History::End(std::int64_t id, const std::string& what, std::size_t files,
-                  std::span<const Step> changed) {
-    // Where this fails the next run finds it broken off, and all of it done.
+                  std::span<const Step> changed, Ended how) {
     if (files == 0)
-        m_journal->Drop(id);
+        Book().Drop(id);
     else
-        m_journal->End(id, what, static_cast<std::int64_t>(files), changed);
+        Book().End(id, what, static_cast<std::int64_t>(files), changed,
+                   how == Ended::ForGood ? CommandState::Final : CommandState::Done);
+    if (onEnd) onEnd();
 }
 
 std::vector<Step> History::StepsOf(const CommandRow& row) {
-    std::vector<Step> steps = m_journal->StepsOf(row.id);
-    const bool told = row.state == CommandState::Done || row.state == CommandState::Undone;
-    if (told) {
+    std::vector<Step> steps = Book().StepsOf(row.id);
+    if (HasEnded(row.state)) {
         const StepState asItsCommand =
-            row.state == CommandState::Done ? StepState::Done : StepState::Undone;
+            row.state == CommandState::Undone ? StepState::Undone : StepState::Done;
         for (Step& step : steps)
             if (step.state == StepState::Planned) step.state = asItsCommand;
         return steps;
@@ -115,8 +121,7 @@ std::vector<Step> History::StepsOf(const CommandRow& row) {
 
 std::size_t History::StepsToGo(const CommandRow& row) {
     const std::vector<Step> steps = StepsOf(row);
-    const StepState goes =
-        row.state == CommandState::Undone ? StepState::Undone : StepState::Done;
+    const StepState goes = row.state == CommandState::Undone ? StepState::Undone : StepState::Done;
     return std::size_t(std::count_if(steps.begin(), steps.end(),
                                      [&](const Step& step) { return step.state == goes; }));
 }
@@ -134,29 +139,31 @@ UndoResult History::Redo(const GoOn& goOn) {
 // The command that has one of its files since; empty when none has.
 std::string History::TouchedSince(const CommandRow& row) {
     std::set<std::string> paths;
-    for (const Step& step : m_journal->StepsOf(row.id)) paths.insert({step.from, step.to});
+    for (const Step& step : Book().StepsOf(row.id)) paths.insert({step.from, step.to});
     paths.erase("");
-    for (const CommandRow& later : m_journal->Later(row.id))
-        for (const Step& step : m_journal->StepsOf(later.id))
+    for (const CommandRow& later : Book().Later(row.id))
+        for (const Step& step : Book().StepsOf(later.id))
             if (paths.count(step.from) > 0 || paths.count(step.to) > 0) return later.what;
     return {};
 }
 
 UndoResult History::UndoOf(std::int64_t id, const GoOn& goOn) {
-    const auto row = m_journal->Find(id);
+    const auto row = Book().Find(id);
     if (!row) return {false, "There is no command " + std::to_string(id), {}, {}};
     if (row->isBrokenOff)
         return Turn(*row, row->state == CommandState::Undoing ? Way::Again : Way::Back, goOn);
     if (row->state != CommandState::Done)
         return {false, "NOT undone: " + row->what + "; it is undone already", {}, {}};
     if (const std::string since = TouchedSince(*row); !since.empty())
-        return {false, "NOT undone: " + row->what + "; its files were changed since by: " + since,
-                {}, {}};
+        return {false,
+                "NOT undone: " + row->what + "; its files were changed since by: " + since,
+                {},
+                {}};
     return Turn(*row, Way::Back, goOn);
 }
 
 UndoResult History::RedoOf(std::int64_t id, const GoOn& goOn) {
-    const auto row = m_journal->Find(id);
+    const auto row = Book().Find(id);
     if (!row) return {false, "There is no command " + std::to_string(id), {}, {}};
     if (row->isBrokenOff)
         return Turn(*row, row->state == CommandState::Undoing ? Way::Back : Way::Again, goOn);
@@ -165,7 +172,8 @@ UndoResult History::RedoOf(std::int64_t id, const GoOn& goOn) {
     if (const std::string since = TouchedSince(*row); !since.empty())
         return {false,
                 "NOT done again: " + row->what + "; its files were changed since by: " + since,
-                {}, {}};
+                {},
+                {}};
     return Turn(*row, Way::Again, goOn);
 }
 
@@ -184,8 +192,8 @@ struct Walk {
 void WalkStep(Step& step, bool back, Files& files, const GoOn& goOn, Walk& walk) {
     std::string error = "cancelled";
     walk.stopped = walk.stopped || !goOn(walk.gone + walk.left + 1);
-    const bool went = !walk.stopped && (back ? TakeBackStep(step, files, &error)
-                                             : DoStep(step, files, &error));
+    const bool went =
+        !walk.stopped && (back ? TakeBackStep(step, files, &error) : DoStep(step, files, &error));
     if (!went) {
         ++walk.left;
         if (walk.why.empty()) walk.why = NamedBy(step) + " - " + error;
@@ -209,12 +217,12 @@ UndoResult History::Turn(const CommandRow& row, Way way, const GoOn& goOn) {
     const bool back = way == Way::Back;
     const std::string not_ = back ? "NOT undone: " : "NOT done again: ";
     std::vector<Step> steps = StepsOf(row);
-    const Wrote begun =
-        m_journal->Turn(row.id, back ? CommandState::Undoing : CommandState::Redoing);
+    const Wrote begun = Book().Turn(row.id, back ? CommandState::Undoing : CommandState::Redoing);
     if (begun != Wrote::Yes)
         return {false,
-                not_ + row.what + "; " + (begun == Wrote::Locked ? kLocked : m_journal->Reason()),
-                {}, {}};
+                not_ + row.what + "; " + (begun == Wrote::Locked ? kLocked : Book().Reason()),
+                {},
+                {}};
     Walk walk;
     const StepState stays = back ? StepState::Undone : StepState::Done;
     const auto visit = [&](Step& step) {
@@ -230,9 +238,9 @@ UndoResult History::Turn(const CommandRow& row, Way way, const GoOn& goOn) {
     for (Step& step : steps)
         if (step.state == StepState::Planned) step.state = StepState::Done;
     const bool isDone = !back || walk.left > 0;
-    m_journal->EndTurn(row.id, isDone ? CommandState::Done : CommandState::Undone, steps,
-                       back && walk.left > 0 && !walk.stopped ? Journal::Behind::AllOthers
-                                                              : Journal::Behind::None);
+    Book().EndTurn(row.id, isDone ? CommandState::Done : CommandState::Undone, steps,
+                   back && walk.left > 0 && !walk.stopped ? Journal::Behind::AllOthers
+                                                          : Journal::Behind::None);
     UndoResult result = std::move(walk.result);
     if (back) std::reverse(result.back.begin(), result.back.end());
     result.done = walk.left == 0;

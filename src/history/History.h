@@ -37,20 +37,24 @@ using GoOn = std::function<bool(std::size_t number)>;
 
 class History {
 public:
-    // In this file of the state folder; without a name in memory, for this run.
-    History(Files& files, const std::string& file);
+    // In this file, opened at first need; without a name in memory, for this run.
+    History(Files& files, std::string file) : m_files(files), m_file(std::move(file)) {}
+    // In the state folder.
+    explicit History(Files& files) : m_files(files), m_isShared(true) {}
 
     // Asked once a run, when the history cannot be written, whether commands go on without; they do
     // not where nobody is asked.
     std::function<bool(const std::string& text)> onUnwritable;
 
     Files& Disk() { return m_files; }
+    // After each command that changed something, on the thread that ended it.
+    std::function<void()> onEnd;
     // What to tell of the database itself when it was opened; empty: nothing.
-    std::string Notice() const;
+    std::string Notice();
 
     // The commands that come next, and how many steps of them.
-    std::optional<CommandRow> NextToUndo() { return m_journal->NextToUndo(); }
-    std::optional<CommandRow> NextToRedo() { return m_journal->NextToRedo(); }
+    std::optional<CommandRow> NextToUndo() { return Book().NextToUndo(); }
+    std::optional<CommandRow> NextToRedo() { return Book().NextToRedo(); }
     std::size_t StepsToGo(const CommandRow& row);
 
     // Each looks first whether the files are as the command left them, and tells what is not. What
@@ -63,30 +67,34 @@ public:
     UndoResult UndoOf(std::int64_t id, const GoOn& goOn);
     UndoResult RedoOf(std::int64_t id, const GoOn& goOn);
 
-    std::vector<CommandRow> List(std::int64_t most) { return m_journal->List(most); }
-    std::vector<CommandRow> BrokenOff() { return m_journal->BrokenOff(); }
+    std::vector<CommandRow> List(std::int64_t most) { return Book().List(most); }
+    std::vector<CommandRow> BrokenOff() { return Book().BrokenOff(); }
     // With their states as they are, of one that was broken off by a look at the disk.
     std::vector<Step> StepsOf(const CommandRow& row);
-    bool Forget() { return m_journal->Forget() == Wrote::Yes; }
+    bool Forget() { return Book().Forget() == Wrote::Yes; }
     bool Prune(std::int64_t days, std::int64_t bytes) {
-        return m_journal->Prune(days, bytes) == Wrote::Yes;
+        return Book().Prune(days, bytes) == Wrote::Yes;
     }
 
     // For Changes: written down, or refused with the reason.
     bool Begin(const std::string& what, const std::string& folder, std::span<const Step> plan,
                std::int64_t* id, std::string* error);
     bool Add(std::int64_t id, std::span<const Step> steps, std::string* error);
+    enum class Ended { CanGoBack, ForGood };
     void End(std::int64_t id, const std::string& what, std::size_t files,
-             std::span<const Step> changed);
+             std::span<const Step> changed, Ended how);
 
 private:
+    Journal& Book();
     enum class Way { Back, Again };
     bool MayGoOn(Wrote wrote, std::string* error);
     UndoResult Turn(const CommandRow& row, Way way, const GoOn& goOn);
     std::string TouchedSince(const CommandRow& row);
 
     Files& m_files;
-    std::unique_ptr<Journal> m_journal;
+    std::string m_file;
+    bool m_isShared = false;
+    std::unique_ptr<Journal> m_journal; // null before its first use
     bool m_goesWithout = false;
 };
 

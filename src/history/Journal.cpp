@@ -15,8 +15,7 @@ namespace {
 constexpr int kPatience = 2000; // milliseconds for another program that writes
 constexpr std::int64_t kGap = 1 << 20;
 constexpr const char* kOrders[] = {
-    "PRAGMA journal_mode=WAL",
-    "PRAGMA synchronous=FULL",
+    "PRAGMA journal_mode=WAL", "PRAGMA synchronous=FULL",
     "CREATE TABLE IF NOT EXISTS commands(id INTEGER PRIMARY KEY AUTOINCREMENT, began INTEGER,"
     " what TEXT, folder BLOB, files INTEGER, state INTEGER, turn INTEGER, redoable INTEGER,"
     " process TEXT, bytes INTEGER)",
@@ -35,8 +34,8 @@ bool IsDamaged(int code) {
 std::string PackLook(const FileLook& look) {
     if (look == FileLook()) return {};
     std::string text;
-    for (const std::int64_t number : {look.device, look.inode, look.bytes, look.seconds,
-                                      look.nanoseconds, look.changed})
+    for (const std::int64_t number :
+         {look.device, look.inode, look.bytes, look.seconds, look.nanoseconds, look.changed})
         text += std::to_string(number) + ' ';
     return text;
 }
@@ -213,14 +212,15 @@ Wrote Journal::AddSteps(std::int64_t id, std::span<const Step> steps) {
 }
 
 Wrote Journal::End(std::int64_t id, const std::string& what, std::int64_t files,
-                   std::span<const Step> changed) {
+                   std::span<const Step> changed, CommandState state) {
     Transaction writes(*this);
     if (!writes || !ChangeSteps(id, changed)) return writes.End(false);
     if (!Run("UPDATE commands SET redoable=0 WHERE redoable=1")) return writes.End(false);
     return writes.End(
-        Statement(m_database, "UPDATE commands SET what=?, files=?, state=1, turn=? WHERE id=?")
+        Statement(m_database, "UPDATE commands SET what=?, files=?, state=?, turn=? WHERE id=?")
             .Add(what)
             .Add(files)
+            .Add(std::int64_t(state))
             .Add(NextTurn())
             .Add(id)
             .Run());
@@ -295,8 +295,7 @@ std::vector<CommandRow> Journal::Rows(Statement& statement) {
         row.folder = statement.Bytes(3);
         row.files = statement.Whole(4);
         row.state = static_cast<CommandState>(statement.Whole(5));
-        const bool ended = row.state == CommandState::Done || row.state == CommandState::Undone;
-        row.isBrokenOff = !ended && !IsRunning(statement.Bytes(6));
+        row.isBrokenOff = !HasEnded(row.state) && !IsRunning(statement.Bytes(6));
         rows.push_back(std::move(row));
     }
     return rows;
@@ -360,10 +359,10 @@ std::vector<CommandRow> Journal::BrokenOff() {
 
 Wrote Journal::Forget() {
     Transaction writes(*this);
-    return writes.End(
-        writes && Run("DELETE FROM steps WHERE command IN (SELECT id FROM commands WHERE"
-                      " state IN (1, 2))") &&
-        Run("DELETE FROM commands WHERE state IN (1, 2)"));
+    return writes.End(writes &&
+                      Run("DELETE FROM steps WHERE command IN (SELECT id FROM commands WHERE"
+                          " state IN (1, 2, 5))") &&
+                      Run("DELETE FROM commands WHERE state IN (1, 2, 5)"));
 }
 
 Wrote Journal::Prune(std::int64_t days, std::int64_t bytes) {
@@ -382,13 +381,14 @@ Wrote Journal::Prune(std::int64_t days, std::int64_t bytes) {
         }
         if (oldest == 0) oldest = std::numeric_limits<std::int64_t>::max();
     }
-    return writes.End(Statement(m_database, "DELETE FROM steps WHERE command IN (SELECT id FROM"
-                                            " commands WHERE state IN (1, 2) AND id<?)")
-                          .Add(oldest)
-                          .Run() &&
-                      Statement(m_database, "DELETE FROM commands WHERE state IN (1, 2) AND id<?")
-                          .Add(oldest)
-                          .Run());
+    return writes.End(
+        Statement(m_database, "DELETE FROM steps WHERE command IN (SELECT id FROM"
+                              " commands WHERE state IN (1, 2, 5) AND id<?)")
+            .Add(oldest)
+            .Run() &&
+        Statement(m_database, "DELETE FROM commands WHERE state IN (1, 2, 5) AND id<?")
+            .Add(oldest)
+            .Run());
 }
 
 } // namespace tarn

@@ -49,7 +49,7 @@ public:
     // The command has ended: `changed` are steps that are not as planned, or have found something
     // out. Nothing can be done again any more that was taken back before it.
     Wrote End(std::int64_t id, const std::string& what, std::int64_t files,
-              std::span<const Step> changed);
+              std::span<const Step> changed, CommandState state = CommandState::Done);
     // A command that did nothing.
     Wrote Drop(std::int64_t id);
 

@@ -1,6 +1,7 @@
 #include "notes/FrmNewNotes.h"
 
 #include "common/paths.h"
+#include "history/Changes.h"
 #include "notes/NoteWindows.h"
 #include "notes/NotesRoom.h"
 #include "notes/frmExpCalc.h"
@@ -51,7 +52,8 @@ void FrmNewNotes::EnableSave(bool enabled) {
 void FrmNewNotes::LoadNoteFormats() {
     KeepChoices(); // what was chosen outlives a load that fails
     m_path = JoinPath(m.state.NotesFolder, m.state.NFSfilename);
-    const auto bytes = ReadFormatFile(m.files, m_path, ProgramFile(m.state.NFSfilename));
+    Changes changes(m.history, "New note formats file");
+    const auto bytes = ReadFormatFile(changes, m_path, ProgramFile(m.state.NFSfilename));
     m_fromFile = bytes.has_value();
     LoadFormats(m_lists, bytes, FromFileTime(std::time(nullptr)));
     for (std::size_t i = 0; i < kNoteEntries; ++i) ShowList(i, bytes.has_value());

@@ -78,17 +78,18 @@ bool NoteStore::Load(const std::string& path) {
     return false;
 }
 
-bool NoteStore::Save(const std::string& path, const std::string& bytes, std::string* error) {
+bool NoteStore::Save(Files& files, const std::string& path, const std::string& bytes,
+                     std::string* error) {
     const std::string target = m_files.FindAnyCase(path).value_or(path);
-    if (!SaveNoteFile(m_files, target, bytes, m_loaded, error)) return false;
+    if (!SaveNoteFile(files, target, bytes, m_loaded, error)) return false;
     m_loaded = {target, bytes};
     index.Put(LastPart(target), true);
     return true;
 }
 
-bool NoteStore::Delete(const std::string& path, std::string* error) {
+bool NoteStore::Delete(Files& files, const std::string& path, std::string* error) {
     const std::string target = m_files.FindAnyCase(path).value_or(path);
-    if (!m_files.Trash(target, error)) return false;
+    if (!files.Trash(target, error)) return false;
     m_loaded = {};
     index.Put(LastPart(target), false);
     return true;

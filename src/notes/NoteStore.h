@@ -23,7 +23,7 @@ bool SaveNoteFile(Files& files, const std::string& path, const std::string& byte
 
 class NoteStore {
 public:
-    explicit NoteStore(Files& files) : index(files), m_files(files) {}
+    explicit NoteStore(const Files& files) : index(files), m_files(files) {}
 
     // Reads the note at this path, or the one that differs in case. False when there is none: then
     // nothing is loaded.
@@ -33,11 +33,11 @@ public:
     // bytes.
     std::optional<std::string> Read(const std::string& path) const;
 
-    // Writes and takes the written bytes for the loaded ones.
-    bool Save(const std::string& path, const std::string& bytes, std::string* error);
+    // Writes, by a command's `files`, and takes the written bytes for the loaded ones.
+    bool Save(Files& files, const std::string& path, const std::string& bytes, std::string* error);
 
     // Into the wastebasket.
-    bool Delete(const std::string& path, std::string* error);
+    bool Delete(Files& files, const std::string& path, std::string* error);
 
     // Whether the note on disk is still what was loaded from there.
     bool IsAsLoaded(const std::string& path) const;
@@ -52,7 +52,7 @@ public:
 private:
     bool ReadFrom(const std::string& path);
 
-    Files& m_files;
+    const Files& m_files;
     LoadedNote m_loaded;
 };
 

@@ -5,6 +5,7 @@
 #include "notes/frmNotesFolder.h"
 
 #include "common/paths.h"
+#include "history/Changes.h"
 #include "platform/Desktop.h"
 #include "platform/ProgramFiles.h"
 #include "platform/QtText.h"
@@ -157,7 +158,8 @@ void NotesRoom::EditNoteSettingsFileButton_Click() {
 }
 
 void NotesRoom::EditFormatFile(const std::string& path) {
-    ReadFormatFile(m.files, path, ProgramFile(m.state.NFSfilename)); // there must be one to edit
+    Changes changes(m.history, "New note formats file");
+    ReadFormatFile(changes, path, ProgramFile(m.state.NFSfilename)); // there must be one to edit
     const std::string failure = m.desktop.EditText(path);
     if (!failure.empty()) m.shell.ShowMessage("ERROR - " + failure);
 }

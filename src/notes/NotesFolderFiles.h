@@ -22,30 +22,33 @@ struct NotesRun {
 class NotesFolderFiles {
 public:
     // `formatFile` is the name that the user's format file has.
-    NotesFolderFiles(Files& files, std::string formatFile)
+    NotesFolderFiles(const Files& files, std::string formatFile)
         : m_files(files), m_formatFile(std::move(formatFile)) {}
 
     // The note at this path, its first 8000 bytes; none when it cannot be read.
     std::optional<LoadedNote> Read(const std::string& path) const;
 
-    bool Update(LoadedNote& note, const std::string& bytes, std::string* error);
-    bool Delete(const std::string& path, std::string* error);
+    // These change files by a command's `files`.
+    static bool Update(Files& files, LoadedNote& note, const std::string& bytes,
+                       std::string* error);
+    static bool Delete(Files& files, const std::string& path, std::string* error);
 
     // Takes the quotes off every note that has them, in the whole file. `goOn` is asked after each
     // path, with its number from 1.
     using GoOn = std::function<bool(std::size_t)>;
-    NotesRun FixAll(const std::vector<std::string>& paths, const GoOn& goOn);
+    NotesRun FixAll(Files& files, const std::vector<std::string>& paths, const GoOn& goOn);
 
     // Renames "*.txt" to "*.enf", all in one folder; a note that already has the name goes to the
     // wastebasket.
-    NotesRun Convert(const std::vector<std::string>& paths, const GoOn& goOn);
+    NotesRun Convert(Files& files, const std::vector<std::string>& paths, const GoOn& goOn);
 
 private:
     bool IsNote(const std::string& path) const;
-    void FixOne(const std::string& path, NotesRun& run);
-    void ConvertOne(const std::string& path, const NoteIndex& index, NotesRun& run);
+    static void FixOne(Files& files, const std::string& path, NotesRun& run);
+    static void ConvertOne(Files& files, const std::string& path, const NoteIndex& index,
+                           NotesRun& run);
 
-    Files& m_files;
+    const Files& m_files;
     std::string m_formatFile;
 };
 

@@ -2,6 +2,7 @@
 
 #include "common/codepage.h"
 #include "common/paths.h"
+#include "history/Changes.h"
 #include "notes/FrmNewNotes.h"
 #include "notes/NoteNames.h"
 #include "notes/NoteText.h"
@@ -248,7 +249,8 @@ bool NotesRoom::WriteNote(std::string* why, std::string* misfit) {
     const bool edited = m_store.Loaded().path.empty() || s.NoteText != m_loadedText;
     const auto bytes = edited ? ToCodePage(s.NoteText, misfit) : m_loadedBytes;
     if (!bytes) return *why = "'" + *misfit + "' has no place in a note", false;
-    if (!m_store.Save(s.NotesFilename, *bytes, why)) return false;
+    Changes changes(m.history, "Save note of '" + s.FileNameOnly + "'");
+    if (!m_store.Save(changes, s.NotesFilename, *bytes, why)) return false;
     m_loadedBytes = *bytes;
     return true;
 }
@@ -316,7 +318,8 @@ void NotesRoom::DeleteNotesButton_Click() {
     ProgramState& s = m.state;
     SetNotesFilename();
     std::string why;
-    if (s.NotesFolder.empty() || !m_store.Delete(s.NotesFilename, &why)) {
+    Changes changes(m.history, "Delete note of '" + s.FileNameOnly + "'");
+    if (s.NotesFolder.empty() || !m_store.Delete(changes, s.NotesFilename, &why)) {
         m.shell.ShowError("Error deleting notes file '" + s.NotesFilename + "'");
         m_box.Focus();
         return;

@@ -3,6 +3,7 @@
 #include "common/codepage.h"
 #include "common/paths.h"
 #include "desk/batch/BatchRun.h"
+#include "history/Changes.h"
 #include "notes/NoteText.h"
 #include "notes/NoteWindows.h"
 #include "notes/NotesRoom.h"
@@ -165,7 +166,8 @@ void frmNotesFolder::UpdateButton_Click() {
     const auto bytes = IsEdited() ? ToCodePage(text, &why) : m_note.bytes;
     if (!bytes) why = "the character '" + why + "' has no place in a note";
     m.shell.ShowError({});
-    if (!bytes || !m_folder.Update(m_note, *bytes, &why)) {
+    Changes changes(m.history, "Update note '" + LastPart(m_note.path) + "'");
+    if (!bytes || !NotesFolderFiles::Update(changes, m_note, *bytes, &why)) {
         Fail("Error saving to notes folder: " + m.state.NotesFolder + (bytes ? "" : " - " + why),
              why);
         return;
@@ -189,7 +191,8 @@ void frmNotesFolder::DeleteButton_Click() {
     const int row = m_list->CurrentRow();
     std::string why;
     m.shell.ShowError({});
-    if (!m_folder.Delete(path, &why)) {
+    Changes changes(m.history, "Delete note '" + LastPart(path) + "'");
+    if (!NotesFolderFiles::Delete(changes, path, &why)) {
         Fail("Error deleting notes file '" + path + "'", why);
         return;
     }
@@ -204,7 +207,9 @@ void frmNotesFolder::DeleteButton_Click() {
 }
 
 // Works through the whole list; what has changed shows when all is done.
-NotesRun frmNotesFolder::Run(NotesRun (NotesFolderFiles::*work)(const std::vector<std::string>&,
+NotesRun frmNotesFolder::Run(const std::string& what,
+                             NotesRun (NotesFolderFiles::*work)(Files&,
+                                                                const std::vector<std::string>&,
                                                                 const NotesFolderFiles::GoOn&)) {
     std::vector<std::string> paths;
     paths.reserve(static_cast<std::size_t>(m_list->Count()));
@@ -215,7 +220,8 @@ NotesRun frmNotesFolder::Run(NotesRun (NotesFolderFiles::*work)(const std::vecto
     {
         const BatchRun batch(m);
         QElapsedTimer sinceShown;
-        run = (m_folder.*work)(paths, [&](std::size_t number) {
+        Changes changes(m.history, what);
+        run = (m_folder.*work)(changes, paths, [&](std::size_t number) {
             if (sinceShown.isValid() && sinceShown.elapsed() < kProgressEvery) return true;
             sinceShown.start();
             return batch.Step("Note " + std::to_string(number) + " of " +
@@ -236,7 +242,7 @@ void frmNotesFolder::TellRun(const NotesRun& run, const std::string& text) {
 }
 
 void frmNotesFolder::FixQallButton_Click() {
-    const NotesRun run = Run(&NotesFolderFiles::FixAll);
+    const NotesRun run = Run("Remove quotes from notes", &NotesFolderFiles::FixAll);
     const bool shown =
         std::find(run.changed.begin(), run.changed.end(), m_note.path) != run.changed.end();
     if (shown && !IsEdited()) ShowNote(m_note.path);
@@ -244,7 +250,7 @@ void frmNotesFolder::FixQallButton_Click() {
 }
 
 void frmNotesFolder::CommandNew_Click() {
-    const NotesRun run = Run(&NotesFolderFiles::Convert);
+    const NotesRun run = Run("Rename of .txt notes to .enf", &NotesFolderFiles::Convert);
     const int row = m_list->CurrentRow();
     m_list->Refresh();
     const auto renamed = run.renamed.find(m_note.path);

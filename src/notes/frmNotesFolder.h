@@ -58,7 +58,8 @@ private:
     int RowOfPicture() const;
     bool TakesPartInMainWindow(const std::vector<std::string>& paths);
     void KeepEdit();
-    NotesRun Run(NotesRun (NotesFolderFiles::*work)(const std::vector<std::string>&,
+    NotesRun Run(const std::string& what,
+                 NotesRun (NotesFolderFiles::*work)(Files&, const std::vector<std::string>&,
                                                     const NotesFolderFiles::GoOn&));
 
     Context& m;

@@ -1,6 +1,7 @@
 // File dates made equal to picture dates. The files' contents are not touched.
 #include "common/paths.h"
 #include "desk/batch/BatchRun.h"
+#include "history/Changes.h"
 #include "panel/PictureInfoRoom.h"
 #include "pictureinfo/dates/CameraDateText.h"
 #include "platform/Files.h"
@@ -33,7 +34,8 @@ Outcome SetTimesOf(const PictureInfo& info, Files& files, bool dateChanged) {
 } // namespace
 
 Outcome PictureInfoRoom::SetFileDates(bool dateChanged) {
-    return SetTimesOf(m.state, m.files, dateChanged);
+    Changes changes(m.history, "File date of '" + m.state.FileNameOnly + "'");
+    return SetTimesOf(m.state, changes, dateChanged);
 }
 
 bool PictureInfoRoom::AskForRange(int first, int last) {
@@ -67,6 +69,7 @@ int PictureInfoRoom::SyncRange(int first, int last, std::vector<FileFault>& faul
     std::vector<std::string> names; // the list may change while events come in
     for (int row = first; row <= last; ++row) names.push_back(m.controls.FileListBox->Text(row));
     const BatchRun batch(m);
+    Changes changes(m.history, "Synchronize file dates in '" + folder + "'");
     PictureInfo info = m.state;
     int passed = 0;
     for (const std::string& name : names) {
@@ -76,7 +79,7 @@ int PictureInfoRoom::SyncRange(int first, int last, std::vector<FileFault>& faul
         m.shell.ShowStatus(info.Filename);
         m_reader.ReadCameraDate(info);
         // What it found in a file that cannot be read is the file's before.
-        const Outcome set = m_reader.FileWasRead() ? SetTimesOf(info, m.files, false)
+        const Outcome set = m_reader.FileWasRead() ? SetTimesOf(info, changes, false)
                                                    : Outcome::Refused(kCannotSet);
         m.shell.Tell(set);
         if (!set && !set.text.empty()) faults.push_back({info.Filename, set.text});

@@ -1,6 +1,7 @@
 #include "panel/frmDate.h"
 
 #include "common/codepage.h"
+#include "history/Changes.h"
 #include "pictureinfo/dates/CameraDateWriting.h"
 #include "platform/QtText.h"
 #include "widgets/Dialogs.h"
@@ -186,7 +187,8 @@ void frmDate::SetButton_Click() {
         Say("New Picture Date has invalid format");
         return;
     }
-    const DateWritten done = WriteDate(m.files, m.state.Filename, Position(), m_shownDate, *bytes);
+    Changes changes(m.history, "Picture date of '" + m.state.FileNameOnly + "'");
+    const DateWritten done = WriteDate(changes, m.state.Filename, Position(), m_shownDate, *bytes);
     switch (done.result) {
     case DateWriting::Written:
         TakeOver(date, *shown);

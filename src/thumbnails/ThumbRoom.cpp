@@ -3,6 +3,7 @@
 #include "common/paths.h"
 #include "desk/batch/BatchRun.h"
 #include "desk/batch/KeptNote.h"
+#include "history/Changes.h"
 #include "platform/EventPump.h"
 #include "platform/QtText.h"
 #include "thumbnails/ThumbFolder.h"
@@ -108,14 +109,14 @@ Outcome ThumbRoom::GenerateThumbnails(bool updateOnly, const ThumbnailTold& told
 }
 
 // Why no thumbnails are made; empty when they can be. `remain` says what could not be cleared.
-std::string ThumbRoom::MakeReady(const std::string& folder, std::string& remain) {
+std::string ThumbRoom::MakeReady(const std::string& folder, std::string& remain, Changes& changes) {
     const ProgramState& s = m.state;
     std::string error;
     const auto names = m.files.FileNames(folder, &error);
     if (!names && m.files.IsFolder(folder))
         return "No thumbnails created, folder '" + s.ThumbSubFolder + "': " + error;
     if (!names || names->empty()) {
-        MakeThumbnailFolder(m.files, m.controls.FileListBox->Path(), s.ThumbSubFolder);
+        MakeThumbnailFolder(changes, m.controls.FileListBox->Path(), s.ThumbSubFolder);
         return {};
     }
     if (!s.ThumbClear &&
@@ -128,7 +129,7 @@ std::string ThumbRoom::MakeReady(const std::string& folder, std::string& remain)
     // Another start of the program may have brought another folder meanwhile.
     if (ThumbnailFolderPath() != folder)
         return "No thumbnails created, another folder is shown by now";
-    remain = ClearThumbnails(m.files, folder).Text();
+    remain = ClearThumbnails(changes, folder).Text();
     return {};
 }
 
@@ -143,12 +144,13 @@ std::vector<ThumbJob> ThumbRoom::Jobs(const ThumbRequest& request) const {
 
 Outcome ThumbRoom::WholeRun(const ThumbnailTold& told, QPushButton* ownCancel) {
     std::string remain;
+    Changes changes(m.history, "Thumbnails in '" + ThumbnailFolderPath() + "'");
     if (!m.state.ThumbUpdate) {
-        std::string why = MakeReady(ThumbnailFolderPath(), remain);
+        std::string why = MakeReady(ThumbnailFolderPath(), remain, changes);
         if (!why.empty()) return Outcome::Refused(std::move(why));
     }
     const ThumbRequest request = Request();
-    ThumbRun run(Jobs(request), request, m.files);
+    ThumbRun run(Jobs(request), request, changes);
     const bool whole = Make(run, told, ownCancel);
     return {whole, run.Report(!whole) + (remain.empty() ? "" : ", " + remain), {}, run.Faults()};
 }
@@ -190,12 +192,13 @@ void ThumbRoom::GenerateThumbCButton_Click() {
     }
     const std::string folder = ThumbnailFolderPath();
     const auto names = m.files.FileNames(folder);
+    Changes changes(m.history, "Thumbnail of '" + m.state.FileNameOnly + "'");
     if (!names || names->empty())
-        MakeThumbnailFolder(m.files, m.controls.FileListBox->Path(), m.state.ThumbSubFolder);
+        MakeThumbnailFolder(changes, m.controls.FileListBox->Path(), m.state.ThumbSubFolder);
     ThumbRequest request = Request();
     request.notes.clear();
     m.shell.SetBusy(true);
-    ThumbRun run({{m.controls.FileListBox->CurrentRow(), m.state.FileNameOnly}}, request, m.files);
+    ThumbRun run({{m.controls.FileListBox->CurrentRow(), m.state.FileNameOnly}}, request, changes);
     run.Step();
     m.shell.SetBusy(false);
     m.shell.ShowMessage(run.Report(false));
@@ -226,6 +229,7 @@ void ThumbRoom::ThumbFolderDeleteButton_Click() {
     const std::string folder = ThumbnailFolderPath();
     const std::string pictures = m.controls.FileListBox->Path();
     ClearFaults faults;
+    Changes changes(m.history, "Delete thumbnails '" + folder + "'");
     const auto names = m.files.FileNames(folder);
     if (names && !names->empty()) {
         if (!m.dialogs.Confirm(
@@ -233,13 +237,13 @@ void ThumbRoom::ThumbFolderDeleteButton_Click() {
                 "Sub folder '" + m.state.ThumbSubFolder +
                     "'\nand 'Image*.html' files in current folder\nWill be deleted!"))
             return;
-        faults = ClearThumbnails(m.files, folder);
+        faults = ClearThumbnails(changes, folder);
         const bool pages = !GalleryPages(m.files, pictures).empty();
-        ThrowAwayPages(m.files, pictures, faults);
+        ThrowAwayPages(changes, pictures, faults);
         if (pages) m.navigation.RefreshAfterDelete();
     }
     std::string why;
-    const int number = m.files.RemoveFolder(folder, &why);
+    const int number = changes.RemoveFolder(folder, &why);
     if (number != 0)
         m.dialogs.Message(Dialogs::Icon::Exclamation, "RmDir error",
                           "Error deleting folder\n" + folder + "\n\nError " +

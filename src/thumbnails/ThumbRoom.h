@@ -41,7 +41,7 @@ public:
 private:
     ThumbRequest Request() const;
     Outcome MayBegin();
-    std::string MakeReady(const std::string& folder, std::string& remain);
+    std::string MakeReady(const std::string& folder, std::string& remain, Changes& changes);
     std::vector<ThumbJob> Jobs(const ThumbRequest& request) const;
     Outcome WholeRun(const ThumbnailTold& told, QPushButton* ownCancel);
     bool Make(ThumbRun& run, const ThumbnailTold& told, QPushButton* ownCancel);

@@ -2,6 +2,7 @@
 #include "common/numbers.h"
 #include "common/paths.h"
 #include "common/text.h"
+#include "history/Changes.h"
 #include "platform/Clipboard.h"
 #include "platform/Files.h"
 #include "platform/QtText.h"
@@ -165,8 +166,9 @@ void VideoRoom::SaveFrame() {
     QBuffer buffer(&bytes);
     const std::string type = path.substr(std::min(path.size(), path.rfind('.') + 1));
     std::string error = "this kind of picture cannot be written";
+    Changes changes(m.history, "Save frame '" + LastPart(path) + "'");
     const bool saved =
-        frame.save(&buffer, type.c_str()) && m.files.Write(path, bytes.toStdString(), &error);
+        frame.save(&buffer, type.c_str()) && changes.Write(path, bytes.toStdString(), &error);
     m.shell.ShowMessage(saved ? "'" + LastPart(path) + "' file created"
                               : "'" + LastPart(path) + "' was not written: " + error);
 }

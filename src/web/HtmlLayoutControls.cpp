@@ -20,8 +20,8 @@ constexpr QSize kDesign(560, 0); // logical pixels
 } // namespace
 
 frmHtmlLayout::frmHtmlLayout(Context& context)
-    : QDialog(context.controls.FileListBox->window()), m(context),
-      m_page(context.files, context.state.Version), m_place(*this, context.state.HtmlLayoutPlace) {
+    : QDialog(context.controls.FileListBox->window()), m(context), m_page(context.state.Version),
+      m_place(*this, context.state.HtmlLayoutPlace) {
     setObjectName(QStringLiteral("frmHtmlLayout"));
     setWindowTitle(QStringLiteral("Tarn View - Html file Layout"));
     auto* all = new QVBoxLayout(this);

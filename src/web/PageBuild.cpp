@@ -32,24 +32,24 @@ bool PageBuild::Fail(const std::string& error) {
     return false;
 }
 
-bool PageBuild::Begin(const HtmlSettings& settings, const std::string& now,
+bool PageBuild::Begin(Files& files, const HtmlSettings& settings, const std::string& now,
                       const std::string& script) {
     const HtmlSettings bytes = InPageBytes(settings);
     const std::string time = ToPageBytes(now);
     std::string error;
-    if (!m_page.Create(m_path, PageHead(bytes, ToPageBytes(m_version), time), &error))
+    if (!m_page.Create(files, m_path, PageHead(bytes, ToPageBytes(m_version), time), &error))
         return Fail(error);
     if (settings.HtmlZoomPan != 0) {
         const std::string target = JoinPath(FolderOf(m_path), kZoomScript);
-        const auto bytes = ReadWhole(m_files, script, kLargestScript, &error);
-        if (!bytes || !PutScript(m_files, target, *bytes, &error)) {
+        const auto bytes = ReadWhole(files, script, kLargestScript, &error);
+        if (!bytes || !PutScript(files, target, *bytes, &error)) {
             m_fault = {"Copy javascript file error",
                        ErrorBoxText("Error creating javascript file", m_path, error)};
             m_page.Leave();
             return false;
         }
     }
-    if (!m_page.Add(PageTitleTable(bytes, time), &error)) {
+    if (!m_page.Add(files, PageTitleTable(bytes, time), &error)) {
         m_page.Leave();
         return Fail(error);
     }
@@ -57,27 +57,28 @@ bool PageBuild::Begin(const HtmlSettings& settings, const std::string& now,
     return true;
 }
 
-bool PageBuild::Append(const std::string& now) {
+bool PageBuild::Append(Files& files, const std::string& now) {
     std::string error;
-    return m_page.Append(m_path, ToPageBytes(now), &error) || Fail(error);
+    return m_page.Append(files, m_path, ToPageBytes(now), &error) || Fail(error);
 }
 
-bool PageBuild::Add(const HtmlSettings& settings, bool exifInfo, const EntryFacts& facts) {
+bool PageBuild::Add(Files& files, const HtmlSettings& settings, bool exifInfo,
+                    const EntryFacts& facts) {
     const PageRun before = m_run;
     std::string error;
-    if (m_page.Add(PageEntry(InPageBytes(settings), exifInfo, facts, m_run), &error)) {
+    if (m_page.Add(files, PageEntry(InPageBytes(settings), exifInfo, facts, m_run), &error)) {
         ++m_count;
         return true;
     }
     m_run = before;
     std::string unclosed;
-    m_page.Close(&unclosed);
+    m_page.Close(files, &unclosed);
     return Fail(error);
 }
 
-bool PageBuild::Close() {
+bool PageBuild::Close(Files& files) {
     std::string error;
-    return m_page.Close(&error) || Fail(error);
+    return m_page.Close(files, &error) || Fail(error);
 }
 
 void PageBuild::SetLinkTarget(const std::string& name) {

@@ -12,24 +12,26 @@ namespace tarn {
 
 class PageBuild {
 public:
-    PageBuild(Files& files, std::string version)
-        : m_files(files), m_version(std::move(version)), m_page(files) {}
+    explicit PageBuild(std::string version) : m_version(std::move(version)) {}
 
     // The page to be written, and the folder of its pictures; nothing is touched yet.
     void Choose(const std::string& path, const std::string& pictureFolder);
 
+    // Each of these writes by the `files` of the command that it belongs to.
+    //
     // Writes the head; `script` is the path of the program's wheelzoom.js, read where the settings
     // need it. False after a fault, as the others: the page is then closed. `now` is the date and
     // time. Settings are UTF-8 everywhere here.
-    bool Begin(const HtmlSettings& settings, const std::string& now, const std::string& script);
+    bool Begin(Files& files, const HtmlSettings& settings, const std::string& now,
+               const std::string& script);
 
     // Goes on with an old page.
-    bool Append(const std::string& now);
+    bool Append(Files& files, const std::string& now);
 
     // One entry. A failed one ends the page, with its close where that can be written.
-    bool Add(const HtmlSettings& settings, bool exifInfo, const EntryFacts& facts);
+    bool Add(Files& files, const HtmlSettings& settings, bool exifInfo, const EntryFacts& facts);
 
-    bool Close();
+    bool Close(Files& files);
 
     bool IsOpen() const { return m_page.IsOpen(); }
     const std::string& Path() const { return m_path; }
@@ -43,7 +45,6 @@ public:
 private:
     bool Fail(const std::string& error);
 
-    Files& m_files;
     std::string m_version;
     PageFile m_page;
     PageRun m_run;

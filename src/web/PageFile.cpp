@@ -27,18 +27,20 @@ bool ReplaceFile(Files& files, const std::string& path, std::string_view bytes,
     return files.LeadsOut(path) ? Refuse(error) : files.Write(path, bytes, error);
 }
 
-bool PageFile::Create(const std::string& path, std::string_view bytes, std::string* error) {
-    m_open = ReplaceFile(m_files, path, bytes, error);
+bool PageFile::Create(Files& files, const std::string& path, std::string_view bytes,
+                      std::string* error) {
+    m_open = ReplaceFile(files, path, bytes, error);
     m_path = path;
     m_end = bytes.size();
     return m_open;
 }
 
-bool PageFile::Append(const std::string& path, std::string_view now, std::string* error) {
+bool PageFile::Append(Files& files, const std::string& path, std::string_view now,
+                      std::string* error) {
     m_open = false;
     m_path = path;
-    if (m_files.LeadsOut(path)) return Refuse(error);
-    const auto bytes = m_files.Read(path, std::size_t(kLargestAppend) + 1, error);
+    if (files.LeadsOut(path)) return Refuse(error);
+    const auto bytes = files.Read(path, std::size_t(kLargestAppend) + 1, error);
     if (!bytes) return false;
     const long long offset = AppendOffset(static_cast<long long>(bytes->size()));
     if (offset < 0) {
@@ -47,18 +49,18 @@ bool PageFile::Append(const std::string& path, std::string_view now, std::string
     }
     m_end = static_cast<std::size_t>(offset);
     m_open = true;
-    if (!Add(AppendLine(now), error)) m_open = false;
+    if (!Add(files, AppendLine(now), error)) m_open = false;
     return m_open;
 }
 
-bool PageFile::Add(std::string_view bytes, std::string* error) {
-    if (!m_files.Extend(m_path, m_end, bytes, error)) return false;
+bool PageFile::Add(Files& files, std::string_view bytes, std::string* error) {
+    if (!files.Extend(m_path, m_end, bytes, error)) return false;
     m_end += bytes.size();
     return true;
 }
 
-bool PageFile::Close(std::string* error) {
-    const bool closed = !m_open || Add(PageClose(), error);
+bool PageFile::Close(Files& files, std::string* error) {
+    const bool closed = !m_open || Add(files, PageClose(), error);
     m_open = false;
     return closed;
 }

@@ -15,21 +15,21 @@ bool ReplaceFile(Files& files, const std::string& path, std::string_view bytes, 
 
 class PageFile {
 public:
-    explicit PageFile(Files& files) : m_files(files) {}
-
+    // Each writes by the `files` of the command that it belongs to.
+    //
     // A new page, in place of what stood there, that begins with these bytes. False, with the
     // system's text, when it cannot be written; as the others.
-    bool Create(const std::string& path, std::string_view bytes, std::string* error);
+    bool Create(Files& files, const std::string& path, std::string_view bytes, std::string* error);
 
     // Goes on with an old page over its close. Refused, before anything is written, for a page that
     // is too long or too short.
-    bool Append(const std::string& path, std::string_view now, std::string* error);
+    bool Append(Files& files, const std::string& path, std::string_view now, std::string* error);
 
     // The next bytes. A failure leaves the page as it was, and open.
-    bool Add(std::string_view bytes, std::string* error);
+    bool Add(Files& files, std::string_view bytes, std::string* error);
 
     // With its last lines. The page is closed in any case.
-    bool Close(std::string* error);
+    bool Close(Files& files, std::string* error);
 
     // Closed as it stands, without its last lines.
     void Leave() { m_open = false; }
@@ -38,7 +38,6 @@ public:
     const std::string& Path() const { return m_path; }
 
 private:
-    Files& m_files;
     std::string m_path;
     std::size_t m_end = 0; // where the next bytes go
     bool m_open = false;

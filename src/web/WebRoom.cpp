@@ -1,6 +1,7 @@
 #include "web/WebRoom.h"
 
 #include "common/paths.h"
+#include "history/Changes.h"
 #include "platform/Desktop.h"
 #include "platform/Files.h"
 #include "platform/WholeFile.h"
@@ -111,9 +112,10 @@ void WebRoom::HtmlDeleteButton_Click() {
         return;
     std::string fault;
     std::size_t done = 0;
+    Changes changes(m.history, "Delete of " + std::to_string(names.size()) + " Html files");
     for (const std::string& name : names) {
         std::string error;
-        if (m.files.Trash(JoinPath(folder, name), &error))
+        if (changes.ThrowAway(JoinPath(folder, name), &error))
             ++done;
         else if (fault.empty())
             fault.append(", '").append(name).append("' not: ").append(error);

@@ -82,7 +82,7 @@ void frmHtmlLayout::AppendButton_Click() {
     if (path.empty()) return;
     ReadSavedSettings(path);
     Choose(path);
-    if (!m_page.Append(NowText())) {
+    if (!m_page.Append(Write(), NowText())) {
         Failed();
         return;
     }
@@ -114,14 +114,26 @@ void frmHtmlLayout::KeepChecks() {
 
 void frmHtmlLayout::CommandOk_Click() {
     m_fields.Store(m.state);
-    if (!m_page.Begin(m.state, NowText(), ProgramFile(kZoomScript))) {
+    if (!m_page.Begin(Write(), m.state, NowText(), ProgramFile(kZoomScript))) {
         Failed();
         return;
     }
     Show(Flow::Writing);
 }
 
+Changes& frmHtmlLayout::Write() {
+    if (!m_writing) m_writing.emplace(m.history, "Page '" + LastPart(m_chosen) + "'");
+    return *m_writing;
+}
+
+bool frmHtmlLayout::ClosePage() {
+    const bool closed = m_page.Close(Write());
+    m_writing.reset();
+    return closed;
+}
+
 void frmHtmlLayout::Failed() {
+    m_writing.reset();
     Show(Flow::Closed);
     m.dialogs.Message(Dialogs::Icon::Exclamation, m_page.Fault().title, m_page.Fault().text);
 }
@@ -129,7 +141,7 @@ void frmHtmlLayout::Failed() {
 void frmHtmlLayout::HtmlCloseButton_Click() {
     KeepChecks();
     const bool wasOpen = m_page.IsOpen();
-    if (wasOpen && !m_page.Close()) {
+    if (wasOpen && !ClosePage()) {
         Failed();
         return;
     }
@@ -141,7 +153,7 @@ void frmHtmlLayout::HtmlCloseButton_Click() {
 void frmHtmlLayout::HtmlCloseViewButton_Click() {
     KeepChecks();
     const bool wasOpen = m_page.IsOpen();
-    if (wasOpen && !m_page.Close()) {
+    if (wasOpen && !ClosePage()) {
         Failed();
         return;
     }
@@ -205,7 +217,7 @@ void frmHtmlLayout::CopyVideoPicture() {
     if (m.files.Exists(target)) return;
     std::string error;
     const auto bytes = ReadWhole(m.files, ProgramFile(kVideoPicture), kLargestScript, &error);
-    if (bytes && m.files.Write(target, *bytes, &error)) return;
+    if (bytes && Write().Write(target, *bytes, &error)) return;
     if (std::exchange(m_videoFaultTold, true)) return; // once a run
     m.dialogs.Message(Dialogs::Icon::Exclamation, "Copy mp4 image jpg file error",
                       ErrorBoxText("Error creating MP4.jpg", target, error));
@@ -277,7 +289,7 @@ void frmHtmlLayout::WarnOfName(const std::string& name, const EntryFacts& facts)
 Outcome frmHtmlLayout::AddEntry(const std::string& name, const EntryFacts& facts) {
     const ProgramState& s = m.state;
     m_lastFile->setText(ToQt(name));
-    if (IsLabelPicture(s, name) || !m_page.Add(s, m_exifInfo->isChecked(), facts))
+    if (IsLabelPicture(s, name) || !m_page.Add(Write(), s, m_exifInfo->isChecked(), facts))
         return Outcome::Refused();
     WarnOfName(name, facts);
     return Outcome::Did("Copied Html data for " + name);

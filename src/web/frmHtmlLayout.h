@@ -3,6 +3,7 @@
 
 #include "desk/Context.h"
 #include "desk/places/KeptPlace.h"
+#include "history/Changes.h"
 #include "web/BoundControls.h"
 #include "web/PageBuild.h"
 
@@ -86,6 +87,8 @@ private:
     Outcome AddFile(DiskFacts& disk, const std::string& path, KeptNote& notes);
     bool AddAll(const std::vector<std::string>& paths, KeptNote& notes);
     void CopyVideoPicture();
+    Changes& Write();
+    bool ClosePage();
     void Failed();
     void FailedView(const char* what, const std::string& path, const std::string& error);
     void View(const std::string& path);
@@ -96,6 +99,7 @@ private:
 
     Context& m;
     PageBuild m_page;
+    std::optional<Changes> m_writing; // the page from its head to its close is one command
     BoundControls<HtmlSettings> m_fields;
     KeptPlace m_place;
     Flow m_flow = Flow::Closed;

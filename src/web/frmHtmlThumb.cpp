@@ -5,6 +5,7 @@
 #include "common/patterns.h"
 #include "desk/batch/BatchRun.h"
 #include "desk/batch/KeptFiles.h"
+#include "history/Changes.h"
 #include "platform/Desktop.h"
 #include "platform/EventPump.h"
 #include "platform/Files.h"
@@ -172,7 +173,8 @@ void frmHtmlThumb::SetBusy(bool busy) {
 void frmHtmlThumb::Run(GalleryPlan plan) {
     const bool frames = plan.frames;
     DiskFacts disk;
-    GalleryRun run(m.files, std::move(plan), SourcesOf(disk, [this](const std::string& path) {
+    Changes changes(m.history, "Gallery '" + LastPart(m_path) + "'");
+    GalleryRun run(changes, std::move(plan), SourcesOf(disk, [this](const std::string& path) {
                        return m.notes.NoteBytesOf(path);
                    }));
     bool goesOn = true;

@@ -391,7 +391,7 @@ TEST_F(OneToOneWindow, Keys) {
     EXPECT_EQ(key(Qt::Key_Y), Calls{"CopyImage"});
     EXPECT_EQ(Title("frmOnetoOne"), "Tarn View - 1:1  a.png  COPIED");
     EXPECT_FALSE(info->isVisible());
-    d.copies.answer = {Outcome::Refused("'Copy to' folder has not been set"), {}, {}};
+    d.copies.answer = {Outcome::Refused("'Copy to' folder has not been set"), {}};
     d.room.OneToOneButton_Click();
     key(Qt::Key_Y);
     EXPECT_EQ(Info(), "'Copy to' folder has not been set");

@@ -1,5 +1,6 @@
 // What a command on one picture takes along, and that a fault on the way leaves all as it stood.
 #include "fileops/PicturePlan.h"
+#include "history/History.h"
 
 #include "support/ForwardingFiles.h"
 #include "support/Trees.h"
@@ -13,6 +14,7 @@ struct PlanDesk {
     TestFolder pictures;
     TestFolder noteFolder;
     ForwardingFiles files;
+    History history{files, {}};
     std::string error;
 
     PlanDesk(const Tree& pictureTree, const Tree& notes) {
@@ -138,15 +140,15 @@ TEST(NewNamePlan, WhereSidecarsGo) {
 TEST(NewNamePlan, RoomIsMadeForFilesAlone) {
     PlanDesk d({{"a.jpg", "1"}, {"B.jpg", "2"}}, {});
     std::filesystem::create_directory(d.At("c.jpg"));
-    Changes changes(d.files);
+    Changes changes(d.history, "Change");
     EXPECT_FALSE(MakeRoom(d.files, d.At("a.jpg"), d.At("c.jpg"), changes, &d.error));
     EXPECT_EQ(d.error, "A folder of that name stands there");
     EXPECT_TRUE(MakeRoom(d.files, d.At("a.jpg"), d.At("free.jpg"), changes, &d.error));
     EXPECT_TRUE(MakeRoom(d.files, d.At("a.jpg"), d.At("A.jpg"), changes, &d.error));
-    EXPECT_TRUE(changes.Written().empty());
+    EXPECT_EQ(changes.Count(), 0U);
     EXPECT_TRUE(MakeRoom(d.files, d.At("a.jpg"), d.At("b.jpg"), changes, &d.error));
-    ASSERT_EQ(changes.Written().size(), 1U);
-    EXPECT_EQ(changes.Written()[0].from, d.At("B.jpg"));
+    EXPECT_EQ(changes.Count(), 1U);
+    EXPECT_TRUE(changes.HasThrown(d.At("B.jpg")));
 }
 
 const Tree kPictures{{"a.jpg", "1"}, {"a.jpg.xmp", "mark of a"}, {"b.jpg", "2"}};
@@ -164,7 +166,7 @@ void SweepFaults(bool (*carryOut)(const NewNamePlan&, Files&, Changes&, std::str
         d.files.onChange = [&](const std::string&, const std::string&) {
             return ++call == failing ? std::string("fault") : std::string();
         };
-        Changes changes(d.files);
+        Changes changes(d.history, "Change");
         LeftBehind left;
         const bool done = carryOut(plan, d.files, changes, &d.error, &left);
         d.files.onChange = nullptr;
@@ -207,7 +209,7 @@ TEST(NewNamePlan, ASharedSidecarGoesWithTheLastOfItsPictures) {
     const Tree all{{"a.CR2", "1"}, {"a.jpg", "2"}, {"a.xmp", "of both"}};
     PlanDesk d(all, {});
     const TestFolder target;
-    Changes changes(d.files);
+    Changes changes(d.history, "Change");
     Belongings belongings(d.files, {});
     for (const char* name : {"a.CR2", "a.jpg"}) {
         const NewNamePlan plan = PlanPlace(belongings, d.At(name), target.Path() + "/" + name);

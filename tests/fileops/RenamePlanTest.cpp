@@ -2,6 +2,7 @@
 // files, with every call failing once in turn.
 #include "fileops/RenamePlan.h"
 #include "fileops/RenameRun.h"
+#include "history/History.h"
 
 #include "support/ForwardingFiles.h"
 #include "support/Trees.h"
@@ -130,7 +131,9 @@ TEST(SidecarRows, EachFormKeepsItsFormAndStaysWhereItIsShared) {
 struct RunDesk {
     TestFolder folder;
     ForwardingFiles files;
-    Changes changes{files};
+    History history{files, {}};
+    std::optional<Changes> command{std::in_place, history, "Rename"};
+    Changes& changes = *command;
 
     RenameRun Run(const Rows& rows) {
         RenameRun run(
@@ -152,9 +155,8 @@ TEST(RenameRun, ChainsAndExchangesComeOutRightAndComeBack) {
               (Tree{{"b", "1"}, {"c", "2"}, {"d", "3"}, {"q", "4"}, {"r", "5"}, {"P", "6"}}));
     EXPECT_EQ(run.Moved().size(), 6U);
     EXPECT_EQ(Faults(run.Faults()), "");
-    UndoLog log;
-    log.Push({"Rename", d.changes.Written()});
-    log.Undo(d.files, [](std::size_t) { return true; });
+    d.command.reset();
+    d.history.Undo([](std::size_t) { return true; });
     EXPECT_EQ(d.Standing(), before);
 }
 
@@ -198,9 +200,8 @@ TEST(RenameRun, AnExchangeThatIsStuckSaysWhereItsFileStands) {
     EXPECT_NE(Faults(run.Faults()).find("see 'a (renaming).jpg': gone"), std::string::npos);
     EXPECT_EQ(d.Standing(), (Tree{{"a (renaming).jpg", "1"}, {"b.jpg", "2"}}));
     d.files.onChange = nullptr;
-    UndoLog log;
-    log.Push({"Rename", d.changes.Written()});
-    log.Undo(d.files, [](std::size_t) { return true; });
+    d.command.reset();
+    d.history.Undo([](std::size_t) { return true; });
     EXPECT_EQ(d.Standing(), (Tree{{"a.jpg", "1"}, {"b.jpg", "2"}}));
 }
 

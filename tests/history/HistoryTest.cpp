@@ -1,6 +1,6 @@
 // Commands taken back and done again by this and by later runs.
-#include "history/Changes.h"
 #include "history/History.h"
+#include "history/Changes.h"
 
 #include "common/paths.h"
 #include "support/ForwardingFiles.h"
@@ -130,8 +130,7 @@ TEST(History, AnEarlierCommandGoesBackWhereNothingTouchedItsFilesSince) {
     EXPECT_EQ(desk.history->UndoOf(2, kAll).text,
               "NOT undone: Rename b; its files were changed since by: Rename b2");
     EXPECT_EQ(desk.history->UndoOf(1, kAll).text, "Undone: Rename a; back again: 'a'");
-    EXPECT_EQ(desk.history->UndoOf(1, kAll).text,
-              "NOT undone: Rename a; it is undone already");
+    EXPECT_EQ(desk.history->UndoOf(1, kAll).text, "NOT undone: Rename a; it is undone already");
     EXPECT_EQ(desk.history->UndoOf(9, kAll).text, "There is no command 9");
     EXPECT_EQ(desk.Standing(), (Tree{{"a", "1"}, {"b3", "2"}}));
     EXPECT_EQ(desk.history->RedoOf(1, kAll).text, "Done again: Rename a");

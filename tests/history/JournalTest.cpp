@@ -39,8 +39,8 @@ TEST(Journal, ADamagedOneIsPutAsideAndAnotherBegun) {
     Book book;
     book.state.Write("history.db", std::string(8192, 'x'));
     History history(book.files, book.File());
-    EXPECT_EQ(history.Notice(), "The history was damaged and is put aside as '" + book.File() +
-                                    ".damaged'");
+    EXPECT_EQ(history.Notice(),
+              "The history was damaged and is put aside as '" + book.File() + ".damaged'");
     EXPECT_TRUE(book.Throw(history, "a")) << book.error;
     EXPECT_EQ(BytesOf(book.File() + ".damaged"), std::string(8192, 'x'));
     EXPECT_EQ(Whats(history), std::vector<std::string>{"Delete 'a'"});

@@ -56,7 +56,7 @@ struct StoreDesk : NoteFolder {
     std::string error;
     StoreDesk() { store.index.SetFolder(folder.Path()); }
     bool Save(const std::string& name, const std::string& bytes) {
-        return store.Save(At(name), bytes, &error);
+        return store.Save(files, At(name), bytes, &error);
     }
 };
 
@@ -74,12 +74,12 @@ TEST(NoteStore, FindsANoteInAnyCaseAndKeepsToIt) {
     EXPECT_EQ(d.store.Read(d.At("M31.enf")), "exact");
     ASSERT_TRUE(d.store.Load(d.At("M31.enf")));
     EXPECT_EQ(d.store.Loaded().bytes, "exact");
-    EXPECT_TRUE(d.store.Delete(d.At("M31.enf"), &d.error));
-    EXPECT_TRUE(d.store.Delete(d.At("M31.enf"), &d.error)); // now the other
+    EXPECT_TRUE(d.store.Delete(d.files, d.At("M31.enf"), &d.error));
+    EXPECT_TRUE(d.store.Delete(d.files, d.At("M31.enf"), &d.error)); // now the other
     EXPECT_TRUE(d.Names().empty());
     EXPECT_FALSE(d.store.Load(d.At("M31.enf")));
     EXPECT_FALSE(d.store.index.HasNote("M31.jpg"));
-    EXPECT_FALSE(d.store.Delete(d.At("M31.enf"), &d.error));
+    EXPECT_FALSE(d.store.Delete(d.files, d.At("M31.enf"), &d.error));
 }
 
 TEST(NoteStore, WhatWasLoadedIsReplacedWithoutATrace) {

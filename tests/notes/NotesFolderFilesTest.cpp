@@ -26,7 +26,7 @@ TEST(NotesFolder, AllStopsWhenToldAndGoesOnPastAFailure) {
     d.files.onChange = [](const std::string& verb, const std::string& path) {
         return verb == "write" && path.ends_with("1.enf") ? "full" : "";
     };
-    const NotesRun run = d.work.FixAll(d.Paths(), [](std::size_t n) { return n < 2; });
+    const NotesRun run = d.work.FixAll(d.files, d.Paths(), [](std::size_t n) { return n < 2; });
     EXPECT_EQ(run.failed, (std::vector<std::string>{d.At("1.enf")}));
     EXPECT_EQ(run.error, "full");
     EXPECT_EQ(run.changed, (std::vector<std::string>{d.At("2.enf")}));
@@ -40,7 +40,7 @@ TEST(NotesFolder, ConvertRenamesTextsAndKeepsWhatStoodThere) {
     d.folder.Write("cv_b.ENF", "b that stood there");
     d.folder.Write("cv_c.jpg", "picture");
     d.folder.Write("note_formats.txt", "Telescope:x");
-    const NotesRun run = d.work.Convert(d.Paths(), d.goOn);
+    const NotesRun run = d.work.Convert(d.files, d.Paths(), d.goOn);
     EXPECT_EQ(run.changed.size(), 2U);
     EXPECT_EQ(run.renamed.at(d.At("cv_b.TXT")), d.At("cv_b.enf"));
     d.asked = 0;
@@ -54,7 +54,7 @@ TEST(NotesFolder, ConvertRenamesTextsAndKeepsWhatStoodThere) {
     d.files.onChange = [](const std::string& verb, const std::string&) {
         return verb == "trash" ? "no wastebasket" : "";
     };
-    EXPECT_EQ(d.work.Convert(d.Paths(), d.goOn).failed.size(), 1U);
+    EXPECT_EQ(d.work.Convert(d.files, d.Paths(), d.goOn).failed.size(), 1U);
     EXPECT_EQ(d.Bytes("cv_a.enf"), "a");
     EXPECT_EQ(d.Bytes("cv_a.txt"), "again");
 }
@@ -66,12 +66,12 @@ TEST(NotesFolder, UpdateIsHeldToTheSameStandardAsSave) {
     ASSERT_TRUE(note);
     EXPECT_EQ(note->bytes.size(), 8000U);
     std::string error;
-    EXPECT_TRUE(d.work.Update(*note, "short", &error));
+    EXPECT_TRUE(d.work.Update(d.files, *note, "short", &error));
     EXPECT_EQ(Trashed("up (replaced).enf").size(), 8500U);
     d.files.onChange = [](const std::string& verb, const std::string&) {
         return verb == "trash" ? "once only" : "";
     };
-    EXPECT_TRUE(d.work.Update(*note, "shorter", &error));
+    EXPECT_TRUE(d.work.Update(d.files, *note, "shorter", &error));
     EXPECT_EQ(d.Names(), (std::vector<std::string>{"up.enf"})); // nothing to be kept
     EXPECT_EQ(d.Bytes("up.enf"), "shorter");
 }

@@ -188,13 +188,14 @@ struct RecordingCopies : CopyCommands, Recorder {
         Write("CopyImage");
         return answer;
     }
+    CopyOutcome CopyImageIn(Changes&) override { return CopyImage(); }
     Outcome CMImage() override {
         Write("CMImage");
         return answer;
     }
     void SetCaptionShown(bool shown) override { Write(shown ? "caption up" : "caption down"); }
     void FolderChanged() override {}
-    CopyOutcome answer{Outcome::Did(), {}, {}};
+    CopyOutcome answer{Outcome::Did(), {}};
 };
 
 struct RecordingFileCommands : FileCommands, Recorder {

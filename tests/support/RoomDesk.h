@@ -6,6 +6,7 @@
 #include "support/TestFolder.h"
 
 #include "desk/Context.h"
+#include "history/History.h"
 #include "imaging/PicturesAhead.h"
 #include "platform/Clipboard.h"
 #include "platform/Files.h"
@@ -26,6 +27,7 @@ struct RoomDesk {
     Calls calls;
     TestFolder folder;
     std::unique_ptr<Files> files = MakeFiles();
+    History history{*files, {}};
     std::unique_ptr<SettingsStore> settings = MakeSettingsStore(folder.Path() + "/.settings.ini");
     std::unique_ptr<EventPump> events = MakeEventPump();
     ScriptedDialogs dialogs;
@@ -87,6 +89,7 @@ struct RoomDesk {
                 .ahead = ahead,
                 .clipboard = *clipboard,
                 .files = *files,
+                .history = history,
                 .settings = *settings,
                 .events = own.events ? *own.events : *events,
                 .dialogs = dialogs,

@@ -224,15 +224,15 @@ TEST(PageBuilds, CountAnewWithAHeaderAloneAndTellAMissingScript) {
     const TestFolder folder;
     ForwardingFiles files;
     const std::string path = folder.Path() + "/a.html";
-    PageBuild page(files, "v1");
+    PageBuild page("v1");
     page.Choose(path, folder.Path());
     HtmlSettings s;
     s.HtmlPageBreak = 2;
     // What stands on the page after a beginning, an entry and the close.
     const auto text = [&](bool append) {
-        EXPECT_TRUE(append ? page.Append("now") : page.Begin(s, "now", "none"));
-        EXPECT_TRUE(page.Add(s, false, Picture()));
-        EXPECT_TRUE(page.Close());
+        EXPECT_TRUE(append ? page.Append(files, "now") : page.Begin(files, s, "now", "none"));
+        EXPECT_TRUE(page.Add(files, s, false, Picture()));
+        EXPECT_TRUE(page.Close(files));
         return files.Read(path, SIZE_MAX, nullptr).value_or("");
     };
     const std::string pageBreak = "<p style=\"page-break-before: always\">";
@@ -245,7 +245,7 @@ TEST(PageBuilds, CountAnewWithAHeaderAloneAndTellAMissingScript) {
     EXPECT_EQ(anew.find(pageBreak), std::string::npos);
 
     s.HtmlZoomPan = 1;
-    EXPECT_FALSE(page.Begin(s, "now", folder.Path() + "/none.js"));
+    EXPECT_FALSE(page.Begin(files, s, "now", folder.Path() + "/none.js"));
     EXPECT_FALSE(page.IsOpen());
     EXPECT_EQ(page.Fault().title, "Copy javascript file error");
     EXPECT_EQ(page.Fault().text,
@@ -266,10 +266,10 @@ TEST(PageBuilds, KeepWhatTheyReplaceAndWriteThroughNoLinkThatLeadsOut) {
     const TestFolder data;
     ::setenv("XDG_DATA_HOME", data.Path().c_str(), 1);
     const std::string basket = data.Path() + "/Trash/files/";
-    PageBuild page(files, "v1");
+    PageBuild page("v1");
     page.Choose(path, folder.Path());
-    ASSERT_TRUE(page.Begin(s, "now", script));
-    ASSERT_TRUE(page.Close());
+    ASSERT_TRUE(page.Begin(files, s, "now", script));
+    ASSERT_TRUE(page.Close(files));
     EXPECT_EQ(files.Read(basket + "kept by a page.html", 100, nullptr), "an older page");
     EXPECT_EQ(files.Read(scriptBeside, 100, nullptr), "zoom");
     EXPECT_EQ(files.Read(basket + "wheelzoom.js", 100, nullptr), "an older script");
@@ -278,7 +278,7 @@ TEST(PageBuilds, KeepWhatTheyReplaceAndWriteThroughNoLinkThatLeadsOut) {
     std::filesystem::create_symlink(theirs, link);
     page.Choose(link, folder.Path());
     for (const bool append : {true, false}) {
-        EXPECT_FALSE(append ? page.Append("now") : page.Begin(s, "now", script));
+        EXPECT_FALSE(append ? page.Append(files, "now") : page.Begin(files, s, "now", script));
         EXPECT_EQ(page.Fault().text, "Error writting to html file\n" + link +
                                          "\n\nError 0, it is a link that leads out of the folder");
     }
@@ -286,7 +286,7 @@ TEST(PageBuilds, KeepWhatTheyReplaceAndWriteThroughNoLinkThatLeadsOut) {
     std::filesystem::remove(scriptBeside);
     std::filesystem::create_symlink(theirs, scriptBeside);
     page.Choose(path, folder.Path());
-    EXPECT_FALSE(page.Begin(s, "now", script));
+    EXPECT_FALSE(page.Begin(files, s, "now", script));
     EXPECT_EQ(page.Fault().title, "Copy javascript file error");
     EXPECT_EQ(files.Read(theirs, 1000, nullptr), std::string(100, 't'));
 }
@@ -295,14 +295,14 @@ TEST(PageFiles, AppendOverTheCloseAndStopAtTheirLimit) {
     const TestFolder folder;
     ForwardingFiles files;
     std::string error;
-    PageFile page(files);
-    ASSERT_TRUE(page.Create(folder.Path() + "/a.html", "HEAD\r\n\r\n", &error)) << error;
-    ASSERT_TRUE(page.Add("ONE\r\n\r\n", &error));
-    ASSERT_TRUE(page.Close(&error));
+    PageFile page;
+    ASSERT_TRUE(page.Create(files, folder.Path() + "/a.html", "HEAD\r\n\r\n", &error)) << error;
+    ASSERT_TRUE(page.Add(files, "ONE\r\n\r\n", &error));
+    ASSERT_TRUE(page.Close(files, &error));
     for (const char* entry : {"TWO\r\n\r\n", "THREE\r\n\r\n"}) {
-        ASSERT_TRUE(page.Append(folder.Path() + "/a.html", "now", &error)) << error;
-        ASSERT_TRUE(page.Add(entry, &error));
-        ASSERT_TRUE(page.Close(&error));
+        ASSERT_TRUE(page.Append(files, folder.Path() + "/a.html", "now", &error)) << error;
+        ASSERT_TRUE(page.Add(files, entry, &error));
+        ASSERT_TRUE(page.Close(files, &error));
     }
     const std::string mark = "<!-- Appended data on now follows -->\r\n";
     EXPECT_EQ(files.Read(page.Path(), SIZE_MAX, nullptr),
@@ -311,11 +311,11 @@ TEST(PageFiles, AppendOverTheCloseAndStopAtTheirLimit) {
 
     const std::string most(kLargestAppend, 'x');
     const std::string longest = folder.Write("long.html", most);
-    EXPECT_TRUE(page.Append(longest, "now", &error));
-    page.Close(&error);
+    EXPECT_TRUE(page.Append(files, longest, "now", &error));
+    page.Close(files, &error);
     for (const std::string& bytes : {most + "x", std::string(19, 'x')}) {
         const std::string refused = folder.Write("refused.html", bytes);
-        EXPECT_FALSE(page.Append(refused, "now", &error));
+        EXPECT_FALSE(page.Append(files, refused, "now", &error));
         EXPECT_EQ(files.Read(refused, SIZE_MAX, nullptr), bytes);
     }
 }
@@ -324,10 +324,10 @@ TEST(PageFiles, AFailedAddLeavesThePage) {
     const TestFolder folder;
     ForwardingFiles files;
     std::string error;
-    PageFile page(files);
-    ASSERT_TRUE(page.Create(folder.Path() + "/a.html", "HEAD\r\n", &error));
+    PageFile page;
+    ASSERT_TRUE(page.Create(files, folder.Path() + "/a.html", "HEAD\r\n", &error));
     files.onChange = [](const std::string&, const std::string&) { return "No space"; };
-    EXPECT_FALSE(page.Add("ONE\r\n", &error));
+    EXPECT_FALSE(page.Add(files, "ONE\r\n", &error));
     EXPECT_EQ(error, "No space");
     files.onChange = {};
     // What stands there comes back when the disk takes only a part.
@@ -339,6 +339,6 @@ TEST(PageFiles, AFailedAddLeavesThePage) {
     ::setrlimit(RLIMIT_FSIZE, &small);
     EXPECT_FALSE(files.Extend(page.Path(), 2, "much longer", &error));
     ::setrlimit(RLIMIT_FSIZE, &before);
-    EXPECT_TRUE(page.Close(&error));
+    EXPECT_TRUE(page.Close(files, &error));
     EXPECT_EQ(files.Read(page.Path(), SIZE_MAX, nullptr), "HEAD\r\n</body>\r\n</html>\r\n");
 }

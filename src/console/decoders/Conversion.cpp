@@ -1,7 +1,10 @@
 #include "console/decoders/Conversion.h"
 
+#include "common/paths.h"
+#include "console/decoders/OpenHistory.h"
 #include "convert/ConvertPicture.h"
 #include "convert/ConvertTarget.h"
+#include "history/Changes.h"
 #include "platform/Files.h"
 
 #include <algorithm>
@@ -54,7 +57,8 @@ bool IsSpared(const Files& files, const std::string& target, const ConvertOption
 
 ConvertedFile WriteConverted(const std::string& path, const std::string& folder,
                              const ConvertOptions& options) {
-    static const std::unique_ptr<Files> files = MakeFiles();
+    static OpenHistory open;
+    Files* files = open.files.get();
     static std::set<std::string> written; // by this run
     const ConvertTarget target =
         folder.empty() ? TargetBeside(*files, path) : TargetIn(*files, folder, path);
@@ -74,7 +78,8 @@ ConvertedFile WriteConverted(const std::string& path, const std::string& folder,
     turned.orientation = OrientationOf(picture);
     const Converted converted = ConvertPicture(picture, turned);
     result.error = converted.error;
-    if (result.error.empty() && Write(*files, target.path, converted.jpeg, &result.error))
+    Changes changes(open.history, "Convert '" + LastPart(path) + "' to '" + target.name + "'");
+    if (result.error.empty() && Write(changes, target.path, converted.jpeg, &result.error))
         written.insert(target.path);
     return result;
 }

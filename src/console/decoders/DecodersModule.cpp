@@ -4,6 +4,7 @@
 #include "console/decoders/Conversion.h"
 #include "console/decoders/Marks.h"
 #include "console/decoders/Pages.h"
+#include "console/decoders/Past.h"
 #include "console/decoders/Sheets.h"
 #include "console/decoders/Stars.h"
 #include "console/decoders/Thumbnails.h"
@@ -95,9 +96,30 @@ std::vector<MeasuredStar> Sources(const std::string& path, std::string& fault) {
     return ListSourcesOf(path, fault);
 }
 
+std::vector<PastCommand> Past(std::int64_t most) {
+    NeedApplication(false);
+    return ReadPast(most);
+}
+
+TurnedCommand Undo(std::optional<std::int64_t> id) {
+    NeedApplication(false);
+    return UndoPast(id);
+}
+
+TurnedCommand Redo(std::optional<std::int64_t> id) {
+    NeedApplication(false);
+    return RedoPast(id);
+}
+
+std::vector<SetDate> Dates(const std::vector<SetDate>& wanted) {
+    NeedApplication(false);
+    return SetFileDates(wanted);
+}
+
 } // namespace
 
 extern "C" const DecodersModule TarnModule{Look,       Convert,   Page,       Gallery, Sheet,
-                                           Thumbnails, ReadMarks, WriteMarks, Stars,   Sources};
+                                           Thumbnails, ReadMarks, WriteMarks, Stars,   Sources,
+                                           Past,       Undo,      Redo,       Dates};
 
 } // namespace tarn

@@ -4,7 +4,9 @@
 #include "common/paths.h"
 #include "common/patterns.h"
 #include "common/text.h"
+#include "console/decoders/OpenHistory.h"
 #include "console/decoders/Thumbnails.h"
+#include "history/Changes.h"
 #include "notes/NoteNames.h"
 #include "notes/NoteStore.h"
 #include "notes/NoteText.h"
@@ -61,7 +63,7 @@ bool AddAll(const PageRequest& request, const HtmlSettings& settings, Files& fil
             result.complaints.push_back(path + ": not a picture that can be read");
         facts.note = WithBoxLineEnds(WithoutOldMarks(notes.Bytes(path)));
         FindCompanions(files, settings, path, facts);
-        if (!page.Add(settings, settings.HtmlExifInfo != 0, facts)) return false;
+        if (!page.Add(files, settings, settings.HtmlExifInfo != 0, facts)) return false;
     }
     return true;
 }
@@ -132,9 +134,11 @@ void RunGallery(const PageRequest& request, GalleryPlan plan, Files& files, Page
 } // namespace
 
 PageResult WritePage(const PageRequest& request) {
-    const auto files = MakeFiles();
+    OpenHistory open;
+    Files* files = open.files.get();
     PageResult result;
-    PageBuild page(*files, request.version);
+    PageBuild page(request.version);
+    Changes changes(open.history, "Page '" + LastPart(request.out) + "'");
     page.Choose(request.out, request.folder);
     HtmlSettings settings = request.page;
     if (request.append && settings.HtmlAppendOption != 0) {
@@ -147,17 +151,18 @@ PageResult WritePage(const PageRequest& request) {
         const std::size_t at = pair.find('=');
         SetSavedValue(settings, pair.substr(0, at), pair.substr(at + 1));
     }
-    const bool begun = request.append
-                           ? page.Append(NowOf(request))
-                           : page.Begin(settings, NowOf(request), ProgramFile(kZoomScript));
-    if (!begun || !AddAll(request, settings, *files, page, result) || !page.Close())
+    const bool begun =
+        request.append ? page.Append(changes, NowOf(request))
+                       : page.Begin(changes, settings, NowOf(request), ProgramFile(kZoomScript));
+    if (!begun || !AddAll(request, settings, changes, page, result) || !page.Close(changes))
         result.error = ErrorOf(page.Fault());
     result.count = page.Count();
     return result;
 }
 
 PageResult WriteGallery(const PageRequest& request) {
-    const auto files = MakeFiles();
+    OpenHistory open;
+    Files* files = open.files.get();
     PageResult result;
     if (request.thumbnails) MakeMissingThumbnails(request, *files, result);
     if (!result.error.empty()) return result;
@@ -171,7 +176,8 @@ PageResult WriteGallery(const PageRequest& request) {
         return result;
     }
     ComplainOfLinks(plan, *files, result);
-    RunGallery(request, std::move(plan), *files, result);
+    Changes changes(open.history, "Gallery '" + LastPart(request.out) + "'");
+    RunGallery(request, std::move(plan), changes, result);
     return result;
 }
 

@@ -3,6 +3,8 @@
 #include "common/codepage.h"
 #include "common/paths.h"
 #include "console/ListedPictures.h"
+#include "console/decoders/OpenHistory.h"
+#include "history/Changes.h"
 #include "navigation/HiddenFiles.h"
 #include "notes/NoteNames.h"
 #include "notes/NoteStore.h"
@@ -27,18 +29,20 @@ std::string WhyNone(const Files& files, const std::string& folder) {
 } // namespace
 
 ThumbnailOutcome MakeThumbnails(const ThumbnailOrder& order) {
-    const std::unique_ptr<Files> files = MakeFiles();
+    OpenHistory open;
+    const Files* files = open.files.get();
     const std::string pictures = files->Absolute(order.folder);
     const std::string folder = ThumbnailFolder(*files, pictures, order.subFolder, order.notes);
     if (folder.empty()) return {{}, kBadSubFolder};
     ThumbnailOutcome outcome;
+    Changes changes(open.history, "Thumbnails in '" + folder + "'");
     auto names = ListedPictures(pictures);
     if (!names) return {{}, "is not a folder that can be read"};
     if (order.narrow) order.narrow(*names);
     if (!order.update) {
-        const ClearFaults faults = ClearThumbnails(*files, folder);
+        const ClearFaults faults = ClearThumbnails(changes, folder);
         if (faults.count > 0) order.failed(folder, faults.Text());
-        MakeThumbnailFolder(*files, pictures, order.subFolder);
+        MakeThumbnailFolder(changes, pictures, order.subFolder);
     }
     NoteStore store(*files);
     if (!order.notes.empty()) store.index.SetFolder(order.notes);
@@ -52,7 +56,7 @@ ThumbnailOutcome MakeThumbnails(const ThumbnailOrder& order) {
         return bytes ? FromCodePage(WithoutOldMarks(*bytes)) : std::string();
     };
     const bool none = PlanThumbnails(*names, {}, request, false, *files).empty();
-    ThumbRun run(PlanThumbnails(*names, {}, request, order.update, *files), request, *files);
+    ThumbRun run(PlanThumbnails(*names, {}, request, order.update, *files), request, changes);
     while (!run.Done()) {
         const std::string picture = JoinPath(order.folder, run.Next().name);
         if (run.Step()) order.made(run.Progress());

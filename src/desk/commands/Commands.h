@@ -17,6 +17,7 @@ class QPushButton;
 
 namespace tarn {
 
+class Changes;
 struct PictureFacts;
 
 class NavigationCommands {
@@ -158,16 +159,9 @@ public:
     virtual void ShowSlideAgain() = 0;        // the brightness has changed
 };
 
-struct CopiedFile {
-    std::string from; // empty: only what stood there has gone
-    std::string to;
-    std::string replaced; // in the wastebasket: what the copy took the place of
-};
-
 struct CopyOutcome : Outcome {
     // Empty after a good copy, else why the last one failed; a refusal leaves it as it was.
     std::string copyOk;
-    std::vector<CopiedFile> files; // the picture and its sidecars
 };
 
 // Copies of pictures: into the copy-to folder, converted, as text.
@@ -176,6 +170,7 @@ public:
     virtual ~CopyCommands() = default;
     // Filename into the copy-to folder, as it is or converted.
     virtual CopyOutcome CopyImage() = 0;
+    virtual CopyOutcome CopyImageIn(Changes& command) = 0; // as a part of another command
     virtual Outcome CMImage() = 0;
     virtual void SetCaptionShown(bool shown) = 0; // the caption window, if it is open
     virtual void FolderChanged() = 0;             // the list shows another folder
