@@ -3,10 +3,8 @@
 #include "console/Arguments.h"
 #include "console/TableRow.h"
 
-#include <array>
 #include <charconv>
 #include <cstdio>
-#include <ctime>
 #include <limits>
 
 namespace tarn {
@@ -17,15 +15,6 @@ constexpr OptionRule kHistoryOptions[] = {{"--csv"}, {"--limit", "N"}};
 constexpr UsageLine kHistoryLines[] = {{kHistoryOptions, ""}};
 constexpr UsageLine kTurnLines[] = {{{}, "[ID]"}};
 constexpr int kMost = std::numeric_limits<int>::max();
-
-std::string UtcOf(std::int64_t seconds) {
-    const std::time_t time = seconds;
-    std::tm utc{};
-    ::gmtime_r(&time, &utc);
-    std::array<char, 32> text{};
-    std::strftime(text.data(), text.size(), "%Y-%m-%dT%H:%M:%SZ", &utc);
-    return text.data();
-}
 
 std::optional<std::int64_t> IdOf(const std::string& word) {
     std::int64_t id = 0;
@@ -67,7 +56,7 @@ int RunHistory(std::span<const std::string> words, const PastReader& read) {
     for (const PastCommand& past : read(most))
         TableRow(csv)
             .Add(std::to_string(past.id))
-            .Add(UtcOf(past.began))
+            .Add(past.utc)
             .Add(past.what)
             .Add(std::to_string(past.files))
             .Add(past.state)

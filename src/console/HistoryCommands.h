@@ -15,7 +15,7 @@ extern const Usage kRedoUsage;
 
 struct PastCommand {
     std::int64_t id = 0;
-    std::int64_t began = 0; // seconds since 1970
+    std::string utc; // when it began
     std::string what;
     std::int64_t files = 0;
     std::string state; // "done", "undone", "broken off", or "running"

@@ -4,6 +4,7 @@
 #include "desk/batch/BatchRun.h"
 #include "desk/batch/DroppedNote.h"
 #include "fileops/PutFiles.h"
+#include "fileops/frmHistory.h"
 #include "fileops/frmNewName.h"
 #include "fileops/frmRenameFiles.h"
 #include "platform/Clipboard.h"
@@ -61,6 +62,7 @@ void FileRoom::ConnectControls() {
     Connect(c.MoveToButton, [this] { MoveToButton_Click(); });
     Connect(c.UndoButton, [this] { UndoButton_Click(); });
     Connect(c.RedoButton, [this] { RedoButton_Click(); });
+    Connect(c.HistoryButton, [this] { HistoryButton_Click(); });
     m.history.onEnd = [this] { ShowUndo(); };
     ConnectMarks();
     m_copyPaste.ConnectControls();

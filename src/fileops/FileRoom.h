@@ -14,6 +14,7 @@
 
 namespace tarn {
 
+class frmHistory;
 class frmNewName;
 class frmRenameFiles;
 struct NewNameTexts;
@@ -25,6 +26,7 @@ public:
 
     void ConnectControls() override;
     void Started() override;
+    void End() override;
 
     Outcome DeleteButton_Click() override;
     Outcome DeleteOnlyButton_Click() override;
@@ -71,6 +73,8 @@ private:
     void Turn(const CommandRow& row, const std::string& doing, const Way& way);
     void ShowTurned(const UndoResult& result, int row);
     void AskAboutBrokenOff();
+    void HistoryButton_Click();
+    void ShowFile(const std::string& path);
     void RenamePicturesClosed();
     void ConnectMarks();
     // Files by their marks, or why there are none.
@@ -96,6 +100,7 @@ private:
     std::int64_t m_nextUndo = 0; // of the commands that the menu names; 0: none
     std::int64_t m_nextRedo = 0;
     CopyPaste m_copyPaste;
+    std::unique_ptr<frmHistory> m_historyWindow;
     std::unique_ptr<frmNewName> m_rename;    // frmRename
     std::unique_ptr<frmNewName> m_duplicate; // frmDuplicate
     std::unique_ptr<frmRenameFiles> m_renameFiles;

@@ -1,11 +1,14 @@
 // Commands taken back and done again, also those of earlier runs and of the console.
+#include "common/paths.h"
 #include "desk/batch/BatchRun.h"
 #include "desk/batch/DroppedNote.h"
 #include "fileops/FileRoom.h"
+#include "fileops/frmHistory.h"
 #include "platform/Files.h"
 #include "platform/QtText.h"
 #include "widgets/Dialogs.h"
 #include "widgets/FileListBox.h"
+#include "widgets/FolderTreeview.h"
 
 #include <QAction>
 #include <QElapsedTimer>
@@ -43,6 +46,7 @@ void FileRoom::ShowUndo() {
     m_nextRedo = redo ? redo->id : 0;
     Name(m.controls.UndoButton, "&Undo", undo);
     Name(m.controls.RedoButton, "Redo", redo);
+    if (m_historyWindow && m_historyWindow->isVisible()) m_historyWindow->ReadAgain();
 }
 
 // The menu may name what another program has already taken back, or done something behind.
@@ -94,6 +98,43 @@ void FileRoom::ShowTurned(const UndoResult& result, int row) {
         if (first.empty() && RowOf(path) >= 0) first = path;
     if (!first.empty() || m.controls.FileListBox->CurrentRow() < 0) Show(first, row);
     m.shell.ShowMessage(result.text + dropped.Word());
+}
+
+void FileRoom::HistoryButton_Click() {
+    if (!m_historyWindow) {
+        m_historyWindow = std::make_unique<frmHistory>(m);
+        m_historyWindow->onUndo = [this](const CommandRow& row) {
+            m.marks.Flush();
+            Turn(row, "Undoing ", [&](const GoOn& goOn) { return m.history.UndoOf(row.id, goOn); });
+        };
+        m_historyWindow->onRedo = [this](const CommandRow& row) {
+            m.marks.Flush();
+            Turn(row, "Doing again ",
+                 [&](const GoOn& goOn) { return m.history.RedoOf(row.id, goOn); });
+        };
+        m_historyWindow->onShowFile = [this](const std::string& path) { ShowFile(path); };
+    }
+    m_historyWindow->ShowHistory();
+}
+
+void FileRoom::ShowFile(const std::string& path) {
+    const std::string folder = FolderOf(path);
+    if (folder != m.controls.FileListBox->Path()) {
+        if (!m.files.IsFolder(folder))
+            return m.shell.ShowMessage("The folder '" + folder + "' is not there any more");
+        m.controls.FolderTreeview1->SetSelectedPath(folder);
+        m.controls.FolderTreeview1->Reveal(folder);
+    }
+    const int row = m.controls.FileListBox->RowOf(LastPart(path));
+    if (row < 0)
+        return m.shell.ShowMessage("'" + LastPart(path) + "' is not in the list of " + folder);
+    m.navigation.ClearMultiselect();
+    m.navigation.SelectRow(row);
+}
+
+void FileRoom::End() {
+    constexpr std::int64_t kMegabyte = 1 << 20;
+    m.history.Prune(m.state.HistoryDays, m.state.HistoryMegabytes * kMegabyte);
 }
 
 void FileRoom::AskAboutBrokenOff() {

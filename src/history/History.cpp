@@ -56,10 +56,45 @@ Journal& History::Book() {
     return *m_journal;
 }
 
+Journal* History::Standing() {
+    if (m_isShared) m_file = JoinPath(m_files.StateFolder(), "history.db");
+    return m_journal || m_file.empty() || m_files.Exists(m_file) ? &Book() : nullptr;
+}
+
 std::string History::Notice() {
-    if (!Book().PutAside().empty())
-        return "The history was damaged and is put aside as '" + Book().PutAside() + "'";
-    return {};
+    const Journal* journal = Standing();
+    if (!journal || journal->PutAside().empty()) return {};
+    return "The history was damaged and is put aside as '" + journal->PutAside() + "'";
+}
+
+std::optional<CommandRow> History::NextToUndo() {
+    Journal* journal = Standing();
+    return journal ? journal->NextToUndo() : std::nullopt;
+}
+
+std::optional<CommandRow> History::NextToRedo() {
+    Journal* journal = Standing();
+    return journal ? journal->NextToRedo() : std::nullopt;
+}
+
+std::vector<CommandRow> History::List(const Listing& which) {
+    Journal* journal = Standing();
+    return journal ? journal->List(which) : std::vector<CommandRow>();
+}
+
+std::vector<CommandRow> History::BrokenOff() {
+    Journal* journal = Standing();
+    return journal ? journal->BrokenOff() : std::vector<CommandRow>();
+}
+
+bool History::Forget() {
+    Journal* journal = Standing();
+    return !journal || journal->Forget() == Wrote::Yes;
+}
+
+bool History::Prune(std::int64_t days, std::int64_t bytes) {
+    Journal* journal = Standing();
+    return !journal || journal->Prune(days, bytes) == Wrote::Yes;
 }
 
 // The history cannot be written: once a run somebody says whether it goes on in memory alone.

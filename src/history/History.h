@@ -53,8 +53,8 @@ public:
     std::string Notice();
 
     // The commands that come next, and how many steps of them.
-    std::optional<CommandRow> NextToUndo() { return Book().NextToUndo(); }
-    std::optional<CommandRow> NextToRedo() { return Book().NextToRedo(); }
+    std::optional<CommandRow> NextToUndo();
+    std::optional<CommandRow> NextToRedo();
     std::size_t StepsToGo(const CommandRow& row);
 
     // Each looks first whether the files are as the command left them, and tells what is not. What
@@ -67,14 +67,12 @@ public:
     UndoResult UndoOf(std::int64_t id, const GoOn& goOn);
     UndoResult RedoOf(std::int64_t id, const GoOn& goOn);
 
-    std::vector<CommandRow> List(std::int64_t most) { return Book().List(most); }
-    std::vector<CommandRow> BrokenOff() { return Book().BrokenOff(); }
+    std::vector<CommandRow> List(const Listing& which);
+    std::vector<CommandRow> BrokenOff();
     // With their states as they are, of one that was broken off by a look at the disk.
     std::vector<Step> StepsOf(const CommandRow& row);
-    bool Forget() { return Book().Forget() == Wrote::Yes; }
-    bool Prune(std::int64_t days, std::int64_t bytes) {
-        return Book().Prune(days, bytes) == Wrote::Yes;
-    }
+    bool Forget();
+    bool Prune(std::int64_t days, std::int64_t bytes);
 
     // For Changes: written down, or refused with the reason.
     bool Begin(const std::string& what, const std::string& folder, std::span<const Step> plan,
@@ -86,6 +84,7 @@ public:
 
 private:
     Journal& Book();
+    Journal* Standing(); // null while nothing was ever written
     enum class Way { Back, Again };
     bool MayGoOn(Wrote wrote, std::string* error);
     UndoResult Turn(const CommandRow& row, Way way, const GoOn& goOn);

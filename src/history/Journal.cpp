@@ -15,7 +15,10 @@ namespace {
 constexpr int kPatience = 2000; // milliseconds for another program that writes
 constexpr std::int64_t kGap = 1 << 20;
 constexpr const char* kOrders[] = {
-    "PRAGMA journal_mode=WAL", "PRAGMA synchronous=FULL",
+    "PRAGMA auto_vacuum=INCREMENTAL", // of a database that is made only now
+    "PRAGMA secure_delete=ON",
+    "PRAGMA journal_mode=WAL",
+    "PRAGMA synchronous=FULL",
     "CREATE TABLE IF NOT EXISTS commands(id INTEGER PRIMARY KEY AUTOINCREMENT, began INTEGER,"
     " what TEXT, folder BLOB, files INTEGER, state INTEGER, turn INTEGER, redoable INTEGER,"
     " process TEXT, bytes INTEGER)",
@@ -195,7 +198,7 @@ Wrote Journal::Begin(const std::string& what, const std::string& folder, std::sp
     if (!writes) return writes.End(false);
     Statement put(m_database, "INSERT INTO commands(began, what, folder, files, state, turn,"
                               " redoable, process, bytes) VALUES(?,?,?,?,0,?,0,?,?)");
-    put.Add(std::int64_t(std::time(nullptr))).Add(what).Add(folder);
+    put.Add(std::int64_t(std::time(nullptr))).AddText(what).Add(folder);
     put.Add(std::int64_t(plan.size())).Add(NextTurn()).Add(ThisProcess()).Add(KeptBytes(plan));
     if (!put.Run()) return writes.End(false);
     *id = ::sqlite3_last_insert_rowid(m_database);
@@ -218,7 +221,7 @@ Wrote Journal::End(std::int64_t id, const std::string& what, std::int64_t files,
     if (!Run("UPDATE commands SET redoable=0 WHERE redoable=1")) return writes.End(false);
     return writes.End(
         Statement(m_database, "UPDATE commands SET what=?, files=?, state=?, turn=? WHERE id=?")
-            .Add(what)
+            .AddText(what)
             .Add(files)
             .Add(std::int64_t(state))
             .Add(NextTurn())
@@ -333,10 +336,14 @@ std::optional<CommandRow> Journal::NextToRedo() {
     return FirstOf(Rows(last));
 }
 
-std::vector<CommandRow> Journal::List(std::int64_t most) {
+std::vector<CommandRow> Journal::List(const Listing& which) {
     const std::lock_guard lock(m_mutex);
-    Statement all(m_database, Select("ORDER BY id DESC LIMIT ?").c_str());
-    all.Add(most);
+    Statement all(m_database,
+                  Select("WHERE (?1=0 OR id<?1) AND (?2='' OR instr(lower(what), lower(?2))>0 OR"
+                         " instr(lower(CAST(folder AS TEXT)), lower(?2))>0)"
+                         " ORDER BY id DESC LIMIT ?3")
+                      .c_str());
+    all.Add(which.before).AddText(which.text).Add(which.most);
     return Rows(all);
 }
 
@@ -357,7 +364,17 @@ std::vector<CommandRow> Journal::BrokenOff() {
     return rows;
 }
 
+// What was forgotten lies in no part of the files either.
 Wrote Journal::Forget() {
+    const Wrote wrote = DropEnded();
+    if (wrote != Wrote::Yes) return wrote;
+    const std::lock_guard lock(m_mutex);
+    Run("PRAGMA incremental_vacuum");
+    Run("PRAGMA wal_checkpoint(TRUNCATE)");
+    return Wrote::Yes;
+}
+
+Wrote Journal::DropEnded() {
     Transaction writes(*this);
     return writes.End(writes &&
                       Run("DELETE FROM steps WHERE command IN (SELECT id FROM commands WHERE"

@@ -24,6 +24,13 @@ enum class Wrote {
     No      // it is full, read only, damaged
 };
 
+// Which commands are listed.
+struct Listing {
+    std::int64_t most = 0;
+    std::int64_t before = 0; // only those older than the one of this id; 0: from the newest on
+    std::string text = {};   // that their words or folder have, in any case of its letters
+};
+
 // From any thread, one call at a time. Each call that writes is one transaction; on a failure
 // `Reason` says why, and nothing was written.
 class Journal {
@@ -65,8 +72,8 @@ public:
     std::optional<CommandRow> Find(std::int64_t id);
     std::optional<CommandRow> NextToUndo();
     std::optional<CommandRow> NextToRedo();
-    // The last `most`, the newest first.
-    std::vector<CommandRow> List(std::int64_t most);
+    // The newest first.
+    std::vector<CommandRow> List(const Listing& which);
     // Commands that ended or began behind this one, and are not taken back.
     std::vector<CommandRow> Later(std::int64_t id);
     // Whose programs ended before they did, the newest first.
@@ -83,6 +90,7 @@ private:
     bool Open(const std::string& file);
     void Close();
     bool Run(const char* order);
+    Wrote DropEnded();
     Wrote Failed();
     std::int64_t NextTurn();
     bool PutSteps(std::int64_t id, std::span<const Step> steps);

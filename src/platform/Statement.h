@@ -34,6 +34,12 @@ public:
         return *this;
     }
     Statement& Add(std::string_view bytes) { return AddBytes(bytes.data(), bytes.size()); }
+    Statement& AddText(std::string_view text) {
+        if (m_statement)
+            ::sqlite3_bind_text64(m_statement, ++m_bound, text.empty() ? "" : text.data(),
+                                  text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+        return *this;
+    }
     Statement& AddNone() {
         if (m_statement) ::sqlite3_bind_null(m_statement, ++m_bound);
         return *this;

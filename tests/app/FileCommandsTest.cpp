@@ -192,7 +192,13 @@ TEST(Undo, NeverCostsWhatWasWrittenSinceOrTheLastCopy) {
     d.c.NotesBox->insertPlainText("newer ");
     d.c.SaveNotesButton->click();
     d.c.UndoButton->trigger();
-    EXPECT_EQ(d.Notes(), (Tree{{"a.enf", "newer old"}}));
+    EXPECT_EQ(d.Notes(), (Tree{{"x.enf", "old"}}));
+    EXPECT_EQ(d.s.NoteText, "old");
+    d.c.RedoButton->trigger();
+    EXPECT_EQ(d.Notes(), (Tree{{"x.enf", "newer old"}}));
+    EXPECT_EQ(d.s.NoteText, "newer old");
+    for (int i = 0; i < 2; ++i) d.c.UndoButton->trigger();
+    EXPECT_EQ(d.Notes(), (Tree{{"a.enf", "old"}}));
     target.Write("a.jpg", "replaced by the move");
     d.GoTo("a.jpg");
     d.c.MoveToButton->click();

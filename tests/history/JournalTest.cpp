@@ -31,7 +31,7 @@ struct Book {
 
 std::vector<std::string> Whats(History& history) {
     std::vector<std::string> whats;
-    for (const CommandRow& row : history.List(100)) whats.push_back(row.what);
+    for (const CommandRow& row : history.List({100})) whats.push_back(row.what);
     return whats;
 }
 

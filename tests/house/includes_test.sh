@@ -11,6 +11,7 @@ BEGIN {
     Floor("sky/stars/")
     Floor("sky/align/")
     Floor("platform/")
+    Floor("history/")
     Floor("decoder/")
     Floor("imaging/ clips/")
     Floor("decoder/program/")

@@ -3,17 +3,12 @@
 #include "common/paths.h"
 #include "console/decoders/OpenHistory.h"
 #include "history/Changes.h"
+#include "history/CommandText.h"
 #include "marks/MarkFiles.h"
 
 namespace tarn {
 
 namespace {
-
-const char* StateOf(const CommandRow& row) {
-    if (row.isBrokenOff) return "broken off";
-    if (!HasEnded(row.state)) return "running";
-    return row.state == CommandState::Undone ? "undone" : "done";
-}
 
 bool GoesOn(std::size_t) {
     return true;
@@ -39,8 +34,8 @@ TurnedCommand Ended(UndoResult result, Files& files) {
 std::vector<PastCommand> ReadPast(std::int64_t most) {
     OpenHistory open;
     std::vector<PastCommand> all;
-    for (const CommandRow& row : open.history.List(most))
-        all.push_back({row.id, row.began, row.what, row.files, StateOf(row)});
+    for (const CommandRow& row : open.history.List({most}))
+        all.push_back({row.id, UtcText(row.began), row.what, row.files, StateText(row)});
     return all;
 }
 

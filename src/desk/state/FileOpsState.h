@@ -23,6 +23,8 @@ struct FileOpsState {
     bool CopyAuto = false;
 
     bool AutoSetFileDates = true;
+    int HistoryDays = 90;                    // that commands can be taken back
+    int HistoryMegabytes = 500;              // of contents kept for that
     bool FileDatesAnswered = false;          // the user has said whether it is to be so
     std::vector<DateChange> DatesSet;        // by viewing, as long as that has not been said
     std::vector<std::string> DatesTakenBack; // paths, left alone until then

@@ -41,6 +41,7 @@ struct WindowState {
     WindowPlace PicPlace;
     WindowPlace HelpPlace;
     WindowPlace RenamePlace;
+    WindowPlace HistoryPlace;
     WindowPlace LogsPlace;
     WindowPlace HtmlLayoutPlace;
     WindowPlace HtmlThumbPlace;
