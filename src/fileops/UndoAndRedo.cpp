@@ -112,6 +112,7 @@ void FileRoom::HistoryButton_Click() {
             Turn(row, "Doing again ",
                  [&](const GoOn& goOn) { return m.history.RedoOf(row.id, goOn); });
         };
+        m_historyWindow->onForgotten = [this] { ShowUndo(); };
         m_historyWindow->onShowFile = [this](const std::string& path) { ShowFile(path); };
     }
     m_historyWindow->ShowHistory();

@@ -209,7 +209,7 @@ void frmHistory::Forget() {
                          kForget) != 0)
         return;
     const bool forgotten = m.history.Forget();
-    ReadAgain();
+    onForgotten();
     if (!forgotten) m_say->setText(QStringLiteral("The history cannot be written just now"));
 }
 

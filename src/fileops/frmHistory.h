@@ -28,6 +28,7 @@ public:
     std::function<void(const CommandRow& row)> onUndo;
     std::function<void(const CommandRow& row)> onRedo;
     std::function<void(const std::string& path)> onShowFile;
+    std::function<void()> onForgotten;
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

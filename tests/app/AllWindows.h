@@ -71,6 +71,7 @@ struct WindowsDesk : AppDesk {
         dialogs.answers = {folder.Path() + "/gallery.html"};
         Entry("frmHtmlThumb", c.HtmlThumbButton);
         Entry("frmThumbFolder", c.ThumbFolderButton);
+        Entry("frmHistory", c.HistoryButton);
         Entry("frmLogs", c.ShowLogsButton);
         Entry("frmHelp", c.HelpSlideButton);
         Entry("frmHelp-keys", c.HelpKeysButton);

@@ -159,6 +159,13 @@ const std::vector<std::pair<const char*, Act>> kCommands{
     {"delete", [](World& w) { w.Key(Qt::Key_Delete); }},
     {"delete only", [](World& w) { w.c.DeleteOnlyButton->trigger(); }},
     {"delete and undo", [](World& w) { w.Key(Qt::Key_Delete), w.c.UndoButton->trigger(); }},
+    {"delete, undo and redo",
+     [](World& w) { w.Key(Qt::Key_Delete), w.c.UndoButton->trigger(), w.c.RedoButton->trigger(); }},
+    {"history",
+     [](World& w) {
+         w.Key(Qt::Key_Delete), w.c.HistoryButton->trigger();
+         w.Press("frmHistory", "HistoryUndoButton");
+     }},
     {"delete fits", [](World& w) { w.c.DeleteAllFitsButton->trigger(); }},
     {"mark",
      [](World& w) {

@@ -1,0 +1,165 @@
+// What was done to files, taken back by a later start, finished after a kill, and seen in its
+// window.
+#include "FilesDesk.h"
+
+#include "history/Changes.h"
+#include "platform/Statement.h"
+
+#include <QListWidget>
+#include <QTreeView>
+
+namespace tarn::testing {
+namespace {
+
+const std::vector<std::string> kThree{"a.jpg", "b.jpg", "c.jpg"};
+
+struct HistoryDesk : FilesDesk {
+    QTreeView* List() const { return In<QTreeView>("frmHistory", "HistoryList"); }
+    std::string Cell(int row, int column) const {
+        return List()->model()->index(row, column).data().toString().toStdString();
+    }
+    int Rows() const { return List()->model()->rowCount(); }
+    void Choose(int row) { List()->setCurrentIndex(List()->model()->index(row, 0)); }
+    void Press(const char* button) { In<QPushButton>("frmHistory", button)->click(); }
+    std::string Caption(QAction* entry) const { return entry->text().toStdString(); }
+
+    // A rename of two pictures whose program was killed after the first.
+    void BreakOffRename() {
+        History killed(files);
+        Changes changes(killed, "");
+        const std::vector<Step> steps{changes.PlanRename(At("a.jpg"), At("x.jpg")),
+                                      changes.PlanRename(At("b.jpg"), At("y.jpg"))};
+        std::int64_t id = 0;
+        std::string error;
+        ASSERT_TRUE(killed.Begin("Rename of 2 pictures", folder.Path(), steps, &id, &error))
+            << error;
+        ASSERT_TRUE(files.Rename(At("a.jpg"), At("x.jpg"), &error)) << error;
+        sqlite3* database = nullptr;
+        ::sqlite3_open((files.StateFolder() + "/history.db").c_str(), &database);
+        EXPECT_TRUE(Statement(database, "UPDATE commands SET process='an earlier boot'").Run());
+        ::sqlite3_close(database);
+    }
+};
+
+TEST(PastCommands, AreTakenBackByALaterStartAndDoneAgain) {
+    HistoryDesk d;
+    const Tree before = d.Pictures();
+    {
+        History earlier(d.files);
+        std::string error;
+        Changes changes(earlier, "Delete 'b.jpg'");
+        ASSERT_TRUE(changes.ThrowAway(d.At("b.jpg"), &error)) << error;
+    }
+    d.Start();
+    EXPECT_EQ(d.Caption(d.c.UndoButton), "&Undo Delete 'b.jpg'");
+    d.c.UndoButton->trigger();
+    EXPECT_EQ(d.Said(), "Undone: Delete 'b.jpg'; back again: 'b.jpg'");
+    EXPECT_EQ(d.Pictures(), before);
+    EXPECT_FALSE(d.c.UndoButton->isEnabled());
+    EXPECT_EQ(d.Caption(d.c.RedoButton), "Redo Delete 'b.jpg'");
+    d.c.RedoButton->trigger();
+    EXPECT_EQ(d.Said(), "Done again: Delete 'b.jpg'");
+    EXPECT_EQ(d.Names(), "a.jpg c.jpg ");
+    d.c.UndoButton->trigger();
+    d.GoTo("a.jpg");
+    d.Key(Qt::Key_Delete);
+    EXPECT_FALSE(d.c.RedoButton->isEnabled());
+}
+
+// What the menu names is what is taken back, and nothing that came from elsewhere meanwhile.
+TEST(PastCommands, OfAnotherProgramAreNotTakenBackUnread) {
+    HistoryDesk d;
+    d.Start();
+    d.GoTo("a.jpg");
+    d.Key(Qt::Key_Delete);
+    {
+        History console(d.files);
+        std::string error;
+        Changes changes(console, "Delete 'c.jpg'");
+        ASSERT_TRUE(changes.ThrowAway(d.At("c.jpg"), &error)) << error;
+    }
+    d.c.UndoButton->trigger();
+    EXPECT_EQ(d.Said(),
+              "Another program has done since: Delete 'c.jpg'. Undo again takes that back");
+    EXPECT_EQ(d.Names(), "b.jpg ");
+    d.c.UndoButton->trigger();
+    EXPECT_EQ(d.Names(), "b.jpg c.jpg ");
+}
+
+TEST(PastCommands, ThatWereBrokenOffAreFinishedOrTakenBackAtTheStart) {
+    for (const char* answer : {"Finish", "Take back", "Leave as it is"}) {
+        SCOPED_TRACE(answer);
+        HistoryDesk d;
+        d.BreakOffRename();
+        EXPECT_EQ(d.Names(), "b.jpg c.jpg x.jpg ");
+        d.dialogs.answers = {answer};
+        d.Start();
+        ASSERT_EQ(d.dialogs.asked.size(), 1U);
+        EXPECT_EQ(d.dialogs.asked[0],
+                  "History|'Rename of 2 pictures' was broken off when the program ended: 1 of 2 "
+                  "steps are done in " +
+                      d.folder.Path() + ".");
+        const std::string first = answer;
+        EXPECT_EQ(d.Names(), first == "Finish"      ? "c.jpg x.jpg y.jpg "
+                             : first == "Take back" ? "a.jpg b.jpg c.jpg "
+                                                    : "b.jpg c.jpg x.jpg ");
+    }
+}
+
+TEST(HistoryWindow, ListsFindsAndTakesBackWhatIsNotTheLast) {
+    HistoryDesk d;
+    const Tree before = d.Pictures();
+    d.Start();
+    d.GoTo("a.jpg");
+    d.Key(Qt::Key_Delete);
+    d.GoTo("b.jpg");
+    d.Rename("new.jpg");
+    d.c.HistoryButton->trigger();
+    ASSERT_EQ(d.Rows(), 2);
+    EXPECT_EQ(d.Cell(0, 1), "Rename 'b.jpg'");
+    EXPECT_EQ(d.Cell(1, 1), "Delete 'a.jpg'");
+    EXPECT_EQ(d.Cell(1, 3), "done");
+    auto* steps = d.In<QListWidget>("frmHistory", "HistorySteps");
+    EXPECT_EQ(steps->item(0)->text().toStdString(), "renamed: b.jpg to new.jpg");
+    d.Choose(1);
+    d.Press("HistoryUndoButton");
+    EXPECT_EQ(d.Names(), "a.jpg c.jpg new.jpg ");
+    EXPECT_EQ(d.Cell(1, 3), "undone");
+    d.Press("HistoryRedoButton");
+    EXPECT_EQ(d.Names(), "c.jpg new.jpg ");
+    // A file of the first command is another's since.
+    d.GoTo("new.jpg");
+    d.Rename("a.jpg");
+    d.Choose(2);
+    d.Press("HistoryUndoButton");
+    EXPECT_EQ(d.Said(), "NOT undone: Delete 'a.jpg'; its files were changed since by: Rename "
+                        "'new.jpg'");
+    d.In<QLineEdit>("frmHistory", "HistoryFind")->setText(QStringLiteral("DELETE"));
+    EXPECT_EQ(d.Rows(), 1);
+    d.Choose(0);
+    d.dialogs.answers = {d.settingsFolder.Path() + "/out.csv"};
+    d.Press("HistoryExportButton");
+    const std::string csv = BytesOf(d.settingsFolder.Path() + "/out.csv");
+    EXPECT_EQ(csv.find("id,utc,what,folder,files,state\n1,"), 0U) << csv;
+    EXPECT_NE(csv.find(",Delete 'a.jpg'," + d.folder.Path() + ",1,done\n"), std::string::npos)
+        << csv;
+    d.In<QLineEdit>("frmHistory", "HistoryFind")->clear();
+    d.dialogs.answers = {"Forget"};
+    d.Press("HistoryForgetButton");
+    EXPECT_EQ(d.Rows(), 0);
+    EXPECT_FALSE(d.c.UndoButton->isEnabled());
+}
+
+TEST(HistoryWindow, ShowsTheFileOfAStep) {
+    HistoryDesk d;
+    d.Start();
+    d.GoTo("b.jpg");
+    d.Rename("new.jpg");
+    d.GoTo("c.jpg");
+    d.c.HistoryButton->trigger();
+    d.Press("HistoryShowButton");
+    EXPECT_EQ(d.Current(), "new.jpg");
+}
+
+} // namespace
+} // namespace tarn::testing
