@@ -17,7 +17,7 @@ PACKAGES = {"vipsthumbnail": "libvips-tools", "ImageMagick": "imagemagick", "exi
 
 # The program's own benches, each beside a bare program in one process, with the goals they hold to.
 BENCHES = ("bench_preview", "bench_step", "bench_show", "bench_zoom", "bench_moveview", "bench_window",
-           "bench_notes", "bench_history", "bench_rename",
+           "bench_notes", "bench_history", "bench_rename", "bench_journal",
            "bench_thumbs", "bench_grid", "bench_sheet", "bench_gallery", "bench_video", "bench_raw",
            "bench_fits")
 

@@ -5,7 +5,7 @@
 #include "history/StepsOnDisk.h"
 
 #include <algorithm>
-#include <set>
+#include <unordered_set>
 
 namespace tarn {
 
@@ -36,9 +36,11 @@ Changes::~Changes() {
 FileLook Changes::LookAt(const std::string& path) {
     auto look = m_files.Look(path);
     if (!look) return {};
-    const auto [volume, isNew] = m_volumes.try_emplace(FolderOf(path));
-    if (isNew) volume->second = m_files.Volume(path);
-    look->device = volume->second;
+    if (look->device != m_device) {
+        m_device = look->device;
+        m_volume = m_files.Volume(path);
+    }
+    look->device = m_volume;
     return *look;
 }
 
@@ -99,49 +101,65 @@ Step Changes::PlanTimes(const std::string& path, std::int64_t when) {
     return step;
 }
 
-std::optional<std::size_t> Changes::FindPlanned(const Step& step) const {
+std::optional<std::size_t> Changes::FindPlanned(StepKind kind, const std::string& from,
+                                                const std::string& to, std::int64_t offset) const {
     for (std::size_t i = m_next; i < m_steps.size(); ++i)
-        if (m_steps[i].kind == step.kind && m_steps[i].from == step.from &&
-            (step.kind == StepKind::ThrownAway || m_steps[i].to == step.to) &&
-            m_steps[i].offset == step.offset)
+        if (m_steps[i].kind == kind && m_steps[i].from == from &&
+            (kind == StepKind::ThrownAway || m_steps[i].to == to) && m_steps[i].offset == offset)
             return i;
     return {};
 }
 
+bool Changes::Begin(std::string* error) {
+    return m_id != 0 ||
+           m_history.Begin(m_what, FolderOf(m_steps.front().from), m_steps, &m_id, error);
+}
+
+std::size_t Changes::GoTo(std::size_t at) {
+    for (; m_next < at; ++m_next) m_steps[m_next].state = StepState::NotDone;
+    return m_next++;
+}
+
+std::optional<std::size_t> Changes::WriteDown(StepKind kind, const std::string& from,
+                                              const std::string& to, std::string* error) {
+    const auto at = FindPlanned(kind, from, to, 0);
+    if (!at) return WriteDown(NewStep(kind, from, to), error);
+    if (!Begin(error)) return {};
+    return GoTo(*at);
+}
+
 std::optional<std::size_t> Changes::WriteDown(Step step, std::string* error) {
-    auto at = FindPlanned(step);
-    if (!at) {
-        step.number = (m_next > 0 ? m_steps[m_next - 1].number : 0) + 1;
-        at = m_next;
-        const Step* added =
-            &*m_steps.insert(m_steps.begin() + std::ptrdiff_t(m_next), std::move(step));
-        if (m_id != 0 && !m_history.Add(m_id, {added, 1}, error)) {
-            m_steps.erase(m_steps.begin() + std::ptrdiff_t(m_next));
-            return {};
-        }
-    }
-    if (m_id == 0 && !m_history.Begin(m_what, FolderOf(m_steps[*at].from), m_steps, &m_id, error)) {
-        if (m_steps[*at].number % kGap != 0) m_steps.erase(m_steps.begin() + std::ptrdiff_t(*at));
-        return {};
-    }
-    for (std::size_t i = m_next; i < *at; ++i) m_steps[i].state = StepState::NotDone;
-    m_next = *at + 1;
-    return at;
+    const auto at = FindPlanned(step.kind, step.from, step.to, step.offset);
+    if (at && !Begin(error)) return {};
+    if (at) return GoTo(*at);
+    step.number = (m_next > 0 ? m_steps[m_next - 1].number : 0) + 1;
+    m_steps.insert(m_steps.begin() + std::ptrdiff_t(m_next), std::move(step));
+    const bool written =
+        m_id != 0 ? m_history.Add(m_id, {&m_steps[m_next], 1}, error) : Begin(error);
+    if (written) return m_next++;
+    m_steps.erase(m_steps.begin() + std::ptrdiff_t(m_next));
+    return {};
+}
+
+void Changes::SetState(Step& step, StepState state) {
+    m_done -= step.state == StepState::Done ? 1 : 0;
+    m_done += state == StepState::Done ? 1 : 0;
+    step.state = state;
 }
 
 bool Changes::Finish(std::size_t at, bool done) {
-    m_steps[at].state = done ? StepState::Done : StepState::NotDone;
+    SetState(m_steps[at], done ? StepState::Done : StepState::NotDone);
     return done;
 }
 
 void Changes::Touch(const std::string& path) {
-    const std::string folder = FolderOf(path);
-    if (std::find(m_touched.begin(), m_touched.end(), folder) == m_touched.end())
-        m_touched.push_back(folder);
+    const std::string_view folder = std::string_view(path).substr(0, path.rfind(kSeparator));
+    if (std::find(m_touched.rbegin(), m_touched.rend(), folder) == m_touched.rend())
+        m_touched.emplace_back(folder);
 }
 
 bool Changes::Trash(const std::string& path, std::string* error, std::string* where) {
-    const auto at = WriteDown(NewStep(StepKind::ThrownAway, path), error);
+    const auto at = WriteDown(StepKind::ThrownAway, path, {}, error);
     if (!at) return false;
     std::string lies;
     if (!Finish(*at, m_files.Trash(path, error, &lies))) return false;
@@ -158,7 +176,7 @@ std::vector<std::string> Changes::TrashAll(const std::vector<std::string>& paths
     for (const std::string& path : paths) plan.push_back(PlanThrow(path));
     Plan(std::move(plan));
     for (const std::string& path : paths) {
-        const auto at = WriteDown(NewStep(StepKind::ThrownAway, path), nullptr);
+        const auto at = WriteDown(StepKind::ThrownAway, path, {}, nullptr);
         if (!at) break;
         allowed.push_back(path);
         steps.push_back(*at);
@@ -177,17 +195,18 @@ std::vector<std::string> Changes::TrashAll(const std::vector<std::string>& paths
 bool Changes::Restore(const std::string& where, const std::string& path, std::string* error) {
     if (!m_files.Restore(where, path, error)) return false;
     for (Step& step : m_steps)
-        if (step.kind == StepKind::ThrownAway && step.to == where) step.state = StepState::NotDone;
+        if (step.kind == StepKind::ThrownAway && step.to == where)
+            SetState(step, StepState::NotDone);
     return true;
 }
 
 bool Changes::Remove(const std::string& path, std::string* error) {
-    const auto at = WriteDown(NewStep(StepKind::Removed, path), error);
+    const auto at = WriteDown(StepKind::Removed, path, {}, error);
     return at && Finish(*at, m_files.Remove(path, error));
 }
 
 bool Changes::Rename(const std::string& from, const std::string& to, std::string* error) {
-    const auto at = WriteDown(NewStep(StepKind::Renamed, from, to), error);
+    const auto at = WriteDown(StepKind::Renamed, from, to, error);
     if (!at || !Finish(*at, m_files.Rename(from, to, error))) return false;
     Touch(from);
     Touch(to);
@@ -205,7 +224,7 @@ std::optional<std::size_t> Changes::WriteDownReplaced(const std::string& to, std
                                                       bool* refused) {
     *refused = false;
     if (LookAt(to).inode == 0) return {};
-    const auto at = WriteDown(NewStep(StepKind::ThrownAway, to), error);
+    const auto at = WriteDown(StepKind::ThrownAway, to, {}, error);
     *refused = !at;
     return at;
 }
@@ -221,7 +240,7 @@ bool Changes::Copy(const std::string& from, const std::string& to, std::string* 
     bool refused = false;
     const auto thrown = replaced ? WriteDownReplaced(to, error, &refused) : std::nullopt;
     if (refused) return false;
-    const auto at = WriteDown(NewStep(StepKind::Made, from, to), error);
+    const auto at = WriteDown(StepKind::Made, from, to, error);
     if (!at) return false;
     Finish(*at, m_files.Copy(from, to, error, replaced));
     FinishReplaced(thrown, replaced ? *replaced : std::string());
@@ -239,7 +258,7 @@ Moved Changes::Move(const std::string& from, const std::string& to, std::string*
     const auto before = m_files.Look(from);
     bool refused = false;
     const auto thrown = replaced ? WriteDownReplaced(to, error, &refused) : std::nullopt;
-    const auto at = refused ? std::nullopt : WriteDown(NewStep(StepKind::Renamed, from, to), error);
+    const auto at = refused ? std::nullopt : WriteDown(StepKind::Renamed, from, to, error);
     if (!at) return Moved::No;
     const Moved moved = m_files.Move(from, to, error, replaced);
     Finish(*at, moved != Moved::No);
@@ -345,12 +364,12 @@ bool Changes::PutTimeBack(const std::string& path, const FileLook& then, std::st
 
 bool Changes::MakeFolder(const std::string& path, std::string* error) {
     if (m_files.Exists(path)) return m_files.MakeFolder(path, error); // which says why not
-    const auto at = WriteDown(NewStep(StepKind::FolderMade, path), error);
+    const auto at = WriteDown(StepKind::FolderMade, path, {}, error);
     return at && Finish(*at, m_files.MakeFolder(path, error));
 }
 
 int Changes::RemoveFolder(const std::string& path, std::string* error) {
-    const auto at = WriteDown(NewStep(StepKind::FolderRemoved, path), error);
+    const auto at = WriteDown(StepKind::FolderRemoved, path, {}, error);
     if (!at) return EPERM;
     const int failed = m_files.RemoveFolder(path, error);
     Finish(*at, failed == 0);
@@ -374,16 +393,10 @@ void Changes::TakeBack(std::size_t kept, std::string* error) {
         --done;
         std::string why;
         if (TakeBackStep(step, m_files, &why))
-            step.state = StepState::NotDone;
+            SetState(step, StepState::NotDone);
         else if (error && error->empty())
             *error = why;
     }
-}
-
-std::size_t Changes::Count() const {
-    return std::size_t(std::count_if(m_steps.begin(), m_steps.end(), [](const Step& step) {
-        return step.state == StepState::Done;
-    }));
 }
 
 bool Changes::Has(StepKind kind, const std::string& from) const {
@@ -395,7 +408,7 @@ bool Changes::Has(StepKind kind, const std::string& from) const {
 void Changes::End() {
     if (m_id == 0) return;
     std::vector<Step> changed;
-    std::set<std::string_view> files;
+    std::unordered_set<std::string_view> files;
     for (Step& step : m_steps) {
         if (step.state == StepState::Planned) step.state = StepState::NotDone;
         if (step.state == StepState::Done) files.insert(step.from);

@@ -14,6 +14,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace tarn {
@@ -69,7 +70,7 @@ public:
     void TakeBack(std::string* error) { TakeBack(0, error); }
     void TakeBack(std::size_t kept, std::string* error);
 
-    std::size_t Count() const; // of what was done and stands
+    std::size_t Count() const { return m_done; } // of what was done and stands
     bool HasThrown(const std::string& path) const { return Has(StepKind::ThrownAway, path); }
 
     // What the real file system answers.
@@ -122,10 +123,16 @@ private:
     // The place of the step in the list, once it is written down; none, with the reason, when it
     // may not be done.
     std::optional<std::size_t> WriteDown(Step step, std::string* error);
-    std::optional<std::size_t> FindPlanned(const Step& step) const;
+    std::optional<std::size_t> WriteDown(StepKind kind, const std::string& from,
+                                         const std::string& to, std::string* error);
+    std::optional<std::size_t> FindPlanned(StepKind kind, const std::string& from,
+                                           const std::string& to, std::int64_t offset) const;
+    bool Begin(std::string* error);
+    std::size_t GoTo(std::size_t at);
     std::optional<std::size_t> WriteDownReplaced(const std::string& to, std::string* error,
                                                  bool* refused);
     void FinishReplaced(std::optional<std::size_t> at, const std::string& replaced);
+    void SetState(Step& step, StepState state);
     bool Finish(std::size_t at, bool done);
     bool WriteOver(const std::string& path, std::optional<std::string> newBytes,
                    const std::function<bool()>& write, std::string* error);
@@ -138,10 +145,12 @@ private:
     std::string m_what;
     std::int64_t m_id = 0; // 0: not begun
     std::vector<Step> m_steps;
+    std::size_t m_done = 0;
     std::size_t m_next = 0;           // first step that is not done with
     std::set<std::int64_t> m_changed; // numbers of steps that know more than was written down
-    std::map<std::string, FileLook> m_planned;     // what the plan will have made of a path
-    std::map<std::string, std::int64_t> m_volumes; // by folder
+    std::unordered_map<std::string, FileLook> m_planned; // what the plan will have made of a path
+    std::int64_t m_device = 0;                           // of the last look, and its volume
+    std::int64_t m_volume = 0;
     std::map<std::string, std::optional<FileLook>>
         m_moving;                       // copies that have not ended their move
     std::vector<std::string> m_touched; // folders

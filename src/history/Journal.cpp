@@ -1,8 +1,10 @@
 #include "history/Journal.h"
 
+#include "history/StepBytes.h"
 #include "history/ThisProcess.h"
 #include "platform/Statement.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <ctime>
 
@@ -13,57 +15,23 @@ namespace tarn {
 namespace {
 
 constexpr int kPatience = 2000; // milliseconds for another program that writes
-constexpr std::int64_t kGap = 1 << 20;
 constexpr const char* kOrders[] = {
     "PRAGMA auto_vacuum=INCREMENTAL", // of a database that is made only now
-    "PRAGMA secure_delete=ON",
-    "PRAGMA journal_mode=WAL",
-    "PRAGMA synchronous=FULL",
+    "PRAGMA secure_delete=ON", "PRAGMA journal_mode=WAL", "PRAGMA synchronous=FULL",
     "CREATE TABLE IF NOT EXISTS commands(id INTEGER PRIMARY KEY AUTOINCREMENT, began INTEGER,"
     " what TEXT, folder BLOB, files INTEGER, state INTEGER, turn INTEGER, redoable INTEGER,"
     " process TEXT, bytes INTEGER)",
     "CREATE INDEX IF NOT EXISTS by_turn ON commands(state, turn)",
-    "CREATE TABLE IF NOT EXISTS steps(command INTEGER, number INTEGER, kind INTEGER,"
-    " state INTEGER, source BLOB, target BLOB, before BLOB, after BLOB, place INTEGER, old BLOB,"
-    " new BLOB, aside BLOB, PRIMARY KEY(command, number)) WITHOUT ROWID"};
+    // Steps as they were planned, some at once, and single ones as they are since.
+    "CREATE TABLE IF NOT EXISTS plans(command INTEGER, first INTEGER, steps BLOB,"
+    " PRIMARY KEY(command, first))",
+    "CREATE TABLE IF NOT EXISTS changes(command INTEGER, number INTEGER, step BLOB,"
+    " PRIMARY KEY(command, number))"};
 constexpr const char* kColumns =
     "SELECT id, began, what, folder, files, state, process FROM commands ";
 
 bool IsDamaged(int code) {
     return code == SQLITE_CORRUPT || code == SQLITE_NOTADB;
-}
-
-// Six numbers, the last of which are often alike.
-std::string PackLook(const FileLook& look) {
-    if (look == FileLook()) return {};
-    std::string text;
-    for (const std::int64_t number :
-         {look.device, look.inode, look.bytes, look.seconds, look.nanoseconds, look.changed})
-        text += std::to_string(number) + ' ';
-    return text;
-}
-
-FileLook UnpackLook(const std::string& text) {
-    FileLook look;
-    const char* at = text.c_str();
-    char* end = nullptr;
-    for (std::int64_t* number : {&look.device, &look.inode, &look.bytes, &look.seconds,
-                                 &look.nanoseconds, &look.changed}) {
-        *number = std::strtoll(at, &end, 10);
-        at = end;
-    }
-    return look;
-}
-
-void AddBytes(Statement& statement, const std::optional<std::string>& bytes) {
-    if (bytes)
-        statement.Add(*bytes);
-    else
-        statement.AddNone();
-}
-
-std::optional<std::string> BytesOf(const Statement& statement, int column) {
-    return statement.IsNone(column) ? std::nullopt : std::optional(statement.Bytes(column));
 }
 
 std::int64_t KeptBytes(std::span<const Step> steps) {
@@ -163,33 +131,25 @@ std::int64_t Journal::NextTurn() {
 }
 
 bool Journal::PutSteps(std::int64_t id, std::span<const Step> steps) {
-    Statement put(m_database, "INSERT INTO steps VALUES(?,?,?,?,?,?,?,?,?,?,?,?)");
+    return steps.empty() || Statement(m_database, "INSERT INTO plans VALUES(?,?,?)")
+                                .Add(id)
+                                .Add(steps.front().number)
+                                .Add(PackSteps(steps))
+                                .Run();
+}
+
+bool Journal::ChangeSteps(std::int64_t id, std::span<const Step> steps) {
+    Statement change(m_database, "INSERT OR REPLACE INTO changes VALUES(?,?,?)");
     for (const Step& step : steps) {
-        put.Add(id).Add(step.number).Add(std::int64_t(step.kind)).Add(std::int64_t(step.state));
-        put.Add(step.from).Add(step.to).Add(PackLook(step.before)).Add(PackLook(step.after));
-        put.Add(step.offset);
-        AddBytes(put, step.oldBytes);
-        AddBytes(put, step.newBytes);
-        put.Add(step.aside);
-        if (!put.Run()) return false;
-        put.Reset();
+        if (!change.Add(id).Add(step.number).Add(PackSteps({&step, 1})).Run()) return false;
+        change.Reset();
     }
     return true;
 }
 
-bool Journal::ChangeSteps(std::int64_t id, std::span<const Step> steps) {
-    Statement change(m_database,
-                     "UPDATE steps SET kind=?, state=?, target=?, after=?, new=?, aside=?"
-                     " WHERE command=? AND number=?");
-    for (const Step& step : steps) {
-        change.Add(std::int64_t(step.kind)).Add(std::int64_t(step.state)).Add(step.to);
-        change.Add(PackLook(step.after));
-        AddBytes(change, step.newBytes);
-        change.Add(step.aside).Add(id).Add(step.number);
-        if (!change.Run()) return false;
-        change.Reset();
-    }
-    return true;
+bool Journal::DropSteps(const std::string& which) {
+    return Run(("DELETE FROM plans WHERE command " + which).c_str()) &&
+           Run(("DELETE FROM changes WHERE command " + which).c_str());
 }
 
 Wrote Journal::Begin(const std::string& what, const std::string& folder, std::span<const Step> plan,
@@ -231,8 +191,7 @@ Wrote Journal::End(std::int64_t id, const std::string& what, std::int64_t files,
 
 Wrote Journal::Drop(std::int64_t id) {
     Transaction writes(*this);
-    return writes.End(writes &&
-                      Statement(m_database, "DELETE FROM steps WHERE command=?").Add(id).Run() &&
+    return writes.End(writes && DropSteps("=" + std::to_string(id)) &&
                       Statement(m_database, "DELETE FROM commands WHERE id=?").Add(id).Run());
 }
 
@@ -267,23 +226,19 @@ Wrote Journal::EndTurn(std::int64_t id, CommandState state, std::span<const Step
 std::vector<Step> Journal::StepsOf(std::int64_t id) {
     const std::lock_guard lock(m_mutex);
     std::vector<Step> steps;
-    Statement all(m_database, "SELECT number, kind, state, source, target, before, after, place,"
-                              " old, new, aside FROM steps WHERE command=? ORDER BY number");
-    all.Add(id);
-    while (all.HasRow()) {
-        Step step;
-        step.number = all.Whole(0);
-        step.kind = static_cast<StepKind>(all.Whole(1));
-        step.state = static_cast<StepState>(all.Whole(2));
-        step.from = all.Bytes(3);
-        step.to = all.Bytes(4);
-        step.before = UnpackLook(all.Bytes(5));
-        step.after = UnpackLook(all.Bytes(6));
-        step.offset = all.Whole(7);
-        step.oldBytes = BytesOf(all, 8);
-        step.newBytes = BytesOf(all, 9);
-        step.aside = all.Bytes(10);
-        steps.push_back(std::move(step));
+    Statement plans(m_database, "SELECT steps FROM plans WHERE command=?");
+    plans.Add(id);
+    while (plans.HasRow())
+        for (Step& step : UnpackSteps(plans.Bytes(0))) steps.push_back(std::move(step));
+    const auto earlier = [](const Step& a, const Step& b) { return a.number < b.number; };
+    std::sort(steps.begin(), steps.end(), earlier);
+    Statement changes(m_database, "SELECT step FROM changes WHERE command=?");
+    changes.Add(id);
+    while (changes.HasRow()) {
+        for (Step& step : UnpackSteps(changes.Bytes(0))) {
+            const auto at = std::lower_bound(steps.begin(), steps.end(), step, earlier);
+            if (at != steps.end() && at->number == step.number) *at = std::move(step);
+        }
     }
     return steps;
 }
@@ -377,8 +332,7 @@ Wrote Journal::Forget() {
 Wrote Journal::DropEnded() {
     Transaction writes(*this);
     return writes.End(writes &&
-                      Run("DELETE FROM steps WHERE command IN (SELECT id FROM commands WHERE"
-                          " state IN (1, 2, 5))") &&
+                      DropSteps("IN (SELECT id FROM commands WHERE state IN (1, 2, 5))") &&
                       Run("DELETE FROM commands WHERE state IN (1, 2, 5)"));
 }
 
@@ -398,14 +352,9 @@ Wrote Journal::Prune(std::int64_t days, std::int64_t bytes) {
         }
         if (oldest == 0) oldest = std::numeric_limits<std::int64_t>::max();
     }
-    return writes.End(
-        Statement(m_database, "DELETE FROM steps WHERE command IN (SELECT id FROM"
-                              " commands WHERE state IN (1, 2, 5) AND id<?)")
-            .Add(oldest)
-            .Run() &&
-        Statement(m_database, "DELETE FROM commands WHERE state IN (1, 2, 5) AND id<?")
-            .Add(oldest)
-            .Run());
+    const std::string which = "state IN (1, 2, 5) AND id<" + std::to_string(oldest);
+    return writes.End(DropSteps("IN (SELECT id FROM commands WHERE " + which + ")") &&
+                      Run(("DELETE FROM commands WHERE " + which).c_str()));
 }
 
 } // namespace tarn

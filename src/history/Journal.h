@@ -95,6 +95,7 @@ private:
     std::int64_t NextTurn();
     bool PutSteps(std::int64_t id, std::span<const Step> steps);
     bool ChangeSteps(std::int64_t id, std::span<const Step> steps);
+    bool DropSteps(const std::string& which);
     std::vector<CommandRow> Rows(Statement& statement);
 
     sqlite3* m_database = nullptr;
