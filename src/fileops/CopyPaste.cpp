@@ -62,7 +62,7 @@ void CopyPaste::PasteButton_Click() {
 void CopyPaste::Paste(const std::vector<std::string>& sources, bool cut) {
     Changes changes(m.files);
     Report report;
-    m.marks.Flush();
+    if (const Outcome written = m.marks.Flush(); !written) return m.shell.Tell(written);
     const DroppedNote dropped(m);
     m.shell.SetBusy(true);
     const std::vector<NewNamePlan> put = PutAll(sources, cut, changes, report);
@@ -80,10 +80,10 @@ void CopyPaste::Paste(const std::vector<std::string>& sources, bool cut) {
             report.error = "Stays where it was: " + error + " - " + LastPart(left.path);
     }
     m.shell.SetBusy(false);
-    m.navigation.RefreshDirButton_Click();
-    if (arrived > 0) ShowPasted(LastPart(sources[arrived - 1]));
     m_pushUndo({(cut ? "Cut > Paste of " : "Copy > Paste of ") + std::to_string(arrived) + " files",
                 changes.Written()});
+    m.navigation.RefreshDirButton_Click();
+    if (arrived > 0) ShowPasted(LastPart(sources[arrived - 1]));
     if (cut) EndCut(arrived, sources.size());
     if (report.message.empty())
         report.message =

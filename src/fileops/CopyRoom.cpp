@@ -2,6 +2,7 @@
 
 #include "common/paths.h"
 #include "desk/batch/DroppedNote.h"
+#include "fileops/MarksAlong.h"
 #include "fileops/PicturePlan.h"
 #include "fileops/frmCaption.h"
 #include "platform/Files.h"
@@ -78,7 +79,10 @@ CopyOutcome CopyRoom::CopyImage() {
         return Refusal("'Copy to' folder is same as current folder");
     if (s.Filename.empty() || name.empty()) return Refusal({});
     const std::string target = JoinPath(s.CopyImageFolder, name);
-    m.marks.Flush();
+    if (const Outcome written = m.marks.Flush(); !written) {
+        m_copyOk = "COPY FAILED - " + written.text;
+        return Refusal(written.text);
+    }
     std::string error;
     m.shell.SetBusy(true);
     const std::vector<CopiedFile> files = CopyWithSidecars(target, &error);
@@ -87,6 +91,7 @@ CopyOutcome CopyRoom::CopyImage() {
         m_copyOk = "COPY FAILED - " + error;
         return Refusal("Image copy failed for '" + name + "'", error);
     }
+    TakeMarksAlong(m.marks, {{Done::Kind::Made, s.Filename, target}});
     Outcome copied = Copied("Copied", name);
     if (!error.empty()) copied.text += ", its sidecar was not copied: " + error;
     return {std::move(copied), m_copyOk, files};

@@ -17,7 +17,10 @@ void CopyRun::Step() {
         std::string error;
         std::string replaced;
         if (m_files.Copy(copy.from, copy.to, &error, copy.stands ? &replaced : nullptr)) {
-            counts.files += copy.kind == PlannedCopy::Kind::File;
+            if (copy.kind == PlannedCopy::Kind::File) {
+                ++counts.files;
+                copied.push_back({tarn::Done::Kind::Made, copy.from, copy.to});
+            }
             counts.notes += copy.kind == PlannedCopy::Kind::Note;
             continue;
         }

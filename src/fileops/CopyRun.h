@@ -4,6 +4,7 @@
 
 #include "desk/commands/Outcome.h"
 #include "fileops/CopyPlan.h"
+#include "fileops/UndoLog.h"
 
 #include <string>
 #include <vector>
@@ -31,6 +32,7 @@ public:
     void Step();
 
     CopyCounts counts;
+    std::vector<tarn::Done> copied; // files, not what belongs to them
 
 private:
     CopyPlan m_plan;

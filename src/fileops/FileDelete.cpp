@@ -55,7 +55,7 @@ Outcome FileRoom::DeleteCurrent(bool withNote, bool ask) {
     if (s.Filename.empty() || m.controls.FileListBox->Count() < 1) return Outcome::Refused();
     s.DeleteNoteToo = withNote;
     Changes changes(m.files);
-    m.marks.Flush();
+    if (Outcome written = m.marks.Flush(); !written) return written;
     Belongings belongings(m.files, Notes());
     return Delete(PlanDelete(belongings, s.Filename, withNote), ask, "Delete", changes);
 }
@@ -170,7 +170,7 @@ void FileRoom::DeleteAllFitsButton_Click() {
                              list.Path() + " to wastebasket?",
                          kYesNo) != 0)
         return;
-    m.marks.Flush();
+    if (const Outcome written = m.marks.Flush(); !written) return m.shell.Tell(written);
     Changes changes(m.files);
     std::size_t thrown = 0;
     const std::string said = ThrowFits(paths, changes, thrown);

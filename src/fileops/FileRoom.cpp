@@ -3,6 +3,7 @@
 #include "common/paths.h"
 #include "desk/batch/BatchRun.h"
 #include "desk/batch/DroppedNote.h"
+#include "fileops/MarksAlong.h"
 #include "fileops/PutFiles.h"
 #include "fileops/frmNewName.h"
 #include "fileops/frmRenameFiles.h"
@@ -77,6 +78,8 @@ NotesPlace FileRoom::Notes() const {
 }
 
 void FileRoom::PushUndo(UndoEntry entry) {
+    for (MarkBefore& mark : TakeMarksAlong(m.marks, entry.done))
+        entry.marks.push_back(std::move(mark));
     m_undo.Push(std::move(entry));
     SetEnabled(m.controls.UndoButton, !m_undo.IsEmpty());
     m.controls.UndoButton->setText(m_undo.IsEmpty()
@@ -86,7 +89,7 @@ void FileRoom::PushUndo(UndoEntry entry) {
 
 void FileRoom::UndoButton_Click() {
     if (m_undo.IsEmpty()) return;
-    m.marks.Flush();
+    if (const Outcome written = m.marks.Flush(); !written) return m.shell.Tell(written);
     const int row = m.controls.FileListBox->CurrentRow();
     UndoResult result;
     {
@@ -124,7 +127,7 @@ void FileRoom::KeepRest(const Changes& changes, const std::string& what) {
 
 // What is being written for the picture, note and marks, goes along with it.
 Outcome FileRoom::KeepWritten() {
-    m.marks.Flush();
+    if (Outcome written = m.marks.Flush(); !written) return written;
     return m.state.NotesFolder.empty() ? Outcome::Did() : m.notes.SaveIfUnsaved();
 }
 
@@ -156,9 +159,12 @@ bool FileRoom::CarryOut(CarryOutNewName way, const NewNamePlan& plan, const std:
         *error += " - " + LastPart(plan.from);
         return false;
     }
+    return true;
+}
+
+void FileRoom::ReadAgain() {
     m.notes.NoteFilesChanged();
     m.navigation.RefreshDirButton_Click();
-    return true;
 }
 
 NewNamePlan FileRoom::Plan(const std::string& from, const std::string& newName) const {
@@ -179,8 +185,9 @@ Outcome FileRoom::Rename(const std::string& from, const std::string& newName) {
     LeftBehind left;
     if (!CarryOut(CarryOutRename, plan, what, changes, &error, &left))
         return Outcome::Refused(kept.text, error);
-    Show(plan.to, row);
     PushUndo({what, changes.Written()});
+    ReadAgain();
+    Show(plan.to, row);
     m.shell.FocusPane();
     return Outcome::Did("Renamed - " + Arrow(LastPart(from), newName) + NoteWord(plan) +
                         (left.path.empty() ? ""
@@ -200,6 +207,8 @@ Outcome FileRoom::Duplicate(const std::string& from, const std::string& newName)
     if (!CarryOut(CarryOutDuplicate, plan, "Duplicate '" + LastPart(from) + "'", changes, &error,
                   nullptr))
         return Outcome::Refused(kept.text, error);
+    TakeMarksAlong(m.marks, changes.Written());
+    ReadAgain();
     Show(from, row);
     return Outcome::Did("Duplicate - " + Arrow(LastPart(from), newName) + NoteWord(plan) +
                         dropped.Word());
@@ -258,17 +267,17 @@ Outcome FileRoom::PutFiles(const FolderDrop& drop) {
         if (!kept) return kept;
         if (m.state.VideoImage()) m.video.CloseVideoClip(); // an open clip holds its file
     }
-    m.marks.Flush();
+    if (Outcome written = m.marks.Flush(); !written) return written;
     const DroppedNote dropped(m);
     Changes changes(m.files);
     Outcome outcome = tarn::PutFiles(m, Notes()).Run(drop, changes);
     if (changes.Written().empty()) return outcome;
+    PushUndo({(drop.copy ? "Copy to '" : "Move to '") + drop.folder + "'", changes.Written()});
     m.notes.NoteFilesChanged();
     if (drop.copy)
         m.navigation.RefreshDirButton_Click();
     else
         m.navigation.RefreshAfterDelete();
-    PushUndo({(drop.copy ? "Copy to '" : "Move to '") + drop.folder + "'", changes.Written()});
     outcome.text += dropped.Word();
     return outcome;
 }

@@ -64,6 +64,7 @@ private:
     Outcome Rename(const std::string& from, const std::string& newName);
     Outcome Duplicate(const std::string& from, const std::string& newName);
     void Show(const std::string& path, int otherwise);
+    void ReadAgain(); // what the disk has now
     void KeepRest(const Changes& changes, const std::string& what);
     void RenamePicturesClosed();
     void ConnectMarks();

@@ -83,7 +83,7 @@ Outcome FileRoom::RejectedToWastebasket() {
                          list.Path() + " to wastebasket?"))
         return Outcome::Refused();
     if (m.state.VideoImage()) m.video.CloseVideoClip(); // an open clip holds its file
-    m.marks.Flush();
+    if (Outcome written = m.marks.Flush(); !written) return written;
     const int row = std::max(0, list.CurrentRow());
     Changes changes(m.files);
     Outcome thrown = ThrowAll(rejected.paths, changes);

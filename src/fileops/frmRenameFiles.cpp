@@ -227,7 +227,10 @@ void frmRenameFiles::RenameCommand_Click() {
     if (m_running) return;
     ClearResults();
     if (!KeepWrittenNote()) return;
-    m.marks.Flush();
+    if (const Outcome written = m.marks.Flush(); !written) {
+        m_say->setText(ToQt(written.text));
+        return;
+    }
     Changes changes(m.files);
     {
         const QScopedValueRollback<bool> running(m_running, true);

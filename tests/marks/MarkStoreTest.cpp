@@ -110,7 +110,7 @@ TEST(MarkStore, WhatCannotBeWrittenIsKeptToldOnceAndWrittenLater) {
         d.store->Set(d.At("a.jpg"), Rate(stars));
         d.store->Flush();
     }
-    EXPECT_TRUE(d.store->IsKeptAside(d.At("a.jpg")));
+    EXPECT_EQ(d.store->KeptAside(d.At("a.jpg")), Rate(4));
     EXPECT_EQ(d.store->MarkOf(d.At("a.jpg")), (Mark{Decision::None, 4}));
     EXPECT_EQ(BytesOf(d.At("a.jpg.xmp")), "no XMP");
     EXPECT_EQ(d.Told(), std::vector<std::string>{"The mark of 'a.jpg' is kept in the settings, its "
@@ -120,8 +120,32 @@ TEST(MarkStore, WhatCannotBeWrittenIsKeptToldOnceAndWrittenLater) {
     d.ShowAndRead({"a.jpg"});
     d.store->Flush();
     EXPECT_EQ(d.OnDisk("a.jpg"), (Mark{Decision::None, 4}));
-    EXPECT_FALSE(d.store->IsKeptAside(d.At("a.jpg")));
+    EXPECT_EQ(d.store->KeptAside(d.At("a.jpg")), std::nullopt);
     EXPECT_EQ(BytesOf(d.Kept()), "");
+}
+
+TEST(MarkStore, WhatTheDiskDoesNotTakeIsCountedAndKeptForTheNextRun) {
+    StoreDesk d;
+    Fill(d.folder, {{"a.jpg", "a"}, {"b.jpg", "b"}});
+    std::mutex disk;
+    {
+        const std::lock_guard hangs(disk);
+        d.files.onAsk = [&](const std::string& verb, const std::string& path) {
+            if (verb == "writable" && path == d.folder.Path()) const std::lock_guard wait(disk);
+            return std::string();
+        };
+        d.store->Set(d.At("a.jpg"), Rate(3));
+        EXPECT_FALSE(d.store->Flush(std::chrono::milliseconds(100)));
+        d.store->Set(d.At("b.jpg"), Decide(Decision::Keep));
+        EXPECT_EQ(d.store->StillUnwritten().count, 2U);
+        EXPECT_EQ(d.store->StillUnwritten().now, d.At("a.jpg"));
+        d.store->KeepUnwrittenAside();
+        EXPECT_EQ(UnpackMarks(BytesOf(d.Kept())),
+                  (KeptMarks{{d.At("a.jpg"), Rate(3)}, {d.At("b.jpg"), Decide(Decision::Keep)}}));
+    }
+    EXPECT_TRUE(d.store->Flush(std::chrono::milliseconds(10000))); // it answers after all
+    EXPECT_EQ(d.OnDisk("a.jpg"), (Mark{Decision::None, 3}));
+    EXPECT_EQ(d.store->StillUnwritten().count, 0U);
 }
 
 TEST(MarkStore, AFolderThatMayNotBeWrittenIsToldOnce) {
@@ -137,6 +161,13 @@ TEST(MarkStore, AFolderThatMayNotBeWrittenIsToldOnce) {
                                                  "' are kept in the settings: the folder may not "
                                                  "be written"});
     EXPECT_EQ(d.store->MarkOf(d.At("b.jpg")), (Mark{Decision::Keep, 0}));
+    EXPECT_TRUE(d.store->AnyMarked(d.folder.Path()));
+    d.store->Set(d.At("b.jpg"), {}); // its picture has gone elsewhere
+    d.store->Flush();
+    EXPECT_EQ(d.store->KeptAside(d.At("b.jpg")), std::nullopt);
+    EXPECT_EQ(UnpackMarks(BytesOf(d.Kept())), (KeptMarks{{d.At("a.jpg"), Rate(1)}}));
+    d.store->Set(d.At("b.jpg"), Decide(Decision::Keep));
+    d.store->Flush();
     d.files.onAsk = nullptr;
     d.ShowAndRead({"a.jpg", "b.jpg"});
     d.store->Flush();
