@@ -46,7 +46,7 @@ void MarkSome(AppDesk& desk, const Folder& folder) {
     std::vector<std::string> some;
     for (int i = 0; i < kFiles; i += 50) some.push_back(folder.At(NameOf(i)));
     desk.house.marks.SetMarks(some, tarn::Rate(3));
-    desk.house.marks.Flush();
+    if (!desk.house.marks.Flush()) std::puts("marks NOT written");
 }
 
 void PrintOrders(AppDesk& desk) {

@@ -5,7 +5,7 @@
 #include "common/paths.h"
 #include "desk/batch/BatchRun.h"
 #include "desk/batch/DroppedNote.h"
-#include "platform/EventPump.h"
+#include "desk/batch/KeptFiles.h"
 #include "platform/Files.h"
 #include "widgets/Dialogs.h"
 #include "widgets/FileListBox.h"
@@ -21,7 +21,6 @@ namespace {
 const std::vector<std::string> kYesNo{"Yes", "No"};
 constexpr char kSubFolder[] = "rejected";
 constexpr std::size_t kMarksAtOnce = 500; // between two looks for events
-constexpr int kLooksAgain = 10;           // milliseconds
 
 bool IsRejected(const Mark& mark) {
     return mark.decision == Decision::Reject;
@@ -50,14 +49,7 @@ void FileRoom::ConnectMarks() {
 // Of all files of the folder that the boxes list, also where the list is narrowed.
 FileRoom::ByMark FileRoom::FilesMarked(bool (*takes)(const Mark&), const std::string& kind) const {
     const FileListBox& list = *m.controls.FileListBox;
-    if (!m.marks.AllRead()) {
-        const BatchRun batch(m);
-        while (!m.marks.AllRead()) {
-            if (!batch.Step("Marks of this folder are being read"))
-                return {{}, Outcome::Refused("Cancelled")};
-            m.events.Sleep(kLooksAgain);
-        }
-    }
+    if (!AwaitMarks(m)) return {{}, Outcome::Refused("Cancelled")};
     ByMark found;
     for (const std::string& name : list.Listed()) {
         std::string path = JoinPath(list.Path(), name);

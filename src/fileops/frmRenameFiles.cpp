@@ -113,6 +113,10 @@ void frmRenameFiles::FolderTreeview1_Selection(const std::string& path, bool& ca
         return;
     }
     if (same) m_list->Refresh();
+    // Marks are known of the folder that the main window shows.
+    const bool isKnown = path == m.controls.FileListBox->Path();
+    m_keptOnly->setEnabled(isKnown);
+    if (!isKnown) m_keptOnly->setChecked(false);
     BuildRenameLists();
 }
 
@@ -121,7 +125,6 @@ void frmRenameFiles::SetPattern() {
     BuildRenameLists();
 }
 
-// Marks are known of the folder that the main window shows.
 void frmRenameFiles::NarrowToKept() {
     if (m_keptOnly->isChecked())
         m_list->Narrow(

@@ -267,8 +267,7 @@ void MarkStore::TakeAnswer(const std::string& path, const MarkChange& change,
                 m_known[LastPart(path)] = {written.mark, {}};
                 m_anyMarked = m_anyMarked || written.mark != Mark();
             }
-            if (kept == m_kept.end()) return;
-            m_kept.erase(kept);
+            if (kept != m_kept.end()) m_kept.erase(kept);
             aside[path] = {};
             return;
         }

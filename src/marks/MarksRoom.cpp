@@ -79,8 +79,8 @@ bool MarksRoom::AwaitWritten(const char* inQuestion, std::optional<std::chrono::
     while (!m_store->Flush(kLookEvery)) {
         const MarkStore::Unwritten left = m_store->StillUnwritten();
         m.shell.ShowMessage("Waiting for the disk: " + std::to_string(left.count) +
-                            " marks to write, now '" + LastPart(left.now) +
-                            "'. Esc: " + inQuestion);
+                            (left.count == 1 ? " mark" : " marks") + " to write, now '" +
+                            LastPart(left.now) + "'. Esc: " + inQuestion);
         m.events.Pump();
         if (m.state.BatchCancelled) return false;
         if (atMost && std::chrono::steady_clock::now() - began > *atMost) return false;
