@@ -2,6 +2,7 @@
 
 #include "common/text.h"
 #include "common/utf8.h"
+#include "marks/XmpFrame.h"
 #include "marks/XmpLibrary.h"
 
 #include <algorithm>
@@ -163,6 +164,27 @@ bool ParseForeign(XmpPacket& packet, std::string_view bytes, std::string* error)
     return packet.Parse(text, error);
 }
 
+// Empty, and why, when it cannot be made.
+std::string ChangedBytes(std::string_view bytes, const MarkChange& change, std::string* error) {
+    XmpPacket packet;
+    NameSpaces(packet);
+    if (!bytes.empty() && !ParseForeign(packet, bytes, error)) return {};
+    std::string changed;
+    if (Put(packet, Changed(MarkIn(packet), change))) changed = packet.Bytes();
+    if (changed.empty()) Say(error, "its rating cannot be replaced");
+    return changed;
+}
+
+// Around the root all stays, as long as the whole then says the very same.
+std::string InFrameOf(std::string_view before, std::string changed) {
+    std::string framed = WithRootOf(InUtf8(before), changed);
+    XmpPacket packet;
+    NameSpaces(packet);
+    const bool isSame =
+        !framed.empty() && ParseForeign(packet, framed, nullptr) && packet.Bytes() == changed;
+    return isSame ? framed : changed;
+}
+
 } // namespace
 
 std::optional<Mark> MarkOfXmp(std::string_view bytes, std::string* error) {
@@ -174,14 +196,9 @@ std::optional<Mark> MarkOfXmp(std::string_view bytes, std::string* error) {
 
 std::optional<std::string> XmpWithMark(std::string_view bytes, const MarkChange& change,
                                        std::string* error) {
-    XmpPacket packet;
-    NameSpaces(packet);
-    if (!bytes.empty() && !ParseForeign(packet, bytes, error)) return {};
-    std::string changed;
-    if (Put(packet, Changed(MarkIn(packet), change))) changed = packet.Bytes();
-    if (!changed.empty()) return changed;
-    Say(error, "its rating cannot be replaced");
-    return {};
+    std::string changed = ChangedBytes(bytes, change, error);
+    if (changed.empty()) return {};
+    return bytes.empty() ? changed : InFrameOf(bytes, std::move(changed));
 }
 
 } // namespace tarn
