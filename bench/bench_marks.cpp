@@ -69,6 +69,32 @@ void Set(const std::string& picture) {
                 }));
 }
 
+void PrintKeys(const char* what, std::vector<double> times) {
+    std::printf("%s %8.3f ms, the longest %.3f (goal: 5)\n", what, Median(times),
+                *std::max_element(times.begin(), times.end()));
+}
+
+// The whole window, a key a picture; what is painted comes between the keys.
+void Cull(const std::string& picture) {
+    const Folder folder(kMarks, picture, 0);
+    AppDesk desk;
+    desk.Start(folder.Path());
+    while (!desk.house.marks.AllRead()) QApplication::processEvents();
+    for (const bool advances : {false, true}) {
+        desk.s.MarkAdvance = advances;
+        std::vector<double> times;
+        for (int i = 0; i < kMarks; ++i) {
+            QAction* const mark = i % 3 == 0 ? desk.c.MarkRejectButton : desk.c.MarkKeepButton;
+            times.push_back(Milliseconds([&] { mark->trigger(); }));
+            if (!advances) desk.Key(Qt::Key_N);
+            QApplication::processEvents();
+        }
+        PrintKeys(advances ? "a mark in the window, with the step    "
+                           : "a mark in the window                   ",
+                  times);
+    }
+}
+
 double OpenTime(AppDesk& desk, const std::string& folder, const std::string& other) {
     desk.house.Open(other);
     QApplication::processEvents();
@@ -134,6 +160,7 @@ int main(int argc, char** argv) {
     const QApplication application(argc, argv);
     const std::string picture = tarn::testing::JpegBytes(tarn::testing::TellTale(120, 80));
     Set(picture);
+    Cull(picture);
     Open(picture);
     return 0;
 }
