@@ -1,5 +1,6 @@
 #include "fileops/MarksAlong.h"
 
+#include <algorithm>
 #include <map>
 #include <optional>
 #include <string>
@@ -21,7 +22,12 @@ std::vector<MarkBefore> TakeMarksAlong(MarkCommands& marks, const std::vector<Do
         now[each.from] = std::nullopt;
     }
     std::vector<MarkWish> wishes;
-    for (const auto& [path, kept] : now) wishes.push_back({path, kept.value_or(MarkChange())});
+    for (const auto& [path, kept] : now) {
+        wishes.push_back({path, kept.value_or(MarkChange())});
+        const bool stood = std::any_of(before.begin(), before.end(),
+                                       [&](const MarkBefore& mark) { return mark.path == path; });
+        if (kept && !stood) before.push_back({path, {}}); // where it came to it goes again
+    }
     if (!wishes.empty()) marks.SetMarks(wishes);
     return before;
 }

@@ -339,6 +339,7 @@ TEST(MarksAside, GoWithTheirPictureAndComeBackWithIt) {
         d.Written();
         EXPECT_EQ(d.MarkAt(back), (Mark{Decision::Keep, 2})) << back;
     }
+    EXPECT_EQ(d.house.marks.KeptAside(d.At("m.jpg")), std::nullopt);
     d.files.onAsk = nullptr;
 }
 

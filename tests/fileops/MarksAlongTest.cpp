@@ -34,7 +34,8 @@ TEST(MarksAlong, GoWhereThePicturesGo) {
     const auto before =
         TakeMarksAlong(marks, {{Kind::Renamed, "/a", "/new"}, {Kind::Renamed, "/c", "/d"}});
     EXPECT_EQ(marks.wishes, (Wishes{{"/a", {}}, {"/new", Rate(3)}}));
-    EXPECT_EQ(ByPath(before), (std::map<std::string, Mark>{{"/a", {Decision::None, 3}}}));
+    EXPECT_EQ(ByPath(before),
+              (std::map<std::string, Mark>{{"/a", {Decision::None, 3}}, {"/new", {}}}));
 }
 
 TEST(MarksAlong, ChangePlacesOverOneBetween) {
@@ -53,7 +54,7 @@ TEST(MarksAlong, OfACopyBothHaveItAndOfWhatIsThrownAwayNone) {
     Calls record;
     AsideMarks marks(record);
     EXPECT_EQ(ByPath(TakeMarksAlong(marks, {{Kind::Made, "/a", "/copy"}})),
-              (std::map<std::string, Mark>()));
+              (std::map<std::string, Mark>{{"/copy", {}}}));
     EXPECT_EQ(marks.wishes, (Wishes{{"/copy", Rate(3)}}));
     marks.wishes.clear();
     // What stood at the copy's place has gone first.
