@@ -89,7 +89,7 @@ void MarkStore::Set(const std::string& path, const MarkChange& change) {
 
 bool MarkStore::Flush(std::optional<std::chrono::milliseconds> atMost) {
     std::unique_lock lock(m_mutex);
-    const auto isSettled = [this] { return m_pending.empty() && m_writing.empty(); };
+    const auto isSettled = [this] { return m_isBegun && m_pending.empty() && m_writing.empty(); };
     if (atMost) return m_settled.wait_for(lock, *atMost, isSettled);
     m_settled.wait(lock, isSettled);
     return true;
@@ -148,9 +148,10 @@ void MarkStore::Read() {
         const bool read = Guarded(untold, [&] { return ReadFolder(wanted); });
         lock.lock();
         if (wanted.generation != m_wanted.generation) continue;
+        TryKeptAgain(wanted.folder);
         m_allRead = read || !untold.empty();
         lock.unlock();
-        TryKeptAgain(wanted.folder);
+        m_asked.notify_all();
         TellChanged();
         lock.lock();
     }
@@ -201,20 +202,18 @@ bool MarkStore::ReadOne(const Wanted& wanted, const std::string& name,
 
 // What an earlier run, or an earlier look at this folder, could not write.
 void MarkStore::TryKeptAgain(const std::string& folder) {
-    {
-        const std::lock_guard lock(m_mutex);
-        for (const auto& [path, change] : m_kept)
-            if (FolderOf(path) == folder) m_pending.try_emplace(path, change);
-    }
-    m_asked.notify_all();
+    for (const auto& [path, change] : m_kept)
+        if (FolderOf(path) == folder) m_pending.try_emplace(path, change);
 }
 
 void MarkStore::Write() {
-    KeptMarks kept = m_aside.Read();
+    std::string untold; // the rest is written all the same
+    KeptMarks kept = Guarded(untold, [this] { return m_aside.Read(); });
     std::unique_lock lock(m_mutex);
     m_kept.merge(kept);
-    for (const auto& [path, change] : m_kept)
-        if (FolderOf(path) == m_folder) m_pending.try_emplace(path, change);
+    TryKeptAgain(m_folder);
+    m_isBegun = true;
+    m_settled.notify_all();
     for (;;) {
         m_asked.wait(lock, [this] { return m_ends || !m_pending.empty(); });
         if (m_pending.empty()) return; // the end, with all written

@@ -74,7 +74,7 @@ private:
     void Read();
     bool ReadFolder(const Wanted& wanted);
     bool ReadOne(const Wanted& wanted, const std::string& name, const SidecarNames& sidecars);
-    void TryKeptAgain(const std::string& folder);
+    void TryKeptAgain(const std::string& folder); // under the lock
 
     void Write();
     void WriteAll();
@@ -102,6 +102,7 @@ private:
     Changes m_writing;
     Unwritten m_written;            // of those
     KeptMarks m_kept;               // aside
+    bool m_isBegun = false;         // what an earlier run kept is among them
     std::set<std::string> m_toldOf; // folders and files
 
     Worker m_reader; // last: they use all above

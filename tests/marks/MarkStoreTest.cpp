@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <condition_variable>
 
 namespace tarn::testing {
@@ -34,6 +35,12 @@ struct StoreDesk {
                                               const std::lock_guard lock(mutex);
                                               told.push_back(text);
                                           }});
+    }
+    // Anew, since its threads ask from their beginning on.
+    void BeginWith(ForwardingFiles::Hook onAsk) {
+        store.reset();
+        files.onAsk = std::move(onAsk);
+        Begin();
     }
     std::string At(const std::string& name) const { return folder.Path() + "/" + name; }
     std::string Kept() const { return files.StateFolder() + "/unwritten_marks"; }
@@ -88,12 +95,13 @@ TEST(MarkStore, TheEndWritesWhatWasSet) {
 TEST(MarkStore, AnotherLookAtTheFolderReadsWhatHasChanged) {
     StoreDesk d;
     Fill(d.folder, {{"a.jpg", "a"}, {"b.jpg", "b"}, {"b.jpg.xmp", Sidecar({Decision::Keep, 2})}});
-    d.ShowAndRead({"a.jpg", "b.jpg"});
-    int reads = 0;
-    d.files.onAsk = [&](const std::string& verb, const std::string&) {
-        reads += verb == "read";
+    std::atomic<int> reads = 0;
+    d.BeginWith([&](const std::string& verb, const std::string& path) {
+        if (verb == "read" && path.starts_with(d.folder.Path())) ++reads;
         return std::string();
-    };
+    });
+    d.ShowAndRead({"a.jpg", "b.jpg"});
+    reads = 0;
     d.ShowAndRead({"a.jpg", "b.jpg"});
     EXPECT_EQ(reads, 0); // all stand as they stood
     d.folder.Write("a.jpg.xmp", Sidecar({Decision::Reject, 0}));
@@ -128,12 +136,12 @@ TEST(MarkStore, WhatTheDiskDoesNotTakeIsCountedAndKeptForTheNextRun) {
     StoreDesk d;
     Fill(d.folder, {{"a.jpg", "a"}, {"b.jpg", "b"}});
     std::mutex disk;
+    d.BeginWith([&](const std::string& verb, const std::string& path) {
+        if (verb == "writable" && path == d.folder.Path()) const std::lock_guard wait(disk);
+        return std::string();
+    });
     {
         const std::lock_guard hangs(disk);
-        d.files.onAsk = [&](const std::string& verb, const std::string& path) {
-            if (verb == "writable" && path == d.folder.Path()) const std::lock_guard wait(disk);
-            return std::string();
-        };
         d.store->Set(d.At("a.jpg"), Rate(3));
         EXPECT_FALSE(d.store->Flush(std::chrono::milliseconds(100)));
         d.store->Set(d.At("b.jpg"), Decide(Decision::Keep));
@@ -151,9 +159,10 @@ TEST(MarkStore, WhatTheDiskDoesNotTakeIsCountedAndKeptForTheNextRun) {
 TEST(MarkStore, AFolderThatMayNotBeWrittenIsToldOnce) {
     StoreDesk d;
     Fill(d.folder, {{"a.jpg", "a"}, {"b.jpg", "b"}});
-    d.files.onAsk = [&](const std::string& verb, const std::string& path) {
-        return verb == "writable" && path == d.folder.Path() ? "no" : "";
-    };
+    std::atomic<bool> isWritable = false;
+    d.BeginWith([&](const std::string& verb, const std::string& path) {
+        return !isWritable && verb == "writable" && path == d.folder.Path() ? "no" : "";
+    });
     d.store->Set(d.At("a.jpg"), Rate(1));
     d.store->Set(d.At("b.jpg"), Decide(Decision::Keep));
     d.store->Flush();
@@ -168,7 +177,7 @@ TEST(MarkStore, AFolderThatMayNotBeWrittenIsToldOnce) {
     EXPECT_EQ(UnpackMarks(BytesOf(d.Kept())), (KeptMarks{{d.At("a.jpg"), Rate(1)}}));
     d.store->Set(d.At("b.jpg"), Decide(Decision::Keep));
     d.store->Flush();
-    d.files.onAsk = nullptr;
+    isWritable = true;
     d.ShowAndRead({"a.jpg", "b.jpg"});
     d.store->Flush();
     EXPECT_EQ(d.OnDisk("a.jpg"), (Mark{Decision::None, 1}));
