@@ -175,14 +175,17 @@ std::string ChangedBytes(std::string_view bytes, const MarkChange& change, std::
     return changed;
 }
 
-// Around the root all stays, as long as the whole then says the very same.
-std::string InFrameOf(std::string_view before, std::string changed) {
-    std::string framed = WithRootOf(InUtf8(before), changed);
+// The library reads the very same from it.
+bool SaysTheSame(std::string_view text, const std::string& changed) {
     XmpPacket packet;
     NameSpaces(packet);
-    const bool isSame =
-        !framed.empty() && ParseForeign(packet, framed, nullptr) && packet.Bytes() == changed;
-    return isSame ? framed : changed;
+    return ParseForeign(packet, text, nullptr) && packet.Bytes() == changed;
+}
+
+// The library writes names of spaces as they came, with signs that end them: it cannot read that.
+bool IsWhole(std::string_view before, const MarkChange& change, const std::string& changed) {
+    const auto mark = MarkOfXmp(before, nullptr);
+    return mark && MarkOfXmp(changed, nullptr) == Changed(*mark, change);
 }
 
 } // namespace
@@ -197,8 +200,14 @@ std::optional<Mark> MarkOfXmp(std::string_view bytes, std::string* error) {
 std::optional<std::string> XmpWithMark(std::string_view bytes, const MarkChange& change,
                                        std::string* error) {
     std::string changed = ChangedBytes(bytes, change, error);
-    if (changed.empty()) return {};
-    return bytes.empty() ? changed : InFrameOf(bytes, std::move(changed));
+    if (changed.empty() || bytes.empty())
+        return changed.empty() ? std::nullopt : std::optional(changed);
+    // Around the root all stays, as long as the whole is still as good.
+    std::string framed = WithRootOf(InUtf8(bytes), changed);
+    if (!framed.empty() && SaysTheSame(framed, changed)) return framed;
+    if (IsWhole(bytes, change, changed)) return changed;
+    Say(error, "its rating cannot be replaced");
+    return {};
 }
 
 } // namespace tarn

@@ -170,6 +170,10 @@ TEST(Sidecar, WhatIsNoneIsToldAndNotChanged) {
         EXPECT_NE(error, "") << bytes.substr(0, 80);
         EXPECT_EQ(XmpWithMark(bytes, Rate(1), nullptr), std::nullopt) << bytes.substr(0, 80);
     }
+    // The library would write the name of this space without its quotes escaped.
+    const std::string quotes = Xmp("xmlns:q='http://example.org/\"/' q:word='1'");
+    EXPECT_NE(MarkOfXmp(quotes, nullptr), std::nullopt);
+    EXPECT_EQ(XmpWithMark(quotes, Rate(1), nullptr), std::nullopt);
     EXPECT_EQ(MarkOfXmp("", nullptr), std::nullopt);
     EXPECT_EQ(MarkOfXmp(std::string(kLargestSidecar + 1, ' '), nullptr), std::nullopt);
 }
