@@ -3,6 +3,7 @@
 #include "common/paths.h"
 #include "desk/batch/BatchRun.h"
 #include "desk/batch/DroppedNote.h"
+#include "fileops/MarksAlong.h"
 #include "fileops/PicturePlan.h"
 #include "platform/Clipboard.h"
 #include "platform/Files.h"
@@ -62,7 +63,7 @@ void CopyPaste::PasteButton_Click() {
 void CopyPaste::Paste(const std::vector<std::string>& sources, bool cut) {
     Changes changes(m.history, {});
     Report report;
-    m.marks.Flush();
+    if (const Outcome written = m.marks.Flush(); !written) return m.shell.Tell(written);
     const DroppedNote dropped(m);
     m.shell.SetBusy(true);
     const std::vector<NewNamePlan> put = PutAll(sources, cut, changes, report);
@@ -80,10 +81,11 @@ void CopyPaste::Paste(const std::vector<std::string>& sources, bool cut) {
             report.error = "Stays where it was: " + error + " - " + LastPart(left.path);
     }
     m.shell.SetBusy(false);
-    m.navigation.RefreshDirButton_Click();
-    if (arrived > 0) ShowPasted(LastPart(sources[arrived - 1]));
     changes.SetWhat((cut ? "Cut > Paste of " : "Copy > Paste of ") + std::to_string(arrived) +
                     " files");
+    TakeMarksAlong(m.marks, changes);
+    m.navigation.RefreshDirButton_Click();
+    if (arrived > 0) ShowPasted(LastPart(sources[arrived - 1]));
     if (cut) EndCut(arrived, sources.size());
     if (report.message.empty())
         report.message =

@@ -2,6 +2,7 @@
 
 #include "common/paths.h"
 #include "desk/batch/DroppedNote.h"
+#include "fileops/MarksAlong.h"
 #include "fileops/PicturePlan.h"
 #include "fileops/frmCaption.h"
 #include "platform/Files.h"
@@ -83,7 +84,10 @@ CopyOutcome CopyRoom::CopyImageIn(Changes& changes) {
         return Refusal("'Copy to' folder is same as current folder");
     if (s.Filename.empty() || name.empty()) return Refusal({});
     const std::string target = JoinPath(s.CopyImageFolder, name);
-    m.marks.Flush();
+    if (const Outcome written = m.marks.Flush(); !written) {
+        m_copyOk = "COPY FAILED - " + written.text;
+        return Refusal(written.text);
+    }
     std::string error;
     m.shell.SetBusy(true);
     changes.SetWhat("Copy '" + name + "' to '" + s.CopyImageFolder + "'");
@@ -93,6 +97,7 @@ CopyOutcome CopyRoom::CopyImageIn(Changes& changes) {
         m_copyOk = "COPY FAILED - " + error;
         return Refusal("Image copy failed for '" + name + "'", error);
     }
+    TakeMarksAlong(m.marks, changes);
     Outcome told = Copied("Copied", name);
     if (!error.empty()) told.text += ", its sidecar was not copied: " + error;
     return {std::move(told), m_copyOk};

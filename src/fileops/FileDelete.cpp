@@ -1,5 +1,6 @@
 // Pictures into the wastebasket, with their notes as the user wishes.
 #include "fileops/FileRoom.h"
+#include "fileops/MarksAlong.h"
 
 #include "common/paths.h"
 #include "desk/batch/BatchRun.h"
@@ -55,7 +56,7 @@ Outcome FileRoom::DeleteCurrent(bool withNote, bool ask) {
     if (s.Filename.empty() || m.controls.FileListBox->Count() < 1) return Outcome::Refused();
     s.DeleteNoteToo = withNote;
     Changes changes(m.history, {});
-    m.marks.Flush();
+    if (Outcome written = m.marks.Flush(); !written) return written;
     Belongings belongings(m.files, Notes());
     return Delete(PlanDelete(belongings, s.Filename, withNote), ask, "Delete", changes);
 }
@@ -85,6 +86,7 @@ Outcome FileRoom::Delete(const DeletePlan& plan, bool ask, const std::string& ve
         if (Outcome kept = ThrowPicture(plan.path, changes); !kept) return kept;
     std::string said = there ? "DELETED - " + name : "'" + name + "' is not there any more";
     if (there) said += ThrowAlong(plan, changes);
+    TakeMarksAlong(m.marks, changes);
     const DroppedNote dropped(m);
     ShowFromRow(row);
     return Outcome::Did(said + dropped.Word());
@@ -165,11 +167,12 @@ void FileRoom::DeleteAllFitsButton_Click() {
                              list.Path() + " to wastebasket?",
                          kYesNo) != 0)
         return;
-    m.marks.Flush();
+    if (const Outcome written = m.marks.Flush(); !written) return m.shell.Tell(written);
     Changes changes(m.history, {});
     std::size_t thrown = 0;
     const std::string said = ThrowFits(paths, changes, thrown);
     changes.SetWhat("Delete of " + std::to_string(thrown) + " FITS files");
+    TakeMarksAlong(m.marks, changes);
     const DroppedNote dropped(m);
     ShowFromRow(row);
     m.shell.ShowMessage(said + dropped.Word());

@@ -3,6 +3,7 @@
 #include "common/paths.h"
 #include "desk/batch/BatchRun.h"
 #include "desk/batch/DroppedNote.h"
+#include "fileops/MarksAlong.h"
 #include "fileops/PutFiles.h"
 #include "fileops/frmHistory.h"
 #include "fileops/frmNewName.h"
@@ -83,7 +84,7 @@ void FileRoom::Show(const std::string& path, int otherwise) {
 
 // What is being written for the picture, note and marks, goes along with it.
 Outcome FileRoom::KeepWritten() {
-    m.marks.Flush();
+    if (Outcome written = m.marks.Flush(); !written) return written;
     return m.state.NotesFolder.empty() ? Outcome::Did() : m.notes.SaveIfUnsaved();
 }
 
@@ -116,9 +117,12 @@ bool FileRoom::CarryOut(CarryOutNewName way, const NewNamePlan& plan, const std:
         *error += " - " + LastPart(plan.from);
         return false;
     }
+    return true;
+}
+
+void FileRoom::ReadAgain() {
     m.notes.NoteFilesChanged();
     m.navigation.RefreshDirButton_Click();
-    return true;
 }
 
 NewNamePlan FileRoom::Plan(const std::string& from, const std::string& newName) const {
@@ -139,6 +143,8 @@ Outcome FileRoom::Rename(const std::string& from, const std::string& newName) {
     LeftBehind left;
     if (!CarryOut(CarryOutRename, plan, what, changes, &error, &left))
         return Outcome::Refused(kept.text, error);
+    TakeMarksAlong(m.marks, changes);
+    ReadAgain();
     Show(plan.to, row);
     m.shell.FocusPane();
     return Outcome::Did("Renamed - " + Arrow(LastPart(from), newName) + NoteWord(plan) +
@@ -159,6 +165,8 @@ Outcome FileRoom::Duplicate(const std::string& from, const std::string& newName)
     std::string error;
     if (!CarryOut(CarryOutDuplicate, plan, what, changes, &error, nullptr))
         return Outcome::Refused(kept.text, error);
+    TakeMarksAlong(m.marks, changes);
+    ReadAgain();
     Show(from, row);
     return Outcome::Did("Duplicate - " + Arrow(LastPart(from), newName) + NoteWord(plan) +
                         dropped.Word());
@@ -222,11 +230,12 @@ Outcome FileRoom::PutFilesIn(const FolderDrop& drop, Changes& changes) {
         if (!kept) return kept;
         if (m.state.VideoImage()) m.video.CloseVideoClip(); // an open clip holds its file
     }
-    m.marks.Flush();
+    if (Outcome written = m.marks.Flush(); !written) return written;
     const DroppedNote dropped(m);
     changes.SetWhat((drop.copy ? "Copy to '" : "Move to '") + drop.folder + "'");
     Outcome outcome = tarn::PutFiles(m, Notes()).Run(drop, changes);
     if (changes.Count() == 0) return outcome;
+    TakeMarksAlong(m.marks, changes);
     m.notes.NoteFilesChanged();
     if (drop.copy)
         m.navigation.RefreshDirButton_Click();

@@ -68,6 +68,7 @@ private:
     Outcome Rename(const std::string& from, const std::string& newName);
     Outcome Duplicate(const std::string& from, const std::string& newName);
     void Show(const std::string& path, int otherwise);
+    void ReadAgain(); // what the disk has now
     void ShowUndo();
     using Way = std::function<UndoResult(const GoOn&)>;
     void Turn(const CommandRow& row, const std::string& doing, const Way& way);

@@ -5,7 +5,8 @@
 #include "common/paths.h"
 #include "desk/batch/BatchRun.h"
 #include "desk/batch/DroppedNote.h"
-#include "platform/EventPump.h"
+#include "desk/batch/KeptFiles.h"
+#include "fileops/MarksAlong.h"
 #include "platform/Files.h"
 #include "widgets/Dialogs.h"
 #include "widgets/FileListBox.h"
@@ -21,7 +22,6 @@ namespace {
 const std::vector<std::string> kYesNo{"Yes", "No"};
 constexpr char kSubFolder[] = "rejected";
 constexpr std::size_t kMarksAtOnce = 500; // between two looks for events
-constexpr int kLooksAgain = 10;           // milliseconds
 
 bool IsRejected(const Mark& mark) {
     return mark.decision == Decision::Reject;
@@ -50,14 +50,7 @@ void FileRoom::ConnectMarks() {
 // Of all files of the folder that the boxes list, also where the list is narrowed.
 FileRoom::ByMark FileRoom::FilesMarked(bool (*takes)(const Mark&), const std::string& kind) const {
     const FileListBox& list = *m.controls.FileListBox;
-    if (!m.marks.AllRead()) {
-        const BatchRun batch(m);
-        while (!m.marks.AllRead()) {
-            if (!batch.Step("Marks of this folder are being read"))
-                return {{}, Outcome::Refused("Cancelled")};
-            m.events.Sleep(kLooksAgain);
-        }
-    }
+    if (!AwaitMarks(m)) return {{}, Outcome::Refused("Cancelled")};
     ByMark found;
     for (const std::string& name : list.Listed()) {
         std::string path = JoinPath(list.Path(), name);
@@ -83,10 +76,11 @@ Outcome FileRoom::RejectedToWastebasket() {
                          list.Path() + " to wastebasket?"))
         return Outcome::Refused();
     if (m.state.VideoImage()) m.video.CloseVideoClip(); // an open clip holds its file
-    m.marks.Flush();
+    if (Outcome written = m.marks.Flush(); !written) return written;
     const int row = std::max(0, list.CurrentRow());
     Changes changes(m.history, "Delete of " + what);
     Outcome thrown = ThrowAll(rejected.paths, changes);
+    TakeMarksAlong(m.marks, changes);
     const DroppedNote dropped(m);
     if (m.files.Exists(m.state.Filename)) { // the picture that is shown stays
         m.notes.NoteFilesChanged();

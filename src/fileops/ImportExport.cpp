@@ -6,6 +6,7 @@
 #include "desk/batch/BatchRun.h"
 #include "fileops/CopyQuestion.h"
 #include "fileops/CopyRun.h"
+#include "fileops/MarksAlong.h"
 #include "history/Changes.h"
 #include "widgets/Dialogs.h"
 #include "widgets/FileListBox.h"
@@ -187,7 +188,7 @@ void ImportExport::ExportNotesFormat_Click() {
 
 Outcome ImportExport::PlanAndRun(const CopyRequest& request, const std::string& verb,
                                  const std::string& to) {
-    m.marks.Flush();
+    if (Outcome written = m.marks.Flush(); !written) return written;
     std::string error;
     auto plan = PlanCopies(request, m.files, &error);
     return plan ? Run(std::move(*plan), verb, to)
@@ -226,6 +227,7 @@ Outcome ImportExport::Run(CopyPlan plan, const std::string& verb, const std::str
     }
     changes.SetWhat(verb + " " + CountText(run.counts.files, run.counts.notes) + " to '" + to +
                     "'");
+    TakeMarksAlong(m.marks, changes);
     return {goesOn && run.counts.failed == 0,
             ReportText(run.counts, verb, to, !goesOn),
             {},

@@ -93,7 +93,8 @@ QLayout* frmRenameFiles::MakeFolderSide() {
     m_showAll = Named(new QCheckBox(QStringLiteral("Show all files in folder")), "CheckShowAll");
     connect(m_showAll, &QCheckBox::toggled, this, [this] { SetPattern(); });
     m_keptOnly = Named(new QCheckBox(QStringLiteral("Kept only")), "CheckKeptOnly");
-    m_keptOnly->setToolTip(QStringLiteral("Only files that are marked to keep"));
+    m_keptOnly->setToolTip(QStringLiteral(
+        "Only files that are marked to keep, of the folder that the main window shows"));
     connect(m_keptOnly, &QCheckBox::toggled, this, [this] { NarrowToKept(); });
     side->addWidget(Framed("Folders", m_tree), 2);
     side->addWidget(m_list, 3);

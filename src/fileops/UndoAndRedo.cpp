@@ -51,7 +51,7 @@ void FileRoom::ShowUndo() {
 
 // The menu may name what another program has already taken back, or done something behind.
 void FileRoom::UndoButton_Click() {
-    m.marks.Flush();
+    if (const Outcome written = m.marks.Flush(); !written) return m.shell.Tell(written);
     const auto next = m.history.NextToUndo();
     if (next && next->id == m_nextUndo)
         return Turn(*next, "Undoing ", [this](const GoOn& goOn) { return m.history.Undo(goOn); });
@@ -62,7 +62,7 @@ void FileRoom::UndoButton_Click() {
 }
 
 void FileRoom::RedoButton_Click() {
-    m.marks.Flush();
+    if (const Outcome written = m.marks.Flush(); !written) return m.shell.Tell(written);
     const auto next = m.history.NextToRedo();
     if (next && next->id == m_nextRedo)
         return Turn(*next, "Doing again ",
@@ -104,11 +104,11 @@ void FileRoom::HistoryButton_Click() {
     if (!m_historyWindow) {
         m_historyWindow = std::make_unique<frmHistory>(m);
         m_historyWindow->onUndo = [this](const CommandRow& row) {
-            m.marks.Flush();
+            if (const Outcome written = m.marks.Flush(); !written) return m.shell.Tell(written);
             Turn(row, "Undoing ", [&](const GoOn& goOn) { return m.history.UndoOf(row.id, goOn); });
         };
         m_historyWindow->onRedo = [this](const CommandRow& row) {
-            m.marks.Flush();
+            if (const Outcome written = m.marks.Flush(); !written) return m.shell.Tell(written);
             Turn(row, "Doing again ",
                  [&](const GoOn& goOn) { return m.history.RedoOf(row.id, goOn); });
         };

@@ -5,6 +5,7 @@
 #include "common/text.h"
 #include "desk/batch/BatchRun.h"
 #include "desk/batch/KeptFiles.h"
+#include "fileops/MarksAlong.h"
 #include "platform/Desktop.h"
 #include "platform/Files.h"
 #include "platform/QtText.h"
@@ -113,6 +114,10 @@ void frmRenameFiles::FolderTreeview1_Selection(const std::string& path, bool& ca
         return;
     }
     if (same) m_list->Refresh();
+    // Marks are known of the folder that the main window shows.
+    const bool isKnown = path == m.controls.FileListBox->Path();
+    m_keptOnly->setEnabled(isKnown);
+    if (!isKnown) m_keptOnly->setChecked(false);
     BuildRenameLists();
 }
 
@@ -121,7 +126,6 @@ void frmRenameFiles::SetPattern() {
     BuildRenameLists();
 }
 
-// Marks are known of the folder that the main window shows.
 void frmRenameFiles::NarrowToKept() {
     if (m_keptOnly->isChecked())
         m_list->Narrow(
@@ -227,7 +231,10 @@ void frmRenameFiles::RenameCommand_Click() {
     if (m_running) return;
     ClearResults();
     if (!KeepWrittenNote()) return;
-    m.marks.Flush();
+    if (const Outcome written = m.marks.Flush(); !written) {
+        m_say->setText(ToQt(written.text));
+        return;
+    }
     {
         Changes changes(m.history, {});
         const QScopedValueRollback<bool> running(m_running, true);
@@ -274,6 +281,7 @@ void frmRenameFiles::RenameAll(Changes& changes) {
     m_said = count + " files renamed";
     m.shell.ShowMessage(m_said);
     changes.SetWhat("Rename of " + count + " pictures");
+    TakeMarksAlong(m.marks, changes);
 }
 
 // Pictures, notes and sidecars as they will go unless something is in the way.

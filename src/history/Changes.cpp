@@ -399,6 +399,13 @@ void Changes::TakeBack(std::size_t kept, std::string* error) {
     }
 }
 
+std::vector<Step> Changes::Done() const {
+    std::vector<Step> done;
+    std::copy_if(m_steps.begin(), m_steps.end(), std::back_inserter(done),
+                 [](const Step& step) { return step.state == StepState::Done; });
+    return done;
+}
+
 bool Changes::Has(StepKind kind, const std::string& from) const {
     return std::any_of(m_steps.begin(), m_steps.end(), [&](const Step& step) {
         return step.kind == kind && step.state == StepState::Done && step.from == from;

@@ -70,6 +70,7 @@ public:
     void TakeBack(std::string* error) { TakeBack(0, error); }
     void TakeBack(std::size_t kept, std::string* error);
 
+    std::vector<Step> Done() const;              // what was done and stands
     std::size_t Count() const { return m_done; } // of what was done and stands
     bool HasThrown(const std::string& path) const { return Has(StepKind::ThrownAway, path); }
 

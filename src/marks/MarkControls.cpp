@@ -10,8 +10,6 @@
 #include <QAction>
 #include <QLabel>
 
-#include <algorithm>
-
 namespace tarn {
 
 namespace {
@@ -40,7 +38,6 @@ void MarkControls::ConnectControls() {
         return ShownOf(JoinPath(m.controls.FileListBox->Path(), name));
     });
     QObject::connect(c.FileListBox, &FileListBox::folderRead, c.FileListBox, [this] {
-        m_looked = Looked::Never;
         if (m.controls.FileListBox->Path() != m_columnFolder) m_column = false;
         m_columnFolder = m.controls.FileListBox->Path();
     });
@@ -81,26 +78,13 @@ void MarkControls::Set(const MarkChange& change) {
 ShownMark MarkControls::ShownOf(const std::string& path) const {
     const auto mark = m.marks.MarkOf(path);
     if (!mark) return {};
-    return {*mark, m.marks.IsKeptAside(path)};
+    return {*mark, m.marks.KeptAside(path).has_value()};
 }
 
-bool MarkControls::AnyMarked(const std::vector<std::string>& names) const {
-    const std::string& folder = m.controls.FileListBox->Path();
-    return std::any_of(names.begin(), names.end(), [&](const std::string& name) {
-        return m.marks.MarkOf(JoinPath(folder, name)).value_or(Mark()) != Mark();
-    });
-}
-
-// A column that has come stays as long as the folder does. All files are looked at twice: when
-// those with sidecars are known, and at the end.
+// A column that has come stays as long as the folder does.
 void MarkControls::ShowMarks() {
-    FileListBox& list = *m.controls.FileListBox;
-    const bool allRead = m.marks.AllRead();
-    if (!m_column && m_looked != Looked::AtEnd) {
-        if (allRead || m_looked == Looked::Never) m_column = AnyMarked(list.Listed());
-        m_looked = allRead ? Looked::AtEnd : Looked::Once;
-    }
-    list.ShowMarks(m_column);
+    m_column = m_column || m.marks.AnyMarked();
+    m.controls.FileListBox->ShowMarks(m_column);
     ShowCurrent();
 }
 

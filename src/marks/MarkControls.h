@@ -22,12 +22,9 @@ private:
     void Set(const MarkChange& change);
     std::vector<std::string> Marked() const;
     ShownMark ShownOf(const std::string& path) const;
-    bool AnyMarked(const std::vector<std::string>& names) const;
     void ShowCurrent();
 
     Context& m;
-    enum class Looked { Never, Once, AtEnd }; // for marks in this folder
-    Looked m_looked = Looked::Never;
     bool m_column = false; // one is known
     std::string m_columnFolder;
 };

@@ -4,6 +4,7 @@
 #include "common/stop_flag.h"
 #include "marks/MarkFiles.h"
 
+#include <algorithm>
 #include <chrono>
 
 #include <pthread.h>
@@ -64,9 +65,17 @@ bool MarkStore::AllRead() const {
     return m_allRead;
 }
 
-bool MarkStore::IsKeptAside(const std::string& path) const {
+bool MarkStore::AnyMarked(const std::string& folder) const {
     const std::lock_guard lock(m_mutex);
-    return m_kept.contains(path);
+    return (m_anyMarked && folder == m_folder) ||
+           std::any_of(m_kept.begin(), m_kept.end(),
+                       [&](const auto& kept) { return FolderOf(kept.first) == folder; });
+}
+
+std::optional<MarkChange> MarkStore::KeptAside(const std::string& path) const {
+    const std::lock_guard lock(m_mutex);
+    const auto kept = m_kept.find(path);
+    return kept == m_kept.end() ? std::nullopt : std::optional(kept->second);
 }
 
 void MarkStore::Set(const std::string& path, const MarkChange& change) {
@@ -78,9 +87,33 @@ void MarkStore::Set(const std::string& path, const MarkChange& change) {
     m_asked.notify_all();
 }
 
-void MarkStore::Flush() {
+bool MarkStore::Flush(std::optional<std::chrono::milliseconds> atMost) {
     std::unique_lock lock(m_mutex);
-    m_settled.wait(lock, [this] { return m_pending.empty() && m_writing.empty(); });
+    const auto isSettled = [this] { return m_isBegun && m_pending.empty() && m_writing.empty(); };
+    if (atMost) return m_settled.wait_for(lock, *atMost, isSettled);
+    m_settled.wait(lock, isSettled);
+    return true;
+}
+
+MarkStore::Unwritten MarkStore::StillUnwritten() const {
+    const std::lock_guard lock(m_mutex);
+    return {m_pending.size() + m_writing.size() - m_written.count, m_written.now};
+}
+
+void MarkStore::KeepUnwrittenAside() {
+    std::map<std::string, std::optional<MarkChange>> aside;
+    {
+        const std::lock_guard lock(m_mutex);
+        for (const Changes* changes : {&m_writing, &m_pending})
+            for (const auto& [path, change] : *changes) {
+                auto& kept = aside[path];
+                const auto before = m_kept.find(path);
+                if (!kept && before != m_kept.end()) kept = before->second;
+                kept = Joined(kept.value_or(MarkChange()), change);
+            }
+    }
+    std::string error;
+    if (!m_aside.Keep(aside, &error)) Tell("Marks are NOT kept - " + error);
 }
 
 void MarkStore::Tell(const std::string& text) const {
@@ -104,7 +137,10 @@ void MarkStore::Read() {
         const Wanted wanted{m_wanted.generation, m_wanted.folder,
                             std::exchange(m_wanted.names, {})};
         std::unordered_map<std::string, Known> before;
-        if (wanted.folder != m_folder) before.swap(m_known);
+        if (wanted.folder != m_folder) {
+            before.swap(m_known);
+            m_anyMarked = false;
+        }
         m_folder = wanted.folder;
         lock.unlock();
         before.clear();
@@ -112,9 +148,10 @@ void MarkStore::Read() {
         const bool read = Guarded(untold, [&] { return ReadFolder(wanted); });
         lock.lock();
         if (wanted.generation != m_wanted.generation) continue;
+        TryKeptAgain(wanted.folder);
         m_allRead = read || !untold.empty();
         lock.unlock();
-        TryKeptAgain(wanted.folder);
+        m_asked.notify_all();
         TellChanged();
         lock.lock();
     }
@@ -159,25 +196,24 @@ bool MarkStore::ReadOne(const Wanted& wanted, const std::string& name,
     const std::lock_guard lock(m_mutex);
     if (!isWanted()) return false;
     m_known[name] = {found.mark, look.value_or(FileLook())};
+    m_anyMarked = m_anyMarked || found.mark != Mark();
     return true;
 }
 
 // What an earlier run, or an earlier look at this folder, could not write.
 void MarkStore::TryKeptAgain(const std::string& folder) {
-    {
-        const std::lock_guard lock(m_mutex);
-        for (const auto& [path, change] : m_kept)
-            if (FolderOf(path) == folder) m_pending.try_emplace(path, change);
-    }
-    m_asked.notify_all();
+    for (const auto& [path, change] : m_kept)
+        if (FolderOf(path) == folder) m_pending.try_emplace(path, change);
 }
 
 void MarkStore::Write() {
-    KeptMarks kept = m_aside.Read();
+    std::string untold; // the rest is written all the same
+    KeptMarks kept = Guarded(untold, [this] { return m_aside.Read(); });
     std::unique_lock lock(m_mutex);
     m_kept.merge(kept);
-    for (const auto& [path, change] : m_kept)
-        if (FolderOf(path) == m_folder) m_pending.try_emplace(path, change);
+    TryKeptAgain(m_folder);
+    m_isBegun = true;
+    m_settled.notify_all();
     for (;;) {
         m_asked.wait(lock, [this] { return m_ends || !m_pending.empty(); });
         if (m_pending.empty()) return; // the end, with all written
@@ -189,6 +225,7 @@ void MarkStore::Write() {
         TellChanged();
         lock.lock();
         m_writing.clear();
+        m_written = {};
         m_settled.notify_all();
     }
 }
@@ -199,10 +236,17 @@ void MarkStore::WriteAll() {
     std::map<std::string, std::optional<MarkChange>> aside;
     for (const auto& [path, change] : m_writing) {
         const std::string folder = FolderOf(path);
+        {
+            const std::lock_guard lock(m_mutex);
+            m_written.now = path;
+        }
         const auto [names, isNew] = folders.try_emplace(folder);
         WrittenMark written{false, {}, "the folder cannot be read", true, false};
         if (isNew) names->second = SidecarsIn(m_files, folder, nullptr);
-        if (names->second) written = WriteMark(m_files, path, *names->second, change);
+        if (change == MarkChange())
+            written.isGone = true;
+        else if (names->second)
+            written = WriteMark(m_files, path, *names->second, change);
         TakeAnswer(path, change, written, aside);
     }
     std::string error;
@@ -214,13 +258,15 @@ void MarkStore::TakeAnswer(const std::string& path, const MarkChange& change,
                            std::map<std::string, std::optional<MarkChange>>& aside) {
     {
         const std::lock_guard lock(m_mutex);
+        ++m_written.count;
         const auto kept = m_kept.find(path);
         if (written.done || written.isGone) {
             // Its look is not known: the next reading will see.
-            if (written.done && FolderOf(path) == m_folder)
+            if (written.done && FolderOf(path) == m_folder) {
                 m_known[LastPart(path)] = {written.mark, {}};
-            if (kept == m_kept.end()) return;
-            m_kept.erase(kept);
+                m_anyMarked = m_anyMarked || written.mark != Mark();
+            }
+            if (kept != m_kept.end()) m_kept.erase(kept);
             aside[path] = {};
             return;
         }

@@ -6,6 +6,7 @@
 #include "marks/MarksAside.h"
 
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <functional>
 #include <memory>
@@ -42,12 +43,21 @@ public:
     // With what is still to be written. None: not read yet, or of another folder.
     std::optional<Mark> MarkOf(const std::string& path) const;
     bool AllRead() const;
-    bool IsKeptAside(const std::string& path) const;
+    bool AnyMarked(const std::string& folder) const; // as far as it is known
+    std::optional<MarkChange> KeptAside(const std::string& path) const;
 
+    // A change of nothing: what is kept aside of it is dropped.
     void Set(const std::string& path, const MarkChange& change);
 
-    // Waits until all that is set is on the disk or kept aside.
-    void Flush();
+    // Waits until all that is set is on the disk or kept aside; false: it has taken too long.
+    bool Flush(std::optional<std::chrono::milliseconds> atMost = {});
+    struct Unwritten {
+        std::size_t count = 0;
+        std::string now; // the picture whose sidecar is being written
+    };
+    Unwritten StillUnwritten() const;
+    // Once more into the state folder, in case the disk never answers.
+    void KeepUnwrittenAside();
 
 private:
     struct Known {
@@ -64,7 +74,7 @@ private:
     void Read();
     bool ReadFolder(const Wanted& wanted);
     bool ReadOne(const Wanted& wanted, const std::string& name, const SidecarNames& sidecars);
-    void TryKeptAgain(const std::string& folder);
+    void TryKeptAgain(const std::string& folder); // under the lock
 
     void Write();
     void WriteAll();
@@ -85,11 +95,14 @@ private:
     Wanted m_wanted;
     bool m_isWanted = false;                        // and not begun
     bool m_allRead = true;                          // nothing is shown yet
+    bool m_anyMarked = false;                       // of what is known
     std::string m_folder;                           // of what is known
     std::unordered_map<std::string, Known> m_known; // by name
     Changes m_pending;
     Changes m_writing;
+    Unwritten m_written;            // of those
     KeptMarks m_kept;               // aside
+    bool m_isBegun = false;         // what an earlier run kept is among them
     std::set<std::string> m_toldOf; // folders and files
 
     Worker m_reader; // last: they use all above

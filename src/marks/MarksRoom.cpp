@@ -1,8 +1,23 @@
 #include "marks/MarksRoom.h"
 
+#include "common/paths.h"
+#include "desk/batch/BatchRun.h"
+#include "platform/EventPump.h"
 #include "widgets/FileListBox.h"
 
+#include <unistd.h>
+
 namespace tarn {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kUnsaid = 300ms; // a disk that is well is done by then
+constexpr auto kLookEvery = 50ms;
+constexpr auto kLongestAtEnd = 10s;
+
+} // namespace
 
 MarksRoom::MarksRoom(Context& context) : m(context), m_controls(context) {
     m_store = std::make_unique<MarkStore>(
@@ -16,7 +31,10 @@ MarksRoom::MarksRoom(Context& context) : m(context), m_controls(context) {
                                               }});
 }
 
-MarksRoom::~MarksRoom() = default;
+// A thread that waits for a dead disk can only be ended with the program. All else is over by now.
+MarksRoom::~MarksRoom() {
+    if (m_isGivenUp && !m_store->Flush(0ms)) ::_exit(EXIT_SUCCESS);
+}
 
 void MarksRoom::ConnectControls() {
     m_controls.ConnectControls();
@@ -38,8 +56,12 @@ bool MarksRoom::AllRead() {
     return m_store->AllRead();
 }
 
-bool MarksRoom::IsKeptAside(const std::string& path) {
-    return m_store->IsKeptAside(path);
+bool MarksRoom::AnyMarked() {
+    return m_store->AnyMarked(m.controls.FileListBox->Path());
+}
+
+std::optional<MarkChange> MarksRoom::KeptAside(const std::string& path) {
+    return m_store->KeptAside(path);
 }
 
 void MarksRoom::SetMarks(const std::vector<MarkWish>& wishes) {
@@ -47,8 +69,29 @@ void MarksRoom::SetMarks(const std::vector<MarkWish>& wishes) {
     TellFollowers();
 }
 
-void MarksRoom::Flush() {
-    m_store->Flush();
+// False where the user would rather not wait, or it has taken too long.
+bool MarksRoom::AwaitWritten(const char* inQuestion, std::optional<std::chrono::seconds> atMost) {
+    if (m_store->Flush(kUnsaid)) return true;
+    const auto began = std::chrono::steady_clock::now();
+    std::optional<BatchRun> batch; // one that runs is broken off, and lets only its cancel through
+    if (!m.state.BatchRuns) batch.emplace(m);
+    m.state.BatchCancelled = false;
+    while (!m_store->Flush(kLookEvery)) {
+        const MarkStore::Unwritten left = m_store->StillUnwritten();
+        m.shell.ShowMessage("Waiting for the disk: " + std::to_string(left.count) +
+                            (left.count == 1 ? " mark" : " marks") + " to write, now '" +
+                            LastPart(left.now) + "'. Esc: " + inQuestion);
+        m.events.Pump();
+        if (m.state.BatchCancelled) return false;
+        if (atMost && std::chrono::steady_clock::now() - began > *atMost) return false;
+    }
+    return true;
+}
+
+Outcome MarksRoom::Flush() {
+    return AwaitWritten("nothing is done", {})
+               ? Outcome::Did()
+               : Outcome::Refused("Cancelled: marks are still being written");
 }
 
 void MarksRoom::Follow(std::function<void()> follower) {
@@ -71,8 +114,10 @@ void MarksRoom::PostChanged() {
         Qt::QueuedConnection);
 }
 
+// Nothing is lost: what the disk has not taken by then waits in the state folder for the next run.
 void MarksRoom::BreakOff() {
-    Flush();
+    m_isGivenUp = !AwaitWritten("end now, they are kept in the settings", kLongestAtEnd);
+    if (m_isGivenUp) m_store->KeepUnwrittenAside();
 }
 
 } // namespace tarn

@@ -9,8 +9,10 @@
 #include <QObject>
 
 #include <atomic>
+#include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,15 +28,17 @@ public:
 
     std::optional<Mark> MarkOf(const std::string& path) override;
     bool AllRead() override;
-    bool IsKeptAside(const std::string& path) override;
+    bool AnyMarked() override;
+    std::optional<MarkChange> KeptAside(const std::string& path) override;
     using MarkCommands::SetMarks;
     void SetMarks(const std::vector<MarkWish>& wishes) override;
-    void Flush() override;
+    Outcome Flush() override;
     void SidecarsChanged() override { ShowList(); }
     void Follow(std::function<void()> follower) override;
 
 private:
     void ShowList();
+    bool AwaitWritten(const char* inQuestion, std::optional<std::chrono::seconds> atMost);
     void TellFollowers();
     void PostChanged();
 
@@ -43,6 +47,7 @@ private:
     MarkControls m_controls;
     std::vector<std::function<void()>> m_followers;
     std::atomic<bool> m_isPosted = false;
+    bool m_isGivenUp = false;           // the disk did not answer, and the program ends
     std::unique_ptr<MarkStore> m_store; // last: its threads end first
 };
 

@@ -2,6 +2,7 @@
 
 #include "common/text.h"
 #include "common/utf8.h"
+#include "marks/XmpFrame.h"
 #include "marks/XmpLibrary.h"
 
 #include <algorithm>
@@ -163,6 +164,30 @@ bool ParseForeign(XmpPacket& packet, std::string_view bytes, std::string* error)
     return packet.Parse(text, error);
 }
 
+// Empty, and why, when it cannot be made.
+std::string ChangedBytes(std::string_view bytes, const MarkChange& change, std::string* error) {
+    XmpPacket packet;
+    NameSpaces(packet);
+    if (!bytes.empty() && !ParseForeign(packet, bytes, error)) return {};
+    std::string changed;
+    if (Put(packet, Changed(MarkIn(packet), change))) changed = packet.Bytes();
+    if (changed.empty()) Say(error, "its rating cannot be replaced");
+    return changed;
+}
+
+// The library reads the very same from it.
+bool SaysTheSame(std::string_view text, const std::string& changed) {
+    XmpPacket packet;
+    NameSpaces(packet);
+    return ParseForeign(packet, text, nullptr) && packet.Bytes() == changed;
+}
+
+// The library writes names of spaces as they came, with signs that end them: it cannot read that.
+bool IsWhole(std::string_view before, const MarkChange& change, const std::string& changed) {
+    const auto mark = MarkOfXmp(before, nullptr);
+    return mark && MarkOfXmp(changed, nullptr) == Changed(*mark, change);
+}
+
 } // namespace
 
 std::optional<Mark> MarkOfXmp(std::string_view bytes, std::string* error) {
@@ -174,12 +199,13 @@ std::optional<Mark> MarkOfXmp(std::string_view bytes, std::string* error) {
 
 std::optional<std::string> XmpWithMark(std::string_view bytes, const MarkChange& change,
                                        std::string* error) {
-    XmpPacket packet;
-    NameSpaces(packet);
-    if (!bytes.empty() && !ParseForeign(packet, bytes, error)) return {};
-    std::string changed;
-    if (Put(packet, Changed(MarkIn(packet), change))) changed = packet.Bytes();
-    if (!changed.empty()) return changed;
+    std::string changed = ChangedBytes(bytes, change, error);
+    if (changed.empty() || bytes.empty())
+        return changed.empty() ? std::nullopt : std::optional(changed);
+    // Around the root all stays, as long as the whole is still as good.
+    std::string framed = WithRootOf(InUtf8(bytes), changed);
+    if (!framed.empty() && SaysTheSame(framed, changed)) return framed;
+    if (IsWhole(bytes, change, changed)) return changed;
     Say(error, "its rating cannot be replaced");
     return {};
 }

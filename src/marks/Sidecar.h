@@ -22,9 +22,9 @@ inline constexpr std::size_t kLargestSidecar = 16U << 20U;
 std::optional<Mark> MarkOfXmp(std::string_view bytes, std::string* error);
 
 // The same XMP with the change; without bytes a new one. None, and why, when it is no XMP. All
-// properties stay, known or not. What the library does not keep: comments, processing instructions,
-// the packet's wrapper, the form (a property may become an attribute or an element), elements
-// beside the RDF; UTF-16 becomes UTF-8.
+// properties stay, known or not, and what stands around the RDF root. Within it the library keeps
+// no comments, nor the form (a property may become an attribute or an element); UTF-16 becomes
+// UTF-8.
 std::optional<std::string> XmpWithMark(std::string_view bytes, const MarkChange& change,
                                        std::string* error);
 

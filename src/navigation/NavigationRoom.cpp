@@ -172,9 +172,7 @@ void NavigationRoom::Update_Num_Files(int index) {
     m.controls.TextNumOf->setText(ToQt(m.state.TextNumOf));
     m.controls.TextNumOf->setVisible(count >= 1);
 
-    for (const SheetEntry& sheet : SheetEntries(m.controls))
-        sheet.entry->setText(sheet.entry->property("baseCaption").toString() +
-                             QStringLiteral("  (%1 pages)").arg(PageCount(count, sheet.perPage)));
+    ShowPageCounts(m.controls, count);
 }
 
 void NavigationRoom::ClearMultiselect() {

@@ -3,7 +3,9 @@
 #include "common/dates.h"
 #include "common/paths.h"
 #include "desk/batch/BatchRun.h"
+#include "desk/batch/KeptFiles.h"
 #include "desk/batch/KeptNote.h"
+#include "desk/controls/SheetEntries.h"
 #include "platform/CrashNote.h"
 #include "platform/EventPump.h"
 #include "platform/Files.h"
@@ -48,6 +50,9 @@ void PrintRoom::ConnectControls() {
     Connect(c.PrintCMButton, [this] { PrintCMButton_Click(); });
     Connect(c.PrintCSButton, [this] { PrintCSButton_Click(); });
     Connect(c.PrintCancelButton, [this] { PrintCancelButton_Click(); });
+    QObject::connect(c.PrintMenu, &QMenu::aboutToShow, c.PrintMenu, [this] {
+        ShowPageCounts(m.controls, static_cast<int>(FilesForSheets(m).size()));
+    });
 }
 
 bool PrintRoom::MayPrint() const {
@@ -124,6 +129,7 @@ void PrintRoom::PrintSheets(const SheetLayout& layout) {
     ProgramState& s = m.state;
     const FileListBox& list = *m.controls.FileListBox;
     if (!MayPrint() || list.Count() == 0) return;
+    if (s.SheetsOfKept && !AwaitMarks(m)) return m.shell.ShowMessage("Cancelled");
     if (FilesForSheets(m).empty()) return m.shell.ShowMessage("No kept files in this list");
     if (IsEnlarged()) {
         m.shell.ShowMessage(

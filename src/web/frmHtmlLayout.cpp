@@ -355,6 +355,7 @@ void frmHtmlLayout::HtmlAddAll(bool reverse) {
     ProgramState& s = m.state;
     if (s.BatchRuns || s.SlideViewing) return;
     m.navigation.ShowWholeList();
+    if (m_keptOnly->isChecked() && !AwaitMarks(m)) return m.shell.ShowMessage("Cancelled");
     const int count = m.controls.FileListBox->Count();
     m_videoFaultTold = false;
     const int back = std::clamp(s.FileIndex, 0, std::max(0, count - 1));

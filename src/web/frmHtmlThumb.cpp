@@ -157,6 +157,7 @@ void frmHtmlThumb::MakeGallery(bool frames) {
     }
     m.navigation.ShowWholeList();
     m_fields.Store(m.state);
+    if (m_keptOnly->isChecked() && !AwaitMarks(m)) return Say("Cancelled");
     GalleryPlan plan = Plan(frames);
     if (plan.items.empty()) {
         Say(std::string("No gallery was made: ") + kNoThumbnails);

@@ -2,6 +2,7 @@
 
 #include "common/mark_text.h"
 #include "common/paths.h"
+#include "common/sidecar_names.h"
 #include "platform/FileMime.h"
 #include "platform/QtText.h"
 #include "widgets/MenuKey.h"
@@ -18,7 +19,9 @@
 
 namespace tarn {
 
-FileListBox::FileListBox(const Files& files, QWidget* parent) : QListView(parent), m_model(files) {
+FileListBox::FileListBox(const Files& files, QWidget* parent)
+    : QListView(parent), m_model(files),
+      m_watch([this](const std::string& name) { DiskChanged(name); }) {
     setModel(&m_model);
     setUniformItemSizes(true);
     setItemDelegate(&m_names);
@@ -30,8 +33,6 @@ FileListBox::FileListBox(const Files& files, QWidget* parent) : QListView(parent
     // Much may happen in a folder that the list does not show: it is asked again once all rests.
     m_diskTimer.setSingleShot(true);
     m_diskTimer.setInterval(300);
-    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, &m_diskTimer,
-            qOverload<>(&QTimer::start));
     connect(&m_diskTimer, &QTimer::timeout, this, [this] {
         emit diskChanged(m_model.DiffersFromDisk());
         emit leftOutChanged();
@@ -39,17 +40,19 @@ FileListBox::FileListBox(const Files& files, QWidget* parent) : QListView(parent
 }
 
 bool FileListBox::ReadFolder(const std::string& folder, const std::string& pattern) {
-    const std::string before = Path();
     if (!m_model.Read(folder, pattern)) return false;
-    if (folder != before && !m_watcher.directories().isEmpty())
-        m_watcher.removePaths(m_watcher.directories());
-    // A folder that was made anew under its name is no longer watched.
-    if (m_watcher.directories().isEmpty() && !folder.empty()) m_watcher.addPath(ToQt(folder));
+    m_watch.Watch(folder);
     m_diskTimer.stop();
     emit diskChanged(false);
     emit folderRead();
     emit leftOutChanged();
     return true;
+}
+
+void FileListBox::DiskChanged(const std::string& name) {
+    const bool isHidden = name.starts_with('.'); // as a file is until it is whole
+    if (isHidden || (IsSidecarName(name) && !m_model.Fits(name))) return;
+    m_diskTimer.start();
 }
 
 void FileListBox::Narrow(std::function<bool(const std::string&)> keeps) {

@@ -3,11 +3,11 @@
 // a selection in code, the release of the mouse, a change of the current row by keyboard.
 #pragma once
 
+#include "platform/FolderWatch.h"
 #include "widgets/FileListModel.h"
 #include "widgets/NameRows.h"
 #include "widgets/PictureCells.h"
 
-#include <QFileSystemWatcher>
 #include <QListView>
 #include <QTimer>
 
@@ -96,7 +96,8 @@ public:
     QMimeData* DragData() const; // the caller owns it; null without a selection
 
 signals:
-    // Whether the folder on disk has changed since it was read.
+    // Whether the folder on disk has changed since it was read. Sidecars that are not listed make
+    // no difference: each mark writes one, and the folder is not read again for it.
     void diskChanged(bool changed);
     // A folder, or the same one anew.
     void folderRead();
@@ -114,6 +115,7 @@ protected:
 
 private:
     bool ReadFolder(const std::string& folder, const std::string& pattern);
+    void DiskChanged(const std::string& name);
     void RaiseClick();
     void AskMenuByKey();
     void SizeMarks();
@@ -122,8 +124,8 @@ private:
     FileListModel m_model;
     PictureCells m_cells; // draws pictures,
     NameRows m_names;     // this one names
-    QFileSystemWatcher m_watcher;
     QTimer m_diskTimer;
+    FolderWatch m_watch;
     int m_pressedRow = -1; // row of the press whose release will count
     int m_doubleRow = -1;  // row of the click before
     int m_shownRow = -1;   // current row when the mouse was pressed

@@ -40,6 +40,10 @@ bool FileListModel::IsChosen(const std::string& name) const {
     return hasNote(name) == (noteChoice == NoteChoice::WithNote);
 }
 
+bool FileListModel::Fits(const std::string& name) const {
+    return NamePatterns(m_pattern).Matches(name);
+}
+
 std::optional<FileListModel::Reading> FileListModel::Look(const std::string& folder,
                                                           const std::string& pattern) const {
     Reading found;

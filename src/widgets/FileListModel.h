@@ -28,6 +28,7 @@ public:
     // Whether the folder now holds other names than the snapshot; what is left out is as of now.
     bool DiffersFromDisk();
 
+    bool Fits(const std::string& name) const; // the pattern
     // Files of the folder that do not fit the pattern, unsorted.
     const std::vector<std::string>& LeftOut() const { return m_reading.leftOut; }
 

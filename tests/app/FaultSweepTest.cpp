@@ -145,7 +145,8 @@ const std::vector<std::pair<const char*, Act>> kCommands{
     {"text file", [](World& w) { w.c.TCheck->click(), w.GoTo("t.txt"); }},
     {"mark by key",
      [](World& w) {
-         w.Key(Qt::Key_K), w.house.marks.Flush();
+         w.Key(Qt::Key_K);
+         EXPECT_TRUE(w.house.marks.Flush());
          QCoreApplication::processEvents();
      }},
     {"rejected to wastebasket",
@@ -170,7 +171,7 @@ const std::vector<std::pair<const char*, Act>> kCommands{
     {"mark",
      [](World& w) {
          w.house.marks.SetMarks({w.At("a.jpg"), w.At("b.jpg")}, Decide(Decision::Reject));
-         w.house.marks.Flush();
+         EXPECT_TRUE(w.house.marks.Flush());
          QCoreApplication::processEvents();
      }},
     {"rename", [](World& w) { w.Rename("b.jpg"); }},
@@ -353,7 +354,7 @@ public:
 private:
     static void Settle(World& w) {
         w.house.ahead.WaitUntilDone();
-        w.house.marks.Flush();
+        EXPECT_TRUE(w.house.marks.Flush());
         (void)QTest::qWaitFor([&] { return w.house.marks.AllRead(); }, 2000);
     }
     void Run(World& w, FaultPoint::Kind kind, int number) {

@@ -2,11 +2,14 @@
 // the commands on files by their marks.
 #include "FilesDesk.h"
 
+#include "common/worker.h"
+
 #include <QComboBox>
 #include <QElapsedTimer>
 
 #include <algorithm>
 #include <map>
+#include <mutex>
 
 namespace tarn::testing {
 namespace {
@@ -26,6 +29,7 @@ struct MarksDesk : FilesDesk {
         EXPECT_TRUE(QTest::qWaitFor([&] { return house.marks.AllRead(); }));
         QCoreApplication::processEvents();
     }
+    void Written() { EXPECT_TRUE(house.marks.Flush()); }
     void Set(const std::string& name, const Mark& mark) {
         house.marks.SetMarks({At(name)}, SetTo(mark));
     }
@@ -85,7 +89,7 @@ TEST(Marks, AKeyMarksAndTheNextFileComes) {
     d.Press(d.c.Picture1, 'K');
     EXPECT_EQ(d.Current(), "a.jpg");
     EXPECT_EQ(d.Said(), "Kept 'a.jpg'");
-    d.house.marks.Flush();
+    d.Written();
     EXPECT_TRUE(std::filesystem::exists(d.At("a.jpg.xmp")));
 }
 
@@ -131,7 +135,7 @@ TEST(Marks, AKeyIsAnsweredAtOnce) {
         slowest = std::max(slowest, double(time.nsecsElapsed()) / 1e6);
     }
     EXPECT_LT(slowest, 50); // milliseconds, on a machine that does other things beside
-    d.house.marks.Flush();
+    d.Written();
     for (const std::string& name : names)
         EXPECT_TRUE(std::filesystem::exists(d.At(name + ".xmp"))) << name;
 }
@@ -142,7 +146,7 @@ TEST(Marks, AreReadFromSidecarsAndSpoken) {
         MarksDesk before;
         before.Start();
         before.Set("a.jpg", {Decision::Keep, 4});
-        before.house.marks.Flush();
+        before.Written();
         d.folder.Write("a.jpg.xmp", before.Text("a.jpg.xmp"));
     }
     d.Start();
@@ -187,7 +191,7 @@ TEST(MarkChoice, AFolderThatIsOpenedShowsItsOwn) {
     d.Await();
     d.Set("a.jpg", kKept);
     d.Set("c.jpg", kKept);
-    d.house.marks.Flush();
+    d.Written();
     EXPECT_EQ(d.Chosen("Kept"), (Names{"a.jpg", "c.jpg"}));
     d.house.navigation.OpenFolder(d.notes.Path(), {});
     EXPECT_EQ(d.Rows(), Names());
@@ -252,7 +256,7 @@ TEST(ByMark, RejectedGoAndComeBackWithAllThatIsTheirs) {
     d.Await();
     d.Set("b.jpg", kRejected);
     d.Set("c.jpg", kRejected);
-    d.house.marks.Flush();
+    d.Written();
     const Tree before = d.Pictures();
     d.Answer({"No"}, d.c.RejectedDeleteButton);
     EXPECT_EQ(d.Pictures(), before);
@@ -306,6 +310,70 @@ TEST(ByMark, AllMarksAreClearedAndTakenBack) {
     d.c.UndoButton->trigger();
     EXPECT_EQ(d.MarkAt("a.jpg"), (Mark{Decision::Keep, 2}));
     EXPECT_EQ(d.MarkAt("c.jpg"), kRejected);
+}
+
+TEST(MarksAside, GoWithTheirPictureAndComeBackWithIt) {
+    MarksDesk d;
+    d.Start();
+    d.Await();
+    d.files.onAsk = [&](const std::string& verb, const std::string& path) {
+        return verb == "writable" && path == d.folder.Path() ? "no" : "";
+    };
+    d.Set("a.jpg", {Decision::Keep, 2});
+    d.Written();
+    d.Rename("m.jpg");
+    d.Await();
+    EXPECT_EQ(d.MarkAt("m.jpg"), (Mark{Decision::Keep, 2}));
+    d.Written();
+    EXPECT_EQ(d.house.marks.KeptAside(d.At("a.jpg")), std::nullopt);
+    EXPECT_EQ(d.house.marks.KeptAside(d.At("m.jpg")), (SetTo({Decision::Keep, 2})));
+    d.Duplicate("n.jpg");
+    d.Written();
+    EXPECT_EQ(d.house.marks.KeptAside(d.At("n.jpg")), (SetTo({Decision::Keep, 2})));
+    d.GoTo("m.jpg");
+    d.c.DeleteButton->trigger();
+    d.Written();
+    EXPECT_EQ(d.house.marks.KeptAside(d.At("m.jpg")), std::nullopt);
+    for (const char* back : {"m.jpg", "a.jpg"}) {
+        d.c.UndoButton->trigger();
+        d.Written();
+        EXPECT_EQ(d.MarkAt(back), (Mark{Decision::Keep, 2})) << back;
+    }
+    EXPECT_EQ(d.house.marks.KeptAside(d.At("m.jpg")), std::nullopt);
+    d.files.onAsk = nullptr;
+}
+
+TEST(MarksOnASlowDisk, AreWaitedForAloudAndNotForEver) {
+    MarksDesk d;
+    d.Start();
+    d.Await();
+    std::mutex disk;
+    d.files.onAsk = [&](const std::string& verb, const std::string&) {
+        if (verb == "writable" && IsWorkerThread()) const std::lock_guard wait(disk);
+        return std::string();
+    };
+    disk.lock();
+    d.Set("a.jpg", kKept);
+    std::string said;
+    d.events.onPump = [&] {
+        if (d.s.BatchRuns) said = d.Said();
+        d.s.BatchCancelled = true; // as Esc does
+    };
+    d.c.DeleteButton->trigger();
+    EXPECT_EQ(said, "Waiting for the disk: 1 mark to write, now 'a.jpg'. Esc: nothing is done");
+    EXPECT_EQ(d.Said(), "Cancelled: marks are still being written");
+    EXPECT_EQ(d.Names(), "a.jpg b.jpg c.jpg ");
+    d.house.lifecycle.Exit_Click();
+    EXPECT_EQ(said, "Waiting for the disk: 1 mark to write, now 'a.jpg'. Esc: end now, they are "
+                    "kept in the settings");
+    const std::string path = d.At("a.jpg");
+    EXPECT_EQ(BytesOf(d.files.home + "/unwritten_marks"),
+              "mark k0 " + std::to_string(path.size()) + " " + path + "\n");
+    d.events.onPump = {};
+    disk.unlock(); // it answers after all
+    d.Written();
+    EXPECT_TRUE(std::filesystem::exists(d.At("a.jpg.xmp")));
+    EXPECT_EQ(BytesOf(d.files.home + "/unwritten_marks"), "");
 }
 
 TEST(MarksInShows, TheSlideThatIsSeenIsMarked) {

@@ -85,6 +85,29 @@ TEST(Print, OnePageBeginsWithTheCurrentPicture) {
     EXPECT_EQ(Quarters(Decoded(picture.jpeg)), "bryg");
 }
 
+TEST(Print, SheetsOfKeptFilesLeaveTheOthersOut) {
+    PrintDesk d;
+    d.Fill(13);
+    d.Start();
+    const auto caption = [&] {
+        emit d.c.PrintMenu->aboutToShow();
+        return d.c.PrintCButton->text().toStdString();
+    };
+    EXPECT_TRUE(caption().ends_with("  (2 pages)")) << caption();
+    d.c.PrintKeptButton->trigger();
+    EXPECT_TRUE(caption().ends_with("  (0 pages)")) << caption();
+    d.Print(d.c.PrintCButton);
+    EXPECT_EQ(d.Message(), "No kept files in this list");
+    d.house.marks.SetMarks({d.At("p102.jpg"), d.At("p111.jpg")}, Decide(Decision::Keep));
+    EXPECT_TRUE(caption().ends_with("  (1 pages)")) << caption();
+    d.Print(d.c.PrintCButton);
+    ASSERT_EQ(d.printing.pages.size(), 1U);
+    EXPECT_TRUE(d.Has(0, "Page 1 of 1"));
+    EXPECT_TRUE(d.Has(0, "1.  p102.jpg"));
+    EXPECT_TRUE(d.Has(0, "2.  p111.jpg"));
+    EXPECT_EQ(All<PaperPicture>(d.printing.pages[0]).size(), 2U);
+}
+
 TEST(Print, CancelDropsThePages) {
     for (const bool byKey : {false, true}) {
         PrintDesk d;

@@ -78,6 +78,23 @@ TEST(RenameFiles, ShowsWhatItWouldDo) {
     EXPECT_EQ(d.dialogs.shown.back(), "File IMG_3.xyz|File not Opened, Error # 2");
 }
 
+TEST(RenameFiles, OfKeptFilesOnlyWithTheirSidecars) {
+    RenameDesk d({"IMG_1.jpg", "IMG_2.jpg", "IMG_3.jpg"});
+    std::filesystem::create_directory(d.At("sub"));
+    d.Start();
+    d.house.marks.SetMarks({d.At("IMG_2.jpg")}, Decide(Decision::Keep));
+    d.Open();
+    auto& keptOnly = d.Get<QCheckBox>("CheckKeptOnly");
+    keptOnly.setChecked(true);
+    EXPECT_EQ(d.List("RenameFile"), "IMG_2.jpg ");
+    d.RenameAll("IMG_", "Moon_");
+    EXPECT_EQ(d.Names(), "IMG_1.jpg IMG_3.jpg Moon_2.jpg Moon_2.jpg.xmp sub ");
+    bool cancel = false;
+    d.Get<FolderTreeview>("FolderTreeview1").onSelection(d.At("sub"), cancel);
+    EXPECT_FALSE(keptOnly.isEnabled()); // its marks are not known
+    EXPECT_FALSE(keptOnly.isChecked());
+}
+
 TEST(RenameFiles, AClipThatIsOpenIsClosedAndShownAgain) {
     RenameDesk d;
     d.folder.Write("sun.ser", NumberedSer(10));

@@ -334,6 +334,28 @@ TEST(WebPages, AGalleryIsMadeOfTheThumbnails) {
     EXPECT_EQ(d.Pictures(), made);
 }
 
+TEST(WebPages, OfKeptFilesOnly) {
+    WebDesk d;
+    d.Start();
+    d.house.marks.SetMarks({d.At("b.jpg")}, Decide(Decision::Keep));
+    d.OpenPageForm();
+    d.In<QCheckBox>("KeptOnlyCheck")->setChecked(true);
+    d.Press("CreateButton_1", {d.At("page.html")});
+    d.Press("CommandOk");
+    d.Press("HtmlAddAllButton");
+    EXPECT_EQ(d.Said(), "1 images added to html file");
+    d.Press("QuitButton");
+    EXPECT_EQ(WebDesk::Count(d.Text("page.html"), "<img SRC=\"b.jpg\""), 1);
+    EXPECT_EQ(WebDesk::Count(d.Text("page.html"), "<img SRC="), 1);
+
+    d.OpenGallery(d.At("index.html"));
+    d.Press("GenThumbButton");
+    d.In<QCheckBox>("KeptOnlyCheck")->setChecked(true);
+    d.Press("HtmlThumbnailButton");
+    EXPECT_EQ(d.Said(), "Created Html file 'index.html' with 1 pictures");
+    EXPECT_NE(d.Text("ImageT001.html").find("src=\"b.jpg\""), std::string::npos);
+}
+
 TEST(WebPages, DeletesThePagesOfTheFolder) {
     WebDesk d;
     d.settings->Write("weblist_check", "1");

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <condition_variable>
 
 namespace tarn::testing {
@@ -34,6 +35,12 @@ struct StoreDesk {
                                               const std::lock_guard lock(mutex);
                                               told.push_back(text);
                                           }});
+    }
+    // Anew, since its threads ask from their beginning on.
+    void BeginWith(ForwardingFiles::Hook onAsk) {
+        store.reset();
+        files.onAsk = std::move(onAsk);
+        Begin();
     }
     std::string At(const std::string& name) const { return folder.Path() + "/" + name; }
     std::string Kept() const { return files.StateFolder() + "/unwritten_marks"; }
@@ -88,12 +95,13 @@ TEST(MarkStore, TheEndWritesWhatWasSet) {
 TEST(MarkStore, AnotherLookAtTheFolderReadsWhatHasChanged) {
     StoreDesk d;
     Fill(d.folder, {{"a.jpg", "a"}, {"b.jpg", "b"}, {"b.jpg.xmp", Sidecar({Decision::Keep, 2})}});
-    d.ShowAndRead({"a.jpg", "b.jpg"});
-    int reads = 0;
-    d.files.onAsk = [&](const std::string& verb, const std::string&) {
-        reads += verb == "read";
+    std::atomic<int> reads = 0;
+    d.BeginWith([&](const std::string& verb, const std::string& path) {
+        if (verb == "read" && path.starts_with(d.folder.Path())) ++reads;
         return std::string();
-    };
+    });
+    d.ShowAndRead({"a.jpg", "b.jpg"});
+    reads = 0;
     d.ShowAndRead({"a.jpg", "b.jpg"});
     EXPECT_EQ(reads, 0); // all stand as they stood
     d.folder.Write("a.jpg.xmp", Sidecar({Decision::Reject, 0}));
@@ -110,7 +118,7 @@ TEST(MarkStore, WhatCannotBeWrittenIsKeptToldOnceAndWrittenLater) {
         d.store->Set(d.At("a.jpg"), Rate(stars));
         d.store->Flush();
     }
-    EXPECT_TRUE(d.store->IsKeptAside(d.At("a.jpg")));
+    EXPECT_EQ(d.store->KeptAside(d.At("a.jpg")), Rate(4));
     EXPECT_EQ(d.store->MarkOf(d.At("a.jpg")), (Mark{Decision::None, 4}));
     EXPECT_EQ(BytesOf(d.At("a.jpg.xmp")), "no XMP");
     EXPECT_EQ(d.Told(), std::vector<std::string>{"The mark of 'a.jpg' is kept in the settings, its "
@@ -120,16 +128,41 @@ TEST(MarkStore, WhatCannotBeWrittenIsKeptToldOnceAndWrittenLater) {
     d.ShowAndRead({"a.jpg"});
     d.store->Flush();
     EXPECT_EQ(d.OnDisk("a.jpg"), (Mark{Decision::None, 4}));
-    EXPECT_FALSE(d.store->IsKeptAside(d.At("a.jpg")));
+    EXPECT_EQ(d.store->KeptAside(d.At("a.jpg")), std::nullopt);
     EXPECT_EQ(BytesOf(d.Kept()), "");
+}
+
+TEST(MarkStore, WhatTheDiskDoesNotTakeIsCountedAndKeptForTheNextRun) {
+    StoreDesk d;
+    Fill(d.folder, {{"a.jpg", "a"}, {"b.jpg", "b"}});
+    std::mutex disk;
+    d.BeginWith([&](const std::string& verb, const std::string& path) {
+        if (verb == "writable" && path == d.folder.Path()) const std::lock_guard wait(disk);
+        return std::string();
+    });
+    {
+        const std::lock_guard hangs(disk);
+        d.store->Set(d.At("a.jpg"), Rate(3));
+        EXPECT_FALSE(d.store->Flush(std::chrono::milliseconds(100)));
+        d.store->Set(d.At("b.jpg"), Decide(Decision::Keep));
+        EXPECT_EQ(d.store->StillUnwritten().count, 2U);
+        EXPECT_EQ(d.store->StillUnwritten().now, d.At("a.jpg"));
+        d.store->KeepUnwrittenAside();
+        EXPECT_EQ(UnpackMarks(BytesOf(d.Kept())),
+                  (KeptMarks{{d.At("a.jpg"), Rate(3)}, {d.At("b.jpg"), Decide(Decision::Keep)}}));
+    }
+    EXPECT_TRUE(d.store->Flush(std::chrono::milliseconds(10000))); // it answers after all
+    EXPECT_EQ(d.OnDisk("a.jpg"), (Mark{Decision::None, 3}));
+    EXPECT_EQ(d.store->StillUnwritten().count, 0U);
 }
 
 TEST(MarkStore, AFolderThatMayNotBeWrittenIsToldOnce) {
     StoreDesk d;
     Fill(d.folder, {{"a.jpg", "a"}, {"b.jpg", "b"}});
-    d.files.onAsk = [&](const std::string& verb, const std::string& path) {
-        return verb == "writable" && path == d.folder.Path() ? "no" : "";
-    };
+    std::atomic<bool> isWritable = false;
+    d.BeginWith([&](const std::string& verb, const std::string& path) {
+        return !isWritable && verb == "writable" && path == d.folder.Path() ? "no" : "";
+    });
     d.store->Set(d.At("a.jpg"), Rate(1));
     d.store->Set(d.At("b.jpg"), Decide(Decision::Keep));
     d.store->Flush();
@@ -137,7 +170,14 @@ TEST(MarkStore, AFolderThatMayNotBeWrittenIsToldOnce) {
                                                  "' are kept in the settings: the folder may not "
                                                  "be written"});
     EXPECT_EQ(d.store->MarkOf(d.At("b.jpg")), (Mark{Decision::Keep, 0}));
-    d.files.onAsk = nullptr;
+    EXPECT_TRUE(d.store->AnyMarked(d.folder.Path()));
+    d.store->Set(d.At("b.jpg"), {}); // its picture has gone elsewhere
+    d.store->Flush();
+    EXPECT_EQ(d.store->KeptAside(d.At("b.jpg")), std::nullopt);
+    EXPECT_EQ(UnpackMarks(BytesOf(d.Kept())), (KeptMarks{{d.At("a.jpg"), Rate(1)}}));
+    d.store->Set(d.At("b.jpg"), Decide(Decision::Keep));
+    d.store->Flush();
+    isWritable = true;
     d.ShowAndRead({"a.jpg", "b.jpg"});
     d.store->Flush();
     EXPECT_EQ(d.OnDisk("a.jpg"), (Mark{Decision::None, 1}));

@@ -131,6 +131,34 @@ TEST(Sidecar, WhatElseStandsInItStays) {
         EXPECT_PRED2(Has, bytes, part);
 }
 
+TEST(Sidecar, WhatStandsAroundTheRootStaysToTheByte) {
+    const std::string before =
+        "<?xpacket begin='\xEF\xBB\xBF' id='W5M0MpCehiHzreSzNTczkc9d'?>\n"
+        "<!-- written by <rdf:RDF> another 'program -->\n"
+        "<x:xmpmeta xmlns:x='adobe:ns:meta/' x:xmptk='Core > 4'>\n<!-- inner --> ";
+    const std::string behind = "\n<!-- last </rdf:RDF> -->\n</x:xmpmeta>\n" +
+                               std::string(2000, ' ') + "\n<?xpacket end='w'?>";
+    const std::string root =
+        "<rdf:RDF xmlns:rdf='http://www.w3.org/1999/02/22-rdf-syntax-ns#'><rdf:Description "
+        "rdf:about='' xmlns:dc='http://purl.org/dc/elements/1.1/' dc:format='a > b'/></rdf:RDF>";
+    const std::string after = Written(before + root + behind, Rate(3));
+    EXPECT_EQ(MarkOf(after), (Mark{Decision::None, 3}));
+    EXPECT_EQ(after.substr(0, before.size()), before);
+    EXPECT_EQ(after.substr(after.size() - behind.size()), behind);
+    EXPECT_PRED2(Has, after, "dc:format=\"a &gt; b\"");
+    EXPECT_EQ(Written(after, Rate(3)), after);
+    EXPECT_EQ(MarkOf(Written(root, Rate(2))), (Mark{Decision::None, 2})); // no outer element
+    // Names that only the outer element explains are explained in the root that replaces it.
+    const std::string outer = Written(
+        "<x:xmpmeta xmlns:x='adobe:ns:meta/' xmlns:my='http://example.org/my#' "
+        "xmlns:r='http://www.w3.org/1999/02/22-rdf-syntax-ns#'><r:RDF><r:Description r:about='' "
+        "my:word='kept'/></r:RDF><!-- end --></x:xmpmeta>",
+        Rate(1));
+    EXPECT_EQ(MarkOf(outer), (Mark{Decision::None, 1}));
+    EXPECT_PRED2(Has, outer, "my:word=\"kept\"");
+    EXPECT_PRED2(Has, outer, "<!-- end -->");
+}
+
 TEST(Sidecar, WhatIsNoneIsToldAndNotChanged) {
     std::string deep;
     for (int i = 0; i < 100000; ++i) deep += "<a>";
@@ -142,6 +170,10 @@ TEST(Sidecar, WhatIsNoneIsToldAndNotChanged) {
         EXPECT_NE(error, "") << bytes.substr(0, 80);
         EXPECT_EQ(XmpWithMark(bytes, Rate(1), nullptr), std::nullopt) << bytes.substr(0, 80);
     }
+    // The library would write the name of this space without its quotes escaped.
+    const std::string quotes = Xmp("xmlns:q='http://example.org/\"/' q:word='1'");
+    EXPECT_NE(MarkOfXmp(quotes, nullptr), std::nullopt);
+    EXPECT_EQ(XmpWithMark(quotes, Rate(1), nullptr), std::nullopt);
     EXPECT_EQ(MarkOfXmp("", nullptr), std::nullopt);
     EXPECT_EQ(MarkOfXmp(std::string(kLargestSidecar + 1, ' '), nullptr), std::nullopt);
 }

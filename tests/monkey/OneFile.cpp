@@ -1,6 +1,7 @@
 #include "OneFile.h"
 
 #include "common/codepage.h"
+#include "common/mark_text.h"
 #include "common/paths.h"
 #include "notes/NoteNames.h"
 #include "notes/NoteText.h"
@@ -167,6 +168,25 @@ std::string OneFile::Titles() const {
     return faults;
 }
 
+// Marks come in behind the files, and are shown with the next events.
+std::string OneFile::Mark() const {
+    const House& house = m.house();
+    const std::string& file = house.state.Filename;
+    std::string is;
+    std::string shown;
+    const bool same = QTest::qWaitFor(
+        [&] {
+            const auto mark = m.house().marks.MarkOf(file);
+            is = mark ? MarkText(*mark) : "";
+            if (!is.empty() && m.house().marks.KeptAside(file)) is += " !";
+            const QLabel& label = *house.controls.MarkLabel;
+            shown = label.isHidden() ? "" : FromQt(label.text());
+            return shown == is;
+        },
+        1000);
+    return same ? std::string() : Differ("the mark", shown, is + " of " + file);
+}
+
 // What was being written when another file came: in the restore buffer, in a note, or kept aside.
 std::string OneFile::Unsaved() const {
     const ProgramState& s = m.house().state;
@@ -186,7 +206,7 @@ std::string OneFile::Check(bool carries) {
     const ProgramState& s = m.house().state;
     std::string faults;
     if (!s.Filename.empty() && m.house().controls.FileListBox->Count() > 0)
-        faults = Names() + Panel() + Note(carries) + Unsaved() + Pixels() + Titles();
+        faults = Names() + Panel() + Note(carries) + Unsaved() + Pixels() + Titles() + Mark();
     m_before = s.Filename;
     m_textBefore = s.NoteText;
     m_unsavedBefore = m.house().notes.UnsavedText();

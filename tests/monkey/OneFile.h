@@ -1,5 +1,5 @@
 // Whether everything that the window shows is of one file: Filename, the selected row, the count,
-// the status line, panel, note, title of the picture windows, and the pixels.
+// the status line, panel, note, mark, title of the picture windows, and the pixels.
 #pragma once
 
 #include "World.h"
@@ -41,6 +41,7 @@ private:
     std::string Unsaved() const;
     std::string Pixels() const;
     std::string Titles() const;
+    std::string Mark() const;
 
     World& m;
     std::map<std::string, Pictures> m_pictures;

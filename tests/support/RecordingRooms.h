@@ -163,16 +163,21 @@ struct RecordingMarks : MarkCommands, Recorder {
         return at == marks.end() ? Mark() : at->second;
     }
     bool AllRead() override { return true; }
-    bool IsKeptAside(const std::string&) override { return false; }
+    bool AnyMarked() override { return !marks.empty(); }
+    std::optional<MarkChange> KeptAside(const std::string& path) override {
+        const auto at = kept.find(path);
+        return at == kept.end() ? std::nullopt : std::optional(at->second);
+    }
     using MarkCommands::SetMarks;
     void SetMarks(const std::vector<MarkWish>& wishes) override {
         for (const MarkWish& wish : wishes)
             marks[wish.path] = Changed(marks[wish.path], wish.change);
     }
-    void Flush() override {}
+    Outcome Flush() override { return Outcome::Did(); }
     void SidecarsChanged() override {}
     void Follow(std::function<void()>) override {}
-    std::map<std::string, Mark> marks; // by path
+    std::map<std::string, Mark> marks;      // by path
+    std::map<std::string, MarkChange> kept; // aside
 };
 
 struct RecordingSlides : SlideCommands, Recorder {

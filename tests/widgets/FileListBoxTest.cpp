@@ -70,6 +70,40 @@ TEST(FileListBox, IsASnapshotUntilAskedToReadAgain) {
     EXPECT_EQ(d.list.Count(), 3);
 }
 
+// Each mark writes a sidecar, and large folders take long to read.
+TEST(FileListBox, ASidecarIsNoReasonToReadTheFolderAgain) {
+    ListDesk d({"a.jpg"});
+    d.list.SetPattern("*.jpg");
+    d.list.SetPath(d.folder.Path());
+    QSignalSpy changed(&d.list, &FileListBox::diskChanged);
+    std::string error;
+    ASSERT_TRUE(d.files->Write(d.folder.Path() + "/a.jpg.xmp", "x", &error)) << error;
+    EXPECT_FALSE(changed.wait(600));
+    std::filesystem::remove(d.folder.Path() + "/a.jpg.xmp");
+    EXPECT_FALSE(changed.wait(600));
+    d.list.SetPattern("*.jpg;*.xmp"); // where they are listed they are files
+    changed.clear();
+    d.folder.Write("a.jpg.xmp", "x");
+    ASSERT_TRUE(changed.wait(5000));
+    EXPECT_TRUE(changed.last().first().toBool());
+}
+
+TEST(FileListBox, AFolderThatIsMadeAnewIsWatchedAgain) {
+    ListDesk d({});
+    const std::string folder = d.folder.Path() + "/sub";
+    std::filesystem::create_directory(folder);
+    d.list.SetPath(folder);
+    QSignalSpy changed(&d.list, &FileListBox::diskChanged);
+    std::filesystem::remove(folder);
+    ASSERT_TRUE(changed.wait(5000));
+    EXPECT_TRUE(changed.last().first().toBool());
+    std::filesystem::create_directory(folder);
+    ASSERT_TRUE(d.list.Refresh());
+    changed.clear();
+    d.folder.Write("sub/b.jpg", "x");
+    EXPECT_TRUE(changed.wait(5000));
+}
+
 TEST(FileListBox, SelectionInCodeAlwaysRaisesTheClick) {
     ListDesk d({"a", "b", "c"});
     d.list.SetPath(d.folder.Path());

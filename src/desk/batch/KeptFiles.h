@@ -12,4 +12,7 @@ inline bool IsKept(const Context& m, const std::string& path) {
     return mark && mark->decision == Decision::Keep;
 }
 
+// The marks of the list are known; ahead of what goes by them. False: the user did not wait.
+bool AwaitMarks(Context& m);
+
 } // namespace tarn

@@ -134,18 +134,21 @@ public:
     virtual ~MarkCommands() = default;
     // The mark of a file of the folder shown, with what is still to be written; none: not read yet.
     virtual std::optional<Mark> MarkOf(const std::string& path) = 0;
-    virtual bool AllRead() = 0; // of the files of the list
-    // Kept in the state folder, since its sidecar cannot be written.
-    virtual bool IsKeptAside(const std::string& path) = 0;
-    // Seen at once, on the disk within a second. Also of files of other folders.
+    virtual bool AllRead() = 0;   // of the files of the list
+    virtual bool AnyMarked() = 0; // of the files of the list, as far as they are read
+    // What is kept in the state folder, since its sidecar cannot be written.
+    virtual std::optional<MarkChange> KeptAside(const std::string& path) = 0;
+    // Seen at once, on the disk within a second. Also of files of other folders. A change of
+    // nothing drops what is kept aside.
     virtual void SetMarks(const std::vector<MarkWish>& wishes) = 0;
     void SetMarks(const std::vector<std::string>& paths, const MarkChange& change) {
         std::vector<MarkWish> wishes;
         for (const std::string& path : paths) wishes.push_back({path, change});
         SetMarks(wishes);
     }
-    // What is set is on the disk, or kept aside: ahead of a command that touches files.
-    virtual void Flush() = 0;
+    // What is set is on the disk, or kept aside: ahead of a command that touches files. Refused
+    // where the disk takes long and the user does not wait for it.
+    virtual Outcome Flush() = 0;
     virtual void SidecarsChanged() = 0; // a command has moved some: they are read again
     // Called when marks have come or changed; in the order of following.
     virtual void Follow(std::function<void()> follower) = 0;
