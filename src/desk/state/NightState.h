@@ -12,6 +12,7 @@ struct NightState {
     bool NightByOrder = false; // along the list, not along the time
     int NightTableWidth = 0;   // logical pixels; 0: as designed
     bool StarCircles = false;
+    bool CornersShown = false; // their window is up, for which all pixels are needed
 };
 
 } // namespace tarn
