@@ -31,7 +31,7 @@ constexpr NightColumn kColumns[] = {
      [](const NightFrame& f) { return f.name; }},
     {"time", "Time", "When it was taken, by the camera's clock", true,
      [](const NightFrame& f) { return f.taken ? double(*f.taken) : kNotMeasured; }, 0, Better::Neither,
-     [](const NightFrame& f) { return f.taken ? ClockText(*f.taken) : std::string(); }},
+     [](const NightFrame& f) { return f.taken ? ClockText(*f.taken).substr(5) : std::string(); }},
     {"filter", "Filter", "Filter, as the header has it", true, nullptr, 0, Better::Neither,
      [](const NightFrame& f) { return f.filter; }},
     {"exposure", "Exposure", "Exposure in seconds", true,

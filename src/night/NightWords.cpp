@@ -11,19 +11,26 @@ std::string CountedFrames(std::size_t count) {
 std::string SummaryOf(std::span<const NightFrame> frames) {
     if (frames.empty()) return {};
     std::size_t measured = 0;
-    std::map<std::string, std::size_t> reasons;
+    std::map<std::string, std::size_t> unread;
+    std::map<std::string, std::size_t> leftOut;
     for (const NightFrame& frame : frames) {
         if (!frame.isMeasured) continue;
-        ++measured;
-        if (frame.group < 0 && !frame.Remark().empty()) ++reasons[frame.Remark()];
+        const bool isRead = frame.measures.width > 0;
+        measured += isRead ? 1 : 0;
+        if (frame.group < 0 && !frame.Remark().empty())
+            ++(isRead ? leftOut : unread)[frame.Remark()];
     }
     std::string text =
         std::to_string(measured) + " of " + std::to_string(frames.size()) + " measured";
-    const char* between = "; left out: ";
-    for (const auto& [reason, count] : reasons) {
-        text += between + std::to_string(count) + " " + reason;
-        between = ", ";
-    }
+    const auto add = [&](const char* what, const std::map<std::string, std::size_t>& reasons) {
+        const char* between = what;
+        for (const auto& [reason, count] : reasons) {
+            text += between + std::to_string(count) + " \u00D7 " + reason;
+            between = ", ";
+        }
+    };
+    add("; not judged: ", leftOut);
+    add("; could not be measured: ", unread);
     return text;
 }
 

@@ -10,7 +10,8 @@ namespace tarn {
 // "1 frame", "31 frames".
 std::string CountedFrames(std::size_t count);
 
-// "60 of 60 measured; left out: 4 a dark frame, 2 no stars". Without frames empty.
+// "63 of 64 measured; not judged: 4 × a dark frame; could not be measured: 1 × The file ends too
+// early". Without frames empty.
 std::string SummaryOf(std::span<const NightFrame> frames);
 
 // Of a frame, a line each: name, time, and the measures that are known.

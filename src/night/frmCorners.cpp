@@ -222,7 +222,7 @@ void frmCorners::ShowTexts() {
         const int column = std::clamp(int(3 * middle.x() / turned.width()), 0, 2);
         const int row = std::clamp(int(3 * middle.y() / turned.height()), 0, 2);
         const QString text = std::isfinite(corner.hfr)
-                                 ? ToQt("HFR " + FormatFixed(corner.hfr, 2) + "   " +
+                                 ? ToQt("HFR " + FormatFixed(corner.hfr, 2) + "   e " +
                                         FormatFixed(corner.elongation, 2) + "   " +
                                         std::to_string(corner.stars) + " stars")
                                  : QStringLiteral("too few stars");

@@ -29,9 +29,13 @@ namespace tarn {
 
 namespace {
 
-constexpr QSize kDesign(1180, 640);
-constexpr int kTable = 620; // logical pixels
+constexpr QSize kDesign(1240, 660);
+constexpr int kTable = 680; // logical pixels
 constexpr int kLeastTable = 180;
+
+bool HasStars(const NightFrame& frame) {
+    return std::isfinite(frame.measures.hfr);
+}
 
 bool ShownAsDesigned(const NightColumn& column) {
     return column.isShown;
@@ -121,11 +125,7 @@ QBoxLayout* frmNight::MakeChoosers() {
     m_columns = Named(new QMenu(columns), "NightColumnsMenu");
     columns->setMenu(m_columns);
     bar->addWidget(columns);
-    m_summary = Named(new QLabel(), "NightSummary");
-    m_summary->setTextFormat(Qt::PlainText);
-    m_summary->setMinimumWidth(40);
-    m_summary->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    bar->addWidget(m_summary, 1);
+    bar->addStretch();
     const auto add = [&](const char* caption, QComboBox* box) {
         auto* label = new QLabel(QString::fromUtf8(caption));
         label->setBuddy(box);
@@ -173,6 +173,11 @@ QBoxLayout* frmNight::MakeActs() {
                     &frmNight::CompareButton_Click);
     rows->addLayout(acts);
     auto* measuring = new QHBoxLayout();
+    m_summary = Named(new QLabel(), "NightSummary");
+    m_summary->setTextFormat(Qt::PlainText);
+    m_summary->setMinimumWidth(40);
+    m_summary->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    measuring->addWidget(m_summary, 2);
     m_progress = Named(new QProgressBar(), "NightProgress", "Frames measured");
     m_progress->setFormat(QStringLiteral("%v of %m measured"));
     measuring->addWidget(m_progress, 1);
@@ -292,7 +297,10 @@ void frmNight::FramesShown() {
 }
 
 void frmNight::Refresh() {
+    const QRect current = m_view->visualRect(m_view->currentIndex());
+    const bool seen = m_view->viewport()->rect().intersects(current);
     m_table.FramesChanged();
+    if (seen) m_view->scrollTo(m_view->currentIndex()); // wherever it was sorted to
     const bool any = std::any_of(m_folder.Frames().begin(), m_folder.Frames().end(),
                                  [](const NightFrame& frame) { return frame.isMeasured; });
     if (m_isWaiting && any) {
@@ -316,9 +324,11 @@ void frmNight::FillGraph() {
     const auto has = [](const FrameIndices& in, std::size_t i) {
         return std::binary_search(in.begin(), in.end(), i);
     };
+    const bool anyStars = std::any_of(frames.begin(), frames.end(), HasStars);
     for (std::size_t i = 0; i < frames.size(); ++i) {
         const NightFrame& frame = frames[i];
         if (!frame.isMeasured || (overTime && !frame.taken)) continue;
+        if (anyStars && !HasStars(frame)) continue; // left out
         GraphPoint point;
         point.x = overTime ? double(*frame.taken) : frame.order + 1;
         point.y = {Upper().value(frame), Lower().value(frame)};
