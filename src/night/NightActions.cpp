@@ -4,13 +4,13 @@
 #include "common/numbers.h"
 #include "night/NightWords.h"
 #include "platform/QtText.h"
+#include "widgets/ElidedLabel.h"
 #include "widgets/FileListBox.h"
 #include "widgets/MeasureGraph.h"
 
 #include <QAction>
 #include <QItemSelectionModel>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QTableView>
@@ -116,8 +116,7 @@ void frmNight::ShowActs() {
     const QString said = !m_choiceSaid.isEmpty() ? m_choiceSaid
                          : chosen.size() > 1     ? ToQt(CountedFrames(chosen.size()) + " chosen")
                                                  : QString();
-    m_said->setText(said);
-    m_said->setToolTip(said);
+    m_said->SetText(FromQt(said));
 }
 
 void frmNight::PointClicked(int point) {
@@ -161,35 +160,51 @@ void frmNight::CompareButton_Click() {
     activateWindow();
 }
 
+namespace {
+
+struct MarkKey {
+    int keycode;
+    MarkChange change;
+    const char* verb;
+    const char* says;
+};
+const MarkKey kMarkKeys[] = {
+    {'K', Decide(Decision::Keep), "Keep", "marks what is chosen to keep"},
+    {'J', Decide(Decision::Reject), "Reject", "marks what is chosen as rejected"},
+    {'H', ClearMark(), "Clear marks of", "takes the marks of what is chosen away"},
+};
+
+const MarkKey* MarkKeyOf(const QKeyEvent& event) {
+    for (const MarkKey& key : kMarkKeys)
+        if (event.modifiers() == Qt::NoModifier && keys::KeyCode(event.key()) == key.keycode)
+            return &key;
+    return nullptr;
+}
+
+} // namespace
+
+std::vector<keys::KeyLine> frmNight::KeyLines() {
+    std::vector<keys::KeyLine> lines;
+    for (const MarkKey& key : kMarkKeys) keys::AddLine(lines, keys::NameOf(key.keycode), key.says);
+    lines.push_back({"Ctrl+Z", "takes the last command back"});
+    lines.push_back({"Left, Right", "in the graph: the frame before, the next one"});
+    lines.push_back({"Up, Down", "in the graph: move the line"});
+    lines.push_back({"Esc", "closes the window"});
+    return lines;
+}
+
 // The table would search for a name that begins so.
 bool frmNight::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress) {
-        auto& key = *static_cast<QKeyEvent*>(event);
-        const bool isMark =
-            key.key() == Qt::Key_K || key.key() == Qt::Key_J || key.key() == Qt::Key_H;
-        if (isMark && key.modifiers() == Qt::NoModifier) {
-            keyPressEvent(&key);
-            return true;
-        }
+    if (event->type() == QEvent::KeyPress && MarkKeyOf(*static_cast<QKeyEvent*>(event))) {
+        keyPressEvent(static_cast<QKeyEvent*>(event));
+        return true;
     }
     return QDialog::eventFilter(watched, event);
 }
 
-// The keys of marks, as in the list; Ctrl+Z as in the main window.
 void frmNight::keyPressEvent(QKeyEvent* event) {
     if (event->matches(QKeySequence::Undo)) return m.controls.UndoButton->trigger();
-    if (event->modifiers() == Qt::NoModifier) switch (event->key()) {
-        case Qt::Key_K:
-            return MarkChosen(Decide(Decision::Keep), "Keep");
-        case Qt::Key_J:
-            return MarkChosen(Decide(Decision::Reject), "Reject");
-        case Qt::Key_H:
-            return MarkChosen(ClearMark(), "Clear marks of");
-        case Qt::Key_Delete:
-            return; // nothing goes from here
-        default:
-            break;
-        }
+    if (const MarkKey* key = MarkKeyOf(*event)) return MarkChosen(key->change, key->verb);
     QDialog::keyPressEvent(event);
 }
 

@@ -3,6 +3,8 @@
 #include "common/paths.h"
 #include "sky/night/MeasuresFile.h"
 
+#include <utility>
+
 namespace tarn {
 
 namespace {
@@ -28,10 +30,12 @@ void NightFolder::Post() {
 }
 
 void NightFolder::Show(const std::vector<std::string>& paths) {
-    m_frames.clear();
-    m_indices.clear();
+    std::vector<NightFrame> before = std::exchange(m_frames, {});
+    const auto indices = std::exchange(m_indices, {});
     for (const std::string& path : paths) {
+        const auto known = indices.find(path);
         NightFrame frame;
+        if (known != indices.end()) frame = std::move(before[std::size_t(known->second)]);
         frame.path = path;
         frame.name = LastPart(path);
         frame.order = int(m_frames.size());

@@ -21,7 +21,8 @@ class NightFolder {
 public:
     NightFolder();
 
-    // In the order of the list; what was known of others is forgotten.
+    // In the order of the list; what was known of others is forgotten, and what was known of these
+    // stands until it is asked for anew.
     void Show(const std::vector<std::string>& paths);
     void Prefer(const std::string& path) { m_measuring.Prefer(path); }
     void Cancel();

@@ -36,7 +36,7 @@ void NightRoom::ConnectControls() {
     Connect(c.CornersButton, [this] { CornersButton_Click(); });
     Connect(c.BurstButton, [this] { m.shell.Tell(BurstButton_Click()); });
     QObject::connect(c.FileListBox, &FileListBox::folderRead, &m_here, [this] {
-        if (IsNightUp()) ShowFrames();
+        if (IsNightUp() && !m.state.SlideViewing) ShowFrames(); // a show changes the list a while
     });
     m.marks.Follow([this] {
         if (!IsNightUp()) return;

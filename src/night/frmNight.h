@@ -2,6 +2,7 @@
 // in the table is what is chosen; its current row is the picture that is shown.
 #pragma once
 
+#include "common/keys.h"
 #include "desk/Context.h"
 #include "desk/places/KeptPlace.h"
 #include "night/NightChoice.h"
@@ -18,7 +19,6 @@
 
 class QBoxLayout;
 class QComboBox;
-class QLabel;
 class QMenu;
 class QProgressBar;
 class QPushButton;
@@ -27,6 +27,7 @@ class QTableView;
 
 namespace tarn {
 
+class ElidedLabel;
 class MeasureGraph;
 
 class frmNight : public QDialog {
@@ -39,6 +40,8 @@ public:
     void FollowCurrent();
 
     std::function<void()> onClosed;
+
+    static std::vector<keys::KeyLine> KeyLines(); // as they are read
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -96,8 +99,8 @@ private:
     QComboBox* m_lower;
     QComboBox* m_along;
     QMenu* m_columns;
-    QLabel* m_summary;
-    QLabel* m_said;
+    ElidedLabel* m_summary;
+    ElidedLabel* m_said;
     QProgressBar* m_progress;
     QPushButton* m_cancel;
     QPushButton* m_worst;

@@ -42,7 +42,8 @@ void LookAtRest(std::span<const FrameMeasures> frames, JudgedFrames& judged) {
     const double sky = MedianOf(skies);
     const double noise = MedianOf(noises);
     for (std::size_t i = 0; i < frames.size(); ++i) {
-        if (frames[i].stars > 0 || std::isfinite(frames[i].hfr)) continue;
+        const bool isTold = frames[i].fault.starts_with("a "); // by its header: "a dark frame"
+        if (isTold || frames[i].stars > 0 || std::isfinite(frames[i].hfr)) continue;
         if (frames[i].background < sky - kBelowSky * noise)
             judged.looks[i] = "as dark as a dark frame";
         else if (frames[i].background > kFlat * sky)
