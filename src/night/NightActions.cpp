@@ -1,6 +1,7 @@
 // What is chosen in the window "Night", and what is done with it.
 #include "night/frmNight.h"
 
+#include "common/mark_text.h"
 #include "common/numbers.h"
 #include "night/NightWords.h"
 #include "platform/QtText.h"
@@ -56,6 +57,7 @@ void frmNight::Choose(const FrameIndices& frames, const QString& said) {
         m_view->selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect |
                                                    QItemSelectionModel::Rows);
     }
+    if (!frames.empty()) m_view->scrollTo(m_table.index(m_table.RowOf(frames.front()), 0));
     m_choiceSaid = said;
     ChoiceChanged();
 }
@@ -134,8 +136,9 @@ void frmNight::MarkChosen(const MarkChange& change, const std::string& verb) {
         if (Changed(chosen.mark, change) != chosen.mark) wishes.push_back({chosen.path, change});
     }
     if (wishes.empty()) return;
-    const std::string said = verb + " " + CountedFrames(wishes.size());
-    m.fileops.MarkFiles(said, wishes);
+    const std::string count = CountedFrames(wishes.size());
+    m.fileops.MarkFiles(verb + " " + count, wishes);
+    const std::string said = SaidOfChange(change) + " - " + count;
     m_choiceSaid = ToQt(said + "; Ctrl+Z takes it back");
     m.shell.ShowMessage(said);
     ShowActs();

@@ -53,7 +53,7 @@ frmNight::frmNight(Context& context, NightFolder& folder)
     m_parts = Named(new QSplitter(Qt::Horizontal), "NightParts");
     m_parts->addWidget(MakeTable());
     m_parts->addWidget(MakeGraph());
-    m_parts->setStretchFactor(1, 1);
+    for (const int part : {0, 1}) m_parts->setStretchFactor(part, 1);
     m_parts->setChildrenCollapsible(false);
     all->addLayout(MakeChoosers());
     all->addWidget(m_parts, 1);

@@ -307,22 +307,29 @@ void MeasureGraph::PaintLegend(QPainter& painter) const {
     const QColor text = palette().color(QPalette::Text);
     double x = Left();
     const double y = kMargin + fontMetrics().height() / 2.0;
+    // What has no room for its text is left away.
+    const auto fits = [&](const QString& name) {
+        return x + 10 + fontMetrics().horizontalAdvance(name) < width();
+    };
     const auto write = [&](const QString& name) {
         painter.setPen(text);
         painter.drawText(QPointF(x + 10, y + fontMetrics().ascent() / 2.0 - 1), name);
         x += 10 + fontMetrics().horizontalAdvance(name) + 16;
     };
     for (int kind = 0; kind < int(m_kinds.size()); ++kind) {
-        const QString& name = m_kinds[std::size_t(kind)];
-        const QColor colour = ColourOfKind(name, kind);
+        const QString& filter = m_kinds[std::size_t(kind)];
+        const QColor colour = ColourOfKind(filter, kind);
+        const QString name = filter.isEmpty() ? QStringLiteral("no filter") : filter;
+        if (!fits(name)) return;
         painter.setPen(colour);
         painter.setBrush(colour);
         DrawShape(painter, QPointF(x + 2, y), kind, kPoint);
-        write(name.isEmpty() ? QStringLiteral("no filter") : name);
+        write(name);
     }
     painter.setBrush(Qt::NoBrush);
     for (const auto& [colour, name] : {std::pair(kBest, QStringLiteral("best tenth")),
                                        std::pair(kWorst, QStringLiteral("worst tenth"))}) {
+        if (!fits(name)) return;
         painter.setPen(QPen(Themed(colour), 1.4));
         painter.drawEllipse(QPointF(x + 2, y), kPoint + 1.5, kPoint + 1.5);
         write(name);
