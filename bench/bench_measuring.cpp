@@ -5,6 +5,7 @@
 #include "Timing.h"
 #include "app/AppDesk.h"
 
+#include "decoder/DecoderPool.h"
 #include "sky/night/FolderMeasuring.h"
 
 #include <QApplication>
@@ -100,6 +101,7 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QStandardPaths::setTestModeEnabled(true);
     const QApplication application(argc, argv);
+    tarn::UseDecoders();
     const QTemporaryDir folder;
     FillFolder(folder.path().toStdString());
     const std::string path = folder.path().toStdString();
