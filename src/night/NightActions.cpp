@@ -15,6 +15,7 @@
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QTableView>
+#include <QTimer>
 
 #include <algorithm>
 #include <cmath>
@@ -24,6 +25,7 @@ namespace tarn {
 namespace {
 
 constexpr double kSigmas = 3;
+constexpr int kMainComes = 150; // milliseconds
 
 std::string Are(std::size_t count) {
     return CountedFrames(count) + (count == 1 ? " is" : " are");
@@ -159,8 +161,10 @@ void frmNight::CompareButton_Click() {
         return m.shell.ShowMessage("Both frames must be in the list to be compared");
     m.slides.CompareRows(stays, other);
     if (m.state.Closing) return;
-    raise();
-    activateWindow();
+    QTimer::singleShot(kMainComes, this, [this] { // over the main window, which comes back, too
+        raise();
+        activateWindow();
+    });
 }
 
 namespace {

@@ -169,7 +169,7 @@ QBoxLayout* frmNight::MakeActs() {
     m_reject = Act(*acts, "NightRejectButton", "&Reject",
                    "Mark the chosen frames as rejected; Ctrl+Z takes it back",
                    &frmNight::RejectButton_Click);
-    m_compare = Act(*acts, "NightCompareButton", "Compare with &Best",
+    m_compare = Act(*acts, "NightCompareButton", "Co&mpare with Best",
                     "The frame beside the best of its series, at one place and zoom",
                     &frmNight::CompareButton_Click);
     rows->addLayout(acts);

@@ -91,8 +91,10 @@ void SlideRoom::CompareRows(int stays, int other) {
     m.navigation.ClearMultiselect();
     m.navigation.SelectRow(stays, InPassing()); // a show begins with the current row
     ShowMany(SlideLayout::TwoHorizontal, beside);
-    if (const int row = list.RowOf(beside); !m.state.Closing && row >= 0)
-        m.navigation.SelectRow(row, KeepingKeyboard());
+    const int row = list.RowOf(beside);
+    if (m.state.Closing || row < 0) return;
+    m.navigation.ClearMultiselect();
+    m.navigation.SelectRow(row, KeepingKeyboard());
 }
 
 void SlideRoom::SlideDone() {

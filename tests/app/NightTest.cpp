@@ -248,6 +248,7 @@ TEST(Night, AFrameIsComparedWithTheBestOfItsSeries) {
     EXPECT_EQ(std::stod(d.Cell(titles[0], "Score")), best);
     EXPECT_EQ(titles[1], "L11.fits");
     EXPECT_EQ(d.Current(), "L11.fits");
+    EXPECT_EQ(d.c.FileListBox->SelectedRows().size(), 1U);
 }
 
 TEST(StarCircles, StandOnTheStarsHoweverThePictureIsTurned) {
