@@ -76,7 +76,8 @@ pid_t Spawn(const std::string& program, DecoderKind kind, int socket) {
 } // namespace
 
 bool IsLowThread() {
-    return ::getpriority(PRIO_PROCESS, static_cast<id_t>(::gettid())) > 0;
+    return ::getpriority(PRIO_PROCESS, static_cast<id_t>(::gettid())) >
+           ::getpriority(PRIO_PROCESS, static_cast<id_t>(::getpid()));
 }
 
 std::unique_ptr<Decoder> Decoder::Start(const std::string& program, DecoderKind kind) {

@@ -23,7 +23,7 @@ struct Packet;
 // What a packet of the process says; false where it is no answer. Its descriptor stays open.
 bool AnswerFrom(const Packet& packet, DecoderAnswer& answer);
 
-// Whether this thread gives way to others.
+// Whether this thread gives way to the program's first one.
 bool IsLowThread();
 
 class Decoder {
