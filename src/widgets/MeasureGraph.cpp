@@ -116,6 +116,11 @@ void MeasureGraph::WorkOutRanges() {
         for (std::size_t part : {0U, 1U}) values[part].push_back(point.y[part]);
     }
     m_along = WholeRange(along);
+    const auto [first, last] = std::minmax_element(along.begin(), along.end());
+    if (!along.empty() && *first == *last) { // one moment has an hour round it
+        const double half = m_titles.isTime ? 1800 : 0.5;
+        m_along = {*first - half, *first + half};
+    }
     for (std::size_t part : {0U, 1U}) m_ranges[part] = RobustRange(values[part]);
     update();
 }
