@@ -52,7 +52,7 @@ void NightRoom::ShowSettings() {
 
 // Windows and threads go while the desk still stands.
 void NightRoom::BreakOff() {
-    if (m_folder) m_folder->Show({});
+    ForgetFrames();
     m_rest.stop();
 }
 
@@ -91,7 +91,7 @@ std::vector<std::string> NightRoom::Pictures() const {
 void NightRoom::NightButton_Click() {
     if (!m_night) {
         m_night = std::make_unique<frmNight>(m, Folder());
-        m_night->onClosed = [this] { Folder().Show({}); }; // nobody waits for measures any more
+        m_night->onClosed = [this] { ForgetFrames(); };
     }
     const bool opens = !IsNightUp();
     m_night->Form_Load();
@@ -108,6 +108,14 @@ void NightRoom::ShowFrames() {
     folder.onChanged = [this] {
         if (IsNightUp()) m_night->Refresh();
     };
+}
+
+// Nobody waits for measures any more. The window goes with them: its table shows what stands here.
+void NightRoom::ForgetFrames() {
+    if (!m_folder) return;
+    m_folder->onChanged = nullptr;
+    m_folder->Show({});
+    if (m_night) m_night->FramesShown();
 }
 
 void NightRoom::TakeMarks() {

@@ -37,6 +37,7 @@ private:
     NightFolder& Folder();
     std::vector<std::string> Pictures() const;
     void ShowFrames();
+    void ForgetFrames();
     void TakeMarks();
     void FollowCurrent();
     void AskForStars();

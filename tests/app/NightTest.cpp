@@ -204,6 +204,11 @@ TEST(Night, ColumnsMeasuresAndPlaceAreKept) {
     QCoreApplication::processEvents();
     QTest::keyClick(d.Up("frmNight"), Qt::Key_Escape);
     EXPECT_FALSE(d.Up("frmNight"));
+    d.c.NightButton->trigger();
+    EXPECT_EQ(d.Table()->model()->rowCount(), 16);
+    d.house.night.BreakOff(); // the end of the program finds it up
+    EXPECT_EQ(d.Table()->model()->rowCount(), 0);
+    d.Up("frmNight")->close();
     d.c.SaveSettingsButton->trigger();
     EXPECT_EQ(d.settings->Read("night_columns", ""),
               "name,time,filter,stars,hfr,fwhm,eccentricity,background,noise,transparency,score,"
