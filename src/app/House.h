@@ -21,6 +21,7 @@
 #include "marks/MarksRoom.h"
 #include "navigation/NavigationRoom.h"
 #include "navigation/PaneKeys.h"
+#include "night/NightRoom.h"
 #include "notes/NotesRoom.h"
 #include "panel/PictureInfoRoom.h"
 #include "print/PrintRoom.h"
@@ -86,6 +87,7 @@ public:
     ThumbRoom thumbnails;
     WebRoom web;
     VideoRoom video;
+    NightRoom night;
     ImportExport importExport;
     OutsidePrograms programs;
     PaneKeys keys;

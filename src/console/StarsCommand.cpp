@@ -2,12 +2,10 @@
 
 #include "console/Arguments.h"
 #include "console/TableRow.h"
-#include "sky/align/Align.h"
-#include "sky/stars/Series.h"
+#include "sky/judging/Judging.h"
 
 #include <cmath>
 #include <cstdio>
-#include <map>
 
 namespace tarn {
 
@@ -16,37 +14,10 @@ namespace {
 constexpr OptionRule kOptions[] = {{"--list"}, {"--csv"}};
 constexpr UsageLine kLines[] = {{kOptions, "FILE|FOLDER..."}};
 
-struct Frames : MeasuredFrames {
-    std::vector<double> transparency;
-    std::vector<double> scores;
-};
-
-// Each series for itself; a frame alone has neither.
-void Judge(Frames& frames) {
-    frames.transparency.assign(frames.paths.size(), kNotMeasured);
-    frames.scores.assign(frames.paths.size(), kNotMeasured);
-    std::map<std::string, std::vector<std::size_t>> series;
-    for (std::size_t i = 0; i < frames.paths.size(); ++i)
-        if (std::isfinite(frames.measures[i].hfr)) series[frames.measures[i].series].push_back(i);
-    for (const auto& [_, members] : series) {
-        if (members.size() < 2) continue;
-        std::vector<FrameMeasures> measures;
-        for (const std::size_t member : members) measures.push_back(frames.measures[member]);
-        const std::size_t reference = ReferenceOf(measures);
-        const std::vector<double> transparency =
-            TransparencyOf(measures, reference, MapsOnto(reference, measures));
-        const std::vector<double> scores = ScoresOf(measures, transparency);
-        for (std::size_t i = 0; i < members.size(); ++i) {
-            frames.transparency[members[i]] = transparency[i];
-            frames.scores[members[i]] = scores[i];
-        }
-    }
-}
-
 int PrintFrames(const std::vector<std::string>& operands, bool csv,
                 const StarMeasurers& measurers) {
-    Frames frames{MeasureOperands(operands, measurers.measure), {}, {}};
-    Judge(frames);
+    const MeasuredFrames frames = MeasureOperands(operands, measurers.measure);
+    const JudgedFrames judged = JudgeFrames(frames.measures);
     PrintColumnNames(csv, {"file", "width", "height", "stars", "hfr", "fwhm", "eccentricity",
                            "background", "noise", "saturated", "transparency", "sharpness", "score",
                            "error"});
@@ -61,8 +32,8 @@ int PrintFrames(const std::vector<std::string>& operands, bool csv,
         row.Add(measures.hfr, 3).Add(measures.fwhm, 3).Add(measures.eccentricity, 3);
         row.AddValue(measures.background).AddValue(measures.noise);
         row.Add(isRead ? std::to_string(measures.saturated) : std::string());
-        row.Add(frames.transparency[i], 3).AddValue(measures.sharpness);
-        row.Add(frames.scores[i], 1).Add(measures.fault).Print();
+        row.Add(judged.transparency[i], 3).AddValue(measures.sharpness);
+        row.Add(judged.scores[i], 1).Add(measures.fault).Print();
         if (!measures.fault.empty()) exitStatus = kExitFailedFile;
     }
     return exitStatus;

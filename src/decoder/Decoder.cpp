@@ -14,6 +14,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -73,6 +74,11 @@ pid_t Spawn(const std::string& program, DecoderKind kind, int socket) {
 }
 
 } // namespace
+
+bool IsLowThread() {
+    return ::getpriority(PRIO_PROCESS, static_cast<id_t>(::gettid())) >
+           ::getpriority(PRIO_PROCESS, static_cast<id_t>(::getpid()));
+}
 
 std::unique_ptr<Decoder> Decoder::Start(const std::string& program, DecoderKind kind) {
     Reap(0);

@@ -23,6 +23,9 @@ struct Packet;
 // What a packet of the process says; false where it is no answer. Its descriptor stays open.
 bool AnswerFrom(const Packet& packet, DecoderAnswer& answer);
 
+// Whether this thread gives way to the program's first one.
+bool IsLowThread();
+
 class Decoder {
 public:
     // Null where it cannot be started. It is not waited for.
@@ -43,6 +46,8 @@ public:
     bool HasGreeted() const { return m_greeted; }
     std::uint32_t Rights() const { return m_rights; }
     DecoderKind Kind() const { return m_kind; }
+    // It has the priority of the thread that started it, for life.
+    bool IsLow() const { return m_low; }
 
 private:
     Decoder(DecoderKind kind, int socket, pid_t process)
@@ -54,6 +59,7 @@ private:
     DecoderKind m_kind;
     int m_socket;
     pid_t m_process;
+    bool m_low = IsLowThread();
     bool m_greeted = false;
     std::uint32_t m_rights = 0;
 };

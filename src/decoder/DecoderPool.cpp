@@ -5,6 +5,7 @@
 #include "platform/Modules.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
@@ -48,7 +49,9 @@ private:
         return m_rights || m_failed < kMostStarts;
     }
     Loan Borrow(DecoderKind kind);
-    Loan TakeIdle(DecoderKind kind);
+    Loan TakeIdle(DecoderKind kind, bool low);
+    int Count(bool low) const;
+    void DropIdle(bool low);
     void GiveBack(Loan loan, bool usable);
     bool IsGivenUp(const FileLook& look);
     void GiveUp(const FileLook& look);
@@ -56,7 +59,8 @@ private:
     std::mutex m_mutex;
     std::condition_variable m_returned;
     DecoderUse m_use;
-    int m_busy = 0;
+    // Those of threads that give way, and all others: neither keep the other ones waiting.
+    std::array<int, 2> m_busy{};
     int m_failed = 0;                      // starts in a row that came to nothing
     std::optional<std::uint32_t> m_rights; // given up by the first process
     std::vector<Loan> m_idle;
@@ -74,36 +78,53 @@ void DecoderPool::Use(const DecoderUse& use) {
 
 void DecoderPool::StartAhead(DecoderKind kind) {
     const std::lock_guard lock(m_mutex);
-    const bool there = std::any_of(m_idle.begin(), m_idle.end(),
-                                   [&](const Loan& each) { return each->Kind() == kind; });
-    if (there || !IsUsable() || m_busy + int(m_idle.size()) > m_use.threads) return;
+    const bool low = IsLowThread();
+    const bool there = std::any_of(m_idle.begin(), m_idle.end(), [&](const Loan& each) {
+        return each->Kind() == kind && each->IsLow() == low;
+    });
+    if (there || !IsUsable() || Count(low) > m_use.threads) return;
     if (auto started = Decoder::Start(m_use.program, kind)) m_idle.push_back(std::move(started));
 }
 
 // What died meanwhile died of no file.
-DecoderPool::Loan DecoderPool::TakeIdle(DecoderKind kind) {
+DecoderPool::Loan DecoderPool::TakeIdle(DecoderKind kind, bool low) {
     std::erase_if(m_idle, [](const Loan& each) { return !each->IsAlive(); });
-    const auto found = std::find_if(m_idle.rbegin(), m_idle.rend(),
-                                    [&](const Loan& each) { return each->Kind() == kind; });
+    const auto found = std::find_if(m_idle.rbegin(), m_idle.rend(), [&](const Loan& each) {
+        return each->Kind() == kind && each->IsLow() == low;
+    });
     if (found == m_idle.rend()) return nullptr;
     Loan taken = std::move(*found);
     m_idle.erase(std::next(found).base());
     return taken;
 }
 
+int DecoderPool::Count(bool low) const {
+    return m_busy[low] + int(std::count_if(m_idle.begin(), m_idle.end(), [low](const Loan& each) {
+               return each->IsLow() == low;
+           }));
+}
+
+// The one that has been idle longest.
+void DecoderPool::DropIdle(bool low) {
+    const auto first = std::find_if(m_idle.begin(), m_idle.end(),
+                                    [low](const Loan& each) { return each->IsLow() == low; });
+    if (first != m_idle.end()) m_idle.erase(first);
+}
+
 // Null where none can be had.
 DecoderPool::Loan DecoderPool::Borrow(DecoderKind kind) {
     const int most = IsFirstThread() ? m_use.threads + 1 : m_use.threads;
+    const bool low = IsLowThread();
     std::unique_lock lock(m_mutex);
-    while (m_busy >= most && IsUsable() && !IsStopped()) m_returned.wait_for(lock, kSlice);
+    while (m_busy[low] >= most && IsUsable() && !IsStopped()) m_returned.wait_for(lock, kSlice);
     if (!IsUsable() || IsStopped()) return nullptr;
-    ++m_busy;
-    Loan loan = TakeIdle(kind);
+    ++m_busy[low];
+    Loan loan = TakeIdle(kind, low);
     if (loan) return loan;
-    if (m_busy + int(m_idle.size()) > m_use.threads + 1) m_idle.erase(m_idle.begin());
+    if (Count(low) > m_use.threads + 1) DropIdle(low);
     loan = Decoder::Start(m_use.program, kind);
     if (!loan) {
-        --m_busy;
+        --m_busy[low];
         ++m_failed;
     }
     return loan;
@@ -113,7 +134,7 @@ void DecoderPool::GiveBack(Loan loan, bool usable) {
     const DecoderKind kind = loan->Kind();
     {
         const std::lock_guard lock(m_mutex);
-        --m_busy;
+        --m_busy[loan->IsLow()];
         if (loan->HasGreeted()) {
             m_failed = 0;
             m_rights = loan->Rights();

@@ -49,7 +49,8 @@ bool DisplayRoom::IsSizeWindowUp() const {
 QSize DisplayRoom::WantedPixels() const {
     const ProgramState& s = m.state;
     const bool zoomed = s.SlideViewing ? s.SlideZoomed : m_zoom.IsZoomed();
-    if (zoomed || IsCutMode() || s.OneToOneLoaded || (IsSizeWindowUp() && m_pic->IsZoomed()))
+    if (zoomed || IsCutMode() || s.OneToOneLoaded || s.CornersShown ||
+        (IsSizeWindowUp() && m_pic->IsZoomed()))
         return {};
     const QSize pane(s.PreviewWidth, s.PreviewHeight);
     if (!IsSizeWindowUp() || s.SlideViewing || pane.isEmpty()) return pane;

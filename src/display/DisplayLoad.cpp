@@ -129,6 +129,7 @@ void DisplayRoom::TellShown(const PictureRequest& request) {
 void DisplayRoom::ForgetLastPicture() {
     ProgramState& s = m.state;
     m_turned.Clear();
+    m_turns = {};
     m_preview.Clear();
     m_zoom.NextPicture();
     s.ExifFound = false;

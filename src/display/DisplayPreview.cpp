@@ -59,6 +59,7 @@ void DisplayRoom::PutPicture() {
         shown = &m_bright;
     }
     m.controls.Picture1->SetPicture(shown->FullPicture());
+    PutRings();
 }
 
 ImgX DisplayRoom::ShownPicture() {
@@ -100,6 +101,7 @@ void DisplayRoom::PutSize(double scale) {
 // Without this the pane would go on showing the picture before, under the name of this one.
 void DisplayRoom::PutNothing() {
     m.controls.Picture1->SetPicture(QImage());
+    m.controls.Picture1->SetRings({});
     m.controls.PreviewLabel->setVisible(false);
     m.controls.CropLabel->setVisible(false);
     m.controls.Picture1->unsetCursor();

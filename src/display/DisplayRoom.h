@@ -63,6 +63,7 @@ public:
     void ResetBButton_Click() override;
     void SetBrightness(int value) override;
     ImgX ShownPicture() override;
+    void ShowRings(const PictureRings& rings) override;
 
     // How pictures of telescopes are stretched for the screen.
     void StretchButton_Click();
@@ -130,6 +131,7 @@ private:
     ZoomPoint FromMiddle(std::optional<QPointF> place) const;
     const ImgX& Whole();
     void PutZoomed();
+    void PutRings();
 
     QSize WantedPixels() const; // empty for all of them
     bool IsSizeWindowUp() const;
@@ -151,6 +153,8 @@ private:
     ImgX m_bright;  // its brightened copy
     ImgX m_whole;   // m_turned with all its pixels, while it is zoomed
     ZoomView m_zoom;
+    Turn m_turns; // of m_turned since it was loaded
+    PictureRings m_rings;
     PreviewTurns m_arrived;     // done before the camera's orientation was
     bool m_placeholder = false; // what is shown stands in for a file without a picture
     bool m_uncheckingOther = false;

@@ -39,6 +39,7 @@ void DisplayRoom::TurnQuarter(bool& flag, float degrees) {
     std::swap(m.state.ImageWidth, m.state.ImageHeight);
     flag = true;
     m_turned.Rotate(degrees);
+    m_turns.Rotate(degrees == kRight ? 1 : 3);
 }
 
 void DisplayRoom::ShowTurned() {
@@ -53,10 +54,12 @@ void DisplayRoom::TurnAsBefore(const PreviewTurns& turns) {
     if (turns.ImageMirrored) {
         m.state.ImageMirrored = true;
         m_turned.Mirror(kLeftToRight);
+        m_turns.Mirror(kLeftToRight);
     }
     if (turns.ImageFliped) {
         m.state.ImageFliped = true;
         m_turned.Mirror(kTopToBottom);
+        m_turns.Mirror(kTopToBottom);
     }
 }
 
@@ -70,6 +73,7 @@ void DisplayRoom::TurnUprightNow() {
     case 3:
         m.state.ImageTurnedHalf = true;
         m_turned.Rotate(180);
+        m_turns.Rotate(2);
         return;
     default:
         return;
@@ -88,6 +92,7 @@ void DisplayRoom::FlipButton_Click() {
 void DisplayRoom::MirrorPreview(bool& flag, int axis) {
     flag = true;
     m_turned.Mirror(axis);
+    m_turns.Mirror(axis);
     m_preview.Mirror(axis);
     m_whole.Mirror(axis);
     m_zoom.Mirror(axis);

@@ -67,6 +67,7 @@ void DisplayRoom::Pan(QPointF way) {
     m_zoom.Pan({way.x(), way.y()}, pane);
     box.SetPicture(SeenMoved(box.Picture(), before, Whole(), m_zoom.Times(), m_zoom.Part(pane),
                              m.state.BrightnessValue));
+    PutRings();
 }
 
 // The boxes 1x and 2x give way, too.
@@ -95,6 +96,7 @@ void DisplayRoom::PutZoomed() {
     const ZoomPane pane = PaneForZoom();
     PictureBox& box = *m.controls.Picture1;
     box.SetPicture(SeenOf(Whole(), m_zoom.Times(), m_zoom.Part(pane), m.state.BrightnessValue));
+    PutRings();
     const bool cut = m_zoom.Exceeds(pane);
     if (!cut)
         box.unsetCursor();

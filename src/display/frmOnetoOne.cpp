@@ -1,6 +1,7 @@
 #include "display/frmOnetoOne.h"
 
 #include "desk/state/Replay.h"
+#include "display/Rings.h"
 #include "imaging/Upright.h"
 #include "platform/QtText.h"
 #include "widgets/PictureBox.h"
@@ -87,6 +88,8 @@ void frmOnetoOne::OnePicture(const PreviewTurns& turns, int orientation) {
     if (s.ImageWidth > 0) m_full.CopyFrom(s.ImgXfull);
     ReplayTurns(turns, m_full);
     TurnUpright(orientation, m_full);
+    m_turn = TurnOf(turns, orientation);
+    m_begin.reset();
     m_nav.CopyFrom(m_full); // from the pixels at hand, which are enough for it
     m_full.FetchAll();
     const std::string error = m_full.ErrorText(); // what is shown is an enlargement then
@@ -114,6 +117,7 @@ void frmOnetoOne::MoveView(float x, float y) {
     const PixelSize view = View();
     const PixelSize copy{m_nav.Width(), m_nav.Height()};
     m_last = NavPoint{x, y};
+    PutRings();
     if (!m_full.HasImage()) m_picture2->SetPicture(QImage());
     const auto place = m_full.HasImage() ? PlaceOfView(x, y, Full(), copy, view) : std::nullopt;
     if (!place) return; // a picture smaller than the viewport: it keeps what it showed
@@ -121,6 +125,21 @@ void frmOnetoOne::MoveView(float x, float y) {
     m_view.Crop(place->left, place->top, view.width, view.height);
     m_painted = false;
     m_picture2->SetPicture(m_view.FullPicture());
+    m_begin = QPoint(place->left, place->top);
+    PutRings();
+}
+
+void frmOnetoOne::ShowRings(const PictureRings& rings) {
+    m_rings = rings;
+    PutRings();
+}
+
+void frmOnetoOne::PutRings() {
+    const bool shown = m_begin && m_full.HasImage() && m_rings.path == m.state.Filename;
+    m_picture2->SetRings(
+        shown ? RingsIn(m_rings, {m_turn, QSize(m_full.Width(), m_full.Height()), 1, *m_begin},
+                        m_picture2->Picture().size())
+              : std::vector<SeenRing>());
 }
 
 void frmOnetoOne::ToggleInfo() {

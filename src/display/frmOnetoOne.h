@@ -38,6 +38,8 @@ public:
 
     void ToggleInfo();
 
+    void ShowRings(const PictureRings& rings);
+
     void Form_Load();
     void Form_Activate(); // above the other windows or not
 
@@ -69,6 +71,7 @@ private:
     void Delete();
     void SwapPlaces();
     void ShowNavigator();
+    void PutRings();
     void ShowInfo(const std::string& text);
     void Layout();
 
@@ -80,6 +83,9 @@ private:
     PictureBox* m_picture2; // the viewport
     PictureBox* m_picture3; // the navigator
     QLabel* m_infoText;
+    PictureRings m_rings;
+    Turn m_turn;                     // of m_full
+    std::optional<QPoint> m_begin;   // of what is seen of it
     ImgX m_full;                     // OnePicFull
     ImgX m_nav;                      // OnePicNav
     ImgX m_view;                     // OnePicView

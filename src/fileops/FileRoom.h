@@ -34,6 +34,7 @@ public:
     Outcome DuplicateButton_Click() override;
     Outcome PutFiles(const FolderDrop& drop) override;
     Outcome MakeFolder(const std::string& in) override;
+    void MarkFiles(const std::string& what, const std::vector<MarkWish>& wishes) override;
 
     Outcome DeletePicButton_Click();
     void DeleteAllFitsButton_Click();

@@ -192,6 +192,14 @@ Outcome FileRoom::ClearAllMarks() {
     return {!cancelled && error.empty(), cleared + (cancelled ? ", cancelled" : ""), error, {}};
 }
 
+void FileRoom::MarkFiles(const std::string& what, const std::vector<MarkWish>& wishes) {
+    std::vector<MarkBefore> before;
+    for (const MarkWish& wish : wishes)
+        before.push_back({wish.path, m.marks.MarkOf(wish.path).value_or(Mark())});
+    m.marks.SetMarks(wishes);
+    PushUndo({what, {}, std::move(before)});
+}
+
 void FileRoom::SetMarksBack(const std::vector<MarkBefore>& marks) {
     std::vector<MarkWish> wishes;
     for (const MarkBefore& each : marks) wishes.push_back({each.path, SetTo(each.mark)});

@@ -28,6 +28,15 @@ QImage Turn::Of(const QImage& picture) const {
     return quarters == 0 ? upright : upright.transformed(QTransform().rotate(90.0 * quarters));
 }
 
+QPointF Turn::Of(QPointF point, QSize picture) const {
+    if (mirrored) point.setX(picture.width() - point.x());
+    for (int i = 0; i < quarters; ++i) {
+        point = QPointF(picture.height() - point.y(), point.x());
+        picture.transpose();
+    }
+    return point;
+}
+
 QRect Turn::Back(QRect part, QSize picture) const {
     QSize size = Of(picture);
     for (int i = 0; i < quarters; ++i) {

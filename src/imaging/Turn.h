@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QImage>
+#include <QPointF>
 #include <QRect>
 #include <QSize>
 
@@ -25,6 +26,7 @@ struct Turn {
     bool SwapsSides() const { return quarters % 2 != 0; }
     QSize Of(QSize size) const { return SwapsSides() ? size.transposed() : size; }
     QImage Of(const QImage& picture) const;
+    QPointF Of(QPointF point, QSize picture) const; // from the corner of a picture of this size
 
     // Which part of a picture of this size becomes that part of the turned one.
     QRect Back(QRect part, QSize picture) const;

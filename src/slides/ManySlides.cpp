@@ -65,6 +65,7 @@ int ManySlides::EndRow() const {
 
 void ManySlides::Run() {
     bool shown = LoadForward(StartRow() - 1);
+    TakeBeside();
     while (shown && !m_time.Ends()) {
         Paint();
         m_forward = m_move != SlideMove::Previous && m_move != SlideMove::PageBack;

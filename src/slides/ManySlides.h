@@ -20,6 +20,9 @@ public:
     // place while SlideCompare holds. The list has a row at least.
     ManySlides(Context& context, ShowTime& time, bool landscape);
 
+    // Begins with this file in the second place; empty: with the next one.
+    void PutBeside(const std::string& name) { m_beside = name; }
+
     // The whole show, as FullSlides.
     void Run();
 
@@ -45,6 +48,7 @@ private:
     bool Go(SlideMove move);
     bool Step(bool forward);
     bool StepFrom(int row, bool forward);
+    void TakeBeside();
     bool Holds(int row) const;
     Area TakeArea() const;
     ImgX TurnedPicture() const;
@@ -71,7 +75,8 @@ private:
     bool m_landscape;
     std::vector<std::string> m_startNames;
     std::vector<Area> m_areas; // those that hold a picture
-    std::string m_error;       // of the last file that was passed over
+    std::string m_beside;
+    std::string m_error; // of the last file that was passed over
     SlideMove m_move = SlideMove::Next;
     bool m_forward = true; // the last step
     int m_frame = -1;      // the area that is framed; -1: none

@@ -43,6 +43,11 @@ bool ManySlides::LoadForward(int fromRow) {
     return !m_areas.empty();
 }
 
+void ManySlides::TakeBeside() {
+    const int row = m.controls.FileListBox->RowOf(m_beside);
+    if (row >= 0 && m_areas.size() > 1 && StepFrom(row - 1, true)) m_areas.back() = TakeArea();
+}
+
 // A page that ends before this row, filled from its end.
 bool ManySlides::LoadBackward(int fromRow) {
     m_areas.clear();

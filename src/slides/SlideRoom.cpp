@@ -42,11 +42,13 @@ void SlideRoom::SlideButton_Click() {
     if (!m.state.Closing) show.ShowEnd();
 }
 
-void SlideRoom::ShowMany(SlideLayout layout) {
+// With the file `beside`, where one is named, in the second place.
+void SlideRoom::ShowMany(SlideLayout layout, const std::string& beside) {
     if (!MayStart()) return;
     ShowTime time(m, layout, m_titleOn);
     const QScopedValueRollback<ShowTime*> running(m_time, &time);
     ManySlides show(m, time, m_landscape);
+    show.PutBeside(beside);
     show.Run();
     time.Close();
     if (!m.state.Closing) show.ShowEnd();
@@ -78,6 +80,21 @@ void SlideRoom::SlidesC2Button_Click() {
 void SlideRoom::SlidesC2VButton_Click() {
     const QScopedValueRollback<bool> vertical(m_vertical, true);
     SlidesC2Button_Click();
+}
+
+void SlideRoom::CompareRows(int stays, int other) {
+    const FileListBox& list = *m.controls.FileListBox;
+    const int count = list.Count();
+    if (!MayStart() || stays < 0 || stays >= count || other < 0 || other >= count) return;
+    const std::string beside = list.Text(other);
+    const QScopedValueRollback<bool> compare(m.state.SlideCompare, true);
+    m.navigation.ClearMultiselect();
+    m.navigation.SelectRow(stays, InPassing()); // a show begins with the current row
+    ShowMany(SlideLayout::TwoHorizontal, beside);
+    const int row = list.RowOf(beside);
+    if (m.state.Closing || row < 0) return;
+    m.navigation.ClearMultiselect();
+    m.navigation.SelectRow(row, KeepingKeyboard());
 }
 
 void SlideRoom::SlideDone() {

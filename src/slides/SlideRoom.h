@@ -8,6 +8,7 @@
 #include "slides/frmSlideDelay.h"
 
 #include <memory>
+#include <string>
 
 namespace tarn {
 
@@ -38,13 +39,14 @@ public:
     void SlideDone() override;
     void SlideKeyUp(int keycode) override;
     void ShowSlideAgain() override;
+    void CompareRows(int stays, int other) override;
 
     frmSlideShow* Window() const; // null while no show runs
     ShowSignals* Signals() const; // the same
 
 private:
     bool MayStart() const;
-    void ShowMany(SlideLayout layout);
+    void ShowMany(SlideLayout layout, const std::string& beside = {});
     frmSlideDelay& DelayWindow();
 
     Context& m;

@@ -6,6 +6,7 @@
 #include <QPainter>
 
 #include <cmath>
+#include <utility>
 
 namespace tarn {
 
@@ -40,6 +41,12 @@ void PictureBox::SetPicture(const QImage& picture) {
     setAccessibleDescription(m_picture.isNull() ? m_hint : QString());
     update();
     if (wasEmpty != m_picture.isNull()) emit emptyChanged();
+}
+
+void PictureBox::SetRings(std::vector<SeenRing> rings) {
+    if (rings.empty() && m_rings.empty()) return;
+    m_rings = std::move(rings);
+    update();
 }
 
 void PictureBox::SetHint(const std::string& text) {
@@ -83,6 +90,19 @@ void PictureBox::PaintPicture(QPainter& painter) const {
                             Fraction(origin.y()));
     painter.scale(1 / ratio, 1 / ratio);
     painter.drawImage(place, m_picture);
+    PaintRings(painter, place);
+}
+
+// A dark line under each, or it is lost in a bright nebula.
+void PictureBox::PaintRings(QPainter& painter, QPointF corner) const {
+    const double ratio = devicePixelRatioF();
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (const SeenRing& ring : m_rings) {
+        painter.setPen(QPen(QColor(0, 0, 0, 140), 3 * ratio));
+        painter.drawEllipse(corner + ring.centre, ring.radius, ring.radius);
+        painter.setPen(QPen(Themed(ring.colour), 1.5 * ratio));
+        painter.drawEllipse(corner + ring.centre, ring.radius, ring.radius);
+    }
 }
 
 } // namespace tarn

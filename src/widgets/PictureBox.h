@@ -2,14 +2,24 @@
 // a line of text while there is none.
 #pragma once
 
+#include <QColor>
 #include <QImage>
+#include <QPointF>
 #include <QSize>
 #include <QString>
 #include <QWidget>
 
 #include <string>
+#include <vector>
 
 namespace tarn {
+
+// A ring upon the picture, from its corner, in its pixels.
+struct SeenRing {
+    QPointF centre;
+    double radius = 0;
+    QColor colour;
+};
 
 class PictureBox : public QWidget {
     Q_OBJECT
@@ -19,6 +29,10 @@ public:
 
     void SetPicture(const QImage& picture); // a null image shows the hint
     const QImage& Picture() const { return m_picture; }
+
+    // Upon the picture that is set, until the next call.
+    void SetRings(std::vector<SeenRing> rings);
+    const std::vector<SeenRing>& Rings() const { return m_rings; }
 
     // What to say while there is no picture.
     void SetHint(const std::string& text);
@@ -38,8 +52,10 @@ protected:
 
 private:
     void PaintPicture(QPainter& painter) const;
+    void PaintRings(QPainter& painter, QPointF corner) const;
 
     QImage m_picture;
+    std::vector<SeenRing> m_rings;
     QString m_hint;
     bool m_hintCovered = false;
 };

@@ -58,6 +58,8 @@ struct WindowsDesk : AppDesk {
         Press("FrmNewNotes", "CommandCalcExposure");
         Hand("frmExpCalc");
         Put("FrmNewNotes");
+        Entry("frmNight", c.NightButton);
+        Entry("frmCorners", c.CornersButton);
         Entry("frmNotesFolder", c.DisplayNotesFolderButton);
         Entry("frmRename", c.RenameButton);
         Entry("frmDuplicate", c.DuplicateButton);

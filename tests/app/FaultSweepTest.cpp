@@ -149,6 +149,13 @@ const std::vector<std::pair<const char*, Act>> kCommands{
          EXPECT_TRUE(w.house.marks.Flush());
          QCoreApplication::processEvents();
      }},
+    {"night and sharpest of bursts",
+     [](World& w) {
+         w.Key(Qt::Key_G), w.c.BurstButton->trigger(), w.c.UndoButton->trigger();
+         w.house.marks.Flush();
+         QCoreApplication::processEvents();
+     }},
+    {"circles and corners", [](World& w) { w.Key(Qt::Key_Q), w.Key(Qt::Key_X), w.Key(Qt::Key_N); }},
     {"rejected to wastebasket",
      [](World& w) { w.Key(Qt::Key_J), w.Answer({"Yes"}, w.c.RejectedDeleteButton); }},
     {"rejected into sub folder",

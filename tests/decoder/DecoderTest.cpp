@@ -19,10 +19,16 @@
 
 #include <QColorSpace>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <string>
+#include <thread>
 #include <vector>
+
+#include <sys/resource.h>
+#include <unistd.h>
 
 namespace tarn::testing {
 namespace {
@@ -116,6 +122,37 @@ TEST_F(Decoders, ToolkitFormatsAreReadAlike) {
     ExpectSame(large);
     EXPECT_EQ(ReadOf(large, {}).error, "");
     ExpectSame(Write("e", "no picture at all"));
+}
+
+// The nice values of this process's children, ascending.
+std::vector<int> ChildrensNice() {
+    std::vector<int> values;
+    for (const auto& each : std::filesystem::directory_iterator("/proc/self/task")) {
+        std::ifstream children(each.path() / "children");
+        for (int child = 0; children >> child;)
+            values.push_back(::getpriority(PRIO_PROCESS, id_t(child)));
+    }
+    std::sort(values.begin(), values.end());
+    return values;
+}
+
+TEST_F(Decoders, AThreadThatGivesWayHasProcessesOfItsOwn) {
+    const std::string path = Write("a.png", PictureBytes(TellTale(64, 48), "PNG"));
+    const auto readLow = [&] {
+        std::thread([&] {
+            ::setpriority(PRIO_PROCESS, id_t(::gettid()), 19);
+            EXPECT_EQ(ReadOf(path, {}).error, "");
+        }).join();
+    };
+    const int usual = ::getpriority(PRIO_PROCESS, 0);
+    UseDecoders();
+    readLow();
+    EXPECT_EQ(ChildrensNice(), (std::vector<int>{19}));
+    EXPECT_EQ(ReadOf(path, {}).error, ""); // not by that one, which would make the window wait
+    EXPECT_EQ(ChildrensNice(), (std::vector<int>{usual, 19}));
+    readLow();
+    EXPECT_EQ(ReadOf(path, {}).error, "");
+    EXPECT_EQ(ChildrensNice(), (std::vector<int>{usual, 19}));
 }
 
 TEST_F(Decoders, RawFilesAreReadAlikeAtEachSize) {

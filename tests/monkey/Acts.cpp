@@ -250,7 +250,8 @@ void Acts::OpenWindow() {
         c.ThumbFolderButton,  c.ConvertJpgSetText,    c.CreateAppendHtmlFile,
         c.HtmlThumbButton,    c.ShowLogsButton,       c.SetFileTypesButton,
         c.PrintPreviewButton, c.SyncDatesButton,      c.GenerateThumbButton,
-        c.FirstStepsButton,   c.HelpKeysButton};
+        c.FirstStepsButton,   c.HelpKeysButton,       c.NightButton,
+        c.CornersButton,      c.StarCirclesButton,    c.BurstButton};
     if (m_dice.OneIn(4)) {
         if (QPushButton* button = m_dice.Of(buttons); MayUse(*button)) Use(*button);
         return;

@@ -56,6 +56,9 @@ struct RecordingDisplay : DisplayCommands, Recorder {
     bool zoomed = false;
     ImgX ShownPicture() override { return shown; }
     ImgX shown;
+    void ShowRings(const PictureRings& rings) override {
+        Write("rings " + std::to_string(rings.rings.size()));
+    }
 };
 
 struct RecordingNavigation : NavigationCommands, Recorder {
@@ -185,6 +188,9 @@ struct RecordingSlides : SlideCommands, Recorder {
     void SlideDone() override { Write("SlideDone"); }
     void SlideKeyUp(int key) override { Write("SlideKeyUp " + std::to_string(key)); }
     void ShowSlideAgain() override { Write("slide again"); }
+    void CompareRows(int stays, int other) override {
+        Write("compare " + std::to_string(stays) + " with " + std::to_string(other));
+    }
 };
 
 struct RecordingCopies : CopyCommands, Recorder {
@@ -215,6 +221,7 @@ struct RecordingFileCommands : FileCommands, Recorder {
         return Answer(call + " to " + drop.folder);
     }
     Outcome MakeFolder(const std::string& in) override { return Answer("folder in " + in); }
+    void MarkFiles(const std::string& what, const std::vector<MarkWish>&) override { Write(what); }
     Outcome Answer(const std::string& call) {
         Write(call);
         return Outcome::Did();

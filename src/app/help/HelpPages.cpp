@@ -12,6 +12,7 @@ const std::vector<HelpPageRow>& HelpPages() {
         {kHelpFolders, "Folders and Files", "help/folders.html"},
         {kHelpReadOn, "The List as Pictures", "help/list_pictures.html"},
         {kHelpReadOn, "Marks, Choice and Order of the List", "help/marks.html"},
+        {kHelpReadOn, "A Night Judged", "help/night.html"},
         {kHelpReadOn, "Camera Data", "help/camera_data.html"},
         {kHelpReadOn, "Notes", "help/notes.html"},
         {kHelpReadOn, "The Note Composer", "help/composer.html"},

@@ -9,6 +9,7 @@
 #include "navigation/HistoryList.h"
 #include "navigation/PaneKeyTable.h"
 #include "navigation/frmFilter.h"
+#include "night/frmNight.h"
 #include "notes/NotesRoom.h"
 #include "platform/ProgramFiles.h"
 #include "platform/QtText.h"
@@ -91,7 +92,7 @@ QString KeysPage(const Context& m) {
            Section("Slides", FullKeyLines(m.state.SlideAltArrowKeys)) +
            Section("Two and four pictures", ManyKeyLines()) +
            Section("Size window", FrmPic::KeyLines()) +
-           Section("1:1 window", frmOnetoOne::KeyLines()) +
+           Section("1:1 window", frmOnetoOne::KeyLines()) + Section("Night", frmNight::KeyLines()) +
            Section("Print preview", frmPrintPreview::KeyLines()) +
            Section("Help", frmHelp::KeyLines()) + Section("Logs", frmLogs::KeyLines()) +
            QStringLiteral("</body></html>\n");

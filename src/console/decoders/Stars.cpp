@@ -3,12 +3,9 @@
 #include "common/paths.h"
 #include "common/worker.h"
 #include "imaging/PictureLoader.h"
-#include "platform/PrivateFolders.h"
-#include "platform/QtText.h"
 #include "sky/measures/MeasureStore.h"
+#include "sky/night/MeasuresFile.h"
 #include "sky/planes/MeasurePicture.h"
-
-#include <QStandardPaths>
 
 #include <array>
 #include <atomic>
@@ -21,14 +18,6 @@ namespace {
 
 constexpr std::size_t kThreads = 2;
 
-std::string StoreFile() {
-    const std::string folder =
-        JoinPath(FromQt(QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation)),
-                 "tarn-view");
-    MakePrivateFolders(folder); // without it nothing is kept
-    return JoinPath(folder, "measures.sqlite");
-}
-
 std::string AbsoluteOf(const std::string& path) {
     std::error_code code;
     const std::filesystem::path whole = std::filesystem::absolute(path, code);
@@ -38,7 +27,7 @@ std::string AbsoluteOf(const std::string& path) {
 } // namespace
 
 std::vector<FrameMeasures> MeasureFiles(const std::vector<std::string>& paths) {
-    MeasureStore store(StoreFile());
+    MeasureStore store(MeasuresFile());
     std::vector<FrameMeasures> rows(paths.size());
     std::vector<FileLook> looks;
     std::vector<std::size_t> missing;

@@ -5,6 +5,7 @@
 #include "common/mark.h"
 #include "desk/commands/Outcome.h"
 #include "desk/commands/PictureRequest.h"
+#include "imaging/StoredRaster.h"
 
 #include <QPointF>
 
@@ -53,6 +54,20 @@ public:
     virtual void ListClassOf(const std::string& path) = 0;
 };
 
+// A ring upon the picture, in pixels of the file as it is stored, (0, 0) the centre of the first.
+struct PictureRing {
+    double x = 0;
+    double y = 0;
+    double radius = 0;
+    int rgb = 0; // 0xRRGGBB
+};
+
+struct PictureRings {
+    std::string path; // of the file that they belong to
+    StoredRaster raster;
+    std::vector<PictureRing> rings;
+};
+
 class DisplayCommands {
 public:
     virtual ~DisplayCommands() = default;
@@ -82,6 +97,8 @@ public:
     // What the preview shows, turned and brightened, at its own size: the whole picture, its cut at
     // 1x and 2x, or what is seen of it while it is zoomed.
     virtual ImgX ShownPicture() = 0;
+    // Upon pane and 1:1 window as long as that file is shown; without rings none.
+    virtual void ShowRings(const PictureRings& rings) = 0;
 };
 
 class InfoCommands {
@@ -160,6 +177,8 @@ public:
     virtual void SlideDone() = 0;             // ends a show that runs; may come twice
     virtual void SlideKeyUp(int keycode) = 0; // as from the slide window's own keys
     virtual void ShowSlideAgain() = 0;        // the brightness has changed
+    // The show of two pictures, of which the first, that of row `stays`, stays.
+    virtual void CompareRows(int stays, int other) = 0;
 };
 
 struct CopyOutcome : Outcome {
@@ -198,6 +217,8 @@ public:
     // Their notes come along; asks once about what stands there.
     virtual Outcome PutFiles(const FolderDrop& drop) = 0;
     virtual Outcome MakeFolder(const std::string& in) = 0; // asks for its name
+    // Marks as one command, which can be taken back; `what` says it ("Reject 31 frames").
+    virtual void MarkFiles(const std::string& what, const std::vector<MarkWish>& wishes) = 0;
 };
 
 // Thumbnails of the folder shown, in the size and sub folder that are set.

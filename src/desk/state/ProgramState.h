@@ -7,6 +7,7 @@
 #include "desk/state/GallerySettings.h"
 #include "desk/state/HtmlSettings.h"
 #include "desk/state/MarkState.h"
+#include "desk/state/NightState.h"
 #include "desk/state/NotesState.h"
 #include "desk/state/PrintState.h"
 #include "desk/state/SelectionState.h"
@@ -24,6 +25,7 @@ struct ProgramState : PictureInfo,
                       DisplayState,
                       NotesState,
                       MarkState,
+                      NightState,
                       SlideState,
                       FileOpsState,
                       ThumbState,

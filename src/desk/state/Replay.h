@@ -13,4 +13,18 @@ inline void ReplayTurns(const PreviewTurns& turns, ImgX& picture) {
     if (turns.ImageFliped) picture.Mirror(1);
 }
 
+// The same as a value, and behind it what the camera's orientation asks for (1 for nothing).
+inline Turn TurnOf(const PreviewTurns& turns, int orientation) {
+    Turn turn;
+    if (turns.ImageTurnedHalf) turn.Rotate(2);
+    if (turns.ImageRotatedRight) turn.Rotate(1);
+    if (turns.ImageRotatedLeft) turn.Rotate(3);
+    if (turns.ImageMirrored) turn.Mirror(0);
+    if (turns.ImageFliped) turn.Mirror(1);
+    if (orientation == 6) turn.Rotate(1);
+    if (orientation == 8) turn.Rotate(3);
+    if (orientation == 3) turn.Rotate(2);
+    return turn;
+}
+
 } // namespace tarn

@@ -47,6 +47,8 @@ struct WindowState {
     WindowPlace HtmlThumbPlace;
     WindowPlace PreviewPlace; // of printed pages
     WindowPlace StretchPlace;
+    WindowPlace NightPlace;
+    WindowPlace CornersPlace;
     WindowPlace NotesFolderPlace; // this and the next are written by their own windows
     WindowPlace NewNotesPlace;
     bool OneAlwaysTop = false;

@@ -48,12 +48,26 @@ FrameMeasures MeasurePicture(const std::string& path) {
     return measures;
 }
 
-std::vector<MeasuredStar> ListSourcesOf(const std::string& path, std::string& fault) {
-    return Guarded(fault, [&]() -> std::vector<MeasuredStar> {
-        const auto values = ReadPictureValues(path, fault);
-        if (!values) return {};
-        return ListSources(values->plane, fault);
+ListedStars StarsIn(const std::string& path) {
+    std::string thrown;
+    ListedStars listed = Guarded(thrown, [&] {
+        ListedStars found;
+        const auto values = ReadPictureValues(path, found.fault);
+        if (!values) return found;
+        found.width = values->width;
+        found.height = values->height;
+        found.bottomUp = values->bottomUp;
+        found.stars = ListSources(values->plane, found.fault);
+        return found;
     });
+    if (!thrown.empty()) listed.fault = thrown;
+    return listed;
+}
+
+std::vector<MeasuredStar> ListSourcesOf(const std::string& path, std::string& fault) {
+    ListedStars listed = StarsIn(path);
+    fault = std::move(listed.fault);
+    return std::move(listed.stars);
 }
 
 } // namespace tarn

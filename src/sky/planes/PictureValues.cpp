@@ -4,6 +4,7 @@
 #include "imaging/FormatOf.h"
 #include "imaging/PictureLoader.h"
 #include "imaging/SamplePlanes.h"
+#include "platform/DecodeBudget.h"
 #include "platform/OpenRegular.h"
 
 #include <algorithm>
@@ -83,7 +84,15 @@ bool TakeSamples(const Sample* from, double zero, double scale, PictureValues& v
     return true;
 }
 
+// Packed files grow to about this.
+long long SensorCost(const std::string& path) {
+    constexpr long long kTimes = 3;
+    return kTimes * PictureLoader::LookAt(path).bytes;
+}
+
 bool TakeOfSensor(const std::string& path, bool isRaw, PictureValues& values, std::string& error) {
+    const DecodeShare share(SensorCost(path));
+    if (!share) return false;
     auto samples = ReadSamplePlanes(path, error);
     if (!samples) return false;
     if (samples->count < samples->All() && error.empty()) error = kEndsEarly;
@@ -93,6 +102,7 @@ bool TakeOfSensor(const std::string& path, bool isRaw, PictureValues& values, st
     values.imageType = read.header.imageType;
     values.filter = read.header.filter;
     values.exposure = read.header.exposure;
+    values.bottomUp = !read.header.topDown;
     ValuePlane& plane = values.plane;
     plane.width = read.header.width;
     plane.height = read.header.height;

@@ -14,6 +14,7 @@ struct PictureValues {
     int width = 0; // pixels of the picture
     int height = 0;
     ValuePlane plane;      // a view of what is kept below; stays right when this is moved
+    bool bottomUp = false; // the first stored row is shown as the bottom one
     std::string imageType; // as the header has it: "Light Frame"
     std::string filter;
     std::string exposure; // seconds, as written

@@ -1,0 +1,66 @@
+// The frames of a night as its window shows them: a row each, the columns, their order. No toolkit.
+#pragma once
+
+#include "common/mark.h"
+#include "sky/stars/FrameMeasures.h"
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarn {
+
+struct NightFrame {
+    std::string path;
+    std::string name;
+    int order = 0; // in the list
+    bool isMeasured = false;
+    std::optional<std::int64_t> taken; // seconds since 1970 by the camera's clock
+    std::string filter;
+    std::string exposure; // seconds, as written
+    FrameMeasures measures;
+    double transparency = kNotMeasured;
+    double score = kNotMeasured;
+    int group = -1;   // its series; -1: left out
+    std::string look; // what it seems to be where it has no stars
+    Mark mark;
+
+    // Why it has no measures, or not all; empty when it has.
+    std::string Remark() const;
+};
+
+// Filter and exposure as the series has them.
+void TakeSeries(NightFrame& frame);
+
+enum class Better { Neither, Less, More };
+
+struct NightColumn {
+    std::string_view name;  // in settings: "hfr"
+    std::string_view title; // "HFR"
+    std::string_view tip;
+    bool isShown; // as designed
+    // Of a number; null for a text.
+    double (*value)(const NightFrame& frame);
+    int digits;
+    Better better;
+    std::string (*text)(const NightFrame& frame); // of a text
+};
+
+std::span<const NightColumn> NightColumns();
+std::size_t NightColumnNamed(std::string_view name); // the first where there is none
+
+// Those that a graph can show.
+std::vector<std::size_t> NightGraphColumns();
+
+// What stands in the cell; empty where nothing is known.
+std::string CellText(const NightFrame& frame, const NightColumn& column);
+
+// The frames' indices in the order of a column; what has no value comes last either way. Equal ones
+// stay in the order of the list.
+std::vector<std::size_t> SortedBy(std::span<const NightFrame> frames, const NightColumn& column,
+                                  bool descending);
+
+} // namespace tarn

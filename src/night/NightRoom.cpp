@@ -1,0 +1,215 @@
+#include "night/NightRoom.h"
+
+#include "common/paths.h"
+#include "desk/batch/BatchRun.h"
+#include "night/NightChoice.h"
+#include "night/NightWords.h"
+#include "night/StarCircles.h"
+#include "night/frmCorners.h"
+#include "night/frmNight.h"
+#include "platform/EventPump.h"
+#include "widgets/FileListBox.h"
+
+#include <QAction>
+
+namespace tarn {
+
+namespace {
+
+constexpr int kRest = 200;      // milliseconds
+constexpr int kLooksAgain = 20; // milliseconds
+
+} // namespace
+
+NightRoom::NightRoom(Context& context) : m(context) {
+    m_rest.setSingleShot(true);
+    m_rest.setInterval(kRest);
+    QObject::connect(&m_rest, &QTimer::timeout, &m_here, [this] { AskForStars(); });
+}
+
+NightRoom::~NightRoom() = default;
+
+void NightRoom::ConnectControls() {
+    const MainControls& c = m.controls;
+    Connect(c.NightButton, [this] { NightButton_Click(); });
+    Connect(c.StarCirclesButton, [this] { StarCirclesButton_Click(); });
+    Connect(c.CornersButton, [this] { CornersButton_Click(); });
+    Connect(c.BurstButton, [this] { m.shell.Tell(BurstButton_Click()); });
+    QObject::connect(c.FileListBox, &FileListBox::folderRead, &m_here, [this] {
+        if (IsNightUp() && !m.state.SlideViewing) ShowFrames(); // a show changes the list a while
+    });
+    m.marks.Follow([this] {
+        if (!IsNightUp()) return;
+        TakeMarks();
+        m_night->Refresh();
+    });
+    m.current.Follow([this] { FollowCurrent(); });
+}
+
+void NightRoom::ShowSettings() {
+    m.controls.StarCirclesButton->setChecked(m.state.StarCircles);
+}
+
+// Windows and threads go while the desk still stands.
+void NightRoom::BreakOff() {
+    ForgetFrames();
+    m_rest.stop();
+}
+
+NightFolder& NightRoom::Folder() {
+    if (!m_folder) m_folder = std::make_unique<NightFolder>();
+    return *m_folder;
+}
+
+bool NightRoom::IsNightUp() const {
+    return m_night && m_night->isVisible();
+}
+
+bool NightRoom::AreCornersUp() const {
+    return m_corners && m_corners->isVisible();
+}
+
+bool NightRoom::WantsStars() const {
+    return m.state.StarCircles || AreCornersUp();
+}
+
+// All of the folder, also where the list is narrowed.
+std::vector<std::string> NightRoom::Pictures() const {
+    const FileListBox& list = *m.controls.FileListBox;
+    const ProgramState& s = m.state;
+    std::vector<std::string> paths;
+    for (const std::string& name : list.Listed()) {
+        const std::string type = FileTypeOf(name);
+        if (type != ".TXT" &&
+            (IsListedType(s.PictureTypes, type) || IsListedType(s.FitsClassTypes(), type) ||
+             IsListedType(s.RawTypes, type)))
+            paths.push_back(JoinPath(list.Path(), name));
+    }
+    return paths;
+}
+
+void NightRoom::NightButton_Click() {
+    if (!m_night) {
+        m_night = std::make_unique<frmNight>(m, Folder());
+        m_night->onClosed = [this] { ForgetFrames(); };
+    }
+    const bool opens = !IsNightUp();
+    m_night->Form_Load();
+    if (opens) ShowFrames();
+}
+
+void NightRoom::ShowFrames() {
+    NightFolder& folder = Folder();
+    folder.onChanged = nullptr;
+    folder.Show(Pictures());
+    folder.Prefer(m.state.Filename);
+    TakeMarks();
+    m_night->FramesShown();
+    folder.onChanged = [this] {
+        if (IsNightUp()) m_night->Refresh();
+    };
+}
+
+// Nobody waits for measures any more. The window goes with them: its table shows what stands here.
+void NightRoom::ForgetFrames() {
+    if (!m_folder) return;
+    m_folder->onChanged = nullptr;
+    m_folder->Show({});
+    if (m_night) m_night->FramesShown();
+}
+
+void NightRoom::TakeMarks() {
+    const auto& frames = Folder().Frames();
+    for (std::size_t i = 0; i < frames.size(); ++i)
+        Folder().SetMark(i, m.marks.MarkOf(frames[i].path).value_or(Mark()));
+}
+
+void NightRoom::FollowCurrent() {
+    if (IsNightUp()) {
+        Folder().Prefer(m.state.Filename);
+        m_night->FollowCurrent();
+    }
+    if (AreCornersUp()) m_corners->Follow();
+    if (WantsStars()) m_rest.start();
+}
+
+void NightRoom::AskForStars() {
+    const ProgramState& s = m.state;
+    if (!WantsStars() || s.SlideViewing || s.BatchRuns) return;
+    if (!m_stars)
+        m_stars = std::make_unique<LateStars>([this] {
+            QMetaObject::invokeMethod(
+                &m_here, [this] { TakeStars(); }, Qt::QueuedConnection);
+        });
+    m_stars->Ask(s.Kind == FileKind::Picture ? s.Filename : std::string());
+}
+
+void NightRoom::TakeStars() {
+    const auto stars = m_stars->Take();
+    if (!stars || stars->path != m.state.Filename) return; // another picture is shown by now
+    if (m.state.StarCircles) {
+        const PictureRings rings = RingsOf(*stars);
+        m.display.ShowRings(rings);
+        m.shell.ShowIfNoMessage(rings.rings.empty() && !stars->listed.fault.empty()
+                                    ? "No stars measured: " + stars->listed.fault
+                                    : std::to_string(rings.rings.size()) + " stars measured");
+    }
+    if (AreCornersUp()) m_corners->ShowStars(*stars);
+}
+
+void NightRoom::StarCirclesButton_Click() {
+    m.state.StarCircles = m.controls.StarCirclesButton->isChecked();
+    if (m.state.StarCircles)
+        AskForStars();
+    else
+        m.display.ShowRings({});
+}
+
+void NightRoom::CornersButton_Click() {
+    if (!m_corners) m_corners = std::make_unique<frmCorners>(m);
+    m_corners->Form_Load();
+    AskForStars();
+}
+
+// False when it was cancelled.
+bool NightRoom::MeasureAll() {
+    const BatchRun batch(m);
+    for (;;) {
+        const MeasuringProgress progress = Folder().Progress();
+        if (progress.IsDone() && Folder().IsSettled()) return true;
+        if (!batch.Step("Measuring " + std::to_string(progress.done) + " of " +
+                        std::to_string(progress.total)))
+            return false;
+        m.events.Sleep(kLooksAgain);
+    }
+}
+
+Outcome NightRoom::BurstButton_Click() {
+    if (m.state.BatchRuns || m.state.SlideViewing) return Outcome::Refused();
+    const std::vector<std::string> pictures = Pictures();
+    if (pictures.empty()) return Outcome::Refused("This folder lists no pictures");
+    if (!IsNightUp()) {
+        Folder().onChanged = nullptr;
+        Folder().Show(pictures);
+    }
+    Folder().Resume();
+    const bool all = MeasureAll();
+    Outcome told = Outcome::Refused("Cancelled");
+    if (all) {
+        const auto& frames = Folder().Frames();
+        const std::size_t bursts = BurstsOf(frames).size();
+        std::vector<MarkWish> wishes;
+        for (const std::size_t frame : SharpestOfBursts(frames))
+            wishes.push_back({frames[frame].path, Decide(Decision::Keep)});
+        const std::string kept = "Sharpest of " + std::to_string(wishes.size()) +
+                                 (wishes.size() == 1 ? " burst" : " bursts") + " kept";
+        if (!wishes.empty()) m.fileops.MarkFiles(kept, wishes);
+        told = bursts == 0
+                   ? Outcome::Refused("No pictures here were taken within 2 seconds of each other")
+                   : Outcome::Did(kept + ", of " + CountedFrames(frames.size()));
+    }
+    if (!IsNightUp()) Folder().Show({});
+    return told;
+}
+
+} // namespace tarn

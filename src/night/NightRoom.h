@@ -1,0 +1,59 @@
+// The commands of the menu "Sky": the night's frames, circles on stars, corners, and the sharpest
+// of a burst.
+#pragma once
+
+#include "desk/Context.h"
+#include "desk/Room.h"
+#include "night/NightFolder.h"
+#include "sky/night/LateStars.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tarn {
+
+class frmCorners;
+class frmNight;
+
+class NightRoom : public Room {
+public:
+    explicit NightRoom(Context& context);
+    ~NightRoom() override;
+
+    void ConnectControls() override;
+    void ShowSettings() override;
+    void BreakOff() override;
+
+    void NightButton_Click();
+    void StarCirclesButton_Click();
+    void CornersButton_Click();
+    Outcome BurstButton_Click();
+
+private:
+    NightFolder& Folder();
+    std::vector<std::string> Pictures() const;
+    void ShowFrames();
+    void ForgetFrames();
+    void TakeMarks();
+    void FollowCurrent();
+    void AskForStars();
+    void TakeStars();
+    bool IsNightUp() const;
+    bool AreCornersUp() const;
+    bool WantsStars() const;
+    bool MeasureAll();
+
+    Context& m;
+    QObject m_here;                        // what comes from threads is done in its thread
+    QTimer m_rest;                         // of stepping, before stars are listed
+    std::unique_ptr<NightFolder> m_folder; // these when they are first asked for
+    std::unique_ptr<LateStars> m_stars;
+    std::unique_ptr<frmNight> m_night;
+    std::unique_ptr<frmCorners> m_corners;
+};
+
+} // namespace tarn
