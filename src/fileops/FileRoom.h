@@ -34,6 +34,7 @@ public:
     Outcome DuplicateButton_Click() override;
     Outcome PutFiles(const FolderDrop& drop) override;
     Outcome MakeFolder(const std::string& in) override;
+    using FileCommands::MarkFiles;
     void MarkFiles(const std::string& what, const std::vector<MarkWish>& wishes) override;
 
     Outcome DeletePicButton_Click();
@@ -91,8 +92,7 @@ private:
     Outcome KeptToCopyFolder();
     Outcome ClearAllMarks();
     Outcome ThrowAll(const std::vector<std::string>& paths, Changes& changes);
-    bool WriteDownMarks(const std::vector<std::string>& paths, Changes& changes,
-                        std::string& error);
+    bool WriteDownMarks(const std::vector<MarkWish>& wishes, Changes& changes, std::string& error);
     Outcome PutFilesIn(const FolderDrop& drop, Changes& changes);
     void SetMarksBack(const std::vector<MarkBefore>& marks);
     std::string ThrowFits(const std::vector<std::string>& paths, Changes& changes,

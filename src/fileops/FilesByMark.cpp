@@ -154,11 +154,18 @@ Outcome FileRoom::KeptToCopyFolder() {
     return PutFiles({kept.paths, folder, true});
 }
 
-bool FileRoom::WriteDownMarks(const std::vector<std::string>& paths, Changes& changes,
+// False: none of them may be changed, since they could not be taken back.
+bool FileRoom::WriteDownMarks(const std::vector<MarkWish>& wishes, Changes& changes,
                               std::string& error) {
-    return std::all_of(paths.begin(), paths.end(), [&](const std::string& path) {
-        return changes.Marked(path, m.marks.MarkOf(path).value_or(Mark()), {}, &error);
-    });
+    std::vector<Step> steps;
+    for (const MarkWish& wish : wishes) {
+        const Mark before = m.marks.MarkOf(wish.path).value_or(Mark());
+        steps.push_back(changes.PlanMark(wish.path, before, Changed(before, wish.change)));
+    }
+    const std::vector<Step> plan = steps;
+    return changes.Plan(std::move(steps), &error) &&
+           std::all_of(plan.begin(), plan.end(),
+                       [&](const Step& step) { return changes.Marked(step, &error); });
 }
 
 Outcome FileRoom::ClearAllMarks() {
@@ -174,12 +181,12 @@ Outcome FileRoom::ClearAllMarks() {
     bool cancelled = false;
     {
         const BatchRun batch(m);
-        std::vector<std::string> some;
+        std::vector<MarkWish> some;
         for (std::size_t i = 0; i < marked.paths.size() && !cancelled; ++i) {
-            some.push_back(marked.paths[i]);
+            some.push_back({marked.paths[i], ClearMark()});
             if (some.size() < kMarksAtOnce && i + 1 < marked.paths.size()) continue;
             if (!WriteDownMarks(some, changes, error)) break;
-            m.marks.SetMarks(some, ClearMark());
+            m.marks.SetMarks(some);
             count += some.size();
             some.clear();
             cancelled = !batch.Step("Clearing marks " + std::to_string(i + 1) + " of " +
@@ -193,11 +200,10 @@ Outcome FileRoom::ClearAllMarks() {
 }
 
 void FileRoom::MarkFiles(const std::string& what, const std::vector<MarkWish>& wishes) {
-    std::vector<MarkBefore> before;
-    for (const MarkWish& wish : wishes)
-        before.push_back({wish.path, m.marks.MarkOf(wish.path).value_or(Mark())});
-    m.marks.SetMarks(wishes);
-    PushUndo({what, {}, std::move(before)});
+    Changes changes(m.history, what);
+    std::string error;
+    if (WriteDownMarks(wishes, changes, error)) return m.marks.SetMarks(wishes);
+    m.shell.ShowError("Not marked: " + error);
 }
 
 void FileRoom::SetMarksBack(const std::vector<MarkBefore>& marks) {

@@ -376,12 +376,17 @@ int Changes::RemoveFolder(const std::string& path, std::string* error) {
     return failed;
 }
 
-bool Changes::Marked(const std::string& path, const Mark& before, const Mark& after,
-                     std::string* error) {
-    Step step = NewStep(StepKind::Marked, path);
+Step Changes::PlanMark(const std::string& path, const Mark& before, const Mark& after) {
+    Step step;
+    step.kind = StepKind::Marked;
+    step.from = path;
     step.oldBytes = PackMark(before);
     step.newBytes = PackMark(after);
-    const auto at = WriteDown(std::move(step), error);
+    return step;
+}
+
+bool Changes::Marked(const Step& planned, std::string* error) {
+    const auto at = WriteDown(planned, error);
     return at && Finish(*at, true);
 }
 

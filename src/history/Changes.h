@@ -47,6 +47,7 @@ public:
     Step PlanThrow(const std::string& path);
     Step PlanWriteAt(const std::string& path, std::size_t offset, std::string oldBytes,
                      std::string newBytes);
+    Step PlanMark(const std::string& path, const Mark& before, const Mark& after);
     Step PlanTimes(const std::string& path, std::int64_t when);
 
     bool ThrowAway(const std::string& path, std::string* error) {
@@ -62,8 +63,12 @@ public:
     // A copy that stood for a rename: the old file goes, for its bytes are in the new one. Where it
     // cannot, `error` says why, and both stay.
     bool EndRename(const std::string& from, const std::string& to, std::string* error);
-    // A mark that the command is about to change.
-    bool Marked(const std::string& path, const Mark& before, const Mark& after, std::string* error);
+    // A mark that the command is about to change, as it was planned or not.
+    bool Marked(const Step& planned, std::string* error);
+    bool Marked(const std::string& path, const Mark& before, const Mark& after,
+                std::string* error) {
+        return Marked(PlanMark(path, before, after), error);
+    }
 
     // Everything that was done, or all but the first `kept`, taken back, the last first; what could
     // not be stays written down, and the first failure's text is in `error`.

@@ -94,8 +94,8 @@ TEST(PastCommands, ThatWereBrokenOffAreFinishedOrTakenBackAtTheStart) {
         EXPECT_EQ(d.Names(), "b.jpg c.jpg x.jpg ");
         d.dialogs.answers = {answer};
         d.Start();
-        ASSERT_EQ(d.dialogs.asked.size(), 1U);
-        EXPECT_EQ(d.dialogs.asked[0],
+        ASSERT_EQ(d.dialogs.shown.size(), 1U);
+        EXPECT_EQ(d.dialogs.shown[0],
                   "History|'Rename of 2 pictures' was broken off when the program ended: 1 of 2 "
                   "steps are done in " +
                       d.folder.Path() + ".");
@@ -104,6 +104,23 @@ TEST(PastCommands, ThatWereBrokenOffAreFinishedOrTakenBackAtTheStart) {
                              : first == "Take back" ? "a.jpg b.jpg c.jpg "
                                                     : "b.jpg c.jpg x.jpg ");
     }
+}
+
+TEST(PastCommands, MarksGoBackOneKeyAtATime) {
+    HistoryDesk d;
+    d.Start();
+    d.GoTo("a.jpg");
+    d.Key(Qt::Key_K);
+    d.GoTo("a.jpg");
+    d.Key(Qt::Key_J);
+    EXPECT_EQ(d.Caption(d.c.UndoButton), "&Undo Rejected 'a.jpg'");
+    const auto decision = [&] { return d.house.marks.MarkOf(d.At("a.jpg"))->decision; };
+    d.c.UndoButton->trigger();
+    EXPECT_EQ(decision(), Decision::Keep);
+    d.c.UndoButton->trigger();
+    EXPECT_EQ(decision(), Decision::None);
+    d.c.RedoButton->trigger();
+    EXPECT_EQ(decision(), Decision::Keep);
 }
 
 TEST(HistoryWindow, ListsFindsAndTakesBackWhatIsNotTheLast) {

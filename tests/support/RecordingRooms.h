@@ -221,7 +221,15 @@ struct RecordingFileCommands : FileCommands, Recorder {
         return Answer(call + " to " + drop.folder);
     }
     Outcome MakeFolder(const std::string& in) override { return Answer("folder in " + in); }
-    void MarkFiles(const std::string& what, const std::vector<MarkWish>&) override { Write(what); }
+    using FileCommands::MarkFiles;
+    // Told where no marks are there to be set.
+    void MarkFiles(const std::string& what, const std::vector<MarkWish>& wishes) override {
+        if (marks)
+            marks->SetMarks(wishes);
+        else
+            Write(what);
+    }
+    MarkCommands* marks = nullptr;
     Outcome Answer(const std::string& call) {
         Write(call);
         return Outcome::Did();

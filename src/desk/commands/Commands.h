@@ -3,6 +3,8 @@
 #pragma once
 
 #include "common/mark.h"
+#include "common/mark_text.h"
+#include "common/paths.h"
 #include "desk/commands/Outcome.h"
 #include "desk/commands/PictureRequest.h"
 #include "imaging/StoredRaster.h"
@@ -219,6 +221,14 @@ public:
     virtual Outcome MakeFolder(const std::string& in) = 0; // asks for its name
     // Marks as one command, which can be taken back; `what` says it ("Reject 31 frames").
     virtual void MarkFiles(const std::string& what, const std::vector<MarkWish>& wishes) = 0;
+    void MarkFiles(const std::vector<std::string>& paths, const MarkChange& change) {
+        std::vector<MarkWish> wishes;
+        for (const std::string& path : paths) wishes.push_back({path, change});
+        const std::string which = paths.size() == 1
+                                      ? " '" + LastPart(paths.front()) + "'"
+                                      : " - " + std::to_string(paths.size()) + " files";
+        MarkFiles(SaidOfChange(change) + which, wishes);
+    }
 };
 
 // Thumbnails of the folder shown, in the size and sub folder that are set.
