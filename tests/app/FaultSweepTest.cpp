@@ -152,7 +152,7 @@ const std::vector<std::pair<const char*, Act>> kCommands{
     {"night and sharpest of bursts",
      [](World& w) {
          w.Key(Qt::Key_G), w.c.BurstButton->trigger(), w.c.UndoButton->trigger();
-         w.house.marks.Flush();
+         EXPECT_TRUE(w.house.marks.Flush());
          QCoreApplication::processEvents();
      }},
     {"circles and corners", [](World& w) { w.Key(Qt::Key_Q), w.Key(Qt::Key_X), w.Key(Qt::Key_N); }},

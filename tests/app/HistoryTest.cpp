@@ -109,9 +109,9 @@ TEST(PastCommands, ThatWereBrokenOffAreFinishedOrTakenBackAtTheStart) {
 TEST(PastCommands, MarksGoBackOneKeyAtATime) {
     HistoryDesk d;
     d.Start();
+    d.s.MarkAdvance = false;
     d.GoTo("a.jpg");
     d.Key(Qt::Key_K);
-    d.GoTo("a.jpg");
     d.Key(Qt::Key_J);
     EXPECT_EQ(d.Caption(d.c.UndoButton), "&Undo Rejected 'a.jpg'");
     const auto decision = [&] { return d.house.marks.MarkOf(d.At("a.jpg"))->decision; };

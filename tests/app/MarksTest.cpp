@@ -334,11 +334,13 @@ TEST(MarksAside, GoWithTheirPictureAndComeBackWithIt) {
     d.c.DeleteButton->trigger();
     d.Written();
     EXPECT_EQ(d.house.marks.KeptAside(d.At("m.jpg")), std::nullopt);
-    for (const char* back : {"m.jpg", "a.jpg"}) {
+    // The delete, the duplicate, the rename.
+    for (const char* back : {"m.jpg", "m.jpg", "a.jpg"}) {
         d.c.UndoButton->trigger();
         d.Written();
         EXPECT_EQ(d.MarkAt(back), (Mark{Decision::Keep, 2})) << back;
     }
+    EXPECT_EQ(d.house.marks.KeptAside(d.At("n.jpg")), std::nullopt);
     EXPECT_EQ(d.house.marks.KeptAside(d.At("m.jpg")), std::nullopt);
     d.files.onAsk = nullptr;
 }
