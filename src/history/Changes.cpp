@@ -363,7 +363,7 @@ bool Changes::PutTimeBack(const std::string& path, const FileLook& then, std::st
 }
 
 bool Changes::MakeFolder(const std::string& path, std::string* error) {
-    if (m_files.Exists(path)) return m_files.MakeFolder(path, error); // which says why not
+    if (m_files.Look(path)) return m_files.MakeFolder(path, error); // which says why not
     const auto at = WriteDown(StepKind::FolderMade, path, {}, error);
     return at && Finish(*at, m_files.MakeFolder(path, error));
 }
@@ -431,7 +431,9 @@ void Changes::End() {
         return step.state != StepState::Done || step.kind == StepKind::Removed;
     });
     m_history.End(m_id, m_what, files.size(), changed,
-                  isForGood ? History::Ended::ForGood : History::Ended::CanGoBack);
+                  m_isUnasked ? History::Ended::Unasked
+                  : isForGood ? History::Ended::ForGood
+                              : History::Ended::CanGoBack);
 }
 
 } // namespace tarn

@@ -37,6 +37,8 @@ public:
 
     // What the history says it was: "Delete 'M31.jpg'".
     void SetWhat(std::string what) { m_what = std::move(what); }
+    // Done by the program unasked: the history lists it, Undo passes it over.
+    void SetUnasked() { m_isUnasked = true; }
 
     // What is going to be done, in its order, written down at once or together with the first
     // change, so that none of these asks the disk by itself. What is done otherwise is written down
@@ -149,6 +151,7 @@ private:
     History& m_history;
     Files& m_files;
     std::string m_what;
+    bool m_isUnasked = false;
     std::int64_t m_id = 0; // 0: not begun
     std::vector<Step> m_steps;
     std::size_t m_done = 0;

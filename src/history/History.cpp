@@ -58,7 +58,7 @@ Journal& History::Book() {
 
 Journal* History::Standing() {
     if (m_isShared) m_file = JoinPath(m_files.StateFolder(), "history.db");
-    return m_journal || m_file.empty() || m_files.Exists(m_file) ? &Book() : nullptr;
+    return m_journal || m_file.empty() || m_files.Look(m_file) ? &Book() : nullptr;
 }
 
 std::string History::Notice() {
@@ -131,10 +131,13 @@ bool History::Add(std::int64_t id, std::span<const Step> steps, std::string* err
 // Where this fails the next run finds it broken off, and all of it done.
 void History::End(std::int64_t id, const std::string& what, std::size_t files,
                   std::span<const Step> changed, Ended how) {
+    const auto count = static_cast<std::int64_t>(files);
     if (files == 0)
         Book().Drop(id);
+    else if (how == Ended::Unasked)
+        Book().EndQuietly(id, what, count, changed);
     else
-        Book().End(id, what, static_cast<std::int64_t>(files), changed,
+        Book().End(id, what, count, changed,
                    how == Ended::ForGood ? CommandState::Final : CommandState::Done);
     if (onEnd) onEnd();
 }

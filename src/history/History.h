@@ -78,7 +78,7 @@ public:
     bool Begin(const std::string& what, const std::string& folder, std::span<const Step> plan,
                std::int64_t* id, std::string* error);
     bool Add(std::int64_t id, std::span<const Step> steps, std::string* error);
-    enum class Ended { CanGoBack, ForGood };
+    enum class Ended { CanGoBack, ForGood, Unasked };
     void End(std::int64_t id, const std::string& what, std::size_t files,
              std::span<const Step> changed, Ended how);
 

@@ -15,6 +15,9 @@ namespace tarn {
 namespace {
 
 constexpr int kPatience = 2000; // milliseconds for another program that writes
+constexpr std::int64_t kNoTurn = 0;
+// Turns rise from here; what could not be taken back goes below.
+constexpr std::int64_t kFirstTurn = std::int64_t(1) << 40;
 constexpr const char* kOrders[] = {
     "PRAGMA auto_vacuum=INCREMENTAL", // of a database that is made only now
     "PRAGMA secure_delete=ON", "PRAGMA journal_mode=WAL", "PRAGMA synchronous=FULL",
@@ -127,7 +130,7 @@ Wrote Journal::Failed() {
 
 std::int64_t Journal::NextTurn() {
     Statement last(m_database, "SELECT max(turn) FROM commands");
-    return last.HasRow() ? last.Whole(0) + 1 : 1;
+    return last.HasRow() ? std::max(last.Whole(0), kFirstTurn) + 1 : kFirstTurn;
 }
 
 bool Journal::PutSteps(std::int64_t id, std::span<const Step> steps) {
@@ -174,19 +177,30 @@ Wrote Journal::AddSteps(std::int64_t id, std::span<const Step> steps) {
                           .Run());
 }
 
+bool Journal::PutEnd(std::int64_t id, const std::string& what, std::int64_t files,
+                     CommandState state, std::int64_t turn) {
+    return Statement(m_database, "UPDATE commands SET what=?, files=?, state=?, turn=? WHERE id=?")
+        .AddText(what)
+        .Add(files)
+        .Add(std::int64_t(state))
+        .Add(turn)
+        .Add(id)
+        .Run();
+}
+
 Wrote Journal::End(std::int64_t id, const std::string& what, std::int64_t files,
                    std::span<const Step> changed, CommandState state) {
     Transaction writes(*this);
-    if (!writes || !ChangeSteps(id, changed)) return writes.End(false);
-    if (!Run("UPDATE commands SET redoable=0 WHERE redoable=1")) return writes.End(false);
-    return writes.End(
-        Statement(m_database, "UPDATE commands SET what=?, files=?, state=?, turn=? WHERE id=?")
-            .AddText(what)
-            .Add(files)
-            .Add(std::int64_t(state))
-            .Add(NextTurn())
-            .Add(id)
-            .Run());
+    return writes.End(writes && ChangeSteps(id, changed) &&
+                      Run("UPDATE commands SET redoable=0 WHERE redoable=1") &&
+                      PutEnd(id, what, files, state, NextTurn()));
+}
+
+Wrote Journal::EndQuietly(std::int64_t id, const std::string& what, std::int64_t files,
+                          std::span<const Step> changed) {
+    Transaction writes(*this);
+    return writes.End(writes && ChangeSteps(id, changed) &&
+                      PutEnd(id, what, files, CommandState::Done, kNoTurn));
 }
 
 Wrote Journal::Drop(std::int64_t id) {
@@ -211,7 +225,7 @@ Wrote Journal::EndTurn(std::int64_t id, CommandState state, std::span<const Step
     if (!writes || !ChangeSteps(id, changed)) return writes.End(false);
     std::int64_t turn = NextTurn();
     if (behind == Behind::AllOthers) {
-        Statement first(m_database, "SELECT min(turn) FROM commands");
+        Statement first(m_database, "SELECT min(turn) FROM commands WHERE turn>0");
         turn = first.HasRow() ? first.Whole(0) - 1 : 0;
     }
     return writes.End(
@@ -280,7 +294,8 @@ std::optional<CommandRow> Journal::Find(std::int64_t id) {
 
 std::optional<CommandRow> Journal::NextToUndo() {
     const std::lock_guard lock(m_mutex);
-    Statement last(m_database, Select("WHERE state=1 ORDER BY turn DESC LIMIT 1").c_str());
+    Statement last(m_database,
+                   Select("WHERE state=1 AND turn>0 ORDER BY turn DESC LIMIT 1").c_str());
     return FirstOf(Rows(last));
 }
 

@@ -57,6 +57,10 @@ public:
     // out. Nothing can be done again any more that was taken back before it.
     Wrote End(std::int64_t id, const std::string& what, std::int64_t files,
               std::span<const Step> changed, CommandState state = CommandState::Done);
+    // The same of one that the program did unasked: Undo passes it over, and what can be done again
+    // still can.
+    Wrote EndQuietly(std::int64_t id, const std::string& what, std::int64_t files,
+                     std::span<const Step> changed);
     // A command that did nothing.
     Wrote Drop(std::int64_t id);
 
@@ -93,6 +97,8 @@ private:
     Wrote DropEnded();
     Wrote Failed();
     std::int64_t NextTurn();
+    bool PutEnd(std::int64_t id, const std::string& what, std::int64_t files, CommandState state,
+                std::int64_t turn);
     bool PutSteps(std::int64_t id, std::span<const Step> steps);
     bool ChangeSteps(std::int64_t id, std::span<const Step> steps);
     bool DropSteps(const std::string& which);

@@ -38,7 +38,9 @@ bool IsStillCopy(const Step& step, const Files& files) {
 
 bool BackFromBasket(std::string& where, const FileLook& look, const std::string& path, Files& files,
                     std::string* error) {
-    if (!IsTheSame(look, IdentityOf(files, where))) where = files.FindThrown(path, look);
+    const bool isKnown = look.inode != 0; // else its place alone tells
+    if (where.empty() || (isKnown && !IsTheSame(look, IdentityOf(files, where))))
+        where = isKnown ? files.FindThrown(path, look) : std::string();
     if (where.empty()) return Refuse(error, kEmptied);
     return files.Restore(where, path, error);
 }

@@ -35,6 +35,8 @@ Outcome SetTimesOf(const PictureInfo& info, Files& files, bool dateChanged) {
 
 Outcome PictureInfoRoom::SetFileDates(bool dateChanged) {
     Changes changes(m.history, "File date of '" + m.state.FileNameOnly + "'");
+    // Of a picture that is only looked at; by key there is nothing left to set then.
+    if (m.state.AutoSetFileDates && !dateChanged) changes.SetUnasked();
     return SetTimesOf(m.state, changes, dateChanged);
 }
 

@@ -118,6 +118,23 @@ TEST(History, AnotherCommandEndsWhatCanBeDoneAgain) {
     EXPECT_EQ(desk.history->Redo(kAll).text, "");
 }
 
+TEST(History, WhatWasDoneUnaskedIsListedAndPassedOver) {
+    Desk desk({{"a", "1"}, {"b", "2"}});
+    const auto rename = [&](const char* from, const char* to, bool unasked) {
+        Changes changes(*desk.history, std::string("Rename ") + from);
+        if (unasked) changes.SetUnasked();
+        changes.Rename(desk.At(from), desk.At(to), &desk.error);
+    };
+    rename("a", "a2", false);
+    rename("b", "b2", true);
+    desk.history->Undo(kAll);
+    EXPECT_EQ(desk.Standing(), (Tree{{"a", "1"}, {"b2", "2"}}));
+    EXPECT_FALSE(desk.history->NextToUndo());
+    rename("b2", "b3", true);
+    EXPECT_EQ(desk.history->Redo(kAll).text, "Done again: Rename a");
+    EXPECT_EQ(desk.history->UndoOf(3, kAll).text, "Undone: Rename b2; back again: 'b2'");
+}
+
 TEST(History, AnEarlierCommandGoesBackWhereNothingTouchedItsFilesSince) {
     Desk desk({{"a", "1"}, {"b", "2"}});
     const auto rename = [&](const char* from, const char* to) {
