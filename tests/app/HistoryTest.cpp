@@ -123,6 +123,38 @@ TEST(PastCommands, MarksGoBackOneKeyAtATime) {
     EXPECT_EQ(decision(), Decision::Keep);
 }
 
+// What the console does is taken back to the byte, sidecars, too.
+TEST(PastCommands, OfTheConsoleAreUndoneByIt) {
+    TestFolder state;
+    TestFolder folder;
+    folder.Write("a.jpg", Dated("2004:05:06 07:08:09"));
+    folder.Write("b.jpg", "no picture");
+    const auto run = [&](const std::string& words) {
+        return std::system(("XDG_STATE_HOME='" + state.Path() + "' '" TARN_PROGRAM "' " + words +
+                            " > '" + state.Path() + "/out'")
+                               .c_str());
+    };
+    const auto time = [&] { return std::filesystem::last_write_time(folder.Path() + "/a.jpg"); };
+    const Tree before = ReadTree(folder.Path());
+    const auto dated = time();
+    EXPECT_EQ(run("dates '" + folder.Path() + "'"), 0);
+    EXPECT_NE(time(), dated);
+    EXPECT_EQ(run("mark --keep '" + folder.Path() + "/a.jpg' '" + folder.Path() + "/b.jpg'"), 0);
+    EXPECT_EQ(ReadTree(folder.Path()).size(), 4U);
+    EXPECT_EQ(run("history --csv"), 0);
+    const std::string listed = BytesOf(state.Path() + "/out");
+    EXPECT_EQ(listed.find("id,utc,what,files,state\n2,"), 0U) << listed;
+    EXPECT_NE(listed.find(",Kept - 2 files,2,done\n1,"), std::string::npos) << listed;
+    EXPECT_NE(listed.find(",File dates of 1 file,1,done\n"), std::string::npos) << listed;
+    EXPECT_EQ(run("undo"), 0);
+    EXPECT_EQ(ReadTree(folder.Path()), before);
+    EXPECT_EQ(run("undo 1"), 0);
+    EXPECT_EQ(time(), dated);
+    EXPECT_NE(run("undo 2> /dev/null"), 0);
+    EXPECT_EQ(run("redo"), 0);
+    EXPECT_NE(time(), dated);
+}
+
 TEST(HistoryWindow, ListsFindsAndTakesBackWhatIsNotTheLast) {
     HistoryDesk d;
     const Tree before = d.Pictures();

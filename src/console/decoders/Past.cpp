@@ -50,7 +50,8 @@ std::vector<SetDate> SetFileDates(const std::vector<SetDate>& wanted) {
     std::vector<SetDate> all = wanted;
     if (all.empty()) return all;
     OpenHistory open;
-    Changes changes(open.history, "File dates of " + std::to_string(all.size()) + " files");
+    Changes changes(open.history, "File dates of " + std::to_string(all.size()) +
+                                      (all.size() == 1 ? " file" : " files"));
     std::vector<Step> plan;
     for (SetDate& each : all) {
         each.path = open.files->Absolute(each.path);
