@@ -51,16 +51,17 @@ void BareRenames(const std::vector<Pair>& pairs, bool back) {
     if (failed > 0) std::fprintf(stderr, "%d bare renames failed\n", failed);
 }
 
-// What the window plans of all before the first.
-void PlanAll(const tarn::RenamePlan& plan, const std::vector<std::string>& names,
-             const std::string& notes, const std::vector<std::string>& noteNames,
-             tarn::Changes& changes) {
+// What the window plans of all before the first; the plan of the notes.
+tarn::RenamePlan PlanAll(const tarn::RenamePlan& plan, const std::vector<std::string>& names,
+                         const std::string& notes, const std::vector<std::string>& noteNames,
+                         tarn::Changes& changes) {
     std::vector<tarn::Step> steps;
     AddSteps(plan, changes, steps);
-    AddSteps(
-        tarn::PlanRenames(notes, tarn::NoteRows(plan.rows, names, noteNames, false), noteNames),
-        changes, steps);
+    tarn::RenamePlan noted =
+        tarn::PlanRenames(notes, tarn::NoteRows(plan.rows, names, noteNames, false), noteNames);
+    AddSteps(noted, changes, steps);
     changes.Plan(std::move(steps));
+    return noted;
 }
 
 std::size_t RunAll(tarn::RenamePlan plan, tarn::Changes& changes,
@@ -81,11 +82,9 @@ void Renames(tarn::History& history, const std::string& pictures, const std::str
     const auto names = files.FileNames(pictures).value();
     const auto noteNames = files.FileNames(notes).value();
     tarn::RenamePlan plan = tarn::PlanRenames(pictures, tarn::RenameRows(names, from, to), names);
-    PlanAll(plan, names, notes, noteNames, changes);
+    tarn::RenamePlan noted = PlanAll(plan, names, notes, noteNames, changes);
     std::size_t faults = RunAll(std::move(plan), changes, moved);
-    faults +=
-        RunAll(tarn::PlanRenames(notes, tarn::NoteRows(moved, names, noteNames, false), noteNames),
-               changes, movedNotes);
+    faults += RunAll(std::move(noted), changes, movedNotes);
     if (faults > 0 || moved.size() != kFiles || movedNotes.size() != kFiles)
         std::fprintf(stderr, "the run did not do all\n");
 }

@@ -5,11 +5,14 @@
 namespace tarn {
 
 void AddSteps(const RenamePlan& plan, Changes& changes, std::vector<Step>& steps) {
+    steps.reserve(steps.size() + plan.steps.size());
     for (const RenameStep& step : plan.steps) {
         const std::string from = JoinPath(plan.folder, step.from);
         const std::string to = JoinPath(plan.folder, step.to);
         steps.push_back(plan.rows[step.row].copies ? changes.PlanCopy(from, to)
                                                    : changes.PlanRename(from, to));
+        // The name between is taken up by the last step of the exchange.
+        if (step.circle) changes.WillStand(to, steps.back().before);
     }
 }
 

@@ -262,14 +262,17 @@ void frmRenameFiles::RenameAll(Changes& changes) {
     std::vector<std::string> standing = *before; // also folders are in the way
     for (const std::string& name : m.files.FolderNames(Folder())) standing.push_back(name);
     RenamePlan plan = PlanRenames(Folder(), m_rows, standing);
-    PlanAll(plan, *before, *notes, changes);
+    RenamePlan noted = PlanAll(plan, *before, *notes, changes);
+    const std::size_t planned = plan.rows.size();
     RenameRun run(std::move(plan), changes);
     const BatchRun batch(m, m_cancel);
     const bool whole = CarryOut(run, batch, "Renaming ", true);
     ShowFaults(run.Faults(), "files not renamed");
     const std::string count = std::to_string(run.Moved().size());
     m_done->setText(ToQt(count + " files renamed"));
-    RenameNotes(run.Moved(), *before, *notes, batch, changes);
+    const bool isAsPlanned = run.Faults().empty() && run.Moved().size() == planned;
+    RenameNotes(isAsPlanned ? std::move(noted) : PlanNotes(run.Moved(), *before, *notes), batch,
+                changes);
     RenameSidecars(run.Moved(), *before, batch, changes);
     Follow(run.Moved());
     if (!whole)
@@ -284,19 +287,29 @@ void frmRenameFiles::RenameAll(Changes& changes) {
     TakeMarksAlong(m.marks, changes);
 }
 
-// Pictures, notes and sidecars as they will go unless something is in the way.
-void frmRenameFiles::PlanAll(const RenamePlan& pictures, const std::vector<std::string>& before,
-                             const std::vector<std::string>& notes, Changes& changes) const {
-    std::vector<Step> steps;
-    AddSteps(pictures, changes, steps);
+// What has been moved is not there to be copied.
+RenamePlan frmRenameFiles::PlanNotes(const std::vector<RenameRow>& moved,
+                                     const std::vector<std::string>& before,
+                                     const std::vector<std::string>& notes) const {
     const std::string& folder = m.state.NotesFolder;
     const bool copies = !m_moveNotes->isChecked();
-    if (!folder.empty() && (!copies || m_copyNotes->isChecked()))
-        AddSteps(PlanRenames(folder, NoteRows(pictures.rows, before, notes, copies), notes),
-                 changes, steps);
+    if (folder.empty() || moved.empty() || (copies && !m_copyNotes->isChecked())) return {};
+    return PlanRenames(folder, NoteRows(moved, before, notes, copies), notes);
+}
+
+// Pictures, notes and sidecars as they will go unless something is in the way; the plan of the
+// notes.
+RenamePlan frmRenameFiles::PlanAll(const RenamePlan& pictures,
+                                   const std::vector<std::string>& before,
+                                   const std::vector<std::string>& notes, Changes& changes) const {
+    std::vector<Step> steps;
+    AddSteps(pictures, changes, steps);
+    RenamePlan noted = PlanNotes(pictures.rows, before, notes);
+    AddSteps(noted, changes, steps);
     if (auto sidecars = SidecarRows(pictures.rows, before); !sidecars.empty())
         AddSteps(PlanRenames(Folder(), std::move(sidecars), before), changes, steps);
     changes.Plan(std::move(steps));
+    return noted;
 }
 
 void frmRenameFiles::RefuseAll(const std::string& why) {
@@ -325,34 +338,18 @@ bool frmRenameFiles::CarryOut(RenameRun& run, const BatchRun& batch, const std::
     return true;
 }
 
-void frmRenameFiles::RenameNotes(const std::vector<RenameRow>& moved,
-                                 const std::vector<std::string>& before,
-                                 const std::vector<std::string>& notes, const BatchRun& batch,
-                                 Changes& changes) {
-    const bool moves = m_moveNotes->isChecked();
-    if (moves)
-        m_notesDone->setText(
-            QString::number(NotesDone(moved, before, notes, false, batch, changes)) +
-            QStringLiteral(" notes renamed"));
-    // What has been moved is not there to be copied.
-    if (m_copyNotes->isChecked())
-        m_notesDone->setText(
-            QString::number(moves ? 0 : NotesDone(moved, before, notes, true, batch, changes)) +
-            QStringLiteral(" notes copied"));
-}
-
 // A picture without its note is worse than a late end: notes are moved or copied to the last,
 // whatever is pressed.
-std::size_t frmRenameFiles::NotesDone(const std::vector<RenameRow>& moved,
-                                      const std::vector<std::string>& before,
-                                      const std::vector<std::string>& notes, bool copies,
-                                      const BatchRun& batch, Changes& changes) {
-    const std::string& folder = m.state.NotesFolder;
-    if (folder.empty() || moved.empty()) return 0;
-    RenameRun run(PlanRenames(folder, NoteRows(moved, before, notes, copies), notes), changes);
-    CarryOut(run, batch, copies ? "Copying note " : "Renaming note ", false);
-    ShowFaults(run.Faults(), copies ? "notes not copied" : "notes not renamed");
-    return run.Moved().size();
+void frmRenameFiles::RenameNotes(RenamePlan plan, const BatchRun& batch, Changes& changes) {
+    const bool moves = m_moveNotes->isChecked();
+    RenameRun run(std::move(plan), changes);
+    CarryOut(run, batch, moves ? "Renaming note " : "Copying note ", false);
+    ShowFaults(run.Faults(), moves ? "notes not renamed" : "notes not copied");
+    const QString count = QString::number(run.Moved().size());
+    if (moves) m_notesDone->setText(count + QStringLiteral(" notes renamed"));
+    if (m_copyNotes->isChecked())
+        m_notesDone->setText((moves ? QStringLiteral("0") : count) +
+                             QStringLiteral(" notes copied"));
 }
 
 // To the last, too. What stands there by now are the files under their new names.

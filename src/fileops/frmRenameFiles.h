@@ -73,18 +73,15 @@ private:
     bool KeepWrittenNote();
     bool CarryOut(RenameRun& run, const BatchRun& batch, const std::string& doing, bool stops);
     void RenameAll(Changes& changes);
-    void PlanAll(const RenamePlan& pictures, const std::vector<std::string>& before,
-                 const std::vector<std::string>& notes, Changes& changes) const;
+    RenamePlan PlanNotes(const std::vector<RenameRow>& moved,
+                         const std::vector<std::string>& before,
+                         const std::vector<std::string>& notes) const;
+    RenamePlan PlanAll(const RenamePlan& pictures, const std::vector<std::string>& before,
+                       const std::vector<std::string>& notes, Changes& changes) const;
     void RefuseAll(const std::string& why);
-    void RenameNotes(const std::vector<RenameRow>& moved, const std::vector<std::string>& before,
-                     const std::vector<std::string>& notes, const BatchRun& batch,
-                     Changes& changes);
+    void RenameNotes(RenamePlan plan, const BatchRun& batch, Changes& changes);
     void RenameSidecars(const std::vector<RenameRow>& moved, const std::vector<std::string>& before,
                         const BatchRun& batch, Changes& changes);
-    std::size_t NotesDone(const std::vector<RenameRow>& moved,
-                          const std::vector<std::string>& before,
-                          const std::vector<std::string>& notes, bool copies, const BatchRun& batch,
-                          Changes& changes);
     void ShowFaults(const std::vector<RenameFault>& faults, const char* what);
     void Follow(const std::vector<RenameRow>& moved);
 

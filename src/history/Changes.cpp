@@ -49,7 +49,7 @@ Step Changes::NewStep(StepKind kind, const std::string& from, const std::string&
     step.kind = kind;
     step.from = from;
     step.to = to;
-    const auto planned = m_planned.find(from);
+    const auto planned = m_planned.empty() ? m_planned.end() : m_planned.find(from);
     step.before = planned == m_planned.end() ? LookAt(from) : planned->second;
     return step;
 }
@@ -58,20 +58,19 @@ bool Changes::Plan(std::vector<Step> steps, std::string* error) {
     m_planned.clear();
     const std::size_t before = m_steps.size();
     std::int64_t number = before == 0 ? 0 : m_steps.back().number / kGap * kGap;
-    for (Step& step : steps) {
-        step.number = number += kGap;
-        m_steps.push_back(std::move(step));
-    }
+    for (Step& step : steps) step.number = number += kGap;
+    if (before == 0)
+        m_steps = std::move(steps);
+    else
+        m_steps.insert(m_steps.end(), std::make_move_iterator(steps.begin()),
+                       std::make_move_iterator(steps.end()));
     if (m_id == 0 || m_history.Add(m_id, std::span(m_steps).subspan(before), error)) return true;
     m_steps.resize(before);
     return false;
 }
 
 Step Changes::PlanRename(const std::string& from, const std::string& to) {
-    Step step = NewStep(StepKind::Renamed, from, to);
-    m_planned[from] = {};
-    m_planned[to] = step.before;
-    return step;
+    return NewStep(StepKind::Renamed, from, to);
 }
 
 Step Changes::PlanCopy(const std::string& from, const std::string& to) {
@@ -79,9 +78,7 @@ Step Changes::PlanCopy(const std::string& from, const std::string& to) {
 }
 
 Step Changes::PlanThrow(const std::string& path) {
-    Step step = NewStep(StepKind::ThrownAway, path);
-    m_planned[path] = {};
-    return step;
+    return NewStep(StepKind::ThrownAway, path);
 }
 
 Step Changes::PlanWriteAt(const std::string& path, std::size_t offset, std::string oldBytes,

@@ -45,6 +45,8 @@ public:
     // when it is.
     bool Plan(std::vector<Step> steps, std::string* error = nullptr);
     Step PlanRename(const std::string& from, const std::string& to);
+    // What a step that is planned leaves at a path, where another one takes it up.
+    void WillStand(const std::string& path, const FileLook& look) { m_planned[path] = look; }
     Step PlanCopy(const std::string& from, const std::string& to);
     Step PlanThrow(const std::string& path);
     Step PlanWriteAt(const std::string& path, std::size_t offset, std::string oldBytes,

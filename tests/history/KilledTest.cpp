@@ -41,8 +41,10 @@ void RenameMany(Changes& changes, const std::string& folder) {
         {"a", "tmp"}, {"b", "a"}, {"tmp", "b"}, {"c", "d"}};
     std::vector<Step> plan;
     plan.reserve(renames.size());
-    for (const auto& [from, to] : renames)
+    for (const auto& [from, to] : renames) {
         plan.push_back(changes.PlanRename(JoinPath(folder, from), JoinPath(folder, to)));
+        changes.WillStand(JoinPath(folder, to), plan.back().before);
+    }
     changes.Plan(std::move(plan));
     std::string error;
     for (const auto& [from, to] : renames)
