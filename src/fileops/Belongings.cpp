@@ -68,7 +68,8 @@ std::string OtherWithSidecar(const Files& files, const std::string& sidecar,
     const auto names = files.FileNames(FolderOf(sidecar));
     if (!names) return "other pictures"; // it may be so
     for (const std::string& other : *names)
-        if (other != name && !IsSidecarName(other) && FoldCase(SharedSidecarName(other)) == folded)
+        if (other != name && !IsSidecarName(other) && !FoldCase(other).ends_with(".ENF") &&
+            FoldCase(SharedSidecarName(other)) == folded)
             return other;
     return {};
 }

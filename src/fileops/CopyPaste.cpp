@@ -61,7 +61,7 @@ void CopyPaste::PasteButton_Click() {
 }
 
 void CopyPaste::Paste(const std::vector<std::string>& sources, bool cut) {
-    Changes changes(m.history, {});
+    Changes changes(m.history, cut ? "Cut > Paste" : "Copy > Paste");
     Report report;
     if (const Outcome written = m.marks.Flush(); !written) return m.shell.Tell(written);
     const DroppedNote dropped(m);

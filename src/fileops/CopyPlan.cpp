@@ -212,8 +212,11 @@ void Resolve(CopyPlan& plan, WhenStands decision, const Files& files) {
                 std::any_of(unit.copies.begin(), unit.copies.end(), [](const PlannedCopy& copy) {
                     return copy.stands && copy.kind == Kind::File;
                 });
+            std::vector<bool> stands;
+            for (const PlannedCopy& copy : unit.copies) stands.push_back(copy.stands);
             std::erase_if(unit.copies, [&](const PlannedCopy& copy) {
-                return copy.stands || (copy.kind != Kind::File && pictureStays);
+                return copy.stands || (copy.kind == Kind::Note && pictureStays) ||
+                       (copy.kind == Kind::Sidecar && stands[copy.of]);
             });
         } else
             GiveNewNames(unit, taken, files);

@@ -168,7 +168,7 @@ void FileRoom::DeleteAllFitsButton_Click() {
                          kYesNo) != 0)
         return;
     if (const Outcome written = m.marks.Flush(); !written) return m.shell.Tell(written);
-    Changes changes(m.history, {});
+    Changes changes(m.history, "Delete of FITS files");
     std::size_t thrown = 0;
     const std::string said = ThrowFits(paths, changes, thrown);
     changes.SetWhat("Delete of " + std::to_string(thrown) + " FITS files");

@@ -19,6 +19,8 @@
 #include <QPushButton>
 #include <QScopedValueRollback>
 
+#include <algorithm>
+
 namespace tarn {
 
 namespace {
@@ -30,6 +32,18 @@ constexpr NewNameTexts kDuplicate{"frmDuplicate", "Tarn_View - Duplicate Picture
 
 std::string Arrow(const std::string& from, const std::string& to) {
     return from + " > " + to;
+}
+
+// A sidecar that is to go with its picture, and has not come to the new place.
+std::string NotCopied(const DeletePlan& plan, const Changes& changes) {
+    const std::vector<Step> done = changes.Done();
+    for (const Belonging& each : plan.along) {
+        const bool copied = std::any_of(done.begin(), done.end(), [&](const Step& step) {
+            return step.kind == StepKind::Made && step.from == each.path;
+        });
+        if (each.kind == BelongingKind::Sidecar && !copied) return each.path;
+    }
+    return {};
 }
 
 std::string NoteWord(const NewNamePlan& plan) {
@@ -267,7 +281,11 @@ void FileRoom::MoveToButton_Click() {
         return m.shell.Tell(
             Outcome::Refused("Copied, NOT moved: '" + name + "' has changed since it was copied"));
     Belongings belongings(m.files, Notes());
-    const Outcome deleted = Delete(PlanDelete(belongings, path, false), false, "Move", changes);
+    const DeletePlan plan = PlanDelete(belongings, path, false);
+    if (const std::string stays = NotCopied(plan, changes); !stays.empty())
+        return m.shell.Tell(Outcome::Refused("Copied, NOT moved: '" + name + "', its sidecar '" +
+                                             LastPart(stays) + "' was not copied"));
+    const Outcome deleted = Delete(plan, false, "Move", changes);
     if (!deleted) return m.shell.Tell(deleted);
     if (!advances) m.navigation.PrevButton_Click();
     m.shell.ShowMessage("Moved '" + name + "'" + dropped.Word());

@@ -94,7 +94,7 @@ private:
     Outcome ThrowAll(const std::vector<std::string>& paths, Changes& changes);
     bool WriteDownMarks(const std::vector<MarkWish>& wishes, Changes& changes, std::string& error);
     Outcome PutFilesIn(const FolderDrop& drop, Changes& changes);
-    void SetMarksBack(const std::vector<MarkBefore>& marks);
+    void SetMarksBack(const std::vector<MarkBack>& marks);
     std::string ThrowFits(const std::vector<std::string>& paths, Changes& changes,
                           std::size_t& thrown);
 

@@ -206,9 +206,10 @@ void FileRoom::MarkFiles(const std::string& what, const std::vector<MarkWish>& w
     m.shell.ShowError("Not marked: " + error);
 }
 
-void FileRoom::SetMarksBack(const std::vector<MarkBefore>& marks) {
+void FileRoom::SetMarksBack(const std::vector<MarkBack>& marks) {
     std::vector<MarkWish> wishes;
-    for (const MarkBefore& each : marks) wishes.push_back({each.path, SetTo(each.mark)});
+    for (const MarkBack& each : marks)
+        if (each.change != MarkChange()) wishes.push_back({each.path, each.change});
     if (!wishes.empty()) m.marks.SetMarks(wishes);
 }
 

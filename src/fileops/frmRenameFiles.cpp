@@ -236,7 +236,7 @@ void frmRenameFiles::RenameCommand_Click() {
         return;
     }
     {
-        Changes changes(m.history, {});
+        Changes changes(m.history, "Rename of pictures");
         const QScopedValueRollback<bool> running(m_running, true);
         RenameAll(changes);
         m_list->Refresh();

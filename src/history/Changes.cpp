@@ -107,9 +107,21 @@ std::optional<std::size_t> Changes::FindPlanned(StepKind kind, const std::string
     return {};
 }
 
+// Once refused, the rest of the command is, too: it is not done in halves, nor asked for again.
+bool Changes::MayWrite(bool written, std::string* error) {
+    if (!written && m_refusal.empty()) m_refusal = error ? *error : "the history refused it";
+    return written;
+}
+
+bool Changes::IsRefused(std::string* error) const {
+    if (!m_refusal.empty() && error) *error = m_refusal;
+    return !m_refusal.empty();
+}
+
 bool Changes::Begin(std::string* error) {
     return m_id != 0 ||
-           m_history.Begin(m_what, FolderOf(m_steps.front().from), m_steps, &m_id, error);
+           MayWrite(m_history.Begin(m_what, FolderOf(m_steps.front().from), m_steps, &m_id, error),
+                    error);
 }
 
 std::size_t Changes::GoTo(std::size_t at) {
@@ -119,6 +131,7 @@ std::size_t Changes::GoTo(std::size_t at) {
 
 std::optional<std::size_t> Changes::WriteDown(StepKind kind, const std::string& from,
                                               const std::string& to, std::string* error) {
+    if (IsRefused(error)) return {};
     const auto at = FindPlanned(kind, from, to, 0);
     if (!at) return WriteDown(NewStep(kind, from, to), error);
     if (!Begin(error)) return {};
@@ -126,13 +139,15 @@ std::optional<std::size_t> Changes::WriteDown(StepKind kind, const std::string& 
 }
 
 std::optional<std::size_t> Changes::WriteDown(Step step, std::string* error) {
+    if (IsRefused(error)) return {};
     const auto at = FindPlanned(step.kind, step.from, step.to, step.offset);
     if (at && !Begin(error)) return {};
     if (at) return GoTo(*at);
     step.number = (m_next > 0 ? m_steps[m_next - 1].number : 0) + 1;
     m_steps.insert(m_steps.begin() + std::ptrdiff_t(m_next), std::move(step));
-    const bool written =
-        m_id != 0 ? m_history.Add(m_id, {&m_steps[m_next], 1}, error) : Begin(error);
+    const bool written = m_id != 0
+                             ? MayWrite(m_history.Add(m_id, {&m_steps[m_next], 1}, error), error)
+                             : Begin(error);
     if (written) return m_next++;
     m_steps.erase(m_steps.begin() + std::ptrdiff_t(m_next));
     return {};
@@ -283,7 +298,7 @@ bool Changes::EndMove(const std::string& from, std::string* error) {
 }
 
 bool Changes::EndRename(const std::string& from, const std::string& to, std::string* error) {
-    const bool isMade = std::any_of(m_steps.begin(), m_steps.end(), [&](const Step& step) {
+    const auto made = std::find_if(m_steps.begin(), m_steps.end(), [&](const Step& step) {
         return step.kind == StepKind::Made && step.state == StepState::Done && step.from == from &&
                step.to == to;
     });
@@ -291,7 +306,11 @@ bool Changes::EndRename(const std::string& from, const std::string& to, std::str
     const auto copy = m_files.Look(to);
     // No rename leads back from another disk, nor to what stood there before.
     const bool elsewhere = old && copy && old->device != copy->device;
-    if (!isMade || elsewhere) return ThrowAway(from, error);
+    if (made == m_steps.end() || elsewhere) return ThrowAway(from, error);
+    const FileLook& before = made->before;
+    if (!old || old->bytes != before.bytes || old->seconds != before.seconds ||
+        old->nanoseconds != before.nanoseconds)
+        return Refuse(error, "it has changed since it was copied");
     Step step = NewStep(StepKind::Dropped, from, to);
     step.after = LookAt(to);
     const auto at = WriteDown(std::move(step), error);

@@ -138,6 +138,8 @@ private:
     std::optional<std::size_t> FindPlanned(StepKind kind, const std::string& from,
                                            const std::string& to, std::int64_t offset) const;
     bool Begin(std::string* error);
+    bool MayWrite(bool written, std::string* error);
+    bool IsRefused(std::string* error) const;
     std::size_t GoTo(std::size_t at);
     std::optional<std::size_t> WriteDownReplaced(const std::string& to, std::string* error,
                                                  bool* refused);
@@ -154,6 +156,7 @@ private:
     Files& m_files;
     std::string m_what;
     bool m_isUnasked = false;
+    std::string m_refusal; // why it may change nothing any more
     std::int64_t m_id = 0; // 0: not begun
     std::vector<Step> m_steps;
     std::size_t m_done = 0;

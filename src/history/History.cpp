@@ -27,6 +27,17 @@ StepState StateOf(Stands stands) {
                                    : StepState::Planned; // in part: goes both ways
 }
 
+// Only what the command changed: the rest may be another program's by now.
+MarkChange ChangeOf(const Step& step, bool back) {
+    const Mark before = UnpackMark(step.oldBytes.value_or(""));
+    const Mark after = UnpackMark(step.newBytes.value_or(""));
+    const Mark& put = back ? before : after;
+    MarkChange change;
+    if (before.decision != after.decision) change.decision = put.decision;
+    if (before.stars != after.stars) change.stars = put.stars;
+    return change;
+}
+
 // What a fault is told of: a copy that stays, else what does not come back.
 std::string NamedBy(const Step& step) {
     return LastPart(step.kind == StepKind::Made ? step.to : step.from);
@@ -104,7 +115,9 @@ bool History::MayGoOn(Wrote wrote, std::string* error) {
         return false;
     }
     const std::string text = "History cannot be written: " + Book().Reason();
-    if (m_goesWithout || !onUnwritable || !onUnwritable(text + ". Go on without?")) {
+    m_isRefused =
+        m_isRefused || m_goesWithout || !onUnwritable || !onUnwritable(text + ". Go on without?");
+    if (m_isRefused) {
         if (error) *error = text;
         return false;
     }
@@ -241,9 +254,8 @@ void WalkStep(Step& step, bool back, Files& files, const GoOn& goOn, Walk& walk)
     step.state = back ? StepState::Undone : StepState::Done;
     if (step.kind == StepKind::Renamed)
         walk.touched.insert({FolderOf(step.from), FolderOf(step.to)});
-    const auto& mark = back ? step.oldBytes : step.newBytes;
     if (step.kind == StepKind::Marked)
-        walk.result.marks.push_back({step.from, UnpackMark(mark.value_or(""))});
+        walk.result.marks.push_back({step.from, ChangeOf(step, back)});
     if (back && BringsBack(step.kind)) walk.result.back.push_back(step.from);
     if (!back && (step.kind == StepKind::Renamed || step.kind == StepKind::Made))
         walk.result.back.push_back(step.to);
@@ -255,7 +267,7 @@ UndoResult History::Turn(const CommandRow& row, Way way, const GoOn& goOn) {
     const bool back = way == Way::Back;
     const std::string not_ = back ? "NOT undone: " : "NOT done again: ";
     std::vector<Step> steps = StepsOf(row);
-    const Wrote begun = Book().Turn(row.id, back ? CommandState::Undoing : CommandState::Redoing);
+    const Wrote begun = Book().Turn(row, back ? CommandState::Undoing : CommandState::Redoing);
     if (begun != Wrote::Yes)
         return {false,
                 not_ + row.what + "; " + (begun == Wrote::Locked ? kLocked : Book().Reason()),
@@ -275,7 +287,8 @@ UndoResult History::Turn(const CommandRow& row, Way way, const GoOn& goOn) {
     // Steps that were not reached say what they are, whatever their command is now.
     for (Step& step : steps)
         if (step.state == StepState::Planned) step.state = StepState::Done;
-    const bool isDone = !back || walk.left > 0;
+    const bool isDone =
+        back ? walk.left > 0 : walk.gone > 0 || walk.left == 0 || row.state != CommandState::Undone;
     Book().EndTurn(row.id, isDone ? CommandState::Done : CommandState::Undone, steps,
                    back && walk.left > 0 && !walk.stopped ? Journal::Behind::AllOthers
                                                           : Journal::Behind::None);

@@ -16,10 +16,10 @@
 
 namespace tarn {
 
-// A mark that is to be set again; whoever asked sets it.
-struct MarkBefore {
+// What of a mark the command had changed, as it is to be again; whoever asked sets it.
+struct MarkBack {
     std::string path;
-    Mark mark;
+    MarkChange change;
 };
 
 std::string PackMark(const Mark& mark);
@@ -29,7 +29,7 @@ struct UndoResult {
     bool done = false;             // all of it
     std::string text;              // for the message line
     std::vector<std::string> back; // full paths of what came back, in the order it had gone
-    std::vector<MarkBefore> marks;
+    std::vector<MarkBack> marks;
 };
 
 // Asked with the number of the step to come, from 1; false breaks it off.
@@ -95,6 +95,7 @@ private:
     bool m_isShared = false;
     std::unique_ptr<Journal> m_journal; // null before its first use
     bool m_goesWithout = false;
+    bool m_isRefused = false; // for this run
 };
 
 } // namespace tarn

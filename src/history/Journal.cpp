@@ -25,6 +25,7 @@ constexpr const char* kOrders[] = {
     " what TEXT, folder BLOB, files INTEGER, state INTEGER, turn INTEGER, redoable INTEGER,"
     " process TEXT, bytes INTEGER)",
     "CREATE INDEX IF NOT EXISTS by_turn ON commands(state, turn)",
+    "CREATE INDEX IF NOT EXISTS by_turn_alone ON commands(turn)",
     // Steps as they were planned, some at once, and single ones as they are since.
     "CREATE TABLE IF NOT EXISTS plans(command INTEGER, first INTEGER, steps BLOB,"
     " PRIMARY KEY(command, first))",
@@ -192,7 +193,7 @@ Wrote Journal::End(std::int64_t id, const std::string& what, std::int64_t files,
                    std::span<const Step> changed, CommandState state) {
     Transaction writes(*this);
     return writes.End(writes && ChangeSteps(id, changed) &&
-                      Run("UPDATE commands SET redoable=0 WHERE redoable=1") &&
+                      Run("UPDATE commands SET redoable=0 WHERE state=2 AND redoable=1") &&
                       PutEnd(id, what, files, state, NextTurn()));
 }
 
@@ -209,14 +210,18 @@ Wrote Journal::Drop(std::int64_t id) {
                       Statement(m_database, "DELETE FROM commands WHERE id=?").Add(id).Run());
 }
 
-Wrote Journal::Turn(std::int64_t id, CommandState to) {
+Wrote Journal::Turn(const CommandRow& row, CommandState to) {
     Transaction writes(*this);
-    return writes.End(writes &&
-                      Statement(m_database, "UPDATE commands SET state=?, process=? WHERE id=?")
-                          .Add(std::int64_t(to))
-                          .Add(ThisProcess())
-                          .Add(id)
-                          .Run());
+    if (!writes) return writes.End(false);
+    if (!Statement(m_database, "UPDATE commands SET state=?, process=? WHERE id=? AND state=?")
+             .Add(std::int64_t(to))
+             .Add(ThisProcess())
+             .Add(row.id)
+             .Add(std::int64_t(row.state))
+             .Run())
+        return writes.End(false);
+    if (::sqlite3_changes(m_database) != 1) return Wrote::Locked;
+    return writes.End(true);
 }
 
 Wrote Journal::EndTurn(std::int64_t id, CommandState state, std::span<const Step> changed,
@@ -351,23 +356,24 @@ Wrote Journal::DropEnded() {
                       Run("DELETE FROM commands WHERE state IN (1, 2, 5)"));
 }
 
+// The newest stays in any case: a clock may have been wrong, a command larger than all room.
 Wrote Journal::Prune(std::int64_t days, std::int64_t bytes) {
     constexpr std::int64_t kDay = 24 * 3600;
     Transaction writes(*this);
     if (!writes) return writes.End(false);
-    std::int64_t oldest = 0; // that stays
+    std::int64_t newest = 0;
+    std::int64_t oldest = 0; // that has room
     {
-        Statement sums(m_database, "SELECT id, began, bytes FROM commands ORDER BY id DESC");
-        std::int64_t sum = 0;
-        const std::int64_t since = std::time(nullptr) - days * kDay;
-        while (sums.HasRow()) {
-            sum += sums.Whole(2);
-            if (sum > bytes || sums.Whole(1) < since) break;
-            oldest = sums.Whole(0);
+        Statement sums(m_database, "SELECT id, bytes FROM commands ORDER BY id DESC");
+        for (std::int64_t sum = 0; sums.HasRow(); oldest = sums.Whole(0)) {
+            if (newest == 0) newest = sums.Whole(0);
+            sum += sums.Whole(1);
+            if (sum > bytes && oldest != 0) break;
         }
-        if (oldest == 0) oldest = std::numeric_limits<std::int64_t>::max();
     }
-    const std::string which = "state IN (1, 2, 5) AND id<" + std::to_string(oldest);
+    const std::string which = "state IN (1, 2, 5) AND id<>" + std::to_string(newest) + " AND (id<" +
+                              std::to_string(oldest) + " OR began<" +
+                              std::to_string(std::time(nullptr) - days * kDay) + ")";
     return writes.End(DropSteps("IN (SELECT id FROM commands WHERE " + which + ")") &&
                       Run(("DELETE FROM commands WHERE " + which).c_str()));
 }

@@ -65,7 +65,8 @@ public:
     Wrote Drop(std::int64_t id);
 
     // It is being taken back or done again from now on; its steps, in their order.
-    Wrote Turn(std::int64_t id, CommandState to);
+    // Locked where another program has it in hand, or was faster.
+    Wrote Turn(const CommandRow& row, CommandState to);
     enum class Behind { None, AllOthers };
     // It was: `state` is Done or Undone; one of which something could not be taken back stays Done,
     // and may be put behind all others.

@@ -71,7 +71,9 @@ bool IsAsWritten(const Step& step, const FileLook& now, const Files& files) {
     if (step.after.inode != 0 && IsUnchanged(step.after, now)) return true;
     if (step.state == StepState::Planned) return HasBytesOf(step, files);
     if (step.after.inode != 0) return false;
-    return !step.newBytes || files.Read(step.from, kMostKept) == step.newBytes;
+    // Where neither is known an edit could not be told; only what was not there before may go.
+    if (!step.newBytes) return step.before.inode == 0;
+    return files.Read(step.from, kMostKept) == step.newBytes;
 }
 
 bool TakeBackWritten(Step& step, Files& files, std::string* error) {
@@ -82,6 +84,8 @@ bool TakeBackWritten(Step& step, Files& files, std::string* error) {
     if (step.state != StepState::Planned || step.after.inode == 0) step.after = now;
     if (wasNew) return files.Trash(step.from, error, &step.aside);
     if (!step.oldBytes) return Refuse(error, "what it was before was too large to be kept");
+    if (!step.newBytes && now.bytes > std::int64_t(kMostKept))
+        return Refuse(error, "what it is now is too large to be kept");
     if (!step.newBytes) step.newBytes = files.Read(step.from, kMostKept);
     if (!files.Write(step.from, *step.oldBytes, error)) return false;
     return files.PutTimeBack(step.from, step.before, error);
@@ -134,7 +138,8 @@ bool CopyAgain(Step& step, Files& files, std::string* error) {
 
 bool DropAgain(const Step& step, Files& files, std::string* error) {
     if (!files.Exists(step.from)) return Refuse(error, kGone);
-    if (!files.Exists(step.to) || !IsStillCopy(step, files)) return Refuse(error, kChanged);
+    // For good: no time tells enough.
+    if (!HaveSameBytes(files, step.from, step.to)) return Refuse(error, kChanged);
     return files.Remove(step.from, error);
 }
 

@@ -142,6 +142,7 @@ void MarkStore::Read() {
             m_anyMarked = false;
         }
         m_folder = wanted.folder;
+        m_setSince.clear();
         lock.unlock();
         before.clear();
         std::string untold; // the marks that are known so far are shown
@@ -189,12 +190,14 @@ bool MarkStore::ReadOne(const Wanted& wanted, const std::string& name,
     {
         const std::lock_guard lock(m_mutex);
         if (!isWanted()) return false;
+        if (m_setSince.contains(name)) return true;
         const auto known = m_known.find(name);
         if (known != m_known.end() && look && known->second.look == *look) return true;
     }
     const FoundMark found = ReadMark(m_files, picture, sidecars);
     const std::lock_guard lock(m_mutex);
     if (!isWanted()) return false;
+    if (m_setSince.contains(name)) return true;
     m_known[name] = {found.mark, look.value_or(FileLook())};
     m_anyMarked = m_anyMarked || found.mark != Mark();
     return true;
@@ -246,11 +249,18 @@ void MarkStore::WriteAll() {
         if (change == MarkChange())
             written.isGone = true;
         else if (names->second)
-            written = WriteMark(m_files, path, *names->second, change);
+            written = WriteMark(m_files, path, *names->second, WithKept(path, change));
         TakeAnswer(path, change, written, aside);
     }
     std::string error;
     if (!m_aside.Keep(aside, &error)) Tell("Marks are NOT kept - " + error);
+}
+
+// What is kept aside of the file goes into its sidecar, too.
+MarkChange MarkStore::WithKept(const std::string& path, const MarkChange& change) const {
+    const std::lock_guard lock(m_mutex);
+    const auto kept = m_kept.find(path);
+    return kept == m_kept.end() ? change : Joined(kept->second, change);
 }
 
 void MarkStore::TakeAnswer(const std::string& path, const MarkChange& change,
@@ -264,6 +274,7 @@ void MarkStore::TakeAnswer(const std::string& path, const MarkChange& change,
             // Its look is not known: the next reading will see.
             if (written.done && FolderOf(path) == m_folder) {
                 m_known[LastPart(path)] = {written.mark, {}};
+                m_setSince.insert(LastPart(path));
                 m_anyMarked = m_anyMarked || written.mark != Mark();
             }
             if (kept != m_kept.end()) m_kept.erase(kept);

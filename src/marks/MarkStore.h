@@ -15,6 +15,7 @@
 #include <set>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace tarn {
@@ -78,6 +79,7 @@ private:
 
     void Write();
     void WriteAll();
+    MarkChange WithKept(const std::string& path, const MarkChange& change) const;
     void TakeAnswer(const std::string& path, const MarkChange& change, const WrittenMark& written,
                     std::map<std::string, std::optional<MarkChange>>& aside);
     void TellFault(const std::string& path, const WrittenMark& written);
@@ -98,6 +100,7 @@ private:
     bool m_anyMarked = false;                       // of what is known
     std::string m_folder;                           // of what is known
     std::unordered_map<std::string, Known> m_known; // by name
+    std::unordered_set<std::string> m_setSince;     // names written since their reading began
     Changes m_pending;
     Changes m_writing;
     Unwritten m_written;            // of those

@@ -187,8 +187,10 @@ void frmDate::SetButton_Click() {
         Say("New Picture Date has invalid format");
         return;
     }
-    Changes changes(m.history, "Picture date of '" + m.state.FileNameOnly + "'");
-    const DateWritten done = WriteDate(changes, m.state.Filename, Position(), m_shownDate, *bytes);
+    const DateWritten done = [&] {
+        Changes changes(m.history, "Picture date of '" + m.state.FileNameOnly + "'");
+        return WriteDate(changes, m.state.Filename, Position(), m_shownDate, *bytes);
+    }();
     switch (done.result) {
     case DateWriting::Written:
         TakeOver(date, *shown);

@@ -176,5 +176,16 @@ TEST(Changes, ACopyThatStoodForARenameIsTakenBackAsOne) {
     }
 }
 
+// Another program has written it between: what stands only there would be gone for good.
+TEST(Changes, WhatHasChangedSinceItsCopyStays) {
+    UndoDesk d(Tree{{"a", "1"}});
+    Changes changes(d.history, "Rename");
+    ASSERT_TRUE(changes.CopyTo(d.At("a"), d.At("b"), &d.error));
+    d.folder.Write("a", "edited");
+    EXPECT_FALSE(changes.EndRename(d.At("a"), d.At("b"), &d.error));
+    EXPECT_EQ(d.error, "it has changed since it was copied");
+    EXPECT_EQ(d.Standing(), (Tree{{"a", "edited"}, {"b", "1"}}));
+}
+
 } // namespace
 } // namespace tarn::testing

@@ -210,14 +210,14 @@ TEST(History, MarksAndFoldersAndStagedFilesGoBothWays) {
     EXPECT_TRUE(back.done) << back.text;
     EXPECT_EQ(desk.Standing(), (Tree{{"page", "old"}}));
     ASSERT_EQ(back.marks.size(), 1U);
-    EXPECT_EQ(back.marks[0].mark, (Mark{Decision::Keep, 2}));
+    EXPECT_EQ(back.marks[0].change, SetTo({Decision::Keep, 2}));
     const UndoResult again = desk.history->Redo(kAll);
     EXPECT_TRUE(again.done) << again.text;
     EXPECT_EQ(BytesOf(desk.At("page")), "new");
     EXPECT_EQ(BytesOf(desk.At("other")), "made");
     EXPECT_TRUE(std::filesystem::is_directory(desk.At("sub")));
     ASSERT_EQ(again.marks.size(), 1U);
-    EXPECT_EQ(again.marks[0].mark, (Mark{Decision::Reject, 0}));
+    EXPECT_EQ(again.marks[0].change, SetTo({Decision::Reject, 0}));
 }
 
 } // namespace

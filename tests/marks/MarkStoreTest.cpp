@@ -184,5 +184,23 @@ TEST(MarkStore, AFolderThatMayNotBeWrittenIsToldOnce) {
     EXPECT_EQ(d.OnDisk("b.jpg"), (Mark{Decision::Keep, 0}));
 }
 
+// What was kept aside of a file goes into its sidecar with the next change.
+TEST(MarkStore, TheNextChangeBringsWhatIsKeptAside) {
+    StoreDesk d;
+    Fill(d.folder, {{"a.jpg", "a"}});
+    d.ShowAndRead({"a.jpg"});
+    d.BeginWith([](const std::string& verb, const std::string&) {
+        return verb == "writable" ? std::string("read only") : std::string();
+    });
+    d.store->Set(d.At("a.jpg"), Decide(Decision::Reject));
+    EXPECT_TRUE(d.store->Flush());
+    EXPECT_EQ(d.store->KeptAside(d.At("a.jpg")), Decide(Decision::Reject));
+    d.BeginWith(nullptr);
+    d.store->Set(d.At("a.jpg"), Rate(3));
+    EXPECT_TRUE(d.store->Flush());
+    EXPECT_EQ(d.OnDisk("a.jpg"), (Mark{Decision::Reject, 3}));
+    EXPECT_EQ(d.store->KeptAside(d.At("a.jpg")), std::nullopt);
+}
+
 } // namespace
 } // namespace tarn::testing

@@ -16,11 +16,11 @@ bool GoesOn(std::size_t) {
 
 // A mark that cannot be written is told with the rest.
 TurnedCommand Ended(UndoResult result, Files& files) {
-    for (const MarkBefore& each : result.marks) {
+    for (const MarkBack& each : result.marks) {
         std::string error;
         const auto sidecars = SidecarsIn(files, FolderOf(each.path), &error);
         const WrittenMark written =
-            sidecars ? WriteMark(files, each.path, *sidecars, SetTo(each.mark)) : WrittenMark();
+            sidecars ? WriteMark(files, each.path, *sidecars, each.change) : WrittenMark();
         if (sidecars && written.done) continue;
         result.done = false;
         result.text += "; its mark could not be set: " + each.path + " - " +
