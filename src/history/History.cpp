@@ -100,7 +100,9 @@ std::vector<CommandRow> History::BrokenOff() {
 
 bool History::Forget() {
     Journal* journal = Standing();
-    return !journal || journal->Forget() == Wrote::Yes;
+    if (!journal) return true;
+    for (const CommandRow& row : journal->BrokenOff()) journal->Drop(row.id);
+    return journal->Forget() == Wrote::Yes;
 }
 
 bool History::Prune(std::int64_t days, std::int64_t bytes) {
@@ -204,7 +206,13 @@ UndoResult History::UndoOf(std::int64_t id, const GoOn& goOn) {
     if (row->isBrokenOff)
         return Turn(*row, row->state == CommandState::Undoing ? Way::Again : Way::Back, goOn);
     if (row->state != CommandState::Done)
-        return {false, "NOT undone: " + row->what + "; it is undone already", {}, {}};
+        return {false,
+                "NOT undone: " + row->what +
+                    (row->state == CommandState::Undone  ? "; it is undone already"
+                     : row->state == CommandState::Final ? "; it was deleted for good"
+                                                         : "; it is being done just now"),
+                {},
+                {}};
     if (const std::string since = TouchedSince(*row); !since.empty())
         return {false,
                 "NOT undone: " + row->what + "; its files were changed since by: " + since,

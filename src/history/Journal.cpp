@@ -374,8 +374,10 @@ Wrote Journal::Prune(std::int64_t days, std::int64_t bytes) {
     const std::string which = "state IN (1, 2, 5) AND id<>" + std::to_string(newest) + " AND (id<" +
                               std::to_string(oldest) + " OR began<" +
                               std::to_string(std::time(nullptr) - days * kDay) + ")";
-    return writes.End(DropSteps("IN (SELECT id FROM commands WHERE " + which + ")") &&
-                      Run(("DELETE FROM commands WHERE " + which).c_str()));
+    const Wrote wrote = writes.End(DropSteps("IN (SELECT id FROM commands WHERE " + which + ")") &&
+                                   Run(("DELETE FROM commands WHERE " + which).c_str()));
+    if (wrote == Wrote::Yes) Run("PRAGMA incremental_vacuum");
+    return wrote;
 }
 
 } // namespace tarn

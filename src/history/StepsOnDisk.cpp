@@ -39,8 +39,13 @@ bool IsStillCopy(const Step& step, const Files& files) {
 bool BackFromBasket(std::string& where, const FileLook& look, const std::string& path, Files& files,
                     std::string* error) {
     const bool isKnown = look.inode != 0; // else its place alone tells
-    if (where.empty() || (isKnown && !IsTheSame(look, IdentityOf(files, where))))
-        where = isKnown ? files.FindThrown(path, look) : std::string();
+    const FileLook there = where.empty() ? FileLook() : IdentityOf(files, where);
+    if (isKnown && !IsTheSame(look, there)) {
+        // A link may lead nowhere from there, and be the right one all the same.
+        std::string ignored;
+        if (!where.empty() && there.inode == 0 && files.Restore(where, path, &ignored)) return true;
+        where = files.FindThrown(path, look);
+    }
     if (where.empty()) return Refuse(error, kEmptied);
     return files.Restore(where, path, error);
 }

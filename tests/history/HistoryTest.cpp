@@ -174,6 +174,17 @@ TEST(History, WhatIsNotAsItWasLeftIsTold) {
                                      {"x", "a file of another program"}}));
 }
 
+TEST(History, ALinkThatLeadsNowhereFromTheBasketComesBack) {
+    Desk desk(Tree{{"a", "1"}});
+    std::filesystem::create_symlink("a", desk.At("link"));
+    {
+        Changes changes(*desk.history, "Delete");
+        ASSERT_TRUE(changes.ThrowAway(desk.At("link"), &desk.error)) << desk.error;
+    }
+    EXPECT_EQ(desk.history->Undo(kAll).text, "Undone: Delete; back again: 'link'");
+    EXPECT_EQ(BytesOf(desk.At("link")), "1");
+}
+
 // The same names, other files: an older disk, or a copy of the folder in its place.
 TEST(History, AnotherFileOfTheNameIsNotTaken) {
     Desk desk(Tree{{"a", "1"}});
