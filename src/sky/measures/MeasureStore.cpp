@@ -1,6 +1,7 @@
 #include "sky/measures/MeasureStore.h"
 
 #include "common/paths.h"
+#include "platform/Statement.h"
 
 #include <cerrno>
 #include <cstdint>
@@ -28,53 +29,6 @@ constexpr double FrameMeasures::*kReals[] = {
     &FrameMeasures::background, &FrameMeasures::noise, &FrameMeasures::sharpness};
 constexpr int FrameMeasures::*kWholes[] = {&FrameMeasures::width, &FrameMeasures::height,
                                            &FrameMeasures::stars, &FrameMeasures::saturated};
-
-// One statement, bound from the left.
-class Statement {
-public:
-    Statement(sqlite3* database, const char* text) {
-        if (database) ::sqlite3_prepare_v2(database, text, -1, &m_statement, nullptr);
-    }
-    ~Statement() { ::sqlite3_finalize(m_statement); }
-    Statement(const Statement&) = delete;
-    Statement& operator=(const Statement&) = delete;
-
-    Statement& Add(std::int64_t value) {
-        if (m_statement) ::sqlite3_bind_int64(m_statement, ++m_bound, value);
-        return *this;
-    }
-    Statement& Add(double value) { // what is not a number becomes none
-        if (m_statement) ::sqlite3_bind_double(m_statement, ++m_bound, value);
-        return *this;
-    }
-    Statement& AddBytes(const void* bytes, std::size_t count) {
-        if (m_statement)
-            ::sqlite3_bind_blob64(m_statement, ++m_bound, count ? bytes : "", count,
-                                  SQLITE_TRANSIENT);
-        return *this;
-    }
-    Statement& Add(const std::string& bytes) { return AddBytes(bytes.data(), bytes.size()); }
-
-    bool HasRow() { return m_statement && ::sqlite3_step(m_statement) == SQLITE_ROW; }
-    bool Run() { return m_statement && ::sqlite3_step(m_statement) == SQLITE_DONE; }
-
-    std::int64_t Whole(int column) const { return ::sqlite3_column_int64(m_statement, column); }
-    double Real(int column) const {
-        return ::sqlite3_column_type(m_statement, column) == SQLITE_NULL
-                   ? kNotMeasured
-                   : ::sqlite3_column_double(m_statement, column);
-    }
-    std::string Bytes(int column) const {
-        const void* bytes = ::sqlite3_column_blob(m_statement, column);
-        const int count = ::sqlite3_column_bytes(m_statement, column);
-        return bytes ? std::string(static_cast<const char*>(bytes), std::size_t(count))
-                     : std::string();
-    }
-
-private:
-    sqlite3_stmt* m_statement = nullptr;
-    int m_bound = 0;
-};
 
 std::vector<StarPlace> PlacesOf(const std::string& bytes) {
     std::vector<StarPlace> places(bytes.size() / sizeof(StarPlace));
