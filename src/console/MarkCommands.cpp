@@ -1,5 +1,6 @@
 #include "console/MarkCommands.h"
 
+#include "common/csv.h"
 #include "common/paths.h"
 #include "console/Arguments.h"
 #include "console/ListedPictures.h"
@@ -21,14 +22,6 @@ constexpr UsageLine kMarkLines[] = {{kMarkOptions, "FILE..."}};
 
 const char* WordOf(Decision decision) {
     return decision == Decision::Keep ? "keep" : decision == Decision::Reject ? "reject" : "";
-}
-
-// In quotes where the separator, a quote or a line end would break the row.
-std::string CsvField(const std::string& text) {
-    if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
-    std::string field = "\"";
-    for (const char c : text) field += c == '"' ? std::string("\"\"") : std::string(1, c);
-    return field + "\"";
 }
 
 void PrintCsv(const FileMark& file) {

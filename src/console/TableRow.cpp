@@ -1,5 +1,6 @@
 #include "console/TableRow.h"
 
+#include "common/csv.h"
 #include "common/numbers.h"
 
 #include <cmath>
@@ -8,16 +9,6 @@
 namespace tarn {
 
 namespace {
-
-std::string Quoted(std::string_view field) {
-    if (field.find_first_of(",\"\r\n") == std::string_view::npos) return std::string(field);
-    std::string quoted = "\"";
-    for (const char sign : field) {
-        if (sign == '"') quoted += sign;
-        quoted += sign;
-    }
-    return quoted + "\"";
-}
 
 std::string OnOneLine(std::string_view field) {
     std::string line(field);
@@ -31,7 +22,7 @@ std::string OnOneLine(std::string_view field) {
 TableRow& TableRow::Add(std::string_view field) {
     if (m_begun) m_text += m_csv ? ',' : '\t';
     m_begun = true;
-    m_text += m_csv ? Quoted(field) : OnOneLine(field);
+    m_text += m_csv ? CsvField(field) : OnOneLine(field);
     return *this;
 }
 

@@ -1,5 +1,6 @@
 #include "history/CommandText.h"
 
+#include "common/csv.h"
 #include "common/paths.h"
 
 #include <array>
@@ -42,14 +43,6 @@ std::string Deed(const Step& step) {
         return "mark of: " + name;
     }
     return name;
-}
-
-// In quotes where the separator, a quote or a line end would break the row.
-std::string CsvField(const std::string& text) {
-    if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
-    std::string field = "\"";
-    for (const char c : text) field += c == '"' ? std::string("\"\"") : std::string(1, c);
-    return field + "\"";
 }
 
 } // namespace
