@@ -39,6 +39,7 @@ public:
     bool Trash(S, Error, std::string*) override { return false; }
     std::vector<std::string> TrashAll(const std::vector<std::string>&) override { return {}; }
     bool LeadsOut(S) const override { return false; }
+    void Sweep(const std::string&) override {}
     void Flush(S) override {}
     Moved Move(S, S, Error, std::string*) override { return Moved::No; }
     bool Restore(S, S, Error) override { return false; }

@@ -5,6 +5,7 @@
 #include "desk/batch/DroppedNote.h"
 #include "fileops/MarksAlong.h"
 #include "fileops/PicturePlan.h"
+#include "history/Rehearsal.h"
 #include "platform/Clipboard.h"
 #include "platform/Files.h"
 #include "widgets/FileListBox.h"
@@ -60,6 +61,38 @@ void CopyPaste::PasteButton_Click() {
     Paste(files.paths, files.cut);
 }
 
+namespace {
+
+bool Put(const NewNamePlan& plan, bool cut, const Files& files, Changes& changes,
+         std::string* error) {
+    return BringAlong(plan, files, changes, error) &&
+           (cut ? changes.MoveTo(plan.from, plan.to, error, Standing::ThrowAway)
+                : changes.CopyTo(plan.from, plan.to, error, Standing::ThrowAway));
+}
+
+// Only what arrived whole goes.
+LeftBehind EndCutOf(const NewNamePlan& plan, const Files& files, Changes& changes) {
+    std::string error;
+    if (!changes.EndMove(plan.from, &error)) return {BelongingKind::Sidecar, plan.from, error};
+    return EndAlong(plan, files, changes);
+}
+
+void PlanPaste(const std::vector<std::string>& sources, const std::string& folder, bool cut,
+               Changes& changes) {
+    Rehearsal rehearsal(changes);
+    Belongings belongings(rehearsal.Disk(), {});
+    std::vector<NewNamePlan> put;
+    for (const std::string& source : sources) {
+        put.push_back(PlanPlace(belongings, source, JoinPath(folder, LastPart(source))));
+        if (!Put(put.back(), cut, rehearsal.Disk(), rehearsal.Command(), nullptr)) return;
+    }
+    for (const NewNamePlan& plan : put)
+        if (cut) EndCutOf(plan, rehearsal.Disk(), rehearsal.Command());
+    changes.PlanWhole(rehearsal.Steps());
+}
+
+} // namespace
+
 void CopyPaste::Paste(const std::vector<std::string>& sources, bool cut) {
     Changes changes(m.history, cut ? "Cut > Paste" : "Copy > Paste");
     Report report;
@@ -68,22 +101,17 @@ void CopyPaste::Paste(const std::vector<std::string>& sources, bool cut) {
     m.shell.SetBusy(true);
     const std::vector<NewNamePlan> put = PutAll(sources, cut, changes, report);
     const std::size_t arrived = put.size();
-    // Only what arrived whole goes.
     for (const NewNamePlan& plan : put) {
         if (!cut) break;
-        std::string error;
-        LeftBehind left{BelongingKind::Sidecar, plan.from, {}};
-        if (changes.EndMove(plan.from, &error)) {
-            left = EndAlong(plan, m.files, changes);
-            error = left.why;
-        }
+        const LeftBehind left = EndCutOf(plan, m.files, changes);
         if (!left.path.empty() && report.error.empty())
-            report.error = "Stays where it was: " + error + " - " + LastPart(left.path);
+            report.error = "Stays where it was: " + left.why + " - " + LastPart(left.path);
     }
     m.shell.SetBusy(false);
     changes.SetWhat((cut ? "Cut > Paste of " : "Copy > Paste of ") + std::to_string(arrived) +
                     " files");
     TakeMarksAlong(m.marks, changes);
+    changes.Close();
     m.navigation.RefreshDirButton_Click();
     if (arrived > 0) ShowPasted(LastPart(sources[arrived - 1]));
     if (cut) EndCut(arrived, sources.size());
@@ -113,6 +141,7 @@ std::vector<NewNamePlan> CopyPaste::PutAll(const std::vector<std::string>& sourc
     Belongings belongings(m.files, {}); // notes keep their names and lie in one folder
     std::vector<NewNamePlan> put;
     const BatchRun batch(m);
+    PlanPaste(sources, folder, cut, changes);
     for (std::size_t i = 0; i < sources.size(); ++i) {
         const std::string name = LastPart(sources[i]);
         if (!batch.Step("FileCopy (" + std::to_string(i + 1) + " of " +
@@ -124,9 +153,7 @@ std::vector<NewNamePlan> CopyPaste::PutAll(const std::vector<std::string>& sourc
         std::string error;
         const NewNamePlan plan = PlanPlace(belongings, sources[i], JoinPath(folder, name));
         const std::size_t before = changes.Count();
-        if (!(BringAlong(plan, m.files, changes, &error) &&
-              (cut ? changes.MoveTo(plan.from, plan.to, &error, Standing::ThrowAway)
-                   : changes.CopyTo(plan.from, plan.to, &error, Standing::ThrowAway)))) {
+        if (!Put(plan, cut, m.files, changes, &error)) {
             std::string ignored; // the first fault is the one to tell
             changes.TakeBack(before, &ignored);
             report.message = "Paste failed for '" + name + "'";

@@ -55,6 +55,7 @@ struct Folders {
     Names notesTo;
     Names filesTo;
     SidecarNames sidecars;
+    SidecarNames sidecarsTo;
 
     bool Read(const CopyRequest& r, const Files& files, std::string* error) {
         if (r.sidecars && !r.filesTo.empty()) {
@@ -62,6 +63,9 @@ struct Folders {
             if (!names) return false;
             sidecars = SidecarNames(*names);
         }
+        if (!r.filesTo.empty())
+            sidecarsTo =
+                SidecarNames(files.FileNames(r.filesTo).value_or(std::vector<std::string>()));
         return (r.notesFrom.empty() || (notesFrom.Read(r.notesFrom, files, error) &&
                                         notesTo.Read(r.notesTo, files, error))) &&
                (r.filesTo.empty() || filesTo.Read(r.filesTo, files, error));
@@ -99,6 +103,12 @@ static void AddFile(CopyUnit& unit, const CopyRequest& request, const std::strin
             unit.copies.push_back({JoinPath(request.filesFrom, sidecar),
                                    folders.filesTo.Path(sidecar), PlannedCopy::Kind::Sidecar,
                                    !folders.filesTo.Find(sidecar).empty(), of});
+    const std::string own = folders.sidecarsTo.OwnOf(name);
+    const bool isReplaced = std::any_of(
+        unit.copies.begin() + std::ptrdiff_t(of), unit.copies.end(),
+        [&](const PlannedCopy& copy) { return FoldCase(LastPart(copy.to)) == FoldCase(own); });
+    if (unit.copies[of].stands && request.sidecars && !own.empty() && !isReplaced)
+        unit.copies[of].givesWay = folders.filesTo.Path(own);
 }
 
 // Several files have one sidecar, or it is among the files itself.
@@ -193,6 +203,7 @@ void GiveNewNames(CopyUnit& unit, std::set<std::string>& taken, const Files& fil
         taken.insert(FoldCase(targets[i]));
         unit.copies[i].to = targets[i];
         unit.copies[i].stands = false;
+        unit.copies[i].givesWay.clear();
     }
 }
 

@@ -28,6 +28,9 @@ struct PlannedCopy {
     Kind kind = Kind::File;
     bool stands = false; // something is there already
     std::size_t of = 0;  // a sidecar's file, by its place in the unit
+    // The sidecar of the picture whose place it takes, and that no other comes to replace; mostly
+    // empty.
+    std::string givesWay = {};
 };
 
 // Files that share a note, and the note (without notes one file), with their sidecars: they keep

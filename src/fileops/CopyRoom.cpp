@@ -5,6 +5,7 @@
 #include "fileops/MarksAlong.h"
 #include "fileops/PicturePlan.h"
 #include "fileops/frmCaption.h"
+#include "history/Rehearsal.h"
 #include "platform/Files.h"
 #include "platform/QtText.h"
 #include "platform/Sound.h"
@@ -71,12 +72,34 @@ CopyOutcome CopyRoom::Refusal(std::string text, std::string fault) const {
     return {Outcome::Refused(std::move(text), std::move(fault)), m_copyOk};
 }
 
+namespace {
+
+// False where the picture could not be copied; the first that could not is in `error`.
+bool CopyWithSidecars(const NewNamePlan& plan, Changes& changes, std::string* error) {
+    const auto copy = [&](const std::string& from, const std::string& to) {
+        std::string why;
+        const bool copied = changes.CopyTo(from, to, &why, Standing::ThrowAway);
+        if (error->empty()) *error = why;
+        return copied;
+    };
+    if (!copy(plan.from, plan.to)) return false;
+    if (!plan.givesWay.empty()) changes.ThrowAway(plan.givesWay, error);
+    for (const Along& each : plan.along) copy(each.from, each.to);
+    return true;
+}
+
+} // namespace
+
 CopyOutcome CopyRoom::CopyImage() {
     Changes changes(m.history, {});
-    return CopyImageIn(changes);
+    return Copy(changes, true);
 }
 
 CopyOutcome CopyRoom::CopyImageIn(Changes& changes) {
+    return Copy(changes, false);
+}
+
+CopyOutcome CopyRoom::Copy(Changes& changes, bool isAll) {
     ProgramState& s = m.state;
     const std::string name = CopyName();
     if (s.CopyImageFolder.empty()) return Refusal("'Copy to' folder has not been set");
@@ -91,7 +114,15 @@ CopyOutcome CopyRoom::CopyImageIn(Changes& changes) {
     std::string error;
     m.shell.SetBusy(true);
     changes.SetWhat("Copy '" + name + "' to '" + s.CopyImageFolder + "'");
-    const bool copied = CopyWithSidecars(target, changes, &error);
+    Belongings belongings(m.files, {}); // the note serves both
+    const NewNamePlan plan = PlanPlace(belongings, s.Filename, target);
+    if (isAll) {
+        Rehearsal rehearsal(m.files);
+        std::string ignored;
+        CopyWithSidecars(plan, rehearsal.Command(), &ignored);
+        changes.PlanWhole(rehearsal.Steps());
+    }
+    const bool copied = CopyWithSidecars(plan, changes, &error);
     m.shell.SetBusy(false);
     if (!copied) {
         m_copyOk = "COPY FAILED - " + error;
@@ -101,22 +132,6 @@ CopyOutcome CopyRoom::CopyImageIn(Changes& changes) {
     Outcome told = Copied("Copied", name);
     if (!error.empty()) told.text += ", its sidecar was not copied: " + error;
     return {std::move(told), m_copyOk};
-}
-
-// False where the picture could not be copied; the first that could not is in `error`.
-bool CopyRoom::CopyWithSidecars(const std::string& target, Changes& changes, std::string* error) {
-    const auto copy = [&](const std::string& from, const std::string& to) {
-        std::string why;
-        const bool copied = changes.CopyTo(from, to, &why, Standing::ThrowAway);
-        if (error->empty()) *error = why;
-        return copied;
-    };
-    Belongings belongings(m.files, {}); // the note serves both
-    const NewNamePlan plan = PlanPlace(belongings, m.state.Filename, target);
-    if (!copy(plan.from, plan.to)) return false;
-    if (!plan.givesWay.empty()) changes.ThrowAway(plan.givesWay, error);
-    for (const Along& each : plan.along) copy(each.from, each.to);
-    return true;
 }
 
 Outcome CopyRoom::Copied(const std::string& verb, const std::string& name) {

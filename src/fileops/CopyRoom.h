@@ -58,7 +58,7 @@ private:
     std::string CopyName() const;
     void ShowCopyFolder();
     void Advance();
-    bool CopyWithSidecars(const std::string& target, Changes& changes, std::string* error);
+    CopyOutcome Copy(Changes& changes, bool isAll); // `isAll`: of the command
     CopyOutcome Refusal(std::string text, std::string fault = {}) const;
     Outcome Copied(const std::string& verb, const std::string& name);
     void PutText(const std::string& text);

@@ -17,6 +17,7 @@ void CopyRun::Step() {
         std::string error;
         std::string replaced;
         if (m_files.Copy(copy.from, copy.to, &error, copy.stands ? &replaced : nullptr)) {
+            if (!copy.givesWay.empty()) m_files.Trash(copy.givesWay, &error);
             counts.files += copy.kind == PlannedCopy::Kind::File;
             counts.notes += copy.kind == PlannedCopy::Kind::Note;
             continue;

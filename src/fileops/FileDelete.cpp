@@ -76,19 +76,22 @@ Outcome FileRoom::Delete(const DeletePlan& plan, bool ask, const std::string& ve
     const std::string name = LastPart(plan.path);
     changes.SetWhat(verb + " '" + name + "'");
     const int row = RowOf(plan.path);
+    const std::vector<std::string> following = Following(row);
     if (!ask) {
         const DeletePointer pointer(m.shell);
         m.events.Sleep(kSeen);
     }
     if (m.state.VideoImage()) m.video.CloseVideoClip(); // an open clip holds its file
     const bool there = m.files.Exists(plan.path);
+    PlanThrow(plan, changes);
     if (there)
         if (Outcome kept = ThrowPicture(plan.path, changes); !kept) return kept;
     std::string said = there ? "DELETED - " + name : "'" + name + "' is not there any more";
     if (there) said += ThrowAlong(plan, changes);
     TakeMarksAlong(m.marks, changes);
+    changes.Close();
     const DroppedNote dropped(m);
-    ShowFromRow(row);
+    ShowNext(following, row);
     return Outcome::Did(said + dropped.Word());
 }
 
@@ -103,19 +106,6 @@ Outcome FileRoom::ThrowPicture(const std::string& path, Changes& changes) {
     return Outcome::Refused({}, error + " - " + LastPart(path));
 }
 
-// What the message line adds about note and sidecars.
-std::string FileRoom::ThrowAlong(const DeletePlan& plan, Changes& changes) {
-    std::string said;
-    for (const Belonging& each : plan.along) {
-        std::string error;
-        if (!each.sharedWith.empty())
-            said += ", its " + WordOf(each.kind) + " stays for '" + each.sharedWith + "'";
-        else if (!changes.ThrowAway(each.path, &error))
-            said += ", its " + WordOf(each.kind) + " stays: " + error;
-    }
-    return said;
-}
-
 int FileRoom::RowOf(const std::string& path) const {
     const FileListBox& list = *m.controls.FileListBox;
     return FolderOf(path) == list.Path() || JoinPath(list.Path(), LastPart(path)) == path
@@ -123,8 +113,30 @@ int FileRoom::RowOf(const std::string& path) const {
                : -1;
 }
 
-// Of the folder as it is now; a show goes on by itself and selects a row at its end.
+// What comes next when files go: the names behind the row, then those ahead of it, the nearest
+// first. A list that is chosen or ordered by what another thread reads is not yet what it will be.
+std::vector<std::string> FileRoom::Following(int row) const {
+    const FileListBox& list = *m.controls.FileListBox;
+    std::vector<std::string> names;
+    for (int at = row + 1; at < list.Count(); ++at) names.push_back(list.Text(at));
+    for (int at = std::min(row, list.Count()) - 1; at >= 0; --at) names.push_back(list.Text(at));
+    return names;
+}
+
+void FileRoom::ShowNext(const std::vector<std::string>& following, int otherwise) {
+    ShowFromRow([&] {
+        for (const std::string& name : following)
+            if (const int row = m.controls.FileListBox->RowOf(name); row >= 0) return row;
+        return otherwise;
+    });
+}
+
 void FileRoom::ShowFromRow(int row) {
+    ShowFromRow([row] { return row; });
+}
+
+// Of the folder as it is now; a show goes on by itself and selects a row at its end.
+void FileRoom::ShowFromRow(const std::function<int()>& rowOf) {
     m.notes.NoteFilesChanged();
     m.navigation.RefreshDirButton_Click();
     if (m.controls.FileListBox->Count() < 1) m.navigation.ShowWholeList();
@@ -138,7 +150,7 @@ void FileRoom::ShowFromRow(int row) {
         return;
     }
     m.navigation.ClearMultiselect();
-    m.navigation.SelectRow(std::clamp(row, 0, count - 1));
+    m.navigation.SelectRow(std::clamp(rowOf(), 0, count - 1));
     m.navigation.ResetFileHistory(true);
 }
 
@@ -157,6 +169,7 @@ void FileRoom::DeleteAllFitsButton_Click() {
     const FileListBox& list = *m.controls.FileListBox;
     const std::vector<std::string> paths = FitsFiles(m.files, list.Path());
     const int row = std::max(0, list.CurrentRow());
+    const std::vector<std::string> following = Following(row - 1);
     if (paths.empty()) {
         m.shell.ShowMessage("No FITS files in this folder");
         return;
@@ -169,12 +182,14 @@ void FileRoom::DeleteAllFitsButton_Click() {
         return;
     if (const Outcome written = m.marks.Flush(); !written) return m.shell.Tell(written);
     Changes changes(m.history, "Delete of FITS files");
+    PlanThrows(paths, {}, false, changes);
     std::size_t thrown = 0;
     const std::string said = ThrowFits(paths, changes, thrown);
     changes.SetWhat("Delete of " + std::to_string(thrown) + " FITS files");
     TakeMarksAlong(m.marks, changes);
+    changes.Close();
     const DroppedNote dropped(m);
-    ShowFromRow(row);
+    ShowNext(following, row);
     m.shell.ShowMessage(said + dropped.Word());
 }
 

@@ -1,5 +1,7 @@
 #include "fileops/FileRoom.h"
 
+#include "common/worker.h"
+
 #include "common/paths.h"
 #include "desk/batch/BatchRun.h"
 #include "desk/batch/DroppedNote.h"
@@ -78,7 +80,9 @@ void FileRoom::ConnectControls() {
     Connect(c.UndoButton, [this] { UndoButton_Click(); });
     Connect(c.RedoButton, [this] { RedoButton_Click(); });
     Connect(c.HistoryButton, [this] { HistoryButton_Click(); });
-    m.history.onEnd = [this] { ShowUndo(); };
+    m.history.onEnd = [this] {
+        QMetaObject::invokeMethod(&m_here, [this] { ShowUndo(); }); // the marks' thread ends some
+    };
     ConnectMarks();
     m_copyPaste.ConnectControls();
 }
@@ -125,7 +129,7 @@ Outcome FileRoom::AskNewName(std::unique_ptr<frmNewName>& form, const NewNameTex
 // False: everything stands as it stood.
 bool FileRoom::CarryOut(CarryOutNewName way, const NewNamePlan& plan, const std::string& what,
                         Changes& changes, std::string* error, LeftBehind* left) {
-    if (!way(plan, m.files, changes, error, left)) {
+    if (!way(plan, changes, error, left)) {
         // What could not be put back stays within the reach of Undo.
         changes.SetWhat("the failed " + what);
         *error += " - " + LastPart(plan.from);
@@ -158,6 +162,7 @@ Outcome FileRoom::Rename(const std::string& from, const std::string& newName) {
     if (!CarryOut(CarryOutRename, plan, what, changes, &error, &left))
         return Outcome::Refused(kept.text, error);
     TakeMarksAlong(m.marks, changes);
+    changes.Close();
     ReadAgain();
     Show(plan.to, row);
     m.shell.FocusPane();
@@ -180,6 +185,7 @@ Outcome FileRoom::Duplicate(const std::string& from, const std::string& newName)
     if (!CarryOut(CarryOutDuplicate, plan, what, changes, &error, nullptr))
         return Outcome::Refused(kept.text, error);
     TakeMarksAlong(m.marks, changes);
+    changes.Close();
     ReadAgain();
     Show(from, row);
     return Outcome::Did("Duplicate - " + Arrow(LastPart(from), newName) + NoteWord(plan) +
@@ -250,6 +256,7 @@ Outcome FileRoom::PutFilesIn(const FolderDrop& drop, Changes& changes) {
     Outcome outcome = tarn::PutFiles(m, Notes()).Run(drop, changes);
     if (changes.Count() == 0) return outcome;
     TakeMarksAlong(m.marks, changes);
+    changes.Close();
     m.notes.NoteFilesChanged();
     if (drop.copy)
         m.navigation.RefreshDirButton_Click();

@@ -8,12 +8,16 @@
 #include "fileops/PicturePlan.h"
 #include "history/History.h"
 
+#include <QObject>
+
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace tarn {
 
+class Worker;
 class frmHistory;
 class frmNewName;
 class frmRenameFiles;
@@ -34,8 +38,6 @@ public:
     Outcome DuplicateButton_Click() override;
     Outcome PutFiles(const FolderDrop& drop) override;
     Outcome MakeFolder(const std::string& in) override;
-    using FileCommands::MarkFiles;
-    void MarkFiles(const std::string& what, const std::vector<MarkWish>& wishes) override;
 
     Outcome DeletePicButton_Click();
     void DeleteAllFitsButton_Click();
@@ -52,15 +54,16 @@ private:
     Outcome Delete(const DeletePlan& plan, bool ask, const std::string& verb, Changes& changes);
     bool AskDelete(const DeletePlan& plan);
     Outcome ThrowPicture(const std::string& path, Changes& changes);
-    std::string ThrowAlong(const DeletePlan& plan, Changes& changes);
     int RowOf(const std::string& path) const;
     void ShowFromRow(int row);
+    void ShowFromRow(const std::function<int()>& rowOf); // asked when the list is read again
+    std::vector<std::string> Following(int row) const;
+    void ShowNext(const std::vector<std::string>& following, int otherwise);
     void ShowNothing();
 
     Outcome KeepWritten();
     NewNamePlan Plan(const std::string& from, const std::string& newName) const;
-    using CarryOutNewName = bool (*)(const NewNamePlan&, Files&, Changes&, std::string*,
-                                     LeftBehind*);
+    using CarryOutNewName = bool (*)(const NewNamePlan&, Changes&, std::string*, LeftBehind*);
     using NewNameCommand = Outcome (FileRoom::*)(const std::string& from,
                                                  const std::string& newName);
     Outcome AskNewName(std::unique_ptr<frmNewName>& form, const NewNameTexts& texts,
@@ -76,6 +79,7 @@ private:
     void Turn(const CommandRow& row, const std::string& doing, const Way& way);
     void ShowTurned(const UndoResult& result, int row);
     void AskAboutBrokenOff();
+    void Prune();
     void HistoryButton_Click();
     void ShowFile(const std::string& path);
     void RenamePicturesClosed();
@@ -92,16 +96,21 @@ private:
     Outcome KeptToCopyFolder();
     Outcome ClearAllMarks();
     Outcome ThrowAll(const std::vector<std::string>& paths, Changes& changes);
-    bool WriteDownMarks(const std::vector<MarkWish>& wishes, Changes& changes, std::string& error);
     Outcome PutFilesIn(const FolderDrop& drop, Changes& changes);
     void SetMarksBack(const std::vector<MarkBack>& marks);
     std::string ThrowFits(const std::vector<std::string>& paths, Changes& changes,
                           std::size_t& thrown);
 
+    bool AskGoOn(const std::string& text);
+    Outcome KnowAllDone();
+
     Context& m;
+    QObject m_here;              // what other threads have done is taken up in its own
     std::int64_t m_nextUndo = 0; // of the commands that the menu names; 0: none
     std::int64_t m_nextRedo = 0;
+    std::string m_markToCome; // that the menu names
     CopyPaste m_copyPaste;
+    std::unique_ptr<Worker> m_pruner;
     std::unique_ptr<frmHistory> m_historyWindow;
     std::unique_ptr<frmNewName> m_rename;    // frmRename
     std::unique_ptr<frmNewName> m_duplicate; // frmDuplicate

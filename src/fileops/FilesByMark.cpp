@@ -21,7 +21,6 @@ namespace {
 
 const std::vector<std::string> kYesNo{"Yes", "No"};
 constexpr char kSubFolder[] = "rejected";
-constexpr std::size_t kMarksAtOnce = 500; // between two looks for events
 
 bool IsRejected(const Mark& mark) {
     return mark.decision == Decision::Reject;
@@ -45,6 +44,12 @@ void FileRoom::ConnectMarks() {
     Connect(c.RejectedFolderButton, [this] { m.shell.Tell(RejectedIntoSubFolder()); });
     Connect(c.KeptCopyButton, [this] { m.shell.Tell(KeptToCopyFolder()); });
     Connect(c.ClearMarksButton, [this] { m.shell.Tell(ClearAllMarks()); });
+    m.marks.Follow([this] {
+        if (const std::string toCome = m.marks.CommandToCome(); toCome != m_markToCome) {
+            m_markToCome = toCome;
+            ShowUndo();
+        }
+    });
 }
 
 // Of all files of the folder that the boxes list, also where the list is narrowed.
@@ -78,15 +83,18 @@ Outcome FileRoom::RejectedToWastebasket() {
     if (m.state.VideoImage()) m.video.CloseVideoClip(); // an open clip holds its file
     if (Outcome written = m.marks.Flush(); !written) return written;
     const int row = std::max(0, list.CurrentRow());
+    const std::vector<std::string> following = Following(row);
     Changes changes(m.history, "Delete of " + what);
+    PlanThrows(rejected.paths, Notes(), m.state.DeleteNoteToo, changes);
     Outcome thrown = ThrowAll(rejected.paths, changes);
     TakeMarksAlong(m.marks, changes);
+    changes.Close();
     const DroppedNote dropped(m);
     if (m.files.Exists(m.state.Filename)) { // the picture that is shown stays
         m.notes.NoteFilesChanged();
         m.navigation.RefreshAfterDelete();
     } else {
-        ShowFromRow(row);
+        ShowNext(following, row);
     }
     thrown.text += dropped.Word();
     return thrown;
@@ -99,6 +107,7 @@ Outcome FileRoom::ThrowAll(const std::vector<std::string>& paths, Changes& chang
     std::vector<FileFault> faults;
     std::size_t thrown = 0;
     std::string along; // the first that stays
+    DeletePlan alongOf;
     std::string end;
     for (std::size_t i = 0; i < paths.size() && end.empty(); ++i) {
         if (!batch.Step("Deleting " + std::to_string(i + 1) + " of " + all + " - " +
@@ -114,8 +123,14 @@ Outcome FileRoom::ThrowAll(const std::vector<std::string>& paths, Changes& chang
         }
         ++thrown;
         const std::string stays = ThrowAlong(plan, changes);
-        if (!stays.empty() && along.empty()) along = "; '" + LastPart(paths[i]) + "'" + stays;
+        if (stays.empty() || !along.empty()) continue;
+        along = "; '" + LastPart(paths[i]) + "'" + stays;
+        alongOf = plan;
     }
+    // It may have gone with a later one that had it, too.
+    if (std::none_of(alongOf.along.begin(), alongOf.along.end(),
+                     [&](const Belonging& each) { return m.files.Exists(each.path); }))
+        along.clear();
     if (!faults.empty())
         end += ", " + std::to_string(faults.size()) + " stay: " + faults.front().why;
     return {faults.empty() && end.empty(),
@@ -154,20 +169,6 @@ Outcome FileRoom::KeptToCopyFolder() {
     return PutFiles({kept.paths, folder, true});
 }
 
-// False: none of them may be changed, since they could not be taken back.
-bool FileRoom::WriteDownMarks(const std::vector<MarkWish>& wishes, Changes& changes,
-                              std::string& error) {
-    std::vector<Step> steps;
-    for (const MarkWish& wish : wishes) {
-        const Mark before = m.marks.MarkOf(wish.path).value_or(Mark());
-        steps.push_back(changes.PlanMark(wish.path, before, Changed(before, wish.change)));
-    }
-    const std::vector<Step> plan = steps;
-    return changes.Plan(std::move(steps), &error) &&
-           std::all_of(plan.begin(), plan.end(),
-                       [&](const Step& step) { return changes.Marked(step, &error); });
-}
-
 Outcome FileRoom::ClearAllMarks() {
     const ByMark marked = FilesMarked(IsAny, "marked");
     if (marked.paths.empty()) return marked.refusal;
@@ -175,35 +176,10 @@ Outcome FileRoom::ClearAllMarks() {
     if (!AskOfMarked("Clear all marks", "Take the marks of " + what + " of " +
                                             m.controls.FileListBox->Path() + " away?"))
         return Outcome::Refused();
-    Changes changes(m.history, "Clear of " + std::to_string(marked.paths.size()) + " marks");
-    std::size_t count = 0;
-    std::string error;
-    bool cancelled = false;
-    {
-        const BatchRun batch(m);
-        std::vector<MarkWish> some;
-        for (std::size_t i = 0; i < marked.paths.size() && !cancelled; ++i) {
-            some.push_back({marked.paths[i], ClearMark()});
-            if (some.size() < kMarksAtOnce && i + 1 < marked.paths.size()) continue;
-            if (!WriteDownMarks(some, changes, error)) break;
-            m.marks.SetMarks(some);
-            count += some.size();
-            some.clear();
-            cancelled = !batch.Step("Clearing marks " + std::to_string(i + 1) + " of " +
-                                    std::to_string(marked.paths.size())) &&
-                        i + 1 < marked.paths.size();
-        }
-    }
-    changes.SetWhat("Clear of " + std::to_string(count) + " marks");
-    const std::string cleared = "Marks of " + std::to_string(count) + " files cleared";
-    return {!cancelled && error.empty(), cleared + (cancelled ? ", cancelled" : ""), error, {}};
-}
-
-void FileRoom::MarkFiles(const std::string& what, const std::vector<MarkWish>& wishes) {
-    Changes changes(m.history, what);
-    std::string error;
-    if (WriteDownMarks(wishes, changes, error)) return m.marks.SetMarks(wishes);
-    m.shell.ShowError("Not marked: " + error);
+    std::vector<MarkWish> wishes;
+    for (const std::string& path : marked.paths) wishes.push_back({path, ClearMark()});
+    m.marks.MarkFiles("Clear of " + std::to_string(wishes.size()) + " marks", wishes);
+    return Outcome::Did("Marks of " + std::to_string(wishes.size()) + " files cleared");
 }
 
 void FileRoom::SetMarksBack(const std::vector<MarkBack>& marks) {

@@ -203,6 +203,7 @@ std::vector<Step> StepsOf(const CopyPlan& plan, Changes& changes) {
         for (const PlannedCopy& copy : unit.copies) {
             if (copy.stands) steps.push_back(changes.PlanThrow(copy.to));
             steps.push_back(changes.PlanCopy(copy.from, copy.to));
+            if (!copy.givesWay.empty()) steps.push_back(changes.PlanThrow(copy.givesWay));
         }
     return steps;
 }
@@ -214,7 +215,7 @@ Outcome ImportExport::Run(CopyPlan plan, const std::string& verb, const std::str
     if (!AskWhatStands(m, plan, verb == "Imported" ? "Import" : "Export", skipped))
         return Outcome::Refused("Cancelled, nothing was copied");
     Changes changes(m.history, verb + " to '" + to + "'");
-    changes.Plan(StepsOf(plan, changes));
+    changes.PlanWhole(StepsOf(plan, changes));
     CopyRun run(std::move(plan), changes);
     run.counts.skipped = skipped;
     const std::string doing = verb == "Imported" ? "Importing " : "Exporting ";

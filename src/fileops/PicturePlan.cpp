@@ -3,6 +3,7 @@
 #include "common/paths.h"
 #include "common/patterns.h"
 #include "common/text.h"
+#include "history/Rehearsal.h"
 
 #include <algorithm>
 
@@ -32,6 +33,36 @@ DeletePlan PlanDelete(Belongings& belongings, const std::string& path, bool with
         std::erase_if(plan.along,
                       [](const Belonging& each) { return each.kind == BelongingKind::Note; });
     return plan;
+}
+
+void PlanThrow(const DeletePlan& plan, Changes& changes) {
+    std::vector<Step> steps{changes.PlanThrow(plan.path)};
+    for (const Belonging& each : plan.along)
+        if (each.sharedWith.empty()) steps.push_back(changes.PlanThrow(each.path));
+    changes.PlanWhole(std::move(steps));
+}
+
+void PlanThrows(const std::vector<std::string>& paths, const NotesPlace& notes, bool withNotes,
+                Changes& changes) {
+    Rehearsal rehearsal(changes);
+    Belongings belongings(rehearsal.Disk(), notes);
+    for (const std::string& path : paths) {
+        const DeletePlan plan = PlanDelete(belongings, path, withNotes);
+        if (rehearsal.Command().ThrowAway(path, nullptr)) ThrowAlong(plan, rehearsal.Command());
+    }
+    changes.PlanWhole(rehearsal.Steps());
+}
+
+std::string ThrowAlong(const DeletePlan& plan, Changes& changes) {
+    std::string said;
+    for (const Belonging& each : plan.along) {
+        std::string error;
+        if (!each.sharedWith.empty())
+            said += ", its " + WordOf(each.kind) + " stays for '" + each.sharedWith + "'";
+        else if (!changes.ThrowAway(each.path, &error))
+            said += ", its " + WordOf(each.kind) + " stays: " + error;
+    }
+    return said;
 }
 
 std::string FaultOfName(const std::string& name, const std::string& old) {
@@ -114,23 +145,49 @@ LeftBehind EndAlong(const NewNamePlan& plan, const Files& files, Changes& change
     return left;
 }
 
+namespace {
+
+using Way = bool (*)(const NewNamePlan&, const Files&, Changes&, std::string*, LeftBehind*);
+
 // What belongs to it first, so that at no instant the picture is without it.
-bool CarryOutRename(const NewNamePlan& plan, Files& files, Changes& changes, std::string* error,
-                    LeftBehind* left) {
+bool RenameAll(const NewNamePlan& plan, const Files& files, Changes& changes, std::string* error,
+               LeftBehind* left) {
     if (!BringAlong(plan, files, changes, error) ||
         !MakeRoom(files, plan.from, plan.to, changes, error) ||
         !changes.Rename(plan.from, plan.to, error))
-        return TakeBack(changes);
+        return false;
     *left = EndAlong(plan, files, changes);
     return true;
 }
 
-bool CarryOutDuplicate(const NewNamePlan& plan, Files& files, Changes& changes, std::string* error,
-                       LeftBehind*) {
-    return (BringAlong(plan, files, changes, error) &&
-            MakeRoom(files, plan.from, plan.to, changes, error) &&
-            changes.Copy(plan.from, plan.to, error)) ||
-           TakeBack(changes);
+bool DuplicateAll(const NewNamePlan& plan, const Files& files, Changes& changes, std::string* error,
+                  LeftBehind*) {
+    return BringAlong(plan, files, changes, error) &&
+           MakeRoom(files, plan.from, plan.to, changes, error) &&
+           changes.Copy(plan.from, plan.to, error);
+}
+
+bool CarryOut(Way way, const NewNamePlan& plan, Changes& changes, std::string* error,
+              LeftBehind* left) {
+    {
+        Rehearsal rehearsal(changes);
+        LeftBehind ignored;
+        if (way(plan, rehearsal.Disk(), rehearsal.Command(), error, &ignored))
+            changes.PlanWhole(rehearsal.Steps());
+    }
+    return way(plan, changes, changes, error, left) || TakeBack(changes);
+}
+
+} // namespace
+
+bool CarryOutRename(const NewNamePlan& plan, Changes& changes, std::string* error,
+                    LeftBehind* left) {
+    return CarryOut(RenameAll, plan, changes, error, left);
+}
+
+bool CarryOutDuplicate(const NewNamePlan& plan, Changes& changes, std::string* error,
+                       LeftBehind* left) {
+    return CarryOut(DuplicateAll, plan, changes, error, left);
 }
 
 std::vector<std::string> FitsFiles(const Files& files, const std::string& folder) {

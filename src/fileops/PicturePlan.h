@@ -19,6 +19,14 @@ struct DeletePlan {
 // Without the note it stays; sidecars are part of the picture.
 DeletePlan PlanDelete(Belongings& belongings, const std::string& path, bool withNote);
 
+// The command's plan: one picture, or many, with what goes along.
+void PlanThrow(const DeletePlan& plan, Changes& changes);
+void PlanThrows(const std::vector<std::string>& paths, const NotesPlace& notes, bool withNotes,
+                Changes& changes);
+
+// Once the picture has gone. What the message line adds about note and sidecars.
+std::string ThrowAlong(const DeletePlan& plan, Changes& changes);
+
 // Whether a new name can be one: why not, or empty. `old` is the name that the picture has.
 std::string FaultOfName(const std::string& name, const std::string& old);
 
@@ -63,11 +71,11 @@ struct LeftBehind {
 // it. The first that could not.
 LeftBehind EndAlong(const NewNamePlan& plan, const Files& files, Changes& changes);
 
-// Both are false, with the system's text, when they could not be done: everything then stands as it
-// stood. `left` is what a rename could not take away.
-bool CarryOutRename(const NewNamePlan& plan, Files& files, Changes& changes, std::string* error,
+// Both are planned as a whole, and false, with the system's text, when they could not be done:
+// everything then stands as it stood. `left` is what a rename could not take away.
+bool CarryOutRename(const NewNamePlan& plan, Changes& changes, std::string* error,
                     LeftBehind* left);
-bool CarryOutDuplicate(const NewNamePlan& plan, Files& files, Changes& changes, std::string* error,
+bool CarryOutDuplicate(const NewNamePlan& plan, Changes& changes, std::string* error,
                        LeftBehind* left);
 
 // Plain files of a folder that end in ".fit" or ".fits", in any case, as full paths.

@@ -3,11 +3,18 @@
 #include "common/paths.h"
 #include "desk/batch/BatchRun.h"
 #include "fileops/CopyQuestion.h"
+#include "history/Rehearsal.h"
 #include "platform/Files.h"
 
 #include <algorithm>
 
 namespace tarn {
+
+namespace {
+
+constexpr std::size_t kPlannedBetweenSteps = 50;
+
+} // namespace
 
 Outcome PutFiles::Run(const FolderDrop& drop, Changes& changes) {
     if (drop.paths.empty()) return Outcome::Refused();
@@ -40,7 +47,8 @@ Outcome PutFiles::Run(const FolderDrop& drop, Changes& changes) {
 void PutFiles::StepThrough(const CopyPlan& plan, const FolderDrop& drop, Changes& changes) {
     const std::string doing = drop.copy ? "Copying " : "Moving ";
     const BatchRun batch(m);
-    for (std::size_t i = 0; i < plan.size(); ++i) {
+    m_cancelled = !Plan(plan, drop.copy, batch, changes);
+    for (std::size_t i = 0; i < plan.size() && !m_cancelled; ++i) {
         const PlannedCopy& file = plan[i].copies.front();
         const std::string name = LastPart(file.from);
         m_cancelled = !batch.Step(doing + std::to_string(i + 1) + " of " +
@@ -59,21 +67,47 @@ void PutFiles::StepThrough(const CopyPlan& plan, const FolderDrop& drop, Changes
     }
 }
 
+namespace {
+
 // What belongs to it first, so that at no instant the picture is without it.
+bool Put(const NewNamePlan& plan, const PlannedCopy& file, bool copy, const Files& files,
+         Changes& changes, LeftBehind& left, std::string* error) {
+    if (!BringAlong(plan, files, changes, error)) return false;
+    const Standing standing = file.stands ? Standing::ThrowAway : Standing::Refuse;
+    if (copy) return changes.CopyTo(file.from, file.to, error, standing);
+    if (!changes.MoveTo(file.from, file.to, error, standing) || !changes.EndMove(file.from, error))
+        return false;
+    left = EndAlong(plan, files, changes);
+    return true;
+}
+
+} // namespace
+
+// False where it was cancelled.
+bool PutFiles::Plan(const CopyPlan& plan, bool copy, const BatchRun& batch, Changes& changes) {
+    Rehearsal rehearsal(m.files);
+    Belongings belongings(rehearsal.Disk(), m_notes);
+    for (std::size_t i = 0; i < plan.size(); ++i) {
+        if (i % kPlannedBetweenSteps == 0 &&
+            !batch.Step("Planning " + std::to_string(i + 1) + " of " + std::to_string(plan.size())))
+            return false;
+        const PlannedCopy& file = plan[i].copies.front();
+        LeftBehind ignored;
+        Put(PlanPlace(belongings, file.from, file.to), file, copy, rehearsal.Disk(),
+            rehearsal.Command(), ignored, nullptr);
+    }
+    changes.PlanWhole(rehearsal.Steps());
+    return true;
+}
+
 bool PutFiles::PutOne(const PlannedCopy& file, bool copy, Changes& changes, std::string* error) {
     const NewNamePlan plan = PlanPlace(m_belongings, file.from, file.to);
-    if (!BringAlong(plan, m.files, changes, error)) return false;
-    const Standing standing = file.stands ? Standing::ThrowAway : Standing::Refuse;
-    if (!(copy ? changes.CopyTo(file.from, file.to, error, standing)
-               : changes.MoveTo(file.from, file.to, error, standing) &&
-                     changes.EndMove(file.from, error)))
-        return false;
+    LeftBehind left;
+    if (!Put(plan, file, copy, m.files, changes, left, error)) return false;
     m_counts.notes +=
         static_cast<int>(std::count_if(plan.along.begin(), plan.along.end(), [](const Along& each) {
             return each.kind == BelongingKind::Note;
         }));
-    if (copy) return true;
-    const LeftBehind left = EndAlong(plan, m.files, changes);
     if (!left.path.empty() && m_left.path.empty()) m_left = left;
     return true;
 }

@@ -13,19 +13,23 @@
 
 namespace tarn {
 
+class BatchRun;
+
 class PutFiles {
 public:
     PutFiles(Context& context, NotesPlace notes)
-        : m(context), m_belongings(context.files, std::move(notes)) {}
+        : m(context), m_notes(std::move(notes)), m_belongings(context.files, m_notes) {}
 
     // What was done is in `changes`.
     Outcome Run(const FolderDrop& drop, Changes& changes);
 
 private:
     void StepThrough(const CopyPlan& plan, const FolderDrop& drop, Changes& changes);
+    bool Plan(const CopyPlan& plan, bool copy, const BatchRun& batch, Changes& changes);
     bool PutOne(const PlannedCopy& file, bool copy, Changes& changes, std::string* error);
 
     Context& m;
+    NotesPlace m_notes;
     Belongings m_belongings;
     CopyCounts m_counts;
     bool m_cancelled = false;

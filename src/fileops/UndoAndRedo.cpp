@@ -1,5 +1,7 @@
 // Commands taken back and done again, also those of earlier runs and of the console.
 #include "common/paths.h"
+#include "common/sidecar_names.h"
+#include "common/worker.h"
 #include "desk/batch/BatchRun.h"
 #include "desk/batch/DroppedNote.h"
 #include "fileops/FileRoom.h"
@@ -11,7 +13,9 @@
 #include "widgets/FolderTreeview.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QThread>
 
 namespace tarn {
 
@@ -19,24 +23,45 @@ namespace {
 
 constexpr int kProgressEvery = 50; // milliseconds; the screen would cost more than the disk
 const std::vector<std::string> kGoOn{"Go on without", "Cancel"};
-const std::vector<std::string> kBrokenOff{"Finish", "Take back", "Leave as it is"};
-constexpr int kFinish = 0;
-constexpr int kTakeBack = 1;
+constexpr const char* kFinish = "Finish";
+constexpr const char* kTakeBack = "Take back";
+constexpr const char* kLeave = "Leave as it is";
 
-void Name(QAction* entry, const std::string& verb, const std::optional<CommandRow>& next) {
-    SetEnabled(entry, next.has_value());
-    entry->setText(ToQt(verb) + (next ? QLatin1Char(' ') + ToCaption(next->what) : QString()));
+void Name(QAction* entry, const std::string& verb, const std::string& next) {
+    SetEnabled(entry, !next.empty());
+    entry->setText(ToQt(verb) + (next.empty() ? QString() : QLatin1Char(' ') + ToCaption(next)));
+}
+
+std::string WhatOf(const std::optional<CommandRow>& row) {
+    return row ? row->what : std::string();
 }
 
 } // namespace
 
 void FileRoom::Started() {
-    m.history.onUnwritable = [this](const std::string& text) {
-        return m.dialogs.Choose(Dialogs::Icon::Exclamation, "History", text, kGoOn) == 0;
-    };
+    m.history.onUnwritable = [this](const std::string& text) { return AskGoOn(text); };
     if (const std::string notice = m.history.Notice(); !notice.empty()) m.shell.ShowError(notice);
     ShowUndo();
     AskAboutBrokenOff();
+    Prune();
+}
+
+// The thread of a command that is not this one waits for the answer.
+bool FileRoom::AskGoOn(const std::string& text) {
+    const bool isHere = QThread::currentThread() == m_here.thread();
+    bool goesOn = false;
+    QMetaObject::invokeMethod(
+        &m_here,
+        [&] { goesOn = m.dialogs.Choose(Dialogs::Icon::Exclamation, "History", text, kGoOn) == 0; },
+        isHere ? Qt::DirectConnection : Qt::BlockingQueuedConnection);
+    return goesOn;
+}
+
+// Also the marks, which another thread writes, are done and known of.
+Outcome FileRoom::KnowAllDone() {
+    Outcome written = m.marks.Flush();
+    QCoreApplication::sendPostedEvents(&m_here, QEvent::MetaCall);
+    return written;
 }
 
 void FileRoom::ShowUndo() {
@@ -44,14 +69,15 @@ void FileRoom::ShowUndo() {
     const auto redo = m.history.NextToRedo();
     m_nextUndo = undo ? undo->id : 0;
     m_nextRedo = redo ? redo->id : 0;
-    Name(m.controls.UndoButton, "&Undo", undo);
-    Name(m.controls.RedoButton, "Redo", redo);
+    const std::string toCome = m.marks.CommandToCome(); // Undo waits for it
+    Name(m.controls.UndoButton, "&Undo", toCome.empty() ? WhatOf(undo) : toCome);
+    Name(m.controls.RedoButton, "Redo", toCome.empty() ? WhatOf(redo) : std::string());
     if (m_historyWindow && m_historyWindow->isVisible()) m_historyWindow->ReadAgain();
 }
 
 // The menu may name what another program has already taken back, or done something behind.
 void FileRoom::UndoButton_Click() {
-    if (const Outcome written = m.marks.Flush(); !written) return m.shell.Tell(written);
+    if (const Outcome written = KnowAllDone(); !written) return m.shell.Tell(written);
     const auto next = m.history.NextToUndo();
     if (next && next->id == m_nextUndo)
         return Turn(*next, "Undoing ", [this](const GoOn& goOn) { return m.history.Undo(goOn); });
@@ -62,7 +88,7 @@ void FileRoom::UndoButton_Click() {
 }
 
 void FileRoom::RedoButton_Click() {
-    if (const Outcome written = m.marks.Flush(); !written) return m.shell.Tell(written);
+    if (const Outcome written = KnowAllDone(); !written) return m.shell.Tell(written);
     const auto next = m.history.NextToRedo();
     if (next && next->id == m_nextRedo)
         return Turn(*next, "Doing again ",
@@ -104,11 +130,11 @@ void FileRoom::HistoryButton_Click() {
     if (!m_historyWindow) {
         m_historyWindow = std::make_unique<frmHistory>(m);
         m_historyWindow->onUndo = [this](const CommandRow& row) {
-            if (const Outcome written = m.marks.Flush(); !written) return m.shell.Tell(written);
+            if (const Outcome written = KnowAllDone(); !written) return m.shell.Tell(written);
             Turn(row, "Undoing ", [&](const GoOn& goOn) { return m.history.UndoOf(row.id, goOn); });
         };
         m_historyWindow->onRedo = [this](const CommandRow& row) {
-            if (const Outcome written = m.marks.Flush(); !written) return m.shell.Tell(written);
+            if (const Outcome written = KnowAllDone(); !written) return m.shell.Tell(written);
             Turn(row, "Doing again ",
                  [&](const GoOn& goOn) { return m.history.RedoOf(row.id, goOn); });
         };
@@ -126,16 +152,25 @@ void FileRoom::ShowFile(const std::string& path) {
         m.controls.FolderTreeview1->SetSelectedPath(folder);
         m.controls.FolderTreeview1->Reveal(folder);
     }
-    const int row = m.controls.FileListBox->RowOf(LastPart(path));
+    int row = m.controls.FileListBox->RowOf(LastPart(path));
+    if (row < 0 && IsSidecarName(path)) // of the picture that has it
+        row = m.controls.FileListBox->RowOf(LastPart(path.substr(0, path.rfind('.'))));
     if (row < 0)
         return m.shell.ShowMessage("'" + LastPart(path) + "' is not in the list of " + folder);
     m.navigation.ClearMultiselect();
     m.navigation.SelectRow(row);
 }
 
-void FileRoom::End() {
+// Behind the user's back, in small pieces.
+void FileRoom::Prune() {
     constexpr std::int64_t kMegabyte = 1 << 20;
-    m.history.Prune(m.state.HistoryDays, m.state.HistoryMegabytes * kMegabyte);
+    m_pruner = std::make_unique<Worker>(
+        [&history = m.history, days = m.state.HistoryDays,
+         bytes = m.state.HistoryMegabytes * kMegabyte] { history.Prune(days, bytes); });
+}
+
+void FileRoom::End() {
+    m_pruner.reset();
 }
 
 void FileRoom::AskAboutBrokenOff() {
@@ -144,16 +179,21 @@ void FileRoom::AskAboutBrokenOff() {
         const auto done = std::count_if(steps.begin(), steps.end(), [](const Step& step) {
             return step.state == StepState::Done;
         });
+        std::vector<std::string> ways{kTakeBack, kLeave};
+        if (m.history.MayFinish(row)) ways.insert(ways.begin(), kFinish);
         const int choice = m.dialogs.Choose(
             Dialogs::Icon::Exclamation, "History",
             "'" + row.what + "' was broken off when the program ended: " + std::to_string(done) +
                 " of " + std::to_string(steps.size()) + " steps are done in " + row.folder + ".",
-            kBrokenOff);
-        if (choice == kFinish)
+            ways);
+        const std::string way = choice < 0 ? std::string() : ways[std::size_t(choice)];
+        if (way == kFinish)
             Turn(row, "Finishing ",
                  [&](const GoOn& goOn) { return m.history.RedoOf(row.id, goOn); });
-        if (choice == kTakeBack)
+        else if (way == kTakeBack)
             Turn(row, "Undoing ", [&](const GoOn& goOn) { return m.history.UndoOf(row.id, goOn); });
+        else if (way == kLeave && m.history.Leave(row))
+            ShowUndo();
     }
 }
 

@@ -183,7 +183,8 @@ void frmHistory::SetCommands() {
     const CommandRow* row = Chosen();
     const bool broken = row && row->isBrokenOff;
     m_undo->setEnabled(broken || (row && row->state == CommandState::Done));
-    m_redo->setEnabled(broken || (row && row->state == CommandState::Undone));
+    m_redo->setEnabled((broken && m.history.MayFinish(*row)) ||
+                       (row && row->state == CommandState::Undone));
     m_undo->setText(broken ? QStringLiteral("Take &Back") : QStringLiteral("&Undo This"));
     m_redo->setText(broken ? QStringLiteral("F&inish") : QStringLiteral("&Redo This"));
     m_show->setEnabled(!ChosenFile().empty());

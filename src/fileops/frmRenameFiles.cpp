@@ -308,7 +308,7 @@ RenamePlan frmRenameFiles::PlanAll(const RenamePlan& pictures,
     AddSteps(noted, changes, steps);
     if (auto sidecars = SidecarRows(pictures.rows, before); !sidecars.empty())
         AddSteps(PlanRenames(Folder(), std::move(sidecars), before), changes, steps);
-    changes.Plan(std::move(steps));
+    changes.PlanWhole(std::move(steps));
     return noted;
 }
 

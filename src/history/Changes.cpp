@@ -29,8 +29,7 @@ Changes::Changes(History& history, std::string what)
     : m_history(history), m_files(history.Disk()), m_what(std::move(what)) {}
 
 Changes::~Changes() {
-    for (const std::string& folder : m_touched) m_files.Flush(folder);
-    End();
+    Close();
 }
 
 FileLook Changes::LookAt(const std::string& path) {
@@ -69,6 +68,11 @@ bool Changes::Plan(std::vector<Step> steps, std::string* error) {
     return false;
 }
 
+void Changes::PlanWhole(std::vector<Step> steps) {
+    m_isWhole = m_steps.empty() && !steps.empty();
+    Plan(std::move(steps));
+}
+
 Step Changes::PlanRename(const std::string& from, const std::string& to) {
     return NewStep(StepKind::Renamed, from, to);
 }
@@ -86,6 +90,14 @@ Step Changes::PlanWriteAt(const std::string& path, std::size_t offset, std::stri
     Step step = NewStep(StepKind::WrittenAt, path);
     step.offset = static_cast<std::int64_t>(offset);
     step.oldBytes = std::move(oldBytes);
+    step.newBytes = std::move(newBytes);
+    return step;
+}
+
+Step Changes::PlanWrite(const std::string& path, std::optional<std::string> newBytes) {
+    Step step = NewStep(StepKind::Written, path);
+    if (step.before.inode != 0 && step.before.bytes <= std::int64_t(kMostKept))
+        step.oldBytes = m_files.Read(path, kMostKept);
     step.newBytes = std::move(newBytes);
     return step;
 }
@@ -113,15 +125,18 @@ bool Changes::MayWrite(bool written, std::string* error) {
     return written;
 }
 
-bool Changes::IsRefused(std::string* error) const {
+bool Changes::TellRefused(std::string* error) const {
+    if (m_isClosed) return !Refuse(error, "the command has ended");
     if (!m_refusal.empty() && error) *error = m_refusal;
     return !m_refusal.empty();
 }
 
 bool Changes::Begin(std::string* error) {
-    return m_id != 0 ||
-           MayWrite(m_history.Begin(m_what, FolderOf(m_steps.front().from), m_steps, &m_id, error),
-                    error);
+    return m_id != 0 || MayWrite(m_history.Begin({.what = m_what,
+                                                  .folder = FolderOf(m_steps.front().from),
+                                                  .isWhole = m_isWhole},
+                                                 m_steps, &m_id, error),
+                                 error);
 }
 
 std::size_t Changes::GoTo(std::size_t at) {
@@ -131,17 +146,33 @@ std::size_t Changes::GoTo(std::size_t at) {
 
 std::optional<std::size_t> Changes::WriteDown(StepKind kind, const std::string& from,
                                               const std::string& to, std::string* error) {
-    if (IsRefused(error)) return {};
+    if (TellRefused(error)) return {};
     const auto at = FindPlanned(kind, from, to, 0);
-    if (!at) return WriteDown(NewStep(kind, from, to), error);
+    if (!at || m_steps[*at].before.inode == 0) return WriteDown(NewStep(kind, from, to), error);
     if (!Begin(error)) return {};
     return GoTo(*at);
 }
 
+// What was not there to be looked at when it was planned, or has changed since.
+void Changes::KnowBetter(Step& planned, Step now) {
+    if (planned.oldBytes != now.oldBytes) {
+        planned.before = now.before;
+        planned.oldBytes = std::move(now.oldBytes);
+    } else if (planned.before.inode == 0 && now.before.inode != 0 &&
+               planned.kind != StepKind::Written) {
+        planned.before = now.before;
+    } else if (planned.kind != StepKind::Dropped) {
+        return;
+    }
+    planned.after = now.after;
+    m_changed.insert(planned.number);
+}
+
 std::optional<std::size_t> Changes::WriteDown(Step step, std::string* error) {
-    if (IsRefused(error)) return {};
+    if (TellRefused(error)) return {};
     const auto at = FindPlanned(step.kind, step.from, step.to, step.offset);
     if (at && !Begin(error)) return {};
+    if (at) KnowBetter(m_steps[*at], std::move(step));
     if (at) return GoTo(*at);
     step.number = (m_next > 0 ? m_steps[m_next - 1].number : 0) + 1;
     m_steps.insert(m_steps.begin() + std::ptrdiff_t(m_next), std::move(step));
@@ -270,7 +301,9 @@ Moved Changes::Move(const std::string& from, const std::string& to, std::string*
     const auto before = m_files.Look(from);
     bool refused = false;
     const auto thrown = replaced ? WriteDownReplaced(to, error, &refused) : std::nullopt;
-    const auto at = refused ? std::nullopt : WriteDown(StepKind::Renamed, from, to, error);
+    const bool elsewhere = m_files.Volume(FolderOf(from)) != m_files.Volume(FolderOf(to));
+    const auto kind = elsewhere ? StepKind::Made : StepKind::Renamed;
+    const auto at = refused ? std::nullopt : WriteDown(kind, from, to, error);
     if (!at) return Moved::No;
     const Moved moved = m_files.Move(from, to, error, replaced);
     Finish(*at, moved != Moved::No);
@@ -327,11 +360,7 @@ bool Changes::WriteOver(const std::string& path, std::optional<std::string> newB
                        m_steps[m_next - 1].state == StepState::Done;
     std::size_t at = m_next - (again ? 1 : 0);
     if (!again) {
-        Step step = NewStep(StepKind::Written, path);
-        if (step.before.inode != 0 && step.before.bytes <= std::int64_t(kMostKept))
-            step.oldBytes = m_files.Read(path, kMostKept);
-        step.newBytes = newBytes;
-        const auto place = WriteDown(std::move(step), error);
+        const auto place = WriteDown(PlanWrite(path, newBytes), error);
         if (!place) return false;
         at = *place;
     }
@@ -368,14 +397,27 @@ bool Changes::WriteAt(const std::string& path, std::size_t offset, std::string_v
 
 bool Changes::SetTimes(const std::string& path, std::int64_t when, std::string* error) {
     const auto at = WriteDown(PlanTimes(path, when), error);
-    return at && Finish(*at, m_files.SetTimes(path, when, error));
+    if (!at || !Finish(*at, m_files.SetTimes(path, when, error))) return false;
+    KnowTime(m_steps[*at]);
+    return true;
 }
 
 bool Changes::PutTimeBack(const std::string& path, const FileLook& then, std::string* error) {
     Step step = PlanTimes(path, then.seconds);
     step.after.nanoseconds = then.nanoseconds;
     const auto at = WriteDown(std::move(step), error);
-    return at && Finish(*at, m_files.PutTimeBack(path, then, error));
+    if (!at || !Finish(*at, m_files.PutTimeBack(path, then, error))) return false;
+    KnowTime(m_steps[*at]);
+    return true;
+}
+
+// Some disks keep every other second only.
+void Changes::KnowTime(Step& dated) {
+    const auto now = m_files.Look(dated.from);
+    if (!now || now->seconds == dated.after.seconds) return;
+    dated.after.seconds = now->seconds;
+    dated.after.nanoseconds = now->nanoseconds;
+    m_changed.insert(dated.number);
 }
 
 bool Changes::MakeFolder(const std::string& path, std::string* error) {
@@ -392,17 +434,14 @@ int Changes::RemoveFolder(const std::string& path, std::string* error) {
     return failed;
 }
 
-Step Changes::PlanMark(const std::string& path, const Mark& before, const Mark& after) {
+bool Changes::Marked(const std::string& path, const Mark& before, const Mark& after,
+                     std::string* error) {
     Step step;
     step.kind = StepKind::Marked;
     step.from = path;
     step.oldBytes = PackMark(before);
     step.newBytes = PackMark(after);
-    return step;
-}
-
-bool Changes::Marked(const Step& planned, std::string* error) {
-    const auto at = WriteDown(planned, error);
+    const auto at = WriteDown(std::move(step), error);
     return at && Finish(*at, true);
 }
 
@@ -433,8 +472,11 @@ bool Changes::Has(StepKind kind, const std::string& from) const {
     });
 }
 
-void Changes::End() {
-    if (m_id == 0) return;
+void Changes::Close() {
+    for (const std::string& folder : m_touched) m_files.Flush(folder);
+    m_touched.clear();
+    if (m_id == 0 || m_isClosed) return;
+    m_isClosed = true;
     std::vector<Step> changed;
     std::unordered_set<std::string_view> files;
     for (Step& step : m_steps) {

@@ -44,6 +44,8 @@ public:
     // change, so that none of these asks the disk by itself. What is done otherwise is written down
     // when it is.
     bool Plan(std::vector<Step> steps, std::string* error = nullptr);
+    // All that the command will do, before its first change: after a kill the rest can be done.
+    void PlanWhole(std::vector<Step> steps);
     Step PlanRename(const std::string& from, const std::string& to);
     // What a step that is planned leaves at a path, where another one takes it up.
     void WillStand(const std::string& path, const FileLook& look) { m_planned[path] = look; }
@@ -51,7 +53,8 @@ public:
     Step PlanThrow(const std::string& path);
     Step PlanWriteAt(const std::string& path, std::size_t offset, std::string oldBytes,
                      std::string newBytes);
-    Step PlanMark(const std::string& path, const Mark& before, const Mark& after);
+    // Without new bytes it cannot be done again.
+    Step PlanWrite(const std::string& path, std::optional<std::string> newBytes);
     Step PlanTimes(const std::string& path, std::int64_t when);
 
     bool ThrowAway(const std::string& path, std::string* error) {
@@ -67,12 +70,11 @@ public:
     // A copy that stood for a rename: the old file goes, for its bytes are in the new one. Where it
     // cannot, `error` says why, and both stay.
     bool EndRename(const std::string& from, const std::string& to, std::string* error);
-    // A mark that the command is about to change, as it was planned or not.
-    bool Marked(const Step& planned, std::string* error);
-    bool Marked(const std::string& path, const Mark& before, const Mark& after,
-                std::string* error) {
-        return Marked(PlanMark(path, before, after), error);
-    }
+    // A mark that the command changes, and no sidecar takes.
+    bool Marked(const std::string& path, const Mark& before, const Mark& after, std::string* error);
+
+    // All is done, ahead of what only shows it: the command ends now, not with its scope.
+    void Close();
 
     // Everything that was done, or all but the first `kept`, taken back, the last first; what could
     // not be stays written down, and the first failure's text is in `error`.
@@ -81,6 +83,8 @@ public:
 
     std::vector<Step> Done() const;              // what was done and stands
     std::size_t Count() const { return m_done; } // of what was done and stands
+    // It cannot be written down, and nobody lets it go on without: it changes nothing any more.
+    bool IsRefused() const { return !m_refusal.empty(); }
     bool HasThrown(const std::string& path) const { return Has(StepKind::ThrownAway, path); }
 
     // What the real file system answers.
@@ -108,6 +112,7 @@ public:
     bool Trash(const std::string& path, std::string* error, std::string* where) override;
     std::vector<std::string> TrashAll(const std::vector<std::string>& paths) override;
     bool Restore(const std::string& where, const std::string& path, std::string* error) override;
+    void Sweep(const std::string& folder) override;
     bool Remove(const std::string& path, std::string* error) override;
     bool Rename(const std::string& from, const std::string& to, std::string* error) override;
     bool Copy(const std::string& from, const std::string& to, std::string* error,
@@ -137,9 +142,10 @@ private:
                                          const std::string& to, std::string* error);
     std::optional<std::size_t> FindPlanned(StepKind kind, const std::string& from,
                                            const std::string& to, std::int64_t offset) const;
+    void KnowBetter(Step& planned, Step now);
     bool Begin(std::string* error);
     bool MayWrite(bool written, std::string* error);
-    bool IsRefused(std::string* error) const;
+    bool TellRefused(std::string* error) const;
     std::size_t GoTo(std::size_t at);
     std::optional<std::size_t> WriteDownReplaced(const std::string& to, std::string* error,
                                                  bool* refused);
@@ -150,14 +156,16 @@ private:
                    const std::function<bool()>& write, std::string* error);
     bool Has(StepKind kind, const std::string& from) const;
     void Touch(const std::string& path);
-    void End();
+    void KnowTime(Step& dated);
 
     History& m_history;
     Files& m_files;
     std::string m_what;
     bool m_isUnasked = false;
-    std::string m_refusal; // why it may change nothing any more
-    std::int64_t m_id = 0; // 0: not begun
+    bool m_isClosed = false;
+    bool m_isWhole = false; // in the plan
+    std::string m_refusal;  // why it may change nothing any more
+    std::int64_t m_id = 0;  // 0: not begun
     std::vector<Step> m_steps;
     std::size_t m_done = 0;
     std::size_t m_next = 0;           // first step that is not done with

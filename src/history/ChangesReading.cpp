@@ -55,6 +55,9 @@ std::string Changes::PicturesFolder() const {
 std::string Changes::StateFolder() const {
     return m_files.StateFolder();
 }
+void Changes::Sweep(const std::string& folder) {
+    m_files.Sweep(folder);
+}
 void Changes::Flush(const std::string& folder) {
     m_files.Flush(folder);
 }

@@ -29,6 +29,13 @@ struct CommandRow {
     std::int64_t files = 0; // that it changed
     CommandState state = CommandState::Running;
     bool isBrokenOff = false; // its program ended before it did
+    bool isWhole = false;     // all of it was planned before it began
+};
+
+struct NewCommand {
+    std::string what;
+    std::string folder; // of its first file
+    bool isWhole = false;
 };
 
 } // namespace tarn

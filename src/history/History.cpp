@@ -1,6 +1,7 @@
 #include "history/History.h"
 
 #include "common/paths.h"
+#include "common/sidecar_names.h"
 #include "history/StepsOnDisk.h"
 
 #include <algorithm>
@@ -43,9 +44,29 @@ std::string NamedBy(const Step& step) {
     return LastPart(step.kind == StepKind::Made ? step.to : step.from);
 }
 
-bool BringsBack(StepKind kind) {
-    return kind != StepKind::Made && kind != StepKind::FolderMade && kind != StepKind::Dated &&
-           kind != StepKind::Marked;
+// What the killed command has left beside its files.
+void SweepFolders(const std::vector<Step>& steps, Files& files) {
+    std::set<std::string> folders;
+    for (const Step& step : steps) {
+        folders.insert(FolderOf(step.from));
+        const bool isThere = step.kind == StepKind::Made || step.kind == StepKind::Renamed;
+        if (isThere) folders.insert(FolderOf(step.to));
+    }
+    for (const std::string& folder : folders) files.Sweep(folder);
+}
+
+bool BringsBack(const Step& step) {
+    switch (step.kind) {
+    case StepKind::Made:
+    case StepKind::FolderMade:
+    case StepKind::Dated:
+    case StepKind::Marked:
+        return false;
+    case StepKind::Written:
+        return step.before.inode != 0 && !IsSidecarName(LastPart(step.from));
+    default:
+        return true;
+    }
 }
 
 } // namespace
@@ -59,54 +80,58 @@ Mark UnpackMark(const std::string& text) {
     return {static_cast<Decision>(text[0] - '0'), text[1] - '0'};
 }
 
-Journal& History::Book() {
-    if (!m_journal) {
-        if (m_isShared) m_file = JoinPath(m_files.StateFolder(), "history.db");
-        m_journal = std::make_unique<Journal>(m_file);
-    }
-    return *m_journal;
+History::Ledger History::Book() {
+    const std::lock_guard lock(m_mutex);
+    if (m_isShared && !m_journal) m_file = JoinPath(m_files.StateFolder(), "history.db");
+    if (!m_journal) m_journal = std::make_shared<Journal>(m_file);
+    return m_journal;
 }
 
-Journal* History::Standing() {
-    if (m_isShared) m_file = JoinPath(m_files.StateFolder(), "history.db");
-    return m_journal || m_file.empty() || m_files.Look(m_file) ? &Book() : nullptr;
+History::Ledger History::Standing() {
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_isShared) m_file = JoinPath(m_files.StateFolder(), "history.db");
+        if (!m_journal && !m_file.empty() && !m_files.Look(m_file)) return nullptr;
+    }
+    return Book();
 }
 
 std::string History::Notice() {
-    const Journal* journal = Standing();
+    const Ledger journal = Standing();
     if (!journal || journal->PutAside().empty()) return {};
     return "The history was damaged and is put aside as '" + journal->PutAside() + "'";
 }
 
 std::optional<CommandRow> History::NextToUndo() {
-    Journal* journal = Standing();
+    EndLate();
+    const Ledger journal = Standing();
     return journal ? journal->NextToUndo() : std::nullopt;
 }
 
 std::optional<CommandRow> History::NextToRedo() {
-    Journal* journal = Standing();
+    const Ledger journal = Standing();
     return journal ? journal->NextToRedo() : std::nullopt;
 }
 
 std::vector<CommandRow> History::List(const Listing& which) {
-    Journal* journal = Standing();
+    const Ledger journal = Standing();
     return journal ? journal->List(which) : std::vector<CommandRow>();
 }
 
 std::vector<CommandRow> History::BrokenOff() {
-    Journal* journal = Standing();
+    const Ledger journal = Standing();
     return journal ? journal->BrokenOff() : std::vector<CommandRow>();
 }
 
 bool History::Forget() {
-    Journal* journal = Standing();
+    const Ledger journal = Standing();
     if (!journal) return true;
     for (const CommandRow& row : journal->BrokenOff()) journal->Drop(row.id);
     return journal->Forget() == Wrote::Yes;
 }
 
 bool History::Prune(std::int64_t days, std::int64_t bytes) {
-    Journal* journal = Standing();
+    const Ledger journal = Standing();
     return !journal || journal->Prune(days, bytes) == Wrote::Yes;
 }
 
@@ -116,7 +141,7 @@ bool History::MayGoOn(Wrote wrote, std::string* error) {
         if (error) *error = kLocked;
         return false;
     }
-    const std::string text = "History cannot be written: " + Book().Reason();
+    const std::string text = "History cannot be written: " + Book()->Reason();
     m_isRefused =
         m_isRefused || m_goesWithout || !onUnwritable || !onUnwritable(text + ". Go on without?");
     if (m_isRefused) {
@@ -124,41 +149,69 @@ bool History::MayGoOn(Wrote wrote, std::string* error) {
         return false;
     }
     m_goesWithout = true;
-    m_journal = std::make_unique<Journal>(std::string());
+    const std::lock_guard lock(m_mutex);
+    m_journal = std::make_shared<Journal>(std::string());
     return true;
 }
 
-bool History::Begin(const std::string& what, const std::string& folder, std::span<const Step> plan,
-                    std::int64_t* id, std::string* error) {
-    const Wrote wrote = Book().Begin(what, folder, plan, id);
+bool History::Begin(const NewCommand& command, std::span<const Step> plan, std::int64_t* id,
+                    std::string* error) {
+    EndLate();
+    Wrote wrote = Book()->Begin(command, plan, id);
+    if (wrote == Wrote::No && BeginAnew()) wrote = Book()->Begin(command, plan, id);
     if (wrote == Wrote::Yes) return true;
-    return MayGoOn(wrote, error) && Book().Begin(what, folder, plan, id) == Wrote::Yes;
+    return MayGoOn(wrote, error) && Book()->Begin(command, plan, id) == Wrote::Yes;
 }
 
 bool History::Add(std::int64_t id, std::span<const Step> steps, std::string* error) {
-    const Wrote wrote = Book().AddSteps(id, steps);
+    const Wrote wrote = Book()->AddSteps(id, steps);
     if (wrote == Wrote::Yes) return true;
     // In the midst of a command another try costs nothing, a command in halves does.
-    if (wrote == Wrote::Locked && Book().AddSteps(id, steps) == Wrote::Yes) return true;
+    if (wrote == Wrote::Locked && Book()->AddSteps(id, steps) == Wrote::Yes) return true;
     return MayGoOn(wrote, error);
 }
 
-// Where this fails the next run finds it broken off, and all of it done.
+// A damaged one is put aside; the next command has a new one.
+bool History::BeginAnew() {
+    const std::lock_guard lock(m_mutex);
+    if (!m_journal || !m_journal->IsDamaged()) return false;
+    m_journal.reset(); // closes it, unless another thread still reads it
+    m_journal = std::make_shared<Journal>(m_file, Journal::Known::Damaged);
+    return m_journal->IsOpen();
+}
+
+void History::EndLate() {
+    std::vector<std::function<Wrote(Journal&)>> late;
+    {
+        const std::lock_guard lock(m_mutex);
+        late.swap(m_late);
+    }
+    std::erase_if(late, [this](const auto& end) { return end(*Book()) == Wrote::Yes; });
+    const std::lock_guard lock(m_mutex);
+    m_late.insert(m_late.begin(), std::make_move_iterator(late.begin()),
+                  std::make_move_iterator(late.end()));
+}
+
+// Where this fails it is tried again with the next command; or the next run finds it broken off,
+// and all of it done.
 void History::End(std::int64_t id, const std::string& what, std::size_t files,
                   std::span<const Step> changed, Ended how) {
-    const auto count = static_cast<std::int64_t>(files);
-    if (files == 0)
-        Book().Drop(id);
-    else if (how == Ended::Unasked)
-        Book().EndQuietly(id, what, count, changed);
-    else
-        Book().End(id, what, count, changed,
-                   how == Ended::ForGood ? CommandState::Final : CommandState::Done);
+    const auto end = [=, steps = std::vector<Step>(changed.begin(), changed.end())](Journal& book) {
+        const auto count = static_cast<std::int64_t>(files);
+        if (files == 0) return book.Drop(id);
+        if (how == Ended::Unasked) return book.EndQuietly(id, what, count, steps);
+        return book.End(id, what, count, steps,
+                        how == Ended::ForGood ? CommandState::Final : CommandState::Done);
+    };
+    if (end(*Book()) != Wrote::Yes) {
+        const std::lock_guard lock(m_mutex);
+        m_late.emplace_back(end);
+    }
     if (onEnd) onEnd();
 }
 
 std::vector<Step> History::StepsOf(const CommandRow& row) {
-    std::vector<Step> steps = Book().StepsOf(row.id);
+    std::vector<Step> steps = Book()->StepsOf(row.id);
     if (HasEnded(row.state)) {
         const StepState asItsCommand =
             row.state == CommandState::Undone ? StepState::Undone : StepState::Done;
@@ -192,16 +245,16 @@ UndoResult History::Redo(const GoOn& goOn) {
 // The command that has one of its files since; empty when none has.
 std::string History::TouchedSince(const CommandRow& row) {
     std::set<std::string> paths;
-    for (const Step& step : Book().StepsOf(row.id)) paths.insert({step.from, step.to});
+    for (const Step& step : Book()->StepsOf(row.id)) paths.insert({step.from, step.to});
     paths.erase("");
-    for (const CommandRow& later : Book().Later(row.id))
-        for (const Step& step : Book().StepsOf(later.id))
+    for (const CommandRow& later : Book()->Later(row.id))
+        for (const Step& step : Book()->StepsOf(later.id))
             if (paths.count(step.from) > 0 || paths.count(step.to) > 0) return later.what;
     return {};
 }
 
 UndoResult History::UndoOf(std::int64_t id, const GoOn& goOn) {
-    const auto row = Book().Find(id);
+    const auto row = Book()->Find(id);
     if (!row) return {false, "There is no command " + std::to_string(id), {}, {}};
     if (row->isBrokenOff)
         return Turn(*row, row->state == CommandState::Undoing ? Way::Again : Way::Back, goOn);
@@ -221,9 +274,35 @@ UndoResult History::UndoOf(std::int64_t id, const GoOn& goOn) {
     return Turn(*row, Way::Back, goOn);
 }
 
+bool History::MayFinish(const CommandRow& row) {
+    if (row.state != CommandState::Running) return true; // taken back, or done again
+    const std::vector<Step> steps = StepsOf(row);
+    return row.isWhole && std::all_of(steps.begin(), steps.end(), [](const Step& step) {
+               return step.state == StepState::Done || step.kind != StepKind::Written ||
+                      step.newBytes;
+           });
+}
+
+bool History::Leave(const CommandRow& row) {
+    std::vector<Step> steps = StepsOf(row);
+    for (Step& step : steps)
+        if (step.state == StepState::Planned) step.state = StepState::Done;
+    const bool isDone = std::any_of(steps.begin(), steps.end(),
+                                    [](const Step& step) { return step.state == StepState::Done; });
+    SweepFolders(steps, m_files);
+    if (!isDone && row.state == CommandState::Running) return Book()->Drop(row.id) == Wrote::Yes;
+    return Book()->EndTurn(row.id, isDone ? CommandState::Done : CommandState::Undone, steps) ==
+           Wrote::Yes;
+}
+
 UndoResult History::RedoOf(std::int64_t id, const GoOn& goOn) {
-    const auto row = Book().Find(id);
+    const auto row = Book()->Find(id);
     if (!row) return {false, "There is no command " + std::to_string(id), {}, {}};
+    if (row->isBrokenOff && !MayFinish(*row))
+        return {false,
+                "NOT done again: " + row->what + "; what was still to be done is not known",
+                {},
+                {}};
     if (row->isBrokenOff)
         return Turn(*row, row->state == CommandState::Undoing ? Way::Back : Way::Again, goOn);
     if (row->state != CommandState::Undone)
@@ -264,7 +343,7 @@ void WalkStep(Step& step, bool back, Files& files, const GoOn& goOn, Walk& walk)
         walk.touched.insert({FolderOf(step.from), FolderOf(step.to)});
     if (step.kind == StepKind::Marked)
         walk.result.marks.push_back({step.from, ChangeOf(step, back)});
-    if (back && BringsBack(step.kind)) walk.result.back.push_back(step.from);
+    if (back && BringsBack(step)) walk.result.back.push_back(step.from);
     if (!back && (step.kind == StepKind::Renamed || step.kind == StepKind::Made))
         walk.result.back.push_back(step.to);
 }
@@ -275,10 +354,10 @@ UndoResult History::Turn(const CommandRow& row, Way way, const GoOn& goOn) {
     const bool back = way == Way::Back;
     const std::string not_ = back ? "NOT undone: " : "NOT done again: ";
     std::vector<Step> steps = StepsOf(row);
-    const Wrote begun = Book().Turn(row, back ? CommandState::Undoing : CommandState::Redoing);
+    const Wrote begun = Book()->Turn(row, back ? CommandState::Undoing : CommandState::Redoing);
     if (begun != Wrote::Yes)
         return {false,
-                not_ + row.what + "; " + (begun == Wrote::Locked ? kLocked : Book().Reason()),
+                not_ + row.what + "; " + (begun == Wrote::Locked ? kLocked : Book()->Reason()),
                 {},
                 {}};
     Walk walk;
@@ -292,14 +371,15 @@ UndoResult History::Turn(const CommandRow& row, Way way, const GoOn& goOn) {
     else
         std::for_each(steps.begin(), steps.end(), visit);
     for (const std::string& folder : walk.touched) m_files.Flush(folder);
+    if (row.isBrokenOff) SweepFolders(steps, m_files);
     // Steps that were not reached say what they are, whatever their command is now.
     for (Step& step : steps)
         if (step.state == StepState::Planned) step.state = StepState::Done;
     const bool isDone =
         back ? walk.left > 0 : walk.gone > 0 || walk.left == 0 || row.state != CommandState::Undone;
-    Book().EndTurn(row.id, isDone ? CommandState::Done : CommandState::Undone, steps,
-                   back && walk.left > 0 && !walk.stopped ? Journal::Behind::AllOthers
-                                                          : Journal::Behind::None);
+    Book()->EndTurn(row.id, isDone ? CommandState::Done : CommandState::Undone, steps,
+                    back && walk.left > 0 && !walk.stopped ? Journal::Behind::AllOthers
+                                                           : Journal::Behind::None);
     UndoResult result = std::move(walk.result);
     if (back) std::reverse(result.back.begin(), result.back.end());
     result.done = walk.left == 0;

@@ -6,8 +6,10 @@
 #include "history/Journal.h"
 #include "platform/Files.h"
 
+#include <atomic>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <set>
 #include <span>
@@ -35,6 +37,7 @@ struct UndoResult {
 // Asked with the number of the step to come, from 1; false breaks it off.
 using GoOn = std::function<bool(std::size_t number)>;
 
+// From any thread; commands of one thread come one after the other.
 class History {
 public:
     // In this file, opened at first need; without a name in memory, for this run.
@@ -43,7 +46,7 @@ public:
     explicit History(Files& files) : m_files(files), m_isShared(true) {}
 
     // Asked once a run, when the history cannot be written, whether commands go on without; they do
-    // not where nobody is asked.
+    // not where nobody is asked. On the thread of the command.
     std::function<bool(const std::string& text)> onUnwritable;
 
     Files& Disk() { return m_files; }
@@ -69,33 +72,43 @@ public:
 
     std::vector<CommandRow> List(const Listing& which);
     std::vector<CommandRow> BrokenOff();
+    // Whether what a broken-off command had still to do is known; else it can only be taken back,
+    // or be left as far as it came.
+    bool MayFinish(const CommandRow& row);
+    bool Leave(const CommandRow& row);
     // With their states as they are, of one that was broken off by a look at the disk.
     std::vector<Step> StepsOf(const CommandRow& row);
     bool Forget();
     bool Prune(std::int64_t days, std::int64_t bytes);
 
     // For Changes: written down, or refused with the reason.
-    bool Begin(const std::string& what, const std::string& folder, std::span<const Step> plan,
-               std::int64_t* id, std::string* error);
+    bool Begin(const NewCommand& command, std::span<const Step> plan, std::int64_t* id,
+               std::string* error);
     bool Add(std::int64_t id, std::span<const Step> steps, std::string* error);
     enum class Ended { CanGoBack, ForGood, Unasked };
     void End(std::int64_t id, const std::string& what, std::size_t files,
              std::span<const Step> changed, Ended how);
 
 private:
-    Journal& Book();
-    Journal* Standing(); // null while nothing was ever written
+    using Ledger = std::shared_ptr<Journal>; // one that is left goes with its last call
+    Ledger Book();
+    Ledger Standing(); // null while nothing was ever written
     enum class Way { Back, Again };
     bool MayGoOn(Wrote wrote, std::string* error);
+    bool BeginAnew();
+    void EndLate();
     UndoResult Turn(const CommandRow& row, Way way, const GoOn& goOn);
     std::string TouchedSince(const CommandRow& row);
 
     Files& m_files;
+    std::mutex m_mutex; // of the next three
     std::string m_file;
+    Ledger m_journal; // null before its first use
+    // Of commands that are done, and could not be ended.
+    std::vector<std::function<Wrote(Journal&)>> m_late;
     bool m_isShared = false;
-    std::unique_ptr<Journal> m_journal; // null before its first use
-    bool m_goesWithout = false;
-    bool m_isRefused = false; // for this run
+    std::atomic<bool> m_goesWithout = false;
+    std::atomic<bool> m_isRefused = false; // for this run
 };
 
 } // namespace tarn

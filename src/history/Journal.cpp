@@ -23,7 +23,7 @@ constexpr const char* kOrders[] = {
     "PRAGMA secure_delete=ON", "PRAGMA journal_mode=WAL", "PRAGMA synchronous=FULL",
     "CREATE TABLE IF NOT EXISTS commands(id INTEGER PRIMARY KEY AUTOINCREMENT, began INTEGER,"
     " what TEXT, folder BLOB, files INTEGER, state INTEGER, turn INTEGER, redoable INTEGER,"
-    " process TEXT, bytes INTEGER)",
+    " process TEXT, bytes INTEGER, whole INTEGER DEFAULT 0)",
     "CREATE INDEX IF NOT EXISTS by_turn ON commands(state, turn)",
     "CREATE INDEX IF NOT EXISTS by_turn_alone ON commands(turn)",
     // Steps as they were planned, some at once, and single ones as they are since.
@@ -31,19 +31,12 @@ constexpr const char* kOrders[] = {
     " PRIMARY KEY(command, first))",
     "CREATE TABLE IF NOT EXISTS changes(command INTEGER, number INTEGER, step BLOB,"
     " PRIMARY KEY(command, number))"};
+constexpr const char* kAddWhole = "ALTER TABLE commands ADD COLUMN whole INTEGER DEFAULT 0";
 constexpr const char* kColumns =
-    "SELECT id, began, what, folder, files, state, process FROM commands ";
+    "SELECT id, began, what, folder, files, state, process, whole FROM commands ";
 
 bool IsDamaged(int code) {
     return code == SQLITE_CORRUPT || code == SQLITE_NOTADB;
-}
-
-std::int64_t KeptBytes(std::span<const Step> steps) {
-    std::size_t bytes = 0;
-    for (const Step& step : steps)
-        bytes += step.from.size() + step.to.size() + (step.oldBytes ? step.oldBytes->size() : 0) +
-                 (step.newBytes ? step.newBytes->size() : 0);
-    return static_cast<std::int64_t>(bytes);
 }
 
 } // namespace
@@ -72,18 +65,23 @@ private:
     bool m_open;
 };
 
-Journal::Journal(const std::string& file) {
+Journal::Journal(const std::string& file, Known known) {
+    if (known == Known::Damaged) PutDamagedAside(file);
     if (Open(file)) return;
-    const bool damaged = m_database && IsDamaged(::sqlite3_errcode(m_database));
     Close();
-    if (!damaged) return;
+    if (!m_isDamaged) return;
+    PutDamagedAside(file);
+    m_isDamaged = false;
+    if (!Open(file)) Close();
+}
+
+void Journal::PutDamagedAside(const std::string& file) {
     std::string aside = file + ".damaged";
     struct stat taken {};
     for (int number = 2; ::lstat(aside.c_str(), &taken) == 0; ++number)
         aside = file + ".damaged-" + std::to_string(number);
     for (const char* part : {"-wal", "-shm", ""})
         if (std::rename((file + part).c_str(), (aside + part).c_str()) == 0) m_putAside = aside;
-    if (!Open(file)) Close();
 }
 
 Journal::~Journal() {
@@ -100,7 +98,13 @@ bool Journal::Open(const std::string& file) {
     ::sqlite3_extended_result_codes(m_database, 0);
     for (const char* order : kOrders)
         if (!Run(order)) return false;
-    return true;
+    // Of a database that an earlier version made; another program may be faster.
+    return HasColumns() || Run(kAddWhole) || HasColumns();
+}
+
+bool Journal::HasColumns() {
+    return Statement(m_database, "SELECT 1 FROM pragma_table_info('commands') WHERE name='whole'")
+        .HasRow();
 }
 
 void Journal::Close() {
@@ -126,6 +130,7 @@ Wrote Journal::Failed() {
         return Wrote::Locked;
     }
     m_reason = ::sqlite3_errmsg(m_database);
+    m_isDamaged = tarn::IsDamaged(code);
     return Wrote::No;
 }
 
@@ -156,14 +161,14 @@ bool Journal::DropSteps(const std::string& which) {
            Run(("DELETE FROM changes WHERE command " + which).c_str());
 }
 
-Wrote Journal::Begin(const std::string& what, const std::string& folder, std::span<const Step> plan,
-                     std::int64_t* id) {
+Wrote Journal::Begin(const NewCommand& command, std::span<const Step> plan, std::int64_t* id) {
     Transaction writes(*this);
     if (!writes) return writes.End(false);
     Statement put(m_database, "INSERT INTO commands(began, what, folder, files, state, turn,"
-                              " redoable, process, bytes) VALUES(?,?,?,?,0,?,0,?,?)");
-    put.Add(std::int64_t(std::time(nullptr))).AddText(what).Add(folder);
-    put.Add(std::int64_t(plan.size())).Add(NextTurn()).Add(ThisProcess()).Add(KeptBytes(plan));
+                              " redoable, process, bytes, whole) VALUES(?,?,?,?,0,?,0,?,0,?)");
+    put.Add(std::int64_t(std::time(nullptr))).AddText(command.what).Add(command.folder);
+    put.Add(std::int64_t(plan.size())).Add(NextTurn()).Add(ThisProcess());
+    put.Add(std::int64_t(command.isWhole));
     if (!put.Run()) return writes.End(false);
     *id = ::sqlite3_last_insert_rowid(m_database);
     return writes.End(PutSteps(*id, plan));
@@ -171,11 +176,16 @@ Wrote Journal::Begin(const std::string& what, const std::string& folder, std::sp
 
 Wrote Journal::AddSteps(std::int64_t id, std::span<const Step> steps) {
     Transaction writes(*this);
-    return writes.End(writes && PutSteps(id, steps) &&
-                      Statement(m_database, "UPDATE commands SET bytes=bytes+? WHERE id=?")
-                          .Add(KeptBytes(steps))
-                          .Add(id)
-                          .Run());
+    return writes.End(writes && PutSteps(id, steps));
+}
+
+bool Journal::CountBytes(std::int64_t id) {
+    return Statement(m_database,
+                     "UPDATE commands SET bytes="
+                     "(SELECT total(length(steps)) FROM plans WHERE command=?1)+"
+                     "(SELECT total(length(step)) FROM changes WHERE command=?1) WHERE id=?1")
+        .Add(id)
+        .Run();
 }
 
 bool Journal::PutEnd(std::int64_t id, const std::string& what, std::int64_t files,
@@ -194,14 +204,14 @@ Wrote Journal::End(std::int64_t id, const std::string& what, std::int64_t files,
     Transaction writes(*this);
     return writes.End(writes && ChangeSteps(id, changed) &&
                       Run("UPDATE commands SET redoable=0 WHERE state=2 AND redoable=1") &&
-                      PutEnd(id, what, files, state, NextTurn()));
+                      PutEnd(id, what, files, state, NextTurn()) && CountBytes(id));
 }
 
 Wrote Journal::EndQuietly(std::int64_t id, const std::string& what, std::int64_t files,
                           std::span<const Step> changed) {
     Transaction writes(*this);
     return writes.End(writes && ChangeSteps(id, changed) &&
-                      PutEnd(id, what, files, CommandState::Done, kNoTurn));
+                      PutEnd(id, what, files, CommandState::Done, kNoTurn) && CountBytes(id));
 }
 
 Wrote Journal::Drop(std::int64_t id) {
@@ -227,7 +237,7 @@ Wrote Journal::Turn(const CommandRow& row, CommandState to) {
 Wrote Journal::EndTurn(std::int64_t id, CommandState state, std::span<const Step> changed,
                        Behind behind) {
     Transaction writes(*this);
-    if (!writes || !ChangeSteps(id, changed)) return writes.End(false);
+    if (!writes || !ChangeSteps(id, changed) || !CountBytes(id)) return writes.End(false);
     std::int64_t turn = NextTurn();
     if (behind == Behind::AllOthers) {
         Statement first(m_database, "SELECT min(turn) FROM commands WHERE turn>0");
@@ -273,6 +283,7 @@ std::vector<CommandRow> Journal::Rows(Statement& statement) {
         row.files = statement.Whole(4);
         row.state = static_cast<CommandState>(statement.Whole(5));
         row.isBrokenOff = !HasEnded(row.state) && !IsRunning(statement.Bytes(6));
+        row.isWhole = statement.Whole(7) != 0;
         rows.push_back(std::move(row));
     }
     return rows;
@@ -357,27 +368,39 @@ Wrote Journal::DropEnded() {
 }
 
 // The newest stays in any case: a clock may have been wrong, a command larger than all room.
-Wrote Journal::Prune(std::int64_t days, std::int64_t bytes) {
+std::string Journal::Outdated(std::int64_t days, std::int64_t bytes) {
     constexpr std::int64_t kDay = 24 * 3600;
-    Transaction writes(*this);
-    if (!writes) return writes.End(false);
     std::int64_t newest = 0;
     std::int64_t oldest = 0; // that has room
-    {
-        Statement sums(m_database, "SELECT id, bytes FROM commands ORDER BY id DESC");
-        for (std::int64_t sum = 0; sums.HasRow(); oldest = sums.Whole(0)) {
-            if (newest == 0) newest = sums.Whole(0);
-            sum += sums.Whole(1);
-            if (sum > bytes && oldest != 0) break;
-        }
+    Statement sums(m_database, "SELECT id, bytes FROM commands ORDER BY id DESC");
+    for (std::int64_t sum = 0; sums.HasRow(); oldest = sums.Whole(0)) {
+        if (newest == 0) newest = sums.Whole(0);
+        sum += sums.Whole(1);
+        if (sum > bytes && oldest != 0) break;
     }
-    const std::string which = "state IN (1, 2, 5) AND id<>" + std::to_string(newest) + " AND (id<" +
-                              std::to_string(oldest) + " OR began<" +
-                              std::to_string(std::time(nullptr) - days * kDay) + ")";
-    const Wrote wrote = writes.End(DropSteps("IN (SELECT id FROM commands WHERE " + which + ")") &&
-                                   Run(("DELETE FROM commands WHERE " + which).c_str()));
-    if (wrote == Wrote::Yes) Run("PRAGMA incremental_vacuum");
-    return wrote;
+    return "state IN (1, 2, 5) AND id<>" + std::to_string(newest) + " AND (id<" +
+           std::to_string(oldest) + " OR began<" +
+           std::to_string(std::time(nullptr) - days * kDay) + ")";
+}
+
+Wrote Journal::Prune(std::int64_t days, std::int64_t bytes) {
+    std::string piece = "IN (SELECT id FROM commands WHERE ";
+    {
+        const std::lock_guard lock(m_mutex);
+        piece += Outdated(days, bytes) + " ORDER BY id LIMIT 50)";
+    }
+    int dropped = 1;
+    while (dropped > 0) {
+        Transaction writes(*this);
+        if (!writes) return writes.End(false);
+        const bool good =
+            DropSteps(piece) && Run(("DELETE FROM commands WHERE id " + piece).c_str());
+        dropped = ::sqlite3_changes(m_database);
+        if (const Wrote wrote = writes.End(good); wrote != Wrote::Yes) return wrote;
+    }
+    const std::lock_guard lock(m_mutex);
+    Run("PRAGMA incremental_vacuum(1000)");
+    return Wrote::Yes;
 }
 
 } // namespace tarn

@@ -5,6 +5,7 @@
 #include "history/CommandRow.h"
 #include "history/Step.h"
 
+#include <atomic>
 #include <cstdint>
 #include <mutex>
 #include <optional>
@@ -37,20 +38,25 @@ class Journal {
 public:
     // The file, whose folder is there; made when it is missing, and put aside, never deleted, when
     // it is damaged. An empty name: one in memory, for this run alone.
-    explicit Journal(const std::string& file);
+    enum class Known { Nothing, Damaged };
+    explicit Journal(const std::string& file, Known known = Known::Nothing);
     ~Journal();
     Journal(const Journal&) = delete;
     Journal& operator=(const Journal&) = delete;
 
     // Whether it could be opened; else the reason says why not.
     bool IsOpen() const { return m_database != nullptr; }
-    const std::string& Reason() const { return m_reason; }
+    std::string Reason() const {
+        const std::lock_guard lock(m_mutex);
+        return m_reason;
+    }
     // Where the damaged one lies now; empty when there was none.
     const std::string& PutAside() const { return m_putAside; }
+    // Found while it was written: another Journal of this file, told so, puts it aside.
+    bool IsDamaged() const { return m_isDamaged; }
 
     // A command that is about to begin, with the steps that it plans; its id.
-    Wrote Begin(const std::string& what, const std::string& folder, std::span<const Step> plan,
-                std::int64_t* id);
+    Wrote Begin(const NewCommand& command, std::span<const Step> plan, std::int64_t* id);
     // Steps that it had not planned, before they are done.
     Wrote AddSteps(std::int64_t id, std::span<const Step> steps);
     // The command has ended: `changed` are steps that are not as planned, or have found something
@@ -86,7 +92,8 @@ public:
 
     // All but what is being done just now.
     Wrote Forget();
-    // Commands older than these days, and the oldest beyond these bytes of kept contents.
+    // Commands older than these days, and the oldest beyond these bytes of kept contents; in small
+    // pieces, between which others write.
     Wrote Prune(std::int64_t days, std::int64_t bytes);
 
 private:
@@ -95,7 +102,11 @@ private:
     bool Open(const std::string& file);
     void Close();
     bool Run(const char* order);
+    bool HasColumns();
     Wrote DropEnded();
+    std::string Outdated(std::int64_t days, std::int64_t bytes);
+    void PutDamagedAside(const std::string& file);
+    bool CountBytes(std::int64_t id);
     Wrote Failed();
     std::int64_t NextTurn();
     bool PutEnd(std::int64_t id, const std::string& what, std::int64_t files, CommandState state,
@@ -106,9 +117,10 @@ private:
     std::vector<CommandRow> Rows(Statement& statement);
 
     sqlite3* m_database = nullptr;
-    std::mutex m_mutex;
+    mutable std::mutex m_mutex;
     std::string m_reason;
     std::string m_putAside;
+    std::atomic<bool> m_isDamaged = false;
 };
 
 } // namespace tarn

@@ -1,6 +1,7 @@
 #include "history/StepsOnDisk.h"
 
 #include "common/paths.h"
+#include "common/sidecar_names.h"
 
 namespace tarn {
 
@@ -87,6 +88,9 @@ bool TakeBackWritten(Step& step, Files& files, std::string* error) {
     if (now.inode == 0) return wasNew || Refuse(error, kGone);
     if (!IsAsWritten(step, now, files)) return Refuse(error, kChanged);
     if (step.state != StepState::Planned || step.after.inode == 0) step.after = now;
+    // A sidecar is made again from what is kept here: no need to fill the wastebasket.
+    if (wasNew && step.newBytes && IsSidecarName(LastPart(step.from)))
+        return files.Remove(step.from, error);
     if (wasNew) return files.Trash(step.from, error, &step.aside);
     if (!step.oldBytes) return Refuse(error, "what it was before was too large to be kept");
     if (!step.newBytes && now.bytes > std::int64_t(kMostKept))
@@ -118,6 +122,10 @@ bool WriteAgain(Step& step, Files& files, std::string* error) {
 bool PutAt(const Step& step, const std::optional<std::string>& stands,
            const std::optional<std::string>& put, Files& files, std::string* error) {
     if (!stands || !put) return Refuse(error, kEmptied);
+    const auto look = files.Look(step.from, error);
+    if (!look) return false;
+    if (look->inode != step.before.inode && look->bytes != step.before.bytes)
+        return Refuse(error, kAnother);
     const auto now = files.Read(step.from, put->size(), error, std::size_t(step.offset));
     if (!now) return false;
     const bool isTorn = step.state == StepState::Planned;
@@ -125,10 +133,13 @@ bool PutAt(const Step& step, const std::optional<std::string>& stands,
     return now == put || files.WriteAt(step.from, std::size_t(step.offset), *put, error);
 }
 
+// Some disks give a file another inode after each start.
 bool DateAs(const Step& step, const FileLook& stands, const FileLook& put, Files& files,
             std::string* error) {
     const FileLook now = IdentityOf(files, step.from);
     if (now.inode == 0) return Refuse(error, kGone);
+    if (now.inode != step.before.inode && now.bytes != step.before.bytes)
+        return Refuse(error, kAnother);
     if (stands.seconds != now.seconds) return Refuse(error, kChanged);
     return files.PutTimeBack(step.from, put, error);
 }

@@ -59,7 +59,7 @@ void MarkControls::Set(const MarkChange& change) {
     if (m.state.Filename.empty() || c.FileListBox->Count() < 1) return;
     const std::vector<std::string> paths = Marked();
     m_column = m_column || GivesMark(change);
-    m.fileops.MarkFiles(paths, change);
+    m.marks.MarkFiles(paths, change);
     const std::string said = SaidOfChange(change);
     if (paths.size() > 1) {
         m.shell.ShowMessage(said + " - " + std::to_string(paths.size()) + " files");

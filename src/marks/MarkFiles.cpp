@@ -22,6 +22,13 @@ Mark MarkInPicture(const std::string& picture) {
     return MarkOfXmp(xmp, nullptr).value_or(Mark());
 }
 
+// The one that stands, or the one to be made.
+std::string SidecarPath(const std::string& picture, const SidecarNames& sidecars) {
+    const std::string name = LastPart(picture);
+    const std::string found = sidecars.Of(name);
+    return JoinPath(FolderOf(picture), found.empty() ? OwnSidecarName(name) : found);
+}
+
 // A sidecar as it stood when it was read; without bytes there is none.
 struct Read {
     std::optional<FileLook> look;
@@ -76,17 +83,28 @@ FoundMark ReadMark(const Files& files, const std::string& picture, const Sidecar
     return found;
 }
 
+std::optional<SidecarBytes> SidecarWith(const Files& files, const std::string& picture,
+                                        const SidecarNames& sidecars, const MarkChange& change) {
+    const std::string path = SidecarPath(picture, sidecars);
+    const auto read =
+        files.Exists(picture) ? ReadSidecar(files, picture, path, nullptr) : std::nullopt;
+    if (!read || Changed(read->mark, change) == read->mark) return {};
+    auto bytes = XmpWithMark(read->bytes, SetTo(Changed(read->mark, change)), nullptr);
+    return bytes ? std::optional(SidecarBytes{path, std::move(*bytes)}) : std::nullopt;
+}
+
 WrittenMark WriteMark(Files& files, const std::string& picture, const SidecarNames& sidecars,
                       const MarkChange& change) {
-    const std::string folder = FolderOf(picture);
-    const std::string name = LastPart(picture);
-    const std::string found = sidecars.Of(name);
-    const std::string path = JoinPath(folder, found.empty() ? OwnSidecarName(name) : found);
+    const std::string path = SidecarPath(picture, sidecars);
     if (!files.Exists(picture)) return {false, {}, "No such file or directory", false, true};
     // Written over in place it could be lost halfway.
-    if (!files.IsWritable(folder)) return {false, {}, "the folder may not be written", true, false};
+    if (!files.IsWritable(FolderOf(picture)))
+        return {false, {}, "the folder may not be written", true, false};
     for (int i = 0; i < kTries; ++i)
-        if (auto written = TryToWrite(files, picture, path, change)) return *written;
+        if (auto written = TryToWrite(files, picture, path, change)) {
+            written->sidecar = LastPart(path);
+            return *written;
+        }
     return {false, {}, "another program keeps writing it", false, false};
 }
 

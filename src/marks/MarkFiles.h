@@ -25,11 +25,21 @@ FoundMark ReadMark(const Files& files, const std::string& picture, const Sidecar
 
 struct WrittenMark {
     bool done = false;
-    Mark mark;             // as it stands on the disk now
-    std::string error;     // why it does not
-    bool ofFolder = false; // it is the folder's fault
-    bool isGone = false;   // the picture is not there any more: it gets no sidecar
+    Mark mark;                // as it stands on the disk now
+    std::string error;        // why it does not
+    bool ofFolder = false;    // it is the folder's fault
+    bool isGone = false;      // the picture is not there any more: it gets no sidecar
+    std::string sidecar = {}; // the name of the one that has it
 };
+
+// What the change will make of the picture's sidecar; none where it stays as it is, or cannot be
+// written.
+struct SidecarBytes {
+    std::string path;
+    std::string bytes;
+};
+std::optional<SidecarBytes> SidecarWith(const Files& files, const std::string& picture,
+                                        const SidecarNames& sidecars, const MarkChange& change);
 
 // Into the sidecar as it stands now, or a new one: read, changed, written beside it and renamed
 // into place. One that is no XMP, may not be written or is being written by another program stands

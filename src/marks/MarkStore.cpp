@@ -2,6 +2,9 @@
 
 #include "common/paths.h"
 #include "common/stop_flag.h"
+#include "common/text.h"
+#include "history/Changes.h"
+#include "history/History.h"
 #include "marks/MarkFiles.h"
 
 #include <algorithm>
@@ -17,14 +20,15 @@ namespace {
 
 constexpr int kLowest = 19;
 constexpr std::chrono::milliseconds kTellsEvery(200); // while pictures are read
+constexpr std::size_t kPlannedAtOnce = 250;           // what they will be is held in memory
 
 using Clock = std::chrono::steady_clock;
 
 } // namespace
 
-MarkStore::MarkStore(Files& files, Answers answers)
-    : m_files(files), m_aside(files), m_answers(std::move(answers)), m_reader([this] { Read(); }),
-      m_writer([this] { Write(); }) {}
+MarkStore::MarkStore(History& history, Answers answers)
+    : m_history(history), m_files(history.Disk()), m_aside(m_files), m_answers(std::move(answers)),
+      m_reader([this] { Read(); }), m_writer([this] { Write(); }) {}
 
 MarkStore::~MarkStore() {
     {
@@ -53,7 +57,7 @@ std::optional<Mark> MarkStore::MarkOf(const std::string& path) const {
         const auto known = m_known.find(LastPart(path));
         if (known != m_known.end()) mark = known->second.mark;
     }
-    for (const Changes* changes : {&m_kept, &m_writing, &m_pending}) {
+    for (const KeptMarks* changes : {&m_kept, &m_writing.all, &m_pending.all}) {
         const auto change = changes->find(path);
         if (change != changes->end()) mark = Changed(mark.value_or(Mark()), change->second);
     }
@@ -78,18 +82,45 @@ std::optional<MarkChange> MarkStore::KeptAside(const std::string& path) const {
     return kept == m_kept.end() ? std::nullopt : std::optional(kept->second);
 }
 
-void MarkStore::Set(const std::string& path, const MarkChange& change) {
+void MarkStore::Queue::Add(MarksSet set) {
+    for (const auto& [path, change] : set.changes) all[path] = Joined(all[path], change);
+    if (!set.what.empty() || sets.empty() || !sets.back().what.empty()) {
+        sets.push_back(std::move(set));
+        return;
+    }
+    for (const auto& [path, change] : set.changes) {
+        MarkChange& joined = sets.back().changes[path];
+        joined = Joined(joined, change);
+    }
+}
+
+std::size_t MarkStore::Queue::Count() const {
+    std::size_t count = 0;
+    for (const MarksSet& set : sets) count += set.changes.size();
+    return count;
+}
+
+void MarkStore::Set(MarksSet set) {
     {
         const std::lock_guard lock(m_mutex);
-        MarkChange& pending = m_pending[path];
-        pending = Joined(pending, change);
+        m_pending.Add(std::move(set));
     }
     m_asked.notify_all();
 }
 
+std::string MarkStore::CommandToCome() const {
+    const std::lock_guard lock(m_mutex);
+    for (const Queue* queue : {&m_pending, &m_writing})
+        for (auto set = queue->sets.rbegin(); set != queue->sets.rend(); ++set)
+            if (!set->what.empty()) return set->what;
+    return {};
+}
+
 bool MarkStore::Flush(std::optional<std::chrono::milliseconds> atMost) {
     std::unique_lock lock(m_mutex);
-    const auto isSettled = [this] { return m_isBegun && m_pending.empty() && m_writing.empty(); };
+    const auto isSettled = [this] {
+        return m_isBegun && m_pending.sets.empty() && m_writing.sets.empty();
+    };
     if (atMost) return m_settled.wait_for(lock, *atMost, isSettled);
     m_settled.wait(lock, isSettled);
     return true;
@@ -97,15 +128,15 @@ bool MarkStore::Flush(std::optional<std::chrono::milliseconds> atMost) {
 
 MarkStore::Unwritten MarkStore::StillUnwritten() const {
     const std::lock_guard lock(m_mutex);
-    return {m_pending.size() + m_writing.size() - m_written.count, m_written.now};
+    return {m_pending.Count() + m_writing.Count() - m_written.count, m_written.now};
 }
 
 void MarkStore::KeepUnwrittenAside() {
-    std::map<std::string, std::optional<MarkChange>> aside;
+    Aside aside;
     {
         const std::lock_guard lock(m_mutex);
-        for (const Changes* changes : {&m_writing, &m_pending})
-            for (const auto& [path, change] : *changes) {
+        for (const Queue* queue : {&m_writing, &m_pending})
+            for (const auto& [path, change] : queue->all) {
                 auto& kept = aside[path];
                 const auto before = m_kept.find(path);
                 if (!kept && before != m_kept.end()) kept = before->second;
@@ -206,7 +237,8 @@ bool MarkStore::ReadOne(const Wanted& wanted, const std::string& name,
 // What an earlier run, or an earlier look at this folder, could not write.
 void MarkStore::TryKeptAgain(const std::string& folder) {
     for (const auto& [path, change] : m_kept)
-        if (FolderOf(path) == folder) m_pending.try_emplace(path, change);
+        if (FolderOf(path) == folder && !m_pending.all.contains(path))
+            m_pending.Add({{}, {{path, change}}});
 }
 
 void MarkStore::Write() {
@@ -218,8 +250,8 @@ void MarkStore::Write() {
     m_isBegun = true;
     m_settled.notify_all();
     for (;;) {
-        m_asked.wait(lock, [this] { return m_ends || !m_pending.empty(); });
-        if (m_pending.empty()) return; // the end, with all written
+        m_asked.wait(lock, [this] { return m_ends || !m_pending.sets.empty(); });
+        if (m_pending.sets.empty()) return; // the end, with all written
         m_writing = std::exchange(m_pending, {});
         lock.unlock();
         std::string thrown;
@@ -227,7 +259,7 @@ void MarkStore::Write() {
         if (!thrown.empty()) Tell("Marks NOT written - " + thrown);
         TellChanged();
         lock.lock();
-        m_writing.clear();
+        m_writing = {};
         m_written = {};
         m_settled.notify_all();
     }
@@ -235,25 +267,84 @@ void MarkStore::Write() {
 
 // Nothing else changes what is being written. Folders are read once for all of it.
 void MarkStore::WriteAll() {
-    std::map<std::string, std::optional<SidecarNames>> folders;
-    std::map<std::string, std::optional<MarkChange>> aside;
-    for (const auto& [path, change] : m_writing) {
-        const std::string folder = FolderOf(path);
-        {
-            const std::lock_guard lock(m_mutex);
-            m_written.now = path;
-        }
-        const auto [names, isNew] = folders.try_emplace(folder);
-        WrittenMark written{false, {}, "the folder cannot be read", true, false};
-        if (isNew) names->second = SidecarsIn(m_files, folder, nullptr);
-        if (change == MarkChange())
-            written.isGone = true;
-        else if (names->second)
-            written = WriteMark(m_files, path, *names->second, WithKept(path, change));
-        TakeAnswer(path, change, written, aside);
+    Folders folders;
+    Aside aside;
+    for (const MarksSet& set : m_writing.sets) {
+        if (!set.what.empty())
+            WriteCommand(set, folders, aside);
+        else
+            for (const auto& [path, change] : set.changes)
+                TakeAnswer(path, change, WriteOne(m_files, path, change, folders), folders, aside);
     }
     std::string error;
     if (!m_aside.Keep(aside, &error)) Tell("Marks are NOT kept - " + error);
+}
+
+// What the history refuses is not kept aside either: it could not be taken back.
+void MarkStore::WriteCommand(const MarksSet& set, Folders& folders, Aside& aside) {
+    Changes changes(m_history, set.what);
+    std::size_t unplanned = 0; // before the next plan is due
+    for (const auto& [path, change] : set.changes) {
+        if (unplanned-- == 0 && set.changes.size() > 1) {
+            Plan(set, path, folders, changes);
+            unplanned = kPlannedAtOnce - 1;
+        }
+        WrittenMark written = WriteOne(changes, path, change, folders);
+        if (!written.done && !written.isGone && !changes.IsRefused()) {
+            const Mark before = MarkBefore(path, folders);
+            changes.Marked(path, before, Changed(before, change), &written.error);
+        }
+        if (changes.IsRefused()) return Tell("Not marked: " + written.error);
+        TakeAnswer(path, change, written, folders, aside);
+    }
+}
+
+// The sidecars of the next pictures of the set, in one transaction; what cannot be planned is
+// written down when it is done.
+void MarkStore::Plan(const MarksSet& set, const std::string& from, Folders& folders,
+                     Changes& changes) const {
+    std::vector<Step> steps;
+    std::set<std::string> planned; // several pictures may share one
+    std::size_t left = kPlannedAtOnce;
+    for (auto at = set.changes.find(from); at != set.changes.end() && left > 0; ++at, --left) {
+        const auto& names = NamesIn(folders, at->first);
+        if (!names) continue;
+        auto sidecar = SidecarWith(m_files, at->first, *names, WithKept(at->first, at->second));
+        if (sidecar && planned.insert(sidecar->path).second)
+            steps.push_back(changes.PlanWrite(sidecar->path, std::move(sidecar->bytes)));
+    }
+    std::string ignored; // the first write is refused for the same reason
+    changes.Plan(std::move(steps), &ignored);
+}
+
+const std::optional<SidecarNames>& MarkStore::NamesIn(Folders& folders,
+                                                      const std::string& path) const {
+    const std::string folder = FolderOf(path);
+    const auto [names, isNew] = folders.try_emplace(folder);
+    if (isNew) names->second = SidecarsIn(m_files, folder, nullptr);
+    return names->second;
+}
+
+WrittenMark MarkStore::WriteOne(Files& files, const std::string& path, const MarkChange& change,
+                                Folders& folders) {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_written.now = path;
+    }
+    const auto& names = NamesIn(folders, path);
+    WrittenMark written{false, {}, "the folder cannot be read", true, false};
+    if (change == MarkChange())
+        written.isGone = true;
+    else if (names)
+        written = WriteMark(files, path, *names, WithKept(path, change));
+    return written;
+}
+
+// Of one whose sidecar takes none.
+Mark MarkStore::MarkBefore(const std::string& path, Folders& folders) const {
+    const auto& names = NamesIn(folders, path);
+    const Mark read = names ? ReadMark(m_files, path, *names).mark : Mark();
+    return Changed(read, WithKept(path, {}));
 }
 
 // What is kept aside of the file goes into its sidecar, too.
@@ -264,19 +355,15 @@ MarkChange MarkStore::WithKept(const std::string& path, const MarkChange& change
 }
 
 void MarkStore::TakeAnswer(const std::string& path, const MarkChange& change,
-                           const WrittenMark& written,
-                           std::map<std::string, std::optional<MarkChange>>& aside) {
+                           const WrittenMark& written, Folders& folders, Aside& aside) {
     {
         const std::lock_guard lock(m_mutex);
         ++m_written.count;
         const auto kept = m_kept.find(path);
         if (written.done || written.isGone) {
             // Its look is not known: the next reading will see.
-            if (written.done && FolderOf(path) == m_folder) {
-                m_known[LastPart(path)] = {written.mark, {}};
-                m_setSince.insert(LastPart(path));
-                m_anyMarked = m_anyMarked || written.mark != Mark();
-            }
+            if (written.done && FolderOf(path) == m_folder)
+                KnowWritten(LastPart(path), written, NamesIn(folders, path));
             if (kept != m_kept.end()) m_kept.erase(kept);
             aside[path] = {};
             return;
@@ -286,6 +373,23 @@ void MarkStore::TakeAnswer(const std::string& path, const MarkChange& change,
         aside[path] = keeps;
     }
     TellFault(path, written);
+}
+
+// Of all that have this sidecar and none of their own; under the lock.
+void MarkStore::KnowWritten(const std::string& name, const WrittenMark& written,
+                            const std::optional<SidecarNames>& sidecars) {
+    m_known[name] = {written.mark, {}};
+    m_setSince.insert(name);
+    m_anyMarked = m_anyMarked || written.mark != Mark();
+    const std::string sidecar = FoldCase(written.sidecar);
+    if (sidecar.empty() || sidecar == FoldCase(OwnSidecarName(name))) return;
+    for (auto& [other, known] : m_known) {
+        if (FoldCase(SharedSidecarName(other)) != sidecar || other == name ||
+            (sidecars && !sidecars->OwnOf(other).empty()))
+            continue;
+        known = {written.mark, {}};
+        m_setSince.insert(other);
+    }
 }
 
 void MarkStore::TellFault(const std::string& path, const WrittenMark& written) {

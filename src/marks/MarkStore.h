@@ -8,7 +8,9 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
+#include <deque>
 #include <functional>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -20,8 +22,16 @@
 
 namespace tarn {
 
+class Changes;
+class History;
 class SidecarNames;
 struct WrittenMark;
+
+// Marks that are set together.
+struct MarksSet {
+    std::string what; // as the history says it; empty: it is no command of its own
+    std::map<std::string, MarkChange> changes; // by path
+};
 
 class MarkStore {
 public:
@@ -31,7 +41,7 @@ public:
         // What could not be written and why: once a file, of a folder once.
         std::function<void(const std::string& text)> told;
     };
-    MarkStore(Files& files, Answers answers);
+    MarkStore(History& history, Answers answers);
     ~MarkStore(); // what is set is written first
     MarkStore(const MarkStore&) = delete;
     MarkStore& operator=(const MarkStore&) = delete;
@@ -48,7 +58,11 @@ public:
     std::optional<MarkChange> KeptAside(const std::string& path) const;
 
     // A change of nothing: what is kept aside of it is dropped.
-    void Set(const std::string& path, const MarkChange& change);
+    void Set(MarksSet set);
+    void Set(const std::string& path, const MarkChange& change) { Set({{}, {{path, change}}}); }
+
+    // What the last command says of those that are not yet written; empty: there is none.
+    std::string CommandToCome() const;
 
     // Waits until all that is set is on the disk or kept aside; false: it has taken too long.
     bool Flush(std::optional<std::chrono::milliseconds> atMost = {});
@@ -70,7 +84,15 @@ private:
         std::string folder;
         std::vector<std::string> names;
     };
-    using Changes = std::map<std::string, MarkChange>; // by path
+    struct Queue { // in the order of setting
+        std::deque<MarksSet> sets;
+        std::map<std::string, MarkChange> all; // joined
+
+        void Add(MarksSet set);
+        std::size_t Count() const;
+    };
+    using Folders = std::map<std::string, std::optional<SidecarNames>>; // each read once
+    using Aside = std::map<std::string, std::optional<MarkChange>>;
 
     void Read();
     bool ReadFolder(const Wanted& wanted);
@@ -79,13 +101,23 @@ private:
 
     void Write();
     void WriteAll();
+    void WriteCommand(const MarksSet& set, Folders& folders, Aside& aside);
+    void Plan(const MarksSet& set, const std::string& from, Folders& folders,
+              Changes& changes) const;
+    const std::optional<SidecarNames>& NamesIn(Folders& folders, const std::string& path) const;
+    WrittenMark WriteOne(Files& files, const std::string& path, const MarkChange& change,
+                         Folders& folders);
     MarkChange WithKept(const std::string& path, const MarkChange& change) const;
+    Mark MarkBefore(const std::string& path, Folders& folders) const;
     void TakeAnswer(const std::string& path, const MarkChange& change, const WrittenMark& written,
-                    std::map<std::string, std::optional<MarkChange>>& aside);
+                    Folders& folders, Aside& aside);
+    void KnowWritten(const std::string& name, const WrittenMark& written,
+                     const std::optional<SidecarNames>& sidecars);
     void TellFault(const std::string& path, const WrittenMark& written);
     void Tell(const std::string& text) const;
     void TellChanged() const;
 
+    History& m_history;
     Files& m_files;
     MarksAside m_aside;
     const Answers m_answers;
@@ -101,8 +133,8 @@ private:
     std::string m_folder;                           // of what is known
     std::unordered_map<std::string, Known> m_known; // by name
     std::unordered_set<std::string> m_setSince;     // names written since their reading began
-    Changes m_pending;
-    Changes m_writing;
+    Queue m_pending;
+    Queue m_writing;
     Unwritten m_written;            // of those
     KeptMarks m_kept;               // aside
     bool m_isBegun = false;         // what an earlier run kept is among them

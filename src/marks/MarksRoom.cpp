@@ -21,14 +21,14 @@ constexpr auto kLongestAtEnd = 10s;
 
 MarksRoom::MarksRoom(Context& context) : m(context), m_controls(context) {
     m_store = std::make_unique<MarkStore>(
-        context.files, MarkStore::Answers{.changed = [this] { PostChanged(); },
-                                          .told =
-                                              [this](const std::string& text) {
-                                                  QMetaObject::invokeMethod(
-                                                      &m_here,
-                                                      [this, text] { m.shell.ShowMessage(text); },
-                                                      Qt::QueuedConnection);
-                                              }});
+        context.history, MarkStore::Answers{.changed = [this] { PostChanged(); },
+                                            .told =
+                                                [this](const std::string& text) {
+                                                    QMetaObject::invokeMethod(
+                                                        &m_here,
+                                                        [this, text] { m.shell.ShowMessage(text); },
+                                                        Qt::QueuedConnection);
+                                                }});
 }
 
 // A thread that waits for a dead disk can only be ended with the program. All else is over by now.
@@ -65,7 +65,16 @@ std::optional<MarkChange> MarksRoom::KeptAside(const std::string& path) {
 }
 
 void MarksRoom::SetMarks(const std::vector<MarkWish>& wishes) {
-    for (const MarkWish& wish : wishes) m_store->Set(wish.path, wish.change);
+    MarkFiles({}, wishes);
+}
+
+void MarksRoom::MarkFiles(const std::string& what, const std::vector<MarkWish>& wishes) {
+    MarksSet set{what, {}};
+    for (const MarkWish& wish : wishes) {
+        MarkChange& change = set.changes[wish.path];
+        change = Joined(change, wish.change);
+    }
+    m_store->Set(std::move(set));
     TellFollowers();
 }
 

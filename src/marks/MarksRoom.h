@@ -30,6 +30,9 @@ public:
     bool AllRead() override;
     bool AnyMarked() override;
     std::optional<MarkChange> KeptAside(const std::string& path) override;
+    using MarkCommands::MarkFiles;
+    void MarkFiles(const std::string& what, const std::vector<MarkWish>& wishes) override;
+    std::string CommandToCome() override { return m_store->CommandToCome(); }
     using MarkCommands::SetMarks;
     void SetMarks(const std::vector<MarkWish>& wishes) override;
     Outcome Flush() override;

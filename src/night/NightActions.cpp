@@ -77,8 +77,18 @@ void frmNight::SigmaButton_Click() {
            ToQt(Are(outside.size()) + " worse than 3 sigma by " + std::string(Upper().title)));
 }
 
+void frmNight::FewStarsButton_Click() {
+    const FrameIndices without = WithoutStars(m_folder.Frames());
+    m_graph->SetLimit({});
+    Choose(without, ToQt(CountedFrames(without.size()) + (without.size() == 1 ? " has" : " have") +
+                         " too few stars to be judged"));
+}
+
 void frmNight::LimitMoved(double limit) {
-    const FrameIndices worse = WorseThan(m_folder.Frames(), Upper(), limit);
+    FrameIndices worse = WorseThan(m_folder.Frames(), Upper(), limit);
+    std::erase_if(worse, [this](std::size_t i) { // only what the line was drawn under
+        return !std::binary_search(m_points.begin(), m_points.end(), i);
+    });
     Choose(worse, ToQt(Are(worse.size()) + " worse than " + std::string(Upper().title) + " " +
                        FormatFixed(limit, std::max(1, Upper().digits))));
 }
@@ -117,6 +127,7 @@ void frmNight::ShowActs() {
                                     [](const NightFrame& frame) { return frame.group >= 0; });
     m_worst->setEnabled(judged);
     m_sigma->setEnabled(judged);
+    m_fewStars->setEnabled(judged);
     const QString said = !m_choiceSaid.isEmpty() ? m_choiceSaid
                          : chosen.size() > 1     ? ToQt(CountedFrames(chosen.size()) + " chosen")
                                                  : QString();
@@ -139,7 +150,7 @@ void frmNight::MarkChosen(const MarkChange& change, const std::string& verb) {
     }
     if (wishes.empty()) return;
     const std::string count = CountedFrames(wishes.size());
-    m.fileops.MarkFiles(verb + " " + count, wishes);
+    m.marks.MarkFiles(verb + " " + count, wishes);
     const std::string said = SaidOfChange(change) + " - " + count;
     m_choiceSaid = ToQt(said + "; Ctrl+Z takes it back");
     m.shell.ShowMessage(said);

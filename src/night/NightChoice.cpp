@@ -1,5 +1,6 @@
 #include "night/NightChoice.h"
 
+#include "common/text.h"
 #include "sky/stars/RobustStatistics.h"
 
 #include <algorithm>
@@ -39,6 +40,16 @@ Series WorstFirst(std::span<const NightFrame> frames, const NightColumn& measure
 std::size_t TenthOf(std::size_t count) {
     const auto tenth = std::size_t(std::lround(kTenth * double(count)));
     return count >= kFewestForOne ? std::max<std::size_t>(1, tenth) : tenth;
+}
+
+std::string EndingOf(const std::string& name) {
+    const auto dot = name.rfind('.');
+    return dot == std::string::npos ? std::string() : name.substr(dot);
+}
+
+// What files of one release of the shutter have in common.
+std::string ShotOf(const NightFrame& frame) {
+    return FoldCase(frame.name.substr(0, frame.name.size() - EndingOf(frame.name).size()));
 }
 
 FrameIndices Ascending(FrameIndices indices) {
@@ -89,6 +100,18 @@ FrameIndices WorseThan(std::span<const NightFrame> frames, const NightColumn& me
     return worse;
 }
 
+FrameIndices WithoutStars(std::span<const NightFrame> frames) {
+    FrameIndices without;
+    const bool anyJudged = std::any_of(frames.begin(), frames.end(),
+                                       [](const NightFrame& frame) { return frame.group >= 0; });
+    for (std::size_t i = 0; i < frames.size() && anyJudged; ++i) {
+        const std::string& fault = frames[i].measures.fault;
+        const bool hasFew = fault.starts_with("no stars") || fault.starts_with("fewer than");
+        if (frames[i].isMeasured && frames[i].look.empty() && hasFew) without.push_back(i);
+    }
+    return without;
+}
+
 std::optional<std::size_t> BestBeside(std::span<const NightFrame> frames, std::size_t frame) {
     std::optional<std::size_t> best;
     if (frames[frame].group < 0) return best;
@@ -113,20 +136,42 @@ std::vector<FrameIndices> BurstsOf(std::span<const NightFrame> frames) {
         if (!goesOn) bursts.emplace_back();
         bursts.back().push_back(byTime[i]);
     }
-    std::erase_if(bursts, [](const FrameIndices& burst) { return burst.size() < 2; });
+    // Raw and JPEG of one shot are one picture.
+    std::erase_if(bursts, [&](const FrameIndices& burst) {
+        return std::all_of(burst.begin(), burst.end(), [&](std::size_t i) {
+            return ShotOf(frames[i]) == ShotOf(frames[burst.front()]);
+        });
+    });
     return bursts;
 }
+
+namespace {
+
+// Of the kind of file that most of the burst are: the sharpness of others is not comparable.
+std::optional<std::size_t> SharpestOf(std::span<const NightFrame> frames,
+                                      const FrameIndices& burst) {
+    std::map<std::string, FrameIndices> kinds;
+    for (const std::size_t i : burst)
+        if (std::isfinite(frames[i].measures.sharpness))
+            kinds[FoldCase(EndingOf(frames[i].name))].push_back(i);
+    const auto most = std::max_element(kinds.begin(), kinds.end(), [](auto& one, auto& other) {
+        return one.second.size() < other.second.size();
+    });
+    if (most == kinds.end()) return {};
+    return *std::max_element(
+        most->second.begin(), most->second.end(), [&](std::size_t one, std::size_t other) {
+            return frames[one].measures.sharpness < frames[other].measures.sharpness;
+        });
+}
+
+} // namespace
 
 FrameIndices SharpestOfBursts(std::span<const NightFrame> frames) {
     FrameIndices sharpest;
     for (const FrameIndices& burst : BurstsOf(frames)) {
-        std::optional<std::size_t> best;
-        for (const std::size_t i : burst) {
-            const double sharpness = frames[i].measures.sharpness;
-            if (std::isfinite(sharpness) && (!best || sharpness > frames[*best].measures.sharpness))
-                best = i;
-        }
-        if (best) sharpest.push_back(*best);
+        const auto best = SharpestOf(frames, burst);
+        for (const std::size_t i : burst)
+            if (best && ShotOf(frames[i]) == ShotOf(frames[*best])) sharpest.push_back(i);
     }
     return Ascending(std::move(sharpest));
 }

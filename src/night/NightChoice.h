@@ -23,13 +23,19 @@ FrameIndices OutsideSigma(std::span<const NightFrame> frames, const NightColumn&
 FrameIndices WorseThan(std::span<const NightFrame> frames, const NightColumn& measure,
                        double value);
 
+// Frames with too few stars to be judged, beside others that have enough: cloud, dew, a cap. What
+// is or looks like a dark or a flat is none of them.
+FrameIndices WithoutStars(std::span<const NightFrame> frames);
+
 // The frame of the same series with the highest score, with which it is compared; not itself.
 std::optional<std::size_t> BestBeside(std::span<const NightFrame> frames, std::size_t frame);
 
-// Pictures taken within two seconds of the one before, two at least together, by their index.
+// Pictures taken within two seconds of the one before, two at least together, by their index; raw
+// and JPEG of one shot, which have one name before the ending, are one of them.
 std::vector<FrameIndices> BurstsOf(std::span<const NightFrame> frames);
 
-// The sharpest of each burst; of one whose pictures tell no sharpness none.
+// The sharpest of each burst, with all files of its shot; of one whose pictures tell no sharpness
+// none.
 FrameIndices SharpestOfBursts(std::span<const NightFrame> frames);
 
 } // namespace tarn

@@ -55,7 +55,7 @@ constexpr NightColumn kColumns[] = {
      [](const NightFrame& f) { return f.transparency; }, 2, Better::More, nullptr},
     {"sharpness", "Sharpness", "Detail of the whole picture, for pictures without stars", false,
      [](const NightFrame& f) { return f.measures.sharpness; }, 5, Better::More, nullptr},
-    {"score", "Score", "0 to 100 within its series, from HFR, eccentricity, transparency and noise", true,
+    {"score", "Score", "0 to 100 within its series: 100 times 1 / (1 + d / 4) for each of HFR, roundness, transparency and noise; d: deviations from the best tenth", true,
      [](const NightFrame& f) { return f.score; }, 0, Better::More, nullptr},
     {"mark", "Mark", "Kept, rejected, stars", true, MarkRank, 0, Better::Neither,
      [](const NightFrame& f) { return MarkText(f.mark); }},

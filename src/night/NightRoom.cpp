@@ -193,18 +193,24 @@ Outcome NightRoom::BurstButton_Click() {
         Folder().Show(pictures);
     }
     Folder().Resume();
-    const bool all = MeasureAll();
     Outcome told = Outcome::Refused("Cancelled");
-    if (all) {
+    if (MeasureAll()) {
         const auto& frames = Folder().Frames();
-        const std::size_t bursts = BurstsOf(frames).size();
+        const std::vector<FrameIndices> all = BurstsOf(frames);
+        const FrameIndices sharpest = SharpestOfBursts(frames);
+        // Of some none tells its sharpness.
+        const auto bursts = std::count_if(all.begin(), all.end(), [&](const FrameIndices& burst) {
+            return std::any_of(burst.begin(), burst.end(), [&](std::size_t frame) {
+                return std::binary_search(sharpest.begin(), sharpest.end(), frame);
+            });
+        });
         std::vector<MarkWish> wishes;
-        for (const std::size_t frame : SharpestOfBursts(frames))
+        for (const std::size_t frame : sharpest)
             wishes.push_back({frames[frame].path, Decide(Decision::Keep)});
-        const std::string kept = "Sharpest of " + std::to_string(wishes.size()) +
-                                 (wishes.size() == 1 ? " burst" : " bursts") + " kept";
-        if (!wishes.empty()) m.fileops.MarkFiles(kept, wishes);
-        told = bursts == 0
+        const std::string kept = "Sharpest of " + std::to_string(bursts) +
+                                 (bursts == 1 ? " burst" : " bursts") + " kept";
+        if (!wishes.empty()) m.marks.MarkFiles(kept, wishes);
+        told = all.empty()
                    ? Outcome::Refused("No pictures here were taken within 2 seconds of each other")
                    : Outcome::Did(kept + ", of " + CountedFrames(frames.size()));
     }

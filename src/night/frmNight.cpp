@@ -164,6 +164,9 @@ QBoxLayout* frmNight::MakeActs() {
     m_sigma = Act(*acts, "NightSigmaButton", "Outside &3 Sigma",
                   "Choose what is worse than its series' median by 3 robust deviations",
                   &frmNight::SigmaButton_Click);
+    m_fewStars = Act(*acts, "NightFewStarsButton", "Too &Few Stars",
+                     "Choose frames that have too few stars to be judged, as under cloud",
+                     &frmNight::FewStarsButton_Click);
     m_said = Named(new ElidedLabel(), "NightSaid");
     acts->addWidget(m_said, 1);
     m_reject = Act(*acts, "NightRejectButton", "&Reject",

@@ -69,6 +69,7 @@ private:
     void Choose(const FrameIndices& frames, const QString& said);
     void WorstButton_Click();
     void SigmaButton_Click();
+    void FewStarsButton_Click();
     void LimitMoved(double limit);
     void ChoiceChanged();
     void MarkChosen(const MarkChange& change, const std::string& verb);
@@ -105,6 +106,7 @@ private:
     QPushButton* m_cancel;
     QPushButton* m_worst;
     QPushButton* m_sigma;
+    QPushButton* m_fewStars;
     QPushButton* m_reject;
     QPushButton* m_compare;
     std::vector<std::size_t> m_points; // the frames of the graph's points

@@ -2,6 +2,7 @@
 
 #include "common/paths.h"
 #include "platform/FreeNames.h"
+#include "platform/RunToken.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -22,8 +23,7 @@ Beside::~Beside() {
 
 std::string Beside::NextPath() const {
     static std::atomic<int> number = 0;
-    return JoinPath(m_folder,
-                    ".tarn-" + std::to_string(::getpid()) + "-" + std::to_string(++number));
+    return JoinPath(m_folder, std::string(kBeside) + RunToken() + "-" + std::to_string(++number));
 }
 
 int Beside::Open(mode_t mode) {

@@ -8,6 +8,7 @@
 #include "platform/FileTimes.h"
 #include "platform/FreeNames.h"
 #include "platform/OpenRegular.h"
+#include "platform/RunToken.h"
 #include "platform/Staging.h"
 #include "platform/Wastebasket.h"
 #include "platform/WholeFile.h"
@@ -119,7 +120,13 @@ bool DiskChanges::Restore(const std::string& where, const std::string& path, std
 }
 
 std::string DiskChanges::FindThrown(const std::string& path, const FileLook& look) const {
-    return FindInBaskets(path, look.inode);
+    const std::string where = FindInBaskets(path, look.inode);
+    return where.empty() ? FindStaged(path, look.inode) : where;
+}
+
+void DiskChanges::Sweep(const std::string& folder) {
+    SweepBeside(folder);
+    SweepStaged(folder);
 }
 
 bool DiskChanges::Remove(const std::string& path, std::string* error) {

@@ -14,6 +14,7 @@ public:
     std::vector<std::string> TrashAll(const std::vector<std::string>& paths) override;
     bool Restore(const std::string& where, const std::string& path, std::string* error) override;
     std::string FindThrown(const std::string& path, const FileLook& look) const override;
+    void Sweep(const std::string& folder) override;
     bool Remove(const std::string& path, std::string* error) override;
     bool Rename(const std::string& from, const std::string& to, std::string* error) override;
     bool Copy(const std::string& from, const std::string& to, std::string* error,

@@ -98,9 +98,12 @@ public:
     // Back from there; refused when something stands at `path`.
     virtual bool Restore(const std::string& where, const std::string& path, std::string* error) = 0;
 
-    // Where in the wastebasket the file of this look lies, that stood at `path`; none when it does
-    // not.
+    // Where in the wastebasket, or in what a kill has left of staged files, the file of this look
+    // lies, that stood at `path`; none when it does not.
     virtual std::string FindThrown(const std::string& path, const FileLook& look) const = 0;
+
+    // What killed runs of the program have left in a folder, hidden beside the user's files.
+    virtual void Sweep(const std::string& folder) = 0;
 
     // For good: only where the user has said so.
     virtual bool Remove(const std::string& path, std::string* error) = 0;

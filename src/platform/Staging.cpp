@@ -3,6 +3,7 @@
 #include "common/paths.h"
 #include "platform/Descriptors.h"
 #include "platform/FreeNames.h"
+#include "platform/RunToken.h"
 #include "platform/Wastebasket.h"
 
 #include <fcntl.h>
@@ -20,7 +21,7 @@ namespace tarn {
 
 namespace {
 
-constexpr std::string_view kHidden = ".tarn-staging-"; // six letters follow
+constexpr std::string_view kHidden = ".tarn-staging-"; // a token and six letters follow
 constexpr std::time_t kLeft = 3600;                    // seconds without a change
 constexpr int kLeadsOut = -1;                          // beside the system's numbers
 
@@ -40,26 +41,21 @@ bool Lock(const Handle& folder) {
 }
 
 // Whether a run that was killed has left this folder. Other machines' locks may not be seen here.
-bool IsLeft(const Handle& folder) {
+bool IsLeft(const Handle& folder, const std::string& path) {
     struct stat info {};
     return Lock(folder) && ::fstat(folder.Number(), &info) == 0 && info.st_uid == ::geteuid() &&
-           info.st_mtime + kLeft < std::time(nullptr);
+           (IsOfEndedRun(LastPart(path).substr(kHidden.size())) ||
+            info.st_mtime + kLeft < std::time(nullptr));
 }
 
-// It may hold what stood in the folder before: it is thrown away, not deleted.
-void ThrowLeftAway(const std::string& folder) {
-    std::vector<std::string> left;
+std::vector<std::string> HiddenIn(const std::string& folder) {
+    std::vector<std::string> hidden;
     std::error_code code;
     for (std::filesystem::directory_iterator at(folder, code), end; !code && at != end;
          at.increment(code))
         if (at->path().filename().string().starts_with(kHidden))
-            left.push_back(at->path().string());
-    for (const std::string& path : left) {
-        const Handle held(OpenFolder(path, O_NOFOLLOW));
-        std::string where;
-        std::string error;
-        if (IsLeft(held) && ::rmdir(path.c_str()) != 0) ThrowAway(path, &where, &error);
-    }
+            hidden.push_back(at->path().string());
+    return hidden;
 }
 
 class Staging : public StagedFiles {
@@ -210,10 +206,28 @@ private:
 
 } // namespace
 
+void SweepStaged(const std::string& folder) {
+    for (const std::string& path : HiddenIn(folder)) {
+        const Handle held(OpenFolder(path, O_NOFOLLOW));
+        std::string where;
+        std::string error;
+        if (IsLeft(held, path) && ::rmdir(path.c_str()) != 0) ThrowAway(path, &where, &error);
+    }
+}
+
+std::string FindStaged(const std::string& stood, std::int64_t inode) {
+    for (const std::string& hidden : HiddenIn(FolderOf(stood))) {
+        std::string path = JoinPath(hidden, LastPart(stood));
+        struct stat info {};
+        if (::lstat(path.c_str(), &info) == 0 && std::int64_t(info.st_ino) == inode) return path;
+    }
+    return {};
+}
+
 std::unique_ptr<StagedFiles> MakeStaging(const std::string& folder, std::string* error) {
     const std::string place = folder.empty() ? "." : folder;
-    ThrowLeftAway(place);
-    std::string hidden = JoinPath(place, std::string(kHidden) + "XXXXXX");
+    SweepStaged(place);
+    std::string hidden = JoinPath(place, std::string(kHidden) + RunToken() + "-XXXXXX");
     if (!::mkdtemp(hidden.data())) {
         Fail(error);
         return nullptr;

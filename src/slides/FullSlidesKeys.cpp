@@ -176,7 +176,7 @@ void FullSlides::Copy(bool convert) {
 }
 
 void FullSlides::SetMark(const MarkChange& change) {
-    m.fileops.MarkFiles({m_file}, change);
+    m.marks.MarkFiles({m_file}, change);
     m_markedFile = m_file;
     ComposeTitle();
     DrawSlideTitle();

@@ -36,7 +36,7 @@ void ManySlides::SetMark(const MarkChange& change) {
     m_time.Window().PutPointer(m_pointer);
     Area& area = m_areas[static_cast<std::size_t>(m_frame)];
     area.marked = true;
-    m.fileops.MarkFiles({JoinPath(m.controls.FileListBox->Path(), area.name)}, change);
+    m.marks.MarkFiles({JoinPath(m.controls.FileListBox->Path(), area.name)}, change);
     ShowFrame();
     DrawTitles();
 }

@@ -31,7 +31,7 @@ struct HistoryDesk : FilesDesk {
                                       changes.PlanRename(At("b.jpg"), At("y.jpg"))};
         std::int64_t id = 0;
         std::string error;
-        ASSERT_TRUE(killed.Begin("Rename of 2 pictures", folder.Path(), steps, &id, &error))
+        ASSERT_TRUE(killed.Begin({"Rename of 2 pictures", folder.Path(), true}, steps, &id, &error))
             << error;
         ASSERT_TRUE(files.Rename(At("a.jpg"), At("x.jpg"), &error)) << error;
         sqlite3* database = nullptr;
@@ -103,6 +103,8 @@ TEST(PastCommands, ThatWereBrokenOffAreFinishedOrTakenBackAtTheStart) {
         EXPECT_EQ(d.Names(), first == "Finish"      ? "c.jpg x.jpg y.jpg "
                              : first == "Take back" ? "a.jpg b.jpg c.jpg "
                                                     : "b.jpg c.jpg x.jpg ");
+        EXPECT_TRUE(d.house.history.BrokenOff().empty()); // not asked again
+        EXPECT_EQ(d.c.UndoButton->isEnabled(), first != "Take back");
     }
 }
 
@@ -114,13 +116,20 @@ TEST(PastCommands, MarksGoBackOneKeyAtATime) {
     d.Key(Qt::Key_K);
     d.Key(Qt::Key_J);
     EXPECT_EQ(d.Caption(d.c.UndoButton), "&Undo Rejected 'a.jpg'");
-    const auto decision = [&] { return d.house.marks.MarkOf(d.At("a.jpg"))->decision; };
+    // The sidecar is read again a moment later.
+    const auto becomes = [&](Decision wanted) {
+        return QTest::qWaitFor(
+            [&] { return d.house.marks.MarkOf(d.At("a.jpg"))->decision == wanted; });
+    };
     d.c.UndoButton->trigger();
-    EXPECT_EQ(decision(), Decision::Keep);
+    EXPECT_TRUE(becomes(Decision::Keep));
+    EXPECT_EQ(d.Said(), "Undone: Rejected 'a.jpg'");
     d.c.UndoButton->trigger();
-    EXPECT_EQ(decision(), Decision::None);
+    EXPECT_TRUE(becomes(Decision::None));
+    EXPECT_EQ(d.Names(), "a.jpg b.jpg c.jpg "); // and no sidecar
+    EXPECT_FALSE(d.c.UndoButton->isEnabled());
     d.c.RedoButton->trigger();
-    EXPECT_EQ(decision(), Decision::Keep);
+    EXPECT_TRUE(becomes(Decision::Keep));
 }
 
 // What the console does is taken back to the byte, sidecars, too.

@@ -308,6 +308,7 @@ TEST(ByMark, AllMarksAreClearedAndTakenBack) {
     EXPECT_EQ(d.MarkAt("a.jpg"), Mark());
     EXPECT_EQ(d.MarkAt("c.jpg"), Mark());
     d.c.UndoButton->trigger();
+    d.Await();
     EXPECT_EQ(d.MarkAt("a.jpg"), (Mark{Decision::Keep, 2}));
     EXPECT_EQ(d.MarkAt("c.jpg"), kRejected);
 }

@@ -171,6 +171,7 @@ TEST(Night, WhatIsWorseThanALineIsRejectedAndTakenBack) {
     EXPECT_EQ(d.Cell("L10.fits", "Mark"), "Rejected");
     EXPECT_FALSE(d.Button("NightRejectButton")->isEnabled());
     QTest::keyClick(d.Up("frmNight"), Qt::Key_Z, Qt::ControlModifier);
+    (void)QTest::qWaitFor([&] { return d.Rejected().empty(); }); // their sidecars are read again
     EXPECT_EQ(d.Rejected(), NameSet());
 }
 

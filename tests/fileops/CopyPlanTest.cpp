@@ -162,5 +162,24 @@ TEST(CopyRun, OnlyWhatWasAskedAboutIsReplaced) {
     EXPECT_EQ(Trashed("a.jpg"), "asked about");
 }
 
+// The mark of the old picture is none of the new one's.
+TEST(CopyRun, TheReplacedPicturesSidecarGoesWithIt) {
+    PlanDesk d;
+    const Tree marked{{"a.jpg", "1"}, {"b.jpg", "2"}, {"b.jpg.xmp", "mark of 2"}};
+    Fill(d.from, marked);
+    Fill(d.to, {{"a.jpg", "old"}, {"a.JPG.xmp", "mark of old"}, {"b.jpg.xmp", "nobody's"}});
+    d.request.files = {"a.jpg", "b.jpg"};
+    CopyPlan plan = d.Plan();
+    Resolve(plan, WhenStands::Overwrite, d.files);
+    EXPECT_EQ(d.Run(plan).failed, 0);
+    EXPECT_EQ(ReadTree(d.to.Path()), marked);
+    EXPECT_EQ(Trashed("a.JPG.xmp"), "mark of old");
+    Fill(d.to, {{"a.jpg", "old"}, {"a.jpg.xmp", "mark of old"}});
+    plan = d.Plan();
+    Resolve(plan, WhenStands::KeepBoth, d.files);
+    d.Run(plan);
+    EXPECT_EQ(BytesOf(d.to.Path() + "/a.jpg.xmp"), "mark of old"); // its picture stays
+}
+
 } // namespace
 } // namespace tarn::testing

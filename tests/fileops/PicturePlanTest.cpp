@@ -155,7 +155,7 @@ const Tree kPictures{{"a.jpg", "1"}, {"a.jpg.xmp", "mark of a"}, {"b.jpg", "2"}}
 const Tree kNotes{{"a.enf", "of a"}, {"new.enf", "of none"}};
 
 // Each call fails once: done with all that belongs to it, or nothing is.
-void SweepFaults(bool (*carryOut)(const NewNamePlan&, Files&, Changes&, std::string*, LeftBehind*),
+void SweepFaults(bool (*carryOut)(const NewNamePlan&, Changes&, std::string*, LeftBehind*),
                  const Tree& pictures, const Tree& notes, bool oldMayStay) {
     int calls = 1;
     for (int failing = 0; failing <= calls; ++failing) {
@@ -168,7 +168,7 @@ void SweepFaults(bool (*carryOut)(const NewNamePlan&, Files&, Changes&, std::str
         };
         Changes changes(d.history, "Change");
         LeftBehind left;
-        const bool done = carryOut(plan, d.files, changes, &d.error, &left);
+        const bool done = carryOut(plan, changes, &d.error, &left);
         d.files.onChange = nullptr;
         if (failing == 0) calls = call;
         EXPECT_EQ(done ? left.why : d.error, failing == 0 ? "" : "fault");
@@ -214,7 +214,7 @@ TEST(NewNamePlan, ASharedSidecarGoesWithTheLastOfItsPictures) {
     for (const char* name : {"a.CR2", "a.jpg"}) {
         const NewNamePlan plan = PlanPlace(belongings, d.At(name), target.Path() + "/" + name);
         LeftBehind left;
-        EXPECT_TRUE(CarryOutRename(plan, d.files, changes, &d.error, &left)) << d.error;
+        EXPECT_TRUE(CarryOutRename(plan, changes, &d.error, &left)) << d.error;
         EXPECT_EQ(left.why, "");
         EXPECT_EQ(ReadTree(target.Path()).count("a.xmp"), 1U) << name;
     }

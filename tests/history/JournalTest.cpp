@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 #include <sys/stat.h>
 
 namespace tarn::testing {
@@ -138,6 +139,47 @@ TEST(Journal, OldAndLargeCommandsGoAndAllCanBeForgotten) {
     EXPECT_TRUE(history.Forget());
     EXPECT_EQ(Whats(history), std::vector<std::string>());
     EXPECT_FALSE(history.NextToUndo());
+}
+
+TEST(Journal, DamageThatShowsLaterIsPutAsideAndTheCommandGoesOn) {
+    Book book;
+    {
+        History history(book.files, book.File());
+        ASSERT_TRUE(book.Throw(history, "a"));
+    }
+    {
+        std::fstream file(book.File(), std::ios::in | std::ios::out | std::ios::binary);
+        const std::string noise(4096, '\x5a');
+        // All but the first page, which tells what there is.
+        const auto pages = std::filesystem::file_size(book.File()) / noise.size();
+        for (std::uintmax_t page = 1; page < pages; ++page)
+            file.seekp(std::streamoff(page * noise.size()))
+                .write(noise.data(), std::streamsize(noise.size()));
+    }
+    History later(book.files, book.File());
+    ASSERT_TRUE(book.Throw(later, "b")) << book.error; // nobody is asked
+    EXPECT_EQ(Whats(later), std::vector<std::string>{"Delete 'b'"});
+    EXPECT_NE(later.Notice().find("history.db.damaged'"), std::string::npos) << later.Notice();
+    EXPECT_TRUE(std::filesystem::exists(book.File() + ".damaged"));
+}
+
+// Another program holds the database when the command ends: the next one ends both.
+TEST(Journal, ACommandThatCouldNotBeEndedIsEndedLater) {
+    Book book;
+    History history(book.files, book.File());
+    sqlite3* other = nullptr;
+    ASSERT_EQ(::sqlite3_open(book.File().c_str(), &other), SQLITE_OK);
+    {
+        Changes changes(history, "Delete 'a'");
+        std::string error;
+        ASSERT_TRUE(changes.ThrowAway(book.pictures.Write("a", "a"), &error)) << error;
+        ASSERT_EQ(::sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+    }
+    ::sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
+    ::sqlite3_close(other);
+    const auto next = history.NextToUndo();
+    ASSERT_TRUE(next);
+    EXPECT_EQ(next->what, "Delete 'a'");
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 // them, and the files are as before or as after the command, with their times and modes.
 #include "history/Changes.h"
 #include "history/History.h"
+#include "history/Rehearsal.h"
 
 #include "common/paths.h"
 #include "support/ForwardingFiles.h"
@@ -17,14 +18,20 @@
 namespace tarn::testing {
 namespace {
 
-// Contents, time to the nanosecond and mode, by name.
+constexpr std::time_t kLongAgo = 1'100'000'000; // all that is given is older
+
+// Contents, time to the nanosecond and mode, by name; what is written now has any time.
 Tree WholeTree(const std::string& folder) {
     Tree tree = ReadTree(folder);
+    if (tree.contains("sub"))
+        for (const auto& [name, bytes] : ReadTree(folder + "/sub")) tree["sub/" + name] = bytes;
     for (auto& [name, bytes] : tree) {
         struct stat info {};
         ::stat((folder + "/" + name).c_str(), &info);
-        bytes += " " + std::to_string(info.st_mtim.tv_sec) + "." +
-                 std::to_string(info.st_mtim.tv_nsec) + " " + std::to_string(info.st_mode);
+        bytes += " " + (info.st_mtim.tv_sec > kLongAgo ? "new"
+                                                       : std::to_string(info.st_mtim.tv_sec) + "." +
+                                                             std::to_string(info.st_mtim.tv_nsec));
+        bytes += " " + std::to_string(info.st_mode);
     }
     return tree;
 }
@@ -32,40 +39,24 @@ Tree WholeTree(const std::string& folder) {
 struct Act {
     const char* name;
     Tree before;
-    void (*run)(Changes& changes, const std::string& folder);
-    bool isFinished = true; // else what was not begun is not known
+    void (*run)(Changes& changes, const std::string& folder, const std::string& otherDisk);
+    bool isPlanned = true; // else what was not begun is not known
 };
 
-void RenameMany(Changes& changes, const std::string& folder) {
-    const std::vector<std::pair<std::string, std::string>> renames{
-        {"a", "tmp"}, {"b", "a"}, {"tmp", "b"}, {"c", "d"}};
-    std::vector<Step> plan;
-    plan.reserve(renames.size());
-    for (const auto& [from, to] : renames) {
-        plan.push_back(changes.PlanRename(JoinPath(folder, from), JoinPath(folder, to)));
-        changes.WillStand(JoinPath(folder, to), plan.back().before);
-    }
-    changes.Plan(std::move(plan));
+void RenameMany(Changes& changes, const std::string& folder, const std::string&) {
     std::string error;
-    for (const auto& [from, to] : renames)
+    for (const auto& [from, to] : std::vector<std::pair<std::string, std::string>>{
+             {"a", "tmp"}, {"b", "a"}, {"tmp", "b"}, {"c", "d"}})
         EXPECT_TRUE(changes.Rename(JoinPath(folder, from), JoinPath(folder, to), &error)) << error;
 }
 
-void ThrowMany(Changes& changes, const std::string& folder) {
+void ThrowMany(Changes& changes, const std::string& folder, const std::string&) {
     std::string error;
     for (const char* name : {"a", "b", "c"}) changes.ThrowAway(JoinPath(folder, name), &error);
 }
 
-void ThrowManyByPlan(Changes& changes, const std::string& folder) {
-    std::vector<Step> plan;
-    for (const char* name : {"a", "b", "c"})
-        plan.push_back(changes.PlanThrow(JoinPath(folder, name)));
-    changes.Plan(std::move(plan));
-    ThrowMany(changes, folder);
-}
-
 // As a rename of a picture with its note, over a name that is taken.
-void RenameWithNote(Changes& changes, const std::string& folder) {
+void RenameWithNote(Changes& changes, const std::string& folder, const std::string&) {
     const auto at = [&](const char* name) { return JoinPath(folder, name); };
     std::string error;
     changes.CopyTo(at("a.enf"), at("b.enf"), &error);
@@ -74,13 +65,13 @@ void RenameWithNote(Changes& changes, const std::string& folder) {
     changes.EndRename(at("a.enf"), at("b.enf"), &error);
 }
 
-void CopyOver(Changes& changes, const std::string& folder) {
+void CopyOver(Changes& changes, const std::string& folder, const std::string&) {
     std::string error;
     changes.CopyTo(JoinPath(folder, "a"), JoinPath(folder, "b"), &error, Standing::ThrowAway);
     changes.CopyTo(JoinPath(folder, "a"), JoinPath(folder, "new"), &error);
 }
 
-void WriteSome(Changes& changes, const std::string& folder) {
+void WriteSome(Changes& changes, const std::string& folder, const std::string&) {
     std::string error;
     changes.Write(JoinPath(folder, "a"), "anew", &error);
     changes.WriteAt(JoinPath(folder, "b"), 1, "XY", &error);
@@ -88,20 +79,51 @@ void WriteSome(Changes& changes, const std::string& folder) {
     changes.Write(JoinPath(folder, "made"), "made", &error);
 }
 
+void MoveFar(Changes& changes, const std::string& folder, const std::string& otherDisk) {
+    std::string error;
+    changes.CopyTo(JoinPath(folder, "a.xmp"), JoinPath(otherDisk, "a.xmp"), &error);
+    EXPECT_TRUE(changes.MoveTo(JoinPath(folder, "a"), JoinPath(otherDisk, "a"), &error)) << error;
+    EXPECT_TRUE(changes.EndMove(JoinPath(folder, "a"), &error)) << error;
+    changes.EndRename(JoinPath(folder, "a.xmp"), JoinPath(otherDisk, "a.xmp"), &error);
+    EXPECT_TRUE(changes.MoveTo(JoinPath(folder, "b"), JoinPath(otherDisk, "b"), &error)) << error;
+    EXPECT_TRUE(changes.EndMove(JoinPath(folder, "b"), &error)) << error;
+}
+
+void MakeFolderFor(Changes& changes, const std::string& folder, const std::string&) {
+    std::string error;
+    changes.MakeFolder(JoinPath(folder, "sub"), &error);
+    changes.MoveTo(JoinPath(folder, "a"), JoinPath(folder, "sub/a"), &error);
+}
+
 const std::vector<Act>& Acts() {
     static const std::vector<Act> kActs{
         {"renames in a circle", {{"a", "1"}, {"b", "22"}, {"c", "333"}}, RenameMany},
-        {"delete", {{"a", "1"}, {"b", "22"}, {"c", "333"}}, ThrowMany, false},
-        {"delete by plan", {{"a", "1"}, {"b", "22"}, {"c", "333"}}, ThrowManyByPlan},
-        {"rename with note", {{"a", "1"}, {"a.enf", "note"}, {"b", "22"}}, RenameWithNote, false},
-        {"copy over", {{"a", "1"}, {"b", "22"}}, CopyOver, false},
-        {"writing", {{"a", "1"}, {"b", "2222"}, {"c", "333"}}, WriteSome, false},
+        {"delete", {{"a", "1"}, {"b", "22"}, {"c", "333"}}, ThrowMany},
+        {"delete unplanned", {{"a", "1"}, {"b", "22"}, {"c", "333"}}, ThrowMany, false},
+        {"rename with note", {{"a", "1"}, {"a.enf", "note"}, {"b", "22"}}, RenameWithNote},
+        {"copy over", {{"a", "1"}, {"b", "22"}}, CopyOver},
+        {"writing", {{"a", "1"}, {"b", "2222"}, {"c", "333"}}, WriteSome},
+        {"writing unplanned", {{"a", "1"}, {"b", "2222"}, {"c", "333"}}, WriteSome, false},
+        {"move onto another disk", {{"a", "1"}, {"a.xmp", "mark"}, {"b", "22"}}, MoveFar},
+        {"unplanned move", {{"a", "1"}, {"a.xmp", "mark"}, {"b", "22"}}, MoveFar, false},
+        {"move into a new folder", {{"a", "1"}, {"b", "22"}}, MakeFolderFor},
     };
     return kActs;
 }
 
+// In memory, on most machines.
+constexpr const char* kOtherDisk = "/dev/shm";
+
+void Plan(const Act& act, Changes& changes, const std::string& folder,
+          const std::string& otherDisk) {
+    Rehearsal rehearsal(changes);
+    act.run(rehearsal.Command(), folder, otherDisk);
+    changes.PlanWhole(rehearsal.Steps());
+}
+
 struct Grave {
     TestFolder pictures;
+    TestFolder otherDisk{kOtherDisk};
     TestFolder state;
     ForwardingFiles files;
 
@@ -113,6 +135,12 @@ struct Grave {
         }
     }
     std::string Database() const { return state.Path() + "/history.db"; }
+    // Of both disks.
+    Tree Whole() const {
+        Tree tree = WholeTree(pictures.Path());
+        for (auto& [name, bytes] : WholeTree(otherDisk.Path())) tree["there/" + name] = bytes;
+        return tree;
+    }
 
     // Runs the act in a process of its own, which is killed before its change of this number; true
     // when it came that far.
@@ -127,7 +155,8 @@ struct Grave {
             History history(files, Database());
             {
                 Changes changes(history, act.name);
-                act.run(changes, pictures.Path());
+                if (act.isPlanned) Plan(act, changes, pictures.Path(), otherDisk.Path());
+                act.run(changes, pictures.Path(), otherDisk.Path());
                 if (seen == number) ::raise(SIGKILL); // all is done, and not yet written down
             }
             ::_exit(0);
@@ -148,7 +177,7 @@ TEST(Killed, AtEveryStepACommandIsTakenBackWhole) {
         for (int number = 0;; ++number) {
             SCOPED_TRACE(std::string(act.name) + " " + std::to_string(number));
             Grave grave(act.before);
-            const Tree before = WholeTree(grave.pictures.Path());
+            const Tree before = grave.Whole();
             if (!grave.Kill(act, number)) break;
             History history(grave.files, grave.Database());
             const auto broken = history.BrokenOff();
@@ -156,7 +185,7 @@ TEST(Killed, AtEveryStepACommandIsTakenBackWhole) {
             EXPECT_EQ(broken[0].what, act.name);
             const UndoResult result = Go(history, &History::UndoOf, broken[0].id);
             EXPECT_TRUE(result.done || number == 0) << result.text;
-            EXPECT_EQ(WholeTree(grave.pictures.Path()), before) << result.text;
+            EXPECT_EQ(grave.Whole(), before) << result.text;
             EXPECT_TRUE(history.BrokenOff().empty());
             ASSERT_LT(number, 20);
         }
@@ -169,21 +198,45 @@ TEST(Killed, AtEveryStepAPlannedCommandIsFinished) {
         {
             Grave grave(act.before);
             grave.Kill(act, -1);
-            after = WholeTree(grave.pictures.Path());
+            after = grave.Whole();
         }
-        for (int number = 0; act.isFinished; ++number) {
+        for (int number = 0; act.isPlanned; ++number) {
             SCOPED_TRACE(std::string(act.name) + " " + std::to_string(number));
             Grave grave(act.before);
-            const Tree before = WholeTree(grave.pictures.Path());
+            const Tree before = grave.Whole();
             if (!grave.Kill(act, number)) break;
             History history(grave.files, grave.Database());
             const auto broken = history.BrokenOff();
             ASSERT_EQ(broken.size(), 1U);
             const UndoResult result = Go(history, &History::RedoOf, broken[0].id);
             EXPECT_TRUE(result.done) << result.text;
-            EXPECT_EQ(WholeTree(grave.pictures.Path()), after) << result.text;
+            EXPECT_EQ(grave.Whole(), after) << result.text;
             Go(history, &History::UndoOf, broken[0].id);
-            EXPECT_EQ(WholeTree(grave.pictures.Path()), before);
+            EXPECT_EQ(grave.Whole(), before);
+            ASSERT_LT(number, 20);
+        }
+    }
+}
+
+TEST(Killed, WhatIsNotPlannedIsLeftAsFarAsItCameAndGoesBackLater) {
+    for (const Act& act : Acts()) {
+        for (int number = 1; !act.isPlanned; ++number) {
+            SCOPED_TRACE(std::string(act.name) + " " + std::to_string(number));
+            Grave grave(act.before);
+            const Tree before = grave.Whole();
+            if (!grave.Kill(act, number)) break;
+            const Tree stands = grave.Whole();
+            History history(grave.files, grave.Database());
+            const auto broken = history.BrokenOff();
+            ASSERT_EQ(broken.size(), 1U);
+            EXPECT_FALSE(history.MayFinish(broken[0]));
+            EXPECT_FALSE(Go(history, &History::RedoOf, broken[0].id).done);
+            EXPECT_EQ(grave.Whole(), stands);
+            EXPECT_TRUE(history.Leave(broken[0]));
+            EXPECT_TRUE(history.BrokenOff().empty());
+            const UndoResult result = history.Undo([](std::size_t) { return true; });
+            EXPECT_TRUE(result.done) << result.text;
+            EXPECT_EQ(grave.Whole(), before) << result.text;
             ASSERT_LT(number, 20);
         }
     }
@@ -197,9 +250,9 @@ TEST(Killed, AnUndoAtEveryStepEndsEitherWay) {
                 SCOPED_TRACE(std::string(act.name) + " " + std::to_string(number) +
                              (way == &History::UndoOf ? " taken back" : " finished"));
                 Grave grave(act.before);
-                const Tree before = WholeTree(grave.pictures.Path());
+                const Tree before = grave.Whole();
                 grave.Kill(act, -1);
-                const Tree after = WholeTree(grave.pictures.Path());
+                const Tree after = grave.Whole();
                 const pid_t child = ::fork();
                 if (child == 0) {
                     int seen = 0;
@@ -222,9 +275,7 @@ TEST(Killed, AnUndoAtEveryStepEndsEitherWay) {
                 ASSERT_EQ(broken.size(), 1U);
                 const UndoResult result = Go(history, way, broken[0].id);
                 EXPECT_TRUE(result.done) << result.text;
-                EXPECT_EQ(WholeTree(grave.pictures.Path()),
-                          way == &History::UndoOf ? after : before)
-                    << result.text;
+                EXPECT_EQ(grave.Whole(), way == &History::UndoOf ? after : before) << result.text;
             }
         }
     }

@@ -1,6 +1,7 @@
 // The marks of many files: read and written in the background, kept where they cannot be written.
 #include "marks/MarkStore.h"
 
+#include "history/History.h"
 #include "marks/Sidecar.h"
 #include "support/ForwardingFiles.h"
 #include "support/Trees.h"
@@ -16,6 +17,7 @@ namespace {
 struct StoreDesk {
     TestFolder folder;
     ForwardingFiles files;
+    History history{files, {}};
     std::mutex mutex;
     std::condition_variable changed;
     std::vector<std::string> told;
@@ -29,12 +31,12 @@ struct StoreDesk {
     void Begin() {
         store.reset(); // with all written
         store = std::make_unique<MarkStore>(
-            files, MarkStore::Answers{.changed = [this] { changed.notify_all(); },
-                                      .told =
-                                          [this](const std::string& text) {
-                                              const std::lock_guard lock(mutex);
-                                              told.push_back(text);
-                                          }});
+            history, MarkStore::Answers{.changed = [this] { changed.notify_all(); },
+                                        .told =
+                                            [this](const std::string& text) {
+                                                const std::lock_guard lock(mutex);
+                                                told.push_back(text);
+                                            }});
     }
     // Anew, since its threads ask from their beginning on.
     void BeginWith(ForwardingFiles::Hook onAsk) {
@@ -200,6 +202,112 @@ TEST(MarkStore, TheNextChangeBringsWhatIsKeptAside) {
     EXPECT_TRUE(d.store->Flush());
     EXPECT_EQ(d.OnDisk("a.jpg"), (Mark{Decision::Reject, 3}));
     EXPECT_EQ(d.store->KeptAside(d.At("a.jpg")), std::nullopt);
+}
+
+// Each is taken back to the byte, also where the folder had not been read; what another program has
+// changed since stands.
+TEST(MarkStore, ACommandIsTakenBackToTheByte) {
+    StoreDesk d;
+    const std::string odd = Sidecar({Decision::Reject, 2}) + "<!-- theirs -->";
+    Fill(d.folder, {{"a.jpg", "a"}, {"b.jpg", "b"}, {"b.jpg.xmp", odd}});
+    const Tree before = ReadTree(d.folder.Path());
+    d.store->Set(
+        {"Kept - 2 files",
+         {{d.At("a.jpg"), Decide(Decision::Keep)}, {d.At("b.jpg"), Decide(Decision::Keep)}}});
+    d.store->Set({"Rejected 'a.jpg'", {{d.At("a.jpg"), Decide(Decision::Reject)}}});
+    d.store->Set({"Rejected 'a.jpg'", {{d.At("a.jpg"), Decide(Decision::Reject)}}}); // is already
+    EXPECT_EQ(d.store->MarkOf(d.At("a.jpg")), (Mark{Decision::Reject, 0}));
+    d.store->Flush();
+    EXPECT_EQ(d.OnDisk("b.jpg"), (Mark{Decision::Keep, 2}));
+    const Tree after = ReadTree(d.folder.Path());
+    const auto all = [](std::size_t) { return true; };
+    EXPECT_EQ(d.history.Undo(all).text, "Undone: Rejected 'a.jpg'");
+    EXPECT_EQ(d.OnDisk("a.jpg"), (Mark{Decision::Keep, 0}));
+    EXPECT_EQ(d.history.Undo(all).text, "Undone: Kept - 2 files");
+    EXPECT_EQ(ReadTree(d.folder.Path()), before);
+    EXPECT_EQ(d.history.NextToUndo(), std::nullopt);
+    for (int i = 0; i < 2; ++i) EXPECT_TRUE(d.history.Redo(all).done);
+    EXPECT_EQ(ReadTree(d.folder.Path()), after);
+    for (int i = 0; i < 2; ++i) EXPECT_TRUE(d.history.Undo(all).done);
+    EXPECT_TRUE(d.history.Redo(all).done);
+    d.folder.Write("b.jpg.xmp", Sidecar({Decision::None, 5}));
+    EXPECT_EQ(d.history.Undo(all).text, "Undone: Kept - 2 files; 1 not taken back, first b.jpg.xmp"
+                                        " - it has been changed since");
+    EXPECT_EQ(d.OnDisk("b.jpg"), (Mark{Decision::None, 5}));
+}
+
+TEST(MarkStore, PicturesOfOneSidecarAreMarkedInOneCommand) {
+    StoreDesk d;
+    MarksSet many{"Kept many", {}};
+    for (int i = 100; i < 400; ++i) {
+        const std::string name = std::to_string(i);
+        d.folder.Write(name + ".cr2", "raw");
+        d.folder.Write(name + ".jpg", "small");
+        if (i % 2 == 0) d.folder.Write(name + ".xmp", Sidecar({Decision::None, 1}));
+        for (const char* kind : {".cr2", ".jpg"})
+            many.changes[d.At(name + kind)] = Decide(Decision::Keep);
+    }
+    const Tree before = ReadTree(d.folder.Path());
+    d.store->Set(many);
+    d.store->Flush();
+    EXPECT_EQ(d.OnDisk("100"), (Mark{Decision::Keep, 1}));
+    EXPECT_EQ(d.OnDisk("399.jpg"), (Mark{Decision::Keep, 0}));
+    EXPECT_EQ(ReadTree(d.folder.Path()).size(), before.size() + 300U);
+    const UndoResult back = d.history.Undo([](std::size_t) { return true; });
+    EXPECT_TRUE(back.done) << back.text;
+    EXPECT_EQ(ReadTree(d.folder.Path()), before);
+}
+
+TEST(MarkStore, AllPicturesOfASidecarShowItsMarkAtOnce) {
+    StoreDesk d;
+    const std::string none = Sidecar({Decision::None, 1});
+    Fill(d.folder, {{"m.cr2", ""}, {"m.jpg", ""}, {"M.xmp", none}, {"m.fit", ""}, {"n.jpg", ""}});
+    d.folder.Write("m.fit.xmp", none);
+    d.ShowAndRead({"m.cr2", "m.jpg", "m.fit", "n.jpg"});
+    d.store->Set({"Kept 'm.jpg'", {{d.At("m.jpg"), Decide(Decision::Keep)}}});
+    d.store->Flush();
+    EXPECT_EQ(d.store->MarkOf(d.At("m.cr2")), (Mark{Decision::Keep, 1}));
+    EXPECT_EQ(d.store->MarkOf(d.At("m.fit")), (Mark{Decision::None, 1})); // has its own
+    EXPECT_EQ(d.store->MarkOf(d.At("n.jpg")), Mark());
+}
+
+TEST(MarkStore, WhatTheHistoryRefusesIsNotMarked) {
+    StoreDesk d;
+    d.folder.Write("a.jpg", "a");
+    std::filesystem::create_directory(d.At("history.db")); // in the way
+    d.store.reset();
+    History refuses(d.files, d.At("history.db"));
+    std::string asked;
+    refuses.onUnwritable = [&](const std::string& text) {
+        asked = text;
+        return false;
+    };
+    std::vector<std::string> told;
+    {
+        MarkStore store(refuses, {.changed = {},
+                                  .told = [&](const std::string& text) { told.push_back(text); }});
+        store.Set({"Kept 'a.jpg'", {{d.At("a.jpg"), Decide(Decision::Keep)}}});
+        store.Flush();
+        EXPECT_EQ(store.MarkOf(d.At("a.jpg")), std::nullopt);
+    }
+    EXPECT_EQ(asked.find("History cannot be written: "), 0U);
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_EQ(told[0].find("Not marked: History cannot be written: "), 0U) << told[0];
+    EXPECT_FALSE(std::filesystem::exists(d.At("a.jpg.xmp")));
+    EXPECT_FALSE(std::filesystem::exists(d.Kept()));
+}
+
+// What no sidecar takes is kept aside, and goes back all the same.
+TEST(MarkStore, AMarkKeptAsideIsACommandToo) {
+    StoreDesk d;
+    Fill(d.folder, {{"a.jpg", "a"}, {"a.jpg.xmp", "no sidecar"}});
+    d.store->Set({"Kept 'a.jpg'", {{d.At("a.jpg"), Decide(Decision::Keep)}}});
+    d.store->Flush();
+    EXPECT_EQ(d.store->KeptAside(d.At("a.jpg")), Decide(Decision::Keep));
+    const UndoResult back = d.history.Undo([](std::size_t) { return true; });
+    ASSERT_EQ(back.marks.size(), 1U) << back.text;
+    EXPECT_EQ(back.marks[0].path, d.At("a.jpg"));
+    EXPECT_EQ(back.marks[0].change, Decide(Decision::None));
 }
 
 } // namespace

@@ -71,6 +71,21 @@ TEST(NightChoices, ALineTakesWhatIsWorse) {
     EXPECT_EQ(WorseThan(frames, Column("transparency"), 0.5), (FrameIndices{2}));
 }
 
+TEST(NightChoices, TooFewStarsAreToldFromDarksAndFromLandscapes) {
+    std::vector<NightFrame> frames = Night({2, 2, 2});
+    const char* faults[] = {"", "no stars", "fewer than 5 stars", "a dark frame", "no stars"};
+    frames.resize(5);
+    for (std::size_t i = 0; i < frames.size(); ++i) {
+        frames[i].isMeasured = true;
+        frames[i].group = i == 0 ? 0 : -1;
+        frames[i].measures.fault = faults[i];
+    }
+    frames[4].look = "as dark as a dark frame";
+    EXPECT_EQ(WithoutStars(frames), (FrameIndices{1, 2}));
+    frames[0].group = -1; // no night at all
+    EXPECT_EQ(WithoutStars(frames), FrameIndices());
+}
+
 TEST(NightChoices, TheBestBesideIsAnotherOfTheSameSeries) {
     std::vector<NightFrame> frames = Night({2, 2, 2});
     frames.push_back(Frame("ha", 1, 1));
@@ -94,6 +109,22 @@ TEST(Bursts, GoOnWhileEachFollowsWithinTwoSeconds) {
     }
     EXPECT_EQ(BurstsOf(frames), (std::vector<FrameIndices>{{1, 2, 0}, {4, 5}}));
     EXPECT_EQ(SharpestOfBursts(frames), (FrameIndices{2})); // the other tells no sharpness
+}
+
+// Sharpness of a raw file says nothing beside that of a JPEG.
+TEST(Bursts, RawAndJpegOfAShotAreOnePicture) {
+    std::vector<NightFrame> frames = Night(std::vector<double>(6, kNotMeasured), -1);
+    const char* names[] = {"a.CR2", "a.jpg", "b.cr2", "b.JPG", "c.jpg", "c.xcf"};
+    const std::int64_t times[] = {100, 100, 101, 101, 200, 200};
+    const double sharpness[] = {9, 0.3, 8, 0.4, 1, 1};
+    for (std::size_t i = 0; i < frames.size(); ++i) {
+        frames[i].name = names[i];
+        frames[i].taken = times[i];
+        frames[i].measures.sharpness = sharpness[i];
+    }
+    EXPECT_EQ(BurstsOf(frames), (std::vector<FrameIndices>{{0, 1, 2, 3}})); // c is one shot
+    frames[2].measures.sharpness = kNotMeasured;
+    EXPECT_EQ(SharpestOfBursts(frames), (FrameIndices{2, 3}));
 }
 
 TEST(NightFrames, AreSortedByNumbersAndTextsWithTheUnknownLast) {

@@ -1,12 +1,15 @@
 #include "platform/Files.h"
 #include "platform/FileLock.h"
-#include "support/TestFolder.h"
+#include "platform/RunToken.h"
+#include "support/Trees.h"
 
 #include <QStandardPaths>
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -79,6 +82,38 @@ TEST(Files, WhatAKilledRunLeftIsThrownAwayAndWhatARunHoldsStays) {
     EXPECT_TRUE(mine->Place(&error, &failed)) << error;
     EXPECT_EQ(d.Bytes("theirs"), "t");
     EXPECT_EQ(d.Bytes("page"), "new");
+}
+
+// Killed by a signal: nothing is put away.
+std::string KilledBeside(const TestFolder& folder) {
+    std::string token = RunToken();
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const auto files = MakeFiles();
+        std::string error;
+        const auto staged = files->Stage(folder.Path(), &error);
+        staged->Write("page", "half", &error);
+        folder.Write(std::string(kBeside) + RunToken() + "-1", "half a file");
+        ::raise(SIGKILL);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return token.substr(0, token.rfind('-') + 1) + std::to_string(child);
+}
+
+TEST(Files, WhatAKilledRunOfThisMachineLeftIsSweptAtOnce) {
+    Disk d;
+    const std::string ended = KilledBeside(d.folder);
+    EXPECT_TRUE(IsOfEndedRun(ended));
+    EXPECT_FALSE(IsOfEndedRun(RunToken()));
+    EXPECT_FALSE(IsOfEndedRun("0" + ended.substr(1))); // another machine's
+    const std::string mine = std::string(kBeside) + RunToken() + "-1";
+    d.folder.Write(mine, "at work");
+    d.folder.Write(".tarn-0-1", "of an unknown run");
+    d.folder.Write("a", "a");
+    d.files->Sweep(d.folder.Path());
+    EXPECT_EQ(ReadTree(d.folder.Path()),
+              (Tree{{mine, "at work"}, {".tarn-0-1", "of an unknown run"}, {"a", "a"}}));
 }
 
 TEST(Files, WhatNewFilesReplacedLiesInTheWastebasketAndLinksOutAreRefused) {

@@ -114,6 +114,7 @@ public:
                std::string* replaced) override {
         return May("move", from, e) ? real->Move(from, to, e, replaced) : Moved::No;
     }
+    void Sweep(const std::string& folder) override { real->Sweep(folder); }
     void Flush(const std::string& folder) override { real->Flush(folder); }
     bool LeadsOut(const std::string& p) const override { return real->LeadsOut(p); }
     bool IsWritable(const std::string& p) const override {

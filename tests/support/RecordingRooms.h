@@ -171,6 +171,11 @@ struct RecordingMarks : MarkCommands, Recorder {
         const auto at = kept.find(path);
         return at == kept.end() ? std::nullopt : std::optional(at->second);
     }
+    using MarkCommands::MarkFiles;
+    void MarkFiles(const std::string&, const std::vector<MarkWish>& wishes) override {
+        SetMarks(wishes);
+    }
+    std::string CommandToCome() override { return {}; }
     using MarkCommands::SetMarks;
     void SetMarks(const std::vector<MarkWish>& wishes) override {
         for (const MarkWish& wish : wishes)
@@ -221,15 +226,6 @@ struct RecordingFileCommands : FileCommands, Recorder {
         return Answer(call + " to " + drop.folder);
     }
     Outcome MakeFolder(const std::string& in) override { return Answer("folder in " + in); }
-    using FileCommands::MarkFiles;
-    // Told where no marks are there to be set.
-    void MarkFiles(const std::string& what, const std::vector<MarkWish>& wishes) override {
-        if (marks)
-            marks->SetMarks(wishes);
-        else
-            Write(what);
-    }
-    MarkCommands* marks = nullptr;
     Outcome Answer(const std::string& call) {
         Write(call);
         return Outcome::Did();

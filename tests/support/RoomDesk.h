@@ -52,7 +52,6 @@ struct RoomDesk {
     std::unique_ptr<Clipboard> clipboard = MakeClipboard();
 
     RoomDesk() {
-        fileops.marks = &marks;
         MakeControls(controls, *files,
                      [this](QWidget* widget, Place) { widget->setParent(&window); });
         MakeMenus(controls, bar, window);

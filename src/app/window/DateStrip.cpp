@@ -2,6 +2,7 @@
 
 #include "app/window/frmMain.h"
 #include "common/paths.h"
+#include "history/Changes.h"
 #include "imaging/PicturesAhead.h"
 #include "platform/Files.h"
 #include "widgets/ElidedLabel.h"
@@ -100,9 +101,13 @@ std::string DateStrip::PutBack() {
     const std::string files = WhichFiles();
     std::string failed;
     std::size_t done = 0;
+    Changes changes(m.history,
+                    set.size() == 1
+                        ? "File date of '" + LastPart(set.front().path) + "' given back"
+                        : "File dates of " + std::to_string(set.size()) + " files given back");
     for (const DateChange& change : set) {
         std::string error;
-        if (PutBackOne(change, m.files, &error)) {
+        if (PutBackOne(change, changes, &error)) {
             m.ahead.TimesWereSet(change.path);
             ++done;
         } else {

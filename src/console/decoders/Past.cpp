@@ -57,7 +57,7 @@ std::vector<SetDate> SetFileDates(const std::vector<SetDate>& wanted) {
         each.path = open.files->Absolute(each.path);
         plan.push_back(changes.PlanTimes(each.path, each.seconds));
     }
-    changes.Plan(std::move(plan));
+    changes.PlanWhole(std::move(plan));
     for (std::size_t i = 0; i < all.size(); ++i) {
         changes.SetTimes(all[i].path, all[i].seconds, &all[i].error);
         all[i].path = wanted[i].path;

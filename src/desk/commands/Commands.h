@@ -157,8 +157,21 @@ public:
     virtual bool AnyMarked() = 0; // of the files of the list, as far as they are read
     // What is kept in the state folder, since its sidecar cannot be written.
     virtual std::optional<MarkChange> KeptAside(const std::string& path) = 0;
-    // Seen at once, on the disk within a second. Also of files of other folders. A change of
-    // nothing drops what is kept aside.
+    // Marks as one command, which can be taken back; `what` says it ("Reject 31 frames"). Seen at
+    // once, on the disk and in the history within a second. Also of files of other folders.
+    virtual void MarkFiles(const std::string& what, const std::vector<MarkWish>& wishes) = 0;
+    void MarkFiles(const std::vector<std::string>& paths, const MarkChange& change) {
+        std::vector<MarkWish> wishes;
+        for (const std::string& path : paths) wishes.push_back({path, change});
+        const std::string which = paths.size() == 1
+                                      ? " '" + LastPart(paths.front()) + "'"
+                                      : " - " + std::to_string(paths.size()) + " files";
+        MarkFiles(SaidOfChange(change) + which, wishes);
+    }
+    // What the last of these said that is not yet in the history; empty: all are.
+    virtual std::string CommandToCome() = 0;
+    // No command of its own: a part of another one, or what was taken back. A change of nothing
+    // drops what is kept aside.
     virtual void SetMarks(const std::vector<MarkWish>& wishes) = 0;
     void SetMarks(const std::vector<std::string>& paths, const MarkChange& change) {
         std::vector<MarkWish> wishes;
@@ -219,16 +232,6 @@ public:
     // Their notes come along; asks once about what stands there.
     virtual Outcome PutFiles(const FolderDrop& drop) = 0;
     virtual Outcome MakeFolder(const std::string& in) = 0; // asks for its name
-    // Marks as one command, which can be taken back; `what` says it ("Reject 31 frames").
-    virtual void MarkFiles(const std::string& what, const std::vector<MarkWish>& wishes) = 0;
-    void MarkFiles(const std::vector<std::string>& paths, const MarkChange& change) {
-        std::vector<MarkWish> wishes;
-        for (const std::string& path : paths) wishes.push_back({path, change});
-        const std::string which = paths.size() == 1
-                                      ? " '" + LastPart(paths.front()) + "'"
-                                      : " - " + std::to_string(paths.size()) + " files";
-        MarkFiles(SaidOfChange(change) + which, wishes);
-    }
 };
 
 // Thumbnails of the folder shown, in the size and sub folder that are set.
