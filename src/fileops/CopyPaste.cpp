@@ -5,6 +5,7 @@
 #include "desk/batch/DroppedNote.h"
 #include "fileops/MarksAlong.h"
 #include "fileops/PicturePlan.h"
+#include "fileops/PlanningSteps.h"
 #include "history/Rehearsal.h"
 #include "platform/Clipboard.h"
 #include "platform/Files.h"
@@ -77,18 +78,22 @@ LeftBehind EndCutOf(const NewNamePlan& plan, const Files& files, Changes& change
     return EndAlong(plan, files, changes);
 }
 
-void PlanPaste(const std::vector<std::string>& sources, const std::string& folder, bool cut,
-               Changes& changes) {
+// False where it was cancelled.
+bool PlanPaste(const std::vector<std::string>& sources, const std::string& folder, bool cut,
+               Changes& changes, const PlanGoesOn& goesOn) {
     Rehearsal rehearsal(changes);
     Belongings belongings(rehearsal.Disk(), {});
     std::vector<NewNamePlan> put;
     for (const std::string& source : sources) {
+        if (!goesOn(put.size() + 1)) return false;
         put.push_back(PlanPlace(belongings, source, JoinPath(folder, LastPart(source))));
-        if (!Put(put.back(), cut, rehearsal.Disk(), rehearsal.Command(), nullptr)) return;
+        // The one that will stop the paste: what comes before it is planned as it comes.
+        if (!Put(put.back(), cut, rehearsal.Disk(), rehearsal.Command(), nullptr)) return true;
     }
     for (const NewNamePlan& plan : put)
         if (cut) EndCutOf(plan, rehearsal.Disk(), rehearsal.Command());
     changes.PlanWhole(rehearsal.Steps());
+    return true;
 }
 
 } // namespace
@@ -141,7 +146,10 @@ std::vector<NewNamePlan> CopyPaste::PutAll(const std::vector<std::string>& sourc
     Belongings belongings(m.files, {}); // notes keep their names and lie in one folder
     std::vector<NewNamePlan> put;
     const BatchRun batch(m);
-    PlanPaste(sources, folder, cut, changes);
+    if (!PlanPaste(sources, folder, cut, changes, PlanningSteps(batch, sources.size()))) {
+        report.message = "Paste cancelled after 0 of " + std::to_string(sources.size()) + " files";
+        return put;
+    }
     for (std::size_t i = 0; i < sources.size(); ++i) {
         const std::string name = LastPart(sources[i]);
         if (!batch.Step("FileCopy (" + std::to_string(i + 1) + " of " +

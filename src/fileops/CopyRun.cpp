@@ -17,7 +17,11 @@ void CopyRun::Step() {
         std::string error;
         std::string replaced;
         if (m_files.Copy(copy.from, copy.to, &error, copy.stands ? &replaced : nullptr)) {
-            if (!copy.givesWay.empty()) m_files.Trash(copy.givesWay, &error);
+            if (!copy.givesWay.empty() && !m_files.Trash(copy.givesWay, &error)) {
+                ++counts.failed;
+                counts.faults.push_back(
+                    {copy.givesWay, "of the picture that was replaced, stays: " + error});
+            }
             counts.files += copy.kind == PlannedCopy::Kind::File;
             counts.notes += copy.kind == PlannedCopy::Kind::Note;
             continue;

@@ -1,6 +1,7 @@
 // Pictures into the wastebasket, with their notes as the user wishes.
 #include "fileops/FileRoom.h"
 #include "fileops/MarksAlong.h"
+#include "fileops/PlanningSteps.h"
 
 #include "common/paths.h"
 #include "desk/batch/BatchRun.h"
@@ -182,7 +183,6 @@ void FileRoom::DeleteAllFitsButton_Click() {
         return;
     if (const Outcome written = m.marks.Flush(); !written) return m.shell.Tell(written);
     Changes changes(m.history, "Delete of FITS files");
-    PlanThrows(paths, {}, false, changes);
     std::size_t thrown = 0;
     const std::string said = ThrowFits(paths, changes, thrown);
     changes.SetWhat("Delete of " + std::to_string(thrown) + " FITS files");
@@ -197,6 +197,8 @@ void FileRoom::DeleteAllFitsButton_Click() {
 std::string FileRoom::ThrowFits(const std::vector<std::string>& paths, Changes& changes,
                                 std::size_t& thrown) {
     const BatchRun batch(m);
+    if (!PlanThrows(paths, {}, false, changes, PlanningSteps(batch, paths.size())))
+        return "0 FITS files deleted, cancelled";
     Belongings belongings(m.files, {}); // notes stay
     std::string why;
     for (const std::string& path : paths) {

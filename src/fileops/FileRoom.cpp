@@ -57,7 +57,9 @@ std::string NoteWord(const NewNamePlan& plan) {
 
 FileRoom::FileRoom(Context& context) : m(context), m_copyPaste(context) {}
 
-FileRoom::~FileRoom() = default;
+FileRoom::~FileRoom() {
+    m.history.Detach();
+}
 
 void FileRoom::ConnectControls() {
     MainControls& c = m.controls;

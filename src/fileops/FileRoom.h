@@ -10,6 +10,7 @@
 
 #include <QObject>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <string>
@@ -110,6 +111,8 @@ private:
     std::int64_t m_nextRedo = 0;
     std::string m_markToCome; // that the menu names
     CopyPaste m_copyPaste;
+    std::string m_historyNotice; // that was told
+    std::atomic<bool> m_prunesNoMore = false;
     std::unique_ptr<Worker> m_pruner;
     std::unique_ptr<frmHistory> m_historyWindow;
     std::unique_ptr<frmNewName> m_rename;    // frmRename

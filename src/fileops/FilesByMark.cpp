@@ -7,6 +7,7 @@
 #include "desk/batch/DroppedNote.h"
 #include "desk/batch/KeptFiles.h"
 #include "fileops/MarksAlong.h"
+#include "fileops/PlanningSteps.h"
 #include "platform/Files.h"
 #include "widgets/Dialogs.h"
 #include "widgets/FileListBox.h"
@@ -85,7 +86,6 @@ Outcome FileRoom::RejectedToWastebasket() {
     const int row = std::max(0, list.CurrentRow());
     const std::vector<std::string> following = Following(row);
     Changes changes(m.history, "Delete of " + what);
-    PlanThrows(rejected.paths, Notes(), m.state.DeleteNoteToo, changes);
     Outcome thrown = ThrowAll(rejected.paths, changes);
     TakeMarksAlong(m.marks, changes);
     changes.Close();
@@ -102,6 +102,9 @@ Outcome FileRoom::RejectedToWastebasket() {
 
 Outcome FileRoom::ThrowAll(const std::vector<std::string>& paths, Changes& changes) {
     const BatchRun batch(m);
+    if (!PlanThrows(paths, Notes(), m.state.DeleteNoteToo, changes,
+                    PlanningSteps(batch, paths.size())))
+        return Outcome::Refused("Cancelled, nothing was deleted");
     Belongings belongings(m.files, Notes());
     const std::string all = std::to_string(paths.size());
     std::vector<FileFault> faults;

@@ -42,15 +42,18 @@ void PlanThrow(const DeletePlan& plan, Changes& changes) {
     changes.PlanWhole(std::move(steps));
 }
 
-void PlanThrows(const std::vector<std::string>& paths, const NotesPlace& notes, bool withNotes,
-                Changes& changes) {
+bool PlanThrows(const std::vector<std::string>& paths, const NotesPlace& notes, bool withNotes,
+                Changes& changes, const PlanGoesOn& goesOn) {
     Rehearsal rehearsal(changes);
     Belongings belongings(rehearsal.Disk(), notes);
+    std::size_t number = 0;
     for (const std::string& path : paths) {
+        if (!goesOn(++number)) return false;
         const DeletePlan plan = PlanDelete(belongings, path, withNotes);
         if (rehearsal.Command().ThrowAway(path, nullptr)) ThrowAlong(plan, rehearsal.Command());
     }
     changes.PlanWhole(rehearsal.Steps());
+    return true;
 }
 
 std::string ThrowAlong(const DeletePlan& plan, Changes& changes) {

@@ -6,6 +6,7 @@
 #include "history/Changes.h"
 #include "platform/Files.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -21,8 +22,10 @@ DeletePlan PlanDelete(Belongings& belongings, const std::string& path, bool with
 
 // The command's plan: one picture, or many, with what goes along.
 void PlanThrow(const DeletePlan& plan, Changes& changes);
-void PlanThrows(const std::vector<std::string>& paths, const NotesPlace& notes, bool withNotes,
-                Changes& changes);
+// Asked with the number of each file, from 1; false breaks it off.
+using PlanGoesOn = std::function<bool(std::size_t number)>;
+bool PlanThrows(const std::vector<std::string>& paths, const NotesPlace& notes, bool withNotes,
+                Changes& changes, const PlanGoesOn& goesOn);
 
 // Once the picture has gone. What the message line adds about note and sidecars.
 std::string ThrowAlong(const DeletePlan& plan, Changes& changes);

@@ -3,18 +3,13 @@
 #include "common/paths.h"
 #include "desk/batch/BatchRun.h"
 #include "fileops/CopyQuestion.h"
+#include "fileops/PlanningSteps.h"
 #include "history/Rehearsal.h"
 #include "platform/Files.h"
 
 #include <algorithm>
 
 namespace tarn {
-
-namespace {
-
-constexpr std::size_t kPlannedBetweenSteps = 50;
-
-} // namespace
 
 Outcome PutFiles::Run(const FolderDrop& drop, Changes& changes) {
     if (drop.paths.empty()) return Outcome::Refused();
@@ -87,10 +82,9 @@ bool Put(const NewNamePlan& plan, const PlannedCopy& file, bool copy, const File
 bool PutFiles::Plan(const CopyPlan& plan, bool copy, const BatchRun& batch, Changes& changes) {
     Rehearsal rehearsal(m.files);
     Belongings belongings(rehearsal.Disk(), m_notes);
+    const PlanGoesOn goesOn = PlanningSteps(batch, plan.size());
     for (std::size_t i = 0; i < plan.size(); ++i) {
-        if (i % kPlannedBetweenSteps == 0 &&
-            !batch.Step("Planning " + std::to_string(i + 1) + " of " + std::to_string(plan.size())))
-            return false;
+        if (!goesOn(i + 1)) return false;
         const PlannedCopy& file = plan[i].copies.front();
         LeftBehind ignored;
         Put(PlanPlace(belongings, file.from, file.to), file, copy, rehearsal.Disk(),

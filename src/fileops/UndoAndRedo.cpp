@@ -40,7 +40,6 @@ std::string WhatOf(const std::optional<CommandRow>& row) {
 
 void FileRoom::Started() {
     m.history.onUnwritable = [this](const std::string& text) { return AskGoOn(text); };
-    if (const std::string notice = m.history.Notice(); !notice.empty()) m.shell.ShowError(notice);
     ShowUndo();
     AskAboutBrokenOff();
     Prune();
@@ -60,18 +59,28 @@ bool FileRoom::AskGoOn(const std::string& text) {
 // Also the marks, which another thread writes, are done and known of.
 Outcome FileRoom::KnowAllDone() {
     Outcome written = m.marks.Flush();
+    m.history.EndLate();
     QCoreApplication::sendPostedEvents(&m_here, QEvent::MetaCall);
     return written;
 }
 
 void FileRoom::ShowUndo() {
+    const std::string toCome = m.marks.CommandToCome(); // Undo waits for it
+    if (!toCome.empty()) { // nor is the database asked, which is being written
+        Name(m.controls.UndoButton, "&Undo", toCome);
+        Name(m.controls.RedoButton, "Redo", {});
+        return;
+    }
     const auto undo = m.history.NextToUndo();
     const auto redo = m.history.NextToRedo();
     m_nextUndo = undo ? undo->id : 0;
     m_nextRedo = redo ? redo->id : 0;
-    const std::string toCome = m.marks.CommandToCome(); // Undo waits for it
-    Name(m.controls.UndoButton, "&Undo", toCome.empty() ? WhatOf(undo) : toCome);
-    Name(m.controls.RedoButton, "Redo", toCome.empty() ? WhatOf(redo) : std::string());
+    Name(m.controls.UndoButton, "&Undo", WhatOf(undo));
+    Name(m.controls.RedoButton, "Redo", WhatOf(redo));
+    if (const std::string notice = m.history.Notice(); notice != m_historyNotice) {
+        m_historyNotice = notice;
+        m.shell.ShowError(notice);
+    }
     if (m_historyWindow && m_historyWindow->isVisible()) m_historyWindow->ReadAgain();
 }
 
@@ -164,12 +173,14 @@ void FileRoom::ShowFile(const std::string& path) {
 // Behind the user's back, in small pieces.
 void FileRoom::Prune() {
     constexpr std::int64_t kMegabyte = 1 << 20;
-    m_pruner = std::make_unique<Worker>(
-        [&history = m.history, days = m.state.HistoryDays,
-         bytes = m.state.HistoryMegabytes * kMegabyte] { history.Prune(days, bytes); });
+    m_pruner =
+        std::make_unique<Worker>([&history = m.history, days = m.state.HistoryDays,
+                                  bytes = m.state.HistoryMegabytes * kMegabyte,
+                                  &stop = m_prunesNoMore] { history.Prune(days, bytes, stop); });
 }
 
 void FileRoom::End() {
+    m_prunesNoMore = true;
     m_pruner.reset();
 }
 
@@ -192,8 +203,11 @@ void FileRoom::AskAboutBrokenOff() {
                  [&](const GoOn& goOn) { return m.history.RedoOf(row.id, goOn); });
         else if (way == kTakeBack)
             Turn(row, "Undoing ", [&](const GoOn& goOn) { return m.history.UndoOf(row.id, goOn); });
-        else if (way == kLeave && m.history.Leave(row))
-            ShowUndo();
+        else if (way == kLeave && !m.history.Leave(row))
+            m.shell.ShowMessage("NOT settled: " + row.what +
+                                "; another program has it in hand, or the history cannot be "
+                                "written");
+        ShowUndo();
     }
 }
 

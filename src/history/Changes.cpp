@@ -63,7 +63,8 @@ bool Changes::Plan(std::vector<Step> steps, std::string* error) {
     else
         m_steps.insert(m_steps.end(), std::make_move_iterator(steps.begin()),
                        std::make_move_iterator(steps.end()));
-    if (m_id == 0 || m_history.Add(m_id, std::span(m_steps).subspan(before), error)) return true;
+    if (m_id == 0 || m_history.Add(m_book, m_id, std::span(m_steps).subspan(before), error))
+        return true;
     m_steps.resize(before);
     return false;
 }
@@ -135,7 +136,7 @@ bool Changes::Begin(std::string* error) {
     return m_id != 0 || MayWrite(m_history.Begin({.what = m_what,
                                                   .folder = FolderOf(m_steps.front().from),
                                                   .isWhole = m_isWhole},
-                                                 m_steps, &m_id, error),
+                                                 m_steps, m_book, &m_id, error),
                                  error);
 }
 
@@ -153,32 +154,34 @@ std::optional<std::size_t> Changes::WriteDown(StepKind kind, const std::string& 
     return GoTo(*at);
 }
 
-// What was not there to be looked at when it was planned, or has changed since.
-void Changes::KnowBetter(Step& planned, Step now) {
-    if (planned.oldBytes != now.oldBytes) {
-        planned.before = now.before;
-        planned.oldBytes = std::move(now.oldBytes);
-    } else if (planned.before.inode == 0 && now.before.inode != 0 &&
-               planned.kind != StepKind::Written) {
-        planned.before = now.before;
-    } else if (planned.kind != StepKind::Dropped) {
-        return;
+// What was not there to be looked at when it was planned, or has changed since: written down before
+// it is done, too.
+bool Changes::KnowBetter(Step& planned, Step now, std::string* error) {
+    if (planned.kind == StepKind::Dropped) {
+        planned.after = now.after;
+        m_changed.insert(planned.number);
     }
-    planned.after = now.after;
+    const bool isOther = planned.oldBytes != now.oldBytes;
+    const bool isNew =
+        planned.before.inode == 0 && now.before.inode != 0 && planned.kind != StepKind::Written;
+    if (!isOther && !isNew) return true;
+    planned.before = now.before;
+    planned.oldBytes = std::move(now.oldBytes);
     m_changed.insert(planned.number);
+    return MayWrite(m_history.Change(m_book, m_id, planned, error), error);
 }
 
 std::optional<std::size_t> Changes::WriteDown(Step step, std::string* error) {
     if (TellRefused(error)) return {};
     const auto at = FindPlanned(step.kind, step.from, step.to, step.offset);
     if (at && !Begin(error)) return {};
-    if (at) KnowBetter(m_steps[*at], std::move(step));
+    if (at && !KnowBetter(m_steps[*at], std::move(step), error)) return {};
     if (at) return GoTo(*at);
     step.number = (m_next > 0 ? m_steps[m_next - 1].number : 0) + 1;
     m_steps.insert(m_steps.begin() + std::ptrdiff_t(m_next), std::move(step));
-    const bool written = m_id != 0
-                             ? MayWrite(m_history.Add(m_id, {&m_steps[m_next], 1}, error), error)
-                             : Begin(error);
+    const bool written =
+        m_id != 0 ? MayWrite(m_history.Add(m_book, m_id, {&m_steps[m_next], 1}, error), error)
+                  : Begin(error);
     if (written) return m_next++;
     m_steps.erase(m_steps.begin() + std::ptrdiff_t(m_next));
     return {};
@@ -434,14 +437,17 @@ int Changes::RemoveFolder(const std::string& path, std::string* error) {
     return failed;
 }
 
-bool Changes::Marked(const std::string& path, const Mark& before, const Mark& after,
-                     std::string* error) {
+Step Changes::PlanMark(const std::string& path, const Mark& before, const Mark& after) {
     Step step;
     step.kind = StepKind::Marked;
     step.from = path;
     step.oldBytes = PackMark(before);
     step.newBytes = PackMark(after);
-    const auto at = WriteDown(std::move(step), error);
+    return step;
+}
+
+bool Changes::Marked(Step planned, std::string* error) {
+    const auto at = WriteDown(std::move(planned), error);
     return at && Finish(*at, true);
 }
 
@@ -488,7 +494,7 @@ void Changes::Close() {
     const bool isForGood = std::all_of(m_steps.begin(), m_steps.end(), [](const Step& step) {
         return step.state != StepState::Done || step.kind == StepKind::Removed;
     });
-    m_history.End(m_id, m_what, files.size(), changed,
+    m_history.End(m_book, m_id, m_what, files.size(), changed,
                   m_isUnasked ? History::Ended::Unasked
                   : isForGood ? History::Ended::ForGood
                               : History::Ended::CanGoBack);

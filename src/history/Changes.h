@@ -20,6 +20,7 @@
 namespace tarn {
 
 class History;
+class Journal;
 
 // Whether what stands at the target of a copy or a move is thrown away, once all bytes are there.
 enum class Standing { Refuse, ThrowAway };
@@ -55,6 +56,7 @@ public:
                      std::string newBytes);
     // Without new bytes it cannot be done again.
     Step PlanWrite(const std::string& path, std::optional<std::string> newBytes);
+    Step PlanMark(const std::string& path, const Mark& before, const Mark& after);
     Step PlanTimes(const std::string& path, std::int64_t when);
 
     bool ThrowAway(const std::string& path, std::string* error) {
@@ -70,8 +72,12 @@ public:
     // A copy that stood for a rename: the old file goes, for its bytes are in the new one. Where it
     // cannot, `error` says why, and both stay.
     bool EndRename(const std::string& from, const std::string& to, std::string* error);
-    // A mark that the command changes, and no sidecar takes.
-    bool Marked(const std::string& path, const Mark& before, const Mark& after, std::string* error);
+    // A mark that the command changes, and no sidecar takes; as it was planned or not.
+    bool Marked(Step planned, std::string* error);
+    bool Marked(const std::string& path, const Mark& before, const Mark& after,
+                std::string* error) {
+        return Marked(PlanMark(path, before, after), error);
+    }
 
     // All is done, ahead of what only shows it: the command ends now, not with its scope.
     void Close();
@@ -142,7 +148,7 @@ private:
                                          const std::string& to, std::string* error);
     std::optional<std::size_t> FindPlanned(StepKind kind, const std::string& from,
                                            const std::string& to, std::int64_t offset) const;
-    void KnowBetter(Step& planned, Step now);
+    bool KnowBetter(Step& planned, Step now, std::string* error);
     bool Begin(std::string* error);
     bool MayWrite(bool written, std::string* error);
     bool TellRefused(std::string* error) const;
@@ -163,9 +169,10 @@ private:
     std::string m_what;
     bool m_isUnasked = false;
     bool m_isClosed = false;
-    bool m_isWhole = false; // in the plan
-    std::string m_refusal;  // why it may change nothing any more
-    std::int64_t m_id = 0;  // 0: not begun
+    bool m_isWhole = false;          // in the plan
+    std::string m_refusal;           // why it may change nothing any more
+    std::shared_ptr<Journal> m_book; // in which it began, also when another one stands by now
+    std::int64_t m_id = 0;           // 0: not begun
     std::vector<Step> m_steps;
     std::size_t m_done = 0;
     std::size_t m_next = 0;           // first step that is not done with

@@ -103,7 +103,6 @@ std::string History::Notice() {
 }
 
 std::optional<CommandRow> History::NextToUndo() {
-    EndLate();
     const Ledger journal = Standing();
     return journal ? journal->NextToUndo() : std::nullopt;
 }
@@ -130,63 +129,91 @@ bool History::Forget() {
     return journal->Forget() == Wrote::Yes;
 }
 
-bool History::Prune(std::int64_t days, std::int64_t bytes) {
+bool History::Prune(std::int64_t days, std::int64_t bytes, const std::atomic<bool>& stop) {
     const Ledger journal = Standing();
-    return !journal || journal->Prune(days, bytes) == Wrote::Yes;
+    return !journal || journal->Prune(days, bytes, stop) == Wrote::Yes;
+}
+
+void History::Detach() {
+    const std::lock_guard lock(m_telling);
+    m_isDetached = true;
+}
+
+void History::TellEnd() {
+    const std::lock_guard lock(m_telling);
+    if (!m_isDetached && onEnd) onEnd();
 }
 
 // The history cannot be written: once a run somebody says whether it goes on in memory alone.
-bool History::MayGoOn(Wrote wrote, std::string* error) {
+// Another thread may have asked meanwhile, or begun a new one: then it is tried again.
+bool History::MayGoOn(const Ledger& failed, Wrote wrote, std::string* error) {
     if (wrote == Wrote::Locked) {
         if (error) *error = kLocked;
         return false;
     }
-    const std::string text = "History cannot be written: " + Book()->Reason();
+    if (!m_isRefused && Book() != failed) return true;
+    const std::string text = "History cannot be written: " + failed->Reason();
+    bool mayAsk = false;
+    {
+        const std::lock_guard lock(m_telling);
+        mayAsk = !m_isDetached && onUnwritable;
+    }
     m_isRefused =
-        m_isRefused || m_goesWithout || !onUnwritable || !onUnwritable(text + ". Go on without?");
+        m_isRefused || m_goesWithout || !mayAsk || !onUnwritable(text + ". Go on without?");
     if (m_isRefused) {
         if (error) *error = text;
         return false;
     }
-    m_goesWithout = true;
     const std::lock_guard lock(m_mutex);
-    m_journal = std::make_shared<Journal>(std::string());
+    m_goesWithout = true;
+    if (m_journal == failed) m_journal = std::make_shared<Journal>(std::string());
     return true;
 }
 
-bool History::Begin(const NewCommand& command, std::span<const Step> plan, std::int64_t* id,
-                    std::string* error) {
+bool History::Begin(const NewCommand& command, std::span<const Step> plan, Ledger& book,
+                    std::int64_t* id, std::string* error) {
     EndLate();
-    Wrote wrote = Book()->Begin(command, plan, id);
-    if (wrote == Wrote::No && BeginAnew()) wrote = Book()->Begin(command, plan, id);
-    if (wrote == Wrote::Yes) return true;
-    return MayGoOn(wrote, error) && Book()->Begin(command, plan, id) == Wrote::Yes;
+    for (const bool isFirst : {true, false}) {
+        book = Book();
+        const Wrote wrote = book->Begin(command, plan, id);
+        if (wrote == Wrote::Yes) return true;
+        if (isFirst && wrote == Wrote::No && BeginAnew(book)) continue;
+        if (!MayGoOn(book, wrote, error)) return false;
+    }
+    book = Book();
+    return book->Begin(command, plan, id) == Wrote::Yes;
 }
 
-bool History::Add(std::int64_t id, std::span<const Step> steps, std::string* error) {
-    const Wrote wrote = Book()->AddSteps(id, steps);
+// Where somebody has said so, the rest of the command goes on without being written down.
+bool History::Add(const Ledger& book, std::int64_t id, std::span<const Step> steps,
+                  std::string* error) {
+    const Wrote wrote = book->AddSteps(id, steps);
     if (wrote == Wrote::Yes) return true;
     // In the midst of a command another try costs nothing, a command in halves does.
-    if (wrote == Wrote::Locked && Book()->AddSteps(id, steps) == Wrote::Yes) return true;
-    return MayGoOn(wrote, error);
+    if (wrote == Wrote::Locked && book->AddSteps(id, steps) == Wrote::Yes) return true;
+    return MayGoOn(book, wrote, error);
+}
+
+bool History::Change(const Ledger& book, std::int64_t id, const Step& step, std::string* error) {
+    const Wrote wrote = book->Change(id, step);
+    return wrote == Wrote::Yes || MayGoOn(book, wrote, error);
 }
 
 // A damaged one is put aside; the next command has a new one.
-bool History::BeginAnew() {
+bool History::BeginAnew(const Ledger& damaged) {
+    if (!damaged->IsDamaged()) return false;
     const std::lock_guard lock(m_mutex);
-    if (!m_journal || !m_journal->IsDamaged()) return false;
-    m_journal.reset(); // closes it, unless another thread still reads it
-    m_journal = std::make_shared<Journal>(m_file, Journal::Known::Damaged);
+    if (m_journal == damaged) m_journal = std::make_shared<Journal>(m_file, damaged.get());
     return m_journal->IsOpen();
 }
 
 void History::EndLate() {
-    std::vector<std::function<Wrote(Journal&)>> late;
+    std::vector<std::function<bool()>> late;
     {
         const std::lock_guard lock(m_mutex);
         late.swap(m_late);
     }
-    std::erase_if(late, [this](const auto& end) { return end(*Book()) == Wrote::Yes; });
+    std::erase_if(late, [](const auto& end) { return end(); });
     const std::lock_guard lock(m_mutex);
     m_late.insert(m_late.begin(), std::make_move_iterator(late.begin()),
                   std::make_move_iterator(late.end()));
@@ -194,20 +221,21 @@ void History::EndLate() {
 
 // Where this fails it is tried again with the next command; or the next run finds it broken off,
 // and all of it done.
-void History::End(std::int64_t id, const std::string& what, std::size_t files,
+void History::End(const Ledger& book, std::int64_t id, const std::string& what, std::size_t files,
                   std::span<const Step> changed, Ended how) {
-    const auto end = [=, steps = std::vector<Step>(changed.begin(), changed.end())](Journal& book) {
+    const auto end = [=, steps = std::vector<Step>(changed.begin(), changed.end())] {
         const auto count = static_cast<std::int64_t>(files);
-        if (files == 0) return book.Drop(id);
-        if (how == Ended::Unasked) return book.EndQuietly(id, what, count, steps);
-        return book.End(id, what, count, steps,
-                        how == Ended::ForGood ? CommandState::Final : CommandState::Done);
+        if (files == 0) return book->Drop(id) == Wrote::Yes;
+        if (how == Ended::Unasked) return book->EndQuietly(id, what, count, steps) == Wrote::Yes;
+        return book->End(id, what, count, steps,
+                         how == Ended::ForGood ? CommandState::Final : CommandState::Done) ==
+               Wrote::Yes;
     };
-    if (end(*Book()) != Wrote::Yes) {
+    if (!end()) {
         const std::lock_guard lock(m_mutex);
         m_late.emplace_back(end);
     }
-    if (onEnd) onEnd();
+    TellEnd();
 }
 
 std::vector<Step> History::StepsOf(const CommandRow& row) {
@@ -233,6 +261,7 @@ std::size_t History::StepsToGo(const CommandRow& row) {
 }
 
 UndoResult History::Undo(const GoOn& goOn) {
+    EndLate();
     const auto row = NextToUndo();
     return row ? Turn(*row, Way::Back, goOn) : UndoResult();
 }
@@ -284,14 +313,18 @@ bool History::MayFinish(const CommandRow& row) {
 }
 
 bool History::Leave(const CommandRow& row) {
+    const Ledger book = Book();
+    const auto now = book->Find(row.id);
+    if (!now || !now->isBrokenOff || now->state != row.state) return false;
     std::vector<Step> steps = StepsOf(row);
+    if (book->Turn(row, CommandState::Redoing) != Wrote::Yes) return false; // in hand
     for (Step& step : steps)
         if (step.state == StepState::Planned) step.state = StepState::Done;
     const bool isDone = std::any_of(steps.begin(), steps.end(),
                                     [](const Step& step) { return step.state == StepState::Done; });
     SweepFolders(steps, m_files);
-    if (!isDone && row.state == CommandState::Running) return Book()->Drop(row.id) == Wrote::Yes;
-    return Book()->EndTurn(row.id, isDone ? CommandState::Done : CommandState::Undone, steps) ==
+    if (!isDone && row.state == CommandState::Running) return book->Drop(row.id) == Wrote::Yes;
+    return book->EndTurn(row.id, isDone ? CommandState::Done : CommandState::Undone, steps) ==
            Wrote::Yes;
 }
 
@@ -327,11 +360,25 @@ struct Walk {
     std::string why;
 };
 
-void WalkStep(Step& step, bool back, Files& files, const GoOn& goOn, Walk& walk) {
+// Its original is thrown away behind it: onto another disk it goes with all that it has.
+bool IsMoved(const Step& copy, const std::vector<Step>& steps) {
+    return copy.kind == StepKind::Made &&
+           std::any_of(steps.begin(), steps.end(), [&](const Step& step) {
+               return step.kind == StepKind::ThrownAway && step.from == copy.from &&
+                      step.number > copy.number;
+           });
+}
+
+bool CarryOut(Step& step, const std::vector<Step>& steps, Files& files, std::string* error) {
+    return IsMoved(step, steps) ? MoveAgain(step, files, error) : DoStep(step, files, error);
+}
+
+void WalkStep(Step& step, const std::vector<Step>& steps, bool back, Files& files, const GoOn& goOn,
+              Walk& walk) {
     std::string error = "cancelled";
     walk.stopped = walk.stopped || !goOn(walk.gone + walk.left + 1);
-    const bool went =
-        !walk.stopped && (back ? TakeBackStep(step, files, &error) : DoStep(step, files, &error));
+    const bool went = !walk.stopped && (back ? TakeBackStep(step, files, &error)
+                                             : CarryOut(step, steps, files, &error));
     if (!went) {
         ++walk.left;
         if (walk.why.empty()) walk.why = NamedBy(step) + " - " + error;
@@ -364,7 +411,7 @@ UndoResult History::Turn(const CommandRow& row, Way way, const GoOn& goOn) {
     const StepState stays = back ? StepState::Undone : StepState::Done;
     const auto visit = [&](Step& step) {
         if (step.state != stays && step.state != StepState::NotDone)
-            WalkStep(step, back, m_files, goOn, walk);
+            WalkStep(step, steps, back, m_files, goOn, walk);
     };
     if (back)
         std::for_each(steps.rbegin(), steps.rend(), visit);

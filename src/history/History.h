@@ -49,6 +49,11 @@ public:
     // not where nobody is asked. On the thread of the command.
     std::function<bool(const std::string& text)> onUnwritable;
 
+    // Nobody is told or asked any more, from now on: their owner goes.
+    void Detach();
+    // Commands that are done and could not be ended are, ahead of whoever looks for the last one.
+    void EndLate();
+
     Files& Disk() { return m_files; }
     // After each command that changed something, on the thread that ended it.
     std::function<void()> onEnd;
@@ -79,33 +84,36 @@ public:
     // With their states as they are, of one that was broken off by a look at the disk.
     std::vector<Step> StepsOf(const CommandRow& row);
     bool Forget();
-    bool Prune(std::int64_t days, std::int64_t bytes);
+    bool Prune(std::int64_t days, std::int64_t bytes, const std::atomic<bool>& stop);
 
     // For Changes: written down, or refused with the reason.
-    bool Begin(const NewCommand& command, std::span<const Step> plan, std::int64_t* id,
-               std::string* error);
-    bool Add(std::int64_t id, std::span<const Step> steps, std::string* error);
+    using Ledger = std::shared_ptr<Journal>; // one that is left goes with its last command
+    bool Begin(const NewCommand& command, std::span<const Step> plan, Ledger& book,
+               std::int64_t* id, std::string* error);
+    bool Add(const Ledger& book, std::int64_t id, std::span<const Step> steps, std::string* error);
+    bool Change(const Ledger& book, std::int64_t id, const Step& step, std::string* error);
     enum class Ended { CanGoBack, ForGood, Unasked };
-    void End(std::int64_t id, const std::string& what, std::size_t files,
+    void End(const Ledger& book, std::int64_t id, const std::string& what, std::size_t files,
              std::span<const Step> changed, Ended how);
 
 private:
-    using Ledger = std::shared_ptr<Journal>; // one that is left goes with its last call
     Ledger Book();
     Ledger Standing(); // null while nothing was ever written
     enum class Way { Back, Again };
-    bool MayGoOn(Wrote wrote, std::string* error);
-    bool BeginAnew();
-    void EndLate();
+    bool MayGoOn(const Ledger& failed, Wrote wrote, std::string* error);
+    bool BeginAnew(const Ledger& damaged);
+    void TellEnd();
     UndoResult Turn(const CommandRow& row, Way way, const GoOn& goOn);
     std::string TouchedSince(const CommandRow& row);
 
     Files& m_files;
+    std::mutex m_telling; // while somebody is told
+    bool m_isDetached = false;
     std::mutex m_mutex; // of the next three
     std::string m_file;
     Ledger m_journal; // null before its first use
     // Of commands that are done, and could not be ended.
-    std::vector<std::function<Wrote(Journal&)>> m_late;
+    std::vector<std::function<bool()>> m_late;
     bool m_isShared = false;
     std::atomic<bool> m_goesWithout = false;
     std::atomic<bool> m_isRefused = false; // for this run

@@ -35,6 +35,11 @@ constexpr const char* kAddWhole = "ALTER TABLE commands ADD COLUMN whole INTEGER
 constexpr const char* kColumns =
     "SELECT id, began, what, folder, files, state, process, whole FROM commands ";
 
+std::int64_t InodeOf(const std::string& file) {
+    struct stat info {};
+    return ::lstat(file.c_str(), &info) == 0 ? static_cast<std::int64_t>(info.st_ino) : 0;
+}
+
 bool IsDamaged(int code) {
     return code == SQLITE_CORRUPT || code == SQLITE_NOTADB;
 }
@@ -65,8 +70,9 @@ private:
     bool m_open;
 };
 
-Journal::Journal(const std::string& file, Known known) {
-    if (known == Known::Damaged) PutDamagedAside(file);
+Journal::Journal(const std::string& file, const Journal* damaged) {
+    // Another program may have put it aside, and begun a new one.
+    if (damaged && damaged->m_inode == InodeOf(file)) PutDamagedAside(file);
     if (Open(file)) return;
     Close();
     if (!m_isDamaged) return;
@@ -94,6 +100,7 @@ bool Journal::Open(const std::string& file) {
                           SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_FULLMUTEX,
                           nullptr) != SQLITE_OK)
         return Failed(), false;
+    m_inode = InodeOf(file);
     ::sqlite3_busy_timeout(m_database, kPatience);
     ::sqlite3_extended_result_codes(m_database, 0);
     for (const char* order : kOrders)
@@ -177,6 +184,11 @@ Wrote Journal::Begin(const NewCommand& command, std::span<const Step> plan, std:
 Wrote Journal::AddSteps(std::int64_t id, std::span<const Step> steps) {
     Transaction writes(*this);
     return writes.End(writes && PutSteps(id, steps));
+}
+
+Wrote Journal::Change(std::int64_t id, const Step& step) {
+    Transaction writes(*this);
+    return writes.End(writes && ChangeSteps(id, {&step, 1}));
 }
 
 bool Journal::CountBytes(std::int64_t id) {
@@ -383,14 +395,14 @@ std::string Journal::Outdated(std::int64_t days, std::int64_t bytes) {
            std::to_string(std::time(nullptr) - days * kDay) + ")";
 }
 
-Wrote Journal::Prune(std::int64_t days, std::int64_t bytes) {
+Wrote Journal::Prune(std::int64_t days, std::int64_t bytes, const std::atomic<bool>& stop) {
     std::string piece = "IN (SELECT id FROM commands WHERE ";
     {
         const std::lock_guard lock(m_mutex);
         piece += Outdated(days, bytes) + " ORDER BY id LIMIT 50)";
     }
     int dropped = 1;
-    while (dropped > 0) {
+    while (dropped > 0 && !stop) {
         Transaction writes(*this);
         if (!writes) return writes.End(false);
         const bool good =

@@ -38,8 +38,8 @@ class Journal {
 public:
     // The file, whose folder is there; made when it is missing, and put aside, never deleted, when
     // it is damaged. An empty name: one in memory, for this run alone.
-    enum class Known { Nothing, Damaged };
-    explicit Journal(const std::string& file, Known known = Known::Nothing);
+    // One that was found damaged while it was written is put aside, if it still stands there.
+    explicit Journal(const std::string& file, const Journal* damaged = nullptr);
     ~Journal();
     Journal(const Journal&) = delete;
     Journal& operator=(const Journal&) = delete;
@@ -52,13 +52,15 @@ public:
     }
     // Where the damaged one lies now; empty when there was none.
     const std::string& PutAside() const { return m_putAside; }
-    // Found while it was written: another Journal of this file, told so, puts it aside.
+    // Found while it was written.
     bool IsDamaged() const { return m_isDamaged; }
 
     // A command that is about to begin, with the steps that it plans; its id.
     Wrote Begin(const NewCommand& command, std::span<const Step> plan, std::int64_t* id);
     // Steps that it had not planned, before they are done.
     Wrote AddSteps(std::int64_t id, std::span<const Step> steps);
+    // A planned step of which more is known, before it is done.
+    Wrote Change(std::int64_t id, const Step& step);
     // The command has ended: `changed` are steps that are not as planned, or have found something
     // out. Nothing can be done again any more that was taken back before it.
     Wrote End(std::int64_t id, const std::string& what, std::int64_t files,
@@ -94,7 +96,7 @@ public:
     Wrote Forget();
     // Commands older than these days, and the oldest beyond these bytes of kept contents; in small
     // pieces, between which others write.
-    Wrote Prune(std::int64_t days, std::int64_t bytes);
+    Wrote Prune(std::int64_t days, std::int64_t bytes, const std::atomic<bool>& stop);
 
 private:
     class Transaction;
@@ -120,6 +122,7 @@ private:
     mutable std::mutex m_mutex;
     std::string m_reason;
     std::string m_putAside;
+    std::int64_t m_inode = 0; // of its file
     std::atomic<bool> m_isDamaged = false;
 };
 

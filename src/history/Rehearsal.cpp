@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstring>
 #include <map>
+#include <set>
 
 namespace tarn {
 
@@ -51,15 +52,15 @@ public:
     }
     std::optional<std::vector<std::string>> FileNames(const std::string& folder,
                                                       std::string* error) const override {
+        const auto known = m_names.find(folder);
+        if (known != m_names.end()) return std::vector(known->second.begin(), known->second.end());
         auto names = m_real.FileNames(folder, error);
         if (!names) return names;
-        std::erase_if(*names, [&](const std::string& name) {
-            return m_now.contains(JoinPath(folder, name));
-        });
+        auto& all = m_names[folder];
+        all.insert(names->begin(), names->end());
         for (const auto& [path, now] : m_now)
-            if (now.stands && !now.isFolder && FolderOf(path) == folder)
-                names->push_back(LastPart(path));
-        return names;
+            if (FolderOf(path) == folder) Amend(path, now);
+        return std::vector(all.begin(), all.end());
     }
     std::vector<std::string> FolderNames(const std::string& folder) const override {
         return m_real.FolderNames(folder);
@@ -98,7 +99,7 @@ public:
     }
     bool Remove(const std::string& path, std::string* error) override {
         if (!Exists(path)) return Refuse(error, ENOENT);
-        m_now[path] = {};
+        Set(path, {});
         return true;
     }
     bool Rename(const std::string& from, const std::string& to, std::string* error) override {
@@ -106,8 +107,8 @@ public:
         if (!look) return false;
         if (Exists(to) && !IsSameFile(from, to)) return Refuse(error, EEXIST);
         const Now moved{true, m_now.contains(from) && m_now[from].isFolder, *look, BytesOf(from)};
-        m_now[from] = {};
-        m_now[to] = moved;
+        Set(from, {});
+        Set(to, moved);
         return true;
     }
     bool Copy(const std::string& from, const std::string& to, std::string* error,
@@ -124,7 +125,7 @@ public:
             return Copy(from, to, error, replaced) ? Moved::Copied : Moved::No;
         if (Exists(to) && replaced && !IsFolder(to) && !IsSameFile(from, to)) {
             *replaced = kSomewhere;
-            m_now[to] = {};
+            Set(to, {});
         }
         return Rename(from, to, error) ? Moved::Renamed : Moved::No;
     }
@@ -150,16 +151,15 @@ public:
         if (!look) return false;
         look->seconds = then.seconds;
         look->nanoseconds = then.nanoseconds;
-        m_now[path] = {true, IsFolder(path), *look, BytesOf(path)};
+        Set(path, {true, IsFolder(path), *look, BytesOf(path)});
         return true;
     }
     bool MakeFolder(const std::string& path, std::string* error) override {
         if (Exists(path)) return Refuse(error, EEXIST);
-        m_now[path].isFolder = true;
-        return Appear(path, path);
+        return Appear(path, path, true);
     }
     int RemoveFolder(const std::string& path, std::string*) override {
-        m_now[path] = {};
+        Set(path, {});
         return 0;
     }
 
@@ -176,20 +176,29 @@ private:
         return at == m_now.end() ? path : at->second.bytesOf;
     }
     // A new file that is like another one.
-    bool Appear(const std::string& path, const std::string& like) {
+    bool Appear(const std::string& path, const std::string& like, bool isFolder = false) {
         FileLook look = Look(like, nullptr).value_or(FileLook());
         look.inode = m_next++;
         if (const auto folder = m_real.Look(FolderOf(path))) look.device = folder->device;
-        const std::string bytes = BytesOf(like);
-        Now& now = m_now[path];
-        now.stands = true;
-        now.look = look;
-        now.bytesOf = bytes;
+        Set(path, {true, isFolder, look, BytesOf(like)});
         return true;
+    }
+    void Set(const std::string& path, const Now& now) {
+        m_now[path] = now;
+        Amend(path, now);
+    }
+    void Amend(const std::string& path, const Now& now) const {
+        const auto names = m_names.find(FolderOf(path));
+        if (names == m_names.end()) return;
+        if (now.stands && !now.isFolder)
+            names->second.insert(LastPart(path));
+        else
+            names->second.erase(LastPart(path));
     }
 
     const Files& m_real;
-    std::map<std::string, Now> m_now; // by path
+    std::map<std::string, Now> m_now;                             // by path
+    mutable std::map<std::string, std::set<std::string>> m_names; // of folders that were read
     decltype(FileLook::inode) m_next = kFirstPretended;
 };
 

@@ -74,12 +74,13 @@ bool HasBytesOf(const Step& step, const Files& files) {
 }
 
 bool IsAsWritten(const Step& step, const FileLook& now, const Files& files) {
-    if (step.after.inode != 0 && IsUnchanged(step.after, now)) return true;
+    const bool hasBytes = !step.newBytes || files.Read(step.from, kMostKept) == step.newBytes;
+    // Size and time stay the same where another program takes care that they do.
+    if (step.after.inode != 0 && IsUnchanged(step.after, now) && hasBytes) return true;
     if (step.state == StepState::Planned) return HasBytesOf(step, files);
     if (step.after.inode != 0) return false;
     // Where neither is known an edit could not be told; only what was not there before may go.
-    if (!step.newBytes) return step.before.inode == 0;
-    return files.Read(step.from, kMostKept) == step.newBytes;
+    return step.newBytes ? hasBytes : step.before.inode == 0;
 }
 
 bool TakeBackWritten(Step& step, Files& files, std::string* error) {
@@ -144,12 +145,15 @@ bool DateAs(const Step& step, const FileLook& stands, const FileLook& put, Files
     return files.PutTimeBack(step.from, put, error);
 }
 
-bool CopyAgain(Step& step, Files& files, std::string* error) {
-    if (!step.aside.empty()) return BackFromBasket(step.aside, step.after, step.to, files, error);
+bool IsOriginal(const Step& step, const Files& files, std::string* error) {
     const FileLook now = IdentityOf(files, step.from);
     if (now.inode == 0) return Refuse(error, kGone);
-    if (!IsTheSame(step.before, now)) return Refuse(error, kAnother);
-    return files.Copy(step.from, step.to, error);
+    return IsTheSame(step.before, now) || Refuse(error, kAnother);
+}
+
+bool CopyAgain(Step& step, Files& files, std::string* error) {
+    if (!step.aside.empty()) return BackFromBasket(step.aside, step.after, step.to, files, error);
+    return IsOriginal(step, files, error) && files.Copy(step.from, step.to, error);
 }
 
 bool DropAgain(const Step& step, Files& files, std::string* error) {
@@ -207,6 +211,11 @@ bool TakeBackStep(Step& step, Files& files, std::string* error) {
         return true; // whoever asked sets the mark
     }
     return true;
+}
+
+bool MoveAgain(Step& step, Files& files, std::string* error) {
+    if (!step.aside.empty()) return DoStep(step, files, error);
+    return IsOriginal(step, files, error) && files.Move(step.from, step.to, error) == Moved::Copied;
 }
 
 bool DoStep(Step& step, Files& files, std::string* error) {

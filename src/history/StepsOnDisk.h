@@ -25,6 +25,8 @@ bool IsTheSame(const FileLook& was, const FileLook& is);
 // stood. What they find out (where in the wastebasket it lies now) they write into the step.
 bool TakeBackStep(Step& step, Files& files, std::string* error);
 bool DoStep(Step& step, Files& files, std::string* error);
+// A copy that is one half of a move onto another disk.
+bool MoveAgain(Step& step, Files& files, std::string* error);
 
 // Of steps in their order, each once, as far as the disk tells: the last first, since a later one
 // may have moved what an earlier one left.

@@ -59,6 +59,7 @@ Stands TellWrittenAt(const Step& step, DiskBefore& disk) {
 }
 
 Stands TellThrown(const Step& step, DiskBefore& disk) {
+    if (step.before.inode == 0) return Stands::Not; // nothing stood there
     if (IsTheSame(step.before, disk.At(step.from))) return Stands::Not;
     disk.Set(step.from, step.before);
     return Stands::Whole;

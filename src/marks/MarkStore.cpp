@@ -174,6 +174,7 @@ void MarkStore::Read() {
         }
         m_folder = wanted.folder;
         m_setSince.clear();
+        m_sharing.clear();
         lock.unlock();
         before.clear();
         std::string untold; // the marks that are known so far are shown
@@ -221,6 +222,8 @@ bool MarkStore::ReadOne(const Wanted& wanted, const std::string& name,
     {
         const std::lock_guard lock(m_mutex);
         if (!isWanted()) return false;
+        if (!sidecar.empty() && FoldCase(sidecar) != FoldCase(OwnSidecarName(name)))
+            m_sharing[FoldCase(sidecar)].insert(name);
         if (m_setSince.contains(name)) return true;
         const auto known = m_known.find(name);
         if (known != m_known.end() && look && known->second.look == *look) return true;
@@ -237,7 +240,8 @@ bool MarkStore::ReadOne(const Wanted& wanted, const std::string& name,
 // What an earlier run, or an earlier look at this folder, could not write.
 void MarkStore::TryKeptAgain(const std::string& folder) {
     for (const auto& [path, change] : m_kept)
-        if (FolderOf(path) == folder && !m_pending.all.contains(path))
+        if (FolderOf(path) == folder && !m_pending.all.contains(path) &&
+            !m_writing.all.contains(path))
             m_pending.Add({{}, {{path, change}}});
 }
 
@@ -257,10 +261,12 @@ void MarkStore::Write() {
         std::string thrown;
         Guarded(thrown, [this] { return WriteAll(), true; });
         if (!thrown.empty()) Tell("Marks NOT written - " + thrown);
-        TellChanged();
         lock.lock();
         m_writing = {};
         m_written = {};
+        lock.unlock();
+        TellChanged(); // ahead of whoever waits for it
+        lock.lock();
         m_settled.notify_all();
     }
 }
@@ -274,29 +280,47 @@ void MarkStore::WriteAll() {
             WriteCommand(set, folders, aside);
         else
             for (const auto& [path, change] : set.changes)
-                TakeAnswer(path, change, WriteOne(m_files, path, change, folders), folders, aside);
+                TakeAnswer(path, change, WriteOne(m_files, path, change, folders), aside);
     }
     std::string error;
     if (!m_aside.Keep(aside, &error)) Tell("Marks are NOT kept - " + error);
 }
 
+// It belongs to an earlier command: taken back with this one it would be lost.
+void MarkStore::WriteKeptFirst(const MarksSet& set, Folders& folders, Aside& aside) {
+    KeptMarks kept;
+    {
+        const std::lock_guard lock(m_mutex);
+        for (const auto& [path, change] : set.changes)
+            if (const auto at = m_kept.find(path); at != m_kept.end()) kept.insert(*at);
+    }
+    for (const auto& [path, change] : kept)
+        TakeAnswer(path, change, WriteOne(m_files, path, change, folders), aside);
+}
+
 // What the history refuses is not kept aside either: it could not be taken back.
 void MarkStore::WriteCommand(const MarksSet& set, Folders& folders, Aside& aside) {
+    WriteKeptFirst(set, folders, aside);
     Changes changes(m_history, set.what);
-    std::size_t unplanned = 0; // before the next plan is due
+    std::vector<WrittenMark> all; // of the set's pictures, in their order
+    std::size_t unplanned = 0;    // before the next plan is due
     for (const auto& [path, change] : set.changes) {
         if (unplanned-- == 0 && set.changes.size() > 1) {
             Plan(set, path, folders, changes);
             unplanned = kPlannedAtOnce - 1;
         }
-        WrittenMark written = WriteOne(changes, path, change, folders);
-        if (!written.done && !written.isGone && !changes.IsRefused()) {
-            const Mark before = MarkBefore(path, folders);
-            changes.Marked(path, before, Changed(before, change), &written.error);
-        }
-        if (changes.IsRefused()) return Tell("Not marked: " + written.error);
-        TakeAnswer(path, change, written, folders, aside);
+        all.push_back(WriteOne(changes, path, change, folders));
+        WrittenMark& written = all.back();
+        if (!written.done && !written.isGone && !changes.IsRefused())
+            changes.Marked(PlanMark(path, change, folders, changes), &written.error);
+        if (!changes.IsRefused()) continue;
+        std::string stays; // of those before it
+        changes.TakeBack(&stays);
+        return Tell("Not marked: " + written.error + (stays.empty() ? "" : "; " + stays));
     }
+    changes.Close();
+    auto written = all.begin();
+    for (const auto& [path, change] : set.changes) TakeAnswer(path, change, *written++, aside);
 }
 
 // The sidecars of the next pictures of the set, in one transaction; what cannot be planned is
@@ -308,7 +332,10 @@ void MarkStore::Plan(const MarksSet& set, const std::string& from, Folders& fold
     std::size_t left = kPlannedAtOnce;
     for (auto at = set.changes.find(from); at != set.changes.end() && left > 0; ++at, --left) {
         const auto& names = NamesIn(folders, at->first);
-        if (!names) continue;
+        if (!names || !m_files.IsWritable(FolderOf(at->first))) {
+            steps.push_back(PlanMark(at->first, at->second, folders, changes));
+            continue;
+        }
         auto sidecar = SidecarWith(m_files, at->first, *names, WithKept(at->first, at->second));
         if (sidecar && planned.insert(sidecar->path).second)
             steps.push_back(changes.PlanWrite(sidecar->path, std::move(sidecar->bytes)));
@@ -341,10 +368,12 @@ WrittenMark MarkStore::WriteOne(Files& files, const std::string& path, const Mar
 }
 
 // Of one whose sidecar takes none.
-Mark MarkStore::MarkBefore(const std::string& path, Folders& folders) const {
+Step MarkStore::PlanMark(const std::string& path, const MarkChange& change, Folders& folders,
+                         Changes& changes) const {
     const auto& names = NamesIn(folders, path);
     const Mark read = names ? ReadMark(m_files, path, *names).mark : Mark();
-    return Changed(read, WithKept(path, {}));
+    const Mark before = Changed(read, WithKept(path, {}));
+    return changes.PlanMark(path, before, Changed(before, change));
 }
 
 // What is kept aside of the file goes into its sidecar, too.
@@ -355,15 +384,14 @@ MarkChange MarkStore::WithKept(const std::string& path, const MarkChange& change
 }
 
 void MarkStore::TakeAnswer(const std::string& path, const MarkChange& change,
-                           const WrittenMark& written, Folders& folders, Aside& aside) {
+                           const WrittenMark& written, Aside& aside) {
     {
         const std::lock_guard lock(m_mutex);
         ++m_written.count;
         const auto kept = m_kept.find(path);
         if (written.done || written.isGone) {
             // Its look is not known: the next reading will see.
-            if (written.done && FolderOf(path) == m_folder)
-                KnowWritten(LastPart(path), written, NamesIn(folders, path));
+            if (written.done && FolderOf(path) == m_folder) KnowWritten(LastPart(path), written);
             if (kept != m_kept.end()) m_kept.erase(kept);
             aside[path] = {};
             return;
@@ -376,18 +404,14 @@ void MarkStore::TakeAnswer(const std::string& path, const MarkChange& change,
 }
 
 // Of all that have this sidecar and none of their own; under the lock.
-void MarkStore::KnowWritten(const std::string& name, const WrittenMark& written,
-                            const std::optional<SidecarNames>& sidecars) {
+void MarkStore::KnowWritten(const std::string& name, const WrittenMark& written) {
     m_known[name] = {written.mark, {}};
     m_setSince.insert(name);
     m_anyMarked = m_anyMarked || written.mark != Mark();
-    const std::string sidecar = FoldCase(written.sidecar);
-    if (sidecar.empty() || sidecar == FoldCase(OwnSidecarName(name))) return;
-    for (auto& [other, known] : m_known) {
-        if (FoldCase(SharedSidecarName(other)) != sidecar || other == name ||
-            (sidecars && !sidecars->OwnOf(other).empty()))
-            continue;
-        known = {written.mark, {}};
+    const auto sharing = m_sharing.find(FoldCase(written.sidecar));
+    if (sharing == m_sharing.end() || !sharing->second.contains(name)) return;
+    for (const std::string& other : sharing->second) {
+        m_known[other] = {written.mark, {}};
         m_setSince.insert(other);
     }
 }

@@ -25,6 +25,7 @@ namespace tarn {
 class Changes;
 class History;
 class SidecarNames;
+struct Step;
 struct WrittenMark;
 
 // Marks that are set together.
@@ -101,6 +102,7 @@ private:
 
     void Write();
     void WriteAll();
+    void WriteKeptFirst(const MarksSet& set, Folders& folders, Aside& aside);
     void WriteCommand(const MarksSet& set, Folders& folders, Aside& aside);
     void Plan(const MarksSet& set, const std::string& from, Folders& folders,
               Changes& changes) const;
@@ -108,11 +110,11 @@ private:
     WrittenMark WriteOne(Files& files, const std::string& path, const MarkChange& change,
                          Folders& folders);
     MarkChange WithKept(const std::string& path, const MarkChange& change) const;
-    Mark MarkBefore(const std::string& path, Folders& folders) const;
+    Step PlanMark(const std::string& path, const MarkChange& change, Folders& folders,
+                  Changes& changes) const;
     void TakeAnswer(const std::string& path, const MarkChange& change, const WrittenMark& written,
-                    Folders& folders, Aside& aside);
-    void KnowWritten(const std::string& name, const WrittenMark& written,
-                     const std::optional<SidecarNames>& sidecars);
+                    Aside& aside);
+    void KnowWritten(const std::string& name, const WrittenMark& written);
     void TellFault(const std::string& path, const WrittenMark& written);
     void Tell(const std::string& text) const;
     void TellChanged() const;
@@ -132,7 +134,9 @@ private:
     bool m_anyMarked = false;                       // of what is known
     std::string m_folder;                           // of what is known
     std::unordered_map<std::string, Known> m_known; // by name
-    std::unordered_set<std::string> m_setSince;     // names written since their reading began
+    // The names that have a sidecar in common, by its folded name.
+    std::unordered_map<std::string, std::set<std::string>> m_sharing;
+    std::unordered_set<std::string> m_setSince; // names written since their reading began
     Queue m_pending;
     Queue m_writing;
     Unwritten m_written;            // of those

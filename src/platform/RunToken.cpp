@@ -3,6 +3,7 @@
 #include "common/paths.h"
 #include "platform/OpenRegular.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <charconv>
 #include <csignal>
@@ -20,27 +21,38 @@ namespace {
 constexpr std::size_t kDigits = 8;
 constexpr std::size_t kOfMachine = 2 * kDigits + 2; // with both lines behind
 
-// No one learns the machine's own number from it.
-std::string Short(const std::string& path) {
+std::string TextOf(const char* path) {
     std::string fault;
     const OpenFile file(path, fault);
     char text[64] = {};
     const ssize_t got = file ? ::pread(file.Number(), text, sizeof text, 0) : 0;
+    return {text, std::size_t(std::max<ssize_t>(0, got))};
+}
+
+// Within which the numbers of processes count.
+std::string Namespace() {
+    char text[64] = {};
+    const ssize_t got = ::readlink("/proc/self/ns/pid", text, sizeof text);
+    return {text, std::size_t(std::max<ssize_t>(0, got))};
+}
+
+// No one learns the machine's own number from it.
+std::string Short(const std::string& text) {
     std::uint32_t hash = 2166136261U;
-    for (ssize_t i = 0; i < got; ++i)
-        hash = (hash ^ static_cast<unsigned char>(text[i])) * 16777619U;
+    for (const char letter : text) hash = (hash ^ static_cast<unsigned char>(letter)) * 16777619U;
     char digits[kDigits + 1];
     std::snprintf(digits, sizeof digits, "%08x", static_cast<unsigned>(hash));
     return digits;
 }
 
 const std::string& Machine() {
-    static const std::string kText = Short("/etc/machine-id") + "-";
+    static const std::string kText = Short(TextOf("/etc/machine-id")) + "-";
     return kText;
 }
 
 const std::string& Boot() {
-    static const std::string kText = Short("/proc/sys/kernel/random/boot_id") + "-";
+    static const std::string kText =
+        Short(TextOf("/proc/sys/kernel/random/boot_id") + Namespace()) + "-";
     return kText;
 }
 
@@ -58,7 +70,8 @@ const std::string& RunToken() {
 }
 
 bool IsOfEndedRun(std::string_view token) {
-    if (token.size() <= kOfMachine || !token.starts_with(Machine())) return false;
+    static const bool kIsKnown = !TextOf("/etc/machine-id").empty();
+    if (!kIsKnown || token.size() <= kOfMachine || !token.starts_with(Machine())) return false;
     int process = 0;
     const char* end = token.data() + token.size();
     const auto [rest, fault] = std::from_chars(token.data() + kOfMachine, end, process);

@@ -30,8 +30,10 @@ struct HistoryDesk : FilesDesk {
         const std::vector<Step> steps{changes.PlanRename(At("a.jpg"), At("x.jpg")),
                                       changes.PlanRename(At("b.jpg"), At("y.jpg"))};
         std::int64_t id = 0;
+        History::Ledger book;
         std::string error;
-        ASSERT_TRUE(killed.Begin({"Rename of 2 pictures", folder.Path(), true}, steps, &id, &error))
+        ASSERT_TRUE(
+            killed.Begin({"Rename of 2 pictures", folder.Path(), true}, steps, book, &id, &error))
             << error;
         ASSERT_TRUE(files.Rename(At("a.jpg"), At("x.jpg"), &error)) << error;
         sqlite3* database = nullptr;

@@ -9,6 +9,9 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
+
+#include <filesystem>
 #include <random>
 
 namespace tarn::testing {
@@ -201,6 +204,24 @@ TEST(History, AnotherFileOfTheNameIsNotTaken) {
               "NOT undone: Rename; 1 not taken back, first a - it is not there any more");
     std::filesystem::rename(desk.At("away"), desk.At("b"));
     EXPECT_EQ(desk.history->Undo(kAll).text, "Undone: Rename; back again: 'a'");
+}
+
+// As another program leaves them that keeps the times of what it writes.
+TEST(History, WhatHasOtherBytesIsNotGivenBackThoughItLooksTheSame) {
+    Desk desk(Tree{{"a.xmp", "rating 3"}});
+    {
+        Changes changes(*desk.history, "Write");
+        changes.Write(desk.At("a.xmp"), "rating 4", &desk.error);
+        changes.Write(desk.At("new.xmp"), "rating 1", &desk.error);
+    }
+    for (const char* name : {"a.xmp", "new.xmp"}) {
+        const auto time = std::filesystem::last_write_time(desk.At(name));
+        std::ofstream(desk.At(name)) << "rating 5";
+        std::filesystem::last_write_time(desk.At(name), time);
+    }
+    EXPECT_EQ(desk.history->Undo(kAll).text, "NOT undone: Write; 2 not taken back, first new.xmp - "
+                                             "it has been changed since");
+    EXPECT_EQ(desk.Standing(), (Tree{{"a.xmp", "rating 5"}, {"new.xmp", "rating 5"}}));
 }
 
 TEST(History, MarksAndFoldersAndStagedFilesGoBothWays) {

@@ -132,9 +132,10 @@ TEST(Journal, OldAndLargeCommandsGoAndAllCanBeForgotten) {
     ::sqlite3_exec(database, "UPDATE commands SET began = began - 91*86400 WHERE id=1", nullptr,
                    nullptr, nullptr);
     ::sqlite3_close(database);
-    EXPECT_TRUE(history.Prune(90, 1 << 20));
+    const std::atomic<bool> never = false;
+    EXPECT_TRUE(history.Prune(90, 1 << 20, never));
     EXPECT_EQ(Whats(history), (std::vector<std::string>{"Delete 'c'", "Delete 'b'"}));
-    EXPECT_TRUE(history.Prune(90, 1)); // the newest stays, whatever its size
+    EXPECT_TRUE(history.Prune(90, 1, never)); // the newest stays, whatever its size
     EXPECT_EQ(Whats(history), std::vector<std::string>{"Delete 'c'"});
     EXPECT_TRUE(history.Forget());
     EXPECT_EQ(Whats(history), std::vector<std::string>());
@@ -177,9 +178,37 @@ TEST(Journal, ACommandThatCouldNotBeEndedIsEndedLater) {
     }
     ::sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
     ::sqlite3_close(other);
+    ASSERT_TRUE(book.Throw(history, "b"));
+    EXPECT_EQ(Whats(history), (std::vector<std::string>{"Delete 'b'", "Delete 'a'"}));
+    for (const char* what : {"Delete 'b'", "Delete 'a'"}) {
+        const auto next = history.NextToUndo();
+        ASSERT_TRUE(next);
+        EXPECT_EQ(next->what, what);
+        EXPECT_TRUE(history.Undo([](std::size_t) { return true; }).done);
+    }
+}
+
+// The end of a command belongs to the database in which it began, whichever stands by then.
+TEST(Journal, ALateEndNeverReachesAnotherDatabase) {
+    Book book;
+    History history(book.files, book.File());
+    history.onUnwritable = [](const std::string&) { return true; };
+    sqlite3* other = nullptr;
+    ASSERT_EQ(::sqlite3_open(book.File().c_str(), &other), SQLITE_OK);
+    {
+        Changes changes(history, "Delete 'a'");
+        std::string error;
+        ASSERT_TRUE(changes.ThrowAway(book.pictures.Write("a", "a"), &error)) << error;
+        ASSERT_EQ(::sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+    }
+    ::sqlite3_exec(other, "DROP TABLE plans; COMMIT", nullptr, nullptr, nullptr);
+    ::sqlite3_close(other);
+    ASSERT_TRUE(book.Throw(history, "b")) << book.error; // goes on in memory, as number 1
     const auto next = history.NextToUndo();
     ASSERT_TRUE(next);
-    EXPECT_EQ(next->what, "Delete 'a'");
+    EXPECT_EQ(next->what, "Delete 'b'");
+    EXPECT_EQ(history.Undo([](std::size_t) { return true; }).text,
+              "Undone: Delete 'b'; back again: 'b'");
 }
 
 } // namespace

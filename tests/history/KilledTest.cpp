@@ -95,6 +95,13 @@ void MakeFolderFor(Changes& changes, const std::string& folder, const std::strin
     changes.MoveTo(JoinPath(folder, "a"), JoinPath(folder, "sub/a"), &error);
 }
 
+// Two files of one name, the second over the first.
+void PasteTwins(Changes& changes, const std::string& folder, const std::string&) {
+    std::string error;
+    changes.CopyTo(JoinPath(folder, "a"), JoinPath(folder, "x"), &error, Standing::ThrowAway);
+    changes.CopyTo(JoinPath(folder, "b"), JoinPath(folder, "x"), &error, Standing::ThrowAway);
+}
+
 const std::vector<Act>& Acts() {
     static const std::vector<Act> kActs{
         {"renames in a circle", {{"a", "1"}, {"b", "22"}, {"c", "333"}}, RenameMany},
@@ -102,6 +109,7 @@ const std::vector<Act>& Acts() {
         {"delete unplanned", {{"a", "1"}, {"b", "22"}, {"c", "333"}}, ThrowMany, false},
         {"rename with note", {{"a", "1"}, {"a.enf", "note"}, {"b", "22"}}, RenameWithNote},
         {"copy over", {{"a", "1"}, {"b", "22"}}, CopyOver},
+        {"twins", {{"a", "1"}, {"b", "22"}, {"x", "333"}}, PasteTwins},
         {"writing", {{"a", "1"}, {"b", "2222"}, {"c", "333"}}, WriteSome},
         {"writing unplanned", {{"a", "1"}, {"b", "2222"}, {"c", "333"}}, WriteSome, false},
         {"move onto another disk", {{"a", "1"}, {"a.xmp", "mark"}, {"b", "22"}}, MoveFar},

@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sqlite3.h>
+
 #include <atomic>
 #include <condition_variable>
 
@@ -308,6 +310,59 @@ TEST(MarkStore, AMarkKeptAsideIsACommandToo) {
     ASSERT_EQ(back.marks.size(), 1U) << back.text;
     EXPECT_EQ(back.marks[0].path, d.At("a.jpg"));
     EXPECT_EQ(back.marks[0].change, Decide(Decision::None));
+}
+
+// What an earlier command could not write is none of this one's.
+TEST(MarkStore, WhatWasKeptAsideStaysWhenALaterMarkGoesBack) {
+    StoreDesk d;
+    d.folder.Write("a.jpg", "a");
+    bool mayWrite = false;
+    d.BeginWith([&](const std::string& verb, const std::string& path) {
+        return verb == "writable" && path == d.folder.Path() && !mayWrite ? "no" : "";
+    });
+    d.store->Set({"Rejected 'a.jpg'", {{d.At("a.jpg"), Decide(Decision::Reject)}}});
+    d.store->Flush();
+    EXPECT_EQ(d.store->KeptAside(d.At("a.jpg")), Decide(Decision::Reject));
+    mayWrite = true;
+    d.store->Set({"3 stars 'a.jpg'", {{d.At("a.jpg"), Rate(3)}}});
+    d.store->Flush();
+    EXPECT_EQ(d.OnDisk("a.jpg"), (Mark{Decision::Reject, 3}));
+    EXPECT_EQ(d.history.Undo([](std::size_t) { return true; }).text, "Undone: 3 stars 'a.jpg'");
+    EXPECT_EQ(d.OnDisk("a.jpg"), (Mark{Decision::Reject, 0}));
+}
+
+// More than are planned at once; in the midst of it another program holds the history.
+TEST(MarkStore, ACommandThatIsRefusedHalfwayIsNotDoneAtAll) {
+    StoreDesk d;
+    MarksSet many{"Kept many", {}};
+    for (int i = 100; i < 500; ++i) {
+        d.folder.Write(std::to_string(i) + ".jpg", "");
+        many.changes[d.At(std::to_string(i) + ".jpg")] = Decide(Decision::Keep);
+    }
+    d.store.reset();
+    TestFolder state;
+    History history(d.files, state.Path() + "/history.db");
+    sqlite3* other = nullptr;
+    int written = 0;
+    d.files.onChange = [&](const std::string& verb, const std::string&) {
+        if (verb != "write" || ++written != 200) return std::string();
+        ::sqlite3_open((state.Path() + "/history.db").c_str(), &other);
+        ::sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
+        return std::string();
+    };
+    std::vector<std::string> told;
+    {
+        MarkStore store(history, {.changed = {},
+                                  .told = [&](const std::string& text) { told.push_back(text); }});
+        store.Set(many);
+        store.Flush();
+        EXPECT_EQ(store.MarkOf(d.At("100.jpg")), std::nullopt);
+    }
+    ::sqlite3_close(other);
+    EXPECT_EQ(told, std::vector<std::string>{"Not marked: another program is changing files just "
+                                             "now, nothing was done"});
+    EXPECT_EQ(ReadTree(d.folder.Path()).size(), 400U);
+    EXPECT_FALSE(history.NextToUndo());
 }
 
 } // namespace

@@ -105,6 +105,12 @@ std::string DateStrip::PutBack() {
                     set.size() == 1
                         ? "File date of '" + LastPart(set.front().path) + "' given back"
                         : "File dates of " + std::to_string(set.size()) + " files given back");
+    std::vector<Step> plan;
+    for (const DateChange& change : set) {
+        plan.push_back(changes.PlanTimes(change.path, change.before.seconds));
+        plan.back().after.nanoseconds = change.before.nanoseconds;
+    }
+    changes.PlanWhole(std::move(plan));
     for (const DateChange& change : set) {
         std::string error;
         if (PutBackOne(change, changes, &error)) {
