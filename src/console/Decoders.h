@@ -8,6 +8,7 @@
 #include "console/MarkCommands.h"
 #include "console/PageCommands.h"
 #include "console/SheetCommand.h"
+#include "console/StackCommand.h"
 #include "console/StarsCommand.h"
 #include "console/Subcommand.h"
 
@@ -40,6 +41,9 @@ PageResult MakeGallery(const PageRequest& request);
 // Stars of pictures: what was measured before comes from the store in the cache folder.
 std::vector<FrameMeasures> MeasureStars(const std::vector<std::string>& paths);
 std::vector<MeasuredStar> ListStars(const std::string& path, std::string& fault);
+
+// Frames laid over each other, and their mean written.
+StackResult SumOfFrames(const SumOrder& order);
 
 // What window and console did.
 std::vector<PastCommand> PastCommands(std::int64_t most);

@@ -45,6 +45,7 @@ public:
     }
 
     const std::vector<MadeStar>& Stars() const { return m_stars; }
+    std::vector<MadeStar>& Stars() { return m_stars; }
 
     // `more` adds what is no star, in the frame's own places.
     void Add(const SeenFrame& frame, unsigned seed,

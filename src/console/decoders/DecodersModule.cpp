@@ -7,6 +7,7 @@
 #include "console/decoders/Past.h"
 #include "console/decoders/Sheets.h"
 #include "console/decoders/Stars.h"
+#include "console/decoders/Sums.h"
 #include "console/decoders/Thumbnails.h"
 #include "decoder/DecoderPool.h"
 #include "imaging/PictureLoader.h"
@@ -96,6 +97,15 @@ std::vector<MeasuredStar> Sources(const std::string& path, std::string& fault) {
     return ListSourcesOf(path, fault);
 }
 
+StackResult Sum(const SumOrder& order) {
+    NeedApplication(false);
+    std::string thrown;
+    StackResult result = Guarded(thrown, [&] { return MakeSum(order); });
+    if (!thrown.empty()) result.fault = thrown;
+    result.frames.resize(order.paths.size());
+    return result;
+}
+
 std::vector<PastCommand> Past(std::int64_t most) {
     NeedApplication(false);
     return ReadPast(most);
@@ -120,6 +130,6 @@ std::vector<SetDate> Dates(const std::vector<SetDate>& wanted) {
 
 extern "C" const DecodersModule TarnModule{Look,       Convert,   Page,       Gallery, Sheet,
                                            Thumbnails, ReadMarks, WriteMarks, Stars,   Sources,
-                                           Past,       Undo,      Redo,       Dates};
+                                           Sum,        Past,      Undo,       Redo,    Dates};
 
 } // namespace tarn

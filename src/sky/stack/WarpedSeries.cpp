@@ -91,6 +91,12 @@ bool WarpedSeries::Read(std::size_t frame, int colour, int row, int rows, std::i
                            std::size_t(rows) * std::size_t(m_width) * sizeof(std::int16_t));
 }
 
+bool WarpedSeries::ReadRun(std::size_t frame, int colour, int x, int y, int count,
+                           std::int16_t* to) const {
+    return m_scratch->Read(RowAt(frame, colour, y) + std::size_t(x) * sizeof(std::int16_t), to,
+                           std::size_t(count) * sizeof(std::int16_t));
+}
+
 std::string WarpedSeries::Take(const SeriesFrame& frame, std::size_t place,
                                const SeriesWatch& watch) {
     std::string error;

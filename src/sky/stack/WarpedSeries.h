@@ -70,6 +70,8 @@ public:
 
     // Rows of a frame; any thread. False where the disk errs.
     bool Read(std::size_t frame, int colour, int row, int rows, std::int16_t* to) const;
+    // Some beside each other of one row.
+    bool ReadRun(std::size_t frame, int colour, int x, int y, int count, std::int16_t* to) const;
 
 private:
     std::size_t RowAt(std::size_t frame, int colour, int row) const;

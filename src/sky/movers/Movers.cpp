@@ -1,0 +1,171 @@
+#include "sky/movers/Movers.h"
+
+#include "sky/movers/Differences.h"
+#include "sky/movers/HotPixels.h"
+#include "sky/movers/TrackFit.h"
+#include "sky/movers/Tracks.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace tarn {
+
+namespace {
+
+constexpr std::size_t kFewest = 3;
+constexpr double kSeen = 3;        // deviations of a frame's sight
+constexpr double kLeastSignal = 9; // of all together
+constexpr double kShare = 0.4;     // of the frames that have its place, in which it is seen
+constexpr double kSame = 2.5;      // samples between two tracks of one mover
+constexpr double kWidthOfSigma = 2.3548;
+
+class Finding {
+public:
+    Finding(std::span<const MoversFrame> frames, std::size_t reference, const FrameReader& read,
+            const MoversOrder& order)
+        : m_all(frames), m_reference(reference), m_order(order),
+          m_series(order.scratch, [&read](std::size_t number, std::string& error) {
+              auto samples = read(number, error);
+              return samples ? std::optional(WithoutHotPixels(*samples)) : std::nullopt;
+          }) {}
+
+    MoversResult Do() {
+        m_result.faults.resize(m_all.size());
+        if (m_all.size() < kFewest) m_result.fault = "fewer than three frames";
+        if (m_result.fault.empty()) m_result.fault = m_series.SetReference(m_reference);
+        if (!m_result.fault.empty() || !Warp()) return m_result;
+        std::vector<std::vector<NewSource>> sources;
+        if (!FindNewSources(m_series, m_differences, m_order.watch, sources)) {
+            BreakOff("the disk is full or errs");
+            return m_result;
+        }
+        LeaveOutStill(m_frames, sources);
+        Measure(FindTracks(m_frames, sources));
+        return m_result;
+    }
+
+private:
+    void BreakOff(const std::string& fault) {
+        m_result.cancelled = m_order.watch.IsCancelled();
+        m_result.fault = m_result.cancelled ? "cancelled" : fault;
+    }
+
+    bool Warp();
+    void Measure(const std::vector<Track>& tracks);
+    bool IsMover(const MeasuredTrack& measured) const;
+    Mover MoverOf(const MeasuredTrack& measured) const;
+
+    std::span<const MoversFrame> m_all;
+    std::size_t m_reference;
+    const MoversOrder& m_order;
+    WarpedSeries m_series;
+    MoversResult m_result;
+    std::vector<std::size_t> m_places; // in m_all of the frames that could be read
+    std::vector<TrackFrame> m_frames;
+    std::vector<DifferenceFrame> m_differences;
+};
+
+// Frames that cannot be read are left out, and the others warped again without them: it is rare.
+bool Finding::Warp() {
+    for (std::size_t i = 0; i < m_all.size(); ++i) m_places.push_back(i);
+    for (bool again = true; again;) {
+        std::vector<SeriesFrame> frames;
+        for (const std::size_t place : m_places) frames.push_back(m_all[place].frame);
+        std::vector<std::string> faults;
+        if (!m_series.Make(frames, m_order.watch, faults)) {
+            BreakOff(m_series.Fault());
+            return false;
+        }
+        std::vector<std::size_t> left;
+        for (std::size_t i = 0; i < faults.size(); ++i) {
+            m_result.faults[m_places[i]] = faults[i];
+            if (faults[i].empty()) left.push_back(m_places[i]);
+        }
+        again = left.size() < m_places.size();
+        m_places = std::move(left);
+        if (m_places.size() < kFewest) {
+            BreakOff("fewer than three frames");
+            return false;
+        }
+    }
+    double first = m_all[m_places.front()].seconds;
+    for (const std::size_t place : m_places) first = std::min(first, m_all[place].seconds);
+    for (const std::size_t place : m_places) {
+        const MoversFrame& frame = m_all[place];
+        const double hours = (frame.seconds - first) / 3600;
+        const double scale = std::sqrt(std::abs(frame.frame.map.Area()));
+        m_frames.push_back({hours, Inverse(frame.frame.map)});
+        m_differences.push_back({hours, scale * frame.fwhm / kWidthOfSigma});
+    }
+    return true;
+}
+
+void Finding::Measure(const std::vector<Track>& tracks) {
+    std::vector<MeasuredTrack> kept;
+    for (const Track& track : tracks) {
+        if (m_order.watch.IsCancelled()) return BreakOff({});
+        auto measured = MeasureTrack(m_series, m_differences, track);
+        if (measured && IsMover(*measured)) kept.push_back(std::move(*measured));
+    }
+    std::stable_sort(kept.begin(), kept.end(),
+                     [](const MeasuredTrack& one, const MeasuredTrack& other) {
+                         return one.signal > other.signal;
+                     });
+    const double last = m_frames.back().hours;
+    std::vector<Track> told;
+    for (const MeasuredTrack& measured : kept) {
+        const Track& track = measured.track;
+        const bool isTold = std::any_of(told.begin(), told.end(), [&](const Track& other) {
+            return std::hypot(track.x - other.x, track.y - other.y) < kSame &&
+                   std::hypot(track.XAt(last) - other.XAt(last),
+                              track.YAt(last) - other.YAt(last)) < kSame;
+        });
+        if (isTold) continue;
+        told.push_back(track);
+        m_result.movers.push_back(MoverOf(measured));
+    }
+}
+
+bool Finding::IsMover(const MeasuredTrack& measured) const {
+    const double speed = std::hypot(measured.track.speedX, measured.track.speedY);
+    std::size_t covered = 0;
+    std::size_t seen = 0;
+    for (const TrackSight& sight : measured.sights) {
+        covered += sight.covered ? 1 : 0;
+        seen += sight.covered && sight.signal >= kSeen ? 1 : 0;
+    }
+    return measured.signal >= kLeastSignal && speed >= kSlowest && speed <= kFastest &&
+           seen >= kFewest && double(seen) >= kShare * double(covered);
+}
+
+Mover Finding::MoverOf(const MeasuredTrack& measured) const {
+    Mover mover;
+    mover.signal = measured.signal;
+    mover.speed = std::hypot(measured.track.speedX, measured.track.speedY);
+    mover.angle = std::atan2(measured.track.speedY, measured.track.speedX) * 180 / std::numbers::pi;
+    std::vector<std::size_t> order;
+    for (std::size_t i = 0; i < m_frames.size(); ++i)
+        if (measured.sights[i].covered && measured.sights[i].signal >= kSeen) order.push_back(i);
+    std::stable_sort(order.begin(), order.end(), [&](std::size_t one, std::size_t other) {
+        return m_frames[one].hours < m_frames[other].hours;
+    });
+    for (const std::size_t i : order) {
+        const SeriesFrame& frame = m_all[m_places[i]].frame;
+        const double hours = m_frames[i].hours;
+        const auto [x, y] = m_frames[i].back(measured.track.XAt(hours), measured.track.YAt(hours));
+        const double perFlux = 1 / (frame.light * std::abs(frame.map.Area()));
+        mover.sights.push_back(
+            {frame.number, x, y, measured.sights[i].flux * perFlux, measured.sights[i].signal});
+    }
+    return mover;
+}
+
+} // namespace
+
+MoversResult FindMovers(std::span<const MoversFrame> frames, std::size_t reference,
+                        const FrameReader& read, const MoversOrder& order) {
+    return Finding(frames, reference, read, order).Do();
+}
+
+} // namespace tarn
