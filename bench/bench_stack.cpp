@@ -192,7 +192,7 @@ struct Target : tarn::SumTarget {
 
     bool Begin(int width, int height, int colours) override {
         std::remove(path.c_str());
-        return writer.Create(path, width, height, colours, {});
+        return writer.Create(path, width, height, colours, 0);
     }
     bool Write(int colour, int row, int rows, const float* values) override {
         return writer.WriteRows(colour, row, rows, values);
@@ -214,7 +214,7 @@ void OurSum(const std::vector<std::string>& paths, const std::string& folder, do
         return tarn::ReadFrameColours(paths[i], error);
     };
     const tarn::StackResult result = tarn::StackSeries(plan, read, order, target);
-    Check(result.fault.empty() && target.writer.Close(), "our sum");
+    Check(result.fault.empty() && target.writer.Close({}), "our sum");
 }
 
 } // namespace

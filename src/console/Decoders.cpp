@@ -82,6 +82,13 @@ StackResult SumOfFrames(const SumOrder& order) {
     return result;
 }
 
+MoversResult MoversOfFrames(const MoversQuest& quest) {
+    if (const auto* decoders = FromModule<DecodersModule>()) return decoders->movers(quest);
+    MoversResult result = NotInstalled(&MoversResult::fault);
+    result.faults.resize(quest.paths.size());
+    return result;
+}
+
 std::vector<PastCommand> PastCommands(std::int64_t most) {
     const auto* decoders = FromModule<DecodersModule>();
     return decoders ? decoders->past(most) : std::vector<PastCommand>();

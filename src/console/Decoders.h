@@ -6,6 +6,7 @@
 #include "console/DatesCommand.h"
 #include "console/HistoryCommands.h"
 #include "console/MarkCommands.h"
+#include "console/MoversCommand.h"
 #include "console/PageCommands.h"
 #include "console/SheetCommand.h"
 #include "console/StackCommand.h"
@@ -44,6 +45,8 @@ std::vector<MeasuredStar> ListStars(const std::string& path, std::string& fault)
 
 // Frames laid over each other, and their mean written.
 StackResult SumOfFrames(const SumOrder& order);
+// And what moves in them.
+MoversResult MoversOfFrames(const MoversQuest& quest);
 
 // What window and console did.
 std::vector<PastCommand> PastCommands(std::int64_t most);

@@ -2,6 +2,7 @@
 
 #include "common/numbers.h"
 #include "console/Arguments.h"
+#include "console/RejectedFrames.h"
 #include "console/TableRow.h"
 
 #include <algorithm>
@@ -15,7 +16,6 @@ namespace {
 constexpr OptionRule kOptions[] = {{"--csv"}, {"--to", "OUT.fits"}, {"--reject", "SIGMA"}};
 constexpr UsageLine kLines[] = {{kOptions, "FOLDER|FILE..."}};
 
-constexpr char kRejected[] = "marked as rejected";
 constexpr double kLeastSigmas = 1;
 constexpr double kMostSigmas = 100;
 constexpr int kDecimals = 4; // of weights
@@ -37,14 +37,6 @@ bool IsAmong(const std::string& target, const std::vector<std::string>& files) {
         std::error_code code;
         return std::filesystem::equivalent(file, target, code);
     });
-}
-
-std::vector<std::string> LeftOut(const std::vector<std::string>& paths, const MarkReader& read) {
-    std::vector<std::string> reasons;
-    for (const FileMark& file : read(paths))
-        reasons.push_back(file.mark.decision == Decision::Reject ? kRejected : "");
-    reasons.resize(paths.size());
-    return reasons;
 }
 
 void PrintRow(bool csv, const std::string& path, const StackedFrame& frame) {
@@ -73,14 +65,15 @@ int RunStack(std::span<const std::string> words, const Stackers& stackers) {
     }
     const bool csv = arguments->Has("--csv");
     const MeasuredFrames frames = MeasureOperands(arguments->Operands(), stackers.measure, target);
-    const SeriesPlan plan = PlanSeries(frames.measures, LeftOut(frames.paths, stackers.marks));
+    const SeriesPlan plan =
+        PlanSeries(frames.measures, RejectedFrames(frames.paths, stackers.marks));
     const StackResult result = stackers.sum({frames.paths, plan, sigmas, target});
     PrintColumnNames(csv, {"file", "used", "weight", "rejected_pixels", "error"});
     int exitStatus = kExitSuccess;
     for (std::size_t i = 0; i < frames.paths.size(); ++i) {
         PrintRow(csv, frames.paths[i], result.frames[i]);
         const std::string& told = result.frames[i].fault;
-        if (!told.empty() && told != kRejected) exitStatus = kExitFailedFile;
+        if (!told.empty() && told != kMarkedRejected) exitStatus = kExitFailedFile;
     }
     if (result.fault.empty()) return exitStatus;
     std::fflush(stdout);

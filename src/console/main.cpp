@@ -7,6 +7,7 @@
 #include "console/HistoryCommands.h"
 #include "console/InfoCommand.h"
 #include "console/MarkCommands.h"
+#include "console/MoversCommand.h"
 #include "console/PageCommands.h"
 #include "console/SheetCommand.h"
 #include "console/StackCommand.h"
@@ -41,6 +42,10 @@ const std::vector<tarn::Subcommand>& Subcommands() {
              return RunStars(words, {MeasureStars, ListStars});
          }},
         {kAlignUsage, [](Words words) { return RunAlign(words, MeasureStars); }},
+        {kMoversUsage,
+         [](Words words) {
+             return RunMovers(words, {MeasureStars, MarksOf, MoversOfFrames});
+         }},
         {kStackUsage,
          [](Words words) {
              return RunStack(words, {MeasureStars, MarksOf, SumOfFrames});

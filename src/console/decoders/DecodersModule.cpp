@@ -3,6 +3,7 @@
 #include "common/worker.h"
 #include "console/decoders/Conversion.h"
 #include "console/decoders/Marks.h"
+#include "console/decoders/Moving.h"
 #include "console/decoders/Pages.h"
 #include "console/decoders/Past.h"
 #include "console/decoders/Sheets.h"
@@ -106,6 +107,15 @@ StackResult Sum(const SumOrder& order) {
     return result;
 }
 
+MoversResult Movers(const MoversQuest& quest) {
+    NeedApplication(false);
+    std::string thrown;
+    MoversResult result = Guarded(thrown, [&] { return FindInFiles(quest); });
+    if (!thrown.empty()) result.fault = thrown;
+    result.faults.resize(quest.paths.size());
+    return result;
+}
+
 std::vector<PastCommand> Past(std::int64_t most) {
     NeedApplication(false);
     return ReadPast(most);
@@ -128,8 +138,8 @@ std::vector<SetDate> Dates(const std::vector<SetDate>& wanted) {
 
 } // namespace
 
-extern "C" const DecodersModule TarnModule{Look,       Convert,   Page,       Gallery, Sheet,
-                                           Thumbnails, ReadMarks, WriteMarks, Stars,   Sources,
-                                           Sum,        Past,      Undo,       Redo,    Dates};
+extern "C" const DecodersModule TarnModule{Look,      Convert,    Page,  Gallery, Sheet, Thumbnails,
+                                           ReadMarks, WriteMarks, Stars, Sources, Sum,   Movers,
+                                           Past,      Undo,       Redo,  Dates};
 
 } // namespace tarn

@@ -3,6 +3,7 @@
 #include "common/numbers.h"
 #include "common/paths.h"
 #include "console/decoders/OpenHistory.h"
+#include "console/decoders/WriteInPlace.h"
 #include "history/Changes.h"
 #include "imaging/fits/FitsWriter.h"
 #include "imaging/fits/SkyFile.h"
@@ -13,17 +14,21 @@
 #include <array>
 #include <cstdio>
 
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace tarn {
 
 namespace {
 
-std::string PlainMap(const FrameMap& map) {
-    std::array<char, 160> text{};
-    std::snprintf(text.data(), text.size(), "  a %.9g b %.9g c %.4f d %.9g e %.9g f %.4f", map.a,
-                  map.b, map.c, map.d, map.e, map.f);
-    return text.data();
+void AddMap(FitsCards& cards, const FrameMap& map) {
+    std::array<char, 80> text{};
+    std::snprintf(text.data(), text.size(), "  a %.9f b %.9f c %.4f", map.a, map.b, map.c);
+    cards.AddHistory(text.data());
+    std::snprintf(text.data(), text.size(), "  d %.9f e %.9f f %.4f", map.d, map.e, map.f);
+    cards.AddHistory(text.data());
 }
 
 // What the frames' headers say of their times, as far as they do.
@@ -31,9 +36,10 @@ struct Exposures {
     double seconds = 0; // of all
     std::string first;  // beginning
 };
-Exposures ExposuresOf(const SumOrder& order) {
+Exposures ExposuresOf(const SumOrder& order, const StackResult& result) {
     Exposures all;
     for (const SeriesFrame& frame : order.plan.frames) {
+        if (!result.frames[frame.number].used) continue;
         std::string error;
         const auto header = ReadSkyHeader(order.paths[frame.number], error);
         if (!header) continue;
@@ -61,24 +67,32 @@ void AddWords(FitsCards& cards, const std::string& path) {
     if (header->topDown) cards.Add("ROWORDER", std::string_view("TOP-DOWN"));
 }
 
-FitsCards CardsOf(const SumOrder& order) {
+std::size_t CountOf(const StackResult& result) {
+    return std::size_t(std::count_if(result.frames.begin(), result.frames.end(),
+                                     [](const StackedFrame& frame) { return frame.used; }));
+}
+
+FitsCards CardsOf(const SumOrder& order, const StackResult& result) {
     FitsCards cards;
     const std::string& reference = order.paths[*order.plan.reference];
     const std::vector<std::string> kept = CardsOfFrame(reference);
     for (const std::string& card : kept) cards.AddWhole(card);
     if (kept.empty()) AddWords(cards, reference);
-    const Exposures times = ExposuresOf(order);
+    const Exposures times = ExposuresOf(order, result);
     if (!times.first.empty())
         cards.Add("DATE-OBS", std::string_view(times.first), "beginning of the first frame");
-    cards.Add("NCOMBINE", static_cast<long long>(order.plan.frames.size()), "frames in the mean");
+    cards.Add("NCOMBINE", static_cast<long long>(CountOf(result)), "frames in the mean");
     if (times.seconds > 0) cards.Add("TOTALEXP", times.seconds, "seconds of all frames");
     cards.Add("CREATOR", std::string_view("Tarn View"));
     cards.AddHistory("Mean of the frames below, in the grid, light and sky of " +
                      LastPart(reference));
     cards.AddHistory("A point (x, y) stands at (a x + b y + c, d x + e y + f), from (0, 0)");
     for (const SeriesFrame& frame : order.plan.frames) {
-        cards.AddHistory(LastPart(order.paths[frame.number]));
-        cards.AddHistory(PlainMap(frame.map));
+        const StackedFrame& used = result.frames[frame.number];
+        if (!used.used) continue;
+        cards.AddHistory(LastPart(order.paths[frame.number]) + ", weight " +
+                         FormatFixed(used.weight, 4));
+        AddMap(cards, frame.map);
     }
     return cards;
 }
@@ -94,12 +108,15 @@ public:
     bool Begin(int width, int height, int colours) override {
         if (m_order.target.empty()) return true;
         ::unlink(m_path.c_str());
-        return m_writer.Create(m_path, width, height, colours, CardsOf(m_order));
+        constexpr std::size_t kOfFrame = 5; // lines, its name may take several
+        constexpr std::size_t kOfReference = 200;
+        return m_writer.Create(m_path, width, height, colours,
+                               kOfReference + kOfFrame * m_order.plan.frames.size());
     }
     bool Write(int colour, int row, int rows, const float* values) override {
         return m_order.target.empty() || m_writer.WriteRows(colour, row, rows, values);
     }
-    bool Close() { return m_writer.Close(); }
+    bool Close(const StackResult& result) { return m_writer.Close(CardsOf(m_order, result)); }
     const std::string& Path() const { return m_path; }
     const std::string& Error() const { return m_writer.Error(); }
 
@@ -109,15 +126,41 @@ private:
     FitsWriter m_writer;
 };
 
-std::string Place(SumFile& sum, const SumOrder& order) {
-    if (!sum.Close()) return sum.Error();
+// The bytes of a file where the system has them already.
+class MappedFile {
+public:
+    explicit MappedFile(const std::string& path) {
+        const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+        struct stat facts {};
+        if (file < 0 || ::fstat(file, &facts) != 0) return;
+        m_count = std::size_t(facts.st_size);
+        m_bytes = ::mmap(nullptr, m_count, PROT_READ, MAP_PRIVATE, file, 0);
+        ::close(file);
+    }
+    ~MappedFile() {
+        if (m_bytes != MAP_FAILED) ::munmap(m_bytes, m_count);
+    }
+    MappedFile(const MappedFile&) = delete;
+    MappedFile& operator=(const MappedFile&) = delete;
+
+    explicit operator bool() const { return m_bytes != MAP_FAILED; }
+    std::string_view Bytes() const { return {static_cast<const char*>(m_bytes), m_count}; }
+
+private:
+    void* m_bytes = MAP_FAILED;
+    std::size_t m_count = 0;
+};
+
+std::string Place(SumFile& sum, const SumOrder& order, const StackResult& result) {
+    if (!sum.Close(result)) return sum.Error();
+    const MappedFile file(sum.Path());
+    if (!file) return "cannot be read again";
     OpenHistory open;
     std::string error;
-    if (open.files->IsFolder(order.target)) return "a folder of that name stands there";
-    Changes changes(open.history, "Sum of " + std::to_string(order.plan.frames.size()) +
-                                      " frames to '" + LastPart(order.target) + "'");
+    Changes changes(open.history, "Sum of " + std::to_string(CountOf(result)) + " frames to '" +
+                                      LastPart(order.target) + "'");
     const std::string target = open.files->Absolute(order.target);
-    return changes.CopyTo(sum.Path(), target, &error, Standing::ThrowAway) ? std::string() : error;
+    return WriteInPlace(changes, target, file.Bytes(), &error) ? std::string() : error;
 }
 
 } // namespace
@@ -132,7 +175,7 @@ StackResult MakeSum(const SumOrder& order) {
     };
     StackResult result = StackSeries(order.plan, read, how, sum);
     if (!sum.Error().empty()) result.fault = sum.Error();
-    if (result.fault.empty() && !order.target.empty()) result.fault = Place(sum, order);
+    if (result.fault.empty() && !order.target.empty()) result.fault = Place(sum, order, result);
     return result;
 }
 

@@ -23,6 +23,7 @@ constexpr long long kBlock = 2880;
 constexpr int kMostCards = 4000; // of another header
 constexpr std::size_t kTextWidth = 67;
 constexpr std::size_t kHistoryWidth = 72;
+constexpr std::size_t kOwnCards = 7; // of every file, and the one that ends the header
 
 std::string Plain(std::string_view text) {
     std::string plain(text);
@@ -46,33 +47,34 @@ std::string Remark(std::string_view comment) {
     return comment.empty() ? std::string() : " / " + Plain(comment);
 }
 
-// What a sum has of its reference. A name that ends in "_" stands for all with a number behind it
-// or with letters of a version of the sky's map.
+// What a sum has of its reference.
 constexpr std::string_view kWords[] = {
     "OBJECT",   "OBJNAME",  "RA",       "DEC",      "OBJCTRA",  "OBJCTDEC", "OBJCTALT", "OBJCTAZ",
-    "EQUINOX",  "RADESYS",  "RADECSYS", "EPOCH",    "WCSAXES",  "CTYPE_",   "CRVAL_",   "CRPIX_",
-    "CUNIT_",   "CDELT_",   "CROTA_",   "CD_",      "PC_",      "PV_",      "A_",       "B_",
-    "AP_",      "BP_",      "LONPOLE",  "LATPOLE",  "SCALE",    "PIXSCALE", "SECPIX",   "SITELAT",
-    "SITELONG", "SITEELEV", "LAT-OBS",  "LONG-OBS", "ALT-OBS",  "OBSGEO-_", "OBSERVER", "TELESCOP",
-    "INSTRUME", "CAMERA",   "FILTER",   "FILTER1",  "FOCALLEN", "APTDIA",   "APERTURE", "XPIXSZ",
-    "YPIXSZ",   "PIXSIZE1", "PIXSIZE2", "XBINNING", "YBINNING", "GAIN",     "ISOSPEED", "OFFSET",
-    "CCD-TEMP", "SET-TEMP", "AIRMASS",  "ROWORDER", "TIMESYS",  "PIERSIDE", "ROTATANG", "OBJCTROT",
-    "IMAGETYP", "FRAME",    "MJD-OBS",  "DATE-OBS"};
+    "EQUINOX",  "RADESYS",  "RADECSYS", "EPOCH",    "WCSAXES",  "LONPOLE",  "LATPOLE",  "SCALE",
+    "PIXSCALE", "SECPIX",   "SITELAT",  "SITELONG", "SITEELEV", "LAT-OBS",  "LONG-OBS", "ALT-OBS",
+    "OBSERVER", "TELESCOP", "INSTRUME", "CAMERA",   "FILTER",   "FILTER1",  "FOCALLEN", "APTDIA",
+    "APERTURE", "XPIXSZ",   "YPIXSZ",   "PIXSIZE1", "PIXSIZE2", "XBINNING", "YBINNING", "GAIN",
+    "ISOSPEED", "OFFSET",   "CCD-TEMP", "SET-TEMP", "AIRMASS",  "ROWORDER", "TIMESYS",  "PIERSIDE",
+    "ROTATANG", "OBJCTROT", "IMAGETYP", "FRAME",    "EXPTIME",  "EXPOSURE"};
 
-bool IsNumbered(std::string_view name, std::string_view start) {
-    if (!name.starts_with(start) || name.size() == start.size()) return false;
-    return name.find_first_not_of("0123456789_XYZORDER", start.size()) == std::string_view::npos;
+// With numbers behind them, or the order of a polynomial.
+constexpr std::string_view kNumbered[] = {"CTYPE", "CRVAL", "CRPIX", "CUNIT",  "CDELT",
+                                          "CROTA", "CD",    "PC",    "PV",     "A_",
+                                          "B_",    "AP_",   "BP_",   "OBSGEO-"};
+
+bool IsNumber(std::string_view rest) {
+    return !rest.empty() && (rest.find_first_not_of("0123456789_") == std::string_view::npos ||
+                             rest == "ORDER" || rest == "X" || rest == "Y" || rest == "Z");
 }
 
 bool IsKept(std::string_view card) {
     if (card.substr(8, 2) != "= ") return false;
     std::string_view name = card.substr(0, 8);
     name = name.substr(0, name.find(' '));
-    return std::any_of(std::begin(kWords), std::end(kWords), [&](std::string_view word) {
-        if (!word.ends_with('_')) return name == word;
-        const std::string_view start = word.substr(0, word.size() - 1);
-        return IsNumbered(name, start);
-    });
+    return std::find(std::begin(kWords), std::end(kWords), name) != std::end(kWords) ||
+           std::any_of(std::begin(kNumbered), std::end(kNumbered), [&](std::string_view start) {
+               return name.starts_with(start) && IsNumber(name.substr(start.size()));
+           });
 }
 
 } // namespace
@@ -142,25 +144,30 @@ bool FitsWriter::Fail() {
 }
 
 bool FitsWriter::Create(const std::string& path, int width, int height, int planes,
-                        const FitsCards& cards) {
+                        std::size_t cards) {
     m_file = ::open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666);
     if (m_file < 0) return Fail();
     m_width = width;
     m_height = height;
     m_planes = planes;
+    m_begin = static_cast<long long>((cards + kOwnCards) * kCard + kBlock - 1) / kBlock * kBlock;
+    return true;
+}
+
+bool FitsWriter::PutHeader(const FitsCards& cards) {
     FitsCards start;
     start.AddWhole("SIMPLE  =                    T");
     start.Add("BITPIX", -32LL);
-    start.Add("NAXIS", planes > 1 ? 3LL : 2LL);
-    start.Add("NAXIS1", static_cast<long long>(width));
-    start.Add("NAXIS2", static_cast<long long>(height));
-    if (planes > 1) start.Add("NAXIS3", static_cast<long long>(planes));
+    start.Add("NAXIS", m_planes > 1 ? 3LL : 2LL);
+    start.Add("NAXIS1", static_cast<long long>(m_width));
+    start.Add("NAXIS2", static_cast<long long>(m_height));
+    if (m_planes > 1) start.Add("NAXIS3", static_cast<long long>(m_planes));
     std::string header;
     for (const std::string& card : start.All()) header += card;
-    for (const std::string& card : cards.All()) header += card;
+    for (const std::string& card : cards.All())
+        if (header.size() + 2 * kCard <= std::size_t(m_begin)) header += card;
     header += "END";
-    header.resize((header.size() + kBlock - 1) / kBlock * kBlock, ' ');
-    m_begin = static_cast<long long>(header.size());
+    header.resize(std::size_t(m_begin), ' ');
     return Put(0, header.data(), header.size());
 }
 
@@ -187,11 +194,11 @@ bool FitsWriter::WriteRows(int plane, int row, int rows, const float* values) {
     return Put(m_begin + at * 4, bytes.data(), count * 4);
 }
 
-bool FitsWriter::Close() {
+bool FitsWriter::Close(const FitsCards& cards) {
     const long long end = m_begin + 4LL * m_width * m_height * m_planes;
     const long long whole = (end + kBlock - 1) / kBlock * kBlock;
     const std::string rest(std::size_t(whole - end), '\0');
-    const bool written = Put(end, rest.data(), rest.size());
+    const bool written = Put(end, rest.data(), rest.size()) && PutHeader(cards);
     const bool closed = ::close(m_file) == 0;
     m_file = -1;
     return written && (closed || Fail());

@@ -27,9 +27,9 @@ private:
 };
 
 // Those lines of a FITS file's first header that say what was seen, from where, when and by what:
-// object, place in the sky and on the plate, site, time, instrument. Not what its samples are
-// stored like, nor what a program wrote into it at length. Empty of another kind of file, or one
-// that is packed.
+// object, place in the sky and on the plate, site, exposure, instrument. Not the date, nor what its
+// samples are stored like, nor what a program wrote into it at length. Empty of another kind of
+// file, or one that is packed.
 std::vector<std::string> CardsOfFrame(const std::string& path);
 
 class FitsWriter {
@@ -39,18 +39,20 @@ public:
     FitsWriter(const FitsWriter&) = delete;
     FitsWriter& operator=(const FitsWriter&) = delete;
 
-    // A new file; refused where something stands. False, as below, with `Error`.
-    bool Create(const std::string& path, int width, int height, int planes, const FitsCards& cards);
+    // A new file with room for so many lines of its header; refused where something stands. False,
+    // as below, with `Error`.
+    bool Create(const std::string& path, int width, int height, int planes, std::size_t cards);
 
     // Rows of a plane, in the order of the file; any thread.
     bool WriteRows(int plane, int row, int rows, const float* values);
 
-    // The file is whole after this.
-    bool Close();
+    // Its header, as many lines as there is room for; the file is whole after this.
+    bool Close(const FitsCards& cards);
 
     const std::string& Error() const { return m_error; } // once all threads are done
 
 private:
+    bool PutHeader(const FitsCards& cards);
     bool Put(long long at, const void* bytes, std::size_t count);
     bool Fail();
 

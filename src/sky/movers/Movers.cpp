@@ -7,13 +7,16 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <numbers>
+#include <numeric>
 
 namespace tarn {
 
 namespace {
 
 constexpr std::size_t kFewest = 3;
+constexpr char kTooFew[] = "fewer than three frames of its night";
 constexpr double kSeen = 3;        // deviations of a frame's sight
 constexpr double kLeastSignal = 9; // of all together
 constexpr double kShare = 0.4;     // of the frames that have its place, in which it is seen
@@ -32,7 +35,7 @@ public:
 
     MoversResult Do() {
         m_result.faults.resize(m_all.size());
-        if (m_all.size() < kFewest) m_result.fault = "fewer than three frames";
+        if (m_all.size() < kFewest) m_result.fault = kTooFew;
         if (m_result.fault.empty()) m_result.fault = m_series.SetReference(m_reference);
         if (!m_result.fault.empty() || !Warp()) return m_result;
         std::vector<std::vector<NewSource>> sources;
@@ -85,7 +88,7 @@ bool Finding::Warp() {
         again = left.size() < m_places.size();
         m_places = std::move(left);
         if (m_places.size() < kFewest) {
-            BreakOff("fewer than three frames");
+            BreakOff(kTooFew);
             return false;
         }
     }
@@ -161,11 +164,44 @@ Mover Finding::MoverOf(const MeasuredTrack& measured) const {
     return mover;
 }
 
+// By time, parted where the telescope rested for long.
+std::vector<std::vector<std::size_t>> NightsOf(std::span<const MoversFrame> frames) {
+    constexpr double kRest = 8 * 3600;
+    std::vector<std::size_t> order(frames.size());
+    std::iota(order.begin(), order.end(), 0U);
+    std::stable_sort(order.begin(), order.end(), [&](std::size_t one, std::size_t other) {
+        return frames[one].seconds < frames[other].seconds;
+    });
+    std::vector<std::vector<std::size_t>> nights;
+    for (const std::size_t i : order) {
+        if (nights.empty() || frames[i].seconds - frames[nights.back().back()].seconds > kRest)
+            nights.emplace_back();
+        nights.back().push_back(i);
+    }
+    return nights;
+}
+
 } // namespace
 
 MoversResult FindMovers(std::span<const MoversFrame> frames, std::size_t reference,
                         const FrameReader& read, const MoversOrder& order) {
-    return Finding(frames, reference, read, order).Do();
+    MoversResult all;
+    all.faults.resize(frames.size());
+    if (frames.size() < kFewest) all.fault = kTooFew;
+    for (const std::vector<std::size_t>& night : NightsOf(frames)) {
+        if (!all.fault.empty()) break;
+        std::vector<MoversFrame> some;
+        for (const std::size_t i : night) some.push_back(frames[i]);
+        MoversResult found = Finding(some, reference, read, order).Do();
+        for (std::size_t i = 0; i < night.size(); ++i)
+            all.faults[night[i]] =
+                found.faults[i].empty() && found.fault == kTooFew ? kTooFew : found.faults[i];
+        all.movers.insert(all.movers.end(), std::make_move_iterator(found.movers.begin()),
+                          std::make_move_iterator(found.movers.end()));
+        all.cancelled = found.cancelled;
+        if (found.fault != kTooFew) all.fault = found.fault;
+    }
+    return all;
 }
 
 } // namespace tarn

@@ -39,14 +39,14 @@ struct Mover {
 };
 
 struct MoversResult {
-    std::vector<Mover> movers;       // the strongest first
+    std::vector<Mover> movers;       // of each night the strongest first
     std::vector<std::string> faults; // of the frames, in their order
     std::string fault;               // why nothing was looked for
     bool cancelled = false;
 };
 
-// Of frames that lie in the grid of the one of the number `reference`. At least three with times
-// of their own are needed.
+// Of frames that lie in the grid of the one of the number `reference`; each night by itself, which
+// needs at least three.
 MoversResult FindMovers(std::span<const MoversFrame> frames, std::size_t reference,
                         const FrameReader& read, const MoversOrder& order);
 
