@@ -21,7 +21,7 @@ constexpr double kMostPlaces = 4e5;
 class Way {
 public:
     Way(const WarpedSeries& series, std::span<const DifferenceFrame> frames, const Track& track)
-        : m_series(series), m_frames(frames) {
+        : m_series(series), m_frames(frames), m_track(track) {
         for (std::size_t i = 0; i < frames.size(); ++i) {
             const int reach = ReachOf(i) + kSpare;
             const int x = int(std::lround(track.XAt(frames[i].hours)));
@@ -104,6 +104,7 @@ private:
         return m_values[frame * m_places.size() + place];
     }
     void TakeMiddles();
+    bool IsLit(std::size_t frame, std::size_t place) const;
     void Sum(const std::array<double, 4>& ends, double& above, double& below);
     // Of each place that the mover lights in a frame, with its profile there.
     template <typename Visit>
@@ -111,6 +112,7 @@ private:
 
     const WarpedSeries& m_series;
     std::span<const DifferenceFrame> m_frames;
+    Track m_track; // as it is known so far
     std::unordered_map<std::int64_t, std::size_t> m_number;
     std::vector<Spot> m_places;
     std::vector<float> m_values;  // less their mean over the frames
@@ -120,6 +122,13 @@ private:
     double m_first = 0;
     double m_last = 1;
 };
+
+// By the mover, as far as is known.
+bool Way::IsLit(std::size_t frame, std::size_t place) const {
+    const double hours = m_frames[frame].hours;
+    return std::hypot(m_places[place].x - m_track.XAt(hours),
+                      m_places[place].y - m_track.YAt(hours)) <= ReachOf(frame) + 1;
+}
 
 // What hits and trails bring is cut off; the mean, not the median, is what the fit goes by.
 void Way::TakeMiddles() {
@@ -140,17 +149,16 @@ void Way::TakeMiddles() {
         const double middle = MedianOf(values);
         const double spread = std::max(1.0, DeviationOf(values));
         double mean = 0;
-        for (double& value : values) {
-            value = std::clamp(value, middle - kWild * spread, middle + kWild * spread);
-            mean += value / double(values.size());
-        }
         for (std::size_t frame = 0; frame < m_frames.size(); ++frame) {
             float& value = Value(frame, place);
-            if (!std::isnan(value))
+            if (std::isnan(value)) continue;
+            if (!IsLit(frame, place))
                 value = float(
-                    std::clamp(double(value), middle - kWild * spread, middle + kWild * spread) -
-                    mean);
+                    std::clamp(double(value), middle - kWild * spread, middle + kWild * spread));
+            mean += value / double(values.size());
         }
+        for (std::size_t frame = 0; frame < m_frames.size(); ++frame)
+            Value(frame, place) -= float(mean);
         m_weights[place] = float(1 / (spread * spread));
         m_counts[place] = int(values.size());
     }
