@@ -32,7 +32,20 @@ struct NightLike {
     double minutes = 5; // from frame to frame
     double drift = 0.4; // pixels a frame
     double turn = 0;    // degrees over the night; 180: a half turn in the middle
+    double exposed = 0; // part of that time in which movers are drawn out
+    bool told = true;   // that they may be
 };
+
+// How many times the area of a point that of a trail is, as a matched filter weighs it.
+inline double Drawn(double trail) {
+    const double sigma = 3 / 2.3548;
+    double sum = 0; // of the overlap of all pairs of its points
+    constexpr int kParts = 200;
+    for (int i = 0; i < kParts; ++i)
+        for (int j = 0; j < kParts; ++j)
+            sum += std::exp(-std::pow(trail * (i - j) / kParts / sigma, 2) / 4);
+    return kParts * kParts / sum;
+}
 
 // Flux that stands out so far in a frame of this night.
 inline double FluxOf(double signal) {
@@ -85,7 +98,8 @@ public:
         std::vector<MoversFrame> frames;
         for (const SeriesFrame& frame : plan.frames)
             frames.push_back(
-                {frame, 60 * m_like.minutes * double(frame.number), measures[frame.number].fwhm});
+                {frame, 60 * m_like.minutes * double(frame.number), measures[frame.number].fwhm,
+                 m_like.told ? 60 * m_like.minutes * std::max(0.5, m_like.exposed) : 0});
         MoversOrder order;
         order.scratch = "/tmp";
         return FindMovers(frames, *plan.reference, m_series.Reader(), order);
@@ -121,14 +135,19 @@ private:
         for (const TrueMover& mover : m_movers) {
             const double hours = m_like.minutes / 60 * (frame - m_like.frames / 2.0);
             const double angle = mover.angle * std::numbers::pi / 180;
-            const auto [x, y] = seen.fromField(mover.x + mover.speed * hours * std::cos(angle),
-                                               mover.y + mover.speed * hours * std::sin(angle));
-            const double flux = FluxOf(mover.signal) * seen.light;
-            sky.Add(
-                {.x = x,
-                 .y = y,
-                 .peak = flux * 4 * std::numbers::ln2 / (std::numbers::pi * seen.fwhm * seen.fwhm),
-                 .fwhm = seen.fwhm});
+            const double trail = mover.speed * m_like.minutes / 60 * m_like.exposed;
+            const int parts = 1 + int(trail);
+            const double flux = FluxOf(mover.signal) * std::sqrt(Drawn(trail)) * seen.light / parts;
+            for (int part = 0; part < parts; ++part) {
+                const double way = mover.speed * hours + trail * ((part + 0.5) / parts - 0.5);
+                const auto [x, y] = seen.fromField(mover.x + way * std::cos(angle),
+                                                   mover.y + way * std::sin(angle));
+                sky.Add({.x = x,
+                         .y = y,
+                         .peak = flux * 4 * std::numbers::ln2 /
+                                 (std::numbers::pi * seen.fwhm * seen.fwhm),
+                         .fwhm = seen.fwhm});
+            }
         }
         if (frame % 9 == 4) // a satellite
             for (int x = 0; x < kNightWidth; ++x)

@@ -31,6 +31,15 @@ TEST(Movers, NineOfTenOfEightfoldAreFound) {
     EXPECT_LE(missed, 1U);
 }
 
+// Their light is that of points which stand out as far, over a larger area.
+TEST(Movers, FastOnesAreDrawnOut) {
+    const NightLike like{.seed = 11, .turn = 2, .exposed = 0.9};
+    const NightSurvey survey = SurveyOf(MadeNight(like, SomeMovers(61, 10, 2.5)));
+    EXPECT_EQ(survey.fault, "");
+    EXPECT_EQ(survey.missed, std::vector<double>());
+    EXPECT_EQ(survey.wrong, std::vector<double>());
+}
+
 TEST(Movers, ANightWithoutAnyHasNone) {
     EXPECT_EQ(SurveyOf(MadeNight({.seed = 7, .drift = 0.9}, {})).wrong, std::vector<double>());
 }

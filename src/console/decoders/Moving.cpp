@@ -1,21 +1,30 @@
 #include "console/decoders/Moving.h"
 
+#include "common/numbers.h"
 #include "facts/CaptureTime.h"
 #include "imaging/fits/SkyFile.h"
 #include "sky/night/MeasuresFile.h"
 #include "sky/planes/FramesOfFiles.h"
 
+#include <algorithm>
+
 namespace tarn {
 
 namespace {
 
-// The middle of the exposure where the header tells it, else the camera's clock.
-std::optional<double> SecondsOf(const std::string& path, CaptureTimes& times) {
+struct Exposed {
+    std::optional<double> middle; // seconds since 1970
+    double seconds = 0;           // its length; 0 where nothing tells it
+};
+
+// By the header, else by the camera's clock.
+Exposed ExposedOf(const std::string& path, CaptureTimes& times) {
     std::string error;
     if (const auto header = ReadSkyHeader(path, error))
-        return MiddleOfExposure(header->date, header->exposure);
+        return {MiddleOfExposure(header->date, header->exposure),
+                std::max(0.0, ParseNumber(header->exposure).value_or(0))};
     const auto taken = times.Of(path);
-    return taken ? std::optional(double(*taken)) : std::nullopt;
+    return {taken ? std::optional(double(*taken)) : std::nullopt};
 }
 
 // From samples, which are cells of a mosaic, to pixels.
@@ -45,14 +54,15 @@ MoversResult FindInFiles(const MoversQuest& quest) {
     CaptureTimes times;
     std::vector<MoversFrame> frames;
     for (const SeriesFrame& frame : quest.plan.frames) {
-        const auto seconds = SecondsOf(quest.paths[frame.number], times);
-        if (!seconds) {
+        const Exposed exposed = ExposedOf(quest.paths[frame.number], times);
+        if (!exposed.middle) {
             told.faults[frame.number] = "no time of exposure";
             continue;
         }
         SeriesFrame samples = frame;
         samples.map = InCells(frame.map, cell);
-        frames.push_back({samples, *seconds, quest.measures[frame.number].fwhm / cell});
+        frames.push_back(
+            {samples, *exposed.middle, quest.measures[frame.number].fwhm / cell, exposed.seconds});
     }
     const auto read = [&](std::size_t number, std::string& error) -> std::optional<FrameSamples> {
         auto plane = ReadFramePlane(quest.paths[number], error);

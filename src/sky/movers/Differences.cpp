@@ -2,6 +2,7 @@
 
 #include "common/worker.h"
 #include "sky/movers/MedianRows.h"
+#include "sky/movers/Streaks.h"
 #include "sky/stars/RobustStatistics.h"
 
 #include <algorithm>
@@ -23,8 +24,10 @@ constexpr float kLeastOfStar = 0.03F;          // of a star's light that a diffe
 constexpr float kBright = 8;                   // deviations from which that is looked at
 constexpr int kBlock = 64;                     // samples a side whose noise is one
 constexpr float kChain = 2.6F;                 // star widths between the links of a trail
-constexpr std::size_t kLongChain = 4;          // links
-constexpr double kLongTrail = 5;               // star widths from end to end
+constexpr double kWidthOfSigma = 2.3548;
+constexpr double kWorthTrails = 1.5;  // star widths that the fastest is drawn out to
+constexpr std::size_t kLongChain = 4; // links
+constexpr double kLongTrail = 5;      // star widths from end to end
 
 std::vector<float> KernelOf(double sigma) {
     const int reach = std::max(1, int(std::ceil(3.2 * sigma)));
@@ -37,49 +40,6 @@ std::vector<float> KernelOf(double sigma) {
     for (float& weight : kernel) weight /= sum;
     return kernel;
 }
-
-// Rows of values with what is beyond the borders 0, as the sky is.
-class Field {
-public:
-    Field(int width, int height)
-        : m_width(width), m_height(height), m_values(std::size_t(width) * std::size_t(height)),
-          m_room(m_values.size()) {}
-
-    float* Row(int y) { return m_values.data() + std::ptrdiff_t(y) * m_width; }
-    float At(int x, int y) const {
-        return m_values[std::size_t(y) * std::size_t(m_width) + std::size_t(x)];
-    }
-    std::vector<float>& Values() { return m_values; }
-
-    void Blur(const std::vector<float>& kernel) {
-        const int reach = int(kernel.size() / 2);
-        std::fill(m_room.begin(), m_room.end(), 0.0F);
-        for (int y = 0; y < m_height; ++y)
-            for (int i = -reach; i <= reach; ++i) {
-                const int from = y + i;
-                if (from < 0 || from >= m_height) continue;
-                Add(Row(from), kernel[std::size_t(i + reach)], 0,
-                    m_room.data() + std::ptrdiff_t(y) * m_width);
-            }
-        std::fill(m_values.begin(), m_values.end(), 0.0F);
-        for (int y = 0; y < m_height; ++y)
-            for (int i = -reach; i <= reach; ++i)
-                Add(m_room.data() + std::ptrdiff_t(y) * m_width, kernel[std::size_t(i + reach)], i,
-                    Row(y));
-    }
-
-private:
-    void Add(const float* from, float weight, int right, float* to) const {
-        const int begin = std::max(0, -right);
-        const int end = m_width - std::max(0, right);
-        for (int x = begin; x < end; ++x) to[x] += weight * from[x + right];
-    }
-
-    int m_width;
-    int m_height;
-    std::vector<float> m_values;
-    std::vector<float> m_room;
-};
 
 // Which frames the median is of that a frame is compared with.
 struct Medians {
@@ -129,6 +89,10 @@ struct Widths {
     double forMedian;
 };
 
+double LongestTrail(const DifferenceFrame& frame) {
+    return kFastest * frame.exposure;
+}
+
 class Search {
 public:
     Search(const WarpedSeries& series, std::span<const DifferenceFrame> frames,
@@ -143,7 +107,10 @@ public:
             widest = std::max({widest, m_widths.back().forFrame, m_widths.back().forMedian});
         }
         m_medians = MediansOf(frames, m_sigma);
-        m_margin = int(std::ceil(3.2 * widest)) + 2;
+        double longest = 0;
+        for (const DifferenceFrame& frame : frames)
+            longest = std::max(longest, LongestTrail(frame));
+        m_margin = int(std::ceil(3.2 * widest + longest / 2)) + 4;
         const auto rowBytes = std::size_t(series.Width()) * sizeof(std::int16_t) * frames.size();
         m_rows = std::clamp(int(kBandBytes / std::max<std::size_t>(1, rowBytes)) - 2 * m_margin, 16,
                             128);
@@ -259,7 +226,14 @@ void Search::Compare(const Band& band, std::size_t frame, std::vector<NewSource>
         if (difference.Values()[i] != 0) some.push_back(std::abs(difference.Values()[i]));
     if (some.empty()) return;
     const float noise = float(kDeviationOfMad) * MedianInPlace(std::span(some));
-    FindPeaks(band, frame, difference, median, LeftOfStars(difference, median, noise), found);
+    const float ofStar = LeftOfStars(difference, median, noise);
+    FindPeaks(band, frame, difference, median, ofStar, found);
+    const double longest = LongestTrail(m_frames[frame]);
+    if (longest < kWorthTrails * kWidthOfSigma * m_frames[frame].sigma) return;
+    for (std::size_t i = 0; i < middle.size(); ++i)
+        if (ofStar * median.Values()[i] > noise) difference.Values()[i] = 0;
+    StreakSearch(difference, m_frames[frame].sigma, longest)
+        .Find(band.begin - band.first, band.end - band.first, band.first, found);
 }
 
 // The place of the top of a parabola through three.
@@ -307,13 +281,22 @@ void Search::FindPeaks(const Band& band, std::size_t frame, const Field& differe
                 found.push_back(
                     {x + Top(difference.At(x - 1, y), value, difference.At(x + 1, y)),
                      band.first + y + Top(difference.At(x, y - 1), value, difference.At(x, y + 1)),
-                     value / deviation, Unfiltered(band, frame, x, y) / value});
+                     value / deviation, 0, Unfiltered(band, frame, x, y) / value});
             }
     }
 }
 
-// Sources beside each other in one frame, as a trail has them.
-void LeaveOutTrails(double width, std::vector<NewSource>& sources) {
+// A line through a point is nearly as strong as the point.
+float WorthOf(const NewSource& source) {
+    constexpr float kLine = 0.85F;
+    return source.blur > 0 ? kLine * source.signal : source.signal;
+}
+
+constexpr double kHalfOfBlur = 0.5 / kBlurOfLength;
+
+// Sources beside each other in one frame are parts of one that is drawn out: its strongest sight
+// stands for it. What is longer than a mover can be is a trail, and left out.
+void JoinTrails(double width, double longest, std::vector<NewSource>& sources) {
     std::sort(sources.begin(), sources.end(),
               [](const NewSource& one, const NewSource& other) { return one.x < other.x; });
     std::vector<std::size_t> chain(sources.size());
@@ -322,19 +305,29 @@ void LeaveOutTrails(double width, std::vector<NewSource>& sources) {
         while (chain[i] != i) i = chain[i] = chain[chain[i]];
         return i;
     };
-    const double near = kChain * width;
+    // A line that only ends in a bright point is seen beside it.
+    const auto reachOf = [&](const NewSource& one, const NewSource& other) {
+        const double blur = std::max(one.blur, other.blur);
+        return blur > 0 ? kHalfOfBlur * blur + width : kChain * width;
+    };
+    const double near = std::max(kChain * width, longest / 2 + width);
     for (std::size_t i = 0; i < sources.size(); ++i)
         for (std::size_t j = i + 1; j < sources.size() && sources[j].x - sources[i].x < near; ++j)
-            if (std::hypot(sources[j].x - sources[i].x, sources[j].y - sources[i].y) < near)
+            if (std::hypot(sources[j].x - sources[i].x, sources[j].y - sources[i].y) <
+                reachOf(sources[i], sources[j]))
                 chain[head(j)] = head(i);
     struct Extent {
         std::size_t links = 0;
+        std::size_t strongest = 0;
+        float peak = 0;
         double left = 1e30, right = -1e30, top = 1e30, bottom = -1e30;
     };
     std::vector<Extent> extents(sources.size());
     for (std::size_t i = 0; i < sources.size(); ++i) {
         Extent& extent = extents[head(i)];
-        ++extent.links;
+        if (extent.links++ == 0 || WorthOf(sources[i]) > WorthOf(sources[extent.strongest]))
+            extent.strongest = i;
+        extent.peak = std::max(extent.peak, sources[i].peak);
         extent.left = std::min(extent.left, sources[i].x);
         extent.right = std::max(extent.right, sources[i].x);
         extent.top = std::min(extent.top, sources[i].y);
@@ -344,7 +337,12 @@ void LeaveOutTrails(double width, std::vector<NewSource>& sources) {
     for (std::size_t i = 0; i < sources.size(); ++i) {
         const Extent& extent = extents[head(i)];
         const double length = std::hypot(extent.right - extent.left, extent.bottom - extent.top);
-        if (extent.links < kLongChain || length < kLongTrail * width) left.push_back(sources[i]);
+        if (extent.links >= kLongChain &&
+            length > std::max(kLongTrail * width, longest + 2 * width))
+            continue;
+        if (longest >= kWorthTrails * width && extent.strongest != i) continue;
+        left.push_back(sources[i]);
+        if (extent.strongest == i) left.back().peak = extent.peak;
     }
     sources = std::move(left);
 }
@@ -354,9 +352,8 @@ void LeaveOutTrails(double width, std::vector<NewSource>& sources) {
 bool FindNewSources(const WarpedSeries& series, std::span<const DifferenceFrame> frames,
                     const SeriesWatch& watch, std::vector<std::vector<NewSource>>& sources) {
     if (!Search(series, frames, watch, sources).Do()) return false;
-    constexpr double kWidthOfSigma = 2.3548;
     for (std::size_t i = 0; i < frames.size(); ++i)
-        LeaveOutTrails(kWidthOfSigma * frames[i].sigma, sources[i]);
+        JoinTrails(kWidthOfSigma * frames[i].sigma, LongestTrail(frames[i]), sources[i]);
     return true;
 }
 

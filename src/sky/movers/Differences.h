@@ -10,8 +10,9 @@
 namespace tarn {
 
 struct DifferenceFrame {
-    double hours = 0;   // from the first frame on
-    double sigma = 1.3; // of its stars, samples of the grid
+    double hours = 0;    // from the first frame on
+    double sigma = 1.3;  // of its stars, samples of the grid
+    double exposure = 0; // hours, in which a mover draws a short trail; 0: none
 };
 
 // A source, by a filter of its frame's star width.
@@ -19,6 +20,7 @@ struct NewSource {
     double x = 0; // of the grid
     double y = 0;
     float signal = 0; // its flux over the noise of the area that the filter weighs
+    float blur = 0;   // samples along its trail by which its place may be off
     float peak = 0; // its height over that of the filtered one: of a star 2, of single samples more
 };
 
@@ -27,9 +29,11 @@ struct NewSource {
 inline constexpr double kSlowest = 8;   // samples of the grid an hour
 inline constexpr double kFastest = 450; // a little more than is promised
 
-// Of each frame at least `kLeastSignal` strong, trails left out. The median is that of all frames;
-// in a night so short that the slowest hardly leave their place, of those of its other end. Stars
-// of frame and median are brought to one width. False when cancelled or the disk errs.
+// Of each frame at least `kLeastSignal` strong. What is drawn out as far as the fastest mover would
+// be is one source, by filters of such lengths along all directions; longer trails are left out.
+// The median is that of all frames; in a night so short that the slowest hardly leave their place,
+// of those of its other end. Stars of frame and median are brought to one width. False when
+// cancelled or the disk errs.
 inline constexpr float kLeastSignal = 4.5F;
 bool FindNewSources(const WarpedSeries& series, std::span<const DifferenceFrame> frames,
                     const SeriesWatch& watch, std::vector<std::vector<NewSource>>& sources);

@@ -20,7 +20,7 @@ constexpr char kTooFew[] = "fewer than three frames of its night";
 constexpr double kSeen = 3;        // deviations of a frame's sight
 constexpr double kLeastSignal = 9; // of all together
 constexpr double kShare = 0.4;     // of the frames that have its place, in which it is seen
-constexpr double kSame = 2.5;      // samples between two tracks of one mover
+constexpr double kSame = 3;        // star sigmas between two tracks of one mover
 constexpr double kWidthOfSigma = 2.3548;
 
 class Finding {
@@ -56,6 +56,7 @@ private:
 
     bool Warp();
     void Measure(const std::vector<Track>& tracks);
+    bool IsSame(const Track& track, const Track& other) const;
     bool IsMover(const MeasuredTrack& measured) const;
     Mover MoverOf(const MeasuredTrack& measured) const;
 
@@ -99,35 +100,48 @@ bool Finding::Warp() {
         const double hours = (frame.seconds - first) / 3600;
         const double scale = std::sqrt(std::abs(frame.frame.map.Area()));
         m_frames.push_back({hours, Inverse(frame.frame.map)});
-        m_differences.push_back({hours, scale * frame.fwhm / kWidthOfSigma});
+        m_differences.push_back({hours, scale * frame.fwhm / kWidthOfSigma, frame.exposure / 3600});
     }
     return true;
 }
 
 void Finding::Measure(const std::vector<Track>& tracks) {
     std::vector<MeasuredTrack> kept;
+    const auto isKept = [&](const Track& track) {
+        return std::any_of(kept.begin(), kept.end(),
+                           [&](const MeasuredTrack& other) { return IsSame(track, other.track); });
+    };
     for (const Track& track : tracks) {
         if (m_order.watch.IsCancelled()) return BreakOff({});
+        if (isKept(track)) continue;
         auto measured = MeasureTrack(m_series, m_differences, track);
-        if (measured && IsMover(*measured)) kept.push_back(std::move(*measured));
+        if (!measured || !IsMover(*measured)) continue;
+        const auto same = std::find_if(kept.begin(), kept.end(), [&](const MeasuredTrack& other) {
+            return IsSame(measured->track, other.track);
+        });
+        if (same == kept.end())
+            kept.push_back(std::move(*measured));
+        else if (measured->signal > same->signal)
+            *same = std::move(*measured);
     }
     std::stable_sort(kept.begin(), kept.end(),
                      [](const MeasuredTrack& one, const MeasuredTrack& other) {
                          return one.signal > other.signal;
                      });
-    const double last = m_frames.back().hours;
-    std::vector<Track> told;
-    for (const MeasuredTrack& measured : kept) {
-        const Track& track = measured.track;
-        const bool isTold = std::any_of(told.begin(), told.end(), [&](const Track& other) {
-            return std::hypot(track.x - other.x, track.y - other.y) < kSame &&
-                   std::hypot(track.XAt(last) - other.XAt(last),
-                              track.YAt(last) - other.YAt(last)) < kSame;
-        });
-        if (isTold) continue;
-        told.push_back(track);
-        m_result.movers.push_back(MoverOf(measured));
+    for (const MeasuredTrack& measured : kept) m_result.movers.push_back(MoverOf(measured));
+}
+
+// Whether it lies on the other one in most of the frames by which it was found.
+bool Finding::IsSame(const Track& track, const Track& other) const {
+    const double trail = TrailOf(other, m_differences);
+    std::size_t near = 0;
+    for (const std::size_t frame : track.frames) {
+        const double hours = m_frames[frame].hours;
+        const double apart =
+            std::hypot(track.XAt(hours) - other.XAt(hours), track.YAt(hours) - other.YAt(hours));
+        near += apart < kSame * m_differences[frame].sigma + trail / 2 ? 1 : 0;
     }
+    return 2 * near > track.frames.size();
 }
 
 bool Finding::IsMover(const MeasuredTrack& measured) const {

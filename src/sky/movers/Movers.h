@@ -12,9 +12,10 @@
 namespace tarn {
 
 struct MoversFrame {
-    SeriesFrame frame;  // its map in samples
-    double seconds = 0; // middle of the exposure, from any beginning
-    double fwhm = 3;    // of its stars, samples
+    SeriesFrame frame;   // its map in samples
+    double seconds = 0;  // middle of the exposure, from any beginning
+    double fwhm = 3;     // of its stars, samples
+    double exposure = 0; // seconds; 0: not known, movers are points
 };
 
 struct MoversOrder {

@@ -17,13 +17,44 @@ constexpr int kSpare = 3;      // samples that the way may shift meanwhile
 constexpr double kReach = 3.5; // star sigmas that count
 constexpr double kMostPlaces = 4e5;
 
+// What a star of one unit of light is in samples, drawn out along a line while it is exposed.
+class Profile {
+public:
+    Profile(double sigma, double trailX, double trailY)
+        : m_sigma(sigma), m_length(std::hypot(trailX, trailY)),
+          m_alongX(m_length > 0 ? trailX / m_length : 1),
+          m_alongY(m_length > 0 ? trailY / m_length : 0) {}
+
+    double At(double x, double y) const {
+        const double along = x * m_alongX + y * m_alongY;
+        const double across = y * m_alongX - x * m_alongY;
+        const double peak = 1 / (std::sqrt(2 * std::numbers::pi) * m_sigma);
+        const double side = peak * std::exp(-across * across / (2 * m_sigma * m_sigma));
+        if (m_length < kPoint * m_sigma)
+            return side * peak * std::exp(-along * along / (2 * m_sigma * m_sigma));
+        const double scale = 1 / (std::numbers::sqrt2 * m_sigma);
+        return side *
+               (std::erf((along + m_length / 2) * scale) -
+                std::erf((along - m_length / 2) * scale)) /
+               (2 * m_length);
+    }
+
+private:
+    static constexpr double kPoint = 0.3;
+
+    double m_sigma;
+    double m_length;
+    double m_alongX;
+    double m_alongY;
+};
+
 // All frames' samples at the places that a mover passes.
 class Way {
 public:
     Way(const WarpedSeries& series, std::span<const DifferenceFrame> frames, const Track& track)
         : m_series(series), m_frames(frames), m_track(track) {
         for (std::size_t i = 0; i < frames.size(); ++i) {
-            const int reach = ReachOf(i) + kSpare;
+            const int reach = ReachOf(i) + kSpare + int(TrailOf(track, frames) / 4);
             const int x = int(std::lround(track.XAt(frames[i].hours)));
             const int y = int(std::lround(track.YAt(frames[i].hours)));
             for (int row = std::max(0, y - reach); row <= std::min(series.Height() - 1, y + reach);
@@ -34,6 +65,10 @@ public:
                         m_places.push_back({column, row});
         }
     }
+
+    // Whether a mover is drawn out while it is exposed. Some are not: the header has another time
+    // than that of the light, or a picture is a sum of short ones.
+    void SetDrawn(bool drawn) { m_drawn = drawn; }
 
     bool Read() {
         if (m_places.empty() ||
@@ -63,7 +98,7 @@ public:
                 begin = end;
             }
         TakeMiddles();
-        return true;
+        return m_last > m_first;
     }
 
     // How much better than nothing a mover is on this way: the square of its signal.
@@ -83,7 +118,7 @@ public:
     // Of each frame with the sky that this way leaves.
     std::vector<TrackSight> Sights(const std::array<double, 4>& ends);
 
-    // Both ends of the way by which it is told: where it is in the first and the last frame.
+    // Both ends of the way by which it is told: in the first and the last frame that have it.
     double FirstHours() const { return m_first; }
     double LastHours() const { return m_last; }
 
@@ -99,11 +134,15 @@ private:
     };
 
     static std::int64_t KeyOf(int x, int y) { return (std::int64_t(y) << 32) + x; }
-    int ReachOf(std::size_t frame) const { return int(std::ceil(kReach * m_frames[frame].sigma)); }
+    int ReachOf(std::size_t frame) const {
+        const double trail = std::hypot(m_track.speedX, m_track.speedY) * m_frames[frame].exposure;
+        return int(std::ceil(kReach * m_frames[frame].sigma + 0.55 * trail));
+    }
     float& Value(std::size_t frame, std::size_t place) {
         return m_values[frame * m_places.size() + place];
     }
     void TakeMiddles();
+    double Exposure(std::size_t frame) const { return m_drawn ? m_frames[frame].exposure : 0; }
     bool IsLit(std::size_t frame, std::size_t place) const;
     void Sum(const std::array<double, 4>& ends, double& above, double& below);
     // Of each place that the mover lights in a frame, with its profile there.
@@ -113,6 +152,7 @@ private:
     const WarpedSeries& m_series;
     std::span<const DifferenceFrame> m_frames;
     Track m_track; // as it is known so far
+    bool m_drawn = false;
     std::unordered_map<std::int64_t, std::size_t> m_number;
     std::vector<Spot> m_places;
     std::vector<float> m_values;  // less their mean over the frames
@@ -132,8 +172,12 @@ bool Way::IsLit(std::size_t frame, std::size_t place) const {
 
 // What hits and trails bring is cut off; the mean, not the median, is what the fit goes by.
 void Way::TakeMiddles() {
-    m_first = m_last = m_frames.front().hours;
+    m_first = 1e30;
+    m_last = -1e30;
     for (const DifferenceFrame& frame : m_frames) {
+        const double x = m_track.XAt(frame.hours);
+        const double y = m_track.YAt(frame.hours);
+        if (x < 0 || y < 0 || x >= m_series.Width() || y >= m_series.Height()) continue;
         m_first = std::min(m_first, frame.hours);
         m_last = std::max(m_last, frame.hours);
     }
@@ -169,7 +213,9 @@ bool Way::Each(const std::array<double, 4>& ends, std::size_t frame, const Visit
     const double part = (m_frames[frame].hours - m_first) / (m_last - m_first);
     const double x = std::lerp(ends[0], ends[2], part);
     const double y = std::lerp(ends[1], ends[3], part);
-    const double sigma = m_frames[frame].sigma;
+    const double hours = m_last - m_first;
+    const Profile profile(m_frames[frame].sigma, (ends[2] - ends[0]) * Exposure(frame) / hours,
+                          (ends[3] - ends[1]) * Exposure(frame) / hours);
     const int reach = ReachOf(frame);
     bool whole = true;
     for (int row = int(std::lround(y)) - reach; row <= int(std::lround(y)) + reach; ++row)
@@ -181,9 +227,7 @@ bool Way::Each(const std::array<double, 4>& ends, std::size_t frame, const Visit
                 whole = false;
                 continue;
             }
-            const double square = std::pow(column - x, 2) + std::pow(row - y, 2);
-            visit(found->second,
-                  std::exp(-square / (2 * sigma * sigma)) / (2 * std::numbers::pi * sigma * sigma));
+            visit(found->second, profile.At(column - x, row - y));
         }
     return whole;
 }
@@ -223,44 +267,80 @@ std::vector<TrackSight> Way::Sights(const std::array<double, 4>& ends) {
     return sights;
 }
 
-// Along each of the four numbers in turn to the top of a parabola, in ever smaller steps.
-void Climb(Way& way, std::array<double, 4>& ends) {
-    for (const double step : {0.6, 0.4, 0.3, 0.2, 0.15, 0.1})
-        for (double& end : ends) {
-            const double start = end;
-            const double here = way.Worth(ends);
-            end = start - step;
-            const double before = way.Worth(ends);
-            end = start + step;
-            const double behind = way.Worth(ends);
+// Both ends along the way and across it, together and against each other, each in turn to the top
+// of a parabola, in ever smaller steps.
+void Climb(Way& way, double trail, std::array<double, 4>& ends) {
+    constexpr double kFirst = 1.5; // samples
+    constexpr double kLast = 0.08;
+    constexpr double kSmaller = 0.6;
+    const double length = std::hypot(ends[2] - ends[0], ends[3] - ends[1]);
+    const double x = length > 0 ? (ends[2] - ends[0]) / length : 1;
+    const double y = length > 0 ? (ends[3] - ends[1]) / length : 0;
+    const std::array<std::array<double, 4>, 4> directions{
+        {{x, y, x, y}, {-x, -y, x, y}, {-y, x, -y, x}, {y, -x, -y, x}}};
+    const auto moved = [&](const std::array<double, 4>& by, double step) {
+        std::array<double, 4> there = ends;
+        for (std::size_t i = 0; i < there.size(); ++i) there[i] += step * by[i];
+        return there;
+    };
+    double here = way.Worth(ends);
+    for (double step = std::max(kFirst, trail / 3); step > kLast; step *= kSmaller)
+        for (const std::array<double, 4>& direction : directions) {
+            const double before = way.Worth(moved(direction, -step));
+            const double behind = way.Worth(moved(direction, step));
             const double bend = before - 2 * here + behind;
             double to = before > behind ? -step : step;
             if (bend < 0) to = std::clamp(0.5 * step * (before - behind) / bend, -step, step);
-            end = start + to;
-            if (way.Worth(ends) < here) end = start;
+            const std::array<double, 4> there = moved(direction, to);
+            const double worth = way.Worth(there);
+            if (worth <= here) continue;
+            ends = there;
+            here = worth;
         }
 }
 
 } // namespace
 
+double TrailOf(const Track& track, std::span<const DifferenceFrame> frames) {
+    double exposure = 0;
+    for (const DifferenceFrame& frame : frames) exposure = std::max(exposure, frame.exposure);
+    return exposure * std::hypot(track.speedX, track.speedY);
+}
+
 std::optional<MeasuredTrack> MeasureTrack(const WarpedSeries& series,
                                           std::span<const DifferenceFrame> frames, Track track) {
-    Way way(series, frames, track);
-    if (!way.Read()) return std::nullopt;
-    const double first = way.FirstHours();
-    const double last = way.LastHours();
-    std::array<double, 4> ends{track.XAt(first), track.YAt(first), track.XAt(last),
-                               track.YAt(last)};
-    Climb(way, ends);
-    const double worth = way.Worth(ends);
-    if (!(worth > 0)) return std::nullopt;
-    track.speedX = (ends[2] - ends[0]) / (last - first);
-    track.speedY = (ends[3] - ends[1]) / (last - first);
-    track.x = ends[0] - track.speedX * first;
-    track.y = ends[1] - track.speedY * first;
-    MeasuredTrack measured{std::move(track), std::sqrt(worth), way.Sights(ends)};
-    for (TrackSight& sight : measured.sights) sight.flux *= double(series.Codes(0).Unit());
-    return measured;
+    constexpr int kRounds = 5;   // a way is measured where it is thought to be
+    constexpr double kStays = 1; // samples
+    for (int round = 1;; ++round) {
+        Way way(series, frames, track);
+        if (!way.Read()) return std::nullopt;
+        const double first = way.FirstHours();
+        const double last = way.LastHours();
+        const std::array<double, 4> start{track.XAt(first), track.YAt(first), track.XAt(last),
+                                          track.YAt(last)};
+        std::array<double, 4> ends = start;
+        Climb(way, 0, ends);
+        double worth = way.Worth(ends);
+        std::array<double, 4> drawn = start;
+        way.SetDrawn(true);
+        Climb(way, TrailOf(track, frames), drawn);
+        const double worthDrawn = way.Worth(drawn);
+        way.SetDrawn(worthDrawn > worth);
+        if (worthDrawn > worth) ends = drawn;
+        worth = std::max(worth, worthDrawn);
+        if (!(worth > 0)) return std::nullopt;
+        track.speedX = (ends[2] - ends[0]) / (last - first);
+        track.speedY = (ends[3] - ends[1]) / (last - first);
+        track.x = ends[0] - track.speedX * first;
+        track.y = ends[1] - track.speedY * first;
+        double moved = 0;
+        for (std::size_t i = 0; i < ends.size(); ++i)
+            moved = std::max(moved, std::abs(ends[i] - start[i]));
+        if (moved > kStays && round < kRounds) continue;
+        MeasuredTrack measured{std::move(track), std::sqrt(worth), way.Sights(ends)};
+        for (TrackSight& sight : measured.sights) sight.flux *= double(series.Codes(0).Unit());
+        return measured;
+    }
 }
 
 } // namespace tarn

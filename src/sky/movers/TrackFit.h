@@ -23,6 +23,9 @@ struct MeasuredTrack {
     std::vector<TrackSight> sights; // of each frame
 };
 
+// How far it is drawn out in the longest exposure, samples.
+double TrailOf(const Track& track, std::span<const DifferenceFrame> frames);
+
 // A star's profile that moves steadily over a sky that stands still, by least squares; the sky
 // under it is what all frames have there, less what the mover itself brings, so that also one that
 // covers its own way through the night loses nothing. None where the disk errs or nothing is left

@@ -130,8 +130,10 @@ public:
             return frames[one].hours < frames[other].hours;
         });
         for (std::size_t frame = 0; frame < frames.size(); ++frame)
-            for (std::size_t i = 0; i < sources[frame].size(); ++i)
+            for (std::size_t i = 0; i < sources[frame].size(); ++i) {
                 m_cells[frame].Add({sources[frame][i].x, sources[frame][i].y}, i);
+                m_blur = std::max(m_blur, double(sources[frame][i].blur));
+            }
         for (const auto& each : sources) m_used.emplace_back(each.size(), false);
     }
 
@@ -222,7 +224,8 @@ private:
         const double reach = grows ? std::clamp(uncertain, kNear, kFarthest) : kNear + 0.2;
         std::optional<Member> nearest;
         double least = reach;
-        m_cells[frame].Each(line.At(hours), reach, [&](std::size_t i, double distance) {
+        m_cells[frame].Each(line.At(hours), reach + m_blur, [&](std::size_t i, double distance) {
+            distance -= m_sources[frame][i].blur;
             if (distance > least) return;
             least = distance;
             nearest = Member{frame, i};
@@ -249,6 +252,7 @@ private:
     std::span<const TrackFrame> m_frames;
     const std::vector<std::vector<NewSource>>& m_sources;
     std::vector<Cells> m_cells;            // of each frame
+    double m_blur = 0;                     // the largest of the sources
     std::vector<std::size_t> m_order;      // of the frames by time
     std::vector<std::vector<bool>> m_used; // sources of a track that was found
     std::vector<Found> m_found;

@@ -98,6 +98,9 @@ void Stacking::DoParts() {
         else
             BreakOff(m_series.Fault());
     }
+    const bool any = std::any_of(m_result.frames.begin(), m_result.frames.end(),
+                                 [](const StackedFrame& frame) { return frame.used; });
+    if (m_result.fault.empty() && !any) m_result.fault = "no frame could be used";
 }
 
 void Stacking::BreakOff(const std::string& fault) {
