@@ -75,6 +75,20 @@ std::vector<FrameMeasures> MeasureStars(const std::vector<std::string>& paths) {
     return std::vector<FrameMeasures>(paths.size(), NotInstalled(&FrameMeasures::fault));
 }
 
+StackResult SumOfFrames(const SumOrder& order) {
+    if (const auto* decoders = FromModule<DecodersModule>()) return decoders->sum(order);
+    StackResult result = NotInstalled(&StackResult::fault);
+    result.frames.resize(order.paths.size());
+    return result;
+}
+
+MoversResult MoversOfFrames(const MoversQuest& quest) {
+    if (const auto* decoders = FromModule<DecodersModule>()) return decoders->movers(quest);
+    MoversResult result = NotInstalled(&MoversResult::fault);
+    result.faults.resize(quest.paths.size());
+    return result;
+}
+
 std::vector<PastCommand> PastCommands(std::int64_t most) {
     const auto* decoders = FromModule<DecodersModule>();
     return decoders ? decoders->past(most) : std::vector<PastCommand>();

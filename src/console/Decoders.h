@@ -6,8 +6,10 @@
 #include "console/DatesCommand.h"
 #include "console/HistoryCommands.h"
 #include "console/MarkCommands.h"
+#include "console/MoversCommand.h"
 #include "console/PageCommands.h"
 #include "console/SheetCommand.h"
+#include "console/StackCommand.h"
 #include "console/StarsCommand.h"
 #include "console/Subcommand.h"
 
@@ -40,6 +42,11 @@ PageResult MakeGallery(const PageRequest& request);
 // Stars of pictures: what was measured before comes from the store in the cache folder.
 std::vector<FrameMeasures> MeasureStars(const std::vector<std::string>& paths);
 std::vector<MeasuredStar> ListStars(const std::string& path, std::string& fault);
+
+// Frames laid over each other, and their mean written.
+StackResult SumOfFrames(const SumOrder& order);
+// And what moves in them.
+MoversResult MoversOfFrames(const MoversQuest& quest);
 
 // What window and console did.
 std::vector<PastCommand> PastCommands(std::int64_t most);

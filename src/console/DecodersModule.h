@@ -19,6 +19,8 @@ struct DecodersModule {
                                       const MarkChange& change);
     std::vector<FrameMeasures> (*stars)(const std::vector<std::string>& paths);
     std::vector<MeasuredStar> (*sources)(const std::string& path, std::string& fault);
+    StackResult (*sum)(const SumOrder& order);
+    MoversResult (*movers)(const MoversQuest& quest);
     std::vector<PastCommand> (*past)(std::int64_t most);
     TurnedCommand (*undo)(std::optional<std::int64_t> id);
     TurnedCommand (*redo)(std::optional<std::int64_t> id);

@@ -18,7 +18,7 @@ constexpr char kTypes[] =
 } // namespace
 
 MeasuredFrames MeasureOperands(const std::vector<std::string>& operands,
-                               const FrameMeasurer& measure) {
+                               const FrameMeasurer& measure, const std::string& without) {
     MeasuredFrames frames;
     std::vector<std::string> files;
     std::map<std::size_t, std::string> faults; // of rows that are no files
@@ -36,7 +36,9 @@ MeasuredFrames MeasureOperands(const std::vector<std::string>& operands,
             continue;
         }
         for (const std::string& name : *names) {
-            frames.paths.push_back(JoinPath(operand, name));
+            const std::string path = JoinPath(operand, name);
+            if (!without.empty() && std::filesystem::equivalent(path, without, code)) continue;
+            frames.paths.push_back(path);
             files.push_back(frames.paths.back());
         }
     }

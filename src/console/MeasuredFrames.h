@@ -19,8 +19,8 @@ struct MeasuredFrames {
 };
 
 // Files and the pictures of folders, which come by name; a folder that cannot be read has a row
-// with the reason.
+// with the reason. A file that folders are looked through without may be named.
 MeasuredFrames MeasureOperands(const std::vector<std::string>& operands,
-                               const FrameMeasurer& measure);
+                               const FrameMeasurer& measure, const std::string& without = {});
 
 } // namespace tarn

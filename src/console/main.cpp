@@ -7,8 +7,10 @@
 #include "console/HistoryCommands.h"
 #include "console/InfoCommand.h"
 #include "console/MarkCommands.h"
+#include "console/MoversCommand.h"
 #include "console/PageCommands.h"
 #include "console/SheetCommand.h"
+#include "console/StackCommand.h"
 #include "console/StarsCommand.h"
 #include "console/ThumbnailsCommand.h"
 #include "decoder/DecoderPool.h"
@@ -40,6 +42,14 @@ const std::vector<tarn::Subcommand>& Subcommands() {
              return RunStars(words, {MeasureStars, ListStars});
          }},
         {kAlignUsage, [](Words words) { return RunAlign(words, MeasureStars); }},
+        {kMoversUsage,
+         [](Words words) {
+             return RunMovers(words, {MeasureStars, MarksOf, MoversOfFrames});
+         }},
+        {kStackUsage,
+         [](Words words) {
+             return RunStack(words, {MeasureStars, MarksOf, SumOfFrames});
+         }},
         {kHistoryUsage, [](Words words) { return RunHistory(words, PastCommands); }},
         {kUndoUsage, [](Words words) { return RunUndo(words, UndoCommand); }},
         {kRedoUsage, [](Words words) { return RunRedo(words, RedoCommand); }}};

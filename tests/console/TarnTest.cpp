@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
@@ -567,4 +568,113 @@ TEST(Tarn, AlignsFrames) {
     EXPECT_NEAR(100 * map[0] + 100 * map[1] + map[2], 93, 0.05);
     EXPECT_NEAR(100 * map[3] + 100 * map[4] + map[5], 100, 0.05);
     EXPECT_EQ(Tarn("align").status, 2);
+}
+
+namespace {
+
+// A frame of a few dozen stars and one that moves by six pixels from frame to frame.
+std::string MovingFrame(int number, const std::vector<FitsWord>& words) {
+    return FitsBytes(
+        -32, {260, 200},
+        [=](std::size_t at) {
+            const int column = int(at % 260);
+            const int row = int(at / 260);
+            double value = 1000 + double((at + std::size_t(number) * 31) * 7919 % 101) / 10;
+            for (int star = 0; star < 20; ++star) {
+                const int x = column - number - (30 + star * star * 37 % 190);
+                const int y = row - (20 + star * 53 % 160);
+                value += 500 * (1 + star % 5) * std::exp(-double(x * x + y * y) / 4);
+            }
+            const int x = column - number - (60 + 6 * number);
+            return value + 120 * std::exp(-double(x * x + (row - 101) * (row - 101)) / 4);
+        },
+        words);
+}
+
+std::string ReadFile(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::vector<FitsWord> WordsAt(int minute) {
+    const std::string two = std::to_string(100 + minute).substr(1);
+    return {{"DATE-OBS", "'2024-11-05T20:" + two + ":00'"},
+            {"EXPTIME", "60.0"},
+            {"CRVAL1", "10.68"},
+            {"BSCALE", "1.0"}};
+}
+
+} // namespace
+
+TEST(Tarn, SumsFramesAndFindsWhatMoves) {
+    const TestFolder cache;
+    ASSERT_EQ(::setenv("XDG_CACHE_HOME", cache.Path().c_str(), 1), 0);
+    const TestFolder state;
+    ASSERT_EQ(::setenv("XDG_STATE_HOME", state.Path().c_str(), 1), 0);
+    ASSERT_EQ(::setenv("XDG_DATA_HOME", state.Path().c_str(), 1), 0);
+    const TestFolder night;
+    std::vector<std::string> paths;
+    for (int i = 0; i < 6; ++i)
+        paths.push_back(
+            night.Write("f" + std::to_string(i) + ".fits", MovingFrame(i, WordsAt(6 * i))));
+    const std::string timeless = night.Write("g.fits", MovingFrame(2, {}));
+    const std::string small =
+        night.Write("small.fits", FitsBytes(-32, {20, 20}, [](std::size_t) { return 5; }));
+    ASSERT_EQ(Tarn("mark --reject " + paths[5]).status, 0);
+    const std::string target = night.Path() + "/sum.fits";
+
+    const Outcome sum = Tarn("stack --csv --to " + target + " " + night.Path());
+    EXPECT_EQ(sum.status, 1); // of the small one
+    EXPECT_TRUE(
+        sum.out.starts_with("file,used,weight,rejected_pixels,error\n" + paths[0] + ",1,0.1"))
+        << sum.out;
+    EXPECT_TRUE(Has(sum, "\n" + paths[5] + ",0,,,marked as rejected\n")) << sum.out;
+    EXPECT_TRUE(Has(sum, "\n" + small + ",0,,,")) << sum.out;
+    const Outcome panel = Tarn("info " + target);
+    EXPECT_TRUE(Has(panel, "260 x 200")) << panel.out;
+    EXPECT_TRUE(Has(panel, "32 bit floating point")) << panel.out;
+    EXPECT_TRUE(Has(panel, "2024-11-05 20:00:00")) << panel.out;
+    const std::string header = ReadFile(target).substr(0, 8640);
+    EXPECT_NE(header.find("CRVAL1  = "), std::string::npos);
+    EXPECT_EQ(header.find("BSCALE"), std::string::npos);
+    EXPECT_NE(header.find("NCOMBINE=                    6 "), std::string::npos) << header;
+    EXPECT_NE(header.find("HISTORY f3.fits, weight 0.1"), std::string::npos) << header;
+
+    // Over itself it leaves itself out, and what stood there comes back.
+    const std::string first = ReadFile(target);
+    EXPECT_FALSE(Has(Tarn("stack --reject 0 --to " + target + " " + night.Path()), "sum.fits\t"));
+    EXPECT_NE(ReadFile(target), first);
+    EXPECT_EQ(Tarn("undo").status, 0);
+    EXPECT_EQ(ReadFile(target), first);
+    EXPECT_EQ(Tarn("undo").status, 0);
+    EXPECT_FALSE(std::filesystem::exists(target));
+    EXPECT_EQ(Tarn("stack --to " + paths[0] + " " + paths[0] + " " + paths[1]).status, 1);
+
+    const Outcome movers = Tarn("movers --csv " + night.Path());
+    EXPECT_EQ(movers.status, 1);
+    EXPECT_TRUE(
+        movers.out.starts_with("track,file,x,y,flux,speed,angle,error\n1," + paths[0] + ","))
+        << movers.out;
+    for (int i = 0; i < 5; ++i) {
+        const std::string begin = "\n1," + paths[std::size_t(i)] + ",";
+        const std::size_t row = movers.out.find(begin);
+        ASSERT_NE(row, std::string::npos) << movers.out;
+        double x = 0;
+        double y = 0;
+        double flux = 0;
+        double speed = 0;
+        double angle = 0;
+        ASSERT_EQ(std::sscanf(movers.out.c_str() + row + begin.size(), "%lf,%lf,%lf,%lf,%lf", &x,
+                              &y, &flux, &speed, &angle),
+                  5);
+        EXPECT_NEAR(x, 60 + 7 * i, 0.3);
+        EXPECT_NEAR(y, 101, 0.3);
+        EXPECT_NEAR(flux, 120 * 4 * 3.1416, 100);
+        EXPECT_NEAR(speed, 60, 2);
+        EXPECT_NEAR(angle, 0, 3);
+    }
+    EXPECT_TRUE(Has(movers, "\n," + timeless + ",,,,,,no time of exposure\n")) << movers.out;
+    EXPECT_FALSE(Has(movers, "\n2,")) << movers.out;
+    EXPECT_EQ(Tarn("movers").status, 2);
+    EXPECT_EQ(Tarn("stack --reject much " + night.Path()).status, 2);
 }

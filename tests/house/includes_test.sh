@@ -11,6 +11,8 @@ BEGIN {
     Floor("sky/stars/")
     Floor("sky/align/")
     Floor("sky/judging/")
+    Floor("sky/stack/")
+    Floor("sky/movers/")
     Floor("platform/")
     Floor("history/")
     Floor("decoder/")

@@ -2,6 +2,7 @@
 
 #include "common/paths.h"
 #include "console/decoders/OpenHistory.h"
+#include "console/decoders/WriteInPlace.h"
 #include "convert/ConvertPicture.h"
 #include "convert/ConvertTarget.h"
 #include "history/Changes.h"
@@ -29,23 +30,6 @@ std::string Load(ImgX& picture, const std::string& path, QSize wanted) {
     std::string error = picture.LoadFile(path, wanted);
     if (error.empty() || picture.HasImage()) return error;
     return picture.LoadWithSystemReader(path).empty() ? std::string() : error;
-}
-
-// What stands there in any case goes to the wastebasket first, and comes back when the new one
-// cannot be written.
-bool Write(Files& files, const std::string& target, const std::string& bytes, std::string* error) {
-    std::string thrown;
-    const auto stands = files.FindAnyCase(target);
-    if (stands && files.IsFolder(*stands)) {
-        *error = "a folder of that name stands there";
-        return false;
-    }
-    if (stands && !files.Trash(*stands, error, &thrown)) return false;
-    if (files.Write(target, bytes, error)) return true;
-    std::string stays;
-    if (stands && !files.Restore(thrown, *stands, &stays))
-        *error += "; what stood there is in the wastebasket: " + thrown;
-    return false;
 }
 
 bool IsSpared(const Files& files, const std::string& target, const ConvertOptions& options) {
@@ -79,7 +63,7 @@ ConvertedFile WriteConverted(const std::string& path, const std::string& folder,
     const Converted converted = ConvertPicture(picture, turned);
     result.error = converted.error;
     Changes changes(open.history, "Convert '" + LastPart(path) + "' to '" + target.name + "'");
-    if (result.error.empty() && Write(changes, target.path, converted.jpeg, &result.error))
+    if (result.error.empty() && WriteInPlace(changes, target.path, converted.jpeg, &result.error))
         written.insert(target.path);
     return result;
 }

@@ -3,10 +3,12 @@
 #include "common/worker.h"
 #include "console/decoders/Conversion.h"
 #include "console/decoders/Marks.h"
+#include "console/decoders/Moving.h"
 #include "console/decoders/Pages.h"
 #include "console/decoders/Past.h"
 #include "console/decoders/Sheets.h"
 #include "console/decoders/Stars.h"
+#include "console/decoders/Sums.h"
 #include "console/decoders/Thumbnails.h"
 #include "decoder/DecoderPool.h"
 #include "imaging/PictureLoader.h"
@@ -96,6 +98,24 @@ std::vector<MeasuredStar> Sources(const std::string& path, std::string& fault) {
     return ListSourcesOf(path, fault);
 }
 
+StackResult Sum(const SumOrder& order) {
+    NeedApplication(false);
+    std::string thrown;
+    StackResult result = Guarded(thrown, [&] { return MakeSum(order); });
+    if (!thrown.empty()) result.fault = thrown;
+    result.frames.resize(order.paths.size());
+    return result;
+}
+
+MoversResult Movers(const MoversQuest& quest) {
+    NeedApplication(false);
+    std::string thrown;
+    MoversResult result = Guarded(thrown, [&] { return FindInFiles(quest); });
+    if (!thrown.empty()) result.fault = thrown;
+    result.faults.resize(quest.paths.size());
+    return result;
+}
+
 std::vector<PastCommand> Past(std::int64_t most) {
     NeedApplication(false);
     return ReadPast(most);
@@ -118,8 +138,8 @@ std::vector<SetDate> Dates(const std::vector<SetDate>& wanted) {
 
 } // namespace
 
-extern "C" const DecodersModule TarnModule{Look,       Convert,   Page,       Gallery, Sheet,
-                                           Thumbnails, ReadMarks, WriteMarks, Stars,   Sources,
-                                           Past,       Undo,      Redo,       Dates};
+extern "C" const DecodersModule TarnModule{Look,      Convert,    Page,  Gallery, Sheet, Thumbnails,
+                                           ReadMarks, WriteMarks, Stars, Sources, Sum,   Movers,
+                                           Past,      Undo,       Redo,  Dates};
 
 } // namespace tarn

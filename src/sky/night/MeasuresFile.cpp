@@ -8,12 +8,16 @@
 
 namespace tarn {
 
-std::string MeasuresFile() {
+std::string CacheFolder() {
     const std::string folder =
         JoinPath(FromQt(QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation)),
                  "tarn-view");
     MakePrivateFolders(folder);
-    return JoinPath(folder, "measures.sqlite");
+    return folder;
+}
+
+std::string MeasuresFile() {
+    return JoinPath(CacheFolder(), "measures.sqlite");
 }
 
 } // namespace tarn

@@ -5,7 +5,10 @@
 
 namespace tarn {
 
-// Its folder is made where it is missing; without it nothing is kept.
+// The program's folder for what may be thrown away, made where it is missing.
+std::string CacheFolder();
+
+// In that; without the folder nothing is kept.
 std::string MeasuresFile();
 
 } // namespace tarn

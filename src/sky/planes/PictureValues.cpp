@@ -20,6 +20,7 @@ constexpr double kFull = 65535;
 constexpr std::size_t kStart = 16; // bytes that tell a clip
 
 enum class Kind { Sky, Raw, Clip, Display };
+enum class Colours { Mixed, Apart };
 
 std::optional<Kind> KindOf(const std::string& path, std::string& error) {
     const FileHandle file = OpenRegular(path, error);
@@ -90,7 +91,8 @@ long long SensorCost(const std::string& path) {
     return kTimes * PictureLoader::LookAt(path).bytes;
 }
 
-bool TakeOfSensor(const std::string& path, bool isRaw, PictureValues& values, std::string& error) {
+bool TakeOfSensor(const std::string& path, bool isRaw, Colours colours, PictureValues& values,
+                  std::string& error) {
     const DecodeShare share(SensorCost(path));
     if (!share) return false;
     auto samples = ReadSamplePlanes(path, error);
@@ -115,6 +117,7 @@ bool TakeOfSensor(const std::string& path, bool isRaw, PictureValues& values, st
         plane.white = read.range->high - black;
     else if (read.words) // of what can be stored
         plane.white = read.zero + read.scale * (read.header.bits == 8 ? 255 : kFull);
+    if (colours == Colours::Apart) return true;
     const bool taken = read.words ? TakeSamples(read.words.get(), plane.zero, plane.scale, values)
                                   : TakeSamples(read.floats.get(), 0, 1, values);
     if (!taken) error = "The picture is too small";
@@ -181,22 +184,30 @@ bool TakeOfDisplay(const std::string& path, PictureValues& values, std::string& 
     return true;
 }
 
-} // namespace
-
-std::optional<PictureValues> ReadPictureValues(const std::string& path, std::string& error) {
+std::optional<PictureValues> Read(const std::string& path, Colours colours, std::string& error) {
     const auto kind = KindOf(path, error);
     if (!kind) return std::nullopt;
     PictureValues values;
     const bool taken = *kind == Kind::Clip ? TakeOfClip(path, values, error)
                        : *kind == Kind::Display
                            ? TakeOfDisplay(path, values, error)
-                           : TakeOfSensor(path, *kind == Kind::Raw, values, error);
+                           : TakeOfSensor(path, *kind == Kind::Raw, colours, values, error);
     if (!taken) return std::nullopt;
     if (values.width == 0) { // each sample is a pixel
         values.width = values.plane.width;
         values.height = values.plane.height;
     }
     return values;
+}
+
+} // namespace
+
+std::optional<PictureValues> ReadPictureValues(const std::string& path, std::string& error) {
+    return Read(path, Colours::Mixed, error);
+}
+
+std::optional<PictureValues> ReadPictureColours(const std::string& path, std::string& error) {
+    return Read(path, Colours::Apart, error);
 }
 
 } // namespace tarn

@@ -1,0 +1,33 @@
+// "tarn movers": what moves among the stars of a night.
+#pragma once
+
+#include "console/MarkCommands.h"
+#include "console/MeasuredFrames.h"
+#include "console/Subcommand.h"
+#include "sky/movers/Movers.h"
+#include "sky/stack/SeriesPlan.h"
+
+namespace tarn {
+
+extern const Usage kMoversUsage;
+
+struct MoversQuest {
+    const std::vector<std::string>& paths; // of the plan's numbers
+    const std::vector<FrameMeasures>& measures;
+    const SeriesPlan& plan;
+};
+
+// Places and speeds in pixels; faults one for each path.
+using MoversFinder = std::function<MoversResult(const MoversQuest& quest)>;
+
+struct MoversParts {
+    FrameMeasurer measure;
+    MarkReader marks;
+    MoversFinder find;
+};
+
+// A row for each frame of each track, then one for each file that took no part. Frames marked as
+// rejected are left out, which is no fault.
+int RunMovers(std::span<const std::string> words, const MoversParts& parts);
+
+} // namespace tarn

@@ -1,0 +1,41 @@
+// What each frame has that its series has not: sources of the difference of a frame and the median.
+#pragma once
+
+#include "sky/stack/WarpedSeries.h"
+
+#include <span>
+#include <string>
+#include <vector>
+
+namespace tarn {
+
+struct DifferenceFrame {
+    double hours = 0;    // from the first frame on
+    double sigma = 1.3;  // of its stars, samples of the grid
+    double exposure = 0; // hours, in which a mover draws a short trail; 0: none
+};
+
+// A source, by a filter of its frame's star width.
+struct NewSource {
+    double x = 0; // of the grid
+    double y = 0;
+    float signal = 0; // its flux over the noise of the area that the filter weighs
+    float blur = 0;   // samples along its trail by which its place may be off
+    float peak = 0; // its height over that of the filtered one: of a star 2, of single samples more
+};
+
+// Slower than this nothing moves: what stands still for as long as the slowest takes to leave its
+// place is a star that varies, or a fault of the sensor.
+inline constexpr double kSlowest = 8;   // samples of the grid an hour
+inline constexpr double kFastest = 450; // a little more than is promised
+
+// Of each frame at least `kLeastSignal` strong. What is drawn out as far as the fastest mover would
+// be is one source, by filters of such lengths along all directions; longer trails are left out.
+// The median is that of all frames; in a night so short that the slowest hardly leave their place,
+// of those of its other end. Stars of frame and median are brought to one width. False when
+// cancelled or the disk errs.
+inline constexpr float kLeastSignal = 4.5F;
+bool FindNewSources(const WarpedSeries& series, std::span<const DifferenceFrame> frames,
+                    const SeriesWatch& watch, std::vector<std::vector<NewSource>>& sources);
+
+} // namespace tarn

@@ -1,0 +1,115 @@
+// Movers of known speed, and what only seems to move.
+#include "MadeNights.h"
+
+#include "sky/movers/MedianRows.h"
+
+#include <gtest/gtest.h>
+
+using namespace tarn;
+using namespace tarn::testing;
+
+TEST(Movers, AllThatStandOutTenfoldAreFoundAndNothingElse) {
+    for (const NightLike& like :
+         {NightLike{1}, NightLike{.seed = 2, .drift = 0.8, .turn = 3},
+          NightLike{.seed = 3, .drift = 0.3, .turn = 180}, NightLike{.seed = 4, .minutes = 2}}) {
+        const NightSurvey survey = SurveyOf(
+            MadeNight(like, SomeMovers(17 * like.seed, 10, like.minutes * like.frames / 60)));
+        EXPECT_EQ(survey.missed, std::vector<double>()) << like.seed;
+        EXPECT_EQ(survey.fault, "") << like.seed;
+        EXPECT_EQ(survey.wrong, std::vector<double>()) << like.seed;
+    }
+}
+
+TEST(Movers, NineOfTenOfEightfoldAreFound) {
+    std::size_t missed = 0;
+    for (const NightLike& like : {NightLike{5}, NightLike{.seed = 6, .turn = 180}}) {
+        const NightSurvey survey = SurveyOf(MadeNight(like, SomeMovers(17 * like.seed, 8, 2.5)));
+        missed += survey.missed.size();
+        EXPECT_EQ(survey.fault, "") << like.seed;
+        EXPECT_EQ(survey.wrong, std::vector<double>()) << like.seed;
+    }
+    EXPECT_LE(missed, 1U);
+}
+
+// Their light is that of points which stand out as far, over a larger area.
+TEST(Movers, FastOnesAreDrawnOut) {
+    const NightLike like{.seed = 11, .turn = 2, .exposed = 0.9};
+    const NightSurvey survey = SurveyOf(MadeNight(like, SomeMovers(61, 10, 2.5)));
+    EXPECT_EQ(survey.fault, "");
+    EXPECT_EQ(survey.missed, std::vector<double>());
+    EXPECT_EQ(survey.wrong, std::vector<double>());
+}
+
+TEST(Movers, ANightWithoutAnyHasNone) {
+    EXPECT_EQ(SurveyOf(MadeNight({.seed = 7, .drift = 0.9}, {})).wrong, std::vector<double>());
+}
+
+TEST(Movers, SightsAreInTheirOwnFrames) {
+    const TrueMover truth{300, 200, 60, 30, 25};
+    const MadeNight night({.seed = 8, .frames = 6, .minutes = 10, .drift = 5, .turn = 180},
+                          {truth});
+    const MoversResult result = night.Find();
+    ASSERT_EQ(result.movers.size(), 1U);
+    const Mover& mover = result.movers.front();
+    ASSERT_EQ(mover.sights.size(), 6U);
+    for (std::size_t i = 0; i < mover.sights.size(); ++i) {
+        const MoverSight& sight = mover.sights[i];
+        EXPECT_EQ(sight.number, i);
+        const auto [x, y] = night.PlaceIn(truth, i);
+        EXPECT_NEAR(sight.x, x, 0.2) << i;
+        EXPECT_NEAR(sight.y, y, 0.2) << i;
+        const double flux = FluxOf(25) * night.Series().Frame(i).light;
+        EXPECT_NEAR(sight.flux, flux, 0.2 * flux) << i;
+    }
+    EXPECT_NEAR(mover.speed, 60, 1);
+}
+
+TEST(Movers, FramesThatCannotBeReadAreToldAndLeftOut) {
+    const MadeNight night({.seed = 9, .frames = 6, .minutes = 10}, {{300, 200, 60, 30, 25}});
+    std::vector<MoversFrame> frames;
+    for (std::size_t i = 0; i < 6; ++i)
+        frames.push_back({{i, Inverse(night.Series().Frame(i).fromField), 1}, 600.0 * double(i)});
+    const auto read = [&](std::size_t number, std::string& error) -> std::optional<FrameSamples> {
+        if (number != 2) return night.Series().Samples(number);
+        error = "The file ends too early";
+        return std::nullopt;
+    };
+    MoversOrder order;
+    order.scratch = ::testing::TempDir();
+    const MoversResult result = FindMovers(frames, 0, read, order);
+    EXPECT_EQ(result.fault, "");
+    EXPECT_EQ(result.faults[2], "The file ends too early");
+    ASSERT_EQ(result.movers.size(), 1U);
+    EXPECT_EQ(result.movers[0].sights.size(), 5U);
+    EXPECT_NE(FindMovers(std::span(frames).first(2), 0, read, order).fault, "");
+    std::atomic<bool> cancelled = true;
+    order.watch.cancelled = &cancelled;
+    EXPECT_TRUE(FindMovers(frames, 0, read, order).cancelled);
+}
+
+TEST(MedianRows, IsTheMiddleOfWhatIsThere) {
+    std::minstd_rand random(3);
+    const SampleCodes codes;
+    for (const std::size_t count : {1U, 2U, 3U, 7U, 30U, 48U}) {
+        constexpr std::size_t kSamples = 700;
+        std::vector<std::vector<std::int16_t>> frames(count);
+        std::vector<const std::int16_t*> rows;
+        for (auto& frame : frames) {
+            for (std::size_t i = 0; i < kSamples; ++i)
+                frame.push_back(random() % 5 == 0 ? kNoSample
+                                                  : codes.CodeOf(float(random() % 1000)));
+            rows.push_back(frame.data());
+        }
+        std::vector<float> medians(kSamples);
+        MedianRows(count).Take(rows, kSamples, medians.data());
+        for (std::size_t i = 0; i < kSamples; ++i) {
+            std::vector<float> values;
+            for (const auto& frame : frames)
+                if (frame[i] != kNoSample) values.push_back(SampleCodes::Deviations(frame[i]));
+            if (values.empty())
+                EXPECT_TRUE(std::isnan(medians[i])) << count;
+            else
+                EXPECT_FLOAT_EQ(medians[i], MedianInPlace(std::span(values))) << count << ' ' << i;
+        }
+    }
+}
