@@ -1,5 +1,6 @@
 // The first frame of a clip that the libraries know.
 #include "clips/AvFile.h"
+#include "clips/AvFrames.h"
 #include "clips/ClipFrame.h"
 #include "clips/FramesModule.h"
 
@@ -76,6 +77,6 @@ QImage FirstOfAv(const std::string& path, int side) {
 
 } // namespace
 
-extern "C" const FramesModule TarnModule{FirstOfAv};
+extern "C" const FramesModule TarnModule{FirstOfAv, FramesOfAv};
 
 } // namespace tarn

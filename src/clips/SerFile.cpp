@@ -148,19 +148,25 @@ double SerFile::Length() {
     return begin >= 0 && end > begin ? double(end - begin) / kTicks : 0;
 }
 
-std::vector<double> SerFile::Times() {
+std::vector<std::int64_t> SerFile::Stamps() {
     if (!HasTimes()) return {};
     const auto count = std::size_t(m_header.frames);
     std::vector<std::uint8_t> bytes(count * kTimeBytes);
     if (!ReadAt(TimesPlace(), bytes.data(), bytes.size())) return {};
-    std::vector<double> times(count);
-    const std::int64_t first = Ticks(bytes.data());
-    if (first < 0) return {};
-    std::int64_t before = first - 1;
-    for (std::size_t i = 0; i < count; ++i) {
-        const std::int64_t ticks = Ticks(&bytes[i * kTimeBytes]);
+    std::vector<std::int64_t> stamps(count);
+    for (std::size_t i = 0; i < count; ++i) stamps[i] = Ticks(&bytes[i * kTimeBytes]);
+    return stamps;
+}
+
+std::vector<double> SerFile::Times() {
+    const std::vector<std::int64_t> stamps = Stamps();
+    if (stamps.empty() || stamps.front() < 0) return {};
+    std::vector<double> times;
+    times.reserve(stamps.size());
+    std::int64_t before = stamps.front() - 1;
+    for (const std::int64_t ticks : stamps) {
         if (ticks <= before) return {};
-        times[i] = double(ticks - first) / kTicks;
+        times.push_back(double(ticks - stamps.front()) / kTicks);
         before = ticks;
     }
     return times;
@@ -175,13 +181,19 @@ void SerFile::FindByteOrder(const std::vector<std::uint8_t>& frame) {
     m_orderKnown = highFirst != lowFirst; // an even frame says nothing
 }
 
-std::string SerFile::ReadFrame(int frame, std::vector<std::uint16_t>& samples) {
+std::string SerFile::ReadStored(int frame, std::vector<std::uint8_t>& bytes) {
     if (frame < 0 || frame >= m_header.frames) return "There is no such frame";
-    std::vector<std::uint8_t> bytes(std::size_t(m_header.FrameBytes()));
+    bytes.resize(std::size_t(m_header.FrameBytes()));
     if (!ReadAt(kHeaderBytes + m_header.FrameBytes() * frame, bytes.data(), bytes.size()))
         return "The frame cannot be read";
+    if (m_header.SampleBytes() == 2 && !m_orderKnown) FindByteOrder(bytes);
+    return {};
+}
+
+std::string SerFile::ReadFrame(int frame, std::vector<std::uint16_t>& samples) {
+    std::vector<std::uint8_t>& bytes = m_frame;
+    if (std::string error = ReadStored(frame, bytes); !error.empty()) return error;
     const bool wide = m_header.SampleBytes() == 2;
-    if (wide && !m_orderKnown) FindByteOrder(bytes);
     const std::size_t high = m_highByteFirst ? 0 : 1;
     const std::uint32_t most = (1u << m_header.bits) - 1;
     samples.resize(bytes.size() / std::size_t(m_header.SampleBytes()));

@@ -46,6 +46,18 @@ public:
     // Seconds from the first frame to the last one; 0 where the file has no times.
     double Length();
 
+    // How many frames it says it has; 0 of a recording that was broken off.
+    int FramesStated() const { return m_framesStated; }
+
+    // The times of the frames, 100 nanoseconds since the beginning of the year 1, UTC; empty where
+    // the file has none.
+    std::vector<std::int64_t> Stamps();
+
+    // One frame as stored, row by row from the top; an error text. Of samples of two bytes
+    // `HighByteFirst` tells the order from then on.
+    std::string ReadStored(int frame, std::vector<std::uint8_t>& bytes);
+    bool HighByteFirst() const { return m_highByteFirst; }
+
     // Samples of one frame as stored, row by row from the top, scaled to 16 bits; an error text.
     std::string ReadFrame(int frame, std::vector<std::uint16_t>& samples);
 
@@ -64,6 +76,7 @@ private:
     int m_framesStated = 0;
     bool m_orderKnown = false;
     bool m_highByteFirst = false;
+    std::vector<std::uint8_t> m_frame; // the last one read
 };
 
 // Red, green and blue of every pixel, 16 bits each, from samples as ReadFrame gives them. A Bayer

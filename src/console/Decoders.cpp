@@ -89,6 +89,16 @@ MoversResult MoversOfFrames(const MoversQuest& quest) {
     return result;
 }
 
+RatedClip RateFrames(const std::string& path) {
+    const auto* decoders = FromModule<DecodersModule>();
+    return decoders ? decoders->rateClip(path) : NotInstalled(&RatedClip::fault);
+}
+
+std::vector<TakenFrame> TakeFramesOut(const TakeOrder& order) {
+    if (const auto* decoders = FromModule<DecodersModule>()) return decoders->takeFrames(order);
+    return std::vector<TakenFrame>(order.frames.size(), {order.clip, kNotInstalled});
+}
+
 std::vector<PastCommand> PastCommands(std::int64_t most) {
     const auto* decoders = FromModule<DecodersModule>();
     return decoders ? decoders->past(most) : std::vector<PastCommand>();

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "console/DatesCommand.h"
+#include "console/FramesCommand.h"
 #include "console/HistoryCommands.h"
 #include "console/MarkCommands.h"
 #include "console/MoversCommand.h"
@@ -47,6 +48,10 @@ std::vector<MeasuredStar> ListStars(const std::string& path, std::string& fault)
 StackResult SumOfFrames(const SumOrder& order);
 // And what moves in them.
 MoversResult MoversOfFrames(const MoversQuest& quest);
+
+// Frames of a clip.
+RatedClip RateFrames(const std::string& path);
+std::vector<TakenFrame> TakeFramesOut(const TakeOrder& order);
 
 // What window and console did.
 std::vector<PastCommand> PastCommands(std::int64_t most);

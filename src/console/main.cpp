@@ -4,6 +4,7 @@
 #include "console/ConvertCommand.h"
 #include "console/DatesCommand.h"
 #include "console/Decoders.h"
+#include "console/FramesCommand.h"
 #include "console/HistoryCommands.h"
 #include "console/InfoCommand.h"
 #include "console/MarkCommands.h"
@@ -50,6 +51,7 @@ const std::vector<tarn::Subcommand>& Subcommands() {
          [](Words words) {
              return RunStack(words, {MeasureStars, MarksOf, SumOfFrames});
          }},
+        {kFramesUsage, [](Words words) { return RunFrames(words, RateFrames, TakeFramesOut); }},
         {kHistoryUsage, [](Words words) { return RunHistory(words, PastCommands); }},
         {kUndoUsage, [](Words words) { return RunUndo(words, UndoCommand); }},
         {kRedoUsage, [](Words words) { return RunRedo(words, RedoCommand); }}};

@@ -1,5 +1,6 @@
 // Runs the built program and looks at what it prints and how it ends.
 #include "FitsFiles.h"
+#include "RunTarn.h"
 #include "XisfFiles.h"
 
 #include "console/Arguments.h"
@@ -20,28 +21,6 @@ using namespace tarn;
 using namespace tarn::testing;
 
 namespace {
-
-struct Outcome {
-    int status = -1;
-    std::string out; // standard output, and standard error behind it
-};
-
-Outcome Tarn(const std::string& words) {
-    Outcome outcome;
-    const std::string command = std::string(TARN_PROGRAM) + " " + words + " 2>&1";
-    std::FILE* pipe = ::popen(command.c_str(), "r"); // NOLINT(cert-env33-c)
-    if (pipe == nullptr) return outcome;
-    std::array<char, 4096> part{};
-    while (const std::size_t count = std::fread(part.data(), 1, part.size(), pipe)) {
-        outcome.out.append(part.data(), count);
-    }
-    outcome.status = WEXITSTATUS(::pclose(pipe));
-    return outcome;
-}
-
-bool Has(const Outcome& outcome, const std::string& part) {
-    return outcome.out.find(part) != std::string::npos;
-}
 
 // A picture of one colour that needs no library to be written, 24 bits a pixel, rows of whole
 // words.

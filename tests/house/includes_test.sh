@@ -11,6 +11,7 @@ BEGIN {
     Floor("sky/stars/")
     Floor("sky/align/")
     Floor("sky/judging/")
+    Floor("sky/frames/")
     Floor("sky/stack/")
     Floor("sky/movers/")
     Floor("platform/")

@@ -1,6 +1,7 @@
 // The module that the console companion loads when it needs to look into pictures.
 #include "console/DecodersModule.h"
 #include "common/worker.h"
+#include "console/decoders/ClipFiles.h"
 #include "console/decoders/Conversion.h"
 #include "console/decoders/Marks.h"
 #include "console/decoders/Moving.h"
@@ -131,6 +132,19 @@ TurnedCommand Redo(std::optional<std::int64_t> id) {
     return RedoPast(id);
 }
 
+RatedClip ClipOf(const std::string& path) {
+    NeedApplication(false);
+    std::string thrown;
+    RatedClip clip = Guarded(thrown, [&] { return RateClip(path); });
+    if (!thrown.empty()) clip.fault = thrown;
+    return clip;
+}
+
+std::vector<TakenFrame> FramesOut(const TakeOrder& order) {
+    NeedApplication(false);
+    return TakeFrames(order);
+}
+
 std::vector<SetDate> Dates(const std::vector<SetDate>& wanted) {
     NeedApplication(false);
     return SetFileDates(wanted);
@@ -138,8 +152,8 @@ std::vector<SetDate> Dates(const std::vector<SetDate>& wanted) {
 
 } // namespace
 
-extern "C" const DecodersModule TarnModule{Look,      Convert,    Page,  Gallery, Sheet, Thumbnails,
-                                           ReadMarks, WriteMarks, Stars, Sources, Sum,   Movers,
-                                           Past,      Undo,       Redo,  Dates};
+extern "C" const DecodersModule TarnModule{
+    Look,    Convert, Page,   Gallery, Sheet, Thumbnails, ReadMarks, WriteMarks, Stars,
+    Sources, Sum,     Movers, Past,    Undo,  Redo,       ClipOf,    FramesOut,  Dates};
 
 } // namespace tarn

@@ -1,0 +1,33 @@
+// All frames of a clip, one after the other, as they are stored: of SER, and of what the libraries
+// of clips know. Any thread.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tarn {
+
+// Row by row from the top, without padding.
+struct ClipImage {
+    const std::vector<std::uint8_t>* bytes = nullptr;
+    int width = 0; // pixels
+    int height = 0;
+    int bits = 8;    // that a sample uses, 1 to 16; more than 8 take two bytes
+    int samples = 1; // of a pixel: 1 (mono, or under a Bayer pattern) or 3 (red, green, blue)
+    bool highByteFirst = false;
+    std::string pattern; // "RGGB" and its like; empty: none
+};
+
+// False ends the walk.
+using ClipSink = std::function<bool(const ClipImage& image)>;
+
+struct ClipWords {
+    std::vector<std::string> utc; // of each frame, ISO 8601; empty where the clip says nothing
+    std::string observer, instrument, telescope;
+    std::string fault; // why it could not be read, or not to its end
+};
+ClipWords WalkFrames(const std::string& path, const ClipSink& sink);
+
+} // namespace tarn
