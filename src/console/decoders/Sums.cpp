@@ -7,6 +7,7 @@
 #include "history/Changes.h"
 #include "imaging/fits/FitsWriter.h"
 #include "imaging/fits/SkyFile.h"
+#include "platform/OpenRegular.h"
 #include "sky/night/MeasuresFile.h"
 #include "sky/planes/FramesOfFiles.h"
 
@@ -14,7 +15,6 @@
 #include <array>
 #include <cstdio>
 
-#include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -130,12 +130,12 @@ private:
 class MappedFile {
 public:
     explicit MappedFile(const std::string& path) {
-        const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+        std::string error;
+        const OpenFile file(path, error);
         struct stat facts {};
-        if (file < 0 || ::fstat(file, &facts) != 0) return;
+        if (!file || ::fstat(file.Number(), &facts) != 0) return;
         m_count = std::size_t(facts.st_size);
-        m_bytes = ::mmap(nullptr, m_count, PROT_READ, MAP_PRIVATE, file, 0);
-        ::close(file);
+        m_bytes = ::mmap(nullptr, m_count, PROT_READ, MAP_PRIVATE, file.Number(), 0);
     }
     ~MappedFile() {
         if (m_bytes != MAP_FAILED) ::munmap(m_bytes, m_count);
