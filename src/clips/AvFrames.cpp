@@ -44,7 +44,9 @@ public:
         m_rows.resize(stride * std::size_t(frame.height + 1));
         std::uint8_t* const lines[] = {m_rows.data(), nullptr, nullptr, nullptr};
         const int strides[] = {int(stride), 0, 0, 0};
-        sws_scale(m_scaler.get(), frame.data, frame.linesize, 0, frame.height, lines, strides);
+        if (sws_scale(m_scaler.get(), frame.data, frame.linesize, 0, frame.height, lines,
+                      strides) != frame.height)
+            return false;
         m_bytes.clear();
         for (int y = 0; y < frame.height; ++y) {
             const auto from = m_rows.begin() + std::ptrdiff_t(stride * std::size_t(y));
@@ -77,6 +79,31 @@ Decoder OpenDecoder(AVFormatContext& file, int& stream, std::string& error) {
     return decoder;
 }
 
+struct Walk {
+    const ClipSink& sink;
+    Unpacker unpacker = {};
+    ClipImage first = {}; // its size and kind
+    std::int64_t taken = 0;
+    int broken = 0; // packets
+
+    // False ends it, with a reason where it is one.
+    bool Take(const AVFrame& frame, std::string& error) {
+        ClipImage image;
+        if (!unpacker.Unpack(frame, image)) {
+            error = "a frame is of a kind that is not known";
+            return false;
+        }
+        if (taken++ == 0) first = image;
+        if (image.width != first.width || image.height != first.height ||
+            image.bits != first.bits || image.samples != first.samples) {
+            error = "frame " + std::to_string(taken - 1) + " has another size or kind";
+            return false;
+        }
+        if (frame.decode_error_flags != 0) ++broken;
+        return sink(image);
+    }
+};
+
 } // namespace
 
 bool FramesOfAv(const std::string& path, const ClipSink& sink, std::string& error) {
@@ -88,21 +115,25 @@ bool FramesOfAv(const std::string& path, const ClipSink& sink, std::string& erro
     if (!decoder) return false;
     const std::unique_ptr<AVFrame, Closer> frame(av_frame_alloc());
     const AvPacket packet(av_packet_alloc());
-    Unpacker unpacker;
-    ClipImage image;
+    Walk walk{sink};
     for (bool ends = false; !ends;) {
         const int read = av_read_frame(file.get(), packet.get());
         ends = read < 0;
         if (ends && read != AVERROR_EOF) error = AvErrorText(read);
-        if (ends || packet->stream_index == stream)
-            avcodec_send_packet(decoder.get(), ends ? nullptr : packet.get());
+        const bool isOurs = ends || packet->stream_index == stream;
+        if (isOurs && avcodec_send_packet(decoder.get(), ends ? nullptr : packet.get()) < 0)
+            walk.broken += ends ? 0 : 1;
         av_packet_unref(packet.get());
-        while (avcodec_receive_frame(decoder.get(), frame.get()) == 0)
-            if (!unpacker.Unpack(*frame, image))
-                return error = "a frame is of a kind that is not known", false;
-            else if (!sink(image))
-                return true;
+        while (isOurs && avcodec_receive_frame(decoder.get(), frame.get()) == 0)
+            if (!walk.Take(*frame, error)) return error.empty();
     }
+    const std::int64_t stated = file->streams[stream]->nb_frames;
+    if (error.empty() && walk.broken > 0)
+        error = std::to_string(walk.broken) + " frames cannot be decoded: those behind them have "
+                                              "lower numbers";
+    if (error.empty() && stated > walk.taken)
+        error = "it is cut off: " + std::to_string(walk.taken) + " of " + std::to_string(stated) +
+                " frames are there";
     return error.empty();
 }
 

@@ -13,10 +13,8 @@ namespace tarn {
 
 namespace {
 
-constexpr OptionRule kListOptions[] = {{"--csv"}};
-constexpr OptionRule kTakeOptions[] = {{"--best", "N[%]"}, {"--to", "FOLDER"}, {"--align"}};
-constexpr OptionRule kOptions[] = {{"--csv"}, {"--best", "N[%]"}, {"--to", "FOLDER"}, {"--align"}};
-constexpr UsageLine kLines[] = {{kListOptions, "CLIP"}, {kTakeOptions, "CLIP"}};
+constexpr OptionRule kOptions[] = {{"--csv"}, {"--best", "N|N%"}, {"--to", "FOLDER"}, {"--align"}};
+constexpr UsageLine kLines[] = {{kOptions, "CLIP"}};
 
 constexpr int kDecimals = 2; // of pixels
 
@@ -50,6 +48,17 @@ int PrintRows(bool csv, const RatedClip& clip) {
             .Print();
         if (!frame.fault.empty()) status = kExitFailedFile;
     }
+    if (!clip.fault.empty()) // of the clip, or of what is not there
+        TableRow(csv)
+            .Add("")
+            .Add("")
+            .Add("")
+            .Add("")
+            .Add("")
+            .Add("")
+            .Add("")
+            .Add(clip.fault)
+            .Print();
     return status;
 }
 
@@ -57,10 +66,12 @@ int TakeBest(const std::string& path, const RatedClip& clip, std::size_t count,
              const Arguments& arguments, const FrameTaker& take) {
     const std::vector<std::size_t> best = BestFrames(clip.frames, count);
     int status = clip.fault.empty() ? kExitSuccess : kExitFailedFile;
-    if (best.size() < count)
+    if (best.size() < count) {
         ComplainOfFile(path, "only " + std::to_string(best.size()) + " of " +
                                  std::to_string(clip.frames.size()) + " frames can be trusted");
-    if (best.empty()) return kExitFailedFile;
+        status = kExitFailedFile;
+    }
+    if (best.empty()) return status;
     const TakeOrder order{path, arguments.ValueOf("--to"), best, &clip, arguments.Has("--align")};
     const std::vector<TakenFrame> taken = take(order);
     for (std::size_t i = 0; i < taken.size(); ++i) {
@@ -101,10 +112,11 @@ int RunFrames(std::span<const std::string> words, const ClipRater& rate, const F
         ComplainOfFile(folder, "is not a folder");
         return kExitFailedFile;
     }
-    const RatedClip clip = rate(path);
+    RatedClip clip = rate(path);
+    if (clip.frames.empty() && clip.fault.empty()) clip.fault = "The clip has no frames";
+    if (!arguments->Has("--best")) return PrintRows(arguments->Has("--csv"), clip);
     if (!clip.fault.empty()) ComplainOfFile(path, clip.fault);
     if (clip.frames.empty()) return kExitFailedFile;
-    if (!arguments->Has("--best")) return PrintRows(arguments->Has("--csv"), clip);
     const std::size_t count = *CountOf(arguments->ValueOf("--best"), clip.frames.size());
     return TakeBest(path, clip, count, *arguments, take);
 }

@@ -140,6 +140,7 @@ TEST(ClipFrames, BrokenClipsAreToldAndRatedAsFarAsTheyGo) {
     EXPECT_TRUE(Has(half, "it is cut off: 2 of 3 frames are there")) << half.out;
     EXPECT_TRUE(Has(half, "\n1,,")) << half.out;
     EXPECT_FALSE(Has(half, "\n2,")) << half.out;
+    EXPECT_TRUE(Has(half, "\n,,,,,,,it is cut off")) << half.out;
     clip.ser.framesStated = 0; // its recording was broken off
     EXPECT_EQ(Tarn("frames --csv " + clip.Write()).status, 0);
     EXPECT_EQ(Tarn("frames " + clip.folder.Write("none.ser", "LUCAM-RECORDER")).status, 1);

@@ -16,6 +16,7 @@ namespace tarn {
 namespace {
 
 constexpr std::size_t kBlock = 2880;
+constexpr const char* kNotReached = "the clip ends before it";
 
 struct Shift {
     int x = 0;
@@ -143,12 +144,12 @@ std::vector<TakenFrame> TakeFrames(const TakeOrder& order) {
     std::vector<TakenFrame> taken(order.frames.size());
     std::map<std::size_t, std::size_t> ranks; // by number
     for (std::size_t rank = 0; rank < taken.size(); ++rank) {
-        taken[rank] = {TargetOf(order, *open.files, rank), "the clip ends before it"};
+        taken[rank] = {TargetOf(order, *open.files, rank), kNotReached};
         ranks[order.frames[rank]] = rank;
     }
     std::size_t number = 0;
     std::size_t left = ranks.size();
-    WalkFrames(order.clip, [&](const ClipImage& image) {
+    const ClipWords words = WalkFrames(order.clip, [&](const ClipImage& image) {
         const auto wanted = ranks.find(number++);
         if (wanted == ranks.end()) return true;
         TakenFrame& file = taken[wanted->second];
@@ -159,6 +160,8 @@ std::vector<TakenFrame> TakeFrames(const TakeOrder& order) {
             changes.Write(file.path, FitsBytes(order, image, wanted->second), &file.error);
         return --left > 0;
     });
+    for (TakenFrame& file : taken)
+        if (file.error == kNotReached && !words.fault.empty()) file.error = words.fault;
     changes.SetWhat(std::to_string(changes.Count()) + " best frames of '" + LastPart(order.clip) +
                     "'");
     return taken;
