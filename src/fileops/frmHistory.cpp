@@ -1,6 +1,7 @@
 #include "fileops/frmHistory.h"
 
 #include "common/paths.h"
+#include "history/Changes.h"
 #include "history/CommandText.h"
 #include "platform/Files.h"
 #include "platform/QtText.h"
@@ -198,7 +199,8 @@ void frmHistory::Export() {
     constexpr std::int64_t kAll = 1'000'000'000;
     const auto rows = m.history.List({kAll, 0, FromQt(m_find->text())});
     std::string error;
-    const bool written = m.files.Write(path, CommandsAsCsv(rows), &error);
+    Changes changes(m.history, "History as '" + LastPart(path) + "'");
+    const bool written = changes.Write(path, CommandsAsCsv(rows), &error);
     m_say->setText(ToQt(written ? std::to_string(rows.size()) + " commands written to " + path
                                 : "'" + LastPart(path) + "' was not written: " + error));
 }

@@ -211,5 +211,25 @@ TEST(Journal, ALateEndNeverReachesAnotherDatabase) {
               "Undone: Delete 'b'; back again: 'b'");
 }
 
+TEST(Journal, OneOfAnEarlierVersionGoesOn) {
+    Book book;
+    {
+        History history(book.files, book.File());
+        ASSERT_TRUE(book.Throw(history, "a"));
+    }
+    sqlite3* earlier = nullptr;
+    ASSERT_EQ(::sqlite3_open(book.File().c_str(), &earlier), SQLITE_OK);
+    EXPECT_EQ(::sqlite3_exec(earlier, "ALTER TABLE commands DROP COLUMN whole", nullptr, nullptr,
+                             nullptr),
+              SQLITE_OK);
+    ::sqlite3_close(earlier);
+    History history(book.files, book.File());
+    EXPECT_EQ(Whats(history), std::vector<std::string>{"Delete 'a'"});
+    ASSERT_TRUE(book.Throw(history, "b")) << book.error;
+    for (const char* text :
+         {"Undone: Delete 'b'; back again: 'b'", "Undone: Delete 'a'; back again: 'a'"})
+        EXPECT_EQ(history.Undo([](std::size_t) { return true; }).text, text);
+}
+
 } // namespace
 } // namespace tarn::testing

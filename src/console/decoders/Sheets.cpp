@@ -3,8 +3,10 @@
 #include "common/codepage.h"
 #include "common/dates.h"
 #include "common/paths.h"
+#include "console/decoders/OpenHistory.h"
 #include "desk/state/ShellState.h"
 #include "facts/PictureReading.h"
+#include "history/Changes.h"
 #include "imaging/PicturesAhead.h"
 #include "imaging/fits/FitsLines.h"
 #include "notes/NoteNames.h"
@@ -27,8 +29,8 @@ constexpr double kWidest = 4; // sides of a picture that are decoded at once, wi
 class SheetWriter {
 public:
     explicit SheetWriter(const SheetRequest& request)
-        : m_request(request), m_printer(MakePdfPrinter(*m_files, ChoiceOf(request))),
-          m_notes(*m_files) {
+        : m_request(request), m_changes(m_open.history, "Sheet '" + LastPart(request.out) + "'"),
+          m_printer(MakePdfPrinter(m_changes, ChoiceOf(request))), m_notes(*m_open.files) {
         if (!request.notes.empty()) m_notes.index.SetFolder(request.notes);
         for (const std::string& name : request.names)
             m_paths.push_back(JoinPath(request.folder, name));
@@ -46,7 +48,7 @@ private:
     static PrinterChoice ChoiceOf(const SheetRequest& request) {
         PrinterChoice choice;
         choice.toFile = true;
-        choice.pdf = request.out;
+        choice.pdf = MakeFiles()->Absolute(request.out); // as the history knows it
         choice.paper = request.paper;
         return choice;
     }
@@ -64,7 +66,7 @@ private:
     }
 
     std::string AbsoluteFolder() const {
-        return WithoutTrailingSeparator(m_files->Absolute(m_request.folder));
+        return WithoutTrailingSeparator(m_open.files->Absolute(m_request.folder));
     }
 
     SheetCell Cell(const SheetLayout& layout, std::size_t index) {
@@ -83,7 +85,7 @@ private:
         if (!m_result.failures.empty()) return false;
         DataSheet sheet;
         sheet.version = ShellState().Version;
-        sheet.path = m_files->Absolute(m_reading.Info().Filename);
+        sheet.path = m_open.files->Absolute(m_reading.Info().Filename);
         sheet.size = DataPictureSize(picture.Width(), picture.Height(), true);
         sheet.picture = ForPaper(std::move(picture), sheet.size);
         sheet.rows = m_reading.Info().PanelRows;
@@ -117,7 +119,8 @@ private:
     }
 
     const SheetRequest& m_request;
-    std::unique_ptr<Files> m_files = MakeFiles();
+    OpenHistory m_open;
+    Changes m_changes;
     std::unique_ptr<Printer> m_printer;
     NoteStore m_notes;
     PicturesAhead m_ahead;
