@@ -2,6 +2,7 @@
 #include "Demand.h"
 #include "Input.h"
 #include "MemoryFile.h"
+#include "SkyTrial.h"
 
 #include "common/file_look.h"
 #include "imaging/exif/Boxes.h"
@@ -31,6 +32,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Demand(orientation >= 1 && orientation <= 8);
     HeifTurns(file);
     Demand(ReadXmp(file).size() <= bytes.size());
+    TryHeader(memory.Path());
     ::close(number);
     PictureInfoReader reader;
     PictureInfo info;

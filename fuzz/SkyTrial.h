@@ -8,7 +8,10 @@
 #include "imaging/fits/FitsPixels.h"
 #include "imaging/fits/ImageChoice.h"
 #include "imaging/fits/SkyFile.h"
+#include "sky/headers/FrameHeader.h"
+#include "sky/place/SkyRows.h"
 
+#include <cmath>
 #include <set>
 #include <string>
 #include <vector>
@@ -34,6 +37,17 @@ inline void TryPixels(const std::string& path) {
     }
 }
 
+// What stood in the sky by whatever the header says, as if it were a telescope's or a camera's.
+inline void TryHeader(const std::string& path) {
+    const std::vector<FrameWhere> frames{ReadFrameHeader(path, 60).where};
+    const SkyRow row = SkyOver(frames, Site{48, 11, 500}).rows.front();
+    Demand(row.site.has_value());
+    Demand(!row.utc || ParseUtc(UtcText(*row.utc)).has_value());
+    Demand(!row.utc || std::isfinite(row.sunAltitude));
+    for (const double altitude : {row.altitude, row.sunAltitude, row.moonAltitude})
+        Demand(std::isnan(altitude) || std::abs(altitude) <= 90.001);
+}
+
 inline void TrySkyFile(const std::string& path) {
     const SkyFacts facts = SkyFactsOf(path);
     for (const std::string& line : facts.lines) {
@@ -48,6 +62,7 @@ inline void TrySkyFile(const std::string& path) {
     const auto header = ReadSkyHeader(path, error);
     Demand(header.has_value() == error.empty() && header.has_value() == !facts.lines.empty());
     if (!header) return;
+    TryHeader(path);
     Demand(header->width > 0 && header->height > 0);
     for (const int image : std::set{0, header->images - 1}) {
         const ReadsImage one(image);

@@ -4,7 +4,7 @@ tarn_build_packages="cmake ninja-build g++ ccache pkg-config qt6-base-dev qt6-sv
     qt6-multimedia-dev qt6-image-formats-plugins libjpeg-dev libmpv-dev
     libavformat-dev libavcodec-dev libswscale-dev libraw-dev liblcms2-dev libheif-dev libjxl-dev
     libtiff-dev libseccomp-dev libcfitsio-dev libpugixml-dev zlib1g-dev liblz4-dev libzstd-dev nettle-dev
-    libeigen3-dev libexempi-dev libsqlite3-dev"
+    libeigen3-dev liberfa-dev libexempi-dev libsqlite3-dev"
 tarn_run_packages="qt6-qpa-plugins fonts-liberation fonts-dejavu-core"
 tarn_test_packages="libgtest-dev poppler-utils ffmpeg clang-format"
 

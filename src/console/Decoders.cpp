@@ -114,6 +114,11 @@ TurnedCommand RedoCommand(std::optional<std::int64_t> id) {
     return decoders ? decoders->redo(id) : NotInstalled(&TurnedCommand::text);
 }
 
+NightResult ReportNights(const NightRequest& request) {
+    const auto* decoders = FromModule<DecodersModule>();
+    return decoders ? decoders->night(request) : NotInstalled(&NightResult::error);
+}
+
 std::vector<SetDate> SetDates(const std::vector<SetDate>& wanted) {
     if (const auto* decoders = FromModule<DecodersModule>()) return decoders->dates(wanted);
     std::vector<SetDate> all = wanted;

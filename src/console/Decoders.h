@@ -8,6 +8,7 @@
 #include "console/HistoryCommands.h"
 #include "console/MarkCommands.h"
 #include "console/MoversCommand.h"
+#include "console/NightCommand.h"
 #include "console/PageCommands.h"
 #include "console/SheetCommand.h"
 #include "console/StackCommand.h"
@@ -59,6 +60,7 @@ TurnedCommand UndoCommand(std::optional<std::int64_t> id);
 TurnedCommand RedoCommand(std::optional<std::int64_t> id);
 
 // File times, as one command of the history.
+NightResult ReportNights(const NightRequest& request);
 std::vector<SetDate> SetDates(const std::vector<SetDate>& wanted);
 
 } // namespace tarn

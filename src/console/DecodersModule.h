@@ -24,6 +24,7 @@ struct DecodersModule {
     std::vector<PastCommand> (*past)(std::int64_t most);
     TurnedCommand (*undo)(std::optional<std::int64_t> id);
     TurnedCommand (*redo)(std::optional<std::int64_t> id);
+    NightResult (*night)(const NightRequest& request);
     RatedClip (*rateClip)(const std::string& path);
     std::vector<TakenFrame> (*takeFrames)(const TakeOrder& order);
     std::vector<SetDate> (*dates)(const std::vector<SetDate>& wanted);

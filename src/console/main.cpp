@@ -9,8 +9,10 @@
 #include "console/InfoCommand.h"
 #include "console/MarkCommands.h"
 #include "console/MoversCommand.h"
+#include "console/NightCommand.h"
 #include "console/PageCommands.h"
 #include "console/SheetCommand.h"
+#include "console/SkyCommand.h"
 #include "console/StackCommand.h"
 #include "console/StarsCommand.h"
 #include "console/ThumbnailsCommand.h"
@@ -43,6 +45,8 @@ const std::vector<tarn::Subcommand>& Subcommands() {
              return RunStars(words, {MeasureStars, ListStars});
          }},
         {kAlignUsage, [](Words words) { return RunAlign(words, MeasureStars); }},
+        {kSkyUsage, RunSky},
+        {kNightUsage, [](Words words) { return RunNight(words, kProgramVersion, ReportNights); }},
         {kMoversUsage,
          [](Words words) {
              return RunMovers(words, {MeasureStars, MarksOf, MoversOfFrames});

@@ -2,8 +2,11 @@
 
 #include "common/paths.h"
 #include "desk/batch/BatchRun.h"
+#include "marks/MarkFiles.h"
 #include "platform/EventPump.h"
 #include "widgets/FileListBox.h"
+
+#include <map>
 
 #include <unistd.h>
 
@@ -50,6 +53,17 @@ void MarksRoom::ShowList() {
 
 std::optional<Mark> MarksRoom::MarkOf(const std::string& path) {
     return m_store->MarkOf(path);
+}
+
+std::vector<Mark> MarksRoom::MarksOnDisk(const std::vector<std::string>& paths) {
+    std::map<std::string, std::optional<SidecarNames>> folders;
+    std::vector<Mark> marks;
+    for (const std::string& path : paths) {
+        const auto [found, isNew] = folders.try_emplace(FolderOf(path));
+        if (isNew) found->second = SidecarsIn(m.files, found->first, nullptr);
+        marks.push_back(found->second ? ReadMark(m.files, path, *found->second).mark : Mark());
+    }
+    return marks;
 }
 
 bool MarksRoom::AllRead() {

@@ -27,6 +27,7 @@ public:
     void BreakOff() override;
 
     std::optional<Mark> MarkOf(const std::string& path) override;
+    std::vector<Mark> MarksOnDisk(const std::vector<std::string>& paths) override;
     bool AllRead() override;
     bool AnyMarked() override;
     std::optional<MarkChange> KeptAside(const std::string& path) override;

@@ -86,6 +86,7 @@ constexpr PaneKeyRow kRows[] = {
     {'G', kPanes, Needs::Nothing, "the night's frames, measured", Choose<&C::NightButton>},
     {'Q', kPicture, Needs::Picture, "circles on the stars, on and off", Choose<&C::StarCirclesButton>},
     {'X', kPicture, Needs::Picture, "corners at full size", Choose<&C::CornersButton>},
+    {'W', kPicture, Needs::Picture, "what stood in the sky, on and off", Choose<&C::SkyPanelButton>},
     {'R', kPicture, Needs::Picture, "turns right", Ring<&D::RotateRightButton_Click>},
     {keys::kRight, kPicture, Needs::Picture, "turns right", Ring<&D::RotateRightButton_Click>},
     {'L', kPicture, Needs::Picture, "turns left", Ring<&D::RotateLeftButton_Click>},

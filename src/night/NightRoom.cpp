@@ -1,12 +1,14 @@
 #include "night/NightRoom.h"
 
-#include "common/paths.h"
 #include "desk/batch/BatchRun.h"
 #include "night/NightChoice.h"
+#include "night/NightPictures.h"
 #include "night/NightWords.h"
 #include "night/StarCircles.h"
 #include "night/frmCorners.h"
 #include "night/frmNight.h"
+#include "night/frmNightReport.h"
+#include "night/frmSites.h"
 #include "platform/EventPump.h"
 #include "widgets/FileListBox.h"
 
@@ -21,7 +23,7 @@ constexpr int kLooksAgain = 20; // milliseconds
 
 } // namespace
 
-NightRoom::NightRoom(Context& context) : m(context) {
+NightRoom::NightRoom(Context& context) : m(context), m_sky(context) {
     m_rest.setSingleShot(true);
     m_rest.setInterval(kRest);
     QObject::connect(&m_rest, &QTimer::timeout, &m_here, [this] { AskForStars(); });
@@ -32,6 +34,9 @@ NightRoom::~NightRoom() = default;
 void NightRoom::ConnectControls() {
     const MainControls& c = m.controls;
     Connect(c.NightButton, [this] { NightButton_Click(); });
+    Connect(c.NightReportButton, [this] { NightReportButton_Click(); });
+    Connect(c.SkyPanelButton, [this] { m_sky.Switched(); });
+    Connect(c.SitesButton, [this] { SitesButton_Click(); });
     Connect(c.StarCirclesButton, [this] { StarCirclesButton_Click(); });
     Connect(c.CornersButton, [this] { CornersButton_Click(); });
     Connect(c.BurstButton, [this] { m.shell.Tell(BurstButton_Click()); });
@@ -48,12 +53,14 @@ void NightRoom::ConnectControls() {
 
 void NightRoom::ShowSettings() {
     m.controls.StarCirclesButton->setChecked(m.state.StarCircles);
+    m_sky.ShowSettings();
 }
 
 // Windows and threads go while the desk still stands.
 void NightRoom::BreakOff() {
     ForgetFrames();
     m_rest.stop();
+    m_sky.BreakOff();
 }
 
 NightFolder& NightRoom::Folder() {
@@ -73,21 +80,6 @@ bool NightRoom::WantsStars() const {
     return m.state.StarCircles || AreCornersUp();
 }
 
-// All of the folder, also where the list is narrowed.
-std::vector<std::string> NightRoom::Pictures() const {
-    const FileListBox& list = *m.controls.FileListBox;
-    const ProgramState& s = m.state;
-    std::vector<std::string> paths;
-    for (const std::string& name : list.Listed()) {
-        const std::string type = FileTypeOf(name);
-        if (type != ".TXT" &&
-            (IsListedType(s.PictureTypes, type) || IsListedType(s.FitsClassTypes(), type) ||
-             IsListedType(s.RawTypes, type)))
-            paths.push_back(JoinPath(list.Path(), name));
-    }
-    return paths;
-}
-
 void NightRoom::NightButton_Click() {
     if (!m_night) {
         m_night = std::make_unique<frmNight>(m, Folder());
@@ -101,7 +93,7 @@ void NightRoom::NightButton_Click() {
 void NightRoom::ShowFrames() {
     NightFolder& folder = Folder();
     folder.onChanged = nullptr;
-    folder.Show(Pictures());
+    folder.Show(NightPictures(m));
     folder.Prefer(m.state.Filename);
     TakeMarks();
     m_night->FramesShown();
@@ -131,6 +123,20 @@ void NightRoom::FollowCurrent() {
     }
     if (AreCornersUp()) m_corners->Follow();
     if (WantsStars()) m_rest.start();
+    m_sky.Follow();
+}
+
+void NightRoom::NightReportButton_Click() {
+    if (!m_report) m_report = std::make_unique<frmNightReport>(m);
+    m_report->Form_Load();
+}
+
+void NightRoom::SitesButton_Click() {
+    if (!m_sites) {
+        m_sites = std::make_unique<frmSites>(m);
+        m_sites->onKept = [this] { m_sky.Follow(); };
+    }
+    m_sites->ShowSites();
 }
 
 void NightRoom::AskForStars() {
@@ -186,7 +192,7 @@ bool NightRoom::MeasureAll() {
 
 Outcome NightRoom::BurstButton_Click() {
     if (m.state.BatchRuns || m.state.SlideViewing) return Outcome::Refused();
-    const std::vector<std::string> pictures = Pictures();
+    const std::vector<std::string> pictures = NightPictures(m);
     if (pictures.empty()) return Outcome::Refused("This folder lists no pictures");
     if (!IsNightUp()) {
         Folder().onChanged = nullptr;

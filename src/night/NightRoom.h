@@ -1,10 +1,11 @@
-// The commands of the menu "Sky": the night's frames, circles on stars, corners, and the sharpest
-// of a burst.
+// The commands of the menu "Sky": the night's frames and their report, what stood in the sky,
+// circles on stars, corners, and the sharpest of a burst.
 #pragma once
 
 #include "desk/Context.h"
 #include "desk/Room.h"
 #include "night/NightFolder.h"
+#include "night/SkyPanel.h"
 #include "sky/night/LateStars.h"
 
 #include <QObject>
@@ -18,6 +19,8 @@ namespace tarn {
 
 class frmCorners;
 class frmNight;
+class frmNightReport;
+class frmSites;
 
 class NightRoom : public Room {
 public:
@@ -29,13 +32,14 @@ public:
     void BreakOff() override;
 
     void NightButton_Click();
+    void NightReportButton_Click();
+    void SitesButton_Click();
     void StarCirclesButton_Click();
     void CornersButton_Click();
     Outcome BurstButton_Click();
 
 private:
     NightFolder& Folder();
-    std::vector<std::string> Pictures() const;
     void ShowFrames();
     void ForgetFrames();
     void TakeMarks();
@@ -54,6 +58,9 @@ private:
     std::unique_ptr<LateStars> m_stars;
     std::unique_ptr<frmNight> m_night;
     std::unique_ptr<frmCorners> m_corners;
+    std::unique_ptr<frmNightReport> m_report;
+    std::unique_ptr<frmSites> m_sites;
+    SkyPanel m_sky;
 };
 
 } // namespace tarn

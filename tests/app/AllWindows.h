@@ -60,6 +60,8 @@ struct WindowsDesk : AppDesk {
         Put("FrmNewNotes");
         Entry("frmNight", c.NightButton);
         Entry("frmCorners", c.CornersButton);
+        Entry("frmNightReport", c.NightReportButton);
+        Entry("frmSites", c.SitesButton);
         Entry("frmNotesFolder", c.DisplayNotesFolderButton);
         Entry("frmRename", c.RenameButton);
         Entry("frmDuplicate", c.DuplicateButton);

@@ -155,6 +155,12 @@ const std::vector<std::pair<const char*, Act>> kCommands{
          EXPECT_TRUE(w.house.marks.Flush());
          QCoreApplication::processEvents();
      }},
+    {"night report",
+     [](World& w) {
+         w.c.NightReportButton->trigger();
+         w.Press("frmNightReport", "ReportPageButton", {w.At("report.html")});
+     }},
+    {"sky panel", [](World& w) { w.Key(Qt::Key_W), w.Key(Qt::Key_N); }},
     {"circles and corners", [](World& w) { w.Key(Qt::Key_Q), w.Key(Qt::Key_X), w.Key(Qt::Key_N); }},
     {"rejected to wastebasket",
      [](World& w) { w.Key(Qt::Key_J), w.Answer({"Yes"}, w.c.RejectedDeleteButton); }},

@@ -549,6 +549,98 @@ TEST(Tarn, AlignsFrames) {
     EXPECT_EQ(Tarn("align").status, 2);
 }
 
+// By the headers alone: a frame of a telescope, one of a camera that knows its place, and what says
+// nothing. The sign of the folder's longitudes is told beside the table.
+TEST(Tarn, SaysWhatStoodInTheSky) {
+    const TestFolder folder;
+    const std::vector<FitsWord> words{{"DATE-OBS", "'2024-11-05T23:00:00'"},
+                                      {"EXPTIME", "120"},
+                                      {"RA", "'05 34 31.9'"},
+                                      {"DEC", "'+22 00 52'"},
+                                      {"SITELAT", "48.1"},
+                                      {"SITELONG", "-11.6"},
+                                      {"LST", "'02:50:00'"}};
+    const std::string crab = folder.Write("a.fits", NightSky(20, 10, words));
+    ExifBuilder camera(Endian::Little);
+    camera.Ascii(272, "CAM 1").Satellites(-33, -71, 2200, "2024:11:06 02:00:00").ExifDirectory();
+    camera.Ascii(0x9003, "2024:11:05 23:00:00").Ascii(0x9011, "-03:00").Rational(0x829A, 60, 2);
+    const std::string andes = folder.Write("b.jpg", camera.Jpeg());
+    const std::string dark = folder.Write(
+        "c.fits", NightSky(20, 10, {{"IMAGETYP", "'Dark Frame'"}, words[0], words[1]}));
+    const std::string plain = folder.Write("d.png", "no picture");
+
+    const Outcome outcome = Tarn("sky --csv --site 48.1,11.6 " + folder.Path() + " /no/such.fits");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.out,
+              "tarn: " + folder.Path() +
+                  ": longitudes count west, by its sidereal times\n"
+                  "file,utc,ra,dec,altitude,azimuth,airmass,sun_altitude,moon_altitude,moon_phase,"
+                  "moon_separation,error\n" +
+                  crab +
+                  ",2024-11-05T23:01:00Z,83.63292,22.01444,47.977,113.435,1.345,-57.940,-46.357,"
+                  "0.178,168.582,\n" +
+                  andes + ",2024-11-06T02:00:15Z,,,,,,-29.606,15.366,0.186,,\n" + dark +
+                  ",2024-11-05T23:01:00Z,,,,,,-57.940,-46.357,0.178,,\n" + plain +
+                  ",,,,,,,,,,,its header says nothing of the exposure\n"
+                  "/no/such.fits,,,,,,,,,,,No such file or directory\n");
+    EXPECT_EQ(Tarn("sky").status, 2);
+    EXPECT_EQ(Tarn("sky --site 95,10 " + crab).status, 2);
+    EXPECT_EQ(Tarn("sky --csv " + crab).status, 0);
+}
+
+// Rows of exposures, marks counted; the page and the PDF are commands of the history.
+TEST(Tarn, ReportsNights) {
+    const TestFolder home;
+    ASSERT_EQ(::setenv("XDG_CACHE_HOME", home.Path().c_str(), 1), 0);
+    ASSERT_EQ(::setenv("XDG_STATE_HOME", home.Path().c_str(), 1), 0);
+    const TestFolder folder;
+    const auto frame = [&](const char* name, const char* time, const char* type) {
+        return folder.Write(name, NightSky(40, 30,
+                                           {{"DATE-OBS", std::string("'") + time + "'"},
+                                            {"EXPTIME", "90.5"},
+                                            {"IMAGETYP", std::string("'") + type + "'"},
+                                            {"OBJECT", "'M 1, <Crab>'"},
+                                            {"FILTER", "'Ha'"},
+                                            {"INSTRUME", "'CAM 1'"}}));
+    };
+    const std::string kept = frame("a.fits", "2024-11-05T23:00:00", "LIGHT");
+    frame("b.fits", "2024-11-05T23:02:00", "Light Frame");
+    frame("c.fits", "2024-11-06T05:00:00", "master dark");
+    ASSERT_EQ(Tarn("mark --keep " + kept).status, 0);
+    const std::string rows =
+        "target,filter,camera,exposure,frames,seconds,kept_frames,kept_seconds,first_utc,last_utc,"
+        "error\n"
+        "\"M 1, <Crab>\",Ha,CAM 1,90.5,2,181,1,90.5,2024-11-05T23:00:45.25Z,"
+        "2024-11-05T23:02:45.25Z,\n"
+        "Dark,Ha,CAM 1,90.5,1,90.5,0,0,2024-11-06T05:00:45.25Z,2024-11-06T05:00:45.25Z,\n";
+    const Outcome plain = Tarn("night --csv " + folder.Path());
+    EXPECT_EQ(plain.out, rows);
+    EXPECT_EQ(plain.status, 0);
+
+    const std::string html = folder.Path() + "/night.html";
+    const std::string pdf = folder.Path() + "/night.pdf";
+    const std::string options = " --now then --site 48.1,11.5 " + folder.Path();
+    EXPECT_EQ(Tarn("night --csv --html " + html + options).out, rows);
+    const std::string page = BytesOf(html);
+    EXPECT_NE(page.find("<h1>Night of 2024-11-05</h1>"), std::string::npos);
+    EXPECT_NE(page.find("M 1, &lt;Crab&gt;"), std::string::npos);
+    EXPECT_NE(page.find(", then</footer>"), std::string::npos);
+    EXPECT_EQ(Tarn("night --csv --pdf " + pdf + options).status, 0);
+    EXPECT_EQ(BytesOf(pdf).substr(0, 5), "%PDF-");
+    const Outcome past = Tarn("history --csv");
+    EXPECT_TRUE(Has(past, ",Night report 'night.html',")) << past.out;
+    EXPECT_TRUE(Has(past, ",Night report 'night.pdf',")) << past.out;
+
+    const std::string broken = folder.Write("d.fits", "SIMPLE  =                    T");
+    const Outcome failed = Tarn("night --csv " + folder.Path() + " /no/such");
+    EXPECT_EQ(failed.status, 1);
+    EXPECT_TRUE(Has(failed, "\n,,,,,,,,,," + broken + ": The FITS file cannot be read"))
+        << failed.out;
+    EXPECT_TRUE(Has(failed, "\n,,,,,,,,,,/no/such: No such file")) << failed.out;
+    EXPECT_EQ(Tarn("night --html a.html --pdf a.pdf " + folder.Path()).status, 2);
+    EXPECT_EQ(Tarn("night").status, 2);
+}
+
 namespace {
 
 // A frame of a few dozen stars and one that moves by six pixels from frame to frame.

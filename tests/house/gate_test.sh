@@ -30,5 +30,6 @@ forbid '\bstd::j?thread [a-z]|\bstd::j?thread\(|vector<std::j?thread>|\bQThread:
     common/worker.h imaging/fits/TwoThreads.h
 forbid 'std::async\(' clips/MpvPlayer.cpp web/GalleryRun.cpp
 forbid 'QImageReader|QMovie|QSvgRenderer' \
-    imaging/ToolkitFormat.cpp decoder/program/Answers.cpp thumbnails/SharedCache.cpp desk/controls/Icons.cpp
+    imaging/ToolkitFormat.cpp decoder/program/Answers.cpp thumbnails/SharedCache.cpp desk/controls/Icons.cpp \
+    sky/paper/ReportSheet.cpp
 exit $faults

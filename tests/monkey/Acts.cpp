@@ -251,7 +251,8 @@ void Acts::OpenWindow() {
         c.HtmlThumbButton,    c.ShowLogsButton,       c.SetFileTypesButton,
         c.PrintPreviewButton, c.SyncDatesButton,      c.GenerateThumbButton,
         c.FirstStepsButton,   c.HelpKeysButton,       c.NightButton,
-        c.CornersButton,      c.StarCirclesButton,    c.BurstButton};
+        c.CornersButton,      c.StarCirclesButton,    c.BurstButton,
+        c.NightReportButton,  c.SkyPanelButton,       c.SitesButton};
     if (m_dice.OneIn(4)) {
         if (QPushButton* button = m_dice.Of(buttons); MayUse(*button)) Use(*button);
         return;

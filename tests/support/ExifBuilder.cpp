@@ -1,6 +1,7 @@
 #include "support/ExifBuilder.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace tarn::testing {
 
@@ -87,6 +88,36 @@ ExifBuilder& ExifBuilder::Data(unsigned tag, unsigned type, std::uint32_t count,
 
 ExifBuilder& ExifBuilder::MakerNote(std::string_view bytes) {
     return Data(37500, 7, static_cast<std::uint32_t>(bytes.size()), bytes);
+}
+
+ExifBuilder& ExifBuilder::Satellites(int latitude, int longitude, unsigned height,
+                                     std::string_view time) {
+    constexpr unsigned kEntries = 7;
+    ByteWriter directory(m_endian);
+    ByteWriter data(m_endian);
+    const auto dataOffset = static_cast<std::uint32_t>(m_nextData + DirectorySize(kEntries));
+    const auto text = [&](unsigned tag, const char* letter) {
+        directory.Word(tag).Word(2).Long(2).Raw(std::string(letter) + std::string(3, '\0'));
+    };
+    const auto fractions = [&](unsigned tag, const std::vector<unsigned>& values) {
+        const auto offset = dataOffset + static_cast<std::uint32_t>(data.Bytes().size());
+        directory.Word(tag).Word(5).Long(static_cast<std::uint32_t>(values.size())).Long(offset);
+        for (const unsigned value : values) data.Long(value).Long(1);
+    };
+    directory.Word(kEntries);
+    text(1, latitude < 0 ? "S" : "N");
+    fractions(2, {static_cast<unsigned>(std::abs(latitude)), 0, 0});
+    text(3, longitude < 0 ? "W" : "E");
+    fractions(4, {static_cast<unsigned>(std::abs(longitude)), 0, 0});
+    fractions(6, {height});
+    const auto clock = [&](std::size_t at) {
+        return static_cast<unsigned>(std::stoi(std::string(time.substr(at, 2))));
+    };
+    fractions(7, {clock(11), clock(14), clock(17)});
+    directory.Word(29).Word(2).Long(11).Long(dataOffset +
+                                             static_cast<std::uint32_t>(data.Bytes().size()));
+    data.Raw(std::string(time.substr(0, 10)) + '\0');
+    return Data(34853, 4, 1, directory.Long(0).Raw(data.Bytes()).Bytes());
 }
 
 ExifBuilder& ExifBuilder::Entry(unsigned tag, unsigned type, std::uint32_t count,

@@ -38,6 +38,9 @@ public:
     ExifBuilder& SignedRational(unsigned tag, std::int32_t numerator, std::int32_t denominator);
     ExifBuilder& Data(unsigned tag, unsigned type, std::uint32_t count, std::string_view bytes);
     ExifBuilder& MakerNote(std::string_view bytes);
+    // The directory of what satellites tell: whole degrees, south and west negative, metres, and a
+    // time as "2024:05:01 20:10:03". For the first directory.
+    ExifBuilder& Satellites(int latitude, int longitude, unsigned height, std::string_view time);
     // An entry as it is; `value` is the whole value field.
     ExifBuilder& Entry(unsigned tag, unsigned type, std::uint32_t count, std::uint32_t value);
     // Whatever is added next has its data at this offset or behind it.

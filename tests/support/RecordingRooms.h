@@ -167,6 +167,9 @@ struct RecordingMarks : MarkCommands, Recorder {
     }
     bool AllRead() override { return true; }
     bool AnyMarked() override { return !marks.empty(); }
+    std::vector<Mark> MarksOnDisk(const std::vector<std::string>& paths) override {
+        return std::vector<Mark>(paths.size());
+    }
     std::optional<MarkChange> KeptAside(const std::string& path) override {
         const auto at = kept.find(path);
         return at == kept.end() ? std::nullopt : std::optional(at->second);

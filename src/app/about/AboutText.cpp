@@ -6,6 +6,7 @@
 #include "marks/MarkLibraries.h"
 #include "platform/QtText.h"
 #include "sky/measures/MeasureLibraries.h"
+#include "sky/place/PlaceLibraries.h"
 
 #include <QApplication>
 #include <QProxyStyle>
@@ -58,8 +59,8 @@ std::vector<Library> Libraries(Versions asked) {
         {"C library", std::to_string(__GLIBC__) + "." + std::to_string(__GLIBC_MINOR__),
          gnu_get_libc_version()},
     };
-    for (const auto& list :
-         {ImagingLibraries(asked), MciLibraries(asked), MarkLibraries(), MeasureLibraries()})
+    for (const auto& list : {ImagingLibraries(asked), MciLibraries(asked), MarkLibraries(),
+                             MeasureLibraries(), PlaceLibraries()})
         all.insert(all.end(), list.begin(), list.end());
     return all;
 }

@@ -178,6 +178,7 @@ void frmMain::StyleFonts() {
     fixed.setStyleHint(QFont::TypeWriter);
     fixed.setPointSizeF(font().pointSizeF());
     c.List1->setFont(fixed);
+    c.SkyList->setFont(fixed);
     c.LogText->setFont(fixed);
     QFont bold = font();
     bold.setBold(true);
@@ -195,7 +196,9 @@ void frmMain::StyleControls() {
     MainControls& c = m_controls;
     StyleFonts();
     c.List1->setUniformItemSizes(true);
-    c.List1->setTextElideMode(Qt::ElideNone); // a long line is scrolled to, not cut
+    for (QListWidget* list : {c.List1, c.SkyList})
+        list->setTextElideMode(Qt::ElideNone); // a long line is scrolled to, not cut
+    c.SkyList->hide();                         // until it is asked for
     c.LogText->setReadOnly(true);
     c.LogText->setLineWrapMode(QPlainTextEdit::NoWrap);
     c.FileDateText->setReadOnly(true);

@@ -5,6 +5,7 @@
 #include "console/decoders/Conversion.h"
 #include "console/decoders/Marks.h"
 #include "console/decoders/Moving.h"
+#include "console/decoders/Night.h"
 #include "console/decoders/Pages.h"
 #include "console/decoders/Past.h"
 #include "console/decoders/Sheets.h"
@@ -132,6 +133,11 @@ TurnedCommand Redo(std::optional<std::int64_t> id) {
     return RedoPast(id);
 }
 
+NightResult Night(const NightRequest& request) {
+    NeedApplication(!request.pdf.empty());
+    return Kept<NightResult>([&] { return WriteNight(request); });
+}
+
 RatedClip ClipOf(const std::string& path) {
     NeedApplication(false);
     std::string thrown;
@@ -153,7 +159,7 @@ std::vector<SetDate> Dates(const std::vector<SetDate>& wanted) {
 } // namespace
 
 extern "C" const DecodersModule TarnModule{
-    Look,    Convert, Page,   Gallery, Sheet, Thumbnails, ReadMarks, WriteMarks, Stars,
-    Sources, Sum,     Movers, Past,    Undo,  Redo,       ClipOf,    FramesOut,  Dates};
+    Look, Convert, Page, Gallery, Sheet, Thumbnails, ReadMarks, WriteMarks, Stars, Sources,
+    Sum,  Movers,  Past, Undo,    Redo,  Night,      ClipOf,    FramesOut,  Dates};
 
 } // namespace tarn

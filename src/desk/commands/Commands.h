@@ -147,12 +147,14 @@ struct MarkWish {
 };
 
 // Marks stand in sidecars beside the pictures. They are read and written in the background; no call
-// here but Flush asks the disk.
+// here but MarksOnDisk and Flush asks the disk.
 class MarkCommands {
 public:
     virtual ~MarkCommands() = default;
     // The mark of a file of the folder shown, with what is still to be written; none: not read yet.
     virtual std::optional<Mark> MarkOf(const std::string& path) = 0;
+    // Of any files, in their order; asks the disk. One whose sidecar cannot be read has none.
+    virtual std::vector<Mark> MarksOnDisk(const std::vector<std::string>& paths) = 0;
     virtual bool AllRead() = 0;   // of the files of the list
     virtual bool AnyMarked() = 0; // of the files of the list, as far as they are read
     // What is kept in the state folder, since its sidecar cannot be written.

@@ -87,6 +87,7 @@ constexpr struct {
     {"WebBrowser1", "Page"},
     {"LogText", "Text of the file"},
     {"List1", "Camera data"},
+    {"SkyList", "Sky at the exposure"},
     {"NotesBox", "Note of the picture"},
     {"FileDateText", "Message"},
     {"NoteFilterCombo", "Notes and marks filter"},

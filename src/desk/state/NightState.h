@@ -12,6 +12,15 @@ struct NightState {
     bool NightByOrder = false; // along the list, not along the time
     int NightTableWidth = 0;   // logical pixels; 0: as designed
     bool StarCircles = false;
+    bool SkyPanel = false; // what stood in the sky, beside the camera data
+    std::string SkySites;  // as sky/place/SiteList.h has them
+    std::string SkySite;   // name of the one for pictures that do not say theirs; empty: none
+    bool ReportGraphs = true;
+    bool ReportPictures = true;
+    bool ReportRejected = true;
+    bool ReportGaps = true;
+    bool ReportEquipment = true;
+    bool ReportNotes = true;
     bool CornersShown = false; // their window is up, for which all pixels are needed
 };
 

@@ -49,6 +49,8 @@ struct WindowState {
     WindowPlace StretchPlace;
     WindowPlace NightPlace;
     WindowPlace CornersPlace;
+    WindowPlace ReportPlace;
+    WindowPlace SitesPlace;
     WindowPlace NotesFolderPlace; // this and the next are written by their own windows
     WindowPlace NewNotesPlace;
     bool OneAlwaysTop = false;

@@ -1,4 +1,4 @@
-// Chunks of PNG and WebP files.
+// Chunks of PNG and WebP files, segments of JPEG files.
 #pragma once
 
 #include "imaging/exif/Boxes.h"
@@ -39,6 +39,24 @@ inline Span FindWebPChunk(const FileBytes& file, std::string_view name) {
         const auto length = std::int64_t(NumberAt(head, 4, 4, false));
         if (head.starts_with(name)) return {place + 8, std::min(length, file.Size() - place - 8)};
         place += 8 + length + length % 2;
+    }
+    return {};
+}
+
+inline constexpr int kMostSegments = 200; // of a JPEG file, in front of its pixels
+
+// What is behind the name in the first segment of the kind that begins with it, of a JPEG file from
+// behind its first marker on; of no length where there is none.
+inline Span FindJpegSegment(const FileBytes& file, std::int64_t place, char kind,
+                            std::string_view name) {
+    const auto named = std::int64_t(name.size());
+    for (int i = 0; i < kMostSegments; ++i) {
+        const std::string head = file.At(place, 4 + name.size());
+        if (head.size() < 4 || head[0] != '\xFF' || head[1] == '\xDA') return {};
+        const auto length = std::int64_t(NumberAt(head, 2, 2, true));
+        if (head[1] == kind && head.ends_with(name) && length >= named + 2)
+            return {place + 4 + named, length - 2 - named};
+        place += 2 + length;
     }
     return {};
 }

@@ -11,21 +11,9 @@ namespace {
 using namespace std::string_view_literals;
 
 constexpr std::int64_t kMostXmp = 4 << 20; // bytes
-constexpr int kMostSegments = 200;         // of a JPEG file, in front of its pixels
 
-// Segments with their length behind a marker.
 Span XmpOfJpeg(const FileBytes& file, std::int64_t place) {
-    constexpr std::string_view kName = "http://ns.adobe.com/xap/1.0/\0"sv;
-    for (int i = 0; i < kMostSegments; ++i) {
-        const std::string head = file.At(place, 4 + kName.size());
-        if (head.size() < 4 || head[0] != '\xFF' || head[1] == '\xDA') return {};
-        const auto length = std::int64_t(NumberAt(head, 2, 2, true));
-        const auto named = std::int64_t(kName.size());
-        if (head[1] == '\xE1' && head.ends_with(kName) && length >= named + 2)
-            return {place + 4 + named, length - 2 - named};
-        place += 2 + length;
-    }
-    return {};
+    return FindJpegSegment(file, place, '\xE1', "http://ns.adobe.com/xap/1.0/\0"sv);
 }
 
 std::string XmpOfTiff(const FileBytes& file) {

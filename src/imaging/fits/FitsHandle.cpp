@@ -1,10 +1,12 @@
 #include "imaging/fits/FitsHandle.h"
 
+#include "common/text.h"
 #include "imaging/fits/FitsCards.h"
 #include "platform/OpenRegular.h"
 
 #include <algorithm>
 #include <cstdlib>
+#include <string_view>
 
 #include <sys/stat.h>
 
@@ -165,6 +167,26 @@ std::optional<FitsPlace> FitsHandle::FindPicture(int image, std::string& error) 
     return std::nullopt;
 }
 
+const std::set<std::string, std::less<>>& FitsHandle::NamesHere() {
+    int part = 1;
+    fits_get_hdu_num(m_file, &part);
+    const auto [found, isNew] = m_names.try_emplace(part);
+    if (!isNew) return found->second;
+    constexpr std::string_view kLong = "HIERARCH "; // in front of names longer than 8
+    int count = 0;
+    int fault = 0;
+    fits_get_hdrspace(m_file, &count, nullptr, &fault);
+    std::array<char, FLEN_CARD> bytes{};
+    for (int i = 1; fault == 0 && i <= count; ++i) {
+        if (fits_read_record(m_file, i, bytes.data(), &fault) != 0) break;
+        std::string_view card(bytes.data());
+        if (card.starts_with(kLong)) card.remove_prefix(kLong.size());
+        found->second.insert(ToUpper(Printable(std::string(card.substr(0, card.find('='))))));
+    }
+    fits_clear_errmsg();
+    return found->second;
+}
+
 std::string FitsHandle::WordHere(const char* name) {
     std::array<char, FLEN_VALUE> text{};
     int found = 0;
@@ -177,7 +199,9 @@ std::string FitsHandle::WordHere(const char* name) {
 std::string FitsHandle::Word(std::initializer_list<const char*> names) {
     for (const int part : {m_part, 1}) {
         if (!MoveTo(part)) return {};
+        const auto& known = NamesHere();
         for (const char* name : names) {
+            if (!known.contains(name)) continue;
             std::string word = WordHere(name);
             if (word.empty()) continue;
             MoveTo(m_part);

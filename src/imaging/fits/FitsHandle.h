@@ -5,8 +5,10 @@
 
 #include <array>
 #include <initializer_list>
+#include <map>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -62,6 +64,7 @@ private:
     void OpenMapped(int file);
     void MoveOn();
     std::string WordHere(const char* name);
+    const std::set<std::string, std::less<>>& NamesHere();
 
     const std::string& m_path;
     bool m_refused = false; // by a look at its cards
@@ -71,6 +74,9 @@ private:
     fitsfile* m_file = nullptr;
     long long m_bytes = 0;
     int m_part = 1; // of the file, at which it stands
+    // Names of the words of a part: the library goes through all of them to find that one is not
+    // there.
+    std::map<int, std::set<std::string, std::less<>>> m_names;
 };
 
 // What the library says of it.

@@ -1,6 +1,8 @@
 // What the header of a telescope's file says of one of its pictures, as plain values.
 #pragma once
 
+#include "common/header_words.h"
+
 #include <array>
 #include <string>
 #include <string_view>
@@ -45,6 +47,8 @@ struct FitsHeader {
     std::string declination;
     std::string latitude; // of the place, degrees
     std::string longitude;
+
+    HeaderWords words; // of time, site and target, those that the file has
 };
 
 // The first bytes of every FITS file, and of every XISF file that is one whole.

@@ -99,6 +99,10 @@ void TakeWords(FitsHeader& header, const WordOf& word) {
     header.declination = number({"DEC", "OBJCTDEC"});
     header.latitude = number({"SITELAT", "LAT-OBS"});
     header.longitude = number({"SITELONG", "LONG-OBS"});
+    for (const char* name : kHeaderWords)
+        if (std::string value = word({name}); !value.empty()) header.words.emplace(name, value);
+    header.words["NAXIS1"] = std::to_string(header.width);
+    header.words["NAXIS2"] = std::to_string(header.height);
     header.topDown = ToUpper(word({"ROWORDER"})) == "TOP-DOWN";
     TakePattern(header, word({"BAYERPAT", "COLORTYP", "CFAPAT"}),
                 std::atoi(word({"XBAYROFF"}).c_str()), std::atoi(word({"YBAYROFF"}).c_str()));

@@ -10,6 +10,7 @@ namespace tarn {
 namespace {
 
 constexpr int kMostSide = 1 << 30;
+constexpr std::uint32_t kMostWords = 200; // more than are read
 
 constexpr std::string FitsHeader::*kTexts[] = {
     &FitsHeader::object,         &FitsHeader::date,        &FitsHeader::timeSystem,
@@ -31,6 +32,11 @@ void Put(WireWriter& to, const FitsHeader& header) {
     to.Put(header.mosaic);
     for (const int color : header.pattern) to.Put(color);
     for (const auto text : kTexts) to.PutText(header.*text);
+    to.Put(std::uint32_t(header.words.size()));
+    for (const auto& [name, value] : header.words) {
+        to.PutText(name);
+        to.PutText(value);
+    }
 }
 
 FitsHeader HeaderFrom(WireReader& from) {
@@ -40,6 +46,11 @@ FitsHeader HeaderFrom(WireReader& from) {
     header.mosaic = from.Get<std::uint8_t>() != 0;
     for (int& color : header.pattern) color = from.Get<int>();
     for (const auto text : kTexts) header.*text = from.GetText();
+    const auto words = std::min(from.Get<std::uint32_t>(), kMostWords);
+    for (std::uint32_t i = 0; i < words; ++i) {
+        std::string name = from.GetText();
+        header.words[std::move(name)] = from.GetText();
+    }
     return header;
 }
 

@@ -1,24 +1,12 @@
 #include "sky/planes/MeasurePicture.h"
 
-#include "common/text.h"
 #include "common/worker.h"
 #include "sky/planes/PictureValues.h"
+#include "sky/stars/FrameKind.h"
 
 namespace tarn {
 
 namespace {
-
-// By the words that programs write: "Dark Frame", "FLAT", "Bias", "Master Offset".
-std::string CalibrationFault(const std::string& imageType) {
-    const std::string type = FoldCase(imageType);
-    const auto has = [&](std::string_view word) {
-        return type.find(FoldCase(word)) != std::string::npos;
-    };
-    if (has("flat")) return "a flat frame"; // also "dark flat"
-    if (has("dark")) return "a dark frame";
-    if (has("bias") || has("offset")) return "a bias frame";
-    return {};
-}
 
 FrameMeasures Measured(const std::string& path) {
     FrameMeasures measures;
@@ -29,7 +17,7 @@ FrameMeasures Measured(const std::string& path) {
     measures.height = values->height;
     measures.series = values->filter + "\n" + values->exposure + "\n" +
                       std::to_string(measures.width) + " x " + std::to_string(measures.height);
-    const std::string calibration = CalibrationFault(values->imageType);
+    const std::string calibration = CalibrationText(KindOf(values->imageType));
     if (calibration.empty()) return measures;
     measures.fault = calibration;
     measures.stars = 0;

@@ -1,0 +1,38 @@
+#include "night/NightPictures.h"
+
+#include "common/paths.h"
+#include "common/patterns.h"
+#include "platform/Files.h"
+#include "widgets/FileListBox.h"
+
+namespace tarn {
+
+namespace {
+
+std::vector<std::string> PicturesAmong(const Context& m, const std::string& folder,
+                                       const std::vector<std::string>& names) {
+    const ProgramState& s = m.state;
+    std::vector<std::string> paths;
+    for (const std::string& name : names) {
+        const std::string type = FileTypeOf(name);
+        if (type != ".TXT" &&
+            (IsListedType(s.PictureTypes, type) || IsListedType(s.FitsClassTypes(), type) ||
+             IsListedType(s.RawTypes, type)))
+            paths.push_back(JoinPath(folder, name));
+    }
+    return paths;
+}
+
+} // namespace
+
+std::vector<std::string> NightPictures(const Context& m) {
+    const FileListBox& list = *m.controls.FileListBox;
+    return PicturesAmong(m, list.Path(), list.Listed());
+}
+
+std::vector<std::string> NightPicturesOf(const Context& m, const std::string& folder) {
+    return PicturesAmong(
+        m, folder, InListOrder(m.files.FileNames(folder).value_or(std::vector<std::string>())));
+}
+
+} // namespace tarn
