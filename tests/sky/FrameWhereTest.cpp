@@ -45,7 +45,9 @@ TEST(Angle, Spellings) {
         {"5h34m31.9s", 5.575528, true},   {"-00 30 00", -0.5, true},
         {"+22d00'52\"", 22.014444, true}, {"22° 00 52", 22.014444, true},
         {"11 31.5 W", -11.525, true},     {"S 33.9", -33.9, false},
-        {"48 07", 48.116667, true}};
+        {"48 07", 48.116667, true},       {"8.36333D01", 83.6333, false},
+        {"4.81D+01", 48.1, false},        {"33d52m S", -33.866667, true},
+        {"33d52m12s S", -33.87, true},    {"5h34m32 s", 5.575556, true}};
     for (const Written& each : kWritten) {
         SCOPED_TRACE(each.text);
         const auto angle = ParseAngle(each.text);
@@ -67,7 +69,10 @@ TEST(ExposureTime, Spellings) {
         {{"DATE-OBS", "2024-11-05"}, {"TIME-OBS", "12:00:00.0"}, {"EXPTIME", "120"}},
         {{"DATE-OBS", "2024-11-05"}, {"UT", "12 00 00"}, {"EXPTIME", "120"}},
         {{"MJD-OBS", "60619.5"}, {"EXPTIME", "120"}},
-        {{"JD", "2.4606200D6"}, {"EXPTIME", "120"}},
+        {{"DATE-OBS", "2024-11-05T12:00:00"}, {"EXPTIME", "1.2D+02"}},
+        {{"DATE-OBS", "2024-11-05"}, {"TIME-OBS", "12:00:00Z"}, {"EXPTIME", "120"}},
+        {{"DATE-OBS", "2024-11-05"}, {"TIME-OBS", "n/a"}, {"UT", "12:00:00"}, {"EXPTIME", "120"}},
+        {{"JD", "2.460620000694444D6"}},
         {{"DATE-OBS", "2024-11-05T12:00:10"},
          {"DATE-AVG", "2024-11-05T12:01:00"},
          {"EXPTIME", "120"}},
@@ -91,6 +96,8 @@ TEST(ExposureTime, SaysWhatIsMissingOrContradicts) {
     using Faults = std::vector<std::string>;
     EXPECT_EQ(FaultsOfTime({{"EXPTIME", "10"}}), Faults{"no time"});
     EXPECT_EQ(FaultsOfTime({{"DATE-OBS", "2024-11-05"}}), Faults{"DATE-OBS has no time of day"});
+    EXPECT_EQ(FaultsOfTime({{"JD", "2460620"}}), Faults{"JD has no time of day"}); // not noon
+    EXPECT_EQ(FaultsOfTime({{"MJD-AVG", "x"}}), Faults{"MJD-AVG x is no date"});
     EXPECT_EQ(FaultsOfTime({{"DATE-OBS", "2024-13-05T12:00:00"}}),
               Faults{"DATE-OBS 2024-13-05T12:00:00 is no date"});
     EXPECT_EQ(FaultsOfTime({{"DATE-OBS", "2024-11-05T12:00:00"}, {"EXPTIME", "-3"}}),
@@ -116,6 +123,8 @@ TEST(ExposureTime, SaysWhatIsMissingOrContradicts) {
     EXPECT_EQ(with("DATE-LOC", "2024-11-08T12:20:00"),
               Faults{"DATE-OBS and DATE-LOC differ by 3 days"});
     EXPECT_EQ(with("JD", "2460620.0004"), Faults()); // its end
+    EXPECT_EQ(with("EXPOSURE", "6"), Faults{"EXPTIME and EXPOSURE differ"});
+    EXPECT_EQ(with("EXPOSURE", "60.4"), Faults());
     EXPECT_EQ(with("DATE-LOC", "2024-11-05T05:00:00"), Faults());
 }
 
@@ -133,6 +142,15 @@ TEST(ExposureTime, OfCameras) {
     EXPECT_EQ(utc({"0000:00:00 00:00:00", "", "", {}, {}}, 0), "no time");
     EXPECT_EQ(utc({"2024:05:41 22:10:03", "", "", {}, {}}, 0),
               "the date 2024:05:41 22:10:03 is no date");
+    EXPECT_EQ(utc({"0001:05:01 22:10:03", "", "", {}, {}}, 0),
+              "the date 0001-05-01 is out of range");
+    EXPECT_EQ(utc({"9999:05:01 22:10:03", "", "", {}, {}}, 0),
+              "the date 9999-05-01 is out of range");
+    const ExposureTime endless = ExposureTimeOf({date, "", "", 4294967295.0, {}}, 60);
+    EXPECT_EQ(endless.faults,
+              std::vector<std::string>{"the exposure of 4294967295 s is out of range"});
+    EXPECT_FALSE(endless.exposure.has_value());
+    EXPECT_EQ(UtcText(endless.middle.value_or(0)), "2024-05-01T21:10:03Z");
     const auto fix = ParseUtc("2024-05-01T20:09:50");
     EXPECT_EQ(ExposureTimeOf({date, "", "+02:00", {}, fix}, {}).faults, std::vector<std::string>());
     EXPECT_EQ(ExposureTimeOf({date, "", "+01:00", {}, fix}, {}).faults,
@@ -162,7 +180,17 @@ TEST(FrameWhere, TargetSpellings) {
          {"NAXIS2", "100"}},
         {{"RA", "83.6287"}, {"DEC", "22.0145"}, {"RADESYS", "FK5"}, {"EQUINOX", "2000.0"}},
         {{"RA", "82.8762"}, {"DEC", "21.9831"}, {"EQUINOX", "1950"}},
-        {{"RA", "84.0026"}, {"DEC", "22.0298"}, {"RADESYS", "FK5"}, {"EQUINOX", "J2024.85"}}};
+        {{"RA", "84.0026"}, {"DEC", "22.0298"}, {"RADESYS", "FK5"}, {"EQUINOX", "J2024.85"}},
+        {{"RA", "84.0026"},
+         {"DEC", "22.0298"},
+         {"EQUINOX", "JNOW"},
+         {"DATE-OBS", "2024-11-06T06:00:00"}},
+        {{"RA", "82.8762"},
+         {"DEC", "21.9831"},
+         {"EQUINOX", "1950"},
+         {"CTYPE1", "GLON-TAN"},
+         {"CRVAL1", "184.56"},
+         {"CRVAL2", "-5.79"}}};
     for (const HeaderWords& words : spellings) {
         SCOPED_TRACE(words.begin()->first + " " + words.begin()->second);
         const FrameWhere where = WhereOf(words);
@@ -183,6 +211,10 @@ TEST(FrameWhere, TargetSpellings) {
         "RA and DEC and OBJCTRA and OBJCTDEC are 61 degrees apart");
     EXPECT_EQ(fault({{"RA", "83.6"}, {"DEC", "22"}, {"RADESYS", "MOON"}}),
               "RADESYS MOON is not known");
+    EXPECT_EQ(fault({{"RA", "83.6"}, {"DEC", "22"}, {"EQUINOX", "0.0"}}),
+              "EQUINOX 0.0 is no equinox");
+    EXPECT_EQ(fault({{"RA", "83.6"}, {"DEC", "22"}, {"EQUINOX", "JNOW"}}),
+              "EQUINOX JNOW without a time");
 }
 
 TEST(FrameWhere, SiteSpellings) {
@@ -191,8 +223,13 @@ TEST(FrameWhere, SiteSpellings) {
         {{"SITELAT", "+48 07 30.00"}, {"SITELONG", "+11 31 30.0"}, {"SITEELEV", "520.0"}},
         {{"LAT-OBS", "48:07:30"}, {"LONG-OBS", "11:31:30"}, {"ALT-OBS", "5.2E2"}},
         {{"OBSLAT", "48.125 N"}, {"OBSLONG", "11 31 30 E"}, {"OBSALT", "520"}},
-        {{"GEOLAT", "48.125"}, {"GEOLON", "-348.475"}, {"HEIGHT", "520"}},
+        {{"GEOLAT", "48.125"}, {"GEOLON", "-348.475"}, {"GEOELEV", "520"}},
         {{"OBSGEO-B", "48.125"}, {"OBSGEO-L", "11.525"}, {"OBSGEO-H", "520"}},
+        {{"OBSGEO-B", "48.125"},
+         {"OBSGEO-L", "-348.475"},
+         {"SITELONG", "11.525"},
+         {"SITEELEV", "5.2D+02"},
+         {"LONG-OBS", "-11.525"}},
         {{"OBSGEO-X", "4179718.7"}, {"OBSGEO-Y", "852272.8"}, {"OBSGEO-Z", "4726552.5"}}};
     for (const HeaderWords& words : spellings) {
         SCOPED_TRACE(words.begin()->first);
@@ -209,42 +246,10 @@ TEST(FrameWhere, SiteSpellings) {
               std::vector<std::string>{"SITELAT 148.1 is out of range"});
     EXPECT_EQ(WhereOf({{"SITELAT", "48.1"}, {"SITELONG", "11"}, {"OBSLAT", "-30"}}).faults,
               std::vector<std::string>{"SITELAT and OBSLAT differ"});
-}
-
-// At a place at 105 degrees west, whose header may count either way.
-TEST(LongitudeSense, ByWhatTheSeriesTells) {
-    const auto frame = [](const std::string& longitude, const HeaderWords& more) {
-        HeaderWords words = Night(more);
-        words["DATE-OBS"] =
-            more.count("DATE-OBS") > 0 ? more.at("DATE-OBS") : "2024-11-06T06:00:00";
-        words["SITELAT"] = "39.7";
-        words["SITELONG"] = longitude;
-        return WhereOf(words);
-    };
-    const auto sense = [](const std::vector<FrameWhere>& frames) {
-        const LongitudeSense found = SenseOf(frames);
-        return std::pair(found.countsWest, found.said);
-    };
-    using Sense = std::pair<bool, std::string>;
-    const Sense bySidereal{true, "by its sidereal times"};
-    // Greenwich has 9h 03m then, the place 2h 03m.
-    EXPECT_EQ(sense({frame("105", {{"LST", "02:03:00"}})}), bySidereal);
-    EXPECT_EQ(sense({frame("-105", {{"LST-OBS", "02:03:00"}})}),
-              Sense(false, "by its sidereal times"));
-    EXPECT_EQ(sense({frame("105", {{"DATE-OBS", "2024-11-05T23:00:00-0700"}})}),
-              Sense(true, "by its time zone"));
-    EXPECT_EQ(sense({frame("105", {{"DATE-LOC", "2024-11-05T23:00:00"}})}),
-              Sense(true, "by its time zone"));
-    EXPECT_EQ(sense({frame("105", {})}), Sense(false, ""));
-    EXPECT_EQ(SaidOfLongitudes({}), "longitudes are taken as counting east: nothing tells");
-
-    // Altitudes: of one frame at the meridian of Greenwich both fit, of another they do not.
-    HeaderWords noon = Night({{"DATE-OBS", "2024-11-06T02:33:00"}, {"TELALT", "3.1"}});
-    const FrameWhere at = frame("105", noon);
-    EXPECT_EQ(sense({at}).second, "");
-    HeaderWords later = Night({{"DATE-OBS", "2024-11-06T06:00:00"}, {"OBJCTALT", "42.05"}});
-    const FrameWhere east = frame("105", later);
-    EXPECT_EQ(sense({at, east}), Sense(true, "by the altitudes of its targets"));
+    EXPECT_EQ(WhereOf({{"SITELAT", "48.1"}, {"SITELONG", "11"}, {"LAT-OBS", "-48.1"}}).faults,
+              std::vector<std::string>{"SITELAT and LAT-OBS differ"});
+    EXPECT_EQ(WhereOf({{"OBSGEO-B", "40"}, {"OBSGEO-L", "250"}, {"SITELONG", "-110"}}).faults,
+              std::vector<std::string>());
 }
 
 TEST(SkyRows, SayWhatIsMissingOrContradicts) {
@@ -291,6 +296,13 @@ TEST(SkyLines, SayWhatIsKnown) {
     EXPECT_EQ(SkyLines(SkyRowOf(WhereOf({{"DATE-OBS", "2024-11-05"}}), {}, {}), {}, false),
               (std::vector<std::string>{"     Missing: DATE-OBS has no time of day",
                                         "              no site", "              no target"}));
+}
+
+// A full turn is written as none.
+TEST(Angle, WrittenTurns) {
+    EXPECT_EQ(WithinWrittenTurn(359.999999, 5), 0);
+    EXPECT_EQ(WithinWrittenTurn(359.99999, 5), 359.99999);
+    EXPECT_EQ(WithinWrittenTurn(0.000001, 5), 0.000001);
 }
 
 TEST(SiteList, IsKeptAsText) {

@@ -15,6 +15,13 @@ namespace {
 
 constexpr double kRadian = std::numbers::pi / 180;
 
+// Whether the "S" there ends "5h34m31.9s" and not "33d52m S".
+bool AreSeconds(std::string_view text, std::size_t at) {
+    if (text.find_first_of("HM") >= at) return false;
+    const bool touches = text[at - 1] >= '0' && text[at - 1] <= '9';
+    return touches || text.find('H') != std::string_view::npos;
+}
+
 // "N", "S", "E" or "W" in front or behind, taken away; 0 for none.
 char TakeDirection(std::string& text) {
     constexpr std::string_view kDirections = "NSEW";
@@ -22,8 +29,7 @@ char TakeDirection(std::string& text) {
     for (const std::size_t at : {std::size_t(0), text.size() - 1}) {
         if (kDirections.find(text[at]) == std::string_view::npos) continue;
         const char direction = text[at];
-        const bool isSeconds = direction == 'S' && text.find_first_of("HM") < at;
-        if (isSeconds) continue;
+        if (direction == 'S' && AreSeconds(text, at)) continue;
         text.erase(at, 1);
         text = std::string(Trim(text));
         return direction;
@@ -54,12 +60,27 @@ std::optional<std::vector<double>> PartsOf(std::string_view text) {
     return parts;
 }
 
+// Whether its "D" is one of an exponent, and not that of degrees.
+bool HasExponent(std::string_view text) {
+    const std::size_t at = text.find_first_of("Dd");
+    if (at == std::string_view::npos || at + 1 >= text.size()) return false;
+    return text.find('.') < at || text[at + 1] == '+' || text[at + 1] == '-';
+}
+
 } // namespace
+
+std::optional<double> ParseHeaderNumber(std::string_view written) {
+    std::string text(written);
+    const std::size_t exponent = text.find_first_of("Dd");
+    if (exponent != std::string::npos) text[exponent] = 'E';
+    return ParseNumber(text);
+}
 
 std::optional<WrittenAngle> ParseAngle(std::string_view written) {
     constexpr double kSixty = 60;
     WrittenAngle angle;
-    if (const auto number = ParseNumber(written)) {
+    const auto number = HasExponent(written) ? ParseHeaderNumber(written) : ParseNumber(written);
+    if (number) {
         angle.value = *number;
         return angle;
     }
@@ -91,6 +112,11 @@ double WithinTurn(double degrees) {
 double WithinHalfTurn(double degrees) {
     const double turn = WithinTurn(degrees);
     return turn >= 180 ? turn - 360 : turn;
+}
+
+double WithinWrittenTurn(double degrees, int decimals) {
+    const double unit = std::pow(10, -decimals);
+    return std::isfinite(degrees) && WithinTurn(degrees) >= 360 - unit / 2 ? 0 : degrees;
 }
 
 double Separation(double longitude, double latitude, double toLongitude, double toLatitude) {

@@ -5,6 +5,7 @@
 #include "common/text.h"
 #include "sky/place/Angles.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cmath>
@@ -50,6 +51,8 @@ std::optional<double> DaySeconds(std::string_view text) {
 
 // "21:14:33.5", "21 14 33", or hours as a number.
 std::optional<double> ClockSeconds(std::string_view text) {
+    for (const std::string_view utc : {"UTC", "UT", "Z", "z"})
+        if (text.ends_with(utc)) text = Trim(text.substr(0, text.size() - utc.size()));
     const auto angle = ParseAngle(text);
     if (!angle || angle->value < 0 || angle->value > 24 || angle->hasDirection) return std::nullopt;
     return angle->value * kHour;
@@ -113,6 +116,26 @@ std::string SpanText(double seconds) {
     return FormatFixed(seconds / 60, 0) + " min";
 }
 
+std::string DayText(double seconds) {
+    return UtcText(seconds).substr(0, kUnset.size());
+}
+
+// Why a clock did not show the time, by its start as written and its middle; empty where it may be.
+std::string FaultOfClock(double start, double middle) {
+    constexpr double kFirst = -2208988800; // 1900
+    constexpr double kLast = 4133980800;   // 2101
+    if (DayText(start) == kUnset)
+        return "no time: on " + DayText(start) + " clocks begin that were not set";
+    for (const double time : {start, middle})
+        if (time < kFirst || time >= kLast) return "the date " + DayText(time) + " is out of range";
+    return {};
+}
+
+bool IsExposure(double seconds) {
+    constexpr double kMost = 30 * kDay;
+    return seconds >= 0 && seconds <= kMost;
+}
+
 class TimeReader {
 public:
     explicit TimeReader(const HeaderWords& words) : m_words(words) {}
@@ -164,26 +187,31 @@ private:
     }
 
     void ReadExposure() {
-        const std::string_view name = NameOf({"EXPTIME", "EXPOSURE"});
-        if (name.empty()) return;
-        constexpr double kMost = 30 * kDay;
-        const auto seconds = ParseNumber(Word(name));
-        if (seconds && *seconds >= 0 && *seconds <= kMost)
-            m_time.exposure = *seconds;
-        else
-            Complain(std::string(name) + " " + std::string(Word(name)) + " is out of range");
+        constexpr double kRounded = 1; // second
+        constexpr double kPart = 0.01;
+        for (const std::string_view name : {"EXPTIME", "EXPOSURE"}) {
+            if (Word(name).empty()) continue;
+            const auto seconds = ParseHeaderNumber(Word(name));
+            if (!seconds || !IsExposure(*seconds))
+                Complain(std::string(name) + " " + std::string(Word(name)) + " is out of range");
+            else if (!m_time.exposure)
+                m_time.exposure = *seconds;
+            else if (std::abs(*seconds - *m_time.exposure) >
+                     std::max(kRounded, kPart * *m_time.exposure))
+                Complain("EXPTIME and EXPOSURE differ");
+        }
     }
 
-    // Days since their beginning.
-    std::optional<double> Counted(std::string_view name, double beginning) {
-        std::string text(Word(name));
-        const std::size_t exponent = text.find_first_of("Dd");
-        if (exponent != std::string::npos) text[exponent] = 'E';
-        const auto days = ParseNumber(text);
+    // Days of 1858 and after; complained of where it is none.
+    std::optional<double> Counted(std::string_view name) {
+        const auto written = ParseHeaderNumber(Word(name));
         constexpr double kMost = 1e6; // some thousand years
-        if (!days || std::abs(*days - beginning) > kMost) return std::nullopt;
-        return ToUtc((*days - beginning - kUnixMjd) * kDay);
+        const double days = written.value_or(INFINITY) - (name.starts_with("JD") ? kMjdOfJd : 0);
+        if (std::abs(days) <= kMost) return days;
+        Complain(std::string(name) + " " + std::string(Word(name)) + " is no date");
+        return std::nullopt;
     }
+    double UtcOfDays(double days) const { return ToUtc((days - kUnixMjd) * kDay); }
 
     // The date and, where that has no time of day, what stands for it.
     std::optional<Moment> Dated(std::string_view name) {
@@ -192,8 +220,13 @@ private:
             Complain(std::string(name) + " " + std::string(Word(name)) + " is no date");
             return moment;
         }
-        const std::string_view clock = NameOf({"TIME-OBS", "TIME-BEG", "UT", "UTC", "UTSTART"});
-        const auto seconds = ClockSeconds(Word(clock));
+        std::string_view clock;
+        std::optional<double> seconds;
+        for (const std::string_view each : {"TIME-OBS", "TIME-BEG", "UT", "UTC", "UTSTART"}) {
+            clock = each;
+            seconds = ClockSeconds(Word(each));
+            if (seconds) break;
+        }
         if (!seconds) return moment;
         if (!moment->hasTime) {
             moment->seconds += *seconds;
@@ -218,23 +251,26 @@ private:
             m_time.zoneHours = *moment->zoneSeconds / kHour;
         if (moment) m_date = *moment;
         if (moment && moment->hasTime) m_time.start = ToUtc(*moment);
+        std::string_view timeless = moment ? name : std::string_view();
         for (const std::string_view count : {"MJD-OBS", "MJD-BEG", "JD", "JD-OBS", "JD_UTC"}) {
             if (Word(count).empty()) continue;
             m_isDated = true;
-            const auto counted = Counted(count, count.starts_with("JD") ? kMjdOfJd : 0);
-            if (!counted) {
-                Complain(std::string(count) + " " + std::string(Word(count)) + " is no date");
+            const auto days = Counted(count);
+            if (!days) continue;
+            // A whole count tells no more than the day, whether it begins at midnight or at noon.
+            const bool isJulian = count.starts_with("JD");
+            if (std::abs(std::remainder(*days, isJulian ? 0.5 : 1.0)) * kDay <= kWhole) {
+                if (timeless.empty()) timeless = count;
                 continue;
             }
-            // A whole count tells no more than the day.
-            if (std::abs(std::remainder(*counted, kDay)) <= kWhole) continue;
             if (m_time.start)
-                Compare(*m_time.start - *counted, name.empty() ? "MJD-OBS" : name, count);
+                Compare(*m_time.start - UtcOfDays(*days), name.empty() ? "MJD-OBS" : name, count);
             else
-                m_time.start = counted;
+                m_time.start = UtcOfDays(*days);
         }
-        if (moment && !m_time.start && NameOf({"DATE-AVG", "MJD-AVG"}).empty())
-            Complain(std::string(name) + " has no time of day");
+        if (!timeless.empty() && !m_time.start &&
+            NameOf({"DATE-AVG", "DATE-MID", "MJD-AVG", "MJD-MID"}).empty())
+            Complain(std::string(timeless) + " has no time of day");
     }
 
     void ReadMiddle() {
@@ -248,7 +284,8 @@ private:
         }
         if (!m_time.middle) {
             name = NameOf({"MJD-AVG", "MJD-MID"});
-            if (!name.empty()) m_time.middle = Counted(name, 0);
+            const auto days = name.empty() ? std::nullopt : Counted(name);
+            if (days) m_time.middle = UtcOfDays(*days);
         }
         m_isDated = m_isDated || !name.empty();
         if (!m_time.middle) return;
@@ -280,21 +317,13 @@ private:
 
     // Any word of the start may have been written by such a clock.
     void RefuseUnset() {
-        constexpr double kFirst = -2208988800; // 1900
-        constexpr double kLast = 4133980800;   // 2101
-        const auto refuse = [&](const std::string& fault) {
-            m_time.start.reset();
-            m_time.middle.reset();
-            Complain(fault);
-        };
         if (!m_time.start) return;
         const double from = m_date.hasTime ? m_date.seconds : *m_time.start; // as written
-        const std::string day = UtcText(from).substr(0, kUnset.size());
-        if (day == kUnset) return refuse("no time: on " + day + " clocks begin that were not set");
-        for (const double time : {from, m_time.middle.value_or(from)})
-            if (time < kFirst || time >= kLast)
-                return refuse("the date " + UtcText(time).substr(0, kUnset.size()) +
-                              " is out of range");
+        const std::string fault = FaultOfClock(from, m_time.middle.value_or(from));
+        if (fault.empty()) return;
+        m_time.start.reset();
+        m_time.middle.reset();
+        Complain(fault);
     }
 
     const HeaderWords& m_words;
@@ -312,7 +341,11 @@ ExposureTime ExposureTimeOf(const HeaderWords& words) {
 
 ExposureTime ExposureTimeOf(const CameraTime& camera, std::optional<int> zoneMinutes) {
     ExposureTime time;
-    time.exposure = camera.exposure;
+    if (camera.exposure && IsExposure(*camera.exposure))
+        time.exposure = camera.exposure;
+    else if (camera.exposure)
+        time.faults.push_back("the exposure of " + FormatFixed(*camera.exposure, 0) +
+                              " s is out of range");
     constexpr std::size_t kDayLength = 10; // "2024:05:01"
     std::string date = camera.date;
     if (date.size() > kDayLength) date[4] = date[7] = '-';
@@ -323,9 +356,8 @@ ExposureTime ExposureTimeOf(const CameraTime& camera, std::optional<int> zoneMin
                                   : "the date " + camera.date + " is no date");
         return time;
     }
-    if (date.starts_with(kUnset)) {
-        time.faults.push_back("no time: on " + std::string(kUnset) +
-                              " clocks begin that were not set");
+    if (const std::string fault = FaultOfClock(moment->seconds, moment->seconds); !fault.empty()) {
+        time.faults.push_back(fault);
         return time;
     }
     const auto zone = ZoneSeconds(Trim(camera.zone));

@@ -4,7 +4,7 @@
 #include "common/text.h"
 #include "sky/place/Angles.h"
 
-#include <array>
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 #include <span>
@@ -22,23 +22,23 @@ constexpr const char* kLatitudes[] = {"OBSGEO-B", "SITELAT", "LAT-OBS",  "OBSLAT
 constexpr const char* kLongitudes[] = {"OBSGEO-L", "SITELONG", "SITELON",  "LONG-OBS", "LON-OBS",
                                        "OBSLONG",  "OBSLON",   "OBS-LONG", "OBS-LON",  "GEOLONG",
                                        "GEOLON",   "LONGITUD", "TELLONG"};
-constexpr const char* kHeights[] = {"OBSGEO-H", "SITEELEV", "SITEALT",  "ALT-OBS",
-                                    "OBSALT",   "OBSELEV",  "OBS-ELEV", "GEOELEV",
-                                    "GEOALT",   "ELEVATIO", "HEIGHT"};
+constexpr const char* kHeights[] = {"OBSGEO-H", "SITEELEV", "SITEALT", "ALT-OBS", "OBSALT",
+                                    "OBSELEV",  "OBS-ELEV", "GEOELEV", "GEOALT",  "ELEVATIO"};
 
 class WhereReader {
 public:
-    explicit WhereReader(const HeaderWords& words) : m_words(words) {}
+    WhereReader(const HeaderWords& words, bool hasTarget) : m_words(words) {
+        m_where.hasTarget = hasTarget;
+    }
 
     FrameWhere Read() {
         m_where.time = ExposureTimeOf(m_words);
         ReadSite();
-        ReadTarget();
         ReadSidereal();
-        for (const char* name : {"OBJCTALT", "TELALT", "CENTALT"})
-            if (const auto angle = ParseAngle(Word(name));
-                angle && !m_where.altitude && std::abs(angle->value) <= 90)
-                m_where.altitude = angle->value;
+        if (m_where.hasTarget) {
+            ReadTarget();
+            ReadAltitude();
+        }
         return m_where;
     }
 
@@ -48,14 +48,12 @@ private:
         Target target;
         bool isPlain = false; // a number that may be one of hours
         bool isHours = false; // by custom, where it is plain
+        bool isIcrs = false;  // whatever the header's equinox is
     };
 
     std::string_view Word(std::string_view name) const { return WordIn(m_words, name); }
     std::optional<double> Number(std::string_view name) const {
-        std::string text(Word(name));
-        const std::size_t exponent = text.find_first_of("Dd");
-        if (exponent != std::string::npos) text[exponent] = 'E';
-        return ParseNumber(text);
+        return ParseHeaderNumber(Word(name));
     }
     void Complain(const std::string& fault) { m_where.faults.push_back(fault); }
     void OutOfRange(std::string_view name) {
@@ -63,7 +61,14 @@ private:
     }
 
     // The first of them that is an angle up to so much; others that mean another place are told.
+    // Longitudes may count either way.
     std::optional<double> Coordinate(std::span<const char* const> names, double most) {
+        const bool isLongitude = most > 90;
+        const auto differ = [&](double one, double other) {
+            if (!isLongitude) return std::abs(one - other) > kSameSite;
+            return std::min(std::abs(WithinHalfTurn(one - other)),
+                            std::abs(WithinHalfTurn(one + other))) > kSameSite;
+        };
         std::optional<double> found;
         std::string_view foundName;
         for (const std::string_view name : names) {
@@ -77,8 +82,7 @@ private:
                 found = angle->value;
                 foundName = name;
                 m_isSure = angle->hasDirection || name == "OBSGEO-L";
-            } else if (std::abs(WithinHalfTurn(std::abs(*found) - std::abs(angle->value))) >
-                       kSameSite) {
+            } else if (differ(*found, angle->value)) {
                 Complain(std::string(foundName) + " and " + std::string(name) + " differ");
             }
         }
@@ -131,7 +135,8 @@ private:
         m_pointings.push_back({std::string(right) + " and " + std::string(up),
                                {WithinTurn(degrees), declination->value},
                                !ascension->isSexagesimal && ascension->value <= 24,
-                               hours});
+                               hours,
+                               false});
     }
 
     // The middle of a picture whose place in the sky was solved, by the plane that touches it.
@@ -149,8 +154,7 @@ private:
             return Complain("CRVAL1 and CRVAL2 are out of range");
         if (type.ends_with("TAN") || type.ends_with("TAN-SIP")) MoveToMiddle(swapped, right, up);
         const Target target = galactic ? FromGalactic(right, up) : Target{WithinTurn(right), up};
-        m_isGalactic = galactic;
-        m_pointings.push_back({"CRVAL1 and CRVAL2", target, false, false});
+        m_pointings.push_back({"CRVAL1 and CRVAL2", target, false, false, galactic});
     }
 
     void MoveToMiddle(bool swapped, double& right, double& up) const {
@@ -220,32 +224,60 @@ private:
                 Complain(first.name + " and " + other.name + " are " + FormatFixed(apart, 0) +
                          " degrees apart");
         }
-        ToIcrs(first.target);
+        if (first.isIcrs)
+            m_where.target = first.target;
+        else
+            ToIcrs(first.target);
+    }
+
+    void ReadAltitude() {
+        for (const char* name : {"OBJCTALT", "TELALT", "CENTALT"})
+            if (const auto angle = ParseAngle(Word(name));
+                angle && !m_where.altitude && std::abs(angle->value) <= 90)
+                m_where.altitude = angle->value;
+    }
+
+    // A year, or the day of the exposure in words. None where it is none, which is told.
+    std::optional<double> Equinox(std::string_view name) {
+        constexpr double kFirst = 1800;
+        constexpr double kLast = 2200;
+        constexpr double kYear = 365.25 * 86400;
+        std::string text = ToUpper(Word(name));
+        for (const char* ofDate : {"JNOW", "NOW", "OF DATE", "DATE", "APPARENT", "CURRENT"}) {
+            if (text != ofDate) continue;
+            if (m_where.time.middle) return 1970 + *m_where.time.middle / kYear;
+            Complain(std::string(name) + " " + text + " without a time");
+            return std::nullopt;
+        }
+        if (text.starts_with("B") || text.starts_with("J")) text.erase(0, 1);
+        const auto year = ParseHeaderNumber(text);
+        if (year && *year >= kFirst && *year <= kLast) return year;
+        Complain(std::string(name) + " " + std::string(Word(name)) + " is no equinox");
+        return std::nullopt;
     }
 
     void ToIcrs(const Target& written) {
+        constexpr double kOldBefore = 1984;
         const std::string system =
             ToUpper(Word("RADESYS").empty() ? Word("RADECSYS") : Word("RADESYS"));
-        std::string year(Word("EQUINOX").empty() ? Word("EPOCH") : Word("EQUINOX"));
-        const bool isOld = year.starts_with("B") || year.starts_with("b");
-        if (isOld || year.starts_with("J") || year.starts_with("j")) year.erase(0, 1);
-        const auto equinox = ParseNumber(year);
-        constexpr double kFirst = 1800;
-        constexpr double kLast = 2200;
-        constexpr double kOldBefore = 1984;
-        const bool named = equinox && *equinox >= kFirst && *equinox <= kLast;
-        if (m_isGalactic || system.starts_with("ICRS") || (system.empty() && !named)) {
+        const std::string_view name = Word("EQUINOX").empty() ? "EPOCH" : "EQUINOX";
+        const bool isNamed = !Word(name).empty();
+        if (system.starts_with("ICRS") || (system.empty() && !isNamed)) {
             m_where.target = written;
-        } else if (system.starts_with("FK4") ||
-                   (system.empty() && (isOld || *equinox < kOldBefore))) {
-            if (named && *equinox != 1950)
-                return Complain("the equinox B" + year + " is not known");
+            return;
+        }
+        if (!system.empty() && !system.starts_with("FK4") && !system.starts_with("FK5"))
+            return Complain("RADESYS " + system + " is not known");
+        const bool isBesselian = ToUpper(Word(name)).starts_with("B");
+        const auto year = isNamed ? Equinox(name) : std::nullopt;
+        if (isNamed && !year) return;
+        if (system.starts_with("FK4") || (system.empty() && (isBesselian || *year < kOldBefore))) {
+            if (year && *year != 1950)
+                return Complain("the equinox B" + FormatFixed(*year, 1) + " is not known");
             m_where.target = FromOldEquinox1950(written, m_where.time.middle.value_or(0));
-        } else if (system.empty() || system.starts_with("FK5")) {
-            const double at = named ? *equinox : 2000;
-            m_where.target = at == 2000 ? written : FromEquinoxOf(at, written);
         } else {
-            Complain("RADESYS " + system + " is not known");
+            const double at = year.value_or(2000);
+            m_where.target = at == 2000 ? written : FromEquinoxOf(at, written);
         }
     }
 
@@ -262,13 +294,12 @@ private:
     FrameWhere m_where;
     std::vector<Pointing> m_pointings; // the first counts
     bool m_isSure = false;
-    bool m_isGalactic = false;
 };
 
 } // namespace
 
-FrameWhere WhereOf(const HeaderWords& words) {
-    return WhereReader(words).Read();
+FrameWhere WhereOf(const HeaderWords& words, bool hasTarget) {
+    return WhereReader(words, hasTarget).Read();
 }
 
 } // namespace tarn

@@ -19,9 +19,12 @@ struct FrameWhere {
     std::optional<double> altitude;  // of the target, degrees
     bool hasTarget = true;           // false for darks, flats, bias, cameras' pictures
     std::vector<std::string> faults; // of site and target; what is missing has none
+
+    bool HasUnsureSite() const { return site && !isSiteSure; }
 };
 
-// Of a header with FITS words. Values that cannot be are left out and told.
-FrameWhere WhereOf(const HeaderWords& words);
+// Of a header with FITS words. Values that cannot be are left out and told. Of a frame that shows
+// no target, where the telescope pointed is not asked.
+FrameWhere WhereOf(const HeaderWords& words, bool hasTarget = true);
 
 } // namespace tarn

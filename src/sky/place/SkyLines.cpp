@@ -2,6 +2,7 @@
 
 #include "common/numbers.h"
 #include "common/text.h"
+#include "sky/place/Angles.h"
 
 #include <cmath>
 
@@ -34,7 +35,8 @@ std::vector<std::string> SkyLines(const SkyRow& row, const LongitudeSense& sense
         add("      Middle: ", time + " UTC");
     }
     if (std::isfinite(row.altitude)) {
-        add("    Altitude: ", Degrees(row.altitude, 1) + ", azimuth " + Degrees(row.azimuth, 1));
+        add("    Altitude: ", Degrees(row.altitude, 1) + ", azimuth " +
+                                  Degrees(WithinWrittenTurn(row.azimuth, 1), 1));
         if (std::isfinite(row.airMass)) add("    Air mass: ", FormatFixed(row.airMass, 2));
     }
     if (std::isfinite(row.sunAltitude))
