@@ -133,6 +133,7 @@ TEST(Planes, WhatIsNoLightFrameHasNoStars) {
     const TestFolder folder;
     for (const auto& [type, fault] : {std::pair{"'Dark Frame'", "a dark frame"},
                                       {"'FLAT'", "a flat frame"},
+                                      {"'FlatDark'", "a dark frame"},
                                       {"'Master Bias'", "a bias frame"}}) {
         const FrameMeasures row =
             MeasurePicture(folder.Write("a.fits", NightFits({{"IMAGETYP", type}})));

@@ -98,13 +98,15 @@ inline std::string JxlWith(const std::string& tiff) {
            Box("Exif", HighFirst(0, 4) + tiff) + Box("jxlc", "\xFF\x0A");
 }
 
-// Blocks of the first directory, the Exif directory and the maker's note, as one maker parts them.
+// Blocks of the first directory, the Exif directory, the maker's note and what satellites tell, as
+// one maker parts them.
 inline std::string RawBoxes(const std::string& first, const std::string& exif,
-                            const std::string& note) {
+                            const std::string& note, const std::string& satellites = {}) {
     using namespace std::string_literals;
     return Box("ftyp", "crx \0\0\0\1crx isom"s) +
            Box("moov", Box("uuid", std::string(16, 'u') + Box("CNCV", "x") + Box("CMT1", first) +
-                                       Box("CMT2", exif) + Box("CMT3", note)));
+                                       Box("CMT2", exif) + Box("CMT3", note) +
+                                       (satellites.empty() ? "" : Box("CMT4", satellites))));
 }
 
 inline std::string RawAroundJpeg(const std::string& jpeg) {

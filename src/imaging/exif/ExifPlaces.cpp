@@ -49,7 +49,7 @@ Span ExifOfWebP(const FileBytes& file) {
     return FindWebPChunk(file, "EXIF");
 }
 
-// One maker's raw files have three blocks in a box of its own.
+// One maker's raw files have four blocks in a box of its own.
 ExifPlaces ExifOfMakersBoxes(const FileBytes& file) {
     constexpr std::int64_t kName = 16; // bytes in front of the boxes
     const Span movie = FindBox(file, WholeOf(file), "moov");
@@ -57,7 +57,7 @@ ExifPlaces ExifOfMakersBoxes(const FileBytes& file) {
     if (own.length < kName) return {};
     const Span boxes{own.place + kName, own.length - kName};
     return {FindBox(file, boxes, "CMT1"), FindBox(file, boxes, "CMT2"),
-            FindBox(file, boxes, "CMT3")};
+            FindBox(file, boxes, "CMT3"), FindBox(file, boxes, "CMT4")};
 }
 
 // Another maker's begin with the places of their parts, a JPEG file first.

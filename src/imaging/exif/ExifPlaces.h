@@ -11,8 +11,9 @@ namespace tarn {
 // has them all.
 struct ExifPlaces {
     Span first;
-    Span exif;  // where the Exif directory stands apart
-    Span maker; // and the maker's note
+    Span exif;            // where the Exif directory stands apart
+    Span maker;           // and the maker's note
+    Span satellites = {}; // and what satellites tell
 };
 
 // `start` are the first bytes of the file. Plain TIFF files are not meant.

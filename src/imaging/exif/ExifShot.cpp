@@ -149,6 +149,10 @@ std::optional<ExifShot> ReadExifShot(const FileBytes& file) {
         const TiffBlock exif(file, places.exif);
         TakeExif(exif, exif.FirstDirectory(), shot);
     }
+    if (places.satellites.length > 0) {
+        const TiffBlock satellites(file, places.satellites);
+        TakeSatellites(satellites, satellites.FirstDirectory(), shot);
+    }
     return shot;
 }
 

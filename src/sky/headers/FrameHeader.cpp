@@ -12,18 +12,29 @@ namespace tarn {
 
 namespace {
 
+std::string ExposureText(const ExposureTime& time) {
+    return time.exposure ? ShortestSingle(float(*time.exposure)) : std::string();
+}
+
+// Some write that of a sensor from absolute zero on.
+std::string CelsiusText(const std::string& written) {
+    constexpr double kBoiling = 100;
+    constexpr double kIce = 273.15;
+    const double degrees = ParseNumber(written).value_or(0);
+    return degrees > kBoiling ? PlainNumber(FormatFixed(degrees - kIce, 2)) : PlainNumber(written);
+}
+
 FrameHeader HeaderOf(const FitsHeader& fits) {
     FrameHeader header;
-    header.where = WhereOf(fits.words);
     header.kind = KindOf(fits.imageType);
-    header.where.hasTarget = header.kind == FrameKind::Light;
+    header.where = WhereOf(fits.words, header.kind == FrameKind::Light);
     header.object = fits.object;
     header.filter = fits.filter;
     header.camera = fits.camera;
     header.telescope = fits.telescope;
-    header.exposure = PlainNumber(fits.exposure);
+    header.exposure = ExposureText(header.where.time);
     header.gain = PlainNumber(fits.gain);
-    header.temperature = PlainNumber(fits.temperature);
+    header.temperature = CelsiusText(fits.temperature);
     header.focus = PlainNumber(fits.focus);
     header.focalLength = PlainNumber(fits.focalLength);
     return header;
@@ -32,12 +43,12 @@ FrameHeader HeaderOf(const FitsHeader& fits) {
 FrameHeader HeaderOf(const ExifShot& shot, std::optional<int> zoneMinutes) {
     FrameHeader header;
     header.camera = shot.camera;
-    if (shot.exposure) header.exposure = ShortestSingle(float(*shot.exposure));
     const CameraTime camera{shot.date, shot.fraction, shot.zone, shot.exposure,
                             ParseUtc(shot.satelliteTime)};
     FrameWhere& where = header.where;
     where.hasTarget = false;
     where.time = ExposureTimeOf(camera, zoneMinutes);
+    header.exposure = ExposureText(where.time);
     if (!shot.latitude || !shot.longitude) return header;
     const Site site{*shot.latitude, *shot.longitude, shot.height.value_or(0)};
     where.isSiteSure = true;

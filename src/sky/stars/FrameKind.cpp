@@ -11,9 +11,9 @@ FrameKind KindOf(std::string_view imageType) {
     const auto has = [&](std::string_view word) {
         return type.find(FoldCase(word)) != std::string::npos;
     };
-    if (has("flat")) return FrameKind::Flat; // also "dark flat"
-    if (has("dark")) return FrameKind::Dark;
-    const bool bias = has("bias") || has("offset") || FoldCase("zero") == type;
+    if (has("dark")) return FrameKind::Dark; // also "flat dark"
+    if (has("flat")) return FrameKind::Flat;
+    const bool bias = has("bias") || has("offset") || has("zero");
     return bias ? FrameKind::Bias : FrameKind::Light;
 }
 

@@ -7,8 +7,8 @@ namespace tarn {
 
 enum class FrameKind { Light, Flat, Dark, Bias };
 
-// By the words that programs write: "Dark Frame", "FLAT", "dark flat", "Master Offset", "zero"; all
-// others, and none, are light.
+// By the words that programs write: "Dark Frame", "FLAT", "Master Offset", "Zero Frame"; "FlatDark"
+// is a dark. All others, and none, are light.
 FrameKind KindOf(std::string_view imageType);
 
 // "a dark frame"; of a light one empty.
