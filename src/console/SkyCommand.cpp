@@ -5,11 +5,15 @@
 #include "console/NamedFrames.h"
 #include "console/SiteOption.h"
 #include "console/TableRow.h"
+#include "platform/CanonicalPath.h"
 #include "sky/headers/FrameHeader.h"
+#include "sky/place/Angles.h"
 #include "sky/place/SkyRows.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <map>
+#include <set>
 
 namespace tarn {
 
@@ -37,8 +41,11 @@ public:
                 FrameHeader header = ReadFrameHeader(frame.path, {});
                 row.sky.fault = header.fault;
                 if (header.fault.empty()) {
-                    Folder& folder = m_folders[FolderOf(frame.path)];
+                    const std::string path = FolderOf(frame.path);
+                    Folder& folder = m_folders.try_emplace(CanonicalPath(path)).first->second;
+                    if (folder.rows.empty()) folder.path = path.empty() ? "." : path;
                     folder.rows.push_back(m_rows.size());
+                    folder.names.insert(LastPart(frame.path));
                     folder.frames.push_back(std::move(header.where));
                 }
             }
@@ -47,12 +54,11 @@ public:
     }
 
     void Look(const std::optional<Site>& site) {
-        for (const auto& [path, folder] : m_folders) {
-            SkyOfFolder sky = SkyOver(folder.frames, site);
+        for (const auto& [canonical, folder] : m_folders) {
+            SkyOfFolder sky = SkyOver(folder.frames, SenseFor(folder), site);
             for (std::size_t i = 0; i < folder.rows.size(); ++i)
                 m_rows[folder.rows[i]].sky = std::move(sky.rows[i]);
-            if (sky.hasUnsure)
-                ComplainOfFile(path.empty() ? "." : path, SaidOfLongitudes(sky.sense));
+            if (sky.hasUnsure) ComplainOfFile(folder.path, SaidOfLongitudes(sky.sense));
         }
     }
 
@@ -65,8 +71,10 @@ public:
             const SkyRow& sky = row.sky;
             TableRow line(csv);
             line.Add(row.path).Add(sky.utc ? UtcText(*sky.utc) : std::string());
-            line.Add(sky.rightAscension, kTargetDecimals).Add(sky.declination, kTargetDecimals);
-            for (const double value : {sky.altitude, sky.azimuth, sky.airMass, sky.sunAltitude,
+            line.Add(WithinWrittenTurn(sky.rightAscension, kTargetDecimals), kTargetDecimals)
+                .Add(sky.declination, kTargetDecimals);
+            const double azimuth = WithinWrittenTurn(sky.azimuth, kDecimals);
+            for (const double value : {sky.altitude, azimuth, sky.airMass, sky.sunAltitude,
                                        sky.moonAltitude, sky.moonPhase, sky.moonSeparation})
                 line.Add(value, kDecimals);
             line.Add(sky.fault).Print();
@@ -77,9 +85,28 @@ public:
 
 private:
     struct Folder {
+        std::string path; // as it was first named
         std::vector<std::size_t> rows;
         std::vector<FrameWhere> frames;
+        std::set<std::string> names; // of the frames
     };
+
+    // Where the frames that are named do not tell, the others of their folder are asked.
+    static LongitudeSense SenseFor(const Folder& folder) {
+        LongitudeSense sense = SenseOf(folder.frames);
+        const bool asks =
+            sense.said.empty() &&
+            std::any_of(folder.frames.begin(), folder.frames.end(),
+                        [](const FrameWhere& frame) { return frame.HasUnsureSite(); });
+        if (!asks) return sense;
+        std::vector<FrameWhere> frames = folder.frames;
+        for (const NamedFrame& other : FramesOf({folder.path})) {
+            if (!other.fault.empty() || folder.names.contains(LastPart(other.path))) continue;
+            FrameHeader header = ReadFrameHeader(other.path, {});
+            if (header.fault.empty()) frames.push_back(std::move(header.where));
+        }
+        return SenseOf(frames);
+    }
 
     std::vector<Row> m_rows;
     std::map<std::string, Folder> m_folders;

@@ -41,7 +41,7 @@ std::vector<std::string> LateSky::LinesFor(const Wish& wish) {
         wish.otherwise ? wish.otherwise->zoneMinutes : std::optional<int>();
     const FrameHeader header = ReadFrameHeader(wish.path, zone);
     if (!header.fault.empty()) return {"     Missing: " + header.fault};
-    const bool unsure = header.where.site && !header.where.isSiteSure;
+    const bool unsure = header.where.HasUnsureSite();
     if (unsure && m_known != wish.beside) {
         std::vector<FrameWhere> frames;
         for (const std::string& path : wish.beside) {

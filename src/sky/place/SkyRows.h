@@ -2,7 +2,7 @@
 // exposure.
 #pragma once
 
-#include "sky/place/FrameWhere.h"
+#include "sky/place/LongitudeSense.h"
 
 #include <limits>
 #include <span>
@@ -30,28 +30,17 @@ struct SkyRow {
     std::string fault; // what is missing or contradicts, "; " between; empty for none
 };
 
-// Which way the longitudes of a folder's headers count.
-struct LongitudeSense {
-    bool countsWest = false;
-    std::string said; // how that is known: "by its sidereal times"; empty where nothing tells
-};
-
-// One for all: by their sidereal times, their zones or the altitudes of their targets.
-LongitudeSense SenseOf(std::span<const FrameWhere> frames);
-
 struct SkyOfFolder {
     std::vector<SkyRow> rows; // of each frame
     LongitudeSense sense;
     bool hasUnsure = false; // longitudes whose sign was decided
 };
 
-// "longitudes count west, by its time zone", "longitudes are taken as counting east: nothing
-// tells".
-std::string SaidOfLongitudes(const LongitudeSense& sense);
-
 // A frame whose header has no site that can be is taken at the one given.
 SkyRow SkyRowOf(const FrameWhere& frame, const LongitudeSense& sense,
                 const std::optional<Site>& otherwise);
+SkyOfFolder SkyOver(std::span<const FrameWhere> frames, const LongitudeSense& sense,
+                    const std::optional<Site>& otherwise);
 SkyOfFolder SkyOver(std::span<const FrameWhere> frames, const std::optional<Site>& otherwise);
 
 } // namespace tarn
