@@ -67,6 +67,13 @@ inline bool IsLinkOut(const std::string& path) {
     return !std::string_view(real.data()).starts_with(folder);
 }
 
+// Whether something stands there, behind links, that is never replaced by a file.
+inline constexpr const char* kNoFile = "Not a file but a pipe or a device";
+inline bool IsPipeOrDevice(const std::string& path) {
+    struct stat info {};
+    return ::stat(path.c_str(), &info) == 0 && !S_ISREG(info.st_mode) && !S_ISDIR(info.st_mode);
+}
+
 // The mode of a file for the one that replaces it, which may belong to somebody else: nobody gets
 // leave to run it as its owner.
 inline mode_t ModeOf(const std::string& target) {

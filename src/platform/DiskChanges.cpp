@@ -85,6 +85,10 @@ std::optional<std::string> DiskChanges::Read(const std::string& path, std::size_
 
 bool DiskChanges::Write(const std::string& path, std::string_view bytes, std::string* error) {
     const std::string target = BehindLinks(path);
+    if (IsPipeOrDevice(target)) {
+        if (error) *error = kNoFile;
+        return false;
+    }
     // A file that may not be written is not replaced either.
     const bool stands = ::access(target.c_str(), F_OK) == 0;
     if (stands && ::access(target.c_str(), W_OK) != 0) return Fail(error);

@@ -24,10 +24,11 @@ namespace {
 constexpr std::string_view kHidden = ".tarn-staging-"; // a token and six letters follow
 constexpr std::time_t kLeft = 3600;                    // seconds without a change
 constexpr int kLeadsOut = -1;                          // beside the system's numbers
+constexpr int kIsNoFile = -2;
 
 bool Tell(std::string* error, int why) {
-    if (why != kLeadsOut) return Fail(error, why);
-    if (error) *error = "it is a link that leads out of the folder";
+    if (why != kLeadsOut && why != kIsNoFile) return Fail(error, why);
+    if (error) *error = why == kIsNoFile ? kNoFile : "it is a link that leads out of the folder";
     return false;
 }
 
@@ -126,6 +127,7 @@ private:
         if (::stat(target.c_str(), &info) == 0) {
             if (S_ISDIR(info.st_mode)) return EISDIR;
             if (IsLinkOut(target)) return kLeadsOut;
+            if (IsPipeOrDevice(target)) return kIsNoFile;
             return PlaceOver(name, BehindLinks(target), folder, placed);
         }
         if (taken) return EEXIST; // by a link that leads nowhere

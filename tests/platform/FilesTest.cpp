@@ -51,6 +51,25 @@ TEST(Files, WriteReplacesWholeAndKeepsModeAndLinks) {
     EXPECT_EQ(d.Entries(), 3U);
 }
 
+TEST(Files, APipeIsNotReplacedByAFile) {
+    Disk d;
+    ASSERT_EQ(::mkfifo(d.At("pipe").c_str(), 0600), 0);
+    std::string error;
+    EXPECT_FALSE(d.files->Write(d.At("pipe"), "x", &error));
+    EXPECT_EQ(error, "Not a file but a pipe or a device");
+    error.clear();
+    std::string failed;
+    {
+        const auto staged = d.files->Stage(d.folder.Path(), &error);
+        ASSERT_TRUE(staged) << error;
+        ASSERT_TRUE(staged->Write("pipe", "x", &error)) << error;
+        EXPECT_FALSE(staged->Place(&error, &failed));
+    }
+    EXPECT_EQ(error, "Not a file but a pipe or a device");
+    EXPECT_TRUE(fs::is_fifo(d.At("pipe")));
+    EXPECT_EQ(d.Entries(), 1U);
+}
+
 TEST(Files, WhatAKilledRunLeftIsThrownAwayAndWhatARunHoldsStays) {
     Disk d;
     std::string error;
