@@ -44,6 +44,9 @@ int TakeOptions(const Arguments& arguments, NightRequest& request) {
         request.site = ParseSite(arguments.ValueOf("--site"), fault);
         if (!request.site) return ComplainOfUsage(fault, kNightUsage);
     }
+    for (const char* out : {"--html", "--pdf"})
+        if (arguments.Has(out) && arguments.ValueOf(out).empty())
+            return ComplainOfUsage(std::string(out) + " needs the name of a file", kNightUsage);
     request.html = Absolute(arguments.ValueOf("--html"));
     request.pdf = Absolute(arguments.ValueOf("--pdf"));
     request.notes = arguments.ValueOf("--notes");
@@ -76,6 +79,8 @@ int RunNight(std::span<const std::string> words, std::string_view version,
             unread.emplace_back().error = frame.path + ": " + frame.fault;
     }
     NightResult result = report(request);
+    if (!result.badPaper.empty())
+        return ComplainOfUsage("no paper is called " + result.badPaper, kNightUsage);
     result.rows.insert(result.rows.end(), unread.begin(), unread.end());
     PrintRows(arguments->Has("--csv"), result.rows);
     std::fflush(stdout);

@@ -23,6 +23,7 @@ struct NightResult {
     std::vector<IntegrationRow> rows;
     std::vector<std::string> complaints; // with the file in front
     std::string error;                   // why there is no page; empty when it was written
+    std::string badPaper;                // its name; then there is nothing else
 };
 
 using NightReporter = std::function<NightResult(const NightRequest& request)>;

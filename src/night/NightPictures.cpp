@@ -30,9 +30,11 @@ std::vector<std::string> NightPictures(const Context& m) {
     return PicturesAmong(m, list.Path(), list.Listed());
 }
 
-std::vector<std::string> NightPicturesOf(const Context& m, const std::string& folder) {
-    return PicturesAmong(
-        m, folder, InListOrder(m.files.FileNames(folder).value_or(std::vector<std::string>())));
+std::optional<std::vector<std::string>> NightPicturesOf(const Context& m, const std::string& folder,
+                                                        std::string& error) {
+    auto names = m.files.FileNames(folder, &error);
+    if (!names) return std::nullopt;
+    return PicturesAmong(m, folder, InListOrder(std::move(*names)));
 }
 
 } // namespace tarn

@@ -3,6 +3,7 @@
 
 #include "desk/Context.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,7 +12,8 @@ namespace tarn {
 // All of the folder, also where the list is narrowed; paths.
 std::vector<std::string> NightPictures(const Context& m);
 
-// Those of any folder, in the order of a list by name; empty when it cannot be read.
-std::vector<std::string> NightPicturesOf(const Context& m, const std::string& folder);
+// Those of any folder, in the order of a list by name; none, and why, when it cannot be read.
+std::optional<std::vector<std::string>> NightPicturesOf(const Context& m, const std::string& folder,
+                                                        std::string& error);
 
 } // namespace tarn

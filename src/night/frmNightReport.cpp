@@ -178,12 +178,19 @@ void frmNightReport::TakeMarksAndNotes(std::vector<ReportFrame>& frames) {
     }
 }
 
-// Headers are read and frames judged on a thread; none when it was cancelled.
-std::optional<ReportDocument> frmNightReport::Read() {
+// Headers are read and frames judged on a thread; none, and why, when there is no report.
+std::optional<ReportDocument> frmNightReport::Read(std::string& fault) {
     NightSources sources;
-    for (int row = 0; row < m_folders->count(); ++row)
-        for (std::string& path : NightPicturesOf(m, FromQt(m_folders->item(row)->text())))
-            sources.paths.push_back(std::move(path));
+    for (int row = 0; row < m_folders->count(); ++row) {
+        const std::string folder = FromQt(m_folders->item(row)->text());
+        std::string error;
+        const auto pictures = NightPicturesOf(m, folder, error);
+        if (!pictures) {
+            fault = folder + ": " + error;
+            return std::nullopt;
+        }
+        sources.paths.insert(sources.paths.end(), pictures->begin(), pictures->end());
+    }
     const auto sites = ParseSites(m.state.SkySites);
     if (const NamedSite* site = SiteNamed(sites, m.state.SkySite)) {
         sources.site = site->site;
@@ -195,11 +202,10 @@ std::optional<ReportDocument> frmNightReport::Read() {
     std::atomic<bool> goesOn = true;
     std::atomic<bool> isRead = false;
     ReadNights read;
-    std::string thrown;
     const BatchRun batch(m, m_cancel);
     {
         Worker worker([&] {
-            read = Guarded(thrown, [&] {
+            read = Guarded(fault, [&] {
                 return ReadFramesOfNights(sources, [&](std::size_t so, std::size_t) {
                     done = so;
                     return goesOn.load();
@@ -215,10 +221,11 @@ std::optional<ReportDocument> frmNightReport::Read() {
             m.events.Sleep(kLooksAgain);
         }
     }
-    if (!thrown.empty()) Say(thrown);
-    if (!goesOn || read.cancelled || !thrown.empty()) return std::nullopt;
+    if (fault.empty() && (!goesOn || read.cancelled)) fault = "Cancelled";
+    if (!fault.empty()) return std::nullopt;
     ReportDocument document;
     document.frames = std::move(read.frames);
+    document.longitudes = std::move(read.longitudes);
     TakeMarksAndNotes(document.frames);
     Compose(document, Choice(), zone, foot);
     return document;
@@ -233,18 +240,20 @@ void frmNightReport::SaveButton_Click(ReportKind kind) {
     if (path.empty()) return;
     for (QPushButton* button : m_commands) button->setEnabled(false);
     m_cancel->setEnabled(true);
-    const auto document = Read();
+    std::string error;
+    const auto document = Read(error);
     m_cancel->setEnabled(false);
     for (QPushButton* button : m_commands) button->setEnabled(true);
     if (m.state.Closing) return;
-    if (!document) return Say("Cancelled");
+    if (!document) return Say(error);
     if (document->frames.empty()) return Say("There are no pictures in these folders");
-    std::string error;
     Changes changes(m.history, "Night report '" + LastPart(path) + "'");
     if (!SaveReport(changes, *document, kind, path, m.state.PrintPaper, &error))
         return Say(path + ": " + error);
-    Say("Saved " + path + ", " + std::to_string(document->frames.size()) +
-        (document->frames.size() == 1 ? " frame" : " frames"));
+    std::string said = "Saved " + path + ", " + std::to_string(document->frames.size()) +
+                       (document->frames.size() == 1 ? " frame" : " frames");
+    for (const std::string& longitudes : document->longitudes) said += "\n" + longitudes;
+    Say(said);
 }
 
 } // namespace tarn

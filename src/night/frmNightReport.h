@@ -30,7 +30,7 @@ private:
     void MakeCommands(QVBoxLayout& all);
     void AddFolder(const std::string& folder);
     void SaveButton_Click(ReportKind kind);
-    std::optional<ReportDocument> Read();
+    std::optional<ReportDocument> Read(std::string& fault);
     void TakeMarksAndNotes(std::vector<ReportFrame>& frames);
     ReportChoice Choice() const;
     void Say(const std::string& text);

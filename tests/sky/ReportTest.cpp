@@ -132,6 +132,19 @@ TEST(Nights, FromNoonToNoonOfTheSite) {
     EXPECT_FALSE(byZone[0].sun.sunset.has_value());
 }
 
+// Flats at dusk behind a night are of that night, darks of a cloudy week of none.
+TEST(Nights, AreThoseOfLights) {
+    const std::vector<ReportFrame> frames =
+        FramesOf({{"2024-11-06T15:00:00", 2, "", "L", FrameKind::Flat},
+                  {"2024-11-05T20:00:00"},
+                  {"2024-11-05T15:00:00", 2, "", "L", FrameKind::Flat},
+                  {"2024-11-09T20:00:00", 300, "", "", FrameKind::Dark}});
+    const std::vector<ReportNight> nights = NightsOf(frames, 0);
+    ASSERT_EQ(nights.size(), 1U);
+    EXPECT_EQ(nights[0].date, "2024-11-05");
+    EXPECT_EQ(nights[0].frames, (std::vector<std::size_t>{2, 1, 0}));
+}
+
 TEST(Nights, GapsAndBest) {
     std::vector<ReportFrame> frames = FramesOf(kNight);
     frames[0].score = 40;

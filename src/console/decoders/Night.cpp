@@ -45,7 +45,7 @@ void TakeNotes(const std::string& folder, Files& files, std::vector<ReportFrame>
 NightResult WriteNight(const NightRequest& request) {
     NightResult result;
     if (!IsKnownPaper(request.paper)) {
-        result.error = "no paper is called " + request.paper;
+        result.badPaper = request.paper;
         return result;
     }
     OpenHistory open;
@@ -53,6 +53,7 @@ NightResult WriteNight(const NightRequest& request) {
                                          [](std::size_t, std::size_t) { return true; });
     ReportDocument document;
     document.frames = std::move(read.frames);
+    document.longitudes = read.longitudes;
     result.complaints = std::move(read.longitudes);
     TakeMarks(document.frames, result);
     document.rows = IntegrationOf(document.frames);

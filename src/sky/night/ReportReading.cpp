@@ -7,12 +7,14 @@
 #include "imaging/PictureLoader.h"
 #include "imaging/PicturesAhead.h"
 #include "imaging/fits/ScreenStretch.h"
+#include "platform/CanonicalPath.h"
 #include "sky/judging/Judging.h"
 #include "sky/measures/MeasureStore.h"
 #include "sky/night/MeasuresFile.h"
 
 #include <ctime>
 #include <map>
+#include <set>
 
 namespace tarn {
 
@@ -22,7 +24,8 @@ namespace {
 void LookAtTheSky(const NightSources& sources, ReadNights& nights) {
     std::map<std::string, std::vector<std::size_t>> folders;
     for (std::size_t i = 0; i < nights.frames.size(); ++i)
-        if (nights.frames[i].IsRead()) folders[FolderOf(nights.frames[i].path)].push_back(i);
+        if (nights.frames[i].IsRead())
+            folders[CanonicalPath(FolderOf(nights.frames[i].path))].push_back(i);
     for (const auto& [folder, indices] : folders) {
         std::vector<FrameWhere> wheres;
         for (const std::size_t index : indices) wheres.push_back(nights.frames[index].header.where);
@@ -75,11 +78,13 @@ void TakeThumbnails(std::vector<ReportFrame>& frames, const std::vector<ReportNi
 ReadNights ReadFramesOfNights(const NightSources& sources, const ReadingProgress& progress) {
     ReadNights nights;
     MeasureStore store(MeasuresFile());
+    std::set<std::string> known; // one file may be named in several ways
     for (const std::string& path : sources.paths) {
         if (!progress(nights.frames.size(), sources.paths.size())) {
             nights.cancelled = true;
             return nights;
         }
+        if (!known.insert(CanonicalPath(path)).second) continue;
         ReportFrame frame;
         frame.path = path;
         std::string thrown;
@@ -100,6 +105,8 @@ void Compose(ReportDocument& document, const ReportChoice& choice, double zoneHo
     document.nights = NightsOf(document.frames, zoneHours);
     if (choice.pictures) TakeThumbnails(document.frames, document.nights);
     document.report = ReportOf(document.frames, document.nights, document.rows, choice, foot);
+    document.report.remarks.insert(document.report.remarks.end(), document.longitudes.begin(),
+                                   document.longitudes.end());
 }
 
 double SystemZoneHours() {

@@ -62,6 +62,7 @@ struct ReportDocument {
     std::vector<ReportFrame> frames;
     std::vector<ReportNight> nights;
     std::vector<IntegrationRow> rows;
+    std::vector<std::string> longitudes; // how those of a folder are counted
     NightReport report;
 };
 

@@ -72,9 +72,17 @@ void FindBest(std::span<const ReportFrame> frames, ReportNight& night) {
 
 std::vector<ReportNight> NightsOf(std::span<const ReportFrame> frames, double zoneHours) {
     std::map<double, ReportNight> byNoon;
-    for (std::size_t i = 0; i < frames.size(); ++i)
-        if (frames[i].IsRead() && frames[i].sky.utc)
-            byNoon[NightOf(frames[i], zoneHours)].frames.push_back(i);
+    const auto each = [&](bool lights, const auto& take) {
+        for (std::size_t i = 0; i < frames.size(); ++i)
+            if (frames[i].IsRead() && frames[i].sky.utc && IsLight(frames[i]) == lights)
+                take(i, NightOf(frames[i], zoneHours));
+    };
+    each(true, [&](std::size_t index, double day) { byNoon[day].frames.push_back(index); });
+    each(false, [&](std::size_t index, double day) {
+        for (const double noon : {day, day - 1})
+            if (const auto night = byNoon.find(noon); night != byNoon.end())
+                return night->second.frames.push_back(index);
+    });
     std::vector<ReportNight> nights;
     for (auto& [day, night] : byNoon) {
         std::stable_sort(

@@ -33,7 +33,8 @@ struct ReportNight {
 inline constexpr double kGap = 300; // seconds
 
 // By the longitude; without a site by the zone of the frame, else the one given in hours east of
-// UTC. Frames without a time are in none.
+// UTC. Frames without a time are in none. Lights make nights; flats, darks and bias frames of the
+// day behind one belong to it, others to none.
 std::vector<ReportNight> NightsOf(std::span<const ReportFrame> frames, double zoneHours);
 
 } // namespace tarn
