@@ -104,6 +104,9 @@ TEST(NightReport, IsSavedAndTakenBack) {
     EXPECT_EQ(BytesOf(d.At("report.pdf")).substr(0, 5), "%PDF-");
     d.c.UndoButton->trigger();
     EXPECT_EQ(BytesOf(d.At("report.pdf")), "(none)");
+    d.Press("frmNightReport", "ReportAddButton", {d.At("gone")});
+    d.Press("frmNightReport", "ReportPageButton", {d.At("report.html")});
+    EXPECT_EQ(d.Said(), d.At("gone") + ": No such file or directory");
 }
 
 } // namespace
