@@ -83,15 +83,16 @@ FitsCards CardsOf(const SumOrder& order, const StackResult& result) {
         cards.Add("DATE-OBS", std::string_view(times.first), "beginning of the first frame");
     cards.Add("NCOMBINE", static_cast<long long>(CountOf(result)), "frames in the mean");
     if (times.seconds > 0) cards.Add("TOTALEXP", times.seconds, "seconds of all frames");
-    cards.Add("CREATOR", std::string_view("Tarn View"));
+    cards.Add("CREATOR", kCreator);
     cards.AddHistory("Mean of the frames below, in the grid, light and sky of " +
                      LastPart(reference));
     cards.AddHistory("A point (x, y) stands at (a x + b y + c, d x + e y + f), from (0, 0)");
     for (const SeriesFrame& frame : order.plan.frames) {
         const StackedFrame& used = result.frames[frame.number];
         if (!used.used) continue;
-        cards.AddHistory(LastPart(order.paths[frame.number]) + ", weight " +
-                         FormatFixed(used.weight, 4));
+        std::array<char, 32> weight{};
+        std::snprintf(weight.data(), weight.size(), "%.6g", used.weight);
+        cards.AddHistory(LastPart(order.paths[frame.number]) + ", weight " + weight.data());
         AddMap(cards, frame.map);
     }
     return cards;

@@ -118,18 +118,41 @@ void FitsCards::AddWhole(std::string_view card) {
     Put(Plain(card));
 }
 
-std::vector<std::string> CardsOfFrame(const std::string& path) {
-    std::vector<std::string> cards;
+namespace {
+
+// The lines of the first header until `visit` says that it has seen enough.
+template <typename Visit> void EachCard(const std::string& path, const Visit& visit) {
     std::string error;
     const FileHandle file = OpenRegular(path, error);
     std::array<char, kCard> bytes{};
     for (int i = 0; file && i < kMostCards; ++i) {
-        if (std::fread(bytes.data(), 1, kCard, file.get()) != kCard) break;
+        if (std::fread(bytes.data(), 1, kCard, file.get()) != kCard) return;
         const std::string_view card(bytes.data(), kCard);
-        if ((i == 0 && !card.starts_with("SIMPLE  =")) || card.starts_with("END     ")) break;
-        if (IsKept(card)) cards.push_back(Plain(card));
+        if ((i == 0 && !card.starts_with("SIMPLE  =")) || card.starts_with("END     ")) return;
+        if (!visit(card)) return;
     }
+}
+
+} // namespace
+
+std::vector<std::string> CardsOfFrame(const std::string& path) {
+    std::vector<std::string> cards;
+    EachCard(path, [&](std::string_view card) {
+        if (IsKept(card)) cards.push_back(Plain(card));
+        return true;
+    });
     return cards;
+}
+
+bool IsSumOfFrames(const std::string& path) {
+    bool isOurs = false;
+    bool isMean = false;
+    EachCard(path, [&](std::string_view card) {
+        isOurs = isOurs || card.starts_with("CREATOR = '" + std::string(kCreator) + "'");
+        isMean = isMean || card.starts_with("NCOMBINE=");
+        return !isOurs || !isMean;
+    });
+    return isOurs && isMean;
 }
 
 FitsWriter::~FitsWriter() {
@@ -151,7 +174,14 @@ bool FitsWriter::Create(const std::string& path, int width, int height, int plan
     m_height = height;
     m_planes = planes;
     m_begin = static_cast<long long>((cards + kOwnCards) * kCard + kBlock - 1) / kBlock * kBlock;
+    // Where the file system can reserve it.
+    if (::fallocate(m_file, 0, 0, WholeBytes()) != 0 && errno == ENOSPC) return Fail();
     return true;
+}
+
+long long FitsWriter::WholeBytes() const {
+    const long long end = m_begin + 4LL * m_width * m_height * m_planes;
+    return (end + kBlock - 1) / kBlock * kBlock;
 }
 
 bool FitsWriter::PutHeader(const FitsCards& cards) {
@@ -191,13 +221,18 @@ bool FitsWriter::WriteRows(int plane, int row, int rows, const float* values) {
         bytes[i] = std::endian::native == std::endian::little ? __builtin_bswap32(bits) : bits;
     }
     const long long at = (1LL * plane * m_height + row) * m_width;
-    return Put(m_begin + at * 4, bytes.data(), count * 4);
+    if (!Put(m_begin + at * 4, bytes.data(), count * 4)) return false;
+    m_rows += rows;
+    return true;
 }
 
 bool FitsWriter::Close(const FitsCards& cards) {
     const long long end = m_begin + 4LL * m_width * m_height * m_planes;
-    const long long whole = (end + kBlock - 1) / kBlock * kBlock;
-    const std::string rest(std::size_t(whole - end), '\0');
+    const std::string rest(std::size_t(WholeBytes() - end), '\0');
+    if (m_rows != 1LL * m_height * m_planes) {
+        m_error = "rows of the picture are missing";
+        return false;
+    }
     const bool written = Put(end, rest.data(), rest.size()) && PutHeader(cards);
     const bool closed = ::close(m_file) == 0;
     m_file = -1;

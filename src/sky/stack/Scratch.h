@@ -17,6 +17,9 @@ public:
 
     bool IsOpen() const { return m_file >= 0; }
 
+    // Whether it can grow to so many bytes, as far as the system knows.
+    bool HasRoomFor(std::size_t bytes) const;
+
     // Any thread; false where the disk is full, or errs.
     bool Write(std::size_t at, const void* bytes, std::size_t count);
     bool Read(std::size_t at, void* bytes, std::size_t count) const;
