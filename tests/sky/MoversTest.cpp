@@ -2,6 +2,7 @@
 #include "MadeNights.h"
 
 #include "sky/movers/MedianRows.h"
+#include "sky/movers/TrackFit.h"
 
 #include <gtest/gtest.h>
 
@@ -85,6 +86,68 @@ TEST(Movers, FramesThatCannotBeReadAreToldAndLeftOut) {
     std::atomic<bool> cancelled = true;
     order.watch.cancelled = &cancelled;
     EXPECT_TRUE(FindMovers(frames, 0, read, order).cancelled);
+}
+
+// What moves is told in pixels, of which a sample may be a cell.
+TEST(Movers, SlowOnesOfAMosaicAreFound) {
+    const TrueMover slow{300, 200, 6, 30, 25};
+    const MadeNight night({.seed = 12, .frames = 16, .minutes = 12}, {slow});
+    EXPECT_EQ(night.Found(night.Find(), slow), nullptr);
+    const MoversResult found = night.Find(2);
+    EXPECT_EQ(found.movers.size(), 1U);
+    EXPECT_NE(night.Found(found, slow), nullptr);
+}
+
+// Two files of one exposure tell of one moment, and no exposure fills the memory.
+TEST(Movers, MomentsCountAndExposuresHaveALimit) {
+    const MadeNight night({.seed = 9, .frames = 6, .minutes = 10}, {{300, 200, 60, 30, 25}});
+    std::vector<MoversFrame> frames;
+    for (std::size_t i = 0; i < 6; ++i)
+        frames.push_back({{i, Inverse(night.Series().Frame(i).fromField), 1},
+                          600.0 * double(i / 3),
+                          3,
+                          i == 0   ? 1e30
+                          : i == 1 ? INFINITY
+                                   : 0});
+    MoversOrder order;
+    order.scratch = ::testing::TempDir();
+    const FrameReader read = night.Series().Reader();
+    EXPECT_EQ(FindMovers(frames, 0, read, order).faults,
+              std::vector<std::string>(6, "fewer than three frames of its night"));
+    for (std::size_t i = 0; i < 6; ++i) frames[i].seconds = 600.0 * double(i);
+    const MoversResult result = FindMovers(frames, 0, read, order);
+    EXPECT_EQ(result.fault, "");
+    EXPECT_EQ(result.movers.size(), 1U);
+    EXPECT_EQ(CountMoments({3, 1, 1, 2, 3}), 3U);
+}
+
+TEST(Movers, LongWaysAreMeasuredInParts) {
+    const TrueMover fast{320, 240, 200, 20, 25};
+    const MadeNight night({.seed = 13, .frames = 32, .minutes = 5}, {fast});
+    WarpedSeries series(::testing::TempDir(), night.Series().Reader());
+    ASSERT_EQ(series.SetReference(0), "");
+    std::vector<SeriesFrame> frames;
+    std::vector<DifferenceFrame> times;
+    for (std::size_t i = 0; i < 32; ++i) {
+        frames.push_back({i, Inverse(night.Series().Frame(i).fromField), 1});
+        times.push_back({double(i) / 12, 1.3, 0});
+    }
+    std::vector<std::string> faults;
+    ASSERT_TRUE(series.Make(frames, {}, faults));
+    const auto [x, y] = frames[0].map(night.PlaceIn(fast, 0).first, night.PlaceIn(fast, 0).second);
+    const double angle = fast.angle * std::numbers::pi / 180;
+    const Track track{x + 0.5, y - 0.4, 200 * std::cos(angle), 200 * std::sin(angle), {}};
+    std::string fault;
+    const auto whole = MeasureTrack(series, times, track, fault);
+    const auto parts = MeasureTrack(series, times, track, fault, 60'000);
+    ASSERT_EQ(fault, "");
+    ASSERT_TRUE(whole);
+    ASSERT_TRUE(parts);
+    EXPECT_NEAR(parts->track.speedX, whole->track.speedX, 0.2);
+    EXPECT_NEAR(parts->track.x, whole->track.x, 0.1);
+    EXPECT_NEAR(parts->signal, whole->signal, 0.1 * whole->signal);
+    EXPECT_FALSE(MeasureTrack(series, times, track, fault, 1000));
+    EXPECT_NE(fault, "");
 }
 
 TEST(MedianRows, IsTheMiddleOfWhatIsThere) {

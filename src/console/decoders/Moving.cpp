@@ -1,6 +1,5 @@
 #include "console/decoders/Moving.h"
 
-#include "common/numbers.h"
 #include "facts/CaptureTime.h"
 #include "imaging/fits/SkyFile.h"
 #include "sky/night/MeasuresFile.h"
@@ -21,8 +20,7 @@ struct Exposed {
 Exposed ExposedOf(const std::string& path, CaptureTimes& times) {
     std::string error;
     if (const auto header = ReadSkyHeader(path, error))
-        return {MiddleOfExposure(header->date, header->exposure),
-                std::max(0.0, ParseNumber(header->exposure).value_or(0))};
+        return {MiddleOfExposure(header->date, header->exposure), SecondsOf(header->exposure)};
     const auto taken = times.Of(path);
     return {taken ? std::optional(double(*taken)) : std::nullopt};
 }
@@ -73,6 +71,7 @@ MoversResult FindInFiles(const MoversQuest& quest) {
     };
     MoversOrder order;
     order.scratch = CacheFolder();
+    order.cell = cell;
     MoversResult found = FindMovers(frames, *quest.plan.reference, read, order);
     for (std::size_t i = 0; i < frames.size(); ++i)
         if (!found.faults[i].empty()) told.faults[frames[i].frame.number] = found.faults[i];

@@ -55,7 +55,7 @@ std::vector<std::size_t> Spread(const std::vector<std::size_t>& frames) {
     return some;
 }
 
-Medians MediansOf(std::span<const DifferenceFrame> frames, double sigma) {
+Medians MediansOf(std::span<const DifferenceFrame> frames, double slowest, double sigma) {
     std::vector<std::size_t> order(frames.size());
     std::iota(order.begin(), order.end(), 0U);
     std::stable_sort(order.begin(), order.end(), [&](std::size_t one, std::size_t other) {
@@ -64,7 +64,7 @@ Medians MediansOf(std::span<const DifferenceFrame> frames, double sigma) {
     const double first = frames[order.front()].hours;
     const double last = frames[order.back()].hours;
     Medians medians;
-    if (frames.size() < kFewestOfEnds || kSlowest * (last - first) > kShortNight * sigma) {
+    if (frames.size() < kFewestOfEnds || slowest * (last - first) > kShortNight * sigma) {
         medians.frames = {Spread(order)};
         medians.of.assign(frames.size(), 0);
         return medians;
@@ -89,15 +89,15 @@ struct Widths {
     double forMedian;
 };
 
-double LongestTrail(const DifferenceFrame& frame) {
-    return kFastest * frame.exposure;
+double LongestTrail(const DifferenceFrame& frame, const Pace& pace) {
+    return std::min(kLongestTrail, pace.fastest * frame.exposure);
 }
 
 class Search {
 public:
-    Search(const WarpedSeries& series, std::span<const DifferenceFrame> frames,
+    Search(const WarpedSeries& series, std::span<const DifferenceFrame> frames, const Pace& pace,
            const SeriesWatch& watch, std::vector<std::vector<NewSource>>& sources)
-        : m_series(series), m_frames(frames), m_watch(watch), m_sources(sources) {
+        : m_series(series), m_frames(frames), m_pace(pace), m_watch(watch), m_sources(sources) {
         std::vector<double> sigmas;
         double widest = 0;
         for (const DifferenceFrame& frame : frames) sigmas.push_back(frame.sigma);
@@ -106,17 +106,17 @@ public:
             m_widths.emplace_back(frame.sigma, m_sigma);
             widest = std::max({widest, m_widths.back().forFrame, m_widths.back().forMedian});
         }
-        m_medians = MediansOf(frames, m_sigma);
+        m_medians = MediansOf(frames, pace.slowest, m_sigma);
         double longest = 0;
         for (const DifferenceFrame& frame : frames)
-            longest = std::max(longest, LongestTrail(frame));
+            longest = std::max(longest, LongestTrail(frame, pace));
         m_margin = int(std::ceil(3.2 * widest + longest / 2)) + 4;
         const auto rowBytes = std::size_t(series.Width()) * sizeof(std::int16_t) * frames.size();
         m_rows = std::clamp(int(kBandBytes / std::max<std::size_t>(1, rowBytes)) - 2 * m_margin, 16,
                             128);
     }
 
-    bool Do() {
+    std::string Do() {
         m_sources.assign(m_frames.size(), {});
         std::atomic<int> next = 0;
         std::atomic<bool> errs = false;
@@ -125,11 +125,10 @@ public:
                  row = next.fetch_add(m_rows))
                 if (m_watch.IsCancelled() || !TakeBand(row)) errs = true;
         };
-        {
-            std::vector<Worker> workers;
-            for (int i = 0; i < WarpedSeries::kThreads; ++i) workers.emplace_back(work);
-        }
-        return !errs;
+        std::string fault = OnWorkers(WarpedSeries::kThreads, work);
+        if (fault.empty() && errs)
+            fault = m_watch.IsCancelled() ? "cancelled" : "the disk is full or errs";
+        return fault;
     }
 
 private:
@@ -155,6 +154,7 @@ private:
 
     const WarpedSeries& m_series;
     std::span<const DifferenceFrame> m_frames;
+    const Pace& m_pace;
     const SeriesWatch& m_watch;
     std::vector<std::vector<NewSource>>& m_sources;
     double m_sigma = 1;
@@ -228,7 +228,7 @@ void Search::Compare(const Band& band, std::size_t frame, std::vector<NewSource>
     const float noise = float(kDeviationOfMad) * MedianInPlace(std::span(some));
     const float ofStar = LeftOfStars(difference, median, noise);
     FindPeaks(band, frame, difference, median, ofStar, found);
-    const double longest = LongestTrail(m_frames[frame]);
+    const double longest = LongestTrail(m_frames[frame], m_pace);
     if (longest < kWorthTrails * kWidthOfSigma * m_frames[frame].sigma) return;
     for (std::size_t i = 0; i < middle.size(); ++i)
         if (ofStar * median.Values()[i] > noise) difference.Values()[i] = 0;
@@ -349,12 +349,14 @@ void JoinTrails(double width, double longest, std::vector<NewSource>& sources) {
 
 } // namespace
 
-bool FindNewSources(const WarpedSeries& series, std::span<const DifferenceFrame> frames,
-                    const SeriesWatch& watch, std::vector<std::vector<NewSource>>& sources) {
-    if (!Search(series, frames, watch, sources).Do()) return false;
+std::string FindNewSources(const WarpedSeries& series, std::span<const DifferenceFrame> frames,
+                           const Pace& pace, const SeriesWatch& watch,
+                           std::vector<std::vector<NewSource>>& sources) {
+    std::string fault = Search(series, frames, pace, watch, sources).Do();
+    if (!fault.empty()) return fault;
     for (std::size_t i = 0; i < frames.size(); ++i)
-        JoinTrails(kWidthOfSigma * frames[i].sigma, LongestTrail(frames[i]), sources[i]);
-    return true;
+        JoinTrails(kWidthOfSigma * frames[i].sigma, LongestTrail(frames[i], pace), sources[i]);
+    return {};
 }
 
 } // namespace tarn

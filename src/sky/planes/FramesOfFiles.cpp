@@ -65,6 +65,12 @@ FrameMap InCells(const FrameMap& map, int cell) {
     return cells;
 }
 
+double SecondsOf(const std::string& exposure) {
+    constexpr double kMost = 86400;
+    const double seconds = ParseNumber(exposure).value_or(0);
+    return seconds > 0 && seconds <= kMost ? seconds : 0;
+}
+
 std::optional<double> MiddleOfExposure(const std::string& start, const std::string& seconds) {
     int year = 0;
     unsigned month = 0;
@@ -81,8 +87,7 @@ std::optional<double> MiddleOfExposure(const std::string& start, const std::stri
                               std::chrono::day(day)};
     if (!date.ok()) return std::nullopt;
     const double midnight = 86400.0 * sys_days(date).time_since_epoch().count();
-    const double length = ParseNumber(seconds).value_or(0);
-    return midnight + 3600.0 * hour + 60.0 * minute + second + length / 2 -
+    return midnight + 3600.0 * hour + 60.0 * minute + second + SecondsOf(seconds) / 2 -
            ZoneOf(start.substr(std::size_t(end)));
 }
 
