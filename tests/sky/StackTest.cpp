@@ -451,6 +451,30 @@ TEST(Stack, MosaicsGiveThreeColours) {
     }
 }
 
+TEST(Warp, APixelWithoutDataTakesLittleWithIt) {
+    std::vector<float> values(40 * 30, 100);
+    values[15 * 40 + 20] = NAN;
+    FrameSamples samples;
+    samples.width = 40;
+    samples.height = 30;
+    samples.floats = values.data();
+    for (const WarpKernel kernel : {WarpKernel::Lanczos, WarpKernel::Bilinear})
+        for (const double shift : {0.0, 0.3}) {
+            std::vector<float> warped(values.size());
+            Warp(samples, {1, 0, shift, 0, 1, shift}, kernel).Take({0, 0, 40, 30}, warped.data());
+            std::vector<std::size_t> none;
+            for (int y = 5; y < 25; ++y)
+                for (int x = 5; x < 35; ++x) {
+                    const auto at = std::size_t(y * 40 + x);
+                    if (std::isnan(warped[at]))
+                        none.push_back(at);
+                    else
+                        EXPECT_NEAR(warped[at], 100, 1e-3);
+                }
+            EXPECT_EQ(none, std::vector<std::size_t>{15 * 40 + 20}) << shift;
+        }
+}
+
 TEST(Warp, KeepsPlacesAndLightThroughATurn) {
     MadeSky sky(120, 90);
     sky.AddLevel(100);

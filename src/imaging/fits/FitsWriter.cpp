@@ -168,7 +168,12 @@ bool FitsWriter::Fail() {
 
 bool FitsWriter::Create(const std::string& path, int width, int height, int planes,
                         std::size_t cards) {
-    m_file = ::open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666);
+    return CreateIn(::open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666), width,
+                    height, planes, cards);
+}
+
+bool FitsWriter::CreateIn(int file, int width, int height, int planes, std::size_t cards) {
+    m_file = file;
     if (m_file < 0) return Fail();
     m_width = width;
     m_height = height;

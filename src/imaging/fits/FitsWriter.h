@@ -47,6 +47,8 @@ public:
     // A new file with room for so many lines of its header; refused where something stands, or
     // where the disk has no room for all of it. False, as below, with `Error`.
     bool Create(const std::string& path, int width, int height, int planes, std::size_t cards);
+    // Into a file that is open and empty, which is closed with this.
+    bool CreateIn(int file, int width, int height, int planes, std::size_t cards);
 
     // Rows of a plane, in the order of the file; any thread.
     bool WriteRows(int plane, int row, int rows, const float* values);

@@ -16,6 +16,7 @@ public:
     Scratch& operator=(const Scratch&) = delete;
 
     bool IsOpen() const { return m_file >= 0; }
+    int Number() const { return m_file; } // the system's
 
     // Whether it can grow to so many bytes, as far as the system knows.
     bool HasRoomFor(std::size_t bytes) const;
