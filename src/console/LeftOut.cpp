@@ -1,6 +1,6 @@
 #include "console/LeftOut.h"
 
-#include "imaging/fits/FitsWriter.h"
+#include "imaging/fits/KeptCards.h"
 
 #include <algorithm>
 #include <map>

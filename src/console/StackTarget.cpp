@@ -1,7 +1,7 @@
 #include "console/StackTarget.h"
 
 #include "common/text.h"
-#include "imaging/fits/FitsWriter.h"
+#include "imaging/fits/KeptCards.h"
 
 #include <algorithm>
 #include <cerrno>

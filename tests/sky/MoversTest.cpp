@@ -121,33 +121,68 @@ TEST(Movers, MomentsCountAndExposuresHaveALimit) {
     EXPECT_EQ(CountMoments({3, 1, 1, 2, 3}), 3U);
 }
 
-TEST(Movers, LongWaysAreMeasuredInParts) {
-    const TrueMover fast{320, 240, 200, 20, 25};
-    const MadeNight night({.seed = 13, .frames = 32, .minutes = 5}, {fast});
-    WarpedSeries series(::testing::TempDir(), night.Series().Reader());
-    ASSERT_EQ(series.SetReference(0), "");
-    std::vector<SeriesFrame> frames;
-    std::vector<DifferenceFrame> times;
-    for (std::size_t i = 0; i < 32; ++i) {
-        frames.push_back({i, Inverse(night.Series().Frame(i).fromField), 1});
-        times.push_back({double(i) / 12, 1.3, 0});
+namespace {
+
+// A night of one fast mover, laid over its field.
+struct LaidNight {
+    TrueMover fast{320, 240, 200, 20, 25};
+    MadeNight night{{.seed = 13, .frames = 32, .minutes = 5}, {fast}};
+    WarpedSeries series{::testing::TempDir(), night.Series().Reader()};
+    std::vector<SeriesFrame> frames{};
+    std::vector<DifferenceFrame> times{};
+
+    LaidNight() {
+        EXPECT_EQ(series.SetReference(0), "");
+        for (std::size_t i = 0; i < 32; ++i) {
+            frames.push_back({i, Inverse(night.Series().Frame(i).fromField), 1});
+            times.push_back({double(i) / 12, 1.3, 0});
+        }
+        std::vector<std::string> faults;
+        EXPECT_TRUE(series.Make(frames, {}, faults));
     }
-    std::vector<std::string> faults;
-    ASSERT_TRUE(series.Make(frames, {}, faults));
-    const auto [x, y] = frames[0].map(night.PlaceIn(fast, 0).first, night.PlaceIn(fast, 0).second);
-    const double angle = fast.angle * std::numbers::pi / 180;
+    std::pair<double, double> PlaceAt(std::size_t frame) const {
+        const auto [x, y] = night.PlaceIn(fast, frame);
+        return frames[frame].map(x, y);
+    }
+};
+
+} // namespace
+
+TEST(Movers, LongWaysAreMeasuredInParts) {
+    const LaidNight laid;
+    const auto [x, y] = laid.PlaceAt(0);
+    const double angle = laid.fast.angle * std::numbers::pi / 180;
     const Track track{x + 0.5, y - 0.4, 200 * std::cos(angle), 200 * std::sin(angle), {}};
     std::string fault;
-    const auto whole = MeasureTrack(series, times, track, fault);
-    const auto parts = MeasureTrack(series, times, track, fault, 60'000);
+    const auto whole = MeasureTrack(laid.series, laid.times, track, fault);
+    const auto parts = MeasureTrack(laid.series, laid.times, track, fault, 60'000);
     ASSERT_EQ(fault, "");
     ASSERT_TRUE(whole);
     ASSERT_TRUE(parts);
     EXPECT_NEAR(parts->track.speedX, whole->track.speedX, 0.2);
     EXPECT_NEAR(parts->track.x, whole->track.x, 0.1);
     EXPECT_NEAR(parts->signal, whole->signal, 0.1 * whole->signal);
-    EXPECT_FALSE(MeasureTrack(series, times, track, fault, 1000));
+    EXPECT_FALSE(MeasureTrack(laid.series, laid.times, track, fault, 1000));
     EXPECT_NE(fault, "");
+}
+
+// Where rows of all frames are too much, tiles are looked through, each source in one of them.
+TEST(Movers, ManyFramesAreLookedThroughInTiles) {
+    const LaidNight laid;
+    std::vector<std::vector<NewSource>> sources;
+    ASSERT_EQ(FindNewSources(laid.series, laid.times, {}, {}, sources, 1), "");
+    std::vector<std::size_t> missed;
+    for (std::size_t frame = 0; frame < sources.size(); ++frame) {
+        const auto [x, y] = laid.PlaceAt(frame);
+        if (x < 5 || y < 5 || x > kNightWidth - 6 || y > kNightHeight - 6) continue;
+        const auto near = std::count_if(sources[frame].begin(), sources[frame].end(),
+                                        [x = x, y = y](const NewSource& source) {
+                                            return std::hypot(source.x - x, source.y - y) < 1.5;
+                                        });
+        EXPECT_LE(near, 1) << frame;
+        if (near == 0) missed.push_back(frame);
+    }
+    EXPECT_LE(missed.size(), 3U); // before a star
 }
 
 TEST(MedianRows, IsTheMiddleOfWhatIsThere) {

@@ -6,6 +6,7 @@
 #include "console/decoders/WriteInPlace.h"
 #include "history/Changes.h"
 #include "imaging/fits/FitsWriter.h"
+#include "imaging/fits/KeptCards.h"
 #include "imaging/fits/SkyFile.h"
 #include "sky/night/MeasuresFile.h"
 #include "sky/planes/FramesOfFiles.h"
@@ -89,9 +90,7 @@ void AddPlace(FitsCards& cards, const char* degrees, const char* parts, const st
 
 // The header's place in the sky, by words, where its cards cannot be had. All but FITS files begin
 // with their top row.
-void AddWords(FitsCards& cards, const std::string& path) {
-    std::string error;
-    const auto header = ReadSkyHeader(path, error);
+void AddWords(FitsCards& cards, const std::optional<FitsHeader>& header) {
     if (!header || header->topDown) cards.Add("ROWORDER", std::string_view("TOP-DOWN"));
     if (!header) return;
     const std::array<std::pair<const char*, const std::string*>, 4> words{
@@ -113,9 +112,11 @@ std::size_t CountOf(const StackResult& result) {
 FitsCards CardsOf(const SumOrder& order, const StackResult& result) {
     FitsCards cards;
     const std::string& reference = order.paths[*order.plan.reference];
-    const std::vector<std::string> kept = CardsOfFrame(reference);
+    std::string error;
+    const auto header = ReadSkyHeader(reference, error);
+    const std::vector<std::string> kept = CardsOfFrame(reference, header ? header->image : 0);
     for (const std::string& card : kept) cards.AddWhole(card);
-    if (kept.empty()) AddWords(cards, reference);
+    if (kept.empty()) AddWords(cards, header);
     const Exposures times = ExposuresOf(order, result);
     AddDate(cards, "DATE-OBS", times.begin, "UTC, beginning of the first frame");
     AddDate(cards, "DATE-END", times.end, "UTC, end of the last one");

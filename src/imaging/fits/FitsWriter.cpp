@@ -1,7 +1,5 @@
 #include "imaging/fits/FitsWriter.h"
 
-#include "platform/OpenRegular.h"
-
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -20,7 +18,6 @@ namespace {
 
 constexpr std::size_t kCard = 80;
 constexpr long long kBlock = 2880;
-constexpr int kMostCards = 4000; // of another header
 constexpr std::size_t kTextWidth = 67;
 constexpr std::size_t kHistoryWidth = 72;
 constexpr std::size_t kOwnCards = 7; // of every file, and the one that ends the header
@@ -45,36 +42,6 @@ std::string Right(std::string value) {
 
 std::string Remark(std::string_view comment) {
     return comment.empty() ? std::string() : " / " + Plain(comment);
-}
-
-// What a sum has of its reference.
-constexpr std::string_view kWords[] = {
-    "OBJECT",   "OBJNAME",  "RA",       "DEC",      "OBJCTRA",  "OBJCTDEC", "OBJCTALT", "OBJCTAZ",
-    "EQUINOX",  "RADESYS",  "RADECSYS", "EPOCH",    "WCSAXES",  "LONPOLE",  "LATPOLE",  "SCALE",
-    "PIXSCALE", "SECPIX",   "SITELAT",  "SITELONG", "SITEELEV", "LAT-OBS",  "LONG-OBS", "ALT-OBS",
-    "OBSERVER", "TELESCOP", "INSTRUME", "CAMERA",   "FILTER",   "FILTER1",  "FOCALLEN", "APTDIA",
-    "APERTURE", "XPIXSZ",   "YPIXSZ",   "PIXSIZE1", "PIXSIZE2", "XBINNING", "YBINNING", "GAIN",
-    "ISOSPEED", "OFFSET",   "CCD-TEMP", "SET-TEMP", "AIRMASS",  "ROWORDER", "TIMESYS",  "PIERSIDE",
-    "ROTATANG", "OBJCTROT", "IMAGETYP", "FRAME",    "EXPTIME",  "EXPOSURE"};
-
-// With numbers behind them, or the order of a polynomial.
-constexpr std::string_view kNumbered[] = {"CTYPE", "CRVAL", "CRPIX", "CUNIT",  "CDELT",
-                                          "CROTA", "CD",    "PC",    "PV",     "A_",
-                                          "B_",    "AP_",   "BP_",   "OBSGEO-"};
-
-bool IsNumber(std::string_view rest) {
-    return !rest.empty() && (rest.find_first_not_of("0123456789_") == std::string_view::npos ||
-                             rest == "ORDER" || rest == "X" || rest == "Y" || rest == "Z");
-}
-
-bool IsKept(std::string_view card) {
-    if (card.substr(8, 2) != "= ") return false;
-    std::string_view name = card.substr(0, 8);
-    name = name.substr(0, name.find(' '));
-    return std::find(std::begin(kWords), std::end(kWords), name) != std::end(kWords) ||
-           std::any_of(std::begin(kNumbered), std::end(kNumbered), [&](std::string_view start) {
-               return name.starts_with(start) && IsNumber(name.substr(start.size()));
-           });
 }
 
 } // namespace
@@ -116,43 +83,6 @@ void FitsCards::AddHistory(std::string_view text) {
 
 void FitsCards::AddWhole(std::string_view card) {
     Put(Plain(card));
-}
-
-namespace {
-
-// The lines of the first header until `visit` says that it has seen enough.
-template <typename Visit> void EachCard(const std::string& path, const Visit& visit) {
-    std::string error;
-    const FileHandle file = OpenRegular(path, error);
-    std::array<char, kCard> bytes{};
-    for (int i = 0; file && i < kMostCards; ++i) {
-        if (std::fread(bytes.data(), 1, kCard, file.get()) != kCard) return;
-        const std::string_view card(bytes.data(), kCard);
-        if ((i == 0 && !card.starts_with("SIMPLE  =")) || card.starts_with("END     ")) return;
-        if (!visit(card)) return;
-    }
-}
-
-} // namespace
-
-std::vector<std::string> CardsOfFrame(const std::string& path) {
-    std::vector<std::string> cards;
-    EachCard(path, [&](std::string_view card) {
-        if (IsKept(card)) cards.push_back(Plain(card));
-        return true;
-    });
-    return cards;
-}
-
-bool IsSumOfFrames(const std::string& path) {
-    bool isOurs = false;
-    bool isMean = false;
-    EachCard(path, [&](std::string_view card) {
-        isOurs = isOurs || card.starts_with("CREATOR = '" + std::string(kCreator) + "'");
-        isMean = isMean || card.starts_with("NCOMBINE=");
-        return !isOurs || !isMean;
-    });
-    return isOurs && isMean;
 }
 
 FitsWriter::~FitsWriter() {

@@ -27,16 +27,6 @@ private:
     std::vector<std::string> m_cards;
 };
 
-// Those lines of a FITS file's first header that say what was seen, from where, when and by what:
-// object, place in the sky and on the plate, site, exposure, instrument. Not the date, nor what its
-// samples are stored like, nor what a program wrote into it at length. Empty of another kind of
-// file, or one that is packed.
-std::vector<std::string> CardsOfFrame(const std::string& path);
-
-// Whether a FITS file's first header says that it is the mean of frames, and made by this program.
-inline constexpr std::string_view kCreator = "Tarn View";
-bool IsSumOfFrames(const std::string& path);
-
 class FitsWriter {
 public:
     FitsWriter() = default;

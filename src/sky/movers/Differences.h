@@ -40,8 +40,10 @@ inline constexpr double kLongestTrail = 300;
 // of those of its other end. Stars of frame and median are brought to one width. The answer is
 // why they cannot be had, or that it was cancelled.
 inline constexpr float kLeastSignal = 4.5F;
+inline constexpr std::size_t kBytesOfThread = 24U << 20U; // of its frames' samples, about
 std::string FindNewSources(const WarpedSeries& series, std::span<const DifferenceFrame> frames,
                            const Pace& pace, const SeriesWatch& watch,
-                           std::vector<std::vector<NewSource>>& sources);
+                           std::vector<std::vector<NewSource>>& sources,
+                           std::size_t bytes = kBytesOfThread);
 
 } // namespace tarn

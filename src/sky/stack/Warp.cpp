@@ -59,7 +59,8 @@ const std::array<Weights, kPhases + 1>& LanczosWeights() {
 // none where the nearest is none.
 float SampleWithGaps(const float* at, int perRow, const float* along, const float* across,
                      int before, int taps) {
-    constexpr float kMost = 0.75F;
+    constexpr float kLeast = 0.6F;
+    constexpr float kNearest = 0.35F; // only it has more
     float sum = 0;
     float weight = 0;
     for (int row = 0; row < taps; ++row)
@@ -67,13 +68,13 @@ float SampleWithGaps(const float* at, int perRow, const float* along, const floa
             const float value = at[std::ptrdiff_t(row - before) * perRow + column - before];
             const float part = along[column] * across[row];
             if (std::isnan(value)) {
-                if (part >= 0.25F) return kNone;
+                if (part > kNearest) return kNone;
                 continue;
             }
             sum += part * value;
             weight += part;
         }
-    return weight >= kMost ? sum / weight : kNone;
+    return weight >= kLeast ? sum / weight : kNone;
 }
 
 // `at` is the sample at the whole part of the place, `right` and `down` the rest of it.
