@@ -710,7 +710,7 @@ TEST(Tarn, SumsFramesAndFindsWhatMoves) {
     EXPECT_EQ(header.find("BSCALE"), std::string::npos);
     EXPECT_NE(header.find("NCOMBINE=                    6 "), std::string::npos) << header;
     EXPECT_NE(header.find("HISTORY f3.fits, weight 0.1"), std::string::npos) << header;
-    EXPECT_NE(header.find("DATE-END= '2024-11-05T20:25:00.000'"), std::string::npos) << header;
+    EXPECT_NE(header.find("DATE-END= '2024-11-05T20:25:00'"), std::string::npos) << header;
     EXPECT_NE(header.find("DATE-AVG= '2024-11-05T20:1"), std::string::npos) << header;
 
     // Over itself it leaves itself out, and what stood there comes back.

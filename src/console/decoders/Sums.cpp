@@ -2,12 +2,14 @@
 
 #include "common/numbers.h"
 #include "common/paths.h"
+#include "common/text.h"
 #include "console/decoders/OpenHistory.h"
 #include "console/decoders/WriteInPlace.h"
 #include "history/Changes.h"
 #include "imaging/fits/FitsWriter.h"
 #include "imaging/fits/KeptCards.h"
 #include "imaging/fits/SkyFile.h"
+#include "sky/headers/FrameHeader.h"
 #include "sky/night/MeasuresFile.h"
 #include "sky/planes/FramesOfFiles.h"
 #include "sky/stack/Scratch.h"
@@ -16,7 +18,6 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
-#include <ctime>
 #include <optional>
 
 #include <sys/mman.h>
@@ -49,16 +50,13 @@ Exposures ExposuresOf(const SumOrder& order, const StackResult& result) {
     for (const SeriesFrame& frame : order.plan.frames) {
         const StackedFrame& used = result.frames[frame.number];
         if (!used.used) continue;
-        std::string error;
-        const auto header = ReadSkyHeader(order.paths[frame.number], error);
-        if (!header) continue;
-        const double seconds = SecondsOf(header->exposure);
+        const ExposureTime time = ReadFrameHeader(order.paths[frame.number], {}).where.time;
+        const double seconds = time.exposure.value_or(0);
         all.seconds += seconds;
-        const auto begin = MiddleOfExposure(header->date, {});
-        if (!begin) continue;
-        all.begin = std::min(*begin, all.begin.value_or(*begin));
-        all.end = std::max(*begin + seconds, all.end.value_or(*begin));
-        middles += used.weight * (*begin + seconds / 2);
+        if (!time.start || !time.middle) continue;
+        all.begin = std::min(*time.start, all.begin.value_or(*time.start));
+        all.end = std::max(*time.start + seconds, all.end.value_or(*time.start));
+        middles += used.weight * *time.middle;
         weights += used.weight;
     }
     if (weights > 0) all.middle = middles / weights;
@@ -67,16 +65,11 @@ Exposures ExposuresOf(const SumOrder& order, const StackResult& result) {
 
 void AddDate(FitsCards& cards, const char* word, const std::optional<double>& seconds,
              const char* comment) {
-    if (!seconds) return;
-    const auto milliseconds = static_cast<long long>(std::floor(*seconds * 1000 + 0.5));
-    const auto rest = (milliseconds % 1000 + 1000) % 1000;
-    const auto whole = time_t((milliseconds - rest) / 1000);
-    struct tm date {};
-    if (!::gmtime_r(&whole, &date)) return;
-    std::array<char, 40> text{};
-    const std::size_t end = std::strftime(text.data(), text.size(), "%Y-%m-%dT%H:%M:%S", &date);
-    std::snprintf(text.data() + end, text.size() - end, ".%03d", int(rest));
-    cards.Add(word, std::string_view(text.data()), comment);
+    constexpr double kFarthest = 1e11; // from 1970
+    if (!seconds || !(std::abs(*seconds) < kFarthest)) return;
+    std::string text = UtcText(*seconds);
+    if (EndsWith(text, "Z")) text.pop_back(); // the header's dates have none
+    cards.Add(word, std::string_view(text), comment);
 }
 
 // Degrees and sixty-parts have words of their own.
