@@ -9,6 +9,7 @@
 #include <string>
 #include <thread>
 #include <utility>
+#include <vector>
 
 namespace tarn {
 
@@ -72,5 +73,19 @@ public:
 private:
     std::thread m_thread;
 };
+
+// The same work on so many threads, until all are done: what it threw, or nothing. What only some
+// of them have finished is not whole.
+template <typename Work> std::string OnWorkers(std::size_t count, const Work& work) {
+    std::vector<std::string> thrown(count);
+    {
+        std::vector<Worker> workers;
+        for (std::string& each : thrown)
+            workers.emplace_back([&each, &work] { Guarded(each, [&] { return work(), true; }); });
+    }
+    for (std::string& each : thrown)
+        if (!each.empty()) return std::move(each);
+    return {};
+}
 
 } // namespace tarn

@@ -1,6 +1,7 @@
 // The frames that a command line names, measured.
 #pragma once
 
+#include "console/NamedFrames.h"
 #include "sky/stars/FrameMeasures.h"
 
 #include <functional>
@@ -18,9 +19,12 @@ struct MeasuredFrames {
     std::vector<FrameMeasures> measures; // of each
 };
 
-// Files and the pictures of folders, which come by name; a folder that cannot be read has a row
-// with the reason. A file that folders are looked through without may be named.
-MeasuredFrames MeasureOperands(const std::vector<std::string>& operands,
-                               const FrameMeasurer& measure, const std::string& without = {});
+// What is no file keeps its fault.
+MeasuredFrames Measure(const std::vector<NamedFrame>& named, const FrameMeasurer& measure);
+
+inline MeasuredFrames MeasureOperands(const std::vector<std::string>& operands,
+                                      const FrameMeasurer& measure) {
+    return Measure(FramesOf(operands), measure);
+}
 
 } // namespace tarn

@@ -1,7 +1,7 @@
 #include "console/MoversCommand.h"
 
 #include "console/Arguments.h"
-#include "console/RejectedFrames.h"
+#include "console/LeftOut.h"
 #include "console/TableRow.h"
 
 #include <cstdio>
@@ -44,7 +44,8 @@ int RunMovers(std::span<const std::string> words, const MoversParts& parts) {
     if (arguments->Operands().empty()) return ComplainOfUsage("no file given", kMoversUsage);
     const bool csv = arguments->Has("--csv");
     const MeasuredFrames frames = MeasureOperands(arguments->Operands(), parts.measure);
-    const SeriesPlan plan = PlanSeries(frames.measures, RejectedFrames(frames.paths, parts.marks));
+    const std::vector<std::string> left = LeftOut(frames.paths, arguments->Operands(), parts.marks);
+    const SeriesPlan plan = PlanSeries(frames.measures, left);
     const MoversResult result = parts.find({frames.paths, frames.measures, plan});
     PrintColumnNames(csv, {"track", "file", "x", "y", "flux", "speed", "angle", "error"});
     int number = 0;
@@ -53,7 +54,7 @@ int RunMovers(std::span<const std::string> words, const MoversParts& parts) {
     for (std::size_t i = 0; i < frames.paths.size(); ++i) {
         if (result.faults[i].empty()) continue;
         PrintFault(csv, frames.paths[i], result.faults[i]);
-        if (result.faults[i] != kMarkedRejected) exitStatus = kExitFailedFile;
+        if (result.faults[i] != left[i]) exitStatus = kExitFailedFile;
     }
     if (result.fault.empty()) return exitStatus;
     std::fflush(stdout);

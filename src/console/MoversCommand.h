@@ -27,7 +27,7 @@ struct MoversParts {
 };
 
 // A row for each frame of each track, then one for each file that took no part. Frames marked as
-// rejected are left out, which is no fault.
+// rejected, sums that stand in a folder and files named twice are left out, which is no fault.
 int RunMovers(std::span<const std::string> words, const MoversParts& parts);
 
 } // namespace tarn

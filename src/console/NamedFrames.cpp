@@ -16,8 +16,7 @@ constexpr char kTypes[] =
 
 } // namespace
 
-std::vector<NamedFrame> FramesOf(const std::vector<std::string>& operands,
-                                 const std::string& without) {
+std::vector<NamedFrame> FramesOf(const std::vector<std::string>& operands) {
     std::vector<NamedFrame> frames;
     for (const std::string& operand : operands) {
         std::error_code code;
@@ -30,11 +29,7 @@ std::vector<NamedFrame> FramesOf(const std::vector<std::string>& operands,
             frames.push_back({operand, "is not a folder that can be read"});
             continue;
         }
-        for (const std::string& name : *names) {
-            const std::string path = JoinPath(operand, name);
-            if (without.empty() || !std::filesystem::equivalent(path, without, code))
-                frames.push_back({path, {}});
-        }
+        for (const std::string& name : *names) frames.push_back({JoinPath(operand, name), {}});
     }
     return frames;
 }

@@ -2,12 +2,11 @@
 
 #include "common/numbers.h"
 #include "console/Arguments.h"
-#include "console/RejectedFrames.h"
+#include "console/LeftOut.h"
+#include "console/StackTarget.h"
 #include "console/TableRow.h"
 
-#include <algorithm>
 #include <cstdio>
-#include <filesystem>
 
 namespace tarn {
 
@@ -18,7 +17,6 @@ constexpr UsageLine kLines[] = {{kOptions, "FOLDER|FILE..."}};
 
 constexpr double kLeastSigmas = 1;
 constexpr double kMostSigmas = 100;
-constexpr int kDecimals = 4; // of weights
 
 bool ReadSigmas(const Arguments& arguments, double& sigmas, std::string& fault) {
     if (!arguments.Has("--reject")) return true;
@@ -31,20 +29,20 @@ bool ReadSigmas(const Arguments& arguments, double& sigmas, std::string& fault) 
     return false;
 }
 
-// A sum over one of its own frames would throw that away.
-bool IsAmong(const std::string& target, const std::vector<std::string>& files) {
-    return std::any_of(files.begin(), files.end(), [&](const std::string& file) {
-        std::error_code code;
-        return std::filesystem::equivalent(file, target, code);
-    });
-}
-
 void PrintRow(bool csv, const std::string& path, const StackedFrame& frame) {
     TableRow row(csv);
     row.Add(path).Add(frame.used ? 1 : 0);
-    row.Add(frame.used ? frame.weight : kNotMeasured, kDecimals);
+    row.AddValue(frame.used ? frame.weight : kNotMeasured);
     row.Add(frame.used ? std::to_string(frame.rejected) : std::string());
     row.Add(frame.fault).Print();
+}
+
+// Where there is no sum none of them is in it.
+void TellFaultOfAll(StackResult& result) {
+    for (StackedFrame& frame : result.frames) {
+        frame.used = false;
+        if (frame.fault.empty()) frame.fault = "no sum: " + result.fault;
+    }
 }
 
 } // namespace
@@ -58,22 +56,26 @@ int RunStack(std::span<const std::string> words, const Stackers& stackers) {
     if (!arguments || !ReadSigmas(*arguments, sigmas, fault))
         return ComplainOfUsage(fault, kStackUsage);
     if (arguments->Operands().empty()) return ComplainOfUsage("no file given", kStackUsage);
+    std::vector<NamedFrame> named = FramesOf(arguments->Operands());
     const std::string target = arguments->ValueOf("--to");
-    if (!target.empty() && IsAmong(target, arguments->Operands())) {
-        ComplainOfFile(target, "is itself one of the frames, or their folder");
+    if (!target.empty()) fault = CheckTarget(target, named);
+    if (!fault.empty()) {
+        ComplainOfFile(target, fault);
         return kExitFailedFile;
     }
     const bool csv = arguments->Has("--csv");
-    const MeasuredFrames frames = MeasureOperands(arguments->Operands(), stackers.measure, target);
-    const SeriesPlan plan =
-        PlanSeries(frames.measures, RejectedFrames(frames.paths, stackers.marks));
-    const StackResult result = stackers.sum({frames.paths, plan, sigmas, target});
+    const MeasuredFrames frames = Measure(named, stackers.measure);
+    const std::vector<std::string> left =
+        LeftOut(frames.paths, arguments->Operands(), stackers.marks);
+    const SeriesPlan plan = PlanSeries(frames.measures, left);
+    StackResult result = stackers.sum({frames.paths, plan, sigmas, target});
+    if (!result.fault.empty()) TellFaultOfAll(result);
     PrintColumnNames(csv, {"file", "used", "weight", "rejected_pixels", "error"});
     int exitStatus = kExitSuccess;
     for (std::size_t i = 0; i < frames.paths.size(); ++i) {
         PrintRow(csv, frames.paths[i], result.frames[i]);
         const std::string& told = result.frames[i].fault;
-        if (!told.empty() && told != kMarkedRejected) exitStatus = kExitFailedFile;
+        if (!told.empty() && told != left[i]) exitStatus = kExitFailedFile;
     }
     if (result.fault.empty()) return exitStatus;
     std::fflush(stdout);

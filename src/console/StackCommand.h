@@ -24,9 +24,10 @@ struct Stackers {
     SumMaker sum;
 };
 
-// A row for each file, folders by name. Frames that are marked as rejected are left out, which is
-// no fault; those of another field or size, or that cannot be read, are told and the rest goes on.
-// What stands at the target goes to the wastebasket.
+// A row for each file, folders by name. Frames that are marked as rejected, sums that stand in a
+// folder and files named twice are left out, which is no fault; those of another field or size, or
+// that cannot be read, are told and the rest goes on. What stands at the target goes to the
+// wastebasket.
 int RunStack(std::span<const std::string> words, const Stackers& stackers);
 
 } // namespace tarn

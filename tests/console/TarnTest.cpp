@@ -710,6 +710,8 @@ TEST(Tarn, SumsFramesAndFindsWhatMoves) {
     EXPECT_EQ(header.find("BSCALE"), std::string::npos);
     EXPECT_NE(header.find("NCOMBINE=                    6 "), std::string::npos) << header;
     EXPECT_NE(header.find("HISTORY f3.fits, weight 0.1"), std::string::npos) << header;
+    EXPECT_NE(header.find("DATE-END= '2024-11-05T20:25:00'"), std::string::npos) << header;
+    EXPECT_NE(header.find("DATE-AVG= '2024-11-05T20:1"), std::string::npos) << header;
 
     // Over itself it leaves itself out, and what stood there comes back.
     const std::string first = ReadFile(target);
@@ -719,7 +721,21 @@ TEST(Tarn, SumsFramesAndFindsWhatMoves) {
     EXPECT_EQ(ReadFile(target), first);
     EXPECT_EQ(Tarn("undo").status, 0);
     EXPECT_FALSE(std::filesystem::exists(target));
-    EXPECT_EQ(Tarn("stack --to " + paths[0] + " " + paths[0] + " " + paths[1]).status, 1);
+    const std::string light = ReadFile(paths[0]);
+    for (const std::string& taken :
+         {paths[0], night.Path() + "/F0.FITS", night.Path() + "/none/sum.fits"})
+        EXPECT_EQ(Tarn("stack --to " + taken + " " + night.Path()).status, 1) << taken;
+    EXPECT_EQ(ReadFile(paths[0]), light);
+
+    // A file named twice counts once; a sum that stands in the folder is no frame.
+    const std::string older = night.Path() + "/older.fits";
+    const std::string three = paths[0] + " " + paths[1] + " " + paths[2];
+    const Outcome twice = Tarn("stack --csv --to " + older + " " + three + " " + paths[0]);
+    EXPECT_EQ(twice.status, 0) << twice.out;
+    EXPECT_TRUE(Has(twice, "\n" + paths[0] + ",0,,,the same file as " + paths[0] + "\n"))
+        << twice.out;
+    EXPECT_TRUE(Has(Tarn("stack --csv " + night.Path()), older + ",0,,,itself a sum of frames\n"));
+    std::filesystem::remove(older);
 
     const Outcome movers = Tarn("movers --csv " + night.Path());
     EXPECT_EQ(movers.status, 1);

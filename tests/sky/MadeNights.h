@@ -92,7 +92,7 @@ public:
         }
     }
 
-    MoversResult Find() const {
+    MoversResult Find(double cell = 1) const {
         const std::vector<FrameMeasures> measures = m_series.Measures();
         const SeriesPlan plan = PlanSeries(measures);
         std::vector<MoversFrame> frames;
@@ -102,6 +102,7 @@ public:
                  m_like.told ? 60 * m_like.minutes * std::max(0.5, m_like.exposed) : 0});
         MoversOrder order;
         order.scratch = "/tmp";
+        order.cell = cell;
         return FindMovers(frames, *plan.reference, m_series.Reader(), order);
     }
 

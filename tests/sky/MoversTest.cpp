@@ -2,6 +2,7 @@
 #include "MadeNights.h"
 
 #include "sky/movers/MedianRows.h"
+#include "sky/movers/TrackFit.h"
 
 #include <gtest/gtest.h>
 
@@ -85,6 +86,103 @@ TEST(Movers, FramesThatCannotBeReadAreToldAndLeftOut) {
     std::atomic<bool> cancelled = true;
     order.watch.cancelled = &cancelled;
     EXPECT_TRUE(FindMovers(frames, 0, read, order).cancelled);
+}
+
+// What moves is told in pixels, of which a sample may be a cell.
+TEST(Movers, SlowOnesOfAMosaicAreFound) {
+    const TrueMover slow{300, 200, 6, 30, 25};
+    const MadeNight night({.seed = 12, .frames = 16, .minutes = 12}, {slow});
+    EXPECT_EQ(night.Found(night.Find(), slow), nullptr);
+    const MoversResult found = night.Find(2);
+    EXPECT_EQ(found.movers.size(), 1U);
+    EXPECT_NE(night.Found(found, slow), nullptr);
+}
+
+// Two files of one exposure tell of one moment, and no exposure fills the memory.
+TEST(Movers, MomentsCountAndExposuresHaveALimit) {
+    const MadeNight night({.seed = 9, .frames = 6, .minutes = 10}, {{300, 200, 60, 30, 25}});
+    std::vector<MoversFrame> frames;
+    for (std::size_t i = 0; i < 6; ++i)
+        frames.push_back({{i, Inverse(night.Series().Frame(i).fromField), 1},
+                          600.0 * double(i / 3),
+                          3,
+                          i == 0   ? 1e30
+                          : i == 1 ? INFINITY
+                                   : 0});
+    MoversOrder order;
+    order.scratch = ::testing::TempDir();
+    const FrameReader read = night.Series().Reader();
+    EXPECT_EQ(FindMovers(frames, 0, read, order).faults,
+              std::vector<std::string>(6, "fewer than three frames of its night"));
+    for (std::size_t i = 0; i < 6; ++i) frames[i].seconds = 600.0 * double(i);
+    const MoversResult result = FindMovers(frames, 0, read, order);
+    EXPECT_EQ(result.fault, "");
+    EXPECT_EQ(result.movers.size(), 1U);
+    EXPECT_EQ(CountMoments({3, 1, 1, 2, 3}), 3U);
+}
+
+namespace {
+
+// A night of one fast mover, laid over its field.
+struct LaidNight {
+    TrueMover fast{320, 240, 200, 20, 25};
+    MadeNight night{{.seed = 13, .frames = 32, .minutes = 5}, {fast}};
+    WarpedSeries series{::testing::TempDir(), night.Series().Reader()};
+    std::vector<SeriesFrame> frames{};
+    std::vector<DifferenceFrame> times{};
+
+    LaidNight() {
+        EXPECT_EQ(series.SetReference(0), "");
+        for (std::size_t i = 0; i < 32; ++i) {
+            frames.push_back({i, Inverse(night.Series().Frame(i).fromField), 1});
+            times.push_back({double(i) / 12, 1.3, 0});
+        }
+        std::vector<std::string> faults;
+        EXPECT_TRUE(series.Make(frames, {}, faults));
+    }
+    std::pair<double, double> PlaceAt(std::size_t frame) const {
+        const auto [x, y] = night.PlaceIn(fast, frame);
+        return frames[frame].map(x, y);
+    }
+};
+
+} // namespace
+
+TEST(Movers, LongWaysAreMeasuredInParts) {
+    const LaidNight laid;
+    const auto [x, y] = laid.PlaceAt(0);
+    const double angle = laid.fast.angle * std::numbers::pi / 180;
+    const Track track{x + 0.5, y - 0.4, 200 * std::cos(angle), 200 * std::sin(angle), {}};
+    std::string fault;
+    const auto whole = MeasureTrack(laid.series, laid.times, track, fault);
+    const auto parts = MeasureTrack(laid.series, laid.times, track, fault, 60'000);
+    ASSERT_EQ(fault, "");
+    ASSERT_TRUE(whole);
+    ASSERT_TRUE(parts);
+    EXPECT_NEAR(parts->track.speedX, whole->track.speedX, 0.2);
+    EXPECT_NEAR(parts->track.x, whole->track.x, 0.1);
+    EXPECT_NEAR(parts->signal, whole->signal, 0.1 * whole->signal);
+    EXPECT_FALSE(MeasureTrack(laid.series, laid.times, track, fault, 1000));
+    EXPECT_NE(fault, "");
+}
+
+// Where rows of all frames are too much, tiles are looked through, each source in one of them.
+TEST(Movers, ManyFramesAreLookedThroughInTiles) {
+    const LaidNight laid;
+    std::vector<std::vector<NewSource>> sources;
+    ASSERT_EQ(FindNewSources(laid.series, laid.times, {}, {}, sources, 1), "");
+    std::vector<std::size_t> missed;
+    for (std::size_t frame = 0; frame < sources.size(); ++frame) {
+        const auto [x, y] = laid.PlaceAt(frame);
+        if (x < 5 || y < 5 || x > kNightWidth - 6 || y > kNightHeight - 6) continue;
+        const auto near = std::count_if(sources[frame].begin(), sources[frame].end(),
+                                        [x = x, y = y](const NewSource& source) {
+                                            return std::hypot(source.x - x, source.y - y) < 1.5;
+                                        });
+        EXPECT_LE(near, 1) << frame;
+        if (near == 0) missed.push_back(frame);
+    }
+    EXPECT_LE(missed.size(), 3U); // before a star
 }
 
 TEST(MedianRows, IsTheMiddleOfWhatIsThere) {

@@ -4,6 +4,8 @@
 #include "PictureFiles.h"
 #include "clips/SerWriter.h"
 
+#include "imaging/fits/KeptCards.h"
+#include "sky/planes/FramesOfFiles.h"
 #include "sky/planes/MeasurePicture.h"
 #include "sky/planes/PictureValues.h"
 #include "support/TestFolder.h"
@@ -127,6 +129,37 @@ TEST(Planes, ClipsGiveTheirFirstFrame) {
     const std::vector<std::uint16_t> words = sky.Words();
     clip.frames = {{words.begin(), words.end()}, std::vector<int>(words.size(), 7)};
     ExpectTheNight(MeasurePicture(folder.Write("a.ser", SerBytes(clip))), 0.02);
+    clip.color = 10; // a mosaic, green first, blue beside it
+    std::string error;
+    const auto frame = ReadFrameColours(folder.Write("b.ser", SerBytes(clip)), error);
+    ASSERT_TRUE(frame) << error;
+    EXPECT_TRUE(frame->mosaic);
+    EXPECT_EQ(frame->width, kWidth);
+    EXPECT_EQ(frame->height, kHeight);
+    EXPECT_EQ(frame->colours, (std::array<int, 4>{1, 2, 0, 1}));
+    EXPECT_EQ(frame->At(0, 31, 17), float(words[17 * kWidth + 31]));
+}
+
+// A picture behind others has the words of its own header and what the first one has besides.
+TEST(Planes, CardsAreThoseOfThePicture) {
+    const TestFolder folder;
+    const auto dark = [](std::size_t) { return 0.0; };
+    const std::string path = folder.Write(
+        "parts.fits",
+        FitsBytes(16, {}, dark, {{"OBJECT", "'M 31'"}, {"EXPTIME", "5.0"}}) +
+            FitsExtension(16, {30, 20, 2}, dark, {{"FILTER", "'R'"}}) +
+            FitsExtension(16, {30, 20}, dark, {{"EXPTIME", "7.0"}, {"FILTER", "'B'"}}));
+    const auto words = [&](int image) {
+        std::vector<std::string> begins;
+        for (const std::string& card : CardsOfFrame(path, image))
+            begins.push_back(card.substr(0, card.find_last_not_of(' ') + 1));
+        std::sort(begins.begin(), begins.end());
+        return begins;
+    };
+    EXPECT_EQ(words(1), (std::vector<std::string>{"EXPTIME =                  5.0", "FILTER  = 'R'",
+                                                  "OBJECT  = 'M 31'"}));
+    EXPECT_EQ(words(2), (std::vector<std::string>{"EXPTIME =                  7.0", "FILTER  = 'B'",
+                                                  "OBJECT  = 'M 31'"}));
 }
 
 TEST(Planes, WhatIsNoLightFrameHasNoStars) {

@@ -6,6 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+
+#include <sys/resource.h>
+
 using namespace tarn;
 using namespace tarn::testing;
 
@@ -277,6 +281,118 @@ TEST(Stack, WhatDoesNotFitIsToldAndTheRestGoesOn) {
     EXPECT_NE(StackSeries(PlanSeries({}), series.Reader(), Order(), kept).fault, "");
 }
 
+// A sum with rows of nothing in it is none.
+TEST(Stack, WhatBreaksOnTheWayLeavesNoSum) {
+    MadeSeries series(kWidth, kHeight, 3);
+    for (unsigned i = 0; i < 4; ++i)
+        series.Add({.fromField = TurnedMap(kWidth, kHeight, 0, 2.0 * i, 0)}, 510 + i);
+    const SeriesPlan plan = PlanSeries(series.Measures());
+    struct Narrow : KeptSum {
+        bool Write(int colour, int row, int rows, const float* from) override {
+            if (row > 0) throw std::bad_alloc();
+            return KeptSum::Write(colour, row, rows, from);
+        }
+    } narrow;
+    EXPECT_EQ(StackSeries(plan, series.Reader(), Order(), narrow).fault, "Not enough memory");
+
+    KeptSum kept;
+    rlimit old{};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &old), 0);
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit full{kWidth * kHeight * sizeof(std::int16_t) * 2, old.rlim_max};
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &full), 0);
+    const StackResult result = StackSeries(plan, series.Reader(), Order(), kept);
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &old), 0);
+    EXPECT_NE(result.fault, "");
+    EXPECT_FALSE(result.cancelled);
+    for (const StackedFrame& frame : result.frames) EXPECT_EQ(frame.fault, "");
+}
+
+TEST(Stack, AFrameThatHasBecomeAnotherIsLeftOut) {
+    MadeSeries series(kWidth, kHeight, 3);
+    for (unsigned i = 0; i < 3; ++i)
+        series.Add({.fromField = TurnedMap(kWidth, kHeight, 0, 2.0 * i, 0)}, 520 + i);
+    const SeriesPlan plan = PlanSeries(series.Measures());
+    ASSERT_TRUE(plan.reference);
+    const std::size_t other = (*plan.reference + 1) % 3;
+    const auto read = [&](std::size_t number, std::string&) {
+        FrameSamples samples = series.Samples(number);
+        if (number == other) samples.height -= 100;
+        return std::optional(samples);
+    };
+    KeptSum kept;
+    const StackResult result = StackSeries(plan, read, Order(), kept);
+    EXPECT_EQ(result.fault, "");
+    EXPECT_EQ(result.frames[other].fault, "another size: 400 x 200");
+}
+
+TEST(Stack, TheReferenceIsOneThatMostFramesFit) {
+    MadeSeries elsewhere(kWidth, kHeight, 77);
+    elsewhere.Add({.fromField = TurnedMap(kWidth, kHeight, 0, 0, 0), .fwhm = 2.2}, 1);
+    MadeSeries large(kWidth + 40, kHeight, 3);
+    large.Add({.fromField = TurnedMap(kWidth, kHeight, 0, 0, 0), .fwhm = 2.2}, 2);
+    MadeSeries series(kWidth, kHeight, 3);
+    for (unsigned i = 0; i < 4; ++i)
+        series.Add({.fromField = TurnedMap(kWidth, kHeight, 0, 2.0 * i, 0)}, 530 + i);
+    std::vector<FrameMeasures> measures = series.Measures();
+    measures.push_back(elsewhere.Measures().front());
+    measures.push_back(large.Measures().front());
+    const SeriesPlan plan = PlanSeries(measures);
+    std::vector<std::size_t> used;
+    for (const SeriesFrame& frame : plan.frames) used.push_back(frame.number);
+    EXPECT_EQ(used, (std::vector<std::size_t>{0, 1, 2, 3}));
+    EXPECT_NE(plan.faults[4], "");
+    EXPECT_EQ(plan.faults[5], "another size: 440 x 300");
+}
+
+// Where all of the sky lies within a step or two, it still has noise.
+TEST(Stack, CoarseValuesHaveTheNoiseOfTheirSteps) {
+    constexpr float kStep = 64;
+    const auto round = [](MadeSky& sky) {
+        for (int y = 0; y < kHeight; ++y)
+            for (int x = 0; x < kWidth; ++x)
+                sky.At(x, y) = std::round(sky.At(x, y) / kStep) * kStep;
+    };
+    MadeSeries series(kWidth, kHeight, 3);
+    for (unsigned i = 0; i < 8; ++i)
+        series.Add({.fromField = TurnedMap(kWidth, kHeight, 0, 1.3 * i, 0),
+                    .sky = 100 + 4.0 * i,
+                    .readNoise = 2},
+                   540 + i, {}, round);
+    const Sum sum = SumOf(series);
+    for (const StackedFrame& frame : sum.result.frames) {
+        EXPECT_GT(frame.weight, 0.03); // of one between two steps
+        EXPECT_LT(frame.weight, 0.25);
+        EXPECT_LT(double(frame.rejected), 0.02 * kWidth * kHeight);
+    }
+}
+
+TEST(Stack, APixelIsCountedOnceForAllItsColours) {
+    const auto hit = [](MadeSky& sky) {
+        for (int i = 0; i < 50; ++i) sky.At(80 + 4 * i, 150) += 20000;
+    };
+    MadeSeries series(kWidth, kHeight, 5);
+    for (unsigned i = 0; i < 6; ++i)
+        series.Add({.fromField = TurnedMap(kWidth, kHeight, 0, 1.5 * i, 0)}, 560 + i, {},
+                   i == 2 ? std::function(hit) : std::function<void(MadeSky&)>());
+    const Sum grey = SumOf(series);
+    const auto read = [&](std::size_t number, std::string&) {
+        FrameSamples samples = series.Samples(number);
+        auto colours = std::make_shared<std::vector<float>>();
+        for (int colour = 0; colour < 3; ++colour)
+            colours->insert(colours->end(), samples.floats, samples.floats + kWidth * kHeight);
+        samples.planes = 3;
+        samples.floats = colours->data();
+        samples.kept = colours;
+        return std::optional(samples);
+    };
+    KeptSum kept;
+    const StackResult colour = StackSeries(grey.plan, read, Order(), kept);
+    EXPECT_GT(colour.frames[2].rejected, 50U);
+    for (std::size_t i = 0; i < 6; ++i)
+        EXPECT_EQ(colour.frames[i].rejected, grey.result.frames[i].rejected) << i;
+}
+
 // Colours of a mosaic come apart, each from its own samples.
 TEST(Stack, MosaicsGiveThreeColours) {
     constexpr std::array<double, 3> kLevels{500, 1000, 300};
@@ -333,6 +449,30 @@ TEST(Stack, MosaicsGiveThreeColours) {
             kLevels[0] / 1000 * star.peak * 9 * std::numbers::pi / (4 * std::numbers::ln2);
         EXPECT_NEAR(FluxAt(kept, x, y), flux, 0.06 * flux);
     }
+}
+
+TEST(Warp, APixelWithoutDataTakesLittleWithIt) {
+    std::vector<float> values(40 * 30, 100);
+    values[15 * 40 + 20] = NAN;
+    FrameSamples samples;
+    samples.width = 40;
+    samples.height = 30;
+    samples.floats = values.data();
+    for (const WarpKernel kernel : {WarpKernel::Lanczos, WarpKernel::Bilinear})
+        for (const double shift : {0.0, 0.3}) {
+            std::vector<float> warped(values.size());
+            Warp(samples, {1, 0, shift, 0, 1, shift}, kernel).Take({0, 0, 40, 30}, warped.data());
+            std::vector<std::size_t> none;
+            for (int y = 5; y < 25; ++y)
+                for (int x = 5; x < 35; ++x) {
+                    const auto at = std::size_t(y * 40 + x);
+                    if (std::isnan(warped[at]))
+                        none.push_back(at);
+                    else
+                        EXPECT_NEAR(warped[at], 100, 1e-3);
+                }
+            EXPECT_EQ(none, std::vector<std::size_t>{15 * 40 + 20}) << shift;
+        }
 }
 
 TEST(Warp, KeepsPlacesAndLightThroughATurn) {

@@ -1,31 +1,14 @@
 #include "console/decoders/Moving.h"
 
-#include "common/numbers.h"
-#include "facts/CaptureTime.h"
-#include "imaging/fits/SkyFile.h"
+#include "sky/headers/FrameHeader.h"
 #include "sky/night/MeasuresFile.h"
 #include "sky/planes/FramesOfFiles.h"
 
-#include <algorithm>
+#include <cmath>
 
 namespace tarn {
 
 namespace {
-
-struct Exposed {
-    std::optional<double> middle; // seconds since 1970
-    double seconds = 0;           // its length; 0 where nothing tells it
-};
-
-// By the header, else by the camera's clock.
-Exposed ExposedOf(const std::string& path, CaptureTimes& times) {
-    std::string error;
-    if (const auto header = ReadSkyHeader(path, error))
-        return {MiddleOfExposure(header->date, header->exposure),
-                std::max(0.0, ParseNumber(header->exposure).value_or(0))};
-    const auto taken = times.Of(path);
-    return {taken ? std::optional(double(*taken)) : std::nullopt};
-}
 
 // From samples, which are cells of a mosaic, to pixels.
 void InPixels(MoversResult& result, int cell) {
@@ -51,18 +34,17 @@ MoversResult FindInFiles(const MoversQuest& quest) {
     const auto reference = ReadFramePlane(quest.paths[*quest.plan.reference], told.fault);
     if (!reference) return told;
     const int cell = reference->cell;
-    CaptureTimes times;
     std::vector<MoversFrame> frames;
     for (const SeriesFrame& frame : quest.plan.frames) {
-        const Exposed exposed = ExposedOf(quest.paths[frame.number], times);
-        if (!exposed.middle) {
+        const ExposureTime exposed = ReadFrameHeader(quest.paths[frame.number], {}).where.time;
+        if (!exposed.middle || !std::isfinite(*exposed.middle)) {
             told.faults[frame.number] = "no time of exposure";
             continue;
         }
         SeriesFrame samples = frame;
         samples.map = InCells(frame.map, cell);
-        frames.push_back(
-            {samples, *exposed.middle, quest.measures[frame.number].fwhm / cell, exposed.seconds});
+        frames.push_back({samples, *exposed.middle, quest.measures[frame.number].fwhm / cell,
+                          exposed.exposure.value_or(0)});
     }
     const auto read = [&](std::size_t number, std::string& error) -> std::optional<FrameSamples> {
         auto plane = ReadFramePlane(quest.paths[number], error);
@@ -73,6 +55,7 @@ MoversResult FindInFiles(const MoversQuest& quest) {
     };
     MoversOrder order;
     order.scratch = CacheFolder();
+    order.cell = cell;
     MoversResult found = FindMovers(frames, *quest.plan.reference, read, order);
     for (std::size_t i = 0; i < frames.size(); ++i)
         if (!found.faults[i].empty()) told.faults[frames[i].frame.number] = found.faults[i];

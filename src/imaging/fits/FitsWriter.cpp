@@ -1,7 +1,5 @@
 #include "imaging/fits/FitsWriter.h"
 
-#include "platform/OpenRegular.h"
-
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -20,7 +18,6 @@ namespace {
 
 constexpr std::size_t kCard = 80;
 constexpr long long kBlock = 2880;
-constexpr int kMostCards = 4000; // of another header
 constexpr std::size_t kTextWidth = 67;
 constexpr std::size_t kHistoryWidth = 72;
 constexpr std::size_t kOwnCards = 7; // of every file, and the one that ends the header
@@ -45,36 +42,6 @@ std::string Right(std::string value) {
 
 std::string Remark(std::string_view comment) {
     return comment.empty() ? std::string() : " / " + Plain(comment);
-}
-
-// What a sum has of its reference.
-constexpr std::string_view kWords[] = {
-    "OBJECT",   "OBJNAME",  "RA",       "DEC",      "OBJCTRA",  "OBJCTDEC", "OBJCTALT", "OBJCTAZ",
-    "EQUINOX",  "RADESYS",  "RADECSYS", "EPOCH",    "WCSAXES",  "LONPOLE",  "LATPOLE",  "SCALE",
-    "PIXSCALE", "SECPIX",   "SITELAT",  "SITELONG", "SITEELEV", "LAT-OBS",  "LONG-OBS", "ALT-OBS",
-    "OBSERVER", "TELESCOP", "INSTRUME", "CAMERA",   "FILTER",   "FILTER1",  "FOCALLEN", "APTDIA",
-    "APERTURE", "XPIXSZ",   "YPIXSZ",   "PIXSIZE1", "PIXSIZE2", "XBINNING", "YBINNING", "GAIN",
-    "ISOSPEED", "OFFSET",   "CCD-TEMP", "SET-TEMP", "AIRMASS",  "ROWORDER", "TIMESYS",  "PIERSIDE",
-    "ROTATANG", "OBJCTROT", "IMAGETYP", "FRAME",    "EXPTIME",  "EXPOSURE"};
-
-// With numbers behind them, or the order of a polynomial.
-constexpr std::string_view kNumbered[] = {"CTYPE", "CRVAL", "CRPIX", "CUNIT",  "CDELT",
-                                          "CROTA", "CD",    "PC",    "PV",     "A_",
-                                          "B_",    "AP_",   "BP_",   "OBSGEO-"};
-
-bool IsNumber(std::string_view rest) {
-    return !rest.empty() && (rest.find_first_not_of("0123456789_") == std::string_view::npos ||
-                             rest == "ORDER" || rest == "X" || rest == "Y" || rest == "Z");
-}
-
-bool IsKept(std::string_view card) {
-    if (card.substr(8, 2) != "= ") return false;
-    std::string_view name = card.substr(0, 8);
-    name = name.substr(0, name.find(' '));
-    return std::find(std::begin(kWords), std::end(kWords), name) != std::end(kWords) ||
-           std::any_of(std::begin(kNumbered), std::end(kNumbered), [&](std::string_view start) {
-               return name.starts_with(start) && IsNumber(name.substr(start.size()));
-           });
 }
 
 } // namespace
@@ -118,20 +85,6 @@ void FitsCards::AddWhole(std::string_view card) {
     Put(Plain(card));
 }
 
-std::vector<std::string> CardsOfFrame(const std::string& path) {
-    std::vector<std::string> cards;
-    std::string error;
-    const FileHandle file = OpenRegular(path, error);
-    std::array<char, kCard> bytes{};
-    for (int i = 0; file && i < kMostCards; ++i) {
-        if (std::fread(bytes.data(), 1, kCard, file.get()) != kCard) break;
-        const std::string_view card(bytes.data(), kCard);
-        if ((i == 0 && !card.starts_with("SIMPLE  =")) || card.starts_with("END     ")) break;
-        if (IsKept(card)) cards.push_back(Plain(card));
-    }
-    return cards;
-}
-
 FitsWriter::~FitsWriter() {
     if (m_file >= 0) ::close(m_file);
 }
@@ -145,13 +98,25 @@ bool FitsWriter::Fail() {
 
 bool FitsWriter::Create(const std::string& path, int width, int height, int planes,
                         std::size_t cards) {
-    m_file = ::open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666);
+    return CreateIn(::open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666), width,
+                    height, planes, cards);
+}
+
+bool FitsWriter::CreateIn(int file, int width, int height, int planes, std::size_t cards) {
+    m_file = file;
     if (m_file < 0) return Fail();
     m_width = width;
     m_height = height;
     m_planes = planes;
     m_begin = static_cast<long long>((cards + kOwnCards) * kCard + kBlock - 1) / kBlock * kBlock;
+    // Where the file system can reserve it.
+    if (::fallocate(m_file, 0, 0, WholeBytes()) != 0 && errno == ENOSPC) return Fail();
     return true;
+}
+
+long long FitsWriter::WholeBytes() const {
+    const long long end = m_begin + 4LL * m_width * m_height * m_planes;
+    return (end + kBlock - 1) / kBlock * kBlock;
 }
 
 bool FitsWriter::PutHeader(const FitsCards& cards) {
@@ -191,13 +156,18 @@ bool FitsWriter::WriteRows(int plane, int row, int rows, const float* values) {
         bytes[i] = std::endian::native == std::endian::little ? __builtin_bswap32(bits) : bits;
     }
     const long long at = (1LL * plane * m_height + row) * m_width;
-    return Put(m_begin + at * 4, bytes.data(), count * 4);
+    if (!Put(m_begin + at * 4, bytes.data(), count * 4)) return false;
+    m_rows += rows;
+    return true;
 }
 
 bool FitsWriter::Close(const FitsCards& cards) {
     const long long end = m_begin + 4LL * m_width * m_height * m_planes;
-    const long long whole = (end + kBlock - 1) / kBlock * kBlock;
-    const std::string rest(std::size_t(whole - end), '\0');
+    const std::string rest(std::size_t(WholeBytes() - end), '\0');
+    if (m_rows != 1LL * m_height * m_planes) {
+        m_error = "rows of the picture are missing";
+        return false;
+    }
     const bool written = Put(end, rest.data(), rest.size()) && PutHeader(cards);
     const bool closed = ::close(m_file) == 0;
     m_file = -1;

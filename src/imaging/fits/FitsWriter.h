@@ -1,6 +1,7 @@
 // A FITS picture of 32-bit floats written row by row.
 #pragma once
 
+#include <atomic>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -26,12 +27,6 @@ private:
     std::vector<std::string> m_cards;
 };
 
-// Those lines of a FITS file's first header that say what was seen, from where, when and by what:
-// object, place in the sky and on the plate, site, exposure, instrument. Not the date, nor what its
-// samples are stored like, nor what a program wrote into it at length. Empty of another kind of
-// file, or one that is packed.
-std::vector<std::string> CardsOfFrame(const std::string& path);
-
 class FitsWriter {
 public:
     FitsWriter() = default;
@@ -39,14 +34,17 @@ public:
     FitsWriter(const FitsWriter&) = delete;
     FitsWriter& operator=(const FitsWriter&) = delete;
 
-    // A new file with room for so many lines of its header; refused where something stands. False,
-    // as below, with `Error`.
+    // A new file with room for so many lines of its header; refused where something stands, or
+    // where the disk has no room for all of it. False, as below, with `Error`.
     bool Create(const std::string& path, int width, int height, int planes, std::size_t cards);
+    // Into a file that is open and empty, which is closed with this.
+    bool CreateIn(int file, int width, int height, int planes, std::size_t cards);
 
     // Rows of a plane, in the order of the file; any thread.
     bool WriteRows(int plane, int row, int rows, const float* values);
 
-    // Its header, as many lines as there is room for; the file is whole after this.
+    // Its header, as many lines as there is room for; the file is whole after this. Refused where
+    // rows are missing.
     bool Close(const FitsCards& cards);
 
     const std::string& Error() const { return m_error; } // once all threads are done
@@ -54,14 +52,16 @@ public:
 private:
     bool PutHeader(const FitsCards& cards);
     bool Put(long long at, const void* bytes, std::size_t count);
+    long long WholeBytes() const;
     bool Fail();
 
     int m_file = -1;
     int m_width = 0;
     int m_height = 0;
     int m_planes = 1;
-    long long m_begin = 0; // of the samples
-    std::mutex m_mutex;    // of m_error
+    long long m_begin = 0;             // of the samples
+    std::atomic<long long> m_rows = 0; // that are written, of all planes
+    std::mutex m_mutex;                // of m_error
     std::string m_error;
 };
 

@@ -16,14 +16,14 @@ namespace tarn {
 
 namespace {
 
-constexpr std::size_t kMostOfMedian = 48;      // frames
-constexpr std::size_t kBandBytes = 24U << 20U; // of one thread's codes
-constexpr double kShortNight = 14;             // star sigmas that the slowest moves through it
-constexpr std::size_t kFewestOfEnds = 9;       // frames of a night that has ends
-constexpr float kLeastOfStar = 0.03F;          // of a star's light that a difference leaves
-constexpr float kBright = 8;                   // deviations from which that is looked at
-constexpr int kBlock = 64;                     // samples a side whose noise is one
-constexpr float kChain = 2.6F;                 // star widths between the links of a trail
+constexpr std::size_t kMostOfMedian = 48; // frames
+constexpr int kFewestRows = 64;           // or columns, beside their margins
+constexpr double kShortNight = 14;        // star sigmas that the slowest moves through it
+constexpr std::size_t kFewestOfEnds = 9;  // frames of a night that has ends
+constexpr float kLeastOfStar = 0.03F;     // of a star's light that a difference leaves
+constexpr float kBright = 8;              // deviations from which that is looked at
+constexpr int kBlock = 64;                // samples a side whose noise is one
+constexpr float kChain = 2.6F;            // star widths between the links of a trail
 constexpr double kWidthOfSigma = 2.3548;
 constexpr double kWorthTrails = 1.5;  // star widths that the fastest is drawn out to
 constexpr std::size_t kLongChain = 4; // links
@@ -55,7 +55,7 @@ std::vector<std::size_t> Spread(const std::vector<std::size_t>& frames) {
     return some;
 }
 
-Medians MediansOf(std::span<const DifferenceFrame> frames, double sigma) {
+Medians MediansOf(std::span<const DifferenceFrame> frames, double slowest, double sigma) {
     std::vector<std::size_t> order(frames.size());
     std::iota(order.begin(), order.end(), 0U);
     std::stable_sort(order.begin(), order.end(), [&](std::size_t one, std::size_t other) {
@@ -64,7 +64,7 @@ Medians MediansOf(std::span<const DifferenceFrame> frames, double sigma) {
     const double first = frames[order.front()].hours;
     const double last = frames[order.back()].hours;
     Medians medians;
-    if (frames.size() < kFewestOfEnds || kSlowest * (last - first) > kShortNight * sigma) {
+    if (frames.size() < kFewestOfEnds || slowest * (last - first) > kShortNight * sigma) {
         medians.frames = {Spread(order)};
         medians.of.assign(frames.size(), 0);
         return medians;
@@ -89,15 +89,16 @@ struct Widths {
     double forMedian;
 };
 
-double LongestTrail(const DifferenceFrame& frame) {
-    return kFastest * frame.exposure;
+double LongestTrail(const DifferenceFrame& frame, const Pace& pace) {
+    return std::min(kLongestTrail, pace.fastest * frame.exposure);
 }
 
 class Search {
 public:
-    Search(const WarpedSeries& series, std::span<const DifferenceFrame> frames,
-           const SeriesWatch& watch, std::vector<std::vector<NewSource>>& sources)
-        : m_series(series), m_frames(frames), m_watch(watch), m_sources(sources) {
+    Search(const WarpedSeries& series, std::span<const DifferenceFrame> frames, const Pace& pace,
+           const SeriesWatch& watch, std::vector<std::vector<NewSource>>& sources,
+           std::size_t bytes)
+        : m_series(series), m_frames(frames), m_pace(pace), m_watch(watch), m_sources(sources) {
         std::vector<double> sigmas;
         double widest = 0;
         for (const DifferenceFrame& frame : frames) sigmas.push_back(frame.sigma);
@@ -106,34 +107,44 @@ public:
             m_widths.emplace_back(frame.sigma, m_sigma);
             widest = std::max({widest, m_widths.back().forFrame, m_widths.back().forMedian});
         }
-        m_medians = MediansOf(frames, m_sigma);
+        m_medians = MediansOf(frames, pace.slowest, m_sigma);
         double longest = 0;
         for (const DifferenceFrame& frame : frames)
-            longest = std::max(longest, LongestTrail(frame));
+            longest = std::max(longest, LongestTrail(frame, pace));
         m_margin = int(std::ceil(3.2 * widest + longest / 2)) + 4;
-        const auto rowBytes = std::size_t(series.Width()) * sizeof(std::int16_t) * frames.size();
-        m_rows = std::clamp(int(kBandBytes / std::max<std::size_t>(1, rowBytes)) - 2 * m_margin, 16,
-                            128);
+        const std::size_t sampleBytes = sizeof(std::int16_t) * frames.size();
+        const std::size_t rowBytes = std::size_t(series.Width()) * sampleBytes;
+        m_columns = series.Width();
+        m_rows = std::min(int(bytes / std::max<std::size_t>(1, rowBytes)) - 2 * m_margin, 128);
+        if (m_rows < kFewestRows) {
+            m_rows = kFewestRows;
+            const std::size_t columnBytes = std::size_t(m_rows + 2 * m_margin) * sampleBytes;
+            m_columns = std::min(series.Width(),
+                                 std::max(kFewestRows, int(bytes / columnBytes) - 2 * m_margin));
+        }
     }
 
-    bool Do() {
+    std::string Do() {
         m_sources.assign(m_frames.size(), {});
         std::atomic<int> next = 0;
         std::atomic<bool> errs = false;
         const auto work = [&] {
-            for (int row = next.fetch_add(m_rows); row < m_series.Height() && !errs;
-                 row = next.fetch_add(m_rows))
-                if (m_watch.IsCancelled() || !TakeBand(row)) errs = true;
+            const int across = (m_series.Width() + m_columns - 1) / m_columns;
+            const int all = across * ((m_series.Height() + m_rows - 1) / m_rows);
+            for (int i = next++; i < all && !errs; i = next++)
+                if (m_watch.IsCancelled() || !TakeBand(i / across * m_rows, i % across * m_columns))
+                    errs = true;
         };
-        {
-            std::vector<Worker> workers;
-            for (int i = 0; i < WarpedSeries::kThreads; ++i) workers.emplace_back(work);
-        }
-        return !errs;
+        std::string fault = OnWorkers(WarpedSeries::kThreads, work);
+        if (fault.empty() && errs)
+            fault = m_watch.IsCancelled() ? "cancelled" : "the disk is full or errs";
+        return fault;
     }
 
 private:
     struct Band {
+        int left = 0; // column of the grid, margin included
+        int width = 0;
         int first = 0; // row of the grid, margin included
         int rows = 0;
         int begin = 0; // rows of it that sources are looked for in
@@ -142,10 +153,11 @@ private:
         std::vector<std::vector<float>> medians;
     };
 
-    bool TakeBand(int row);
+    bool TakeBand(int row, int column);
+    bool ReadCodes(Band& band) const;
     void TakeMedians(Band& band) const;
     const std::int16_t* CodesOf(const Band& band, std::size_t frame) const {
-        return band.codes.data() + frame * std::size_t(band.rows) * std::size_t(m_series.Width());
+        return band.codes.data() + frame * std::size_t(band.rows) * std::size_t(band.width);
     }
     void Compare(const Band& band, std::size_t frame, std::vector<NewSource>& found) const;
     void FindPeaks(const Band& band, std::size_t frame, const Field& difference,
@@ -155,6 +167,7 @@ private:
 
     const WarpedSeries& m_series;
     std::span<const DifferenceFrame> m_frames;
+    const Pace& m_pace;
     const SeriesWatch& m_watch;
     std::vector<std::vector<NewSource>>& m_sources;
     double m_sigma = 1;
@@ -162,32 +175,51 @@ private:
     Medians m_medians;
     int m_margin = 0;
     int m_rows = 0;
+    int m_columns = 0;  // all of a row, unless that is too much of so many frames
     std::mutex m_mutex; // of m_sources
 };
 
-bool Search::TakeBand(int row) {
+bool Search::TakeBand(int row, int column) {
     Band band;
     band.begin = row;
     band.end = std::min(m_series.Height(), row + m_rows);
     band.first = std::max(0, band.begin - m_margin);
     band.rows = std::min(m_series.Height(), band.end + m_margin) - band.first;
-    const std::size_t samples = std::size_t(band.rows) * std::size_t(m_series.Width());
-    band.codes.resize(samples * m_frames.size());
-    for (std::size_t i = 0; i < m_frames.size(); ++i)
-        if (!m_series.Read(i, 0, band.first, band.rows, band.codes.data() + i * samples))
-            return false;
+    band.left = std::max(0, column - m_margin) / 2 * 2; // trails are looked for at every second
+    const int right = std::min(m_series.Width(), column + m_columns);
+    band.width = std::min(m_series.Width(), right + m_margin) - band.left;
+    if (!ReadCodes(band)) return false;
     TakeMedians(band);
     for (std::size_t i = 0; i < m_frames.size(); ++i) {
         std::vector<NewSource> found;
         Compare(band, i, found);
+        for (NewSource& source : found) source.x += band.left;
+        std::erase_if(found, [&](const NewSource& source) { // the next one's
+            return std::lround(source.x) < column || std::lround(source.x) >= right;
+        });
         const std::lock_guard lock(m_mutex);
         m_sources[i].insert(m_sources[i].end(), found.begin(), found.end());
     }
     return true;
 }
 
+bool Search::ReadCodes(Band& band) const {
+    band.codes.resize(std::size_t(band.rows) * std::size_t(band.width) * m_frames.size());
+    std::int16_t* to = band.codes.data();
+    for (std::size_t i = 0; i < m_frames.size(); ++i) {
+        if (band.width == m_series.Width()) {
+            if (!m_series.Read(i, 0, band.first, band.rows, to)) return false;
+            to += std::ptrdiff_t(band.rows) * band.width;
+            continue;
+        }
+        for (int y = 0; y < band.rows; ++y, to += band.width)
+            if (!m_series.ReadRun(i, 0, band.left, band.first + y, band.width, to)) return false;
+    }
+    return true;
+}
+
 void Search::TakeMedians(Band& band) const {
-    const std::size_t samples = std::size_t(band.rows) * std::size_t(m_series.Width());
+    const std::size_t samples = std::size_t(band.rows) * std::size_t(band.width);
     for (const std::vector<std::size_t>& frames : m_medians.frames) {
         std::vector<const std::int16_t*> rows;
         for (const std::size_t frame : frames) rows.push_back(CodesOf(band, frame));
@@ -209,8 +241,8 @@ float Search::LeftOfStars(Field& difference, Field& median, float noise) const {
 }
 
 void Search::Compare(const Band& band, std::size_t frame, std::vector<NewSource>& found) const {
-    Field difference(m_series.Width(), band.rows);
-    Field median(m_series.Width(), band.rows);
+    Field difference(band.width, band.rows);
+    Field median(band.width, band.rows);
     const std::int16_t* codes = CodesOf(band, frame);
     const std::vector<float>& middle = band.medians[m_medians.of[frame]];
     for (std::size_t i = 0; i < middle.size(); ++i) {
@@ -228,7 +260,7 @@ void Search::Compare(const Band& band, std::size_t frame, std::vector<NewSource>
     const float noise = float(kDeviationOfMad) * MedianInPlace(std::span(some));
     const float ofStar = LeftOfStars(difference, median, noise);
     FindPeaks(band, frame, difference, median, ofStar, found);
-    const double longest = LongestTrail(m_frames[frame]);
+    const double longest = LongestTrail(m_frames[frame], m_pace);
     if (longest < kWorthTrails * kWidthOfSigma * m_frames[frame].sigma) return;
     for (std::size_t i = 0; i < middle.size(); ++i)
         if (ofStar * median.Values()[i] > noise) difference.Values()[i] = 0;
@@ -244,7 +276,7 @@ double Top(float before, float at, float behind) {
 
 // What the frame has there above the median.
 float Search::Unfiltered(const Band& band, std::size_t frame, int x, int y) const {
-    const std::size_t at = std::size_t(y) * std::size_t(m_series.Width()) + std::size_t(x);
+    const std::size_t at = std::size_t(y) * std::size_t(band.width) + std::size_t(x);
     return SampleCodes::Deviations(CodesOf(band, frame)[at]) -
            band.medians[m_medians.of[frame]][at];
 }
@@ -256,8 +288,8 @@ void Search::FindPeaks(const Band& band, std::size_t frame, const Field& differe
     const int top = std::max(band.begin - band.first, 1);
     const int bottom = std::min(band.end - band.first, band.rows - 1);
     std::vector<float> some;
-    for (int left = 1; left < m_series.Width() - 1; left += kBlock) {
-        const int right = std::min(left + kBlock, m_series.Width() - 1);
+    for (int left = 1; left < band.width - 1; left += kBlock) {
+        const int right = std::min(left + kBlock, band.width - 1);
         some.clear();
         for (int y = 0; y < band.rows; y += 2)
             for (int x = left; x < right; x += 2)
@@ -349,12 +381,14 @@ void JoinTrails(double width, double longest, std::vector<NewSource>& sources) {
 
 } // namespace
 
-bool FindNewSources(const WarpedSeries& series, std::span<const DifferenceFrame> frames,
-                    const SeriesWatch& watch, std::vector<std::vector<NewSource>>& sources) {
-    if (!Search(series, frames, watch, sources).Do()) return false;
+std::string FindNewSources(const WarpedSeries& series, std::span<const DifferenceFrame> frames,
+                           const Pace& pace, const SeriesWatch& watch,
+                           std::vector<std::vector<NewSource>>& sources, std::size_t bytes) {
+    std::string fault = Search(series, frames, pace, watch, sources, bytes).Do();
+    if (!fault.empty()) return fault;
     for (std::size_t i = 0; i < frames.size(); ++i)
-        JoinTrails(kWidthOfSigma * frames[i].sigma, LongestTrail(frames[i]), sources[i]);
-    return true;
+        JoinTrails(kWidthOfSigma * frames[i].sigma, LongestTrail(frames[i], pace), sources[i]);
+    return {};
 }
 
 } // namespace tarn

@@ -24,18 +24,26 @@ struct NewSource {
     float peak = 0; // its height over that of the filtered one: of a star 2, of single samples more
 };
 
-// Slower than this nothing moves: what stands still for as long as the slowest takes to leave its
-// place is a star that varies, or a fault of the sensor.
-inline constexpr double kSlowest = 8;   // samples of the grid an hour
-inline constexpr double kFastest = 450; // a little more than is promised
+// Samples of the grid an hour. Slower than the slowest nothing moves: what stands still for as long
+// as that takes to leave its place is a star that varies, or a fault of the sensor.
+struct Pace {
+    double slowest = 8; // both with a little to spare
+    double fastest = 450;
+};
+
+// Of the fastest in one exposure, samples; longer exposures count as such.
+inline constexpr double kLongestTrail = 300;
 
 // Of each frame at least `kLeastSignal` strong. What is drawn out as far as the fastest mover would
 // be is one source, by filters of such lengths along all directions; longer trails are left out.
 // The median is that of all frames; in a night so short that the slowest hardly leave their place,
-// of those of its other end. Stars of frame and median are brought to one width. False when
-// cancelled or the disk errs.
+// of those of its other end. Stars of frame and median are brought to one width. The answer is
+// why they cannot be had, or that it was cancelled.
 inline constexpr float kLeastSignal = 4.5F;
-bool FindNewSources(const WarpedSeries& series, std::span<const DifferenceFrame> frames,
-                    const SeriesWatch& watch, std::vector<std::vector<NewSource>>& sources);
+inline constexpr std::size_t kBytesOfThread = 24U << 20U; // of its frames' samples, about
+std::string FindNewSources(const WarpedSeries& series, std::span<const DifferenceFrame> frames,
+                           const Pace& pace, const SeriesWatch& watch,
+                           std::vector<std::vector<NewSource>>& sources,
+                           std::size_t bytes = kBytesOfThread);
 
 } // namespace tarn

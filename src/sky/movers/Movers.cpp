@@ -1,5 +1,6 @@
 #include "sky/movers/Movers.h"
 
+#include "common/worker.h"
 #include "sky/movers/Differences.h"
 #include "sky/movers/HotPixels.h"
 #include "sky/movers/TrackFit.h"
@@ -15,7 +16,7 @@ namespace tarn {
 
 namespace {
 
-constexpr std::size_t kFewest = 3;
+constexpr std::size_t kFewest = 3; // moments
 constexpr char kTooFew[] = "fewer than three frames of its night";
 constexpr double kSeen = 3;        // deviations of a frame's sight
 constexpr double kLeastSignal = 9; // of all together
@@ -27,7 +28,8 @@ class Finding {
 public:
     Finding(std::span<const MoversFrame> frames, std::size_t reference, const FrameReader& read,
             const MoversOrder& order)
-        : m_all(frames), m_reference(reference), m_order(order),
+        : m_all(frames), m_reference(reference),
+          m_order(order), m_pace{Pace().slowest / order.cell, Pace().fastest / order.cell},
           m_series(order.scratch, [&read](std::size_t number, std::string& error) {
               auto samples = read(number, error);
               return samples ? std::optional(WithoutHotPixels(*samples)) : std::nullopt;
@@ -35,17 +37,10 @@ public:
 
     MoversResult Do() {
         m_result.faults.resize(m_all.size());
-        if (m_all.size() < kFewest) m_result.fault = kTooFew;
-        if (m_result.fault.empty()) m_result.fault = m_series.SetReference(m_reference);
-        if (!m_result.fault.empty() || !Warp()) return m_result;
-        std::vector<std::vector<NewSource>> sources;
-        if (!FindNewSources(m_series, m_differences, m_order.watch, sources)) {
-            BreakOff("the disk is full or errs");
-            return m_result;
-        }
-        LeaveOutStill(m_frames, sources);
-        Measure(FindTracks(m_frames, sources));
-        return m_result;
+        std::string thrown;
+        Guarded(thrown, [&] { return Find(), true; });
+        if (!thrown.empty()) BreakOff(thrown);
+        return std::move(m_result);
     }
 
 private:
@@ -54,6 +49,22 @@ private:
         m_result.fault = m_result.cancelled ? "cancelled" : fault;
     }
 
+    void Find() {
+        if (Moments() < kFewest) return BreakOff(kTooFew);
+        m_result.fault = m_series.SetReference(m_reference);
+        if (!m_result.fault.empty() || !Warp()) return;
+        std::vector<std::vector<NewSource>> sources;
+        const std::string fault =
+            FindNewSources(m_series, m_differences, m_pace, m_order.watch, sources);
+        if (!fault.empty()) return BreakOff(fault);
+        LeaveOutStill(m_frames, m_pace, sources);
+        Measure(FindTracks(m_frames, m_pace, sources));
+    }
+    std::size_t Moments() const {
+        std::vector<double> hours;
+        for (const MoversFrame& frame : m_all) hours.push_back(frame.seconds / 3600);
+        return CountMoments(std::move(hours));
+    }
     bool Warp();
     void Measure(const std::vector<Track>& tracks);
     bool IsSame(const Track& track, const Track& other) const;
@@ -63,6 +74,7 @@ private:
     std::span<const MoversFrame> m_all;
     std::size_t m_reference;
     const MoversOrder& m_order;
+    Pace m_pace;
     WarpedSeries m_series;
     MoversResult m_result;
     std::vector<std::size_t> m_places; // in m_all of the frames that could be read
@@ -100,7 +112,9 @@ bool Finding::Warp() {
         const double hours = (frame.seconds - first) / 3600;
         const double scale = std::sqrt(std::abs(frame.frame.map.Area()));
         m_frames.push_back({hours, Inverse(frame.frame.map)});
-        m_differences.push_back({hours, scale * frame.fwhm / kWidthOfSigma, frame.exposure / 3600});
+        const double exposure = std::isfinite(frame.exposure) ? frame.exposure / 3600 : 0;
+        m_differences.push_back({hours, scale * frame.fwhm / kWidthOfSigma,
+                                 std::clamp(exposure, 0.0, kLongestTrail / m_pace.fastest)});
     }
     return true;
 }
@@ -114,7 +128,9 @@ void Finding::Measure(const std::vector<Track>& tracks) {
     for (const Track& track : tracks) {
         if (m_order.watch.IsCancelled()) return BreakOff({});
         if (isKept(track)) continue;
-        auto measured = MeasureTrack(m_series, m_differences, track);
+        std::string fault;
+        auto measured = MeasureTrack(m_series, m_differences, track, fault);
+        if (!fault.empty()) return BreakOff(fault);
         if (!measured || !IsMover(*measured)) continue;
         const auto same = std::find_if(kept.begin(), kept.end(), [&](const MeasuredTrack& other) {
             return IsSame(measured->track, other.track);
@@ -147,13 +163,14 @@ bool Finding::IsSame(const Track& track, const Track& other) const {
 bool Finding::IsMover(const MeasuredTrack& measured) const {
     const double speed = std::hypot(measured.track.speedX, measured.track.speedY);
     std::size_t covered = 0;
-    std::size_t seen = 0;
-    for (const TrackSight& sight : measured.sights) {
+    std::vector<double> seen;
+    for (std::size_t i = 0; i < measured.sights.size(); ++i) {
+        const TrackSight& sight = measured.sights[i];
         covered += sight.covered ? 1 : 0;
-        seen += sight.covered && sight.signal >= kSeen ? 1 : 0;
+        if (sight.covered && sight.signal >= kSeen) seen.push_back(m_frames[i].hours);
     }
-    return measured.signal >= kLeastSignal && speed >= kSlowest && speed <= kFastest &&
-           seen >= kFewest && double(seen) >= kShare * double(covered);
+    return measured.signal >= kLeastSignal && speed >= m_pace.slowest && speed <= m_pace.fastest &&
+           double(seen.size()) >= kShare * double(covered) && CountMoments(seen) >= kFewest;
 }
 
 Mover Finding::MoverOf(const MeasuredTrack& measured) const {

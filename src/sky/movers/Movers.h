@@ -20,6 +20,7 @@ struct MoversFrame {
 
 struct MoversOrder {
     std::string scratch; // a folder with room for half of the frames' floats
+    double cell = 1;     // pixels a side in one sample: what counts as moving is told in pixels
     SeriesWatch watch;
 };
 
@@ -47,7 +48,7 @@ struct MoversResult {
 };
 
 // Of frames that lie in the grid of the one of the number `reference`; each night by itself, which
-// needs at least three.
+// needs frames of at least three moments.
 MoversResult FindMovers(std::span<const MoversFrame> frames, std::size_t reference,
                         const FrameReader& read, const MoversOrder& order);
 

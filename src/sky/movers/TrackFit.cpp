@@ -6,16 +6,17 @@
 #include <array>
 #include <cmath>
 #include <numbers>
+#include <numeric>
 #include <unordered_map>
 
 namespace tarn {
 
 namespace {
 
-constexpr double kWild = 8;    // deviations of a sample from its place's middle
-constexpr int kSpare = 3;      // samples that the way may shift meanwhile
-constexpr double kReach = 3.5; // star sigmas that count
-constexpr double kMostPlaces = 4e5;
+constexpr double kWild = 8;              // deviations of a sample from its place's middle
+constexpr int kSpare = 3;                // samples that the way may shift meanwhile
+constexpr double kReach = 3.5;           // star sigmas that count
+constexpr std::size_t kFewestOfPart = 8; // frames
 
 // What a star of one unit of light is in samples, drawn out along a line while it is exposed.
 class Profile {
@@ -48,15 +49,17 @@ private:
     double m_alongY;
 };
 
-// All frames' samples at the places that a mover passes.
-class Way {
+// Some frames' samples at the places that a mover passes in them.
+class PartOfWay {
 public:
-    Way(const WarpedSeries& series, std::span<const DifferenceFrame> frames, const Track& track)
-        : m_series(series), m_frames(frames), m_track(track) {
-        for (std::size_t i = 0; i < frames.size(); ++i) {
-            const int reach = ReachOf(i) + kSpare + int(TrailOf(track, frames) / 4);
-            const int x = int(std::lround(track.XAt(frames[i].hours)));
-            const int y = int(std::lround(track.YAt(frames[i].hours)));
+    PartOfWay(const WarpedSeries& series, std::span<const DifferenceFrame> all,
+              std::vector<std::size_t> which, const Track& track)
+        : m_series(series), m_which(std::move(which)), m_track(track) {
+        for (const std::size_t i : m_which) m_frames.push_back(all[i]);
+        for (std::size_t i = 0; i < m_frames.size(); ++i) {
+            const int reach = ReachOf(i) + kSpare + int(TrailOf(track, all) / 4);
+            const int x = int(std::lround(track.XAt(m_frames[i].hours)));
+            const int y = int(std::lround(track.YAt(m_frames[i].hours)));
             for (int row = std::max(0, y - reach); row <= std::min(series.Height() - 1, y + reach);
                  ++row)
                 for (int column = std::max(0, x - reach);
@@ -70,10 +73,10 @@ public:
     // than that of the light, or a picture is a sum of short ones.
     void SetDrawn(bool drawn) { m_drawn = drawn; }
 
+    std::size_t Values() const { return m_places.size() * m_frames.size(); }
+
+    // False where the disk errs.
     bool Read() {
-        if (m_places.empty() ||
-            double(m_places.size()) * double(m_frames.size()) > 40 * kMostPlaces)
-            return false;
         std::sort(m_places.begin(), m_places.end(), [](const Spot& one, const Spot& other) {
             return std::pair(one.y, one.x) < std::pair(other.y, other.x);
         });
@@ -88,7 +91,7 @@ public:
                        m_places[end].x == m_places[end - 1].x + 1)
                     ++end;
                 codes.resize(end - begin);
-                if (!m_series.ReadRun(frame, 0, m_places[begin].x, m_places[begin].y,
+                if (!m_series.ReadRun(m_which[frame], 0, m_places[begin].x, m_places[begin].y,
                                       int(end - begin), codes.data()))
                     return false;
                 for (std::size_t i = begin; i < end; ++i)
@@ -98,29 +101,20 @@ public:
                 begin = end;
             }
         TakeMiddles();
-        return m_last > m_first;
+        return true;
     }
 
-    // How much better than nothing a mover is on this way: the square of its signal.
-    double Worth(const std::array<double, 4>& ends) {
-        double above = 0;
-        double below = 0;
-        Sum(ends, above, below);
-        return above > 0 && below > 0 ? above * above / below : 0;
-    }
-    double Flux(const std::array<double, 4>& ends) {
-        double above = 0;
-        double below = 0;
-        Sum(ends, above, below);
-        return below > 0 ? above / below : 0;
+    // Of the whole way, by which its ends are told.
+    void SetHours(double first, double last) {
+        m_first = first;
+        m_last = last;
     }
 
-    // Of each frame with the sky that this way leaves.
-    std::vector<TrackSight> Sights(const std::array<double, 4>& ends);
+    void Sum(const std::array<double, 4>& ends, double& above, double& below);
 
-    // Both ends of the way by which it is told: in the first and the last frame that have it.
-    double FirstHours() const { return m_first; }
-    double LastHours() const { return m_last; }
+    // Of each frame with the sky that a mover of this light leaves; after `Sum`.
+    void TakeSights(const std::array<double, 4>& ends, double flux,
+                    std::vector<TrackSight>& sights);
 
 private:
     struct Spot {
@@ -144,13 +138,13 @@ private:
     void TakeMiddles();
     double Exposure(std::size_t frame) const { return m_drawn ? m_frames[frame].exposure : 0; }
     bool IsLit(std::size_t frame, std::size_t place) const;
-    void Sum(const std::array<double, 4>& ends, double& above, double& below);
     // Of each place that the mover lights in a frame, with its profile there.
     template <typename Visit>
     bool Each(const std::array<double, 4>& ends, std::size_t frame, const Visit& visit);
 
     const WarpedSeries& m_series;
-    std::span<const DifferenceFrame> m_frames;
+    std::vector<std::size_t> m_which; // of all frames
+    std::vector<DifferenceFrame> m_frames;
     Track m_track; // as it is known so far
     bool m_drawn = false;
     std::unordered_map<std::int64_t, std::size_t> m_number;
@@ -164,23 +158,14 @@ private:
 };
 
 // By the mover, as far as is known.
-bool Way::IsLit(std::size_t frame, std::size_t place) const {
+bool PartOfWay::IsLit(std::size_t frame, std::size_t place) const {
     const double hours = m_frames[frame].hours;
     return std::hypot(m_places[place].x - m_track.XAt(hours),
                       m_places[place].y - m_track.YAt(hours)) <= ReachOf(frame) + 1;
 }
 
 // What hits and trails bring is cut off; the mean, not the median, is what the fit goes by.
-void Way::TakeMiddles() {
-    m_first = 1e30;
-    m_last = -1e30;
-    for (const DifferenceFrame& frame : m_frames) {
-        const double x = m_track.XAt(frame.hours);
-        const double y = m_track.YAt(frame.hours);
-        if (x < 0 || y < 0 || x >= m_series.Width() || y >= m_series.Height()) continue;
-        m_first = std::min(m_first, frame.hours);
-        m_last = std::max(m_last, frame.hours);
-    }
+void PartOfWay::TakeMiddles() {
     m_weights.assign(m_places.size(), 0);
     m_counts.assign(m_places.size(), 0);
     m_sums.resize(m_places.size());
@@ -209,7 +194,7 @@ void Way::TakeMiddles() {
 }
 
 template <typename Visit>
-bool Way::Each(const std::array<double, 4>& ends, std::size_t frame, const Visit& visit) {
+bool PartOfWay::Each(const std::array<double, 4>& ends, std::size_t frame, const Visit& visit) {
     const double part = (m_frames[frame].hours - m_first) / (m_last - m_first);
     const double x = std::lerp(ends[0], ends[2], part);
     const double y = std::lerp(ends[1], ends[3], part);
@@ -232,7 +217,7 @@ bool Way::Each(const std::array<double, 4>& ends, std::size_t frame, const Visit
     return whole;
 }
 
-void Way::Sum(const std::array<double, 4>& ends, double& above, double& below) {
+void PartOfWay::Sum(const std::array<double, 4>& ends, double& above, double& below) {
     std::fill(m_sums.begin(), m_sums.end(), Sums());
     for (std::size_t frame = 0; frame < m_frames.size(); ++frame)
         Each(ends, frame, [&](std::size_t place, double profile) {
@@ -249,23 +234,108 @@ void Way::Sum(const std::array<double, 4>& ends, double& above, double& below) {
     }
 }
 
-std::vector<TrackSight> Way::Sights(const std::array<double, 4>& ends) {
-    const double flux = Flux(ends); // leaves the sums of the profile
-    std::vector<TrackSight> sights(m_frames.size());
+void PartOfWay::TakeSights(const std::array<double, 4>& ends, double flux,
+                           std::vector<TrackSight>& sights) {
     for (std::size_t frame = 0; frame < m_frames.size(); ++frame) {
+        TrackSight& sight = sights[m_which[frame]];
         double above = 0;
         double below = 0;
-        sights[frame].covered = Each(ends, frame, [&](std::size_t place, double profile) {
+        sight.covered = Each(ends, frame, [&](std::size_t place, double profile) {
             const double own = flux * m_sums[place].profile / m_counts[place];
             above += m_weights[place] * profile * (double(Value(frame, place)) + own);
             below += m_weights[place] * profile * profile;
         });
         if (!(below > 0)) continue;
-        sights[frame].flux = above / below;
-        sights[frame].signal = above / std::sqrt(below);
+        sight.flux = above / below;
+        sight.signal = above / std::sqrt(below);
     }
-    return sights;
 }
+
+// All of it, in as many parts as keep it small.
+class Way {
+public:
+    Way(const WarpedSeries& series, std::span<const DifferenceFrame> frames, const Track& track,
+        std::size_t most)
+        : m_frames(frames.size()) {
+        std::vector<std::size_t> order(frames.size());
+        std::iota(order.begin(), order.end(), 0U);
+        std::stable_sort(order.begin(), order.end(), [&](std::size_t one, std::size_t other) {
+            return frames[one].hours < frames[other].hours;
+        });
+        m_parts.emplace_back(series, frames, order, track);
+        if (const std::size_t count = PartsOf(m_parts.front().Values(), most); count > 1) {
+            m_parts.clear();
+            for (std::size_t i = 0; i < count; ++i)
+                m_parts.emplace_back(
+                    series, frames,
+                    std::vector(order.begin() + std::ptrdiff_t(i * order.size() / count),
+                                order.begin() + std::ptrdiff_t((i + 1) * order.size() / count)),
+                    track);
+        }
+        for (const DifferenceFrame& frame : frames) {
+            const double x = track.XAt(frame.hours);
+            const double y = track.YAt(frame.hours);
+            if (x < 0 || y < 0 || x >= series.Width() || y >= series.Height()) continue;
+            m_first = std::min(m_first, frame.hours);
+            m_last = std::max(m_last, frame.hours);
+        }
+    }
+
+    bool IsAny() const { return m_last > m_first; }
+    std::size_t Values() const {
+        std::size_t values = 0;
+        for (const PartOfWay& part : m_parts) values += part.Values();
+        return values;
+    }
+
+    // False where the disk errs.
+    bool Read() {
+        for (PartOfWay& part : m_parts) {
+            part.SetHours(m_first, m_last);
+            if (!part.Read()) return false;
+        }
+        return true;
+    }
+
+    // Both ends of the way by which it is told: in the first and the last frame that have it.
+    double FirstHours() const { return m_first; }
+    double LastHours() const { return m_last; }
+
+    void SetDrawn(bool drawn) {
+        for (PartOfWay& part : m_parts) part.SetDrawn(drawn);
+    }
+
+    // How much better than nothing a mover is on this way: the square of its signal.
+    double Worth(const std::array<double, 4>& ends) {
+        const auto [above, below] = Sum(ends);
+        return above > 0 && below > 0 ? above * above / below : 0;
+    }
+
+    std::vector<TrackSight> Sights(const std::array<double, 4>& ends) {
+        const auto [above, below] = Sum(ends);
+        const double flux = below > 0 ? above / below : 0;
+        std::vector<TrackSight> sights(m_frames);
+        for (PartOfWay& part : m_parts) part.TakeSights(ends, flux, sights);
+        return sights;
+    }
+
+private:
+    // Parts have their own places, so that n of them have an n-th of the values.
+    std::size_t PartsOf(std::size_t values, std::size_t most) const {
+        return std::min((values + most - 1) / most, m_frames / kFewestOfPart);
+    }
+    std::pair<double, double> Sum(const std::array<double, 4>& ends) {
+        double above = 0;
+        double below = 0;
+        for (PartOfWay& part : m_parts) part.Sum(ends, above, below);
+        return {above, below};
+    }
+
+    std::size_t m_frames;
+    std::vector<PartOfWay> m_parts;
+    double m_first = 1e30;
+    double m_last = -1e30;
+};
 
 // Both ends along the way and across it, together and against each other, each in turn to the top
 // of a parabola, in ever smaller steps.
@@ -308,12 +378,19 @@ double TrailOf(const Track& track, std::span<const DifferenceFrame> frames) {
 }
 
 std::optional<MeasuredTrack> MeasureTrack(const WarpedSeries& series,
-                                          std::span<const DifferenceFrame> frames, Track track) {
+                                          std::span<const DifferenceFrame> frames, Track track,
+                                          std::string& fault, std::size_t most) {
     constexpr int kRounds = 5;   // a way is measured where it is thought to be
     constexpr double kStays = 1; // samples
     for (int round = 1;; ++round) {
-        Way way(series, frames, track);
-        if (!way.Read()) return std::nullopt;
+        constexpr std::size_t kOver = 4; // times as many as there should be
+        Way way(series, frames, track, most);
+        if (!way.IsAny()) return std::nullopt;
+        if (way.Values() > kOver * most)
+            fault = "not enough memory for a track of so many frames";
+        else if (!way.Read())
+            fault = "the disk is full or errs";
+        if (!fault.empty()) return std::nullopt;
         const double first = way.FirstHours();
         const double last = way.LastHours();
         const std::array<double, 4> start{track.XAt(first), track.YAt(first), track.XAt(last),

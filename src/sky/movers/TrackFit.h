@@ -7,6 +7,7 @@
 
 #include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace tarn {
@@ -28,9 +29,12 @@ double TrailOf(const Track& track, std::span<const DifferenceFrame> frames);
 
 // A star's profile that moves steadily over a sky that stands still, by least squares; the sky
 // under it is what all frames have there, less what the mover itself brings, so that also one that
-// covers its own way through the night loses nothing. None where the disk errs or nothing is left
-// of it.
+// covers its own way through the night loses nothing. Of a way so long that it has more than `most`
+// values, the sky is that of parts of the night. None where nothing is left of it; `fault` when the
+// disk errs, or the track has no room in memory.
+inline constexpr std::size_t kMostWayValues = 16'000'000;
 std::optional<MeasuredTrack> MeasureTrack(const WarpedSeries& series,
-                                          std::span<const DifferenceFrame> frames, Track track);
+                                          std::span<const DifferenceFrame> frames, Track track,
+                                          std::string& fault, std::size_t most = kMostWayValues);
 
 } // namespace tarn

@@ -17,13 +17,13 @@ namespace {
 
 constexpr double kStillRadius = 1.2; // samples
 constexpr std::size_t kStillFrames = 3;
-constexpr double kStillWay = 2.5; // samples that the slowest moves meanwhile
-constexpr float kNarrow = 3;      // of a source's peak, where a star has 2
-constexpr double kError = 0.35;   // of a source's place
-constexpr double kNear = 1;       // of a source and its track, at the least
-constexpr double kFarthest = 4;   // and at the most, however uncertain it still is
-constexpr double kSlowSeed = 40;  // samples between the first two of a slow track
-constexpr std::size_t kFewest = 3;
+constexpr double kStillWay = 2.5;  // samples that the slowest moves meanwhile
+constexpr float kNarrow = 3;       // of a source's peak, where a star has 2
+constexpr double kError = 0.35;    // of a source's place
+constexpr double kNear = 1;        // of a source and its track, at the least
+constexpr double kFarthest = 4;    // and at the most, however uncertain it still is
+constexpr double kSlowSeed = 40;   // samples between the first two of a slow track
+constexpr std::size_t kFewest = 3; // moments
 // Frames between the first two sources of a track; over the longer ways only slow ones are begun.
 constexpr std::array<std::size_t, 7> kSeedSteps{1, 2, 3, 5, 8, 13, 20};
 constexpr std::size_t kFastSteps = 3;
@@ -71,8 +71,8 @@ struct Seen { // one source
 };
 
 // Marks those that have others so near, for so long, and are at least so narrow on the whole.
-void MarkStill(std::span<const TrackFrame> frames, const std::vector<Seen>& seen, float narrow,
-               std::vector<bool>& still) {
+void MarkStill(std::span<const TrackFrame> frames, double slowest, const std::vector<Seen>& seen,
+               float narrow, std::vector<bool>& still) {
     std::vector<float> peaks;
     Cells cells;
     for (std::size_t i = 0; i < seen.size(); ++i) cells.Add(seen[i].place, i);
@@ -85,7 +85,7 @@ void MarkStill(std::span<const TrackFrame> frames, const std::vector<Seen>& seen
             first = std::min(first, frames[seen[other].frame].hours);
             last = std::max(last, frames[seen[other].frame].hours);
         });
-        if (peaks.size() >= kStillFrames && kSlowest * (last - first) > kStillWay &&
+        if (peaks.size() >= kStillFrames && slowest * (last - first) > kStillWay &&
             MedianInPlace(std::span(peaks)) >= narrow)
             still[i] = true;
     }
@@ -123,8 +123,10 @@ private:
 
 class Linking {
 public:
-    Linking(std::span<const TrackFrame> frames, const std::vector<std::vector<NewSource>>& sources)
-        : m_frames(frames), m_sources(sources), m_cells(frames.size()), m_order(frames.size()) {
+    Linking(std::span<const TrackFrame> frames, const Pace& pace,
+            const std::vector<std::vector<NewSource>>& sources)
+        : m_frames(frames), m_pace(pace), m_sources(sources), m_cells(frames.size()),
+          m_order(frames.size()) {
         std::iota(m_order.begin(), m_order.end(), 0U);
         std::stable_sort(m_order.begin(), m_order.end(), [&](std::size_t one, std::size_t other) {
             return frames[one].hours < frames[other].hours;
@@ -166,6 +168,12 @@ private:
         const NewSource& source = m_sources[member.frame][member.source];
         return {source.x, source.y};
     }
+    std::size_t MomentsOf(const std::vector<Member>& members) const {
+        if (members.size() < kFewest) return members.size();
+        std::vector<double> hours;
+        for (const Member& member : members) hours.push_back(m_frames[member.frame].hours);
+        return CountMoments(std::move(hours));
+    }
     Line LineOf(const std::vector<Member>& members) const {
         Line line;
         for (const Member& member : members)
@@ -178,7 +186,7 @@ private:
         const std::size_t there = m_order[second];
         const double hours = m_frames[there].hours - m_frames[here].hours;
         if (!(hours > 0)) return;
-        double reach = kFastest * hours + 1;
+        double reach = m_pace.fastest * hours + 1;
         if (!fast) reach = std::min(reach, kSlowSeed);
         for (std::size_t i = 0; i < m_sources[here].size(); ++i) {
             const Member begin{here, i};
@@ -206,14 +214,14 @@ private:
                 members.push_back(*next);
                 line.Add(m_frames[frame].hours, PlaceOf(*next));
             }
-        if (members.size() < kFewest) return;
+        if (MomentsOf(members) < kFewest) return;
         members.clear();
         for (const std::size_t frame : m_order)
             if (const auto next = Nearest(line, frame, false)) members.push_back(*next);
-        if (members.size() < kFewest) return;
+        if (MomentsOf(members) < kFewest) return;
         line = LineOf(members);
         const double speed = std::hypot(line.SpeedX(), line.SpeedY());
-        if (!(speed >= kSlowest && speed <= kFastest)) return;
+        if (!(speed >= m_pace.slowest && speed <= m_pace.fastest)) return;
         for (const Member& member : members) m_used[member.frame][member.source] = true;
         m_found.push_back({line, std::move(members)});
     }
@@ -238,7 +246,7 @@ private:
         for (const Member& member : found.members)
             if (std::find(m_taken.begin(), m_taken.end(), member) == m_taken.end())
                 free.push_back(member);
-        if (free.size() < kFewest || 2 * free.size() < found.members.size()) return;
+        if (MomentsOf(free) < kFewest || 2 * free.size() < found.members.size()) return;
         const Line line = LineOf(free);
         Track track;
         std::tie(track.x, track.y) = std::pair(line.At(0).x, line.At(0).y);
@@ -250,6 +258,7 @@ private:
     }
 
     std::span<const TrackFrame> m_frames;
+    const Pace& m_pace;
     const std::vector<std::vector<NewSource>>& m_sources;
     std::vector<Cells> m_cells;            // of each frame
     double m_blur = 0;                     // the largest of the sources
@@ -261,7 +270,20 @@ private:
 
 } // namespace
 
-void LeaveOutStill(std::span<const TrackFrame> frames,
+std::size_t CountMoments(std::vector<double> hours) {
+    constexpr double kApart = 0.5 / 3600;
+    std::sort(hours.begin(), hours.end());
+    std::size_t count = hours.empty() ? 0 : 1;
+    double last = hours.empty() ? 0 : hours.front();
+    for (const double each : hours) {
+        if (each - last < kApart) continue;
+        last = each;
+        ++count;
+    }
+    return count;
+}
+
+void LeaveOutStill(std::span<const TrackFrame> frames, const Pace& pace,
                    std::vector<std::vector<NewSource>>& sources) {
     std::vector<Seen> inSky;
     std::vector<Seen> onSensor;
@@ -273,17 +295,17 @@ void LeaveOutStill(std::span<const TrackFrame> frames,
             onSensor.push_back({frame, i, {x, y}, source.peak});
         }
     std::vector<bool> still(inSky.size());
-    MarkStill(frames, inSky, 0, still);
-    MarkStill(frames, onSensor, kNarrow, still);
+    MarkStill(frames, pace.slowest, inSky, 0, still);
+    MarkStill(frames, pace.slowest, onSensor, kNarrow, still);
     std::vector<std::vector<NewSource>> left(frames.size());
     for (std::size_t i = 0; i < inSky.size(); ++i)
         if (!still[i]) left[inSky[i].frame].push_back(sources[inSky[i].frame][inSky[i].number]);
     sources = std::move(left);
 }
 
-std::vector<Track> FindTracks(std::span<const TrackFrame> frames,
+std::vector<Track> FindTracks(std::span<const TrackFrame> frames, const Pace& pace,
                               const std::vector<std::vector<NewSource>>& sources) {
-    return Linking(frames, sources).Tracks();
+    return Linking(frames, pace, sources).Tracks();
 }
 
 } // namespace tarn

@@ -25,14 +25,18 @@ struct Track {
     double YAt(double hours) const { return y + speedY * hours; }
 };
 
+// How many are apart from each other: two files of one exposure, as of a camera that writes raw
+// files and JPEGs, tell of one moment only.
+std::size_t CountMoments(std::vector<double> hours);
+
 // Leaves out what stands still for longer than the slowest mover takes to leave its place: in the
 // sky, or on the sensor and narrower than a star; a mover that the telescope follows is none.
-void LeaveOutStill(std::span<const TrackFrame> frames,
+void LeaveOutStill(std::span<const TrackFrame> frames, const Pace& pace,
                    std::vector<std::vector<NewSource>>& sources);
 
-// At least three sources, those with most of them first. A source belongs to one track. Some may
-// be chance: who knows the frames looks again.
-std::vector<Track> FindTracks(std::span<const TrackFrame> frames,
+// Sources of at least three moments, those with most of them first. A source belongs to one track.
+// Some may be chance: who knows the frames looks again.
+std::vector<Track> FindTracks(std::span<const TrackFrame> frames, const Pace& pace,
                               const std::vector<std::vector<NewSource>>& sources);
 
 } // namespace tarn

@@ -23,8 +23,4 @@ std::optional<FramePlane> ReadFramePlane(const std::string& path, std::string& e
 // A map between pixels as one between samples that are cells of pixels.
 FrameMap InCells(const FrameMap& map, int cell);
 
-// When the middle of the exposure was, seconds since 1970, by the words of a header; none where it
-// has no time of day. Start and length as there: "2024-11-05T21:14:33.5", "300".
-std::optional<double> MiddleOfExposure(const std::string& start, const std::string& seconds);
-
 } // namespace tarn

@@ -124,7 +124,21 @@ bool TakeOfSensor(const std::string& path, bool isRaw, Colours colours, PictureV
     return taken;
 }
 
-bool TakeOfClip(const std::string& path, PictureValues& values, std::string& error) {
+std::array<int, 4> PatternOf(const SerHeader& header) {
+    switch (header.color) {
+    case SerHeader::Grbg:
+        return {1, 0, 2, 1};
+    case SerHeader::Gbrg:
+        return {1, 2, 0, 1};
+    case SerHeader::Bggr:
+        return {2, 1, 1, 0};
+    default:
+        return {0, 1, 1, 2};
+    }
+}
+
+bool TakeOfClip(const std::string& path, Colours colours, PictureValues& values,
+                std::string& error) {
     SerFile clip;
     error = clip.Open(path);
     if (error.empty()) error = clip.ReadFrame(0, values.words);
@@ -133,7 +147,14 @@ bool TakeOfClip(const std::string& path, PictureValues& values, std::string& err
     ValuePlane& plane = values.plane;
     plane.white = kFull;
     plane.coarse = header.SampleBytes() == 1;
-    if (header.IsBayer())
+    if (header.IsBayer() && colours == Colours::Apart) {
+        FitsHeader& mosaic = values.samples.header;
+        mosaic.width = header.width;
+        mosaic.height = header.height;
+        mosaic.topDown = true;
+        mosaic.mosaic = true;
+        mosaic.pattern = PatternOf(header);
+    } else if (header.IsBayer())
         return TakeCells(values.words.data(), header.width, header.height, 0, 1, values) ||
                (error = "The picture is too small", false);
     if (header.Samples() == 3) {
@@ -188,7 +209,7 @@ std::optional<PictureValues> Read(const std::string& path, Colours colours, std:
     const auto kind = KindOf(path, error);
     if (!kind) return std::nullopt;
     PictureValues values;
-    const bool taken = *kind == Kind::Clip ? TakeOfClip(path, values, error)
+    const bool taken = *kind == Kind::Clip ? TakeOfClip(path, colours, values, error)
                        : *kind == Kind::Display
                            ? TakeOfDisplay(path, values, error)
                            : TakeOfSensor(path, *kind == Kind::Raw, colours, values, error);

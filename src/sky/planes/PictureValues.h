@@ -35,9 +35,9 @@ struct PictureValues {
 // picture is not measured.
 std::optional<PictureValues> ReadPictureValues(const std::string& path, std::string& error);
 
-// The same, but what has colours keeps them apart: of FITS, XISF and raw files `plane` is a view of
-// the first of `samples`, whose header says how many planes or which mosaic there are, with the
-// plane's zero and scale.
+// The same, but what has colours keeps them apart: of FITS, XISF and raw files, and clips that are
+// mosaics, `plane` is a view of the first one, and the header of `samples` says how many planes or
+// which mosaic there are, with the plane's zero and scale.
 std::optional<PictureValues> ReadPictureColours(const std::string& path, std::string& error);
 
 } // namespace tarn

@@ -64,25 +64,57 @@ double SkyGrid::At(double x, double y) const {
     return std::lerp(upper, lower, row - top);
 }
 
+namespace {
+
+// What lies between two values that are next to each other: 0 where nothing tells it.
+float StepOf(const FrameSamples& frame, const std::vector<std::vector<float>>& cells) {
+    float step = std::numeric_limits<float>::infinity();
+    for (std::vector<float> samples : cells) {
+        std::sort(samples.begin(), samples.end());
+        for (std::size_t i = 1; i < samples.size(); ++i)
+            if (samples[i] > samples[i - 1]) step = std::min(step, samples[i] - samples[i - 1]);
+    }
+    return std::isfinite(step) ? step : frame.words ? float(frame.scale) : 0.0F;
+}
+
+// Each value anywhere in its step, evenly: medians then tell what lies between two steps, and the
+// noise is never less than that of the steps.
+void SpreadInSteps(float step, std::vector<float>& samples) {
+    constexpr float kGolden = 0.618034F; // the most even sequence
+    float part = 0.5F;
+    for (float& sample : samples) {
+        sample += step * (part - 0.5F);
+        part += kGolden;
+        if (part >= 1) part -= 1;
+    }
+}
+
+} // namespace
+
 SkyGrid SkyOf(const FrameSamples& frame, int colour) {
     SkyGrid sky;
     sky.width = frame.width;
     sky.height = frame.height;
     sky.levels.assign(std::size_t(SkyGrid::kColumns * SkyGrid::kRows),
                       std::numeric_limits<float>::quiet_NaN());
-    std::vector<float> samples;
+    std::vector<std::vector<float>> cells(sky.levels.size());
+    for (int row = 0; row < SkyGrid::kRows; ++row)
+        for (int column = 0; column < SkyGrid::kColumns; ++column)
+            TakeCell(frame, colour, column, row,
+                     cells[std::size_t(row * SkyGrid::kColumns + column)]);
+    const float step = StepOf(frame, cells);
     std::vector<double> levels;
     std::vector<double> noises;
-    for (int row = 0; row < SkyGrid::kRows; ++row)
-        for (int column = 0; column < SkyGrid::kColumns; ++column) {
-            TakeCell(frame, colour, column, row, samples);
-            if (samples.size() < kFewInCell) continue;
-            const float level = MedianInPlace(std::span(samples));
-            for (float& sample : samples) sample = std::abs(sample - level);
-            sky.levels[std::size_t(row * SkyGrid::kColumns + column)] = level;
-            levels.push_back(level);
-            noises.push_back(kDeviationOfMad * MedianInPlace(std::span(samples)));
-        }
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        std::vector<float>& samples = cells[i];
+        if (samples.size() < kFewInCell) continue;
+        SpreadInSteps(step, samples);
+        const float level = MedianInPlace(std::span(samples));
+        for (float& sample : samples) sample = std::abs(sample - level);
+        sky.levels[i] = level;
+        levels.push_back(level);
+        noises.push_back(kDeviationOfMad * MedianInPlace(std::span(samples)));
+    }
     if (levels.empty()) return sky;
     sky.level = MedianOf(levels);
     sky.noise = MedianOf(noises);

@@ -21,7 +21,8 @@ struct SkyGrid {
     int height = 0;
     std::vector<float> levels; // row after row
     double level = 0;          // the middle of all
-    double noise = 0;          // standard deviation of a sample, stars left out
+    double noise =
+        0; // standard deviation of a sample, that of its rounding included, without stars
 
     // Between the cells' middles in straight lines, beyond the outermost as there.
     double At(double x, double y) const;

@@ -93,8 +93,8 @@ void OutlierMean::Suspect(const Sums& sums, std::size_t count) {
         if (suspect[i]) m_suspects.push_back(i);
 }
 
-void OutlierMean::TakeOne(std::size_t place, float* mean, float* weight,
-                          std::span<std::size_t> rejected) {
+void OutlierMean::TakeOne(std::size_t begin, std::size_t place, float* mean, float* weight,
+                          std::span<std::uint8_t* const> lost) {
     m_samples.clear();
     m_room.clear();
     for (std::size_t frame = 0; frame < m_rule.weights.size(); ++frame) {
@@ -115,7 +115,7 @@ void OutlierMean::TakeOne(std::size_t place, float* mean, float* weight,
         const float deviation =
             std::max(spread, LeastDeviation(middle, m_rule.noises[sample.frame]));
         if (std::abs(sample.value - middle) > limit * deviation) {
-            ++rejected[sample.frame];
+            lost[sample.frame][begin + place] = 1;
             continue;
         }
         sum += m_rule.weights[sample.frame] * sample.value;
@@ -127,7 +127,7 @@ void OutlierMean::TakeOne(std::size_t place, float* mean, float* weight,
 
 void OutlierMean::TakeChunk(std::span<const std::int16_t* const> rows, std::size_t begin,
                             std::size_t count, float* mean, float* weight,
-                            std::span<std::size_t> rejected) {
+                            std::span<std::uint8_t* const> lost) {
     Sums sums{};
     for (std::size_t frame = 0; frame < rows.size(); ++frame) {
         float* values = m_values.data() + frame * kChunk;
@@ -151,15 +151,14 @@ void OutlierMean::TakeChunk(std::span<const std::int16_t* const> rows, std::size
     if (m_rule.sigmas <= 0) return;
     Suspect(sums, count);
     for (const std::size_t place : m_suspects)
-        TakeOne(place, mean + place, weight + place, rejected);
+        TakeOne(begin, place, mean + place, weight + place, lost);
 }
 
 void OutlierMean::Take(std::span<const std::int16_t* const> rows, int count, float* mean,
-                       float* weight, std::span<std::size_t> rejected) {
+                       float* weight, std::span<std::uint8_t* const> lost) {
     const auto all = std::size_t(count);
     for (std::size_t begin = 0; begin < all; begin += kChunk)
-        TakeChunk(rows, begin, std::min(kChunk, all - begin), mean + begin, weight + begin,
-                  rejected);
+        TakeChunk(rows, begin, std::min(kChunk, all - begin), mean + begin, weight + begin, lost);
 }
 
 } // namespace tarn

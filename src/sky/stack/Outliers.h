@@ -25,19 +25,20 @@ public:
     explicit OutlierMean(OutlierRule rule);
 
     // `rows` of the frames, `count` samples each; the mean, in deviations, and the weight of what
-    // is in it (0: nothing is). Adds to `rejected`, one for each frame.
+    // is in it (0: nothing is). What is left out becomes 1 in `lost` of its frame.
     void Take(std::span<const std::int16_t* const> rows, int count, float* mean, float* weight,
-              std::span<std::size_t> rejected);
+              std::span<std::uint8_t* const> lost);
 
 private:
     static constexpr std::size_t kChunk = 256; // samples that are looked at together
 
     struct Sums;
     void TakeChunk(std::span<const std::int16_t* const> rows, std::size_t begin, std::size_t count,
-                   float* mean, float* weight, std::span<std::size_t> rejected);
+                   float* mean, float* weight, std::span<std::uint8_t* const> lost);
     void Add(const float* values, float weight, Sums& sums) const;
     void Suspect(const Sums& sums, std::size_t count);
-    void TakeOne(std::size_t place, float* mean, float* weight, std::span<std::size_t> rejected);
+    void TakeOne(std::size_t begin, std::size_t place, float* mean, float* weight,
+                 std::span<std::uint8_t* const> lost);
     float LeastDeviation(float level, float noise) const;
 
     OutlierRule m_rule;

@@ -2,6 +2,8 @@
 
 #include <fcntl.h>
 #include <stdlib.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 namespace tarn {
@@ -23,6 +25,15 @@ Scratch::Scratch(const std::string& folder) : m_file(OpenNameless(folder)) {}
 
 Scratch::~Scratch() {
     if (m_file >= 0) ::close(m_file);
+}
+
+bool Scratch::HasRoomFor(std::size_t bytes) const {
+    struct statvfs disk {};
+    struct stat own {};
+    if (::fstatvfs(m_file, &disk) != 0 || ::fstat(m_file, &own) != 0) return true;
+    constexpr std::size_t kUnit = 512; // of the blocks that a file says it has
+    return bytes <= std::size_t(disk.f_bavail) * std::size_t(disk.f_frsize) +
+                        std::size_t(own.st_blocks) * kUnit;
 }
 
 bool Scratch::Write(std::size_t at, const void* bytes, std::size_t count) {

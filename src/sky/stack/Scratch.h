@@ -16,6 +16,10 @@ public:
     Scratch& operator=(const Scratch&) = delete;
 
     bool IsOpen() const { return m_file >= 0; }
+    int Number() const { return m_file; } // the system's
+
+    // Whether it can grow to so many bytes, as far as the system knows.
+    bool HasRoomFor(std::size_t bytes) const;
 
     // Any thread; false where the disk is full, or errs.
     bool Write(std::size_t at, const void* bytes, std::size_t count);

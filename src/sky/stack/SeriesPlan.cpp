@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
+#include <utility>
 
 namespace tarn {
 
@@ -15,18 +17,73 @@ std::string FaultOf(const FrameMeasures& frame) {
     return frame.fault.empty() ? "too few stars to align" : frame.fault;
 }
 
-// Scores compare frames of one series; over several, and where there are none, size decides.
-std::optional<std::size_t> BestOf(std::span<const FrameMeasures> frames, const SeriesPlan& plan) {
+// The commonest size is the series'; frames of others are told.
+void LeaveOutOtherSizes(std::span<const FrameMeasures> frames, SeriesPlan& plan) {
+    std::map<std::pair<int, int>, std::size_t> counts;
+    std::pair<int, int> common;
+    for (std::size_t i = 0; i < frames.size(); ++i)
+        if (plan.faults[i].empty()) ++counts[{frames[i].width, frames[i].height}];
+    for (const auto& [size, count] : counts)
+        if (!counts.contains(common) || count > counts[common]) common = size;
+    for (std::size_t i = 0; i < frames.size(); ++i)
+        if (plan.faults[i].empty() && common != std::pair(frames[i].width, frames[i].height))
+            plan.faults[i] = "another size: " + std::to_string(frames[i].width) + " x " +
+                             std::to_string(frames[i].height);
+}
+
+// The best first, without those that have fewer than half of the most stars. Scores compare frames
+// of one series; where there are none the order decides.
+std::vector<std::size_t> Candidates(std::span<const FrameMeasures> frames, const SeriesPlan& plan) {
     std::size_t most = 0;
     for (std::size_t i = 0; i < frames.size(); ++i)
         if (plan.faults[i].empty()) most = std::max(most, frames[i].brightest.size());
-    std::optional<std::size_t> best;
+    std::vector<std::size_t> candidates;
+    for (std::size_t i = 0; i < frames.size(); ++i)
+        if (plan.faults[i].empty() && 2 * frames[i].brightest.size() >= most)
+            candidates.push_back(i);
     const auto worth = [&](std::size_t i) {
         return std::isnan(plan.scores[i]) ? -1 : plan.scores[i];
     };
+    std::stable_sort(candidates.begin(), candidates.end(),
+                     [&](std::size_t one, std::size_t other) { return worth(one) > worth(other); });
+    return candidates;
+}
+
+struct Laid { // over a reference
+    std::size_t reference = 0;
+    std::vector<SeriesFrame> frames;
+    std::vector<std::string> faults; // of all
+};
+
+Laid LayOver(std::span<const FrameMeasures> frames, std::size_t reference,
+             const std::vector<std::string>& faults) {
+    Laid laid{reference, {}, faults};
+    const std::vector<StarPlace>& stars = frames[reference].brightest;
     for (std::size_t i = 0; i < frames.size(); ++i) {
-        if (!plan.faults[i].empty() || 2 * frames[i].brightest.size() < most) continue;
-        if (!best || worth(i) > worth(*best)) best = i;
+        if (!faults[i].empty()) continue;
+        Alignment found;
+        if (i != reference) found = Align(frames[i].brightest, stars);
+        laid.faults[i] = found.fault;
+        if (!found.fault.empty()) continue;
+        const double light = LightTo(stars, frames[i].brightest, found.map);
+        laid.frames.push_back({i, found.map, std::isfinite(light) ? light : 1});
+    }
+    return laid;
+}
+
+// Where few frames fit the best one, it may be the one that is of another field.
+Laid LayOverBest(std::span<const FrameMeasures> frames, const SeriesPlan& plan) {
+    constexpr int kMostTries = 8;
+    const auto all = std::size_t(std::count(plan.faults.begin(), plan.faults.end(), ""));
+    Laid best;
+    std::vector<bool> fitted(frames.size()); // one that was tried: they have nothing to add
+    int tries = 0;
+    for (const std::size_t candidate : Candidates(frames, plan)) {
+        if (fitted[candidate]) continue;
+        Laid laid = LayOver(frames, candidate, plan.faults);
+        for (const SeriesFrame& frame : laid.frames) fitted[frame.number] = true;
+        if (laid.frames.size() > best.frames.size()) best = std::move(laid);
+        if (2 * best.frames.size() >= all || ++tries == kMostTries) break;
     }
     return best;
 }
@@ -38,24 +95,12 @@ SeriesPlan PlanSeries(std::span<const FrameMeasures> frames, std::span<const std
     for (std::size_t i = 0; i < frames.size(); ++i)
         plan.faults.push_back(i < left.size() && !left[i].empty() ? left[i] : FaultOf(frames[i]));
     plan.scores = JudgeFrames(frames).scores;
-    plan.reference = BestOf(frames, plan);
-    if (!plan.reference) return plan;
-    const FrameMeasures& reference = frames[*plan.reference];
-    for (std::size_t i = 0; i < frames.size(); ++i) {
-        if (!plan.faults[i].empty()) continue;
-        const FrameMeasures& frame = frames[i];
-        if (frame.width != reference.width || frame.height != reference.height) {
-            plan.faults[i] = "another size: " + std::to_string(frame.width) + " x " +
-                             std::to_string(frame.height);
-            continue;
-        }
-        Alignment found;
-        if (i != *plan.reference) found = Align(frame.brightest, reference.brightest);
-        plan.faults[i] = found.fault;
-        if (!found.fault.empty()) continue;
-        const double light = LightTo(reference.brightest, frame.brightest, found.map);
-        plan.frames.push_back({i, found.map, std::isfinite(light) ? light : 1});
-    }
+    LeaveOutOtherSizes(frames, plan);
+    Laid laid = LayOverBest(frames, plan);
+    if (laid.frames.empty()) return plan;
+    plan.reference = laid.reference;
+    plan.frames = std::move(laid.frames);
+    plan.faults = std::move(laid.faults);
     return plan;
 }
 

@@ -20,7 +20,8 @@ struct SeriesPlan {
 
 // Maps and light by the stars that the measures list; without enough of them frames have no map.
 // `left` has a reason for each frame that is not to be used, or nothing at all. The reference is
-// the frame of the best score that has at least half as many stars as the one with most.
+// of the commonest size; the frame of the best score that has at least half as many stars as the
+// one with most, or where fewer than half of the frames fit it, the next best that more fit.
 SeriesPlan PlanSeries(std::span<const FrameMeasures> frames,
                       std::span<const std::string> left = {});
 

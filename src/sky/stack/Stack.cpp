@@ -16,6 +16,7 @@ namespace {
 constexpr std::size_t kMostAtOnce = 48;        // frames
 constexpr std::size_t kBandBytes = 16U << 20U; // of one thread's codes
 constexpr int kMostRows = 256;
+constexpr char kDiskErrs[] = "the disk is full or errs";
 
 struct UsedFrame {
     std::size_t place;  // in the series
@@ -25,17 +26,25 @@ struct UsedFrame {
 // Rows of all frames, and what becomes of them; for one thread.
 struct Band {
     Band(std::size_t frames, int rows, int width)
-        : samples(std::size_t(rows) * std::size_t(width)), codes(frames * samples), mean(samples),
-          weight(samples), sums(samples), weights(samples), pointers(frames), rejected(frames) {}
+        : samples(std::size_t(rows) * std::size_t(width)), codes(frames * samples),
+          lost(frames * samples), mean(samples), weight(samples), sums(samples), weights(samples),
+          rejected(frames) {
+        for (std::size_t i = 0; i < frames; ++i) {
+            codesOf.push_back(codes.data() + i * samples);
+            lostOf.push_back(lost.data() + i * samples);
+        }
+    }
 
     std::size_t samples;
     std::vector<std::int16_t> codes;
+    std::vector<std::uint8_t> lost; // 1 where a colour of a frame is left out
     std::vector<float> mean;
     std::vector<float> weight;
     std::vector<float> sums; // with the parts before
     std::vector<float> weights;
-    std::vector<const std::int16_t*> pointers;
-    std::vector<std::size_t> rejected; // of the frames
+    std::vector<std::int16_t*> codesOf; // the frames
+    std::vector<std::uint8_t*> lostOf;
+    std::vector<std::size_t> rejected;
 };
 
 class Stacking {
@@ -56,7 +65,9 @@ public:
         if (m_result.fault.empty() &&
             !m_target.Begin(m_series.Width(), m_series.Height(), m_series.Colours()))
             m_result.fault = "the sum cannot be written";
-        if (m_result.fault.empty()) DoParts();
+        std::string thrown;
+        if (m_result.fault.empty()) Guarded(thrown, [&] { return DoParts(), true; });
+        if (!thrown.empty()) BreakOff(thrown);
         ShareWeights();
         return m_result;
     }
@@ -65,10 +76,11 @@ private:
     void DoParts();
     void BreakOff(const std::string& fault);
     void TakePart(const std::vector<SeriesFrame>& frames, const std::vector<std::string>& faults);
-    void TakeColour(int colour);
+    void TakeRows();
     OutlierRule RuleOf(int colour) const;
     float WeightOf(const UsedFrame& frame, int colour) const;
-    bool TakeBand(int colour, int row, int rows, OutlierMean& mean, Band& band);
+    bool TakeBand(int row, int rows, std::vector<OutlierMean>& means, Band& band);
+    bool TakeColour(int colour, int row, int rows, OutlierMean& mean, Band& band);
     bool AddParts(int colour, int row, std::size_t samples, Band& band);
     void ShareWeights();
 
@@ -87,7 +99,13 @@ private:
 // A part has every n-th frame, so that what passes through the field is in few of each.
 void Stacking::DoParts() {
     m_parts = (m_plan.frames.size() + kMostAtOnce - 1) / kMostAtOnce;
-    if (m_parts > 1) m_sums = std::make_unique<Scratch>(m_order.scratch);
+    if (m_parts > 1) {
+        m_sums = std::make_unique<Scratch>(m_order.scratch);
+        const std::size_t samples = std::size_t(m_series.Width()) * std::size_t(m_series.Height()) *
+                                    std::size_t(m_series.Colours());
+        if (!m_sums->IsOpen() || !m_sums->HasRoomFor(2 * samples * sizeof(float)))
+            return BreakOff(kDiskErrs);
+    }
     for (m_part = 0; m_part < m_parts && m_result.fault.empty(); ++m_part) {
         std::vector<SeriesFrame> frames;
         for (std::size_t i = m_part; i < m_plan.frames.size(); i += m_parts)
@@ -117,8 +135,7 @@ void Stacking::TakePart(const std::vector<SeriesFrame>& frames,
         frame.used = faults[i].empty();
         if (frame.used) m_used.push_back({i, frames[i].number});
     }
-    for (int colour = 0; colour < m_series.Colours() && m_result.fault.empty(); ++colour)
-        TakeColour(colour);
+    TakeRows();
 }
 
 float Stacking::WeightOf(const UsedFrame& frame, int colour) const {
@@ -144,43 +161,54 @@ OutlierRule Stacking::RuleOf(int colour) const {
     return rule;
 }
 
-void Stacking::TakeColour(int colour) {
-    const OutlierRule rule = RuleOf(colour);
-    for (std::size_t i = 0; i < m_used.size(); ++i)
-        m_result.frames[m_used[i].number].weight += rule.weights[i];
-    const auto rowBytes = std::size_t(m_series.Width()) * sizeof(std::int16_t);
-    const int rows = int(std::clamp<std::size_t>(
-        kBandBytes / std::max<std::size_t>(1, rowBytes * m_used.size()), 1, kMostRows));
+void Stacking::TakeRows() {
+    std::vector<OutlierRule> rules;
+    for (int colour = 0; colour < m_series.Colours(); ++colour) {
+        rules.push_back(RuleOf(colour));
+        for (std::size_t i = 0; i < m_used.size(); ++i)
+            m_result.frames[m_used[i].number].weight += rules.back().weights[i];
+    }
+    constexpr std::size_t kOfSample = sizeof(std::int16_t) + sizeof(std::uint8_t);
+    const auto rowBytes = std::size_t(m_series.Width()) * kOfSample * m_used.size();
+    const int rows =
+        int(std::clamp<std::size_t>(kBandBytes / std::max<std::size_t>(1, rowBytes), 1, kMostRows));
     std::atomic<int> next = 0;
     std::atomic<bool> errs = false;
     const auto work = [&] {
-        OutlierMean mean(rule);
+        std::vector<OutlierMean> means(rules.begin(), rules.end());
         Band band(m_used.size(), rows, m_series.Width());
         for (int row = next.fetch_add(rows); row < m_series.Height() && !errs;
              row = next.fetch_add(rows))
             if (m_order.watch.IsCancelled() ||
-                !TakeBand(colour, row, std::min(rows, m_series.Height() - row), mean, band))
+                !TakeBand(row, std::min(rows, m_series.Height() - row), means, band))
                 errs = true;
         const std::lock_guard lock(m_mutex);
         for (std::size_t i = 0; i < m_used.size(); ++i)
             m_result.frames[m_used[i].number].rejected += band.rejected[i];
     };
-    {
-        std::vector<Worker> workers;
-        for (int i = 0; i < WarpedSeries::kThreads; ++i) workers.emplace_back(work);
-    }
-    if (errs) BreakOff(m_order.watch.IsCancelled() ? std::string() : "the disk is full or errs");
+    const std::string thrown = OnWorkers(WarpedSeries::kThreads, work);
+    if (!thrown.empty())
+        BreakOff(thrown);
+    else if (errs)
+        BreakOff(m_order.watch.IsCancelled() ? std::string() : kDiskErrs);
 }
 
-bool Stacking::TakeBand(int colour, int row, int rows, OutlierMean& mean, Band& band) {
+bool Stacking::TakeBand(int row, int rows, std::vector<OutlierMean>& means, Band& band) {
+    std::fill(band.lost.begin(), band.lost.end(), std::uint8_t(0));
+    for (int colour = 0; colour < m_series.Colours(); ++colour)
+        if (!TakeColour(colour, row, rows, means[std::size_t(colour)], band)) return false;
+    for (std::size_t i = 0; i < m_used.size(); ++i)
+        band.rejected[i] +=
+            std::size_t(std::count(band.lostOf[i], band.lostOf[i] + band.samples, std::uint8_t(1)));
+    return true;
+}
+
+bool Stacking::TakeColour(int colour, int row, int rows, OutlierMean& mean, Band& band) {
     const auto width = std::size_t(m_series.Width());
-    for (std::size_t i = 0; i < m_used.size(); ++i) {
-        std::int16_t* const codes = band.codes.data() + i * band.samples;
-        if (!m_series.Read(m_used[i].place, colour, row, rows, codes)) return false;
-        band.pointers[i] = codes;
-    }
+    for (std::size_t i = 0; i < m_used.size(); ++i)
+        if (!m_series.Read(m_used[i].place, colour, row, rows, band.codesOf[i])) return false;
     const std::size_t samples = std::size_t(rows) * width;
-    mean.Take(band.pointers, int(samples), band.mean.data(), band.weight.data(), band.rejected);
+    mean.Take(band.codesOf, int(samples), band.mean.data(), band.weight.data(), band.lostOf);
     if (m_parts > 1 && !AddParts(colour, row, samples, band)) return false;
     if (m_part + 1 < m_parts) return true;
     const SampleCodes& codes = m_series.Codes(colour);

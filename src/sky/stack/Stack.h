@@ -22,8 +22,8 @@ struct StackOrder {
 
 struct StackedFrame {
     bool used = false;
-    double weight = 0; // a part of 1 of all
-    std::size_t rejected = 0;
+    double weight = 0;        // a part of 1 of all
+    std::size_t rejected = 0; // pixels of the grid at which a colour of it is left out
     std::string fault;
 };
 

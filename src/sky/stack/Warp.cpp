@@ -55,6 +55,28 @@ const std::array<Weights, kPhases + 1>& LanczosWeights() {
     return kWeights;
 }
 
+// Where some of the samples are no data: by the others, where those have most of the weight, and
+// none where the nearest is none.
+float SampleWithGaps(const float* at, int perRow, const float* along, const float* across,
+                     int before, int taps) {
+    constexpr float kLeast = 0.6F;
+    constexpr float kNearest = 0.35F; // only it has more
+    float sum = 0;
+    float weight = 0;
+    for (int row = 0; row < taps; ++row)
+        for (int column = 0; column < taps; ++column) {
+            const float value = at[std::ptrdiff_t(row - before) * perRow + column - before];
+            const float part = along[column] * across[row];
+            if (std::isnan(value)) {
+                if (part > kNearest) return kNone;
+                continue;
+            }
+            sum += part * value;
+            weight += part;
+        }
+    return weight >= kLeast ? sum / weight : kNone;
+}
+
 // `at` is the sample at the whole part of the place, `right` and `down` the rest of it.
 struct LanczosSample {
     const std::array<Weights, kPhases + 1>& weights = LanczosWeights();
@@ -70,7 +92,8 @@ struct LanczosSample {
             first += across[tap] * FourThere(row);
             second += across[tap] * FourThere(row + 4);
         }
-        return (first * FourThere(along) + second * FourThere(along + 4)).sum();
+        const float sum = (first * FourThere(along) + second * FourThere(along + 4)).sum();
+        return std::isnan(sum) ? SampleWithGaps(at, perRow, along, across, 2, kTaps) : sum;
     }
 };
 
@@ -78,7 +101,11 @@ struct BilinearSample {
     float operator()(const float* at, int perRow, float right, float down) const {
         const float upper = at[0] + right * (at[1] - at[0]);
         const float lower = at[perRow] + right * (at[perRow + 1] - at[perRow]);
-        return upper + down * (lower - upper);
+        const float value = upper + down * (lower - upper);
+        if (!std::isnan(value)) return value;
+        const std::array<float, 2> along{1 - right, right};
+        const std::array<float, 2> across{1 - down, down};
+        return SampleWithGaps(at, perRow, along.data(), across.data(), 0, 2);
     }
 };
 

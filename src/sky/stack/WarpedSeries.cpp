@@ -11,6 +11,7 @@ namespace {
 
 constexpr int kTile = 128; // grid samples along a row
 constexpr int kStrip = 64; // rows at a time
+constexpr char kNoRoom[] = "the disk has no room for the frames that are laid over each other";
 
 // One strip of a frame: from tiles of values to rows of codes.
 class Strip {
@@ -97,14 +98,23 @@ bool WarpedSeries::ReadRun(std::size_t frame, int colour, int x, int y, int coun
                            std::size_t(count) * sizeof(std::int16_t));
 }
 
+// It may have become another since it was measured.
+std::string WarpedSeries::FaultOf(const FrameSamples& samples) const {
+    if (samples.Colours() != Colours())
+        return std::to_string(samples.Colours()) + " colours where the reference has " +
+               std::to_string(Colours());
+    if (samples.width != m_width || samples.height != m_height)
+        return "another size: " + std::to_string(samples.width) + " x " +
+               std::to_string(samples.height);
+    return {};
+}
+
 std::string WarpedSeries::Take(const SeriesFrame& frame, std::size_t place,
                                const SeriesWatch& watch) {
     std::string error;
     const auto samples = m_read(frame.number, error);
     if (!samples) return error.empty() ? "cannot be read" : error;
-    if (samples->Colours() != Colours())
-        return std::to_string(samples->Colours()) + " colours where the reference has " +
-               std::to_string(Colours());
+    if (std::string fault = FaultOf(*samples); !fault.empty()) return fault;
     std::vector<LevelSurface> surfaces;
     for (int colour = 0; colour < Colours(); ++colour) {
         const SkyGrid& reference = m_skies[std::size_t(colour)];
@@ -117,7 +127,7 @@ std::string WarpedSeries::Take(const SeriesFrame& frame, std::size_t place,
     Strip strip(m_width, Colours());
     std::vector<float> shrunk(watch.shrink > 0 ? 2 * m_sum.values.size() : 0);
     for (int top = 0; top < m_height; top += kStrip) {
-        if (watch.IsCancelled()) return {};
+        if (watch.IsCancelled() || m_diskErrs) return {};
         const int rows = std::min(kStrip, m_height - top);
         for (int left = 0; left < m_width; left += kTile) {
             const GridPart part{left, top, std::min(kTile, m_width - left), rows};
@@ -127,8 +137,11 @@ std::string WarpedSeries::Take(const SeriesFrame& frame, std::size_t place,
         }
         for (int colour = 0; colour < Colours(); ++colour) {
             if (!m_scratch->Write(RowAt(place, colour, top), strip.Row(colour, 0),
-                                  std::size_t(rows) * std::size_t(m_width) * sizeof(std::int16_t)))
-                return "the disk has no room for the sum's work";
+                                  std::size_t(rows) * std::size_t(m_width) *
+                                      sizeof(std::int16_t))) {
+                m_diskErrs = true;
+                return {};
+            }
             if (!shrunk.empty())
                 Shrink(strip, colour, Codes(colour), top, rows, m_width, watch.shrink, m_sum,
                        shrunk);
@@ -154,15 +167,22 @@ void WarpedSeries::AddToSum(const SeriesWatch& watch, const std::vector<float>& 
     if (watch.told) watch.told(m_done, m_sum);
 }
 
+bool WarpedSeries::OpenScratch(std::size_t frames) {
+    m_diskErrs = false;
+    m_fault.clear();
+    if (!m_scratch) m_scratch = std::make_unique<Scratch>(m_folder);
+    if (!m_scratch->IsOpen())
+        m_fault = "nothing can be written in " + m_folder;
+    else if (!m_scratch->HasRoomFor(RowAt(frames, 0, 0)))
+        m_fault = kNoRoom;
+    return m_fault.empty();
+}
+
 bool WarpedSeries::Make(std::span<const SeriesFrame> frames, const SeriesWatch& watch,
                         std::vector<std::string>& faults) {
     faults.assign(frames.size(), {});
     m_noises.assign(frames.size() * m_skies.size(), 0);
-    if (!m_scratch) m_scratch = std::make_unique<Scratch>(m_folder);
-    if (!m_scratch->IsOpen()) {
-        m_fault = "nothing can be written in " + m_folder;
-        return false;
-    }
+    if (!OpenScratch(frames.size())) return false;
     if (watch.shrink > 0 && m_sum.frames.empty()) {
         m_sum.width = std::max(1, m_width / watch.shrink);
         m_sum.height = std::max(1, m_height / watch.shrink);
@@ -172,17 +192,16 @@ bool WarpedSeries::Make(std::span<const SeriesFrame> frames, const SeriesWatch& 
     }
     std::atomic<std::size_t> next = 0;
     const auto work = [&] {
-        for (std::size_t i = next++; i < frames.size() && !watch.IsCancelled(); i = next++) {
+        for (std::size_t i = next++; i < frames.size() && !watch.IsCancelled() && !m_diskErrs;
+             i = next++) {
             std::string thrown;
             faults[i] = Guarded(thrown, [&] { return Take(frames[i], i, watch); });
             if (!thrown.empty()) faults[i] = thrown;
         }
     };
-    {
-        std::vector<Worker> workers;
-        for (int i = 0; i < kThreads; ++i) workers.emplace_back(work);
-    }
-    return !watch.IsCancelled();
+    m_fault = OnWorkers(kThreads, work);
+    if (m_diskErrs) m_fault = kNoRoom;
+    return !watch.IsCancelled() && m_fault.empty();
 }
 
 } // namespace tarn

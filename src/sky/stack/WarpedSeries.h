@@ -52,8 +52,9 @@ public:
     // The frame whose grid, sky and light all get; the answer is why it cannot be had.
     std::string SetReference(std::size_t number);
 
-    // These frames in place of those before. False with `Fault` when nothing came of it, or when
-    // cancelled (without); what is wrong with single frames is in `faults`, one for each.
+    // These frames in place of those before. False with `Fault` when nothing came of it, as on a
+    // full disk, or when cancelled (without); what is wrong with single frames is in `faults`, one
+    // for each.
     bool Make(std::span<const SeriesFrame> frames, const SeriesWatch& watch,
               std::vector<std::string>& faults);
     const std::string& Fault() const { return m_fault; }
@@ -75,6 +76,8 @@ public:
 
 private:
     std::size_t RowAt(std::size_t frame, int colour, int row) const;
+    bool OpenScratch(std::size_t frames);
+    std::string FaultOf(const FrameSamples& samples) const;
     std::string Take(const SeriesFrame& frame, std::size_t place, const SeriesWatch& watch);
     void AddToSum(const SeriesWatch& watch, const std::vector<float>& shrunk);
 
@@ -87,6 +90,7 @@ private:
     std::vector<double> m_noises;
     std::unique_ptr<Scratch> m_scratch;
     std::string m_fault;
+    std::atomic<bool> m_diskErrs = false;
     std::mutex m_mutex; // of what follows
     PartialSum m_sum;
     std::size_t m_done = 0;
