@@ -369,7 +369,19 @@ bool IsMoved(const Step& copy, const std::vector<Step>& steps) {
            });
 }
 
+// What the command itself has put there could not be looked at when it was planned.
+void KnowOwn(Step& thrown, const std::vector<Step>& steps, const Files& files) {
+    if (thrown.kind != StepKind::ThrownAway || thrown.before.inode != 0) return;
+    const bool isOwn = std::any_of(steps.begin(), steps.end(), [&](const Step& step) {
+        return (step.kind == StepKind::Made || step.kind == StepKind::Renamed) &&
+               step.to == thrown.from && step.number < thrown.number &&
+               step.state == StepState::Done;
+    });
+    if (isOwn) thrown.before = IdentityOf(files, thrown.from);
+}
+
 bool CarryOut(Step& step, const std::vector<Step>& steps, Files& files, std::string* error) {
+    KnowOwn(step, steps, files);
     return IsMoved(step, steps) ? MoveAgain(step, files, error) : DoStep(step, files, error);
 }
 

@@ -25,11 +25,13 @@ private:
     std::map<std::string, FileLook> m_looks;
 };
 
-// What stands at a path may be what the same command was about to throw away.
-bool IsThrownLater(const std::vector<Step>& steps, const std::string& path, const FileLook& now) {
+// What stands at the path of a new file may be what the same command was about to throw away for
+// it.
+bool IsThrownFor(const Step& made, const std::vector<Step>& steps, const std::string& path,
+                 const FileLook& now) {
     return std::any_of(steps.begin(), steps.end(), [&](const Step& step) {
         return step.kind == StepKind::ThrownAway && step.from == path &&
-               step.before.inode == now.inode;
+               step.number < made.number && step.before.inode == now.inode;
     });
 }
 
@@ -41,7 +43,7 @@ bool HasTimeOf(const FileLook& look, const FileLook& now) {
 // The bytes come first, then the time that belongs to them: a kill may fall between.
 Stands TellWritten(const Step& step, const std::vector<Step>& steps, DiskBefore& disk) {
     const FileLook now = disk.At(step.from);
-    if (now.inode == 0 || IsThrownLater(steps, step.from, now)) return Stands::Not;
+    if (now.inode == 0 || IsThrownFor(step, steps, step.from, now)) return Stands::Not;
     if (step.before.inode != 0 && HasTimeOf(step.before, now)) return Stands::Not;
     if (step.after.inode != 0 && HasTimeOf(step.after, now)) return Stands::Whole;
     if (step.after.inode == 0 && !step.newBytes) return Stands::Whole;
@@ -77,7 +79,8 @@ Stands TellRenamed(const Step& step, DiskBefore& disk) {
 Stands TellMade(const Step& step, const std::vector<Step>& steps, DiskBefore& disk) {
     const FileLook now = disk.At(step.to);
     const bool isCopy = now.inode != 0 && now.bytes == step.before.bytes &&
-                        now.seconds == step.before.seconds && !IsThrownLater(steps, step.to, now);
+                        now.seconds == step.before.seconds &&
+                        !IsThrownFor(step, steps, step.to, now);
     if (!isCopy) return Stands::Not;
     disk.Set(step.to, {});
     return Stands::Whole;

@@ -316,9 +316,11 @@ std::set<std::string> Contents(const Tree& tree) {
 bool HasItsEnd(const std::string& path, const std::string& bytes) {
     for (const auto& [type, end] : {std::pair<std::string, std::string>{".jpg", "\xFF\xD9"},
                                     {".html", "</html>\r\n"},
+                                    {"report.html", "</html>\n"},
+                                    {".xmp", "</x:xmpmeta>\n"},
                                     {".pdf", "%%EOF\n"},
                                     {".trashinfo", "\n"}})
-        if (path.ends_with(type)) return bytes.ends_with(end);
+        if (path.ends_with(type) && bytes.ends_with(end)) return true;
     return path.starts_with("state/");
 }
 

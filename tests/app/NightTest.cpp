@@ -367,6 +367,7 @@ TEST(Burst, TheSharpestOfEachIsKeptAndTakenBack) {
     };
     EXPECT_EQ(kept(), NameSet{"b.jpg"});
     d.c.UndoButton->trigger();
+    (void)QTest::qWaitFor([&] { return kept().empty(); }); // its sidecar is read again
     EXPECT_EQ(kept(), NameSet());
 }
 
