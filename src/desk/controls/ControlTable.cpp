@@ -79,20 +79,13 @@ constexpr struct {
     const char* name;
     const char* spoken;
 } kSpoken[] = {
-    {"FolderTreeview1", "Folders"},
-    {"FileListBox", "Files of the folder"},
-    {"FindLine", "Find in list"},
-    {"Picture1", "Picture"},
-    {"Picture2", "Frame of the clip"},
-    {"WebBrowser1", "Page"},
-    {"LogText", "Text of the file"},
-    {"List1", "Camera data"},
-    {"SkyList", "Sky at the exposure"},
-    {"NotesBox", "Note of the picture"},
-    {"FileDateText", "Message"},
-    {"NoteFilterCombo", "Notes and marks filter"},
-    {"SortCombo", "Order of the list"},
-    {"NotesPrevButton", "Previous picture"},
+    {"FolderTreeview1", "Folders"},      {"FileListBox", "Files of the folder"},
+    {"FindLine", "Find in list"},        {"Picture1", "Picture"},
+    {"Picture2", "Frame of the clip"},   {"WebBrowser1", "Page"},
+    {"LogText", "Text of the file"},     {"List1", "Camera data"},
+    {"SkyList", "Sky at the exposure"},  {"NotesBox", "Note of the picture"},
+    {"FileDateText", "Message"},         {"NoteFilterCombo", "Notes and marks filter"},
+    {"SortCombo", "Order of the list"},  {"NotesPrevButton", "Previous picture"},
     {"NotesNextButton", "Next picture"},
 };
 
