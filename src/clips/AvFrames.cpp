@@ -116,11 +116,13 @@ bool FramesOfAv(const std::string& path, const ClipSink& sink, std::string& erro
     const std::unique_ptr<AVFrame, Closer> frame(av_frame_alloc());
     const AvPacket packet(av_packet_alloc());
     Walk walk{sink};
+    std::int64_t packets = 0; // also of frames that an edit of the clip leaves out
     for (bool ends = false; !ends;) {
         const int read = av_read_frame(file.get(), packet.get());
         ends = read < 0;
         if (ends && read != AVERROR_EOF) error = AvErrorText(read);
         const bool isOurs = ends || packet->stream_index == stream;
+        packets += isOurs && !ends ? 1 : 0;
         if (isOurs && avcodec_send_packet(decoder.get(), ends ? nullptr : packet.get()) < 0)
             walk.broken += ends ? 0 : 1;
         av_packet_unref(packet.get());
@@ -131,7 +133,7 @@ bool FramesOfAv(const std::string& path, const ClipSink& sink, std::string& erro
     if (error.empty() && walk.broken > 0)
         error = std::to_string(walk.broken) + " frames cannot be decoded: those behind them have "
                                               "lower numbers";
-    if (error.empty() && stated > walk.taken)
+    if (error.empty() && stated > packets)
         error = "it is cut off: " + std::to_string(walk.taken) + " of " + std::to_string(stated) +
                 " frames are there";
     return error.empty();

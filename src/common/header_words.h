@@ -23,7 +23,7 @@ inline constexpr const char* kHeaderWords[] = {
     "SITELON",  "SITEELEV", "SITEALT",  "LAT-OBS",  "LONG-OBS", "LON-OBS",  "ALT-OBS",  "OBSLAT",
     "OBSLONG",  "OBSLON",   "OBSALT",   "OBSELEV",  "OBS-LAT",  "OBS-LONG", "OBS-LON",  "OBS-ELEV",
     "GEOLAT",   "GEOLONG",  "GEOLON",   "GEOELEV",  "GEOALT",   "LATITUDE", "LONGITUD", "TELLAT",
-    "TELLONG",  "ELEVATIO", "TELALT",   "OBJCTALT", "CENTALT"};
+    "TELLONG",  "ELEVATIO", "TELALT",   "OBJCTALT", "CENTALT",  "NCOMBINE"};
 
 // Empty where there is none.
 inline std::string_view WordIn(const HeaderWords& words, std::string_view name) {

@@ -42,6 +42,7 @@ public:
             if (EndsWith(FoldCase(name), FoldCase(kNoteEnding))) notes.push_back(name);
         return notes;
     }
+    SidecarNames Sidecars() const { return SidecarNames({m_names.begin(), m_names.end()}); }
     std::string Path(const std::string& name) const { return JoinPath(m_folder, name); }
 
 private:
@@ -63,12 +64,11 @@ struct Folders {
             if (!names) return false;
             sidecars = SidecarNames(*names);
         }
-        if (!r.filesTo.empty())
-            sidecarsTo =
-                SidecarNames(files.FileNames(r.filesTo).value_or(std::vector<std::string>()));
-        return (r.notesFrom.empty() || (notesFrom.Read(r.notesFrom, files, error) &&
-                                        notesTo.Read(r.notesTo, files, error))) &&
-               (r.filesTo.empty() || filesTo.Read(r.filesTo, files, error));
+        const bool read = (r.notesFrom.empty() || (notesFrom.Read(r.notesFrom, files, error) &&
+                                                   notesTo.Read(r.notesTo, files, error))) &&
+                          (r.filesTo.empty() || filesTo.Read(r.filesTo, files, error));
+        sidecarsTo = filesTo.Sidecars();
+        return read;
     }
 
     PlannedCopy Note(const std::string& name) const {

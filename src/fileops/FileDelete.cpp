@@ -93,6 +93,8 @@ Outcome FileRoom::Delete(const DeletePlan& plan, bool ask, const std::string& ve
     changes.Close();
     const DroppedNote dropped(m);
     ShowNext(following, row);
+    if (RowOf(plan.path) >= 0 && !m.files.Exists(plan.path))
+        said += ", the folder could not be read again";
     return Outcome::Did(said + dropped.Word());
 }
 

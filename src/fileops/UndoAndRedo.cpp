@@ -61,6 +61,7 @@ Outcome FileRoom::KnowAllDone() {
     Outcome written = m.marks.Flush();
     m.history.EndLate();
     QCoreApplication::sendPostedEvents(&m_here, QEvent::MetaCall);
+    if (!m_markToCome.empty()) ShowUndo(); // what the menu named is done by now
     return written;
 }
 

@@ -195,7 +195,8 @@ bool History::Add(const Ledger& book, std::int64_t id, std::span<const Step> ste
 }
 
 bool History::Change(const Ledger& book, std::int64_t id, const Step& step, std::string* error) {
-    const Wrote wrote = book->Change(id, step);
+    Wrote wrote = book->Change(id, step);
+    if (wrote == Wrote::Locked) wrote = book->Change(id, step); // as above
     return wrote == Wrote::Yes || MayGoOn(book, wrote, error);
 }
 

@@ -114,9 +114,10 @@ public:
     bool Copy(const std::string& from, const std::string& to, std::string* error,
               std::string* replaced) override {
         if (!Look(from, error)) return false;
-        if (Exists(to) && (!replaced || IsFolder(to) || IsSameFile(from, to)))
+        const bool stands = Exists(to); // asked once: the disk may answer otherwise
+        if (stands && (!replaced || IsFolder(to) || IsSameFile(from, to)))
             return Refuse(error, EEXIST);
-        if (Exists(to)) *replaced = kSomewhere;
+        if (stands) *replaced = kSomewhere;
         return Appear(to, from);
     }
     Moved Move(const std::string& from, const std::string& to, std::string* error,

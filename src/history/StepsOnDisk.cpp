@@ -215,7 +215,7 @@ bool TakeBackStep(Step& step, Files& files, std::string* error) {
 
 bool MoveAgain(Step& step, Files& files, std::string* error) {
     if (!step.aside.empty()) return DoStep(step, files, error);
-    return IsOriginal(step, files, error) && files.Move(step.from, step.to, error) == Moved::Copied;
+    return IsOriginal(step, files, error) && files.Move(step.from, step.to, error) != Moved::No;
 }
 
 bool DoStep(Step& step, Files& files, std::string* error) {

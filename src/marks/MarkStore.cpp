@@ -128,7 +128,8 @@ bool MarkStore::Flush(std::optional<std::chrono::milliseconds> atMost) {
 
 MarkStore::Unwritten MarkStore::StillUnwritten() const {
     const std::lock_guard lock(m_mutex);
-    return {m_pending.Count() + m_writing.Count() - m_written.count, m_written.now};
+    const std::size_t all = m_pending.Count() + m_writing.Count();
+    return {all - std::min(all, m_written.count), m_written.now};
 }
 
 void MarkStore::KeepUnwrittenAside() {
@@ -409,7 +410,8 @@ void MarkStore::KnowWritten(const std::string& name, const WrittenMark& written)
     m_setSince.insert(name);
     m_anyMarked = m_anyMarked || written.mark != Mark();
     const auto sharing = m_sharing.find(FoldCase(written.sidecar));
-    if (sharing == m_sharing.end() || !sharing->second.contains(name)) return;
+    const bool isOwn = FoldCase(written.sidecar) == FoldCase(OwnSidecarName(name));
+    if (sharing == m_sharing.end() || isOwn) return;
     for (const std::string& other : sharing->second) {
         m_known[other] = {written.mark, {}};
         m_setSince.insert(other);

@@ -19,7 +19,7 @@ namespace tarn {
 namespace {
 
 constexpr std::size_t kDigits = 8;
-constexpr std::size_t kOfMachine = 2 * kDigits + 2; // with both lines behind
+constexpr std::size_t kOfMachine = 3 * kDigits + 3; // with the lines behind
 
 std::string TextOf(const char* path) {
     std::string fault;
@@ -29,7 +29,6 @@ std::string TextOf(const char* path) {
     return {text, std::size_t(std::max<ssize_t>(0, got))};
 }
 
-// Within which the numbers of processes count.
 std::string Namespace() {
     char text[64] = {};
     const ssize_t got = ::readlink("/proc/self/ns/pid", text, sizeof text);
@@ -51,8 +50,13 @@ const std::string& Machine() {
 }
 
 const std::string& Boot() {
-    static const std::string kText =
-        Short(TextOf("/proc/sys/kernel/random/boot_id") + Namespace()) + "-";
+    static const std::string kText = Short(TextOf("/proc/sys/kernel/random/boot_id")) + "-";
+    return kText;
+}
+
+// Within which the numbers of processes count.
+const std::string& Numbers() {
+    static const std::string kText = Short(Namespace()) + "-";
     return kText;
 }
 
@@ -65,7 +69,7 @@ bool IsAlive(int process) {
 const std::string& RunToken() {
     // Not of the process that has forked this one.
     thread_local std::string text;
-    text = Machine() + Boot() + std::to_string(::getpid());
+    text = Machine() + Boot() + Numbers() + std::to_string(::getpid());
     return text;
 }
 
@@ -76,7 +80,8 @@ bool IsOfEndedRun(std::string_view token) {
     const char* end = token.data() + token.size();
     const auto [rest, fault] = std::from_chars(token.data() + kOfMachine, end, process);
     if (fault != std::errc() || process <= 0 || (rest != end && *rest != '-')) return false;
-    return token.substr(kDigits + 1, kDigits + 1) != Boot() || !IsAlive(process);
+    if (token.substr(kDigits + 1, kDigits + 1) != Boot()) return true;
+    return token.substr(2 * (kDigits + 1), kDigits + 1) == Numbers() && !IsAlive(process);
 }
 
 void SweepBeside(const std::string& folder) {

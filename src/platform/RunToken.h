@@ -7,7 +7,8 @@
 
 namespace tarn {
 
-// Of this machine, of its time since the start, of this process: "5f3c01aa-09be77d2-4711".
+// Of this machine, of its time since the start, of what numbers its processes, of this process:
+// "5f3c01aa-09be77d2-11d0a3b4-4711".
 const std::string& RunToken();
 
 // Whether what begins with a token is of this machine and of a run that is over. False when it is

@@ -125,7 +125,14 @@ TEST(Files, WhatAKilledRunOfThisMachineLeftIsSweptAtOnce) {
     const std::string ended = KilledBeside(d.folder);
     EXPECT_TRUE(IsOfEndedRun(ended));
     EXPECT_FALSE(IsOfEndedRun(RunToken()));
-    EXPECT_FALSE(IsOfEndedRun("0" + ended.substr(1))); // another machine's
+    const auto changed = [&](std::size_t at) { // one sign of it
+        std::string other = ended;
+        other[at] = other[at] == '0' ? '1' : '0';
+        return other;
+    };
+    EXPECT_FALSE(IsOfEndedRun(changed(0)));  // another machine's
+    EXPECT_TRUE(IsOfEndedRun(changed(9)));   // from before its last start
+    EXPECT_FALSE(IsOfEndedRun(changed(18))); // of a container, where the number is another's
     const std::string mine = std::string(kBeside) + RunToken() + "-1";
     d.folder.Write(mine, "at work");
     d.folder.Write(".tarn-0-1", "of an unknown run");

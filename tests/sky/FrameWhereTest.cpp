@@ -120,6 +120,10 @@ TEST(ExposureTime, SaysWhatIsMissingOrContradicts) {
     EXPECT_EQ(with("UT", "14:00:00"), Faults{"DATE-OBS and UT differ by 2.0 h"});
     EXPECT_EQ(with("DATE-AVG", "2024-11-05T12:20:00"),
               Faults{"DATE-AVG and the start of the exposure differ by 20 min"});
+    HeaderWords sum = start; // of many frames
+    sum["NCOMBINE"] = "40";
+    sum["DATE-AVG"] = "2024-11-05T12:20:00";
+    EXPECT_EQ(FaultsOfTime(sum), Faults());
     EXPECT_EQ(with("DATE-LOC", "2024-11-08T12:20:00"),
               Faults{"DATE-OBS and DATE-LOC differ by 3 days"});
     EXPECT_EQ(with("JD", "2460620.0004"), Faults()); // its end

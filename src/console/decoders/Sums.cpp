@@ -111,6 +111,7 @@ FitsCards CardsOf(const SumOrder& order, const StackResult& result) {
     for (const std::string& card : kept) cards.AddWhole(card);
     if (kept.empty()) AddWords(cards, header);
     const Exposures times = ExposuresOf(order, result);
+    cards.Add("TIMESYS", std::string_view("UTC"));
     AddDate(cards, "DATE-OBS", times.begin, "UTC, beginning of the first frame");
     AddDate(cards, "DATE-END", times.end, "UTC, end of the last one");
     AddDate(cards, "DATE-AVG", times.middle, "UTC, mean of their middles by weight");

@@ -1,6 +1,7 @@
 // A new file where another may stand.
 #pragma once
 
+#include "platform/Descriptors.h"
 #include "platform/Files.h"
 
 #include <string>
@@ -13,6 +14,10 @@ namespace tarn {
 inline bool WriteInPlace(Files& files, const std::string& target, std::string_view bytes,
                          std::string* error) {
     std::string thrown;
+    if (IsPipeOrDevice(target)) {
+        *error = "is a pipe or a device";
+        return false;
+    }
     const auto stands = files.FindAnyCase(target);
     if (stands && files.IsFolder(*stands)) {
         *error = "a folder of that name stands there";

@@ -19,13 +19,13 @@ constexpr int kMostParts = 100;
 
 // What a sum has of its reference.
 constexpr std::string_view kWords[] = {
-    "OBJECT",   "OBJNAME",  "RA",       "DEC",      "OBJCTRA",  "OBJCTDEC", "OBJCTALT", "OBJCTAZ",
-    "EQUINOX",  "RADESYS",  "RADECSYS", "EPOCH",    "WCSAXES",  "LONPOLE",  "LATPOLE",  "SCALE",
-    "PIXSCALE", "SECPIX",   "SITELAT",  "SITELONG", "SITEELEV", "LAT-OBS",  "LONG-OBS", "ALT-OBS",
-    "OBSERVER", "TELESCOP", "INSTRUME", "CAMERA",   "FILTER",   "FILTER1",  "FOCALLEN", "APTDIA",
-    "APERTURE", "XPIXSZ",   "YPIXSZ",   "PIXSIZE1", "PIXSIZE2", "XBINNING", "YBINNING", "GAIN",
-    "ISOSPEED", "OFFSET",   "CCD-TEMP", "SET-TEMP", "AIRMASS",  "ROWORDER", "TIMESYS",  "PIERSIDE",
-    "ROTATANG", "OBJCTROT", "IMAGETYP", "FRAME",    "EXPTIME",  "EXPOSURE"};
+    "OBJECT",   "OBJNAME",  "RA",       "DEC",      "OBJCTRA",  "OBJCTDEC", "EQUINOX",
+    "RADESYS",  "RADECSYS", "EPOCH",    "WCSAXES",  "LONPOLE",  "LATPOLE",  "SCALE",
+    "PIXSCALE", "SECPIX",   "SITELAT",  "SITELONG", "SITEELEV", "LAT-OBS",  "LONG-OBS",
+    "ALT-OBS",  "OBSERVER", "TELESCOP", "INSTRUME", "CAMERA",   "FILTER",   "FILTER1",
+    "FOCALLEN", "APTDIA",   "APERTURE", "XPIXSZ",   "YPIXSZ",   "PIXSIZE1", "PIXSIZE2",
+    "XBINNING", "YBINNING", "GAIN",     "ISOSPEED", "OFFSET",   "CCD-TEMP", "SET-TEMP",
+    "ROWORDER", "ROTATANG", "OBJCTROT", "IMAGETYP", "FRAME",    "EXPTIME",  "EXPOSURE"};
 
 // With numbers behind them, or the order of a polynomial.
 constexpr std::string_view kNumbered[] = {"CTYPE", "CRVAL", "CRPIX", "CUNIT",  "CDELT",

@@ -6,6 +6,7 @@
 #include "imaging/JpegWriter.h"
 #include "imaging/PictureLoader.h"
 #include "imaging/PicturesAhead.h"
+#include "imaging/fits/KeptCards.h"
 #include "imaging/fits/ScreenStretch.h"
 #include "platform/CanonicalPath.h"
 #include "sky/judging/Judging.h"
@@ -85,6 +86,10 @@ ReadNights ReadFramesOfNights(const NightSources& sources, const ReadingProgress
             return nights;
         }
         if (!known.insert(CanonicalPath(path)).second) continue;
+        if (IsSumOfFrames(path)) {
+            nights.longitudes.push_back(LastPart(path) + " is a sum of frames, and not counted");
+            continue;
+        }
         ReportFrame frame;
         frame.path = path;
         std::string thrown;
