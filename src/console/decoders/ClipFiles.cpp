@@ -115,7 +115,7 @@ std::string FitsBytes(const TakeOrder& order, const ClipImage& image, std::size_
 
 std::string TargetOf(const TakeOrder& order, const Files& files, std::size_t rank) {
     const std::string name = LastPart(order.clip);
-    std::array<char, 24> number{};
+    std::array<char, 40> number{};
     std::snprintf(number.data(), number.size(), "_%04zu.fits", rank + 1);
     return JoinPath(files.Absolute(order.folder), name.substr(0, name.rfind('.')) + number.data());
 }
