@@ -28,6 +28,20 @@ struct Book {
         Changes changes(history, "Delete '" + name + "'");
         return changes.ThrowAway(At(name), &error);
     }
+    // Another program holds the database when the command ends, and lets it go by the order.
+    void ThrowHeld(History& history, const std::string& name, const char* order) {
+        sqlite3* other = nullptr;
+        ASSERT_EQ(::sqlite3_open(File().c_str(), &other), SQLITE_OK);
+        pictures.Write(name, "1");
+        {
+            Changes changes(history, "Delete '" + name + "'");
+            ASSERT_TRUE(changes.ThrowAway(At(name), &error)) << error;
+            ASSERT_EQ(::sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr),
+                      SQLITE_OK);
+        }
+        EXPECT_EQ(::sqlite3_exec(other, order, nullptr, nullptr, nullptr), SQLITE_OK);
+        ::sqlite3_close(other);
+    }
 };
 
 std::vector<std::string> Whats(History& history) {
@@ -164,20 +178,10 @@ TEST(Journal, DamageThatShowsLaterIsPutAsideAndTheCommandGoesOn) {
     EXPECT_TRUE(std::filesystem::exists(book.File() + ".damaged"));
 }
 
-// Another program holds the database when the command ends: the next one ends both.
 TEST(Journal, ACommandThatCouldNotBeEndedIsEndedLater) {
     Book book;
     History history(book.files, book.File());
-    sqlite3* other = nullptr;
-    ASSERT_EQ(::sqlite3_open(book.File().c_str(), &other), SQLITE_OK);
-    {
-        Changes changes(history, "Delete 'a'");
-        std::string error;
-        ASSERT_TRUE(changes.ThrowAway(book.pictures.Write("a", "a"), &error)) << error;
-        ASSERT_EQ(::sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
-    }
-    ::sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
-    ::sqlite3_close(other);
+    book.ThrowHeld(history, "a", "ROLLBACK");
     ASSERT_TRUE(book.Throw(history, "b"));
     EXPECT_EQ(Whats(history), (std::vector<std::string>{"Delete 'b'", "Delete 'a'"}));
     for (const char* what : {"Delete 'b'", "Delete 'a'"}) {
@@ -193,16 +197,7 @@ TEST(Journal, ALateEndNeverReachesAnotherDatabase) {
     Book book;
     History history(book.files, book.File());
     history.onUnwritable = [](const std::string&) { return true; };
-    sqlite3* other = nullptr;
-    ASSERT_EQ(::sqlite3_open(book.File().c_str(), &other), SQLITE_OK);
-    {
-        Changes changes(history, "Delete 'a'");
-        std::string error;
-        ASSERT_TRUE(changes.ThrowAway(book.pictures.Write("a", "a"), &error)) << error;
-        ASSERT_EQ(::sqlite3_exec(other, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
-    }
-    ::sqlite3_exec(other, "DROP TABLE plans; COMMIT", nullptr, nullptr, nullptr);
-    ::sqlite3_close(other);
+    book.ThrowHeld(history, "a", "DROP TABLE plans; COMMIT");
     ASSERT_TRUE(book.Throw(history, "b")) << book.error; // goes on in memory, as number 1
     const auto next = history.NextToUndo();
     ASSERT_TRUE(next);
