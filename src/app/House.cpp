@@ -36,6 +36,7 @@ House::House(const Platform& p)
               .info = info,
               .notes = notes,
               .marks = marks,
+              .night = night,
               .slides = slides,
               .copies = copies,
               .fileops = fileops,

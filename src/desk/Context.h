@@ -30,6 +30,7 @@ struct Context {
     InfoCommands& info;
     NotesCommands& notes;
     MarkCommands& marks;
+    NightCommands& night;
     SlideCommands& slides;
     CopyCommands& copies;
     FileCommands& fileops;

@@ -51,7 +51,7 @@ const frmOnetoOne::KeyRow frmOnetoOne::kKeys[] = {
     {keys::kUp, "previous file", [](frmOnetoOne& w) { StepFiles(w.m, -1); }},
     {'S', "swaps two places", [](frmOnetoOne& w) { w.SwapPlaces(); }},
     {'T', "line of information, on and off", [](frmOnetoOne& w) { w.ToggleInfo(); }},
-    {'Q', "circles on the stars, on and off", [](frmOnetoOne& w) { w.m.controls.StarCirclesButton->trigger(); }},
+    {'0', "circles on the stars, on and off", [](frmOnetoOne& w) { w.m.controls.StarCirclesButton->trigger(); }},
     {'Y', "copies the file to the \"Copy to\" folder", [](frmOnetoOne& w) { w.Copy(); }},
     {keys::kDelete, "picture and note to the wastebasket", [](frmOnetoOne& w) { w.Delete(); }},
     {keys::kF1, "help", [](frmOnetoOne& w) { w.m.shell.ShowHelpPage(kHelpOneToOne); }},

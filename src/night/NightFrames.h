@@ -2,9 +2,8 @@
 #pragma once
 
 #include "common/mark.h"
-#include "sky/stars/FrameMeasures.h"
+#include "sky/judging/JudgedFrame.h"
 
-#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -13,19 +12,9 @@
 
 namespace tarn {
 
-struct NightFrame {
-    std::string path;
+struct NightFrame : JudgedFrame {
     std::string name;
     int order = 0; // in the list
-    bool isMeasured = false;
-    std::optional<std::int64_t> taken; // seconds since 1970 by the camera's clock
-    std::string filter;
-    std::string exposure; // seconds, as written
-    FrameMeasures measures;
-    double transparency = kNotMeasured;
-    double score = kNotMeasured;
-    int group = -1;   // its series; -1: left out
-    std::string look; // what it seems to be where it has no stars
     Mark mark;
 
     // Why it has no measures, or not all; empty when it has.

@@ -41,12 +41,13 @@ void NightRoom::ConnectControls() {
     Connect(c.CornersButton, [this] { CornersButton_Click(); });
     Connect(c.BurstButton, [this] { m.shell.Tell(BurstButton_Click()); });
     QObject::connect(c.FileListBox, &FileListBox::folderRead, &m_here, [this] {
-        if (IsNightUp() && !m.state.SlideViewing) ShowFrames(); // a show changes the list a while
+        // A show changes the list a while.
+        if (!m_wanting.empty() && !m.state.SlideViewing) ShowFrames();
     });
     m.marks.Follow([this] {
-        if (!IsNightUp()) return;
+        if (m_wanting.empty()) return;
         TakeMarks();
-        m_night->Refresh();
+        if (IsNightUp()) m_night->Refresh();
     });
     m.current.Follow([this] { FollowCurrent(); });
 }
@@ -58,7 +59,10 @@ void NightRoom::ShowSettings() {
 
 // Windows and threads go while the desk still stands.
 void NightRoom::BreakOff() {
-    ForgetFrames();
+    m_followers.clear();
+    m_wanting.clear();
+    if (m_folder) m_folder->Show({});
+    if (m_night) m_night->FramesShown(); // its table shows what stood there
     m_rest.stop();
     m_sky.BreakOff();
 }
@@ -83,31 +87,62 @@ bool NightRoom::WantsStars() const {
 void NightRoom::NightButton_Click() {
     if (!m_night) {
         m_night = std::make_unique<frmNight>(m, Folder());
-        m_night->onClosed = [this] { ForgetFrames(); };
+        m_night->onClosed = [this] { WantFrames(m_night.get(), false); };
     }
     const bool opens = !IsNightUp();
     m_night->Form_Load();
-    if (opens) ShowFrames();
+    if (!opens) return;
+    WantFrames(m_night.get(), true);
+    m_night->FramesShown();
 }
 
+void NightRoom::WantFrames(const void* by, bool wanted) {
+    const bool any = !m_wanting.empty();
+    if (wanted)
+        m_wanting.insert(by);
+    else
+        m_wanting.erase(by);
+    if (any == m_wanting.empty()) ShowFrames();
+}
+
+// Nobody waits for them any more: none. The window's table shows what stands here.
 void NightRoom::ShowFrames() {
     NightFolder& folder = Folder();
     folder.onChanged = nullptr;
-    folder.Show(NightPictures(m));
+    folder.Show(m_wanting.empty() ? std::vector<std::string>() : NightPictures(m));
     folder.Prefer(m.state.Filename);
     TakeMarks();
-    m_night->FramesShown();
-    folder.onChanged = [this] {
-        if (IsNightUp()) m_night->Refresh();
-    };
+    if (m_night) m_night->FramesShown();
+    folder.onChanged = [this] { FramesChanged(); };
+    for (const auto& follower : m_followers) follower();
 }
 
-// Nobody waits for measures any more. The window goes with them: its table shows what stands here.
-void NightRoom::ForgetFrames() {
-    if (!m_folder) return;
-    m_folder->onChanged = nullptr;
-    m_folder->Show({});
-    if (m_night) m_night->FramesShown();
+void NightRoom::FramesChanged() {
+    if (m_wanting.empty()) return;
+    if (IsNightUp()) m_night->Refresh();
+    for (const auto& follower : m_followers) follower();
+}
+
+const JudgedFrame* NightRoom::FrameOf(const std::string& path) {
+    const int index = m_folder ? m_folder->IndexOf(path) : -1;
+    if (index < 0) return nullptr;
+    const NightFrame& frame = m_folder->Frames()[std::size_t(index)];
+    return frame.isMeasured ? &frame : nullptr;
+}
+
+bool NightRoom::AllMeasured() {
+    return !m_wanting.empty() && m_folder && m_folder->IsSettled();
+}
+
+std::string NightRoom::MeasuringSaid() {
+    if (m_wanting.empty() || !m_folder) return {};
+    const MeasuringProgress progress = m_folder->Progress();
+    if (progress.IsDone()) return {};
+    return std::to_string(progress.done) + " of " + std::to_string(progress.total) + " measured";
+}
+
+void NightRoom::FollowFrames(std::function<void()> follower) {
+    m_followers.push_back(std::move(follower));
 }
 
 void NightRoom::TakeMarks() {
@@ -117,10 +152,8 @@ void NightRoom::TakeMarks() {
 }
 
 void NightRoom::FollowCurrent() {
-    if (IsNightUp()) {
-        Folder().Prefer(m.state.Filename);
-        m_night->FollowCurrent();
-    }
+    if (!m_wanting.empty()) Folder().Prefer(m.state.Filename);
+    if (IsNightUp()) m_night->FollowCurrent();
     if (AreCornersUp()) m_corners->Follow();
     if (WantsStars()) m_rest.start();
     m_sky.Follow();
@@ -194,10 +227,7 @@ Outcome NightRoom::BurstButton_Click() {
     if (m.state.BatchRuns || m.state.SlideViewing) return Outcome::Refused();
     const std::vector<std::string> pictures = NightPictures(m);
     if (pictures.empty()) return Outcome::Refused("This folder lists no pictures");
-    if (!IsNightUp()) {
-        Folder().onChanged = nullptr;
-        Folder().Show(pictures);
-    }
+    WantFrames(&m_here, true);
     Folder().Resume();
     Outcome told = Outcome::Refused("Cancelled");
     if (MeasureAll()) {
@@ -220,7 +250,7 @@ Outcome NightRoom::BurstButton_Click() {
                    ? Outcome::Refused("No pictures here were taken within 2 seconds of each other")
                    : Outcome::Did(kept + ", of " + CountedFrames(frames.size()));
     }
-    if (!IsNightUp()) Folder().Show({});
+    WantFrames(&m_here, false);
     return told;
 }
 

@@ -11,7 +11,9 @@
 #include <QObject>
 #include <QTimer>
 
+#include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -22,7 +24,7 @@ class frmNight;
 class frmNightReport;
 class frmSites;
 
-class NightRoom : public Room {
+class NightRoom : public Room, public NightCommands {
 public:
     explicit NightRoom(Context& context);
     ~NightRoom() override;
@@ -30,6 +32,12 @@ public:
     void ConnectControls() override;
     void ShowSettings() override;
     void BreakOff() override;
+
+    void WantFrames(const void* by, bool wanted) override;
+    const JudgedFrame* FrameOf(const std::string& path) override;
+    bool AllMeasured() override;
+    std::string MeasuringSaid() override;
+    void FollowFrames(std::function<void()> follower) override;
 
     void NightButton_Click();
     void NightReportButton_Click();
@@ -41,7 +49,7 @@ public:
 private:
     NightFolder& Folder();
     void ShowFrames();
-    void ForgetFrames();
+    void FramesChanged();
     void TakeMarks();
     void FollowCurrent();
     void AskForStars();
@@ -56,6 +64,8 @@ private:
     QTimer m_rest;                         // of stepping, before stars are listed
     std::unique_ptr<NightFolder> m_folder; // these when they are first asked for
     std::unique_ptr<LateStars> m_stars;
+    std::set<const void*> m_wanting; // who does not wait is not among them
+    std::vector<std::function<void()>> m_followers;
     std::unique_ptr<frmNight> m_night;
     std::unique_ptr<frmCorners> m_corners;
     std::unique_ptr<frmNightReport> m_report;

@@ -1,12 +1,10 @@
 // Each call of the disk, of the settings and of the picture readers fails once in turn, in every
 // command: nothing of the user's is lost, nothing half is left, the user is told, the program goes
 // on.
-#include "FaultWorld.h"
+#include "FaultCommands.h"
 #include "FullDisk.h"
 
 #include "widgets/PictureBox.h"
-
-#include <QComboBox>
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -65,187 +63,7 @@ namespace tarn::testing {
 namespace {
 
 using World = FaultWorld;
-using Act = std::function<void(World&)>;
 constexpr std::array<int, 4> kBytesLeft{0, 100, 1000, 10000}; // on the full disk
-constexpr char kTyped[] = "typed just now";
-constexpr std::initializer_list<Qt::Key> kKeys{Qt::Key_N, Qt::Key_Y, Qt::Key_N}; // of a show
-
-void Paste(World& w, QAction* how) {
-    w.c.SelectAllButton->trigger();
-    how->trigger();
-    w.house.navigation.OpenFolder(w.target.Path(), {});
-    w.c.PasteButton->trigger();
-}
-void Drop(World& w, bool copy) {
-    w.dialogs.answers = {"Keep both"};
-    const auto dropped =
-        w.house.fileops.PutFiles({{w.At("a.jpg"), w.At("b.jpg")}, w.target.Path(), copy});
-    w.house.shell.Tell(dropped);
-}
-void Overwrite(World& w, QAction* entry) {
-    w.Answer({w.target.Path(), "Overwrite"}, entry);
-}
-void LayPage(World& w, const char* how) {
-    w.c.CreateAppendHtmlFile->trigger();
-    w.Press("frmHtmlLayout", how, {w.At("page.html"), "OK"});
-    w.Press("frmHtmlLayout", "CommandOk");
-    w.Press("frmHtmlLayout", "HtmlAddAllButton");
-    w.Press("frmHtmlLayout", "QuitButton");
-}
-void Gallery(World& w, const char* how) {
-    w.Answer({w.At("index.html"), "OK"}, w.c.HtmlThumbButton);
-    w.Press("frmHtmlThumb", "GenThumbButton");
-    w.Press("frmHtmlThumb", how);
-    w.Press("frmHtmlThumb", "QuitButton");
-}
-void NewDate(World& w) {
-    w.c.FixPictureDateButton->trigger();
-    if (auto* box = w.In<QLineEdit>("frmDate", "SetDateText"))
-        box->setText(QStringLiteral("2009:09:09 09:09:09"));
-    w.Press("frmDate", "SetButton");
-}
-void RenameAll(World& w) {
-    w.c.RenamePicturesButton->trigger();
-    if (auto* all = w.In<QCheckBox>("frmRenameFiles", "CheckAll")) all->setChecked(true);
-    for (const auto& [box, text] : {std::pair("RenameInputFilter", "a"), {"RenameFilter", "z"}})
-        if (auto* edit = w.In<QLineEdit>("frmRenameFiles", box))
-            edit->setText(QString::fromLatin1(text));
-    w.Press("frmRenameFiles", "RenameCommand");
-}
-void DateTakenBack(World& w) {
-    w.s.AutoSetFileDates = true;
-    w.GoTo("b.jpg");
-    w.Press("frmMain", "DateStripUndoButton");
-}
-void Exit(World& w) {
-    w.Type(kTyped);
-    w.c.Exit->trigger();
-}
-
-// A world that is started, unless the command is the start.
-const std::vector<std::pair<const char*, Act>> kCommands{
-    {"start", [](World& w) { w.house.Start(w.At("a.jpg"), {}); }},
-    {"refresh", [](World& w) { w.house.navigation.RefreshDirButton_Click(); }},
-    {"step", [](World& w) { w.Key(Qt::Key_N), w.Key(Qt::Key_N), w.Key(Qt::Key_P); }},
-    {"back", [](World& w) { w.GoTo("b.jpg"), w.c.FileBackButton->click(); }},
-    {"folder", [](World& w) { w.house.navigation.OpenFolder(w.target.Path(), {}); }},
-    {"note filter",
-     [](World& w) {
-         w.c.NoteFilterCombo->setCurrentIndex(1), emit w.c.NoteFilterCombo->activated(1);
-     }},
-    {"full size", [](World& w) { w.c.OneToOneButton->click(), w.c.CloseOneToOneButton->click(); }},
-    {"zoom", [](World& w) { w.Key(Qt::Key_Plus), w.Key(Qt::Key_N), w.Key(Qt::Key_Minus); }},
-    {"show", [](World& w) { w.RunShow(w.c.SlideButton, kKeys); }},
-    {"show of four", [](World& w) { w.RunShow(w.c.Slides4Button, kKeys); }},
-    {"images of a file",
-     [](World& w) {
-         w.c.FCheck->click(), w.GoTo("cube.fits");
-         w.c.NextImageButton->trigger(), w.c.PrevImageButton->trigger();
-     }},
-    {"text file", [](World& w) { w.c.TCheck->click(), w.GoTo("t.txt"); }},
-    {"mark by key",
-     [](World& w) {
-         w.Key(Qt::Key_K);
-         EXPECT_TRUE(w.house.marks.Flush());
-         QCoreApplication::processEvents();
-     }},
-    {"night and sharpest of bursts",
-     [](World& w) {
-         w.Key(Qt::Key_G), w.c.BurstButton->trigger(), w.c.UndoButton->trigger();
-         EXPECT_TRUE(w.house.marks.Flush());
-         QCoreApplication::processEvents();
-     }},
-    {"night report",
-     [](World& w) {
-         w.c.NightReportButton->trigger();
-         w.Press("frmNightReport", "ReportPageButton", {w.At("report.html")});
-     }},
-    {"sky panel", [](World& w) { w.Key(Qt::Key_W), w.Key(Qt::Key_N); }},
-    {"circles and corners", [](World& w) { w.Key(Qt::Key_Q), w.Key(Qt::Key_X), w.Key(Qt::Key_N); }},
-    {"rejected to wastebasket",
-     [](World& w) { w.Key(Qt::Key_J), w.Answer({"Yes"}, w.c.RejectedDeleteButton); }},
-    {"rejected into sub folder",
-     [](World& w) { w.Key(Qt::Key_J), w.Answer({"rejected"}, w.c.RejectedFolderButton); }},
-    {"kept to copy folder",
-     [](World& w) {
-         w.Key(Qt::Key_K), w.Answer({"Yes", "Keep both"}, w.c.KeptCopyButton);
-     }},
-    {"delete", [](World& w) { w.Key(Qt::Key_Delete); }},
-    {"delete only", [](World& w) { w.c.DeleteOnlyButton->trigger(); }},
-    {"delete and undo", [](World& w) { w.Key(Qt::Key_Delete), w.c.UndoButton->trigger(); }},
-    {"delete, undo and redo",
-     [](World& w) { w.Key(Qt::Key_Delete), w.c.UndoButton->trigger(), w.c.RedoButton->trigger(); }},
-    {"history",
-     [](World& w) {
-         w.Key(Qt::Key_Delete), w.c.HistoryButton->trigger();
-         w.Press("frmHistory", "HistoryUndoButton");
-     }},
-    {"delete fits", [](World& w) { w.c.DeleteAllFitsButton->trigger(); }},
-    {"mark",
-     [](World& w) {
-         w.house.marks.SetMarks({w.At("a.jpg"), w.At("b.jpg")}, Decide(Decision::Reject));
-         EXPECT_TRUE(w.house.marks.Flush());
-         QCoreApplication::processEvents();
-     }},
-    {"rename", [](World& w) { w.Rename("b.jpg"); }},
-    {"rename and undo", [](World& w) { w.Rename("z.jpg"), w.c.UndoButton->trigger(); }},
-    {"duplicate", [](World& w) { w.Duplicate("b.jpg"); }},
-    {"batch rename", RenameAll},
-    {"copy and paste", [](World& w) { Paste(w, w.c.CopyButton); }},
-    {"cut and paste", [](World& w) { Paste(w, w.c.CutButton); }},
-    {"drop", [](World& w) { Drop(w, false); }},
-    {"drop as copies", [](World& w) { Drop(w, true); }},
-    {"copy to", [](World& w) { w.c.CopyImageButton3->click(); }},
-    {"move to", [](World& w) { w.c.MoveToButton->click(); }},
-    {"move and undo", [](World& w) { w.c.MoveToButton->click(), w.c.UndoButton->trigger(); }},
-    {"move to other disk",
-     [](World& w) { w.s.CopyImageFolder = w.other.Path(), w.c.MoveToButton->click(); }},
-    {"convert", [](World& w) { w.c.ConvertButton->trigger(); }},
-    {"convert into folder", [](World& w) { w.c.CJMButton->click(); }},
-    {"create folder", [](World& w) { w.Answer({"new"}, w.c.CreateFolderButton); }},
-    {"export", [](World& w) { Overwrite(w, w.c.ExportFilesButton[1]); }},
-    {"import", [](World& w) { Overwrite(w, w.c.ImportButton); }},
-    {"import notes", [](World& w) { Overwrite(w, w.c.ImportNotesFilesButton); }},
-    {"set file date", [](World& w) { w.Key(Qt::Key_F6); }},
-    {"file dates", [](World& w) { w.Answer({"OK"}, w.c.SyncDatesButton); }},
-    {"new date", NewDate},
-    {"date taken back", DateTakenBack},
-    {"save note", [](World& w) { w.Type(kTyped), w.c.SaveNotesButton->click(); }},
-    {"save note, step", [](World& w) { w.Type(kTyped), w.c.SaveNotes2Button->click(); }},
-    {"save changed note",
-     [](World& w) { w.ChangeNote(), w.Type(kTyped), w.c.SaveNotesButton->click(); }},
-    {"unsaved note", [](World& w) { w.Type(kTyped), w.Key(Qt::Key_N); }},
-    {"clear, restore note",
-     [](World& w) { w.c.ClearNotesButton->click(), w.c.RestoreNotesButton->click(); }},
-    {"delete note", [](World& w) { w.c.DeleteNotesButton->click(); }},
-    {"note manager",
-     [](World& w) {
-         w.c.DisplayNotesFolderButton->trigger(), w.Press("frmNotesFolder", "UpdateButton");
-     }},
-    {"composer",
-     [](World& w) {
-         w.c.CommandNotesNew->click(), w.Press("FrmNewNotes", "CommandSet"),
-             w.Press("FrmNewNotes", "CommandSave");
-     }},
-    {"thumbnails", [](World& w) { w.c.GenerateThumbButton->trigger(); }},
-    {"one thumbnail", [](World& w) { w.c.GenerateThumbCButton->trigger(); }},
-    {"delete thumbnails",
-     [](World& w) {
-         w.c.GenerateThumbButton->trigger(), w.Answer({"OK"}, w.c.ThumbFolderDeleteButton);
-     }},
-    {"sheet", [](World& w) { w.Answer({w.paper}, w.c.Printc4Button); }},
-    {"data sheet", [](World& w) { w.Answer({w.paper}, w.c.PrintButton); }},
-    {"page", [](World& w) { LayPage(w, "CreateButton_1"); }},
-    {"page, appended",
-     [](World& w) { LayPage(w, "CreateButton_1"), LayPage(w, "CreateButton_2"); }},
-    {"delete pages", [](World& w) { w.Answer({"OK"}, w.c.HtmlDeleteButton); }},
-    {"gallery", [](World& w) { Gallery(w, "HtmlThumbnailButton"); }},
-    {"gallery anew",
-     [](World& w) { Gallery(w, "HtmlThumbnailButton"), Gallery(w, "HtmlFramesThumbnailButton"); }},
-    {"save settings", [](World& w) { w.c.SaveSettingsButton->trigger(); }},
-    {"remove settings", [](World& w) { w.c.RemoveRegButton->trigger(); }},
-    {"exit", Exit},
-};
 
 // What nobody is told, and why that does no harm. The picture on show is the right one in any case.
 enum class Differs { OnScreen, OnDisk }; // on the disk nothing, or also there
@@ -334,7 +152,7 @@ struct Sweep {
 
 class Checked {
 public:
-    Checked(const char* command, const Act& act) : m_command(command), m_act(act) {
+    Checked(const char* command, const FaultAct& act) : m_command(command), m_act(act) {
         World w;
         Run(w, FaultPoint::None, 0);
         m_whole = {w.Everything(), w.Told(), Screen(w), Pane(w)};
@@ -359,7 +177,8 @@ public:
             else if (IsHarmless(w, after))
                 ++sweep.harmless;
             else
-                sweep.untold.push_back(name + " " + m_whole.state + " -> " + Screen(w));
+                sweep.untold.push_back(name + " " + m_whole.state + " -> " + Screen(w) +
+                                       Differing(after));
             if (const std::string why = w.GoesOn(); !why.empty())
                 sweep.faults.push_back(name + ": does not go on: " + why);
         }
@@ -404,13 +223,20 @@ private:
         return Pane(w) == m_whole.pane && IsSilent(m_command, w.Short(theFault.what),
                                                    same ? Differs::OnScreen : Differs::OnDisk);
     }
-    bool AreAsWithout(const Tree& after) const {
-        if (after.size() != m_whole.files.size()) return false;
-        return std::all_of(after.begin(), after.end(), [&](const auto& file) {
-            const auto whole = m_whole.files.find(file.first);
-            return whole != m_whole.files.end() &&
-                   (whole->second == file.second || HasItsEnd(file.first, file.second));
-        });
+    bool AreAsWithout(const Tree& after) const { return Differing(after).empty(); }
+    // The files that are not as without a fault.
+    std::string Differing(const Tree& after) const {
+        std::string differing;
+        for (const auto& [path, bytes] : after) {
+            const auto whole = m_whole.files.find(path);
+            if (whole == m_whole.files.end())
+                differing += ", " + path + " too much";
+            else if (whole->second != bytes && !HasItsEnd(path, bytes))
+                differing += ", " + path + " other";
+        }
+        for (const auto& [path, bytes] : m_whole.files)
+            if (!after.count(path)) differing += ", " + path + " missing";
+        return differing;
     }
     std::vector<std::string> Lost(const World& w, const Tree& after) const {
         std::vector<std::string> faults;
@@ -453,7 +279,7 @@ private:
     }
 
     const char* m_command;
-    const Act& m_act;
+    const FaultAct& m_act;
     Tree m_before;
     Outcome m_whole;
 };
@@ -466,8 +292,8 @@ TEST_P(Faults, NoneLosesAnything) {
     Sweep sum;
     int commands = 0;
     const auto [kind, part] = GetParam();
-    for (std::size_t i = part; i < kCommands.size(); i += kParts) {
-        const auto& [name, act] = kCommands[i];
+    for (std::size_t i = part; i < FaultCommands().size(); i += kParts) {
+        const auto& [name, act] = FaultCommands()[i];
         const Sweep one = Checked(name, act).All(kind);
         std::printf("%-22s %4d calls fail, %4d told, %4d harmless, %4zu untold, %zu faults\n", name,
                     one.calls, one.told, one.harmless, one.untold.size(), one.faults.size());

@@ -271,7 +271,7 @@ TEST(StarCircles, StandOnTheStarsOfTheOneToOneWindow) {
     NightDesk d;
     d.folder.Write("a.fits", FrameBytes({.stars = 150}, 1400, 1000));
     d.Start(d.At("a.fits"));
-    d.Key(Qt::Key_Q);
+    d.Key(Qt::Key_0);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !d.c.Picture1->Rings().empty(); }, 30000));
     d.Key(Qt::Key_R); // the window opens on the turned picture
     d.c.OneToOneButton->click();
@@ -279,7 +279,7 @@ TEST(StarCircles, StandOnTheStarsOfTheOneToOneWindow) {
     ASSERT_TRUE(view);
     d.c.StarCirclesButton->trigger();
     EXPECT_EQ(view->Rings().size(), 0U);
-    QTest::keyClick(view, Qt::Key_Q);
+    QTest::keyClick(view, Qt::Key_0);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !view->Rings().empty(); }, 30000));
     const auto [bright, all] = OnStars(*view);
     EXPECT_GT(all, 20);
@@ -293,7 +293,7 @@ TEST(StarCircles, StandOnTheStarsHoweverThePictureIsTurned) {
     d.Add("a.fits", frame);
     d.Start(d.At("a.fits"));
     d.house.window.show();
-    d.Key(Qt::Key_Q);
+    d.Key(Qt::Key_0);
     PictureBox& pane = *d.c.Picture1;
     EXPECT_TRUE(QTest::qWaitFor([&] { return !pane.Rings().empty(); }, 30000));
     const auto expectOnStars = [&](const char* how) {
@@ -314,7 +314,7 @@ TEST(StarCircles, StandOnTheStarsHoweverThePictureIsTurned) {
     d.Key(Qt::Key_9);
     d.c.OneXcheck->setChecked(true);
     expectOnStars("cut");
-    d.Key(Qt::Key_Q);
+    d.Key(Qt::Key_0);
     EXPECT_EQ(pane.Rings().size(), 0U);
 }
 

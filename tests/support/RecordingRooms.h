@@ -6,12 +6,14 @@
 #include "platform/Desktop.h"
 #include "platform/EventPump.h"
 #include "platform/Sound.h"
+#include "sky/judging/JudgedFrame.h"
 #include "widgets/Dialogs.h"
 #include "widgets/printing/PageSizes.h"
 #include "widgets/printing/RecordedPaper.h"
 
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -189,6 +191,27 @@ struct RecordingMarks : MarkCommands, Recorder {
     void Follow(std::function<void()>) override {}
     std::map<std::string, Mark> marks;      // by path
     std::map<std::string, MarkChange> kept; // aside
+};
+
+struct RecordingNight : NightCommands {
+    void WantFrames(const void* by, bool wanted) override {
+        if (wanted)
+            wanting.insert(by);
+        else
+            wanting.erase(by);
+    }
+    const JudgedFrame* FrameOf(const std::string& path) override {
+        const auto at = frames.find(path);
+        return at == frames.end() ? nullptr : &at->second;
+    }
+    bool AllMeasured() override { return true; }
+    std::string MeasuringSaid() override { return {}; }
+    void FollowFrames(std::function<void()> follower) override {
+        followers.push_back(std::move(follower));
+    }
+    std::set<const void*> wanting;
+    std::map<std::string, JudgedFrame> frames; // by path
+    std::vector<std::function<void()>> followers;
 };
 
 struct RecordingSlides : SlideCommands, Recorder {

@@ -38,6 +38,7 @@ struct RoomDesk {
     MainControls controls;
     RecordingNotes notes{calls};
     RecordingMarks marks{calls};
+    RecordingNight night;
     RecordingVideo video{calls};
     RecordingShell shell{calls};
     RecordingSound sound{calls};
@@ -80,6 +81,7 @@ struct RoomDesk {
                 .info = info,
                 .notes = notes,
                 .marks = marks,
+                .night = night,
                 .slides = own.slides ? *own.slides : slides,
                 .copies = copies,
                 .fileops = own.fileops ? *own.fileops : fileops,

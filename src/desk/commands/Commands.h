@@ -21,6 +21,7 @@ class QPushButton;
 namespace tarn {
 
 class Changes;
+struct JudgedFrame;
 struct PictureFacts;
 
 class NavigationCommands {
@@ -186,6 +187,20 @@ public:
     virtual void SidecarsChanged() = 0; // a command has moved some: they are read again
     // Called when marks have come or changed; in the order of following.
     virtual void Follow(std::function<void()> follower) = 0;
+};
+
+// The frames of the folder shown, measured and judged in the background as long as any wants them.
+class NightCommands {
+public:
+    virtual ~NightCommands() = default;
+    virtual void WantFrames(const void* by, bool wanted) = 0;
+    // A picture of the folder, also one that the list leaves out; null: not measured yet, or nobody
+    // wants them. Good until the next event.
+    virtual const JudgedFrame* FrameOf(const std::string& path) = 0;
+    virtual bool AllMeasured() = 0;          // and judged; also where measuring was cancelled
+    virtual std::string MeasuringSaid() = 0; // "12 of 300 measured"; empty: all are
+    // Called when more is known; in the order of following.
+    virtual void FollowFrames(std::function<void()> follower) = 0;
 };
 
 class SlideCommands {

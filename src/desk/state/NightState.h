@@ -12,9 +12,12 @@ struct NightState {
     bool NightByOrder = false; // along the list, not along the time
     int NightTableWidth = 0;   // logical pixels; 0: as designed
     bool StarCircles = false;
-    bool SkyPanel = false; // what stood in the sky, beside the camera data
-    std::string SkySites;  // as sky/place/SiteList.h has them
-    std::string SkySite;   // name of the one for pictures that do not say theirs; empty: none
+    bool SkyPanel = false;     // what stood in the sky, beside the camera data
+    std::string SkySites;      // as sky/place/SiteList.h has them
+    bool FollowFolder = false; // files that a camera program adds are listed once they are whole
+    bool ShowNewest = false;   // the newest of them is shown
+    std::string KitList;       // telescopes, cameras and mounts, as notes/KitList.h has them
+    std::string SkySite;       // name of the one for pictures that do not say theirs; empty: none
     bool ReportGraphs = true;
     bool ReportPictures = true;
     bool ReportRejected = true;

@@ -2,6 +2,7 @@
 // subject takes that record alone.
 #pragma once
 
+#include "desk/state/BlinkState.h"
 #include "desk/state/DisplayState.h"
 #include "desk/state/FileOpsState.h"
 #include "desk/state/GallerySettings.h"
@@ -26,6 +27,7 @@ struct ProgramState : PictureInfo,
                       NotesState,
                       MarkState,
                       NightState,
+                      BlinkState,
                       SlideState,
                       FileOpsState,
                       ThumbState,

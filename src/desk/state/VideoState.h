@@ -4,7 +4,12 @@
 namespace tarn {
 
 struct VideoState {
-    bool VideoInWindow = false; // MP4, MOV and SER go the road of other clips
+    bool VideoInWindow = false;   // MP4, MOV and SER go the road of other clips
+    bool SharpestOfClips = false; // the list as pictures shows that frame, not the first
+    int BestFrames = 10;          // so many of a clip are taken out
+    bool BestInPercent = true;
+    bool BestAligned = false; // on the middle of the disc
+    bool BestAsClip = false;  // a new SER, not a file a frame
 };
 
 } // namespace tarn

@@ -51,6 +51,13 @@ struct WindowState {
     WindowPlace CornersPlace;
     WindowPlace ReportPlace;
     WindowPlace SitesPlace;
+    WindowPlace BlinkPlace;
+    WindowPlace MoversPlace;
+    WindowPlace SumPlace;
+    WindowPlace BestFramesPlace;
+    WindowPlace KitsPlace;
+    WindowPlace ClockPlace;
+    WindowPlace FillNotesPlace;
     WindowPlace NotesFolderPlace; // this and the next are written by their own windows
     WindowPlace NewNotesPlace;
     bool OneAlwaysTop = false;
