@@ -10,6 +10,7 @@ namespace {
 constexpr const char* kGone = "it is not there any more";
 constexpr const char* kAnother = "another file stands there by now";
 constexpr const char* kChanged = "it has been changed since";
+constexpr const char* kNotSeen = "it cannot be looked at";
 constexpr const char* kEmptied = "it is not in the wastebasket any more";
 
 bool Refuse(std::string* error, const char* why) {
@@ -86,6 +87,7 @@ bool IsAsWritten(const Step& step, const FileLook& now, const Files& files) {
 bool TakeBackWritten(Step& step, Files& files, std::string* error) {
     const FileLook now = IdentityOf(files, step.from);
     const bool wasNew = step.before.inode == 0;
+    if (now.inode == 0 && files.Exists(step.from)) return Refuse(error, kNotSeen);
     if (now.inode == 0) return wasNew || Refuse(error, kGone);
     if (!IsAsWritten(step, now, files)) return Refuse(error, kChanged);
     if (step.state != StepState::Planned || step.after.inode == 0) step.after = now;
@@ -104,7 +106,7 @@ bool TakeBackWritten(Step& step, Files& files, std::string* error) {
 bool WriteAgain(Step& step, Files& files, std::string* error) {
     const FileLook now = IdentityOf(files, step.from);
     if (step.before.inode == 0) {
-        if (now.inode != 0) return Refuse(error, kAnother);
+        if (now.inode != 0 || files.Exists(step.from)) return Refuse(error, kAnother);
         if (!step.aside.empty())
             return BackFromBasket(step.aside, step.after, step.from, files, error);
     } else if (now.inode == 0) {

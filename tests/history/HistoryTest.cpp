@@ -176,6 +176,24 @@ TEST(History, WhatIsNotAsItWasLeftIsTold) {
     EXPECT_EQ(desk.Standing(), (Tree{{"c", "edited since"}, {"x", "a file of another program"}}));
 }
 
+// A disk that does not answer has not taken it back.
+TEST(History, WhatCannotBeLookedAtIsNotTakenForGone) {
+    Desk desk(Tree{{"a", "1"}});
+    {
+        Changes changes(*desk.history, "Mark a");
+        ASSERT_TRUE(changes.Write(desk.At("a.xmp"), "rating", &desk.error)) << desk.error;
+    }
+    desk.files.onAsk = [&](const std::string& verb, const std::string& path) {
+        return verb == "look" && path == desk.At("a.xmp") ? "Input/output error" : "";
+    };
+    EXPECT_EQ(desk.history->Undo(kAll).text,
+              "NOT undone: Mark a; 1 not taken back, first a.xmp - it cannot be looked at");
+    EXPECT_EQ(desk.Standing(), (Tree{{"a", "1"}, {"a.xmp", "rating"}}));
+    desk.files.onAsk = nullptr;
+    EXPECT_EQ(desk.history->Undo(kAll).text, "Undone: Mark a");
+    EXPECT_EQ(desk.Standing(), (Tree{{"a", "1"}}));
+}
+
 TEST(History, ALinkThatLeadsNowhereFromTheBasketComesBack) {
     Desk desk(Tree{{"a", "1"}});
     std::filesystem::create_symlink("a", desk.At("link"));
