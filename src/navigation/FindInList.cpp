@@ -3,6 +3,7 @@
 #include "common/paths.h"
 #include "common/text.h"
 #include "navigation/CurrentRow.h"
+#include "navigation/FindTerms.h"
 #include "platform/QtText.h"
 #include "widgets/FileListBox.h"
 #include "widgets/PictureBox.h"
@@ -16,6 +17,12 @@
 #include <algorithm>
 
 namespace tarn {
+
+namespace {
+
+constexpr int kMeasuresGather = 1000; // milliseconds
+
+} // namespace
 
 const WindowKey<FindInList> FindInList::kKeys[] = {
     {Qt::Key_Down, "next file found", &FindInList::StepOn},
@@ -35,6 +42,14 @@ void FindInList::ConnectControls() {
     c.FindLine->setClearButtonEnabled(true);
     Connect(c.FindButton, [this] { Open(); });
     QObject::connect(c.FindLine, &QLineEdit::textChanged, this, [this] { Narrow(); });
+    c.FindLine->setToolTip(QStringLiteral(
+        "Also by marks and measures: keep, reject, rating>=3, hfr>3, stars<200, filter:Ha"));
+    m.night.FollowFrames([this] { MeasuresCame(); });
+    m_later.setSingleShot(true);
+    m_later.setInterval(kMeasuresGather);
+    QObject::connect(&m_later, &QTimer::timeout, this, [this] {
+        if (m_awaitsMeasures) Narrow();
+    });
     for (QWidget* watched : std::initializer_list<QWidget*>{c.FindLine, c.FileListBox, c.Picture1,
                                                             c.Picture2, c.LogText})
         watched->installEventFilter(this);
@@ -63,17 +78,36 @@ void FindInList::ReadTexts() {
 
 void FindInList::Narrow() {
     FileListBox& list = *m.controls.FileListBox;
-    const std::string wanted = FoldCase(FromQt(m.controls.FindLine->text()));
-    if (wanted.empty())
+    const FindTerms wanted(FromQt(m.controls.FindLine->text()));
+    m.night.WantFrames(this, wanted.NeedsMeasures());
+    m_awaitsMeasures = wanted.NeedsMeasures() && !m.night.AllMeasured();
+    if (wanted.IsEmpty())
         list.Narrow({});
     else
         list.Narrow([this, wanted](const std::string& name) {
             const auto known = m_texts.find(name); // a new file has its name alone
-            return Contains(known == m_texts.end() ? FoldCase(name) : known->second, wanted);
+            const std::string text = known == m_texts.end() ? FoldCase(name) : known->second;
+            const std::string path = JoinPath(m.controls.FileListBox->Path(), name);
+            return wanted.Takes(
+                {text, m.night.FrameOf(path), m.marks.MarkOf(path).value_or(Mark())});
         });
     TakeCurrentRow(m);
-    if (list.Count() < 1)
-        m.shell.ShowMessage("No name or note has '" + FromQt(m.controls.FindLine->text()) + "'");
+    if (m_awaitsMeasures)
+        m.shell.ShowMessage("Found so far - " + m.night.MeasuringSaid());
+    else if (list.Count() < 1)
+        m.shell.ShowMessage(
+            (wanted.HasTerms() ? "No file is found by '" : "No name or note has '") +
+            FromQt(m.controls.FindLine->text()) + "'");
+    else if (wanted.NeedsMeasures())
+        m.shell.ShowMessage(std::to_string(list.Count()) + " found, all measured");
+}
+
+void FindInList::MeasuresCame() {
+    if (!m_awaitsMeasures || m_later.isActive()) return;
+    if (m.night.AllMeasured())
+        Narrow();
+    else
+        m_later.start();
 }
 
 void FindInList::Close() {
@@ -84,6 +118,8 @@ void FindInList::Close() {
     }
     const bool hadKeyboard = m.controls.FindLine->hasFocus();
     m_texts.clear();
+    m_awaitsMeasures = false;
+    m.night.WantFrames(this, false);
     m.controls.FileListBox->Narrow({});
     TakeCurrentRow(m);
     if (hadKeyboard) m.shell.FocusPane();

@@ -1,11 +1,13 @@
 // The line above the list: what is typed there narrows the list at once to the files whose names or
-// notes have it. Esc gives the whole list back, Return stays on the file found.
+// notes have it, or of which its terms hold (FindTerms); those of measures as they come in. Esc
+// gives the whole list back, Return stays on the file found.
 #pragma once
 
 #include "desk/Context.h"
 #include "widgets/WindowKeys.h"
 
 #include <QObject>
+#include <QTimer>
 
 #include <string>
 #include <unordered_map>
@@ -29,6 +31,7 @@ private:
     bool IsOpen() const;
     void ReadTexts();
     void Narrow();
+    void MeasuresCame();
     void Step(int by);
     void StepOn() { Step(1); }
     void StepBack() { Step(-1); }
@@ -37,6 +40,8 @@ private:
     static const WindowKey<FindInList> kKeys[]; // in the line
 
     Context& m;
+    bool m_awaitsMeasures = false;
+    QTimer m_later;                                       // of measures, which come one by one
     std::unordered_map<std::string, std::string> m_texts; // name and note, folded, by name
 };
 

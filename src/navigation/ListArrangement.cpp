@@ -69,11 +69,12 @@ void ListArrangement::ConnectControls() {
     });
     QObject::connect(c.FileListBox, &FileListBox::folderRead, &m_here, [this] { FolderRead(); });
     m.marks.Follow([this] { MarksCame(); });
+    m.night.FollowFrames([this] { MeasuresCame(); });
     ShowOrder();
 }
 
-SortNeeds ListArrangement::Needs() const {
-    return SortKinds()[static_cast<std::size_t>(m_order.kind)].needs;
+const SortKind& ListArrangement::Kind() const {
+    return SortKinds()[static_cast<std::size_t>(m_order.kind)];
 }
 
 // Asked while a folder is being read, ahead of FolderRead. While marks come in, the file that is
@@ -93,6 +94,11 @@ std::vector<std::string> ListArrangement::Arranged(const std::string& folder,
         std::erase_if(
             names, [&](const std::string& name) { return name != shown && !takes(markOf(name)); });
     }
+    if (Needs() == SortNeeds::Measures)
+        return Sorted(std::move(names), m_order, [&](const std::string& name) {
+            const JudgedFrame* frame = m.night.FrameOf(JoinPath(folder, name));
+            return frame ? SortKeyOf(*frame, *Kind().number) : std::nullopt;
+        });
     if (Needs() == SortNeeds::Mark)
         return Sorted(std::move(names), m_order,
                       [&](const std::string& name) { return SortKeyOf(markOf(name)); });
@@ -105,8 +111,26 @@ void ListArrangement::FolderRead() {
     const FileListBox& list = *m.controls.FileListBox;
     m_marksAwaited = true;
     ShowOrder();
+    AwaitMeasures();
     if (Needs() == SortNeeds::Look || Needs() == SortNeeds::CaptureTime)
         m_facts.Read(list.Path(), list.Listed(), m_order.kind);
+}
+
+// Rows that moved while they come in would be a list that nobody can use: they move once.
+void ListArrangement::AwaitMeasures() {
+    const bool isByMeasures = Needs() == SortNeeds::Measures;
+    m.night.WantFrames(this, isByMeasures);
+    m_measuresAwaited = isByMeasures && !m.night.AllMeasured();
+    if (!m_measuresAwaited) return;
+    const std::string said = m.night.MeasuringSaid();
+    m.shell.ShowIfNoMessage("The list is sorted once all is measured" +
+                            (said.empty() ? said : " - " + said));
+}
+
+void ListArrangement::MeasuresCame() {
+    if (!m_measuresAwaited || !m.night.AllMeasured()) return;
+    m_measuresAwaited = false;
+    Rearrange();
 }
 
 // As they come in, and once more when all are there; later ones of the user's move no row.
@@ -137,9 +161,10 @@ void ListArrangement::SetOrder(const ListOrder& order) {
     m.state.SortOfFolders = WithOrder(m.state.SortOfFolders, list.Path(), order);
     m_order = order;
     ShowOrder();
+    AwaitMeasures();
     if (Needs() == SortNeeds::Look || Needs() == SortNeeds::CaptureTime)
         m_facts.Read(list.Path(), list.Listed(), m_order.kind); // which rearranges
-    else
+    else if (!m_measuresAwaited)
         Rearrange();
 }
 

@@ -34,13 +34,17 @@ private:
     void SetOrder(const ListOrder& order);
     void ShowOrder();
     void Rearrange();
-    SortNeeds Needs() const;
+    void AwaitMeasures();
+    void MeasuresCame();
+    const SortKind& Kind() const; // of the order
+    SortNeeds Needs() const { return Kind().needs; }
 
     Context& m;
     QObject m_here;              // what the readers' threads tell is done in its thread
     int m_choice = -1;           // of MarkChoices
     ListOrder m_order;           // of the folder shown
     bool m_marksAwaited = false; // those of the folder shown are still being read
+    bool m_measuresAwaited = false;
     std::vector<QAction*> m_entries;
     QTimer m_later;
     SortFacts m_facts; // last: its threads end first

@@ -3,6 +3,7 @@
 #include "common/text.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <utility>
 
@@ -27,6 +28,11 @@ std::string TypeOf(std::string_view name) {
 
 template <int stars> bool HasStars(const Mark& mark) {
     return mark.stars >= stars;
+}
+
+SortKind Measure(const char* name, const char* caption) {
+    return {name,    caption, SortNeeds::Measures,
+            nullptr, nullptr, &kFrameNumbers[FrameNumberNamed(name)]};
 }
 
 bool IsDigit(char c) {
@@ -132,6 +138,16 @@ const std::vector<SortKind>& SortKinds() {
         {"size", "&Size", SortNeeds::Look, SizeOf},
         {"type", "&Type", SortNeeds::Nothing, nullptr, TypeOf},
         {"mark", "&Mark", SortNeeds::Mark},
+        Measure("hfr", "&HFR"),
+        Measure("fwhm", "F&WHM"),
+        Measure("eccentricity", "Eccentr&icity"),
+        Measure("stars", "Sta&rs"),
+        Measure("background", "&Background"),
+        Measure("noise", "N&oise"),
+        Measure("saturated", "Sat&urated"),
+        Measure("transparency", "Tr&ansparency"),
+        Measure("sharpness", "Shar&pness"),
+        Measure("score", "Scor&e"),
     };
     return kinds;
 }
@@ -157,6 +173,15 @@ bool NaturalLess(std::string_view a, std::string_view b) {
 std::int64_t SortKeyOf(const Mark& mark) {
     const int group = mark.decision == Decision::Keep ? 0 : mark.decision == Decision::None ? 1 : 2;
     return group * (kMostStars + 1) + kMostStars - mark.stars;
+}
+
+std::optional<std::int64_t> SortKeyOf(const JudgedFrame& frame, const FrameNumber& number) {
+    constexpr double kSteps = 1e6; // of a number's unit
+    constexpr double kMost = 1e12;
+    const double value = number.value(frame);
+    if (!std::isfinite(value)) return {};
+    const auto key = static_cast<std::int64_t>(std::clamp(value, -kMost, kMost) * kSteps);
+    return number.better == Better::More ? -key : key;
 }
 
 std::vector<std::string> Sorted(std::vector<std::string> names, const ListOrder& order,

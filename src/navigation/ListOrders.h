@@ -4,6 +4,7 @@
 
 #include "common/file_look.h"
 #include "common/mark.h"
+#include "sky/judging/FrameNumbers.h"
 
 #include <cstdint>
 #include <functional>
@@ -15,7 +16,7 @@
 namespace tarn {
 
 // What a kind asks of each file beside its name.
-enum class SortNeeds { Nothing, Look, CaptureTime, Mark };
+enum class SortNeeds { Nothing, Look, CaptureTime, Mark, Measures };
 
 struct SortKind {
     const char* word;    // as it is kept
@@ -24,6 +25,8 @@ struct SortKind {
     // By these the rows rise; equal ones stay in the order of their names. Null: by name alone.
     std::int64_t (*keyOfLook)(const FileLook&) = nullptr;
     std::string (*keyOfName)(std::string_view name) = nullptr;
+    // Of what is measured, whose rows begin with the best.
+    const FrameNumber* number = nullptr;
 };
 const std::vector<SortKind>& SortKinds(); // by name is the first
 
@@ -38,6 +41,9 @@ bool NaturalLess(std::string_view a, std::string_view b);
 
 // Rises from what is kept with five stars to what is rejected.
 std::int64_t SortKeyOf(const Mark& mark);
+
+// Rises from the best one; none where it is not known.
+std::optional<std::int64_t> SortKeyOf(const JudgedFrame& frame, const FrameNumber& number);
 
 // `names` are in the order of names. What `keyOf` does not know comes last.
 using SortKeyOfName = std::function<std::optional<std::int64_t>(const std::string& name)>;

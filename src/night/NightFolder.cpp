@@ -42,6 +42,7 @@ void NightFolder::Show(const std::vector<std::string>& paths) {
         m_indices[path] = frame.order;
         m_frames.push_back(std::move(frame));
     }
+    m_taken = 0;
     ++m_ticket;
     m_isUnjudged = false;
     m_judged.invalidate();
@@ -66,13 +67,14 @@ int NightFolder::IndexOf(const std::string& path) const {
 
 bool NightFolder::IsSettled() const {
     const MeasuringProgress progress = Progress();
-    return (progress.IsDone() || progress.cancelled) && !m_isUnjudged && !m_judge.IsBusy() &&
-           !m_isPosted;
+    return (progress.IsDone() || progress.cancelled) && m_taken == progress.done && !m_isUnjudged &&
+           !m_judge.IsBusy() && !m_isPosted;
 }
 
 void NightFolder::TakeAnswers() {
     m_isPosted = false;
     for (MeasuredFile& file : m_measuring.Take()) {
+        ++m_taken;
         const int index = IndexOf(file.path);
         if (index < 0) continue;
         NightFrame& frame = m_frames[std::size_t(index)];

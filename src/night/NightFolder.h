@@ -47,6 +47,7 @@ private:
     QTimer m_soon;
     std::vector<NightFrame> m_frames;
     std::unordered_map<std::string, int> m_indices; // by path
+    std::size_t m_taken = 0;                        // answers, of what is shown
     int m_ticket = 0;                               // of what is to be judged now
     bool m_isUnjudged = false;                      // something has come since
     QElapsedTimer m_judged;                         // when that began last

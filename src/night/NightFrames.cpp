@@ -13,16 +13,24 @@ namespace tarn {
 
 namespace {
 
-double Counted(int count, const NightFrame& frame) {
-    return frame.isMeasured && std::isfinite(frame.measures.background) ? count : kNotMeasured;
-}
-
 // Kept ones first, then by stars, rejected ones last.
 double MarkRank(const NightFrame& frame) {
     const int decision = frame.mark.decision == Decision::Keep     ? 0
                          : frame.mark.decision == Decision::Reject ? 2
                                                                    : 1;
     return decision * 10.0 - frame.mark.stars;
+}
+
+template <std::size_t number> constexpr NightColumn Column(bool isShown) {
+    constexpr const FrameNumber& row = kFrameNumbers[number];
+    return {row.name,
+            row.title,
+            row.tip,
+            isShown,
+            [](const NightFrame& frame) { return kFrameNumbers[number].value(frame); },
+            row.digits,
+            row.better,
+            nullptr};
 }
 
 // clang-format off
@@ -37,26 +45,16 @@ constexpr NightColumn kColumns[] = {
     {"exposure", "Exposure", "Exposure in seconds", true,
      [](const NightFrame& f) { return ParseNumber(f.exposure).value_or(kNotMeasured); }, 0, Better::Neither,
      [](const NightFrame& f) { return f.exposure.empty() ? std::string() : f.exposure + " s"; }},
-    {"stars", "Stars", "Stars that were measured", true,
-     [](const NightFrame& f) { return Counted(f.measures.stars, f); }, 0, Better::More, nullptr},
-    {"hfr", "HFR", "Radius that holds half of a star's light, pixels: small is sharp", true,
-     [](const NightFrame& f) { return f.measures.hfr; }, 2, Better::Less, nullptr},
-    {"fwhm", "FWHM", "Width of a star's core at half of its height, pixels", true,
-     [](const NightFrame& f) { return f.measures.fwhm; }, 2, Better::Less, nullptr},
-    {"eccentricity", "Eccentricity", "How far stars are from round, 0 to 1: 0.4 is seen as round", true,
-     [](const NightFrame& f) { return f.measures.eccentricity; }, 2, Better::Less, nullptr},
-    {"background", "Background", "Brightness of the sky, values of the file", true,
-     [](const NightFrame& f) { return f.measures.background; }, 1, Better::Less, nullptr},
-    {"noise", "Noise", "Noise of the sky, values of the file", false,
-     [](const NightFrame& f) { return f.measures.noise; }, 2, Better::Less, nullptr},
-    {"saturated", "Saturated", "Stars whose middle is burnt out", false,
-     [](const NightFrame& f) { return Counted(f.measures.saturated, f); }, 0, Better::Less, nullptr},
-    {"transparency", "Transparency", "Light of the stars beside the series: 1 is typical, cloud has less", true,
-     [](const NightFrame& f) { return f.transparency; }, 2, Better::More, nullptr},
-    {"sharpness", "Sharpness", "Detail of the whole picture, for pictures without stars", false,
-     [](const NightFrame& f) { return f.measures.sharpness; }, 5, Better::More, nullptr},
-    {"score", "Score", "0 to 100 within its series: 100 times 1 / (1 + d / 4) for each of HFR, roundness, transparency and noise; d: deviations from the best tenth", true,
-     [](const NightFrame& f) { return f.score; }, 0, Better::More, nullptr},
+    Column<FrameNumberNamed("stars")>(true),
+    Column<FrameNumberNamed("hfr")>(true),
+    Column<FrameNumberNamed("fwhm")>(true),
+    Column<FrameNumberNamed("eccentricity")>(true),
+    Column<FrameNumberNamed("background")>(true),
+    Column<FrameNumberNamed("noise")>(false),
+    Column<FrameNumberNamed("saturated")>(false),
+    Column<FrameNumberNamed("transparency")>(true),
+    Column<FrameNumberNamed("sharpness")>(false),
+    Column<FrameNumberNamed("score")>(true),
     {"mark", "Mark", "Kept, rejected, stars", true, MarkRank, 0, Better::Neither,
      [](const NightFrame& f) { return MarkText(f.mark); }},
     {"remark", "Remark", "Why it was not measured, or left out", true, nullptr, 0, Better::Neither,

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "common/mark.h"
-#include "sky/judging/JudgedFrame.h"
+#include "sky/judging/FrameNumbers.h"
 
 #include <optional>
 #include <span>
@@ -23,8 +23,6 @@ struct NightFrame : JudgedFrame {
 
 // Filter and exposure as the series has them.
 void TakeSeries(NightFrame& frame);
-
-enum class Better { Neither, Less, More };
 
 struct NightColumn {
     std::string_view name;  // in settings: "hfr"

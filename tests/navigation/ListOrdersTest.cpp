@@ -50,6 +50,22 @@ TEST(ListOrders, MarksRiseFromTheBestToTheRejected) {
     EXPECT_LT(SortKeyOf(Mark()), SortKeyOf(rejected));
 }
 
+TEST(ListOrders, MeasuresRiseFromTheBest) {
+    JudgedFrame frame;
+    const auto key = [&](const char* name) {
+        return SortKeyOf(frame, *SortKinds()[std::size_t(KindOf(name))].number);
+    };
+    EXPECT_EQ(key("hfr"), std::nullopt);
+    frame.measures.hfr = 2.01;
+    frame.score = 80;
+    const auto hfr = key("hfr");
+    const auto score = key("score");
+    frame.measures.hfr = 2.02;
+    frame.score = 81;
+    EXPECT_LT(hfr, key("hfr"));
+    EXPECT_LT(key("score"), score);
+}
+
 TEST(ListOrders, EachFolderKeepsItsOwn) {
     const ListOrder bySize{KindOf("size"), false};
     const ListOrder natural{0, true};

@@ -6,6 +6,7 @@
 #include "platform/QtText.h"
 
 #include <QAction>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -217,6 +218,51 @@ TEST(Find, NotesAreFoundAndNothingFoundIsSaid) {
     d.controls.FolderTreeview1->SetSelectedPath(other.Path()); // another folder is shown whole
     EXPECT_TRUE(d.controls.FindLine->isHidden());
     EXPECT_EQ(d.Current(), "a.jpg");
+}
+
+JudgedFrame WithHfr(double hfr) {
+    JudgedFrame frame;
+    frame.isMeasured = true;
+    frame.measures.hfr = hfr;
+    return frame;
+}
+
+TEST(Find, TermsOfMeasuresAreFoundAsTheyComeIn) {
+    FindDesk d;
+    d.night.frames[d.folder.Path() + "/m33.jpg"] = WithHfr(3.5);
+    d.night.said = "1 of 4 measured";
+    d.Type("hfr>3");
+    EXPECT_FALSE(d.night.wanting.empty());
+    EXPECT_EQ(d.Names(), (std::vector<std::string>{"m33.jpg"}));
+    EXPECT_EQ(d.calls.back(), "message Found so far - 1 of 4 measured");
+    d.night.frames[d.folder.Path() + "/moon.jpg"] = WithHfr(4);
+    d.night.said.clear();
+    d.night.Tell();
+    EXPECT_EQ(d.Names(), (std::vector<std::string>{"m33.jpg", "moon.jpg"}));
+    d.Key(Qt::Key_Escape);
+    EXPECT_TRUE(d.night.wanting.empty());
+    EXPECT_EQ(d.Names().size(), 4U);
+}
+
+TEST(Sorting, ByMeasuresMovesTheRowsOnceAllAreMeasured) {
+    FindDesk d;
+    const std::vector<std::string> byName = d.Names();
+    const int hfr = d.controls.SortCombo->findText(QStringLiteral("HFR"));
+    d.night.said = "0 of 4 measured";
+    d.controls.SortCombo->setCurrentIndex(hfr);
+    emit d.controls.SortCombo->activated(hfr);
+    d.night.frames[d.folder.Path() + "/moon.jpg"] = WithHfr(2);
+    d.night.Tell();
+    EXPECT_EQ(d.Names(), byName);
+    d.night.frames[d.folder.Path() + "/m33.jpg"] = WithHfr(1.5);
+    d.night.said.clear();
+    d.night.Tell();
+    EXPECT_EQ(d.Names(),
+              (std::vector<std::string>{"m33.jpg", "moon.jpg", "m31_a.jpg", "m31_b.jpg"}));
+    d.controls.SortCombo->setCurrentIndex(0);
+    emit d.controls.SortCombo->activated(0);
+    EXPECT_EQ(d.Names(), byName);
+    EXPECT_TRUE(d.night.wanting.empty());
 }
 
 TEST(Folders, TheTreeRecordsEntersAndSelectsTheFirstRow) {

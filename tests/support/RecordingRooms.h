@@ -204,11 +204,15 @@ struct RecordingNight : NightCommands {
         const auto at = frames.find(path);
         return at == frames.end() ? nullptr : &at->second;
     }
-    bool AllMeasured() override { return true; }
-    std::string MeasuringSaid() override { return {}; }
+    bool AllMeasured() override { return said.empty(); }
+    std::string MeasuringSaid() override { return said; }
     void FollowFrames(std::function<void()> follower) override {
         followers.push_back(std::move(follower));
     }
+    void Tell() const {
+        for (const auto& follower : followers) follower();
+    }
+    std::string said; // of what is still to be measured
     std::set<const void*> wanting;
     std::map<std::string, JudgedFrame> frames; // by path
     std::vector<std::function<void()>> followers;
