@@ -7,6 +7,8 @@
 #include "notes/frmExpCalc.h"
 #include "platform/ProgramFiles.h"
 #include "platform/QtText.h"
+#include "sky/night/KeptMeasures.h"
+#include "widgets/ElidedLabel.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -178,6 +180,69 @@ void FrmNewNotes::CommandRestore_Click() {
 
 void FrmNewNotes::CommandEdit_Click() {
     m_room.EditFormatFile(m_path);
+}
+
+// What is typed or chosen is the user's.
+void FrmNewNotes::MakeOwn(std::size_t entry) {
+    m_entries[entry].isOwn = true;
+    m_entries[entry].isFilled = false;
+    m_entries[entry].source->SetText({});
+}
+
+void FrmNewNotes::CommandFill_Click() {
+    m_fills = true;
+    AskForFacts();
+}
+
+void FrmNewNotes::FollowCurrent() {
+    m_fills = false;
+    if (m_fillEach->isChecked() && isVisible()) AskForFacts();
+}
+
+// A slow disk is nothing that the window waits for.
+void FrmNewNotes::AskForFacts() {
+    if (!m_facts)
+        m_facts = std::make_unique<Late<std::pair<std::string, FactLists>, PictureFacts>>(
+            [](const std::pair<std::string, FactLists>& wish) {
+                const FrameHeader header = ReadFrameHeader(wish.first, wish.second.ZoneMinutes());
+                const auto hfr = KeptMeasures().HfrOf(wish.first);
+                return PictureFacts{wish.first, FactsOf(header, wish.second.Sources(hfr)),
+                                    header.fault};
+            },
+            [this] {
+                QMetaObject::invokeMethod(
+                    this, [this] { TakeFacts(); }, Qt::QueuedConnection);
+            });
+    FactLists lists = m_room.Lists();
+    constexpr auto kDate = static_cast<std::size_t>(NoteEntry::Date);
+    // The date in the form that is chosen: the last six of its list.
+    const int forms = int(DateEntries({}).size());
+    const int form =
+        m_entries[kDate].combo->currentIndex() - m_entries[kDate].combo->count() + forms;
+    lists.dateForm = std::size_t(std::max(0, form));
+    m_facts->Ask(std::pair(m.state.Filename, std::move(lists)));
+}
+
+void FrmNewNotes::TakeFacts() {
+    const auto facts = m_facts->Take();
+    if (!facts || facts->path != m.state.Filename) return; // another picture is shown by now
+    int filled = 0;
+    for (std::size_t i = 0; i < kNoteEntries; ++i) {
+        EntryControls& entry = m_entries[i];
+        const auto& fact = facts->facts[i];
+        if (!entry.check->isChecked() || (entry.isOwn && !m_fills)) continue;
+        entry.source->SetText(fact ? fact->source : std::string());
+        // What was filled in of another picture is none of this one's.
+        if (fact || entry.isFilled) entry.combo->setEditText(fact ? ToQt(fact->value) : QString());
+        entry.isFilled = fact.has_value();
+        if (!fact) continue;
+        entry.isOwn = false;
+        ++filled;
+    }
+    m_fills = false;
+    if (filled == 0)
+        m.shell.ShowMessage("Nothing to fill in from '" + LastPart(facts->path) + "'" +
+                            (facts->fault.empty() ? "" : " - " + facts->fault));
 }
 
 // One digit: what is typed on is cut, and what is no digit makes it 1.

@@ -2,7 +2,9 @@
 // each, and read back from it. It stays open beside the main window.
 #pragma once
 
+#include "common/late.h"
 #include "desk/Context.h"
+#include "notes/FilledFacts.h"
 #include "notes/NoteBox.h"
 #include "notes/NoteFormats.h"
 
@@ -22,6 +24,7 @@ class QPushButton;
 
 namespace tarn {
 
+class ElidedLabel;
 class frmExpCalc;
 class NotesRoom;
 
@@ -42,6 +45,8 @@ public:
     void CommandSetLine1_Click();
     void CommandToggle_Click();
     void CommandCalcExposure_Click();
+    void CommandFill_Click();
+    void FollowCurrent();       // another file is shown
     void CommandCancel_Click(); // hides it and the calculator
 
     void reject() override { CommandCancel_Click(); } // Esc and the window's cross
@@ -53,6 +58,9 @@ private:
     struct EntryControls {
         QCheckBox* check = nullptr;
         QComboBox* combo = nullptr;
+        ElidedLabel* source = nullptr; // where a value that was filled in came from
+        bool isFilled = false;         // and stands there
+        bool isOwn = false;            // chosen or typed since
     };
 
     QLayout* MakeFirstLines();
@@ -66,6 +74,9 @@ private:
     void KeepChoices();
     void TextFirstLines_KeyUp(int key);
     EntryTicks Ticks() const;
+    void AskForFacts();
+    void TakeFacts();
+    void MakeOwn(std::size_t entry);
 
     // Commands of other rooms.
     void CommandPrev_Click();
@@ -93,6 +104,14 @@ private:
     int m_pressedInFirstLines = 0; // a key counts on its release where it was pressed
     std::unique_ptr<NoteBox> m_firstLines;
     std::unique_ptr<frmExpCalc> m_calculator;
+    QCheckBox* m_fillEach = nullptr;
+    bool m_fills = false; // a fill is under way that was asked for by its button
+    struct PictureFacts {
+        std::string path;
+        FilledFacts facts;
+        std::string fault;
+    };
+    std::unique_ptr<Late<std::pair<std::string, FactLists>, PictureFacts>> m_facts; // at first need
 };
 
 } // namespace tarn

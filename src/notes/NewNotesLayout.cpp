@@ -2,6 +2,7 @@
 #include "notes/FrmNewNotes.h"
 #include "notes/NoteWindows.h"
 #include "notes/frmExpCalc.h"
+#include "widgets/ElidedLabel.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -13,6 +14,12 @@
 #include <QShortcut>
 
 namespace tarn {
+
+namespace {
+
+constexpr int kSourceWidth = 22; // characters
+
+} // namespace
 
 FrmNewNotes::FrmNewNotes(Context& context, NotesRoom& room) : m(context), m_room(room) {
     setObjectName(QStringLiteral("FrmNewNotes"));
@@ -82,6 +89,7 @@ QLayout* FrmNewNotes::MakeEntries() {
     auto* grid = new QGridLayout();
     for (std::size_t i = 0; i < kNoteEntries; ++i) MakeEntry(*grid, static_cast<int>(i));
     grid->setColumnStretch(2, 1);
+    grid->setColumnMinimumWidth(3, fontMetrics().averageCharWidth() * kSourceWidth);
     return grid;
 }
 
@@ -104,6 +112,13 @@ void FrmNewNotes::MakeEntry(QGridLayout& grid, int row) {
     label->setBuddy(entry.combo);
     grid.addWidget(label, row, 1);
     grid.addWidget(entry.combo, row, 2);
+    entry.source = new ElidedLabel();
+    entry.source->setObjectName("Source" + name);
+    entry.source->setEnabled(false); // it stands back behind the value
+    grid.addWidget(entry.source, row, 3);
+    const auto at = static_cast<std::size_t>(row);
+    connect(entry.combo, &QComboBox::activated, this, [this, at] { MakeOwn(at); });
+    connect(entry.combo->lineEdit(), &QLineEdit::textEdited, this, [this, at] { MakeOwn(at); });
 }
 
 QLayout* FrmNewNotes::MakeCommands() {
@@ -118,6 +133,11 @@ QLayout* FrmNewNotes::MakeCommands() {
             &FrmNewNotes::CommandEdit_Click);
     Command(*lists, "CommandCalcExposure", "Exposure", "Calculate exposures window...",
             &FrmNewNotes::CommandCalcExposure_Click);
+    Command(*lists, "CommandFill", "Fill", "Fill from the picture shown: its header, the kit list",
+            &FrmNewNotes::CommandFill_Click);
+    m_fillEach = Named(new QCheckBox(QStringLiteral("each picture")), "CheckFillEach", {},
+                       "Fill anew when another picture is shown; what you have chosen stays");
+    lists->addWidget(m_fillEach);
     lists->addStretch();
     rows->addLayout(lists);
 

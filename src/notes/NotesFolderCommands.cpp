@@ -2,6 +2,8 @@
 #include "notes/FrmNewNotes.h"
 #include "notes/NoteFormats.h"
 #include "notes/NotesRoom.h"
+#include "notes/frmFillNotes.h"
+#include "notes/frmKits.h"
 #include "notes/frmNotesFolder.h"
 
 #include "common/paths.h"
@@ -139,6 +141,26 @@ void NotesRoom::CommandNotesNew_Click() {
     }
     SetSaveCommands();
     m_composer->OpenWindow();
+}
+
+// A kit list that cannot be read is as none: what it means is not guessed.
+FactLists NotesRoom::Lists() const {
+    constexpr std::size_t kMostRead = 1U << 20U;
+    const auto kit = m.state.NotesFolder.empty()
+                         ? std::nullopt
+                         : m.files.Read(JoinPath(m.state.NotesFolder, kKitFile), kMostRead);
+    return {ParseKit(kit.value_or("")), ParseSites(m.state.SkySites), m.state.SkySite, 0};
+}
+
+void NotesRoom::KitsButton_Click() {
+    if (!m_kits) m_kits = std::make_unique<frmKits>(m);
+    m.shell.Tell(m_kits->ShowKits());
+}
+
+void NotesRoom::FillNotesButton_Click() {
+    if (m.state.BatchRuns || m.state.SlideViewing) return;
+    if (!m_fill) m_fill = std::make_unique<frmFillNotes>(m);
+    m.shell.Tell(m_fill->ShowNotes(Lists()));
 }
 
 void NotesRoom::DisplayNotesFolderButton_Click() {

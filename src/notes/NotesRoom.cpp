@@ -6,6 +6,8 @@
 #include "notes/FrmNewNotes.h"
 #include "notes/NoteNames.h"
 #include "notes/NoteText.h"
+#include "notes/frmFillNotes.h"
+#include "notes/frmKits.h"
 #include "notes/frmNotesFolder.h"
 #include "platform/QtText.h"
 #include "widgets/FileListBox.h"
@@ -51,6 +53,8 @@ void NotesRoom::ConnectControls() {
     Connect(c.ClearNotesFolderButton, [this] { ClearNotesFolderButton_Click(); });
     Connect(c.DisplayNotesFolderButton, [this] { DisplayNotesFolderButton_Click(); });
     Connect(c.EditNoteSettingsFileButton, [this] { EditNoteSettingsFileButton_Click(); });
+    Connect(c.KitsButton, [this] { KitsButton_Click(); });
+    Connect(c.FillNotesButton, [this] { FillNotesButton_Click(); });
     SetEnabled(c.RestoreNotesButton, false); // until there is something
     SetEnabled(c.DeleteNotesButton, false);
     SetSaveCommands();
@@ -63,6 +67,7 @@ void NotesRoom::ConnectControls() {
             ClearNotesForPage();
         else
             CheckForNotes();
+        if (m_composer) m_composer->FollowCurrent();
     });
     c.FileListBox->onRefresh = [this] { m_store.index.Refresh(); };
     ConnectKeys();

@@ -5,6 +5,7 @@
 #include "desk/Context.h"
 #include "desk/Room.h"
 #include "notes/Drafts.h"
+#include "notes/FilledFacts.h"
 #include "notes/NoteBox.h"
 #include "notes/NoteStore.h"
 
@@ -17,6 +18,8 @@
 namespace tarn {
 
 class FrmNewNotes;
+class frmFillNotes;
+class frmKits;
 class frmNotesFolder;
 
 class NotesRoom : public NotesCommands, public Room {
@@ -64,6 +67,8 @@ public:
     void DisplayNotesFolderButton_Click();
     void EditNoteSettingsFileButton_Click();
     void CommandNotesNew_Click();
+    void KitsButton_Click();
+    void FillNotesButton_Click();
 
     static std::vector<keys::KeyLine> KeyLines(); // as they are read
 
@@ -71,6 +76,7 @@ public:
     // Of the file that is shown: as it stands on disk, which may differ in case.
     const std::string& LoadedPath() const { return m_store.Loaded().path; }
     void ReplaceText(const std::string& text) { m_box.Replace(text); }
+    FactLists Lists() const; // of the user, as they stand now
     void EditFormatFile(const std::string& path);
     void KeepDraft(DraftPlace place, const Draft& draft);
     void ForgetDraft(DraftPlace place);
@@ -123,6 +129,8 @@ private:
     bool m_stepping = false;   // by Save+ or Save-
     std::unique_ptr<FrmNewNotes> m_composer;
     std::unique_ptr<frmNotesFolder> m_manager;
+    std::unique_ptr<frmKits> m_kits;
+    std::unique_ptr<frmFillNotes> m_fill;
 };
 
 } // namespace tarn

@@ -1,6 +1,7 @@
 #include "panel/PictureInfoRoom.h"
 
 #include "desk/controls/DateEntries.h"
+#include "panel/frmClock.h"
 #include "panel/frmDate.h"
 #include "pictureinfo/CameraDataText.h"
 #include "platform/QtText.h"
@@ -19,6 +20,7 @@ void PictureInfoRoom::ConnectControls() {
             m.shell.Tell(SetFileDatesButton_Click());
         });
     Connect(c.SyncDatesButton, [this] { SyncDatesButton_Click(); });
+    Connect(c.SetClockButton, [this] { SetClockButton_Click(); });
     Connect(c.FixPictureDateButton, [this] { FixPictureDateButton_Click(); });
 }
 
@@ -27,6 +29,12 @@ void PictureInfoRoom::FixPictureDateButton_Click() {
     if (m.state.NoExif) return;
     if (!m_date) m_date = std::make_unique<frmDate>(m, [this] { return SetFileDates(true); });
     m_date->ShowCurrent();
+}
+
+void PictureInfoRoom::SetClockButton_Click() {
+    if (m.state.BatchRuns || m.state.SlideViewing) return;
+    if (!m_clock) m_clock = std::make_unique<frmClock>(m);
+    m.shell.Tell(m_clock->ShowCurrent());
 }
 
 void PictureInfoRoom::ReadPictureInfo(const PictureFacts& facts) {

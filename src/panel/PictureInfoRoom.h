@@ -10,6 +10,7 @@
 
 namespace tarn {
 
+class frmClock;
 class frmDate;
 
 class PictureInfoRoom : public InfoCommands, public Room {
@@ -31,6 +32,7 @@ public:
     void SyncDatesButton_Click();
 
     void FixPictureDateButton_Click();
+    void SetClockButton_Click();
 
 private:
     bool AskForRange(int first, int last);
@@ -38,7 +40,8 @@ private:
 
     Context& m;
     PictureInfoReader m_reader;
-    std::unique_ptr<frmDate> m_date; // made when it is first asked for
+    std::unique_ptr<frmDate> m_date; // this and the next made when they are first asked for
+    std::unique_ptr<frmClock> m_clock;
 };
 
 } // namespace tarn

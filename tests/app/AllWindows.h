@@ -62,11 +62,14 @@ struct WindowsDesk : AppDesk {
         Entry("frmCorners", c.CornersButton);
         Entry("frmNightReport", c.NightReportButton);
         Entry("frmSites", c.SitesButton);
+        Entry("frmKits", c.KitsButton);
+        Entry("frmFillNotes", c.FillNotesButton);
         Entry("frmNotesFolder", c.DisplayNotesFolderButton);
         Entry("frmRename", c.RenameButton);
         Entry("frmDuplicate", c.DuplicateButton);
         Entry("frmRenameFiles", c.RenamePicturesButton);
         Entry("frmDate", c.FixPictureDateButton);
+        Entry("frmClock", c.SetClockButton);
         Entry("frmCaption", c.ConvertJpgSetText);
         c.CreateAppendHtmlFile->trigger();
         Hand("frmHtmlLayout", false);

@@ -148,6 +148,13 @@ const std::vector<std::pair<const char*, FaultAct>> kCommands{
     {"file dates", [](World& w) { w.Answer({"OK"}, w.c.SyncDatesButton); }},
     {"new date", NewDate},
     {"date taken back", DateTakenBack},
+    {"clock set right",
+     [](World& w) {
+         w.c.SetClockButton->trigger();
+         if (auto* box = w.In<QLineEdit>("frmClock", "ClockTrueText"))
+             box->setText(QStringLiteral("2009:09:09 09:09:09"));
+         w.Press("frmClock", "ClockSetButton");
+     }},
     {"save note", [](World& w) { w.Type(kTyped), w.c.SaveNotesButton->click(); }},
     {"save note, step", [](World& w) { w.Type(kTyped), w.c.SaveNotes2Button->click(); }},
     {"save changed note",
@@ -164,6 +171,15 @@ const std::vector<std::pair<const char*, FaultAct>> kCommands{
      [](World& w) {
          w.c.CommandNotesNew->click(), w.Press("FrmNewNotes", "CommandSet"),
              w.Press("FrmNewNotes", "CommandSave");
+     }},
+    {"kit list",
+     [](World& w) {
+         w.c.KitsButton->trigger();
+         w.Press("frmKits", "KitsPictureButton"), w.Press("frmKits", "KitsKeepButton");
+     }},
+    {"notes filled in",
+     [](World& w) {
+         w.c.FillNotesButton->trigger(), w.Press("frmFillNotes", "FillNotesWriteButton");
      }},
     {"thumbnails", [](World& w) { w.c.GenerateThumbButton->trigger(); }},
     {"one thumbnail", [](World& w) { w.c.GenerateThumbCButton->trigger(); }},

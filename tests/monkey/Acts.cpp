@@ -252,7 +252,8 @@ void Acts::OpenWindow() {
         c.PrintPreviewButton, c.SyncDatesButton,      c.GenerateThumbButton,
         c.FirstStepsButton,   c.HelpKeysButton,       c.NightButton,
         c.CornersButton,      c.StarCirclesButton,    c.BurstButton,
-        c.NightReportButton,  c.SkyPanelButton,       c.SitesButton};
+        c.NightReportButton,  c.SkyPanelButton,       c.SitesButton,
+        c.SetClockButton,     c.KitsButton,           c.FillNotesButton};
     if (m_dice.OneIn(4)) {
         if (QPushButton* button = m_dice.Of(buttons); MayUse(*button)) Use(*button);
         return;

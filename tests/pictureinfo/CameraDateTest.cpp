@@ -17,6 +17,17 @@ TEST(CameraDate, BecomesAFileTimeByPosition) {
         EXPECT_FALSE(FileTimeOf(none)) << none;
 }
 
+TEST(CameraDate, MovesOverDaysAndSummerTimeAlike) {
+    EXPECT_EQ(SecondsBetween("2024:03:31 01:30:00", "2024:03:31 03:30:00"), 7200);
+    EXPECT_EQ(SecondsBetween("2024:01:01 00:00:00", "2023:12:31 23:59:58"), -2);
+    EXPECT_FALSE(SecondsBetween("2024:02:30 00:00:00", "2024:03:01 00:00:00"));
+    EXPECT_EQ(WithSeconds("2024:03:31 01:30:00", 3600), "2024:03:31 02:30:00");
+    EXPECT_EQ(WithSeconds("2024:02:28 23:59:59", 1), "2024:02:29 00:00:00");
+    EXPECT_EQ(WithSeconds("2024-03-01T00.00.00", -1), "2024-02-29T23.59.59");
+    EXPECT_FALSE(WithSeconds("9999:12:31 23:59:59", 1));
+    EXPECT_FALSE(WithSeconds("    :  :     :  :  ", 1));
+}
+
 TEST(CameraDate, HoursStopAtTheDaySecondsAtTheMinute) {
     EXPECT_EQ(WithHourMoved("2004:06:22 09:15:30", 1), "2004:06:22 10:15:30");
     EXPECT_EQ(WithHourMoved("2004:06:22 10:15:30", -1), "2004:06:22 09:15:30");

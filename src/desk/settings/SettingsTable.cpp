@@ -256,7 +256,6 @@ const std::vector<SettingRow> kRows{
     {"sites_height", SettingType::Long, TARN_FIELD(SitesPlace.height)},
     {"follow_folder", SettingType::Boolean, TARN_FIELD(FollowFolder)},
     {"show_newest", SettingType::Boolean, TARN_FIELD(ShowNewest)},
-    {"kit_list", SettingType::String, TARN_FIELD(KitList)},
     {"blink_rate", SettingType::Integer, TARN_FIELD(BlinkRate)},
     {"blink_by_score", SettingType::Boolean, TARN_FIELD(BlinkByScore)},
     {"blink_skip_rejected", SettingType::Boolean, TARN_FIELD(BlinkSkipRejected)},

@@ -16,7 +16,6 @@ struct NightState {
     std::string SkySites;      // as sky/place/SiteList.h has them
     bool FollowFolder = false; // files that a camera program adds are listed once they are whole
     bool ShowNewest = false;   // the newest of them is shown
-    std::string KitList;       // telescopes, cameras and mounts, as notes/KitList.h has them
     std::string SkySite;       // name of the one for pictures that do not say theirs; empty: none
     bool ReportGraphs = true;
     bool ReportPictures = true;

@@ -116,6 +116,9 @@ void TakeExif(const TiffBlock& block, std::int64_t directory, ExifShot& shot) {
         case 0x9010: // of the file's date
             if (shot.zone.empty()) shot.zone = TextOf(block, entry);
             break;
+        case 0xA434:
+            shot.lens = TextOf(block, entry);
+            break;
         case 0x9291:
             shot.fraction = TextOf(block, entry);
             break;

@@ -11,6 +11,7 @@ namespace tarn {
 // Texts as the camera wrote them, printable, without blanks around; empty when it did not.
 struct ExifShot {
     std::string camera;              // its model
+    std::string lens;                // its model
     std::string date;                // "2024:05:01 22:10:03", by its clock
     std::string fraction;            // of the second, digits
     std::string zone;                // "+02:00"

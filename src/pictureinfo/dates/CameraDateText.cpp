@@ -5,6 +5,9 @@
 #include "common/numbers.h"
 #include "pictureinfo/CameraDataText.h"
 
+#include <chrono>
+#include <utility>
+
 namespace tarn {
 
 namespace {
@@ -22,6 +25,7 @@ constexpr Field kMinute{14, 2};
 constexpr Field kSecond{17, 2};
 
 constexpr int kFirstYear = 1601; // of file times
+constexpr int kLastYear = 9999;
 constexpr int kLastHour = 23;
 constexpr int kLastSecond = 59;
 
@@ -42,9 +46,7 @@ std::string WithNumber(std::string_view date, Field field, int number) {
     return FromCodePage(bytes);
 }
 
-} // namespace
-
-std::optional<std::int64_t> FileTimeOf(std::string_view cameraDate) {
+std::optional<DateTime> DateOf(std::string_view cameraDate) {
     const std::string bytes = BytesOf(cameraDate);
     const auto year = NumberOf(bytes, kYear);
     const auto month = NumberOf(bytes, kMonth);
@@ -53,7 +55,52 @@ std::optional<std::int64_t> FileTimeOf(std::string_view cameraDate) {
     const auto minute = NumberOf(bytes, kMinute);
     const auto second = NumberOf(bytes, kSecond);
     if (!year || !month || !day || !hour || !minute || !second || *year < kFirstYear) return {};
-    return ToFileTime({*year, *month, *day, *hour, *minute, *second});
+    return DateTime{*year, *month, *day, *hour, *minute, *second};
+}
+
+// On a clock that is never put forward or back.
+std::optional<std::chrono::sys_seconds> OnEvenClock(std::string_view cameraDate) {
+    const auto date = DateOf(cameraDate);
+    if (!date || !IsValid(*date)) return {};
+    const std::chrono::year_month_day day(std::chrono::year(date->year),
+                                          std::chrono::month(unsigned(date->month)),
+                                          std::chrono::day(unsigned(date->day)));
+    return std::chrono::sys_days(day) + std::chrono::hours(date->hour) +
+           std::chrono::minutes(date->minute) + std::chrono::seconds(date->second);
+}
+
+} // namespace
+
+std::optional<std::int64_t> FileTimeOf(std::string_view cameraDate) {
+    const auto date = DateOf(cameraDate);
+    return date ? ToFileTime(*date) : std::nullopt;
+}
+
+std::optional<std::int64_t> SecondsBetween(std::string_view from, std::string_view to) {
+    const auto first = OnEvenClock(from);
+    const auto last = OnEvenClock(to);
+    if (!first || !last) return {};
+    return (*last - *first).count();
+}
+
+std::optional<std::string> WithSeconds(std::string_view cameraDate, std::int64_t seconds) {
+    constexpr std::int64_t kMost = std::int64_t(400) * 366 * 86400; // of any use
+    const auto date = OnEvenClock(cameraDate);
+    if (!date || seconds < -kMost || seconds > kMost) return {};
+    const auto moved = *date + std::chrono::seconds(seconds);
+    const auto midnight = std::chrono::floor<std::chrono::days>(moved);
+    const std::chrono::year_month_day day(midnight);
+    const std::chrono::hh_mm_ss time(moved - midnight);
+    if (int(day.year()) < kFirstYear || int(day.year()) > kLastYear) return {};
+    std::string text(cameraDate);
+    for (const auto& [field, number] : {std::pair(kYear, int(day.year())),
+                                        {kMonth, int(unsigned(day.month()))},
+                                        {kDay, int(unsigned(day.day()))},
+                                        {kHour, int(time.hours().count())},
+                                        {kMinute, int(time.minutes().count())},
+                                        {kSecond, int(time.seconds().count())}})
+        text = WithNumber(text, field, number);
+    return text;
 }
 
 std::optional<std::string> WithHourMoved(std::string_view cameraDate, int by) {

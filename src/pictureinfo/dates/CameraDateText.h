@@ -22,6 +22,14 @@ std::optional<std::string> WithHourMoved(std::string_view cameraDate, int by);
 // The next second of the same minute: 00 follows 59.
 std::string WithSecondAdded(std::string_view cameraDate);
 
+// Seconds from one date to the other, by the calendar alone: a camera's clock knows no summer time.
+// None when one is no date.
+std::optional<std::int64_t> SecondsBetween(std::string_view from, std::string_view to);
+
+// So many seconds later, digits alone changed. None when it is no date, or would leave the years
+// that file times have, 1601 to 9999.
+std::optional<std::string> WithSeconds(std::string_view cameraDate, std::int64_t seconds);
+
 // As the program shows a picture's date.
 struct PictureDateText {
     std::string date;    // "06/22/2004 8:15:30 PM"

@@ -43,6 +43,7 @@ FrameHeader HeaderOf(const FitsHeader& fits) {
 FrameHeader HeaderOf(const ExifShot& shot, std::optional<int> zoneMinutes) {
     FrameHeader header;
     header.camera = shot.camera;
+    header.lens = shot.lens;
     const CameraTime camera{shot.date, shot.fraction, shot.zone, shot.exposure,
                             ParseUtc(shot.satelliteTime)};
     FrameWhere& where = header.where;

@@ -60,7 +60,13 @@ std::vector<std::string> LateSky::LinesFor(const Wish& wish) {
     const LongitudeSense sense{unsure && m_countsWest, m_said};
     const std::optional<Site> otherwise =
         wish.otherwise ? std::optional(wish.otherwise->site) : std::nullopt;
-    return SkyLines(SkyRowOf(header.where, sense, otherwise), sense, unsure);
+    std::vector<std::string> lines =
+        SkyLines(SkyRowOf(header.where, sense, otherwise), sense, unsure);
+    if (!m_measures) m_measures = std::make_unique<KeptMeasures>();
+    const auto measures = m_measures->Of(wish.path);
+    const std::string text = measures ? MeasuresText(*measures) : std::string();
+    if (!text.empty()) lines.push_back("    Measured: " + text);
+    return lines;
 }
 
 void LateSky::Work() {

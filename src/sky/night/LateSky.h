@@ -4,10 +4,12 @@
 #pragma once
 
 #include "common/worker.h"
+#include "sky/night/KeptMeasures.h"
 #include "sky/place/SiteList.h"
 
 #include <condition_variable>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -52,6 +54,7 @@ private:
     std::vector<std::string> m_known;
     bool m_countsWest = false;
     std::string m_said;
+    std::unique_ptr<KeptMeasures> m_measures;
     Worker m_worker; // last: it uses all above
 };
 

@@ -86,18 +86,24 @@ bool AreStars(const std::vector<SizedStar>& sized, std::size_t fitting) {
     return unevenness < (2 * fitting >= sized.size() ? kUneven : kUnevenRings);
 }
 
-void TakeSizes(const ValuePlane& plane, const Searched& found, FrameMeasures& measures) {
-    StarSizer sizer(plane, found.sky, found.list);
-    const std::vector<std::size_t> chosen = Chosen(found.list, sizer);
+constexpr const char* kNoStars = "no stars: what stands out has not their shape";
+
+std::vector<SizedStar> SizesOf(StarSizer& sizer, const std::vector<std::size_t>& chosen) {
     sizer.LearnWings(chosen);
     std::vector<SizedStar> sized;
     for (const std::size_t index : chosen) sized.push_back(sizer.Size(index));
+    return sized;
+}
+
+void TakeSizes(const ValuePlane& plane, const Searched& found, FrameMeasures& measures) {
+    StarSizer sizer(plane, found.sky, found.list);
+    const std::vector<SizedStar> sized = SizesOf(sizer, Chosen(found.list, sizer));
     const std::vector<SizedStar> fitting = FittingOf(sized);
     if (!AreStars(sized, fitting.size())) {
         measures.stars = 0;
         measures.saturated = 0;
         measures.background = measures.noise = kNotMeasured; // of no sky
-        measures.fault = "no stars: what stands out has not their shape";
+        measures.fault = kNoStars;
         return;
     }
     measures.hfr = MedianOfMember(sized, &MeasuredStar::hfr);
@@ -149,7 +155,11 @@ std::vector<MeasuredStar> ListSources(const ValuePlane& plane, std::string& faul
     std::vector<MeasuredStar> listed;
     if (!fault.empty()) return listed;
     StarSizer sizer(plane, found.sky, found.list);
-    sizer.LearnWings(Chosen(found.list, sizer));
+    const std::vector<SizedStar> sized = SizesOf(sizer, Chosen(found.list, sizer));
+    if (sized.size() >= std::size_t(kFewestStars) && !AreStars(sized, FittingOf(sized).size())) {
+        fault = kNoStars;
+        return listed;
+    }
     for (std::size_t i = 0; i < found.list.all.size(); ++i) {
         const Source& source = found.list.all[i];
         const bool isOther = source.kind == SourceKind::HotPixel ||

@@ -13,7 +13,7 @@ namespace tarn {
 inline constexpr double kNotMeasured = std::numeric_limits<double>::quiet_NaN();
 
 // Raised when the same picture gives other numbers than before.
-inline constexpr int kMeasuringMethod = 1;
+inline constexpr int kMeasuringMethod = 2;
 
 inline constexpr int kFewestStars = 5; // below which sizes mean nothing
 

@@ -1,0 +1,141 @@
+#include "notes/FilledFacts.h"
+
+#include "common/numbers.h"
+
+#include <algorithm>
+#include <cmath>
+#include <ctime>
+#include <numbers>
+
+namespace tarn {
+
+namespace {
+
+constexpr const char* kHeader = "header";
+constexpr double kSameSite = 2000; // metres
+
+std::size_t At(NoteEntry entry) {
+    return static_cast<std::size_t>(entry);
+}
+
+// Over the ground, as far as it matters for places near each other.
+double MetresBetween(const Site& a, const Site& b) {
+    constexpr double kDegree = 111'200; // metres
+    double east = std::abs(a.longitude - b.longitude);
+    if (east > 180) east = 360 - east;
+    const double middle = (a.latitude + b.latitude) / 2 * std::numbers::pi / 180;
+    return std::hypot((a.latitude - b.latitude) * kDegree, east * kDegree * std::cos(middle));
+}
+
+std::string PlaceText(const Site& site) {
+    constexpr int kDigits = 4; // of degrees: ten metres
+    return FormatFixed(std::abs(site.latitude), kDigits) + (site.latitude < 0 ? " S " : " N ") +
+           FormatFixed(std::abs(site.longitude), kDigits) + (site.longitude < 0 ? " W" : " E");
+}
+
+class Filling {
+public:
+    Filling(const FrameHeader& header, const FactSources& sources)
+        : m_header(header), m_sources(sources) {}
+
+    FilledFacts All() {
+        Kit(NoteEntry::Telescope, m_header.telescope, true);
+        for (const NoteEntry entry : {NoteEntry::Mount, NoteEntry::GuideScope})
+            Kit(entry, m_header.telescope, false); // whose name many programs write there
+        Kit(NoteEntry::Lens, m_header.lens, true);
+        Kit(NoteEntry::Camera, m_header.camera, true);
+        Kit(NoteEntry::Filter, m_header.filter, true);
+        Exposure();
+        Location();
+        Date();
+        return std::move(m_facts);
+    }
+
+private:
+    void Set(NoteEntry entry, std::string value, std::string source) {
+        m_facts[At(entry)] = FilledFact{std::move(value), std::move(source)};
+    }
+    void Kit(NoteEntry entry, const std::string& written, bool otherwiseItself) {
+        // A mount's name in the telescope's place is no telescope.
+        const bool isMount = entry == NoteEntry::Telescope &&
+                             KitFor(m_sources.kit, NoteEntry::Mount, written) != nullptr;
+        if (const KitItem* item = KitFor(m_sources.kit, entry, written))
+            Set(entry, item->name, "kit list, for '" + written + "'");
+        else if (otherwiseItself && !isMount && !written.empty())
+            Set(entry, written, kHeader);
+    }
+    void Exposure() {
+        std::string text = m_header.exposure.empty() ? "" : m_header.exposure + " s";
+        if (m_sources.hfr)
+            text += (text.empty() ? "HFR " : ", HFR ") + FormatFixed(*m_sources.hfr, 1) + " px";
+        if (text.empty()) return;
+        const char* source = !m_sources.hfr              ? kHeader
+                             : m_header.exposure.empty() ? "measured"
+                                                         : "header, measured";
+        Set(NoteEntry::Exposure, std::move(text), source);
+    }
+    void Location() {
+        const auto& site = m_header.where.site;
+        if (!site) {
+            if (!m_sources.otherwise.empty())
+                Set(NoteEntry::Location, m_sources.otherwise, "sites, for pictures without one");
+            return;
+        }
+        for (const NamedSite& named : m_sources.sites)
+            if (MetresBetween(*site, named.site) <= kSameSite)
+                return Set(NoteEntry::Location, named.name, "sites, for the header's place");
+        if (m_header.where.isSiteSure) Set(NoteEntry::Location, PlaceText(*site), kHeader);
+    }
+    // By the clock of the place.
+    void Date() {
+        const auto& time = m_header.where.time;
+        if (!time.start) return;
+        const NamedSite* site = SiteNamed(m_sources.sites, m_sources.otherwise);
+        const auto utc = std::int64_t(std::floor(*time.start));
+        std::optional<std::int64_t> offset;
+        if (time.zoneHours)
+            offset = std::int64_t(std::lround(*time.zoneHours * 3600));
+        else if (site && site->zoneMinutes)
+            offset = std::int64_t(*site->zoneMinutes) * 60;
+        const DateTime local = offset ? OnClock(utc + *offset) : FromFileTime(utc);
+        const auto forms = DateEntries(local);
+        Set(NoteEntry::Date, forms[std::min(m_sources.dateForm, forms.size() - 1)], kHeader);
+    }
+    static DateTime OnClock(std::int64_t seconds) {
+        const std::time_t time = seconds;
+        std::tm parts{};
+        ::gmtime_r(&time, &parts);
+        return {parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday,
+                parts.tm_hour,        parts.tm_min,     parts.tm_sec};
+    }
+
+    const FrameHeader& m_header;
+    const FactSources& m_sources;
+    FilledFacts m_facts;
+};
+
+} // namespace
+
+std::optional<int> FactLists::ZoneMinutes() const {
+    const NamedSite* site = SiteNamed(sites, otherwise);
+    return site ? site->zoneMinutes : std::nullopt;
+}
+
+FilledFacts FactsOf(const FrameHeader& header, const FactSources& sources) {
+    return Filling(header, sources).All();
+}
+
+std::string NoteOf(const FrameHeader& header, const FilledFacts& facts) {
+    NoteComposition note;
+    bool any = false;
+    for (std::size_t i = 0; i < kNoteEntries; ++i) {
+        if (!facts[i]) continue;
+        note.entries[i] = facts[i]->value;
+        any = true;
+    }
+    if (!any && header.object.empty()) return {};
+    note.firstLines = header.object;
+    return ComposeNote(note);
+}
+
+} // namespace tarn

@@ -1,0 +1,33 @@
+#include "sky/night/KeptMeasures.h"
+
+#include "common/numbers.h"
+#include "imaging/PictureLoader.h"
+#include "sky/night/MeasuresFile.h"
+
+#include <cmath>
+
+namespace tarn {
+
+KeptMeasures::KeptMeasures() : m_store(MeasuresFile()) {}
+
+std::optional<FrameMeasures> KeptMeasures::Of(const std::string& path) {
+    const FileLook look = PictureLoader::LookAt(path);
+    return look.inode != 0 ? m_store.Find(path, look) : std::nullopt;
+}
+
+std::optional<double> KeptMeasures::HfrOf(const std::string& path) {
+    const auto kept = Of(path);
+    return kept && std::isfinite(kept->hfr) ? std::optional(kept->hfr) : std::nullopt;
+}
+
+std::string MeasuresText(const FrameMeasures& measures) {
+    if (!std::isfinite(measures.hfr)) return {};
+    std::string text =
+        std::to_string(measures.stars) + " stars, HFR " + FormatFixed(measures.hfr, 2) + " px";
+    if (std::isfinite(measures.fwhm)) text += ", FWHM " + FormatFixed(measures.fwhm, 2) + " px";
+    if (std::isfinite(measures.eccentricity))
+        text += ", eccentricity " + FormatFixed(measures.eccentricity, 2);
+    return text;
+}
+
+} // namespace tarn
