@@ -24,16 +24,16 @@ std::string Frame(const std::string& hour, const char* filter, const char* type 
 
 struct NotesOfNight : FilesDesk {
     NotesOfNight() : FilesDesk(std::vector<std::string>()) {
-        folder.Write("a.fits", Frame("21", "Ha"));
-        folder.Write("b.fits", Frame("22", "OIII"));
-        folder.Write("dark.fits", Frame("23", "", "'Dark'"));
-        folder.Write("kept.fits", Frame("20", "Ha"));
+        folder.Write("a.fit", Frame("21", "Ha"));
+        folder.Write("b.fit", Frame("22", "OIII"));
+        folder.Write("dark.fit", Frame("23", "", "'Dark'"));
+        folder.Write("kept.fit", Frame("20", "Ha"));
         notes.Write("kept.enf", "mine");
         settings->Write("sky_sites", "Garden|48.125|11.525|520|60");
         settings->Write("sky_site", "Garden");
         notes.Write("Kit_List.txt",
                     "Telescope:TEC APO 140:EQMOD HEQ5\r\nMount:HEQ5:EQMOD HEQ5\r\n");
-        Start(At("a.fits"));
+        Start(At("a.fit"));
         house.window.show();
     }
     QComboBox& Box(const char* name) const { return *In<QComboBox>("FrmNewNotes", name); }
@@ -76,7 +76,7 @@ TEST(FillNotes, WritesWhereNoneIsAndGoesBack) {
     d.c.FillNotesButton->trigger();
     ASSERT_TRUE(d.Up("frmFillNotes"));
     EXPECT_EQ(
-        d.In<QLabel>("frmFillNotes", "FillNotesLabel")->text(),
+        d.In<QLabel>("frmFillNotes", "FillNotesLabel")->text().toStdString(),
         "2 pictures without a note get one; 1 have one, 1 tell nothing or are no light frames");
     const std::string note = "M 1\r\nTelescope: TEC APO 140\r\nMount: HEQ5\r\nCamera: ASI 2600\r\n"
                              "Filter: Ha\r\nExposure: 60 s\r\nLocation: Garden\r\n"
@@ -96,7 +96,8 @@ TEST(FillNotes, ANoteThatCameMeanwhileStaysAndIsTold) {
     d.c.FillNotesButton->trigger();
     d.notes.Write("A.enf", "of another program");
     d.In<QListWidget>("frmFillNotes", "FillNotesList")->item(1)->setCheckState(Qt::Unchecked);
-    EXPECT_EQ(d.In<QPushButton>("frmFillNotes", "FillNotesWriteButton")->text(), "&Write 1 Note");
+    EXPECT_EQ(d.In<QPushButton>("frmFillNotes", "FillNotesWriteButton")->text().toStdString(),
+              "&Write 1 Note");
     d.Press("frmFillNotes", "FillNotesWriteButton");
     EXPECT_EQ(d.NoteBytes("A.enf"), "of another program");
     EXPECT_EQ(ReadTree(d.notes.Path()).count("b.enf"), 0U);
@@ -113,7 +114,8 @@ TEST(Kits, AreCheckedAndKeptBesideWhatElseStands) {
     ASSERT_EQ(table->rowCount(), 4);
     table->item(2, 1)->setText(QStringLiteral("My: camera"));
     d.Press("frmKits", "KitsKeepButton");
-    EXPECT_EQ(d.In<QLabel>("frmKits", "KitsFault")->text(), "'My: camera': a name has no colon");
+    EXPECT_EQ(d.In<QLabel>("frmKits", "KitsFault")->text().toStdString(),
+              "'My: camera': a name has no colon");
     table->item(2, 1)->setText(QStringLiteral("My camera"));
     d.Press("frmKits", "KitsKeepButton");
     EXPECT_FALSE(d.Up("frmKits"));
