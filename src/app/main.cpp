@@ -9,6 +9,7 @@
 #include "platform/Clipboard.h"
 #include "platform/CrashNote.h"
 #include "platform/Desktop.h"
+#include "platform/EndOfProgram.h"
 #include "platform/EventPump.h"
 #include "platform/Files.h"
 #include "platform/SettingsStore.h"
@@ -33,6 +34,7 @@ constexpr char kUsage[] = "usage: tarn-view [--help | --version] [PATH...]\n"
                           "paths, as a file manager hands them over, the first counts.\n";
 
 constexpr std::chrono::milliseconds kPatience(20); // an answer to a key seems to come at once
+constexpr unsigned kLongestEnd = 10;               // seconds, with all kept
 constexpr std::chrono::milliseconds kSettled(300); // the window stands, with its picture
 
 // Answers --help and --version; -1 to go on.
@@ -85,5 +87,7 @@ int main(int argc, char** argv) {
     house.display.SetPatience(kPatience);
     if (!house.Start(path, tarn::PictureLoader::ReaderError())) return 1;
     QTimer::singleShot(kSettled, [] { tarn::StartDecoderAhead(); });
-    return events->ProgramEnds() ? 0 : QApplication::exec();
+    const int status = events->ProgramEnds() ? 0 : QApplication::exec();
+    tarn::EndWithin(kLongestEnd, status);
+    return status;
 }

@@ -1,6 +1,7 @@
 #include "notes/FilledFacts.h"
 
 #include "common/numbers.h"
+#include "common/text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -31,6 +32,15 @@ std::string PlaceText(const Site& site) {
     constexpr int kDigits = 4; // of degrees: ten metres
     return FormatFixed(std::abs(site.latitude), kDigits) + (site.latitude < 0 ? " S " : " N ") +
            FormatFixed(std::abs(site.longitude), kDigits) + (site.longitude < 0 ? " W" : " E");
+}
+
+// As people say it: "1/125 s", "300 s".
+std::string ExposureText(const FrameHeader& header) {
+    constexpr double kInFractions = 0.3; // seconds
+    const auto seconds = header.where.time.exposure;
+    if (seconds && *seconds > 0 && *seconds < kInFractions)
+        return "1/" + std::to_string(std::lround(1 / *seconds)) + " s";
+    return header.exposure.empty() ? std::string() : header.exposure + " s";
 }
 
 class Filling {
@@ -65,7 +75,7 @@ private:
             Set(entry, written, kHeader);
     }
     void Exposure() {
-        std::string text = m_header.exposure.empty() ? "" : m_header.exposure + " s";
+        std::string text = ExposureText(m_header);
         if (m_sources.hfr)
             text += (text.empty() ? "HFR " : ", HFR ") + FormatFixed(*m_sources.hfr, 1) + " px";
         if (text.empty()) return;
@@ -135,7 +145,8 @@ std::string NoteOf(const FrameHeader& header, const FilledFacts& facts) {
     }
     if (!any && header.object.empty()) return {};
     note.firstLines = header.object;
-    return ComposeNote(note);
+    const std::string text = ComposeNote(note);
+    return header.object.empty() ? text.substr(kLineEnd.size()) : text;
 }
 
 } // namespace tarn

@@ -85,6 +85,7 @@ Outcome frmFillNotes::ShowNotes(const FactLists& lists) {
     m_list->setCurrentRow(0);
     ShowNote(0);
     ShowCount();
+    m.shell.ShowMessage({}); // the progress of the reading
     if (!isVisible()) m_place.Restore(kDesign);
     show();
     return Outcome::Did();

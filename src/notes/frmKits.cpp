@@ -92,7 +92,10 @@ Outcome frmKits::ShowKits() {
     }
     m_table->setRowCount(0);
     for (const KitItem& item : ParseKit(m_before)) AddRow(item);
-    m_fault->clear();
+    m_fault->setText(m_table->rowCount() > 0
+                         ? QString()
+                         : QStringLiteral("No kit yet: add a thing of yours, or take over what the "
+                                          "header of the picture shown names."));
     if (!isVisible()) m_place.Restore(kDesign);
     show();
     raise();

@@ -118,6 +118,7 @@ Outcome frmClock::ShowCurrent() {
     ShowPictures();
     TrueTimeChanged();
     m_true->setFocus();
+    m.shell.ShowMessage({}); // the progress of the reading
     if (!isVisible()) m_place.Restore(kDesign);
     show();
     return Outcome::Did();

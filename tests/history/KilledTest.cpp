@@ -1,133 +1,18 @@
 // Commands whose program is killed at each of their steps: a later run takes them back or finishes
 // them, and the files are as before or as after the command, with their times and modes.
-#include "history/Changes.h"
-#include "history/History.h"
-#include "history/Rehearsal.h"
+#include "Acts.h"
 
-#include "common/paths.h"
+#include "history/History.h"
 #include "support/ForwardingFiles.h"
-#include "support/Trees.h"
 
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace tarn::testing {
 namespace {
-
-constexpr std::time_t kLongAgo = 1'100'000'000; // all that is given is older
-
-// Contents, time to the nanosecond and mode, by name; what is written now has any time.
-Tree WholeTree(const std::string& folder) {
-    Tree tree = ReadTree(folder);
-    if (tree.contains("sub"))
-        for (const auto& [name, bytes] : ReadTree(folder + "/sub")) tree["sub/" + name] = bytes;
-    for (auto& [name, bytes] : tree) {
-        struct stat info {};
-        ::stat((folder + "/" + name).c_str(), &info);
-        bytes += " " + (info.st_mtim.tv_sec > kLongAgo ? "new"
-                                                       : std::to_string(info.st_mtim.tv_sec) + "." +
-                                                             std::to_string(info.st_mtim.tv_nsec));
-        bytes += " " + std::to_string(info.st_mode);
-    }
-    return tree;
-}
-
-struct Act {
-    const char* name;
-    Tree before;
-    void (*run)(Changes& changes, const std::string& folder, const std::string& otherDisk);
-    bool isPlanned = true; // else what was not begun is not known
-};
-
-void RenameMany(Changes& changes, const std::string& folder, const std::string&) {
-    std::string error;
-    for (const auto& [from, to] : std::vector<std::pair<std::string, std::string>>{
-             {"a", "tmp"}, {"b", "a"}, {"tmp", "b"}, {"c", "d"}})
-        EXPECT_TRUE(changes.Rename(JoinPath(folder, from), JoinPath(folder, to), &error)) << error;
-}
-
-void ThrowMany(Changes& changes, const std::string& folder, const std::string&) {
-    std::string error;
-    for (const char* name : {"a", "b", "c"}) changes.ThrowAway(JoinPath(folder, name), &error);
-}
-
-// As a rename of a picture with its note, over a name that is taken.
-void RenameWithNote(Changes& changes, const std::string& folder, const std::string&) {
-    const auto at = [&](const char* name) { return JoinPath(folder, name); };
-    std::string error;
-    changes.CopyTo(at("a.enf"), at("b.enf"), &error);
-    changes.ThrowAway(at("b"), &error);
-    changes.Rename(at("a"), at("b"), &error);
-    changes.EndRename(at("a.enf"), at("b.enf"), &error);
-}
-
-void CopyOver(Changes& changes, const std::string& folder, const std::string&) {
-    std::string error;
-    changes.CopyTo(JoinPath(folder, "a"), JoinPath(folder, "b"), &error, Standing::ThrowAway);
-    changes.CopyTo(JoinPath(folder, "a"), JoinPath(folder, "new"), &error);
-}
-
-void WriteSome(Changes& changes, const std::string& folder, const std::string&) {
-    std::string error;
-    changes.Write(JoinPath(folder, "a"), "anew", &error);
-    changes.WriteAt(JoinPath(folder, "b"), 1, "XY", &error);
-    changes.SetTimes(JoinPath(folder, "c"), 1'000'000'000, &error);
-    changes.Write(JoinPath(folder, "made"), "made", &error);
-}
-
-void MoveFar(Changes& changes, const std::string& folder, const std::string& otherDisk) {
-    std::string error;
-    changes.CopyTo(JoinPath(folder, "a.xmp"), JoinPath(otherDisk, "a.xmp"), &error);
-    EXPECT_TRUE(changes.MoveTo(JoinPath(folder, "a"), JoinPath(otherDisk, "a"), &error)) << error;
-    EXPECT_TRUE(changes.EndMove(JoinPath(folder, "a"), &error)) << error;
-    changes.EndRename(JoinPath(folder, "a.xmp"), JoinPath(otherDisk, "a.xmp"), &error);
-    EXPECT_TRUE(changes.MoveTo(JoinPath(folder, "b"), JoinPath(otherDisk, "b"), &error)) << error;
-    EXPECT_TRUE(changes.EndMove(JoinPath(folder, "b"), &error)) << error;
-}
-
-void MakeFolderFor(Changes& changes, const std::string& folder, const std::string&) {
-    std::string error;
-    changes.MakeFolder(JoinPath(folder, "sub"), &error);
-    changes.MoveTo(JoinPath(folder, "a"), JoinPath(folder, "sub/a"), &error);
-}
-
-// Two files of one name, the second over the first.
-void PasteTwins(Changes& changes, const std::string& folder, const std::string&) {
-    std::string error;
-    changes.CopyTo(JoinPath(folder, "a"), JoinPath(folder, "x"), &error, Standing::ThrowAway);
-    changes.CopyTo(JoinPath(folder, "b"), JoinPath(folder, "x"), &error, Standing::ThrowAway);
-}
-
-const std::vector<Act>& Acts() {
-    static const std::vector<Act> kActs{
-        {"renames in a circle", {{"a", "1"}, {"b", "22"}, {"c", "333"}}, RenameMany},
-        {"delete", {{"a", "1"}, {"b", "22"}, {"c", "333"}}, ThrowMany},
-        {"delete unplanned", {{"a", "1"}, {"b", "22"}, {"c", "333"}}, ThrowMany, false},
-        {"rename with note", {{"a", "1"}, {"a.enf", "note"}, {"b", "22"}}, RenameWithNote},
-        {"copy over", {{"a", "1"}, {"b", "22"}}, CopyOver},
-        {"twins", {{"a", "1"}, {"b", "22"}, {"x", "333"}}, PasteTwins},
-        {"writing", {{"a", "1"}, {"b", "2222"}, {"c", "333"}}, WriteSome},
-        {"writing unplanned", {{"a", "1"}, {"b", "2222"}, {"c", "333"}}, WriteSome, false},
-        {"move onto another disk", {{"a", "1"}, {"a.xmp", "mark"}, {"b", "22"}}, MoveFar},
-        {"unplanned move", {{"a", "1"}, {"a.xmp", "mark"}, {"b", "22"}}, MoveFar, false},
-        {"move into a new folder", {{"a", "1"}, {"b", "22"}}, MakeFolderFor},
-    };
-    return kActs;
-}
-
-// In memory, on most machines.
-constexpr const char* kOtherDisk = "/dev/shm";
-
-void Plan(const Act& act, Changes& changes, const std::string& folder,
-          const std::string& otherDisk) {
-    Rehearsal rehearsal(changes);
-    act.run(rehearsal.Command(), folder, otherDisk);
-    changes.PlanWhole(rehearsal.Steps());
-}
 
 struct Grave {
     TestFolder pictures;
@@ -135,13 +20,7 @@ struct Grave {
     TestFolder state;
     ForwardingFiles files;
 
-    explicit Grave(const Tree& before) {
-        Fill(pictures, before);
-        for (const auto& [name, bytes] : before) {
-            SetFileTime(pictures.Path() + "/" + name, 2001, 2, 3, 4, 5, 6);
-            ::chmod((pictures.Path() + "/" + name).c_str(), 0640);
-        }
-    }
+    explicit Grave(const Tree& before) { FillLongAgo(pictures, before); }
     std::string Database() const { return state.Path() + "/history.db"; }
     // Of both disks.
     Tree Whole() const {

@@ -97,6 +97,11 @@ TEST(FilledFacts, PlaceAndDateAreThoseOfThePlace) {
 TEST(FilledFacts, ANoteHasNoEmptyLines) {
     Facts f;
     EXPECT_EQ(NoteOf(f.header, f.All()), "");
+    f.header.exposure = "0.008";
+    f.header.where.time.exposure = 0.008;
+    EXPECT_EQ(NoteOf(f.header, f.All()), "Exposure: 1/125 s");
+    f.header.exposure.clear();
+    f.header.where.time.exposure.reset();
     f.header.object = "M 31";
     f.header.filter = "Ha";
     EXPECT_EQ(NoteOf(f.header, f.All()), "M 31\r\nFilter: Ha");

@@ -20,14 +20,15 @@ std::optional<double> KeptMeasures::HfrOf(const std::string& path) {
     return kept && std::isfinite(kept->hfr) ? std::optional(kept->hfr) : std::nullopt;
 }
 
-std::string MeasuresText(const FrameMeasures& measures) {
+std::vector<std::string> MeasureLines(const FrameMeasures& measures) {
     if (!std::isfinite(measures.hfr)) return {};
-    std::string text =
-        std::to_string(measures.stars) + " stars, HFR " + FormatFixed(measures.hfr, 2) + " px";
-    if (std::isfinite(measures.fwhm)) text += ", FWHM " + FormatFixed(measures.fwhm, 2) + " px";
+    std::vector<std::string> lines{"       Stars: " + std::to_string(measures.stars) + ", HFR " +
+                                   FormatFixed(measures.hfr, 2) + " px"};
+    if (!std::isfinite(measures.fwhm)) return lines;
+    lines.push_back("        FWHM: " + FormatFixed(measures.fwhm, 2) + " px");
     if (std::isfinite(measures.eccentricity))
-        text += ", eccentricity " + FormatFixed(measures.eccentricity, 2);
-    return text;
+        lines.back() += ", eccentricity " + FormatFixed(measures.eccentricity, 2);
+    return lines;
 }
 
 } // namespace tarn

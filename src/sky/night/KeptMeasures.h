@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace tarn {
 
@@ -22,7 +23,8 @@ private:
     MeasureStore m_store;
 };
 
-// "812 stars, HFR 2.10 px, FWHM 3.41 px, eccentricity 0.42"; empty where nothing is known.
-std::string MeasuresText(const FrameMeasures& measures);
+// Each with a label of 14 characters, as the camera data has them: "       Stars: 812, HFR 2.10 px";
+// what is not known has no line.
+std::vector<std::string> MeasureLines(const FrameMeasures& measures);
 
 } // namespace tarn

@@ -63,9 +63,8 @@ std::vector<std::string> LateSky::LinesFor(const Wish& wish) {
     std::vector<std::string> lines =
         SkyLines(SkyRowOf(header.where, sense, otherwise), sense, unsure);
     if (!m_measures) m_measures = std::make_unique<KeptMeasures>();
-    const auto measures = m_measures->Of(wish.path);
-    const std::string text = measures ? MeasuresText(*measures) : std::string();
-    if (!text.empty()) lines.push_back("    Measured: " + text);
+    if (const auto measures = m_measures->Of(wish.path))
+        for (std::string& line : MeasureLines(*measures)) lines.push_back(std::move(line));
     return lines;
 }
 
