@@ -45,6 +45,10 @@ public:
     // In the state folder.
     explicit History(Files& files) : m_files(files), m_isShared(true) {}
 
+    ~History() { EndLate(); }
+    History(const History&) = delete;
+    History& operator=(const History&) = delete;
+
     // Asked once a run, when the history cannot be written, whether commands go on without; they do
     // not where nobody is asked. On the thread of the command.
     std::function<bool(const std::string& text)> onUnwritable;
