@@ -20,6 +20,7 @@ namespace tarn {
 namespace {
 
 constexpr int kSeen = 400; // milliseconds, so that a delete without a question can be seen
+constexpr int kNear = 100; // rows on either side, of which one is still there after a delete
 
 const std::vector<std::string> kYesNo{"Yes", "No"};
 const std::vector<std::string> kForGood{"Delete for good", "Keep"};
@@ -77,7 +78,7 @@ Outcome FileRoom::Delete(const DeletePlan& plan, bool ask, const std::string& ve
     const std::string name = LastPart(plan.path);
     changes.SetWhat(verb + " '" + name + "'");
     const int row = RowOf(plan.path);
-    const std::vector<std::string> following = Following(row);
+    const std::vector<std::string> following = Following(row, kNear);
     if (!ask) {
         const DeletePointer pointer(m.shell);
         m.events.Sleep(kSeen);
@@ -118,11 +119,14 @@ int FileRoom::RowOf(const std::string& path) const {
 
 // What comes next when files go: the names behind the row, then those ahead of it, the nearest
 // first. A list that is chosen or ordered by what another thread reads is not yet what it will be.
-std::vector<std::string> FileRoom::Following(int row) const {
+std::vector<std::string> FileRoom::Following(int row, int most) const {
     const FileListBox& list = *m.controls.FileListBox;
     std::vector<std::string> names;
-    for (int at = row + 1; at < list.Count(); ++at) names.push_back(list.Text(at));
-    for (int at = std::min(row, list.Count()) - 1; at >= 0; --at) names.push_back(list.Text(at));
+    const int last = std::min(list.Count() - 1, row + most);
+    const int first = std::max(0, row - most);
+    for (int at = row + 1; at <= last; ++at) names.push_back(list.Text(at));
+    for (int at = std::min(row, list.Count()) - 1; at >= first; --at)
+        names.push_back(list.Text(at));
     return names;
 }
 
@@ -172,7 +176,7 @@ void FileRoom::DeleteAllFitsButton_Click() {
     const FileListBox& list = *m.controls.FileListBox;
     const std::vector<std::string> paths = FitsFiles(m.files, list.Path());
     const int row = std::max(0, list.CurrentRow());
-    const std::vector<std::string> following = Following(row - 1);
+    const std::vector<std::string> following = Following(row - 1, list.Count());
     if (paths.empty()) {
         m.shell.ShowMessage("No FITS files in this folder");
         return;

@@ -58,7 +58,8 @@ private:
     int RowOf(const std::string& path) const;
     void ShowFromRow(int row);
     void ShowFromRow(const std::function<int()>& rowOf); // asked when the list is read again
-    std::vector<std::string> Following(int row) const;
+    // At most so many behind it, and so many ahead of it.
+    std::vector<std::string> Following(int row, int most) const;
     void ShowNext(const std::vector<std::string>& following, int otherwise);
     void ShowNothing();
 

@@ -84,7 +84,7 @@ Outcome FileRoom::RejectedToWastebasket() {
     if (m.state.VideoImage()) m.video.CloseVideoClip(); // an open clip holds its file
     if (Outcome written = m.marks.Flush(); !written) return written;
     const int row = std::max(0, list.CurrentRow());
-    const std::vector<std::string> following = Following(row);
+    const std::vector<std::string> following = Following(row, list.Count());
     Changes changes(m.history, "Delete of " + what);
     Outcome thrown = ThrowAll(rejected.paths, changes);
     TakeMarksAlong(m.marks, changes);
