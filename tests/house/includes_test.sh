@@ -30,7 +30,7 @@ BEGIN {
     Floor("desk/settings/ desk/commands/ desk/controls/ desk/places/")
     Floor("desk/")
     Floor("desk/batch/")
-    Floor("navigation/ display/ panel/ fileops/ night/ notes/ marks/ slides/ thumbnails/ print/ web/ video/")
+    Floor("navigation/ display/ panel/ fileops/ night/ blink/ notes/ marks/ slides/ thumbnails/ print/ web/ video/")
     Floor("app/help/ app/logs/ app/about/ app/outside/ console/")
     Floor("app/window/")
     Floor("app/start/")
