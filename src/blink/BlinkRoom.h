@@ -1,4 +1,4 @@
-// The commands of the menu "Sky" that look at a series of frames as one: blink.
+// The commands of the menu "Sky" that look at a series of frames as one: blink, sum.
 #pragma once
 
 #include "desk/Context.h"
@@ -13,6 +13,7 @@
 namespace tarn {
 
 class frmBlink;
+class frmSum;
 
 class BlinkRoom : public Room {
 public:
@@ -23,13 +24,20 @@ public:
     void BreakOff() override;
 
     void BlinkButton_Click();
+    void SumButton_Click();
 
 private:
-    std::vector<std::string> Chosen() const;
+    struct Choice {
+        std::vector<std::string> paths;
+        bool isSelected = false; // by the user, one by one
+    };
+    Choice Chosen() const;
+    bool MayBegin() const;
 
     Context& m;
     QObject m_here;
-    std::unique_ptr<frmBlink> m_blink; // when it is first asked for
+    std::unique_ptr<frmBlink> m_blink; // these when they are first asked for
+    std::unique_ptr<frmSum> m_sum;
 };
 
 } // namespace tarn

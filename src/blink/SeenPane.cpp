@@ -37,12 +37,19 @@ void SeenPane::changeEvent(QEvent* event) {
     update();
 }
 
+// The sum of shrunk frames may lack the last column of the whole one.
 void SeenPane::SetGround(std::shared_ptr<const BlinkGround> ground) {
-    const bool stays = m_ground && ground && m_ground->grid == ground->grid;
+    constexpr int kAlike = 16; // pixels
+    const PixelSize before = m_ground ? m_ground->grid.Pixels() : PixelSize{};
+    const PixelSize now = ground ? ground->grid.Pixels() : before;
+    const bool stays = std::abs(before.width - now.width) < kAlike &&
+                       std::abs(before.height - now.height) < kAlike;
+    const bool staysSeen = stays && m_ground && ground && m_ground->grid.cell == ground->grid.cell;
     m_ground = std::move(ground);
     m_lights.clear();
     for (std::size_t i = 0; m_ground && i < m_ground->codes.size(); ++i)
         m_lights.emplace_back(m_ground->codes[i], m_ground->stretch, i);
+    if (staysSeen) return; // until the next frame comes
     m_frame.reset();
     m_median.reset();
     m_differenceLight.reset();

@@ -19,8 +19,9 @@ class SeenPane : public QWidget {
 public:
     SeenPane();
 
-    // None: nothing can be shown. Another grid is seen whole, the same stays as it is seen.
+    // None: nothing can be shown. A grid of another size is seen whole, else what is seen stays.
     void SetGround(std::shared_ptr<const BlinkGround> ground);
+    const std::shared_ptr<const BlinkGround>& Ground() const { return m_ground; }
     void SetFrame(std::shared_ptr<const SeenFrame> frame);
     void SetMedian(std::shared_ptr<const SeenFrame> median); // null: no difference
     void SetSplit(bool split);

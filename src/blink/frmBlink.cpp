@@ -53,7 +53,7 @@ BlinkReader ReaderOf(std::vector<std::string> paths) {
 
 frmBlink::frmBlink(Context& context)
     : m(context), m_place(*this, context.state.BlinkPlace),
-      m_pane(Named(new SeenPane(), "BlinkPane", "The frame shown")) {
+      m_pane(Named(new SeenPane(), "BlinkPane", "The frame shown")), m_awaited(context) {
     setObjectName(QStringLiteral("frmBlink"));
     setWindowTitle(QStringLiteral("Blink"));
     setWindowFlags(Qt::Window);
@@ -63,6 +63,8 @@ frmBlink::frmBlink(Context& context)
     all->addLayout(MakeChoices());
     m_pane->onView = [this] { ShowView(); };
     m_pane->onWheel = [this](int notches) { Step(-notches); };
+    m_awaited.onWaiting = [this](const std::string& said) { m_pane->SetHint(ToQt(said)); };
+    m_awaited.onKnown = [this](AwaitedFrames::Known known) { Plan(std::move(known)); };
     m_tick.setTimerType(Qt::PreciseTimer);
     m_tick.setSingleShot(true);
     connect(&m_tick, &QTimer::timeout, this, [this] { Tick(); });
@@ -163,7 +165,7 @@ QBoxLayout* frmBlink::MakeChoices() {
 }
 
 void frmBlink::Blink(std::vector<std::string> paths, std::optional<BlinkPlace> at) {
-    const bool again = isVisible() && paths == m_paths && !m_frames.empty();
+    const bool again = isVisible() && paths == m_awaited.Paths() && !m_frames.empty();
     m_goTo = at;
     if (!isVisible()) m_place.Restore(kDesign);
     show();
@@ -173,15 +175,12 @@ void frmBlink::Blink(std::vector<std::string> paths, std::optional<BlinkPlace> a
     m_pane->setFocus();
     if (again) return TakeGround();
     BreakOff();
-    m_paths = std::move(paths);
-    m_isWaiting = true;
-    m.night.WantFrames(this, true); // answers at once, too
-    FramesChanged();
+    m_awaited.Begin(std::move(paths));
 }
 
 void frmBlink::BreakOff() {
     SetPlaying(false);
-    m_isWaiting = false;
+    m_awaited.GiveUp();
     m_planning->GiveUp();
     m_maker->Show(nullptr);
     m_frames.clear();
@@ -194,31 +193,17 @@ void frmBlink::BreakOff() {
 }
 
 void frmBlink::FramesChanged() {
-    if (!m_isWaiting) return;
-    std::size_t known = 0;
-    for (const std::string& path : m_paths) known += m.night.FrameOf(path) ? 1 : 0;
-    if (known == m_paths.size() || m.night.AllMeasured()) return Plan();
-    m_pane->SetHint(
-        ToQt("Measuring: " + std::to_string(known) + " of " + std::to_string(m_paths.size())));
+    m_awaited.FramesChanged();
 }
 
-void frmBlink::Plan() {
-    std::vector<JudgedFrame> known;
-    std::vector<FrameMeasures> measures;
-    std::vector<std::string> left;
-    for (const std::string& path : m_paths) {
-        const JudgedFrame* frame = m.night.FrameOf(path);
-        known.push_back(frame ? *frame : JudgedFrame());
-        measures.push_back(known.back().measures);
-        left.emplace_back(frame ? "" : "not measured");
-    }
-    m_isWaiting = false;
-    m.night.WantFrames(this, false);
-    m_pane->SetHint(m_paths.empty() ? QStringLiteral("No pictures are listed here")
-                                    : QStringLiteral("Laying the frames over each other"));
-    m_planning->Begin([this, known = std::move(known), measures = std::move(measures),
-                       left = std::move(left)](std::atomic<bool>&) -> LateWork::Answer {
-        return [this, known, plan = PlanSeries(measures, left)] { Planned(plan, known); };
+void frmBlink::Plan(AwaitedFrames::Known known) {
+    m_pane->SetHint(known.frames.empty() ? QStringLiteral("No pictures are listed here")
+                                         : QStringLiteral("Laying the frames over each other"));
+    if (known.frames.empty()) return;
+    m_planning->Begin([this, known = std::move(known)](std::atomic<bool>&) -> LateWork::Answer {
+        return [this, frames = known.frames, plan = PlanSeries(known.measures, known.left)] {
+            Planned(plan, frames);
+        };
     });
 }
 
@@ -302,18 +287,12 @@ void frmBlink::ShowProgress() {
 
 void frmBlink::closeEvent(QCloseEvent* event) {
     QDialog::closeEvent(event);
-    Close();
+    BreakOff();
 }
 
 void frmBlink::done(int result) {
     QDialog::done(result);
-    Close();
-}
-
-void frmBlink::Close() {
     BreakOff();
-    m_paths.clear();
-    m.night.WantFrames(this, false);
 }
 
 } // namespace tarn

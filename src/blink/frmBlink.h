@@ -2,13 +2,13 @@
 // after the other, at one stretch and one place, so that the stars stand still.
 #pragma once
 
+#include "blink/AwaitedFrames.h"
 #include "blink/BlinkOrder.h"
 #include "blink/FrameMaker.h"
 #include "blink/LateWork.h"
 #include "common/keys.h"
 #include "desk/Context.h"
 #include "desk/places/KeptPlace.h"
-#include "sky/judging/JudgedFrame.h"
 #include "sky/stack/SeriesPlan.h"
 
 #include <QDialog>
@@ -66,7 +66,7 @@ private:
                            BlinkWay way);
 
     // From paths to frames.
-    void Plan();
+    void Plan(AwaitedFrames::Known known);
     void Planned(const SeriesPlan& plan, const std::vector<JudgedFrame>& known);
     void MakerTold();
     void TakeGround();
@@ -85,7 +85,6 @@ private:
     void ShowView();
     void SetDifference(bool shown);
     void MarkCurrent(const MarkChange& change);
-    void Close();
 
     struct Key;
     static const std::vector<Key>& Keys();
@@ -103,8 +102,7 @@ private:
     ElidedLabel* m_said;
     QLabel* m_zoomSaid;
 
-    std::vector<std::string> m_paths;   // that were asked for
-    bool m_isWaiting = false;           // for their measures
+    AwaitedFrames m_awaited;
     std::vector<BlinkFrame> m_frames;   // that are laid over each other
     std::vector<std::string> m_leftOut; // reasons, one for each that is not
     std::optional<BlinkPlace> m_goTo;

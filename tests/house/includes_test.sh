@@ -21,7 +21,7 @@ BEGIN {
     Floor("imaging/ clips/")
     Floor("decoder/program/")
     Floor("sky/planes/ sky/measures/ sky/headers/")
-    Floor("sky/report/")
+    Floor("sky/report/ sky/series/")
     Floor("widgets/")
     Floor("pictureinfo/")
     Floor("convert/ facts/")
