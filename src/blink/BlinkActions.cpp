@@ -51,19 +51,22 @@ void frmBlink::Expect() {
 void frmBlink::Tick() {
     if (!m_plays) return;
     const bool waits = !m_maker->Progress().fits;
-    if (m_order.Advance([this](std::size_t frame) { return m_maker->IsMade(frame); }, waits)) {
-        m_maker->Prefer(m_order.Ahead());
-        ShowCurrent();
-    }
+    if (m_order.Advance([this](std::size_t frame) { return m_maker->IsMade(frame); }, waits))
+        Moved();
     Expect();
+}
+
+void frmBlink::Moved() {
+    if (m_isOld) return Arrange();
+    m_maker->Prefer(m_order.Ahead());
+    ShowCurrent();
 }
 
 void frmBlink::Step(int by) {
     if (m_order.IsEmpty()) return;
     SetPlaying(false);
     m_order.Step(by);
-    m_maker->Prefer(m_order.Ahead());
-    ShowCurrent();
+    Moved();
 }
 
 void frmBlink::GoToEnd(bool last) {
@@ -74,6 +77,7 @@ void frmBlink::GoToEnd(bool last) {
 
 void frmBlink::Arrange() {
     if (m_frames.empty()) return;
+    m_isOld = false;
     m_order.Arrange(m_frames, m.state.BlinkByScore, m.state.BlinkSkipRejected);
     m_maker->Prefer(m_order.Ahead());
     ShowCurrent();
@@ -114,10 +118,8 @@ void frmBlink::MarkCurrent(const MarkChange& change) {
     BlinkFrame& frame = m_frames[m_order.Current()];
     m.marks.MarkFiles(std::vector<std::string>{frame.path}, change);
     m.shell.ShowMessage(SaidOfChange(change) + " - " + frame.name);
-    const std::size_t marked = m_order.Current();
     frame.mark = Changed(frame.mark, change);
-    m_order.Arrange(m_frames, m.state.BlinkByScore, m.state.BlinkSkipRejected);
-    if (!m_plays && m_order.Current() != marked) m_order.GoTo(marked);
+    m_isOld = true;
     ShowCurrent();
 }
 

@@ -1,6 +1,7 @@
 #include "blink/BlinkRoom.h"
 
 #include "blink/frmBlink.h"
+#include "blink/frmMovers.h"
 #include "blink/frmSum.h"
 #include "common/paths.h"
 #include "desk/batch/PictureNames.h"
@@ -19,9 +20,11 @@ BlinkRoom::~BlinkRoom() = default;
 
 void BlinkRoom::ConnectControls() {
     Connect(m.controls.BlinkButton, [this] { BlinkButton_Click(); });
+    Connect(m.controls.MoversButton, [this] { MoversButton_Click(); });
     Connect(m.controls.SumButton, [this] { SumButton_Click(); });
     m.night.FollowFrames([this] {
         if (m_blink) m_blink->FramesChanged();
+        if (m_movers) m_movers->FramesChanged();
         if (m_sum) m_sum->FramesChanged();
     });
     m.marks.Follow([this] {
@@ -31,6 +34,7 @@ void BlinkRoom::ConnectControls() {
 
 // Threads go while the desk still stands.
 void BlinkRoom::BreakOff() {
+    m_movers.reset();
     m_blink.reset();
     m_sum.reset();
 }
@@ -55,30 +59,50 @@ BlinkRoom::Choice BlinkRoom::Chosen() const {
     return choice;
 }
 
-void BlinkRoom::BlinkButton_Click() {
-    if (!MayBegin()) return;
+Decision BlinkRoom::DecisionOf(const std::string& path) const {
+    return m.marks.MarkOf(path).value_or(Mark()).decision;
+}
+
+frmBlink& BlinkRoom::Blink() {
     if (!m_blink) m_blink = std::make_unique<frmBlink>(m);
-    m_blink->Blink(Chosen().paths);
+    return *m_blink;
+}
+
+void BlinkRoom::BlinkButton_Click() {
+    if (MayBegin()) Blink().Blink(Chosen().paths);
+}
+
+void BlinkRoom::MoversButton_Click() {
+    if (!MayBegin()) return;
+    const Choice choice = Chosen();
+    std::vector<std::string> left;
+    for (const std::string& path : choice.paths)
+        left.emplace_back(
+            !choice.isSelected && DecisionOf(path) == Decision::Reject ? "marked as rejected" : "");
+    if (!m_movers) {
+        m_movers = std::make_unique<frmMovers>(m);
+        m_movers->onBlink = [this](const std::vector<std::string>& paths, const MoverPlace& at) {
+            if (MayBegin()) Blink().Blink(paths, BlinkPlace{at.x, at.y});
+        };
+    }
+    m_movers->Find(choice.paths, std::move(left));
 }
 
 // What is selected; else what is marked to keep, or where fewer than two are, what is not rejected.
 void BlinkRoom::SumButton_Click() {
     if (!MayBegin()) return;
     const Choice choice = Chosen();
-    const auto decisionOf = [this](const std::string& path) {
-        return m.marks.MarkOf(path).value_or(Mark()).decision;
-    };
     const auto kept =
         std::count_if(choice.paths.begin(), choice.paths.end(),
-                      [&](const std::string& path) { return decisionOf(path) == Decision::Keep; });
+                      [&](const std::string& path) { return DecisionOf(path) == Decision::Keep; });
+    const auto reason = [&](const std::string& path) {
+        const Decision decision = DecisionOf(path);
+        if (choice.isSelected) return "";
+        if (decision == Decision::Reject) return "marked as rejected";
+        return kept > 1 && decision != Decision::Keep ? "not marked to keep" : "";
+    };
     std::vector<std::string> left;
-    for (const std::string& path : choice.paths) {
-        const Decision decision = decisionOf(path);
-        left.emplace_back(choice.isSelected                        ? ""
-                          : decision == Decision::Reject           ? "marked as rejected"
-                          : kept > 1 && decision != Decision::Keep ? "not marked to keep"
-                                                                   : "");
-    }
+    for (const std::string& path : choice.paths) left.emplace_back(reason(path));
     if (!m_sum) m_sum = std::make_unique<frmSum>(m);
     m_sum->Sum(choice.paths, std::move(left));
 }

@@ -1,4 +1,5 @@
-// The commands of the menu "Sky" that look at a series of frames as one: blink, sum.
+// The commands of the menu "Sky" that look at a series of frames as one: blink, what
+// moves, their sum.
 #pragma once
 
 #include "desk/Context.h"
@@ -13,6 +14,7 @@
 namespace tarn {
 
 class frmBlink;
+class frmMovers;
 class frmSum;
 
 class BlinkRoom : public Room {
@@ -24,6 +26,7 @@ public:
     void BreakOff() override;
 
     void BlinkButton_Click();
+    void MoversButton_Click();
     void SumButton_Click();
 
 private:
@@ -33,10 +36,13 @@ private:
     };
     Choice Chosen() const;
     bool MayBegin() const;
+    Decision DecisionOf(const std::string& path) const;
+    frmBlink& Blink();
 
     Context& m;
     QObject m_here;
     std::unique_ptr<frmBlink> m_blink; // these when they are first asked for
+    std::unique_ptr<frmMovers> m_movers;
     std::unique_ptr<frmSum> m_sum;
 };
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 
 #include <Eigen/Core>
@@ -16,20 +17,20 @@ namespace {
 constexpr float kNone = std::numeric_limits<float>::quiet_NaN();
 constexpr double kHalf = 0.5;
 constexpr int kMargin = 3;   // squares around what is seen
-constexpr int kBorder = 2;   // squares beyond the frame's, as its outermost
+constexpr int kBorder = 4;   // squares beyond the frame's, as its outermost
 constexpr int kTaps = 4;     // squares along each side that a pixel is made of
 constexpr int kPhases = 256; // between two squares
 
 using Four = Eigen::Array<float, kTaps, 1>;
 using FourThere = Eigen::Map<const Four>;
-using Weights = std::array<std::array<float, kTaps>, kPhases + 1>;
+using Weights = std::array<std::array<float, kTaps>, kPhases>;
 
 // Smooth: a spline of third order. What is seen a little smaller than its squares would else
 // tremble by a tenth of a pixel, as the screen's pixels fall between them. Sharp: through the
 // values.
 Weights WeightsOf(bool smooth) {
     Weights all{};
-    for (int phase = 0; phase <= kPhases; ++phase) {
+    for (int phase = 0; phase < kPhases; ++phase) {
         const double t = double(phase) / kPhases;
         const double u = 1 - t;
         const std::array<double, kTaps> exact =
@@ -105,17 +106,18 @@ void FillMeans(const Sample* plane, int perRow, float zero, float scale, Squares
     const std::size_t wide = std::size_t(squares.width) * side;
     const float part = scale / float(side * side);
     squares.means.resize(std::size_t(squares.PerRow()) * std::size_t(squares.height + 2 * kBorder));
-    std::vector<Sum> sums(wide);
+    std::vector<Sum> columns(wide);
+    Sum* const sums = columns.data(); // unchecked, or they would be taken one by one
     for (int row = 0; row < squares.height; ++row) {
         float* to = squares.Row(row);
-        std::fill(sums.begin(), sums.end(), Sum(0));
+        std::fill(sums, sums + wide, Sum(0));
         for (std::size_t line = 0; line < side; ++line) {
             const Sample* from =
                 plane + (std::size_t(squares.top + row) * side + line) * std::size_t(perRow) +
                 std::size_t(squares.left) * side;
             for (std::size_t x = 0; x < wide; ++x) sums[x] += from[x];
         }
-        const Sum* sum = sums.data();
+        const Sum* sum = sums;
         for (int column = 0; column < squares.width; ++column, sum += side) {
             Sum all = sum[0];
             for (std::size_t x = 1; x < side; ++x) all += sum[x];
@@ -176,9 +178,11 @@ void AddSurface(const LevelSurface& surface, const FrameMap& toGrid, int row, fl
     const auto start = float(begin);
     const auto slope = float((4 * middle - 3 * begin - end) / last);
     const auto bend = float(2 * (begin - 2 * middle + end) / (last * last));
-    for (std::size_t i = 0; i < values.size(); ++i) {
+    float* const to = values.data();
+    const int count = int(values.size());
+    for (int i = 0; i < count; ++i) {
         const auto u = float(i);
-        values[i] = values[i] * light + start + u * (slope + u * bend);
+        to[i] = to[i] * light + start + u * (slope + u * bend);
     }
 }
 
@@ -212,20 +216,27 @@ public:
         const double startY = (y - middle) / s.side - s.top;
         const double stepX = m_toFrame.a / s.side;
         const double stepY = m_toFrame.d / s.side;
-        const auto mostX = double(s.width - 1);
-        const auto mostY = double(s.height - 1);
-        for (int i = first; i < end; ++i) {
-            const double placeX = std::clamp(startX + stepX * i, 0.0, mostX);
-            const double placeY = std::clamp(startY + stepY * i, 0.0, mostY);
-            const int column = int(placeX);
-            const int line = int(placeY);
-            const auto& along = m_weights[std::size_t((placeX - column) * kPhases + kHalf)];
-            const auto& across = m_weights[std::size_t((placeY - line) * kPhases + kHalf)];
-            const float* at = s.Row(line - 1) + column - 1;
+        // In whole numbers of 2^-32: the upper half is the square, then comes the phase.
+        constexpr double kOne = 4294967296.0;
+        constexpr int kWhole = 32;
+        constexpr int kToPhase = 24;
+        constexpr std::int64_t kHalfPhase = std::int64_t(1) << (kToPhase - 1);
+        const auto fixed = [](double place) { return std::int64_t(place * kOne); };
+        std::int64_t placeX = fixed(startX + stepX * first + kBorder - 1) + kHalfPhase;
+        std::int64_t placeY = fixed(startY + stepY * first + kBorder - 1) + kHalfPhase;
+        const std::int64_t alongX = fixed(stepX);
+        const std::int64_t alongY = fixed(stepY);
+        const std::ptrdiff_t perRow = s.PerRow();
+        const float* const means = s.means.data();
+        float* const pixels = to.data();
+        for (int i = first; i < end; ++i, placeX += alongX, placeY += alongY) {
+            const auto& along = m_weights[std::size_t(placeX >> kToPhase) % kPhases];
+            const auto& across = m_weights[std::size_t(placeY >> kToPhase) % kPhases];
+            const float* at = means + (placeY >> kWhole) * perRow + (placeX >> kWhole);
             Four sum = across[0] * FourThere(at);
             for (std::size_t tap = 1; tap < kTaps; ++tap)
-                sum += across[tap] * FourThere(at += s.PerRow());
-            to[std::size_t(i)] = (sum * FourThere(along.data())).sum();
+                sum += across[tap] * FourThere(at += perRow);
+            pixels[i] = (sum * FourThere(along.data())).sum();
         }
     }
 

@@ -90,6 +90,7 @@ void SeenPane::SetCorner(const QString& text, const ShownMark& mark) {
 void SeenPane::SetHint(const QString& hint) {
     if (hint == m_hint) return;
     m_hint = hint;
+    if (m_corner.isEmpty()) setAccessibleDescription(hint);
     update();
 }
 

@@ -80,6 +80,7 @@ private:
     void Step(int by);
     void GoToEnd(bool last);
     void Arrange();
+    void Moved();
     void ShowCurrent();
     void ShowProgress();
     void ShowView();
@@ -107,6 +108,7 @@ private:
     std::vector<std::string> m_leftOut; // reasons, one for each that is not
     std::optional<BlinkPlace> m_goTo;
     BlinkOrder m_order;
+    bool m_isOld = false; // the order: what was marked leaves it with the next step
     bool m_plays = false;
     QTimer m_tick;
     QTimer m_rest;         // of a view that changes
