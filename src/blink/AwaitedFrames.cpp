@@ -1,5 +1,8 @@
 #include "blink/AwaitedFrames.h"
 
+#include "common/paths.h"
+#include "widgets/FileListBox.h"
+
 namespace tarn {
 
 void AwaitedFrames::Begin(std::vector<std::string> paths) {
@@ -31,7 +34,10 @@ void AwaitedFrames::FramesChanged() {
     if (!m_isWaiting) return;
     std::size_t count = 0;
     for (const std::string& path : m_paths) count += m.night.FrameOf(path) ? 1 : 0;
-    if (count < m_paths.size() && !m.night.AllMeasured())
+    // Of a folder that was left nothing more comes.
+    const bool isLeft =
+        !m_paths.empty() && FolderOf(m_paths.front()) != m.controls.FileListBox->Path();
+    if (count < m_paths.size() && !isLeft && !m.night.AllMeasured())
         return onWaiting("Measuring: " + std::to_string(count) + " of " +
                          std::to_string(m_paths.size()));
     Known known = Take();

@@ -116,10 +116,10 @@ void frmBlink::MarksChanged() {
 void frmBlink::MarkCurrent(const MarkChange& change) {
     if (m_order.IsEmpty()) return;
     BlinkFrame& frame = m_frames[m_order.Current()];
+    frame.mark = Changed(frame.mark, change); // ahead of those who follow
+    m_isOld = true;
     m.marks.MarkFiles(std::vector<std::string>{frame.path}, change);
     m.shell.ShowMessage(SaidOfChange(change) + " - " + frame.name);
-    frame.mark = Changed(frame.mark, change);
-    m_isOld = true;
     ShowCurrent();
 }
 

@@ -27,9 +27,4 @@ GridView ViewOf(const GridSize& grid, const ZoomView& zoom, const ZoomPane& in) 
     return view;
 }
 
-ZoomPoint PartOf(const GridSize& grid, double x, double y) {
-    const double down = (y + 0.5) / std::max(1, grid.height);
-    return {(x + 0.5) / std::max(1, grid.width), grid.bottomUp ? 1 - down : down};
-}
-
 } // namespace tarn

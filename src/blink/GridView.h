@@ -37,7 +37,4 @@ struct GridView {
 // `in` has the grid's pixels as its picture.
 GridView ViewOf(const GridSize& grid, const ZoomView& zoom, const ZoomPane& in);
 
-// Where a place of the grid, samples, lies in the picture: 0 to 1 of its sides.
-ZoomPoint PartOf(const GridSize& grid, double x, double y);
-
 } // namespace tarn
