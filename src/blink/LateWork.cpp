@@ -1,7 +1,6 @@
 #include "blink/LateWork.h"
 
 #include "common/stop_flag.h"
-#include "sky/night/LowPriority.h"
 
 #include <utility>
 
@@ -54,7 +53,6 @@ void LateWork::Take() {
 }
 
 void LateWork::Run() {
-    BeLowOf("late-work");
     std::unique_lock lock(m_mutex);
     for (;;) {
         m_changed.wait(lock, [this] { return m_ends || m_task; });

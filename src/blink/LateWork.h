@@ -1,4 +1,5 @@
-// One piece of long work at a time on a thread of low priority; the last one that was begun counts.
+// One piece of long work at a time, on a thread of its own: somebody waits for it. The last one
+// that was begun counts.
 #pragma once
 
 #include "common/worker.h"

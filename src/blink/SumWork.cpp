@@ -14,7 +14,6 @@
 #include "widgets/Dialogs.h"
 #include "widgets/FileListBox.h"
 
-#include <QProgressBar>
 #include <QPushButton>
 
 #include <algorithm>
@@ -75,7 +74,6 @@ void frmSum::SaveButton_Click() {
         if (m.files.IsSameFile(path, target))
             return Say("Not saved: '" + LastPart(target) + "' is itself one of the frames");
     Say("Writing '" + LastPart(target) + "'");
-    m_progress->setRange(0, 0);
     SetRunning(true);
     m_work->Begin([this, target, finished = m_finished](std::atomic<bool>&) -> LateWork::Answer {
         auto file = std::make_shared<SumFile>(CacheFolder(), finished->plan.frames.size());

@@ -19,6 +19,7 @@
 #include <QPixmap>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QStyledItemDelegate>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
@@ -29,6 +30,18 @@ namespace {
 constexpr QSize kDesign(1000, 560);
 constexpr int kRowMargin = 6;
 enum Column { kNumber, kSpeed, kDirection, kFrames, kSignal, kCuts };
+
+// Cuts keep their light, also in the row that is selected.
+class CutsDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->state &= ~QStyle::State_Selected;
+    }
+};
 
 std::string Movers(std::size_t count) {
     return count == 1 ? "1 mover" : std::to_string(count) + " movers";
@@ -68,6 +81,7 @@ void frmMovers::MakeTable() {
     m_table->setCornerButtonEnabled(false);
     if (auto* corner = m_table->findChild<QAbstractButton*>()) // never seen, yet found by readers
         Named(corner, "MoversCornerButton", "Select all movers");
+    m_table->setItemDelegateForColumn(kCuts, new CutsDelegate(m_table));
     m_table->setShowGrid(false);
     m_table->verticalHeader()->hide();
     m_table->horizontalHeader()->setObjectName(QStringLiteral("MoversHeader"));
@@ -110,7 +124,7 @@ QBoxLayout* frmMovers::MakeActs() {
 }
 
 void frmMovers::SetRunning(bool running) {
-    m_progress->setVisible(running);
+    if (!running) m_progress->hide(); // it comes when it is known of how many
     m_cancel->setVisible(running);
     m_blink->setEnabled(Current() != nullptr);
     m_keep->setEnabled(Current() != nullptr);
@@ -133,7 +147,7 @@ void frmMovers::Find(std::vector<std::string> paths, std::vector<std::string> le
     BreakOff();
     m_left = std::move(left);
     m_search = std::make_shared<Search>();
-    m_progress->setRange(0, 0);
+    m_progress->hide();
     SetRunning(true);
     m_awaited.Begin(std::move(paths));
 }
@@ -195,7 +209,8 @@ LateWork::Answer frmMovers::Work(AwaitedFrames::Known known, const std::shared_p
 void frmMovers::ShowSearch() {
     if (!m_search) return;
     const bool all = m_search->done >= m_search->total;
-    m_progress->setRange(0, all ? 0 : int(m_search->total));
+    m_progress->show();
+    m_progress->setRange(0, int(m_search->total));
     m_progress->setValue(int(m_search->done));
     m_said->SetText(all ? "Looking for what moves" : "Laying the frames over each other");
 }

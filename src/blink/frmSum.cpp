@@ -134,7 +134,7 @@ void frmSum::Say(const std::string& text) {
 }
 
 void frmSum::SetRunning(bool running) {
-    m_progress->setVisible(running);
+    m_progress->hide(); // until it is known of how many
     m_cancel->setVisible(running);
     m_again->setEnabled(!running && !m_known.frames.empty());
     m_save->setEnabled(!running && m_finished != nullptr);
@@ -149,7 +149,6 @@ void frmSum::Sum(std::vector<std::string> paths, std::vector<std::string> left) 
     m_pane->setFocus();
     BreakOff();
     m_left = std::move(left);
-    m_progress->setRange(0, 0);
     SetRunning(true);
     m_awaited.Begin(std::move(paths));
 }
@@ -179,7 +178,6 @@ void frmSum::Begin() {
     m_pane->SetHint(QStringLiteral("Laying the frames over each other"));
     Say("Laying the frames over each other");
     m_finished.reset();
-    m_progress->setRange(0, 0);
     SetRunning(true);
     StackOrder order;
     order.sigmas = m.state.SumSigma / 10.0;
@@ -222,6 +220,7 @@ void frmSum::Grown() {
         sum = std::exchange(m_growing->sum, nullptr);
         shrink = m_growing->shrink;
         bottomUp = m_growing->bottomUp;
+        m_progress->show();
         m_progress->setRange(0, int(m_growing->total));
         m_progress->setValue(int(m_growing->done));
         Say(m_growing->done < m_growing->total ? "Laying the frames over each other"
