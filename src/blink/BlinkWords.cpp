@@ -8,6 +8,10 @@
 
 namespace tarn {
 
+std::string FramesText(std::size_t count) {
+    return std::to_string(count) + (count == 1 ? " frame" : " frames");
+}
+
 std::string CornerText(const BlinkFrame& frame) {
     constexpr std::size_t kDate = 11; // signs ahead of the time of day
     std::string text = frame.name;

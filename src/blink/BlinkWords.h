@@ -8,6 +8,8 @@
 
 namespace tarn {
 
+std::string FramesText(std::size_t count); // "3 frames"
+
 // Name, time and size of the stars; the mark is drawn beside it.
 std::string CornerText(const BlinkFrame& frame);
 

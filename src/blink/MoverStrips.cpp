@@ -103,13 +103,15 @@ MoverPlace MiddleOf(const Mover& mover, const SeriesPlan& plan) {
     return {sight.x, sight.y};
 }
 
-std::string MoverText(const Mover& mover, std::size_t number,
-                      const std::vector<std::string>& paths) {
-    std::string text = "Mover " + std::to_string(number) + ": " + FormatFixed(mover.speed, 1) +
-                       " pixels an hour, direction " + FormatFixed(mover.angle, 1) +
-                       " degrees, signal " + FormatFixed(mover.signal, 1) + "\n";
+std::string MoverText(const FoundMovers& found, std::size_t index) {
+    const Mover& mover = found.result.movers[index];
+    std::string text = "Mover " + std::to_string(index + 1) + ": " + FormatFixed(mover.speed, 1) +
+                       " pixels an hour, ";
+    if (found.scale) text += FormatFixed(mover.speed * *found.scale, 1) + " arc seconds an hour, ";
+    text += "direction " + FormatFixed(mover.angle, 1) + " degrees, signal " +
+            FormatFixed(mover.signal, 1) + "\n";
     for (const MoverSight& sight : mover.sights)
-        text += LastPart(paths[sight.number]) + "  x " + FormatFixed(sight.x, 1) + "  y " +
+        text += LastPart(found.paths[sight.number]) + "  x " + FormatFixed(sight.x, 1) + "  y " +
                 FormatFixed(sight.y, 1) + "  flux " + FormatFixed(sight.flux, 0) + "\n";
     return text;
 }

@@ -8,6 +8,7 @@
 
 #include <atomic>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,7 +18,8 @@ struct FoundMovers {
     std::vector<std::string> paths; // of the plan's numbers
     SeriesPlan plan;
     MoversResult result;
-    std::vector<QImage> strips; // one for each mover, as far as there are any
+    std::optional<double> scale; // arc seconds of a pixel, by the reference's header
+    std::vector<QImage> strips;  // one for each mover, as far as there are any
 };
 
 // Each mover in the middle, in some of its frames by time, in the grid and at the stretch of the
@@ -32,7 +34,6 @@ struct MoverPlace {
 MoverPlace MiddleOf(const Mover& mover, const SeriesPlan& plan);
 
 // A mover in words and numbers, with a row for each frame.
-std::string MoverText(const Mover& mover, std::size_t number,
-                      const std::vector<std::string>& paths);
+std::string MoverText(const FoundMovers& found, std::size_t index);
 
 } // namespace tarn

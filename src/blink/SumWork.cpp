@@ -1,6 +1,6 @@
 // The work of the window "Sum", on a thread of its own, and the file that it becomes.
+#include "blink/BlinkWords.h"
 #include "blink/frmSum.h"
-
 #include "common/paths.h"
 #include "history/Changes.h"
 #include "imaging/fits/KeptCards.h"
@@ -86,16 +86,16 @@ void frmSum::SaveButton_Click() {
 void frmSum::Save(SumFile& file, const std::string& target) {
     SetRunning(false);
     std::string error = file.Error();
+    const std::string sum = "Sum of " + FramesText(CountOfSum(m_finished->result));
     if (error.empty()) {
-        Changes changes(m.history, "Sum of " + std::to_string(CountOfSum(m_finished->result)) +
-                                       " frames to '" + LastPart(target) + "'");
+        Changes changes(m.history, sum + " to '" + LastPart(target) + "'");
         WriteInPlace(changes, target, file.Bytes(), &error);
     }
     if (!error.empty()) {
         m.shell.ShowMessage("ERROR - '" + LastPart(target) + "' not saved: " + error);
         return Say("Not saved: " + error);
     }
-    m.shell.ShowMessage("Sum saved as '" + LastPart(target) + "'");
+    m.shell.ShowMessage(sum + " saved as '" + LastPart(target) + "'");
     Say("Saved as " + target);
     if (FolderOf(target) == m.controls.FileListBox->Path()) m.navigation.ReadAgain();
 }

@@ -276,10 +276,9 @@ void frmBlink::ShowProgress() {
     }
     std::vector<std::string> left = m_leftOut;
     for (const auto& [number, fault] : m_maker->Faults()) left.push_back(fault);
-    std::string said =
-        progress.made < progress.total
-            ? std::to_string(progress.made) + " of " + std::to_string(progress.total) + " made"
-            : std::to_string(progress.total) + (progress.total == 1 ? " frame" : " frames");
+    std::string said = progress.made < progress.total ? std::to_string(progress.made) + " of " +
+                                                            std::to_string(progress.total) + " made"
+                                                      : FramesText(progress.total);
     if (m_frames.empty()) said.clear();
     const std::string out = LeftOutText(left);
     m_said->SetText(said + (said.empty() || out.empty() ? "" : "; ") + out);

@@ -4,9 +4,11 @@
 #include "common/numbers.h"
 #include "common/paths.h"
 #include "imaging/fits/KeptCards.h"
+#include "imaging/fits/SkyFile.h"
 #include "platform/Clipboard.h"
 #include "platform/QtText.h"
 #include "sky/night/MeasuresFile.h"
+#include "sky/series/FrameScale.h"
 #include "sky/series/MoversOfFiles.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/Named.h"
@@ -29,7 +31,7 @@ namespace {
 
 constexpr QSize kDesign(1000, 560);
 constexpr int kRowMargin = 6;
-enum Column { kNumber, kSpeed, kDirection, kFrames, kSignal, kCuts };
+enum Column { kNumber, kSpeed, kOnSky, kDirection, kFrames, kSignal, kCuts };
 
 // Cuts keep their light, also in the row that is selected.
 class CutsDelegate : public QStyledItemDelegate {
@@ -203,6 +205,12 @@ LateWork::Answer frmMovers::Work(AwaitedFrames::Known known, const std::shared_p
     found->result =
         FindMoversInFiles({found->paths, known.measures, found->plan}, CacheFolder(), watch);
     if (!givenUp) CutStrips(*found, givenUp);
+    if (found->plan.reference) {
+        const std::string& reference = found->paths[*found->plan.reference];
+        std::string error;
+        const auto header = ReadSkyHeader(reference, error);
+        found->scale = ScaleOf(CardsOfFrame(reference, header ? header->image : 0));
+    }
     return [this, found] { End(found); };
 }
 
@@ -221,6 +229,7 @@ void frmMovers::End(std::shared_ptr<const FoundMovers> found) {
     const MoversResult& result = m_found->result;
     m_table->setRowCount(int(result.movers.size()));
     for (int row = 0; row < m_table->rowCount(); ++row) FillRow(row);
+    m_table->setColumnHidden(kOnSky, !m_found->scale);
     m_table->resizeColumnsToContents();
     if (m_table->rowCount() > 0) m_table->setCurrentCell(0, 0);
     std::vector<std::string> reasons;
@@ -245,6 +254,7 @@ void frmMovers::FillRow(int row) {
     };
     put(kNumber, std::to_string(row + 1));
     put(kSpeed, FormatFixed(mover.speed, 1));
+    put(kOnSky, m_found->scale ? FormatFixed(mover.speed * *m_found->scale, 1) : std::string());
     put(kDirection, FormatFixed(mover.angle, 0) + "\u00B0");
     put(kFrames, std::to_string(mover.sights.size()));
     put(kSignal, FormatFixed(mover.signal, 0));
@@ -273,16 +283,15 @@ void frmMovers::KeepCurrent() {
     std::vector<MarkWish> wishes;
     for (const MoverSight& sight : mover->sights)
         wishes.push_back({m_found->paths[sight.number], Decide(Decision::Keep)});
-    const std::string said = "Keep " + std::to_string(wishes.size()) + " frames of a mover";
+    const std::string said = "Keep " + FramesText(wishes.size()) + " of a mover";
     m.marks.MarkFiles(said, wishes);
-    m_said->SetText("Kept - " + std::to_string(wishes.size()) + " frames; Ctrl+Z takes it back");
+    m_said->SetText("Kept - " + FramesText(wishes.size()) + "; Ctrl+Z takes it back");
 }
 
 void frmMovers::CopyTexts() {
     if (!m_found) return;
     std::string text;
-    for (std::size_t i = 0; i < m_found->result.movers.size(); ++i)
-        text += MoverText(m_found->result.movers[i], i + 1, m_found->paths);
+    for (std::size_t i = 0; i < m_found->result.movers.size(); ++i) text += MoverText(*m_found, i);
     m.clipboard.SetText(text);
     m_said->SetText(Movers(m_found->result.movers.size()) + " copied as text");
 }

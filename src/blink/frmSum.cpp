@@ -1,5 +1,6 @@
 #include "blink/frmSum.h"
 
+#include "blink/BlinkWords.h"
 #include "blink/SeenPane.h"
 #include "common/paths.h"
 #include "platform/QtText.h"
@@ -259,8 +260,7 @@ void frmSum::End(std::shared_ptr<const Finished> finished) {
     }
     m_finished = std::move(finished);
     SetRunning(false);
-    const std::size_t count = CountOfSum(m_finished->result);
-    Say("Mean of " + std::to_string(count) + (count == 1 ? " frame" : " frames") +
+    Say("Mean of " + FramesText(CountOfSum(m_finished->result)) +
         (m_leftOut->count() > 0 ? ", " + std::to_string(m_leftOut->count()) + " left out" : ""));
     Show(m_finished->pixels->Samples(), 1, m_finished->bottomUp);
 }

@@ -63,6 +63,8 @@ TEST(SumPixels, CannotBeginWithoutAPlaceOrRoom) {
 }
 
 TEST(MoverStrips, MiddleAndTextOfAMover) {
+    FoundMovers found;
+    found.paths = {"/n/a.fits", "/n/b.fits", "/n/c.fits"};
     Mover mover;
     mover.speed = 61.26;
     mover.angle = -12.5;
@@ -73,8 +75,11 @@ TEST(MoverStrips, MiddleAndTextOfAMover) {
     const MoverPlace middle = MiddleOf(mover, plan);
     EXPECT_EQ(middle.x, 115);
     EXPECT_NEAR(middle.y, 15.26, 1e-9);
-    EXPECT_EQ(MoverText(mover, 3, {"/n/a.fits", "/n/b.fits", "/n/c.fits"}),
-              "Mover 3: 61.3 pixels an hour, direction -12.5 degrees, signal 84.0\n"
+    found.result.movers = {Mover(), mover};
+    found.scale = 2;
+    EXPECT_EQ(MoverText(found, 1),
+              "Mover 2: 61.3 pixels an hour, 122.5 arc seconds an hour, direction -12.5 degrees, "
+              "signal 84.0\n"
               "a.fits  x 10.0  y 20.0  flux 900\n"
               "c.fits  x 15.0  y 20.3  flux 950\n"
               "b.fits  x 20.0  y 21.0  flux 940\n");
