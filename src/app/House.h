@@ -11,6 +11,7 @@
 #include "app/window/StartCard.h"
 #include "app/window/frmFirstSteps.h"
 #include "app/window/frmMain.h"
+#include "blink/BlinkRoom.h"
 #include "desk/Context.h"
 #include "display/DisplayRoom.h"
 #include "fileops/CopyRoom.h"
@@ -88,6 +89,7 @@ public:
     WebRoom web;
     VideoRoom video;
     NightRoom night;
+    BlinkRoom blink;
     ImportExport importExport;
     OutsidePrograms programs;
     PaneKeys keys;

@@ -5,19 +5,12 @@
 #include "console/MeasuredFrames.h"
 #include "console/Subcommand.h"
 #include "sky/movers/Movers.h"
-#include "sky/stack/SeriesPlan.h"
+#include "sky/movers/MoversQuest.h"
 
 namespace tarn {
 
 extern const Usage kMoversUsage;
 
-struct MoversQuest {
-    const std::vector<std::string>& paths; // of the plan's numbers
-    const std::vector<FrameMeasures>& measures;
-    const SeriesPlan& plan;
-};
-
-// Places and speeds in pixels; faults one for each path.
 using MoversFinder = std::function<MoversResult(const MoversQuest& quest)>;
 
 struct MoversParts {

@@ -1,7 +1,7 @@
 #include "night/NightPictures.h"
 
 #include "common/paths.h"
-#include "common/patterns.h"
+#include "desk/batch/PictureNames.h"
 #include "platform/Files.h"
 #include "widgets/FileListBox.h"
 
@@ -11,15 +11,9 @@ namespace {
 
 std::vector<std::string> PicturesAmong(const Context& m, const std::string& folder,
                                        const std::vector<std::string>& names) {
-    const ProgramState& s = m.state;
     std::vector<std::string> paths;
-    for (const std::string& name : names) {
-        const std::string type = FileTypeOf(name);
-        if (type != ".TXT" &&
-            (IsListedType(s.PictureTypes, type) || IsListedType(s.FitsClassTypes(), type) ||
-             IsListedType(s.RawTypes, type)))
-            paths.push_back(JoinPath(folder, name));
-    }
+    for (const std::string& name : names)
+        if (IsPictureName(m.state, name)) paths.push_back(JoinPath(folder, name));
     return paths;
 }
 

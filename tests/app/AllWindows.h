@@ -64,6 +64,9 @@ struct WindowsDesk : AppDesk {
         Entry("frmSites", c.SitesButton);
         Entry("frmKits", c.KitsButton);
         Entry("frmFillNotes", c.FillNotesButton);
+        Entry("frmBlink", c.BlinkButton);
+        Entry("frmMovers", c.MoversButton);
+        Entry("frmSum", c.SumButton);
         Entry("frmNotesFolder", c.DisplayNotesFolderButton);
         Entry("frmRename", c.RenameButton);
         Entry("frmDuplicate", c.DuplicateButton);

@@ -1,5 +1,7 @@
 #include "FaultCommands.h"
 
+#include "MadeNight.h"
+
 #include <QComboBox>
 
 namespace tarn::testing {
@@ -56,6 +58,23 @@ void DateTakenBack(World& w) {
     w.GoTo("b.jpg");
     w.Press("frmMain", "DateStripUndoButton");
 }
+// Of frames that come with the command: others do without them.
+void SaveSum(World& w) {
+    for (int i = 0; i < 3; ++i)
+        w.folder.Write("L" + std::to_string(i) + ".fits",
+                       FrameBytes({.stars = 12, .shiftX = 1.3 * i}, 160, 120, unsigned(i)));
+    w.c.FCheck->click();
+    w.house.navigation.RefreshDirButton_Click();
+    w.c.SumButton->trigger();
+    auto* save = w.In<QPushButton>("frmSum", "SumSaveButton");
+    auto* cancel = w.In<QPushButton>("frmSum", "SumCancelButton");
+    if (!save || !cancel) return;
+    constexpr int kLongest = 20000; // milliseconds
+    const auto isDone = [cancel] { return !cancel->isVisible(); };
+    (void)QTest::qWaitFor(isDone, kLongest);
+    w.Press("frmSum", "SumSaveButton", {w.target.Path() + "/sum.fits"});
+    (void)QTest::qWaitFor(isDone, kLongest);
+}
 void Exit(World& w) {
     w.Type(kTyped);
     w.c.Exit->trigger();
@@ -98,6 +117,8 @@ const std::vector<std::pair<const char*, FaultAct>> kCommands{
          w.c.NightReportButton->trigger();
          w.Press("frmNightReport", "ReportPageButton", {w.At("report.html")});
      }},
+    {"blink and movers", [](World& w) { w.Key(Qt::Key_Q), w.c.MoversButton->trigger(); }},
+    {"sum saved", SaveSum},
     {"sky panel", [](World& w) { w.Key(Qt::Key_W), w.Key(Qt::Key_N); }},
     {"circles and corners", [](World& w) { w.Key(Qt::Key_0), w.Key(Qt::Key_X), w.Key(Qt::Key_N); }},
     {"rejected to wastebasket",

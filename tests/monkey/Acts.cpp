@@ -34,7 +34,7 @@ constexpr Qt::Key kKeys[] = {
     Qt::Key_F7,    Qt::Key_Print, Qt::Key_Delete,    Qt::Key_Insert, Qt::Key_B,    Qt::Key_E,
     Qt::Key_T,     Qt::Key_X,     Qt::Key_Escape,    Qt::Key_Tab,    Qt::Key_G,    Qt::Key_Return,
     Qt::Key_Plus,  Qt::Key_Minus, Qt::Key_Backspace, Qt::Key_K,      Qt::Key_J,    Qt::Key_H,
-    Qt::Key_3};
+    Qt::Key_3,     Qt::Key_Q};
 
 const char* const kTexts[] = {"clear",       "\xC3\xA9toile 12 x 300 s", "x",   "120",     "-5",
                               "*.jpg;*.png", "M 31 \xE2\x98\x85",        "a/b", "new name"};
@@ -253,7 +253,8 @@ void Acts::OpenWindow() {
         c.FirstStepsButton,   c.HelpKeysButton,       c.NightButton,
         c.CornersButton,      c.StarCirclesButton,    c.BurstButton,
         c.NightReportButton,  c.SkyPanelButton,       c.SitesButton,
-        c.SetClockButton,     c.KitsButton,           c.FillNotesButton};
+        c.SetClockButton,     c.KitsButton,           c.FillNotesButton,
+        c.BlinkButton,        c.MoversButton,         c.SumButton};
     if (m_dice.OneIn(4)) {
         if (QPushButton* button = m_dice.Of(buttons); MayUse(*button)) Use(*button);
         return;

@@ -21,7 +21,8 @@ struct MadeFrame {
     int stars = 60; // 0: a dark or a flat
     double shiftX = 0;
     double shiftY = 0;
-    double soft = 0; // how much wider stars are in the right upper corner, part
+    double soft = 0;                 // how much wider stars are in the right upper corner, part
+    std::vector<MadeStar> more = {}; // what is no star of the field
 };
 
 inline std::string FrameBytes(const MadeFrame& frame, int width, int height, unsigned seed = 1) {
@@ -41,6 +42,7 @@ inline std::string FrameBytes(const MadeFrame& frame, int width, int height, uns
         star.y += frame.shiftY;
         sky.Add(star);
     }
+    for (const MadeStar& star : frame.more) sky.Add(star);
     sky.Record(8);
     return FitsBytes(
         16, {width, height},

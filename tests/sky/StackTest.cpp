@@ -281,6 +281,16 @@ TEST(Stack, WhatDoesNotFitIsToldAndTheRestGoesOn) {
     EXPECT_NE(StackSeries(PlanSeries({}), series.Reader(), Order(), kept).fault, "");
 }
 
+// Frames that are each alone with their filter have no score.
+TEST(Plan, ReferenceWithoutScoresHasTheSmallestStars) {
+    MadeSeries series(kWidth, kHeight, 9);
+    for (const double fwhm : {3.4, 2.6, 3.0})
+        series.Add({.fromField = {}, .fwhm = fwhm}, unsigned(10 * fwhm));
+    std::vector<FrameMeasures> measures = series.Measures();
+    for (std::size_t i = 0; i < measures.size(); ++i) measures[i].series = std::to_string(i);
+    EXPECT_EQ(PlanSeries(measures).reference, 1U);
+}
+
 // A sum with rows of nothing in it is none.
 TEST(Stack, WhatBreaksOnTheWayLeavesNoSum) {
     MadeSeries series(kWidth, kHeight, 3);

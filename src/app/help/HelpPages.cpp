@@ -13,6 +13,7 @@ const std::vector<HelpPageRow>& HelpPages() {
         {kHelpReadOn, "The List as Pictures", "help/list_pictures.html"},
         {kHelpReadOn, "Marks, Choice and Order of the List", "help/marks.html"},
         {kHelpReadOn, "A Night Judged", "help/night.html"},
+        {kHelpReadOn, "Blink, What Moves, and the Sum", "help/blink.html"},
         {kHelpReadOn, "Camera Data", "help/camera_data.html"},
         {kHelpReadOn, "Notes", "help/notes.html"},
         {kHelpReadOn, "The Note Composer", "help/composer.html"},

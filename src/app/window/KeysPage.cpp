@@ -2,6 +2,9 @@
 
 #include "app/help/frmHelp.h"
 #include "app/logs/frmLogs.h"
+#include "blink/frmBlink.h"
+#include "blink/frmMovers.h"
+#include "blink/frmSum.h"
 #include "desk/controls/Captions.h"
 #include "display/FrmPic.h"
 #include "display/frmOnetoOne.h"
@@ -93,6 +96,8 @@ QString KeysPage(const Context& m) {
            Section("Two and four pictures", ManyKeyLines()) +
            Section("Size window", FrmPic::KeyLines()) +
            Section("1:1 window", frmOnetoOne::KeyLines()) + Section("Night", frmNight::KeyLines()) +
+           Section("Blink", frmBlink::KeyLines()) + Section("Movers", frmMovers::KeyLines()) +
+           Section("Sum of frames", frmSum::KeyLines()) +
            Section("Print preview", frmPrintPreview::KeyLines()) +
            Section("Help", frmHelp::KeyLines()) + Section("Logs", frmLogs::KeyLines()) +
            QStringLiteral("</body></html>\n");

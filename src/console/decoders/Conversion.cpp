@@ -2,7 +2,7 @@
 
 #include "common/paths.h"
 #include "console/decoders/OpenHistory.h"
-#include "console/decoders/WriteInPlace.h"
+#include "platform/WriteInPlace.h"
 #include "convert/ConvertPicture.h"
 #include "convert/ConvertTarget.h"
 #include "history/Changes.h"

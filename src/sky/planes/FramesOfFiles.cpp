@@ -37,8 +37,9 @@ std::optional<FramePlane> ReadFramePlane(const std::string& path, std::string& e
     auto read = ReadPictureValues(path, error);
     if (!read) return std::nullopt;
     const int cell = read->plane.cell;
+    const bool bottomUp = read->bottomUp;
     const auto values = std::make_shared<const PictureValues>(std::move(*read));
-    return FramePlane{PlaneOf(values), cell};
+    return FramePlane{PlaneOf(values), cell, bottomUp};
 }
 
 FrameMap InCells(const FrameMap& map, int cell) {

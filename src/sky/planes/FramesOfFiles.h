@@ -16,7 +16,8 @@ std::optional<FrameSamples> ReadFrameColours(const std::string& path, std::strin
 // The plane that is measured, one sample for each cell of a mosaic.
 struct FramePlane {
     FrameSamples samples;
-    int cell = 1; // pixels a side in one sample
+    int cell = 1;          // pixels a side in one sample
+    bool bottomUp = false; // the first row is shown as the bottom one
 };
 std::optional<FramePlane> ReadFramePlane(const std::string& path, std::string& error);
 

@@ -32,7 +32,7 @@ void LeaveOutOtherSizes(std::span<const FrameMeasures> frames, SeriesPlan& plan)
 }
 
 // The best first, without those that have fewer than half of the most stars. Scores compare frames
-// of one series; where there are none the order decides.
+// of one series; frames without one come after them, those of the smallest stars first.
 std::vector<std::size_t> Candidates(std::span<const FrameMeasures> frames, const SeriesPlan& plan) {
     std::size_t most = 0;
     for (std::size_t i = 0; i < frames.size(); ++i)
@@ -42,7 +42,9 @@ std::vector<std::size_t> Candidates(std::span<const FrameMeasures> frames, const
         if (plan.faults[i].empty() && 2 * frames[i].brightest.size() >= most)
             candidates.push_back(i);
     const auto worth = [&](std::size_t i) {
-        return std::isnan(plan.scores[i]) ? -1 : plan.scores[i];
+        if (std::isfinite(plan.scores[i])) return plan.scores[i]; // never below 0
+        constexpr double kLast = -1e9;
+        return std::isfinite(frames[i].hfr) ? -frames[i].hfr : kLast;
     };
     std::stable_sort(candidates.begin(), candidates.end(),
                      [&](std::size_t one, std::size_t other) { return worth(one) > worth(other); });
