@@ -64,6 +64,7 @@ struct WindowsDesk : AppDesk {
         Entry("frmSites", c.SitesButton);
         Entry("frmKits", c.KitsButton);
         Entry("frmFillNotes", c.FillNotesButton);
+        Entry("frmBestFrames", c.BestFramesButton);
         Entry("frmNotesFolder", c.DisplayNotesFolderButton);
         Entry("frmRename", c.RenameButton);
         Entry("frmDuplicate", c.DuplicateButton);

@@ -1,4 +1,4 @@
-#include "SerWriter.h"
+#include "MadeSer.h"
 #include "support/TestFolder.h"
 
 #include "clips/SerFile.h"

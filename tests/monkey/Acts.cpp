@@ -253,7 +253,8 @@ void Acts::OpenWindow() {
         c.FirstStepsButton,   c.HelpKeysButton,       c.NightButton,
         c.CornersButton,      c.StarCirclesButton,    c.BurstButton,
         c.NightReportButton,  c.SkyPanelButton,       c.SitesButton,
-        c.SetClockButton,     c.KitsButton,           c.FillNotesButton};
+        c.SetClockButton,     c.KitsButton,           c.FillNotesButton,
+        c.BestFramesButton,   c.FollowFolderButton,   c.ShowNewestButton};
     if (m_dice.OneIn(4)) {
         if (QPushButton* button = m_dice.Of(buttons); MayUse(*button)) Use(*button);
         return;

@@ -16,6 +16,7 @@
 #include "print/frmPrintPreview.h"
 #include "slides/SlideKeys.h"
 #include "video/VideoRoom.h"
+#include "video/frmBestFrames.h"
 #include "widgets/FileListBox.h"
 
 #include <QAction>
@@ -93,6 +94,7 @@ QString KeysPage(const Context& m) {
            Section("Two and four pictures", ManyKeyLines()) +
            Section("Size window", FrmPic::KeyLines()) +
            Section("1:1 window", frmOnetoOne::KeyLines()) + Section("Night", frmNight::KeyLines()) +
+           Section("Best frames", frmBestFrames::KeyLines()) +
            Section("Print preview", frmPrintPreview::KeyLines()) +
            Section("Help", frmHelp::KeyLines()) + Section("Logs", frmLogs::KeyLines()) +
            QStringLiteral("</body></html>\n");
