@@ -16,6 +16,7 @@
 #include "fileops/CopyRoom.h"
 #include "fileops/FileRoom.h"
 #include "fileops/ImportExport.h"
+#include "follow/FollowRoom.h"
 #include "history/History.h"
 #include "imaging/PicturesAhead.h"
 #include "marks/MarksRoom.h"
@@ -88,6 +89,7 @@ public:
     WebRoom web;
     VideoRoom video;
     NightRoom night;
+    FollowRoom follow;
     ImportExport importExport;
     OutsidePrograms programs;
     PaneKeys keys;
