@@ -2,7 +2,7 @@
 #include "FitsFiles.h"
 #include "PictureFiles.h"
 #include "XisfFiles.h"
-#include "clips/SerWriter.h"
+#include "clips/MadeSer.h"
 #include "support/ContainerFiles.h"
 #include "support/ExifBuilder.h"
 

@@ -56,9 +56,9 @@ House::House(const Platform& p)
       history(p.files), window(controls, p.files), shell(context, window), navigation(context),
       display(context), info(context), notes(context), marks(context), slides(context),
       copies(context), fileops(context), print(context), thumbnails(context), web(context),
-      video(context, [] { return MakeMci(); }), night(context), blink(context), importExport(context),
-      programs(context), keys(context), lifecycle(context, window, screens, Rooms()),
-      crash(window, p.files, p.clipboard) {
+      video(context, [] { return MakeMci(); }), night(context), blink(context), follow(context),
+      importExport(context), programs(context), keys(context),
+      lifecycle(context, window, screens, Rooms()), crash(window, p.files, p.clipboard) {
     for (Room* room : Rooms()) room->ConnectControls();
     ConnectSwitches(context);
     WireFile();
@@ -72,8 +72,8 @@ House::House(const Platform& p)
 
 // In this order each step of a room's life comes to them.
 std::vector<Room*> House::Rooms() {
-    return {&navigation, &display,    &info, &notes, &marks, &slides,       &copies,  &fileops,
-            &print,      &thumbnails, &web,  &video, &night, &blink, &importExport, &programs};
+    return {&navigation, &display, &info,  &notes, &marks, &slides, &copies,       &fileops, &print,
+            &thumbnails, &web,     &video, &night, &blink, &follow, &importExport, &programs};
 }
 
 void House::WireFile() {

@@ -17,6 +17,7 @@
 #include "fileops/CopyRoom.h"
 #include "fileops/FileRoom.h"
 #include "fileops/ImportExport.h"
+#include "follow/FollowRoom.h"
 #include "history/History.h"
 #include "imaging/PicturesAhead.h"
 #include "marks/MarksRoom.h"
@@ -90,6 +91,7 @@ public:
     VideoRoom video;
     NightRoom night;
     BlinkRoom blink;
+    FollowRoom follow;
     ImportExport importExport;
     OutsidePrograms programs;
     PaneKeys keys;

@@ -1,6 +1,7 @@
 #include "clips/AvFrames.h"
 
 #include "clips/AvFile.h"
+#include "common/stop_flag.h"
 
 extern "C" {
 #include <libavutil/pixdesc.h>
@@ -31,7 +32,7 @@ public:
         const bool isWide = kind->comp[0].depth > 8;
         const AVPixelFormat to = isGray ? (isWide ? AV_PIX_FMT_GRAY16LE : AV_PIX_FMT_GRAY8)
                                         : (isWide ? AV_PIX_FMT_RGB48LE : AV_PIX_FMT_RGB24);
-        image = {&m_bytes, frame.width, frame.height, isWide ? 16 : 8, isGray ? 1 : 3, false, {}};
+        image = {&m_bytes, frame.width, frame.height, isWide ? 16 : 8, isGray ? 1 : 3};
         m_scaler.reset(sws_getCachedContext(
             m_scaler.release(), frame.width, frame.height, AVPixelFormat(frame.format), frame.width,
             frame.height, to, SWS_POINT | SWS_ACCURATE_RND, nullptr, nullptr, nullptr));
@@ -108,7 +109,7 @@ struct Walk {
 
 bool FramesOfAv(const std::string& path, const ClipSink& sink, std::string& error) {
     const std::atomic<bool> never = false;
-    const AvFile file = OpenAvFile(path, never, error);
+    const AvFile file = OpenAvFile(path, stopFlagOfThread ? *stopFlagOfThread : never, error);
     if (!file) return false;
     int stream = -1;
     const Decoder decoder = OpenDecoder(*file, stream, error);

@@ -2,12 +2,14 @@
 
 #include "clips/FramesModule.h"
 #include "clips/SerFile.h"
+#include "common/stop_flag.h"
 #include "platform/Modules.h"
 #include "platform/OpenRegular.h"
 
 #include <array>
 #include <cstdio>
 #include <ctime>
+#include <map>
 
 #include <unistd.h>
 
@@ -35,27 +37,51 @@ std::string PatternOf(int color) {
     return at >= 0 && at < int(kPatterns.size()) ? kPatterns[std::size_t(at)] : "";
 }
 
-// Blue first becomes red first, since all else is.
-void Swap(std::vector<std::uint8_t>& bytes, std::size_t sample) {
-    for (std::size_t i = 0; i + 3 * sample <= bytes.size(); i += 3 * sample)
-        for (std::size_t k = 0; k < sample; ++k) std::swap(bytes[i + k], bytes[i + 2 * sample + k]);
+ClipImage ImageOf(const SerFile& file, const std::vector<std::uint8_t>& bytes) {
+    const SerHeader& header = file.Header();
+    return {&bytes,
+            header.width,
+            header.height,
+            header.bits,
+            header.Samples(),
+            file.HighByteFirst(),
+            header.color == SerHeader::Bgr,
+            PatternOf(header.color)};
 }
 
 std::string WalkSer(SerFile& file, const ClipSink& sink) {
     const SerHeader& header = file.Header();
     std::vector<std::uint8_t> bytes;
-    for (int i = 0; i < header.frames; ++i) {
+    for (int i = 0; i < header.frames && !IsStopped(); ++i) {
         if (std::string error = file.ReadStored(i, bytes); !error.empty())
             return "frame " + std::to_string(i) + ": " + error;
-        if (header.color == SerHeader::Bgr) Swap(bytes, std::size_t(header.SampleBytes()));
-        if (!sink({&bytes, header.width, header.height, header.bits, header.Samples(),
-                   file.HighByteFirst(), PatternOf(header.color)}))
-            return {};
+        if (!sink(ImageOf(file, bytes))) return {};
     }
     if (file.FramesStated() > header.frames)
         return "it is cut off: " + std::to_string(header.frames) + " of " +
                std::to_string(file.FramesStated()) + " frames are there";
     return {};
+}
+
+std::string WalkSer(SerFile& file, const std::vector<std::size_t>& numbers,
+                    const ChosenSink& sink) {
+    std::vector<std::uint8_t> bytes;
+    for (std::size_t place = 0; place < numbers.size() && !IsStopped(); ++place) {
+        const std::size_t number = numbers[place];
+        std::string error = "There is no such frame";
+        if (number < std::size_t(file.Header().frames)) error = file.ReadStored(int(number), bytes);
+        if (!error.empty()) return "frame " + std::to_string(number) + ": " + error;
+        if (!sink(place, ImageOf(file, bytes))) return {};
+    }
+    return {};
+}
+
+std::string WalkOther(const std::string& path, const ClipSink& sink) {
+    const auto* module = FromModule<FramesModule>();
+    if (!module) return "the part of the program that reads clips is not installed";
+    std::string fault;
+    module->each(path, sink, fault);
+    return fault;
 }
 
 bool StartsAsSer(const std::string& path, std::string& error) {
@@ -65,30 +91,55 @@ bool StartsAsSer(const std::string& path, std::string& error) {
     return got > 0 && IsSer(std::string(start.data(), std::size_t(got)));
 }
 
-} // namespace
-
-ClipWords WalkFrames(const std::string& path, const ClipSink& sink) {
+// By the kind of the clip.
+ClipWords Walk(const std::string& path, const std::function<std::string(SerFile&)>& ser,
+               const std::function<std::string()>& other) {
     ClipWords words;
     const bool isSer = StartsAsSer(path, words.fault);
     if (!words.fault.empty()) return words;
     if (!isSer) {
-        const auto* module = FromModule<FramesModule>();
-        if (module)
-            module->each(path, sink, words.fault);
-        else
-            words.fault = "the part of the program that reads clips is not installed";
+        words.fault = other();
         return words;
     }
     SerFile file;
     words.fault = file.Open(path);
     if (!words.fault.empty()) return words;
     const SerHeader& header = file.Header();
+    words.header = file.HeaderBytes();
     words.observer = header.observer;
     words.instrument = header.instrument;
     words.telescope = header.telescope;
-    for (const std::int64_t stamp : file.Stamps()) words.utc.push_back(UtcOf(stamp));
-    words.fault = WalkSer(file, sink);
+    words.stamps = file.Stamps();
+    for (const std::int64_t stamp : words.stamps) words.utc.push_back(UtcOf(stamp));
+    words.fault = ser(file);
     return words;
+}
+
+} // namespace
+
+ClipWords WalkFrames(const std::string& path, const ClipSink& sink) {
+    return Walk(
+        path, [&](SerFile& file) { return WalkSer(file, sink); },
+        [&] { return WalkOther(path, sink); });
+}
+
+ClipWords WalkFrames(const std::string& path, const std::vector<std::size_t>& numbers,
+                     const ChosenSink& sink) {
+    return Walk(
+        path, [&](SerFile& file) { return WalkSer(file, numbers, sink); },
+        [&] {
+            std::map<std::size_t, std::size_t> places;
+            for (std::size_t place = 0; place < numbers.size(); ++place)
+                places[numbers[place]] = place;
+            std::size_t number = 0;
+            return WalkOther(path, [&](const ClipImage& image) {
+                const auto chosen = places.find(number++);
+                if (chosen == places.end()) return true;
+                const bool goesOn = sink(chosen->second, image);
+                places.erase(chosen);
+                return goesOn && !places.empty();
+            });
+        });
 }
 
 } // namespace tarn

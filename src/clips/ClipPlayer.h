@@ -48,6 +48,7 @@ using OpenPlayer = std::function<std::unique_ptr<ClipPlayer>(
 // By the file's first bytes: SER, or what the libraries know.
 std::unique_ptr<ClipPlayer> OpenClip(const std::string& path, const ClipPlayer::Wait& wait,
                                      std::string& error);
-std::unique_ptr<ClipPlayer> OpenSer(const std::string& path, std::string& error);
+std::unique_ptr<ClipPlayer> OpenSer(const std::string& path, const ClipPlayer::Wait& wait,
+                                    std::string& error);
 
 } // namespace tarn

@@ -56,7 +56,7 @@ QImage FirstOfOther(const std::string& path, int side) {
 std::unique_ptr<ClipPlayer> OpenClip(const std::string& path, const ClipPlayer::Wait& wait,
                                      std::string& error) {
     std::string fault;
-    if (IsSerFile(path, fault)) return OpenSer(path, error);
+    if (IsSerFile(path, fault)) return OpenSer(path, wait, error);
     if (!fault.empty()) return error = fault, nullptr;
     if (const auto* clips = FromModule<ClipsModule>()) return clips->player(path, wait, error);
     error = "The program's player of clips is not installed";

@@ -102,10 +102,11 @@ std::string SerFile::Open(const std::string& path) {
     std::string error;
     m_file = OpenRegular(path, error);
     if (!m_file) return error;
-    std::array<std::uint8_t, std::size_t(kHeaderBytes)> bytes{};
+    std::array<std::uint8_t, std::size_t(kSerHeaderBytes)> bytes{};
     if (!ReadAt(0, bytes.data(), bytes.size()) ||
         std::memcmp(bytes.data(), kMark.data(), kMark.size()) != 0)
         return "Not a SER file";
+    m_headerBytes.assign(bytes.begin(), bytes.end());
     SerHeader& h = m_header;
     h.color = int(Number(&bytes[18]));
     const std::uint32_t width = Number(&bytes[26]);
@@ -123,7 +124,7 @@ std::string SerFile::Open(const std::string& path) {
     h.instrument = TextAt(&bytes[82]);
     h.telescope = TextAt(&bytes[122]);
     if (::fseeko(m_file.get(), 0, SEEK_END) != 0) return std::strerror(errno);
-    const std::int64_t held = (::ftello(m_file.get()) - kHeaderBytes) / h.FrameBytes();
+    const std::int64_t held = (::ftello(m_file.get()) - kSerHeaderBytes) / h.FrameBytes();
     m_framesStated = int(std::min<std::uint32_t>(frames, INT32_MAX));
     // The count is written at the end: 0 is of a recording that was broken off.
     const int counted = frames > 0 ? m_framesStated : INT32_MAX;
@@ -184,7 +185,7 @@ void SerFile::FindByteOrder(const std::vector<std::uint8_t>& frame) {
 std::string SerFile::ReadStored(int frame, std::vector<std::uint8_t>& bytes) {
     if (frame < 0 || frame >= m_header.frames) return "There is no such frame";
     bytes.resize(std::size_t(m_header.FrameBytes()));
-    if (!ReadAt(kHeaderBytes + m_header.FrameBytes() * frame, bytes.data(), bytes.size()))
+    if (!ReadAt(kSerHeaderBytes + m_header.FrameBytes() * frame, bytes.data(), bytes.size()))
         return "The frame cannot be read";
     if (m_header.SampleBytes() == 2 && !m_orderKnown) FindByteOrder(bytes);
     return {};

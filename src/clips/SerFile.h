@@ -28,6 +28,8 @@ struct SerHeader {
     }
 };
 
+inline constexpr std::int64_t kSerHeaderBytes = 178;
+
 // Whether these are the first bytes of such a file.
 bool IsSer(const std::string& start);
 
@@ -38,6 +40,7 @@ public:
     std::string Open(const std::string& path);
 
     const SerHeader& Header() const { return m_header; }
+    const std::string& HeaderBytes() const { return m_headerBytes; } // as they stand in the file
 
     // Seconds of each frame from the first; empty where the file has none that ascend. Of a long
     // clip this is much to read.
@@ -62,17 +65,16 @@ public:
     std::string ReadFrame(int frame, std::vector<std::uint16_t>& samples);
 
 private:
-    static constexpr std::int64_t kHeaderBytes = 178;
-
     bool ReadAt(std::int64_t place, void* bytes, std::size_t count);
     bool HasTimes();
     std::int64_t TimesPlace() const {
-        return kHeaderBytes + m_header.FrameBytes() * m_header.frames;
+        return kSerHeaderBytes + m_header.FrameBytes() * m_header.frames;
     }
     void FindByteOrder(const std::vector<std::uint8_t>& frame);
 
     FileHandle m_file;
     SerHeader m_header;
+    std::string m_headerBytes;
     int m_framesStated = 0;
     bool m_orderKnown = false;
     bool m_highByteFirst = false;

@@ -67,4 +67,13 @@ std::vector<std::string> InListOrder(std::vector<std::string> names) {
     return names;
 }
 
+void InsertInListOrder(std::vector<std::string>& names, const std::string& name) {
+    const std::pair<std::string, std::string> key(FoldCase(name), name);
+    const auto place =
+        std::partition_point(names.begin(), names.end(), [&](const std::string& each) {
+            return std::pair(FoldCase(each), each) < key;
+        });
+    names.insert(place, name);
+}
+
 } // namespace tarn

@@ -24,5 +24,7 @@ private:
 // In the order of the file list: by the folded name, names that differ in case alone by their
 // bytes.
 std::vector<std::string> InListOrder(std::vector<std::string> names);
+// One more, where those stand in that order.
+void InsertInListOrder(std::vector<std::string>& names, const std::string& name);
 
 } // namespace tarn

@@ -72,7 +72,12 @@ int TakeBest(const std::string& path, const RatedClip& clip, std::size_t count,
         status = kExitFailedFile;
     }
     if (best.empty()) return status;
-    const TakeOrder order{path, arguments.ValueOf("--to"), best, &clip, arguments.Has("--align")};
+    TakeOrder order;
+    order.clip = path;
+    order.folder = arguments.ValueOf("--to");
+    order.frames = best;
+    order.rated = &clip;
+    order.align = arguments.Has("--align");
     const std::vector<TakenFrame> taken = take(order);
     for (std::size_t i = 0; i < taken.size(); ++i) {
         if (taken[i].error.empty()) {

@@ -6,6 +6,7 @@
 #include "desk/controls/SheetEntries.h"
 #include "desk/controls/SlideButtons.h"
 #include "navigation/ClassFilter.h"
+#include "navigation/CurrentRow.h"
 #include "navigation/Stepping.h"
 #include "platform/CrashNote.h"
 #include "platform/QtText.h"
@@ -39,6 +40,8 @@ void NavigationRoom::ConnectControls() {
     c.FileListBox->onDoubleClick = [this] {
         if (!m.state.VideoImage()) m.display.ViewFull();
     };
+    QObject::connect(c.FileListBox, &FileListBox::filesAdded, c.FileListBox,
+                     [this](const std::vector<int>& rows) { FilesAdded(rows); });
     c.FolderTreeview1->onSelection = [this](const std::string& path, bool& cancel) {
         if (!cancel) FolderTreeview1_Selection(path);
     };
@@ -261,6 +264,17 @@ void NavigationRoom::RefreshDirButton_Click() {
         m.state.FileIndex = row;
         m_views.RowIsNow(row);
     }
+    Update_Num_Files(0);
+    m.notes.SetSaveCommands();
+}
+
+// The same file, counted anew; the views before it, too.
+void NavigationRoom::FilesAdded(const std::vector<int>& rows) {
+    if (rows.empty()) return TakeCurrentRow(m);
+    for (const int row : rows) m_views.RowCame(row);
+    const int row = m.controls.FileListBox->CurrentRow();
+    if (row >= 0) m.state.FileIndex = row;
+    if (row >= 0 && m.state.HistRow()) *m.state.HistRow() = row;
     Update_Num_Files(0);
     m.notes.SetSaveCommands();
 }

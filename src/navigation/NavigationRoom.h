@@ -12,6 +12,7 @@
 #include "navigation/Stepping.h"
 
 #include <string>
+#include <vector>
 
 namespace tarn {
 
@@ -74,6 +75,7 @@ private:
     void ShowVideo();
     void ShowPictureOrText(const FileLook& look);
     void SetHistoryButtons();
+    void FilesAdded(const std::vector<int>& rows);
 
     Context& m;
     HistoryList m_historyList;

@@ -15,6 +15,12 @@ void ViewHistory::Record(int row) {
     m_last = row;
 }
 
+void ViewHistory::RowCame(int row) {
+    for (int entry = 0; entry < m_high; ++entry)
+        if (std::int32_t& viewed = m_rows[static_cast<std::size_t>(entry)]; viewed >= row) ++viewed;
+    if (m_last >= row) ++m_last;
+}
+
 void ViewHistory::Clear() {
     m_high = 0;
     m_cur = 0;

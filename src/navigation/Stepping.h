@@ -30,6 +30,7 @@ public:
 
     // The same file has another row, as the list is counted anew.
     void RowIsNow(int row) { m_last = row; }
+    void RowCame(int row); // those from there on are one further
 
     int Count() const { return m_high; }
     int At(int entry) const { return m_rows[static_cast<std::size_t>(entry)]; }

@@ -3,6 +3,7 @@
 #include "clips/ClipFrame.h"
 #include "common/stop_flag.h"
 #include "imaging/fits/ScreenStretch.h"
+#include "sky/clips/SharpestFrame.h"
 #include "thumbnails/ScalePicture.h"
 
 #include <algorithm>
@@ -17,6 +18,7 @@ namespace tarn {
 namespace {
 
 constexpr int kLowest = 19;
+constexpr std::size_t kMostKept = 500; // sharpest frames
 
 std::optional<std::int64_t> ModifiedTime(const std::string& path) {
     struct stat facts {};
@@ -71,6 +73,7 @@ GridPictures::~GridPictures() {
 void GridPictures::Expect(int generation, std::vector<GridWish> wishes) {
     {
         const std::lock_guard lock(m_mutex);
+        if (generation != m_generation) m_clips.clear();
         m_generation = generation;
         m_wishes = std::move(wishes);
         std::reverse(m_wishes.begin(), m_wishes.end());
@@ -83,17 +86,37 @@ void GridPictures::Work() {
     const HeedsStop heeds(m_ends);
     std::unique_lock lock(m_mutex);
     for (;;) {
-        m_changed.wait(lock, [this] { return m_ends || !m_wishes.empty(); });
+        m_changed.wait(lock, [this] { return m_ends || !m_wishes.empty() || !m_clips.empty(); });
         if (m_ends) return;
-        const GridWish wish = std::move(m_wishes.back());
-        m_wishes.pop_back();
         const int generation = m_generation;
-        lock.unlock();
-        std::string untold; // the cell stays without a picture
-        m_deliver(generation, wish.picture,
-                  Guarded(untold, [&] { return GridPicture(wish, m_cache); }));
+        std::string untold; // the cell stays without a picture, or with the first frame
+        if (m_wishes.empty()) {
+            const std::string clip = std::move(m_clips.back());
+            m_clips.pop_back();
+            lock.unlock();
+            const QImage picture = Guarded(untold, [&] { return Sharpest(clip); });
+            if (!picture.isNull()) m_deliver(generation, clip, picture);
+        } else {
+            const GridWish wish = std::move(m_wishes.back());
+            m_wishes.pop_back();
+            if (wish.sharpest) m_clips.insert(m_clips.begin(), wish.picture);
+            lock.unlock();
+            m_deliver(generation, wish.picture,
+                      Guarded(untold, [&] { return GridPicture(wish, m_cache); }));
+        }
         lock.lock();
     }
+}
+
+// Never in the shared cache, where other programs look for the first one.
+QImage GridPictures::Sharpest(const std::string& picture) {
+    struct stat status {};
+    if (::stat(picture.c_str(), &status) != 0) return {};
+    const FileLook look = LookOf(status);
+    const auto kept = m_sharpest.find(picture);
+    if (kept != m_sharpest.end() && kept->second.look == look) return kept->second.picture;
+    if (m_sharpest.size() >= kMostKept) m_sharpest.clear();
+    return (m_sharpest[picture] = {look, SharpestFrame(picture, m_cache.Side())}).picture;
 }
 
 } // namespace tarn

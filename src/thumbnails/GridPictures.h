@@ -2,6 +2,7 @@
 // wished for last is all that is made: rows that were scrolled past are passed over.
 #pragma once
 
+#include "common/file_look.h"
 #include "common/worker.h"
 #include "thumbnails/SharedCache.h"
 
@@ -10,6 +11,7 @@
 #include <atomic>
 #include <condition_variable>
 #include <functional>
+#include <map>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -20,6 +22,7 @@ struct GridWish {
     std::string picture;   // full path
     std::string thumbnail; // path of its thumbnail, taken when it is not older
     bool isClip = false;   // its first frame is meant
+    bool sharpest = false; // and later, once nothing else is wished for, its sharpest
 };
 
 // A picture that fits into the square; null when the file cannot be shown.
@@ -40,14 +43,22 @@ public:
 
 private:
     void Work();
+    QImage Sharpest(const std::string& picture);
 
     const SharedCache m_cache;
     const Deliver m_deliver;
     std::mutex m_mutex; // guards the rest
     std::condition_variable m_changed;
-    std::vector<GridWish> m_wishes; // the next one last
+    std::vector<GridWish> m_wishes;   // the next one last
+    std::vector<std::string> m_clips; // of which the sharpest frame is still to come; the same
     int m_generation = 0;
     std::atomic<bool> m_ends = false;
+
+    struct Kept {
+        FileLook look;
+        QImage picture;
+    };
+    std::map<std::string, Kept> m_sharpest; // of the thread alone, by path
     Worker m_worker;
 };
 

@@ -87,7 +87,7 @@ void ThumbGrid::AskForSeen() {
                           thumbnails.empty() || isClip
                               ? std::string()
                               : JoinPath(thumbnails, m.thumbnails.ThumbnailNameOf(name)),
-                          isClip});
+                          isClip, isClip && m.state.SharpestOfClips});
     }
     if (!m_worker) {
         const double side = kCellPicture * list.devicePixelRatioF();

@@ -8,6 +8,7 @@
 #include "platform/EventPump.h"
 #include "platform/ProgramFiles.h"
 #include "platform/QtText.h"
+#include "video/frmBestFrames.h"
 #include "widgets/FileListBox.h"
 #include "widgets/Named.h"
 #include "widgets/PictureBox.h"
@@ -55,6 +56,11 @@ void VideoRoom::ConnectControls() {
         m.shell.ShowMessage(fault.empty() ? "'" + m.state.FileNameOnly + "' opened in its program"
                                           : "ERROR - " + fault);
     });
+    Connect(c.ClipBestButton, [this] { BestFramesButton_Click(); });
+    Connect(c.BestFramesButton, [this] { BestFramesButton_Click(); });
+    m.current.Follow([this] {
+        if (m_best) m_best->FollowCurrent();
+    });
     m_slider = Named(new QSlider(Qt::Horizontal), "VideoSlider", "Frame of the clip");
     m_slider->setFocusPolicy(Qt::NoFocus);
     static_cast<QBoxLayout*>(c.VideoFrame->layout())->addWidget(m_slider, 1);
@@ -73,6 +79,7 @@ void VideoRoom::ConnectControls() {
 }
 
 void VideoRoom::BreakOff() {
+    if (m_best) m_best->BreakOff();
     CloseVideoClip();
 }
 

@@ -21,6 +21,8 @@ class QSlider;
 
 namespace tarn {
 
+class frmBestFrames;
+
 class VideoRoom : public QObject, public VideoCommands, public Room {
 public:
     // The player is made with the first clip.
@@ -42,6 +44,7 @@ public:
     void VideoTimer_Timer();
     void SaveFrame();
     void CopyFrame();
+    void BestFramesButton_Click();
 
     bool ClipIsOpen() const { return m_open; }
     int Position() const { return m_position; }
@@ -73,6 +76,7 @@ private:
     void ShowPosition();
     void Halt();
     void SetPlayCaption(bool plays);
+    void ShiftShown(QPoint by);
     long long FileBytes() const;
 
     Context& m;
@@ -88,6 +92,7 @@ private:
     bool m_open = false;    // there is a clip, shown
     bool m_running = false; // the timer follows the position
     bool m_sound = false;   // of the clips of this run
+    std::unique_ptr<frmBestFrames> m_best;
     LogFile m_text;
     VideoLines m_lines;
 };

@@ -7,6 +7,7 @@
 #include "platform/Files.h"
 #include "platform/QtText.h"
 #include "video/VideoRoom.h"
+#include "video/frmBestFrames.h"
 #include "widgets/Dialogs.h"
 #include "widgets/PictureBox.h"
 
@@ -14,6 +15,7 @@
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QPainter>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QSlider>
@@ -142,6 +144,25 @@ void VideoRoom::Halt() {
     if (m.controls.VideoButton[PlayOrPause]->text() == QLatin1String("Pause"))
         VideoButton_Click(PlayOrPause);
     m_timer.stop();
+}
+
+void VideoRoom::BestFramesButton_Click() {
+    if (!m_best)
+        m_best = std::make_unique<frmBestFrames>(
+            m, ClipInPane{[this] { return m_open ? m_clip.lastFrame + 1 : 0; },
+                          [this](int frame) { Seek(std::to_string(frame)); },
+                          [this](QPoint by) { ShiftShown(by); }});
+    m_best->Form_Load();
+}
+
+// Until the next frame comes.
+void VideoRoom::ShiftShown(QPoint by) {
+    const QImage shown = m.controls.Picture2->Picture();
+    if (shown.isNull() || by.isNull()) return;
+    QImage shifted(shown.size(), shown.format());
+    shifted.fill(Qt::black);
+    QPainter(&shifted).drawImage(by, shown);
+    m.controls.Picture2->SetPicture(shifted);
 }
 
 void VideoRoom::CopyFrame() {

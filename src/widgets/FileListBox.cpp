@@ -13,6 +13,7 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QScrollBar>
 
 #include <algorithm>
 #include <set>
@@ -51,7 +52,7 @@ bool FileListBox::ReadFolder(const std::string& folder, const std::string& patte
 
 void FileListBox::DiskChanged(const std::string& name) {
     const bool isHidden = name.starts_with('.'); // as a file is until it is whole
-    if (isHidden || (IsSidecarName(name) && !m_model.Fits(name))) return;
+    if (m_isFollowed || isHidden || (IsSidecarName(name) && !m_model.Fits(name))) return;
     m_diskTimer.start();
 }
 
@@ -62,11 +63,12 @@ void FileListBox::Narrow(std::function<bool(const std::string&)> keeps) {
     if (now >= 0) setCurrentIndex(m_model.index(now));
 }
 
-bool FileListBox::Rearrange() {
+// By name, where the change has put all rows anew.
+bool FileListBox::KeepSelected(const std::function<bool()>& change) {
     const std::string current = CurrentRow() >= 0 ? Text(CurrentRow()) : std::string();
     std::set<std::string> selected;
     for (const int row : SelectedRows()) selected.insert(Text(row));
-    if (!m_model.Rearrange()) return false;
+    if (!change()) return false;
     const int now = current.empty() ? -1 : RowOf(current);
     if (now >= 0) setCurrentIndex(m_model.index(now));
     if (selected.size() < 2) return true;
@@ -75,6 +77,37 @@ bool FileListBox::Rearrange() {
         if (selected.contains(Text(row))) again.select(m_model.index(row), m_model.index(row));
     selectionModel()->select(again, QItemSelectionModel::ClearAndSelect);
     return true;
+}
+
+bool FileListBox::Rearrange() {
+    return KeepSelected([this] { return m_model.Rearrange(); });
+}
+
+void FileListBox::SetFollowed(bool isFollowed) {
+    if (m_isFollowed && !isFollowed) m_diskTimer.start(); // what has changed since is its own again
+    m_isFollowed = isFollowed;
+    if (m_isFollowed) m_diskTimer.stop();
+}
+
+// Rows that come above those that are seen move them on.
+void FileListBox::AddFiles(const std::vector<std::string>& names) {
+    const QPersistentModelIndex top = indexAt(QPoint(1, 1));
+    const int before = visualRect(top).top();
+    std::optional<std::vector<int>> rows;
+    KeepSelected([&] {
+        rows = m_model.Add(names);
+        return !rows;
+    });
+    if (top.isValid() && rows && !rows->empty()) {
+        doItemsLayout();
+        const int way = visualRect(top).top() - before;
+        QScrollBar& bar = *verticalScrollBar();
+        const int row = std::max(1, visualRect(top).height());
+        bar.setValue(bar.value() + (verticalScrollMode() == ScrollPerItem ? way / row : way));
+    }
+    emit filesAdded(rows.value_or(std::vector<int>()));
+    emit folderRead();
+    emit leftOutChanged();
 }
 
 bool FileListBox::SetPath(const std::string& folder) {

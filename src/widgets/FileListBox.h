@@ -34,6 +34,12 @@ public:
     // Reads the folder again; the current row stays by name. Raises nothing.
     bool Refresh();
 
+    // Files that have come to the folder. What is current, selected and seen stays; raises nothing.
+    void AddFiles(const std::vector<std::string>& names);
+    // Somebody else looks for what changes in the folder, and says what the list is not told.
+    void SetFollowed(bool isFollowed);
+    void SayDiskChanged() { emit diskChanged(true); }
+
     // Only the rows whose names `keeps` says, until it is empty; the current row stays by name.
     // Raises nothing and looks at no disk.
     void Narrow(std::function<bool(const std::string& name)> keeps);
@@ -101,6 +107,9 @@ signals:
     void diskChanged(bool changed);
     // A folder, or the same one anew.
     void folderRead();
+    // Rows that have come, ascending, each as it stood once it was there; none where all rows stand
+    // anew. Ahead of folderRead.
+    void filesAdded(const std::vector<int>& rows);
     // After each look at the folder.
     void leftOutChanged();
 
@@ -116,6 +125,7 @@ protected:
 private:
     bool ReadFolder(const std::string& folder, const std::string& pattern);
     void DiskChanged(const std::string& name);
+    bool KeepSelected(const std::function<bool()>& change);
     void RaiseClick();
     void AskMenuByKey();
     void SizeMarks();
@@ -126,6 +136,7 @@ private:
     NameRows m_names;     // this one names
     QTimer m_diskTimer;
     FolderWatch m_watch;
+    bool m_isFollowed = false;
     int m_pressedRow = -1; // row of the press whose release will count
     int m_doubleRow = -1;  // row of the click before
     int m_shownRow = -1;   // current row when the mouse was pressed

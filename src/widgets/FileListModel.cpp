@@ -6,6 +6,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace tarn {
 
@@ -78,6 +79,43 @@ std::vector<std::string> FileListModel::Rows() const {
     std::copy_if(m_reading.listed.begin(), m_reading.listed.end(), std::back_inserter(names),
                  [this](const std::string& name) { return !m_keeps || m_keeps(name); });
     return arrange ? arrange(m_folder, std::move(names)) : names;
+}
+
+std::optional<std::vector<int>> FileListModel::Add(const std::vector<std::string>& names) {
+    const NamePatterns patterns(m_pattern);
+    const std::unordered_set<std::string> known(m_reading.listed.begin(), m_reading.listed.end());
+    std::unordered_set<std::string> added;
+    for (const std::string& name : names) {
+        if (known.contains(name) || added.contains(name)) continue;
+        if (!patterns.Matches(name)) {
+            m_reading.leftOut.push_back(name);
+        } else if (IsChosen(name)) {
+            InsertInListOrder(m_reading.listed, name);
+            added.insert(name);
+        }
+    }
+    std::vector<std::string> rows = Rows();
+    std::vector<int> places;
+    std::size_t old = 0; // as far as the rows stay what they are
+    for (std::size_t row = 0; row < rows.size(); ++row)
+        if (old < m_names.size() && rows[row] == m_names[old])
+            ++old;
+        else if (added.contains(rows[row]))
+            places.push_back(int(row));
+        else
+            break;
+    if (old != m_names.size() || old + places.size() != rows.size()) {
+        beginResetModel();
+        m_names = std::move(rows);
+        endResetModel();
+        return {};
+    }
+    for (const int row : places) {
+        beginInsertRows({}, row, row);
+        m_names.insert(m_names.begin() + row, rows[std::size_t(row)]);
+        endInsertRows();
+    }
+    return places;
 }
 
 bool FileListModel::Rearrange() {

@@ -25,6 +25,10 @@ public:
     // False when it cannot be read: everything stays.
     bool Read(const std::string& folder, const std::string& pattern);
 
+    // Files that have come to the folder, of which those are rows that fit. Which rows they are,
+    // ascending; none where all rows stand anew.
+    std::optional<std::vector<int>> Add(const std::vector<std::string>& names);
+
     // Whether the folder now holds other names than the snapshot; what is left out is as of now.
     bool DiffersFromDisk();
 

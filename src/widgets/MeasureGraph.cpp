@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <tuple>
 
 namespace tarn {
 
@@ -332,9 +333,14 @@ void MeasureGraph::PaintLegend(QPainter& painter) const {
         write(name);
     }
     painter.setBrush(Qt::NoBrush);
-    for (const auto& [colour, name] : {std::pair(kBest, QStringLiteral("best tenth")),
-                                       std::pair(kWorst, QStringLiteral("worst tenth"))}) {
-        if (!fits(name)) return;
+    const auto any = [this](GraphPoint::Accent accent) {
+        return std::any_of(m_points.begin(), m_points.end(),
+                           [accent](const GraphPoint& point) { return point.accent == accent; });
+    };
+    for (const auto& [accent, colour, name] :
+         {std::tuple(GraphPoint::Accent::Best, kBest, QStringLiteral("best tenth")),
+          std::tuple(GraphPoint::Accent::Worst, kWorst, QStringLiteral("worst tenth"))}) {
+        if (!any(accent) || !fits(name)) continue;
         painter.setPen(QPen(Themed(colour), 1.4));
         painter.drawEllipse(QPointF(x + 2, y), kPoint + 1.5, kPoint + 1.5);
         write(name);

@@ -67,6 +67,7 @@ struct WindowsDesk : AppDesk {
         Entry("frmBlink", c.BlinkButton);
         Entry("frmMovers", c.MoversButton);
         Entry("frmSum", c.SumButton);
+        Entry("frmBestFrames", c.BestFramesButton);
         Entry("frmNotesFolder", c.DisplayNotesFolderButton);
         Entry("frmRename", c.RenameButton);
         Entry("frmDuplicate", c.DuplicateButton);

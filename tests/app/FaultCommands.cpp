@@ -1,4 +1,6 @@
 #include "FaultCommands.h"
+#include "clips/MadeDiscs.h"
+#include "clips/MadeSer.h"
 
 #include "MadeNight.h"
 
@@ -75,6 +77,21 @@ void SaveSum(World& w) {
     w.Press("frmSum", "SumSaveButton", {w.target.Path() + "/sum.fits"});
     (void)QTest::qWaitFor(isDone, kLongest);
 }
+void TakeBest(World& w, bool asClip) {
+    SerClip clip{.width = kDiscSide, .height = kDiscSide};
+    for (const double blur : {3.0, 1.0, 2.0}) clip.frames.push_back(Disc(32, 32, blur, 255));
+    w.folder.Write("m.ser", SerBytes(clip));
+    w.s.VideoInWindow = true;
+    w.s.BestFrames = 60;
+    w.s.BestAsClip = asClip;
+    w.house.navigation.RefreshDirButton_Click();
+    w.GoTo("m.ser");
+    w.c.BestFramesButton->trigger();
+    const auto* take = w.In<QPushButton>("frmBestFrames", "BestTakeButton");
+    const auto* rates = w.In<QWidget>("frmBestFrames", "BestProgress");
+    (void)QTest::qWaitFor([&] { return !take || take->isEnabled() || !rates->isVisible(); });
+    w.Press("frmBestFrames", "BestTakeButton", {w.target.Path()});
+}
 void Exit(World& w) {
     w.Type(kTyped);
     w.c.Exit->trigger();
@@ -121,6 +138,8 @@ const std::vector<std::pair<const char*, FaultAct>> kCommands{
     {"sum saved", SaveSum},
     {"sky panel", [](World& w) { w.Key(Qt::Key_W), w.Key(Qt::Key_N); }},
     {"circles and corners", [](World& w) { w.Key(Qt::Key_0), w.Key(Qt::Key_X), w.Key(Qt::Key_N); }},
+    {"best frames as files", [](World& w) { TakeBest(w, false); }},
+    {"best frames as a clip", [](World& w) { TakeBest(w, true); }},
     {"rejected to wastebasket",
      [](World& w) { w.Key(Qt::Key_J), w.Answer({"Yes"}, w.c.RejectedDeleteButton); }},
     {"rejected into sub folder",

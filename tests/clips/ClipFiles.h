@@ -2,7 +2,7 @@
 // first, made with ffmpeg.
 #pragma once
 
-#include "SerWriter.h"
+#include "MadeSer.h"
 
 #include <QImage>
 

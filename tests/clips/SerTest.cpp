@@ -1,10 +1,12 @@
-#include "SerWriter.h"
+#include "MadeSer.h"
 #include "support/TestFolder.h"
 
 #include "clips/SerFile.h"
+#include "clips/SerWriter.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 
 namespace tarn::testing {
@@ -139,6 +141,40 @@ TEST(Ser, FramesAndTimesOfAHugeClaimAreBounded) {
     EXPECT_LE(d.file.Header().frames, 5'000'000);
     EXPECT_EQ(d.file.Times(), std::vector<double>());
     EXPECT_EQ(d.file.Length(), 0);
+}
+
+TEST(SerWriter, FramesMayComeInAnyOrder) {
+    SerHeader header;
+    header.width = 3;
+    header.height = 2;
+    header.bits = 12;
+    header.color = SerHeader::Bggr;
+    header.observer = "An observer";
+    header.instrument = "A camera";
+    header.telescope = "A telescope";
+    SerClip whole{.width = 3, .height = 2, .bits = 12, .color = SerHeader::Bggr};
+    for (int i = 0; i < 4; ++i) {
+        whole.frames.push_back(std::vector<int>(6, 1000 * i + 7));
+        whole.ticks.push_back(5'000 + i);
+    }
+    for (const std::vector<std::size_t>& order :
+         {std::vector<std::size_t>{0, 1, 2, 3}, {3, 1, 0, 2}, {1, 3, 2, 0}}) {
+        std::string file;
+        SerWriter writer(SerHeaderBytes(header), 12, 4,
+                         [&](std::size_t at, std::string_view bytes) {
+                             EXPECT_LE(at, file.size());
+                             file.replace(at, std::min(bytes.size(), file.size() - at), bytes);
+                             return true;
+                         });
+        for (const std::size_t frame : order) {
+            std::vector<std::uint8_t> bytes;
+            for (const int sample : whole.frames[frame])
+                for (const int shift : {0, 8}) bytes.push_back(std::uint8_t(sample >> shift));
+            EXPECT_TRUE(writer.Add(frame, bytes));
+        }
+        EXPECT_TRUE(writer.Close(whole.ticks));
+        EXPECT_EQ(file, SerBytes(whole));
+    }
 }
 
 } // namespace tarn::testing

@@ -1,11 +1,11 @@
 // Frames of clips by the built program: rows, the best as files, clips that are broken.
+#include "MadeDiscs.h"
+#include "MadeSer.h"
 #include "RunTarn.h"
-#include "SerWriter.h"
 
 #include "support/TestFolder.h"
 #include "support/Trees.h"
 
-#include <cmath>
 #include <cstdlib>
 #include <filesystem>
 
@@ -14,20 +14,7 @@
 namespace tarn::testing {
 namespace {
 
-constexpr int kSide = 64;
-
-// A disc whose edge and belts are the softer the larger the blur is.
-std::vector<int> Disc(double x, double y, double blur, int most, int samples = 1) {
-    std::vector<int> pixels;
-    for (int row = 0; row < kSide; ++row)
-        for (int column = 0; column < kSide; ++column)
-            for (int i = 0; i < samples; ++i) {
-                const double edge = std::erfc((std::hypot(column - x, row - y) - 16) / blur) / 2;
-                const double belts = 1 + std::exp(-blur) * std::sin((row - y) / 2);
-                pixels.push_back(int(most * (0.05 + 0.4 * edge * belts)) + i);
-            }
-    return pixels;
-}
+constexpr int kSide = kDiscSide;
 
 struct Clip {
     TestFolder folder;
@@ -55,8 +42,8 @@ std::vector<int> SamplesOf(const std::string& fits) {
 
 TEST(ClipFrames, AreRowsInTheirOrderWithTheirTimes) {
     Clip clip;
-    clip.ser.frames = {Disc(32, 30, 3, 255), Disc(31, 33, 1, 255),
-                       std::vector<int>(kSide * kSide, 12), Disc(60, 33, 2, 255)};
+    clip.ser.frames = {Disc(32, 30, 3, 255), Disc(31, 33, 1, 255), DarkFrame(),
+                       Disc(60, 33, 2, 255)};
     // 2015-03-07 21:12:03 and a quarter of a second more each.
     for (std::int64_t i = 0; i < 4; ++i) clip.ser.ticks.push_back(635613595230000000 + i * 2500000);
     const std::string path = clip.Write();

@@ -254,7 +254,8 @@ void Acts::OpenWindow() {
         c.CornersButton,      c.StarCirclesButton,    c.BurstButton,
         c.NightReportButton,  c.SkyPanelButton,       c.SitesButton,
         c.SetClockButton,     c.KitsButton,           c.FillNotesButton,
-        c.BlinkButton,        c.MoversButton,         c.SumButton};
+        c.BlinkButton,        c.MoversButton,         c.SumButton,
+        c.BestFramesButton,   c.FollowFolderButton,   c.ShowNewestButton};
     if (m_dice.OneIn(4)) {
         if (QPushButton* button = m_dice.Of(buttons); MayUse(*button)) Use(*button);
         return;

@@ -27,5 +27,17 @@ TEST(Stepping, TwoThousandViewsAreTheEnd) {
     EXPECT_EQ(views.Last(), -1);
 }
 
+TEST(Stepping, ViewsGoOnWithTheirFilesWhenRowsCome) {
+    ViewHistory views;
+    for (const int row : {0, 4, 2}) views.Record(row);
+    views.RowCame(2);
+    views.RowCame(0);
+    EXPECT_EQ((std::vector<int>{views.At(0), views.At(1), views.At(2)}),
+              (std::vector<int>{1, 6, 4}));
+    EXPECT_EQ(views.Last(), 4);
+    views.Record(4); // the same file: no new view
+    EXPECT_EQ(views.Count(), 3);
+}
+
 } // namespace
 } // namespace tarn

@@ -2,7 +2,7 @@
 #include "FitsFiles.h"
 #include "MadeSky.h"
 #include "PictureFiles.h"
-#include "clips/SerWriter.h"
+#include "clips/MadeSer.h"
 
 #include "imaging/fits/KeptCards.h"
 #include "sky/planes/FramesOfFiles.h"

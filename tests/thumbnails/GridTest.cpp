@@ -1,5 +1,7 @@
 // The list as pictures: where they come from, and which rows are asked for.
 #include "PictureFiles.h"
+#include "clips/MadeDiscs.h"
+#include "clips/MadeSer.h"
 #include "support/RoomDesk.h"
 #include "support/Trees.h"
 
@@ -14,6 +16,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <mutex>
+#include <utility>
 
 #include <sys/stat.h>
 
@@ -90,6 +94,52 @@ TEST(GridPicture, ComesFromTheThumbnailThenTheCacheThenThePicture) {
     SetFileTime(picture, 2022, 1, 1, 0, 0, 0);
     EXPECT_TRUE(IsRed(GridPicture({picture, {}}, cache)));
     EXPECT_TRUE(GridPicture({d.pictures.Write("b.jpg", "none"), {}}, cache).isNull());
+}
+
+TEST(GridPictures, TheSharpestFrameOfAClipComesBehindItsFirst) {
+    const CacheDesk d;
+    SerClip ser{.width = kDiscSide, .height = kDiscSide};
+    // Frame 2 is the sharpest, its disc stands right of the middle; frame 3 is cut off.
+    ser.frames = {Disc(22, 32, 4, 255), Disc(25, 32, 3, 255), Disc(40, 32, 0.8, 255),
+                  Disc(60, 32, 0.5, 255)};
+    const std::string clip = d.pictures.Write("mars.ser", SerBytes(ser));
+    const std::string none = d.pictures.Write("none.ser", "no clip");
+    std::mutex mutex;
+    std::vector<std::pair<std::string, QImage>> came;
+    GridPictures grid(64, [&](int, const std::string& picture, const QImage& image) {
+        const std::lock_guard lock(mutex);
+        came.emplace_back(picture, image);
+    });
+    const auto await = [&](std::size_t count) {
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] {
+                const std::lock_guard lock(mutex);
+                return came.size() >= count;
+            },
+            5000));
+        const std::lock_guard lock(mutex);
+        return came;
+    };
+    grid.Expect(1, {{clip, {}, true, true}, {none, {}, true, true}});
+    const auto pictures = await(3);
+    ASSERT_EQ(pictures.size(), 3U);
+    EXPECT_EQ(pictures[1].first, none);
+    EXPECT_TRUE(pictures[1].second.isNull());
+    EXPECT_EQ(pictures[2].first, clip);
+    const auto isLight = [](const QImage& image, int x) { return qGray(image.pixel(x, 32)) > 60; };
+    EXPECT_TRUE(isLight(pictures[0].second, 12));
+    EXPECT_FALSE(isLight(pictures[0].second, 50));
+    EXPECT_FALSE(isLight(pictures[2].second, 12));
+    EXPECT_TRUE(isLight(pictures[2].second, 50));
+    // Other programs find the first one.
+    const SharedCache cache(64);
+    struct stat facts {};
+    ASSERT_EQ(::stat(clip.c_str(), &facts), 0);
+    EXPECT_TRUE(isLight(cache.Read(clip, facts.st_mtim.tv_sec), 12));
+    grid.Expect(2, {{clip, {}, true, false}}); // switched off
+    await(4);
+    QTest::qWait(200);
+    EXPECT_EQ(await(4).size(), 4U);
 }
 
 TEST(ThumbGrid, ShowsPicturesOfSeenRowsAlone) {

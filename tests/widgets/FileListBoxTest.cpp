@@ -244,6 +244,44 @@ TEST(FileListBox, ArrangedRowsKeepWhatIsCurrentAndSelected) {
     EXPECT_EQ(d.list.CurrentRow(), 2);
 }
 
+TEST(FileListBox, FilesThatComeStandInTheOrderThatTheListHas) {
+    using Rows = std::vector<int>;
+    using Names = std::vector<std::string>;
+    ListDesk d({"b.jpg", "d.jpg", "f.jpg", "g.jpg"});
+    d.list.SetPattern("*.jpg");
+    d.list.SetPath(d.folder.Path());
+    d.list.Select(1);
+    d.list.Select(2);
+    std::vector<Rows> added;
+    QObject::connect(&d.list, &FileListBox::filesAdded,
+                     [&](const std::vector<int>& rows) { added.push_back(rows); });
+    d.list.AddFiles({"E.jpg", "b.jpg", "a.jpg", "note.txt", "a.jpg"});
+    EXPECT_EQ(d.Names(), (Names{"a.jpg", "b.jpg", "d.jpg", "E.jpg", "f.jpg", "g.jpg"}));
+    EXPECT_EQ(added, (std::vector<Rows>{{0, 3}}));
+    EXPECT_EQ(d.list.CurrentRow(), 4);
+    EXPECT_EQ(d.list.SelectedRows(), (Rows{2, 4}));
+    EXPECT_EQ(d.list.LeftOut(), Names{"note.txt"});
+    // What is found alone is listed, and what is new fits it or does not.
+    d.list.Narrow([](const std::string& name) { return name < "e"; });
+    d.list.AddFiles({"c.jpg", "z.jpg"});
+    EXPECT_EQ(d.Names(), (Names{"a.jpg", "b.jpg", "c.jpg", "d.jpg", "E.jpg"}));
+    EXPECT_EQ(added.back(), Rows{2});
+    d.list.Narrow({});
+    // An order that puts all rows elsewhere keeps what is current by its name.
+    d.list.Select(d.list.RowOf("f.jpg"));
+    bool turned = false;
+    d.list.SetArrange([&](const std::string&, Names names) {
+        if (turned) std::reverse(names.begin(), names.end());
+        return names;
+    });
+    turned = true;
+    d.list.AddFiles({"h.jpg"});
+    EXPECT_EQ(d.Names().front(), "z.jpg");
+    EXPECT_EQ(added.back(), Rows());
+    EXPECT_EQ(d.list.Text(d.list.CurrentRow()), "f.jpg");
+    EXPECT_EQ(d.clicks, 3); // by the selections alone
+}
+
 // How many pixels of a row have about this colour.
 int PixelsLike(const QImage& picture, const QRect& place, const QColor& colour) {
     int count = 0;

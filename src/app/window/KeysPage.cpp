@@ -19,6 +19,7 @@
 #include "print/frmPrintPreview.h"
 #include "slides/SlideKeys.h"
 #include "video/VideoRoom.h"
+#include "video/frmBestFrames.h"
 #include "widgets/FileListBox.h"
 
 #include <QAction>
@@ -98,6 +99,7 @@ QString KeysPage(const Context& m) {
            Section("1:1 window", frmOnetoOne::KeyLines()) + Section("Night", frmNight::KeyLines()) +
            Section("Blink", frmBlink::KeyLines()) + Section("Movers", frmMovers::KeyLines()) +
            Section("Sum of frames", frmSum::KeyLines()) +
+           Section("Best frames", frmBestFrames::KeyLines()) +
            Section("Print preview", frmPrintPreview::KeyLines()) +
            Section("Help", frmHelp::KeyLines()) + Section("Logs", frmLogs::KeyLines()) +
            QStringLiteral("</body></html>\n");

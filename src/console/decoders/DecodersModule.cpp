@@ -15,6 +15,7 @@
 #include "decoder/DecoderPool.h"
 #include "imaging/PictureLoader.h"
 #include "imaging/fits/FitsLines.h"
+#include "sky/clips/ClipRating.h"
 #include "sky/planes/MeasurePicture.h"
 
 #include <QGuiApplication>
@@ -148,7 +149,7 @@ RatedClip ClipOf(const std::string& path) {
 
 std::vector<TakenFrame> FramesOut(const TakeOrder& order) {
     NeedApplication(false);
-    return TakeFrames(order);
+    return TakeBestOut(order);
 }
 
 std::vector<SetDate> Dates(const std::vector<SetDate>& wanted) {

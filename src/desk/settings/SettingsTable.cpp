@@ -267,6 +267,8 @@ const std::vector<SettingRow> kRows{
     {"best_in_percent", SettingType::Boolean, TARN_FIELD(BestInPercent)},
     {"best_aligned", SettingType::Boolean, TARN_FIELD(BestAligned)},
     {"best_as_clip", SettingType::Boolean, TARN_FIELD(BestAsClip)},
+    {"best_by_time", SettingType::Boolean, TARN_FIELD(BestByTime)},
+    {"best_folder", SettingType::String, TARN_FIELD(BestFolder)},
     {"left_blink_position", SettingType::Long, TARN_FIELD(BlinkPlace.left)},
     {"top_blink_position", SettingType::Long, TARN_FIELD(BlinkPlace.top)},
     {"blink_width", SettingType::Long, TARN_FIELD(BlinkPlace.width)},

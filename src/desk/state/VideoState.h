@@ -1,6 +1,8 @@
 // Clips, as far as they are settings.
 #pragma once
 
+#include <string>
+
 namespace tarn {
 
 struct VideoState {
@@ -10,6 +12,8 @@ struct VideoState {
     bool BestInPercent = true;
     bool BestAligned = false; // on the middle of the disc
     bool BestAsClip = false;  // a new SER, not a file a frame
+    bool BestByTime = false;  // in it the frames follow each other as they were taken
+    std::string BestFolder;   // where they went last
 };
 
 } // namespace tarn
