@@ -102,6 +102,12 @@ bool Changes::KnowBetter(Step& planned, Step now, std::string* error) {
         planned.after = now.after;
         m_changed.insert(planned.number);
     }
+    // An earlier step of the same file has changed its time.
+    if (planned.kind == StepKind::Dated && planned.before.inode == now.before.inode &&
+        planned.before != now.before) {
+        planned.before = now.before;
+        m_changed.insert(planned.number);
+    }
     const bool isOther = planned.oldBytes != now.oldBytes;
     const bool isNew =
         planned.before.inode == 0 && now.before.inode != 0 && planned.kind != StepKind::Written;

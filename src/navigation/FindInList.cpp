@@ -44,12 +44,18 @@ void FindInList::ConnectControls() {
     QObject::connect(c.FindLine, &QLineEdit::textChanged, this, [this] { Narrow(); });
     c.FindLine->setToolTip(QStringLiteral(
         "Also by marks and measures: keep, reject, rating>=3, hfr>3, stars<200, filter:Ha"));
-    m.night.FollowFrames([this] { MeasuresCame(); });
+    m.night.FollowFrames([this] { ComesMore(); });
+    m.marks.Follow([this] {
+        if (m_marksAwaited) ComesMore();
+        m_marksAwaited = !m.marks.AllRead();
+    });
+    QObject::connect(c.FileListBox, &FileListBox::folderRead, this, [this] {
+        m_marksAwaited = true;
+        ComesMore();
+    });
     m_later.setSingleShot(true);
     m_later.setInterval(kMeasuresGather);
-    QObject::connect(&m_later, &QTimer::timeout, this, [this] {
-        if (m_awaitsMeasures) Narrow();
-    });
+    QObject::connect(&m_later, &QTimer::timeout, this, [this] { LookAgain(); });
     for (QWidget* watched : std::initializer_list<QWidget*>{c.FindLine, c.FileListBox, c.Picture1,
                                                             c.Picture2, c.LogText})
         watched->installEventFilter(this);
@@ -79,8 +85,10 @@ void FindInList::ReadTexts() {
 void FindInList::Narrow() {
     FileListBox& list = *m.controls.FileListBox;
     const FindTerms wanted(FromQt(m.controls.FindLine->text()));
-    m.night.WantFrames(this, wanted.NeedsMeasures());
-    m_awaitsMeasures = wanted.NeedsMeasures() && !m.night.AllMeasured();
+    m_hasTerms = wanted.HasTerms();
+    // Once they are wanted they stay so until the line closes: each letter is no new beginning.
+    m_needsMeasures = m_needsMeasures || wanted.NeedsMeasures();
+    if (m_needsMeasures) m.night.WantFrames(this, true);
     if (wanted.IsEmpty())
         list.Narrow({});
     else
@@ -92,22 +100,29 @@ void FindInList::Narrow() {
                 {text, m.night.FrameOf(path), m.marks.MarkOf(path).value_or(Mark())});
         });
     TakeCurrentRow(m);
-    if (m_awaitsMeasures)
-        m.shell.ShowMessage("Found so far - " + m.night.MeasuringSaid());
+    const std::string measuring = wanted.NeedsMeasures() ? m.night.MeasuringSaid() : "";
+    if (!measuring.empty())
+        m.shell.ShowMessage("Found so far - " + measuring);
     else if (list.Count() < 1)
         m.shell.ShowMessage(
             (wanted.HasTerms() ? "No file is found by '" : "No name or note has '") +
             FromQt(m.controls.FindLine->text()) + "'");
     else if (wanted.NeedsMeasures())
-        m.shell.ShowMessage(std::to_string(list.Count()) + " found, all measured");
+        m.shell.ShowMessage(std::to_string(list.Count()) + " found");
 }
 
-void FindInList::MeasuresCame() {
-    if (!m_awaitsMeasures || m_later.isActive()) return;
-    if (m.night.AllMeasured())
-        Narrow();
-    else
-        m_later.start();
+// Of the folder that is read again, or as marks and measures come in. Shows and batches go by the
+// rows as they are; what is selected stays so.
+void FindInList::LookAgain() {
+    if (!IsOpen() || !m_hasTerms) return;
+    if (m.state.SlideViewing || m.state.BatchRuns) return m_later.start();
+    if (m.controls.FileListBox->Rearrange()) TakeCurrentRow(m);
+    if (m_needsMeasures && m.night.MeasuringSaid().empty())
+        m.shell.ShowMessage(std::to_string(m.controls.FileListBox->Count()) + " found");
+}
+
+void FindInList::ComesMore() {
+    if (m_hasTerms && !m_later.isActive()) m_later.start();
 }
 
 void FindInList::Close() {
@@ -118,7 +133,9 @@ void FindInList::Close() {
     }
     const bool hadKeyboard = m.controls.FindLine->hasFocus();
     m_texts.clear();
-    m_awaitsMeasures = false;
+    m_hasTerms = false;
+    m_needsMeasures = false;
+    m_later.stop();
     m.night.WantFrames(this, false);
     m.controls.FileListBox->Narrow({});
     TakeCurrentRow(m);

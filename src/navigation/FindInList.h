@@ -31,7 +31,8 @@ private:
     bool IsOpen() const;
     void ReadTexts();
     void Narrow();
-    void MeasuresCame();
+    void ComesMore();
+    void LookAgain();
     void Step(int by);
     void StepOn() { Step(1); }
     void StepBack() { Step(-1); }
@@ -40,8 +41,10 @@ private:
     static const WindowKey<FindInList> kKeys[]; // in the line
 
     Context& m;
-    bool m_awaitsMeasures = false;
-    QTimer m_later;                                       // of measures, which come one by one
+    bool m_hasTerms = false;
+    bool m_needsMeasures = false;
+    bool m_marksAwaited = true; // those of the folder shown are still being read
+    QTimer m_later;             // of measures and marks, which come one by one
     std::unordered_map<std::string, std::string> m_texts; // name and note, folded, by name
 };
 

@@ -66,18 +66,22 @@ FindTerms::FindTerms(std::string_view typed) {
     const std::string folded = FoldCase(typed);
     std::string_view rest = folded;
     std::string text;
+    bool isPlain = true;
     while (!rest.empty()) {
         const std::size_t end = std::min(rest.find(' '), rest.size());
         const std::string_view word = rest.substr(0, end);
         const std::size_t next = std::min(end + 1, rest.size());
-        if (auto term = word.empty() ? std::nullopt : TermOf(word))
+        if (auto term = word.empty() ? std::nullopt : TermOf(word)) {
             m_terms.push_back(std::move(*term));
-        else
+            isPlain = isPlain && word.find_first_of("<>=:") == std::string_view::npos;
+        } else {
             text += rest.substr(0, next);
+        }
         rest.remove_prefix(next);
     }
     // Blanks at its end are the user's own, those beside a term are not.
     m_text = m_terms.empty() ? text : std::string(Trim(text));
+    if (isPlain) m_whole = folded;
 }
 
 std::optional<FindTerms::Term> FindTerms::TermOf(std::string_view word) {
@@ -120,6 +124,7 @@ std::optional<FindTerms::Term> FindTerms::TermOf(std::string_view word) {
 }
 
 bool FindTerms::Takes(const FoundFile& file) const {
+    if (!m_whole.empty() && Contains(file.text, m_whole)) return true;
     for (const Term& term : m_terms)
         if (!term(file)) return false;
     return m_text.empty() || Contains(file.text, m_text);

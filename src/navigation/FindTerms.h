@@ -37,7 +37,8 @@ private:
     std::optional<Term> TermOf(std::string_view word);
 
     std::vector<Term> m_terms;
-    std::string m_text; // folded
+    std::string m_text;  // folded
+    std::string m_whole; // all of it, where each term may be meant as a word as well
     bool m_needsMeasures = false;
 };
 

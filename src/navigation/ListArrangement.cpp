@@ -112,6 +112,7 @@ void ListArrangement::FolderRead() {
     m_marksAwaited = true;
     ShowOrder();
     AwaitMeasures();
+    m_measuresAwaited = Needs() == SortNeeds::Measures; // those that are known are of before
     if (Needs() == SortNeeds::Look || Needs() == SortNeeds::CaptureTime)
         m_facts.Read(list.Path(), list.Listed(), m_order.kind);
 }

@@ -84,32 +84,41 @@ private:
                                                          : "header, measured";
         Set(NoteEntry::Exposure, std::move(text), source);
     }
+    // The user's own name for where the header says it was taken; null: none.
+    const NamedSite* Named() const {
+        const auto& site = m_header.where.site;
+        if (!site) return SiteNamed(m_sources.sites, m_sources.otherwise);
+        for (const NamedSite& named : m_sources.sites)
+            if (MetresBetween(*site, named.site) <= kSameSite) return &named;
+        return nullptr;
+    }
     void Location() {
         const auto& site = m_header.where.site;
-        if (!site) {
-            if (!m_sources.otherwise.empty())
-                Set(NoteEntry::Location, m_sources.otherwise, "sites, for pictures without one");
-            return;
-        }
-        for (const NamedSite& named : m_sources.sites)
-            if (MetresBetween(*site, named.site) <= kSameSite)
-                return Set(NoteEntry::Location, named.name, "sites, for the header's place");
-        if (m_header.where.isSiteSure) Set(NoteEntry::Location, PlaceText(*site), kHeader);
+        if (const NamedSite* named = Named())
+            Set(NoteEntry::Location, named->name,
+                site ? "sites, for the header's place" : "sites, for pictures without one");
+        else if (site && m_header.where.isSiteSure)
+            Set(NoteEntry::Location, PlaceText(*site), kHeader);
     }
-    // By the clock of the place.
+    // By the clock of the place; of a place without a known zone by UTC, which is said.
     void Date() {
         const auto& time = m_header.where.time;
         if (!time.start) return;
-        const NamedSite* site = SiteNamed(m_sources.sites, m_sources.otherwise);
         const auto utc = std::int64_t(std::floor(*time.start));
-        std::optional<std::int64_t> offset;
+        const NamedSite* named = Named();
+        std::string source = kHeader;
+        DateTime local;
         if (time.zoneHours)
-            offset = std::int64_t(std::lround(*time.zoneHours * 3600));
-        else if (site && site->zoneMinutes)
-            offset = std::int64_t(*site->zoneMinutes) * 60;
-        const DateTime local = offset ? OnClock(utc + *offset) : FromFileTime(utc);
+            local = OnClock(utc + std::lround(*time.zoneHours * 3600));
+        else if (named && named->zoneMinutes)
+            local = OnClock(utc + std::int64_t(*named->zoneMinutes) * 60);
+        else if (m_header.where.site && !named)
+            local = OnClock(utc), source = "header, UTC";
+        else
+            local = FromFileTime(utc);
         const auto forms = DateEntries(local);
-        Set(NoteEntry::Date, forms[std::min(m_sources.dateForm, forms.size() - 1)], kHeader);
+        Set(NoteEntry::Date, forms[std::min(m_sources.dateForm, forms.size() - 1)],
+            std::move(source));
     }
     static DateTime OnClock(std::int64_t seconds) {
         const std::time_t time = seconds;

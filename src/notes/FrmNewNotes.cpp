@@ -19,6 +19,7 @@
 #include <QPushButton>
 
 #include <ctime>
+#include <utility>
 
 namespace tarn {
 
@@ -43,6 +44,7 @@ int ChosenRow(const QComboBox& combo) {
 
 void FrmNewNotes::OpenWindow() {
     show();
+    FollowCurrent();
     raise();
     activateWindow();
 }
@@ -80,6 +82,8 @@ void FrmNewNotes::ShowList(std::size_t entry, bool selectFirst) {
     combo.addItems(items);
     combo.setCurrentIndex(entry != kFilter && selectFirst ? 0 : -1);
     if (combo.currentIndex() < 0) combo.setEditText(text);
+    m_entries[entry].source->SetText({});
+    m_entries[entry].isFilled = false;
 }
 
 void FrmNewNotes::ApplyStoredChoices() {
@@ -104,7 +108,9 @@ void FrmNewNotes::KeepChoices() {
 }
 
 void FrmNewNotes::SetExposure(const std::string& text) {
-    m_entries[static_cast<std::size_t>(NoteEntry::Exposure)].combo->setEditText(ToQt(text));
+    constexpr auto kExposure = static_cast<std::size_t>(NoteEntry::Exposure);
+    m_entries[kExposure].combo->setEditText(ToQt(text));
+    MakeOwn(kExposure);
 }
 
 EntryTicks FrmNewNotes::Ticks() const {
@@ -129,6 +135,7 @@ void FrmNewNotes::CommandAdd_Click() {
         m_entries[at].combo->insertItem(0, ToQt(value));
         m_entries[at].combo->setCurrentIndex(0);
         m_entries[at].combo->setEditText(ToQt(value)); // also where row 0 was current before
+        MakeOwn(at);
     }
 }
 
@@ -189,14 +196,29 @@ void FrmNewNotes::MakeOwn(std::size_t entry) {
     m_entries[entry].source->SetText({});
 }
 
+// All of it, but what is typed until the answer is there.
 void FrmNewNotes::CommandFill_Click() {
     m_fills = true;
+    m_filledOf = m.state.Filename;
+    for (EntryControls& entry : m_entries) entry.isOwn = false;
     AskForFacts();
 }
 
+// What was filled in is of the picture before; the user goes on with it, or has it filled anew.
 void FrmNewNotes::FollowCurrent() {
+    if (m_filledOf == m.state.Filename) return;
+    m_filledOf = m.state.Filename;
     m_fills = false;
-    if (m_fillEach->isChecked() && isVisible()) AskForFacts();
+    const bool anew = m_fillEach->isChecked() && isVisible();
+    for (EntryControls& entry : m_entries) {
+        entry.source->SetText({});
+        if (anew && entry.isFilled) entry.combo->setEditText({});
+        if (anew) entry.isFilled = false;
+    }
+    if (anew)
+        AskForFacts();
+    else if (m_facts)
+        m_facts->Ask({});
 }
 
 // A slow disk is nothing that the window waits for.
@@ -213,14 +235,16 @@ void FrmNewNotes::AskForFacts() {
                 QMetaObject::invokeMethod(
                     this, [this] { TakeFacts(); }, Qt::QueuedConnection);
             });
-    FactLists lists = m_room.Lists();
+    std::string fault;
+    auto lists = m_room.Lists(fault);
+    if (!lists) return m.shell.ShowMessage("ERROR - " + fault);
     constexpr auto kDate = static_cast<std::size_t>(NoteEntry::Date);
     // The date in the form that is chosen: the last six of its list.
     const int forms = int(DateEntries({}).size());
     const int form =
         m_entries[kDate].combo->currentIndex() - m_entries[kDate].combo->count() + forms;
-    lists.dateForm = std::size_t(std::max(0, form));
-    m_facts->Ask(std::pair(m.state.Filename, std::move(lists)));
+    lists->dateForm = std::size_t(std::max(0, form));
+    m_facts->Ask(std::pair(m.state.Filename, std::move(*lists)));
 }
 
 void FrmNewNotes::TakeFacts() {
@@ -230,17 +254,14 @@ void FrmNewNotes::TakeFacts() {
     for (std::size_t i = 0; i < kNoteEntries; ++i) {
         EntryControls& entry = m_entries[i];
         const auto& fact = facts->facts[i];
-        if (!entry.check->isChecked() || (entry.isOwn && !m_fills)) continue;
+        if (!entry.check->isChecked() || entry.isOwn) continue;
         entry.source->SetText(fact ? fact->source : std::string());
         // What was filled in of another picture is none of this one's.
         if (fact || entry.isFilled) entry.combo->setEditText(fact ? ToQt(fact->value) : QString());
         entry.isFilled = fact.has_value();
-        if (!fact) continue;
-        entry.isOwn = false;
-        ++filled;
+        filled += fact ? 1 : 0;
     }
-    m_fills = false;
-    if (filled == 0)
+    if (std::exchange(m_fills, false) && filled == 0)
         m.shell.ShowMessage("Nothing to fill in from '" + LastPart(facts->path) + "'" +
                             (facts->fault.empty() ? "" : " - " + facts->fault));
 }

@@ -105,7 +105,8 @@ private:
     std::unique_ptr<NoteBox> m_firstLines;
     std::unique_ptr<frmExpCalc> m_calculator;
     QCheckBox* m_fillEach = nullptr;
-    bool m_fills = false; // a fill is under way that was asked for by its button
+    bool m_fills = false;   // a fill is under way that was asked for by its button
+    std::string m_filledOf; // path of the picture that sources are shown of
     struct PictureFacts {
         std::string path;
         FilledFacts facts;

@@ -1,6 +1,8 @@
 #include "notes/KitList.h"
 
+#include "common/codepage.h"
 #include "common/text.h"
+#include "common/utf8.h"
 
 #include <algorithm>
 
@@ -12,16 +14,21 @@ const char* KeywordOf(NoteEntry entry) {
     return NoteEntryRows()[static_cast<std::size_t>(entry)].caption;
 }
 
+// Editors of today write UTF-8, those of old the code page.
+std::string AsText(std::string_view text) {
+    return IsUtf8(text) ? std::string(text) : FromCodePage(text);
+}
+
 std::optional<KitItem> ItemOf(std::string_view line) {
     if (line.ends_with('\r')) line.remove_suffix(1);
     const auto parts = Split(line, ':');
     if (parts.size() < 2) return {};
     for (const NoteEntry entry : kKitEntries) {
         if (parts[0] != KeywordOf(entry)) continue;
-        KitItem item{entry, std::string(Trim(parts[1])), {}};
+        KitItem item{entry, AsText(Trim(parts[1])), {}};
         for (std::size_t i = 2; i < parts.size(); ++i)
             if (const auto name = Trim(parts[i]); !name.empty())
-                item.headerNames.emplace_back(name);
+                item.headerNames.push_back(AsText(name));
         if (item.name.empty()) return {};
         return item;
     }
@@ -29,6 +36,8 @@ std::optional<KitItem> ItemOf(std::string_view line) {
 }
 
 template <typename Take> void EachLine(std::string_view bytes, const Take& take) {
+    constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+    if (bytes.starts_with(kUtf8Mark)) bytes.remove_prefix(kUtf8Mark.size());
     while (!bytes.empty()) {
         const std::size_t end = std::min(bytes.find('\n'), bytes.size());
         take(bytes.substr(0, end));

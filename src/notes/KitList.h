@@ -13,6 +13,7 @@
 namespace tarn {
 
 inline constexpr const char* kKitFile = "Kit_List.txt";
+inline constexpr std::size_t kLargestKit = 1U << 20U; // bytes
 
 // What a kit has, in the order in which it is offered.
 inline constexpr std::array kKitEntries = {NoteEntry::Telescope, NoteEntry::GuideScope,

@@ -14,12 +14,16 @@ NightNotes PlanNightNotes(const Files& files, const std::string& notesFolder,
                           const std::vector<std::string>& pictures, const FactLists& lists,
                           const HfrOfPicture& hfrOf, const std::function<bool(std::size_t)>& goOn) {
     NightNotes plan;
-    std::set<std::string> planned; // pictures that differ by their type share a note
+    std::set<std::string> taken; // folded names of notes; pictures that differ by type share one
+    std::set<std::string> standing;
+    for (const std::string& name :
+         files.FileNames(notesFolder).value_or(std::vector<std::string>()))
+        standing.insert(FoldCase(name));
     std::size_t done = 0;
     for (const std::string& picture : pictures) {
         if (!goOn(done++)) break;
         const std::string path = NotePath(notesFolder, LastPart(picture));
-        if (files.FindAnyCase(path)) {
+        if (standing.contains(FoldCase(LastPart(path)))) {
             ++plan.withNote;
             continue;
         }
@@ -27,8 +31,10 @@ NightNotes PlanNightNotes(const Files& files, const std::string& notesFolder,
         std::string text;
         if (header.fault.empty() && header.kind == FrameKind::Light)
             text = NoteOf(header, FactsOf(header, lists.Sources(hfrOf(picture))));
-        if (text.empty() || !planned.insert(FoldCase(path)).second)
+        if (text.empty())
             ++plan.left;
+        else if (!taken.insert(FoldCase(LastPart(path))).second)
+            ++plan.sharing;
         else
             plan.notes.push_back({picture, path, std::move(text)});
     }
@@ -46,12 +52,18 @@ std::size_t WriteNightNotes(Changes& changes, const std::vector<NightNote>& note
         if (all.back()) steps.push_back(changes.PlanWrite(notes[i].path, all.back()));
     }
     changes.PlanWhole(std::move(steps));
+    std::set<std::string> standing; // by now
+    if (!notes.empty())
+        for (const std::string& name : changes.FileNames(FolderOf(notes.front().path), nullptr)
+                                           .value_or(std::vector<std::string>()))
+            standing.insert(FoldCase(name));
     std::size_t written = 0;
     for (std::size_t i = 0; i < notes.size() && goOn(i); ++i) {
         std::string why;
         if (!all[i])
             why = "the character '" + misfits[i] + "' has no place in a note";
-        else if (changes.FindAnyCase(notes[i].path))
+        else if (standing.contains(FoldCase(LastPart(notes[i].path))) ||
+                 changes.Exists(notes[i].path))
             why = "it has a note by now, which stays";
         else if (changes.Write(notes[i].path, *all[i], &why))
             ++written;

@@ -22,6 +22,7 @@ struct NightNote {
 struct NightNotes {
     std::vector<NightNote> notes;
     std::size_t withNote = 0; // that have one already
+    std::size_t sharing = 0;  // whose note is that of another of these
     std::size_t left = 0;     // darks, flats, bias, and what tells nothing
 };
 

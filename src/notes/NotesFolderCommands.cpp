@@ -12,6 +12,7 @@
 #include "platform/ProgramFiles.h"
 #include "platform/QtText.h"
 #include "platform/SettingsStore.h"
+#include "platform/WholeFile.h"
 #include "widgets/Dialogs.h"
 #include "widgets/FileListBox.h"
 
@@ -91,6 +92,7 @@ void NotesRoom::SetNotesButton_Click() {
     m.state.NotesFolder = WithoutTrailingSeparator(chosen);
     m.shell.ShowMessage("Notes folder set to '" + m.state.NotesFolder + "'");
     if (m_manager) m_manager->hide();
+    if (m_kits) m_kits->hide(); // its list is of the folder before
     ShowFolder();
 }
 
@@ -101,6 +103,7 @@ void NotesRoom::ClearNotesFolderButton_Click() {
     SetCaption("Notes");
     if (m_manager) m_manager->hide();
     if (m_composer) m_composer->CommandCancel_Click(); // its list has no place any more
+    if (m_kits) m_kits->hide();
     ShowFolder();
 }
 
@@ -143,13 +146,17 @@ void NotesRoom::CommandNotesNew_Click() {
     m_composer->OpenWindow();
 }
 
-// A kit list that cannot be read is as none: what it means is not guessed.
-FactLists NotesRoom::Lists() const {
-    constexpr std::size_t kMostRead = 1U << 20U;
-    const auto kit = m.state.NotesFolder.empty()
-                         ? std::nullopt
-                         : m.files.Read(JoinPath(m.state.NotesFolder, kKitFile), kMostRead);
-    return {ParseKit(kit.value_or("")), ParseSites(m.state.SkySites), m.state.SkySite, 0};
+// Without the kit list headers would be taken by their word.
+std::optional<FactLists> NotesRoom::Lists(std::string& fault) const {
+    std::string kit;
+    if (const std::string path = JoinPath(m.state.NotesFolder, kKitFile);
+        !m.state.NotesFolder.empty() && m.files.Exists(path)) {
+        std::string error;
+        const auto bytes = ReadWhole(m.files, path, kLargestKit, &error);
+        if (!bytes) return fault = path + ": " + error, std::nullopt;
+        kit = *bytes;
+    }
+    return FactLists{ParseKit(kit), ParseSites(m.state.SkySites), m.state.SkySite, 0};
 }
 
 void NotesRoom::KitsButton_Click() {
@@ -160,7 +167,9 @@ void NotesRoom::KitsButton_Click() {
 void NotesRoom::FillNotesButton_Click() {
     if (m.state.BatchRuns || m.state.SlideViewing) return;
     if (!m_fill) m_fill = std::make_unique<frmFillNotes>(m);
-    m.shell.Tell(m_fill->ShowNotes(Lists()));
+    std::string fault;
+    const auto lists = Lists(fault);
+    m.shell.Tell(lists ? m_fill->ShowNotes(*lists) : Outcome::Refused("ERROR - " + fault));
 }
 
 void NotesRoom::DisplayNotesFolderButton_Click() {

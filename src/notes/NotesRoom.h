@@ -76,7 +76,8 @@ public:
     // Of the file that is shown: as it stands on disk, which may differ in case.
     const std::string& LoadedPath() const { return m_store.Loaded().path; }
     void ReplaceText(const std::string& text) { m_box.Replace(text); }
-    FactLists Lists() const; // of the user, as they stand now
+    // Of the user, as they stand now; none, and why, where the kit list cannot be read.
+    std::optional<FactLists> Lists(std::string& fault) const;
     void EditFormatFile(const std::string& path);
     void KeepDraft(DraftPlace place, const Draft& draft);
     void ForgetDraft(DraftPlace place);

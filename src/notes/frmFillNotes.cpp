@@ -95,7 +95,8 @@ Outcome frmFillNotes::ShowNotes(const FactLists& lists) {
 bool frmFillNotes::Plan(const FactLists& lists, std::string& fault) {
     const FileListBox& list = *m.controls.FileListBox;
     std::vector<std::string> pictures;
-    for (const std::string& name : list.Listed()) pictures.push_back(JoinPath(list.Path(), name));
+    for (int row = 0; row < list.Count(); ++row)
+        pictures.push_back(JoinPath(list.Path(), list.Text(row)));
     std::atomic<std::size_t> done = 0;
     std::atomic<bool> goesOn = true;
     std::atomic<bool> isRead = false;
@@ -140,9 +141,11 @@ void frmFillNotes::ShowCount() {
     const std::size_t count = Ticked().size();
     m_write->setText(ToQt("&Write " + CountOf(count, "Note")));
     m_write->setEnabled(count > 0);
-    m_said->setText(ToQt(CountOf(m_plan.notes.size(), "picture") + " without a note get one; " +
-                         std::to_string(m_plan.withNote) + " have one, " +
-                         std::to_string(m_plan.left) + " tell nothing or are no light frames"));
+    m_said->setText(ToQt(
+        CountOf(m_plan.notes.size(), "picture") + " without a note get one; " +
+        std::to_string(m_plan.withNote) + " have one, " + std::to_string(m_plan.left) +
+        " tell nothing or are no light frames" +
+        (m_plan.sharing > 0 ? ", " + std::to_string(m_plan.sharing) + " share one of these" : "")));
 }
 
 void frmFillNotes::WriteButton_Click() {

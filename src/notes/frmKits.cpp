@@ -23,7 +23,6 @@ namespace tarn {
 namespace {
 
 constexpr QSize kDesign(620, 360);
-constexpr std::size_t kMostRead = 1U << 20U;
 enum Column { kKind, kName, kHeaders, kColumns };
 
 const char* CaptionOf(NoteEntry entry) {
@@ -82,11 +81,16 @@ void frmKits::MakeButtons() {
 Outcome frmKits::ShowKits() {
     if (m.state.NotesFolder.empty())
         return Outcome::Refused("The kit list stands in the notes folder, which has not been set");
+    if (isVisible()) { // what is being edited stays
+        raise();
+        activateWindow();
+        return Outcome::Did();
+    }
     m_path = JoinPath(m.state.NotesFolder, kKitFile);
     m_before.clear();
     if (m.files.Exists(m_path)) {
         std::string error;
-        const auto bytes = ReadWhole(m.files, m_path, kMostRead, &error);
+        const auto bytes = ReadWhole(m.files, m_path, kLargestKit, &error);
         if (!bytes) return Outcome::Refused("ERROR - " + m_path + ": " + error);
         m_before = *bytes;
     }
@@ -96,7 +100,7 @@ Outcome frmKits::ShowKits() {
                          ? QString()
                          : QStringLiteral("No kit yet: add a thing of yours, or take over what the "
                                           "header of the picture shown names."));
-    if (!isVisible()) m_place.Restore(kDesign);
+    m_place.Restore(kDesign);
     show();
     raise();
     activateWindow();
@@ -133,8 +137,10 @@ void frmKits::AddFromPicture() {
         AddRow({entry, written, {written}});
         ++added;
     }
-    m_fault->setText(added > 0 ? QString()
-                               : ToQt("'" + LastPart(m.state.Filename) + "' names nothing new"));
+    const std::string name = "'" + LastPart(m.state.Filename) + "'";
+    m_fault->setText(added > 0              ? QString()
+                     : header.fault.empty() ? ToQt(name + " names nothing new")
+                                            : ToQt(name + ": " + header.fault));
 }
 
 std::string frmKits::Cell(int row, int column) const {
@@ -150,6 +156,7 @@ KitItem frmKits::ItemOf(int row) const {
 
 // Another program's change of the file since is not written over.
 void frmKits::KeepButton_Click() {
+    m_table->setCurrentItem(nullptr); // what is being typed is taken
     std::vector<KitItem> items;
     for (int row = 0; row < m_table->rowCount(); ++row) {
         KitItem item = ItemOf(row);
@@ -163,7 +170,7 @@ void frmKits::KeepButton_Click() {
     const std::string bytes = KitBytes(items, m_before);
     std::string error;
     const bool stands = m.files.Exists(m_path);
-    const auto now = stands ? ReadWhole(m.files, m_path, kMostRead, &error) : std::string();
+    const auto now = stands ? ReadWhole(m.files, m_path, kLargestKit, &error) : std::string();
     if (!now) return m_fault->setText(ToQt(m_path + ": " + error));
     if (*now != m_before)
         return m_fault->setText(ToQt(m_path + " has been changed since: close and open it again"));

@@ -115,7 +115,7 @@ std::size_t SetClockRight(Changes& changes, const std::vector<ClockPicture>& pic
             bytes ? WhyNot(WriteDate(changes, picture.path, picture.position, picture.date, *bytes))
                   : "the new date would be none";
         const auto time = why.empty() ? FileTimeOf(*dates[i]) : std::nullopt;
-        if (why.empty()) ++done;
+        ++done;
         if (time) changes.SetTimes(picture.path, *time, &why);
         if (!why.empty()) faults.push_back({picture.path, std::move(why)});
     }

@@ -35,7 +35,7 @@ struct ClockFault {
 };
 
 // All dates moved, and the files' own times with them. `goOn` is asked before each, with how many
-// are done; false ends it there, and what is done stands. The number of files that were changed.
+// are done; false ends it there, and what is done stands. The number of files passed.
 std::size_t SetClockRight(Changes& changes, const std::vector<ClockPicture>& pictures,
                           std::int64_t seconds, const std::function<bool(std::size_t)>& goOn,
                           std::vector<ClockFault>& faults);

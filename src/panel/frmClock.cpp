@@ -124,12 +124,11 @@ Outcome frmClock::ShowCurrent() {
     return Outcome::Did();
 }
 
-// Of the list as it stands; the picture of the clock is of it.
+// All of the folder that its boxes list, also what is left out in the list by a search.
 bool frmClock::ReadFolder() {
     const FileListBox& list = *m.controls.FileListBox;
     std::vector<std::string> paths;
-    for (int row = 0; row < list.Count(); ++row)
-        paths.push_back(JoinPath(list.Path(), list.Text(row)));
+    for (const std::string& name : list.Listed()) paths.push_back(JoinPath(list.Path(), name));
     m_pictures.clear();
     m_others = 0;
     const BatchRun batch(m);
@@ -212,23 +211,24 @@ void frmClock::SetButton_Click() {
     const std::vector<ClockPicture> pictures = Ticked();
     const std::string count = std::to_string(pictures.size());
     std::vector<ClockFault> failed;
-    std::size_t done = 0;
+    std::size_t passed = 0;
     SetRuns(true);
     {
         const BatchRun batch(m, m_cancel);
         Changes changes(m.history, "Set the clock of " + CountOf(pictures.size()) + " right");
-        done = SetClockRight(
+        passed = SetClockRight(
             changes, pictures, *m_seconds,
-            [&](std::size_t passed) {
+            [&](std::size_t so) {
                 const std::string said =
-                    "Setting dates, " + std::to_string(passed + 1) + " of " + count;
+                    "Setting dates, " + std::to_string(so + 1) + " of " + count;
                 m_said->setText(ToQt(said));
                 return batch.Step(said);
             },
             failed);
     }
     SetRuns(false);
-    const bool cancelled = done + failed.size() < pictures.size();
+    const bool cancelled = passed < pictures.size();
+    const std::size_t done = passed - failed.size();
     std::vector<FileFault> faults;
     for (ClockFault& each : failed) faults.push_back({each.path, std::move(each.why)});
     accept();

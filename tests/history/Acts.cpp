@@ -47,6 +47,15 @@ void WriteSome(Changes& changes, const std::string& folder, const std::string&) 
     changes.Write(JoinPath(folder, "made"), "made", &error);
 }
 
+// As dates inside pictures are put right, and the files' own with them.
+void DateInside(Changes& changes, const std::string& folder, const std::string&) {
+    std::string error;
+    for (const char* name : {"a", "b"}) {
+        changes.WriteAt(JoinPath(folder, name), 1, "XY", &error);
+        changes.SetTimes(JoinPath(folder, name), 1'000'000'000, &error);
+    }
+}
+
 void MoveFar(Changes& changes, const std::string& folder, const std::string& otherDisk) {
     std::string error;
     changes.CopyTo(JoinPath(folder, "a.xmp"), JoinPath(otherDisk, "a.xmp"), &error);
@@ -97,6 +106,7 @@ const std::vector<Act>& Acts() {
         {"twins", {{"a", "1"}, {"b", "22"}, {"x", "333"}}, PasteTwins},
         {"writing", {{"a", "1"}, {"b", "2222"}, {"c", "333"}}, WriteSome},
         {"writing unplanned", {{"a", "1"}, {"b", "2222"}, {"c", "333"}}, WriteSome, false},
+        {"dates inside", {{"a", "1111"}, {"b", "2222"}}, DateInside},
         {"move onto another disk", {{"a", "1"}, {"a.xmp", "mark"}, {"b", "22"}}, MoveFar},
         {"unplanned move", {{"a", "1"}, {"a.xmp", "mark"}, {"b", "22"}}, MoveFar, false},
         {"move into a new folder", {{"a", "1"}, {"b", "22"}}, MakeFolderFor},

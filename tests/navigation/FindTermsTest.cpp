@@ -49,6 +49,7 @@ TEST(FindTerms, AllElseIsOneText) {
     EXPECT_FALSE(FindTerms("clear second").Takes(note));
     EXPECT_FALSE(FindTerms("mark:keep").Takes(note));
     EXPECT_TRUE(FindTerms("rating=0 clear night").Takes(note));
+    EXPECT_TRUE(FindTerms("a>b, keep the second").Takes(note)); // as it stands there
     EXPECT_TRUE(FindTerms("").IsEmpty());
 }
 

@@ -238,6 +238,7 @@ TEST(Find, TermsOfMeasuresAreFoundAsTheyComeIn) {
     d.night.frames[d.folder.Path() + "/moon.jpg"] = WithHfr(4);
     d.night.said.clear();
     d.night.Tell();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return d.Names().size() == 2; }, 5000));
     EXPECT_EQ(d.Names(), (std::vector<std::string>{"m33.jpg", "moon.jpg"}));
     d.Key(Qt::Key_Escape);
     EXPECT_TRUE(d.night.wanting.empty());

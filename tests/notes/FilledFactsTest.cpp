@@ -84,9 +84,10 @@ TEST(FilledFacts, PlaceAndDateAreThoseOfThePlace) {
     EXPECT_EQ(Value(f.All(), NoteEntry::Location), "Garden");
     EXPECT_EQ(Value(f.All(), NoteEntry::Date), "2024-11-06");
     f.header.where.time.zoneHours.reset();
-    EXPECT_EQ(Value(f.All("Garden", 0), NoteEntry::Date), "06-Nov-2024"); // by the site's zone
+    EXPECT_EQ(Value(f.All("Hill", 0), NoteEntry::Date), "06-Nov-2024"); // by the place's own zone
     f.header.where.site = Site{-33.5, -70.25, 0};
     EXPECT_EQ(Value(f.All(), NoteEntry::Location), "(none)"); // which way does it count?
+    EXPECT_EQ(f.All("Garden")[At(NoteEntry::Date)], (FilledFact{"2024-11-05", "header, UTC"}));
     f.header.where.isSiteSure = true;
     EXPECT_EQ(Value(f.All(), NoteEntry::Location), "33.5000 S 70.2500 W");
     f.header.where.site.reset();
