@@ -3,7 +3,9 @@
 #include "blink/SeenPane.h"
 #include "blink/frmBlink.h"
 #include "common/mark_text.h"
+#include "common/paths.h"
 #include "platform/QtText.h"
+#include "widgets/FileListBox.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -106,7 +108,9 @@ void frmBlink::SetDifference(bool shown) {
 void frmBlink::MarksChanged() {
     bool changed = false;
     for (BlinkFrame& frame : m_frames) {
-        const Mark mark = m.marks.MarkOf(frame.path).value_or(frame.mark); // none of other folders
+        // Of another folder only what is being written is known, and that not whole.
+        if (FolderOf(frame.path) != m.controls.FileListBox->Path()) continue;
+        const Mark mark = m.marks.MarkOf(frame.path).value_or(frame.mark);
         changed = changed || mark != frame.mark;
         frame.mark = mark;
     }
@@ -128,6 +132,7 @@ struct frmBlink::Key {
     const char* name;
     const char* says;
     std::function<void(frmBlink&)> act;
+    bool repeats = false; // while it is held
 };
 
 const std::vector<frmBlink::Key>& frmBlink::Keys() {
@@ -136,24 +141,24 @@ const std::vector<frmBlink::Key>& frmBlink::Keys() {
             {Qt::Key_Space, "Space", "stops on the frame shown, and goes on",
              [](frmBlink& w) { w.m_play->click(); }},
             {Qt::Key_Right, "Right", "the next frame (also the wheel)",
-             [](frmBlink& w) { w.Step(1); }},
+             [](frmBlink& w) { w.Step(1); }, true},
             {Qt::Key_Left, "Left", "the frame before (also the wheel)",
-             [](frmBlink& w) { w.Step(-1); }},
+             [](frmBlink& w) { w.Step(-1); }, true},
             {Qt::Key_Home, "Home", "the first frame", [](frmBlink& w) { w.GoToEnd(false); }},
             {Qt::Key_End, "End", "the last frame", [](frmBlink& w) { w.GoToEnd(true); }},
             {Qt::Key_Up, "Up", "faster",
-             [](frmBlink& w) { w.m_rate->setValue(w.m_rate->value() + 1); }},
+             [](frmBlink& w) { w.m_rate->setValue(w.m_rate->value() + 1); }, true},
             {Qt::Key_Down, "Down", "slower",
-             [](frmBlink& w) { w.m_rate->setValue(w.m_rate->value() - 1); }},
+             [](frmBlink& w) { w.m_rate->setValue(w.m_rate->value() - 1); }, true},
             {Qt::Key_F, "F", "plays forward", [](frmBlink& w) { w.SetWay(BlinkWay::Forward); }},
             {Qt::Key_B, "B", "plays back", [](frmBlink& w) { w.SetWay(BlinkWay::Back); }},
             {Qt::Key_T, "T", "plays to and fro", [](frmBlink& w) { w.SetWay(BlinkWay::ToAndFro); }},
             {Qt::Key_D, "D", "the difference from the series beside the frame",
              [](frmBlink& w) { w.m_differs->toggle(); }},
             {Qt::Key_Plus, "+", "closer (also Ctrl and the wheel)",
-             [](frmBlink& w) { w.m_pane->Zoom(1); }},
+             [](frmBlink& w) { w.m_pane->Zoom(1); }, true},
             {Qt::Key_Minus, "-", "farther (also Ctrl and the wheel)",
-             [](frmBlink& w) { w.m_pane->Zoom(-1); }},
+             [](frmBlink& w) { w.m_pane->Zoom(-1); }, true},
             {Qt::Key_9, "9", "the whole frame", [](frmBlink& w) { w.m_pane->Fit(); }},
             {Qt::Key_1, "1", "full size", [](frmBlink& w) { w.m_pane->FullSize(); }},
             {Qt::Key_K, "K", "marks the frame shown to keep",
@@ -191,6 +196,7 @@ void frmBlink::keyPressEvent(QKeyEvent* event) {
     const auto& keys = Keys();
     const auto found =
         std::find_if(keys.begin(), keys.end(), [&](const Key& key) { return key.key == pressed; });
+    if (found != keys.end() && event->isAutoRepeat() && !found->repeats) return;
     if (found != keys.end()) return found->act(*this);
     QDialog::keyPressEvent(event);
 }

@@ -12,6 +12,13 @@
 
 namespace tarn {
 
+// A place to look at first, in pixels of one of the files.
+struct BlinkPlace {
+    std::string path;
+    double x = 0;
+    double y = 0;
+};
+
 struct BlinkFrame {
     std::string path;
     std::string name;

@@ -32,11 +32,11 @@ void BlinkRoom::ConnectControls() {
     });
 }
 
-// Threads go while the desk still stands.
+// Their threads are waited for when the windows go: a disk that does not answer holds no end.
 void BlinkRoom::BreakOff() {
-    m_movers.reset();
-    m_blink.reset();
-    m_sum.reset();
+    if (m_movers) m_movers->close();
+    if (m_blink) m_blink->close();
+    if (m_sum) m_sum->close();
 }
 
 bool BlinkRoom::MayBegin() const {
@@ -81,8 +81,8 @@ void BlinkRoom::MoversButton_Click() {
             !choice.isSelected && DecisionOf(path) == Decision::Reject ? "marked as rejected" : "");
     if (!m_movers) {
         m_movers = std::make_unique<frmMovers>(m);
-        m_movers->onBlink = [this](const std::vector<std::string>& paths, const MoverPlace& at) {
-            if (MayBegin()) Blink().Blink(paths, BlinkPlace{at.x, at.y});
+        m_movers->onBlink = [this](const std::vector<std::string>& paths, const BlinkPlace& at) {
+            if (MayBegin()) Blink().Blink(paths, at);
         };
     }
     m_movers->Find(choice.paths, std::move(left));
@@ -104,7 +104,7 @@ void BlinkRoom::SumButton_Click() {
     std::vector<std::string> left;
     for (const std::string& path : choice.paths) left.emplace_back(reason(path));
     if (!m_sum) m_sum = std::make_unique<frmSum>(m);
-    m_sum->Sum(choice.paths, std::move(left));
+    m_sum->Sum(choice.paths, std::move(left), choice.isSelected);
 }
 
 } // namespace tarn

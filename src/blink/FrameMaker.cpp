@@ -14,9 +14,11 @@ constexpr std::size_t kFewestKept = 3; // frames, whatever memory there is
 constexpr std::size_t kMostOfMedian = 25;
 constexpr std::size_t kFewestOfMedian = 3;
 
+// With what else is held of its file: a mosaic beside its cells, three colours beside their mean.
 std::size_t BytesOf(const FrameSamples& samples) {
-    return std::size_t(samples.width) * std::size_t(samples.height) * std::size_t(samples.planes) *
-           (samples.floats ? sizeof(float) : sizeof(std::uint16_t));
+    constexpr std::size_t kHeld = 4;
+    return kHeld * std::size_t(samples.width) * std::size_t(samples.height) *
+           std::size_t(samples.planes) * (samples.floats ? sizeof(float) : sizeof(std::uint16_t));
 }
 
 } // namespace

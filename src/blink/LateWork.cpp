@@ -67,6 +67,10 @@ void LateWork::Run() {
             const HeedsStop heeds(*givenUp);
             answer = Guarded(thrown, [&] { return task(*givenUp); });
         }
+        if (!thrown.empty())
+            answer = [this, thrown] {
+                if (onThrown) onThrown(thrown);
+            };
         lock.lock();
         m_works = false;
         if (*givenUp || !answer) continue;

@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <string>
 
 namespace tarn {
 
@@ -24,6 +25,9 @@ public:
     ~LateWork(); // gives up what is in work, and waits for it
     LateWork(const LateWork&) = delete;
     LateWork& operator=(const LateWork&) = delete;
+
+    // Done by Take in place of an answer, when something was thrown.
+    std::function<void(const std::string& fault)> onThrown;
 
     void Begin(Task task); // what was before is given up
     void GiveUp();

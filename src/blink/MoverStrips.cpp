@@ -93,16 +93,6 @@ void CutStrips(FoundMovers& found, const std::atomic<bool>& givenUp) {
     }
 }
 
-MoverPlace MiddleOf(const Mover& mover, const SeriesPlan& plan) {
-    const MoverSight& sight = mover.sights[mover.sights.size() / 2];
-    for (const SeriesFrame& frame : plan.frames) {
-        if (frame.number != sight.number) continue;
-        const auto [x, y] = frame.map(sight.x, sight.y);
-        return {x, y};
-    }
-    return {sight.x, sight.y};
-}
-
 std::string MoverText(const FoundMovers& found, std::size_t index) {
     const Mover& mover = found.result.movers[index];
     std::string text = "Mover " + std::to_string(index + 1) + ": " + FormatFixed(mover.speed, 1) +

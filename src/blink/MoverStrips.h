@@ -26,13 +26,6 @@ struct FoundMovers {
 // reference. Reads each frame once.
 void CutStrips(FoundMovers& found, const std::atomic<bool>& givenUp);
 
-// Where a mover was in the middle of its way, in pixels of the reference.
-struct MoverPlace {
-    double x = 0;
-    double y = 0;
-};
-MoverPlace MiddleOf(const Mover& mover, const SeriesPlan& plan);
-
 // A mover in words and numbers, with a row for each frame.
 std::string MoverText(const FoundMovers& found, std::size_t index);
 

@@ -15,10 +15,25 @@
 #include "widgets/FileListBox.h"
 
 #include <QPushButton>
+#include <QTimer>
 
 #include <algorithm>
 
 namespace tarn {
+
+// The mean of several filters is a picture of none; who selects them wants it all the same.
+bool frmSum::LeaveOtherFilters(const Finished& finished, AwaitedFrames::Known& known) const {
+    if (m_isSelected) return false;
+    const std::string& filter = known.frames[*finished.plan.reference].filter;
+    bool any = false;
+    for (std::size_t i = 0; i < known.frames.size(); ++i) {
+        const std::string& other = known.frames[i].filter;
+        if (!known.left[i].empty() || other == filter) continue;
+        known.left[i] = "another filter: " + (other.empty() ? "none" : other);
+        any = true;
+    }
+    return any;
+}
 
 LateWork::Answer frmSum::Work(AwaitedFrames::Known known, StackOrder order,
                               std::shared_ptr<Growing> growing) {
@@ -31,6 +46,8 @@ LateWork::Answer frmSum::Work(AwaitedFrames::Known known, StackOrder order,
             known.left[i] = "itself a sum of frames";
     }
     finished->plan = PlanSeries(known.measures, known.left);
+    if (finished->plan.reference && LeaveOtherFilters(*finished, known))
+        finished->plan = PlanSeries(known.measures, known.left);
     const auto end = [this, finished] { End(finished); };
     if (!finished->plan.reference) return end;
     const std::size_t reference = *finished->plan.reference;
@@ -70,26 +87,38 @@ void frmSum::SaveButton_Click() {
     const std::string target = m.dialogs.SaveFile(
         "Save the Sum", JoinPath(FolderOf(reference), "sum.fits"), "FITS files (*.fits)");
     if (target.empty() || !m_finished) return;
+    const std::string stands = m.files.FindAnyCase(target).value_or(target);
     for (const std::string& path : m_finished->paths)
-        if (m.files.IsSameFile(path, target))
-            return Say("Not saved: '" + LastPart(target) + "' is itself one of the frames");
+        if (m.files.IsSameFile(path, stands) && !IsSumOfFrames(path))
+            return Say("Not saved: '" + LastPart(stands) + "' is itself one of the frames");
+    if (stands != target && !m.files.Exists(target)) // nobody was asked about it
+        return Say("Not saved: '" + LastPart(stands) + "' stands there");
     Say("Writing '" + LastPart(target) + "'");
     SetRunning(true);
+    m_saves = target;
     m_work->Begin([this, target, finished = m_finished](std::atomic<bool>&) -> LateWork::Answer {
         auto file = std::make_shared<SumFile>(CacheFolder(), finished->plan.frames.size());
         if (finished->pixels->WriteInto(*file))
             file->Close(CardsOfSum(finished->paths, finished->plan, finished->result));
-        return [this, file, target] { Save(*file, target); };
+        const std::size_t count = CountOfSum(finished->result);
+        return [this, file, target, count] { Save(file, target, count); };
     });
 }
 
-void frmSum::Save(SumFile& file, const std::string& target) {
+// Not in the middle of another command, nor under a show that goes by the list's rows.
+void frmSum::Save(const std::shared_ptr<SumFile>& file, const std::string& target,
+                  std::size_t count) {
+    constexpr int kLater = 300; // milliseconds
+    if (m_saves.empty()) return;
+    if (m.state.BatchRuns || m.state.SlideViewing)
+        return QTimer::singleShot(kLater, this, [=, this] { Save(file, target, count); });
+    m_saves.clear();
     SetRunning(false);
-    std::string error = file.Error();
-    const std::string sum = "Sum of " + FramesText(CountOfSum(m_finished->result));
+    std::string error = file->Error();
+    const std::string sum = "Sum of " + FramesText(count);
     if (error.empty()) {
         Changes changes(m.history, sum + " to '" + LastPart(target) + "'");
-        WriteInPlace(changes, target, file.Bytes(), &error);
+        WriteInPlace(changes, target, file->Bytes(), &error);
     }
     if (!error.empty()) {
         m.shell.ShowMessage("ERROR - '" + LastPart(target) + "' not saved: " + error);

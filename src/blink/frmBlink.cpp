@@ -4,6 +4,7 @@
 #include "blink/SeenPane.h"
 #include "common/numbers.h"
 #include "common/paths.h"
+#include "imaging/fits/KeptCards.h"
 #include "platform/QtText.h"
 #include "sky/planes/FramesOfFiles.h"
 #include "widgets/ElidedLabel.h"
@@ -85,6 +86,9 @@ frmBlink::frmBlink(Context& context)
         QMetaObject::invokeMethod(
             this, [this] { m_planning->Take(); }, Qt::QueuedConnection);
     });
+    m_planning->onThrown = [this](const std::string& fault) {
+        m_pane->SetHint(ToQt("The frames cannot be laid over each other: " + fault));
+    };
 }
 
 frmBlink::~frmBlink() = default;
@@ -165,7 +169,8 @@ QBoxLayout* frmBlink::MakeChoices() {
 }
 
 void frmBlink::Blink(std::vector<std::string> paths, std::optional<BlinkPlace> at) {
-    const bool again = isVisible() && paths == m_awaited.Paths() && !m_frames.empty();
+    const bool again = isVisible() && paths == m_awaited.Paths() && !m_frames.empty() &&
+                       m_maker->Progress().fault.empty();
     m_goTo = at;
     if (!isVisible()) m_place.Restore(kDesign);
     show();
@@ -200,11 +205,15 @@ void frmBlink::Plan(AwaitedFrames::Known known) {
     m_pane->SetHint(known.frames.empty() ? QStringLiteral("No pictures are listed here")
                                          : QStringLiteral("Laying the frames over each other"));
     if (known.frames.empty()) return;
-    m_planning->Begin([this, known = std::move(known)](std::atomic<bool>&) -> LateWork::Answer {
-        return [this, frames = known.frames, plan = PlanSeries(known.measures, known.left)] {
-            Planned(plan, frames);
-        };
-    });
+    m_planning->Begin(
+        [this, known = std::move(known)](std::atomic<bool>&) mutable -> LateWork::Answer {
+            for (std::size_t i = 0; i < known.frames.size(); ++i)
+                if (known.left[i].empty() && IsSumOfFrames(known.frames[i].path))
+                    known.left[i] = "itself a sum of frames";
+            return [this, frames = known.frames, plan = PlanSeries(known.measures, known.left)] {
+                Planned(plan, frames);
+            };
+        });
 }
 
 void frmBlink::Planned(const SeriesPlan& plan, const std::vector<JudgedFrame>& known) {
@@ -212,6 +221,7 @@ void frmBlink::Planned(const SeriesPlan& plan, const std::vector<JudgedFrame>& k
     for (const std::string& fault : plan.faults)
         if (!fault.empty()) m_leftOut.push_back(fault);
     m_frames.clear();
+    m_maps.clear();
     auto series = std::make_shared<BlinkSeries>();
     std::vector<std::string> paths;
     for (const SeriesFrame& frame : plan.frames) {
@@ -221,6 +231,7 @@ void frmBlink::Planned(const SeriesPlan& plan, const std::vector<JudgedFrame>& k
                          judged.measures.hfr, plan.scores[frame.number], {}};
         m_frames.push_back(std::move(shown));
         series->frames.push_back(frame);
+        m_maps.push_back(frame.map);
         paths.push_back(judged.path);
     }
     ShowProgress();
@@ -256,10 +267,15 @@ void frmBlink::MakerTold() {
 void frmBlink::TakeGround() {
     const auto ground = m_maker->Ground();
     if (!ground || !m_goTo) return;
+    const BlinkPlace place = *std::exchange(m_goTo, {});
+    const auto frame = std::find_if(m_frames.begin(), m_frames.end(), [&](const BlinkFrame& each) {
+        return each.path == place.path;
+    });
+    if (frame == m_frames.end()) return;
+    const auto [x, y] = m_maps[std::size_t(frame - m_frames.begin())](place.x, place.y);
     const int cell = ground->grid.cell;
     constexpr int kTimes = 2;
-    m_pane->GoTo(m_goTo->x / cell, m_goTo->y / cell, kTimes);
-    m_goTo.reset();
+    m_pane->GoTo(x / cell, y / cell, kTimes);
 }
 
 void frmBlink::ShowView() {

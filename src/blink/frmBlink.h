@@ -34,12 +34,6 @@ namespace tarn {
 class ElidedLabel;
 class SeenPane;
 
-// A place to look at first, in pixels of the file that all are laid onto.
-struct BlinkPlace {
-    double x = 0;
-    double y = 0;
-};
-
 class frmBlink : public QDialog {
 public:
     explicit frmBlink(Context& context);
@@ -105,6 +99,7 @@ private:
 
     AwaitedFrames m_awaited;
     std::vector<BlinkFrame> m_frames;   // that are laid over each other
+    std::vector<FrameMap> m_maps;       // of these onto the one that all lie on, pixels
     std::vector<std::string> m_leftOut; // reasons, one for each that is not
     std::optional<BlinkPlace> m_goTo;
     BlinkOrder m_order;

@@ -66,6 +66,11 @@ frmMovers::frmMovers(Context& context)
         QMetaObject::invokeMethod(
             this, [this] { m_work->Take(); }, Qt::QueuedConnection);
     });
+    m_work->onThrown = [this](const std::string& fault) {
+        m_search.reset();
+        m_said->SetText("Nothing was looked for: " + fault);
+        SetRunning(false);
+    };
 }
 
 frmMovers::~frmMovers() = default;
@@ -74,6 +79,7 @@ void frmMovers::MakeTable() {
     m_table = Named(new QTableWidget(), "MoversTable", "What moves among the stars");
     m_table->setColumnCount(kCuts + 1);
     m_table->setHorizontalHeaderLabels({QStringLiteral("No."), QStringLiteral("Pixels an hour"),
+                                        QStringLiteral("Arc seconds an hour"),
                                         QStringLiteral("Direction"), QStringLiteral("Frames"),
                                         QStringLiteral("Signal"), QStringLiteral("In its frames")});
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -274,7 +280,8 @@ void frmMovers::BlinkCurrent() {
     std::vector<std::string> used;
     for (const SeriesFrame& frame : m_found->plan.frames)
         used.push_back(m_found->paths[frame.number]);
-    onBlink(used, MiddleOf(*mover, m_found->plan));
+    const MoverSight& middle = mover->sights[mover->sights.size() / 2];
+    onBlink(used, {m_found->paths[middle.number], middle.x, middle.y});
 }
 
 void frmMovers::KeepCurrent() {
@@ -285,7 +292,7 @@ void frmMovers::KeepCurrent() {
         wishes.push_back({m_found->paths[sight.number], Decide(Decision::Keep)});
     const std::string said = "Keep " + FramesText(wishes.size()) + " of a mover";
     m.marks.MarkFiles(said, wishes);
-    m_said->SetText("Kept - " + FramesText(wishes.size()) + "; Ctrl+Z takes it back");
+    m_said->SetText("Marked to keep - " + FramesText(wishes.size()) + "; Ctrl+Z takes it back");
 }
 
 void frmMovers::CopyTexts() {

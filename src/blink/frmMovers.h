@@ -3,6 +3,7 @@
 #pragma once
 
 #include "blink/AwaitedFrames.h"
+#include "blink/BlinkOrder.h"
 #include "blink/LateWork.h"
 #include "blink/MoverStrips.h"
 #include "common/keys.h"
@@ -36,7 +37,7 @@ public:
     void FramesChanged(); // more of them are measured
     void BreakOff();
 
-    std::function<void(const std::vector<std::string>& paths, const MoverPlace& at)> onBlink;
+    std::function<void(const std::vector<std::string>& paths, const BlinkPlace& at)> onBlink;
 
     static std::vector<keys::KeyLine> KeyLines();
 

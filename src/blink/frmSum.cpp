@@ -81,6 +81,13 @@ frmSum::frmSum(Context& context)
         QMetaObject::invokeMethod(
             this, [this] { m_work->Take(); }, Qt::QueuedConnection);
     });
+    m_work->onThrown = [this](const std::string& fault) {
+        TellNotSaved();
+        m_growing.reset();
+        SetRunning(false);
+        m_pane->SetHint(ToQt("No sum: " + fault));
+        Say("No sum: " + fault);
+    };
 }
 
 frmSum::~frmSum() = default;
@@ -141,7 +148,8 @@ void frmSum::SetRunning(bool running) {
     m_save->setEnabled(!running && m_finished != nullptr);
 }
 
-void frmSum::Sum(std::vector<std::string> paths, std::vector<std::string> left) {
+void frmSum::Sum(std::vector<std::string> paths, std::vector<std::string> left, bool isSelected) {
+    m_isSelected = isSelected;
     if (!isVisible()) m_place.Restore(kDesign);
     show();
     setWindowState(windowState() & ~Qt::WindowMinimized);
@@ -158,7 +166,14 @@ void frmSum::FramesChanged() {
     m_awaited.FramesChanged();
 }
 
+void frmSum::TellNotSaved() {
+    if (m_saves.empty()) return;
+    m.shell.ShowMessage("'" + LastPart(m_saves) + "' NOT saved: it was broken off");
+    m_saves.clear();
+}
+
 void frmSum::BreakOff() {
+    TellNotSaved();
     m_awaited.GiveUp();
     m_work->GiveUp();
     m_maker->Show(nullptr);
@@ -178,7 +193,6 @@ void frmSum::Begin() {
     }
     m_pane->SetHint(QStringLiteral("Laying the frames over each other"));
     Say("Laying the frames over each other");
-    m_finished.reset();
     SetRunning(true);
     StackOrder order;
     order.sigmas = m.state.SumSigma / 10.0;
@@ -192,7 +206,9 @@ void frmSum::Begin() {
     });
 }
 
+// The sum before stands, and can be saved.
 void frmSum::Cancel() {
+    TellNotSaved();
     m_awaited.GiveUp();
     m_work->GiveUp();
     m_growing.reset();
@@ -253,6 +269,7 @@ void frmSum::End(std::shared_ptr<const Finished> finished) {
     m_growing.reset();
     const std::string& fault = finished->result.fault;
     if (!finished->plan.reference || !fault.empty()) {
+        m_finished.reset();
         SetRunning(false);
         m_pane->SetHint(fault.empty() ? QStringLiteral("No frames with stars here")
                                       : ToQt("No sum: " + fault));

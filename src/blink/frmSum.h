@@ -37,7 +37,8 @@ public:
     ~frmSum() override;
 
     // These files, with a reason for those among them that are not to be used.
-    void Sum(std::vector<std::string> paths, std::vector<std::string> left);
+    // Several filters are summed where the user has selected them.
+    void Sum(std::vector<std::string> paths, std::vector<std::string> left, bool isSelected);
     void FramesChanged(); // more of them are measured
     void BreakOff();
 
@@ -78,7 +79,9 @@ private:
     void SetRunning(bool running);
     void Cancel();
     void SaveButton_Click();
-    void Save(SumFile& file, const std::string& target);
+    bool LeaveOtherFilters(const Finished& finished, AwaitedFrames::Known& known) const;
+    void Save(const std::shared_ptr<SumFile>& file, const std::string& target, std::size_t count);
+    void TellNotSaved();
     void Say(const std::string& text);
 
     Context& m;
@@ -95,6 +98,8 @@ private:
     QTimer m_rest; // of a view that changes
     AwaitedFrames m_awaited;
     std::vector<std::string> m_left;
+    bool m_isSelected = false;
+    std::string m_saves; // path of the file that is being written; empty: none
     AwaitedFrames::Known m_known;
     std::shared_ptr<Growing> m_growing;
     std::shared_ptr<const Finished> m_finished;

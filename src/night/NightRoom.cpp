@@ -102,7 +102,10 @@ void NightRoom::WantFrames(const void* by, bool wanted) {
         m_wanting.insert(by);
     else
         m_wanting.erase(by);
-    if (any == m_wanting.empty()) ShowFrames();
+    if (any == m_wanting.empty())
+        ShowFrames();
+    else if (wanted && Folder().Progress().cancelled) // who asks anew waits for them
+        Folder().Resume();
 }
 
 // Nobody waits for them any more: none. The window's table shows what stands here.

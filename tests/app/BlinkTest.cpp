@@ -174,6 +174,12 @@ TEST(Movers, AreFoundListedKeptAndBlinkedAt) {
     ASSERT_TRUE(table);
     ASSERT_TRUE(d.Comes([&] { return d.Label("frmMovers", "MoversSaid") == "1 mover"; }))
         << d.Label("frmMovers", "MoversSaid");
+    const auto heading = [&](int column) {
+        return table->horizontalHeaderItem(column)->text().toStdString();
+    };
+    EXPECT_EQ(heading(2), "Arc seconds an hour");
+    EXPECT_EQ(heading(4), "Frames");
+    EXPECT_EQ(heading(6), "In its frames");
     EXPECT_NEAR(table->item(0, 1)->text().toDouble(), 60, 3);
     EXPECT_TRUE(table->isColumnHidden(2)); // no header says how large a pixel is on the sky
     EXPECT_NEAR(table->item(0, 4)->text().toDouble(), 8, 1);
@@ -214,6 +220,12 @@ TEST(Sum, GrowsTellsWhatIsLeftOutAndIsSaved) {
     EXPECT_EQ(d.Label("frmSum", "SumSaid"), "Saved as " + d.At("sum.fits"));
     EXPECT_TRUE(IsSumOfFrames(d.At("sum.fits")));
     EXPECT_NE(d.Text("sum.fits").find("HISTORY L3.fits, weight 0."), std::string::npos);
+    d.dialogs.answers = {d.At("l0.FITS")}; // a frame by another spelling
+    save->click();
+    EXPECT_EQ(d.Label("frmSum", "SumSaid"), "Not saved: 'L0.fits' is itself one of the frames");
+    d.c.BlinkButton->trigger(); // the sum is none of the frames
+    EXPECT_TRUE(d.Comes([&] { return d.Said().find("itself a sum") != std::string::npos; }))
+        << d.Said();
     d.c.UndoButton->trigger();
     EXPECT_FALSE(std::filesystem::exists(d.At("sum.fits")));
 }
@@ -234,6 +246,9 @@ TEST(Sum, IsOfTheKeptFramesAndCancelled) {
     d.In<QDoubleSpinBox>("frmSum", "SumSigmaBox")->setValue(2.5);
     d.In<QPushButton>("frmSum", "SumAgainButton")->click();
     EXPECT_FALSE(save->isEnabled());
+    d.In<QPushButton>("frmSum", "SumCancelButton")->click();
+    EXPECT_TRUE(save->isEnabled()); // the one before stands
+    d.In<QPushButton>("frmSum", "SumAgainButton")->click();
     EXPECT_EQ(d.s.SumSigma, 25);
     EXPECT_TRUE(d.Comes([&] { return save->isEnabled(); }));
 }

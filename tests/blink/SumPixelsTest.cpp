@@ -62,7 +62,7 @@ TEST(SumPixels, CannotBeginWithoutAPlaceOrRoom) {
     EXPECT_FALSE(large.Begin(2000000, 2000000, 3)); // more than any disk has
 }
 
-TEST(MoverStrips, MiddleAndTextOfAMover) {
+TEST(MoverStrips, TextOfAMover) {
     FoundMovers found;
     found.paths = {"/n/a.fits", "/n/b.fits", "/n/c.fits"};
     Mover mover;
@@ -70,11 +70,6 @@ TEST(MoverStrips, MiddleAndTextOfAMover) {
     mover.angle = -12.5;
     mover.signal = 84;
     mover.sights = {{0, 10, 20, 900, 30}, {2, 15, 20.26, 950, 31}, {1, 20, 21, 940, 32}};
-    SeriesPlan plan;
-    plan.frames = {{0, {}, 1}, {2, {1, 0, 100, 0, 1, -5}, 1}};
-    const MoverPlace middle = MiddleOf(mover, plan);
-    EXPECT_EQ(middle.x, 115);
-    EXPECT_NEAR(middle.y, 15.26, 1e-9);
     found.result.movers = {Mover(), mover};
     found.scale = 2;
     EXPECT_EQ(MoverText(found, 1),
