@@ -26,10 +26,10 @@ bool frmSum::LeaveOtherFilters(const Finished& finished, AwaitedFrames::Known& k
     if (m_isSelected) return false;
     const std::string& filter = known.frames[*finished.plan.reference].filter;
     bool any = false;
-    for (std::size_t i = 0; i < known.frames.size(); ++i) {
-        const std::string& other = known.frames[i].filter;
-        if (!known.left[i].empty() || other == filter) continue;
-        known.left[i] = "another filter: " + (other.empty() ? "none" : other);
+    for (const SeriesFrame& frame : finished.plan.frames) {
+        const std::string& other = known.frames[frame.number].filter;
+        if (other == filter) continue;
+        known.left[frame.number] = "another filter: " + (other.empty() ? "none" : other);
         any = true;
     }
     return any;

@@ -2,8 +2,6 @@
 #include "clips/MadeDiscs.h"
 #include "clips/MadeSer.h"
 
-#include "MadeNight.h"
-
 #include <QComboBox>
 
 namespace tarn::testing {
@@ -60,13 +58,9 @@ void DateTakenBack(World& w) {
     w.GoTo("b.jpg");
     w.Press("frmMain", "DateStripUndoButton");
 }
-// Of frames that come with the command: others do without them.
 void SaveSum(World& w) {
-    for (int i = 0; i < 3; ++i)
-        w.folder.Write("L" + std::to_string(i) + ".fits",
-                       FrameBytes({.stars = 12, .shiftX = 1.3 * i}, 160, 120, unsigned(i)));
     w.c.FCheck->click();
-    w.house.navigation.RefreshDirButton_Click();
+    w.house.navigation.OpenFolder(w.frames.Path(), {});
     w.c.SumButton->trigger();
     auto* save = w.In<QPushButton>("frmSum", "SumSaveButton");
     auto* cancel = w.In<QPushButton>("frmSum", "SumCancelButton");

@@ -4,6 +4,7 @@
 
 #include "FilesDesk.h"
 #include "FitsFiles.h"
+#include "MadeNight.h"
 
 #include "marks/Sidecar.h"
 
@@ -51,9 +52,14 @@ struct FaultPoint {
 };
 extern FaultPoint theFault;
 
+inline std::string FrameOfField(int number) {
+    return FrameBytes({.stars = 12, .shiftX = 1.3 * number}, 160, 120, unsigned(number));
+}
+
 struct FaultWorld : FilesDesk {
     TestFolder target;
     TestFolder other{std::filesystem::exists("/dev/shm") ? "/dev/shm" : ""}; // on another disk
+    TestFolder frames; // of one field, for what is made of series
     std::string paper = target.Path() + "/out.pdf";
     std::string said; // everything on the message line
 
@@ -71,6 +77,10 @@ struct FaultWorld : FilesDesk {
         for (const char* name : {"a.jpg", "a-CM.jpg", "b.jpg"})
             target.Write(name, JpegBytes(TellTale(width++, 40)));
         target.Write("b.enf", "stood in the target");
+        static const std::array<std::string, 3> kFrames{FrameOfField(0), FrameOfField(1),
+                                                        FrameOfField(2)};
+        for (std::size_t i = 0; i < kFrames.size(); ++i)
+            frames.Write("L" + std::to_string(i) + ".fits", kFrames[i]);
         settings->Write("copy_folder", target.Path());
         settings->Write("convert_jpg_add_filename", "False");
         settings->Write("filedate_auto", "False");

@@ -50,7 +50,7 @@ struct NightDesk : FilesDesk {
             [&] {
                 return worst->isEnabled() &&
                        !In<QWidget>("frmNight", "NightProgress")->isVisible() &&
-                       !Cell("L11.fits", "Score").empty();
+                       house.night.AllMeasured();
             },
             60000));
     }

@@ -46,7 +46,7 @@ TEST(KitList, ColonsAndNamelessItemsAreRefused) {
 
 struct Facts {
     std::vector<KitItem> kit = ParseKit(kKit);
-    std::vector<NamedSite> sites = ParseSites("Garden|48.125|11.525|520|60;Hill|47|10|1000");
+    std::vector<NamedSite> sites = ParseSites("Garden|48.125|11.525|520|60;Hill|47|10|1000|");
     FrameHeader header;
 
     FilledFacts All(const std::string& otherwise = {}, std::size_t form = 4) const {
