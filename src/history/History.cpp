@@ -381,8 +381,18 @@ void KnowOwn(Step& thrown, const std::vector<Step>& steps, const Files& files) {
     if (isOwn) thrown.before = IdentityOf(files, thrown.from);
 }
 
+// A step just before has written into the file, and so changed its time.
+void KnowTime(Step& dated, const std::vector<Step>& steps, const Files& files) {
+    if (dated.kind != StepKind::Dated || &dated == steps.data()) return;
+    const Step& before = *(&dated - 1);
+    if (before.kind == StepKind::WrittenAt && before.from == dated.from &&
+        before.state == StepState::Done)
+        dated.before = IdentityOf(files, dated.from);
+}
+
 bool CarryOut(Step& step, const std::vector<Step>& steps, Files& files, std::string* error) {
     KnowOwn(step, steps, files);
+    KnowTime(step, steps, files);
     return IsMoved(step, steps) ? MoveAgain(step, files, error) : DoStep(step, files, error);
 }
 

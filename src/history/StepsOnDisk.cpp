@@ -234,8 +234,7 @@ bool DoStep(Step& step, Files& files, std::string* error) {
         return WriteAgain(step, files, error);
     case StepKind::WrittenAt:
         return PutAt(step, step.oldBytes, step.newBytes, files, error) &&
-               files.PutTimeBack(step.from, step.after.inode == 0 ? step.before : step.after,
-                                 error);
+               (step.after.inode == 0 || files.PutTimeBack(step.from, step.after, error));
     case StepKind::Dated:
         return DateAs(step, step.before, step.after, files, error);
     case StepKind::FolderMade:
