@@ -2,11 +2,11 @@
 
 #include "common/paths.h"
 #include "console/decoders/OpenHistory.h"
-#include "platform/WriteInPlace.h"
 #include "convert/ConvertPicture.h"
 #include "convert/ConvertTarget.h"
 #include "history/Changes.h"
 #include "platform/Files.h"
+#include "platform/WriteInPlace.h"
 
 #include <algorithm>
 #include <set>

@@ -17,7 +17,7 @@ struct FrameHeader {
     std::string filter;
     std::string camera;
     std::string telescope;
-    std::string lens; // of a camera
+    std::string lens;     // of a camera
     std::string exposure; // seconds, as people write them
     std::string gain;
     std::string temperature; // of the sensor, degrees Celsius
