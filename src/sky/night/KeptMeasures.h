@@ -23,8 +23,7 @@ private:
     MeasureStore m_store;
 };
 
-// Each with a label of 14 characters, as the camera data has them: "       Stars: 812, HFR 2.10
-// px"; what is not known has no line.
+// Each with a label of 14 characters, as the camera data has them; what is not known has no line.
 std::vector<std::string> MeasureLines(const FrameMeasures& measures);
 
 } // namespace tarn
