@@ -46,7 +46,8 @@ ClipImage ImageOf(const SerFile& file, const std::vector<std::uint8_t>& bytes) {
             header.Samples(),
             file.HighByteFirst(),
             header.color == SerHeader::Bgr,
-            PatternOf(header.color)};
+            PatternOf(header.color),
+            header.color != SerHeader::Mono && header.Samples() == 1};
 }
 
 std::string WalkSer(SerFile& file, const ClipSink& sink) {
@@ -124,7 +125,7 @@ ClipWords WalkFrames(const std::string& path, const ClipSink& sink) {
 }
 
 ClipWords WalkFrames(const std::string& path, const std::vector<std::size_t>& numbers,
-                     const ChosenSink& sink) {
+                     const ChosenSink& sink, const std::function<bool()>& passed) {
     return Walk(
         path, [&](SerFile& file) { return WalkSer(file, numbers, sink); },
         [&] {
@@ -134,7 +135,7 @@ ClipWords WalkFrames(const std::string& path, const std::vector<std::size_t>& nu
             std::size_t number = 0;
             return WalkOther(path, [&](const ClipImage& image) {
                 const auto chosen = places.find(number++);
-                if (chosen == places.end()) return true;
+                if (chosen == places.end()) return !passed || passed();
                 const bool goesOn = sink(chosen->second, image);
                 places.erase(chosen);
                 return goesOn && !places.empty();

@@ -19,6 +19,7 @@ struct ClipImage {
     bool highByteFirst = false;
     bool blueFirst = false; // of three samples
     std::string pattern{};  // "RGGB" and its like; empty: none
+    bool isMosaic = false;  // colours side by side in squares of two, also of other patterns
 };
 
 // False ends the walk.
@@ -35,9 +36,10 @@ struct ClipWords {
 ClipWords WalkFrames(const std::string& path, const ClipSink& sink);
 
 // The frames of these numbers alone, each with its place among them: of SER in this order, and
-// nothing between them is read; of other clips in the order of the clip.
+// nothing between them is read; of other clips in the order of the clip, with `passed` called at
+// each frame between them: false ends the walk, too.
 using ChosenSink = std::function<bool(std::size_t place, const ClipImage& image)>;
 ClipWords WalkFrames(const std::string& path, const std::vector<std::size_t>& numbers,
-                     const ChosenSink& sink);
+                     const ChosenSink& sink, const std::function<bool()>& passed = {});
 
 } // namespace tarn

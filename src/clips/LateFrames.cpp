@@ -85,6 +85,10 @@ void LateFrames::Work(State& state) {
         state.answer = std::move(answer);
         state.changed.notify_all();
     }
+    lock.unlock();
+    state.reader.reset(); // a slow disk may hold this up, too
+    lock.lock();
+    state.answer.reset();
     state.hasEnded = true;
 }
 

@@ -90,11 +90,12 @@ Finished FinishedFits(int file, std::int64_t size) {
 
 } // namespace
 
-Finished FinishedOf(const std::string& path) {
+Finished FinishedOf(const std::string& path, const FileLook& look) {
     std::string error;
     const OpenFile file(path, error);
     struct stat status {};
     if (!file || ::fstat(file.Number(), &status) != 0) return Finished::Unknown;
+    if (LookOf(status) != look) return Finished::No;
     const std::string start = BytesAt(file.Number(), 0, 9);
     if (start == "SIMPLE  =") return FinishedFits(file.Number(), status.st_size);
     if (!start.starts_with("\xFF\xD8\xFF")) return Finished::Unknown;

@@ -78,8 +78,8 @@ void FolderFollower::Look(std::unique_lock<std::mutex>& lock) {
         const auto look = [&](const std::string& name) {
             return m_files.Look(JoinPath(folder, name));
         };
-        const auto finished = [&](const std::string& name) {
-            return FinishedOf(JoinPath(folder, name));
+        const auto finished = [&](const std::string& name, const FileLook& seen) {
+            return FinishedOf(JoinPath(folder, name), seen);
         };
         news = m_there.Look(*names, Now(), {look, finished});
     }

@@ -43,9 +43,10 @@ void FollowRoom::ShowSettings() {
     m.controls.ShowNewestButton->setChecked(m.state.ShowNewest);
 }
 
+// Its thread may wait for a disk that never answers: it is joined by the destructor alone.
 void FollowRoom::BreakOff() {
     m_watch.Watch({});
-    m_follower.reset();
+    if (m_follower) m_follower->Follow({}, {});
 }
 
 void FollowRoom::FollowFolderButton_Click() {
@@ -57,7 +58,7 @@ void FollowRoom::Begin() {
     FileListBox& list = *m.controls.FileListBox;
     const bool follows = m.state.FollowFolder && !list.Path().empty();
     list.SetFollowed(follows);
-    m_new.clear();
+    std::erase_if(m_new, [&](const std::string& path) { return FolderOf(path) != list.Path(); });
     m_watch.Watch(follows ? list.Path() : std::string());
     if (!follows) {
         if (m_follower) m_follower->Follow({}, {});
@@ -69,7 +70,8 @@ void FollowRoom::Begin() {
                 &m_here, [this] { TakeNews(); }, Qt::QueuedConnection);
         });
     NewFiles::Names known = list.Listed();
-    known.insert(known.end(), list.LeftOut().begin(), list.LeftOut().end());
+    for (const NewFiles::Names* others : {&list.LeftOut(), &list.NotChosen()})
+        known.insert(known.end(), others->begin(), others->end());
     m_follower->Follow(list.Path(), std::move(known));
 }
 
@@ -91,16 +93,25 @@ void FollowRoom::TakeNews() {
                     [&](const std::string& name) { return gone.contains(name); }))
         list.SayDiskChanged();
     if (news->whole.empty()) return;
-    for (const std::string& name : news->whole) m_new.insert(JoinPath(list.Path(), name));
     const bool wasEmpty = list.Count() == 0;
-    {
-        const QScopedValueRollback<bool> adds(m_adds, true);
-        list.AddFiles(news->whole);
-    }
+    Add(news->whole);
     if (wasEmpty && list.Count() > 0 && !list.IsNarrowed())
         m.navigation.EnableListCommands();
     else if (m.state.ShowNewest)
         ShowNewest(news->whole);
+}
+
+// What was listed before, as what has grown since, is not new; nor is what is not listed now.
+void FollowRoom::Add(const NewFiles::Names& whole) {
+    FileListBox& list = *m.controls.FileListBox;
+    const std::set<std::string> before(list.Listed().begin(), list.Listed().end());
+    std::set<std::string> added;
+    for (const std::string& name : whole)
+        if (!before.contains(name)) added.insert(name);
+    const QScopedValueRollback<bool> adds(m_adds, true);
+    list.AddFiles(whole);
+    for (const std::string& name : list.Listed())
+        if (added.contains(name)) m_new.insert(JoinPath(list.Path(), name));
 }
 
 // Not while several are selected or a note is being written: what the user is at stays.

@@ -29,6 +29,7 @@ private:
     void Begin();
     void TakeNews();
     bool MayNotNow() const;
+    void Add(const NewFiles::Names& whole);
     void ShowNewest(const NewFiles::Names& whole);
     void TellWorse();
 

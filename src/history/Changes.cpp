@@ -324,7 +324,8 @@ bool Changes::WriteOver(const std::string& path, std::optional<std::string> newB
 
 bool Changes::Write(const std::string& path, std::string_view bytes, std::string* error) {
     return WriteOver(
-        path, IfFew(bytes), [&] { return m_files.Write(path, bytes, error); }, error);
+        path, m_keepsNewBytes ? IfFew(bytes) : std::nullopt,
+        [&] { return m_files.Write(path, bytes, error); }, error);
 }
 
 bool Changes::Extend(const std::string& path, std::size_t offset, std::string_view bytes,

@@ -40,6 +40,8 @@ public:
     void SetWhat(std::string what) { m_what = std::move(what); }
     // Done by the program unasked: the history lists it, Undo passes it over.
     void SetUnasked() { m_isUnasked = true; }
+    // What it writes is not kept here to be written again: Redo has it from the wastebasket alone.
+    void KeepNoNewBytes() { m_keepsNewBytes = false; }
 
     // What is going to be done, in its order, written down at once or together with the first
     // change, so that none of these asks the disk by itself. What is done otherwise is written down
@@ -168,6 +170,7 @@ private:
     Files& m_files;
     std::string m_what;
     bool m_isUnasked = false;
+    bool m_keepsNewBytes = true;
     bool m_isClosed = false;
     bool m_isWhole = false;          // in the plan
     std::string m_refusal;           // why it may change nothing any more

@@ -17,6 +17,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -209,7 +210,8 @@ bool DiskChanges::Extend(const std::string& path, std::size_t offset, std::strin
     if (!file || ::fstat(file.Number(), &info) != 0) return Fail(error);
     const auto size = static_cast<std::size_t>(info.st_size);
     if (!S_ISREG(info.st_mode) || offset > size) return Fail(error, EINVAL);
-    std::string old(size - offset, '\0');
+    // What is put back on a failure; the rest is not touched.
+    std::string old(std::min(size - offset, bytes.size()), '\0');
     if (::pread(file.Number(), old.data(), old.size(), static_cast<off_t>(offset)) !=
         static_cast<ssize_t>(old.size()))
         return Fail(error, EIO);

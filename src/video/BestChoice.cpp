@@ -45,6 +45,21 @@ FrameNumbers Thinned(const FrameNumbers& numbers, std::span<const RatedFrame> fr
     return thinned;
 }
 
+FrameNumbers WithSharpness(std::span<const RatedFrame> frames) {
+    FrameNumbers numbers;
+    for (std::size_t i = 0; i < frames.size(); ++i)
+        if (HasSharpness(frames[i])) numbers.push_back(i);
+    return numbers;
+}
+
+FrameNumbers BySharpness(std::span<const RatedFrame> frames) {
+    FrameNumbers numbers = WithSharpness(frames);
+    std::stable_sort(numbers.begin(), numbers.end(), [&](std::size_t a, std::size_t b) {
+        return frames[a].sharpness > frames[b].sharpness;
+    });
+    return numbers;
+}
+
 } // namespace
 
 std::size_t WantedCount(std::size_t frames, int number, bool isShare) {
@@ -63,14 +78,14 @@ FrameNumbers AsSharpAs(std::span<const RatedFrame> frames, double sharpness) {
 }
 
 FrameNumbers ShownFrames(std::span<const RatedFrame> frames, bool sorted, std::size_t most) {
-    FrameNumbers numbers;
-    for (std::size_t i = 0; i < frames.size(); ++i)
-        if (HasSharpness(frames[i])) numbers.push_back(i);
-    if (sorted)
-        std::stable_sort(numbers.begin(), numbers.end(), [&](std::size_t a, std::size_t b) {
-            return frames[a].sharpness > frames[b].sharpness;
-        });
-    return Thinned(numbers, frames, most);
+    return Thinned(sorted ? BySharpness(frames) : WithSharpness(frames), frames, most);
+}
+
+FrameNumbers PlacesBySharpness(std::span<const RatedFrame> frames) {
+    FrameNumbers places(frames.size(), 0);
+    std::size_t place = 0;
+    for (const std::size_t number : BySharpness(frames)) places[number] = ++place;
+    return places;
 }
 
 FrameNumbers InTime(FrameNumbers numbers) {

@@ -23,6 +23,9 @@ FrameNumbers AsSharpAs(std::span<const RatedFrame> frames, double sharpness);
 // that stand out among their neighbours, at most about `most`.
 FrameNumbers ShownFrames(std::span<const RatedFrame> frames, bool sorted, std::size_t most);
 
+// Of each frame its place among all that have a sharpness, 1 for the sharpest; 0: it has none.
+FrameNumbers PlacesBySharpness(std::span<const RatedFrame> frames);
+
 // As they follow each other in the clip.
 FrameNumbers InTime(FrameNumbers numbers);
 

@@ -22,6 +22,15 @@ std::string CountedFrames(std::size_t count) {
     return std::to_string(count) + (count == 1 ? " frame" : " frames");
 }
 
+// All of it goes back; what cannot is told, beside why the command ended.
+Outcome NothingTaken(const std::string& said, Changes& changes, std::vector<FileFault> faults) {
+    std::string why;
+    changes.TakeBack(&why);
+    const std::vector<Step> stays = changes.Done();
+    for (const Step& step : stays) faults.push_back({step.from, why});
+    return {false, stays.empty() ? said : "Not all could be taken back", {}, std::move(faults)};
+}
+
 } // namespace
 
 TakeOrder frmBestFrames::OrderFor(const std::string& folder) const {
@@ -45,8 +54,7 @@ bool frmBestFrames::MayTake(const TakeOrder& order, std::vector<std::string>& st
         Begin(m_path);
         return false;
     }
-    for (const std::string& target : TargetsOf(order, m.files)) {
-        const auto stands = m.files.FindAnyCase(target);
+    for (const auto& stands : StandingAt(TargetsOf(order, m.files), m.files)) {
         if (!stands) continue;
         if (m.files.IsFolder(*stands) || m.files.IsSameFile(*stands, order.clip)) {
             m.dialogs.Message(Dialogs::Icon::Exclamation, kTitle,
@@ -73,8 +81,7 @@ Outcome frmBestFrames::Take(const TakeOrder& order, const std::vector<std::strin
     for (const std::string& path : standing) {
         std::string error;
         if (changes.ThrowAway(path, &error)) continue;
-        changes.TakeBack(nullptr);
-        return {false, "Nothing was taken out", {}, {{path, error}}};
+        return NothingTaken("Nothing was taken out", changes, {{path, error}});
     }
     bool cancelled = false;
     m_progress->setFormat(QStringLiteral("%v of %m"));
@@ -86,13 +93,13 @@ Outcome frmBestFrames::Take(const TakeOrder& order, const std::vector<std::strin
                                 std::to_string(order.frames.size()));
         return !cancelled;
     });
-    Outcome outcome = cancelled ? Outcome::Refused("Cancelled; nothing was taken out")
-                                : Outcome::Did(what + " taken out");
+    if (cancelled) return NothingTaken("Cancelled; nothing was taken out", changes, {});
+    Outcome outcome = Outcome::Did(what + " taken out");
     std::size_t written = 0;
     for (const TakenFrame& file : taken) {
         if (file.error.empty())
             ++written;
-        else if (!cancelled)
+        else
             outcome.faults.push_back({file.path, file.error});
     }
     if (!outcome.faults.empty())
@@ -107,8 +114,10 @@ void frmBestFrames::TakeButton_Click() {
     const std::string start = m.state.BestFolder.empty() || !m.files.IsFolder(m.state.BestFolder)
                                   ? FolderOf(m_path)
                                   : m.state.BestFolder;
+    const std::string path = m_path;
     const std::string folder = m.dialogs.ChooseFolder(kTitle, start);
-    if (folder.empty()) return;
+    // While it was asked for, another clip may have come to be shown.
+    if (folder.empty() || m_path != path || !m_whole || m_chosen.empty()) return;
     m.state.BestFolder = folder;
     const auto rated = m_whole; // also while another clip is selected
     const TakeOrder order = OrderFor(folder);

@@ -141,6 +141,7 @@ void VideoRoom::VideoTimer_Timer() {
 
 // Number and picture belong together.
 void VideoRoom::Halt() {
+    if (m_best) m_best->StopBlink();
     if (m.controls.VideoButton[PlayOrPause]->text() == QLatin1String("Pause"))
         VideoButton_Click(PlayOrPause);
     m_timer.stop();

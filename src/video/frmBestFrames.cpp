@@ -85,7 +85,7 @@ QBoxLayout* frmBestFrames::MakeChoosers() {
     m_percent = Check(*row, "BestPercentCheck", "&% of all", "A share of the frames, not a number",
                       m.state.BestInPercent, [this](bool on) { InPercentChanged(on); });
     row->addStretch();
-    m_sorted = Check(*row, "BestSortedCheck", "S&orted",
+    m_sorted = Check(*row, "BestSortedCheck", "So&rted",
                      "The graph begins with the sharpest frame, not with the first", false,
                      [this](bool) { FillGraph(); });
     m_blink = NamedButton("BestBlinkButton", "&Blink",
@@ -131,7 +131,7 @@ QBoxLayout* frmBestFrames::MakeProgress() {
     row->addWidget(m_summary, 2);
     m_progress = Named(new QProgressBar(), "BestProgress", "Frames rated");
     row->addWidget(m_progress, 1);
-    m_cancel = NamedButton("BestCancelButton", "Cance&l", "Rate no more frames of this clip");
+    m_cancel = NamedButton("BestCancelButton", "Ca&ncel", "Rate no more frames of this clip");
     row->addWidget(m_cancel);
     connect(m_cancel, &QPushButton::clicked, this, [this] { CancelButton_Click(); });
     return row;
@@ -190,8 +190,7 @@ void frmBestFrames::FollowCurrent() {
 
 // What was rated of the clip before is left at once.
 void frmBestFrames::Begin(const std::string& path) {
-    m_blinking.stop();
-    m_blink->setChecked(false);
+    EndBlink();
     m_path = path;
     m_frames.clear();
     m_whole.reset();
@@ -230,13 +229,13 @@ void frmBestFrames::FillGraph() {
     if (current < m_frames.size() &&
         std::find(m_shown.begin(), m_shown.end(), current) == m_shown.end())
         m_looked.pop_back();
+    const FrameNumbers places = sorted ? PlacesBySharpness(m_frames) : FrameNumbers();
     std::vector<GraphPoint> points;
     bool anyCut = false;
-    double place = 0;
     for (const std::size_t number : m_shown) {
         const RatedFrame& frame = m_frames[number];
         GraphPoint point;
-        point.x = sorted ? ++place : double(number);
+        point.x = double(sorted ? places[number] : number);
         point.y = {frame.sharpness, 100 * frame.brightness};
         point.kind = frame.cut ? 1 : 0;
         anyCut |= frame.cut;
@@ -335,8 +334,7 @@ void frmBestFrames::LimitMoved(double limit) {
 
 void frmBestFrames::PointClicked(int point) {
     if (m.state.BatchRuns) return;
-    m_blinking.stop();
-    m_blink->setChecked(false);
+    EndBlink();
     const std::size_t number = m_shown[std::size_t(point)];
     std::erase(m_looked, number);
     m_looked.push_back(number);
@@ -351,25 +349,41 @@ void frmBestFrames::PointClicked(int point) {
 
 void frmBestFrames::BlinkButton_Click() {
     if (!m_blink->isChecked()) {
-        m_blinking.stop();
-        if (m_pane.frames() > 0) m_pane.show(int(m_pair[1 - m_turn])); // where it really stands
+        StopBlink();
         return;
     }
     const FrameNumbers& from = m_looked.size() == 2 ? m_looked : m_chosen;
     if (from.size() < 2) return m_blink->setChecked(false);
     m_pair = {from[0], from[1]};
     m_turn = 0;
-    ShowBlink();
     m_blinking.start();
+    ShowBlink();
 }
 
-// The disc of the second lies where that of the first does.
+void frmBestFrames::EndBlink() {
+    m_blinking.stop();
+    m_blink->setChecked(false);
+}
+
+void frmBestFrames::StopBlink() {
+    if (!m_blinking.isActive()) return;
+    EndBlink();
+    if (m_pane.frames() > 0) m_pane.show(int(m_pair[1 - m_turn]));
+}
+
+// The disc of the second lies where that of the first does. A slow disk lets events in, which may
+// end the blink.
 void frmBestFrames::ShowBlink() {
-    if (m.state.BatchRuns || m_pane.frames() == 0) return;
+    if (m.state.BatchRuns) return;
     const std::size_t number = m_pair[m_turn];
-    m_pane.show(int(number));
-    const RatedFrame& first = m_frames[m_pair[0]];
-    const RatedFrame& shown = m_frames[number];
+    const RatedFrame first = m_frames[m_pair[0]];
+    const RatedFrame shown = m_frames[number];
+    if (m_pane.frames() > 0) m_pane.show(int(number));
+    if (!m_blinking.isActive()) return;
+    if (m_pane.frames() == 0) { // the player has failed
+        EndBlink();
+        return ShowActs();
+    }
     if (m_turn == 1 && std::isfinite(first.x) && std::isfinite(shown.x))
         m_pane.shiftBy({int(std::lround(first.x - shown.x)), int(std::lround(first.y - shown.y))});
     m_turn = 1 - m_turn;

@@ -42,7 +42,8 @@ public:
 
     void Form_Load();
     void FollowCurrent();
-    void BreakOff(); // no more is rated
+    void BreakOff();  // no more is rated
+    void StopBlink(); // the frame stays, where it really stands
 
     static std::vector<keys::KeyLine> KeyLines(); // as they are read
 
@@ -74,6 +75,7 @@ private:
     void PointClicked(int point);
     void BlinkButton_Click();
     void ShowBlink();
+    void EndBlink();
     void CancelButton_Click();
 
     // Taking out.

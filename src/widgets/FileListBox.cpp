@@ -93,20 +93,20 @@ void FileListBox::SetFollowed(bool isFollowed) {
 void FileListBox::AddFiles(const std::vector<std::string>& names) {
     const QPersistentModelIndex top = indexAt(QPoint(1, 1));
     const int before = visualRect(top).top();
-    std::optional<std::vector<int>> rows;
+    FileListModel::Added added;
     KeepSelected([&] {
-        rows = m_model.Add(names);
-        return !rows;
+        added = m_model.Add(names);
+        return added.isAnew;
     });
-    if (top.isValid() && rows && !rows->empty()) {
+    if (top.isValid() && !added.rows.empty()) {
         doItemsLayout();
         const int way = visualRect(top).top() - before;
         QScrollBar& bar = *verticalScrollBar();
         const int row = std::max(1, visualRect(top).height());
         bar.setValue(bar.value() + (verticalScrollMode() == ScrollPerItem ? way / row : way));
     }
-    emit filesAdded(rows.value_or(std::vector<int>()));
-    emit folderRead();
+    if (added.isAnew || !added.rows.empty()) emit filesAdded(added.rows);
+    if (added.isAnyListed) emit folderRead();
     emit leftOutChanged();
 }
 

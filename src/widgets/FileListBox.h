@@ -56,6 +56,7 @@ public:
     bool LeavesOut(const std::string& name) const { return m_model.LeavesOut(name); } // by that
     // Files of the folder that the pattern leaves out, unsorted, as of the last look at it.
     const std::vector<std::string>& LeftOut() const { return m_model.LeftOut(); }
+    const std::vector<std::string>& NotChosen() const { return m_model.NotChosen(); } // by notes
 
     const std::string& Path() const { return m_model.Folder(); }
     const std::string& Pattern() const { return m_model.Pattern(); }
@@ -108,7 +109,7 @@ signals:
     // A folder, or the same one anew.
     void folderRead();
     // Rows that have come, ascending, each as it stood once it was there; none where all rows stand
-    // anew. Ahead of folderRead.
+    // anew. Ahead of folderRead, which comes alone where what has come is listed and no row.
     void filesAdded(const std::vector<int>& rows);
     // After each look at the folder.
     void leftOutChanged();

@@ -6,7 +6,7 @@
 #include <QPainter>
 
 #include <algorithm>
-#include <unordered_set>
+#include <utility>
 
 namespace tarn {
 
@@ -57,6 +57,8 @@ std::optional<FileListModel::Reading> FileListModel::Look(const std::string& fol
             found.leftOut.push_back(std::move(name));
         else if (IsChosen(name))
             found.listed.push_back(std::move(name));
+        else
+            found.notChosen.push_back(std::move(name));
     }
     found.listed = InListOrder(std::move(found.listed));
     return found;
@@ -81,19 +83,29 @@ std::vector<std::string> FileListModel::Rows() const {
     return arrange ? arrange(m_folder, std::move(names)) : names;
 }
 
-std::optional<std::vector<int>> FileListModel::Add(const std::vector<std::string>& names) {
+std::unordered_set<std::string> FileListModel::TakeIn(const std::vector<std::string>& names) {
     const NamePatterns patterns(m_pattern);
-    const std::unordered_set<std::string> known(m_reading.listed.begin(), m_reading.listed.end());
+    std::unordered_set<std::string> known;
+    for (const auto* group : {&m_reading.listed, &m_reading.leftOut, &m_reading.notChosen})
+        known.insert(group->begin(), group->end());
     std::unordered_set<std::string> added;
     for (const std::string& name : names) {
-        if (known.contains(name) || added.contains(name)) continue;
+        if (!known.insert(name).second) continue;
         if (!patterns.Matches(name)) {
             m_reading.leftOut.push_back(name);
         } else if (IsChosen(name)) {
             InsertInListOrder(m_reading.listed, name);
             added.insert(name);
+        } else {
+            m_reading.notChosen.push_back(name);
         }
     }
+    return added;
+}
+
+FileListModel::Added FileListModel::Add(const std::vector<std::string>& names) {
+    const std::unordered_set<std::string> added = TakeIn(names);
+    if (added.empty()) return {};
     std::vector<std::string> rows = Rows();
     std::vector<int> places;
     std::size_t old = 0; // as far as the rows stay what they are
@@ -108,14 +120,14 @@ std::optional<std::vector<int>> FileListModel::Add(const std::vector<std::string
         beginResetModel();
         m_names = std::move(rows);
         endResetModel();
-        return {};
+        return {.isAnyListed = true, .isAnew = true};
     }
     for (const int row : places) {
         beginInsertRows({}, row, row);
         m_names.insert(m_names.begin() + row, rows[std::size_t(row)]);
         endInsertRows();
     }
-    return places;
+    return {.isAnyListed = true, .rows = std::move(places)};
 }
 
 bool FileListModel::Rearrange() {
@@ -143,6 +155,7 @@ bool FileListModel::DiffersFromDisk() {
     auto now = Look(m_folder, m_pattern);
     if (!now) return true;
     m_reading.leftOut = std::move(now->leftOut);
+    m_reading.notChosen = std::move(now->notChosen);
     return now->listed != m_reading.listed;
 }
 

@@ -10,6 +10,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 namespace tarn {
@@ -25,9 +26,13 @@ public:
     // False when it cannot be read: everything stays.
     bool Read(const std::string& folder, const std::string& pattern);
 
-    // Files that have come to the folder, of which those are rows that fit. Which rows they are,
-    // ascending; none where all rows stand anew.
-    std::optional<std::vector<int>> Add(const std::vector<std::string>& names);
+    // Files that have come to the folder, of which those are rows that fit.
+    struct Added {
+        bool isAnyListed = false; // also of those that are no rows
+        bool isAnew = false;      // all rows
+        std::vector<int> rows{};  // that have come, ascending; none where all stand anew
+    };
+    Added Add(const std::vector<std::string>& names);
 
     // Whether the folder now holds other names than the snapshot; what is left out is as of now.
     bool DiffersFromDisk();
@@ -35,6 +40,8 @@ public:
     bool Fits(const std::string& name) const; // the pattern
     // Files of the folder that do not fit the pattern, unsorted.
     const std::vector<std::string>& LeftOut() const { return m_reading.leftOut; }
+    // Those that fit it and are not listed for their notes, unsorted.
+    const std::vector<std::string>& NotChosen() const { return m_reading.notChosen; }
 
     // Only the rows that `keeps` says, until it is empty: of the snapshot, without a look at the
     // disk. Later readings are narrowed, too.
@@ -72,11 +79,14 @@ private:
     struct Reading {
         std::vector<std::string> listed; // sorted
         std::vector<std::string> leftOut;
+        std::vector<std::string> notChosen;
     };
     std::string Spoken(const std::string& name) const;
     bool IsChosen(const std::string& name) const;
     std::optional<Reading> Look(const std::string& folder, const std::string& pattern) const;
     std::vector<std::string> Rows() const;
+    // Those of them that are newly listed.
+    std::unordered_set<std::string> TakeIn(const std::vector<std::string>& names);
 
     const Files& m_files;
     std::string m_folder;

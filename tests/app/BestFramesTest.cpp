@@ -5,8 +5,10 @@
 
 #include "widgets/MeasureGraph.h"
 
+#include <QPlainTextEdit>
 #include <QSpinBox>
 
+#include <filesystem>
 #include <utility>
 
 namespace tarn::testing {
@@ -150,6 +152,52 @@ TEST(BestFramesWindow, BlinksTwoFramesAtOnePlace) {
     QTest::qWait(600);
     EXPECT_EQ(d.house.video.Position(), 2);
     EXPECT_NE(d.c.Picture2->Picture().pixel(63, 10), qRgb(0, 0, 0)); // as it is again
+}
+
+TEST(BestFramesWindow, ABlinkEndsForACopyAndWithItsPlayer) {
+    ClipDesk d;
+    d.ser.frames[2] = Disc(35, 30, 1.2, 255);
+    d.folder.Write("mars.ser", SerBytes(d.ser));
+    d.Open();
+    auto* blink = d.In<QPushButton>("frmBestFrames", "BestBlinkButton");
+    blink->click();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return d.house.video.Position() == 2; }, 5000));
+    d.house.video.CopyFrame();
+    EXPECT_FALSE(blink->isChecked());
+    EXPECT_EQ(d.Said(), "Copied frame 2");
+    EXPECT_NE(d.c.Picture2->Picture().pixel(63, 10), qRgb(0, 0, 0)); // not as the blink shifts it
+    blink->click();
+    ASSERT_TRUE(blink->isChecked());
+    std::filesystem::resize_file(d.At("mars.ser"), 178 + 100);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !blink->isChecked(); }, 5000));
+    EXPECT_FALSE(d.house.video.ClipIsOpen());
+    EXPECT_FALSE(blink->isEnabled());
+}
+
+TEST(BestFramesWindow, WhatChangesWhileItIsAskedOrTakenOutIsTold) {
+    ClipDesk d;
+    d.Open();
+    // Another file comes to be shown while the folder is chosen.
+    d.dialogs.onAsk = [&] { d.GoTo("a.jpg"); };
+    d.Press("frmBestFrames", "BestTakeButton", {d.target.Path()});
+    d.dialogs.onAsk = nullptr;
+    EXPECT_EQ(d.TargetNames(), "");
+    d.GoTo("mars.ser");
+    d.Settle();
+    // Another program has changed what is to go back.
+    int steps = 0;
+    d.events.onPump = [&] {
+        if (++steps != 2) return;
+        d.target.Write("mars_0001.fits", "changed");
+        QTest::keyClick(d.In<QPushButton>("frmBestFrames", "BestCancelButton"), Qt::Key_Escape);
+    };
+    d.Press("frmBestFrames", "BestTakeButton", {d.target.Path()});
+    d.events.onPump = nullptr;
+    EXPECT_EQ(ReadTree(d.target.Path()), (Tree{{"mars_0001.fits", "changed"}}));
+    EXPECT_EQ(d.Label("BestSummary"), "Not all could be taken back");
+    const auto* faults = d.In<QPlainTextEdit>("frmFaults", "FaultsBox");
+    ASSERT_TRUE(faults);
+    EXPECT_EQ(faults->toPlainText().toStdString(), "mars_0001.fits - it has been changed since");
 }
 
 TEST(BestFramesWindow, TakesTheChosenOutAndBackAgain) {

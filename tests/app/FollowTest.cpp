@@ -4,7 +4,10 @@
 
 #include <QScrollBar>
 
+#include <atomic>
+#include <chrono>
 #include <fstream>
+#include <thread>
 
 namespace tarn::testing {
 namespace {
@@ -125,6 +128,28 @@ TEST(FollowFolder, KeepsWhatIsSeenAndSelectedInALongList) {
     std::string now;
     for (const int row : list.SelectedRows()) now += list.Text(row) + " ";
     EXPECT_EQ(now, selected);
+}
+
+TEST(FollowFolder, TheEndDoesNotWaitForADiskThatStandsStill) {
+    using namespace std::chrono_literals;
+    FilesDesk d({"b.jpg"});
+    d.Start(d.At("b.jpg"));
+    std::atomic<bool> waits = false;
+    std::atomic<bool> stands = true;
+    d.files.onAsk = [&, window = std::this_thread::get_id()](const std::string& verb,
+                                                             const std::string& path) {
+        const bool isAsked = verb == "names" && path == d.folder.Path();
+        if (!isAsked || std::this_thread::get_id() == window) return std::string();
+        waits = true;
+        for (int i = 0; i < 500 && stands; ++i) std::this_thread::sleep_for(10ms);
+        return std::string();
+    };
+    d.c.FollowFolderButton->trigger();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return waits.load(); }));
+    const auto began = std::chrono::steady_clock::now();
+    d.house.follow.BreakOff();
+    EXPECT_LT(std::chrono::steady_clock::now() - began, 2s);
+    stands = false;
 }
 
 TEST(FollowFolder, NewFramesJoinTheNightAndAWorseOneIsTold) {

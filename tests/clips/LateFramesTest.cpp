@@ -117,6 +117,9 @@ TEST(LateFrames, AClipIsLeftWhileItsDiskStandsStill) {
     }
     EXPECT_LT(std::chrono::steady_clock::now() - began, 2s);
     gate->Open(1);
+    // Then it lets go of its file.
+    for (int i = 0; i < 250 && gate.use_count() > 1; ++i) std::this_thread::sleep_for(20ms);
+    EXPECT_EQ(gate.use_count(), 1);
 }
 
 } // namespace tarn::testing

@@ -34,18 +34,23 @@ struct Disk {
         Names names;
         for (const auto& [name, file] : files) names.push_back(name);
         asked.clear();
-        return watched.Look(names, now,
-                            {[this](const std::string& name) -> std::optional<FileLook> {
-                                 asked.push_back(name);
-                                 FileLook look;
-                                 look.inode = 1;
-                                 look.bytes = files[name].bytes;
-                                 look.seconds = files[name].seconds;
-                                 return look;
-                             },
-                             [this](const std::string& name) { return files[name].finished; }});
+        return watched.Look(
+            names, now,
+            {[this](const std::string& name) -> std::optional<FileLook> {
+                 asked.push_back(name);
+                 FileLook look;
+                 look.inode = 1;
+                 look.bytes = files[name].bytes;
+                 look.seconds = files[name].seconds;
+                 return look;
+             },
+             [this](const std::string& name, const FileLook&) { return files[name].finished; }});
     }
 };
+
+Finished FinishedNow(const std::string& path) {
+    return FinishedOf(path, MakeFiles()->Look(path).value_or(FileLook()));
+}
 
 JudgedFrame Frame(const std::string& name, double hfr, std::optional<std::int64_t> taken,
                   const char* series = "L") {
@@ -96,30 +101,70 @@ TEST(NewFiles, AreWholeOnceTheyRestAndTheirEndIsThere) {
     EXPECT_EQ(d.At(16000).whole, Names{"a.fits"});
 }
 
+TEST(NewFiles, EmptyOnesWaitAndThoseThatGrewAreToldAgain) {
+    Disk d;
+    d.watched.Begin({});
+    d.files["a.png"] = {0, 1};
+    for (const int now : {0, 500, 30000}) EXPECT_EQ(d.At(now).whole, Names()) << now;
+    EXPECT_FALSE(d.watched.Waits()); // it may stay empty
+    d.files["a.png"] = {5, 2};
+    EXPECT_EQ(d.At(31000).whole, Names());
+    EXPECT_TRUE(d.watched.Waits());
+    EXPECT_EQ(d.At(33000).whole, Names{"a.png"});
+    EXPECT_FALSE(d.watched.Waits());
+    // Its writer has paused.
+    d.files["a.png"] = {9, 40};
+    EXPECT_EQ(d.At(40000).whole, Names());
+    EXPECT_TRUE(d.watched.Waits());
+    EXPECT_EQ(d.At(42000).whole, Names{"a.png"});
+    // Another one who writes it over is no writer of new files; after a while nobody is.
+    d.files["a.png"] = {9, 50};
+    EXPECT_EQ(d.At(50000).whole, Names());
+    EXPECT_EQ(d.At(53000).whole, Names());
+    EXPECT_EQ(d.At(103000).whole, Names());
+    d.files["a.png"] = {12, 110};
+    EXPECT_EQ(d.At(110000).whole, Names());
+    EXPECT_EQ(d.asked, Names());
+    // One that goes while it grows is gone.
+    d.files["b.png"] = {5, 1};
+    d.At(111000);
+    EXPECT_EQ(d.At(113000).whole, Names{"b.png"});
+    d.files["b.png"] = {6, 2};
+    d.At(114000);
+    d.files.erase("b.png");
+    EXPECT_EQ(d.At(114500).gone, Names{"b.png"});
+    EXPECT_FALSE(d.watched.Waits());
+}
+
 TEST(FinishedFile, FitsAndJpegTellTheirEndAtEveryCut) {
     TestFolder folder;
     const std::string fits = FitsBytes(16, {40, 30, 3}, [](auto i) { return double(i); });
     const std::size_t data = 2880 + 40 * 30 * 3 * 2; // what follows is padding
     for (std::size_t cut = 16; cut <= fits.size(); cut += 64)
-        ASSERT_EQ(FinishedOf(folder.Write("a.fits", fits.substr(0, cut))),
+        ASSERT_EQ(FinishedNow(folder.Write("a.fits", fits.substr(0, cut))),
                   cut >= data ? Finished::Yes : Finished::No)
             << cut;
     // A second part that is not all there.
-    EXPECT_EQ(FinishedOf(folder.Write("a.fits", fits + fits)), Finished::Yes);
-    EXPECT_EQ(FinishedOf(folder.Write("a.fits", fits + fits.substr(0, 5000))), Finished::No);
+    EXPECT_EQ(FinishedNow(folder.Write("a.fits", fits + fits)), Finished::Yes);
+    EXPECT_EQ(FinishedNow(folder.Write("a.fits", fits + fits.substr(0, 5000))), Finished::No);
     const std::string jpeg = JpegBytes(TellTale(60, 40));
     for (std::size_t cut = 4; cut < jpeg.size(); ++cut)
-        ASSERT_EQ(FinishedOf(folder.Write("a.jpg", jpeg.substr(0, cut))), Finished::No) << cut;
-    EXPECT_EQ(FinishedOf(folder.Write("a.jpg", jpeg)), Finished::Yes);
-    EXPECT_EQ(FinishedOf(folder.Write("a.jpg", jpeg + "the camera's own")), Finished::Yes);
-    EXPECT_EQ(FinishedOf(folder.Write("a.cr2", "II*")), Finished::Unknown);
-    EXPECT_EQ(FinishedOf(folder.Write("none.fits", "")), Finished::Unknown);
-    EXPECT_EQ(FinishedOf(folder.Path() + "/gone"), Finished::Unknown);
+        ASSERT_EQ(FinishedNow(folder.Write("a.jpg", jpeg.substr(0, cut))), Finished::No) << cut;
+    EXPECT_EQ(FinishedNow(folder.Write("a.jpg", jpeg)), Finished::Yes);
+    EXPECT_EQ(FinishedNow(folder.Write("a.jpg", jpeg + "the camera's own")), Finished::Yes);
+    EXPECT_EQ(FinishedNow(folder.Write("a.cr2", "II*")), Finished::Unknown);
+    EXPECT_EQ(FinishedNow(folder.Write("none.fits", "")), Finished::Unknown);
+    EXPECT_EQ(FinishedNow(folder.Path() + "/gone"), Finished::Unknown);
+    // It has been written since it was looked at.
+    const std::string path = folder.Write("b.jpg", jpeg.substr(0, 100));
+    const FileLook look = MakeFiles()->Look(path).value_or(FileLook());
+    folder.Write("b.jpg", jpeg);
+    EXPECT_EQ(FinishedOf(path, look), Finished::No);
     // Lengths of nonsense end nothing and overflow nothing.
     std::string mad = FitsBytes(16, {40, 30, 3}, [](auto) { return 0.0; });
     for (const char* word : {"NAXIS1  =", "NAXIS2  =", "NAXIS3  ="})
         mad.replace(mad.find(word) + 10, 20, "          2147483647");
-    EXPECT_EQ(FinishedOf(folder.Write("mad.fits", mad)), Finished::No);
+    EXPECT_EQ(FinishedNow(folder.Write("mad.fits", mad)), Finished::No);
 }
 
 TEST(WorseFrame, IsToldByTheLastTwentyOfItsSeries) {

@@ -342,6 +342,22 @@ TEST(Files, WritesInPlaceWithinTheFileAlone) {
     EXPECT_FALSE(d.files->IsSameFile(path, d.At("gone")));
 }
 
+// What lies behind the bytes that are written is neither read nor changed.
+TEST(Files, ExtendsInTheMiddleOfAnyLength) {
+    Disk d;
+    const std::string path = d.folder.Write("a", "0123456789");
+    std::string error;
+    EXPECT_TRUE(d.files->Extend(path, 3, "abc", &error)) << error;
+    EXPECT_EQ(d.Bytes("a"), "012abc6789");
+    EXPECT_TRUE(d.files->Extend(path, 8, "xyz", &error)) << error;
+    EXPECT_EQ(d.Bytes("a"), "012abc67xyz");
+    constexpr std::uintmax_t kLength = std::uintmax_t(1) << 41; // of nothing
+    fs::resize_file(path, kLength);
+    EXPECT_TRUE(d.files->Extend(path, 0, "new", &error)) << error;
+    EXPECT_EQ(d.files->Read(path, 8), "newabc67");
+    EXPECT_EQ(fs::file_size(path), kLength);
+}
+
 TEST(FileLock, IsHeldByOneAndGoesWithItsHolder) {
     TestFolder folder;
     const std::string path = folder.Path() + "/window.lock";

@@ -122,7 +122,9 @@ TEST(ClipTaking, NewClipsHaveTheFramesOfTheirSourceByteForByte) {
 }
 
 TEST(ClipTaking, AlignedDiscsLieWhereTheSharpestHasIt) {
-    for (const int color : {int(SerHeader::Mono), int(SerHeader::Rggb)}) {
+    constexpr int kCyym = 16;
+    for (const int color : {int(SerHeader::Mono), int(SerHeader::Rggb), kCyym}) {
+        SCOPED_TRACE(color);
         Taking d;
         d.ser.color = color;
         d.ser.bits = 16;
@@ -134,7 +136,7 @@ TEST(ClipTaking, AlignedDiscsLieWhereTheSharpestHasIt) {
         EXPECT_EQ(Taking::Frame(d.New(), 1), Taking::Frame(d.path, 1));
         const Bytes moved = Taking::Frame(d.New(), 0);
         const Bytes source = Taking::Frame(d.path, 0);
-        // By whole squares of a Bayer pattern.
+        // By whole squares of a pattern of colours.
         const int right = color == SerHeader::Mono ? 1 : 2;
         for (int y = 0; y < kDiscSide; ++y)
             for (int x = 0; x < kDiscSide; ++x) {
@@ -146,6 +148,51 @@ TEST(ClipTaking, AlignedDiscsLieWhereTheSharpestHasIt) {
                         << x << " " << y;
             }
     }
+}
+
+// Thousands of files of many megabytes would fill the history.
+TEST(ClipTaking, NothingOfTheFilesIsKeptAndRedoHasThemFromTheWastebasket) {
+    Taking d;
+    for (int i = 0; i < 3; ++i) d.ser.frames.push_back(Disc(32, 32, 1 + i, 255));
+    d.Rate();
+    {
+        Changes changes(d.history, "Take out");
+        TakeFrames(d.Order({0, 1, 2}, false), changes);
+        const std::vector<Step> done = changes.Done();
+        ASSERT_EQ(done.size(), 3U);
+        for (const Step& step : done) EXPECT_FALSE(step.newBytes) << step.from;
+    }
+    const Tree taken = ReadTree(d.target.Path());
+    EXPECT_TRUE(d.history.Undo([](std::size_t) { return true; }).done);
+    EXPECT_EQ(ReadTree(d.target.Path()), Tree());
+    EXPECT_TRUE(d.history.Redo([](std::size_t) { return true; }).done);
+    EXPECT_EQ(ReadTree(d.target.Path()), taken);
+}
+
+TEST(ClipTaking, TheFolderIsReadOnceForAllTargets) {
+    Taking d;
+    std::vector<std::string> targets;
+    for (int i = 0; i < 50; ++i)
+        targets.push_back(d.target.Path() + "/mars_" + std::to_string(i) + ".fits");
+    const std::string upper = d.target.Write("MARS_7.fits", "");
+    std::filesystem::create_directory(d.target.Path() + "/Mars_9.FITS");
+    int readings = 0;
+    std::string fault;
+    d.files.onAsk = [&](const std::string& verb, const std::string&) {
+        if (verb == "names") ++readings;
+        return verb == "names" ? fault : std::string();
+    };
+    const auto check = [&] {
+        const auto standing = StandingAt(targets, d.files);
+        ASSERT_EQ(standing.size(), targets.size());
+        for (std::size_t i = 0; i < standing.size(); ++i)
+            EXPECT_EQ(standing[i], d.files.FindAnyCase(targets[i])) << targets[i];
+        EXPECT_EQ(standing[7], upper);
+    };
+    check();
+    EXPECT_EQ(readings, 1);
+    fault = "Input/output error"; // then each is asked for by itself
+    check();
 }
 
 TEST(ClipTaking, WhatIsBrokenOffOrFailsLeavesNothingHalf) {
@@ -220,6 +267,16 @@ TEST(LateRating, LeavesAClipAtOnceAndKeepsWhatItHasRated) {
     EXPECT_EQ(await()->frames.size(), 2U);
     rating.Ask(folder.Path() + "/gone.ser");
     EXPECT_EQ(await()->fault, "No such file or directory");
+    // Cancelled before the thread has come to it, or a moment later.
+    ser.frames.resize(40, ser.frames.front());
+    for (int i = 0; i < 400; ++i) ser.frames.push_back(ser.frames.front());
+    for (const char* name : {"a.ser", "b.ser", "c.ser"}) {
+        rating.Ask(folder.Write(name, SerBytes(ser)));
+        rating.Cancel();
+        const auto cancelled = await();
+        ASSERT_TRUE(cancelled);
+        EXPECT_EQ(cancelled->fault, "cancelled");
+    }
 }
 
 } // namespace tarn::testing

@@ -328,6 +328,7 @@ struct RecordingPrinting : Printing {
 // Answers from a list, first come first served; an empty list cancels.
 struct ScriptedDialogs : Dialogs {
     std::function<void()> onMessage;
+    std::function<void()> onAsk; // while the question stands
 
     void Message(Icon, const std::string& title, const std::string& text) override {
         shown.push_back(title + "|" + text);
@@ -385,6 +386,7 @@ struct ScriptedDialogs : Dialogs {
     PrinterChoice asked;
     std::string Ask(const std::string& question) {
         shown.push_back(question);
+        if (onAsk) onAsk();
         if (answers.empty()) return {};
         std::string answer = answers.front();
         answers.erase(answers.begin());

@@ -58,6 +58,12 @@ TEST(BestChoice, LongClipsAreShownByWhatStandsOut) {
     const FrameNumbers sorted = ShownFrames(frames, true, 50);
     EXPECT_EQ(sorted.front(), 617U);
     EXPECT_EQ(sorted.back(), 618U);
+    // Places count those that are not shown, too.
+    const FrameNumbers places = PlacesBySharpness(frames);
+    EXPECT_EQ(places[617], 1U);
+    EXPECT_EQ(places[0], 2U);
+    EXPECT_EQ(places[100], 0U);
+    EXPECT_EQ(places[618], 999U);
 }
 
 TEST(BestChoice, SaysWhatIsKnown) {

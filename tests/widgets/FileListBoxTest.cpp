@@ -282,6 +282,32 @@ TEST(FileListBox, FilesThatComeStandInTheOrderThatTheListHas) {
     EXPECT_EQ(d.clicks, 3); // by the selections alone
 }
 
+TEST(FileListBox, FilesThatAreNotListedLeaveTheRowsAlone) {
+    using Names = std::vector<std::string>;
+    ListDesk d({"b.jpg", "c.jpg"});
+    d.list.SetPattern("*.jpg");
+    d.list.SetNoteMarks([](const std::string& name) { return name != "c.jpg" && name != "e.jpg"; });
+    d.list.SetNoteChoice(NoteChoice::WithNote);
+    d.list.SetPath(d.folder.Path());
+    EXPECT_EQ(d.Names(), Names{"b.jpg"});
+    EXPECT_EQ(d.list.NotChosen(), Names{"c.jpg"});
+    QSignalSpy added(&d.list, &FileListBox::filesAdded);
+    QSignalSpy read(&d.list, &FileListBox::folderRead);
+    QSignalSpy looked(&d.list, &FileListBox::leftOutChanged);
+    d.list.AddFiles({"note.txt", "c.jpg", "e.jpg", "b.jpg"});
+    d.list.AddFiles({"note.txt"});
+    EXPECT_EQ(d.list.LeftOut(), Names{"note.txt"});
+    EXPECT_EQ(d.list.NotChosen(), (Names{"c.jpg", "e.jpg"}));
+    EXPECT_EQ(looked.count(), 2);
+    EXPECT_EQ(read.count(), 0);
+    // One that is listed and no row yet is measured and read for what may make it one.
+    d.list.Narrow([](const std::string& name) { return name < "c"; });
+    d.list.AddFiles({"d.jpg"});
+    EXPECT_EQ(d.list.Listed(), (Names{"b.jpg", "d.jpg"}));
+    EXPECT_EQ(read.count(), 1);
+    EXPECT_EQ(added.count(), 0);
+}
+
 // How many pixels of a row have about this colour.
 int PixelsLike(const QImage& picture, const QRect& place, const QColor& colour) {
     int count = 0;

@@ -2,6 +2,7 @@
 
 #include "clips/SerWriter.h"
 #include "common/paths.h"
+#include "common/text.h"
 #include "history/Changes.h"
 #include "sky/clips/FrameFiles.h"
 
@@ -10,6 +11,7 @@
 #include <cstdio>
 #include <numeric>
 #include <optional>
+#include <unordered_map>
 
 namespace tarn {
 
@@ -41,8 +43,10 @@ class Taking {
 public:
     Taking(const TakeOrder& order, Changes& changes, const TakeProgress& progress)
         : m(order), m_changes(changes), m_progress(progress) {
-        for (const std::string& path : TargetsOf(order, changes))
-            m_taken.push_back({path, kNotReached});
+        changes.KeepNoNewBytes();
+        const std::vector<std::string> targets = TargetsOf(order, changes);
+        m_standing = StandingAt(targets, changes);
+        for (const std::string& path : targets) m_taken.push_back({path, kNotReached});
         const std::vector<RatedFrame>& frames = order.rated->frames;
         std::vector<std::size_t> byRank(order.frames.size());
         std::iota(byRank.begin(), byRank.end(), 0);
@@ -56,17 +60,18 @@ public:
 
     std::vector<TakenFrame> Run() {
         if (m.frames.empty()) return m_taken;
-        if (m.asClip && m_changes.FindAnyCase(m_taken.front().path)) {
+        if (m.asClip && m_standing.front()) {
             m_taken.front().error = "already exists";
             return m_taken;
         }
-        const ClipWords words =
-            WalkFrames(m.clip, m.frames, [this](std::size_t place, const ClipImage& image) {
+        const ClipWords words = WalkFrames(
+            m.clip, m.frames,
+            [this](std::size_t place, const ClipImage& image) {
                 const bool goesOn = m.asClip ? AddFrame(place, image) : WriteFile(place, image);
                 ++m_done;
-                if (goesOn && m_progress && !m_progress(m_done)) m_stopped = true;
-                return goesOn && !m_stopped;
-            });
+                return goesOn && GoesOn();
+            },
+            [this] { return GoesOn(); });
         if (m.asClip) EndClip(words.fault);
         if (m_stopped) TakeBack();
         for (TakenFrame& file : m_taken)
@@ -75,16 +80,21 @@ public:
     }
 
 private:
+    bool GoesOn() {
+        if (m_progress && !m_progress(m_done)) m_stopped = true;
+        return !m_stopped;
+    }
+
     FrameShift ShiftOf(std::size_t place, const ClipImage& image) const {
         if (!m.align) return {};
-        return ShiftOnto(m.rated->frames[m.frames[place]], *m_sharpest, !image.pattern.empty());
+        return ShiftOnto(m.rated->frames[m.frames[place]], *m_sharpest, image.isMosaic);
     }
 
     // The others go on without one that cannot be written.
     bool WriteFile(std::size_t place, const ClipImage& image) {
         TakenFrame& file = m_taken[place];
         file.error.clear();
-        if (m_changes.FindAnyCase(file.path)) {
+        if (m_standing[place] || m_changes.Exists(file.path)) {
             file.error = "already exists";
             return true;
         }
@@ -140,6 +150,7 @@ private:
     const TakeOrder& m;
     Changes& m_changes;
     const TakeProgress& m_progress;
+    std::vector<std::optional<std::string>> m_standing; // beside them
     std::vector<TakenFrame> m_taken;
     std::vector<std::size_t> m_ranks; // by sharpness
     const RatedFrame* m_sharpest = nullptr;
@@ -161,6 +172,26 @@ std::vector<std::string> TargetsOf(const TakeOrder& order, const Files& files) {
         targets.push_back(JoinPath(folder, stem + number.data()));
     }
     return targets;
+}
+
+std::vector<std::optional<std::string>> StandingAt(const std::vector<std::string>& targets,
+                                                   const Files& files) {
+    std::vector<std::optional<std::string>> standing(targets.size());
+    if (targets.empty()) return standing;
+    const std::string folder = FolderOf(targets.front());
+    const auto names = files.FileNames(folder, nullptr);
+    std::unordered_map<std::string, std::string> folded;
+    for (const std::string& name : names.value_or(std::vector<std::string>()))
+        folded.emplace(FoldCase(name), name);
+    for (const std::string& name : files.FolderNames(folder)) folded.emplace(FoldCase(name), name);
+    for (std::size_t i = 0; i < targets.size(); ++i) {
+        const auto found = folded.find(FoldCase(LastPart(targets[i])));
+        if (!names || files.Exists(targets[i])) // what cannot be listed is asked for by itself
+            standing[i] = files.FindAnyCase(targets[i]);
+        else if (found != folded.end())
+            standing[i] = JoinPath(folder, found->second);
+    }
+    return standing;
 }
 
 std::vector<TakenFrame> TakeFrames(const TakeOrder& order, Changes& changes,

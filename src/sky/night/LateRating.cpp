@@ -37,6 +37,7 @@ void LateRating::Ask(const std::string& path) {
         const std::lock_guard lock(m_mutex);
         m_asked = path;
         m_isAsked = !path.empty();
+        m_isCancelled = false;
         m_new.clear();
         m_whole.reset();
         m_stop = true;
@@ -109,20 +110,20 @@ void LateRating::Work() {
         if (m_ends) return;
         const std::string path = m_asked;
         m_isAsked = false;
-        m_stop = false;
-        m_isCancelled = false;
+        m_stop = m_isCancelled.load();
         lock.unlock();
         Whole clip = KeptOf(path);
         const bool isKept = bool(clip);
         if (!isKept) clip = Rate(path);
         lock.lock();
         if (m_isAsked || path != m_asked) continue; // another is wanted by now
-        if (isKept) m_new = clip->frames;
-        if (m_isCancelled) {
+        if (isKept) {
+            m_new = clip->frames;
+        } else if (m_isCancelled) {
             auto part = std::make_shared<RatedClip>(*clip);
             part->fault = "cancelled";
             clip = part;
-        } else if (!isKept) {
+        } else {
             Keep(path, clip);
         }
         m_whole = clip;
