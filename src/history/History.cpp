@@ -418,6 +418,15 @@ void WalkStep(Step& step, const std::vector<Step>& steps, bool back, Files& file
         walk.result.back.push_back(step.to);
 }
 
+// What writes into a file changes its time: the step that dates it next is done again, too.
+void DateAfter(const Step& written, std::vector<Step>& steps) {
+    const auto next = std::size_t(&written - steps.data()) + 1;
+    if (written.kind == StepKind::WrittenAt && written.state == StepState::Done &&
+        next < steps.size() && steps[next].kind == StepKind::Dated &&
+        steps[next].from == written.from && steps[next].state == StepState::Done)
+        steps[next].state = StepState::Undone;
+}
+
 } // namespace
 
 UndoResult History::Turn(const CommandRow& row, Way way, const GoOn& goOn) {
@@ -433,8 +442,9 @@ UndoResult History::Turn(const CommandRow& row, Way way, const GoOn& goOn) {
     Walk walk;
     const StepState stays = back ? StepState::Undone : StepState::Done;
     const auto visit = [&](Step& step) {
-        if (step.state != stays && step.state != StepState::NotDone)
-            WalkStep(step, steps, back, m_files, goOn, walk);
+        if (step.state == stays || step.state == StepState::NotDone) return;
+        WalkStep(step, steps, back, m_files, goOn, walk);
+        if (!back) DateAfter(step, steps);
     };
     if (back)
         std::for_each(steps.rbegin(), steps.rend(), visit);
