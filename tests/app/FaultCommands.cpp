@@ -1,6 +1,4 @@
 #include "FaultCommands.h"
-#include "clips/MadeDiscs.h"
-#include "clips/MadeSer.h"
 
 #include <QComboBox>
 
@@ -72,13 +70,10 @@ void SaveSum(World& w) {
     (void)QTest::qWaitFor(isDone, kLongest);
 }
 void TakeBest(World& w, bool asClip) {
-    SerClip clip{.width = kDiscSide, .height = kDiscSide};
-    for (const double blur : {3.0, 1.0, 2.0}) clip.frames.push_back(Disc(32, 32, blur, 255));
-    w.folder.Write("m.ser", SerBytes(clip));
     w.s.VideoInWindow = true;
     w.s.BestFrames = 60;
     w.s.BestAsClip = asClip;
-    w.house.navigation.RefreshDirButton_Click();
+    w.house.navigation.OpenFolder(w.frames.Path(), {});
     w.GoTo("m.ser");
     w.c.BestFramesButton->trigger();
     const auto* take = w.In<QPushButton>("frmBestFrames", "BestTakeButton");

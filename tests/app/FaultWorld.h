@@ -5,6 +5,8 @@
 #include "FilesDesk.h"
 #include "FitsFiles.h"
 #include "MadeNight.h"
+#include "clips/MadeDiscs.h"
+#include "clips/MadeSer.h"
 
 #include "marks/Sidecar.h"
 
@@ -56,10 +58,16 @@ inline std::string FrameOfField(int number) {
     return FrameBytes({.stars = 12, .shiftX = 1.3 * number}, 160, 120, unsigned(number));
 }
 
+inline std::string ClipOfDisc() {
+    SerClip clip{.width = kDiscSide, .height = kDiscSide};
+    for (const double blur : {3.0, 1.0, 2.0}) clip.frames.push_back(Disc(32, 32, blur, 255));
+    return SerBytes(clip);
+}
+
 struct FaultWorld : FilesDesk {
     TestFolder target;
     TestFolder other{std::filesystem::exists("/dev/shm") ? "/dev/shm" : ""}; // on another disk
-    TestFolder frames; // of one field, for what is made of series
+    TestFolder frames; // of one field, and a clip: for what is made of series
     std::string paper = target.Path() + "/out.pdf";
     std::string said; // everything on the message line
 
@@ -81,6 +89,8 @@ struct FaultWorld : FilesDesk {
                                                         FrameOfField(2)};
         for (std::size_t i = 0; i < kFrames.size(); ++i)
             frames.Write("L" + std::to_string(i) + ".fits", kFrames[i]);
+        static const std::string kClip = ClipOfDisc();
+        frames.Write("m.ser", kClip);
         settings->Write("copy_folder", target.Path());
         settings->Write("convert_jpg_add_filename", "False");
         settings->Write("filedate_auto", "False");
